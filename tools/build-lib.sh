@@ -22,6 +22,6 @@ build() {
     shift
     local dir
     dir=$(build_dir "$preset")
-    (cd "$source_dir" && cmake --preset "$preset" -B "$dir" --log-level=WARNING) || return
+    (cd "$source_dir" && cmake --preset "$preset" -B "$dir" --log-level=WARNING >/dev/null) || return
     cmake --build "$dir" --parallel "$(nproc)" ${1:+--target "$@"}
 }
