@@ -1,0 +1,233 @@
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindInfo.h"
+#include "nodes/model/LinkWalk.h"
+#include "nodes/model/NodeNotifications.h"
+#include "nodes/model/NodesCollection.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace Nodes {
+
+namespace {
+
+int depthOf(const ConfigNode *node)
+{
+    int depth = 0;
+    for (; node; node = node->GetParent())
+        ++depth;
+    return depth;
+}
+
+void makeNameUnique(const ConfigNode &parent, ConfigNode &child)
+{
+    const std::string wanted = child.GetName();
+    for (int number = 2; parent.GetSubObject(child.GetName()); ++number)
+        child.SetName(wanted + " " + std::to_string(number));
+}
+
+using IdSet = std::unordered_set<unsigned long>;
+
+IdSet idsOf(const ConfigNode &subtree)
+{
+    IdSet ids{subtree.GetId()};
+    for (const NodeLink &link : subtree.GetNodes(true))
+        ids.insert(link.GetNodeId());
+    return ids;
+}
+
+NodeLinks wholeProject(const ConfigNode &node)
+{
+    const NodesCollection *project = node.GetNodesCollection();
+    if (!project || !project->GetRoot())
+        return {};
+    NodeLinks links = project->GetRoot()->GetNodes(true);
+    links.emplace_back(project->GetRoot());
+    return links;
+}
+
+int removeLinksTo(const IdSet &ids, const ConfigNode &anywhere)
+{
+    int count = 0;
+    const auto edit = [&ids](const NodeLink &link) {
+        return ids.count(link.GetNodeId()) ? std::nullopt : std::optional<NodeLink>(link);
+    };
+    for (const NodeLink &link : wholeProject(anywhere)) {
+        if (ConfigNode *node = link.GetNode())
+            count += EditLinks(*node, edit);
+    }
+    return count;
+}
+
+/// First node outside of the set that refers into it; null when there is none.
+const ConfigNode *findReferrer(const IdSet &ids, const ConfigNode &anywhere)
+{
+    for (const NodeLink &link : wholeProject(anywhere)) {
+        const ConfigNode *node = link.GetNode();
+        if (!node || ids.count(node->GetId()))
+            continue;
+        bool refers = false;
+        VisitLinks(*node, *node->GetKind(), [&](const PropertyDescriptor &, const NodeLink &to) {
+            refers = refers || ids.count(to.GetNodeId()) != 0;
+        });
+        if (refers)
+            return node;
+    }
+    return nullptr;
+}
+
+bool isAncestor(const ConfigNode *ancestor, const ConfigNode *node)
+{
+    while (node && node != ancestor)
+        node = node->GetParent();
+    return node != nullptr;
+}
+
+} // namespace
+
+bool ConfigNode::isIndexed() const
+{
+    return m_collection && m_collection->FindNode(m_id) == this;
+}
+
+int ConfigNode::GetHeight() const
+{
+    int highest = 0;
+    for (const auto &child : m_children)
+        highest = std::max(highest, child->GetHeight());
+    return highest + 1;
+}
+
+Result ConfigNode::checkAdd(const ConfigNode &node) const
+{
+    if (node.m_collection != m_collection)
+        return Result(this, Result::InvalidArgument, "the node belongs to another project");
+    if (isAncestor(&node, this))
+        return Result(this, Result::Cycle, "a node cannot stand below itself");
+    if (depthOf(this) + node.GetHeight() > MaximumDepth)
+        return Result(this, Result::LimitExceeded,
+                      "tree deeper than " + std::to_string(MaximumDepth) + " levels");
+    return Result();
+}
+
+Result ConfigNode::AddNode(std::unique_ptr<ConfigNode> &node, int index)
+{
+    const NodeType type = node ? node->GetNodeType() : NodeType();
+    const bool isUnknown = type.GetSubtype() == NodeType::SubtypeUnknown;
+    if (node && m_kind && !isUnknown && !m_kind->AllowsChild(type))
+        return Result(this, Result::InvalidArgument,
+                      type.ToString() + " may not stand below " + m_kind->key);
+    return AdoptNode(node, index);
+}
+
+Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
+{
+    if (!node)
+        return Result(this, Result::InvalidArgument, "no node to add");
+    const Result allowed = checkAdd(*node);
+    if (!allowed)
+        return allowed;
+    if (isIndexed()) {
+        const Result remembered = m_collection->remember(*node);
+        if (!remembered) {
+            m_collection->forget(*node);
+            return remembered;
+        }
+    }
+    if (m_collection && m_collection->takeRenameMark(node->m_id))
+        makeNameUnique(*this, *node);
+    node->m_parent = this;
+    const bool isLast = index < 0 || index >= GetNodeCount();
+    const auto place = isLast ? m_children.end() : m_children.begin() + index;
+    const NodeLink link(m_children.insert(place, std::move(node))->get());
+    if (NodeNotifications *subscribers = existingNotifications())
+        subscribers->childAdded(link);
+    return Result();
+}
+
+void ConfigNode::Append(std::unique_ptr<ConfigNode> child)
+{
+    child->m_parent = this;
+    m_children.push_back(std::move(child));
+}
+
+std::vector<std::unique_ptr<ConfigNode>> ConfigNode::TakeChildren()
+{
+    for (const auto &child : m_children)
+        child->m_parent = nullptr;
+    return std::move(m_children);
+}
+
+std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
+{
+    const auto isChild = [&](const auto &node) { return NodeLink(node.get()) == child; };
+    const auto place = std::find_if(m_children.begin(), m_children.end(), isChild);
+    if (place == m_children.end())
+        return nullptr;
+    std::unique_ptr<ConfigNode> node = std::move(*place);
+    m_children.erase(place);
+    if (m_collection)
+        m_collection->forget(*node);
+    node->m_parent = nullptr;
+    if (NodeNotifications *subscribers = existingNotifications())
+        subscribers->childRemoved(child);
+    return node;
+}
+
+Result ConfigNode::DeleteNode(unsigned long id, bool references, bool force)
+{
+    const ConfigNode *child = GetSubObject(id);
+    if (!child)
+        return Result(this, Result::NotFound, "child " + std::to_string(id));
+    const IdSet ids = idsOf(*child);
+    if (references) {
+        removeLinksTo(ids, *this);
+    } else if (!force) {
+        if (const ConfigNode *referrer = findReferrer(ids, *this))
+            return Result(child, Result::Refused, "referred to by " + referrer->GetPath());
+    }
+    RemoveNode(NodeLink(child));
+    return Result();
+}
+
+int ConfigNode::DeleteNodes(const NodesArray &nodes)
+{
+    int count = 0;
+    for (const NodeLink &link : nodes) {
+        const ConfigNode *node = link.GetNode();
+        if (node && node != this && isAncestor(this, node))
+            count += node->GetParent()->DeleteNode(node->GetId()) ? 1 : 0;
+    }
+    return count;
+}
+
+int ConfigNode::RemoveLink(const NodeLink &link)
+{
+    return EditLinks(*this, [&link](const NodeLink &held) {
+        return held == link ? std::nullopt : std::optional<NodeLink>(held);
+    });
+}
+
+int ConfigNode::ReplaceLink(const NodeLink &from, const NodeLink &to)
+{
+    if (to.isEmpty())
+        return RemoveLink(from);
+    return EditLinks(*this, [&](const NodeLink &held) -> std::optional<NodeLink> {
+        return held == from ? to : held;
+    });
+}
+
+int ConfigNode::ReplaceLink(const NodeLink &from, const std::string &path)
+{
+    if (!m_collection)
+        return 0;
+    const std::vector<ConfigNode *> targets = m_collection->GetNodesByPath(path);
+    return targets.empty() ? 0 : ReplaceLink(from, NodeLink(targets.front()));
+}
+
+int ConfigNode::RemoveReferences()
+{
+    return removeLinksTo({m_id}, *this);
+}
+
+} // namespace Nodes

@@ -1,0 +1,69 @@
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/LinkWalk.h"
+#include "nodes/model/NodesCollection.h"
+
+namespace Nodes {
+
+namespace {
+
+bool hasAncestorIn(const ConfigNode &node, const NodesArray &nodes)
+{
+    for (const ConfigNode *above = node.GetParent(); above; above = above->GetParent()) {
+        if (nodes.Contains(NodeLink(above)))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void NodesCollection::renumber(ConfigNode &subtree,
+                               std::unordered_map<unsigned long, unsigned long> &ids)
+{
+    const unsigned long fresh = NewId();
+    ids[subtree.m_id] = fresh;
+    subtree.m_id = fresh;
+    for (const auto &child : subtree.Children())
+        renumber(*child, ids);
+}
+
+Result NodesCollection::HoldClone(std::unique_ptr<ConfigNode> &node, bool renameOnInsert)
+{
+    const Result remembered = remember(*node);
+    if (!remembered) {
+        forget(*node);
+        return remembered;
+    }
+    const unsigned long id = node->m_id;
+    node->m_parent = nullptr;
+    m_clones[id] = std::move(node);
+    if (renameOnInsert)
+        m_renameOnInsert.insert(id);
+    return Result();
+}
+
+Result NodesCollection::CloneNodes(const NodesArray &nodes, NodesArray &clones, bool adopt)
+{
+    IdMap ids;
+    std::vector<std::unique_ptr<ConfigNode>> copies;
+    for (const NodeLink &link : nodes) {
+        const ConfigNode *source = link.GetNode();
+        if (!source || source->GetNodesCollection() != this)
+            return Result(Result::NotFound, "node " + std::to_string(link.GetNodeId()));
+        if (hasAncestorIn(*source, nodes))
+            continue; // comes with its ancestor's copy
+        copies.push_back(NodesArray::CreateNodeCopy(source->GetNodeType(), source));
+        renumber(*copies.back(), ids);
+    }
+    for (auto &copy : copies) {
+        RemapLinks(*copy, ids);
+        const NodeLink link(copy.get());
+        const Result held = HoldClone(copy, adopt);
+        if (!held)
+            return held;
+        clones.push_back(link);
+    }
+    return Result();
+}
+
+} // namespace Nodes

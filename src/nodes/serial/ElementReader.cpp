@@ -1,0 +1,270 @@
+#include "nodes/serial/ElementReader.h"
+
+#include "nodes/model/KindTable.h"
+#include "nodes/model/LinkCycles.h"
+#include "nodes/serial/PropertyHelp.h"
+#include "nodes/serial/UnknownNode.h"
+#include "nodes/serial/XmlText.h"
+
+#include <algorithm>
+
+namespace Nodes {
+
+namespace {
+
+constexpr std::size_t progressStep = 256;
+
+std::string quoted(std::string_view text)
+{
+    constexpr std::size_t shown = 60;
+    std::string part(text.substr(0, shown));
+    while (part.size() < text.size() && !part.empty() &&
+           (static_cast<unsigned char>(text[part.size()]) & 0xC0) == 0x80)
+        part.pop_back();
+    std::replace_if(
+        part.begin(), part.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return "«" + part + (part.size() < text.size() ? "…»" : "»");
+}
+
+std::string pathPart(const std::string &kind, const std::string &name)
+{
+    return name.empty() ? kind : kind + "[" + name + "]";
+}
+
+std::string join(const std::string &above, const std::string &below)
+{
+    return below.empty() ? above : above + "/" + below;
+}
+
+std::string pathOf(const pugi::xml_node &element)
+{
+    std::string path;
+    for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent())
+        path = join(pathPart(at.name(), at.attribute("name").value()), path);
+    return path;
+}
+
+std::string pathOf(const ConfigNode &node)
+{
+    std::string path;
+    for (const ConfigNode *at = &node; at; at = at->GetParent())
+        path = join(pathPart(at->GetKind()->key, at->GetName()), path);
+    return path;
+}
+
+} // namespace
+
+ElementReader::ElementReader(const XmlSource &source, const ElementScan &scan,
+                             NodesCollection &project, LoadReport &report, IdMode mode)
+    : m_source(source), m_scan(scan), m_project(project), m_report(report), m_mode(mode)
+{
+}
+
+void ElementReader::Report(LoadMessage::SeverityType severity, const pugi::xml_node &place,
+                           std::string text) const
+{
+    m_report.Add({severity, m_file, m_source.LineOf(place), pathOf(place), std::move(text)});
+}
+
+bool ElementReader::isStopped()
+{
+    if (m_fault)
+        return true;
+    ++m_done;
+    if (!m_progress || m_done % progressStep != 0)
+        return false;
+    m_progress->SetDone(m_done);
+    if (m_progress->IsCancelled())
+        m_fault = XmlFault{Result::Cancelled, 0, "cancelled", "загрузка прервана"};
+    return m_fault.has_value();
+}
+
+unsigned long ElementReader::idOf(const pugi::xml_node &element)
+{
+    const std::string_view text = element.attribute("id").value();
+    const auto id = ParseNodeId(text);
+    if (m_mode == FreshIds) {
+        const unsigned long fresh = m_project.NewId();
+        if (id)
+            m_ids.emplace(*id, fresh);
+        return fresh;
+    }
+    const auto earlier = m_scan.GetEarlier(element);
+    if (id && !earlier)
+        return *id;
+    const unsigned long fresh = m_project.NewId();
+    const std::string given = "; узлу присвоен номер " + std::to_string(fresh);
+    if (!id)
+        Report(LoadMessage::Error, element,
+               text.empty() ? "нет атрибута id" + given
+                            : "id=" + quoted(text) + " — ожидается целое число больше 0" + given);
+    else
+        Report(LoadMessage::Error, element,
+               "номер id=" + std::to_string(*id) + " уже занят узлом в строке " +
+                   std::to_string(m_source.LineAt(*earlier)) + " (этот узел — в строке " +
+                   std::to_string(m_source.LineOf(element)) + ")" + given +
+                   "; проверьте ссылки на него");
+    return fresh;
+}
+
+std::unique_ptr<ConfigNode> ElementReader::Read(pugi::xml_node element)
+{
+    if (isStopped())
+        return nullptr;
+    const KindInfo *kind = KindTable::Instance().FindByKey(element.name());
+    if (!kind || kind->type.GetSubtype() == NodeType::SubtypeUnknown)
+        return readUnknown(element);
+    std::unique_ptr<ConfigNode> node = m_project.CreateDetached(*kind, idOf(element));
+    node->SetName({});
+    if (m_mode == KeepIds)
+        m_places.push_back({node.get(), m_source.LineOf(element)});
+    readAttributes(element, *node);
+    readChildren(element, *node);
+    return m_fault ? nullptr : std::move(node);
+}
+
+std::unique_ptr<ConfigNode> ElementReader::readUnknown(const pugi::xml_node &element)
+{
+    const KindInfo *kind = KindTable::Instance().Find(NodeType(NodeType::SubtypeUnknown));
+    std::unique_ptr<ConfigNode> node = m_project.CreateDetached(*kind, idOf(element));
+    const std::string_view name = element.attribute("name").value();
+    node->SetName(std::string(name.empty() ? element.name() : name));
+    node->SetDescription(element.attribute("description").value());
+    static_cast<UnknownNode &>(*node).SetXml(PrintXml(element, pugi::format_raw));
+    Report(LoadMessage::Warning, element,
+           "неизвестный вид узла " + quoted(element.name()) +
+               "; он сохраняется без изменений, но не работает");
+    return node;
+}
+
+void ElementReader::readChildren(pugi::xml_node element, ConfigNode &node)
+{
+    while (const pugi::xml_node child = element.first_child()) {
+        readChild(child, element, node);
+        element.remove_child(child);
+    }
+}
+
+void ElementReader::readChild(const pugi::xml_node &child, const pugi::xml_node &element,
+                              ConfigNode &node)
+{
+    if (child.type() == pugi::node_comment) {
+        node.AddForeignAttribute(CommentKey, child.value());
+    } else if (child.type() != pugi::node_element) {
+        node.AddForeignAttribute(TextKey, child.value());
+        Report(LoadMessage::Warning, element,
+               "текст " + quoted(child.value()) + " внутри элемента не используется");
+    } else if (std::unique_ptr<ConfigNode> made = Read(child)) {
+        const NodeType type = made->GetNodeType();
+        if (type.GetSubtype() != NodeType::SubtypeUnknown && !node.GetKind()->AllowsChild(type))
+            Report(LoadMessage::Error, child,
+                   "узел вида " + quoted(child.name()) + " не может находиться внутри " +
+                       quoted(element.name()) + "; он сохранён, перенесите или удалите его");
+        node.Append(std::move(made));
+    }
+}
+
+void ElementReader::readAttributes(const pugi::xml_node &element, ConfigNode &node)
+{
+    m_seen.assign(node.GetKind()->properties.size(), false);
+    const bool isRoot = element.parent().type() == pugi::node_document;
+    for (const pugi::xml_attribute &attribute : element.attributes()) {
+        const std::string_view key = attribute.name();
+        const std::string_view value = attribute.value();
+        if (value.size() > m_attributeLimit) {
+            m_fault = XmlFault{Result::LimitExceeded, m_source.LineOf(element),
+                               "attribute " + std::string(key) + " too long",
+                               "слишком длинное значение атрибута " + quoted(key) + ", предел " +
+                                   std::to_string(m_attributeLimit) + " байт"};
+            return;
+        }
+        if (!(isRoot && key == "format"))
+            readAttribute(element, node, key, value);
+    }
+}
+
+void ElementReader::readAttribute(const pugi::xml_node &element, ConfigNode &node,
+                                  std::string_view key, std::string_view value)
+{
+    if (key == "id")
+        return;
+    if (key == "name")
+        node.SetName(std::string(value));
+    else if (key == "description")
+        node.SetDescription(std::string(value));
+    else
+        readProperty(element, node, key, value);
+}
+
+void ElementReader::readProperty(const pugi::xml_node &element, ConfigNode &node,
+                                 std::string_view key, std::string_view value)
+{
+    const KindInfo &kind = *node.GetKind();
+    const PropertyDescriptor *d = kind.FindProperty(key);
+    if (!d) {
+        Report(LoadMessage::Warning, element,
+               "неизвестный атрибут " + quoted(key) + "=" + quoted(value) +
+                   "; он сохраняется, но не действует");
+        node.AddForeignAttribute(std::string(key), std::string(value));
+        return;
+    }
+    const auto index = static_cast<std::size_t>(d - kind.properties.data());
+    if (m_seen[index]) {
+        Report(LoadMessage::Error, element,
+               "атрибут " + quoted(key) + " указан повторно; значение " + quoted(value) +
+                   " отброшено");
+        return;
+    }
+    m_seen[index] = true;
+    if (d->binding.parse(*d, node, value))
+        return;
+    Report(LoadMessage::Error, element,
+           quoted(key) + "=" + quoted(value) + " — ожидается " + DescribeExpected(*d) +
+               "; действует значение по умолчанию " + quoted(d->defaultText));
+    node.AddForeignAttribute(std::string(key), std::string(value));
+}
+
+void ElementReader::reportNode(const Place &place, std::string text) const
+{
+    m_report.Add({LoadMessage::Error, m_file, place.line, pathOf(*place.node), std::move(text)});
+}
+
+void ElementReader::checkDangling() const
+{
+    for (const Place &place : m_places) {
+        const KindInfo &kind = *place.node->GetKind();
+        VisitLinks(*place.node, kind, [&](const PropertyDescriptor &d, const NodeLink &link) {
+            if (!m_project.FindNode(link.GetNodeId()))
+                reportNode(place, quoted(d.key) + " ссылается на узел " +
+                                      std::to_string(link.GetNodeId()) +
+                                      ", которого нет в проекте; выберите другой узел или "
+                                      "очистите свойство");
+        });
+    }
+}
+
+void ElementReader::checkCycles() const
+{
+    std::vector<const ConfigNode *> nodes;
+    for (const Place &place : m_places)
+        nodes.push_back(place.node);
+    const std::vector<LinkCycle> cycles = FindLinkCycles(nodes);
+    if (cycles.empty())
+        return;
+    std::unordered_map<const ConfigNode *, const Place *> places;
+    for (const Place &place : m_places)
+        places.emplace(place.node, &place);
+    for (const LinkCycle &cycle : cycles)
+        reportNode(*places.at(cycle.node),
+                   quoted(cycle.property->key) + " ссылается на узел " +
+                       std::to_string(cycle.target->GetId()) +
+                       ", который сам ведёт обратно; разорвите кольцо ссылок");
+}
+
+void ElementReader::CheckLinks()
+{
+    checkDangling();
+    checkCycles();
+}
+
+} // namespace Nodes

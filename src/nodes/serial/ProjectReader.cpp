@@ -1,0 +1,125 @@
+#include "nodes/serial/ProjectReader.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/serial/ElementReader.h"
+#include "nodes/values/NumberText.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+namespace Nodes {
+
+namespace fs = std::filesystem;
+
+Result ProjectReader::fail(const XmlFault &fault)
+{
+    m_report.Add({LoadMessage::Fatal, m_file, fault.line, {}, fault.russian});
+    const std::string place = fault.line > 0 ? ":" + std::to_string(fault.line) : std::string();
+    return Result(fault.type, m_file + place + ": " + fault.english);
+}
+
+Result ProjectReader::readBytes(const std::string &path, std::string &bytes)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (!fs::exists(status))
+        return fail({Result::NotFound, 0, "no such file", "файл проекта не найден"});
+    if (!fs::is_regular_file(status))
+        return fail({Result::StorageError, 0, "not a regular file", "это не обычный файл"});
+    const std::uintmax_t size = fs::file_size(path, error);
+    if (!error && size > m_limits.fileSize)
+        return fail({Result::LimitExceeded, 0,
+                     "file of " + std::to_string(size) + " bytes, limit " +
+                         std::to_string(m_limits.fileSize),
+                     "файл слишком велик: " + std::to_string(size) + " байт, предел " +
+                         std::to_string(m_limits.fileSize)});
+    std::ifstream file(path, std::ios::binary);
+    bytes.resize(error ? 0 : static_cast<std::size_t>(size));
+    if (!file || !file.read(bytes.data(), static_cast<std::streamsize>(bytes.size())))
+        return fail({Result::StorageError, 0, std::string("cannot read: ") + std::strerror(errno),
+                     std::string("файл не читается: ") + std::strerror(errno)});
+    return Result();
+}
+
+Result ProjectReader::ReadFile(const std::string &path, std::unique_ptr<NodesCollection> &project)
+{
+    m_file = path;
+    std::string bytes;
+    const Result read = readBytes(path, bytes);
+    if (!read)
+        return read;
+    const Result built = ReadBuffer(std::move(bytes), path, project);
+    if (built)
+        project->SetDirectory(fs::absolute(path).parent_path().string());
+    return built;
+}
+
+Result ProjectReader::ReadBuffer(std::string bytes, const std::string &name,
+                                 std::unique_ptr<NodesCollection> &project)
+{
+    m_file = name;
+    if (m_progress && m_progress->IsCancelled())
+        return fail({Result::Cancelled, 0, "cancelled", "загрузка прервана"});
+    XmlSource source(std::move(bytes));
+    if (const auto fault = source.Parse(m_limits))
+        return fail(*fault);
+    const Result known = checkFormat(source);
+    return known ? build(source, project) : known;
+}
+
+Result ProjectReader::checkFormat(const XmlSource &source)
+{
+    const pugi::xml_node root = source.GetRoot();
+    const int line = source.LineOf(root);
+    const std::string name = root.name();
+    if (name != "project")
+        return fail({Result::ParseError, line, "root element " + name + " instead of project",
+                     "корневой элемент «" + name + "», а не «project»: это не файл проекта"});
+    const std::string text = root.attribute("format").value();
+    const auto format = ParseInteger(text);
+    if (!format || *format < 1)
+        return fail({Result::ParseError, line, "format=\"" + text + "\" is no format number",
+                     "нет номера формата: format=«" + text + "», ожидается целое число от 1"});
+    if (*format > Format)
+        return fail({Result::ParseError, line,
+                     "format " + text + " is newer than " + std::to_string(Format),
+                     "формат " + text + " новее поддерживаемого (" + std::to_string(Format) +
+                         "); обновите программу"});
+    return Result();
+}
+
+Result ProjectReader::build(const XmlSource &source, std::unique_ptr<NodesCollection> &project)
+{
+    ElementScan scan(source.GetRoot());
+    if (const pugi::xml_node deep = scan.Run(m_limits.depth))
+        return fail({Result::LimitExceeded, source.LineOf(deep),
+                     "elements nested deeper than " + std::to_string(m_limits.depth),
+                     "вложенность больше " + std::to_string(m_limits.depth) + " уровней"});
+    if (m_progress)
+        m_progress->SetTotal(scan.GetCount());
+
+    auto fresh = std::make_unique<NodesCollection>();
+    fresh->ReserveIds(scan.GetHighestId());
+    ElementReader reader(source, scan, *fresh, m_report, ElementReader::KeepIds);
+    reader.SetFile(m_file);
+    reader.SetProgress(m_progress);
+    reader.SetAttributeLimit(m_limits.attributeLength);
+    if (source.HasDoctype())
+        reader.Report(LoadMessage::Warning, source.GetRoot(),
+                      "объявление DOCTYPE отброшено, сущности не раскрываются");
+    std::unique_ptr<ConfigNode> root = reader.Read(source.GetRoot());
+    if (reader.GetFault())
+        return fail(*reader.GetFault());
+    const Result installed = fresh->SetRoot(std::move(root));
+    if (!installed)
+        return fail({installed.GetType(), 0, installed.GetDetail(), "повтор номера узла"});
+    reader.CheckLinks();
+    if (m_progress)
+        m_progress->SetDone(scan.GetCount());
+    project = std::move(fresh);
+    return Result();
+}
+
+} // namespace Nodes

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "nodes/model/PropertyDescriptor.h"
+
+#include <string>
+
+namespace Nodes {
+
+/// Russian words for what a property's text must look like: type, range, admissible words.
+std::string DescribeExpected(const PropertyDescriptor &descriptor);
+
+} // namespace Nodes

@@ -1,0 +1,23 @@
+#include "nodes/serial/UnknownNode.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
+
+namespace Nodes {
+
+KindInfo UnknownNode::Kind()
+{
+    return KindBuilder::For<UnknownNode>(NodeType::SubtypeUnknown, "unknown", "Unknown element",
+                                         "Неизвестный элемент")
+        .Property<&UnknownNode::m_xml>(1901, "xml", "Source text", "Исходный текст")
+        .Hint("readonly");
+}
+
+void UnknownNode::Validate(ValidationResults &results) const
+{
+    results.Add(GetNodeLink(), Result(this, Result::NotAvailable),
+                GetPath() + ": элемент неизвестного вида. Он сохраняется в файле без изменений, но "
+                            "не работает; обновите программу или удалите его.");
+}
+
+} // namespace Nodes

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace Nodes {
+
+/// Offset of the first byte that is no part of well-formed UTF-8; nothing when all of it is.
+std::optional<std::size_t> FindInvalidUtf8(std::string_view text);
+
+} // namespace Nodes
