@@ -1,6 +1,7 @@
 #include "apps/plant/PlantServer.h"
 #include "apps/plant/RegisterMap.h"
 
+#include <QFile>
 #include <QtTest>
 
 #include <modbus.h>
@@ -156,6 +157,7 @@ class TestPlantServer : public QObject
 
 private slots:
     void mapHasNoGapsAndNoTwins();
+    void documentedAsItIs();
     void codecKeepsValueAndWordOrder_data();
     void codecKeepsValueAndWordOrder();
     void commandsActThroughTheProcess();
@@ -190,6 +192,19 @@ void TestPlantServer::mapHasNoGapsAndNoTwins()
                        RegisterTable::Input})
         total += tableSize(table);
     QCOMPARE(cells.size(), total);
+}
+
+void TestPlantServer::documentedAsItIs()
+{
+    QFile page(STATION_SOURCE_DIR "/docs/plant.md");
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    const QByteArray text = page.readAll();
+    for (const RegisterEntry &row : registerMap()) {
+        const QByteArray last = QByteArray::number(row.address + row.width() - 1);
+        const QByteArray from = row.width() == 1 ? "" : QByteArray::number(row.address) + "-";
+        const QByteArray line = "| " + from + last + " | " + row.name.c_str() + " |";
+        QVERIFY2(text.contains(line), line.constData());
+    }
 }
 
 void TestPlantServer::codecKeepsValueAndWordOrder_data()
