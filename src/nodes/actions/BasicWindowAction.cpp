@@ -1,0 +1,21 @@
+#include "nodes/actions/BasicWindowAction.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/visual/BasicWindow.h"
+
+namespace Nodes {
+
+void BasicWindowAction::Describe(KindBuilder &builder)
+{
+    builder.Property<&BasicWindowAction::m_window>(16001, "window", "Window", "Окно")
+        .Refers({NodeType::TypeWindow})
+        .Property<&BasicWindowAction::m_display>(16002, "display", "Display", "Дисплей")
+        .Range(-1, 64);
+}
+
+BasicWindow *BasicWindowAction::GetWindow() const
+{
+    return dynamic_cast<BasicWindow *>(m_window.GetNode());
+}
+
+} // namespace Nodes

@@ -1,0 +1,19 @@
+#pragma once
+
+namespace Nodes {
+
+/// What an action knows of the gesture that triggered it.
+class IAction
+{
+public:
+    virtual ~IAction() = default;
+
+    /// 0-based number of the display on which the action was triggered.
+    int currentDisplay() const { return m_currentDisplay; }
+    void setCurrentDisplay(int display) { m_currentDisplay = display; }
+
+private:
+    int m_currentDisplay = 0;
+};
+
+} // namespace Nodes

@@ -1,0 +1,16 @@
+#include "nodes/actions/actionCloseWindow.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo actionCloseWindow::Kind()
+{
+    return KindBuilder::For<actionCloseWindow>(NodeType::enNodeSubtype(0x10004),
+                                               "actionCloseWindow", "Close window", "Закрытие окна")
+        .Inherit<BasicWindowAction>()
+        .Property<&actionCloseWindow::m_isCurrentWindow>(16011, "current", "Current window",
+                                                         "Текущее окно");
+}
+
+} // namespace Nodes

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "nodes/actions/BasicWindowAction.h"
+
+namespace Nodes {
+
+/// Closes a configured window or the one that is active.
+class NODES_EXPORT actionCloseWindow : public BasicWindowAction
+{
+public:
+    static KindInfo Kind();
+    bool isCurrentWindow() const { return m_isCurrentWindow; }
+
+private:
+    bool m_isCurrentWindow = false;
+};
+
+} // namespace Nodes

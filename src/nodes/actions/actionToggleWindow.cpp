@@ -1,0 +1,15 @@
+#include "nodes/actions/actionToggleWindow.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo actionToggleWindow::Kind()
+{
+    return KindBuilder::For<actionToggleWindow>(NodeType::enNodeSubtype(0x1000a),
+                                                "actionToggleWindow", "Toggle window",
+                                                "Показ или скрытие окна")
+        .Inherit<BasicPlacingAction>();
+}
+
+} // namespace Nodes

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "nodes/actions/BasicPlacingAction.h"
+
+namespace Nodes {
+
+/// Hides an open window or shows it again.
+class NODES_EXPORT actionToggleWindow : public BasicPlacingAction
+{
+public:
+    static KindInfo Kind();
+};
+
+} // namespace Nodes

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "nodes/auth/AuthPriv.h"
+#include "nodes/model/ConfigNode.h"
+
+#include <boost/signals2/connection.hpp>
+
+#include <functional>
+#include <memory>
+
+namespace Nodes {
+
+/// Users of a station: who is logged in and what they may do. Users and roles are nodes below it
+/// or anywhere in the project. Log-in and log-out on the GUI thread; CheckAccess on any thread.
+class NODES_EXPORT systemAuthentication : public ConfigNode
+{
+public:
+    systemAuthentication();
+    ~systemAuthentication() override;
+    static KindInfo Kind();
+
+    /// Logs the user in without a password: for users configured as such and for log-in actions
+    /// that name one. Users that have a password are refused.
+    [[nodiscard]] Result Authenticate(const NodeLink &user);
+    /// Checks the password against the stored Argon2id hash. From the third failure in a row the
+    /// answer is delayed: LimitExceeded is returned until the pause (1, 2, 4, ... 60 s) is over.
+    /// Every attempt is journalled.
+    [[nodiscard]] Result Authenticate(const NodeLink &user, const std::string &password);
+    void Logout();
+    /// Empty when nobody is logged in.
+    NodeLink GetCurrentUser() const;
+    /// "" when nobody is logged in.
+    std::string GetCurrentUserName() const;
+
+    /// Whether the current user may do `privilege` with `node`: the rule nearest to the node
+    /// decides, at equal distance a refusal wins. With nobody logged in the guest role's rules
+    /// count. Any thread.
+    enNodePrivMode CheckAccess(AuthPriv privilege, const NodeLink &node) const;
+    enAccessDeniedAction GetAccessDeniedAction() const;
+
+    /// Argon2id hash in its own text form, salted; "" when memory is short.
+    static std::string HashPassword(const std::string &password);
+
+    /// Announces log-ins and log-outs with the new user's link (empty on log-out).
+    boost::signals2::connection ConnectUserChanged(std::function<void(NodeLink)> slot);
+
+    Result Start() override;
+
+private:
+    struct State;
+
+    int m_accessDeniedAction = AccessDeniedRefuse;
+    NodeLink m_guestRole;
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace Nodes

@@ -1,0 +1,84 @@
+#include "nodes/drivers/BasicDriver.h"
+
+#include "nodes/drivers/SignalSink.h"
+#include "nodes/drivers/driverStatus.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/ValueCell.h"
+
+namespace Nodes {
+
+void BasicDriver::Describe(KindBuilder &builder)
+{
+    builder.Property<&BasicDriver::m_isEnabled>(3001, "enabled", "Enabled", "Включён")
+        .Children({NodeType::TypeFolder, NodeType::TypeSignal, NodeType::TypeDriverGroup});
+}
+
+std::vector<BasicSignal *> BasicDriver::GetSignals() const
+{
+    std::vector<BasicSignal *> found;
+    for (const NodeLink &link : GetNodes(true)) {
+        if (auto *signal = dynamic_cast<BasicSignal *>(link.GetNode()))
+            found.push_back(signal);
+    }
+    return found;
+}
+
+BasicDriver *BasicDriver::Above(const ConfigNode &node)
+{
+    for (ConfigNode *parent = node.GetParent(); parent; parent = parent->GetParent()) {
+        if (auto *driver = dynamic_cast<BasicDriver *>(parent))
+            return driver;
+    }
+    return nullptr;
+}
+
+Result BasicDriver::Start()
+{
+    if (GetState() == NodeState::Running)
+        return Result();
+    if (!m_isEnabled) {
+        DegradeAll(Result(this, Result::NotAvailable, GetName() + " is disabled"));
+        return Result();
+    }
+    const Result started = StartWork();
+    if (started)
+        return ConfigNode::Start();
+    SetState(NodeState::Failed);
+    DegradeAll(started);
+    StoreMessage(LevelWarning, "Драйвер не запущен: " + started.GetDetail(), GetNodeLink());
+    return started;
+}
+
+Result BasicDriver::Stop()
+{
+    if (GetState() == NodeState::Running) {
+        StopWork();
+        DegradeAll(Result(this, Result::NotAvailable, GetName() + " is stopped"));
+    }
+    return ConfigNode::Stop();
+}
+
+BasicDriver::Cells BasicDriver::GetStatusCells() const
+{
+    Cells cells;
+    for (const BasicSignal *signal : GetSignals()) {
+        if (dynamic_cast<const driverStatus *>(signal))
+            cells.push_back(signal->GetCell());
+    }
+    return cells;
+}
+
+void BasicDriver::PublishStatus(const Cells &cells, bool isConnected)
+{
+    for (const auto &cell : cells)
+        cell->Publish(isConnected);
+}
+
+void BasicDriver::DegradeAll(const Result &reason)
+{
+    for (const BasicSignal *signal : GetSignals())
+        SignalSink(*signal).Lose(reason);
+}
+
+} // namespace Nodes

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Nodes {
+
+class BasicSignal;
+class KindBuilder;
+class ValueCell;
+
+/// A source of live values: a device, a bus, this machine. Its signals are its descendants. Start
+/// reads the configuration into plain structures on the GUI thread, then a thread of the driver's
+/// own works on those and on the signals' cells only; Stop joins that thread. A driver that loses
+/// its device turns its signals Bad within its time-out and recovers by itself.
+class NODES_EXPORT BasicDriver : public ConfigNode
+{
+public:
+    bool isEnabled() const { return m_isEnabled; }
+
+    /// Every signal below this driver, in tree order, its driverStatus signals among them.
+    std::vector<BasicSignal *> GetSignals() const;
+    /// The nearest driver above the node; null without one.
+    static BasicDriver *Above(const ConfigNode &node);
+
+    /// Starts the driver's work. A disabled driver stays stopped and its signals are Bad with
+    /// NotAvailable. A failure is journalled and its reason is what the signals show.
+    Result Start() override;
+    /// Ends the driver's work; its signals are then Bad, so that nothing looks live.
+    Result Stop() override;
+
+protected:
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
+
+    using Cells = std::vector<std::shared_ptr<ValueCell>>;
+
+    /// Starts the thread. On failure nothing of the driver runs.
+    [[nodiscard]] virtual Result StartWork() = 0;
+    /// Joins the thread; called only after StartWork succeeded.
+    virtual void StopWork() = 0;
+
+    /// Cells of the driverStatus signals below: a thread publishes the link state into them.
+    Cells GetStatusCells() const;
+    static void PublishStatus(const Cells &cells, bool isConnected);
+
+    /// Marks every signal Bad with the reason; any thread is fine for the cells it touches, but it
+    /// walks the tree: GUI thread.
+    void DegradeAll(const Result &reason);
+
+private:
+    bool m_isEnabled = true;
+};
+
+} // namespace Nodes

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/events/EventLevel.h"
+#include "nodes/model/NodeLink.h"
+#include "nodes/values/Timestamp.h"
+
+#include <string>
+
+namespace Nodes {
+
+/// State of an alarm after ISA-18.2.
+enum class AlarmState {
+    None = 0, ///< an event that is no alarm
+    ActiveUnacked = 1,
+    ActiveAcked = 2,
+    ReturnedUnacked = 3,
+    Normal = 4,
+    Shelved = 5,
+    Suppressed = 6,
+    OutOfService = 7
+};
+
+/// An event or alarm record. Plain value, copied across threads.
+struct NODES_EXPORT BasicEvent
+{
+    unsigned long id = 0; ///< journal row; 0 until stored
+    Timestamp time = 0;   ///< when it happened
+    EventLevel level = LevelInformation;
+    EventType type = TypeMessage;
+    std::string text;
+    std::string source;   ///< name of the source at the time; kept when the node is renamed
+    NodeLink sourceNode;  ///< empty when the source is no node
+    std::string user;     ///< who did it; "" for the system itself
+    std::string oldValue; ///< of a write, else ""
+    std::string newValue;
+    AlarmState alarmState = AlarmState::None;
+    int priority = 0;             ///< of an alarm: 1 highest to 4 lowest, 0 for other events
+    unsigned long occurrence = 0; ///< same number for all records of one occurrence of an alarm
+
+    bool operator==(const BasicEvent &other) const;
+    bool operator!=(const BasicEvent &other) const { return !(*this == other); }
+};
+
+} // namespace Nodes

@@ -1,0 +1,57 @@
+#include "nodes/kinds/BuiltInKinds.h"
+
+#include "nodes/actions/actionChangeComposition.h"
+#include "nodes/actions/actionCloseWindow.h"
+#include "nodes/actions/actionShowWindow.h"
+#include "nodes/actions/actionToggleWindow.h"
+#include "nodes/actions/actionWriteValue.h"
+#include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/model/KindTable.h"
+#include "nodes/serial/UnknownNode.h"
+#include "nodes/signals/memorySignal.h"
+#include "nodes/system/BasicFolder.h"
+#include "nodes/system/BasicProject.h"
+#include "nodes/system/BasicStation.h"
+#include "nodes/system/systemVisualization.h"
+#include "nodes/visual/BasicComposition.h"
+#include "nodes/visual/BasicFrame.h"
+#include "nodes/visual/BasicLayer.h"
+#include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/widgetLabel.h"
+#include "nodes/visual/widgetMultiLabel.h"
+#include "nodes/visual/widgetState.h"
+#include "nodes/visual/windowComposed.h"
+
+namespace Nodes {
+
+void AddBuiltInKinds(KindTable &table)
+{
+    // System
+    table.Add(UnknownNode::Kind());
+    table.Add(BasicProject::Kind());
+    table.Add(BasicStation::Kind());
+    table.Add(BasicFolder::Kind());
+    table.Add(systemVisualization::Kind());
+    table.Add(systemAlarming::Kind());
+    table.Add(systemAuthentication::Kind());
+    // Signals and drivers
+    table.Add(memorySignal::Kind());
+    // Screens
+    table.Add(BasicFrame::Kind());
+    table.Add(BasicWindow::Kind());
+    table.Add(windowComposed::Kind());
+    table.Add(BasicComposition::Kind());
+    table.Add(BasicLayer::Kind());
+    table.Add(widgetLabel::Kind());
+    table.Add(widgetMultiLabel::Kind());
+    table.Add(widgetState::Kind());
+    // Actions
+    table.Add(actionShowWindow::Kind());
+    table.Add(actionCloseWindow::Kind());
+    table.Add(actionToggleWindow::Kind());
+    table.Add(actionChangeComposition::Kind());
+    table.Add(actionWriteValue::Kind());
+}
+
+} // namespace Nodes

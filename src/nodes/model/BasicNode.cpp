@@ -1,0 +1,222 @@
+#include "nodes/model/BasicNode.h"
+
+#include "nodes/model/BasicProperty.h"
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindInfo.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/BasicStation.h"
+#include "nodes/system/systemCore.h"
+
+#include <algorithm>
+
+namespace Nodes {
+
+struct BasicNode::Rare
+{
+    std::vector<std::unique_ptr<BasicProperty>> properties;
+    Attributes foreign;
+};
+
+BasicNode::BasicNode() = default;
+BasicNode::~BasicNode() = default;
+
+BasicNode::Rare &BasicNode::rare() const
+{
+    if (!m_rare)
+        m_rare = std::make_unique<Rare>();
+    return *m_rare;
+}
+
+NodeType BasicNode::GetNodeType() const
+{
+    return m_kind ? m_kind->type : NodeType();
+}
+
+std::vector<ConfigNode *> BasicNode::GetPathNodes() const
+{
+    std::vector<ConfigNode *> path;
+    const BasicNode *node = this;
+    while (node) {
+        path.push_back(static_cast<ConfigNode *>(const_cast<BasicNode *>(node)));
+        node = node->m_parent;
+    }
+    std::reverse(path.begin(), path.end());
+    return path;
+}
+
+std::string BasicNode::GetPath() const
+{
+    std::string path;
+    for (const BasicNode *node = this; node && node->m_parent; node = node->m_parent)
+        path = path.empty() ? node->m_name : node->m_name + "/" + path;
+    return path;
+}
+
+std::string BasicNode::GetLinkName(enLinkNameType type) const
+{
+    return type == LinkNamePath ? GetPath() : m_name;
+}
+
+void BasicNode::SetName(std::string name)
+{
+    m_name = std::move(name);
+}
+
+void BasicNode::SetDescription(std::string description)
+{
+    m_description = std::move(description);
+}
+
+systemCore *BasicNode::GetCore() const
+{
+    return m_collection ? m_collection->GetCore() : nullptr;
+}
+
+BasicStation *BasicNode::GetStation() const
+{
+    for (const BasicNode *node = this; node; node = node->m_parent) {
+        if (auto *station = dynamic_cast<const BasicStation *>(node))
+            return const_cast<BasicStation *>(station);
+    }
+    return GetLocalStation();
+}
+
+BasicStation *BasicNode::GetLocalStation() const
+{
+    const systemCore *core = GetCore();
+    return core ? core->GetLocalStation() : nullptr;
+}
+
+bool BasicNode::IsLocal() const
+{
+    return GetStation() == GetLocalStation();
+}
+
+std::vector<BasicProperty *> BasicNode::GetProperties() const
+{
+    std::vector<BasicProperty *> all;
+    if (!m_kind)
+        return all;
+    for (const PropertyDescriptor &descriptor : m_kind->properties)
+        all.push_back(GetPropertyByValueId(descriptor.valueId));
+    return all;
+}
+
+BasicProperty *BasicNode::GetPropertyByValueId(unsigned valueId) const
+{
+    const PropertyDescriptor *descriptor = m_kind ? m_kind->FindProperty(valueId) : nullptr;
+    if (!descriptor)
+        return nullptr;
+    auto &properties = rare().properties;
+    for (const auto &property : properties) {
+        if (&property->GetDescriptor() == descriptor)
+            return property.get();
+    }
+    auto *self = const_cast<BasicNode *>(this);
+    return properties.emplace_back(std::make_unique<BasicProperty>(self, descriptor)).get();
+}
+
+std::vector<BasicProperty *> BasicNode::GetPropertiesByParent(unsigned long id) const
+{
+    const ConfigNode *child = m_collection ? m_collection->FindNode(id) : nullptr;
+    return child && child->GetParent() == this ? child->GetProperties()
+                                               : std::vector<BasicProperty *>();
+}
+
+std::vector<BasicProperty *> BasicNode::GetInputProperties() const
+{
+    std::vector<BasicProperty *> inputs;
+    if (!m_kind)
+        return inputs;
+    for (const PropertyDescriptor &d : m_kind->properties) {
+        const auto &families = d.linkFamilies;
+        if (std::find(families.begin(), families.end(), NodeType::TypeSignal) != families.end())
+            inputs.push_back(GetPropertyByValueId(d.valueId));
+    }
+    return inputs;
+}
+
+void BasicNode::OnPropertyChanged(const PropertyDescriptor &) {}
+
+void BasicNode::announce(const PropertyDescriptor &descriptor)
+{
+    RemoveForeignAttribute(descriptor.key);
+    OnPropertyChanged(descriptor);
+    NotifyPropertyChanged(GetPropertyByValueId(descriptor.valueId));
+}
+
+Result BasicNode::SetProperty(unsigned valueId, const boost::any &value)
+{
+    const PropertyDescriptor *d = m_kind ? m_kind->FindProperty(valueId) : nullptr;
+    if (!d)
+        return Result(this, Result::NotFound, "property " + std::to_string(valueId));
+    const boost::any old = d->binding.get(*this);
+    const std::string oldText = d->binding.format(*d, *this);
+    if (!d->binding.set(*this, value))
+        return Result(this, Result::WrongType, d->key);
+    const std::string newText = d->binding.format(*d, *this);
+    if (newText == oldText)
+        return Result();
+    // Ranges are known to the text form only, so the new value is checked by reading it back.
+    if (!d->binding.parse(*d, *this, newText)) {
+        d->binding.set(*this, old);
+        return Result(this, Result::OutOfRange, d->key + " = " + newText);
+    }
+    announce(*d);
+    return Result();
+}
+
+Result BasicNode::SetPropertyText(std::string_view key, std::string_view text)
+{
+    const PropertyDescriptor *d = m_kind ? m_kind->FindProperty(key) : nullptr;
+    if (!d)
+        return Result(this, Result::NotFound, "property " + std::string(key));
+    const std::string old = d->binding.format(*d, *this);
+    if (!d->binding.parse(*d, *this, text))
+        return Result(this, Result::WrongType, d->key + " = " + std::string(text));
+    if (d->binding.format(*d, *this) != old)
+        announce(*d);
+    return Result();
+}
+
+bool BasicNode::IsLinked(const NodeLink &link) const
+{
+    if (!m_kind || link.isEmpty())
+        return false;
+    for (const PropertyDescriptor &d : m_kind->properties) {
+        if (d.binding.type != PropertyType::Link && d.binding.type != PropertyType::Links)
+            continue;
+        const boost::any value = d.binding.get(*this);
+        if (const auto *single = boost::any_cast<NodeLink>(&value)) {
+            if (*single == link)
+                return true;
+        } else if (const auto *list = boost::any_cast<NodeLinks>(&value)) {
+            if (std::find(list->begin(), list->end(), link) != list->end())
+                return true;
+        }
+    }
+    return false;
+}
+
+const BasicNode::Attributes &BasicNode::GetForeignAttributes() const
+{
+    static const Attributes none;
+    return m_rare ? m_rare->foreign : none;
+}
+
+void BasicNode::AddForeignAttribute(std::string key, std::string value)
+{
+    rare().foreign.emplace_back(std::move(key), std::move(value));
+}
+
+void BasicNode::RemoveForeignAttribute(std::string_view key)
+{
+    if (!m_rare)
+        return;
+    auto &foreign = m_rare->foreign;
+    foreign.erase(std::remove_if(foreign.begin(), foreign.end(),
+                                 [&](const auto &attribute) { return attribute.first == key; }),
+                  foreign.end());
+}
+
+} // namespace Nodes

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/model/BasicCollection.h"
+#include "nodes/model/NodeLink.h"
+#include "nodes/model/NodesArray.h"
+
+#include <algorithm>
+#include <memory>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace Nodes {
+
+class systemCore;
+struct KindInfo;
+
+/// A project: owns the tree from its root and indexes every node of it by id. Built on one thread
+/// (a loading thread may do it) and used on the GUI thread from the moment a core adopts it.
+class NODES_EXPORT NodesCollection : public BasicCollection
+{
+public:
+    NodesCollection();
+    ~NodesCollection() override;
+
+    ConfigNode *GetRoot() const { return m_root.get(); }
+    /// Null when no node has that id.
+    ConfigNode *FindNode(unsigned long id) const;
+    /// Appends every node of that type (family or exact kind) in tree order; count appended.
+    int FindNodes(NodeType type, NodeLinks *found) const;
+    /// Nodes whose path (names separated by '/') is `path`, in tree order.
+    std::vector<ConfigNode *> GetNodesByPath(const std::string &path) const;
+    std::size_t GetNodeCount() const { return m_index.size(); }
+
+    /// Makes a node of a registered kind with a fresh id and, unless `parent` is null, adds it
+    /// there with a name unique among its siblings. Null when the kind is unknown or not allowed.
+    ConfigNode *CreateNode(NodeType type, ConfigNode *parent);
+    /// Makes a node that is in no tree yet; `id` 0 takes a fresh one.
+    std::unique_ptr<ConfigNode> CreateDetached(const KindInfo &kind, unsigned long id = 0);
+    /// Detached deep copies with fresh ids, links among the copied nodes following the copies.
+    /// The clones stay owned by this collection until AddNode takes them through TakeClone.
+    /// With `adopt` their names are made unique where AddNode inserts them. NotFound when a node
+    /// does not exist; nothing is cloned then.
+    [[nodiscard]] Result CloneNodes(const NodesArray &nodes, NodesArray &clones, bool adopt);
+    /// Null when the link names no clone held here.
+    std::unique_ptr<ConfigNode> TakeClone(const NodeLink &clone);
+    /// Holds and indexes a detached node until TakeClone. On Duplicate the node is untouched.
+    [[nodiscard]] Result HoldClone(std::unique_ptr<ConfigNode> &node, bool renameOnInsert);
+    /// True once for a clone whose name is to be made unique by whoever inserts it.
+    bool takeRenameMark(unsigned long id) { return m_renameOnInsert.erase(id) != 0; }
+
+    /// Installs the root of a freshly built tree and indexes it. Duplicate names the first id that
+    /// occurs twice; the tree is then not installed.
+    [[nodiscard]] Result SetRoot(std::unique_ptr<ConfigNode> root);
+
+    systemCore *GetCore() const { return m_core; }
+    void SetCore(systemCore *core) { m_core = core; }
+    /// Directory of the project file; resources are relative to it.
+    const std::string &GetDirectory() const { return m_directory; }
+    void SetDirectory(std::string directory) { m_directory = std::move(directory); }
+    unsigned long NewId() { return ++m_lastId; }
+    /// Fresh ids are taken above `id` from now on.
+    void ReserveIds(unsigned long id) { m_lastId = std::max(m_lastId, id); }
+    unsigned long GetToken() const { return m_token; }
+
+    // Called for nodes that enter or leave the tree.
+    [[nodiscard]] Result remember(ConfigNode &subtree);
+    void forget(ConfigNode &subtree);
+
+    /// Project that bare ids refer into: the last one a core adopted; null without one.
+    static NodesCollection *Current();
+    static void SetCurrent(NodesCollection *collection);
+    /// Null when the project with that token is gone. Any thread.
+    static NodesCollection *FromToken(unsigned long token);
+
+private:
+    NodesCollection &project() override { return *this; }
+    void setUp(ConfigNode &node, const KindInfo &kind, unsigned long id);
+    void forgetOne(ConfigNode &node);
+    /// Gives the subtree fresh ids and notes old and new.
+    void renumber(ConfigNode &subtree, std::unordered_map<unsigned long, unsigned long> &ids);
+
+    unsigned long m_token;
+    unsigned long m_lastId = 0;
+    systemCore *m_core = nullptr;
+    std::string m_directory;
+    std::unordered_map<unsigned long, ConfigNode *> m_index;
+    std::unordered_map<unsigned long, std::unique_ptr<ConfigNode>> m_clones;
+    std::unordered_set<unsigned long> m_renameOnInsert;
+    std::unique_ptr<ConfigNode> m_root;
+};
+
+} // namespace Nodes

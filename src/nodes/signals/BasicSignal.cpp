@@ -1,0 +1,117 @@
+#include "nodes/signals/BasicSignal.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/system/BasicStation.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/values/NumberText.h"
+#include "nodes/values/ValueCell.h"
+
+#include <cmath>
+
+namespace Nodes {
+
+BasicSignal::BasicSignal() : m_cell(std::make_shared<ValueCell>()) {}
+BasicSignal::~BasicSignal() = default;
+
+void BasicSignal::Describe(KindBuilder &builder)
+{
+    builder.Property<&BasicSignal::m_valueType>(5001, "type", "Value type", "Тип значения")
+        .Choice(int(enSignalValueType::String), "string", "Строка")
+        .Choice(int(enSignalValueType::Bool), "bool", "Логический")
+        .Choice(int(enSignalValueType::Int), "int", "Целый")
+        .Choice(int(enSignalValueType::Double), "double", "Вещественный")
+        .Choice(int(enSignalValueType::ULong), "ulong", "Целый без знака")
+        .Property<&BasicSignal::m_unit>(5002, "unit", "Unit", "Единица измерения")
+        .Property<&BasicSignal::m_decimals>(5003, "decimals", "Decimals", "Знаков после запятой")
+        .Range(0, 9)
+        .Property<&BasicSignal::m_minimum>(5004, "minimum", "Minimum", "Нижний предел")
+        .Property<&BasicSignal::m_maximum>(5005, "maximum", "Maximum", "Верхний предел")
+        .Property<&BasicSignal::m_isWritable>(5006, "writable", "Writable", "Разрешена запись")
+        .Property<&BasicSignal::m_staleAfter>(5007, "staleAfter", "Stale after, ms",
+                                              "Устаревает через, мс")
+        .Range(0, 86400000)
+        .Property<&BasicSignal::m_deadband>(5008, "deadband", "Deadband", "Зона нечувствительности")
+        .Range(0, 1e12)
+        .Children({NodeType::TypeAlarm});
+}
+
+SignalValue BasicSignal::GetValue() const
+{
+    return m_cell->Value();
+}
+
+SignalValue BasicSignal::Convert(const SignalValue &value) const
+{
+    const double number = value.ToDouble();
+    const Result wrongType(this, Result::WrongType, GetName() + " = " + value.ToString());
+    if (value.IsError() || value.IsEmpty())
+        return wrongType;
+    switch (GetValueType()) {
+    case enSignalValueType::String:
+        return value.ToString();
+    case enSignalValueType::Bool:
+        return std::isnan(number) && value.ToString() != "true" && value.ToString() != "false"
+                   ? SignalValue(wrongType)
+                   : SignalValue(value.ToBool());
+    case enSignalValueType::Int:
+        return std::isnan(number) ? SignalValue(wrongType) : SignalValue(value.ToInt());
+    case enSignalValueType::ULong:
+        return std::isnan(number) || number < 0 ? SignalValue(wrongType)
+                                                : SignalValue(value.ToULong());
+    default:
+        return std::isnan(number) ? SignalValue(wrongType) : SignalValue(number);
+    }
+}
+
+Result BasicSignal::checkWrite(const SignalValue &converted) const
+{
+    if (const BasicStation *station = GetStation()) {
+        const systemAuthentication *users = station->GetSystemAuthentication();
+        if (users && !IsGranted(users->CheckAccess(PrivilegeWrite, GetNodeLink())))
+            return Result(this, Result::AccessDenied);
+    }
+    if (!m_isWritable)
+        return Result(this, Result::ReadOnly, GetName());
+    if (converted.IsError())
+        return converted.GetError();
+    const bool isAnalog = converted.GetType() != enSignalValueType::Bool && converted.IsNumber();
+    const double number = converted.ToDouble();
+    if (isAnalog && m_minimum < m_maximum && !(number >= m_minimum && number <= m_maximum))
+        return Result(this, Result::OutOfRange,
+                      GetName() + " = " + converted.ToString() + ", " + FormatDouble(m_minimum) +
+                          ".." + FormatDouble(m_maximum));
+    return Result();
+}
+
+Result BasicSignal::WriteValue(const SignalValue &value)
+{
+    const SignalValue old = GetValue();
+    const SignalValue converted = Convert(value);
+    Result result = checkWrite(converted);
+    if (result)
+        result = DoWrite(converted);
+    journalWrite(old, converted.IsError() ? value : converted, result);
+    return result;
+}
+
+void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
+                               const Result &result) const
+{
+    const systemCore *core = GetCore();
+    if (!core)
+        return;
+    BasicEvent event;
+    event.level = result ? LevelAction : LevelSecurity;
+    event.text = result ? "Запись значения" : "Запись отклонена: " + result.GetResultTranslated();
+    event.source = GetPath();
+    event.sourceNode = GetNodeLink();
+    if (const systemAuthentication *users = core->GetSystemAuthentication())
+        event.user = users->GetCurrentUserName();
+    event.oldValue = old.ToString();
+    event.newValue = value.ToString();
+    (void)core->GetJournal().Append(std::move(event));
+}
+
+} // namespace Nodes

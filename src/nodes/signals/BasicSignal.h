@@ -1,0 +1,72 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/values/SignalValue.h"
+
+#include <memory>
+
+namespace Nodes {
+
+class KindBuilder;
+class ValueCell;
+
+/// A tag: one live value with its engineering data. The value itself lives in a shared cell that
+/// drivers publish into; the node holds what is configured. Kinds of signals differ in where the
+/// value comes from and where a write goes (see DoWrite).
+class NODES_EXPORT BasicSignal : public ConfigNode
+{
+public:
+    BasicSignal();
+    ~BasicSignal() override;
+
+    /// Never null; the same cell for the node's whole life.
+    const std::shared_ptr<ValueCell> &GetCell() const { return m_cell; }
+    /// Copy of the latest value; any thread.
+    SignalValue GetValue() const;
+
+    enSignalValueType GetValueType() const { return enSignalValueType(m_valueType); }
+    const std::string &GetUnit() const { return m_unit; }
+    /// Decimals shown, 0 to 9.
+    int GetDecimals() const { return m_decimals; }
+    /// Range of sensible values in engineering units; bargraphs and trends scale by it.
+    double GetMinimum() const { return m_minimum; }
+    double GetMaximum() const { return m_maximum; }
+    bool isWritable() const { return m_isWritable; }
+    /// Milliseconds without an update after which the value is stale; 0: never.
+    int GetStaleAfter() const { return m_staleAfter; }
+    /// Change below which archive and alarms need not look again, engineering units.
+    double GetDeadband() const { return m_deadband; }
+
+    /// Writes a value on behalf of the current user: checks the write right, that the signal may
+    /// be written, the type and the limits, then hands it to the source. Journals the write with
+    /// user, old and new value. Success means that the source accepted it: the value shown changes
+    /// when it is read back. GUI thread.
+    [[nodiscard]] Result WriteValue(const SignalValue &value);
+
+    /// `value` as this signal's own type; an error value when it does not fit it.
+    SignalValue Convert(const SignalValue &value) const;
+
+protected:
+    static void Describe(KindBuilder &builder);
+    /// Hands the checked value to the source. May be called on the GUI thread and must not wait
+    /// for a device: queue, answer NotConnected at once when the device is known to be lost.
+    virtual Result DoWrite(const SignalValue &value) = 0;
+
+    friend class KindBuilder;
+
+private:
+    Result checkWrite(const SignalValue &converted) const;
+    void journalWrite(const SignalValue &old, const SignalValue &value, const Result &result) const;
+
+    std::shared_ptr<ValueCell> m_cell;
+    std::string m_unit;
+    int m_valueType = int(enSignalValueType::Double);
+    int m_decimals = 1;
+    double m_minimum = 0;
+    double m_maximum = 100;
+    bool m_isWritable = false;
+    int m_staleAfter = 0;
+    double m_deadband = 0;
+};
+
+} // namespace Nodes

@@ -1,0 +1,30 @@
+#include "nodes/signals/memorySignal.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/values/ValueCell.h"
+
+namespace Nodes {
+
+KindInfo memorySignal::Kind()
+{
+    return KindBuilder::For<memorySignal>(NodeType::enNodeSubtype(0x5001), "memorySignal",
+                                          "Memory signal", "Внутренний сигнал")
+        .Inherit<BasicSignal>()
+        .Property<&memorySignal::m_initialValue>(5101, "initial", "Initial value",
+                                                 "Начальное значение");
+}
+
+Result memorySignal::Start()
+{
+    if (!m_initialValue.empty() && GetValue().IsEmpty())
+        GetCell()->Publish(Convert(m_initialValue));
+    return BasicSignal::Start();
+}
+
+Result memorySignal::DoWrite(const SignalValue &value)
+{
+    GetCell()->Publish(value);
+    return Result();
+}
+
+} // namespace Nodes

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "nodes/signals/BasicSignal.h"
+
+namespace Nodes {
+
+/// A signal whose source is this process itself: set by scripts, actions and operators.
+class NODES_EXPORT memorySignal : public BasicSignal
+{
+public:
+    static KindInfo Kind();
+    /// Publishes the configured initial value when nothing was published yet.
+    Result Start() override;
+
+protected:
+    Result DoWrite(const SignalValue &value) override;
+
+private:
+    std::string m_initialValue;
+};
+
+} // namespace Nodes

@@ -1,0 +1,17 @@
+#include "nodes/system/BasicFolder.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo BasicFolder::Kind()
+{
+    return KindBuilder::For<BasicFolder>(NodeType::SubtypeFolder, "folder", "Folder", "Папка")
+        .Children({NodeType::TypeFolder, NodeType::TypeDriver, NodeType::TypeSignal,
+                   NodeType::TypeSecurity, NodeType::TypeFrame, NodeType::TypeWindow,
+                   NodeType::TypeComposition, NodeType::TypeAction, NodeType::TypeTimer,
+                   NodeType::TypeMenu, NodeType::TypeAlarm, NodeType::TypeArchive,
+                   NodeType::TypeArchiverAction});
+}
+
+} // namespace Nodes

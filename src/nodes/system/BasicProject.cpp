@@ -1,0 +1,18 @@
+#include "nodes/system/BasicProject.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo BasicProject::Kind()
+{
+    return KindBuilder::For<BasicProject>(NodeType::SubtypeProject, "project", "Project", "Проект")
+        .Property<&BasicProject::m_title>(1001, "title", "Title", "Заголовок")
+        .Children({NodeType::TypeSystem, NodeType::TypeFolder, NodeType::TypeSubsystem,
+                   NodeType::TypeDriver, NodeType::TypeSignal, NodeType::TypeSecurity,
+                   NodeType::TypeFrame, NodeType::TypeWindow, NodeType::TypeComposition,
+                   NodeType::TypeAction, NodeType::TypeTimer, NodeType::TypeMenu,
+                   NodeType::TypeAlarm, NodeType::TypeArchive, NodeType::TypeArchiverAction});
+}
+
+} // namespace Nodes

@@ -1,0 +1,27 @@
+#include "nodes/system/BasicStation.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo BasicStation::Kind()
+{
+    return KindBuilder::For<BasicStation>(NodeType::SubtypeStation, "station", "Station", "Станция")
+        .Children({NodeType::TypeSubsystem, NodeType::TypeFolder, NodeType::TypeDriver,
+                   NodeType::TypeSignal, NodeType::TypeSecurity, NodeType::TypeFrame,
+                   NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
+                   NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
+                   NodeType::TypeArchive, NodeType::TypeArchiverAction});
+}
+
+systemAuthentication *BasicStation::GetSystemAuthentication() const
+{
+    for (ConfigNode *node : GetObjects(NodeType::TypeSubsystem)) {
+        if (auto *authentication = dynamic_cast<systemAuthentication *>(node))
+            return authentication;
+    }
+    return nullptr;
+}
+
+} // namespace Nodes

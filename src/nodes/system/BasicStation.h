@@ -1,0 +1,19 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+
+namespace Nodes {
+
+class systemAuthentication;
+
+/// One computer of the plant: holds the subsystems and everything that runs there.
+class NODES_EXPORT BasicStation : public ConfigNode
+{
+public:
+    static KindInfo Kind();
+
+    /// User subsystem of this station; null when the project configures none.
+    systemAuthentication *GetSystemAuthentication() const;
+};
+
+} // namespace Nodes

@@ -1,0 +1,212 @@
+#include "nodes/system/systemCore.h"
+
+#include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/model/ResourceLink.h"
+#include "nodes/system/BasicStation.h"
+#include "nodes/system/systemVisualization.h"
+
+#include <boost/signals2/signal.hpp>
+
+#include <filesystem>
+#include <mutex>
+
+namespace Nodes {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Users before alarms before drivers: whoever hears of a value must be ready when it comes.
+constexpr NodeType::enNodeType startOrder[] = {
+    NodeType::TypeSubsystem, NodeType::TypeArchive, NodeType::TypeSignal,
+    NodeType::TypeAlarm,     NodeType::TypeDriver,  NodeType::TypeTimer,
+};
+
+} // namespace
+
+struct systemCore::Requests
+{
+    struct FirstAnswer
+    {
+        using result_type = Result;
+        template <class Iterator> Result operator()(Iterator first, Iterator last) const
+        {
+            return first == last ? Result(Result::NotAvailable, "no window manager") : *first;
+        }
+    };
+    boost::signals2::signal<Result(BasicAction *), FirstAnswer> actionRequested;
+};
+
+systemCore::systemCore()
+    : m_journal(std::make_unique<EventJournal>()), m_requests(std::make_unique<Requests>())
+{
+    SetName("System");
+}
+
+systemCore::~systemCore()
+{
+    if (GetState() == NodeState::Running)
+        Stop();
+    m_collection = nullptr;
+}
+
+template <class Subsystem> Subsystem *systemCore::findSubsystem() const
+{
+    const BasicStation *station = GetLocalStation();
+    const ConfigNode *root = m_project ? m_project->GetRoot() : nullptr;
+    for (const ConfigNode *owner : {static_cast<const ConfigNode *>(station), root}) {
+        if (!owner)
+            continue;
+        for (ConfigNode *node : owner->GetObjects(NodeType::TypeSubsystem)) {
+            if (auto *subsystem = dynamic_cast<Subsystem *>(node))
+                return subsystem;
+        }
+    }
+    return nullptr;
+}
+
+systemVisualization *systemCore::GetSystemVisualization() const
+{
+    return findSubsystem<systemVisualization>();
+}
+
+systemAlarming *systemCore::GetSystemAlarming() const
+{
+    return findSubsystem<systemAlarming>();
+}
+
+systemAuthentication *systemCore::GetSystemAuthentication() const
+{
+    return findSubsystem<systemAuthentication>();
+}
+
+BasicStation *systemCore::GetLocalStation() const
+{
+    if (!m_project || !m_project->GetRoot())
+        return nullptr;
+    const auto stations = m_project->GetRoot()->GetObjects(NodeType(NodeType::SubtypeStation));
+    return stations.empty() ? nullptr : dynamic_cast<BasicStation *>(stations.front());
+}
+
+std::string systemCore::GetProjectPath() const
+{
+    return m_projectFile.empty() ? std::string() : fs::path(m_projectFile).parent_path().string();
+}
+
+std::string systemCore::GetDataDirectory() const
+{
+    if (!m_dataDirectory.empty())
+        return m_dataDirectory;
+    return (fs::path(GetProjectPath()) / "data").string();
+}
+
+void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::string file)
+{
+    if (GetState() == NodeState::Running)
+        Stop();
+    std::unique_ptr<NodesCollection> previous = std::move(m_project);
+    m_project = std::move(project);
+    m_collection = m_project.get();
+    m_projectFile = fs::absolute(file).lexically_normal().string();
+    m_project->SetDirectory(GetProjectPath());
+    m_project->SetCore(this);
+    NodesCollection::SetCurrent(m_project.get());
+    ResourceLink::SetBaseDirectory(GetProjectPath());
+}
+
+void systemCore::SetDefine(const std::string &name, const std::string &value)
+{
+    m_defines[name] = value;
+}
+
+Result systemCore::Expand(const std::string &text, std::string &expanded) const
+{
+    std::string built;
+    std::size_t position = 0;
+    for (;;) {
+        const std::size_t open = text.find("${", position);
+        const std::size_t close = open == std::string::npos ? open : text.find('}', open);
+        built.append(text, position, std::min(open, text.size()) - position);
+        if (close == std::string::npos) {
+            if (open != std::string::npos)
+                built.append(text, open, std::string::npos);
+            break;
+        }
+        const std::string name = text.substr(open + 2, close - open - 2);
+        const auto found = m_defines.find(name);
+        if (found == m_defines.end())
+            return Result(Result::NotFound, "${" + name +
+                                                "} is not defined; start the station with "
+                                                "--define " +
+                                                name + "=VALUE");
+        built += found->second;
+        position = close + 1;
+    }
+    expanded = std::move(built);
+    return Result();
+}
+
+void systemCore::startFamily(NodeType::enNodeType family)
+{
+    NodeLinks found;
+    m_project->FindNodes(family, &found);
+    for (const NodeLink &link : found) {
+        const Result started = link->Start();
+        if (!started)
+            StoreMessage(LevelWarning,
+                         "Не запущен: " + link.GetLinkName(true) + " — " +
+                             started.GetResultTranslated() + " (" + started.ToString() + ")",
+                         link);
+    }
+}
+
+void systemCore::stopFamily(NodeType::enNodeType family)
+{
+    NodeLinks found;
+    m_project->FindNodes(family, &found);
+    for (auto link = found.rbegin(); link != found.rend(); ++link)
+        (*link)->Stop();
+}
+
+Result systemCore::Start()
+{
+    if (!m_project)
+        return Result(Result::NotAvailable, "no project is loaded");
+    if (GetState() == NodeState::Running)
+        return Result();
+    SetState(NodeState::Starting);
+    const Result opened =
+        m_journal->Open((fs::path(GetDataDirectory()) / "journal.sqlite").string());
+    for (const NodeType::enNodeType family : startOrder)
+        startFamily(family);
+    SetState(NodeState::Running);
+    StoreMessage(LevelInformation, "Система запущена", std::string("System"));
+    return opened;
+}
+
+Result systemCore::Stop()
+{
+    if (GetState() != NodeState::Running)
+        return Result();
+    StoreMessage(LevelInformation, "Система остановлена", std::string("System"));
+    for (auto family = std::rbegin(startOrder); family != std::rend(startOrder); ++family)
+        stopFamily(*family);
+    m_journal->Close();
+    SetState(NodeState::Finished);
+    return Result();
+}
+
+boost::signals2::connection systemCore::ConnectActionRequested(ActionSlot slot)
+{
+    return m_requests->actionRequested.connect(std::move(slot));
+}
+
+Result systemCore::RequestAction(BasicAction *action)
+{
+    return m_requests->actionRequested(action);
+}
+
+} // namespace Nodes

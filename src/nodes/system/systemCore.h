@@ -1,0 +1,98 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/system/enWorkMode.h"
+
+#include <boost/signals2/connection.hpp>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace Nodes {
+
+class BasicAction;
+class BasicStation;
+class EventJournal;
+class LoadReport;
+class NodesCollection;
+class systemAlarming;
+class systemAuthentication;
+class systemVisualization;
+
+/// The running system: owns the loaded project, the event journal and the order in which drivers,
+/// alarms and timers start and stop. One a process. GUI thread, except where stated.
+class NODES_EXPORT systemCore : public ConfigNode
+{
+public:
+    systemCore();
+    ~systemCore() override;
+
+    /// Subsystems of the local station; null when the project configures none.
+    systemVisualization *GetSystemVisualization() const;
+    systemAlarming *GetSystemAlarming() const;
+    systemAuthentication *GetSystemAuthentication() const;
+    BasicStation *GetLocalStation() const;
+    /// Journal of this process; never null, stores from the moment it is opened by Start.
+    EventJournal &GetJournal() const { return *m_journal; }
+
+    enWorkMode GetWorkMode() const { return m_workMode; }
+    void SetWorkMode(enWorkMode mode) { m_workMode = mode; }
+
+    /// Directory of the loaded project; "" before one is loaded.
+    std::string GetProjectPath() const;
+    /// File of the loaded project.
+    const std::string &GetProjectFile() const { return m_projectFile; }
+    /// Directory for what this station records (journal, archive, spill files). By default
+    /// "data" beside the project file.
+    void SetDataDirectory(std::string directory) { m_dataDirectory = std::move(directory); }
+    std::string GetDataDirectory() const;
+
+    /// Loads "project.xml" of the current project path again, of a directory, or a file; on this
+    /// thread. On failure the project that was loaded stays.
+    [[nodiscard]] Result LoadConfig();
+    [[nodiscard]] Result LoadConfig(const std::string &path);
+    [[nodiscard]] Result LoadProject(const std::string &path);
+    /// Findings of the last load, successful or not; empty before the first.
+    const LoadReport &GetLoadReport() const;
+    /// Keeps the findings of a load made elsewhere.
+    void SetLoadReport(LoadReport report);
+    /// Takes over a project built elsewhere (by a loading thread) from `file`.
+    void AdoptProject(std::unique_ptr<NodesCollection> project, std::string file);
+
+    /// Names that project texts may use as ${name}: ports, host names, paths of this machine.
+    void SetDefine(const std::string &name, const std::string &value);
+    /// Text with every known ${name} replaced; NotFound names the first unknown one.
+    [[nodiscard]] Result Expand(const std::string &text, std::string &expanded) const;
+
+    /// Opens the journal and starts subsystems, drivers, signals, alarms and timers. Failures of
+    /// single nodes are journalled and do not stop the rest.
+    Result Start() override;
+    /// Stops everything in reverse order; the state is then Finished.
+    Result Stop() override;
+
+    /// Actions the core itself wants run (by scripts, remote commands): asks the subscriber.
+    using ActionSlot = std::function<Result(BasicAction *)>;
+    boost::signals2::connection ConnectActionRequested(ActionSlot slot);
+    /// NotAvailable when nobody subscribed. Any thread.
+    Result RequestAction(BasicAction *action);
+
+private:
+    struct Requests;
+
+    template <class Subsystem> Subsystem *findSubsystem() const;
+    void startFamily(NodeType::enNodeType family);
+    void stopFamily(NodeType::enNodeType family);
+
+    std::unique_ptr<NodesCollection> m_project;
+    std::shared_ptr<const LoadReport> m_loadReport;
+    std::unique_ptr<EventJournal> m_journal;
+    std::unique_ptr<Requests> m_requests;
+    std::map<std::string, std::string> m_defines;
+    std::string m_projectFile;
+    std::string m_dataDirectory;
+    enWorkMode m_workMode = WorkModeNone;
+};
+
+} // namespace Nodes

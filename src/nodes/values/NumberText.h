@@ -1,0 +1,22 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Nodes {
+
+/// Locale-independent number texts of files and values: decimal point, no grouping.
+
+/// Whole text as a finite or infinite double; nothing when any character is left over.
+NODES_EXPORT std::optional<double> ParseDouble(std::string_view text);
+/// Whole text as a decimal integer that fits long long.
+NODES_EXPORT std::optional<long long> ParseInteger(std::string_view text);
+/// Shortest text that reads back as the same double.
+NODES_EXPORT std::string FormatDouble(double value);
+/// Fixed number of decimals (0 to 15), rounded half to even; -0.0 is written "0".
+NODES_EXPORT std::string FormatFixed(double value, int decimals);
+
+} // namespace Nodes

@@ -1,0 +1,137 @@
+#include "nodes/values/SignalValue.h"
+
+#include "nodes/values/IntervalSample.h"
+#include "nodes/values/NumberText.h"
+
+#include <boost/date_time/posix_time/posix_time_types.hpp>
+
+#include <cmath>
+#include <limits>
+
+namespace Nodes {
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+struct DoubleReader
+{
+    double operator()(std::monostate) const { return notANumber; }
+    double operator()(const Result &) const { return notANumber; }
+    double operator()(const std::string &text) const
+    {
+        return ParseDouble(text).value_or(notANumber);
+    }
+    template <class Number> double operator()(Number number) const
+    {
+        return static_cast<double>(number);
+    }
+};
+
+struct TextWriter
+{
+    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(const Result &error) const { return error.ToString(); }
+    std::string operator()(const std::string &text) const { return text; }
+    std::string operator()(bool on) const { return on ? "true" : "false"; }
+    std::string operator()(double number) const { return FormatDouble(number); }
+    template <class Integer> std::string operator()(Integer number) const
+    {
+        return std::to_string(number);
+    }
+};
+
+} // namespace
+
+enSignalValueType SignalValue::GetType() const
+{
+    if (m_value.index() == 0)
+        return enSignalValueType::None;
+    return static_cast<enSignalValueType>(m_value.index() - 1);
+}
+
+double SignalValue::ToDouble() const
+{
+    return std::visit(DoubleReader{}, m_value);
+}
+
+int SignalValue::ToInt() const
+{
+    if (const int *exact = std::get_if<int>(&m_value))
+        return *exact;
+    const double number = ToDouble();
+    if (std::isnan(number))
+        return 0;
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::round(std::fmin(std::fmax(number, lowest), highest)));
+}
+
+unsigned long SignalValue::ToULong() const
+{
+    if (const auto *exact = std::get_if<unsigned long>(&m_value))
+        return *exact;
+    const double number = ToDouble();
+    if (!(number > 0))
+        return 0;
+    constexpr double highest = static_cast<double>(std::numeric_limits<unsigned long>::max());
+    return number >= highest ? std::numeric_limits<unsigned long>::max()
+                             : static_cast<unsigned long>(std::round(number));
+}
+
+std::string SignalValue::ToString() const
+{
+    return std::visit(TextWriter{}, m_value);
+}
+
+bool SignalValue::ToBool() const
+{
+    if (const std::string *text = std::get_if<std::string>(&m_value))
+        return *text == "1" || *text == "true";
+    const double number = ToDouble();
+    return !std::isnan(number) && number != 0;
+}
+
+bool SignalValue::IsNumber() const
+{
+    const enSignalValueType type = GetType();
+    return type == enSignalValueType::Bool || type == enSignalValueType::Int ||
+           type == enSignalValueType::Double || type == enSignalValueType::ULong;
+}
+
+Result SignalValue::GetError() const
+{
+    const Result *error = std::get_if<Result>(&m_value);
+    return error ? *error : Result();
+}
+
+void SignalValue::SetQuality(Quality quality)
+{
+    m_quality = IsError() ? Quality::Bad : quality;
+}
+
+void SignalValue::SetTimes(Timestamp source, Timestamp receive)
+{
+    m_sourceTime = source;
+    m_receiveTime = receive;
+}
+
+boost::posix_time::ptime SignalValue::GetPTime() const
+{
+    using namespace boost::posix_time;
+    if (m_sourceTime == 0)
+        return ptime(not_a_date_time);
+    return ptime(boost::gregorian::date(1970, 1, 1), microseconds(m_sourceTime));
+}
+
+void SignalValue::SetIntervalSample(std::shared_ptr<const IntervalSample> sample)
+{
+    m_interval = std::move(sample);
+}
+
+bool SignalValue::operator==(const SignalValue &other) const
+{
+    return m_value == other.m_value && GetQuality() == other.GetQuality();
+}
+
+} // namespace Nodes

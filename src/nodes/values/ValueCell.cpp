@@ -1,0 +1,75 @@
+#include "nodes/values/ValueCell.h"
+
+#include "nodes/values/Clock.h"
+
+#include <boost/signals2/signal.hpp>
+
+namespace Nodes {
+
+struct ValueCellSignal
+{
+    boost::signals2::signal<void(const SignalValue &)> changed;
+};
+
+ValueCell::ValueCell() = default;
+
+ValueCell::~ValueCell()
+{
+    delete m_signal.load();
+}
+
+void ValueCell::Publish(SignalValue value)
+{
+    const Clock &clock = Clock::Current();
+    if (value.GetReceiveTime() == 0) {
+        const Timestamp now = clock.Now();
+        value.SetTimes(value.GetSourceTime() != 0 ? value.GetSourceTime() : now, now);
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_value = value;
+    }
+    m_lastPublished.store(clock.Steady(), std::memory_order_relaxed);
+    emitValue(value);
+}
+
+void ValueCell::Degrade(Quality quality, const Result &reason)
+{
+    SignalValue degraded;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_value.IsEmpty() && m_value.GetQuality() == quality)
+            return;
+        if (m_value.IsEmpty())
+            m_value.SetValue(reason);
+        m_value.SetQuality(quality);
+        m_value.SetTimes(m_value.GetSourceTime(), Clock::Current().Now());
+        degraded = m_value;
+    }
+    emitValue(degraded);
+}
+
+SignalValue ValueCell::Value() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_value;
+}
+
+boost::signals2::connection ValueCell::Subscribe(Slot slot)
+{
+    ValueCellSignal *existing = m_signal.load(std::memory_order_acquire);
+    if (!existing) {
+        auto fresh = std::make_unique<ValueCellSignal>();
+        if (m_signal.compare_exchange_strong(existing, fresh.get(), std::memory_order_acq_rel))
+            existing = fresh.release();
+    }
+    return existing->changed.connect(std::move(slot));
+}
+
+void ValueCell::emitValue(const SignalValue &value) const
+{
+    if (ValueCellSignal *subscribers = m_signal.load(std::memory_order_acquire))
+        subscribers->changed(value);
+}
+
+} // namespace Nodes

@@ -1,0 +1,19 @@
+#include "nodes/visual/BasicComposition.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo BasicComposition::Kind()
+{
+    return KindBuilder::For<BasicComposition>(NodeType::SubtypeComposition, "composition",
+                                              "Composition", "Композиция")
+        .Property<&BasicComposition::m_width>(11003, "width", "Width", "Ширина")
+        .Range(1, 32767)
+        .Property<&BasicComposition::m_height>(11004, "height", "Height", "Высота")
+        .Range(1, 32767)
+        .Property<&BasicComposition::m_isKept>(19001, "keep", "Keep", "Сохранять при смене")
+        .Children({NodeType::TypeLayer});
+}
+
+} // namespace Nodes

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/values/NSize.h"
+
+namespace Nodes {
+
+/// A picture made of layers that a composed window shows; several windows may share one.
+class NODES_EXPORT BasicComposition : public ConfigNode
+{
+public:
+    static KindInfo Kind();
+
+    NSize GetSize() const { return {m_width, m_height}; }
+    /// Its scene is kept, stopped, while another composition is shown, so that coming back is
+    /// immediate.
+    bool isKept() const { return m_isKept; }
+
+private:
+    int m_width = 1280;
+    int m_height = 800;
+    bool m_isKept = false;
+};
+
+} // namespace Nodes

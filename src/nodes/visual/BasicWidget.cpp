@@ -1,0 +1,118 @@
+#include "nodes/visual/BasicWidget.h"
+
+#include "nodes/model/BasicProperty.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/signals/BasicSignal.h"
+
+namespace Nodes {
+
+namespace {
+
+constexpr unsigned signalProperty = 12001;
+
+} // namespace
+
+BasicWidget::BasicWidget() = default;
+BasicWidget::~BasicWidget() = default;
+
+void BasicWidget::Describe(KindBuilder &builder)
+{
+    const std::vector<unsigned> actions{NodeType::TypeAction, NodeType::TypeArchiverAction};
+    builder.Property<&BasicWidget::m_x>(11001, "x", "X", "X")
+        .Range(-32768, 32767)
+        .Property<&BasicWidget::m_y>(11002, "y", "Y", "Y")
+        .Range(-32768, 32767)
+        .Property<&BasicWidget::m_width>(11003, "width", "Width", "Ширина")
+        .Range(0, 32767)
+        .Property<&BasicWidget::m_height>(11004, "height", "Height", "Высота")
+        .Range(0, 32767)
+        .Property<&BasicWidget::m_zOrder>(12096, "zOrder", "Z-order", "Порядок")
+        .Property<&BasicWidget::m_isVisible>(12097, "visible", "Visible", "Видимый")
+        .Property<&BasicWidget::m_isSelectable>(12103, "selectable", "Selectable", "Выделяемый")
+        .Property<&BasicWidget::m_isMovable>(12104, "movable", "Movable", "Перемещаемый")
+        .Property<&BasicWidget::m_isDisabled>(12128, "disabled", "Disabled", "Отключён")
+        .Property<&BasicWidget::m_tooltip>(12120, "tooltip", "Tooltip", "Подсказка")
+        .Property<&BasicWidget::m_signal>(signalProperty, "signal", "Signal", "Сигнал")
+        .Refers({NodeType::TypeSignal})
+        .Property<&BasicWidget::m_onPress>(12110, "onPress", "On press", "При нажатии")
+        .Refers(actions)
+        .Property<&BasicWidget::m_onRelease>(12111, "onRelease", "On release", "При отпускании")
+        .Refers(actions)
+        .Property<&BasicWidget::m_onEnter>(12112, "onEnter", "On enter", "При наведении")
+        .Refers(actions)
+        .Property<&BasicWidget::m_onMove>(12113, "onMove", "On move", "При движении")
+        .Refers(actions)
+        .Property<&BasicWidget::m_onLeave>(12114, "onLeave", "On leave", "При уходе указателя")
+        .Refers(actions)
+        .Property<&BasicWidget::m_onFocusLoss>(12115, "onFocusLoss", "On focus loss",
+                                               "При потере фокуса")
+        .Refers(actions)
+        .Property<&BasicWidget::m_afterWrite>(12116, "afterWrite", "After write", "После записи")
+        .Refers(actions);
+}
+
+void BasicWidget::SetPosition(int x, int y)
+{
+    (void)SetProperty(11001, x);
+    (void)SetProperty(11002, y);
+}
+
+BasicSignal *BasicWidget::GetSignal() const
+{
+    return dynamic_cast<BasicSignal *>(m_signal.GetNode());
+}
+
+SignalValue BasicWidget::GetValue() const
+{
+    if (m_signal.isEmpty())
+        return SignalValue();
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetValue()
+                  : SignalValue(Result(this, Result::NotFound,
+                                       "signal " + std::to_string(m_signal.GetNodeId())));
+}
+
+std::string BasicWidget::GetDisplayText() const
+{
+    return GetValue().ToString();
+}
+
+Result BasicWidget::WriteValue(const SignalValue &value)
+{
+    BasicSignal *signal = GetSignal();
+    return signal ? signal->WriteValue(value) : Result(this, Result::NotFound, GetPath());
+}
+
+Result BasicWidget::Start()
+{
+    const Result started = ConfigNode::Start();
+    subscribe();
+    return started;
+}
+
+Result BasicWidget::Stop()
+{
+    m_subscription.reset();
+    return ConfigNode::Stop();
+}
+
+void BasicWidget::subscribe()
+{
+    const BasicSignal *signal = GetSignal();
+    if (!signal) {
+        m_subscription.reset();
+        return;
+    }
+    if (!m_subscription)
+        m_subscription = std::make_unique<ValueSubscription>();
+    m_subscription->Connect(signal->GetCell(),
+                            [this](const SignalValue &value) { NotifyValueChanged(value); });
+}
+
+void BasicWidget::OnPropertyChanged(const PropertyDescriptor &descriptor)
+{
+    if (descriptor.valueId == signalProperty && GetState() == NodeState::Running)
+        subscribe();
+}
+
+} // namespace Nodes

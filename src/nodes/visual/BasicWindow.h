@@ -1,0 +1,58 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/values/NColor.h"
+#include "nodes/values/NRect.h"
+#include "nodes/visual/ActionLists.h"
+
+namespace Nodes {
+
+class KindBuilder;
+
+/// A window of the operator: geometry, decoration, action lists, and its elements as children.
+class NODES_EXPORT BasicWindow : public ConfigNode
+{
+public:
+    enum enBorderType { BorderFixed = 1, BorderResizable = 2, BorderFrameless = 3 };
+    enum enModality { ModalityNone = 0, ModalityWindow = 1, ModalityApplication = 2 };
+
+    static KindInfo Kind();
+
+    NRect GetGeometry() const { return {m_x, m_y, m_width, m_height}; }
+    enBorderType GetBorderType() const { return enBorderType(m_borderType); }
+    bool HasCloseButton() const { return m_hasCloseButton; }
+    /// The window keeps its own size inside a decorated frame instead of the frame wrapping it.
+    bool HasFrame() const { return m_hasFrame; }
+    enModality GetModality() const { return enModality(m_modality); }
+    NColor GetBackgroundColor() const { return m_backgroundColor; }
+    ActionLists GetActionLists() const
+    {
+        return {m_onPress, m_onRelease, m_onEnter, m_onMove, m_onLeave};
+    }
+    const NodeLinks &GetOnOpenActions() const { return m_onOpen; }
+    const NodeLinks &GetOnCloseActions() const { return m_onClose; }
+
+protected:
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
+
+private:
+    int m_x = 0;
+    int m_y = 0;
+    int m_width = 800;
+    int m_height = 600;
+    int m_borderType = BorderFrameless;
+    bool m_hasCloseButton = false;
+    bool m_hasFrame = false;
+    int m_modality = ModalityNone;
+    NColor m_backgroundColor{214, 218, 222};
+    NodeLinks m_onPress;
+    NodeLinks m_onRelease;
+    NodeLinks m_onEnter;
+    NodeLinks m_onMove;
+    NodeLinks m_onLeave;
+    NodeLinks m_onOpen;
+    NodeLinks m_onClose;
+};
+
+} // namespace Nodes
