@@ -1,0 +1,83 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/scene/ProxyView.h"
+
+#include "nodes/visual/BasicWindow.h"
+
+#include <boost/signals2/connection.hpp>
+
+#include <QString>
+
+#include <vector>
+
+namespace Widgets {
+
+class ProxyScene;
+
+/// Scene view of a window node at run time: title and geometry from the node, open and close
+/// action lists, the right to close, gestures. The node is not owned and outlives the window.
+class WIDGETS_EXPORT WindowBasic : public ProxyView
+{
+    Q_OBJECT
+
+public:
+    /// `node` may be null: the window then keeps an empty title and runs no lists.
+    WindowBasic(Nodes::BasicWindow *node, QWidget *parent);
+    ~WindowBasic() override;
+
+    Nodes::BasicWindow *getNode() const { return m_node; }
+    /// Frameless without a node.
+    Nodes::BasicWindow::enBorderType getBorderType() const;
+    bool getTitleVisible() const { return m_isTitleVisible; }
+    bool getCloseBtnVisible() const { return m_isCloseButtonVisible; }
+    /// The node's frame flag: the window keeps its own size inside a decorated frame.
+    bool getFrameFlag() const { return m_hasFrame; }
+    /// Pixels; 0 without a close button.
+    int getTitleHeight() const { return m_titleHeight; }
+    int getFrameMargin() const { return m_frameMargin; }
+    Qt::WindowModality getModality() const { return m_modality; }
+    QString getStrTitle() const { return m_title; }
+    void SetTitle(QString title);
+
+    /// Whether the current user may close the window; true outside the operator runtime.
+    bool mayClose() const;
+
+    QSize sizeHint() const override;
+
+signals:
+    /// A property of the node changed; emitted on any thread.
+    void updateProperty();
+
+public slots:
+    void onUpdateProperties();
+
+protected:
+    void updateGeometryWindow();
+
+    /// Starts or stops the scene shown; does nothing outside the operator runtime.
+    void startScene();
+    void stopScene();
+
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void drawBackground(QPainter *painter, const QRectF &rect) override;
+
+private:
+    void takeRuntimeProperties();
+    void takeEditingGeometry();
+
+    Nodes::BasicWindow *m_node;
+    bool m_isTitleVisible = false;
+    bool m_isCloseButtonVisible = false;
+    bool m_hasFrame = false;
+    int m_frameMargin = 0;
+    int m_titleHeight = 0;
+    QString m_title;
+    Qt::WindowModality m_modality = Qt::NonModal;
+    QRect m_nodeGeometry; // as last taken from the node
+    std::vector<boost::signals2::scoped_connection> m_connections;
+};
+
+} // namespace Widgets

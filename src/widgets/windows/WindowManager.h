@@ -1,0 +1,130 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/actions/ActionQueue.h"
+#include "widgets/windows/WidgetLink.h"
+
+#include "nodes/events/BasicEvent.h"
+#include "nodes/model/NodeLink.h"
+#include "nodes/system/enWorkMode.h"
+#include "nodes/values/Result.h"
+
+#include <boost/signals2/connection.hpp>
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QVector>
+
+#include <vector>
+
+class QWidget;
+
+namespace Nodes {
+class BasicAction;
+class BasicComposition;
+class BasicFrame;
+class ConfigNode;
+class operationTimer;
+class systemAlarming;
+class systemCore;
+class systemVisualization;
+} // namespace Nodes
+
+namespace Widgets {
+
+class WindowManagerWorkerThread;
+
+/// Owner of what is on screen and entry point of the library: builds the frames, keeps the list of
+/// open windows, executes operator actions on the GUI thread, paced by a worker thread. One per
+/// process; the core outlives it. GUI thread, except PushAction, PushActions and CreateQAction,
+/// which any thread may call.
+class WIDGETS_EXPORT WindowManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `core` may be null: windows and actions then work without subsystems.
+    explicit WindowManager(Nodes::systemCore *core, QObject *parent = nullptr);
+    /// Deletes the frames and windows still open; waits for the worker thread.
+    ~WindowManager() override;
+
+    /// Builds every frame of the project, puts it on its display, and shows all in order.
+    void Start();
+
+    Nodes::systemCore *getCore() const { return m_core; }
+    /// Work mode of the core; 0 without an instance or a core.
+    static Nodes::enWorkMode GetWorkMode();
+    Nodes::systemAlarming *getSystemAlarming() const;
+    Nodes::systemVisualization *getSystemVisualization() const;
+
+    /// Opens the window of a node, not shown, with the current frame as parent; the empty link for
+    /// nodes that are neither window, composition nor layer.
+    WidgetLink createWindow(Nodes::ConfigNode *node);
+    WidgetLink createWindow(Nodes::ConfigNode *node, QWidget *parent);
+    /// Builds a frame with its windows, not shown; null when the node is no frame. The caller
+    /// owns it.
+    QWidget *createFrame(Nodes::ConfigNode *node);
+
+    /// First open window with that id; null when there is none. Screens count from 0.
+    QWidget *GetWindow(unsigned long id) const;
+    QWidget *GetWindow(unsigned long id, int screen) const;
+    QVector<QWidget *> getWindows(unsigned long id, int screen) const;
+    QWidget *getFrame(int screen) const;
+    /// Open windows in creation order.
+    const QVector<WidgetLink> &windows() const { return m_windows; }
+
+    /// True when the window was closed and forgotten; a window that refuses to close stays.
+    bool closeWindow(unsigned long id, QWidget *widget);
+    /// Displays count from 1; 0 means that of the active window, a negative one all.
+    void closeAllWindow(unsigned long id, int display);
+
+    /// Queue actions to be run once each, in order. Unknown kinds and dead links are dropped.
+    Nodes::Result PushAction(Nodes::BasicAction *action);
+    Nodes::Result PushActions(std::vector<Nodes::NodeLink> *actions);
+    Nodes::Result PushActions(std::vector<Nodes::NodeLink> actions);
+    /// Action object on a detached copy of the node; null for unknown kinds. The caller owns the
+    /// object, the manager its node copy.
+    qBasicAction *CreateQAction(Nodes::BasicAction *action);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+public slots:
+    /// Executes an action that was handed over (state 2); any other is left alone.
+    Nodes::Result OnActionExecuted(Widgets::qBasicAction *pAction);
+
+signals:
+    void onWidgetAdded(Widgets::WidgetLink link);
+    void onWidgetDeleted(Widgets::WidgetLink link);
+    void alarmFired(Nodes::BasicEvent Alarm);
+    void timerFinished(Nodes::operationTimer *timer);
+    void ChangeComposition(Nodes::BasicComposition *pComposition);
+
+private slots:
+    void onTimerFinished(Nodes::operationTimer *timer);
+
+private:
+    void subscribeAlarms();
+    void subscribeTimers();
+    void subscribeActionRequests();
+    void placeOnDisplay(QWidget &frame, int displayNo) const;
+    QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
+    QWidget *makeWidget(Nodes::ConfigNode &node, QWidget *parent) const;
+    void forgetWindow(const WidgetLink &link);
+    void minimizeAll() const;
+
+    std::vector<boost::signals2::scoped_connection> m_connections;
+    QPointer<QWidget> m_currentFrame;
+    QList<QWidget *> m_frames;
+    QVector<WidgetLink> m_windows;
+    ActionQueue m_queue;
+    Nodes::systemCore *m_core;
+    WindowManagerWorkerThread *m_worker = nullptr;
+};
+
+/// The one window manager; null before it is made and after it is destroyed.
+extern WIDGETS_EXPORT WindowManager *g_pWindowManager;
+
+} // namespace Widgets
+
+Q_DECLARE_METATYPE(Nodes::BasicEvent)
