@@ -7,6 +7,14 @@
 #include "nodes/actions/actionWriteValue.h"
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/auth/systemAuthentication.h"
+#include "nodes/drivers/driverStatus.h"
+#include "nodes/drivers/host/hostDriver.h"
+#include "nodes/drivers/host/hostSignal.h"
+#include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/drivers/modbus/modbusGroup.h"
+#include "nodes/drivers/modbus/modbusSignal.h"
+#include "nodes/drivers/simulator/simulatorDriver.h"
+#include "nodes/drivers/simulator/simulatorSignal.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/signals/memorySignal.h"
@@ -37,6 +45,14 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(systemAuthentication::Kind());
     // Signals and drivers
     table.Add(memorySignal::Kind());
+    table.Add(driverStatus::Kind());
+    table.Add(hostDriver::Kind());
+    table.Add(hostSignal::Kind());
+    table.Add(simulatorDriver::Kind());
+    table.Add(simulatorSignal::Kind());
+    table.Add(modbusDriver::Kind());
+    table.Add(modbusGroup::Kind());
+    table.Add(modbusSignal::Kind());
     // Screens
     table.Add(BasicFrame::Kind());
     table.Add(BasicWindow::Kind());

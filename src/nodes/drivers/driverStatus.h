@@ -1,0 +1,18 @@
+#pragma once
+
+#include "nodes/signals/BasicSignal.h"
+
+namespace Nodes {
+
+/// Link state of the driver it stands below: true while its device answers, false while it is
+/// lost, Bad while the driver does not run. Read only.
+class NODES_EXPORT driverStatus : public BasicSignal
+{
+public:
+    static KindInfo Kind();
+
+protected:
+    Result DoWrite(const SignalValue &value) override;
+};
+
+} // namespace Nodes

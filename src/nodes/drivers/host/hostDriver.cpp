@@ -1,0 +1,84 @@
+#include "nodes/drivers/host/hostDriver.h"
+
+#include "nodes/drivers/SignalSink.h"
+#include "nodes/drivers/host/HostProbe.h"
+#include "nodes/drivers/host/hostSignal.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/values/Clock.h"
+
+#include <optional>
+
+namespace Nodes {
+
+namespace {
+
+struct Measurement
+{
+    SignalSink sink;
+    HostMetric metric;
+    std::string target;
+};
+
+/// What the thread works on.
+class Sampler
+{
+public:
+    explicit Sampler(std::vector<Measurement> measurements)
+        : m_measurements(std::move(measurements))
+    {
+    }
+
+    void Sample()
+    {
+        HostSnapshot now = HostProbe::Take();
+        const Timestamp time = Clock::Current().Now();
+        for (const Measurement &one : m_measurements) {
+            const SignalValue value = measure(one, now);
+            if (!value.IsEmpty())
+                one.sink.Publish(value, time);
+        }
+        m_before = std::move(now);
+    }
+
+private:
+    SignalValue measure(const Measurement &one, const HostSnapshot &now) const
+    {
+        if (one.metric == HostMetric::DiskUsed)
+            return HostProbe::DiskUsed(one.target.empty() ? "/" : one.target);
+        return HostMetrics::Measure(one.metric, one.target, now, m_before ? &*m_before : nullptr);
+    }
+
+    std::vector<Measurement> m_measurements;
+    std::optional<HostSnapshot> m_before;
+};
+
+} // namespace
+
+KindInfo hostDriver::Kind()
+{
+    return KindBuilder::For<hostDriver>(NodeType::enNodeSubtype(0x3001), "hostDriver",
+                                        "This computer", "Этот компьютер")
+        .Inherit<BasicDriver>()
+        .Property<&hostDriver::m_period>(3101, "period", "Period, ms", "Период опроса, мс")
+        .Range(100, 3600000);
+}
+
+Result hostDriver::StartWork()
+{
+    std::vector<Measurement> measurements;
+    for (const BasicSignal *signal : GetSignals()) {
+        if (const auto *own = dynamic_cast<const hostSignal *>(signal))
+            measurements.push_back({SignalSink(*own), own->GetMetric(), own->GetTarget()});
+    }
+    const auto sampler = std::make_shared<Sampler>(std::move(measurements));
+    m_worker.Start(Timestamp(m_period) * 1000, [sampler] { sampler->Sample(); });
+    PublishStatus(GetStatusCells(), true);
+    return Result();
+}
+
+void hostDriver::StopWork()
+{
+    m_worker.Stop();
+}
+
+} // namespace Nodes

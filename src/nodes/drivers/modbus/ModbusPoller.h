@@ -1,0 +1,130 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/drivers/PollSchedule.h"
+#include "nodes/drivers/SignalSink.h"
+#include "nodes/drivers/modbus/Backoff.h"
+#include "nodes/drivers/modbus/ModbusConnection.h"
+#include "nodes/drivers/modbus/ModbusPoints.h"
+#include "nodes/events/EventLevel.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace Nodes {
+
+/// A device and how patient to be with it; times in ms.
+struct ModbusSettings
+{
+    std::string host;
+    std::string port;
+    int unit = 1;
+    int timeout = 1000;
+    int retries = 2; ///< requests without a proper answer before the device counts as lost
+    int reconnectMinimum = 500;
+    int reconnectMaximum = 30000;
+};
+
+/// A signal read with a group.
+struct PolledPoint
+{
+    ModbusPoint point;
+    SignalSink sink;
+};
+
+/// Neighbouring points of one table read with one request.
+struct PolledGroup
+{
+    std::string path; ///< of the group's node, for the journal
+    ModbusTable table = ModbusTable::Holding;
+    int start = 0;
+    int count = 1;
+    int period = 1000; ///< ms
+    bool writesMultiple = false;
+    std::vector<PolledPoint> points;
+};
+
+/// A write on its way; `path` names the signal in the journal.
+struct QueuedWrite
+{
+    std::size_t group = 0;
+    int address = 0;
+    ModbusWords words;
+    std::string path;
+};
+
+/// Polls one device on a thread of its own: groups by their periods, writes in between, the
+/// connection opened, watched and opened again. While the device is lost every point is Bad.
+class NODES_EXPORT ModbusPoller
+{
+public:
+    /// What goes to the outside, called on the poller's thread.
+    struct Listener
+    {
+        std::function<void(EventLevel, const std::string &text, const std::string &path)> journal;
+        std::function<void(bool isConnected)> linkChanged;
+    };
+    static constexpr std::size_t maximumQueue = 256;
+
+    ModbusPoller(ModbusSettings settings, std::vector<PolledGroup> groups, Listener listener);
+    ~ModbusPoller();
+    ModbusPoller(const ModbusPoller &) = delete;
+    ModbusPoller &operator=(const ModbusPoller &) = delete;
+
+    void Start();
+    /// Interrupts what is running and joins the thread. The poller cannot be started again.
+    void Stop();
+
+    /// Any thread, never waits. NotConnected while the device is lost, LimitExceeded when too many
+    /// writes are waiting. A write that fails later, or is overtaken by the loss of the device, is
+    /// journalled and never sent afterwards.
+    [[nodiscard]] Result QueueWrite(QueuedWrite write);
+    const PolledGroup &GetGroup(std::size_t index) const { return m_groups[index].config; }
+
+private:
+    enum class Link { Unknown, Connected, Lost };
+
+    struct Group
+    {
+        PolledGroup config;
+        PollSchedule schedule;
+        Result error; ///< what the device objects to; success: nothing
+    };
+
+    void run();
+    void connect();
+    void serve();
+    bool takeWrite(QueuedWrite &write);
+    void send(const QueuedWrite &write);
+    Group &nextDue();
+    Result poll(Group &group);
+    Result read(const Group &group);
+    void publish(Group &group);
+    void failGroup(Group &group, const Result &reason);
+    void setConnected();
+    void lose(const Result &reason);
+    void waitUntil(Timestamp steady);
+
+    ModbusSettings m_settings;
+    std::vector<Group> m_groups;
+    Listener m_listener;
+    ModbusConnection m_connection;
+    Backoff m_backoff;
+    std::vector<std::uint16_t> m_data;
+    Link m_link = Link::Unknown;
+
+    std::atomic<bool> m_isStopping{false};
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    bool m_acceptsWrites = false;    // guarded by m_mutex
+    std::deque<QueuedWrite> m_queue; // guarded by m_mutex
+    std::thread m_thread;
+};
+
+} // namespace Nodes

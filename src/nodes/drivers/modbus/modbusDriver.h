@@ -1,0 +1,60 @@
+#pragma once
+
+#include "nodes/drivers/BasicDriver.h"
+
+#include <map>
+
+namespace Nodes {
+
+class ModbusPoller;
+class SignalValue;
+class modbusGroup;
+class modbusSignal;
+struct ModbusSettings;
+struct PolledGroup;
+
+/// A device on Modbus TCP: polls its groups, writes on demand, reconnects by itself. Signals that
+/// are misconfigured are Bad and journalled; the rest works.
+class NODES_EXPORT modbusDriver : public BasicDriver
+{
+public:
+    modbusDriver();
+    ~modbusDriver() override;
+
+    static KindInfo Kind();
+
+    /// Queues a checked value; see ModbusPoller::QueueWrite and ModbusPoints::Encode for refusals.
+    /// GUI thread, never waits.
+    [[nodiscard]] Result Write(const modbusSignal &signal, const SignalValue &value);
+
+    void Validate(ValidationResults &results) const override;
+
+protected:
+    Result StartWork() override;
+    void StopWork() override;
+
+private:
+    /// Where a signal is polled.
+    struct Place
+    {
+        std::size_t group;
+        std::size_t point;
+    };
+
+    [[nodiscard]] Result readSettings(ModbusSettings &settings) const;
+    std::vector<PolledGroup> readGroups();
+    PolledGroup readGroup(const modbusGroup &group, std::size_t index);
+    void refuse(const modbusSignal &signal, const Result &reason) const;
+
+    std::string m_host = "127.0.0.1";
+    std::string m_port = "502";
+    int m_unit = 1;
+    int m_timeout = 1000;
+    int m_retries = 2;
+    int m_reconnectMinimum = 500;
+    int m_reconnectMaximum = 30000;
+    std::map<unsigned long, Place> m_places; // by node id
+    std::unique_ptr<ModbusPoller> m_poller;
+};
+
+} // namespace Nodes

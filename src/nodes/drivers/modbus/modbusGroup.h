@@ -1,0 +1,35 @@
+#pragma once
+
+#include "nodes/drivers/modbus/ModbusPoints.h"
+#include "nodes/model/ConfigNode.h"
+
+namespace Nodes {
+
+/// Neighbouring points of one table of a Modbus device, read with one request.
+class NODES_EXPORT modbusGroup : public ConfigNode
+{
+public:
+    static KindInfo Kind();
+
+    ModbusTable GetTable() const { return ModbusTable(m_table); }
+    /// Address of the first point as it goes over the wire, from 0.
+    int GetFirstAddress() const { return m_start; }
+    int GetPointCount() const { return m_count; }
+    /// ms
+    int GetPeriod() const { return m_period; }
+    /// Writes use the functions for several points even for one.
+    bool writesMultiple() const { return m_writesMultiple; }
+
+    /// InvalidArgument when the table cannot be read so.
+    [[nodiscard]] Result CheckRange() const;
+    void Validate(ValidationResults &results) const override;
+
+private:
+    int m_table = int(ModbusTable::Holding);
+    int m_start = 0;
+    int m_count = 1;
+    int m_period = 1000;
+    bool m_writesMultiple = false;
+};
+
+} // namespace Nodes

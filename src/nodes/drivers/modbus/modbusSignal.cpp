@@ -1,0 +1,87 @@
+#include "nodes/drivers/modbus/modbusSignal.h"
+
+#include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/drivers/modbus/modbusGroup.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
+
+namespace Nodes {
+
+KindInfo modbusSignal::Kind()
+{
+    return KindBuilder::For<modbusSignal>(NodeType::enNodeSubtype(0x5004), "modbusSignal",
+                                          "Modbus signal", "Сигнал Modbus")
+        .Inherit<BasicSignal>()
+        .Property<&modbusSignal::m_offset>(5401, "offset", "Offset in the group",
+                                           "Смещение в группе")
+        .Range(0, 1999)
+        .Property<&modbusSignal::m_dataType>(5402, "dataType", "Data type", "Тип данных")
+        .Range(0, int(ModbusType::Bit))
+        .Choice(int(ModbusType::Bool), "bool", "Логический")
+        .Choice(int(ModbusType::Int16), "int16", "Целый 16 бит")
+        .Choice(int(ModbusType::UInt16), "uint16", "Целый 16 бит без знака")
+        .Choice(int(ModbusType::Int32), "int32", "Целый 32 бит")
+        .Choice(int(ModbusType::UInt32), "uint32", "Целый 32 бит без знака")
+        .Choice(int(ModbusType::Float32), "float32", "Вещественный 32 бит")
+        .Choice(int(ModbusType::Bit), "bit", "Бит регистра")
+        .Property<&modbusSignal::m_bit>(5403, "bit", "Bit", "Бит")
+        .Range(0, 15)
+        .Property<&modbusSignal::m_byteOrder>(5404, "byteOrder", "Byte order", "Порядок байтов")
+        .Range(0, int(ModbusByteOrder::DCBA))
+        .Choice(int(ModbusByteOrder::ABCD), "ABCD", "ABCD")
+        .Choice(int(ModbusByteOrder::CDAB), "CDAB", "CDAB")
+        .Choice(int(ModbusByteOrder::BADC), "BADC", "BADC")
+        .Choice(int(ModbusByteOrder::DCBA), "DCBA", "DCBA")
+        .Property<&modbusSignal::m_scale>(5405, "scale", "Scale", "Множитель")
+        .Property<&modbusSignal::m_offsetValue>(5406, "offsetValue", "Added value", "Слагаемое");
+}
+
+const modbusGroup *modbusSignal::GetGroup() const
+{
+    for (const ConfigNode *parent = GetParent(); parent; parent = parent->GetParent()) {
+        if (const auto *group = dynamic_cast<const modbusGroup *>(parent))
+            return group;
+    }
+    return nullptr;
+}
+
+ModbusPoint modbusSignal::GetPoint(const modbusGroup &group) const
+{
+    ModbusPoint point;
+    point.table = group.GetTable();
+    point.offset = m_offset;
+    point.type = ModbusType(m_dataType);
+    point.bit = m_bit;
+    point.order = ModbusByteOrder(m_byteOrder);
+    point.scale = m_scale;
+    point.offsetValue = m_offsetValue;
+    return point;
+}
+
+Result modbusSignal::CheckPlace() const
+{
+    const modbusGroup *group = GetGroup();
+    if (!group)
+        return Result(this, Result::InvalidArgument, GetName() + " stands in no Modbus group");
+    const Result fits = GetPoint(*group).Check(group->GetPointCount());
+    return fits ? Result() : Result(this, fits.GetType(), GetName() + ": " + fits.GetDetail());
+}
+
+void modbusSignal::Validate(ValidationResults &results) const
+{
+    BasicSignal::Validate(results);
+    const Result place = CheckPlace();
+    if (!place)
+        results.Add(GetNodeLink(), place,
+                    GetName() + ": проверьте группу, смещение, тип данных и множитель");
+}
+
+Result modbusSignal::DoWrite(const SignalValue &value)
+{
+    auto *driver = dynamic_cast<modbusDriver *>(BasicDriver::Above(*this));
+    if (!driver)
+        return Result(this, Result::NotAvailable, GetName() + " stands below no Modbus driver");
+    return driver->Write(*this, value);
+}
+
+} // namespace Nodes

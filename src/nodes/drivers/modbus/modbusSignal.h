@@ -1,0 +1,36 @@
+#pragma once
+
+#include "nodes/drivers/modbus/ModbusPoints.h"
+#include "nodes/signals/BasicSignal.h"
+
+namespace Nodes {
+
+class modbusGroup;
+
+/// A value in the registers or bits of a Modbus group; stands below a modbusGroup.
+class NODES_EXPORT modbusSignal : public BasicSignal
+{
+public:
+    static KindInfo Kind();
+
+    /// The nearest group above; null without one.
+    const modbusGroup *GetGroup() const;
+    /// Where the value lies in that group.
+    ModbusPoint GetPoint(const modbusGroup &group) const;
+    /// InvalidArgument when it stands in no group or does not fit it.
+    [[nodiscard]] Result CheckPlace() const;
+    void Validate(ValidationResults &results) const override;
+
+protected:
+    Result DoWrite(const SignalValue &value) override;
+
+private:
+    int m_offset = 0;
+    int m_dataType = int(ModbusType::UInt16);
+    int m_bit = 0;
+    int m_byteOrder = int(ModbusByteOrder::ABCD);
+    double m_scale = 1;
+    double m_offsetValue = 0;
+};
+
+} // namespace Nodes

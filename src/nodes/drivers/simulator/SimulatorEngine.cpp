@@ -1,0 +1,142 @@
+#include "nodes/drivers/simulator/SimulatorEngine.h"
+
+#include "nodes/drivers/SignalSink.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <limits>
+
+namespace Nodes {
+
+namespace {
+
+constexpr auto ambiguous = std::numeric_limits<std::size_t>::max();
+
+/// The text without its digits: an error that quotes a changing number is still the same error.
+std::string withoutDigits(std::string text)
+{
+    text.erase(std::remove_if(text.begin(), text.end(),
+                              [](unsigned char c) { return std::isdigit(c) != 0; }),
+               text.end());
+    return text;
+}
+
+std::string lastPart(const std::string &path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+SignalValue checked(enSignalValueType type, const SignalValue &value)
+{
+    if (value.IsEmpty())
+        return Result(Result::WrongType, "the formula gives no value");
+    if (value.IsNumber() && !std::isfinite(value.ToDouble()))
+        return Result(Result::OutOfRange, "the formula gives " + value.ToString());
+    return SignalSink::ToType(type, value);
+}
+
+} // namespace
+
+SimulatorEngine::SimulatorEngine(Report report, LuaLimits limits)
+    : m_report(std::move(report)), m_sandbox(limits)
+{
+    m_sandbox.AddFunction("signal", [this](const auto &arguments) { return lookUp(arguments); });
+}
+
+void SimulatorEngine::addName(const std::string &name, std::size_t index)
+{
+    const auto [place, isNew] = m_byName.emplace(name, index);
+    if (!isNew && place->second != index)
+        place->second = ambiguous;
+}
+
+std::size_t SimulatorEngine::Add(SimulatedSignal signal)
+{
+    const std::size_t index = m_entries.size();
+    addName(signal.path, index);
+    addName(signal.relativePath, index);
+    addName(lastPart(signal.path), index);
+    Entry &entry = m_entries.emplace_back();
+    entry.value = signal.initial;
+    entry.compiled = m_sandbox.Compile(
+        lastPart(signal.path), signal.formula.empty() ? "value" : signal.formula, entry.script);
+    entry.signal = std::move(signal);
+    return index;
+}
+
+void SimulatorEngine::Write(std::size_t index, const SignalValue &value)
+{
+    m_entries[index].value = value;
+}
+
+SignalValue SimulatorEngine::lookUp(const LuaSandbox::Arguments &arguments) const
+{
+    if (arguments.size() != 1 || arguments[0].GetType() != enSignalValueType::String)
+        return Result(Result::InvalidArgument, "signal() wants one name in quotes");
+    const std::string name = arguments[0].ToString();
+    const auto found = m_byName.find(name);
+    if (found == m_byName.end())
+        return Result(Result::NotFound, "no signal '" + name + "' in this driver");
+    if (found->second == ambiguous)
+        return Result(Result::InvalidArgument, "several signals are called '" + name + "'");
+    const SignalValue &outcome = m_entries[found->second].outcome;
+    return outcome.IsError() ? SignalValue(Result(Result::Failed, "signal '" + name + "' is bad"))
+                             : outcome;
+}
+
+SignalValue SimulatorEngine::run(Entry &entry, double time, double elapsed)
+{
+    if (!entry.compiled)
+        return entry.compiled;
+    m_sandbox.SetVariable(entry.script, "t", time);
+    m_sandbox.SetVariable(entry.script, "dt", elapsed);
+    m_sandbox.SetVariable(entry.script, "value", entry.value);
+    SignalValue value;
+    const Result result = m_sandbox.Run(entry.script, value);
+    return result ? checked(entry.signal.type, value) : SignalValue(result);
+}
+
+void SimulatorEngine::evaluate(Entry &entry, double time, double elapsed)
+{
+    entry.outcome = run(entry, time, elapsed);
+    if (!entry.outcome.IsError())
+        entry.value = entry.outcome;
+}
+
+void SimulatorEngine::settle(double time, double elapsed)
+{
+    bool hasProgress = true;
+    while (hasProgress) {
+        hasProgress = false;
+        for (Entry &entry : m_entries) {
+            if (!entry.outcome.IsError())
+                continue;
+            evaluate(entry, time, elapsed);
+            hasProgress |= !entry.outcome.IsError();
+        }
+    }
+}
+
+void SimulatorEngine::report(Entry &entry)
+{
+    const Result error = entry.outcome.GetError();
+    const std::string text = error ? std::string() : withoutDigits(error.ToString());
+    if (text == entry.reported)
+        return;
+    entry.reported = text;
+    m_report(entry.signal, error);
+}
+
+void SimulatorEngine::Step(double time, double elapsed)
+{
+    for (Entry &entry : m_entries)
+        evaluate(entry, time, elapsed);
+    if (m_isFirstStep)
+        settle(time, elapsed);
+    m_isFirstStep = false;
+    for (Entry &entry : m_entries)
+        report(entry);
+}
+
+} // namespace Nodes

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "nodes/drivers/BasicDriver.h"
+#include "nodes/drivers/PeriodicWorker.h"
+
+namespace Nodes {
+
+class SignalValue;
+class simulatorSignal;
+
+/// Computes its signals from formulas once a period, for demonstrations and trials without a
+/// plant. A formula that fails makes its own signal Bad and is journalled once; others go on.
+class NODES_EXPORT simulatorDriver : public BasicDriver
+{
+public:
+    simulatorDriver();
+    ~simulatorDriver() override;
+
+    static KindInfo Kind();
+
+    /// Hands a written value to the next step; NotConnected while the driver does not run.
+    [[nodiscard]] Result Write(const simulatorSignal &signal, const SignalValue &value);
+
+protected:
+    Result StartWork() override;
+    void StopWork() override;
+
+private:
+    class Simulation;
+
+    void addSignal(const simulatorSignal &signal);
+
+    int m_period = 500; // ms
+    std::unique_ptr<Simulation> m_simulation;
+    PeriodicWorker m_worker;
+};
+
+} // namespace Nodes

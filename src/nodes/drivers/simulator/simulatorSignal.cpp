@@ -1,0 +1,36 @@
+#include "nodes/drivers/simulator/simulatorSignal.h"
+
+#include "nodes/drivers/SignalSink.h"
+#include "nodes/drivers/simulator/simulatorDriver.h"
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo simulatorSignal::Kind()
+{
+    return KindBuilder::For<simulatorSignal>(NodeType::enNodeSubtype(0x5003), "simulatorSignal",
+                                             "Simulated signal", "Моделируемый сигнал")
+        .Inherit<BasicSignal>()
+        .Property<&simulatorSignal::m_formula>(5301, "formula", "Formula", "Формула")
+        .Hint("multiline")
+        .Property<&simulatorSignal::m_initialValue>(5302, "initial", "Initial value",
+                                                    "Начальное значение");
+}
+
+SignalValue simulatorSignal::GetInitialValue() const
+{
+    if (!m_initialValue.empty())
+        return SignalSink::ToType(GetValueType(), m_initialValue);
+    const bool isText = GetValueType() == enSignalValueType::String;
+    return isText ? SignalValue("") : SignalSink::ToType(GetValueType(), 0);
+}
+
+Result simulatorSignal::DoWrite(const SignalValue &value)
+{
+    auto *driver = dynamic_cast<simulatorDriver *>(BasicDriver::Above(*this));
+    if (!driver)
+        return Result(this, Result::NotAvailable, GetName() + " stands below no simulator");
+    return driver->Write(*this, value);
+}
+
+} // namespace Nodes

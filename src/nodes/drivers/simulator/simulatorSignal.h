@@ -1,0 +1,26 @@
+#pragma once
+
+#include "nodes/signals/BasicSignal.h"
+
+namespace Nodes {
+
+/// A signal computed by a Lua formula; stands below a simulatorDriver. When it may be written, the
+/// written value is what the formula sees as `value` from the next step on.
+class NODES_EXPORT simulatorSignal : public BasicSignal
+{
+public:
+    static KindInfo Kind();
+
+    const std::string &GetFormula() const { return m_formula; }
+    /// `value` before the first step, as the signal's type; the type's zero when none is set.
+    SignalValue GetInitialValue() const;
+
+protected:
+    Result DoWrite(const SignalValue &value) override;
+
+private:
+    std::string m_formula;
+    std::string m_initialValue;
+};
+
+} // namespace Nodes
