@@ -1,0 +1,24 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QRect>
+#include <QVector>
+
+namespace Widgets {
+
+/// Arithmetic of frame windows, apart from widgets and screens.
+struct WIDGETS_EXPORT FrameGeometry
+{
+    /// `start` after its edges (flags of FrameWindow::Frame) were dragged by `delta`. The opposite
+    /// edges stay where they are, also when a size limit stops the drag.
+    static QRect resized(const QRect &start, int edges, const QPoint &delta, const QSize &minimum,
+                         const QSize &maximum);
+
+    /// Nearest position of `frame` at which its title bar can still be caught on one of `screens`.
+    static QPoint reachable(const QRect &frame, int titleHeight, const QVector<QRect> &screens);
+    /// The same for the screens of the application.
+    static QPoint reachable(const QRect &frame, int titleHeight);
+};
+
+} // namespace Widgets

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "widgets/windows/FrameWindow.h"
+
+#include <QRect>
+
+namespace Widgets {
+
+/// Area behind title bar and hosted widget that takes the pointer: edges resize the window it
+/// stands in, the title bar moves it, a double click there maximises it. Works for any frameless
+/// top-level widget that it fills. The window never leaves all screens.
+class WIDGETS_EXPORT FrameWindow::Frame : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Pixels on either side of an edge that belong to it; also the width kept free around the
+    /// contents.
+    static constexpr int EdgeWidth = 2;
+    enum Edge {
+        NoEdge = 0,
+        LeftEdge = 0x1,
+        RightEdge = 0x10,
+        TopEdge = 0x100,
+        BottomEdge = 0x1000
+    };
+
+    explicit Frame(QWidget *parent);
+    ~Frame() override;
+
+    /// Also decides whether a double click on the title maximises.
+    void setResizeable(bool isResizeable);
+    bool isResizeable() const { return m_isResizeable; }
+    void setTitleHeight(int height);
+
+    /// Edge flags at a point of this widget; points outside count as long as they are near.
+    int edgesAt(const QPoint &point) const;
+    /// Edges under the pointer as last seen.
+    int edges() const { return m_edges; }
+    static Qt::CursorShape cursorFor(int edges);
+
+    /// Takes the override cursor back: the pointer is on something else.
+    void restoreCursor();
+
+protected:
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    enum class Grab { None, Move, Resize };
+
+    bool isTitle(const QPoint &point) const;
+    void hover(const QPoint &point);
+    void showCursor(int edges);
+    void drag(const QPoint &globalPoint);
+    QSize smallest() const;
+
+    bool m_isResizeable = true;
+    int m_titleHeight = 0;
+    int m_edges = NoEdge;
+    int m_overrideCursors = 0;
+    Grab m_grab = Grab::None;
+    QPoint m_pressPoint; // global
+    QRect m_startGeometry;
+};
+
+} // namespace Widgets
