@@ -145,15 +145,32 @@ void ElementReader::readChildren(pugi::xml_node element, ConfigNode &node)
     }
 }
 
+// Pieces of text between children become one, so that saving and reading again changes nothing.
+void ElementReader::readText(std::string_view text, const pugi::xml_node &element, ConfigNode &node)
+{
+    constexpr const char *blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return;
+    text = text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    Report(LoadMessage::Warning, element,
+           "текст " + quoted(text) + " внутри элемента не используется");
+    std::string all;
+    for (const auto &[key, value] : node.GetForeignAttributes()) {
+        if (key == TextKey)
+            all = value + "\n";
+    }
+    node.RemoveForeignAttribute(TextKey);
+    node.AddForeignAttribute(TextKey, all.append(text));
+}
+
 void ElementReader::readChild(const pugi::xml_node &child, const pugi::xml_node &element,
                               ConfigNode &node)
 {
     if (child.type() == pugi::node_comment) {
         node.AddForeignAttribute(CommentKey, child.value());
     } else if (child.type() != pugi::node_element) {
-        node.AddForeignAttribute(TextKey, child.value());
-        Report(LoadMessage::Warning, element,
-               "текст " + quoted(child.value()) + " внутри элемента не используется");
+        readText(child.value(), element, node);
     } else if (std::unique_ptr<ConfigNode> made = Read(child)) {
         const NodeType type = made->GetNodeType();
         if (type.GetSubtype() != NodeType::SubtypeUnknown && !node.GetKind()->AllowsChild(type))

@@ -25,8 +25,8 @@ struct XmlFault
 class XmlSource
 {
 public:
-    static constexpr unsigned ParseFlags =
-        pugi::parse_default | pugi::parse_comments | pugi::parse_doctype;
+    static constexpr unsigned ParseFlags = pugi::parse_default | pugi::parse_comments |
+                                           pugi::parse_doctype | pugi::parse_ws_pcdata_single;
 
     explicit XmlSource(std::string bytes) : m_bytes(std::move(bytes)) {}
 
