@@ -13,6 +13,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include <malloc.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -70,22 +72,29 @@ std::unique_ptr<Nodes::NodesCollection> makeProject()
     return project;
 }
 
-/// File of the generated project, made on first use and removed at exit.
+/// File of the generated project, removed at exit. Another process makes it, so that the heap of
+/// this one is as small as a station's before it loads.
+class ProjectFile
+{
+public:
+    ProjectFile()
+    {
+        const pid_t child = ::fork();
+        if (child == 0)
+            ::_exit(Nodes::ProjectWriter::WriteFile(*makeProject(), path) ? 0 : 1);
+        int status = 1;
+        if (::waitpid(child, &status, 0) != child || status != 0)
+            std::abort();
+    }
+    ~ProjectFile() { std::filesystem::remove(path); }
+
+    const std::string path = std::filesystem::temp_directory_path() /
+                             ("bench_project_" + std::to_string(::getpid()) + ".xml");
+};
+
 const std::string &projectFile()
 {
-    struct File
-    {
-        std::string path = (std::filesystem::temp_directory_path() /
-                            ("bench_project_" + std::to_string(::getpid()) + ".xml"))
-                               .string();
-        File()
-        {
-            if (!Nodes::ProjectWriter::WriteFile(*makeProject(), path))
-                std::abort();
-        }
-        ~File() { std::filesystem::remove(path); }
-    };
-    static const File file;
+    static const ProjectFile file;
     return file.path;
 }
 
@@ -115,6 +124,7 @@ void loadProject(benchmark::State &state)
         state.PauseTiming();
         std::unique_ptr<Nodes::NodesCollection> project;
         Nodes::ProjectReader reader;
+        ::malloc_trim(0);
         resetPeak();
         const double before = statusMegabytes("VmRSS:");
         state.ResumeTiming();

@@ -3,27 +3,72 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/AtomicFile.h"
+#include "nodes/serial/LoadLimits.h"
 #include "nodes/serial/XmlText.h"
 
+#include <string_view>
+
 namespace Nodes {
+
+namespace {
+
+/// Finds what a reader would refuse, so that nothing is saved that cannot be loaded.
+class LimitCheck : public pugi::xml_tree_walker
+{
+public:
+    bool for_each(pugi::xml_node &node) override
+    {
+        ++m_count;
+        for (const pugi::xml_attribute &attribute : node.attributes()) {
+            if (std::string_view(attribute.value()).size() <= m_limits.attributeLength)
+                continue;
+            fault = std::string(attribute.name()) + " of node " + node.attribute("id").value() +
+                    " is longer than " + std::to_string(m_limits.attributeLength) + " bytes";
+        }
+        if (m_count > m_limits.nodes)
+            fault = "more than " + std::to_string(m_limits.nodes) + " elements";
+        return fault.empty();
+    }
+
+    std::string fault;
+
+private:
+    const LoadLimits m_limits;
+    std::size_t m_count = 0;
+};
+
+void fill(pugi::xml_document &document, const ConfigNode &root)
+{
+    pugi::xml_node declaration = document.append_child(pugi::node_declaration);
+    declaration.append_attribute("version") = "1.0";
+    declaration.append_attribute("encoding") = "UTF-8";
+    WriteNodeXml(root, document);
+}
+
+} // namespace
 
 std::string ProjectWriter::ToText(const NodesCollection &project)
 {
     if (!project.GetRoot())
         return {};
     pugi::xml_document document;
-    pugi::xml_node declaration = document.append_child(pugi::node_declaration);
-    declaration.append_attribute("version") = "1.0";
-    declaration.append_attribute("encoding") = "UTF-8";
-    WriteNodeXml(*project.GetRoot(), document);
+    fill(document, *project.GetRoot());
     return PrintXml(document, pugi::format_indent);
 }
 
 Result ProjectWriter::WriteFile(const NodesCollection &project, const std::string &path)
 {
-    const std::string text = ToText(project);
-    if (text.empty())
+    if (!project.GetRoot())
         return Result(Result::InvalidArgument, path + ": the project has no root");
+    pugi::xml_document document;
+    fill(document, *project.GetRoot());
+    LimitCheck check;
+    document.traverse(check);
+    const std::string text = PrintXml(document, pugi::format_indent);
+    if (check.fault.empty() && text.size() > LoadLimits().fileSize)
+        check.fault = "larger than " + std::to_string(LoadLimits().fileSize) + " bytes";
+    if (!check.fault.empty())
+        return Result(Result::LimitExceeded, path + ": " + check.fault);
     return ReplaceFile(path, text);
 }
 

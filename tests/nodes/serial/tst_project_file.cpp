@@ -93,6 +93,9 @@ void ProjectFile::failedSaveLeavesTheOldFile()
     }
     QCOMPARE(contentOf(path("b.xml")), first);
     QCOMPARE(QDir(m_directory.path()).entryList({"b.xml*"}), QStringList{"b.xml"});
+    f.root()->SetDescription(std::string(2 << 20, 'x'));
+    QVERIFY(ProjectWriter::WriteFile(f.project, file) == Result::LimitExceeded);
+    QCOMPARE(contentOf(path("b.xml")), first);
     const std::string nowhere = path("none/c.xml").toStdString();
     QVERIFY(ProjectWriter::WriteFile(f.project, nowhere) == Result::StorageError);
 }
