@@ -96,6 +96,7 @@ void ProjectFile::failedSaveLeavesTheOldFile()
     f.root()->SetDescription(std::string(2 << 20, 'x'));
     QVERIFY(ProjectWriter::WriteFile(f.project, file) == Result::LimitExceeded);
     QCOMPARE(contentOf(path("b.xml")), first);
+    f.root()->SetDescription({});
     const std::string nowhere = path("none/c.xml").toStdString();
     QVERIFY(ProjectWriter::WriteFile(f.project, nowhere) == Result::StorageError);
 }
