@@ -46,7 +46,6 @@ Result BasicDriver::Start()
         return ConfigNode::Start();
     SetState(NodeState::Failed);
     DegradeAll(started);
-    StoreMessage(LevelWarning, "Драйвер не запущен: " + started.GetDetail(), GetNodeLink());
     return started;
 }
 

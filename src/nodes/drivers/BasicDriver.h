@@ -27,7 +27,7 @@ public:
     static BasicDriver *Above(const ConfigNode &node);
 
     /// Starts the driver's work. A disabled driver stays stopped and its signals are Bad with
-    /// NotAvailable. A failure is journalled and its reason is what the signals show.
+    /// NotAvailable. The reason of a failure is also what the signals show.
     Result Start() override;
     /// Ends the driver's work; its signals are then Bad, so that nothing looks live.
     Result Stop() override;

@@ -1,0 +1,206 @@
+#include "nodes/ProjectFixture.h"
+#include "nodes/drivers/host/HostMetrics.h"
+#include "nodes/signals/BasicSignal.h"
+
+#include <QtTest>
+
+using namespace Nodes;
+
+namespace {
+
+/// What the kernel of one machine said, two seconds apart.
+HostSnapshot captured()
+{
+    HostSnapshot s;
+    s.steady = 5000000;
+    s.stat = "cpu  1000 100 400 8000 300 50 50 100 0 0\ncpu0 1 2 3 4 5 6 7 8 0 0\nintr 12 0\n";
+    s.loadavg = "0.52 1.25 2.00 3/812 4711\n";
+    s.meminfo = "MemTotal:        8000000 kB\nMemFree:          100000 kB\n"
+                "MemAvailable:    2000000 kB\nSwapTotal:       1000 kB\nSwapFree: 750 kB\n";
+    s.diskstats = "   8       0 sda 10 0 2000 5 20 0 4000 9 0 0 0 0 0 0 0\n"
+                  "   8       1 sda1 10 0 1 5 20 0 1 9 0 0 0 0 0 0 0\n";
+    s.netdev = "Inter-|   Receive                |  Transmit\n"
+               " face |bytes    packets errs drop fifo frame compressed multicast|bytes\n"
+               "    lo: 9000 1 0 0 0 0 0 0 9000 1 0 0 0 0 0 0\n"
+               "  eth0:1000 1 0 0 0 0 0 0 3000 1 0 0 0 0 0 0\n"
+               " wlan0: 500 1 0 0 0 0 0 0 70 1 0 0 0 0 0 0\n";
+    s.uptime = "3661.25 7000.00\n";
+    s.selfStat = "4711 (my (odd) name) S 1 4711 4711 0 -1 4194304 100 0 0 0 120 80 0 0 20 0 3 0 "
+                 "12345 1000000 2500 18446744073709551615 0 0\n";
+    s.osRelease = "NAME=\"Some\"\nPRETTY_NAME=\"Some Linux 12\"\n";
+    s.hostName = "station-1";
+    s.processCount = 123;
+    return s;
+}
+
+HostSnapshot twoSecondsLater()
+{
+    HostSnapshot s = captured();
+    s.steady += 2000000;
+    s.stat = "cpu  1060 100 420 8060 340 60 60 100 0 0\n"; // 200 ticks: 60 user, 60 idle, 40 wait
+    s.diskstats = "   8       0 sda 10 0 2008 5 20 0 4080 9 0 0 0 0 0 0 0\n";
+    s.netdev = "  eth0:5000 1 0 0 0 0 0 0 3200 1 0 0 0 0 0 0\n"
+               " wlan0: 700 1 0 0 0 0 0 0 90 1 0 0 0 0 0 0\n"
+               "    lo: 99000 1 0 0 0 0 0 0 99000 1 0 0 0 0 0 0\n";
+    s.selfStat = "4711 (my (odd) name) S 1 4711 4711 0 -1 4194304 100 0 0 0 150 150 0 0 20 0 3 0 "
+                 "12345 1000000 2500 18446744073709551615 0 0\n";
+    return s;
+}
+
+} // namespace
+
+class TestHostMetrics : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void measures_data();
+    void measures();
+    void damagedTexts_data();
+    void damagedTexts();
+    void ratesNeedTwoReadings();
+    void realMachine();
+};
+
+void TestHostMetrics::measures_data()
+{
+    QTest::addColumn<int>("metric");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("value");
+
+    const auto row = [](const char *name, HostMetric metric, const char *target,
+                        const char *value) {
+        QTest::newRow(name) << int(metric) << target << value;
+    };
+    row("cpu total", HostMetric::CpuTotal, "", "50");
+    row("cpu user", HostMetric::CpuUser, "", "30");
+    row("cpu waiting", HostMetric::CpuIoWait, "", "20");
+    row("load 1", HostMetric::Load1, "", "0.52");
+    row("load 15", HostMetric::Load15, "", "2");
+    row("memory used", HostMetric::MemoryUsed, "", "75");
+    row("memory used, bytes", HostMetric::MemoryUsedBytes, "", "6.144e+09");
+    row("memory available", HostMetric::MemoryAvailable, "", "2.048e+09");
+    row("swap", HostMetric::SwapUsed, "", "25");
+    row("disk read", HostMetric::DiskRead, "sda", "2048");
+    row("disk write", HostMetric::DiskWrite, "sda", "20480");
+    row("one interface", HostMetric::NetReceived, "eth0", "2000");
+    row("all but the loopback", HostMetric::NetReceived, "", "2100");
+    row("sent", HostMetric::NetSent, "wlan0", "10");
+    row("uptime", HostMetric::Uptime, "", "3661.25");
+    row("processes", HostMetric::ProcessCount, "", "123");
+    row("own memory", HostMetric::ProcessRss, "", "10240000");
+    row("own processor time", HostMetric::ProcessCpu, "", "50");
+    row("host name", HostMetric::HostName, "", "station-1");
+    row("system", HostMetric::OsRelease, "", "Some Linux 12");
+}
+
+void TestHostMetrics::measures()
+{
+    QFETCH(int, metric);
+    QFETCH(QString, target);
+    QFETCH(QString, value);
+    const HostSnapshot before = captured();
+    const SignalValue measured =
+        HostMetrics::Measure(HostMetric(metric), target.toStdString(), twoSecondsLater(), &before);
+    QCOMPARE(QString::fromStdString(measured.ToString()), value);
+    QVERIFY(measured.IsGood());
+}
+
+void TestHostMetrics::damagedTexts_data()
+{
+    QTest::addColumn<int>("metric");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("damage");
+    QTest::addColumn<int>("error");
+
+    const auto row = [](const char *name, HostMetric metric, const char *target, const char *damage,
+                        Result::ResultType error) {
+        QTest::newRow(name) << int(metric) << target << damage << int(error);
+    };
+    const auto parse = Result::ParseError;
+    row("empty stat", HostMetric::CpuTotal, "", "", parse);
+    row("short stat", HostMetric::CpuTotal, "", "cpu 1 2 3", parse);
+    row("stat of words", HostMetric::CpuTotal, "", "cpu a b c d e f g h", parse);
+    row("negative counter", HostMetric::CpuUser, "", "cpu -1 2 3 4 5 6 7 8", parse);
+    row("empty load", HostMetric::Load5, "", "", parse);
+    row("load not a number", HostMetric::Load1, "", "nan 1 2", parse);
+    row("memory without total", HostMetric::MemoryUsed, "", "MemAvailable: 5 kB", parse);
+    row("more available than there is", HostMetric::MemoryUsed, "",
+        "MemTotal: 5 kB\nMemAvailable: 6 kB", parse);
+    row("disk cut off", HostMetric::DiskRead, "sda", "8 0 sda 1 2 3", Result::NotFound);
+    row("device is gone", HostMetric::DiskRead, "sdz", nullptr, Result::NotFound);
+    row("a part of a name is no name", HostMetric::DiskRead, "sd", nullptr, Result::NotFound);
+    row("interface is gone", HostMetric::NetSent, "eth7", nullptr, Result::NotFound);
+    row("interface cut off", HostMetric::NetSent, "eth0", "eth0: 12 1", Result::NotFound);
+    row("uptime", HostMetric::Uptime, "", "soon", parse);
+    row("process without a name", HostMetric::ProcessRss, "", "4711 S 1 2", parse);
+    row("process cut off", HostMetric::ProcessCpu, "", "4711 (a) S 1 2", parse);
+    row("system without a name", HostMetric::OsRelease, "", "PRETTY_NAME=\"\"", parse);
+    row("no metric", HostMetric::None, "", nullptr, Result::InvalidArgument);
+    row("unknown metric", HostMetric(99), "", nullptr, Result::InvalidArgument);
+}
+
+void TestHostMetrics::damagedTexts()
+{
+    QFETCH(int, metric);
+    QFETCH(QString, target);
+    QFETCH(QString, damage);
+    QFETCH(int, error);
+    HostSnapshot now = twoSecondsLater();
+    if (!damage.isNull()) {
+        const std::string text = damage.toStdString();
+        now.stat = now.loadavg = now.meminfo = now.diskstats = now.netdev = now.uptime = text;
+        now.selfStat = now.osRelease = text;
+    }
+    const HostSnapshot before = captured();
+    const SignalValue value =
+        HostMetrics::Measure(HostMetric(metric), target.toStdString(), now, &before);
+    QCOMPARE(int(value.GetError().GetType()), error);
+    QVERIFY(!value.GetError().GetDetail().empty());
+}
+
+void TestHostMetrics::ratesNeedTwoReadings()
+{
+    const HostSnapshot first = captured();
+    const HostSnapshot later = twoSecondsLater();
+    for (const HostMetric metric :
+         {HostMetric::CpuTotal, HostMetric::NetSent, HostMetric::ProcessCpu}) {
+        QVERIFY(HostMetrics::Measure(metric, "", first, nullptr).IsEmpty());
+        QVERIFY(HostMetrics::Measure(metric, "", first, &first).IsEmpty() ||
+                metric == HostMetric::CpuTotal);
+        // Counters that run backwards were reset: no figure rather than a negative one.
+        QVERIFY(HostMetrics::Measure(metric, "", first, &later).IsEmpty());
+    }
+}
+
+void TestHostMetrics::realMachine()
+{
+    ProjectFixture project;
+    ConfigNode *driver = project.add("hostDriver", project.root());
+    QVERIFY(driver->SetPropertyText("period", "100").IsSuccess());
+    const auto add = [&](const char *metric, const char *target = "", const char *type = "double") {
+        auto *signal = static_cast<BasicSignal *>(project.add("hostSignal", driver));
+        return signal->SetPropertyText("metric", metric) && signal->SetPropertyText("type", type) &&
+                       signal->SetPropertyText("target", target)
+                   ? signal
+                   : nullptr;
+    };
+    const std::vector<BasicSignal *> real{add("cpu.total"),   add("load1"),  add("memory.used"),
+                                          add("process.rss"), add("uptime"), add("disk.used", "/"),
+                                          add("process.cpu")};
+    BasicSignal *name = add("host.name", "", "string");
+    BasicSignal *nowhere = add("disk.used", "/no/such/place");
+    BasicSignal *text = add("host.name");
+    QVERIFY(driver->Start().IsSuccess());
+    for (const BasicSignal *signal : real)
+        QTRY_VERIFY(signal->GetValue().IsGood() && signal->GetValue().ToDouble() >= 0);
+    QVERIFY(real[2]->GetValue().ToDouble() > 0 && real[2]->GetValue().ToDouble() < 100);
+    QTRY_VERIFY(!name->GetValue().ToString().empty() && name->GetValue().IsGood());
+    QTRY_COMPARE(nowhere->GetValue().GetError().GetType(), Result::NotFound);
+    QTRY_COMPARE(text->GetValue().GetError().GetType(), Result::WrongType);
+    QVERIFY(driver->Stop().IsSuccess());
+    QVERIFY(!real[0]->GetValue().IsGood());
+}
+
+QTEST_GUILESS_MAIN(TestHostMetrics)
+#include "tst_host_metrics.moc"
