@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
 
@@ -11,8 +12,15 @@
 
 namespace Nodes {
 
+class AlarmEngine;
+class AlarmTracker;
+class systemAuthentication;
+struct AlarmMoment;
+
 /// Watches the configured alarms, keeps their ISA-18.2 states, journals every change with the
 /// user, and announces it. Evaluation runs on threads of the node model; operations: any thread.
+/// A value of bad quality neither raises a limit alarm nor returns any alarm to normal. States
+/// survive a restart of the station, in "alarms.sqlite" of the core's data directory.
 class NODES_EXPORT systemAlarming : public ConfigNode
 {
 public:
@@ -25,7 +33,9 @@ public:
 
     /// Alarms that are not Normal, latest change first: copies.
     std::vector<BasicEvent> GetActiveAlarms() const;
-    /// Rights are checked here. NotFound when the alarm has nothing to acknowledge.
+    /// Rights are checked here: PrivilegeAcknowledge for this, PrivilegeShelve for the others;
+    /// AccessDenied is journalled. NotAvailable unless running. NotFound when the alarm has nothing
+    /// to acknowledge.
     [[nodiscard]] Result Acknowledge(const NodeLink &alarm, const std::string &comment = {});
     /// Hides the alarm for `seconds` (1 to 86400); it comes back by itself.
     [[nodiscard]] Result Shelve(const NodeLink &alarm, int seconds);
@@ -33,12 +43,18 @@ public:
     [[nodiscard]] Result SetOutOfService(const NodeLink &alarm, bool out);
     [[nodiscard]] Result SetSuppressed(const NodeLink &alarm, bool suppressed);
 
-    /// A new or changed alarm; the slot runs on a thread of the node model.
+    /// A new or changed alarm, in the order of the changes; at Start also those that an earlier run
+    /// left. The slot runs on one thread of the node model.
     boost::signals2::connection ConnectAlarm(std::function<void(const BasicEvent &)> slot);
 
 private:
-    struct Engine;
-    std::unique_ptr<Engine> m_engine;
+    using Change = std::function<Result(AlarmTracker &, const AlarmMoment &,
+                                        const std::string &user, std::vector<BasicEvent> &)>;
+
+    Result operate(const NodeLink &alarm, AuthPriv privilege, const Change &change);
+
+    std::unique_ptr<AlarmEngine> m_engine;
+    const systemAuthentication *m_users = nullptr; // set while running
 };
 
 } // namespace Nodes

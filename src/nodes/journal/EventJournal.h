@@ -2,33 +2,23 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/events/BasicEvent.h"
+#include "nodes/journal/JournalQuery.h"
 #include "nodes/values/Result.h"
 
 #include <boost/signals2/connection.hpp>
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace Nodes {
 
-/// Which journal entries to read.
-struct JournalQuery {
-    Timestamp begin = 0; ///< inclusive
-    Timestamp end = 0;   ///< exclusive; 0: no end
-    std::optional<int> maximumLevel;
-    std::string source;  ///< exact name; "" any
-    std::string text;    ///< case-insensitive part of the text, Cyrillic included; "" any
-    unsigned long afterId = 0; ///< continue a long answer behind this entry
-    std::size_t limit = 10000;
-};
-
 /// Append-only event journal in an SQLite file. Each row carries a hash over itself and its
 /// predecessor, so removal or change of a row shows. Entries are queued (bounded) and written by a
 /// thread of its own in transactions; when the file cannot be written they go to a spill file that
-/// is replayed in order, so nothing is lost and nothing is stored twice. All operations: any thread.
+/// is replayed in order, so nothing is lost and nothing is stored twice. All operations: any
+/// thread.
 class NODES_EXPORT EventJournal
 {
 public:
@@ -42,14 +32,17 @@ public:
     [[nodiscard]] Result Open(const std::string &file);
     /// Writes what is queued and closes.
     void Close();
+    /// True while the database itself can be written; entries are kept in any case.
     bool IsOpen() const;
 
     /// Queues an entry; stamps it when it has no time. LimitExceeded only when queue and spill
     /// file are both unavailable. Before Open entries wait in memory.
     Result Append(BasicEvent event);
-    /// Returns when everything appended before has been written or spilled.
+    /// Returns when everything appended before has been written or spilled; StorageError when
+    /// neither is possible, NotAvailable before Open. Has the database tried again at once.
     Result Flush();
 
+    /// Entries in the order they were stored, as far as they are in the database: see Flush.
     [[nodiscard]] Result Query(const JournalQuery &query, std::vector<BasicEvent> &events) const;
     /// Recomputes the hash chain; the first row that does not fit is named in the detail.
     [[nodiscard]] Result Verify() const;

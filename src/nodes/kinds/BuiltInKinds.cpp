@@ -5,7 +5,13 @@
 #include "nodes/actions/actionShowWindow.h"
 #include "nodes/actions/actionToggleWindow.h"
 #include "nodes/actions/actionWriteValue.h"
+#include "nodes/alarms/alarmDiscrete.h"
+#include "nodes/alarms/alarmLimit.h"
+#include "nodes/alarms/alarmQuality.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/securityGrant.h"
+#include "nodes/auth/securityRole.h"
+#include "nodes/auth/securityUser.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/drivers/driverStatus.h"
 #include "nodes/drivers/host/hostDriver.h"
@@ -22,6 +28,7 @@
 #include "nodes/system/BasicProject.h"
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemVisualization.h"
+#include "nodes/timers/operationTimer.h"
 #include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicFrame.h"
 #include "nodes/visual/BasicLayer.h"
@@ -43,6 +50,14 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(systemVisualization::Kind());
     table.Add(systemAlarming::Kind());
     table.Add(systemAuthentication::Kind());
+    table.Add(securityUser::Kind());
+    table.Add(securityRole::Kind());
+    table.Add(securityGrant::Kind());
+    // Alarms and timers
+    table.Add(alarmLimit::Kind());
+    table.Add(alarmDiscrete::Kind());
+    table.Add(alarmQuality::Kind());
+    table.Add(operationTimer::Kind());
     // Signals and drivers
     table.Add(memorySignal::Kind());
     table.Add(driverStatus::Kind());

@@ -178,6 +178,7 @@ Result NodesCollection::SetRoot(std::unique_ptr<ConfigNode> root)
 
 Result NodesCollection::remember(ConfigNode &subtree)
 {
+    ++m_revision;
     const auto [place, isNew] = m_index.emplace(subtree.m_id, &subtree);
     if (!isNew && place->second != &subtree)
         return Result(&subtree, Result::Duplicate, "id " + std::to_string(subtree.m_id));
@@ -192,6 +193,7 @@ Result NodesCollection::remember(ConfigNode &subtree)
 
 void NodesCollection::forgetOne(ConfigNode &node)
 {
+    ++m_revision;
     const auto found = m_index.find(node.m_id);
     if (found != m_index.end() && found->second == &node)
         m_index.erase(found);

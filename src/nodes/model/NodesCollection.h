@@ -6,6 +6,7 @@
 #include "nodes/model/NodesArray.h"
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
@@ -62,6 +63,9 @@ public:
     /// Fresh ids are taken above `id` from now on.
     void ReserveIds(unsigned long id) { m_lastId = std::max(m_lastId, id); }
     unsigned long GetToken() const { return m_token; }
+    /// Changes whenever a node enters or leaves the tree: tells whether what was gathered from the
+    /// tree is still true. Any thread.
+    unsigned long GetRevision() const { return m_revision.load(std::memory_order_acquire); }
 
     // Called for nodes that enter or leave the tree.
     [[nodiscard]] Result remember(ConfigNode &subtree);
@@ -82,6 +86,7 @@ private:
 
     unsigned long m_token;
     unsigned long m_lastId = 0;
+    std::atomic<unsigned long> m_revision{0};
     systemCore *m_core = nullptr;
     std::string m_directory;
     std::unordered_map<unsigned long, ConfigNode *> m_index;

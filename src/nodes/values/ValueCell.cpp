@@ -28,8 +28,8 @@ void ValueCell::Publish(SignalValue value)
     {
         const std::lock_guard lock(m_mutex);
         m_value = value;
+        m_lastPublished.store(clock.Steady(), std::memory_order_relaxed);
     }
-    m_lastPublished.store(clock.Steady(), std::memory_order_relaxed);
     emitValue(value);
 }
 
@@ -47,6 +47,22 @@ void ValueCell::Degrade(Quality quality, const Result &reason)
         degraded = m_value;
     }
     emitValue(degraded);
+}
+
+bool ValueCell::Expire(Timestamp lastPublished)
+{
+    SignalValue expired;
+    {
+        const std::lock_guard lock(m_mutex);
+        const Quality quality = m_value.GetQuality();
+        if (LastPublished() != lastPublished || quality == Quality::Bad || quality == Quality::Stale)
+            return false;
+        m_value.SetQuality(Quality::Stale);
+        m_value.SetTimes(m_value.GetSourceTime(), Clock::Current().Now());
+        expired = m_value;
+    }
+    emitValue(expired);
+    return true;
 }
 
 SignalValue ValueCell::Value() const

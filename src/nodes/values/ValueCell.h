@@ -31,6 +31,9 @@ public:
     /// Keeps the last value and its source time but with this quality; subscribers hear of it when
     /// the quality changed. Nothing received yet becomes the error `reason`.
     void Degrade(Quality quality, const Result &reason);
+    /// Degrades to Stale unless something was published since `lastPublished` (see below) or the
+    /// value is bad already; true when it did.
+    bool Expire(Timestamp lastPublished);
     SignalValue Value() const;
     /// Steady time of the last Publish in microseconds, 0 before the first.
     Timestamp LastPublished() const { return m_lastPublished.load(std::memory_order_relaxed); }

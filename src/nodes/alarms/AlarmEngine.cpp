@@ -1,0 +1,245 @@
+#include "nodes/alarms/AlarmEngine.h"
+
+#include "nodes/alarms/BasicAlarm.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/ValueCell.h"
+
+#include <algorithm>
+
+namespace Nodes {
+
+namespace {
+
+AlarmSettings settingsOf(const BasicAlarm &alarm)
+{
+    AlarmSettings settings;
+    settings.node = alarm.GetNodeLink();
+    settings.source = alarm.GetPath();
+    settings.text = alarm.GetText();
+    settings.priority = alarm.GetPriority();
+    settings.isAckRequired = alarm.isAckRequired();
+    settings.onDelay = Timestamp(alarm.GetOnDelay()) * 1000;
+    settings.offDelay = Timestamp(alarm.GetOffDelay()) * 1000;
+    settings.condition = alarm.MakeCondition();
+    return settings;
+}
+
+} // namespace
+
+struct AlarmEngine::Watch
+{
+    Watch(const BasicAlarm &alarm, unsigned long &lastOccurrence)
+        : tracker(settingsOf(alarm), lastOccurrence), cell(alarm.GetSignal()->GetCell())
+    {
+    }
+    unsigned long NodeId() const { return tracker.GetSettings().node.GetNodeId(); }
+
+    AlarmTracker tracker;
+    std::shared_ptr<ValueCell> cell;
+    ValueSubscription subscription;
+    Timestamp deadline = DeadlineThread::Never;
+};
+
+AlarmEngine::AlarmEngine() = default;
+
+AlarmEngine::~AlarmEngine()
+{
+    Stop();
+}
+
+void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms, EventJournal *journal,
+                        const std::string &stateFile)
+{
+    Stop();
+    m_journal = journal;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const BasicAlarm *alarm : alarms) {
+            m_watches.push_back(std::make_unique<Watch>(*alarm, m_lastOccurrence));
+            m_byNode[alarm->GetId()] = m_watches.back().get();
+        }
+        restore(stateFile);
+        m_isRunning = true;
+    }
+    for (const auto &watch : m_watches)
+        subscribe(*watch);
+    m_thread.Start([this] { return work(); });
+}
+
+void AlarmEngine::Stop()
+{
+    // Ended without the lock: a publisher may be waiting for it inside its subscription.
+    for (const auto &watch : m_watches)
+        watch->subscription.Disconnect();
+    m_thread.Stop();
+    (void)work();
+    const std::lock_guard lock(m_mutex);
+    m_isRunning = false;
+    m_deadlines.clear();
+    m_byNode.clear();
+    m_watches.clear();
+    m_store.Close();
+}
+
+void AlarmEngine::restore(const std::string &stateFile)
+{
+    if (stateFile.empty())
+        return;
+    std::string setAside;
+    AlarmStateStore::Memories memories;
+    Result result = m_store.Open(stateFile, setAside);
+    if (!setAside.empty())
+        Report(LevelCritical, "Файл состояний тревог повреждён и отложен: " + setAside);
+    if (result)
+        result = m_store.Load(memories);
+    if (!result)
+        Report(LevelWarning, "Состояния тревог не сохраняются: " + result.GetDetail());
+    const AlarmMoment now = AlarmMoment::Now();
+    for (const auto &[node, memory] : memories) {
+        const auto found = m_byNode.find(node);
+        if (found == m_byNode.end()) {
+            m_unsaved[node] = AlarmMemory();
+            continue;
+        }
+        step(*found->second, [&](AlarmTracker &tracker) { tracker.Restore(memory, now); });
+        m_outbox.push_back({found->second->tracker.GetRecord(), false});
+    }
+}
+
+void AlarmEngine::subscribe(Watch &watch)
+{
+    watch.subscription.Connect(watch.cell, [this, &watch](const SignalValue &) { judge(watch); });
+    judge(watch);
+}
+
+void AlarmEngine::judge(Watch &watch)
+{
+    const AlarmMoment now = AlarmMoment::Now();
+    bool isCalling = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        const Timestamp earliest =
+            m_deadlines.empty() ? DeadlineThread::Never : m_deadlines.begin()->first;
+        AlarmTracker::Records records;
+        // Two publishers may arrive in either order; the cell's own value is the later one.
+        step(watch,
+             [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Value(), now, records); });
+        for (BasicEvent &record : records)
+            m_outbox.push_back({std::move(record), true});
+        isCalling = !m_outbox.empty() || watch.deadline < earliest;
+    }
+    if (isCalling)
+        m_thread.Wake();
+}
+
+template <class Step> void AlarmEngine::step(Watch &watch, Step run)
+{
+    const AlarmMemory before = watch.tracker.GetMemory();
+    run(watch.tracker);
+    if (!(watch.tracker.GetMemory() == before))
+        m_unsaved[watch.NodeId()] = watch.tracker.GetMemory();
+    const Timestamp deadline = watch.tracker.Deadline();
+    if (deadline == watch.deadline)
+        return;
+    m_deadlines.erase({watch.deadline, &watch});
+    watch.deadline = deadline;
+    if (deadline != DeadlineThread::Never)
+        m_deadlines.insert({deadline, &watch});
+}
+
+Timestamp AlarmEngine::work()
+{
+    const AlarmMoment now = AlarmMoment::Now();
+    std::vector<Outgoing> outgoing;
+    AlarmStateStore::Memories unsaved;
+    Timestamp next = DeadlineThread::Never;
+    {
+        const std::lock_guard lock(m_mutex);
+        AlarmTracker::Records records;
+        while (!m_deadlines.empty() && m_deadlines.begin()->first <= now.steady)
+            step(*m_deadlines.begin()->second,
+                 [&](AlarmTracker &tracker) { tracker.Tick(now, records); });
+        for (BasicEvent &record : records)
+            m_outbox.push_back({std::move(record), true});
+        outgoing.swap(m_outbox);
+        unsaved.swap(m_unsaved);
+        if (!m_deadlines.empty())
+            next = m_deadlines.begin()->first;
+    }
+    save(unsaved);
+    for (const Outgoing &out : outgoing) {
+        if (m_journal && out.isJournalled)
+            (void)m_journal->Append(out.event);
+        m_announced(out.event);
+    }
+    return next;
+}
+
+void AlarmEngine::save(const AlarmStateStore::Memories &memories)
+{
+    if (memories.empty() || !m_store.IsOpen())
+        return;
+    const Result saved = m_store.Save(memories);
+    if (!saved && !m_isSaveFailing)
+        Report(LevelWarning, "Состояния тревог не сохраняются: " + saved.GetDetail());
+    m_isSaveFailing = !saved;
+    if (saved)
+        return;
+    // Tried again with the next change; later changes of the same alarms win over these.
+    const std::lock_guard lock(m_mutex);
+    m_unsaved.insert(memories.begin(), memories.end());
+}
+
+std::vector<BasicEvent> AlarmEngine::GetActive() const
+{
+    std::vector<BasicEvent> active;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto &watch : m_watches) {
+            if (watch->tracker.GetState() != AlarmState::Normal)
+                active.push_back(watch->tracker.GetRecord());
+        }
+    }
+    std::stable_sort(active.begin(), active.end(),
+                     [](const BasicEvent &a, const BasicEvent &b) { return a.time > b.time; });
+    return active;
+}
+
+Result AlarmEngine::Operate(const NodeLink &alarm, const Operation &operation)
+{
+    Result result;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_isRunning)
+            return Result(Result::NotAvailable, "alarming is not running");
+        const auto found = m_byNode.find(alarm.GetNodeId());
+        if (found == m_byNode.end())
+            return Result(Result::NotFound, "no alarm " + std::to_string(alarm.GetNodeId()));
+        AlarmTracker::Records records;
+        step(*found->second, [&](AlarmTracker &tracker) {
+            result = operation(tracker, AlarmMoment::Now(), records);
+        });
+        for (BasicEvent &record : records)
+            m_outbox.push_back({std::move(record), true});
+    }
+    m_thread.Wake();
+    return result;
+}
+
+void AlarmEngine::Report(EventLevel level, const std::string &text, const NodeLink &source,
+                         const std::string &user, EventType type)
+{
+    if (!m_journal)
+        return;
+    BasicEvent event;
+    event.level = level;
+    event.type = type;
+    event.text = text;
+    event.source = source.isEmpty() ? "Тревоги" : source.GetLinkName(LinkNamePath);
+    event.sourceNode = source;
+    event.user = user;
+    (void)m_journal->Append(std::move(event));
+}
+
+} // namespace Nodes

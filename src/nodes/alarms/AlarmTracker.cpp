@@ -1,0 +1,206 @@
+#include "nodes/alarms/AlarmTracker.h"
+
+#include "nodes/values/Clock.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Nodes {
+
+namespace {
+
+constexpr Timestamp never = std::numeric_limits<Timestamp>::max();
+
+EventLevel severity(int priority)
+{
+    if (priority == 1)
+        return LevelCritical;
+    return priority == 4 ? LevelWarning : LevelAlarm;
+}
+
+} // namespace
+
+AlarmMoment AlarmMoment::Now()
+{
+    const Clock &clock = Clock::Current();
+    return {clock.Now(), clock.Steady()};
+}
+
+AlarmTracker::AlarmTracker(AlarmSettings settings, unsigned long &lastOccurrence)
+    : m_settings(std::move(settings)),
+      m_lastOccurrence(lastOccurrence),
+      m_flipAt(never),
+      m_unshelveAt(never)
+{
+}
+
+void AlarmTracker::Restore(const AlarmMemory &memory, const AlarmMoment &now)
+{
+    m_memory = memory;
+    m_lastOccurrence = std::max(m_lastOccurrence, memory.occurrence);
+    if (isShelved())
+        m_unshelveAt = now.steady + std::max<Timestamp>(memory.shelvedUntil - now.wall, 0);
+}
+
+bool AlarmTracker::isHidden() const
+{
+    return m_memory.isOutOfService || m_memory.isSuppressed || isShelved();
+}
+
+AlarmState AlarmTracker::GetState() const
+{
+    if (m_memory.isOutOfService)
+        return AlarmState::OutOfService;
+    if (m_memory.isSuppressed)
+        return AlarmState::Suppressed;
+    if (isShelved())
+        return AlarmState::Shelved;
+    if (m_memory.isActive)
+        return m_memory.isAcked ? AlarmState::ActiveAcked : AlarmState::ActiveUnacked;
+    return m_memory.isAcked ? AlarmState::Normal : AlarmState::ReturnedUnacked;
+}
+
+BasicEvent AlarmTracker::GetRecord() const
+{
+    return recordOf(m_memory.isActive ? TypeAlarmActive : TypeAlarmReturned, {});
+}
+
+BasicEvent AlarmTracker::recordOf(EventType type, const std::string &user) const
+{
+    BasicEvent record;
+    record.time = m_memory.changed;
+    record.type = type;
+    record.level = severity(m_settings.priority);
+    if (type == TypeAcknowledgement)
+        record.level = LevelAcknowledge;
+    else if (type == TypeAlarmReturned || type == TypeAlarmState)
+        record.level = user.empty() ? LevelInformation : LevelAction;
+    record.text = m_settings.text + (m_isDoubtful ? " (значение недостоверно)" : "");
+    record.source = m_settings.source;
+    record.sourceNode = m_settings.node;
+    record.user = user;
+    record.newValue = m_value.IsEmpty() || m_value.IsError() ? std::string() : m_value.ToString();
+    record.alarmState = GetState();
+    record.priority = m_settings.priority;
+    record.occurrence = m_memory.occurrence;
+    return record;
+}
+
+void AlarmTracker::change(EventType type, const std::string &user, const AlarmMoment &now,
+                          Records &records, const std::function<void()> &edit)
+{
+    const AlarmState before = GetState();
+    edit();
+    if (!isHidden())
+        m_isSeen = true;
+    if (GetState() == before)
+        return;
+    m_memory.changed = now.wall;
+    records.push_back(recordOf(type, user));
+}
+
+void AlarmTracker::raise(const AlarmMoment &now)
+{
+    m_memory.isActive = true;
+    m_memory.isAcked = !m_settings.isAckRequired;
+    m_isSeen = !isHidden();
+    // Counted from the wall clock's milliseconds, so that numbers stay unique without a file.
+    m_lastOccurrence = std::max(m_lastOccurrence + 1, static_cast<unsigned long>(now.wall / 1000));
+    m_memory.occurrence = m_lastOccurrence;
+}
+
+void AlarmTracker::clear()
+{
+    m_memory.isActive = false;
+    if (!m_isSeen)
+        m_memory.isAcked = true;
+}
+
+void AlarmTracker::mark(bool isDoubtful, const AlarmMoment &now, Records &records)
+{
+    if (m_isDoubtful == isDoubtful)
+        return;
+    m_isDoubtful = isDoubtful;
+    if (GetState() == AlarmState::Normal || isHidden())
+        return;
+    m_memory.changed = now.wall;
+    records.push_back(recordOf(TypeAlarmState, {}));
+}
+
+void AlarmTracker::Judge(const SignalValue &value, const AlarmMoment &now, Records &records)
+{
+    const AlarmVerdict verdict = m_settings.condition->Judge(value, m_memory.isActive);
+    m_value = value;
+    // A delay that was running when the value was lost begins anew when it is back.
+    if (verdict == AlarmVerdict::Unknown || (verdict == AlarmVerdict::Alarm) == m_memory.isActive)
+        m_flipAt = never;
+    else if (m_flipAt == never)
+        m_flipAt = now.steady + (m_memory.isActive ? m_settings.offDelay : m_settings.onDelay);
+    mark(verdict == AlarmVerdict::Unknown, now, records);
+    Tick(now, records);
+}
+
+void AlarmTracker::Tick(const AlarmMoment &now, Records &records)
+{
+    if (now.steady >= m_flipAt) {
+        m_flipAt = never;
+        if (m_memory.isActive)
+            change(TypeAlarmReturned, {}, now, records, [this] { clear(); });
+        else
+            change(TypeAlarmActive, {}, now, records, [&] { raise(now); });
+    }
+    if (now.steady >= m_unshelveAt)
+        Unshelve({}, now, records);
+}
+
+Timestamp AlarmTracker::Deadline() const
+{
+    return std::min(m_flipAt, m_unshelveAt);
+}
+
+bool AlarmTracker::Acknowledge(const std::string &user, const std::string &comment,
+                               const AlarmMoment &now, Records &records)
+{
+    if (m_memory.isAcked)
+        return false;
+    m_memory.isAcked = true;
+    m_memory.changed = now.wall;
+    BasicEvent record = recordOf(TypeAcknowledgement, user);
+    if (!comment.empty())
+        record.text += ". Комментарий: " + comment;
+    records.push_back(std::move(record));
+    return true;
+}
+
+void AlarmTracker::Shelve(Timestamp duration, const std::string &user, const AlarmMoment &now,
+                          Records &records)
+{
+    // A longer stay on the shelf is a change of its own.
+    m_memory.shelvedUntil = 0;
+    change(TypeAlarmState, user, now, records, [&] {
+        m_memory.shelvedUntil = now.wall + duration;
+        m_unshelveAt = now.steady + duration;
+    });
+}
+
+void AlarmTracker::Unshelve(const std::string &user, const AlarmMoment &now, Records &records)
+{
+    change(TypeAlarmState, user, now, records, [this] {
+        m_memory.shelvedUntil = 0;
+        m_unshelveAt = never;
+    });
+}
+
+void AlarmTracker::SetOutOfService(bool out, const std::string &user, const AlarmMoment &now,
+                                   Records &records)
+{
+    change(TypeAlarmState, user, now, records, [&] { m_memory.isOutOfService = out; });
+}
+
+void AlarmTracker::SetSuppressed(bool suppressed, const std::string &user, const AlarmMoment &now,
+                                 Records &records)
+{
+    change(TypeAlarmState, user, now, records, [&] { m_memory.isSuppressed = suppressed; });
+}
+
+} // namespace Nodes

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "nodes/alarms/AlarmCondition.h"
+#include "nodes/alarms/AlarmMemory.h"
+#include "nodes/events/BasicEvent.h"
+#include "nodes/values/SignalValue.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Nodes {
+
+/// One instant on both clocks, microseconds.
+struct AlarmMoment
+{
+    Timestamp wall = 0;
+    Timestamp steady = 0;
+
+    static AlarmMoment Now();
+};
+
+/// Settings of one alarm, copied from its node.
+struct AlarmSettings
+{
+    NodeLink node;
+    std::string source; ///< path of the alarm's node
+    std::string text;
+    int priority = 3;
+    bool isAckRequired = true;
+    Timestamp onDelay = 0; ///< microseconds
+    Timestamp offDelay = 0;
+    std::shared_ptr<const AlarmCondition> condition;
+};
+
+/// State of one alarm after ISA-18.2: a pure state machine without threads or clocks. Every change
+/// of the state that operators see appends one record to the list given. While the alarm is
+/// shelved, suppressed or out of service its condition is followed silently; an occurrence that
+/// came and went meanwhile leaves nothing to acknowledge.
+class AlarmTracker
+{
+public:
+    using Records = std::vector<BasicEvent>;
+
+    /// `lastOccurrence` is shared by the alarms of a station and outlives the tracker.
+    AlarmTracker(AlarmSettings settings, unsigned long &lastOccurrence);
+
+    void Restore(const AlarmMemory &memory, const AlarmMoment &now);
+    const AlarmMemory &GetMemory() const { return m_memory; }
+    const AlarmSettings &GetSettings() const { return m_settings; }
+
+    /// Takes the signal's latest value.
+    void Judge(const SignalValue &value, const AlarmMoment &now, Records &records);
+    /// Ends delays and shelving that are due.
+    void Tick(const AlarmMoment &now, Records &records);
+    /// Steady time of the next Tick that may change something; INT64_MAX without one.
+    Timestamp Deadline() const;
+
+    /// False when there is nothing to acknowledge.
+    bool Acknowledge(const std::string &user, const std::string &comment, const AlarmMoment &now,
+                     Records &records);
+    void Shelve(Timestamp duration, const std::string &user, const AlarmMoment &now,
+                Records &records);
+    void Unshelve(const std::string &user, const AlarmMoment &now, Records &records);
+    void SetOutOfService(bool out, const std::string &user, const AlarmMoment &now,
+                         Records &records);
+    void SetSuppressed(bool suppressed, const std::string &user, const AlarmMoment &now,
+                       Records &records);
+
+    AlarmState GetState() const;
+    bool isShelved() const { return m_memory.shelvedUntil != 0; }
+    /// The alarm as a list shows it.
+    BasicEvent GetRecord() const;
+
+private:
+    bool isHidden() const;
+    void change(EventType type, const std::string &user, const AlarmMoment &now, Records &records,
+                const std::function<void()> &edit);
+    BasicEvent recordOf(EventType type, const std::string &user) const;
+    void raise(const AlarmMoment &now);
+    void clear();
+    void mark(bool isDoubtful, const AlarmMoment &now, Records &records);
+
+    AlarmSettings m_settings;
+    unsigned long &m_lastOccurrence;
+    AlarmMemory m_memory;
+    SignalValue m_value;
+    Timestamp m_flipAt;        // steady time at which the pending change counts
+    Timestamp m_unshelveAt;    // steady time at which shelving ends
+    bool m_isDoubtful = false; // the value cannot be judged
+    bool m_isSeen = true;      // the occurrence was shown to operators
+};
+
+} // namespace Nodes

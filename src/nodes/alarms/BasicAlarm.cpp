@@ -1,0 +1,50 @@
+#include "nodes/alarms/BasicAlarm.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
+#include "nodes/signals/BasicSignal.h"
+
+namespace Nodes {
+
+void BasicAlarm::Describe(KindBuilder &builder)
+{
+    constexpr double day = 86400000;
+    builder.Property<&BasicAlarm::m_signal>(8001, "signal", "Signal", "Сигнал")
+        .Refers({NodeType::TypeSignal})
+        .Property<&BasicAlarm::m_onDelay>(8002, "onDelay", "On delay, ms",
+                                          "Задержка возникновения, мс")
+        .Range(0, day)
+        .Property<&BasicAlarm::m_offDelay>(8003, "offDelay", "Off delay, ms", "Задержка снятия, мс")
+        .Range(0, day)
+        .Property<&BasicAlarm::m_priority>(8004, "priority", "Priority", "Приоритет")
+        .Range(1, 4)
+        .Property<&BasicAlarm::m_text>(8005, "text", "Text", "Текст")
+        .Property<&BasicAlarm::m_isAckRequired>(8006, "ackRequired", "Acknowledgement required",
+                                                "Требует квитирования");
+}
+
+BasicSignal *BasicAlarm::GetSignal() const
+{
+    ConfigNode *node = m_signal.isEmpty() ? GetParent() : m_signal.GetNode();
+    return dynamic_cast<BasicSignal *>(node);
+}
+
+std::string BasicAlarm::GetText() const
+{
+    if (!m_text.empty())
+        return m_text;
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetName() + ": " + GetName() : GetName();
+}
+
+void BasicAlarm::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    if (!GetSignal())
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "signal"),
+                    "Тревога «" + GetPath() +
+                        "»: сигнал не указан, тревога не следит ни за чем. Укажите сигнал или "
+                        "перенесите тревогу под сигнал.");
+}
+
+} // namespace Nodes

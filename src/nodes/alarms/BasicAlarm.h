@@ -1,0 +1,51 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+
+#include <memory>
+
+namespace Nodes {
+
+class AlarmCondition;
+class BasicSignal;
+class KindBuilder;
+
+/// Settings of one alarm on one signal. What it watches for is the kind's: see MakeCondition. The
+/// alarm's state lives in systemAlarming.
+class NODES_EXPORT BasicAlarm : public ConfigNode
+{
+public:
+    /// The signal linked, else the parent when that is a signal; null without either.
+    BasicSignal *GetSignal() const;
+    /// Milliseconds the condition must last before the alarm is raised, and be gone before it
+    /// returns to normal.
+    int GetOnDelay() const { return m_onDelay; }
+    int GetOffDelay() const { return m_offDelay; }
+    /// 1 highest to 4 lowest.
+    int GetPriority() const { return m_priority; }
+    /// What the operator reads; made from the signal's and the alarm's names when none is set.
+    std::string GetText() const;
+    /// The alarm stays on the list until it is acknowledged.
+    bool isAckRequired() const { return m_isAckRequired; }
+
+    /// Copies the settings into an object for the evaluating threads; never null.
+    virtual std::unique_ptr<AlarmCondition> MakeCondition() const = 0;
+
+    void Validate(ValidationResults &results) const override;
+
+protected:
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
+
+    void SetOnDelay(int milliseconds) { m_onDelay = milliseconds; }
+
+private:
+    NodeLink m_signal;
+    int m_onDelay = 0;
+    int m_offDelay = 0;
+    int m_priority = 3;
+    std::string m_text;
+    bool m_isAckRequired = true;
+};
+
+} // namespace Nodes

@@ -1,0 +1,60 @@
+#include "nodes/alarms/alarmDiscrete.h"
+
+#include "nodes/alarms/AlarmCondition.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/values/NumberText.h"
+#include "nodes/values/SignalValue.h"
+
+namespace Nodes {
+
+namespace {
+
+/// Number of a text, "true" and "false" included: a bool signal may be configured as 1 or true.
+std::optional<double> numberOf(const std::string &text)
+{
+    if (text == "true" || text == "false")
+        return text == "true" ? 1 : 0;
+    return ParseDouble(text);
+}
+
+class EqualCondition : public AlarmCondition
+{
+public:
+    explicit EqualCondition(std::string text) : m_text(std::move(text)), m_number(numberOf(m_text))
+    {
+    }
+    AlarmVerdict Judge(const SignalValue &value, bool) const override
+    {
+        const Quality quality = value.GetQuality();
+        if (quality == Quality::Bad || quality == Quality::Stale)
+            return AlarmVerdict::Unknown;
+        return isEqual(value) ? AlarmVerdict::Alarm : AlarmVerdict::Normal;
+    }
+
+private:
+    bool isEqual(const SignalValue &value) const
+    {
+        return m_number && value.IsNumber() ? value.ToDouble() == *m_number
+                                            : value.ToString() == m_text;
+    }
+
+    std::string m_text;
+    std::optional<double> m_number;
+};
+
+} // namespace
+
+KindInfo alarmDiscrete::Kind()
+{
+    return KindBuilder::For<alarmDiscrete>(NodeType::enNodeSubtype(0x8002), "alarmDiscrete",
+                                           "Discrete alarm", "Тревога по значению")
+        .Inherit<BasicAlarm>()
+        .Property<&alarmDiscrete::m_alarmValue>(8201, "value", "Alarm value", "Значение тревоги");
+}
+
+std::unique_ptr<AlarmCondition> alarmDiscrete::MakeCondition() const
+{
+    return std::make_unique<EqualCondition>(m_alarmValue);
+}
+
+} // namespace Nodes

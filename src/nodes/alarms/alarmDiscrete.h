@@ -1,0 +1,22 @@
+#pragma once
+
+#include "nodes/alarms/BasicAlarm.h"
+
+namespace Nodes {
+
+/// Alarm on a value that equals a given one.
+class NODES_EXPORT alarmDiscrete : public BasicAlarm
+{
+public:
+    static KindInfo Kind();
+
+    /// The value that is the alarm: a number, "true", "false" or a text.
+    const std::string &GetAlarmValue() const { return m_alarmValue; }
+
+    std::unique_ptr<AlarmCondition> MakeCondition() const override;
+
+private:
+    std::string m_alarmValue = "true";
+};
+
+} // namespace Nodes

@@ -1,0 +1,36 @@
+#include "nodes/alarms/alarmQuality.h"
+
+#include "nodes/alarms/AlarmCondition.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/values/SignalValue.h"
+
+namespace Nodes {
+
+namespace {
+
+class QualityCondition : public AlarmCondition
+{
+public:
+    AlarmVerdict Judge(const SignalValue &value, bool) const override
+    {
+        const Quality quality = value.GetQuality();
+        const bool isLost = quality == Quality::Bad || quality == Quality::Stale;
+        return isLost ? AlarmVerdict::Alarm : AlarmVerdict::Normal;
+    }
+};
+
+} // namespace
+
+KindInfo alarmQuality::Kind()
+{
+    return KindBuilder::For<alarmQuality>(NodeType::enNodeSubtype(0x8003), "alarmQuality",
+                                          "Quality alarm", "Тревога по достоверности")
+        .Inherit<BasicAlarm>();
+}
+
+std::unique_ptr<AlarmCondition> alarmQuality::MakeCondition() const
+{
+    return std::make_unique<QualityCondition>();
+}
+
+} // namespace Nodes

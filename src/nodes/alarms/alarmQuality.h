@@ -1,0 +1,17 @@
+#pragma once
+
+#include "nodes/alarms/BasicAlarm.h"
+
+namespace Nodes {
+
+/// Alarm on a signal that is bad or stale for longer than the on delay, 5 s unless set.
+class NODES_EXPORT alarmQuality : public BasicAlarm
+{
+public:
+    alarmQuality() { SetOnDelay(5000); }
+    static KindInfo Kind();
+
+    std::unique_ptr<AlarmCondition> MakeCondition() const override;
+};
+
+} // namespace Nodes

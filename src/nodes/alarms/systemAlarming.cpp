@@ -1,0 +1,145 @@
+#include "nodes/alarms/systemAlarming.h"
+
+#include "nodes/alarms/AlarmEngine.h"
+#include "nodes/alarms/BasicAlarm.h"
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/systemCore.h"
+
+#include <filesystem>
+
+namespace Nodes {
+
+namespace {
+
+constexpr int longestShelf = 86400; // s
+
+} // namespace
+
+systemAlarming::systemAlarming() : m_engine(std::make_unique<AlarmEngine>()) {}
+systemAlarming::~systemAlarming() = default;
+
+KindInfo systemAlarming::Kind()
+{
+    return KindBuilder::For<systemAlarming>(NodeType::enNodeSubtype(0x7002), "alarming", "Alarms",
+                                            "Тревоги")
+        .Children({NodeType::TypeAlarm, NodeType::TypeFolder});
+}
+
+Result systemAlarming::Start()
+{
+    if (GetState() == NodeState::Running)
+        return Result();
+    NodeLinks links;
+    if (const NodesCollection *project = GetNodesCollection())
+        project->FindNodes(NodeType::TypeAlarm, &links);
+    std::vector<const BasicAlarm *> alarms;
+    for (const NodeLink &link : links) {
+        const auto *alarm = dynamic_cast<const BasicAlarm *>(link.GetNode());
+        if (!alarm || !alarm->IsLocal())
+            continue;
+        if (alarm->GetSignal())
+            alarms.push_back(alarm);
+        else
+            StoreMessage(LevelWarning, "Тревога не следит ни за чем: сигнал не указан", link);
+    }
+    const systemCore *core = GetCore();
+    m_users = core ? core->GetSystemAuthentication() : nullptr;
+    const std::filesystem::path directory = core ? core->GetDataDirectory() : std::string();
+    m_engine->Start(alarms, core ? &core->GetJournal() : nullptr,
+                    core ? (directory / "alarms.sqlite").string() : std::string());
+    return ConfigNode::Start();
+}
+
+Result systemAlarming::Stop()
+{
+    m_engine->Stop();
+    return ConfigNode::Stop();
+}
+
+std::vector<BasicEvent> systemAlarming::GetActiveAlarms() const
+{
+    return m_engine->GetActive();
+}
+
+Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const Change &change)
+{
+    if (GetState() != NodeState::Running)
+        return Result(this, Result::NotAvailable, "alarming is not running");
+    const std::string user = m_users ? m_users->GetCurrentUserName() : std::string();
+    if (m_users && !IsGranted(m_users->CheckAccess(privilege, alarm))) {
+        m_engine->Report(LevelSecurity, "Действие с тревогой отклонено: нет прав", alarm, user,
+                         TypeSecurityEvent);
+        return Result(this, Result::AccessDenied);
+    }
+    return m_engine->Operate(
+        alarm, [&](AlarmTracker &tracker, const AlarmMoment &now, AlarmTracker::Records &records) {
+            return change(tracker, now, user, records);
+        });
+}
+
+Result systemAlarming::Acknowledge(const NodeLink &alarm, const std::string &comment)
+{
+    return operate(alarm, PrivilegeAcknowledge,
+                   [&](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                       AlarmTracker::Records &records) {
+                       return tracker.Acknowledge(user, comment, now, records)
+                                  ? Result()
+                                  : Result(Result::NotFound, "nothing to acknowledge");
+                   });
+}
+
+Result systemAlarming::Shelve(const NodeLink &alarm, int seconds)
+{
+    if (seconds < 1 || seconds > longestShelf)
+        return Result(this, Result::OutOfRange,
+                      "shelving for " + std::to_string(seconds) + " s, 1.." +
+                          std::to_string(longestShelf));
+    return operate(alarm, PrivilegeShelve,
+                   [seconds](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                             AlarmTracker::Records &records) {
+                       tracker.Shelve(Timestamp(seconds) * 1000000, user, now, records);
+                       return Result();
+                   });
+}
+
+Result systemAlarming::Unshelve(const NodeLink &alarm)
+{
+    return operate(alarm, PrivilegeShelve,
+                   [](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                      AlarmTracker::Records &records) {
+                       if (!tracker.isShelved())
+                           return Result(Result::NotFound, "not shelved");
+                       tracker.Unshelve(user, now, records);
+                       return Result();
+                   });
+}
+
+Result systemAlarming::SetOutOfService(const NodeLink &alarm, bool out)
+{
+    return operate(alarm, PrivilegeShelve,
+                   [out](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                         AlarmTracker::Records &records) {
+                       tracker.SetOutOfService(out, user, now, records);
+                       return Result();
+                   });
+}
+
+Result systemAlarming::SetSuppressed(const NodeLink &alarm, bool suppressed)
+{
+    return operate(alarm, PrivilegeShelve,
+                   [suppressed](AlarmTracker &tracker, const AlarmMoment &now,
+                                const std::string &user, AlarmTracker::Records &records) {
+                       tracker.SetSuppressed(suppressed, user, now, records);
+                       return Result();
+                   });
+}
+
+boost::signals2::connection
+systemAlarming::ConnectAlarm(std::function<void(const BasicEvent &)> slot)
+{
+    return m_engine->Connect(std::move(slot));
+}
+
+} // namespace Nodes

@@ -1,0 +1,92 @@
+#include "nodes/auth/AccessRules.h"
+
+#include "nodes/auth/securityGrant.h"
+#include "nodes/auth/securityUser.h"
+#include "nodes/model/NodesCollection.h"
+
+namespace Nodes {
+
+namespace {
+
+void survey(const ConfigNode &node, AccessRules::Tree &tree)
+{
+    if (node.GetNodeType().GetFamily() == NodeType::TypeSecurity) {
+        tree.securityNodes.push_back(node.GetNodeLink());
+        tree.hasUsers = tree.hasUsers || dynamic_cast<const securityUser *>(&node);
+    }
+    for (const auto &child : node.Children()) {
+        tree.parents.emplace(child->GetId(), node.GetId());
+        survey(*child, tree);
+    }
+}
+
+} // namespace
+
+std::shared_ptr<const AccessRules::Tree> AccessRules::Survey(const NodesCollection &project)
+{
+    auto tree = std::make_shared<Tree>();
+    tree->revision = project.GetRevision();
+    tree->parents.reserve(project.GetNodeCount());
+    if (const ConfigNode *root = project.GetRoot())
+        survey(*root, *tree);
+    return tree;
+}
+
+AccessRules::AccessRules(std::shared_ptr<const Tree> tree, const NodeLink &user,
+                         const NodeLink &guestRole)
+    : m_tree(std::move(tree))
+{
+    const auto *person = dynamic_cast<const securityUser *>(user.GetNode());
+    if (!person || !person->isEnabled()) {
+        addRole(guestRole);
+        return;
+    }
+    m_user = user;
+    m_userName = person->GetName();
+    for (const NodeLink &role : person->GetRoles())
+        addRole(role);
+}
+
+void AccessRules::addRole(const NodeLink &role)
+{
+    const ConfigNode *node = role.GetNode();
+    if (!node)
+        return;
+    for (const auto &child : node->Children()) {
+        if (const auto *grant = dynamic_cast<const securityGrant *>(child.get()))
+            m_rules[grant->GetScope().GetNodeId()].push_back(
+                {grant->GetPrivileges(), grant->isDenial()});
+    }
+}
+
+enNodePrivMode AccessRules::decideAt(enPrivilegeType privilege, unsigned long scope) const
+{
+    enNodePrivMode mode = PrivModeNoRule;
+    const auto found = m_rules.find(scope);
+    if (found == m_rules.end())
+        return mode;
+    for (const Rule &rule : found->second) {
+        if (!rule.privileges.Contains(privilege))
+            continue;
+        if (rule.isDenial)
+            return PrivModeDenied;
+        mode = PrivModeGranted;
+    }
+    return mode;
+}
+
+enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long nodeId) const
+{
+    if (!m_tree->hasUsers)
+        return PrivModeUnchecked;
+    for (unsigned long id = nodeId; id != 0;) {
+        const enNodePrivMode mode = decideAt(privilege, id);
+        if (mode != PrivModeNoRule)
+            return mode;
+        const auto parent = m_tree->parents.find(id);
+        id = parent == m_tree->parents.end() ? 0 : parent->second;
+    }
+    return decideAt(privilege, 0);
+}
+
+} // namespace Nodes

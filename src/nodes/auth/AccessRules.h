@@ -1,0 +1,59 @@
+#pragma once
+
+#include "nodes/auth/AuthPriv.h"
+#include "nodes/auth/PrivilegeSet.h"
+#include "nodes/model/NodeLink.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace Nodes {
+
+class ConfigNode;
+class NodesCollection;
+
+/// Everything that decides on access for one session: who is logged in, the rules of their roles
+/// and the shape of the tree. Built on the GUI thread, immutable and safe to read on any thread.
+class AccessRules
+{
+public:
+    /// Parent id by node id.
+    using Parents = std::unordered_map<unsigned long, unsigned long>;
+
+    /// What the tree holds that matters here; collected again when the tree changes.
+    struct Tree
+    {
+        unsigned long revision = 0;
+        Parents parents;
+        std::vector<NodeLink> securityNodes; ///< users, roles and grants
+        bool hasUsers = false;
+    };
+
+    static std::shared_ptr<const Tree> Survey(const NodesCollection &project);
+    /// Rules of the user's roles, or of `guestRole` when `user` is empty.
+    AccessRules(std::shared_ptr<const Tree> tree, const NodeLink &user, const NodeLink &guestRole);
+
+    enNodePrivMode Decide(enPrivilegeType privilege, unsigned long nodeId) const;
+    const std::shared_ptr<const Tree> &GetTree() const { return m_tree; }
+    const NodeLink &GetUser() const { return m_user; }
+    const std::string &GetUserName() const { return m_userName; }
+
+private:
+    struct Rule
+    {
+        PrivilegeSet privileges;
+        bool isDenial;
+    };
+
+    void addRole(const NodeLink &role);
+    enNodePrivMode decideAt(enPrivilegeType privilege, unsigned long scope) const;
+
+    std::shared_ptr<const Tree> m_tree;
+    NodeLink m_user;
+    std::string m_userName;
+    std::unordered_map<unsigned long, std::vector<Rule>> m_rules; // by scope; 0: whole project
+};
+
+} // namespace Nodes

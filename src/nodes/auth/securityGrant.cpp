@@ -1,0 +1,47 @@
+#include "nodes/auth/securityGrant.h"
+
+#include "nodes/auth/securityRole.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
+
+namespace Nodes {
+
+KindInfo securityGrant::Kind()
+{
+    return KindBuilder::For<securityGrant>(NodeType::enNodeSubtype(0x6003), "grant", "Access rule",
+                                           "Правило доступа")
+        .Property<&securityGrant::m_privileges>(6301, "privileges", "Privileges", "Права")
+        .Hint("privileges")
+        .Property<&securityGrant::m_scope>(6302, "scope", "Scope", "Область действия")
+        .Property<&securityGrant::m_mode>(6303, "mode", "Mode", "Действие")
+        .Choice(ModeAllow, "allow", "Разрешить")
+        .Choice(ModeDeny, "deny", "Запретить");
+}
+
+PrivilegeSet securityGrant::GetPrivileges() const
+{
+    std::string unknown;
+    const PrivilegeSet known = PrivilegeSet::FromText(m_privileges, &unknown);
+    return isDenial() && !unknown.empty() ? PrivilegeSet::All() : known;
+}
+
+void securityGrant::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    const std::string which = "Правило доступа «" + GetPath() + "»: ";
+    const Result invalid(this, Result::InvalidArgument, m_privileges);
+    std::string unknown;
+    const PrivilegeSet known = PrivilegeSet::FromText(m_privileges, &unknown);
+    if (!unknown.empty())
+        results.Add(GetNodeLink(), invalid,
+                    which + "неизвестные права: " + unknown +
+                        ". Допустимы view, write, open, close, command, acknowledge, launch, "
+                        "shelve, configure и all.");
+    else if (known.isEmpty())
+        results.Add(GetNodeLink(), invalid, which + "права не указаны, правило не действует.");
+    if (!dynamic_cast<const securityRole *>(GetParent()))
+        results.Add(GetNodeLink(), invalid,
+                    which + "находится вне роли и не действует. Перенесите его в роль.");
+}
+
+} // namespace Nodes

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "nodes/auth/PrivilegeSet.h"
+#include "nodes/model/ConfigNode.h"
+
+namespace Nodes {
+
+/// One rule of a role: allows or denies privileges with a node and everything below it, or with
+/// the whole project. A rule for a nearer node outweighs it.
+class NODES_EXPORT securityGrant : public ConfigNode
+{
+public:
+    static KindInfo Kind();
+
+    /// What the rule speaks of. A denial with words that name no privilege covers every privilege:
+    /// a slip of the pen must not open what was to be closed.
+    PrivilegeSet GetPrivileges() const;
+    /// Empty: the whole project.
+    const NodeLink &GetScope() const { return m_scope; }
+    bool isDenial() const { return m_mode == ModeDeny; }
+
+    void Validate(ValidationResults &results) const override;
+
+private:
+    enum Mode { ModeAllow = 0, ModeDeny = 1 };
+
+    std::string m_privileges;
+    NodeLink m_scope;
+    int m_mode = ModeAllow;
+};
+
+} // namespace Nodes

@@ -1,0 +1,237 @@
+#include "nodes/auth/systemAuthentication.h"
+
+#include "nodes/auth/AccessRules.h"
+#include "nodes/auth/LoginGuard.h"
+#include "nodes/auth/PasswordHash.h"
+#include "nodes/auth/securityUser.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/values/Clock.h"
+
+#include <boost/signals2/signal.hpp>
+
+#include <atomic>
+#include <thread>
+
+namespace Nodes {
+
+using Rules = std::shared_ptr<const AccessRules>;
+
+struct systemAuthentication::State
+{
+    explicit State(const systemAuthentication &owner) : self(owner) {}
+
+    /// Rules of now on the GUI thread, those of its last visit elsewhere; null without a project.
+    Rules Current()
+    {
+        Rules rules = std::atomic_load(&published);
+        const NodesCollection *project = self.GetNodesCollection();
+        if (!project || !IsGuiThread())
+            return rules;
+        if (rules && !isDirty && rules->GetTree()->revision == project->GetRevision())
+            return rules;
+        return Rebuild(*project, rules ? rules->GetTree() : nullptr);
+    }
+
+    // The thread that starts, logs in or asks first owns the tree.
+    bool IsGuiThread()
+    {
+        std::thread::id nobody;
+        const std::thread::id own = std::this_thread::get_id();
+        return guiThread.compare_exchange_strong(nobody, own) || nobody == own;
+    }
+
+    Rules Rebuild(const NodesCollection &project, std::shared_ptr<const AccessRules::Tree> tree)
+    {
+        isDirty = false;
+        if (!tree || tree->revision != project.GetRevision())
+            tree = AccessRules::Survey(project);
+        Watch(*tree);
+        const auto rules = std::make_shared<const AccessRules>(tree, user, self.m_guestRole);
+        std::atomic_store(&published, Rules(rules));
+        return rules;
+    }
+
+    void Watch(const AccessRules::Tree &tree)
+    {
+        connections.clear();
+        for (const NodeLink &link : tree.securityNodes) {
+            if (ConfigNode *node = link.GetNode())
+                connections.emplace_back(
+                    node->ConnectPropertyChanged([this](BasicProperty *) { isDirty = true; }));
+        }
+    }
+
+    const systemAuthentication &self;
+    std::atomic<std::thread::id> guiThread{};
+    std::atomic<bool> isDirty{false};
+    Rules published; // swapped atomically
+    NodeLink user;   // GUI thread
+    LoginGuard guard;
+    boost::signals2::signal<void(NodeLink)> userChanged;
+    std::vector<boost::signals2::scoped_connection> connections;
+};
+
+/// One try to log in: the user asked for, as far as there is such a node.
+struct systemAuthentication::Attempt
+{
+    explicit Attempt(const NodeLink &link)
+        : user(link),
+          node(dynamic_cast<const securityUser *>(link.GetNode())),
+          name(node ? node->GetName() : "id " + std::to_string(link.GetNodeId()))
+    {
+    }
+    bool IsKnown() const { return node && node->isEnabled(); }
+
+    NodeLink user;
+    const securityUser *node;
+    std::string name;
+};
+
+systemAuthentication::systemAuthentication() : m_state(std::make_unique<State>(*this)) {}
+systemAuthentication::~systemAuthentication() = default;
+
+KindInfo systemAuthentication::Kind()
+{
+    return KindBuilder::For<systemAuthentication>(NodeType::enNodeSubtype(0x7003), "authentication",
+                                                  "Users", "Пользователи")
+        .Property<&systemAuthentication::m_accessDeniedAction>(
+            7301, "accessDenied", "When access is denied", "При отказе в доступе")
+        .Choice(AccessDeniedRefuse, "refuse", "Отказать при попытке")
+        .Choice(AccessDeniedDisable, "disable", "Сделать недоступным")
+        .Choice(AccessDeniedHide, "hide", "Скрыть")
+        .Property<&systemAuthentication::m_guestRole>(7302, "guestRole", "Role of guests",
+                                                      "Роль без входа")
+        .Refers({NodeType::TypeSecurity})
+        .Children({NodeType::TypeSecurity, NodeType::TypeFolder});
+}
+
+Result systemAuthentication::Start()
+{
+    m_state->guiThread = std::this_thread::get_id();
+    m_state->isDirty = true;
+    (void)m_state->Current();
+    return ConfigNode::Start();
+}
+
+void systemAuthentication::OnPropertyChanged(const PropertyDescriptor &)
+{
+    m_state->isDirty = true;
+}
+
+Result systemAuthentication::Authenticate(const NodeLink &user)
+{
+    const Attempt attempt(user);
+    if (!attempt.IsKnown() || !attempt.node->isPasswordless())
+        return refuse(attempt, "вход без пароля не разрешён", Result::AuthenticationFailed);
+    return enter(attempt);
+}
+
+Result systemAuthentication::Authenticate(const NodeLink &user, const std::string &password)
+{
+    const Attempt attempt(user);
+    const Timestamp now = Clock::Current().Steady();
+    const Timestamp pause = m_state->guard.Pause(user.GetNodeId(), now);
+    if (pause > 0) {
+        const std::string seconds = std::to_string((pause + 999999) / 1000000);
+        return refuse(attempt, "слишком много попыток, ждать " + seconds + " с",
+                      Result(Result::LimitExceeded, "too many attempts, wait " + seconds + " s"));
+    }
+    const std::string hash = attempt.IsKnown() ? attempt.node->GetPasswordHash() : std::string();
+    if (!MatchesPasswordHash(hash, password)) {
+        m_state->guard.NoteFailure(user.GetNodeId(), Clock::Current().Steady());
+        return refuse(attempt, "неверное имя или пароль", Result::AuthenticationFailed);
+    }
+    m_state->guard.NoteSuccess(user.GetNodeId());
+    return enter(attempt);
+}
+
+Result systemAuthentication::enter(const Attempt &attempt)
+{
+    changeUser(attempt.user);
+    journal(attempt, "Вход: " + attempt.name, attempt.name);
+    m_state->userChanged(attempt.user);
+    return Result();
+}
+
+Result systemAuthentication::refuse(const Attempt &attempt, const std::string &why, Result answer)
+{
+    journal(attempt, "Отказ во входе: " + attempt.name + " — " + why, GetCurrentUserName());
+    return answer;
+}
+
+void systemAuthentication::Logout()
+{
+    const Attempt leaving(m_state->user);
+    if (leaving.user.isEmpty())
+        return;
+    changeUser(NodeLink());
+    journal(leaving, "Выход: " + leaving.name, leaving.name);
+    m_state->userChanged(NodeLink());
+}
+
+void systemAuthentication::changeUser(const NodeLink &user)
+{
+    m_state->guiThread = std::this_thread::get_id();
+    m_state->user = user;
+    m_state->isDirty = true;
+    (void)m_state->Current();
+}
+
+void systemAuthentication::journal(const Attempt &attempt, const std::string &text,
+                                   const std::string &user) const
+{
+    const systemCore *core = GetCore();
+    if (!core)
+        return;
+    BasicEvent event;
+    event.level = LevelSecurity;
+    event.type = TypeSecurityEvent;
+    event.text = text;
+    event.source = GetPath();
+    if (attempt.node)
+        event.sourceNode = attempt.user;
+    event.user = user;
+    (void)core->GetJournal().Append(std::move(event));
+}
+
+NodeLink systemAuthentication::GetCurrentUser() const
+{
+    const Rules rules = m_state->Current();
+    return rules ? rules->GetUser() : NodeLink();
+}
+
+std::string systemAuthentication::GetCurrentUserName() const
+{
+    const Rules rules = m_state->Current();
+    return rules ? rules->GetUserName() : std::string();
+}
+
+enNodePrivMode systemAuthentication::CheckAccess(AuthPriv privilege, const NodeLink &node) const
+{
+    const Rules rules = m_state->Current();
+    if (rules)
+        return rules->Decide(privilege.GetType(), node.GetNodeId());
+    // Not part of a project: there are no users either. Else nobody has asked on the GUI thread.
+    return GetNodesCollection() ? PrivModeNoRule : PrivModeUnchecked;
+}
+
+enAccessDeniedAction systemAuthentication::GetAccessDeniedAction() const
+{
+    return enAccessDeniedAction(m_accessDeniedAction);
+}
+
+std::string systemAuthentication::HashPassword(const std::string &password)
+{
+    return MakePasswordHash(password);
+}
+
+boost::signals2::connection
+systemAuthentication::ConnectUserChanged(std::function<void(NodeLink)> slot)
+{
+    return m_state->userChanged.connect(std::move(slot));
+}
+
+} // namespace Nodes

@@ -1,0 +1,102 @@
+#include "nodes/storage/SqliteDatabase.h"
+
+#include "nodes/values/Clock.h"
+
+#include <sqlite3.h>
+
+#include <ctime>
+#include <filesystem>
+
+namespace Nodes {
+
+namespace {
+
+constexpr int busyTimeout = 500; // ms
+
+std::string damagedName(const std::string &file)
+{
+    const std::time_t now = Clock::Current().Now() / 1000000;
+    std::tm utc{};
+    gmtime_r(&now, &utc);
+    char stamp[32];
+    std::strftime(stamp, sizeof stamp, "%Y%m%dT%H%M%SZ", &utc);
+    const std::string base = file + ".damaged-" + stamp;
+    std::string name = base;
+    std::error_code error;
+    for (int number = 2; std::filesystem::exists(name, error); ++number)
+        name = base + "-" + std::to_string(number);
+    return name;
+}
+
+} // namespace
+
+SqliteDatabase::~SqliteDatabase()
+{
+    Close();
+}
+
+void SqliteDatabase::Close()
+{
+    if (m_handle)
+        sqlite3_close_v2(m_handle);
+    m_handle = nullptr;
+}
+
+Result SqliteDatabase::Open(const std::string &file, Mode mode)
+{
+    Close();
+    m_file = file;
+    m_isDamaged = false;
+    const bool isWriter = mode == Mode::ReadWrite;
+    const int flags = isWriter ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY;
+    const int code = sqlite3_open_v2(file.c_str(), &m_handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (code != SQLITE_OK) {
+        noteFailure(code);
+        Close();
+        return Error("open");
+    }
+    sqlite3_extended_result_codes(m_handle, 1);
+    sqlite3_busy_timeout(m_handle, busyTimeout);
+    if (!isWriter)
+        return Result();
+    Result result = Execute("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL");
+    if (!result)
+        Close();
+    return result;
+}
+
+Result SqliteDatabase::Execute(const char *sql)
+{
+    const int code = sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK)
+        return Result();
+    noteFailure(code);
+    return Error("execute");
+}
+
+Result SqliteDatabase::Error(const std::string &what) const
+{
+    return Result(Result::StorageError, m_file + ": " + what + ": " + m_cause);
+}
+
+void SqliteDatabase::noteFailure(int code)
+{
+    m_cause = m_handle ? sqlite3_errmsg(m_handle) : sqlite3_errstr(code);
+    const int primary = code & 0xff;
+    m_isDamaged = primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+std::string SqliteDatabase::SetAside(const std::string &file)
+{
+    const std::string name = damagedName(file);
+    std::error_code error;
+    std::filesystem::rename(file, name, error);
+    if (error)
+        return {};
+    // Without its log the set-aside file could not be examined, and the new one must not meet it.
+    for (const char *companion : {"-wal", "-shm"})
+        std::filesystem::rename(file + companion, name + companion, error);
+    return name;
+}
+
+} // namespace Nodes

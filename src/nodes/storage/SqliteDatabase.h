@@ -1,0 +1,51 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/values/Result.h"
+
+#include <string>
+
+struct sqlite3;
+
+namespace Nodes {
+
+/// One connection to an SQLite file. Used by one thread at a time.
+class NODES_EXPORT SqliteDatabase
+{
+public:
+    enum class Mode { ReadOnly, ReadWrite };
+
+    SqliteDatabase() = default;
+    ~SqliteDatabase();
+    SqliteDatabase(const SqliteDatabase &) = delete;
+    SqliteDatabase &operator=(const SqliteDatabase &) = delete;
+
+    /// ReadWrite creates the file, switches it to write-ahead logging and full synchronisation:
+    /// what was committed survives a loss of power. Waits up to half a second for other processes.
+    [[nodiscard]] Result Open(const std::string &file, Mode mode);
+    void Close();
+    bool IsOpen() const { return m_handle != nullptr; }
+    [[nodiscard]] Result Execute(const char *sql);
+
+    /// StorageError with the file, `what` was tried and the cause of the last failure.
+    Result Error(const std::string &what) const;
+    /// True when the last failure means that the file's content is no sound database.
+    bool IsDamaged() const { return m_isDamaged; }
+    sqlite3 *Handle() const { return m_handle; }
+
+    /// Renames the database and its companions to "<file>.damaged-<UTC time>"; the new name is
+    /// returned, "" when renaming failed. No connection may be open.
+    static std::string SetAside(const std::string &file);
+
+private:
+    friend class SqliteStatement;
+
+    void noteFailure(int code);
+
+    sqlite3 *m_handle = nullptr;
+    std::string m_file;
+    std::string m_cause;
+    bool m_isDamaged = false;
+};
+
+} // namespace Nodes
