@@ -100,6 +100,8 @@ int ConfigNode::GetHeight() const
 
 Result ConfigNode::checkAdd(const ConfigNode &node) const
 {
+    if (GetNodeType().GetSubtype() == NodeType::SubtypeUnknown)
+        return Result(this, Result::InvalidArgument, "an unknown element takes no nodes");
     if (node.m_collection != m_collection)
         return Result(this, Result::InvalidArgument, "the node belongs to another project");
     if (isAncestor(&node, this))

@@ -167,6 +167,9 @@ void NodePackReader::readChildren(const Object &list, ConfigNode &node)
 {
     if (list.type != type::ARRAY)
         return void(fail("children are no list"));
+    // Its own are in its text: others would be hidden from every reader once it is saved.
+    if (list.via.array.size > 0 && node.GetNodeType().GetSubtype() == NodeType::SubtypeUnknown)
+        return void(fail("an unknown element has children"));
     for (std::uint32_t i = 0; i < list.via.array.size && m_failure; ++i) {
         if (std::unique_ptr<ConfigNode> child = readNode(list.via.array.ptr[i]))
             node.Append(std::move(child));

@@ -66,6 +66,8 @@ std::unique_ptr<ConfigNode> readNode(const ptree &tree, NodesCollection &project
     const auto children = tree.find("children");
     if (children == tree.not_found())
         return node;
+    if (!children->second.empty() && kind->type.GetSubtype() == NodeType::SubtypeUnknown)
+        return nullptr; // its own are in its text
     for (const auto &[key, child] : children->second) {
         std::unique_ptr<ConfigNode> made = readNode(child, project, ids, depth + 1);
         if (!made)

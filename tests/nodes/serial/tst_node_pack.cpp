@@ -90,6 +90,8 @@ void NodePack::refused_data()
                                            text("\xFF") + text("") + map(0) + array(0) + array(0));
     QTest::newRow("second node broken") << top(node(folderCode) + array(0), 2);
     QTest::newRow("child broken") << top(node(folderCode, map(0), array(0), array(1) + array(0)));
+    QTest::newRow("unknown element with children")
+        << top(node(0x1FFF, map(0), array(0), array(1) + node(folderCode)));
     QTest::newRow("properties no map") << top(node(folderCode, array(0)));
     QTest::newRow("too deep") << nested(ConfigNode::MaximumDepth + 10);
     QTest::newRow("bottomless") << array(1).repeated(100000);
