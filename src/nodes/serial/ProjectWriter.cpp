@@ -33,7 +33,7 @@ public:
     std::string fault;
 
 private:
-    const LoadLimits m_limits;
+    const LoadLimits m_limits{};
     std::size_t m_count = 0;
 };
 
