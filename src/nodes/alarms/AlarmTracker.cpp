@@ -116,16 +116,6 @@ void AlarmTracker::clear()
         m_memory.isAcked = true;
 }
 
-void AlarmTracker::mark(bool isDoubtful, const AlarmMoment &now, Records &records)
-{
-    if (m_isDoubtful == isDoubtful)
-        return;
-    m_isDoubtful = isDoubtful;
-    if (GetState() == AlarmState::Normal || isHidden())
-        return;
-    m_memory.changed = now.wall;
-    records.push_back(recordOf(TypeAlarmState, {}));
-}
 
 void AlarmTracker::Judge(const SignalValue &value, const AlarmMoment &now, Records &records)
 {
@@ -136,8 +126,15 @@ void AlarmTracker::Judge(const SignalValue &value, const AlarmMoment &now, Recor
         m_flipAt = never;
     else if (m_flipAt == never)
         m_flipAt = now.steady + (m_memory.isActive ? m_settings.offDelay : m_settings.onDelay);
-    mark(verdict == AlarmVerdict::Unknown, now, records);
+    const bool wasDoubtful = m_isDoubtful;
+    m_isDoubtful = verdict == AlarmVerdict::Unknown;
+    const std::size_t before = records.size();
     Tick(now, records);
+    const bool isOnList = GetState() != AlarmState::Normal && !isHidden();
+    if (m_isDoubtful != wasDoubtful && isOnList && records.size() == before) {
+        m_memory.changed = now.wall;
+        records.push_back(recordOf(TypeAlarmState, {}));
+    }
 }
 
 void AlarmTracker::Tick(const AlarmMoment &now, Records &records)

@@ -38,7 +38,7 @@ struct AlarmSettings
 /// of the state that operators see appends one record to the list given. While the alarm is
 /// shelved, suppressed or out of service its condition is followed silently; an occurrence that
 /// came and went meanwhile leaves nothing to acknowledge.
-class AlarmTracker
+class NODES_EXPORT AlarmTracker
 {
 public:
     using Records = std::vector<BasicEvent>;
@@ -80,7 +80,6 @@ private:
     BasicEvent recordOf(EventType type, const std::string &user) const;
     void raise(const AlarmMoment &now);
     void clear();
-    void mark(bool isDoubtful, const AlarmMoment &now, Records &records);
 
     AlarmSettings m_settings;
     unsigned long &m_lastOccurrence;

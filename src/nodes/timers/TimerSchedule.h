@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
 #include "nodes/values/Timestamp.h"
 
 #include <optional>
@@ -9,7 +10,7 @@ namespace Nodes {
 
 /// When a timer fires: pure arithmetic on given clock readings. Periods that were missed (machine
 /// asleep, thread late) are not made up: one firing, then the next one in step.
-class TimerSchedule
+class NODES_EXPORT TimerSchedule
 {
 public:
     static TimerSchedule Periodic(Timestamp interval);
