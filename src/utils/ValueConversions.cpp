@@ -1,0 +1,59 @@
+#include "utils/ValueConversions.h"
+
+#include <algorithm>
+
+namespace Utils {
+
+QColor NColorToQColor(const Nodes::NColor &color)
+{
+    return QColor(color.red, color.green, color.blue, color.alpha);
+}
+
+QFont NFontToQFont(const Nodes::NFont &font)
+{
+    QFont result(QString::fromStdString(font.family), std::max(1, font.pointSize), -1, false);
+    result.setBold(font.bold);
+    result.setUnderline(font.underline);
+    result.setItalic(font.italic);
+    result.setStrikeOut(font.strikeOut);
+    return result;
+}
+
+QPen NPenToQPen(const Nodes::NPen &pen)
+{
+    static const Qt::PenStyle styles[] = {Qt::NoPen, Qt::SolidLine, Qt::DashLine, Qt::DotLine,
+                                          Qt::DashDotLine};
+    const bool isKnown = pen.style >= Nodes::NPen::None && pen.style <= Nodes::NPen::DashDot;
+    return QPen(NColorToQColor(pen.color), pen.width, isKnown ? styles[pen.style] : Qt::SolidLine,
+                Qt::SquareCap, Qt::MiterJoin);
+}
+
+QPoint NPointToQPoint(const Nodes::NPoint &point)
+{
+    return {point.x, point.y};
+}
+
+Nodes::NPoint QPointToNPoint(const QPoint &point)
+{
+    return {point.x(), point.y()};
+}
+
+QRect NRectToQRect(const Nodes::NRect &rect)
+{
+    return {rect.x, rect.y, rect.width, rect.height};
+}
+
+Qt::Alignment NAligmentToQtAligment(Nodes::enAlignmentHorizontal horizontal,
+                                    Nodes::enAlignmentVertical vertical)
+{
+    Qt::Alignment result = Qt::AlignHCenter;
+    if (horizontal == Nodes::AlignmentLeft)
+        result = Qt::AlignLeft;
+    else if (horizontal == Nodes::AlignmentRight)
+        result = Qt::AlignRight;
+    if (vertical == Nodes::AlignmentTop)
+        return result | Qt::AlignTop;
+    return result | (vertical == Nodes::AlignmentBottom ? Qt::AlignBottom : Qt::AlignVCenter);
+}
+
+} // namespace Utils
