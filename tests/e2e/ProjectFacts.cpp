@@ -1,0 +1,78 @@
+#include "e2e/ProjectFacts.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+namespace EndToEnd {
+
+namespace {
+
+QString nameOf(const QXmlStreamReader &xml)
+{
+    return xml.attributes().value(QLatin1String("name")).toString();
+}
+
+int numberOf(const QXmlStreamReader &xml, const char *attribute)
+{
+    return xml.attributes().value(QLatin1String(attribute)).toInt();
+}
+
+bool isContainer(const QXmlStreamReader &xml)
+{
+    return xml.name().startsWith(QLatin1String("window")) || xml.name() == QLatin1String("frame") ||
+           xml.name() == QLatin1String("composition");
+}
+
+} // namespace
+
+bool ProjectFacts::read(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QXmlStreamReader xml(&file);
+    QString container;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (isContainer(xml))
+            container = nameOf(xml);
+        take(xml, container);
+    }
+    return !xml.hasError();
+}
+
+void ProjectFacts::take(const QXmlStreamReader &xml, const QString &container)
+{
+    const int id = numberOf(xml, "id");
+    m_names[id] = nameOf(xml);
+    if (xml.name() == QLatin1String("modbusSignal"))
+        m_remoteSignals.insert(id);
+    const QString key = container + QLatin1Char('/');
+    m_places[isContainer(xml) ? key : key + nameOf(xml)] = {
+        numberOf(xml, "x"), numberOf(xml, "y"), numberOf(xml, "width"), numberOf(xml, "height")};
+    const bool isElement = xml.name().endsWith(QLatin1String("abel"), Qt::CaseInsensitive);
+    const int signal = numberOf(xml, "signal");
+    if (!isElement || signal == 0)
+        return;
+    m_bound[container].insert(id);
+    m_signals[id] = signal;
+    m_showing[key + m_names[signal]] = nameOf(xml);
+}
+
+QRect ProjectFacts::placeIn(const QString &window, const QString &element) const
+{
+    return m_places.value(window + QLatin1Char('/') + element);
+}
+
+QPoint ProjectFacts::centreOf(const QString &window, const QString &element) const
+{
+    return placeIn(window, QString()).topLeft() + placeIn(window, element).center();
+}
+
+QString ProjectFacts::elementShowing(const QString &container, const QString &signal) const
+{
+    return m_showing.value(container + QLatin1Char('/') + signal);
+}
+
+} // namespace EndToEnd

@@ -1,0 +1,162 @@
+#include "e2e/StationRig.h"
+
+#include <QDeadlineTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace EndToEnd {
+
+namespace {
+
+const QString projectDirectory = QStringLiteral(STATION_SOURCE_DIR "/projects/boiler");
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QVector<ShownElement> elementsOf(const QJsonObject &window)
+{
+    QVector<ShownElement> elements;
+    for (const QJsonValue &value : window["texts"].toArray())
+        elements.append({value["id"].toInt(), value["signal"].toString(), value["text"].toString(),
+                         value["quality"].toString()});
+    return elements;
+}
+
+} // namespace
+
+QSet<int> ShownWindow::ids() const
+{
+    QSet<int> found;
+    for (const ShownElement &element : elements)
+        found.insert(element.id);
+    return found;
+}
+
+const ShownElement *ShownWindow::find(const QString &signalName) const
+{
+    for (const ShownElement &element : elements) {
+        if (element.signal.endsWith(QLatin1Char('/') + signalName))
+            return &element;
+    }
+    return nullptr;
+}
+
+StationRig::StationRig()
+{
+    if (!m_facts.read(projectDirectory + "/project.xml"))
+        qFatal("cannot read the project");
+}
+
+QString StationRig::missingTool()
+{
+    for (const char *tool : {"Xvfb", "xdotool", "import"}) {
+        if (QStandardPaths::findExecutable(tool).isEmpty())
+            return tool;
+    }
+    return {};
+}
+
+bool StationRig::startDisplay()
+{
+    if (!m_server->begin("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-noreset",
+                                  "-nolisten", "tcp"}))
+        return false;
+    while (!m_server->canReadLine() && m_server->waitForReadyRead(10000)) {
+    }
+    m_display = ":" + QString::fromLatin1(m_server->readLine()).trimmed();
+    return m_display.size() > 1;
+}
+
+bool StationRig::startPlant()
+{
+    const QString portFile = m_directory.filePath("port");
+    QFile::remove(portFile);
+    m_plant = std::make_unique<ChildProcess>();
+    if (!m_plant->begin(STATION_BINARY_DIR "/bin/plant",
+                        {"--warm", "--port", m_port, "--port-file", portFile}))
+        return false;
+    if (!QTest::qWaitFor([&] { return QFile::exists(portFile); }, 10000))
+        return false;
+    m_port = QString::fromLatin1(contentOf(portFile)).trimmed();
+    m_client.setPort(m_port.toInt());
+    return true;
+}
+
+bool StationRig::startStation()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", m_display);
+    environment.remove("QT_QPA_PLATFORM");
+    m_station->setProcessEnvironment(environment);
+    return m_station->begin(STATION_BINARY_DIR "/bin/station",
+                            {projectDirectory, "--platform", "xcb", "--unattended", "--define",
+                             "plant.port=" + m_port, "--data", dataDirectory(), "--status-file",
+                             m_directory.filePath("status.json"), "--status-texts"});
+}
+
+QJsonObject StationRig::status() const
+{
+    return QJsonDocument::fromJson(contentOf(m_directory.filePath("status.json"))).object();
+}
+
+ShownWindow StationRig::window(const QString &name) const
+{
+    for (const QJsonValue &value : status()["windows"].toArray()) {
+        const QJsonObject window = value.toObject();
+        if (window["name"].toString() != name)
+            continue;
+        const QRect place(window["x"].toInt(), window["y"].toInt(), window["width"].toInt(),
+                          window["height"].toInt());
+        return {true, place, elementsOf(window)};
+    }
+    return {};
+}
+
+QVector<ShownElement> StationRig::shown() const
+{
+    QVector<ShownElement> elements;
+    for (const QJsonValue &value : status()["windows"].toArray())
+        elements += elementsOf(value.toObject());
+    return elements;
+}
+
+void StationRig::point(const QStringList &arguments) const
+{
+    ChildProcess tool;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", m_display);
+    tool.setProcessEnvironment(environment);
+    QVERIFY2(tool.begin("xdotool", arguments) && tool.waitForFinished(5000), "xdotool failed");
+}
+
+void StationRig::click(const QPoint &place) const
+{
+    point({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1"});
+}
+
+void StationRig::drag(const QPoint &from, const QPoint &to) const
+{
+    const QPoint between = (from + to) / 2;
+    point({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",
+           "mousemove", QString::number(between.x()), QString::number(between.y()), "mousemove",
+           QString::number(to.x()), QString::number(to.y()), "mouseup", "1"});
+}
+
+QImage StationRig::grab(const QRect &part, const QString &name) const
+{
+    const QString kept = qEnvironmentVariable("STATION_E2E_PICTURES");
+    const QString file = QDir(kept.isEmpty() ? m_directory.path() : kept).filePath(name + ".png");
+    ChildProcess tool;
+    if (!tool.begin("import", {"-silent", "-display", m_display, "-window", "root", file}) ||
+        !tool.waitForFinished(10000))
+        return {};
+    return QImage(file).copy(part);
+}
+
+} // namespace EndToEnd

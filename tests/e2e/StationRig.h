@@ -1,0 +1,80 @@
+#pragma once
+
+#include "e2e/ChildProcess.h"
+#include "e2e/PlantClient.h"
+#include "e2e/ProjectFacts.h"
+
+#include <QDir>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QVector>
+
+#include <memory>
+
+namespace EndToEnd {
+
+/// What the station says that one of its elements shows.
+struct ShownElement
+{
+    int id = 0;
+    QString signal;
+    QString text;
+    QString quality;
+};
+
+/// What the station says about one of its windows.
+struct ShownWindow
+{
+    bool isOpen = false;
+    QRect place; // on the screen
+    QVector<ShownElement> elements;
+
+    QSet<int> ids() const;
+    const ShownElement *find(const QString &signalName) const;
+};
+
+/// X server, plant and station as separate programs, and what an operator can do to them.
+class StationRig
+{
+public:
+    StationRig();
+
+    /// Names the first missing tool; "" when all are there.
+    static QString missingTool();
+
+    /// Each is false when the program did not come up.
+    [[nodiscard]] bool startDisplay();
+    [[nodiscard]] bool startPlant();
+    [[nodiscard]] bool startStation();
+    /// True when the program ended with code 0.
+    bool stopPlant() { return m_plant->end(); }
+    bool stopStation() { return m_station->end(); }
+
+    const PlantClient &plant() const { return m_client; }
+    const ProjectFacts &project() const { return m_facts; }
+    QString dataDirectory() const { return m_directory.filePath("data"); }
+
+    /// The station's health file as it is now; empty before there is one.
+    QJsonObject status() const;
+    ShownWindow window(const QString &name) const;
+    QVector<ShownElement> shown() const;
+
+    void click(const QPoint &point) const;
+    void drag(const QPoint &from, const QPoint &to) const;
+    /// Part of the screen; kept as a file when `STATION_E2E_PICTURES` names a directory.
+    QImage grab(const QRect &part, const QString &name) const;
+
+private:
+    void point(const QStringList &arguments) const;
+
+    QTemporaryDir m_directory;
+    ProjectFacts m_facts;
+    PlantClient m_client;
+    QString m_port = QStringLiteral("0");
+    QString m_display;
+    std::unique_ptr<ChildProcess> m_server = std::make_unique<ChildProcess>();
+    std::unique_ptr<ChildProcess> m_plant = std::make_unique<ChildProcess>();
+    std::unique_ptr<ChildProcess> m_station = std::make_unique<ChildProcess>();
+};
+
+} // namespace EndToEnd
