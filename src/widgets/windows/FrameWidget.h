@@ -29,7 +29,7 @@ public:
     /// Dims or undims to match the overlay windows; called on each of their changes at run time.
     void updateOverlay();
     /// Null while not dimmed.
-    OverlayWidget *overlay() const { return m_overlay; }
+    OverlayWidget *overlay() const;
 
 protected:
     bool event(QEvent *event) override;

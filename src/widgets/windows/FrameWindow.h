@@ -6,10 +6,7 @@
 #include <QString>
 #include <QWidget>
 
-class QAction;
 class QDialog;
-class QLabel;
-class QToolButton;
 
 namespace Nodes {
 class BasicWindow;
@@ -46,7 +43,7 @@ public:
 
     /// Width of the grip around title bar and hosted widget, pixels.
     int getFrameWidth() const;
-    int getTitleHeight() const { return m_titleHeight; }
+    int getTitleHeight() const;
     /// Outer size around a hosted widget of that size.
     QSize outerSize(const QSize &client) const;
 
@@ -65,7 +62,7 @@ public:
     /// Dims or undims to match the overlay windows; called on each of their changes at run time.
     void updateOverlay();
     /// Null while not dimmed.
-    OverlayWidget *overlay() const { return m_overlay; }
+    OverlayWidget *overlay() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -82,19 +79,13 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void buildTitleBar();
     void adopt(QWidget *widget);
     void wrap(const WindowBasic &window);
-    QRect clientRect() const;
     void placeParts();
     void takeHostedTitle(const QString &title);
 
     QString m_ownTitle;
-    int m_titleHeight;
     Frame *m_frame = nullptr;
-    QLabel *m_titleLabel = nullptr;
-    QAction *m_actionClose = nullptr;
-    QToolButton *m_closeButton = nullptr;
     QPointer<QWidget> m_widget;
     QPointer<QDialog> m_dialog;
     QPointer<OverlayWidget> m_overlay;

@@ -4,11 +4,15 @@
 
 #include <QRect>
 
+class QAction;
+class QLabel;
+class QToolButton;
+
 namespace Widgets {
 
-/// Area behind title bar and hosted widget that takes the pointer: edges resize the window it
-/// stands in, the title bar moves it, a double click there maximises it. Works for any frameless
-/// top-level widget that it fills. The window never leaves all screens.
+/// The decoration itself: title, close button and the area behind them that takes the pointer.
+/// Edges resize the window it stands in, the title bar moves it, a double click there maximises
+/// it. Works for any frameless top-level widget that it fills. The window never leaves all screens.
 class WIDGETS_EXPORT FrameWindow::Frame : public QWidget
 {
     Q_OBJECT
@@ -31,7 +35,17 @@ public:
     /// Also decides whether a double click on the title maximises.
     void setResizeable(bool isResizeable);
     bool isResizeable() const { return m_isResizeable; }
-    void setTitleHeight(int height);
+    int titleHeight() const { return m_titleHeight; }
+    /// As configured in the visualisation subsystem, else 25 pixels.
+    static int configuredTitleHeight();
+    /// Elided on screen when it is too long.
+    void setTitle(const QString &title);
+    QString title() const { return m_title; }
+    void setVisibleButtonClose(bool isVisible);
+    /// Area left for contents.
+    QRect clientRect() const;
+    /// Size around contents of that size.
+    QSize outerSize(const QSize &client) const;
 
     /// Edge flags at a point of this widget; points outside count as long as they are near.
     int edgesAt(const QPoint &point) const;
@@ -42,7 +56,13 @@ public:
     /// Takes the override cursor back: the pointer is on something else.
     void restoreCursor();
 
+signals:
+    void closeRequested();
+
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -54,6 +74,8 @@ protected:
 private:
     enum class Grab { None, Move, Resize };
 
+    void buildCloseButton();
+    void placeTitle();
     bool isTitle(const QPoint &point) const;
     void hover(const QPoint &point);
     void showCursor(int edges);
@@ -61,7 +83,11 @@ private:
     QSize smallest() const;
 
     bool m_isResizeable = true;
-    int m_titleHeight = 0;
+    int m_titleHeight;
+    QString m_title;
+    QLabel *m_titleLabel;
+    QAction *m_actionClose;
+    QToolButton *m_closeButton;
     int m_edges = NoEdge;
     int m_overrideCursors = 0;
     Grab m_grab = Grab::None;

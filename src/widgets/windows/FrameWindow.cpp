@@ -1,0 +1,244 @@
+#include "widgets/windows/FrameWindow.h"
+
+#include "widgets/windows/FrameGeometry.h"
+#include "widgets/windows/FrameWindowGrip.h"
+#include "widgets/windows/OverlayWidget.h"
+#include "widgets/windows/OverlayWindows.h"
+#include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/WindowManager.h"
+
+#include <QCloseEvent>
+#include <QDialog>
+
+namespace Widgets {
+
+namespace {
+
+// Room for the close button and a few letters of the title.
+constexpr QSize smallestClient(120, 0);
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+} // namespace
+
+FrameWindow::FrameWindow(QWidget *parent)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), m_frame(new Frame(this))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setMouseTracking(true);
+    connect(m_frame, &Frame::closeRequested, this, &FrameWindow::onClose);
+    if (isRuntime())
+        connect(&OverlayWindows::instance(), &OverlayWindows::changed, this,
+                &FrameWindow::updateOverlay);
+}
+
+FrameWindow::FrameWindow(WindowBasic *window, QWidget *parent) : FrameWindow(parent)
+{
+    if (!window)
+        return;
+    if (QWidget *owner = window->parentWidget())
+        setParent(owner, windowFlags());
+    setWindowModality(window->getModality());
+    const QPoint client = window->mapToGlobal(QPoint(0, 0));
+    const QSize size = window->size();
+    adopt(window);
+    window->setMinimumSize(0, 0);
+    window->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    connect(window, &QObject::destroyed, this, &QWidget::close);
+    if (!window->getFrameFlag()) {
+        const QRect outer(client - m_frame->clientRect().topLeft(), outerSize(size));
+        setGeometry(QRect(FrameGeometry::reachable(outer, getTitleHeight()), outer.size()));
+    }
+    setVisibleButtonClose(window->getCloseBtnVisible());
+    setWindowTitle(window->getStrTitle());
+}
+
+// Children die after this object has stopped being a frame window: nothing may reach it then.
+FrameWindow::~FrameWindow()
+{
+    OverlayWindows::instance().remove(this);
+    if (m_widget)
+        m_widget->disconnect(this);
+}
+
+WindowBasic *FrameWindow::windowBasic() const
+{
+    return qobject_cast<WindowBasic *>(m_widget.data());
+}
+
+Nodes::BasicWindow *FrameWindow::getNode() const
+{
+    const WindowBasic *window = windowBasic();
+    return window ? window->getNode() : nullptr;
+}
+
+int FrameWindow::getFrameWidth() const
+{
+    return Frame::EdgeWidth;
+}
+
+int FrameWindow::getTitleHeight() const
+{
+    return m_frame->titleHeight();
+}
+
+QSize FrameWindow::outerSize(const QSize &client) const
+{
+    return m_frame->outerSize(client);
+}
+
+void FrameWindow::adopt(QWidget *widget)
+{
+    if (m_widget && m_widget != widget)
+        delete m_widget;
+    m_dialog = nullptr;
+    m_widget = widget;
+    if (!widget)
+        return;
+    widget->setParent(this);
+    placeParts();
+    widget->show();
+    connect(widget, &QWidget::windowTitleChanged, this, &FrameWindow::takeHostedTitle);
+}
+
+void FrameWindow::setWidget(QWidget *widget)
+{
+    QSize size;
+    if (widget)
+        size = widget->testAttribute(Qt::WA_Resized) ? widget->size() : widget->sizeHint();
+    adopt(widget);
+    if (!widget)
+        return;
+    resize(outerSize(size.expandedTo(widget->minimumSize())));
+    if (!widget->windowTitle().isEmpty())
+        takeHostedTitle(widget->windowTitle());
+}
+
+void FrameWindow::setDialog(QDialog *dialog)
+{
+    setWidget(dialog);
+    m_dialog = dialog;
+    if (dialog)
+        connect(dialog, &QDialog::finished, this, &QWidget::close);
+}
+
+void FrameWindow::setResizeableFrame(bool isResizeable)
+{
+    m_frame->setResizeable(isResizeable);
+}
+
+void FrameWindow::setVisibleButtonClose(bool isVisible)
+{
+    m_frame->setVisibleButtonClose(isVisible);
+}
+
+void FrameWindow::setWindowTitle(const QString &title, bool isOwn)
+{
+    if (isOwn)
+        m_ownTitle = title;
+    m_frame->setTitle(title);
+    QWidget::setWindowTitle(title);
+}
+
+void FrameWindow::takeHostedTitle(const QString &title)
+{
+    if (m_ownTitle.isEmpty())
+        setWindowTitle(title);
+}
+
+int FrameWindow::exec()
+{
+    auto *dialog = qobject_cast<QDialog *>(m_widget.data());
+    if (!dialog)
+        return 0;
+    const QPointer<FrameWindow> self = this;
+    if (windowModality() == Qt::NonModal)
+        setWindowModality(Qt::ApplicationModal);
+    show();
+    raise();
+    activateWindow();
+    const int result = dialog->exec();
+    if (self)
+        close();
+    return result;
+}
+
+void FrameWindow::updateOverlay()
+{
+    m_overlay = OverlayWidget::renew(*this, m_overlay);
+}
+
+QSize FrameWindow::sizeHint() const
+{
+    return outerSize(m_widget ? m_widget->sizeHint() : QSize(640, 480));
+}
+
+// What the hosted widget would like is no limit: a scene view can be shown at any size.
+QSize FrameWindow::minimumSizeHint() const
+{
+    QSize client = smallestClient;
+    if (m_widget)
+        client = client.expandedTo(m_dialog ? m_dialog->minimumSizeHint() : QSize())
+                     .expandedTo(m_widget->minimumSize());
+    return outerSize(client);
+}
+
+void FrameWindow::onClose()
+{
+    close();
+}
+
+OverlayWidget *FrameWindow::overlay() const
+{
+    return m_overlay;
+}
+
+bool FrameWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate && m_overlay)
+        m_overlay->raise();
+    return QWidget::event(event);
+}
+
+void FrameWindow::placeParts()
+{
+    m_frame->setGeometry(rect());
+    if (m_widget)
+        m_widget->setGeometry(m_frame->clientRect());
+}
+
+void FrameWindow::resizeEvent(QResizeEvent *event)
+{
+    placeParts();
+    QWidget::resizeEvent(event);
+}
+
+void FrameWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (isModal())
+        OverlayWindows::instance().add(this);
+    if (isRuntime())
+        updateOverlay();
+}
+
+void FrameWindow::hideEvent(QHideEvent *event)
+{
+    OverlayWindows::instance().remove(this);
+    QWidget::hideEvent(event);
+}
+
+// The hosted window knows whether the user may close it; a dialog ends as if cancelled.
+void FrameWindow::closeEvent(QCloseEvent *event)
+{
+    const WindowBasic *window = windowBasic();
+    if (m_dialog && m_dialog->isVisible())
+        m_dialog->reject();
+    const bool dialogStays = m_dialog && m_dialog->isVisible();
+    event->setAccepted(!dialogStays && (!window || window->mayClose()));
+}
+
+} // namespace Widgets
