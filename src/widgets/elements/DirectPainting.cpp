@@ -1,0 +1,7 @@
+#include "widgets/elements/DirectPainting.h"
+
+namespace Widgets {
+
+DirectPainting::~DirectPainting() = default;
+
+} // namespace Widgets

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+class QPainter;
+
+namespace Widgets {
+
+/// An element that draws itself completely and has no child widgets. Its host then paints it
+/// without going through a widget's rendering, which costs several times the drawing itself.
+class WIDGETS_EXPORT DirectPainting
+{
+public:
+    virtual ~DirectPainting();
+    /// Draws the element, background included, at the painter's origin. Leaves the painter's
+    /// transformation and clip as they were.
+    virtual void paintDirectly(QPainter &painter) = 0;
+};
+
+} // namespace Widgets

@@ -1,0 +1,71 @@
+#include "widgets/elements/ElementTooltip.h"
+
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/NumberText.h"
+#include "nodes/visual/BasicWidget.h"
+#include "utils/TimeConversions.h"
+
+#include <QStringList>
+
+namespace Widgets {
+
+namespace {
+
+QString line(const char *name, const std::string &text)
+{
+    return QStringLiteral("%1: %2").arg(QString::fromUtf8(name), QString::fromStdString(text));
+}
+
+std::string valueText(const Nodes::SignalValue &value, const Nodes::BasicSignal *signal)
+{
+    if (value.IsError() || value.IsEmpty())
+        return "нет";
+    const bool isReal = value.GetType() == Nodes::enSignalValueType::Double && signal;
+    std::string text =
+        isReal ? Nodes::FormatFixed(value.ToDouble(), signal->GetDecimals()) : value.ToString();
+    if (signal && !signal->GetUnit().empty())
+        text += " " + signal->GetUnit();
+    return text;
+}
+
+std::string reasonText(const Nodes::SignalValue &value)
+{
+    if (value.IsEmpty())
+        return "значение ещё не получено";
+    if (value.IsError())
+        return value.GetError().GetResultTranslated();
+    switch (value.GetQuality()) {
+    case Nodes::Quality::Bad:
+        return "источник не отвечает";
+    case Nodes::Quality::Stale:
+        return "нет обновлений дольше допустимого";
+    case Nodes::Quality::Uncertain:
+        return "источник не подтверждает точность";
+    case Nodes::Quality::Good:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+QString ElementTooltip::text(const Nodes::BasicWidget &node)
+{
+    QStringList lines;
+    if (!node.GetTooltip().empty())
+        lines << QString::fromStdString(node.GetTooltip());
+    if (node.GetSignalLink().isEmpty())
+        return lines.join(QLatin1Char('\n'));
+    const Nodes::BasicSignal *signal = node.GetSignal();
+    const Nodes::SignalValue value = node.GetValue();
+    lines << line("Сигнал", signal ? signal->GetPath() : "не найден")
+          << line("Качество", Nodes::QualityName(value.GetQuality()))
+          << line(value.IsGood() ? "Значение" : "Последнее значение", valueText(value, signal))
+          << line("Время", Utils::timeText(value.GetSourceTime()).toStdString());
+    const std::string reason = reasonText(value);
+    if (!reason.empty())
+        lines << line("Причина", reason);
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace Widgets

@@ -1,0 +1,19 @@
+#include "widgets/elements/IWidget.h"
+
+#include "nodes/visual/BasicWidget.h"
+
+IWidget::IWidget(Nodes::BasicWidget *node) : m_node(node) {}
+
+IWidget::~IWidget() = default;
+
+void IWidget::setActive(bool on)
+{
+    if (on == m_isActive)
+        return;
+    m_isActive = on;
+    isActiveChanged(on);
+    // An element shows what its node can give, whether or not the node could start.
+    if (m_node)
+        (void)(on ? m_node->Start() : m_node->Stop());
+    onActive(on);
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QColor>
+
+namespace Nodes {
+class BasicProperty;
+class BasicWidget;
+class SignalValue;
+} // namespace Nodes
+
+/// Base that every visual element carries beside its Qt widget: ties it to its configuration node
+/// and switches it between active and inactive. While inactive, an element ignores every change of
+/// its node. The node is not owned and outlives the element's active time. GUI thread.
+class WIDGETS_EXPORT IWidget
+{
+public:
+    IWidget(const IWidget &) = default;
+    IWidget(IWidget &&) = default;
+    IWidget &operator=(const IWidget &) = default;
+    IWidget &operator=(IWidget &&) = default;
+    virtual ~IWidget();
+
+    /// Slot: a new value came; draw what the node offers now.
+    virtual void onValueUpdated(Nodes::SignalValue value) = 0;
+    /// Slot: that property changed; null asks to apply all.
+    virtual void onUpdateProperties(Nodes::BasicProperty *property) = 0;
+
+protected:
+    explicit IWidget(Nodes::BasicWidget *node);
+    virtual void onActive(bool on) = 0;
+
+public:
+    /// Qt signals of the concrete element.
+    virtual void valueUpdated(Nodes::SignalValue value) = 0;
+    virtual void updateProperty(Nodes::BasicProperty *property) = 0;
+    virtual void isActiveChanged(bool on) = 0;
+
+    bool isActive() const { return m_isActive; }
+    /// On a change: stores it, tells isActiveChanged, starts or stops the node, calls onActive.
+    void setActive(bool on);
+    void start() { setActive(true); }
+    void stop() { setActive(false); }
+
+protected:
+    bool m_isActive = false;
+    Nodes::BasicWidget *m_node;
+    QColor m_backgroundColor = Qt::white;
+    QColor m_borderColor = Qt::black;
+    int m_borderWidth = 1; ///< pixels; 0 or less draws no border
+};

@@ -1,0 +1,60 @@
+#include "widgets/elements/ValueWriter.h"
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/BasicWidget.h"
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QPointer>
+#include <QSignalBlocker>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int codeNoRights = 1320;
+constexpr int codeSilent = 403;
+
+void runActions(const Nodes::NodeLinks &actions)
+{
+    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+    if (isRuntime && !actions.empty() && g_pWindowManager)
+        g_pWindowManager->PushActions(actions);
+}
+
+} // namespace
+
+bool ValueWriter::write(QObject &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
+                        const std::function<void()> &restore)
+{
+    const Nodes::Result result = node.WriteValue(value);
+    if (result) {
+        runActions(node.GetAfterWriteActions());
+        return true;
+    }
+    const QPointer<QObject> alive(&element);
+    report(result);
+    if (alive && restore) {
+        const QSignalBlocker blocker(&element);
+        restore();
+    }
+    return false;
+}
+
+void ValueWriter::report(const Nodes::Result &result)
+{
+    if (result || result.GetCode() == codeSilent)
+        return;
+    const QString text = result.GetCode() == codeNoRights
+                             ? QStringLiteral("Недостаточно прав")
+                             : QString::fromStdString(result.ToString());
+    QMessageBox box(QMessageBox::Information, QStringLiteral("Внимание"), text, QMessageBox::Ok,
+                    nullptr, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    box.resize(200, 100);
+    // The second letter is Latin; operators' scripts look for exactly this text.
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("ОK"));
+    box.exec();
+}
+
+} // namespace Widgets

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <functional>
+
+class QObject;
+
+namespace Nodes {
+class BasicWidget;
+class Result;
+class SignalValue;
+} // namespace Nodes
+
+namespace Widgets {
+
+/// How every element writes what the operator entered. The node checks rights, type and limits;
+/// after a success the element's after-write actions run, at run time; a refusal is told and the
+/// element returns to what it showed. GUI thread.
+class WIDGETS_EXPORT ValueWriter
+{
+public:
+    /// True when the write was accepted: the element then keeps the value. Else `restore` is
+    /// called, after the message, with the signals of `element` blocked, so that restoring writes
+    /// nothing; not when the element was deleted while the message stood.
+    static bool write(QObject &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
+                      const std::function<void()> &restore);
+
+    /// Modal message of a refused write; nothing for success and for code 403.
+    static void report(const Nodes::Result &result);
+};
+
+} // namespace Widgets

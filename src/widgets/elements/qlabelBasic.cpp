@@ -1,0 +1,64 @@
+#include "widgets/elements/qlabelBasic.h"
+
+#include "widgets/elements/ElementTooltip.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/BasicWidget.h"
+#include "utils/ValueConversions.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+namespace Widgets {
+
+qlabelBasic::qlabelBasic(Nodes::BasicWidget *node, QWidget *parent)
+    : QLabel(parent, Qt::WindowFlags()), IWidget(node)
+{
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+        setAcceptDrops(true);
+    if (m_node)
+        setGeometry(Utils::NRectToQRect(m_node->GetGeometry()));
+    bind();
+}
+
+qlabelBasic::~qlabelBasic() = default;
+
+void qlabelBasic::bind()
+{
+    Utils::NodeRelay::Handlers handlers;
+    handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
+    handlers.valueChanged = [this] { emit valueUpdated(m_node->GetValue()); };
+    m_relay.connect(m_node, std::move(handlers));
+}
+
+void qlabelBasic::onActive(bool on)
+{
+    if (!on) {
+        disconnect(this, &qlabelBasic::updateProperty, this, &qlabelBasic::onUpdateProperties);
+        disconnect(this, &qlabelBasic::valueUpdated, this, &qlabelBasic::onValueUpdated);
+        return;
+    }
+    connect(this, &qlabelBasic::updateProperty, this, &qlabelBasic::onUpdateProperties,
+            Qt::UniqueConnection);
+    connect(this, &qlabelBasic::valueUpdated, this, &qlabelBasic::onValueUpdated,
+            Qt::UniqueConnection);
+    onUpdateProperties(nullptr);
+}
+
+void qlabelBasic::mousePressEvent(QMouseEvent *event)
+{
+    QLabel::mousePressEvent(event);
+}
+
+bool qlabelBasic::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || !m_node)
+        return QLabel::event(event);
+    const QString text = ElementTooltip::text(*m_node);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text);
+    event->setAccepted(!text.isEmpty());
+    return true;
+}
+
+} // namespace Widgets

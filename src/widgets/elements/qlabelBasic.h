@@ -1,0 +1,47 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/IWidget.h"
+
+#include "nodes/values/SignalValue.h"
+#include "utils/NodeRelay.h"
+
+#include <QLabel>
+
+namespace Widgets {
+
+/// Base of labels and images: binds the element to its node and keeps the text shown.
+class WIDGETS_EXPORT qlabelBasic : public QLabel, public IWidget
+{
+    Q_OBJECT
+
+public:
+    qlabelBasic(Nodes::BasicWidget *node, QWidget *parent);
+    ~qlabelBasic() override;
+
+    const QString &labelText() const { return m_labelText; }
+
+signals:
+    void valueUpdated(Nodes::SignalValue value) override;
+    void updateProperty(Nodes::BasicProperty *property) override;
+    void isActiveChanged(bool on) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override = 0;
+    void onUpdateProperties(Nodes::BasicProperty *property) override = 0;
+
+protected:
+    void onActive(bool on) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    /// Shows quality, time and path of the value at the moment the operator asks.
+    bool event(QEvent *event) override;
+
+    QString m_labelText;
+
+private:
+    void bind();
+
+    Utils::NodeRelay m_relay;
+};
+
+} // namespace Widgets

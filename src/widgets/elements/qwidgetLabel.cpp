@@ -1,0 +1,139 @@
+#include "widgets/elements/qwidgetLabel.h"
+
+#include "widgets/elements/ElementPainting.h"
+
+#include "nodes/visual/widgetMultiLabel.h"
+#include "utils/ValueConversions.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace Widgets {
+
+qwidgetLabel::qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent)
+    : qlabelBasic(node, parent),
+      m_label(dynamic_cast<Nodes::widgetLabel *>(node)),
+      m_states(dynamic_cast<Nodes::widgetMultiLabel *>(node))
+{
+    // The element fills its own background: a widget's would be drawn twice.
+    setAttribute(Qt::WA_NoSystemBackground);
+    qwidgetLabel::onUpdateProperties(nullptr);
+}
+
+qwidgetLabel::~qwidgetLabel() = default;
+
+void qwidgetLabel::onUpdateProperties(Nodes::BasicProperty *)
+{
+    if (!m_label)
+        return;
+    m_font = Utils::NFontToQFont(m_label->GetFont());
+    m_alignment = Utils::NAligmentToQtAligment(m_label->GetHorizontalAlignment(),
+                                               m_label->GetVerticalAlignment());
+    m_borderWidth = m_label->GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(m_label->GetBorderColor());
+    m_textColor = Utils::NColorToQColor(m_label->GetTextColor());
+    applyBackground(Utils::NColorToQColor(m_label->GetBackgroundColor()));
+    setGeometry(Utils::NRectToQRect(m_label->GetGeometry()));
+    m_isWrapped = m_label->GetWordWrap();
+    m_angle = static_cast<float>(m_label->GetAngle());
+    m_isDisabled = m_label->isDisabled();
+    applyFont();
+    onValueUpdated(Nodes::SignalValue());
+    update();
+}
+
+void qwidgetLabel::applyBackground(const QColor &color)
+{
+    m_backgroundColor = color;
+    QPalette changed = palette();
+    if (changed.color(backgroundRole()) == color)
+        return;
+    changed.setColor(backgroundRole(), color);
+    setPalette(changed);
+}
+
+void qwidgetLabel::takeStateColors(const Nodes::widgetMultiLabel &node)
+{
+    if (!node.GetUsePersonalColor()) {
+        m_textColor = Utils::NColorToQColor(node.GetTextColor());
+        applyBackground(Utils::NColorToQColor(node.GetBackgroundColor()));
+        return;
+    }
+    Nodes::NColor color(0, 0, 0, 255);
+    (void)node.GetStateTextColor(color);
+    m_textColor = Utils::NColorToQColor(color);
+    Nodes::NColor background(255, 255, 255, 255);
+    if (node.GetStateBackgroundColor(background))
+        applyBackground(Utils::NColorToQColor(background));
+}
+
+Nodes::Quality qwidgetLabel::valueQuality() const
+{
+    return m_label->GetSignalLink().isEmpty() ? Nodes::Quality::Good
+                                              : m_label->GetValue().GetQuality();
+}
+
+qwidgetLabel::Look qwidgetLabel::look() const
+{
+    return {m_labelText, m_quality, m_textColor.rgba(), m_backgroundColor.rgba()};
+}
+
+void qwidgetLabel::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_label)
+        return;
+    const Look before = look();
+    if (m_states)
+        takeStateColors(*m_states);
+    // Quality before text: should the value turn bad in between, the text already shows it.
+    m_quality = valueQuality();
+    m_labelText = QString::fromStdString(m_label->GetDisplayText());
+    if (before.quality != m_quality)
+        applyFont();
+    if (!(before == look()))
+        update();
+}
+
+void qwidgetLabel::applyFont()
+{
+    QFont font = m_font;
+    font.setItalic(font.italic() || m_quality == Nodes::Quality::Stale);
+    m_layout.setFont(font);
+}
+
+int qwidgetLabel::textFlags() const
+{
+    return int(m_alignment) | (m_isWrapped ? int(Qt::TextWordWrap) : 0);
+}
+
+void qwidgetLabel::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    draw(painter);
+}
+
+void qwidgetLabel::paintDirectly(QPainter &painter)
+{
+    draw(painter);
+}
+
+void qwidgetLabel::draw(QPainter &painter)
+{
+    if (m_backgroundColor.alpha() > 0)
+        painter.fillRect(rect(), m_backgroundColor);
+    if (!m_label)
+        return;
+    painter.setPen(m_isDisabled ? palette().color(QPalette::Disabled, QPalette::ButtonText)
+                                : m_textColor);
+    drawRotatedText(&painter, m_angle, width() / 2, height() / 2, m_labelText);
+    ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
+    ElementPainting::drawQualityMark(painter, rect(), m_quality, m_alignment);
+}
+
+void qwidgetLabel::drawRotatedText(QPainter *painter, float angle, int cx, int cy,
+                                   QString const &text)
+{
+    m_layout.draw(*painter, {size(), QPoint(cx, cy), angle, m_borderWidth, textFlags()}, text);
+}
+
+} // namespace Widgets

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "widgets/elements/DirectPainting.h"
+#include "widgets/elements/LabelText.h"
+#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/qlabelBasic.h"
+
+#include "nodes/values/Quality.h"
+
+namespace Nodes {
+class widgetLabel;
+class widgetMultiLabel;
+} // namespace Nodes
+
+namespace Widgets {
+
+/// Text of a Nodes::widgetLabel, fixed or of a live value: font, alignment, wrap, turned by any
+/// angle, with background and border. A value that is not good is marked (ElementPainting). For a
+/// node of another class only the background is drawn.
+class WIDGETS_EXPORT qwidgetLabel : public qlabelBasic, public DirectPainting, public ShowsValue
+{
+    Q_OBJECT
+
+public:
+    qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent);
+    ~qwidgetLabel() override;
+
+    QString shownText() const override { return m_labelText; }
+    Nodes::Quality shownQuality() const override { return m_quality; }
+    const QColor &textColor() const { return m_textColor; }
+    const QColor &backgroundColor() const { return m_backgroundColor; }
+
+    void paintDirectly(QPainter &painter) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    /// With the label's own font about the point (cx, cy), the painter's pen.
+    void drawRotatedText(QPainter *painter, float angle, int cx, int cy, QString const &text);
+
+private:
+    void takeStateColors(const Nodes::widgetMultiLabel &node);
+    void applyBackground(const QColor &color);
+    void draw(QPainter &painter);
+    void applyFont();
+    Nodes::Quality valueQuality() const;
+    int textFlags() const;
+
+    /// What a value decides; a value that changes none of it repaints nothing.
+    struct Look
+    {
+        QString text;
+        Nodes::Quality quality;
+        QRgb textColor;
+        QRgb background;
+        bool operator==(const Look &o) const
+        {
+            return text == o.text && quality == o.quality && textColor == o.textColor &&
+                   background == o.background;
+        }
+    };
+    Look look() const;
+
+    QFont m_font;
+    QColor m_textColor;
+    Qt::Alignment m_alignment;
+    bool m_isWrapped = false;
+    float m_angle = 0;
+    bool m_isDisabled = false;
+    Nodes::widgetLabel *m_label;       ///< null for a node of another class
+    Nodes::widgetMultiLabel *m_states; ///< null for a plain label
+    Nodes::Quality m_quality = Nodes::Quality::Good;
+    LabelText m_layout;
+};
+
+} // namespace Widgets

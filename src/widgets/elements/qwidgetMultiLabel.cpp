@@ -1,0 +1,52 @@
+#include "widgets/elements/qwidgetMultiLabel.h"
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/widgetMultiLabel.h"
+
+#include <QTimer>
+
+namespace Widgets {
+
+qwidgetMultiLabel::qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent)
+    : qwidgetLabel(node, parent), m_multi(dynamic_cast<Nodes::widgetMultiLabel *>(node))
+{
+}
+
+qwidgetMultiLabel::~qwidgetMultiLabel() = default;
+
+bool qwidgetMultiLabel::followsMatches() const
+{
+    return m_multi && m_multi->GetVisibilityMode() == Nodes::widgetMultiLabel::VisibleWhileMatching;
+}
+
+void qwidgetMultiLabel::onValueUpdated(Nodes::SignalValue value)
+{
+    if (followsMatches()) {
+        if (m_multi->FindMatches())
+            setVisible(m_multi->isVisible());
+        else
+            hideUnmatched();
+    }
+    qwidgetLabel::onValueUpdated(value);
+}
+
+void qwidgetMultiLabel::hideUnmatched()
+{
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+        hide();
+}
+
+void qwidgetMultiLabel::showEvent(QShowEvent *event)
+{
+    qwidgetLabel::showEvent(event);
+    // The host shows what the node calls visible; the state may still forbid it. Not at once: a
+    // widget cannot be hidden while it is being shown.
+    if (followsMatches() && isActive())
+        QTimer::singleShot(0, this, [this] {
+            if (isActive() && !m_multi->FindMatches())
+                hideUnmatched();
+        });
+}
+
+} // namespace Widgets

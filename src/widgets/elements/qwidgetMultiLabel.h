@@ -1,0 +1,30 @@
+#pragma once
+
+#include "widgets/elements/qwidgetLabel.h"
+
+namespace Widgets {
+
+/// Label of a Nodes::widgetMultiLabel: text, colours and, where configured, visibility follow the
+/// state that the value matches.
+class WIDGETS_EXPORT qwidgetMultiLabel : public qwidgetLabel
+{
+    Q_OBJECT
+
+public:
+    qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent);
+    ~qwidgetMultiLabel() override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    bool followsMatches() const;
+    void hideUnmatched();
+
+    Nodes::widgetMultiLabel *m_multi; ///< null for a node of another class
+};
+
+} // namespace Widgets

@@ -1,0 +1,53 @@
+#include "widgets/scene/ElementFactory.h"
+
+#include "widgets/elements/qwidgetLabel.h"
+#include "widgets/elements/qwidgetMultiLabel.h"
+
+#include "nodes/visual/BasicWidget.h"
+
+#include <unordered_map>
+
+namespace Widgets {
+
+namespace {
+
+using Creator = QWidget *(*)(Nodes::BasicWidget *node, ProxyWidget *host);
+
+template <class Node, class Element> QWidget *make(Nodes::BasicWidget *node, ProxyWidget *)
+{
+    auto *typed = dynamic_cast<Node *>(node);
+    return typed ? new Element(typed, nullptr) : nullptr;
+}
+
+/// For elements that keep the item they live in.
+template <class Node, class Element>
+[[maybe_unused]] QWidget *makeHosted(Nodes::BasicWidget *node, ProxyWidget *host)
+{
+    auto *typed = dynamic_cast<Node *>(node);
+    if (!typed)
+        return nullptr;
+    auto *element = new Element(typed, nullptr);
+    element->setProxy(host);
+    return element;
+}
+
+const std::unordered_map<unsigned, Creator> &table()
+{
+    static const std::unordered_map<unsigned, Creator> creators{
+        {0x15001, &make<Nodes::BasicWidget, qwidgetLabel>},
+        {0x15008, &make<Nodes::BasicWidget, qwidgetMultiLabel>},
+    };
+    return creators;
+}
+
+} // namespace
+
+QWidget *ElementFactory::create(Nodes::BasicWidget *node, ProxyWidget *host)
+{
+    if (!node)
+        return nullptr;
+    const auto found = table().find(node->GetNodeType().GetCode());
+    return found == table().end() ? nullptr : found->second(node, host);
+}
+
+} // namespace Widgets

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+class QWidget;
+
+namespace Nodes {
+class BasicWidget;
+}
+
+namespace Widgets {
+
+class ProxyWidget;
+
+/// Creates the element that shows a node, by the node's full subtype code. A new element is its
+/// own files and one line in the table of ElementFactory.cpp.
+class WIDGETS_EXPORT ElementFactory
+{
+public:
+    /// Null for an unknown code or a node that is not of the class the element shows. `host` is
+    /// the item that will own the element; some elements keep it, and it may be null.
+    static QWidget *create(Nodes::BasicWidget *node, ProxyWidget *host);
+};
+
+} // namespace Widgets

@@ -1,0 +1,194 @@
+#include "widgets/scene/ProxyLayer.h"
+
+#include "widgets/scene/ProxyWidget.h"
+
+#include "nodes/model/BasicProperty.h"
+#include "nodes/visual/BasicLayer.h"
+#include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/BasicWindow.h"
+
+#include <QGraphicsScene>
+
+namespace Widgets {
+
+namespace {
+
+constexpr unsigned modeProperty = 13001;
+constexpr unsigned orderProperty = 13002;
+constexpr unsigned visibleProperty = 13003;
+
+} // namespace
+
+ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsItem *parent, Qt::WindowFlags flags)
+    : QGraphicsProxyWidget(parent, flags), m_node(node)
+{
+    setObjectName(QStringLiteral("Layer"));
+    setFlag(ItemHasNoContents);
+    setGeometry(QRectF());
+    if (!m_node)
+        return;
+    connect(this, &ProxyLayer::nodeAdded, this, &ProxyLayer::addWidget);
+    connect(this, &ProxyLayer::nodeRemoved, this, &ProxyLayer::onNodeRemoved);
+}
+
+ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer)
+    : ProxyLayer(static_cast<Nodes::ConfigNode *>(layer), nullptr, Qt::WindowFlags())
+{
+    if (!layer)
+        return;
+    setZValue(layer->GetZOrder());
+    setVisible(layer->isVisible());
+    connect(this, &ProxyLayer::propertyUpdated, this, &ProxyLayer::onPropertyChange);
+    follow(true);
+    setTransparency(isModeTransparent());
+    for (const Nodes::NodeLink &link : layer->GetWidgets())
+        addWidget(link);
+    setEnabledItems(true);
+}
+
+ProxyLayer::ProxyLayer(Nodes::BasicWindow *window)
+    : ProxyLayer(static_cast<Nodes::ConfigNode *>(window), nullptr, Qt::WindowFlags())
+{
+    if (!window)
+        return;
+    follow(false);
+    for (const Nodes::NodeLink &link : window->GetNodes())
+        addWidget(link);
+    setEnabledItems(true);
+}
+
+ProxyLayer::~ProxyLayer() = default;
+
+void ProxyLayer::follow(bool withProperties)
+{
+    Utils::NodeRelay::Handlers handlers;
+    handlers.childAdded = [this](const Nodes::NodeLink &link) { emit nodeAdded(link); };
+    handlers.childRemoved = [this](const Nodes::NodeLink &link) { emit nodeRemoved(link); };
+    if (withProperties)
+        handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit propertyUpdated(p); };
+    m_relay.connect(m_node, std::move(handlers));
+}
+
+QList<ProxyWidget *> ProxyLayer::getWidgets() const
+{
+    QList<ProxyWidget *> hosts;
+    const QList<QGraphicsItem *> items = childItems();
+    hosts.reserve(items.size());
+    for (QGraphicsItem *item : items) {
+        if (auto *host = dynamic_cast<ProxyWidget *>(item))
+            hosts.append(host);
+    }
+    return hosts;
+}
+
+ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
+{
+    if (!dynamic_cast<Nodes::BasicWidget *>(link.GetNode()))
+        return nullptr;
+    auto *host = new ProxyWidget(link, this, Qt::WindowFlags());
+    host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(m_frameType));
+    // An element added while its scene is shown appears selected; those of a scene being built
+    // do not.
+    if (scene())
+        host->setSelected(true);
+    return host;
+}
+
+void ProxyLayer::onNodeRemoved(Nodes::NodeLink link)
+{
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts) {
+        if (host->getNodeLink() != link)
+            continue;
+        // Stopped now, while the node still exists; deleted later, because the removal may come
+        // out of an event of this very item.
+        host->stop();
+        host->setParentItem(nullptr);
+        if (host->scene())
+            host->scene()->removeItem(host);
+        host->deleteLater();
+    }
+}
+
+void ProxyLayer::onPropertyChange(Nodes::BasicProperty *property)
+{
+    const Nodes::BasicLayer *layer = layerNode();
+    if (!property || !layer)
+        return;
+    switch (property->GetValueId()) {
+    case modeProperty:
+        setTransparency(isModeTransparent());
+        break;
+    case orderProperty:
+        setZValue(layer->GetZOrder());
+        emit propertyChange();
+        break;
+    case visibleProperty:
+        setVisible(layer->isVisible());
+        break;
+    default:
+        break;
+    }
+}
+
+Nodes::BasicLayer *ProxyLayer::layerNode() const
+{
+    return dynamic_cast<Nodes::BasicLayer *>(m_node);
+}
+
+bool ProxyLayer::isModeTransparent() const
+{
+    const Nodes::BasicLayer *layer = layerNode();
+    return layer && layer->GetMode() == Nodes::BasicLayer::ModeTransparent;
+}
+
+void ProxyLayer::setTransparency(bool on)
+{
+    if (m_isTransparent == on)
+        return;
+    m_isTransparent = on;
+    emit transparencyChanged(on);
+}
+
+void ProxyLayer::setEnabledItems(bool on)
+{
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts) {
+        const Nodes::BasicWidget *node = on ? host->getNode() : nullptr;
+        if (on && !node)
+            continue;
+        host->setFlag(ItemIsSelectable, node && node->isSelectable());
+        host->setFlag(ItemIsMovable, node && node->isMovable());
+    }
+}
+
+void ProxyLayer::setTypeFrame(int type)
+{
+    m_frameType = type;
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts)
+        host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(type));
+}
+
+void ProxyLayer::start()
+{
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts)
+        host->start();
+}
+
+void ProxyLayer::stop()
+{
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts)
+        host->stop();
+}
+
+void ProxyLayer::updateSelection()
+{
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts)
+        host->setFrame();
+}
+
+} // namespace Widgets

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/model/NodeLink.h"
+#include "utils/NodeRelay.h"
+
+#include <QGraphicsProxyWidget>
+
+namespace Nodes {
+class BasicLayer;
+class BasicProperty;
+class BasicWindow;
+class ConfigNode;
+} // namespace Nodes
+
+namespace Widgets {
+
+class ProxyWidget;
+
+/// One layer of a scene: parent item of its elements' hosts, in scene coordinates. Follows the
+/// node's order, visibility and transparency, and its children as they come and go. GUI thread.
+class WIDGETS_EXPORT ProxyLayer : public QGraphicsProxyWidget
+{
+    Q_OBJECT
+
+public:
+    /// A null node gives an empty layer that follows nothing.
+    explicit ProxyLayer(Nodes::BasicLayer *layer);
+    /// The elements that stand in the window itself; order 0, always visible.
+    explicit ProxyLayer(Nodes::BasicWindow *window);
+    ~ProxyLayer() override;
+
+    Nodes::ConfigNode *getNode() const { return m_node; }
+    /// Hosts of the elements, in stacking order.
+    QList<ProxyWidget *> getWidgets() const;
+
+    /// Hosts one element; null when the link leads to no visual element.
+    ProxyWidget *addWidget(Nodes::NodeLink link);
+    void onNodeRemoved(Nodes::NodeLink link);
+
+    /// Whether the elements can be picked and moved, as far as their nodes allow it.
+    void setEnabledItems(bool on);
+    /// Elements below a transparent layer can be picked in the editor.
+    bool transparency() const { return m_isTransparent; }
+    void setTypeFrame(int type);
+    void start();
+    void stop();
+
+    // Layers compare by z-value only.
+    bool operator==(const ProxyLayer &o) const { return zValue() == o.zValue(); }
+    bool operator!=(const ProxyLayer &o) const { return zValue() != o.zValue(); }
+    bool operator<(const ProxyLayer &o) const { return zValue() < o.zValue(); }
+    bool operator>(const ProxyLayer &o) const { return zValue() > o.zValue(); }
+
+signals:
+    /// The order of the layers changed.
+    void propertyChange();
+    void transparencyChanged(bool transparency);
+    void nodeAdded(Nodes::NodeLink link);
+    void propertyUpdated(Nodes::BasicProperty *property);
+    void nodeRemoved(Nodes::NodeLink link);
+
+public slots:
+    /// Shows or hides the selection marks of every element.
+    void updateSelection();
+    void setTransparency(bool on);
+
+private:
+    ProxyLayer(Nodes::ConfigNode *node, QGraphicsItem *parent, Qt::WindowFlags flags);
+
+    void follow(bool withProperties);
+    void onPropertyChange(Nodes::BasicProperty *property);
+    bool isModeTransparent() const;
+    Nodes::BasicLayer *layerNode() const;
+
+    Nodes::ConfigNode *m_node;
+    int m_frameType = 1;
+    bool m_isTransparent = true;
+    Utils::NodeRelay m_relay;
+};
+
+} // namespace Widgets

@@ -1,0 +1,67 @@
+// The menu from which new elements are added to the topmost layer.
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyScene.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/visual/BasicWidget.h"
+#include "utils/SortNodeTypes.h"
+
+#include <QMenu>
+#include <QMessageBox>
+
+namespace Widgets {
+
+namespace {
+
+void warn(const char *text)
+{
+    QMessageBox::warning(nullptr, QStringLiteral("Внимание"), QString::fromUtf8(text),
+                         QMessageBox::Ok);
+}
+
+} // namespace
+
+void ProxyScene::fillAddMenu(const ProxyLayer &topmost)
+{
+    if (!m_addMenu)
+        m_addMenu = std::make_unique<QMenu>(QStringLiteral("Добавить виджет"));
+    const Nodes::ConfigNode *node = topmost.getNode();
+    const auto types = node ? node->GetAvailableChildNodes() : std::vector<Nodes::NodeType>();
+    if (types.empty())
+        return;
+    m_addMenu->clear();
+    for (const auto &group : Utils::SortNodeTypes(types))
+        fillAddGroup(group);
+    emit actionsChanged(m_addMenu.get());
+}
+
+void ProxyScene::fillAddGroup(const std::vector<Nodes::NodeType> &types)
+{
+    QMenu *menu = m_addMenu.get();
+    if (types.size() > 1)
+        menu = menu->addMenu(QString::fromStdString(types.front().GetTypeNameTranslated()));
+    for (const Nodes::NodeType &type : types) {
+        QAction *action = menu->addAction(QString::fromStdString(type.GetSubtypeNameTranslated()));
+        connect(action, &QAction::triggered, this, [this, type] { addWidget(type); });
+    }
+    m_addMenu->addSeparator();
+}
+
+void ProxyScene::addWidget(Nodes::NodeType type)
+{
+    const QList<ProxyLayer *> sorted = sortZOrder();
+    Nodes::ConfigNode *parent = sorted.isEmpty() ? nullptr : sorted.last()->getNode();
+    Nodes::NodesCollection *project = parent ? parent->GetNodesCollection() : nullptr;
+    if (!project) {
+        warn("Коллекция не найдена");
+        return;
+    }
+    // The layer hears of the new child and shows it.
+    auto *node = dynamic_cast<Nodes::BasicWidget *>(project->CreateNode(type, parent));
+    if (node)
+        node->SetPosition(int(m_pastePosition.x()), int(m_pastePosition.y()));
+    else
+        warn("Узел не создан");
+}
+
+} // namespace Widgets

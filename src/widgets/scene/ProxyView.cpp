@@ -1,0 +1,229 @@
+#include "widgets/scene/ProxyView.h"
+
+#include "widgets/scene/Border.h"
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/BasicComposition.h"
+#include "nodes/visual/BasicLayer.h"
+#include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/windowComposed.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+namespace Widgets {
+
+namespace {
+
+constexpr double zoomStep = 1.15;
+
+bool isEditor()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
+}
+
+void warn(const char *text)
+{
+    QMessageBox::warning(nullptr, QStringLiteral("Внимание"), QString::fromUtf8(text),
+                         QMessageBox::Ok);
+}
+
+QString nameOf(const Nodes::ConfigNode *node)
+{
+    return node ? QString::fromStdString(node->GetName()) : QString();
+}
+
+} // namespace
+
+ProxyView::ProxyView(Nodes::ConfigNode *node, QWidget *parent) : QGraphicsView(parent)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    if (isEditor()) {
+        setDragMode(RubberBandDrag);
+        setViewportUpdateMode(FullViewportUpdate);
+    }
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    horizontalScrollBar()->hide();
+    verticalScrollBar()->hide();
+    setWindowTitle(nameOf(node));
+    setObjectName(nameOf(node));
+    connect(this, &ProxyView::updateProperty, this, &ProxyView::onUpdateProperties);
+}
+
+ProxyView::~ProxyView() = default;
+
+ProxyScene *ProxyView::setScene(Nodes::ConfigNode *node)
+{
+    setObjectName(nameOf(node));
+    ProxyScene *scene = node ? createScene(node) : nullptr;
+    if (!scene) {
+        warn("Не удалось создать сцену");
+        return nullptr;
+    }
+    showScene(scene, node);
+    return scene;
+}
+
+void ProxyView::showScene(ProxyScene *scene, Nodes::ConfigNode *node)
+{
+    m_relay.disconnect();
+    Utils::NodeRelay::Handlers handlers;
+    handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
+    m_relay.connect(node, std::move(handlers));
+    m_border = nullptr;
+    QGraphicsView::setScene(scene);
+    addBorder(node);
+}
+
+ProxyScene *ProxyView::proxyScene() const
+{
+    return qobject_cast<ProxyScene *>(scene());
+}
+
+ProxyScene *ProxyView::createScene(Nodes::ConfigNode *node)
+{
+    if (auto *composed = dynamic_cast<Nodes::windowComposed *>(node)) {
+        if (Nodes::BasicComposition *composition = composed->GetComposition())
+            return new ProxyScene(composition, this);
+        warn("Не задана композиция");
+        return nullptr;
+    }
+    if (auto *window = dynamic_cast<Nodes::BasicWindow *>(node))
+        return new ProxyScene(window, this);
+    if (auto *composition = dynamic_cast<Nodes::BasicComposition *>(node))
+        return new ProxyScene(composition, this);
+    if (auto *layer = dynamic_cast<Nodes::BasicLayer *>(node))
+        return new ProxyScene(layer, this);
+    return nullptr;
+}
+
+void ProxyView::addBorder(Nodes::ConfigNode *node)
+{
+    if (!isEditor() || !node)
+        return;
+    m_border = new Border;
+    m_border->setPos(0.5, 0.5);
+    m_border->setOutline(true);
+    placeBorder();
+    scene()->addItem(m_border);
+}
+
+void ProxyView::placeBorder()
+{
+    const QRectF rect = sceneRect();
+    if (m_border)
+        m_border->setSize(rect.width() - 1, rect.height() - 1);
+}
+
+void ProxyView::onUpdateProperties(Nodes::BasicProperty *)
+{
+    if (ProxyScene *shown = proxyScene())
+        shown->updateGeometry();
+    placeBorder();
+}
+
+QPixmap ProxyView::getPixmapWidget(Nodes::NodeType type)
+{
+    return QPixmap(
+        QStringLiteral(":/icons/elements/%1.svg").arg(QString::fromStdString(type.ToString())));
+}
+
+QSize ProxyView::sizeHint() const
+{
+    return m_sizeHint;
+}
+
+void ProxyView::setSizeHint(QSize size)
+{
+    m_sizeHint = QSize(size.width() - 2, size.height() - 2);
+}
+
+QSize ProxyView::minimumSizeHint() const
+{
+    return QSize(0, 0);
+}
+
+void ProxyView::mousePressEvent(QMouseEvent *event)
+{
+    if (isEditor() && event->button() == Qt::MiddleButton) {
+        if (event->modifiers() == Qt::ControlModifier) {
+            resetTransform();
+        } else {
+            setDragMode(NoDrag);
+            setInteractive(false);
+            m_lastX = event->x();
+            m_lastY = event->y();
+            QApplication::setOverrideCursor(Qt::ClosedHandCursor);
+        }
+    }
+    QGraphicsView::mousePressEvent(event);
+    if (isEditor())
+        event->ignore();
+}
+
+void ProxyView::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!isEditor() || !(event->buttons() & Qt::MiddleButton)) {
+        QGraphicsView::mouseMoveEvent(event);
+        return;
+    }
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + m_lastX - event->x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + m_lastY - event->y());
+    m_lastX = event->x();
+    m_lastY = event->y();
+    event->accept();
+}
+
+void ProxyView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (isEditor() && event->button() == Qt::MiddleButton) {
+        setDragMode(RubberBandDrag);
+        setInteractive(true);
+        QApplication::restoreOverrideCursor();
+    }
+    QGraphicsView::mouseReleaseEvent(event);
+    if (isEditor())
+        event->ignore();
+}
+
+void ProxyView::wheelEvent(QWheelEvent *event)
+{
+    // Qt gives a wheel turned with Alt as horizontal motion.
+    const int delta =
+        event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
+    if (!isEditor()) {
+        passWheel(event);
+    } else if (event->modifiers() == Qt::ControlModifier) {
+        zoom(delta >= 1, event->position().toPoint());
+    } else if (event->modifiers() == Qt::AltModifier || event->modifiers() == Qt::NoModifier) {
+        const bool isAcross = event->modifiers() == Qt::AltModifier;
+        QScrollBar *bar = isAcross ? horizontalScrollBar() : verticalScrollBar();
+        const int step = bar->maximum() / 10;
+        bar->setValue(bar->value() + (delta < 1 ? step : -step));
+    }
+}
+
+void ProxyView::passWheel(QWheelEvent *event)
+{
+    // The bars are hidden but keep their range where the view is smaller than the scene.
+    const QPoint place(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    QGraphicsView::wheelEvent(event);
+    horizontalScrollBar()->setValue(place.x());
+    verticalScrollBar()->setValue(place.y());
+}
+
+void ProxyView::zoom(bool isCloser, QPoint at)
+{
+    const double factor = isCloser ? zoomStep : 1 / zoomStep;
+    const QPointF before = mapToScene(at);
+    scale(factor, factor);
+    const QPointF shift = before - mapToScene(at);
+    const QPointF centre = mapToScene(viewport()->rect()).boundingRect().center();
+    centerOn(centre + shift);
+}
+
+} // namespace Widgets

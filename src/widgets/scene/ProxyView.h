@@ -1,0 +1,76 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/model/NodeType.h"
+#include "utils/NodeRelay.h"
+
+#include <QGraphicsView>
+#include <QPointer>
+
+namespace Nodes {
+class BasicProperty;
+class ConfigNode;
+} // namespace Nodes
+
+namespace Widgets {
+
+class Border;
+class ProxyScene;
+
+/// Shows the scene of a window, composition or layer node. At run time it neither scrolls nor
+/// zooms: one scene unit is one pixel. In the configurator it pans, zooms and selects by rubber
+/// band. The node is not owned. GUI thread.
+class WIDGETS_EXPORT ProxyView : public QGraphicsView
+{
+    Q_OBJECT
+
+public:
+    /// Takes title and object name from the node, which may be null; shows no scene yet.
+    ProxyView(Nodes::ConfigNode *node, QWidget *parent);
+    ~ProxyView() override;
+
+    /// Builds the node's scene as a child of the view and shows it. Null with a message to the
+    /// operator when it cannot; the view then keeps what it shows. The scene shown before is left
+    /// to the caller, who may keep it or delete it.
+    ProxyScene *setScene(Nodes::ConfigNode *node);
+    /// Shows a scene built before for `node` (a kept one).
+    void showScene(ProxyScene *scene, Nodes::ConfigNode *node);
+    /// Null when nothing is shown.
+    ProxyScene *proxyScene() const;
+
+    /// Icon of an element type for editors; null when there is none.
+    static QPixmap getPixmapWidget(Nodes::NodeType type);
+
+    QSize sizeHint() const override;
+    /// The hint becomes 2 pixels less in each dimension: the view's own frame.
+    void setSizeHint(QSize size);
+    QSize minimumSizeHint() const override;
+
+signals:
+    void updateProperty(Nodes::BasicProperty *property);
+
+public slots:
+    void onUpdateProperties(Nodes::BasicProperty *pProperty);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    ProxyScene *createScene(Nodes::ConfigNode *node);
+    void addBorder(Nodes::ConfigNode *node);
+    void placeBorder();
+    void passWheel(QWheelEvent *event);
+    void zoom(bool isCloser, QPoint at);
+
+    QSize m_sizeHint;
+    Border *m_border = nullptr; // owned by the scene shown; null at run time
+    Utils::NodeRelay m_relay;
+    int m_lastX = 0;
+    int m_lastY = 0;
+};
+
+} // namespace Widgets

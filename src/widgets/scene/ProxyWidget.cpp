@@ -1,0 +1,228 @@
+#include "widgets/scene/ProxyWidget.h"
+
+#include "widgets/actions/ActionManager.h"
+#include "widgets/elements/DirectPainting.h"
+#include "widgets/elements/IWidget.h"
+#include "widgets/scene/Border.h"
+#include "widgets/scene/ElementFactory.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/model/BasicProperty.h"
+#include "nodes/visual/BasicWidget.h"
+
+#include <QTimer>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int settleTime = 100; // ms; a burst of writes shows its last state only
+
+bool isEditor()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
+}
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+} // namespace
+
+ProxyWidget::ProxyWidget(QGraphicsItem *parent, Qt::WindowFlags flags)
+    : QGraphicsProxyWidget(parent, flags)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setMinimumSize(0, 0);
+}
+
+ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::WindowFlags flags)
+    : ProxyWidget(parent, flags)
+{
+    m_link = link;
+    setObjectName(QString::fromStdString(m_link.GetLinkName(true)));
+    if (isEditor())
+        m_border = new Border(this);
+    connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished);
+    connect(this, &ProxyWidget::propertyUpdated, this, &ProxyWidget::onPropertyUpdated);
+    Nodes::BasicWidget *node = getNode();
+    if (node)
+        host(*node);
+    if (isRuntime())
+        installEventFilter(&ActionManager::getInstance());
+    else
+        setFrame();
+    rememberGeometry();
+    start();
+}
+
+ProxyWidget::~ProxyWidget()
+{
+    // Without its node an element cannot be stopped any more, and needs not.
+    if (m_link.isValid())
+        stop();
+}
+
+void ProxyWidget::host(Nodes::BasicWidget &node)
+{
+    m_type = UserType + static_cast<int>(node.GetNodeType().GetCode());
+    if (QWidget *created = createWidget(&node)) {
+        m_element = dynamic_cast<IWidget *>(created);
+        m_direct = dynamic_cast<DirectPainting *>(created);
+        setWidget(created);
+        setMinimumSize(0, 0);
+        setGeometry(created->geometry());
+        Utils::NodeRelay::Handlers handlers;
+        handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit propertyUpdated(p); };
+        m_relay.connect(&node, std::move(handlers));
+    }
+    setPositionItems(QRectF());
+    setZValue(node.GetZOrder());
+    takeVisible(node);
+    takeFlags(node);
+}
+
+QWidget *ProxyWidget::createWidget(Nodes::BasicWidget *node)
+{
+    QWidget *created = ElementFactory::create(node, this);
+    if (created && isRuntime()) {
+        created->setDisabled(node->isDisabled());
+        nameElement(*created, *node);
+    }
+    return created;
+}
+
+void ProxyWidget::nameElement(QWidget &widget, const Nodes::BasicWidget &node) const
+{
+    const Nodes::ConfigNode *parent = node.GetParent();
+    widget.setObjectName(QStringLiteral("node id: %1 parent: %2 parent id: %3")
+                             .arg(node.GetId())
+                             .arg(parent ? QString::fromStdString(parent->GetName()) : QString())
+                             .arg(parent ? parent->GetId() : 0));
+}
+
+Nodes::BasicWidget *ProxyWidget::getNode() const
+{
+    return dynamic_cast<Nodes::BasicWidget *>(m_link.GetNode());
+}
+
+void ProxyWidget::start()
+{
+    if (m_element)
+        m_element->start();
+}
+
+void ProxyWidget::stop()
+{
+    if (m_element)
+        m_element->stop();
+}
+
+void ProxyWidget::takeFlags(const Nodes::BasicWidget &node)
+{
+    m_isNotSelectable = !node.isSelectable();
+    setFlag(ItemIsMovable, node.isMovable());
+    takeSelectable(node);
+}
+
+void ProxyWidget::takeSelectable(const Nodes::BasicWidget &node)
+{
+    setFlag(ItemIsSelectable, node.isSelectable());
+    setAcceptDrops(node.isSelectable());
+    setFocusPolicy(node.isSelectable() ? Qt::ClickFocus : Qt::NoFocus);
+}
+
+void ProxyWidget::takeVisible(const Nodes::BasicWidget &node)
+{
+    setVisible(node.isVisible());
+}
+
+void ProxyWidget::later(void (ProxyWidget::*take)(const Nodes::BasicWidget &))
+{
+    QTimer::singleShot(settleTime, this, [this, take] {
+        if (const Nodes::BasicWidget *node = getNode())
+            (this->*take)(*node);
+    });
+}
+
+void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
+{
+    const Nodes::BasicWidget *node = getNode();
+    if (!property || !node)
+        return;
+    m_isNotSelectable = !node->isSelectable();
+    switch (property->GetValueId()) {
+    case 12096:
+        setZValue(node->GetZOrder());
+        break;
+    case 12097:
+        later(&ProxyWidget::takeVisible);
+        break;
+    case 12103:
+        later(&ProxyWidget::takeSelectable);
+        break;
+    case 12104:
+        setFlag(ItemIsMovable, node->isMovable());
+        break;
+    case 12128:
+        if (isRuntime() && widget())
+            widget()->setDisabled(node->isDisabled());
+        break;
+    case 11001:
+    case 11002:
+    case 11003:
+    case 11004:
+        setPositionItems(QRectF());
+        break;
+    default:
+        break;
+    }
+}
+
+void ProxyWidget::rememberGeometry()
+{
+    m_committed = geometry().toRect();
+}
+
+void ProxyWidget::setTypeFrame(TypeFrame type)
+{
+    m_frameType = type;
+    setPositionItems(geometry());
+}
+
+void ProxyWidget::setFrame()
+{
+    setPositionItems(geometry());
+}
+
+void ProxyWidget::setPositionItems(const QRectF &rect)
+{
+    if (!m_border)
+        return;
+    const QSizeF box = rect.isEmpty() ? geometry().size() : rect.size();
+    const double grown = m_frameType == FrameOutside ? 1 : -1;
+    m_border->setPos(-grown / 2, -grown / 2);
+    m_border->setSize(box.width() + grown, box.height() + grown);
+    m_border->setOutline(m_frameType == FrameOutside || m_frameType == FrameInside);
+}
+
+void ProxyWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
+{
+    if (m_direct)
+        m_direct->paintDirectly(*painter);
+    else
+        QGraphicsProxyWidget::paint(painter, option, widget);
+}
+
+QVariant ProxyWidget::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    const QVariant result = QGraphicsProxyWidget::itemChange(change, value);
+    if (change == ItemSelectedChange)
+        emit selectedChanged(value.toBool());
+    else if (change == ItemPositionHasChanged)
+        emit positionChanged(value.toPointF());
+    return result;
+}
+
+} // namespace Widgets

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/model/NodeLink.h"
+#include "utils/NodeRelay.h"
+
+#include <QGraphicsProxyWidget>
+
+class IWidget;
+
+namespace Nodes {
+class BasicProperty;
+class BasicWidget;
+} // namespace Nodes
+
+namespace Widgets {
+
+class Border;
+class DirectPainting;
+
+/// Scene item that hosts one visual element: creates it through the element factory, starts it,
+/// and follows its node's place, order, visibility and flags. Owns the element, not the node.
+/// GUI thread.
+class WIDGETS_EXPORT ProxyWidget : public QGraphicsProxyWidget
+{
+    Q_OBJECT
+
+public:
+    /// Where the editor's border stands.
+    enum TypeFrame {
+        FrameInside = 0,
+        FrameOutside = 1,
+        FrameNone = 2 ///< any other value is treated as this one
+    };
+
+    explicit ProxyWidget(QGraphicsItem *parent = nullptr,
+                         Qt::WindowFlags flags = Qt::WindowFlags());
+    /// A link that leads to no element, or to one of an unknown kind, gives an empty host.
+    explicit ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent = nullptr,
+                         Qt::WindowFlags flags = Qt::WindowFlags());
+    ~ProxyWidget() override;
+
+    /// UserType plus the node's type code, so that the item's type tells the element's.
+    int type() const override { return m_type; }
+    Nodes::NodeLink getNodeLink() const { return m_link; }
+    /// Null when the node is gone or is no element.
+    Nodes::BasicWidget *getNode() const;
+    /// Null for an empty host.
+    IWidget *element() const { return m_element; }
+
+    void start();
+    void stop();
+    void setTypeFrame(TypeFrame type);
+    /// Brings the marks of the editor in line with the item's selection and place.
+    void setFrame();
+    /// Puts the editor's border around the rectangle; an empty one means the present geometry.
+    void setPositionItems(const QRectF &rect);
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
+               QWidget *widget = nullptr) override;
+
+signals:
+    void propertyUpdated(Nodes::BasicProperty *property);
+    void positionChanged(QPointF position);
+    void selectedChanged(bool value);
+    /// The item was dragged and let go.
+    void movedFinished();
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+    void hoverEnterEvent(QGraphicsSceneHoverEvent *event) override;
+    void hoverLeaveEvent(QGraphicsSceneHoverEvent *event) override;
+    void wheelEvent(QGraphicsSceneWheelEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    void host(Nodes::BasicWidget &node);
+    QWidget *createWidget(Nodes::BasicWidget *node);
+    void nameElement(QWidget &widget, const Nodes::BasicWidget &node) const;
+    void takeFlags(const Nodes::BasicWidget &node);
+    void takeSelectable(const Nodes::BasicWidget &node);
+    void onPropertyUpdated(Nodes::BasicProperty *property);
+    void onMovedFinished();
+    void later(void (ProxyWidget::*take)(const Nodes::BasicWidget &));
+    void takeVisible(const Nodes::BasicWidget &node);
+    void forwardToView(QGraphicsSceneMouseEvent *event);
+    void rememberGeometry();
+
+    bool m_isMoving = false;
+    bool m_isNotSelectable = false;
+    QRect m_committed; // geometry that the node holds
+    Nodes::NodeLink m_link;
+    int m_type = UserType;
+    IWidget *m_element = nullptr;
+    DirectPainting *m_direct = nullptr; // the element, when it paints without a widget's machinery
+    Border *m_border = nullptr;         // child item; editor only
+    TypeFrame m_frameType = FrameOutside;
+    Utils::NodeRelay m_relay;
+};
+
+} // namespace Widgets

@@ -1,0 +1,131 @@
+// Which input reaches the element and which the editor.
+#include "widgets/scene/ProxyWidget.h"
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/BasicWidget.h"
+
+#include <QCoreApplication>
+#include <QGraphicsScene>
+#include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
+
+namespace Widgets {
+
+namespace {
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+} // namespace
+
+void ProxyWidget::hoverEnterEvent(QGraphicsSceneHoverEvent *event)
+{
+    if (isRuntime())
+        QGraphicsProxyWidget::hoverEnterEvent(event);
+    else
+        QGraphicsItem::hoverEnterEvent(event);
+}
+
+void ProxyWidget::hoverLeaveEvent(QGraphicsSceneHoverEvent *event)
+{
+    if (!isRuntime()) {
+        QGraphicsItem::hoverLeaveEvent(event);
+        return;
+    }
+    QGraphicsProxyWidget::hoverLeaveEvent(event);
+    if (widget())
+        setCursor(widget()->cursor());
+}
+
+void ProxyWidget::wheelEvent(QGraphicsSceneWheelEvent *event)
+{
+    if (isRuntime())
+        QGraphicsProxyWidget::wheelEvent(event);
+    else
+        QGraphicsItem::wheelEvent(event);
+}
+
+void ProxyWidget::keyPressEvent(QKeyEvent *event)
+{
+    if (isRuntime())
+        QGraphicsProxyWidget::keyPressEvent(event);
+    else
+        QGraphicsItem::keyPressEvent(event);
+}
+
+void ProxyWidget::keyReleaseEvent(QKeyEvent *event)
+{
+    if (isRuntime())
+        QGraphicsProxyWidget::keyReleaseEvent(event);
+    else
+        QGraphicsItem::keyReleaseEvent(event);
+}
+
+void ProxyWidget::forwardToView(QGraphicsSceneMouseEvent *event)
+{
+    if (!scene())
+        return;
+    const QList<QGraphicsView *> views = scene()->views();
+    for (QGraphicsView *view : views) {
+        if (view->isActiveWindow())
+            QCoreApplication::sendEvent(views.first(), event);
+    }
+}
+
+void ProxyWidget::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (!isRuntime()) {
+        QGraphicsItem::mousePressEvent(event);
+        return;
+    }
+    QGraphicsProxyWidget::mousePressEvent(event);
+    event->accept();
+    forwardToView(event);
+}
+
+void ProxyWidget::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (isRuntime()) {
+        QGraphicsProxyWidget::mouseMoveEvent(event);
+        return;
+    }
+    if (event->modifiers() == Qt::ControlModifier || m_isNotSelectable)
+        return;
+    m_isMoving = true;
+    QGraphicsItem::mouseMoveEvent(event);
+}
+
+void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (isRuntime()) {
+        forwardToView(event);
+        QGraphicsProxyWidget::mouseReleaseEvent(event);
+        return;
+    }
+    const Nodes::BasicWidget *node = getNode();
+    const bool wasMoving = m_isMoving;
+    m_isMoving = false;
+    if (wasMoving && node && node->isMovable())
+        emit movedFinished();
+    QGraphicsItem::mouseReleaseEvent(event);
+}
+
+void ProxyWidget::onMovedFinished()
+{
+    const QPoint place = pos().toPoint();
+    Nodes::BasicWidget *node = getNode();
+    if (!node || place == m_committed.topLeft())
+        return;
+    node->SetPosition(place.x(), place.y());
+    rememberGeometry();
+}
+
+void ProxyWidget::focusOutEvent(QFocusEvent *event)
+{
+    QGraphicsItem::focusOutEvent(event);
+}
+
+} // namespace Widgets
