@@ -55,7 +55,8 @@ bool ValueCell::Expire(Timestamp lastPublished)
     {
         const std::lock_guard lock(m_mutex);
         const Quality quality = m_value.GetQuality();
-        if (LastPublished() != lastPublished || quality == Quality::Bad || quality == Quality::Stale)
+        if (LastPublished() != lastPublished || quality == Quality::Bad ||
+            quality == Quality::Stale)
             return false;
         m_value.SetQuality(Quality::Stale);
         m_value.SetTimes(m_value.GetSourceTime(), Clock::Current().Now());

@@ -229,6 +229,7 @@ void TestAlarming::restart()
         station.raise();
         QVERIFY(station.alarming->Acknowledge(station.high));
         QVERIFY(station.alarming->Shelve(station.quality, 60));
+        QTRY_VERIFY(!station.events().empty());
         occurrence = station.events().front().occurrence;
     }
     Station station(*m_directory);

@@ -2,8 +2,11 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/auth/PrivilegeSet.h"
 #include "nodes/auth/systemAuthentication.h"
+#include "nodes/journal/EventJournal.h"
 #include "nodes/model/ValidationResults.h"
+#include "nodes/system/systemCore.h"
 
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <atomic>
@@ -69,6 +72,7 @@ private slots:
     void passwords_data();
     void passwords();
     void slowedDown();
+    void journalled();
     void withoutPassword_data();
     void withoutPassword();
     void validation_data();
@@ -259,6 +263,56 @@ void TestAuthentication::slowedDown()
     QCOMPARE(attempt("секрет", plant.user), Result::Success);
     QCOMPARE(attempt("x", plant.user), Result::AuthenticationFailed);
     QCOMPARE(attempt("секрет", plant.user), Result::Success);
+}
+
+void TestAuthentication::journalled()
+{
+    ManualClock::Use();
+    QTemporaryDir directory;
+    systemCore core;
+    {
+        auto plant = std::make_unique<NodesCollection>();
+        QVERIFY(plant->SetRoot(plant->CreateDetached(ProjectFixture::kind("project"))));
+        core.AdoptProject(std::move(plant), directory.filePath("p.xml").toStdString());
+    }
+    NodesCollection *nodes = core.GetNodesCollection();
+    const auto add = [nodes](const char *kind, ConfigNode *parent) {
+        return nodes->CreateNode(ProjectFixture::kind(kind).type, parent);
+    };
+    auto *users = static_cast<systemAuthentication *>(
+        add("authentication", add("station", nodes->GetRoot())));
+    ConfigNode *user = add("user", users);
+    user->SetName("anna");
+    UsersFixture::set(user, "passwordHash", m_hash);
+    QVERIFY(core.Start());
+    for (const char *password : {"a", "b", "c", "d"})
+        QVERIFY(!users->Authenticate(user, password));
+    ManualClock::Use().Advance(ManualClock::second);
+    QVERIFY(users->Authenticate(user, "секрет"));
+    std::thread([users] { (void)users->StoreMessage(LevelDebug, "нить", users); }).join();
+    users->Logout();
+    QVERIFY(core.GetJournal().Flush());
+    std::vector<BasicEvent> events;
+    QVERIFY(core.GetJournal().Query({}, events));
+    QStringList told;
+    for (const BasicEvent &event : events) {
+        if (event.source == users->GetPath())
+            told << QString::fromStdString(event.text + "|" + event.user) +
+                        (event.type == TypeSecurityEvent && event.level == LevelSecurity ? "|!"
+                                                                                         : "");
+    }
+    const QString wrong = "Отказ во входе: anna — неверное имя или пароль||!";
+    const QStringList expected{wrong,
+                               wrong,
+                               wrong,
+                               "Отказ во входе: anna — слишком много попыток, ждать 1 с||!",
+                               "Вход: anna|anna|!",
+                               "нить|anna",
+                               "Выход: anna|anna|!"};
+    QCOMPARE(told, expected);
+    QCOMPARE(users->StoreMessage(LevelDebug, "", std::string()).GetType(), Result::Success);
+    QCOMPARE(UsersFixture().users->StoreMessage(LevelDebug, "", std::string()).GetType(),
+             Result::NotAvailable);
 }
 
 void TestAuthentication::withoutPassword_data()
