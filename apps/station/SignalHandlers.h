@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+
+class QSocketNotifier;
+
+namespace Station {
+
+/// Turns SIGTERM and SIGINT into a Qt signal on the thread that made the object. A second one
+/// while the first is being handled ends the process at once. One a process.
+class SignalHandlers : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SignalHandlers(QObject *parent = nullptr);
+    ~SignalHandlers() override;
+
+    bool wasReceived() const { return m_wasReceived; }
+
+signals:
+    void received();
+
+private:
+    void read();
+
+    int m_pipe[2] = {-1, -1};
+    QSocketNotifier *m_notifier = nullptr;
+    bool m_wasReceived = false;
+};
+
+} // namespace Station

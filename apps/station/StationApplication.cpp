@@ -1,0 +1,150 @@
+#include "apps/station/StationApplication.h"
+
+#include "apps/station/ScreenshotRun.h"
+#include "apps/station/StationOptions.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/serial/LoadReport.h"
+#include "nodes/system/systemCore.h"
+#include "widgets/windows/LoadDialog.h"
+#include "widgets/windows/WindowManager.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include <cstdio>
+
+namespace Station {
+
+StationApplication::StationApplication(const StationOptions &options)
+    : m_options(options),
+      m_status(options.statusFile, options.hasStatusTexts, m_clock),
+      m_core(std::make_unique<Nodes::systemCore>())
+{
+    connect(&m_signals, &SignalHandlers::received, QCoreApplication::instance(),
+            &QCoreApplication::quit);
+    m_core->SetWorkMode(Nodes::WorkModeRuntime);
+    for (const auto &[name, value] : m_options.defines)
+        m_core->SetDefine(name, value);
+}
+
+StationApplication::~StationApplication()
+{
+    shutDown();
+}
+
+// Without a screen somebody looks at, a dialog would wait for ever.
+bool StationApplication::isAttended() const
+{
+    const QString platform = QGuiApplication::platformName();
+    return !m_options.isUnattended && platform != QLatin1String("offscreen") &&
+           platform != QLatin1String("minimal");
+}
+
+int StationApplication::run()
+{
+    m_clock.mark("application ready");
+    if (!load() || !openData())
+        return m_signals.wasReceived() ? 0 : 1;
+    m_clock.mark("project loaded");
+    if (!hasFrames() && !m_options.takesScreenshots()) {
+        refuse(tr("В проекте нет ни одного фрейма: показывать нечего. Добавьте фрейм в "
+                  "конфигураторе."),
+               m_core->GetProjectFile() + ": the project has no frames, nothing to show");
+        return 1;
+    }
+    startCore();
+    const int code = m_signals.wasReceived() ? 0 : serve();
+    shutDown();
+    return code;
+}
+
+bool StationApplication::load()
+{
+    Widgets::LoadDialog dialog(QString::fromStdString(m_options.project));
+    dialog.setUnattended(!isAttended());
+    dialog.setShowsProgress(m_options.showsSplash);
+    const bool isLoaded = dialog.load();
+    logFindings(dialog);
+    if (!isLoaded || m_signals.wasReceived())
+        return false;
+    m_core->SetLoadReport(dialog.report());
+    m_core->AdoptProject(dialog.takeProject(), dialog.file().toStdString());
+    return true;
+}
+
+void StationApplication::logFindings(const Widgets::LoadDialog &dialog) const
+{
+    for (const Nodes::LoadMessage &message : dialog.report().GetMessages())
+        std::fprintf(stderr, "station: %s\n", message.ToString().c_str());
+    if (!dialog.loadResult())
+        std::fprintf(stderr, "station: cannot load the project: %s\n",
+                     dialog.loadResult().GetDetail().c_str());
+}
+
+bool StationApplication::openData()
+{
+    const QString name = QString::fromStdString(m_core->GetNodesCollection()->GetRoot()->GetName());
+    const QString asked = QString::fromStdString(m_options.dataDirectory);
+    // Pictures are taken beside a running station and leave no records.
+    const Nodes::Result opened =
+        asked.isEmpty() && m_options.takesScreenshots()
+            ? m_data.openTemporary()
+            : m_data.open(asked.isEmpty() ? DataDirectory::defaultPath(name) : asked);
+    if (opened) {
+        m_core->SetDataDirectory(m_data.path().toStdString());
+        return true;
+    }
+    const bool isTaken = opened == Nodes::Result::Refused;
+    refuse(isTaken ? tr("Каталог данных «%1» занят другой станцией. Закройте её или укажите другой "
+                        "каталог параметром --data.")
+                         .arg(m_data.path())
+                   : tr("Каталог данных «%1» недоступен для записи. Проверьте права или укажите "
+                        "другой каталог параметром --data.")
+                         .arg(m_data.path()),
+           opened.GetDetail());
+    return false;
+}
+
+void StationApplication::refuse(const QString &text, const std::string &detail) const
+{
+    std::fprintf(stderr, "station: %s\n", detail.c_str());
+    if (isAttended())
+        QMessageBox::critical(nullptr, tr("Станция оператора"), text);
+}
+
+bool StationApplication::hasFrames() const
+{
+    Nodes::NodeLinks frames;
+    return m_core->GetNodesCollection()->FindNodes(Nodes::NodeType::TypeFrame, &frames) > 0;
+}
+
+void StationApplication::startCore()
+{
+    const Nodes::Result started = m_core->Start();
+    if (!started)
+        std::fprintf(stderr, "station: runs without its journal: %s\n", started.ToString().c_str());
+    m_clock.mark("core started");
+}
+
+int StationApplication::serve()
+{
+    m_manager = std::make_unique<Widgets::WindowManager>(m_core.get());
+    m_clock.watchFirstFrame();
+    m_manager->Start();
+    m_status.serve(*m_manager);
+    m_clock.mark("windows shown");
+    if (m_options.takesScreenshots())
+        return ScreenshotRun(*m_manager, QString::fromStdString(m_options.screenshots)).run();
+    return QCoreApplication::exec();
+}
+
+void StationApplication::shutDown()
+{
+    if (m_manager)
+        QApplication::closeAllWindows();
+    m_manager.reset();
+    m_core->Stop();
+}
+
+} // namespace Station

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "apps/station/DataDirectory.h"
+#include "apps/station/SignalHandlers.h"
+#include "apps/station/StartClock.h"
+#include "apps/station/StationStatus.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace Nodes {
+class systemCore;
+}
+namespace Widgets {
+class LoadDialog;
+class WindowManager;
+} // namespace Widgets
+
+namespace Station {
+
+struct StationOptions;
+
+/// One run of the station from loading the project to the orderly end: windows, then the window
+/// manager, then the core. Made after the QApplication.
+class StationApplication : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StationApplication(const StationOptions &options);
+    ~StationApplication() override;
+
+    /// Exit code of the process: 0, 1 when the station could not start, those of the pictures.
+    [[nodiscard]] int run();
+
+private:
+    bool load();
+    void logFindings(const Widgets::LoadDialog &dialog) const;
+    bool openData();
+    void startCore();
+    bool hasFrames() const;
+    int serve();
+    void shutDown();
+    void refuse(const QString &text, const std::string &detail) const;
+    bool isAttended() const;
+
+    const StationOptions &m_options;
+    SignalHandlers m_signals;
+    StartClock m_clock;
+    StationStatus m_status;
+    DataDirectory m_data;
+    std::unique_ptr<Nodes::systemCore> m_core;
+    std::unique_ptr<Widgets::WindowManager> m_manager;
+};
+
+} // namespace Station

@@ -1,0 +1,77 @@
+#include "apps/station/StationOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+
+namespace Station {
+
+namespace {
+
+constexpr int usageError = 2;
+
+std::string checkDefine(const std::string &text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || equals == 0)
+        return "\"" + text + "\" is not NAME=VALUE";
+    return {};
+}
+
+bool hasDisplay()
+{
+    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
+}
+
+} // namespace
+
+std::optional<int> StationOptions::parse(int argc, char **argv)
+{
+    CLI::App app("Operator station: shows and runs a project");
+    std::vector<std::string> pairs;
+    bool hidesSplash = false;
+    app.add_option("project", project, "project file, or directory holding project.xml")
+        ->required()
+        ->type_name("PROJECT");
+    app.add_option("--screenshots", screenshots,
+                   "open every window, save pictures to this directory and exit: 0 all are fine, "
+                   "1 a window failed, 3 values were missing")
+        ->type_name("DIR");
+    app.add_option("--platform", platform, "Qt platform plug-in (xcb, wayland, offscreen, ...)")
+        ->type_name("NAME");
+    app.add_option("--define", pairs, "value of ${NAME} in the project; may be repeated")
+        ->check(CLI::Validator(checkDefine, ""))
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    app.add_option("--data", dataDirectory,
+                   "directory for journal and archive (default: in the user's data directory)")
+        ->type_name("DIR");
+    CLI::Option *status = app.add_option("--status-file", statusFile,
+                                         "file to keep the station's health in, for supervisors")
+                              ->type_name("FILE");
+    app.add_flag("--status-texts", hasStatusTexts, "tell in that file what each value reads")
+        ->needs(status);
+    app.add_flag("--no-splash", hidesSplash, "show no progress while the project loads");
+    app.add_flag("--unattended", isUnattended, "do not wait for answers at start");
+    app.set_version_flag("--version", STATION_VERSION);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? 0 : usageError;
+    }
+    for (const std::string &pair : pairs)
+        defines[pair.substr(0, pair.find('='))] = pair.substr(pair.find('=') + 1);
+    showsSplash = !hidesSplash;
+    isUnattended = isUnattended || takesScreenshots();
+    return std::nullopt;
+}
+
+void StationOptions::applyPlatform() const
+{
+    if (!platform.empty())
+        setenv("QT_QPA_PLATFORM", platform.c_str(), 1);
+    else if (takesScreenshots() && !hasDisplay())
+        setenv("QT_QPA_PLATFORM", "offscreen", 0);
+}
+
+} // namespace Station

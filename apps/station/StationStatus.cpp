@@ -1,0 +1,124 @@
+#include "apps/station/StationStatus.h"
+
+#include "apps/station/StartClock.h"
+
+#include "nodes/system/systemCore.h"
+#include "widgets/windows/WindowManager.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+namespace Station {
+
+namespace {
+
+constexpr int formatVersion = 1;
+constexpr int lookPeriod = 200;   // ms
+constexpr int writePeriod = 1000; // ms
+
+/// Bytes; 0 when the kernel does not tell.
+double residentMemory()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readLine().split(' ').value(1).toDouble() * double(sysconf(_SC_PAGESIZE));
+}
+
+} // namespace
+
+StationStatus::StationStatus(const std::string &file, bool withTexts, const StartClock &clock)
+    : m_file(QByteArray::fromStdString(file)), m_withTexts(withTexts), m_clock(clock)
+{
+    connect(&m_timer, &QTimer::timeout, this, &StationStatus::tick);
+    write("starting");
+}
+
+StationStatus::~StationStatus()
+{
+    m_windows.clear();
+    write("stopped");
+}
+
+void StationStatus::serve(Widgets::WindowManager &manager)
+{
+    m_manager = &manager;
+    m_project = QString::fromStdString(manager.getCore()->GetProjectFile());
+    if (!m_file.isEmpty())
+        m_timer.start(lookPeriod);
+}
+
+std::vector<WindowReport> StationStatus::look() const
+{
+    std::vector<WindowReport> windows;
+    for (const Widgets::WidgetLink &link : m_manager->windows())
+        windows.emplace_back(link);
+    return windows;
+}
+
+void StationStatus::tick()
+{
+    if (!m_manager)
+        return;
+    std::vector<WindowReport> windows = look();
+    if (windows == m_windows && m_sinceWrite.elapsed() < writePeriod)
+        return;
+    m_windows = std::move(windows);
+    write("running");
+}
+
+QByteArray StationStatus::describe(const char *state) const
+{
+    QJsonArray windows;
+    for (const WindowReport &window : m_windows)
+        windows.append(window.toJson(m_withTexts));
+    QJsonObject status{
+        {"format", formatVersion},
+        {"state", state},
+        {"pid", double(QCoreApplication::applicationPid())},
+        {"written", QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)},
+        {"uptime", double(m_clock.elapsed()) / 1000},
+        {"project", m_project},
+        {"rssBytes", residentMemory()},
+        {"windows", windows},
+    };
+    if (const auto firstFrame = m_clock.firstFrame())
+        status["firstFrameMs"] = double(*firstFrame);
+    return QJsonDocument(status).toJson();
+}
+
+void StationStatus::write(const char *state)
+{
+    if (m_file.isEmpty())
+        return;
+    m_sinceWrite.start();
+    const bool isWritten = replaceFile(describe(state));
+    if (!isWritten && !m_isFailing)
+        std::fprintf(stderr, "station: cannot write the status file \"%s\": %s; trying on\n",
+                     m_file.constData(), std::strerror(errno));
+    m_isFailing = !isWritten;
+}
+
+// Not flushed to the disk: after a power failure the file is meaningless anyway, and the GUI
+// thread must not wait for a disk once a second.
+bool StationStatus::replaceFile(const QByteArray &content) const
+{
+    const QByteArray aside = m_file + ".new";
+    std::FILE *file = std::fopen(aside.constData(), "w");
+    if (!file)
+        return false;
+    const bool isWritten = std::fwrite(content.constData(), 1, std::size_t(content.size()), file) ==
+                           std::size_t(content.size());
+    return std::fclose(file) == 0 && isWritten &&
+           std::rename(aside.constData(), m_file.constData()) == 0;
+}
+
+} // namespace Station
