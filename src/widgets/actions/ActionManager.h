@@ -6,6 +6,7 @@
 
 #include <QMutex>
 #include <QObject>
+#include <QPoint>
 #include <QVector>
 
 #include <optional>
@@ -14,6 +15,7 @@
 class QGraphicsSceneHoverEvent;
 class QGraphicsSceneMouseEvent;
 class QMouseEvent;
+class QWidget;
 
 namespace Nodes {
 class BasicWidget;
@@ -62,19 +64,23 @@ private:
     ActionManager();
     ~ActionManager() override;
 
-    Nodes::NodeLinks getMouseActions(Nodes::BasicWidget *node, QGraphicsSceneMouseEvent *event);
-    Nodes::NodeLinks getMouseActions(Nodes::BasicWindow *node, QMouseEvent *event);
-    Nodes::NodeLinks getHoverActions(Nodes::BasicWidget *node, QGraphicsSceneHoverEvent *event);
-    Nodes::NodeLinks getHoverActions(Nodes::BasicWindow *node, QEvent *event);
+    static Nodes::NodeLinks getMouseActions(const Nodes::BasicWidget &node,
+                                            const QGraphicsSceneMouseEvent &event);
+    static Nodes::NodeLinks getMouseActions(const Nodes::BasicWindow &node,
+                                            const QMouseEvent &event);
+    static Nodes::NodeLinks getHoverActions(const Nodes::BasicWidget &node,
+                                            const QGraphicsSceneHoverEvent &event);
+    static Nodes::NodeLinks getHoverActions(const Nodes::BasicWindow &node, const QEvent &event);
 
     void filterElement(ProxyWidget &element, QEvent &event);
-    void filterWindow(WindowBasic &window, QObject *watched, QEvent &event);
-    bool isSeenBefore(bool isChild, const QEvent &event);
-    void trigger(const Nodes::NodeLinks &actions, int display);
+    void filterWindow(WindowBasic &window, bool isChild, QEvent &event);
+    bool isPassedOn(bool isChild, const QMouseEvent &event);
+    /// Tells the actions their display, that of `where`, and hands the list on.
+    void trigger(const Nodes::NodeLinks &actions, const QWidget *where);
 
     QMutex m_mutex;
     QVector<Nodes::NodeLink> m_pending;
-    std::optional<Gesture> m_passedOn; // handled on a window's child, not yet seen on the window
+    std::optional<Gesture> m_seenOnChild;
 };
 
 } // namespace Widgets

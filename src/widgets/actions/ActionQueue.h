@@ -2,12 +2,12 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include <QMutex>
 #include <QVector>
 
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <unordered_map>
 
 namespace Nodes {
@@ -52,15 +52,14 @@ public:
 private:
     void handOver(const std::function<void(qBasicAction *)> &emitAction);
     QVector<qBasicAction *> takeFinished();
-    void retireCopies(const QVector<qBasicAction *> &finished);
 
     using Copies =
         std::unordered_map<const Nodes::BasicAction *, std::unique_ptr<Nodes::ConfigNode>>;
 
-    QMutex m_mutex; // guards the queue
+    std::mutex m_mutex; // guards the queue
     QVector<qBasicAction *> m_actions;
     std::atomic<int> m_size{0};
-    QMutex m_copiesMutex; // guards the copies; never held together with the other
+    std::mutex m_copiesMutex; // guards the copies; never held together with the other
     Copies m_copies;
     QVector<const Nodes::BasicAction *> m_retired;
 };

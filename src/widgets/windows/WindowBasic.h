@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/scene/ProxyView.h"
+#include "widgets/windows/NotificationGate.h"
 
 #include "nodes/visual/BasicWindow.h"
 
@@ -9,11 +10,7 @@
 
 #include <QString>
 
-#include <vector>
-
 namespace Widgets {
-
-class ProxyScene;
 
 /// Scene view of a window node at run time: title and geometry from the node, open and close
 /// action lists, the right to close, gestures. The node is not owned and outlives the window.
@@ -77,7 +74,8 @@ private:
     QString m_title;
     Qt::WindowModality m_modality = Qt::NonModal;
     QRect m_nodeGeometry; // as last taken from the node
-    std::vector<boost::signals2::scoped_connection> m_connections;
+    NotificationGate m_gate;
+    boost::signals2::scoped_connection m_connection;
 };
 
 } // namespace Widgets

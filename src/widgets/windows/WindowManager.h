@@ -2,12 +2,14 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/actions/ActionQueue.h"
+#include "widgets/windows/NotificationGate.h"
 #include "widgets/windows/WidgetLink.h"
 
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/NodeLink.h"
 #include "nodes/system/enWorkMode.h"
 #include "nodes/values/Result.h"
+#include "utils/MetaTypes.h"
 
 #include <boost/signals2/connection.hpp>
 
@@ -15,10 +17,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QVector>
+#include <QWidget>
 
 #include <vector>
-
-class QWidget;
 
 namespace Nodes {
 class BasicAction;
@@ -107,15 +108,15 @@ private:
     void subscribeAlarms();
     void subscribeTimers();
     void subscribeActionRequests();
-    void placeOnDisplay(QWidget &frame, int displayNo) const;
+    void append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
-    QWidget *makeWidget(Nodes::ConfigNode &node, QWidget *parent) const;
-    void forgetWindow(const WidgetLink &link);
     void minimizeAll() const;
+    void closeEverything();
 
+    NotificationGate m_gate;
     std::vector<boost::signals2::scoped_connection> m_connections;
     QPointer<QWidget> m_currentFrame;
-    QList<QWidget *> m_frames;
+    QList<QPointer<QWidget>> m_frames;
     QVector<WidgetLink> m_windows;
     ActionQueue m_queue;
     Nodes::systemCore *m_core;
@@ -127,4 +128,5 @@ extern WIDGETS_EXPORT WindowManager *g_pWindowManager;
 
 } // namespace Widgets
 
-Q_DECLARE_METATYPE(Nodes::BasicEvent)
+Q_DECLARE_OPAQUE_POINTER(Nodes::operationTimer *)
+Q_DECLARE_METATYPE(Nodes::operationTimer *)

@@ -1,0 +1,195 @@
+#include "widgets/actions/ActionManager.h"
+
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/visual/BasicWidget.h"
+
+#include <QGraphicsSceneHoverEvent>
+#include <QGraphicsSceneMouseEvent>
+#include <QMouseEvent>
+
+#include <memory>
+
+namespace Widgets {
+
+using Nodes::NodeLinks;
+
+/// Owns the one action manager until the process exits.
+class ActionManagerDestroyer
+{
+public:
+    ~ActionManagerDestroyer() { delete m_manager; }
+    ActionManager &manager()
+    {
+        if (!m_manager)
+            m_manager = new ActionManager;
+        return *m_manager;
+    }
+
+private:
+    ActionManager *m_manager = nullptr;
+};
+
+ActionManager::ActionManager() = default;
+ActionManager::~ActionManager() = default;
+
+ActionManager &ActionManager::getInstance()
+{
+    static ActionManagerDestroyer owner;
+    return owner.manager();
+}
+
+void ActionManager::appendActions(std::vector<Nodes::NodeLink> const &actions)
+{
+    if (actions.empty())
+        return;
+    {
+        const QMutexLocker lock(&m_mutex);
+        for (const Nodes::NodeLink &action : actions)
+            m_pending.append(action);
+    }
+    onPushActions();
+}
+
+void ActionManager::onPushActions()
+{
+    if (g_pWindowManager)
+        g_pWindowManager->PushActions(NodeLinks(m_pending.cbegin(), m_pending.cend()));
+    const QMutexLocker lock(&m_mutex);
+    m_pending.clear();
+}
+
+bool ActionManager::eventFilter(QObject *watched, QEvent *event)
+{
+    if (auto *element = qobject_cast<ProxyWidget *>(watched))
+        filterElement(*element, *event);
+    else if (auto *window = qobject_cast<WindowBasic *>(watched))
+        filterWindow(*window, false, *event);
+    else if (auto *owner = qobject_cast<WindowBasic *>(watched->parent()))
+        filterWindow(*owner, true, *event);
+    return false;
+}
+
+void ActionManager::filterElement(ProxyWidget &element, QEvent &event)
+{
+    const Nodes::BasicWidget *node = element.getNode();
+    if (!node)
+        return;
+    const auto scenePart = [&event] {
+        return static_cast<QGraphicsSceneEvent *>(&event)->widget();
+    };
+    switch (event.type()) {
+    case QEvent::GraphicsSceneMousePress:
+    case QEvent::GraphicsSceneMouseRelease:
+        trigger(getMouseActions(*node, static_cast<QGraphicsSceneMouseEvent &>(event)),
+                scenePart());
+        break;
+    case QEvent::GraphicsSceneHoverEnter:
+    case QEvent::GraphicsSceneHoverMove:
+    case QEvent::GraphicsSceneHoverLeave:
+        trigger(getHoverActions(*node, static_cast<QGraphicsSceneHoverEvent &>(event)),
+                scenePart());
+        break;
+    default:
+        break;
+    }
+}
+
+void ActionManager::filterWindow(WindowBasic &window, bool isChild, QEvent &event)
+{
+    const Nodes::BasicWindow *node = window.getNode();
+    if (!node)
+        return;
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        event.accept();
+        if (!isPassedOn(isChild, static_cast<QMouseEvent &>(event)))
+            trigger(getMouseActions(*node, static_cast<QMouseEvent &>(event)), &window);
+        break;
+    case QEvent::MouseMove:
+        if (!isPassedOn(isChild, static_cast<QMouseEvent &>(event)))
+            trigger(getHoverActions(*node, event), &window);
+        break;
+    case QEvent::Enter:
+    case QEvent::Leave:
+        if (!isChild)
+            trigger(getHoverActions(*node, event), &window);
+        break;
+    default:
+        break;
+    }
+}
+
+// What a window's child leaves unhandled Qt delivers again to the window: the same gesture must not
+// run its list twice.
+bool ActionManager::isPassedOn(bool isChild, const QMouseEvent &event)
+{
+    const Gesture gesture{event.type(), event.timestamp(), event.globalPos()};
+    const bool isRepeated = !isChild && m_seenOnChild == gesture;
+    m_seenOnChild.reset();
+    if (isChild)
+        m_seenOnChild = gesture;
+    return isRepeated;
+}
+
+NodeLinks ActionManager::getMouseActions(const Nodes::BasicWidget &node,
+                                         const QGraphicsSceneMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton)
+        return {};
+    return event.type() == QEvent::GraphicsSceneMousePress ? node.GetActionLists().onPress
+                                                           : node.GetActionLists().onRelease;
+}
+
+NodeLinks ActionManager::getMouseActions(const Nodes::BasicWindow &node, const QMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton || event.type() == QEvent::MouseButtonDblClick)
+        return {};
+    return event.type() == QEvent::MouseButtonPress ? node.GetActionLists().onPress
+                                                    : node.GetActionLists().onRelease;
+}
+
+NodeLinks ActionManager::getHoverActions(const Nodes::BasicWidget &node,
+                                         const QGraphicsSceneHoverEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::GraphicsSceneHoverEnter:
+        return node.GetActionLists().onEnter;
+    case QEvent::GraphicsSceneHoverMove:
+        return node.GetActionLists().onMove;
+    default:
+        return node.GetActionLists().onLeave;
+    }
+}
+
+NodeLinks ActionManager::getHoverActions(const Nodes::BasicWindow &node, const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::Enter:
+        return node.GetActionLists().onEnter;
+    case QEvent::MouseMove:
+        return node.GetActionLists().onMove;
+    default:
+        return node.GetActionLists().onLeave;
+    }
+}
+
+void ActionManager::trigger(const NodeLinks &actions, const QWidget *where)
+{
+    if (actions.empty())
+        return;
+    const int display = ScreenNumber(where);
+    for (const Nodes::NodeLink &link : actions) {
+        if (auto *action = dynamic_cast<Nodes::BasicAction *>(link.GetNode()))
+            action->setCurrentDisplay(display);
+    }
+    appendActions(actions);
+}
+
+} // namespace Widgets

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "widgets/actions/qBasicAction.h"
+
+namespace Widgets {
+
+/// Loads a composition into every composed window that the node names on its display.
+class qactionChangeComposition : public qBasicAction
+{
+public:
+    using qBasicAction::qBasicAction;
+    void Execute() override;
+};
+
+} // namespace Widgets

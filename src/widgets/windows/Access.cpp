@@ -1,0 +1,29 @@
+#include "widgets/windows/Access.h"
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/system/systemCore.h"
+
+#include <QMessageBox>
+
+namespace Widgets {
+
+bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node)
+{
+    const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->getCore() : nullptr;
+    const Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
+    return !users || Nodes::IsGranted(users->CheckAccess(privilege, Nodes::NodeLink(node)));
+}
+
+void ShowAccessDenied()
+{
+    ShowActionError(QStringLiteral("Недостаточно прав для выполнения действия"));
+}
+
+void ShowActionError(const QString &text)
+{
+    QMessageBox::warning(nullptr, QStringLiteral("Ошибка"), text, QMessageBox::Ok);
+}
+
+} // namespace Widgets

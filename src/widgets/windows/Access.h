@@ -1,0 +1,24 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/auth/AuthPriv.h"
+
+class QString;
+
+namespace Nodes {
+class BasicNode;
+}
+
+namespace Widgets {
+
+/// Whether the current user may do `privilege` with `node`. Everybody may where there is no user
+/// subsystem.
+WIDGETS_EXPORT bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node);
+
+/// Tells the operator, modally, that an action was refused for want of rights.
+WIDGETS_EXPORT void ShowAccessDenied();
+/// Tells the operator, modally, that an action failed.
+WIDGETS_EXPORT void ShowActionError(const QString &text);
+
+} // namespace Widgets

@@ -1,0 +1,41 @@
+#include "widgets/windows/Screens.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+namespace Widgets {
+
+int ScreenNumber(const QWidget *widget)
+{
+    if (!widget)
+        return 0;
+    QRect frame = widget->frameGeometry();
+    if (!widget->isWindow())
+        frame.moveTopLeft(widget->mapToGlobal(QPoint(0, 0)));
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    int number = 0;
+    int largest = 0;
+    for (int i = 0; i < screens.size(); ++i) {
+        const QRect shown = screens[i]->geometry() & frame;
+        const int area = shown.width() * shown.height();
+        if (area > largest) {
+            largest = area;
+            number = i;
+        }
+    }
+    return number;
+}
+
+QScreen *ScreenAt(int number)
+{
+    return QGuiApplication::screens().value(number, nullptr);
+}
+
+QScreen *ScreenOf(const QRect &rectangle)
+{
+    QScreen *screen = QGuiApplication::screenAt(rectangle.topLeft());
+    return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+} // namespace Widgets

@@ -1,0 +1,210 @@
+#include "widgets/windows/WindowBasic.h"
+
+#include "widgets/actions/ActionManager.h"
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/windows/Access.h"
+#include "widgets/windows/OverlayWindows.h"
+#include "widgets/windows/WindowManager.h"
+
+#include <QCloseEvent>
+#include <QPainter>
+#include <QStyle>
+
+namespace Widgets {
+
+using Nodes::BasicWindow;
+
+namespace {
+
+constexpr int titleHeightWithButton = 10;
+constexpr int editorTopMargin = 20;
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+QRect geometryOf(const BasicWindow &node)
+{
+    const Nodes::NRect own = node.GetGeometry();
+    return QRect(own.x, own.y, own.width, own.height);
+}
+
+Qt::WindowModality modalityOf(const BasicWindow &node)
+{
+    switch (node.GetModality()) {
+    case BasicWindow::ModalityWindow:
+        return Qt::WindowModal;
+    case BasicWindow::ModalityApplication:
+        return Qt::ApplicationModal;
+    case BasicWindow::ModalityNone:
+        break;
+    }
+    return Qt::NonModal;
+}
+
+QColor backgroundOf(const BasicWindow &node)
+{
+    const Nodes::NColor color = node.GetBackgroundColor();
+    return QColor(color.red, color.green, color.blue, color.alpha);
+}
+
+void pushActions(const Nodes::NodeLinks &actions)
+{
+    if (!actions.empty() && g_pWindowManager)
+        g_pWindowManager->PushActions(actions);
+}
+
+} // namespace
+
+WindowBasic::WindowBasic(BasicWindow *node, QWidget *parent) : ProxyView(node, parent), m_node(node)
+{
+    connect(this, &WindowBasic::updateProperty, this, &WindowBasic::onUpdateProperties);
+    setFrameShape(QFrame::NoFrame);
+    setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
+    viewport()->setMouseTracking(true);
+    viewport()->setAutoFillBackground(false); // drawBackground covers everything
+    if (!isRuntime())
+        return;
+    if (node)
+        m_connection = node->ConnectPropertyChanged(
+            m_gate.guard([this](Nodes::BasicProperty *) { emit updateProperty(); }));
+    installEventFilter(&ActionManager::getInstance());
+    viewport()->installEventFilter(&ActionManager::getInstance());
+}
+
+WindowBasic::~WindowBasic()
+{
+    m_gate.close();
+}
+
+BasicWindow::enBorderType WindowBasic::getBorderType() const
+{
+    return m_node ? m_node->GetBorderType() : BasicWindow::BorderFrameless;
+}
+
+void WindowBasic::SetTitle(QString title)
+{
+    m_title = std::move(title);
+    setWindowTitle(m_title);
+}
+
+bool WindowBasic::mayClose() const
+{
+    return !isRuntime() || HasPrivilege(Nodes::PrivilegeClose, m_node);
+}
+
+QSize WindowBasic::sizeHint() const
+{
+    return m_node && isRuntime() ? geometryOf(*m_node).size() : ProxyView::sizeHint();
+}
+
+void WindowBasic::onUpdateProperties()
+{
+    if (!m_node)
+        return;
+    if (isRuntime())
+        takeRuntimeProperties();
+    else if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+        takeEditingGeometry();
+}
+
+// An open window stands where its action or its frame put it: only a changed node moves it.
+void WindowBasic::takeRuntimeProperties()
+{
+    SetTitle(QString::fromStdString(m_node->GetName()));
+    const BasicWindow::enBorderType border = m_node->GetBorderType();
+    m_isTitleVisible = border == BasicWindow::BorderResizable;
+    m_isCloseButtonVisible = m_node->HasCloseButton();
+    m_hasFrame = m_node->HasFrame();
+    m_titleHeight = m_isCloseButtonVisible ? titleHeightWithButton : 0;
+    const bool hasMargin = border != BasicWindow::BorderFrameless;
+    m_frameMargin = hasMargin ? 2 * style()->pixelMetric(QStyle::PM_DefaultFrameWidth) : 0;
+    m_modality = modalityOf(*m_node);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent, m_node->GetBackgroundColor().alpha == 255);
+    viewport()->update();
+    const QRect geometry = geometryOf(*m_node);
+    if (geometry == m_nodeGeometry)
+        return;
+    m_nodeGeometry = geometry;
+    setGeometry(geometry);
+}
+
+void WindowBasic::takeEditingGeometry()
+{
+    QRect geometry = geometryOf(*m_node);
+    if (const QWidget *parent = parentWidget()) {
+        const int left = (parent->width() - geometry.width()) / 2;
+        const int top = (parent->height() - geometry.height()) / 2;
+        geometry.moveTopLeft(QPoint(qMax(0, left), qMax(editorTopMargin, top)));
+    }
+    setGeometry(geometry);
+    m_isTitleVisible = m_isCloseButtonVisible = m_hasFrame = false;
+    m_frameMargin = m_titleHeight = 0;
+    m_title.clear();
+}
+
+void WindowBasic::updateGeometryWindow()
+{
+    if (!m_node)
+        return;
+    setWindowTitle(QString::fromStdString(m_node->GetName()));
+    setGeometry(QRect(QPoint(0, 0), geometryOf(*m_node).size()));
+    if (!isRuntime())
+        return;
+    const bool isResizable = getBorderType() == BasicWindow::BorderResizable;
+    const auto policy = isResizable ? QSizePolicy::Expanding : QSizePolicy::Fixed;
+    setSizePolicy(policy, policy);
+}
+
+void WindowBasic::startScene()
+{
+    auto *shown = qobject_cast<ProxyScene *>(scene());
+    if (shown && isRuntime())
+        shown->start();
+}
+
+void WindowBasic::stopScene()
+{
+    auto *shown = qobject_cast<ProxyScene *>(scene());
+    if (shown && isRuntime())
+        shown->stop();
+}
+
+// Spontaneous events come from minimising and restoring: nobody opened or closed the window then.
+void WindowBasic::showEvent(QShowEvent *event)
+{
+    ProxyView::showEvent(event);
+    startScene();
+    if (isWindow() && isModal())
+        OverlayWindows::instance().add(this);
+    if (isRuntime() && m_node && !event->spontaneous())
+        pushActions(m_node->GetOnOpenActions());
+}
+
+void WindowBasic::hideEvent(QHideEvent *event)
+{
+    if (isRuntime() && m_node && !event->spontaneous())
+        pushActions(m_node->GetOnCloseActions());
+    OverlayWindows::instance().remove(this);
+    stopScene();
+    ProxyView::hideEvent(event);
+}
+
+void WindowBasic::closeEvent(QCloseEvent *event)
+{
+    if (mayClose())
+        ProxyView::closeEvent(event);
+    else
+        event->ignore();
+}
+
+void WindowBasic::drawBackground(QPainter *painter, const QRectF &rect)
+{
+    if (m_node)
+        painter->fillRect(rect, backgroundOf(*m_node));
+    else
+        ProxyView::drawBackground(painter, rect);
+}
+
+} // namespace Widgets

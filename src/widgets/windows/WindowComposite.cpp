@@ -1,0 +1,52 @@
+#include "widgets/windows/WindowComposite.h"
+
+#include "widgets/scene/ProxyScene.h"
+
+#include "nodes/visual/BasicComposition.h"
+#include "nodes/visual/windowComposed.h"
+
+namespace Widgets {
+
+WindowComposite::WindowComposite(Nodes::BasicWindow *node, QWidget *parent)
+    : WindowBasic(node, parent)
+{
+    const auto *composed = dynamic_cast<const Nodes::windowComposed *>(node);
+    if (!composed)
+        return;
+    setObjectName(QString::fromStdString(node->GetName()));
+    LoadComposition(composed->GetComposition());
+    updateGeometryWindow();
+    onUpdateProperties();
+}
+
+void WindowComposite::LoadComposition(Nodes::BasicComposition *composition)
+{
+    if (!composition)
+        return;
+    if (auto *composed = dynamic_cast<Nodes::windowComposed *>(getNode()))
+        composed->LoadComposition(composition);
+    QGraphicsScene *left = scene();
+    const bool isLeftKept = m_composition && m_kept.contains(m_composition->GetId());
+    stopScene();
+    if (!enterScene(*composition))
+        return;
+    // Deleted later: the switch may have been asked for by one of its elements.
+    if (left && left != scene() && !isLeftKept)
+        left->deleteLater();
+    m_composition = composition;
+    startScene();
+}
+
+bool WindowComposite::enterScene(Nodes::BasicComposition &composition)
+{
+    if (ProxyScene *kept = m_kept.value(composition.GetId())) {
+        showScene(kept, &composition);
+        return true;
+    }
+    ProxyScene *built = setScene(&composition);
+    if (built && composition.isKept())
+        m_kept.insert(composition.GetId(), built);
+    return built != nullptr;
+}
+
+} // namespace Widgets

@@ -1,0 +1,187 @@
+#include "widgets/windows/WindowManager.h"
+
+#include "widgets/actions/ActionFactoryTable.h"
+#include "widgets/actions/qBasicAction.h"
+#include "widgets/windows/WindowManagerWorkerThread.h"
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/alarms/systemAlarming.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/system/systemVisualization.h"
+#include "nodes/timers/operationTimer.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLoggingCategory>
+#include <QWidget>
+
+namespace Widgets {
+
+namespace {
+Q_LOGGING_CATEGORY(actionLog, "station.actions")
+}
+
+WindowManager *g_pWindowManager = nullptr;
+
+WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
+    : QObject(parent), m_core(core)
+{
+    qRegisterMetaType<Nodes::BasicEvent>("BasicEvent");
+    qRegisterMetaType<Nodes::BasicEvent>();
+    qRegisterMetaType<Nodes::operationTimer *>();
+    if (QCoreApplication::instance())
+        QCoreApplication::instance()->installEventFilter(this);
+    g_pWindowManager = this;
+    m_worker = new WindowManagerWorkerThread(m_queue, core, this);
+    connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
+            &WindowManager::OnActionExecuted);
+    connect(m_worker, &WindowManagerWorkerThread::actionsDeleted, this,
+            [this] { m_queue.freeRetiredCopies(); });
+    connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
+    subscribeAlarms();
+    subscribeTimers();
+    subscribeActionRequests();
+    m_worker->start();
+}
+
+WindowManager::~WindowManager()
+{
+    m_gate.close();
+    m_connections.clear();
+    delete m_worker; // from here on nobody else touches the queue
+    closeEverything();
+    if (g_pWindowManager == this)
+        g_pWindowManager = nullptr;
+}
+
+void WindowManager::subscribeAlarms()
+{
+    Nodes::systemAlarming *alarming = getSystemAlarming();
+    if (!alarming)
+        return;
+    m_connections.emplace_back(alarming->ConnectAlarm(
+        m_gate.guard([this](const Nodes::BasicEvent &event) { emit alarmFired(event); })));
+}
+
+void WindowManager::subscribeTimers()
+{
+    const Nodes::NodesCollection *project = m_core ? m_core->GetNodesCollection() : nullptr;
+    if (!project)
+        return;
+    connect(this, &WindowManager::timerFinished, this, &WindowManager::onTimerFinished);
+    Nodes::NodeLinks timers;
+    project->FindNodes(Nodes::NodeType(Nodes::NodeType::SubtypeOperationTimer), &timers);
+    for (const Nodes::NodeLink &link : timers) {
+        auto *timer = dynamic_cast<Nodes::operationTimer *>(link.GetNode());
+        if (timer)
+            m_connections.emplace_back(timer->ConnectFired(
+                m_gate.guard([this](Nodes::operationTimer *fired) { emit timerFinished(fired); })));
+    }
+}
+
+void WindowManager::subscribeActionRequests()
+{
+    if (!m_core)
+        return;
+    m_connections.emplace_back(m_core->ConnectActionRequested(
+        m_gate.guard([this](Nodes::BasicAction *action) { return PushAction(action); })));
+}
+
+Nodes::enWorkMode WindowManager::GetWorkMode()
+{
+    const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->m_core : nullptr;
+    return core ? core->GetWorkMode() : Nodes::WorkModeNone;
+}
+
+Nodes::systemAlarming *WindowManager::getSystemAlarming() const
+{
+    return m_core ? m_core->GetSystemAlarming() : nullptr;
+}
+
+Nodes::systemVisualization *WindowManager::getSystemVisualization() const
+{
+    return m_core ? m_core->GetSystemVisualization() : nullptr;
+}
+
+qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
+{
+    const ActionFactoryTable &table = ActionFactoryTable::instance();
+    if (!action || !table.knows(action->GetNodeType()))
+        return nullptr;
+    Nodes::BasicAction *copy = m_queue.copyNode(*action);
+    return copy ? table.create(copy) : nullptr;
+}
+
+void WindowManager::append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node)
+{
+    if (qBasicAction *action = CreateQAction(node))
+        actions.append(action);
+    else
+        qCDebug(actionLog, "dropped: %s",
+                node ? node->GetPath().c_str() : "the action node does not exist");
+}
+
+Nodes::Result WindowManager::PushAction(Nodes::BasicAction *action)
+{
+    QVector<qBasicAction *> actions;
+    append(actions, action);
+    m_queue.append(actions);
+    return {};
+}
+
+Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
+{
+    return actions ? PushActions(*actions) : Nodes::Result();
+}
+
+Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
+{
+    QVector<qBasicAction *> created;
+    for (const Nodes::NodeLink &link : actions)
+        append(created, dynamic_cast<Nodes::BasicAction *>(link.GetNode()));
+    m_queue.append(created);
+    return {};
+}
+
+Nodes::Result WindowManager::OnActionExecuted(qBasicAction *pAction)
+{
+    const enActionState state = pAction->GetState();
+    if (state == ActionHandedOver) {
+        pAction->setState(ActionExecuting);
+        pAction->Execute();
+        if (pAction->getNode())
+            pAction->getNode()->SetState(Nodes::NodeState::Finished);
+        pAction->setState(ActionFinished);
+    } else if (state == ActionExecuting) {
+        qCDebug(actionLog, "Action in process!");
+    } else if (state != ActionFinished) {
+        qCDebug(actionLog, "Some error with action!");
+    }
+    return {};
+}
+
+void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
+{
+    PushActions(timer->GetActions());
+}
+
+bool WindowManager::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return false;
+    const auto *key = static_cast<QKeyEvent *>(event);
+    if (key->modifiers() == Qt::AltModifier && key->key() == Qt::Key_Z)
+        minimizeAll();
+    return false;
+}
+
+void WindowManager::minimizeAll() const
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible())
+            window->showMinimized();
+    }
+}
+
+} // namespace Widgets

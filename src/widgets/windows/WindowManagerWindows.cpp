@@ -1,0 +1,222 @@
+#include "widgets/windows/WindowManager.h"
+
+#include "widgets/windows/FrameWidget.h"
+#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/OpeningTimer.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowComposite.h"
+#include "widgets/windows/WindowForm.h"
+#include "widgets/windows/WindowPlacement.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/visual/BasicFrame.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace Widgets {
+
+using Nodes::NodeType;
+
+namespace {
+
+Q_LOGGING_CATEGORY(windowLog, "station.windows")
+
+QWidget *makeWindow(Nodes::BasicWindow &node, QWidget *parent)
+{
+    switch (node.GetNodeType().GetSubtype()) {
+    case NodeType::SubtypeWindow:
+    case NodeType::SubtypeWindowTemplate:
+        return new WindowForm(&node, parent);
+    case NodeType::SubtypeWindowComposed:
+        return new WindowComposite(&node, parent);
+    default:
+        qCDebug(windowLog, "Error-window not created!");
+        return nullptr;
+    }
+}
+
+QWidget *makeView(Nodes::ConfigNode &node)
+{
+    auto *view = new ProxyView(&node, nullptr);
+    view->setScene(&node);
+    return view;
+}
+
+QWidget *makeWidget(Nodes::ConfigNode &node, QWidget *parent)
+{
+    const NodeType::enNodeType family = node.GetNodeType().GetFamily();
+    auto *window = dynamic_cast<Nodes::BasicWindow *>(&node);
+    if (family == NodeType::TypeWindow && window)
+        return makeWindow(*window, parent);
+    if (family == NodeType::TypeComposition || family == NodeType::TypeLayer)
+        return makeView(node);
+    qCDebug(windowLog, "Error-widget unexpected!\n");
+    return nullptr;
+}
+
+// Windows stand inside a frame window's content, never beside it.
+QWidget *hostOf(QWidget *parent)
+{
+    const auto *frame = qobject_cast<FrameWindow *>(parent);
+    return frame ? frame->widget() : parent;
+}
+
+} // namespace
+
+void WindowManager::Start()
+{
+    Nodes::NodeLinks nodes;
+    if (m_core && m_core->GetNodesCollection())
+        m_core->GetNodesCollection()->FindNodes(NodeType::TypeFrame, &nodes);
+    for (const Nodes::NodeLink &link : nodes) {
+        const auto *node = dynamic_cast<Nodes::BasicFrame *>(link.GetNode());
+        QWidget *frame = node ? createFrame(link.GetNode()) : nullptr;
+        if (!frame)
+            continue;
+        m_currentFrame = frame;
+        if (const QScreen *screen = ScreenAt(node->GetDisplayNo() - 1))
+            frame->move(frame->pos() + screen->geometry().topLeft());
+        m_frames.append(frame);
+    }
+    for (const QPointer<QWidget> &frame : qAsConst(m_frames)) {
+        if (frame)
+            WindowPlacement::present(*frame);
+    }
+}
+
+QList<QWidget *> WindowManager::createFrameWindows(const Nodes::BasicFrame &node)
+{
+    QList<QWidget *> windows;
+    for (const Nodes::NodeLink &link : node.GetWindows()) {
+        if (QWidget *window = createWindow(link.GetNode()).widget)
+            windows.append(window);
+    }
+    return windows;
+}
+
+QWidget *WindowManager::createFrame(Nodes::ConfigNode *node)
+{
+    auto *frame = dynamic_cast<Nodes::BasicFrame *>(node);
+    if (!frame || node->GetNodeType().GetFamily() != NodeType::TypeFrame)
+        return nullptr;
+    auto *widget = new FrameWidget(nullptr);
+    widget->setWindowTitle(QString::fromStdString(frame->GetName()));
+    widget->setNode(frame);
+    const QList<QWidget *> windows = createFrameWindows(*frame);
+    QRect bounds(0, 0, 0, 0);
+    for (const QWidget *window : windows)
+        bounds = window == windows.first() ? window->geometry() : bounds | window->geometry();
+    for (QWidget *window : windows) {
+        const QPoint place = window->pos() - bounds.topLeft();
+        window->setParent(widget);
+        window->move(place);
+        window->show(); // appears with the frame
+    }
+    widget->setGeometry(bounds);
+    widget->setFixedSize(bounds.size());
+    if (frame->GetBorderType() != Nodes::BasicFrame::BorderDecorated) {
+        widget->setWindowFlags(Qt::FramelessWindowHint);
+        return widget;
+    }
+    auto *decorated = new FrameWindow(nullptr);
+    decorated->setResizeableFrame(false);
+    decorated->setWidget(widget);
+    return decorated;
+}
+
+WidgetLink WindowManager::createWindow(Nodes::ConfigNode *node)
+{
+    return createWindow(node, m_currentFrame);
+}
+
+WidgetLink WindowManager::createWindow(Nodes::ConfigNode *node, QWidget *parent)
+{
+    if (!node)
+        return {};
+    const OpeningTimer::Clock::time_point begun = OpeningTimer::Clock::now();
+    QWidget *widget = makeWidget(*node, hostOf(parent));
+    if (!widget)
+        return {};
+    const WidgetLink link(node->GetId(), widget);
+    if (auto *window = qobject_cast<WindowBasic *>(widget)) {
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        OpeningTimer::startBuilt(*window, begun);
+    }
+    m_windows.append(link);
+    connect(widget, &QObject::destroyed, this, [this, link] { m_windows.removeOne(link); });
+    return link;
+}
+
+QWidget *WindowManager::GetWindow(unsigned long id) const
+{
+    const auto found = std::find_if(m_windows.cbegin(), m_windows.cend(),
+                                    [id](const WidgetLink &link) { return link.id == id; });
+    return found == m_windows.cend() ? nullptr : found->widget;
+}
+
+QWidget *WindowManager::GetWindow(unsigned long id, int screen) const
+{
+    return getWindows(id, screen).value(0, nullptr);
+}
+
+QVector<QWidget *> WindowManager::getWindows(unsigned long id, int screen) const
+{
+    QVector<QWidget *> found;
+    for (const WidgetLink &link : m_windows) {
+        if (link.id == id && ScreenNumber(link.widget) == screen)
+            found.append(link.widget);
+    }
+    return found;
+}
+
+QWidget *WindowManager::getFrame(int screen) const
+{
+    for (const QPointer<QWidget> &frame : m_frames) {
+        if (frame && ScreenNumber(frame) == screen)
+            return frame;
+    }
+    return nullptr;
+}
+
+bool WindowManager::closeWindow(unsigned long id, QWidget *widget)
+{
+    const WidgetLink link(id, widget);
+    if (!m_windows.contains(link))
+        return false;
+    QWidget *outer = WindowPlacement::outermost(widget);
+    return (!outer || outer->close()) && m_windows.removeOne(link);
+}
+
+void WindowManager::closeAllWindow(unsigned long id, int display)
+{
+    const QWidget *active = QApplication::activeWindow();
+    if (display == 0 && !active)
+        return;
+    if (display == 0)
+        display = ScreenNumber(active) + 1;
+    const QVector<WidgetLink> open = m_windows;
+    for (const WidgetLink &link : open) {
+        if (link.id != id || !m_windows.contains(link))
+            continue;
+        if (display < 0 || ScreenNumber(link.widget) + 1 == display)
+            closeWindow(link.id, link.widget);
+    }
+}
+
+void WindowManager::closeEverything()
+{
+    QVector<QPointer<QWidget>> outermost;
+    for (const WidgetLink &link : qAsConst(m_windows))
+        outermost.append(WindowPlacement::outermost(link.widget));
+    for (const QPointer<QWidget> &frame : qAsConst(m_frames))
+        outermost.append(frame);
+    for (const QPointer<QWidget> &widget : qAsConst(outermost))
+        delete widget;
+}
+
+} // namespace Widgets

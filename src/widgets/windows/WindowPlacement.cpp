@@ -1,0 +1,75 @@
+#include "widgets/windows/WindowPlacement.h"
+
+#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowBasic.h"
+
+#include "nodes/actions/BasicPlacingAction.h"
+
+#include <QScreen>
+
+namespace Widgets {
+
+using Nodes::BasicPlacingAction;
+using Nodes::BasicWindow;
+
+QWidget *WindowPlacement::outermost(QWidget *window)
+{
+    auto *frame = window ? qobject_cast<FrameWindow *>(window->parentWidget()) : nullptr;
+    return frame ? frame : window;
+}
+
+QWidget *WindowPlacement::decorate(WindowBasic &window)
+{
+    const BasicWindow *node = window.getNode();
+    if (!node)
+        return &window;
+    const BasicWindow::enBorderType border = node->GetBorderType();
+    if (!node->HasFrame() && border == BasicWindow::BorderFrameless) {
+        window.setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+        window.setAttribute(Qt::WA_TranslucentBackground);
+        window.setWindowModality(window.getModality());
+        return &window;
+    }
+    window.setWindowFlags(Qt::Dialog);
+    auto *frame = new FrameWindow(&window, window.parentWidget());
+    if (border != BasicWindow::BorderFrameless)
+        frame->setResizeableFrame(border == BasicWindow::BorderResizable);
+    return frame;
+}
+
+QRect WindowPlacement::clientArea(const BasicPlacingAction &action, const BasicWindow &node,
+                                  int display)
+{
+    const Nodes::NRect own = node.GetGeometry();
+    QRect area(own.x, own.y, own.width, own.height);
+    if (action.GetPositionMode() == BasicPlacingAction::PositionPoint)
+        area.moveTopLeft(QPoint(action.GetPoint().x, action.GetPoint().y));
+    if (const QScreen *screen = ScreenAt(display))
+        area.translate(screen->geometry().topLeft());
+    if (action.GetPositionMode() == BasicPlacingAction::PositionCenter)
+        area.moveCenter(ScreenOf(area)->geometry().center());
+    return area;
+}
+
+void WindowPlacement::place(WindowBasic &window, const QRect &clientArea)
+{
+    auto *frame = qobject_cast<FrameWindow *>(window.parentWidget());
+    if (!frame) {
+        window.setGeometry(clientArea);
+        return;
+    }
+    const int width = frame->getFrameWidth();
+    frame->move(clientArea.topLeft() - QPoint(width, width + frame->getTitleHeight()));
+}
+
+void WindowPlacement::present(QWidget &window)
+{
+    QWidget *outer = outermost(&window);
+    outer->show();
+    outer->raise();
+    outer->setFocus(Qt::ActiveWindowFocusReason);
+    outer->activateWindow();
+}
+
+} // namespace Widgets

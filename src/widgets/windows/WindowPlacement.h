@@ -1,0 +1,37 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QRect>
+
+class QWidget;
+
+namespace Nodes {
+class BasicPlacingAction;
+class BasicWindow;
+} // namespace Nodes
+
+namespace Widgets {
+
+class WindowBasic;
+
+/// How actions decorate, place and present windows: the one place where those rules stand.
+/// GUI thread.
+class WIDGETS_EXPORT WindowPlacement
+{
+public:
+    /// What is moved, shown and closed for a window: its frame window when it has one, else itself.
+    static QWidget *outermost(QWidget *window);
+    /// Sets the flags that the node asks for, wrapped in a frame window or translucent; the result
+    /// is what outermost gives.
+    static QWidget *decorate(WindowBasic &window);
+    /// Where the window's client area goes on a 0-based display, screen pixels.
+    static QRect clientArea(const Nodes::BasicPlacingAction &action, const Nodes::BasicWindow &node,
+                            int display);
+    /// Puts the window's client area there.
+    static void place(WindowBasic &window, const QRect &clientArea);
+    /// Shows, raises, focuses and activates the window.
+    static void present(QWidget &window);
+};
+
+} // namespace Widgets
