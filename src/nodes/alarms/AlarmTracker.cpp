@@ -116,7 +116,6 @@ void AlarmTracker::clear()
         m_memory.isAcked = true;
 }
 
-
 void AlarmTracker::Judge(const SignalValue &value, const AlarmMoment &now, Records &records)
 {
     const AlarmVerdict verdict = m_settings.condition->Judge(value, m_memory.isActive);

@@ -33,7 +33,7 @@ struct NODES_EXPORT BasicEvent
     NodeLink sourceNode;  ///< empty when the source is no node
     std::string user;     ///< who did it; "" for the system itself
     std::string oldValue; ///< of a write, else ""
-    std::string newValue;       ///< of a write; of an alarm its signal's value at that time
+    std::string newValue; ///< of a write; of an alarm its signal's value at that time
     AlarmState alarmState = AlarmState::None;
     int priority = 0;             ///< of an alarm: 1 highest to 4 lowest, 0 for other events
     unsigned long occurrence = 0; ///< same number for all records of one occurrence of an alarm
