@@ -88,12 +88,17 @@ bool StationRig::startPlant()
     return true;
 }
 
-bool StationRig::startStation()
+QProcessEnvironment StationRig::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_display);
     environment.remove("QT_QPA_PLATFORM");
-    m_station->setProcessEnvironment(environment);
+    return environment;
+}
+
+bool StationRig::startStation()
+{
+    m_station->setProcessEnvironment(environment());
     return m_station->begin(STATION_BINARY_DIR "/bin/station",
                             {projectDirectory, "--platform", "xcb", "--unattended", "--define",
                              "plant.port=" + m_port, "--data", dataDirectory(), "--status-file",
@@ -126,37 +131,36 @@ QVector<ShownElement> StationRig::shown() const
     return elements;
 }
 
-void StationRig::point(const QStringList &arguments) const
+bool StationRig::onDisplay(const QString &program, const QStringList &arguments) const
 {
     ChildProcess tool;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DISPLAY", m_display);
-    tool.setProcessEnvironment(environment);
-    QVERIFY2(tool.begin("xdotool", arguments) && tool.waitForFinished(5000), "xdotool failed");
+    tool.setProcessEnvironment(environment());
+    return tool.begin(program, arguments) && tool.waitForFinished(10000) && tool.end();
 }
 
 void StationRig::click(const QPoint &place) const
 {
-    point({"mousemove", QString::number(place.x()), QString::number(place.y()), "click", "1"});
+    QVERIFY2(onDisplay("xdotool", {"mousemove", QString::number(place.x()),
+                                   QString::number(place.y()), "click", "1"}),
+             "xdotool failed");
 }
 
 void StationRig::drag(const QPoint &from, const QPoint &to) const
 {
     const QPoint between = (from + to) / 2;
-    point({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",
-           "mousemove", QString::number(between.x()), QString::number(between.y()), "mousemove",
-           QString::number(to.x()), QString::number(to.y()), "mouseup", "1"});
+    const bool isDone = onDisplay(
+        "xdotool", {"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown",
+                    "1", "mousemove", QString::number(between.x()), QString::number(between.y()),
+                    "mousemove", QString::number(to.x()), QString::number(to.y()), "mouseup", "1"});
+    QVERIFY2(isDone, "xdotool failed");
 }
 
 QImage StationRig::grab(const QRect &part, const QString &name) const
 {
     const QString kept = qEnvironmentVariable("STATION_E2E_PICTURES");
     const QString file = QDir(kept.isEmpty() ? m_directory.path() : kept).filePath(name + ".png");
-    ChildProcess tool;
-    if (!tool.begin("import", {"-silent", "-display", m_display, "-window", "root", file}) ||
-        !tool.waitForFinished(10000))
-        return {};
-    return QImage(file).copy(part);
+    return onDisplay("import", {"-silent", "-window", "root", file}) ? QImage(file).copy(part)
+                                                                     : QImage();
 }
 
 } // namespace EndToEnd

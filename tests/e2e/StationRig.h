@@ -65,7 +65,9 @@ public:
     QImage grab(const QRect &part, const QString &name) const;
 
 private:
-    void point(const QStringList &arguments) const;
+    QProcessEnvironment environment() const;
+    /// Runs a program on the display to its end.
+    bool onDisplay(const QString &program, const QStringList &arguments) const;
 
     QTemporaryDir m_directory;
     ProjectFacts m_facts;

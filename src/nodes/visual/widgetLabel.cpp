@@ -67,7 +67,8 @@ NFont widgetLabel::GetFont() const
 
 std::string widgetLabel::formatValue(const SignalValue &value) const
 {
-    if (value.IsError() || value.IsEmpty())
+    // Errors and nothing received are bad too. The last good number is not for operating by.
+    if (value.GetQuality() == Quality::Bad)
         return noValueText;
     if (value.GetType() == enSignalValueType::Bool) {
         const std::string &text = value.ToBool() ? m_onText : m_offText;

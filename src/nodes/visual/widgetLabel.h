@@ -28,7 +28,7 @@ public:
     double GetAngle() const { return m_angle; }
 
     /// The configured text without a signal. With one: prefix, value with the signal's (or this
-    /// label's own) decimals, and the unit where shown; dashes for errors and for nothing received.
+    /// label's own) decimals, and the unit where shown; dashes for a bad value.
     std::string GetDisplayText() const override;
 
 protected:

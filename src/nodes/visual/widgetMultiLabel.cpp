@@ -19,15 +19,25 @@ KindInfo widgetMultiLabel::Kind()
         .Children({NodeType::TypeState});
 }
 
-const widgetState *widgetMultiLabel::GetCurrentState() const
+const widgetState *widgetMultiLabel::findState(const SignalValue &value) const
 {
-    const SignalValue value = GetValue();
     for (const auto &child : Children()) {
         const auto *state = dynamic_cast<const widgetState *>(child.get());
         if (state && state->Matches(value))
             return state;
     }
     return nullptr;
+}
+
+bool widgetMultiLabel::FindMatches() const
+{
+    return findState(GetValue()) != nullptr;
+}
+
+const widgetState *widgetMultiLabel::GetCurrentState() const
+{
+    const SignalValue value = GetValue();
+    return value.GetQuality() == Quality::Bad ? nullptr : findState(value);
 }
 
 bool widgetMultiLabel::GetStateTextColor(NColor &color) const

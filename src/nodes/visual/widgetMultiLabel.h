@@ -21,14 +21,18 @@ public:
     virtual bool GetStateTextColor(NColor &color) const;
     virtual bool GetStateBackgroundColor(NColor &color) const;
     int GetVisibilityMode() const { return m_visibilityMode; }
-    /// The current value matches one of the states.
-    bool FindMatches() const { return GetCurrentState() != nullptr; }
+    /// The last value matches one of the states, whatever its quality: what was visible when the
+    /// device got lost stays so.
+    bool FindMatches() const;
+    /// Null without a match and for a bad value.
     const widgetState *GetCurrentState() const;
 
     /// The current state's text; without a match what a plain label would show.
     std::string GetDisplayText() const override;
 
 private:
+    const widgetState *findState(const SignalValue &value) const;
+
     bool m_usesPersonalColor = true;
     int m_visibilityMode = VisibleAlways;
 };
