@@ -5,6 +5,8 @@
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/ResourceLink.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/signals/StaleMonitor.h"
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemVisualization.h"
 
@@ -41,7 +43,9 @@ struct systemCore::Requests
 };
 
 systemCore::systemCore()
-    : m_journal(std::make_unique<EventJournal>()), m_requests(std::make_unique<Requests>())
+    : m_journal(std::make_unique<EventJournal>()),
+      m_staleMonitor(std::make_unique<StaleMonitor>()),
+      m_requests(std::make_unique<Requests>())
 {
     SetName("System");
 }
@@ -171,6 +175,19 @@ void systemCore::stopFamily(NodeType::enNodeType family)
         (*link)->Stop();
 }
 
+void systemCore::watchStaleness()
+{
+    NodeLinks found;
+    m_project->FindNodes(NodeType::TypeSignal, &found);
+    std::vector<StaleMonitor::Entry> entries;
+    for (const NodeLink &link : found) {
+        const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());
+        if (signal && signal->GetStaleAfter() > 0)
+            entries.push_back({signal->GetCell(), signal->GetStaleAfter()});
+    }
+    m_staleMonitor->Start(entries);
+}
+
 Result systemCore::Start()
 {
     if (!m_project)
@@ -182,6 +199,7 @@ Result systemCore::Start()
         m_journal->Open((fs::path(GetDataDirectory()) / "journal.sqlite").string());
     for (const NodeType::enNodeType family : startOrder)
         startFamily(family);
+    watchStaleness();
     SetState(NodeState::Running);
     StoreMessage(LevelInformation, "Система запущена", std::string("System"));
     return opened;
@@ -192,6 +210,7 @@ Result systemCore::Stop()
     if (GetState() != NodeState::Running)
         return Result();
     StoreMessage(LevelInformation, "Система остановлена", std::string("System"));
+    m_staleMonitor->Stop();
     for (auto family = std::rbegin(startOrder); family != std::rend(startOrder); ++family)
         stopFamily(*family);
     m_journal->Close();

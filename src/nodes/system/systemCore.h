@@ -17,6 +17,7 @@ class BasicStation;
 class EventJournal;
 class LoadReport;
 class NodesCollection;
+class StaleMonitor;
 class systemAlarming;
 class systemAuthentication;
 class systemVisualization;
@@ -84,10 +85,12 @@ private:
     template <class Subsystem> Subsystem *findSubsystem() const;
     void startFamily(NodeType::enNodeType family);
     void stopFamily(NodeType::enNodeType family);
+    void watchStaleness();
 
     std::unique_ptr<NodesCollection> m_project;
     std::shared_ptr<const LoadReport> m_loadReport;
     std::unique_ptr<EventJournal> m_journal;
+    std::unique_ptr<StaleMonitor> m_staleMonitor;
     std::unique_ptr<Requests> m_requests;
     std::map<std::string, std::string> m_defines;
     std::string m_projectFile;
