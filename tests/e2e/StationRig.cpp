@@ -38,13 +38,13 @@ QSet<int> ShownWindow::ids() const
     return found;
 }
 
-const ShownElement *ShownWindow::find(const QString &signalName) const
+QString ShownWindow::textOf(const QString &signalName) const
 {
     for (const ShownElement &element : elements) {
         if (element.signal.endsWith(QLatin1Char('/') + signalName))
-            return &element;
+            return element.text;
     }
-    return nullptr;
+    return {};
 }
 
 StationRig::StationRig()

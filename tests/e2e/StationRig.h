@@ -30,7 +30,8 @@ struct ShownWindow
     QVector<ShownElement> elements;
 
     QSet<int> ids() const;
-    const ShownElement *find(const QString &signalName) const;
+    /// What the element of that signal reads; "" without one.
+    QString textOf(const QString &signalName) const;
 };
 
 /// X server, plant and station as separate programs, and what an operator can do to them.

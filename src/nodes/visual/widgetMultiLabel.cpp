@@ -40,21 +40,32 @@ const widgetState *widgetMultiLabel::GetCurrentState() const
     return value.GetQuality() == Quality::Bad ? nullptr : findState(value);
 }
 
+bool widgetMultiLabel::isBad() const
+{
+    return !GetSignalLink().isEmpty() && GetValue().GetQuality() == Quality::Bad;
+}
+
 bool widgetMultiLabel::GetStateTextColor(NColor &color) const
 {
     const widgetState *state = GetCurrentState();
-    if (!state || !state->HasTextColor())
+    if (!state && isBad())
+        color = GetTextColor();
+    else if (state && state->HasTextColor())
+        color = state->GetTextColor();
+    else
         return false;
-    color = state->GetTextColor();
     return true;
 }
 
 bool widgetMultiLabel::GetStateBackgroundColor(NColor &color) const
 {
     const widgetState *state = GetCurrentState();
-    if (!state || !state->HasBackgroundColor())
+    if (!state && isBad())
+        color = GetBackgroundColor();
+    else if (state && state->HasBackgroundColor())
+        color = state->GetBackgroundColor();
+    else
         return false;
-    color = state->GetBackgroundColor();
     return true;
 }
 

@@ -17,7 +17,8 @@ public:
 
     /// Whether states' own colours are used at all.
     bool GetUsePersonalColor() const { return m_usesPersonalColor; }
-    /// Fill the colour and return true when the current state defines its own.
+    /// Fill the colour and return true when the current state defines its own. A bad value has the
+    /// label's configured colours, so that no state of the past shines through.
     virtual bool GetStateTextColor(NColor &color) const;
     virtual bool GetStateBackgroundColor(NColor &color) const;
     int GetVisibilityMode() const { return m_visibilityMode; }
@@ -32,6 +33,7 @@ public:
 
 private:
     const widgetState *findState(const SignalValue &value) const;
+    bool isBad() const;
 
     bool m_usesPersonalColor = true;
     int m_visibilityMode = VisibleAlways;
