@@ -21,7 +21,7 @@ namespace Station {
 namespace {
 
 constexpr int formatVersion = 1;
-constexpr int lookPeriod = 200;   // ms
+constexpr int lookPeriod = 500;   // ms
 constexpr int writePeriod = 1000; // ms
 
 /// Bytes; 0 when the kernel does not tell.

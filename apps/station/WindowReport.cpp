@@ -29,8 +29,9 @@ template <class Visit> void forEachValue(const Widgets::WidgetLink &link, Visit 
     for (const Widgets::ProxyLayer *layer : scene->getLayers()) {
         for (const Widgets::ProxyWidget *host : layer->getWidgets()) {
             const Nodes::BasicWidget *node = host->getNode();
-            const auto *element = dynamic_cast<const ShowsValue *>(host->element());
-            if (node && element && !node->GetSignalLink().isEmpty())
+            if (!node || node->GetSignalLink().isEmpty())
+                continue;
+            if (const auto *element = dynamic_cast<const ShowsValue *>(host->element()))
                 visit(*node, *element);
         }
     }
