@@ -1,0 +1,157 @@
+// The station as a process: what it answers to its command line, its project and its end.
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+
+namespace {
+
+constexpr int patience = 30000; // ms, on a loaded machine
+
+const QByteArray goodProject = R"(<project format="1" id="1" name="P">
+<memorySignal id="2" name="S" initial="1"/>
+<window id="3" name="Main" width="200" height="100"><label id="4" name="L" text="t" width="50"/></window>
+<window id="5" name="Other window" width="120" height="80"><label id="6" name="L" text="t"/></window>
+<frame id="7" name="F" windows="3"/>
+</project>)";
+
+} // namespace
+
+class StationTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void refusesToStart_data();
+    void refusesToStart();
+    void takesPictures();
+    void endsOnSignal_data();
+    void endsOnSignal();
+    void guardsItsDataDirectory();
+
+private:
+    QString write(const QByteArray &text) const;
+    void start(QProcess &station, const QStringList &arguments) const;
+    int finish(QProcess &station) const;
+    QString journal() const { return m_directory->filePath(QStringLiteral("data/journal.sqlite")); }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+void StationTest::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+}
+
+QString StationTest::write(const QByteArray &text) const
+{
+    QFile file(m_directory->filePath(QStringLiteral("p.xml")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
+
+void StationTest::start(QProcess &station, const QStringList &arguments) const
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), m_directory->filePath(QStringLiteral("x")));
+    station.setProcessEnvironment(environment);
+    station.start(QStringLiteral(STATION_BINARY_DIR "/bin/station"), arguments);
+}
+
+int StationTest::finish(QProcess &station) const
+{
+    if (!station.waitForFinished(patience) || station.exitStatus() != QProcess::NormalExit) {
+        station.kill();
+        station.waitForFinished(patience);
+        return -1;
+    }
+    return station.exitCode();
+}
+
+void StationTest::refusesToStart_data()
+{
+    QTest::addColumn<QByteArray>("project");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray broken = "<project format=\"1\" id=\"1\">\n\n<folder></project>";
+    QTest::newRow("malformed") << broken << QStringList() << 1 << QByteArray("p.xml:3");
+    QTest::newRow("newer") << QByteArray("\n<project format=\"99\"/>") << QStringList() << 1
+                           << QByteArray("p.xml:2");
+    QTest::newRow("no frames") << QByteArray("<project format=\"1\" id=\"1\"/>") << QStringList()
+                               << 1 << QByteArray("no frames");
+    QTest::newRow("unknown option")
+        << goodProject << QStringList{"--colour"} << 2 << QByteArray("--colour");
+    QTest::newRow("bad define") << goodProject << QStringList{"--define", "=3"} << 2
+                                << QByteArray("NAME=VALUE");
+    QTest::newRow("bad data directory")
+        << goodProject << QStringList{"--data", "/proc/none"} << 1 << QByteArray("/proc/none");
+}
+
+void StationTest::refusesToStart()
+{
+    QFETCH(QByteArray, project);
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, message);
+    QProcess station;
+    start(station, QStringList{write(project)} + options);
+    QTEST(finish(station), "code");
+    const QByteArray said = station.readAllStandardError();
+    QVERIFY2(said.contains(message), said);
+}
+
+void StationTest::takesPictures()
+{
+    const QDir pictures(m_directory->filePath(QStringLiteral("pictures")));
+    QProcess station;
+    start(station, {write(goodProject), "--screenshots", pictures.path()});
+    QCOMPARE(finish(station), 0);
+    QCOMPARE(pictures.entryList(QDir::Files), QStringList({"Main-3.png", "Other_window-5.png"}));
+    QCOMPARE(QImage(pictures.filePath(QStringLiteral("Other_window-5.png"))).size(),
+             QSize(120, 80));
+    QCOMPARE(station.readAllStandardOutput().count('\n'), 2);
+}
+
+void StationTest::endsOnSignal_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+}
+
+void StationTest::endsOnSignal()
+{
+    QFETCH(int, signal);
+    QProcess station;
+    start(station, {write(goodProject), "--data", m_directory->filePath(QStringLiteral("data"))});
+    // The journal is opened after the handlers are installed.
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal()), patience);
+    ::kill(pid_t(station.processId()), signal);
+    QCOMPARE(finish(station), 0);
+    const QDir data(m_directory->filePath(QStringLiteral("data")));
+    QVERIFY(!data.exists(QStringLiteral("station.lock")));
+}
+
+void StationTest::guardsItsDataDirectory()
+{
+    const QStringList arguments{write(goodProject), "--data",
+                                m_directory->filePath(QStringLiteral("data"))};
+    QProcess first, second;
+    start(first, arguments);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal()), patience);
+    start(second, arguments);
+    QCOMPARE(finish(second), 1);
+    const QByteArray said = second.readAllStandardError();
+    QVERIFY2(said.contains("process " + QByteArray::number(first.processId())), said);
+    first.terminate();
+    QCOMPARE(finish(first), 0);
+}
+
+QTEST_GUILESS_MAIN(StationTest)
+#include "tst_station.moc"

@@ -1,0 +1,182 @@
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
+#include "widgets/windows/LoadDialog.h"
+#include "widgets/windows/LoadReportTable.h"
+#include "widgets/windows/NodeLoadingThread.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+using namespace Widgets;
+
+namespace {
+
+// Answers the first dialog that shows and keeps what it said.
+class Operator : public QObject
+{
+public:
+    Operator(LoadDialog &dialog, QString button) : m_dialog(dialog), m_button(std::move(button))
+    {
+        connect(&m_timer, &QTimer::timeout, this, &Operator::look);
+        m_timer.start(5);
+    }
+
+    QStringList rows;
+
+private:
+    void look()
+    {
+        const auto *table = m_dialog.findChild<LoadReportTable *>();
+        if (!table->isVisible())
+            return;
+        for (int row = 0; row < table->rowCount(); ++row)
+            rows << table->item(row, LoadReportTable::PlaceColumn)->text() + QLatin1Char('|') +
+                        table->item(row, LoadReportTable::TextColumn)->text();
+        for (auto *button : m_dialog.findChildren<QPushButton *>()) {
+            if (button->isVisible() && button->text() == m_button) {
+                m_timer.stop();
+                button->click();
+            }
+        }
+    }
+
+    LoadDialog &m_dialog;
+    QString m_button;
+    QTimer m_timer;
+};
+
+} // namespace
+
+class LoadDialogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void loadsQuietly();
+    void listsFindings_data();
+    void listsFindings();
+    void unattendedNeverWaits_data();
+    void unattendedNeverWaits();
+    void cancels();
+    void endsWithItsThread();
+
+private:
+    QString write(const QByteArray &text);
+    QString writeLarge();
+
+    QTemporaryDir m_directory;
+};
+
+QString LoadDialogTest::write(const QByteArray &text)
+{
+    QFile file(m_directory.filePath(QStringLiteral("project.xml")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
+
+QString LoadDialogTest::writeLarge()
+{
+    QByteArray text = "<project format=\"1\" id=\"1\" name=\"P\">\n";
+    for (int id = 2; id < 60000; ++id)
+        text += "<folder id=\"" + QByteArray::number(id) + "\" name=\"F" + QByteArray::number(id) +
+                "\"/>\n";
+    return write(text + "</project>");
+}
+
+void LoadDialogTest::loadsQuietly()
+{
+    write("<project format=\"1\" id=\"1\" name=\"P\"/>");
+    LoadDialog dialog(m_directory.path()); // a directory stands for its project.xml
+    QVERIFY(dialog.load());
+    QVERIFY(!dialog.isVisible());
+    const auto project = dialog.takeProject();
+    QVERIFY(project);
+    QCOMPARE(project->GetRoot()->GetName(), std::string("P"));
+    QVERIFY(!dialog.takeProject());
+}
+
+void LoadDialogTest::listsFindings_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("goesOn");
+    QTest::addColumn<QString>("place");
+    const QByteArray unknown = "<project format=\"1\" id=\"1\" name=\"P\">\n"
+                               "<folder id=\"2\" name=\"F\" colour=\"red\"/></project>";
+    QTest::newRow("broken") << QByteArray("<project format=\"1\" id=\"1\">\n\n<folder></project>")
+                            << QStringLiteral("Закрыть") << false
+                            << QStringLiteral("project.xml:3");
+    QTest::newRow("findings, go on")
+        << unknown << QStringLiteral("Продолжить") << true << QStringLiteral("project.xml:2");
+    QTest::newRow("findings, stop")
+        << unknown << QStringLiteral("Закрыть") << false << QStringLiteral("project.xml:2");
+}
+
+void LoadDialogTest::listsFindings()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, answer);
+    QFETCH(bool, goesOn);
+    QFETCH(QString, place);
+    LoadDialog dialog(write(text));
+    Operator user(dialog, answer);
+    QCOMPARE(dialog.load(), goesOn);
+    QCOMPARE(user.rows.size(), 1);
+    QVERIFY2(user.rows[0].startsWith(place + QLatin1Char('|')), qPrintable(user.rows[0]));
+    QVERIFY(user.rows[0].size() > place.size() + 1);
+}
+
+void LoadDialogTest::unattendedNeverWaits_data()
+{
+    listsFindings_data();
+}
+
+void LoadDialogTest::unattendedNeverWaits()
+{
+    QFETCH(QByteArray, text);
+    LoadDialog dialog(write(text));
+    dialog.setUnattended(true);
+    const bool isLoaded = dialog.load();
+    QCOMPARE(isLoaded, dialog.loadResult().IsSuccess());
+    QCOMPARE(dialog.takeProject() != nullptr, isLoaded);
+    QVERIFY(!dialog.report().empty());
+}
+
+void LoadDialogTest::cancels()
+{
+    LoadDialog dialog(writeLarge());
+    // Runs inside load(), once the thread has been started.
+    QTimer::singleShot(0, &dialog, &LoadDialog::reject);
+    QVERIFY(!dialog.load());
+    QCOMPARE(dialog.loadResult(), Nodes::Result::Cancelled);
+    QVERIFY(!dialog.takeProject());
+}
+
+void LoadDialogTest::endsWithItsThread()
+{
+    const QString file = writeLarge();
+    NodeLoadingThread whole(file);
+    QSignalSpy loaded(&whole, &NodeLoadingThread::loaded);
+    QSignalSpy progress(&whole, &NodeLoadingThread::progress);
+    whole.start();
+    QVERIFY(loaded.wait(30000));
+    QCOMPARE(progress.last().at(0).toInt(), 100);
+    QCOMPARE(whole.takeProject()->GetNodeCount(), std::size_t(59999));
+
+    NodeLoadingThread missing(m_directory.filePath(QStringLiteral("missing.xml")));
+    QSignalSpy failed(&missing, &NodeLoadingThread::failed);
+    missing.start();
+    QVERIFY(failed.wait(30000));
+    QCOMPARE(missing.result(), Nodes::Result::NotFound);
+
+    auto dropped = std::make_unique<NodeLoadingThread>(file);
+    dropped->start();
+    dropped.reset(); // must cancel and wait, not crash
+}
+
+QTEST_MAIN(LoadDialogTest)
+#include "tst_LoadDialog.moc"
