@@ -113,6 +113,14 @@ void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
     QGraphicsItem::mouseReleaseEvent(event);
 }
 
+// Accepted, so that the release which ends the double click comes here too.
+void ProxyWidget::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    QGraphicsProxyWidget::mouseDoubleClickEvent(event);
+    if (isRuntime())
+        event->accept();
+}
+
 void ProxyWidget::onMovedFinished()
 {
     const QPoint place = pos().toPoint();

@@ -6,6 +6,8 @@
 #include "widgets/windows/OverlayWindows.h"
 #include "widgets/windows/WindowManager.h"
 
+#include "utils/ValueConversions.h"
+
 #include <QCloseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -26,8 +28,7 @@ bool isRuntime()
 
 QRect geometryOf(const BasicWindow &node)
 {
-    const Nodes::NRect own = node.GetGeometry();
-    return QRect(own.x, own.y, own.width, own.height);
+    return Utils::NRectToQRect(node.GetGeometry());
 }
 
 Qt::WindowModality modalityOf(const BasicWindow &node)
@@ -41,12 +42,6 @@ Qt::WindowModality modalityOf(const BasicWindow &node)
         break;
     }
     return Qt::NonModal;
-}
-
-QColor backgroundOf(const BasicWindow &node)
-{
-    const Nodes::NColor color = node.GetBackgroundColor();
-    return QColor(color.red, color.green, color.blue, color.alpha);
 }
 
 void pushActions(const Nodes::NodeLinks &actions)
@@ -66,17 +61,14 @@ WindowBasic::WindowBasic(BasicWindow *node, QWidget *parent) : ProxyView(node, p
     viewport()->setAutoFillBackground(false); // drawBackground covers everything
     if (!isRuntime())
         return;
-    if (node)
-        m_connection = node->ConnectPropertyChanged(
-            m_gate.guard([this](Nodes::BasicProperty *) { emit updateProperty(); }));
+    Utils::NodeRelay::Handlers handlers;
+    handlers.propertyChanged = [this](Nodes::BasicProperty *) { emit updateProperty(); };
+    m_relay.connect(node, std::move(handlers));
     installEventFilter(&ActionManager::getInstance());
     viewport()->installEventFilter(&ActionManager::getInstance());
 }
 
-WindowBasic::~WindowBasic()
-{
-    m_gate.close();
-}
+WindowBasic::~WindowBasic() = default;
 
 BasicWindow::enBorderType WindowBasic::getBorderType() const
 {
@@ -159,14 +151,14 @@ void WindowBasic::updateGeometryWindow()
 
 void WindowBasic::startScene()
 {
-    auto *shown = qobject_cast<ProxyScene *>(scene());
+    ProxyScene *shown = proxyScene();
     if (shown && isRuntime())
         shown->start();
 }
 
 void WindowBasic::stopScene()
 {
-    auto *shown = qobject_cast<ProxyScene *>(scene());
+    ProxyScene *shown = proxyScene();
     if (shown && isRuntime())
         shown->stop();
 }
@@ -202,7 +194,7 @@ void WindowBasic::closeEvent(QCloseEvent *event)
 void WindowBasic::drawBackground(QPainter *painter, const QRectF &rect)
 {
     if (m_node)
-        painter->fillRect(rect, backgroundOf(*m_node));
+        painter->fillRect(rect, Utils::NColorToQColor(m_node->GetBackgroundColor()));
     else
         ProxyView::drawBackground(painter, rect);
 }

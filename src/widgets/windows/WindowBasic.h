@@ -2,11 +2,9 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/scene/ProxyView.h"
-#include "widgets/windows/NotificationGate.h"
 
 #include "nodes/visual/BasicWindow.h"
-
-#include <boost/signals2/connection.hpp>
+#include "utils/NodeRelay.h"
 
 #include <QString>
 
@@ -43,7 +41,7 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    /// A property of the node changed; emitted on any thread.
+    /// A property of the node changed.
     void updateProperty();
 
 public slots:
@@ -74,8 +72,7 @@ private:
     QString m_title;
     Qt::WindowModality m_modality = Qt::NonModal;
     QRect m_nodeGeometry; // as last taken from the node
-    NotificationGate m_gate;
-    boost::signals2::scoped_connection m_connection;
+    Utils::NodeRelay m_relay;
 };
 
 } // namespace Widgets

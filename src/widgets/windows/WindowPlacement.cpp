@@ -5,6 +5,7 @@
 #include "widgets/windows/WindowBasic.h"
 
 #include "nodes/actions/BasicPlacingAction.h"
+#include "utils/ValueConversions.h"
 
 #include <QScreen>
 
@@ -41,10 +42,9 @@ QWidget *WindowPlacement::decorate(WindowBasic &window)
 QRect WindowPlacement::clientArea(const BasicPlacingAction &action, const BasicWindow &node,
                                   int display)
 {
-    const Nodes::NRect own = node.GetGeometry();
-    QRect area(own.x, own.y, own.width, own.height);
+    QRect area = Utils::NRectToQRect(node.GetGeometry());
     if (action.GetPositionMode() == BasicPlacingAction::PositionPoint)
-        area.moveTopLeft(QPoint(action.GetPoint().x, action.GetPoint().y));
+        area.moveTopLeft(Utils::NPointToQPoint(action.GetPoint()));
     if (const QScreen *screen = ScreenAt(display))
         area.translate(screen->geometry().topLeft());
     if (action.GetPositionMode() == BasicPlacingAction::PositionCenter)

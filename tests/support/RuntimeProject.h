@@ -1,0 +1,75 @@
+#pragma once
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/serial/ProjectReader.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/values/ValueCell.h"
+#include "nodes/visual/BasicWindow.h"
+
+#include <QStringList>
+#include <QStyle>
+#include <QtTest>
+
+#include <memory>
+
+/// A project from XML text, loaded in a core that is not started, with a window manager on it.
+class RuntimeProject
+{
+public:
+    /// `nodes` are elements below the project's root; ids from 10 on are free.
+    explicit RuntimeProject(const char *nodes, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
+    {
+        std::unique_ptr<Nodes::NodesCollection> project;
+        Nodes::ProjectReader reader;
+        const Nodes::Result read = reader.ReadBuffer(
+            std::string(R"(<project format="1" id="1" name="P">)") + nodes + "</project>", "test",
+            project);
+        if (!read)
+            qFatal("%s", read.ToString().c_str());
+        core.AdoptProject(std::move(project), "test.xml");
+        core.SetWorkMode(mode);
+        manager = std::make_unique<Widgets::WindowManager>(&core);
+    }
+
+    template <class Node = Nodes::ConfigNode> Node *node(unsigned long id) const
+    {
+        return dynamic_cast<Node *>(core.GetNodesCollection()->FindNode(id));
+    }
+    Nodes::SignalValue value(unsigned long signal) const
+    {
+        return node<Nodes::BasicSignal>(signal)->GetValue();
+    }
+    void push(unsigned long action, int display = 0) const
+    {
+        auto *configured = node<Nodes::BasicAction>(action);
+        configured->setCurrentDisplay(display);
+        manager->PushAction(configured);
+    }
+    int openWindows(unsigned long id) const
+    {
+        const auto &windows = manager->windows();
+        return int(std::count_if(windows.begin(), windows.end(),
+                                 [id](const auto &link) { return link.id == id; }));
+    }
+    /// Notes every value the signals get, as their names.
+    void record(std::initializer_list<unsigned long> signalIds)
+    {
+        for (const unsigned long id : signalIds) {
+            auto *signal = node<Nodes::BasicSignal>(id);
+            const QString name = QString::fromStdString(signal->GetName());
+            m_connections.emplace_back(signal->GetCell()->Subscribe(
+                [this, name](const Nodes::SignalValue &) { recorded << name; }));
+        }
+    }
+
+    Nodes::systemCore core;
+    std::unique_ptr<Widgets::WindowManager> manager;
+    QStringList recorded;
+
+private:
+    std::vector<boost::signals2::scoped_connection> m_connections;
+};

@@ -1,0 +1,186 @@
+#include "support/RuntimeProject.h"
+
+#include "widgets/actions/ActionQueue.h"
+#include "widgets/actions/qBasicAction.h"
+
+#include <thread>
+
+using namespace Widgets;
+
+namespace {
+
+constexpr int manyActions = 10000;
+
+constexpr const char *screens = R"(
+<memorySignal id="30" name="S" type="int" writable="true"/>
+<actionWriteValue id="31" name="W" signal="30" value="1"/>
+<window id="10" name="Restless" width="50" height="50" onOpen="33" onClose="33"/>
+<actionShowWindow id="32" name="show" window="10"/>
+<actionToggleWindow id="33" name="toggle" window="10"/>
+<label id="34" name="no action"/>)";
+
+class Counted : public qBasicAction
+{
+public:
+    Counted(int number, QVector<int> &order)
+        : qBasicAction(nullptr), m_number(number), m_order(order)
+    {
+    }
+    ~Counted() override { ++deleted; }
+    void Execute() override { m_order.append(m_number); }
+    static inline int deleted = 0;
+
+private:
+    int m_number;
+    QVector<int> &m_order;
+};
+
+} // namespace
+
+class TestActionQueue : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void handsOverInBoundedBatches();
+    void executesOnlyWhatWasHandedOver_data();
+    void executesOnlyWhatWasHandedOver();
+    void thousandsLeaveTheGuiLive();
+    void everyThreadMayPush();
+    void deadLinksAreDropped();
+    void actionsThatPushActionsLeaveTheGuiLive();
+    void pendingActionsGoWithTheManager();
+};
+
+void TestActionQueue::handsOverInBoundedBatches()
+{
+    ActionQueue queue;
+    QVector<int> order, expected;
+    QVector<qBasicAction *> actions, inFlight;
+    for (int i = 0; i < manyActions; ++i) {
+        actions.append(new Counted(i, order));
+        expected.append(i);
+    }
+    queue.append(actions);
+    Counted::deleted = 0;
+    while (!queue.isEmpty()) {
+        inFlight.clear();
+        queue.walk([&inFlight](qBasicAction *action) { inFlight.append(action); });
+        QVERIFY(inFlight.size() <= ActionQueue::MaximumInFlight);
+        QVector<qBasicAction *> again;
+        queue.walk([&again](qBasicAction *action) { again.append(action); });
+        QVERIFY2(again.isEmpty(), "handed over more while the first batch was not finished");
+        for (qBasicAction *action : qAsConst(inFlight)) {
+            QCOMPARE(action->GetState(), ActionHandedOver);
+            action->Execute();
+            action->setState(ActionFinished);
+        }
+    }
+    QCOMPARE(order, expected);
+    QCOMPARE(Counted::deleted, manyActions);
+}
+
+void TestActionQueue::executesOnlyWhatWasHandedOver_data()
+{
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("after");
+    QTest::newRow("created") << int(ActionCreated) << int(ActionCreated);
+    QTest::newRow("handed over") << int(ActionHandedOver) << int(ActionFinished);
+    QTest::newRow("executing") << int(ActionExecuting) << int(ActionExecuting);
+    QTest::newRow("finished") << int(ActionFinished) << int(ActionFinished);
+}
+
+void TestActionQueue::executesOnlyWhatWasHandedOver()
+{
+    QFETCH(int, before);
+    QFETCH(int, after);
+    const RuntimeProject project(screens);
+    auto *configured = project.node<Nodes::BasicAction>(31);
+    const std::unique_ptr<qBasicAction> action(project.manager->CreateQAction(configured));
+    QVERIFY(action->getNode() != configured);
+    action->setState(enActionState(before));
+    project.manager->OnActionExecuted(action.get());
+    QCOMPARE(action->GetState(), enActionState(after));
+    const bool ran = before == ActionHandedOver;
+    QCOMPARE(project.value(30).IsEmpty(), !ran);
+    QCOMPARE(action->getNode()->GetState() == Nodes::NodeState::Finished, ran);
+    QVERIFY(configured->GetState() == Nodes::NodeState::Stopped);
+}
+
+void TestActionQueue::thousandsLeaveTheGuiLive()
+{
+    RuntimeProject project(screens);
+    int turns = 0;
+    QTimer heart;
+    connect(&heart, &QTimer::timeout, this, [&turns] { ++turns; });
+    heart.start(0);
+    project.record({30});
+    project.manager->PushActions(Nodes::NodeLinks(manyActions, Nodes::NodeLink(31)));
+    QTRY_COMPARE_WITH_TIMEOUT(project.recorded.size(), manyActions, 60000);
+    QVERIFY2(turns >= manyActions / ActionQueue::MaximumInFlight,
+             qPrintable(QString::number(turns)));
+}
+
+void TestActionQueue::everyThreadMayPush()
+{
+    RuntimeProject project(screens);
+    project.record({30});
+    constexpr int threads = 4, each = 250;
+    std::vector<std::thread> pushing;
+    for (int i = 0; i < threads; ++i)
+        pushing.emplace_back([&project, i] {
+            for (int n = 0; n < each; ++n) {
+                if (i % 2)
+                    project.manager->PushAction(project.node<Nodes::BasicAction>(31));
+                else
+                    project.manager->PushActions({Nodes::NodeLink(31)});
+            }
+        });
+    for (std::thread &thread : pushing)
+        thread.join();
+    QTRY_COMPARE_WITH_TIMEOUT(project.recorded.size(), threads * each, 30000);
+}
+
+void TestActionQueue::deadLinksAreDropped()
+{
+    RuntimeProject project(screens);
+    project.record({30});
+    std::vector<Nodes::NodeLink> actions{Nodes::NodeLink(), Nodes::NodeLink(999),
+                                         Nodes::NodeLink(34), Nodes::NodeLink(31)};
+    QVERIFY(project.manager->PushActions(&actions).IsSuccess());
+    QVERIFY(project.manager->PushActions(nullptr).IsSuccess());
+    QTRY_COMPARE(project.recorded.size(), 1);
+    QCOMPARE(actions.size(), std::size_t(4));
+}
+
+void TestActionQueue::actionsThatPushActionsLeaveTheGuiLive()
+{
+    const RuntimeProject project(screens);
+    project.push(32); // from here on the window hides and shows itself
+    QTRY_COMPARE(project.openWindows(10), 1);
+    QWidget *window = project.manager->GetWindow(10);
+    int hidden = 0;
+    int turns = 0;
+    QTimer heart;
+    connect(&heart, &QTimer::timeout, this, [&] {
+        ++turns;
+        hidden += window->isHidden();
+    });
+    heart.start(1);
+    QTRY_VERIFY_WITH_TIMEOUT(turns > 100 && hidden > 5 && hidden < turns, 30000);
+}
+
+void TestActionQueue::pendingActionsGoWithTheManager()
+{
+    RuntimeProject project(screens);
+    project.record({30});
+    project.manager->PushActions(Nodes::NodeLinks(1000, Nodes::NodeLink(31)));
+    project.manager.reset();
+    QCoreApplication::processEvents();
+    QVERIFY(project.recorded.isEmpty());
+    QVERIFY(project.core.RequestAction(project.node<Nodes::BasicAction>(31)) ==
+            Nodes::Result::NotAvailable);
+}
+
+QTEST_MAIN(TestActionQueue)
+#include "tst_action_queue.moc"

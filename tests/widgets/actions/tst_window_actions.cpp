@@ -1,0 +1,272 @@
+#include "support/FakeScreens.h"
+#include "support/RuntimeProject.h"
+
+#include "widgets/actions/qBasicAction.h"
+#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowComposite.h"
+
+#include "nodes/visual/BasicComposition.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Widgets;
+
+namespace {
+
+constexpr const char *screens = R"(
+<frame id="8" name="F1" display="1" windows="9"/><frame id="7" name="F2" display="2" windows="9"/>
+<window id="9" name="Back" x="0" y="0" width="1920" height="1080"/>
+<window id="10" name="Plain" x="30" y="40" width="200" height="100"/>
+<window id="11" name="Framed" x="30" y="40" width="200" height="100" border="resizable"/>
+<windowComposed id="12" name="Composed" width="100" height="90" composition="20"/>
+<composition id="20" name="A"/><composition id="23" name="B"/>
+<memorySignal id="30" name="S" writable="true"/><memorySignal id="31" name="R"/>
+<actionShowWindow id="40" name="show" window="10"/>
+<actionShowWindow id="41" name="show anywhere" window="10" open="anywhere"/>
+<actionShowWindow id="42" name="show always" window="10" open="always"/>
+<actionShowWindow id="43" name="show on 2" window="10" display="2"/>
+<actionShowWindow id="44" name="point" window="10" position="point" x="5" y="6"/>
+<actionShowWindow id="45" name="centre" window="10" position="center"/>
+<actionShowWindow id="46" name="framed" window="11" display="2" position="point" x="70" y="80"/>
+<actionShowWindow id="47" name="composed" window="12"/>
+<actionShowWindow id="48" name="beyond" window="10" display="5"/>
+<actionCloseWindow id="50" name="close" window="10"/>
+<actionCloseWindow id="51" name="close all" window="10" display="-1"/>
+<actionCloseWindow id="52" name="close current" current="true"/>
+<actionToggleWindow id="55" name="toggle" window="10" position="point" x="7" y="8"/>
+<actionToggleWindow id="56" name="toggle framed" window="11" display="2"/>
+<actionChangeComposition id="57" name="change" window="12" composition="23"/>
+<actionWriteValue id="58" name="write" signal="30" value="3"/>
+<actionWriteValue id="59" name="write read-only" signal="31" value="3"/>)";
+
+constexpr const char *users = R"(<authentication id="90" name="A"/><user id="91" name="U"/>)";
+
+const QPoint second = FakeScreens::topLeft(1);
+
+} // namespace
+
+class TestWindowActions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void opensInPlace_data();
+    void opensInPlace();
+    void reusesOpenWindows_data();
+    void reusesOpenWindows();
+    void closes_data();
+    void closes();
+    void togglesAnOpenWindow_data();
+    void togglesAnOpenWindow();
+    void changingTheCompositionKeepsThePlace();
+    void refusals_data();
+    void refusals();
+
+private:
+    /// Runs everything pushed before: actions run in order.
+    static void runAll(const RuntimeProject &project);
+    static QRect clientArea(const QWidget &window);
+};
+
+void TestWindowActions::initTestCase()
+{
+    FakeScreens::install(2);
+}
+
+void TestWindowActions::runAll(const RuntimeProject &project)
+{
+    project.node<Nodes::BasicSignal>(30)->GetCell()->Publish(0.0);
+    project.push(58);
+    QTRY_COMPARE(project.value(30).ToInt(), 3);
+}
+
+QRect TestWindowActions::clientArea(const QWidget &window)
+{
+    return {window.mapToGlobal(QPoint(0, 0)), window.size()};
+}
+
+void TestWindowActions::opensInPlace_data()
+{
+    QTest::addColumn<unsigned>("action");
+    QTest::addColumn<unsigned>("window");
+    QTest::addColumn<int>("triggeredOn");
+    QTest::addColumn<QRect>("expected");
+    const QRect own(30, 40, 200, 100);
+    QTest::newRow("where triggered: 1") << 40u << 10u << 0 << own;
+    QTest::newRow("where triggered: 2") << 40u << 10u << 1 << own.translated(second);
+    QTest::newRow("display 2") << 43u << 10u << 0 << own.translated(second);
+    QTest::newRow("point") << 44u << 10u << 1 << QRect(second + QPoint(5, 6), own.size());
+    QTest::newRow("centre") << 45u << 10u << 1 << QRect(second + QPoint(860, 490), own.size());
+    QTest::newRow("framed") << 46u << 11u << 0 << QRect(second + QPoint(70, 80), own.size());
+    QTest::newRow("no such display") << 48u << 10u << 0 << own;
+}
+
+void TestWindowActions::opensInPlace()
+{
+    QFETCH(unsigned, action);
+    QFETCH(unsigned, window);
+    QFETCH(int, triggeredOn);
+    QFETCH(QRect, expected);
+    const RuntimeProject project(screens);
+    project.manager->Start();
+    project.push(action, triggeredOn);
+    runAll(project);
+    const QWidget *opened = project.manager->GetWindow(window);
+    QVERIFY(opened && opened->isVisible());
+    QCOMPARE(clientArea(*opened), expected);
+    const bool isFramed = window == 11;
+    QCOMPARE(qobject_cast<FrameWindow *>(opened->window()) != nullptr, isFramed);
+    QCOMPARE(opened->window()->windowTitle(),
+             QStringLiteral("%1").arg(isFramed ? "Framed" : "Plain"));
+    QCOMPARE(opened->testAttribute(Qt::WA_TranslucentBackground), !isFramed);
+}
+
+void TestWindowActions::reusesOpenWindows_data()
+{
+    QTest::addColumn<QVector<QPoint>>("pushes"); // action, display
+    QTest::addColumn<int>("instances");
+    QTest::newRow("same display") << QVector<QPoint>{{40, 0}, {40, 0}} << 1;
+    QTest::newRow("another display") << QVector<QPoint>{{40, 0}, {40, 1}} << 2;
+    QTest::newRow("anywhere") << QVector<QPoint>{{40, 0}, {41, 1}} << 1;
+    QTest::newRow("always") << QVector<QPoint>{{40, 0}, {42, 0}} << 2;
+}
+
+void TestWindowActions::reusesOpenWindows()
+{
+    QFETCH(QVector<QPoint>, pushes);
+    QFETCH(int, instances);
+    const RuntimeProject project(screens);
+    project.manager->Start();
+    for (const QPoint &push : pushes)
+        project.push(unsigned(push.x()), push.y());
+    runAll(project);
+    QCOMPARE(project.openWindows(10), instances);
+}
+
+void TestWindowActions::closes_data()
+{
+    QTest::addColumn<unsigned>("action");
+    QTest::addColumn<int>("left");
+    QTest::newRow("display of the active window") << 50u << 1;
+    QTest::newRow("everywhere") << 51u << 0;
+    QTest::newRow("the active window") << 52u << 2;
+}
+
+void TestWindowActions::closes()
+{
+    QFETCH(unsigned, action);
+    QFETCH(int, left);
+    const RuntimeProject project(screens);
+    project.manager->Start();
+    for (const int display : {0, 1, 1})
+        project.push(42, display);
+    runAll(project);
+    QWidget *active = project.manager->GetWindow(10, 1);
+    QApplication::setActiveWindow(active);
+    const QPointer<QWidget> closed = active;
+    project.push(action, 0);
+    runAll(project);
+    QCOMPARE(project.openWindows(10), left);
+    QTRY_VERIFY(!closed);
+}
+
+void TestWindowActions::togglesAnOpenWindow_data()
+{
+    QTest::addColumn<unsigned>("show");
+    QTest::addColumn<unsigned>("toggle");
+    QTest::addColumn<unsigned>("window");
+    QTest::addColumn<QPoint>("expected");
+    QTest::newRow("plain") << 40u << 55u << 10u << QPoint(7, 8);
+    QTest::newRow("framed") << 46u << 56u << 11u << second + QPoint(30, 40);
+}
+
+void TestWindowActions::togglesAnOpenWindow()
+{
+    QFETCH(unsigned, show);
+    QFETCH(unsigned, toggle);
+    QFETCH(unsigned, window);
+    QFETCH(QPoint, expected);
+    const RuntimeProject project(screens);
+    project.manager->Start();
+    project.push(toggle);
+    runAll(project);
+    QCOMPARE(project.openWindows(window), 0);
+    project.push(show);
+    project.push(toggle);
+    runAll(project);
+    const QWidget *opened = project.manager->GetWindow(window);
+    QVERIFY(opened && !opened->isVisible());
+    project.push(toggle);
+    runAll(project);
+    QVERIFY(opened->isVisible());
+    QCOMPARE(clientArea(*opened), QRect(expected, QSize(200, 100)));
+    QCOMPARE(project.openWindows(window), 1);
+}
+
+void TestWindowActions::changingTheCompositionKeepsThePlace()
+{
+    const RuntimeProject project(screens);
+    project.manager->Start();
+    project.push(47);
+    runAll(project);
+    auto *window = qobject_cast<WindowComposite *>(project.manager->GetWindow(12));
+    QVERIFY(window);
+    window->move(321, 123);
+    project.push(57);
+    runAll(project);
+    QCOMPARE(window->composition(), project.node<Nodes::BasicComposition>(23));
+    QCOMPARE(window->pos(), QPoint(321, 123));
+}
+
+void TestWindowActions::refusals_data()
+{
+    QTest::addColumn<unsigned>("action");
+    QTest::addColumn<bool>("withUsers");
+    QTest::addColumn<QString>("message"); // its beginning; empty when refused silently
+    const QString rights = QStringLiteral("Недостаточно прав для выполнения действия");
+    QTest::newRow("open without the right") << 40u << true << rights;
+    QTest::newRow("write without the right") << 58u << true << rights;
+    QTest::newRow("write a read-only signal")
+        << 59u << false << QStringLiteral("write read-only: ");
+    QTest::newRow("close without the right") << 51u << true << QString();
+}
+
+void TestWindowActions::refusals()
+{
+    QFETCH(unsigned, action);
+    QFETCH(bool, withUsers);
+    QFETCH(QString, message);
+    const std::string nodes = std::string(screens) + (withUsers ? users : "");
+    RuntimeProject project(nodes.c_str());
+    project.core.SetWorkMode(Nodes::WorkModeEditing); // opens whatever the rights
+    project.push(42);
+    QTRY_COMPARE(project.openWindows(10), 1);
+    project.core.SetWorkMode(Nodes::WorkModeRuntime);
+    QStringList shown;
+    QTimer clicker;
+    connect(&clicker, &QTimer::timeout, this, [&shown] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            shown << box->windowTitle() << box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    });
+    clicker.start(5);
+    Nodes::SignalValue before = project.value(30);
+    qBasicAction *run = project.manager->CreateQAction(project.node<Nodes::BasicAction>(action));
+    run->setState(ActionHandedOver);
+    project.manager->OnActionExecuted(run);
+    QCOMPARE(run->GetState(), ActionFinished);
+    delete run;
+    QCOMPARE(shown.size(), message.isEmpty() ? 0 : 2);
+    if (!message.isEmpty())
+        QCOMPARE(shown.first(), QStringLiteral("Ошибка"));
+    QVERIFY2(message.isEmpty() || shown.last().startsWith(message), qPrintable(shown.join(' ')));
+    QCOMPARE(project.openWindows(10), 1);
+    QVERIFY(project.value(30) == before);
+}
+
+QTEST_MAIN(TestWindowActions)
+#include "tst_window_actions.moc"

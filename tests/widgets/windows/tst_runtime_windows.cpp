@@ -1,0 +1,207 @@
+#include "support/RuntimeProject.h"
+
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/windows/OpeningTimer.h"
+#include "widgets/windows/WindowComposite.h"
+#include "widgets/windows/WindowForm.h"
+
+#include "nodes/visual/BasicComposition.h"
+#include "nodes/visual/BasicWidget.h"
+
+using namespace Widgets;
+using Nodes::BasicComposition;
+using Nodes::BasicWindow;
+
+namespace {
+
+constexpr const char *screens = R"(
+<window id="10" name="Form" x="30" y="40" width="200" height="100" border="resizable"
+        closeButton="true" modality="application" onOpen="31" onClose="32">
+  <label id="15" name="Live" signal="33" width="50" height="20"/>
+  <label id="16" name="Fixed" text="t"/>
+</window>
+<windowComposed id="12" name="Composed" width="100" height="90" composition="20"/>
+<composition id="20" name="A" keep="true"><layer id="21" name="L">
+  <label id="22" name="A" signal="33"/></layer></composition>
+<composition id="23" name="B"><layer id="24" name="L"><label id="25" name="B"/></layer></composition>
+<memorySignal id="29" name="opened" writable="true"/>
+<memorySignal id="30" name="closed" writable="true"/>
+<actionWriteValue id="31" name="O" signal="29" value="1"/>
+<actionWriteValue id="32" name="C" signal="30" value="1"/>
+<memorySignal id="33" name="value"/>)";
+
+bool isLive(const RuntimeProject &project, unsigned long element)
+{
+    return project.node(element)->GetState() == Nodes::NodeState::Running;
+}
+
+} // namespace
+
+class TestRuntimeWindows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void takesItsNodesProperties();
+    void aChangedNodeMovesItAnOtherwiseChangedOneDoesNot();
+    void withoutANodeItStaysEmpty();
+    void editingCentresInTheParent_data();
+    void editingCentresInTheParent();
+    void everyShowAndHideRunsItsList();
+    void minimizingRunsNoList();
+    void elementsAreLiveWhileShown();
+    void keptSceneComesBack();
+    void droppedSceneIsBuiltAnew();
+    void openingIsMeasured();
+};
+
+void TestRuntimeWindows::takesItsNodesProperties()
+{
+    const RuntimeProject project(screens);
+    const WindowForm window(project.node<BasicWindow>(10), nullptr);
+    QCOMPARE(window.geometry(), QRect(30, 40, 200, 100));
+    QCOMPARE(window.getStrTitle(), QStringLiteral("Form"));
+    QCOMPARE(window.getModality(), Qt::ApplicationModal);
+    QCOMPARE(window.getTitleHeight(), 10);
+    QCOMPARE(window.getFrameMargin(),
+             2 * window.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
+    QVERIFY(window.getTitleVisible() && window.getCloseBtnVisible() && !window.getFrameFlag());
+    QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
+    QVERIFY(window.viewport()->hasMouseTracking());
+}
+
+void TestRuntimeWindows::aChangedNodeMovesItAnOtherwiseChangedOneDoesNot()
+{
+    const RuntimeProject project(screens);
+    auto *node = project.node<BasicWindow>(10);
+    WindowForm window(node, nullptr);
+    window.move(500, 300);
+    QVERIFY(node->SetPropertyText("closeButton", "false").IsSuccess());
+    QTRY_COMPARE(window.getTitleHeight(), 0);
+    QCOMPARE(window.pos(), QPoint(500, 300));
+    QVERIFY(node->SetPropertyText("width", "250").IsSuccess());
+    QTRY_COMPARE(window.geometry(), QRect(30, 40, 250, 100));
+}
+
+void TestRuntimeWindows::withoutANodeItStaysEmpty()
+{
+    RuntimeProject project(screens);
+    project.record({29, 30});
+    WindowForm window(nullptr, nullptr);
+    window.show();
+    window.onUpdateProperties();
+    window.hide();
+    QVERIFY(window.getStrTitle().isEmpty());
+    QCOMPARE(window.getBorderType(), BasicWindow::BorderFrameless);
+    QVERIFY(window.close());
+}
+
+void TestRuntimeWindows::editingCentresInTheParent_data()
+{
+    QTest::addColumn<QSize>("parent");
+    QTest::addColumn<QRect>("expected");
+    QTest::newRow("none") << QSize() << QRect(30, 40, 200, 100);
+    QTest::newRow("larger") << QSize(400, 300) << QRect(100, 100, 200, 100);
+    QTest::newRow("no room above") << QSize(400, 110) << QRect(100, 20, 200, 100);
+    QTest::newRow("smaller") << QSize(100, 50) << QRect(0, 20, 200, 100);
+}
+
+void TestRuntimeWindows::editingCentresInTheParent()
+{
+    QFETCH(QSize, parent);
+    QFETCH(QRect, expected);
+    const RuntimeProject project(screens, Nodes::WorkModeEditing);
+    QWidget holder;
+    holder.resize(parent);
+    const WindowForm window(project.node<BasicWindow>(10), parent.isValid() ? &holder : nullptr);
+    QCOMPARE(window.geometry(), expected);
+    QVERIFY(window.getStrTitle().isEmpty() && !window.getTitleVisible());
+}
+
+void TestRuntimeWindows::everyShowAndHideRunsItsList()
+{
+    RuntimeProject project(screens);
+    project.record({29, 30});
+    WindowForm window(project.node<BasicWindow>(10), nullptr);
+    for (int round = 1; round <= 2; ++round) {
+        window.show();
+        window.hide();
+        QTRY_COMPARE(project.recorded.count("opened"), round);
+        QTRY_COMPARE(project.recorded.count("closed"), round);
+    }
+    QCOMPARE(project.recorded, QStringList({"opened", "closed", "opened", "closed"}));
+}
+
+void TestRuntimeWindows::minimizingRunsNoList()
+{
+    RuntimeProject project(screens);
+    WindowForm window(project.node<BasicWindow>(10), nullptr);
+    window.show();
+    QTRY_VERIFY(!project.value(29).IsEmpty());
+    project.record({29, 30});
+    window.showMinimized();
+    QTRY_VERIFY(!isLive(project, 15));
+    window.showNormal();
+    QTRY_VERIFY(isLive(project, 15));
+    window.hide();
+    QTRY_COMPARE(project.recorded, QStringList("closed"));
+}
+
+void TestRuntimeWindows::elementsAreLiveWhileShown()
+{
+    const RuntimeProject project(screens);
+    WindowForm window(project.node<BasicWindow>(10), nullptr);
+    window.show();
+    QVERIFY(isLive(project, 15));
+    window.hide();
+    QVERIFY(!isLive(project, 15));
+    window.show();
+    QVERIFY(isLive(project, 15));
+}
+
+void TestRuntimeWindows::keptSceneComesBack()
+{
+    const RuntimeProject project(screens);
+    WindowComposite window(project.node<BasicWindow>(12), nullptr);
+    window.show();
+    ProxyScene *first = window.proxyScene();
+    QVERIFY(isLive(project, 22));
+    window.LoadComposition(project.node<BasicComposition>(23));
+    QVERIFY(window.proxyScene() != first);
+    QVERIFY(!isLive(project, 22) && isLive(project, 25));
+    QCOMPARE(window.composition(), project.node<BasicComposition>(23));
+    window.LoadComposition(project.node<BasicComposition>(20));
+    QCOMPARE(window.proxyScene(), first);
+    QVERIFY(isLive(project, 22));
+    window.LoadComposition(nullptr);
+    QCOMPARE(window.proxyScene(), first);
+}
+
+void TestRuntimeWindows::droppedSceneIsBuiltAnew()
+{
+    const RuntimeProject project(screens);
+    WindowComposite window(project.node<BasicWindow>(12), nullptr);
+    window.LoadComposition(project.node<BasicComposition>(23));
+    const QPointer<ProxyScene> dropped = window.proxyScene();
+    window.LoadComposition(project.node<BasicComposition>(20));
+    QTRY_VERIFY(!dropped);
+}
+
+void TestRuntimeWindows::openingIsMeasured()
+{
+    const RuntimeProject project(screens);
+    WindowForm window(project.node<BasicWindow>(10), nullptr);
+    OpeningTimer *timer = OpeningTimer::restart(window, OpeningTimer::Clock::now());
+    QSignalSpy painted(timer, &OpeningTimer::painted);
+    QSignalSpy live(timer, &OpeningTimer::valuesLive);
+    window.show();
+    QTRY_COMPARE(painted.size(), 1);
+    QVERIFY(live.isEmpty());
+    project.node<Nodes::BasicSignal>(33)->GetCell()->Publish(1.5);
+    QTRY_COMPARE(live.size(), 1);
+    QCOMPARE(live.first()[1].toInt(), 0);
+    QVERIFY(live.first()[0].toLongLong() >= painted.first()[0].toLongLong());
+}
+
+QTEST_MAIN(TestRuntimeWindows)
+#include "tst_runtime_windows.moc"
