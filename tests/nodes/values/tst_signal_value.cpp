@@ -46,10 +46,10 @@ void TestSignalValue::readsNumbers_data()
     QTest::newRow("decimal") << "1.5" << 1.5 << 2 << false;
     QTest::newRow("one") << "1" << 1.0 << 1 << true;
     QTest::newRow("beyond int") << "3e9" << 3e9 << std::numeric_limits<int>::max() << false;
-    QTest::newRow("comma is no number") << "1,5" << NAN << 0 << false;
-    QTest::newRow("trailing unit is no number") << "1.5 bar" << NAN << 0 << false;
-    QTest::newRow("empty") << "" << NAN << 0 << false;
-    QTest::newRow("word") << "true" << NAN << 0 << true;
+    QTest::newRow("comma is no number") << "1,5" << qQNaN() << 0 << false;
+    QTest::newRow("trailing unit is no number") << "1.5 bar" << qQNaN() << 0 << false;
+    QTest::newRow("empty") << "" << qQNaN() << 0 << false;
+    QTest::newRow("word") << "true" << qQNaN() << 0 << true;
 }
 
 void TestSignalValue::readsNumbers()
@@ -103,7 +103,7 @@ void TestSignalValue::formatsFixedDecimals_data()
     QTest::newRow("no minus before zero") << -0.04 << 1 << "0.0";
     QTest::newRow("negative stays") << -0.06 << 1 << "-0.1";
     QTest::newRow("no decimals") << 1234567.8 << 0 << "1234568";
-    QTest::newRow("not a number") << double(NAN) << 1 << "nan";
+    QTest::newRow("not a number") << qQNaN() << 1 << "nan";
 }
 
 void TestSignalValue::formatsFixedDecimals()
