@@ -30,8 +30,8 @@ public:
     ActionQueue(const ActionQueue &) = delete;
     ActionQueue &operator=(const ActionQueue &) = delete;
 
-    /// Actions handed over and not finished at any time. Keeps the GUI thread responsive when
-    /// thousands are pushed at once, and bounds how deep actions that let events run can nest.
+    /// Actions handed over and not finished at any time: keeps the GUI thread responsive when
+    /// thousands are pushed at once.
     static constexpr int MaximumInFlight = 128;
 
     /// Takes the actions over, all or in order between those of other threads.

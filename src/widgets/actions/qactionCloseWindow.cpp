@@ -42,7 +42,7 @@ void qactionCloseWindow::closeCurrent() const
         return;
     g_pWindowManager->closeWindow(link.id, link.widget);
     log("qactionCloseWindow - hiding current window");
-    QCoreApplication::processEvents();
+    g_pWindowManager->letEventsRun();
 }
 
 void qactionCloseWindow::closeConfigured(const Nodes::actionCloseWindow &node) const
@@ -52,7 +52,7 @@ void qactionCloseWindow::closeConfigured(const Nodes::actionCloseWindow &node) c
         return;
     g_pWindowManager->closeAllWindow(window->GetId(), node.GetDisplay());
     log("qactionCloseWindow - hiding window");
-    QCoreApplication::processEvents();
+    g_pWindowManager->letEventsRun();
 }
 
 } // namespace Widgets

@@ -8,7 +8,6 @@
 
 #include "nodes/actions/actionShowWindow.h"
 
-#include <QCoreApplication>
 #include <QPointer>
 
 namespace Widgets {
@@ -56,7 +55,7 @@ void qactionShowWindow::open(const actionShowWindow &node, Nodes::BasicWindow &w
     if (!opened)
         return;
     OpeningTimer::restart(*opened, createdAt());
-    QCoreApplication::processEvents();
+    g_pWindowManager->letEventsRun();
     if (!opened)
         return;
     WindowPlacement::decorate(*opened);
@@ -64,7 +63,7 @@ void qactionShowWindow::open(const actionShowWindow &node, Nodes::BasicWindow &w
     opened->setWindowTitle(QString::fromStdString(window.GetName()));
     WindowPlacement::present(*opened);
     log("Действие \"открытие окна\"");
-    QCoreApplication::processEvents();
+    g_pWindowManager->letEventsRun();
 }
 
 } // namespace Widgets

@@ -16,6 +16,8 @@
 #include <QLoggingCategory>
 #include <QWidget>
 
+#include <utility>
+
 namespace Widgets {
 
 namespace {
@@ -148,17 +150,53 @@ Nodes::Result WindowManager::OnActionExecuted(qBasicAction *pAction)
 {
     const enActionState state = pAction->GetState();
     if (state == ActionHandedOver) {
-        pAction->setState(ActionExecuting);
-        pAction->Execute();
-        if (pAction->getNode())
-            pAction->getNode()->SetState(Nodes::NodeState::Finished);
-        pAction->setState(ActionFinished);
+        if (m_isLettingEventsRun || !m_deferred.isEmpty())
+            m_deferred.append(pAction);
+        else
+            execute(*pAction);
     } else if (state == ActionExecuting) {
         qCDebug(actionLog, "Action in process!");
     } else if (state != ActionFinished) {
         qCDebug(actionLog, "Some error with action!");
     }
     return {};
+}
+
+void WindowManager::execute(qBasicAction &action)
+{
+    action.setState(ActionExecuting);
+    action.Execute();
+    if (action.getNode())
+        action.getNode()->SetState(Nodes::NodeState::Finished);
+    action.setState(ActionFinished);
+}
+
+void WindowManager::letEventsRun()
+{
+    const QPointer<WindowManager> self = this;
+    const bool wasLetting = std::exchange(m_isLettingEventsRun, true);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (!self)
+        return;
+    m_isLettingEventsRun = wasLetting;
+    postNextDeferred();
+}
+
+void WindowManager::postNextDeferred()
+{
+    if (!m_deferred.isEmpty())
+        QMetaObject::invokeMethod(this, &WindowManager::runNextDeferred, Qt::QueuedConnection);
+}
+
+// One a turn of the event loop, so that input comes between. The next turn is asked for first: the
+// action may open a modal window.
+void WindowManager::runNextDeferred()
+{
+    if (m_isLettingEventsRun || m_deferred.isEmpty())
+        return;
+    qBasicAction *action = m_deferred.takeFirst();
+    postNextDeferred();
+    execute(*action);
 }
 
 void WindowManager::onTimerFinished(Nodes::operationTimer *timer)

@@ -88,6 +88,10 @@ public:
     /// object, the manager its node copy.
     qBasicAction *CreateQAction(Nodes::BasicAction *action);
 
+    /// Lets pending events run, but neither input nor further actions: for actions that have to
+    /// show something before they go on. What was handed over meanwhile runs afterwards, in order.
+    void letEventsRun();
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 public slots:
@@ -109,6 +113,9 @@ private:
     void subscribeTimers();
     void subscribeActionRequests();
     void append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);
+    void execute(qBasicAction &action);
+    void runNextDeferred();
+    void postNextDeferred();
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
     void minimizeAll() const;
     void closeEverything();
@@ -119,6 +126,8 @@ private:
     QList<QPointer<QWidget>> m_frames;
     QVector<WidgetLink> m_windows;
     ActionQueue m_queue;
+    QVector<qBasicAction *> m_deferred; // handed over while events were let run
+    bool m_isLettingEventsRun = false;
     Nodes::systemCore *m_core;
     WindowManagerWorkerThread *m_worker = nullptr;
 };

@@ -41,7 +41,8 @@ constexpr const char *screens = R"(
 <actionWriteValue id="58" name="write" signal="30" value="3"/>
 <actionWriteValue id="59" name="write read-only" signal="31" value="3"/>)";
 
-constexpr const char *users = R"(<authentication id="90" name="A"/><user id="91" name="U"/>)";
+constexpr const char *users = R"(
+<station id="89" name="St"><authentication id="90" name="A"/></station><user id="91" name="U"/>)";
 
 const QPoint second = FakeScreens::topLeft(1);
 
