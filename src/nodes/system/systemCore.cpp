@@ -9,6 +9,7 @@
 #include "nodes/signals/StaleMonitor.h"
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemVisualization.h"
+#include "nodes/timers/operationTimer.h"
 
 #include <boost/signals2/signal.hpp>
 
@@ -158,6 +159,9 @@ void systemCore::startFamily(NodeType::enNodeType family)
     NodeLinks found;
     m_project->FindNodes(family, &found);
     for (const NodeLink &link : found) {
+        const auto *timer = dynamic_cast<const operationTimer *>(link.GetNode());
+        if (timer && !timer->isAutostart())
+            continue;
         const Result started = link->Start();
         if (!started)
             StoreMessage(LevelWarning,
