@@ -44,6 +44,9 @@ std::optional<NColor> NColor::FromHex(std::string_view text)
 {
     if ((text.size() != 7 && text.size() != 9) || text.front() != '#')
         return std::nullopt;
+    // from_chars would take a minus sign for the start of a number.
+    if (text.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string_view::npos)
+        return std::nullopt;
     std::array<int, 4> channels{0, 0, 0, 255};
     for (std::size_t i = 1, c = 0; i < text.size(); i += 2, ++c) {
         const char *end = text.data() + i + 2;
