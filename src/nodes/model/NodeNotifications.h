@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/NodeLink.h"
+#include "nodes/values/SlotList.h"
 
 #include <boost/signals2/signal.hpp>
 
@@ -14,7 +15,7 @@ class SignalValue;
 struct NodeNotifications
 {
     boost::signals2::signal<void(BasicProperty *)> propertyChanged;
-    boost::signals2::signal<void(const SignalValue &)> valueChanged;
+    SlotList<const SignalValue &> valueChanged;
     boost::signals2::signal<void(bool)> activityChanged;
     boost::signals2::signal<void(NodeLink)> childAdded;
     boost::signals2::signal<void(NodeLink)> childRemoved;

@@ -1,14 +1,13 @@
 #include "nodes/values/ValueCell.h"
 
 #include "nodes/values/Clock.h"
-
-#include <boost/signals2/signal.hpp>
+#include "nodes/values/SlotList.h"
 
 namespace Nodes {
 
 struct ValueCellSignal
 {
-    boost::signals2::signal<void(const SignalValue &)> changed;
+    SlotList<const SignalValue &> changed;
 };
 
 ValueCell::ValueCell() = default;
