@@ -14,7 +14,10 @@ namespace Utils {
 class NodeRelay::State : public RelayTarget
 {
 public:
-    explicit State(Handlers handlers) : m_handlers(std::move(handlers)) {}
+    State(const Nodes::ConfigNode *node, Handlers handlers)
+        : m_handlers(std::move(handlers)), m_link(node), m_isIndexed(m_link.isValid())
+    {
+    }
 
     const Handlers &handlers() const { return m_handlers; }
     bool isOpen() const { return m_isOpen; }
@@ -36,6 +39,17 @@ public:
         m_hasProperty.store(true, std::memory_order_release);
         request();
     }
+    void activityCame(bool on)
+    {
+        if (RelayDispatcher::instance().isOwnThread()) {
+            if (m_isOpen)
+                m_handlers.activityChanged(on);
+            return;
+        }
+        m_isActive.store(on, std::memory_order_relaxed);
+        m_hasActivity.store(true, std::memory_order_release);
+        request();
+    }
     void childCame(const Nodes::NodeLink &link, bool isAdded)
     {
         if (RelayDispatcher::instance().isOwnThread()) {
@@ -54,6 +68,8 @@ protected:
     void deliver() override
     {
         const auto self = shared_from_this(); // a handler may destroy the receiver
+        if (m_isIndexed && !m_link.isValid())
+            return; // deleted since: what its handlers would read is gone
         std::vector<std::pair<Nodes::NodeLink, bool>> children;
         {
             const std::lock_guard lock(m_mutex);
@@ -65,6 +81,8 @@ protected:
         }
         if (m_hasProperty.exchange(false, std::memory_order_acq_rel) && m_isOpen)
             m_handlers.propertyChanged(nullptr);
+        if (m_hasActivity.exchange(false, std::memory_order_acq_rel) && m_isOpen)
+            m_handlers.activityChanged(m_isActive.load(std::memory_order_relaxed));
         if (m_hasValue.exchange(false, std::memory_order_acq_rel) && m_isOpen)
             m_handlers.valueChanged();
     }
@@ -78,9 +96,13 @@ private:
     }
 
     const Handlers m_handlers;
-    bool m_isOpen = true; // GUI thread
+    const Nodes::NodeLink m_link;
+    const bool m_isIndexed; // nodes outside of any project are not found by their links
+    bool m_isOpen = true;   // GUI thread
     std::atomic<bool> m_hasValue{false};
     std::atomic<bool> m_hasProperty{false};
+    std::atomic<bool> m_hasActivity{false};
+    std::atomic<bool> m_isActive{false};
     std::mutex m_mutex;
     std::vector<std::pair<Nodes::NodeLink, bool>> m_children; // guarded
 };
@@ -106,7 +128,7 @@ void NodeRelay::connect(Nodes::ConfigNode *node, Handlers handlers)
     if (!node)
         return;
     RelayDispatcher::instance();
-    m_state = std::make_shared<State>(std::move(handlers));
+    m_state = std::make_shared<State>(node, std::move(handlers));
     const auto state = m_state;
     if (state->handlers().valueChanged)
         m_connections.emplace_back(
@@ -114,6 +136,9 @@ void NodeRelay::connect(Nodes::ConfigNode *node, Handlers handlers)
     if (state->handlers().propertyChanged)
         m_connections.emplace_back(node->ConnectPropertyChanged(
             [state](Nodes::BasicProperty *property) { state->propertyCame(property); }));
+    if (state->handlers().activityChanged)
+        m_connections.emplace_back(
+            node->ConnectActivityChanged([state](bool on) { state->activityCame(on); }));
     if (state->handlers().childAdded)
         m_connections.emplace_back(node->ConnectChildAdded(
             [state](const Nodes::NodeLink &link) { state->childCame(link, true); }));

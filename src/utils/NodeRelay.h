@@ -32,6 +32,8 @@ public:
         std::function<void(Nodes::BasicProperty *)> propertyChanged;
         /// A value arrived; the node tells the latest.
         std::function<void()> valueChanged;
+        /// The node became active or idle; bursts from other threads end in the last state.
+        std::function<void(bool)> activityChanged;
         /// Every child is announced; nothing is collapsed.
         std::function<void(Nodes::NodeLink)> childAdded;
         std::function<void(Nodes::NodeLink)> childRemoved;
