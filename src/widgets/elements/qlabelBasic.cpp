@@ -6,6 +6,7 @@
 #include "nodes/visual/BasicWidget.h"
 #include "utils/ValueConversions.h"
 
+#include <QGraphicsProxyWidget>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QToolTip>
@@ -44,6 +45,15 @@ void qlabelBasic::onActive(bool on)
     connect(this, &qlabelBasic::valueUpdated, this, &qlabelBasic::onValueUpdated,
             Qt::UniqueConnection);
     onUpdateProperties(nullptr);
+}
+
+void qlabelBasic::repaintElement()
+{
+    // A widget's own update() takes an event and a region on its way to the same item.
+    if (QGraphicsProxyWidget *host = graphicsProxyWidget())
+        host->QGraphicsItem::update();
+    else
+        update();
 }
 
 void qlabelBasic::mousePressEvent(QMouseEvent *event)

@@ -39,15 +39,17 @@ void qwidgetLabel::onUpdateProperties(Nodes::BasicProperty *)
     m_isDisabled = m_label->isDisabled();
     applyFont();
     onValueUpdated(Nodes::SignalValue());
-    update();
+    repaintElement();
 }
 
 void qwidgetLabel::applyBackground(const QColor &color)
 {
     m_backgroundColor = color;
-    QPalette changed = palette();
-    if (changed.color(backgroundRole()) == color)
+    // A palette of its own costs a label more than all the rest of it; transparent needs none.
+    if (palette().color(backgroundRole()) == color || (color.alpha() == 0 && !m_hasPalette))
         return;
+    m_hasPalette = true;
+    QPalette changed = palette();
     changed.setColor(backgroundRole(), color);
     setPalette(changed);
 }
@@ -91,7 +93,7 @@ void qwidgetLabel::onValueUpdated(Nodes::SignalValue)
     if (before.quality != m_quality)
         applyFont();
     if (!(before == look()))
-        update();
+        repaintElement();
 }
 
 void qwidgetLabel::applyFont()

@@ -69,6 +69,7 @@ private:
     Qt::Alignment m_alignment;
     bool m_isWrapped = false;
     float m_angle = 0;
+    bool m_hasPalette = false;
     bool m_isDisabled = false;
     Nodes::widgetLabel *m_label;       ///< null for a node of another class
     Nodes::widgetMultiLabel *m_states; ///< null for a plain label

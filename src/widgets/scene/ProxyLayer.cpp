@@ -1,5 +1,6 @@
 #include "widgets/scene/ProxyLayer.h"
 
+#include "widgets/scene/BulkInsertion.h"
 #include "widgets/scene/ProxyWidget.h"
 
 #include "nodes/model/BasicProperty.h"
@@ -19,20 +20,22 @@ constexpr unsigned visibleProperty = 13003;
 
 } // namespace
 
-ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsItem *parent, Qt::WindowFlags flags)
-    : QGraphicsProxyWidget(parent, flags), m_node(node)
+ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags)
+    : QGraphicsProxyWidget(nullptr, flags), m_node(node)
 {
     setObjectName(QStringLiteral("Layer"));
     setFlag(ItemHasNoContents);
     setGeometry(QRectF());
+    if (scene)
+        scene->addItem(this);
     if (!m_node)
         return;
     connect(this, &ProxyLayer::nodeAdded, this, &ProxyLayer::addWidget);
     connect(this, &ProxyLayer::nodeRemoved, this, &ProxyLayer::onNodeRemoved);
 }
 
-ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer)
-    : ProxyLayer(static_cast<Nodes::ConfigNode *>(layer), nullptr, Qt::WindowFlags())
+ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer, QGraphicsScene *scene)
+    : ProxyLayer(static_cast<Nodes::ConfigNode *>(layer), scene, Qt::WindowFlags())
 {
     if (!layer)
         return;
@@ -41,23 +44,28 @@ ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer)
     connect(this, &ProxyLayer::propertyUpdated, this, &ProxyLayer::onPropertyChange);
     follow(true);
     setTransparency(isModeTransparent());
-    for (const Nodes::NodeLink &link : layer->GetWidgets())
-        addWidget(link);
-    setEnabledItems(true);
+    addWidgets(layer->GetWidgets().GetLinks());
 }
 
-ProxyLayer::ProxyLayer(Nodes::BasicWindow *window)
-    : ProxyLayer(static_cast<Nodes::ConfigNode *>(window), nullptr, Qt::WindowFlags())
+ProxyLayer::ProxyLayer(Nodes::BasicWindow *window, QGraphicsScene *scene)
+    : ProxyLayer(static_cast<Nodes::ConfigNode *>(window), scene, Qt::WindowFlags())
 {
     if (!window)
         return;
     follow(false);
-    for (const Nodes::NodeLink &link : window->GetNodes())
-        addWidget(link);
-    setEnabledItems(true);
+    addWidgets(window->GetNodes());
 }
 
 ProxyLayer::~ProxyLayer() = default;
+
+void ProxyLayer::addWidgets(const Nodes::NodeLinks &links)
+{
+    BulkInsertion insertion(*this);
+    for (const Nodes::NodeLink &link : links)
+        insertion.inserted(addWidget(link));
+    setEnabledItems(true);
+    m_isBuilt = true;
+}
 
 void ProxyLayer::follow(bool withProperties)
 {
@@ -89,7 +97,7 @@ ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
     host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(m_frameType));
     // An element added while its scene is shown appears selected; those of a scene being built
     // do not.
-    if (scene())
+    if (m_isBuilt)
         host->setSelected(true);
     return host;
 }

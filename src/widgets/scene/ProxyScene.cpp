@@ -47,7 +47,7 @@ ProxyScene::ProxyScene(Nodes::BasicComposition *composition, QObject *parent)
     QList<ProxyLayer *> layers;
     for (const Nodes::NodeLink &link : composition->GetNodes()) {
         if (auto *layer = dynamic_cast<Nodes::BasicLayer *>(link.GetNode()))
-            layers.append(new ProxyLayer(layer));
+            layers.append(new ProxyLayer(layer, this));
     }
     addLayers(layers);
     updateZOrder();
@@ -56,14 +56,14 @@ ProxyScene::ProxyScene(Nodes::BasicComposition *composition, QObject *parent)
 ProxyScene::ProxyScene(Nodes::BasicLayer *layer, QObject *parent)
     : ProxyScene(static_cast<Nodes::BasicNode *>(layer->GetParent()), 0, parent)
 {
-    addLayers({new ProxyLayer(layer)});
+    addLayers({new ProxyLayer(layer, this)});
     updateZOrder();
 }
 
 ProxyScene::ProxyScene(Nodes::BasicWindow *window, QObject *parent)
     : ProxyScene(static_cast<Nodes::BasicNode *>(window), 0, parent)
 {
-    addLayers({new ProxyLayer(window)});
+    addLayers({new ProxyLayer(window, this)});
     updateZOrder();
 }
 
@@ -77,7 +77,8 @@ ProxyScene::~ProxyScene()
 void ProxyScene::addLayers(const QList<ProxyLayer *> &layers)
 {
     for (ProxyLayer *layer : layers) {
-        addItem(layer);
+        if (layer->scene() != this)
+            addItem(layer);
         connect(layer, &ProxyLayer::propertyChange, this, &ProxyScene::updateZOrder);
         connect(&m_selectionTimer, &QTimer::timeout, layer, &ProxyLayer::updateSelection);
     }

@@ -74,7 +74,7 @@ void ProxyView::showScene(ProxyScene *scene, Nodes::ConfigNode *node)
     Utils::NodeRelay::Handlers handlers;
     handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
     m_relay.connect(node, std::move(handlers));
-    m_border = nullptr;
+    delete m_border; // a kept scene gets a new one each time it is shown
     QGraphicsView::setScene(scene);
     addBorder(node);
 }

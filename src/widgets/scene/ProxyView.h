@@ -67,7 +67,7 @@ private:
     void zoom(bool isCloser, QPoint at);
 
     QSize m_sizeHint;
-    Border *m_border = nullptr; // owned by the scene shown; null at run time
+    QPointer<Border> m_border; // owned by the scene shown; null at run time
     Utils::NodeRelay m_relay;
     int m_lastX = 0;
     int m_lastY = 0;

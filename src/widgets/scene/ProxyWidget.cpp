@@ -96,10 +96,11 @@ QWidget *ProxyWidget::createWidget(Nodes::BasicWidget *node)
 void ProxyWidget::nameElement(QWidget &widget, const Nodes::BasicWidget &node) const
 {
     const Nodes::ConfigNode *parent = node.GetParent();
-    widget.setObjectName(QStringLiteral("node id: %1 parent: %2 parent id: %3")
-                             .arg(node.GetId())
-                             .arg(parent ? QString::fromStdString(parent->GetName()) : QString())
-                             .arg(parent ? parent->GetId() : 0));
+    std::string name = "node id: " + std::to_string(node.GetId()) + " parent: ";
+    if (parent)
+        name += parent->GetName();
+    name += " parent id: " + std::to_string(parent ? parent->GetId() : 0);
+    widget.setObjectName(QString::fromStdString(name));
 }
 
 Nodes::BasicWidget *ProxyWidget::getNode() const
