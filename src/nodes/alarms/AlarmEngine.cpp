@@ -102,7 +102,8 @@ void AlarmEngine::restore(const std::string &stateFile)
             m_unsaved[node] = AlarmMemory();
             continue;
         }
-        step(*found->second, [&](AlarmTracker &tracker) { tracker.Restore(memory, now); });
+        const AlarmMemory &kept = memory;
+        step(*found->second, [&](AlarmTracker &tracker) { tracker.Restore(kept, now); });
         m_outbox.push_back({found->second->tracker.GetRecord(), false});
     }
 }

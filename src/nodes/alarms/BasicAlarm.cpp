@@ -47,4 +47,11 @@ void BasicAlarm::Validate(ValidationResults &results) const
                         "перенесите тревогу под сигнал.");
 }
 
+AuthPrivArray BasicAlarm::GetAvailablePrivs() const
+{
+    AuthPrivArray privileges = ConfigNode::GetAvailablePrivs();
+    privileges.insert(privileges.end(), {PrivilegeAcknowledge, PrivilegeShelve});
+    return privileges;
+}
+
 } // namespace Nodes

@@ -31,6 +31,7 @@ public:
     /// Copies the settings into an object for the evaluating threads; never null.
     virtual std::unique_ptr<AlarmCondition> MakeCondition() const = 0;
 
+    AuthPrivArray GetAvailablePrivs() const override;
     void Validate(ValidationResults &results) const override;
 
 protected:

@@ -80,4 +80,11 @@ void BasicDriver::DegradeAll(const Result &reason)
         SignalSink(*signal).Lose(reason);
 }
 
+AuthPrivArray BasicDriver::GetAvailablePrivs() const
+{
+    AuthPrivArray privileges = ConfigNode::GetAvailablePrivs();
+    privileges.insert(privileges.end(), {PrivilegeCommand});
+    return privileges;
+}
+
 } // namespace Nodes

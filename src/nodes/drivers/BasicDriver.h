@@ -31,6 +31,7 @@ public:
     Result Start() override;
     /// Ends the driver's work; its signals are then Bad, so that nothing looks live.
     Result Stop() override;
+    AuthPrivArray GetAvailablePrivs() const override;
 
 protected:
     static void Describe(KindBuilder &builder);

@@ -30,9 +30,6 @@ public:
     const std::string &GetPath() const { return m_path; }
     enSignalValueType GetType() const { return m_type; }
 
-    /// `value` as `type`; a WrongType error where it has no such form.
-    static SignalValue ToType(enSignalValueType type, const SignalValue &value);
-
 private:
     std::shared_ptr<ValueCell> m_cell;
     std::string m_path;

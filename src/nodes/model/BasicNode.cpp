@@ -27,6 +27,11 @@ BasicNode::Rare &BasicNode::rare() const
     return *m_rare;
 }
 
+AuthPrivArray BasicNode::GetAvailablePrivs() const
+{
+    return {PrivilegeView, PrivilegeConfigure};
+}
+
 NodeType BasicNode::GetNodeType() const
 {
     return m_kind ? m_kind->type : NodeType();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodeLink.h"
 #include "nodes/model/NodeType.h"
 #include "nodes/values/Result.h"
@@ -78,6 +79,9 @@ public:
     [[nodiscard]] Result SetProperty(unsigned valueId, const boost::any &value);
     /// The same from the text form of project files.
     [[nodiscard]] Result SetPropertyText(std::string_view key, std::string_view text);
+
+    /// Privileges that this node can demand; kinds add their own to viewing and configuring.
+    virtual AuthPrivArray GetAvailablePrivs() const;
 
     /// True when a link property of this node refers to `link`.
     bool IsLinked(const NodeLink &link) const;

@@ -62,9 +62,14 @@ public:
     void Append(std::unique_ptr<ConfigNode> child);
     /// Takes all children out of a tree that nobody sees yet.
     std::vector<std::unique_ptr<ConfigNode>> TakeChildren();
+    /// Adds the nodes one after the other from `index` on; those taken become null, the others stay
+    /// in the caller's hands. Count of nodes taken.
+    int AddNodes(std::vector<std::unique_ptr<ConfigNode>> &nodes, int index = -1);
     /// Takes the child out of the tree and the index and hands it over; null when it is no child.
     /// Adding it again restores it with its ids, so links to it work again.
     std::unique_ptr<ConfigNode> RemoveNode(const NodeLink &child);
+    /// RemoveNode of each that is a child, in the order given.
+    std::vector<std::unique_ptr<ConfigNode>> RemoveNodes(const NodesArray &children);
     /// Destroys the child. With `references` also removes every link to it in the project; with
     /// `force` it goes even while others refer to it, else that is Refused.
     [[nodiscard]] Result DeleteNode(unsigned long id, bool references = true, bool force = false);

@@ -176,6 +176,26 @@ std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
     return node;
 }
 
+int ConfigNode::AddNodes(std::vector<std::unique_ptr<ConfigNode>> &nodes, int index)
+{
+    int count = 0;
+    for (auto &node : nodes) {
+        if (AddNode(node, index < 0 ? index : index + count))
+            ++count;
+    }
+    return count;
+}
+
+std::vector<std::unique_ptr<ConfigNode>> ConfigNode::RemoveNodes(const NodesArray &children)
+{
+    std::vector<std::unique_ptr<ConfigNode>> removed;
+    for (const NodeLink &child : children) {
+        if (std::unique_ptr<ConfigNode> node = RemoveNode(child))
+            removed.push_back(std::move(node));
+    }
+    return removed;
+}
+
 Result ConfigNode::DeleteNode(unsigned long id, bool references, bool force)
 {
     const ConfigNode *child = GetSubObject(id);

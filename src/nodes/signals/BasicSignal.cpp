@@ -8,8 +8,6 @@
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
 
-#include <cmath>
-
 namespace Nodes {
 
 BasicSignal::BasicSignal() : m_cell(std::make_shared<ValueCell>()) {}
@@ -44,25 +42,10 @@ SignalValue BasicSignal::GetValue() const
 
 SignalValue BasicSignal::Convert(const SignalValue &value) const
 {
-    const double number = value.ToDouble();
-    const Result wrongType(this, Result::WrongType, GetName() + " = " + value.ToString());
-    if (value.IsError() || value.IsEmpty())
-        return wrongType;
-    switch (GetValueType()) {
-    case enSignalValueType::String:
-        return value.ToString();
-    case enSignalValueType::Bool:
-        return std::isnan(number) && value.ToString() != "true" && value.ToString() != "false"
-                   ? SignalValue(wrongType)
-                   : SignalValue(value.ToBool());
-    case enSignalValueType::Int:
-        return std::isnan(number) ? SignalValue(wrongType) : SignalValue(value.ToInt());
-    case enSignalValueType::ULong:
-        return std::isnan(number) || number < 0 ? SignalValue(wrongType)
-                                                : SignalValue(value.ToULong());
-    default:
-        return std::isnan(number) ? SignalValue(wrongType) : SignalValue(number);
-    }
+    const SignalValue converted = value.ConvertedTo(GetValueType());
+    if (value.IsError() || converted.IsError())
+        return Result(this, Result::WrongType, GetName() + " = " + value.ToString());
+    return converted;
 }
 
 Result BasicSignal::checkWrite(const SignalValue &converted) const
@@ -112,6 +95,13 @@ void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
     event.oldValue = old.ToString();
     event.newValue = value.ToString();
     (void)core->GetJournal().Append(std::move(event));
+}
+
+AuthPrivArray BasicSignal::GetAvailablePrivs() const
+{
+    AuthPrivArray privileges = ConfigNode::GetAvailablePrivs();
+    privileges.insert(privileges.end(), {PrivilegeWrite});
+    return privileges;
 }
 
 } // namespace Nodes

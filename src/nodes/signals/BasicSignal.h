@@ -43,6 +43,7 @@ public:
     /// when it is read back. GUI thread.
     [[nodiscard]] Result WriteValue(const SignalValue &value);
 
+    AuthPrivArray GetAvailablePrivs() const override;
     /// `value` as this signal's own type; an error value when it does not fit it.
     SignalValue Convert(const SignalValue &value) const;
 

@@ -41,7 +41,47 @@ struct TextWriter
     }
 };
 
+bool isLogical(const SignalValue &value)
+{
+    return !std::isnan(value.ToDouble()) || value.ToString() == "true" ||
+           value.ToString() == "false";
+}
+
+/// Whether the nearest integer of `number` is within the limits; NaN is not.
+bool isWithin(double number, double lowest, double limit)
+{
+    const double rounded = std::round(number);
+    return rounded >= lowest && rounded < limit;
+}
+
+constexpr double intLowest = std::numeric_limits<int>::min();
+constexpr double intLimit = -intLowest;
+constexpr double ulongLimit = 2.0 * (std::numeric_limits<unsigned long>::max() / 2 + 1);
+
 } // namespace
+
+SignalValue SignalValue::ConvertedTo(enSignalValueType type) const
+{
+    if (GetType() == type || IsError())
+        return *this;
+    if (IsEmpty())
+        return Result(Result::NotAvailable, "no value");
+    const double number = ToDouble();
+    SignalValue fitting{Result(Result::WrongType, "'" + ToString() + "'")};
+    if (type == enSignalValueType::String)
+        fitting = ToString();
+    else if (type == enSignalValueType::Bool && isLogical(*this))
+        fitting = ToBool();
+    else if (type == enSignalValueType::Int && isWithin(number, intLowest, intLimit))
+        fitting = ToInt();
+    else if (type == enSignalValueType::ULong && isWithin(number, 0, ulongLimit))
+        fitting = ToULong();
+    else if (type == enSignalValueType::Double && !std::isnan(number))
+        fitting = number;
+    fitting.SetTimes(m_sourceTime, m_receiveTime);
+    fitting.SetQuality(m_quality);
+    return fitting;
+}
 
 enSignalValueType SignalValue::GetType() const
 {

@@ -57,6 +57,10 @@ public:
     std::string ToString() const;
     /// True for true, non-zero numbers, and the texts "1" and "true". Errors and nothing are false.
     bool ToBool() const;
+    /// The same value as another type, with its quality and times. An error value in place of what
+    /// does not fit: text that is no number, a number beyond the type's range, nothing received.
+    /// Errors stay errors; fractions are rounded to the nearest integer.
+    SignalValue ConvertedTo(enSignalValueType type) const;
     bool IsNumber() const;
     bool IsError() const { return GetType() == enSignalValueType::Result; }
     bool IsEmpty() const { return GetType() == enSignalValueType::None; }

@@ -50,4 +50,11 @@ KindInfo BasicWindow::Kind()
         .Children({NodeType::TypeWidget});
 }
 
+AuthPrivArray BasicWindow::GetAvailablePrivs() const
+{
+    AuthPrivArray privileges = ConfigNode::GetAvailablePrivs();
+    privileges.insert(privileges.end(), {PrivilegeOpen, PrivilegeClose});
+    return privileges;
+}
+
 } // namespace Nodes

@@ -11,6 +11,7 @@ class TreeEditing : public QObject
 private slots:
     void addingIndexesAndAnnounces();
     void removedSubtreeComesBackWithItsIds();
+    void severalMoveTogether();
     void refusedNodeStaysWithTheCaller_data();
     void refusedNodeStaysWithTheCaller();
     void deletingCaresForReferences_data();
@@ -55,6 +56,21 @@ void TreeEditing::removedSubtreeComesBackWithItsIds()
     QVERIFY(!f.root()->RemoveNode(composition));
     QVERIFY(f.root()->AddNode(taken));
     QCOMPARE(label.GetNode(), layer->GetNodeAt(0));
+}
+
+void TreeEditing::severalMoveTogether()
+{
+    ProjectFixture f;
+    ConfigNode *layer = f.addLayer();
+    const NodeLink a(f.add("label", layer));
+    const NodeLink b(f.add("label", layer));
+    const NodeLink c(f.add("label", layer));
+    auto taken = layer->RemoveNodes(NodesArray(NodeLinks{c, NodeLink(layer), a}));
+    QCOMPARE(taken.size(), std::size_t(2));
+    taken.insert(taken.begin() + 1, f.project.CreateDetached(f.kind("folder"))); // not allowed
+    QCOMPARE(layer->AddNodes(taken, 0), 2);
+    QVERIFY(!taken[0] && taken[1] && !taken[2]);
+    QCOMPARE(layer->GetNodes(), (NodeLinks{c, a, b}));
 }
 
 void TreeEditing::refusedNodeStaysWithTheCaller_data()

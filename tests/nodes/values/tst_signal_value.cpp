@@ -16,6 +16,8 @@ private slots:
     void errorsNeverReadAsNumbers();
     void readsNumbers_data();
     void readsNumbers();
+    void convertsWithoutLosing_data();
+    void convertsWithoutLosing();
     void qualityFollowsTheHeldAlternative();
     void numberTextsSurviveARoundTrip_data();
     void numberTextsSurviveARoundTrip();
@@ -63,6 +65,37 @@ void TestSignalValue::readsNumbers()
         QCOMPARE(value.ToDouble(), number);
     QTEST(value.ToInt(), "integer");
     QTEST(value.ToBool(), "isTrue");
+}
+
+void TestSignalValue::convertsWithoutLosing_data()
+{
+    QTest::addColumn<double>("number");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("text"); // empty: does not fit
+    const auto row = [](const char *name, double number, enSignalValueType type, const char *text) {
+        QTest::newRow(name) << number << int(type) << text;
+    };
+    row("rounded", 2.5, enSignalValueType::Int, "3");
+    row("lowest int", -2147483648.0, enSignalValueType::Int, "-2147483648");
+    row("above int", 2147483647.5, enSignalValueType::Int, "");
+    row("below int", -2147483649.0, enSignalValueType::Int, "");
+    row("negative unsigned", -1, enSignalValueType::ULong, "");
+    row("above unsigned", 18446744073709551616.0, enSignalValueType::ULong, "");
+    row("no number", qQNaN(), enSignalValueType::Int, "");
+    row("logical", 7, enSignalValueType::Bool, "true");
+}
+
+void TestSignalValue::convertsWithoutLosing()
+{
+    QFETCH(double, number);
+    QFETCH(int, type);
+    SignalValue value(number);
+    value.SetQuality(Quality::Uncertain);
+    value.SetTimes(11, 12);
+    const SignalValue converted = value.ConvertedTo(enSignalValueType(type));
+    QTEST(converted.IsError() ? QString() : QString::fromStdString(converted.ToString()), "text");
+    QCOMPARE(converted.GetSourceTime(), Timestamp(11));
+    QCOMPARE(converted.GetQuality(), converted.IsError() ? Quality::Bad : Quality::Uncertain);
 }
 
 void TestSignalValue::qualityFollowsTheHeldAlternative()

@@ -7,8 +7,8 @@
 
 #include "nodes/visual/BasicWidget.h"
 
-#include <QMenu>
 #include <QApplication>
+#include <QMenu>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTimer>

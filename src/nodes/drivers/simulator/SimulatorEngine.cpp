@@ -33,7 +33,7 @@ SignalValue checked(enSignalValueType type, const SignalValue &value)
         return Result(Result::WrongType, "the formula gives no value");
     if (value.IsNumber() && !std::isfinite(value.ToDouble()))
         return Result(Result::OutOfRange, "the formula gives " + value.ToString());
-    return SignalSink::ToType(type, value);
+    return value.ConvertedTo(type);
 }
 
 } // namespace

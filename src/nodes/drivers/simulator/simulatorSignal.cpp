@@ -20,9 +20,9 @@ KindInfo simulatorSignal::Kind()
 SignalValue simulatorSignal::GetInitialValue() const
 {
     if (!m_initialValue.empty())
-        return SignalSink::ToType(GetValueType(), m_initialValue);
+        return SignalValue(m_initialValue).ConvertedTo(GetValueType());
     const bool isText = GetValueType() == enSignalValueType::String;
-    return isText ? SignalValue("") : SignalSink::ToType(GetValueType(), 0);
+    return isText ? SignalValue("") : SignalValue(0).ConvertedTo(GetValueType());
 }
 
 Result simulatorSignal::DoWrite(const SignalValue &value)
