@@ -9,6 +9,7 @@ namespace Nodes {
 class NODES_EXPORT driverStatus : public BasicSignal
 {
 public:
+    driverStatus() { SetValueType(enSignalValueType::Bool); }
     static KindInfo Kind();
 
 protected:

@@ -53,6 +53,9 @@ protected:
     /// for a device: queue, answer NotConnected at once when the device is known to be lost.
     virtual Result DoWrite(const SignalValue &value) = 0;
 
+    /// For constructors of kinds whose values are of one type by nature.
+    void SetValueType(enSignalValueType type) { m_valueType = int(type); }
+
     friend class KindBuilder;
 
 private:

@@ -4,6 +4,8 @@
 
 #include <QtTest>
 
+#include <cmath>
+
 using namespace Nodes;
 
 namespace {
@@ -189,12 +191,17 @@ void TestHostMetrics::realMachine()
                                           add("process.rss"), add("uptime"), add("disk.used", "/"),
                                           add("process.cpu")};
     BasicSignal *name = add("host.name", "", "string");
+    BasicSignal *megabytes = add("process.rss");
+    QVERIFY(megabytes->SetPropertyText("scale", "0.000001"));
     BasicSignal *nowhere = add("disk.used", "/no/such/place");
     BasicSignal *text = add("host.name");
     QVERIFY(driver->Start().IsSuccess());
     for (const BasicSignal *signal : real)
         QTRY_VERIFY(signal->GetValue().IsGood() && signal->GetValue().ToDouble() >= 0);
     QVERIFY(real[2]->GetValue().ToDouble() > 0 && real[2]->GetValue().ToDouble() < 100);
+    QTRY_VERIFY(megabytes->GetValue().IsGood());
+    const double expected = real[3]->GetValue().ToDouble() / 1e6;
+    QVERIFY(std::abs(megabytes->GetValue().ToDouble() - expected) < 0.5 * expected);
     QTRY_VERIFY(!name->GetValue().ToString().empty() && name->GetValue().IsGood());
     QTRY_COMPARE(nowhere->GetValue().GetError().GetType(), Result::NotFound);
     QTRY_COMPARE(text->GetValue().GetError().GetType(), Result::WrongType);

@@ -17,7 +17,14 @@ struct Measurement
     SignalSink sink;
     HostMetric metric;
     std::string target;
+    double scale;
 };
+
+SignalValue scaled(const SignalValue &value, double scale)
+{
+    const bool isScaled = scale != 1 && value.IsNumber();
+    return isScaled ? SignalValue(value.ToDouble() * scale) : value;
+}
 
 /// What the thread works on.
 class Sampler
@@ -35,7 +42,7 @@ public:
         for (const Measurement &one : m_measurements) {
             const SignalValue value = measure(one, now);
             if (!value.IsEmpty())
-                one.sink.Publish(value, time);
+                one.sink.Publish(scaled(value, one.scale), time);
         }
         m_before = std::move(now);
     }
@@ -68,7 +75,8 @@ Result hostDriver::StartWork()
     std::vector<Measurement> measurements;
     for (const BasicSignal *signal : GetSignals()) {
         if (const auto *own = dynamic_cast<const hostSignal *>(signal))
-            measurements.push_back({SignalSink(*own), own->GetMetric(), own->GetTarget()});
+            measurements.push_back(
+                {SignalSink(*own), own->GetMetric(), own->GetTarget(), own->GetScale()});
     }
     const auto sampler = std::make_shared<Sampler>(std::move(measurements));
     m_worker.Start(Timestamp(m_period) * 1000, [sampler] { sampler->Sample(); });

@@ -35,7 +35,8 @@ KindInfo hostSignal::Kind()
         .Choice(int(HostMetric::HostName), "host.name", "Имя компьютера")
         .Choice(int(HostMetric::OsRelease), "os.release", "Операционная система")
         .Property<&hostSignal::m_target>(5202, "target", "Path, device or interface",
-                                         "Путь, устройство или интерфейс");
+                                         "Путь, устройство или интерфейс")
+        .Property<&hostSignal::m_scale>(5203, "scale", "Scale", "Множитель");
 }
 
 void hostSignal::Validate(ValidationResults &results) const

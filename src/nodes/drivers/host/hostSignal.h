@@ -14,6 +14,8 @@ public:
     HostMetric GetMetric() const { return HostMetric(m_metric); }
     /// Path, block device or network interface, as the metric wants it.
     const std::string &GetTarget() const { return m_target; }
+    /// Factor from the metric's own unit (bytes, seconds, percent) to the signal's.
+    double GetScale() const { return m_scale; }
 
     void Validate(ValidationResults &results) const override;
 
@@ -23,6 +25,7 @@ protected:
 private:
     int m_metric = int(HostMetric::None);
     std::string m_target;
+    double m_scale = 1;
 };
 
 } // namespace Nodes
