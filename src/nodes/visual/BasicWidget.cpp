@@ -85,6 +85,8 @@ Result BasicWidget::WriteValue(const SignalValue &value)
 
 Result BasicWidget::Start()
 {
+    if (++m_starts > 1)
+        return Result();
     const Result started = ConfigNode::Start();
     subscribe();
     return started;
@@ -92,6 +94,8 @@ Result BasicWidget::Start()
 
 Result BasicWidget::Stop()
 {
+    if (m_starts == 0 || --m_starts > 0)
+        return Result();
     m_subscription.reset();
     return ConfigNode::Stop();
 }

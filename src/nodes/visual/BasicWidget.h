@@ -50,6 +50,8 @@ public:
     /// Writes on behalf of the current user; NotFound without a signal.
     virtual Result WriteValue(const SignalValue &value);
 
+    /// Counted: a window may be open on several displays, and closing one of them must not freeze
+    /// the values of the others. GUI thread.
     Result Start() override;
     Result Stop() override;
 
@@ -79,6 +81,7 @@ private:
     NodeLinks m_onLeave;
     NodeLinks m_onFocusLoss;
     NodeLinks m_afterWrite;
+    int m_starts = 0;
     std::unique_ptr<ValueSubscription> m_subscription; // only while started
 };
 

@@ -67,6 +67,7 @@ class LabelTest : public QObject
 
 private slots:
     void startsAndStopsOnce();
+    void closingOneLeavesTheOthersLive();
     void ignoresChangesWhileStopped();
     void qualityIsSeenWithoutColour();
     void badShowsNoNumber();
@@ -104,6 +105,22 @@ void LabelTest::startsAndStopsOnce()
     label.stop();
     label.stop();
     QCOMPARE(spy.count(), 2);
+    QVERIFY(node->GetState() == Nodes::NodeState::Stopped);
+}
+
+void LabelTest::closingOneLeavesTheOthersLive()
+{
+    RuntimeProject project(nodes);
+    auto *node = project.node<Nodes::BasicWidget>(21);
+    qwidgetLabel kept(node, nullptr);
+    kept.start();
+    auto closed = std::make_unique<qwidgetLabel>(node, nullptr);
+    closed->start();
+    closed->stop();
+    closed.reset();
+    publish(project, 3, Quality::Good);
+    QTRY_COMPARE(kept.labelText(), QStringLiteral("T = 3.0 °C"));
+    kept.stop();
     QVERIFY(node->GetState() == Nodes::NodeState::Stopped);
 }
 
