@@ -1,5 +1,7 @@
 #include "apps/station/StationOptions.h"
 
+#include "apps/station/PasswordPrompt.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdlib>
@@ -53,6 +55,9 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
         ->needs(status);
     app.add_flag("--no-splash", hidesSplash, "show no progress while the project loads");
     app.add_flag("--unattended", isUnattended, "do not wait for answers at start");
+    app.add_flag_callback(
+        "--hash-password", [] { throw CLI::RuntimeError(printPasswordHash() ? 0 : usageError); },
+        "read a password from standard input, print its hash for a user of a project and exit");
     app.set_version_flag("--version", STATION_VERSION);
     try {
         app.parse(argc, argv);

@@ -20,7 +20,8 @@ struct StationOptions
     bool isUnattended = false; ///< nobody is there to answer questions at start
 
     /// Fills the options. A value is the exit code of a program that is done already: 0 after
-    /// --help and --version, 2 after a wrong command line, which was explained on stderr.
+    /// --help, --version and --hash-password, 2 after a wrong command line, which was explained on
+    /// stderr.
     [[nodiscard]] std::optional<int> parse(int argc, char **argv);
 
     bool takesScreenshots() const { return !screenshots.empty(); }

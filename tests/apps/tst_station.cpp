@@ -1,4 +1,8 @@
 // The station as a process: what it answers to its command line, its project and its end.
+#include "nodes/ProjectFixture.h"
+
+#include "nodes/auth/systemAuthentication.h"
+
 #include <QDir>
 #include <QImage>
 #include <QProcess>
@@ -32,6 +36,8 @@ private slots:
     void endsOnSignal_data();
     void endsOnSignal();
     void guardsItsDataDirectory();
+    void hashesPasswords_data();
+    void hashesPasswords();
 
 private:
     QString write(const QByteArray &text) const;
@@ -151,6 +157,37 @@ void StationTest::guardsItsDataDirectory()
     QVERIFY2(said.contains("process " + QByteArray::number(first.processId())), said);
     first.terminate();
     QCOMPARE(finish(first), 0);
+}
+
+void StationTest::hashesPasswords_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("password");
+    QTest::newRow("one line") << QByteArray("пароль 1\nmore\n") << 0 << QStringLiteral("пароль 1");
+    QTest::newRow("no end of line") << QByteArray("12345") << 0 << QStringLiteral("12345");
+    QTest::newRow("empty") << QByteArray("\n") << 2 << QString();
+}
+
+void StationTest::hashesPasswords()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(QString, password);
+    QProcess station;
+    start(station, {QStringLiteral("--hash-password")});
+    station.write(input);
+    station.closeWriteChannel();
+    QTEST(finish(station), "code");
+    const QByteArray printed = station.readAllStandardOutput();
+    QCOMPARE(printed.isEmpty(), password.isEmpty());
+    if (printed.isEmpty())
+        return;
+    ProjectFixture project;
+    auto *users = static_cast<Nodes::systemAuthentication *>(
+        project.add("authentication", project.add("station", project.root())));
+    Nodes::ConfigNode *user = project.add("user", users);
+    QVERIFY(user->SetPropertyText("passwordHash", printed.trimmed().toStdString()));
+    QVERIFY(users->Authenticate(user->GetNodeLink(), password.toStdString()));
 }
 
 QTEST_GUILESS_MAIN(StationTest)

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace Station {
+
+/// Reads a password from standard input, unseen when that is a terminal, and prints its hash for a
+/// user's passwordHash. False after telling on stderr why there is none.
+bool printPasswordHash();
+
+} // namespace Station
