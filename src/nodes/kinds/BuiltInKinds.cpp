@@ -33,7 +33,11 @@
 #include "nodes/visual/BasicFrame.h"
 #include "nodes/visual/BasicLayer.h"
 #include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/widgetButton.h"
+#include "nodes/visual/widgetImage.h"
 #include "nodes/visual/widgetLabel.h"
+#include "nodes/visual/widgetMovingImage.h"
+#include "nodes/visual/widgetMultiImage.h"
 #include "nodes/visual/widgetMultiLabel.h"
 #include "nodes/visual/widgetState.h"
 #include "nodes/visual/windowComposed.h"
@@ -77,6 +81,10 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(widgetLabel::Kind());
     table.Add(widgetMultiLabel::Kind());
     table.Add(widgetState::Kind());
+    table.Add(widgetButton::Kind());
+    table.Add(widgetImage::Kind());
+    table.Add(widgetMultiImage::Kind());
+    table.Add(widgetMovingImage::Kind());
     // Actions
     table.Add(actionShowWindow::Kind());
     table.Add(actionCloseWindow::Kind());

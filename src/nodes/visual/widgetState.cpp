@@ -17,7 +17,8 @@ KindInfo widgetState::Kind()
         .Property<&widgetState::m_textColor>(9006, "color", "Text colour", "Цвет текста")
         .Property<&widgetState::m_hasBackgroundColor>(9007, "ownBackground", "Own background",
                                                       "Свой цвет фона")
-        .Property<&widgetState::m_backgroundColor>(9008, "background", "Background", "Цвет фона");
+        .Property<&widgetState::m_backgroundColor>(9008, "background", "Background", "Цвет фона")
+        .Property<&widgetState::m_image>(9009, "image", "Picture", "Рисунок");
 }
 
 bool widgetState::Matches(const SignalValue &value) const

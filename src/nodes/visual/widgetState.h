@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/ResourceLink.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/SignalValue.h"
 
@@ -20,6 +21,8 @@ public:
     bool HasBackgroundColor() const { return m_hasBackgroundColor; }
     NColor GetTextColor() const { return m_textColor; }
     NColor GetBackgroundColor() const { return m_backgroundColor; }
+    /// For pictures of states; its path is empty when the state has none.
+    const ResourceLink &GetImage() const { return m_image; }
 
 private:
     double m_minimum = 0;
@@ -30,6 +33,7 @@ private:
     NColor m_textColor{0, 0, 0};
     bool m_hasBackgroundColor = false;
     NColor m_backgroundColor{255, 255, 255};
+    ResourceLink m_image;
 };
 
 } // namespace Nodes

@@ -1,9 +1,14 @@
 #include "widgets/scene/ElementFactory.h"
 
+#include "widgets/elements/qwidgetButton.h"
+#include "widgets/elements/qwidgetImage.h"
 #include "widgets/elements/qwidgetLabel.h"
+#include "widgets/elements/qwidgetMovingImage.h"
+#include "widgets/elements/qwidgetMultiImage.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
 
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/widgetMovingImage.h"
 
 #include <unordered_map>
 
@@ -35,7 +40,11 @@ const std::unordered_map<unsigned, Creator> &table()
 {
     static const std::unordered_map<unsigned, Creator> creators{
         {0x15001, &make<Nodes::BasicWidget, qwidgetLabel>},
+        {0x15002, &make<Nodes::BasicWidget, qwidgetImage>},
+        {0x15003, &make<Nodes::BasicWidget, qwidgetButton>},
         {0x15008, &make<Nodes::BasicWidget, qwidgetMultiLabel>},
+        {0x15009, &make<Nodes::BasicWidget, qwidgetMultiImage>},
+        {0x1500A, &make<Nodes::widgetMovingImage, qwidgetMovingImage>},
     };
     return creators;
 }

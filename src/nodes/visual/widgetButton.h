@@ -1,0 +1,75 @@
+#pragma once
+
+#include "nodes/model/ResourceLink.h"
+#include "nodes/values/Alignment.h"
+#include "nodes/values/NColor.h"
+#include "nodes/values/NFont.h"
+#include "nodes/visual/BasicWidget.h"
+
+namespace Nodes {
+
+/// A push button that runs its own action lists when it is pressed and released.
+class NODES_EXPORT widgetButton : public BasicWidget
+{
+public:
+    enum enStyle {
+        StyleApplication = 1,
+        StyleWindows = 2,
+        StyleWindowsXP = 3,
+        StyleWindowsVista = 4,
+        StyleMacintosh = 5,
+        StyleFusion = 6,
+        StyleTransparent = 7 ///< of the application, without a background
+    };
+
+    static KindInfo Kind();
+
+    int GetStyle() const { return m_style; }
+    NFont GetFont() const;
+    enAlignmentHorizontal GetHorizontalAlignment() const
+    {
+        return enAlignmentHorizontal(m_horizontal);
+    }
+    enAlignmentVertical GetVerticalAlignment() const { return enAlignmentVertical(m_vertical); }
+    NColor GetTextColor() const { return m_textColor; }
+    NColor GetBackgroundColor() const { return m_backgroundColor; }
+    const ResourceLink &GetImage() const { return m_image; }
+    /// Shortcut in the portable form, such as "Ctrl+F5"; "" for none.
+    const std::string &GetHotKey() const { return m_hotKey; }
+    /// Degrees, clockwise, about the centre.
+    double GetAngle() const { return m_angle; }
+    /// Run in this order when the button goes down and up, by pointer, touch or key; the gesture
+    /// lists of the base follow the pointer alone.
+    const NodeLinks &GetPressActions() const { return m_pressActions; }
+    const NodeLinks &GetReleaseActions() const { return m_releaseActions; }
+
+    /// With a signal of yes/no type the text configured for its value, else the button's own text;
+    /// without either the value with its unit, dashes for a bad one.
+    std::string GetDisplayText() const override;
+
+private:
+    static void describeText(KindBuilder &builder);
+    std::string valueText(const SignalValue &value) const;
+
+    int m_style = StyleApplication;
+    std::string m_text;
+    std::string m_onText;
+    std::string m_offText;
+    std::string m_family = "DejaVu Sans";
+    int m_pointSize = 11;
+    bool m_isBold = false;
+    bool m_isItalic = false;
+    bool m_isUnderlined = false;
+    bool m_isStruckOut = false;
+    int m_horizontal = AlignmentHCenter;
+    int m_vertical = AlignmentVCenter;
+    NColor m_textColor{32, 36, 40};
+    NColor m_backgroundColor{226, 229, 232};
+    ResourceLink m_image;
+    std::string m_hotKey;
+    double m_angle = 0;
+    NodeLinks m_pressActions;
+    NodeLinks m_releaseActions;
+};
+
+} // namespace Nodes

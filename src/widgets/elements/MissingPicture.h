@@ -1,0 +1,28 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+class QPainter;
+class QRect;
+
+namespace Nodes {
+class BasicWidget;
+class ResourceLink;
+} // namespace Nodes
+
+namespace Widgets {
+
+/// What happens to a configured picture that cannot be shown: the author sees a placeholder, the
+/// plant's journal one message. GUI thread.
+class WIDGETS_EXPORT MissingPicture
+{
+public:
+    /// At run time writes one journal message a picture and process, through the first element that
+    /// wanted it; nothing in other work modes.
+    static void report(const Nodes::BasicWidget &node, const Nodes::ResourceLink &picture);
+    /// In the editor draws a crossed frame with the picture's file name; nothing at run time. The
+    /// painter stays as it was.
+    static void draw(QPainter &painter, const QRect &rect, const Nodes::ResourceLink &picture);
+};
+
+} // namespace Widgets

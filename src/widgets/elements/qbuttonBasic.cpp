@@ -1,0 +1,216 @@
+#include "widgets/elements/qbuttonBasic.h"
+
+#include "widgets/actions/ActionManager.h"
+#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/MissingPicture.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/visual/widgetButton.h"
+#include "utils/ValueConversions.h"
+
+#include <QFocusEvent>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QHelpEvent>
+#include <QKeySequence>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+namespace Widgets {
+
+namespace {
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+/// The widget that stands on a screen: an embedded one stands on none.
+const QWidget *onScreen(const QWidget &widget)
+{
+    const QWidget *window = widget.window();
+    const QGraphicsProxyWidget *host = window->graphicsProxyWidget();
+    if (!host || !host->scene() || host->scene()->views().isEmpty())
+        return window;
+    return host->scene()->views().first();
+}
+
+} // namespace
+
+qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
+    : QPushButton(parent), IWidget(node), m_button(dynamic_cast<Nodes::widgetButton *>(node))
+{
+    setMouseTracking(true);
+    // In the editor the keys belong to the editor.
+    if (m_button && WindowManager::GetWorkMode() != Nodes::WorkModeEditing &&
+        !m_button->GetHotKey().empty())
+        setShortcut(QKeySequence::fromString(QString::fromStdString(m_button->GetHotKey()),
+                                             QKeySequence::PortableText));
+    qbuttonBasic::onUpdateProperties(nullptr);
+    if (m_node)
+        setGeometry(Utils::NRectToQRect(m_node->GetGeometry()));
+    bind();
+    connect(this, &QAbstractButton::pressed, this, &qbuttonBasic::onPressed);
+    connect(this, &QAbstractButton::released, this, &qbuttonBasic::onReleased);
+}
+
+qbuttonBasic::~qbuttonBasic()
+{
+    // The own style goes before the widget that uses it.
+    if (m_ownStyle)
+        setStyle(nullptr);
+}
+
+void qbuttonBasic::bind()
+{
+    Utils::NodeRelay::Handlers handlers;
+    handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
+    handlers.valueChanged = [this] { emit valueUpdated(m_node->GetValue()); };
+    m_relay.connect(m_node, std::move(handlers));
+}
+
+void qbuttonBasic::onActive(bool on)
+{
+    if (!on) {
+        disconnect(this, &qbuttonBasic::updateProperty, this, &qbuttonBasic::onUpdateProperties);
+        disconnect(this, &qbuttonBasic::valueUpdated, this, &qbuttonBasic::onValueUpdated);
+        releaseHeld();
+        return;
+    }
+    connect(this, &qbuttonBasic::updateProperty, this, &qbuttonBasic::onUpdateProperties,
+            Qt::UniqueConnection);
+    connect(this, &qbuttonBasic::valueUpdated, this, &qbuttonBasic::onValueUpdated,
+            Qt::UniqueConnection);
+    onUpdateProperties(nullptr);
+}
+
+void qbuttonBasic::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_button)
+        return;
+    // Quality before text: should the value turn bad in between, the text already shows it.
+    const Nodes::Quality quality = m_button->GetSignalLink().isEmpty()
+                                       ? Nodes::Quality::Good
+                                       : m_button->GetValue().GetQuality();
+    const QString caption = QString::fromStdString(m_button->GetDisplayText());
+    if (quality == m_quality && caption == m_caption)
+        return;
+    m_quality = quality;
+    m_caption = caption;
+    update();
+}
+
+void qbuttonBasic::onPressed()
+{
+    m_isHeld = true;
+    if (m_button)
+        queue(m_button->GetPressActions());
+}
+
+void qbuttonBasic::onReleased()
+{
+    if (!m_isHeld)
+        return;
+    m_isHeld = false;
+    if (m_button)
+        queue(m_button->GetReleaseActions());
+}
+
+void qbuttonBasic::releaseHeld()
+{
+    if (!m_isHeld)
+        return;
+    setDown(false);
+    onReleased();
+}
+
+void qbuttonBasic::queue(const Nodes::NodeLinks &actions) const
+{
+    if (!isRuntime())
+        return;
+    const int display = ScreenNumber(onScreen(*this));
+    for (const Nodes::NodeLink &link : actions) {
+        if (auto *action = dynamic_cast<Nodes::BasicAction *>(link.GetNode()))
+            action->setCurrentDisplay(display);
+    }
+    ActionManager::getInstance().appendActions(actions);
+}
+
+void qbuttonBasic::mousePressEvent(QMouseEvent *event)
+{
+    if (isRuntime())
+        QPushButton::mousePressEvent(event);
+    else
+        event->ignore();
+}
+
+void qbuttonBasic::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (isRuntime())
+        QPushButton::mouseReleaseEvent(event);
+    else
+        event->ignore();
+}
+
+void qbuttonBasic::focusOutEvent(QFocusEvent *event)
+{
+    if (isRuntime() && m_button && !m_button->GetFocusLossActions().empty())
+        (void)g_pWindowManager->PushActions(m_button->GetFocusLossActions());
+    QPushButton::focusOutEvent(event);
+}
+
+void qbuttonBasic::changeEvent(QEvent *event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange && !isEnabled())
+        releaseHeld();
+}
+
+void qbuttonBasic::hideEvent(QHideEvent *event)
+{
+    QPushButton::hideEvent(event);
+    releaseHeld();
+}
+
+bool qbuttonBasic::event(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || !m_node)
+        return QPushButton::event(event);
+    const QString text = ElementTooltip::text(*m_node);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text);
+    event->setAccepted(!text.isEmpty());
+    return true;
+}
+
+void qbuttonBasic::paintEvent(QPaintEvent *event)
+{
+    QPushButton::paintEvent(event);
+    if (!m_button)
+        return;
+    QPainter painter(this);
+    if (m_isPictureMissing)
+        MissingPicture::draw(painter, rect(), m_button->GetImage());
+    const bool isDisabled = m_button->isDisabled();
+    painter.setPen(isDisabled ? palette().color(QPalette::Disabled, QPalette::ButtonText)
+                              : m_textColor);
+    drawRotatedText(&painter, float(m_button->GetAngle()), width() / 2, height() / 2, m_caption);
+    if (isDisabled)
+        ElementPainting::drawDisabledCover(painter, rect());
+    ElementPainting::drawQualityMark(painter, rect(), m_quality, Qt::AlignLeft);
+}
+
+void qbuttonBasic::drawRotatedText(QPainter *painter, float angle, int cx, int cy,
+                                   QString const &text)
+{
+    painter->setFont(font());
+    ElementPainting::drawRotatedText(*painter, size(), {cx, cy}, double(angle), 0,
+                                     m_alignmentFlags, text);
+}
+
+} // namespace Widgets

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/IWidget.h"
+#include "widgets/elements/ShowsValue.h"
+
+#include "nodes/model/NodeLink.h"
+#include "nodes/model/ResourcePtr.h"
+#include "nodes/values/Quality.h"
+#include "nodes/values/SignalValue.h"
+#include "utils/NodeRelay.h"
+
+#include <QPixmap>
+#include <QPushButton>
+
+#include <memory>
+
+class QStyle;
+
+namespace Nodes {
+class widgetButton;
+}
+
+namespace Widgets {
+
+/// Push button of a Nodes::widgetButton: caption turned by any angle, picture, style, shortcut. At
+/// run time pressing and releasing queue the node's lists, and so does losing the focus. Every
+/// press is followed by one release, also when the button is disabled, hidden or stopped while it
+/// is held down: what a press started a release may have to stop. For a node of another class it is
+/// a plain button without actions.
+class WIDGETS_EXPORT qbuttonBasic : public QPushButton, public IWidget, public ShowsValue
+{
+    Q_OBJECT
+
+public:
+    qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent);
+    ~qbuttonBasic() override;
+
+    /// The caption; Qt's own text stays empty.
+    QString shownText() const override { return m_caption; }
+    Nodes::Quality shownQuality() const override { return m_quality; }
+
+signals:
+    void valueUpdated(Nodes::SignalValue value) override;
+    void updateProperty(Nodes::BasicProperty *property) override;
+    void isActiveChanged(bool on) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected:
+    void onActive(bool on) override;
+    bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    /// With the button's font about the point (cx, cy), the painter's pen, laid out in the turned
+    /// button. The two characters \n break a line.
+    void drawRotatedText(QPainter *painter, float angle, int cx, int cy, QString const &text);
+
+private:
+    void bind();
+    void applyStyle(int code);
+    void applySheet(int styleCode);
+    void applyAlignment();
+    void applyPicture();
+    void fitIcon();
+    void onPressed();
+    void onReleased();
+    void releaseHeld();
+    void queue(const Nodes::NodeLinks &actions) const;
+
+    QString m_alignmentWords;
+    int m_alignmentFlags = Qt::AlignCenter;
+    QColor m_textColor = Qt::black;
+    QString m_caption;
+    std::unique_ptr<QStyle> m_ownStyle; ///< null while the application's is used
+    Nodes::widgetButton *m_button;      ///< null for a node of another class
+    QPixmap m_picture;
+    Nodes::ResourcePtr m_resource; ///< bytes of the picture
+    bool m_isPictureMissing = false;
+    int m_styleCode = 0;
+    bool m_isHeld = false; ///< the press list was queued, the release list not yet
+    Nodes::Quality m_quality = Nodes::Quality::Good;
+    Utils::NodeRelay m_relay;
+};
+
+} // namespace Widgets

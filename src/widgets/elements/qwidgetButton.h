@@ -1,0 +1,17 @@
+#pragma once
+
+#include "widgets/elements/qbuttonBasic.h"
+
+namespace Widgets {
+
+/// Button of a Nodes::widgetButton.
+class WIDGETS_EXPORT qwidgetButton : public qbuttonBasic
+{
+    Q_OBJECT
+
+public:
+    qwidgetButton(Nodes::BasicWidget *node, QWidget *parent);
+    ~qwidgetButton() override;
+};
+
+} // namespace Widgets

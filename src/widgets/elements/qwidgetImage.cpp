@@ -1,0 +1,201 @@
+#include "widgets/elements/qwidgetImage.h"
+
+#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/ImageCachingManager.h"
+#include "widgets/elements/MissingPicture.h"
+#include "widgets/elements/PictureDecoder.h"
+
+#include "nodes/visual/widgetImage.h"
+#include "utils/ValueConversions.h"
+
+#include <QBuffer>
+#include <QMovie>
+#include <QPainter>
+
+namespace Widgets {
+
+qwidgetImage::qwidgetImage(Nodes::BasicWidget *node, QWidget *parent)
+    : qlabelBasic(node, parent), m_image(dynamic_cast<Nodes::widgetImage *>(node))
+{
+    // The element fills its own background: a widget's would be drawn twice.
+    setAttribute(Qt::WA_NoSystemBackground);
+    setScaledContents(true);
+    qwidgetImage::onUpdateProperties(nullptr);
+}
+
+qwidgetImage::~qwidgetImage()
+{
+    stopAnimation();
+}
+
+void qwidgetImage::onUpdateProperties(Nodes::BasicProperty *)
+{
+    if (!m_image)
+        return;
+    m_borderWidth = m_image->GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(m_image->GetBorderColor());
+    m_backgroundColor = Utils::NColorToQColor(m_image->GetBackgroundColor());
+    QPalette changed = palette();
+    changed.setColor(backgroundRole(), m_backgroundColor);
+    setPalette(changed);
+    m_angle = int(m_image->GetAngle());
+    m_isAnimated = m_image->isAnimated();
+    setGeometry(Utils::NRectToQRect(m_image->GetGeometry()));
+    onValueUpdated(Nodes::SignalValue());
+    update();
+}
+
+void qwidgetImage::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_image)
+        return;
+    const Nodes::ResourcePtr before = m_resource;
+    const bool isMarkedAnew = takeQuality();
+    if (!showPicture(m_image->GetCurrentImage()))
+        clearPicture();
+    if (isMarkedAnew || before != m_resource)
+        update();
+}
+
+void qwidgetImage::onActive(bool on)
+{
+    if (!on)
+        stopAnimation();
+    qlabelBasic::onActive(on);
+}
+
+bool qwidgetImage::takeQuality()
+{
+    const Nodes::Quality before = m_quality;
+    m_quality = m_image->GetSignalLink().isEmpty() ? Nodes::Quality::Good
+                                                   : m_image->GetValue().GetQuality();
+    return before != m_quality;
+}
+
+QString qwidgetImage::shownText() const
+{
+    return m_resource ? QString::fromStdString(m_shownLink.GetFilePath()) : QString();
+}
+
+bool qwidgetImage::hasPicture() const
+{
+    return m_animation || m_still;
+}
+
+bool qwidgetImage::isShown(const Nodes::ResourcePtr &resource) const
+{
+    return resource && resource == m_resource && (m_isAnimated ? m_animation != nullptr : m_still != nullptr);
+}
+
+bool qwidgetImage::showPicture(const Nodes::ResourceLink &link)
+{
+    m_wanted = link;
+    if (link.GetFilePath().empty())
+        return false;
+    const Nodes::ResourcePtr resource = link.Load();
+    if (isShown(resource))
+        return true;
+    const QImage *still =
+        resource && !m_isAnimated ? ImageCachingManager::getInstance().getImage(resource) : nullptr;
+    const bool isUsable = m_isAnimated
+                              ? PictureDecoder::isUsable(PictureDecoder::bytes(resource))
+                              : still && !still->isNull();
+    if (!isUsable) {
+        MissingPicture::report(*m_image, link);
+        return false;
+    }
+    clearPicture();
+    m_resource = resource;
+    m_shownLink = link;
+    m_still = still;
+    if (m_isAnimated && isActive())
+        runAnimation();
+    return true;
+}
+
+void qwidgetImage::showBuiltIn(const QImage &image)
+{
+    clearPicture();
+    m_still = &image;
+}
+
+void qwidgetImage::clearPicture()
+{
+    stopAnimation();
+    m_still = nullptr;
+    m_resource = Nodes::ResourcePtr();
+}
+
+void qwidgetImage::runAnimation()
+{
+    m_buffer = std::make_unique<QBuffer>();
+    m_buffer->setData(PictureDecoder::bytes(m_resource));
+    m_buffer->open(QIODevice::ReadOnly);
+    m_animation = std::make_unique<QMovie>(m_buffer.get(), QByteArray());
+    setMovie(m_animation.get());
+    m_animation->setCacheMode(QMovie::CacheAll);
+    m_animation->start();
+}
+
+void qwidgetImage::stopAnimation()
+{
+    if (!m_animation)
+        return;
+    m_animation->stop();
+    setMovie(nullptr);
+    m_animation.reset();
+    m_buffer.reset();
+}
+
+QImage qwidgetImage::currentImage() const
+{
+    if (m_animation)
+        return m_animation->currentImage();
+    return m_still ? *m_still : QImage();
+}
+
+void qwidgetImage::drawPicture(QPainter &painter)
+{
+    const QRect target =
+        rect().adjusted(m_borderWidth, m_borderWidth, -m_borderWidth, -m_borderWidth);
+    if (m_still && m_resource) {
+        const QSize size = target.size() * painter.device()->devicePixelRatioF();
+        painter.drawImage(
+            target, ImageCachingManager::getInstance().getRendition(m_resource, size, m_angle));
+        return;
+    }
+    QImage image = currentImage();
+    if (m_angle != 0)
+        image = image.transformed(QTransform().rotate(m_angle));
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(target, image);
+}
+
+void qwidgetImage::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    draw(painter);
+}
+
+void qwidgetImage::paintDirectly(QPainter &painter)
+{
+    draw(painter);
+}
+
+void qwidgetImage::draw(QPainter &painter)
+{
+    if (!m_image)
+        return;
+    if (m_backgroundColor.alpha() > 0)
+        painter.fillRect(rect(), m_backgroundColor);
+    if (hasPicture())
+        drawPicture(painter);
+    else
+        MissingPicture::draw(painter, rect(), m_wanted);
+    ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
+    if (m_image->isDisabled())
+        ElementPainting::drawDisabledCover(painter, rect());
+    ElementPainting::drawQualityMark(painter, rect(), m_quality, Qt::AlignLeft);
+}
+
+} // namespace Widgets

@@ -1,0 +1,101 @@
+#include "widgets/elements/qwidgetMultiImage.h"
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/widgetMultiImage.h"
+
+#include <QTimer>
+
+namespace Widgets {
+
+namespace {
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+const QImage &redCross()
+{
+    static const QImage image(QStringLiteral(":/icons/close_red.png"));
+    return image;
+}
+
+} // namespace
+
+qwidgetMultiImage::qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent)
+    : qwidgetImage(node, parent), m_multi(dynamic_cast<Nodes::widgetMultiImage *>(node))
+{
+}
+
+qwidgetMultiImage::~qwidgetMultiImage() = default;
+
+void qwidgetMultiImage::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    m_isForced = true;
+    qwidgetImage::onUpdateProperties(property);
+    m_isForced = false;
+}
+
+void qwidgetMultiImage::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_multi)
+        return;
+    if (takeQuality())
+        update();
+    const int state = m_multi->GetCurrentStateIndex();
+    if (state == m_lastState && !m_isForced && isRuntime())
+        return;
+    showState(state);
+    m_lastState = state;
+    update();
+}
+
+void qwidgetMultiImage::showState(int state)
+{
+    if (showPicture(m_multi->GetStateImage(state)))
+        setHiddenByState(false);
+    else
+        showWithoutPicture(state);
+}
+
+void qwidgetMultiImage::showWithoutPicture(int state)
+{
+    const bool isBad = state == Nodes::widgetMultiImage::StateBad;
+    switch (m_multi->GetNoPicture()) {
+    case Nodes::widgetMultiImage::NoPictureHide:
+        if (isBad)
+            break;
+        clearPicture();
+        setHiddenByState(isRuntime());
+        break;
+    case Nodes::widgetMultiImage::NoPictureCross:
+        if (!isRuntime())
+            break;
+        showBuiltIn(redCross());
+        setHiddenByState(false);
+        break;
+    default:
+        break;
+    }
+}
+
+void qwidgetMultiImage::setHiddenByState(bool isHidden)
+{
+    m_isHiddenByState = isHidden;
+    setVisible(!isHidden && m_multi->isVisible());
+}
+
+void qwidgetMultiImage::showEvent(QShowEvent *event)
+{
+    qwidgetImage::showEvent(event);
+    // The host shows what the node calls visible; the state may still forbid it. Not at once: a
+    // widget cannot be hidden while it is being shown.
+    if (m_isHiddenByState)
+        QTimer::singleShot(0, this, [this] {
+            if (m_isHiddenByState)
+                hide();
+        });
+}
+
+} // namespace Widgets

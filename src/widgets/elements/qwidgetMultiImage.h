@@ -1,0 +1,41 @@
+#pragma once
+
+#include "widgets/elements/qwidgetImage.h"
+
+namespace Nodes {
+class widgetMultiImage;
+}
+
+namespace Widgets {
+
+/// Picture of a Nodes::widgetMultiImage: that of the state which the value matches. A value that
+/// turns bad never hides the element: the operator has to see what is no longer known.
+class WIDGETS_EXPORT qwidgetMultiImage : public qwidgetImage
+{
+    Q_OBJECT
+
+public:
+    qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent);
+    ~qwidgetMultiImage() override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void showState(int state);
+    void showWithoutPicture(int state);
+    void setHiddenByState(bool isHidden);
+
+    static constexpr int noState = 99999;
+
+    int m_lastState = noState;
+    bool m_isForced = true; ///< show also the state that is shown already
+    bool m_isHiddenByState = false;
+    Nodes::widgetMultiImage *m_multi; ///< null for a node of another class
+};
+
+} // namespace Widgets
