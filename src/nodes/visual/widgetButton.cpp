@@ -43,8 +43,7 @@ KindInfo widgetButton::Kind()
                                                          "Button", "Кнопка");
     builder.Inherit<BasicWidget>();
     describeText(builder);
-    return builder
-        .Property<&widgetButton::m_style>(12260, "style", "Style", "Стиль")
+    return builder.Property<&widgetButton::m_style>(12260, "style", "Style", "Стиль")
         .Choice(StyleApplication, "application", "Как у программы")
         .Choice(StyleWindows, "windows", "Windows")
         .Choice(StyleWindowsXP, "windowsXP", "Windows XP")

@@ -57,8 +57,7 @@ void MissingPicture::draw(QPainter &painter, const QRect &rect, const Nodes::Res
     painter.drawRect(frame);
     painter.drawLine(frame.topLeft(), frame.bottomRight());
     painter.drawLine(frame.topRight(), frame.bottomLeft());
-    const QString name =
-        QFileInfo(QString::fromStdString(picture.GetFilePath())).fileName();
+    const QString name = QFileInfo(QString::fromStdString(picture.GetFilePath())).fileName();
     QFont font = painter.font();
     font.setPixelSize(11);
     painter.setFont(font);

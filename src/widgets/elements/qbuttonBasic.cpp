@@ -31,6 +31,9 @@ bool isRuntime()
     return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
 }
 
+// Legible also below the cover of a disabled element.
+const QColor disabledTextColor(60, 66, 72);
+
 /// The widget that stands on a screen: an embedded one stands on none.
 const QWidget *onScreen(const QWidget &widget)
 {
@@ -47,6 +50,9 @@ qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
     : QPushButton(parent), IWidget(node), m_button(dynamic_cast<Nodes::widgetButton *>(node))
 {
     setMouseTracking(true);
+    QPalette legible = palette();
+    legible.setColor(QPalette::Disabled, QPalette::ButtonText, disabledTextColor);
+    setPalette(legible);
     // In the editor the keys belong to the editor.
     if (m_button && WindowManager::GetWorkMode() != Nodes::WorkModeEditing &&
         !m_button->GetHotKey().empty())
@@ -209,8 +215,8 @@ void qbuttonBasic::drawRotatedText(QPainter *painter, float angle, int cx, int c
                                    QString const &text)
 {
     painter->setFont(font());
-    ElementPainting::drawRotatedText(*painter, size(), {cx, cy}, double(angle), 0,
-                                     m_alignmentFlags, text);
+    ElementPainting::drawRotatedText(*painter, size(), {cx, cy}, double(angle), 0, m_alignmentFlags,
+                                     text);
 }
 
 } // namespace Widgets

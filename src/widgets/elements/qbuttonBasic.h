@@ -39,6 +39,8 @@ public:
     /// The caption; Qt's own text stays empty.
     QString shownText() const override { return m_caption; }
     Nodes::Quality shownQuality() const override { return m_quality; }
+    /// Null while the application's style is used.
+    const QStyle *ownStyle() const { return m_ownStyle.get(); }
 
 signals:
     void valueUpdated(Nodes::SignalValue value) override;

@@ -59,7 +59,9 @@ void qbuttonBasic::onUpdateProperties(Nodes::BasicProperty *property)
     m_textColor = Utils::NColorToQColor(m_button->GetTextColor());
     applySheet(m_button->GetStyle());
     applyPicture();
-    setFlat(m_button->isDisabled());
+    // Most styles draw their panel opaque, whatever the colour; a flat button has none until it is
+    // pressed.
+    setFlat(m_button->isDisabled() || m_button->GetStyle() == widgetButton::StyleTransparent);
     onValueUpdated(Nodes::SignalValue());
     update();
 }

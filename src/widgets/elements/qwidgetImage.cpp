@@ -84,7 +84,8 @@ bool qwidgetImage::hasPicture() const
 
 bool qwidgetImage::isShown(const Nodes::ResourcePtr &resource) const
 {
-    return resource && resource == m_resource && (m_isAnimated ? m_animation != nullptr : m_still != nullptr);
+    return resource && resource == m_resource &&
+           (m_isAnimated ? m_animation != nullptr : m_still != nullptr);
 }
 
 bool qwidgetImage::showPicture(const Nodes::ResourceLink &link)
@@ -97,9 +98,8 @@ bool qwidgetImage::showPicture(const Nodes::ResourceLink &link)
         return true;
     const QImage *still =
         resource && !m_isAnimated ? ImageCachingManager::getInstance().getImage(resource) : nullptr;
-    const bool isUsable = m_isAnimated
-                              ? PictureDecoder::isUsable(PictureDecoder::bytes(resource))
-                              : still && !still->isNull();
+    const bool isUsable = m_isAnimated ? PictureDecoder::isUsable(PictureDecoder::bytes(resource))
+                                       : still && !still->isNull();
     if (!isUsable) {
         MissingPicture::report(*m_image, link);
         return false;

@@ -73,9 +73,9 @@ private:
     int m_angle = 0; ///< degrees
     bool m_isAnimated = false;
     const QImage *m_still = nullptr;
-    Nodes::ResourceLink m_wanted;    ///< asked for last, whether or not it can be shown
-    Nodes::ResourceLink m_shownLink; ///< that of m_resource
-    Nodes::ResourcePtr m_resource; ///< bytes of what is shown
+    Nodes::ResourceLink m_wanted;      ///< asked for last, whether or not it can be shown
+    Nodes::ResourceLink m_shownLink;   ///< that of m_resource
+    Nodes::ResourcePtr m_resource;     ///< bytes of what is shown
     std::unique_ptr<QBuffer> m_buffer; ///< over m_resource; the animation reads it
     std::unique_ptr<QMovie> m_animation;
     Nodes::Quality m_quality = Nodes::Quality::Good;

@@ -131,9 +131,13 @@ void ProxyWidget::onMovedFinished()
     rememberGeometry();
 }
 
+// The element hears that another one took the focus: what was entered is committed then.
 void ProxyWidget::focusOutEvent(QFocusEvent *event)
 {
-    QGraphicsItem::focusOutEvent(event);
+    if (isRuntime())
+        QGraphicsProxyWidget::focusOutEvent(event);
+    else
+        QGraphicsItem::focusOutEvent(event);
 }
 
 } // namespace Widgets

@@ -106,7 +106,6 @@ private slots:
     void aStateSelectsThePicture();
     void theSameStateAgainDoesNothing();
     void aBadValueNeverLooksGood();
-    void theHostDoesNotShowWhatTheStateHides();
     void wandersInsideItsArea_data();
     void wandersInsideItsArea();
     void aMissingPictureIsSeenInTheEditor();
@@ -174,15 +173,13 @@ void TestImages::drawsTurnedInsideTheBorder_data()
     QTest::addColumn<QColor>("color");
     const QString still = R"(image="halves.png" borderWidth="3" borderColor="#00ff00" )";
     const QString moving = R"(image="blinks.gif" animated="true" )";
-    const QPoint left(8, 10), right(32, 10), top(20, 5), bottom(20, 15);
+    const QPoint left(8, 10), top(20, 5);
     QTest::newRow("left") << still << left << QColor(Qt::red);
-    QTest::newRow("right") << still << right << QColor(Qt::blue);
     QTest::newRow("half a turn") << still + R"(angle="180")" << left << QColor(Qt::blue);
-    QTest::newRow("clockwise, top") << still + R"(angle="90")" << top << QColor(Qt::red);
-    QTest::newRow("clockwise, bottom") << still + R"(angle="90")" << bottom << QColor(Qt::blue);
+    QTest::newRow("clockwise") << still + R"(angle="90")" << top << QColor(Qt::red);
     QTest::newRow("border") << still << QPoint(38, 17) << QColor(Qt::green);
-    QTest::newRow("background of a turned one")
-        << still + R"(angle="45" background="#ffffff")" << QPoint(4, 4) << QColor(Qt::white);
+    QTest::newRow("background") << still + R"(angle="45" background="#ffffff")" << QPoint(4, 4)
+                                << QColor(Qt::white);
     QTest::newRow("disabled") << still + R"(disabled="true")" << left << QColor(191, 64, 64);
     QTest::newRow("first frame") << moving << left << QColor(Qt::red);
 }
@@ -246,7 +243,9 @@ void TestImages::aStateSelectsThePicture()
     QTRY_COMPARE(shown.element.shownText(), QStringLiteral("halves.png"));
     shown.publish(value);
     QTRY_COMPARE(shown.element.shownText(), file);
-    QCOMPARE(!shown.element.isHidden(), isVisible);
+    if (!isVisible)
+        shown.element.show(); // as the host does, which does not know of states
+    QTRY_COMPARE(!shown.element.isHidden(), isVisible);
     const bool isCross = noPicture == "cross" && value > 2 && !isEditor;
     const QImage *still = shown.element.stillImage();
     QCOMPARE(still && *still == QImage(":/icons/close_red.png"), isCross);
@@ -292,17 +291,6 @@ void TestImages::aBadValueNeverLooksGood()
     QTRY_COMPARE(own.element.shownText(), QStringLiteral("square.svg"));
 }
 
-void TestImages::theHostDoesNotShowWhatTheStateHides()
-{
-    MultiImage shown(multiImage(R"(signal="20" noPicture="hide")"));
-    shown.publish(3);
-    QTRY_VERIFY(shown.element.isHidden());
-    shown.element.show();
-    QTRY_VERIFY(shown.element.isHidden());
-    shown.publish(1);
-    QTRY_VERIFY(!shown.element.isHidden());
-}
-
 void TestImages::wandersInsideItsArea_data()
 {
     QTest::addColumn<QString>("properties");
@@ -310,7 +298,6 @@ void TestImages::wandersInsideItsArea_data()
     QTest::newRow("both axes") << R"(image="halves.png")" << QSize(20, 10);
     QTest::newRow("one axis") << R"(image="square.svg" width="40" height="9")" << QSize(24, 1);
     QTest::newRow("as large") << R"(image="halves.png" width="20" height="10")" << QSize(1, 1);
-    QTest::newRow("animation") << R"(image="blinks.gif" animated="true")" << QSize(36, 18);
 }
 
 void TestImages::wandersInsideItsArea()
@@ -332,12 +319,10 @@ void TestImages::wandersInsideItsArea()
 
 void TestImages::aMissingPictureIsSeenInTheEditor()
 {
-    const std::string nodes = image("image", R"(image="cut.png")");
-    Image editor(nodes, Nodes::WorkModeEditing);
-    const QImage drawn = editor.element.grab().toImage();
-    editor.element.stop();
-    Image runtime(nodes);
-    QVERIFY(drawn != runtime.element.grab().toImage());
+    const auto look = [](Nodes::enWorkMode mode) {
+        return Image(image("image", R"(image="cut.png")"), mode).element.grab().toImage();
+    };
+    QVERIFY(look(Nodes::WorkModeEditing) != look(Nodes::WorkModeRuntime));
 }
 
 void TestImages::aMissingPictureIsToldOnce_data()
