@@ -1,0 +1,45 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QDialog>
+#include <QLineEdit>
+
+#include <memory>
+
+namespace Widgets {
+
+class VirtualNumpadForm;
+
+/// On-screen keys for one number. The keys reach the field as key events, so that its validator
+/// decides on them as on those of the hardware keyboard. When exec() gives Accepted, getValue() is
+/// the number. GUI thread.
+class WIDGETS_EXPORT VirtualNumpad : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit VirtualNumpad(QWidget *parent = nullptr);
+    ~VirtualNumpad() override;
+
+    /// Shows six significant digits.
+    void setValue(double value);
+    double getValue();
+    void setEchoMode(QLineEdit::EchoMode mode);
+    /// Replaces the one that admits decimal numbers. Not owned; null admits everything.
+    void setValidator(QValidator const *validator);
+
+private slots:
+    void keyPress();
+    void on_keyCancel_clicked();
+    void on_lineEdit_returnPressed();
+
+private:
+    void connectKeys();
+    /// Enter can be pressed while the text is a whole number, not "-" or "12.".
+    void updateEnter();
+
+    std::unique_ptr<VirtualNumpadForm> m_form;
+};
+
+} // namespace Widgets

@@ -1,0 +1,252 @@
+#include "widgets/dialogs/VirtualKeyboard.h"
+#include "widgets/dialogs/VirtualNumpad.h"
+
+#include <QIntValidator>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace Widgets;
+
+namespace {
+
+void press(QDialog &dialog, const QString &keys)
+{
+    for (const QString &name : keys.split(' ', Qt::SkipEmptyParts)) {
+        auto *button = dialog.findChild<QPushButton *>(name);
+        QVERIFY2(button, qPrintable(name));
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+}
+
+QString caption(const QDialog &dialog, const char *key)
+{
+    return dialog.findChild<QPushButton *>(key)->text();
+}
+
+// Pictures for the eye, where somebody asks for them.
+void keepPicture(QWidget &widget, const char *name)
+{
+    const QString folder = qEnvironmentVariable("STATION_TEST_PICTURES");
+    if (!folder.isEmpty())
+        QVERIFY(widget.grab().save(folder + '/' + name));
+}
+
+} // namespace
+
+class KeyboardsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void typesText_data();
+    void typesText();
+    void captionsFollowModes_data();
+    void captionsFollowModes();
+    void hasEveryKeyOfBothLayouts();
+    void keepsToLengthAndValidator();
+    void takesBothKeyboards();
+    void numpadTypesNumbers_data();
+    void numpadTypesNumbers();
+    void numpadEnds();
+};
+
+void KeyboardsTest::typesText_data()
+{
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<int>("cursor");
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("cursorAfter");
+    QTest::newRow("appends") << "ab" << 2 << "btn_c btn_space btn_1"
+                             << "abc 1" << 5;
+    QTest::newRow("inserts at the cursor") << "ac" << 1 << "btn_b"
+                                           << "abc" << 2;
+    QTest::newRow("shift holds for one character") << "" << 0 << "btn_lshift btn_q btn_w"
+                                                   << "Qw" << 2;
+    QTest::newRow("either shift, caps stays") << "" << 0 << "btn_caps btn_rshift btn_q btn_w btn_e"
+                                              << "qWE" << 3;
+    QTest::newRow("ampersand is itself") << "" << 0 << "btn_lshift btn_7 btn_a"
+                                         << "&a" << 2;
+    QTest::newRow("second language and back")
+        << "" << 0 << "btn_lang btn_q btn_lshift btn_3 btn_lang btn_q"
+        << "й№q" << 3;
+    QTest::newRow("backspace at the start") << "abc" << 0 << "btn_backspace"
+                                            << "abc" << 0;
+    QTest::newRow("backspace at one") << "abc" << 1 << "btn_backspace"
+                                      << "bc" << 0;
+    QTest::newRow("backspace within") << "abc" << 2 << "btn_backspace"
+                                      << "ac" << 1;
+    QTest::newRow("backspace at the end") << "abc" << 3 << "btn_backspace"
+                                          << "ab" << 2;
+    QTest::newRow("cursor keys") << "ac" << 2 << "btn_prev btn_b btn_next btn_d"
+                                 << "abcd" << 4;
+    QTest::newRow("clear, tab") << "abc" << 1 << "btn_clear btn_tab"
+                                << "\t" << 1;
+}
+
+void KeyboardsTest::typesText()
+{
+    QFETCH(QString, start);
+    QFETCH(int, cursor);
+    QFETCH(QString, keys);
+    VirtualKeyboard keyboard;
+    keyboard.configure(start, 100, true);
+    keyboard.show();
+    auto *edit = keyboard.findChild<QLineEdit *>("edValue");
+    edit->setCursorPosition(cursor);
+    press(keyboard, keys);
+    QTEST(keyboard.getData(), "text");
+    QTEST(edit->cursorPosition(), "cursorAfter");
+}
+
+void KeyboardsTest::captionsFollowModes_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("captions"); // of q, 8 and [
+    QTest::newRow("at first") << ""
+                              << "q8[";
+    QTest::newRow("shift") << "btn_lshift"
+                           << "Q*{";
+    QTest::newRow("caps leaves digits and symbols") << "btn_caps"
+                                                    << "Q8[";
+    QTest::newRow("both") << "btn_caps btn_rshift"
+                          << "q*{";
+    QTest::newRow("shift off by the other one") << "btn_lshift btn_rshift"
+                                                << "q8[";
+    QTest::newRow("russian: a bracket is a letter") << "btn_lang btn_caps"
+                                                    << "Й8Х";
+    QTest::newRow("caps kept over languages") << "btn_caps btn_lang btn_lang"
+                                              << "Q8[";
+}
+
+void KeyboardsTest::captionsFollowModes()
+{
+    QFETCH(QString, keys);
+    VirtualKeyboard keyboard;
+    press(keyboard, keys);
+    QTEST(caption(keyboard, "btn_q") + caption(keyboard, "btn_8") +
+              caption(keyboard, "btn_startbracket"),
+          "captions");
+}
+
+// Each character of a layout is on exactly one key, and reaches the field when it is pressed.
+void KeyboardsTest::hasEveryKeyOfBothLayouts()
+{
+    const QString expected[] = {"`1234567890-=qwertyuiop[]\\asdfghjkl;'zxcvbnm,./",
+                                "~!@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:\"ZXCVBNM<>?",
+                                "ё1234567890-=йцукенгшщзхъ\\фывапролджэячсмитьбю.",
+                                "Ё!\"№;%:?*()_+ЙЦУКЕНГШЩЗХЪ/ФЫВАПРОЛДЖЭЯЧСМИТЬБЮ,"};
+    VirtualKeyboard keyboard;
+    for (int mode = 0; mode < 4; ++mode) {
+        if (mode == 2)
+            press(keyboard, "btn_lang");
+        keyboard.configure("", 100, false);
+        for (auto *key : keyboard.findChildren<QPushButton *>()) {
+            if (!key->property("btnData").isValid())
+                continue;
+            if (mode % 2 == 1)
+                press(keyboard, "btn_lshift");
+            key->click();
+        }
+        QCOMPARE(keyboard.getData(), expected[mode]);
+    }
+}
+
+void KeyboardsTest::keepsToLengthAndValidator()
+{
+    VirtualKeyboard keyboard;
+    QIntValidator validator(0, 99);
+    keyboard.setValidator(&validator);
+    keyboard.configure("1", 3, false);
+    press(keyboard, "btn_a btn_2 btn_3");
+    QCOMPARE(keyboard.getData(), QString("12"));
+    keyboard.setValidator(nullptr);
+    keyboard.configure("abcd", 3, false);
+    keyboard.findChild<QLineEdit *>("edValue")->setCursorPosition(1);
+    press(keyboard, "btn_x");
+    QCOMPARE(keyboard.getData(), QString("abc"));
+}
+
+void KeyboardsTest::takesBothKeyboards()
+{
+    VirtualKeyboard keyboard;
+    keyboard.configure("", 2147483647, false);
+    keyboard.show();
+    QVERIFY(QTest::qWaitForWindowActive(&keyboard));
+    QSignalSpy accepted(&keyboard, &QDialog::accepted);
+    QString announced;
+    connect(&keyboard, &VirtualKeyboard::dataSet, this,
+            [&](QVariant *data) { announced = data->toString(); });
+    QTest::keyClicks(QApplication::focusWidget(), "pu");
+    press(keyboard, "btn_m");
+    QTest::keyClicks(QApplication::focusWidget(), "p");
+    keepPicture(keyboard, "keyboard-en.png");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(accepted.count(), 1);
+    QCOMPARE(announced, QString("pump"));
+
+    keyboard.show();
+    press(keyboard, "btn_lang btn_lshift");
+    keepPicture(keyboard, "keyboard-ru.png");
+    QTest::keyClick(&keyboard, Qt::Key_Escape);
+    QCOMPARE(keyboard.result(), int(QDialog::Rejected));
+    keyboard.show();
+    press(keyboard, "btn_enter");
+    QCOMPARE(keyboard.result(), int(QDialog::Accepted));
+    keyboard.show();
+    press(keyboard, "btn_esc");
+    QCOMPARE(keyboard.result(), int(QDialog::Rejected));
+}
+
+void KeyboardsTest::numpadTypesNumbers_data()
+{
+    QTest::addColumn<QString>("keys");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("digits") << "key1 key2 key3 key4 key5 key6 key7 key8 key9 key0"
+                            << "1234567890";
+    QTest::newRow("minus only at the start") << "keyMinus key5 keyMinus"
+                                             << "-5";
+    QTest::newRow("one period") << "key0 keyDot key5 keyDot key2"
+                                << "0.52";
+    QTest::newRow("no leading zeros") << "key0 key7"
+                                      << "0";
+    QTest::newRow("no period first") << "keyDot key7"
+                                     << "7";
+    QTest::newRow("backspace") << "key1 key2 keyBackspace key3"
+                               << "13";
+}
+
+void KeyboardsTest::numpadTypesNumbers()
+{
+    QFETCH(QString, keys);
+    VirtualNumpad numpad;
+    press(numpad, keys);
+    QTEST(numpad.findChild<QLineEdit *>("lineEdit")->text(), "text");
+}
+
+void KeyboardsTest::numpadEnds()
+{
+    VirtualNumpad numpad;
+    numpad.setValue(1234567);
+    QCOMPARE(numpad.findChild<QLineEdit *>("lineEdit")->text(), QString("1.23457e+06"));
+    numpad.setValue(-12.5);
+    numpad.show();
+    QVERIFY(QTest::qWaitForWindowActive(&numpad));
+    keepPicture(numpad, "numpad.png");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_End); // else a key replaces the number
+    press(numpad, "keyBackspace keyEnter");                    // "-12." is no number yet
+    QVERIFY(numpad.isVisible());
+    press(numpad, "keyBackspace");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_7);
+    press(numpad, "keyEnter");
+    QCOMPARE(numpad.result(), int(QDialog::Accepted));
+    QCOMPARE(numpad.getValue(), -127.0);
+    numpad.show();
+    press(numpad, "keyCancel");
+    QCOMPARE(numpad.result(), int(QDialog::Rejected));
+}
+
+QTEST_MAIN(KeyboardsTest)
+#include "tst_keyboards.moc"
