@@ -35,6 +35,9 @@
 #include "nodes/visual/BasicWindow.h"
 #include "nodes/visual/widgetButton.h"
 #include "nodes/visual/widgetImage.h"
+#include "nodes/visual/comboItem.h"
+#include "nodes/visual/widgetCheckBox.h"
+#include "nodes/visual/widgetComboBox.h"
 #include "nodes/visual/widgetLabel.h"
 #include "nodes/visual/widgetMovingImage.h"
 #include "nodes/visual/widgetMultiImage.h"
@@ -85,6 +88,9 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(widgetImage::Kind());
     table.Add(widgetMultiImage::Kind());
     table.Add(widgetMovingImage::Kind());
+    table.Add(widgetComboBox::Kind());
+    table.Add(comboItem::Kind());
+    table.Add(widgetCheckBox::Kind());
     // Actions
     table.Add(actionShowWindow::Kind());
     table.Add(actionCloseWindow::Kind());

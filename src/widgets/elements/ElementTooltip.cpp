@@ -5,7 +5,9 @@
 #include "nodes/visual/BasicWidget.h"
 #include "utils/TimeConversions.h"
 
+#include <QHelpEvent>
 #include <QStringList>
+#include <QToolTip>
 
 namespace Widgets {
 
@@ -66,6 +68,16 @@ QString ElementTooltip::text(const Nodes::BasicWidget &node)
     if (!reason.empty())
         lines << line("Причина", reason);
     return lines.join(QLatin1Char('\n'));
+}
+
+bool ElementTooltip::show(QEvent *event, const Nodes::BasicWidget *node)
+{
+    if (event->type() != QEvent::ToolTip || !node)
+        return false;
+    const QString shown = text(*node);
+    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), shown);
+    event->setAccepted(!shown.isEmpty());
+    return true;
 }
 
 } // namespace Widgets

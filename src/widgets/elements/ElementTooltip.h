@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class QEvent;
+
 namespace Nodes {
 class BasicWidget;
 }
@@ -17,6 +19,9 @@ public:
     /// The node's own tooltip, then for elements with a signal: path, quality, last value, its
     /// time, and the reason when it is an error. Plain text; empty when there is nothing to say.
     static QString text(const Nodes::BasicWidget &node);
+    /// Shows that text when the event asks for a tooltip; false for every other event and for a
+    /// null node: the element then handles it as ever.
+    static bool show(QEvent *event, const Nodes::BasicWidget *node);
 };
 
 } // namespace Widgets

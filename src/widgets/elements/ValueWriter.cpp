@@ -16,13 +16,6 @@ namespace {
 constexpr int codeNoRights = 1320;
 constexpr int codeSilent = 403;
 
-void runActions(const Nodes::NodeLinks &actions)
-{
-    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-    if (isRuntime && !actions.empty() && g_pWindowManager)
-        g_pWindowManager->PushActions(actions);
-}
-
 } // namespace
 
 bool ValueWriter::write(QObject &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
@@ -30,7 +23,7 @@ bool ValueWriter::write(QObject &element, Nodes::BasicWidget &node, const Nodes:
 {
     const Nodes::Result result = node.WriteValue(value);
     if (result) {
-        runActions(node.GetAfterWriteActions());
+        runAfterWrite(node);
         return true;
     }
     const QPointer<QObject> alive(&element);
@@ -40,6 +33,24 @@ bool ValueWriter::write(QObject &element, Nodes::BasicWidget &node, const Nodes:
         restore();
     }
     return false;
+}
+
+bool ValueWriter::confirm(const QString &shownValue)
+{
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Новое значение"),
+                    QStringLiteral("Установить значение %1 ?").arg(shownValue),
+                    QMessageBox::Ok | QMessageBox::Cancel);
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("Установить"));
+    box.button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
+    return box.exec() == QMessageBox::Ok;
+}
+
+void ValueWriter::runAfterWrite(const Nodes::BasicWidget &node)
+{
+    const Nodes::NodeLinks &actions = node.GetAfterWriteActions();
+    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+    if (isRuntime && !actions.empty() && g_pWindowManager)
+        g_pWindowManager->PushActions(actions);
 }
 
 void ValueWriter::report(const Nodes::Result &result)

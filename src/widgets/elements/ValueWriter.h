@@ -5,6 +5,7 @@
 #include <functional>
 
 class QObject;
+class QString;
 
 namespace Nodes {
 class BasicWidget;
@@ -26,6 +27,10 @@ public:
     static bool write(QObject &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
                       const std::function<void()> &restore);
 
+    /// Modal question before a write; true when the operator wants that value, as shown, written.
+    static bool confirm(const QString &shownValue);
+    /// Runs the element's after-write actions, at run time.
+    static void runAfterWrite(const Nodes::BasicWidget &node);
     /// Modal message of a refused write; nothing for success and for code 403.
     static void report(const Nodes::Result &result);
 };

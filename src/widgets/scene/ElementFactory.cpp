@@ -2,6 +2,8 @@
 
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/elements/qwidgetImage.h"
+#include "widgets/elements/qwidgetCheckBox.h"
+#include "widgets/elements/qwidgetComboBox.h"
 #include "widgets/elements/qwidgetLabel.h"
 #include "widgets/elements/qwidgetMovingImage.h"
 #include "widgets/elements/qwidgetMultiImage.h"
@@ -9,6 +11,8 @@
 
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/widgetMovingImage.h"
+#include "nodes/visual/widgetCheckBox.h"
+#include "nodes/visual/widgetComboBox.h"
 
 #include <unordered_map>
 
@@ -26,7 +30,7 @@ template <class Node, class Element> QWidget *make(Nodes::BasicWidget *node, Pro
 
 /// For elements that keep the item they live in.
 template <class Node, class Element>
-[[maybe_unused]] QWidget *makeHosted(Nodes::BasicWidget *node, ProxyWidget *host)
+QWidget *makeHosted(Nodes::BasicWidget *node, ProxyWidget *host)
 {
     auto *typed = dynamic_cast<Node *>(node);
     if (!typed)
@@ -45,6 +49,8 @@ const std::unordered_map<unsigned, Creator> &table()
         {0x15008, &make<Nodes::BasicWidget, qwidgetMultiLabel>},
         {0x15009, &make<Nodes::BasicWidget, qwidgetMultiImage>},
         {0x1500A, &make<Nodes::widgetMovingImage, qwidgetMovingImage>},
+        {0x1500E, &makeHosted<Nodes::widgetComboBox, qwidgetComboBox>},
+        {0x1500F, &make<Nodes::widgetCheckBox, qwidgetCheckBox>},
     };
     return creators;
 }

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "nodes/model/ResourceLink.h"
+#include "nodes/visual/BasicFramedWidget.h"
+
+namespace Nodes {
+
+/// A mark that shows and switches an on/off signal.
+class NODES_EXPORT widgetCheckBox : public BasicFramedWidget
+{
+public:
+    widgetCheckBox();
+    static KindInfo Kind();
+
+    NColor GetFrameColor() const { return GetBorderColor(); }
+    // The name is the interface's.
+    NColor GetBackgroudColor() const { return GetBackgroundColor(); }
+    /// Picture of the mark; without one a plain check mark is drawn.
+    const ResourceLink &GetImage() const { return m_image; }
+
+private:
+    ResourceLink m_image;
+};
+
+} // namespace Nodes

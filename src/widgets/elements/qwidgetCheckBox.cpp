@@ -1,0 +1,152 @@
+#include "widgets/elements/qwidgetCheckBox.h"
+
+#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/ValueWriter.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/widgetCheckBox.h"
+#include "utils/ValueConversions.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int markSide = 128; // pixels; sharp on every check box of a usual size
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+QRect centredSquare(const QRect &rect)
+{
+    const int side = qMin(rect.width(), rect.height());
+    QRect square(0, 0, side, side);
+    square.moveCenter(rect.center());
+    return square;
+}
+
+} // namespace
+
+qwidgetCheckBox::qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent)
+    : QCheckBox(parent),
+      IWidget(node),
+      m_checkBox(dynamic_cast<Nodes::widgetCheckBox *>(node)),
+      m_defaultMark(QIcon(QStringLiteral(":/icons/check.svg")).pixmap(markSide, markSide))
+{
+    setAutoFillBackground(true);
+    setCheckable(true);
+    m_binding.bind(this, m_checkBox);
+    connect(this, &QCheckBox::stateChanged, this, &qwidgetCheckBox::onStateChanged);
+    qwidgetCheckBox::onUpdateProperties(nullptr);
+}
+
+qwidgetCheckBox::~qwidgetCheckBox() = default;
+
+QString qwidgetCheckBox::shownText() const
+{
+    if (m_quality == Nodes::Quality::Bad)
+        return QStringLiteral("----");
+    return isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+void qwidgetCheckBox::onActive(bool on)
+{
+    ElementBinding::setConnected(this, on);
+}
+
+void qwidgetCheckBox::onUpdateProperties(Nodes::BasicProperty *)
+{
+    if (!m_checkBox)
+        return;
+    m_borderWidth = m_checkBox->GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(m_checkBox->GetFrameColor());
+    m_backgroundColor = Utils::NColorToQColor(m_checkBox->GetBackgroudColor());
+    setGeometry(Utils::NRectToQRect(m_checkBox->GetGeometry()));
+    onValueUpdated(Nodes::SignalValue());
+    update();
+}
+
+void qwidgetCheckBox::show(int state)
+{
+    const QSignalBlocker blocker(this);
+    setCheckState(state > 0 ? Qt::Checked : Qt::Unchecked);
+}
+
+void qwidgetCheckBox::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_checkBox)
+        return;
+    const Nodes::SignalValue value = m_checkBox->GetValue();
+    m_quality = m_checkBox->GetSignalLink().isEmpty() ? Nodes::Quality::Good : value.GetQuality();
+    m_lastState = value.ToDouble() > 0 ? Qt::Checked : Qt::Unchecked;
+    show(m_lastState);
+    update();
+}
+
+void qwidgetCheckBox::onStateChanged(int state)
+{
+    if (!m_checkBox)
+        return;
+    const int before = m_lastState;
+    m_lastState = state;
+    (void)ValueWriter::write(*this, *m_checkBox, Nodes::SignalValue(state != 0), [this, before] {
+        m_lastState = before;
+        show(before);
+    });
+}
+
+bool qwidgetCheckBox::hitButton(QPoint const &point) const
+{
+    return rect().contains(point);
+}
+
+void qwidgetCheckBox::mousePressEvent(QMouseEvent *event)
+{
+    if (isRuntime())
+        QCheckBox::mousePressEvent(event);
+    else
+        event->ignore();
+}
+
+void qwidgetCheckBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (isRuntime())
+        QCheckBox::mouseReleaseEvent(event);
+    else
+        event->ignore();
+}
+
+void qwidgetCheckBox::drawMark(QPainter &painter, const QRect &inner) const
+{
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(centredSquare(inner), m_defaultMark);
+}
+
+void qwidgetCheckBox::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), m_backgroundColor);
+    ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
+    const int b = qMax(0, m_borderWidth);
+    const QRect inner = rect().adjusted(b, b, -b, -b);
+    // The state of a lost device is not known: neither mark nor empty box would be true.
+    if (isChecked() && m_quality != Nodes::Quality::Bad)
+        drawMark(painter, inner);
+    ElementPainting::drawQualityMark(painter, inner, m_quality, Qt::AlignLeft);
+    if (m_checkBox && m_checkBox->isDisabled())
+        ElementPainting::drawDisabledCover(painter, rect());
+    event->accept();
+}
+
+bool qwidgetCheckBox::event(QEvent *event)
+{
+    return ElementTooltip::show(event, m_node) || QCheckBox::event(event);
+}
+
+} // namespace Widgets

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/ElementBinding.h"
+#include "widgets/elements/IWidget.h"
+#include "widgets/elements/ShowsValue.h"
+
+#include "nodes/values/Quality.h"
+
+#include <QCheckBox>
+#include <QPixmap>
+
+namespace Nodes {
+class widgetCheckBox;
+}
+
+namespace Widgets {
+
+/// Mark of a Nodes::widgetCheckBox: checked while the signal is above 0; a click anywhere on it
+/// writes the opposite. A value that is not good is marked, a bad one shows no mark. GUI thread.
+class WIDGETS_EXPORT qwidgetCheckBox : public QCheckBox, public IWidget, public ShowsValue
+{
+    Q_OBJECT
+
+public:
+    qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent);
+    ~qwidgetCheckBox() override;
+
+    QString shownText() const override;
+    Nodes::Quality shownQuality() const override { return m_quality; }
+
+signals:
+    void valueUpdated(Nodes::SignalValue value) override;
+    void updateProperty(Nodes::BasicProperty *property) override;
+    void isActiveChanged(bool on) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected:
+    void onActive(bool on) override;
+    bool hitButton(QPoint const &point) const override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void onStateChanged(int state);
+    void show(int state);
+    void drawMark(QPainter &painter, const QRect &inner) const;
+
+    Nodes::widgetCheckBox *m_checkBox; ///< null for a node of another class
+    QPixmap m_defaultMark;
+    int m_lastState = -1; ///< last that the node confirmed; -1 before the first
+    Nodes::Quality m_quality = Nodes::Quality::Good;
+    ElementBinding m_binding;
+};
+
+} // namespace Widgets

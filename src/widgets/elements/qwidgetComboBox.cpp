@@ -1,0 +1,304 @@
+#include "widgets/elements/qwidgetComboBox.h"
+
+#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/ValueWriter.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/model/BasicProperty.h"
+#include "nodes/visual/widgetComboBox.h"
+#include "utils/ValueConversions.h"
+
+#include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+
+namespace Widgets {
+
+namespace {
+
+constexpr double raisedZ = 100; // above every neighbour of the host
+constexpr int touchHeight = 32; // pixels; rows that a finger hits
+constexpr int codeSilent = 403;
+
+bool isRuntime()
+{
+    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+QString rgba(const Nodes::NColor &color)
+{
+    return QStringLiteral("rgba(%1)").arg(QString::fromStdString(color.ToString(true)));
+}
+
+QString styleSheetOf(const Nodes::widgetComboBox &node)
+{
+    const QString arrow = QString::fromLatin1(node.isPopupUpward() ? "url(:/icons/arrow_up.svg)"
+                                                                   : "url(:/icons/arrow_down.svg)");
+    return QStringLiteral("QComboBox { border: %1px solid %2; color: %3; background-color:%4; } "
+                          "QListView { color: %3; background-color:%4; } "
+                          "QComboBox::drop-down:button{border: 0px; background:%4;} "
+                          "QComboBox::down-arrow { padding: 0px 1px 0px 1px; image: %5; "
+                          "width: 14px; height: 14px;}")
+        .arg(QString::number(node.GetBorderWidth()), rgba(node.GetBorderColor()),
+             rgba(node.GetTextColor()), rgba(node.GetBackgroundColor()), arrow);
+}
+
+} // namespace
+
+qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent)
+    : QComboBox(parent), IWidget(node), m_comboBox(node)
+{
+    // Editable for the sake of the alignment only: the operator chooses, never types.
+    setEditable(true);
+    setCompleter(nullptr);
+    setInsertPolicy(NoInsert);
+    setDuplicatesEnabled(true);
+    lineEdit()->setReadOnly(true);
+    lineEdit()->setPlaceholderText(QLatin1String(Nodes::BasicTextWidget::NoValueText));
+    lineEdit()->setFocusPolicy(Qt::NoFocus);
+    lineEdit()->installEventFilter(this);
+    connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &qwidgetComboBox::onCurrentIndexChanged);
+    m_binding.bind(this, m_comboBox);
+    qwidgetComboBox::onUpdateProperties(nullptr);
+}
+
+qwidgetComboBox::~qwidgetComboBox() = default;
+
+void qwidgetComboBox::setProxy(ProxyWidget *proxy)
+{
+    m_proxy = proxy;
+}
+
+QString qwidgetComboBox::shownText() const
+{
+    return currentIndex() < 0 ? lineEdit()->placeholderText() : currentText();
+}
+
+void qwidgetComboBox::onActive(bool on)
+{
+    ElementBinding::setConnected(this, on);
+}
+
+void qwidgetComboBox::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    if (!m_comboBox)
+        return;
+    const unsigned id = property ? property->GetValueId() : 0;
+    if (id == Nodes::widgetComboBox::CurrentIndexProperty) {
+        selectShown();
+        return;
+    }
+    setGeometry(Utils::NRectToQRect(m_comboBox->GetGeometry()));
+    if (id >= 11001 && id <= 11004)
+        return;
+    applyStyle();
+    applyItems();
+    selectShown();
+    update();
+}
+
+void qwidgetComboBox::applyStyle()
+{
+    m_alignment = Utils::NAligmentToQtAligment(m_comboBox->GetHorizontalAlignment(),
+                                               m_comboBox->GetVerticalAlignment());
+    lineEdit()->setAlignment(m_alignment);
+    setStyleSheet(styleSheetOf(*m_comboBox));
+    setFont(Utils::NFontToQFont(m_comboBox->GetFont()));
+    QPalette colors = view()->palette();
+    colors.setColor(QPalette::Highlight, Utils::NColorToQColor(m_comboBox->GetSelectionColor()));
+    colors.setColor(QPalette::HighlightedText, Utils::NColorToQColor(m_comboBox->GetTextColor()));
+    view()->setPalette(colors);
+}
+
+void qwidgetComboBox::applyItems()
+{
+    const QSignalBlocker blocker(this); // rebuilding the list is no choice of the operator's
+    const QSize row(width(), qMax(height(), touchHeight));
+    const QColor background = Utils::NColorToQColor(m_comboBox->GetBackgroundColor());
+    clear();
+    for (const auto &[text, value] : m_comboBox->GetItems()) {
+        addItem(QString::fromStdString(text), QVariant::fromValue(value));
+        setItemData(count() - 1, row, Qt::SizeHintRole);
+        setItemData(count() - 1, background, Qt::BackgroundRole);
+        setItemData(count() - 1, int(m_alignment), Qt::TextAlignmentRole);
+    }
+}
+
+void qwidgetComboBox::selectShown()
+{
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+        select(m_comboBox->GetCurrentIndex());
+    else
+        onValueUpdated(m_comboBox->GetValue());
+}
+
+void qwidgetComboBox::select(int index)
+{
+    const QSignalBlocker blocker(this);
+    setCurrentIndex(index);
+    m_previousIndex = currentIndex();
+}
+
+void qwidgetComboBox::onValueUpdated(Nodes::SignalValue value)
+{
+    if (!m_comboBox || m_isListOpen)
+        return;
+    m_quality = m_comboBox->GetSignalLink().isEmpty() ? Nodes::Quality::Good : value.GetQuality();
+    select(Nodes::widgetComboBox::FindItem(m_comboBox->GetItems(), value));
+    update();
+}
+
+void qwidgetComboBox::onCurrentIndexChanged(int index)
+{
+    if (!m_comboBox || index < 0)
+        return;
+    const auto value = itemData(index).value<Nodes::SignalValue>();
+    const QPointer<qwidgetComboBox> alive(this);
+    if (m_comboBox->isConfirmed() && !ValueWriter::confirm(itemText(index))) {
+        if (alive)
+            select(m_previousIndex);
+        return;
+    }
+    if (!alive || writeAll(index, value) != Outcome::Written || !alive)
+        return;
+    UpdateNodePropertyCurrentIndex(index);
+    ValueWriter::runAfterWrite(*m_comboBox);
+}
+
+// The order of the targets counts: a silent refusal ends the whole, any other only its own target.
+qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::SignalValue &value)
+{
+    const QPointer<qwidgetComboBox> alive(this);
+    Nodes::NodesArray targets;
+    m_comboBox->GetWriteNodes(targets);
+    const int before = m_previousIndex;
+    Outcome outcome = Outcome::Refused;
+    for (const Nodes::NodeLink &target : targets) {
+        const Nodes::Result result = m_comboBox->WriteNode(target, value);
+        if (result) {
+            outcome = Outcome::Written;
+            select(index);
+            continue;
+        }
+        ValueWriter::report(result);
+        if (!alive)
+            return Outcome::Silenced;
+        select(before);
+        if (result.GetCode() == codeSilent)
+            return Outcome::Silenced;
+    }
+    if (targets.empty()) {
+        ValueWriter::report(m_comboBox->WriteValue(value));
+        if (alive)
+            select(before);
+    }
+    return outcome;
+}
+
+void qwidgetComboBox::UpdateNodePropertyCurrentIndex(int index)
+{
+    if (m_comboBox->GetPropertyByValueId(Nodes::widgetComboBox::CurrentIndexProperty))
+        (void)m_comboBox->SetProperty(Nodes::widgetComboBox::CurrentIndexProperty, index);
+    else
+        m_comboBox->SetCurrentIndex(index);
+}
+
+void qwidgetComboBox::showPopup()
+{
+    QComboBox::showPopup();
+    if (m_proxy && !m_isListOpen) {
+        m_savedZ = m_proxy->zValue();
+        m_proxy->setZValue(raisedZ);
+    }
+    m_isListOpen = true;
+    auto *popup = findChild<QFrame *>(QString(), Qt::FindDirectChildrenOnly);
+    if (!popup)
+        return;
+    // Where there is no room below, the list stands above already.
+    const bool isBelow = popup->y() >= mapToGlobal(QPoint(0, 0)).y();
+    if (m_comboBox && m_comboBox->isPopupUpward() && isBelow)
+        popup->move(popup->x(), popup->y() - height() - popup->height());
+    popup->raise();
+}
+
+void qwidgetComboBox::hidePopup()
+{
+    QComboBox::hidePopup();
+    if (!m_isListOpen)
+        return;
+    m_isListOpen = false;
+    if (m_proxy)
+        m_proxy->setZValue(m_savedZ);
+    if (isRuntime() && m_comboBox)
+        onValueUpdated(m_comboBox->GetValue());
+}
+
+// A click on the text opens the list, like one on the arrow.
+bool qwidgetComboBox::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isPress =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (watched != lineEdit() || (!isPress && event->type() != QEvent::MouseButtonRelease))
+        return QComboBox::eventFilter(watched, event);
+    if (isPress) {
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        const QRect arrow =
+            style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, this);
+        QCoreApplication::postEvent(this, new QMouseEvent(QEvent::MouseButtonPress, arrow.center(),
+                                                          Qt::LeftButton, Qt::LeftButton,
+                                                          Qt::NoModifier));
+    }
+    return true;
+}
+
+void qwidgetComboBox::mousePressEvent(QMouseEvent *event)
+{
+    if (isRuntime())
+        QComboBox::mousePressEvent(event);
+    else
+        event->ignore();
+}
+
+void qwidgetComboBox::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (isRuntime())
+        QComboBox::mouseReleaseEvent(event);
+    else
+        event->ignore();
+}
+
+// A wheel that passes over the box must not write.
+void qwidgetComboBox::wheelEvent(QWheelEvent *event)
+{
+    event->ignore();
+}
+
+void qwidgetComboBox::paintEvent(QPaintEvent *event)
+{
+    QComboBox::paintEvent(event);
+    if (!m_comboBox)
+        return;
+    QPainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect text =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    ElementPainting::drawQualityMark(painter, text, m_quality, m_alignment);
+    if (m_comboBox->isDisabled())
+        ElementPainting::drawDisabledCover(painter, rect());
+}
+
+bool qwidgetComboBox::event(QEvent *event)
+{
+    return ElementTooltip::show(event, m_node) || QComboBox::event(event);
+}
+
+} // namespace Widgets

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/ElementBinding.h"
+#include "widgets/elements/IWidget.h"
+#include "widgets/elements/ShowsValue.h"
+
+#include "nodes/values/Quality.h"
+
+#include <QComboBox>
+#include <QPointer>
+
+namespace Nodes {
+class Result;
+class widgetComboBox;
+} // namespace Nodes
+
+namespace Widgets {
+
+class ProxyWidget;
+
+/// List of named values of a Nodes::widgetComboBox: shows the one that the signal has and writes
+/// the one chosen. A bad value shows none. While the list is open, values wait. GUI thread.
+class WIDGETS_EXPORT qwidgetComboBox : public QComboBox, public IWidget, public ShowsValue
+{
+    Q_OBJECT
+
+public:
+    qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent);
+    ~qwidgetComboBox() override;
+
+    /// Item that the open list is raised with; may be null.
+    void setProxy(ProxyWidget *proxy);
+
+    QString shownText() const override;
+    Nodes::Quality shownQuality() const override { return m_quality; }
+
+    void showPopup() override;
+    void hidePopup() override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    void valueUpdated(Nodes::SignalValue value) override;
+    void updateProperty(Nodes::BasicProperty *property) override;
+    void isActiveChanged(bool on) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected slots:
+    /// The operator chose: asks where configured, writes, goes back where that is refused.
+    void onCurrentIndexChanged(int index);
+
+protected:
+    void onActive(bool on) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    enum class Outcome { Written, Refused, Silenced };
+
+    void UpdateNodePropertyCurrentIndex(int index);
+    void applyStyle();
+    void applyItems();
+    void select(int index);
+    void selectShown();
+    Outcome writeAll(int index, const Nodes::SignalValue &value);
+
+    Nodes::widgetComboBox *m_comboBox; ///< null for a node of another class
+    QPointer<ProxyWidget> m_proxy;
+    int m_previousIndex = -1;
+    double m_savedZ = 0; ///< of the host, while the list is open
+    bool m_isListOpen = false;
+    Qt::Alignment m_alignment;
+    Nodes::Quality m_quality = Nodes::Quality::Good;
+    ElementBinding m_binding;
+};
+
+} // namespace Widgets
