@@ -38,6 +38,7 @@
 #include "nodes/visual/comboItem.h"
 #include "nodes/visual/widgetCheckBox.h"
 #include "nodes/visual/widgetComboBox.h"
+#include "nodes/visual/widgetEditBox.h"
 #include "nodes/visual/widgetLabel.h"
 #include "nodes/visual/widgetMovingImage.h"
 #include "nodes/visual/widgetMultiImage.h"
@@ -91,6 +92,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(widgetComboBox::Kind());
     table.Add(comboItem::Kind());
     table.Add(widgetCheckBox::Kind());
+    table.Add(widgetEditBox::Kind());
     // Actions
     table.Add(actionShowWindow::Kind());
     table.Add(actionCloseWindow::Kind());

@@ -4,6 +4,7 @@
 #include "widgets/elements/qwidgetImage.h"
 #include "widgets/elements/qwidgetCheckBox.h"
 #include "widgets/elements/qwidgetComboBox.h"
+#include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/elements/qwidgetLabel.h"
 #include "widgets/elements/qwidgetMovingImage.h"
 #include "widgets/elements/qwidgetMultiImage.h"
@@ -13,6 +14,7 @@
 #include "nodes/visual/widgetMovingImage.h"
 #include "nodes/visual/widgetCheckBox.h"
 #include "nodes/visual/widgetComboBox.h"
+#include "nodes/visual/widgetEditBox.h"
 
 #include <unordered_map>
 
@@ -49,6 +51,7 @@ const std::unordered_map<unsigned, Creator> &table()
         {0x15008, &make<Nodes::BasicWidget, qwidgetMultiLabel>},
         {0x15009, &make<Nodes::BasicWidget, qwidgetMultiImage>},
         {0x1500A, &make<Nodes::widgetMovingImage, qwidgetMovingImage>},
+        {0x1500B, &make<Nodes::widgetEditBox, qwidgetEditBox>},
         {0x1500E, &makeHosted<Nodes::widgetComboBox, qwidgetComboBox>},
         {0x1500F, &make<Nodes::widgetCheckBox, qwidgetCheckBox>},
     };
