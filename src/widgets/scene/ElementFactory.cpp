@@ -1,20 +1,20 @@
 #include "widgets/scene/ElementFactory.h"
 
 #include "widgets/elements/qwidgetButton.h"
-#include "widgets/elements/qwidgetImage.h"
 #include "widgets/elements/qwidgetCheckBox.h"
 #include "widgets/elements/qwidgetComboBox.h"
 #include "widgets/elements/qwidgetEditBox.h"
+#include "widgets/elements/qwidgetImage.h"
 #include "widgets/elements/qwidgetLabel.h"
 #include "widgets/elements/qwidgetMovingImage.h"
 #include "widgets/elements/qwidgetMultiImage.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
 
 #include "nodes/visual/BasicWidget.h"
-#include "nodes/visual/widgetMovingImage.h"
 #include "nodes/visual/widgetCheckBox.h"
 #include "nodes/visual/widgetComboBox.h"
 #include "nodes/visual/widgetEditBox.h"
+#include "nodes/visual/widgetMovingImage.h"
 
 #include <unordered_map>
 
