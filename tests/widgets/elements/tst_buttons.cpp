@@ -3,7 +3,6 @@
 
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/scene/ProxyScene.h"
-#include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowForm.h"
 
 #include "nodes/visual/BasicWidget.h"
@@ -51,9 +50,9 @@ struct Station : ButtonProject
     explicit Station(const QString &properties)
         : ButtonProject(
               R"(<window id="10" name="W" width="300" height="200">)" +
-                  button(
-                      R"(x="20" y="30" pressActions="30" releaseActions="31" onFocusLoss="32" )" +
-                      properties) +
+                  button(R"(x="20" y="30" releaseActions="31" onFocusLoss="32" )" +
+                         QString(properties.contains("press") ? "" : R"(pressActions="30" )") +
+                         properties) +
                   R"(<button id="12" name="Other" x="180" y="30" width="100" height="40"/></window>)",
               Nodes::WorkModeRuntime),
           window(project.node<Nodes::BasicWindow>(10), nullptr)
@@ -64,15 +63,35 @@ struct Station : ButtonProject
             qFatal("no window");
         project.record({20, 21, 22, 23});
     }
-    void mouse(void (*act)(QWidget *, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int),
-               const QPoint &place, Qt::MouseButton pressed = Qt::LeftButton)
+    /// Letters: Press, Release, Double, Move, each followed by the place: in, corner, beside, out,
+    /// the other button; Hide the window, Veto (disable) the button, Space, Key of the shortcut.
+    void act(const QString &script)
     {
-        act(window.viewport(), pressed, Qt::KeyboardModifiers(), place, -1);
+        static const QMap<QChar, QPoint> places{{'i', {70, 50}},
+                                                {'c', {119, 69}},
+                                                {'b', {121, 50}},
+                                                {'o', {70, 150}},
+                                                {'a', {230, 50}}};
+        QPoint at;
+        const QMap<QChar, std::function<void(QWidget *)>> acts{
+            {'P', [&](QWidget *view) { QTest::mousePress(view, Qt::LeftButton, {}, at); }},
+            {'R', [&](QWidget *view) { QTest::mouseRelease(view, Qt::LeftButton, {}, at); }},
+            {'D', [&](QWidget *view) { QTest::mouseDClick(view, Qt::LeftButton, {}, at); }},
+            {'M', [&](QWidget *) { move(at); }},
+            {'H', [&](QWidget *) { window.hide(); }},
+            {'V', [&](QWidget *) { set("disabled", "true"); }},
+            {'S', [](QWidget *view) { QTest::keyClick(view, Qt::Key_Space); }},
+            {'K', [](QWidget *view) { QTest::keyClick(view, Qt::Key_F5, Qt::ControlModifier); }}};
+        for (int i = 0; i < script.size(); ++i) {
+            at = places.value(i + 1 < script.size() ? script[i + 1] : QChar());
+            if (acts.contains(script[i]))
+                acts[script[i]](window.viewport());
+        }
     }
-    void move(const QPoint &place, Qt::MouseButtons held)
+    void move(const QPoint &place)
     {
         QMouseEvent event(QEvent::MouseMove, place, window.viewport()->mapToGlobal(place),
-                          Qt::NoButton, held, Qt::NoModifier);
+                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window.viewport(), &event);
     }
     /// What ran, once everything queued so far has.
@@ -125,14 +144,9 @@ QRect inkOf(const QImage &image)
     return found;
 }
 
-const QPoint inside(70, 50), outside(70, 150), other(230, 50);
 const QString red = R"(color="#a00000" background="#ffffff" )";
 
-using Gesture = void (*)(Station &);
-
 } // namespace
-
-Q_DECLARE_METATYPE(Gesture)
 
 class TestButtons : public QObject
 {
@@ -151,88 +165,67 @@ private slots:
     void geometryChangesNothingElse();
     void disabledIsFlatAndCovered();
     void aPictureFillsTheButton();
-    void otherNodesGiveAPlainButton();
 };
 
 void TestButtons::gesturesRunTheLists_data()
 {
     QTest::addColumn<QString>("properties");
-    QTest::addColumn<Gesture>("gesture");
+    QTest::addColumn<QString>("gesture");
     QTest::addColumn<QString>("expected");
-    const auto row = [](const char *name, const char *properties, const char *expected,
-                        Gesture gesture) {
-        QTest::newRow(name) << QString(properties) << gesture << QString(expected);
-    };
-    row("click", "", "press release", [](Station &s) { s.mouse(QTest::mouseClick, inside); });
-    row("outermost corner", R"(style="fusion")", "press release", [](Station &s) {
-        s.mouse(QTest::mouseClick, {119, 69});
-    });
-    row("just outside", "", "", [](Station &s) { s.mouse(QTest::mouseClick, {121, 50}); });
-    row("right button", "", "",
-        [](Station &s) { s.mouse(QTest::mouseClick, inside, Qt::RightButton); });
-    row("drag off", "", "press release", [](Station &s) {
-        s.mouse(QTest::mousePress, inside);
-        s.move(outside, Qt::LeftButton);
-        s.mouse(QTest::mouseRelease, outside);
-    });
-    row("drag off and back", "", "press release press release", [](Station &s) {
-        s.mouse(QTest::mousePress, inside);
-        s.move(outside, Qt::LeftButton);
-        s.move(inside, Qt::LeftButton);
-        s.mouse(QTest::mouseRelease, inside);
-    });
-    row("drag onto", "", "", [](Station &s) {
-        s.mouse(QTest::mousePress, outside);
-        s.move(inside, Qt::LeftButton);
-        s.mouse(QTest::mouseRelease, inside);
-    });
-    row("double click", "", "press release press release", [](Station &s) {
-        s.mouse(QTest::mouseClick, inside);
-        s.mouse(QTest::mouseDClick, inside);
-        s.mouse(QTest::mouseRelease, inside);
-    });
-    row("focus goes to another", "", "press release blur", [](Station &s) {
-        s.mouse(QTest::mouseClick, inside);
-        s.mouse(QTest::mouseClick, other);
-    });
-    row("disabled", R"(disabled="true")", "",
-        [](Station &s) { s.mouse(QTest::mouseClick, inside); });
-    row("disabled while held", "", "press release", [](Station &s) {
-        s.mouse(QTest::mousePress, inside);
-        s.set("disabled", "true");
-        s.mouse(QTest::mouseRelease, inside);
-    });
-    row("window hidden while held", "", "press blur release", [](Station &s) {
-        s.mouse(QTest::mousePress, inside);
-        s.window.hide();
-    });
-    row("lists of now, in their order", "", "release press release", [](Station &s) {
-        s.set("pressActions", "31 30");
-        s.mouse(QTest::mouseClick, inside);
-    });
-    row("space", "", "press release", [](Station &s) {
-        s.window.viewport()->setFocus();
-        s.window.scene()->setFocusItem(s.window.scene()->itemAt(inside, QTransform()));
-        QTest::keyClick(s.window.viewport(), Qt::Key_Space);
-    });
-    row("shortcut", R"(hotKey="Ctrl+F5")", "press release", [](Station &s) {
-        QTest::keyClick(&s.window, Qt::Key_F5, Qt::ControlModifier);
-        const auto *host =
-            dynamic_cast<ProxyWidget *>(s.window.scene()->itemAt(inside, QTransform()));
-        const auto *pressed = qobject_cast<QAbstractButton *>(host->widget());
-        QTRY_VERIFY(!pressed->isDown());
-    });
-    row("shortcut of a disabled one", R"(hotKey="Ctrl+F5" disabled="true")", "",
-        [](Station &s) { QTest::keyClick(&s.window, Qt::Key_F5, Qt::ControlModifier); });
+    const QString key = R"(hotKey="Ctrl+F5" )", off = R"(disabled="true")";
+    QTest::newRow("click") << ""
+                           << "PiRi"
+                           << "press release";
+    QTest::newRow("outermost corner") << R"(style="fusion")"
+                                      << "PcRc"
+                                      << "press release";
+    QTest::newRow("just outside") << ""
+                                  << "PbRb"
+                                  << "";
+    QTest::newRow("drag off") << ""
+                              << "PiMoRo"
+                              << "press release";
+    QTest::newRow("drag off and back") << ""
+                                       << "PiMoMiRi"
+                                       << "press release press release";
+    QTest::newRow("drag onto") << ""
+                               << "PoMiRi"
+                               << "";
+    QTest::newRow("double click") << ""
+                                  << "PiRiDiRi"
+                                  << "press release press release";
+    QTest::newRow("focus goes to another") << ""
+                                           << "PiRiPaRa"
+                                           << "press release blur";
+    QTest::newRow("disabled") << off << "PiRi"
+                              << "";
+    QTest::newRow("disabled while held") << ""
+                                         << "PiVRi"
+                                         << "press release";
+    QTest::newRow("hidden while held") << ""
+                                       << "PiH"
+                                       << "press blur release";
+    QTest::newRow("space") << ""
+                           << "PiRiS"
+                           << "press release press release";
+    QTest::newRow("shortcut") << key << "K"
+                              << "press release";
+    QTest::newRow("shortcut of a disabled one") << key + off << "K"
+                                                << "";
+    QTest::newRow("in their order") << R"(pressActions="31 30")"
+                                    << "PiRi"
+                                    << "release press release";
 }
 
 void TestButtons::gesturesRunTheLists()
 {
     QFETCH(QString, properties);
-    QFETCH(Gesture, gesture);
+    QFETCH(QString, gesture);
     QFETCH(QString, expected);
     Station station(properties);
-    gesture(station);
+    station.act(gesture);
+    // A shortcut lets go by itself, after a moment.
+    QTRY_COMPARE(station.project.recorded.join(' '), expected);
     QCOMPARE(station.ran(), expected);
 }
 
@@ -240,7 +233,7 @@ void TestButtons::theEditorKeepsTheGestures()
 {
     Alone alone(R"(hotKey="Ctrl+F5" pressActions="30" releaseActions="31" onFocusLoss="32")",
                 Nodes::WorkModeEditing);
-    alone.project.record({20, 21, 22});
+    alone.project.record({20, 21, 22, 23});
     alone.element.show();
     for (const QEvent::Type type :
          {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
@@ -251,10 +244,7 @@ void TestButtons::theEditorKeepsTheGestures()
     }
     QTest::keyClick(&alone.element, Qt::Key_F5, Qt::ControlModifier);
     QTest::keyClick(&alone.element, Qt::Key_Space);
-    QFocusEvent blur(QEvent::FocusOut);
-    QCoreApplication::sendEvent(&alone.element, &blur);
     alone.project.core.SetWorkMode(Nodes::WorkModeRuntime);
-    alone.project.record({23});
     alone.project.push(33);
     QTRY_COMPARE(alone.project.recorded.join(' '), QStringLiteral("end"));
 }
@@ -264,19 +254,13 @@ void TestButtons::captions_data()
     QTest::addColumn<QString>("properties");
     QTest::addColumn<Nodes::SignalValue>("value");
     QTest::addColumn<QString>("caption");
-    const auto row = [](const char *name, const char *properties, const Nodes::SignalValue &value,
-                        const char *caption) {
-        QTest::newRow(name) << QString(properties) << value << QString(caption);
-    };
     const Nodes::SignalValue lost((Nodes::Result(Nodes::Result::Timeout)));
-    const char *onOff = R"(signal="24" text="Насос" onText="Стоп" offText="Пуск")";
-    row("text", R"(text="Пуск")", {}, "Пуск");
-    row("yes", onOff, true, "Стоп");
-    row("no", onOff, false, "Пуск");
-    row("unknown", onOff, lost, "Насос");
-    row("number", R"(signal="25")", 95.04, "95.0 °C");
-    row("unknown number", R"(signal="25")", lost, "----");
-    row("own text over a number", R"(signal="25" text="Уставка")", 95.04, "Уставка");
+    const QString onOff = R"(signal="24" text="Насос" onText="Стоп" offText="Пуск")";
+    QTest::newRow("yes") << onOff << Nodes::SignalValue(true) << "Стоп";
+    QTest::newRow("no") << onOff << Nodes::SignalValue(false) << "Пуск";
+    QTest::newRow("unknown") << onOff << lost << "Насос";
+    QTest::newRow("number") << R"(signal="25")" << Nodes::SignalValue(95.04) << "95.0 °C";
+    QTest::newRow("unknown number") << R"(signal="25")" << lost << "----";
 }
 
 void TestButtons::captions()
@@ -285,10 +269,8 @@ void TestButtons::captions()
     QFETCH(Nodes::SignalValue, value);
     QFETCH(QString, caption);
     Alone alone(properties);
-    for (const unsigned long signal : {24, 25}) {
-        if (!value.IsEmpty())
-            alone.project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
-    }
+    for (const unsigned long signal : {24, 25})
+        alone.project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
     QTRY_COMPARE(alone.element.shownQuality(),
                  value.IsError() ? Nodes::Quality::Bad : Nodes::Quality::Good);
     QCOMPARE(alone.element.shownText() + alone.element.text(), caption);
@@ -298,22 +280,18 @@ void TestButtons::captionIsPlacedAndTurned_data()
 {
     QTest::addColumn<QString>("properties");
     QTest::addColumn<QRect>("box"); // holds the caption; the button is 120 by 60
-    const auto row = [](const char *name, const char *properties, const QRect &box) {
-        QTest::newRow(name) << red + R"(width="120" height="60" text="Пуск" )" + properties << box;
-    };
-    row("centre", "", {35, 15, 50, 30});
-    row("right bottom", R"(align="right" valign="bottom")", {70, 38, 50, 22});
-    row("left top", R"(align="left" valign="top")", {0, 0, 50, 22});
-    row("half a turn", R"(align="left" valign="top" angle="180")", {70, 38, 50, 22});
-    row("quarter turn", R"(angle="90" align="left")", {45, 0, 30, 45});
-    row("three quarters", R"(angle="270" valign="top")", {0, 5, 22, 50});
+    QTest::newRow("centre") << "" << QRect(35, 15, 50, 30);
+    QTest::newRow("corner") << R"(align="right" valign="bottom")" << QRect(70, 38, 50, 22);
+    QTest::newRow("half a turn") << R"(align="left" valign="top" angle="180")"
+                                 << QRect(70, 38, 50, 22);
+    QTest::newRow("quarter turn") << R"(angle="90" align="left")" << QRect(45, 0, 30, 45);
 }
 
 void TestButtons::captionIsPlacedAndTurned()
 {
     QFETCH(QString, properties);
     QFETCH(QRect, box);
-    Alone alone(properties);
+    Alone alone(red + R"(width="120" height="60" text="Пуск" )" + properties);
     const QRect ink = inkOf(alone.drawn());
     QVERIFY(ink.width() > 5 && ink.height() > 5);
     QCOMPARE(box | ink, box);
@@ -325,13 +303,10 @@ void TestButtons::stylesAndBackground_data()
     QTest::addColumn<QString>("styleClass"); // of the style below the sheet's; "" for the program's
     QTest::addColumn<QColor>("centre");      // over blue
     const QColor green(0, 200, 0);
-    const auto row = [](const char *style, const char *styleClass, const QColor &centre) {
-        QTest::newRow(style) << QByteArray(style) << QString(styleClass) << centre;
-    };
-    row("application", "", green);
-    row("fusion", "QFusionStyle", green);
-    row("windowsVista", "", green); // not on this platform
-    row("transparent", "", Qt::blue);
+    QTest::newRow("application") << QByteArray("application") << "" << green;
+    QTest::newRow("fusion") << QByteArray("fusion") << "QFusionStyle" << green;
+    QTest::newRow("not of this platform") << QByteArray("windowsVista") << "" << green;
+    QTest::newRow("transparent") << QByteArray("transparent") << "" << QColor(Qt::blue);
 }
 
 void TestButtons::stylesAndBackground()
@@ -362,8 +337,6 @@ void TestButtons::geometryChangesNothingElse()
     QCOMPARE(told.count(), 2);
     QCOMPARE(alone.element.geometry(), QRect(70, 0, 150, 40));
     QCOMPARE(alone.element.font().family(), QStringLiteral("DejaVu Serif"));
-    alone.set("bold", "true");
-    QVERIFY(alone.element.font().bold() && alone.element.font().family() == "DejaVu Sans");
     alone.element.stop();
     alone.set("width", "30");
     QCOMPARE(alone.element.width(), 150);
@@ -389,23 +362,6 @@ void TestButtons::aPictureFillsTheButton()
     QCOMPARE(alone.element.icon().cacheKey(), shown); // what cannot be loaded changes nothing
     alone.set("image", "");
     QVERIFY(alone.element.icon().isNull());
-    alone.set("image", "halves.png");
-    QVERIFY(!alone.element.icon().isNull());
-    alone.set("width", "100");
-    QTRY_COMPARE(alone.element.iconSize(), QSize(100, 60));
-}
-
-void TestButtons::otherNodesGiveAPlainButton()
-{
-    const RuntimeProject project(R"(<label id="11" name="L" width="50" height="20" text="t"/>)");
-    for (BasicWidget *node : {project.node<BasicWidget>(11), static_cast<BasicWidget *>(nullptr)}) {
-        qwidgetButton element(node, nullptr);
-        element.start();
-        QTest::mouseClick(&element, Qt::LeftButton);
-        QVERIFY(!element.grab().isNull() && element.shownText().isEmpty());
-        QVERIFY(element.styleSheet().isEmpty());
-        element.stop();
-    }
 }
 
 QTEST_MAIN(TestButtons)
