@@ -128,6 +128,7 @@ void qbuttonBasic::onReleased()
         queue(m_button->GetReleaseActions());
 }
 
+// Qt releases a button that is disabled, hidden or left by the focus, but not one that goes away.
 void qbuttonBasic::releaseHeld()
 {
     if (!m_isHeld)
@@ -169,19 +170,6 @@ void qbuttonBasic::focusOutEvent(QFocusEvent *event)
     if (isRuntime() && m_button && !m_button->GetFocusLossActions().empty())
         (void)g_pWindowManager->PushActions(m_button->GetFocusLossActions());
     QPushButton::focusOutEvent(event);
-}
-
-void qbuttonBasic::changeEvent(QEvent *event)
-{
-    QPushButton::changeEvent(event);
-    if (event->type() == QEvent::EnabledChange && !isEnabled())
-        releaseHeld();
-}
-
-void qbuttonBasic::hideEvent(QHideEvent *event)
-{
-    QPushButton::hideEvent(event);
-    releaseHeld();
 }
 
 bool qbuttonBasic::event(QEvent *event)

@@ -7,6 +7,8 @@
 
 #include "nodes/visual/BasicWidget.h"
 
+#include <QGraphicsItem>
+
 using namespace Widgets;
 using Nodes::BasicWidget;
 
@@ -64,7 +66,8 @@ struct Station : ButtonProject
         project.record({20, 21, 22, 23});
     }
     /// Letters: Press, Release, Double, Move, each followed by the place: in, corner, beside, out,
-    /// the other button; Hide the window, Veto (disable) the button, Space, Key of the shortcut.
+    /// the other button; Hide the window, Veto (disable) or X (delete) the button, Space, Key of
+    /// the shortcut.
     void act(const QString &script)
     {
         static const QMap<QChar, QPoint> places{{'i', {70, 50}},
@@ -79,6 +82,7 @@ struct Station : ButtonProject
             {'D', [&](QWidget *view) { QTest::mouseDClick(view, Qt::LeftButton, {}, at); }},
             {'M', [&](QWidget *) { move(at); }},
             {'H', [&](QWidget *) { window.hide(); }},
+            {'X', [&](QWidget *) { delete window.scene()->itemAt(70, 50, QTransform()); }},
             {'V', [&](QWidget *) { set("disabled", "true"); }},
             {'S', [](QWidget *view) { QTest::keyClick(view, Qt::Key_Space); }},
             {'K', [](QWidget *view) { QTest::keyClick(view, Qt::Key_F5, Qt::ControlModifier); }}};
@@ -172,49 +176,27 @@ void TestButtons::gesturesRunTheLists_data()
     QTest::addColumn<QString>("properties");
     QTest::addColumn<QString>("gesture");
     QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const QString &properties, const char *gesture,
+                        const char *expected) {
+        QTest::newRow(name) << properties << QString(gesture) << QString(expected);
+    };
     const QString key = R"(hotKey="Ctrl+F5" )", off = R"(disabled="true")";
-    QTest::newRow("click") << ""
-                           << "PiRi"
-                           << "press release";
-    QTest::newRow("outermost corner") << R"(style="fusion")"
-                                      << "PcRc"
-                                      << "press release";
-    QTest::newRow("just outside") << ""
-                                  << "PbRb"
-                                  << "";
-    QTest::newRow("drag off") << ""
-                              << "PiMoRo"
-                              << "press release";
-    QTest::newRow("drag off and back") << ""
-                                       << "PiMoMiRi"
-                                       << "press release press release";
-    QTest::newRow("drag onto") << ""
-                               << "PoMiRi"
-                               << "";
-    QTest::newRow("double click") << ""
-                                  << "PiRiDiRi"
-                                  << "press release press release";
-    QTest::newRow("focus goes to another") << ""
-                                           << "PiRiPaRa"
-                                           << "press release blur";
-    QTest::newRow("disabled") << off << "PiRi"
-                              << "";
-    QTest::newRow("disabled while held") << ""
-                                         << "PiVRi"
-                                         << "press release";
-    QTest::newRow("hidden while held") << ""
-                                       << "PiH"
-                                       << "press blur release";
-    QTest::newRow("space") << ""
-                           << "PiRiS"
-                           << "press release press release";
-    QTest::newRow("shortcut") << key << "K"
-                              << "press release";
-    QTest::newRow("shortcut of a disabled one") << key + off << "K"
-                                                << "";
-    QTest::newRow("in their order") << R"(pressActions="31 30")"
-                                    << "PiRi"
-                                    << "release press release";
+    row("click", "", "PiRi", "press release");
+    row("outermost corner", R"(style="fusion")", "PcRc", "press release");
+    row("just outside", "", "PbRb", "");
+    row("drag off", "", "PiMoRo", "press release");
+    row("drag off and back", "", "PiMoMiRi", "press release press release");
+    row("drag onto", "", "PoMiRi", "");
+    row("double click", "", "PiRiDiRi", "press release press release");
+    row("focus goes to another", "", "PiRiPaRa", "press release blur");
+    row("disabled", off, "PiRi", "");
+    row("disabled while held", "", "PiVRi", "press release");
+    row("hidden while held", "", "PiH", "press blur release");
+    row("deleted while held by its key", key, "KX", "press release");
+    row("space", "", "PiRiS", "press release press release");
+    row("shortcut", key, "K", "press release");
+    row("shortcut of a disabled one", key + off, "K", "");
+    row("in their order", R"(pressActions="31 30")", "PiRi", "release press release");
 }
 
 void TestButtons::gesturesRunTheLists()
@@ -254,13 +236,17 @@ void TestButtons::captions_data()
     QTest::addColumn<QString>("properties");
     QTest::addColumn<Nodes::SignalValue>("value");
     QTest::addColumn<QString>("caption");
+    const auto row = [](const char *name, const QString &properties,
+                        const Nodes::SignalValue &value, const char *caption) {
+        QTest::newRow(name) << properties << value << QString(caption);
+    };
     const Nodes::SignalValue lost((Nodes::Result(Nodes::Result::Timeout)));
     const QString onOff = R"(signal="24" text="Насос" onText="Стоп" offText="Пуск")";
-    QTest::newRow("yes") << onOff << Nodes::SignalValue(true) << "Стоп";
-    QTest::newRow("no") << onOff << Nodes::SignalValue(false) << "Пуск";
-    QTest::newRow("unknown") << onOff << lost << "Насос";
-    QTest::newRow("number") << R"(signal="25")" << Nodes::SignalValue(95.04) << "95.0 °C";
-    QTest::newRow("unknown number") << R"(signal="25")" << lost << "----";
+    row("yes", onOff, true, "Стоп");
+    row("no", onOff, false, "Пуск");
+    row("unknown", onOff, lost, "Насос");
+    row("number", R"(signal="25")", 95.04, "95.0 °C");
+    row("unknown number", R"(signal="25")", lost, "----");
 }
 
 void TestButtons::captions()
@@ -280,7 +266,7 @@ void TestButtons::captionIsPlacedAndTurned_data()
 {
     QTest::addColumn<QString>("properties");
     QTest::addColumn<QRect>("box"); // holds the caption; the button is 120 by 60
-    QTest::newRow("centre") << "" << QRect(35, 15, 50, 30);
+    QTest::newRow("centre") << QString() << QRect(35, 15, 50, 30);
     QTest::newRow("corner") << R"(align="right" valign="bottom")" << QRect(70, 38, 50, 22);
     QTest::newRow("half a turn") << R"(align="left" valign="top" angle="180")"
                                  << QRect(70, 38, 50, 22);
@@ -303,10 +289,10 @@ void TestButtons::stylesAndBackground_data()
     QTest::addColumn<QString>("styleClass"); // of the style below the sheet's; "" for the program's
     QTest::addColumn<QColor>("centre");      // over blue
     const QColor green(0, 200, 0);
-    QTest::newRow("application") << QByteArray("application") << "" << green;
-    QTest::newRow("fusion") << QByteArray("fusion") << "QFusionStyle" << green;
-    QTest::newRow("not of this platform") << QByteArray("windowsVista") << "" << green;
-    QTest::newRow("transparent") << QByteArray("transparent") << "" << QColor(Qt::blue);
+    QTest::newRow("application") << QByteArray("application") << QString() << green;
+    QTest::newRow("fusion") << QByteArray("fusion") << QString("QFusionStyle") << green;
+    QTest::newRow("not of this platform") << QByteArray("windowsVista") << QString() << green;
+    QTest::newRow("transparent") << QByteArray("transparent") << QString() << QColor(Qt::blue);
 }
 
 void TestButtons::stylesAndBackground()

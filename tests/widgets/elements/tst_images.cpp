@@ -196,15 +196,20 @@ void TestImages::aStateSelectsThePicture_data()
     QTest::addColumn<bool>("isEditor");
     QTest::addColumn<QString>("file");
     QTest::addColumn<bool>("isVisible");
-    QTest::newRow("first") << "cross" << 1 << false << "halves.png" << true;
-    QTest::newRow("second") << "cross" << 2 << false << "square.svg" << true;
+    const auto row = [](const char *noPicture, int value, bool isEditor, const char *file,
+                        bool isVisible) {
+        QTest::addRow("%s %d%s", noPicture, value, isEditor ? ", editor" : "")
+            << QString(noPicture) << value << isEditor << QString(file) << isVisible;
+    };
+    row("cross", 1, false, "halves.png", true);
+    row("cross", 2, false, "square.svg", true);
     for (const int bare : {3, 4 /* broken */, 99 /* no state */}) {
-        QTest::addRow("cross %d", bare) << "cross" << bare << false << "" << true;
-        QTest::addRow("keep %d", bare) << "keep" << bare << false << "halves.png" << true;
-        QTest::addRow("hide %d", bare) << "hide" << bare << false << "" << false;
+        row("cross", bare, false, "", true);
+        row("keep", bare, false, "halves.png", true);
+        row("hide", bare, false, "", false);
     }
-    QTest::newRow("editor, cross") << "cross" << 3 << true << "halves.png" << true;
-    QTest::newRow("editor, hide") << "hide" << 3 << true << "" << true;
+    row("cross", 3, true, "halves.png", true);
+    row("hide", 3, true, "", true);
 }
 
 void TestImages::aStateSelectsThePicture()
@@ -291,14 +296,13 @@ void TestImages::aMissingPictureIsToldOnce_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("absent") << "absent.png"
-                            << "нет такого файла";
-    QTest::newRow("broken") << "text.png"
-                            << "повреждён";
-    QTest::newRow("animation") << R"(large.png" animated="true)"
-                               << "слишком велик";
-    QTest::newRow("outside") << "../a.png"
-                             << "вне каталога";
+    const auto row = [](const char *file, const char *reason) {
+        QTest::newRow(file) << QString(file) << QString(reason);
+    };
+    row("absent.png", "нет такого файла");
+    row("text.png", "повреждён");
+    row(R"(large.png" animated="true)", "слишком велик");
+    row("../a.png", "вне каталога");
 }
 
 void TestImages::aMissingPictureIsToldOnce()
@@ -306,8 +310,7 @@ void TestImages::aMissingPictureIsToldOnce()
     QFETCH(QString, file);
     QFETCH(QString, reason);
     Image shown(image("image", QString(R"(image="%1" signal="20")").arg(file)));
-    QVERIFY(shown.project.core.GetJournal().Open(
-        files().path(QString(QTest::currentDataTag()) + ".db").toStdString()));
+    QVERIFY(shown.project.core.GetJournal().Open(files().path(reason + ".db").toStdString()));
     qwidgetImage second(shown.project.node<BasicWidget>(10), nullptr);
     second.start();
     shown.publish(1);
