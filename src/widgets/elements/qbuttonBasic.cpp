@@ -15,12 +15,10 @@
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QGraphicsView>
-#include <QHelpEvent>
 #include <QKeySequence>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 namespace Widgets {
 
@@ -61,7 +59,7 @@ qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
     qbuttonBasic::onUpdateProperties(nullptr);
     if (m_node)
         setGeometry(Utils::NRectToQRect(m_node->GetGeometry()));
-    bind();
+    m_binding.bind(this, m_node);
     connect(this, &QAbstractButton::pressed, this, &qbuttonBasic::onPressed);
     connect(this, &QAbstractButton::released, this, &qbuttonBasic::onReleased);
 }
@@ -73,27 +71,11 @@ qbuttonBasic::~qbuttonBasic()
         setStyle(nullptr);
 }
 
-void qbuttonBasic::bind()
-{
-    Utils::NodeRelay::Handlers handlers;
-    handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
-    handlers.valueChanged = [this] { emit valueUpdated(m_node->GetValue()); };
-    m_relay.connect(m_node, std::move(handlers));
-}
-
 void qbuttonBasic::onActive(bool on)
 {
-    if (!on) {
-        disconnect(this, &qbuttonBasic::updateProperty, this, &qbuttonBasic::onUpdateProperties);
-        disconnect(this, &qbuttonBasic::valueUpdated, this, &qbuttonBasic::onValueUpdated);
+    ElementBinding::setConnected(this, on);
+    if (!on)
         releaseHeld();
-        return;
-    }
-    connect(this, &qbuttonBasic::updateProperty, this, &qbuttonBasic::onUpdateProperties,
-            Qt::UniqueConnection);
-    connect(this, &qbuttonBasic::valueUpdated, this, &qbuttonBasic::onValueUpdated,
-            Qt::UniqueConnection);
-    onUpdateProperties(nullptr);
 }
 
 void qbuttonBasic::onValueUpdated(Nodes::SignalValue)
@@ -174,12 +156,7 @@ void qbuttonBasic::focusOutEvent(QFocusEvent *event)
 
 bool qbuttonBasic::event(QEvent *event)
 {
-    if (event->type() != QEvent::ToolTip || !m_node)
-        return QPushButton::event(event);
-    const QString text = ElementTooltip::text(*m_node);
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text);
-    event->setAccepted(!text.isEmpty());
-    return true;
+    return ElementTooltip::show(event, m_node) || QPushButton::event(event);
 }
 
 void qbuttonBasic::paintEvent(QPaintEvent *event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/elements/ElementBinding.h"
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/ShowsValue.h"
 
@@ -8,7 +9,6 @@
 #include "nodes/model/ResourcePtr.h"
 #include "nodes/values/Quality.h"
 #include "nodes/values/SignalValue.h"
-#include "utils/NodeRelay.h"
 
 #include <QPixmap>
 #include <QPushButton>
@@ -64,7 +64,6 @@ protected:
     void drawRotatedText(QPainter *painter, float angle, int cx, int cy, QString const &text);
 
 private:
-    void bind();
     void applyStyle(int code);
     void applySheet(int styleCode);
     void applyAlignment();
@@ -87,7 +86,7 @@ private:
     int m_styleCode = 0;
     bool m_isHeld = false; ///< the press list was queued, the release list not yet
     Nodes::Quality m_quality = Nodes::Quality::Good;
-    Utils::NodeRelay m_relay;
+    ElementBinding m_binding;
 };
 
 } // namespace Widgets
