@@ -34,6 +34,8 @@
 #include "nodes/visual/BasicLayer.h"
 #include "nodes/visual/BasicWindow.h"
 #include "nodes/visual/comboItem.h"
+#include "nodes/visual/recorderChannel.h"
+#include "nodes/visual/widgetBargraph.h"
 #include "nodes/visual/widgetButton.h"
 #include "nodes/visual/widgetCheckBox.h"
 #include "nodes/visual/widgetComboBox.h"
@@ -43,6 +45,7 @@
 #include "nodes/visual/widgetMovingImage.h"
 #include "nodes/visual/widgetMultiImage.h"
 #include "nodes/visual/widgetMultiLabel.h"
+#include "nodes/visual/widgetRecorderDigitalDisplay.h"
 #include "nodes/visual/widgetState.h"
 #include "nodes/visual/windowComposed.h"
 
@@ -93,6 +96,9 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(comboItem::Kind());
     table.Add(widgetCheckBox::Kind());
     table.Add(widgetEditBox::Kind());
+    table.Add(widgetBargraph::Kind());
+    table.Add(widgetRecorderDigitalDisplay::Kind());
+    table.Add(recorderChannel::Kind());
     // Actions
     table.Add(actionShowWindow::Kind());
     table.Add(actionCloseWindow::Kind());

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "nodes/values/SignalValue.h"
 #include "nodes/visual/BasicWidget.h"
+#include "utils/MetaTypes.h"
 #include "utils/NodeRelay.h"
 
 #include <QObject>

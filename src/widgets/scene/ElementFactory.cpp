@@ -1,5 +1,6 @@
 #include "widgets/scene/ElementFactory.h"
 
+#include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/elements/qwidgetCheckBox.h"
 #include "widgets/elements/qwidgetComboBox.h"
@@ -9,12 +10,15 @@
 #include "widgets/elements/qwidgetMovingImage.h"
 #include "widgets/elements/qwidgetMultiImage.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
+#include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/widgetBargraph.h"
 #include "nodes/visual/widgetCheckBox.h"
 #include "nodes/visual/widgetComboBox.h"
 #include "nodes/visual/widgetEditBox.h"
 #include "nodes/visual/widgetMovingImage.h"
+#include "nodes/visual/widgetRecorderDigitalDisplay.h"
 
 #include <unordered_map>
 
@@ -48,6 +52,8 @@ const std::unordered_map<unsigned, Creator> &table()
         {0x15001, &make<Nodes::BasicWidget, qwidgetLabel>},
         {0x15002, &make<Nodes::BasicWidget, qwidgetImage>},
         {0x15003, &make<Nodes::BasicWidget, qwidgetButton>},
+        {0x15005, &make<Nodes::widgetRecorderDigitalDisplay, qwidgetRecorderDigitalDisplay>},
+        {0x15006, &make<Nodes::widgetBargraph, qwidgetBargraph>},
         {0x15008, &make<Nodes::BasicWidget, qwidgetMultiLabel>},
         {0x15009, &make<Nodes::BasicWidget, qwidgetMultiImage>},
         {0x1500A, &make<Nodes::widgetMovingImage, qwidgetMovingImage>},

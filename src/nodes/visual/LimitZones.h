@@ -1,0 +1,32 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+
+#include <limits>
+
+namespace Nodes {
+
+class BasicSignal;
+
+/// Where a number stands between warning and alarm limits. A limit at infinity is none.
+struct NODES_EXPORT LimitZones
+{
+    enum enZone { ZoneLowLow = -2, ZoneLow = -1, ZoneNormal = 0, ZoneHigh = 1, ZoneHighHigh = 2 };
+
+    double lowLow = -std::numeric_limits<double>::infinity();
+    double low = -std::numeric_limits<double>::infinity();
+    double high = std::numeric_limits<double>::infinity();
+    double highHigh = std::numeric_limits<double>::infinity();
+
+    /// Those of the limit alarms that stand below the signal; of several alike the strictest.
+    static LimitZones FromAlarms(const BasicSignal &signal);
+
+    /// A value that reaches a limit is in its zone; the outer zone wins. NaN is in none.
+    enZone GetZone(double value) const;
+    /// The zone's usual sign: "LL", "L", "", "H", "HH".
+    static const char *GetToken(enZone zone);
+    /// LL and HH are alarms, L and H warnings.
+    static bool isAlarm(enZone zone) { return zone == ZoneLowLow || zone == ZoneHighHigh; }
+};
+
+} // namespace Nodes

@@ -1,0 +1,127 @@
+#include "nodes/visual/recorderChannel.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/values/NumberText.h"
+
+namespace Nodes {
+
+namespace {
+
+constexpr unsigned signalProperty = 9201;
+
+} // namespace
+
+recorderChannel::recorderChannel() : m_extremes(std::make_shared<ValueExtremes>()) {}
+recorderChannel::~recorderChannel() = default;
+
+KindInfo recorderChannel::Kind()
+{
+    return KindBuilder::For<recorderChannel>(NodeType::enNodeSubtype(0x9011), "recorderChannel",
+                                             "Recorder channel", "Канал табло")
+        .Property<&recorderChannel::m_signal>(signalProperty, "signal", "Signal", "Сигнал")
+        .Refers({NodeType::TypeSignal})
+        .Property<&recorderChannel::m_text>(9202, "text", "Text", "Текст")
+        .Property<&recorderChannel::m_decimals>(9203, "decimals", "Decimals",
+                                                "Знаков после запятой")
+        .Range(-1, 9);
+}
+
+BasicSignal *recorderChannel::GetSignal() const
+{
+    return dynamic_cast<BasicSignal *>(m_signal.GetNode());
+}
+
+SignalValue recorderChannel::GetValue() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetValue() : SignalValue(Result(this, Result::NotFound, "signal"));
+}
+
+std::string recorderChannel::FormatNumber(double number) const
+{
+    const BasicSignal *signal = GetSignal();
+    const int decimals = m_decimals < 0 && signal ? signal->GetDecimals() : m_decimals;
+    return FormatFixed(number, decimals < 0 ? 1 : decimals);
+}
+
+std::string recorderChannel::GetUnit() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetUnit() : std::string();
+}
+
+LimitZones recorderChannel::GetZones() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? LimitZones::FromAlarms(*signal) : LimitZones();
+}
+
+void recorderChannel::follow()
+{
+    const BasicSignal *signal = GetSignal();
+    if (!signal) {
+        m_values.Disconnect();
+        return;
+    }
+    const auto extremes = m_extremes;
+    extremes->Take(signal->GetValue());
+    m_values.Connect(signal->GetCell(),
+                     [extremes](const SignalValue &value) { extremes->Take(value); });
+}
+
+Result recorderChannel::Start()
+{
+    if (!m_values.IsConnected()) {
+        m_extremes->Reset();
+        follow();
+    }
+    return ConfigNode::Start();
+}
+
+void recorderChannel::OnPropertyChanged(const PropertyDescriptor &descriptor)
+{
+    if (descriptor.valueId != signalProperty || !m_values.IsConnected())
+        return;
+    m_extremes->Reset(); // another signal's numbers
+    follow();
+}
+
+Result recorderChannel::ResetExtremes()
+{
+    const systemCore *core = GetCore();
+    const auto *users = core ? core->GetSystemAuthentication() : nullptr;
+    Result result;
+    if (users && !IsGranted(users->CheckAccess(PrivilegeCommand, GetNodeLink())))
+        result = Result(this, Result::AccessDenied);
+    const ValueExtremes::State before = m_extremes->Get();
+    if (result) {
+        m_extremes->Reset();
+        m_extremes->Take(GetValue());
+    }
+    journal(result, before);
+    return result;
+}
+
+void recorderChannel::journal(const Result &result, const ValueExtremes::State &before) const
+{
+    const systemCore *core = GetCore();
+    if (!core)
+        return;
+    BasicEvent event;
+    event.level = result ? LevelAction : LevelSecurity;
+    event.text = result ? "Сброс минимума и максимума"
+                        : "Сброс минимума и максимума отклонён: " + result.GetResultTranslated();
+    event.source = GetPath();
+    event.sourceNode = GetNodeLink();
+    if (const auto *users = core->GetSystemAuthentication())
+        event.user = users->GetCurrentUserName();
+    if (before.minimum)
+        event.oldValue = FormatNumber(*before.minimum) + " .. " + FormatNumber(*before.maximum);
+    (void)core->GetJournal().Append(std::move(event));
+}
+
+} // namespace Nodes

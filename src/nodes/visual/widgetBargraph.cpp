@@ -1,0 +1,128 @@
+#include "nodes/visual/widgetBargraph.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/NumberText.h"
+#include "nodes/values/ValueCell.h"
+
+namespace Nodes {
+
+namespace {
+
+constexpr unsigned setPointProperty = 12268;
+
+} // namespace
+
+widgetBargraph::widgetBargraph() : BasicTextWidget(NColor(0, 0, 0, 0), 0, AlignmentHCenter) {}
+
+KindInfo widgetBargraph::Kind()
+{
+    return KindBuilder::For<widgetBargraph>(NodeType::enNodeSubtype(0x15006), "bargraph",
+                                            "Bargraph", "Столбиковый индикатор")
+        .Inherit<BasicTextWidget>()
+        .Property<&widgetBargraph::m_orientation>(12260, "orientation", "Orientation", "Ориентация")
+        .Choice(Vertical, "vertical", "Вертикально")
+        .Choice(Horizontal, "horizontal", "Горизонтально")
+        .Property<&widgetBargraph::m_minimum>(12261, "minimum", "Minimum", "Начало шкалы")
+        .Property<&widgetBargraph::m_maximum>(12262, "maximum", "Maximum", "Конец шкалы")
+        .Property<&widgetBargraph::m_showsScale>(12263, "scale", "Show scale", "Показывать шкалу")
+        .Property<&widgetBargraph::m_showsValue>(12264, "value", "Show value",
+                                                 "Показывать значение")
+        .Property<&widgetBargraph::m_barColor>(12265, "barColor", "Bar colour", "Цвет столбика")
+        .Property<&widgetBargraph::m_zoneSource>(12266, "zones", "Zones", "Зоны")
+        .Choice(ZonesOfAlarms, "alarms", "По тревогам сигнала")
+        .Choice(ZonesOwn, "own", "Свои")
+        .Choice(ZonesNone, "none", "Нет")
+        .Property<&widgetBargraph::m_setPoint>(setPointProperty, "setPoint", "Set-point", "Уставка")
+        .Refers({NodeType::TypeSignal})
+        .Property<&widgetBargraph::m_lowLow>(12270, "lowLow", "LL", "Нижний аварийный")
+        .Property<&widgetBargraph::m_low>(12271, "low", "L", "Нижний предупредительный")
+        .Property<&widgetBargraph::m_high>(12272, "high", "H", "Верхний предупредительный")
+        .Property<&widgetBargraph::m_highHigh>(12273, "highHigh", "HH", "Верхний аварийный");
+}
+
+double widgetBargraph::signalEnd(bool isLower) const
+{
+    const BasicSignal *signal = GetSignal();
+    if (!signal)
+        return 0;
+    return isLower ? signal->GetMinimum() : signal->GetMaximum();
+}
+
+LimitZones widgetBargraph::GetZones() const
+{
+    const BasicSignal *signal = GetSignal();
+    if (m_zoneSource == ZonesOwn)
+        return {m_lowLow, m_low, m_high, m_highHigh};
+    return m_zoneSource == ZonesOfAlarms && signal ? LimitZones::FromAlarms(*signal) : LimitZones();
+}
+
+std::optional<SignalValue> widgetBargraph::GetSetPoint() const
+{
+    const auto *signal = dynamic_cast<const BasicSignal *>(m_setPoint.GetNode());
+    return signal ? std::optional(signal->GetValue()) : std::nullopt;
+}
+
+std::string widgetBargraph::GetUnit() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetUnit() : std::string();
+}
+
+std::string widgetBargraph::GetDisplayText() const
+{
+    const SignalValue value = GetValue();
+    if (value.GetQuality() == Quality::Bad)
+        return NoValueText;
+    const BasicSignal *signal = GetSignal();
+    const std::string unit = GetUnit();
+    return FormatFixed(value.ToDouble(), signal ? signal->GetDecimals() : 1) +
+           (unit.empty() ? "" : " " + unit);
+}
+
+void widgetBargraph::followSetPoint()
+{
+    const auto *signal = dynamic_cast<const BasicSignal *>(m_setPoint.GetNode());
+    if (!signal) {
+        m_setPointValues.Disconnect();
+        return;
+    }
+    const BasicSignal *shown = GetSignal();
+    const std::shared_ptr<ValueCell> cell = shown ? shown->GetCell() : nullptr;
+    m_setPointValues.Connect(signal->GetCell(), [this, cell](const SignalValue &) {
+        NotifyValueChanged(cell ? cell->Value() : SignalValue());
+    });
+}
+
+Result widgetBargraph::Start()
+{
+    const Result started = BasicTextWidget::Start();
+    followSetPoint();
+    return started;
+}
+
+Result widgetBargraph::Stop()
+{
+    m_setPointValues.Disconnect();
+    return BasicTextWidget::Stop();
+}
+
+void widgetBargraph::OnPropertyChanged(const PropertyDescriptor &descriptor)
+{
+    BasicTextWidget::OnPropertyChanged(descriptor);
+    if (descriptor.valueId == setPointProperty && GetState() == NodeState::Running)
+        followSetPoint();
+}
+
+void widgetBargraph::Validate(ValidationResults &results) const
+{
+    BasicTextWidget::Validate(results);
+    if (!(GetMinimum() < GetMaximum()))
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "minimum, maximum"),
+                    "Индикатор «" + GetPath() +
+                        "»: начало шкалы не меньше конца. Задайте шкалу индикатора или пределы "
+                        "сигнала.");
+}
+
+} // namespace Nodes

@@ -1,0 +1,59 @@
+#include "nodes/visual/widgetRecorderDigitalDisplay.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/visual/recorderChannel.h"
+
+namespace Nodes {
+
+widgetRecorderDigitalDisplay::widgetRecorderDigitalDisplay()
+    : BasicTextWidget(NColor(250, 251, 252), 1, AlignmentLeft)
+{
+}
+
+widgetRecorderDigitalDisplay::~widgetRecorderDigitalDisplay() = default;
+
+KindInfo widgetRecorderDigitalDisplay::Kind()
+{
+    return KindBuilder::For<widgetRecorderDigitalDisplay>(NodeType::enNodeSubtype(0x15005),
+                                                          "recorderDisplay", "Recorder display",
+                                                          "Цифровое табло")
+        .Inherit<BasicTextWidget>()
+        .Property<&widgetRecorderDigitalDisplay::m_showsExtremes>(
+            12280, "extremes", "Show extremes", "Показывать минимум и максимум")
+        .Children({NodeType(NodeType::enNodeSubtype(0x9011))});
+}
+
+std::vector<recorderChannel *> widgetRecorderDigitalDisplay::GetChannels() const
+{
+    std::vector<recorderChannel *> channels;
+    for (const auto &child : Children()) {
+        if (auto *channel = dynamic_cast<recorderChannel *>(child.get()))
+            channels.push_back(channel);
+    }
+    return channels;
+}
+
+Result widgetRecorderDigitalDisplay::Start()
+{
+    const Result started = BasicTextWidget::Start();
+    m_channelValues.clear();
+    for (recorderChannel *channel : GetChannels()) {
+        (void)channel->Start(); // a channel without a signal shows as such
+        const BasicSignal *signal = channel->GetSignal();
+        if (!signal)
+            continue;
+        m_channelValues.push_back(std::make_unique<ValueSubscription>());
+        m_channelValues.back()->Connect(
+            signal->GetCell(), [this](const SignalValue &value) { NotifyValueChanged(value); });
+    }
+    return started;
+}
+
+Result widgetRecorderDigitalDisplay::Stop()
+{
+    m_channelValues.clear();
+    return BasicTextWidget::Stop();
+}
+
+} // namespace Nodes

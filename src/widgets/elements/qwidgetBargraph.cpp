@@ -1,0 +1,109 @@
+#include "widgets/elements/qwidgetBargraph.h"
+
+#include "widgets/elements/BargraphPainter.h"
+#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/ElementTooltip.h"
+
+#include "nodes/visual/widgetBargraph.h"
+#include "utils/ValueConversions.h"
+
+#include <QPainter>
+
+namespace Widgets {
+
+qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent)
+    : QWidget(parent), IWidget(node), m_bargraph(node), m_look(std::make_unique<BargraphLook>())
+{
+    setAttribute(Qt::WA_NoSystemBackground);
+    m_binding.bind(this, m_bargraph);
+    qwidgetBargraph::onUpdateProperties(nullptr);
+}
+
+qwidgetBargraph::~qwidgetBargraph() = default;
+
+QString qwidgetBargraph::shownText() const
+{
+    return m_text;
+}
+
+Nodes::Quality qwidgetBargraph::shownQuality() const
+{
+    return m_look->quality;
+}
+
+void qwidgetBargraph::onActive(bool on)
+{
+    ElementBinding::setConnected(this, on);
+}
+
+void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *)
+{
+    if (!m_bargraph)
+        return;
+    m_borderWidth = m_bargraph->GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(m_bargraph->GetBorderColor());
+    m_backgroundColor = Utils::NColorToQColor(m_bargraph->GetBackgroundColor());
+    setGeometry(Utils::NRectToQRect(m_bargraph->GetGeometry()));
+    m_look->isVertical = m_bargraph->GetOrientation() == Nodes::widgetBargraph::Vertical;
+    m_look->minimum = m_bargraph->GetMinimum();
+    m_look->maximum = m_bargraph->GetMaximum();
+    m_look->zones = m_bargraph->GetZones();
+    m_look->hasScale = m_bargraph->GetShowScale();
+    m_look->font = Utils::NFontToQFont(m_bargraph->GetFont());
+    m_look->textColor = Utils::NColorToQColor(m_bargraph->GetTextColor());
+    m_look->barColor = Utils::NColorToQColor(m_bargraph->GetBarColor());
+    takeValue();
+    update();
+}
+
+void qwidgetBargraph::takeValue()
+{
+    const Nodes::SignalValue value = m_bargraph->GetValue();
+    m_look->quality = value.GetQuality(); // before the text: see the label
+    m_look->value = value.ToDouble();
+    m_text = QString::fromStdString(m_bargraph->GetDisplayText());
+    m_look->text = m_bargraph->GetShowValue() ? m_text : QString();
+    m_look->setPoint.reset();
+    if (const auto setPoint = m_bargraph->GetSetPoint()) {
+        m_look->isSetPointGood = setPoint->IsGood();
+        if (setPoint->GetQuality() != Nodes::Quality::Bad)
+            m_look->setPoint = setPoint->ToDouble();
+    }
+}
+
+void qwidgetBargraph::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_bargraph)
+        return;
+    takeValue();
+    update();
+}
+
+void qwidgetBargraph::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    paintDirectly(painter);
+}
+
+void qwidgetBargraph::paintDirectly(QPainter &painter)
+{
+    painter.save();
+    if (m_backgroundColor.alpha() > 0)
+        painter.fillRect(rect(), m_backgroundColor);
+    if (m_bargraph) {
+        const int margin = qMax(0, m_borderWidth) + 2;
+        m_look->box = rect().adjusted(margin, margin, -margin, -margin);
+        BargraphPainter(painter, *m_look).draw();
+        ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
+        if (m_bargraph->isDisabled())
+            ElementPainting::drawDisabledCover(painter, rect());
+    }
+    painter.restore();
+}
+
+bool qwidgetBargraph::event(QEvent *event)
+{
+    return ElementTooltip::show(event, m_node) || QWidget::event(event);
+}
+
+} // namespace Widgets

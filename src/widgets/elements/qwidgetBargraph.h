@@ -1,0 +1,61 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/DirectPainting.h"
+#include "widgets/elements/ElementBinding.h"
+#include "widgets/elements/IWidget.h"
+#include "widgets/elements/ShowsValue.h"
+
+#include "nodes/values/Quality.h"
+
+#include <QWidget>
+
+namespace Nodes {
+class widgetBargraph;
+}
+
+namespace Widgets {
+
+struct BargraphLook;
+
+/// Bar of a Nodes::widgetBargraph on its scale: zones, set-point, the number. A bad value has no
+/// bar, one beyond the scale an arrow at its end. GUI thread.
+class WIDGETS_EXPORT qwidgetBargraph : public QWidget,
+                                       public IWidget,
+                                       public DirectPainting,
+                                       public ShowsValue
+{
+    Q_OBJECT
+
+public:
+    qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent);
+    ~qwidgetBargraph() override;
+
+    QString shownText() const override;
+    Nodes::Quality shownQuality() const override;
+    void paintDirectly(QPainter &painter) override;
+
+signals:
+    void valueUpdated(Nodes::SignalValue value) override;
+    void updateProperty(Nodes::BasicProperty *property) override;
+    void isActiveChanged(bool on) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected:
+    void onActive(bool on) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    void takeValue();
+
+    Nodes::widgetBargraph *m_bargraph; ///< null for a node of another class
+    std::unique_ptr<BargraphLook> m_look;
+    QString m_text;
+    ElementBinding m_binding;
+};
+
+} // namespace Widgets

@@ -1,0 +1,176 @@
+#include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
+
+#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/RecorderLine.h"
+#include "widgets/elements/ValueWriter.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/recorderChannel.h"
+#include "nodes/visual/widgetRecorderDigitalDisplay.h"
+#include "utils/ValueConversions.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+namespace Widgets {
+
+namespace {
+
+// From what may be relied on to what may not.
+int badness(Nodes::Quality quality)
+{
+    switch (quality) {
+    case Nodes::Quality::Good:
+        return 0;
+    case Nodes::Quality::Uncertain:
+        return 1;
+    case Nodes::Quality::Stale:
+        return 2;
+    case Nodes::Quality::Bad:
+        break;
+    }
+    return 3;
+}
+
+} // namespace
+
+qwidgetRecorderDigitalDisplay::qwidgetRecorderDigitalDisplay(
+    Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent)
+    : QWidget(parent), IWidget(node), m_display(node)
+{
+    setAttribute(Qt::WA_NoSystemBackground);
+    m_binding.bind(this, m_display);
+    qwidgetRecorderDigitalDisplay::onUpdateProperties(nullptr);
+}
+
+qwidgetRecorderDigitalDisplay::~qwidgetRecorderDigitalDisplay() = default;
+
+QString qwidgetRecorderDigitalDisplay::shownText() const
+{
+    QStringList texts;
+    for (const RecorderLine &line : m_lines)
+        texts << (line.value + QLatin1Char(' ') + line.unit).trimmed();
+    return texts.join(QLatin1Char('\n'));
+}
+
+Nodes::Quality qwidgetRecorderDigitalDisplay::shownQuality() const
+{
+    Nodes::Quality worst = Nodes::Quality::Good;
+    for (const RecorderLine &line : m_lines) {
+        if (badness(line.quality) > badness(worst))
+            worst = line.quality;
+    }
+    return worst;
+}
+
+QString qwidgetRecorderDigitalDisplay::extremesText(int line) const
+{
+    return m_lines.at(line).extremes;
+}
+
+void qwidgetRecorderDigitalDisplay::onActive(bool on)
+{
+    ElementBinding::setConnected(this, on);
+}
+
+void qwidgetRecorderDigitalDisplay::onUpdateProperties(Nodes::BasicProperty *)
+{
+    if (!m_display)
+        return;
+    m_borderWidth = m_display->GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(m_display->GetBorderColor());
+    m_backgroundColor = Utils::NColorToQColor(m_display->GetBackgroundColor());
+    m_textColor = Utils::NColorToQColor(m_display->GetTextColor());
+    m_font = Utils::NFontToQFont(m_display->GetFont());
+    setGeometry(Utils::NRectToQRect(m_display->GetGeometry()));
+    onValueUpdated(Nodes::SignalValue());
+}
+
+void qwidgetRecorderDigitalDisplay::onValueUpdated(Nodes::SignalValue)
+{
+    if (!m_display)
+        return;
+    m_lines.clear();
+    for (const Nodes::recorderChannel *channel : m_display->GetChannels())
+        m_lines << RecorderLine::of(*channel, m_display->GetShowExtremes());
+    update();
+}
+
+QRect qwidgetRecorderDigitalDisplay::lineRect(int line) const
+{
+    const int b = qMax(0, m_borderWidth);
+    const QRect inner = rect().adjusted(b, b, -b, -b);
+    const int count = qMax(1, m_lines.size());
+    const int top = inner.height() * line / count;
+    return QRect(inner.left(), inner.top() + top, inner.width(),
+                 inner.height() * (line + 1) / count - top);
+}
+
+QRect qwidgetRecorderDigitalDisplay::resetButton(int line) const
+{
+    return RecorderLine::resetButton(lineRect(line));
+}
+
+int qwidgetRecorderDigitalDisplay::buttonAt(const QPoint &point) const
+{
+    for (int line = 0; line < m_lines.size(); ++line) {
+        if (!m_lines.at(line).extremes.isEmpty() && resetButton(line).contains(point))
+            return line;
+    }
+    return -1;
+}
+
+void qwidgetRecorderDigitalDisplay::mousePressEvent(QMouseEvent *event)
+{
+    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+    m_pressedLine = isRuntime && event->button() == Qt::LeftButton ? buttonAt(event->pos()) : -1;
+    event->setAccepted(m_pressedLine >= 0);
+    update();
+}
+
+void qwidgetRecorderDigitalDisplay::mouseReleaseEvent(QMouseEvent *event)
+{
+    const int pressed = std::exchange(m_pressedLine, -1);
+    event->setAccepted(pressed >= 0);
+    update();
+    if (pressed >= 0 && buttonAt(event->pos()) == pressed)
+        reset(pressed);
+}
+
+void qwidgetRecorderDigitalDisplay::reset(int line)
+{
+    const auto channels = m_display->GetChannels();
+    if (line >= int(channels.size()))
+        return;
+    const QPointer<qwidgetRecorderDigitalDisplay> alive(this);
+    ValueWriter::report(channels[std::size_t(line)]->ResetExtremes());
+    if (alive)
+        onValueUpdated(Nodes::SignalValue());
+}
+
+void qwidgetRecorderDigitalDisplay::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    paintDirectly(painter);
+}
+
+void qwidgetRecorderDigitalDisplay::paintDirectly(QPainter &painter)
+{
+    painter.save();
+    painter.fillRect(rect(), m_backgroundColor);
+    for (int line = 0; line < m_lines.size(); ++line)
+        m_lines.at(line).draw(painter, lineRect(line), m_font, m_textColor, line == m_pressedLine);
+    ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
+    if (m_display && m_display->isDisabled())
+        ElementPainting::drawDisabledCover(painter, rect());
+    painter.restore();
+}
+
+bool qwidgetRecorderDigitalDisplay::event(QEvent *event)
+{
+    return ElementTooltip::show(event, m_node) || QWidget::event(event);
+}
+
+} // namespace Widgets

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/DirectPainting.h"
+#include "widgets/elements/ElementBinding.h"
+#include "widgets/elements/IWidget.h"
+#include "widgets/elements/ShowsValue.h"
+
+#include "nodes/values/Quality.h"
+
+#include <QFont>
+#include <QVector>
+#include <QWidget>
+
+namespace Nodes {
+class widgetRecorderDigitalDisplay;
+}
+
+namespace Widgets {
+
+struct RecorderLine;
+
+/// Board of a Nodes::widgetRecorderDigitalDisplay: a line for each channel with name, extremes,
+/// state, value and unit, in figures as large as the lines allow. A press on a line's button
+/// resets its extremes. GUI thread.
+class WIDGETS_EXPORT qwidgetRecorderDigitalDisplay : public QWidget,
+                                                     public IWidget,
+                                                     public DirectPainting,
+                                                     public ShowsValue
+{
+    Q_OBJECT
+
+public:
+    qwidgetRecorderDigitalDisplay(Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent);
+    ~qwidgetRecorderDigitalDisplay() override;
+
+    /// The lines' values with their units, one a line.
+    QString shownText() const override;
+    /// The worst of the lines.
+    Nodes::Quality shownQuality() const override;
+    int lineCount() const { return m_lines.size(); }
+    QString extremesText(int line) const;
+    /// Place of the button of that line.
+    QRect resetButton(int line) const;
+    void paintDirectly(QPainter &painter) override;
+
+signals:
+    void valueUpdated(Nodes::SignalValue value) override;
+    void updateProperty(Nodes::BasicProperty *property) override;
+    void isActiveChanged(bool on) override;
+
+public slots:
+    void onValueUpdated(Nodes::SignalValue value) override;
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
+
+protected:
+    void onActive(bool on) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool event(QEvent *event) override;
+
+private:
+    QRect lineRect(int line) const;
+    int buttonAt(const QPoint &point) const;
+    void reset(int line);
+
+    Nodes::widgetRecorderDigitalDisplay *m_display; ///< null for a node of another class
+    QVector<RecorderLine> m_lines;
+    int m_pressedLine = -1;
+    QFont m_font;
+    QColor m_textColor;
+    ElementBinding m_binding;
+};
+
+} // namespace Widgets

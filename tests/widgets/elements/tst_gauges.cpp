@@ -1,0 +1,252 @@
+#include "support/MessageBoxes.h"
+#include "support/ShownElement.h"
+
+#include "widgets/elements/ScaleTicks.h"
+#include "widgets/elements/TabularText.h"
+#include "widgets/elements/qwidgetBargraph.h"
+#include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
+
+#include "nodes/journal/EventJournal.h"
+#include "nodes/journal/JournalQuery.h"
+#include "nodes/visual/LimitZones.h"
+
+using namespace Widgets;
+using Nodes::Quality;
+
+namespace {
+
+constexpr const char *screen = R"(
+<memorySignal id="10" name="T" unit="°C"><alarmLimit id="101" name="a" type="HH" limit="90"/>
+  <alarmLimit id="102" name="b" type="H" limit="80"/><alarmLimit id="103" name="c" type="H" limit="70"/>
+  <alarmLimit id="104" name="d" type="LL" limit="5"/></memorySignal>
+<memorySignal id="11" name="P" decimals="2"/>
+<bargraph id="20" name="B" width="100" height="260" signal="10" setPoint="11"/>
+<bargraph id="21" name="Lying" width="260" height="100" signal="10" orientation="horizontal"/>
+<recorderDisplay id="30" name="R" width="600" height="160">
+  <recorderChannel id="31" name="T" signal="10"/><recorderChannel id="32" name="P" signal="11"/>
+</recorderDisplay>)";
+
+constexpr const char *users =
+    R"(<station id="89" name="St"><authentication id="90" name="A"/></station><user id="91" name="U"/>)";
+
+const QColor barColor(92, 120, 144);
+const QColor warningColor(240, 180, 0);
+const QColor alarmColor(198, 40, 40);
+
+void publish(const RuntimeProject &project, unsigned long signal, Nodes::SignalValue value,
+             Quality quality = Quality::Good)
+{
+    value.SetQuality(quality);
+    project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
+}
+
+int count(const QImage &image, const QRect &where, const QColor &color)
+{
+    int found = 0;
+    for (int y = where.top(); y <= where.bottom(); ++y) {
+        for (int x = where.left(); x <= where.right(); ++x)
+            found += image.pixelColor(x, y) == color;
+    }
+    return found;
+}
+
+} // namespace
+
+class TestGauges : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ticksAreRound_data();
+    void ticksAreRound();
+    void digitsAreEquallyWide();
+    void zonesOfAlarms_data();
+    void zonesOfAlarms();
+    void barTellsItsState_data();
+    void barTellsItsState();
+    void setPointIsFollowed();
+    void extremesAreKept();
+    void resetNeedsTheRight_data();
+    void resetNeedsTheRight();
+};
+
+void TestGauges::ticksAreRound_data()
+{
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<int>("divisions");
+    QTest::addColumn<QVector<double>>("major");
+    QTest::addColumn<int>("decimals");
+    QTest::newRow("hundred") << 0.0 << 100.0 << 5 << QVector<double>{0, 20, 40, 60, 80, 100} << 0;
+    QTest::newRow("over zero") << -1.0 << 1.0 << 4 << QVector<double>{-1, -0.5, 0, 0.5, 1} << 1;
+    QTest::newRow("odd ends") << 3.0 << 17.0 << 3 << QVector<double>{5, 10, 15} << 0;
+    QTest::newRow("small") << 0.0 << 0.025 << 3 << QVector<double>{0, 0.01, 0.02} << 2;
+    QTest::newRow("no room") << 0.0 << 60.0 << 0 << QVector<double>{0} << 0;
+    QTest::newRow("empty") << 5.0 << 5.0 << 5 << QVector<double>() << 0;
+    QTest::newRow("endless") << 0.0 << qInf() << 5 << QVector<double>() << 0;
+}
+
+void TestGauges::ticksAreRound()
+{
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    QFETCH(int, divisions);
+    QFETCH(QVector<double>, major);
+    const ScaleTicks ticks = ScaleTicks::make(minimum, maximum, divisions);
+    QCOMPARE(ticks.major.size(), major.size());
+    for (int i = 0; i < major.size(); ++i)
+        QVERIFY(qAbs(ticks.major[i] - major[i]) < 1e-9);
+    QTEST(ticks.decimals, "decimals");
+    QVERIFY(major.size() < 2 || ticks.minor.size() > major.size());
+}
+
+void TestGauges::digitsAreEquallyWide()
+{
+    QFont proportional("DejaVu Serif", 20);
+    QCOMPARE(TabularText::width(proportional, "111.1"), TabularText::width(proportional, "888.8"));
+    QVERIFY(TabularText::width(proportional, "-1") > TabularText::width(proportional, "1"));
+}
+
+void TestGauges::zonesOfAlarms_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("token");
+    QTest::newRow("normal") << 50.0 << QByteArray("");
+    QTest::newRow("strictest of two") << 70.0 << QByteArray("H");
+    QTest::newRow("outer wins") << 90.0 << QByteArray("HH");
+    QTest::newRow("at the low limit") << 5.0 << QByteArray("LL");
+    QTest::newRow("no number") << qQNaN() << QByteArray("");
+}
+
+void TestGauges::zonesOfAlarms()
+{
+    QFETCH(double, value);
+    const RuntimeProject project(screen);
+    const auto zones = Nodes::LimitZones::FromAlarms(*project.node<Nodes::BasicSignal>(10));
+    QTEST(QByteArray(Nodes::LimitZones::GetToken(zones.GetZone(value))), "token");
+}
+
+void TestGauges::barTellsItsState_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("quality");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QColor>("color"); // of the bar; invalid for none
+    QTest::addColumn<bool>("isBeyond");
+    const auto row = [](const char *name, double value, Quality quality, const char *text,
+                        const QColor &color, bool isBeyond) {
+        QTest::newRow(name) << value << int(quality) << text << color << isBeyond;
+    };
+    row("good", 62.5, Quality::Good, "62.5 °C", barColor, false);
+    row("warning", 75, Quality::Good, "75.0 °C", warningColor, false);
+    row("alarm", 95, Quality::Good, "95.0 °C", alarmColor, false);
+    row("beyond", 104, Quality::Good, "104.0 °C", alarmColor, true);
+    row("bad", 62.5, Quality::Bad, "----", QColor(), false);
+    row("bad beyond", 104, Quality::Bad, "----", QColor(), false);
+}
+
+void TestGauges::barTellsItsState()
+{
+    QFETCH(double, value);
+    QFETCH(int, quality);
+    QFETCH(QColor, color);
+    QFETCH(bool, isBeyond);
+    RuntimeProject project(screen);
+    publish(project, 10, value, Quality(quality));
+    for (const unsigned id : {20u, 21u}) {
+        const ShownElement<qwidgetBargraph> bar(project, id);
+        QCOMPARE(int(bar->shownQuality()), quality);
+        QTEST(bar->shownText(), "text");
+        const QImage image = bar->grab().toImage();
+        for (const QColor &possible : {barColor, warningColor, alarmColor})
+            QCOMPARE(count(image, image.rect(), possible) > 400, possible == color);
+        // The arrow stands in the margin that the scale leaves at its end.
+        const QRect end = id == 20 ? QRect(40, 0, 50, 14) : QRect(246, 20, 14, 40);
+        QCOMPARE(count(image, end, QColor(32, 36, 40)) > 30, isBeyond);
+    }
+}
+
+void TestGauges::setPointIsFollowed()
+{
+    RuntimeProject project(screen);
+    publish(project, 10, 50.0);
+    publish(project, 11, 20.0);
+    const ShownElement<qwidgetBargraph> bar(project, 20);
+    const QImage before = bar->grab().toImage();
+    publish(project, 11, 60.0);
+    QTRY_VERIFY(bar->grab().toImage() != before);
+    publish(project, 11, 20.0);
+    QTRY_COMPARE(bar->grab().toImage(), before);
+}
+
+void TestGauges::extremesAreKept()
+{
+    RuntimeProject project(screen);
+    publish(project, 10, 50.0);
+    {
+        const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
+        QCOMPARE(board->lineCount(), 2);
+        QCOMPARE(board->shownText(), QString("50.0 °C\n----"));
+        QCOMPARE(board->shownQuality(), Quality::Bad);
+    }
+    publish(project, 10, 40.0); // nobody looks, the channel does
+    publish(project, 10, 90.0, Quality::Bad);
+    publish(project, 10, 60.0);
+    publish(project, 11, 1.0);
+    const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
+    QVERIFY(board->extremesText(0).startsWith("мин 40.0  макс 60.0  с "));
+    QCOMPARE(board->shownText(), QString("60.0 °C\n1.00"));
+    publish(project, 11, 2.0, Quality::Stale);
+    QTRY_COMPARE(board->shownQuality(), Quality::Stale);
+    QVERIFY(board->extremesText(1).startsWith("мин 1.00  макс 1.00"));
+}
+
+void TestGauges::resetNeedsTheRight_data()
+{
+    QTest::addColumn<QByteArray>("extra");
+    QTest::addColumn<QPoint>("released"); // relative to the button's top left
+    QTest::addColumn<QString>("extremes");
+    QTest::addColumn<QStringList>("messages");
+    QTest::addColumn<QString>("entry"); // old value in the journal
+    const QString kept = "мин 40.0  макс 60.0";
+    const QString anew = "мин 60.0  макс 60.0";
+    QTest::newRow("reset") << QByteArray() << QPoint(1, 1) << anew << QStringList()
+                           << "40.0 .. 60.0";
+    QTest::newRow("let go elsewhere")
+        << QByteArray() << QPoint(-20, 5) << kept << QStringList() << "";
+    QTest::newRow("no right") << QByteArray(users) << QPoint(1, 1) << kept
+                              << QStringList{"Внимание: Недостаточно прав"} << "40.0 .. 60.0";
+}
+
+void TestGauges::resetNeedsTheRight()
+{
+    QFETCH(QByteArray, extra);
+    QFETCH(QPoint, released);
+    QFETCH(QString, extremes);
+    RuntimeProject project((QByteArray(screen) + extra).constData());
+    const QTemporaryDir records;
+    project.core.SetDataDirectory(records.path().toStdString());
+    QVERIFY(project.core.Start());
+    publish(project, 10, 40.0);
+    publish(project, 11, 1.0);
+    const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
+    publish(project, 10, 60.0);
+    QTRY_VERIFY(board->shownText().startsWith("60.0"));
+    const MessageBoxes boxes;
+    const QRect button = board->resetButton(0);
+    QVERIFY(button.height() >= 36 && button.width() >= 36);
+    QTest::mousePress(board.element, Qt::LeftButton, {}, button.topLeft());
+    QTest::mouseRelease(board.element, Qt::LeftButton, {}, button.topLeft() + released);
+    QVERIFY2(board->extremesText(0).startsWith(extremes), qPrintable(board->extremesText(0)));
+    QTEST(boxes.shown, "messages");
+    QVERIFY(project.core.GetJournal().Flush());
+    std::vector<Nodes::BasicEvent> entries;
+    Nodes::JournalQuery query;
+    query.text = "Сброс минимума и максимума";
+    QVERIFY(project.core.GetJournal().Query(query, entries));
+    QTEST(entries.empty() ? QString() : QString::fromStdString(entries.front().oldValue), "entry");
+    QVERIFY(project.core.Stop());
+}
+
+QTEST_MAIN(TestGauges)
+#include "tst_gauges.moc"
