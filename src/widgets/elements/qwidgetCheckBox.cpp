@@ -2,6 +2,8 @@
 
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/ImageCachingManager.h"
+#include "widgets/elements/MissingPicture.h"
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/windows/WindowManager.h"
 
@@ -23,12 +25,11 @@ bool isRuntime()
     return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
 }
 
-QRect centredSquare(const QRect &rect)
+QRect fitted(const QSize &size, const QRect &rect)
 {
-    const int side = qMin(rect.width(), rect.height());
-    QRect square(0, 0, side, side);
-    square.moveCenter(rect.center());
-    return square;
+    QRect place(QPoint(0, 0), size.scaled(rect.size(), Qt::KeepAspectRatio));
+    place.moveCenter(rect.center());
+    return place;
 }
 
 } // namespace
@@ -68,8 +69,23 @@ void qwidgetCheckBox::onUpdateProperties(Nodes::BasicProperty *)
     m_borderColor = Utils::NColorToQColor(m_checkBox->GetFrameColor());
     m_backgroundColor = Utils::NColorToQColor(m_checkBox->GetBackgroudColor());
     setGeometry(Utils::NRectToQRect(m_checkBox->GetGeometry()));
+    takeImage();
     onValueUpdated(Nodes::SignalValue());
     update();
+}
+
+void qwidgetCheckBox::takeImage()
+{
+    const Nodes::ResourceLink &link = m_checkBox->GetImage();
+    m_image = nullptr;
+    if (link.GetFilePath().empty())
+        return;
+    m_resource = link.Load();
+    m_image = m_resource ? ImageCachingManager::getInstance().getImage(m_resource) : nullptr;
+    if (m_image && !m_image->isNull())
+        return;
+    m_image = nullptr; // the default mark stands in: the state must be seen
+    MissingPicture::report(*m_checkBox, link);
 }
 
 void qwidgetCheckBox::show(int state)
@@ -125,7 +141,13 @@ void qwidgetCheckBox::mouseReleaseEvent(QMouseEvent *event)
 void qwidgetCheckBox::drawMark(QPainter &painter, const QRect &inner) const
 {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(centredSquare(inner), m_defaultMark);
+    if (!m_image) {
+        painter.drawPixmap(fitted(m_defaultMark.size(), inner), m_defaultMark);
+        return;
+    }
+    const QRect place = fitted(m_image->size(), inner);
+    painter.drawImage(place,
+                      ImageCachingManager::getInstance().getRendition(m_resource, place.size()));
 }
 
 void qwidgetCheckBox::paintEvent(QPaintEvent *event)

@@ -5,6 +5,7 @@
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/ShowsValue.h"
 
+#include "nodes/model/ResourcePtr.h"
 #include "nodes/values/Quality.h"
 
 #include <QCheckBox>
@@ -49,11 +50,14 @@ protected:
 private:
     void onStateChanged(int state);
     void show(int state);
+    void takeImage();
     void drawMark(QPainter &painter, const QRect &inner) const;
 
     Nodes::widgetCheckBox *m_checkBox; ///< null for a node of another class
     QPixmap m_defaultMark;
-    int m_lastState = -1; ///< last that the node confirmed; -1 before the first
+    Nodes::ResourcePtr m_resource;   ///< of the node's own mark
+    const QImage *m_image = nullptr; ///< from the cache; null for the default mark
+    int m_lastState = -1;            ///< last that the node confirmed; -1 before the first
     Nodes::Quality m_quality = Nodes::Quality::Good;
     ElementBinding m_binding;
 };

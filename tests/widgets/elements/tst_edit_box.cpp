@@ -4,7 +4,10 @@
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/elements/qwidgetEditBox.h"
+#include "widgets/scene/ProxyWidget.h"
 
+#include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QPushButton>
 
 using namespace Widgets;
@@ -83,6 +86,7 @@ private slots:
     void stepButtons();
     void keyboards_data();
     void keyboards();
+    void worksInAScene();
 };
 
 void TestEditBox::showsTheValue_data()
@@ -362,6 +366,36 @@ void TestEditBox::keyboards()
     QCOMPARE(offered.left(1), QString(id == 27 ? "o" : "7"));
     QCOMPARE(QString::fromStdString(project.value(id == 27 ? 12 : 10).ToString()), text);
     QVERIFY(!box->isEditing() && box->isReadOnly());
+}
+
+void TestEditBox::worksInAScene()
+{
+    RuntimeProject project(screen);
+    publish(project, 10, 7.0);
+    QGraphicsScene scene(0, 0, 400, 300);
+    QGraphicsView view(&scene);
+    auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
+    scene.addItem(host);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    auto *box = qobject_cast<qwidgetEditBox *>(host->widget());
+    const auto press = [&](const QPointF &place) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.mapFromScene(place));
+    };
+    press(QPointF(20, 20));
+    QVERIFY(box->isEditing());
+    press(QPointF(30, 30)); // in the box: goes on
+    QVERIFY(box->isEditing());
+    box->selectAll();
+    QTest::keyClicks(view.viewport(), "8");
+    press(QPointF(300, 200));
+    QVERIFY(!box->isEditing());
+    QCOMPARE(project.value(10).ToDouble(), 7.0);
+    press(QPointF(20, 20));
+    box->selectAll();
+    QTest::keyClicks(view.viewport(), "9");
+    QTest::keyClick(view.viewport(), Qt::Key_Return);
+    QCOMPARE(project.value(10).ToDouble(), 9.0);
 }
 
 QTEST_MAIN(TestEditBox)
