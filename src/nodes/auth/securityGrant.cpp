@@ -8,7 +8,7 @@ namespace Nodes {
 
 KindInfo securityGrant::Kind()
 {
-    return KindBuilder::For<securityGrant>(NodeType::enNodeSubtype(0x6003), "grant", "Access rule",
+    return KindBuilder::For<securityGrant>(NodeType::enNodeSubtype(0x20003), "grant", "Access rule",
                                            "Правило доступа")
         .Property<&securityGrant::m_privileges>(6301, "privileges", "Privileges", "Права")
         .Hint("privileges")

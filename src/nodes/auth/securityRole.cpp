@@ -6,8 +6,8 @@ namespace Nodes {
 
 KindInfo securityRole::Kind()
 {
-    return KindBuilder::For<securityRole>(NodeType::enNodeSubtype(0x6002), "role", "Role", "Роль")
-        .Children({NodeType(NodeType::enNodeSubtype(0x6003))});
+    return KindBuilder::For<securityRole>(NodeType::enNodeSubtype(0x20001), "role", "Role", "Роль")
+        .Children({NodeType(NodeType::enNodeSubtype(0x20003))});
 }
 
 } // namespace Nodes

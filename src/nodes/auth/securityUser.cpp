@@ -8,7 +8,7 @@ namespace Nodes {
 
 KindInfo securityUser::Kind()
 {
-    return KindBuilder::For<securityUser>(NodeType::enNodeSubtype(0x6001), "user", "User",
+    return KindBuilder::For<securityUser>(NodeType::enNodeSubtype(0x20002), "user", "User",
                                           "Пользователь")
         .Property<&securityUser::m_fullName>(6101, "fullName", "Full name", "Полное имя")
         .Property<&securityUser::m_passwordHash>(6102, "passwordHash", "Password", "Пароль")

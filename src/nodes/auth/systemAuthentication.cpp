@@ -17,6 +17,19 @@
 
 namespace Nodes {
 
+namespace {
+
+// Error codes of a refused log-in, beside those of the result types.
+constexpr int codeNoSuchUser = 1317;
+constexpr int codeWrongPassword = 1318;
+
+std::string becauseOf(const std::string &reason)
+{
+    return reason.empty() ? reason : " — " + reason;
+}
+
+} // namespace
+
 using Rules = std::shared_ptr<const AccessRules>;
 
 struct systemAuthentication::State
@@ -84,6 +97,13 @@ struct systemAuthentication::Attempt
     {
     }
     bool IsKnown() const { return node && node->isEnabled(); }
+    bool IsPasswordless() const { return IsKnown() && node->isPasswordless(); }
+    /// A user who is not enabled gets the answer of a wrong password.
+    Result Refusal() const
+    {
+        return Result(node, Result::AuthenticationFailed,
+                      node ? codeWrongPassword : codeNoSuchUser);
+    }
 
     NodeLink user;
     const securityUser *node;
@@ -105,6 +125,9 @@ KindInfo systemAuthentication::Kind()
         .Property<&systemAuthentication::m_guestRole>(7302, "guestRole", "Role of guests",
                                                       "Роль без входа")
         .Refers({NodeType::TypeSecurity})
+        .Property<&systemAuthentication::m_logoutAfter>(7303, "logoutAfter", "Log out after, s",
+                                                        "Выход без действий через, с")
+        .Range(0, 86400)
         .Children({NodeType::TypeSecurity, NodeType::TypeFolder});
 }
 
@@ -124,28 +147,35 @@ void systemAuthentication::OnPropertyChanged(const PropertyDescriptor &)
 Result systemAuthentication::Authenticate(const NodeLink &user)
 {
     const Attempt attempt(user);
-    if (!attempt.IsKnown() || !attempt.node->isPasswordless())
-        return refuse(attempt, "вход без пароля не разрешён", Result::AuthenticationFailed);
+    if (!attempt.IsPasswordless())
+        return refuse(attempt, "вход без пароля не разрешён", attempt.Refusal());
     return enter(attempt);
 }
 
 Result systemAuthentication::Authenticate(const NodeLink &user, const std::string &password)
 {
     const Attempt attempt(user);
-    const Timestamp now = Clock::Current().Steady();
-    const Timestamp pause = m_state->guard.Pause(user.GetNodeId(), now);
-    if (pause > 0) {
-        const std::string seconds = std::to_string((pause + 999999) / 1000000);
+    if (attempt.IsPasswordless() && password.empty())
+        return enter(attempt);
+    if (const int pause = GetPause(user)) {
+        const std::string seconds = std::to_string(pause);
         return refuse(attempt, "слишком много попыток, ждать " + seconds + " с",
                       Result(Result::LimitExceeded, "too many attempts, wait " + seconds + " s"));
     }
     const std::string hash = attempt.IsKnown() ? attempt.node->GetPasswordHash() : std::string();
     if (!MatchesPasswordHash(hash, password)) {
         m_state->guard.NoteFailure(user.GetNodeId(), Clock::Current().Steady());
-        return refuse(attempt, "неверное имя или пароль", Result::AuthenticationFailed);
+        return refuse(attempt, "неверное имя или пароль", attempt.Refusal());
     }
     m_state->guard.NoteSuccess(user.GetNodeId());
     return enter(attempt);
+}
+
+int systemAuthentication::GetPause(const NodeLink &user) const
+{
+    constexpr Timestamp second = 1000000;
+    const Timestamp pause = m_state->guard.Pause(user.GetNodeId(), Clock::Current().Steady());
+    return int((pause + second - 1) / second);
 }
 
 Result systemAuthentication::enter(const Attempt &attempt)
@@ -158,17 +188,17 @@ Result systemAuthentication::enter(const Attempt &attempt)
 
 Result systemAuthentication::refuse(const Attempt &attempt, const std::string &why, Result answer)
 {
-    journal(attempt, "Отказ во входе: " + attempt.name + " — " + why, GetCurrentUserName());
+    journal(attempt, "Отказ во входе: " + attempt.name + becauseOf(why), GetCurrentUserName());
     return answer;
 }
 
-void systemAuthentication::Logout()
+void systemAuthentication::Logout(const std::string &reason)
 {
     const Attempt leaving(m_state->user);
     if (leaving.user.isEmpty())
         return;
     changeUser(NodeLink());
-    journal(leaving, "Выход: " + leaving.name, leaving.name);
+    journal(leaving, "Выход: " + leaving.name + becauseOf(reason), leaving.name);
     m_state->userChanged(NodeLink());
 }
 

@@ -24,10 +24,14 @@ public:
     [[nodiscard]] Result Authenticate(const NodeLink &user);
     /// Checks the password against the stored Argon2id hash. From the third failure in a row the
     /// answer is delayed: LimitExceeded is returned until the pause (1, 2, 4, ... 60 s) is over.
-    /// Every attempt is journalled. Unknown and disabled users get the answer of a wrong password.
-    /// Takes some 0.1 s of work on the calling thread.
+    /// Every attempt is journalled. Refusals carry the code 1317 when the link names no user, 1318
+    /// for a wrong password or a user who is not enabled. A user configured to need no password
+    /// gives an empty one. Takes some 0.1 s of work on the calling thread.
     [[nodiscard]] Result Authenticate(const NodeLink &user, const std::string &password);
-    void Logout();
+    /// Seconds until the user's next attempt is looked at; 0: at once. GUI thread.
+    int GetPause(const NodeLink &user) const;
+    /// Nothing happens when nobody is logged in. `reason` (Russian, may be "") is journalled.
+    void Logout(const std::string &reason = {});
     /// Empty when nobody is logged in.
     NodeLink GetCurrentUser() const;
     /// "" when nobody is logged in. Any thread.
@@ -39,6 +43,8 @@ public:
     /// or somebody has logged in or out.
     enNodePrivMode CheckAccess(AuthPriv privilege, const NodeLink &node) const;
     enAccessDeniedAction GetAccessDeniedAction() const;
+    /// Seconds without operator input after which the user is logged out; 0: never.
+    int GetLogoutAfter() const { return m_logoutAfter; }
 
     /// Argon2id hash in its own text form, salted; "" when memory is short.
     static std::string HashPassword(const std::string &password);
@@ -61,6 +67,7 @@ private:
     void changeUser(const NodeLink &user);
 
     int m_accessDeniedAction = AccessDeniedRefuse;
+    int m_logoutAfter = 0;
     NodeLink m_guestRole;
     std::unique_ptr<State> m_state;
 };

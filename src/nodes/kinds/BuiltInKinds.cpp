@@ -1,5 +1,6 @@
 #include "nodes/kinds/BuiltInKinds.h"
 
+#include "nodes/actions/actionAuthUser.h"
 #include "nodes/actions/actionChangeComposition.h"
 #include "nodes/actions/actionCloseWindow.h"
 #include "nodes/actions/actionShowWindow.h"
@@ -9,6 +10,7 @@
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/alarmQuality.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/currentUser.h"
 #include "nodes/auth/securityGrant.h"
 #include "nodes/auth/securityRole.h"
 #include "nodes/auth/securityUser.h"
@@ -64,6 +66,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(securityUser::Kind());
     table.Add(securityRole::Kind());
     table.Add(securityGrant::Kind());
+    table.Add(currentUser::Kind());
     // Alarms and timers
     table.Add(alarmLimit::Kind());
     table.Add(alarmDiscrete::Kind());
@@ -100,6 +103,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(widgetRecorderDigitalDisplay::Kind());
     table.Add(recorderChannel::Kind());
     // Actions
+    table.Add(actionAuthUser::Kind());
     table.Add(actionShowWindow::Kind());
     table.Add(actionCloseWindow::Kind());
     table.Add(actionToggleWindow::Kind());

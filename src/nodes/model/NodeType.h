@@ -19,7 +19,7 @@ public:
         TypeDriver = 3,
         TypeDriverGroup = 4,
         TypeSignal = 5,
-        TypeSecurity = 6,
+        TypeSecurity = 32,
         TypeSubsystem = 7,
         TypeAlarm = 8,
         TypeState = 9,

@@ -48,13 +48,20 @@ SignalValue BasicSignal::Convert(const SignalValue &value) const
     return converted;
 }
 
+// Those of the signal's own station, else those that hold for the whole project.
+const systemAuthentication *BasicSignal::findUsers() const
+{
+    const BasicStation *station = GetStation();
+    const systemAuthentication *own = station ? station->GetSystemAuthentication() : nullptr;
+    const systemCore *core = GetCore();
+    return own || !core ? own : core->GetSystemAuthentication();
+}
+
 Result BasicSignal::checkWrite(const SignalValue &converted) const
 {
-    if (const BasicStation *station = GetStation()) {
-        const systemAuthentication *users = station->GetSystemAuthentication();
-        if (users && !IsGranted(users->CheckAccess(PrivilegeWrite, GetNodeLink())))
-            return Result(this, Result::AccessDenied);
-    }
+    const systemAuthentication *users = findUsers();
+    if (users && !IsGranted(users->CheckAccess(PrivilegeWrite, GetNodeLink())))
+        return Result(this, Result::AccessDenied);
     if (!m_isWritable)
         return Result(this, Result::ReadOnly, GetName());
     if (converted.IsError())

@@ -1,5 +1,6 @@
 #include "widgets/actions/ActionFactoryTable.h"
 
+#include "widgets/actions/qactionAuthUser.h"
 #include "widgets/actions/qactionChangeComposition.h"
 #include "widgets/actions/qactionCloseWindow.h"
 #include "widgets/actions/qactionShowWindow.h"
@@ -16,6 +17,7 @@ ActionFactoryTable::ActionFactoryTable()
     add<qactionShowWindow>(0x10003);
     add<qactionCloseWindow>(0x10004);
     add<qactionWriteValue>(0x10005);
+    add<qactionAuthUser>(0x10009);
     add<qactionToggleWindow>(0x1000a);
 }
 

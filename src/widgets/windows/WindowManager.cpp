@@ -2,10 +2,12 @@
 
 #include "widgets/actions/ActionFactoryTable.h"
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/windows/IdleLogout.h"
 #include "widgets/windows/WindowManagerWorkerThread.h"
 
 #include "nodes/actions/BasicAction.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/system/systemVisualization.h"
@@ -43,6 +45,7 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
     subscribeAlarms();
     subscribeTimers();
+    watchIdleness();
     subscribeActionRequests();
     m_worker->start();
 }
@@ -64,6 +67,13 @@ void WindowManager::subscribeAlarms()
         return;
     m_connections.emplace_back(alarming->ConnectAlarm(
         m_gate.guard([this](const Nodes::BasicEvent &event) { emit alarmFired(event); })));
+}
+
+void WindowManager::watchIdleness()
+{
+    Nodes::systemAuthentication *users = m_core ? m_core->GetSystemAuthentication() : nullptr;
+    if (users && m_core->GetWorkMode() == Nodes::WorkModeRuntime)
+        new IdleLogout(*users, this);
 }
 
 void WindowManager::subscribeTimers()

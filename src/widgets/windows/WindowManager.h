@@ -110,6 +110,7 @@ private slots:
 
 private:
     void subscribeAlarms();
+    void watchIdleness();
     void subscribeTimers();
     void subscribeActionRequests();
     void append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);

@@ -7,6 +7,7 @@
 #include "nodes/actions/BasicPlacingAction.h"
 #include "utils/ValueConversions.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 
 namespace Widgets {
@@ -61,6 +62,14 @@ void WindowPlacement::place(WindowBasic &window, const QRect &clientArea)
     }
     const int width = frame->getFrameWidth();
     frame->move(clientArea.topLeft() - QPoint(width, width + frame->getTitleHeight()));
+}
+
+void WindowPlacement::centre(QWidget &outermost, int display)
+{
+    const QScreen *screen = ScreenAt(display);
+    QRect area(QPoint(), outermost.size());
+    area.moveCenter((screen ? screen : QGuiApplication::primaryScreen())->geometry().center());
+    outermost.move(area.topLeft());
 }
 
 void WindowPlacement::present(QWidget &window)

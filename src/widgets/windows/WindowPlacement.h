@@ -30,6 +30,9 @@ public:
                             int display);
     /// Puts the window's client area there.
     static void place(WindowBasic &window, const QRect &clientArea);
+    /// Puts a window, decoration included, in the middle of a 0-based display; of the primary one
+    /// when there is no such display.
+    static void centre(QWidget &outermost, int display);
     /// Shows, raises, focuses and activates the window.
     static void present(QWidget &window);
 };

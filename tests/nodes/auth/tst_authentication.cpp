@@ -4,6 +4,7 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/ValidationResults.h"
+#include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 
 #include <QTemporaryDir>
@@ -73,6 +74,8 @@ private slots:
     void passwords();
     void slowedDown();
     void journalled();
+    void writes_data();
+    void writes();
     void withoutPassword_data();
     void withoutPassword();
     void validation_data();
@@ -233,7 +236,8 @@ void TestAuthentication::passwords()
     UsersFixture::set(plant.user, "enabled", isEnabled ? "true" : "false");
     const NodeLink user = isKnown ? NodeLink(plant.user) : NodeLink(plant.tag);
     const Result result = plant.users->Authenticate(user, password.toStdString());
-    QVERIFY(result == (isAdmitted ? Result() : Result(Result::AuthenticationFailed)));
+    QCOMPARE(result.GetType(), isAdmitted ? Result::Success : Result::AuthenticationFailed);
+    QCOMPARE(result.GetCode(), isAdmitted ? 0 : isKnown ? 1318 : 1317);
     QVERIFY(result.GetDetail().empty());
     QCOMPARE(!plant.users->GetCurrentUser().isEmpty(), isAdmitted);
 }
@@ -253,6 +257,7 @@ void TestAuthentication::slowedDown()
     for (const int pause : {1, 2, 4, 8, 16, 32, 60, 60}) {
         QCOMPARE(attempt("x", plant.user), Result::AuthenticationFailed);
         QCOMPARE(attempt("секрет", plant.user), Result::LimitExceeded);
+        QCOMPARE(plant.users->GetPause(plant.user), pause);
         clock.Advance(pause * ManualClock::second - 1);
         QCOMPARE(attempt("секрет", plant.user), Result::LimitExceeded);
         clock.Advance(1);
@@ -290,6 +295,7 @@ void TestAuthentication::journalled()
     ManualClock::Use().Advance(ManualClock::second);
     QVERIFY(users->Authenticate(user, "секрет"));
     std::thread([users] { (void)users->StoreMessage(LevelDebug, "нить", users); }).join();
+    users->Logout("ушёл");
     users->Logout();
     QVERIFY(core.GetJournal().Flush());
     std::vector<BasicEvent> events;
@@ -308,11 +314,42 @@ void TestAuthentication::journalled()
                                "Отказ во входе: anna — слишком много попыток, ждать 1 с||!",
                                "Вход: anna|anna|!",
                                "нить|anna",
-                               "Выход: anna|anna|!"};
+                               "Выход: anna — ушёл|anna|!"};
     QCOMPARE(told, expected);
     QCOMPARE(users->StoreMessage(LevelDebug, "", std::string()).GetType(), Result::Success);
     QCOMPARE(UsersFixture().users->StoreMessage(LevelDebug, "", std::string()).GetType(),
              Result::NotAvailable);
+}
+
+// Users of the signal's station decide, else those of the whole project; a signal deep in the tree
+// is no way around them.
+void TestAuthentication::writes_data()
+{
+    QTest::addColumn<bool>("hasStation");
+    QTest::addColumn<bool>("hasUsersAtRoot");
+    QTest::addColumn<bool>("isRefused");
+    QTest::newRow("users at the root, no station") << false << true << true;
+    QTest::newRow("users at the root, station without") << true << true << true;
+    QTest::newRow("no users") << true << false << false;
+}
+
+void TestAuthentication::writes()
+{
+    QFETCH(bool, hasStation);
+    QFETCH(bool, hasUsersAtRoot);
+    systemCore core;
+    core.AdoptProject(std::make_unique<NodesCollection>(), "p.xml");
+    NodesCollection &nodes = *core.GetNodesCollection();
+    QVERIFY(nodes.SetRoot(nodes.CreateDetached(ProjectFixture::kind("project"))));
+    const auto add = [&nodes](const char *kind, ConfigNode *parent) {
+        return nodes.CreateNode(ProjectFixture::kind(kind).type, parent);
+    };
+    ConfigNode *owner = hasStation ? add("station", nodes.GetRoot()) : nodes.GetRoot();
+    auto *tag = static_cast<BasicSignal *>(add("memorySignal", add("folder", owner)));
+    UsersFixture::set(tag, "writable", "true");
+    if (hasUsersAtRoot)
+        add("user", add("authentication", nodes.GetRoot()));
+    QTEST(tag->WriteValue(1) == Result::AccessDenied, "isRefused");
 }
 
 void TestAuthentication::withoutPassword_data()
@@ -337,7 +374,9 @@ void TestAuthentication::withoutPassword()
     UsersFixture::set(plant.user, "passwordHash", hasPassword ? m_hash : "");
     UsersFixture::set(plant.user, "enabled", isEnabled ? "true" : "false");
     QTEST(bool(plant.users->Authenticate(plant.user)), "isAdmitted");
-    QVERIFY(!plant.users->Authenticate(NodeLink()));
+    QTEST(bool(plant.users->Authenticate(plant.user, "")), "isAdmitted");
+    QCOMPARE(plant.users->Authenticate(NodeLink()).GetCode(), 1317);
+    QCOMPARE(plant.users->Authenticate(plant.user, "x").GetCode(), 1318);
 }
 
 void TestAuthentication::validation_data()

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "nodes/signals/BasicSignal.h"
+
+#include <boost/signals2/connection.hpp>
+
+namespace Nodes {
+
+/// Name of the user who is logged in at this station, for labels and for archiving who was there.
+/// Bad while the project has no user subsystem or the station does not run. Read only.
+class NODES_EXPORT currentUser : public BasicSignal
+{
+public:
+    static KindInfo Kind();
+    Result Start() override;
+    Result Stop() override;
+    void Validate(ValidationResults &results) const override;
+
+protected:
+    Result DoWrite(const SignalValue &value) override;
+
+private:
+    enum Form { FormLogin = 0, FormFullName = 1 };
+
+    void publish(const NodeLink &user) const;
+
+    int m_form = FormLogin;
+    std::string m_nobody = "Вход не выполнен";
+    boost::signals2::scoped_connection m_connection;
+};
+
+} // namespace Nodes

@@ -1,0 +1,50 @@
+#include "widgets/actions/qactionAuthUser.h"
+
+#include "widgets/dialogs/AuthenticationWindow.h"
+#include "widgets/windows/Access.h"
+#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowPlacement.h"
+
+#include "nodes/actions/actionAuthUser.h"
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/system/systemCore.h"
+
+namespace Widgets {
+
+namespace {
+
+// On the heap and guarded: the frame it belongs to may go while it waits for the operator.
+void askOperator(Nodes::actionAuthUser &node, int display)
+{
+    QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
+    const QPointer<AuthenticationWindow> window = new AuthenticationWindow(frame);
+    window->setNode(&node);
+    WindowPlacement::centre(*window, display);
+    window->exec();
+    if (window)
+        window->deleteLater();
+}
+
+} // namespace
+
+void qactionAuthUser::Execute()
+{
+    auto *node = nodeAs<Nodes::actionAuthUser>();
+    Nodes::systemCore *core = node ? node->GetCore() : nullptr;
+    Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
+    if (!users)
+        return;
+    if (node->isLogout()) {
+        users->Logout();
+    } else if (node->GetUser().isValid()) {
+        const Nodes::Result result = users->Authenticate(node->GetUser());
+        if (!result)
+            ShowActionError(QStringLiteral("%1: вход не выполнен. Войти без пароля можно только "
+                                           "пользователем, которому это разрешено в проекте.")
+                                .arg(QString::fromStdString(node->GetUser()->GetName())));
+    } else {
+        askOperator(*node, targetDisplay(0));
+    }
+}
+
+} // namespace Widgets

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "widgets/actions/qBasicAction.h"
+
+namespace Widgets {
+
+/// Logs a user in: the configured one, else whom the operator chooses in a modal window. Or logs
+/// the current one out.
+class qactionAuthUser : public qBasicAction
+{
+public:
+    using qBasicAction::qBasicAction;
+    void Execute() override;
+};
+
+} // namespace Widgets

@@ -1,0 +1,205 @@
+#include "widgets/dialogs/AuthenticationDialog.h"
+
+#include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowPlacement.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/systemCore.h"
+#include "utils/MetaTypes.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QEventLoop>
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QStyledItemDelegate>
+#include <QTimer>
+
+namespace {
+
+constexpr int touchSize = 40;
+constexpr int clearedTime = 100; // ms that the old outcome stays away, so that a new one is noticed
+constexpr int successTime = 500; // ms
+constexpr int codeNoSuchUser = 1317;
+constexpr int codeWrongPassword = 1318;
+constexpr Nodes::NodeType userType(Nodes::NodeType::enNodeSubtype(0x20002));
+
+template <class Widget> Widget *named(Widget *widget, const char *name)
+{
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+} // namespace
+
+AuthenticationDialog::AuthenticationDialog(QWidget *parent) : QDialog(parent)
+{
+    setWindowTitle(tr("Авторизация"));
+    Widgets::ApplyDialogLook(*this);
+    QFont dialogFont = font();
+    dialogFont.setPointSize(10);
+    setFont(dialogFont);
+    build();
+    resize(369, 166);
+    connect(m_users, &QComboBox::currentTextChanged, this, &AuthenticationDialog::updateOk);
+    connect(m_password, &QLineEdit::textChanged, this, &AuthenticationDialog::updateOk);
+    connect(m_numpadButton, &QPushButton::clicked, this, &AuthenticationDialog::openNumpad);
+    connect(m_okButton, &QPushButton::clicked, this, &AuthenticationDialog::logIn);
+    connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
+    m_password->setFocus();
+}
+
+void AuthenticationDialog::build()
+{
+    m_users = named(new QComboBox(this), "comboBox");
+    m_users->setMinimumHeight(touchSize);
+    m_users->setItemDelegate(new QStyledItemDelegate(m_users)); // heeds the items' size hints
+    m_password = named(new QLineEdit(this), "lineEdit");
+    m_password->setEchoMode(QLineEdit::Password);
+    m_password->setMinimumHeight(touchSize);
+    m_numpadButton = named(new QPushButton(this), "btnKeyboard");
+    m_numpadButton->setIcon(QIcon(QStringLiteral(":/icons/dialogs/keyboard.svg")));
+    m_numpadButton->setIconSize({28, 28});
+    m_numpadButton->setFixedSize(touchSize, touchSize);
+    m_numpadButton->setAutoDefault(false);
+    m_outcome = named(new QLabel(this), "lblResult");
+    m_outcome->setTextFormat(Qt::PlainText);
+    m_outcome->setWordWrap(true);
+    m_okButton = named(new QPushButton(tr("OK"), this), "btnOk");
+    m_okButton->setEnabled(false);
+    m_cancelButton = named(new QPushButton(tr("Отмена"), this), "btnCancel");
+    m_cancelButton->setAutoDefault(false);
+    for (QPushButton *button : {m_okButton, m_cancelButton})
+        button->setMinimumSize(96, 36);
+
+    auto *image = named(new QLabel(this), "lblImage");
+    image->setScaledContents(true);
+    image->setMaximumSize(64, 64);
+    image->setPixmap(QIcon(QStringLiteral(":/icons/authentication.png")).pixmap(64, 64));
+    auto *userCaption = named(new QLabel(tr("Логин:"), this), "label");
+    auto *passwordCaption = named(new QLabel(tr("Пароль:"), this), "label_2");
+    for (QLabel *caption : {userCaption, passwordCaption})
+        caption->setMinimumHeight(touchSize);
+    arrange(image, userCaption, passwordCaption);
+}
+
+void AuthenticationDialog::arrange(QLabel *image, QLabel *userCaption, QLabel *passwordCaption)
+{
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(2);
+    grid->addWidget(image, 0, 0, 2, 1, Qt::AlignCenter);
+    grid->addWidget(userCaption, 0, 1);
+    grid->addWidget(m_users, 0, 2, 1, 2);
+    grid->addWidget(passwordCaption, 1, 1);
+    grid->addWidget(m_password, 1, 2);
+    grid->addWidget(m_numpadButton, 1, 3);
+    grid->setColumnStretch(2, 1);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(m_okButton);
+    buttons->addWidget(m_cancelButton);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(6, 6, 6, 6);
+    column->setSpacing(2);
+    column->addLayout(grid);
+    column->addWidget(m_outcome, 1);
+    column->addLayout(buttons);
+}
+
+void AuthenticationDialog::setNode(Nodes::BasicNode *node)
+{
+    m_node = node;
+    m_users->clear();
+    Nodes::NodeLinks users;
+    if (const auto *project = node ? node->GetNodesCollection() : nullptr)
+        project->FindNodes(userType, &users);
+    for (const Nodes::NodeLink &user : users) {
+        if (!user.isValid())
+            continue;
+        m_users->addItem(QString::fromStdString(user->GetName()), QVariant::fromValue(user));
+        m_users->setItemData(m_users->count() - 1, QSize(touchSize, touchSize), Qt::SizeHintRole);
+    }
+    updateOk();
+}
+
+Nodes::NodeLink AuthenticationDialog::selectedUser() const
+{
+    return m_users->currentData().value<Nodes::NodeLink>();
+}
+
+void AuthenticationDialog::updateOk()
+{
+    const bool hasUser = selectedUser().isValid();
+    m_okButton->setEnabled(hasUser);
+    m_okButton->setDefault(hasUser);
+}
+
+Nodes::Result AuthenticationDialog::authenticate()
+{
+    const Nodes::systemCore *core = m_node ? m_node->GetCore() : nullptr;
+    Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
+    return users ? users->Authenticate(selectedUser(), m_password->text().toStdString())
+                 : Nodes::Result(m_node, Nodes::Result::NotAvailable);
+}
+
+QString AuthenticationDialog::messageFor(const Nodes::Result &result) const
+{
+    if (result.IsSuccess())
+        return {};
+    if (result.GetCode() == codeNoSuchUser)
+        return tr("Пользователь не найден");
+    if (result.GetCode() == codeWrongPassword)
+        return tr("Неверный пароль");
+    if (result == Nodes::Result::LimitExceeded) {
+        const auto *users = m_node->GetCore()->GetSystemAuthentication();
+        return tr("Ошибка: много попыток, ждите %1 с").arg(users->GetPause(selectedUser()));
+    }
+    return tr("Ошибка: %1").arg(QString::fromStdString(result.ToString()));
+}
+
+// Ignores being pressed again while it shows the outcome: each press would count as an attempt.
+void AuthenticationDialog::logIn()
+{
+    if (m_isBusy)
+        return;
+    m_isBusy = true;
+    const QPointer<AuthenticationDialog> self = this;
+    const Nodes::Result result = authenticate();
+    const QString message = messageFor(result);
+    m_outcome->clear();
+    QEventLoop pause;
+    QTimer::singleShot(clearedTime, &pause, &QEventLoop::quit);
+    pause.exec();
+    if (!self)
+        return;
+    QPalette colours = m_outcome->palette();
+    colours.setColor(QPalette::WindowText,
+                     result ? QColor(0x1b, 0x5e, 0x20) : QColor(0xb3, 0x12, 0x12));
+    m_outcome->setPalette(colours);
+    m_outcome->setText(message);
+    if (result)
+        QTimer::singleShot(successTime, this, &QDialog::accept);
+    m_isBusy = result.IsSuccess();
+}
+
+void AuthenticationDialog::openNumpad()
+{
+    const QPointer<AuthenticationDialog> self = this;
+    auto *frame = new Widgets::FrameWindow(this);
+    const QPointer<Widgets::VirtualNumpad> numpad = new Widgets::VirtualNumpad(frame);
+    numpad->setEchoMode(QLineEdit::Password);
+    frame->setDialog(numpad);
+    Widgets::WindowPlacement::centre(*frame, Widgets::ScreenNumber(this));
+    const int result = frame->exec();
+    if (self && numpad && result != 0)
+        m_password->setText(QString::number(numpad->getValue(), 'g', 6));
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/values/Result.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace Nodes {
+class BasicNode;
+class NodeLink;
+} // namespace Nodes
+
+/// Lets an operator log in: a list of the project's users, a password, and the outcome in words.
+/// Accepted shortly after a successful log-in; a refusal leaves it open. GUI thread.
+class WIDGETS_EXPORT AuthenticationDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit AuthenticationDialog(QWidget *parent = nullptr);
+
+    /// Lists the users of the node's project, whose core then authenticates. The node must outlive
+    /// the dialog.
+    void setNode(Nodes::BasicNode *node);
+
+private:
+    void build();
+    void arrange(QLabel *image, QLabel *userCaption, QLabel *passwordCaption);
+    Nodes::NodeLink selectedUser() const;
+    void updateOk();
+    void logIn();
+    Nodes::Result authenticate();
+    QString messageFor(const Nodes::Result &result) const;
+    void openNumpad();
+
+    Nodes::BasicNode *m_node = nullptr;
+    bool m_isBusy = false;
+    QComboBox *m_users = nullptr;
+    QLineEdit *m_password = nullptr;
+    QPushButton *m_numpadButton = nullptr;
+    QLabel *m_outcome = nullptr;
+    QPushButton *m_okButton = nullptr;
+    QPushButton *m_cancelButton = nullptr;
+};
