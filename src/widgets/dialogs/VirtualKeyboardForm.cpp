@@ -8,6 +8,8 @@
 #include <QIcon>
 #include <QLineEdit>
 
+#include <iterator>
+
 namespace Widgets {
 
 namespace {
@@ -27,76 +29,68 @@ struct Key
     int width = 4;
 };
 
-using Row = QVector<Key>;
-
 // Second language: the Russian standard layout of the same physical keys.
-const QVector<Row> &rows()
+constexpr Key editingRow[] = {{"btn_esc", nullptr, "Esc", 8},
+                              {nullptr, nullptr, nullptr, 28},
+                              {"btn_clear", nullptr, "Clear", 8},
+                              {nullptr, nullptr, nullptr, 8},
+                              {"btn_prev", nullptr, ":/icons/dialogs/left.svg", 8},
+                              {"btn_next", nullptr, ":/icons/dialogs/right.svg", 8}};
+constexpr Key digitsRow[] = {
+    {"btn_backquote", "`~ёЁ", nullptr}, {"btn_1", "1!1!", nullptr},
+    {"btn_2", "2@2\"", nullptr},        {"btn_3", "3#3№", nullptr},
+    {"btn_4", "4$4;", nullptr},         {"btn_5", "5%5%", nullptr},
+    {"btn_6", "6^6:", nullptr},         {"btn_7", "7&7?", nullptr},
+    {"btn_8", "8*8*", nullptr},         {"btn_9", "9(9(", nullptr},
+    {"btn_0", "0)0)", nullptr},         {"btn_dash", "-_-_", nullptr},
+    {"btn_equal", "=+=+", nullptr},     {"btn_backspace", nullptr, "Backspace", 8}};
+constexpr Key upperRow[] = {
+    {"btn_tab", nullptr, "Tab", 6},      {"btn_q", "qQйЙ", nullptr},
+    {"btn_w", "wWцЦ", nullptr},          {"btn_e", "eEуУ", nullptr},
+    {"btn_r", "rRкК", nullptr},          {"btn_t", "tTеЕ", nullptr},
+    {"btn_y", "yYнН", nullptr},          {"btn_u", "uUгГ", nullptr},
+    {"btn_i", "iIшШ", nullptr},          {"btn_o", "oOщЩ", nullptr},
+    {"btn_p", "pPзЗ", nullptr},          {"btn_startbracket", "[{хХ", nullptr},
+    {"btn_endbracket", "]}ъЪ", nullptr}, {"btn_backslash", "\\|\\/", nullptr, 6}};
+constexpr Key middleRow[] = {{"btn_caps", nullptr, "Caps", 7},
+                             {"btn_a", "aAфФ", nullptr},
+                             {"btn_s", "sSыЫ", nullptr},
+                             {"btn_d", "dDвВ", nullptr},
+                             {"btn_f", "fFаА", nullptr},
+                             {"btn_g", "gGпП", nullptr},
+                             {"btn_h", "hHрР", nullptr},
+                             {"btn_j", "jJоО", nullptr},
+                             {"btn_k", "kKлЛ", nullptr},
+                             {"btn_l", "lLдД", nullptr},
+                             {"btn_semicolon", ";:жЖ", nullptr},
+                             {"btn_apostrophe", "'\"эЭ", nullptr},
+                             {"btn_enter", nullptr, ":/icons/dialogs/enter.svg", 9}};
+constexpr Key lowerRow[] = {
+    {"btn_lshift", nullptr, "Shift", 9}, {"btn_z", "zZяЯ", nullptr},
+    {"btn_x", "xXчЧ", nullptr},          {"btn_c", "cCсС", nullptr},
+    {"btn_v", "vVмМ", nullptr},          {"btn_b", "bBиИ", nullptr},
+    {"btn_n", "nNтТ", nullptr},          {"btn_m", "mMьЬ", nullptr},
+    {"btn_comma", ",<бБ", nullptr},      {"btn_period", ".>юЮ", nullptr},
+    {"btn_slash", "/?.,", nullptr},      {"btn_rshift", nullptr, "Shift", 11}};
+constexpr Key bottomRow[] = {{"btn_lang", nullptr, ":/icons/dialogs/language.svg", 9},
+                             {"btn_space", nullptr, "Space", 40},
+                             {nullptr, nullptr, nullptr, 11}};
+
+struct Row
 {
-    static const QVector<Row> table = {{},
-                                       {{"btn_esc", nullptr, "Esc", 8},
-                                        {nullptr, nullptr, nullptr, 28},
-                                        {"btn_clear", nullptr, "Clear", 8},
-                                        {nullptr, nullptr, nullptr, 8},
-                                        {"btn_prev", nullptr, ":/icons/dialogs/left.svg", 8},
-                                        {"btn_next", nullptr, ":/icons/dialogs/right.svg", 8}},
-                                       {{"btn_backquote", "`~ёЁ", nullptr},
-                                        {"btn_1", "1!1!", nullptr},
-                                        {"btn_2", "2@2\"", nullptr},
-                                        {"btn_3", "3#3№", nullptr},
-                                        {"btn_4", "4$4;", nullptr},
-                                        {"btn_5", "5%5%", nullptr},
-                                        {"btn_6", "6^6:", nullptr},
-                                        {"btn_7", "7&7?", nullptr},
-                                        {"btn_8", "8*8*", nullptr},
-                                        {"btn_9", "9(9(", nullptr},
-                                        {"btn_0", "0)0)", nullptr},
-                                        {"btn_dash", "-_-_", nullptr},
-                                        {"btn_equal", "=+=+", nullptr},
-                                        {"btn_backspace", nullptr, "Backspace", 8}},
-                                       {{"btn_tab", nullptr, "Tab", 6},
-                                        {"btn_q", "qQйЙ", nullptr},
-                                        {"btn_w", "wWцЦ", nullptr},
-                                        {"btn_e", "eEуУ", nullptr},
-                                        {"btn_r", "rRкК", nullptr},
-                                        {"btn_t", "tTеЕ", nullptr},
-                                        {"btn_y", "yYнН", nullptr},
-                                        {"btn_u", "uUгГ", nullptr},
-                                        {"btn_i", "iIшШ", nullptr},
-                                        {"btn_o", "oOщЩ", nullptr},
-                                        {"btn_p", "pPзЗ", nullptr},
-                                        {"btn_startbracket", "[{хХ", nullptr},
-                                        {"btn_endbracket", "]}ъЪ", nullptr},
-                                        {"btn_backslash", "\\|\\/", nullptr, 6}},
-                                       {{"btn_caps", nullptr, "Caps", 7},
-                                        {"btn_a", "aAфФ", nullptr},
-                                        {"btn_s", "sSыЫ", nullptr},
-                                        {"btn_d", "dDвВ", nullptr},
-                                        {"btn_f", "fFаА", nullptr},
-                                        {"btn_g", "gGпП", nullptr},
-                                        {"btn_h", "hHрР", nullptr},
-                                        {"btn_j", "jJоО", nullptr},
-                                        {"btn_k", "kKлЛ", nullptr},
-                                        {"btn_l", "lLдД", nullptr},
-                                        {"btn_semicolon", ";:жЖ", nullptr},
-                                        {"btn_apostrophe", "'\"эЭ", nullptr},
-                                        {"btn_enter", nullptr, ":/icons/dialogs/enter.svg", 9}},
-                                       {{"btn_lshift", nullptr, "Shift", 9},
-                                        {"btn_z", "zZяЯ", nullptr},
-                                        {"btn_x", "xXчЧ", nullptr},
-                                        {"btn_c", "cCсС", nullptr},
-                                        {"btn_v", "vVмМ", nullptr},
-                                        {"btn_b", "bBиИ", nullptr},
-                                        {"btn_n", "nNтТ", nullptr},
-                                        {"btn_m", "mMьЬ", nullptr},
-                                        {"btn_comma", ",<бБ", nullptr},
-                                        {"btn_period", ".>юЮ", nullptr},
-                                        {"btn_slash", "/?.,", nullptr},
-                                        {"btn_rshift", nullptr, "Shift", 11}},
-                                       {{"btn_lang", nullptr, ":/icons/dialogs/language.svg", 9},
-                                        {"btn_space", nullptr, "Space", 40},
-                                        {nullptr, nullptr, nullptr, 11}}};
-    return table;
-}
+    constexpr Row() = default;
+    template <std::size_t Count>
+    constexpr Row(const Key (&keys)[Count]) : first(keys), last(keys + Count)
+    {
+    }
+    const Key *begin() const { return first; }
+    const Key *end() const { return last; }
+
+    const Key *first = nullptr;
+    const Key *last = nullptr;
+};
+
+constexpr Row rows[] = {{}, editingRow, digitsRow, upperRow, middleRow, lowerRow, bottomRow};
 
 bool isIcon(const Key &key)
 {
@@ -130,7 +124,7 @@ void VirtualKeyboardForm::addRow(QDialog *dialog, int row)
     verticalLayout->addLayout(layout, row == 0 ? 0 : 1);
     if (row == 0)
         layout->addWidget(edValue);
-    for (const Key &key : rows()[row]) {
+    for (const Key &key : rows[row]) {
         if (!key.name) {
             layout->addStretch(key.width);
             continue;
@@ -151,7 +145,7 @@ void VirtualKeyboardForm::setupUi(QDialog *dialog)
     verticalLayout = new QVBoxLayout(dialog);
     verticalLayout->setObjectName(QStringLiteral("verticalLayout"));
     verticalLayout->setSpacing(spacing);
-    for (int row = 0; row < rows().size(); ++row)
+    for (int row = 0; row < int(std::size(rows)); ++row)
         addRow(dialog, row);
     takeControlKeys();
     for (QPushButton *button : {btn_caps, btn_lshift, btn_rshift})
@@ -191,7 +185,7 @@ void VirtualKeyboardForm::retranslateUi(QDialog *dialog)
 {
     dialog->setProperty("Languages", QStringList{QStringLiteral("En"), QStringLiteral("Ru")});
     auto button = keys.cbegin();
-    for (const Row &row : rows()) {
+    for (const Row &row : rows) {
         for (const Key &key : row) {
             if (!key.name)
                 continue;
