@@ -33,7 +33,6 @@ struct Key
 constexpr Key editingRow[] = {{"btn_esc", nullptr, "Esc", 8},
                               {nullptr, nullptr, nullptr, 28},
                               {"btn_clear", nullptr, "Clear", 8},
-                              {nullptr, nullptr, nullptr, 8},
                               {"btn_prev", nullptr, ":/icons/dialogs/left.svg", 8},
                               {"btn_next", nullptr, ":/icons/dialogs/right.svg", 8}};
 constexpr Key digitsRow[] = {
