@@ -3,6 +3,7 @@
 #include "nodes/actions/actionAuthUser.h"
 #include "nodes/actions/actionChangeComposition.h"
 #include "nodes/actions/actionCloseWindow.h"
+#include "nodes/actions/actionShowMenu.h"
 #include "nodes/actions/actionShowWindow.h"
 #include "nodes/actions/actionToggleWindow.h"
 #include "nodes/actions/actionWriteValue.h"
@@ -23,6 +24,8 @@
 #include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/drivers/simulator/simulatorDriver.h"
 #include "nodes/drivers/simulator/simulatorSignal.h"
+#include "nodes/menus/BasicMenu.h"
+#include "nodes/menus/BasicMenuItem.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/signals/memorySignal.h"
@@ -102,8 +105,12 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(widgetBargraph::Kind());
     table.Add(widgetRecorderDigitalDisplay::Kind());
     table.Add(recorderChannel::Kind());
+    // Menus
+    table.Add(BasicMenu::Kind());
+    table.Add(BasicMenuItem::Kind());
     // Actions
     table.Add(actionAuthUser::Kind());
+    table.Add(actionShowMenu::Kind());
     table.Add(actionShowWindow::Kind());
     table.Add(actionCloseWindow::Kind());
     table.Add(actionToggleWindow::Kind());

@@ -3,6 +3,7 @@
 #include "widgets/actions/qactionAuthUser.h"
 #include "widgets/actions/qactionChangeComposition.h"
 #include "widgets/actions/qactionCloseWindow.h"
+#include "widgets/actions/qactionShowMenu.h"
 #include "widgets/actions/qactionShowWindow.h"
 #include "widgets/actions/qactionToggleWindow.h"
 #include "widgets/actions/qactionWriteValue.h"
@@ -19,6 +20,7 @@ ActionFactoryTable::ActionFactoryTable()
     add<qactionWriteValue>(0x10005);
     add<qactionAuthUser>(0x10009);
     add<qactionToggleWindow>(0x1000a);
+    add<qactionShowMenu>(0x1000c);
 }
 
 const ActionFactoryTable &ActionFactoryTable::instance()

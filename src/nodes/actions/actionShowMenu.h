@@ -1,0 +1,54 @@
+#pragma once
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/values/Alignment.h"
+#include "nodes/values/NColor.h"
+#include "nodes/values/NFont.h"
+#include "nodes/values/NPoint.h"
+
+namespace Nodes {
+
+/// Pops up an operator menu and gives it and its nested menus their look.
+class NODES_EXPORT actionShowMenu : public BasicAction
+{
+public:
+    static KindInfo Kind();
+
+    /// The first one is shown.
+    const NodeLinks &GetMenus() const { return m_menus; }
+    /// Top-left corner on the display where the action was triggered.
+    NPoint GetPoint() const { return {m_x, m_y}; }
+
+    NColor GetMenuBackgroundColor() const { return m_menuBackground; }
+    NColor GetBackgroundColor() const { return m_background; }
+    NColor GetHoverBackgroundColor() const { return m_hoverBackground; }
+    NColor GetBorderColor() const { return m_borderColor; }
+    NColor GetTextColor() const { return m_textColor; }
+    int GetBorderWidth() const { return m_borderWidth; }
+    NFont GetFont() const { return {m_family, m_pointSize, m_isBold}; }
+    enAlignmentHorizontal GetHorizontalAlignment() const
+    {
+        return enAlignmentHorizontal(m_horizontal);
+    }
+    enAlignmentVertical GetVerticalAlignment() const { return enAlignmentVertical(m_vertical); }
+
+    void Validate(ValidationResults &results) const override;
+
+private:
+    NodeLinks m_menus;
+    int m_x = 0;
+    int m_y = 0;
+    NColor m_menuBackground{213, 217, 220};
+    NColor m_background{238, 240, 242};
+    NColor m_hoverBackground{180, 189, 196};
+    NColor m_borderColor{120, 126, 132};
+    NColor m_textColor{32, 38, 44};
+    int m_borderWidth = 1;
+    std::string m_family = "DejaVu Sans";
+    int m_pointSize = 12;
+    bool m_isBold = false;
+    int m_horizontal = AlignmentLeft;
+    int m_vertical = AlignmentVCenter;
+};
+
+} // namespace Nodes

@@ -1,0 +1,49 @@
+#include "widgets/actions/qactionShowMenu.h"
+
+#include "widgets/menus/MirelMenu.h"
+#include "widgets/windows/Screens.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/actionShowMenu.h"
+#include "nodes/menus/BasicMenu.h"
+#include "utils/ValueConversions.h"
+
+#include <QPointer>
+#include <QScreen>
+
+namespace Widgets {
+
+namespace {
+
+// A point beyond the display means its edge, not the display beside it. The menu itself moves
+// away from the edges.
+QPoint onScreen(const QPoint &point, const QScreen *screen)
+{
+    if (!screen)
+        return point;
+    const QRect area = screen->geometry();
+    const QPoint there = area.topLeft() + point;
+    return {qBound(area.left(), there.x(), area.right()),
+            qBound(area.top(), there.y(), area.bottom())};
+}
+
+} // namespace
+
+void qactionShowMenu::Execute()
+{
+    auto *node = nodeAs<Nodes::actionShowMenu>();
+    if (!node || node->GetMenus().empty())
+        return;
+    auto *menuNode = dynamic_cast<Nodes::BasicMenu *>(node->GetMenus().front().GetNode());
+    if (!menuNode)
+        return;
+    const int display = targetDisplay(0);
+    // On the heap and guarded: the frame it belongs to may go while the menu is up.
+    QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
+    const QPointer<MirelMenu> menu = new MirelMenu(node, menuNode, frame);
+    menu->exec(onScreen(Utils::NPointToQPoint(node->GetPoint()), ScreenAt(display)));
+    if (menu)
+        menu->deleteLater();
+}
+
+} // namespace Widgets

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "widgets/actions/qBasicAction.h"
+
+namespace Widgets {
+
+/// Pops up the first of the node's menus on the display where it was triggered and waits until the
+/// operator is done with it. Nothing happens when the node names no menu.
+class qactionShowMenu : public qBasicAction
+{
+public:
+    using qBasicAction::qBasicAction;
+    void Execute() override;
+};
+
+} // namespace Widgets

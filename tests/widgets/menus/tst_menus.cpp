@@ -1,0 +1,228 @@
+#include "support/FakeScreens.h"
+#include "support/RuntimeProject.h"
+
+#include "widgets/menus/MirelMenu.h"
+#include "widgets/menus/PushButtonMenuItem.h"
+#include "widgets/menus/WidgetAction.h"
+
+#include "nodes/actions/actionShowMenu.h"
+#include "nodes/menus/BasicMenu.h"
+#include "nodes/menus/BasicMenuItem.h"
+#include "nodes/model/ResourceLink.h"
+
+#include <QTemporaryDir>
+
+using namespace Widgets;
+
+namespace {
+
+constexpr const char *plant = R"(
+<frame id="8" name="F1" display="1"/><frame id="7" name="F2" display="2"/>
+<window id="10" name="W" x="30" y="40" width="200" height="100"/>
+<memorySignal id="30" name="S" type="int" writable="true"/>
+<actionWriteValue id="40" name="one" signal="30" value="1"/>
+<actionWriteValue id="41" name="two" signal="30" value="2"/>
+<actionShowWindow id="42" name="open" window="10"/>
+<menu id="50" name="Насосы" entryWidth="240" entryHeight="48" pictures="true">
+    <menuItem id="51" name="Пуск" actions="40" picture="red.png"/>
+    <folder id="55" name="no entry"/>
+    <menu id="52" name="Режим работы"><menuItem id="53" name="Автомат" actions="41"/></menu>
+    <menuItem id="54" name="Открыть" actions="42"/>
+</menu>
+<menu id="60" name="Empty"/><menuItem id="61" name="alone"/>
+<actionShowMenu id="70" name="menu" menus="50" x="100" y="120"/>
+<actionShowMenu id="71" name="far" menus="50" x="5000" y="5000"/>
+<actionShowMenu id="72" name="none" menus=""/>)";
+
+struct Rig : RuntimeProject
+{
+    Rig() : RuntimeProject(plant) { record({30}); }
+    Nodes::actionShowMenu *look() const { return node<Nodes::actionShowMenu>(70); }
+    Nodes::BasicMenu *menuNode(unsigned long id = 50) const { return node<Nodes::BasicMenu>(id); }
+};
+
+PushButtonMenuItem *entry(const QMenu &menu, int number)
+{
+    return qobject_cast<WidgetAction *>(menu.actions().at(number))->item();
+}
+
+QString hovered(const QMenu &menu)
+{
+    QStringList names;
+    for (int i = 0; i < menu.actions().size(); ++i)
+        if (entry(menu, i)->isHovered())
+            names << entry(menu, i)->text();
+    return names.join(',');
+}
+
+MirelMenu *popup()
+{
+    return qobject_cast<MirelMenu *>(QApplication::activePopupWidget());
+}
+
+void keepPicture(QWidget &widget, const char *name)
+{
+    const QString folder = qEnvironmentVariable("STATION_TEST_PICTURES");
+    if (!folder.isEmpty())
+        QVERIFY(widget.grab().save(folder + '/' + name));
+}
+
+} // namespace
+
+class MenusTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { FakeScreens::install(2); }
+    void buildsEntries();
+    void mouseRunsItemsOnce();
+    void keysWork_data();
+    void keysWork();
+    void marksOneEntry();
+    void staysOnItsDisplay();
+    void showsPictures();
+};
+
+void MenusTest::buildsEntries()
+{
+    const Rig rig;
+    MirelMenu menu(rig.look(), rig.menuNode());
+    QCOMPARE(menu.title(), QString("Насосы"));
+    QStringList texts;
+    for (int i = 0; i < menu.actions().size(); ++i) {
+        texts << entry(menu, i)->text();
+        QCOMPARE(entry(menu, i)->sizeHint(), QSize(240, 48));
+    }
+    QCOMPARE(texts.join(','), QString("Пуск,Режим работы,Открыть"));
+    QCOMPARE(menu.actions()[1]->menu()->actions().size(), 1);
+    QVERIFY(!menu.actions()[0]->menu());
+    menu.createMenu(nullptr);
+    QCOMPARE(menu.actions().size(), 3);
+    QVERIFY(MirelMenu(rig.look(), rig.menuNode(60)).isEmpty());
+    const PushButtonMenuItem alone(rig.look(), rig.node<Nodes::BasicMenuItem>(61));
+    QCOMPARE(alone.sizeHint(), QSize(0, 0));
+}
+
+void MenusTest::mouseRunsItemsOnce()
+{
+    Rig rig;
+    MirelMenu menu(rig.look(), rig.menuNode());
+    menu.popup({100, 100});
+    QTest::mouseMove(entry(menu, 1));
+    QTest::mouseClick(entry(menu, 1), Qt::LeftButton);
+    QTRY_VERIFY(menu.actions()[1]->menu()->isVisible());
+    QVERIFY(rig.recorded.isEmpty());
+    keepPicture(menu, "menu.png");
+    QTest::mouseMove(entry(menu, 0));
+    QTest::mouseClick(entry(menu, 0), Qt::LeftButton);
+    QTRY_COMPARE(rig.value(30), Nodes::SignalValue(1));
+    QVERIFY(!menu.isVisible());
+    menu.popup({100, 100});
+    QTest::keyClick(&menu, Qt::Key_Down);
+    QTest::keyClick(&menu, Qt::Key_Return);
+    QTRY_COMPARE(rig.recorded.size(), 2);
+}
+
+void MenusTest::keysWork_data()
+{
+    QTest::addColumn<QVector<int>>("keys");
+    QTest::addColumn<Nodes::SignalValue>("written");
+    using Keys = QVector<int>;
+    QTest::newRow("enter on the first")
+        << Keys{Qt::Key_Down, Qt::Key_Return} << Nodes::SignalValue(1);
+    QTest::newRow("into the submenu")
+        << Keys{Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return} << Nodes::SignalValue(2);
+    QTest::newRow("escape") << Keys{Qt::Key_Down, Qt::Key_Escape} << Nodes::SignalValue();
+}
+
+void MenusTest::keysWork()
+{
+    QFETCH(QVector<int>, keys);
+    Rig rig;
+    bool wasShown = false;
+    QTimer typist;
+    connect(&typist, &QTimer::timeout, this, [&] {
+        if (!popup())
+            return;
+        typist.stop();
+        wasShown = true;
+        for (const int key : keys)
+            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key(key));
+    });
+    typist.start(5);
+    rig.push(70);
+    QTRY_VERIFY(wasShown);
+    QTRY_VERIFY(!popup());
+    QFETCH(Nodes::SignalValue, written);
+    QTRY_COMPARE(rig.value(30), written);
+    QCOMPARE(rig.recorded.size(), written.IsEmpty() ? 0 : 1);
+}
+
+void MenusTest::marksOneEntry()
+{
+    const Rig rig;
+    MirelMenu menu(rig.look(), rig.menuNode());
+    menu.popup({100, 100});
+    QCOMPARE(hovered(menu), QString());
+    for (const char *name : {"Пуск", "Режим работы", "Открыть"}) {
+        QTest::keyClick(&menu, Qt::Key_Down);
+        QCOMPARE(hovered(menu), QString(name));
+    }
+    QTest::keyClick(&menu, Qt::Key_Up);
+    QTest::keyClick(&menu, Qt::Key_Right);
+    QMenu *nested = menu.actions()[1]->menu();
+    QTRY_COMPARE(hovered(*nested), QString("Автомат"));
+    QCOMPARE(hovered(menu), QString("Режим работы"));
+    menu.hide();
+    QCOMPARE(hovered(menu), QString());
+}
+
+// Opened beyond the edge of the second display; the window its item opens appears there too.
+void MenusTest::staysOnItsDisplay()
+{
+    Rig rig;
+    rig.manager->Start();
+    QTimer finger;
+    QRect shown;
+    connect(&finger, &QTimer::timeout, this, [&] {
+        MirelMenu *menu = popup();
+        if (!menu)
+            return;
+        finger.stop();
+        shown = menu->frameGeometry();
+        QTest::mouseMove(entry(*menu, 2));
+        QTest::mouseClick(entry(*menu, 2), Qt::LeftButton);
+    });
+    finger.start(5);
+    rig.push(72);
+    rig.push(71, 1);
+    QTRY_COMPARE(rig.openWindows(10), 1);
+    QVERIFY(shown.width() >= 240);
+    QVERIFY(QRect(FakeScreens::topLeft(1), FakeScreens::Size).contains(shown));
+    const QWidget *window = rig.manager->GetWindow(10);
+    QTRY_COMPARE(window->mapToGlobal(QPoint()), FakeScreens::topLeft(1) + QPoint(30, 40));
+}
+
+void MenusTest::showsPictures()
+{
+    QTemporaryDir folder;
+    QImage red(8, 8, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QVERIFY(red.save(folder.filePath("red.png")));
+    const Rig rig;
+    Nodes::ResourceLink::SetBaseDirectory(folder.path().toStdString());
+    const auto redAt = [&](int number) {
+        MirelMenu menu(rig.look(), rig.menuNode());
+        PushButtonMenuItem *shown = entry(menu, number);
+        shown->resize(shown->sizeHint());
+        return shown->grab().toImage().pixelColor(28, 24) == QColor(Qt::red);
+    };
+    QVERIFY(redAt(0));
+    QVERIFY(!redAt(2));
+    QVERIFY(rig.menuNode()->SetPropertyText("pictures", "false"));
+    QVERIFY(!redAt(0));
+}
+
+QTEST_MAIN(MenusTest)
+#include "tst_menus.moc"
