@@ -11,6 +11,7 @@ namespace Nodes {
 class NODES_EXPORT currentUser : public BasicSignal
 {
 public:
+    currentUser() { SetValueType(enSignalValueType::String); }
     static KindInfo Kind();
     Result Start() override;
     Result Stop() override;

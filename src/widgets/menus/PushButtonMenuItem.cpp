@@ -157,8 +157,9 @@ QRect PushButtonMenuItem::paintSubmenuMark(QPainter &painter, const QRect &area)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(painter.pen().color());
     painter.setPen(Qt::NoPen);
-    painter.drawPolygon(
-        QPolygonF{tip, tip + QPointF(-1.2 * half, -half), tip + QPointF(-1.2 * half, half)});
+    const QPointF triangle[] = {tip, tip + QPointF(-1.2 * half, -half),
+                                tip + QPointF(-1.2 * half, half)};
+    painter.drawConvexPolygon(triangle, 3);
     painter.restore();
     return area.adjusted(0, 0, -2 * half - gap, 0);
 }
