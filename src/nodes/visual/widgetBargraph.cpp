@@ -6,6 +6,8 @@
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
 
+#include <cmath>
+
 namespace Nodes {
 
 namespace {
@@ -73,11 +75,12 @@ std::string widgetBargraph::GetUnit() const
 std::string widgetBargraph::GetDisplayText() const
 {
     const SignalValue value = GetValue();
-    if (value.GetQuality() == Quality::Bad)
+    const double number = value.ToDouble();
+    if (value.GetQuality() == Quality::Bad || std::isnan(number))
         return NoValueText;
     const BasicSignal *signal = GetSignal();
     const std::string unit = GetUnit();
-    return FormatFixed(value.ToDouble(), signal ? signal->GetDecimals() : 1) +
+    return FormatFixed(number, signal ? signal->GetDecimals() : 1) +
            (unit.empty() ? "" : " " + unit);
 }
 

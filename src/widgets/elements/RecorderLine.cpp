@@ -10,6 +10,8 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include <cmath>
+
 namespace Widgets {
 
 namespace {
@@ -69,10 +71,11 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     line.value = QStringLiteral("----");
     if (hasExtremes)
         line.extremes = extremesOf(channel);
-    if (line.quality == Nodes::Quality::Bad)
+    const double number = value.ToDouble();
+    if (line.quality == Nodes::Quality::Bad || std::isnan(number))
         return line;
-    line.value = QString::fromStdString(channel.FormatNumber(value.ToDouble()));
-    line.zone = channel.GetZones().GetZone(value.ToDouble());
+    line.value = QString::fromStdString(channel.FormatNumber(number));
+    line.zone = channel.GetZones().GetZone(number);
     return line;
 }
 
