@@ -56,6 +56,28 @@
 
 namespace Nodes {
 
+namespace {
+
+void addElements(KindTable &table)
+{
+    table.Add(widgetLabel::Kind());
+    table.Add(widgetMultiLabel::Kind());
+    table.Add(widgetState::Kind());
+    table.Add(widgetButton::Kind());
+    table.Add(widgetImage::Kind());
+    table.Add(widgetMultiImage::Kind());
+    table.Add(widgetMovingImage::Kind());
+    table.Add(widgetComboBox::Kind());
+    table.Add(comboItem::Kind());
+    table.Add(widgetCheckBox::Kind());
+    table.Add(widgetEditBox::Kind());
+    table.Add(widgetBargraph::Kind());
+    table.Add(widgetRecorderDigitalDisplay::Kind());
+    table.Add(recorderChannel::Kind());
+}
+
+} // namespace
+
 void AddBuiltInKinds(KindTable &table)
 {
     // System
@@ -91,20 +113,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(windowComposed::Kind());
     table.Add(BasicComposition::Kind());
     table.Add(BasicLayer::Kind());
-    table.Add(widgetLabel::Kind());
-    table.Add(widgetMultiLabel::Kind());
-    table.Add(widgetState::Kind());
-    table.Add(widgetButton::Kind());
-    table.Add(widgetImage::Kind());
-    table.Add(widgetMultiImage::Kind());
-    table.Add(widgetMovingImage::Kind());
-    table.Add(widgetComboBox::Kind());
-    table.Add(comboItem::Kind());
-    table.Add(widgetCheckBox::Kind());
-    table.Add(widgetEditBox::Kind());
-    table.Add(widgetBargraph::Kind());
-    table.Add(widgetRecorderDigitalDisplay::Kind());
-    table.Add(recorderChannel::Kind());
+    addElements(table);
     // Menus
     table.Add(BasicMenu::Kind());
     table.Add(BasicMenuItem::Kind());
