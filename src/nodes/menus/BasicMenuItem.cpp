@@ -8,9 +8,9 @@ KindInfo BasicMenuItem::Kind()
 {
     return KindBuilder::For<BasicMenuItem>(NodeType::enNodeSubtype(0xB002), "menuItem", "Menu item",
                                            "Пункт меню")
-        .Property<&BasicMenuItem::m_actions>(18010, "actions", "Actions", "Действия")
+        .Property<&BasicMenuItem::m_actions>(21010, "actions", "Actions", "Действия")
         .Refers({NodeType::TypeAction, NodeType::TypeArchiverAction})
-        .Property<&BasicMenuItem::m_picture>(18011, "picture", "Picture", "Рисунок");
+        .Property<&BasicMenuItem::m_picture>(21011, "picture", "Picture", "Рисунок");
 }
 
 } // namespace Nodes

@@ -10,6 +10,8 @@ constexpr const char *keyStyle =
     "QLineEdit { background: #ffffff; border: 1px solid #6b757d; border-radius: 3px;"
     " padding: 0 8px; }"
     "QLineEdit:focus { border: 2px solid #37424b; padding: 0 7px; }"
+    "QAbstractItemView { background: #ffffff; color: #20262c;"
+    " selection-background-color: #4a535b; selection-color: #ffffff; }"
     "QPushButton { background: #f4f6f7; color: #20262c; border: 1px solid #8a949b;"
     " border-radius: 4px; }"
     "QPushButton[isControlKey=\"true\"] { background: #e3e7ea; }"
