@@ -29,6 +29,10 @@ std::shared_ptr<const AccessRules::Tree> AccessRules::Survey(const NodesCollecti
     tree->parents.reserve(project.GetNodeCount());
     if (const ConfigNode *root = project.GetRoot())
         survey(*root, *tree);
+    for (const ConfigNode *instance : project.GetInstances()) {
+        tree->parents.emplace(instance->GetId(), instance->GetParent()->GetId());
+        survey(*instance, *tree);
+    }
     return tree;
 }
 

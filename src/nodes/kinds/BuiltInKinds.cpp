@@ -1,10 +1,20 @@
 #include "nodes/kinds/BuiltInKinds.h"
 
+#include "nodes/actions/actionArchiverDBMgr.h"
 #include "nodes/actions/actionAuthUser.h"
 #include "nodes/actions/actionChangeComposition.h"
+#include "nodes/actions/actionChangeCompositionTemplate.h"
 #include "nodes/actions/actionCloseWindow.h"
+#include "nodes/actions/actionCreateEvent.h"
+#include "nodes/actions/actionExecuteScript.h"
+#include "nodes/actions/actionLaunchProcess.h"
+#include "nodes/actions/actionNodeCommand.h"
+#include "nodes/actions/actionOverrideCursor.h"
+#include "nodes/actions/actionPlaySound.h"
+#include "nodes/actions/actionRestoreCursor.h"
 #include "nodes/actions/actionShowMenu.h"
 #include "nodes/actions/actionShowWindow.h"
+#include "nodes/actions/actionShowWindowTemplate.h"
 #include "nodes/actions/actionToggleWindow.h"
 #include "nodes/actions/actionWriteValue.h"
 #include "nodes/alarms/alarmDiscrete.h"
@@ -33,6 +43,10 @@
 #include "nodes/system/BasicProject.h"
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemVisualization.h"
+#include "nodes/templates/compositionTemplate.h"
+#include "nodes/templates/templateArgument.h"
+#include "nodes/templates/templateParameter.h"
+#include "nodes/templates/windowTemplate.h"
 #include "nodes/timers/operationTimer.h"
 #include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicFrame.h"
@@ -111,7 +125,10 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(BasicFrame::Kind());
     table.Add(BasicWindow::Kind());
     table.Add(windowComposed::Kind());
+    table.Add(windowTemplate::Kind());
     table.Add(BasicComposition::Kind());
+    table.Add(compositionTemplate::Kind());
+    table.Add(templateParameter::Kind());
     table.Add(BasicLayer::Kind());
     addElements(table);
     // Menus
@@ -125,6 +142,17 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(actionToggleWindow::Kind());
     table.Add(actionChangeComposition::Kind());
     table.Add(actionWriteValue::Kind());
+    table.Add(actionArchiverDBMgr::Kind());
+    table.Add(actionChangeCompositionTemplate::Kind());
+    table.Add(actionCreateEvent::Kind());
+    table.Add(actionExecuteScript::Kind());
+    table.Add(actionLaunchProcess::Kind());
+    table.Add(actionNodeCommand::Kind());
+    table.Add(actionOverrideCursor::Kind());
+    table.Add(actionPlaySound::Kind());
+    table.Add(actionRestoreCursor::Kind());
+    table.Add(actionShowWindowTemplate::Kind());
+    table.Add(templateArgument::Kind());
 }
 
 } // namespace Nodes

@@ -31,6 +31,7 @@ constexpr std::array familyNames{
     FamilyName{NodeType::TypeChartItem, "Элементы графиков"},
     FamilyName{NodeType::TypeReportItem, "Элементы отчётов"},
     FamilyName{NodeType::TypeArchive, "Архивы"},
+    FamilyName{NodeType::TypeArgument, "Аргументы"},
     FamilyName{NodeType::TypeAction, "Действия"},
     FamilyName{NodeType::TypeFrame, "Фреймы"},
     FamilyName{NodeType::TypeWindow, "Окна"},

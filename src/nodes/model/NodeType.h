@@ -28,6 +28,7 @@ public:
         TypeChartItem = 12,
         TypeReportItem = 13,
         TypeArchive = 14,
+        TypeArgument = 15,
         TypeAction = 16,
         TypeFrame = 17,
         TypeWindow = 18,
@@ -43,6 +44,7 @@ public:
         SubtypeStation = 0x1002,
         SubtypeUnknown = 0x1FFF, ///< element of a kind this program does not know, kept verbatim
         SubtypeFolder = 0x2001,
+        SubtypeTemplateParameter = 0x5011,
         SubtypeOperationTimer = 0xA00A,
         SubtypeWindow = 0x12001,
         SubtypeWindowComposed = 0x12003,

@@ -47,6 +47,14 @@ public:
     std::unique_ptr<ConfigNode> TakeClone(const NodeLink &clone);
     /// Holds and indexes a detached node until TakeClone. On Duplicate the node is untouched.
     [[nodiscard]] Result HoldClone(std::unique_ptr<ConfigNode> &node, bool renameOnInsert);
+    /// Copy of `source` with fresh ids, held until TakeClone. It hangs below `below` for paths and
+    /// rights without being one of its children: it is neither shown in the tree nor saved. Links
+    /// within it follow; links to an id of `replaced` lead to the node given there instead.
+    /// Null when an id is taken.
+    ConfigNode *Instantiate(const ConfigNode &source, ConfigNode &below, std::string name,
+                            std::unordered_map<unsigned long, unsigned long> replaced);
+    /// Nodes held that hang below one of the tree.
+    std::vector<const ConfigNode *> GetInstances() const;
     /// True once for a clone whose name is to be made unique by whoever inserts it.
     bool takeRenameMark(unsigned long id) { return m_renameOnInsert.erase(id) != 0; }
 

@@ -42,6 +42,33 @@ Result NodesCollection::HoldClone(std::unique_ptr<ConfigNode> &node, bool rename
     return Result();
 }
 
+ConfigNode *NodesCollection::Instantiate(const ConfigNode &source, ConfigNode &below,
+                                         std::string name, IdMap replaced)
+{
+    std::unique_ptr<ConfigNode> copy = NodesArray::CreateNodeCopy(source.GetNodeType(), &source);
+    IdMap ids;
+    renumber(*copy, ids);
+    for (const auto &[from, to] : replaced)
+        ids[from] = to;
+    RemapLinks(*copy, ids);
+    copy->SetName(std::move(name));
+    ConfigNode *instance = copy.get();
+    if (!HoldClone(copy, false))
+        return nullptr;
+    instance->m_parent = &below;
+    return instance;
+}
+
+std::vector<const ConfigNode *> NodesCollection::GetInstances() const
+{
+    std::vector<const ConfigNode *> instances;
+    for (const auto &[id, clone] : m_clones) {
+        if (clone->GetParent())
+            instances.push_back(clone.get());
+    }
+    return instances;
+}
+
 Result NodesCollection::CloneNodes(const NodesArray &nodes, NodesArray &clones, bool adopt)
 {
     IdMap ids;

@@ -4,16 +4,21 @@
 
 namespace Nodes {
 
-KindInfo BasicComposition::Kind()
+void BasicComposition::Describe(KindBuilder &builder)
 {
-    return KindBuilder::For<BasicComposition>(NodeType::SubtypeComposition, "composition",
-                                              "Composition", "Композиция")
-        .Property<&BasicComposition::m_width>(11003, "width", "Width", "Ширина")
+    builder.Property<&BasicComposition::m_width>(11003, "width", "Width", "Ширина")
         .Range(1, 32767)
         .Property<&BasicComposition::m_height>(11004, "height", "Height", "Высота")
         .Range(1, 32767)
         .Property<&BasicComposition::m_isKept>(19001, "keep", "Keep", "Сохранять при смене")
         .Children({NodeType::TypeLayer});
+}
+
+KindInfo BasicComposition::Kind()
+{
+    return KindBuilder::For<BasicComposition>(NodeType::SubtypeComposition, "composition",
+                                              "Composition", "Композиция")
+        .Inherit<BasicComposition>();
 }
 
 } // namespace Nodes

@@ -5,6 +5,8 @@
 
 namespace Nodes {
 
+class KindBuilder;
+
 /// A picture made of layers that a composed window shows; several windows may share one.
 class NODES_EXPORT BasicComposition : public ConfigNode
 {
@@ -15,6 +17,10 @@ public:
     /// Its scene is kept, stopped, while another composition is shown, so that coming back is
     /// immediate.
     bool isKept() const { return m_isKept; }
+
+protected:
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
 
 private:
     int m_width = 1280;

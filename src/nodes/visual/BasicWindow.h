@@ -18,6 +18,11 @@ public:
 
     static KindInfo Kind();
 
+    /// What the title bar shows: the node's name unless another text was set.
+    const std::string &GetTitle() const { return m_title.empty() ? GetName() : m_title; }
+    /// Run-time state, never saved; "" brings the name back.
+    void SetTitle(std::string title) { m_title = std::move(title); }
+
     NRect GetGeometry() const { return {m_x, m_y, m_width, m_height}; }
     enBorderType GetBorderType() const { return enBorderType(m_borderType); }
     bool HasCloseButton() const { return m_hasCloseButton; }
@@ -38,6 +43,7 @@ protected:
     friend class KindBuilder;
 
 private:
+    std::string m_title;
     int m_x = 0;
     int m_y = 0;
     int m_width = 800;

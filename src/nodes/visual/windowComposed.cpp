@@ -20,6 +20,11 @@ BasicComposition *windowComposed::GetComposition() const
     return dynamic_cast<BasicComposition *>(m_composition.GetNode());
 }
 
+void windowComposed::SetComposition(const BasicComposition *composition)
+{
+    m_composition = composition;
+}
+
 BasicComposition *windowComposed::GetCurrentComposition() const
 {
     auto *current = dynamic_cast<BasicComposition *>(m_current.GetNode());

@@ -14,6 +14,8 @@ public:
 
     /// Composition shown first, as configured; null when none is set or it is gone.
     BasicComposition *GetComposition() const;
+    /// For windows that are made for a composition: before they are shown.
+    void SetComposition(const BasicComposition *composition);
     /// Composition shown now: the one loaded last, else the configured one.
     BasicComposition *GetCurrentComposition() const;
     /// Records the composition as the one shown now; run-time state, never saved.

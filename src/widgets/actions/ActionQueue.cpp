@@ -86,6 +86,17 @@ Nodes::BasicAction *ActionQueue::copyNode(Nodes::BasicAction &node)
     return action;
 }
 
+bool ActionQueue::hasCopyBelow(const Nodes::ConfigNode &node)
+{
+    const std::lock_guard<std::mutex> lock(m_copiesMutex);
+    return std::any_of(m_copies.cbegin(), m_copies.cend(), [&node](const auto &copy) {
+        const Nodes::ConfigNode *above = copy.first->GetParent();
+        while (above && above != &node)
+            above = above->GetParent();
+        return above != nullptr;
+    });
+}
+
 void ActionQueue::freeRetiredCopies()
 {
     std::vector<std::unique_ptr<Nodes::ConfigNode>> freed;

@@ -34,6 +34,10 @@ public:
     /// thousands are pushed at once.
     static constexpr int MaximumInFlight = 128;
 
+    /// Actions in the queue at any time; whoever pushes asks isFull first.
+    static constexpr int MaximumQueued = 50000;
+
+    bool isFull() const { return m_size.load(std::memory_order_relaxed) >= MaximumQueued; }
     /// Takes the actions over, all or in order between those of other threads.
     void append(const QVector<qBasicAction *> &actions);
     bool isEmpty() const { return m_size.load(std::memory_order_relaxed) == 0; }
@@ -45,6 +49,8 @@ public:
     /// Detached copy of an action node, owned here until its action is deleted and
     /// freeRetiredCopies was called; null when it cannot be copied.
     Nodes::BasicAction *copyNode(Nodes::BasicAction &node);
+    /// Whether any of the copies stands below that node.
+    bool hasCopyBelow(const Nodes::ConfigNode &node);
     /// Frees copies whose actions are gone. Node destructors look into the project's index:
     /// GUI thread only.
     void freeRetiredCopies();

@@ -7,7 +7,10 @@ namespace Widgets {
 qBasicAction::qBasicAction(Nodes::BasicAction *node) : m_node(node) {}
 
 qBasicAction::qBasicAction(const qBasicAction &other)
-    : m_node(other.m_node), m_state(other.GetState()), m_createdAt(other.m_createdAt)
+    : m_node(other.m_node),
+      m_state(other.GetState()),
+      m_createdAt(other.m_createdAt),
+      m_generation(other.m_generation)
 {
 }
 
@@ -15,6 +18,7 @@ qBasicAction &qBasicAction::operator=(const qBasicAction &other)
 {
     m_node = other.m_node;
     m_createdAt = other.m_createdAt;
+    m_generation = other.m_generation;
     setState(other.GetState());
     return *this;
 }

@@ -43,6 +43,11 @@ public:
     /// When the operator (or whoever asked) triggered it.
     Clock::time_point createdAt() const { return m_createdAt; }
 
+    /// How many actions, each pushed while another one ran, led to this one; 0 when the operator, a
+    /// timer or a value did.
+    int generation() const { return m_generation; }
+    void setGeneration(int generation) { m_generation = generation; }
+
 protected:
     /// The node copy as its own kind; null when it is another one.
     template <class Kind> Kind *nodeAs() const { return dynamic_cast<Kind *>(m_node); }
@@ -55,6 +60,7 @@ private:
     Nodes::BasicAction *m_node;
     std::atomic<enActionState> m_state{ActionCreated};
     Clock::time_point m_createdAt = Clock::now();
+    int m_generation = 0;
 };
 
 } // namespace Widgets

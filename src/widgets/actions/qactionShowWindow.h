@@ -7,6 +7,8 @@ class actionShowWindow;
 class BasicWindow;
 } // namespace Nodes
 
+class QWidget;
+
 namespace Widgets {
 
 class WindowBasic;
@@ -19,8 +21,9 @@ public:
     void Execute() override;
 
 private:
-    bool bringForward(const Nodes::actionShowWindow &node, const Nodes::BasicWindow &window) const;
-    void open(const Nodes::actionShowWindow &node, Nodes::BasicWindow &window) const;
+    /// The open window that the action's open mode takes instead of a new one.
+    static QWidget *findOpen(const Nodes::actionShowWindow &node, const Nodes::BasicWindow &window,
+                             int display);
 };
 
 } // namespace Widgets

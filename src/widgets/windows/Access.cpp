@@ -9,6 +9,13 @@
 
 namespace Widgets {
 
+namespace {
+
+constexpr int codeNoRights = 1320;
+constexpr int codeSilent = 403;
+
+} // namespace
+
 bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node)
 {
     const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->getCore() : nullptr;
@@ -19,6 +26,16 @@ bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node
 void ShowAccessDenied()
 {
     ShowActionError(QStringLiteral("Недостаточно прав для выполнения действия"));
+}
+
+void ShowActionResult(const Nodes::Result &result, const std::string &what)
+{
+    if (result || result.GetCode() == codeSilent)
+        return;
+    if (result.GetCode() == codeNoRights)
+        ShowAccessDenied();
+    else
+        ShowActionError(QString::fromStdString(what + ": " + result.GetResultTranslated()));
 }
 
 void ShowActionError(const QString &text)

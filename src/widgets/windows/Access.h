@@ -4,11 +4,14 @@
 
 #include "nodes/auth/AuthPriv.h"
 
+#include <string>
+
 class QString;
 
 namespace Nodes {
 class BasicNode;
-}
+class Result;
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -18,6 +21,8 @@ WIDGETS_EXPORT bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::
 
 /// Tells the operator, modally, that an action was refused for want of rights.
 WIDGETS_EXPORT void ShowAccessDenied();
+/// Tells the operator, modally, why `what` failed; nothing for success and silent refusals.
+WIDGETS_EXPORT void ShowActionResult(const Nodes::Result &result, const std::string &what);
 /// Tells the operator, modally, that an action failed.
 WIDGETS_EXPORT void ShowActionError(const QString &text);
 

@@ -104,7 +104,7 @@ void WindowBasic::onUpdateProperties()
 // An open window stands where its action or its frame put it: only a changed node moves it.
 void WindowBasic::takeRuntimeProperties()
 {
-    SetTitle(QString::fromStdString(m_node->GetName()));
+    SetTitle(QString::fromStdString(m_node->GetTitle()));
     const BasicWindow::enBorderType border = m_node->GetBorderType();
     m_isTitleVisible = border == BasicWindow::BorderResizable;
     m_isCloseButtonVisible = m_node->HasCloseButton();
@@ -140,7 +140,7 @@ void WindowBasic::updateGeometryWindow()
 {
     if (!m_node)
         return;
-    setWindowTitle(QString::fromStdString(m_node->GetName()));
+    setWindowTitle(QString::fromStdString(m_node->GetTitle()));
     setGeometry(QRect(QPoint(0, 0), geometryOf(*m_node).size()));
     if (!isRuntime())
         return;

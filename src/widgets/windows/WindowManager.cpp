@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLoggingCategory>
+#include <QThread>
 #include <QWidget>
 
 #include <utility>
@@ -40,8 +41,10 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     m_worker = new WindowManagerWorkerThread(m_queue, core, this);
     connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
             &WindowManager::OnActionExecuted);
-    connect(m_worker, &WindowManagerWorkerThread::actionsDeleted, this,
-            [this] { m_queue.freeRetiredCopies(); });
+    connect(m_worker, &WindowManagerWorkerThread::actionsDeleted, this, [this] {
+        m_queue.freeRetiredCopies();
+        emit actionsFreed();
+    });
     connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
     subscribeAlarms();
     subscribeTimers();
@@ -125,21 +128,54 @@ qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
     return copy ? table.create(copy) : nullptr;
 }
 
-void WindowManager::append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node)
+int WindowManager::pushedGeneration() const
 {
-    if (qBasicAction *action = CreateQAction(node))
-        actions.append(action);
-    else
+    const bool isHere = QThread::currentThread() == thread();
+    return isHere && m_executing ? m_executing->generation() + 1 : 0;
+}
+
+Nodes::Result WindowManager::checkLimits(const Nodes::BasicAction &node, int pushed)
+{
+    using Nodes::Result;
+    if (pushedGeneration() > MaximumChain) {
+        node.StoreMessage(Nodes::LevelWarning,
+                          "Действие отклонено: действия бесконечно вызывают друг друга",
+                          node.GetNodeLink());
+        return Result(&node, Result::LimitExceeded, "actions push each other without end");
+    }
+    if (!m_queue.isFull() && pushed < ActionQueue::MaximumQueued) {
+        m_isOverflowTold = false;
+        return {};
+    }
+    if (!m_isOverflowTold.exchange(true))
+        node.StoreMessage(Nodes::LevelWarning, "Действия отклоняются: очередь переполнена",
+                          node.GetNodeLink());
+    return Result(&node, Result::LimitExceeded, "the queue of actions is full");
+}
+
+Nodes::Result WindowManager::append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node)
+{
+    if (node) {
+        if (const Nodes::Result within = checkLimits(*node, actions.size()); !within)
+            return within;
+    }
+    qBasicAction *action = CreateQAction(node);
+    if (!action) {
         qCDebug(actionLog, "dropped: %s",
                 node ? node->GetPath().c_str() : "the action node does not exist");
+        return {};
+    }
+    action->setGeneration(pushedGeneration());
+    actions.append(action);
+    return {};
 }
 
 Nodes::Result WindowManager::PushAction(Nodes::BasicAction *action)
 {
     QVector<qBasicAction *> actions;
-    append(actions, action);
+    const Nodes::Result appended = append(actions, action);
     m_queue.append(actions);
-    return {};
+    return appended;
 }
 
 Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
@@ -150,10 +186,11 @@ Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
 Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
 {
     QVector<qBasicAction *> created;
-    for (const Nodes::NodeLink &link : actions)
-        append(created, dynamic_cast<Nodes::BasicAction *>(link.GetNode()));
+    Nodes::Result result;
+    for (auto link = actions.cbegin(); link != actions.cend() && result; ++link)
+        result = append(created, dynamic_cast<Nodes::BasicAction *>(link->GetNode()));
     m_queue.append(created);
-    return {};
+    return result;
 }
 
 Nodes::Result WindowManager::OnActionExecuted(qBasicAction *pAction)
@@ -175,7 +212,9 @@ Nodes::Result WindowManager::OnActionExecuted(qBasicAction *pAction)
 void WindowManager::execute(qBasicAction &action)
 {
     action.setState(ActionExecuting);
+    const qBasicAction *outer = std::exchange(m_executing, &action);
     action.Execute();
+    m_executing = outer;
     if (action.getNode())
         action.getNode()->SetState(Nodes::NodeState::Finished);
     action.setState(ActionFinished);

@@ -19,6 +19,7 @@
 #include <QVector>
 #include <QWidget>
 
+#include <atomic>
 #include <vector>
 
 namespace Nodes {
@@ -80,7 +81,13 @@ public:
     /// Displays count from 1; 0 means that of the active window, a negative one all.
     void closeAllWindow(unsigned long id, int display);
 
+    /// Actions that may lead to each other, each pushed while the last one ran: more is a list that
+    /// pushes itself.
+    static constexpr int MaximumChain = 64;
+
     /// Queue actions to be run once each, in order. Unknown kinds and dead links are dropped.
+    /// LimitExceeded, journalled, when the queue is full or the chain too long: what was refused is
+    /// not run.
     Nodes::Result PushAction(Nodes::BasicAction *action);
     Nodes::Result PushActions(std::vector<Nodes::NodeLink> *actions);
     Nodes::Result PushActions(std::vector<Nodes::NodeLink> actions);
@@ -91,6 +98,9 @@ public:
     /// Lets pending events run, but neither input nor further actions: for actions that have to
     /// show something before they go on. What was handed over meanwhile runs afterwards, in order.
     void letEventsRun();
+
+    /// Whether an action is queued or running whose node stands below that one.
+    bool hasActionBelow(const Nodes::ConfigNode &node) { return m_queue.hasCopyBelow(node); }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -104,6 +114,8 @@ signals:
     void alarmFired(Nodes::BasicEvent Alarm);
     void timerFinished(Nodes::operationTimer *timer);
     void ChangeComposition(Nodes::BasicComposition *pComposition);
+    /// Node copies of finished actions are gone.
+    void actionsFreed();
 
 private slots:
     void onTimerFinished(Nodes::operationTimer *timer);
@@ -113,7 +125,10 @@ private:
     void watchIdleness();
     void subscribeTimers();
     void subscribeActionRequests();
-    void append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);
+    Nodes::Result append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);
+    /// Generation of what is pushed now; 0 outside of actions and on other threads.
+    int pushedGeneration() const;
+    Nodes::Result checkLimits(const Nodes::BasicAction &node, int pushed);
     void execute(qBasicAction &action);
     void runNextDeferred();
     void postNextDeferred();
@@ -129,6 +144,8 @@ private:
     ActionQueue m_queue;
     QVector<qBasicAction *> m_deferred; // handed over while events were let run
     bool m_isLettingEventsRun = false;
+    const qBasicAction *m_executing = nullptr; // the innermost
+    std::atomic<bool> m_isOverflowTold{false};
     Nodes::systemCore *m_core;
     WindowManagerWorkerThread *m_worker = nullptr;
 };

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "nodes/actions/BasicPlacingAction.h"
+
+namespace Nodes {
+
+/// An action that opens a window or brings forward one that is open already.
+class NODES_EXPORT BasicOpeningAction : public BasicPlacingAction
+{
+public:
+    enum enOpenMode { OpenAlways = 0, OpenReuseOnDisplay = 1, OpenReuseAnywhere = 2 };
+
+    enOpenMode GetOpenMode() const { return enOpenMode(m_openMode); }
+
+protected:
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
+
+private:
+    int m_openMode = OpenReuseOnDisplay;
+};
+
+} // namespace Nodes

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "nodes/actions/BasicAction.h"
+
+#include <vector>
+
+namespace Nodes {
+
+/// Starts a program of this machine: never through a shell, so arguments are passed as they are.
+class NODES_EXPORT actionLaunchProcess : public BasicAction
+{
+public:
+    /// What to start; ${name} of the core's definitions is replaced.
+    struct Command
+    {
+        std::string program;
+        std::vector<std::string> arguments;
+        std::string directory; ///< "" means the project's
+    };
+
+    static KindInfo Kind();
+
+    /// Checks PrivilegeLaunch (a refusal is journalled) and prepares the command.
+    /// InvalidArgument without a program, NotFound names an unknown ${name}.
+    [[nodiscard]] Result Prepare(Command &command) const;
+
+private:
+    std::string m_program;
+    std::string m_arguments; // one a line
+    std::string m_directory;
+};
+
+} // namespace Nodes

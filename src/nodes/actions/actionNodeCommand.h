@@ -1,0 +1,43 @@
+#pragma once
+
+#include "nodes/actions/BasicAction.h"
+
+namespace Nodes {
+
+/// Gives a node a command: drivers and timers start and stop, alarms are acknowledged and shelved.
+class NODES_EXPORT actionNodeCommand : public BasicAction
+{
+public:
+    enum enCommand {
+        CommandStart = 0,
+        CommandStop = 1,
+        CommandReset = 2, ///< stop, then start
+        CommandAcknowledge = 3,
+        CommandShelve = 4,
+        CommandUnshelve = 5,
+        CommandOutOfService = 6,
+        CommandInService = 7
+    };
+
+    static KindInfo Kind();
+    enCommand GetCommand() const { return enCommand(m_command); }
+
+    /// Gives the command on behalf of the current user and journals it. For alarm commands the
+    /// target may be an alarm or whatever alarms stand below. NotFound without a target or without
+    /// an alarm the command concerns, WrongType when the target does not know the command,
+    /// AccessDenied without PrivilegeCommand, PrivilegeAcknowledge or PrivilegeShelve. One alarm
+    /// that refuses does not hold up the others. GUI thread.
+    [[nodiscard]] Result Send() const;
+
+private:
+    Result steer(ConfigNode &target) const;
+    Result commandAlarms(const ConfigNode &target) const;
+    Result commandAlarm(const NodeLink &alarm) const;
+
+    NodeLink m_target;
+    int m_command = CommandAcknowledge;
+    int m_seconds = 3600;
+    std::string m_comment;
+};
+
+} // namespace Nodes

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "nodes/actions/BasicTemplateAction.h"
+
+namespace Nodes {
+
+class windowTemplate;
+
+/// Opens an instance of a template window, or brings forward one with the same arguments.
+class NODES_EXPORT actionShowWindowTemplate : public BasicTemplateAction
+{
+public:
+    static KindInfo Kind();
+    /// Null when the window is none or no template.
+    windowTemplate *GetWindowTemplate() const;
+    ConfigNode *GetTemplate() const override;
+};
+
+} // namespace Nodes

@@ -1,0 +1,18 @@
+#include "nodes/templates/compositionTemplate.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo compositionTemplate::Kind()
+{
+    return KindBuilder::For<compositionTemplate>(NodeType::SubtypeCompositionTemplate,
+                                                 "compositionTemplate", "Composition template",
+                                                 "Шаблон композиции")
+        .Inherit<BasicComposition>()
+        .Property<&compositionTemplate::m_titleText>(18030, "title", "Title of instances",
+                                                     "Заголовок экземпляров")
+        .Children({NodeType::TypeAction, NodeType(NodeType::SubtypeTemplateParameter)});
+}
+
+} // namespace Nodes

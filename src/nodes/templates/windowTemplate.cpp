@@ -1,0 +1,18 @@
+#include "nodes/templates/windowTemplate.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo windowTemplate::Kind()
+{
+    return KindBuilder::For<windowTemplate>(NodeType::SubtypeWindowTemplate, "windowTemplate",
+                                            "Window template", "Шаблон окна")
+        .Inherit<BasicWindow>()
+        .Property<&windowTemplate::m_titleText>(18030, "title", "Title of instances",
+                                                "Заголовок экземпляров")
+        .Children({NodeType::TypeWidget, NodeType::TypeAction,
+                   NodeType(NodeType::SubtypeTemplateParameter)});
+}
+
+} // namespace Nodes

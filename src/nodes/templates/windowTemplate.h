@@ -1,0 +1,20 @@
+#pragma once
+
+#include "nodes/visual/BasicWindow.h"
+
+namespace Nodes {
+
+/// A window opened as instances, each with its own nodes in place of the parameters. Actions that
+/// its elements need stand below it, so that they follow the instance.
+class NODES_EXPORT windowTemplate : public BasicWindow
+{
+public:
+    static KindInfo Kind();
+    /// Title of instances, see TemplateBinding::Fill; "" means the instance's name.
+    const std::string &GetTitleText() const { return m_titleText; }
+
+private:
+    std::string m_titleText;
+};
+
+} // namespace Nodes

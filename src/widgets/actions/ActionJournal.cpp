@@ -1,0 +1,23 @@
+#include "widgets/actions/ActionJournal.h"
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/model/NodesCollection.h"
+
+namespace Widgets {
+
+ActionJournal::ActionJournal(const Nodes::BasicAction &action)
+    : m_action(action.GetNodeLink()), m_path(action.GetPath())
+{
+}
+
+void ActionJournal::write(Nodes::EventLevel level, const std::string &text) const
+{
+    const Nodes::NodesCollection *project = m_action.GetNodesCollection();
+    const Nodes::ConfigNode *root = project ? project->GetRoot() : nullptr;
+    if (const Nodes::ConfigNode *node = m_action.GetNode())
+        node->StoreMessage(level, text, m_action);
+    else if (root)
+        root->StoreMessage(level, text, m_path);
+}
+
+} // namespace Widgets

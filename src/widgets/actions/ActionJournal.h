@@ -1,0 +1,30 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/events/EventLevel.h"
+#include "nodes/model/NodeLink.h"
+
+#include <string>
+
+namespace Nodes {
+class BasicAction;
+}
+
+namespace Widgets {
+
+/// Journal entries about an action after its run is over: a value that remembers where they belong,
+/// also when the action's node is gone by then. GUI thread.
+class WIDGETS_EXPORT ActionJournal
+{
+public:
+    explicit ActionJournal(const Nodes::BasicAction &action);
+
+    void write(Nodes::EventLevel level, const std::string &text) const;
+
+private:
+    Nodes::NodeLink m_action;
+    std::string m_path;
+};
+
+} // namespace Widgets

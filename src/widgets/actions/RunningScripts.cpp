@@ -1,0 +1,54 @@
+#include "widgets/actions/RunningScripts.h"
+
+#include "widgets/actions/ActionJournal.h"
+#include "widgets/windows/Access.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/actionExecuteScript.h"
+
+namespace Widgets {
+
+RunningScripts &RunningScripts::of(WindowManager &manager)
+{
+    auto *made = manager.findChild<RunningScripts *>(QString(), Qt::FindDirectChildrenOnly);
+    return made ? *made : *new RunningScripts(&manager);
+}
+
+RunningScripts::RunningScripts(QObject *parent)
+    : QObject(parent),
+      m_runner(std::make_unique<Nodes::ScriptRunner>([this](Nodes::ScriptRunner::Task task) {
+          QMetaObject::invokeMethod(this, std::move(task), Qt::QueuedConnection);
+      }))
+{
+}
+
+RunningScripts::~RunningScripts() = default;
+
+void RunningScripts::run(const Nodes::actionExecuteScript &node)
+{
+    const ActionJournal journal(node);
+    const unsigned long owner = node.GetId();
+    Nodes::ScriptJob job;
+    job.owner = owner;
+    job.name = node.GetName();
+    job.text = node.GetScript();
+    job.inputs = node.GetSignals();
+    job.timeLimit = node.GetTimeLimit();
+    job.journal = [journal](const std::string &text) {
+        journal.write(Nodes::LevelInformation, text);
+    };
+    job.done = [this, journal, owner](const Nodes::Result &result) {
+        m_refused.remove(owner);
+        journal.write(result ? Nodes::LevelAction : Nodes::LevelWarning,
+                      result ? "Сценарий выполнен" : "Сценарий прерван: " + result.ToString());
+        if (result == Nodes::Result::AccessDenied)
+            ShowAccessDenied();
+    };
+    const Nodes::Result started = m_runner->Run(std::move(job));
+    if (started || m_refused.contains(owner))
+        return;
+    m_refused.insert(owner);
+    journal.write(Nodes::LevelWarning, "Сценарий не запущен: " + started.ToString());
+}
+
+} // namespace Widgets

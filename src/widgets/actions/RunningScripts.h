@@ -1,0 +1,39 @@
+#pragma once
+
+#include "nodes/scripts/ScriptRunner.h"
+
+#include <QObject>
+#include <QSet>
+
+#include <memory>
+
+namespace Nodes {
+class actionExecuteScript;
+}
+
+namespace Widgets {
+
+class WindowManager;
+
+/// Scripts started by actions: runs them on the node model's thread for them, hands their calls to
+/// this one, journals how they end. GUI thread.
+class RunningScripts : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The window manager's one, made on first use; ends with it.
+    static RunningScripts &of(WindowManager &manager);
+    explicit RunningScripts(QObject *parent);
+    ~RunningScripts() override;
+
+    /// A script that waits or runs already is not started again; the first such refusal of a run is
+    /// journalled.
+    void run(const Nodes::actionExecuteScript &node);
+
+private:
+    QSet<unsigned long> m_refused; // told of while their script runs
+    std::unique_ptr<Nodes::ScriptRunner> m_runner;
+};
+
+} // namespace Widgets

@@ -1,0 +1,52 @@
+#include "widgets/actions/WindowOpening.h"
+
+#include "widgets/windows/Access.h"
+#include "widgets/windows/OpeningTimer.h"
+#include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowPlacement.h"
+
+#include "nodes/actions/BasicOpeningAction.h"
+
+#include <QPointer>
+
+namespace Widgets {
+
+bool WindowOpening::isAllowed(const Nodes::BasicWindow &window)
+{
+    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+    if (!isRuntime || HasPrivilege(Nodes::PrivilegeOpen, &window))
+        return true;
+    ShowAccessDenied();
+    return false;
+}
+
+void WindowOpening::bringForward(QWidget &window, qBasicAction::Clock::time_point since)
+{
+    auto *runtimeWindow = qobject_cast<WindowBasic *>(&window);
+    if (runtimeWindow && !runtimeWindow->isVisible())
+        OpeningTimer::restart(*runtimeWindow, since);
+    WindowPlacement::present(window);
+}
+
+WindowBasic *WindowOpening::open(const Nodes::BasicOpeningAction &action,
+                                 Nodes::BasicWindow &window, int display,
+                                 qBasicAction::Clock::time_point since)
+{
+    const WidgetLink link =
+        g_pWindowManager->createWindow(&window, g_pWindowManager->getFrame(display));
+    const QPointer<WindowBasic> opened = qobject_cast<WindowBasic *>(link.widget);
+    if (!opened)
+        return nullptr;
+    OpeningTimer::restart(*opened, since);
+    g_pWindowManager->letEventsRun();
+    if (!opened)
+        return nullptr;
+    WindowPlacement::decorate(*opened);
+    WindowPlacement::place(*opened, WindowPlacement::clientArea(action, window, display));
+    opened->setWindowTitle(QString::fromStdString(window.GetTitle()));
+    WindowPlacement::present(*opened);
+    return opened;
+}
+
+} // namespace Widgets

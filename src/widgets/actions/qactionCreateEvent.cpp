@@ -1,0 +1,14 @@
+#include "widgets/actions/qactionCreateEvent.h"
+
+#include "nodes/actions/actionCreateEvent.h"
+
+namespace Widgets {
+
+void qactionCreateEvent::Execute()
+{
+    // Where the journal cannot take the entry there is nowhere to tell it either.
+    if (const auto *node = nodeAs<Nodes::actionCreateEvent>())
+        (void)node->CreateEvent();
+}
+
+} // namespace Widgets

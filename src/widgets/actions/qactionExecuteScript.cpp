@@ -1,0 +1,17 @@
+#include "widgets/actions/qactionExecuteScript.h"
+
+#include "widgets/actions/RunningScripts.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/actionExecuteScript.h"
+
+namespace Widgets {
+
+void qactionExecuteScript::Execute()
+{
+    const auto *node = nodeAs<Nodes::actionExecuteScript>();
+    if (node && g_pWindowManager)
+        RunningScripts::of(*g_pWindowManager).run(*node);
+}
+
+} // namespace Widgets

@@ -1,0 +1,24 @@
+#include "widgets/actions/qactionLaunchProcess.h"
+
+#include "widgets/actions/LaunchedProcesses.h"
+#include "widgets/windows/Access.h"
+#include "widgets/windows/WindowManager.h"
+
+namespace Widgets {
+
+void qactionLaunchProcess::Execute()
+{
+    const auto *node = nodeAs<Nodes::actionLaunchProcess>();
+    if (!node || !g_pWindowManager)
+        return;
+    const ActionJournal journal(*node);
+    Nodes::actionLaunchProcess::Command command;
+    Nodes::Result result = node->Prepare(command);
+    if (result)
+        result = LaunchedProcesses::of(*g_pWindowManager).launch(command, journal);
+    if (!result && result != Nodes::Result::AccessDenied) // that one the model has journalled
+        journal.write(Nodes::LevelWarning, "Программа не запущена: " + result.ToString());
+    ShowActionResult(result, node->GetName());
+}
+
+} // namespace Widgets

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "widgets/actions/qBasicAction.h"
+
+namespace Widgets {
+
+/// Gives the application the pointer of its node until it is restored.
+class qactionOverrideCursor : public qBasicAction
+{
+public:
+    using qBasicAction::qBasicAction;
+    void Execute() override;
+};
+
+} // namespace Widgets

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "widgets/actions/qBasicAction.h"
+
+namespace Widgets {
+
+/// Plays the sound file of its node once. A sound that still plays is cut off. Without the file or
+/// an audio device nothing plays; a missing file is journalled once until it is there again.
+class qactionPlaySound : public qBasicAction
+{
+public:
+    using qBasicAction::qBasicAction;
+    void Execute() override;
+};
+
+} // namespace Widgets

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "widgets/actions/qBasicAction.h"
+
+namespace Widgets {
+
+/// Takes back the pointer that the latest qactionOverrideCursor gave; without one nothing
+/// happens, nor to pointers that others set.
+class qactionRestoreCursor : public qBasicAction
+{
+public:
+    using qBasicAction::qBasicAction;
+    void Execute() override;
+};
+
+} // namespace Widgets

@@ -1,0 +1,24 @@
+#include "widgets/actions/qactionShowWindowTemplate.h"
+
+#include "widgets/actions/TemplateOpening.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/actionShowWindowTemplate.h"
+#include "nodes/templates/windowTemplate.h"
+
+namespace Widgets {
+
+void qactionShowWindowTemplate::Execute()
+{
+    const auto *node = nodeAs<Nodes::actionShowWindowTemplate>();
+    Nodes::windowTemplate *window = node ? node->GetWindowTemplate() : nullptr;
+    if (!window || !g_pWindowManager)
+        return;
+    const int display = targetDisplay(node->GetDisplay());
+    if (!TemplateOpening::run(*node, *window, display, createdAt()))
+        return;
+    log("Действие \"открытие окна\"");
+    g_pWindowManager->letEventsRun();
+}
+
+} // namespace Widgets

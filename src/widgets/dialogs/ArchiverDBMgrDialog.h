@@ -1,0 +1,71 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QDialog>
+
+#include <atomic>
+#include <memory>
+
+class QLabel;
+class QPushButton;
+class QStandardItemModel;
+class QThread;
+class QTreeView;
+
+namespace Nodes {
+class actionArchiverDBMgr;
+class BasicAction;
+class Result;
+} // namespace Nodes
+
+namespace Widgets {
+
+/// Lists the database files of the station's data directory; copies and deletes them. Deleting is
+/// confirmed and refused for files in use; copying runs beside the GUI and can be cancelled. Every
+/// operation needs PrivilegeConfigure. The node is not owned and outlives the dialog.
+class WIDGETS_EXPORT ArchiverDBMgrDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// With a node of another kind the list stays empty.
+    ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString &name, QWidget *parent = nullptr);
+    /// Cancels a copy that runs.
+    ~ArchiverDBMgrDialog() override;
+
+    /// Path of the selected file, relative to the data directory; "" without one.
+    QString selectedFile() const;
+    /// Copies the selected file to `target`; what came of it is shown when it has ended.
+    void copySelectedTo(const QString &target);
+
+public slots:
+    void refresh();
+    void copySelected();
+    void deleteSelected();
+    void done(int result) override;
+
+private:
+    void buildTable();
+    QWidget *buildButtons();
+    void addRow(const QString &path, quint64 size, qint64 changed, bool isInUse);
+    void updateButtons();
+    void finishCopy();
+    /// Cancels what is left of the copy and journals how it ended.
+    void endCopy();
+    void tell(const Nodes::Result &result, const QString &what);
+
+    Nodes::actionArchiverDBMgr *m_node;
+    QStandardItemModel *m_model;
+    QTreeView *m_table;
+    QLabel *m_summary;
+    QPushButton *m_copy = nullptr;
+    QPushButton *m_delete = nullptr;
+    QPushButton *m_refresh = nullptr;
+    struct Copy;
+    QThread *m_copying = nullptr;
+    std::unique_ptr<Copy> m_copyTask; // worked on by the thread while that runs
+    std::atomic<bool> m_isCancelled{false};
+};
+
+} // namespace Widgets
