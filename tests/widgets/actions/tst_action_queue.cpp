@@ -3,6 +3,10 @@
 #include "widgets/actions/ActionQueue.h"
 #include "widgets/actions/qBasicAction.h"
 
+#include "nodes/journal/EventJournal.h"
+
+#include <QTemporaryDir>
+
 #include <thread>
 
 using namespace Widgets;
@@ -17,6 +21,8 @@ constexpr const char *screens = R"(
 <window id="10" name="Restless" width="50" height="50" onOpen="33" onClose="33"/>
 <actionShowWindow id="32" name="show" window="10"/>
 <actionToggleWindow id="33" name="toggle" window="10"/>
+<window id="35" name="Endless" width="50" height="50" onOpen="36 31"/>
+<actionShowWindow id="36" name="another" window="35" open="always"/>
 <label id="34" name="no action"/>)";
 
 class Counted : public qBasicAction
@@ -49,6 +55,8 @@ private slots:
     void everyThreadMayPush();
     void deadLinksAreDropped();
     void actionsThatPushActionsLeaveTheGuiLive();
+    void aListThatPushesItselfIsEnded();
+    void aFullQueueRefuses();
     void pendingActionsGoWithTheManager();
 };
 
@@ -168,6 +176,40 @@ void TestActionQueue::actionsThatPushActionsLeaveTheGuiLive()
     });
     heart.start(1);
     QTRY_VERIFY_WITH_TIMEOUT(turns > 100 && hidden > 5 && hidden < turns, 30000);
+}
+
+void TestActionQueue::aListThatPushesItselfIsEnded()
+{
+    RuntimeProject project(screens);
+    project.record({30});
+    project.push(36); // opens a window that opens another one, and so on
+    QTRY_COMPARE_WITH_TIMEOUT(project.recorded.size(), WindowManager::MaximumChain, 60000);
+    project.push(31);
+    QTRY_COMPARE(project.recorded.size(), WindowManager::MaximumChain + 1);
+    QCOMPARE(project.openWindows(35), WindowManager::MaximumChain + 1);
+    QTemporaryDir directory;
+    Nodes::EventJournal &journal = project.core.GetJournal();
+    QVERIFY(journal.Open(directory.filePath("j.sqlite").toStdString()));
+    QVERIFY(journal.Flush());
+    std::vector<Nodes::BasicEvent> events;
+    Nodes::JournalQuery refusals;
+    refusals.text = "бесконечно";
+    QVERIFY(journal.Query(refusals, events));
+    QCOMPARE(events.size(), std::size_t(1));
+    QCOMPARE(events.front().source, std::string("another"));
+    project.push(36); // the operator may begin again
+    QTRY_VERIFY(project.openWindows(35) > WindowManager::MaximumChain + 1);
+}
+
+void TestActionQueue::aFullQueueRefuses()
+{
+    RuntimeProject project(screens);
+    const Nodes::NodeLinks many(ActionQueue::MaximumQueued + 1, Nodes::NodeLink(31));
+    QVERIFY(project.manager->PushActions(many) == Nodes::Result::LimitExceeded);
+    QVERIFY(project.manager->PushAction(project.node<Nodes::BasicAction>(31)) ==
+            Nodes::Result::LimitExceeded);
+    project.record({30});
+    QTRY_VERIFY(!project.recorded.isEmpty());
 }
 
 void TestActionQueue::pendingActionsGoWithTheManager()
