@@ -33,8 +33,13 @@ QStandardItem *makeItem(const QString &text, const QVariant &sortKey)
 
 QString sizeText(quint64 bytes)
 {
-    return QLocale(QLocale::Russian)
-        .formattedDataSize(qint64(bytes), 1, QLocale::DataSizeIecFormat);
+    static const QString units[] = {QStringLiteral("Б"), QStringLiteral("КБ"), QStringLiteral("МБ"),
+                                    QStringLiteral("ГБ"), QStringLiteral("ТБ")};
+    double amount = double(bytes);
+    std::size_t unit = 0;
+    for (; amount >= 1024 && unit + 1 < std::size(units); ++unit)
+        amount /= 1024;
+    return QLocale(QLocale::Russian).toString(amount, 'f', unit == 0 ? 0 : 1) + ' ' + units[unit];
 }
 
 QString reasonOf(const Nodes::Result &result)
@@ -65,6 +70,7 @@ ArchiverDBMgrDialog::ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString
     setWindowTitle(QStringLiteral("Файлы архива"));
     resize(760, 420);
     buildTable();
+    m_summary->setWordWrap(true);
     m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_table);

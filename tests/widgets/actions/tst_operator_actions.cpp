@@ -44,6 +44,7 @@ constexpr const char *station = R"xml(
 <actionPlaySound id="76" name="outside" sound="../../etc/passwd"/>
 <actionOverrideCursor id="80" name="wait"/><actionOverrideCursor id="81" name="x" cursor="cross"/>
 <actionRestoreCursor id="82" name="restore"/>
+<actionArchiverDBMgr id="85" name="files"/>
 <actionWriteValue id="90" name="done" signal="30" value="77"/>)xml";
 
 constexpr const char *noRights = R"(<authentication id="22" name="U"/><user id="23" name="op"/>)";
@@ -198,6 +199,7 @@ void TestOperatorActions::missingRightsAreTold_data()
     QTest::newRow("shelve") << 50u;
     QTest::newRow("launch") << 60u;
     QTest::newRow("write of a script") << 70u;
+    QTest::newRow("files of the archive") << 85u;
 }
 
 void TestOperatorActions::missingRightsAreTold()
