@@ -90,6 +90,28 @@ void addElements(KindTable &table)
     table.Add(recorderChannel::Kind());
 }
 
+void addActions(KindTable &table)
+{
+    table.Add(actionAuthUser::Kind());
+    table.Add(actionShowMenu::Kind());
+    table.Add(actionShowWindow::Kind());
+    table.Add(actionCloseWindow::Kind());
+    table.Add(actionToggleWindow::Kind());
+    table.Add(actionChangeComposition::Kind());
+    table.Add(actionWriteValue::Kind());
+    table.Add(actionArchiverDBMgr::Kind());
+    table.Add(actionChangeCompositionTemplate::Kind());
+    table.Add(actionCreateEvent::Kind());
+    table.Add(actionExecuteScript::Kind());
+    table.Add(actionLaunchProcess::Kind());
+    table.Add(actionNodeCommand::Kind());
+    table.Add(actionOverrideCursor::Kind());
+    table.Add(actionPlaySound::Kind());
+    table.Add(actionRestoreCursor::Kind());
+    table.Add(actionShowWindowTemplate::Kind());
+    table.Add(templateArgument::Kind());
+}
+
 } // namespace
 
 void AddBuiltInKinds(KindTable &table)
@@ -134,25 +156,7 @@ void AddBuiltInKinds(KindTable &table)
     // Menus
     table.Add(BasicMenu::Kind());
     table.Add(BasicMenuItem::Kind());
-    // Actions
-    table.Add(actionAuthUser::Kind());
-    table.Add(actionShowMenu::Kind());
-    table.Add(actionShowWindow::Kind());
-    table.Add(actionCloseWindow::Kind());
-    table.Add(actionToggleWindow::Kind());
-    table.Add(actionChangeComposition::Kind());
-    table.Add(actionWriteValue::Kind());
-    table.Add(actionArchiverDBMgr::Kind());
-    table.Add(actionChangeCompositionTemplate::Kind());
-    table.Add(actionCreateEvent::Kind());
-    table.Add(actionExecuteScript::Kind());
-    table.Add(actionLaunchProcess::Kind());
-    table.Add(actionNodeCommand::Kind());
-    table.Add(actionOverrideCursor::Kind());
-    table.Add(actionPlaySound::Kind());
-    table.Add(actionRestoreCursor::Kind());
-    table.Add(actionShowWindowTemplate::Kind());
-    table.Add(templateArgument::Kind());
+    addActions(table);
 }
 
 } // namespace Nodes

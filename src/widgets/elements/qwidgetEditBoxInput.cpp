@@ -359,9 +359,16 @@ void qwidgetEditBox::focusOutEvent(QFocusEvent *event)
 {
     if (isOverButton())
         return;
-    if (!m_isDialogOpen && event->reason() != Qt::PopupFocusReason)
+    const Qt::FocusReason reason = event->reason();
+    // A glance at another window writes nothing; moving on within this one finishes the edit.
+    if (!m_isDialogOpen && reason == Qt::ActiveWindowFocusReason)
         cancelEditing();
-    QLineEdit::focusOutEvent(event);
+    const QPointer<qwidgetEditBox> alive(this);
+    QLineEdit::focusOutEvent(event); // tells the end of the edit when the text is acceptable
+    if (!alive || m_isDialogOpen || reason == Qt::PopupFocusReason || !m_isEditing)
+        return;
+    cancelEditing();
+    closeEditing();
 }
 
 } // namespace Widgets

@@ -53,6 +53,11 @@ public:
         element->selectAll();
         QTest::keyClicks(element, QString::fromUtf8(keys));
     }
+    void lose(Qt::FocusReason reason) const
+    {
+        QFocusEvent leaving(QEvent::FocusOut, reason);
+        QCoreApplication::sendEvent(element, &leaving);
+    }
     void press(Qt::Key key) const { QTest::keyClick(element, key); }
     QPushButton *button(const char *text) const
     {
@@ -75,8 +80,8 @@ private slots:
     void showsTheValue();
     void enterWrites_data();
     void enterWrites();
-    void leavingWritesNothing_data();
-    void leavingWritesNothing();
+    void leaving_data();
+    void leaving();
     void escapeWritesTheValueBefore();
     void refusals_data();
     void refusals();
@@ -178,16 +183,25 @@ void TestEditBox::enterWrites()
     QVERIFY(boxes.shown.isEmpty());
 }
 
-void TestEditBox::leavingWritesNothing_data()
+void TestEditBox::leaving_data()
 {
-    QTest::addColumn<bool>("byPress");
-    QTest::newRow("press elsewhere") << true;
-    QTest::newRow("focus") << false;
+    QTest::addColumn<int>("reason"); // of losing the focus; -1: a press elsewhere
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("press elsewhere") << -1 << "9"
+                                     << "8.00";
+    QTest::newRow("other window") << int(Qt::ActiveWindowFocusReason) << "9"
+                                  << "8.00";
+    QTest::newRow("focus moves on") << int(Qt::OtherFocusReason) << "9"
+                                    << "9.00";
+    QTest::newRow("unfinished number") << int(Qt::OtherFocusReason) << "-"
+                                       << "8.00";
 }
 
-void TestEditBox::leavingWritesNothing()
+void TestEditBox::leaving()
 {
-    QFETCH(bool, byPress);
+    QFETCH(int, reason);
+    QFETCH(QString, typed);
     RuntimeProject project(screen);
     publish(project, 10, 7.0);
     EditBox box(project, 20);
@@ -196,19 +210,22 @@ void TestEditBox::leavingWritesNothing()
     other.show();
     project.record({10});
     box.begin();
-    box.type("9");
+    box.type(qPrintable(typed));
     publish(project, 10, 8.0);
     QSignalSpy values(box.element, &qwidgetEditBox::valueUpdated);
     QTRY_COMPARE(values.size(), 1);
-    QTest::keyClick(box.element, 'x');   // undone, back to what was typed
-    QCOMPARE(box->text(), QString("9")); // a value that comes leaves the typing alone
-    if (byPress)
+    QTest::keyClick(box.element, 'x'); // undone, back to what was typed
+    QCOMPARE(box->text(), typed);      // a value that comes leaves the typing alone
+    if (reason < 0)
         QTest::mouseClick(&other, Qt::LeftButton);
+    else if (reason == Qt::ActiveWindowFocusReason)
+        box.lose(Qt::FocusReason(reason));
     else
-        other.setFocus();
+        other.setFocus(Qt::FocusReason(reason));
     QTRY_VERIFY(!box->isEditing());
-    QCOMPARE(box->shownText(), QString("8.00"));
-    QCOMPARE(project.recorded.size(), 1);
+    QFETCH(QString, shown);
+    QTRY_COMPARE(box->shownText(), shown);
+    QCOMPARE(project.recorded.size(), shown == QLatin1String("8.00") ? 1 : 2);
 }
 
 void TestEditBox::escapeWritesTheValueBefore()
