@@ -131,7 +131,7 @@ qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
 int WindowManager::pushedGeneration() const
 {
     const bool isHere = QThread::currentThread() == thread();
-    return isHere && m_executing ? m_executing->generation() + 1 : 0;
+    return isHere && m_executing && !m_hasInput ? m_executing->generation() + 1 : 0;
 }
 
 Nodes::Result WindowManager::checkLimits(const Nodes::BasicAction &node, int pushed)
@@ -213,8 +213,10 @@ void WindowManager::execute(qBasicAction &action)
 {
     action.setState(ActionExecuting);
     const qBasicAction *outer = std::exchange(m_executing, &action);
+    const bool hadInput = std::exchange(m_hasInput, false);
     action.Execute();
     m_executing = outer;
+    m_hasInput = m_hasInput || hadInput;
     if (action.getNode())
         action.getNode()->SetState(Nodes::NodeState::Finished);
     action.setState(ActionFinished);
@@ -250,12 +252,18 @@ void WindowManager::runNextDeferred()
 
 void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
 {
+    // Whatever action lets it in, the timer has fired by itself.
+    const qBasicAction *outer = std::exchange(m_executing, nullptr);
     PushActions(timer->GetActions());
+    m_executing = outer;
 }
 
 bool WindowManager::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress)
+    const QEvent::Type type = event->type();
+    if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress || type == QEvent::TouchBegin)
+        m_hasInput = true;
+    if (type != QEvent::KeyPress)
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->modifiers() == Qt::AltModifier && key->key() == Qt::Key_Z)

@@ -126,7 +126,8 @@ private:
     void subscribeTimers();
     void subscribeActionRequests();
     Nodes::Result append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);
-    /// Generation of what is pushed now; 0 outside of actions and on other threads.
+    /// Generation of what is pushed now; 0 outside of actions, on other threads, and after input of
+    /// the operator in a dialog or menu of the action.
     int pushedGeneration() const;
     Nodes::Result checkLimits(const Nodes::BasicAction &node, int pushed);
     void execute(qBasicAction &action);
@@ -145,6 +146,7 @@ private:
     QVector<qBasicAction *> m_deferred; // handed over while events were let run
     bool m_isLettingEventsRun = false;
     const qBasicAction *m_executing = nullptr; // the innermost
+    bool m_hasInput = false; // while that one ran: what follows is the operator's doing
     std::atomic<bool> m_isOverflowTold{false};
     Nodes::systemCore *m_core;
     WindowManagerWorkerThread *m_worker = nullptr;
