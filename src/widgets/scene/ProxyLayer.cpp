@@ -1,5 +1,6 @@
 #include "widgets/scene/ProxyLayer.h"
 
+#include "widgets/elements/IWidget.h"
 #include "widgets/scene/BulkInsertion.h"
 #include "widgets/scene/ProxyWidget.h"
 
@@ -74,7 +75,7 @@ void ProxyLayer::follow(bool withProperties)
     handlers.childRemoved = [this](const Nodes::NodeLink &link) { emit nodeRemoved(link); };
     if (withProperties)
         handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit propertyUpdated(p); };
-    m_relay.connect(m_node, std::move(handlers));
+    m_relay.connect(getNode(), std::move(handlers));
 }
 
 QList<ProxyWidget *> ProxyLayer::getWidgets() const
@@ -108,9 +109,10 @@ void ProxyLayer::onNodeRemoved(Nodes::NodeLink link)
     for (ProxyWidget *host : hosts) {
         if (host->getNodeLink() != link)
             continue;
-        // Stopped now, while the node still exists; deleted later, because the removal may come
-        // out of an event of this very item.
-        host->stop();
+        // Stopped now, while the node still exists (its link leads nowhere any more); deleted
+        // later, because the removal may come out of an event of this very item.
+        if (IWidget *element = host->element())
+            element->stop();
         host->setParentItem(nullptr);
         if (host->scene())
             host->scene()->removeItem(host);
@@ -141,7 +143,7 @@ void ProxyLayer::onPropertyChange(Nodes::BasicProperty *property)
 
 Nodes::BasicLayer *ProxyLayer::layerNode() const
 {
-    return dynamic_cast<Nodes::BasicLayer *>(m_node);
+    return dynamic_cast<Nodes::BasicLayer *>(getNode());
 }
 
 bool ProxyLayer::isModeTransparent() const

@@ -4,6 +4,7 @@
 
 #include "nodes/model/NodeLink.h"
 #include "utils/NodeRelay.h"
+#include "utils/WatchedNode.h"
 
 #include <QGraphicsProxyWidget>
 
@@ -32,7 +33,8 @@ public:
     explicit ProxyLayer(Nodes::BasicWindow *window, QGraphicsScene *scene = nullptr);
     ~ProxyLayer() override;
 
-    Nodes::ConfigNode *getNode() const { return m_node; }
+    /// Null without a node, or when it was deleted.
+    Nodes::ConfigNode *getNode() const { return m_node.get(); }
     /// Hosts of the elements, in stacking order.
     QList<ProxyWidget *> getWidgets() const;
 
@@ -76,7 +78,7 @@ private:
     bool isModeTransparent() const;
     Nodes::BasicLayer *layerNode() const;
 
-    Nodes::ConfigNode *m_node;
+    Utils::WatchedNode<Nodes::ConfigNode> m_node;
     int m_frameType = 1;
     bool m_isTransparent = true;
     bool m_isBuilt = false; // the elements present at construction are hosted

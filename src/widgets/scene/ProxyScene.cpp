@@ -99,10 +99,10 @@ void ProxyScene::stop()
 
 void ProxyScene::updateGeometry()
 {
-    if (const auto *composition = dynamic_cast<const Nodes::BasicComposition *>(m_node)) {
+    if (const auto *composition = dynamic_cast<const Nodes::BasicComposition *>(getNode())) {
         const Nodes::NSize size = composition->GetSize();
         setSceneRect(0, 0, size.width, size.height);
-    } else if (const auto *window = dynamic_cast<const Nodes::BasicWindow *>(m_node)) {
+    } else if (const auto *window = dynamic_cast<const Nodes::BasicWindow *>(getNode())) {
         const Nodes::NRect rect = window->GetGeometry();
         setSceneRect(0, 0, rect.width, rect.height);
     }

@@ -4,6 +4,7 @@
 
 #include "nodes/model/NodeType.h"
 #include "utils/IUndo.h"
+#include "utils/WatchedNode.h"
 
 #include <QGraphicsScene>
 #include <QList>
@@ -40,8 +41,8 @@ public:
     ProxyScene(Nodes::BasicWindow *window, QObject *parent);
     ~ProxyScene() override;
 
-    /// What the scene stands for; may be null.
-    Nodes::BasicNode *getNode() const { return m_node; }
+    /// What the scene stands for; null without it and when it was deleted.
+    Nodes::BasicNode *getNode() const { return m_node.get(); }
 
     /// Start or stop every element, layer by layer.
     void start();
@@ -88,7 +89,7 @@ private:
     void addWidget(Nodes::NodeType type);
     void onSelectionChanged();
 
-    Nodes::BasicNode *m_node;
+    Utils::WatchedNode<Nodes::BasicNode> m_node;
     std::unique_ptr<QMenu> m_addMenu;
     QPointF m_pastePosition;
     QTimer m_selectionTimer;

@@ -59,9 +59,7 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
 
 ProxyWidget::~ProxyWidget()
 {
-    // Without its node an element cannot be stopped any more, and needs not.
-    if (m_link.isValid())
-        stop();
+    stop();
 }
 
 void ProxyWidget::host(Nodes::BasicWidget &node)
@@ -110,13 +108,14 @@ Nodes::BasicWidget *ProxyWidget::getNode() const
 
 void ProxyWidget::start()
 {
-    if (m_element)
+    if (m_element && m_link.isValid())
         m_element->start();
 }
 
+// Without its node an element cannot be stopped any more, and needs not.
 void ProxyWidget::stop()
 {
-    if (m_element)
+    if (m_element && m_link.isValid())
         m_element->stop();
 }
 

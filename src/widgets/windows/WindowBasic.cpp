@@ -83,12 +83,14 @@ void WindowBasic::SetTitle(QString title)
 
 bool WindowBasic::mayClose() const
 {
-    return !isRuntime() || HasPrivilege(Nodes::PrivilegeClose, m_node);
+    const BasicWindow *node = getNode();
+    return !isRuntime() || !node || HasPrivilege(Nodes::PrivilegeClose, node);
 }
 
 QSize WindowBasic::sizeHint() const
 {
-    return m_node && isRuntime() ? geometryOf(*m_node).size() : ProxyView::sizeHint();
+    const BasicWindow *node = getNode();
+    return node && isRuntime() ? geometryOf(*node).size() : ProxyView::sizeHint();
 }
 
 void WindowBasic::onUpdateProperties()
@@ -193,10 +195,9 @@ void WindowBasic::closeEvent(QCloseEvent *event)
 
 void WindowBasic::drawBackground(QPainter *painter, const QRectF &rect)
 {
-    if (m_node)
-        painter->fillRect(rect, Utils::NColorToQColor(m_node->GetBackgroundColor()));
-    else
-        ProxyView::drawBackground(painter, rect);
+    const BasicWindow *node = getNode();
+    painter->fillRect(rect, node ? Utils::NColorToQColor(node->GetBackgroundColor())
+                                 : palette().color(QPalette::Window));
 }
 
 } // namespace Widgets

@@ -5,13 +5,15 @@
 
 #include "nodes/visual/BasicWindow.h"
 #include "utils/NodeRelay.h"
+#include "utils/WatchedNode.h"
 
 #include <QString>
 
 namespace Widgets {
 
 /// Scene view of a window node at run time: title and geometry from the node, open and close
-/// action lists, the right to close, gestures. The node is not owned and outlives the window.
+/// action lists, the right to close, gestures. The node is not owned; a window whose node was
+/// deleted goes on as one without a node.
 class WIDGETS_EXPORT WindowBasic : public ProxyView
 {
     Q_OBJECT
@@ -21,7 +23,8 @@ public:
     WindowBasic(Nodes::BasicWindow *node, QWidget *parent);
     ~WindowBasic() override;
 
-    Nodes::BasicWindow *getNode() const { return m_node; }
+    /// Null without a node, or when it was deleted.
+    Nodes::BasicWindow *getNode() const { return m_node.get(); }
     /// Frameless without a node.
     Nodes::BasicWindow::enBorderType getBorderType() const;
     bool getTitleVisible() const { return m_isTitleVisible; }
@@ -63,7 +66,7 @@ private:
     void takeRuntimeProperties();
     void takeEditingGeometry();
 
-    Nodes::BasicWindow *m_node;
+    Utils::WatchedNode<Nodes::BasicWindow> m_node;
     bool m_isTitleVisible = false;
     bool m_isCloseButtonVisible = false;
     bool m_hasFrame = false;

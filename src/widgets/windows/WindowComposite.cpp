@@ -19,6 +19,11 @@ WindowComposite::WindowComposite(Nodes::BasicWindow *node, QWidget *parent)
     onUpdateProperties();
 }
 
+Nodes::BasicComposition *WindowComposite::composition() const
+{
+    return m_composition.get();
+}
+
 void WindowComposite::LoadComposition(Nodes::BasicComposition *composition)
 {
     if (!composition)
@@ -26,7 +31,7 @@ void WindowComposite::LoadComposition(Nodes::BasicComposition *composition)
     if (auto *composed = dynamic_cast<Nodes::windowComposed *>(getNode()))
         composed->LoadComposition(composition);
     QGraphicsScene *left = scene();
-    const bool isLeftKept = m_composition && m_kept.contains(m_composition->GetId());
+    const bool isLeftKept = m_kept.contains(m_compositionId);
     stopScene();
     if (!enterScene(*composition))
         return;
@@ -34,6 +39,7 @@ void WindowComposite::LoadComposition(Nodes::BasicComposition *composition)
     if (left && left != scene() && !isLeftKept)
         left->deleteLater();
     m_composition = composition;
+    m_compositionId = composition->GetId();
     startScene();
 }
 

@@ -24,13 +24,14 @@ public:
     /// Shows the composition and starts it; null changes nothing. The window may move when the
     /// node asks for it: callers that want it to stay restore its position.
     void LoadComposition(Nodes::BasicComposition *composition);
-    /// Composition shown now; null before the first.
-    Nodes::BasicComposition *composition() const { return m_composition; }
+    /// Composition shown now; null before the first and when it was deleted.
+    Nodes::BasicComposition *composition() const;
 
 private:
     bool enterScene(Nodes::BasicComposition &composition);
 
-    Nodes::BasicComposition *m_composition = nullptr;
+    Utils::WatchedNode<Nodes::BasicComposition> m_composition;
+    unsigned long m_compositionId = 0;
     QHash<unsigned long, ProxyScene *> m_kept; // by composition id; children of the view
 };
 

@@ -30,6 +30,8 @@ constexpr const char *screens = R"(
 <actionWriteValue id="32" name="C" signal="30" value="1"/>
 <memorySignal id="33" name="value"/>)";
 
+constexpr const char *users = R"(<authentication id="90" name="A"/><user id="91" name="U"/>)";
+
 bool isLive(const RuntimeProject &project, unsigned long element)
 {
     return project.node(element)->GetState() == Nodes::NodeState::Running;
@@ -52,6 +54,8 @@ private slots:
     void elementsAreLiveWhileShown();
     void keptSceneComesBack();
     void droppedSceneIsBuiltAnew();
+    void outlivesDeletedNodes_data();
+    void outlivesDeletedNodes();
     void openingIsMeasured();
 };
 
@@ -185,6 +189,44 @@ void TestRuntimeWindows::droppedSceneIsBuiltAnew()
     const QPointer<ProxyScene> dropped = window.proxyScene();
     window.LoadComposition(project.node<BasicComposition>(20));
     QTRY_VERIFY(!dropped);
+}
+
+void TestRuntimeWindows::outlivesDeletedNodes_data()
+{
+    QTest::addColumn<unsigned>("window");
+    QTest::addColumn<unsigned>("deleted");
+    QTest::newRow("window") << 10u << 10u;
+    QTest::newRow("composed window") << 12u << 12u;
+    QTest::newRow("composition") << 12u << 20u;
+    QTest::newRow("layer") << 12u << 21u;
+}
+
+void TestRuntimeWindows::outlivesDeletedNodes()
+{
+    QFETCH(unsigned, window);
+    QFETCH(unsigned, deleted);
+    const RuntimeProject project((std::string(screens) + users).c_str());
+    const std::unique_ptr<WindowBasic> shown(
+        qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(window)).widget));
+    shown->setAttribute(Qt::WA_DeleteOnClose, false);
+    shown->show();
+    const ProxyScene *scene = shown->proxyScene();
+    QVERIFY(project.node(deleted)->GetParent()->DeleteNode(deleted, true));
+    shown->onUpdateProperties();
+    shown->proxyScene()->updateGeometry();
+    const QImage picture = shown->grab().toImage();
+    QCOMPARE(shown->getNode() == nullptr, deleted == window);
+    QCOMPARE(scene->getNode() == nullptr, deleted == 10 || deleted == 20);
+    if (deleted == window) {
+        QCOMPARE(picture.pixelColor(picture.rect().bottomRight()),
+                 shown->palette().color(QPalette::Window));
+        QVERIFY(shown->close()); // nobody can hold the right to close what is gone
+    } else {
+        auto &composite = dynamic_cast<WindowComposite &>(*shown);
+        QCOMPARE(composite.composition() == nullptr, deleted == 20);
+        composite.LoadComposition(project.node<BasicComposition>(23));
+        QVERIFY(isLive(project, 25));
+    }
 }
 
 void TestRuntimeWindows::openingIsMeasured()
