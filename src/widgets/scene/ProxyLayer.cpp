@@ -74,7 +74,9 @@ void ProxyLayer::follow(bool withProperties)
     handlers.childAdded = [this](const Nodes::NodeLink &link) { emit nodeAdded(link); };
     handlers.childRemoved = [this](const Nodes::NodeLink &link) { emit nodeRemoved(link); };
     if (withProperties)
-        handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit propertyUpdated(p); };
+        handlers.propertyChanged = [this](Nodes::BasicProperty *property) {
+            property ? emit propertyUpdated(property) : takeAll();
+        };
     m_relay.connect(getNode(), std::move(handlers));
 }
 
@@ -139,6 +141,18 @@ void ProxyLayer::onPropertyChange(Nodes::BasicProperty *property)
     default:
         break;
     }
+}
+
+// After changes made on another thread nobody knows which they were.
+void ProxyLayer::takeAll()
+{
+    const Nodes::BasicLayer *layer = layerNode();
+    if (!layer)
+        return;
+    setTransparency(isModeTransparent());
+    setVisible(layer->isVisible());
+    setZValue(layer->GetZOrder());
+    emit propertyChange();
 }
 
 Nodes::BasicLayer *ProxyLayer::layerNode() const

@@ -75,6 +75,7 @@ private:
     void addWidgets(const Nodes::NodeLinks &links);
     void follow(bool withProperties);
     void onPropertyChange(Nodes::BasicProperty *property);
+    void takeAll();
     bool isModeTransparent() const;
     Nodes::BasicLayer *layerNode() const;
 

@@ -14,6 +14,8 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include <utility>
+
 namespace Widgets {
 
 namespace {
@@ -38,12 +40,33 @@ QString nameOf(const Nodes::ConfigNode *node)
 
 } // namespace
 
+/// Marks the view busy as long as it lives; the view may go before it.
+class ProxyView::EventDepth
+{
+public:
+    explicit EventDepth(ProxyView &view) : m_view(&view) { ++view.m_eventDepth; }
+    ~EventDepth()
+    {
+        if (!m_view || --m_view->m_eventDepth > 0)
+            return;
+        for (const QPointer<QObject> &object : std::exchange(m_view->m_dueObjects, {})) {
+            if (object)
+                object->deleteLater();
+        }
+    }
+
+private:
+    QPointer<ProxyView> m_view;
+};
+
 ProxyView::ProxyView(Nodes::ConfigNode *node, QWidget *parent) : QGraphicsView(parent)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     if (isEditor()) {
         setDragMode(RubberBandDrag);
         setViewportUpdateMode(FullViewportUpdate);
+    } else {
+        pinScrollBars();
     }
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -196,7 +219,7 @@ void ProxyView::wheelEvent(QWheelEvent *event)
     const int delta =
         event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
     if (!isEditor()) {
-        passWheel(event);
+        QGraphicsView::wheelEvent(event);
     } else if (event->modifiers() == Qt::ControlModifier) {
         zoom(delta >= 1, event->position().toPoint());
     } else if (event->modifiers() == Qt::AltModifier || event->modifiers() == Qt::NoModifier) {
@@ -207,13 +230,39 @@ void ProxyView::wheelEvent(QWheelEvent *event)
     }
 }
 
-void ProxyView::passWheel(QWheelEvent *event)
+// The bars are hidden but keep their range where the view is smaller than the scene. Whatever asks
+// for another part of the picture (keys, wheel, focus), an operator could not scroll back.
+void ProxyView::pinScrollBars()
 {
-    // The bars are hidden but keep their range where the view is smaller than the scene.
-    const QPoint place(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    QGraphicsView::wheelEvent(event);
-    horizontalScrollBar()->setValue(place.x());
-    verticalScrollBar()->setValue(place.y());
+    for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()}) {
+        const auto pin = [bar] { bar->setValue(bar->minimum()); };
+        connect(bar, &QScrollBar::valueChanged, bar, pin);
+        connect(bar, &QScrollBar::rangeChanged, bar, pin);
+    }
+}
+
+void ProxyView::deleteWhenIdle(QObject *object)
+{
+    if (isIdle())
+        object->deleteLater();
+    else
+        m_dueObjects.append(object);
+}
+
+bool ProxyView::event(QEvent *event)
+{
+    if (event->type() == QEvent::DeferredDelete && !isIdle()) {
+        deleteWhenIdle(this);
+        return true;
+    }
+    const EventDepth depth(*this);
+    return QGraphicsView::event(event);
+}
+
+bool ProxyView::viewportEvent(QEvent *event)
+{
+    const EventDepth depth(*this);
+    return QGraphicsView::viewportEvent(event);
 }
 
 void ProxyView::zoom(bool isCloser, QPoint at)

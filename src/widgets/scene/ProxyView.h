@@ -7,6 +7,7 @@
 
 #include <QGraphicsView>
 #include <QPointer>
+#include <QVector>
 
 namespace Nodes {
 class BasicProperty;
@@ -42,6 +43,13 @@ public:
     /// Icon of an element type for editors; null when there is none.
     static QPixmap getPixmapWidget(Nodes::NodeType type);
 
+    /// False while an event of the view is handled, which includes the time an element keeps a
+    /// dialog open from within it.
+    bool isIdle() const { return m_eventDepth == 0; }
+    /// deleteLater as soon as the view is idle: for the view itself, what it shows or stands in,
+    /// which the handlers under way come back to.
+    void deleteWhenIdle(QObject *object);
+
     QSize sizeHint() const override;
     /// The hint becomes 2 pixels less in each dimension: the view's own frame.
     void setSizeHint(QSize size);
@@ -54,21 +62,27 @@ public slots:
     void onUpdateProperties(Nodes::BasicProperty *pProperty);
 
 protected:
+    bool event(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
+    class EventDepth;
+
     ProxyScene *createScene(Nodes::ConfigNode *node);
     void addBorder(Nodes::ConfigNode *node);
     void placeBorder();
-    void passWheel(QWheelEvent *event);
+    void pinScrollBars();
     void zoom(bool isCloser, QPoint at);
 
     QSize m_sizeHint;
     QPointer<Border> m_border; // owned by the scene shown; null at run time
     Utils::NodeRelay m_relay;
+    int m_eventDepth = 0;
+    QVector<QPointer<QObject>> m_dueObjects; // to be deleted when idle
     int m_lastX = 0;
     int m_lastY = 0;
 };

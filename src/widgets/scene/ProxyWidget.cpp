@@ -68,11 +68,15 @@ void ProxyWidget::host(Nodes::BasicWidget &node)
     if (QWidget *created = createWidget(&node)) {
         m_element = dynamic_cast<IWidget *>(created);
         m_direct = dynamic_cast<DirectPainting *>(created);
+        // Before Qt's own connection: it deletes this item when the element is deleted.
+        connect(created, &QObject::destroyed, this, &ProxyWidget::forgetElement);
         setWidget(created);
         setMinimumSize(0, 0);
         setGeometry(created->geometry());
         Utils::NodeRelay::Handlers handlers;
-        handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit propertyUpdated(p); };
+        handlers.propertyChanged = [this](Nodes::BasicProperty *property) {
+            property ? emit propertyUpdated(property) : takeAll();
+        };
         m_relay.connect(&node, std::move(handlers));
     }
     setPositionItems(QRectF());
@@ -119,6 +123,12 @@ void ProxyWidget::stop()
         m_element->stop();
 }
 
+void ProxyWidget::forgetElement()
+{
+    m_element = nullptr;
+    m_direct = nullptr;
+}
+
 void ProxyWidget::takeFlags(const Nodes::BasicWidget &node)
 {
     m_isNotSelectable = !node.isSelectable();
@@ -136,6 +146,25 @@ void ProxyWidget::takeSelectable(const Nodes::BasicWidget &node)
 void ProxyWidget::takeVisible(const Nodes::BasicWidget &node)
 {
     setVisible(node.isVisible());
+}
+
+void ProxyWidget::takeDisabled(const Nodes::BasicWidget &node)
+{
+    if (isRuntime() && widget())
+        widget()->setDisabled(node.isDisabled());
+}
+
+// After changes made on another thread nobody knows which they were.
+void ProxyWidget::takeAll()
+{
+    const Nodes::BasicWidget *node = getNode();
+    if (!node)
+        return;
+    setZValue(node->GetZOrder());
+    takeDisabled(*node);
+    setPositionItems(QRectF());
+    later(&ProxyWidget::takeVisible);
+    later(&ProxyWidget::takeFlags);
 }
 
 void ProxyWidget::later(void (ProxyWidget::*take)(const Nodes::BasicWidget &))
@@ -166,8 +195,7 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
         setFlag(ItemIsMovable, node->isMovable());
         break;
     case 12128:
-        if (isRuntime() && widget())
-            widget()->setDisabled(node->isDisabled());
+        takeDisabled(*node);
         break;
     case 11001:
     case 11002:

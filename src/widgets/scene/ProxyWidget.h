@@ -84,6 +84,9 @@ private:
     void host(Nodes::BasicWidget &node);
     QWidget *createWidget(Nodes::BasicWidget *node);
     void nameElement(QWidget &widget, const Nodes::BasicWidget &node) const;
+    void forgetElement();
+    void takeAll();
+    void takeDisabled(const Nodes::BasicWidget &node);
     void takeFlags(const Nodes::BasicWidget &node);
     void takeSelectable(const Nodes::BasicWidget &node);
     void onPropertyUpdated(Nodes::BasicProperty *property);

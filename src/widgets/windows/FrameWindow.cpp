@@ -17,6 +17,16 @@ namespace {
 // Room for the close button and a few letters of the title.
 constexpr QSize smallestClient(120, 0);
 
+// Null when nothing inside is handling an event.
+ProxyView *busyView(const QWidget &window)
+{
+    for (ProxyView *view : window.findChildren<ProxyView *>()) {
+        if (!view->isIdle())
+            return view;
+    }
+    return nullptr;
+}
+
 bool isRuntime()
 {
     return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
@@ -196,8 +206,22 @@ OverlayWidget *FrameWindow::overlay() const
     return m_overlay;
 }
 
+// Qt would cut a window that was given no size down to a part of its screen.
+void FrameWindow::setVisible(bool isVisible)
+{
+    const QSize client = windowBasic() ? windowBasic()->sizeHint() : QSize();
+    if (isVisible && client.isValid() && !testAttribute(Qt::WA_Resized))
+        resize(outerSize(client));
+    QWidget::setVisible(isVisible);
+}
+
 bool FrameWindow::event(QEvent *event)
 {
+    ProxyView *busy = event->type() == QEvent::DeferredDelete ? busyView(*this) : nullptr;
+    if (busy) {
+        busy->deleteWhenIdle(this);
+        return true;
+    }
     if (event->type() == QEvent::WindowActivate && m_overlay)
         m_overlay->raise();
     return QWidget::event(event);

@@ -66,6 +66,7 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    void setVisible(bool isVisible) override;
 
 public slots:
     /// What the close button does.

@@ -5,12 +5,15 @@
 #include "widgets/windows/Access.h"
 #include "widgets/windows/OverlayWindows.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include "utils/ValueConversions.h"
 
 #include <QCloseEvent>
 #include <QPainter>
 #include <QStyle>
+
+#include <utility>
 
 namespace Widgets {
 
@@ -118,10 +121,9 @@ void WindowBasic::takeRuntimeProperties()
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent, m_node->GetBackgroundColor().alpha == 255);
     viewport()->update();
     const QRect geometry = geometryOf(*m_node);
-    if (geometry == m_nodeGeometry)
-        return;
-    m_nodeGeometry = geometry;
-    setGeometry(geometry);
+    const QRect previous = std::exchange(m_nodeGeometry, geometry);
+    if (geometry != previous)
+        WindowPlacement::follow(*this, previous, geometry);
 }
 
 void WindowBasic::takeEditingGeometry()

@@ -35,9 +35,9 @@ void WindowComposite::LoadComposition(Nodes::BasicComposition *composition)
     stopScene();
     if (!enterScene(*composition))
         return;
-    // Deleted later: the switch may have been asked for by one of its elements.
+    // The switch may come while one of its elements keeps a dialog open.
     if (left && left != scene() && !isLeftKept)
-        left->deleteLater();
+        deleteWhenIdle(left);
     m_composition = composition;
     m_compositionId = composition->GetId();
     startScene();

@@ -126,6 +126,7 @@ QWidget *WindowManager::createFrame(Nodes::ConfigNode *node)
     auto *decorated = new FrameWindow(nullptr);
     decorated->setResizeableFrame(false);
     decorated->setWidget(widget);
+    decorated->move(bounds.topLeft());
     return decorated;
 }
 

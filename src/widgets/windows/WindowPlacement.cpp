@@ -72,6 +72,20 @@ void WindowPlacement::centre(QWidget &outermost, int display)
     outermost.move(area.topLeft());
 }
 
+void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect &to)
+{
+    if (window.isWindow() || from.isNull()) {
+        window.setGeometry(to);
+        return;
+    }
+    QWidget *outer = outermost(&window);
+    if (outer->isMaximized())
+        return;
+    outer->move(outer->pos() + to.topLeft() - from.topLeft());
+    const auto *frame = qobject_cast<FrameWindow *>(outer);
+    outer->resize(frame ? frame->outerSize(to.size()) : to.size());
+}
+
 void WindowPlacement::present(QWidget &window)
 {
     QWidget *outer = outermost(&window);

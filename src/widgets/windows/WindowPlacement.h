@@ -33,6 +33,9 @@ public:
     /// Puts a window, decoration included, in the middle of a 0-based display; of the primary one
     /// when there is no such display.
     static void centre(QWidget &outermost, int display);
+    /// Follows the geometry of the window's node, which was `from` and is now `to`. Inside a frame
+    /// that is a change of place and size; the node's place itself counts from the screen.
+    static void follow(WindowBasic &window, const QRect &from, const QRect &to);
     /// Shows, raises, focuses and activates the window.
     static void present(QWidget &window);
 };

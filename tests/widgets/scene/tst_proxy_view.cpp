@@ -147,6 +147,10 @@ void ProxyViewTest::runtimeHasNothingOfTheEditor()
     wheel(view, QPoint(50, 50), 120, Qt::ControlModifier);
     QCOMPARE(view.verticalScrollBar()->value(), place);
     QVERIFY(view.transform().isIdentity());
+    for (const int key : {Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down})
+        QTest::keyClick(&view, Qt::Key(key));
+    view.resize(150, 350);
+    QCOMPARE(view.mapToScene(0, 0), QPointF(0, 0));
 }
 
 void ProxyViewTest::zoomKeepsThePointUnderTheCursor()

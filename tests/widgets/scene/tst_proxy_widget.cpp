@@ -13,6 +13,8 @@
 
 #include <QKeyEvent>
 
+#include <thread>
+
 using Widgets::ProxyLayer;
 using Widgets::ProxyWidget;
 
@@ -65,6 +67,7 @@ private slots:
     void borderFollowsFrameType();
     void layersCompareByOrder();
     void layerFollowsItsNode();
+    void changesOfOtherThreadsShow();
     void childrenComeAndGo();
     void survivesTheNode();
 };
@@ -243,6 +246,20 @@ void ProxyWidgetTest::layerFollowsItsNode()
     QCOMPARE(order.count(), 1);
 }
 
+void ProxyWidgetTest::changesOfOtherThreadsShow()
+{
+    RuntimeProject project(nodes);
+    const Layer layer(project);
+    std::thread([&] {
+        QVERIFY(project.node(32)->SetPropertyText("visible", "false"));
+        QVERIFY(project.node(32)->SetPropertyText("disabled", "false"));
+        QVERIFY(project.node(31)->SetPropertyText("zOrder", "6"));
+    }).join();
+    QTRY_VERIFY(!layer.host(32)->isVisible());
+    QVERIFY(layer.host(32)->widget()->isEnabled());
+    QCOMPARE(layer.item->zValue(), 6.0);
+}
+
 void ProxyWidgetTest::childrenComeAndGo()
 {
     RuntimeProject project(nodes);
@@ -257,6 +274,8 @@ void ProxyWidgetTest::childrenComeAndGo()
     QCOMPARE(layer.item->getWidgets().size(), 2);
     QVERIFY(layer.host(32)->element()->isActive());
     QTRY_VERIFY(!removed);
+    delete layer.host(33)->widget(); // takes its host with it
+    QCOMPARE(layer.item->getWidgets().size(), 1);
     layer.item->setEnabledItems(false);
     for (const ProxyWidget *host : layer.item->getWidgets())
         QVERIFY(

@@ -257,6 +257,12 @@ void FrameWindowTest::wrapsWindowWhereItStands()
     QCOMPARE(form->pos(), QPoint(frame->getFrameWidth(), 30 + frame->getFrameWidth()));
     QCOMPARE(form->mapToGlobal(QPoint(0, 0)), QPoint(120, 90));
 
+    auto *node = project.node<Nodes::BasicWindow>(3);
+    QVERIFY(node->SetPropertyText("x", "150") && node->SetPropertyText("width", "300"));
+    QCOMPARE(form->mapToGlobal(QPoint(0, 0)), QPoint(150, 90));
+    QCOMPARE(frame->size(), frame->outerSize(QSize(300, 200)));
+    QCOMPARE(form->pos(), QPoint(frame->getFrameWidth(), 30 + frame->getFrameWidth()));
+
     frame->resize(600, 500); // the window's own limits no longer hold
     QCOMPARE(frame->outerSize(form->size()), QSize(600, 500));
     auto *close = frame->findChild<QToolButton *>(QStringLiteral("actionClose"));
@@ -268,15 +274,20 @@ void FrameWindowTest::wrapsWindowWhereItStands()
 
 void FrameWindowTest::keepsOwnSizeWithFrameFlag()
 {
-    RuntimeProject project("<window id=\"3\" name=\"W\" width=\"320\" height=\"200\" "
-                           "frame=\"true\"/>");
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    RuntimeProject project(QStringLiteral("<window id=\"3\" name=\"W\" width=\"%1\" height=\"%2\" "
+                                          "frame=\"true\"/>")
+                               .arg(screen.width())
+                               .arg(screen.height())
+                               .toStdString());
     QVERIFY(project.isValid());
     const QSize ownSize = m_window->outerSize(QSize(320, 200)) + QSize(200, 100);
     auto *form = new Widgets::WindowForm(project.node<Nodes::BasicWindow>(3), nullptr);
     FrameWindow frame(form, nullptr);
     frame.setAttribute(Qt::WA_DeleteOnClose, false);
-    QVERIFY(frame.size() != frame.outerSize(QSize(320, 200)));
+    QVERIFY(frame.size() != frame.outerSize(screen));
     frame.show();
+    QCOMPARE(form->size(), screen);
     frame.resize(ownSize);
     QCOMPARE(frame.outerSize(form->size()), ownSize);
 }

@@ -1,9 +1,13 @@
 #include "support/RuntimeProject.h"
 
+#include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowForm.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
@@ -56,6 +60,8 @@ private slots:
     void droppedSceneIsBuiltAnew();
     void outlivesDeletedNodes_data();
     void outlivesDeletedNodes();
+    void outlivesDialogsOfItsElements_data();
+    void outlivesDialogsOfItsElements();
     void openingIsMeasured();
 };
 
@@ -227,6 +233,64 @@ void TestRuntimeWindows::outlivesDeletedNodes()
         composite.LoadComposition(project.node<BasicComposition>(23));
         QVERIFY(isLive(project, 25));
     }
+}
+
+void TestRuntimeWindows::outlivesDialogsOfItsElements_data()
+{
+    QTest::addColumn<unsigned>("window");
+    QTest::addColumn<bool>("framed");
+    QTest::newRow("closed") << 10u << false;
+    QTest::newRow("closed in its frame") << 10u << true;
+    QTest::newRow("composition changed") << 12u << false;
+}
+
+// An element keeps a dialog open from within its mouse event; meanwhile an action takes the window
+// or its scene away.
+void TestRuntimeWindows::outlivesDialogsOfItsElements()
+{
+    QFETCH(unsigned, window);
+    QFETCH(bool, framed);
+    const RuntimeProject project(screens);
+    auto *shown =
+        qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(window)).widget);
+    if (framed)
+        new FrameWindow(shown, nullptr);
+    WindowPlacement::present(*shown);
+    if (auto *composite = qobject_cast<WindowComposite *>(shown))
+        composite->LoadComposition(project.node<BasicComposition>(23));
+    const QPointer<QObject> scene = shown->proxyScene();
+    struct Element : QObject
+    {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            if (event->type() != QEvent::GraphicsSceneMousePress)
+                return false;
+            QEventLoop dialog;
+            QTimer::singleShot(0, &dialog, meanwhile);
+            QTimer::singleShot(30, &dialog, [&] {
+                wasThere = !view.isNull();
+                dialog.quit();
+            });
+            dialog.exec();
+            return true;
+        }
+        std::function<void()> meanwhile;
+        QPointer<QObject> view;
+        bool wasThere = false;
+    } element;
+    element.view = scene;
+    element.meanwhile = [&] {
+        if (auto *composite = qobject_cast<WindowComposite *>(shown))
+            composite->LoadComposition(project.node<BasicComposition>(20));
+        else
+            QVERIFY(project.manager->closeWindow(window, shown));
+    };
+    for (ProxyWidget *host : shown->proxyScene()->getLayers().first()->getWidgets())
+        host->installEventFilter(&element);
+    QTest::mousePress(shown->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+    QVERIFY(element.wasThere);
+    QTRY_VERIFY(!scene);
+    QCOMPARE(project.openWindows(window), window == 12 ? 1 : 0);
 }
 
 void TestRuntimeWindows::openingIsMeasured()
