@@ -2,9 +2,10 @@
 
 #include "widgets/windows/OverlayWidget.h"
 #include "widgets/windows/OverlayWindows.h"
+#include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
 
-#include <QEvent>
+#include <QCloseEvent>
 
 namespace Widgets {
 
@@ -41,6 +42,11 @@ void FrameWidget::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
         updateOverlay();
+}
+
+void FrameWidget::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(WindowBasic::mayCloseAll(*this));
 }
 
 } // namespace Widgets

@@ -34,6 +34,8 @@ public:
 protected:
     bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    /// Refused when the user may not close one of the windows inside.
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     Nodes::BasicFrame *m_node = nullptr;

@@ -255,14 +255,13 @@ void FrameWindow::hideEvent(QHideEvent *event)
     QWidget::hideEvent(event);
 }
 
-// The hosted window knows whether the user may close it; a dialog ends as if cancelled.
+// The hosted windows know whether the user may close them; a dialog ends as if cancelled.
 void FrameWindow::closeEvent(QCloseEvent *event)
 {
-    const WindowBasic *window = windowBasic();
     if (m_dialog && m_dialog->isVisible())
         m_dialog->reject();
     const bool dialogStays = m_dialog && m_dialog->isVisible();
-    event->setAccepted(!dialogStays && (!window || window->mayClose()));
+    event->setAccepted(!dialogStays && WindowBasic::mayCloseAll(*this));
 }
 
 } // namespace Widgets

@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <algorithm>
 #include <utility>
 
 namespace Widgets {
@@ -88,6 +89,13 @@ bool WindowBasic::mayClose() const
 {
     const BasicWindow *node = getNode();
     return !isRuntime() || !node || HasPrivilege(Nodes::PrivilegeClose, node);
+}
+
+bool WindowBasic::mayCloseAll(const QWidget &frame)
+{
+    const QList<WindowBasic *> windows = frame.findChildren<WindowBasic *>();
+    return std::all_of(windows.begin(), windows.end(),
+                       [](const WindowBasic *window) { return window->mayClose(); });
 }
 
 QSize WindowBasic::sizeHint() const

@@ -40,6 +40,8 @@ public:
 
     /// Whether the current user may close the window; true outside the operator runtime.
     bool mayClose() const;
+    /// The same for every window that stands inside `frame`.
+    static bool mayCloseAll(const QWidget &frame);
 
     QSize sizeHint() const override;
 

@@ -1,6 +1,7 @@
 #include "support/FakeScreens.h"
 #include "support/RuntimeProject.h"
 
+#include "widgets/windows/FrameWidget.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowBasic.h"
@@ -185,6 +186,11 @@ void TestWindowManager::withoutTheRightItStaysOpen()
     QVERIFY(window->isVisible());
     QVERIFY(!QApplication::activeModalWidget());
     QCOMPARE(project.openWindows(10), 1);
+    project.manager->Start();
+    for (QWidget *frame : QApplication::topLevelWidgets()) {
+        if (qobject_cast<FrameWidget *>(frame) || qobject_cast<FrameWindow *>(frame))
+            QCOMPARE(frame->close(), frame->windowTitle() == "Empty");
+    }
 }
 
 void TestWindowManager::altZMinimizesAndPassesOn_data()
