@@ -203,7 +203,8 @@ void ProxyView::mouseMoveEvent(QMouseEvent *event)
 
 void ProxyView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (isEditor() && event->button() == Qt::MiddleButton) {
+    const bool isPanning = !isInteractive();
+    if (isEditor() && event->button() == Qt::MiddleButton && isPanning) {
         setDragMode(RubberBandDrag);
         setInteractive(true);
         QApplication::restoreOverrideCursor();

@@ -89,6 +89,7 @@ void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect
 void WindowPlacement::present(QWidget &window)
 {
     QWidget *outer = outermost(&window);
+    outer->setWindowState(outer->windowState() & ~Qt::WindowMinimized); // show() would leave it so
     outer->show();
     outer->raise();
     outer->setFocus(Qt::ActiveWindowFocusReason);

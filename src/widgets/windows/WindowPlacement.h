@@ -36,7 +36,7 @@ public:
     /// Follows the geometry of the window's node, which was `from` and is now `to`. Inside a frame
     /// that is a change of place and size; the node's place itself counts from the screen.
     static void follow(WindowBasic &window, const QRect &from, const QRect &to);
-    /// Shows, raises, focuses and activates the window.
+    /// Shows (a minimised one restored), raises, focuses and activates the window.
     static void present(QWidget &window);
 };
 

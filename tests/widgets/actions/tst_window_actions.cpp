@@ -145,6 +145,10 @@ void TestWindowActions::reusesOpenWindows()
         project.push(unsigned(push.x()), push.y());
     runAll(project);
     QCOMPARE(project.openWindows(10), instances);
+    project.manager->GetWindow(10)->showMinimized();
+    project.push(41);
+    runAll(project);
+    QVERIFY(!project.manager->GetWindow(10)->isMinimized());
 }
 
 void TestWindowActions::closes_data()

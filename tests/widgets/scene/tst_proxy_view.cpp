@@ -170,6 +170,10 @@ void ProxyViewTest::zoomKeepsThePointUnderTheCursor()
     wheel(view, at, 120, Qt::ControlModifier);
     mouse(view, QEvent::MouseButtonPress, at, Qt::ControlModifier);
     QVERIFY(view.transform().isIdentity());
+    QApplication::setOverrideCursor(Qt::WaitCursor); // somebody else's
+    mouse(view, QEvent::MouseButtonRelease, at, Qt::ControlModifier);
+    QVERIFY(QApplication::overrideCursor());
+    QApplication::restoreOverrideCursor();
 }
 
 void ProxyViewTest::wheelScrolls()
