@@ -7,7 +7,7 @@
 #include <qpa/qwindowsysteminterface.h>
 
 /// Puts several displays side by side in place of the platform plug-in's only one. Once a process,
-/// before the first window; the displays stay until the application ends.
+/// before the first window; the displays stay until they are removed or the application ends.
 class FakeScreens
 {
 public:
@@ -21,6 +21,14 @@ public:
         for (QPlatformScreen *screen : siblings())
             QWindowSystemInterface::handleScreenAdded(screen, screen == siblings().first());
         QWindowSystemInterface::handleScreenRemoved(stock);
+    }
+
+    /// As if its cable was pulled.
+    static void remove(int number)
+    {
+        QPlatformScreen *gone = QGuiApplication::screens().at(number)->handle();
+        siblings().removeOne(gone);
+        QWindowSystemInterface::handleScreenRemoved(gone);
     }
 
     static QPoint topLeft(int number) { return {number * Size.width(), 0}; }

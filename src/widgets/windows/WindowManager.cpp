@@ -4,6 +4,7 @@
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/windows/IdleLogout.h"
 #include "widgets/windows/WindowManagerWorkerThread.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/actions/BasicAction.h"
 #include "nodes/alarms/systemAlarming.h"
@@ -16,6 +17,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLoggingCategory>
+#include <QScreen>
 #include <QThread>
 #include <QWidget>
 
@@ -46,6 +48,14 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
         emit actionsFreed();
     });
     connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
+    // Frames stay: over those of another display they would hide it.
+    connect(qApp, &QGuiApplication::screenRemoved, this, [this](const QScreen *gone) {
+        for (const WidgetLink &link : qAsConst(m_windows)) {
+            QWidget *outer = WindowPlacement::outermost(link.widget);
+            if (outer->isWindow())
+                WindowPlacement::bringBack(*outer, gone->geometry());
+        }
+    });
     subscribeAlarms();
     subscribeTimers();
     watchIdleness();

@@ -10,6 +10,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace Widgets {
 
 using Nodes::BasicPlacingAction;
@@ -84,6 +86,17 @@ void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect
     outer->move(outer->pos() + to.topLeft() - from.topLeft());
     const auto *frame = qobject_cast<FrameWindow *>(outer);
     outer->resize(frame ? frame->outerSize(to.size()) : to.size());
+}
+
+void WindowPlacement::bringBack(QWidget &window, const QRect &gone)
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const bool isSeen =
+        std::any_of(screens.begin(), screens.end(), [&window](const QScreen *screen) {
+            return screen->geometry().intersects(window.frameGeometry());
+        });
+    if (!isSeen && !screens.isEmpty())
+        window.move(window.pos() + screens.first()->geometry().topLeft() - gone.topLeft());
 }
 
 void WindowPlacement::present(QWidget &window)

@@ -36,6 +36,9 @@ public:
     /// Follows the geometry of the window's node, which was `from` and is now `to`. Inside a frame
     /// that is a change of place and size; the node's place itself counts from the screen.
     static void follow(WindowBasic &window, const QRect &from, const QRect &to);
+    /// Moves a top-level window that is on no screen any more, because the one at `gone` was
+    /// unplugged, to the same place of the primary screen.
+    static void bringBack(QWidget &window, const QRect &gone);
     /// Shows (a minimised one restored), raises, focuses and activates the window.
     static void present(QWidget &window);
 };

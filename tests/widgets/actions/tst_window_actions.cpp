@@ -65,6 +65,7 @@ private slots:
     void changingTheCompositionKeepsThePlace();
     void refusals_data();
     void refusals();
+    void windowsLeaveAnUnpluggedDisplay(); // the last: the display stays away
 
 private:
     /// Runs everything pushed before: actions run in order.
@@ -271,6 +272,25 @@ void TestWindowActions::refusals()
     QVERIFY2(message.isEmpty() || shown.last().startsWith(message), qPrintable(shown.join(' ')));
     QCOMPARE(project.openWindows(10), 1);
     QVERIFY(project.value(30) == before);
+}
+
+void TestWindowActions::windowsLeaveAnUnpluggedDisplay()
+{
+    const RuntimeProject project(screens);
+    project.manager->Start();
+    project.push(43);
+    project.push(46);
+    runAll(project);
+    const QPoint frame = project.manager->getFrame(1)->pos();
+    FakeScreens::remove(1);
+    QCOMPARE(clientArea(*project.manager->GetWindow(10)), QRect(30, 40, 200, 100));
+    QCOMPARE(clientArea(*project.manager->GetWindow(11)), QRect(70, 80, 200, 100));
+    const QWidget *stayed = project.manager->windows().at(1).widget->window();
+    QCOMPARE(stayed->pos(), frame);
+    project.push(43); // opens where the node says, on a display that exists
+    runAll(project);
+    QCOMPARE(project.openWindows(10), 2);
+    QCOMPARE(clientArea(*project.manager->windows().last().widget), QRect(30, 40, 200, 100));
 }
 
 QTEST_MAIN(TestWindowActions)
