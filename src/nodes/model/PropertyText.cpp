@@ -2,6 +2,7 @@
 
 #include "nodes/values/NumberText.h"
 
+#include <cmath>
 #include <limits>
 
 namespace Nodes {
@@ -26,13 +27,16 @@ bool parseInteger(const PropertyDescriptor &d, std::string_view text, Integer &v
 
 bool parseChoice(const PropertyDescriptor &d, std::string_view text, int &value)
 {
+    if (d.choices.empty())
+        return parseInteger(d, text, value);
+    const auto code = ParseInteger(text);
     for (const PropertyChoice &choice : d.choices) {
-        if (choice.token == text) {
+        if (choice.token == text || code == choice.code) {
             value = choice.code;
             return true;
         }
     }
-    return parseInteger(d, text, value);
+    return false;
 }
 
 bool parseId(std::string_view text, Collection collection, NodeLink &link)
@@ -122,7 +126,7 @@ bool ParseProperty(const PropertyDescriptor &d, std::string_view text, Collectio
 bool ParseProperty(const PropertyDescriptor &d, std::string_view text, Collection, double &value)
 {
     const auto number = ParseDouble(text);
-    if (!number || !inRange(d, *number))
+    if (!number || !std::isfinite(*number) || !inRange(d, *number))
         return false;
     value = *number;
     return true;
