@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace Nodes {
 
@@ -41,10 +42,14 @@ struct TextWriter
     }
 };
 
-bool isLogical(const SignalValue &value)
+/// Any number and the two words; nothing for other texts and NaN.
+std::optional<bool> logicalOf(const SignalValue &value)
 {
-    return !std::isnan(value.ToDouble()) || value.ToString() == "true" ||
-           value.ToString() == "false";
+    const double number = value.ToDouble();
+    if (!std::isnan(number))
+        return number != 0;
+    const std::string text = value.ToString();
+    return text == "true" || text == "false" ? std::optional(text == "true") : std::nullopt;
 }
 
 /// Whether the nearest integer of `number` is within the limits; NaN is not.
@@ -70,13 +75,13 @@ SignalValue SignalValue::ConvertedTo(enSignalValueType type) const
     SignalValue fitting{Result(Result::WrongType, "'" + ToString() + "'")};
     if (type == enSignalValueType::String)
         fitting = ToString();
-    else if (type == enSignalValueType::Bool && isLogical(*this))
-        fitting = ToBool();
+    else if (type == enSignalValueType::Bool && logicalOf(*this))
+        fitting = *logicalOf(*this);
     else if (type == enSignalValueType::Int && isWithin(number, intLowest, intLimit))
         fitting = ToInt();
     else if (type == enSignalValueType::ULong && isWithin(number, 0, ulongLimit))
         fitting = ToULong();
-    else if (type == enSignalValueType::Double && !std::isnan(number))
+    else if (type == enSignalValueType::Double && std::isfinite(number))
         fitting = number;
     fitting.SetTimes(m_sourceTime, m_receiveTime);
     fitting.SetQuality(m_quality);

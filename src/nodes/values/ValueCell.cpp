@@ -3,6 +3,8 @@
 #include "nodes/values/Clock.h"
 #include "nodes/values/SlotList.h"
 
+#include <cmath>
+
 namespace Nodes {
 
 struct ValueCellSignal
@@ -20,6 +22,8 @@ ValueCell::~ValueCell()
 void ValueCell::Publish(SignalValue value)
 {
     const Clock &clock = Clock::Current();
+    if (value.GetType() == enSignalValueType::Double && !std::isfinite(value.ToDouble()))
+        value.SetValue(Result(Result::OutOfRange, "not a finite number: " + value.ToString()));
     if (value.GetReceiveTime() == 0) {
         const Timestamp now = clock.Now();
         value.SetTimes(value.GetSourceTime() != 0 ? value.GetSourceTime() : now, now);

@@ -25,8 +25,10 @@ public:
     ValueCell &operator=(const ValueCell &) = delete;
 
     /// Stores the value, stamped now where it carries no times, then calls every subscriber on
-    /// this thread. Two publishers never interleave a store, but subscribers may see the later
-    /// value first: they read Value() when only the latest counts.
+    /// this thread. What is no finite number is stored as the error OutOfRange, whoever sends it:
+    /// nothing compares with it and no limit catches it. Two publishers never interleave a store,
+    /// but subscribers may see the later value first: they read Value() when only the latest
+    /// counts.
     void Publish(SignalValue value);
     /// Keeps the last value and its source time but with this quality; subscribers hear of it when
     /// the quality changed. Nothing received yet becomes the error `reason`.

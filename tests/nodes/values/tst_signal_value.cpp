@@ -1,6 +1,7 @@
 #include "nodes/values/NColor.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/SignalValue.h"
+#include "nodes/values/ValueCell.h"
 
 #include <QtTest>
 
@@ -18,6 +19,10 @@ private slots:
     void readsNumbers();
     void convertsWithoutLosing_data();
     void convertsWithoutLosing();
+    void textsConvertOrFail_data();
+    void textsConvertOrFail();
+    void publishesNoInfinity_data();
+    void publishesNoInfinity();
     void qualityFollowsTheHeldAlternative();
     void numberTextsSurviveARoundTrip_data();
     void numberTextsSurviveARoundTrip();
@@ -96,6 +101,52 @@ void TestSignalValue::convertsWithoutLosing()
     QTEST(converted.IsError() ? QString() : QString::fromStdString(converted.ToString()), "text");
     QCOMPARE(converted.GetSourceTime(), Timestamp(11));
     QCOMPARE(converted.GetQuality(), converted.IsError() ? Quality::Bad : Quality::Uncertain);
+}
+
+void TestSignalValue::textsConvertOrFail_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("text"); // empty: does not fit
+    const int logical = int(enSignalValueType::Bool);
+    const int real = int(enSignalValueType::Double);
+    QTest::newRow("number above one is true") << "2" << logical << "true";
+    QTest::newRow("written with decimals") << "0.0" << logical << "false";
+    QTest::newRow("word") << "false" << logical << "false";
+    QTest::newRow("other word") << "yes" << logical << "";
+    QTest::newRow("infinite") << "inf" << real << "";
+    QTest::newRow("not a number") << "nan" << real << "";
+}
+
+void TestSignalValue::textsConvertOrFail()
+{
+    QFETCH(QString, given);
+    QFETCH(int, type);
+    const SignalValue converted =
+        SignalValue(given.toStdString()).ConvertedTo(enSignalValueType(type));
+    QTEST(converted.IsError() ? QString() : QString::fromStdString(converted.ToString()), "text");
+}
+
+void TestSignalValue::publishesNoInfinity_data()
+{
+    QTest::addColumn<double>("number");
+    QTest::newRow("infinite") << -std::numeric_limits<double>::infinity();
+    QTest::newRow("not a number") << qQNaN();
+}
+
+void TestSignalValue::publishesNoInfinity()
+{
+    QFETCH(double, number);
+    ValueCell cell;
+    SignalValue heard;
+    const boost::signals2::scoped_connection connection(
+        cell.Subscribe([&](const SignalValue &value) { heard = value; }));
+    SignalValue value(number);
+    value.SetTimes(11, 12);
+    cell.Publish(value);
+    QVERIFY(heard == cell.Value());
+    QVERIFY(heard.GetError() == Result::OutOfRange);
+    QCOMPARE(heard.GetSourceTime(), Timestamp(11));
 }
 
 void TestSignalValue::qualityFollowsTheHeldAlternative()
