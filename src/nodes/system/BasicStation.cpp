@@ -2,6 +2,7 @@
 
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/NodesCollection.h"
 
 namespace Nodes {
 
@@ -17,9 +18,15 @@ KindInfo BasicStation::Kind()
 
 systemAuthentication *BasicStation::GetSystemAuthentication() const
 {
-    for (ConfigNode *node : GetObjects(NodeType::TypeSubsystem)) {
-        if (auto *authentication = dynamic_cast<systemAuthentication *>(node))
-            return authentication;
+    const NodesCollection *project = GetNodesCollection();
+    const ConfigNode *root = project ? project->GetRoot() : nullptr;
+    for (const ConfigNode *owner : {static_cast<const ConfigNode *>(this), root}) {
+        if (!owner)
+            continue;
+        for (ConfigNode *node : owner->GetObjects(NodeType::TypeSubsystem)) {
+            if (auto *authentication = dynamic_cast<systemAuthentication *>(node))
+                return authentication;
+        }
     }
     return nullptr;
 }

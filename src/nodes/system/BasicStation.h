@@ -12,7 +12,8 @@ class NODES_EXPORT BasicStation : public ConfigNode
 public:
     static KindInfo Kind();
 
-    /// User subsystem of this station; null when the project configures none.
+    /// User subsystem of this station, else the one of the whole project; null when the project
+    /// configures none.
     systemAuthentication *GetSystemAuthentication() const;
 };
 
