@@ -73,9 +73,13 @@ void AlarmEngine::Stop()
     for (const auto &watch : m_watches)
         watch->subscription.Disconnect();
     m_thread.Stop();
+    {
+        // No operation may follow the last work: it would be confirmed but never recorded.
+        const std::lock_guard lock(m_mutex);
+        m_isRunning = false;
+    }
     (void)work();
     const std::lock_guard lock(m_mutex);
-    m_isRunning = false;
     m_deadlines.clear();
     m_byNode.clear();
     m_watches.clear();

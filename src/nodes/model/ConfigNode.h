@@ -115,6 +115,7 @@ public:
     virtual void Validate(ValidationResults &results) const;
 
     /// Writes an entry into the system event journal; any thread. The source is a node or a text.
+    /// The current user is noted with the levels of what users do: acknowledge, security, action.
     Result StoreMessage(EventLevel level, const std::string &text, const NodeLink &source) const;
     Result StoreMessage(EventLevel level, const std::string &text, const std::string &source) const;
     /// The same with the event type of alarms.

@@ -8,13 +8,20 @@ namespace Nodes {
 
 namespace {
 
+/// What the system reports by itself is not the doing of whoever happens to be logged in.
+bool isActOfUser(EventLevel level)
+{
+    return level == LevelAcknowledge || level == LevelSecurity || level == LevelAction;
+}
+
 // Names and places of nodes are fixed while the station runs, so any thread may read them then.
 Result append(const ConfigNode &node, BasicEvent event)
 {
     const systemCore *core = node.GetCore();
     if (!core)
         return Result(&node, Result::NotAvailable, "no core, no journal: " + event.text);
-    if (const systemAuthentication *users = core->GetSystemAuthentication())
+    const systemAuthentication *users = core->GetSystemAuthentication();
+    if (users && isActOfUser(event.level))
         event.user = users->GetCurrentUserName();
     return core->GetJournal().Append(std::move(event));
 }

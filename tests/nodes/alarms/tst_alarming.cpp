@@ -115,6 +115,8 @@ private slots:
     void journalled();
     void rights_data();
     void rights();
+    void messagesNameWhoDidThem_data();
+    void messagesNameWhoDidThem();
     void refusals();
     void restart();
     void damagedStateFile();
@@ -202,6 +204,31 @@ void TestAlarming::rights()
     std::vector<BasicEvent> refused;
     QVERIFY(station.core.GetJournal().Query(query, refused));
     QCOMPARE(refused.size(), std::size_t(!mayAcknowledge + 4 * !mayShelve));
+}
+
+void TestAlarming::messagesNameWhoDidThem_data()
+{
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QByteArray>("user");
+    QTest::newRow("lost device") << int(LevelWarning) << QByteArray();
+    QTest::newRow("operator's action") << int(LevelAction) << QByteArray("shelve");
+}
+
+void TestAlarming::messagesNameWhoDidThem()
+{
+    QFETCH(int, level);
+    Station station(*m_directory, true);
+    QVERIFY(station.core.Start());
+    QVERIFY(station.users->Authenticate(station.users->GetSubObject("shelve")));
+    QVERIFY(station.tank->StoreMessage(EventLevel(level), "проба", station.tank));
+    QVERIFY(station.core.GetJournal().Flush());
+    JournalQuery query;
+    query.text = "проба";
+    std::vector<BasicEvent> stored;
+    QVERIFY(station.core.GetJournal().Query(query, stored));
+    QCOMPARE(stored.size(), std::size_t(1));
+    QTEST(QByteArray::fromStdString(stored[0].user), "user");
+    QCOMPARE(stored[0].source, station.tank->GetPath());
 }
 
 void TestAlarming::refusals()
