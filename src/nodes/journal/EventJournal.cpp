@@ -15,8 +15,21 @@ namespace Nodes {
 namespace {
 
 constexpr std::size_t queueCapacity = 100000;
+constexpr std::size_t longestText = std::size_t(1) << 20; // so that a row fits a spilled record
 
+/// Shortens to whole characters and marks the cut.
+void clip(std::string &text)
+{
+    if (text.size() <= longestText)
+        return;
+    std::size_t end = longestText;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end;
+    text.resize(end);
+    text += "…";
 }
+
+} // namespace
 
 struct EventJournal::Impl
 {
@@ -77,6 +90,9 @@ Result EventJournal::Append(BasicEvent event)
     if (event.time == 0)
         event.time = Clock::Current().Now();
     event.id = 0;
+    for (std::string *text :
+         {&event.text, &event.source, &event.user, &event.oldValue, &event.newValue})
+        clip(*text);
     if (m_impl->queue.Push(MakeJournalRow(std::move(event)), m_impl->writer.IsOwnThread()))
         return Result();
     return Result(Result::LimitExceeded, "journal: " + std::to_string(queueCapacity) +

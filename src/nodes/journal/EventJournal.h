@@ -36,7 +36,7 @@ public:
     bool IsOpen() const;
 
     /// Queues an entry; stamps it when it has no time. LimitExceeded only when queue and spill
-    /// file are both unavailable. Before Open entries wait in memory.
+    /// file are both unavailable. Before Open entries wait in memory. Texts beyond 1 MiB are cut.
     Result Append(BasicEvent event);
     /// Returns when everything appended before has been written or spilled; StorageError when
     /// neither is possible, NotAvailable before Open. Has the database tried again at once.

@@ -108,6 +108,7 @@ private slots:
     void openFails();
     void nothingCanBeWritten();
     void replayedTwice();
+    void longestTextsAreSpilled();
     void tornSpill();
     void damaged_data();
     void damaged();
@@ -407,6 +408,26 @@ void TestEventJournal::replayedTwice()
         // As if the machine had stopped between the transaction and the removal of the file.
         QVERIFY(QFile::copy(path(".kept"), path(".spill")));
     }
+}
+
+void TestEventJournal::longestTextsAreSpilled()
+{
+    store(1);
+    {
+        EventJournal journal;
+        open(journal);
+        const LockedByOther lock(m_file);
+        for (const char *letter : {"я", "2"})
+            QVERIFY(journal.Append(entry(QString(letter).repeated(20000000).toStdString())));
+        QVERIFY(journal.Append(entry("last")));
+        journal.Close();
+    }
+    EventJournal journal;
+    open(journal);
+    QTRY_COMPARE(texts(journal).size(), 4);
+    QCOMPARE(texts(journal)[3], QString("last"));
+    QVERIFY(texts(journal)[1].endsWith("яя…"));
+    QVERIFY(!QFile::exists(path(".spill.damaged")));
 }
 
 void TestEventJournal::tornSpill()
