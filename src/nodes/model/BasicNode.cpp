@@ -1,6 +1,6 @@
 #include "nodes/model/BasicNode.h"
 
-#include "nodes/model/BasicProperty.h"
+#include "nodes/model/BasicNodeRare.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
@@ -11,12 +11,6 @@
 
 namespace Nodes {
 
-struct BasicNode::Rare
-{
-    std::vector<std::unique_ptr<BasicProperty>> properties;
-    Attributes foreign;
-};
-
 BasicNode::BasicNode() = default;
 BasicNode::~BasicNode() = default;
 
@@ -25,6 +19,18 @@ BasicNode::Rare &BasicNode::rare() const
     if (!m_rare)
         m_rare = std::make_unique<Rare>();
     return *m_rare;
+}
+
+ConfigNode *BasicNode::originalsParent() const
+{
+    return m_rare ? m_rare->originalsParent.GetNode() : nullptr;
+}
+
+void BasicNode::setParent(ConfigNode *parent)
+{
+    m_parent = parent;
+    if (m_rare)
+        m_rare->originalsParent = NodeLink();
 }
 
 AuthPrivArray BasicNode::GetAvailablePrivs() const
@@ -43,7 +49,7 @@ std::vector<ConfigNode *> BasicNode::GetPathNodes() const
     const BasicNode *node = this;
     while (node) {
         path.push_back(static_cast<ConfigNode *>(const_cast<BasicNode *>(node)));
-        node = node->m_parent;
+        node = node->GetParent();
     }
     std::reverse(path.begin(), path.end());
     return path;
@@ -52,7 +58,7 @@ std::vector<ConfigNode *> BasicNode::GetPathNodes() const
 std::string BasicNode::GetPath() const
 {
     std::string path;
-    for (const BasicNode *node = this; node && node->m_parent; node = node->m_parent)
+    for (const BasicNode *node = this; node->GetParent(); node = node->GetParent())
         path = path.empty() ? node->m_name : node->m_name + "/" + path;
     return path;
 }
@@ -74,12 +80,13 @@ void BasicNode::SetDescription(std::string description)
 
 systemCore *BasicNode::GetCore() const
 {
-    return m_collection ? m_collection->GetCore() : nullptr;
+    const NodesCollection *project = GetNodesCollection();
+    return project ? project->GetCore() : nullptr;
 }
 
 BasicStation *BasicNode::GetStation() const
 {
-    for (const BasicNode *node = this; node; node = node->m_parent) {
+    for (const BasicNode *node = this; node; node = node->GetParent()) {
         if (auto *station = dynamic_cast<const BasicStation *>(node))
             return const_cast<BasicStation *>(station);
     }
@@ -123,7 +130,8 @@ BasicProperty *BasicNode::GetPropertyByValueId(unsigned valueId) const
 
 std::vector<BasicProperty *> BasicNode::GetPropertiesByParent(unsigned long id) const
 {
-    const ConfigNode *child = m_collection ? m_collection->FindNode(id) : nullptr;
+    const NodesCollection *project = GetNodesCollection();
+    const ConfigNode *child = project ? project->FindNode(id) : nullptr;
     return child && child->GetParent() == this ? child->GetProperties()
                                                : std::vector<BasicProperty *>();
 }

@@ -4,6 +4,7 @@
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodeLink.h"
 #include "nodes/model/NodeType.h"
+#include "nodes/model/ProjectPlace.h"
 #include "nodes/values/Result.h"
 
 #include <boost/any.hpp>
@@ -49,14 +50,16 @@ public:
     void SetName(std::string name);
     void SetDescription(std::string description);
 
-    ConfigNode *GetParent() const { return m_parent; }
+    /// Null at the root. A detached copy stands where its original stood, as long as that exists.
+    ConfigNode *GetParent() const { return m_parent ? m_parent : originalsParent(); }
     /// Chain from the root to this node, both included.
     std::vector<ConfigNode *> GetPathNodes() const;
     NodeLink GetNodeLink() const { return NodeLink(this); }
 
-    /// Project this node belongs to; null for a node that was never part of one.
-    NodesCollection *GetNodesCollection() const { return m_collection; }
-    NodesCollection *GetCollection() const { return m_collection; }
+    /// Project this node belongs to; null for a node that was never part of one and for one that
+    /// outlived its project.
+    NodesCollection *GetNodesCollection() const { return m_place ? m_place->project : nullptr; }
+    NodesCollection *GetCollection() const { return GetNodesCollection(); }
     /// Core the project is loaded in; null while it is being built.
     systemCore *GetCore() const;
     /// Station the node belongs to: the nearest one above, else the local one; may be null.
@@ -106,15 +109,17 @@ private:
     friend class NodesArray;
     friend class systemCore;
 
-    struct Rare; // what few nodes have: property objects, foreign attributes
+    struct Rare; // what few nodes have: property objects, foreign attributes, place of a copy
 
     Rare &rare() const;
+    ConfigNode *originalsParent() const;
+    void setParent(ConfigNode *parent);
     void announce(const PropertyDescriptor &descriptor);
 
     const KindInfo *m_kind = nullptr;
     unsigned long m_id = 0;
     ConfigNode *m_parent = nullptr;
-    NodesCollection *m_collection = nullptr;
+    const ProjectPlace *m_place = nullptr;
     std::string m_name;
     std::string m_description;
     mutable std::unique_ptr<Rare> m_rare;

@@ -14,8 +14,8 @@ ConfigNode::ConfigNode() = default;
 
 ConfigNode::~ConfigNode()
 {
-    if (m_collection && m_collection->FindNode(m_id) == this)
-        m_collection->forget(*this);
+    if (isIndexed())
+        GetNodesCollection()->forget(*this);
     delete m_notifications.load();
 }
 

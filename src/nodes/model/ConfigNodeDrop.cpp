@@ -77,10 +77,11 @@ int ConfigNode::DropNodes(const NodesArray &nodes, enDropFlags flags)
         return count;
     }
     NodesArray clones;
-    if (!m_collection || !m_collection->CloneNodes(nodes, clones, true))
+    NodesCollection *project = GetNodesCollection();
+    if (!project || !project->CloneNodes(nodes, clones, true))
         return 0;
     for (const NodeLink &clone : clones) {
-        std::unique_ptr<ConfigNode> node = m_collection->TakeClone(clone);
+        std::unique_ptr<ConfigNode> node = project->TakeClone(clone);
         count += AddNode(node) ? 1 : 0;
     }
     return count;

@@ -87,7 +87,8 @@ bool isAncestor(const ConfigNode *ancestor, const ConfigNode *node)
 
 bool ConfigNode::isIndexed() const
 {
-    return m_collection && m_collection->FindNode(m_id) == this;
+    const NodesCollection *project = GetNodesCollection();
+    return project && project->FindNode(m_id) == this;
 }
 
 int ConfigNode::GetHeight() const
@@ -102,7 +103,7 @@ Result ConfigNode::checkAdd(const ConfigNode &node) const
 {
     if (GetNodeType().GetSubtype() == NodeType::SubtypeUnknown)
         return Result(this, Result::InvalidArgument, "an unknown element takes no nodes");
-    if (node.m_collection != m_collection)
+    if (node.GetNodesCollection() != GetNodesCollection())
         return Result(this, Result::InvalidArgument, "the node belongs to another project");
     if (isAncestor(&node, this))
         return Result(this, Result::Cycle, "a node cannot stand below itself");
@@ -129,16 +130,17 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
     const Result allowed = checkAdd(*node);
     if (!allowed)
         return allowed;
+    NodesCollection *project = GetNodesCollection();
     if (isIndexed()) {
-        const Result remembered = m_collection->remember(*node);
+        const Result remembered = project->remember(*node);
         if (!remembered) {
-            m_collection->forget(*node);
+            project->forget(*node);
             return remembered;
         }
     }
-    if (m_collection && m_collection->takeRenameMark(node->m_id))
+    if (project && project->takeRenameMark(node->m_id))
         makeNameUnique(*this, *node);
-    node->m_parent = this;
+    node->setParent(this);
     const bool isLast = index < 0 || index >= GetNodeCount();
     const auto place = isLast ? m_children.end() : m_children.begin() + index;
     const NodeLink link(m_children.insert(place, std::move(node))->get());
@@ -149,14 +151,14 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
 
 void ConfigNode::Append(std::unique_ptr<ConfigNode> child)
 {
-    child->m_parent = this;
+    child->setParent(this);
     m_children.push_back(std::move(child));
 }
 
 std::vector<std::unique_ptr<ConfigNode>> ConfigNode::TakeChildren()
 {
     for (const auto &child : m_children)
-        child->m_parent = nullptr;
+        child->setParent(nullptr);
     return std::move(m_children);
 }
 
@@ -168,9 +170,9 @@ std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
         return nullptr;
     std::unique_ptr<ConfigNode> node = std::move(*place);
     m_children.erase(place);
-    if (m_collection)
-        m_collection->forget(*node);
-    node->m_parent = nullptr;
+    if (NodesCollection *project = GetNodesCollection())
+        project->forget(*node);
+    node->setParent(nullptr);
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childRemoved(child);
     return node;
@@ -241,9 +243,10 @@ int ConfigNode::ReplaceLink(const NodeLink &from, const NodeLink &to)
 
 int ConfigNode::ReplaceLink(const NodeLink &from, const std::string &path)
 {
-    if (!m_collection)
+    const NodesCollection *project = GetNodesCollection();
+    if (!project)
         return 0;
-    const std::vector<ConfigNode *> targets = m_collection->GetNodesByPath(path);
+    const std::vector<ConfigNode *> targets = project->GetNodesByPath(path);
     return targets.empty() ? 0 : ReplaceLink(from, NodeLink(targets.front()));
 }
 

@@ -1,5 +1,6 @@
 #include "nodes/model/NodesArray.h"
 
+#include "nodes/model/BasicNodeRare.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 
@@ -31,17 +32,18 @@ std::unique_ptr<ConfigNode> NodesArray::CreateNodeCopy(NodeType type, const Conf
     std::unique_ptr<ConfigNode> copy = source->GetKind()->create();
     copy->m_kind = source->m_kind;
     copy->m_id = source->m_id;
-    copy->m_parent = source->m_parent;
-    copy->m_collection = source->m_collection;
+    copy->m_place = source->m_place;
     copy->m_name = source->m_name;
     copy->m_description = source->m_description;
     copyProperties(*source, *copy);
     for (const auto &child : source->Children()) {
         if (auto childCopy = CreateNodeCopy(child->GetNodeType(), child.get())) {
-            childCopy->m_parent = copy.get();
+            childCopy->setParent(copy.get());
             copy->m_children.push_back(std::move(childCopy));
         }
     }
+    if (const ConfigNode *parent = source->GetParent())
+        copy->rare().originalsParent = parent;
     return copy;
 }
 

@@ -24,7 +24,8 @@ public:
     bool Contains(const NodeLink &link) const;
 
     /// Detached copy of `source` with its properties and children: it keeps ids, parent and
-    /// project for look-ups but is in no index, so links still resolve to the original.
+    /// project for look-ups but is in no index, so links still resolve to the original. It may
+    /// outlive all three: it then has no parent and no project.
     /// Null when the type differs from the source's or the source is null.
     static std::unique_ptr<ConfigNode> CreateNodeCopy(NodeType type, const ConfigNode *source);
 

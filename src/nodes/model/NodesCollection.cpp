@@ -18,6 +18,7 @@ struct Registry
     std::mutex mutex;
     unsigned long lastToken = 0;
     std::map<unsigned long, NodesCollection *> collections;
+    std::vector<std::unique_ptr<ProjectPlace>> places;
     std::atomic<NodesCollection *> current{nullptr};
 };
 
@@ -35,9 +36,18 @@ unsigned long enroll(NodesCollection *collection)
     return r.lastToken;
 }
 
+ProjectPlace *makePlace(NodesCollection *collection)
+{
+    auto place = std::make_unique<ProjectPlace>();
+    place->project = collection;
+    Registry &r = registry();
+    const std::lock_guard lock(r.mutex);
+    return r.places.emplace_back(std::move(place)).get();
+}
+
 } // namespace
 
-NodesCollection::NodesCollection() : m_token(enroll(this)) {}
+NodesCollection::NodesCollection() : m_token(enroll(this)), m_place(makePlace(this)) {}
 
 NodesCollection::~NodesCollection()
 {
@@ -52,6 +62,7 @@ NodesCollection::~NodesCollection()
     m_index.clear();
     m_clones.clear();
     m_root.reset();
+    m_place->project = nullptr;
 }
 
 NodesCollection *NodesCollection::Current()
@@ -87,16 +98,17 @@ int NodesCollection::FindNodes(NodeType type, NodeLinks *found) const
 {
     if (!m_root)
         return 0;
-    int count = 0;
+    const std::size_t before = found->size();
     const bool isFamily = type.GetSubtype() == NodeType::SubtypeNone;
-    for (const NodeLink &link : m_root->GetNodes(true)) {
+    const auto take = [&](const NodeLink &link) {
         const NodeType own = link.GetNodeType();
-        if (isFamily ? own.GetFamily() != type.GetFamily() : own != type)
-            continue;
-        found->push_back(link);
-        ++count;
-    }
-    return count;
+        if (isFamily ? own.GetFamily() == type.GetFamily() : own == type)
+            found->push_back(link);
+    };
+    take(m_root.get());
+    for (const NodeLink &link : m_root->GetNodes(true))
+        take(link);
+    return static_cast<int>(found->size() - before);
 }
 
 std::vector<ConfigNode *> NodesCollection::GetNodesByPath(const std::string &path) const
@@ -124,9 +136,9 @@ std::vector<ConfigNode *> NodesCollection::GetNodesByPath(const std::string &pat
 void NodesCollection::setUp(ConfigNode &node, const KindInfo &kind, unsigned long id)
 {
     node.m_kind = &kind;
-    node.m_collection = this;
+    node.m_place = m_place;
     node.m_id = id != 0 ? id : NewId();
-    m_lastId = std::max(m_lastId, node.m_id);
+    ReserveIds(node.m_id);
 }
 
 std::unique_ptr<ConfigNode> NodesCollection::CreateDetached(const KindInfo &kind, unsigned long id)
@@ -182,7 +194,7 @@ Result NodesCollection::remember(ConfigNode &subtree)
     const auto [place, isNew] = m_index.emplace(subtree.m_id, &subtree);
     if (!isNew && place->second != &subtree)
         return Result(&subtree, Result::Duplicate, "id " + std::to_string(subtree.m_id));
-    m_lastId = std::max(m_lastId, subtree.m_id);
+    ReserveIds(subtree.m_id);
     for (const auto &child : subtree.Children()) {
         const Result remembered = remember(*child);
         if (!remembered)

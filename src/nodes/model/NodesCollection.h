@@ -15,6 +15,7 @@ namespace Nodes {
 
 class systemCore;
 struct KindInfo;
+struct ProjectPlace;
 
 /// A project: owns the tree from its root and indexes every node of it by id. Built on one thread
 /// (a loading thread may do it) and used on the GUI thread from the moment a core adopts it.
@@ -68,9 +69,16 @@ public:
     const std::string &GetDirectory() const { return m_directory; }
     void SetDirectory(std::string directory) { m_directory = std::move(directory); }
     unsigned long NewId() { return ++m_lastId; }
-    /// Fresh ids are taken above `id` from now on.
-    void ReserveIds(unsigned long id) { m_lastId = std::max(m_lastId, id); }
+    /// Fresh ids are taken above `id` from now on. Ids beyond the limit do not count: a file that
+    /// uses the largest one must not push fresh ones out of what files may hold.
+    void ReserveIds(unsigned long id)
+    {
+        if (id < FreshIdLimit)
+            m_lastId = std::max(m_lastId, id);
+    }
+    static constexpr unsigned long FreshIdLimit = 1ul << 52;
     unsigned long GetToken() const { return m_token; }
+    const ProjectPlace *GetPlace() const { return m_place; }
     /// Changes whenever a node enters or leaves the tree: tells whether what was gathered from the
     /// tree is still true. Any thread.
     unsigned long GetRevision() const { return m_revision.load(std::memory_order_acquire); }
@@ -93,6 +101,7 @@ private:
     void renumber(ConfigNode &subtree, std::unordered_map<unsigned long, unsigned long> &ids);
 
     unsigned long m_token;
+    ProjectPlace *m_place;
     unsigned long m_lastId = 0;
     std::atomic<unsigned long> m_revision{0};
     systemCore *m_core = nullptr;

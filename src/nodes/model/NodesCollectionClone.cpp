@@ -35,7 +35,7 @@ Result NodesCollection::HoldClone(std::unique_ptr<ConfigNode> &node, bool rename
         return remembered;
     }
     const unsigned long id = node->m_id;
-    node->m_parent = nullptr;
+    node->setParent(nullptr);
     m_clones[id] = std::move(node);
     if (renameOnInsert)
         m_renameOnInsert.insert(id);

@@ -1,6 +1,7 @@
 #include "nodes/serial/ElementScan.h"
 
 #include "nodes/model/KindTable.h"
+#include "nodes/model/NodesCollection.h"
 #include "nodes/values/NumberText.h"
 
 #include <algorithm>
@@ -37,7 +38,8 @@ void ElementScan::note(const pugi::xml_node &element, bool isForeign)
     const auto id = ParseNodeId(element.attribute("id").value());
     if (!id)
         return;
-    m_highestId = std::max(m_highestId, *id);
+    if (*id < NodesCollection::FreshIdLimit)
+        m_highestId = std::max(m_highestId, *id);
     // What stands inside an unknown element is no node here, so it owns no id.
     if (!isForeign)
         m_owners.emplace(*id, element.offset_debug());

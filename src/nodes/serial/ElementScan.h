@@ -10,7 +10,7 @@
 
 namespace Nodes {
 
-/// Largest id a file may use; leaves room for fresh ones and reads back exactly everywhere.
+/// Largest id a file may use: reads back exactly everywhere. Fresh ones stay well below.
 constexpr unsigned long MaximumId = 1ul << 53;
 
 /// Id attribute as a number; nothing when it is missing, zero, too large or no number.
@@ -27,6 +27,7 @@ public:
     pugi::xml_node Run(int maximumDepth);
 
     std::size_t GetCount() const { return m_count; }
+    /// Of those that fresh ids have to keep clear of.
     unsigned long GetHighestId() const { return m_highestId; }
     /// Offset of the element that used this element's id before it; nothing when the id is its own.
     std::optional<std::ptrdiff_t> GetEarlier(const pugi::xml_node &element) const;

@@ -98,12 +98,13 @@ ptree ConfigNode::SerializePropTree() const
 
 Result ConfigNode::DeserializePropTree(const ptree &tree)
 {
-    if (!m_kind || !m_collection)
+    NodesCollection *project = GetNodesCollection();
+    if (!m_kind || !project)
         return Result(this, Result::NotAvailable, "the node is part of no project");
     if (textOf(tree, "kind") != m_kind->key)
         return Result(this, Result::WrongType, textOf(tree, "kind") + " instead of " + m_kind->key);
     IdMap ids;
-    std::unique_ptr<ConfigNode> read = readNode(tree, *m_collection, ids, 1);
+    std::unique_ptr<ConfigNode> read = readNode(tree, *project, ids, 1);
     if (!read)
         return Result(this, Result::ParseError, "unknown kind or too many levels");
     return Graft(*this, std::move(read), ids);

@@ -17,7 +17,8 @@ std::string ConfigNode::SerializeXML() const
 
 Result ConfigNode::DeserializeXML(std::string_view xml)
 {
-    if (!m_kind || !m_collection)
+    NodesCollection *project = GetNodesCollection();
+    if (!m_kind || !project)
         return Result(this, Result::NotAvailable, "the node is part of no project");
     XmlSource source{std::string(xml)};
     if (const auto fault = source.Parse(LoadLimits()))
@@ -30,7 +31,7 @@ Result ConfigNode::DeserializeXML(std::string_view xml)
     if (scan.Run(LoadLimits().depth))
         return Result(this, Result::LimitExceeded, "elements nested too deep");
     LoadReport report;
-    ElementReader reader(source, scan, *m_collection, report, ElementReader::FreshIds);
+    ElementReader reader(source, scan, *project, report, ElementReader::FreshIds);
     std::unique_ptr<ConfigNode> read = reader.Read(element);
     if (!read)
         return Result(this, reader.GetFault()->type, reader.GetFault()->english);

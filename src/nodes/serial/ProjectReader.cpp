@@ -51,8 +51,10 @@ Result ProjectReader::ReadFile(const std::string &path, std::unique_ptr<NodesCol
     if (!read)
         return read;
     const Result built = ReadBuffer(std::move(bytes), path, project);
+    std::error_code error;
+    const fs::path absolute = fs::absolute(path, error);
     if (built)
-        project->SetDirectory(fs::absolute(path).parent_path().string());
+        project->SetDirectory((error ? fs::path(path) : absolute).parent_path().string());
     return built;
 }
 

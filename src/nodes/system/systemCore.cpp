@@ -55,7 +55,8 @@ systemCore::~systemCore()
 {
     if (GetState() == NodeState::Running)
         Stop();
-    m_collection = nullptr;
+    // Nodes write to the journal as they go: it must still be there.
+    m_project.reset();
 }
 
 template <class Subsystem> Subsystem *systemCore::findSubsystem() const
@@ -114,8 +115,10 @@ void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::str
         Stop();
     std::unique_ptr<NodesCollection> previous = std::move(m_project);
     m_project = std::move(project);
-    m_collection = m_project.get();
-    m_projectFile = fs::absolute(file).lexically_normal().string();
+    m_place = m_project->GetPlace();
+    std::error_code error; // of a working directory that is gone
+    const fs::path absolute = fs::absolute(file, error);
+    m_projectFile = (error ? fs::path(file) : absolute).lexically_normal().string();
     m_project->SetDirectory(GetProjectPath());
     m_project->SetCore(this);
     NodesCollection::SetCurrent(m_project.get());

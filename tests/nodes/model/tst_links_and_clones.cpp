@@ -17,7 +17,10 @@ private slots:
     void clonesAreRenamedWhereTheyAreInserted();
     void cloningNothingWhenOneIsMissing();
     void detachedCopyLeavesTheIndexAlone();
+    void detachedNodesOutliveTheProject();
     void proxyChangesAllOrNothing();
+    void findsNodesOfTheType_data();
+    void findsNodesOfTheType();
     void kindsAreFoundByTheirText();
 };
 
@@ -113,6 +116,28 @@ void LinksAndClones::detachedCopyLeavesTheIndexAlone()
     QVERIFY(!NodesArray::CreateNodeCopy(f.kind("layer").type, label));
 }
 
+void LinksAndClones::detachedNodesOutliveTheProject()
+{
+    std::unique_ptr<ConfigNode> copy; // as a queued action holds it over a reload
+    std::unique_ptr<ConfigNode> removed;
+    {
+        ProjectFixture f;
+        ConfigNode *folder = f.add("folder", f.root(), "F");
+        ConfigNode *timer = f.add("operationTimer", folder, "T");
+        copy = NodesArray::CreateNodeCopy(timer->GetNodeType(), timer);
+        QCOMPARE(copy->GetPath(), std::string("F/T"));
+        QVERIFY(f.root()->DeleteNode(folder->GetId()));
+        QCOMPARE(copy->GetPath(), std::string());
+        removed = f.root()->RemoveNode(NodeLink(f.add("folder", f.root())));
+        QCOMPARE(copy->GetNodesCollection(), &f.project);
+    }
+    for (ConfigNode *node : {copy.get(), removed.get()}) {
+        QVERIFY(!node->GetNodesCollection() && !node->GetCore() && !node->GetStation());
+        QVERIFY(!node->GetParent());
+        QVERIFY(node->DeserializeXML("<folder/>") == Result::NotAvailable);
+    }
+}
+
 void LinksAndClones::proxyChangesAllOrNothing()
 {
     ProjectFixture f;
@@ -133,6 +158,31 @@ void LinksAndClones::proxyChangesAllOrNothing()
     QCOMPARE(textOf(*states, "visibility"), std::string("always"));
     for (const BasicProperty *property : proxy.GetProperties())
         QVERIFY(property->GetValueId() != own);
+}
+
+void LinksAndClones::findsNodesOfTheType_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<bool>("isFamily");
+    QTest::addColumn<int>("count");
+    QTest::newRow("kind") << QByteArray("memorySignal") << false << 1;
+    QTest::newRow("family") << QByteArray("memorySignal") << true << 2;
+    QTest::newRow("family with the root") << QByteArray("station") << true << 2;
+    QTest::newRow("none") << QByteArray("frame") << true << 0;
+}
+
+void LinksAndClones::findsNodesOfTheType()
+{
+    QFETCH(QByteArray, type);
+    QFETCH(bool, isFamily);
+    ProjectFixture f;
+    ConfigNode *station = f.add("station", f.root());
+    f.add("memorySignal", station);
+    f.add("simulatorSignal", f.add("folder", station));
+    const NodeType wanted = f.kind(type.constData()).type;
+    NodeLinks found{NodeLink(station)}; // found ones are appended
+    QTEST(f.project.FindNodes(isFamily ? NodeType(wanted.GetFamily()) : wanted, &found), "count");
+    QTEST(int(found.size()) - 1, "count");
 }
 
 void LinksAndClones::kindsAreFoundByTheirText()

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "nodes/model/BasicNode.h"
+#include "nodes/model/BasicProperty.h"
+
+namespace Nodes {
+
+/// What few nodes have: made when needed, so that the others stay small.
+struct BasicNode::Rare
+{
+    std::vector<std::unique_ptr<BasicProperty>> properties;
+    Attributes foreign;
+    NodeLink originalsParent; ///< of a detached copy
+};
+
+} // namespace Nodes
