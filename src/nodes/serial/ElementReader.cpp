@@ -139,14 +139,21 @@ std::unique_ptr<ConfigNode> ElementReader::readUnknown(const pugi::xml_node &ele
 
 void ElementReader::readChildren(pugi::xml_node element, ConfigNode &node)
 {
+    // Pieces between children become one, so that saving and reading again changes nothing.
+    std::string text;
     while (const pugi::xml_node child = element.first_child()) {
-        readChild(child, element, node);
+        if (child.type() == pugi::node_element || child.type() == pugi::node_comment)
+            readChild(child, element, node);
+        else
+            readText(child.value(), element, text);
         element.remove_child(child);
     }
+    if (!text.empty())
+        node.AddForeignAttribute(TextKey, std::move(text));
 }
 
-// Pieces of text between children become one, so that saving and reading again changes nothing.
-void ElementReader::readText(std::string_view text, const pugi::xml_node &element, ConfigNode &node)
+void ElementReader::readText(std::string_view text, const pugi::xml_node &element,
+                             std::string &all) const
 {
     constexpr const char *blanks = " \t\r\n";
     const std::size_t first = text.find_first_not_of(blanks);
@@ -155,13 +162,7 @@ void ElementReader::readText(std::string_view text, const pugi::xml_node &elemen
     text = text.substr(first, text.find_last_not_of(blanks) - first + 1);
     Report(LoadMessage::Warning, element,
            "текст " + quoted(text) + " внутри элемента не используется");
-    std::string all;
-    for (const auto &[key, value] : node.GetForeignAttributes()) {
-        if (key == TextKey)
-            all = value + "\n";
-    }
-    node.RemoveForeignAttribute(TextKey);
-    node.AddForeignAttribute(TextKey, all.append(text));
+    all.append(all.empty() ? "" : "\n").append(text);
 }
 
 void ElementReader::readChild(const pugi::xml_node &child, const pugi::xml_node &element,
@@ -169,8 +170,6 @@ void ElementReader::readChild(const pugi::xml_node &child, const pugi::xml_node 
 {
     if (child.type() == pugi::node_comment) {
         node.AddForeignAttribute(CommentKey, child.value());
-    } else if (child.type() != pugi::node_element) {
-        readText(child.value(), element, node);
     } else if (std::unique_ptr<ConfigNode> made = Read(child)) {
         const NodeType type = made->GetNodeType();
         if (type.GetSubtype() != NodeType::SubtypeUnknown && !node.GetKind()->AllowsChild(type))

@@ -50,7 +50,7 @@ private:
     void reportNode(const Place &place, std::string text) const;
     std::unique_ptr<ConfigNode> readUnknown(const pugi::xml_node &element);
     void readChild(const pugi::xml_node &child, const pugi::xml_node &element, ConfigNode &node);
-    void readText(std::string_view text, const pugi::xml_node &element, ConfigNode &node);
+    void readText(std::string_view text, const pugi::xml_node &element, std::string &all) const;
     void readChildren(pugi::xml_node element, ConfigNode &node);
     void readAttributes(const pugi::xml_node &element, ConfigNode &node);
     void readAttribute(const pugi::xml_node &element, ConfigNode &node, std::string_view key,

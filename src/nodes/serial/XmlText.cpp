@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <unordered_set>
 
 namespace Nodes {
 
@@ -77,12 +78,17 @@ void writeUnknown(const UnknownNode &node, pugi::xml_node parent)
 
 void writeForeign(const ConfigNode &node, pugi::xml_node element)
 {
+    std::unordered_set<std::string_view> taken;
+    if (!node.GetForeignAttributes().empty()) {
+        for (const pugi::xml_attribute &attribute : element.attributes())
+            taken.insert(attribute.name());
+    }
     for (const auto &[key, value] : node.GetForeignAttributes()) {
         if (key == CommentKey)
             element.append_child(pugi::node_comment).set_value(wellFormed(value).c_str());
         else if (key == TextKey)
             element.append_child(pugi::node_pcdata).set_value(wellFormed(value).c_str());
-        else if (!element.attribute(key.c_str()))
+        else if (taken.insert(key).second)
             setAttribute(element, key.c_str(), value);
     }
 }

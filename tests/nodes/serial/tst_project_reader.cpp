@@ -1,6 +1,7 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/TestKind.h"
 
+#include "nodes/serial/ElementScan.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/serial/ProjectWriter.h"
 
@@ -52,6 +53,8 @@ private slots:
     void limits();
     void repairedValueReplacesTheKeptOne();
     void unknownElementFollowsEdits();
+    void largestIdLeavesRoomForFreshOnes();
+    void piecesOfTextBecomeOne();
     void entitiesStayText();
     void cancelLeavesNoProject();
     void reportIsBounded();
@@ -121,6 +124,10 @@ void ProjectReading::reportedAndKept_data()
                                 << "«many» — ожидается целое число" << same;
     QTest::newRow("out of range") << QByteArray("  <pipe id=\"2\" count=\"10\" />\n") << error << 2
                                   << "от 1 до 9" << same;
+    QTest::newRow("no such choice") << QByteArray("  <frame id=\"2\" border=\"9\" />\n") << error
+                                    << 2 << "одно из: none, decorated" << same;
+    QTest::newRow("not a number") << QByteArray("  <memorySignal id=\"2\" minimum=\"nan\" />\n")
+                                  << error << 2 << "число с точкой" << same;
     QTest::newRow("no link list") << QByteArray("  <pipe id=\"2\" next=\"1;2\" />\n") << error << 2
                                   << "1;2" << same;
     QTest::newRow("kind not allowed")
@@ -240,6 +247,37 @@ void ProjectReading::unknownElementFollowsEdits()
     QCOMPARE(clones[0].GetNodeId(), 8ul);
     const std::string saved = clones[0]->SerializeXML();
     QCOMPARE(saved, std::string("<gizmo id=\"8\" name=\"new\">\n  <part id=\"7\" />\n</gizmo>\n"));
+}
+
+void ProjectReading::largestIdLeavesRoomForFreshOnes()
+{
+    ProjectReader reader;
+    std::unique_ptr<NodesCollection> project;
+    const QByteArray text = head + "<folder id=\"" + QByteArray::number(qulonglong(MaximumId)) +
+                            "\"/><folder/><folder id=\"2\"/>" + tail;
+    QVERIFY(reader.ReadBuffer(text.toStdString(), "plant.xml", project));
+    QVERIFY(project->CreateNode(ProjectFixture::kind("folder").type, project->GetRoot()));
+    ProjectReader again;
+    QVERIFY(again.ReadBuffer(ProjectWriter::ToText(*project), "plant.xml", project));
+    QVERIFY(again.GetReport().empty());
+}
+
+void ProjectReading::piecesOfTextBecomeOne()
+{
+    std::string saved =
+        (head + "<folder id=\"2\">a<!--c--><![CDATA[b]]><folder id=\"3\"/> d " + "</folder>" + tail)
+            .toStdString();
+    for (int pass = 0; pass < 2; ++pass) {
+        ProjectReader reader;
+        std::unique_ptr<NodesCollection> project;
+        QVERIFY(reader.ReadBuffer(saved, "plant.xml", project));
+        const BasicNode::Attributes kept = project->FindNode(2)->GetForeignAttributes();
+        QCOMPARE(kept.size(), std::size_t(2));
+        QCOMPARE(kept.back().second, std::string("a\nb\nd"));
+        const std::string again = ProjectWriter::ToText(*project);
+        QVERIFY(pass == 0 || again == saved);
+        saved = again;
+    }
 }
 
 void ProjectReading::entitiesStayText()
