@@ -63,7 +63,12 @@ ElementReader::ElementReader(const XmlSource &source, const ElementScan &scan,
 void ElementReader::Report(LoadMessage::SeverityType severity, const pugi::xml_node &place,
                            std::string text) const
 {
-    m_report.Add({severity, m_file, m_source.LineOf(place), pathOf(place), std::move(text)});
+    // Finding the name passes all attributes: not anew for each of a hundred thousand wrong ones.
+    if (place != m_place) {
+        m_place = place;
+        m_path = pathOf(place);
+    }
+    m_report.Add({severity, m_file, m_source.LineOf(place), m_path, std::move(text)});
 }
 
 bool ElementReader::isStopped()

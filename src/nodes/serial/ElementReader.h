@@ -71,8 +71,10 @@ private:
     std::size_t m_done = 0;
     std::optional<XmlFault> m_fault;
     IdMap m_ids;
-    std::vector<bool> m_seen;    // properties of the element being read
-    std::vector<Place> m_places; // in the order of the text
+    std::vector<bool> m_seen;       // properties of the element being read
+    std::vector<Place> m_places;    // in the order of the text
+    mutable pugi::xml_node m_place; // last reported
+    mutable std::string m_path;     // of it
 };
 
 } // namespace Nodes
