@@ -294,7 +294,7 @@ void TestAuthentication::journalled()
         QVERIFY(!users->Authenticate(user, password));
     ManualClock::Use().Advance(ManualClock::second);
     QVERIFY(users->Authenticate(user, "секрет"));
-    std::thread([users] { (void)users->StoreMessage(LevelDebug, "нить", users); }).join();
+    std::thread([users] { (void)users->StoreMessage(LevelAction, "нить", users); }).join();
     users->Logout("ушёл");
     users->Logout();
     QVERIFY(core.GetJournal().Flush());
