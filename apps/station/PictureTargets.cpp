@@ -2,8 +2,13 @@
 
 #include "apps/station/DataDirectory.h"
 
+#include "nodes/actions/BasicTemplateAction.h"
 #include "nodes/actions/actionChangeComposition.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/templates/compositionTemplate.h"
+#include "nodes/templates/templateArgument.h"
+#include "nodes/templates/templateParameter.h"
+#include "nodes/templates/windowTemplate.h"
 #include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/windowComposed.h"
@@ -51,10 +56,43 @@ void addComposed(Nodes::windowComposed &window, const Changes &changes,
     }
 }
 
+bool isTemplate(const Nodes::ConfigNode &node)
+{
+    return dynamic_cast<const Nodes::windowTemplate *>(&node) ||
+           dynamic_cast<const Nodes::compositionTemplate *>(&node);
+}
+
+/// Whether its arguments are nodes of the plant, not parameters of another template.
+bool isComplete(const Nodes::BasicTemplateAction &action)
+{
+    const auto arguments = action.GetArguments();
+    return std::none_of(arguments.begin(), arguments.end(), [](Nodes::ConfigNode *node) {
+        const auto *argument = dynamic_cast<const Nodes::templateArgument *>(node);
+        return argument &&
+               dynamic_cast<const Nodes::templateParameter *>(argument->GetLink().GetNode());
+    });
+}
+
+void addTemplates(const Nodes::NodesCollection &project, std::vector<PictureTarget> &targets)
+{
+    std::vector<const Nodes::ConfigNode *> pictured;
+    using Action = Nodes::BasicTemplateAction;
+    for (Action *action : allOf<Action>(project, Nodes::NodeType::TypeAction)) {
+        const Nodes::ConfigNode *source = action->GetTemplate();
+        const bool isKnown = std::count(pictured.begin(), pictured.end(), source) != 0;
+        if (!source || isKnown || !isComplete(*action))
+            continue;
+        pictured.push_back(source);
+        targets.push_back({nullptr, nullptr, action});
+    }
+}
+
 } // namespace
 
 const Nodes::ConfigNode &PictureTarget::content() const
 {
+    if (opening)
+        return *opening->GetTemplate();
     if (composition)
         return *composition;
     return *window;
@@ -65,13 +103,13 @@ QString PictureTarget::fileName() const
     const QString name = fileNameFrom(QString::fromStdString(content().GetName()));
     const QString id = QString::number(content().GetId());
     // The same composition may be pictured in several windows.
-    return composition ? QStringLiteral("%1-%2-%3").arg(name, id).arg(window->GetId())
-                       : QStringLiteral("%1-%2").arg(name, id);
+    return composition && window ? QStringLiteral("%1-%2-%3").arg(name, id).arg(window->GetId())
+                                 : QStringLiteral("%1-%2").arg(name, id);
 }
 
-int PictureTarget::countMissingValues() const
+int countMissingValues(const Nodes::ConfigNode &shown)
 {
-    const Nodes::NodeLinks nodes = content().GetNodes(true);
+    const Nodes::NodeLinks nodes = shown.GetNodes(true);
     return int(std::count_if(nodes.begin(), nodes.end(), [](const Nodes::NodeLink &link) {
         const auto *widget = dynamic_cast<const Nodes::BasicWidget *>(link.GetNode());
         return widget && !widget->GetSignalLink().isEmpty() && widget->GetValue().IsEmpty();
@@ -86,6 +124,8 @@ std::vector<PictureTarget> pictureTargets(const Nodes::NodesCollection &project)
     Nodes::windowComposed *firstComposed = nullptr;
     for (Nodes::BasicWindow *window : allOf<Nodes::BasicWindow>(project, NodeType::TypeWindow)) {
         auto *composed = dynamic_cast<Nodes::windowComposed *>(window);
+        if (isTemplate(*window))
+            continue;
         if (!composed) {
             targets.push_back({window, nullptr});
             continue;
@@ -93,10 +133,11 @@ std::vector<PictureTarget> pictureTargets(const Nodes::NodesCollection &project)
         firstComposed = firstComposed ? firstComposed : composed;
         addComposed(*composed, changes, targets);
     }
+    addTemplates(project, targets);
     if (!firstComposed)
         return targets;
     for (auto *composition : allOf<Nodes::BasicComposition>(project, NodeType::TypeComposition)) {
-        if (!isListed(targets, composition, nullptr))
+        if (!isTemplate(*composition) && !isListed(targets, composition, nullptr))
             targets.push_back({firstComposed, composition});
     }
     return targets;

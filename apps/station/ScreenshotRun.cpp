@@ -2,7 +2,9 @@
 
 #include "apps/station/PictureTargets.h"
 
+#include "nodes/actions/BasicTemplateAction.h"
 #include "nodes/system/systemCore.h"
+#include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/windowComposed.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowManager.h"
@@ -60,7 +62,11 @@ ScreenshotRun::ExitCode ScreenshotRun::run()
     dismissal.start(dialogPeriod);
     const auto targets = pictureTargets(*m_manager.getCore()->GetNodesCollection());
     for (const PictureTarget &target : targets) {
-        if (!m_isInterrupted)
+        if (m_isInterrupted)
+            break;
+        if (target.opening)
+            shootInstance(target);
+        else
             shoot(target);
     }
     if (targets.empty())
@@ -84,9 +90,32 @@ void ScreenshotRun::shoot(const PictureTarget &target)
     else if (!showComposition(target, *widget))
         fail(target, "the window shows no compositions");
     else
-        picture(target, *widget);
+        picture(target, target.content(), *widget);
     if (opened.widget)
         close(opened);
+}
+
+void ScreenshotRun::shootInstance(const PictureTarget &target)
+{
+    const int before = m_manager.windows().size();
+    m_manager.PushAction(target.opening);
+    const auto isOpen = [&] {
+        return m_manager.windows().size() > before &&
+               m_manager.windows().last().widget->isVisible();
+    };
+    if (!waitFor(isOpen, m_timeout)) {
+        fail(target, "no instance opened");
+        return;
+    }
+    const Widgets::WidgetLink opened = m_manager.windows().last();
+    const Nodes::ConfigNode *node = Nodes::NodeLink(opened.id).GetNode();
+    if (const auto *composed = dynamic_cast<const Nodes::windowComposed *>(node))
+        node = composed->GetCurrentComposition();
+    if (node)
+        picture(target, *node, *opened.widget);
+    else
+        fail(target, "the instance shows nothing");
+    close(opened);
 }
 
 Widgets::WidgetLink ScreenshotRun::open(const PictureTarget &target)
@@ -120,9 +149,10 @@ bool ScreenshotRun::showComposition(const PictureTarget &target, QWidget &widget
     return true;
 }
 
-void ScreenshotRun::picture(const PictureTarget &target, QWidget &widget)
+void ScreenshotRun::picture(const PictureTarget &target, const Nodes::ConfigNode &shown,
+                            QWidget &widget)
 {
-    const bool isLive = waitFor([&] { return target.countMissingValues() == 0; }, m_timeout);
+    const bool isLive = waitFor([&] { return countMissingValues(shown) == 0; }, m_timeout);
     pause(settleTime);
     if (m_isInterrupted)
         return;
@@ -136,7 +166,7 @@ void ScreenshotRun::picture(const PictureTarget &target, QWidget &widget)
         fail(target, "the picture cannot be written");
         return;
     }
-    const int missing = target.countMissingValues();
+    const int missing = countMissingValues(shown);
     if (!isLive)
         ++m_timeouts;
     std::printf("%s %dx%d %s\n", qPrintable(file), image.width(), image.height(),

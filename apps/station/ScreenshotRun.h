@@ -13,8 +13,9 @@ namespace Widgets {
 class WindowManager;
 }
 namespace Nodes {
+class ConfigNode;
 class systemCore;
-}
+} // namespace Nodes
 
 namespace Station {
 
@@ -42,7 +43,8 @@ private:
     Widgets::WidgetLink open(const PictureTarget &target);
     void close(const Widgets::WidgetLink &link);
     bool showComposition(const PictureTarget &target, QWidget &widget);
-    void picture(const PictureTarget &target, QWidget &widget);
+    void shootInstance(const PictureTarget &target);
+    void picture(const PictureTarget &target, const Nodes::ConfigNode &shown, QWidget &widget);
     bool waitFor(const std::function<bool()> &isDone, int milliseconds);
     void pause(int milliseconds);
     void dismissDialog();

@@ -360,8 +360,10 @@ void qwidgetEditBox::focusOutEvent(QFocusEvent *event)
     if (isOverButton())
         return;
     const Qt::FocusReason reason = event->reason();
-    // A glance at another window writes nothing; moving on within this one finishes the edit.
-    if (!m_isDialogOpen && reason == Qt::ActiveWindowFocusReason)
+    // A glance at another window or a press elsewhere writes nothing; moving on by the keyboard
+    // finishes the edit.
+    const bool isAway = reason == Qt::ActiveWindowFocusReason || reason == Qt::MouseFocusReason;
+    if (!m_isDialogOpen && isAway)
         cancelEditing();
     const QPointer<qwidgetEditBox> alive(this);
     QLineEdit::focusOutEvent(event); // tells the end of the edit when the text is acceptable

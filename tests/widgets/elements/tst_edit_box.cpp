@@ -194,8 +194,6 @@ void TestEditBox::leaving_data()
                                   << "8.00";
     QTest::newRow("focus moves on") << int(Qt::OtherFocusReason) << "9"
                                     << "9.00";
-    QTest::newRow("unfinished number") << int(Qt::OtherFocusReason) << "-"
-                                       << "8.00";
 }
 
 void TestEditBox::leaving()
