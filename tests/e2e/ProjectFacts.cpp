@@ -20,7 +20,14 @@ int numberOf(const QXmlStreamReader &xml, const char *attribute)
 bool isContainer(const QXmlStreamReader &xml)
 {
     return xml.name().startsWith(QLatin1String("window")) || xml.name() == QLatin1String("frame") ||
-           xml.name() == QLatin1String("composition");
+           xml.name().startsWith(QLatin1String("composition"));
+}
+
+bool isElement(const QXmlStreamReader &xml)
+{
+    static const QSet<QString> kinds{"label",   "multiLabel", "multiImage", "bargraph",
+                                     "editBox", "comboBox",   "checkBox"};
+    return kinds.contains(xml.name().toString());
 }
 
 } // namespace
@@ -51,9 +58,8 @@ void ProjectFacts::take(const QXmlStreamReader &xml, const QString &container)
     const QString key = container + QLatin1Char('/');
     m_places[isContainer(xml) ? key : key + nameOf(xml)] = {
         numberOf(xml, "x"), numberOf(xml, "y"), numberOf(xml, "width"), numberOf(xml, "height")};
-    const bool isElement = xml.name().endsWith(QLatin1String("abel"), Qt::CaseInsensitive);
     const int signal = numberOf(xml, "signal");
-    if (!isElement || signal == 0)
+    if (!isElement(xml) || signal == 0)
         return;
     m_bound[container].insert(id);
     m_signals[id] = signal;

@@ -145,6 +145,22 @@ void StationRig::click(const QPoint &place) const
              "xdotool failed");
 }
 
+void StationRig::type(const QString &text, const QString &key) const
+{
+    QStringList arguments;
+    if (!text.isEmpty())
+        arguments << "type"
+                  << "--delay"
+                  << "20" << text;
+    QVERIFY2(text.isEmpty() || onDisplay("xdotool", arguments), "xdotool failed");
+    QVERIFY2(onDisplay("xdotool", {"key", key}), "xdotool failed");
+}
+
+bool StationRig::hasTitle(const QString &title) const
+{
+    return onDisplay("xdotool", {"search", "--onlyvisible", "--name", "^" + title + "$"});
+}
+
 void StationRig::drag(const QPoint &from, const QPoint &to) const
 {
     const QPoint between = (from + to) / 2;

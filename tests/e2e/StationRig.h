@@ -61,6 +61,10 @@ public:
     QVector<ShownElement> shown() const;
 
     void click(const QPoint &point) const;
+    /// Types on the keyboard: a text, then the named key.
+    void type(const QString &text, const QString &key) const;
+    /// Whether a window of that title, dialogs included, is on the display.
+    bool hasTitle(const QString &title) const;
     void drag(const QPoint &from, const QPoint &to) const;
     /// Part of the screen; kept as a file when `STATION_E2E_PICTURES` names a directory.
     QImage grab(const QRect &part, const QString &name) const;
