@@ -47,6 +47,14 @@ QString ShownWindow::textOf(const QString &signalName) const
     return {};
 }
 
+bool ShownWindow::reads(const QString &signalName, const QString &text) const
+{
+    return std::any_of(elements.begin(), elements.end(), [&](const ShownElement &element) {
+        return element.signal.endsWith(QLatin1Char('/') + signalName) &&
+               element.text.contains(text);
+    });
+}
+
 StationRig::StationRig()
 {
     if (!m_facts.read(projectDirectory + "/project.xml"))

@@ -32,6 +32,8 @@ struct ShownWindow
     QSet<int> ids() const;
     /// What the element of that signal reads; "" without one.
     QString textOf(const QString &signalName) const;
+    /// Whether one of the elements of that signal has that text in what it reads.
+    bool reads(const QString &signalName, const QString &text) const;
 };
 
 /// X server, plant and station as separate programs, and what an operator can do to them.

@@ -247,7 +247,7 @@ void StationPlantTest::stopsTheBurnerByClick()
     clickIn(question, "Подтверждение останова", "Остановить");
     QTRY_COMPARE(m_rig.plant().read("K1.Burner.Start"), 0.0);
     QTRY_VERIFY(!m_rig.window(question).isOpen);
-    QTRY_VERIFY(m_rig.window(control).textOf("K1.Burner.State").contains("ОСТАНОВЛЕН"));
+    QTRY_VERIFY(m_rig.window(control).reads("K1.Burner.State", "ОСТАНОВЛЕН"));
 }
 
 void StationPlantTest::movesAndClosesAWindow()
@@ -268,13 +268,13 @@ void StationPlantTest::startsAPumpByItsFaceplate()
                           m_rig.window(schematic).place.topLeft();
     m_rig.click(symbol);
     QTRY_VERIFY(m_rig.window(pump).isOpen);
-    QTRY_VERIFY(m_rig.window(pump).textOf("Net.Pump2.Running").contains("СТОП"));
+    QTRY_VERIFY(m_rig.window(pump).reads("Net.Pump2.Running", "СТОП"));
     m_rig.grab({}, "faceplate");
     clickIn(pump, "Насос", "▶ Пуск…");
     QTRY_VERIFY(m_rig.window("Пустить: " + pump).isOpen);
     clickIn("Пустить: " + pump, "Подтверждение пуска", "Пустить");
     QTRY_COMPARE(m_rig.plant().read("Net.Pump2.Start"), 1.0);
-    QTRY_VERIFY(m_rig.window(pump).textOf("Net.Pump2.Running").contains("РАБОТА"));
+    QTRY_VERIFY(m_rig.window(pump).reads("Net.Pump2.Running", "РАБОТА"));
     m_rig.click(m_rig.window(pump).place.topRight() + QPoint(-16, -16));
     QTRY_VERIFY(!m_rig.window(pump).isOpen);
 }

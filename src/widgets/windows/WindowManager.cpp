@@ -273,12 +273,24 @@ bool WindowManager::eventFilter(QObject *watched, QEvent *event)
     const QEvent::Type type = event->type();
     if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress || type == QEvent::TouchBegin)
         m_hasInput = true;
+    if (type == QEvent::MouseButtonPress || type == QEvent::TouchBegin)
+        activatePressed(watched);
     if (type != QEvent::KeyPress)
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
     if (key->modifiers() == Qt::AltModifier && key->key() == Qt::Key_Z)
         minimizeAll();
     return false;
+}
+
+// Panels often run without a desktop's window manager, and then nobody else gives the keyboard to
+// the window that was touched.
+void WindowManager::activatePressed(QObject *watched)
+{
+    const auto *pressed = qobject_cast<QWidget *>(watched);
+    QWidget *window = pressed ? pressed->window() : nullptr;
+    if (window && !window->isActiveWindow() && window->windowType() != Qt::Popup)
+        window->activateWindow();
 }
 
 void WindowManager::minimizeAll() const

@@ -135,6 +135,7 @@ private:
     void postNextDeferred();
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
     void minimizeAll() const;
+    static void activatePressed(QObject *watched);
     void closeEverything();
 
     NotificationGate m_gate;
