@@ -231,6 +231,7 @@ void StationPlantTest::logsIn()
 void StationPlantTest::setPointTravels()
 {
     enterSetPoint("91.5");
+    m_rig.grab({}, "typed");
     QTRY_COMPARE(m_rig.plant().read("K1.Temp.Setpoint"), 91.5);
     QTRY_VERIFY(m_rig.window(control).textOf("K1.Temp.Setpoint").startsWith("91.5"));
     m_rig.grab({}, "control");

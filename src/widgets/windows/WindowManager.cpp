@@ -289,8 +289,11 @@ void WindowManager::activatePressed(QObject *watched)
 {
     const auto *pressed = qobject_cast<QWidget *>(watched);
     QWidget *window = pressed ? pressed->window() : nullptr;
-    if (window && !window->isActiveWindow() && window->windowType() != Qt::Popup)
-        window->activateWindow();
+    if (!window || window->isActiveWindow() || window->windowType() == Qt::Popup)
+        return;
+    // At once for the element that is about to be pressed, and by and by for the display.
+    QApplication::setActiveWindow(window);
+    window->activateWindow();
 }
 
 void WindowManager::minimizeAll() const
