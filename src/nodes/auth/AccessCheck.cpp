@@ -2,13 +2,21 @@
 
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/system/BasicStation.h"
+#include "nodes/system/systemCore.h"
 
 namespace Nodes {
 
-Result CheckAccess(enPrivilegeType privilege, const ConfigNode &node)
+const systemAuthentication *UsersFor(const ConfigNode &node)
 {
     const BasicStation *station = node.GetStation();
-    const systemAuthentication *users = station ? station->GetSystemAuthentication() : nullptr;
+    const systemAuthentication *own = station ? station->GetSystemAuthentication() : nullptr;
+    const systemCore *core = node.GetCore();
+    return own || !core ? own : core->GetSystemAuthentication();
+}
+
+Result CheckAccess(enPrivilegeType privilege, const ConfigNode &node)
+{
+    const systemAuthentication *users = UsersFor(node);
     const bool isAllowed = !users || IsGranted(users->CheckAccess(privilege, node.GetNodeLink()));
     return isAllowed ? Result() : Result(&node, Result::AccessDenied);
 }

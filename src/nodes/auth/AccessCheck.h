@@ -7,9 +7,13 @@
 namespace Nodes {
 
 class ConfigNode;
+class systemAuthentication;
 
-/// Success when the current user may do that with the node, or when the node's station has no user
-/// subsystem; else AccessDenied. Journals nothing. GUI thread.
+/// User subsystem that guards the node: its station's, else the project's; null without any.
+NODES_EXPORT const systemAuthentication *UsersFor(const ConfigNode &node);
+
+/// Success when the current user may do that with the node, or when no user subsystem guards
+/// it; else AccessDenied. Journals nothing. GUI thread.
 [[nodiscard]] NODES_EXPORT Result CheckAccess(enPrivilegeType privilege, const ConfigNode &node);
 
 /// The same; a refusal is journalled with the user, `what` saying what was refused.

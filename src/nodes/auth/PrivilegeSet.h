@@ -20,7 +20,10 @@ public:
     static PrivilegeSet All();
 
     void Add(enPrivilegeType type) { m_bits |= 1u << type; }
-    bool Contains(enPrivilegeType type) const { return (m_bits >> type & 1u) != 0; }
+    bool Contains(enPrivilegeType type) const
+    {
+        return type > 0 && type < 32 && (m_bits >> type & 1u) != 0;
+    }
     bool isEmpty() const { return m_bits == 0; }
 
 private:

@@ -4,6 +4,8 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/ValidationResults.h"
 
+#include <algorithm>
+
 namespace Nodes {
 
 KindInfo securityGrant::Kind()
@@ -18,8 +20,22 @@ KindInfo securityGrant::Kind()
         .Choice(ModeDeny, "deny", "Запретить");
 }
 
+bool securityGrant::isMisread(std::string_view key) const
+{
+    const Attributes &foreign = GetForeignAttributes();
+    return std::any_of(foreign.begin(), foreign.end(),
+                       [key](const auto &attribute) { return attribute.first == key; });
+}
+
+bool securityGrant::isDenial() const
+{
+    return m_mode == ModeDeny || isMisread("mode");
+}
+
 PrivilegeSet securityGrant::GetPrivileges() const
 {
+    if (!isDenial() && isMisread("scope"))
+        return PrivilegeSet();
     std::string unknown;
     const PrivilegeSet known = PrivilegeSet::FromText(m_privileges, &unknown);
     return isDenial() && !unknown.empty() ? PrivilegeSet::All() : known;

@@ -12,16 +12,20 @@ class NODES_EXPORT securityGrant : public ConfigNode
 public:
     static KindInfo Kind();
 
-    /// What the rule speaks of. A denial with words that name no privilege covers every privilege:
-    /// a slip of the pen must not open what was to be closed.
+    /// What the rule speaks of. A denial with words that name no privilege covers every privilege,
+    /// a permission whose scope did not read covers none: a slip of the pen must not open what was
+    /// to be closed.
     PrivilegeSet GetPrivileges() const;
     /// Empty: the whole project.
     const NodeLink &GetScope() const { return m_scope; }
-    bool isDenial() const { return m_mode == ModeDeny; }
+    /// A mode that did not read counts as denial.
+    bool isDenial() const;
 
     void Validate(ValidationResults &results) const override;
 
 private:
+    bool isMisread(std::string_view key) const;
+
     enum Mode { ModeAllow = 0, ModeDeny = 1 };
 
     std::string m_privileges;

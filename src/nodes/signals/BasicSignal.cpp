@@ -1,9 +1,9 @@
 #include "nodes/signals/BasicSignal.h"
 
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/system/BasicStation.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
@@ -49,17 +49,9 @@ SignalValue BasicSignal::Convert(const SignalValue &value) const
 }
 
 // Those of the signal's own station, else those that hold for the whole project.
-const systemAuthentication *BasicSignal::findUsers() const
-{
-    const BasicStation *station = GetStation();
-    const systemAuthentication *own = station ? station->GetSystemAuthentication() : nullptr;
-    const systemCore *core = GetCore();
-    return own || !core ? own : core->GetSystemAuthentication();
-}
-
 Result BasicSignal::checkWrite(const SignalValue &converted) const
 {
-    const systemAuthentication *users = findUsers();
+    const systemAuthentication *users = UsersFor(*this);
     if (users && !IsGranted(users->CheckAccess(PrivilegeWrite, GetNodeLink())))
         return Result(this, Result::AccessDenied);
     if (!m_isWritable)

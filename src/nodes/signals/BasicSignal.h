@@ -9,7 +9,6 @@ namespace Nodes {
 
 class KindBuilder;
 class ValueCell;
-class systemAuthentication;
 
 /// A tag: one live value with its engineering data. The value itself lives in a shared cell that
 /// drivers publish into; the node holds what is configured. Kinds of signals differ in where the
@@ -60,7 +59,6 @@ protected:
     friend class KindBuilder;
 
 private:
-    const systemAuthentication *findUsers() const;
     Result checkWrite(const SignalValue &converted) const;
     void journalWrite(const SignalValue &old, const SignalValue &value, const Result &result) const;
 

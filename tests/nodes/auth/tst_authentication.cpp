@@ -1,5 +1,6 @@
 #include "nodes/ManualClock.h"
 #include "nodes/ProjectFixture.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/auth/PrivilegeSet.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
@@ -45,10 +46,16 @@ struct UsersFixture : ProjectFixture
                       const ConfigNode *scope)
     {
         ConfigNode *rule = add("grant", owner);
-        set(rule, "mode", mode);
+        read(rule, "mode", mode);
         set(rule, "privileges", privileges);
         set(rule, "scope", scope ? idOf(scope) : "");
         return rule;
+    }
+    /// As the reader of project files does: what does not read is kept aside.
+    static void read(ConfigNode *node, const char *key, const char *text)
+    {
+        if (!node->SetPropertyText(key, text))
+            node->AddForeignAttribute(key, text);
     }
 
     ConfigNode *area, *sub, *tag, *other;
@@ -108,6 +115,8 @@ void TestAuthentication::access_data()
     row("the root is nearer than the project", "deny:write:;allow:write:root", PrivModeGranted,
         PrivModeGranted);
     row("slip in a grant grants the rest", "allow:wirte view:", PrivModeNoRule, PrivModeNoRule);
+    row("slip in the mode denies", "allow:write:;dney:write:area", PrivModeDenied, PrivModeGranted);
+    row("unreadable scope grants nothing", "allow:write:here", PrivModeNoRule, PrivModeNoRule);
     row("slip in a denial denies all", "allow:write:;deny:veiw:area", PrivModeDenied,
         PrivModeGranted);
 }
@@ -123,7 +132,11 @@ void TestAuthentication::access()
                                                  {"tag", plant.tag}};
     for (const QString &rule : rules.split(';', Qt::SkipEmptyParts)) {
         const QStringList parts = rule.split(':');
-        plant.grant(plant.role, qPrintable(parts[0]), qPrintable(parts[1]), scopes.at(parts[2]));
+        const bool isKnown = scopes.count(parts[2]) != 0;
+        ConfigNode *made = plant.grant(plant.role, qPrintable(parts[0]), qPrintable(parts[1]),
+                                       isKnown ? scopes.at(parts[2]) : nullptr);
+        if (!isKnown)
+            UsersFixture::read(made, "scope", qPrintable(parts[2]));
     }
     QVERIFY(plant.users->Authenticate(plant.user));
     QTEST(int(plant.users->CheckAccess(PrivilegeWrite, plant.tag)), "onTag");
@@ -350,6 +363,7 @@ void TestAuthentication::writes()
     if (hasUsersAtRoot)
         add("user", add("authentication", nodes.GetRoot()));
     QTEST(tag->WriteValue(1) == Result::AccessDenied, "isRefused");
+    QTEST(!CheckAccess(PrivilegeLaunch, *tag), "isRefused");
 }
 
 void TestAuthentication::withoutPassword_data()
