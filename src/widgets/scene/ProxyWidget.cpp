@@ -59,6 +59,9 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
 
 ProxyWidget::~ProxyWidget()
 {
+    // The base destroys the element, when this is no ProxyWidget any more.
+    if (widget())
+        disconnect(widget(), &QObject::destroyed, this, &ProxyWidget::forgetElement);
     stop();
 }
 
