@@ -28,7 +28,7 @@ class WIDGETS_EXPORT ProxyWidget : public QGraphicsProxyWidget
 
 public:
     /// Where the editor's border stands.
-    enum TypeFrame {
+    enum TypeFrame : int {
         FrameInside = 0,
         FrameOutside = 1,
         FrameNone = 2 ///< any other value is treated as this one
