@@ -110,7 +110,11 @@ void qwidgetComboBox::applyStyle()
                                                m_comboBox->GetVerticalAlignment());
     lineEdit()->setAlignment(m_alignment);
     setStyleSheet(styleSheetOf(*m_comboBox));
-    setFont(Utils::NFontToQFont(m_comboBox->GetFont()));
+    // Under a style sheet the parts do not inherit it on every platform.
+    const QFont font = Utils::NFontToQFont(m_comboBox->GetFont());
+    setFont(font);
+    lineEdit()->setFont(font);
+    view()->setFont(font);
     QPalette colors = view()->palette();
     colors.setColor(QPalette::Highlight, Utils::NColorToQColor(m_comboBox->GetSelectionColor()));
     colors.setColor(QPalette::HighlightedText, Utils::NColorToQColor(m_comboBox->GetTextColor()));
