@@ -1,5 +1,9 @@
 #pragma once
 
+#include "nodes/values/NPoint.h"
+
+#include <optional>
+
 namespace Nodes {
 
 /// What an action knows of the gesture that triggered it.
@@ -11,9 +15,13 @@ public:
     /// 0-based number of the display on which the action was triggered.
     int currentDisplay() const { return m_currentDisplay; }
     void setCurrentDisplay(int display) { m_currentDisplay = display; }
+    /// Where on the desktop the action shall open what it opens; none: where it is configured.
+    const std::optional<NPoint> &triggerPoint() const { return m_triggerPoint; }
+    void setTriggerPoint(const std::optional<NPoint> &point) { m_triggerPoint = point; }
 
 private:
     int m_currentDisplay = 0;
+    std::optional<NPoint> m_triggerPoint;
 };
 
 } // namespace Nodes

@@ -14,6 +14,8 @@ KindInfo actionShowMenu::Kind()
         .Refers({NodeType::TypeMenu})
         .Property<&actionShowMenu::m_x>(16121, "x", "X", "X")
         .Property<&actionShowMenu::m_y>(16122, "y", "Y", "Y")
+        .Property<&actionShowMenu::m_isAtTrigger>(16134, "atTrigger", "Open at the trigger",
+                                                  "Открывать у элемента")
         .Property<&actionShowMenu::m_menuBackground>(16123, "menuBackground", "Menu background",
                                                      "Цвет фона меню")
         .Property<&actionShowMenu::m_background>(16124, "background", "Entry background",

@@ -19,6 +19,8 @@ public:
     /// Top-left corner on the display where the action was triggered.
     NPoint GetPoint() const { return {m_x, m_y}; }
 
+    /// Opens where the gesture was instead of at the point.
+    bool isOpenedAtTrigger() const { return m_isAtTrigger; }
     NColor GetMenuBackgroundColor() const { return m_menuBackground; }
     NColor GetBackgroundColor() const { return m_background; }
     NColor GetHoverBackgroundColor() const { return m_hoverBackground; }
@@ -38,6 +40,7 @@ private:
     NodeLinks m_menus;
     int m_x = 0;
     int m_y = 0;
+    bool m_isAtTrigger = false;
     NColor m_menuBackground{213, 217, 220};
     NColor m_background{238, 240, 242};
     NColor m_hoverBackground{180, 189, 196};

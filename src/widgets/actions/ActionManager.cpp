@@ -5,11 +5,16 @@
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/BasicAction.h"
+#include "utils/ValueConversions.h"
+
+#include "nodes/actions/actionShowMenu.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QCursor>
+#include <QGraphicsScene>
 #include <QGraphicsSceneHoverEvent>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
 #include <QMouseEvent>
 
 #include <memory>
@@ -82,17 +87,24 @@ void ActionManager::filterElement(ProxyWidget &element, QEvent &event)
     const auto scenePart = [&event] {
         return static_cast<QGraphicsSceneEvent *>(&event)->widget();
     };
+    const auto corner = [&element](const QPoint &otherwise) {
+        const QGraphicsScene *scene = element.scene();
+        const QGraphicsView *view =
+            scene && !scene->views().isEmpty() ? scene->views().first() : nullptr;
+        const QPointF bottomLeft = element.mapToScene(element.rect().bottomLeft());
+        return view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : otherwise;
+    };
     switch (event.type()) {
     case QEvent::GraphicsSceneMousePress:
     case QEvent::GraphicsSceneMouseRelease:
-        trigger(getMouseActions(*node, static_cast<QGraphicsSceneMouseEvent &>(event)),
-                scenePart());
+        trigger(getMouseActions(*node, static_cast<QGraphicsSceneMouseEvent &>(event)), scenePart(),
+                corner(static_cast<QGraphicsSceneMouseEvent &>(event).screenPos()));
         break;
     case QEvent::GraphicsSceneHoverEnter:
     case QEvent::GraphicsSceneHoverMove:
     case QEvent::GraphicsSceneHoverLeave:
-        trigger(getHoverActions(*node, static_cast<QGraphicsSceneHoverEvent &>(event)),
-                scenePart());
+        trigger(getHoverActions(*node, static_cast<QGraphicsSceneHoverEvent &>(event)), scenePart(),
+                corner(static_cast<QGraphicsSceneHoverEvent &>(event).screenPos()));
         break;
     default:
         break;
@@ -110,16 +122,18 @@ void ActionManager::filterWindow(WindowBasic &window, bool isChild, QEvent &even
     case QEvent::MouseButtonDblClick:
         event.accept();
         if (!isPassedOn(isChild, static_cast<QMouseEvent &>(event)))
-            trigger(getMouseActions(*node, static_cast<QMouseEvent &>(event)), &window);
+            trigger(getMouseActions(*node, static_cast<QMouseEvent &>(event)), &window,
+                    static_cast<QMouseEvent &>(event).globalPos());
         break;
     case QEvent::MouseMove:
         if (!isPassedOn(isChild, static_cast<QMouseEvent &>(event)))
-            trigger(getHoverActions(*node, event), &window);
+            trigger(getHoverActions(*node, event), &window,
+                    static_cast<QMouseEvent &>(event).globalPos());
         break;
     case QEvent::Enter:
     case QEvent::Leave:
         if (!isChild)
-            trigger(getHoverActions(*node, event), &window);
+            trigger(getHoverActions(*node, event), &window, QCursor::pos());
         break;
     default:
         break;
@@ -180,7 +194,7 @@ NodeLinks ActionManager::getHoverActions(const Nodes::BasicWindow &node, const Q
     }
 }
 
-void ActionManager::trigger(const NodeLinks &actions, const QWidget *where)
+void ActionManager::trigger(const NodeLinks &actions, const QWidget *where, const QPoint &point)
 {
     if (actions.empty())
         return;
@@ -188,6 +202,9 @@ void ActionManager::trigger(const NodeLinks &actions, const QWidget *where)
     for (const Nodes::NodeLink &link : actions) {
         if (auto *action = dynamic_cast<Nodes::BasicAction *>(link.GetNode()))
             action->setCurrentDisplay(display);
+        auto *menu = dynamic_cast<Nodes::actionShowMenu *>(link.GetNode());
+        if (menu && menu->isOpenedAtTrigger())
+            menu->setTriggerPoint(Utils::QPointToNPoint(point));
     }
     appendActions(actions);
 }

@@ -76,7 +76,7 @@ private:
     void filterWindow(WindowBasic &window, bool isChild, QEvent &event);
     bool isPassedOn(bool isChild, const QMouseEvent &event);
     /// Tells the actions their display, that of `where`, and hands the list on.
-    void trigger(const Nodes::NodeLinks &actions, const QWidget *where);
+    void trigger(const Nodes::NodeLinks &actions, const QWidget *where, const QPoint &point);
 
     QMutex m_mutex;
     QVector<Nodes::NodeLink> m_pending;

@@ -81,6 +81,7 @@ Nodes::BasicAction *ActionQueue::copyNode(Nodes::BasicAction &node)
     if (!action)
         return nullptr;
     action->setCurrentDisplay(node.currentDisplay());
+    action->setTriggerPoint(node.triggerPoint());
     const std::lock_guard<std::mutex> lock(m_copiesMutex);
     m_copies[action] = std::move(copy);
     return action;

@@ -53,6 +53,7 @@ private slots:
     void gesturesRunTheirLists_data();
     void gesturesRunTheirLists();
     void actionsLearnTheirDisplay();
+    void menusOpenAtTheTrigger();
     void editingRunsNothing();
     void withoutAWindowManagerNothingIsKept();
 
@@ -151,6 +152,25 @@ void TestActionManager::actionsLearnTheirDisplay()
     QCOMPARE(project.node<Nodes::BasicAction>(150)->currentDisplay(), 1);
     send(window, {QEvent::MouseButtonPress, Step::Viewport, onElement}, 2);
     QCOMPARE(project.node<Nodes::BasicAction>(155)->currentDisplay(), 1);
+}
+
+void TestActionManager::menusOpenAtTheTrigger()
+{
+    RuntimeProject project(R"(<actionShowMenu id="20" name="At" atTrigger="true" x="7" y="8"/>
+<actionShowMenu id="21" name="Fixed" x="7" y="8"/>
+<window id="10" name="W" width="200" height="100" onPress="20">
+  <label id="15" name="E" text="e" x="100" y="10" width="100" height="60" onPress="20 21"/></window>)");
+    WindowForm window(project.node<Nodes::BasicWindow>(10), nullptr);
+    window.show();
+    const auto trigger = [&](unsigned long id) {
+        const auto &point = project.node<Nodes::BasicAction>(id)->triggerPoint();
+        return point ? QPoint(point->x, point->y) : QPoint(-1, -1);
+    };
+    send(window, {QEvent::MouseButtonPress}, 1);
+    QCOMPARE(trigger(20), window.viewport()->mapToGlobal(QPoint(20, 20)));
+    send(window, {QEvent::MouseButtonPress, Step::Viewport, onElement}, 2);
+    QCOMPARE(trigger(20), window.viewport()->mapToGlobal(QPoint(100, 70)));
+    QCOMPARE(trigger(21), QPoint(-1, -1));
 }
 
 void TestActionManager::editingRunsNothing()
