@@ -10,6 +10,10 @@ namespace Nodes {
 
 /// Locale-independent number texts of files and values: decimal point, no grouping.
 
+/// Stands where a number would while there is none: long enough to be seen, never to be read as a
+/// value.
+inline constexpr const char *NoValueText = "----";
+
 /// Whole text as a finite or infinite double; nothing when any character is left over.
 NODES_EXPORT std::optional<double> ParseDouble(std::string_view text);
 /// Whole text as a decimal integer that fits long long.

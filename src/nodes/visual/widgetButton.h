@@ -1,15 +1,12 @@
 #pragma once
 
 #include "nodes/model/ResourceLink.h"
-#include "nodes/values/Alignment.h"
-#include "nodes/values/NColor.h"
-#include "nodes/values/NFont.h"
-#include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/TextProperties.h"
 
 namespace Nodes {
 
 /// A push button that runs its own action lists when it is pressed and released.
-class NODES_EXPORT widgetButton : public BasicWidget
+class NODES_EXPORT widgetButton : public TextProperties<BasicWidget>
 {
 public:
     enum enStyle {
@@ -22,16 +19,10 @@ public:
         StyleTransparent = 7 ///< of the application, without a background
     };
 
+    widgetButton();
     static KindInfo Kind();
 
     int GetStyle() const { return m_style; }
-    NFont GetFont() const;
-    enAlignmentHorizontal GetHorizontalAlignment() const
-    {
-        return enAlignmentHorizontal(m_horizontal);
-    }
-    enAlignmentVertical GetVerticalAlignment() const { return enAlignmentVertical(m_vertical); }
-    NColor GetTextColor() const { return m_textColor; }
     NColor GetBackgroundColor() const { return m_backgroundColor; }
     const ResourceLink &GetImage() const { return m_image; }
     /// Shortcut in the portable form, such as "Ctrl+F5"; "" for none.
@@ -48,22 +39,12 @@ public:
     std::string GetDisplayText() const override;
 
 private:
-    static void describeText(KindBuilder &builder);
     std::string valueText(const SignalValue &value) const;
 
     int m_style = StyleApplication;
     std::string m_text;
     std::string m_onText;
     std::string m_offText;
-    std::string m_family = "DejaVu Sans";
-    int m_pointSize = 11;
-    bool m_isBold = false;
-    bool m_isItalic = false;
-    bool m_isUnderlined = false;
-    bool m_isStruckOut = false;
-    int m_horizontal = AlignmentHCenter;
-    int m_vertical = AlignmentVCenter;
-    NColor m_textColor{32, 36, 40};
     NColor m_backgroundColor{226, 229, 232};
     ResourceLink m_image;
     std::string m_hotKey;

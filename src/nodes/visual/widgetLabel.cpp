@@ -16,7 +16,7 @@ void widgetLabel::Describe(KindBuilder &builder)
         .Property<&widgetLabel::m_showsUnit>(12202, "showUnit", "Show unit", "Единица измерения")
         .Property<&widgetLabel::m_onText>(12203, "onText", "Text of true", "Текст для 1")
         .Property<&widgetLabel::m_offText>(12204, "offText", "Text of false", "Текст для 0");
-    DescribeText(builder);
+    DescribeFramedText(builder);
     builder.Property<&widgetLabel::m_isWrapped>(12234, "wrap", "Word wrap", "Перенос по словам")
         .Property<&widgetLabel::m_angle>(12235, "angle", "Angle, degrees", "Угол поворота, °")
         .Range(-360, 360)

@@ -4,6 +4,7 @@
 #include "widgets/elements/TabularText.h"
 #include "widgets/elements/ZoneSigns.h"
 
+#include "nodes/values/NumberText.h"
 #include "nodes/visual/recorderChannel.h"
 #include "utils/TimeConversions.h"
 
@@ -68,7 +69,7 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     line.name = QString::fromStdString(channel.GetText());
     line.unit = QString::fromStdString(channel.GetUnit());
     line.quality = value.GetQuality();
-    line.value = QStringLiteral("----");
+    line.value = QLatin1String(Nodes::NoValueText);
     if (hasExtremes)
         line.extremes = extremesOf(channel);
     const double number = value.ToDouble();

@@ -7,6 +7,7 @@
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/windows/WindowManager.h"
 
+#include "nodes/values/NumberText.h"
 #include "nodes/visual/widgetCheckBox.h"
 #include "utils/ValueConversions.h"
 
@@ -52,7 +53,7 @@ qwidgetCheckBox::~qwidgetCheckBox() = default;
 QString qwidgetCheckBox::shownText() const
 {
     if (m_quality == Nodes::Quality::Bad)
-        return QStringLiteral("----");
+        return QLatin1String(Nodes::NoValueText);
     return isChecked() ? QStringLiteral("1") : QStringLiteral("0");
 }
 

@@ -7,6 +7,7 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/model/BasicProperty.h"
+#include "nodes/values/NumberText.h"
 #include "nodes/visual/widgetComboBox.h"
 #include "utils/ValueConversions.h"
 
@@ -60,7 +61,7 @@ qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent)
     setInsertPolicy(NoInsert);
     setDuplicatesEnabled(true);
     lineEdit()->setReadOnly(true);
-    lineEdit()->setPlaceholderText(QLatin1String(Nodes::BasicTextWidget::NoValueText));
+    lineEdit()->setPlaceholderText(QLatin1String(Nodes::NoValueText));
     lineEdit()->setFocusPolicy(Qt::NoFocus);
     lineEdit()->installEventFilter(this);
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this,

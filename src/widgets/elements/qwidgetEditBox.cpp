@@ -7,6 +7,7 @@
 
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/system/systemCore.h"
+#include "nodes/values/NumberText.h"
 #include "nodes/visual/widgetEditBox.h"
 #include "utils/ValueConversions.h"
 
@@ -81,8 +82,7 @@ void qwidgetEditBox::onActive(bool on)
 QString qwidgetEditBox::shownText() const
 {
     const QString &text = m_isEditing ? m_previous : m_pending;
-    return m_quality == Nodes::Quality::Bad ? QLatin1String(Nodes::BasicTextWidget::NoValueText)
-                                            : text;
+    return m_quality == Nodes::Quality::Bad ? QLatin1String(Nodes::NoValueText) : text;
 }
 
 void qwidgetEditBox::onUpdateProperties(Nodes::BasicProperty *)
