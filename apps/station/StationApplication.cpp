@@ -16,6 +16,10 @@
 
 namespace Station {
 
+namespace {
+constexpr int shutdownPatience = 2000; // ms
+}
+
 StationApplication::StationApplication(const StationOptions &options)
     : m_options(options),
       m_status(options.statusFile, options.hasStatusTexts, m_clock),
@@ -141,8 +145,10 @@ int StationApplication::serve()
 
 void StationApplication::shutDown()
 {
-    if (m_manager)
+    if (m_manager) {
         QApplication::closeAllWindows();
+        m_manager->finishActions(shutdownPatience); // what the windows do on closing
+    }
     m_manager.reset();
     m_core->Stop();
 }

@@ -7,9 +7,26 @@
 #include <QStyleFactory>
 
 #include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <langinfo.h>
+
+namespace {
+
+// A service or a bare account often has no locale, and paths and arguments in Russian would then
+// reach programs and files as question marks.
+void useUnicodePaths()
+{
+    std::setlocale(LC_CTYPE, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
+    useUnicodePaths();
     Station::StationOptions options;
     if (const auto done = options.parse(argc, argv))
         return *done;

@@ -64,6 +64,7 @@ QString StationTest::write(const QByteArray &text) const
 void StationTest::start(QProcess &station, const QStringList &arguments) const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // as of a bare account
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("XDG_DATA_HOME"), m_directory->filePath(QStringLiteral("x")));
     station.setProcessEnvironment(environment);
@@ -114,7 +115,7 @@ void StationTest::refusesToStart()
 
 void StationTest::takesPictures()
 {
-    const QDir pictures(m_directory->filePath(QStringLiteral("pictures")));
+    const QDir pictures(m_directory->filePath(QStringLiteral("снимки")));
     QProcess station;
     start(station, {write(goodProject), "--screenshots", pictures.path()});
     QCOMPARE(finish(station), 0);

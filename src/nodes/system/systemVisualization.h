@@ -19,7 +19,7 @@ public:
     int GetIdleLogout() const { return m_idleLogout; }
 
 private:
-    int m_titleHeight = 28;
+    int m_titleHeight = 25;
     NColor m_overlayColor{0, 0, 0, 128};
     int m_idleLogout = 0;
 };

@@ -262,6 +262,8 @@ void FrameWindow::closeEvent(QCloseEvent *event)
         m_dialog->reject();
     const bool dialogStays = m_dialog && m_dialog->isVisible();
     event->setAccepted(!dialogStays && WindowBasic::mayCloseAll(*this));
+    if (event->isAccepted() && windowBasic())
+        emit windowBasic()->closed();
 }
 
 } // namespace Widgets

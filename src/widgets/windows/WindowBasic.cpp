@@ -197,10 +197,11 @@ void WindowBasic::hideEvent(QHideEvent *event)
 
 void WindowBasic::closeEvent(QCloseEvent *event)
 {
-    if (mayClose())
-        ProxyView::closeEvent(event);
-    else
-        event->ignore();
+    if (!mayClose())
+        return event->ignore();
+    ProxyView::closeEvent(event);
+    if (event->isAccepted())
+        emit closed();
 }
 
 void WindowBasic::drawBackground(QPainter *painter, const QRectF &rect)

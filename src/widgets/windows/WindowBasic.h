@@ -48,6 +48,8 @@ public:
 signals:
     /// A property of the node changed.
     void updateProperty();
+    /// The window was closed, alone or with its frame, and goes as soon as nothing runs in it.
+    void closed();
 
 public slots:
     void onUpdateProperties();

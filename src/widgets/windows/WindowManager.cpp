@@ -15,10 +15,12 @@
 #include "nodes/timers/operationTimer.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLoggingCategory>
 #include <QScreen>
 #include <QThread>
+#include <QTimer>
 #include <QWidget>
 
 #include <utility>
@@ -27,12 +29,15 @@ namespace Widgets {
 
 namespace {
 Q_LOGGING_CATEGORY(actionLog, "station.actions")
-}
+
+constexpr int retryInterval = 20;
+constexpr int keyYa = 0x042F; // on the key of Z in the Russian layout
+} // namespace
 
 WindowManager *g_pWindowManager = nullptr;
 
 WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
-    : QObject(parent), m_core(core)
+    : QObject(parent), m_retry(new QTimer(this)), m_core(core)
 {
     qRegisterMetaType<Nodes::BasicEvent>("BasicEvent");
     qRegisterMetaType<Nodes::BasicEvent>();
@@ -40,6 +45,8 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     if (QCoreApplication::instance())
         QCoreApplication::instance()->installEventFilter(this);
     g_pWindowManager = this;
+    m_retry->setInterval(retryInterval);
+    connect(m_retry, &QTimer::timeout, this, &WindowManager::postNextDeferred);
     m_worker = new WindowManagerWorkerThread(m_queue, core, this);
     connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
             &WindowManager::OnActionExecuted);
@@ -207,10 +214,12 @@ Nodes::Result WindowManager::OnActionExecuted(qBasicAction *pAction)
 {
     const enActionState state = pAction->GetState();
     if (state == ActionHandedOver) {
-        if (m_isLettingEventsRun || !m_deferred.isEmpty())
+        if (isLettingEventsRun() || !m_deferred.isEmpty()) {
             m_deferred.append(pAction);
-        else
+            m_retry->start();
+        } else {
             execute(*pAction);
+        }
     } else if (state == ActionExecuting) {
         qCDebug(actionLog, "Action in process!");
     } else if (state != ActionFinished) {
@@ -232,20 +241,29 @@ void WindowManager::execute(qBasicAction &action)
     action.setState(ActionFinished);
 }
 
+// A modal window opened meanwhile has a loop of its own: until the operator answers it, actions go
+// on as ever.
+bool WindowManager::isLettingEventsRun() const
+{
+    return m_lettingLevel == QThread::currentThread()->loopLevel();
+}
+
 void WindowManager::letEventsRun()
 {
     const QPointer<WindowManager> self = this;
-    const bool wasLetting = std::exchange(m_isLettingEventsRun, true);
+    const int outer = std::exchange(m_lettingLevel, QThread::currentThread()->loopLevel());
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     if (!self)
         return;
-    m_isLettingEventsRun = wasLetting;
+    m_lettingLevel = outer;
     postNextDeferred();
 }
 
 void WindowManager::postNextDeferred()
 {
-    if (!m_deferred.isEmpty())
+    if (m_deferred.isEmpty())
+        m_retry->stop();
+    else if (!isLettingEventsRun() && !std::exchange(m_isNextPosted, true))
         QMetaObject::invokeMethod(this, &WindowManager::runNextDeferred, Qt::QueuedConnection);
 }
 
@@ -253,11 +271,31 @@ void WindowManager::postNextDeferred()
 // action may open a modal window.
 void WindowManager::runNextDeferred()
 {
-    if (m_isLettingEventsRun || m_deferred.isEmpty())
+    m_isNextPosted = false;
+    if (isLettingEventsRun() || m_deferred.isEmpty())
         return;
     qBasicAction *action = m_deferred.takeFirst();
     postNextDeferred();
     execute(*action);
+}
+
+void WindowManager::finishActions(int patience)
+{
+    QTimer dismissal;
+    connect(&dismissal, &QTimer::timeout, &dismissal, [] {
+        if (QWidget *modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+    dismissal.start(retryInterval);
+    const QDeadlineTimer deadline(patience);
+    const auto isDone = [this] { return m_queue.isEmpty() && m_deferred.isEmpty(); };
+    while (!isDone() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::WaitForMoreEvents);
+    if (!isDone() && m_core)
+        m_core->StoreMessage(Nodes::LevelWarning,
+                             "Станция завершена раньше, чем выполнены все действия",
+                             Nodes::NodeLink());
 }
 
 void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
@@ -278,7 +316,8 @@ bool WindowManager::eventFilter(QObject *watched, QEvent *event)
     if (type != QEvent::KeyPress)
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
-    if (key->modifiers() == Qt::AltModifier && key->key() == Qt::Key_Z)
+    const bool isZ = key->key() == Qt::Key_Z || key->key() == keyYa;
+    if (key->modifiers() == Qt::AltModifier && isZ)
         minimizeAll();
     return false;
 }

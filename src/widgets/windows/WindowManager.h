@@ -22,6 +22,8 @@
 #include <atomic>
 #include <vector>
 
+class QTimer;
+
 namespace Nodes {
 class BasicAction;
 class BasicComposition;
@@ -99,6 +101,10 @@ public:
     /// show something before they go on. What was handed over meanwhile runs afterwards, in order.
     void letEventsRun();
 
+    /// Runs what is queued, and what that queues, before the station ends: at most `patience` ms,
+    /// with no input, every dialog it opens cancelled. What is left then is dropped and journalled.
+    void finishActions(int patience);
+
     /// Whether an action is queued or running whose node stands below that one.
     bool hasActionBelow(const Nodes::ConfigNode &node) { return m_queue.hasCopyBelow(node); }
 
@@ -131,6 +137,7 @@ private:
     int pushedGeneration() const;
     Nodes::Result checkLimits(const Nodes::BasicAction &node, int pushed);
     void execute(qBasicAction &action);
+    bool isLettingEventsRun() const;
     void runNextDeferred();
     void postNextDeferred();
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
@@ -145,7 +152,9 @@ private:
     QVector<WidgetLink> m_windows;
     ActionQueue m_queue;
     QVector<qBasicAction *> m_deferred; // handed over while events were let run
-    bool m_isLettingEventsRun = false;
+    int m_lettingLevel = -1;            // of event loops, where events are let run now
+    bool m_isNextPosted = false;
+    QTimer *m_retry; // of deferred actions, for a modal window opened meanwhile
     const qBasicAction *m_executing = nullptr; // the innermost
     bool m_hasInput = false; // while that one ran: what follows is the operator's doing
     std::atomic<bool> m_isOverflowTold{false};

@@ -146,6 +146,8 @@ WidgetLink WindowManager::createWindow(Nodes::ConfigNode *node, QWidget *parent)
     const WidgetLink link(node->GetId(), widget);
     if (auto *window = qobject_cast<WindowBasic *>(widget)) {
         window->setAttribute(Qt::WA_DeleteOnClose);
+        // A closed window may live on for a while under its own dialog: nobody is to find it then.
+        connect(window, &WindowBasic::closed, this, [this, link] { m_windows.removeOne(link); });
         OpeningTimer::startBuilt(*window, begun);
     }
     m_windows.append(link);
@@ -190,7 +192,10 @@ bool WindowManager::closeWindow(unsigned long id, QWidget *widget)
     if (!m_windows.contains(link))
         return false;
     QWidget *outer = WindowPlacement::outermost(widget);
-    return (!outer || outer->close()) && m_windows.removeOne(link);
+    if (outer && !outer->close())
+        return false;
+    m_windows.removeOne(link);
+    return true;
 }
 
 void WindowManager::closeAllWindow(unsigned long id, int display)

@@ -5,6 +5,7 @@
 
 #include "nodes/journal/EventJournal.h"
 
+#include <QMessageBox>
 #include <QTemporaryDir>
 
 #include <thread>
@@ -58,6 +59,8 @@ private slots:
     void aListThatPushesItselfIsEnded();
     void aFullQueueRefuses();
     void pendingActionsGoWithTheManager();
+    void aModalWindowStopsNoActions();
+    void closingActionsRunBeforeTheEnd();
 };
 
 void TestActionQueue::handsOverInBoundedBatches()
@@ -222,6 +225,38 @@ void TestActionQueue::pendingActionsGoWithTheManager()
     QVERIFY(project.recorded.isEmpty());
     QVERIFY(project.core.RequestAction(project.node<Nodes::BasicAction>(31)) ==
             Nodes::Result::NotAvailable);
+}
+
+// A message of another action comes up while an action lets events run, and nobody answers it.
+void TestActionQueue::aModalWindowStopsNoActions()
+{
+    RuntimeProject project(screens);
+    int answers = 0;
+    QTimer::singleShot(0, project.manager.get(), [&] {
+        QMessageBox message;
+        connect(project.manager.get(), &WindowManager::actionsFreed, &message, &QDialog::reject);
+        QTimer::singleShot(10000, &message, &QDialog::accept);
+        project.push(31);
+        answers = message.exec() == QDialog::Rejected ? 1 : 2;
+    });
+    project.manager->letEventsRun();
+    QCOMPARE(answers, 1);
+    QCOMPARE(project.value(30), Nodes::SignalValue(1));
+}
+
+void TestActionQueue::closingActionsRunBeforeTheEnd()
+{
+    RuntimeProject project(R"(<memorySignal id="30" name="S" type="int" writable="true"/>
+<actionArchiverDBMgr id="31" name="a dialog"/>
+<actionWriteValue id="32" name="silent" signal="30" value="2"/>
+<window id="10" name="W" width="50" height="50" onClose="31 32"/>
+<actionShowWindow id="33" name="show" window="10"/>)");
+    project.push(33);
+    QTRY_COMPARE(project.openWindows(10), 1);
+    QApplication::closeAllWindows();
+    QVERIFY(project.value(30).IsEmpty());
+    project.manager->finishActions(5000);
+    QCOMPARE(project.value(30), Nodes::SignalValue(2));
 }
 
 QTEST_MAIN(TestActionQueue)
