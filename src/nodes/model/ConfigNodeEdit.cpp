@@ -5,7 +5,6 @@
 #include "nodes/model/NodesCollection.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace Nodes {
 
@@ -26,33 +25,13 @@ void makeNameUnique(const ConfigNode &parent, ConfigNode &child)
         child.SetName(wanted + " " + std::to_string(number));
 }
 
-using IdSet = std::unordered_set<unsigned long>;
-
-IdSet idsOf(const ConfigNode &subtree)
-{
-    IdSet ids{subtree.GetId()};
-    for (const NodeLink &link : subtree.GetNodes(true))
-        ids.insert(link.GetNodeId());
-    return ids;
-}
-
-NodeLinks wholeProject(const ConfigNode &node)
-{
-    const NodesCollection *project = node.GetNodesCollection();
-    if (!project || !project->GetRoot())
-        return {};
-    NodeLinks links = project->GetRoot()->GetNodes(true);
-    links.emplace_back(project->GetRoot());
-    return links;
-}
-
 int removeLinksTo(const IdSet &ids, const ConfigNode &anywhere)
 {
     int count = 0;
     const auto edit = [&ids](const NodeLink &link) {
         return ids.count(link.GetNodeId()) ? std::nullopt : std::optional<NodeLink>(link);
     };
-    for (const NodeLink &link : wholeProject(anywhere)) {
+    for (const NodeLink &link : WholeProject(anywhere)) {
         if (ConfigNode *node = link.GetNode())
             count += EditLinks(*node, edit);
     }
@@ -62,7 +41,7 @@ int removeLinksTo(const IdSet &ids, const ConfigNode &anywhere)
 /// First node outside of the set that refers into it; null when there is none.
 const ConfigNode *findReferrer(const IdSet &ids, const ConfigNode &anywhere)
 {
-    for (const NodeLink &link : wholeProject(anywhere)) {
+    for (const NodeLink &link : WholeProject(anywhere)) {
         const ConfigNode *node = link.GetNode();
         if (!node || ids.count(node->GetId()))
             continue;
@@ -203,7 +182,7 @@ Result ConfigNode::DeleteNode(unsigned long id, bool references, bool force)
     const ConfigNode *child = GetSubObject(id);
     if (!child)
         return Result(this, Result::NotFound, "child " + std::to_string(id));
-    const IdSet ids = idsOf(*child);
+    const IdSet ids = IdsOf(*child);
     if (references) {
         removeLinksTo(ids, *this);
     } else if (!force) {

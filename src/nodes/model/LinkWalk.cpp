@@ -1,6 +1,7 @@
 #include "nodes/model/LinkWalk.h"
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
 
 #include <algorithm>
 
@@ -50,6 +51,24 @@ int EditLinks(ConfigNode &node, const LinkEdit &edit)
         count += node.SetProperty(d.valueId, editValue(d, node, edit)) ? 1 : 0;
     }
     return count;
+}
+
+IdSet IdsOf(const ConfigNode &subtree)
+{
+    IdSet ids{subtree.GetId()};
+    for (const NodeLink &link : subtree.GetNodes(true))
+        ids.insert(link.GetNodeId());
+    return ids;
+}
+
+NodeLinks WholeProject(const ConfigNode &node)
+{
+    const NodesCollection *project = node.GetNodesCollection();
+    if (!project || !project->GetRoot())
+        return {};
+    NodeLinks links = project->GetRoot()->GetNodes(true);
+    links.emplace_back(project->GetRoot());
+    return links;
 }
 
 void RemapLinks(ConfigNode &subtree, const IdMap &ids)

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace Nodes {
 
@@ -35,6 +36,13 @@ using LinkEdit = std::function<std::optional<NodeLink>(const NodeLink &)>;
 
 /// Rewrites the links of one node, announcing each property that changes; count of properties.
 int EditLinks(ConfigNode &node, const LinkEdit &edit);
+
+using IdSet = std::unordered_set<unsigned long>;
+
+/// Ids of a node and all its descendants.
+IdSet IdsOf(const ConfigNode &subtree);
+/// Every node of the project that `node` belongs to, the root included; empty without a project.
+NodeLinks WholeProject(const ConfigNode &node);
 
 /// Old id to new id of nodes that were copied or read under fresh ids.
 using IdMap = std::unordered_map<unsigned long, unsigned long>;
