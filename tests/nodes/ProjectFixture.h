@@ -10,6 +10,8 @@
 /// A project in memory with a root; nodes are named by the keys of their kinds.
 struct ProjectFixture
 {
+    using Properties = std::initializer_list<std::pair<const char *, std::string>>;
+
     ProjectFixture()
     {
         if (!project.SetRoot(project.CreateDetached(kind("project"))))
@@ -22,20 +24,37 @@ struct ProjectFixture
         return found ? *found : throw std::logic_error(key);
     }
     Nodes::ConfigNode *root() const { return project.GetRoot(); }
-    Nodes::ConfigNode *add(const char *key, Nodes::ConfigNode *parent, const char *name = nullptr)
+    template <class Node = Nodes::ConfigNode>
+    Node *add(const char *key, Nodes::ConfigNode *parent, const char *name = nullptr,
+              const Properties &properties = {})
     {
-        Nodes::ConfigNode *node = project.CreateNode(kind(key).type, parent);
+        auto *node = dynamic_cast<Node *>(project.CreateNode(kind(key).type, parent));
         if (!node)
             throw std::logic_error(key);
         if (name)
             node->SetName(name);
+        set(node, properties);
         return node;
     }
     /// A layer in a composition: what widgets stand on.
     Nodes::ConfigNode *addLayer() { return add("layer", add("composition", root())); }
+    static void set(Nodes::ConfigNode *node, const Properties &properties)
+    {
+        for (const auto &[key, text] : properties) {
+            const Nodes::Result result = node->SetPropertyText(key, text);
+            if (!result)
+                throw std::logic_error(key + (": " + result.ToString()));
+        }
+    }
 
-    Nodes::NodesCollection project;
+    std::unique_ptr<Nodes::NodesCollection> owned = std::make_unique<Nodes::NodesCollection>();
+    Nodes::NodesCollection &project = *owned;
 };
+
+inline std::string idOf(const Nodes::ConfigNode *node)
+{
+    return std::to_string(node->GetId());
+}
 
 inline std::string textOf(const Nodes::ConfigNode &node, const char *key)
 {

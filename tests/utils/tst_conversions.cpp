@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "utils/ActionFactory.h"
 #include "utils/IUndo.h"
 #include "utils/MenuGroup.h"
@@ -49,144 +50,97 @@ class ConversionsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void alignment_data();
-    void alignment();
-    void fontsAndPens();
-    void times_data();
-    void times();
-    void typesAreGroupedByFamily();
-    void menuGroups();
-    void standardActions_data();
-    void standardActions();
-    void undoWithAndWithoutStack();
-    void linkReachesApplication();
-};
-
-void ConversionsTest::alignment_data()
-{
-    QTest::addColumn<int>("horizontal");
-    QTest::addColumn<int>("vertical");
-    QTest::addColumn<int>("qt");
-    QTest::newRow("left top") << 1 << 1 << int(Qt::AlignLeft | Qt::AlignTop);
-    QTest::newRow("right bottom") << 3 << 3 << int(Qt::AlignRight | Qt::AlignBottom);
-    QTest::newRow("centre") << 2 << 2 << int(Qt::AlignCenter);
-    QTest::newRow("unknown codes") << 0 << 77 << int(Qt::AlignCenter);
-}
-
-void ConversionsTest::alignment()
-{
-    QFETCH(int, horizontal);
-    QFETCH(int, vertical);
-    QTEST(int(Utils::NAligmentToQtAligment(Nodes::enAlignmentHorizontal(horizontal),
-                                           Nodes::enAlignmentVertical(vertical))),
-          "qt");
-}
-
-void ConversionsTest::fontsAndPens()
-{
-    const QFont font = Utils::NFontToQFont({"DejaVu Serif", 0, false, true, false, true});
-    QCOMPARE(font.family(), QStringLiteral("DejaVu Serif"));
-    QCOMPARE(font.pointSize(), 1);
-    QVERIFY(!font.bold() && font.italic() && !font.underline() && font.strikeOut());
-    const QPen pen = Utils::NPenToQPen({Nodes::NColor(1, 2, 3, 4), 5, Nodes::NPen::DashDot});
-    QCOMPARE(pen.color(), QColor(1, 2, 3, 4));
-    QCOMPARE(pen.width(), 5);
-    QCOMPARE(pen.style(), Qt::DashDotLine);
-    QCOMPARE(Utils::NRectToQRect({1, -2, 30, 40}), QRect(1, -2, 30, 40));
-}
-
-void ConversionsTest::times_data()
-{
-    QTest::addColumn<qint64>("microseconds");
-    QTest::addColumn<QString>("utc");
-    QTest::newRow("rounded down") << qint64(1700000000123999) << "2023-11-14T22:13:20.123Z";
-    QTest::newRow("before the epoch") << qint64(-1) << "1969-12-31T23:59:59.999Z";
-    QTest::newRow("no time") << qint64(0) << "";
-}
-
-void ConversionsTest::times()
-{
-    QFETCH(qint64, microseconds);
-    QFETCH(QString, utc);
-    const QDateTime local = Utils::toLocalTime(microseconds);
-    QCOMPARE(local.toUTC().toString(Qt::ISODateWithMs), utc);
-    const qint64 back = Utils::toTimestamp(local);
-    QVERIFY(microseconds - back >= 0 && microseconds - back < 1000);
-    QCOMPARE(Utils::fromAxisTime(Utils::toAxisTime(microseconds)), microseconds);
-    QCOMPARE(Utils::timeText(microseconds) == QStringLiteral("—"), utc.isEmpty());
-}
-
-void ConversionsTest::typesAreGroupedByFamily()
-{
-    const NodeType label(NodeType::enNodeSubtype(0x15001));
-    const NodeType button(NodeType::enNodeSubtype(0x15003));
-    const NodeType layer(NodeType::SubtypeLayer);
-    const auto groups = Utils::SortNodeTypes({label, layer, button, label});
-    QCOMPARE(groups.size(), std::size_t(2));
-    QVERIFY((groups[0] == std::vector<NodeType>{label, button}));
-    QVERIFY((groups[1] == std::vector<NodeType>{layer}));
-}
-
-void ConversionsTest::menuGroups()
-{
-    QMenu menu;
-    QAction first(nullptr);
-    QAction second(nullptr);
-    Utils::createGroupInMenu(menu, {nullptr});
-    QVERIFY(menu.actions().isEmpty());
-    Utils::createGroupInMenu(menu, {&first});
-    Utils::createGroupInMenu(menu, {nullptr, &second});
-    QCOMPARE(menu.actions().size(), 4); // one separator between the groups, not two
-    QCOMPARE(menu.actions().at(2), &second);
-}
-
-void ConversionsTest::standardActions_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QKeySequence>("shortcut");
-    QTest::newRow("copy") << 0 << "Копировать" << QKeySequence(QKeySequence::Copy);
-    QTest::newRow("paste") << 2 << "Вставить" << QKeySequence(QKeySequence::Paste);
-    QTest::newRow("delete") << 3 << "Удалить" << QKeySequence(QKeySequence::Delete);
-}
-
-void ConversionsTest::standardActions()
-{
-    QFETCH(int, type);
-    const auto &factory = Utils::ActionFactory::getInstance();
-    QObject owner;
-    const QAction *action = factory.createAction(Utils::ActionFactory::enActionType(type), &owner);
-    QTEST(action->text(), "title");
-    QTEST(action->shortcut(), "shortcut");
-    QCOMPARE(action->parent(), &owner);
-    QVERIFY(!factory.createAction(Utils::ActionFactory::enActionType(99), &owner));
-}
-
-void ConversionsTest::undoWithAndWithoutStack()
-{
-    int count = 0;
-    Editor editor;
-    editor.pushToUndoStack(new CountingCommand(count));
-    QCOMPARE(count, 1);
+    void badSettingsStayUsable()
     {
-        QUndoStack stack;
-        Utils::IUndo::setUndoStack(&stack);
-        editor.pushToUndoStack(new CountingCommand(count));
-        QCOMPARE(count, 2);
-        stack.undo();
-        QCOMPARE(count, 1);
+        QCOMPARE(int(Utils::NAligmentToQtAligment(Nodes::enAlignmentHorizontal(0),
+                                                  Nodes::enAlignmentVertical(77))),
+                 int(Qt::AlignCenter));
+        const QFont font = Utils::NFontToQFont({"DejaVu Serif", 0, false, true, false, true});
+        QCOMPARE(font.pointSize(), 1);
+        QVERIFY(!font.bold() && font.italic() && !font.underline() && font.strikeOut());
     }
-    editor.pushToUndoStack(new CountingCommand(count)); // the stack is gone
-    QCOMPARE(count, 2);
-}
 
-void ConversionsTest::linkReachesApplication()
-{
-    LinkFilter filter;
-    qApp->installEventFilter(&filter);
-    Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLink(42ul), this);
-    QTRY_COMPARE(filter.ids, QVector<unsigned long>{42});
-}
+    void times_data()
+    {
+        const Rows<qint64, QString> row("microseconds", "utc");
+        row("rounded down", 1700000000123999, "2023-11-14T22:13:20.123Z");
+        row("before the epoch", -1, "1969-12-31T23:59:59.999Z");
+        row("no time", 0, "");
+    }
+
+    void times()
+    {
+        QFETCH(qint64, microseconds);
+        QFETCH(QString, utc);
+        const QDateTime local = Utils::toLocalTime(microseconds);
+        QCOMPARE(local.toUTC().toString(Qt::ISODateWithMs), utc);
+        const qint64 back = Utils::toTimestamp(local);
+        QVERIFY(microseconds - back >= 0 && microseconds - back < 1000);
+        QCOMPARE(Utils::fromAxisTime(Utils::toAxisTime(microseconds)), microseconds);
+        QCOMPARE(Utils::timeText(microseconds) == QStringLiteral("—"), utc.isEmpty());
+    }
+
+    void typesAreGroupedByFamily()
+    {
+        const NodeType label(NodeType::enNodeSubtype(0x15001));
+        const NodeType button(NodeType::enNodeSubtype(0x15003));
+        const NodeType layer(NodeType::SubtypeLayer);
+        const auto groups = Utils::SortNodeTypes({label, layer, button, label});
+        QCOMPARE(groups.size(), std::size_t(2));
+        QVERIFY((groups[0] == std::vector<NodeType>{label, button}));
+        QVERIFY((groups[1] == std::vector<NodeType>{layer}));
+    }
+
+    void menuGroups()
+    {
+        QMenu menu;
+        QAction first(nullptr);
+        QAction second(nullptr);
+        Utils::createGroupInMenu(menu, {nullptr});
+        QVERIFY(menu.actions().isEmpty());
+        Utils::createGroupInMenu(menu, {&first});
+        Utils::createGroupInMenu(menu, {nullptr, &second});
+        QCOMPARE(menu.actions().size(), 4); // one separator between the groups, not two
+        QCOMPARE(menu.actions().at(2), &second);
+    }
+
+    void standardActions()
+    {
+        const auto &factory = Utils::ActionFactory::getInstance();
+        QObject owner;
+        const auto *action = factory.createAction(Utils::ActionFactory::enActionType(3), &owner);
+        QCOMPARE(action->text(), QString("Удалить"));
+        QCOMPARE(action->shortcut(), QKeySequence(QKeySequence::Delete));
+        QCOMPARE(action->parent(), &owner);
+        QVERIFY(!factory.createAction(Utils::ActionFactory::enActionType(99), &owner));
+    }
+
+    void undoWithAndWithoutStack()
+    {
+        int count = 0;
+        Editor editor;
+        editor.pushToUndoStack(new CountingCommand(count));
+        QCOMPARE(count, 1);
+        {
+            QUndoStack stack;
+            Utils::IUndo::setUndoStack(&stack);
+            editor.pushToUndoStack(new CountingCommand(count));
+            QCOMPARE(count, 2);
+            stack.undo();
+            QCOMPARE(count, 1);
+        }
+        editor.pushToUndoStack(new CountingCommand(count)); // the stack is gone
+        QCOMPARE(count, 2);
+    }
+
+    void linkReachesApplication()
+    {
+        LinkFilter filter;
+        qApp->installEventFilter(&filter);
+        Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLink(42ul), this);
+        QTRY_COMPARE(filter.ids, QVector<unsigned long>{42});
+    }
+};
 
 QTEST_MAIN(ConversionsTest)
 #include "tst_conversions.moc"

@@ -24,9 +24,7 @@ struct Bound : ProjectFixture
 {
     Bound()
     {
-        signal = static_cast<Nodes::BasicSignal *>(add("memorySignal", add("folder", root())));
-        node = static_cast<Nodes::BasicWidget *>(add("label", add("window", root())));
-        if (!node->SetPropertyText("signal", std::to_string(signal->GetId())) || !node->Start())
+        if (!node->Start())
             throw std::logic_error("label");
     }
     /// Publishes `count` values on another thread and waits for it.
@@ -37,8 +35,17 @@ struct Bound : ProjectFixture
                 signal->GetCell()->Publish(i);
         }).join();
     }
-    Nodes::BasicSignal *signal;
-    Nodes::BasicWidget *node;
+    /// Connects the relay with what is to follow the node's value.
+    void follow(NodeRelay &relay, std::function<void()> valueChanged) const
+    {
+        NodeRelay::Handlers handlers;
+        handlers.valueChanged = std::move(valueChanged);
+        relay.connect(node, handlers);
+    }
+
+    Nodes::BasicSignal *signal = add<Nodes::BasicSignal>("memorySignal", add("folder", root()));
+    Nodes::BasicWidget *node = add<Nodes::BasicWidget>("label", add("window", root()), nullptr,
+                                                       {{"signal", idOf(signal)}});
 };
 
 } // namespace
@@ -48,202 +55,182 @@ class RelayTest : public QObject
     Q_OBJECT
 
 private slots:
-    void valuesCollapseToTheLast();
-    void propertiesCrossThreads();
-    void childrenAndActivity();
-    void nothingAfterDestruction();
-    void nothingForADeletedNode();
-    void destroyedInItsOwnHandler();
-    void othersGoOnDuringADialog();
-    void queueKeepsEverything();
-    void queueIsBounded();
-};
-
-void RelayTest::valuesCollapseToTheLast()
-{
-    Bound bound;
-    QVector<int> shown;
-    QVector<QThread *> threads;
-    NodeRelay relay;
-    NodeRelay::Handlers handlers;
-    handlers.valueChanged = [&] {
-        shown << bound.node->GetValue().ToInt();
-        threads << QThread::currentThread();
-    };
-    relay.connect(bound.node, handlers);
-    bound.publish(1000);
-    QTRY_COMPARE(shown, QVector<int>{1000});
-    bound.publish(7);
-    QTRY_COMPARE(shown, (QVector<int>{1000, 7}));
-    QCOMPARE(threads, QVector<QThread *>(2, thread()));
-}
-
-void RelayTest::propertiesCrossThreads()
-{
-    Bound bound;
-    QVector<unsigned> ids;
-    NodeRelay relay;
-    NodeRelay::Handlers handlers;
-    handlers.propertyChanged = [&ids](Nodes::BasicProperty *property) {
-        ids << (property ? property->GetValueId() : 0);
-    };
-    relay.connect(bound.node, handlers);
-    bound.node->SetPosition(5, 0);           // only x changes
-    QCOMPARE(ids, QVector<unsigned>{11001}); // at once on this thread
-    std::thread([&] {
-        bound.node->NotifyPropertyChanged(bound.node->GetPropertyByValueId(12097));
-        bound.node->NotifyPropertyChanged(nullptr);
-    }).join();
-    QCOMPARE(ids.size(), 1);
-    QTRY_COMPARE(ids, (QVector<unsigned>{11001, 0})); // re-read everything, once
-}
-
-void RelayTest::childrenAndActivity()
-{
-    Bound bound;
-    QStringList heard;
-    NodeRelay relay;
-    NodeRelay::Handlers handlers;
-    handlers.childAdded = [&](Nodes::NodeLink) { heard << QStringLiteral("added"); };
-    handlers.childRemoved = [&](Nodes::NodeLink) { heard << QStringLiteral("removed"); };
-    handlers.activityChanged = [&](bool on) { heard << (on ? "active" : "idle"); };
-    Nodes::ConfigNode *window = bound.node->GetParent();
-    relay.connect(window, handlers);
-    const auto *added = bound.add("label", window);
-    QVERIFY(window->DeleteNode(added->GetId()));
-    std::thread([window] { window->SetState(Nodes::NodeState::Running); }).join();
-    QTRY_COMPARE(heard, (QStringList{"added", "removed", "active"}));
-}
-
-void RelayTest::nothingAfterDestruction()
-{
-    Bound bound;
-    std::atomic<bool> isDone{false};
-    std::thread publisher([&] {
-        while (!isDone)
-            bound.signal->GetCell()->Publish(1);
-    });
-    auto alive = std::make_shared<int>(0);
-    for (int i = 0; i < 60; ++i) {
-        bool isThere = true;
-        {
-            NodeRelay relay;
-            NodeRelay::Handlers handlers;
-            handlers.valueChanged = [&isThere, alive] {
-                if (!isThere)
-                    qFatal("called after destruction");
-                ++*alive;
-            };
-            relay.connect(bound.node, handlers);
-            const int before = *alive;
-            if (i % 3 == 0)
-                QTRY_VERIFY(*alive > before);
-        }
-        isThere = false;
-        QCoreApplication::processEvents();
+    void valuesCollapseToTheLast()
+    {
+        Bound bound;
+        QVector<int> shown;
+        QVector<QThread *> threads;
+        NodeRelay relay;
+        bound.follow(relay, [&] {
+            shown << bound.node->GetValue().ToInt();
+            threads << QThread::currentThread();
+        });
+        bound.publish(1000);
+        QTRY_COMPARE(shown, QVector<int>{1000});
+        bound.publish(7);
+        QTRY_COMPARE(shown, (QVector<int>{1000, 7}));
+        QCOMPARE(threads, QVector<QThread *>(2, thread()));
     }
-    isDone = true;
-    publisher.join();
-    QTRY_COMPARE(alive.use_count(), 1L); // no connection keeps a handler
-}
 
-void RelayTest::nothingForADeletedNode()
-{
-    Bound bound;
-    int calls = 0;
-    NodeRelay relay;
-    NodeRelay::Handlers handlers;
-    handlers.valueChanged = [&calls] { ++calls; };
-    relay.connect(bound.node, handlers);
-    bound.publish(1);
-    QVERIFY(bound.node->GetParent()->DeleteNode(bound.node->GetId()));
-    QTest::qWait(20);
-    QCOMPARE(calls, 0);
-}
+    void propertiesCrossThreads()
+    {
+        Bound bound;
+        QVector<unsigned> ids;
+        NodeRelay relay;
+        NodeRelay::Handlers handlers;
+        handlers.propertyChanged = [&ids](Nodes::BasicProperty *property) {
+            ids << (property ? property->GetValueId() : 0);
+        };
+        relay.connect(bound.node, handlers);
+        bound.node->SetPosition(5, 0);           // only x changes
+        QCOMPARE(ids, QVector<unsigned>{11001}); // at once on this thread
+        std::thread([&] {
+            bound.node->NotifyPropertyChanged(bound.node->GetPropertyByValueId(12097));
+            bound.node->NotifyPropertyChanged(nullptr);
+        }).join();
+        QCOMPARE(ids.size(), 1);
+        QTRY_COMPARE(ids, (QVector<unsigned>{11001, 0})); // re-read everything, once
+    }
 
-void RelayTest::destroyedInItsOwnHandler()
-{
-    Bound bound;
-    auto relay = std::make_unique<NodeRelay>();
-    NodeRelay::Handlers handlers;
-    const std::string kept = "long enough to live on the heap, beyond the handler's own storage";
-    std::string seen;
-    handlers.valueChanged = [&relay, kept, &seen] {
-        relay.reset();
-        seen = kept;
-    };
-    relay->connect(bound.node, handlers);
-    bound.publish(1);
-    QTRY_VERIFY(!seen.empty());
-    QCOMPARE(seen, kept);
-}
+    void childrenAndActivity()
+    {
+        Bound bound;
+        QStringList heard;
+        NodeRelay relay;
+        NodeRelay::Handlers handlers;
+        handlers.childAdded = [&](Nodes::NodeLink) { heard << QStringLiteral("added"); };
+        handlers.childRemoved = [&](Nodes::NodeLink) { heard << QStringLiteral("removed"); };
+        handlers.activityChanged = [&](bool on) { heard << (on ? "active" : "idle"); };
+        Nodes::ConfigNode *window = bound.node->GetParent();
+        relay.connect(window, handlers);
+        const auto *added = bound.add("label", window);
+        QVERIFY(window->DeleteNode(added->GetId()));
+        std::thread([window] { window->SetState(Nodes::NodeState::Running); }).join();
+        QTRY_COMPARE(heard, (QStringList{"added", "removed", "active"}));
+    }
 
-void RelayTest::othersGoOnDuringADialog()
-{
-    Bound first;
-    Bound second;
-    QEventLoop dialog;
-    int calls = 0;
-    NodeRelay blocked;
-    NodeRelay::Handlers handlers;
-    handlers.valueChanged = [&dialog] { dialog.exec(); };
-    blocked.connect(first.node, handlers);
-    NodeRelay relay;
-    handlers.valueChanged = [&] {
-        if (++calls == 2)
-            dialog.quit();
-        else
-            second.publish(1);
-    };
-    relay.connect(second.node, handlers);
-    Nodes::NodesCollection::SetCurrent(&first.project);
-    first.publish(1);
-    second.publish(1);
-    QTRY_COMPARE(calls, 2);
-}
-
-void RelayTest::queueKeepsEverything()
-{
-    int count = 0;
-    bool isOrdered = true;
-    QVector<int> last(2, 0);
-    using Item = std::pair<int, int>;
-    Utils::QueueRelay<Item> relay([&](const std::vector<Item> &items) {
-        for (const auto &[publisher, number] : items) {
-            isOrdered = isOrdered && number == last[publisher] + 1;
-            last[publisher] = number;
-            ++count;
+    void nothingAfterDestruction()
+    {
+        Bound bound;
+        std::atomic<bool> isDone{false};
+        std::thread publisher([&] {
+            while (!isDone)
+                bound.signal->GetCell()->Publish(1);
+        });
+        auto alive = std::make_shared<int>(0);
+        for (int i = 0; i < 60; ++i) {
+            bool isThere = true;
+            {
+                NodeRelay relay;
+                bound.follow(relay, [&isThere, alive] {
+                    if (!isThere)
+                        qFatal("called after destruction");
+                    ++*alive;
+                });
+                const int before = *alive;
+                if (i % 3 == 0)
+                    QTRY_VERIFY(*alive > before);
+            }
+            isThere = false;
+            QCoreApplication::processEvents();
         }
-    });
-    const auto push = [inlet = relay.inlet()](int publisher) {
-        for (int i = 1; i <= 20000; ++i)
-            inlet({publisher, i});
-    };
-    std::thread one(push, 0);
-    std::thread two(push, 1);
-    QTRY_COMPARE(count, 40000);
-    one.join();
-    two.join();
-    QVERIFY(isOrdered);
-    QCOMPARE(relay.takeLost(), std::size_t(0));
-}
+        isDone = true;
+        publisher.join();
+        QTRY_COMPARE(alive.use_count(), 1L); // no connection keeps a handler
+    }
 
-void RelayTest::queueIsBounded()
-{
-    std::vector<int> taken;
-    auto relay = std::make_unique<Utils::QueueRelay<int>>(
-        [&taken](std::vector<int> items) { taken = std::move(items); }, 3);
-    const auto inlet = relay->inlet();
-    for (int i = 0; i < 5; ++i)
-        inlet(i);
-    QTRY_COMPARE(taken, (std::vector<int>{0, 1, 2}));
-    QCOMPARE(relay->takeLost(), std::size_t(2));
-    inlet(9);
-    relay.reset();
-    inlet(10);
-    QTest::qWait(20);
-    QCOMPARE(taken.size(), std::size_t(3));
-}
+    void nothingForADeletedNode()
+    {
+        Bound bound;
+        int calls = 0;
+        NodeRelay relay;
+        bound.follow(relay, [&calls] { ++calls; });
+        bound.publish(1);
+        QVERIFY(bound.node->GetParent()->DeleteNode(bound.node->GetId()));
+        QTest::qWait(20);
+        QCOMPARE(calls, 0);
+    }
+
+    void destroyedInItsOwnHandler()
+    {
+        Bound bound;
+        auto relay = std::make_unique<NodeRelay>();
+        const std::string kept =
+            "long enough to live on the heap, beyond the handler's own storage";
+        std::string seen;
+        bound.follow(*relay, [&relay, kept, &seen] {
+            relay.reset();
+            seen = kept;
+        });
+        bound.publish(1);
+        QTRY_VERIFY(!seen.empty());
+        QCOMPARE(seen, kept);
+    }
+
+    void othersGoOnDuringADialog()
+    {
+        Bound first;
+        Bound second;
+        QEventLoop dialog;
+        int calls = 0;
+        NodeRelay blocked;
+        first.follow(blocked, [&dialog] { dialog.exec(); });
+        NodeRelay relay;
+        second.follow(relay, [&] {
+            if (++calls == 2)
+                dialog.quit();
+            else
+                second.publish(1);
+        });
+        Nodes::NodesCollection::SetCurrent(&first.project);
+        first.publish(1);
+        second.publish(1);
+        QTRY_COMPARE(calls, 2);
+    }
+
+    void queueKeepsEverything()
+    {
+        int count = 0;
+        bool isOrdered = true;
+        QVector<int> last(2, 0);
+        using Item = std::pair<int, int>;
+        Utils::QueueRelay<Item> relay([&](const std::vector<Item> &items) {
+            for (const auto &[publisher, number] : items) {
+                isOrdered = isOrdered && number == last[publisher] + 1;
+                last[publisher] = number;
+                ++count;
+            }
+        });
+        const auto push = [inlet = relay.inlet()](int publisher) {
+            for (int i = 1; i <= 20000; ++i)
+                inlet({publisher, i});
+        };
+        std::thread one(push, 0);
+        std::thread two(push, 1);
+        QTRY_COMPARE(count, 40000);
+        one.join();
+        two.join();
+        QVERIFY(isOrdered);
+        QCOMPARE(relay.takeLost(), std::size_t(0));
+    }
+
+    void queueIsBounded()
+    {
+        std::vector<int> taken;
+        auto relay = std::make_unique<Utils::QueueRelay<int>>(
+            [&taken](std::vector<int> items) { taken = std::move(items); }, 3);
+        const auto inlet = relay->inlet();
+        for (int i = 0; i < 5; ++i)
+            inlet(i);
+        QTRY_COMPARE(taken, (std::vector<int>{0, 1, 2}));
+        QCOMPARE(relay->takeLost(), std::size_t(2));
+        inlet(9);
+        relay.reset();
+        inlet(10);
+        QTest::qWait(20);
+        QCOMPARE(taken.size(), std::size_t(3));
+    }
+};
 
 QTEST_MAIN(RelayTest)
 #include "tst_relay.moc"

@@ -1,6 +1,7 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/alarms/AlarmTracker.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
@@ -58,16 +59,8 @@ struct Alarm
         tracker.Tick(now(), records);
         return tracker.GetState();
     }
-    AlarmState acknowledge()
-    {
-        (void)tracker.Acknowledge("anna", "", now(), records);
-        return tracker.GetState();
-    }
-    AlarmState shelve(int milliseconds)
-    {
-        tracker.Shelve(milliseconds * ms, "anna", now(), records);
-        return tracker.GetState();
-    }
+    void acknowledge() { (void)tracker.Acknowledge("anna", "", now(), records); }
+    void shelve(int milliseconds) { tracker.Shelve(milliseconds * ms, "anna", now(), records); }
 
     ProjectFixture project;
     BasicAlarm *node;
@@ -84,225 +77,190 @@ class TestAlarmTracker : public QObject
     Q_OBJECT
 
 private slots:
-    void conditions_data();
-    void conditions();
-    void scripts_data();
-    void scripts();
-    void records();
-    void lostValue();
-    void qualityAlarm();
-    void restore_data();
-    void restore();
-};
-
-void TestAlarmTracker::conditions_data()
-{
-    QTest::addColumn<QByteArray>("kind");
-    QTest::addColumn<QString>("properties");
-    QTest::addColumn<QString>("values"); // value:alarm up afterwards
-    const auto row = [](const char *name, const char *kind, const char *properties,
-                        const char *values) {
-        QTest::newRow(name) << QByteArray(kind) << QString(properties) << QString(values);
-    };
-    row("high, at the limit", "alarmLimit", "type=H limit=80", "79.9:0 80:1 79.9:0");
-    row("high-high with deadband", "alarmLimit", "type=HH limit=80 deadband=5",
-        "80:1 79:1 75.1:1 75:0 79:0 81:1");
-    row("low", "alarmLimit", "type=L limit=10", "10.1:0 10:1 10.1:0");
-    row("low-low with deadband, negative", "alarmLimit", "type=LL limit=-10 deadband=2",
-        "-9:0 -10:1 -9:1 -8:0");
-    row("text is no number", "alarmLimit", "type=H limit=80", "90:1 x:1 10:0 x:0");
-    row("true", "alarmDiscrete", "", "false:0 true:1 false:0");
-    row("number 1 is true", "alarmDiscrete", "value=1", "false:0 true:1");
-    row("number", "alarmDiscrete", "value=3", "2:0 3:1 4:0");
-    row("text", "alarmDiscrete", "value=Авария", "Норма:0 Авария:1");
-}
-
-void TestAlarmTracker::conditions()
-{
-    QFETCH(QByteArray, kind);
-    QFETCH(QString, properties);
-    QFETCH(QString, values);
-    Alarm alarm(kind.constData(), properties);
-    for (const QString &step : values.split(' ')) {
-        const QString text = step.section(':', 0, 0);
-        bool isNumber = false;
-        const double number = text.toDouble(&isNumber);
-        SignalValue value(text.toStdString());
-        if (isNumber)
-            value.SetValue(number);
-        else if (text == "true" || text == "false")
-            value.SetValue(text == "true");
-        alarm.judge(value);
-        QVERIFY2(alarm.tracker.GetMemory().isActive == (step.section(':', 1) == "1"),
-                 qPrintable(step));
+    void conditions_data()
+    {
+        // values: value:alarm up afterwards
+        const Rows<QByteArray, QString, QString> row("kind", "properties", "values");
+        row("high, at the limit", "alarmLimit", "type=H limit=80", "79.9:0 80:1 79.9:0");
+        row("high-high with deadband", "alarmLimit", "type=HH limit=80 deadband=5",
+            "80:1 79:1 75.1:1 75:0 79:0 81:1");
+        row("low", "alarmLimit", "type=L limit=10", "10.1:0 10:1 10.1:0");
+        row("low-low with deadband, negative", "alarmLimit", "type=LL limit=-10 deadband=2",
+            "-9:0 -10:1 -9:1 -8:0");
+        row("text is no number", "alarmLimit", "type=H limit=80", "90:1 x:1 10:0 x:0");
+        row("true", "alarmDiscrete", "", "false:0 true:1 false:0");
+        row("number 1 is true", "alarmDiscrete", "value=1", "false:0 true:1");
+        row("number", "alarmDiscrete", "value=3", "2:0 3:1 4:0");
+        row("text", "alarmDiscrete", "value=Авария", "Норма:0 Авария:1");
     }
-}
 
-// Steps: h value high, l value low, b bad, a acknowledge, s shelve 1000 ms, u unshelve, o/i out of
-// service and in, p/r suppressed and released, a number passes so many ms. The state follows.
-void TestAlarmTracker::scripts_data()
-{
-    QTest::addColumn<QString>("properties");
-    QTest::addColumn<QString>("script");
-    const auto row = [](const char *name, const char *properties, const char *script) {
-        QTest::newRow(name) << QString(properties) << QString(script);
-    };
-    // States: 1 active, 2 acked, 3 returned unacked, 4 normal, 5 shelved, 6 suppressed, 7 out.
-    row("acknowledged, then gone", "", "l4 h1 a2 l4");
-    row("gone, then acknowledged", "", "h1 l3 a4 a4");
-    row("back before acknowledged", "", "h1 l3 h1 a2");
-    row("no acknowledgement wanted", "ackRequired=false", "h2 a2 l4");
-    row("on delay", "onDelay=500", "h4 499:4 1:1");
-    row("on delay, interrupted", "onDelay=500", "h4 499:4 l4 h4 499:4 1:1");
-    row("off delay", "offDelay=500", "h1 a2 l2 499:2 1:4");
-    row("off delay, interrupted", "offDelay=500", "h1 l1 499:1 h1 l1 499:1 1:3");
-    row("lost value keeps it up", "", "h1 b1 l3");
-    row("lost value raises nothing", "", "l4 b4 h1");
-    row("lost value starts the delay anew", "onDelay=500", "h4 400:4 b4 200:4 h4 499:4 1:1");
-    row("lost value stops the off delay", "offDelay=500", "h1 l1 400:1 b1 900:1 l1 499:1 1:3");
-    row("shelved and back by itself", "", "h1 s5 999:5 1:1");
-    row("shelved again runs longer", "", "h1 s5 500:5 s5 999:5 1:1");
-    row("unshelved by hand", "", "h1 a2 s5 u2 2000:2");
-    row("came while shelved", "", "s5 h5 1000:1");
-    row("came and went while shelved", "", "s5 h5 l5 u4");
-    row("went while shelved", "", "h1 s5 l5 u3");
-    row("acknowledged while shelved", "", "h1 s5 a5 u2");
-    row("suppressed", "", "p6 h6 r1 p6 l6 r3");
-    row("out of service", "", "h1 o7 l7 h7 i1");
-    row("out of service goes before suppressed before shelved", "", "s5 p6 o7 r7 p7 i6 r5");
-}
+    void conditions()
+    {
+        QFETCH(QByteArray, kind);
+        QFETCH(QString, properties);
+        QFETCH(QString, values);
+        Alarm alarm(kind.constData(), properties);
+        for (const QString &step : values.split(' ')) {
+            const QString text = step.section(':', 0, 0);
+            bool isNumber = false;
+            const double number = text.toDouble(&isNumber);
+            SignalValue value(text.toStdString());
+            if (isNumber)
+                value.SetValue(number);
+            else if (text == "true" || text == "false")
+                value.SetValue(text == "true");
+            alarm.judge(value);
+            QVERIFY2(alarm.tracker.GetMemory().isActive == (step.section(':', 1) == "1"),
+                     qPrintable(step));
+        }
+    }
 
-void TestAlarmTracker::scripts()
-{
-    QFETCH(QString, properties);
-    QFETCH(QString, script);
-    Alarm alarm("alarmLimit", "type=H limit=80 " + properties);
-    AlarmState shown = AlarmState::Normal;
-    const std::map<QChar, std::function<AlarmState()>> steps{
-        {'h', [&] { return alarm.judge(90.0); }},
-        {'l', [&] { return alarm.judge(10.0); }},
-        {'b', [&] { return alarm.judge(withQuality(95.0, Quality::Bad)); }},
-        {'a', [&] { return alarm.acknowledge(); }},
-        {'s', [&] { return alarm.shelve(1000); }},
-        {'u',
-         [&] {
-             alarm.tracker.Unshelve("anna", alarm.now(), alarm.records);
-             return alarm.tracker.GetState();
-         }},
-        {'o',
-         [&] {
-             alarm.tracker.SetOutOfService(true, "anna", alarm.now(), alarm.records);
-             return alarm.tracker.GetState();
-         }},
-        {'i',
-         [&] {
-             alarm.tracker.SetOutOfService(false, "anna", alarm.now(), alarm.records);
-             return alarm.tracker.GetState();
-         }},
-        {'p',
-         [&] {
-             alarm.tracker.SetSuppressed(true, "", alarm.now(), alarm.records);
-             return alarm.tracker.GetState();
-         }},
-        {'r',
-         [&] {
-             alarm.tracker.SetSuppressed(false, "", alarm.now(), alarm.records);
-             return alarm.tracker.GetState();
-         }},
-    };
-    for (const QString &step : script.split(' ')) {
+    // Steps: h value high, l value low, b bad, a acknowledge, s shelve 1000 ms, u unshelve, o/i out
+    // of service and in, p/r suppressed and released, a number passes so many ms. The state
+    // follows.
+    void scripts_data()
+    {
+        const Rows<QString, QString> row("properties", "script");
+        // States: 1 active, 2 acked, 3 returned unacked, 4 normal, 5 shelved, 6 suppressed, 7 out.
+        row("acknowledged, then gone", "", "l4 h1 a2 l4");
+        row("gone, then acknowledged", "", "h1 l3 a4 a4");
+        row("back before acknowledged", "", "h1 l3 h1 a2");
+        row("no acknowledgement wanted", "ackRequired=false", "h2 a2 l4");
+        row("on delay", "onDelay=500", "h4 499:4 1:1");
+        row("on delay, interrupted", "onDelay=500", "h4 499:4 l4 h4 499:4 1:1");
+        row("off delay", "offDelay=500", "h1 a2 l2 499:2 1:4");
+        row("off delay, interrupted", "offDelay=500", "h1 l1 499:1 h1 l1 499:1 1:3");
+        row("lost value keeps it up", "", "h1 b1 l3");
+        row("lost value raises nothing", "", "l4 b4 h1");
+        row("lost value starts the delay anew", "onDelay=500", "h4 400:4 b4 200:4 h4 499:4 1:1");
+        row("lost value stops the off delay", "offDelay=500", "h1 l1 400:1 b1 900:1 l1 499:1 1:3");
+        row("shelved and back by itself", "", "h1 s5 999:5 1:1");
+        row("shelved again runs longer", "", "h1 s5 500:5 s5 999:5 1:1");
+        row("unshelved by hand", "", "h1 a2 s5 u2 2000:2");
+        row("came while shelved", "", "s5 h5 1000:1");
+        row("came and went while shelved", "", "s5 h5 l5 u4");
+        row("went while shelved", "", "h1 s5 l5 u3");
+        row("acknowledged while shelved", "", "h1 s5 a5 u2");
+        row("suppressed", "", "p6 h6 r1 p6 l6 r3");
+        row("out of service", "", "h1 o7 l7 h7 i1");
+        row("out of service goes before suppressed before shelved", "", "s5 p6 o7 r7 p7 i6 r5");
+    }
+
+    void scripts()
+    {
+        QFETCH(QString, properties);
+        QFETCH(QString, script);
+        Alarm alarm("alarmLimit", "type=H limit=80 " + properties);
+        AlarmState shown = AlarmState::Normal;
+        AlarmTracker &tracker = alarm.tracker;
+        const std::map<QChar, std::function<void()>> steps{
+            {'h', [&] { alarm.judge(90.0); }},
+            {'l', [&] { alarm.judge(10.0); }},
+            {'b', [&] { alarm.judge(withQuality(95.0, Quality::Bad)); }},
+            {'a', [&] { alarm.acknowledge(); }},
+            {'s', [&] { alarm.shelve(1000); }},
+            {'u', [&] { tracker.Unshelve("anna", alarm.now(), alarm.records); }},
+            {'o', [&] { tracker.SetOutOfService(true, "anna", alarm.now(), alarm.records); }},
+            {'i', [&] { tracker.SetOutOfService(false, "anna", alarm.now(), alarm.records); }},
+            {'p', [&] { tracker.SetSuppressed(true, "", alarm.now(), alarm.records); }},
+            {'r', [&] { tracker.SetSuppressed(false, "", alarm.now(), alarm.records); }},
+        };
+        for (const QString &step : script.split(' ')) {
+            alarm.records.clear();
+            if (step[0].isDigit())
+                alarm.pass(step.section(':', 0, 0).toInt());
+            else
+                steps.at(step[0])();
+            const AlarmState state = tracker.GetState();
+            QVERIFY2(int(state) == step.right(1).toInt(), qPrintable(step));
+            // What operators see never changes without a record that says so.
+            if (state != shown)
+                QCOMPARE(alarm.records.size(), std::size_t(1));
+            if (!alarm.records.empty())
+                QVERIFY(alarm.records.back().alarmState == state);
+            shown = state;
+        }
+    }
+
+    void records()
+    {
+        Alarm alarm("alarmLimit", "type=H limit=80 priority=1");
+        alarm.judge(90.5);
+        alarm.pass(1);
+        QVERIFY(alarm.tracker.Acknowledge("anna", "осмотр", alarm.now(), alarm.records));
+        QVERIFY(!alarm.tracker.Acknowledge("anna", "", alarm.now(), alarm.records));
+        alarm.judge(10.0);
+        alarm.judge(90.5);
+        const auto &r = alarm.records;
+        QCOMPARE(r.size(), std::size_t(4));
+        const EventType types[] = {TypeAlarmActive, TypeAcknowledgement, TypeAlarmReturned,
+                                   TypeAlarmActive};
+        for (std::size_t i = 0; i < r.size(); ++i) {
+            QCOMPARE(r[i].type, types[i]);
+            QVERIFY(r[i].sourceNode == alarm.node->GetNodeLink());
+            QCOMPARE(r[i].user, std::string(i == 1 ? "anna" : ""));
+        }
+        QCOMPARE(r[0].text, std::string("Уровень: Тревога"));
+        QCOMPARE(r[0].newValue, std::string("90.5"));
+        QCOMPARE(r[1].time - r[0].time, 1 * ms);
+        QCOMPARE(r[1].level, LevelAcknowledge);
+        QCOMPARE(r[1].text, std::string("Уровень: Тревога. Комментарий: осмотр"));
+        QVERIFY(r[0].occurrence != 0 && r[0].occurrence == r[1].occurrence);
+        QVERIFY(r[1].occurrence == r[2].occurrence && r[3].occurrence > r[2].occurrence);
+    }
+
+    void lostValue()
+    {
+        Alarm alarm("alarmLimit", "type=H limit=80");
+        alarm.judge(90.0);
         alarm.records.clear();
-        const bool isPause = step[0].isDigit();
-        const AlarmState state =
-            isPause ? alarm.pass(step.section(':', 0, 0).toInt()) : steps.at(step[0])();
-        QVERIFY2(int(state) == step.right(1).toInt(), qPrintable(step));
-        // What operators see never changes without a record that says so.
-        if (state != shown)
-            QCOMPARE(alarm.records.size(), std::size_t(1));
-        if (!alarm.records.empty())
-            QVERIFY(alarm.records.back().alarmState == state);
-        shown = state;
+        for (const Quality lost : {Quality::Stale, Quality::Bad})
+            alarm.judge(withQuality(20.0, lost));
+        QCOMPARE(alarm.records.size(), std::size_t(1));
+        QVERIFY(QString::fromStdString(alarm.records[0].text).endsWith("(значение недостоверно)"));
+        QVERIFY(alarm.records[0].alarmState == AlarmState::ActiveUnacked);
+        alarm.judge(withQuality(91.0, Quality::Uncertain));
+        QCOMPARE(alarm.tracker.GetRecord().text, std::string("Уровень: Тревога"));
     }
-}
 
-void TestAlarmTracker::records()
-{
-    Alarm alarm("alarmLimit", "type=H limit=80 priority=1");
-    alarm.judge(90.5);
-    alarm.pass(1);
-    QVERIFY(alarm.tracker.Acknowledge("anna", "осмотр", alarm.now(), alarm.records));
-    QVERIFY(!alarm.tracker.Acknowledge("anna", "", alarm.now(), alarm.records));
-    alarm.judge(10.0);
-    alarm.judge(90.5);
-    const auto &r = alarm.records;
-    QCOMPARE(r.size(), std::size_t(4));
-    const EventType types[] = {TypeAlarmActive, TypeAcknowledgement, TypeAlarmReturned,
-                               TypeAlarmActive};
-    for (std::size_t i = 0; i < r.size(); ++i) {
-        QCOMPARE(r[i].type, types[i]);
-        QVERIFY(r[i].sourceNode == alarm.node->GetNodeLink());
-        QCOMPARE(r[i].user, std::string(i == 1 ? "anna" : ""));
+    void qualityAlarm()
+    {
+        Alarm alarm("alarmQuality", "onDelay=500");
+        QCOMPARE(alarm.judge(withQuality(1.0, Quality::Stale)), AlarmState::Normal);
+        QCOMPARE(alarm.pass(300), AlarmState::Normal);
+        QCOMPARE(alarm.judge(SignalValue(Result(Result::NotConnected))), AlarmState::Normal);
+        QCOMPARE(alarm.tracker.Deadline() - alarm.time, 200 * ms);
+        QCOMPARE(alarm.pass(200), AlarmState::ActiveUnacked);
+        QCOMPARE(alarm.judge(withQuality(1.0, Quality::Uncertain)), AlarmState::ReturnedUnacked);
+        QCOMPARE(alarm.tracker.Deadline(), never);
     }
-    QCOMPARE(r[0].text, std::string("Уровень: Тревога"));
-    QCOMPARE(r[0].newValue, std::string("90.5"));
-    QCOMPARE(r[1].time - r[0].time, 1 * ms);
-    QCOMPARE(r[1].level, LevelAcknowledge);
-    QCOMPARE(r[1].text, std::string("Уровень: Тревога. Комментарий: осмотр"));
-    QVERIFY(r[0].occurrence != 0 && r[0].occurrence == r[1].occurrence);
-    QVERIFY(r[1].occurrence == r[2].occurrence && r[3].occurrence > r[2].occurrence);
-}
 
-void TestAlarmTracker::lostValue()
-{
-    Alarm alarm("alarmLimit", "type=H limit=80");
-    alarm.judge(90.0);
-    alarm.records.clear();
-    for (const Quality lost : {Quality::Stale, Quality::Bad})
-        alarm.judge(withQuality(20.0, lost));
-    QCOMPARE(alarm.records.size(), std::size_t(1));
-    QVERIFY(QString::fromStdString(alarm.records[0].text).endsWith("(значение недостоверно)"));
-    QVERIFY(alarm.records[0].alarmState == AlarmState::ActiveUnacked);
-    alarm.judge(withQuality(91.0, Quality::Uncertain));
-    QCOMPARE(alarm.tracker.GetRecord().text, std::string("Уровень: Тревога"));
-}
+    void restore_data()
+    {
+        // pause: ms between the two runs
+        const Rows<int, AlarmState> row("pause", "state");
+        row("still on the shelf", 900, AlarmState::Shelved);
+        row("shelving ran out meanwhile", 5000, AlarmState::ActiveAcked);
+    }
 
-void TestAlarmTracker::qualityAlarm()
-{
-    Alarm alarm("alarmQuality", "onDelay=500");
-    QCOMPARE(alarm.judge(withQuality(1.0, Quality::Stale)), AlarmState::Normal);
-    QCOMPARE(alarm.pass(300), AlarmState::Normal);
-    QCOMPARE(alarm.judge(SignalValue(Result(Result::NotConnected))), AlarmState::Normal);
-    QCOMPARE(alarm.tracker.Deadline() - alarm.time, 200 * ms);
-    QCOMPARE(alarm.pass(200), AlarmState::ActiveUnacked);
-    QCOMPARE(alarm.judge(withQuality(1.0, Quality::Uncertain)), AlarmState::ReturnedUnacked);
-    QCOMPARE(alarm.tracker.Deadline(), never);
-}
-
-void TestAlarmTracker::restore_data()
-{
-    QTest::addColumn<int>("pause"); // ms between the two runs
-    QTest::addColumn<AlarmState>("state");
-    QTest::newRow("still on the shelf") << 900 << AlarmState::Shelved;
-    QTest::newRow("shelving ran out meanwhile") << 5000 << AlarmState::ActiveAcked;
-}
-
-void TestAlarmTracker::restore()
-{
-    QFETCH(int, pause);
-    Alarm before("alarmLimit", "type=H limit=80");
-    before.judge(90.0);
-    before.acknowledge();
-    before.shelve(1000);
-    Alarm after("alarmLimit", "type=H limit=80");
-    after.time = before.time + pause * ms;
-    after.tracker.Restore(before.tracker.GetMemory(), after.now());
-    after.judge(SignalValue());
-    QTEST(after.pass(0), "state");
-    QCOMPARE(after.pass(100), AlarmState::ActiveAcked);
-    after.judge(10.0);
-    after.judge(90.0);
-    QVERIFY(after.records.back().occurrence > before.records.back().occurrence);
-}
+    void restore()
+    {
+        QFETCH(int, pause);
+        Alarm before("alarmLimit", "type=H limit=80");
+        before.judge(90.0);
+        before.acknowledge();
+        before.shelve(1000);
+        Alarm after("alarmLimit", "type=H limit=80");
+        after.time = before.time + pause * ms;
+        after.tracker.Restore(before.tracker.GetMemory(), after.now());
+        after.judge(SignalValue());
+        QTEST(after.pass(0), "state");
+        QCOMPARE(after.pass(100), AlarmState::ActiveAcked);
+        after.judge(10.0);
+        after.judge(90.0);
+        QVERIFY(after.records.back().occurrence > before.records.back().occurrence);
+    }
+};
 
 QTEST_APPLESS_MAIN(TestAlarmTracker)
 #include "tst_alarm_tracker.moc"

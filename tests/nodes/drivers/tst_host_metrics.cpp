@@ -1,10 +1,13 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/drivers/host/HostMetrics.h"
 #include "nodes/signals/BasicSignal.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
 #include <cmath>
+
+Q_DECLARE_METATYPE(Nodes::HostMetric)
 
 using namespace Nodes;
 
@@ -56,158 +59,138 @@ class TestHostMetrics : public QObject
     Q_OBJECT
 
 private slots:
-    void measures_data();
-    void measures();
-    void damagedTexts_data();
-    void damagedTexts();
-    void ratesNeedTwoReadings();
-    void realMachine();
+    void measures_data()
+    {
+        const Rows<HostMetric, std::string, std::string> row("metric", "target", "value");
+        row("cpu total", HostMetric::CpuTotal, "", "50");
+        row("cpu user", HostMetric::CpuUser, "", "30");
+        row("cpu waiting", HostMetric::CpuIoWait, "", "20");
+        row("load 1", HostMetric::Load1, "", "0.52");
+        row("load 15", HostMetric::Load15, "", "2");
+        row("memory used", HostMetric::MemoryUsed, "", "75");
+        row("memory used, bytes", HostMetric::MemoryUsedBytes, "", "6.144e+09");
+        row("memory available", HostMetric::MemoryAvailable, "", "2.048e+09");
+        row("swap", HostMetric::SwapUsed, "", "25");
+        row("disk read", HostMetric::DiskRead, "sda", "2048");
+        row("disk write", HostMetric::DiskWrite, "sda", "20480");
+        row("one interface", HostMetric::NetReceived, "eth0", "2000");
+        row("all but the loopback", HostMetric::NetReceived, "", "2100");
+        row("sent", HostMetric::NetSent, "wlan0", "10");
+        row("uptime", HostMetric::Uptime, "", "3661.25");
+        row("processes", HostMetric::ProcessCount, "", "123");
+        row("own memory", HostMetric::ProcessRss, "", "10240000");
+        row("own processor time", HostMetric::ProcessCpu, "", "50");
+        row("host name", HostMetric::HostName, "", "station-1");
+        row("system", HostMetric::OsRelease, "", "Some Linux 12");
+    }
+
+    void measures()
+    {
+        QFETCH(HostMetric, metric);
+        QFETCH(std::string, target);
+        const HostSnapshot before = captured();
+        const SignalValue measured =
+            HostMetrics::Measure(metric, target, twoSecondsLater(), &before);
+        QTEST(measured.ToString(), "value");
+        QVERIFY(measured.IsGood());
+    }
+
+    void damagedTexts_data()
+    {
+        // damage: takes the place of every text
+        const Rows<HostMetric, std::string, QString, int> row("metric", "target", "damage",
+                                                              "error");
+        const auto parse = Result::ParseError;
+        row("empty stat", HostMetric::CpuTotal, "", "", parse);
+        row("short stat", HostMetric::CpuTotal, "", "cpu 1 2 3", parse);
+        row("stat of words", HostMetric::CpuTotal, "", "cpu a b c d e f g h", parse);
+        row("negative counter", HostMetric::CpuUser, "", "cpu -1 2 3 4 5 6 7 8", parse);
+        row("empty load", HostMetric::Load5, "", "", parse);
+        row("load not a number", HostMetric::Load1, "", "nan 1 2", parse);
+        row("memory without total", HostMetric::MemoryUsed, "", "MemAvailable: 5 kB", parse);
+        row("more available than there is", HostMetric::MemoryUsed, "",
+            "MemTotal: 5 kB\nMemAvailable: 6 kB", parse);
+        row("disk cut off", HostMetric::DiskRead, "sda", "8 0 sda 1 2 3", Result::NotFound);
+        row("device is gone", HostMetric::DiskRead, "sdz", QString(), Result::NotFound);
+        row("a part of a name is no name", HostMetric::DiskRead, "sd", QString(), Result::NotFound);
+        row("interface is gone", HostMetric::NetSent, "eth7", QString(), Result::NotFound);
+        row("interface cut off", HostMetric::NetSent, "eth0", "eth0: 12 1", Result::NotFound);
+        row("uptime", HostMetric::Uptime, "", "soon", parse);
+        row("process without a name", HostMetric::ProcessRss, "", "4711 S 1 2", parse);
+        row("process cut off", HostMetric::ProcessCpu, "", "4711 (a) S 1 2", parse);
+        row("system without a name", HostMetric::OsRelease, "", "PRETTY_NAME=\"\"", parse);
+        row("no metric", HostMetric::None, "", QString(), Result::InvalidArgument);
+        row("unknown metric", HostMetric(99), "", QString(), Result::InvalidArgument);
+    }
+
+    void damagedTexts()
+    {
+        QFETCH(HostMetric, metric);
+        QFETCH(std::string, target);
+        QFETCH(QString, damage);
+        QFETCH(int, error);
+        HostSnapshot now = twoSecondsLater();
+        if (!damage.isNull()) {
+            const std::string text = damage.toStdString();
+            now.stat = now.loadavg = now.meminfo = now.diskstats = now.netdev = now.uptime = text;
+            now.selfStat = now.osRelease = text;
+        }
+        const HostSnapshot before = captured();
+        const SignalValue value = HostMetrics::Measure(metric, target, now, &before);
+        QCOMPARE(int(value.GetError().GetType()), error);
+        QVERIFY(!value.GetError().GetDetail().empty());
+    }
+
+    void ratesNeedTwoReadings()
+    {
+        const HostSnapshot first = captured();
+        const HostSnapshot later = twoSecondsLater();
+        for (const HostMetric metric :
+             {HostMetric::CpuTotal, HostMetric::NetSent, HostMetric::ProcessCpu}) {
+            QVERIFY(HostMetrics::Measure(metric, "", first, nullptr).IsEmpty());
+            QVERIFY(HostMetrics::Measure(metric, "", first, &first).IsEmpty() ||
+                    metric == HostMetric::CpuTotal);
+            // Counters that run backwards were reset: no figure rather than a negative one.
+            QVERIFY(HostMetrics::Measure(metric, "", first, &later).IsEmpty());
+        }
+    }
+
+    void realMachine()
+    {
+        ProjectFixture project;
+        ConfigNode *driver = project.add("hostDriver", project.root());
+        QVERIFY(driver->SetPropertyText("period", "100").IsSuccess());
+        const auto add = [&](const char *metric, const char *target = "",
+                             const char *type = "double") {
+            auto *signal = static_cast<BasicSignal *>(project.add("hostSignal", driver));
+            return signal->SetPropertyText("metric", metric) &&
+                           signal->SetPropertyText("type", type) &&
+                           signal->SetPropertyText("target", target)
+                       ? signal
+                       : nullptr;
+        };
+        const std::vector<BasicSignal *> real{
+            add("cpu.total"), add("load1"),          add("memory.used"), add("process.rss"),
+            add("uptime"),    add("disk.used", "/"), add("process.cpu")};
+        BasicSignal *name = add("host.name", "", "string");
+        BasicSignal *megabytes = add("process.rss");
+        QVERIFY(megabytes->SetPropertyText("scale", "0.000001"));
+        BasicSignal *nowhere = add("disk.used", "/no/such/place");
+        BasicSignal *text = add("host.name");
+        QVERIFY(driver->Start().IsSuccess());
+        for (const BasicSignal *signal : real)
+            QTRY_VERIFY(signal->GetValue().IsGood() && signal->GetValue().ToDouble() >= 0);
+        QVERIFY(real[2]->GetValue().ToDouble() > 0 && real[2]->GetValue().ToDouble() < 100);
+        QTRY_VERIFY(megabytes->GetValue().IsGood());
+        const double expected = real[3]->GetValue().ToDouble() / 1e6;
+        QVERIFY(std::abs(megabytes->GetValue().ToDouble() - expected) < 0.5 * expected);
+        QTRY_VERIFY(!name->GetValue().ToString().empty() && name->GetValue().IsGood());
+        QTRY_COMPARE(nowhere->GetValue().GetError().GetType(), Result::NotFound);
+        QTRY_COMPARE(text->GetValue().GetError().GetType(), Result::WrongType);
+        QVERIFY(driver->Stop().IsSuccess());
+        QVERIFY(!real[0]->GetValue().IsGood());
+    }
 };
-
-void TestHostMetrics::measures_data()
-{
-    QTest::addColumn<int>("metric");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("value");
-
-    const auto row = [](const char *name, HostMetric metric, const char *target,
-                        const char *value) {
-        QTest::newRow(name) << int(metric) << target << value;
-    };
-    row("cpu total", HostMetric::CpuTotal, "", "50");
-    row("cpu user", HostMetric::CpuUser, "", "30");
-    row("cpu waiting", HostMetric::CpuIoWait, "", "20");
-    row("load 1", HostMetric::Load1, "", "0.52");
-    row("load 15", HostMetric::Load15, "", "2");
-    row("memory used", HostMetric::MemoryUsed, "", "75");
-    row("memory used, bytes", HostMetric::MemoryUsedBytes, "", "6.144e+09");
-    row("memory available", HostMetric::MemoryAvailable, "", "2.048e+09");
-    row("swap", HostMetric::SwapUsed, "", "25");
-    row("disk read", HostMetric::DiskRead, "sda", "2048");
-    row("disk write", HostMetric::DiskWrite, "sda", "20480");
-    row("one interface", HostMetric::NetReceived, "eth0", "2000");
-    row("all but the loopback", HostMetric::NetReceived, "", "2100");
-    row("sent", HostMetric::NetSent, "wlan0", "10");
-    row("uptime", HostMetric::Uptime, "", "3661.25");
-    row("processes", HostMetric::ProcessCount, "", "123");
-    row("own memory", HostMetric::ProcessRss, "", "10240000");
-    row("own processor time", HostMetric::ProcessCpu, "", "50");
-    row("host name", HostMetric::HostName, "", "station-1");
-    row("system", HostMetric::OsRelease, "", "Some Linux 12");
-}
-
-void TestHostMetrics::measures()
-{
-    QFETCH(int, metric);
-    QFETCH(QString, target);
-    QFETCH(QString, value);
-    const HostSnapshot before = captured();
-    const SignalValue measured =
-        HostMetrics::Measure(HostMetric(metric), target.toStdString(), twoSecondsLater(), &before);
-    QCOMPARE(QString::fromStdString(measured.ToString()), value);
-    QVERIFY(measured.IsGood());
-}
-
-void TestHostMetrics::damagedTexts_data()
-{
-    QTest::addColumn<int>("metric");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("damage");
-    QTest::addColumn<int>("error");
-
-    const auto row = [](const char *name, HostMetric metric, const char *target, const char *damage,
-                        Result::ResultType error) {
-        QTest::newRow(name) << int(metric) << target << damage << int(error);
-    };
-    const auto parse = Result::ParseError;
-    row("empty stat", HostMetric::CpuTotal, "", "", parse);
-    row("short stat", HostMetric::CpuTotal, "", "cpu 1 2 3", parse);
-    row("stat of words", HostMetric::CpuTotal, "", "cpu a b c d e f g h", parse);
-    row("negative counter", HostMetric::CpuUser, "", "cpu -1 2 3 4 5 6 7 8", parse);
-    row("empty load", HostMetric::Load5, "", "", parse);
-    row("load not a number", HostMetric::Load1, "", "nan 1 2", parse);
-    row("memory without total", HostMetric::MemoryUsed, "", "MemAvailable: 5 kB", parse);
-    row("more available than there is", HostMetric::MemoryUsed, "",
-        "MemTotal: 5 kB\nMemAvailable: 6 kB", parse);
-    row("disk cut off", HostMetric::DiskRead, "sda", "8 0 sda 1 2 3", Result::NotFound);
-    row("device is gone", HostMetric::DiskRead, "sdz", nullptr, Result::NotFound);
-    row("a part of a name is no name", HostMetric::DiskRead, "sd", nullptr, Result::NotFound);
-    row("interface is gone", HostMetric::NetSent, "eth7", nullptr, Result::NotFound);
-    row("interface cut off", HostMetric::NetSent, "eth0", "eth0: 12 1", Result::NotFound);
-    row("uptime", HostMetric::Uptime, "", "soon", parse);
-    row("process without a name", HostMetric::ProcessRss, "", "4711 S 1 2", parse);
-    row("process cut off", HostMetric::ProcessCpu, "", "4711 (a) S 1 2", parse);
-    row("system without a name", HostMetric::OsRelease, "", "PRETTY_NAME=\"\"", parse);
-    row("no metric", HostMetric::None, "", nullptr, Result::InvalidArgument);
-    row("unknown metric", HostMetric(99), "", nullptr, Result::InvalidArgument);
-}
-
-void TestHostMetrics::damagedTexts()
-{
-    QFETCH(int, metric);
-    QFETCH(QString, target);
-    QFETCH(QString, damage);
-    QFETCH(int, error);
-    HostSnapshot now = twoSecondsLater();
-    if (!damage.isNull()) {
-        const std::string text = damage.toStdString();
-        now.stat = now.loadavg = now.meminfo = now.diskstats = now.netdev = now.uptime = text;
-        now.selfStat = now.osRelease = text;
-    }
-    const HostSnapshot before = captured();
-    const SignalValue value =
-        HostMetrics::Measure(HostMetric(metric), target.toStdString(), now, &before);
-    QCOMPARE(int(value.GetError().GetType()), error);
-    QVERIFY(!value.GetError().GetDetail().empty());
-}
-
-void TestHostMetrics::ratesNeedTwoReadings()
-{
-    const HostSnapshot first = captured();
-    const HostSnapshot later = twoSecondsLater();
-    for (const HostMetric metric :
-         {HostMetric::CpuTotal, HostMetric::NetSent, HostMetric::ProcessCpu}) {
-        QVERIFY(HostMetrics::Measure(metric, "", first, nullptr).IsEmpty());
-        QVERIFY(HostMetrics::Measure(metric, "", first, &first).IsEmpty() ||
-                metric == HostMetric::CpuTotal);
-        // Counters that run backwards were reset: no figure rather than a negative one.
-        QVERIFY(HostMetrics::Measure(metric, "", first, &later).IsEmpty());
-    }
-}
-
-void TestHostMetrics::realMachine()
-{
-    ProjectFixture project;
-    ConfigNode *driver = project.add("hostDriver", project.root());
-    QVERIFY(driver->SetPropertyText("period", "100").IsSuccess());
-    const auto add = [&](const char *metric, const char *target = "", const char *type = "double") {
-        auto *signal = static_cast<BasicSignal *>(project.add("hostSignal", driver));
-        return signal->SetPropertyText("metric", metric) && signal->SetPropertyText("type", type) &&
-                       signal->SetPropertyText("target", target)
-                   ? signal
-                   : nullptr;
-    };
-    const std::vector<BasicSignal *> real{add("cpu.total"),   add("load1"),  add("memory.used"),
-                                          add("process.rss"), add("uptime"), add("disk.used", "/"),
-                                          add("process.cpu")};
-    BasicSignal *name = add("host.name", "", "string");
-    BasicSignal *megabytes = add("process.rss");
-    QVERIFY(megabytes->SetPropertyText("scale", "0.000001"));
-    BasicSignal *nowhere = add("disk.used", "/no/such/place");
-    BasicSignal *text = add("host.name");
-    QVERIFY(driver->Start().IsSuccess());
-    for (const BasicSignal *signal : real)
-        QTRY_VERIFY(signal->GetValue().IsGood() && signal->GetValue().ToDouble() >= 0);
-    QVERIFY(real[2]->GetValue().ToDouble() > 0 && real[2]->GetValue().ToDouble() < 100);
-    QTRY_VERIFY(megabytes->GetValue().IsGood());
-    const double expected = real[3]->GetValue().ToDouble() / 1e6;
-    QVERIFY(std::abs(megabytes->GetValue().ToDouble() - expected) < 0.5 * expected);
-    QTRY_VERIFY(!name->GetValue().ToString().empty() && name->GetValue().IsGood());
-    QTRY_COMPARE(nowhere->GetValue().GetError().GetType(), Result::NotFound);
-    QTRY_COMPARE(text->GetValue().GetError().GetType(), Result::WrongType);
-    QVERIFY(driver->Stop().IsSuccess());
-    QVERIFY(!real[0]->GetValue().IsGood());
-}
 
 QTEST_GUILESS_MAIN(TestHostMetrics)
 #include "tst_host_metrics.moc"

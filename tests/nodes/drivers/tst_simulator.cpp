@@ -1,6 +1,7 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/drivers/simulator/SimulatorEngine.h"
 #include "nodes/signals/BasicSignal.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
@@ -37,142 +38,120 @@ class TestSimulator : public QObject
     Q_OBJECT
 
 private slots:
-    void formulas_data();
-    void formulas();
-    void failuresStayApart();
-    void ownValueIsWritten();
-    void namesAndOrder();
-    void driver();
-};
-
-void TestSimulator::formulas_data()
-{
-    QTest::addColumn<QString>("formula");
-    QTest::addColumn<QString>("value"); // after steps at 0 s and 0.5 s; "" for an error
-    QTest::newRow("expression") << "50 + 10 * sin(0)"
-                                << "50";
-    QTest::newRow("time") << "t * 4"
-                          << "2";
-    QTest::newRow("integration") << "value + dt * 10"
-                                 << "15";
-    QTest::newRow("library") << "math.floor(3.7) + max(1, 2)"
-                             << "5";
-    QTest::newRow("block") << "if t > 0.2 then return 1 else return 0 end"
-                           << "1";
-    QTest::newRow("own state") << "n = (n or 0) + 1; return n"
-                               << "2";
-    QTest::newRow("division by zero") << "1 / (t - t)"
-                                      << "";
-    QTest::newRow("no number") << "0 / 0 * t"
-                               << "";
-    QTest::newRow("nothing") << "nil"
-                             << "";
-    QTest::newRow("text for a number") << "'open'"
-                                       << "";
-    QTest::newRow("table") << "{}"
-                           << "";
-    QTest::newRow("syntax") << "1 +"
-                            << "";
-    QTest::newRow("unknown name") << "pressure * 2"
-                                  << "";
-    QTest::newRow("endless") << "while true do end"
-                             << "";
-    QTest::newRow("unknown signal") << "signal('nowhere')"
-                                    << "";
-    QTest::newRow("signal without a name") << "signal(1)"
-                                           << "";
-}
-
-void TestSimulator::formulas()
-{
-    QFETCH(QString, formula);
-    QFETCH(QString, value);
-    Trial trial;
-    const std::size_t index = trial.add("a", formula.toStdString(), 10.);
-    trial.engine.Step(0, 0);
-    trial.engine.Step(0.5, 0.5);
-    QCOMPARE(trial.isBad(index), value.isEmpty());
-    QCOMPARE(trial.reports.size(), std::size_t(value.isEmpty()));
-    if (!value.isEmpty())
-        QCOMPARE(QString::fromStdString(trial.shown(index)), value);
-}
-
-void TestSimulator::failuresStayApart()
-{
-    Trial trial;
-    const auto failing =
-        trial.add("failing", "if t > 0.5 and t < 3 then error('at ' .. t) end return 1");
-    const auto dependent = trial.add("dependent", "signal('failing') + 1");
-    const auto fine = trial.add("fine", "t");
-    for (int step = 0; step < 5; ++step) {
-        trial.engine.Step(step, 1);
-        const bool isFailing = step == 1 || step == 2;
-        QCOMPARE(trial.isBad(failing), isFailing);
-        QCOMPARE(trial.isBad(dependent), isFailing);
-        QCOMPARE(trial.engine.GetOutcome(fine).ToDouble(), double(step));
+    void formulas_data()
+    {
+        // value: after steps at 0 s and 0.5 s; "" for an error
+        const Rows<QString, QString> row("formula", "value");
+        row("expression", "50 + 10 * sin(0)", "50");
+        row("time", "t * 4", "2");
+        row("integration", "value + dt * 10", "15");
+        row("library", "math.floor(3.7) + max(1, 2)", "5");
+        row("block", "if t > 0.2 then return 1 else return 0 end", "1");
+        row("own state", "n = (n or 0) + 1; return n", "2");
+        row("division by zero", "1 / (t - t)", "");
+        row("no number", "0 / 0 * t", "");
+        row("nothing", "nil", "");
+        row("text for a number", "'open'", "");
+        row("table", "{}", "");
+        row("syntax", "1 +", "");
+        row("unknown name", "pressure * 2", "");
+        row("endless", "while true do end", "");
+        row("unknown signal", "signal('nowhere')", "");
+        row("signal without a name", "signal(1)", "");
     }
-    // Each of the two: once when it failed, though the text changes, and once when it recovered.
-    QCOMPARE(trial.reports.size(), std::size_t(4));
-    QVERIFY(trial.reports[0].find("at 1") != std::string::npos);
-}
 
-void TestSimulator::ownValueIsWritten()
-{
-    Trial trial;
-    const auto setpoint = trial.add("setpoint", "", 20.);
-    const auto ramp = trial.add("ramp", "value + 1");
-    const auto sine = trial.add("sine", "3");
-    trial.engine.Step(0, 0);
-    QCOMPARE(trial.shown(setpoint), std::string("20"));
-    for (const auto index : {setpoint, ramp, sine})
-        trial.engine.Write(index, 65.);
-    trial.engine.Step(1, 1);
-    QCOMPARE(trial.shown(setpoint), std::string("65"));
-    QCOMPARE(trial.shown(ramp), std::string("66"));
-    QCOMPARE(trial.shown(sine), std::string("3"));
-}
+    void formulas()
+    {
+        QFETCH(QString, formula);
+        QFETCH(QString, value);
+        Trial trial;
+        const std::size_t index = trial.add("a", formula.toStdString(), 10.);
+        trial.engine.Step(0, 0);
+        trial.engine.Step(0.5, 0.5);
+        QCOMPARE(trial.isBad(index), value.isEmpty());
+        QCOMPARE(trial.reports.size(), std::size_t(value.isEmpty()));
+        if (!value.isEmpty())
+            QCOMPARE(QString::fromStdString(trial.shown(index)), value);
+    }
 
-void TestSimulator::namesAndOrder()
-{
-    Trial trial;
-    const auto ahead =
-        trial.add("sum", "signal('b1/flow') + signal('plant/b2/flow') + signal('top')");
-    trial.add("b1/flow", "signal('top') * 2");
-    trial.add("b2/flow", "3");
-    trial.add("top", "10");
-    const auto unclear = trial.add("unclear", "signal('flow')");
-    const auto circle = trial.add("circle", "(signal('circle') or 0) + 1");
-    trial.engine.Step(0, 0);
-    QCOMPARE(trial.shown(ahead), std::string("33"));
-    QVERIFY(trial.isBad(unclear));
-    QCOMPARE(trial.shown(circle), std::string("1"));
-    QCOMPARE(trial.reports.size(), std::size_t(1));
-}
+    void failuresStayApart()
+    {
+        Trial trial;
+        const auto failing =
+            trial.add("failing", "if t > 0.5 and t < 3 then error('at ' .. t) end return 1");
+        const auto dependent = trial.add("dependent", "signal('failing') + 1");
+        const auto fine = trial.add("fine", "t");
+        for (int step = 0; step < 5; ++step) {
+            trial.engine.Step(step, 1);
+            const bool isFailing = step == 1 || step == 2;
+            QCOMPARE(trial.isBad(failing), isFailing);
+            QCOMPARE(trial.isBad(dependent), isFailing);
+            QCOMPARE(trial.engine.GetOutcome(fine).ToDouble(), double(step));
+        }
+        // Each of the two: once when it failed, though the text changes, and once when it
+        // recovered.
+        QCOMPARE(trial.reports.size(), std::size_t(4));
+        QVERIFY(trial.reports[0].find("at 1") != std::string::npos);
+    }
 
-void TestSimulator::driver()
-{
-    ProjectFixture project;
-    ConfigNode *driver = project.add("simulatorDriver", project.root(), "sim");
-    QVERIFY(driver->SetPropertyText("period", "10").IsSuccess());
-    const auto add = [&](const char *name, const char *formula) {
-        auto *signal = static_cast<BasicSignal *>(project.add("simulatorSignal", driver, name));
-        if (!signal->SetPropertyText("formula", formula) ||
-            !signal->SetPropertyText("writable", "1"))
-            throw std::logic_error(name);
-        return signal;
-    };
-    BasicSignal *setpoint = add("setpoint", "");
-    BasicSignal *twice = add("twice", "signal('setpoint') * 2");
-    BasicSignal *wrong = add("wrong", "os.exit(1)");
-    QCOMPARE(setpoint->WriteValue(5).GetType(), Result::NotConnected);
-    QVERIFY(driver->Start().IsSuccess());
-    QTRY_VERIFY(twice->GetValue().IsGood());
-    QVERIFY(setpoint->WriteValue(30).IsSuccess());
-    QTRY_COMPARE(twice->GetValue().ToDouble(), 60.);
-    QVERIFY(!wrong->GetValue().IsGood());
-    QVERIFY(driver->Stop().IsSuccess());
-    QVERIFY(!twice->GetValue().IsGood());
-}
+    void ownValueIsWritten()
+    {
+        Trial trial;
+        const auto setpoint = trial.add("setpoint", "", 20.);
+        const auto ramp = trial.add("ramp", "value + 1");
+        const auto sine = trial.add("sine", "3");
+        trial.engine.Step(0, 0);
+        QCOMPARE(trial.shown(setpoint), std::string("20"));
+        for (const auto index : {setpoint, ramp, sine})
+            trial.engine.Write(index, 65.);
+        trial.engine.Step(1, 1);
+        QCOMPARE(trial.shown(setpoint), std::string("65"));
+        QCOMPARE(trial.shown(ramp), std::string("66"));
+        QCOMPARE(trial.shown(sine), std::string("3"));
+    }
+
+    void namesAndOrder()
+    {
+        Trial trial;
+        const auto ahead =
+            trial.add("sum", "signal('b1/flow') + signal('plant/b2/flow') + signal('top')");
+        trial.add("b1/flow", "signal('top') * 2");
+        trial.add("b2/flow", "3");
+        trial.add("top", "10");
+        const auto unclear = trial.add("unclear", "signal('flow')");
+        const auto circle = trial.add("circle", "(signal('circle') or 0) + 1");
+        trial.engine.Step(0, 0);
+        QCOMPARE(trial.shown(ahead), std::string("33"));
+        QVERIFY(trial.isBad(unclear));
+        QCOMPARE(trial.shown(circle), std::string("1"));
+        QCOMPARE(trial.reports.size(), std::size_t(1));
+    }
+
+    void driver()
+    {
+        ProjectFixture project;
+        ConfigNode *driver = project.add("simulatorDriver", project.root(), "sim");
+        QVERIFY(driver->SetPropertyText("period", "10").IsSuccess());
+        const auto add = [&](const char *name, const char *formula) {
+            auto *signal = static_cast<BasicSignal *>(project.add("simulatorSignal", driver, name));
+            if (!signal->SetPropertyText("formula", formula) ||
+                !signal->SetPropertyText("writable", "1"))
+                throw std::logic_error(name);
+            return signal;
+        };
+        BasicSignal *setpoint = add("setpoint", "");
+        BasicSignal *twice = add("twice", "signal('setpoint') * 2");
+        BasicSignal *wrong = add("wrong", "os.exit(1)");
+        QCOMPARE(setpoint->WriteValue(5).GetType(), Result::NotConnected);
+        QVERIFY(driver->Start().IsSuccess());
+        QTRY_VERIFY(twice->GetValue().IsGood());
+        QVERIFY(setpoint->WriteValue(30).IsSuccess());
+        QTRY_COMPARE(twice->GetValue().ToDouble(), 60.);
+        QVERIFY(!wrong->GetValue().IsGood());
+        QVERIFY(driver->Stop().IsSuccess());
+        QVERIFY(!twice->GetValue().IsGood());
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSimulator)
 #include "tst_simulator.moc"

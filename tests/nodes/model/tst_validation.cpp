@@ -2,6 +2,7 @@
 #include "nodes/TestKind.h"
 
 #include "nodes/model/ValidationResults.h"
+#include "support/Rows.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -14,112 +15,98 @@ class Validation : public QObject
 
 private slots:
     void initTestCase() { TestKind::Register(); }
-    void finding_data();
-    void finding();
-    void circlesOfAnyLength_data();
-    void circlesOfAnyLength();
-    void namesAndKindsOfChildren();
-    void listedNodesAreCheckedToo();
+
+    void finding_data()
+    {
+        // value: %1: id of a folder
+        const Rows<QString, QString, int, QString> row("key", "value", "result", "said");
+        row("sound", "count", "5", Result::Success, "");
+        row("dangling", "signal", "4711", Result::NotFound, "4711");
+        row("wrong family", "signal", "%1", Result::WrongType, "цель");
+        row("dangling in a list", "next", "%1 4711", Result::NotFound, "Далее");
+        row("no file", "picture", "no.png", Result::NotFound, "no.png");
+        row("outside", "picture", "../x", Result::InvalidArgument, "../x");
+    }
+
+    void finding()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        QFETCH(int, result);
+        QFETCH(QString, said);
+        const QTemporaryDir directory;
+        ResourceLink::SetBaseDirectory(directory.path().toStdString());
+        ProjectFixture f;
+        ConfigNode *pipe = f.add("pipe", f.root(), "труба");
+        const ConfigNode *target = f.add("folder", f.root(), "цель");
+        value = value.contains("%1") ? value.arg(target->GetId()) : value;
+        QVERIFY(pipe->SetPropertyText(key.toStdString(), value.toStdString()));
+        const ValidationResults results = pipe->isValid();
+        QCOMPARE(int(results.size()), result == Result::Success ? 0 : 1);
+        for (const ValidationMessage &message : results) {
+            QCOMPARE(int(message.GetResult().GetType()), result);
+            QCOMPARE(message.GetNodeLink().GetNode(), pipe);
+            const QString text = QString::fromStdString(message.GetMessageStr());
+            QVERIFY2(text.startsWith("труба: ") && text.contains(said), qPrintable(text));
+        }
+    }
+
+    void circlesOfAnyLength_data()
+    {
+        const Rows<int> row("length");
+        row("itself", 1);
+        row("two", 2);
+        row("a long chain", 50000);
+    }
+
+    void circlesOfAnyLength()
+    {
+        QFETCH(int, length);
+        ProjectFixture f;
+        std::vector<ConfigNode *> pipes;
+        for (int i = 0; i < length; ++i) {
+            std::unique_ptr<ConfigNode> pipe = f.project.CreateDetached(f.kind("pipe"));
+            pipe->SetName(std::to_string(i));
+            pipes.push_back(pipe.get());
+            QVERIFY(f.root()->AddNode(pipe));
+        }
+        for (int i = 0; i < length; ++i) {
+            const ConfigNode *next = pipes[std::size_t((i + 1) % length)];
+            QVERIFY(pipes[std::size_t(i)]->SetPropertyText("next", std::to_string(next->GetId())));
+        }
+        // A tail that leads into the circle is not part of it.
+        ConfigNode *tail = f.add("pipe", f.root(), "tail");
+        QVERIFY(tail->SetPropertyText("next", std::to_string(pipes[0]->GetId())));
+        QVERIFY(tail->isValid().empty());
+        QCOMPARE(pipes[0]->isValid().size(), std::size_t(1));
+        QVERIFY(pipes[0]->isValid()[0].GetResult() == Result::Cycle);
+    }
+
+    void namesAndKindsOfChildren()
+    {
+        ProjectFixture f;
+        ConfigNode *folder = f.add("folder", f.root());
+        for (int i = 0; i < 2; ++i)
+            f.add("folder", folder)->SetName("same");
+        QCOMPARE(folder->isValid().size(), std::size_t(1));
+        QVERIFY(folder->isValid()[0].GetResult() == Result::Duplicate);
+        std::unique_ptr<ConfigNode> layer = f.project.CreateDetached(f.kind("layer"));
+        QVERIFY(folder->AdoptNode(layer));
+        QCOMPARE(folder->isValid().size(), std::size_t(2));
+    }
+
+    void listedNodesAreCheckedToo()
+    {
+        ProjectFixture f;
+        ConfigNode *pipe = f.add("pipe", f.root());
+        pipe->AddForeignAttribute("count", "many");
+        QVERIFY(f.root()->isValid().empty());
+        const NodesArray nodes({NodeLink(f.root()), NodeLink(pipe), NodeLink(4711ul)});
+        QCOMPARE(f.root()->isValid(&nodes).size(), std::size_t(1));
+        QVERIFY(pipe->SetPropertyText("count", "4"));
+        QVERIFY(f.root()->isValid(&nodes).empty());
+    }
 };
-
-void Validation::finding_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("value"); // %1: id of a folder
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QString>("said");
-    QTest::newRow("sound") << "count"
-                           << "5" << int(Result::Success) << "";
-    QTest::newRow("dangling") << "signal"
-                              << "4711" << int(Result::NotFound) << "4711";
-    QTest::newRow("wrong family") << "signal"
-                                  << "%1" << int(Result::WrongType) << "цель";
-    QTest::newRow("dangling in a list") << "next"
-                                        << "%1 4711" << int(Result::NotFound) << "Далее";
-    QTest::newRow("no file") << "picture"
-                             << "no.png" << int(Result::NotFound) << "no.png";
-    QTest::newRow("outside") << "picture"
-                             << "../x" << int(Result::InvalidArgument) << "../x";
-}
-
-void Validation::finding()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, value);
-    QFETCH(int, result);
-    QFETCH(QString, said);
-    const QTemporaryDir directory;
-    ResourceLink::SetBaseDirectory(directory.path().toStdString());
-    ProjectFixture f;
-    ConfigNode *pipe = f.add("pipe", f.root(), "труба");
-    const ConfigNode *target = f.add("folder", f.root(), "цель");
-    value = value.contains("%1") ? value.arg(target->GetId()) : value;
-    QVERIFY(pipe->SetPropertyText(key.toStdString(), value.toStdString()));
-    const ValidationResults results = pipe->isValid();
-    QCOMPARE(int(results.size()), result == Result::Success ? 0 : 1);
-    for (const ValidationMessage &message : results) {
-        QCOMPARE(int(message.GetResult().GetType()), result);
-        QCOMPARE(message.GetNodeLink().GetNode(), pipe);
-        const QString text = QString::fromStdString(message.GetMessageStr());
-        QVERIFY2(text.startsWith("труба: ") && text.contains(said), qPrintable(text));
-    }
-}
-
-void Validation::circlesOfAnyLength_data()
-{
-    QTest::addColumn<int>("length");
-    QTest::newRow("itself") << 1;
-    QTest::newRow("two") << 2;
-    QTest::newRow("a long chain") << 50000;
-}
-
-void Validation::circlesOfAnyLength()
-{
-    QFETCH(int, length);
-    ProjectFixture f;
-    std::vector<ConfigNode *> pipes;
-    for (int i = 0; i < length; ++i) {
-        std::unique_ptr<ConfigNode> pipe = f.project.CreateDetached(f.kind("pipe"));
-        pipe->SetName(std::to_string(i));
-        pipes.push_back(pipe.get());
-        QVERIFY(f.root()->AddNode(pipe));
-    }
-    for (int i = 0; i < length; ++i) {
-        const ConfigNode *next = pipes[std::size_t((i + 1) % length)];
-        QVERIFY(pipes[std::size_t(i)]->SetPropertyText("next", std::to_string(next->GetId())));
-    }
-    // A tail that leads into the circle is not part of it.
-    ConfigNode *tail = f.add("pipe", f.root(), "tail");
-    QVERIFY(tail->SetPropertyText("next", std::to_string(pipes[0]->GetId())));
-    QVERIFY(tail->isValid().empty());
-    QCOMPARE(pipes[0]->isValid().size(), std::size_t(1));
-    QVERIFY(pipes[0]->isValid()[0].GetResult() == Result::Cycle);
-}
-
-void Validation::namesAndKindsOfChildren()
-{
-    ProjectFixture f;
-    ConfigNode *folder = f.add("folder", f.root());
-    for (int i = 0; i < 2; ++i)
-        f.add("folder", folder)->SetName("same");
-    QCOMPARE(folder->isValid().size(), std::size_t(1));
-    QVERIFY(folder->isValid()[0].GetResult() == Result::Duplicate);
-    std::unique_ptr<ConfigNode> layer = f.project.CreateDetached(f.kind("layer"));
-    QVERIFY(folder->AdoptNode(layer));
-    QCOMPARE(folder->isValid().size(), std::size_t(2));
-}
-
-void Validation::listedNodesAreCheckedToo()
-{
-    ProjectFixture f;
-    ConfigNode *pipe = f.add("pipe", f.root());
-    pipe->AddForeignAttribute("count", "many");
-    QVERIFY(f.root()->isValid().empty());
-    const NodesArray nodes({NodeLink(f.root()), NodeLink(pipe), NodeLink(4711ul)});
-    QCOMPARE(f.root()->isValid(&nodes).size(), std::size_t(1));
-    QVERIFY(pipe->SetPropertyText("count", "4"));
-    QVERIFY(f.root()->isValid(&nodes).empty());
-}
 
 QTEST_APPLESS_MAIN(Validation)
 #include "tst_validation.moc"

@@ -3,6 +3,7 @@
 #include "nodes/scripts/ScriptRunner.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
@@ -71,122 +72,117 @@ class TestScriptRunner : public QObject
     Q_OBJECT
 
 private slots:
-    void scripts_data();
-    void scripts();
-    void oneRunOfAnOwnerAtATime();
-    void aHeldUpTreeDelaysNobody();
-    void endsWithTheStation_data();
-    void endsWithTheStation();
+    void scripts_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("messages");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QString>("detail");
+        const auto row = [](const char *name, const char *text, const char *message,
+                            Result::ResultType result = Result::Success, const char *detail = "") {
+            const QString expected(message);
+            QTest::newRow(name) << QString(text)
+                                << (expected.isEmpty() ? QStringList() : expected.split('|'))
+                                << int(result) << QString(detail);
+        };
+        row("reads", "journal(read('Котёл/Good') * 2)", "15");
+        row("several statements", "local x = read('Котёл/Good')\njournal(x)\njournal(x + 1) -- end",
+            "7.5|8.5");
+        row("early return", "if read('Котёл/Good') > 1 then return end journal('no')", "");
+        row("bad is no value", "journal(tostring(read('Котёл/Bad')))", "nil");
+        row("stale is no value", "journal(tostring(read('Котёл/Stale')))", "nil");
+        row("uncertain is one", "journal(read('Котёл/Uncertain'))", "7.5");
+        row("quality", "journal(quality('Котёл/Stale')) journal(quality('Котёл/Target'))",
+            "stale|bad");
+        row("writes", "write('Котёл/Target', 5) journal(read('Котёл/Target'))", "5");
+        row("by number", "write(1, 6) journal(read(1))", "6");
+        row("number beyond", "read(2)", "", Result::Failed, "no signal '2'");
+        row("no such signal", "read('Котёл/None')", "", Result::Failed, "no signal 'Котёл/None'");
+        row("no signal but a folder", "read('Котёл')", "", Result::Failed, "no signal");
+        row("ambiguous", "read('Котёл/Twin')", "", Result::Failed, "several signals");
+        row("read-only", "write('Котёл/Good', 1) journal('no')", "", Result::Failed, "read only");
+        row("out of range", "write('Котёл/Target', 1e6)", "", Result::Failed, "out of range");
+        row("wrong use", "write('Котёл/Target')", "", Result::Failed, "two arguments");
+        row("syntax", "journal(1)\nlocal = 2", "", Result::ParseError, "trial:2:");
+        row("run-time error says where", "\n\nnosuch()", "", Result::Failed, "trial:3:");
+        row("endless", "while true do end", "", Result::LimitExceeded, "");
+        row("endless with calls", "while true do read('Котёл/Good') end", "", Result::LimitExceeded,
+            "");
+        row("no files", "io.open('/etc/passwd')", "", Result::Failed, "io");
+        row("too much memory", "local s = 'x' while true do s = s .. s end", "",
+            Result::LimitExceeded, "memory");
+    }
+
+    void scripts()
+    {
+        QFETCH(QString, text);
+        QFETCH(QStringList, messages);
+        QFETCH(int, result);
+        QFETCH(QString, detail);
+        Plant plant;
+        QVERIFY(plant.start(text));
+        QTRY_COMPARE_WITH_TIMEOUT(plant.ended.size(), std::size_t(1), 20000);
+        QCOMPARE(plant.messages, messages);
+        const QString told = QString::fromStdString(plant.ended.front().ToString());
+        QVERIFY2(plant.ended.front() == Result::ResultType(result), qPrintable(told));
+        QVERIFY2(told.contains(detail), qPrintable(told));
+    }
+
+    void oneRunOfAnOwnerAtATime()
+    {
+        Plant plant;
+        // The first waits for this thread, which does not return to its events before all are
+        // pushed.
+        QVERIFY(plant.start("journal('a')", 1));
+        QVERIFY(plant.start("journal('a')", 1) == Result::Duplicate);
+        QVERIFY(plant.start("journal('b')", 2));
+        QTRY_COMPARE(plant.ended.size(), std::size_t(2));
+        QCOMPARE(plant.messages, (QStringList{"a", "b"}));
+        QVERIFY(plant.start("journal('c')", 1));
+        QTRY_COMPARE(plant.ended.size(), std::size_t(3));
+        unsigned long owner = 10;
+        Result last;
+        while (last && owner < 10 + 2 * ScriptRunner::MaximumWaiting)
+            last = plant.start("journal('d')", owner++);
+        QVERIFY(last == Result::LimitExceeded);
+    }
+
+    void aHeldUpTreeDelaysNobody()
+    {
+        Plant plant;
+        QVERIFY(plant.start("write(1, 9)", 1, 50));
+        QVERIFY(plant.start("local x = 1", 2)); // runs once the first has given up
+        QElapsedTimer held;
+        held.start();
+        while (plant.start("local x = 1", 1) == Result::Duplicate && held.elapsed() < 20000)
+            QThread::yieldCurrentThread(); // no events: the tree's thread is busy
+        QTRY_COMPARE(plant.ended.size(), std::size_t(3));
+        QVERIFY2(plant.ended[0].GetDetail().find("takes too long") != std::string::npos,
+                 plant.ended[0].ToString().c_str());
+        QVERIFY2(plant.target->GetValue().IsEmpty(), "written after the script was given up");
+    }
+
+    void endsWithTheStation_data()
+    {
+        const Rows<QString> row("text");
+        row("waits for the tree", "journal('late')");
+        row("computes", "while true do end");
+    }
+
+    void endsWithTheStation()
+    {
+        QFETCH(QString, text);
+        Plant plant;
+        QVERIFY(plant.start(text, 1, 60000));
+        QVERIFY(plant.start("journal('never')", 2, 60000));
+        QElapsedTimer timer;
+        timer.start();
+        plant.runner.reset();
+        QVERIFY(timer.elapsed() < 30000);
+        QCoreApplication::processEvents();
+        QVERIFY(plant.messages.isEmpty());
+    }
 };
-
-void TestScriptRunner::scripts_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QString>("detail");
-    const auto row = [](const char *name, const char *text, const char *message,
-                        Result::ResultType result = Result::Success, const char *detail = "") {
-        const QString expected(message);
-        QTest::newRow(name) << QString(text)
-                            << (expected.isEmpty() ? QStringList() : expected.split('|'))
-                            << int(result) << QString(detail);
-    };
-    row("reads", "journal(read('Котёл/Good') * 2)", "15");
-    row("several statements", "local x = read('Котёл/Good')\njournal(x)\njournal(x + 1) -- end",
-        "7.5|8.5");
-    row("early return", "if read('Котёл/Good') > 1 then return end journal('no')", "");
-    row("bad is no value", "journal(tostring(read('Котёл/Bad')))", "nil");
-    row("stale is no value", "journal(tostring(read('Котёл/Stale')))", "nil");
-    row("uncertain is one", "journal(read('Котёл/Uncertain'))", "7.5");
-    row("quality", "journal(quality('Котёл/Stale')) journal(quality('Котёл/Target'))", "stale|bad");
-    row("writes", "write('Котёл/Target', 5) journal(read('Котёл/Target'))", "5");
-    row("by number", "write(1, 6) journal(read(1))", "6");
-    row("number beyond", "read(2)", "", Result::Failed, "no signal '2'");
-    row("no such signal", "read('Котёл/None')", "", Result::Failed, "no signal 'Котёл/None'");
-    row("no signal but a folder", "read('Котёл')", "", Result::Failed, "no signal");
-    row("ambiguous", "read('Котёл/Twin')", "", Result::Failed, "several signals");
-    row("read-only", "write('Котёл/Good', 1) journal('no')", "", Result::Failed, "read only");
-    row("out of range", "write('Котёл/Target', 1e6)", "", Result::Failed, "out of range");
-    row("wrong use", "write('Котёл/Target')", "", Result::Failed, "two arguments");
-    row("syntax", "journal(1)\nlocal = 2", "", Result::ParseError, "trial:2:");
-    row("run-time error says where", "\n\nnosuch()", "", Result::Failed, "trial:3:");
-    row("endless", "while true do end", "", Result::LimitExceeded, "");
-    row("endless with calls", "while true do read('Котёл/Good') end", "", Result::LimitExceeded,
-        "");
-    row("no files", "io.open('/etc/passwd')", "", Result::Failed, "io");
-    row("too much memory", "local s = 'x' while true do s = s .. s end", "", Result::LimitExceeded,
-        "memory");
-}
-
-void TestScriptRunner::scripts()
-{
-    QFETCH(QString, text);
-    QFETCH(QStringList, messages);
-    QFETCH(int, result);
-    QFETCH(QString, detail);
-    Plant plant;
-    QVERIFY(plant.start(text));
-    QTRY_COMPARE_WITH_TIMEOUT(plant.ended.size(), std::size_t(1), 20000);
-    QCOMPARE(plant.messages, messages);
-    const QString told = QString::fromStdString(plant.ended.front().ToString());
-    QVERIFY2(plant.ended.front() == Result::ResultType(result), qPrintable(told));
-    QVERIFY2(told.contains(detail), qPrintable(told));
-}
-
-void TestScriptRunner::oneRunOfAnOwnerAtATime()
-{
-    Plant plant;
-    // The first waits for this thread, which does not return to its events before all are pushed.
-    QVERIFY(plant.start("journal('a')", 1));
-    QVERIFY(plant.start("journal('a')", 1) == Result::Duplicate);
-    QVERIFY(plant.start("journal('b')", 2));
-    QTRY_COMPARE(plant.ended.size(), std::size_t(2));
-    QCOMPARE(plant.messages, (QStringList{"a", "b"}));
-    QVERIFY(plant.start("journal('c')", 1));
-    QTRY_COMPARE(plant.ended.size(), std::size_t(3));
-    unsigned long owner = 10;
-    Result last;
-    while (last && owner < 10 + 2 * ScriptRunner::MaximumWaiting)
-        last = plant.start("journal('d')", owner++);
-    QVERIFY(last == Result::LimitExceeded);
-}
-
-void TestScriptRunner::aHeldUpTreeDelaysNobody()
-{
-    Plant plant;
-    QVERIFY(plant.start("write(1, 9)", 1, 50));
-    QVERIFY(plant.start("local x = 1", 2)); // runs once the first has given up
-    QElapsedTimer held;
-    held.start();
-    while (plant.start("local x = 1", 1) == Result::Duplicate && held.elapsed() < 20000)
-        QThread::yieldCurrentThread(); // no events: the tree's thread is busy
-    QTRY_COMPARE(plant.ended.size(), std::size_t(3));
-    QVERIFY2(plant.ended[0].GetDetail().find("takes too long") != std::string::npos,
-             plant.ended[0].ToString().c_str());
-    QVERIFY2(plant.target->GetValue().IsEmpty(), "written after the script was given up");
-}
-
-void TestScriptRunner::endsWithTheStation_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::newRow("waits for the tree") << "journal('late')";
-    QTest::newRow("computes") << "while true do end";
-}
-
-void TestScriptRunner::endsWithTheStation()
-{
-    QFETCH(QString, text);
-    Plant plant;
-    QVERIFY(plant.start(text, 1, 60000));
-    QVERIFY(plant.start("journal('never')", 2, 60000));
-    QElapsedTimer timer;
-    timer.start();
-    plant.runner.reset();
-    QVERIFY(timer.elapsed() < 30000);
-    QCoreApplication::processEvents();
-    QVERIFY(plant.messages.isEmpty());
-}
 
 QTEST_GUILESS_MAIN(TestScriptRunner)
 #include "tst_script_runner.moc"

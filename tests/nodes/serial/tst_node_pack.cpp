@@ -2,6 +2,7 @@
 #include "nodes/TestKind.h"
 
 #include "nodes/serial/ProjectWriter.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
@@ -63,138 +64,131 @@ class NodePack : public QObject
 
 private slots:
     void initTestCase() { TestKind::Register(); }
-    void refused_data();
-    void refused();
-    void skippedAndNamed_data();
-    void skippedAndNamed();
-    void everyTruncationIsRefused();
-    void unknownElementsAndForeignAttributesTravel();
-    void wrongUnknownElementStaysReadable();
-};
 
-void NodePack::refused_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    const QByteArray huge("\xDD\xFF\xFF\xFF\xFF", 5);
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("junk") << QByteArray("junk");
-    QTest::newRow("left over") << top(node(folderCode)) + "x";
-    QTest::newRow("other signature") << array(3) + text("other") + number(1) + array(0);
-    QTest::newRow("newer version") << array(3) + text("nodes") + number(2) + array(0);
-    QTest::newRow("no list") << array(3) + text("nodes") + number(1) + map(0);
-    QTest::newRow("huge list") << array(3) + text("nodes") + number(1) + huge;
-    QTest::newRow("huge lists in lists") << huge.repeated(120);
-    QTest::newRow("long text announced") << QByteArray("\xDB\x7F\xFF\xFF\xFF", 5);
-    QTest::newRow("node too short") << top(array(2) + number(folderCode) + number(1));
-    QTest::newRow("name not UTF-8") << top(array(7) + number(folderCode) + number(5) +
-                                           text("\xFF") + text("") + map(0) + array(0) + array(0));
-    QTest::newRow("second node broken") << top(node(folderCode) + array(0), 2);
-    QTest::newRow("child broken") << top(node(folderCode, map(0), array(0), array(1) + array(0)));
-    QTest::newRow("unknown element with children")
-        << top(node(0x1FFF, map(0), array(0), array(1) + node(folderCode)));
-    QTest::newRow("properties no map") << top(node(folderCode, array(0)));
-    QTest::newRow("too deep") << nested(ConfigNode::MaximumDepth + 10);
-    QTest::newRow("bottomless") << array(1).repeated(100000);
-}
+    void refused_data()
+    {
+        const Rows<QByteArray> row("bytes");
+        const QByteArray huge("\xDD\xFF\xFF\xFF\xFF", 5);
+        row("empty", "");
+        row("junk", "junk");
+        row("left over", top(node(folderCode)) + "x");
+        row("other signature", array(3) + text("other") + number(1) + array(0));
+        row("newer version", array(3) + text("nodes") + number(2) + array(0));
+        row("no list", array(3) + text("nodes") + number(1) + map(0));
+        row("huge list", array(3) + text("nodes") + number(1) + huge);
+        row("huge lists in lists", huge.repeated(120));
+        row("long text announced", QByteArray("\xDB\x7F\xFF\xFF\xFF", 5));
+        row("node too short", top(array(2) + number(folderCode) + number(1)));
+        row("name not UTF-8", top(array(7) + number(folderCode) + number(5) + text("\xFF") +
+                                  text("") + map(0) + array(0) + array(0)));
+        row("second node broken", top(node(folderCode) + array(0), 2));
+        row("child broken", top(node(folderCode, map(0), array(0), array(1) + array(0))));
+        row("unknown element with children",
+            top(node(0x1FFF, map(0), array(0), array(1) + node(folderCode))));
+        row("properties no map", top(node(folderCode, array(0))));
+        row("too deep", nested(ConfigNode::MaximumDepth + 10));
+        row("bottomless", array(1).repeated(100000));
+    }
 
-void NodePack::refused()
-{
-    QFETCH(QByteArray, bytes);
-    ProjectFixture f;
-    NodesContainer nodes;
-    const std::size_t count = f.project.GetNodeCount();
-    const Result result = f.project.Deserialize(bytes.toStdString(), nodes);
-    QVERIFY2(result == Result::ParseError, result.ToString().c_str());
-    QVERIFY(!result.GetDetail().empty());
-    QVERIFY(nodes.empty());
-    QCOMPARE(f.project.GetNodeCount(), count);
-}
-
-void NodePack::skippedAndNamed_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("said");
-    QTest::addColumn<int>("nodes");
-    const auto property = [](int id, const QByteArray &value) {
-        return top(node(pipeCode, map(1) + number(id) + value));
-    };
-    QTest::newRow("kind") << top(node(0x2FFF)) << "kind 12287" << 0;
-    QTest::newRow("child kind") << top(node(folderCode, map(0), array(0), array(1) + node(0x2FFF)))
-                                << "kind 12287" << 1;
-    QTest::newRow("property") << property(99, number(1)) << "property 99" << 1;
-    QTest::newRow("type") << property(4, text("many")) << "property 4" << 1;
-    QTest::newRow("range") << property(4, number(10)) << "property 4" << 1;
-    QTest::newRow("list of texts") << property(1, array(1) + text("1")) << "property 1" << 1;
-    QTest::newRow("negative id") << property(2, "\xFF") << "property 2" << 1;
-    QTest::newRow("foreign key") << top(node(pipeCode, map(0),
-                                             array(1) + array(2) + text("a=\"") + text("v")))
-                                 << "foreign" << 1;
-}
-
-void NodePack::skippedAndNamed()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, said);
-    QFETCH(int, nodes);
-    ProjectFixture f;
-    NodesContainer read;
-    const Result result = f.project.Deserialize(bytes.toStdString(), read);
-    QVERIFY2(result, result.ToString().c_str());
-    QVERIFY2(QString::fromStdString(result.GetDetail()).contains(said), result.ToString().c_str());
-    QCOMPARE(int(read.size()), nodes);
-}
-
-void NodePack::everyTruncationIsRefused()
-{
-    ProjectFixture f;
-    ConfigNode *pipe = f.add("pipe", f.root());
-    QVERIFY(pipe->SetPropertyText("secret", "hash"));
-    f.add("label", f.addLayer());
-    NodesContainer packed(f.root()->GetArray());
-    const std::string bytes = f.project.Serialize(packed);
-    for (std::size_t length = 0; length < bytes.size(); ++length) {
+    void refused()
+    {
+        QFETCH(QByteArray, bytes);
+        ProjectFixture f;
         NodesContainer nodes;
-        QVERIFY(!f.project.Deserialize(bytes.substr(0, length), nodes));
+        const std::size_t count = f.project.GetNodeCount();
+        const Result result = f.project.Deserialize(bytes.toStdString(), nodes);
+        QVERIFY2(result == Result::ParseError, result.ToString().c_str());
+        QVERIFY(!result.GetDetail().empty());
         QVERIFY(nodes.empty());
+        QCOMPARE(f.project.GetNodeCount(), count);
     }
-    NodesContainer nodes;
-    QVERIFY(f.project.Deserialize(bytes, nodes));
-    QCOMPARE(nodes.size(), packed.size());
-}
 
-void NodePack::unknownElementsAndForeignAttributesTravel()
-{
-    ProjectFixture f;
-    ConfigNode *folder = f.add("folder", f.root());
-    QVERIFY(folder->DeserializeXML("<folder a=\"1\"><gizmo id=\"9\"><part/></gizmo>t</folder>"));
-    NodesContainer packed;
-    packed.Add(folder);
-    NodesContainer nodes;
-    QVERIFY(f.project.Deserialize(f.project.Serialize(packed), nodes));
-    const ConfigNode *copy = nodes.GetLinks().at(0).GetNode();
-    QCOMPARE(copy->GetForeignAttributes(), folder->GetForeignAttributes());
-    const std::string xml = copy->SerializeXML();
-    QVERIFY2(xml.find("<part />") != std::string::npos, xml.c_str());
-    QVERIFY(xml.find("id=\"9\"") == std::string::npos);
-}
+    void skippedAndNamed_data()
+    {
+        const Rows<QByteArray, QString, int> row("bytes", "said", "nodes");
+        const auto property = [](int id, const QByteArray &value) {
+            return top(node(pipeCode, map(1) + number(id) + value));
+        };
+        row("kind", top(node(0x2FFF)), "kind 12287", 0);
+        row("child kind", top(node(folderCode, map(0), array(0), array(1) + node(0x2FFF))),
+            "kind 12287", 1);
+        row("property", property(99, number(1)), "property 99", 1);
+        row("type", property(4, text("many")), "property 4", 1);
+        row("range", property(4, number(10)), "property 4", 1);
+        row("list of texts", property(1, array(1) + text("1")), "property 1", 1);
+        row("negative id", property(2, "\xFF"), "property 2", 1);
+        row("foreign key",
+            top(node(pipeCode, map(0), array(1) + array(2) + text("a=\"") + text("v"))), "foreign",
+            1);
+    }
 
-void NodePack::wrongUnknownElementStaysReadable()
-{
-    ProjectFixture f;
-    const auto unknown = [](const QByteArray &xml) {
-        return top(node(0x1FFF, map(1) + number(1901) + text(xml)));
-    };
-    for (const QByteArray &xml : {unknown("</a><b/>"), unknown("<a/><b/>"), unknown("")}) {
+    void skippedAndNamed()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, said);
+        QFETCH(int, nodes);
+        ProjectFixture f;
+        NodesContainer read;
+        const Result result = f.project.Deserialize(bytes.toStdString(), read);
+        QVERIFY2(result, result.ToString().c_str());
+        QVERIFY2(QString::fromStdString(result.GetDetail()).contains(said),
+                 result.ToString().c_str());
+        QCOMPARE(int(read.size()), nodes);
+    }
+
+    void everyTruncationIsRefused()
+    {
+        ProjectFixture f;
+        ConfigNode *pipe = f.add("pipe", f.root());
+        QVERIFY(pipe->SetPropertyText("secret", "hash"));
+        f.add("label", f.addLayer());
+        NodesContainer packed(f.root()->GetArray());
+        const std::string bytes = f.project.Serialize(packed);
+        for (std::size_t length = 0; length < bytes.size(); ++length) {
+            NodesContainer nodes;
+            QVERIFY(!f.project.Deserialize(bytes.substr(0, length), nodes));
+            QVERIFY(nodes.empty());
+        }
         NodesContainer nodes;
-        QVERIFY(f.project.Deserialize(xml.toStdString(), nodes));
-        std::unique_ptr<ConfigNode> made = f.project.TakeClone(nodes.GetLinks().at(0));
-        QVERIFY(f.root()->AddNode(made));
+        QVERIFY(f.project.Deserialize(bytes, nodes));
+        QCOMPARE(nodes.size(), packed.size());
     }
-    ConfigNode *copy = f.add("folder", f.root());
-    QVERIFY(copy->DeserializeXML("<folder>" + f.root()->GetNodeAt(0)->SerializeXML() +
-                                 f.root()->GetNodeAt(1)->SerializeXML() + "</folder>"));
-    QCOMPARE(copy->GetNodeCount(), 2);
-}
+
+    void unknownElementsAndForeignAttributesTravel()
+    {
+        ProjectFixture f;
+        ConfigNode *folder = f.add("folder", f.root());
+        QVERIFY(
+            folder->DeserializeXML("<folder a=\"1\"><gizmo id=\"9\"><part/></gizmo>t</folder>"));
+        NodesContainer packed;
+        packed.Add(folder);
+        NodesContainer nodes;
+        QVERIFY(f.project.Deserialize(f.project.Serialize(packed), nodes));
+        const ConfigNode *copy = nodes.GetLinks().at(0).GetNode();
+        QCOMPARE(copy->GetForeignAttributes(), folder->GetForeignAttributes());
+        const std::string xml = copy->SerializeXML();
+        QVERIFY2(xml.find("<part />") != std::string::npos, xml.c_str());
+        QVERIFY(xml.find("id=\"9\"") == std::string::npos);
+    }
+
+    void wrongUnknownElementStaysReadable()
+    {
+        ProjectFixture f;
+        const auto unknown = [](const QByteArray &xml) {
+            return top(node(0x1FFF, map(1) + number(1901) + text(xml)));
+        };
+        for (const QByteArray &xml : {unknown("</a><b/>"), unknown("<a/><b/>"), unknown("")}) {
+            NodesContainer nodes;
+            QVERIFY(f.project.Deserialize(xml.toStdString(), nodes));
+            std::unique_ptr<ConfigNode> made = f.project.TakeClone(nodes.GetLinks().at(0));
+            QVERIFY(f.root()->AddNode(made));
+        }
+        ConfigNode *copy = f.add("folder", f.root());
+        QVERIFY(copy->DeserializeXML("<folder>" + f.root()->GetNodeAt(0)->SerializeXML() +
+                                     f.root()->GetNodeAt(1)->SerializeXML() + "</folder>"));
+        QCOMPARE(copy->GetNodeCount(), 2);
+    }
+};
 
 QTEST_APPLESS_MAIN(NodePack)
 #include "tst_node_pack.moc"

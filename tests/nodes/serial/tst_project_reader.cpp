@@ -4,38 +4,45 @@
 #include "nodes/serial/ElementScan.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/serial/ProjectWriter.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
-Q_DECLARE_METATYPE(Nodes::LoadLimits)
-
 using namespace Nodes;
+
+using SizeLimit = std::size_t LoadLimits::*;
+Q_DECLARE_METATYPE(SizeLimit)
 
 namespace {
 
-const QByteArray head = "<project format=\"1\" id=\"1\">\n";
-const QByteArray tail = "</project>\n";
+const std::string head = "<project format=\"1\" id=\"1\">\n";
+const std::string tail = "</project>\n";
 
-QByteArray nested(int levels)
+std::string nested(int levels)
 {
-    const int folders = levels - 1;
-    QByteArray text = head;
-    for (int i = 0; i < folders; ++i)
-        text += "<folder id=\"" + QByteArray::number(i + 2) + "\">";
-    for (int i = 0; i < folders; ++i)
+    std::string text = head;
+    for (int id = 2; id <= levels; ++id)
+        text += "<folder id=\"" + std::to_string(id) + "\">";
+    for (int id = 2; id <= levels; ++id)
         text += "</folder>";
     return text + tail;
 }
 
-QByteArray entityBomb()
+std::string repeated(const char *text, int count)
 {
-    QByteArray text = "<!DOCTYPE p [<!ENTITY a \"aaaaaaaaaa\">";
-    for (char c = 'b'; c < 'm'; ++c) {
-        const QByteArray above = "&" + QByteArray(1, char(c - 1)) + ";";
-        text += "<!ENTITY " + QByteArray(1, c) + " \"" + above.repeated(10) + "\">";
-    }
-    return text + "]>\n<project format=\"1\" id=\"1\" name=\"&l;\"/>";
+    return QByteArray(text).repeated(count).toStdString();
 }
+
+/// What became of reading a text.
+struct Reading
+{
+    Result read(const std::string &text) { return reader.ReadBuffer(text, "plant.xml", project); }
+    Result readBody(const std::string &body) { return read(head + body + tail); }
+    const LoadReport &report() const { return reader.GetReport(); }
+
+    ProjectReader reader;
+    std::unique_ptr<NodesCollection> project;
+};
 
 } // namespace
 
@@ -45,281 +52,220 @@ class ProjectReading : public QObject
 
 private slots:
     void initTestCase() { TestKind::Register(); }
-    void refused_data();
-    void refused();
-    void reportedAndKept_data();
-    void reportedAndKept();
-    void limits_data();
-    void limits();
-    void repairedValueReplacesTheKeptOne();
-    void unknownElementFollowsEdits();
-    void largestIdLeavesRoomForFreshOnes();
-    void piecesOfTextBecomeOne();
-    void entitiesStayText();
-    void cancelLeavesNoProject();
-    void reportIsBounded();
-};
 
-void ProjectReading::refused_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<int>("line");
-    const int parse = Result::ParseError;
-    QTest::newRow("empty") << QByteArray() << parse << 0;
-    QTest::newRow("junk") << QByteArray("hello\n\xD0\x9F\xD1\x80") << parse << 0;
-    QTest::newRow("binary") << QByteArray("<project>\n\0\x01", 12) << parse << 2;
-    QTest::newRow("other encoding")
-        << QByteArray(head + "<folder name=\"\xCF\xF0\"/>") << parse << 2;
-    QTest::newRow("UTF-16") << QByteArray("\xFF\xFE<\0p\0", 6) << parse << 1;
-    QTest::newRow("truncated tag") << QByteArray(head + "<folder id=\"2\"") << parse << 2;
-    QTest::newRow("truncated tree") << QByteArray(head + "<folder id=\"2\">") << parse << 2;
-    QTest::newRow("tags crossed") << QByteArray(head + "<a>\n<b></a>") << parse << 3;
-    QTest::newRow("two roots") << QByteArray(head + tail + head + tail) << parse << 3;
-    QTest::newRow("wrong root") << QByteArray("\n<station format=\"1\"/>") << parse << 2;
-    QTest::newRow("newer format") << QByteArray("<project format=\"2\"/>") << parse << 1;
-    QTest::newRow("no format") << QByteArray("<project id=\"1\"/>") << parse << 1;
-    QTest::newRow("format zero") << QByteArray("<project format=\"0\"/>") << parse << 1;
-    QTest::newRow("one level too deep")
-        << nested(ConfigNode::MaximumDepth + 1) << int(Result::LimitExceeded) << 2;
-    QTest::newRow("bottomless") << QByteArray("<project format=\"1\">").repeated(200000) << parse
-                                << 1;
-}
-
-void ProjectReading::refused()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(int, result);
-    QFETCH(int, line);
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    const Result read = reader.ReadBuffer(text.toStdString(), "plant.xml", project);
-    QCOMPARE(int(read.GetType()), result);
-    QVERIFY(!project);
-    const LoadMessage &last = reader.GetReport().GetMessages().back();
-    QCOMPARE(last.severity, LoadMessage::Fatal);
-    if (line != 0)
-        QCOMPARE(last.line, line);
-    QCOMPARE(last.file, std::string("plant.xml"));
-    QVERIFY(!last.text.empty());
-    QVERIFY(read.GetDetail().rfind("plant.xml:", 0) == 0);
-}
-
-void ProjectReading::reportedAndKept_data()
-{
-    QTest::addColumn<QByteArray>("body"); // from line 2
-    QTest::addColumn<int>("severity");
-    QTest::addColumn<int>("line");
-    QTest::addColumn<QString>("said");
-    QTest::addColumn<QByteArray>("saved"); // "": the body itself
-    const int error = LoadMessage::Error;
-    const int warning = LoadMessage::Warning;
-    const QByteArray same;
-    QTest::newRow("unknown kind") << QByteArray(
-                                         "  <gizmo id=\"2\" a=\"1\">\n    <part />\n  </gizmo>\n")
-                                  << warning << 2 << "gizmo" << same;
-    QTest::newRow("unknown attribute")
-        << QByteArray("  <folder id=\"2\" speed=\"fast\" />\n") << warning << 2 << "speed" << same;
-    QTest::newRow("wrong type") << QByteArray("  <pipe id=\"2\" count=\"many\" />\n") << error << 2
-                                << "«many» — ожидается целое число" << same;
-    QTest::newRow("out of range") << QByteArray("  <pipe id=\"2\" count=\"10\" />\n") << error << 2
-                                  << "от 1 до 9" << same;
-    QTest::newRow("no such choice") << QByteArray("  <frame id=\"2\" border=\"9\" />\n") << error
-                                    << 2 << "одно из: none, decorated" << same;
-    QTest::newRow("not a number") << QByteArray("  <memorySignal id=\"2\" minimum=\"nan\" />\n")
-                                  << error << 2 << "число с точкой" << same;
-    QTest::newRow("no link list") << QByteArray("  <pipe id=\"2\" next=\"1;2\" />\n") << error << 2
-                                  << "1;2" << same;
-    QTest::newRow("kind not allowed")
-        << QByteArray("  <layer id=\"2\" />\n") << error << 2 << "layer" << same;
-    QTest::newRow("dangling link")
-        << QByteArray("\n  <pipe id=\"2\" signal=\"77\" />\n") << error << 3 << "77"
-        << QByteArray("  <pipe id=\"2\" signal=\"77\" />\n");
-    QTest::newRow("link cycle")
-        << QByteArray("  <pipe id=\"2\" next=\"3\" />\n  <pipe id=\"3\" next=\"2\" />\n") << error
-        << 3 << "кольцо" << same;
-    QTest::newRow("text") << QByteArray("  <folder id=\"2\">note</folder>\n") << warning << 2
-                          << "note" << same;
-    QTest::newRow("doctype") << QByteArray("  <folder id=\"2\" />\n") << warning << 1 << "DOCTYPE"
-                             << same;
-    const QByteArray fresh = "  <folder id=\"2\" />\n  <folder id=\"3\" />\n";
-    QTest::newRow("no id") << QByteArray("  <folder id=\"2\" />\n  <folder />\n") << error << 3
-                           << "нет атрибута id" << fresh;
-    QTest::newRow("id zero") << QByteArray("  <folder id=\"2\" />\n  <folder id=\"0\" />\n")
-                             << error << 3 << "«0»" << fresh;
-    QTest::newRow("garbage id") << QByteArray("  <folder id=\"2\" />\n  <folder id=\"2x\" />\n")
-                                << error << 3 << "«2x»" << fresh;
-    QTest::newRow("huge id") << QByteArray("  <folder id=\"2\" />\n  <folder id=\"" +
-                                           QByteArray(30, '9') + "\" />\n")
-                             << error << 3 << "999" << fresh;
-    QTest::newRow("duplicate id") << QByteArray("  <folder id=\"2\" />\n  <folder id=\"2\" />\n")
-                                  << error << 3 << "в строке 2 (этот узел — в строке 3)" << fresh;
-    QTest::newRow("attribute twice")
-        << QByteArray("  <pipe id=\"2\" count=\"4\" count=\"5\" />\n") << error << 2 << "повторно"
-        << QByteArray("  <pipe id=\"2\" count=\"4\" />\n");
-}
-
-void ProjectReading::reportedAndKept()
-{
-    QFETCH(QByteArray, body);
-    QFETCH(int, severity);
-    QFETCH(int, line);
-    QFETCH(QString, said);
-    QFETCH(QByteArray, saved);
-    const QByteArray doctype = said == "DOCTYPE" ? "<!DOCTYPE project>" : "";
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    const QByteArray text = doctype + head + body + tail;
-    QVERIFY(reader.ReadBuffer(text.toStdString(), "plant.xml", project));
-    QCOMPARE(reader.GetReport().GetMessages().size(), std::size_t(1));
-    const LoadMessage &message = reader.GetReport().GetMessages().front();
-    QCOMPARE(int(message.severity), severity);
-    QCOMPARE(message.line, line);
-    QVERIFY2(QString::fromStdString(message.text).contains(said), message.text.c_str());
-    QVERIFY(message.path.rfind("project", 0) == 0);
-    const QByteArray written = QByteArray::fromStdString(ProjectWriter::ToText(*project));
-    const QByteArray declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-    QCOMPARE(written, declaration + head + (saved.isEmpty() ? body : saved) + tail);
-}
-
-void ProjectReading::limits_data()
-{
-    QTest::addColumn<LoadLimits>("limits");
-    QTest::addColumn<bool>("isRead");
-    LoadLimits limits;
-    QTest::newRow("default") << limits << true;
-    limits.fileSize = 20;
-    QTest::newRow("size") << limits << false;
-    limits = {};
-    limits.nodes = 2;
-    QTest::newRow("nodes") << limits << false;
-    limits = {};
-    limits.attributes = 3;
-    QTest::newRow("attributes") << limits << false;
-    limits = {};
-    limits.attributeLength = 5;
-    QTest::newRow("attribute length") << limits << false;
-    limits = {};
-    limits.depth = 2;
-    QTest::newRow("depth") << limits << false;
-    limits.depth = 3;
-    QTest::newRow("depth just enough") << limits << true;
-}
-
-void ProjectReading::limits()
-{
-    QFETCH(LoadLimits, limits);
-    QFETCH(bool, isRead);
-    ProjectReader reader;
-    reader.SetLimits(limits);
-    std::unique_ptr<NodesCollection> project;
-    const std::string text = (nested(3) + "").toStdString();
-    const std::string named =
-        std::string(text).insert(text.find("<folder") + 7, " name=\"123456\"");
-    const Result read = reader.ReadBuffer(named, "plant.xml", project);
-    QCOMPARE(read == Result::LimitExceeded, !isRead);
-    QCOMPARE(project != nullptr, isRead);
-}
-
-void ProjectReading::repairedValueReplacesTheKeptOne()
-{
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    const QByteArray text = head + "<pipe id=\"2\" count=\"many\"/>" + tail;
-    QVERIFY(reader.ReadBuffer(text.toStdString(), "plant.xml", project));
-    ConfigNode *pipe = project->FindNode(2);
-    QVERIFY(pipe->SetPropertyText("count", "8"));
-    QCOMPARE(pipe->SerializeXML(), std::string("<pipe id=\"2\" count=\"8\" />\n"));
-}
-
-void ProjectReading::unknownElementFollowsEdits()
-{
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    const QByteArray text = head + "<gizmo id=\"2\" name=\"old\"><part id=\"7\"/></gizmo>" + tail;
-    QVERIFY(reader.ReadBuffer(text.toStdString(), "plant.xml", project));
-    project->FindNode(2)->SetName("new");
-    NodesArray clones;
-    QVERIFY(project->CloneNodes(NodesArray({NodeLink(project->FindNode(2))}), clones, false));
-    std::unique_ptr<ConfigNode> clone = project->TakeClone(clones[0]);
-    QVERIFY(project->GetRoot()->AddNode(clone));
-    // Fresh ids keep clear of those inside the unknown element.
-    QCOMPARE(clones[0].GetNodeId(), 8ul);
-    const std::string saved = clones[0]->SerializeXML();
-    QCOMPARE(saved, std::string("<gizmo id=\"8\" name=\"new\">\n  <part id=\"7\" />\n</gizmo>\n"));
-}
-
-void ProjectReading::largestIdLeavesRoomForFreshOnes()
-{
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    const QByteArray text = head + "<folder id=\"" + QByteArray::number(qulonglong(MaximumId)) +
-                            "\"/><folder/><folder id=\"2\"/>" + tail;
-    QVERIFY(reader.ReadBuffer(text.toStdString(), "plant.xml", project));
-    QVERIFY(project->CreateNode(ProjectFixture::kind("folder").type, project->GetRoot()));
-    ProjectReader again;
-    QVERIFY(again.ReadBuffer(ProjectWriter::ToText(*project), "plant.xml", project));
-    QVERIFY(again.GetReport().empty());
-}
-
-void ProjectReading::piecesOfTextBecomeOne()
-{
-    std::string saved =
-        (head + "<folder id=\"2\">a<!--c--><![CDATA[b]]><folder id=\"3\"/> d " + "</folder>" + tail)
-            .toStdString();
-    for (int pass = 0; pass < 2; ++pass) {
-        ProjectReader reader;
-        std::unique_ptr<NodesCollection> project;
-        QVERIFY(reader.ReadBuffer(saved, "plant.xml", project));
-        const BasicNode::Attributes kept = project->FindNode(2)->GetForeignAttributes();
-        QCOMPARE(kept.size(), std::size_t(2));
-        QCOMPARE(kept.back().second, std::string("a\nb\nd"));
-        const std::string again = ProjectWriter::ToText(*project);
-        QVERIFY(pass == 0 || again == saved);
-        saved = again;
+    void refused_data()
+    {
+        const Rows<std::string, int, int> row("text", "result", "line");
+        const int parse = Result::ParseError;
+        row("empty", "", parse, 0);
+        row("junk", "hello\n\xD0\x9F\xD1\x80", parse, 0);
+        row("binary", std::string("<project>\n\0\x01", 12), parse, 2);
+        row("other encoding", head + "<folder name=\"\xCF\xF0\"/>", parse, 2);
+        row("UTF-16", std::string("\xFF\xFE<\0p\0", 6), parse, 1);
+        row("truncated tag", head + "<folder id=\"2\"", parse, 2);
+        row("truncated tree", head + "<folder id=\"2\">", parse, 2);
+        row("tags crossed", head + "<a>\n<b></a>", parse, 3);
+        row("two roots", head + tail + head + tail, parse, 3);
+        row("wrong root", "\n<station format=\"1\"/>", parse, 2);
+        row("newer format", "<project format=\"2\"/>", parse, 1);
+        row("no format", "<project id=\"1\"/>", parse, 1);
+        row("format zero", "<project format=\"0\"/>", parse, 1);
+        row("one level too deep", nested(ConfigNode::MaximumDepth + 1), Result::LimitExceeded, 2);
+        row("bottomless", repeated("<project format=\"1\">", 200000), parse, 1);
     }
-}
 
-void ProjectReading::entitiesStayText()
-{
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    QVERIFY(reader.ReadBuffer(entityBomb().toStdString(), "plant.xml", project));
-    QCOMPARE(project->GetRoot()->GetName(), std::string("&l;"));
-}
+    void refused()
+    {
+        QFETCH(std::string, text);
+        QFETCH(int, result);
+        QFETCH(int, line);
+        Reading r;
+        const Result read = r.read(text);
+        QCOMPARE(int(read.GetType()), result);
+        QVERIFY(!r.project);
+        const LoadMessage &last = r.report().GetMessages().back();
+        QCOMPARE(last.severity, LoadMessage::Fatal);
+        QVERIFY(line == 0 || last.line == line);
+        QCOMPARE(last.file, std::string("plant.xml"));
+        QVERIFY(!last.text.empty());
+        QVERIFY(read.GetDetail().rfind("plant.xml:", 0) == 0);
+    }
 
-void ProjectReading::cancelLeavesNoProject()
-{
-    QByteArray text = head;
-    for (int i = 2; i < 2000; ++i)
-        text += "<folder id=\"" + QByteArray::number(i) + "\"/>";
-    LoadProgress progress;
-    std::unique_ptr<NodesCollection> project;
-    ProjectReader reader;
-    reader.SetProgress(&progress);
-    QVERIFY(reader.ReadBuffer((text + tail).toStdString(), "plant.xml", project));
-    QCOMPARE(progress.GetDone(), std::size_t(1999));
-    QCOMPARE(progress.GetTotal(), progress.GetDone());
-    progress.Cancel();
-    project.reset();
-    ProjectReader second;
-    second.SetProgress(&progress);
-    const Result read = second.ReadBuffer((text + tail).toStdString(), "plant.xml", project);
-    QVERIFY(read == Result::Cancelled);
-    QVERIFY(!project);
-}
+    void reportedAndKept_data()
+    {
+        // body: from line 2; saved: what is written then, "" the body itself
+        const Rows<std::string, int, int, QString, std::string> row("body", "severity", "line",
+                                                                    "said", "saved");
+        const int error = LoadMessage::Error;
+        const int warning = LoadMessage::Warning;
+        row("unknown kind", "<gizmo id=\"2\" a=\"1\">\n    <part />\n  </gizmo>", warning, 2,
+            "gizmo", "");
+        row("unknown attribute", R"(<folder id="2" speed="fast" />)", warning, 2, "speed", "");
+        row("wrong type", R"(<pipe id="2" count="many" />)", error, 2,
+            "«many» — ожидается целое число", "");
+        row("out of range", R"(<pipe id="2" count="10" />)", error, 2, "от 1 до 9", "");
+        row("no such choice", R"(<frame id="2" border="9" />)", error, 2,
+            "одно из: none, decorated", "");
+        row("not a number", R"(<memorySignal id="2" minimum="nan" />)", error, 2, "число с точкой",
+            "");
+        row("no link list", R"(<pipe id="2" next="1;2" />)", error, 2, "1;2", "");
+        row("kind not allowed", R"(<layer id="2" />)", error, 2, "layer", "");
+        const std::string dangling = R"(<pipe id="2" signal="77" />)";
+        row("dangling link", "\n" + dangling, error, 3, "77", dangling);
+        row("link cycle", "<pipe id=\"2\" next=\"3\" />\n  <pipe id=\"3\" next=\"2\" />", error, 3,
+            "кольцо", "");
+        row("text", R"(<folder id="2">note</folder>)", warning, 2, "note", "");
+        row("doctype", R"(<folder id="2" />)", warning, 1, "DOCTYPE", "");
+        row("attribute twice", R"(<pipe id="2" count="4" count="5" />)", error, 2, "повторно",
+            R"(<pipe id="2" count="4" />)");
+        const std::string first = "<folder id=\"2\" />\n  <folder";
+        const std::string fresh = first + " id=\"3\" />";
+        row("no id", first + " />", error, 3, "нет атрибута id", fresh);
+        row("id zero", first + " id=\"0\" />", error, 3, "«0»", fresh);
+        row("garbage id", first + " id=\"2x\" />", error, 3, "«2x»", fresh);
+        row("huge id", first + " id=\"" + std::string(30, '9') + "\" />", error, 3, "999", fresh);
+        row("duplicate id", first + " id=\"2\" />", error, 3, "в строке 2 (этот узел — в строке 3)",
+            fresh);
+    }
 
-void ProjectReading::reportIsBounded()
-{
-    const int count = int(LoadReport::MaximumMessages) + 500;
-    const QByteArray text = head + QByteArray("<folder/>").repeated(count) + tail;
-    ProjectReader reader;
-    std::unique_ptr<NodesCollection> project;
-    QVERIFY(reader.ReadBuffer(text.toStdString(), "plant.xml", project));
-    QCOMPARE(reader.GetReport().GetMessages().size(), LoadReport::MaximumMessages);
-    QCOMPARE(reader.GetReport().GetSuppressedCount(), std::size_t(500));
-    QCOMPARE(reader.GetReport().GetCount(LoadMessage::Error), std::size_t(count));
-}
+    void reportedAndKept()
+    {
+        QFETCH(std::string, body);
+        QFETCH(QString, said);
+        QFETCH(std::string, saved);
+        const std::string doctype = said == "DOCTYPE" ? "<!DOCTYPE project>" : "";
+        Reading r;
+        QVERIFY(r.read(doctype + head + "  " + body + "\n" + tail));
+        QCOMPARE(r.report().GetMessages().size(), std::size_t(1));
+        const LoadMessage &message = r.report().GetMessages().front();
+        QTEST(int(message.severity), "severity");
+        QTEST(message.line, "line");
+        QVERIFY2(QString::fromStdString(message.text).contains(said), message.text.c_str());
+        QVERIFY(message.path.rfind("project", 0) == 0);
+        QCOMPARE(ProjectWriter::ToText(*r.project),
+                 "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + head + "  " +
+                     (saved.empty() ? body : saved) + "\n" + tail);
+    }
+
+    void sizeLimits_data()
+    {
+        const Rows<SizeLimit, int> row("limit", "needed");
+        row("size", &LoadLimits::fileSize, 93);
+        row("nodes", &LoadLimits::nodes, 3);
+        row("attributes", &LoadLimits::attributes, 5);
+        row("attribute length", &LoadLimits::attributeLength, 6);
+    }
+
+    void sizeLimits()
+    {
+        QFETCH(SizeLimit, limit);
+        QFETCH(int, needed);
+        for (const bool isEnough : {false, true}) {
+            LoadLimits limits;
+            limits.*limit = std::size_t(needed - !isEnough);
+            Reading r;
+            r.reader.SetLimits(limits);
+            const Result read = r.readBody("<folder name=\"123456\" id=\"2\"><folder id=\"3\"/>"
+                                           "</folder>");
+            QCOMPARE(read == Result::LimitExceeded, !isEnough);
+            QCOMPARE(r.project != nullptr, isEnough);
+        }
+    }
+
+    void depthIsLimited()
+    {
+        LoadLimits limits;
+        limits.depth = 3;
+        Reading r;
+        r.reader.SetLimits(limits);
+        QVERIFY(r.read(nested(3)));
+        QVERIFY(r.read(nested(4)) == Result::LimitExceeded);
+    }
+
+    void repairedValueReplacesTheKeptOne()
+    {
+        Reading r;
+        QVERIFY(r.readBody(R"(<pipe id="2" count="many"/>)"));
+        ConfigNode *pipe = r.project->FindNode(2);
+        QVERIFY(pipe->SetPropertyText("count", "8"));
+        QCOMPARE(pipe->SerializeXML(), std::string("<pipe id=\"2\" count=\"8\" />\n"));
+    }
+
+    void unknownElementFollowsEdits()
+    {
+        Reading r;
+        QVERIFY(r.readBody(R"(<gizmo id="2" name="old"><part id="7"/></gizmo>)"));
+        r.project->FindNode(2)->SetName("new");
+        NodesArray clones;
+        const NodesArray sources({NodeLink(r.project->FindNode(2))});
+        QVERIFY(r.project->CloneNodes(sources, clones, false));
+        std::unique_ptr<ConfigNode> clone = r.project->TakeClone(clones[0]);
+        QVERIFY(r.project->GetRoot()->AddNode(clone));
+        // Fresh ids keep clear of those inside the unknown element.
+        QCOMPARE(clones[0]->SerializeXML(),
+                 std::string("<gizmo id=\"8\" name=\"new\">\n  <part id=\"7\" />\n</gizmo>\n"));
+    }
+
+    void largestIdLeavesRoomForFreshOnes()
+    {
+        Reading r;
+        QVERIFY(r.readBody("<folder id=\"" + std::to_string(MaximumId) +
+                           "\"/><folder/><folder id=\"2\"/>"));
+        QVERIFY(r.project->CreateNode(ProjectFixture::kind("folder").type, r.project->GetRoot()));
+        Reading again;
+        QVERIFY(again.read(ProjectWriter::ToText(*r.project)));
+        QVERIFY(again.report().empty());
+    }
+
+    void piecesOfTextBecomeOne()
+    {
+        Reading first;
+        QVERIFY(
+            first.readBody(R"(<folder id="2">a<!--c--><![CDATA[b]]><folder id="3"/> d </folder>)"));
+        Reading second;
+        QVERIFY(second.read(ProjectWriter::ToText(*first.project)));
+        for (const Reading *pass : {&first, &second}) {
+            const BasicNode::Attributes kept = pass->project->FindNode(2)->GetForeignAttributes();
+            QCOMPARE(kept.size(), std::size_t(2));
+            QCOMPARE(kept.back().second, std::string("a\nb\nd"));
+        }
+        QCOMPARE(ProjectWriter::ToText(*second.project), ProjectWriter::ToText(*first.project));
+    }
+
+    void entitiesStayText()
+    {
+        Reading r;
+        QVERIFY(r.read(R"(<!DOCTYPE p [<!ENTITY a "aa"><!ENTITY b "&a;&a;">]>
+                          <project format="1" id="1" name="&b;"/>)"));
+        QCOMPARE(r.project->GetRoot()->GetName(), std::string("&b;"));
+    }
+
+    void cancelLeavesNoProject()
+    {
+        LoadProgress progress;
+        for (const bool isCancelled : {false, true}) {
+            if (isCancelled)
+                progress.Cancel();
+            Reading r;
+            r.reader.SetProgress(&progress);
+            const Result read = r.readBody(repeated("<folder/>", 1998));
+            QCOMPARE(read.GetType(), isCancelled ? Result::Cancelled : Result::Success);
+            QCOMPARE(r.project == nullptr, isCancelled);
+            QVERIFY(isCancelled || progress.GetDone() == 1999);
+            QVERIFY(isCancelled || progress.GetTotal() == 1999);
+        }
+    }
+
+    void reportIsBounded()
+    {
+        const int count = int(LoadReport::MaximumMessages) + 500;
+        Reading r;
+        QVERIFY(r.readBody(repeated("<folder/>", count)));
+        QCOMPARE(r.report().GetMessages().size(), LoadReport::MaximumMessages);
+        QCOMPARE(r.report().GetSuppressedCount(), std::size_t(500));
+        QCOMPARE(r.report().GetCount(LoadMessage::Error), std::size_t(count));
+    }
+};
 
 QTEST_APPLESS_MAIN(ProjectReading)
 #include "tst_project_reader.moc"

@@ -2,17 +2,13 @@
 
 #include "nodes/model/ValidationResults.h"
 #include "nodes/templates/TemplateBinding.h"
+#include "support/Rows.h"
 
 #include <QtTest>
 
 using namespace Nodes;
 
 namespace {
-
-std::string idOf(const ConfigNode *node)
-{
-    return std::to_string(node->GetId());
-}
 
 /// A faceplate for a pump: its signals hang below the parameter "pump", "header" has a default.
 struct Faceplate : ProjectFixture
@@ -24,31 +20,25 @@ struct Faceplate : ProjectFixture
             add("memorySignal", device, "run");
             add("memorySignal", device, "current");
         }
-        header = add("memorySignal", root(), "H");
-        window = add("windowTemplate", root(), "Pump");
-        pump = add("templateParameter", window, "pump");
-        run = add("templateParameter", pump, "run");
-        temperature = add("templateParameter", pump, "temperature");
-        pressure = add("templateParameter", window, "header");
-        set(pressure, "default", idOf(header));
-        action = add("actionShowWindowTemplate", root(), "open");
-        set(action, "window", idOf(window));
-    }
-    static void set(ConfigNode *node, const char *key, const std::string &text)
-    {
-        QVERIFY(node->SetPropertyText(key, text));
     }
     ConfigNode *node(const char *path) const { return project.GetNodesByPath(path).at(0); }
     void give(const char *name, const std::string &link)
     {
-        set(add("templateArgument", action, name), "node", link);
+        add("templateArgument", action, name, {{"node", link}});
     }
     TemplateBinding binding() const
     {
         return TemplateBinding(*window, action->GetObjects(NodeType::TypeArgument));
     }
 
-    ConfigNode *header, *window, *pump, *run, *temperature, *pressure, *action;
+    ConfigNode *header = add("memorySignal", root(), "H");
+    ConfigNode *window = add("windowTemplate", root(), "Pump");
+    ConfigNode *pump = add("templateParameter", window, "pump");
+    ConfigNode *run = add("templateParameter", pump, "run");
+    ConfigNode *temperature = add("templateParameter", pump, "temperature");
+    ConfigNode *pressure = add("templateParameter", window, "header", {{"default", idOf(header)}});
+    ConfigNode *action =
+        add("actionShowWindowTemplate", root(), "open", {{"window", idOf(window)}});
 };
 
 QString joined(const std::vector<std::string> &names)
@@ -66,110 +56,86 @@ class TestTemplates : public QObject
     Q_OBJECT
 
 private slots:
-    void binds_data();
-    void binds();
-    void instancesStandApart();
-    void nestedTemplatesPassTheirParametersOn();
-};
-
-void TestTemplates::binds_data()
-{
-    QTest::addColumn<QString>("arguments"); // name=path or name=id
-    QTest::addColumn<QString>("run");       // path of what the parameter stands for
-    QTest::addColumn<QString>("header");
-    QTest::addColumn<QString>("missing");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("a pump") << "pump=P2"
-                            << "P2/run"
-                            << "H"
-                            << "pump/temperature"
-                            << "P2: run, H {x}";
-    QTest::newRow("default replaced") << "pump=P1;header=P1/run"
-                                      << "P1/run"
-                                      << "P1/run"
-                                      << "pump/temperature"
-                                      << "P1: run, run {x}";
-    QTest::newRow("nothing given") << ""
-                                   << ""
-                                   << "H"
-                                   << "pump pump/run pump/temperature"
-                                   << "?: ?, H {x}";
-    QTest::newRow("vanished: no default either") << "pump=P1;header=9999"
-                                                 << "P1/run"
-                                                 << ""
-                                                 << "pump/temperature header"
-                                                 << "P1: run, ? {x}";
-    QTest::newRow("vanished pump") << "pump=9999"
-                                   << ""
-                                   << "H"
-                                   << "pump pump/run pump/temperature"
-                                   << "?: ?, H {x}";
-}
-
-void TestTemplates::binds()
-{
-    QFETCH(QString, arguments);
-    QFETCH(QString, run);
-    QFETCH(QString, header);
-    QFETCH(QString, missing);
-    QFETCH(QString, title);
-    Faceplate f;
-    for (const QString &argument : arguments.split(';', Qt::SkipEmptyParts)) {
-        const QStringList parts = argument.split('=');
-        const auto nodes = f.project.GetNodesByPath(parts[1].toStdString());
-        f.give(qPrintable(parts[0]), nodes.empty() ? parts[1].toStdString() : idOf(nodes[0]));
+    void binds_data()
+    {
+        // arguments: name=path or name=id
+        // run: path of what the parameter stands for
+        const Rows<QString, QString, QString, QString, QString> row("arguments", "run", "header",
+                                                                    "missing", "title");
+        row("a pump", "pump=P2", "P2/run", "H", "pump/temperature", "P2: run, H {x}");
+        row("default replaced", "pump=P1;header=P1/run", "P1/run", "P1/run", "pump/temperature",
+            "P1: run, run {x}");
+        row("nothing given", "", "", "H", "pump pump/run pump/temperature", "?: ?, H {x}");
+        row("vanished: no default either", "pump=P1;header=9999", "P1/run", "",
+            "pump/temperature header", "P1: run, ? {x}");
+        row("vanished pump", "pump=9999", "", "H", "pump pump/run pump/temperature", "?: ?, H {x}");
     }
-    f.give("stray", idOf(f.header));
-    const TemplateBinding binding = f.binding();
-    QCOMPARE(joined(binding.GetUnused()), QString("stray"));
-    const IdMap ids = binding.GetIds();
-    const auto pathOf = [&](const ConfigNode *parameter) {
-        const auto found = ids.find(parameter->GetId());
-        return found == ids.end()
-                   ? QString()
-                   : QString::fromStdString(NodeLink(found->second).GetLinkName(true));
-    };
-    QCOMPARE(pathOf(f.run), run);
-    QCOMPARE(pathOf(f.pressure), header);
-    QCOMPARE(joined(binding.GetMissing()), missing);
-    QCOMPARE(QString::fromStdString(binding.Fill("{pump}: {pump/run}, {header} {x}")), title);
-    // Validation tells the engineer of the same before an operator does.
-    QVERIFY(int(f.action->isValid().size()) >= missing.count(QChar(0x20)) + 2);
-}
 
-void TestTemplates::instancesStandApart()
-{
-    Faceplate f;
-    const std::size_t before = f.project.GetNodeCount();
-    const int children = f.window->GetNodeCount();
-    ConfigNode *first = f.project.Instantiate(*f.window, *f.window, "Pump_1", {});
-    ConfigNode *second = f.project.Instantiate(*f.window, *f.window, "Pump_2", {});
-    QVERIFY(first && second && first->GetId() != second->GetId());
-    QCOMPARE(NodeLink(first->GetId()).GetNode(), first);
-    QCOMPARE(QString::fromStdString(second->GetPath()), QString("Pump/Pump_2"));
-    QCOMPARE(f.window->GetNodeCount(), children);
-    QVERIFY(f.project.GetRoot()->SerializeXML().find("Pump_1") == std::string::npos);
-    f.project.TakeClone(NodeLink(first));
-    f.project.TakeClone(NodeLink(second));
-    QCOMPARE(f.project.GetNodeCount(), before);
-}
+    void binds()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, run);
+        QFETCH(QString, header);
+        QFETCH(QString, missing);
+        QFETCH(QString, title);
+        Faceplate f;
+        for (const QString &argument : arguments.split(';', Qt::SkipEmptyParts)) {
+            const QStringList parts = argument.split('=');
+            const auto nodes = f.project.GetNodesByPath(parts[1].toStdString());
+            f.give(qPrintable(parts[0]), nodes.empty() ? parts[1].toStdString() : idOf(nodes[0]));
+        }
+        f.give("stray", idOf(f.header));
+        const TemplateBinding binding = f.binding();
+        QCOMPARE(joined(binding.GetUnused()), QString("stray"));
+        const IdMap ids = binding.GetIds();
+        const auto pathOf = [&](const ConfigNode *parameter) {
+            const auto found = ids.find(parameter->GetId());
+            return found == ids.end()
+                       ? QString()
+                       : QString::fromStdString(NodeLink(found->second).GetLinkName(true));
+        };
+        QCOMPARE(pathOf(f.run), run);
+        QCOMPARE(pathOf(f.pressure), header);
+        QCOMPARE(joined(binding.GetMissing()), missing);
+        QCOMPARE(QString::fromStdString(binding.Fill("{pump}: {pump/run}, {header} {x}")), title);
+        // Validation tells the engineer of the same before an operator does.
+        QVERIFY(int(f.action->isValid().size()) >= missing.count(QChar(0x20)) + 2);
+    }
 
-void TestTemplates::nestedTemplatesPassTheirParametersOn()
-{
-    Faceplate f;
-    ConfigNode *outer = f.add("windowTemplate", f.root(), "Outer");
-    ConfigNode *parameter = f.add("templateParameter", outer, "any");
-    ConfigNode *open = f.add("actionShowWindowTemplate", outer, "details");
-    f.set(f.add("templateArgument", open, "pump"), "node", idOf(parameter));
-    const auto bind = [&](const IdMap &ids) {
-        ConfigNode *instance = f.project.Instantiate(*outer, *outer, "Outer_1", ids);
-        const ConfigNode *action = instance->GetSubObject("details");
-        return TemplateBinding(*f.window, action->GetObjects(NodeType::TypeArgument)).GetIds();
-    };
-    const IdMap passed = bind({{parameter->GetId(), f.node("P2")->GetId()}});
-    QCOMPARE(passed.at(f.run->GetId()), f.node("P2/run")->GetId());
-    QCOMPARE(bind({}).count(f.pump->GetId()), std::size_t(0));
-}
+    void instancesStandApart()
+    {
+        Faceplate f;
+        const std::size_t before = f.project.GetNodeCount();
+        const int children = f.window->GetNodeCount();
+        ConfigNode *first = f.project.Instantiate(*f.window, *f.window, "Pump_1", {});
+        ConfigNode *second = f.project.Instantiate(*f.window, *f.window, "Pump_2", {});
+        QVERIFY(first && second && first->GetId() != second->GetId());
+        QCOMPARE(NodeLink(first->GetId()).GetNode(), first);
+        QCOMPARE(QString::fromStdString(second->GetPath()), QString("Pump/Pump_2"));
+        QCOMPARE(f.window->GetNodeCount(), children);
+        QVERIFY(f.project.GetRoot()->SerializeXML().find("Pump_1") == std::string::npos);
+        f.project.TakeClone(NodeLink(first));
+        f.project.TakeClone(NodeLink(second));
+        QCOMPARE(f.project.GetNodeCount(), before);
+    }
+
+    void nestedTemplatesPassTheirParametersOn()
+    {
+        Faceplate f;
+        ConfigNode *outer = f.add("windowTemplate", f.root(), "Outer");
+        ConfigNode *parameter = f.add("templateParameter", outer, "any");
+        ConfigNode *open = f.add("actionShowWindowTemplate", outer, "details");
+        f.add("templateArgument", open, "pump", {{"node", idOf(parameter)}});
+        const auto bind = [&](const IdMap &ids) {
+            ConfigNode *instance = f.project.Instantiate(*outer, *outer, "Outer_1", ids);
+            const ConfigNode *action = instance->GetSubObject("details");
+            return TemplateBinding(*f.window, action->GetObjects(NodeType::TypeArgument)).GetIds();
+        };
+        const IdMap passed = bind({{parameter->GetId(), f.node("P2")->GetId()}});
+        QCOMPARE(passed.at(f.run->GetId()), f.node("P2/run")->GetId());
+        QCOMPARE(bind({}).count(f.pump->GetId()), std::size_t(0));
+    }
+};
 
 QTEST_APPLESS_MAIN(TestTemplates)
 #include "tst_templates.moc"
