@@ -38,6 +38,13 @@ struct ProjectFixture
     }
     /// A layer in a composition: what widgets stand on.
     Nodes::ConfigNode *addLayer() { return add("layer", add("composition", root())); }
+    /// Puts a clone, or a node read, into the tree.
+    void insert(const Nodes::NodeLink &clone, Nodes::ConfigNode *parent)
+    {
+        std::unique_ptr<Nodes::ConfigNode> taken = project.TakeClone(clone);
+        if (!taken || !parent->AddNode(taken))
+            throw std::logic_error("not inserted");
+    }
     static void set(Nodes::ConfigNode *node, const Properties &properties)
     {
         for (const auto &[key, text] : properties) {

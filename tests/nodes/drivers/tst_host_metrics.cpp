@@ -66,10 +66,8 @@ private slots:
         row("cpu user", HostMetric::CpuUser, "", "30");
         row("cpu waiting", HostMetric::CpuIoWait, "", "20");
         row("load 1", HostMetric::Load1, "", "0.52");
-        row("load 15", HostMetric::Load15, "", "2");
         row("memory used", HostMetric::MemoryUsed, "", "75");
         row("memory used, bytes", HostMetric::MemoryUsedBytes, "", "6.144e+09");
-        row("memory available", HostMetric::MemoryAvailable, "", "2.048e+09");
         row("swap", HostMetric::SwapUsed, "", "25");
         row("disk read", HostMetric::DiskRead, "sda", "2048");
         row("disk write", HostMetric::DiskWrite, "sda", "20480");
@@ -103,9 +101,7 @@ private slots:
         const auto parse = Result::ParseError;
         row("empty stat", HostMetric::CpuTotal, "", "", parse);
         row("short stat", HostMetric::CpuTotal, "", "cpu 1 2 3", parse);
-        row("stat of words", HostMetric::CpuTotal, "", "cpu a b c d e f g h", parse);
         row("negative counter", HostMetric::CpuUser, "", "cpu -1 2 3 4 5 6 7 8", parse);
-        row("empty load", HostMetric::Load5, "", "", parse);
         row("load not a number", HostMetric::Load1, "", "nan 1 2", parse);
         row("memory without total", HostMetric::MemoryUsed, "", "MemAvailable: 5 kB", parse);
         row("more available than there is", HostMetric::MemoryUsed, "",
@@ -114,9 +110,7 @@ private slots:
         row("device is gone", HostMetric::DiskRead, "sdz", QString(), Result::NotFound);
         row("a part of a name is no name", HostMetric::DiskRead, "sd", QString(), Result::NotFound);
         row("interface is gone", HostMetric::NetSent, "eth7", QString(), Result::NotFound);
-        row("interface cut off", HostMetric::NetSent, "eth0", "eth0: 12 1", Result::NotFound);
         row("uptime", HostMetric::Uptime, "", "soon", parse);
-        row("process without a name", HostMetric::ProcessRss, "", "4711 S 1 2", parse);
         row("process cut off", HostMetric::ProcessCpu, "", "4711 (a) S 1 2", parse);
         row("system without a name", HostMetric::OsRelease, "", "PRETTY_NAME=\"\"", parse);
         row("no metric", HostMetric::None, "", QString(), Result::InvalidArgument);
@@ -128,7 +122,6 @@ private slots:
         QFETCH(HostMetric, metric);
         QFETCH(std::string, target);
         QFETCH(QString, damage);
-        QFETCH(int, error);
         HostSnapshot now = twoSecondsLater();
         if (!damage.isNull()) {
             const std::string text = damage.toStdString();
@@ -137,7 +130,7 @@ private slots:
         }
         const HostSnapshot before = captured();
         const SignalValue value = HostMetrics::Measure(metric, target, now, &before);
-        QCOMPARE(int(value.GetError().GetType()), error);
+        QTEST(int(value.GetError().GetType()), "error");
         QVERIFY(!value.GetError().GetDetail().empty());
     }
 
@@ -158,23 +151,18 @@ private slots:
     void realMachine()
     {
         ProjectFixture project;
-        ConfigNode *driver = project.add("hostDriver", project.root());
-        QVERIFY(driver->SetPropertyText("period", "100").IsSuccess());
+        ConfigNode *driver = project.add("hostDriver", project.root(), "host", {{"period", "100"}});
         const auto add = [&](const char *metric, const char *target = "",
-                             const char *type = "double") {
-            auto *signal = static_cast<BasicSignal *>(project.add("hostSignal", driver));
-            return signal->SetPropertyText("metric", metric) &&
-                           signal->SetPropertyText("type", type) &&
-                           signal->SetPropertyText("target", target)
-                       ? signal
-                       : nullptr;
+                             const char *type = "double", const char *scale = "1") {
+            return project.add<BasicSignal>(
+                "hostSignal", driver, nullptr,
+                {{"metric", metric}, {"type", type}, {"target", target}, {"scale", scale}});
         };
         const std::vector<BasicSignal *> real{
             add("cpu.total"), add("load1"),          add("memory.used"), add("process.rss"),
             add("uptime"),    add("disk.used", "/"), add("process.cpu")};
         BasicSignal *name = add("host.name", "", "string");
-        BasicSignal *megabytes = add("process.rss");
-        QVERIFY(megabytes->SetPropertyText("scale", "0.000001"));
+        BasicSignal *megabytes = add("process.rss", "", "double", "0.000001");
         BasicSignal *nowhere = add("disk.used", "/no/such/place");
         BasicSignal *text = add("host.name");
         QVERIFY(driver->Start().IsSuccess());

@@ -115,7 +115,6 @@ private slots:
     void query()
     {
         QFETCH(JournalQuery, query);
-        QFETCH(QStringList, expected);
         EventJournal journal;
         open(journal);
         QVERIFY(journal.Append(entry("Пуск НАСОСА", 10 * second, LevelAlarm)));
@@ -123,7 +122,7 @@ private slots:
         QVERIFY(journal.Append(entry("Pump 50% off", 30 * second, LevelWarning)));
         QVERIFY(journal.Append(entry("насос стоит", 40 * second, LevelSecurity, "Насос")));
         QVERIFY(journal.Flush());
-        QCOMPARE(texts(journal, query), expected);
+        QTEST(texts(journal, query), "expected");
     }
 
     void keepsEveryField()

@@ -38,20 +38,16 @@ private slots:
         ConfigNode *outside = f.add("memorySignal", f.root());
         ConfigNode *folder = f.add("folder", f.root());
         ConfigNode *signal = f.add("memorySignal", folder);
-        ConfigNode *window = f.add("composition", folder);
-        ConfigNode *layer = f.add("layer", window);
-        ConfigNode *inner = f.add("label", layer);
-        ConfigNode *outer = f.add("label", layer);
-        QVERIFY(inner->SetPropertyText("signal", std::to_string(signal->GetId())));
-        QVERIFY(outer->SetPropertyText("signal", std::to_string(outside->GetId())));
+        ConfigNode *layer = f.add("layer", f.add("composition", folder));
+        const ConfigNode *inner = f.add("label", layer, nullptr, {{"signal", idOf(signal)}});
+        f.add("label", layer, nullptr, {{"signal", idOf(outside)}});
         NodesArray clones;
         // A descendant in the selection comes with its ancestor, not twice.
         QVERIFY(
             f.project.CloneNodes(NodesArray({NodeLink(folder), NodeLink(layer)}), clones, true));
         QCOMPARE(clones.size(), std::size_t(1));
-        std::unique_ptr<ConfigNode> clone = f.project.TakeClone(clones[0]);
+        f.insert(clones[0], f.root());
         QVERIFY(!f.project.TakeClone(clones[0]));
-        QVERIFY(f.root()->AddNode(clone));
         const ConfigNode *copy = clones[0].GetNode();
         const ConfigNode *copiedLayer = copy->GetNodeAt(1)->GetNodeAt(0);
         QVERIFY(copiedLayer->GetNodeAt(0)->IsLinked(copy->GetNodeAt(0)));
@@ -72,8 +68,7 @@ private slots:
         const std::vector<ConfigNode *> parents{f.root(), other, f.root()};
         const std::vector<std::string> names{"A 2", "A", "A"};
         for (std::size_t i = 0; i < clones.size(); ++i) {
-            std::unique_ptr<ConfigNode> clone = f.project.TakeClone(clones[i]);
-            QVERIFY(parents[i]->AddNode(clone));
+            f.insert(clones[i], parents[i]);
             QCOMPARE(clones[i]->GetName(), names[i]);
         }
     }
@@ -92,9 +87,8 @@ private slots:
     void detachedCopyLeavesTheIndexAlone()
     {
         ProjectFixture f;
-        ConfigNode *label = f.add("label", f.addLayer(), "L");
+        ConfigNode *label = f.add("label", f.addLayer(), "L", {{"text", "t"}});
         label->AddForeignAttribute("later", "7");
-        QVERIFY(label->SetPropertyText("text", "t"));
         auto copy = NodesArray::CreateNodeCopy(label->GetNodeType(), label);
         QCOMPARE(copy->GetId(), label->GetId());
         QCOMPARE(textOf(*copy, "text"), std::string("t"));
@@ -153,7 +147,7 @@ private slots:
 
     void findsNodesOfTheType_data()
     {
-        const Rows<QByteArray, bool, int> row("type", "isFamily", "count");
+        const Rows<std::string, bool, int> row("type", "isFamily", "count");
         row("kind", "memorySignal", false, 1);
         row("family", "memorySignal", true, 2);
         row("family with the root", "station", true, 2);
@@ -162,13 +156,13 @@ private slots:
 
     void findsNodesOfTheType()
     {
-        QFETCH(QByteArray, type);
+        QFETCH(std::string, type);
         QFETCH(bool, isFamily);
         ProjectFixture f;
         ConfigNode *station = f.add("station", f.root());
         f.add("memorySignal", station);
         f.add("simulatorSignal", f.add("folder", station));
-        const NodeType wanted = f.kind(type.constData()).type;
+        const NodeType wanted = f.kind(type.c_str()).type;
         NodeLinks found{NodeLink(station)}; // found ones are appended
         QTEST(f.project.FindNodes(isFamily ? NodeType(wanted.GetFamily()) : wanted, &found),
               "count");
@@ -180,9 +174,6 @@ private slots:
         for (const KindInfo &kind : KindTable::Instance().GetKinds()) {
             QCOMPARE(NodeType(std::string_view(kind.key)), kind.type);
             QCOMPARE(NodeType(std::string_view(kind.type.ToString())), kind.type);
-            QVERIFY(!kind.FindProperty(std::string_view("id")));
-            QVERIFY(!kind.FindProperty(std::string_view("name")));
-            QVERIFY(!kind.FindProperty(std::string_view("description")));
             QCOMPARE(unsigned(kind.type.GetFamily()), unsigned(kind.type.GetSubtype()) >> 12);
         }
         QVERIFY(NodeType(std::string_view("0xZZ")).isEmpty());

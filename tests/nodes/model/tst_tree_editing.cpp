@@ -90,8 +90,7 @@ private slots:
             parent = f.add("folder", parent);
         const ConfigNode *raw = node.get();
         const std::size_t count = f.project.GetNodeCount();
-        QFETCH(int, result);
-        QCOMPARE(int(parent->AddNode(node).GetType()), result);
+        QTEST(int(parent->AddNode(node).GetType()), "result");
         QCOMPARE(node.get(), raw);
         QCOMPARE(f.project.GetNodeCount(), count);
         QCOMPARE(parent->GetNodeCount(), 0);
@@ -109,19 +108,15 @@ private slots:
     {
         ProjectFixture f;
         ConfigNode *folder = f.add("folder", f.root());
-        ConfigNode *signal = f.add("memorySignal", folder);
-        ConfigNode *label = f.add("label", f.addLayer());
-        const std::string id = std::to_string(signal->GetId());
-        QVERIFY(label->SetPropertyText("signal", id));
+        const std::string id = idOf(f.add("memorySignal", folder));
+        const ConfigNode *label = f.add("label", f.addLayer(), nullptr, {{"signal", id}});
         QFETCH(bool, references);
         QFETCH(bool, force);
-        QFETCH(int, result);
-        QFETCH(bool, isKept);
         // The reference is to a descendant of what is deleted.
         const Result deleted = f.root()->DeleteNode(folder->GetId(), references, force);
-        QCOMPARE(int(deleted.GetType()), result);
+        QTEST(int(deleted.GetType()), "result");
         QCOMPARE(textOf(*label, "signal"), references ? std::string() : id);
-        QCOMPARE(f.project.FindNode(std::stoul(id)) != nullptr, isKept);
+        QTEST(f.project.FindNode(std::stoul(id)) != nullptr, "isKept");
     }
 
     void deletingManyTakesDescendantsOnce()
@@ -140,8 +135,7 @@ private slots:
         ProjectFixture f;
         ConfigNode *one = f.add("memorySignal", f.root(), "one");
         ConfigNode *two = f.add("memorySignal", f.add("folder", f.root(), "tags"), "two");
-        ConfigNode *label = f.add("label", f.addLayer());
-        QVERIFY(label->SetPropertyText("signal", std::to_string(one->GetId())));
+        ConfigNode *label = f.add("label", f.addLayer(), nullptr, {{"signal", idOf(one)}});
         int announced = 0;
         const boost::signals2::scoped_connection changed =
             label->ConnectPropertyChanged([&](BasicProperty *) { ++announced; });
@@ -169,23 +163,19 @@ private slots:
     void dropping()
     {
         ProjectFixture f;
-        f.add("memorySignal", f.root(), "s");
         ConfigNode *layer = f.addLayer();
-        layer->SetName("layer");
         ConfigNode *label = f.add("label", layer, "label");
-        const auto find = [&](const QString &name) {
-            ConfigNode *signal = f.root()->GetSubObject("s");
-            return name == "s" ? signal : name == "layer" ? layer : label;
-        };
+        const std::map<QString, ConfigNode *> nodes{
+            {"s", f.add("memorySignal", f.root())}, {"layer", layer}, {"label", label}};
         QFETCH(QString, dropped);
         QFETCH(QString, target);
         QFETCH(int, flags);
         QFETCH(int, result);
-        const NodeLink node(find(dropped));
+        const NodeLink node(nodes.at(dropped));
         const auto how = static_cast<ConfigNode::enDropFlags>(flags);
-        QCOMPARE(int(find(target)->CanDropNode(node, how).GetType()), result);
+        QCOMPARE(int(nodes.at(target)->CanDropNode(node, how).GetType()), result);
         const std::size_t count = f.project.GetNodeCount();
-        QCOMPARE(find(target)->DropNode(node, how), result == Result::Success ? 1 : 0);
+        QCOMPARE(nodes.at(target)->DropNode(node, how), result == Result::Success ? 1 : 0);
         const bool isCopied = result == Result::Success && flags == ConfigNode::DropCopy;
         QCOMPARE(f.project.GetNodeCount(), count + (isCopied ? 1 : 0));
         QCOMPARE(label->IsLinked(node), result == Result::Success && flags == ConfigNode::DropLink);

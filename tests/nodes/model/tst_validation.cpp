@@ -72,11 +72,10 @@ private slots:
         }
         for (int i = 0; i < length; ++i) {
             const ConfigNode *next = pipes[std::size_t((i + 1) % length)];
-            QVERIFY(pipes[std::size_t(i)]->SetPropertyText("next", std::to_string(next->GetId())));
+            f.set(pipes[std::size_t(i)], {{"next", idOf(next)}});
         }
         // A tail that leads into the circle is not part of it.
-        ConfigNode *tail = f.add("pipe", f.root(), "tail");
-        QVERIFY(tail->SetPropertyText("next", std::to_string(pipes[0]->GetId())));
+        ConfigNode *tail = f.add("pipe", f.root(), "tail", {{"next", idOf(pipes[0])}});
         QVERIFY(tail->isValid().empty());
         QCOMPARE(pipes[0]->isValid().size(), std::size_t(1));
         QVERIFY(pipes[0]->isValid()[0].GetResult() == Result::Cycle);

@@ -121,10 +121,7 @@ private slots:
         ConfigNode *source = f.add("pipe", f.root());
         ConfigNode *inner = f.add("folder", source);
         ConfigNode *deep = f.add("pipe", inner);
-        const std::string ids =
-            std::to_string(source->GetId()) + " " + std::to_string(deep->GetId());
-        QVERIFY(deep->SetPropertyText("next", ids));
-        QVERIFY(deep->SetPropertyText("signal", std::to_string(outside->GetId())));
+        f.set(deep, {{"next", idOf(source) + " " + idOf(deep)}, {"signal", idOf(outside)}});
         const auto check = [&](const ConfigNode &copy) {
             const ConfigNode *copiedDeep = copy.GetNodeAt(0)->GetNodeAt(0);
             QVERIFY(copiedDeep->IsLinked(NodeLink(&copy)) && !copiedDeep->IsLinked(source));

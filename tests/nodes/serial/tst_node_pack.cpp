@@ -126,21 +126,19 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, said);
-        QFETCH(int, nodes);
         ProjectFixture f;
         NodesContainer read;
         const Result result = f.project.Deserialize(bytes.toStdString(), read);
         QVERIFY2(result, result.ToString().c_str());
         QVERIFY2(QString::fromStdString(result.GetDetail()).contains(said),
                  result.ToString().c_str());
-        QCOMPARE(int(read.size()), nodes);
+        QTEST(int(read.size()), "nodes");
     }
 
     void everyTruncationIsRefused()
     {
         ProjectFixture f;
-        ConfigNode *pipe = f.add("pipe", f.root());
-        QVERIFY(pipe->SetPropertyText("secret", "hash"));
+        f.add("pipe", f.root(), nullptr, {{"secret", "hash"}});
         f.add("label", f.addLayer());
         NodesContainer packed(f.root()->GetArray());
         const std::string bytes = f.project.Serialize(packed);
@@ -180,8 +178,7 @@ private slots:
         for (const QByteArray &xml : {unknown("</a><b/>"), unknown("<a/><b/>"), unknown("")}) {
             NodesContainer nodes;
             QVERIFY(f.project.Deserialize(xml.toStdString(), nodes));
-            std::unique_ptr<ConfigNode> made = f.project.TakeClone(nodes.GetLinks().at(0));
-            QVERIFY(f.root()->AddNode(made));
+            f.insert(nodes.GetLinks().at(0), f.root());
         }
         ConfigNode *copy = f.add("folder", f.root());
         QVERIFY(copy->DeserializeXML("<folder>" + f.root()->GetNodeAt(0)->SerializeXML() +

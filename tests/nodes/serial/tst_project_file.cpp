@@ -7,6 +7,7 @@
 #include "nodes/system/systemCore.h"
 #include "support/Rows.h"
 
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -98,26 +99,20 @@ private slots:
     void unreadablePaths()
     {
         QFETCH(QString, path);
-        QFETCH(int, result);
         ProjectReader reader;
         std::unique_ptr<NodesCollection> project;
-        QCOMPARE(int(reader.ReadFile(path.toStdString(), project).GetType()), result);
+        QTEST(int(reader.ReadFile(path.toStdString(), project).GetType()), "result");
         QCOMPARE(reader.GetReport().GetCount(LoadMessage::Fatal), std::size_t(1));
     }
 
     void hugeJunkIsRefused_data()
     {
         const Rows<QByteArray, int> row("block", "result");
-        QByteArray noise(1 << 20, '\0');
-        quint32 state = 1;
-        for (char &byte : noise) {
-            state = state * 1664525u + 1013904223u;
-            byte = char(state >> 24);
-        }
+        QVector<quint32> noise(1 << 18);
+        QRandomGenerator(1).fillRange(noise.data(), noise.size());
         const int parse = Result::ParseError;
-        row("noise", noise, parse);
+        row("noise", QByteArray(reinterpret_cast<char *>(noise.data()), 1 << 20), parse);
         row("zeros", QByteArray(1 << 20, '\0'), parse);
-        row("text", QByteArray("junk and more junk\n").repeated(55189), parse);
         row("opening tags", QByteArray("<a>").repeated(349526), Result::LimitExceeded);
         row("line ends", QByteArray(1 << 20, '\n'), parse);
         row("angle brackets", QByteArray(1 << 20, '<'), Result::LimitExceeded);
@@ -126,7 +121,6 @@ private slots:
     void hugeJunkIsRefused()
     {
         QFETCH(QByteArray, block);
-        QFETCH(int, result);
         QFile file(path("junk.xml"));
         QVERIFY(file.open(QIODevice::WriteOnly));
         for (int i = 0; i < 100; ++i)
@@ -134,7 +128,7 @@ private slots:
         file.close();
         ProjectReader reader;
         std::unique_ptr<NodesCollection> project;
-        QCOMPARE(int(reader.ReadFile(file.fileName().toStdString(), project).GetType()), result);
+        QTEST(int(reader.ReadFile(file.fileName().toStdString(), project).GetType()), "result");
         QVERIFY(!reader.GetReport().GetMessages().back().text.empty());
         file.remove();
     }

@@ -77,7 +77,6 @@ private slots:
         QFETCH(QString, run);
         QFETCH(QString, header);
         QFETCH(QString, missing);
-        QFETCH(QString, title);
         Faceplate f;
         for (const QString &argument : arguments.split(';', Qt::SkipEmptyParts)) {
             const QStringList parts = argument.split('=');
@@ -97,7 +96,7 @@ private slots:
         QCOMPARE(pathOf(f.run), run);
         QCOMPARE(pathOf(f.pressure), header);
         QCOMPARE(joined(binding.GetMissing()), missing);
-        QCOMPARE(QString::fromStdString(binding.Fill("{pump}: {pump/run}, {header} {x}")), title);
+        QTEST(QString::fromStdString(binding.Fill("{pump}: {pump/run}, {header} {x}")), "title");
         // Validation tells the engineer of the same before an operator does.
         QVERIFY(int(f.action->isValid().size()) >= missing.count(QChar(0x20)) + 2);
     }
