@@ -13,6 +13,9 @@ class QualityCondition : public AlarmCondition
 public:
     AlarmVerdict Judge(const SignalValue &value, bool) const override
     {
+        // At a start alarms come before drivers: nothing is lost yet that never came.
+        if (value.IsEmpty())
+            return AlarmVerdict::Unknown;
         const Quality quality = value.GetQuality();
         const bool isLost = quality == Quality::Bad || quality == Quality::Stale;
         return isLost ? AlarmVerdict::Alarm : AlarmVerdict::Normal;

@@ -4,7 +4,8 @@
 
 namespace Nodes {
 
-/// Alarm on a signal that is bad or stale for longer than the on delay, 5 s unless set.
+/// Alarm on a signal that is bad or stale for longer than the on delay, 5 s unless set. A signal
+/// that neither had a value nor was given up by its driver yet is neither.
 class NODES_EXPORT alarmQuality : public BasicAlarm
 {
 public:

@@ -13,6 +13,7 @@ class NODES_EXPORT currentUser : public BasicSignal
 public:
     currentUser() { SetValueType(enSignalValueType::String); }
     static KindInfo Kind();
+    SignalOrigin GetOrigin() const override { return SignalOrigin::Process; }
     Result Start() override;
     Result Stop() override;
     void Validate(ValidationResults &results) const override;

@@ -3,6 +3,7 @@
 #include "nodes/drivers/SignalSink.h"
 #include "nodes/drivers/driverStatus.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 
@@ -18,7 +19,8 @@ std::vector<BasicSignal *> BasicDriver::GetSignals() const
 {
     std::vector<BasicSignal *> found;
     for (const NodeLink &link : GetNodes(true)) {
-        if (auto *signal = dynamic_cast<BasicSignal *>(link.GetNode()))
+        auto *signal = dynamic_cast<BasicSignal *>(link.GetNode());
+        if (signal && Above(*signal) == this)
             found.push_back(signal);
     }
     return found;
@@ -76,8 +78,19 @@ void BasicDriver::PublishStatus(const Cells &cells, bool isConnected)
 
 void BasicDriver::DegradeAll(const Result &reason)
 {
-    for (const BasicSignal *signal : GetSignals())
-        SignalSink(*signal).Lose(reason);
+    for (const BasicSignal *signal : GetSignals()) {
+        if (signal->GetOrigin() != SignalOrigin::Process)
+            SignalSink(*signal).Lose(reason);
+    }
+}
+
+void BasicDriver::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    if (const BasicDriver *outer = Above(*this))
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, outer->GetPath()),
+                    GetName() + ": драйвер стоит внутри драйвера «" + outer->GetName() +
+                        "»; перенесите его на уровень станции");
 }
 
 AuthPrivArray BasicDriver::GetAvailablePrivs() const

@@ -21,7 +21,8 @@ class NODES_EXPORT BasicDriver : public ConfigNode
 public:
     bool isEnabled() const { return m_isEnabled; }
 
-    /// Every signal below this driver, in tree order, its driverStatus signals among them.
+    /// Every signal whose nearest driver this is, in tree order, its driverStatus signals among
+    /// them. A driver below this one keeps its own.
     std::vector<BasicSignal *> GetSignals() const;
     /// The nearest driver above the node; null without one.
     static BasicDriver *Above(const ConfigNode &node);
@@ -32,6 +33,7 @@ public:
     /// Ends the driver's work; its signals are then Bad, so that nothing looks live.
     Result Stop() override;
     AuthPrivArray GetAvailablePrivs() const override;
+    void Validate(ValidationResults &results) const override;
 
 protected:
     static void Describe(KindBuilder &builder);
@@ -48,8 +50,8 @@ protected:
     Cells GetStatusCells() const;
     static void PublishStatus(const Cells &cells, bool isConnected);
 
-    /// Marks every signal Bad with the reason; any thread is fine for the cells it touches, but it
-    /// walks the tree: GUI thread.
+    /// Marks every signal Bad that lives by this driver; those of this process stay as they are.
+    /// Any thread is fine for the cells it touches, but it walks the tree: GUI thread.
     void DegradeAll(const Result &reason);
 
 private:

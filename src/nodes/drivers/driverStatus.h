@@ -11,6 +11,7 @@ class NODES_EXPORT driverStatus : public BasicSignal
 public:
     driverStatus() { SetValueType(enSignalValueType::Bool); }
     static KindInfo Kind();
+    SignalOrigin GetOrigin() const override { return SignalOrigin::Changes; }
 
 protected:
     Result DoWrite(const SignalValue &value) override;

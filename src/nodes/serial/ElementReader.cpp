@@ -44,6 +44,17 @@ std::string pathOf(const pugi::xml_node &element)
     return path;
 }
 
+/// Name of the nearest driver the element stands in; "" outside of one.
+std::string driverAround(pugi::xml_node element)
+{
+    for (; element.type() == pugi::node_element; element = element.parent()) {
+        const KindInfo *kind = KindTable::Instance().FindByKey(element.name());
+        if (kind && kind->type.GetFamily() == NodeType::TypeDriver)
+            return pathPart(element.name(), element.attribute("name").value());
+    }
+    return {};
+}
+
 std::string pathOf(const ConfigNode &node)
 {
     std::string path;
@@ -181,8 +192,23 @@ void ElementReader::readChild(const pugi::xml_node &child, const pugi::xml_node 
             Report(LoadMessage::Error, child,
                    "узел вида " + quoted(child.name()) + " не может находиться внутри " +
                        quoted(element.name()) + "; он сохранён, перенесите или удалите его");
+        else
+            checkDriver(*made, child, element);
         node.Append(std::move(made));
     }
+}
+
+/// Each driver would keep its own signals, but whose they are could only be guessed from the file.
+void ElementReader::checkDriver(const ConfigNode &made, const pugi::xml_node &child,
+                                const pugi::xml_node &element) const
+{
+    if (made.GetNodeType().GetFamily() != NodeType::TypeDriver)
+        return;
+    const std::string outer = driverAround(element);
+    if (!outer.empty())
+        Report(LoadMessage::Error, child,
+               "драйвер стоит внутри драйвера " + quoted(outer) +
+                   "; он работает сам по себе, перенесите его на уровень станции");
 }
 
 void ElementReader::readAttributes(const pugi::xml_node &element, ConfigNode &node)

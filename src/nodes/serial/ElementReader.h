@@ -49,6 +49,8 @@ private:
     void checkCycles() const;
     void reportNode(const Place &place, std::string text) const;
     std::unique_ptr<ConfigNode> readUnknown(const pugi::xml_node &element);
+    void checkDriver(const ConfigNode &made, const pugi::xml_node &child,
+                     const pugi::xml_node &element) const;
     void readChild(const pugi::xml_node &child, const pugi::xml_node &element, ConfigNode &node);
     void readText(std::string_view text, const pugi::xml_node &element, std::string &all) const;
     void readChildren(pugi::xml_node element, ConfigNode &node);

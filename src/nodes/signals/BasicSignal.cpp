@@ -4,6 +4,7 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
@@ -94,6 +95,15 @@ void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
     event.oldValue = old.ToString();
     event.newValue = value.ToString();
     (void)core->GetJournal().Append(std::move(event));
+}
+
+void BasicSignal::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    if (m_staleAfter > 0 && GetOrigin() != SignalOrigin::Polled)
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "staleAfter"),
+                    GetName() + ": значение обновляется только при изменении и не устаревает; "
+                                "уберите «Устаревает через»");
 }
 
 AuthPrivArray BasicSignal::GetAvailablePrivs() const

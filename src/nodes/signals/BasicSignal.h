@@ -10,6 +10,13 @@ namespace Nodes {
 class KindBuilder;
 class ValueCell;
 
+/// Who keeps a signal's value up to date, and when.
+enum class SignalOrigin {
+    Polled,  ///< its driver, again and again: silence means that the value grows old
+    Changes, ///< its driver, on changes only: the value holds until the next one
+    Process  ///< this process, on changes only; no driver gives or loses it
+};
+
 /// A tag: one live value with its engineering data. The value itself lives in a shared cell that
 /// drivers publish into; the node holds what is configured. Kinds of signals differ in where the
 /// value comes from and where a write goes (see DoWrite).
@@ -32,7 +39,10 @@ public:
     double GetMinimum() const { return m_minimum; }
     double GetMaximum() const { return m_maximum; }
     bool isWritable() const { return m_isWritable; }
-    /// Milliseconds without an update after which the value is stale; 0: never.
+    /// Property of the kind.
+    virtual SignalOrigin GetOrigin() const { return SignalOrigin::Polled; }
+    /// Milliseconds without an update after which a polled value is stale; 0: never. Values that
+    /// are published on changes do not grow old.
     int GetStaleAfter() const { return m_staleAfter; }
     /// Change below which archive and alarms need not look again, engineering units.
     double GetDeadband() const { return m_deadband; }
@@ -44,6 +54,7 @@ public:
     [[nodiscard]] Result WriteValue(const SignalValue &value);
 
     AuthPrivArray GetAvailablePrivs() const override;
+    void Validate(ValidationResults &results) const override;
     /// `value` as this signal's own type; an error value when it does not fit it.
     SignalValue Convert(const SignalValue &value) const;
 

@@ -9,6 +9,7 @@ class NODES_EXPORT memorySignal : public BasicSignal
 {
 public:
     static KindInfo Kind();
+    SignalOrigin GetOrigin() const override { return SignalOrigin::Process; }
     /// Publishes the configured initial value when nothing was published yet.
     Result Start() override;
 

@@ -182,6 +182,17 @@ void systemCore::stopFamily(NodeType::enNodeType family)
         (*link)->Stop();
 }
 
+/// Before the drivers: what turns bad because the station stops is no alarm.
+void systemCore::stopAlarming()
+{
+    NodeLinks found;
+    m_project->FindNodes(NodeType::TypeSubsystem, &found);
+    for (const NodeLink &link : found) {
+        if (auto *alarming = dynamic_cast<systemAlarming *>(link.GetNode()))
+            alarming->Stop();
+    }
+}
+
 void systemCore::watchStaleness()
 {
     NodeLinks found;
@@ -189,7 +200,7 @@ void systemCore::watchStaleness()
     std::vector<StaleMonitor::Entry> entries;
     for (const NodeLink &link : found) {
         const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());
-        if (signal && signal->GetStaleAfter() > 0)
+        if (signal && signal->GetOrigin() == SignalOrigin::Polled && signal->GetStaleAfter() > 0)
             entries.push_back({signal->GetCell(), signal->GetStaleAfter()});
     }
     m_staleMonitor->Start(entries);
@@ -218,6 +229,7 @@ Result systemCore::Stop()
         return Result();
     StoreMessage(LevelInformation, "Система остановлена", std::string("System"));
     m_staleMonitor->Stop();
+    stopAlarming();
     for (auto family = std::rbegin(startOrder); family != std::rend(startOrder); ++family)
         stopFamily(*family);
     m_journal->Close();

@@ -70,7 +70,7 @@ public:
     /// Opens the journal and starts subsystems, drivers, signals, alarms and timers. Failures of
     /// single nodes are journalled and do not stop the rest.
     Result Start() override;
-    /// Stops everything in reverse order; the state is then Finished.
+    /// Stops everything in reverse order, alarming before all; the state is then Finished.
     Result Stop() override;
 
     /// Actions the core itself wants run (by scripts, remote commands): asks the subscriber.
@@ -85,6 +85,7 @@ private:
     template <class Subsystem> Subsystem *findSubsystem() const;
     void startFamily(NodeType::enNodeType family);
     void stopFamily(NodeType::enNodeType family);
+    void stopAlarming();
     void watchStaleness();
 
     std::unique_ptr<NodesCollection> m_project;

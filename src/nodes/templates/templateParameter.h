@@ -15,6 +15,7 @@ class NODES_EXPORT templateParameter : public BasicSignal
 {
 public:
     static KindInfo Kind();
+    SignalOrigin GetOrigin() const override { return SignalOrigin::Process; }
 
     /// Taken when the action does not name the parameter at all; empty: there is no default.
     const NodeLink &GetDefault() const { return m_default; }

@@ -76,6 +76,8 @@ private slots:
         std::vector<std::uint16_t> data{0xdead};
         data.insert(data.end(), words.begin(), words.end());
         QCOMPARE(ModbusPoints::Decode(point, data).ToDouble(), value);
+        data.pop_back();
+        QVERIFY(ModbusPoints::Decode(point, data).IsError());
 
         ModbusWords encoded;
         const Result result = ModbusPoints::Encode(point, value, encoded);

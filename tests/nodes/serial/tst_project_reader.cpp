@@ -109,6 +109,10 @@ private slots:
             "");
         row("no link list", R"(<pipe id="2" next="1;2" />)", error, 2, "1;2", "");
         row("kind not allowed", R"(<layer id="2" />)", error, 2, "layer", "");
+        row("driver in a driver",
+            "<hostDriver id=\"2\">\n    <folder id=\"3\">\n      <hostDriver id=\"4\" />\n"
+            "    </folder>\n  </hostDriver>",
+            error, 4, "внутри драйвера «hostDriver»", "");
         const std::string dangling = R"(<pipe id="2" signal="77" />)";
         row("dangling link", "\n" + dangling, error, 3, "77", dangling);
         row("link cycle", "<pipe id=\"2\" next=\"3\" />\n  <pipe id=\"3\" next=\"2\" />", error, 3,

@@ -1,4 +1,6 @@
+#include "nodes/CoreFixture.h"
 #include "nodes/ManualClock.h"
+#include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/StaleMonitor.h"
 #include "nodes/values/ValueCell.h"
 
@@ -50,6 +52,22 @@ private slots:
         QVERIFY2(!cell.Expire(seen), "published between the look and the verdict");
         QVERIFY(cell.Value().IsGood());
         QVERIFY(cell.Expire(cell.LastPublished()) && !cell.Expire(cell.LastPublished()));
+    }
+
+    void kindsThatPublishOnChange()
+    {
+        const QTemporaryDir directory;
+        CoreFixture f(directory);
+        std::vector<BasicSignal *> signalNodes;
+        for (const char *kind : {"driverStatus", "memorySignal", "hostSignal"}) {
+            signalNodes.push_back(
+                f.add<BasicSignal>(kind, f.root(), nullptr, {{"staleAfter", "1000"}}));
+            signalNodes.back()->GetCell()->Publish(1.0);
+        }
+        QVERIFY(f.core.Start());
+        ManualClock::Use().Advance(3000000);
+        QTRY_VERIFY(signalNodes[2]->GetValue().GetQuality() == Quality::Stale);
+        QVERIFY(signalNodes[0]->GetValue().IsGood() && signalNodes[1]->GetValue().IsGood());
     }
 };
 

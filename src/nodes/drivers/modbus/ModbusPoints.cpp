@@ -159,6 +159,9 @@ Result ModbusPoint::Check(int count) const
 
 SignalValue ModbusPoints::Decode(const ModbusPoint &point, const std::vector<std::uint16_t> &data)
 {
+    if (point.offset < 0 || std::size_t(point.offset + point.GetWidth()) > data.size())
+        return invalid("offset " + std::to_string(point.offset) + " lies outside the " +
+                       std::to_string(data.size()) + " point(s) read");
     const std::uint16_t *words = data.data() + point.offset;
     if (point.type == ModbusType::Bool)
         return words[0] != 0;

@@ -59,8 +59,9 @@ struct ModbusWords
 
 namespace ModbusPoints {
 
-/// Value of the point in `data`, the group's registers (or bits, one a word), which holds it (see
-/// Check). A float that is no finite number is a DeviceError.
+/// Value of the point in `data`, the group's registers (or bits, one a word). An error value for a
+/// float that is no finite number (DeviceError) and a point that `data` does not hold
+/// (InvalidArgument).
 NODES_EXPORT SignalValue Decode(const ModbusPoint &point, const std::vector<std::uint16_t> &data);
 /// Registers for an engineering value: OutOfRange when the type cannot hold it, WrongType when it
 /// is no number, ReadOnly when the table is.

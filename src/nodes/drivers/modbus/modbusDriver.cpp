@@ -93,7 +93,7 @@ PolledGroup modbusDriver::readGroup(const modbusGroup &group, std::size_t index)
     polled.writesMultiple = group.writesMultiple();
     for (const NodeLink &link : group.GetNodes(true)) {
         const auto *signal = dynamic_cast<const modbusSignal *>(link.GetNode());
-        if (!signal || !signal->CheckPlace())
+        if (!signal || signal->GetGroup() != &group || !signal->CheckPlace())
             continue;
         m_places[signal->GetId()] = {index, polled.points.size()};
         polled.points.push_back({signal->GetPoint(group), SignalSink(*signal)});
@@ -106,7 +106,7 @@ std::vector<PolledGroup> modbusDriver::readGroups()
     std::vector<PolledGroup> groups;
     for (const NodeLink &link : GetNodes(true)) {
         const auto *group = dynamic_cast<const modbusGroup *>(link.GetNode());
-        if (group && group->CheckRange())
+        if (group && Above(*group) == this && group->CheckRange())
             groups.push_back(readGroup(*group, groups.size()));
     }
     for (const BasicSignal *signal : GetSignals()) {

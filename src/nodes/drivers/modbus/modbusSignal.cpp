@@ -41,6 +41,8 @@ const modbusGroup *modbusSignal::GetGroup() const
     for (const ConfigNode *parent = GetParent(); parent; parent = parent->GetParent()) {
         if (const auto *group = dynamic_cast<const modbusGroup *>(parent))
             return group;
+        if (dynamic_cast<const BasicDriver *>(parent))
+            return nullptr;
     }
     return nullptr;
 }

@@ -13,7 +13,7 @@ class NODES_EXPORT modbusSignal : public BasicSignal
 public:
     static KindInfo Kind();
 
-    /// The nearest group above; null without one.
+    /// The nearest group between this signal and its driver; null without one.
     const modbusGroup *GetGroup() const;
     /// Where the value lies in that group.
     ModbusPoint GetPoint(const modbusGroup &group) const;
