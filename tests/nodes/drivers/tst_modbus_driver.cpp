@@ -1,6 +1,7 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/drivers/ModbusTestServer.h"
 #include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/model/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
@@ -130,6 +131,61 @@ private slots:
 
         device.server.refusedFrom = ModbusTestServer::size;
         QTRY_VERIFY(lonely->GetValue().IsGood());
+    }
+
+    void silenceOfOneGroup_data()
+    {
+        const Rows<bool, bool> row("isFirst", "isSilentAtStart");
+        row("first, later", true, false);
+        row("last, later", false, false);
+        row("first, from the start", true, true);
+    }
+
+    void silenceOfOneGroup()
+    {
+        QFETCH(bool, isFirst);
+        QFETCH(bool, isSilentAtStart);
+        Device device;
+        ProjectFixture::set(device.driver, {{"timeout", "50"}});
+        ConfigNode *far = device.add("modbusGroup", device.driver, "far",
+                                     {{"start", "50"}, {"count", "2"}, {"period", "20"}});
+        const BasicSignal *other = device.addSignal(far, "other", {});
+        const BasicSignal *silent = isFirst ? device.level : other;
+        const BasicSignal *live = isFirst ? other : device.level;
+        const int silentAt = isFirst ? 0 : 50;
+        device.server.silentAt = isSilentAtStart ? silentAt : -1;
+        QVERIFY(device.driver->Start().IsSuccess());
+        QTRY_VERIFY(live->GetValue().IsGood());
+        std::atomic<int> losses{0};
+        const boost::signals2::scoped_connection watch = live->GetCell()->Subscribe(
+            [&losses](const SignalValue &value) { losses += !value.IsGood(); });
+        device.server.silentAt = silentAt;
+        QTRY_VERIFY(silent->GetValue().GetQuality() == Quality::Bad);
+        const int before = device.server.requests;
+        QTRY_VERIFY(device.server.requests > before + 20);
+        QVERIFY(live->GetValue().IsGood() && device.status->GetValue().ToBool());
+        QVERIFY(!silent->GetValue().IsGood());
+        QCOMPARE(losses.load(), 0);
+
+        device.server.silentAt = -1;
+        QTRY_VERIFY(silent->GetValue().IsGood());
+    }
+
+    void nestedDriverKeepsItsOwn()
+    {
+        Device device;
+        ConfigNode *inner = device.add("modbusDriver", device.add("folder", device.group));
+        ConfigNode *innerGroup = device.add("modbusGroup", inner, "inner", {{"count", "100"}});
+        const BasicSignal *beyond = device.addSignal(innerGroup, "beyond", {{"offset", "99"}});
+        const BasicSignal *astray = device.addSignal(inner, "astray", {});
+        auto *memory = device.add<BasicSignal>("memorySignal", device.group, "memory");
+        memory->GetCell()->Publish(1.);
+        QVERIFY(!inner->isValid().empty());
+        device.startLive();
+        QVERIFY(device.driver->Stop().IsSuccess());
+        QVERIFY(beyond->GetValue().IsEmpty() && astray->GetValue().IsEmpty());
+        // No driver gives it, so none takes it away.
+        QVERIFY(memory->GetValue().IsGood());
     }
 
     void writes_data()

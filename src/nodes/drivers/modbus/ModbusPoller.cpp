@@ -27,7 +27,10 @@ ModbusPoller::ModbusPoller(ModbusSettings settings, std::vector<PolledGroup> gro
 {
     for (PolledGroup &group : groups) {
         const PollSchedule schedule(group.period * msToUs, steadyNow());
-        m_groups.push_back({std::move(group), schedule, Result()});
+        m_groups.push_back({std::move(group), schedule,
+                            Backoff(m_settings.reconnectMinimum, m_settings.reconnectMaximum,
+                                    unsigned(steadyNow() + Timestamp(m_groups.size()))),
+                            Result()});
     }
 }
 
@@ -68,13 +71,18 @@ void ModbusPoller::run()
 void ModbusPoller::connect()
 {
     // Only an answer shows that the device is there: gateways accept connections for absent ones.
-    const Result answered = poll(m_groups.front());
+    // Any group will do: a device may leave one of them without an answer for ever.
+    Group &group = m_groups[(m_firstProbe + m_probes) % m_groups.size()];
+    const Result answered = poll(group, m_link == Link::Lost ? 1 : m_settings.retries);
     if (m_isStopping)
         return;
     if (answered) {
-        setConnected();
+        setConnected(group);
         return;
     }
+    if (m_isReached && ++m_probes < m_groups.size())
+        return;
+    m_probes = 0;
     lose(answered);
     waitUntil(steadyNow() + m_backoff.Next() * msToUs);
 }
@@ -91,10 +99,39 @@ void ModbusPoller::serve()
         waitUntil(group.schedule.GetNext());
         return;
     }
-    const Result polled = poll(group);
+    pollDue(group);
+}
+
+void ModbusPoller::pollDue(Group &group)
+{
+    const Result polled = poll(group, group.isSilent() ? 1 : m_settings.retries);
     group.schedule.Advance(steadyNow());
     if (!polled)
-        lose(polled);
+        examine(group, polled);
+}
+
+/// Without an answer from one group another one tells whether the device is there at all. A group
+/// known to be silent was asked once only, so then it is the other one that is asked patiently.
+void ModbusPoller::examine(Group &group, const Result &reason)
+{
+    Group *witness = m_isReached ? lastAnswered(&group) : nullptr;
+    const int attempts = group.isSilent() ? m_settings.retries : 1;
+    if (witness && poll(*witness, attempts))
+        silence(group, reason);
+    else
+        lose(reason);
+}
+
+/// The group that answered most recently, `other` and silent ones left out; null without any.
+ModbusPoller::Group *ModbusPoller::lastAnswered(const Group *other)
+{
+    Group *last = nullptr;
+    for (Group &group : m_groups) {
+        const bool isCandidate = &group != other && group.answered != 0 && !group.isSilent();
+        if (isCandidate && (!last || group.answered > last->answered))
+            last = &group;
+    }
+    return last;
 }
 
 ModbusPoller::Group &ModbusPoller::nextDue()
@@ -106,20 +143,21 @@ ModbusPoller::Group &ModbusPoller::nextDue()
 }
 
 /// Success when the device answered, be it with an objection to this group.
-Result ModbusPoller::poll(Group &group)
+Result ModbusPoller::poll(Group &group, int attempts)
 {
     Result result(Result::NotConnected);
-    const int attempts = m_link == Link::Lost ? 1 : std::max(m_settings.retries, 1);
-    for (int attempt = 0; attempt < attempts && !m_isStopping; ++attempt) {
+    for (int attempt = 0; attempt < std::max(attempts, 1) && !m_isStopping; ++attempt) {
         result = read(group);
-        if (result) {
-            publish(group);
+        if (result || result == Result::DeviceError) {
+            group.answered = steadyNow();
+            group.backoff.Reset();
+            if (result)
+                publish(group);
+            else
+                failGroup(group, result);
             return Result();
         }
-        if (result == Result::DeviceError) {
-            failGroup(group, result);
-            return Result();
-        }
+        m_isReached = m_connection.IsOpen();
         m_connection.Close();
     }
     return result;
@@ -162,13 +200,28 @@ void ModbusPoller::failGroup(Group &group, const Result &reason)
                            group.config.path);
 }
 
-void ModbusPoller::setConnected()
+void ModbusPoller::silence(Group &group, const Result &reason)
+{
+    for (const PolledPoint &point : group.config.points)
+        point.sink.Lose(reason);
+    const bool isNew = !group.isSilent();
+    group.error = reason;
+    group.schedule.Restart(steadyNow() + group.backoff.Next() * msToUs);
+    if (isNew)
+        m_listener.journal(LevelWarning,
+                           "Группа не отвечает, устройство на связи: " + reason.ToString(),
+                           group.config.path);
+}
+
+void ModbusPoller::setConnected(Group &answered)
 {
     m_link = Link::Connected;
     m_backoff.Reset();
+    m_firstProbe = std::size_t(&answered - m_groups.data());
+    m_probes = 0;
     for (Group &group : m_groups)
         group.schedule.Restart(steadyNow());
-    m_groups.front().schedule.Advance(steadyNow());
+    answered.schedule.Advance(steadyNow());
     {
         const std::lock_guard lock(m_mutex);
         m_acceptsWrites = !m_isStopping;
@@ -190,6 +243,8 @@ void ModbusPoller::lose(const Result &reason)
     if (m_isStopping || m_link == Link::Lost)
         return;
     m_link = Link::Lost;
+    if (const Group *last = lastAnswered(nullptr))
+        m_firstProbe = std::size_t(last - m_groups.data());
     for (const Group &group : m_groups) {
         for (const PolledPoint &point : group.config.points)
             point.sink.Lose(reason);
@@ -237,9 +292,7 @@ void ModbusPoller::send(const QueuedWrite &write)
         m_listener.journal(LevelWarning, "Запись не выполнена: " + written.ToString(), write.path);
     if (!written && written != Result::DeviceError)
         m_connection.Close();
-    const Result polled = poll(group);
-    if (!polled)
-        lose(polled);
+    pollDue(group);
 }
 
 void ModbusPoller::waitUntil(Timestamp steady)

@@ -60,7 +60,9 @@ struct QueuedWrite
 };
 
 /// Polls one device on a thread of its own: groups by their periods, writes in between, the
-/// connection opened, watched and opened again. While the device is lost every point is Bad.
+/// connection opened, watched and opened again. While the device is lost every point is Bad. A
+/// group that stays without an answer while the device answers for another one is Bad by itself and
+/// asked again at growing intervals; the others go on.
 class NODES_EXPORT ModbusPoller
 {
 public:
@@ -94,7 +96,11 @@ private:
     {
         PolledGroup config;
         PollSchedule schedule;
-        Result error; ///< what the device objects to; success: nothing
+        Backoff backoff;
+        Result error;           ///< what the device objects to, or silence; success: nothing
+        Timestamp answered = 0; ///< steady time of the last answer, be it an objection
+
+        bool isSilent() const { return !error && error != Result::DeviceError; }
     };
 
     void run();
@@ -103,11 +109,15 @@ private:
     bool takeWrite(QueuedWrite &write);
     void send(const QueuedWrite &write);
     Group &nextDue();
-    Result poll(Group &group);
+    Group *lastAnswered(const Group *other);
+    void pollDue(Group &group);
+    Result poll(Group &group, int attempts);
     Result read(const Group &group);
     void publish(Group &group);
     void failGroup(Group &group, const Result &reason);
-    void setConnected();
+    void examine(Group &group, const Result &reason);
+    void silence(Group &group, const Result &reason);
+    void setConnected(Group &answered);
     void lose(const Result &reason);
     void waitUntil(Timestamp steady);
 
@@ -118,6 +128,9 @@ private:
     Backoff m_backoff;
     std::vector<std::uint16_t> m_data;
     Link m_link = Link::Unknown;
+    bool m_isReached = false;     // the last request without an answer had a connection
+    std::size_t m_firstProbe = 0; // group that a round of attempts to reach the device begins with
+    std::size_t m_probes = 0;     // groups asked in this round
 
     std::atomic<bool> m_isStopping{false};
     std::mutex m_mutex;
