@@ -1,4 +1,5 @@
 #include "nodes/ProjectFixture.h"
+#include "nodes/drivers/host/DiskProbe.h"
 #include "nodes/drivers/host/HostMetrics.h"
 #include "nodes/signals/BasicSignal.h"
 #include "support/Rows.h"
@@ -6,6 +7,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include <future>
 
 Q_DECLARE_METATYPE(Nodes::HostMetric)
 
@@ -146,6 +148,33 @@ private slots:
             // Counters that run backwards were reset: no figure rather than a negative one.
             QVERIFY(HostMetrics::Measure(metric, "", first, &later).IsEmpty());
         }
+    }
+
+    void findsMount()
+    {
+        const char *mounts = "/dev/sda1 / ext4 rw 0 0\nsrv:/a /mnt/a nfs rw 0 0\n"
+                             "srv:/b /mnt/a\\040b nfs rw 0 0\n";
+        QCOMPARE(HostMetrics::FindMount(mounts, "/mnt/a/deep"), std::string("/mnt/a"));
+        QCOMPARE(HostMetrics::FindMount(mounts, "/mnt/a b"), std::string("/mnt/a b"));
+        QCOMPARE(HostMetrics::FindMount(mounts, "/mnt/ab"), std::string("/"));
+    }
+
+    void hangingMount()
+    {
+        std::promise<void> release;
+        const std::shared_future<void> released = release.get_future().share();
+        std::atomic<int> asked{0};
+        const auto hang = [&asked, released](const std::string &) {
+            ++asked;
+            released.wait();
+            return SignalValue(50);
+        };
+        DiskProbe probe(hang, std::chrono::milliseconds(50));
+        for (const char *path : {"/", "/", "/no/such/directory"})
+            QCOMPARE(probe.Used(path).GetError().GetType(), Result::Timeout);
+        QTRY_COMPARE(asked.load(), 1);
+        release.set_value();
+        QTRY_COMPARE(probe.Used("/").ToDouble(), 50.);
     }
 
     void realMachine()

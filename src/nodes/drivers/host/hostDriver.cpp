@@ -1,6 +1,7 @@
 #include "nodes/drivers/host/hostDriver.h"
 
 #include "nodes/drivers/SignalSink.h"
+#include "nodes/drivers/host/DiskProbe.h"
 #include "nodes/drivers/host/HostProbe.h"
 #include "nodes/drivers/host/hostSignal.h"
 #include "nodes/model/KindBuilder.h"
@@ -51,7 +52,7 @@ private:
     SignalValue measure(const Measurement &one, const HostSnapshot &now) const
     {
         if (one.metric == HostMetric::DiskUsed)
-            return HostProbe::DiskUsed(one.target.empty() ? "/" : one.target);
+            return DiskProbe::Shared().Used(one.target.empty() ? "/" : one.target);
         return HostMetrics::Measure(one.metric, one.target, now, m_before ? &*m_before : nullptr);
     }
 
