@@ -105,6 +105,23 @@ private slots:
         QCOMPARE(trial.shown(sine), std::string("3"));
     }
 
+    void firstStepIsShort()
+    {
+        Trial trial;
+        constexpr int length = 200;
+        const std::string counted = "n = (n or 0) + 1; return n + 0 * signal('";
+        for (int i = 0; i < length; ++i)
+            trial.add(std::to_string(i), counted + std::to_string(i + 1) + "')");
+        trial.add(std::to_string(length), "0");
+        QVERIFY(trial.engine.Step(0, 0));
+        for (std::size_t i = 0; i < length; ++i)
+            QCOMPARE(trial.shown(i), std::string("2")); // how often it ran
+        QVERIFY(trial.reports.empty());
+        trial.engine.Abort();
+        QVERIFY(!trial.engine.Step(1, 1));
+        QCOMPARE(trial.shown(0), std::string("2"));
+    }
+
     void namesAndOrder()
     {
         Trial trial;

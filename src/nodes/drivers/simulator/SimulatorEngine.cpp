@@ -70,7 +70,7 @@ void SimulatorEngine::Write(std::size_t index, const SignalValue &value)
     m_entries[index].value = value;
 }
 
-SignalValue SimulatorEngine::lookUp(const LuaSandbox::Arguments &arguments) const
+SignalValue SimulatorEngine::lookUp(const LuaSandbox::Arguments &arguments)
 {
     if (arguments.size() != 1 || arguments[0].GetType() != enSignalValueType::String)
         return Result(Result::InvalidArgument, "signal() wants one name in quotes");
@@ -81,6 +81,8 @@ SignalValue SimulatorEngine::lookUp(const LuaSandbox::Arguments &arguments) cons
     if (found->second == ambiguous)
         return Result(Result::InvalidArgument, "several signals are called '" + name + "'");
     const SignalValue &outcome = m_entries[found->second].outcome;
+    if (outcome.IsError() || outcome.IsEmpty())
+        m_missed.push_back(found->second);
     return outcome.IsError() ? SignalValue(Result(Result::Failed, "signal '" + name + "' is bad"))
                              : outcome;
 }
@@ -99,21 +101,30 @@ SignalValue SimulatorEngine::run(Entry &entry, double time, double elapsed)
 
 void SimulatorEngine::evaluate(Entry &entry, double time, double elapsed)
 {
+    m_missed.clear();
     entry.outcome = run(entry, time, elapsed);
     if (!entry.outcome.IsError())
         entry.value = entry.outcome;
 }
 
-void SimulatorEngine::settle(double time, double elapsed)
+/// Evaluates one formula of the first step and those that this lets succeed in turn. Each runs once
+/// by itself and once for every signal it waited for.
+void SimulatorEngine::settle(std::size_t index, double time, double elapsed)
 {
-    bool hasProgress = true;
-    while (hasProgress) {
-        hasProgress = false;
-        for (Entry &entry : m_entries) {
-            if (!entry.outcome.IsError())
-                continue;
-            evaluate(entry, time, elapsed);
-            hasProgress |= !entry.outcome.IsError();
+    std::vector<std::size_t> ready{index};
+    while (!ready.empty() && !m_isAborted) {
+        const std::size_t current = ready.back();
+        Entry &entry = m_entries[current];
+        ready.pop_back();
+        if (!entry.outcome.IsError() && !entry.outcome.IsEmpty())
+            continue;
+        evaluate(entry, time, elapsed);
+        if (entry.outcome.IsError()) {
+            for (const std::size_t missed : m_missed)
+                m_entries[missed].waiting.push_back(current);
+        } else {
+            ready.insert(ready.end(), entry.waiting.begin(), entry.waiting.end());
+            entry.waiting.clear();
         }
     }
 }
@@ -128,15 +139,20 @@ void SimulatorEngine::report(Entry &entry)
     m_report(entry.signal, error);
 }
 
-void SimulatorEngine::Step(double time, double elapsed)
+bool SimulatorEngine::Step(double time, double elapsed)
 {
-    for (Entry &entry : m_entries)
-        evaluate(entry, time, elapsed);
-    if (m_isFirstStep)
-        settle(time, elapsed);
+    for (std::size_t i = 0; i < m_entries.size() && !m_isAborted; ++i) {
+        if (m_isFirstStep)
+            settle(i, time, elapsed);
+        else
+            evaluate(m_entries[i], time, elapsed);
+    }
+    if (m_isAborted)
+        return false;
     m_isFirstStep = false;
     for (Entry &entry : m_entries)
         report(entry);
+    return true;
 }
 
 } // namespace Nodes

@@ -34,15 +34,19 @@ public:
         return true;
     }
 
+    void Abort() { m_engine.Abort(); }
+
     void Step()
     {
         applyWrites();
         const Timestamp steady = Clock::Current().Steady();
         if (m_start == 0)
             m_start = m_last = steady;
-        m_engine.Step(double(steady - m_start) / 1e6, double(steady - m_last) / 1e6);
+        const bool isDone =
+            m_engine.Step(double(steady - m_start) / 1e6, double(steady - m_last) / 1e6);
         m_last = steady;
-        publish(Clock::Current().Now());
+        if (isDone)
+            publish(Clock::Current().Now());
     }
 
 private:
@@ -76,7 +80,8 @@ simulatorDriver::simulatorDriver() = default;
 
 simulatorDriver::~simulatorDriver()
 {
-    m_worker.Stop();
+    if (m_simulation)
+        StopWork();
 }
 
 KindInfo simulatorDriver::Kind()
@@ -121,6 +126,7 @@ Result simulatorDriver::StartWork()
 
 void simulatorDriver::StopWork()
 {
+    m_simulation->Abort();
     m_worker.Stop();
     m_simulation.reset();
 }
