@@ -25,6 +25,24 @@ AlarmSettings settingsOf(const BasicAlarm &alarm)
     return settings;
 }
 
+constexpr int missingDays = 90;
+
+/// The alarm and what of its state was set by hand or waits for somebody.
+std::string describe(unsigned long node, const StoredAlarm &stored)
+{
+    const AlarmMemory &memory = stored.memory;
+    std::string text = "«" + stored.path + "» (узел " + std::to_string(node) + ")";
+    if (memory.isOutOfService)
+        text += ", выведена из работы";
+    if (memory.isSuppressed)
+        text += ", подавлена";
+    if (memory.shelvedUntil != 0)
+        text += ", отложена";
+    if (memory.isActive)
+        text += ", активна";
+    return text + (memory.isAcked ? "" : ", не квитирована");
+}
+
 } // namespace
 
 struct AlarmEngine::Watch
@@ -100,16 +118,47 @@ void AlarmEngine::restore(const std::string &stateFile)
     if (!result)
         Report(LevelWarning, "Состояния тревог не сохраняются: " + result.GetDetail());
     const AlarmMoment now = AlarmMoment::Now();
-    for (const auto &[node, memory] : memories) {
+    for (const auto &[node, stored] : memories) {
         const auto found = m_byNode.find(node);
-        if (found == m_byNode.end()) {
-            m_unsaved[node] = AlarmMemory();
-            continue;
-        }
-        const AlarmMemory &kept = memory;
-        step(*found->second, [&](AlarmTracker &tracker) { tracker.Restore(kept, now); });
-        m_outbox.push_back({found->second->tracker.GetRecord(), false});
+        if (found == m_byNode.end())
+            keepMissing(node, stored, now.wall);
+        else
+            restore(*found->second, stored, now);
     }
+}
+
+void AlarmEngine::restore(Watch &watch, const StoredAlarm &stored, const AlarmMoment &now)
+{
+    const std::string &path = watch.tracker.GetSettings().source;
+    // A deleted node's number may be given anew; a renamed node never was missing.
+    if (stored.missingSince != 0 && stored.path != path) {
+        forget(watch.NodeId(), stored, "её номер носит теперь другая тревога, «" + path + "»");
+        return;
+    }
+    step(watch, [&](AlarmTracker &tracker) { tracker.Restore(stored.memory, now); });
+    m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), path};
+    m_outbox.push_back({watch.tracker.GetRecord(), false});
+}
+
+/// An older or broken project may be a slip: what was set aside by hand must be there again with
+/// the right one.
+void AlarmEngine::keepMissing(unsigned long node, const StoredAlarm &stored, Timestamp now)
+{
+    if (stored.missingSince == 0) {
+        m_unsaved[node] = stored;
+        m_unsaved[node].missingSince = now;
+        Report(LevelWarning,
+               "Тревоги с сохранённым состоянием нет в проекте: " + describe(node, stored) +
+                   ". Состояние хранится " + std::to_string(missingDays) + " дней.");
+    } else if (now - stored.missingSince > Timestamp(missingDays) * 86400 * 1000000) {
+        forget(node, stored, "её нет в проекте дольше " + std::to_string(missingDays) + " дней");
+    }
+}
+
+void AlarmEngine::forget(unsigned long node, const StoredAlarm &stored, const std::string &why)
+{
+    m_unsaved[node] = StoredAlarm();
+    Report(LevelWarning, "Состояние тревоги забыто: " + describe(node, stored) + "; " + why);
 }
 
 void AlarmEngine::subscribe(Watch &watch)
@@ -143,7 +192,7 @@ template <class Step> void AlarmEngine::step(Watch &watch, Step run)
     const AlarmMemory before = watch.tracker.GetMemory();
     run(watch.tracker);
     if (!(watch.tracker.GetMemory() == before))
-        m_unsaved[watch.NodeId()] = watch.tracker.GetMemory();
+        m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), watch.tracker.GetSettings().source};
     const Timestamp deadline = watch.tracker.Deadline();
     if (deadline == watch.deadline)
         return;

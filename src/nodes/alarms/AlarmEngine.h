@@ -54,6 +54,9 @@ private:
     };
 
     void restore(const std::string &stateFile);
+    void restore(Watch &watch, const StoredAlarm &stored, const AlarmMoment &now);
+    void keepMissing(unsigned long node, const StoredAlarm &stored, Timestamp now);
+    void forget(unsigned long node, const StoredAlarm &stored, const std::string &why);
     void subscribe(Watch &watch);
     void judge(Watch &watch);
     template <class Step> void step(Watch &watch, Step run);

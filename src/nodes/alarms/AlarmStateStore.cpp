@@ -12,7 +12,36 @@ constexpr const char *schema = R"(
 CREATE TABLE IF NOT EXISTS alarms (
     node INTEGER PRIMARY KEY, active INTEGER NOT NULL, acked INTEGER NOT NULL,
     suppressed INTEGER NOT NULL, out_of_service INTEGER NOT NULL, shelved_until INTEGER NOT NULL,
-    changed INTEGER NOT NULL, occurrence INTEGER NOT NULL))";
+    changed INTEGER NOT NULL, occurrence INTEGER NOT NULL);
+CREATE TABLE IF NOT EXISTS places (
+    node INTEGER PRIMARY KEY, path TEXT NOT NULL, missing_since INTEGER NOT NULL))";
+
+Result remove(SqliteStatement &s, unsigned long node)
+{
+    s.Bind(1, static_cast<std::int64_t>(node));
+    return s.Run();
+}
+
+Result replace(SqliteStatement &s, unsigned long node, const AlarmMemory &memory)
+{
+    s.Bind(1, static_cast<std::int64_t>(node));
+    s.Bind(2, std::int64_t(memory.isActive));
+    s.Bind(3, std::int64_t(memory.isAcked));
+    s.Bind(4, std::int64_t(memory.isSuppressed));
+    s.Bind(5, std::int64_t(memory.isOutOfService));
+    s.Bind(6, memory.shelvedUntil);
+    s.Bind(7, memory.changed);
+    s.Bind(8, static_cast<std::int64_t>(memory.occurrence));
+    return s.Run();
+}
+
+Result replace(SqliteStatement &s, unsigned long node, const StoredAlarm &stored)
+{
+    s.Bind(1, static_cast<std::int64_t>(node));
+    s.Bind(2, std::string_view(stored.path));
+    s.Bind(3, stored.missingSince);
+    return s.Run();
+}
 
 } // namespace
 
@@ -41,10 +70,13 @@ Result AlarmStateStore::openOnce(const std::string &file)
 
 Result AlarmStateStore::Load(Memories &memories)
 {
-    SqliteStatement s(m_database, "SELECT node, active, acked, suppressed, out_of_service, "
-                                  "shelved_until, changed, occurrence FROM alarms");
+    SqliteStatement s(m_database,
+                      "SELECT node, active, acked, suppressed, out_of_service, shelved_until, "
+                      "changed, occurrence, path, missing_since FROM alarms LEFT JOIN places USING "
+                      "(node)");
     while (s.Step()) {
-        AlarmMemory &memory = memories[static_cast<unsigned long>(s.Integer(0))];
+        StoredAlarm &stored = memories[static_cast<unsigned long>(s.Integer(0))];
+        AlarmMemory &memory = stored.memory;
         memory.isActive = s.Integer(1) != 0;
         memory.isAcked = s.Integer(2) != 0;
         memory.isSuppressed = s.Integer(3) != 0;
@@ -52,6 +84,8 @@ Result AlarmStateStore::Load(Memories &memories)
         memory.shelvedUntil = s.Integer(5);
         memory.changed = s.Integer(6);
         memory.occurrence = static_cast<unsigned long>(s.Integer(7));
+        stored.path = s.Bytes(8);
+        stored.missingSince = s.Integer(9);
     }
     return s.GetResult();
 }
@@ -71,22 +105,15 @@ Result AlarmStateStore::Save(const Memories &memories)
 
 Result AlarmStateStore::write(const Memories &memories)
 {
-    SqliteStatement remove(m_database, "DELETE FROM alarms WHERE node = ?1");
-    SqliteStatement replace(m_database,
-                            "REPLACE INTO alarms VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
-    for (const auto &[node, memory] : memories) {
-        SqliteStatement &s = memory.isBlank() ? remove : replace;
-        s.Bind(1, static_cast<std::int64_t>(node));
-        if (!memory.isBlank()) {
-            s.Bind(2, std::int64_t(memory.isActive));
-            s.Bind(3, std::int64_t(memory.isAcked));
-            s.Bind(4, std::int64_t(memory.isSuppressed));
-            s.Bind(5, std::int64_t(memory.isOutOfService));
-            s.Bind(6, memory.shelvedUntil);
-            s.Bind(7, memory.changed);
-            s.Bind(8, static_cast<std::int64_t>(memory.occurrence));
-        }
-        const Result written = s.Run();
+    SqliteStatement forget(m_database, "DELETE FROM alarms WHERE node = ?1");
+    SqliteStatement forgetPlace(m_database, "DELETE FROM places WHERE node = ?1");
+    SqliteStatement keep(m_database, "REPLACE INTO alarms VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
+    SqliteStatement keepPlace(m_database, "REPLACE INTO places VALUES (?1, ?2, ?3)");
+    for (const auto &[node, stored] : memories) {
+        const bool isBlank = stored.memory.isBlank();
+        Result written = isBlank ? remove(forget, node) : replace(keep, node, stored.memory);
+        if (written)
+            written = isBlank ? remove(forgetPlace, node) : replace(keepPlace, node, stored);
         if (!written)
             return written;
     }

@@ -86,7 +86,8 @@ BasicEvent AlarmTracker::recordOf(EventType type, const std::string &user) const
     return record;
 }
 
-void AlarmTracker::change(EventType type, const std::string &user, const AlarmMoment &now,
+/// True when the state shown changed.
+bool AlarmTracker::change(EventType type, const std::string &user, const AlarmMoment &now,
                           Records &records, const std::function<void()> &edit)
 {
     const AlarmState before = GetState();
@@ -94,9 +95,23 @@ void AlarmTracker::change(EventType type, const std::string &user, const AlarmMo
     if (!isHidden())
         m_isSeen = true;
     if (GetState() == before)
-        return;
+        return false;
     m_memory.changed = now.wall;
     records.push_back(recordOf(type, user));
+    return true;
+}
+
+/// Under a higher state the one shown stays, so the record says in words what was done.
+void AlarmTracker::operate(const char *what, const std::string &user, const AlarmMoment &now,
+                           Records &records, const std::function<void()> &edit)
+{
+    const AlarmMemory before = m_memory;
+    if (change(TypeAlarmState, user, now, records, edit) || m_memory == before)
+        return;
+    BasicEvent record = recordOf(TypeAlarmState, user);
+    record.time = now.wall;
+    record.text += std::string(": ") + what;
+    records.push_back(std::move(record));
 }
 
 void AlarmTracker::raise(const AlarmMoment &now)
@@ -173,7 +188,7 @@ void AlarmTracker::Shelve(Timestamp duration, const std::string &user, const Ala
 {
     // A longer stay on the shelf is a change of its own.
     m_memory.shelvedUntil = 0;
-    change(TypeAlarmState, user, now, records, [&] {
+    operate("отложена", user, now, records, [&] {
         m_memory.shelvedUntil = now.wall + duration;
         m_unshelveAt = now.steady + duration;
     });
@@ -181,7 +196,7 @@ void AlarmTracker::Shelve(Timestamp duration, const std::string &user, const Ala
 
 void AlarmTracker::Unshelve(const std::string &user, const AlarmMoment &now, Records &records)
 {
-    change(TypeAlarmState, user, now, records, [this] {
+    operate("снова действует после откладывания", user, now, records, [this] {
         m_memory.shelvedUntil = 0;
         m_unshelveAt = never;
     });
@@ -190,13 +205,15 @@ void AlarmTracker::Unshelve(const std::string &user, const AlarmMoment &now, Rec
 void AlarmTracker::SetOutOfService(bool out, const std::string &user, const AlarmMoment &now,
                                    Records &records)
 {
-    change(TypeAlarmState, user, now, records, [&] { m_memory.isOutOfService = out; });
+    operate(out ? "выведена из работы" : "введена в работу", user, now, records,
+            [&] { m_memory.isOutOfService = out; });
 }
 
 void AlarmTracker::SetSuppressed(bool suppressed, const std::string &user, const AlarmMoment &now,
                                  Records &records)
 {
-    change(TypeAlarmState, user, now, records, [&] { m_memory.isSuppressed = suppressed; });
+    operate(suppressed ? "подавлена" : "подавление снято", user, now, records,
+            [&] { m_memory.isSuppressed = suppressed; });
 }
 
 } // namespace Nodes

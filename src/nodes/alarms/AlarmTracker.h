@@ -35,9 +35,9 @@ struct AlarmSettings
 };
 
 /// State of one alarm after ISA-18.2: a pure state machine without threads or clocks. Every change
-/// of the state that operators see appends one record to the list given. While the alarm is
-/// shelved, suppressed or out of service its condition is followed silently; an occurrence that
-/// came and went meanwhile leaves nothing to acknowledge.
+/// of the state that operators see, and every operation that changes anything, appends one record
+/// to the list given. While the alarm is shelved, suppressed or out of service its condition is
+/// followed silently; an occurrence that came and went meanwhile leaves nothing to acknowledge.
 class NODES_EXPORT AlarmTracker
 {
 public:
@@ -75,8 +75,10 @@ public:
 
 private:
     bool isHidden() const;
-    void change(EventType type, const std::string &user, const AlarmMoment &now, Records &records,
+    bool change(EventType type, const std::string &user, const AlarmMoment &now, Records &records,
                 const std::function<void()> &edit);
+    void operate(const char *what, const std::string &user, const AlarmMoment &now,
+                 Records &records, const std::function<void()> &edit);
     BasicEvent recordOf(EventType type, const std::string &user) const;
     void raise(const AlarmMoment &now);
     void clear();

@@ -143,6 +143,7 @@ private slots:
         row("acknowledged while shelved", "", "h1 s5 a5 u2");
         row("suppressed", "", "p6 h6 r1 p6 l6 r3");
         row("out of service", "", "h1 o7 l7 h7 i1");
+        row("shelved under suppressed", "", "p6 s6 u6 s6 o7 u7 r7 i4");
         row("out of service goes before suppressed before shelved", "", "s5 p6 o7 r7 p7 i6 r5");
     }
 
@@ -176,6 +177,9 @@ private slots:
             // What operators see never changes without a record that says so.
             if (state != shown)
                 QCOMPARE(alarm.records.size(), std::size_t(1));
+            // Nor does an operator's act go unrecorded under a higher state.
+            if (QString("suoi").contains(step[0]))
+                QVERIFY(alarm.records.size() == 1 && alarm.records[0].user == "anna");
             if (!alarm.records.empty())
                 QVERIFY(alarm.records.back().alarmState == state);
             shown = state;
@@ -226,6 +230,8 @@ private slots:
     void qualityAlarm()
     {
         Alarm alarm("alarmQuality", "onDelay=500");
+        QCOMPARE(alarm.judge(SignalValue()), AlarmState::Normal);
+        QCOMPARE(alarm.tracker.Deadline(), never);
         QCOMPARE(alarm.judge(withQuality(1.0, Quality::Stale)), AlarmState::Normal);
         QCOMPARE(alarm.pass(300), AlarmState::Normal);
         QCOMPARE(alarm.judge(SignalValue(Result(Result::NotConnected))), AlarmState::Normal);

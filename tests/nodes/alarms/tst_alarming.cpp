@@ -11,6 +11,8 @@
 #include <mutex>
 #include <thread>
 
+Q_DECLARE_METATYPE(Nodes::AlarmState)
+
 using namespace Nodes;
 
 namespace {
@@ -209,6 +211,50 @@ private slots:
         QCOMPARE(station.events().back().occurrence, occurrence);
         ManualClock::Use().Advance(60 * ManualClock::second);
         QTRY_VERIFY(station.alarming->GetActiveAlarms().empty());
+    }
+
+    void memoryOfMissingAlarm_data()
+    {
+        // days: until the station is started without the alarm a second time
+        const Rows<int, std::string, AlarmState> row("days", "name", "state");
+        row("back again", 89, "", AlarmState::OutOfService);
+        row("forgotten", 91, "", AlarmState::Normal);
+        row("another one", 1, "новая", AlarmState::Normal);
+    }
+
+    void memoryOfMissingAlarm()
+    {
+        QFETCH(int, days);
+        QFETCH(std::string, name);
+        Station station(*m_directory);
+        QVERIFY(station.alarming->SetOutOfService(station.high, true));
+        QVERIFY(station.core.Stop());
+        std::unique_ptr<ConfigNode> high = station.tank->RemoveNode(station.high);
+        for (const int passed : {0, days}) {
+            ManualClock::Use().Advance(passed * 86400 * ManualClock::second);
+            QVERIFY(station.core.Start());
+            QVERIFY(station.core.Stop());
+        }
+        if (!name.empty())
+            high->SetName(name);
+        QVERIFY(station.tank->AddNode(high));
+        QVERIFY(station.core.Start());
+        QTEST(station.highState(), "state");
+        QCOMPARE(station.journalledText("Состояние тревоги забыто").size(),
+                 std::size_t(station.highState() == AlarmState::Normal));
+    }
+
+    void startAndStopAreNoLoss()
+    {
+        Station station(*m_directory);
+        QVERIFY(station.core.Stop());
+        auto *driver = station.add("simulatorDriver", station.station);
+        auto *signal = station.add<BasicSignal>("simulatorSignal", driver);
+        station.add("alarmQuality", signal, nullptr, {{"onDelay", "0"}});
+        QVERIFY(station.core.Start());
+        QTRY_VERIFY(signal->GetValue().IsGood());
+        QVERIFY(station.core.Stop());
+        QVERIFY(station.events().empty());
     }
 
     void damagedStateFile()
