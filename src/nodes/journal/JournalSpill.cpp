@@ -1,5 +1,7 @@
 #include "nodes/journal/JournalSpill.h"
 
+#include "nodes/storage/DamagedFiles.h"
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -93,20 +95,22 @@ std::size_t JournalSpill::soundSize() const
     return size;
 }
 
-Result JournalSpill::Open(const std::string &file, bool &isTorn)
+Result JournalSpill::Open(const std::string &file, Damage &damage)
 {
     m_file = file;
     m_size = 0;
-    isTorn = false;
+    damage = Damage();
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error))
         return Result();
     m_size = soundSize();
-    isTorn = m_size != std::filesystem::file_size(file, error);
-    if (!isTorn)
+    damage.isTorn = m_size != std::filesystem::file_size(file, error);
+    if (!damage.isTorn)
         return Result();
-    std::filesystem::copy_file(file, file + ".damaged",
-                               std::filesystem::copy_options::overwrite_existing, error);
+    const std::string copy = DamagedFiles::FreshName(file);
+    if (std::filesystem::copy_file(file, copy, error))
+        damage.copy = copy;
+    damage.removed = DamagedFiles::KeepNewest(file, mostCopies);
     if (::truncate(file.c_str(), static_cast<off_t>(m_size)) != 0)
         return failure("truncate");
     return Result();

@@ -14,9 +14,18 @@ namespace Nodes {
 class JournalSpill
 {
 public:
-    /// Takes up what an earlier run left. A torn last record (power loss) is cut off after the
-    /// whole file was copied to "<file>.damaged"; `isTorn` tells.
-    [[nodiscard]] Result Open(const std::string &file, bool &isTorn);
+    /// What Open found wrong with the file and did about it.
+    struct Damage
+    {
+        bool isTorn = false;
+        std::string copy;                 ///< of the whole file; "" when it could not be made
+        std::vector<std::string> removed; ///< oldest copies that had to go
+    };
+    static constexpr std::size_t mostCopies = 10;
+
+    /// Takes up what an earlier run left. What follows the last whole record (power loss, damage)
+    /// is cut off after the whole file was copied to "<file>.damaged-<UTC time>".
+    [[nodiscard]] Result Open(const std::string &file, Damage &damage);
     bool IsEmpty() const { return m_size == 0; }
     /// All rows or none, on the disk when it returns.
     [[nodiscard]] Result Append(const std::vector<JournalRow> &rows);

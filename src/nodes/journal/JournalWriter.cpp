@@ -24,10 +24,7 @@ JournalWriter::~JournalWriter()
 Result JournalWriter::Start(const std::string &file)
 {
     m_file = file;
-    bool isTorn = false;
-    Result result = m_spill.Open(file + ".spill", isTorn);
-    if (isTorn)
-        report("Файл " + file + ".spill повреждён в конце; копия: " + file + ".spill.damaged");
+    Result result = openSpill();
     const Result opened = openStore();
     if (result)
         result = opened;
@@ -97,6 +94,21 @@ bool JournalWriter::isStoreReady()
     return result.IsSuccess();
 }
 
+Result JournalWriter::openSpill()
+{
+    const std::string file = m_file + ".spill";
+    JournalSpill::Damage damage;
+    Result result = m_spill.Open(file, damage);
+    if (!damage.isTorn)
+        return result;
+    std::string text = "Файл " + file + " повреждён в конце; ";
+    text += damage.copy.empty() ? "копию сделать не удалось" : "копия: " + damage.copy;
+    for (const std::string &removed : damage.removed)
+        text += "; удалена старая копия: " + removed;
+    report(text);
+    return result;
+}
+
 Result JournalWriter::openStore()
 {
     std::string setAside;
@@ -116,8 +128,7 @@ Result JournalWriter::replay()
     while (!m_spill.IsEmpty()) {
         Result result = m_spill.Read(offset, batchRows, rows);
         if (!result) {
-            bool isTorn = false;
-            (void)m_spill.Open(m_file + ".spill", isTorn);
+            (void)openSpill();
             report("Файл " + m_file + ".spill повреждён: " + result.GetDetail());
             return result;
         }

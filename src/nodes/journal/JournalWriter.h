@@ -36,6 +36,7 @@ private:
     bool carry(std::vector<JournalRow> &rows);
     bool isStoreReady();
     [[nodiscard]] Result openStore();
+    [[nodiscard]] Result openSpill();
     [[nodiscard]] Result replay();
     [[nodiscard]] Result store(std::vector<JournalRow> &rows);
     void postpone();

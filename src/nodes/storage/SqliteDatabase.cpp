@@ -1,10 +1,9 @@
 #include "nodes/storage/SqliteDatabase.h"
 
-#include "nodes/values/Clock.h"
+#include "nodes/storage/DamagedFiles.h"
 
 #include <sqlite3.h>
 
-#include <ctime>
 #include <filesystem>
 
 namespace Nodes {
@@ -12,21 +11,6 @@ namespace Nodes {
 namespace {
 
 constexpr int busyTimeout = 500; // ms
-
-std::string damagedName(const std::string &file)
-{
-    const std::time_t now = Clock::Current().Now() / 1000000;
-    std::tm utc{};
-    gmtime_r(&now, &utc);
-    char stamp[32];
-    std::strftime(stamp, sizeof stamp, "%Y%m%dT%H%M%SZ", &utc);
-    const std::string base = file + ".damaged-" + stamp;
-    std::string name = base;
-    std::error_code error;
-    for (int number = 2; std::filesystem::exists(name, error); ++number)
-        name = base + "-" + std::to_string(number);
-    return name;
-}
 
 } // namespace
 
@@ -88,7 +72,7 @@ void SqliteDatabase::noteFailure(int code)
 
 std::string SqliteDatabase::SetAside(const std::string &file)
 {
-    const std::string name = damagedName(file);
+    const std::string name = DamagedFiles::FreshName(file);
     std::error_code error;
     std::filesystem::rename(file, name, error);
     if (error)
