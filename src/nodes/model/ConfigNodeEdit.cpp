@@ -195,11 +195,22 @@ Result ConfigNode::DeleteNode(unsigned long id, bool references, bool force)
 
 int ConfigNode::DeleteNodes(const NodesArray &nodes)
 {
-    int count = 0;
+    IdSet ids;
+    NodeLinks doomed;
     for (const NodeLink &link : nodes) {
         const ConfigNode *node = link.GetNode();
-        if (node && node != this && isAncestor(this, node))
-            count += node->GetParent()->DeleteNode(node->GetId()) ? 1 : 0;
+        if (!node || node == this || !isAncestor(this, node))
+            continue;
+        ids.merge(IdsOf(*node));
+        doomed.push_back(link);
+    }
+    // One walk over the project for all of them: it may be large, and so may the selection.
+    if (!doomed.empty())
+        removeLinksTo(ids, *this);
+    int count = 0;
+    for (const NodeLink &link : doomed) {
+        const ConfigNode *node = link.GetNode(); // none when it stood below one just deleted
+        count += node && node->GetParent()->RemoveNode(link) ? 1 : 0;
     }
     return count;
 }

@@ -124,10 +124,14 @@ private slots:
         ProjectFixture f;
         ConfigNode *layer = f.addLayer();
         ConfigNode *label = f.add("label", layer);
-        NodesArray nodes(
-            {NodeLink(layer), NodeLink(label), NodeLink(f.root()), NodeLink(987654ul)});
-        QCOMPARE(f.root()->DeleteNodes(nodes), 1);
-        QCOMPARE(f.project.GetNodeCount(), std::size_t(2));
+        ConfigNode *signal = f.add("memorySignal", f.root());
+        const ConfigNode *other = f.add("label", f.addLayer(), nullptr, {{"signal", idOf(signal)}});
+        const std::size_t before = f.project.GetNodeCount();
+        NodesArray nodes({NodeLink(layer), NodeLink(label), NodeLink(f.root()), NodeLink(987654ul),
+                          NodeLink(signal)});
+        QCOMPARE(f.root()->DeleteNodes(nodes), 2);
+        QCOMPARE(f.project.GetNodeCount(), before - 3);
+        QCOMPARE(textOf(*other, "signal"), std::string());
     }
 
     void linksAreReplacedByLinkAndPath()
