@@ -7,11 +7,11 @@ namespace Nodes {
 KindInfo BasicFolder::Kind()
 {
     return KindBuilder::For<BasicFolder>(NodeType::SubtypeFolder, "folder", "Folder", "Папка")
-        .Children({NodeType::TypeFolder, NodeType::TypeDriver, NodeType::TypeSignal,
-                   NodeType::TypeSecurity, NodeType::TypeFrame, NodeType::TypeWindow,
-                   NodeType::TypeComposition, NodeType::TypeAction, NodeType::TypeTimer,
-                   NodeType::TypeMenu, NodeType::TypeAlarm, NodeType::TypeArchive,
-                   NodeType::TypeArchiverAction});
+        .Children({NodeType::TypeFolder, NodeType::TypeDriver, NodeType::TypeDriverGroup,
+                   NodeType::TypeSignal, NodeType::TypeSecurity, NodeType::TypeFrame,
+                   NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
+                   NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
+                   NodeType::TypeArchive, NodeType::TypeArchiverAction});
 }
 
 } // namespace Nodes
