@@ -17,4 +17,10 @@ void createGroupInMenu(QMenu &menu, QVector<QAction *> actions)
     menu.addSeparator();
 }
 
+void createGroupInMenu(QMenu *menu, QVector<QAction *> actions)
+{
+    if (menu)
+        createGroupInMenu(*menu, std::move(actions));
+}
+
 } // namespace Utils

@@ -24,7 +24,6 @@ class ConfiguratorTest : public QObject
 private slots:
     void objectsShareFile();
     void damagedFileIsSetAside();
-    void unwritablePlaceIsReported();
     void windowComesBackOntoScreen_data();
     void windowComesBackOntoScreen();
 
@@ -62,16 +61,6 @@ void ConfiguratorTest::damagedFileIsSetAside()
         QVERIFY(aside.open(QIODevice::ReadOnly));
         QCOMPARE(aside.readAll(), kept.toUtf8());
     }
-}
-
-void ConfiguratorTest::unwritablePlaceIsReported()
-{
-    QFile file(path("file"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("settings file .*cannot make the directory"));
-    const Utils::Configurator configurator("A", path("file/config.json"));
-    QCOMPARE(configurator.save({}), Nodes::Result::StorageError);
 }
 
 void ConfiguratorTest::windowComesBackOntoScreen_data()

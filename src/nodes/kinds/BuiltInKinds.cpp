@@ -37,6 +37,9 @@
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"
 #include "nodes/model/KindTable.h"
+#include "nodes/reports/BasicReport.h"
+#include "nodes/reports/ReportSignalInfo.h"
+#include "nodes/reports/reportVariable.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/signals/memorySignal.h"
 #include "nodes/system/BasicFolder.h"
@@ -153,6 +156,10 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(templateParameter::Kind());
     table.Add(BasicLayer::Kind());
     addElements(table);
+    // Reports
+    table.Add(BasicReport::Kind());
+    table.Add(ReportSignalInfo::Kind());
+    table.Add(reportVariable::Kind());
     // Menus
     table.Add(BasicMenu::Kind());
     table.Add(BasicMenuItem::Kind());

@@ -46,6 +46,7 @@ public:
         SubtypeFolder = 0x2001,
         SubtypeTemplateParameter = 0x5011,
         SubtypeOperationTimer = 0xA00A,
+        SubtypeReport = 0xD001,
         SubtypeWindow = 0x12001,
         SubtypeWindowComposed = 0x12003,
         SubtypeWindowTemplate = 0x12004,

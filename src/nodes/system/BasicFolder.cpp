@@ -11,7 +11,8 @@ KindInfo BasicFolder::Kind()
                    NodeType::TypeSignal, NodeType::TypeSecurity, NodeType::TypeFrame,
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
                    NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
-                   NodeType::TypeArchive, NodeType::TypeArchiverAction});
+                   NodeType::TypeArchive, NodeType::TypeArchiverAction,
+                   NodeType(NodeType::SubtypeReport)});
 }
 
 } // namespace Nodes

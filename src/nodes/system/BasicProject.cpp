@@ -12,7 +12,8 @@ KindInfo BasicProject::Kind()
                    NodeType::TypeDriver, NodeType::TypeSignal, NodeType::TypeSecurity,
                    NodeType::TypeFrame, NodeType::TypeWindow, NodeType::TypeComposition,
                    NodeType::TypeAction, NodeType::TypeTimer, NodeType::TypeMenu,
-                   NodeType::TypeAlarm, NodeType::TypeArchive, NodeType::TypeArchiverAction});
+                   NodeType::TypeAlarm, NodeType::TypeArchive, NodeType::TypeArchiverAction,
+                   NodeType(NodeType::SubtypeReport)});
 }
 
 } // namespace Nodes

@@ -13,7 +13,8 @@ KindInfo BasicStation::Kind()
                    NodeType::TypeSignal, NodeType::TypeSecurity, NodeType::TypeFrame,
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
                    NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
-                   NodeType::TypeArchive, NodeType::TypeArchiverAction});
+                   NodeType::TypeArchive, NodeType::TypeArchiverAction,
+                   NodeType(NodeType::SubtypeReport)});
 }
 
 systemAuthentication *BasicStation::GetSystemAuthentication() const

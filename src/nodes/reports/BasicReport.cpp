@@ -1,0 +1,49 @@
+#include "nodes/reports/BasicReport.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/ValidationResults.h"
+#include "nodes/reports/ReportSignalInfo.h"
+#include "nodes/reports/reportVariable.h"
+
+namespace Nodes {
+
+namespace {
+
+constexpr NodeType signalType(ReportSignalInfo::Subtype);
+constexpr NodeType variableType(reportVariable::Subtype);
+
+} // namespace
+
+KindInfo BasicReport::Kind()
+{
+    return KindBuilder::For<BasicReport>(NodeType::SubtypeReport, "report", "Report", "Отчёт")
+        .Property<&BasicReport::m_template>(13001, "template", "Template", "Шаблон")
+        .Children({signalType, variableType});
+}
+
+std::vector<std::pair<std::string, std::string>> BasicReport::GetVariables() const
+{
+    std::vector<std::pair<std::string, std::string>> variables;
+    for (const ConfigNode *node : GetObjects(variableType))
+        variables.emplace_back(node->GetName(),
+                               static_cast<const reportVariable *>(node)->GetValue());
+    return variables;
+}
+
+std::vector<ReportSignalInfo *> BasicReport::GetSignals() const
+{
+    std::vector<ReportSignalInfo *> signalInfos;
+    for (ConfigNode *node : GetObjects(signalType))
+        signalInfos.push_back(static_cast<ReportSignalInfo *>(node));
+    return signalInfos;
+}
+
+void BasicReport::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    if (GetFilePath().empty())
+        results.Add(GetNodeLink(), Result(this, Result::NotFound),
+                    GetPath() + ": не задан шаблон отчёта. Выберите файл шаблона.");
+}
+
+} // namespace Nodes
