@@ -16,10 +16,17 @@
 
 #include <memory>
 
+Q_DECLARE_METATYPE(Nodes::Quality)
+
 /// A project from XML text, loaded in a core that is not started, with a window manager on it.
 class RuntimeProject
 {
 public:
+    /// Nodes that make rights count: users are known, and none is logged in.
+    static constexpr const char *NobodyLoggedIn =
+        R"(<station id="89" name="St"><authentication id="90" name="A"/></station>)"
+        R"(<user id="91" name="U"/>)";
+
     /// `nodes` are elements below the project's root; ids from 10 on are free.
     explicit RuntimeProject(const char *nodes, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
     {
@@ -42,6 +49,17 @@ public:
     Nodes::SignalValue value(unsigned long signal) const
     {
         return node<Nodes::BasicSignal>(signal)->GetValue();
+    }
+    void publish(unsigned long signal, Nodes::SignalValue value,
+                 Nodes::Quality quality = Nodes::Quality::Good) const
+    {
+        value.SetQuality(quality);
+        node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
+    }
+    void set(unsigned long id, const char *key, const QString &text) const
+    {
+        if (!node(id)->SetPropertyText(key, text.toStdString()))
+            qFatal("%s = %s", key, qPrintable(text));
     }
     void push(unsigned long action, int display = 0) const
     {
