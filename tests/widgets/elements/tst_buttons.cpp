@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 #include "widgets/elements/PictureFiles.h"
 
@@ -10,7 +11,6 @@
 #include <QGraphicsItem>
 
 using namespace Widgets;
-using Nodes::BasicWidget;
 
 namespace {
 
@@ -26,44 +26,29 @@ constexpr const char *lists = R"(
 <actionWriteValue id="32" name="B" signal="22" value="1"/>
 <actionWriteValue id="33" name="E" signal="23" value="1"/>)";
 
-std::string button(const QString &properties)
+QByteArray button(const QString &properties)
 {
     const QString size = properties.contains("height") ? "" : R"(width="100" height="40" )";
-    return QString("<button id=\"11\" name=\"K\" %1%2/>").arg(size, properties).toStdString();
+    return QString("<button id=\"11\" name=\"K\" %1%2/>").arg(size, properties).toUtf8();
 }
 
-struct ButtonProject
-{
-    ButtonProject(const std::string &nodes, Nodes::enWorkMode mode)
-        : project((lists + nodes).c_str(), mode)
-    {
-    }
-    void set(const char *key, const char *value) const
-    {
-        if (!project.node(11)->SetPropertyText(key, value))
-            qFatal("%s", key);
-    }
-    RuntimeProject project;
-};
-
 /// A shown window with the button at (20, 30) and another one, which can take the focus.
-struct Station : ButtonProject
+struct Station : RuntimeProject
 {
     explicit Station(const QString &properties)
-        : ButtonProject(
-              R"(<window id="10" name="W" width="300" height="200">)" +
-                  button(R"(x="20" y="30" releaseActions="31" onFocusLoss="32" )" +
-                         QString(properties.contains("press") ? "" : R"(pressActions="30" )") +
-                         properties) +
-                  R"(<button id="12" name="Other" x="180" y="30" width="100" height="40"/></window>)",
-              Nodes::WorkModeRuntime),
-          window(project.node<Nodes::BasicWindow>(10), nullptr)
+        : RuntimeProject(
+              lists +
+              (R"(<window id="10" name="W" width="300" height="200">)" +
+               button(R"(x="20" y="30" releaseActions="31" onFocusLoss="32" )" + properties) +
+               R"(<button id="12" name="Other" x="180" y="30" width="100" height="40"/>)"
+               "</window>")),
+          window(node<Nodes::BasicWindow>(10), nullptr)
     {
         window.show();
         window.activateWindow();
         if (!QTest::qWaitForWindowActive(&window))
             qFatal("no window");
-        project.record({20, 21, 22, 23});
+        record({20, 21, 22, 23});
     }
     /// Letters: Press, Release, Double, Move, each followed by the place: in, corner, beside, out,
     /// the other button; Hide the window, Veto (disable) or X (delete) the button, Space, Key of
@@ -75,24 +60,25 @@ struct Station : ButtonProject
                                                 {'b', {121, 50}},
                                                 {'o', {70, 150}},
                                                 {'a', {230, 50}}};
+        QWidget *view = window.viewport();
         QPoint at;
-        const QMap<QChar, std::function<void(QWidget *)>> acts{
-            {'P', [&](QWidget *view) { QTest::mousePress(view, Qt::LeftButton, {}, at); }},
-            {'R', [&](QWidget *view) { QTest::mouseRelease(view, Qt::LeftButton, {}, at); }},
-            {'D', [&](QWidget *view) { QTest::mouseDClick(view, Qt::LeftButton, {}, at); }},
-            {'M', [&](QWidget *) { move(at); }},
-            {'H', [&](QWidget *) { window.hide(); }},
-            {'X', [&](QWidget *) { delete window.scene()->itemAt(70, 50, QTransform()); }},
-            {'V', [&](QWidget *) { set("disabled", "true"); }},
-            {'S', [](QWidget *view) { QTest::keyClick(view, Qt::Key_Space); }},
-            {'K', [](QWidget *view) { QTest::keyClick(view, Qt::Key_F5, Qt::ControlModifier); }}};
+        const QMap<QChar, std::function<void()>> acts{
+            {'P', [&] { QTest::mousePress(view, Qt::LeftButton, {}, at); }},
+            {'R', [&] { QTest::mouseRelease(view, Qt::LeftButton, {}, at); }},
+            {'D', [&] { QTest::mouseDClick(view, Qt::LeftButton, {}, at); }},
+            {'M', [&] { drag(at); }},
+            {'H', [&] { window.hide(); }},
+            {'X', [&] { delete window.scene()->itemAt(70, 50, QTransform()); }},
+            {'V', [&] { set(11, "disabled", "true"); }},
+            {'S', [&] { QTest::keyClick(view, Qt::Key_Space); }},
+            {'K', [&] { QTest::keyClick(view, Qt::Key_F5, Qt::ControlModifier); }}};
         for (int i = 0; i < script.size(); ++i) {
             at = places.value(i + 1 < script.size() ? script[i + 1] : QChar());
             if (acts.contains(script[i]))
-                acts[script[i]](window.viewport());
+                acts[script[i]]();
         }
     }
-    void move(const QPoint &place)
+    void drag(const QPoint &place)
     {
         QMouseEvent event(QEvent::MouseMove, place, window.viewport()->mapToGlobal(place),
                           Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
@@ -101,29 +87,23 @@ struct Station : ButtonProject
     /// What ran, once everything queued so far has.
     QString ran()
     {
-        project.push(33);
-        if (!QTest::qWaitFor([this] { return project.recorded.endsWith("end"); }))
+        push(33);
+        if (!QTest::qWaitFor([this] { return recorded.endsWith("end"); }))
             return "nothing ran";
-        return project.recorded.mid(0, project.recorded.size() - 1).join(' ');
+        return recorded.mid(0, recorded.size() - 1).join(' ');
     }
 
     WindowForm window;
 };
 
 /// A button on its own.
-struct Alone : ButtonProject
+struct Alone : RuntimeProject
 {
     explicit Alone(const QString &properties, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
-        : ButtonProject(button(properties), mode),
-          element((files().use(), project.node<BasicWidget>(11)), nullptr)
+        : RuntimeProject(lists + button(properties), mode),
+          element((PictureFiles::shared().use(), node<Nodes::BasicWidget>(11)), nullptr)
     {
         element.start();
-    }
-    ~Alone() { element.stop(); }
-    static const PictureFiles &files()
-    {
-        static const PictureFiles made;
-        return made;
     }
     QImage drawn()
     {
@@ -173,27 +153,22 @@ private slots:
 
 void TestButtons::gesturesRunTheLists_data()
 {
-    QTest::addColumn<QString>("properties");
-    QTest::addColumn<QString>("gesture");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char *name, const QString &properties, const char *gesture,
-                        const char *expected) {
-        QTest::newRow(name) << properties << QString(gesture) << QString(expected);
-    };
-    const QString key = R"(hotKey="Ctrl+F5" )", off = R"(disabled="true")";
-    row("click", "", "PiRi", "press release");
-    row("outermost corner", R"(style="fusion")", "PcRc", "press release");
-    row("just outside", "", "PbRb", "");
-    row("drag off", "", "PiMoRo", "press release");
-    row("drag off and back", "", "PiMoMiRi", "press release press release");
-    row("drag onto", "", "PoMiRi", "");
-    row("double click", "", "PiRiDiRi", "press release press release");
-    row("focus goes to another", "", "PiRiPaRa", "press release blur");
-    row("disabled", off, "PiRi", "");
-    row("disabled while held", "", "PiVRi", "press release");
-    row("hidden while held", "", "PiH", "press blur release");
+    const Rows<QString, QString, QString> row("properties", "gesture", "expected");
+    const QString press = R"(pressActions="30" )";
+    const QString key = press + R"(hotKey="Ctrl+F5" )", off = R"(disabled="true")";
+    row("click", press, "PiRi", "press release");
+    row("outermost corner", press + R"(style="fusion")", "PcRc", "press release");
+    row("just outside", press, "PbRb", "");
+    row("drag off", press, "PiMoRo", "press release");
+    row("drag off and back", press, "PiMoMiRi", "press release press release");
+    row("drag onto", press, "PoMiRi", "");
+    row("double click", press, "PiRiDiRi", "press release press release");
+    row("focus goes to another", press, "PiRiPaRa", "press release blur");
+    row("disabled", press + off, "PiRi", "");
+    row("disabled while held", press, "PiVRi", "press release");
+    row("hidden while held", press, "PiH", "press blur release");
     row("deleted while held by its key", key, "KX", "press release");
-    row("space", "", "PiRiS", "press release press release");
+    row("space", press, "PiRiS", "press release press release");
     row("shortcut", key, "K", "press release");
     row("shortcut of a disabled one", key + off, "K", "");
     row("in their order", R"(pressActions="31 30")", "PiRi", "release press release");
@@ -207,7 +182,7 @@ void TestButtons::gesturesRunTheLists()
     Station station(properties);
     station.act(gesture);
     // A shortcut lets go by itself, after a moment.
-    QTRY_COMPARE(station.project.recorded.join(' '), expected);
+    QTRY_COMPARE(station.recorded.join(' '), expected);
     QCOMPARE(station.ran(), expected);
 }
 
@@ -215,7 +190,7 @@ void TestButtons::theEditorKeepsTheGestures()
 {
     Alone alone(R"(hotKey="Ctrl+F5" pressActions="30" releaseActions="31" onFocusLoss="32")",
                 Nodes::WorkModeEditing);
-    alone.project.record({20, 21, 22, 23});
+    alone.record({20, 21, 22, 23});
     alone.element.show();
     for (const QEvent::Type type :
          {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
@@ -226,20 +201,14 @@ void TestButtons::theEditorKeepsTheGestures()
     }
     QTest::keyClick(&alone.element, Qt::Key_F5, Qt::ControlModifier);
     QTest::keyClick(&alone.element, Qt::Key_Space);
-    alone.project.core.SetWorkMode(Nodes::WorkModeRuntime);
-    alone.project.push(33);
-    QTRY_COMPARE(alone.project.recorded.join(' '), QStringLiteral("end"));
+    alone.core.SetWorkMode(Nodes::WorkModeRuntime);
+    alone.push(33);
+    QTRY_COMPARE(alone.recorded.join(' '), QStringLiteral("end"));
 }
 
 void TestButtons::captions_data()
 {
-    QTest::addColumn<QString>("properties");
-    QTest::addColumn<Nodes::SignalValue>("value");
-    QTest::addColumn<QString>("caption");
-    const auto row = [](const char *name, const QString &properties,
-                        const Nodes::SignalValue &value, const char *caption) {
-        QTest::newRow(name) << properties << value << QString(caption);
-    };
+    const Rows<QString, Nodes::SignalValue, QString> row("properties", "value", "caption");
     const Nodes::SignalValue lost((Nodes::Result(Nodes::Result::Timeout)));
     const QString onOff = R"(signal="24" text="Насос" onText="Стоп" offText="Пуск")";
     row("yes", onOff, true, "Стоп");
@@ -253,24 +222,21 @@ void TestButtons::captions()
 {
     QFETCH(QString, properties);
     QFETCH(Nodes::SignalValue, value);
-    QFETCH(QString, caption);
     Alone alone(properties);
-    for (const unsigned long signal : {24, 25})
-        alone.project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
+    alone.publish(24, value);
+    alone.publish(25, value);
     QTRY_COMPARE(alone.element.shownQuality(),
                  value.IsError() ? Nodes::Quality::Bad : Nodes::Quality::Good);
-    QCOMPARE(alone.element.shownText() + alone.element.text(), caption);
+    QTEST(alone.element.shownText() + alone.element.text(), "caption");
 }
 
 void TestButtons::captionIsPlacedAndTurned_data()
 {
-    QTest::addColumn<QString>("properties");
-    QTest::addColumn<QRect>("box"); // holds the caption; the button is 120 by 60
-    QTest::newRow("centre") << QString() << QRect(35, 15, 50, 30);
-    QTest::newRow("corner") << R"(align="right" valign="bottom")" << QRect(70, 38, 50, 22);
-    QTest::newRow("half a turn") << R"(align="left" valign="top" angle="180")"
-                                 << QRect(70, 38, 50, 22);
-    QTest::newRow("quarter turn") << R"(angle="90" align="left")" << QRect(45, 0, 30, 45);
+    const Rows<QString, QRect> row("properties", "box"); // that holds the caption, of 120 by 60
+    row("centre", "", {35, 15, 50, 30});
+    row("corner", R"(align="right" valign="bottom")", {70, 38, 50, 22});
+    row("half a turn", R"(align="left" valign="top" angle="180")", {70, 38, 50, 22});
+    row("quarter turn", R"(angle="90" align="left")", {45, 0, 30, 45});
 }
 
 void TestButtons::captionIsPlacedAndTurned()
@@ -285,26 +251,24 @@ void TestButtons::captionIsPlacedAndTurned()
 
 void TestButtons::stylesAndBackground_data()
 {
-    QTest::addColumn<QByteArray>("style");
-    QTest::addColumn<QString>("styleClass"); // of the style below the sheet's; "" for the program's
-    QTest::addColumn<QColor>("centre");      // over blue
+    // The style below the sheet's, "" for the program's; the colour over blue.
+    const Rows<QString, QString, QColor> row("style", "styleClass", "centre");
     const QColor green(0, 200, 0);
-    QTest::newRow("application") << QByteArray("application") << QString() << green;
-    QTest::newRow("fusion") << QByteArray("fusion") << QString("QFusionStyle") << green;
-    QTest::newRow("not of this platform") << QByteArray("windowsVista") << QString() << green;
-    QTest::newRow("transparent") << QByteArray("transparent") << QString() << QColor(Qt::blue);
+    row("application", "application", "", green);
+    row("fusion", "fusion", "QFusionStyle", green);
+    row("not of this platform", "windowsVista", "", green);
+    row("transparent", "transparent", "", Qt::blue);
 }
 
 void TestButtons::stylesAndBackground()
 {
-    QFETCH(QByteArray, style);
-    QFETCH(QString, styleClass);
+    QFETCH(QString, style);
     QFETCH(QColor, centre);
     Alone alone(R"(background="#00c800" text="")");
-    alone.set("style", "windows");
-    alone.set("style", style);
+    alone.set(11, "style", "windows");
+    alone.set(11, "style", style);
     const QStyle *own = alone.element.ownStyle();
-    QCOMPARE(QString(own ? own->metaObject()->className() : ""), styleClass);
+    QTEST(QString(own ? own->metaObject()->className() : ""), "styleClass");
     QImage under(100, 40, QImage::Format_RGB32);
     under.fill(Qt::blue);
     alone.element.render(&under, QPoint(), QRegion(), QWidget::DrawChildren);
@@ -318,13 +282,13 @@ void TestButtons::geometryChangesNothingElse()
     Alone alone(R"(text="Пуск")");
     QSignalSpy told(&alone.element, &qwidgetButton::updateProperty);
     alone.element.setFont(QFont("DejaVu Serif", 20));
-    alone.set("x", "70");
-    alone.set("width", "150");
+    alone.set(11, "x", "70");
+    alone.set(11, "width", "150");
     QCOMPARE(told.count(), 2);
     QCOMPARE(alone.element.geometry(), QRect(70, 0, 150, 40));
     QCOMPARE(alone.element.font().family(), QStringLiteral("DejaVu Serif"));
     alone.element.stop();
-    alone.set("width", "30");
+    alone.set(11, "width", "30");
     QCOMPARE(alone.element.width(), 150);
 }
 
@@ -332,7 +296,7 @@ void TestButtons::disabledIsFlatAndCovered()
 {
     Alone alone(red + R"(text="Пуск")");
     QVERIFY(!alone.element.isFlat() && !inkOf(alone.drawn()).isEmpty());
-    alone.set("disabled", "true");
+    alone.set(11, "disabled", "true");
     alone.element.setDisabled(true); // as its host does
     QVERIFY(alone.element.isFlat() && inkOf(alone.drawn()).isEmpty());
     QCOMPARE(alone.drawn().pixelColor(3, 3), QColor(191, 191, 191)); // white below half grey
@@ -344,9 +308,9 @@ void TestButtons::aPictureFillsTheButton()
     QTRY_COMPARE(alone.element.iconSize(), QSize(80, 60));
     QCOMPARE(alone.drawn().pixelColor(40, 10), QColor(0, 255, 0));
     const qint64 shown = alone.element.icon().cacheKey();
-    alone.set("image", "cut.png");
+    alone.set(11, "image", "cut.png");
     QCOMPARE(alone.element.icon().cacheKey(), shown); // what cannot be loaded changes nothing
-    alone.set("image", "");
+    alone.set(11, "image", "");
     QVERIFY(alone.element.icon().isNull());
 }
 

@@ -1,5 +1,5 @@
-#include "support/DataRows.h"
 #include "support/MessageBoxes.h"
+#include "support/Rows.h"
 #include "support/ShownElement.h"
 #include "support/WhenShown.h"
 
@@ -79,7 +79,7 @@ private slots:
 
 void TestEditBox::showsTheValue_data()
 {
-    const DataRows<QString, double, Quality, QString> row("step", "value", "quality", "text");
+    const Rows<QString, double, Quality, QString> row("step", "value", "quality", "text");
     row("decimals of the step", "0.25", 3, Quality::Good, "3.00");
     row("whole step", "1", 3, Quality::Good, "3");
     row("decimals of the signal", "0", 2.34, Quality::Good, "2.3");
@@ -105,7 +105,7 @@ void TestEditBox::showsTheValue()
 
 void TestEditBox::enterWrites_data()
 {
-    const DataRows<unsigned, QString, QString, QString> row("id", "keys", "typed", "value");
+    const Rows<unsigned, QString, QString, QString> row("id", "keys", "typed", "value");
     row("comma", 20, "1,5", "1.5", "1.5");
     row("negative beyond the limits", 20, "-1", "1", "1");
     row("letters are undone", 20, "1x2", "12", "12");
@@ -154,7 +154,7 @@ void TestEditBox::enterWrites()
 
 void TestEditBox::leaving_data()
 {
-    const DataRows<Qt::FocusReason, QString, int> row("reason", "shown", "written");
+    const Rows<Qt::FocusReason, QString, int> row("reason", "shown", "written");
     row("press elsewhere", Qt::MouseFocusReason, "8.00", 0);
     row("other window", Qt::ActiveWindowFocusReason, "8.00", 0);
     row("focus moves on", Qt::TabFocusReason, "9.00", 1);
@@ -203,7 +203,7 @@ void TestEditBox::escapeWritesTheValueBefore()
 
 void TestEditBox::messages_data()
 {
-    const DataRows<unsigned, QByteArray, QByteArray, int, QString, double> row(
+    const Rows<unsigned, QByteArray, QByteArray, int, QString, double> row(
         "id", "switchedOn", "users", "pressed", "message", "value");
     const QByteArray users = RuntimeProject::NobodyLoggedIn;
     const QString question = "Новое значение: Установить значение 9.5 ?";
@@ -245,7 +245,7 @@ void TestEditBox::messages()
 
 void TestEditBox::stepButtons_data()
 {
-    const DataRows<double, QString, double> row("value", "button", "stepped");
+    const Rows<double, QString, double> row("value", "button", "stepped");
     row("up", 3.0, "+", 4.0);
     row("down", 3.0, "-", 2.0);
     row("not over the limit", 9.5, "+", 9.5);
@@ -273,8 +273,8 @@ void TestEditBox::stepButtons()
 
 void TestEditBox::keyboards_data()
 {
-    const DataRows<unsigned, QString, QString, Qt::Key, QString> row("id", "offered", "keys",
-                                                                     "last", "text");
+    const Rows<unsigned, QString, QString, Qt::Key, QString> row("id", "offered", "keys", "last",
+                                                                 "text");
     row("numpad", 26, "7", "42", Qt::Key_Return, "42");
     row("numpad rejected", 26, "7", "42", Qt::Key_Escape, "7");
     row("keyboard", 27, "old", "abc", Qt::Key_Return, "abc");

@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 #include "widgets/elements/PictureFiles.h"
 
@@ -14,14 +15,6 @@ using namespace Widgets;
 using Nodes::BasicWidget;
 
 namespace {
-
-const Nodes::ResourcePtr none;
-
-const PictureFiles &files()
-{
-    static const PictureFiles made;
-    return made;
-}
 
 /// One image element of 40 by 20, where nothing else is said; signal 20 is an integer.
 std::string image(const char *kind, const QString &properties, const char *states = "")
@@ -46,14 +39,13 @@ template <class Element> struct Shown
 {
     explicit Shown(const std::string &nodes, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
         : project(nodes.c_str(), mode),
-          element((files().use(), project.node<BasicWidget>(10)), nullptr)
+          element((PictureFiles::shared().use(), project.node<BasicWidget>(10)), nullptr)
     {
         element.start();
     }
-    ~Shown() { element.stop(); }
     void publish(const Nodes::SignalValue &value)
     {
-        project.node<Nodes::BasicSignal>(20)->GetCell()->Publish(value);
+        project.publish(20, value);
         QCoreApplication::processEvents();
     }
     QColor at(int x, int y) { return element.grab().toImage().pixelColor(x, y); }
@@ -64,17 +56,6 @@ template <class Element> struct Shown
 
 using Image = Shown<qwidgetImage>;
 using MultiImage = Shown<qwidgetMultiImage>;
-
-QStringList warnings(const Nodes::systemCore &core)
-{
-    std::vector<Nodes::BasicEvent> events;
-    if (!core.GetJournal().Flush() || !core.GetJournal().Query({}, events))
-        return {"the journal failed"};
-    QStringList texts;
-    for (const Nodes::BasicEvent &event : events)
-        texts << QString::fromStdString(event.text);
-    return texts;
-}
 
 } // namespace
 
@@ -102,33 +83,31 @@ private slots:
 
 void TestImages::decodes_data()
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("bitmap") << "halves.png" << QSize(20, 10);
-    QTest::newRow("vector") << "square.svg" << QSize(16, 16);
-    QTest::newRow("cut off") << "cut.png" << QSize();
-    QTest::newRow("claims to be large") << "large.png" << QSize();
-    QTest::newRow("large vector") << "huge.svg" << QSize();
+    const Rows<QString, QSize> row("file", "size");
+    row("bitmap", "halves.png", QSize(20, 10));
+    row("vector", "square.svg", QSize(16, 16));
+    row("cut off", "cut.png", QSize(0, 0));
+    row("claims to be large", "large.png", QSize(0, 0));
+    row("large vector", "huge.svg", QSize(0, 0));
 }
 
 void TestImages::decodes()
 {
     QFETCH(QString, file);
-    QFETCH(QSize, size);
     const QImage *image =
-        ImageCachingManager::getInstance().getImage(files().load(qPrintable(file)));
+        ImageCachingManager::getInstance().getImage(PictureFiles::shared().load(qPrintable(file)));
     QVERIFY(image);
-    QCOMPARE(image->isNull(), !size.isValid());
-    if (size.isValid())
-        QCOMPARE(image->size(), size);
+    QTEST(image->size(), "size");
 }
 
 void TestImages::sharesWhatItDecoded()
 {
     auto &cache = ImageCachingManager::getInstance();
+    const Nodes::ResourcePtr none;
     QVERIFY(!cache.getImage(none) && cache.getRendition(none, {5, 5}).isNull());
-    QVERIFY(!cache.getImage(files().load("empty.png")));
-    QFile::copy(files().path("halves.png"), files().path("shared.png"));
+    QVERIFY(!cache.getImage(PictureFiles::shared().load("empty.png")));
+    QFile::copy(PictureFiles::shared().path("halves.png"),
+                PictureFiles::shared().path("shared.png"));
     const int before = cache.getCount();
     const qint64 bytes = cache.getMemory().images;
     const Image first(image("image", R"(image="shared.png")"));
@@ -141,8 +120,8 @@ void TestImages::sharesWhatItDecoded()
 
 void TestImages::vectorsStaySharp()
 {
-    const QImage made =
-        ImageCachingManager::getInstance().getRendition(files().load("square.svg"), {160, 320});
+    const QImage made = ImageCachingManager::getInstance().getRendition(
+        PictureFiles::shared().load("square.svg"), {160, 320});
     // An enlarged bitmap would have a soft edge here.
     QCOMPARE(made.pixelColor(80, 158), QColor(0, 255, 0));
     QCOMPARE(made.pixelColor(80, 161).alpha(), 0);
@@ -150,17 +129,13 @@ void TestImages::vectorsStaySharp()
 
 void TestImages::drawsTurnedInsideTheBorder_data()
 {
-    QTest::addColumn<QString>("properties");
-    QTest::addColumn<QPoint>("point");
-    QTest::addColumn<QColor>("color");
-    const QString still = R"(image="halves.png" borderWidth="3" borderColor="#00ff00" )";
+    const Rows<QString, QPoint, QColor> row("properties", "point", "color");
     const QPoint left(8, 10);
-    QTest::newRow("half a turn") << still + R"(angle="180")" << left << QColor(Qt::blue);
-    QTest::newRow("clockwise") << still + R"(angle="90")" << QPoint(20, 5) << QColor(Qt::red);
-    QTest::newRow("border") << still << QPoint(38, 17) << QColor(Qt::green);
-    QTest::newRow("background") << still + R"(angle="45" background="#ffffff")" << QPoint(4, 4)
-                                << QColor(Qt::white);
-    QTest::newRow("disabled") << still + R"(disabled="true")" << left << QColor(191, 64, 64);
+    row("half a turn", R"(angle="180")", left, Qt::blue);
+    row("clockwise", R"(angle="90")", {20, 5}, Qt::red);
+    row("border", "", {38, 17}, Qt::green);
+    row("background", R"(angle="45" background="#ffffff")", {4, 4}, Qt::white);
+    row("disabled", R"(disabled="true")", left, QColor(191, 64, 64));
 }
 
 void TestImages::drawsTurnedInsideTheBorder()
@@ -168,7 +143,8 @@ void TestImages::drawsTurnedInsideTheBorder()
     QFETCH(QString, properties);
     QFETCH(QPoint, point);
     QFETCH(QColor, color);
-    Image shown(image("image", properties));
+    Image shown(image("image",
+                      R"(image="halves.png" borderWidth="3" borderColor="#00ff00" )" + properties));
     const QColor drawn = shown.at(point.x(), point.y());
     QVERIFY2(qAbs(drawn.red() - color.red()) <= 2 && qAbs(drawn.green() - color.green()) <= 2 &&
                  qAbs(drawn.blue() - color.blue()) <= 2,
@@ -191,25 +167,17 @@ void TestImages::anAnimationRunsWhileActive()
 
 void TestImages::aStateSelectsThePicture_data()
 {
-    QTest::addColumn<QString>("noPicture");
-    QTest::addColumn<int>("value");
-    QTest::addColumn<bool>("isEditor");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<bool>("isVisible");
-    const auto row = [](const char *noPicture, int value, bool isEditor, const char *file,
-                        bool isVisible) {
-        QTest::addRow("%s %d%s", noPicture, value, isEditor ? ", editor" : "")
-            << QString(noPicture) << value << isEditor << QString(file) << isVisible;
-    };
-    row("cross", 1, false, "halves.png", true);
-    row("cross", 2, false, "square.svg", true);
-    for (const int bare : {3, 4 /* broken */, 99 /* no state */}) {
-        row("cross", bare, false, "", true);
-        row("keep", bare, false, "halves.png", true);
-        row("hide", bare, false, "", false);
+    const Rows<QString, int, bool, QString, bool> row("noPicture", "value", "isEditor", "file",
+                                                      "isVisible");
+    row("first", "cross", 1, false, "halves.png", true);
+    row("second", "cross", 2, false, "square.svg", true);
+    for (const auto &[name, value] : {std::pair("bare", 3), {"broken", 4}, {"no state", 99}}) {
+        row(name, "cross", value, false, "", true);
+        row(name, "keep", value, false, "halves.png", true);
+        row(name, "hide", value, false, "", false);
     }
-    row("cross", 3, true, "halves.png", true);
-    row("hide", 3, true, "", true);
+    row("editor keeps", "cross", 3, true, "halves.png", true);
+    row("editor shows", "hide", 3, true, "", true);
 }
 
 void TestImages::aStateSelectsThePicture()
@@ -219,8 +187,8 @@ void TestImages::aStateSelectsThePicture()
     QFETCH(bool, isEditor);
     QFETCH(QString, file);
     QFETCH(bool, isVisible);
-    const std::string nodes = multiImage("signal=\"20\" noPicture=\"" + noPicture + '"');
-    MultiImage shown(nodes, isEditor ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
+    MultiImage shown(multiImage("signal=\"20\" noPicture=\"" + noPicture + '"'),
+                     isEditor ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
     shown.publish(1);
     QTRY_COMPARE(shown.element.shownText(), QStringLiteral("halves.png"));
     shown.publish(value);
@@ -237,12 +205,12 @@ void TestImages::aStateSelectsThePicture()
 
 void TestImages::theSameStateAgainDoesNothing()
 {
-    QFile::copy(files().path("halves.png"), files().path("gone.png"));
+    QFile::copy(PictureFiles::shared().path("halves.png"), PictureFiles::shared().path("gone.png"));
     MultiImage shown(multiImage(R"(signal="20")"));
-    QVERIFY(shown.project.node(11)->SetPropertyText("image", "gone.png").IsSuccess());
+    shown.project.set(11, "image", "gone.png");
     shown.publish(1);
     QTRY_COMPARE(shown.element.shownText(), QStringLiteral("gone.png"));
-    QVERIFY(QFile::remove(files().path("gone.png")));
+    QVERIFY(QFile::remove(PictureFiles::shared().path("gone.png")));
     QSignalSpy values(&shown.element, &qwidgetMultiImage::valueUpdated);
     shown.publish(1);
     QTRY_COMPARE(values.count(), 1);
@@ -254,15 +222,13 @@ void TestImages::aBadValueNeverLooksGood()
     MultiImage plain(multiImage(R"(signal="20" noPicture="hide")"));
     plain.publish(1);
     QTRY_COMPARE(plain.element.shownText(), QStringLiteral("halves.png"));
-    const QImage good = plain.element.grab().toImage();
-    const auto cell = plain.project.node<Nodes::BasicSignal>(20)->GetCell();
-    QImage earlier = good;
+    QVector<QImage> looks{plain.element.grab().toImage()};
     for (const Nodes::Quality quality : {Nodes::Quality::Stale, Nodes::Quality::Bad}) {
-        cell->Degrade(quality, Nodes::Result());
+        plain.project.publish(20, 1, quality);
         QTRY_COMPARE(plain.element.shownQuality(), quality);
         const QImage now = plain.element.grab().toImage();
-        QVERIFY(now != good && now != earlier && !plain.element.isHidden());
-        earlier = now;
+        QVERIFY(!looks.contains(now) && !plain.element.isHidden());
+        looks << now;
     }
     MultiImage own(multiImage(R"(signal="20" badImage="square.svg")"));
     own.publish(Nodes::SignalValue(Nodes::Result(Nodes::Result::Timeout)));
@@ -294,32 +260,31 @@ void TestImages::aMissingPictureIsSeenInTheEditor()
 
 void TestImages::aMissingPictureIsToldOnce_data()
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("reason");
-    const auto row = [](const char *file, const char *reason) {
-        QTest::newRow(file) << QString(file) << QString(reason);
-    };
-    row("absent.png", "нет такого файла");
-    row("text.png", "повреждён");
-    row(R"(large.png" animated="true)", "слишком велик");
-    row("../a.png", "вне каталога");
+    const Rows<QString, QString, QString> row("file", "properties", "reason");
+    row("absent", "absent.png", "", "нет такого файла");
+    row("no picture", "text.png", "", "повреждён");
+    row("too large", "large.png", R"(animated="true")", "слишком велик");
+    row("outside", "../a.png", "", "вне каталога");
 }
 
 void TestImages::aMissingPictureIsToldOnce()
 {
     QFETCH(QString, file);
+    QFETCH(QString, properties);
     QFETCH(QString, reason);
-    Image shown(image("image", QString(R"(image="%1" signal="20")").arg(file)));
-    QVERIFY(shown.project.core.GetJournal().Open(files().path(reason + ".db").toStdString()));
+    Image shown(image("image", "image=\"" + file + "\" signal=\"20\" " + properties));
+    Nodes::EventJournal &journal = shown.project.core.GetJournal();
+    QVERIFY(journal.Open(PictureFiles::shared().path(reason + ".db").toStdString()));
     qwidgetImage second(shown.project.node<BasicWidget>(10), nullptr);
     second.start();
     shown.publish(1);
     second.grab();
     second.stop();
-    const QStringList told = warnings(shown.project.core);
-    QCOMPARE(told.size(), 1);
-    QVERIFY2(told[0].contains(file.section('"', 0, 0)) && told[0].contains(reason),
-             qPrintable(told[0]));
+    std::vector<Nodes::BasicEvent> events;
+    QVERIFY(journal.Flush() && journal.Query({}, events));
+    QCOMPARE(events.size(), 1u);
+    const QString told = QString::fromStdString(events.front().text);
+    QVERIFY2(told.contains(file) && told.contains(reason), qPrintable(told));
 }
 
 QTEST_MAIN(TestImages)

@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/elements/ElementTooltip.h"
@@ -5,10 +6,8 @@
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 
-#include "nodes/visual/widgetMultiLabel.h"
+#include "nodes/visual/BasicWidget.h"
 
-#include <QGraphicsProxyWidget>
-#include <QImage>
 #include <QPainter>
 
 #include <atomic>
@@ -28,6 +27,17 @@ constexpr const char *nodes = R"(<folder id="10" name="F">
   <multiLabel id="23" name="M" signal="11" visibility="matching" width="80" height="30">
     <state id="24" name="S" from="0" to="10" text="Норма" ownColor="true" color="#102030"
            ownBackground="true" background="#a0b0c0"/></multiLabel></window>)";
+
+/// A label of the project at work.
+template <class Label = qwidgetLabel> struct Shown : RuntimeProject
+{
+    explicit Shown(unsigned long id = 21, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
+        : RuntimeProject(nodes, mode), label(node<Nodes::BasicWidget>(id), nullptr)
+    {
+        label.start();
+    }
+    Label label;
+};
 
 /// Grey picture of an element: what remains of its looks without colour.
 QImage greyLook(qwidgetLabel &label)
@@ -66,245 +76,185 @@ class LabelTest : public QObject
     Q_OBJECT
 
 private slots:
-    void startsAndStopsOnce();
-    void closingOneLeavesTheOthersLive();
+    void theLastToStopStopsTheNode();
     void ignoresChangesWhileStopped();
     void qualityIsSeenWithoutColour();
     void badShowsNoNumber();
     void fixedTextHasNoQuality();
     void repaintsOncePerChange();
     void looksOfProperties();
-    void stateDecidesColours();
-    void unmatchedIsHiddenAtRunTime_data();
-    void unmatchedIsHiddenAtRunTime();
+    void theStateDecides_data();
+    void theStateDecides();
     void tooltipTellsQuality_data();
     void tooltipTellsQuality();
     void deletedWhilePublishing();
     void wrongNodeClass();
-
-private:
-    static void publish(const RuntimeProject &project, double value, Quality quality)
-    {
-        Nodes::SignalValue sample(value);
-        sample.SetQuality(quality);
-        project.node<Nodes::BasicSignal>(11)->GetCell()->Publish(sample);
-    }
 };
 
-void LabelTest::startsAndStopsOnce()
+void LabelTest::theLastToStopStopsTheNode()
 {
-    RuntimeProject project(nodes);
-    auto *node = project.node<Nodes::BasicWidget>(21);
-    qwidgetLabel label(node, nullptr);
-    QSignalSpy spy(&label, &qwidgetLabel::isActiveChanged);
-    label.stop();
-    label.start();
-    label.start();
-    QCOMPARE(spy.count(), 1);
-    QVERIFY(node->GetState() == Nodes::NodeState::Running);
-    label.stop();
-    label.stop();
-    QCOMPARE(spy.count(), 2);
-    QVERIFY(node->GetState() == Nodes::NodeState::Stopped);
-}
-
-void LabelTest::closingOneLeavesTheOthersLive()
-{
-    RuntimeProject project(nodes);
-    auto *node = project.node<Nodes::BasicWidget>(21);
-    qwidgetLabel kept(node, nullptr);
-    kept.start();
+    Shown kept;
+    auto *node = kept.node<Nodes::BasicWidget>(21);
+    QSignalSpy changes(&kept.label, &qwidgetLabel::isActiveChanged);
+    kept.label.start(); // already is
     auto closed = std::make_unique<qwidgetLabel>(node, nullptr);
     closed->start();
     closed->stop();
+    closed->stop();
     closed.reset();
-    publish(project, 3, Quality::Good);
-    QTRY_COMPARE(kept.labelText(), QStringLiteral("T = 3.0 °C"));
-    kept.stop();
+    kept.publish(11, 3.0);
+    QTRY_COMPARE(kept.label.labelText(), QStringLiteral("T = 3.0 °C"));
+    kept.label.stop();
+    QCOMPARE(changes.count(), 1);
     QVERIFY(node->GetState() == Nodes::NodeState::Stopped);
 }
 
 void LabelTest::ignoresChangesWhileStopped()
 {
-    RuntimeProject project(nodes);
-    auto *node = project.node<Nodes::BasicWidget>(21);
-    qwidgetLabel label(node, nullptr);
-    label.start();
-    publish(project, 1, Quality::Good);
-    QTRY_COMPARE(label.labelText(), QStringLiteral("T = 1.0 °C"));
-    label.stop();
-    publish(project, 2, Quality::Good);
-    QVERIFY(node->SetPropertyText("x", "77"));
-    QTest::qWait(10);
-    QCOMPARE(label.labelText(), QStringLiteral("T = 1.0 °C"));
-    QCOMPARE(label.x(), 10);
-    label.start();
-    QCOMPARE(label.labelText(), QStringLiteral("T = 2.0 °C"));
-    QCOMPARE(label.x(), 77);
+    Shown shown;
+    shown.publish(11, 1.0);
+    QTRY_COMPARE(shown.label.labelText(), QStringLiteral("T = 1.0 °C"));
+    shown.label.stop();
+    shown.publish(11, 2.0);
+    shown.set(21, "x", "77");
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.label.labelText(), QStringLiteral("T = 1.0 °C"));
+    QCOMPARE(shown.label.x(), 10);
+    shown.label.start();
+    QCOMPARE(shown.label.labelText(), QStringLiteral("T = 2.0 °C"));
+    QCOMPARE(shown.label.x(), 77);
 }
 
 void LabelTest::qualityIsSeenWithoutColour()
 {
-    RuntimeProject project(nodes);
-    qwidgetLabel label(project.node<Nodes::BasicWidget>(21), nullptr);
-    label.start();
+    Shown shown;
     QVector<QImage> looks;
     for (const Quality quality :
-         {Quality::Good, Quality::Uncertain, Quality::Bad, Quality::Stale}) {
-        publish(project, 3, quality);
-        QTRY_COMPARE(label.shownQuality(), quality);
-        looks << greyLook(label);
+         {Quality::Good, Quality::Uncertain, Quality::Bad, Quality::Stale, Quality::Good}) {
+        shown.publish(11, 3.0, quality);
+        QTRY_COMPARE(shown.label.shownQuality(), quality);
+        looks << greyLook(shown.label);
     }
+    QCOMPARE(looks.takeLast(), looks.first());
     for (int i = 0; i < looks.size(); ++i)
         for (int j = i + 1; j < looks.size(); ++j)
             QVERIFY2(differingPixels(looks[i], looks[j]) >= 20,
                      qPrintable(QStringLiteral("%1 and %2").arg(i).arg(j)));
-    publish(project, 3, Quality::Good);
-    QTRY_COMPARE(label.shownQuality(), Quality::Good);
-    QCOMPARE(greyLook(label), looks[0]);
 }
 
 void LabelTest::badShowsNoNumber()
 {
-    RuntimeProject project(nodes);
-    qwidgetLabel label(project.node<Nodes::BasicWidget>(21), nullptr);
-    label.start();
-    QCOMPARE(label.labelText(), QStringLiteral("T = ----")); // nothing received yet
-    QCOMPARE(label.shownQuality(), Quality::Bad);
-    publish(project, 42, Quality::Good);
-    QTRY_COMPARE(label.labelText(), QStringLiteral("T = 42.0 °C"));
-    project.node<Nodes::BasicSignal>(11)->GetCell()->Degrade(
+    Shown shown;
+    QCOMPARE(shown.label.labelText(), QStringLiteral("T = ----")); // nothing received yet
+    QCOMPARE(shown.label.shownQuality(), Quality::Bad);
+    shown.publish(11, 42.0);
+    QTRY_COMPARE(shown.label.labelText(), QStringLiteral("T = 42.0 °C"));
+    shown.node<Nodes::BasicSignal>(11)->GetCell()->Degrade(
         Quality::Bad, Nodes::Result(Nodes::Result::NotConnected));
-    QTRY_COMPARE(label.labelText(), QStringLiteral("T = ----"));
-    QCOMPARE(label.shownQuality(), Quality::Bad);
+    QTRY_COMPARE(shown.label.labelText(), QStringLiteral("T = ----"));
+    QCOMPARE(shown.label.shownQuality(), Quality::Bad);
 }
 
 void LabelTest::fixedTextHasNoQuality()
 {
-    RuntimeProject project(nodes);
-    qwidgetLabel label(project.node<Nodes::BasicWidget>(22), nullptr);
-    label.start();
-    QCOMPARE(label.labelText(), QStringLiteral("Котёл"));
-    QCOMPARE(label.shownQuality(), Quality::Good);
-    QVERIFY(Widgets::ElementTooltip::text(*project.node<Nodes::BasicWidget>(22)).isEmpty());
+    const Shown shown(22);
+    QCOMPARE(shown.label.labelText(), QStringLiteral("Котёл"));
+    QCOMPARE(shown.label.shownQuality(), Quality::Good);
+    QVERIFY(Widgets::ElementTooltip::text(*shown.node<Nodes::BasicWidget>(22)).isEmpty());
 }
 
 void LabelTest::repaintsOncePerChange()
 {
-    RuntimeProject project(nodes);
-    auto *window = project.node(20);
-    Widgets::ProxyView view(window, nullptr);
-    view.setScene(window);
+    const RuntimeProject project(nodes);
+    Widgets::ProxyView view(project.node(20), nullptr);
+    view.setScene(project.node(20));
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
-    publish(project, 1, Quality::Good);
+    project.publish(11, 1.0);
     QTest::qWait(150);
     PaintCounter counter;
     view.viewport()->installEventFilter(&counter);
     for (int i = 2; i < 100; ++i)
-        publish(project, i, Quality::Good);
+        project.publish(11, i);
     QTRY_COMPARE(counter.count, 1);
-    publish(project, 99, Quality::Good); // looks the same
+    project.publish(11, 99); // looks the same
     QTest::qWait(30);
     QCOMPARE(counter.count, 1);
 }
 
 void LabelTest::looksOfProperties()
 {
-    RuntimeProject project(nodes);
-    auto *node = project.node<Nodes::BasicWidget>(22);
-    qwidgetLabel label(node, nullptr);
-    label.start();
-    const auto changed = [&](const char *key, const char *text) {
-        const QImage before = greyLook(label);
-        return node->SetPropertyText(key, text) && greyLook(label) != before;
-    };
-    QVERIFY(changed("borderWidth", "3"));
-    QVERIFY(changed("angle", "90"));
-    QVERIFY(changed("fontSize", "14"));
-    QVERIFY(changed("disabled", "true"));
-    QVERIFY(changed("background", "#ffffff"));
-    QCOMPARE(label.palette().color(label.backgroundRole()), QColor(Qt::white));
-    QCOMPARE(qGray(greyLook(label).pixel(40, 5)), 255); // disabled, yet without a grey cover
-    QVERIFY(node->SetPropertyText("background", "#ffffff00"));
-    QCOMPARE(label.palette().color(label.backgroundRole()).alpha(), 0);
+    Shown shown(22);
+    QImage before = greyLook(shown.label);
+    for (const auto &[key, text] :
+         {std::pair("borderWidth", "3"), std::pair("angle", "90"), std::pair("fontSize", "14"),
+          std::pair("disabled", "true"), std::pair("background", "#ffffff")}) {
+        shown.set(22, key, text);
+        const QImage now = greyLook(shown.label);
+        QVERIFY2(now != before, key);
+        before = now;
+    }
+    QCOMPARE(qGray(before.pixel(40, 5)), 255); // disabled, yet without a grey cover
+    shown.set(22, "background", "#ffffff00");
+    QCOMPARE(shown.label.palette().color(shown.label.backgroundRole()).alpha(), 0);
 }
 
-void LabelTest::stateDecidesColours()
+void LabelTest::theStateDecides_data()
 {
-    RuntimeProject project(nodes);
-    qwidgetMultiLabel label(project.node<Nodes::BasicWidget>(23), nullptr);
-    label.start();
-    publish(project, 5, Quality::Good);
+    const Rows<bool> row("isEditing");
+    row("runtime", false);
+    row("editing", true);
+}
+
+void LabelTest::theStateDecides()
+{
+    QFETCH(bool, isEditing);
+    Shown<qwidgetMultiLabel> shown(23, isEditing ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
+    qwidgetMultiLabel &label = shown.label;
+    label.show();
+    shown.publish(11, 5.0);
     QTRY_COMPARE(label.labelText(), QStringLiteral("Норма"));
     QCOMPARE(label.textColor(), QColor(0x10, 0x20, 0x30));
     QCOMPARE(label.backgroundColor(), QColor(0xa0, 0xb0, 0xc0));
-    publish(project, 50, Quality::Good);
-    QTRY_COMPARE(label.textColor(), QColor(Qt::black));
-    QCOMPARE(label.backgroundColor(), QColor(0xa0, 0xb0, 0xc0)); // stays without an own one
-    QVERIFY(project.node(23)->SetPropertyText("stateColors", "false"));
-    QCOMPARE(label.backgroundColor().alpha(), 0);
-}
-
-void LabelTest::unmatchedIsHiddenAtRunTime_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("isHidden");
-    QTest::newRow("runtime") << int(Nodes::WorkModeRuntime) << true;
-    QTest::newRow("editing") << int(Nodes::WorkModeEditing) << false;
-}
-
-void LabelTest::unmatchedIsHiddenAtRunTime()
-{
-    QFETCH(int, mode);
-    QFETCH(bool, isHidden);
-    RuntimeProject project(nodes, Nodes::enWorkMode(mode));
-    qwidgetMultiLabel label(project.node<Nodes::BasicWidget>(23), nullptr);
-    label.show();
-    label.start();
-    publish(project, 5, Quality::Good);
-    QTRY_COMPARE(label.labelText(), QStringLiteral("Норма"));
     QVERIFY(label.isVisible());
-    publish(project, 50, Quality::Good);
+    shown.publish(11, 50.0); // no state
     QTRY_COMPARE(label.labelText(), QStringLiteral("50.0 °C"));
-    QCOMPARE(label.isHidden(), isHidden);
-    publish(project, 5, Quality::Good);
+    QCOMPARE(label.textColor(), QColor(Qt::black));
+    QCOMPARE(label.backgroundColor(), QColor(0xa0, 0xb0, 0xc0)); // stays without an own one
+    QCOMPARE(label.isHidden(), !isEditing);
+    shown.publish(11, 5.0);
     QTRY_VERIFY(label.isVisible());
+    shown.set(23, "stateColors", "false");
+    QCOMPARE(label.backgroundColor().alpha(), 0);
 }
 
 void LabelTest::tooltipTellsQuality_data()
 {
-    QTest::addColumn<int>("quality");
-    QTest::addColumn<QStringList>("parts");
-    const QString path = QStringLiteral("Сигнал: F/T");
-    QTest::newRow("good") << int(Quality::Good)
-                          << QStringList{path, "Качество: Достоверно", "\nЗначение: 7.0 °C"};
-    QTest::newRow("stale") << int(Quality::Stale)
-                           << QStringList{path, "Качество: Устарело", "Последнее значение: 7.0 °C",
-                                          "Причина: нет обновлений"};
-    QTest::newRow("bad") << int(Quality::Bad)
-                         << QStringList{path, "Качество: Недостоверно",
-                                        "Последнее значение: 7.0 °C", "Причина: "};
+    const Rows<Quality, QString> row("quality", "lines");
+    row("good", Quality::Good, "Качество: Достоверно\nЗначение: 7.0 °C");
+    row("stale", Quality::Stale,
+        "Качество: Устарело\nПоследнее значение: 7.0 °C\nПричина: нет обновлений");
+    row("bad", Quality::Bad, "Качество: Недостоверно\nПоследнее значение: 7.0 °C\nПричина: ");
 }
 
 void LabelTest::tooltipTellsQuality()
 {
-    QFETCH(int, quality);
-    QFETCH(QStringList, parts);
-    RuntimeProject project(nodes);
-    publish(project, 7, Quality(quality));
+    QFETCH(Quality, quality);
+    QFETCH(QString, lines);
+    const RuntimeProject project(nodes);
+    project.publish(11, 7.0, quality);
     const QString text = Widgets::ElementTooltip::text(*project.node<Nodes::BasicWidget>(21));
-    for (const QString &part : parts)
-        QVERIFY2(text.contains(part), qPrintable(text));
+    for (const QString &line : ("Сигнал: F/T\n" + lines).split('\n'))
+        QVERIFY2(('\n' + text).contains('\n' + line), qPrintable(text));
 }
 
 void LabelTest::deletedWhilePublishing()
 {
-    RuntimeProject project(nodes);
+    const RuntimeProject project(nodes);
     std::atomic<bool> isDone{false};
     std::thread publisher([&] {
         while (!isDone)
-            publish(project, 1, Quality::Good);
+            project.publish(11, 1.0);
     });
     for (int i = 0; i < 50; ++i) {
         qwidgetLabel label(project.node<Nodes::BasicWidget>(21), nullptr);
@@ -314,7 +264,7 @@ void LabelTest::deletedWhilePublishing()
     isDone = true;
     publisher.join();
     QCoreApplication::processEvents();
-    QVERIFY(project.node(21)->SetPropertyText("x", "5")); // reaches none of the deleted
+    project.set(21, "x", "5"); // reaches none of the deleted
 }
 
 void LabelTest::wrongNodeClass()
