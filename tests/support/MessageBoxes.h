@@ -6,7 +6,7 @@
 #include <QTimer>
 
 /// Presses one button of every message box that opens while it lives, as an operator would, and
-/// notes what the box said.
+/// notes what the box said. A box without that button has its first one pressed.
 class MessageBoxes : public QObject
 {
 public:
@@ -22,10 +22,12 @@ public:
         if (!box || event->type() != QEvent::Show)
             return false;
         shown << box->windowTitle() + ": " + box->text();
-        captions << box->button(m_pressed)->text();
+        QAbstractButton *wanted = box->button(m_pressed);
+        QAbstractButton *button = wanted ? wanted : box->buttons().first();
+        captions << button->text();
         if (whileOpen)
             whileOpen();
-        QTimer::singleShot(0, box, [box, pressed = m_pressed] { box->button(pressed)->click(); });
+        QTimer::singleShot(0, box, [button] { button->click(); });
         return false;
     }
 

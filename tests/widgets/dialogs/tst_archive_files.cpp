@@ -1,3 +1,5 @@
+#include "support/MessageBoxes.h"
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
@@ -6,16 +8,17 @@
 #include "nodes/storage/SqliteDatabase.h"
 #include "nodes/storage/SqliteStatement.h"
 
-#include <QAbstractButton>
 #include <QFile>
-#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTreeView>
 
 using namespace Widgets;
+using Nodes::Result;
 using Nodes::SqliteDatabase;
 
 namespace {
+
+constexpr int noDatabase = -1;
 
 /// A data directory with an idle archive, one in use, one that is damaged, and other files.
 struct Archives
@@ -48,9 +51,9 @@ struct Archives
     {
         SqliteDatabase database;
         if (!database.Open(file.toStdString(), SqliteDatabase::Mode::ReadOnly))
-            return -1;
+            return noDatabase;
         Nodes::SqliteStatement count(database, "SELECT count(*) FROM t");
-        return count.Step() ? int(count.Integer(0)) : -1;
+        return count.Step() ? int(count.Integer(0)) : noDatabase;
     }
 
     QTemporaryDir directory;
@@ -87,14 +90,13 @@ void TestArchiveFiles::lists()
 
 void TestArchiveFiles::deletesOnlyWhatItMay_data()
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("expected");
-    QTest::newRow("idle") << "old/idle.sqlite" << int(Nodes::Result::Success);
-    QTest::newRow("in use") << "used.sqlite" << int(Nodes::Result::Refused);
-    QTest::newRow("no database") << "notes.txt" << int(Nodes::Result::InvalidArgument);
-    QTest::newRow("outside") << "../outside.sqlite" << int(Nodes::Result::InvalidArgument);
-    QTest::newRow("log alone") << "used.sqlite-wal" << int(Nodes::Result::InvalidArgument);
-    QTest::newRow("not there") << "none.sqlite" << int(Nodes::Result::NotFound);
+    const Rows<QString, int> row("file", "expected");
+    row("idle", "old/idle.sqlite", Result::Success);
+    row("in use", "used.sqlite", Result::Refused);
+    row("no database", "notes.txt", Result::InvalidArgument);
+    row("outside", "../outside.sqlite", Result::InvalidArgument);
+    row("log alone", "used.sqlite-wal", Result::InvalidArgument);
+    row("not there", "none.sqlite", Result::NotFound);
 }
 
 void TestArchiveFiles::deletesOnlyWhatItMay()
@@ -103,23 +105,19 @@ void TestArchiveFiles::deletesOnlyWhatItMay()
     QFETCH(int, expected);
     const Archives archives;
     const bool wasThere = QFile::exists(archives.path("data/" + file));
-    const Nodes::Result deleted = archives.files().Delete(file.toStdString());
-    QVERIFY2(deleted == Nodes::Result::ResultType(expected), deleted.ToString().c_str());
+    const Result deleted = archives.files().Delete(file.toStdString());
+    QVERIFY2(deleted == Result::ResultType(expected), deleted.ToString().c_str());
     QCOMPARE(QFile::exists(archives.path("data/" + file)), wasThere && !deleted);
     QCOMPARE(Archives::rows(archives.path("data/used.sqlite")), 3);
 }
 
 void TestArchiveFiles::copies_data()
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<bool>("cancelled");
-    QTest::addColumn<int>("expected");
-    QTest::addColumn<int>("rows"); // -1: no database
-    QTest::newRow("idle") << "old/idle.sqlite" << false << int(Nodes::Result::Success) << 3;
-    QTest::newRow("in use") << "used.sqlite" << false << int(Nodes::Result::Success) << 3;
-    QTest::newRow("damaged") << "broken.sqlite.damaged" << false << int(Nodes::Result::Success)
-                             << -1;
-    QTest::newRow("cancelled") << "used.sqlite" << true << int(Nodes::Result::Cancelled) << -1;
+    const Rows<QString, bool, int, int> row("file", "cancelled", "expected", "rows");
+    row("idle", "old/idle.sqlite", false, Result::Success, 3);
+    row("in use", "used.sqlite", false, Result::Success, 3);
+    row("damaged", "broken.sqlite.damaged", false, Result::Success, noDatabase);
+    row("cancelled", "used.sqlite", true, Result::Cancelled, noDatabase);
 }
 
 void TestArchiveFiles::copies()
@@ -127,62 +125,49 @@ void TestArchiveFiles::copies()
     QFETCH(QString, file);
     QFETCH(bool, cancelled);
     QFETCH(int, expected);
-    QFETCH(int, rows);
     const Archives archives;
     const QString target = archives.path("copy");
     const std::atomic<bool> isCancelled{cancelled};
     const auto copy = [&] {
         return archives.files().Copy(file.toStdString(), target.toStdString(), isCancelled);
     };
-    const Nodes::Result copied = copy();
-    QVERIFY2(copied == Nodes::Result::ResultType(expected), copied.ToString().c_str());
+    const Result copied = copy();
+    QVERIFY2(copied == Result::ResultType(expected), copied.ToString().c_str());
     QCOMPARE(QFile::exists(target), copied.IsSuccess());
-    QCOMPARE(Archives::rows(target), rows);
+    QTEST(Archives::rows(target), "rows");
     if (copied)
-        QVERIFY(copy() == Nodes::Result::Duplicate);
+        QVERIFY(copy() == Result::Duplicate);
 }
 
 void TestArchiveFiles::theDialogAsksBeforeDeleting_data()
 {
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<bool>("isDeleted");
-    QTest::newRow("yes") << int(QMessageBox::Yes) << true;
-    QTest::newRow("no") << int(QMessageBox::No) << false;
+    const Rows<int, int> row("answer", "left");
+    row("yes", QMessageBox::Yes, 2);
+    row("no", QMessageBox::No, 3);
 }
 
 void TestArchiveFiles::theDialogAsksBeforeDeleting()
 {
     QFETCH(int, answer);
-    QFETCH(bool, isDeleted);
+    QFETCH(int, left);
     const Archives archives;
     RuntimeProject project(R"(<actionArchiverDBMgr id="10" name="files"/>)");
     project.core.SetDataDirectory(archives.path("data").toStdString());
     ArchiverDBMgrDialog dialog(project.node<Nodes::BasicAction>(10), "ArchiverDBMgrDialog");
     auto *table = dialog.findChild<QTreeView *>();
+    const auto select = [table](int row) { table->setCurrentIndex(table->model()->index(row, 0)); };
     QCOMPARE(table->model()->rowCount(), 3);
-    table->setCurrentIndex(table->model()->index(1, 0));
+    select(1);
     QCOMPARE(dialog.selectedFile(), QString("old/idle.sqlite"));
-    QStringList texts;
-    QTimer clicker;
-    connect(&clicker, &QTimer::timeout, this, [&] {
-        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            texts << box->text();
-            QAbstractButton *chosen = box->button(QMessageBox::StandardButton(answer));
-            (chosen ? chosen : box->buttons().first())->click();
-        }
-    });
-    clicker.start(5);
+    const MessageBoxes asked{QMessageBox::StandardButton(answer)};
     dialog.deleteSelected();
-    QCOMPARE(texts.size(), 1);
-    QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), !isDeleted);
-    QCOMPARE(table->model()->rowCount(), isDeleted ? 2 : 3);
-    table->setCurrentIndex(table->model()->index(table->model()->rowCount() - 1, 0));
+    QCOMPARE(asked.shown.size(), 1);
+    QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), left == 3);
+    QCOMPARE(table->model()->rowCount(), left);
+    select(left - 1);
     dialog.copySelectedTo(archives.path("copy"));
-    QTRY_COMPARE(texts.size(), 2);
+    QTRY_COMPARE(asked.shown.size(), 2);
     QCOMPARE(Archives::rows(archives.path("copy")), 3);
-    dialog.show();
-    if (qEnvironmentVariableIsSet("STATION_PICTURES"))
-        dialog.grab().save(qEnvironmentVariable("STATION_PICTURES") + "/archive-files.png");
 }
 
 QTEST_MAIN(TestArchiveFiles)

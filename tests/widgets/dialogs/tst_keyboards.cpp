@@ -1,10 +1,11 @@
+#include "support/Rows.h"
+
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 
 #include <QIntValidator>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QtTest>
 
 using namespace Widgets;
 
@@ -18,11 +19,6 @@ void press(QDialog &dialog, const QString &keys)
         QTest::mouseClick(button, Qt::LeftButton);
         QCoreApplication::processEvents();
     }
-}
-
-QString caption(const QDialog &dialog, const char *key)
-{
-    return dialog.findChild<QPushButton *>(key)->text();
 }
 
 } // namespace
@@ -46,36 +42,21 @@ private slots:
 
 void KeyboardsTest::typesText_data()
 {
-    QTest::addColumn<QString>("start");
-    QTest::addColumn<int>("cursor");
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("cursorAfter");
-    QTest::newRow("appends") << "ab" << 2 << "btn_c btn_space btn_1"
-                             << "abc 1" << 5;
-    QTest::newRow("inserts at the cursor") << "ac" << 1 << "btn_b"
-                                           << "abc" << 2;
-    QTest::newRow("shift holds for one character") << "" << 0 << "btn_lshift btn_q btn_w"
-                                                   << "Qw" << 2;
-    QTest::newRow("either shift, caps stays") << "" << 0 << "btn_caps btn_rshift btn_q btn_w btn_e"
-                                              << "qWE" << 3;
-    QTest::newRow("ampersand is itself") << "" << 0 << "btn_lshift btn_7 btn_a"
-                                         << "&a" << 2;
-    QTest::newRow("second language and back")
-        << "" << 0 << "btn_lang btn_q btn_lshift btn_3 btn_lang btn_q"
-        << "й№q" << 3;
-    QTest::newRow("backspace at the start") << "abc" << 0 << "btn_backspace"
-                                            << "abc" << 0;
-    QTest::newRow("backspace at one") << "abc" << 1 << "btn_backspace"
-                                      << "bc" << 0;
-    QTest::newRow("backspace within") << "abc" << 2 << "btn_backspace"
-                                      << "ac" << 1;
-    QTest::newRow("backspace at the end") << "abc" << 3 << "btn_backspace"
-                                          << "ab" << 2;
-    QTest::newRow("cursor keys") << "ac" << 2 << "btn_prev btn_b btn_next btn_d"
-                                 << "abcd" << 4;
-    QTest::newRow("clear, tab") << "abc" << 1 << "btn_clear btn_tab"
-                                << "\t" << 1;
+    const Rows<QString, int, QString, QString, int> row("start", "cursor", "keys", "text",
+                                                        "cursorAfter");
+    row("appends", "ab", 2, "btn_c btn_space btn_1", "abc 1", 5);
+    row("inserts at the cursor", "ac", 1, "btn_b", "abc", 2);
+    row("shift holds for one character", "", 0, "btn_lshift btn_q btn_w", "Qw", 2);
+    row("either shift, caps stays", "", 0, "btn_caps btn_rshift btn_q btn_w btn_e", "qWE", 3);
+    row("ampersand is itself", "", 0, "btn_lshift btn_7 btn_a", "&a", 2);
+    row("second language and back", "", 0, "btn_lang btn_q btn_lshift btn_3 btn_lang btn_q", "й№q",
+        3);
+    row("backspace at the start", "abc", 0, "btn_backspace", "abc", 0);
+    row("backspace at one", "abc", 1, "btn_backspace", "bc", 0);
+    row("backspace within", "abc", 2, "btn_backspace", "ac", 1);
+    row("backspace at the end", "abc", 3, "btn_backspace", "ab", 2);
+    row("cursor keys", "ac", 2, "btn_prev btn_b btn_next btn_d", "abcd", 4);
+    row("clear, tab", "abc", 1, "btn_clear btn_tab", "\t", 1);
 }
 
 void KeyboardsTest::typesText()
@@ -95,22 +76,14 @@ void KeyboardsTest::typesText()
 
 void KeyboardsTest::captionsFollowModes_data()
 {
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("captions"); // of q, 8 and [
-    QTest::newRow("at first") << ""
-                              << "q8[";
-    QTest::newRow("shift") << "btn_lshift"
-                           << "Q*{";
-    QTest::newRow("caps leaves digits and symbols") << "btn_caps"
-                                                    << "Q8[";
-    QTest::newRow("both") << "btn_caps btn_rshift"
-                          << "q*{";
-    QTest::newRow("shift off by the other one") << "btn_lshift btn_rshift"
-                                                << "q8[";
-    QTest::newRow("russian: a bracket is a letter") << "btn_lang btn_caps"
-                                                    << "Й8Х";
-    QTest::newRow("caps kept over languages") << "btn_caps btn_lang btn_lang"
-                                              << "Q8[";
+    const Rows<QString, QString> row("keys", "captions"); // of q, 8 and [
+    row("at first", "", "q8[");
+    row("shift", "btn_lshift", "Q*{");
+    row("caps leaves digits and symbols", "btn_caps", "Q8[");
+    row("both", "btn_caps btn_rshift", "q*{");
+    row("shift off by the other one", "btn_lshift btn_rshift", "q8[");
+    row("russian: a bracket is a letter", "btn_lang btn_caps", "Й8Х");
+    row("caps kept over languages", "btn_caps btn_lang btn_lang", "Q8[");
 }
 
 void KeyboardsTest::captionsFollowModes()
@@ -118,9 +91,10 @@ void KeyboardsTest::captionsFollowModes()
     QFETCH(QString, keys);
     VirtualKeyboard keyboard;
     press(keyboard, keys);
-    QTEST(caption(keyboard, "btn_q") + caption(keyboard, "btn_8") +
-              caption(keyboard, "btn_startbracket"),
-          "captions");
+    QString captions;
+    for (const char *name : {"btn_q", "btn_8", "btn_startbracket"})
+        captions += keyboard.findChild<QPushButton *>(name)->text();
+    QTEST(captions, "captions");
 }
 
 // Each character of a layout is on exactly one key, and reaches the field when it is pressed.
@@ -189,20 +163,13 @@ void KeyboardsTest::takesBothKeyboards()
 
 void KeyboardsTest::numpadTypesNumbers_data()
 {
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("digits") << "key1 key2 key3 key4 key5 key6 key7 key8 key9 key0"
-                            << "1234567890";
-    QTest::newRow("minus only at the start") << "keyMinus key5 keyMinus"
-                                             << "-5";
-    QTest::newRow("one period") << "key0 keyDot key5 keyDot key2"
-                                << "0.52";
-    QTest::newRow("no leading zeros") << "key0 key7"
-                                      << "0";
-    QTest::newRow("no period first") << "keyDot key7"
-                                     << "7";
-    QTest::newRow("backspace") << "key1 key2 keyBackspace key3"
-                               << "13";
+    const Rows<QString, QString> row("keys", "text");
+    row("digits", "key1 key2 key3 key4 key5 key6 key7 key8 key9 key0", "1234567890");
+    row("minus only at the start", "keyMinus key5 keyMinus", "-5");
+    row("one period", "key0 keyDot key5 keyDot key2", "0.52");
+    row("no leading zeros", "key0 key7", "0");
+    row("no period first", "keyDot key7", "7");
+    row("backspace", "key1 key2 keyBackspace key3", "13");
 }
 
 void KeyboardsTest::numpadTypesNumbers()

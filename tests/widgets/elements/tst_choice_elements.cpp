@@ -1,6 +1,8 @@
 #include "support/MessageBoxes.h"
+#include "support/Rows.h"
 #include "support/ShownElement.h"
 
+#include "widgets/elements/ValueWriter.h"
 #include "widgets/elements/qwidgetCheckBox.h"
 #include "widgets/elements/qwidgetComboBox.h"
 #include "widgets/scene/ProxyWidget.h"
@@ -17,8 +19,6 @@
 
 using namespace Widgets;
 using Nodes::Quality;
-
-Q_DECLARE_METATYPE(Nodes::Quality)
 
 namespace {
 
@@ -65,17 +65,6 @@ constexpr const char *screen = R"(
 <checkBox id="60" name="K" x="10" y="10" width="120" height="40" signal="14" afterWrite="17"/>
 <checkBox id="61" name="Locked" signal="12"/>)";
 
-constexpr const char *users =
-    R"(<station id="89" name="St"><authentication id="90" name="A"/></station><user id="91" name="U"/>)";
-
-void publish(const RuntimeProject &project, unsigned long signal, Nodes::SignalValue value,
-             Quality quality = Quality::Good)
-{
-    if (!value.IsEmpty())
-        value.SetQuality(quality);
-    project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
-}
-
 /// Opens the list by a click on the text and takes a row by the keys.
 void choose(qwidgetComboBox &box, int row)
 {
@@ -104,18 +93,12 @@ private slots:
     void theListOpensAboveItsNeighbours();
     void checkBoxToggles_data();
     void checkBoxToggles();
+    void nothingFollowsAWriteInTheEditor();
 };
 
 void TestChoiceElements::comboShowsTheValue_data()
 {
-    QTest::addColumn<unsigned>("box");
-    QTest::addColumn<Nodes::SignalValue>("value");
-    QTest::addColumn<Quality>("quality");
-    QTest::addColumn<QString>("shown");
-    const auto row = [](const char *name, unsigned box, Nodes::SignalValue value, Quality quality,
-                        const char *shown) {
-        QTest::newRow(name) << box << value << quality << shown;
-    };
+    const Rows<unsigned, double, Quality, QString> row("box", "value", "quality", "shown");
     row("choice", 20, 2, Quality::Good, "Авто");
     row("no such choice", 20, 4, Quality::Good, "----");
     row("stale", 20, 2, Quality::Stale, "Авто");
@@ -127,59 +110,47 @@ void TestChoiceElements::comboShowsTheValue_data()
 void TestChoiceElements::comboShowsTheValue()
 {
     QFETCH(unsigned, box);
-    QFETCH(Nodes::SignalValue, value);
+    QFETCH(double, value);
     QFETCH(Quality, quality);
-    RuntimeProject project(screen);
+    const RuntimeProject project(screen);
     const ShownElement<qwidgetComboBox> shown(project, box);
-    publish(project, box == 20 ? 10 : 11, value, quality);
+    project.publish(box == 20 ? 10 : 11, value, quality);
     QTRY_COMPARE(shown->shownQuality(), quality);
     QTEST(shown->shownText(), "shown");
 }
 
 void TestChoiceElements::comboWrites_data()
 {
-    QTest::addColumn<QByteArray>("extra");
-    QTest::addColumn<bool>("confirmed");
-    QTest::addColumn<int>("button");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("written");
-    QTest::addColumn<QStringList>("messages");
-    const QStringList none;
-    const QStringList question{"Новое значение: Установить значение Авто ?"};
-    QTest::newRow("at once") << QByteArray() << false << int(QMessageBox::Ok) << 2 << 2 << none;
-    QTest::newRow("confirmed") << QByteArray() << true << int(QMessageBox::Ok) << 2 << 2
-                               << question;
-    QTest::newRow("cancelled") << QByteArray() << true << int(QMessageBox::Cancel) << 2 << 1
-                               << question;
-    QTest::newRow("no right") << QByteArray(users) << false << int(QMessageBox::Ok) << 2 << 1
-                              << QStringList{"Внимание: Недостаточно прав"};
-    QTest::newRow("beyond the limits")
-        << QByteArray() << false << int(QMessageBox::Ok) << 3 << 1
-        << QStringList{"Внимание: out of range (416), node 10: Mode = 9, 0..5"};
+    const Rows<QByteArray, QByteArray, int, int, int, QString> row("users", "confirm", "button",
+                                                                   "row", "written", "message");
+    const QString question = "Новое значение: Установить значение Авто ?";
+    row("at once", "", "false", QMessageBox::Ok, 2, 2, "");
+    row("confirmed", "", "true", QMessageBox::Ok, 2, 2, question + "|Установить");
+    row("cancelled", "", "true", QMessageBox::Cancel, 2, 1, question + "|Отмена");
+    row("no right", RuntimeProject::NobodyLoggedIn, "false", QMessageBox::Ok, 2, 1,
+        "Внимание: Недостаточно прав|ОK");
+    row("beyond the limits", "", "false", QMessageBox::Ok, 3, 1,
+        "Внимание: out of range (416), node 10: Mode = 9, 0..5|ОK");
 }
 
 void TestChoiceElements::comboWrites()
 {
-    QFETCH(bool, confirmed);
+    QFETCH(QByteArray, users);
+    QFETCH(QByteArray, confirm);
     QFETCH(int, button);
     QFETCH(int, row);
     QFETCH(int, written);
-    QFETCH(QByteArray, extra);
-    RuntimeProject project((QByteArray(screen) + extra).constData());
-    QVERIFY(project.node(20)->SetPropertyText("confirm", confirmed ? "true" : "false"));
-    publish(project, 10, 1);
+    const RuntimeProject project(screen + users);
+    project.set(20, "confirm", confirm);
+    project.publish(10, 1);
     const ShownElement<qwidgetComboBox> shown(project, 20);
     MessageBoxes boxes{QMessageBox::StandardButton(button)};
     // The value goes on living behind the question; the question is about what was chosen.
-    if (confirmed)
-        boxes.whileOpen = [&project] { publish(project, 10, 1); };
+    boxes.whileOpen = [&] { project.publish(10, 1); };
     choose(*shown.element, row);
     QTRY_COMPARE(shown->currentIndex(), written);
     QCOMPARE(project.value(10).ToInt(), written);
-    QTEST(boxes.shown, "messages");
-    if (!boxes.captions.isEmpty() && confirmed)
-        QCOMPARE(boxes.captions.first(),
-                 QString(button == QMessageBox::Ok ? "Установить" : "Отмена"));
+    QTEST((boxes.shown + boxes.captions).join('|'), "message");
     const bool isWritten = written == row;
     QCOMPARE(project.node<Nodes::widgetComboBox>(20)->GetCurrentIndex(), isWritten ? row : -1);
     if (isWritten)
@@ -190,19 +161,17 @@ void TestChoiceElements::comboWrites()
 
 void TestChoiceElements::everyTargetIsWritten_data()
 {
-    QTest::addColumn<unsigned>("box");
-    QTest::addColumn<int>("third");
-    QTest::addColumn<int>("messages");
-    QTest::newRow("a silent refusal ends all") << 40u << 0 << 0;
-    QTest::newRow("a loud one only its own") << 50u << 1 << 1;
+    const Rows<unsigned, int, int> row("box", "third", "messages");
+    row("a silent refusal ends all", 40, 0, 0);
+    row("a loud one only its own", 50, 1, 1);
 }
 
 void TestChoiceElements::everyTargetIsWritten()
 {
     QFETCH(unsigned, box);
-    RuntimeProject project(screen);
-    publish(project, 10, 0);
-    publish(project, 15, 0);
+    const RuntimeProject project(screen);
+    project.publish(10, 0);
+    project.publish(15, 0);
     const ShownElement<qwidgetComboBox> shown(project, box);
     const MessageBoxes boxes;
     choose(*shown.element, 1);
@@ -213,13 +182,13 @@ void TestChoiceElements::everyTargetIsWritten()
 
 void TestChoiceElements::anOpenListKeepsStill()
 {
-    RuntimeProject project(screen);
-    publish(project, 10, 0);
+    const RuntimeProject project(screen);
+    project.publish(10, 0);
     const ShownElement<qwidgetComboBox> shown(project, 20);
     QTest::mouseClick(shown->findChild<QLineEdit *>(), Qt::LeftButton);
     QTRY_VERIFY(shown->view()->isVisible());
     QSignalSpy values(shown.element, &qwidgetComboBox::valueUpdated);
-    publish(project, 10, 2);
+    project.publish(10, 2);
     QTRY_COMPARE(values.size(), 1);
     QCOMPARE(shown->currentIndex(), 0);
     QTest::keyClick(shown->view(), Qt::Key_Escape);
@@ -229,16 +198,16 @@ void TestChoiceElements::anOpenListKeepsStill()
 
 void TestChoiceElements::theListOpensAboveItsNeighbours_data()
 {
-    QTest::addColumn<bool>("upward");
-    QTest::newRow("down") << false;
-    QTest::newRow("up") << true;
+    const Rows<bool> row("upward");
+    row("down", false);
+    row("up", true);
 }
 
 void TestChoiceElements::theListOpensAboveItsNeighbours()
 {
     QFETCH(bool, upward);
-    RuntimeProject project(screen);
-    QVERIFY(project.node(20)->SetPropertyText("popupUp", upward ? "true" : "false"));
+    const RuntimeProject project(screen);
+    project.set(20, "popupUp", upward ? "true" : "false");
     QGraphicsScene scene(0, 0, 400, 600);
     QGraphicsView view(&scene);
     auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
@@ -260,42 +229,46 @@ void TestChoiceElements::theListOpensAboveItsNeighbours()
 
 void TestChoiceElements::checkBoxToggles_data()
 {
-    QTest::addColumn<unsigned>("id");
-    QTest::addColumn<QPoint>("hit");
-    QTest::addColumn<QByteArray>("extra");
-    QTest::addColumn<bool>("editing");
-    QTest::addColumn<bool>("toggled");
-    QTest::addColumn<int>("messages");
-    const QByteArray none;
-    QTest::newRow("middle") << 60u << QPoint(60, 20) << none << false << true << 0;
-    QTest::newRow("far corner") << 60u << QPoint(119, 39) << none << false << true << 0;
-    QTest::newRow("no right") << 60u << QPoint(60, 20) << QByteArray(users) << false << false << 1;
-    QTest::newRow("read only") << 61u << QPoint(5, 5) << none << false << false << 1;
-    QTest::newRow("editor") << 60u << QPoint(60, 20) << none << true << false << 0;
+    const Rows<unsigned, QPoint, QByteArray, bool, bool, int> row("id", "hit", "users", "editing",
+                                                                  "toggled", "messages");
+    const QPoint middle(60, 20);
+    row("middle", 60, middle, "", false, true, 0);
+    row("far corner", 60, {119, 39}, "", false, true, 0);
+    row("no right", 60, middle, RuntimeProject::NobodyLoggedIn, false, false, 1);
+    row("read only", 61, {5, 5}, "", false, false, 1);
+    row("editor", 60, middle, "", true, false, 0);
 }
 
 void TestChoiceElements::checkBoxToggles()
 {
     QFETCH(unsigned, id);
     QFETCH(QPoint, hit);
-    QFETCH(QByteArray, extra);
+    QFETCH(QByteArray, users);
     QFETCH(bool, editing);
     QFETCH(bool, toggled);
-    RuntimeProject project((QByteArray(screen) + extra).constData(),
+    RuntimeProject project(screen + users,
                            editing ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
-    publish(project, 14, false);
-    publish(project, 12, 0);
+    project.publish(14, false);
+    project.publish(12, 0);
+    project.record({14, 16});
     const ShownElement<qwidgetCheckBox> shown(project, id);
     const MessageBoxes boxes;
     QTest::mouseClick(shown.element, Qt::LeftButton, {}, hit);
     QTRY_COMPARE(shown->isChecked(), toggled);
     QCOMPARE(project.value(14).ToBool(), toggled);
     QTEST(boxes.shown.size(), "messages");
-    if (toggled)
-        QTRY_COMPARE(project.value(16).ToInt(), 1);
-    publish(project, 14, true, Quality::Bad);
-    if (id == 60)
-        QTRY_COMPARE(shown->shownText(), QString("----"));
+    QTRY_COMPARE(project.recorded.join(' '), QString(toggled ? "Pump After" : ""));
+    project.publish(id == 60 ? 14 : 12, true, Quality::Bad);
+    QTRY_COMPARE(shown->shownText(), QString("----"));
+}
+
+void TestChoiceElements::nothingFollowsAWriteInTheEditor()
+{
+    RuntimeProject project(screen, Nodes::WorkModeEditing);
+    project.record({14, 16});
+    QVERIFY(ValueWriter::write(*this, *project.node<Nodes::BasicWidget>(60), true, {}));
+    QTest::qWait(60); // longer than the action pacing
+    QCOMPARE(project.recorded, QStringList{"Pump"});
 }
 
 QTEST_MAIN(TestChoiceElements)

@@ -1,4 +1,5 @@
 #include "support/MessageBoxes.h"
+#include "support/Rows.h"
 #include "support/ShownElement.h"
 
 #include "widgets/elements/ScaleTicks.h"
@@ -26,19 +27,9 @@ constexpr const char *screen = R"(
   <recorderChannel id="31" name="T" signal="10"/><recorderChannel id="32" name="P" signal="11"/>
 </recorderDisplay>)";
 
-constexpr const char *users =
-    R"(<station id="89" name="St"><authentication id="90" name="A"/></station><user id="91" name="U"/>)";
-
 const QColor barColor(92, 120, 144);
 const QColor warningColor(240, 180, 0);
 const QColor alarmColor(198, 40, 40);
-
-void publish(const RuntimeProject &project, unsigned long signal, Nodes::SignalValue value,
-             Quality quality = Quality::Good)
-{
-    value.SetQuality(quality);
-    project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
-}
 
 int count(const QImage &image, const QRect &where, const QColor &color)
 {
@@ -72,18 +63,16 @@ private slots:
 
 void TestGauges::ticksAreRound_data()
 {
-    QTest::addColumn<double>("minimum");
-    QTest::addColumn<double>("maximum");
-    QTest::addColumn<int>("divisions");
-    QTest::addColumn<QVector<double>>("major");
-    QTest::addColumn<int>("decimals");
-    QTest::newRow("hundred") << 0.0 << 100.0 << 5 << QVector<double>{0, 20, 40, 60, 80, 100} << 0;
-    QTest::newRow("over zero") << -1.0 << 1.0 << 4 << QVector<double>{-1, -0.5, 0, 0.5, 1} << 1;
-    QTest::newRow("odd ends") << 3.0 << 17.0 << 3 << QVector<double>{5, 10, 15} << 0;
-    QTest::newRow("small") << 0.0 << 0.025 << 3 << QVector<double>{0, 0.01, 0.02} << 2;
-    QTest::newRow("no room") << 0.0 << 60.0 << 0 << QVector<double>{0} << 0;
-    QTest::newRow("empty") << 5.0 << 5.0 << 5 << QVector<double>() << 0;
-    QTest::newRow("endless") << 0.0 << qInf() << 5 << QVector<double>() << 0;
+    using Numbers = QVector<double>;
+    const Rows<double, double, int, Numbers, int> row("minimum", "maximum", "divisions", "major",
+                                                      "decimals");
+    row("hundred", 0, 100, 5, {0, 20, 40, 60, 80, 100}, 0);
+    row("over zero", -1, 1, 4, {-1, -0.5, 0, 0.5, 1}, 1);
+    row("odd ends", 3, 17, 3, {5, 10, 15}, 0);
+    row("small", 0, 0.025, 3, {0, 0.01, 0.02}, 2);
+    row("no room", 0, 60, 0, {0}, 0);
+    row("empty", 5, 5, 5, {}, 0);
+    row("endless", 0, qInf(), 5, {}, 0);
 }
 
 void TestGauges::ticksAreRound()
@@ -109,13 +98,12 @@ void TestGauges::digitsAreEquallyWide()
 
 void TestGauges::zonesOfAlarms_data()
 {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QByteArray>("token");
-    QTest::newRow("normal") << 50.0 << QByteArray("");
-    QTest::newRow("strictest of two") << 70.0 << QByteArray("H");
-    QTest::newRow("outer wins") << 90.0 << QByteArray("HH");
-    QTest::newRow("at the low limit") << 5.0 << QByteArray("LL");
-    QTest::newRow("no number") << qQNaN() << QByteArray("");
+    const Rows<double, QString> row("value", "token");
+    row("normal", 50, "");
+    row("strictest of two", 70, "H");
+    row("outer wins", 90, "HH");
+    row("at the low limit", 5, "LL");
+    row("no number", qQNaN(), "");
 }
 
 void TestGauges::zonesOfAlarms()
@@ -123,20 +111,13 @@ void TestGauges::zonesOfAlarms()
     QFETCH(double, value);
     const RuntimeProject project(screen);
     const auto zones = Nodes::LimitZones::FromAlarms(*project.node<Nodes::BasicSignal>(10));
-    QTEST(QByteArray(Nodes::LimitZones::GetToken(zones.GetZone(value))), "token");
+    QTEST(QString(Nodes::LimitZones::GetToken(zones.GetZone(value))), "token");
 }
 
 void TestGauges::barTellsItsState_data()
 {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("quality");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QColor>("color"); // of the bar; invalid for none
-    QTest::addColumn<bool>("isBeyond");
-    const auto row = [](const char *name, double value, Quality quality, const char *text,
-                        const QColor &color, bool isBeyond) {
-        QTest::newRow(name) << value << int(quality) << text << color << isBeyond;
-    };
+    const Rows<double, Quality, QString, QColor, bool> row("value", "quality", "text", "color",
+                                                           "isBeyond");
     row("good", 62.5, Quality::Good, "62.5 °C", barColor, false);
     row("warning", 75, Quality::Good, "75.0 °C", warningColor, false);
     row("alarm", 95, Quality::Good, "95.0 °C", alarmColor, false);
@@ -148,14 +129,14 @@ void TestGauges::barTellsItsState_data()
 void TestGauges::barTellsItsState()
 {
     QFETCH(double, value);
-    QFETCH(int, quality);
+    QFETCH(Quality, quality);
     QFETCH(QColor, color);
     QFETCH(bool, isBeyond);
-    RuntimeProject project(screen);
-    publish(project, 10, value, Quality(quality));
+    const RuntimeProject project(screen);
+    project.publish(10, value, quality);
     for (const unsigned id : {20u, 21u}) {
         const ShownElement<qwidgetBargraph> bar(project, id);
-        QCOMPARE(int(bar->shownQuality()), quality);
+        QCOMPARE(bar->shownQuality(), quality);
         QTEST(bar->shownText(), "text");
         const QImage image = bar->grab().toImage();
         for (const QColor &possible : {barColor, warningColor, alarmColor})
@@ -168,69 +149,65 @@ void TestGauges::barTellsItsState()
 
 void TestGauges::setPointIsFollowed()
 {
-    RuntimeProject project(screen);
-    publish(project, 10, 50.0);
-    publish(project, 11, 20.0);
+    const RuntimeProject project(screen);
+    project.publish(10, 50.0);
+    project.publish(11, 20.0);
     const ShownElement<qwidgetBargraph> bar(project, 20);
     const QImage before = bar->grab().toImage();
-    publish(project, 11, 60.0);
+    project.publish(11, 60.0);
     QTRY_VERIFY(bar->grab().toImage() != before);
-    publish(project, 11, 20.0);
+    project.publish(11, 20.0);
     QTRY_COMPARE(bar->grab().toImage(), before);
 }
 
 void TestGauges::extremesAreKept()
 {
-    RuntimeProject project(screen);
-    publish(project, 10, 50.0);
+    const RuntimeProject project(screen);
+    project.publish(10, 50.0);
     {
         const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
         QCOMPARE(board->lineCount(), 2);
         QCOMPARE(board->shownText(), QString("50.0 °C\n----"));
         QCOMPARE(board->shownQuality(), Quality::Bad);
     }
-    publish(project, 10, 40.0); // nobody looks, the channel does
-    publish(project, 10, 90.0, Quality::Bad);
-    publish(project, 10, 60.0);
-    publish(project, 11, 1.0);
+    project.publish(10, 40.0); // nobody looks, the channel does
+    project.publish(10, 90.0, Quality::Bad);
+    project.publish(10, 60.0);
+    project.publish(11, 1.0);
     const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
     QVERIFY(board->extremesText(0).startsWith("мин 40.0  макс 60.0  с "));
     QCOMPARE(board->shownText(), QString("60.0 °C\n1.00"));
-    publish(project, 11, 2.0, Quality::Stale);
+    project.publish(11, 2.0, Quality::Stale);
     QTRY_COMPARE(board->shownQuality(), Quality::Stale);
     QVERIFY(board->extremesText(1).startsWith("мин 1.00  макс 1.00"));
 }
 
 void TestGauges::resetNeedsTheRight_data()
 {
-    QTest::addColumn<QByteArray>("extra");
-    QTest::addColumn<QPoint>("released"); // relative to the button's top left
-    QTest::addColumn<QString>("extremes");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<QString>("entry"); // old value in the journal
+    // Where the button is let go, from its top left; the old value in the journal.
+    const Rows<QByteArray, QPoint, QString, QString, QString> row("users", "released", "extremes",
+                                                                  "message", "entry");
     const QString kept = "мин 40.0  макс 60.0";
-    const QString anew = "мин 60.0  макс 60.0";
-    QTest::newRow("reset") << QByteArray() << QPoint(1, 1) << anew << QStringList()
-                           << "40.0 .. 60.0";
-    QTest::newRow("let go elsewhere")
-        << QByteArray() << QPoint(-20, 5) << kept << QStringList() << "";
-    QTest::newRow("no right") << QByteArray(users) << QPoint(1, 1) << kept
-                              << QStringList{"Внимание: Недостаточно прав"} << "40.0 .. 60.0";
+    const QString before = "40.0 .. 60.0";
+    row("reset", "", {1, 1}, "мин 60.0  макс 60.0", "", before);
+    row("let go elsewhere", "", {-20, 5}, kept, "", "");
+    row("no right", RuntimeProject::NobodyLoggedIn, {1, 1}, kept, "Внимание: Недостаточно прав",
+        before);
 }
 
 void TestGauges::resetNeedsTheRight()
 {
-    QFETCH(QByteArray, extra);
+    QFETCH(QByteArray, users);
     QFETCH(QPoint, released);
     QFETCH(QString, extremes);
-    RuntimeProject project((QByteArray(screen) + extra).constData());
+    RuntimeProject project(screen + users);
     const QTemporaryDir records;
     project.core.SetDataDirectory(records.path().toStdString());
     QVERIFY(project.core.Start());
-    publish(project, 10, 40.0);
-    publish(project, 11, 1.0);
+    project.publish(10, 40.0);
+    project.publish(11, 1.0);
     const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
-    publish(project, 10, 60.0);
+    project.publish(10, 60.0);
     QTRY_VERIFY(board->shownText().startsWith("60.0"));
     const MessageBoxes boxes;
     const QRect button = board->resetButton(0);
@@ -238,7 +215,7 @@ void TestGauges::resetNeedsTheRight()
     QTest::mousePress(board.element, Qt::LeftButton, {}, button.topLeft());
     QTest::mouseRelease(board.element, Qt::LeftButton, {}, button.topLeft() + released);
     QVERIFY2(board->extremesText(0).startsWith(extremes), qPrintable(board->extremesText(0)));
-    QTEST(boxes.shown, "messages");
+    QTEST(boxes.shown.join('\n'), "message");
     QVERIFY(project.core.GetJournal().Flush());
     std::vector<Nodes::BasicEvent> entries;
     Nodes::JournalQuery query;

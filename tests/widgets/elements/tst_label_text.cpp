@@ -1,9 +1,9 @@
+#include "support/Rows.h"
+
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/LabelText.h"
 
-#include <QImage>
 #include <QPainter>
-#include <QtTest>
 
 using Widgets::ElementPainting;
 using Widgets::LabelText;
@@ -37,22 +37,19 @@ private slots:
 
 void LabelTextTest::looksLikeDrawText_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("flags");
-    QTest::addColumn<double>("angle");
-    QTest::addColumn<int>("border");
+    const Rows<QString, int, double, int> row("text", "flags", "angle", "border");
     const int middle = Qt::AlignRight | Qt::AlignVCenter;
-    QTest::newRow("number") << "-1234.5" << middle << 0. << 0;
-    QTest::newRow("number with unit") << "71.4 °C" << middle << 0. << 2;
-    QTest::newRow("caption") << "Давление пара" << int(Qt::AlignLeft | Qt::AlignTop) << 0. << 0;
-    QTest::newRow("centred, bottom") << "Да" << int(Qt::AlignHCenter | Qt::AlignBottom) << 0. << 1;
-    QTest::newRow("two lines") << "Котёл\\n№ 1" << int(Qt::AlignCenter) << 0. << 0;
-    QTest::newRow("too wide") << "Температура прямой сетевой воды" << middle << 0. << 0;
-    QTest::newRow("turned by 90") << "12.5 МПа" << int(Qt::AlignCenter) << 90. << 0;
-    QTest::newRow("turned by 30") << "12.5" << int(Qt::AlignCenter) << 30. << 0;
-    QTest::newRow("wrapped") << "один два три четыре"
-                             << int(Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap) << 0. << 0;
-    QTest::newRow("right to left") << QString::fromUtf8("12 שלום") << middle << 0. << 0;
+    const int top = Qt::AlignLeft | Qt::AlignTop;
+    row("number", "-1234.5", middle, 0, 0);
+    row("number with unit", "71.4 °C", middle, 0, 2);
+    row("caption", "Давление пара", top, 0, 0);
+    row("centred, bottom", "Да", Qt::AlignHCenter | Qt::AlignBottom, 0, 1);
+    row("two lines", "Котёл\\n№ 1", Qt::AlignCenter, 0, 0);
+    row("too wide", "Температура прямой сетевой воды", middle, 0, 0);
+    row("turned by 90", "12.5 МПа", Qt::AlignCenter, 90, 0);
+    row("turned by 30", "12.5", Qt::AlignCenter, 30, 0);
+    row("wrapped", "один два три четыре", top | Qt::TextWordWrap, 0, 0);
+    row("right to left", "12 שלום", middle, 0, 0);
 }
 
 void LabelTextTest::looksLikeDrawText()
@@ -96,12 +93,10 @@ void LabelTextTest::followsChanges()
 
 void LabelTextTest::textRect_data()
 {
-    QTest::addColumn<double>("angle");
-    QTest::addColumn<int>("border");
-    QTest::addColumn<QRect>("rect");
-    QTest::newRow("upright") << 0. << 0 << QRect(-50, -15, 100, 30);
-    QTest::newRow("quarter turn swaps the sides") << 90. << 0 << QRect(-15, -50, 30, 100);
-    QTest::newRow("shifted by two borders") << 0. << 3 << QRect(-44, -9, 88, 18);
+    const Rows<double, int, QRect> row("angle", "border", "rect");
+    row("upright", 0, 0, {-50, -15, 100, 30});
+    row("quarter turn swaps the sides", 90, 0, {-15, -50, 30, 100});
+    row("shifted by two borders", 0, 3, {-44, -9, 88, 18});
 }
 
 void LabelTextTest::textRect()

@@ -1,5 +1,7 @@
 #include "support/FakeScreens.h"
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
+#include "support/WhenShown.h"
 
 #include "widgets/menus/MirelMenu.h"
 #include "widgets/menus/PushButtonMenuItem.h"
@@ -73,11 +75,6 @@ QString hovered(const QMenu &menu)
     return names.join(',');
 }
 
-MirelMenu *popup()
-{
-    return qobject_cast<MirelMenu *>(QApplication::activePopupWidget());
-}
-
 } // namespace
 
 class MenusTest : public QObject
@@ -137,12 +134,10 @@ void MenusTest::mouseRunsItemsOnce()
 void MenusTest::keysWork_data()
 {
     using Numbers = QVector<int>;
-    QTest::addColumn<Numbers>("keys");
-    QTest::addColumn<Numbers>("written");
-    QTest::newRow("enter on the first") << Numbers{Qt::Key_Down, Qt::Key_Return} << Numbers{1};
-    QTest::newRow("into the submenu")
-        << Numbers{Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return} << Numbers{2};
-    QTest::newRow("escape") << Numbers{Qt::Key_Down, Qt::Key_Escape} << Numbers{};
+    const Rows<Numbers, Numbers> row("keys", "written");
+    row("enter on the first", {Qt::Key_Down, Qt::Key_Return}, {1});
+    row("into the submenu", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}, {2});
+    row("escape", {Qt::Key_Down, Qt::Key_Escape}, {});
 }
 
 void MenusTest::keysWork()
@@ -150,19 +145,13 @@ void MenusTest::keysWork()
     QFETCH(QVector<int>, keys);
     Rig rig;
     bool wasShown = false;
-    QTimer typist;
-    connect(&typist, &QTimer::timeout, this, [&] {
-        if (!popup())
-            return;
-        typist.stop();
+    const WhenShown<MirelMenu> typist([&](MirelMenu &) {
         wasShown = true;
         for (const int key : keys)
             QTest::keyClick(QApplication::activePopupWidget(), Qt::Key(key));
     });
-    typist.start(5);
     rig.push(70);
-    QTRY_VERIFY(wasShown);
-    QTRY_VERIFY(!popup());
+    QTRY_VERIFY(wasShown && !QApplication::activePopupWidget());
     QTEST(rig.written(), "written");
 }
 
@@ -190,18 +179,12 @@ void MenusTest::staysOnItsDisplay()
 {
     Rig rig;
     rig.manager->Start();
-    QTimer finger;
     QRect shown;
-    connect(&finger, &QTimer::timeout, this, [&] {
-        MirelMenu *menu = popup();
-        if (!menu)
-            return;
-        finger.stop();
-        shown = menu->frameGeometry();
-        QTest::mouseMove(entry(*menu, 2));
-        QTest::mouseClick(entry(*menu, 2), Qt::LeftButton);
+    const WhenShown<MirelMenu> finger([&shown](MirelMenu &menu) {
+        shown = menu.frameGeometry();
+        QTest::mouseMove(entry(menu, 2));
+        QTest::mouseClick(entry(menu, 2), Qt::LeftButton);
     });
-    finger.start(5);
     rig.push(72);
     rig.push(71, 1);
     QTRY_COMPARE(rig.openWindows(10), 1);
@@ -219,16 +202,16 @@ void MenusTest::showsPictures()
     QVERIFY(red.save(folder.filePath("red.png")));
     const Rig rig;
     Nodes::ResourceLink::SetBaseDirectory(folder.path().toStdString());
-    const auto redAt = [&](int number) {
+    const auto isRedShown = [&](int number) {
         MirelMenu menu(rig.look(), rig.menuNode());
         PushButtonMenuItem *shown = entry(menu, number);
         shown->resize(shown->sizeHint());
         return shown->grab().toImage().pixelColor(28, 24) == QColor(Qt::red);
     };
-    QVERIFY(redAt(0));
-    QVERIFY(!redAt(2));
-    QVERIFY(rig.menuNode()->SetPropertyText("pictures", "false"));
-    QVERIFY(!redAt(0));
+    QVERIFY(isRedShown(0));
+    QVERIFY(!isRedShown(2));
+    rig.set(50, "pictures", "false");
+    QVERIFY(!isRedShown(0));
 }
 
 QTEST_MAIN(MenusTest)
