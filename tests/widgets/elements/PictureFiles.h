@@ -8,19 +8,14 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/// A project's directory with pictures good and bad; relative paths lead into it.
+/// The directory of the projects made from now on, with pictures good and bad.
 class PictureFiles
 {
 public:
-    /// Made once a process.
-    static const PictureFiles &shared()
-    {
-        static const PictureFiles made;
-        return made;
-    }
     PictureFiles()
     {
-        use();
+        QDir::setCurrent(m_directory.path());
+        Nodes::ResourceLink::SetBaseDirectory(m_directory.path().toStdString());
         QImage halves(20, 10, QImage::Format_RGB32);
         halves.fill(Qt::blue);
         QPainter(&halves).fillRect(0, 0, 10, 10, Qt::red);
@@ -46,8 +41,6 @@ public:
         write("huge.svg",
               R"(<svg xmlns="http://www.w3.org/2000/svg" width="90000" height="90000"/>)");
     }
-    /// Loading a project leads relative paths elsewhere.
-    void use() const { Nodes::ResourceLink::SetBaseDirectory(m_directory.path().toStdString()); }
     QString path(const QString &name) const { return m_directory.filePath(name); }
     void write(const QString &name, const QByteArray &bytes) const
     {

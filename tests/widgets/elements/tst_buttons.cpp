@@ -1,12 +1,10 @@
+#include "support/LiveElement.h"
 #include "support/Rows.h"
-#include "support/RuntimeProject.h"
 #include "widgets/elements/PictureFiles.h"
 
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/WindowForm.h"
-
-#include "nodes/visual/BasicWidget.h"
 
 #include <QGraphicsItem>
 
@@ -97,21 +95,12 @@ struct Station : RuntimeProject
 };
 
 /// A button on its own.
-struct Alone : RuntimeProject
+struct Alone : LiveElement<qwidgetButton>
 {
     explicit Alone(const QString &properties, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
-        : RuntimeProject(lists + button(properties), mode),
-          element((PictureFiles::shared().use(), node<Nodes::BasicWidget>(11)), nullptr)
+        : LiveElement(lists + button(properties), 11, mode)
     {
-        element.start();
     }
-    QImage drawn()
-    {
-        QCoreApplication::processEvents();
-        return element.grab().toImage();
-    }
-
-    qwidgetButton element;
 };
 
 /// Smallest rectangle that holds every dark red pixel: the captions of these tests.
@@ -304,6 +293,7 @@ void TestButtons::disabledIsFlatAndCovered()
 
 void TestButtons::aPictureFillsTheButton()
 {
+    const PictureFiles files;
     Alone alone(R"(image="square.svg" width="80" height="60" background="#ffffff")");
     QTRY_COMPARE(alone.element.iconSize(), QSize(80, 60));
     QCOMPARE(alone.drawn().pixelColor(40, 10), QColor(0, 255, 0));

@@ -1,5 +1,5 @@
+#include "support/LiveElement.h"
 #include "support/Rows.h"
-#include "support/RuntimeProject.h"
 #include "widgets/elements/PictureFiles.h"
 
 #include "widgets/elements/ImageCachingManager.h"
@@ -7,26 +7,24 @@
 #include "widgets/elements/qwidgetMultiImage.h"
 
 #include "nodes/journal/EventJournal.h"
-#include "nodes/visual/BasicWidget.h"
 
 #include <QMovie>
 
 using namespace Widgets;
-using Nodes::BasicWidget;
 
 namespace {
 
 /// One image element of 40 by 20, where nothing else is said; signal 20 is an integer.
-std::string image(const char *kind, const QString &properties, const char *states = "")
+QByteArray image(const char *kind, const QString &properties, const char *states = "")
 {
     const QString size = properties.contains("height") ? QString() : R"( width="40" height="20" )";
     return QString(R"(<memorySignal id="20" name="S" type="int"/>)"
                    R"(<%1 id="10" name="I" %2%3>%4</%1>)")
         .arg(kind, size, properties, states)
-        .toStdString();
+        .toUtf8();
 }
 
-std::string multiImage(const QString &properties)
+QByteArray multiImage(const QString &properties)
 {
     return image("multiImage", properties, R"(
 <state id="11" name="on" from="1" to="1" image="halves.png"/>
@@ -35,27 +33,8 @@ std::string multiImage(const QString &properties)
 <state id="14" name="broken" from="4" to="4" image="cut.png"/>)");
 }
 
-template <class Element> struct Shown
-{
-    explicit Shown(const std::string &nodes, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
-        : project(nodes.c_str(), mode),
-          element((PictureFiles::shared().use(), project.node<BasicWidget>(10)), nullptr)
-    {
-        element.start();
-    }
-    void publish(const Nodes::SignalValue &value)
-    {
-        project.publish(20, value);
-        QCoreApplication::processEvents();
-    }
-    QColor at(int x, int y) { return element.grab().toImage().pixelColor(x, y); }
-
-    RuntimeProject project;
-    Element element;
-};
-
-using Image = Shown<qwidgetImage>;
-using MultiImage = Shown<qwidgetMultiImage>;
+using Image = LiveElement<qwidgetImage>;
+using MultiImage = LiveElement<qwidgetMultiImage>;
 
 } // namespace
 
@@ -79,6 +58,9 @@ private slots:
     void aMissingPictureIsSeenInTheEditor();
     void aMissingPictureIsToldOnce_data();
     void aMissingPictureIsToldOnce();
+
+private:
+    const PictureFiles m_files;
 };
 
 void TestImages::decodes_data()
@@ -95,7 +77,7 @@ void TestImages::decodes()
 {
     QFETCH(QString, file);
     const QImage *image =
-        ImageCachingManager::getInstance().getImage(PictureFiles::shared().load(qPrintable(file)));
+        ImageCachingManager::getInstance().getImage(m_files.load(qPrintable(file)));
     QVERIFY(image);
     QTEST(image->size(), "size");
 }
@@ -105,13 +87,12 @@ void TestImages::sharesWhatItDecoded()
     auto &cache = ImageCachingManager::getInstance();
     const Nodes::ResourcePtr none;
     QVERIFY(!cache.getImage(none) && cache.getRendition(none, {5, 5}).isNull());
-    QVERIFY(!cache.getImage(PictureFiles::shared().load("empty.png")));
-    QFile::copy(PictureFiles::shared().path("halves.png"),
-                PictureFiles::shared().path("shared.png"));
+    QVERIFY(!cache.getImage(m_files.load("empty.png")));
+    QFile::copy(m_files.path("halves.png"), m_files.path("shared.png"));
     const int before = cache.getCount();
     const qint64 bytes = cache.getMemory().images;
-    const Image first(image("image", R"(image="shared.png")"));
-    const Image second(image("image", R"(image="shared.png" angle="45")"));
+    const Image first(image("image", R"(image="shared.png")"), 10);
+    const Image second(image("image", R"(image="shared.png" angle="45")"), 10);
     QVERIFY(first.element.stillImage());
     QCOMPARE(first.element.stillImage(), second.element.stillImage());
     QCOMPARE(cache.getCount(), before + 1);
@@ -120,8 +101,8 @@ void TestImages::sharesWhatItDecoded()
 
 void TestImages::vectorsStaySharp()
 {
-    const QImage made = ImageCachingManager::getInstance().getRendition(
-        PictureFiles::shared().load("square.svg"), {160, 320});
+    const QImage made =
+        ImageCachingManager::getInstance().getRendition(m_files.load("square.svg"), {160, 320});
     // An enlarged bitmap would have a soft edge here.
     QCOMPARE(made.pixelColor(80, 158), QColor(0, 255, 0));
     QCOMPARE(made.pixelColor(80, 161).alpha(), 0);
@@ -143,9 +124,9 @@ void TestImages::drawsTurnedInsideTheBorder()
     QFETCH(QString, properties);
     QFETCH(QPoint, point);
     QFETCH(QColor, color);
-    Image shown(image("image",
-                      R"(image="halves.png" borderWidth="3" borderColor="#00ff00" )" + properties));
-    const QColor drawn = shown.at(point.x(), point.y());
+    const QString bordered = R"(image="halves.png" borderWidth="3" borderColor="#00ff00" )";
+    Image shown(image("image", bordered + properties), 10);
+    const QColor drawn = shown.drawn().pixelColor(point);
     QVERIFY2(qAbs(drawn.red() - color.red()) <= 2 && qAbs(drawn.green() - color.green()) <= 2 &&
                  qAbs(drawn.blue() - color.blue()) <= 2,
              qPrintable(drawn.name()));
@@ -153,11 +134,12 @@ void TestImages::drawsTurnedInsideTheBorder()
 
 void TestImages::anAnimationRunsWhileActive()
 {
-    Image shown(image("image", R"(image="blinks.gif" animated="true" signal="20")"));
+    Image shown(image("image", R"(image="blinks.gif" animated="true" signal="20")"), 10);
     QVERIFY(shown.element.animation());
-    QTRY_COMPARE(shown.at(20, 10), QColor(Qt::blue));
+    QTRY_COMPARE(shown.drawn().pixelColor(20, 10), QColor(Qt::blue));
     const QMovie *running = shown.element.animation();
-    shown.publish(5);
+    shown.publish(20, 5);
+    shown.drawn();
     QCOMPARE(shown.element.animation(), running); // a value does not start it anew
     shown.element.stop();
     QVERIFY(!shown.element.animation());
@@ -187,11 +169,11 @@ void TestImages::aStateSelectsThePicture()
     QFETCH(bool, isEditor);
     QFETCH(QString, file);
     QFETCH(bool, isVisible);
-    MultiImage shown(multiImage("signal=\"20\" noPicture=\"" + noPicture + '"'),
+    MultiImage shown(multiImage("signal=\"20\" noPicture=\"" + noPicture + '"'), 10,
                      isEditor ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
-    shown.publish(1);
+    shown.publish(20, 1);
     QTRY_COMPARE(shown.element.shownText(), QStringLiteral("halves.png"));
-    shown.publish(value);
+    shown.publish(20, value);
     QTRY_COMPARE(shown.element.shownText(), file);
     if (!isVisible)
         shown.element.show(); // as the host does, which does not know of states
@@ -199,47 +181,47 @@ void TestImages::aStateSelectsThePicture()
     const bool isCross = noPicture == "cross" && value > 2 && !isEditor;
     const QImage *still = shown.element.stillImage();
     QCOMPARE(still && *still == QImage(":/icons/close_red.png"), isCross);
-    shown.publish(1);
+    shown.publish(20, 1);
     QTRY_VERIFY(shown.element.shownText() == "halves.png" && !shown.element.isHidden());
 }
 
 void TestImages::theSameStateAgainDoesNothing()
 {
-    QFile::copy(PictureFiles::shared().path("halves.png"), PictureFiles::shared().path("gone.png"));
-    MultiImage shown(multiImage(R"(signal="20")"));
-    shown.project.set(11, "image", "gone.png");
-    shown.publish(1);
+    QFile::copy(m_files.path("halves.png"), m_files.path("gone.png"));
+    MultiImage shown(multiImage(R"(signal="20")"), 10);
+    shown.set(11, "image", "gone.png");
+    shown.publish(20, 1);
     QTRY_COMPARE(shown.element.shownText(), QStringLiteral("gone.png"));
-    QVERIFY(QFile::remove(PictureFiles::shared().path("gone.png")));
+    QVERIFY(QFile::remove(m_files.path("gone.png")));
     QSignalSpy values(&shown.element, &qwidgetMultiImage::valueUpdated);
-    shown.publish(1);
+    shown.publish(20, 1);
     QTRY_COMPARE(values.count(), 1);
     QCOMPARE(shown.element.shownText(), QStringLiteral("gone.png"));
 }
 
 void TestImages::aBadValueNeverLooksGood()
 {
-    MultiImage plain(multiImage(R"(signal="20" noPicture="hide")"));
-    plain.publish(1);
+    MultiImage plain(multiImage(R"(signal="20" noPicture="hide")"), 10);
+    plain.publish(20, 1);
     QTRY_COMPARE(plain.element.shownText(), QStringLiteral("halves.png"));
-    QVector<QImage> looks{plain.element.grab().toImage()};
+    QVector<QImage> looks{plain.drawn()};
     for (const Nodes::Quality quality : {Nodes::Quality::Stale, Nodes::Quality::Bad}) {
-        plain.project.publish(20, 1, quality);
+        plain.publish(20, 1, quality);
         QTRY_COMPARE(plain.element.shownQuality(), quality);
-        const QImage now = plain.element.grab().toImage();
+        const QImage now = plain.drawn();
         QVERIFY(!looks.contains(now) && !plain.element.isHidden());
         looks << now;
     }
-    MultiImage own(multiImage(R"(signal="20" badImage="square.svg")"));
-    own.publish(Nodes::SignalValue(Nodes::Result(Nodes::Result::Timeout)));
+    MultiImage own(multiImage(R"(signal="20" badImage="square.svg")"), 10);
+    own.publish(20, Nodes::SignalValue(Nodes::Result(Nodes::Result::Timeout)));
     QTRY_COMPARE(own.element.shownText(), QStringLiteral("square.svg"));
 }
 
 void TestImages::wandersInsideItsArea()
 {
     // 16 by 16 pixels: there is room on one axis only.
-    Shown<qwidgetMovingImage> shown(
-        image("movingImage", R"(image="square.svg" width="40" height="9")"));
+    LiveElement<qwidgetMovingImage> shown(
+        image("movingImage", R"(image="square.svg" width="40" height="9")"), 10);
     QSet<int> columns;
     for (int i = 0; i < 300; ++i) {
         QVERIFY(QMetaObject::invokeMethod(&shown.element, "onMoveImage"));
@@ -253,7 +235,7 @@ void TestImages::wandersInsideItsArea()
 void TestImages::aMissingPictureIsSeenInTheEditor()
 {
     const auto look = [](Nodes::enWorkMode mode) {
-        return Image(image("image", R"(image="cut.png")"), mode).element.grab().toImage();
+        return Image(image("image", R"(image="cut.png")"), 10, mode).drawn();
     };
     QVERIFY(look(Nodes::WorkModeEditing) != look(Nodes::WorkModeRuntime));
 }
@@ -272,12 +254,13 @@ void TestImages::aMissingPictureIsToldOnce()
     QFETCH(QString, file);
     QFETCH(QString, properties);
     QFETCH(QString, reason);
-    Image shown(image("image", "image=\"" + file + "\" signal=\"20\" " + properties));
-    Nodes::EventJournal &journal = shown.project.core.GetJournal();
-    QVERIFY(journal.Open(PictureFiles::shared().path(reason + ".db").toStdString()));
-    qwidgetImage second(shown.project.node<BasicWidget>(10), nullptr);
+    Image shown(image("image", "image=\"" + file + "\" signal=\"20\" " + properties), 10);
+    Nodes::EventJournal &journal = shown.core.GetJournal();
+    QVERIFY(journal.Open(m_files.path(reason + ".db").toStdString()));
+    qwidgetImage second(shown.node<Nodes::BasicWidget>(10), nullptr);
     second.start();
-    shown.publish(1);
+    shown.publish(20, 1);
+    shown.drawn();
     second.grab();
     second.stop();
     std::vector<Nodes::BasicEvent> events;

@@ -1,12 +1,10 @@
+#include "support/LiveElement.h"
 #include "support/Rows.h"
-#include "support/RuntimeProject.h"
 
 #include "widgets/elements/ElementTooltip.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
-
-#include "nodes/visual/BasicWidget.h"
 
 #include <QPainter>
 
@@ -28,16 +26,7 @@ constexpr const char *nodes = R"(<folder id="10" name="F">
     <state id="24" name="S" from="0" to="10" text="Норма" ownColor="true" color="#102030"
            ownBackground="true" background="#a0b0c0"/></multiLabel></window>)";
 
-/// A label of the project at work.
-template <class Label = qwidgetLabel> struct Shown : RuntimeProject
-{
-    explicit Shown(unsigned long id = 21, Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
-        : RuntimeProject(nodes, mode), label(node<Nodes::BasicWidget>(id), nullptr)
-    {
-        label.start();
-    }
-    Label label;
-};
+using Label = LiveElement<qwidgetLabel>;
 
 /// Grey picture of an element: what remains of its looks without colour.
 QImage greyLook(qwidgetLabel &label)
@@ -93,47 +82,47 @@ private slots:
 
 void LabelTest::theLastToStopStopsTheNode()
 {
-    Shown kept;
+    Label kept(nodes, 21);
     auto *node = kept.node<Nodes::BasicWidget>(21);
-    QSignalSpy changes(&kept.label, &qwidgetLabel::isActiveChanged);
-    kept.label.start(); // already is
+    QSignalSpy changes(&kept.element, &qwidgetLabel::isActiveChanged);
+    kept.element.start(); // already is
     auto closed = std::make_unique<qwidgetLabel>(node, nullptr);
     closed->start();
     closed->stop();
     closed->stop();
     closed.reset();
     kept.publish(11, 3.0);
-    QTRY_COMPARE(kept.label.labelText(), QStringLiteral("T = 3.0 °C"));
-    kept.label.stop();
+    QTRY_COMPARE(kept.element.labelText(), QStringLiteral("T = 3.0 °C"));
+    kept.element.stop();
     QCOMPARE(changes.count(), 1);
     QVERIFY(node->GetState() == Nodes::NodeState::Stopped);
 }
 
 void LabelTest::ignoresChangesWhileStopped()
 {
-    Shown shown;
+    Label shown(nodes, 21);
     shown.publish(11, 1.0);
-    QTRY_COMPARE(shown.label.labelText(), QStringLiteral("T = 1.0 °C"));
-    shown.label.stop();
+    QTRY_COMPARE(shown.element.labelText(), QStringLiteral("T = 1.0 °C"));
+    shown.element.stop();
     shown.publish(11, 2.0);
     shown.set(21, "x", "77");
     QCoreApplication::processEvents();
-    QCOMPARE(shown.label.labelText(), QStringLiteral("T = 1.0 °C"));
-    QCOMPARE(shown.label.x(), 10);
-    shown.label.start();
-    QCOMPARE(shown.label.labelText(), QStringLiteral("T = 2.0 °C"));
-    QCOMPARE(shown.label.x(), 77);
+    QCOMPARE(shown.element.labelText(), QStringLiteral("T = 1.0 °C"));
+    QCOMPARE(shown.element.x(), 10);
+    shown.element.start();
+    QCOMPARE(shown.element.labelText(), QStringLiteral("T = 2.0 °C"));
+    QCOMPARE(shown.element.x(), 77);
 }
 
 void LabelTest::qualityIsSeenWithoutColour()
 {
-    Shown shown;
+    Label shown(nodes, 21);
     QVector<QImage> looks;
     for (const Quality quality :
          {Quality::Good, Quality::Uncertain, Quality::Bad, Quality::Stale, Quality::Good}) {
         shown.publish(11, 3.0, quality);
-        QTRY_COMPARE(shown.label.shownQuality(), quality);
-        looks << greyLook(shown.label);
+        QTRY_COMPARE(shown.element.shownQuality(), quality);
+        looks << greyLook(shown.element);
     }
     QCOMPARE(looks.takeLast(), looks.first());
     for (int i = 0; i < looks.size(); ++i)
@@ -144,22 +133,22 @@ void LabelTest::qualityIsSeenWithoutColour()
 
 void LabelTest::badShowsNoNumber()
 {
-    Shown shown;
-    QCOMPARE(shown.label.labelText(), QStringLiteral("T = ----")); // nothing received yet
-    QCOMPARE(shown.label.shownQuality(), Quality::Bad);
+    Label shown(nodes, 21);
+    QCOMPARE(shown.element.labelText(), QStringLiteral("T = ----")); // nothing received yet
+    QCOMPARE(shown.element.shownQuality(), Quality::Bad);
     shown.publish(11, 42.0);
-    QTRY_COMPARE(shown.label.labelText(), QStringLiteral("T = 42.0 °C"));
+    QTRY_COMPARE(shown.element.labelText(), QStringLiteral("T = 42.0 °C"));
     shown.node<Nodes::BasicSignal>(11)->GetCell()->Degrade(
         Quality::Bad, Nodes::Result(Nodes::Result::NotConnected));
-    QTRY_COMPARE(shown.label.labelText(), QStringLiteral("T = ----"));
-    QCOMPARE(shown.label.shownQuality(), Quality::Bad);
+    QTRY_COMPARE(shown.element.labelText(), QStringLiteral("T = ----"));
+    QCOMPARE(shown.element.shownQuality(), Quality::Bad);
 }
 
 void LabelTest::fixedTextHasNoQuality()
 {
-    const Shown shown(22);
-    QCOMPARE(shown.label.labelText(), QStringLiteral("Котёл"));
-    QCOMPARE(shown.label.shownQuality(), Quality::Good);
+    const Label shown(nodes, 22);
+    QCOMPARE(shown.element.labelText(), QStringLiteral("Котёл"));
+    QCOMPARE(shown.element.shownQuality(), Quality::Good);
     QVERIFY(Widgets::ElementTooltip::text(*shown.node<Nodes::BasicWidget>(22)).isEmpty());
 }
 
@@ -184,19 +173,19 @@ void LabelTest::repaintsOncePerChange()
 
 void LabelTest::looksOfProperties()
 {
-    Shown shown(22);
-    QImage before = greyLook(shown.label);
+    Label shown(nodes, 22);
+    QImage before = greyLook(shown.element);
     for (const auto &[key, text] :
          {std::pair("borderWidth", "3"), std::pair("angle", "90"), std::pair("fontSize", "14"),
           std::pair("disabled", "true"), std::pair("background", "#ffffff")}) {
         shown.set(22, key, text);
-        const QImage now = greyLook(shown.label);
+        const QImage now = greyLook(shown.element);
         QVERIFY2(now != before, key);
         before = now;
     }
     QCOMPARE(qGray(before.pixel(40, 5)), 255); // disabled, yet without a grey cover
     shown.set(22, "background", "#ffffff00");
-    QCOMPARE(shown.label.palette().color(shown.label.backgroundRole()).alpha(), 0);
+    QCOMPARE(shown.element.palette().color(shown.element.backgroundRole()).alpha(), 0);
 }
 
 void LabelTest::theStateDecides_data()
@@ -209,8 +198,9 @@ void LabelTest::theStateDecides_data()
 void LabelTest::theStateDecides()
 {
     QFETCH(bool, isEditing);
-    Shown<qwidgetMultiLabel> shown(23, isEditing ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
-    qwidgetMultiLabel &label = shown.label;
+    LiveElement<qwidgetMultiLabel> shown(
+        nodes, 23, isEditing ? Nodes::WorkModeEditing : Nodes::WorkModeRuntime);
+    qwidgetMultiLabel &label = shown.element;
     label.show();
     shown.publish(11, 5.0);
     QTRY_COMPARE(label.labelText(), QStringLiteral("Норма"));

@@ -30,26 +30,28 @@ class LabelTextTest : public QObject
 private slots:
     void looksLikeDrawText_data();
     void looksLikeDrawText();
-    void followsChanges();
-    void textRect_data();
     void textRect();
+
+private:
+    LabelText m_label; // follows from one text to the next
 };
 
 void LabelTextTest::looksLikeDrawText_data()
 {
-    const Rows<QString, int, double, int> row("text", "flags", "angle", "border");
+    const Rows<QString, int, double, int, int> row("text", "flags", "angle", "border", "fontSize");
     const int middle = Qt::AlignRight | Qt::AlignVCenter;
     const int top = Qt::AlignLeft | Qt::AlignTop;
-    row("number", "-1234.5", middle, 0, 0);
-    row("number with unit", "71.4 °C", middle, 0, 2);
-    row("caption", "Давление пара", top, 0, 0);
-    row("centred, bottom", "Да", Qt::AlignHCenter | Qt::AlignBottom, 0, 1);
-    row("two lines", "Котёл\\n№ 1", Qt::AlignCenter, 0, 0);
-    row("too wide", "Температура прямой сетевой воды", middle, 0, 0);
-    row("turned by 90", "12.5 МПа", Qt::AlignCenter, 90, 0);
-    row("turned by 30", "12.5", Qt::AlignCenter, 30, 0);
-    row("wrapped", "один два три четыре", top | Qt::TextWordWrap, 0, 0);
-    row("right to left", "12 שלום", middle, 0, 0);
+    row("number", "-1234.5", middle, 0, 0, 11);
+    row("number with unit", "71.4 °C", middle, 0, 2, 11);
+    row("caption", "Давление пара", top, 0, 0, 11);
+    row("centred, bottom", "Да", Qt::AlignHCenter | Qt::AlignBottom, 0, 1, 11);
+    row("two lines", "Котёл\\n№ 1", Qt::AlignCenter, 0, 0, 11);
+    row("too wide", "Температура прямой сетевой воды", middle, 0, 0, 11);
+    row("turned by 90", "12.5 МПа", Qt::AlignCenter, 90, 0, 11);
+    row("in a large font", "71.4 °C", middle, 0, 2, 14);
+    row("turned by 30", "12.5", Qt::AlignCenter, 30, 0, 11);
+    row("wrapped", "один два три четыре", top | Qt::TextWordWrap, 0, 0, 11);
+    row("right to left", "12 שלום", middle, 0, 0, 11);
 }
 
 void LabelTextTest::looksLikeDrawText()
@@ -60,50 +62,27 @@ void LabelTextTest::looksLikeDrawText()
     QFETCH(int, border);
     const QSize box(110, 40);
     const QPoint centre(55, 20);
-    const QFont font(QStringLiteral("DejaVu Sans"), 11);
+    QFETCH(int, fontSize);
+    const QFont font(QStringLiteral("DejaVu Sans"), fontSize);
     const QImage expected = painted([&](QPainter &painter) {
         painter.setFont(font);
         ElementPainting::drawRotatedText(painter, box, centre, angle, border, flags, text);
     });
-    LabelText label;
-    label.setFont(font);
+    m_label.setFont(font);
     const auto draw = [&](QPainter &painter) {
-        label.draw(painter, {box, centre, angle, border, flags}, text);
+        m_label.draw(painter, {box, centre, angle, border, flags}, text);
     };
     QCOMPARE(painted(draw), expected);
     QCOMPARE(painted(draw), expected); // from the layout kept
     QVERIFY(expected != painted([](QPainter &) {}));
 }
 
-void LabelTextTest::followsChanges()
-{
-    LabelText label;
-    const auto look = [&label](int pointSize, int flags, const QString &text) {
-        label.setFont(QFont(QStringLiteral("DejaVu Sans"), pointSize));
-        return painted([&](QPainter &painter) {
-            label.draw(painter, {QSize(110, 40), QPoint(55, 20), 0, 0, flags}, text);
-        });
-    };
-    const QImage first = look(11, Qt::AlignLeft, QStringLiteral("1"));
-    QVERIFY(look(11, Qt::AlignLeft, QStringLiteral("2")) != first);
-    QVERIFY(look(11, Qt::AlignRight, QStringLiteral("1")) != first);
-    QVERIFY(look(14, Qt::AlignLeft, QStringLiteral("1")) != first);
-    QCOMPARE(look(11, Qt::AlignLeft, QStringLiteral("1")), first);
-}
-
-void LabelTextTest::textRect_data()
-{
-    const Rows<double, int, QRect> row("angle", "border", "rect");
-    row("upright", 0, 0, {-50, -15, 100, 30});
-    row("quarter turn swaps the sides", 90, 0, {-15, -50, 30, 100});
-    row("shifted by two borders", 0, 3, {-44, -9, 88, 18});
-}
-
 void LabelTextTest::textRect()
 {
-    QFETCH(double, angle);
-    QFETCH(int, border);
-    QTEST(ElementPainting::rotatedTextRect(QSize(100, 30), angle, border), "rect");
+    const QSize size(100, 30);
+    QCOMPARE(ElementPainting::rotatedTextRect(size, 0, 0), QRect(-50, -15, 100, 30));
+    QCOMPARE(ElementPainting::rotatedTextRect(size, 90, 0), QRect(-15, -50, 30, 100));
+    QCOMPARE(ElementPainting::rotatedTextRect(size, 0, 3), QRect(-44, -9, 88, 18));
 }
 
 QTEST_MAIN(LabelTextTest)
