@@ -83,6 +83,14 @@ public:
                 [this, name](const Nodes::SignalValue &) { recorded << name; }));
         }
     }
+    /// What was recorded since the last time, once every action pushed until now has run.
+    QString ran()
+    {
+        const Nodes::ConfigNode &root = *core.GetNodesCollection()->GetRoot();
+        if (!QTest::qWaitFor([&] { return !manager->hasActionBelow(root); }))
+            return "an action does not end";
+        return std::exchange(recorded, {}).join(' ');
+    }
 
     Nodes::systemCore core;
     std::unique_ptr<Widgets::WindowManager> manager;

@@ -9,7 +9,6 @@
 
 #include "nodes/journal/EventJournal.h"
 #include "nodes/journal/JournalQuery.h"
-#include "nodes/visual/LimitZones.h"
 
 using namespace Widgets;
 using Nodes::Quality;
@@ -19,7 +18,7 @@ namespace {
 constexpr const char *screen = R"(
 <memorySignal id="10" name="T" unit="°C"><alarmLimit id="101" name="a" type="HH" limit="90"/>
   <alarmLimit id="102" name="b" type="H" limit="80"/><alarmLimit id="103" name="c" type="H" limit="70"/>
-  <alarmLimit id="104" name="d" type="LL" limit="5"/></memorySignal>
+  <alarmLimit id="104" name="d" type="LL" limit="25"/></memorySignal>
 <memorySignal id="11" name="P" decimals="2"/>
 <bargraph id="20" name="B" width="100" height="260" signal="10" setPoint="11"/>
 <bargraph id="21" name="Lying" width="260" height="100" signal="10" orientation="horizontal"/>
@@ -51,8 +50,6 @@ private slots:
     void ticksAreRound_data();
     void ticksAreRound();
     void digitsAreEquallyWide();
-    void zonesOfAlarms_data();
-    void zonesOfAlarms();
     void barTellsItsState_data();
     void barTellsItsState();
     void setPointIsFollowed();
@@ -96,31 +93,14 @@ void TestGauges::digitsAreEquallyWide()
     QVERIFY(TabularText::width(proportional, "-1") > TabularText::width(proportional, "1"));
 }
 
-void TestGauges::zonesOfAlarms_data()
-{
-    const Rows<double, QString> row("value", "token");
-    row("normal", 50, "");
-    row("strictest of two", 70, "H");
-    row("outer wins", 90, "HH");
-    row("at the low limit", 5, "LL");
-    row("no number", qQNaN(), "");
-}
-
-void TestGauges::zonesOfAlarms()
-{
-    QFETCH(double, value);
-    const RuntimeProject project(screen);
-    const auto zones = Nodes::LimitZones::FromAlarms(*project.node<Nodes::BasicSignal>(10));
-    QTEST(QString(Nodes::LimitZones::GetToken(zones.GetZone(value))), "token");
-}
-
 void TestGauges::barTellsItsState_data()
 {
     const Rows<double, Quality, QString, QColor, bool> row("value", "quality", "text", "color",
                                                            "isBeyond");
     row("good", 62.5, Quality::Good, "62.5 °C", barColor, false);
-    row("warning", 75, Quality::Good, "75.0 °C", warningColor, false);
-    row("alarm", 95, Quality::Good, "95.0 °C", alarmColor, false);
+    row("strictest of two warnings", 70, Quality::Good, "70.0 °C", warningColor, false);
+    row("outer limit wins", 90, Quality::Good, "90.0 °C", alarmColor, false);
+    row("at the low limit", 25, Quality::Good, "25.0 °C", alarmColor, false);
     row("beyond", 104, Quality::Good, "104.0 °C", alarmColor, true);
     row("bad", 62.5, Quality::Bad, "----", QColor(), false);
     row("bad beyond", 104, Quality::Bad, "----", QColor(), false);

@@ -68,8 +68,6 @@ private slots:
     void theLastToStopStopsTheNode();
     void ignoresChangesWhileStopped();
     void qualityIsSeenWithoutColour();
-    void badShowsNoNumber();
-    void fixedTextHasNoQuality();
     void repaintsOncePerChange();
     void looksOfProperties();
     void theStateDecides_data();
@@ -117,11 +115,14 @@ void LabelTest::ignoresChangesWhileStopped()
 void LabelTest::qualityIsSeenWithoutColour()
 {
     Label shown(nodes, 21);
+    QCOMPARE(shown.element.labelText(), QStringLiteral("T = ----")); // nothing received yet
+    QCOMPARE(shown.element.shownQuality(), Quality::Bad);
     QVector<QImage> looks;
     for (const Quality quality :
          {Quality::Good, Quality::Uncertain, Quality::Bad, Quality::Stale, Quality::Good}) {
         shown.publish(11, 3.0, quality);
         QTRY_COMPARE(shown.element.shownQuality(), quality);
+        QCOMPARE(shown.element.labelText(), quality == Quality::Bad ? "T = ----" : "T = 3.0 °C");
         looks << greyLook(shown.element);
     }
     QCOMPARE(looks.takeLast(), looks.first());
@@ -129,27 +130,6 @@ void LabelTest::qualityIsSeenWithoutColour()
         for (int j = i + 1; j < looks.size(); ++j)
             QVERIFY2(differingPixels(looks[i], looks[j]) >= 20,
                      qPrintable(QStringLiteral("%1 and %2").arg(i).arg(j)));
-}
-
-void LabelTest::badShowsNoNumber()
-{
-    Label shown(nodes, 21);
-    QCOMPARE(shown.element.labelText(), QStringLiteral("T = ----")); // nothing received yet
-    QCOMPARE(shown.element.shownQuality(), Quality::Bad);
-    shown.publish(11, 42.0);
-    QTRY_COMPARE(shown.element.labelText(), QStringLiteral("T = 42.0 °C"));
-    shown.node<Nodes::BasicSignal>(11)->GetCell()->Degrade(
-        Quality::Bad, Nodes::Result(Nodes::Result::NotConnected));
-    QTRY_COMPARE(shown.element.labelText(), QStringLiteral("T = ----"));
-    QCOMPARE(shown.element.shownQuality(), Quality::Bad);
-}
-
-void LabelTest::fixedTextHasNoQuality()
-{
-    const Label shown(nodes, 22);
-    QCOMPARE(shown.element.labelText(), QStringLiteral("Котёл"));
-    QCOMPARE(shown.element.shownQuality(), Quality::Good);
-    QVERIFY(Widgets::ElementTooltip::text(*shown.node<Nodes::BasicWidget>(22)).isEmpty());
 }
 
 void LabelTest::repaintsOncePerChange()
@@ -174,6 +154,9 @@ void LabelTest::repaintsOncePerChange()
 void LabelTest::looksOfProperties()
 {
     Label shown(nodes, 22);
+    QCOMPARE(shown.element.labelText(), QStringLiteral("Котёл"));
+    QCOMPARE(shown.element.shownQuality(), Quality::Good); // fixed text has none
+    QVERIFY(Widgets::ElementTooltip::text(*shown.node<Nodes::BasicWidget>(22)).isEmpty());
     QImage before = greyLook(shown.element);
     for (const auto &[key, text] :
          {std::pair("borderWidth", "3"), std::pair("angle", "90"), std::pair("fontSize", "14"),

@@ -2,6 +2,7 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 #include "support/WhenShown.h"
+#include "widgets/elements/PictureFiles.h"
 
 #include "widgets/menus/MirelMenu.h"
 #include "widgets/menus/PushButtonMenuItem.h"
@@ -10,9 +11,6 @@
 #include "nodes/actions/actionShowMenu.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"
-#include "nodes/model/ResourceLink.h"
-
-#include <QTemporaryDir>
 
 using namespace Widgets;
 
@@ -21,13 +19,12 @@ namespace {
 constexpr const char *plant = R"(
 <frame id="8" name="F1" display="1"/><frame id="7" name="F2" display="2"/>
 <window id="10" name="W" x="30" y="40" width="200" height="100"/>
-<memorySignal id="30" name="S" type="int" writable="true"/>
+<memorySignal id="30" name="start" writable="true"/><memorySignal id="31" name="mode" writable="true"/>
 <actionWriteValue id="40" name="one" signal="30" value="1"/>
-<actionWriteValue id="41" name="two" signal="30" value="2"/>
-<actionWriteValue id="43" name="mark" signal="30" value="9"/>
+<actionWriteValue id="41" name="two" signal="31" value="1"/>
 <actionShowWindow id="42" name="open" window="10"/>
 <menu id="50" name="Насосы" entryWidth="240" entryHeight="48" pictures="true">
-    <menuItem id="51" name="Пуск" actions="40" picture="red.png"/>
+    <menuItem id="51" name="Пуск" actions="40" picture="halves.png"/>
     <folder id="55" name="no entry"/>
     <menu id="52" name="Режим работы"><menuItem id="53" name="Автомат" actions="41"/></menu>
     <menuItem id="54" name="Открыть" actions="42"/>
@@ -39,26 +36,10 @@ constexpr const char *plant = R"(
 
 struct Rig : RuntimeProject
 {
-    Rig() : RuntimeProject(plant)
-    {
-        m_connection = node<Nodes::BasicSignal>(30)->GetCell()->Subscribe(
-            [this](const Nodes::SignalValue &value) { m_values << value.ToInt(); });
-    }
+    Rig() : RuntimeProject(plant), menu(look(), node<Nodes::BasicMenu>(50)) { record({30, 31}); }
     Nodes::actionShowMenu *look() const { return node<Nodes::actionShowMenu>(70); }
-    /// Values written until now: actions run in order, so after a mark nothing is on its way.
-    QVector<int> written()
-    {
-        push(43);
-        const auto isMarked = [this] { return !m_values.isEmpty() && m_values.last() == 9; };
-        if (QTest::qWaitFor(isMarked))
-            m_values.removeLast();
-        return std::exchange(m_values, {});
-    }
-    Nodes::BasicMenu *menuNode(unsigned long id = 50) const { return node<Nodes::BasicMenu>(id); }
 
-private:
-    QVector<int> m_values;
-    boost::signals2::scoped_connection m_connection;
+    MirelMenu menu;
 };
 
 PushButtonMenuItem *entry(const QMenu &menu, int number)
@@ -94,8 +75,8 @@ private slots:
 
 void MenusTest::buildsEntries()
 {
-    const Rig rig;
-    MirelMenu menu(rig.look(), rig.menuNode());
+    Rig rig;
+    MirelMenu &menu = rig.menu;
     QCOMPARE(menu.title(), QString("Насосы"));
     QStringList texts;
     for (int i = 0; i < menu.actions().size(); ++i) {
@@ -107,7 +88,7 @@ void MenusTest::buildsEntries()
     QVERIFY(!menu.actions()[0]->menu());
     menu.createMenu(nullptr);
     QCOMPARE(menu.actions().size(), 3);
-    QVERIFY(MirelMenu(rig.look(), rig.menuNode(60)).isEmpty());
+    QVERIFY(MirelMenu(rig.look(), rig.node<Nodes::BasicMenu>(60)).isEmpty());
     const PushButtonMenuItem alone(rig.look(), rig.node<Nodes::BasicMenuItem>(61));
     QCOMPARE(alone.sizeHint(), QSize(0, 0));
 }
@@ -115,29 +96,28 @@ void MenusTest::buildsEntries()
 void MenusTest::mouseRunsItemsOnce()
 {
     Rig rig;
-    MirelMenu menu(rig.look(), rig.menuNode());
+    MirelMenu &menu = rig.menu;
     menu.popup({100, 100});
     QTest::mouseMove(entry(menu, 1));
     QTest::mouseClick(entry(menu, 1), Qt::LeftButton);
     QTRY_VERIFY(menu.actions()[1]->menu()->isVisible());
-    QCOMPARE(rig.written(), QVector<int>{});
+    QCOMPARE(rig.ran(), QString());
     QTest::mouseMove(entry(menu, 0));
     QTest::mouseClick(entry(menu, 0), Qt::LeftButton);
     QVERIFY(!menu.isVisible());
-    QCOMPARE(rig.written(), QVector<int>{1});
+    QCOMPARE(rig.ran(), QString("start"));
     menu.popup({100, 100}); // the mouse before does not count for the keys now
     QTest::keyClick(&menu, Qt::Key_Down);
     QTest::keyClick(&menu, Qt::Key_Return);
-    QCOMPARE(rig.written(), QVector<int>{1});
+    QCOMPARE(rig.ran(), QString("start"));
 }
 
 void MenusTest::keysWork_data()
 {
-    using Numbers = QVector<int>;
-    const Rows<Numbers, Numbers> row("keys", "written");
-    row("enter on the first", {Qt::Key_Down, Qt::Key_Return}, {1});
-    row("into the submenu", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}, {2});
-    row("escape", {Qt::Key_Down, Qt::Key_Escape}, {});
+    const Rows<QVector<int>, QString> row("keys", "written");
+    row("enter on the first", {Qt::Key_Down, Qt::Key_Return}, "start");
+    row("into the submenu", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}, "mode");
+    row("escape", {Qt::Key_Down, Qt::Key_Escape}, "");
 }
 
 void MenusTest::keysWork()
@@ -152,13 +132,13 @@ void MenusTest::keysWork()
     });
     rig.push(70);
     QTRY_VERIFY(wasShown && !QApplication::activePopupWidget());
-    QTEST(rig.written(), "written");
+    QTEST(rig.ran(), "written");
 }
 
 void MenusTest::marksOneEntry()
 {
-    const Rig rig;
-    MirelMenu menu(rig.look(), rig.menuNode());
+    Rig rig;
+    MirelMenu &menu = rig.menu;
     menu.popup({100, 100});
     QCOMPARE(hovered(menu), QString());
     for (const char *name : {"Пуск", "Режим работы", "Открыть"}) {
@@ -196,17 +176,13 @@ void MenusTest::staysOnItsDisplay()
 
 void MenusTest::showsPictures()
 {
-    QTemporaryDir folder;
-    QImage red(8, 8, QImage::Format_RGB32);
-    red.fill(Qt::red);
-    QVERIFY(red.save(folder.filePath("red.png")));
+    const PictureFiles files;
     const Rig rig;
-    Nodes::ResourceLink::SetBaseDirectory(folder.path().toStdString());
     const auto isRedShown = [&](int number) {
-        MirelMenu menu(rig.look(), rig.menuNode());
+        MirelMenu menu(rig.look(), rig.node<Nodes::BasicMenu>(50));
         PushButtonMenuItem *shown = entry(menu, number);
         shown->resize(shown->sizeHint());
-        return shown->grab().toImage().pixelColor(28, 24) == QColor(Qt::red);
+        return shown->grab().toImage().pixelColor(20, 24) == QColor(Qt::red);
     };
     QVERIFY(isRedShown(0));
     QVERIFY(!isRedShown(2));
