@@ -42,8 +42,8 @@ private slots:
 private:
     QString write(const QByteArray &text) const;
     void start(QProcess &station, const QStringList &arguments) const;
+    void startGood(QProcess &station) const;
     int finish(QProcess &station) const;
-    QString journal() const { return m_directory->filePath(QStringLiteral("data/journal.sqlite")); }
 
     std::unique_ptr<QTemporaryDir> m_directory;
 };
@@ -71,6 +71,14 @@ void StationTest::start(QProcess &station, const QStringList &arguments) const
     station.start(QStringLiteral(STATION_BINARY_DIR "/bin/station"), arguments);
 }
 
+void StationTest::startGood(QProcess &station) const
+{
+    start(station, {write(goodProject), "--data", m_directory->filePath("data")});
+    // The journal is opened after the handlers of signals are installed.
+    const QString journal = m_directory->filePath("data/journal.sqlite");
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal), patience);
+}
+
 int StationTest::finish(QProcess &station) const
 {
     if (!station.waitForFinished(patience) || station.exitStatus() != QProcess::NormalExit) {
@@ -87,18 +95,16 @@ void StationTest::refusesToStart_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<int>("code");
     QTest::addColumn<QByteArray>("message");
-    const QByteArray broken = "<project format=\"1\" id=\"1\">\n\n<folder></project>";
-    QTest::newRow("malformed") << broken << QStringList() << 1 << QByteArray("p.xml:3");
-    QTest::newRow("newer") << QByteArray("\n<project format=\"99\"/>") << QStringList() << 1
-                           << QByteArray("p.xml:2");
-    QTest::newRow("no frames") << QByteArray("<project format=\"1\" id=\"1\"/>") << QStringList()
-                               << 1 << QByteArray("no frames");
-    QTest::newRow("unknown option")
-        << goodProject << QStringList{"--colour"} << 2 << QByteArray("--colour");
-    QTest::newRow("bad define") << goodProject << QStringList{"--define", "=3"} << 2
-                                << QByteArray("NAME=VALUE");
-    QTest::newRow("bad data directory")
-        << goodProject << QStringList{"--data", "/proc/none"} << 1 << QByteArray("/proc/none");
+    const auto row = [](const char *name, const char *project, const QStringList &options, int code,
+                        const char *message) {
+        QTest::newRow(name) << QByteArray(project) << options << code << QByteArray(message);
+    };
+    row("malformed", "<project format='1' id='1'>\n\n<folder></project>", {}, 1, "p.xml:3");
+    row("newer", "\n<project format='99'/>", {}, 1, "p.xml:2");
+    row("no frames", "<project format='1' id='1'/>", {}, 1, "no frames");
+    row("unknown option", goodProject, {"--colour"}, 2, "--colour");
+    row("bad define", goodProject, {"--define", "=3"}, 2, "NAME=VALUE");
+    row("bad data directory", goodProject, {"--data", "/proc/none"}, 1, "/proc/none");
 }
 
 void StationTest::refusesToStart()
@@ -136,23 +142,17 @@ void StationTest::endsOnSignal()
 {
     QFETCH(int, signal);
     QProcess station;
-    start(station, {write(goodProject), "--data", m_directory->filePath(QStringLiteral("data"))});
-    // The journal is opened after the handlers are installed.
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal()), patience);
+    startGood(station);
     ::kill(pid_t(station.processId()), signal);
     QCOMPARE(finish(station), 0);
-    const QDir data(m_directory->filePath(QStringLiteral("data")));
-    QVERIFY(!data.exists(QStringLiteral("station.lock")));
+    QVERIFY(!QFile::exists(m_directory->filePath("data/station.lock")));
 }
 
 void StationTest::guardsItsDataDirectory()
 {
-    const QStringList arguments{write(goodProject), "--data",
-                                m_directory->filePath(QStringLiteral("data"))};
     QProcess first, second;
-    start(first, arguments);
-    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal()), patience);
-    start(second, arguments);
+    startGood(first);
+    startGood(second);
     QCOMPARE(finish(second), 1);
     const QByteArray said = second.readAllStandardError();
     QVERIFY2(said.contains("process " + QByteArray::number(first.processId())), said);

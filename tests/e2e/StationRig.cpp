@@ -28,6 +28,11 @@ QVector<ShownElement> elementsOf(const QJsonObject &window)
     return elements;
 }
 
+QStringList moveTo(const QPoint &place)
+{
+    return {"mousemove", QString::number(place.x()), QString::number(place.y())};
+}
+
 } // namespace
 
 QSet<int> ShownWindow::ids() const
@@ -92,7 +97,6 @@ bool StationRig::startPlant()
     if (!QTest::qWaitFor([&] { return QFile::exists(portFile); }, 10000))
         return false;
     m_port = QString::fromLatin1(contentOf(portFile)).trimmed();
-    m_client.setPort(m_port.toInt());
     return true;
 }
 
@@ -146,22 +150,21 @@ bool StationRig::onDisplay(const QString &program, const QStringList &arguments)
     return tool.begin(program, arguments) && tool.waitForFinished(10000) && tool.end();
 }
 
+void StationRig::xdotool(const QStringList &arguments) const
+{
+    QVERIFY2(onDisplay("xdotool", arguments), qPrintable("xdotool " + arguments.join(' ')));
+}
+
 void StationRig::click(const QPoint &place) const
 {
-    QVERIFY2(onDisplay("xdotool", {"mousemove", QString::number(place.x()),
-                                   QString::number(place.y()), "click", "1"}),
-             "xdotool failed");
+    xdotool(moveTo(place) + QStringList{"click", "1"});
 }
 
 void StationRig::type(const QString &text, const QString &key) const
 {
-    QStringList arguments;
     if (!text.isEmpty())
-        arguments << "type"
-                  << "--delay"
-                  << "20" << text;
-    QVERIFY2(text.isEmpty() || onDisplay("xdotool", arguments), "xdotool failed");
-    QVERIFY2(onDisplay("xdotool", {"key", key}), "xdotool failed");
+        xdotool({"type", "--delay", "20", text});
+    xdotool({"key", key});
 }
 
 bool StationRig::hasTitle(const QString &title) const
@@ -171,12 +174,8 @@ bool StationRig::hasTitle(const QString &title) const
 
 void StationRig::drag(const QPoint &from, const QPoint &to) const
 {
-    const QPoint between = (from + to) / 2;
-    const bool isDone = onDisplay(
-        "xdotool", {"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown",
-                    "1", "mousemove", QString::number(between.x()), QString::number(between.y()),
-                    "mousemove", QString::number(to.x()), QString::number(to.y()), "mouseup", "1"});
-    QVERIFY2(isDone, "xdotool failed");
+    xdotool(moveTo(from) + QStringList{"mousedown", "1"} + moveTo((from + to) / 2) + moveTo(to) +
+            QStringList{"mouseup", "1"});
 }
 
 QImage StationRig::grab(const QRect &part, const QString &name) const

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "e2e/ChildProcess.h"
-#include "e2e/PlantClient.h"
 #include "e2e/ProjectFacts.h"
+#include "support/PlantClient.h"
 
 #include <QDir>
 #include <QImage>
@@ -53,7 +53,9 @@ public:
     bool stopPlant() { return m_plant->end(); }
     bool stopStation() { return m_station->end(); }
 
-    const PlantClient &plant() const { return m_client; }
+    /// The test's own look at the plant, past the station. Each connects anew, so that restarts and
+    /// faults of the line leave nothing behind.
+    PlantClient plant() const { return PlantClient(m_port.toInt(), 300); }
     const ProjectFacts &project() const { return m_facts; }
     QString dataDirectory() const { return m_directory.filePath("data"); }
 
@@ -75,10 +77,11 @@ private:
     QProcessEnvironment environment() const;
     /// Runs a program on the display to its end.
     bool onDisplay(const QString &program, const QStringList &arguments) const;
+    /// Fails the test when the tool does.
+    void xdotool(const QStringList &arguments) const;
 
     QTemporaryDir m_directory;
     ProjectFacts m_facts;
-    PlantClient m_client;
     QString m_port = QStringLiteral("0");
     QString m_display;
     std::unique_ptr<ChildProcess> m_server = std::make_unique<ChildProcess>();

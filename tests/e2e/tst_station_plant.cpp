@@ -56,49 +56,44 @@ private slots:
     void keptTheWriteInItsJournal();
 
 private:
+    template <class Predicate> QString firstWrong(Predicate isRight) const;
     QString notGood() const;
     QString notLost() const;
     void showPage(const QString &composition);
     void clickIn(const QString &window, const QString &facts, const QString &element);
     void enterSetPoint(const QString &text);
+    void closeByItsButton(const QString &window);
 
     StationRig m_rig;
 };
 
-static QString describe(const ShownElement &element)
-{
-    return element.signal + " shows '" + element.text + "', " + element.quality;
-}
-
-/// The first value that is not good; "" when all are.
-QString StationPlantTest::notGood() const
+/// The first shown value that is not right; "" when all are.
+template <class Predicate> QString StationPlantTest::firstWrong(Predicate isRight) const
 {
     const QVector<ShownElement> shown = m_rig.shown();
-    for (const ShownElement &element : shown) {
-        if (element.quality != QLatin1String("good"))
-            return describe(element);
-    }
+    const auto wrong = std::find_if_not(shown.begin(), shown.end(), isRight);
+    if (wrong != shown.end())
+        return wrong->signal + " shows '" + wrong->text + "', " + wrong->quality;
     return shown.isEmpty() ? QStringLiteral("nothing is shown") : QString();
 }
 
-/// The first value of the plant that is not marked bad, or reads as something; or another one that
-/// is not good. "" when there is none.
+QString StationPlantTest::notGood() const
+{
+    return firstWrong([](const ShownElement &element) { return element.quality == "good"; });
+}
+
+/// What comes from the plant is to be marked bad and to read as nothing; the rest is good.
 QString StationPlantTest::notLost() const
 {
     static const QRegularExpression content(QStringLiteral("\\w"),
                                             QRegularExpression::UseUnicodePropertiesOption);
-    const QVector<ShownElement> shown = m_rig.shown();
-    for (const ShownElement &element : shown) {
-        const bool isRemote = m_rig.project().isRemote(element.id);
-        const bool isBad = element.quality == QLatin1String("bad");
-        const bool isGood = element.quality == QLatin1String("good");
+    return firstWrong([this](const ShownElement &element) {
+        if (!m_rig.project().isRemote(element.id))
+            return element.quality == "good";
         // Symbols have a picture for what is not known.
-        const bool isSilent =
-            element.text.endsWith("-unknown.svg") || !element.text.contains(content);
-        if (isRemote ? !isBad || !isSilent : !isGood)
-            return describe(element);
-    }
-    return shown.isEmpty() ? QStringLiteral("nothing is shown") : QString();
+        return element.quality == "bad" &&
+               (element.text.endsWith("-unknown.svg") || !element.text.contains(content));
+    });
 }
 
 void StationPlantTest::showPage(const QString &composition)
@@ -121,6 +116,12 @@ void StationPlantTest::enterSetPoint(const QString &text)
     m_rig.click(m_rig.window(control).place.topLeft() + box.topLeft() + QPoint(20, 16));
     m_rig.type({}, "ctrl+a");
     m_rig.type(text, "Return");
+}
+
+void StationPlantTest::closeByItsButton(const QString &window)
+{
+    m_rig.click(m_rig.window(window).place.topRight() + QPoint(-16, -16));
+    QTRY_VERIFY(!m_rig.window(window).isOpen);
 }
 
 void StationPlantTest::initTestCase()
@@ -186,8 +187,7 @@ void StationPlantTest::navigatesByClick()
 {
     showPage("Котёл 1");
     QTRY_COMPARE(notGood(), QString());
-    const QSet<int> shown = m_rig.project().boundIn(footer);
-    QCOMPARE(m_rig.window(footer).ids(), shown);
+    QCOMPARE(m_rig.window(footer).ids(), m_rig.project().boundIn(footer));
     const auto marked = [this](const QString &page) {
         const QVector<ShownElement> tiles = m_rig.window(footer).elements;
         return std::any_of(tiles.begin(), tiles.end(), [&](const ShownElement &tile) {
@@ -258,8 +258,7 @@ void StationPlantTest::movesAndClosesAWindow()
     const QPoint shift(-160, 96);
     m_rig.drag(title, title + shift);
     QTRY_COMPARE(m_rig.window(control).place.topLeft(), before.topLeft() + shift);
-    m_rig.click(m_rig.window(control).place.topRight() + QPoint(-16, -16));
-    QTRY_VERIFY(!m_rig.window(control).isOpen);
+    closeByItsButton(control);
 }
 
 void StationPlantTest::startsAPumpByItsFaceplate()
@@ -276,8 +275,7 @@ void StationPlantTest::startsAPumpByItsFaceplate()
     clickIn("Пустить: " + pump, "Подтверждение пуска", "Пустить");
     QTRY_COMPARE(m_rig.plant().read("Net.Pump2.Start"), 1.0);
     QTRY_VERIFY(m_rig.window(pump).reads("Net.Pump2.Running", "РАБОТА"));
-    m_rig.click(m_rig.window(pump).place.topRight() + QPoint(-16, -16));
-    QTRY_VERIFY(!m_rig.window(pump).isOpen);
+    closeByItsButton(pump);
 }
 
 void StationPlantTest::survivesAFaultyLine_data()

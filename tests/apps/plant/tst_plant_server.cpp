@@ -1,155 +1,13 @@
-#include "apps/plant/PlantServer.h"
-#include "apps/plant/RegisterMap.h"
+#include "support/PlantClient.h"
+#include "support/RunningPlant.h"
 
 #include <QFile>
 #include <QtTest>
 
-#include <modbus.h>
-
-#include <atomic>
 #include <cerrno>
-#include <cmath>
-#include <memory>
-#include <thread>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
-#include <sys/time.h>
-#include <unistd.h>
 
 using namespace Plant;
-
-namespace {
-/// A server on a free loopback port, served from its own thread.
-struct RunningPlant
-{
-    explicit RunningPlant(double timeFactor = 100.0)
-        : server(site, options(timeFactor)), error(server.listen())
-    {
-        if (error.empty())
-            thread = std::thread([this] { server.run(stop); });
-    }
-    ~RunningPlant()
-    {
-        stop = true;
-        if (thread.joinable())
-            thread.join();
-    }
-    static ServerOptions options(double timeFactor)
-    {
-        ServerOptions made;
-        made.timeFactor = timeFactor;
-        return made;
-    }
-
-    PlantSite site;
-    PlantServer server;
-    std::string error;
-    std::atomic<bool> stop{false};
-    std::thread thread;
-};
-
-/// A Modbus client that reads and writes rows of the map by name, in engineering units.
-class Client
-{
-public:
-    explicit Client(const RunningPlant &plant)
-        : m_context(modbus_new_tcp("127.0.0.1", plant.server.port()), &modbus_free)
-    {
-        modbus_set_response_timeout(m_context.get(), 1, 0);
-        m_connected = modbus_connect(m_context.get()) == 0;
-    }
-    ~Client() { modbus_close(m_context.get()); }
-
-    bool isConnected() const { return m_connected; }
-    modbus_t *raw() { return m_context.get(); }
-
-    double read(const char *name)
-    {
-        const RegisterEntry &row = *findRegister(name);
-        std::uint16_t words[2] = {};
-        std::uint8_t bit = 0;
-        int count = -1;
-        if (row.table == RegisterTable::Coil)
-            count = modbus_read_bits(raw(), row.address, 1, &bit);
-        else if (row.table == RegisterTable::DiscreteInput)
-            count = modbus_read_input_bits(raw(), row.address, 1, &bit);
-        else if (row.table == RegisterTable::Holding)
-            count = modbus_read_registers(raw(), row.address, row.width(), words);
-        else
-            count = modbus_read_input_registers(raw(), row.address, row.width(), words);
-        if (count != row.width())
-            return std::nan("");
-        return row.type == RegisterType::Bit ? bit : decode(row, words);
-    }
-
-    bool write(const char *name, double value)
-    {
-        const RegisterEntry &row = *findRegister(name);
-        if (row.table == RegisterTable::Coil)
-            return modbus_write_bit(raw(), row.address, value != 0.0) == 1;
-        std::uint16_t words[2] = {};
-        encode(row, value, words);
-        if (row.width() == 1)
-            return modbus_write_register(raw(), row.address, words[0]) == 1;
-        return modbus_write_registers(raw(), row.address, 2, words) == 2;
-    }
-
-private:
-    std::unique_ptr<modbus_t, void (*)(modbus_t *)> m_context;
-    bool m_connected = false;
-};
-
-/// A bare connection for bytes that no proper client would send.
-class RawSocket
-{
-public:
-    explicit RawSocket(const RunningPlant &plant) : m_socket(::socket(AF_INET, SOCK_STREAM, 0))
-    {
-        const timeval patience{5, 0};
-        ::setsockopt(m_socket, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(plant.server.port()));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        m_connected =
-            ::connect(m_socket, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0;
-    }
-    ~RawSocket() { ::close(m_socket); }
-
-    bool isConnected() const { return m_connected; }
-    void write(const QByteArray &bytes)
-    {
-        for (int sent = 0; sent < bytes.size();) {
-            const auto count =
-                ::send(m_socket, bytes.data() + sent, size_t(bytes.size() - sent), MSG_NOSIGNAL);
-            if (count <= 0)
-                return;
-            sent += int(count);
-        }
-    }
-    /// Up to @p size bytes; fewer if the server closes or keeps silent.
-    QByteArray read(int size)
-    {
-        QByteArray bytes(size, '\0');
-        const auto count = ::recv(m_socket, bytes.data(), size_t(size), MSG_WAITALL);
-        bytes.truncate(count > 0 ? int(count) : 0);
-        return bytes;
-    }
-    /// Waits until the server hangs up.
-    bool isHungUp()
-    {
-        char byte = 0;
-        const auto count = ::recv(m_socket, &byte, 1, 0);
-        return count == 0 || (count < 0 && errno == ECONNRESET);
-    }
-
-private:
-    int m_socket;
-    bool m_connected = false;
-};
-} // namespace
 
 class TestPlantServer : public QObject
 {
@@ -176,17 +34,16 @@ private slots:
 void TestPlantServer::mapHasNoGapsAndNoTwins()
 {
     QSet<QString> names;
-    QMap<QPair<int, int>, QString> cells;
+    QSet<QPair<int, int>> cells;
     for (const RegisterEntry &row : registerMap()) {
-        const QString name = QString::fromStdString(row.name);
-        QVERIFY2(!names.contains(name), qPrintable(name));
-        names.insert(name);
+        names.insert(QString::fromStdString(row.name));
         for (int i = 0; i < row.width(); ++i) {
             const auto cell = qMakePair(int(row.table), row.address + i);
-            QVERIFY2(!cells.contains(cell), qPrintable(name + " overlaps " + cells.value(cell)));
-            cells.insert(cell, name);
+            QVERIFY2(!cells.contains(cell), row.name.c_str());
+            cells.insert(cell);
         }
     }
+    QCOMPARE(names.size(), int(registerMap().size()));
     int total = 0;
     for (auto table : {RegisterTable::Coil, RegisterTable::DiscreteInput, RegisterTable::Holding,
                        RegisterTable::Input})
@@ -245,15 +102,12 @@ void TestPlantServer::codecKeepsValueAndWordOrder()
 
 void TestPlantServer::commandsActThroughTheProcess()
 {
-    RunningPlant plant(500.0);
-    Client client(plant);
-    QVERIFY(client.isConnected());
+    const RunningPlant plant(500.0);
+    const PlantClient client(plant.server.port());
     QCOMPARE(client.read("K1.Flow"), 0.0);
     for (const char *coil : {"K1.Pump1.Start", "Net.Pump1.Start", "K1.Burner.Start"})
         QVERIFY(client.write(coil, 1));
-    QTRY_COMPARE(client.read("K1.Pump1.Running"), 1.0);
     QTRY_VERIFY(client.read("K1.Flow") > 90.0);
-    QTRY_COMPARE(client.read("K1.Burner.Flame"), 1.0);
     QTRY_VERIFY(client.read("K1.Temp.Outlet") > 60.0);
     QTRY_VERIFY(client.read("Net.Energy") > 50.0);
     QTRY_VERIFY(client.read("K1.Gas.Flow") > 100.0);
@@ -266,20 +120,19 @@ void TestPlantServer::commandsActThroughTheProcess()
 
 void TestPlantServer::setpointsReadBack_data()
 {
-    QTest::addColumn<QByteArray>("name");
     QTest::addColumn<double>("value");
-    QTest::newRow("scaled") << QByteArray("K2.Temp.Setpoint") << 87.3;
-    QTest::newRow("negative") << QByteArray("Sim.OutsideTemp") << -31.5;
-    QTest::newRow("float high first") << QByteArray("Net.Flow.Setpoint") << 123.5;
-    QTest::newRow("float low first") << QByteArray("MakeUp.Pressure.Setpoint") << 0.375;
+    QTest::newRow("K2.Temp.Setpoint") << 87.3;
+    QTest::newRow("Sim.OutsideTemp") << -31.5;
+    QTest::newRow("Net.Flow.Setpoint") << 123.5;        // float, high word first
+    QTest::newRow("MakeUp.Pressure.Setpoint") << 0.375; // float, low word first
 }
 
 void TestPlantServer::setpointsReadBack()
 {
-    QFETCH(QByteArray, name);
     QFETCH(double, value);
-    RunningPlant plant;
-    Client client(plant);
+    const char *name = QTest::currentDataTag();
+    const RunningPlant plant;
+    const PlantClient client(plant.server.port());
     QVERIFY(std::abs(client.read(name) - value) > 0.01);
     QVERIFY(client.write(name, value));
     QCOMPARE(client.read(name), value);
@@ -312,29 +165,26 @@ void TestPlantServer::refusesWithException_data()
 void TestPlantServer::refusesWithException()
 {
     QFETCH(QByteArray, pdu);
-    RunningPlant plant;
-    RawSocket socket(plant);
-    QVERIFY(socket.isConnected());
-    const QByteArray head = QByteArray::fromHex("beef00000000") + char(1);
-    QByteArray request = head + pdu;
-    request[5] = char(pdu.size() + 1);
-    socket.write(request);
-    const QByteArray answer = socket.read(9);
-    QCOMPARE(answer.size(), 9);
-    QCOMPARE(answer.left(2), head.left(2));
-    QCOMPARE(int(quint8(answer[7])), int(quint8(pdu[0])) | 0x80);
+    const RunningPlant plant;
+    const PlantClient client(plant.server.port());
+    const QByteArray request = '\1' + pdu;
+    std::uint8_t answer[MODBUS_TCP_MAX_ADU_LENGTH];
+    QVERIFY(modbus_send_raw_request(client.raw(),
+                                    reinterpret_cast<const std::uint8_t *>(request.data()),
+                                    request.size()) > 0);
+    QCOMPARE(modbus_receive_confirmation(client.raw(), answer), 9);
+    QCOMPARE(int(answer[7]), int(quint8(pdu[0])) | 0x80);
     QTEST(int(answer[8]), "code");
-    Client client(plant);
     QCOMPARE(client.read("K1.Temp.Setpoint"), 95.0);
     QCOMPARE(client.read("Net.Flow.Setpoint"), 180.0);
 }
 
 void TestPlantServer::servesSeveralClients()
 {
-    RunningPlant plant;
-    std::vector<std::unique_ptr<Client>> clients;
+    const RunningPlant plant;
+    std::vector<std::unique_ptr<PlantClient>> clients;
     for (int i = 0; i < 20; ++i)
-        clients.push_back(std::make_unique<Client>(plant));
+        clients.push_back(std::make_unique<PlantClient>(plant.server.port()));
     QVERIFY(clients.front()->write("K1.Valve.Setpoint", 42.0));
     for (const auto &client : clients)
         QCOMPARE(client->read("K1.Valve.Setpoint"), 42.0);
@@ -355,14 +205,18 @@ void TestPlantServer::survivesHostileBytes()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(bool, dropped);
-    RunningPlant plant;
-    RawSocket socket(plant);
-    QVERIFY(socket.isConnected());
-    socket.write(bytes);
+    const RunningPlant plant;
+    const PlantClient hostile(plant.server.port());
+    const int socket = modbus_get_socket(hostile.raw());
+    QVERIFY(::send(socket, bytes.data(), std::size_t(bytes.size()), MSG_NOSIGNAL) > 0);
+    const auto isHungUp = [socket] {
+        char byte = 0;
+        const auto count = ::recv(socket, &byte, 1, MSG_DONTWAIT);
+        return count == 0 || (count < 0 && errno == ECONNRESET);
+    };
     if (dropped)
-        QVERIFY(socket.isHungUp());
-    Client client(plant);
-    QCOMPARE(client.read("K1.Temp.Setpoint"), 95.0);
+        QTRY_VERIFY(isHungUp());
+    QCOMPARE(PlantClient(plant.server.port()).read("K1.Temp.Setpoint"), 95.0);
 }
 
 void TestPlantServer::lineFaultHarmsAnswers_data()
@@ -378,35 +232,29 @@ void TestPlantServer::lineFaultHarmsAnswers_data()
 void TestPlantServer::lineFaultHarmsAnswers()
 {
     QFETCH(int, kind);
-    RunningPlant plant;
-    Client client(plant);
+    const RunningPlant plant;
+    const PlantClient client(plant.server.port());
     QVERIFY(client.write("Line.Delay", 300));
     QVERIFY(client.write("Line.Fault", kind));
     QElapsedTimer timer;
     timer.start();
     const bool answered = client.read("K1.Temp.Setpoint") == 95.0;
     QTEST(answered, "answered");
-    if (answered)
-        QVERIFY(timer.elapsed() >= 290);
+    QVERIFY(!answered || timer.elapsed() >= 290);
     // Requests are carried out although their answers are harmed.
-    Client repair(plant);
-    repair.write("Line.Fault", 0);
-    Client after(plant);
+    PlantClient(plant.server.port()).write("Line.Fault", 0);
+    const PlantClient after(plant.server.port());
     QTRY_COMPARE(after.read("Line.Fault"), 0.0);
 }
 
 void TestPlantServer::badAddressIsReported()
 {
     PlantSite site;
-    ServerOptions options;
-    options.host = "no.such.place";
-    QVERIFY(QString::fromStdString(PlantServer(site, options).listen()).contains("no.such.place"));
-    RunningPlant plant;
-    QVERIFY(plant.error.empty());
-    QVERIFY(plant.server.port() > 0);
-    options.host = "127.0.0.1";
-    options.port = 65536;
-    QVERIFY(QString::fromStdString(PlantServer(site, options).listen()).contains("65536"));
+    const auto error = [&site](const char *host, int port) {
+        return QString::fromStdString(PlantServer(site, {host, port}).listen());
+    };
+    QVERIFY(error("no.such.place", 0).contains("no.such.place"));
+    QVERIFY(error("127.0.0.1", 65536).contains("65536"));
 }
 
 QTEST_GUILESS_MAIN(TestPlantServer)
