@@ -67,6 +67,12 @@ public:
         configured->setCurrentDisplay(display);
         manager->PushAction(configured);
     }
+    /// Pushes an action and waits until it has run, and all that were pushed before.
+    void run(unsigned long action, int display = 0) const
+    {
+        push(action, display);
+        QTRY_VERIFY(!manager->hasActionBelow(*core.GetNodesCollection()->GetRoot()));
+    }
     int openWindows(unsigned long id) const
     {
         const auto &windows = manager->windows();

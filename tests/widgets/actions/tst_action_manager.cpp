@@ -1,4 +1,5 @@
 #include "support/FakeScreens.h"
+#include "support/Mouse.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/actions/ActionManager.h"
@@ -31,14 +32,28 @@ std::string gestureProject()
 
 struct Step
 {
-    enum Target { Window, Viewport };
     QEvent::Type type;
-    Target target = Viewport;
-    QPoint position{20, 20};
+    bool isOnElement = false;
     Qt::MouseButton button = Qt::LeftButton;
 };
 
-const QPoint onElement(150, 50);
+constexpr Step press{QEvent::MouseButtonPress}, release{QEvent::MouseButtonRelease},
+    twice{QEvent::MouseButtonDblClick}, move{QEvent::MouseMove}, enter{QEvent::Enter},
+    leave{QEvent::Leave};
+constexpr Step elementPress{QEvent::MouseButtonPress, true},
+    elementRelease{QEvent::MouseButtonRelease, true},
+    elementTwice{QEvent::MouseButtonDblClick, true}, elementMove{QEvent::MouseMove, true};
+
+void send(QWidget *target, const Step &step)
+{
+    if (step.type == QEvent::Enter || step.type == QEvent::Leave) {
+        QEvent event(step.type);
+        QCoreApplication::sendEvent(target, &event);
+        return;
+    }
+    sendMouse(*target, step.type, step.isOnElement ? QPoint(150, 50) : QPoint(20, 20),
+              step.type == QEvent::MouseMove ? Qt::NoButton : step.button);
+}
 
 } // namespace
 
@@ -49,97 +64,54 @@ class TestActionManager : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { FakeScreens::install(2); }
     void gesturesRunTheirLists_data();
     void gesturesRunTheirLists();
     void actionsLearnTheirDisplay();
     void menusOpenAtTheTrigger();
     void editingRunsNothing();
     void withoutAWindowManagerNothingIsKept();
-
-private:
-    static void send(WindowForm &window, const Step &step, ulong timestamp);
 };
-
-void TestActionManager::initTestCase()
-{
-    FakeScreens::install(2);
-}
-
-void TestActionManager::send(WindowForm &window, const Step &step, ulong timestamp)
-{
-    QWidget *target =
-        step.target == Step::Window ? static_cast<QWidget *>(&window) : window.viewport();
-    if (step.type == QEvent::Enter || step.type == QEvent::Leave) {
-        QEvent event(step.type);
-        QCoreApplication::sendEvent(target, &event);
-        return;
-    }
-    const bool isMove = step.type == QEvent::MouseMove;
-    const bool isRelease = step.type == QEvent::MouseButtonRelease;
-    QMouseEvent event(step.type, step.position, target->mapToGlobal(step.position),
-                      isMove ? Qt::NoButton : step.button,
-                      isMove || isRelease ? Qt::NoButton : step.button, Qt::NoModifier);
-    event.setTimestamp(timestamp);
-    QCoreApplication::sendEvent(target, &event);
-}
 
 void TestActionManager::gesturesRunTheirLists_data()
 {
     QTest::addColumn<QVector<Step>>("steps");
-    QTest::addColumn<QStringList>("expected");
-    const Step press{QEvent::MouseButtonPress}, release{QEvent::MouseButtonRelease};
-    const Step twice{QEvent::MouseButtonDblClick};
-    const Step right{QEvent::MouseButtonPress, Step::Viewport, {20, 20}, Qt::RightButton};
-    QTest::newRow("click") << QVector<Step>{press, release} << QStringList{"Press", "Release"};
-    QTest::newRow("right button") << QVector<Step>{right} << QStringList();
-    QTest::newRow("double click") << QVector<Step>{press, release, twice, release}
-                                  << QStringList{"Press", "Release", "Release"};
-    QTest::newRow("on the window itself")
-        << QVector<Step>{{QEvent::MouseButtonPress, Step::Window}} << QStringList{"Press"};
-    QTest::newRow("enter and leave")
-        << QVector<Step>{{QEvent::Enter, Step::Window}, {QEvent::Leave, Step::Window}}
-        << QStringList{"Enter", "Leave"};
-    QTest::newRow("child entered and left")
-        << QVector<Step>{{QEvent::Enter, Step::Viewport}, {QEvent::Leave, Step::Viewport}}
-        << QStringList();
-    QTest::newRow("move") << QVector<Step>{{QEvent::MouseMove}} << QStringList{"Move"};
-    QTest::newRow("click on the element")
-        << QVector<Step>{{QEvent::MouseButtonPress, Step::Viewport, onElement},
-                         {QEvent::MouseButtonRelease, Step::Viewport, onElement}}
-        << QStringList{"Press", "eEnter", "eMove", "ePress", "Release", "eRelease", "eMove"};
-    QTest::newRow("double click on the element")
-        << QVector<Step>{{QEvent::MouseButtonPress, Step::Viewport, onElement},
-                         {QEvent::MouseButtonRelease, Step::Viewport, onElement},
-                         {QEvent::MouseButtonDblClick, Step::Viewport, onElement},
-                         {QEvent::MouseButtonRelease, Step::Viewport, onElement}}
-        << QStringList{"Press",    "eEnter", "eMove",   "ePress",   "Release",
-                       "eRelease", "eMove",  "Release", "eRelease", "eMove"};
-    QTest::newRow("right button on the element")
-        << QVector<Step>{{QEvent::MouseButtonPress, Step::Viewport, onElement, Qt::RightButton}}
-        << QStringList{"eEnter", "eMove"};
-    QTest::newRow("across the element")
-        << QVector<Step>{{QEvent::MouseMove, Step::Viewport, onElement},
-                         {QEvent::MouseMove, Step::Viewport, {20, 20}}}
-        << QStringList{"Move", "eEnter", "eMove", "Move", "eLeave"};
+    QTest::addColumn<bool>("onWindow"); // and not on its viewport
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const QVector<Step> &steps, const char *expected,
+                        bool onWindow = false) {
+        QTest::newRow(name) << steps << onWindow << QString(expected);
+    };
+    const Step right{QEvent::MouseButtonPress, false, Qt::RightButton};
+    const Step elementRight{QEvent::MouseButtonPress, true, Qt::RightButton};
+    row("click", {press, release}, "Press Release");
+    row("right button", {right}, "");
+    row("double click", {press, release, twice, release}, "Press Release Release");
+    row("on the window itself", {press}, "Press", true);
+    row("enter and leave", {enter, leave}, "Enter Leave", true);
+    row("child entered and left", {enter, leave}, "");
+    row("move", {move}, "Move");
+    row("click on the element", {elementPress, elementRelease},
+        "Press eEnter eMove ePress Release eRelease eMove");
+    row("double click on the element", {elementPress, elementRelease, elementTwice, elementRelease},
+        "Press eEnter eMove ePress Release eRelease eMove Release eRelease eMove");
+    row("right button on the element", {elementRight}, "eEnter eMove");
+    row("across the element", {elementMove, move}, "Move eEnter eMove Move eLeave");
 }
 
 void TestActionManager::gesturesRunTheirLists()
 {
     QFETCH(QVector<Step>, steps);
-    QFETCH(QStringList, expected);
+    QFETCH(bool, onWindow);
+    QFETCH(QString, expected);
     RuntimeProject project(gestureProject().c_str());
     WindowForm window(project.node<Nodes::BasicWindow>(10), nullptr);
     window.show();
     project.record({100, 101, 102, 103, 104, 105, 106, 107, 108, 109});
-    ulong timestamp = 1000;
     for (const Step &step : steps)
-        send(window, step, ++timestamp);
-    // Actions run in order: once this one has run, so have all before it.
-    project.push(159);
-    expected << "eLeave";
-    QTRY_VERIFY(project.recorded.endsWith("eLeave") && !project.value(109).IsEmpty());
-    QCOMPARE(project.recorded.join(' '), expected.join(' '));
+        send(onWindow ? &window : window.viewport(), step);
+    project.run(159); // when this one has run, so have all before it
+    QCOMPARE(project.recorded.join(' '), QString(expected + " eLeave").trimmed());
 }
 
 void TestActionManager::actionsLearnTheirDisplay()
@@ -148,9 +120,9 @@ void TestActionManager::actionsLearnTheirDisplay()
     WindowForm window(project.node<Nodes::BasicWindow>(10), nullptr);
     window.move(FakeScreens::topLeft(1) + QPoint(50, 50));
     window.show();
-    send(window, {QEvent::MouseButtonPress}, 1);
+    send(window.viewport(), press);
     QCOMPARE(project.node<Nodes::BasicAction>(150)->currentDisplay(), 1);
-    send(window, {QEvent::MouseButtonPress, Step::Viewport, onElement}, 2);
+    send(window.viewport(), elementPress);
     QCOMPARE(project.node<Nodes::BasicAction>(155)->currentDisplay(), 1);
 }
 
@@ -166,9 +138,9 @@ void TestActionManager::menusOpenAtTheTrigger()
         const auto &point = project.node<Nodes::BasicAction>(id)->triggerPoint();
         return point ? QPoint(point->x, point->y) : QPoint(-1, -1);
     };
-    send(window, {QEvent::MouseButtonPress}, 1);
+    send(window.viewport(), press);
     QCOMPARE(trigger(20), window.viewport()->mapToGlobal(QPoint(20, 20)));
-    send(window, {QEvent::MouseButtonPress, Step::Viewport, onElement}, 2);
+    send(window.viewport(), elementPress);
     QCOMPARE(trigger(20), window.viewport()->mapToGlobal(QPoint(100, 70)));
     QCOMPARE(trigger(21), QPoint(-1, -1));
 }
@@ -179,9 +151,9 @@ void TestActionManager::editingRunsNothing()
     WindowForm window(project.node<Nodes::BasicWindow>(10), nullptr);
     window.show();
     project.record({100, 109});
-    send(window, {QEvent::MouseButtonPress}, 1);
-    project.push(159);
-    QTRY_COMPARE(project.recorded, QStringList("eLeave"));
+    send(window.viewport(), press);
+    project.run(159);
+    QCOMPARE(project.recorded, QStringList("eLeave"));
 }
 
 void TestActionManager::withoutAWindowManagerNothingIsKept()

@@ -1,3 +1,4 @@
+#include "support/MessageBoxes.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/actions/LaunchedProcesses.h"
@@ -8,8 +9,6 @@
 #include "nodes/model/ResourceLink.h"
 #include "nodes/timers/operationTimer.h"
 
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTemporaryDir>
 
 using namespace Widgets;
@@ -44,8 +43,7 @@ constexpr const char *station = R"xml(
 <actionPlaySound id="76" name="outside" sound="../../etc/passwd"/>
 <actionOverrideCursor id="80" name="wait"/><actionOverrideCursor id="81" name="x" cursor="cross"/>
 <actionRestoreCursor id="82" name="restore"/>
-<actionArchiverDBMgr id="85" name="files"/>
-<actionWriteValue id="90" name="done" signal="30" value="77"/>)xml";
+<actionArchiverDBMgr id="85" name="files"/>)xml";
 
 constexpr const char *noRights = R"(<authentication id="22" name="U"/><user id="23" name="op"/>)";
 
@@ -58,26 +56,11 @@ public:
     {
         project.core.SetDataDirectory(directory.path().toStdString());
         QVERIFY(project.core.Start());
-        QObject::connect(&m_clicker, &QTimer::timeout, &m_clicker, [this] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                messages << box->windowTitle() + ": " + box->text();
-                box->button(QMessageBox::Ok)->click();
-            }
-        });
-        m_clicker.start(5);
     }
     ~Station()
     {
         project.manager.reset();
         project.core.Stop();
-    }
-    /// Runs the action and waits until it is over.
-    void run(unsigned long action)
-    {
-        project.node<Nodes::BasicSignal>(30)->GetCell()->Publish(0.0);
-        project.push(action);
-        project.push(90);
-        QTRY_COMPARE(project.value(30).ToInt(), 77);
     }
     int count(const QString &text) const
     {
@@ -91,10 +74,7 @@ public:
 
     QTemporaryDir directory;
     RuntimeProject project;
-    QStringList messages;
-
-private:
-    QTimer m_clicker;
+    MessageBoxes boxes;
 };
 
 } // namespace
@@ -148,11 +128,11 @@ void TestOperatorActions::journals()
     QFETCH(QString, entry);
     QFETCH(QString, message);
     Station station;
-    station.run(action);
+    station.project.run(action);
     if (!entry.isEmpty())
         QTRY_VERIFY_WITH_TIMEOUT(station.count(entry) >= 1, 20000);
-    QCOMPARE(station.messages.size(), message.isEmpty() ? 0 : 1);
-    QVERIFY(message.isEmpty() || station.messages.first().startsWith(message));
+    QCOMPARE(station.boxes.shown.size(), message.isEmpty() ? 0 : 1);
+    QVERIFY(message.isEmpty() || station.boxes.shown.first().startsWith(message));
 }
 
 void TestOperatorActions::timersObeyCommands()
@@ -160,12 +140,12 @@ void TestOperatorActions::timersObeyCommands()
     Station station;
     const auto *timer = station.project.node<Nodes::operationTimer>(35);
     QVERIFY(timer->GetState() != Nodes::NodeState::Running);
-    station.run(45);
+    station.project.run(45);
     QVERIFY(timer->GetState() == Nodes::NodeState::Running);
     int changes = 0;
     const boost::signals2::scoped_connection connection =
         station.project.node(35)->ConnectActivityChanged([&changes](bool) { ++changes; });
-    station.run(46);
+    station.project.run(46);
     QVERIFY(timer->GetState() == Nodes::NodeState::Running);
     QCOMPARE(changes, 2);
 }
@@ -180,15 +160,15 @@ void TestOperatorActions::alarmsObeyCommands()
     };
     station.project.node<Nodes::BasicSignal>(31)->GetCell()->Publish(90.0);
     QTRY_VERIFY(is(Nodes::AlarmState::ActiveUnacked));
-    station.run(49);
+    station.project.run(49);
     QTRY_VERIFY(is(Nodes::AlarmState::ActiveAcked));
-    station.run(50);
+    station.project.run(50);
     QTRY_VERIFY(is(Nodes::AlarmState::Shelved));
-    station.run(51);
+    station.project.run(51);
     QTRY_VERIFY(is(Nodes::AlarmState::ActiveAcked));
-    QVERIFY(station.messages.isEmpty());
-    station.run(49); // acknowledged already
-    QCOMPARE(station.messages, QStringList("Ошибка: ack: Не найдено"));
+    QVERIFY(station.boxes.shown.isEmpty());
+    station.project.run(49); // acknowledged already
+    QCOMPARE(station.boxes.shown, QStringList("Ошибка: ack: Не найдено"));
 }
 
 void TestOperatorActions::missingRightsAreTold_data()
@@ -207,7 +187,7 @@ void TestOperatorActions::missingRightsAreTold()
     QFETCH(unsigned, action);
     Station station(true);
     station.project.push(action);
-    QTRY_COMPARE(station.messages,
+    QTRY_COMPARE(station.boxes.shown,
                  QStringList("Ошибка: Недостаточно прав для выполнения действия"));
     QVERIFY(station.count("нет прав") + station.count("Запись отклонена") >= 1);
     QCOMPARE(station.count("Запущена") + station.count("Готово"), 0);
@@ -220,7 +200,7 @@ void TestOperatorActions::programsAreBoundedAndEndWithTheStation()
     const int tooMany = LaunchedProcesses::MaximumRunning + 1;
     for (int i = 0; i < tooMany; ++i)
         station.project.push(63);
-    QTRY_COMPARE(station.messages.size(), 1);
+    QTRY_COMPARE(station.boxes.shown.size(), 1);
     QCOMPARE(station.count("too many programs"), 1);
     QTRY_COMPARE(station.count("Запущена программа «sleep»"), tooMany - 1);
     station.project.manager.reset();
@@ -230,8 +210,8 @@ void TestOperatorActions::programsAreBoundedAndEndWithTheStation()
 void TestOperatorActions::endlessScriptsLeaveTheGuiLive()
 {
     Station station;
-    station.project.manager->PushActions(Nodes::NodeLinks(100, Nodes::NodeLink(71)));
-    station.run(90); // the GUI thread has worked all of them off
+    station.project.manager->PushActions(Nodes::NodeLinks(99, Nodes::NodeLink(71)));
+    station.project.run(71); // the GUI thread has worked all of them off
     QTRY_VERIFY_WITH_TIMEOUT(station.count("Сценарий прерван: limit") >= 1, 20000);
     const int runs = station.count("Сценарий прерван");
     QVERIFY2(station.count("Сценарий не запущен") <= runs + 1, "told more than once a run");
@@ -242,17 +222,18 @@ void TestOperatorActions::aMissingSoundIsToldOnce()
 {
     Station station;
     for (const unsigned action : {75u, 75u, 76u})
-        station.run(action);
+        station.project.run(action);
     QCOMPARE(station.count("silent: Нет звукового файла «no.wav»"), 1);
     QCOMPARE(station.count("outside: Нет звукового файла"), 1);
     Nodes::ResourceLink::SetBaseDirectory(station.directory.path().toStdString());
     QFile file(station.directory.filePath("no.wav"));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.close();
-    station.run(75); // there, though no sound: nothing hangs, with or without an audio device
+    station.project.run(
+        75); // there, though no sound: nothing hangs, with or without an audio device
     QCOMPARE(station.count("silent: Нет звукового файла"), 1);
     QVERIFY(file.remove());
-    station.run(75);
+    station.project.run(75);
     QCOMPARE(station.count("silent: Нет звукового файла"), 2);
 }
 
@@ -268,7 +249,7 @@ void TestOperatorActions::cursorsNest()
                                               {81, Qt::CrossCursor}, {82, Qt::WaitCursor},
                                               {82, Qt::IBeamCursor}, {82, Qt::IBeamCursor}};
     for (const auto &[action, expected] : steps) {
-        station.run(action);
+        station.project.run(action);
         QCOMPARE(shape(), expected);
     }
     QGuiApplication::restoreOverrideCursor();

@@ -35,13 +35,11 @@ constexpr const char *plant = R"(
 <actionShowWindowTemplate id="45" name="no template" window="20"/>
 <actionChangeCompositionTemplate id="50" name="composition" window="20" composition="22"><templateArgument id="65" name="signal" node="101"/></actionChangeCompositionTemplate>
 <actionChangeCompositionTemplate id="51" name="other" window="20" composition="22"><templateArgument id="66" name="signal" node="111"/></actionChangeCompositionTemplate>
-<memorySignal id="30" name="S" writable="true"/><actionWriteValue id="90" name="done" signal="30" value="77"/>
 %2)";
 
 constexpr const char *users =
     R"(<station id="80" name="St"><authentication id="81" name="A" guestRole="82">
-<role id="82" name="R"><grant id="83" name="G" privileges="open close" scope="10"/>
-<grant id="85" name="W" privileges="write" scope="30"/></role></authentication></station>
+<role id="82" name="R"><grant id="83" name="G" privileges="open close" scope="10"/></role></authentication></station>
 <user id="84" name="u"/>)";
 
 struct Plant : RuntimeProject
@@ -52,13 +50,6 @@ struct Plant : RuntimeProject
         node<Nodes::BasicSignal>(101)->GetCell()->Publish(1.0);
         node<Nodes::BasicSignal>(111)->GetCell()->Publish(2.0);
         nodesAtFirst = core.GetNodesCollection()->GetNodeCount();
-    }
-    void run(unsigned long action, int display = 0)
-    {
-        node<Nodes::BasicSignal>(30)->GetCell()->Publish(0.0);
-        push(action, display);
-        push(90);
-        QTRY_COMPARE(value(30).ToInt(), 77);
     }
     /// Each open window as "<node's name>:<what its label shows>".
     QString open() const

@@ -1,4 +1,5 @@
 #include "support/FakeScreens.h"
+#include "support/MessageBoxes.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/actions/qBasicAction.h"
@@ -7,9 +8,6 @@
 #include "widgets/windows/WindowComposite.h"
 
 #include "nodes/visual/BasicComposition.h"
-
-#include <QMessageBox>
-#include <QPushButton>
 
 using namespace Widgets;
 
@@ -46,6 +44,20 @@ constexpr const char *users = R"(
 
 const QPoint second = FakeScreens::topLeft(1);
 
+struct Screens : RuntimeProject
+{
+    explicit Screens(const char *more = "") : RuntimeProject((std::string(screens) + more).c_str())
+    {
+        manager->Start();
+    }
+    QWidget *window(unsigned long id) const { return manager->GetWindow(id); }
+    QRect clientArea(unsigned long id) const { return areaOf(*window(id)); }
+    static QRect areaOf(const QWidget &window)
+    {
+        return {window.mapToGlobal(QPoint(0, 0)), window.size()};
+    }
+};
+
 } // namespace
 
 class TestWindowActions : public QObject
@@ -53,7 +65,7 @@ class TestWindowActions : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { FakeScreens::install(2); }
     void opensInPlace_data();
     void opensInPlace();
     void reusesOpenWindows_data();
@@ -66,29 +78,7 @@ private slots:
     void refusals_data();
     void refusals();
     void windowsLeaveAnUnpluggedDisplay(); // the last: the display stays away
-
-private:
-    /// Runs everything pushed before: actions run in order.
-    static void runAll(const RuntimeProject &project);
-    static QRect clientArea(const QWidget &window);
 };
-
-void TestWindowActions::initTestCase()
-{
-    FakeScreens::install(2);
-}
-
-void TestWindowActions::runAll(const RuntimeProject &project)
-{
-    project.node<Nodes::BasicSignal>(30)->GetCell()->Publish(0.0);
-    project.push(58);
-    QTRY_COMPARE(project.value(30).ToInt(), 3);
-}
-
-QRect TestWindowActions::clientArea(const QWidget &window)
-{
-    return {window.mapToGlobal(QPoint(0, 0)), window.size()};
-}
 
 void TestWindowActions::opensInPlace_data()
 {
@@ -112,17 +102,14 @@ void TestWindowActions::opensInPlace()
     QFETCH(unsigned, window);
     QFETCH(int, triggeredOn);
     QFETCH(QRect, expected);
-    const RuntimeProject project(screens);
-    project.manager->Start();
-    project.push(action, triggeredOn);
-    runAll(project);
-    const QWidget *opened = project.manager->GetWindow(window);
+    const Screens project;
+    project.run(action, triggeredOn);
+    const QWidget *opened = project.window(window);
     QVERIFY(opened && opened->isVisible());
-    QCOMPARE(clientArea(*opened), expected);
+    QCOMPARE(project.clientArea(window), expected);
     const bool isFramed = window == 11;
     QCOMPARE(qobject_cast<FrameWindow *>(opened->window()) != nullptr, isFramed);
-    QCOMPARE(opened->window()->windowTitle(),
-             QStringLiteral("%1").arg(isFramed ? "Framed" : "Plain"));
+    QCOMPARE(opened->window()->windowTitle(), QString(isFramed ? "Framed" : "Plain"));
     QCOMPARE(opened->testAttribute(Qt::WA_TranslucentBackground), !isFramed);
 }
 
@@ -140,16 +127,13 @@ void TestWindowActions::reusesOpenWindows()
 {
     QFETCH(QVector<QPoint>, pushes);
     QFETCH(int, instances);
-    const RuntimeProject project(screens);
-    project.manager->Start();
+    const Screens project;
     for (const QPoint &push : pushes)
-        project.push(unsigned(push.x()), push.y());
-    runAll(project);
+        project.run(unsigned(push.x()), push.y());
     QCOMPARE(project.openWindows(10), instances);
-    project.manager->GetWindow(10)->showMinimized();
-    project.push(41);
-    runAll(project);
-    QVERIFY(!project.manager->GetWindow(10)->isMinimized());
+    project.window(10)->showMinimized();
+    project.run(41);
+    QVERIFY(!project.window(10)->isMinimized());
 }
 
 void TestWindowActions::closes_data()
@@ -165,16 +149,12 @@ void TestWindowActions::closes()
 {
     QFETCH(unsigned, action);
     QFETCH(int, left);
-    const RuntimeProject project(screens);
-    project.manager->Start();
+    const Screens project;
     for (const int display : {0, 1, 1})
-        project.push(42, display);
-    runAll(project);
-    QWidget *active = project.manager->GetWindow(10, 1);
-    QApplication::setActiveWindow(active);
-    const QPointer<QWidget> closed = active;
-    project.push(action, 0);
-    runAll(project);
+        project.run(42, display);
+    const QPointer<QWidget> closed = project.manager->GetWindow(10, 1);
+    QApplication::setActiveWindow(closed);
+    project.run(action, 0);
     QCOMPARE(project.openWindows(10), left);
     QTRY_VERIFY(!closed);
 }
@@ -195,34 +175,27 @@ void TestWindowActions::togglesAnOpenWindow()
     QFETCH(unsigned, toggle);
     QFETCH(unsigned, window);
     QFETCH(QPoint, expected);
-    const RuntimeProject project(screens);
-    project.manager->Start();
-    project.push(toggle);
-    runAll(project);
+    const Screens project;
+    project.run(toggle);
     QCOMPARE(project.openWindows(window), 0);
     project.push(show);
-    project.push(toggle);
-    runAll(project);
-    const QWidget *opened = project.manager->GetWindow(window);
+    project.run(toggle);
+    const QWidget *opened = project.window(window);
     QVERIFY(opened && !opened->isVisible());
-    project.push(toggle);
-    runAll(project);
+    project.run(toggle);
     QVERIFY(opened->isVisible());
-    QCOMPARE(clientArea(*opened), QRect(expected, QSize(200, 100)));
+    QCOMPARE(project.clientArea(window), QRect(expected, QSize(200, 100)));
     QCOMPARE(project.openWindows(window), 1);
 }
 
 void TestWindowActions::changingTheCompositionKeepsThePlace()
 {
-    const RuntimeProject project(screens);
-    project.manager->Start();
-    project.push(47);
-    runAll(project);
-    auto *window = qobject_cast<WindowComposite *>(project.manager->GetWindow(12));
+    const Screens project;
+    project.run(47);
+    auto *window = qobject_cast<WindowComposite *>(project.window(12));
     QVERIFY(window);
     window->move(321, 123);
-    project.push(57);
-    runAll(project);
+    project.run(57);
     QCOMPARE(window->composition(), project.node<Nodes::BasicComposition>(23));
     QCOMPARE(window->pos(), QPoint(321, 123));
 }
@@ -232,11 +205,10 @@ void TestWindowActions::refusals_data()
     QTest::addColumn<unsigned>("action");
     QTest::addColumn<bool>("withUsers");
     QTest::addColumn<QString>("message"); // its beginning; empty when refused silently
-    const QString rights = QStringLiteral("Недостаточно прав для выполнения действия");
+    const QString rights = "Ошибка: Недостаточно прав для выполнения действия";
     QTest::newRow("open without the right") << 40u << true << rights;
     QTest::newRow("write without the right") << 58u << true << rights;
-    QTest::newRow("write a read-only signal")
-        << 59u << false << QStringLiteral("write read-only: ");
+    QTest::newRow("write a read-only signal") << 59u << false << "Ошибка: write read-only: ";
     QTest::newRow("close without the right") << 51u << true << QString();
 }
 
@@ -245,52 +217,31 @@ void TestWindowActions::refusals()
     QFETCH(unsigned, action);
     QFETCH(bool, withUsers);
     QFETCH(QString, message);
-    const std::string nodes = std::string(screens) + (withUsers ? users : "");
-    RuntimeProject project(nodes.c_str());
+    Screens project(withUsers ? users : "");
     project.core.SetWorkMode(Nodes::WorkModeEditing); // opens whatever the rights
-    project.push(42);
-    QTRY_COMPARE(project.openWindows(10), 1);
+    project.run(42);
     project.core.SetWorkMode(Nodes::WorkModeRuntime);
-    QStringList shown;
-    QTimer clicker;
-    connect(&clicker, &QTimer::timeout, this, [&shown] {
-        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            shown << box->windowTitle() << box->text();
-            box->button(QMessageBox::Ok)->click();
-        }
-    });
-    clicker.start(5);
-    Nodes::SignalValue before = project.value(30);
-    qBasicAction *run = project.manager->CreateQAction(project.node<Nodes::BasicAction>(action));
-    run->setState(ActionHandedOver);
-    project.manager->OnActionExecuted(run);
-    QCOMPARE(run->GetState(), ActionFinished);
-    delete run;
-    QCOMPARE(shown.size(), message.isEmpty() ? 0 : 2);
-    if (!message.isEmpty())
-        QCOMPARE(shown.first(), QStringLiteral("Ошибка"));
-    QVERIFY2(message.isEmpty() || shown.last().startsWith(message), qPrintable(shown.join(' ')));
+    const MessageBoxes boxes;
+    project.run(action);
+    QCOMPARE(boxes.shown.size(), message.isEmpty() ? 0 : 1);
+    QVERIFY(boxes.shown.join(QString()).startsWith(message));
     QCOMPARE(project.openWindows(10), 1);
-    QVERIFY(project.value(30) == before);
+    QVERIFY(project.value(30).IsEmpty());
 }
 
 void TestWindowActions::windowsLeaveAnUnpluggedDisplay()
 {
-    const RuntimeProject project(screens);
-    project.manager->Start();
-    project.push(43);
-    project.push(46);
-    runAll(project);
+    const Screens project;
+    project.run(43);
+    project.run(46);
     const QPoint frame = project.manager->getFrame(1)->pos();
     FakeScreens::remove(1);
-    QCOMPARE(clientArea(*project.manager->GetWindow(10)), QRect(30, 40, 200, 100));
-    QCOMPARE(clientArea(*project.manager->GetWindow(11)), QRect(70, 80, 200, 100));
-    const QWidget *stayed = project.manager->windows().at(1).widget->window();
-    QCOMPARE(stayed->pos(), frame);
-    project.push(43); // opens where the node says, on a display that exists
-    runAll(project);
+    QCOMPARE(project.clientArea(10), QRect(30, 40, 200, 100));
+    QCOMPARE(project.clientArea(11), QRect(70, 80, 200, 100));
+    QCOMPARE(project.manager->windows().at(1).widget->window()->pos(), frame);
+    project.run(43); // opens where the node says, on a display that exists
     QCOMPARE(project.openWindows(10), 2);
-    QCOMPARE(clientArea(*project.manager->windows().last().widget), QRect(30, 40, 200, 100));
+    QCOMPARE(Screens::areaOf(*project.manager->windows().last().widget), QRect(30, 40, 200, 100));
 }
 
 QTEST_MAIN(TestWindowActions)
