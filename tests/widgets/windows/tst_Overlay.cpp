@@ -1,12 +1,10 @@
-#include "RuntimeProject.h"
+#include "support/RuntimeProject.h"
 
 #include "widgets/windows/FrameDialog.h"
 #include "widgets/windows/FrameWidget.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OverlayWidget.h"
 #include "widgets/windows/OverlayWindows.h"
-
-#include <QtTest>
 
 using namespace Widgets;
 
@@ -19,9 +17,8 @@ private slots:
     void cleanup();
     void dimsAllButTheModal();
     void followsNestedModals();
-    void dimsFramesShownLater();
     void dimsEmbeddedFrameOnce();
-    void staysOnTopWhenActivated();
+    void dimsFramesShownLaterAndStaysOnTop();
     void forgetsDestroyedModal();
     void staysClearOutsideRuntime();
 
@@ -34,8 +31,7 @@ private:
 void OverlayTest::init()
 {
     m_project = std::make_unique<RuntimeProject>(
-        "<visualization id=\"2\" name=\"V\" overlayColor=\"#102030\"/>");
-    QVERIFY(m_project->isValid());
+        R"(<visualization id="2" name="V" overlayColor="#102030"/>)");
     m_frame = std::make_unique<FrameWidget>();
     m_frame->resize(300, 200);
     m_frame->show();
@@ -83,14 +79,6 @@ void OverlayTest::followsNestedModals()
     QVERIFY(m_frame->overlay());
 }
 
-void OverlayTest::dimsFramesShownLater()
-{
-    m_modal->show();
-    FrameWindow late;
-    late.show();
-    QVERIFY(late.overlay());
-}
-
 void OverlayTest::dimsEmbeddedFrameOnce()
 {
     FrameWindow decorated;
@@ -102,16 +90,16 @@ void OverlayTest::dimsEmbeddedFrameOnce()
     QVERIFY(!embedded->overlay());
 }
 
-void OverlayTest::staysOnTopWhenActivated()
+void OverlayTest::dimsFramesShownLaterAndStaysOnTop()
 {
-    FrameWindow other;
-    other.show();
     m_modal->show();
-    QWidget added(&other);
-    QCOMPARE(other.children().last(), &added);
+    FrameWindow late;
+    late.show();
+    QVERIFY(late.overlay());
+    const QWidget added(&late);
     QEvent activated(QEvent::WindowActivate);
-    QApplication::sendEvent(&other, &activated);
-    QCOMPARE(other.children().last(), other.overlay());
+    QApplication::sendEvent(&late, &activated);
+    QCOMPARE(late.children().last(), late.overlay());
 }
 
 void OverlayTest::forgetsDestroyedModal()
