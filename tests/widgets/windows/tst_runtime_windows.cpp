@@ -41,6 +41,25 @@ bool isLive(const RuntimeProject &project, unsigned long element)
     return project.node(element)->GetState() == Nodes::NodeState::Running;
 }
 
+/// An element that keeps a dialog open from within its mouse event.
+struct DialogOnPress : QObject
+{
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::GraphicsSceneMousePress)
+            return false;
+        QEventLoop dialog;
+        QTimer::singleShot(0, &dialog, meanwhile);
+        QTimer::singleShot(30, &dialog, &QEventLoop::quit);
+        dialog.exec();
+        wasSceneThere = bool(scene);
+        return true;
+    }
+    std::function<void()> meanwhile;
+    QPointer<ProxyScene> scene;
+    bool wasSceneThere = false;
+};
+
 } // namespace
 
 class TestRuntimeWindows : public QObject
@@ -53,11 +72,9 @@ private slots:
     void withoutANodeItStaysEmpty();
     void editingCentresInTheParent_data();
     void editingCentresInTheParent();
-    void everyShowAndHideRunsItsList();
+    void everyShowAndHideRunsItsListAndSwitchesElements();
     void minimizingRunsNoList();
-    void elementsAreLiveWhileShown();
-    void keptSceneComesBack();
-    void droppedSceneIsBuiltAnew();
+    void keptSceneComesBackAndDroppedOneGoes();
     void outlivesDeletedNodes_data();
     void outlivesDeletedNodes();
     void outlivesDialogsOfItsElements_data();
@@ -72,9 +89,6 @@ void TestRuntimeWindows::takesItsNodesProperties()
     QCOMPARE(window.geometry(), QRect(30, 40, 200, 100));
     QCOMPARE(window.getStrTitle(), QStringLiteral("Form"));
     QCOMPARE(window.getModality(), Qt::ApplicationModal);
-    QCOMPARE(window.getTitleHeight(), 10);
-    QCOMPARE(window.getFrameMargin(),
-             2 * window.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
     QVERIFY(window.getTitleVisible() && window.getCloseBtnVisible() && !window.getFrameFlag());
     QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
     QVERIFY(window.viewport()->hasMouseTracking());
@@ -95,14 +109,12 @@ void TestRuntimeWindows::aChangedNodeMovesItAnOtherwiseChangedOneDoesNot()
 
 void TestRuntimeWindows::withoutANodeItStaysEmpty()
 {
-    RuntimeProject project(screens);
-    project.record({29, 30});
+    const RuntimeProject project(screens);
     WindowForm window(nullptr, nullptr);
     window.show();
     window.onUpdateProperties();
     window.hide();
     QVERIFY(window.getStrTitle().isEmpty());
-    QCOMPARE(window.getBorderType(), BasicWindow::BorderFrameless);
     QVERIFY(window.close());
 }
 
@@ -128,14 +140,16 @@ void TestRuntimeWindows::editingCentresInTheParent()
     QVERIFY(window.getStrTitle().isEmpty() && !window.getTitleVisible());
 }
 
-void TestRuntimeWindows::everyShowAndHideRunsItsList()
+void TestRuntimeWindows::everyShowAndHideRunsItsListAndSwitchesElements()
 {
     RuntimeProject project(screens);
     project.record({29, 30});
     WindowForm window(project.node<BasicWindow>(10), nullptr);
     for (int round = 1; round <= 2; ++round) {
         window.show();
+        QVERIFY(isLive(project, 15));
         window.hide();
+        QVERIFY(!isLive(project, 15));
         QTRY_COMPARE(project.recorded.count("opened"), round);
         QTRY_COMPARE(project.recorded.count("closed"), round);
     }
@@ -157,43 +171,23 @@ void TestRuntimeWindows::minimizingRunsNoList()
     QTRY_COMPARE(project.recorded, QStringList("closed"));
 }
 
-void TestRuntimeWindows::elementsAreLiveWhileShown()
-{
-    const RuntimeProject project(screens);
-    WindowForm window(project.node<BasicWindow>(10), nullptr);
-    window.show();
-    QVERIFY(isLive(project, 15));
-    window.hide();
-    QVERIFY(!isLive(project, 15));
-    window.show();
-    QVERIFY(isLive(project, 15));
-}
-
-void TestRuntimeWindows::keptSceneComesBack()
+void TestRuntimeWindows::keptSceneComesBackAndDroppedOneGoes()
 {
     const RuntimeProject project(screens);
     WindowComposite window(project.node<BasicWindow>(12), nullptr);
     window.show();
-    ProxyScene *first = window.proxyScene();
+    ProxyScene *kept = window.proxyScene();
     QVERIFY(isLive(project, 22));
     window.LoadComposition(project.node<BasicComposition>(23));
-    QVERIFY(window.proxyScene() != first);
+    const QPointer<ProxyScene> dropped = window.proxyScene();
+    QVERIFY(dropped != kept);
     QVERIFY(!isLive(project, 22) && isLive(project, 25));
     QCOMPARE(window.composition(), project.node<BasicComposition>(23));
     window.LoadComposition(project.node<BasicComposition>(20));
-    QCOMPARE(window.proxyScene(), first);
+    QCOMPARE(window.proxyScene(), kept);
     QVERIFY(isLive(project, 22));
     window.LoadComposition(nullptr);
-    QCOMPARE(window.proxyScene(), first);
-}
-
-void TestRuntimeWindows::droppedSceneIsBuiltAnew()
-{
-    const RuntimeProject project(screens);
-    WindowComposite window(project.node<BasicWindow>(12), nullptr);
-    window.LoadComposition(project.node<BasicComposition>(23));
-    const QPointer<ProxyScene> dropped = window.proxyScene();
-    window.LoadComposition(project.node<BasicComposition>(20));
+    QCOMPARE(window.proxyScene(), kept);
     QTRY_VERIFY(!dropped);
 }
 
@@ -244,8 +238,7 @@ void TestRuntimeWindows::outlivesDialogsOfItsElements_data()
     QTest::newRow("composition changed") << 12u << false;
 }
 
-// An element keeps a dialog open from within its mouse event; meanwhile an action takes the window
-// or its scene away.
+// Meanwhile an action takes the window or its scene away.
 void TestRuntimeWindows::outlivesDialogsOfItsElements()
 {
     QFETCH(unsigned, window);
@@ -258,27 +251,8 @@ void TestRuntimeWindows::outlivesDialogsOfItsElements()
     WindowPlacement::present(*shown);
     if (auto *composite = qobject_cast<WindowComposite *>(shown))
         composite->LoadComposition(project.node<BasicComposition>(23));
-    const QPointer<QObject> scene = shown->proxyScene();
-    struct Element : QObject
-    {
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            if (event->type() != QEvent::GraphicsSceneMousePress)
-                return false;
-            QEventLoop dialog;
-            QTimer::singleShot(0, &dialog, meanwhile);
-            QTimer::singleShot(30, &dialog, [&] {
-                wasThere = !view.isNull();
-                dialog.quit();
-            });
-            dialog.exec();
-            return true;
-        }
-        std::function<void()> meanwhile;
-        QPointer<QObject> view;
-        bool wasThere = false;
-    } element;
-    element.view = scene;
+    DialogOnPress element;
+    element.scene = shown->proxyScene();
     element.meanwhile = [&] {
         if (auto *composite = qobject_cast<WindowComposite *>(shown))
             composite->LoadComposition(project.node<BasicComposition>(20));
@@ -288,8 +262,8 @@ void TestRuntimeWindows::outlivesDialogsOfItsElements()
     for (ProxyWidget *host : shown->proxyScene()->getLayers().first()->getWidgets())
         host->installEventFilter(&element);
     QTest::mousePress(shown->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
-    QVERIFY(element.wasThere);
-    QTRY_VERIFY(!scene);
+    QVERIFY(element.wasSceneThere);
+    QTRY_VERIFY(!element.scene);
     QCOMPARE(project.openWindows(window), window == 12 ? 1 : 0);
 }
 
