@@ -1,3 +1,5 @@
+#include "support/MessageBoxes.h"
+#include "support/Mouse.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/scene/Border.h"
@@ -7,11 +9,8 @@
 
 #include "nodes/visual/BasicWidget.h"
 
-#include <QApplication>
 #include <QMenu>
-#include <QMessageBox>
 #include <QScrollBar>
-#include <QTimer>
 
 using Widgets::ProxyScene;
 using Widgets::ProxyView;
@@ -26,39 +25,40 @@ constexpr const char *nodes = R"(
 <windowComposed id="40" name="Composed" composition="30"/>
 <windowComposed id="41" name="Unset"/><folder id="50" name="F"/>)";
 
-struct BoxReader : QObject
+/// A view of a node, too small to show all of it.
+struct ShownView
 {
-    BoxReader()
+    explicit ShownView(unsigned long id, Nodes::enWorkMode mode = Nodes::WorkModeEditing)
+        : project(nodes, mode),
+          view(project.node(id), nullptr),
+          scene(view.setScene(project.node(id)))
     {
-        QObject::connect(&timer, &QTimer::timeout, this, [this] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            texts << box->text();
-            box->accept();
-        });
-        timer.start(5);
+        view.resize(300, 200);
+        view.show();
     }
-    QTimer timer;
-    QStringList texts;
+    int x() const { return view.horizontalScrollBar()->value(); }
+    int y() const { return view.verticalScrollBar()->value(); }
+    void scrollTo(int place) const
+    {
+        view.horizontalScrollBar()->setValue(place);
+        view.verticalScrollBar()->setValue(place);
+    }
+    void wheel(QPoint at, int delta, Qt::KeyboardModifiers modifiers) const
+    {
+        const QPoint angle = modifiers == Qt::AltModifier ? QPoint(delta, 0) : QPoint(0, delta);
+        QWheelEvent event(at, view.viewport()->mapToGlobal(at), QPoint(), angle, Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.viewport(), &event);
+    }
+    void mouse(QEvent::Type type, QPoint at, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        sendMouse(*view.viewport(), type, at, Qt::MiddleButton, modifiers);
+    }
+
+    RuntimeProject project;
+    ProxyView view;
+    ProxyScene *scene;
 };
-
-bool wheel(ProxyView &view, QPoint at, int delta, Qt::KeyboardModifiers modifiers)
-{
-    const QPoint angle = modifiers == Qt::AltModifier ? QPoint(delta, 0) : QPoint(0, delta);
-    QWheelEvent event(at, view.viewport()->mapToGlobal(at), QPoint(), angle, Qt::NoButton,
-                      modifiers, Qt::NoScrollPhase, false);
-    return QApplication::sendEvent(view.viewport(), &event);
-}
-
-void mouse(ProxyView &view, QEvent::Type type, QPoint at, Qt::KeyboardModifiers modifiers = {})
-{
-    const bool isMove = type == QEvent::MouseMove;
-    QMouseEvent event(type, at, isMove ? Qt::NoButton : Qt::MiddleButton,
-                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MiddleButton,
-                      modifiers);
-    QApplication::sendEvent(view.viewport(), &event);
-}
 
 } // namespace
 
@@ -74,7 +74,6 @@ private slots:
     void zoomKeepsThePointUnderTheCursor();
     void wheelScrolls();
     void middleButtonPans();
-    void sizeHints();
     void topmostLayerIsEditable();
     void addsElementsFromMenu();
     void selectionIsToldOnce();
@@ -95,22 +94,21 @@ void ProxyViewTest::sceneOfNode_data()
     QTest::newRow("composed") << 40 << composition << 2 << "ProxyScene: C" << QStringList();
     QTest::newRow("composition not set")
         << 41 << QRectF() << 0 << ""
-        << QStringList{"Не задана композиция", "Не удалось создать сцену"};
+        << QStringList{"Внимание: Не задана композиция", "Внимание: Не удалось создать сцену"};
     QTest::newRow("other node") << 50 << QRectF() << 0 << ""
-                                << QStringList{"Не удалось создать сцену"};
+                                << QStringList{"Внимание: Не удалось создать сцену"};
 }
 
 void ProxyViewTest::sceneOfNode()
 {
     QFETCH(int, id);
     QFETCH(QStringList, messages);
-    RuntimeProject project(nodes);
-    BoxReader reader;
-    ProxyView view(project.node(id), nullptr);
-    const ProxyScene *scene = view.setScene(project.node(id));
-    QCOMPARE(reader.texts, messages);
+    const MessageBoxes boxes;
+    const ShownView shown(unsigned(id), Nodes::WorkModeRuntime);
+    const ProxyScene *scene = shown.scene;
+    QCOMPARE(boxes.shown, messages);
     QCOMPARE(scene != nullptr, messages.isEmpty());
-    QCOMPARE(view.scene(), scene);
+    QCOMPARE(shown.view.scene(), scene);
     QTEST(scene ? scene->sceneRect() : QRectF(), "rect");
     QTEST(scene ? scene->getLayers().size() : 0, "layers");
     QTEST(scene ? scene->objectName() : QString(), "name");
@@ -118,151 +116,112 @@ void ProxyViewTest::sceneOfNode()
 
 void ProxyViewTest::followsSizeOfNode()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(20), nullptr);
-    view.setScene(project.node(20));
-    QVERIFY(project.node(20)->SetPropertyText("width", "500"));
-    QCOMPARE(view.sceneRect().width(), 500.0);
-    for (QGraphicsItem *item : view.items()) {
-        if (const auto *border = dynamic_cast<Widgets::Border *>(item))
-            if (!border->parentItem())
-                QCOMPARE(border->width(), 499.0);
+    const ShownView shown(20);
+    QVERIFY(shown.project.node(20)->SetPropertyText("width", "500"));
+    QCOMPARE(shown.view.sceneRect().width(), 500.0);
+    for (QGraphicsItem *item : shown.scene->items()) {
+        const auto *border = dynamic_cast<Widgets::Border *>(item);
+        QVERIFY(!border || border->parentItem() || border->width() == 499.0);
     }
 }
 
 void ProxyViewTest::runtimeHasNothingOfTheEditor()
 {
-    RuntimeProject project(nodes);
-    ProxyView view(project.node(20), nullptr);
-    const ProxyScene *scene = view.setScene(project.node(20));
-    view.resize(300, 200);
-    view.show();
-    QCOMPARE(view.dragMode(), QGraphicsView::NoDrag);
-    QVERIFY(!scene->addWidgetMenu());
-    for (const QGraphicsItem *item : scene->items())
+    ShownView shown(20, Nodes::WorkModeRuntime);
+    QCOMPARE(shown.view.dragMode(), QGraphicsView::NoDrag);
+    QVERIFY(!shown.scene->addWidgetMenu());
+    for (const QGraphicsItem *item : shown.scene->items())
         QVERIFY(!dynamic_cast<const Widgets::Border *>(item));
-    QVERIFY(view.verticalScrollBar()->maximum() > 0);
-    const int place = view.verticalScrollBar()->value();
-    wheel(view, QPoint(50, 50), -120, Qt::NoModifier);
-    wheel(view, QPoint(50, 50), 120, Qt::ControlModifier);
-    QCOMPARE(view.verticalScrollBar()->value(), place);
-    QVERIFY(view.transform().isIdentity());
+    QVERIFY(shown.view.verticalScrollBar()->maximum() > 0);
+    shown.wheel(QPoint(50, 50), -120, Qt::NoModifier);
+    shown.wheel(QPoint(50, 50), 120, Qt::ControlModifier);
+    QVERIFY(shown.view.transform().isIdentity());
     for (const int key : {Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down})
-        QTest::keyClick(&view, Qt::Key(key));
-    view.resize(150, 350);
-    QCOMPARE(view.mapToScene(0, 0), QPointF(0, 0));
+        QTest::keyClick(&shown.view, Qt::Key(key));
+    shown.view.resize(150, 350);
+    QCOMPARE(shown.view.mapToScene(0, 0), QPointF(0, 0));
 }
 
 void ProxyViewTest::zoomKeepsThePointUnderTheCursor()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(20), nullptr);
-    view.setScene(project.node(20));
-    view.resize(300, 200);
-    view.show();
+    const ShownView shown(20);
     const QPoint at(120, 80);
-    const QPointF before = view.mapToScene(at);
-    wheel(view, at, 120, Qt::ControlModifier);
-    QCOMPARE(view.transform().m11(), 1.15);
-    QVERIFY((view.mapToScene(at) - before).manhattanLength() <= 2);
-    wheel(view, at, -120, Qt::ControlModifier);
-    QCOMPARE(view.transform().m11(), 1.15 * 0.8695652173913044);
-    wheel(view, at, 120, Qt::ControlModifier);
-    mouse(view, QEvent::MouseButtonPress, at, Qt::ControlModifier);
-    QVERIFY(view.transform().isIdentity());
+    const QPointF before = shown.view.mapToScene(at);
+    shown.wheel(at, 120, Qt::ControlModifier);
+    QCOMPARE(shown.view.transform().m11(), 1.15);
+    QVERIFY((shown.view.mapToScene(at) - before).manhattanLength() <= 2);
+    shown.wheel(at, -120, Qt::ControlModifier);
+    QCOMPARE(shown.view.transform().m11(), 1.15 * 0.8695652173913044);
+    shown.wheel(at, 120, Qt::ControlModifier);
+    shown.mouse(QEvent::MouseButtonPress, at, Qt::ControlModifier);
+    QVERIFY(shown.view.transform().isIdentity());
     QApplication::setOverrideCursor(Qt::WaitCursor); // somebody else's
-    mouse(view, QEvent::MouseButtonRelease, at, Qt::ControlModifier);
+    shown.mouse(QEvent::MouseButtonRelease, at, Qt::ControlModifier);
     QVERIFY(QApplication::overrideCursor());
     QApplication::restoreOverrideCursor();
 }
 
 void ProxyViewTest::wheelScrolls()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(20), nullptr);
-    view.setScene(project.node(20));
-    view.resize(300, 200);
-    view.show();
-    QScrollBar *vertical = view.verticalScrollBar();
-    QScrollBar *horizontal = view.horizontalScrollBar();
-    vertical->setValue(100);
-    horizontal->setValue(100);
-    wheel(view, QPoint(10, 10), -120, Qt::NoModifier);
-    QCOMPARE(vertical->value(), 100 + vertical->maximum() / 10);
-    wheel(view, QPoint(10, 10), 120, Qt::AltModifier);
-    QCOMPARE(horizontal->value(), 100 - horizontal->maximum() / 10);
-    wheel(view, QPoint(10, 10), 120, Qt::ShiftModifier);
-    QCOMPARE(vertical->value(), 100 + vertical->maximum() / 10);
+    const ShownView shown(20);
+    const int stepX = shown.view.horizontalScrollBar()->maximum() / 10;
+    const int stepY = shown.view.verticalScrollBar()->maximum() / 10;
+    shown.scrollTo(100);
+    shown.wheel(QPoint(10, 10), -120, Qt::NoModifier);
+    QCOMPARE(QPoint(shown.x(), shown.y()), QPoint(100, 100 + stepY));
+    shown.wheel(QPoint(10, 10), 120, Qt::AltModifier);
+    QCOMPARE(QPoint(shown.x(), shown.y()), QPoint(100 - stepX, 100 + stepY));
+    shown.wheel(QPoint(10, 10), 120, Qt::ShiftModifier);
+    QCOMPARE(shown.y(), 100 + stepY);
 }
 
 void ProxyViewTest::middleButtonPans()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(20), nullptr);
-    view.setScene(project.node(20));
-    view.resize(300, 200);
-    view.show();
-    view.verticalScrollBar()->setValue(50);
-    view.horizontalScrollBar()->setValue(50);
-    mouse(view, QEvent::MouseButtonPress, QPoint(100, 100));
-    QVERIFY(!view.isInteractive());
+    const ShownView shown(20);
+    shown.scrollTo(50);
+    shown.mouse(QEvent::MouseButtonPress, QPoint(100, 100));
+    QVERIFY(!shown.view.isInteractive());
     QCOMPARE(QApplication::overrideCursor()->shape(), Qt::ClosedHandCursor);
-    mouse(view, QEvent::MouseMove, QPoint(90, 120));
-    QCOMPARE(view.horizontalScrollBar()->value(), 60);
-    QCOMPARE(view.verticalScrollBar()->value(), 30);
-    mouse(view, QEvent::MouseButtonRelease, QPoint(90, 120));
-    QVERIFY(view.isInteractive() && !QApplication::overrideCursor());
-    QCOMPARE(view.dragMode(), QGraphicsView::RubberBandDrag);
-}
-
-void ProxyViewTest::sizeHints()
-{
-    ProxyView view(nullptr, nullptr);
-    view.setSizeHint(QSize(100, 50));
-    QCOMPARE(view.sizeHint(), QSize(98, 48));
-    QCOMPARE(view.minimumSizeHint(), QSize(0, 0));
+    shown.mouse(QEvent::MouseMove, QPoint(90, 120));
+    QCOMPARE(QPoint(shown.x(), shown.y()), QPoint(60, 30));
+    shown.mouse(QEvent::MouseButtonRelease, QPoint(90, 120));
+    QVERIFY(shown.view.isInteractive() && !QApplication::overrideCursor());
+    QCOMPARE(shown.view.dragMode(), QGraphicsView::RubberBandDrag);
 }
 
 void ProxyViewTest::topmostLayerIsEditable()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(30), nullptr);
-    const auto layers = view.setScene(project.node(30))->getLayers();
+    const ShownView shown(30);
+    const auto layers = shown.scene->getLayers();
     const auto selectable = [](const Widgets::ProxyLayer *layer) {
         return bool(layer->childItems().first()->flags() & QGraphicsItem::ItemIsSelectable);
     };
     QVERIFY(!selectable(layers[0]) && selectable(layers[1]));
-    QVERIFY(project.node(31)->SetPropertyText("zOrder", "9")); // now on top
+    QVERIFY(shown.project.node(31)->SetPropertyText("zOrder", "9")); // now on top
     QVERIFY(selectable(layers[0]) && !selectable(layers[1]));
-    QVERIFY(project.node(31)->SetPropertyText("mode", "transparent"));
-    QVERIFY(project.node(33)->SetPropertyText("zOrder", "3")); // sorts again
+    QVERIFY(shown.project.node(31)->SetPropertyText("mode", "transparent"));
+    QVERIFY(shown.project.node(33)->SetPropertyText("zOrder", "3")); // sorts again
     QVERIFY(selectable(layers[0]) && selectable(layers[1]));
-    QVERIFY(view.proxyScene()->sortZOrder().last() == layers[0]);
+    QVERIFY(shown.scene->sortZOrder().last() == layers[0]);
 }
 
 void ProxyViewTest::addsElementsFromMenu()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(30), nullptr);
-    ProxyScene *scene = view.setScene(project.node(30));
-    scene->setPastePosition(QPointF(40, 30));
-    QMenu *menu = scene->addWidgetMenu();
+    const ShownView shown(30);
+    shown.scene->setPastePosition(QPointF(40, 30));
+    QMenu *menu = shown.scene->addWidgetMenu();
     QCOMPARE(menu->title(), QStringLiteral("Добавить виджет"));
-    QAction *label = menu->actions().first()->menu()->actions().first();
-    label->trigger();
-    const Nodes::ConfigNode *layer = project.node(33);
-    QCOMPARE(layer->GetNodeCount(), 2);
-    const auto *added = dynamic_cast<Nodes::BasicWidget *>(layer->GetNodeAt(1));
+    menu->actions().first()->menu()->actions().first()->trigger();
+    QCOMPARE(shown.project.node(33)->GetNodeCount(), 2);
+    const auto *added = dynamic_cast<Nodes::BasicWidget *>(shown.project.node(33)->GetNodeAt(1));
     QCOMPARE(added->GetPosition().x, 40);
-    QCOMPARE(scene->selectedItems().size(), 1); // only what was added is selected
-    QCOMPARE(scene->selectedItems().first()->pos(), QPointF(40, 30));
+    QCOMPARE(shown.scene->selectedItems().size(), 1); // only what was added is selected
+    QCOMPARE(shown.scene->selectedItems().first()->pos(), QPointF(40, 30));
 }
 
 void ProxyViewTest::selectionIsToldOnce()
 {
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    ProxyView view(project.node(30), nullptr);
-    ProxyScene *scene = view.setScene(project.node(30));
+    const ShownView shown(30);
     struct Counter : QObject
     {
         bool eventFilter(QObject *, QEvent *event) override
@@ -273,10 +232,9 @@ void ProxyViewTest::selectionIsToldOnce()
         int count = 0;
     } counter;
     qApp->installEventFilter(&counter);
-    QGraphicsItem *item = scene->getLayers().last()->childItems().first();
-    item->setSelected(true);
-    item->setSelected(false);
-    item->setSelected(true);
+    QGraphicsItem *item = shown.scene->getLayers().last()->childItems().first();
+    for (const bool isSelected : {true, false, true})
+        item->setSelected(isSelected);
     QTRY_COMPARE(counter.count, 1);
     QTest::qWait(150);
     QCOMPARE(counter.count, 1);
