@@ -27,12 +27,17 @@ constexpr const char *nodes = R"(
   <layer id="35" name="Two" zOrder="3" mode="transparent" visible="false"/></composition>
 <folder id="40" name="F"/>)";
 
+/// A project with one of its layers in a scene.
 struct Layer
 {
-    explicit Layer(RuntimeProject &project, unsigned long id = 31)
-        : item(new ProxyLayer(project.node<Nodes::BasicLayer>(id)))
+    explicit Layer(Nodes::enWorkMode mode = Nodes::WorkModeRuntime, unsigned long id = 31)
+        : project(nodes, mode), item(new ProxyLayer(project.node<Nodes::BasicLayer>(id)))
     {
         scene.addItem(item);
+    }
+    bool set(unsigned long id, const char *key, const char *text) const
+    {
+        return project.node(id)->SetPropertyText(key, text).IsSuccess();
     }
     ProxyWidget *host(unsigned long id) const
     {
@@ -42,6 +47,7 @@ struct Layer
         }
         return nullptr;
     }
+    RuntimeProject project;
     QGraphicsScene scene;
     ProxyLayer *item;
 };
@@ -54,14 +60,11 @@ class ProxyWidgetTest : public QObject
 
 private slots:
     void takesEverythingFromTheNode();
-    void emptyHosts_data();
     void emptyHosts();
-    void disabledFollowsAtRunTimeOnly_data();
-    void disabledFollowsAtRunTimeOnly();
+    void elementsWorkAtRunTimeOnly_data();
+    void elementsWorkAtRunTimeOnly();
     void visibilitySettles();
     void geometryFollows();
-    void keysReachElementsAtRunTimeOnly_data();
-    void keysReachElementsAtRunTimeOnly();
     void dragCommitsToTheNode();
     void borderFollowsFrameType_data();
     void borderFollowsFrameType();
@@ -74,10 +77,8 @@ private slots:
 
 void ProxyWidgetTest::takesEverythingFromTheNode()
 {
-    RuntimeProject project(nodes);
-    const Layer layer(project);
+    const Layer layer;
     const ProxyWidget *host = layer.host(32);
-    QCOMPARE(host->type(), 0x25001);
     QCOMPARE(host->geometry(), QRectF(10, 20, 90, 40));
     QCOMPARE(host->zValue(), 5.0);
     QCOMPARE(host->objectName(), QStringLiteral("C/One/A"));
@@ -86,83 +87,30 @@ void ProxyWidgetTest::takesEverythingFromTheNode()
     QCOMPARE(host->widget()->objectName(), QStringLiteral("node id: 32 parent: One parent id: 31"));
 }
 
-void ProxyWidgetTest::emptyHosts_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::newRow("no node") << 999;
-    QTest::newRow("no element") << 40;
-}
-
 void ProxyWidgetTest::emptyHosts()
 {
-    QFETCH(int, id);
-    RuntimeProject project(nodes);
-    Layer layer(project);
-    const Nodes::NodeLink link(static_cast<unsigned long>(id));
-    QVERIFY(!layer.item->addWidget(link));
-    ProxyWidget host(link);
-    QVERIFY(!host.widget() && !host.element());
-    host.start();
-    QCOMPARE(host.type(), int(QGraphicsItem::UserType));
+    const Layer layer;
+    for (const unsigned long id : {999ul, 40ul}) { // no node; no element
+        const Nodes::NodeLink link(id);
+        QVERIFY(!layer.item->addWidget(link));
+        ProxyWidget host(link);
+        QVERIFY(!host.widget() && !host.element());
+        host.start();
+    }
 }
 
-void ProxyWidgetTest::disabledFollowsAtRunTimeOnly_data()
+void ProxyWidgetTest::elementsWorkAtRunTimeOnly_data()
 {
     QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("follows");
+    QTest::addColumn<bool>("works");
     QTest::newRow("runtime") << int(Nodes::WorkModeRuntime) << true;
     QTest::newRow("editing") << int(Nodes::WorkModeEditing) << false;
 }
 
-void ProxyWidgetTest::disabledFollowsAtRunTimeOnly()
+void ProxyWidgetTest::elementsWorkAtRunTimeOnly()
 {
     QFETCH(int, mode);
-    QFETCH(bool, follows);
-    RuntimeProject project(nodes, Nodes::enWorkMode(mode));
-    const Layer layer(project);
-    const QWidget *element = layer.host(32)->widget();
-    QCOMPARE(element->isEnabled(), !follows);
-    QVERIFY(project.node(33)->SetPropertyText("disabled", "true"));
-    QCOMPARE(layer.host(33)->widget()->isEnabled(), !follows);
-    QVERIFY(project.node(32)->SetPropertyText("disabled", "false"));
-    QVERIFY(element->isEnabled());
-}
-
-void ProxyWidgetTest::visibilitySettles()
-{
-    RuntimeProject project(nodes);
-    const Layer layer(project);
-    const ProxyWidget *host = layer.host(32);
-    QSignalSpy spy(layer.host(32), &QGraphicsObject::visibleChanged);
-    for (const char *text : {"false", "true", "false"})
-        QVERIFY(project.node(32)->SetPropertyText("visible", text));
-    QVERIFY(host->isVisible());
-    QTRY_VERIFY(!host->isVisible());
-    QTest::qWait(50);
-    QCOMPARE(spy.count(), 1);
-}
-
-void ProxyWidgetTest::geometryFollows()
-{
-    RuntimeProject project(nodes);
-    const Layer layer(project);
-    auto *node = project.node<Nodes::BasicWidget>(32);
-    node->SetPosition(-7, 8);
-    QVERIFY(node->SetPropertyText("width", "11") && node->SetPropertyText("height", "3"));
-    QCOMPARE(layer.host(32)->geometry(), QRectF(-7, 8, 11, 3));
-    QVERIFY(node->SetPropertyText("zOrder", "-2"));
-    QCOMPARE(layer.host(32)->zValue(), -2.0);
-}
-
-void ProxyWidgetTest::keysReachElementsAtRunTimeOnly_data()
-{
-    disabledFollowsAtRunTimeOnly_data();
-}
-
-void ProxyWidgetTest::keysReachElementsAtRunTimeOnly()
-{
-    QFETCH(int, mode);
-    QFETCH(bool, follows);
+    QFETCH(bool, works);
     struct KeyCounter : QObject
     {
         bool eventFilter(QObject *, QEvent *event) override
@@ -172,12 +120,40 @@ void ProxyWidgetTest::keysReachElementsAtRunTimeOnly()
         }
         int count = 0;
     } counter;
-    RuntimeProject project(nodes, Nodes::enWorkMode(mode));
-    Layer layer(project);
-    layer.host(33)->widget()->installEventFilter(&counter);
+    Layer layer{Nodes::enWorkMode(mode)};
+    QWidget *element = layer.host(33)->widget();
+    element->installEventFilter(&counter);
     QKeyEvent press(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
     layer.scene.sendEvent(layer.host(33), &press);
-    QCOMPARE(counter.count, follows ? 1 : 0);
+    QCOMPARE(counter.count, works ? 1 : 0);
+    QCOMPARE(layer.host(32)->widget()->isEnabled(), !works); // configured as disabled
+    QVERIFY(layer.set(33, "disabled", "true"));
+    QCOMPARE(element->isEnabled(), !works);
+    QVERIFY(layer.set(33, "disabled", "false"));
+    QVERIFY(element->isEnabled());
+}
+
+void ProxyWidgetTest::visibilitySettles()
+{
+    const Layer layer;
+    const ProxyWidget *host = layer.host(32);
+    const QSignalSpy spy(host, &QGraphicsObject::visibleChanged);
+    for (const char *text : {"false", "true", "false"})
+        QVERIFY(layer.set(32, "visible", text));
+    QVERIFY(host->isVisible());
+    QTRY_VERIFY(!host->isVisible());
+    QTest::qWait(50);
+    QCOMPARE(spy.count(), 1);
+}
+
+void ProxyWidgetTest::geometryFollows()
+{
+    const Layer layer;
+    layer.project.node<Nodes::BasicWidget>(32)->SetPosition(-7, 8);
+    QVERIFY(layer.set(32, "width", "11") && layer.set(32, "height", "3"));
+    QVERIFY(layer.set(32, "zOrder", "-2"));
+    QCOMPARE(layer.host(32)->geometry(), QRectF(-7, 8, 11, 3));
+    QCOMPARE(layer.host(32)->zValue(), -2.0);
 }
 
 void ProxyWidgetTest::dragCommitsToTheNode()
@@ -212,8 +188,7 @@ void ProxyWidgetTest::borderFollowsFrameType_data()
 void ProxyWidgetTest::borderFollowsFrameType()
 {
     QFETCH(int, type);
-    RuntimeProject project(nodes, Nodes::WorkModeEditing);
-    const Layer layer(project);
+    const Layer layer(Nodes::WorkModeEditing);
     layer.item->setTypeFrame(type);
     const auto *border = dynamic_cast<Widgets::Border *>(layer.host(32)->childItems().first());
     QTEST(QRectF(border->pos(), QSizeF(border->width(), border->height())), "rect");
@@ -222,24 +197,21 @@ void ProxyWidgetTest::borderFollowsFrameType()
 
 void ProxyWidgetTest::layersCompareByOrder()
 {
-    RuntimeProject project(nodes);
-    const Layer one(project);
-    const Layer two(project, 35);
-    QVERIFY(*one.item == *two.item && !(*one.item < *two.item));
-    QVERIFY(project.node(35)->SetPropertyText("zOrder", "4"));
-    QVERIFY(*one.item != *two.item && *one.item<*two.item && * two.item> * one.item);
+    const Layer one;
+    const ProxyLayer two(one.project.node<Nodes::BasicLayer>(35));
+    QVERIFY(*one.item == two && !(*one.item < two));
+    QVERIFY(one.set(35, "zOrder", "4"));
+    QVERIFY(*one.item != two && *one.item < two && two > *one.item);
 }
 
 void ProxyWidgetTest::layerFollowsItsNode()
 {
-    RuntimeProject project(nodes);
-    const Layer layer(project, 35);
+    const Layer layer(Nodes::WorkModeRuntime, 35);
     QVERIFY(layer.item->transparency() && !layer.item->isVisible());
-    QSignalSpy changed(layer.item, &ProxyLayer::transparencyChanged);
-    QSignalSpy order(layer.item, &ProxyLayer::propertyChange);
-    QVERIFY(project.node(35)->SetPropertyText("mode", "opaque"));
-    QVERIFY(project.node(35)->SetPropertyText("visible", "true"));
-    QVERIFY(project.node(35)->SetPropertyText("zOrder", "8"));
+    const QSignalSpy changed(layer.item, &ProxyLayer::transparencyChanged);
+    const QSignalSpy order(layer.item, &ProxyLayer::propertyChange);
+    QVERIFY(layer.set(35, "mode", "opaque") && layer.set(35, "visible", "true"));
+    QVERIFY(layer.set(35, "zOrder", "8"));
     QVERIFY(!layer.item->transparency() && layer.item->isVisible());
     QCOMPARE(layer.item->zValue(), 8.0);
     QCOMPARE(changed.count(), 1);
@@ -248,12 +220,11 @@ void ProxyWidgetTest::layerFollowsItsNode()
 
 void ProxyWidgetTest::changesOfOtherThreadsShow()
 {
-    RuntimeProject project(nodes);
-    const Layer layer(project);
+    const Layer layer;
     std::thread([&] {
-        QVERIFY(project.node(32)->SetPropertyText("visible", "false"));
-        QVERIFY(project.node(32)->SetPropertyText("disabled", "false"));
-        QVERIFY(project.node(31)->SetPropertyText("zOrder", "6"));
+        QVERIFY(layer.set(32, "visible", "false"));
+        QVERIFY(layer.set(32, "disabled", "false"));
+        QVERIFY(layer.set(31, "zOrder", "6"));
     }).join();
     QTRY_VERIFY(!layer.host(32)->isVisible());
     QVERIFY(layer.host(32)->widget()->isEnabled());
@@ -262,9 +233,8 @@ void ProxyWidgetTest::changesOfOtherThreadsShow()
 
 void ProxyWidgetTest::childrenComeAndGo()
 {
-    RuntimeProject project(nodes);
-    Layer layer(project);
-    auto *node = project.node(31);
+    Layer layer;
+    auto *node = layer.project.node(31);
     const QPointer<ProxyWidget> removed = layer.host(32);
     auto detached = node->RemoveNode(Nodes::NodeLink(32ul));
     QVERIFY(detached->GetState() == Nodes::NodeState::Stopped);
@@ -284,9 +254,8 @@ void ProxyWidgetTest::childrenComeAndGo()
 
 void ProxyWidgetTest::survivesTheNode()
 {
-    RuntimeProject project(nodes);
-    Layer layer(project);
-    QVERIFY(project.node(30)->DeleteNode(31)); // the layer is not told of its own end
+    Layer layer;
+    QVERIFY(layer.project.node(30)->DeleteNode(31)); // the layer is not told of its own end
     layer.item->setEnabledItems(true);
     layer.scene.update();
     QImage image(200, 200, QImage::Format_ARGB32_Premultiplied);
