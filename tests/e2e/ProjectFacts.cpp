@@ -52,7 +52,6 @@ bool ProjectFacts::read(const QString &path)
 void ProjectFacts::take(const QXmlStreamReader &xml, const QString &container)
 {
     const int id = numberOf(xml, "id");
-    m_names[id] = nameOf(xml);
     if (xml.name() == QLatin1String("modbusSignal"))
         m_remoteSignals.insert(id);
     const QString key = container + QLatin1Char('/');
@@ -63,7 +62,6 @@ void ProjectFacts::take(const QXmlStreamReader &xml, const QString &container)
         return;
     m_bound[container].insert(id);
     m_signals[id] = signal;
-    m_showing[key + m_names[signal]] = nameOf(xml);
 }
 
 QRect ProjectFacts::placeIn(const QString &window, const QString &element) const
@@ -74,11 +72,6 @@ QRect ProjectFacts::placeIn(const QString &window, const QString &element) const
 QPoint ProjectFacts::centreOf(const QString &window, const QString &element) const
 {
     return placeIn(window, QString()).topLeft() + placeIn(window, element).center();
-}
-
-QString ProjectFacts::elementShowing(const QString &container, const QString &signal) const
-{
-    return m_showing.value(container + QLatin1Char('/') + signal);
 }
 
 } // namespace EndToEnd

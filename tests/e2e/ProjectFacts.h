@@ -22,19 +22,15 @@ public:
     QRect placeIn(const QString &window, const QString &element) const;
     /// Ids of the elements that show a signal, of a window or composition.
     QSet<int> boundIn(const QString &container) const { return m_bound.value(container); }
-    /// Name of the element in that window or composition that shows the signal; "" without one.
-    QString elementShowing(const QString &container, const QString &signal) const;
     /// Whether an element shows a value that comes over the line.
     bool isRemote(int element) const { return m_remoteSignals.contains(m_signals.value(element)); }
 
 private:
     void take(const QXmlStreamReader &xml, const QString &container);
 
-    QHash<QString, QRect> m_places;    // "container/element"
-    QHash<QString, QString> m_showing; // "container/signal" -> element
+    QHash<QString, QRect> m_places; // "container/element"
     QHash<QString, QSet<int>> m_bound;
     QHash<int, int> m_signals; // element id -> signal id
-    QHash<int, QString> m_names;
     QSet<int> m_remoteSignals;
 };
 

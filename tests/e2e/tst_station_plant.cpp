@@ -168,10 +168,9 @@ void StationPlantTest::showsWhatThePlantServes()
 
 void StationPlantTest::marksLossAndRecovers()
 {
-    const ProjectFacts &project = m_rig.project();
-    const QString label = project.elementShowing(header, "Net.Temp.Supply");
-    const QRect place =
-        project.placeIn(header, label).translated(m_rig.window(header).place.topLeft());
+    const QRect place = m_rig.project()
+                            .placeIn(header, "Значение Net.Temp.Supply 3")
+                            .translated(m_rig.window(header).place.topLeft());
     const QImage live = m_rig.grab(place, "live");
     QVERIFY(!live.isNull());
 

@@ -3,6 +3,7 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/journal/EventJournal.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/signals/BasicSignal.h"
@@ -78,6 +79,16 @@ public:
         const auto &windows = manager->windows();
         return int(std::count_if(windows.begin(), windows.end(),
                                  [id](const auto &link) { return link.id == id; }));
+    }
+    /// Entries of the journal, which has to be open, whose "source: text" contains that.
+    int journalled(const QString &text) const
+    {
+        std::vector<Nodes::BasicEvent> events;
+        (void)core.GetJournal().Flush();
+        (void)core.GetJournal().Query({}, events);
+        return int(std::count_if(events.begin(), events.end(), [&text](const auto &event) {
+            return QString::fromStdString(event.source + ": " + event.text).contains(text);
+        }));
     }
     /// Notes every value the signals get, as their names.
     void record(std::initializer_list<unsigned long> signalIds)

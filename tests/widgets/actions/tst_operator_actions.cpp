@@ -5,7 +5,6 @@
 #include "widgets/actions/qBasicAction.h"
 
 #include "nodes/alarms/systemAlarming.h"
-#include "nodes/journal/EventJournal.h"
 #include "nodes/model/ResourceLink.h"
 #include "nodes/timers/operationTimer.h"
 
@@ -61,15 +60,6 @@ public:
     {
         project.manager.reset();
         project.core.Stop();
-    }
-    int count(const QString &text) const
-    {
-        (void)project.core.GetJournal().Flush();
-        std::vector<Nodes::BasicEvent> events;
-        (void)project.core.GetJournal().Query({}, events);
-        return int(std::count_if(events.begin(), events.end(), [&](const auto &event) {
-            return QString::fromStdString(event.source + ": " + event.text).contains(text);
-        }));
     }
 
     QTemporaryDir directory;
@@ -130,7 +120,7 @@ void TestOperatorActions::journals()
     Station station;
     station.project.run(action);
     if (!entry.isEmpty())
-        QTRY_VERIFY_WITH_TIMEOUT(station.count(entry) >= 1, 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled(entry) >= 1, 20000);
     QCOMPARE(station.boxes.shown.size(), message.isEmpty() ? 0 : 1);
     QVERIFY(message.isEmpty() || station.boxes.shown.first().startsWith(message));
 }
@@ -189,8 +179,10 @@ void TestOperatorActions::missingRightsAreTold()
     station.project.push(action);
     QTRY_COMPARE(station.boxes.shown,
                  QStringList("Ошибка: Недостаточно прав для выполнения действия"));
-    QVERIFY(station.count("нет прав") + station.count("Запись отклонена") >= 1);
-    QCOMPARE(station.count("Запущена") + station.count("Готово"), 0);
+    QVERIFY(station.project.journalled("нет прав") +
+                station.project.journalled("Запись отклонена") >=
+            1);
+    QCOMPARE(station.project.journalled("Запущена") + station.project.journalled("Готово"), 0);
     QVERIFY(station.project.node(35)->GetState() != Nodes::NodeState::Running);
 }
 
@@ -201,10 +193,10 @@ void TestOperatorActions::programsAreBoundedAndEndWithTheStation()
     for (int i = 0; i < tooMany; ++i)
         station.project.push(63);
     QTRY_COMPARE(station.boxes.shown.size(), 1);
-    QCOMPARE(station.count("too many programs"), 1);
-    QTRY_COMPARE(station.count("Запущена программа «sleep»"), tooMany - 1);
+    QCOMPARE(station.project.journalled("too many programs"), 1);
+    QTRY_COMPARE(station.project.journalled("Запущена программа «sleep»"), tooMany - 1);
     station.project.manager.reset();
-    QCOMPARE(station.count("«sleep» завершается вместе со станцией"), tooMany - 1);
+    QCOMPARE(station.project.journalled("«sleep» завершается вместе со станцией"), tooMany - 1);
 }
 
 void TestOperatorActions::endlessScriptsLeaveTheGuiLive()
@@ -212,9 +204,10 @@ void TestOperatorActions::endlessScriptsLeaveTheGuiLive()
     Station station;
     station.project.manager->PushActions(Nodes::NodeLinks(99, Nodes::NodeLink(71)));
     station.project.run(71); // the GUI thread has worked all of them off
-    QTRY_VERIFY_WITH_TIMEOUT(station.count("Сценарий прерван: limit") >= 1, 20000);
-    const int runs = station.count("Сценарий прерван");
-    QVERIFY2(station.count("Сценарий не запущен") <= runs + 1, "told more than once a run");
+    QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled("Сценарий прерван: limit") >= 1, 20000);
+    const int runs = station.project.journalled("Сценарий прерван");
+    QVERIFY2(station.project.journalled("Сценарий не запущен") <= runs + 1,
+             "told more than once a run");
     QVERIFY(runs < 100);
 }
 
@@ -223,18 +216,18 @@ void TestOperatorActions::aMissingSoundIsToldOnce()
     Station station;
     for (const unsigned action : {75u, 75u, 76u})
         station.project.run(action);
-    QCOMPARE(station.count("silent: Нет звукового файла «no.wav»"), 1);
-    QCOMPARE(station.count("outside: Нет звукового файла"), 1);
+    QCOMPARE(station.project.journalled("silent: Нет звукового файла «no.wav»"), 1);
+    QCOMPARE(station.project.journalled("outside: Нет звукового файла"), 1);
     Nodes::ResourceLink::SetBaseDirectory(station.directory.path().toStdString());
     QFile file(station.directory.filePath("no.wav"));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.close();
     station.project.run(
         75); // there, though no sound: nothing hangs, with or without an audio device
-    QCOMPARE(station.count("silent: Нет звукового файла"), 1);
+    QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 1);
     QVERIFY(file.remove());
     station.project.run(75);
-    QCOMPARE(station.count("silent: Нет звукового файла"), 2);
+    QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 2);
 }
 
 void TestOperatorActions::cursorsNest()

@@ -2,13 +2,13 @@
 #include "support/RuntimeProject.h"
 
 #include "widgets/elements/ShowsValue.h"
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowBasic.h"
 
 #include "nodes/model/NodesCollection.h"
-
-#include <QGraphicsScene>
 
 using namespace Widgets;
 
@@ -63,12 +63,8 @@ struct Plant : RuntimeProject
     }
     static QString shown(const WindowBasic &window)
     {
-        for (const QGraphicsItem *item : window.scene()->items()) {
-            const auto *host = dynamic_cast<const ProxyWidget *>(item);
-            if (const auto *label = host ? dynamic_cast<ShowsValue *>(host->widget()) : nullptr)
-                return label->shownText();
-        }
-        return "no label";
+        const auto hosts = window.proxyScene()->getLayers().first()->getWidgets();
+        return dynamic_cast<ShowsValue &>(*hosts.first()->widget()).shownText();
     }
     WindowBasic *window(int index) const
     {

@@ -52,7 +52,6 @@ private slots:
 void TestWindowManager::worksWithoutACore()
 {
     QVERIFY(!g_pWindowManager);
-    QCOMPARE(WindowManager::GetWorkMode(), Nodes::WorkModeNone);
     WindowManager manager(nullptr);
     QCOMPARE(g_pWindowManager, &manager);
     QCOMPARE(WindowManager::GetWorkMode(), Nodes::WorkModeNone);
