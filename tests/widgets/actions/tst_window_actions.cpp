@@ -30,9 +30,12 @@ constexpr const char *screens = R"(
 <actionShowWindow id="46" name="framed" window="11" display="2" position="point" x="70" y="80"/>
 <actionShowWindow id="47" name="composed" window="12"/>
 <actionShowWindow id="48" name="beyond" window="10" display="5"/>
+<actionCloseWindow id="49" name="close on 7" window="10" display="7"/>
 <actionCloseWindow id="50" name="close" window="10"/>
 <actionCloseWindow id="51" name="close all" window="10" display="-1"/>
 <actionCloseWindow id="52" name="close current" current="true"/>
+<actionCloseWindow id="53" name="close on 1" window="10" display="1"/>
+<actionCloseWindow id="54" name="close on 2" window="10" display="2"/>
 <actionToggleWindow id="55" name="toggle" window="10" position="point" x="7" y="8"/>
 <actionToggleWindow id="56" name="toggle framed" window="11" display="2"/>
 <actionChangeComposition id="57" name="change" window="12" composition="23"/>
@@ -139,24 +142,35 @@ void TestWindowActions::reusesOpenWindows()
 void TestWindowActions::closes_data()
 {
     QTest::addColumn<unsigned>("action");
-    QTest::addColumn<int>("left");
-    QTest::newRow("display of the active window") << 50u << 1;
-    QTest::newRow("everywhere") << 51u << 0;
-    QTest::newRow("the active window") << 52u << 2;
+    QTest::addColumn<int>("active"); // screen of the active window, -1 for none
+    QTest::addColumn<QList<int>>("left");
+    QTest::newRow("everywhere") << 51u << -1 << QList<int>();
+    QTest::newRow("display 1") << 53u << -1 << QList<int>{1, 1};
+    QTest::newRow("display 2") << 54u << -1 << QList<int>{0};
+    QTest::newRow("no such display") << 49u << -1 << QList<int>{0, 1, 1};
+    QTest::newRow("display of the active window") << 50u << 1 << QList<int>{0};
+    QTest::newRow("no window is active") << 50u << -1 << QList<int>{0, 1, 1};
+    QTest::newRow("the active window") << 52u << 1 << QList<int>{0, 1};
 }
 
 void TestWindowActions::closes()
 {
     QFETCH(unsigned, action);
-    QFETCH(int, left);
+    QFETCH(int, active);
+    QFETCH(QList<int>, left);
     const Screens project;
+    project.run(46);
     for (const int display : {0, 1, 1})
         project.run(42, display);
-    const QPointer<QWidget> closed = project.manager->GetWindow(10, 1);
-    QApplication::setActiveWindow(closed);
-    project.run(action, 0);
-    QCOMPARE(project.openWindows(10), left);
-    QTRY_VERIFY(!closed);
+    QApplication::setActiveWindow(active < 0 ? nullptr : project.manager->GetWindow(10, active));
+    project.run(action);
+    QList<int> open;
+    for (const WidgetLink &link : project.manager->windows()) {
+        if (link.id == 10)
+            open << ScreenNumber(link.widget);
+    }
+    QCOMPARE(open, left);
+    QCOMPARE(project.openWindows(11), 1);
 }
 
 void TestWindowActions::togglesAnOpenWindow_data()

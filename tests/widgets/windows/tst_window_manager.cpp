@@ -3,8 +3,6 @@
 
 #include "widgets/windows/FrameWidget.h"
 #include "widgets/windows/FrameWindow.h"
-#include "widgets/windows/Screens.h"
-#include "widgets/windows/WindowBasic.h"
 
 #include "nodes/timers/operationTimer.h"
 
@@ -38,8 +36,6 @@ private slots:
     void createsWhatTheNodeIs_data();
     void createsWhatTheNodeIs();
     void sameNodeOpensTwiceAndIsForgotten();
-    void closesByDisplay_data();
-    void closesByDisplay();
     void placesFramesOnTheirDisplays();
     void withoutTheRightItStaysOpen();
     void altZMinimizesAndPassesOn_data();
@@ -101,42 +97,6 @@ void TestWindowManager::sameNodeOpensTwiceAndIsForgotten()
     QVERIFY(project.manager->windows().isEmpty());
     delete project.manager->createWindow(project.node(10)).widget;
     QVERIFY(project.manager->windows().isEmpty());
-}
-
-void TestWindowManager::closesByDisplay_data()
-{
-    QTest::addColumn<int>("display");
-    QTest::addColumn<int>("active"); // screen of the active window, -1 for none
-    QTest::addColumn<QList<int>>("left");
-    QTest::newRow("all") << -1 << -1 << QList<int>();
-    QTest::newRow("first") << 1 << -1 << QList<int>{1};
-    QTest::newRow("second") << 2 << -1 << QList<int>{0, 0};
-    QTest::newRow("no such display") << 7 << -1 << QList<int>{0, 0, 1};
-    QTest::newRow("active one") << 0 << 1 << QList<int>{0, 0};
-    QTest::newRow("none active") << 0 << -1 << QList<int>{0, 0, 1};
-}
-
-void TestWindowManager::closesByDisplay()
-{
-    QFETCH(int, display);
-    QFETCH(int, active);
-    QFETCH(QList<int>, left);
-    const RuntimeProject project(screens);
-    for (const int screen : {0, 0, 1}) {
-        QWidget *window = project.manager->createWindow(project.node(10)).widget;
-        window->move(FakeScreens::topLeft(screen) + QPoint(10, 10));
-        window->show();
-    }
-    QWidget *other = project.manager->createWindow(project.node(11)).widget;
-    QApplication::setActiveWindow(active < 0 ? nullptr : project.manager->GetWindow(10, active));
-    project.manager->closeAllWindow(10, display);
-    QList<int> open;
-    for (const WidgetLink &link : project.manager->windows()) {
-        if (link.widget != other)
-            open << ScreenNumber(link.widget);
-    }
-    QCOMPARE(open, left);
-    QCOMPARE(project.openWindows(11), 1);
 }
 
 void TestWindowManager::placesFramesOnTheirDisplays()
