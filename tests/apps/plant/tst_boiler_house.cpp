@@ -151,6 +151,9 @@ void TestBoilerHouse::tripLatchesUntilReset()
     QCOMPARE(int(boiler.burner().cause()), cause);
     QCOMPARE(boiler.gasFlow(), 0.0);
     QVERIFY(!commands.burnerStart);
+    commands.reset = true; // the cause persists
+    house.step(1);
+    QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
 
     provoke(TripCause::None);
     house.step(60);

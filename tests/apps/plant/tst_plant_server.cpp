@@ -148,7 +148,8 @@ void TestPlantServer::refusesWithException_data()
     row("byte count too small", "1000000002020000", 3);
     row("byte count without bytes", "1000000002 04", 3);
     row("coil neither on nor off", "0500001234", 3);
-    row("set-point out of range", "0600007fff", 3);
+    row("set-point too high", "0600007fff", 3);
+    row("set-point too low", "0600000000", 3);
     row("half a float", "06000c4348", 3);
     row("float that is no number", "10000c0002047fc00000", 3);
     row("masked out of range", "160000000004b0", 3);
