@@ -17,6 +17,7 @@ private slots:
     void setpointsMoveTheControlledValues();
     void tripLatchesUntilReset_data();
     void tripLatchesUntilReset();
+    void hotBoilerCannotBeReset();
     void pumpFaultNeedsResetAndNewStart();
     void leakDropsPressureAndMakeUpRestoresIt();
 };
@@ -151,9 +152,6 @@ void TestBoilerHouse::tripLatchesUntilReset()
     QCOMPARE(int(boiler.burner().cause()), cause);
     QCOMPARE(boiler.gasFlow(), 0.0);
     QVERIFY(!commands.burnerStart);
-    commands.reset = true; // the cause persists
-    house.step(1);
-    QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
 
     provoke(TripCause::None);
     house.step(60);
@@ -167,6 +165,18 @@ void TestBoilerHouse::tripLatchesUntilReset()
     commands.burnerStart = true;
     house.step(60);
     QVERIFY(boiler.burner().hasFlame());
+}
+
+void TestBoilerHouse::hotBoilerCannotBeReset()
+{
+    BoilerHouse house = warmHouse();
+    Boiler &boiler = house.boiler(0);
+    boiler.commands().tripTemperature = boiler.temperature() - 5;
+    house.step(1);
+    boiler.commands().tripTemperature = boiler.temperature() + 1; // within the hysteresis
+    boiler.commands().reset = true;
+    house.step(1);
+    QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
 }
 
 void TestBoilerHouse::pumpFaultNeedsResetAndNewStart()
