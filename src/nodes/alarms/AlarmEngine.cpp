@@ -137,7 +137,7 @@ void AlarmEngine::restore(Watch &watch, const StoredAlarm &stored, const AlarmMo
     }
     step(watch, [&](AlarmTracker &tracker) { tracker.Restore(stored.memory, now); });
     m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), path};
-    m_outbox.push_back({watch.tracker.GetRecord(), false});
+    m_outbox.push_back({watch.tracker.GetRecord(), false, true});
 }
 
 /// An older or broken project may be a slip: what was set aside by hand must be there again with
@@ -179,12 +179,27 @@ void AlarmEngine::judge(Watch &watch)
         // Two publishers may arrive in either order; the cell's own value is the later one.
         step(watch,
              [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Value(), now, records); });
-        for (BasicEvent &record : records)
-            m_outbox.push_back({std::move(record), true});
+        send(watch.tracker, std::move(records));
         isCalling = !m_outbox.empty() || watch.deadline < earliest;
     }
     if (isCalling)
         m_thread.Wake();
+}
+
+// Of an acknowledgement the journal keeps the deed, while lists are told how the alarm stands.
+void AlarmEngine::send(const AlarmTracker &tracker, AlarmTracker::Records records)
+{
+    for (BasicEvent &record : records) {
+        if (record.type != TypeAcknowledgement) {
+            m_outbox.push_back({std::move(record), true, true});
+            continue;
+        }
+        BasicEvent shown = tracker.GetRecord();
+        shown.type = record.type;
+        shown.user = record.user;
+        m_outbox.push_back({std::move(record), true, false});
+        m_outbox.push_back({std::move(shown), false, true});
+    }
 }
 
 template <class Step> void AlarmEngine::step(Watch &watch, Step run)
@@ -210,12 +225,12 @@ Timestamp AlarmEngine::work()
     Timestamp next = DeadlineThread::Never;
     {
         const std::lock_guard lock(m_mutex);
-        AlarmTracker::Records records;
-        while (!m_deadlines.empty() && m_deadlines.begin()->first <= now.steady)
-            step(*m_deadlines.begin()->second,
-                 [&](AlarmTracker &tracker) { tracker.Tick(now, records); });
-        for (BasicEvent &record : records)
-            m_outbox.push_back({std::move(record), true});
+        while (!m_deadlines.empty() && m_deadlines.begin()->first <= now.steady) {
+            Watch &due = *m_deadlines.begin()->second;
+            AlarmTracker::Records records;
+            step(due, [&](AlarmTracker &tracker) { tracker.Tick(now, records); });
+            send(due.tracker, std::move(records));
+        }
         outgoing.swap(m_outbox);
         unsaved.swap(m_unsaved);
         if (!m_deadlines.empty())
@@ -225,7 +240,8 @@ Timestamp AlarmEngine::work()
     for (const Outgoing &out : outgoing) {
         if (m_journal && out.isJournalled)
             (void)m_journal->Append(out.event);
-        m_announced(out.event);
+        if (out.isAnnounced)
+            m_announced(out.event);
     }
     return next;
 }
@@ -274,8 +290,7 @@ Result AlarmEngine::Operate(const NodeLink &alarm, const Operation &operation)
         step(*found->second, [&](AlarmTracker &tracker) {
             result = operation(tracker, AlarmMoment::Now(), records);
         });
-        for (BasicEvent &record : records)
-            m_outbox.push_back({std::move(record), true});
+        send(found->second->tracker, std::move(records));
     }
     m_thread.Wake();
     return result;

@@ -51,8 +51,10 @@ private:
     {
         BasicEvent event;
         bool isJournalled;
+        bool isAnnounced;
     };
 
+    void send(const AlarmTracker &tracker, AlarmTracker::Records records);
     void restore(const std::string &stateFile);
     void restore(Watch &watch, const StoredAlarm &stored, const AlarmMoment &now);
     void keepMissing(unsigned long node, const StoredAlarm &stored, Timestamp now);

@@ -11,13 +11,6 @@ namespace {
 
 constexpr Timestamp never = std::numeric_limits<Timestamp>::max();
 
-EventLevel severity(int priority)
-{
-    if (priority == 1)
-        return LevelCritical;
-    return priority == 4 ? LevelWarning : LevelAlarm;
-}
-
 } // namespace
 
 AlarmMoment AlarmMoment::Now()
@@ -70,7 +63,7 @@ BasicEvent AlarmTracker::recordOf(EventType type, const std::string &user) const
     BasicEvent record;
     record.time = m_memory.changed;
     record.type = type;
-    record.level = severity(m_settings.priority);
+    record.level = AlarmLevel(m_settings.priority);
     if (type == TypeAcknowledgement)
         record.level = LevelAcknowledge;
     else if (type == TypeAlarmReturned || type == TypeAlarmState)
@@ -177,6 +170,8 @@ bool AlarmTracker::Acknowledge(const std::string &user, const std::string &comme
     m_memory.isAcked = true;
     m_memory.changed = now.wall;
     BasicEvent record = recordOf(TypeAcknowledgement, user);
+    record.source = "Acknowledgement";
+    record.text = "Квитирование события \"" + record.text + "\"";
     if (!comment.empty())
         record.text += ". Комментарий: " + comment;
     records.push_back(std::move(record));

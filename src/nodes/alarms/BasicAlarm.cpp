@@ -20,7 +20,9 @@ void BasicAlarm::Describe(KindBuilder &builder)
         .Range(1, 4)
         .Property<&BasicAlarm::m_text>(8005, "text", "Text", "Текст")
         .Property<&BasicAlarm::m_isAckRequired>(8006, "ackRequired", "Acknowledgement required",
-                                                "Требует квитирования");
+                                                "Требует квитирования")
+        .Property<&BasicAlarm::m_sound>(8007, "sound", "Sound", "Звук")
+        .Hint("wav");
 }
 
 BasicSignal *BasicAlarm::GetSignal() const

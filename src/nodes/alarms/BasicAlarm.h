@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/ResourceLink.h"
 
 #include <memory>
 
@@ -27,6 +28,8 @@ public:
     std::string GetText() const;
     /// The alarm stays on the list until it is acknowledged.
     bool isAckRequired() const { return m_isAckRequired; }
+    /// Plays while the alarm waits for its acknowledgement.
+    const ResourceLink &GetSound() const { return m_sound; }
 
     /// Copies the settings into an object for the evaluating threads; never null.
     virtual std::unique_ptr<AlarmCondition> MakeCondition() const = 0;
@@ -47,6 +50,7 @@ private:
     int m_priority = 3;
     std::string m_text;
     bool m_isAckRequired = true;
+    ResourceLink m_sound;
 };
 
 } // namespace Nodes

@@ -2,6 +2,7 @@
 
 #include "nodes/alarms/AlarmEngine.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/alarmColumn.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
@@ -24,7 +25,36 @@ KindInfo systemAlarming::Kind()
 {
     return KindBuilder::For<systemAlarming>(NodeType::enNodeSubtype(0x7002), "alarming", "Alarms",
                                             "Тревоги")
-        .Children({NodeType::TypeAlarm, NodeType::TypeFolder});
+        .Children(
+            {NodeType::TypeAlarm, NodeType::TypeFolder, NodeType(NodeType::SubtypeAlarmColumn)})
+        .Property<&systemAlarming::m_isWindowEnabled>(7201, "window", "Alarm window comes up",
+                                                      "Показывать окно тревог")
+        .Property<&systemAlarming::m_isAcknowledgeEnabled>(
+            7202, "acknowledge", "Acknowledge in the window", "Квитирование в окне")
+        .Property<&systemAlarming::m_soundButton>(7203, "soundButton", "Sound button",
+                                                  "Кнопка звука")
+        .Choice(0, "hidden", "Скрыта")
+        .Choice(1, "shown", "Показана")
+        .Property<&systemAlarming::m_buttonSize>(7204, "buttonSize", "Button size, px",
+                                                 "Размер кнопок, пкс")
+        .Range(24, 160)
+        .Property<&systemAlarming::m_fontFamily>(7205, "fontFamily", "Font family", "Шрифт")
+        .Property<&systemAlarming::m_fontSize>(7206, "fontSize", "Font size, pt",
+                                               "Размер шрифта, пт")
+        .Range(6, 72)
+        .Property<&systemAlarming::m_headerFontSize>(7207, "headerFontSize", "Header font size, pt",
+                                                     "Размер шрифта заголовка, пт")
+        .Range(6, 72)
+        .Property<&systemAlarming::m_isHeaderBold>(7208, "headerBold", "Bold header",
+                                                   "Полужирный заголовок");
+}
+
+std::vector<const alarmColumn *> systemAlarming::GetColumns() const
+{
+    std::vector<const alarmColumn *> columns;
+    for (ConfigNode *node : GetObjects(NodeType(NodeType::SubtypeAlarmColumn)))
+        columns.push_back(static_cast<const alarmColumn *>(node));
+    return columns;
 }
 
 Result systemAlarming::Start()

@@ -3,6 +3,7 @@
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/values/NFont.h"
 
 #include <boost/signals2/connection.hpp>
 
@@ -14,6 +15,7 @@ namespace Nodes {
 
 class AlarmEngine;
 class AlarmTracker;
+class alarmColumn;
 class systemAuthentication;
 struct AlarmMoment;
 
@@ -27,6 +29,20 @@ public:
     systemAlarming();
     ~systemAlarming() override;
     static KindInfo Kind();
+
+    // Settings of the alarm window.
+    /// The window comes up with every alarm.
+    bool isWindowEnabled() const { return m_isWindowEnabled; }
+    /// The window has buttons to acknowledge.
+    bool isAcknowledgeEnabled() const { return m_isAcknowledgeEnabled; }
+    /// 1: the window has a button that mutes the alarms' sounds.
+    int GetSoundButton() const { return m_soundButton; }
+    /// Height of the window's buttons, pixels.
+    int GetButtonSize() const { return m_buttonSize; }
+    NFont GetFont() const { return {m_fontFamily, m_fontSize}; }
+    NFont GetHeaderFont() const { return {m_fontFamily, m_headerFontSize, m_isHeaderBold}; }
+    /// Empty: the window then shows all kinds of column.
+    std::vector<const alarmColumn *> GetColumns() const;
 
     Result Start() override;
     Result Stop() override;
@@ -53,6 +69,14 @@ private:
 
     Result operate(const NodeLink &alarm, AuthPriv privilege, const Change &change);
 
+    bool m_isWindowEnabled = true;
+    bool m_isAcknowledgeEnabled = true;
+    int m_soundButton = 1;
+    int m_buttonSize = 48;
+    std::string m_fontFamily = "DejaVu Sans";
+    int m_fontSize = 12;
+    int m_headerFontSize = 11;
+    bool m_isHeaderBold = true;
     std::unique_ptr<AlarmEngine> m_engine;
     const systemAuthentication *m_users = nullptr; // set while running
 };

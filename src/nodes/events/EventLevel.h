@@ -14,6 +14,12 @@ enum EventLevel {
     LevelDebug = 8
 };
 
+/// Severity of an alarm of that priority, 1 highest to 4 lowest.
+constexpr EventLevel AlarmLevel(int priority)
+{
+    return priority == 1 ? LevelCritical : priority == 4 ? LevelWarning : LevelAlarm;
+}
+
 /// Nature of a journal entry.
 enum EventType {
     TypeMessage = 1,

@@ -17,6 +17,7 @@
 #include "nodes/actions/actionShowWindowTemplate.h"
 #include "nodes/actions/actionToggleWindow.h"
 #include "nodes/actions/actionWriteValue.h"
+#include "nodes/alarms/alarmColumn.h"
 #include "nodes/alarms/alarmDiscrete.h"
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/alarmQuality.h"
@@ -135,6 +136,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(alarmLimit::Kind());
     table.Add(alarmDiscrete::Kind());
     table.Add(alarmQuality::Kind());
+    table.Add(alarmColumn::Kind());
     table.Add(operationTimer::Kind());
     // Signals and drivers
     table.Add(memorySignal::Kind());

@@ -45,6 +45,7 @@ public:
         SubtypeUnknown = 0x1FFF, ///< element of a kind this program does not know, kept verbatim
         SubtypeFolder = 0x2001,
         SubtypeTemplateParameter = 0x5011,
+        SubtypeAlarmColumn = 0x9012,
         SubtypeOperationTimer = 0xA00A,
         SubtypeReport = 0xD001,
         SubtypeWindow = 0x12001,

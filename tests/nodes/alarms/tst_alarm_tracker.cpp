@@ -208,7 +208,9 @@ private slots:
         QCOMPARE(r[0].newValue, std::string("90.5"));
         QCOMPARE(r[1].time - r[0].time, 1 * ms);
         QCOMPARE(r[1].level, LevelAcknowledge);
-        QCOMPARE(r[1].text, std::string("Уровень: Тревога. Комментарий: осмотр"));
+        QCOMPARE(r[1].text,
+                 std::string("Квитирование события \"Уровень: Тревога\". Комментарий: осмотр"));
+        QCOMPARE(r[1].source, std::string("Acknowledgement"));
         QVERIFY(r[0].occurrence != 0 && r[0].occurrence == r[1].occurrence);
         QVERIFY(r[1].occurrence == r[2].occurrence && r[3].occurrence > r[2].occurrence);
     }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+
+namespace Nodes {
+
+/// One column of the alarm window, below systemAlarming; the columns stand in the nodes' order.
+class NODES_EXPORT alarmColumn : public ConfigNode
+{
+public:
+    enum ColumnKind { Number = 1, Group = 2, Time = 3, Level = 4, Text = 5 };
+
+    static KindInfo Kind();
+
+    ColumnKind GetColumnKind() const { return ColumnKind(m_kind); }
+    /// Pixels; 0 makes it fit, the text's column taking what is left.
+    int GetWidth() const { return m_width; }
+
+private:
+    int m_kind = Text;
+    int m_width = 0;
+};
+
+} // namespace Nodes
