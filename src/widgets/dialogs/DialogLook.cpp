@@ -1,6 +1,6 @@
 #include "widgets/dialogs/DialogLook.h"
 
-#include <QDialog>
+#include <QWidget>
 
 namespace Widgets {
 
@@ -36,7 +36,7 @@ QPalette greys()
 
 } // namespace
 
-void ApplyDialogLook(QDialog &dialog)
+void ApplyDialogLook(QWidget &dialog)
 {
     dialog.setPalette(greys());
     dialog.setAutoFillBackground(true); // also where the dialog is hosted by another window

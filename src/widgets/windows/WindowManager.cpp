@@ -2,6 +2,8 @@
 
 #include "widgets/actions/ActionFactoryTable.h"
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/actions/qactionAlarm.h"
+#include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/IdleLogout.h"
 #include "widgets/windows/WindowManagerWorkerThread.h"
 #include "widgets/windows/WindowPlacement.h"
@@ -32,6 +34,7 @@ Q_LOGGING_CATEGORY(actionLog, "station.actions")
 
 constexpr int retryInterval = 20;
 constexpr int keyYa = 0x042F; // on the key of Z in the Russian layout
+constexpr int missedAlarmsDelay = 1000; // ms
 } // namespace
 
 WindowManager *g_pWindowManager = nullptr;
@@ -75,6 +78,7 @@ WindowManager::~WindowManager()
     m_gate.close();
     m_connections.clear();
     delete m_worker; // from here on nobody else touches the queue
+    m_alarmWindow.reset();
     closeEverything();
     if (g_pWindowManager == this)
         g_pWindowManager = nullptr;
@@ -85,8 +89,39 @@ void WindowManager::subscribeAlarms()
     Nodes::systemAlarming *alarming = getSystemAlarming();
     if (!alarming)
         return;
+    connect(this, &WindowManager::alarmFired, this, &WindowManager::ReceiveAlarm);
     m_connections.emplace_back(alarming->ConnectAlarm(
         m_gate.guard([this](const Nodes::BasicEvent &event) { emit alarmFired(event); })));
+}
+
+// The core may run for a while before there is anybody to show its alarms.
+void WindowManager::takeEarlierAlarms()
+{
+    if (const Nodes::systemAlarming *alarming = getSystemAlarming()) {
+        for (const Nodes::BasicEvent &event : alarming->GetActiveAlarms())
+            ReceiveAlarm(event);
+    }
+}
+
+void WindowManager::ReceiveAlarm(Nodes::BasicEvent event)
+{
+    if (!m_queue.isFull()) {
+        m_queue.append({new qactionAlarm(std::move(event))});
+        return;
+    }
+    // How the alarms stand is asked for afterwards, once for all that found no room.
+    if (!std::exchange(m_areAlarmsMissed, true))
+        QTimer::singleShot(missedAlarmsDelay, this, [this] {
+            m_areAlarmsMissed = false;
+            GetWindowAlarms()->open();
+        });
+}
+
+AlarmWindow *WindowManager::GetWindowAlarms()
+{
+    if (!m_alarmWindow)
+        m_alarmWindow = std::make_unique<AlarmWindow>();
+    return m_alarmWindow.get();
 }
 
 void WindowManager::watchIdleness()

@@ -20,6 +20,7 @@
 #include <QWidget>
 
 #include <atomic>
+#include <memory>
 #include <vector>
 
 class QTimer;
@@ -37,6 +38,7 @@ class systemVisualization;
 
 namespace Widgets {
 
+class AlarmWindow;
 class WindowManagerWorkerThread;
 
 /// Owner of what is on screen and entry point of the library: builds the frames, keeps the list of
@@ -83,6 +85,9 @@ public:
     /// Displays count from 1; 0 means that of the active window, a negative one all.
     void closeAllWindow(unsigned long id, int display);
 
+    /// The alarm window, made when first asked for and kept; it need not be visible.
+    AlarmWindow *GetWindowAlarms();
+
     /// Actions that may lead to each other, each pushed while the last one ran: more is a list that
     /// pushes itself.
     static constexpr int MaximumChain = 64;
@@ -124,10 +129,12 @@ signals:
     void actionsFreed();
 
 private slots:
+    void ReceiveAlarm(Nodes::BasicEvent event);
     void onTimerFinished(Nodes::operationTimer *timer);
 
 private:
     void subscribeAlarms();
+    void takeEarlierAlarms();
     void watchIdleness();
     void subscribeTimers();
     void subscribeActionRequests();
@@ -158,7 +165,9 @@ private:
     const qBasicAction *m_executing = nullptr; // the innermost
     bool m_hasInput = false; // while that one ran: what follows is the operator's doing
     std::atomic<bool> m_isOverflowTold{false};
+    bool m_areAlarmsMissed = false;
     Nodes::systemCore *m_core;
+    std::unique_ptr<AlarmWindow> m_alarmWindow;
     WindowManagerWorkerThread *m_worker = nullptr;
 };
 

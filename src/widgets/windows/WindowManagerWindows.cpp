@@ -87,6 +87,7 @@ void WindowManager::Start()
         if (frame)
             WindowPlacement::present(*frame);
     }
+    takeEarlierAlarms();
 }
 
 QList<QWidget *> WindowManager::createFrameWindows(const Nodes::BasicFrame &node)

@@ -1,0 +1,146 @@
+#include "widgets/events/AlarmDialog.h"
+
+#include "widgets/dialogs/DialogLook.h"
+#include "widgets/events/ModelManager.h"
+#include "widgets/events/TableAlarms.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/alarms/systemAlarming.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QItemSelectionModel>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int defaultButtonSize = 48;
+constexpr int defaultHeight = 300;
+constexpr int scrollBarRoom = 40;
+
+Nodes::systemAlarming *alarmSystem()
+{
+    return g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
+}
+
+} // namespace
+
+AlarmDialog::AlarmDialog(QWidget *parent)
+    : QWidget(parent), m_manager(new ModelManager(this)), m_table(new TableAlarms(this))
+{
+    setWindowTitle(QStringLiteral("Тревоги"));
+    ApplyDialogLook(*this);
+    m_manager->attach(*m_table);
+    auto *row = new QHBoxLayout;
+    if (alarmSystem()) {
+        addAcknowledgeButtons(*row);
+        addCheckBoxes(*row);
+    }
+    m_soundButton = makeButton({});
+    m_soundButton->setCheckable(true);
+    m_soundButton->setToolTip(QStringLiteral("Звук тревог"));
+    connect(m_soundButton, &QPushButton::toggled, this, &AlarmDialog::onSoundToggled);
+    row->addWidget(m_soundButton);
+    row->addStretch();
+    m_closeButton = makeButton(QStringLiteral("Закрыть"));
+    connect(m_closeButton, &QPushButton::clicked, this, &AlarmDialog::closeRequested);
+    row->addWidget(m_closeButton);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_table, 1);
+    layout->addLayout(row);
+    onSoundToggled(false);
+    applySizes();
+    m_relay.connect(alarmSystem(), {[this](Nodes::BasicProperty *) { onUpdateProperties(); },
+                                    nullptr, nullptr, nullptr, nullptr});
+}
+
+AlarmDialog::~AlarmDialog() = default;
+
+QPushButton *AlarmDialog::makeButton(const QString &text)
+{
+    auto *button = new QPushButton(text, this);
+    QFont font = button->font();
+    font.setPointSize(12);
+    button->setFont(font);
+    button->setFocusPolicy(Qt::NoFocus); // Return and Space acknowledge nothing by mistake
+    if (!text.isEmpty())
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance(text) + 32);
+    return button;
+}
+
+void AlarmDialog::addAcknowledgeButtons(QHBoxLayout &row)
+{
+    if (!alarmSystem()->isAcknowledgeEnabled())
+        return;
+    m_acknowledgeAllButton = makeButton(QStringLiteral("Квитировать все"));
+    connect(m_acknowledgeAllButton, &QPushButton::clicked, m_manager,
+            &ModelManager::acknowledgeAll);
+    row.addWidget(m_acknowledgeAllButton);
+    m_acknowledgeSelectedButton = makeButton(QStringLiteral("Квитировать выбранный"));
+    connect(m_acknowledgeSelectedButton, &QPushButton::clicked, this,
+            [this] { m_manager->acknowledge(m_table->selectedRow()); });
+    row.addWidget(m_acknowledgeSelectedButton);
+}
+
+void AlarmDialog::addCheckBoxes(QHBoxLayout &row)
+{
+    auto *hide = new QCheckBox(QStringLiteral("Скрывать неактивные"), this);
+    connect(hide, &QCheckBox::toggled, m_manager, &ModelManager::setHideInactive);
+    hide->hide();
+    auto *remove = new QCheckBox(QStringLiteral("Удалять неактивные"), this);
+    remove->setChecked(true);
+    connect(remove, &QCheckBox::toggled, m_manager, &ModelManager::setRemoveInactive);
+    for (QCheckBox *box : {hide, remove}) {
+        QFont font = box->font();
+        font.setPointSize(12);
+        box->setFont(font);
+        box->setStyleSheet(QStringLiteral("QCheckBox { spacing: 8px; padding: 0 12px; }"
+                                          "QCheckBox::indicator { width: 28px; height: 28px; }"));
+        box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+        row.addWidget(box);
+    }
+}
+
+void AlarmDialog::onSoundToggled(bool isMuted)
+{
+    const QStyle::StandardPixmap icon =
+        isMuted ? QStyle::SP_MediaVolumeMuted : QStyle::SP_MediaVolume;
+    m_soundButton->setIcon(style()->standardIcon(icon));
+    m_manager->setMuted(isMuted);
+}
+
+void AlarmDialog::soundOn()
+{
+    m_soundButton->setChecked(false);
+}
+
+void AlarmDialog::onUpdateProperties()
+{
+    m_manager->readSettings();
+    applySizes();
+}
+
+void AlarmDialog::applySizes()
+{
+    const Nodes::systemAlarming *alarming = alarmSystem();
+    const int size = alarming ? alarming->GetButtonSize() : defaultButtonSize;
+    m_soundButton->setVisible(!alarming || alarming->GetSoundButton() == 1);
+    m_soundButton->setFixedSize(size, size);
+    m_soundButton->setIconSize(QSize(size * 5 / 8, size * 5 / 8));
+    for (QPushButton *button :
+         {m_closeButton, m_acknowledgeAllButton, m_acknowledgeSelectedButton}) {
+        if (button)
+            button->setFixedHeight(size);
+    }
+}
+
+QSize AlarmDialog::sizeHint() const
+{
+    return {m_table->headerWidth() + scrollBarRoom, defaultHeight};
+}
+
+} // namespace Widgets

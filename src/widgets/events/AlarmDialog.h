@@ -1,0 +1,58 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "utils/NodeRelay.h"
+
+#include <QWidget>
+
+class QCheckBox;
+class QHBoxLayout;
+class QPushButton;
+
+namespace Widgets {
+
+class ModelManager;
+class TableAlarms;
+
+/// The alarm window's content: the table and its buttons. What is shown follows the alarm
+/// subsystem's settings. GUI thread.
+class WIDGETS_EXPORT AlarmDialog : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AlarmDialog(QWidget *parent = nullptr);
+    ~AlarmDialog() override;
+
+    ModelManager &manager() const { return *m_manager; }
+    TableAlarms &table() const { return *m_table; }
+    /// Lets the sounds be heard again.
+    void soundOn();
+
+    QSize sizeHint() const override;
+
+signals:
+    void closeRequested();
+
+public slots:
+    /// Reads the alarm subsystem's settings anew.
+    void onUpdateProperties();
+
+private:
+    QPushButton *makeButton(const QString &text);
+    void addAcknowledgeButtons(QHBoxLayout &row);
+    void addCheckBoxes(QHBoxLayout &row);
+    void onSoundToggled(bool isMuted);
+    void applySizes();
+
+    ModelManager *m_manager;
+    QPushButton *m_soundButton = nullptr;
+    QPushButton *m_closeButton = nullptr;
+    QPushButton *m_acknowledgeAllButton = nullptr;      // null: not allowed here
+    QPushButton *m_acknowledgeSelectedButton = nullptr; // null: not allowed here
+    TableAlarms *m_table;
+    Utils::NodeRelay m_relay;
+};
+
+} // namespace Widgets

@@ -1,0 +1,110 @@
+#include "widgets/events/AlarmSigns.h"
+
+#include <QPainter>
+#include <QPixmapCache>
+#include <QPolygonF>
+
+namespace Widgets {
+
+namespace {
+
+using Nodes::AlarmState;
+
+const QColor dark(0x26, 0x2c, 0x31);
+const QColor light(0xf0, 0xf2, 0xf4);
+
+bool isWaiting(AlarmState state)
+{
+    return state == AlarmState::ActiveUnacked || state == AlarmState::ReturnedUnacked;
+}
+
+bool isPresent(AlarmState state)
+{
+    return state == AlarmState::ActiveUnacked || state == AlarmState::ActiveAcked;
+}
+
+QColor priorityColor(int priority)
+{
+    switch (priority) {
+    case 1:
+        return {198, 40, 40};
+    case 2:
+        return {240, 180, 0};
+    case 3:
+        return {255, 224, 120};
+    default:
+        return {150, 196, 224};
+    }
+}
+
+QPolygonF shapeOf(int priority, const QRectF &r)
+{
+    if (priority == 2)
+        return QPolygonF() << QPointF(r.center().x(), r.top()) << r.bottomRight() << r.bottomLeft();
+    if (priority == 3)
+        return QPolygonF() << QPointF(r.center().x(), r.top()) << QPointF(r.right(), r.center().y())
+                           << QPointF(r.center().x(), r.bottom())
+                           << QPointF(r.left(), r.center().y());
+    return QPolygonF(r);
+}
+
+void drawShape(QPainter &painter, int priority, const QRectF &rect)
+{
+    if (priority > 3)
+        painter.drawEllipse(rect);
+    else
+        painter.drawPolygon(shapeOf(priority, rect));
+}
+
+// A dark badge stands on the filled rows, a hollow one on the others.
+QPixmap paintBadge(AlarmState state, int priority, int height)
+{
+    QPixmap badge(height, height);
+    badge.fill(Qt::transparent);
+    QPainter painter(&badge);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor ink = isPresent(state) ? priorityColor(priority) : QColor(Qt::gray);
+    const bool isFilled = isWaiting(state);
+    painter.setPen(QPen(isFilled && isPresent(state) ? light : ink, 2));
+    painter.setBrush(!isFilled ? QBrush(Qt::NoBrush) : QBrush(isPresent(state) ? dark : ink));
+    const QRectF area(2, 2, height - 4, height - 4);
+    drawShape(painter, priority, area);
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(qMax(1, height / 2));
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(!isFilled ? ink : isPresent(state) ? light : dark);
+    painter.drawText(area.translated(0, priority == 2 ? height / 8.0 : 0), Qt::AlignCenter,
+                     QString::number(priority));
+    return badge;
+}
+
+} // namespace
+
+QColor AlarmSigns::listGround()
+{
+    return dark;
+}
+
+AlarmSigns AlarmSigns::of(AlarmState state, int priority)
+{
+    if (state != AlarmState::ActiveUnacked)
+        return {dark, light};
+    return {priorityColor(priority), priority == 1 ? QColor(Qt::white) : QColor(0x1c, 0x20, 0x24)};
+}
+
+QPixmap AlarmSigns::badge(AlarmState state, int priority, int height)
+{
+    if (priority <= 0 || height < 8)
+        return {};
+    const QString key =
+        QStringLiteral("alarm badge %1 %2 %3").arg(int(state)).arg(priority).arg(height);
+    QPixmap badge;
+    if (QPixmapCache::find(key, &badge))
+        return badge;
+    badge = paintBadge(state, priority, height);
+    QPixmapCache::insert(key, badge);
+    return badge;
+}
+
+} // namespace Widgets

@@ -1,0 +1,104 @@
+#include "widgets/events/AlarmWindow.h"
+
+#include "widgets/events/AlarmDialog.h"
+#include "widgets/events/ModelAlarms.h"
+#include "widgets/events/ModelManager.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/alarms/systemAlarming.h"
+
+#include <QApplication>
+#include <QScreen>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int comingUpDelay = 100; // ms
+constexpr QPoint firstPlace(200, 200);
+constexpr int firstHeight = 300;
+
+bool isNews(const Nodes::BasicEvent &event)
+{
+    return event.type != Nodes::TypeAcknowledgement &&
+           event.alarmState != Nodes::AlarmState::Normal;
+}
+
+} // namespace
+
+AlarmWindow::AlarmWindow(QWidget *parent)
+    : FrameWindow(parent),
+      ConfiguratorWindow(this, QStringLiteral("AlarmWindow"), QStringLiteral("config.json")),
+      m_dialog(new AlarmDialog)
+{
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    setWindowFlag(Qt::WindowStaysOnTopHint);
+    setWindowModality(Qt::NonModal);
+    setWidget(m_dialog);
+    setWindowTitle(QStringLiteral("Тревоги"), true);
+    setGeometry(QRect(firstPlace, QSize(width(), firstHeight)));
+    connect(m_dialog, &AlarmDialog::closeRequested, this, &QWidget::close);
+    m_comingUp.setSingleShot(true);
+    m_comingUp.setInterval(comingUpDelay);
+    connect(&m_comingUp, &QTimer::timeout, this, &AlarmWindow::bringUp);
+    m_dialog->manager().refresh();
+}
+
+AlarmWindow::~AlarmWindow() = default;
+
+void AlarmWindow::ReceiveAlarm(const Nodes::BasicEvent &event)
+{
+    m_dialog->manager().addOrUpdate(event);
+    if (AlarmStateCode(event) != AlarmElsewhere && isNews(event) && !m_comingUp.isActive())
+        m_comingUp.start();
+}
+
+void AlarmWindow::open()
+{
+    m_dialog->manager().refresh();
+    bringUp();
+}
+
+void AlarmWindow::bringUp()
+{
+    const Nodes::systemAlarming *alarming =
+        g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
+    if (!alarming || !alarming->isWindowEnabled())
+        return;
+    m_dialog->soundOn();
+    setWindowModality(Qt::NonModal);
+    if (isHidden()) {
+        (void)load();
+        keepOnScreen();
+        show();
+        return;
+    }
+    if (isMinimized())
+        showNormal();
+    raise();
+    // Whoever types into a modal dialog goes on typing there.
+    if (!QApplication::activeModalWidget())
+        activateWindow();
+}
+
+// Nothing is kept of a panel's size before the first time.
+void AlarmWindow::keepOnScreen()
+{
+    const QScreen *screen = QGuiApplication::screenAt(geometry().center());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect room = screen->availableGeometry();
+    resize(size().boundedTo(room.size()));
+    move(qBound(room.left(), x(), room.right() + 1 - width()),
+         qBound(room.top(), y(), room.bottom() + 1 - height()));
+}
+
+void AlarmWindow::hideEvent(QHideEvent *event)
+{
+    (void)save();
+    FrameWindow::hideEvent(event);
+}
+
+} // namespace Widgets

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/windows/FrameWindow.h"
+
+#include "nodes/events/BasicEvent.h"
+#include "utils/ConfiguratorWindow.h"
+
+#include <QTimer>
+
+namespace Widgets {
+
+class AlarmDialog;
+
+/// The operator's list of active alarms, on top of the other windows. It is hidden and shown, never
+/// destroyed by closing; place and size are kept for the next run. GUI thread.
+class WIDGETS_EXPORT AlarmWindow : public FrameWindow, public Utils::ConfiguratorWindow
+{
+    Q_OBJECT
+
+public:
+    explicit AlarmWindow(QWidget *parent = nullptr);
+    ~AlarmWindow() override;
+
+    AlarmDialog &dialog() const { return *m_dialog; }
+
+    /// Takes a new or changed alarm. The window comes up shortly afterwards, once for many, unless
+    /// the alarm was merely acknowledged or is over.
+    void ReceiveAlarm(const Nodes::BasicEvent &event);
+    /// For an operator who asks for the list: brings it up to date and then up.
+    void open();
+    /// Switches the sound on and shows the window, or raises and activates it. Nothing unless the
+    /// alarm subsystem has its alarm window switched on.
+    void bringUp();
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+
+private:
+    void keepOnScreen();
+
+    AlarmDialog *m_dialog;
+    QTimer m_comingUp;
+};
+
+} // namespace Widgets

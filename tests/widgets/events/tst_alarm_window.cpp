@@ -1,0 +1,351 @@
+#include "support/MessageBoxes.h"
+#include "support/RuntimeProject.h"
+
+#include "widgets/events/AlarmDialog.h"
+#include "widgets/events/AlarmSound.h"
+#include "widgets/events/AlarmWindow.h"
+#include "widgets/events/ModelAlarms.h"
+#include "widgets/events/ModelManager.h"
+#include "widgets/events/TableAlarms.h"
+
+#include "nodes/alarms/systemAlarming.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/ResourceLink.h"
+
+#include <QAbstractItemModelTester>
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <thread>
+
+using namespace Widgets;
+using Nodes::AlarmState;
+
+Q_DECLARE_METATYPE(Nodes::AlarmState)
+
+namespace {
+
+constexpr const char *plant = R"xml(
+<station id="20" name="St"><alarming id="21" name="A" %1>%2</alarming>%3</station>
+<memorySignal id="31" name="T"><alarmLimit id="32" name="high" limit="80" sound="a.wav"/></memorySignal>
+<memorySignal id="33" name="P"><alarmLimit id="34" name="high" limit="80" sound="no.wav"/></memorySignal>)xml";
+
+constexpr const char *noRights = R"(<authentication id="22" name="U"/><user id="23" name="op"/>)";
+
+struct Plant
+{
+    explicit Plant(const char *settings = "", const char *columns = "", const char *users = "")
+        : project(QString(plant).arg(settings, columns, users).toUtf8().constData())
+    {
+        QFile sound(directory.filePath("a.wav"));
+        QVERIFY(sound.open(QIODevice::WriteOnly));
+        Nodes::ResourceLink::SetBaseDirectory(directory.path().toStdString());
+        project.core.SetDataDirectory(directory.path().toStdString());
+        QFile::remove(window().settingsPath());
+    }
+    ~Plant()
+    {
+        project.manager.reset();
+        project.core.Stop();
+    }
+    void start() { QVERIFY(project.core.Start()); }
+    void publish(unsigned long signal, double value) const
+    {
+        project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
+    }
+    AlarmWindow &window() const { return *project.manager->GetWindowAlarms(); }
+    ModelManager &manager() const { return window().dialog().manager(); }
+    ModelAlarms &model() const { return manager().model(); }
+    QVariant role(int row, int role, int column = 0) const
+    {
+        return model().index(row, column).data(role);
+    }
+    void receive(AlarmState state, unsigned long alarm = 32,
+                 Nodes::EventType type = Nodes::TypeAlarmActive) const
+    {
+        Nodes::BasicEvent event;
+        event.time = ++lastTime;
+        event.type = type;
+        event.alarmState = state;
+        event.sourceNode = Nodes::NodeLink(alarm);
+        event.priority = 2;
+        event.text = "Перегрев";
+        window().ReceiveAlarm(event);
+    }
+    QPushButton *button(const QString &text) const
+    {
+        for (auto *button : window().findChildren<QPushButton *>()) {
+            if (button->text() == text)
+                return button;
+        }
+        return nullptr;
+    }
+    QCheckBox *checkBox(const QString &text) const
+    {
+        for (auto *box : window().findChildren<QCheckBox *>()) {
+            if (box->text() == text)
+                return box;
+        }
+        return nullptr;
+    }
+    std::vector<Nodes::BasicEvent> acknowledgements() const
+    {
+        (void)project.core.GetJournal().Flush();
+        Nodes::JournalQuery query;
+        query.source = "Acknowledgement";
+        std::vector<Nodes::BasicEvent> events;
+        (void)project.core.GetJournal().Query(query, events);
+        return events;
+    }
+
+    mutable Nodes::Timestamp lastTime = 1700000000000000;
+    QTemporaryDir directory;
+    RuntimeProject project;
+};
+
+} // namespace
+
+class TestAlarmWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void takesAlarms_data();
+    void takesAlarms();
+    void keepsWhatIsNotDone();
+    void acknowledgesOnce_data();
+    void acknowledgesOnce();
+    void refusesVisibly();
+    void soundsUntilAcknowledged();
+    void obeysSettings();
+    void sortsWhatWaitsFirst();
+    void floodArrivesWhole();
+    void keepsItsPlace();
+    void toldOfEarlierAlarms();
+};
+
+void TestAlarmWindow::takesAlarms_data()
+{
+    QTest::addColumn<AlarmState>("state");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("code"); // 0: no row
+    QTest::addColumn<bool>("isAcknowledged");
+    QTest::addColumn<bool>("comesUp");
+    const int active = Nodes::TypeAlarmActive;
+    const int acknowledged = Nodes::TypeAcknowledgement;
+    QTest::newRow("active") << AlarmState::ActiveUnacked << active << 3 << false << true;
+    QTest::newRow("acked") << AlarmState::ActiveAcked << acknowledged << 3 << true << false;
+    QTest::newRow("active again") << AlarmState::ActiveAcked << active << 3 << true << true;
+    QTest::newRow("returned") << AlarmState::ReturnedUnacked << active << 2 << false << true;
+    QTest::newRow("normal") << AlarmState::Normal << active << 0 << false << false;
+    QTest::newRow("shelved") << AlarmState::Shelved << active << 0 << false << false;
+    QTest::newRow("no alarm") << AlarmState::None << active << 0 << false << false;
+}
+
+void TestAlarmWindow::takesAlarms()
+{
+    QFETCH(AlarmState, state);
+    QFETCH(int, type);
+    QFETCH(int, code);
+    QFETCH(bool, isAcknowledged);
+    QFETCH(bool, comesUp);
+    Plant plant;
+    QAbstractItemModelTester tester(&plant.model());
+    plant.receive(state, 32, Nodes::EventType(type));
+    QCOMPARE(plant.model().rowCount(), code == 0 ? 0 : 1);
+    if (code != 0) {
+        QCOMPARE(plant.role(0, ModelAlarms::StateCodeRole).toInt(), code);
+        QCOMPARE(plant.role(0, ModelAlarms::AcknowledgedRole).toBool(), isAcknowledged);
+        const bool isGray = plant.role(0, Qt::ForegroundRole).value<QColor>() == QColor(Qt::gray);
+        QCOMPARE(isGray, code == 2);
+    }
+    // A later alarm comes up in any case; by then the first would have.
+    QTest::qWait(150);
+    QCOMPARE(plant.window().isVisible(), comesUp);
+    plant.receive(AlarmState::Suppressed);
+    QCOMPARE(plant.model().rowCount(), 0);
+}
+
+void TestAlarmWindow::keepsWhatIsNotDone()
+{
+    Plant plant;
+    plant.receive(AlarmState::ActiveUnacked);
+    plant.receive(AlarmState::ActiveUnacked, 34);
+    plant.receive(AlarmState::ReturnedUnacked);
+    QCOMPARE(plant.model().rowCount(), 2);
+    plant.receive(AlarmState::Normal);
+    QCOMPARE(plant.model().rowCount(), 1);
+    QCOMPARE(plant.role(0, ModelAlarms::SourceRole).value<Nodes::NodeLink>().GetNodeId(), 34UL);
+    plant.checkBox("Удалять неактивные")->setChecked(false);
+    plant.receive(AlarmState::Normal, 34);
+    QCOMPARE(plant.model().rowCount(), 1);
+    QAbstractItemModel *shown = plant.window().dialog().table().model();
+    QCOMPARE(shown->rowCount(), 1);
+    plant.checkBox("Скрывать неактивные")->setChecked(true);
+    QCOMPARE(shown->rowCount(), 0);
+    plant.checkBox("Удалять неактивные")->setChecked(true);
+    QCOMPARE(plant.model().rowCount(), 0);
+}
+
+void TestAlarmWindow::acknowledgesOnce_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("all") << "Квитировать все";
+    QTest::newRow("selected") << "Квитировать выбранный";
+    QTest::newRow("double click") << "";
+}
+
+void TestAlarmWindow::acknowledgesOnce()
+{
+    QFETCH(QString, way);
+    Plant plant;
+    plant.start();
+    MessageBoxes boxes;
+    plant.button("Квитировать все")->click();
+    plant.publish(31, 90);
+    QTRY_VERIFY(plant.window().isVisible());
+    TableAlarms &table = plant.window().dialog().table();
+    table.selectRow(0);
+    for (int time = 0; time < 2; ++time) {
+        const QPoint row = table.visualRect(table.model()->index(0, 0)).center();
+        if (way.isEmpty())
+            QTest::mouseDClick(table.viewport(), Qt::LeftButton, Qt::NoModifier, row);
+        else
+            QTest::mouseClick(plant.button(way), Qt::LeftButton);
+        QCOMPARE(plant.role(0, ModelAlarms::SoundStateRole).toInt(), int(SoundAcknowledged));
+    }
+    const auto group = [&] { return plant.role(0, Qt::DisplayRole, 1).toString(); };
+    QTRY_COMPARE(group(), QString("Активные квитированные, приоритет 3"));
+    const auto entries = plant.acknowledgements();
+    QCOMPARE(entries.size(), std::size_t(1));
+    QCOMPARE(int(entries[0].level), 4);
+    QCOMPARE(int(entries[0].type), 5);
+    QCOMPARE(entries[0].text, std::string("Квитирование события \"T: high\""));
+    QCOMPARE(boxes.shown, QStringList());
+    plant.publish(31, 10);
+    QTRY_COMPARE(plant.model().rowCount(), 0);
+}
+
+void TestAlarmWindow::refusesVisibly()
+{
+    Plant plant("", "", noRights);
+    plant.start();
+    plant.publish(31, 90);
+    plant.publish(33, 90);
+    QTRY_COMPARE(plant.model().rowCount(), 2);
+    MessageBoxes boxes;
+    plant.button("Квитировать все")->click();
+    QCOMPARE(boxes.shown, QStringList("Ошибка: Недостаточно прав для выполнения действия"));
+    for (int row = 0; row < 2; ++row)
+        QVERIFY(!plant.role(row, ModelAlarms::AcknowledgedRole).toBool());
+    QVERIFY(plant.acknowledgements().empty());
+}
+
+void TestAlarmWindow::soundsUntilAcknowledged()
+{
+    Plant plant;
+    const QStringList file(plant.directory.filePath("a.wav"));
+    plant.receive(AlarmState::ActiveUnacked, 34); // its file does not exist
+    plant.receive(AlarmState::ActiveUnacked);
+    QCOMPARE(plant.role(0, ModelAlarms::SoundStateRole).toInt(), int(SoundNone));
+    QCOMPARE(plant.role(1, ModelAlarms::SoundFileRole).toString(), file.first());
+    const AlarmSound &sound = plant.manager().sound();
+    QTRY_COMPARE(sound.files(), file);
+    QTRY_VERIFY(plant.window().isVisible());
+    plant.manager().setMuted(true);
+    plant.receive(AlarmState::ReturnedUnacked);
+    plant.manager().acknowledge(plant.model().index(0, 0));
+    QCOMPARE(sound.files(), file);
+    plant.manager().acknowledge(plant.model().index(1, 0));
+    QCOMPARE(sound.files(), QStringList());
+}
+
+void TestAlarmWindow::obeysSettings()
+{
+    Plant plant(R"(acknowledge="false" soundButton="hidden" window="false" buttonSize="60")",
+                R"(<alarmColumn id="51" name="Что" column="text" width="500"/>
+                   <alarmColumn id="52" name="Тяжесть" column="level"/>)");
+    plant.receive(AlarmState::ActiveUnacked);
+    QCOMPARE(plant.model().columnCount(), 2);
+    QCOMPARE(plant.model().headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(),
+             QString("Тяжесть"));
+    QCOMPARE(plant.role(0, Qt::DisplayRole).toString(), QString("Перегрев"));
+    QCOMPARE(plant.role(0, Qt::DisplayRole, 1).toString(), QString("Тревога"));
+    QVERIFY(!plant.button("Квитировать все") && !plant.button("Квитировать выбранный"));
+    QVERIFY(plant.button("")->isHidden());
+    QCOMPARE(plant.button("Закрыть")->height(), 60);
+    plant.window().open();
+    QVERIFY(plant.window().isHidden());
+}
+
+void TestAlarmWindow::sortsWhatWaitsFirst()
+{
+    Plant plant;
+    plant.receive(AlarmState::ActiveAcked);
+    plant.receive(AlarmState::ActiveUnacked, 34);
+    TableAlarms &table = plant.window().dialog().table();
+    const auto first = [&] {
+        const QModelIndex index = table.model()->index(0, 0);
+        return index.data(ModelAlarms::SourceRole).value<Nodes::NodeLink>().GetNodeId();
+    };
+    QCOMPARE(first(), 34UL);
+    plant.receive(AlarmState::ActiveAcked, 34);
+    plant.receive(AlarmState::ActiveAcked);
+    QCOMPARE(first(), 32UL); // the newest of equals
+    emit table.horizontalHeader()->sectionClicked(1);
+    emit table.horizontalHeader()->sectionClicked(2);
+    QCOMPARE(first(), 34UL);
+    emit table.horizontalHeader()->sectionClicked(2);
+    QCOMPARE(first(), 32UL);
+}
+
+void TestAlarmWindow::floodArrivesWhole()
+{
+    Plant plant;
+    std::thread([&] {
+        for (unsigned long i = 0; i < 1000; ++i) {
+            Nodes::BasicEvent event;
+            event.sourceNode = Nodes::NodeLink(1000 + i);
+            event.alarmState = AlarmState::ActiveUnacked;
+            emit plant.project.manager->alarmFired(event);
+        }
+    }).join();
+    QTRY_COMPARE(plant.model().rowCount(), 1000);
+    QTRY_VERIFY(plant.window().isVisible());
+}
+
+void TestAlarmWindow::keepsItsPlace()
+{
+    Plant plant;
+    plant.receive(AlarmState::ActiveUnacked);
+    AlarmWindow &window = plant.window();
+    QTRY_VERIFY(window.isVisible());
+    const QRect place(40, 60, 640, 360);
+    window.setGeometry(place);
+    plant.button("Закрыть")->click();
+    QVERIFY(window.isHidden());
+    window.setGeometry(0, 0, 500, 300);
+    plant.receive(AlarmState::ActiveUnacked, 34);
+    QTRY_VERIFY(window.isVisible());
+    QCOMPARE(window.geometry(), place);
+}
+
+void TestAlarmWindow::toldOfEarlierAlarms()
+{
+    Plant plant;
+    plant.project.manager.reset();
+    plant.start();
+    plant.publish(31, 90);
+    const auto *alarming = plant.project.node<Nodes::systemAlarming>(21);
+    QTRY_COMPARE(alarming->GetActiveAlarms().size(), std::size_t(1));
+    plant.project.manager = std::make_unique<WindowManager>(&plant.project.core);
+    plant.project.manager->Start();
+    QTRY_VERIFY(plant.window().isVisible());
+    QCOMPARE(plant.model().rowCount(), 1);
+}
+
+QTEST_MAIN(TestAlarmWindow)
+#include "tst_alarm_window.moc"
