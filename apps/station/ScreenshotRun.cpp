@@ -6,6 +6,7 @@
 #include "nodes/system/systemCore.h"
 #include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/windowComposed.h"
+#include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowManager.h"
 
@@ -69,6 +70,7 @@ ScreenshotRun::ExitCode ScreenshotRun::run()
         else
             shoot(target);
     }
+    shootAlarms();
     if (targets.empty())
         std::fprintf(stderr, "station: the project has no windows to picture\n");
     if (targets.empty() || m_failures > 0 || m_isInterrupted)
@@ -116,6 +118,22 @@ void ScreenshotRun::shootInstance(const PictureTarget &target)
     else
         fail(target, "the instance shows nothing");
     close(opened);
+}
+
+// Pictured as it is, shown or not: it comes up by itself when there is something to say.
+void ScreenshotRun::shootAlarms()
+{
+    if (m_isInterrupted || !m_manager.getSystemAlarming())
+        return;
+    const QString file = m_directory.absoluteFilePath(QStringLiteral("alarm-window.png"));
+    const QImage image = m_manager.GetWindowAlarms()->grab().toImage();
+    if (!image.save(file)) {
+        ++m_failures;
+        std::printf("alarm-window FAILED: the picture cannot be written\n");
+    } else {
+        std::printf("%s %dx%d live\n", qPrintable(file), image.width(), image.height());
+    }
+    std::fflush(stdout);
 }
 
 Widgets::WidgetLink ScreenshotRun::open(const PictureTarget &target)

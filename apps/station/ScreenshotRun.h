@@ -43,6 +43,7 @@ private:
     Widgets::WidgetLink open(const PictureTarget &target);
     void close(const Widgets::WidgetLink &link);
     bool showComposition(const PictureTarget &target, QWidget &widget);
+    void shootAlarms();
     void shootInstance(const PictureTarget &target);
     void picture(const PictureTarget &target, const Nodes::ConfigNode &shown, QWidget &widget);
     bool waitFor(const std::function<bool()> &isDone, int milliseconds);

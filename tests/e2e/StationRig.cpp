@@ -104,6 +104,7 @@ QProcessEnvironment StationRig::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_display);
+    environment.insert("XDG_CONFIG_HOME", m_directory.filePath("config"));
     environment.remove("QT_QPA_PLATFORM");
     return environment;
 }

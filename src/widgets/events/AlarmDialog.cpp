@@ -50,6 +50,7 @@ AlarmDialog::AlarmDialog(QWidget *parent)
     connect(m_closeButton, &QPushButton::clicked, this, &AlarmDialog::closeRequested);
     row->addWidget(m_closeButton);
     auto *layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetMinimumSize); // the buttons do not overlap
     layout->addWidget(m_table, 1);
     layout->addLayout(row);
     onSoundToggled(false);

@@ -24,10 +24,8 @@ void AlarmRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
         return;
     constexpr int thickness = 3;
     const QRect &r = option.rect;
-    const bool isFirst = option.viewItemPosition == QStyleOptionViewItem::Beginning ||
-                         option.viewItemPosition == QStyleOptionViewItem::OnlyOne;
-    const bool isLast = option.viewItemPosition == QStyleOptionViewItem::End ||
-                        option.viewItemPosition == QStyleOptionViewItem::OnlyOne;
+    const bool isFirst = index.column() == 0;
+    const bool isLast = index.column() == index.model()->columnCount() - 1;
     const auto frame = [&](const QRect &area, const QColor &color) {
         painter->fillRect(area.left(), area.top(), area.width(), thickness, color);
         painter->fillRect(area.left(), area.bottom() + 1 - thickness, area.width(), thickness,

@@ -50,6 +50,7 @@ TableAlarms::TableAlarms(QWidget *parent) : QTableView(parent)
     QScroller::grabGesture(viewport(), QScroller::TouchGesture);
     verticalHeader()->hide();
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    horizontalHeader()->setMinimumHeight(smallestRow);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(true);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &TableAlarms::onHeaderClicked);
@@ -78,9 +79,9 @@ void TableAlarms::takeColumns()
             m_model->headerData(column, Qt::Horizontal, Qt::FontRole).value<QFont>();
         const QString name =
             m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-        const int ofName = QFontMetrics(header).horizontalAdvance(name) + indicatorWidth;
+        const int ofName = QFontMetrics(header, this).horizontalAdvance(name) + indicatorWidth;
         const int ofRows =
-            QFontMetrics(widest).horizontalAdvance(widestText(m_model->columnKind(column))) +
+            QFontMetrics(widest, this).horizontalAdvance(widestText(m_model->columnKind(column))) +
             (column == 0 ? m_model->badgeHeight() : 0);
         const int configured = m_model->columnWidth(column);
         setColumnWidth(column, configured > 0 ? configured : qMax(ofName, ofRows) + cellMargin);
