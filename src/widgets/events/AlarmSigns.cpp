@@ -63,8 +63,10 @@ QPixmap paintBadge(AlarmState state, int priority, int height)
     badge.fill(Qt::transparent);
     QPainter painter(&badge);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor ink = isPresent(state) ? priorityColor(priority) : QColor(Qt::gray);
     const bool isFilled = isWaiting(state);
+    // Red lines on the dark ground would hardly be seen.
+    const QColor lines = priority == 1 ? QColor(255, 128, 120) : priorityColor(priority);
+    const QColor ink = isPresent(state) ? lines : QColor(Qt::gray);
     painter.setPen(QPen(isFilled && isPresent(state) ? light : ink, 2));
     painter.setBrush(!isFilled ? QBrush(Qt::NoBrush) : QBrush(isPresent(state) ? dark : ink));
     const QRectF area(2, 2, height - 4, height - 4);
