@@ -6,11 +6,11 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/LoadReport.h"
 #include "nodes/system/systemCore.h"
+#include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/LoadDialog.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 #include <cstdio>
 
@@ -114,7 +114,7 @@ void StationApplication::refuse(const QString &text, const std::string &detail) 
 {
     std::fprintf(stderr, "station: %s\n", detail.c_str());
     if (isAttended())
-        QMessageBox::critical(nullptr, tr("Станция оператора"), text);
+        Widgets::PlainMessageBox::ask(QMessageBox::Critical, tr("Станция оператора"), text);
 }
 
 bool StationApplication::hasFrames() const

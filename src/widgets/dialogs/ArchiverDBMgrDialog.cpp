@@ -1,5 +1,7 @@
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
 
+#include "widgets/dialogs/PlainMessageBox.h"
+
 #include "nodes/actions/actionArchiverDBMgr.h"
 
 #include <QDateTime>
@@ -9,7 +11,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QThread>
@@ -176,7 +177,8 @@ void ArchiverDBMgrDialog::updateButtons()
 void ArchiverDBMgrDialog::tell(const Nodes::Result &result, const QString &what)
 {
     if (!result)
-        QMessageBox::warning(this, QStringLiteral("Ошибка"), what + '\n' + reasonOf(result));
+        PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Ошибка"),
+                             what + '\n' + reasonOf(result), QMessageBox::Ok, this);
 }
 
 void ArchiverDBMgrDialog::deleteSelected()
@@ -184,10 +186,10 @@ void ArchiverDBMgrDialog::deleteSelected()
     const QString file = selectedFile();
     if (!m_node || file.isEmpty())
         return;
-    const auto answer = QMessageBox::question(
-        this, QStringLiteral("Удаление файла"),
+    const auto answer = PlainMessageBox::ask(
+        QMessageBox::Question, QStringLiteral("Удаление файла"),
         QStringLiteral("Удалить «%1»? Данные, которые в нём хранятся, будут потеряны.").arg(file),
-        QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+        QMessageBox::Yes | QMessageBox::No, this, QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
     tell(m_node->DeleteFile(file.toStdString()), QStringLiteral("Файл не удалён: ") + file);
@@ -232,9 +234,9 @@ void ArchiverDBMgrDialog::finishCopy()
     refresh();
     const Copy &task = *m_copyTask;
     if (task.result)
-        QMessageBox::information(this, QStringLiteral("Копирование"),
-                                 QStringLiteral("Файл скопирован: ") +
-                                     QString::fromStdString(task.to));
+        PlainMessageBox::ask(QMessageBox::Information, QStringLiteral("Копирование"),
+                             QStringLiteral("Файл скопирован: ") + QString::fromStdString(task.to),
+                             QMessageBox::Ok, this);
     tell(task.result, QStringLiteral("Файл не скопирован: ") + QString::fromStdString(task.from));
 }
 

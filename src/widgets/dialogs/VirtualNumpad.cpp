@@ -44,6 +44,16 @@ double VirtualNumpad::getValue()
     return m_form->lineEdit->text().toDouble();
 }
 
+void VirtualNumpad::setText(const QString &number)
+{
+    m_form->lineEdit->setText(number);
+}
+
+QString VirtualNumpad::text() const
+{
+    return m_form->lineEdit->text();
+}
+
 void VirtualNumpad::setEchoMode(QLineEdit::EchoMode mode)
 {
     m_form->lineEdit->setEchoMode(mode);

@@ -25,6 +25,9 @@ public:
     /// Shows six significant digits.
     void setValue(double value);
     double getValue();
+    /// Shows a number with all its digits; empty text for none.
+    void setText(const QString &number);
+    QString text() const;
     void setEchoMode(QLineEdit::EchoMode mode);
     /// Replaces the one that admits decimal numbers. Not owned; null admits everything.
     void setValidator(QValidator const *validator);

@@ -1,11 +1,11 @@
 #include "widgets/elements/ValueWriter.h"
 
+#include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/BasicWidget.h"
 
 #include <QAbstractButton>
-#include <QMessageBox>
 #include <QPointer>
 #include <QSignalBlocker>
 
@@ -37,9 +37,9 @@ bool ValueWriter::write(QObject &element, Nodes::BasicWidget &node, const Nodes:
 
 bool ValueWriter::confirm(const QString &shownValue)
 {
-    QMessageBox box(QMessageBox::Question, QStringLiteral("Новое значение"),
-                    QStringLiteral("Установить значение %1 ?").arg(shownValue),
-                    QMessageBox::Ok | QMessageBox::Cancel);
+    PlainMessageBox box(QMessageBox::Question, QStringLiteral("Новое значение"),
+                        QStringLiteral("Установить значение %1 ?").arg(shownValue),
+                        QMessageBox::Ok | QMessageBox::Cancel);
     box.button(QMessageBox::Ok)->setText(QStringLiteral("Установить"));
     box.button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
     return box.exec() == QMessageBox::Ok;
@@ -60,8 +60,7 @@ void ValueWriter::report(const Nodes::Result &result)
     const QString text = result.GetCode() == codeNoRights
                              ? QStringLiteral("Недостаточно прав")
                              : QString::fromStdString(result.ToString());
-    QMessageBox box(QMessageBox::Information, QStringLiteral("Внимание"), text, QMessageBox::Ok,
-                    nullptr, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint);
+    PlainMessageBox box(QMessageBox::Information, QStringLiteral("Внимание"), text);
     box.resize(200, 100);
     // The second letter is Latin; operators' scripts look for exactly this text.
     box.button(QMessageBox::Ok)->setText(QStringLiteral("ОK"));

@@ -1,11 +1,10 @@
 #include "widgets/windows/Access.h"
 
+#include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/system/systemCore.h"
-
-#include <QMessageBox>
 
 namespace Widgets {
 
@@ -40,7 +39,7 @@ void ShowActionResult(const Nodes::Result &result, const std::string &what)
 
 void ShowActionError(const QString &text)
 {
-    QMessageBox::warning(nullptr, QStringLiteral("Ошибка"), text, QMessageBox::Ok);
+    PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Ошибка"), text);
 }
 
 } // namespace Widgets

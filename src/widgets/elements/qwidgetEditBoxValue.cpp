@@ -1,0 +1,120 @@
+// Which texts stand for a value, and for which.
+#include "widgets/elements/qwidgetEditBox.h"
+
+#include "nodes/visual/widgetEditBox.h"
+
+#include <QRegExpValidator>
+#include <QtMath>
+
+#include <limits>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int anyDecimals = 1000; // what Qt itself takes for no rule
+
+// Limits of the project may lie beyond what the type holds.
+int toInt(double number)
+{
+    return int(qBound(double(std::numeric_limits<int>::min()), number,
+                      double(std::numeric_limits<int>::max())));
+}
+
+} // namespace
+
+Nodes::SignalValue qwidgetEditBox::convertValue(const QString &text, Nodes::enSignalValueType type)
+{
+    bool isOk = true;
+    Nodes::SignalValue value;
+    switch (type) {
+    case Nodes::enSignalValueType::String:
+        value = text.toStdString();
+        break;
+    case Nodes::enSignalValueType::Bool:
+        value = text.toInt(&isOk) != 0;
+        break;
+    case Nodes::enSignalValueType::Int:
+        value = text.toInt(&isOk);
+        break;
+    case Nodes::enSignalValueType::Double:
+        value = text.toDouble(&isOk);
+        break;
+    case Nodes::enSignalValueType::ULong:
+        value = text.toULong(&isOk);
+        break;
+    default:
+        break;
+    }
+    return isOk ? value : Nodes::Result(Nodes::Result::WrongType, text.toStdString());
+}
+
+bool qwidgetEditBox::isAcceptable(const QString &text) const
+{
+    if (!m_validator)
+        return m_editBox->GetValueType() == Nodes::enSignalValueType::String;
+    QString judged = text;
+    int position = 0;
+    return m_validator->validate(judged, position) == QValidator::Acceptable;
+}
+
+void qwidgetEditBox::applyValidator()
+{
+    m_validator.reset();
+    m_step = m_editBox->GetStep();
+    const bool hasLimits = m_editBox->GetUseLimits();
+    const double minimum = m_editBox->GetMinimum();
+    const double maximum = m_editBox->GetMaximum();
+    const auto number = [this](double lowest, double highest, int decimals) {
+        auto validator = std::make_unique<QDoubleValidator>(lowest, highest, decimals, nullptr);
+        validator->setNotation(QDoubleValidator::StandardNotation);
+        m_validator = std::move(validator);
+    };
+    switch (m_editBox->GetValueType()) {
+    case Nodes::enSignalValueType::Bool:
+        m_validator = std::make_unique<QRegExpValidator>(QRegExp(QStringLiteral("^(0|1)$")));
+        m_step = 1;
+        break;
+    case Nodes::enSignalValueType::Int:
+        m_validator = hasLimits
+                          ? std::make_unique<QIntValidator>(toInt(minimum), toInt(maximum), nullptr)
+                          : std::make_unique<QIntValidator>();
+        m_step = qMax(1, toInt(m_step));
+        break;
+    case Nodes::enSignalValueType::ULong:
+        number(0.0, hasLimits ? maximum : 4294967295.0, 0);
+        m_step = qMax(1, toInt(m_step));
+        break;
+    case Nodes::enSignalValueType::Double:
+        if (hasLimits)
+            number(minimum, maximum, qMax(1, m_editBox->GetStepDecimals()));
+        else
+            number(-qInf(), qInf(), anyDecimals);
+        break;
+    default:
+        m_step = 0;
+        return;
+    }
+    QLocale locale(QLocale::English, QLocale::AnyCountry);
+    locale.setNumberOptions(QLocale::RejectGroupSeparator); // a comma stands for the point
+    m_validator->setLocale(locale);
+}
+
+void qwidgetEditBox::sepCountCalc()
+{
+    m_pending.replace(QLatin1Char(','), QLatin1Char('.'));
+    if (m_decimals < 0 || m_pending.isEmpty())
+        return;
+    const int point = m_pending.indexOf(QLatin1Char('.'));
+    const int digits = point < 0 ? 0 : m_pending.size() - point - 1;
+    if (digits == 0 && m_decimals > 0)
+        m_pending += QLatin1Char('.') + QString(m_decimals, QLatin1Char('0'));
+    else if (digits > 0 && m_decimals == 0)
+        m_pending.truncate(point);
+    else if (digits > m_decimals)
+        m_pending.chop(digits - m_decimals);
+    else if (digits > 0)
+        m_pending += QString(m_decimals - digits, QLatin1Char('0'));
+}
+
+} // namespace Widgets
