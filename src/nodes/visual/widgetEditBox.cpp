@@ -4,6 +4,7 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/NumberText.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Nodes {
@@ -90,7 +91,10 @@ int widgetEditBox::GetStepDecimals() const
 {
     int decimals = 0;
     double scaled = GetStep();
-    for (; decimals < maximumDecimals && std::abs(scaled - std::round(scaled)) > 1e-6; ++decimals)
+    const auto isWhole = [&scaled] {
+        return std::abs(scaled - std::round(scaled)) <= 1e-6 * std::min(1.0, scaled);
+    };
+    for (; decimals < maximumDecimals && !isWhole(); ++decimals)
         scaled *= 10;
     return decimals;
 }

@@ -18,8 +18,9 @@ public:
     bool GetShowKeyboardButton() const { return m_hasKeyboardButton; }
     /// A click opens the on-screen keyboard at once.
     bool GetKeyboardOnClick() const { return m_opensKeyboard; }
-    /// Whether the box itself takes only values within its limits; the signal checks its own.
-    bool GetUseLimits() const { return m_hasLimits; }
+    /// Whether the box itself takes only values within its limits; the signal checks its own. A
+    /// range without extent is none.
+    bool GetUseLimits() const { return m_hasLimits && GetMinimum() < GetMaximum(); }
     /// The signal's limits unless a range of its own is configured.
     double GetMinimum() const { return ownsRange() ? m_minimum : signalLimit(true); }
     double GetMaximum() const { return ownsRange() ? m_maximum : signalLimit(false); }

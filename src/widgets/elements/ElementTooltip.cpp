@@ -7,6 +7,7 @@
 
 #include <QHelpEvent>
 #include <QStringList>
+#include <QTextDocument>
 #include <QToolTip>
 
 namespace Widgets {
@@ -74,7 +75,13 @@ bool ElementTooltip::show(QEvent *event, const Nodes::BasicWidget *node)
 {
     if (event->type() != QEvent::ToolTip || !node)
         return false;
-    const QString shown = text(*node);
+    return show(event, text(*node));
+}
+
+bool ElementTooltip::show(QEvent *event, const QString &text)
+{
+    // A value may look like markup; what it says is shown as it is.
+    const QString shown = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), shown);
     event->setAccepted(!shown.isEmpty());
     return true;

@@ -22,6 +22,8 @@ public:
     /// Shows that text when the event asks for a tooltip; false for every other event and for a
     /// null node: the element then handles it as ever.
     static bool show(QEvent *event, const Nodes::BasicWidget *node);
+    /// Shows `text` for an event that asks for a tooltip; true.
+    static bool show(QEvent *event, const QString &text);
 };
 
 } // namespace Widgets

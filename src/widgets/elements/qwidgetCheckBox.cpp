@@ -14,6 +14,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QToolTip>
 
 namespace Widgets {
 
@@ -24,6 +25,11 @@ constexpr int markSide = 128; // pixels; sharp on every check box of a usual siz
 bool isRuntime()
 {
     return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+}
+
+QString unknownText()
+{
+    return QStringLiteral("Состояние неизвестно, нажатие ничего не записывает.");
 }
 
 QRect fitted(const QSize &size, const QRect &rect)
@@ -110,12 +116,25 @@ void qwidgetCheckBox::onStateChanged(int state)
 {
     if (!m_checkBox)
         return;
-    const int before = m_lastState;
-    m_lastState = state;
-    (void)ValueWriter::write(*this, *m_checkBox, Nodes::SignalValue(state != 0), [this, before] {
-        m_lastState = before;
-        show(before);
-    });
+    // Values go on coming behind the message of a refusal: back to the last of them.
+    if (ValueWriter::write(*this, *m_checkBox, Nodes::SignalValue(state != 0),
+                           [this] { show(m_lastState); }))
+        m_lastState = state;
+}
+
+bool qwidgetCheckBox::isKnown() const
+{
+    return !m_checkBox || m_checkBox->GetSignalLink().isEmpty() ||
+           m_checkBox->GetValue().GetQuality() != Nodes::Quality::Bad;
+}
+
+// What is not known has no opposite.
+void qwidgetCheckBox::nextCheckState()
+{
+    if (isKnown())
+        QCheckBox::nextCheckState();
+    else
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), unknownText());
 }
 
 bool qwidgetCheckBox::hitButton(QPoint const &point) const
@@ -169,6 +188,9 @@ void qwidgetCheckBox::paintEvent(QPaintEvent *event)
 
 bool qwidgetCheckBox::event(QEvent *event)
 {
+    if (event->type() == QEvent::ToolTip && !isKnown())
+        return ElementTooltip::show(event, unknownText() + QLatin1Char('\n') +
+                                               ElementTooltip::text(*m_checkBox));
     return ElementTooltip::show(event, m_node) || QCheckBox::event(event);
 }
 

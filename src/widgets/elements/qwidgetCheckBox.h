@@ -18,7 +18,8 @@ class widgetCheckBox;
 namespace Widgets {
 
 /// Mark of a Nodes::widgetCheckBox: checked while the signal is above 0; a click anywhere on it
-/// writes the opposite. A value that is not good is marked, a bad one shows no mark. GUI thread.
+/// writes the opposite. A value that is not good is marked; a bad one shows no mark and has no
+/// opposite to be written. GUI thread.
 class WIDGETS_EXPORT qwidgetCheckBox : public QCheckBox, public IWidget, public ShowsValue
 {
     Q_OBJECT
@@ -41,6 +42,7 @@ public slots:
 
 protected:
     void onActive(bool on) override;
+    void nextCheckState() override;
     bool hitButton(QPoint const &point) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -49,6 +51,7 @@ protected:
 
 private:
     void onStateChanged(int state);
+    bool isKnown() const;
     void show(int state);
     void takeImage();
     void drawMark(QPainter &painter, const QRect &inner) const;

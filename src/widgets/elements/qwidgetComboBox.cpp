@@ -140,6 +140,8 @@ void qwidgetComboBox::selectShown()
 {
     if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
         select(m_comboBox->GetCurrentIndex());
+    else if (m_comboBox->GetSignalLink().isEmpty())
+        select(m_previousIndex); // no value tells it: the last choice stands
     else
         onValueUpdated(m_comboBox->GetValue());
 }
@@ -183,7 +185,6 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
     const QPointer<qwidgetComboBox> alive(this);
     Nodes::NodesArray targets;
     m_comboBox->GetWriteNodes(targets);
-    const int before = m_previousIndex;
     Outcome outcome = Outcome::Refused;
     for (const Nodes::NodeLink &target : targets) {
         const Nodes::Result result = m_comboBox->WriteNode(target, value);
@@ -195,14 +196,14 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
         ValueWriter::report(result);
         if (!alive)
             return Outcome::Silenced;
-        select(before);
+        select(m_previousIndex); // of now: values went on coming behind the message
         if (result.GetCode() == codeSilent)
             return Outcome::Silenced;
     }
     if (targets.empty()) {
         ValueWriter::report(m_comboBox->WriteValue(value));
         if (alive)
-            select(before);
+            select(m_previousIndex);
     }
     return outcome;
 }
@@ -242,7 +243,7 @@ void qwidgetComboBox::hidePopup()
     if (m_proxy)
         m_proxy->setZValue(m_savedZ);
     if (isRuntime() && m_comboBox)
-        onValueUpdated(m_comboBox->GetValue());
+        selectShown();
 }
 
 // A click on the text opens the list, like one on the arrow.

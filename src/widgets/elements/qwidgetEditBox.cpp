@@ -1,4 +1,5 @@
-// What the box shows and when it edits; how the edit goes is in qwidgetEditBoxInput.cpp.
+// What the box shows and when it edits; how the edit goes is in qwidgetEditBoxInput.cpp, which
+// texts are values in qwidgetEditBoxValue.cpp.
 #include "widgets/elements/qwidgetEditBox.h"
 
 #include "widgets/elements/ElementPainting.h"
@@ -14,8 +15,8 @@
 #include <QCoreApplication>
 #include <QPainter>
 #include <QPushButton>
-#include <QRegExpValidator>
 #include <QToolTip>
+#include <QValidator>
 #include <QtMath>
 
 namespace Widgets {
@@ -124,45 +125,6 @@ void qwidgetEditBox::applyFrame()
     setPalette(colors);
 }
 
-void qwidgetEditBox::applyValidator()
-{
-    m_validator.reset();
-    m_step = m_editBox->GetStep();
-    const bool hasLimits = m_editBox->GetUseLimits();
-    const double minimum = m_editBox->GetMinimum();
-    const double maximum = m_editBox->GetMaximum();
-    switch (m_editBox->GetValueType()) {
-    case Nodes::enSignalValueType::Bool:
-        m_validator = std::make_unique<QRegExpValidator>(QRegExp(QStringLiteral("^(0|1)$")));
-        m_step = 1;
-        break;
-    case Nodes::enSignalValueType::Int:
-        m_validator = hasLimits
-                          ? std::make_unique<QIntValidator>(int(minimum), int(maximum), nullptr)
-                          : std::make_unique<QIntValidator>();
-        m_step = qMax(1, int(m_step));
-        break;
-    case Nodes::enSignalValueType::ULong:
-        m_validator =
-            std::make_unique<QDoubleValidator>(0.0, hasLimits ? maximum : 4294967295.0, 0, nullptr);
-        m_step = qMax(1, int(m_step));
-        break;
-    case Nodes::enSignalValueType::Double: {
-        const int decimals = qMax(1, m_editBox->GetStepDecimals());
-        auto validator =
-            hasLimits ? std::make_unique<QDoubleValidator>(minimum, maximum, decimals, nullptr)
-                      : std::make_unique<QDoubleValidator>();
-        validator->setNotation(QDoubleValidator::StandardNotation);
-        m_validator = std::move(validator);
-        break;
-    }
-    default:
-        m_step = 0;
-        return;
-    }
-    m_validator->setLocale(QLocale(QLocale::English, QLocale::AnyCountry));
-}
-
 void qwidgetEditBox::onValueUpdated(Nodes::SignalValue)
 {
     if (!m_editBox)
@@ -189,23 +151,6 @@ void qwidgetEditBox::takeShownText()
     m_previous = m_pending;
     if (isHeld)
         m_pending = typed;
-}
-
-void qwidgetEditBox::sepCountCalc()
-{
-    m_pending.replace(QLatin1Char(','), QLatin1Char('.'));
-    if (m_decimals < 0 || m_pending.isEmpty())
-        return;
-    const int point = m_pending.indexOf(QLatin1Char('.'));
-    const int digits = point < 0 ? 0 : m_pending.size() - point - 1;
-    if (digits == 0 && m_decimals > 0)
-        m_pending += QLatin1Char('.') + QString(m_decimals, QLatin1Char('0'));
-    else if (digits > 0 && m_decimals == 0)
-        m_pending.truncate(point);
-    else if (digits > m_decimals)
-        m_pending.chop(digits - m_decimals);
-    else if (digits > 0)
-        m_pending += QString(m_decimals - digits, QLatin1Char('0'));
 }
 
 bool qwidgetEditBox::UserHaveWritePermissions() const
@@ -315,6 +260,13 @@ void qwidgetEditBox::paintEvent(QPaintEvent *event)
         drawProblem(painter);
     if (m_editBox->isDisabled())
         ElementPainting::drawDisabledCover(painter, rect());
+}
+
+// What hides a box in the middle of an edit, and the focus that Qt then moves on, writes nothing.
+void qwidgetEditBox::hideEvent(QHideEvent *event)
+{
+    cancelEditing();
+    QLineEdit::hideEvent(event);
 }
 
 bool qwidgetEditBox::event(QEvent *event)

@@ -23,8 +23,9 @@ class widgetEditBox;
 namespace Widgets {
 
 /// Value of a Nodes::widgetEditBox that the operator may replace. At rest it draws the value; a
-/// press starts editing, Enter writes, Escape writes what was there before, leaving the box writes
-/// nothing. What is typed is never overwritten by values that come meanwhile. GUI thread.
+/// press starts editing, Enter and Tab write, Escape writes what was there before, leaving the box
+/// otherwise writes nothing. What is typed is never overwritten by values that come meanwhile. GUI
+/// thread.
 class WIDGETS_EXPORT qwidgetEditBox : public QLineEdit, public IWidget, public ShowsValue
 {
     Q_OBJECT
@@ -56,6 +57,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     bool event(QEvent *event) override;
@@ -70,6 +72,7 @@ private slots:
 private:
     // Value and node
     bool setValue();
+    /// An error value, which is refused like any other, for a text that is no value of the type.
     static Nodes::SignalValue convertValue(const QString &text, Nodes::enSignalValueType type);
     bool UserHaveWritePermissions() const;
     bool isInputAllowed() const;
@@ -84,6 +87,7 @@ private:
     void cancelEditing();
     void finishBy(bool isEscape);
     void step(double direction);
+    QString steppedText(double value) const;
     /// Runs a dialog while values wait; false also when the box died meanwhile.
     bool ask(const std::function<bool()> &dialog);
     bool askText(QString &text);

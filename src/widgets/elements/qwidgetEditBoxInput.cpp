@@ -23,10 +23,16 @@ namespace Widgets {
 
 namespace {
 
-// All that a double holds: with fewer digits the box would write another number than was chosen.
+// Without an exponent, which no field takes.
 QString numberText(double value)
 {
-    return QString::number(value, 'g', std::numeric_limits<double>::digits10);
+    return QString::number(value, 'f', QLocale::FloatingPointShortest);
+}
+
+int decimalsOf(const QString &number)
+{
+    const int point = number.indexOf(QLatin1Char('.'));
+    return point < 0 ? 0 : number.size() - point - 1;
 }
 
 bool isFinishKey(int key)
@@ -35,33 +41,6 @@ bool isFinishKey(int key)
 }
 
 } // namespace
-
-Nodes::SignalValue qwidgetEditBox::convertValue(const QString &text, Nodes::enSignalValueType type)
-{
-    switch (type) {
-    case Nodes::enSignalValueType::String:
-        return text.toStdString();
-    case Nodes::enSignalValueType::Bool:
-        return text.toInt() != 0;
-    case Nodes::enSignalValueType::Int:
-        return text.toInt();
-    case Nodes::enSignalValueType::Double:
-        return text.toDouble();
-    case Nodes::enSignalValueType::ULong:
-        return text.toULong();
-    default:
-        return {};
-    }
-}
-
-bool qwidgetEditBox::isAcceptable(const QString &text) const
-{
-    if (!m_validator)
-        return m_editBox->GetValueType() == Nodes::enSignalValueType::String;
-    QString judged = text;
-    int position = 0;
-    return m_validator->validate(judged, position) == QValidator::Acceptable;
-}
 
 QString qwidgetEditBox::inputProblem() const
 {
@@ -98,6 +77,10 @@ bool qwidgetEditBox::setValue()
         return true;
     }
     m_pending.clear(); // nothing behind the message looks as if it were written
+    {
+        const QSignalBlocker blocker(this);
+        clear();
+    }
     update();
     return ask([&result] {
         ValueWriter::report(result);
@@ -251,9 +234,15 @@ void qwidgetEditBox::onEditingFinished()
     update();
 }
 
+QString qwidgetEditBox::steppedText(double value) const
+{
+    return QString::number(value, 'f', qMax(decimalsOf(m_pending), m_decimals));
+}
+
 void qwidgetEditBox::step(double direction)
 {
-    const double value = m_pending.toDouble();
+    bool isNumber = false;
+    const double value = m_pending.toDouble(&isNumber);
     const bool hasLimits = m_editBox->GetUseLimits();
     const double maximum = m_editBox->GetMaximum();
     const double minimum = m_editBox->GetMinimum();
@@ -261,17 +250,20 @@ void qwidgetEditBox::step(double direction)
     const bool isBeyond = direction > 0 ? value <= maximum && stepped > maximum
                                         : value >= minimum && stepped < minimum;
     // Without a value there is nothing to step from.
-    if (m_pending.isEmpty() || (hasLimits && isBeyond))
+    if (!isNumber || (hasLimits && isBeyond))
         return;
-    const QString before = m_previous;
+    const QString wanted = steppedText(stepped);
     const QPointer<qwidgetEditBox> alive(this);
-    setText(numberText(stepped));
-    m_previous = m_pending;
-    const bool isWritten = setValue();
-    if (!alive || isWritten)
+    setText(wanted);
+    if (m_pending != wanted) // the box does not take it
         return;
-    m_previous = before;
-    setText(before);
+    const bool isWritten = setValue();
+    if (!alive)
+        return;
+    if (isWritten)
+        m_previous = wanted;
+    else if (m_isEditing)
+        setText(m_previous);
 }
 
 void qwidgetEditBox::onBtnUpClicked()
@@ -299,11 +291,16 @@ bool qwidgetEditBox::askText(QString &text)
 bool qwidgetEditBox::askNumber(QString &text)
 {
     VirtualNumpad numpad(QApplication::activeWindow());
-    numpad.setValue(text.toDouble());
     numpad.setValidator(m_validator.get());
+    if (!text.isEmpty())
+        numpad.setValue(text.toDouble());
+    // Six digits may be another number, an exponent none that the pad takes.
+    if (numpad.getValue() != text.toDouble() || numpad.text().contains(QLatin1Char('e')))
+        numpad.setText(text);
+    const QString offered = numpad.text();
     const bool isAccepted = numpad.exec() == QDialog::Accepted;
-    if (isAccepted)
-        text = numberText(numpad.getValue());
+    if (isAccepted && numpad.text() != offered)
+        text = numpad.text();
     return isAccepted;
 }
 
@@ -319,7 +316,8 @@ void qwidgetEditBox::onBtnKeyboardClicked()
     if (!alive)
         return;
     m_isUnfinished = true;
-    if (!isAccepted) {
+    // A number left as it was shown would be written again rounded.
+    if (!isAccepted || (!isText && entered == m_previous)) {
         cancelEditing();
         return;
     }
@@ -354,23 +352,25 @@ bool qwidgetEditBox::eventFilter(QObject *watched, QEvent *event)
     return QLineEdit::eventFilter(watched, event);
 }
 
-// An edit that loses the operator's attention writes nothing.
+// Moving on by the keyboard finishes the edit; one that loses the operator's attention in any other
+// way writes nothing.
 void qwidgetEditBox::focusOutEvent(QFocusEvent *event)
 {
-    if (isOverButton())
-        return;
     const Qt::FocusReason reason = event->reason();
-    // A glance at another window or a press elsewhere writes nothing; moving on by the keyboard
-    // finishes the edit.
-    const bool isAway = reason == Qt::ActiveWindowFocusReason || reason == Qt::MouseFocusReason;
-    if (!m_isDialogOpen && isAway)
+    const bool isFinished =
+        (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) && !m_isDialogOpen;
+    if (isOverButton() && !isFinished)
+        return;
+    if (!isFinished && !m_isDialogOpen && reason != Qt::PopupFocusReason)
         cancelEditing();
     const QPointer<qwidgetEditBox> alive(this);
-    QLineEdit::focusOutEvent(event); // tells the end of the edit when the text is acceptable
-    if (!alive || m_isDialogOpen || reason == Qt::PopupFocusReason || !m_isEditing)
-        return;
-    cancelEditing();
-    closeEditing();
+    {
+        // Qt tells the end of the edit for every reason.
+        const QSignalBlocker blocker(isFinished ? nullptr : this);
+        QLineEdit::focusOutEvent(event);
+    }
+    if (alive && isFinished && m_isEditing)
+        closeEditing();
 }
 
 } // namespace Widgets

@@ -91,6 +91,8 @@ private slots:
     void anOpenListKeepsStill();
     void theListOpensAboveItsNeighbours_data();
     void theListOpensAboveItsNeighbours();
+    void aRefusalShowsTheValueOfNow();
+    void aChoiceWithoutASignalStays();
     void checkBoxToggles_data();
     void checkBoxToggles();
     void nothingFollowsAWriteInTheEditor();
@@ -260,6 +262,46 @@ void TestChoiceElements::checkBoxToggles()
     QTRY_COMPARE(project.recorded.join(' '), QString(toggled ? "Pump After" : ""));
     project.publish(id == 60 ? 14 : 12, true, Quality::Bad);
     QTRY_COMPARE(shown->shownText(), QString("----"));
+    project.recorded.clear();
+    QTest::mouseClick(shown.element, Qt::LeftButton, {}, hit);
+    QVERIFY(project.recorded.isEmpty()); // no opposite of an unknown is written
+}
+
+void TestChoiceElements::aRefusalShowsTheValueOfNow()
+{
+    const RuntimeProject project(screen);
+    project.publish(10, 0);
+    project.publish(12, 0);
+    project.set(15, "writable", "false");
+    const ShownElement<qwidgetComboBox> combo(project, 50);
+    const ShownElement<qwidgetCheckBox> check(project, 61);
+    MessageBoxes boxes;
+    boxes.whileOpen = [&] {
+        project.publish(10, 1);
+        project.publish(12, 5);
+        QTRY_VERIFY(check->isChecked());
+    };
+    choose(*combo.element, 1);
+    QTRY_COMPARE(boxes.shown.size(), 2);
+    QCOMPARE(combo->currentIndex(), 1);
+    project.publish(12, 0);
+    QTRY_VERIFY(!check->isChecked());
+    check->click();
+    QCOMPARE(boxes.shown.size(), 3);
+    QVERIFY(check->isChecked());
+}
+
+void TestChoiceElements::aChoiceWithoutASignalStays()
+{
+    const RuntimeProject project(screen);
+    project.set(50, "signal", "0");
+    project.set(50, "targets", "15");
+    const ShownElement<qwidgetComboBox> combo(project, 50);
+    choose(*combo.element, 1);
+    QTRY_COMPARE(combo->shownText(), QString("b"));
+    QTest::mouseClick(combo->findChild<QLineEdit *>(), Qt::LeftButton);
+    QTest::keyClick(combo->view(), Qt::Key_Escape);
+    QCOMPARE(combo->shownText(), QString("b"));
 }
 
 void TestChoiceElements::nothingFollowsAWriteInTheEditor()

@@ -72,6 +72,11 @@ private slots:
     void messages();
     void stepButtons_data();
     void stepButtons();
+    void limits_data();
+    void limits();
+    void aRefusedStepShowsTheValueOfNow();
+    void numpadOffersWhatIsThere_data();
+    void numpadOffersWhatIsThere();
     void keyboards_data();
     void keyboards();
     void worksInAScene();
@@ -117,6 +122,7 @@ void TestEditBox::enterWrites_data()
     row("bool", 23, "1", "1", "true");
     row("bool takes no 2", 23, "2", "0", "false");
     row("ulong", 25, "300", "300", "300");
+    row("ulong takes no exponent", 25, "1e3", "13", "13");
     row("text", 22, "Pump, 1", "Pump. 1", "Pump. 1");
 }
 
@@ -157,7 +163,9 @@ void TestEditBox::leaving_data()
     const Rows<Qt::FocusReason, QString, int> row("reason", "shown", "written");
     row("press elsewhere", Qt::MouseFocusReason, "8.00", 0);
     row("other window", Qt::ActiveWindowFocusReason, "8.00", 0);
-    row("focus moves on", Qt::TabFocusReason, "9.00", 1);
+    row("hidden", Qt::NoFocusReason, "8.00", 0);
+    row("taken away", Qt::OtherFocusReason, "8.00", 0);
+    row("moved on by key", Qt::TabFocusReason, "9.00", 1);
 }
 
 void TestEditBox::leaving()
@@ -175,7 +183,10 @@ void TestEditBox::leaving()
     QTest::keyClick(box.element, 'x'); // undone, back to what was typed
     QCOMPARE(box->text(), "9");        // a value that comes leaves the typing alone
     QFocusEvent event(QEvent::FocusOut, reason);
-    QCoreApplication::sendEvent(box.element, &event);
+    if (reason == Qt::NoFocusReason)
+        box->hide();
+    else
+        QCoreApplication::sendEvent(box.element, &event);
     QVERIFY(!box->isEditing());
     QFETCH(QString, shown);
     QTRY_COMPARE(box->shownText(), shown);
@@ -247,6 +258,7 @@ void TestEditBox::stepButtons_data()
 {
     const Rows<double, QString, double> row("value", "button", "stepped");
     row("up", 3.0, "+", 4.0);
+    row("tiny", 3e-5, "+", 4e-5);
     row("down", 3.0, "-", 2.0);
     row("not over the limit", 9.5, "+", 9.5);
     row("not under the limit", 0.5, "-", 0.5);
@@ -258,7 +270,7 @@ void TestEditBox::stepButtons()
     QFETCH(double, value);
     QFETCH(QString, button);
     const RuntimeProject project(screen);
-    project.set(20, "step", "1");
+    project.set(20, "step", value < 1e-3 ? "0.00001" : "1");
     project.set(20, "maximum", "10");
     project.publish(10, value);
     const EditBox box(project, 20);
@@ -269,6 +281,74 @@ void TestEditBox::stepButtons()
     QTest::mouseClick(box.button(button), Qt::LeftButton);
     QTEST(project.value(10).ToDouble(), "stepped");
     QVERIFY(box->isEditing()); // for the next step
+}
+
+void TestEditBox::limits_data()
+{
+    const Rows<unsigned, QString, QString, QString> row("id", "minimum", "maximum", "typed");
+    row("none", 20, "0", "0", "150");
+    row("beyond an int", 21, "-1e12", "1e12", "-2000000000");
+}
+
+void TestEditBox::limits()
+{
+    QFETCH(unsigned, id);
+    QFETCH(QString, minimum);
+    QFETCH(QString, maximum);
+    QFETCH(QString, typed);
+    const RuntimeProject project(screen);
+    project.set(id - 10, "minimum", minimum);
+    project.set(id - 10, "maximum", maximum);
+    project.set(id, "maximum", "0"); // the signal's count
+    const EditBox box(project, id);
+    box.begin();
+    box.type(typed);
+    QCOMPARE(box->inputProblem(), QString());
+    box.press(Qt::Key_Return);
+    QCOMPARE(project.value(id - 10).ToDouble(), typed.toDouble());
+}
+
+void TestEditBox::aRefusedStepShowsTheValueOfNow()
+{
+    const RuntimeProject project(screen);
+    project.set(20, "step", "1");
+    project.set(10, "writable", "false");
+    project.publish(10, 3.0);
+    const EditBox box(project, 20);
+    box.begin();
+    MessageBoxes boxes;
+    boxes.whileOpen = [&project] { project.publish(10, 8.0); };
+    QTest::mouseClick(box.button("+"), Qt::LeftButton);
+    QCOMPARE(boxes.shown.size(), 1);
+    QTRY_COMPARE(box->shownText(), QString("8"));
+    QCOMPARE(box->text(), QString("8"));
+}
+
+void TestEditBox::numpadOffersWhatIsThere_data()
+{
+    const Rows<double, Quality, QString> row("value", "quality", "offered");
+    row("all digits", 34.56789, Quality::Good, "34.56789");
+    row("no value", 7, Quality::Bad, "");
+}
+
+void TestEditBox::numpadOffersWhatIsThere()
+{
+    QFETCH(double, value);
+    QFETCH(Quality, quality);
+    RuntimeProject project(screen);
+    project.set(26, "step", "0.00001");
+    project.publish(10, value, quality);
+    project.record({10});
+    const EditBox box(project, 26);
+    QString offered;
+    const WhenShown<QDialog> typist([&offered](QDialog &pad) {
+        offered = pad.findChild<QLineEdit *>()->text();
+        QTest::keyClick(pad.findChild<QLineEdit *>(), Qt::Key_Return);
+        pad.reject();
+    });
+    box.begin();
+    QTEST(offered, "offered");
+    QVERIFY(project.recorded.isEmpty()); // Enter at once writes nothing
 }
 
 void TestEditBox::keyboards_data()
