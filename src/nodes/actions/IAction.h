@@ -15,7 +15,7 @@ public:
     /// 0-based number of the display on which the action was triggered.
     int currentDisplay() const { return m_currentDisplay; }
     void setCurrentDisplay(int display) { m_currentDisplay = display; }
-    /// Where on the desktop the action shall open what it opens; none: where it is configured.
+    /// Place on the desktop of the gesture; none: nobody's gesture. Holds for the next push only.
     const std::optional<NPoint> &triggerPoint() const { return m_triggerPoint; }
     void setTriggerPoint(const std::optional<NPoint> &point) { m_triggerPoint = point; }
 

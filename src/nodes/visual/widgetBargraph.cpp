@@ -6,6 +6,7 @@
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Nodes {
@@ -13,6 +14,7 @@ namespace Nodes {
 namespace {
 
 constexpr unsigned setPointProperty = 12268;
+constexpr double narrowest = 1e-12; // of the ends: below it a double cannot tell ticks apart
 
 } // namespace
 
@@ -126,6 +128,12 @@ void widgetBargraph::Validate(ValidationResults &results) const
                     "Индикатор «" + GetPath() +
                         "»: начало шкалы не меньше конца. Задайте шкалу индикатора или пределы "
                         "сигнала.");
+    else if (GetMaximum() - GetMinimum() <
+             narrowest * std::max(std::abs(GetMinimum()), std::abs(GetMaximum())))
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "minimum, maximum"),
+                    "Индикатор «" + GetPath() +
+                        "»: шкала слишком узка для таких больших чисел, делений на ней не будет. "
+                        "Раздвиньте её пределы.");
 }
 
 } // namespace Nodes

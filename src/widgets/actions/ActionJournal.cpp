@@ -20,4 +20,11 @@ void ActionJournal::write(Nodes::EventLevel level, const std::string &text) cons
         root->StoreMessage(level, text, m_path);
 }
 
+void ActionJournal::log(const std::string &text) const
+{
+    const Nodes::NodesCollection *project = m_action.GetNodesCollection();
+    if (const Nodes::ConfigNode *root = project ? project->GetRoot() : nullptr)
+        root->StoreMessage(Nodes::LevelAction, text, std::string("System"));
+}
+
 } // namespace Widgets

@@ -21,6 +21,8 @@ public:
     explicit ActionJournal(const Nodes::BasicAction &action);
 
     void write(Nodes::EventLevel level, const std::string &text) const;
+    /// As qBasicAction::log: an entry of the system.
+    void log(const std::string &text) const;
 
 private:
     Nodes::NodeLink m_action;

@@ -7,7 +7,7 @@
 
 #include "utils/ValueConversions.h"
 
-#include "nodes/actions/actionShowMenu.h"
+#include "nodes/actions/IAction.h"
 #include "nodes/visual/BasicWidget.h"
 
 #include <QCursor>
@@ -200,11 +200,11 @@ void ActionManager::trigger(const NodeLinks &actions, const QWidget *where, cons
         return;
     const int display = ScreenNumber(where);
     for (const Nodes::NodeLink &link : actions) {
-        if (auto *action = dynamic_cast<Nodes::BasicAction *>(link.GetNode()))
-            action->setCurrentDisplay(display);
-        auto *menu = dynamic_cast<Nodes::actionShowMenu *>(link.GetNode());
-        if (menu && menu->isOpenedAtTrigger())
-            menu->setTriggerPoint(Utils::QPointToNPoint(point));
+        auto *action = dynamic_cast<Nodes::IAction *>(link.GetNode());
+        if (!action)
+            continue;
+        action->setCurrentDisplay(display);
+        action->setTriggerPoint(Utils::QPointToNPoint(point));
     }
     appendActions(actions);
 }

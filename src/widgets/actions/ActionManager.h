@@ -40,6 +40,9 @@ public:
 
     /// Queues the list and passes it on at once; nothing happens without a window manager.
     void appendActions(std::vector<Nodes::NodeLink> const &actions);
+    /// The same for a gesture: tells the actions their display, that of `where`, and its place on
+    /// the desktop.
+    void trigger(const Nodes::NodeLinks &actions, const QWidget *where, const QPoint &point);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -75,8 +78,6 @@ private:
     void filterElement(ProxyWidget &element, QEvent &event);
     void filterWindow(WindowBasic &window, bool isChild, QEvent &event);
     bool isPassedOn(bool isChild, const QMouseEvent &event);
-    /// Tells the actions their display, that of `where`, and hands the list on.
-    void trigger(const Nodes::NodeLinks &actions, const QWidget *where, const QPoint &point);
 
     QMutex m_mutex;
     QVector<Nodes::NodeLink> m_pending;

@@ -82,6 +82,8 @@ Nodes::BasicAction *ActionQueue::copyNode(Nodes::BasicAction &node)
         return nullptr;
     action->setCurrentDisplay(node.currentDisplay());
     action->setTriggerPoint(node.triggerPoint());
+    // Of one gesture: whoever pushes the action next may have no place.
+    node.setTriggerPoint(std::nullopt);
     const std::lock_guard<std::mutex> lock(m_copiesMutex);
     m_copies[action] = std::move(copy);
     return action;

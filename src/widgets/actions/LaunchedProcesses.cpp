@@ -1,5 +1,6 @@
 #include "widgets/actions/LaunchedProcesses.h"
 
+#include "widgets/windows/Access.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QDeadlineTimer>
@@ -84,10 +85,11 @@ void LaunchedProcesses::watch(QProcess *process, const ActionJournal &journal)
             [this, process, journal](QProcess::ProcessError error) {
                 if (error != QProcess::FailedToStart)
                     return;
-                journal.write(Nodes::LevelWarning,
-                              "Программа " + nameOf(*process) +
-                                  " не запущена: " + process->errorString().toStdString());
+                const std::string text = "Программа " + nameOf(*process) +
+                                         " не запущена: " + process->errorString().toStdString();
+                journal.write(Nodes::LevelWarning, text);
                 forget(process);
+                TellActionError(QString::fromStdString(text), this);
             });
     connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             [this, process, journal](int code, QProcess::ExitStatus status) {

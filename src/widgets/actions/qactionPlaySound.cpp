@@ -1,41 +1,29 @@
 #include "widgets/actions/qactionPlaySound.h"
 
+#include "widgets/actions/ActionJournal.h"
+#include "widgets/actions/SoundPlayer.h"
+
 #include "nodes/actions/actionPlaySound.h"
 
 #include <QAudioDeviceInfo>
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QPointer>
 #include <QSet>
-#include <QSoundEffect>
-#include <QUrl>
 
 namespace Widgets {
 
 namespace {
 
-/// One for all sounds, so that a new one cuts the last; goes with the application.
-QSoundEffect &effect()
-{
-    static QPointer<QSoundEffect> shared;
-    if (!shared) {
-        shared = new QSoundEffect(QCoreApplication::instance());
-        shared->setVolume(1.0);
-    }
-    return *shared;
-}
-
-void tellMissing(const Nodes::actionPlaySound &node, const QString &file, bool isThere)
+/// Tells that something is wrong once, until it was right again.
+void tell(const ActionJournal &journal, const QString &file, const std::string &problem,
+          bool isGood)
 {
     static QSet<QString> told;
-    const std::string configured = node.GetSound().GetFilePath();
-    const QString key = file + QLatin1Char('\n') + QString::fromStdString(configured);
-    if (isThere) {
+    const QString key = file + QLatin1Char('\n') + QString::fromStdString(problem);
+    if (isGood) {
         told.remove(key);
     } else if (!told.contains(key)) {
         told.insert(key);
-        node.StoreMessage(Nodes::LevelWarning, "Нет звукового файла «" + configured + "»",
-                          node.GetNodeLink());
+        journal.write(Nodes::LevelWarning, problem);
     }
 }
 
@@ -46,16 +34,19 @@ void qactionPlaySound::Execute()
     const auto *node = nodeAs<Nodes::actionPlaySound>();
     if (!node)
         return;
+    const ActionJournal journal(*node);
+    const std::string name = "«" + node->GetSound().GetFilePath() + "»";
     const QString file = QString::fromStdString(node->GetSound().GetFullFilePath());
     const bool isThere = !file.isEmpty() && QFileInfo(file).isFile();
-    tellMissing(*node, file, isThere);
+    tell(journal, file, "Нет звукового файла " + name, isThere);
     if (!isThere || QAudioDeviceInfo::defaultOutputDevice().isNull())
         return;
-    QSoundEffect &sound = effect();
-    sound.stop();
-    sound.setSource(QUrl::fromLocalFile(file));
-    sound.play();
-    log("qactionPlaySound - sound file played");
+    SoundPlayer::instance().play(file, [journal, file, name](bool isSound) {
+        tell(journal, file, "Файл " + name + " не звучит: он повреждён или не WAV. Замените файл.",
+             isSound);
+        if (isSound)
+            journal.log("qactionPlaySound - sound file played");
+    });
 }
 
 } // namespace Widgets

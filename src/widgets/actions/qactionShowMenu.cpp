@@ -41,7 +41,7 @@ void qactionShowMenu::Execute()
     // On the heap and guarded: the frame it belongs to may go while the menu is up.
     QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
     const QPointer<MirelMenu> menu = new MirelMenu(node, menuNode, frame);
-    const QPoint point = node->triggerPoint()
+    const QPoint point = node->isOpenedAtTrigger() && node->triggerPoint()
                              ? Utils::NPointToQPoint(*node->triggerPoint())
                              : onScreen(Utils::NPointToQPoint(node->GetPoint()), ScreenAt(display));
     menu->exec(point);

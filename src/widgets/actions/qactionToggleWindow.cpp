@@ -1,5 +1,6 @@
 #include "widgets/actions/qactionToggleWindow.h"
 
+#include "widgets/actions/WindowOpening.h"
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
@@ -25,6 +26,9 @@ void qactionToggleWindow::Execute()
         outer->hide();
         return;
     }
+    // Whoever is at the station now need not be who opened it.
+    if (!WindowOpening::isAllowed(*target))
+        return;
     OpeningTimer::restart(*window, createdAt());
     const bool isFramed = outer != window;
     outer->setParent(g_pWindowManager->getFrame(display),

@@ -2,8 +2,8 @@
 
 #include "widgets/windows/WindowManager.h"
 
+#include "nodes/model/ConfigNode.h"
 #include "nodes/model/ResourceLink.h"
-#include "nodes/visual/BasicWidget.h"
 
 #include <QFileInfo>
 #include <QPainter>
@@ -35,7 +35,7 @@ bool isFirst(const Nodes::ResourceLink &picture)
 
 } // namespace
 
-void MissingPicture::report(const Nodes::BasicWidget &node, const Nodes::ResourceLink &picture)
+void MissingPicture::report(const Nodes::ConfigNode &node, const Nodes::ResourceLink &picture)
 {
     if (WindowManager::GetWorkMode() != Nodes::WorkModeRuntime || !isFirst(picture))
         return;

@@ -6,7 +6,7 @@ class QPainter;
 class QRect;
 
 namespace Nodes {
-class BasicWidget;
+class ConfigNode;
 class ResourceLink;
 } // namespace Nodes
 
@@ -17,9 +17,9 @@ namespace Widgets {
 class WIDGETS_EXPORT MissingPicture
 {
 public:
-    /// At run time writes one journal message a picture and process, through the first element that
+    /// At run time writes one journal message a picture and process, through the first node that
     /// wanted it; nothing in other work modes.
-    static void report(const Nodes::BasicWidget &node, const Nodes::ResourceLink &picture);
+    static void report(const Nodes::ConfigNode &node, const Nodes::ResourceLink &picture);
     /// In the editor draws a crossed frame with the picture's file name; nothing at run time. The
     /// painter stays as it was.
     static void draw(QPainter &painter, const QRect &rect, const Nodes::ResourceLink &picture);

@@ -6,13 +6,18 @@ namespace Widgets {
 
 namespace {
 
+constexpr double most = 1000;         // nobody reads more
+constexpr double largest = 1LL << 53; // up to here neighbouring whole numbers differ
+
 QVector<double> multiples(double minimum, double maximum, double step)
 {
     QVector<double> ticks;
     const double first = std::ceil(minimum / step - 1e-9);
     const double last = std::floor(maximum / step + 1e-9);
-    for (double i = first; i <= last; ++i)
-        ticks << i * step;
+    if (qAbs(first) > largest || qAbs(last) > largest || last - first > most)
+        return ticks;
+    for (int i = 0; i <= int(last - first); ++i)
+        ticks << (first + i) * step;
     return ticks;
 }
 

@@ -4,10 +4,8 @@
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/ElementTooltip.h"
 #include "widgets/elements/MissingPicture.h"
-#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/BasicAction.h"
 #include "nodes/visual/widgetButton.h"
 #include "utils/ValueConversions.h"
 
@@ -121,14 +119,9 @@ void qbuttonBasic::releaseHeld()
 
 void qbuttonBasic::queue(const Nodes::NodeLinks &actions) const
 {
-    if (!isRuntime())
-        return;
-    const int display = ScreenNumber(onScreen(*this));
-    for (const Nodes::NodeLink &link : actions) {
-        if (auto *action = dynamic_cast<Nodes::BasicAction *>(link.GetNode()))
-            action->setCurrentDisplay(display);
-    }
-    ActionManager::getInstance().appendActions(actions);
+    if (isRuntime())
+        ActionManager::getInstance().trigger(actions, onScreen(*this),
+                                             mapToGlobal(QPoint(0, height())));
 }
 
 void qbuttonBasic::mousePressEvent(QMouseEvent *event)

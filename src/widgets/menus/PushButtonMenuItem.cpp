@@ -1,7 +1,8 @@
 #include "widgets/menus/PushButtonMenuItem.h"
 
+#include "widgets/actions/ActionManager.h"
 #include "widgets/elements/ImageCachingManager.h"
-#include "widgets/windows/Screens.h"
+#include "widgets/elements/MissingPicture.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/actionShowMenu.h"
@@ -33,8 +34,12 @@ PushButtonMenuItem::PushButtonMenuItem(Nodes::actionShowMenu *action, const Node
     setMouseTracking(true);
     if (m_parentMenu)
         m_size = QSize(m_parentMenu->GetEntryWidth(), m_parentMenu->GetEntryHeight());
-    if (m_picture)
-        m_pictureSize = ImageCachingManager::getInstance().getImage(m_picture)->size();
+    const QImage *image =
+        m_picture ? ImageCachingManager::getInstance().getImage(m_picture) : nullptr;
+    if (image)
+        m_pictureSize = image->size();
+    if (!picture.GetFilePath().empty() && m_pictureSize.isEmpty())
+        MissingPicture::report(node, picture);
 }
 
 PushButtonMenuItem::PushButtonMenuItem(Nodes::actionShowMenu *action, Nodes::BasicMenu *menu,
@@ -94,12 +99,8 @@ void PushButtonMenuItem::run()
 {
     if (!m_item || !g_pWindowManager)
         return;
-    const int display = ScreenNumber(this);
-    for (const Nodes::NodeLink &link : m_item->GetActions()) {
-        if (auto *action = dynamic_cast<Nodes::IAction *>(link.GetNode()))
-            action->setCurrentDisplay(display);
-    }
-    g_pWindowManager->PushActions(m_item->GetActions());
+    ActionManager::getInstance().trigger(m_item->GetActions(), this,
+                                         mapToGlobal(QPoint(0, height())));
 }
 
 void PushButtonMenuItem::paintEvent(QPaintEvent *)

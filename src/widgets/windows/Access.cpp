@@ -6,6 +6,10 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/system/systemCore.h"
 
+#include <QApplication>
+
+#include <algorithm>
+
 namespace Widgets {
 
 namespace {
@@ -40,6 +44,22 @@ void ShowActionResult(const Nodes::Result &result, const std::string &what)
 void ShowActionError(const QString &text)
 {
     PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Ошибка"), text);
+}
+
+void TellActionError(const QString &text, const QObject *owner)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const bool isTold = std::any_of(windows.begin(), windows.end(), [&text](const QWidget *window) {
+        const auto *box = qobject_cast<const PlainMessageBox *>(window);
+        return box && box->isVisible() && box->text() == text;
+    });
+    if (isTold)
+        return;
+    auto *box = new PlainMessageBox(QMessageBox::Warning, QStringLiteral("Ошибка"), text);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowModality(Qt::ApplicationModal);
+    QObject::connect(owner, &QObject::destroyed, box, [box] { delete box; });
+    box->show();
 }
 
 } // namespace Widgets

@@ -6,6 +6,7 @@
 
 #include <string>
 
+class QObject;
 class QString;
 
 namespace Nodes {
@@ -25,5 +26,8 @@ WIDGETS_EXPORT void ShowAccessDenied();
 WIDGETS_EXPORT void ShowActionResult(const Nodes::Result &result, const std::string &what);
 /// Tells the operator, modally, that an action failed.
 WIDGETS_EXPORT void ShowActionError(const QString &text);
+/// The same without waiting for the answer, so that other actions go on; what stands on the screen
+/// already is not told twice. The message goes with `owner`.
+WIDGETS_EXPORT void TellActionError(const QString &text, const QObject *owner);
 
 } // namespace Widgets

@@ -2,6 +2,7 @@
 #include "support/RuntimeProject.h"
 
 #include "widgets/actions/LaunchedProcesses.h"
+#include "widgets/actions/SoundPlayer.h"
 #include "widgets/actions/qBasicAction.h"
 
 #include "nodes/alarms/systemAlarming.h"
@@ -83,6 +84,7 @@ private slots:
     void programsAreBoundedAndEndWithTheStation();
     void endlessScriptsLeaveTheGuiLive();
     void aMissingSoundIsToldOnce();
+    void aFileThatIsNoSoundIsTold();
     void cursorsNest();
 };
 
@@ -103,7 +105,8 @@ void TestOperatorActions::journals_data()
     row("no alarms", 52, "", "Ошибка: no alarms: Не найдено");
     row("program starts", 60, "run: Запущена программа «/bin/sh»", "");
     row("arguments as they are, exit code", 60, "завершилась, код 7", "");
-    row("program missing", 61, "missing: Программа «/nowhere/at-all» не запущена", "");
+    row("program missing", 61, "missing: Программа «/nowhere/at-all» не запущена",
+        "Ошибка: Программа «/nowhere/at-all» не запущена");
     row("no program", 62, "unset: Программа не запущена", "Ошибка: unset: ");
     row("definition missing", 64, "${tool} is not defined", "Ошибка: define: Не найдено");
     row("script", 70, "script: Готово", "");
@@ -121,7 +124,7 @@ void TestOperatorActions::journals()
     station.project.run(action);
     if (!entry.isEmpty())
         QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled(entry) >= 1, 20000);
-    QCOMPARE(station.boxes.shown.size(), message.isEmpty() ? 0 : 1);
+    QTRY_COMPARE(station.boxes.shown.size(), message.isEmpty() ? 0 : 1);
     QVERIFY(message.isEmpty() || station.boxes.shown.first().startsWith(message));
 }
 
@@ -228,6 +231,20 @@ void TestOperatorActions::aMissingSoundIsToldOnce()
     QVERIFY(file.remove());
     station.project.run(75);
     QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 2);
+}
+
+void TestOperatorActions::aFileThatIsNoSoundIsTold()
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath("bad.wav"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(100, 'x')) == 100);
+    file.close();
+    SoundPlayer player(nullptr);
+    for (int i = 0; i < 2; ++i) { // read anew each time: it may have been replaced
+        QVector<bool> told;
+        player.play(file.fileName(), [&told](bool isSound) { told << isSound; });
+        QTRY_COMPARE(told, QVector<bool>{false});
+    }
 }
 
 void TestOperatorActions::cursorsNest()

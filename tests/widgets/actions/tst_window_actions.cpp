@@ -223,6 +223,7 @@ void TestWindowActions::refusals_data()
     QTest::newRow("write without the right") << 58u << true << rights;
     QTest::newRow("write a read-only signal") << 59u << false << "Ошибка: write read-only: ";
     QTest::newRow("close without the right") << 51u << true << QString();
+    QTest::newRow("show again without the right") << 55u << true << rights;
 }
 
 void TestWindowActions::refusals()
@@ -233,6 +234,8 @@ void TestWindowActions::refusals()
     Screens project(withUsers ? users : "");
     project.core.SetWorkMode(Nodes::WorkModeEditing); // opens whatever the rights
     project.run(42);
+    if (action == 55)
+        project.run(action); // hides it
     project.core.SetWorkMode(Nodes::WorkModeRuntime);
     const MessageBoxes boxes;
     project.run(action);

@@ -69,6 +69,7 @@ void TestGauges::ticksAreRound_data()
     row("small", 0, 0.025, 3, {0, 0.01, 0.02}, 2);
     row("no room", 0, 60, 0, {0}, 0);
     row("empty", 5, 5, 5, {}, 0);
+    row("too narrow", 1e17, 1e17 + 16, 5, {}, 0);
     row("endless", 0, qInf(), 5, {}, 0);
 }
 
