@@ -75,7 +75,9 @@ void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms, EventJour
         const std::lock_guard lock(m_mutex);
         for (const BasicAlarm *alarm : alarms) {
             m_watches.push_back(std::make_unique<Watch>(*alarm, m_lastOccurrence));
-            m_byNode[alarm->GetId()] = m_watches.back().get();
+            Watch *watch = m_watches.back().get();
+            m_byNode[alarm->GetId()] = watch;
+            m_byCell.emplace(watch->cell.get(), watch);
         }
         restore(stateFile);
         m_isRunning = true;
@@ -100,6 +102,7 @@ void AlarmEngine::Stop()
     const std::lock_guard lock(m_mutex);
     m_deadlines.clear();
     m_byNode.clear();
+    m_byCell.clear();
     m_watches.clear();
     m_store.Close();
 }
@@ -273,6 +276,18 @@ std::vector<BasicEvent> AlarmEngine::GetActive() const
     }
     std::stable_sort(active.begin(), active.end(),
                      [](const BasicEvent &a, const BasicEvent &b) { return a.time > b.time; });
+    return active;
+}
+
+std::vector<BasicEvent> AlarmEngine::GetActive(const ValueCell &cell) const
+{
+    std::vector<BasicEvent> active;
+    const std::lock_guard lock(m_mutex);
+    const auto watches = m_byCell.equal_range(&cell);
+    for (auto watch = watches.first; watch != watches.second; ++watch) {
+        if (watch->second->tracker.GetState() != AlarmState::Normal)
+            active.push_back(watch->second->tracker.GetRecord());
+    }
     return active;
 }
 

@@ -18,6 +18,7 @@ namespace Nodes {
 
 class BasicAlarm;
 class EventJournal;
+class ValueCell;
 
 /// Runs the alarms of a station: values come on the publishers' threads; delays, journal, file and
 /// announcements are the work of one thread of its own, so that their order is the order of the
@@ -38,6 +39,8 @@ public:
     void Stop();
 
     std::vector<BasicEvent> GetActive() const;
+    /// The same for the alarms that watch this cell, in no order.
+    std::vector<BasicEvent> GetActive(const ValueCell &cell) const;
     /// Runs the operation on one alarm, alone. NotAvailable when stopped, NotFound for strangers.
     [[nodiscard]] Result Operate(const NodeLink &alarm, const Operation &operation);
     boost::signals2::connection Connect(Slot slot) { return m_announced.connect(std::move(slot)); }
@@ -68,6 +71,7 @@ private:
     mutable std::mutex m_mutex;
     std::vector<std::unique_ptr<Watch>> m_watches;
     std::unordered_map<unsigned long, Watch *> m_byNode;
+    std::unordered_multimap<const ValueCell *, Watch *> m_byCell;
     std::set<std::pair<Timestamp, Watch *>> m_deadlines;
     std::vector<Outgoing> m_outbox;
     AlarmStateStore::Memories m_unsaved;

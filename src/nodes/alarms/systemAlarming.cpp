@@ -6,6 +6,7 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 
 #include <filesystem>
@@ -91,6 +92,11 @@ Result systemAlarming::Stop()
 std::vector<BasicEvent> systemAlarming::GetActiveAlarms() const
 {
     return m_engine->GetActive();
+}
+
+std::vector<BasicEvent> systemAlarming::GetActiveAlarms(const BasicSignal &signal) const
+{
+    return m_engine->GetActive(*signal.GetCell());
 }
 
 Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const Change &change)

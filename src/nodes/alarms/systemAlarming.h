@@ -15,6 +15,7 @@ namespace Nodes {
 
 class AlarmEngine;
 class AlarmTracker;
+class BasicSignal;
 class alarmColumn;
 class systemAuthentication;
 struct AlarmMoment;
@@ -49,6 +50,8 @@ public:
 
     /// Alarms that are not Normal, latest change first: copies.
     std::vector<BasicEvent> GetActiveAlarms() const;
+    /// The same for the alarms of one signal, in no order.
+    std::vector<BasicEvent> GetActiveAlarms(const BasicSignal &signal) const;
     /// Rights are checked here: PrivilegeAcknowledge for this, PrivilegeShelve for the others;
     /// AccessDenied is journalled. NotAvailable unless running. NotFound when the alarm has nothing
     /// to acknowledge.

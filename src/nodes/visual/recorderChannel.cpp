@@ -54,10 +54,10 @@ std::string recorderChannel::GetUnit() const
     return signal ? signal->GetUnit() : std::string();
 }
 
-LimitZones recorderChannel::GetZones() const
+AlarmMark recorderChannel::GetAlarmMark() const
 {
     const BasicSignal *signal = GetSignal();
-    return signal ? LimitZones::FromAlarms(*signal) : LimitZones();
+    return signal ? AlarmMark::Of(*signal) : AlarmMark();
 }
 
 void recorderChannel::follow()

@@ -3,7 +3,7 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/values/SignalValue.h"
 #include "nodes/values/ValueSubscription.h"
-#include "nodes/visual/LimitZones.h"
+#include "nodes/visual/AlarmMark.h"
 #include "nodes/visual/ValueExtremes.h"
 
 namespace Nodes {
@@ -27,8 +27,8 @@ public:
     /// Number with the channel's or the signal's decimals, without unit.
     std::string FormatNumber(double number) const;
     std::string GetUnit() const;
-    /// Of the signal's alarms.
-    LimitZones GetZones() const;
+    /// Of the signal's alarms; none without a signal.
+    AlarmMark GetAlarmMark() const;
 
     ValueExtremes::State GetExtremes() const { return m_extremes->Get(); }
     /// Begins anew with the present value, on behalf of the current user: AccessDenied without the

@@ -62,6 +62,17 @@ LimitZones widgetBargraph::GetZones() const
     return m_zoneSource == ZonesOfAlarms && signal ? LimitZones::FromAlarms(*signal) : LimitZones();
 }
 
+AlarmMark widgetBargraph::GetAlarmMark() const
+{
+    const BasicSignal *signal = GetSignal();
+    if (m_zoneSource == ZonesOfAlarms && signal)
+        return AlarmMark::Of(*signal);
+    const SignalValue value = GetValue();
+    return m_zoneSource == ZonesOwn && value.GetQuality() != Quality::Bad
+               ? AlarmMark::OfZone(GetZones().GetZone(value.ToDouble()))
+               : AlarmMark();
+}
+
 std::optional<SignalValue> widgetBargraph::GetSetPoint() const
 {
     const auto *signal = dynamic_cast<const BasicSignal *>(m_setPoint.GetNode());

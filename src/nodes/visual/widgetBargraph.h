@@ -1,7 +1,7 @@
 #pragma once
 
+#include "nodes/visual/AlarmMark.h"
 #include "nodes/visual/BasicTextWidget.h"
-#include "nodes/visual/LimitZones.h"
 
 #include <limits>
 #include <optional>
@@ -27,6 +27,8 @@ public:
     NColor GetBarColor() const { return m_barColor; }
     /// Of the signal's alarms, of this element, or none.
     LimitZones GetZones() const;
+    /// Of the signal's alarms, of the value between this element's limits, or none.
+    AlarmMark GetAlarmMark() const;
     /// Nothing without a set-point signal; the marker has that signal's quality.
     std::optional<SignalValue> GetSetPoint() const;
 

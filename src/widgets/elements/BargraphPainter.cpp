@@ -36,11 +36,6 @@ bool BargraphLook::hasBar() const
     return quality != Nodes::Quality::Bad && !std::isnan(value) && minimum < maximum;
 }
 
-Nodes::LimitZones::enZone BargraphLook::zone() const
-{
-    return hasBar() ? zones.GetZone(value) : Zones::ZoneNormal;
-}
-
 BargraphPainter::BargraphPainter(QPainter &painter, const BargraphLook &look)
     : m_painter(painter), m_look(look)
 {
@@ -160,7 +155,7 @@ void BargraphPainter::drawZone(double from, double to, Zones::enZone zone)
     to = qMin(to, m_look.maximum);
     if (!(from < to))
         return;
-    const bool isActive = m_look.zone() == zone;
+    const bool isActive = m_look.mark.isActive() && m_look.mark.zone == zone;
     const QRectF place = area(along(from), along(to), m_zoneDepth + 1, zoneWidth - 1);
     m_painter.fillRect(place, ZoneSigns::ground(zone, isActive));
     m_painter.fillRect(place, ZoneSigns::pattern(zone, isActive));
@@ -183,7 +178,7 @@ void BargraphPainter::drawBar()
 {
     const double base = qBound(m_look.minimum, 0.0, m_look.maximum);
     const QRectF bar = area(along(base), along(m_look.value), m_barDepth, m_markDepth - m_barDepth);
-    const QColor color = ZoneSigns::color(m_look.zone(), m_look.barColor);
+    const QColor color = ZoneSigns::color(m_look.mark, m_look.barColor);
     const bool isLive = m_look.quality != Nodes::Quality::Stale;
     m_painter.fillRect(bar, QBrush(color, isLive ? Qt::SolidPattern : Qt::Dense5Pattern));
 }
@@ -249,7 +244,7 @@ void BargraphPainter::drawBadge(double textWidth)
         if (m_look.isVertical)
             badge.moveBottom(bar.bottom() - gap);
     }
-    ZoneSigns::drawBadge(m_painter, badge, m_look.zone());
+    ZoneSigns::drawBadge(m_painter, badge, m_look.mark);
 }
 
 void BargraphPainter::drawText()

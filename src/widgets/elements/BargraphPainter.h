@@ -3,7 +3,7 @@
 #include "widgets/elements/ScaleTicks.h"
 
 #include "nodes/values/Quality.h"
-#include "nodes/visual/LimitZones.h"
+#include "nodes/visual/AlarmMark.h"
 
 #include <QColor>
 #include <QFont>
@@ -26,6 +26,7 @@ struct BargraphLook
     double value = 0; ///< NaN and bad quality draw no bar
     Nodes::Quality quality = Nodes::Quality::Bad;
     Nodes::LimitZones zones;
+    Nodes::AlarmMark mark;
     std::optional<double> setPoint;
     bool isSetPointGood = true;
     QString text; ///< of the value; "" for no room reserved
@@ -35,7 +36,6 @@ struct BargraphLook
     QColor barColor;
 
     bool hasBar() const;
-    Nodes::LimitZones::enZone zone() const;
     /// -1 below the scale, 1 above it.
     static int overflow(double number, double minimum, double maximum)
     {

@@ -1,6 +1,8 @@
 #include "widgets/elements/ElementTooltip.h"
 
+#include "nodes/alarms/systemAlarming.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/TimeConversions.h"
@@ -50,6 +52,40 @@ std::string reasonText(const Nodes::SignalValue &value)
     return {};
 }
 
+std::string stateText(Nodes::AlarmState state)
+{
+    switch (state) {
+    case Nodes::AlarmState::ActiveUnacked:
+        return "активна, не квитирована";
+    case Nodes::AlarmState::ActiveAcked:
+        return "активна, квитирована";
+    case Nodes::AlarmState::ReturnedUnacked:
+        return "снята, не квитирована";
+    case Nodes::AlarmState::Shelved:
+        return "отложена";
+    case Nodes::AlarmState::Suppressed:
+        return "подавлена";
+    case Nodes::AlarmState::OutOfService:
+        return "выведена из работы";
+    case Nodes::AlarmState::Normal:
+    case Nodes::AlarmState::None:
+        break;
+    }
+    return {};
+}
+
+QStringList alarmLines(const Nodes::BasicSignal &signal)
+{
+    const Nodes::systemCore *core = signal.GetCore();
+    const Nodes::systemAlarming *alarming = core ? core->GetSystemAlarming() : nullptr;
+    QStringList lines;
+    if (alarming) {
+        for (const Nodes::BasicEvent &alarm : alarming->GetActiveAlarms(signal))
+            lines << line("Тревога", alarm.text + ", " + stateText(alarm.alarmState));
+    }
+    return lines;
+}
+
 } // namespace
 
 QString ElementTooltip::text(const Nodes::BasicWidget &node)
@@ -68,6 +104,8 @@ QString ElementTooltip::text(const Nodes::BasicWidget &node)
     const std::string reason = reasonText(value);
     if (!reason.empty())
         lines << line("Причина", reason);
+    if (signal)
+        lines << alarmLines(*signal);
     return lines.join(QLatin1Char('\n'));
 }
 

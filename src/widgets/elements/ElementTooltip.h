@@ -17,7 +17,8 @@ class WIDGETS_EXPORT ElementTooltip
 {
 public:
     /// The node's own tooltip, then for elements with a signal: path, quality, last value, its
-    /// time, and the reason when it is an error. Plain text; empty when there is nothing to say.
+    /// time, the reason when it is an error, and how its alarms stand. Plain text; empty when there
+    /// is nothing to say.
     static QString text(const Nodes::BasicWidget &node);
     /// Shows that text when the event asks for a tooltip; false for every other event and for a
     /// null node: the element then handles it as ever.

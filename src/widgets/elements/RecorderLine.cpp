@@ -69,6 +69,7 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     line.name = QString::fromStdString(channel.GetText());
     line.unit = QString::fromStdString(channel.GetUnit());
     line.quality = value.GetQuality();
+    line.mark = channel.GetAlarmMark();
     line.value = QLatin1String(Nodes::NoValueText);
     if (hasExtremes)
         line.extremes = extremesOf(channel);
@@ -76,7 +77,6 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     if (line.quality == Nodes::Quality::Bad || std::isnan(number))
         return line;
     line.value = QString::fromStdString(channel.FormatNumber(number));
-    line.zone = channel.GetZones().GetZone(number);
     return line;
 }
 
@@ -103,15 +103,15 @@ void RecorderLine::draw(QPainter &painter, const QRect &line, const QFont &font,
 
 void RecorderLine::drawState(QPainter &painter, const QRect &line) const
 {
-    if (zone == Nodes::LimitZones::ZoneNormal)
+    if (mark.state == Nodes::AlarmState::Normal)
         return;
     painter.fillRect(QRect(line.left(), line.top() + 1, 8, line.height() - 2),
-                     ZoneSigns::color(zone, Qt::transparent));
+                     ZoneSigns::color(mark, Qt::transparent));
     const double height = line.height() * 0.42;
     QRectF badge(0, 0, height * ZoneSigns::BadgeAspect, height);
     badge.moveCenter(QRectF(line).center());
     badge.moveLeft(namesPlace(line).right() + margin);
-    ZoneSigns::drawBadge(painter, badge, zone);
+    ZoneSigns::drawBadge(painter, badge, mark);
 }
 
 void RecorderLine::drawTexts(QPainter &painter, const QRect &line, const QFont &font) const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "nodes/values/Quality.h"
-#include "nodes/visual/LimitZones.h"
+#include "nodes/visual/AlarmMark.h"
 
 #include <QRect>
 #include <QString>
@@ -24,7 +24,7 @@ struct RecorderLine
     QString unit;
     QString extremes; ///< "" when not shown
     Nodes::Quality quality = Nodes::Quality::Bad;
-    Nodes::LimitZones::enZone zone = Nodes::LimitZones::ZoneNormal;
+    Nodes::AlarmMark mark;
 
     static RecorderLine of(const Nodes::recorderChannel &channel, bool hasExtremes);
     /// Place of the button that resets the extremes: large enough for a finger where the line is.

@@ -3,6 +3,7 @@
 #include "widgets/elements/BargraphPainter.h"
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/ElementTooltip.h"
+#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/widgetBargraph.h"
 #include "utils/ValueConversions.h"
@@ -17,6 +18,8 @@ qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent)
     setAttribute(Qt::WA_NoSystemBackground);
     m_binding.bind(this, m_bargraph);
     qwidgetBargraph::onUpdateProperties(nullptr);
+    if (g_pWindowManager)
+        connect(g_pWindowManager, &WindowManager::alarmFired, this, &qwidgetBargraph::onAlarm);
 }
 
 qwidgetBargraph::~qwidgetBargraph() = default;
@@ -59,6 +62,7 @@ void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *)
 void qwidgetBargraph::takeValue()
 {
     const Nodes::SignalValue value = m_bargraph->GetValue();
+    m_look->mark = m_bargraph->GetAlarmMark();
     m_look->quality = value.GetQuality(); // before the text: see the label
     m_look->value = value.ToDouble();
     m_text = QString::fromStdString(m_bargraph->GetDisplayText());
@@ -77,6 +81,12 @@ void qwidgetBargraph::onValueUpdated(Nodes::SignalValue)
         return;
     takeValue();
     update();
+}
+
+void qwidgetBargraph::onAlarm(const Nodes::BasicEvent &event)
+{
+    if (m_bargraph && Nodes::AlarmMark::Concerns(event, m_bargraph->GetSignal()))
+        onValueUpdated(Nodes::SignalValue());
 }
 
 void qwidgetBargraph::paintEvent(QPaintEvent *)

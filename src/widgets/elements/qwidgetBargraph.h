@@ -11,8 +11,9 @@
 #include <QWidget>
 
 namespace Nodes {
+struct BasicEvent;
 class widgetBargraph;
-}
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -51,6 +52,7 @@ protected:
 
 private:
     void takeValue();
+    void onAlarm(const Nodes::BasicEvent &event);
 
     Nodes::widgetBargraph *m_bargraph; ///< null for a node of another class
     std::unique_ptr<BargraphLook> m_look;

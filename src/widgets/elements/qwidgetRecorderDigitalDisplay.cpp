@@ -14,6 +14,8 @@
 #include <QPainter>
 #include <QPointer>
 
+#include <algorithm>
+
 namespace Widgets {
 
 namespace {
@@ -43,6 +45,9 @@ qwidgetRecorderDigitalDisplay::qwidgetRecorderDigitalDisplay(
     setAttribute(Qt::WA_NoSystemBackground);
     m_binding.bind(this, m_display);
     qwidgetRecorderDigitalDisplay::onUpdateProperties(nullptr);
+    if (g_pWindowManager)
+        connect(g_pWindowManager, &WindowManager::alarmFired, this,
+                &qwidgetRecorderDigitalDisplay::onAlarm);
 }
 
 qwidgetRecorderDigitalDisplay::~qwidgetRecorderDigitalDisplay() = default;
@@ -96,6 +101,19 @@ void qwidgetRecorderDigitalDisplay::onValueUpdated(Nodes::SignalValue)
     for (const Nodes::recorderChannel *channel : m_display->GetChannels())
         m_lines << RecorderLine::of(*channel, m_display->GetShowExtremes());
     update();
+}
+
+void qwidgetRecorderDigitalDisplay::onAlarm(const Nodes::BasicEvent &event)
+{
+    if (!m_display)
+        return;
+    const auto channels = m_display->GetChannels();
+    const bool isShown =
+        std::any_of(channels.begin(), channels.end(), [&event](const auto *channel) {
+            return Nodes::AlarmMark::Concerns(event, channel->GetSignal());
+        });
+    if (isShown)
+        onValueUpdated(Nodes::SignalValue());
 }
 
 QRect qwidgetRecorderDigitalDisplay::lineRect(int line) const

@@ -13,8 +13,9 @@
 #include <QWidget>
 
 namespace Nodes {
+struct BasicEvent;
 class widgetRecorderDigitalDisplay;
-}
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -61,6 +62,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void onAlarm(const Nodes::BasicEvent &event);
     QRect lineRect(int line) const;
     int buttonAt(const QPoint &point) const;
     void reset(int line);

@@ -2,13 +2,16 @@
 #include "support/Rows.h"
 #include "support/ShownElement.h"
 
+#include "widgets/elements/ElementTooltip.h"
 #include "widgets/elements/ScaleTicks.h"
 #include "widgets/elements/TabularText.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
+#include "nodes/alarms/systemAlarming.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/journal/JournalQuery.h"
+#include "nodes/visual/AlarmMark.h"
 
 using namespace Widgets;
 using Nodes::Quality;
@@ -52,6 +55,7 @@ private slots:
     void digitsAreEquallyWide();
     void barTellsItsState_data();
     void barTellsItsState();
+    void alarmsAreMarkedAsTheyStand();
     void setPointIsFollowed();
     void extremesAreKept();
     void resetNeedsTheRight_data();
@@ -126,6 +130,52 @@ void TestGauges::barTellsItsState()
         const QRect end = id == 20 ? QRect(40, 0, 50, 14) : QRect(246, 20, 14, 40);
         QCOMPARE(count(image, end, QColor(32, 36, 40)) > 30, isBeyond);
     }
+}
+
+void TestGauges::alarmsAreMarkedAsTheyStand()
+{
+    using State = Nodes::AlarmState;
+    RuntimeProject project(R"(<station id="80" name="St"><alarming id="81" name="A">
+  <alarmDiscrete id="13" name="d" signal="12" priority="1"/></alarming></station>
+<memorySignal id="10" name="T"><alarmLimit id="11" name="h" type="H" limit="80" deadband="5"/></memorySignal>
+<memorySignal id="12" name="Trip" type="bool"/>
+<bargraph id="20" name="B" width="100" height="260" signal="10"/>
+<recorderDisplay id="30" name="R" width="600" height="80"><recorderChannel id="31" name="c" signal="12"/></recorderDisplay>)");
+    const QTemporaryDir records;
+    project.core.SetDataDirectory(records.path().toStdString());
+    QVERIFY(project.core.Start());
+    project.publish(10, 50.0);
+    const ShownElement<qwidgetBargraph> bar(project, 20);
+    const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
+    const auto mark = [&project](unsigned long signal) {
+        return Nodes::AlarmMark::Of(*project.node<Nodes::BasicSignal>(signal));
+    };
+    QImage seen = bar->grab().toImage();
+    const auto isRepainted = [&] { return bar->grab().toImage() != seen; };
+    const auto look = [&] { seen = bar->grab().toImage(); };
+    project.publish(10, 85.0);
+    QTRY_VERIFY(mark(10).state == State::ActiveUnacked && isRepainted());
+    project.publish(10, 77.0); // below the limit, in the deadband
+    QVERIFY(mark(10).state == State::ActiveUnacked && mark(10).token == "H");
+    auto *alarming = project.core.GetSystemAlarming();
+    const Nodes::NodeLink alarm = project.node(11)->GetNodeLink();
+    // States change without a new value from here on, each with a look of its own.
+    QTRY_VERIFY(bar->shownText().startsWith("77"));
+    look();
+    QVERIFY(alarming->Acknowledge(alarm));
+    QTRY_VERIFY(isRepainted());
+    look();
+    QVERIFY(mark(10).state == State::ActiveAcked);
+    QVERIFY(alarming->Shelve(alarm, 60));
+    QTRY_VERIFY(isRepainted());
+    QVERIFY(mark(10).isHidden());
+    QVERIFY(ElementTooltip::text(*project.node<Nodes::BasicWidget>(20)).contains("T: h, отложена"));
+    const QImage quiet = board->grab().toImage();
+    project.publish(12, true); // watched from elsewhere, and no limit
+    QTRY_VERIFY(mark(12).state == State::ActiveUnacked);
+    QVERIFY(mark(12).isAlarm && mark(12).token == "!");
+    QTRY_VERIFY(board->grab().toImage() != quiet);
+    QVERIFY(project.core.Stop());
 }
 
 void TestGauges::setPointIsFollowed()
