@@ -26,7 +26,8 @@ std::vector<Kind *> allOf(const Nodes::NodesCollection &project, Nodes::NodeType
     project.FindNodes(family, &links);
     std::vector<Kind *> nodes;
     for (const Nodes::NodeLink &link : links) {
-        if (auto *node = dynamic_cast<Kind *>(link.GetNode()))
+        auto *node = dynamic_cast<Kind *>(link.GetNode());
+        if (node && node->IsLocal())
             nodes.push_back(node);
     }
     return nodes;

@@ -31,9 +31,9 @@ struct PictureTarget
 /// Elements below `shown` whose signal has not given a value yet.
 int countMissingValues(const Nodes::ConfigNode &shown);
 
-/// Every window, and every composition in the windows that can show it. Compositions that no
-/// window leads to are shown in the first composed window; without one they are left out. So are
-/// templates that no action opens.
+/// Every window of this station, and every composition in the windows that can show it.
+/// Compositions that no window leads to are shown in the first composed window; without one they
+/// are left out. So are templates that no action opens.
 std::vector<PictureTarget> pictureTargets(const Nodes::NodesCollection &project);
 
 } // namespace Station

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace Station {
@@ -52,9 +53,9 @@ int StationApplication::run()
         return m_signals.wasReceived() ? 0 : 1;
     m_clock.mark("project loaded");
     if (!hasFrames() && !m_options.takesScreenshots()) {
-        refuse(tr("В проекте нет ни одного фрейма: показывать нечего. Добавьте фрейм в "
+        refuse(tr("У этой станции нет ни одного фрейма: показывать нечего. Добавьте фрейм в "
                   "конфигураторе."),
-               m_core->GetProjectFile() + ": the project has no frames, nothing to show");
+               m_core->GetProjectFile() + ": the station has no frames, nothing to show");
         return 1;
     }
     startCore();
@@ -74,7 +75,22 @@ bool StationApplication::load()
         return false;
     m_core->SetLoadReport(dialog.report());
     m_core->AdoptProject(dialog.takeProject(), dialog.file().toStdString());
-    return true;
+    const Nodes::Result selected = m_core->SelectStation(m_options.station);
+    if (!selected)
+        refuse(tr("В проекте нет станции «%1». Укажите параметром --station одну из имеющихся: "
+                  "%2.")
+                   .arg(QString::fromStdString(m_options.station), stationNames()),
+               selected.GetDetail());
+    return bool(selected);
+}
+
+QString StationApplication::stationNames() const
+{
+    QStringList names;
+    for (const auto *station : m_core->GetNodesCollection()->GetRoot()->GetObjects(
+             Nodes::NodeType(Nodes::NodeType::SubtypeStation)))
+        names << QStringLiteral("«%1»").arg(QString::fromStdString(station->GetName()));
+    return names.isEmpty() ? tr("в проекте нет ни одной") : names.join(QStringLiteral(", "));
 }
 
 void StationApplication::logFindings(const Widgets::LoadDialog &dialog) const
@@ -88,7 +104,9 @@ void StationApplication::logFindings(const Widgets::LoadDialog &dialog) const
 
 bool StationApplication::openData()
 {
-    const QString name = QString::fromStdString(m_core->GetNodesCollection()->GetRoot()->GetName());
+    QString name = QString::fromStdString(m_core->GetNodesCollection()->GetRoot()->GetName());
+    if (!m_options.station.empty())
+        name += QLatin1Char(' ') + QString::fromStdString(m_options.station);
     const QString asked = QString::fromStdString(m_options.dataDirectory);
     // Pictures are taken beside a running station and leave no records.
     const Nodes::Result opened =
@@ -120,7 +138,9 @@ void StationApplication::refuse(const QString &text, const std::string &detail) 
 bool StationApplication::hasFrames() const
 {
     Nodes::NodeLinks frames;
-    return m_core->GetNodesCollection()->FindNodes(Nodes::NodeType::TypeFrame, &frames) > 0;
+    m_core->GetNodesCollection()->FindNodes(Nodes::NodeType::TypeFrame, &frames);
+    return std::any_of(frames.begin(), frames.end(),
+                       [](const Nodes::NodeLink &frame) { return frame->IsLocal(); });
 }
 
 void StationApplication::startCore()

@@ -36,6 +36,7 @@ public:
 
 private:
     bool load();
+    QString stationNames() const;
     void logFindings(const Widgets::LoadDialog &dialog) const;
     bool openData();
     void startCore();

@@ -45,6 +45,9 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
         ->check(CLI::Validator(checkDefine, ""))
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+    app.add_option("--station", station,
+                   "which of the project's stations to run (default: the first)")
+        ->type_name("NAME");
     app.add_option("--data", dataDirectory,
                    "directory for journal and archive (default: in the user's data directory)")
         ->type_name("DIR");

@@ -11,6 +11,7 @@ struct StationOptions
 {
     std::string project;       ///< file, or directory holding "project.xml"
     std::string screenshots;   ///< directory for pictures; "" runs the station normally
+    std::string station;       ///< name of the project's station to be; "" for the first
     std::string dataDirectory; ///< "" for the default of the project
     std::string platform;      ///< Qt platform plug-in; "" lets Qt choose
     std::string statusFile;    ///< file to keep the station's health in; "" for none

@@ -102,6 +102,8 @@ void StationTest::refusesToStart_data()
     row("malformed", "<project format='1' id='1'>\n\n<folder></project>", {}, 1, "p.xml:3");
     row("newer", "\n<project format='99'/>", {}, 1, "p.xml:2");
     row("no frames", "<project format='1' id='1'/>", {}, 1, "no frames");
+    row("unknown station", "<project format='1' id='1'><station id='2' name='North'/></project>",
+        {"--station", "South"}, 1, "it has \"North\"");
     row("unknown option", goodProject, {"--colour"}, 2, "--colour");
     row("bad define", goodProject, {"--define", "=3"}, 2, "NAME=VALUE");
     row("bad data directory", goodProject, {"--data", "/proc/none"}, 1, "/proc/none");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/IAction.h"
+#include "nodes/auth/AccessDemand.h"
 #include "nodes/model/ConfigNode.h"
 
 namespace Nodes {
@@ -9,6 +10,11 @@ namespace Nodes {
 /// state never touches the project.
 class NODES_EXPORT BasicAction : public ConfigNode, public IAction
 {
+public:
+    /// Appends what the current user must be allowed to do for this action to succeed, so that what
+    /// triggers it can show beforehand that it will be refused; by default nothing. The action
+    /// checks it again when it runs. GUI thread.
+    virtual void CollectDemands(AccessDemands &demands) const;
 };
 
 } // namespace Nodes

@@ -45,4 +45,9 @@ void actionArchiverDBMgr::ReportCopy(const std::string &from, const std::string 
                  GetNodeLink());
 }
 
+void actionArchiverDBMgr::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeConfigure, GetNodeLink()});
+}
+
 } // namespace Nodes

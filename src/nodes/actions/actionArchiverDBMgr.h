@@ -11,6 +11,7 @@ class NODES_EXPORT actionArchiverDBMgr : public BasicAction
 {
 public:
     static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
 
     /// AccessDenied (journalled) without the right to manage files.
     [[nodiscard]] Result Demand() const;

@@ -13,4 +13,10 @@ KindInfo actionCloseWindow::Kind()
                                                          "Текущее окно");
 }
 
+void actionCloseWindow::CollectDemands(AccessDemands &demands) const
+{
+    if (!m_isCurrentWindow)
+        demands.push_back({PrivilegeClose, GetWindowLink()});
+}
+
 } // namespace Nodes

@@ -9,6 +9,7 @@ class NODES_EXPORT actionCloseWindow : public BasicWindowAction
 {
 public:
     static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
     bool isCurrentWindow() const { return m_isCurrentWindow; }
 
 private:

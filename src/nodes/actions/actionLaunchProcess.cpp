@@ -55,4 +55,9 @@ Result actionLaunchProcess::Prepare(Command &command) const
     return Result();
 }
 
+void actionLaunchProcess::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeLaunch, GetNodeLink()});
+}
+
 } // namespace Nodes

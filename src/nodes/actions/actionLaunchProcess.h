@@ -19,6 +19,7 @@ public:
     };
 
     static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
 
     /// Checks PrivilegeLaunch (a refusal is journalled) and prepares the command.
     /// InvalidArgument without a program, NotFound names an unknown ${name}.

@@ -6,6 +6,8 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/system/systemCore.h"
 
+#include <algorithm>
+
 namespace Nodes {
 
 namespace {
@@ -123,6 +125,22 @@ Result actionNodeCommand::commandAlarm(const NodeLink &alarm) const
     default:
         return alarming->SetOutOfService(alarm, GetCommand() == CommandOutOfService);
     }
+}
+
+void actionNodeCommand::CollectDemands(AccessDemands &demands) const
+{
+    const ConfigNode *target = m_target.GetNode();
+    if (!target || GetCommand() <= CommandReset)
+        return demands.push_back({PrivilegeCommand, m_target});
+    const auto privilege =
+        GetCommand() == CommandAcknowledge ? PrivilegeAcknowledge : PrivilegeShelve;
+    // One alarm that takes the command is enough: the others refuse for themselves.
+    const NodeLinks alarms = alarmsOf(*target);
+    const auto allowed = std::find_if(alarms.begin(), alarms.end(), [&](const NodeLink &alarm) {
+        return bool(CheckAccess(privilege, *alarm.GetNode()));
+    });
+    if (!alarms.empty() && allowed == alarms.end())
+        demands.push_back({privilege, alarms.front()});
 }
 
 } // namespace Nodes

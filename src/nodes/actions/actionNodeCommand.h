@@ -21,6 +21,7 @@ public:
 
     static KindInfo Kind();
     enCommand GetCommand() const { return enCommand(m_command); }
+    void CollectDemands(AccessDemands &demands) const override;
 
     /// Gives the command on behalf of the current user and journals it. For alarm commands the
     /// target may be an alarm or whatever alarms stand below. NotFound without a target or without

@@ -11,4 +11,9 @@ KindInfo actionShowWindow::Kind()
         .Inherit<BasicOpeningAction>();
 }
 
+void actionShowWindow::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeOpen, GetWindowLink()});
+}
+
 } // namespace Nodes

@@ -9,6 +9,7 @@ class NODES_EXPORT actionShowWindow : public BasicOpeningAction
 {
 public:
     static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
 };
 
 } // namespace Nodes

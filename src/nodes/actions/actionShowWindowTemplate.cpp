@@ -23,4 +23,9 @@ ConfigNode *actionShowWindowTemplate::GetTemplate() const
     return GetWindowTemplate();
 }
 
+void actionShowWindowTemplate::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeOpen, NodeLink(GetTemplate())});
+}
+
 } // namespace Nodes

@@ -14,6 +14,7 @@ public:
     /// Null when the window is none or no template.
     windowTemplate *GetWindowTemplate() const;
     ConfigNode *GetTemplate() const override;
+    void CollectDemands(AccessDemands &demands) const override;
 };
 
 } // namespace Nodes

@@ -12,4 +12,9 @@ KindInfo actionToggleWindow::Kind()
         .Inherit<BasicPlacingAction>();
 }
 
+void actionToggleWindow::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeOpen, GetWindowLink()});
+}
+
 } // namespace Nodes

@@ -21,4 +21,9 @@ Result actionWriteValue::Write() const
                   : Result(this, Result::NotFound, GetName() + ": signal");
 }
 
+void actionWriteValue::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeWrite, m_signal});
+}
+
 } // namespace Nodes

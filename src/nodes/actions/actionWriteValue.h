@@ -9,6 +9,7 @@ class NODES_EXPORT actionWriteValue : public BasicAction
 {
 public:
     static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
 
     /// NotFound without a target; else what the signal answers (it checks rights and journals).
     [[nodiscard]] Result Write() const;

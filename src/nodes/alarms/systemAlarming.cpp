@@ -3,7 +3,7 @@
 #include "nodes/alarms/AlarmEngine.h"
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/alarmColumn.h"
-#include "nodes/auth/systemAuthentication.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
@@ -76,7 +76,6 @@ Result systemAlarming::Start()
             StoreMessage(LevelWarning, "Тревога не следит ни за чем: сигнал не указан", link);
     }
     const systemCore *core = GetCore();
-    m_users = core ? core->GetSystemAuthentication() : nullptr;
     const std::filesystem::path directory = core ? core->GetDataDirectory() : std::string();
     m_engine->Start(alarms, core ? &core->GetJournal() : nullptr,
                     core ? (directory / "alarms.sqlite").string() : std::string());
@@ -103,8 +102,9 @@ Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const 
 {
     if (GetState() != NodeState::Running)
         return Result(this, Result::NotAvailable, "alarming is not running");
-    const std::string user = m_users ? m_users->GetCurrentUserName() : std::string();
-    if (m_users && !IsGranted(m_users->CheckAccess(privilege, alarm))) {
+    const ConfigNode *guarded = alarm.GetNode() ? alarm.GetNode() : this;
+    const std::string user = UserNameFor(*guarded);
+    if (!CheckAccess(privilege.GetType(), *guarded)) {
         m_engine->Report(LevelSecurity, "Действие с тревогой отклонено: нет прав", alarm, user,
                          TypeSecurityEvent);
         return Result(this, Result::AccessDenied);

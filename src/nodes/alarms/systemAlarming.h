@@ -17,7 +17,6 @@ class AlarmEngine;
 class AlarmTracker;
 class BasicSignal;
 class alarmColumn;
-class systemAuthentication;
 struct AlarmMoment;
 
 /// Watches the configured alarms, keeps their ISA-18.2 states, journals every change with the
@@ -81,7 +80,6 @@ private:
     int m_headerFontSize = 11;
     bool m_isHeaderBold = true;
     std::unique_ptr<AlarmEngine> m_engine;
-    const systemAuthentication *m_users = nullptr; // set while running
 };
 
 } // namespace Nodes

@@ -1,5 +1,6 @@
 #include "nodes/auth/AccessRules.h"
 
+#include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/securityGrant.h"
 #include "nodes/auth/securityUser.h"
 #include "nodes/model/NodesCollection.h"
@@ -10,10 +11,9 @@ namespace {
 
 void survey(const ConfigNode &node, AccessRules::Tree &tree)
 {
-    if (node.GetNodeType().GetFamily() == NodeType::TypeSecurity) {
+    if (node.GetNodeType().GetFamily() == NodeType::TypeSecurity)
         tree.securityNodes.push_back(node.GetNodeLink());
-        tree.hasUsers = tree.hasUsers || dynamic_cast<const securityUser *>(&node);
-    }
+    tree.speaksOfUsers = tree.speaksOfUsers || SpeaksOfUsers(node);
     for (const auto &child : node.Children()) {
         tree.parents.emplace(child->GetId(), node.GetId());
         survey(*child, tree);
@@ -81,7 +81,7 @@ enNodePrivMode AccessRules::decideAt(enPrivilegeType privilege, unsigned long sc
 
 enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long nodeId) const
 {
-    if (!m_tree->hasUsers)
+    if (!m_tree->speaksOfUsers)
         return PrivModeUnchecked;
     for (unsigned long id = nodeId; id != 0;) {
         const enNodePrivMode mode = decideAt(privilege, id);

@@ -28,7 +28,7 @@ public:
         unsigned long revision = 0;
         Parents parents;
         std::vector<NodeLink> securityNodes; ///< users, roles and grants
-        bool hasUsers = false;
+        bool speaksOfUsers = false;          ///< see SpeaksOfUsers
     };
 
     static std::shared_ptr<const Tree> Survey(const NodesCollection &project);

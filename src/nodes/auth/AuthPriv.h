@@ -20,7 +20,7 @@ enum enPrivilegeType {
 enum enNodePrivMode {
     PrivModeDenied = 0,    ///< a rule forbids it
     PrivModeGranted = 1,   ///< a rule for this node or one above grants it
-    PrivModeUnchecked = 2, ///< the project configures no users: everybody may do everything
+    PrivModeUnchecked = 2, ///< no users, no roles in the project: everybody may do everything
     PrivModeNoRule = 3     ///< no rule speaks of it: not granted
 };
 

@@ -34,7 +34,7 @@ using Rules = std::shared_ptr<const AccessRules>;
 
 struct systemAuthentication::State
 {
-    explicit State(const systemAuthentication &owner) : self(owner) {}
+    explicit State(systemAuthentication &owner) : self(owner) {}
 
     /// Rules of now on the GUI thread, those of its last visit elsewhere; null without a project.
     Rules Current()
@@ -45,7 +45,19 @@ struct systemAuthentication::State
             return rules;
         if (rules && !isDirty && rules->GetTree()->revision == project->GetRevision())
             return rules;
-        return Rebuild(*project, rules ? rules->GetTree() : nullptr);
+        rules = Rebuild(*project, rules ? rules->GetTree() : nullptr);
+        if (!user.isEmpty() && rules->GetUser().isEmpty()) {
+            self.leave("пользователь отключён или удалён");
+            rules = std::atomic_load(&published);
+        }
+        return rules;
+    }
+
+    // At once, not only when somebody asks for a right: the screens have to follow.
+    void Refresh()
+    {
+        isDirty = true;
+        (void)Current();
     }
 
     // The thread that starts, logs in or asks first owns the tree.
@@ -73,15 +85,19 @@ struct systemAuthentication::State
         for (const NodeLink &link : tree.securityNodes) {
             if (ConfigNode *node = link.GetNode())
                 connections.emplace_back(
-                    node->ConnectPropertyChanged([this](BasicProperty *) { isDirty = true; }));
+                    node->ConnectPropertyChanged([this](BasicProperty *) { Refresh(); }));
         }
+        // The user may go with any node above.
+        for (ConfigNode *node = user.GetNode(); node; node = node->GetParent())
+            connections.emplace_back(node->ConnectChildRemoved([this](NodeLink) { Refresh(); }));
     }
 
-    const systemAuthentication &self;
+    systemAuthentication &self;
     std::atomic<std::thread::id> guiThread{};
     std::atomic<bool> isDirty{false};
     Rules published; // swapped atomically
-    NodeLink user;   // GUI thread
+    NodeLink user;   // GUI thread, as the next
+    std::string userName;
     LoginGuard guard;
     boost::signals2::signal<void(NodeLink)> userChanged;
     std::vector<boost::signals2::scoped_connection> connections;
@@ -194,11 +210,17 @@ Result systemAuthentication::refuse(const Attempt &attempt, const std::string &w
 
 void systemAuthentication::Logout(const std::string &reason)
 {
+    (void)m_state->Current(); // may find that the user is gone already
+    if (!m_state->user.isEmpty())
+        leave(reason);
+}
+
+void systemAuthentication::leave(const std::string &reason)
+{
     const Attempt leaving(m_state->user);
-    if (leaving.user.isEmpty())
-        return;
+    const std::string name = m_state->userName; // the node may be gone
     changeUser(NodeLink());
-    journal(leaving, "Выход: " + leaving.name + becauseOf(reason), leaving.name);
+    journal(leaving, "Выход: " + name + becauseOf(reason), name);
     m_state->userChanged(NodeLink());
 }
 
@@ -206,6 +228,7 @@ void systemAuthentication::changeUser(const NodeLink &user)
 {
     m_state->guiThread = std::this_thread::get_id();
     m_state->user = user;
+    m_state->userName = user.isEmpty() ? std::string() : user->GetName();
     m_state->isDirty = true;
     (void)m_state->Current();
 }

@@ -49,7 +49,8 @@ public:
     /// Argon2id hash in its own text form, salted; "" when memory is short.
     static std::string HashPassword(const std::string &password);
 
-    /// Announces log-ins and log-outs with the new user's link (empty on log-out).
+    /// Announces log-ins and log-outs with the new user's link (empty on log-out). A user who is
+    /// disabled or deleted is logged out. GUI thread.
     boost::signals2::connection ConnectUserChanged(std::function<void(NodeLink)> slot);
 
     Result Start() override;
@@ -65,6 +66,7 @@ private:
     Result refuse(const Attempt &attempt, const std::string &why, Result answer);
     void journal(const Attempt &attempt, const std::string &text, const std::string &user) const;
     void changeUser(const NodeLink &user);
+    void leave(const std::string &reason);
 
     int m_accessDeniedAction = AccessDeniedRefuse;
     int m_logoutAfter = 0;

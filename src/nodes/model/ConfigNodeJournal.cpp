@@ -1,4 +1,4 @@
-#include "nodes/auth/systemAuthentication.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/ConfigNode.h"
@@ -20,9 +20,8 @@ Result append(const ConfigNode &node, BasicEvent event)
     const systemCore *core = node.GetCore();
     if (!core)
         return Result(&node, Result::NotAvailable, "no core, no journal: " + event.text);
-    const systemAuthentication *users = core->GetSystemAuthentication();
-    if (users && isActOfUser(event.level))
-        event.user = users->GetCurrentUserName();
+    if (isActOfUser(event.level))
+        event.user = UserNameFor(node);
     return core->GetJournal().Append(std::move(event));
 }
 

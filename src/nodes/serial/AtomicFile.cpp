@@ -93,7 +93,9 @@ bool keepBackup(const std::string &path)
 bool syncDirectory(const std::string &path)
 {
     const std::string directory = fs::path(path).parent_path().string();
-    const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    // A new file named without a directory stands in the working one.
+    const int descriptor =
+        ::open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
         return false;
     // Some network file systems cannot sync directories; the rename itself has succeeded.

@@ -1,5 +1,6 @@
 #include "nodes/serial/ElementReader.h"
 
+#include "nodes/auth/SecurityFindings.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/model/LinkCycles.h"
 #include "nodes/serial/PropertyHelp.h"
@@ -147,6 +148,8 @@ std::unique_ptr<ConfigNode> ElementReader::readUnknown(const pugi::xml_node &ele
     node->SetName(std::string(name.empty() ? element.name() : name));
     node->SetDescription(element.attribute("description").value());
     static_cast<UnknownNode &>(*node).SetXml(PrintXml(element, pugi::format_raw));
+    if (m_mode == KeepIds)
+        m_places.push_back({node.get(), m_source.LineOf(element)});
     Report(LoadMessage::Warning, element,
            "неизвестный вид узла " + quoted(element.name()) +
                "; он сохраняется без изменений, но не работает");
@@ -298,9 +301,7 @@ void ElementReader::checkCycles() const
     const std::vector<LinkCycle> cycles = FindLinkCycles(nodes);
     if (cycles.empty())
         return;
-    std::unordered_map<const ConfigNode *, const Place *> places;
-    for (const Place &place : m_places)
-        places.emplace(place.node, &place);
+    const auto places = indexPlaces();
     for (const LinkCycle &cycle : cycles)
         reportNode(*places.at(cycle.node),
                    quoted(cycle.property->key) + " ссылается на узел " +
@@ -308,10 +309,30 @@ void ElementReader::checkCycles() const
                        ", который сам ведёт обратно; разорвите кольцо ссылок");
 }
 
-void ElementReader::CheckLinks()
+void ElementReader::checkUsers() const
+{
+    const std::vector<SecurityFinding> findings = FindSecurityGaps(m_project);
+    if (findings.empty())
+        return;
+    const auto places = indexPlaces();
+    for (const SecurityFinding &finding : findings)
+        reportNode(*places.at(finding.node), finding.text);
+}
+
+std::unordered_map<const ConfigNode *, const ElementReader::Place *>
+ElementReader::indexPlaces() const
+{
+    std::unordered_map<const ConfigNode *, const Place *> places;
+    for (const Place &place : m_places)
+        places.emplace(place.node, &place);
+    return places;
+}
+
+void ElementReader::CheckProject()
 {
     checkDangling();
     checkCycles();
+    checkUsers();
 }
 
 } // namespace Nodes

@@ -117,7 +117,7 @@ Result ProjectReader::build(const XmlSource &source, std::unique_ptr<NodesCollec
     const Result installed = fresh->SetRoot(std::move(root));
     if (!installed)
         return fail({installed.GetType(), 0, installed.GetDetail(), "повтор номера узла"});
-    reader.CheckLinks();
+    reader.CheckProject();
     if (m_progress)
         m_progress->SetDone(scan.GetCount());
     project = std::move(fresh);

@@ -1,7 +1,6 @@
 #include "nodes/signals/BasicSignal.h"
 
 #include "nodes/auth/AccessCheck.h"
-#include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/ValidationResults.h"
@@ -49,12 +48,12 @@ SignalValue BasicSignal::Convert(const SignalValue &value) const
     return converted;
 }
 
-// Those of the signal's own station, else those that hold for the whole project.
 Result BasicSignal::checkWrite(const SignalValue &converted) const
 {
-    const systemAuthentication *users = UsersFor(*this);
-    if (users && !IsGranted(users->CheckAccess(PrivilegeWrite, GetNodeLink())))
-        return Result(this, Result::AccessDenied);
+    if (const Result access = CheckAccess(PrivilegeWrite, *this); !access)
+        return access;
+    if (GetCore() && !IsLocal())
+        return Result(this, Result::NotConnected, "signal of another station");
     if (!m_isWritable)
         return Result(this, Result::ReadOnly, GetName());
     if (converted.IsError())
@@ -90,8 +89,7 @@ void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
     event.text = result ? "Запись значения" : "Запись отклонена: " + result.GetResultTranslated();
     event.source = GetPath();
     event.sourceNode = GetNodeLink();
-    if (const systemAuthentication *users = core->GetSystemAuthentication())
-        event.user = users->GetCurrentUserName();
+    event.user = UserNameFor(*this);
     event.oldValue = old.ToString();
     event.newValue = value.ToString();
     (void)core->GetJournal().Append(std::move(event));

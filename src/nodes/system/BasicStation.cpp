@@ -24,8 +24,10 @@ systemAuthentication *BasicStation::GetSystemAuthentication() const
     for (const ConfigNode *owner : {static_cast<const ConfigNode *>(this), root}) {
         if (!owner)
             continue;
-        for (ConfigNode *node : owner->GetObjects(NodeType::TypeSubsystem)) {
-            if (auto *authentication = dynamic_cast<systemAuthentication *>(node))
+        for (const auto &node : owner->Children()) {
+            if (node->GetNodeType().GetFamily() != NodeType::TypeSubsystem)
+                continue;
+            if (auto *authentication = dynamic_cast<systemAuthentication *>(node.get()))
                 return authentication;
         }
     }

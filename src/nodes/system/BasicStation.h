@@ -6,7 +6,8 @@ namespace Nodes {
 
 class systemAuthentication;
 
-/// One computer of the plant: holds the subsystems and everything that runs there.
+/// One computer of the plant: holds the subsystems and everything that runs there. What stands in
+/// another station than the local one does not run here, and its signals are bad.
 class NODES_EXPORT BasicStation : public ConfigNode
 {
 public:

@@ -1,20 +1,26 @@
 #include "nodes/system/systemCore.h"
 
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/ResourceLink.h"
+#include "nodes/serial/LoadReport.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/StaleMonitor.h"
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemVisualization.h"
 #include "nodes/timers/operationTimer.h"
+#include "nodes/values/ValueCell.h"
 
 #include <boost/signals2/signal.hpp>
 
+#include <algorithm>
+#include <atomic>
+#include <cstdint>
 #include <filesystem>
-#include <mutex>
+#include <thread>
 
 namespace Nodes {
 
@@ -43,10 +49,20 @@ struct systemCore::Requests
     boost::signals2::signal<Result(BasicAction *), FirstAnswer> actionRequested;
 };
 
+/// What was found out about users, for the state of the tree that it was found out about.
+struct systemCore::Guard
+{
+    static constexpr std::uint64_t never = 1;
+
+    std::thread::id owner;
+    std::atomic<std::uint64_t> found{never}; // revision of the tree * 2 + whether it has users
+};
+
 systemCore::systemCore()
     : m_journal(std::make_unique<EventJournal>()),
       m_staleMonitor(std::make_unique<StaleMonitor>()),
-      m_requests(std::make_unique<Requests>())
+      m_requests(std::make_unique<Requests>()),
+      m_guard(std::make_unique<Guard>())
 {
     SetName("System");
 }
@@ -93,8 +109,40 @@ BasicStation *systemCore::GetLocalStation() const
 {
     if (!m_project || !m_project->GetRoot())
         return nullptr;
-    const auto stations = m_project->GetRoot()->GetObjects(NodeType(NodeType::SubtypeStation));
-    return stations.empty() ? nullptr : dynamic_cast<BasicStation *>(stations.front());
+    for (const auto &child : m_project->GetRoot()->Children()) {
+        auto *station = dynamic_cast<BasicStation *>(child.get());
+        if (station && (m_station.empty() || station->GetName() == m_station))
+            return station;
+    }
+    return nullptr;
+}
+
+Result systemCore::SelectStation(const std::string &name)
+{
+    m_station = name;
+    if (name.empty() || GetLocalStation())
+        return Result();
+    std::string known;
+    if (m_project && m_project->GetRoot()) {
+        for (const ConfigNode *station :
+             m_project->GetRoot()->GetObjects(NodeType(NodeType::SubtypeStation)))
+            known += (known.empty() ? "\"" : ", \"") + station->GetName() + "\"";
+    }
+    return Result(Result::NotFound, "the project has no station \"" + name + "\"; it has " +
+                                        (known.empty() ? "none" : known));
+}
+
+bool systemCore::IsMeantToHaveUsers() const
+{
+    const std::uint64_t found = m_guard->found;
+    if (!m_project || m_guard->owner != std::this_thread::get_id())
+        return (found & 1) != 0;
+    const std::uint64_t revision = m_project->GetRevision();
+    if (found != Guard::never && found >> 1 == revision)
+        return (found & 1) != 0;
+    const bool speaks = SpeaksOfUsers(*m_project);
+    m_guard->found = revision << 1 | std::uint64_t(speaks);
+    return speaks;
 }
 
 std::string systemCore::GetProjectPath() const
@@ -123,6 +171,9 @@ void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::str
     m_project->SetCore(this);
     NodesCollection::SetCurrent(m_project.get());
     ResourceLink::SetBaseDirectory(GetProjectPath());
+    m_guard->owner = std::this_thread::get_id();
+    m_guard->found = Guard::never;
+    (void)IsMeantToHaveUsers();
 }
 
 void systemCore::SetDefine(const std::string &name, const std::string &value)
@@ -157,10 +208,55 @@ Result systemCore::Expand(const std::string &text, std::string &expanded) const
     return Result();
 }
 
-void systemCore::startFamily(NodeType::enNodeType family)
+// Those that run here: of the local station and outside of all stations.
+NodeLinks systemCore::findHere(NodeType::enNodeType family) const
 {
     NodeLinks found;
     m_project->FindNodes(family, &found);
+    const BasicStation *local = GetLocalStation();
+    found.erase(
+        std::remove_if(found.begin(), found.end(),
+                       [local](const NodeLink &link) { return link->GetStation() != local; }),
+        found.end());
+    return found;
+}
+
+// Nothing brings their values here: they must not look like those of a plant at rest.
+void systemCore::markRemoteSignals() const
+{
+    NodeLinks found;
+    m_project->FindNodes(NodeType::TypeSignal, &found);
+    for (const NodeLink &link : found) {
+        const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());
+        if (signal && !signal->IsLocal())
+            signal->GetCell()->Degrade(Quality::Bad, Result(signal, Result::NotConnected,
+                                                            "signal of the station \"" +
+                                                                signal->GetStation()->GetName() +
+                                                                "\", which does not run here"));
+    }
+}
+
+// Nobody may have been there to read them when the project was loaded.
+void systemCore::journalLoadErrors() const
+{
+    constexpr std::size_t told = 100;
+    const LoadReport &report = GetLoadReport();
+    std::size_t count = 0;
+    for (const LoadMessage &message : report.GetMessages()) {
+        if (message.severity == LoadMessage::Error && ++count <= told)
+            StoreMessage(LevelWarning, "Ошибка в проекте: " + message.ToString(),
+                         std::string("System"));
+    }
+    if (report.GetCount(LoadMessage::Error) > told)
+        StoreMessage(LevelWarning,
+                     "Ошибок в проекте всего: " +
+                         std::to_string(report.GetCount(LoadMessage::Error)),
+                     std::string("System"));
+}
+
+void systemCore::startFamily(NodeType::enNodeType family)
+{
+    const NodeLinks found = findHere(family);
     for (const NodeLink &link : found) {
         const auto *timer = dynamic_cast<const operationTimer *>(link.GetNode());
         if (timer && !timer->isAutostart())
@@ -176,8 +272,7 @@ void systemCore::startFamily(NodeType::enNodeType family)
 
 void systemCore::stopFamily(NodeType::enNodeType family)
 {
-    NodeLinks found;
-    m_project->FindNodes(family, &found);
+    const NodeLinks found = findHere(family);
     for (auto link = found.rbegin(); link != found.rend(); ++link)
         (*link)->Stop();
 }
@@ -195,8 +290,7 @@ void systemCore::stopAlarming()
 
 void systemCore::watchStaleness()
 {
-    NodeLinks found;
-    m_project->FindNodes(NodeType::TypeSignal, &found);
+    const NodeLinks found = findHere(NodeType::TypeSignal);
     std::vector<StaleMonitor::Entry> entries;
     for (const NodeLink &link : found) {
         const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());
@@ -212,9 +306,13 @@ Result systemCore::Start()
         return Result(Result::NotAvailable, "no project is loaded");
     if (GetState() == NodeState::Running)
         return Result();
+    if (const Result selected = SelectStation(m_station); !selected)
+        return selected;
     SetState(NodeState::Starting);
     const Result opened =
         m_journal->Open((fs::path(GetDataDirectory()) / "journal.sqlite").string());
+    journalLoadErrors();
+    markRemoteSignals();
     for (const NodeType::enNodeType family : startOrder)
         startFamily(family);
     watchStaleness();

@@ -30,11 +30,18 @@ public:
     systemCore();
     ~systemCore() override;
 
+    /// Makes the station of that name the local one, from the next Start on: only what stands in it
+    /// or outside of all stations runs here. NotFound names the stations there are. By default the
+    /// first one is local. After the project was loaded.
+    [[nodiscard]] Result SelectStation(const std::string &name);
     /// Subsystems of the local station; null when the project configures none.
     systemVisualization *GetSystemVisualization() const;
     systemAlarming *GetSystemAlarming() const;
     systemAuthentication *GetSystemAuthentication() const;
     BasicStation *GetLocalStation() const;
+    /// Whether the project holds anything that speaks of users, see SpeaksOfUsers. The tree is
+    /// looked through again when it has changed, on the thread that adopted it. Any thread.
+    bool IsMeantToHaveUsers() const;
     /// Journal of this process; never null, stores from the moment it is opened by Start.
     EventJournal &GetJournal() const { return *m_journal; }
 
@@ -81,11 +88,15 @@ public:
 
 private:
     struct Requests;
+    struct Guard;
 
     template <class Subsystem> Subsystem *findSubsystem() const;
     void startFamily(NodeType::enNodeType family);
     void stopFamily(NodeType::enNodeType family);
     void stopAlarming();
+    NodeLinks findHere(NodeType::enNodeType family) const;
+    void markRemoteSignals() const;
+    void journalLoadErrors() const;
     void watchStaleness();
 
     std::unique_ptr<NodesCollection> m_project;
@@ -93,9 +104,11 @@ private:
     std::unique_ptr<EventJournal> m_journal;
     std::unique_ptr<StaleMonitor> m_staleMonitor;
     std::unique_ptr<Requests> m_requests;
+    std::unique_ptr<Guard> m_guard;
     std::map<std::string, std::string> m_defines;
     std::string m_projectFile;
     std::string m_dataDirectory;
+    std::string m_station; // name of the local one; "" for the first
     enWorkMode m_workMode = WorkModeNone;
 };
 

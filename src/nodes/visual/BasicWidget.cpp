@@ -1,14 +1,25 @@
 #include "nodes/visual/BasicWidget.h"
 
+#include "nodes/auth/AccessCheck.h"
+#include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/BasicProperty.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
 
 namespace Nodes {
 
 namespace {
 
 constexpr unsigned signalProperty = 12001;
+
+// Roles that speak of screens need not speak of the signals on them; but what a rule forbids to
+// view shows nowhere.
+bool isForbiddenToView(const BasicSignal *signal)
+{
+    const systemAuthentication *users = signal ? UsersFor(*signal) : nullptr;
+    return users && users->CheckAccess(PrivilegeView, signal) == PrivModeDenied;
+}
 
 } // namespace
 
@@ -81,6 +92,26 @@ Result BasicWidget::WriteValue(const SignalValue &value)
 {
     BasicSignal *signal = GetSignal();
     return signal ? signal->WriteValue(value) : Result(this, Result::NotFound, GetPath());
+}
+
+void BasicWidget::CollectDemands(AccessDemands &) const {}
+
+enAccessDeniedAction BasicWidget::findDenial() const
+{
+    const systemCore *core = GetCore();
+    if (!core || core->GetWorkMode() != WorkModeRuntime)
+        return AccessDeniedRefuse;
+    if (!CheckAccess(PrivilegeView, *this) || isForbiddenToView(GetSignal()))
+        return AccessDeniedHide;
+    AccessDemands demands;
+    CollectDemands(demands);
+    return DenialOf(demands);
+}
+
+enAccessDeniedAction BasicWidget::JudgeAccess()
+{
+    m_denial = findDenial();
+    return m_denial;
 }
 
 Result BasicWidget::Start()

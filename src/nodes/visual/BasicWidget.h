@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/auth/AccessDemand.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/values/NPoint.h"
 #include "nodes/values/NRect.h"
@@ -25,8 +26,10 @@ public:
     NPoint GetPosition() const { return {m_x, m_y}; }
     void SetPosition(int x, int y);
     int GetZOrder() const { return m_zOrder; }
-    bool isVisible() const { return m_isVisible; }
-    bool isDisabled() const { return m_isDisabled; }
+    /// As configured, but never for a user who may not see the element; see JudgeAccess.
+    bool isVisible() const { return m_isVisible && m_denial != AccessDeniedHide; }
+    /// As configured, and always for a user who may not use it; see JudgeAccess.
+    bool isDisabled() const { return m_isDisabled || m_denial == AccessDeniedDisable; }
     bool isMovable() const { return m_isMovable; }
     bool isSelectable() const { return m_isSelectable; }
     const std::string &GetTooltip() const { return m_tooltip; }
@@ -50,6 +53,17 @@ public:
     /// Writes on behalf of the current user; NotFound without a signal.
     virtual Result WriteValue(const SignalValue &value);
 
+    /// Appends what the current user must be allowed to do to use this element; by default nothing:
+    /// elements that only show something are for everybody who may view them.
+    virtual void CollectDemands(AccessDemands &demands) const;
+    /// Judges, at run time, whether the element is for the current user, and remembers the outcome:
+    /// hidden without the right to view it, or when a rule forbids to view its signal; a control
+    /// that demands more than the user may do is dealt with as the project's users say. To be
+    /// asked when it is shown and when the user changes. GUI thread.
+    enAccessDeniedAction JudgeAccess();
+    /// Outcome of the last judgement; AccessDeniedRefuse while there is nothing to hide or disable.
+    enAccessDeniedAction GetDenial() const { return m_denial; }
+
     /// Counted: a window may be open on several displays, and closing one of them must not freeze
     /// the values of the others. GUI thread.
     Result Start() override;
@@ -62,6 +76,7 @@ protected:
 
 private:
     void subscribe();
+    enAccessDeniedAction findDenial() const;
 
     int m_x = 0;
     int m_y = 0;
@@ -72,6 +87,7 @@ private:
     bool m_isDisabled = false;
     bool m_isMovable = true;
     bool m_isSelectable = true;
+    enAccessDeniedAction m_denial = AccessDeniedRefuse; // run-time state, never saved
     std::string m_tooltip;
     NodeLink m_signal;
     NodeLinks m_onPress;

@@ -1,6 +1,6 @@
 #include "nodes/visual/recorderChannel.h"
 
-#include "nodes/auth/systemAuthentication.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
@@ -92,11 +92,7 @@ void recorderChannel::OnPropertyChanged(const PropertyDescriptor &descriptor)
 
 Result recorderChannel::ResetExtremes()
 {
-    const systemCore *core = GetCore();
-    const auto *users = core ? core->GetSystemAuthentication() : nullptr;
-    Result result;
-    if (users && !IsGranted(users->CheckAccess(PrivilegeCommand, GetNodeLink())))
-        result = Result(this, Result::AccessDenied);
+    const Result result = CheckAccess(PrivilegeCommand, *this);
     const ValueExtremes::State before = m_extremes->Get();
     if (result) {
         m_extremes->Reset();
@@ -117,8 +113,7 @@ void recorderChannel::journal(const Result &result, const ValueExtremes::State &
                         : "Сброс минимума и максимума отклонён: " + result.GetResultTranslated();
     event.source = GetPath();
     event.sourceNode = GetNodeLink();
-    if (const auto *users = core->GetSystemAuthentication())
-        event.user = users->GetCurrentUserName();
+    event.user = UserNameFor(*this);
     if (before.minimum)
         event.oldValue = FormatNumber(*before.minimum) + " .. " + FormatNumber(*before.maximum);
     (void)core->GetJournal().Append(std::move(event));

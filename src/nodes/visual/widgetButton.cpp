@@ -1,5 +1,6 @@
 #include "nodes/visual/widgetButton.h"
 
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/NumberText.h"
@@ -66,6 +67,14 @@ std::string widgetButton::GetDisplayText() const
             return own;
     }
     return m_text.empty() ? valueText(value) : m_text;
+}
+
+void widgetButton::CollectDemands(AccessDemands &demands) const
+{
+    const ActionLists gestures = GetActionLists();
+    for (const NodeLinks *actions :
+         {&m_pressActions, &m_releaseActions, &gestures.onPress, &gestures.onRelease})
+        AppendDemands(*actions, demands);
 }
 
 } // namespace Nodes

@@ -37,6 +37,7 @@ public:
     /// With a signal of yes/no type the text configured for its value, else the button's own text;
     /// without either the value with its unit, dashes for a bad one.
     std::string GetDisplayText() const override;
+    void CollectDemands(AccessDemands &demands) const override;
 
 private:
     std::string valueText(const SignalValue &value) const;

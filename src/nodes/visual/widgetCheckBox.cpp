@@ -14,4 +14,10 @@ KindInfo widgetCheckBox::Kind()
         .Property<&widgetCheckBox::m_image>(12180, "image", "Check mark", "Изображение отметки");
 }
 
+void widgetCheckBox::CollectDemands(AccessDemands &demands) const
+{
+    if (!GetSignalLink().isEmpty())
+        demands.push_back({PrivilegeWrite, GetSignalLink()});
+}
+
 } // namespace Nodes

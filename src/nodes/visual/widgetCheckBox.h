@@ -11,6 +11,7 @@ class NODES_EXPORT widgetCheckBox : public BasicFramedWidget
 public:
     widgetCheckBox();
     static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
 
     NColor GetFrameColor() const { return GetBorderColor(); }
     // The name is the interface's.

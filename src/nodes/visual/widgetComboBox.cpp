@@ -117,4 +117,14 @@ void widgetComboBox::Validate(ValidationResults &results) const
     }
 }
 
+void widgetComboBox::CollectDemands(AccessDemands &demands) const
+{
+    NodesArray nodes;
+    GetWriteNodes(nodes);
+    for (const NodeLink &node : nodes) {
+        const auto *element = dynamic_cast<const BasicWidget *>(node.GetNode());
+        demands.push_back({PrivilegeWrite, element ? element->GetSignalLink() : node});
+    }
+}
+
 } // namespace Nodes

@@ -28,6 +28,7 @@ public:
 
     /// Appends what the box writes to: the targets configured, else the signal shown.
     virtual void GetWriteNodes(NodesArray &nodes) const;
+    void CollectDemands(AccessDemands &demands) const override;
     /// Writes to one of them on behalf of the current user: a signal takes the value itself,
     /// another element hands it to its own signal. NotFound for anything else.
     [[nodiscard]] Result WriteNode(const NodeLink &target, const SignalValue &value);

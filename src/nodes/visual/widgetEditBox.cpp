@@ -125,4 +125,12 @@ std::string widgetEditBox::GetDisplayText() const
     }
 }
 
+void widgetEditBox::CollectDemands(AccessDemands &demands) const
+{
+    NodesArray nodes;
+    GetWriteNodes(nodes);
+    for (const NodeLink &node : nodes)
+        demands.push_back({PrivilegeWrite, node});
+}
+
 } // namespace Nodes

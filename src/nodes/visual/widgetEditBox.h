@@ -38,6 +38,7 @@ public:
 
     /// Appends the nodes that the box writes to.
     virtual void GetWriteNodes(NodesArray &nodes) const;
+    void CollectDemands(AccessDemands &demands) const override;
     /// The value alone, rounded to the step's decimals, yes/no values as 1 and 0, without unit:
     /// the text that editing starts with. "----" for a bad value.
     std::string GetDisplayText() const override;

@@ -7,6 +7,8 @@
 #include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/actions/BasicOpeningAction.h"
+#include "nodes/auth/AccessCheck.h"
+#include "nodes/auth/systemAuthentication.h"
 
 #include <QPointer>
 
@@ -15,9 +17,14 @@ namespace Widgets {
 bool WindowOpening::isAllowed(const Nodes::BasicWindow &window)
 {
     const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-    if (!isRuntime || HasPrivilege(Nodes::PrivilegeOpen, &window))
+    if (!isRuntime || (HasPrivilege(Nodes::PrivilegeOpen, &window) &&
+                       HasPrivilege(Nodes::PrivilegeView, &window)))
         return true;
     ShowAccessDenied();
+    // What triggered it should not have been usable: the rights have changed since it was judged.
+    const Nodes::systemAuthentication *users = Nodes::UsersFor(window);
+    if (users && users->GetAccessDeniedAction() != Nodes::AccessDeniedRefuse && g_pWindowManager)
+        g_pWindowManager->judgeAccess();
     return false;
 }
 

@@ -6,7 +6,7 @@
 #include "widgets/elements/ElementTooltip.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/auth/systemAuthentication.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/widgetEditBox.h"
@@ -155,12 +155,10 @@ void qwidgetEditBox::takeShownText()
 
 bool qwidgetEditBox::UserHaveWritePermissions() const
 {
-    const Nodes::systemCore *core = m_editBox->GetCore();
-    const auto *users = core ? core->GetSystemAuthentication() : nullptr;
     Nodes::NodesArray nodes;
     m_editBox->GetWriteNodes(nodes);
-    return !users || nodes.empty() ||
-           Nodes::IsGranted(users->CheckAccess(Nodes::PrivilegeWrite, nodes[0]));
+    const Nodes::ConfigNode *target = nodes.empty() ? nullptr : nodes[0].GetNode();
+    return !target || Nodes::CheckAccess(Nodes::PrivilegeWrite, *target);
 }
 
 bool qwidgetEditBox::isInputAllowed() const

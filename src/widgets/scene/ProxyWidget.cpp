@@ -67,6 +67,7 @@ ProxyWidget::~ProxyWidget()
 
 void ProxyWidget::host(Nodes::BasicWidget &node)
 {
+    m_denial = node.GetDenial();
     m_type = UserType + static_cast<int>(node.GetNodeType().GetCode());
     if (QWidget *created = createWidget(&node)) {
         m_element = dynamic_cast<IWidget *>(created);
@@ -115,8 +116,22 @@ Nodes::BasicWidget *ProxyWidget::getNode() const
 
 void ProxyWidget::start()
 {
-    if (m_element && m_link.isValid())
-        m_element->start();
+    if (!m_element || !m_link.isValid())
+        return;
+    judgeAccess();
+    m_element->start();
+}
+
+void ProxyWidget::judgeAccess()
+{
+    Nodes::BasicWidget *node = m_element ? getNode() : nullptr;
+    if (!node || node->JudgeAccess() == m_denial)
+        return;
+    m_denial = node->GetDenial();
+    takeVisible(*node);
+    takeDisabled(*node);
+    if (m_element->isActive())
+        m_element->onUpdateProperties(nullptr);
 }
 
 // Without its node an element cannot be stopped any more, and needs not.

@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodeLink.h"
 #include "utils/NodeRelay.h"
 
@@ -51,6 +52,8 @@ public:
 
     void start();
     void stop();
+    /// Hides or disables the element as the rights of the current user demand.
+    void judgeAccess();
     void setTypeFrame(TypeFrame type);
     /// Brings the marks of the editor in line with the item's selection and place.
     void setFrame();
@@ -98,6 +101,7 @@ private:
 
     bool m_isMoving = false;
     bool m_isNotSelectable = false;
+    Nodes::enAccessDeniedAction m_denial = Nodes::AccessDeniedRefuse; // what is shown accords to it
     QRect m_committed; // geometry that the node holds
     Nodes::NodeLink m_link;
     int m_type = UserType;

@@ -3,7 +3,7 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/auth/systemAuthentication.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 
 #include <QApplication>
@@ -21,9 +21,10 @@ constexpr int codeSilent = 403;
 
 bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node)
 {
-    const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->getCore() : nullptr;
-    const Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
-    return !users || Nodes::IsGranted(users->CheckAccess(privilege, Nodes::NodeLink(node)));
+    const auto *guarded = static_cast<const Nodes::ConfigNode *>(node);
+    if (!guarded && g_pWindowManager)
+        guarded = g_pWindowManager->getCore();
+    return !guarded || Nodes::CheckAccess(privilege, *guarded);
 }
 
 void ShowAccessDenied()

@@ -16,8 +16,8 @@ class Result;
 
 namespace Widgets {
 
-/// Whether the current user may do `privilege` with `node`. Everybody may where there is no user
-/// subsystem.
+/// Whether the current user may do `privilege` with `node`, or with the whole project when it is
+/// null. Everybody may where there are no users.
 WIDGETS_EXPORT bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node);
 
 /// Tells the operator, modally, that an action was refused for want of rights.

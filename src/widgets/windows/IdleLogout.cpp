@@ -1,6 +1,7 @@
 #include "widgets/windows/IdleLogout.h"
 
 #include "nodes/auth/systemAuthentication.h"
+#include "nodes/system/systemVisualization.h"
 #include "nodes/values/Clock.h"
 
 #include <QCoreApplication>
@@ -39,8 +40,9 @@ bool isInput(const QEvent &event)
 
 } // namespace
 
-IdleLogout::IdleLogout(Nodes::systemAuthentication &users, QObject *parent)
-    : QObject(parent), m_users(users)
+IdleLogout::IdleLogout(Nodes::systemAuthentication &users, const Nodes::NodeLink &visualization,
+                       QObject *parent)
+    : QObject(parent), m_users(users), m_visualization(visualization)
 {
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &IdleLogout::look);
@@ -62,19 +64,28 @@ void IdleLogout::start()
     look();
 }
 
+// Seconds; 0: never.
+int IdleLogout::limit() const
+{
+    const auto *shown = dynamic_cast<Nodes::systemVisualization *>(m_visualization.GetNode());
+    const int ofUsers = m_users.GetLogoutAfter();
+    const int ofScreens = shown ? shown->GetIdleLogout() : 0;
+    return ofUsers == 0 || ofScreens == 0 ? ofUsers + ofScreens : qMin(ofUsers, ofScreens);
+}
+
 // Input only moves a time stamp, not the timer: there are hundreds of mouse moves a second.
 void IdleLogout::look()
 {
     m_timer.stop();
-    const int limit = m_users.GetLogoutAfter();
-    if (limit == 0 || m_users.GetCurrentUser().isEmpty())
+    const int seconds = limit();
+    if (seconds == 0 || m_users.GetCurrentUser().isEmpty())
         return;
     const Nodes::Timestamp idle = (now() - m_lastInput) / microsecondsInMs;
-    const Nodes::Timestamp left = Nodes::Timestamp(limit) * 1000 - idle;
+    const Nodes::Timestamp left = Nodes::Timestamp(seconds) * 1000 - idle;
     if (left > 0)
         m_timer.start(int(left));
     else
-        m_users.Logout("нет действий оператора " + std::to_string(limit) + " с");
+        m_users.Logout("нет действий оператора " + std::to_string(seconds) + " с");
 }
 
 } // namespace Widgets

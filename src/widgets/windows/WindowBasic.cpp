@@ -85,6 +85,12 @@ void WindowBasic::SetTitle(QString title)
     setWindowTitle(m_title);
 }
 
+void WindowBasic::judgeAccess()
+{
+    const BasicWindow *node = getNode();
+    viewport()->setVisible(!isRuntime() || !node || HasPrivilege(Nodes::PrivilegeView, node));
+}
+
 bool WindowBasic::mayClose() const
 {
     const BasicWindow *node = getNode();
@@ -179,6 +185,7 @@ void WindowBasic::stopScene()
 void WindowBasic::showEvent(QShowEvent *event)
 {
     ProxyView::showEvent(event);
+    judgeAccess();
     startScene();
     if (isWindow() && isModal())
         OverlayWindows::instance().add(this);

@@ -38,6 +38,8 @@ public:
     QString getStrTitle() const { return m_title; }
     void SetTitle(QString title);
 
+    /// Shows what is in the window to those only who may view it.
+    void judgeAccess();
     /// Whether the current user may close the window; true outside the operator runtime.
     bool mayClose() const;
     /// The same for every window that stands inside `frame`.

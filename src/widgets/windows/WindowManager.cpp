@@ -68,7 +68,7 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     });
     subscribeAlarms();
     subscribeTimers();
-    watchIdleness();
+    watchUsers();
     subscribeActionRequests();
     m_worker->start();
 }
@@ -124,11 +124,17 @@ AlarmWindow *WindowManager::GetWindowAlarms()
     return m_alarmWindow.get();
 }
 
-void WindowManager::watchIdleness()
+void WindowManager::watchUsers()
 {
     Nodes::systemAuthentication *users = m_core ? m_core->GetSystemAuthentication() : nullptr;
-    if (users && m_core->GetWorkMode() == Nodes::WorkModeRuntime)
-        new IdleLogout(*users, this);
+    if (!users || m_core->GetWorkMode() != Nodes::WorkModeRuntime)
+        return;
+    new IdleLogout(*users, Nodes::NodeLink(getSystemVisualization()), this);
+    // By and by: the change may be noticed while an element paints itself.
+    m_connections.emplace_back(
+        users->ConnectUserChanged(m_gate.guard([this](const Nodes::NodeLink &) {
+            QMetaObject::invokeMethod(this, &WindowManager::judgeAccess, Qt::QueuedConnection);
+        })));
 }
 
 void WindowManager::subscribeTimers()

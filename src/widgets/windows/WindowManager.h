@@ -55,7 +55,7 @@ public:
     /// Deletes the frames and windows still open; waits for the worker thread.
     ~WindowManager() override;
 
-    /// Builds every frame of the project, puts it on its display, and shows all in order.
+    /// Builds every frame of this station, puts it on its display, and shows all in order.
     void Start();
 
     Nodes::systemCore *getCore() const { return m_core; }
@@ -102,6 +102,10 @@ public:
     /// object, the manager its node copy.
     qBasicAction *CreateQAction(Nodes::BasicAction *action);
 
+    /// Judges everything that is open by the rights of the current user, see
+    /// ProxyWidget::judgeAccess. Happens by itself when the user changes.
+    void judgeAccess();
+
     /// Lets pending events run, but neither input nor further actions: for actions that have to
     /// show something before they go on. What was handed over meanwhile runs afterwards, in order.
     void letEventsRun();
@@ -135,7 +139,7 @@ private slots:
 private:
     void subscribeAlarms();
     void takeEarlierAlarms();
-    void watchIdleness();
+    void watchUsers();
     void subscribeTimers();
     void subscribeActionRequests();
     Nodes::Result append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);

@@ -1,5 +1,8 @@
 #include "widgets/windows/WindowManager.h"
 
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/FrameWidget.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OpeningTimer.h"
@@ -75,7 +78,7 @@ void WindowManager::Start()
         m_core->GetNodesCollection()->FindNodes(NodeType::TypeFrame, &nodes);
     for (const Nodes::NodeLink &link : nodes) {
         const auto *node = dynamic_cast<Nodes::BasicFrame *>(link.GetNode());
-        QWidget *frame = node ? createFrame(link.GetNode()) : nullptr;
+        QWidget *frame = node && node->IsLocal() ? createFrame(link.GetNode()) : nullptr;
         if (!frame)
             continue;
         m_currentFrame = frame;
@@ -212,6 +215,22 @@ void WindowManager::closeAllWindow(unsigned long id, int display)
             continue;
         if (display < 0 || ScreenNumber(link.widget) + 1 == display)
             closeWindow(link.id, link.widget);
+    }
+}
+
+void WindowManager::judgeAccess()
+{
+    for (const WidgetLink &link : qAsConst(m_windows)) {
+        const auto *view = qobject_cast<ProxyView *>(link.widget);
+        const ProxyScene *scene = view ? view->proxyScene() : nullptr;
+        const QList<ProxyLayer *> layers = scene ? scene->getLayers() : QList<ProxyLayer *>();
+        for (const ProxyLayer *layer : layers) {
+            const QList<ProxyWidget *> hosts = layer->getWidgets();
+            for (ProxyWidget *host : hosts)
+                host->judgeAccess();
+        }
+        if (auto *window = qobject_cast<WindowBasic *>(link.widget))
+            window->judgeAccess();
     }
 }
 

@@ -4,6 +4,7 @@
 #include "nodes/auth/PrivilegeSet.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/ValidationResults.h"
+#include "nodes/serial/ProjectReader.h"
 #include "nodes/signals/BasicSignal.h"
 #include "support/Rows.h"
 
@@ -110,7 +111,47 @@ private slots:
         plant.grant(plant.guests, "deny", "all");
         QCOMPARE(plant.mode(plant.tag), PrivModeDenied);
         QVERIFY(plant.users->DeleteNode(plant.user->GetId(), true, true));
+        QCOMPARE(plant.mode(plant.tag), PrivModeDenied);
+        for (const ConfigNode *role : {plant.role, plant.guests})
+            QVERIFY(plant.users->DeleteNode(role->GetId(), true, true));
         QCOMPARE(plant.mode(plant.tag), PrivModeUnchecked);
+    }
+
+    void slipsClose_data()
+    {
+        // line: of the finding; 0: the project is open
+        const Rows<std::string, int> row("nodes", "line");
+        row("no users", "<station id='2'>\n<somethingNew id='3'/></station>", 0);
+        row("misplaced", "\n<folder id='3'>\n<authentication id='4'/></folder>", 3);
+        row("misspelt", "<station id='2'/>\n<authentification id='3'/>", 2);
+        row("another word", "<access id='3'>\n<user id='4'/></access>", 1);
+        row("user alone", "<station id='2'>\n<user id='3'/></station>", 1);
+        row("users of another station",
+            "<station id='2'/>\n<station id='3'><authentication id='4'><role id='5'/>"
+            "</authentication></station>",
+            1);
+        row("all users misspelt", "<authentication id='3'>\n<usr id='4'/></authentication>", 2);
+    }
+
+    // A slip must not open what was to be guarded.
+    void slipsClose()
+    {
+        QFETCH(std::string, nodes);
+        QFETCH(int, line);
+        ProjectReader reader;
+        std::unique_ptr<NodesCollection> project;
+        QVERIFY(reader.ReadBuffer("<project format='1' id='1'>" + nodes +
+                                      "<memorySignal id='9' writable='true'/></project>",
+                                  "p.xml", project));
+        systemCore core;
+        core.AdoptProject(std::move(project), "p.xml");
+        auto *tag = static_cast<BasicSignal *>(core.GetNodesCollection()->FindNode(9));
+        QCOMPARE(tag->WriteValue(1) == Result::AccessDenied, line > 0);
+        QCOMPARE(bool(CheckAccess(PrivilegeOpen, *tag)), line == 0);
+        int found = 0;
+        for (const LoadMessage &message : reader.GetReport().GetMessages())
+            found = found == 0 && message.severity == LoadMessage::Error ? message.line : found;
+        QCOMPARE(found, line);
     }
 
     void sessions()
@@ -152,6 +193,33 @@ private slots:
         plant.set(plant.user, {{"enabled", "false"}});
         QCOMPARE(plant.mode(plant.tag), PrivModeNoRule);
         QCOMPARE(plant.users->GetCurrentUserName(), std::string());
+    }
+
+    void userIsGone_data()
+    {
+        const Rows<bool, bool> row("isDeleted", "isInFolder");
+        row("disabled", false, false);
+        row("deleted", true, false);
+        row("deleted with the folder", true, true);
+    }
+
+    void userIsGone()
+    {
+        QFETCH(bool, isDeleted);
+        QFETCH(bool, isInFolder);
+        UsersFixture plant;
+        ConfigNode *folder = plant.add("folder", plant.users);
+        ConfigNode *user = plant.add("user", isInFolder ? folder : plant.users, "boris",
+                                     {{"passwordless", "true"}});
+        QVERIFY(plant.users->Authenticate(user));
+        std::vector<NodeLink> heard;
+        const boost::signals2::scoped_connection connection =
+            plant.users->ConnectUserChanged([&](NodeLink now) { heard.push_back(now); });
+        if (isDeleted)
+            QVERIFY(plant.users->DeleteNode((isInFolder ? folder : user)->GetId(), true, true));
+        else
+            plant.set(user, {{"enabled", "false"}});
+        QVERIFY((heard == std::vector<NodeLink>{NodeLink()}));
     }
 
     void otherThreads()

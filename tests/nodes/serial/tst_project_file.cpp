@@ -71,6 +71,15 @@ private slots:
         QVERIFY(ProjectWriter::WriteFile(f.project, nowhere) == Result::StorageError);
     }
 
+    void savesInTheWorkingDirectory()
+    {
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_directory.path()));
+        const Result saved = ProjectWriter::WriteFile(ProjectFixture().project, "bare.xml");
+        QVERIFY(QDir::setCurrent(before));
+        QVERIFY2(saved, saved.ToString().c_str());
+    }
+
     void linkAndPermissionsSurvive()
     {
         ProjectFixture f;

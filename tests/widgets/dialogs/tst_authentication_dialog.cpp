@@ -21,7 +21,7 @@ using namespace Nodes;
 namespace {
 
 constexpr const char *plant = R"(
-<authentication id="10" name="Users" logoutAfter="1">
+<visualization id="9" name="V"/><authentication id="10" name="Users" logoutAfter="1">
 <user id="11" name="Оператор"/><user id="12" name="Гость" passwordless="true"/>
 </authentication>
 <actionAuthUser id="20" name="ask"/><actionAuthUser id="21" name="out" logout="true"/>
@@ -71,6 +71,7 @@ private slots:
     void numpadGivesSixDigits();
     void closeButtonRejects();
     void actions();
+    void logsOutWhenIdle_data();
     void logsOutWhenIdle();
 };
 
@@ -169,9 +170,21 @@ void AuthenticationDialogTest::actions()
     QVERIFY(!rig.value(30).IsGood());
 }
 
+void AuthenticationDialogTest::logsOutWhenIdle_data()
+{
+    const Rows<QString, QString> row("ofUsers", "ofScreens");
+    row("as the users say", "1", "0");
+    row("as the screens say", "0", "1");
+    row("the shorter", "1", "600");
+}
+
 void AuthenticationDialogTest::logsOutWhenIdle()
 {
+    QFETCH(QString, ofUsers);
+    QFETCH(QString, ofScreens);
     const Rig rig;
+    rig.set(10, "logoutAfter", ofUsers);
+    rig.set(9, "idleLogout", ofScreens);
     QVERIFY(rig.users()->Authenticate(rig.node(12)->GetNodeLink()));
     QElapsedTimer clock;
     for (clock.start(); clock.elapsed() < 1300; QTest::qWait(100)) {

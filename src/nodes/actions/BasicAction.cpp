@@ -1,0 +1,7 @@
+#include "nodes/actions/BasicAction.h"
+
+namespace Nodes {
+
+void BasicAction::CollectDemands(AccessDemands &) const {}
+
+} // namespace Nodes

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "nodes/auth/AuthPriv.h"
+#include "nodes/model/NodeLink.h"
+
+#include <vector>
+
+namespace Nodes {
+
+/// What the current user must be allowed to do, and with which node, for something to succeed.
+struct AccessDemand
+{
+    enPrivilegeType privilege;
+    NodeLink node;
+};
+
+using AccessDemands = std::vector<AccessDemand>;
+
+} // namespace Nodes

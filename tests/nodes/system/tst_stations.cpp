@@ -1,0 +1,102 @@
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/events/BasicEvent.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/journal/JournalQuery.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/serial/ProjectReader.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/system/BasicStation.h"
+#include "nodes/system/systemCore.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Nodes;
+
+namespace {
+
+constexpr const char *twoStations = R"(<project id="1" format="1">
+<memorySignal id="2" initial="1"/>
+<station id="10" name="A"><memorySignal id="11" initial="1" writable="true"/>
+  <operationTimer id="12" interval="1000"/></station>
+<station id="20" name="B"><memorySignal id="21" initial="1" writable="true"/>
+  <operationTimer id="22" interval="1000"/></station>
+<authentification id="30"/>
+</project>)";
+
+} // namespace
+
+class TestStations : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void runsTheLocalOneOnly_data();
+    void runsTheLocalOneOnly();
+    void journalsErrorsOfTheProject();
+
+private:
+    void adopt(systemCore &core);
+
+    QTemporaryDir m_directory;
+};
+
+void TestStations::adopt(systemCore &core)
+{
+    ProjectReader reader;
+    std::unique_ptr<NodesCollection> project;
+    QVERIFY(reader.ReadBuffer(twoStations, "p.xml", project));
+    core.SetLoadReport(reader.GetReport());
+    core.AdoptProject(std::move(project), "p.xml");
+    core.SetDataDirectory(m_directory.path().toStdString());
+}
+
+void TestStations::runsTheLocalOneOnly_data()
+{
+    QTest::addColumn<QString>("station");
+    QTest::addColumn<int>("local");
+    QTest::addColumn<int>("remote");
+    QTest::newRow("the first by default") << "" << 10 << 20;
+    QTest::newRow("by name") << "B" << 20 << 10;
+}
+
+void TestStations::runsTheLocalOneOnly()
+{
+    QFETCH(QString, station);
+    QFETCH(int, local);
+    QFETCH(int, remote);
+    systemCore core;
+    adopt(core);
+    const Result unknown = core.SelectStation("C");
+    QCOMPARE(unknown.GetType(), Result::NotFound);
+    QVERIFY(unknown.GetDetail().find(R"("A", "B")") != std::string::npos);
+    QVERIFY(!core.Start());
+    QVERIFY(core.SelectStation(station.toStdString()));
+    QVERIFY(core.Start());
+    const auto node = [&core](int id) { return core.GetNodesCollection()->FindNode(id); };
+    const auto value = [&](int id) { return static_cast<BasicSignal *>(node(id))->GetValue(); };
+    QCOMPARE(core.GetLocalStation(), node(local));
+    QCOMPARE(value(2).GetQuality(), Quality::Good);
+    QCOMPARE(value(local + 1).GetQuality(), Quality::Good);
+    QVERIFY(node(local + 2)->GetState() == NodeState::Running);
+    QVERIFY(value(remote + 1).IsError());
+    QCOMPARE(value(remote + 1).GetError().GetType(), Result::NotConnected);
+    QVERIFY(node(remote + 2)->GetState() != NodeState::Running);
+}
+
+void TestStations::journalsErrorsOfTheProject()
+{
+    systemCore core;
+    adopt(core);
+    QVERIFY(core.Start());
+    QVERIFY(core.GetJournal().Flush());
+    std::vector<BasicEvent> events;
+    QVERIFY(core.GetJournal().Query({}, events));
+    QVERIFY(std::any_of(events.begin(), events.end(), [](const BasicEvent &event) {
+        return event.text.find("p.xml:7") != std::string::npos &&
+               event.text.find("authentification") != std::string::npos;
+    }));
+}
+
+QTEST_APPLESS_MAIN(TestStations)
+#include "tst_stations.moc"

@@ -1,0 +1,104 @@
+#include "support/MessageBoxes.h"
+#include "support/RuntimeProject.h"
+
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/WindowBasic.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/visual/BasicWidget.h"
+
+#include <QTest>
+
+using namespace Widgets;
+
+namespace {
+
+constexpr const char *plant = R"(
+<authentication id="10" name="Users" guestRole="11">
+<role id="11" name="Guest"><grant id="12" privileges="view open close"/>
+  <grant id="13" privileges="view" scope="25" mode="deny"/>
+  <grant id="14" privileges="view" scope="30" mode="deny"/>
+  <grant id="17" privileges="view" scope="41" mode="deny"/></role>
+<role id="15" name="Boss"><grant id="16" privileges="all"/></role>
+<user id="18" name="anna" roles="15" passwordless="true"/></authentication>
+<window id="20" name="Main" width="300" height="300">
+<label id="21" name="value" signal="31"/>
+<editBox id="22" name="edit" signal="31" y="40"/>
+<checkBox id="23" name="check" signal="31" y="80"/>
+<button id="24" name="write" pressActions="40" y="120"/>
+<label id="25" name="not for guests" signal="31" y="160"/>
+<label id="26" name="secret signal" signal="30" y="200"/>
+<button id="27" name="navigation" pressActions="42" y="240"/></window>
+<memorySignal id="30" name="Secret" initial="1"/>
+<memorySignal id="31" name="S" initial="1" writable="true"/>
+<actionWriteValue id="40" name="w" signal="31" value="5"/>
+<window id="41" name="Office" width="100" height="100"/>
+<actionShowWindow id="42" name="o" window="20"/><actionShowWindow id="43" name="o2" window="41"/>)";
+
+enum Look { Usable, Disabled, Hidden };
+
+} // namespace
+
+class TestAccess : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void elementsFollowTheUser_data();
+    void elementsFollowTheUser();
+    void windowsNotToBeViewedAreRefused();
+};
+
+void TestAccess::elementsFollowTheUser_data()
+{
+    QTest::addColumn<QByteArray>("accessDenied");
+    QTest::addColumn<int>("control");
+    QTest::newRow("refuse") << QByteArray("refuse") << int(Usable);
+    QTest::newRow("disable") << QByteArray("disable") << int(Disabled);
+    QTest::newRow("hide") << QByteArray("hide") << int(Hidden);
+}
+
+void TestAccess::elementsFollowTheUser()
+{
+    QFETCH(QByteArray, accessDenied);
+    QFETCH(int, control);
+    const RuntimeProject project(plant);
+    auto *users = project.node<Nodes::systemAuthentication>(10);
+    QVERIFY(users->SetPropertyText("accessDenied", accessDenied.constData()));
+    const auto *window =
+        qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(20)).widget);
+    const QList<ProxyWidget *> hosts = window->proxyScene()->getLayers().first()->getWidgets();
+    const auto looks = [&hosts](int first, int last) {
+        QVector<int> found;
+        for (int id = first; id <= last; ++id) {
+            const auto host = std::find_if(hosts.begin(), hosts.end(), [id](const ProxyWidget *h) {
+                return h->getNodeLink().GetNodeId() == unsigned(id);
+            });
+            found << (!(*host)->isVisible() ? Hidden
+                      : (*host)->widget()->isEnabled() && !(*host)->getNode()->isDisabled()
+                          ? Usable
+                          : Disabled);
+        }
+        return found;
+    };
+    const QVector<int> ofGuests{Usable, control, control, control, Hidden, Hidden, Usable};
+    QCOMPARE(looks(21, 27), ofGuests); // at once, before anything is seen
+    QVERIFY(users->Authenticate(project.node(18)));
+    QTRY_COMPARE(looks(21, 27), QVector<int>(7, Usable));
+    QVERIFY(project.node(18)->SetPropertyText("enabled", "false"));
+    QTRY_COMPARE(looks(21, 27), ofGuests);
+}
+
+void TestAccess::windowsNotToBeViewedAreRefused()
+{
+    const RuntimeProject project(plant);
+    const MessageBoxes boxes;
+    project.push(43);
+    QTRY_COMPARE(boxes.shown, QStringList("Ошибка: Недостаточно прав для выполнения действия"));
+    QCOMPARE(project.openWindows(41), 0);
+}
+
+QTEST_MAIN(TestAccess)
+#include "tst_access.moc"
