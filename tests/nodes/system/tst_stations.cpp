@@ -7,6 +7,7 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemCore.h"
+#include "support/Rows.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -53,16 +54,14 @@ void TestStations::adopt(systemCore &core)
 
 void TestStations::runsTheLocalOneOnly_data()
 {
-    QTest::addColumn<QString>("station");
-    QTest::addColumn<int>("local");
-    QTest::addColumn<int>("remote");
-    QTest::newRow("the first by default") << "" << 10 << 20;
-    QTest::newRow("by name") << "B" << 20 << 10;
+    const Rows<std::string, int, int> row("station", "local", "remote");
+    row("the first by default", "", 10, 20);
+    row("by name", "B", 20, 10);
 }
 
 void TestStations::runsTheLocalOneOnly()
 {
-    QFETCH(QString, station);
+    QFETCH(std::string, station);
     QFETCH(int, local);
     QFETCH(int, remote);
     systemCore core;
@@ -71,7 +70,7 @@ void TestStations::runsTheLocalOneOnly()
     QCOMPARE(unknown.GetType(), Result::NotFound);
     QVERIFY(unknown.GetDetail().find(R"("A", "B")") != std::string::npos);
     QVERIFY(!core.Start());
-    QVERIFY(core.SelectStation(station.toStdString()));
+    QVERIFY(core.SelectStation(station));
     QVERIFY(core.Start());
     const auto node = [&core](int id) { return core.GetNodesCollection()->FindNode(id); };
     const auto value = [&](int id) { return static_cast<BasicSignal *>(node(id))->GetValue(); };

@@ -1,4 +1,5 @@
 #include "support/MessageBoxes.h"
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/scene/ProxyLayer.h"
@@ -53,20 +54,19 @@ private slots:
 
 void TestAccess::elementsFollowTheUser_data()
 {
-    QTest::addColumn<QByteArray>("accessDenied");
-    QTest::addColumn<int>("control");
-    QTest::newRow("refuse") << QByteArray("refuse") << int(Usable);
-    QTest::newRow("disable") << QByteArray("disable") << int(Disabled);
-    QTest::newRow("hide") << QByteArray("hide") << int(Hidden);
+    const Rows<QString, int> row("accessDenied", "control");
+    row("refuse", "refuse", Usable);
+    row("disable", "disable", Disabled);
+    row("hide", "hide", Hidden);
 }
 
 void TestAccess::elementsFollowTheUser()
 {
-    QFETCH(QByteArray, accessDenied);
+    QFETCH(QString, accessDenied);
     QFETCH(int, control);
     const RuntimeProject project(plant);
     auto *users = project.node<Nodes::systemAuthentication>(10);
-    QVERIFY(users->SetPropertyText("accessDenied", accessDenied.constData()));
+    project.set(10, "accessDenied", accessDenied);
     const auto *window =
         qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(20)).widget);
     const QList<ProxyWidget *> hosts = window->proxyScene()->getLayers().first()->getWidgets();
@@ -87,7 +87,7 @@ void TestAccess::elementsFollowTheUser()
     QCOMPARE(looks(21, 27), ofGuests); // at once, before anything is seen
     QVERIFY(users->Authenticate(project.node(18)));
     QTRY_COMPARE(looks(21, 27), QVector<int>(7, Usable));
-    QVERIFY(project.node(18)->SetPropertyText("enabled", "false"));
+    project.set(18, "enabled", "false");
     QTRY_COMPARE(looks(21, 27), ofGuests);
 }
 
@@ -95,8 +95,8 @@ void TestAccess::windowsNotToBeViewedAreRefused()
 {
     const RuntimeProject project(plant);
     const MessageBoxes boxes;
-    project.push(43);
-    QTRY_COMPARE(boxes.shown, QStringList("Ошибка: Недостаточно прав для выполнения действия"));
+    project.run(43);
+    QCOMPARE(boxes.shown, QStringList("Ошибка: Недостаточно прав для выполнения действия"));
     QCOMPARE(project.openWindows(41), 0);
 }
 
