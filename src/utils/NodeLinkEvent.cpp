@@ -5,7 +5,12 @@
 namespace Utils {
 
 NodeLinkEvent::NodeLinkEvent(const Nodes::NodeLink &link, QObject *sender)
-    : QEvent(eventType()), m_link(link), m_sender(sender)
+    : NodeLinkEvent(link.isEmpty() ? Nodes::NodeLinks() : Nodes::NodeLinks{link}, sender)
+{
+}
+
+NodeLinkEvent::NodeLinkEvent(Nodes::NodeLinks links, QObject *sender)
+    : QEvent(eventType()), m_links(std::move(links)), m_sender(sender)
 {
 }
 
@@ -17,8 +22,13 @@ QEvent::Type NodeLinkEvent::eventType()
 
 void NodeLinkEvent::SendEventToApp(const Nodes::NodeLink &link, QObject *sender)
 {
+    SendEventToApp(link.isEmpty() ? Nodes::NodeLinks() : Nodes::NodeLinks{link}, sender);
+}
+
+void NodeLinkEvent::SendEventToApp(const Nodes::NodeLinks &links, QObject *sender)
+{
     if (QCoreApplication *application = QCoreApplication::instance())
-        QCoreApplication::postEvent(application, new NodeLinkEvent(link, sender));
+        QCoreApplication::postEvent(application, new NodeLinkEvent(links, sender));
 }
 
 } // namespace Utils

@@ -16,6 +16,9 @@ public:
     }
 
     Node *get() const { return !m_isIndexed || m_link.GetNode() == m_node ? m_node : nullptr; }
+    /// Whether or not it is still there: for those who know that it is, as while its removal is
+    /// being announced.
+    Node *unchecked() const { return m_node; }
     Node *operator->() const { return get(); }
     Node &operator*() const { return *get(); }
     explicit operator bool() const { return get() != nullptr; }

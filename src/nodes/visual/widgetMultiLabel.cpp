@@ -31,7 +31,7 @@ const widgetState *widgetMultiLabel::findState(const SignalValue &value) const
 
 bool widgetMultiLabel::FindMatches() const
 {
-    return findState(GetValue()) != nullptr;
+    return isBad() || findState(GetValue());
 }
 
 const widgetState *widgetMultiLabel::GetCurrentState() const
@@ -72,7 +72,8 @@ bool widgetMultiLabel::GetStateBackgroundColor(NColor &color) const
 std::string widgetMultiLabel::GetDisplayText() const
 {
     const widgetState *state = GetCurrentState();
-    return state ? state->GetText() : widgetLabel::GetDisplayText();
+    const bool hasText = state && !state->GetText().empty();
+    return hasText ? state->GetText() : widgetLabel::GetDisplayText();
 }
 
 } // namespace Nodes

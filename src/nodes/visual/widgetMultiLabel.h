@@ -22,13 +22,14 @@ public:
     virtual bool GetStateTextColor(NColor &color) const;
     virtual bool GetStateBackgroundColor(NColor &color) const;
     int GetVisibilityMode() const { return m_visibilityMode; }
-    /// The last value matches one of the states, whatever its quality: what was visible when the
-    /// device got lost stays so.
+    /// The value matches one of the states, or nobody knows whether it does: a bad value, or none
+    /// received yet, of a linked signal. An alarm's text must not go away with its device.
     bool FindMatches() const;
     /// Null without a match and for a bad value.
     const widgetState *GetCurrentState() const;
 
-    /// The current state's text; without a match what a plain label would show.
+    /// The current state's text; without a match, and for a state that has colours only, what a
+    /// plain label would show.
     std::string GetDisplayText() const override;
 
 private:

@@ -14,7 +14,7 @@ public:
     static KindInfo Kind();
 
     /// Numbers match from minimum to maximum, both included; texts match exactly when a match
-    /// text is set. Errors and nothing received match no state; other bad values neither.
+    /// text is set. Bad values, errors and nothing received among them, match no state.
     bool Matches(const SignalValue &value) const;
     const std::string &GetText() const { return m_text; }
     bool HasTextColor() const { return m_hasTextColor; }

@@ -23,6 +23,12 @@ namespace Widgets {
 
 using Nodes::NodeLinks;
 
+namespace {
+
+const NodeLinks noActions;
+
+} // namespace
+
 /// Owns the one action manager until the process exits.
 class ActionManagerDestroyer
 {
@@ -84,28 +90,31 @@ void ActionManager::filterElement(ProxyWidget &element, QEvent &event)
     const Nodes::BasicWidget *node = element.getNode();
     if (!node)
         return;
-    const auto scenePart = [&event] {
-        return static_cast<QGraphicsSceneEvent *>(&event)->widget();
-    };
-    const auto corner = [&element](const QPoint &otherwise) {
+    // Most moves of the pointer find no actions: only for others it is worth asking where.
+    const auto run = [&](const NodeLinks &actions, const QPoint &point) {
+        if (actions.empty())
+            return;
         const QGraphicsScene *scene = element.scene();
         const QGraphicsView *view =
             scene && !scene->views().isEmpty() ? scene->views().first() : nullptr;
         const QPointF bottomLeft = element.mapToScene(element.rect().bottomLeft());
-        return view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : otherwise;
+        trigger(actions, static_cast<QGraphicsSceneEvent &>(event).widget(),
+                view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : point);
     };
     switch (event.type()) {
     case QEvent::GraphicsSceneMousePress:
-    case QEvent::GraphicsSceneMouseRelease:
-        trigger(getMouseActions(*node, static_cast<QGraphicsSceneMouseEvent &>(event)), scenePart(),
-                corner(static_cast<QGraphicsSceneMouseEvent &>(event).screenPos()));
+    case QEvent::GraphicsSceneMouseRelease: {
+        const auto &mouse = static_cast<QGraphicsSceneMouseEvent &>(event);
+        run(getMouseActions(*node, mouse), mouse.screenPos());
         break;
+    }
     case QEvent::GraphicsSceneHoverEnter:
     case QEvent::GraphicsSceneHoverMove:
-    case QEvent::GraphicsSceneHoverLeave:
-        trigger(getHoverActions(*node, static_cast<QGraphicsSceneHoverEvent &>(event)), scenePart(),
-                corner(static_cast<QGraphicsSceneHoverEvent &>(event).screenPos()));
+    case QEvent::GraphicsSceneHoverLeave: {
+        const auto &hover = static_cast<QGraphicsSceneHoverEvent &>(event);
+        run(getHoverActions(*node, hover), hover.screenPos());
         break;
+    }
     default:
         break;
     }
@@ -152,25 +161,26 @@ bool ActionManager::isPassedOn(bool isChild, const QMouseEvent &event)
     return isRepeated;
 }
 
-NodeLinks ActionManager::getMouseActions(const Nodes::BasicWidget &node,
-                                         const QGraphicsSceneMouseEvent &event)
+const NodeLinks &ActionManager::getMouseActions(const Nodes::BasicWidget &node,
+                                                const QGraphicsSceneMouseEvent &event)
 {
     if (event.button() != Qt::LeftButton)
-        return {};
+        return noActions;
     return event.type() == QEvent::GraphicsSceneMousePress ? node.GetActionLists().onPress
                                                            : node.GetActionLists().onRelease;
 }
 
-NodeLinks ActionManager::getMouseActions(const Nodes::BasicWindow &node, const QMouseEvent &event)
+const NodeLinks &ActionManager::getMouseActions(const Nodes::BasicWindow &node,
+                                                const QMouseEvent &event)
 {
     if (event.button() != Qt::LeftButton || event.type() == QEvent::MouseButtonDblClick)
-        return {};
+        return noActions;
     return event.type() == QEvent::MouseButtonPress ? node.GetActionLists().onPress
                                                     : node.GetActionLists().onRelease;
 }
 
-NodeLinks ActionManager::getHoverActions(const Nodes::BasicWidget &node,
-                                         const QGraphicsSceneHoverEvent &event)
+const NodeLinks &ActionManager::getHoverActions(const Nodes::BasicWidget &node,
+                                                const QGraphicsSceneHoverEvent &event)
 {
     switch (event.type()) {
     case QEvent::GraphicsSceneHoverEnter:
@@ -182,7 +192,7 @@ NodeLinks ActionManager::getHoverActions(const Nodes::BasicWidget &node,
     }
 }
 
-NodeLinks ActionManager::getHoverActions(const Nodes::BasicWindow &node, const QEvent &event)
+const NodeLinks &ActionManager::getHoverActions(const Nodes::BasicWindow &node, const QEvent &event)
 {
     switch (event.type()) {
     case QEvent::Enter:

@@ -67,13 +67,14 @@ private:
     ActionManager();
     ~ActionManager() override;
 
-    static Nodes::NodeLinks getMouseActions(const Nodes::BasicWidget &node,
-                                            const QGraphicsSceneMouseEvent &event);
-    static Nodes::NodeLinks getMouseActions(const Nodes::BasicWindow &node,
-                                            const QMouseEvent &event);
-    static Nodes::NodeLinks getHoverActions(const Nodes::BasicWidget &node,
-                                            const QGraphicsSceneHoverEvent &event);
-    static Nodes::NodeLinks getHoverActions(const Nodes::BasicWindow &node, const QEvent &event);
+    static const Nodes::NodeLinks &getMouseActions(const Nodes::BasicWidget &node,
+                                                   const QGraphicsSceneMouseEvent &event);
+    static const Nodes::NodeLinks &getMouseActions(const Nodes::BasicWindow &node,
+                                                   const QMouseEvent &event);
+    static const Nodes::NodeLinks &getHoverActions(const Nodes::BasicWidget &node,
+                                                   const QGraphicsSceneHoverEvent &event);
+    static const Nodes::NodeLinks &getHoverActions(const Nodes::BasicWindow &node,
+                                                   const QEvent &event);
 
     void filterElement(ProxyWidget &element, QEvent &event);
     void filterWindow(WindowBasic &window, bool isChild, QEvent &event);

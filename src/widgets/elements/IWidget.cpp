@@ -13,7 +13,7 @@ void IWidget::setActive(bool on)
     m_isActive = on;
     isActiveChanged(on);
     // An element shows what its node can give, whether or not the node could start.
-    if (m_node)
-        (void)(on ? m_node->Start() : m_node->Stop());
+    if (Nodes::BasicWidget *node = m_node.unchecked())
+        (void)(on ? node->Start() : node->Stop());
     onActive(on);
 }

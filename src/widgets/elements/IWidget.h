@@ -2,6 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "utils/WatchedNode.h"
+
 #include <QColor>
 
 namespace Nodes {
@@ -12,7 +14,8 @@ class SignalValue;
 
 /// Base that every visual element carries beside its Qt widget: ties it to its configuration node
 /// and switches it between active and inactive. While inactive, an element ignores every change of
-/// its node. The node is not owned and outlives the element's active time. GUI thread.
+/// its node. The node is not owned and may go away at any time: an element then does nothing but
+/// be drawn. GUI thread.
 class WIDGETS_EXPORT IWidget
 {
 public:
@@ -20,8 +23,6 @@ public:
     IWidget(IWidget &&) = default;
     IWidget &operator=(const IWidget &) = default;
     IWidget &operator=(IWidget &&) = default;
-    virtual ~IWidget();
-
     /// Slot: a new value came; draw what the node offers now.
     virtual void onValueUpdated(Nodes::SignalValue value) = 0;
     /// Slot: that property changed; null asks to apply all.
@@ -37,15 +38,19 @@ public:
     virtual void updateProperty(Nodes::BasicProperty *property) = 0;
     virtual void isActiveChanged(bool on) = 0;
 
+    // Behind the operations, whose places hosts rely on: the slot comes first.
+    virtual ~IWidget();
+
     bool isActive() const { return m_isActive; }
-    /// On a change: stores it, tells isActiveChanged, starts or stops the node, calls onActive.
+    /// On a change: stores it, tells isActiveChanged, starts or stops the node, calls onActive. The
+    /// node has to exist still, in its tree or just taken out of it.
     void setActive(bool on);
     void start() { setActive(true); }
     void stop() { setActive(false); }
 
 protected:
     bool m_isActive = false;
-    Nodes::BasicWidget *m_node;
+    Utils::WatchedNode<Nodes::BasicWidget> m_node;
     QColor m_backgroundColor = Qt::white;
     QColor m_borderColor = Qt::black;
     int m_borderWidth = 1; ///< pixels; 0 or less draws no border

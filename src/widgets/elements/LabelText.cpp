@@ -44,6 +44,9 @@ void LabelText::draw(QPainter &painter, const Place &place, const QString &text)
             painter.setClipRect(m_rect, Qt::IntersectClip);
         drawRuns(painter);
     } else {
+        // Turned by an odd angle the text's rectangle is larger than the element, and what is drawn
+        // beyond would stay on the screen for ever.
+        painter.setClipRect(QRect(QPoint(), place.box), Qt::IntersectClip);
         ElementPainting::drawRotatedText(painter, place.box, place.centre, place.angle,
                                          place.borderWidth, place.flags, text);
     }

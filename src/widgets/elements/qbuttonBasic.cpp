@@ -57,7 +57,7 @@ qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
     qbuttonBasic::onUpdateProperties(nullptr);
     if (m_node)
         setGeometry(Utils::NRectToQRect(m_node->GetGeometry()));
-    m_binding.bind(this, m_node);
+    m_binding.bind(this, m_node.get());
     connect(this, &QAbstractButton::pressed, this, &qbuttonBasic::onPressed);
     connect(this, &QAbstractButton::released, this, &qbuttonBasic::onReleased);
 }
@@ -95,8 +95,10 @@ void qbuttonBasic::onValueUpdated(Nodes::SignalValue)
 void qbuttonBasic::onPressed()
 {
     m_isHeld = true;
-    if (m_button)
-        queue(m_button->GetPressActions());
+    if (!m_button)
+        return;
+    m_owed = m_button->GetReleaseActions();
+    queue(m_button->GetPressActions());
 }
 
 void qbuttonBasic::onReleased()
@@ -104,8 +106,8 @@ void qbuttonBasic::onReleased()
     if (!m_isHeld)
         return;
     m_isHeld = false;
-    if (m_button)
-        queue(m_button->GetReleaseActions());
+    queue(m_button ? m_button->GetReleaseActions() : m_owed);
+    m_owed.clear();
 }
 
 // Qt releases a button that is disabled, hidden or left by the focus, but not one that goes away.
@@ -149,7 +151,7 @@ void qbuttonBasic::focusOutEvent(QFocusEvent *event)
 
 bool qbuttonBasic::event(QEvent *event)
 {
-    return ElementTooltip::show(event, m_node) || QPushButton::event(event);
+    return ElementTooltip::show(event, m_node.get()) || QPushButton::event(event);
 }
 
 void qbuttonBasic::paintEvent(QPaintEvent *event)

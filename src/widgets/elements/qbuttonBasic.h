@@ -78,13 +78,14 @@ private:
     int m_alignmentFlags = Qt::AlignCenter;
     QColor m_textColor = Qt::black;
     QString m_caption;
-    std::unique_ptr<QStyle> m_ownStyle; ///< null while the application's is used
-    Nodes::widgetButton *m_button;      ///< null for a node of another class
+    std::unique_ptr<QStyle> m_ownStyle;               ///< null while the application's is used
+    Utils::WatchedNode<Nodes::widgetButton> m_button; ///< null also for another class
     QPixmap m_picture;
     Nodes::ResourcePtr m_resource; ///< bytes of the picture
     bool m_isPictureMissing = false;
     int m_styleCode = 0;
-    bool m_isHeld = false; ///< the press list was queued, the release list not yet
+    bool m_isHeld = false;   ///< the press list was queued, the release list not yet
+    Nodes::NodeLinks m_owed; ///< release list of a held button whose node goes away
     Nodes::Quality m_quality = Nodes::Quality::Good;
     ElementBinding m_binding;
 };

@@ -29,8 +29,9 @@ void qlabelBasic::bind()
 {
     Utils::NodeRelay::Handlers handlers;
     handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
-    handlers.valueChanged = [this] { emit valueUpdated(m_node->GetValue()); };
-    m_relay.connect(m_node, std::move(handlers));
+    Nodes::BasicWidget *node = m_node.get();
+    handlers.valueChanged = [this, node] { emit valueUpdated(node->GetValue()); };
+    m_relay.connect(node, std::move(handlers));
 }
 
 void qlabelBasic::onActive(bool on)

@@ -16,7 +16,7 @@ qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent)
     : QWidget(parent), IWidget(node), m_bargraph(node), m_look(std::make_unique<BargraphLook>())
 {
     setAttribute(Qt::WA_NoSystemBackground);
-    m_binding.bind(this, m_bargraph);
+    m_binding.bind(this, m_bargraph.get());
     qwidgetBargraph::onUpdateProperties(nullptr);
     if (g_pWindowManager)
         connect(g_pWindowManager, &WindowManager::alarmFired, this, &qwidgetBargraph::onAlarm);
@@ -113,7 +113,7 @@ void qwidgetBargraph::paintDirectly(QPainter &painter)
 
 bool qwidgetBargraph::event(QEvent *event)
 {
-    return ElementTooltip::show(event, m_node) || QWidget::event(event);
+    return ElementTooltip::show(event, m_node.get()) || QWidget::event(event);
 }
 
 } // namespace Widgets

@@ -54,7 +54,7 @@ private:
     void takeValue();
     void onAlarm(const Nodes::BasicEvent &event);
 
-    Nodes::widgetBargraph *m_bargraph; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetBargraph> m_bargraph; ///< null also for another class
     std::unique_ptr<BargraphLook> m_look;
     QString m_text;
     ElementBinding m_binding;

@@ -49,7 +49,7 @@ qwidgetCheckBox::qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent)
 {
     setAutoFillBackground(true);
     setCheckable(true);
-    m_binding.bind(this, m_checkBox);
+    m_binding.bind(this, m_checkBox.get());
     connect(this, &QCheckBox::stateChanged, this, &qwidgetCheckBox::onStateChanged);
     qwidgetCheckBox::onUpdateProperties(nullptr);
 }
@@ -191,7 +191,7 @@ bool qwidgetCheckBox::event(QEvent *event)
     if (event->type() == QEvent::ToolTip && !isKnown())
         return ElementTooltip::show(event, unknownText() + QLatin1Char('\n') +
                                                ElementTooltip::text(*m_checkBox));
-    return ElementTooltip::show(event, m_node) || QCheckBox::event(event);
+    return ElementTooltip::show(event, m_node.get()) || QCheckBox::event(event);
 }
 
 } // namespace Widgets

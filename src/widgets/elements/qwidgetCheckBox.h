@@ -56,7 +56,7 @@ private:
     void takeImage();
     void drawMark(QPainter &painter, const QRect &inner) const;
 
-    Nodes::widgetCheckBox *m_checkBox; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetCheckBox> m_checkBox; ///< null also for another class
     QPixmap m_defaultMark;
     Nodes::ResourcePtr m_resource;   ///< of the node's own mark
     const QImage *m_image = nullptr; ///< from the cache; null for the default mark

@@ -66,7 +66,7 @@ qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent)
     lineEdit()->installEventFilter(this);
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &qwidgetComboBox::onCurrentIndexChanged);
-    m_binding.bind(this, m_comboBox);
+    m_binding.bind(this, m_comboBox.get());
     qwidgetComboBox::onUpdateProperties(nullptr);
 }
 
@@ -173,7 +173,8 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
             select(m_previousIndex);
         return;
     }
-    if (!alive || writeAll(index, value) != Outcome::Written || !alive)
+    // Each question and message lets time pass, in which the node may go.
+    if (!alive || writeAll(index, value) != Outcome::Written || !alive || !m_comboBox)
         return;
     UpdateNodePropertyCurrentIndex(index);
     ValueWriter::runAfterWrite(*m_comboBox);
@@ -183,6 +184,8 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
 qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::SignalValue &value)
 {
     const QPointer<qwidgetComboBox> alive(this);
+    if (!m_comboBox)
+        return Outcome::Silenced;
     Nodes::NodesArray targets;
     m_comboBox->GetWriteNodes(targets);
     Outcome outcome = Outcome::Refused;
@@ -194,7 +197,7 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
             continue;
         }
         ValueWriter::report(result);
-        if (!alive)
+        if (!alive || !m_comboBox)
             return Outcome::Silenced;
         select(m_previousIndex); // of now: values went on coming behind the message
         if (result.GetCode() == codeSilent)
@@ -304,7 +307,7 @@ void qwidgetComboBox::paintEvent(QPaintEvent *event)
 
 bool qwidgetComboBox::event(QEvent *event)
 {
-    return ElementTooltip::show(event, m_node) || QComboBox::event(event);
+    return ElementTooltip::show(event, m_node.get()) || QComboBox::event(event);
 }
 
 } // namespace Widgets

@@ -70,7 +70,7 @@ private:
     void selectShown();
     Outcome writeAll(int index, const Nodes::SignalValue &value);
 
-    Nodes::widgetComboBox *m_comboBox; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetComboBox> m_comboBox; ///< null also for another class
     QPointer<ProxyWidget> m_proxy;
     int m_previousIndex = -1;
     double m_savedZ = 0; ///< of the host, while the list is open

@@ -67,7 +67,7 @@ qwidgetEditBox::qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent)
     connect(m_up, &QPushButton::clicked, this, &qwidgetEditBox::onBtnUpClicked);
     connect(m_down, &QPushButton::clicked, this, &qwidgetEditBox::onBtnDownClicked);
     connect(m_keyboard, &QPushButton::clicked, this, &qwidgetEditBox::onBtnKeyboardClicked);
-    m_binding.bind(this, m_editBox);
+    m_binding.bind(this, m_editBox.get());
     qwidgetEditBox::onUpdateProperties(nullptr);
 }
 
@@ -273,7 +273,7 @@ bool qwidgetEditBox::event(QEvent *event)
         QToolTip::showText(mapToGlobal(rect().bottomLeft()), inputProblem());
         return true;
     }
-    return ElementTooltip::show(event, m_node) || QLineEdit::event(event);
+    return ElementTooltip::show(event, m_node.get()) || QLineEdit::event(event);
 }
 
 } // namespace Widgets

@@ -104,7 +104,7 @@ private:
     void drawRotatedText(QPainter *painter);
     void drawProblem(QPainter &painter) const;
 
-    Nodes::widgetEditBox *m_editBox; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetEditBox> m_editBox; ///< null also for another class
     QPushButton *m_up;
     QPushButton *m_down;
     QPushButton *m_keyboard;

@@ -68,6 +68,8 @@ bool qwidgetEditBox::ask(const std::function<bool()> &dialog)
 
 bool qwidgetEditBox::setValue()
 {
+    if (!m_editBox)
+        return false; // it went while the operator was being asked
     const Nodes::SignalValue value =
         m_isRestoring ? m_previousValue : convertValue(m_pending, m_editBox->GetValueType());
     const Nodes::Result result = m_editBox->WriteValue(value);

@@ -79,7 +79,7 @@ private:
     std::unique_ptr<QBuffer> m_buffer; ///< over m_resource; the animation reads it
     std::unique_ptr<QMovie> m_animation;
     Nodes::Quality m_quality = Nodes::Quality::Good;
-    Nodes::widgetImage *m_image; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetImage> m_image; ///< null also for another class
 };
 
 } // namespace Widgets

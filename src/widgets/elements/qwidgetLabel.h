@@ -71,8 +71,8 @@ private:
     float m_angle = 0;
     bool m_hasPalette = false;
     bool m_isDisabled = false;
-    Nodes::widgetLabel *m_label;       ///< null for a node of another class
-    Nodes::widgetMultiLabel *m_states; ///< null for a plain label
+    Utils::WatchedNode<Nodes::widgetLabel> m_label;       ///< null also for another class
+    Utils::WatchedNode<Nodes::widgetMultiLabel> m_states; ///< null for a plain label
     Nodes::Quality m_quality = Nodes::Quality::Good;
     LabelText m_layout;
 };

@@ -64,10 +64,10 @@ void qwidgetMultiImage::showWithoutPicture(int state)
     const bool isBad = state == Nodes::widgetMultiImage::StateBad;
     switch (m_multi->GetNoPicture()) {
     case Nodes::widgetMultiImage::NoPictureHide:
-        if (isBad)
-            break;
-        clearPicture();
-        setHiddenByState(isRuntime());
+        // Back in sight even when it was hidden: only the mark says then that nothing is known.
+        if (!isBad)
+            clearPicture();
+        setHiddenByState(isRuntime() && !isBad);
         break;
     case Nodes::widgetMultiImage::NoPictureCross:
         if (!isRuntime())

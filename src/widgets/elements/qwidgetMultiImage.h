@@ -35,7 +35,7 @@ private:
     int m_lastState = noState;
     bool m_isForced = true; ///< show also the state that is shown already
     bool m_isHiddenByState = false;
-    Nodes::widgetMultiImage *m_multi; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetMultiImage> m_multi; ///< null also for another class
 };
 
 } // namespace Widgets

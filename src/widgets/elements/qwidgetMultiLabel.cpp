@@ -44,7 +44,7 @@ void qwidgetMultiLabel::showEvent(QShowEvent *event)
     // widget cannot be hidden while it is being shown.
     if (followsMatches() && isActive())
         QTimer::singleShot(0, this, [this] {
-            if (isActive() && !m_multi->FindMatches())
+            if (isActive() && m_multi && !m_multi->FindMatches())
                 hideUnmatched();
         });
 }

@@ -24,7 +24,7 @@ private:
     bool followsMatches() const;
     void hideUnmatched();
 
-    Nodes::widgetMultiLabel *m_multi; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetMultiLabel> m_multi; ///< null also for another class
 };
 
 } // namespace Widgets

@@ -43,7 +43,7 @@ qwidgetRecorderDigitalDisplay::qwidgetRecorderDigitalDisplay(
     : QWidget(parent), IWidget(node), m_display(node)
 {
     setAttribute(Qt::WA_NoSystemBackground);
-    m_binding.bind(this, m_display);
+    m_binding.bind(this, m_display.get());
     qwidgetRecorderDigitalDisplay::onUpdateProperties(nullptr);
     if (g_pWindowManager)
         connect(g_pWindowManager, &WindowManager::alarmFired, this,
@@ -159,6 +159,8 @@ void qwidgetRecorderDigitalDisplay::mouseReleaseEvent(QMouseEvent *event)
 
 void qwidgetRecorderDigitalDisplay::reset(int line)
 {
+    if (!m_display)
+        return;
     const auto channels = m_display->GetChannels();
     if (line >= int(channels.size()))
         return;
@@ -188,7 +190,7 @@ void qwidgetRecorderDigitalDisplay::paintDirectly(QPainter &painter)
 
 bool qwidgetRecorderDigitalDisplay::event(QEvent *event)
 {
-    return ElementTooltip::show(event, m_node) || QWidget::event(event);
+    return ElementTooltip::show(event, m_node.get()) || QWidget::event(event);
 }
 
 } // namespace Widgets

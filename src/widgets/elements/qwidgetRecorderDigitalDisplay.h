@@ -67,7 +67,8 @@ private:
     int buttonAt(const QPoint &point) const;
     void reset(int line);
 
-    Nodes::widgetRecorderDigitalDisplay *m_display; ///< null for a node of another class
+    Utils::WatchedNode<Nodes::widgetRecorderDigitalDisplay>
+        m_display; ///< null also for another class
     QVector<RecorderLine> m_lines;
     int m_pressedLine = -1;
     QFont m_font;

@@ -10,6 +10,7 @@
 #include "nodes/visual/BasicWindow.h"
 
 #include <QGraphicsScene>
+#include <QTimer>
 
 namespace Widgets {
 
@@ -78,6 +79,51 @@ void ProxyLayer::follow(bool withProperties)
             property ? emit propertyUpdated(property) : takeAll();
         };
     m_relay.connect(getNode(), std::move(handlers));
+    followAncestors();
+}
+
+// A node taken out of the tree tells its parent only; those below it just cease to be found.
+void ProxyLayer::followAncestors()
+{
+    m_ancestors.clear();
+    const Nodes::ConfigNode *below = getNode();
+    for (Nodes::ConfigNode *above = below->GetParent(); above; above = above->GetParent()) {
+        const auto moved = [this, link = Nodes::NodeLink(below)](const Nodes::NodeLink &child) {
+            if (child == link)
+                onAncestorMoved();
+        };
+        Utils::NodeRelay::Handlers handlers;
+        handlers.childAdded = moved;
+        handlers.childRemoved = moved;
+        m_ancestors.push_back(std::make_unique<Utils::NodeRelay>());
+        m_ancestors.back()->connect(above, std::move(handlers));
+        below = above;
+    }
+}
+
+void ProxyLayer::onAncestorMoved()
+{
+    if (!getNode()) {
+        // Now, while the nodes still exist: started ones would stay so for good.
+        const QList<ProxyWidget *> hosts = getWidgets();
+        for (ProxyWidget *host : hosts)
+            drop(*host);
+        m_hosts.clear();
+        m_isBuilt = false;
+    }
+    // Also after a removal: a node that is moved to another place is back a moment later.
+    QTimer::singleShot(0, this, &ProxyLayer::comeBack);
+}
+
+void ProxyLayer::comeBack()
+{
+    if (!getNode() || !getWidgets().isEmpty())
+        return;
+    followAncestors();
+    if (layerNode())
+        takeAll();
+    addWidgets(getNode()->GetNodes());
+    emit propertyChange();
 }
 
 QList<ProxyWidget *> ProxyLayer::getWidgets() const
@@ -97,6 +143,7 @@ ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
     if (!dynamic_cast<Nodes::BasicWidget *>(link.GetNode()))
         return nullptr;
     auto *host = new ProxyWidget(link, this, Qt::WindowFlags());
+    m_hosts.insert(link.GetNodeId(), host);
     host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(m_frameType));
     // An element added while its scene is shown appears selected; those of a scene being built
     // do not.
@@ -107,19 +154,25 @@ ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
 
 void ProxyLayer::onNodeRemoved(Nodes::NodeLink link)
 {
-    const QList<ProxyWidget *> hosts = getWidgets();
-    for (ProxyWidget *host : hosts) {
-        if (host->getNodeLink() != link)
+    const auto hosts = m_hosts.values(link.GetNodeId());
+    for (const QPointer<ProxyWidget> &host : hosts) {
+        if (!host || host->getNodeLink() != link)
             continue;
-        // Stopped now, while the node still exists (its link leads nowhere any more); deleted
-        // later, because the removal may come out of an event of this very item.
-        if (IWidget *element = host->element())
-            element->stop();
-        host->setParentItem(nullptr);
-        if (host->scene())
-            host->scene()->removeItem(host);
-        host->deleteLater();
+        m_hosts.remove(link.GetNodeId(), host);
+        drop(*host);
     }
+}
+
+// Stopped now, while the node still exists (its link leads nowhere any more); deleted later,
+// because the removal may come out of an event of this very item.
+void ProxyLayer::drop(ProxyWidget &host)
+{
+    if (IWidget *element = host.element())
+        element->stop();
+    host.setParentItem(nullptr);
+    if (host.scene())
+        host.scene()->removeItem(&host);
+    host.deleteLater();
 }
 
 void ProxyLayer::onPropertyChange(Nodes::BasicProperty *property)

@@ -7,6 +7,11 @@
 #include "utils/WatchedNode.h"
 
 #include <QGraphicsProxyWidget>
+#include <QMultiHash>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
 
 namespace Nodes {
 class BasicLayer;
@@ -20,7 +25,9 @@ namespace Widgets {
 class ProxyWidget;
 
 /// One layer of a scene: parent item of its elements' hosts, in scene coordinates. Follows the
-/// node's order, visibility and transparency, and its children as they come and go. GUI thread.
+/// node's order, visibility and transparency, and its children as they come and go. When the node
+/// itself is taken out of the tree, alone or with a node above it, the hosts go too, their elements
+/// stopped; they come back with the node. GUI thread.
 class WIDGETS_EXPORT ProxyLayer : public QGraphicsProxyWidget
 {
     Q_OBJECT
@@ -74,6 +81,10 @@ private:
 
     void addWidgets(const Nodes::NodeLinks &links);
     void follow(bool withProperties);
+    void followAncestors();
+    void onAncestorMoved();
+    void comeBack();
+    void drop(ProxyWidget &host);
     void onPropertyChange(Nodes::BasicProperty *property);
     void takeAll();
     bool isModeTransparent() const;
@@ -83,7 +94,9 @@ private:
     int m_frameType = 1;
     bool m_isTransparent = true;
     bool m_isBuilt = false; // the elements present at construction are hosted
+    QMultiHash<unsigned long, QPointer<ProxyWidget>> m_hosts; // by id of the element's node
     Utils::NodeRelay m_relay;
+    std::vector<std::unique_ptr<Utils::NodeRelay>> m_ancestors;
 };
 
 } // namespace Widgets

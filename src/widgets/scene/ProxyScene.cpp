@@ -179,7 +179,7 @@ void ProxyScene::onSelectionChanged()
     if (!m_isEditable)
         return;
     const Nodes::NodesArray &nodes = getSelectedItemsProxy()->GetNodes();
-    Utils::NodeLinkEvent::SendEventToApp(nodes.empty() ? Nodes::NodeLink() : nodes[0], this);
+    Utils::NodeLinkEvent::SendEventToApp(nodes.GetLinks(), this);
 }
 
 Nodes::PropertyProxy *ProxyScene::getSelectedItemsProxy()

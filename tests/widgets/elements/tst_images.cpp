@@ -212,6 +212,10 @@ void TestImages::aBadValueNeverLooksGood()
         QVERIFY(!looks.contains(now) && !plain.element.isHidden());
         looks << now;
     }
+    plain.publish(20, 99); // no state: hidden
+    QTRY_VERIFY(plain.element.isHidden());
+    plain.publish(20, 99, Nodes::Quality::Bad);
+    QTRY_VERIFY(!plain.element.isHidden());
     MultiImage own(multiImage(R"(signal="20" badImage="square.svg")"), 10);
     own.publish(20, Nodes::SignalValue(Nodes::Result(Nodes::Result::Timeout)));
     QTRY_COMPARE(own.element.shownText(), QStringLiteral("square.svg"));

@@ -7,6 +7,7 @@
 #include "widgets/scene/ProxyView.h"
 
 #include <QPainter>
+#include <QScreen>
 
 #include <atomic>
 #include <thread>
@@ -24,7 +25,10 @@ constexpr const char *nodes = R"(<folder id="10" name="F">
   <label id="22" name="Fixed" text="Котёл" width="80" height="30"/>
   <multiLabel id="23" name="M" signal="11" visibility="matching" width="80" height="30">
     <state id="24" name="S" from="0" to="10" text="Норма" ownColor="true" color="#102030"
-           ownBackground="true" background="#a0b0c0"/></multiLabel></window>)";
+           ownBackground="true" background="#a0b0c0"/>
+    <state id="25" name="Hot" from="20" to="30" ownColor="true" color="#800000"/></multiLabel>
+  <label id="26" name="Turned" signal="11" angle="45" x="60" y="60" width="100" height="30"/>
+</window>)";
 
 using Label = LiveElement<qwidgetLabel>;
 
@@ -72,6 +76,8 @@ private slots:
     void looksOfProperties();
     void theStateDecides_data();
     void theStateDecides();
+    void lostDeviceStaysInSight();
+    void turnedTextLeavesNothingBehind();
     void tooltipTellsQuality_data();
     void tooltipTellsQuality();
     void deletedWhilePublishing();
@@ -190,7 +196,10 @@ void LabelTest::theStateDecides()
     QCOMPARE(label.textColor(), QColor(0x10, 0x20, 0x30));
     QCOMPARE(label.backgroundColor(), QColor(0xa0, 0xb0, 0xc0));
     QVERIFY(label.isVisible());
-    shown.publish(11, 50.0); // no state
+    shown.publish(11, 25.0);
+    QTRY_COMPARE(label.textColor(), QColor(0x80, 0, 0));
+    QCOMPARE(label.labelText(), QStringLiteral("25.0 °C")); // a state of colours hides no number
+    shown.publish(11, 50.0);                                // no state
     QTRY_COMPARE(label.labelText(), QStringLiteral("50.0 °C"));
     QCOMPARE(label.textColor(), QColor(Qt::black));
     QCOMPARE(label.backgroundColor(), QColor(0xa0, 0xb0, 0xc0)); // stays without an own one
@@ -199,6 +208,38 @@ void LabelTest::theStateDecides()
     QTRY_VERIFY(label.isVisible());
     shown.set(23, "stateColors", "false");
     QCOMPARE(label.backgroundColor().alpha(), 0);
+}
+
+void LabelTest::lostDeviceStaysInSight()
+{
+    LiveElement<qwidgetMultiLabel> shown(nodes, 23);
+    const qwidgetMultiLabel &label = shown.element;
+    shown.element.show();
+    QVERIFY(label.isVisible()); // nothing received yet
+    for (const double before : {5.0, 50.0}) {
+        shown.publish(11, before);
+        QTRY_COMPARE(label.isVisible(), before < 10);
+        shown.publish(11, before, Quality::Bad);
+        QTRY_COMPARE(label.shownQuality(), Quality::Bad);
+        QVERIFY(label.isVisible());
+        QCOMPARE(label.labelText(), QStringLiteral("----"));
+    }
+}
+
+void LabelTest::turnedTextLeavesNothingBehind()
+{
+    const RuntimeProject project(nodes);
+    Widgets::ProxyView view(project.node(20), nullptr);
+    view.setScene(project.node(20));
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    const auto onScreen = [&] { return view.screen()->grabWindow(view.winId()).toImage(); };
+    for (const double value : {12345678.0, 1.0}) {
+        const QImage before = onScreen();
+        project.publish(11, value);
+        QTRY_VERIFY(onScreen() != before);
+    }
+    QCOMPARE(onScreen(), view.grab().toImage().convertToFormat(onScreen().format()));
 }
 
 void LabelTest::tooltipTellsQuality_data()

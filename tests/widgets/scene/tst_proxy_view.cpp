@@ -8,6 +8,7 @@
 #include "widgets/scene/ProxyView.h"
 
 #include "nodes/visual/BasicWidget.h"
+#include "utils/NodeLinkEvent.h"
 
 #include <QMenu>
 #include <QScrollBar>
@@ -226,18 +227,24 @@ void ProxyViewTest::selectionIsToldOnce()
     {
         bool eventFilter(QObject *, QEvent *event) override
         {
-            count += event->type() >= QEvent::User ? 1 : 0;
+            if (event->type() == Utils::NodeLinkEvent::eventType()) {
+                ++count;
+                links = static_cast<Utils::NodeLinkEvent *>(event)->getNodeLinks();
+            }
             return false;
         }
         int count = 0;
+        Nodes::NodeLinks links;
     } counter;
     qApp->installEventFilter(&counter);
     QGraphicsItem *item = shown.scene->getLayers().last()->childItems().first();
     for (const bool isSelected : {true, false, true})
         item->setSelected(isSelected);
+    shown.scene->getLayers().last()->addWidget(Nodes::NodeLink(32ul)); // appears selected
     QTRY_COMPARE(counter.count, 1);
     QTest::qWait(150);
     QCOMPARE(counter.count, 1);
+    QCOMPARE(counter.links.size(), std::size_t(2)); // all that is selected
 }
 
 QTEST_MAIN(ProxyViewTest)

@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/elements/IWidget.h"
@@ -11,6 +12,7 @@
 #include "nodes/visual/BasicLayer.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 
 #include <thread>
@@ -72,6 +74,9 @@ private slots:
     void layerFollowsItsNode();
     void changesOfOtherThreadsShow();
     void childrenComeAndGo();
+    void goesAndComesWithAncestors_data();
+    void goesAndComesWithAncestors();
+    void survivesTheNode_data();
     void survivesTheNode();
 };
 
@@ -252,16 +257,61 @@ void ProxyWidgetTest::childrenComeAndGo()
             !(host->flags() & (QGraphicsItem::ItemIsSelectable | QGraphicsItem::ItemIsMovable)));
 }
 
+void ProxyWidgetTest::goesAndComesWithAncestors_data()
+{
+    const Rows<int> row("removed");
+    row("layer", 31);
+    row("composition", 30);
+}
+
+void ProxyWidgetTest::goesAndComesWithAncestors()
+{
+    QFETCH(int, removed);
+    const Layer layer;
+    const auto *element = layer.project.node(32);
+    const Nodes::NodeLink link(static_cast<unsigned long>(removed));
+    auto *parent = link->GetParent();
+    auto detached = parent->RemoveNode(link);
+    QVERIFY(layer.item->getWidgets().isEmpty());
+    QVERIFY(element->GetState() == Nodes::NodeState::Stopped); // no start stays behind
+    QVERIFY(parent->AddNode(detached));
+    QTRY_COMPARE(layer.item->getWidgets().size(), 2);
+    QVERIFY(layer.host(32)->element()->isActive());
+    detached = parent->RemoveNode(link);
+    QVERIFY(layer.item->getWidgets().isEmpty());
+}
+
+void ProxyWidgetTest::survivesTheNode_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    for (const char *kind :
+         {"label", "image", "button", "recorderDisplay", "bargraph", "multiLabel", "multiImage",
+          "movingImage", "editBox", "comboBox", "checkBox"})
+        QTest::newRow(kind) << QByteArray(kind);
+}
+
+// A host outside of any layer is told nothing; its element has to notice by itself.
 void ProxyWidgetTest::survivesTheNode()
 {
-    Layer layer;
-    QVERIFY(layer.project.node(30)->DeleteNode(31)); // the layer is not told of its own end
-    layer.item->setEnabledItems(true);
-    layer.scene.update();
+    QFETCH(QByteArray, kind);
+    const RuntimeProject project("<composition id='30' name='C'><layer id='31' name='L'><" + kind +
+                                 " id='32' name='E' tooltip='T'/></layer></composition>");
+    QGraphicsScene scene;
+    auto *host = new ProxyWidget(Nodes::NodeLink(32ul));
+    scene.addItem(host);
+    QWidget *element = host->widget();
+    QVERIFY(project.node(1)->DeleteNode(30));
+    QHelpEvent tooltip(QEvent::ToolTip, {}, {});
+    QApplication::sendEvent(element, &tooltip);
+    QTest::mouseClick(element, Qt::LeftButton);
+    QTest::keyClick(element, Qt::Key_Return);
+    host->element()->onUpdateProperties(nullptr);
+    host->element()->onValueUpdated(1.0);
     QImage image(200, 200, QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&image);
-    layer.scene.render(&painter);
-    QVERIFY(!layer.item->getWidgets().first()->getNode());
+    scene.render(&painter);
+    host->stop();
+    QVERIFY(!host->getNode());
 }
 
 QTEST_MAIN(ProxyWidgetTest)
