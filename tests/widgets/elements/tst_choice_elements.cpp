@@ -96,6 +96,7 @@ private slots:
     void checkBoxToggles_data();
     void checkBoxToggles();
     void nothingFollowsAWriteInTheEditor();
+    void aRefusalRestoresWithoutASignal();
 };
 
 void TestChoiceElements::comboShowsTheValue_data()
@@ -311,6 +312,17 @@ void TestChoiceElements::nothingFollowsAWriteInTheEditor()
     QVERIFY(ValueWriter::write(*this, *project.node<Nodes::BasicWidget>(60), true, {}));
     QTest::qWait(60); // longer than the action pacing
     QCOMPARE(project.recorded, QStringList{"Pump"});
+}
+
+void TestChoiceElements::aRefusalRestoresWithoutASignal()
+{
+    const RuntimeProject project(screen);
+    const MessageBoxes boxes;
+    QCheckBox element;
+    const QSignalSpy changes(&element, &QCheckBox::toggled);
+    QVERIFY(!ValueWriter::write(element, *project.node<Nodes::BasicWidget>(61), true,
+                                [&element] { element.setChecked(true); }));
+    QVERIFY(element.isChecked() && changes.isEmpty());
 }
 
 QTEST_MAIN(TestChoiceElements)

@@ -31,27 +31,23 @@ private slots:
     void looksLikeDrawText_data();
     void looksLikeDrawText();
     void textRect();
-
-private:
-    LabelText m_label; // follows from one text to the next
 };
 
 void LabelTextTest::looksLikeDrawText_data()
 {
-    const Rows<QString, int, double, int, int> row("text", "flags", "angle", "border", "fontSize");
+    const Rows<QString, int, double, int> row("text", "flags", "angle", "border");
     const int middle = Qt::AlignRight | Qt::AlignVCenter;
     const int top = Qt::AlignLeft | Qt::AlignTop;
-    row("number", "-1234.5", middle, 0, 0, 11);
-    row("number with unit", "71.4 °C", middle, 0, 2, 11);
-    row("caption", "Давление пара", top, 0, 0, 11);
-    row("centred, bottom", "Да", Qt::AlignHCenter | Qt::AlignBottom, 0, 1, 11);
-    row("two lines", "Котёл\\n№ 1", Qt::AlignCenter, 0, 0, 11);
-    row("too wide", "Температура прямой сетевой воды", middle, 0, 0, 11);
-    row("turned by 90", "12.5 МПа", Qt::AlignCenter, 90, 0, 11);
-    row("in a large font", "71.4 °C", middle, 0, 2, 14);
-    row("turned by 30", "12.5", Qt::AlignCenter, 30, 0, 11);
-    row("wrapped", "один два три четыре", top | Qt::TextWordWrap, 0, 0, 11);
-    row("right to left", "12 שלום", middle, 0, 0, 11);
+    row("number", "-1234.5", middle, 0, 0);
+    row("number with unit", "71.4 °C", middle, 0, 2);
+    row("caption", "Давление пара", top, 0, 0);
+    row("centred, bottom", "Да", Qt::AlignHCenter | Qt::AlignBottom, 0, 1);
+    row("two lines", "Котёл\\n№ 1", Qt::AlignCenter, 0, 0);
+    row("too wide", "Температура прямой сетевой воды", middle, 0, 0);
+    row("turned by 90", "12.5 МПа", Qt::AlignCenter, 90, 0);
+    row("turned by 30", "12.5", Qt::AlignCenter, 30, 0);
+    row("wrapped", "один два три четыре", top | Qt::TextWordWrap, 0, 0);
+    row("right to left", "12 שלום", middle, 0, 0);
 }
 
 void LabelTextTest::looksLikeDrawText()
@@ -60,20 +56,26 @@ void LabelTextTest::looksLikeDrawText()
     QFETCH(int, flags);
     QFETCH(double, angle);
     QFETCH(int, border);
-    const QSize box(110, 40);
-    const QPoint centre(55, 20);
-    QFETCH(int, fontSize);
-    const QFont font(QStringLiteral("DejaVu Sans"), fontSize);
+    const LabelText::Place place{QSize(110, 40), QPoint(55, 20), angle, border, flags};
+    const QFont font(QStringLiteral("DejaVu Sans"), 11);
     const QImage expected = painted([&](QPainter &painter) {
         painter.setFont(font);
-        ElementPainting::drawRotatedText(painter, box, centre, angle, border, flags, text);
+        ElementPainting::drawRotatedText(painter, place.box, place.centre, angle, border, flags,
+ text);
     });
-    m_label.setFont(font);
-    const auto draw = [&](QPainter &painter) {
-        m_label.draw(painter, {box, centre, angle, border, flags}, text);
-    };
+    LabelText label;
+    const auto draw = [&](QPainter &painter) { label.draw(painter, place, text); };
+    label.setFont(QFont(QStringLiteral("DejaVu Sans"), 14));
+    QVERIFY(painted(draw) != expected);
+    label.setFont(font);
     QCOMPARE(painted(draw), expected);
     QCOMPARE(painted(draw), expected); // from the layout kept
+    painted([&](QPainter &painter) { label.draw(painter, place, "another"); });
+    QCOMPARE(painted(draw), expected);
+    LabelText::Place turned = place;
+    turned.angle += 90;
+    painted([&](QPainter &painter) { label.draw(painter, turned, text); });
+    QCOMPARE(painted(draw), expected);
     QVERIFY(expected != painted([](QPainter &) {}));
 }
 
