@@ -33,7 +33,7 @@ namespace {
 Q_LOGGING_CATEGORY(actionLog, "station.actions")
 
 constexpr int retryInterval = 20;
-constexpr int keyYa = 0x042F; // on the key of Z in the Russian layout
+constexpr int keyYa = 0x042F;           // on the key of Z in the Russian layout
 constexpr int missedAlarmsDelay = 1000; // ms
 } // namespace
 
