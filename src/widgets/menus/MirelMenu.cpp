@@ -4,6 +4,7 @@
 #include "widgets/menus/WidgetAction.h"
 
 #include "nodes/actions/actionShowMenu.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"
 
@@ -50,8 +51,21 @@ void MirelMenu::createMenu(Nodes::BasicMenu *menu)
         if (auto *nested = dynamic_cast<Nodes::BasicMenu *>(link.GetNode()))
             addAction(new WidgetAction(m_action, nested, this));
         else if (auto *item = dynamic_cast<Nodes::BasicMenuItem *>(link.GetNode()))
-            addAction(new WidgetAction(m_action, item, this));
+            addItem(*item);
     }
+}
+
+// A menu is made each time it is shown: what the user may do does not change meanwhile.
+void MirelMenu::addItem(Nodes::BasicMenuItem &item)
+{
+    Nodes::AccessDemands demands;
+    Nodes::AppendDemands(item.GetActions(), demands);
+    const Nodes::enAccessDeniedAction denial = Nodes::DenialOf(demands);
+    if (denial == Nodes::AccessDeniedHide)
+        return;
+    auto *entry = new WidgetAction(m_action, &item, this);
+    entry->setEnabled(denial != Nodes::AccessDeniedDisable);
+    addAction(entry);
 }
 
 template <class Act> void MirelMenu::forEachEntry(Act act) const

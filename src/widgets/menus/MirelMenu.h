@@ -7,6 +7,7 @@
 namespace Nodes {
 class actionShowMenu;
 class BasicMenu;
+class BasicMenuItem;
 } // namespace Nodes
 
 namespace Widgets {
@@ -25,6 +26,7 @@ public:
 
     /// Appends an entry for each child that is a menu or an item; null adds nothing.
     void createMenu(Nodes::BasicMenu *menu);
+    void addItem(Nodes::BasicMenuItem &item);
 
 private:
     void onHovered(QAction *hovered);

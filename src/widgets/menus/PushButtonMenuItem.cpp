@@ -19,6 +19,7 @@ namespace Widgets {
 
 namespace {
 
+constexpr double disabledOpacity = 0.4;
 constexpr int gap = 8; // between picture, text, mark and edge
 
 } // namespace
@@ -108,6 +109,8 @@ void PushButtonMenuItem::paintEvent(QPaintEvent *)
     const int border = m_action->GetBorderWidth();
     const QRect box = rect().adjusted(0, 0, -border, -border - 1);
     QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
     painter.fillRect(box, Utils::NColorToQColor(m_isHovered ? m_action->GetHoverBackgroundColor()
                                                             : m_action->GetBackgroundColor()));
     const QColor textColour = Utils::NColorToQColor(m_action->GetTextColor());

@@ -39,7 +39,7 @@ constexpr const char *plant = R"(
 
 constexpr const char *users =
     R"(<station id="80" name="St"><authentication id="81" name="A" guestRole="82">
-<role id="82" name="R"><grant id="83" name="G" privileges="open close" scope="10"/></role></authentication></station>
+<role id="82" name="R"><grant id="83" name="G" privileges="view open close" scope="10"/></role></authentication></station>
 <user id="84" name="u"/>)";
 
 struct Plant : RuntimeProject

@@ -2,12 +2,15 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
+#include "widgets/menus/MirelMenu.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowBasic.h"
 
+#include "nodes/actions/actionShowMenu.h"
 #include "nodes/auth/systemAuthentication.h"
+#include "nodes/menus/BasicMenu.h"
 #include "nodes/visual/BasicWidget.h"
 
 #include <QTest>
@@ -36,6 +39,7 @@ constexpr const char *plant = R"(
 <memorySignal id="31" name="S" initial="1" writable="true"/>
 <actionWriteValue id="40" name="w" signal="31" value="5"/>
 <window id="41" name="Office" width="100" height="100"/>
+<menu id="50" name="M"><menuItem id="51" name="w" actions="40"/></menu><actionShowMenu id="44" name="m" menu="50"/>
 <actionShowWindow id="42" name="o" window="20"/><actionShowWindow id="43" name="o2" window="41"/>)";
 
 enum Look { Usable, Disabled, Hidden };
@@ -83,10 +87,17 @@ void TestAccess::elementsFollowTheUser()
         }
         return found;
     };
+    const auto menuLook = [&project] {
+        const MirelMenu menu(project.node<Nodes::actionShowMenu>(44),
+                             project.node<Nodes::BasicMenu>(50));
+        return menu.isEmpty() ? Hidden : menu.actions()[0]->isEnabled() ? Usable : Disabled;
+    };
     const QVector<int> ofGuests{Usable, control, control, control, Hidden, Hidden, Usable};
     QCOMPARE(looks(21, 27), ofGuests); // at once, before anything is seen
+    QCOMPARE(menuLook(), control);
     QVERIFY(users->Authenticate(project.node(18)));
     QTRY_COMPARE(looks(21, 27), QVector<int>(7, Usable));
+    QCOMPARE(menuLook(), Usable);
     project.set(18, "enabled", "false");
     QTRY_COMPARE(looks(21, 27), ofGuests);
 }
