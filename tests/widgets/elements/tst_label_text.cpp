@@ -61,21 +61,22 @@ void LabelTextTest::looksLikeDrawText()
     const QImage expected = painted([&](QPainter &painter) {
         painter.setFont(font);
         ElementPainting::drawRotatedText(painter, place.box, place.centre, angle, border, flags,
- text);
+                                         text);
     });
-    LabelText label;
-    const auto draw = [&](QPainter &painter) { label.draw(painter, place, text); };
-    label.setFont(QFont(QStringLiteral("DejaVu Sans"), 14));
-    QVERIFY(painted(draw) != expected);
-    label.setFont(font);
-    QCOMPARE(painted(draw), expected);
-    QCOMPARE(painted(draw), expected); // from the layout kept
-    painted([&](QPainter &painter) { label.draw(painter, place, "another"); });
-    QCOMPARE(painted(draw), expected);
+    const auto drawnAfter = [&](const QFont &oldFont, const LabelText::Place &oldPlace,
+                                const QString &oldText) {
+        LabelText label;
+        label.setFont(oldFont);
+        painted([&](QPainter &painter) { label.draw(painter, oldPlace, oldText); });
+        label.setFont(font);
+        return painted([&](QPainter &painter) { label.draw(painter, place, text); });
+    };
     LabelText::Place turned = place;
     turned.angle += 90;
-    painted([&](QPainter &painter) { label.draw(painter, turned, text); });
-    QCOMPARE(painted(draw), expected);
+    QCOMPARE(drawnAfter(font, place, text), expected); // from the layout kept
+    QCOMPARE(drawnAfter(QFont(QStringLiteral("DejaVu Sans"), 14), place, text), expected);
+    QCOMPARE(drawnAfter(font, place, "1"), expected);
+    QCOMPARE(drawnAfter(font, turned, text), expected);
     QVERIFY(expected != painted([](QPainter &) {}));
 }
 
