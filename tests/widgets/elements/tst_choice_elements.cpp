@@ -276,11 +276,13 @@ void TestChoiceElements::aRefusalShowsTheValueOfNow()
     project.set(15, "writable", "false");
     const ShownElement<qwidgetComboBox> combo(project, 50);
     const ShownElement<qwidgetCheckBox> check(project, 61);
+    QSignalSpy updates(check.element, &qwidgetCheckBox::valueUpdated);
     MessageBoxes boxes;
     boxes.whileOpen = [&] {
+        updates.clear();
         project.publish(10, 1);
         project.publish(12, 5);
-        QTRY_VERIFY(check->isChecked());
+        QTRY_VERIFY(!updates.isEmpty());
     };
     choose(*combo.element, 1);
     QTRY_COMPARE(boxes.shown.size(), 2);
