@@ -143,6 +143,7 @@ ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
     if (!dynamic_cast<Nodes::BasicWidget *>(link.GetNode()))
         return nullptr;
     auto *host = new ProxyWidget(link, this, Qt::WindowFlags());
+    connect(host, &ProxyWidget::copyWidget, this, &ProxyLayer::copyWidget);
     m_hosts.insert(link.GetNodeId(), host);
     host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(m_frameType));
     // An element added while its scene is shown appears selected; those of a scene being built
@@ -259,6 +260,13 @@ void ProxyLayer::stop()
     const QList<ProxyWidget *> hosts = getWidgets();
     for (ProxyWidget *host : hosts)
         host->stop();
+}
+
+void ProxyLayer::keyMove(const QRectF &delta)
+{
+    const QList<ProxyWidget *> hosts = getWidgets();
+    for (ProxyWidget *host : hosts)
+        host->keyMove(delta);
 }
 
 void ProxyLayer::updateSelection()

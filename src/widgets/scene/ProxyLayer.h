@@ -56,6 +56,8 @@ public:
     void setTypeFrame(int type);
     void start();
     void stop();
+    /// Moves and grows the selected elements by that much, see ProxyWidget::keyMove.
+    void keyMove(const QRectF &delta);
 
     // Layers compare by z-value only.
     bool operator==(const ProxyLayer &o) const { return zValue() == o.zValue(); }
@@ -67,6 +69,8 @@ signals:
     /// The order of the layers changed.
     void propertyChange();
     void transparencyChanged(bool transparency);
+    /// An element asks to have the selection copied.
+    void copyWidget();
     void nodeAdded(Nodes::NodeLink link);
     void propertyUpdated(Nodes::BasicProperty *property);
     void nodeRemoved(Nodes::NodeLink link);

@@ -33,6 +33,7 @@ ProxyScene::ProxyScene(Nodes::BasicNode *node, int, QObject *parent)
     m_selectionTimer.setInterval(selectionDelay);
     m_selectionTimer.setSingleShot(true);
     if (isEditing()) {
+        createActions();
         connect(&m_selectionTimer, &QTimer::timeout, this, &ProxyScene::onSelectionChanged);
         connect(this, &ProxyScene::selectionChanged, &m_selectionTimer,
                 qOverload<>(&QTimer::start));
@@ -81,6 +82,7 @@ void ProxyScene::addLayers(const QList<ProxyLayer *> &layers)
             addItem(layer);
         connect(layer, &ProxyLayer::propertyChange, this, &ProxyScene::updateZOrder);
         connect(&m_selectionTimer, &QTimer::timeout, layer, &ProxyLayer::updateSelection);
+        connect(layer, &ProxyLayer::copyWidget, this, &ProxyScene::onCopyToBuffer);
     }
     m_layers += layers;
 }
@@ -209,15 +211,6 @@ void ProxyScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (m_isEditable)
         QGraphicsScene::mousePressEvent(event);
-}
-
-void ProxyScene::keyReleaseEvent(QKeyEvent *event)
-{
-    // Elements at run time see the release of a key as one more press; they rely on it.
-    if (isEditing())
-        QGraphicsScene::keyReleaseEvent(event);
-    else
-        QGraphicsScene::keyPressEvent(event);
 }
 
 } // namespace Widgets

@@ -4,6 +4,7 @@
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
+#include "utils/AddNodeLinkCommand.h"
 #include "utils/SortNodeTypes.h"
 
 #include <QMenu>
@@ -42,26 +43,33 @@ void ProxyScene::fillAddGroup(const std::vector<Nodes::NodeType> &types)
         menu = menu->addMenu(QString::fromStdString(types.front().GetTypeNameTranslated()));
     for (const Nodes::NodeType &type : types) {
         QAction *action = menu->addAction(QString::fromStdString(type.GetSubtypeNameTranslated()));
-        connect(action, &QAction::triggered, this, [this, type] { addWidget(type); });
+        connect(action, &QAction::triggered, this,
+                [this, type] { addWidget(type, m_pastePosition, false); });
     }
     m_addMenu->addSeparator();
 }
 
-void ProxyScene::addWidget(Nodes::NodeType type)
+bool ProxyScene::addWidget(Nodes::NodeType type, QPointF point, bool isCentre)
 {
     const QList<ProxyLayer *> sorted = sortZOrder();
     Nodes::ConfigNode *parent = sorted.isEmpty() ? nullptr : sorted.last()->getNode();
     Nodes::NodesCollection *project = parent ? parent->GetNodesCollection() : nullptr;
     if (!project) {
         warn("Коллекция не найдена");
-        return;
+        return false;
     }
     // The layer hears of the new child and shows it.
     auto *node = dynamic_cast<Nodes::BasicWidget *>(project->CreateNode(type, parent));
-    if (node)
-        node->SetPosition(int(m_pastePosition.x()), int(m_pastePosition.y()));
-    else
+    if (!node) {
         warn("Узел не создан");
+        return false;
+    }
+    const Nodes::NRect box = node->GetGeometry();
+    const QPoint corner =
+        point.toPoint() - (isCentre ? QPoint(box.width / 2, box.height / 2) : QPoint());
+    node->SetPosition(corner.x(), corner.y());
+    pushToUndoStack(new Utils::AddNodeLinkCommand(Nodes::NodeLink(node), Nodes::NodeLink(parent)));
+    return true;
 }
 
 } // namespace Widgets

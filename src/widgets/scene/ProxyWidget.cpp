@@ -5,6 +5,7 @@
 #include "widgets/elements/IWidget.h"
 #include "widgets/scene/Border.h"
 #include "widgets/scene/ElementFactory.h"
+#include "widgets/scene/Locker.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/model/BasicProperty.h"
@@ -15,6 +16,10 @@
 namespace Widgets {
 
 namespace {
+
+// An element smaller than this has no room for a lock.
+constexpr double lockerWidth = 50;
+constexpr double lockerHeight = 5;
 
 constexpr int settleTime = 100; // ms; a burst of writes shows its last state only
 
@@ -42,8 +47,10 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
 {
     m_link = link;
     setObjectName(QString::fromStdString(m_link.GetLinkName(true)));
-    if (isEditor())
+    if (isEditor()) {
         m_border = new Border(this);
+        m_locker = new Locker(this);
+    }
     connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished);
     connect(this, &ProxyWidget::propertyUpdated, this, &ProxyWidget::onPropertyUpdated);
     Nodes::BasicWidget *node = getNode();
@@ -54,6 +61,10 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
     else
         setFrame();
     rememberGeometry();
+    if (m_locker) {
+        m_locker->setLock(node && !node->isMovable());
+        connect(m_locker, &Locker::lockChanged, this, &ProxyWidget::onLockChanged);
+    }
     start();
 }
 
@@ -150,8 +161,15 @@ void ProxyWidget::forgetElement()
 void ProxyWidget::takeFlags(const Nodes::BasicWidget &node)
 {
     m_isNotSelectable = !node.isSelectable();
-    setFlag(ItemIsMovable, node.isMovable());
+    takeMovable(node);
     takeSelectable(node);
+}
+
+void ProxyWidget::takeMovable(const Nodes::BasicWidget &node)
+{
+    setFlag(ItemIsMovable, node.isMovable());
+    if (m_locker)
+        m_locker->setLock(!node.isMovable());
 }
 
 void ProxyWidget::takeSelectable(const Nodes::BasicWidget &node)
@@ -210,7 +228,7 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
         later(&ProxyWidget::takeSelectable);
         break;
     case 12104:
-        setFlag(ItemIsMovable, node->isMovable());
+        takeMovable(*node);
         break;
     case 12128:
         takeDisabled(*node);
@@ -219,6 +237,7 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     case 11002:
     case 11003:
     case 11004:
+        rememberGeometry(); // also after an undo: the next edit starts from there
         setPositionItems(QRectF());
         break;
     default:
@@ -251,6 +270,8 @@ void ProxyWidget::setPositionItems(const QRectF &rect)
     m_border->setPos(-grown / 2, -grown / 2);
     m_border->setSize(box.width() + grown, box.height() + grown);
     m_border->setOutline(m_frameType == FrameOutside || m_frameType == FrameInside);
+    m_locker->setSuppressed(box.width() < lockerWidth || box.height() < lockerHeight);
+    m_locker->setPos(box.width() - m_locker->width() - 6, -m_locker->height() / 2);
 }
 
 void ProxyWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
@@ -264,10 +285,13 @@ void ProxyWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *optio
 QVariant ProxyWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     const QVariant result = QGraphicsProxyWidget::itemChange(change, value);
-    if (change == ItemSelectedChange)
+    if (change == ItemSelectedChange) {
+        if (m_locker)
+            m_locker->setOwnerSelected(value.toBool());
         emit selectedChanged(value.toBool());
-    else if (change == ItemPositionHasChanged)
+    } else if (change == ItemPositionHasChanged) {
         emit positionChanged(value.toPointF());
+    }
     return result;
 }
 

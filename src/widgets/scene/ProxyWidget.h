@@ -4,11 +4,14 @@
 
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodeLink.h"
+#include "nodes/model/NodesArray.h"
 #include "utils/NodeRelay.h"
 
 #include <QGraphicsProxyWidget>
 
 class IWidget;
+class QMimeData;
+class QUndoCommand;
 
 namespace Nodes {
 class BasicProperty;
@@ -19,6 +22,7 @@ namespace Widgets {
 
 class Border;
 class DirectPainting;
+class Locker;
 
 /// Scene item that hosts one visual element: creates it through the element factory, starts it,
 /// and follows its node's place, order, visibility and flags. Owns the element, not the node.
@@ -60,10 +64,30 @@ public:
     /// Puts the editor's border around the rectangle; an empty one means the present geometry.
     void setPositionItems(const QRectF &rect);
 
+    /// Moves and grows the element, when selected, by the delta's corner and size (scene pixels;
+    /// no smaller than 0). One that is not movable takes changes of the size alone. Nothing is
+    /// committed before ProxyScene::onMoveFinished.
+    void keyMove(const QRectF &delta);
+    /// Has the scene delete this element alone; false when it cannot be selected or is in no
+    /// editor.
+    bool removeWidget();
+    /// Step that gives the node the item's place and size; null when it has them. Owned by the
+    /// parent, or else by the caller.
+    QUndoCommand *getGeometryChangeCommand(QUndoCommand *parent);
+    /// Step that makes the node movable or not. Without `push` it is done already.
+    QUndoCommand *getIsMoviedPropertiesChangeCommand(QUndoCommand *parent, bool &movable,
+                                                     bool &push);
+    /// Nodes of the element's project that are dragged, by path or by id; absent ones left out.
+    Nodes::NodesArray getNaFromMineDate(const QMimeData *mime) const;
+    /// Null outside the editor.
+    Locker *locker() const { return m_locker; }
+
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 
 signals:
+    /// Asks to have the selection copied.
+    void copyWidget();
     void propertyUpdated(Nodes::BasicProperty *property);
     void positionChanged(QPointF position);
     void selectedChanged(bool value);
@@ -91,9 +115,11 @@ private:
     void takeAll();
     void takeDisabled(const Nodes::BasicWidget &node);
     void takeFlags(const Nodes::BasicWidget &node);
+    void takeMovable(const Nodes::BasicWidget &node);
     void takeSelectable(const Nodes::BasicWidget &node);
     void onPropertyUpdated(Nodes::BasicProperty *property);
     void onMovedFinished();
+    void onLockChanged(bool lock);
     void later(void (ProxyWidget::*take)(const Nodes::BasicWidget &));
     void takeVisible(const Nodes::BasicWidget &node);
     void forwardToView(QGraphicsSceneMouseEvent *event);
@@ -108,6 +134,7 @@ private:
     IWidget *m_element = nullptr;
     DirectPainting *m_direct = nullptr; // the element, when it paints without a widget's machinery
     Border *m_border = nullptr;         // child item; editor only
+    Locker *m_locker = nullptr;         // child item; editor only
     TypeFrame m_frameType = FrameOutside;
     Utils::NodeRelay m_relay;
 };

@@ -121,16 +121,6 @@ void ProxyWidget::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
         event->accept();
 }
 
-void ProxyWidget::onMovedFinished()
-{
-    const QPoint place = pos().toPoint();
-    Nodes::BasicWidget *node = getNode();
-    if (!node || place == m_committed.topLeft())
-        return;
-    node->SetPosition(place.x(), place.y());
-    rememberGeometry();
-}
-
 // The element hears that another one took the focus: what was entered is committed then.
 void ProxyWidget::focusOutEvent(QFocusEvent *event)
 {
