@@ -12,6 +12,7 @@
 #include "nodes/actions/actionOverrideCursor.h"
 #include "nodes/actions/actionPlaySound.h"
 #include "nodes/actions/actionRestoreCursor.h"
+#include "nodes/actions/actionShowAlarms.h"
 #include "nodes/actions/actionShowMenu.h"
 #include "nodes/actions/actionShowWindow.h"
 #include "nodes/actions/actionShowWindowTemplate.h"
@@ -112,6 +113,7 @@ void addActions(KindTable &table)
     table.Add(actionOverrideCursor::Kind());
     table.Add(actionPlaySound::Kind());
     table.Add(actionRestoreCursor::Kind());
+    table.Add(actionShowAlarms::Kind());
     table.Add(actionShowWindowTemplate::Kind());
     table.Add(templateArgument::Kind());
 }

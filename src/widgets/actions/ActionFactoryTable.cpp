@@ -12,6 +12,7 @@
 #include "widgets/actions/qactionOverrideCursor.h"
 #include "widgets/actions/qactionPlaySound.h"
 #include "widgets/actions/qactionRestoreCursor.h"
+#include "widgets/actions/qactionShowAlarms.h"
 #include "widgets/actions/qactionShowMenu.h"
 #include "widgets/actions/qactionShowWindow.h"
 #include "widgets/actions/qactionShowWindowTemplate.h"
@@ -40,6 +41,7 @@ ActionFactoryTable::ActionFactoryTable()
     add<qactionShowWindowTemplate>(0x1000e);
     add<qactionOverrideCursor>(0x10010);
     add<qactionRestoreCursor>(0x10011);
+    add<qactionShowAlarms>(0x10012);
     add<qactionArchiverDBMgr>(0x106001);
 }
 

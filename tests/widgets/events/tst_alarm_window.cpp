@@ -29,6 +29,7 @@ namespace {
 
 constexpr const char *plant = R"xml(
 <station id="20" name="St"><alarming id="21" name="A" %1>%2</alarming>%3</station>
+<actionShowAlarms id="40" name="show"/>
 <memorySignal id="31" name="T"><alarmLimit id="32" name="high" limit="80" sound="a.wav"/></memorySignal>
 <memorySignal id="33" name="P"><alarmLimit id="34" name="high" limit="80" sound="no.wav"/></memorySignal>)xml";
 
@@ -346,6 +347,9 @@ void TestAlarmWindow::toldOfEarlierAlarms()
     plant.project.manager->Start();
     QTRY_VERIFY(plant.window().isVisible());
     QCOMPARE(plant.model().rowCount(), 1);
+    plant.button("Закрыть")->click();
+    plant.project.push(40);
+    QTRY_VERIFY(plant.window().isVisible());
 }
 
 QTEST_MAIN(TestAlarmWindow)

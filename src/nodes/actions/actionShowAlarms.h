@@ -1,0 +1,14 @@
+#pragma once
+
+#include "nodes/actions/BasicAction.h"
+
+namespace Nodes {
+
+/// Brings the alarm window up with the alarms as they stand, for an operator who closed it.
+class NODES_EXPORT actionShowAlarms : public BasicAction
+{
+public:
+    static KindInfo Kind();
+};
+
+} // namespace Nodes
