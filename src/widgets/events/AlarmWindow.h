@@ -27,6 +27,8 @@ public:
     /// Takes a new or changed alarm. The window comes up shortly afterwards, once for many, unless
     /// the alarm was merely acknowledged or is over.
     void ReceiveAlarm(const Nodes::BasicEvent &event);
+    /// An alarm came and the window is about to follow.
+    bool isComingUp() const { return m_comingUp.isActive(); }
     /// For an operator who asks for the list: brings it up to date and then up.
     void open();
     /// Switches the sound on and shows the window, or raises and activates it. Nothing unless the
