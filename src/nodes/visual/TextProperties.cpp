@@ -28,7 +28,7 @@ template <class Base> void TextProperties<Base>::DescribeText(KindBuilder &build
         .template Property<&Text::m_textColor>(12230, "color", "Text colour", "Цвет текста");
 }
 
-template class NODES_EXPORT TextProperties<BasicWidget>;
-template class NODES_EXPORT TextProperties<BasicFramedWidget>;
+template class TextProperties<BasicWidget>;
+template class TextProperties<BasicFramedWidget>;
 
 } // namespace Nodes

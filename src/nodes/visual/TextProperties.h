@@ -10,7 +10,7 @@
 namespace Nodes {
 
 /// Font, alignment and text colour for the elements that show text, whatever else their base has.
-template <class Base> class TextProperties : public Base
+template <class Base> class NODES_EXPORT TextProperties : public Base
 {
 public:
     NFont GetFont() const
