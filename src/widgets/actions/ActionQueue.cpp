@@ -81,9 +81,7 @@ Nodes::BasicAction *ActionQueue::copyNode(Nodes::BasicAction &node)
     if (!action)
         return nullptr;
     action->setCurrentDisplay(node.currentDisplay());
-    action->setTriggerPoint(node.triggerPoint());
-    // Of one gesture: whoever pushes the action next may have no place.
-    node.setTriggerPoint(std::nullopt);
+    action->setTriggerPoint(node.takeTriggerPoint());
     const std::lock_guard<std::mutex> lock(m_copiesMutex);
     m_copies[action] = std::move(copy);
     return action;
