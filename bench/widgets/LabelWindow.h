@@ -11,7 +11,7 @@
 #include "nodes/values/ValueCell.h"
 #include "nodes/visual/BasicWindow.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QThread>
@@ -82,6 +82,25 @@ struct LabelProject
     Nodes::BasicWindow *window = nullptr;
     std::vector<std::shared_ptr<Nodes::ValueCell>> cells;
     int round = 0;
+};
+
+/// Without a screen, silent, and not over when a window is.
+class BenchApplication : public QApplication
+{
+public:
+    BenchApplication(int &argc, char **argv) : QApplication(prepared(argc), argv)
+    {
+        setQuitOnLastWindowClosed(false);
+    }
+
+private:
+    static int &prepared(int &argc)
+    {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES"))
+            qputenv("QT_LOGGING_RULES", "station.*=false;qt.qpa.*=false");
+        return argc;
+    }
 };
 
 /// Counts the paintings of a viewport.

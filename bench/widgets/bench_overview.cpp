@@ -9,8 +9,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-
 #include <chrono>
 #include <cstdio>
 
@@ -42,8 +40,8 @@ struct Sample
     template <class Node> std::vector<Node *> all() const
     {
         std::vector<Node *> found;
-        for (Nodes::ConfigNode *node : core.GetNodesCollection()->GetRoot()->GetNodes(true)) {
-            if (auto *typed = dynamic_cast<Node *>(node))
+        for (const Nodes::NodeLink &node : core.GetNodesCollection()->GetRoot()->GetNodes(true)) {
+            if (auto *typed = dynamic_cast<Node *>(node.GetNode()))
                 found.push_back(typed);
         }
         return found;
@@ -57,22 +55,30 @@ struct Sample
         throw std::runtime_error(std::string("the project has no ") + name);
     }
 
-    /// A window of all elements of those pages and windows.
-    Nodes::BasicWindow &gather(std::initializer_list<const char *> pages)
+    static void add(Nodes::ConfigNode &window, const Nodes::ConfigNode &elements)
+    {
+        const Nodes::NodesArray nodes = elements.GetArray();
+        const Nodes::Result allowed = window.CanDropNodes(nodes, Nodes::ConfigNode::DropCopy);
+        if (!allowed)
+            throw std::runtime_error(allowed.ToString());
+        window.DropNodes(nodes, Nodes::ConfigNode::DropCopy);
+    }
+    static void addLayers(Nodes::ConfigNode &window, const Nodes::BasicComposition &page)
+    {
+        for (const Nodes::NodeLink &layer : page.GetNodes())
+            add(window, *layer.GetNode());
+    }
+    /// A window of all elements of two pages and two windows.
+    Nodes::BasicWindow &gather()
     {
         auto &window = *core.GetNodesCollection()->CreateNode(
             Nodes::NodeType(Nodes::NodeType::SubtypeWindow), core.GetNodesCollection()->GetRoot());
         LabelProject::set(window, "width", "1920");
         LabelProject::set(window, "height", "1000");
-        for (const char *page : pages) {
-            Nodes::NodesArray clones;
-            Nodes::NodesArray children;
-            for (Nodes::ConfigNode *child : named<Nodes::ConfigNode>(page).GetNodes(false))
-                children.push_back(child->GetNodeLink());
-            if (!core.GetNodesCollection()->CloneNodes(children, clones, true) ||
-                !window.AddNodes(clones))
-                throw std::runtime_error(page);
-        }
+        addLayers(window, named<Nodes::BasicComposition>("Котельная"));
+        addLayers(window, named<Nodes::BasicComposition>("Котёл 1"));
+        add(window, named<Nodes::BasicWindow>("Управление котлом 1"));
+        add(window, named<Nodes::BasicWindow>("Обучение"));
         return dynamic_cast<Nodes::BasicWindow &>(window);
     }
 
@@ -83,8 +89,8 @@ struct Sample
 int elementCount(const Nodes::ConfigNode &node)
 {
     int count = 0;
-    for (const Nodes::ConfigNode *below : node.GetNodes(true))
-        count += dynamic_cast<const Nodes::BasicWidget *>(below) ? 1 : 0;
+    for (const Nodes::NodeLink &below : node.GetNodes(true))
+        count += dynamic_cast<const Nodes::BasicWidget *>(below.GetNode()) ? 1 : 0;
     return count;
 }
 
@@ -96,8 +102,7 @@ double secondsSince(std::chrono::steady_clock::time_point begun)
 void openEveryControl(benchmark::State &state)
 {
     Sample sample;
-    Nodes::BasicWindow &node =
-        sample.gather({"Котельная", "Котёл 1", "Управление котлом 1", "Обучение"});
+    Nodes::BasicWindow &node = sample.gather();
     state.counters["elements"] = elementCount(node);
     for (auto _ : state) {
         const auto begun = std::chrono::steady_clock::now();
@@ -141,11 +146,7 @@ BENCHMARK(turnPage)->UseManualTime()->Iterations(30)->Unit(benchmark::kMilliseco
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES"))
-        qputenv("QT_LOGGING_RULES", "station.*=false;qt.qpa.*=false");
-    QApplication app(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
+    const BenchApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (argc < 2) {
         std::fputs("usage: bench_overview PROJECT.xml [benchmark options]\n", stderr);

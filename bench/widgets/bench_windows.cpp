@@ -8,8 +8,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
-
 #include <chrono>
 
 namespace {
@@ -108,11 +106,7 @@ BENCHMARK(showAgain)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES"))
-        qputenv("QT_LOGGING_RULES", "station.*=false;qt.qpa.*=false");
-    QApplication app(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
+    const BenchApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }
