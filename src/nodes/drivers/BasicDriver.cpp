@@ -93,6 +93,17 @@ void BasicDriver::Validate(ValidationResults &results) const
                         "»; перенесите его на уровень станции");
 }
 
+void BasicDriver::addMisplaced(const ConfigNode &node, const char *driver,
+                               ValidationResults &results)
+{
+    const BasicDriver *above = Above(node);
+    const std::string place =
+        above ? "под чужим драйвером «" + above->GetName() + "»" : "вне драйверов";
+    results.Add(node.GetNodeLink(), Result(&node, Result::InvalidArgument, node.GetPath()),
+                node.GetName() + ": стоит " + place + " и не получит значений; перенесите под " +
+                    driver);
+}
+
 AuthPrivArray BasicDriver::GetAvailablePrivs() const
 {
     AuthPrivArray privileges = ConfigNode::GetAvailablePrivs();

@@ -26,6 +26,15 @@ public:
     std::vector<BasicSignal *> GetSignals() const;
     /// The nearest driver above the node; null without one.
     static BasicDriver *Above(const ConfigNode &node);
+    /// Adds a finding unless the nearest driver above the node is a `Driver`, which alone
+    /// gives it values. `driver`: what people call it.
+    template <class Driver>
+    static void ValidatePlace(const ConfigNode &node, const char *driver,
+                              ValidationResults &results)
+    {
+        if (!dynamic_cast<Driver *>(Above(node)))
+            addMisplaced(node, driver, results);
+    }
 
     /// Starts the driver's work. A disabled driver stays stopped and its signals are Bad with
     /// NotAvailable. The reason of a failure is also what the signals show.
@@ -55,6 +64,9 @@ protected:
     void DegradeAll(const Result &reason);
 
 private:
+    static void addMisplaced(const ConfigNode &node, const char *driver,
+                             ValidationResults &results);
+
     bool m_isEnabled = true;
 };
 

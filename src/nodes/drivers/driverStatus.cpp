@@ -1,5 +1,6 @@
 #include "nodes/drivers/driverStatus.h"
 
+#include "nodes/drivers/BasicDriver.h"
 #include "nodes/model/KindBuilder.h"
 
 namespace Nodes {
@@ -9,6 +10,12 @@ KindInfo driverStatus::Kind()
     return KindBuilder::For<driverStatus>(NodeType::enNodeSubtype(0x5005), "driverStatus",
                                           "Driver status", "Состояние связи")
         .Inherit<BasicSignal>();
+}
+
+void driverStatus::Validate(ValidationResults &results) const
+{
+    BasicSignal::Validate(results);
+    BasicDriver::ValidatePlace<BasicDriver>(*this, "драйвер", results);
 }
 
 Result driverStatus::DoWrite(const SignalValue &)

@@ -12,6 +12,7 @@ public:
     driverStatus() { SetValueType(enSignalValueType::Bool); }
     static KindInfo Kind();
     SignalOrigin GetOrigin() const override { return SignalOrigin::Changes; }
+    void Validate(ValidationResults &results) const override;
 
 protected:
     Result DoWrite(const SignalValue &value) override;

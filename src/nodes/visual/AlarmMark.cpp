@@ -69,7 +69,7 @@ AlarmMark AlarmMark::Of(const BasicSignal &signal)
         const SignalValue value = signal.GetValue();
         return value.GetQuality() == Quality::Bad
                    ? AlarmMark()
-                   : OfZone(LimitZones::FromAlarms(signal).GetZone(value.ToDouble()));
+                   : OfZone(LimitZones::FromOwnAlarms(signal).GetZone(value.ToDouble()));
     }
     AlarmMark first;
     bool isUnacked = false;

@@ -1,6 +1,7 @@
 #include "nodes/visual/LimitZones.h"
 
 #include "nodes/alarms/alarmLimit.h"
+#include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
 
 #include <algorithm>
@@ -10,26 +11,47 @@ namespace Nodes {
 LimitZones LimitZones::FromAlarms(const BasicSignal &signal)
 {
     LimitZones zones;
-    for (const auto &child : signal.Children()) {
-        const auto *alarm = dynamic_cast<const alarmLimit *>(child.get());
-        if (!alarm)
-            continue;
-        switch (alarm->GetLimitType()) {
-        case alarmLimit::LowLow:
-            zones.lowLow = std::max(zones.lowLow, alarm->GetLimit());
-            break;
-        case alarmLimit::Low:
-            zones.low = std::max(zones.low, alarm->GetLimit());
-            break;
-        case alarmLimit::High:
-            zones.high = std::min(zones.high, alarm->GetLimit());
-            break;
-        case alarmLimit::HighHigh:
-            zones.highHigh = std::min(zones.highHigh, alarm->GetLimit());
-            break;
-        }
-    }
+    const NodesCollection *project = signal.GetNodesCollection();
+    const ConfigNode *root = project ? project->GetRoot() : nullptr;
+    zones.addBelow(root ? *root : signal, signal);
     return zones;
+}
+
+LimitZones LimitZones::FromOwnAlarms(const BasicSignal &signal)
+{
+    LimitZones zones;
+    zones.addBelow(signal, signal);
+    return zones;
+}
+
+void LimitZones::addBelow(const ConfigNode &node, const BasicSignal &signal)
+{
+    for (const auto &child : node.Children()) {
+        const bool isAlarm = child->GetNodeType().GetFamily() == NodeType::TypeAlarm;
+        const auto *alarm = isAlarm ? dynamic_cast<const alarmLimit *>(child.get()) : nullptr;
+        if (alarm && alarm->GetSignal() == &signal)
+            add(*alarm);
+        addBelow(*child, signal);
+    }
+}
+
+void LimitZones::add(const alarmLimit &alarm)
+{
+    const double limit = alarm.GetLimit();
+    switch (alarm.GetLimitType()) {
+    case alarmLimit::LowLow:
+        lowLow = std::max(lowLow, limit);
+        break;
+    case alarmLimit::Low:
+        low = std::max(low, limit);
+        break;
+    case alarmLimit::High:
+        high = std::min(high, limit);
+        break;
+    case alarmLimit::HighHigh:
+        highHigh = std::min(highHigh, limit);
+        break;
+    }
 }
 
 LimitZones::enZone LimitZones::GetZone(double value) const

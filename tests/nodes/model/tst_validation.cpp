@@ -94,6 +94,37 @@ private slots:
         QCOMPARE(folder->isValid().size(), std::size_t(2));
     }
 
+    void signalsStandBelowADriverOfTheirKind_data()
+    {
+        // owner: key of the kind the signal stands below; said: what the finding names, "" for none
+        const Rows<QString, QString, QString> row("owner", "signal", "said");
+        row("host", "hostDriver", "hostSignal", "");
+        row("simulator", "simulatorDriver", "simulatorSignal", "");
+        row("host below simulator", "simulatorDriver", "hostSignal", "«чужой»");
+        row("simulator below host", "hostDriver", "simulatorSignal", "«чужой»");
+        row("modbus below host", "hostDriver", "modbusSignal", "«чужой»");
+        row("status below any", "simulatorDriver", "driverStatus", "");
+        row("status below none", "folder", "driverStatus", "вне драйверов");
+        row("own values below any", "simulatorDriver", "memorySignal", "");
+    }
+
+    void signalsStandBelowADriverOfTheirKind()
+    {
+        QFETCH(QString, owner);
+        QFETCH(QString, signal);
+        QFETCH(QString, said);
+        ProjectFixture f;
+        ConfigNode *above = f.add(qPrintable(owner), f.root(), "чужой");
+        const ConfigNode *node = f.add(qPrintable(signal), f.add("folder", above), "сигнал");
+        QString text;
+        for (const ValidationMessage &message : node->isValid()) {
+            const QString found = QString::fromStdString(message.GetMessageStr());
+            text += found.contains("не получит значений") ? found : QString();
+        }
+        QCOMPARE(text.isEmpty(), said.isEmpty());
+        QVERIFY2(text.contains(said), qPrintable(text));
+    }
+
     void listedNodesAreCheckedToo()
     {
         ProjectFixture f;

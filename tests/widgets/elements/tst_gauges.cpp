@@ -13,6 +13,8 @@
 #include "nodes/journal/JournalQuery.h"
 #include "nodes/visual/AlarmMark.h"
 
+#include <cmath>
+
 using namespace Widgets;
 using Nodes::Quality;
 
@@ -55,6 +57,7 @@ private slots:
     void digitsAreEquallyWide();
     void barTellsItsState_data();
     void barTellsItsState();
+    void zonesAreOfTheAlarmsThatWatch();
     void alarmsAreMarkedAsTheyStand();
     void setPointIsFollowed();
     void extremesAreKept();
@@ -130,6 +133,19 @@ void TestGauges::barTellsItsState()
         const QRect end = id == 20 ? QRect(40, 0, 50, 14) : QRect(246, 20, 14, 40);
         QCOMPARE(count(image, end, QColor(32, 36, 40)) > 30, isBeyond);
     }
+}
+
+void TestGauges::zonesAreOfTheAlarmsThatWatch()
+{
+    const RuntimeProject project(R"(
+<memorySignal id="10" name="T"><alarmLimit id="11" name="h" type="H" limit="80"/>
+  <alarmLimit id="12" name="of P" type="HH" limit="50" signal="13"/></memorySignal>
+<memorySignal id="13" name="P"/>
+<folder id="14" name="F"><alarmLimit id="15" name="l" type="L" limit="20" signal="10"/></folder>)");
+    const auto zones = Nodes::LimitZones::FromAlarms(*project.node<Nodes::BasicSignal>(10));
+    QCOMPARE(zones.low, 20.0);
+    QCOMPARE(zones.high, 80.0);
+    QVERIFY(std::isinf(zones.highHigh));
 }
 
 void TestGauges::alarmsAreMarkedAsTheyStand()

@@ -1,5 +1,6 @@
 #include "nodes/drivers/host/hostSignal.h"
 
+#include "nodes/drivers/host/hostDriver.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/ValidationResults.h"
 
@@ -42,6 +43,7 @@ KindInfo hostSignal::Kind()
 void hostSignal::Validate(ValidationResults &results) const
 {
     BasicSignal::Validate(results);
+    BasicDriver::ValidatePlace<hostDriver>(*this, "драйвер «Этот компьютер»", results);
     if (GetMetric() == HostMetric::None)
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "metric"),
                     GetName() + ": выберите показатель");

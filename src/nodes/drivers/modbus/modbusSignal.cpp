@@ -72,6 +72,7 @@ Result modbusSignal::CheckPlace() const
 void modbusSignal::Validate(ValidationResults &results) const
 {
     BasicSignal::Validate(results);
+    BasicDriver::ValidatePlace<modbusDriver>(*this, "«Устройство Modbus TCP»", results);
     const Result place = CheckPlace();
     if (!place)
         results.Add(GetNodeLink(), place,

@@ -25,6 +25,12 @@ SignalValue simulatorSignal::GetInitialValue() const
     return isText ? SignalValue("") : SignalValue(0).ConvertedTo(GetValueType());
 }
 
+void simulatorSignal::Validate(ValidationResults &results) const
+{
+    BasicSignal::Validate(results);
+    BasicDriver::ValidatePlace<simulatorDriver>(*this, "драйвер «Имитатор»", results);
+}
+
 Result simulatorSignal::DoWrite(const SignalValue &value)
 {
     auto *driver = dynamic_cast<simulatorDriver *>(BasicDriver::Above(*this));

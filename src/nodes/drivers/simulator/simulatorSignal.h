@@ -15,6 +15,8 @@ public:
     /// `value` before the first step, as the signal's type; the type's zero when none is set.
     SignalValue GetInitialValue() const;
 
+    void Validate(ValidationResults &results) const override;
+
 protected:
     Result DoWrite(const SignalValue &value) override;
 
