@@ -1,4 +1,5 @@
 // The menu from which new elements are added to the topmost layer.
+#include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 
@@ -8,7 +9,6 @@
 #include "utils/SortNodeTypes.h"
 
 #include <QMenu>
-#include <QMessageBox>
 
 namespace Widgets {
 
@@ -16,8 +16,7 @@ namespace {
 
 void warn(const char *text)
 {
-    QMessageBox::warning(nullptr, QStringLiteral("Внимание"), QString::fromUtf8(text),
-                         QMessageBox::Ok);
+    PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Внимание"), QString::fromUtf8(text));
 }
 
 } // namespace

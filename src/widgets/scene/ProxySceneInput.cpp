@@ -1,4 +1,5 @@
 // Keys, the context menu and what is dropped from the element panel, while editing.
+#include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
@@ -14,7 +15,6 @@
 #include <QGraphicsView>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 
 #include <algorithm>
@@ -216,8 +216,8 @@ void ProxyScene::dropEvent(QGraphicsSceneDragDropEvent *event)
         if (type.GetFamily() != Nodes::NodeType::TypeWidget)
             continue;
         if (sortZOrder().isEmpty()) {
-            QMessageBox::critical(nullptr, QStringLiteral("Внимание"),
-                                  QStringLiteral("Отсутствуют слои"));
+            PlainMessageBox::ask(QMessageBox::Critical, QStringLiteral("Внимание"),
+                                 QStringLiteral("Отсутствуют слои"));
             break;
         }
         if (addWidget(type, event->scenePos(), true))
