@@ -2,6 +2,7 @@
 
 #include "apps/station/StartClock.h"
 
+#include "nodes/alarms/systemAlarming.h"
 #include "nodes/system/systemCore.h"
 #include "widgets/windows/WindowManager.h"
 
@@ -45,6 +46,7 @@ StationStatus::StationStatus(const std::string &file, bool withTexts, const Star
 StationStatus::~StationStatus()
 {
     m_windows.clear();
+    m_alarms = {};
     write("stopped");
 }
 
@@ -64,14 +66,36 @@ std::vector<WindowReport> StationStatus::look() const
     return windows;
 }
 
+/// Empty when the project watches no alarms.
+QJsonObject StationStatus::countAlarms() const
+{
+    using State = Nodes::AlarmState;
+    const Nodes::systemAlarming *alarming = m_manager->getSystemAlarming();
+    if (!alarming)
+        return {};
+    int active = 0;
+    int unacknowledged = 0;
+    int hidden = 0;
+    for (const Nodes::BasicEvent &alarm : alarming->GetActiveAlarms()) {
+        const State state = alarm.alarmState;
+        active += state == State::ActiveUnacked || state == State::ActiveAcked;
+        unacknowledged += state == State::ActiveUnacked || state == State::ReturnedUnacked;
+        hidden +=
+            state == State::Shelved || state == State::Suppressed || state == State::OutOfService;
+    }
+    return {{"active", active}, {"unacknowledged", unacknowledged}, {"hidden", hidden}};
+}
+
 void StationStatus::tick()
 {
     if (!m_manager)
         return;
     std::vector<WindowReport> windows = look();
-    if (windows == m_windows && m_sinceWrite.elapsed() < writePeriod)
+    QJsonObject alarms = countAlarms();
+    if (windows == m_windows && alarms == m_alarms && m_sinceWrite.elapsed() < writePeriod)
         return;
     m_windows = std::move(windows);
+    m_alarms = std::move(alarms);
     write("running");
 }
 
@@ -90,6 +114,8 @@ QByteArray StationStatus::describe(const char *state) const
         {"rssBytes", residentMemory()},
         {"windows", windows},
     };
+    if (!m_alarms.isEmpty())
+        status["alarms"] = m_alarms;
     if (const auto firstFrame = m_clock.firstFrame())
         status["firstFrameMs"] = double(*firstFrame);
     return QJsonDocument(status).toJson();

@@ -3,6 +3,7 @@
 #include "apps/station/WindowReport.h"
 
 #include <QElapsedTimer>
+#include <QJsonObject>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -39,6 +40,7 @@ public:
 private:
     void tick();
     std::vector<WindowReport> look() const;
+    QJsonObject countAlarms() const;
     void write(const char *state);
     QByteArray describe(const char *state) const;
     bool replaceFile(const QByteArray &content) const;
@@ -51,6 +53,7 @@ private:
     QTimer m_timer;
     QElapsedTimer m_sinceWrite;
     std::vector<WindowReport> m_windows; // as last written
+    QJsonObject m_alarms;
     bool m_isFailing = false;
 };
 

@@ -144,11 +144,15 @@ QVector<ShownElement> StationRig::shown() const
     return elements;
 }
 
-bool StationRig::onDisplay(const QString &program, const QStringList &arguments) const
+bool StationRig::onDisplay(const QString &program, const QStringList &arguments,
+                           QByteArray *output) const
 {
     ChildProcess tool;
     tool.setProcessEnvironment(environment());
-    return tool.begin(program, arguments) && tool.waitForFinished(10000) && tool.end();
+    const bool isDone = tool.begin(program, arguments) && tool.waitForFinished(10000) && tool.end();
+    if (output)
+        *output = tool.readAllStandardOutput();
+    return isDone;
 }
 
 void StationRig::xdotool(const QStringList &arguments) const
@@ -171,6 +175,20 @@ void StationRig::type(const QString &text, const QString &key) const
 bool StationRig::hasTitle(const QString &title) const
 {
     return onDisplay("xdotool", {"search", "--onlyvisible", "--name", "^" + title + "$"});
+}
+
+QRect StationRig::placeOf(const QString &title) const
+{
+    QByteArray output;
+    if (!onDisplay("xdotool",
+                   {"search", "--onlyvisible", "--name", "^" + title + "$", "getwindowgeometry",
+                    "--shell"},
+                   &output))
+        return {};
+    QMap<QByteArray, int> numbers; // lines of NAME=number
+    for (const QByteArray &line : output.split('\n'))
+        numbers[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
+    return {numbers["X"], numbers["Y"], numbers["WIDTH"], numbers["HEIGHT"]};
 }
 
 void StationRig::drag(const QPoint &from, const QPoint &to) const

@@ -69,14 +69,17 @@ public:
     void type(const QString &text, const QString &key) const;
     /// Whether a window of that title, dialogs included, is on the display.
     bool hasTitle(const QString &title) const;
+    /// Where that window is; empty without one.
+    QRect placeOf(const QString &title) const;
     void drag(const QPoint &from, const QPoint &to) const;
     /// Part of the screen; kept as a file when `STATION_E2E_PICTURES` names a directory.
     QImage grab(const QRect &part, const QString &name) const;
 
 private:
     QProcessEnvironment environment() const;
-    /// Runs a program on the display to its end.
-    bool onDisplay(const QString &program, const QStringList &arguments) const;
+    /// Runs a program on the display to its end; `output` gets what it printed.
+    bool onDisplay(const QString &program, const QStringList &arguments,
+                   QByteArray *output = nullptr) const;
     /// Fails the test when the tool does.
     void xdotool(const QStringList &arguments) const;
 

@@ -17,6 +17,7 @@ namespace {
 const QString header = QStringLiteral("Заголовок");
 const QString footer = QStringLiteral("Навигация");
 const QString schematic = QStringLiteral("Мнемосхема");
+const QString alarms = QStringLiteral("Тревоги");
 const QString control = QStringLiteral("Управление котлом 1");
 
 // Time-out x requests of the driver, two polls, and the two programs' own pace.
@@ -46,6 +47,7 @@ private slots:
     void navigatesByClick();
     void refusesWithoutLogin();
     void logsIn();
+    void acknowledgesTheLoss();
     void setPointTravels();
     void stopsTheBurnerByClick();
     void startsAPumpByItsFaceplate();
@@ -63,6 +65,12 @@ private:
     void clickIn(const QString &window, const QString &facts, const QString &element);
     void enterSetPoint(const QString &text);
     void closeByItsButton(const QString &window);
+    /// A button in the lowest row of the alarm window, `x` from its left or, negative, right edge.
+    void clickInAlarms(int x);
+    int alarmsThatAre(const char *state) const
+    {
+        return m_rig.status()["alarms"].toObject()[state].toInt(-1);
+    }
 
     StationRig m_rig;
 };
@@ -124,6 +132,13 @@ void StationPlantTest::closeByItsButton(const QString &window)
     QTRY_VERIFY(!m_rig.window(window).isOpen);
 }
 
+void StationPlantTest::clickInAlarms(int x)
+{
+    const QRect place = m_rig.placeOf(alarms);
+    QVERIFY(place.isValid());
+    m_rig.click({(x < 0 ? place.right() : place.left()) + x, place.bottom() - 32});
+}
+
 void StationPlantTest::initTestCase()
 {
     const QString missing = StationRig::missingTool();
@@ -177,9 +192,14 @@ void StationPlantTest::marksLossAndRecovers()
     QVERIFY(m_rig.stopPlant());
     QTRY_COMPARE_WITH_TIMEOUT(notLost(), QString(), lossTime);
     QVERIFY(m_rig.grab(place, "lost") != live);
+    QTRY_VERIFY(m_rig.hasTitle(alarms));
+    m_rig.grab({}, "alarm");
 
     QVERIFY(m_rig.startPlant());
     QTRY_COMPARE_WITH_TIMEOUT(notGood(), QString(), recoveryTime);
+    QTRY_COMPARE(alarmsThatAre("active"), 0);
+    clickInAlarms(-60);
+    QTRY_VERIFY(!m_rig.hasTitle(alarms));
 }
 
 void StationPlantTest::navigatesByClick()
@@ -225,6 +245,21 @@ void StationPlantTest::logsIn()
     m_rig.type("1111", "Return");
     QTRY_VERIFY(!m_rig.hasTitle("Авторизация"));
     QTRY_COMPARE(m_rig.window(header).textOf("Пользователь"), QStringLiteral("Оператор смены"));
+}
+
+void StationPlantTest::acknowledgesTheLoss()
+{
+    m_rig.click(m_rig.project().centreOf(footer, "Меню ▴"));
+    for (int entry = 0; entry < 5; ++entry)
+        m_rig.type({}, "Down");
+    m_rig.type({}, "Return");
+    QTRY_VERIFY(m_rig.hasTitle(alarms));
+    m_rig.grab({}, "returned");
+    QCOMPARE(alarmsThatAre("unacknowledged"), 1);
+    clickInAlarms(60);
+    QTRY_COMPARE(alarmsThatAre("unacknowledged"), 0);
+    clickInAlarms(-60);
+    QTRY_VERIFY(!m_rig.hasTitle(alarms));
 }
 
 void StationPlantTest::setPointTravels()
@@ -324,6 +359,11 @@ void StationPlantTest::keptTheWriteInItsJournal()
     QCOMPARE(stop->oldValue, std::string("true"));
     QCOMPARE(stop->newValue, std::string("false"));
     QCOMPARE(stop->user, std::string("operator"));
+    query.text = "Нет связи с контроллером";
+    QVERIFY(journal.Query(query, events));
+    QVERIFY(std::any_of(events.begin(), events.end(), [](const auto &event) {
+        return event.type == Nodes::TypeAcknowledgement && event.user == "operator";
+    }));
     query.text = "Запись отклонена";
     QVERIFY(journal.Query(query, events));
     QCOMPARE(events.size(), std::size_t(1));
