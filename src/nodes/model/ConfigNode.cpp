@@ -10,6 +10,18 @@
 
 namespace Nodes {
 
+namespace {
+
+/// The signal copies a slot several times, and copies of what it has captured are dear.
+template <class Signal, class Slot> boost::signals2::connection subscribe(Signal &signal, Slot slot)
+{
+    return signal.connect([shared = std::make_shared<Slot>(std::move(slot))](const auto &argument) {
+        (*shared)(argument);
+    });
+}
+
+} // namespace
+
 ConfigNode::ConfigNode() = default;
 
 ConfigNode::~ConfigNode()
@@ -135,7 +147,7 @@ NodeNotifications &ConfigNode::notifications()
 
 boost::signals2::connection ConfigNode::ConnectPropertyChanged(PropertySlot slot)
 {
-    return notifications().propertyChanged.connect(std::move(slot));
+    return subscribe(notifications().propertyChanged, std::move(slot));
 }
 
 boost::signals2::connection ConfigNode::ConnectValueChanged(ValueSlot slot)
@@ -145,17 +157,17 @@ boost::signals2::connection ConfigNode::ConnectValueChanged(ValueSlot slot)
 
 boost::signals2::connection ConfigNode::ConnectActivityChanged(ActivitySlot slot)
 {
-    return notifications().activityChanged.connect(std::move(slot));
+    return subscribe(notifications().activityChanged, std::move(slot));
 }
 
 boost::signals2::connection ConfigNode::ConnectChildAdded(LinkSlot slot)
 {
-    return notifications().childAdded.connect(std::move(slot));
+    return subscribe(notifications().childAdded, std::move(slot));
 }
 
 boost::signals2::connection ConfigNode::ConnectChildRemoved(LinkSlot slot)
 {
-    return notifications().childRemoved.connect(std::move(slot));
+    return subscribe(notifications().childRemoved, std::move(slot));
 }
 
 void ConfigNode::NotifyValueChanged(const SignalValue &value) const

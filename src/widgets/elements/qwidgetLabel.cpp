@@ -24,19 +24,20 @@ qwidgetLabel::~qwidgetLabel() = default;
 
 void qwidgetLabel::onUpdateProperties(Nodes::BasicProperty *)
 {
-    if (!m_label)
+    const Nodes::widgetLabel *label = m_label.get(); // looked up once: it is asked a dozen things
+    if (!label)
         return;
-    m_font = Utils::NFontToQFont(m_label->GetFont());
-    m_alignment = Utils::NAligmentToQtAligment(m_label->GetHorizontalAlignment(),
-                                               m_label->GetVerticalAlignment());
-    m_borderWidth = m_label->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(m_label->GetBorderColor());
-    m_textColor = Utils::NColorToQColor(m_label->GetTextColor());
-    applyBackground(Utils::NColorToQColor(m_label->GetBackgroundColor()));
-    setGeometry(Utils::NRectToQRect(m_label->GetGeometry()));
-    m_isWrapped = m_label->GetWordWrap();
-    m_angle = static_cast<float>(m_label->GetAngle());
-    m_isDisabled = m_label->isDisabled();
+    m_font = Utils::NFontToQFont(label->GetFont());
+    m_alignment = Utils::NAligmentToQtAligment(label->GetHorizontalAlignment(),
+                                               label->GetVerticalAlignment());
+    m_borderWidth = label->GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(label->GetBorderColor());
+    m_textColor = Utils::NColorToQColor(label->GetTextColor());
+    applyBackground(Utils::NColorToQColor(label->GetBackgroundColor()));
+    setGeometry(Utils::NRectToQRect(label->GetGeometry()));
+    m_isWrapped = label->GetWordWrap();
+    m_angle = static_cast<float>(label->GetAngle());
+    m_isDisabled = label->isDisabled();
     applyFont();
     onValueUpdated(Nodes::SignalValue());
     repaintElement();
