@@ -165,10 +165,8 @@ int StationApplication::serve()
 
 void StationApplication::shutDown()
 {
-    if (m_manager) {
-        QApplication::closeAllWindows();
+    if (m_manager)
         m_manager->finishActions(shutdownPatience); // what the windows do on closing
-    }
     m_manager.reset();
     m_core->Stop();
 }

@@ -17,13 +17,13 @@ pugi::xml_node nextElement(pugi::xml_node node)
     return node;
 }
 
-bool isRegistered(const pugi::xml_node &element)
+} // namespace
+
+bool IsRegisteredElement(const pugi::xml_node &element)
 {
     const KindInfo *kind = KindTable::Instance().FindByKey(element.name());
     return kind && kind->type.GetSubtype() != NodeType::SubtypeUnknown;
 }
-
-} // namespace
 
 std::optional<unsigned long> ParseNodeId(std::string_view text)
 {
@@ -54,7 +54,7 @@ pugi::xml_node ElementScan::Run(int maximumDepth)
         if (depth > maximumDepth)
             return at;
         note(at, foreignFrom != 0);
-        if (foreignFrom == 0 && !isRegistered(at))
+        if (foreignFrom == 0 && !IsRegisteredElement(at))
             foreignFrom = depth;
         pugi::xml_node next = nextElement(at.first_child());
         if (next) {

@@ -15,6 +15,8 @@ constexpr unsigned long MaximumId = 1ul << 53;
 
 /// Id attribute as a number; nothing when it is missing, zero, too large or no number.
 std::optional<unsigned long> ParseNodeId(std::string_view text);
+/// Whether a kind of node is written as such an element; others are kept as they stand.
+bool IsRegisteredElement(const pugi::xml_node &element);
 
 /// First walk over parsed elements, before any node is made: counts and checks them and finds ids
 /// used twice. Does not recurse.

@@ -3,6 +3,7 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/AtomicFile.h"
+#include "nodes/serial/ElementScan.h"
 #include "nodes/serial/LoadLimits.h"
 #include "nodes/serial/XmlText.h"
 
@@ -20,7 +21,8 @@ public:
     {
         ++m_count;
         for (const pugi::xml_attribute &attribute : node.attributes()) {
-            if (std::string_view(attribute.value()).size() <= m_limits.attributeLength)
+            if (std::string_view(attribute.value()).size() <= m_limits.attributeLength ||
+                isKeptAside(node))
                 continue;
             fault = std::string(attribute.name()) + " of node " + node.attribute("id").value() +
                     " is longer than " + std::to_string(m_limits.attributeLength) + " bytes";
@@ -33,6 +35,14 @@ public:
     std::string fault;
 
 private:
+    /// Part of an element that a reader keeps without looking into it.
+    static bool isKeptAside(pugi::xml_node node)
+    {
+        while (node.type() == pugi::node_element && IsRegisteredElement(node))
+            node = node.parent();
+        return node.type() == pugi::node_element;
+    }
+
     const LoadLimits m_limits{};
     std::size_t m_count = 0;
 };

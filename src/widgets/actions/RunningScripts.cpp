@@ -1,10 +1,11 @@
 #include "widgets/actions/RunningScripts.h"
 
-#include "widgets/actions/ActionJournal.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/actionExecuteScript.h"
+
+#include <utility>
 
 namespace Widgets {
 
@@ -37,18 +38,37 @@ void RunningScripts::run(const Nodes::actionExecuteScript &node)
     job.journal = [journal](const std::string &text) {
         journal.write(Nodes::LevelInformation, text);
     };
-    job.done = [this, journal, owner](const Nodes::Result &result) {
-        m_refused.remove(owner);
-        journal.write(result ? Nodes::LevelAction : Nodes::LevelWarning,
-                      result ? "Сценарий выполнен" : "Сценарий прерван: " + result.ToString());
-        if (result == Nodes::Result::AccessDenied)
-            ShowAccessDenied();
-    };
-    const Nodes::Result started = m_runner->Run(std::move(job));
+    job.done = [this, owner](const Nodes::Result &result) { finish(owner, result); };
+    const Nodes::Result started =
+        m_runner ? m_runner->Run(std::move(job))
+                 : Nodes::Result(Nodes::Result::NotAvailable, "the station stops");
+    if (started)
+        m_running.insert(owner, journal);
     if (started || m_refused.contains(owner))
         return;
     m_refused.insert(owner);
     journal.write(Nodes::LevelWarning, "Сценарий не запущен: " + started.ToString());
+}
+
+void RunningScripts::finish(unsigned long owner, const Nodes::Result &result)
+{
+    const auto running = m_running.find(owner);
+    if (running == m_running.end())
+        return;
+    const ActionJournal journal = *running;
+    m_running.erase(running);
+    m_refused.remove(owner);
+    journal.write(result ? Nodes::LevelAction : Nodes::LevelWarning,
+                  result ? "Сценарий выполнен" : "Сценарий прерван: " + result.ToString());
+    if (result == Nodes::Result::AccessDenied)
+        ShowAccessDenied();
+}
+
+void RunningScripts::abandon()
+{
+    m_runner.reset();
+    for (const ActionJournal &journal : std::exchange(m_running, {}))
+        journal.write(Nodes::LevelWarning, "Сценарий прерван: станция завершается");
 }
 
 } // namespace Widgets

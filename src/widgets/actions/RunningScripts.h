@@ -1,7 +1,10 @@
 #pragma once
 
+#include "widgets/actions/ActionJournal.h"
+
 #include "nodes/scripts/ScriptRunner.h"
 
+#include <QHash>
 #include <QObject>
 #include <QSet>
 
@@ -30,8 +33,15 @@ public:
     /// A script that waits or runs already is not started again; the first such refusal of a run is
     /// journalled.
     void run(const Nodes::actionExecuteScript &node);
+    /// No script waits or runs.
+    bool isIdle() const { return m_running.isEmpty(); }
+    /// Ends those that wait or run, and journals it.
+    void abandon();
 
 private:
+    void finish(unsigned long owner, const Nodes::Result &result);
+
+    QHash<unsigned long, ActionJournal> m_running;
     QSet<unsigned long> m_refused; // told of while their script runs
     std::unique_ptr<Nodes::ScriptRunner> m_runner;
 };

@@ -1,6 +1,7 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "widgets/actions/ActionFactoryTable.h"
+#include "widgets/actions/RunningScripts.h"
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/qactionAlarm.h"
 #include "widgets/events/AlarmWindow.h"
@@ -20,6 +21,7 @@
 #include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QScreen>
 #include <QThread>
 #include <QTimer>
@@ -198,7 +200,7 @@ Nodes::Result WindowManager::checkLimits(const Nodes::BasicAction &node, int pus
     if (pushedGeneration() > MaximumChain) {
         node.StoreMessage(Nodes::LevelWarning,
                           "Действие отклонено: действия бесконечно вызывают друг друга",
-                          node.GetNodeLink());
+                          node.GetPath());
         return Result(&node, Result::LimitExceeded, "actions push each other without end");
     }
     if (!m_queue.isFull() && pushed < ActionQueue::MaximumQueued) {
@@ -207,7 +209,7 @@ Nodes::Result WindowManager::checkLimits(const Nodes::BasicAction &node, int pus
     }
     if (!m_isOverflowTold.exchange(true))
         node.StoreMessage(Nodes::LevelWarning, "Действия отклоняются: очередь переполнена",
-                          node.GetNodeLink());
+                          node.GetPath());
     return Result(&node, Result::LimitExceeded, "the queue of actions is full");
 }
 
@@ -243,6 +245,11 @@ Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
 
 Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
 {
+    if (QThread::currentThread() != thread()) {
+        const auto push = [this, links = std::move(actions)] { pushOfNobody(links); };
+        QMetaObject::invokeMethod(this, push, Qt::QueuedConnection);
+        return {};
+    }
     QVector<qBasicAction *> created;
     Nodes::Result result;
     for (auto link = actions.cbegin(); link != actions.cend() && result; ++link)
@@ -328,8 +335,12 @@ void WindowManager::finishActions(int patience)
             modal->close();
     });
     dismissal.start(retryInterval);
+    hideAll();
     const QDeadlineTimer deadline(patience);
-    const auto isDone = [this] { return m_queue.isEmpty() && m_deferred.isEmpty(); };
+    RunningScripts &scripts = RunningScripts::of(*this);
+    const auto isDone = [&] {
+        return m_queue.isEmpty() && m_deferred.isEmpty() && scripts.isIdle();
+    };
     while (!isDone() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                         QEventLoop::WaitForMoreEvents);
@@ -337,13 +348,32 @@ void WindowManager::finishActions(int patience)
         m_core->StoreMessage(Nodes::LevelWarning,
                              "Станция завершена раньше, чем выполнены все действия",
                              Nodes::NodeLink());
+    scripts.abandon();
+}
+
+// The right to close is asked of operators, not of the end of the station.
+void WindowManager::hideAll()
+{
+    QApplication::closeAllWindows();
+    QVector<QPointer<QWidget>> left;
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        left.append(widget);
+    for (const QPointer<QWidget> &widget : left) {
+        if (widget)
+            widget->hide();
+    }
 }
 
 void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
 {
-    // Whatever action lets it in, the timer has fired by itself.
+    pushOfNobody(timer->GetActions());
+}
+
+// Whatever action lets this in, it has not asked for it.
+void WindowManager::pushOfNobody(const std::vector<Nodes::NodeLink> &actions)
+{
     const qBasicAction *outer = std::exchange(m_executing, nullptr);
-    PushActions(timer->GetActions());
+    (void)PushActions(actions);
     m_executing = outer;
 }
 

@@ -94,7 +94,7 @@ public:
 
     /// Queue actions to be run once each, in order. Unknown kinds and dead links are dropped.
     /// LimitExceeded, journalled, when the queue is full or the chain too long: what was refused is
-    /// not run.
+    /// not run. Links given on another thread are resolved on the GUI thread, a moment later.
     Nodes::Result PushAction(Nodes::BasicAction *action);
     Nodes::Result PushActions(std::vector<Nodes::NodeLink> *actions);
     Nodes::Result PushActions(std::vector<Nodes::NodeLink> actions);
@@ -110,8 +110,9 @@ public:
     /// show something before they go on. What was handed over meanwhile runs afterwards, in order.
     void letEventsRun();
 
-    /// Runs what is queued, and what that queues, before the station ends: at most `patience` ms,
-    /// with no input, every dialog it opens cancelled. What is left then is dropped and journalled.
+    /// Hides every window, whoever may close it, then runs what is queued, what that queues and the
+    /// scripts, before the station ends: at most `patience` ms, with no input, every dialog
+    /// cancelled. What is left then is dropped and journalled.
     void finishActions(int patience);
 
     /// Whether an action is queued or running whose node stands below that one.
@@ -151,6 +152,8 @@ private:
     bool isLettingEventsRun() const;
     void runNextDeferred();
     void postNextDeferred();
+    void pushOfNobody(const std::vector<Nodes::NodeLink> &actions);
+    void hideAll();
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
     void minimizeAll() const;
     static void activatePressed(QObject *watched);

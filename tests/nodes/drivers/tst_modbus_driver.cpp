@@ -1,5 +1,6 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/drivers/ModbusTestServer.h"
+#include "nodes/drivers/modbus/ModbusPoller.h"
 #include "nodes/drivers/modbus/modbusDriver.h"
 #include "nodes/model/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
@@ -257,6 +258,43 @@ private slots:
         const int before = device.server.requests;
         QTRY_VERIFY(device.server.requests > before + 3);
         QCOMPARE(int(device.server.words[0]), 42);
+    }
+
+    void acceptedWritesAreSentOrJournalled_data()
+    {
+        const Rows<int, int> row("fault", "sent");
+        row("slow", ModbusTestServer::Late, 3);
+        row("silent", ModbusTestServer::Silent, 0);
+    }
+
+    void acceptedWritesAreSentOrJournalled()
+    {
+        QFETCH(int, fault);
+        ModbusTestServer server;
+        ModbusSettings settings;
+        settings.host = "127.0.0.1";
+        settings.port = std::to_string(server.port());
+        settings.timeout = 60000;
+        PolledGroup group;
+        group.count = 10;
+        std::atomic<bool> isConnected{false};
+        std::vector<std::string> unsent; // read once the poller's thread is gone
+        ModbusPoller poller(settings, {group},
+                            {[&](EventLevel, const std::string &text, const std::string &path) {
+                                 if (text.find("Запись") == 0)
+                                     unsent.push_back(path);
+                             },
+                             [&](bool is) { isConnected = is; }});
+        poller.Start();
+        QTRY_VERIFY(isConnected);
+        server.lateMs = 40;
+        server.fault = fault;
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(poller.QueueWrite({0, i, {{std::uint16_t(i + 1)}, 1}, std::to_string(i)}));
+        poller.Stop();
+        QTEST(int(3 - unsent.size()), "sent");
+        QCOMPARE(int(server.words[2]), fault == ModbusTestServer::Silent ? 0 : 3);
+        QVERIFY(!poller.QueueWrite({0, 0, {{9}, 1}, "late"}));
     }
 
     void misconfigured_data()

@@ -71,6 +71,16 @@ private slots:
         QVERIFY(ProjectWriter::WriteFile(f.project, nowhere) == Result::StorageError);
     }
 
+    void whatANewerVersionWroteCanBeSaved()
+    {
+        const std::string text = "<project id=\"1\" name=\"P\" format=\"1\"><futureThing blob=\"" +
+                                 std::string(2 << 20, 'x') + "\"/></project>";
+        std::unique_ptr<NodesCollection> project;
+        QVERIFY(ProjectReader().ReadBuffer(text, "new.xml", project));
+        QVERIFY(ProjectWriter::WriteFile(*project, path("new.xml").toStdString()));
+        QVERIFY(contentOf(path("new.xml")).size() > 2 << 20);
+    }
+
     void savesInTheWorkingDirectory()
     {
         const QString before = QDir::currentPath();

@@ -234,17 +234,19 @@ void TestActionQueue::aModalWindowStopsNoActions()
 
 void TestActionQueue::closingActionsRunBeforeTheEnd()
 {
-    RuntimeProject project(R"(<memorySignal id="30" name="S" type="int" writable="true"/>
+    RuntimeProject project(R"xml(<memorySignal id="30" name="S" type="int" writable="true"/>
 <actionArchiverDBMgr id="31" name="a dialog"/>
 <actionWriteValue id="32" name="silent" signal="30" value="2"/>
-<window id="10" name="W" width="50" height="50" onClose="31 32"/>
-<actionShowWindow id="33" name="show" window="10"/>)");
+<memorySignal id="34" name="of the script" type="int" writable="true"/>
+<actionExecuteScript id="35" name="script" script="for i = 1, 100000 do end write(1, 3)" signals="34"/>
+<window id="10" name="W" width="50" height="50" onClose="31 32 35"/>
+<actionShowWindow id="33" name="show" window="10"/>)xml");
     project.push(33);
     QTRY_COMPARE(project.openWindows(10), 1);
-    QApplication::closeAllWindows();
     QVERIFY(project.value(30).IsEmpty());
     project.manager->finishActions(5000);
     QCOMPARE(project.value(30), Nodes::SignalValue(2));
+    QCOMPARE(project.value(34), Nodes::SignalValue(3));
 }
 
 QTEST_MAIN(TestActionQueue)

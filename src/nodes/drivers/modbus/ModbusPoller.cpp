@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace Nodes {
 
@@ -46,15 +47,30 @@ void ModbusPoller::Start()
 
 void ModbusPoller::Stop()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isStopping = true;
-        m_acceptsWrites = false;
-    }
+    letWritesOut();
     m_wake.notify_all();
     m_connection.Interrupt();
     if (m_thread.joinable())
         m_thread.join();
+    journalUnsent(std::exchange(m_queue, {}), "опрос остановлен");
+}
+
+void ModbusPoller::letWritesOut()
+{
+    std::unique_lock lock(m_mutex);
+    if (std::exchange(m_acceptsWrites, false)) {
+        m_isDraining = true;
+        m_sent.wait_for(lock, std::chrono::milliseconds(stopPatience),
+                        [this] { return m_queue.empty() && !m_isSending; });
+    }
+    m_isStopping = true;
+}
+
+void ModbusPoller::journalUnsent(const std::deque<QueuedWrite> &writes, const char *reason) const
+{
+    for (const QueuedWrite &write : writes)
+        m_listener.journal(LevelWarning, std::string("Запись не отправлена: ") + reason,
+                           write.path);
 }
 
 void ModbusPoller::run()
@@ -92,7 +108,7 @@ void ModbusPoller::serve()
     QueuedWrite write;
     if (takeWrite(write))
         send(write);
-    if (m_link != Link::Connected || m_isStopping)
+    if (m_link != Link::Connected || m_isStopping || m_isDraining)
         return;
     Group &group = nextDue();
     if (!group.schedule.IsDue(steadyNow())) {
@@ -224,7 +240,7 @@ void ModbusPoller::setConnected(Group &answered)
     answered.schedule.Advance(steadyNow());
     {
         const std::lock_guard lock(m_mutex);
-        m_acceptsWrites = !m_isStopping;
+        m_acceptsWrites = !m_isStopping && !m_isDraining;
     }
     m_listener.journal(LevelInformation,
                        "Связь с " + m_settings.host + ":" + m_settings.port + " установлена", "");
@@ -240,8 +256,11 @@ void ModbusPoller::lose(const Result &reason)
         m_acceptsWrites = false;
         unsent.swap(m_queue);
     }
-    if (m_isStopping || m_link == Link::Lost)
+    m_sent.notify_all();
+    if (m_isStopping || m_link == Link::Lost) {
+        journalUnsent(unsent, "нет связи");
         return;
+    }
     m_link = Link::Lost;
     if (const Group *last = lastAnswered(nullptr))
         m_firstProbe = std::size_t(last - m_groups.data());
@@ -250,8 +269,7 @@ void ModbusPoller::lose(const Result &reason)
             point.sink.Lose(reason);
     }
     m_listener.journal(LevelWarning, "Нет связи с устройством: " + reason.ToString(), "");
-    for (const QueuedWrite &write : unsent)
-        m_listener.journal(LevelWarning, "Запись не отправлена: нет связи", write.path);
+    journalUnsent(unsent, "нет связи");
     m_listener.linkChanged(false);
 }
 
@@ -276,7 +294,17 @@ bool ModbusPoller::takeWrite(QueuedWrite &write)
         return false;
     write = std::move(m_queue.front());
     m_queue.pop_front();
+    m_isSending = true;
     return true;
+}
+
+void ModbusPoller::markSent()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isSending = false;
+    }
+    m_sent.notify_all();
 }
 
 /// Sent once only: a write without an answer may have been carried out, so it is the read-back
@@ -286,13 +314,13 @@ void ModbusPoller::send(const QueuedWrite &write)
     Group &group = m_groups[write.group];
     const Result written = m_connection.Write(group.config.table, write.address, write.words,
                                               group.config.writesMultiple, m_settings.timeout);
-    if (m_isStopping)
-        return;
     if (!written)
         m_listener.journal(LevelWarning, "Запись не выполнена: " + written.ToString(), write.path);
     if (!written && written != Result::DeviceError)
         m_connection.Close();
-    pollDue(group);
+    markSent();
+    if (!m_isDraining)
+        pollDue(group);
 }
 
 void ModbusPoller::waitUntil(Timestamp steady)

@@ -66,13 +66,14 @@ struct QueuedWrite
 class NODES_EXPORT ModbusPoller
 {
 public:
-    /// What goes to the outside, called on the poller's thread.
+    /// What goes to the outside, called on the poller's thread, or by Stop() after its end.
     struct Listener
     {
         std::function<void(EventLevel, const std::string &text, const std::string &path)> journal;
         std::function<void(bool isConnected)> linkChanged;
     };
     static constexpr std::size_t maximumQueue = 256;
+    static constexpr int stopPatience = 2000; ///< ms
 
     ModbusPoller(ModbusSettings settings, std::vector<PolledGroup> groups, Listener listener);
     ~ModbusPoller();
@@ -80,7 +81,8 @@ public:
     ModbusPoller &operator=(const ModbusPoller &) = delete;
 
     void Start();
-    /// Interrupts what is running and joins the thread. The poller cannot be started again.
+    /// Gives writes that were accepted `stopPatience` to go out, then interrupts what is running
+    /// and joins the thread; what did not go out is journalled. The poller cannot be started again.
     void Stop();
 
     /// Any thread, never waits. NotConnected while the device is lost, LimitExceeded when too many
@@ -107,6 +109,9 @@ private:
     void connect();
     void serve();
     bool takeWrite(QueuedWrite &write);
+    void markSent();
+    void letWritesOut();
+    void journalUnsent(const std::deque<QueuedWrite> &writes, const char *reason) const;
     void send(const QueuedWrite &write);
     Group &nextDue();
     Group *lastAnswered(const Group *other);
@@ -135,8 +140,11 @@ private:
     std::atomic<bool> m_isStopping{false};
     std::mutex m_mutex;
     std::condition_variable m_wake;
-    bool m_acceptsWrites = false;    // guarded by m_mutex
-    std::deque<QueuedWrite> m_queue; // guarded by m_mutex
+    std::condition_variable m_sent;
+    std::atomic<bool> m_isDraining{false}; // only writes are sent any more
+    bool m_isSending = false;              // guarded by m_mutex; the first write is on the wire
+    bool m_acceptsWrites = false;          // guarded by m_mutex
+    std::deque<QueuedWrite> m_queue;       // guarded by m_mutex
     std::thread m_thread;
 };
 

@@ -90,9 +90,13 @@ private:
     {
         auto promise = std::make_shared<std::promise<LookUp>>();
         auto future = promise->get_future();
-        std::thread([promise, host = m_host, port = m_port] {
-            promise->set_value(lookUp(host, port, 0));
-        }).detach();
+        try {
+            std::thread([promise, host = m_host, port = m_port] {
+                promise->set_value(lookUp(host, port, 0));
+            }).detach();
+        } catch (const std::system_error &) {
+            return {nullptr, EAI_AGAIN}; // too many threads, perhaps such as these
+        }
         while (!m_cancel && remainingMs() > 0) {
             const std::chrono::milliseconds slice(std::min(sliceMs, remainingMs()));
             if (future.wait_for(slice) == std::future_status::ready)
