@@ -81,7 +81,7 @@ Result widgetComboBox::WriteNode(const NodeLink &target, const SignalValue &valu
         return signal->WriteValue(value);
     auto *element = dynamic_cast<BasicWidget *>(node);
     if (element && element != this)
-        return element->WriteValue(value);
+        return element->BasicWidget::WriteValue(value); // lists may target each other
     return Result(this, Result::NotFound, GetPath() + ", " + std::to_string(target.GetNodeId()));
 }
 

@@ -27,6 +27,16 @@ namespace {
 
 const NodeLinks noActions;
 
+/// The widget that stands on a screen: an embedded one stands on none.
+const QWidget *onScreen(const QWidget &widget)
+{
+    const QWidget *window = widget.window();
+    const QGraphicsProxyWidget *host = window->graphicsProxyWidget();
+    if (!host || !host->scene() || host->scene()->views().isEmpty())
+        return &widget;
+    return host->scene()->views().first();
+}
+
 } // namespace
 
 /// Owns the one action manager until the process exits.
@@ -204,17 +214,19 @@ const NodeLinks &ActionManager::getHoverActions(const Nodes::BasicWindow &node, 
     }
 }
 
-void ActionManager::trigger(const NodeLinks &actions, const QWidget *where, const QPoint &point)
+void ActionManager::trigger(const NodeLinks &actions, const QWidget *where,
+                            const std::optional<QPoint> &point)
 {
     if (actions.empty())
         return;
-    const int display = ScreenNumber(where);
+    const int display = ScreenNumber(where ? onScreen(*where) : nullptr);
     for (const Nodes::NodeLink &link : actions) {
         auto *action = dynamic_cast<Nodes::IAction *>(link.GetNode());
         if (!action)
             continue;
         action->setCurrentDisplay(display);
-        action->setTriggerPoint(Utils::QPointToNPoint(point));
+        action->setTriggerPoint(point ? std::optional(Utils::QPointToNPoint(*point))
+                                      : std::nullopt);
     }
     appendActions(actions);
 }

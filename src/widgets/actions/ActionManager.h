@@ -40,9 +40,10 @@ public:
 
     /// Queues the list and passes it on at once; nothing happens without a window manager.
     void appendActions(std::vector<Nodes::NodeLink> const &actions);
-    /// The same for a gesture: tells the actions their display, that of `where`, and its place on
-    /// the desktop.
-    void trigger(const Nodes::NodeLinks &actions, const QWidget *where, const QPoint &point);
+    /// The same for what an operator does: tells the actions their display, that of `where`, which
+    /// may be embedded in a scene, and the gesture's place on the desktop, if it has one.
+    void trigger(const Nodes::NodeLinks &actions, const QWidget *where,
+                 const std::optional<QPoint> &point);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

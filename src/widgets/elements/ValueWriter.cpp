@@ -1,5 +1,6 @@
 #include "widgets/elements/ValueWriter.h"
 
+#include "widgets/actions/ActionManager.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/WindowManager.h"
 
@@ -18,15 +19,15 @@ constexpr int codeSilent = 403;
 
 } // namespace
 
-bool ValueWriter::write(QObject &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
+bool ValueWriter::write(QWidget &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
                         const std::function<void()> &restore)
 {
     const Nodes::Result result = node.WriteValue(value);
     if (result) {
-        runAfterWrite(node);
+        runAfterWrite(element, node);
         return true;
     }
-    const QPointer<QObject> alive(&element);
+    const QPointer<QWidget> alive(&element);
     report(result);
     if (alive && restore) {
         const QSignalBlocker blocker(&element);
@@ -45,12 +46,10 @@ bool ValueWriter::confirm(const QString &shownValue)
     return box.exec() == QMessageBox::Ok;
 }
 
-void ValueWriter::runAfterWrite(const Nodes::BasicWidget &node)
+void ValueWriter::runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node)
 {
-    const Nodes::NodeLinks &actions = node.GetAfterWriteActions();
-    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-    if (isRuntime && !actions.empty() && g_pWindowManager)
-        g_pWindowManager->PushActions(actions);
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+        ActionManager::getInstance().trigger(node.GetAfterWriteActions(), &element, std::nullopt);
 }
 
 void ValueWriter::report(const Nodes::Result &result)

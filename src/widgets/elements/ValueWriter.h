@@ -4,8 +4,8 @@
 
 #include <functional>
 
-class QObject;
 class QString;
+class QWidget;
 
 namespace Nodes {
 class BasicWidget;
@@ -24,13 +24,13 @@ public:
     /// True when the write was accepted: the element then keeps the value. Else `restore` is
     /// called, after the message, with the signals of `element` blocked, so that restoring writes
     /// nothing; not when the element was deleted while the message stood.
-    static bool write(QObject &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
+    static bool write(QWidget &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
                       const std::function<void()> &restore);
 
     /// Modal question before a write; true when the operator wants that value, as shown, written.
     static bool confirm(const QString &shownValue);
-    /// Runs the element's after-write actions, at run time.
-    static void runAfterWrite(const Nodes::BasicWidget &node);
+    /// Runs the after-write actions of the element, at run time, on the display where it stands.
+    static void runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node);
     /// Modal message of a refused write; nothing for success and for code 403.
     static void report(const Nodes::Result &result);
 };

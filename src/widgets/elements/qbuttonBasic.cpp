@@ -30,16 +30,6 @@ bool isRuntime()
 // Legible also below the cover of a disabled element.
 const QColor disabledTextColor(60, 66, 72);
 
-/// The widget that stands on a screen: an embedded one stands on none.
-const QWidget *onScreen(const QWidget &widget)
-{
-    const QWidget *window = widget.window();
-    const QGraphicsProxyWidget *host = window->graphicsProxyWidget();
-    if (!host || !host->scene() || host->scene()->views().isEmpty())
-        return window;
-    return host->scene()->views().first();
-}
-
 } // namespace
 
 qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
@@ -122,8 +112,7 @@ void qbuttonBasic::releaseHeld()
 void qbuttonBasic::queue(const Nodes::NodeLinks &actions) const
 {
     if (isRuntime())
-        ActionManager::getInstance().trigger(actions, onScreen(*this),
-                                             mapToGlobal(QPoint(0, height())));
+        ActionManager::getInstance().trigger(actions, this, mapToGlobal(QPoint(0, height())));
 }
 
 void qbuttonBasic::mousePressEvent(QMouseEvent *event)
@@ -144,8 +133,8 @@ void qbuttonBasic::mouseReleaseEvent(QMouseEvent *event)
 
 void qbuttonBasic::focusOutEvent(QFocusEvent *event)
 {
-    if (isRuntime() && m_button && !m_button->GetFocusLossActions().empty())
-        (void)g_pWindowManager->PushActions(m_button->GetFocusLossActions());
+    if (m_button)
+        queue(m_button->GetFocusLossActions());
     QPushButton::focusOutEvent(event);
 }
 

@@ -93,7 +93,9 @@ void qwidgetComboBox::onUpdateProperties(Nodes::BasicProperty *property)
         return;
     const unsigned id = property ? property->GetValueId() : 0;
     if (id == Nodes::widgetComboBox::CurrentIndexProperty) {
-        selectShown();
+        // At run time it is the last choice, already shown; the device may not have it yet.
+        if (!isRuntime())
+            selectShown();
         return;
     }
     setGeometry(Utils::NRectToQRect(m_comboBox->GetGeometry()));
@@ -174,10 +176,13 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
         return;
     }
     // Each question and message lets time pass, in which the node may go.
-    if (!alive || writeAll(index, value) != Outcome::Written || !alive || !m_comboBox)
+    const Outcome outcome = alive ? writeAll(index, value) : Outcome::Silenced;
+    if (!alive || !m_comboBox || outcome == Outcome::Silenced || outcome == Outcome::Refused)
         return;
     UpdateNodePropertyCurrentIndex(index);
-    ValueWriter::runAfterWrite(*m_comboBox);
+    if (outcome == Outcome::WrittenElsewhere)
+        selectShown(); // the choice is not what the box shows
+    ValueWriter::runAfterWrite(*this, *m_comboBox);
 }
 
 // The order of the targets counts: a silent refusal ends the whole, any other only its own target.
@@ -192,7 +197,10 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
     for (const Nodes::NodeLink &target : targets) {
         const Nodes::Result result = m_comboBox->WriteNode(target, value);
         if (result) {
-            outcome = Outcome::Written;
+            if (target == m_comboBox->GetSignalLink() || m_comboBox->GetSignalLink().isEmpty())
+                outcome = Outcome::Written;
+            else if (outcome == Outcome::Refused)
+                outcome = Outcome::WrittenElsewhere;
             select(index);
             continue;
         }
@@ -222,6 +230,8 @@ void qwidgetComboBox::UpdateNodePropertyCurrentIndex(int index)
 void qwidgetComboBox::showPopup()
 {
     QComboBox::showPopup();
+    if (!view()->isVisible())
+        return; // there is nothing to choose from
     if (m_proxy && !m_isListOpen) {
         m_savedZ = m_proxy->zValue();
         m_proxy->setZValue(raisedZ);
@@ -230,6 +240,7 @@ void qwidgetComboBox::showPopup()
     auto *popup = findChild<QFrame *>(QString(), Qt::FindDirectChildrenOnly);
     if (!popup)
         return;
+    popup->installEventFilter(this);
     // Where there is no room below, the list stands above already.
     const bool isBelow = popup->y() >= mapToGlobal(QPoint(0, 0)).y();
     if (m_comboBox && m_comboBox->isPopupUpward() && isBelow)
@@ -240,7 +251,12 @@ void qwidgetComboBox::showPopup()
 void qwidgetComboBox::hidePopup()
 {
     QComboBox::hidePopup();
-    if (!m_isListOpen)
+    onListHidden();
+}
+
+void qwidgetComboBox::onListHidden()
+{
+    if (!m_isListOpen || view()->isVisible())
         return;
     m_isListOpen = false;
     if (m_proxy)
@@ -252,6 +268,10 @@ void qwidgetComboBox::hidePopup()
 // A click on the text opens the list, like one on the arrow.
 bool qwidgetComboBox::eventFilter(QObject *watched, QEvent *event)
 {
+    // A view that is left closes the lists in it without a word to their boxes. Later: whatever
+    // hides the list now may not have told yet what was chosen.
+    if (event->type() == QEvent::Hide && watched != lineEdit())
+        QMetaObject::invokeMethod(this, &qwidgetComboBox::onListHidden, Qt::QueuedConnection);
     const bool isPress =
         event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
     if (watched != lineEdit() || (!isPress && event->type() != QEvent::MouseButtonRelease))
@@ -282,6 +302,24 @@ void qwidgetComboBox::mouseReleaseEvent(QMouseEvent *event)
         QComboBox::mouseReleaseEvent(event);
     else
         event->ignore();
+}
+
+// A row is chosen in the list only, where it is seen beside the others.
+void qwidgetComboBox::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        if (isRuntime() && isEnabled())
+            showPopup();
+        else
+            event->ignore();
+        break;
+    default:
+        QComboBox::keyPressEvent(event);
+    }
 }
 
 // A wheel that passes over the box must not write.

@@ -56,12 +56,14 @@ protected:
     void onActive(bool on) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
-    enum class Outcome { Written, Refused, Silenced };
+    void onListHidden();
+    enum class Outcome { Written, WrittenElsewhere, Refused, Silenced };
 
     void UpdateNodePropertyCurrentIndex(int index);
     void applyStyle();

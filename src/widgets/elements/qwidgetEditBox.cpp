@@ -13,6 +13,7 @@
 #include "utils/ValueConversions.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QToolTip>
@@ -273,6 +274,11 @@ bool qwidgetEditBox::event(QEvent *event)
         QToolTip::showText(mapToGlobal(rect().bottomLeft()), inputProblem());
         return true;
     }
+    const QPointer<qwidgetEditBox> alive(this);
+    if (event->type() == QEvent::KeyPress && m_isUnfinished)
+        moveOn(*static_cast<QKeyEvent *>(event));
+    if (!alive)
+        return true;
     return ElementTooltip::show(event, m_node.get()) || QLineEdit::event(event);
 }
 

@@ -86,6 +86,7 @@ private:
     void closeEditing();
     void cancelEditing();
     void finishBy(bool isEscape);
+    void moveOn(const QKeyEvent &event);
     void step(double direction);
     QString steppedText(double value) const;
     /// Runs a dialog while values wait; false also when the box died meanwhile.

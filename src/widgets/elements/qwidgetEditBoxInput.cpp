@@ -75,7 +75,7 @@ bool qwidgetEditBox::setValue()
     const Nodes::Result result = m_editBox->WriteValue(value);
     if (result) {
         m_previousValue = value;
-        ValueWriter::runAfterWrite(*m_editBox);
+        ValueWriter::runAfterWrite(*this, *m_editBox);
         return true;
     }
     m_pending.clear(); // nothing behind the message looks as if it were written
@@ -234,6 +234,17 @@ void qwidgetEditBox::onEditingFinished()
     if (!isWanted)
         m_pending = m_previous;
     update();
+}
+
+// In a scene the focus may have nowhere to go, and then nobody tells that it was sent on.
+void qwidgetEditBox::moveOn(const QKeyEvent &event)
+{
+    if (event.key() != Qt::Key_Tab && event.key() != Qt::Key_Backtab)
+        return;
+    if (text() == m_previous)
+        cancelEditing();
+    else
+        finishBy(false);
 }
 
 QString qwidgetEditBox::steppedText(double value) const

@@ -1,7 +1,6 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "widgets/actions/ActionFactoryTable.h"
-#include "widgets/actions/RunningScripts.h"
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/qactionAlarm.h"
 #include "widgets/events/AlarmWindow.h"
@@ -18,10 +17,8 @@
 #include "nodes/timers/operationTimer.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLoggingCategory>
-#include <QPointer>
 #include <QScreen>
 #include <QThread>
 #include <QTimer>
@@ -325,43 +322,6 @@ void WindowManager::runNextDeferred()
     qBasicAction *action = m_deferred.takeFirst();
     postNextDeferred();
     execute(*action);
-}
-
-void WindowManager::finishActions(int patience)
-{
-    QTimer dismissal;
-    connect(&dismissal, &QTimer::timeout, &dismissal, [] {
-        if (QWidget *modal = QApplication::activeModalWidget())
-            modal->close();
-    });
-    dismissal.start(retryInterval);
-    hideAll();
-    const QDeadlineTimer deadline(patience);
-    RunningScripts &scripts = RunningScripts::of(*this);
-    const auto isDone = [&] {
-        return m_queue.isEmpty() && m_deferred.isEmpty() && scripts.isIdle();
-    };
-    while (!isDone() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                        QEventLoop::WaitForMoreEvents);
-    if (!isDone() && m_core)
-        m_core->StoreMessage(Nodes::LevelWarning,
-                             "Станция завершена раньше, чем выполнены все действия",
-                             Nodes::NodeLink());
-    scripts.abandon();
-}
-
-// The right to close is asked of operators, not of the end of the station.
-void WindowManager::hideAll()
-{
-    QApplication::closeAllWindows();
-    QVector<QPointer<QWidget>> left;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        left.append(widget);
-    for (const QPointer<QWidget> &widget : left) {
-        if (widget)
-            widget->hide();
-    }
 }
 
 void WindowManager::onTimerFinished(Nodes::operationTimer *timer)

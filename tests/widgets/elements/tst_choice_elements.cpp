@@ -89,6 +89,9 @@ private slots:
     void everyTargetIsWritten_data();
     void everyTargetIsWritten();
     void anOpenListKeepsStill();
+    void aListThatItsWindowClosesIsClosed();
+    void keysOpenTheList();
+    void listsThatTargetEachOtherEnd();
     void theListOpensAboveItsNeighbours_data();
     void theListOpensAboveItsNeighbours();
     void aRefusalShowsTheValueOfNow();
@@ -197,6 +200,48 @@ void TestChoiceElements::anOpenListKeepsStill()
     QTest::keyClick(shown->view(), Qt::Key_Escape);
     QTRY_COMPARE(shown->currentIndex(), 2);
     QCOMPARE(project.value(10).ToInt(), 2);
+}
+
+void TestChoiceElements::aListThatItsWindowClosesIsClosed()
+{
+    const RuntimeProject project(screen);
+    QGraphicsScene scene;
+    QGraphicsView view(&scene);
+    auto *host = new ProxyWidget(project.node(20)->GetNodeLink(), nullptr);
+    scene.addItem(host);
+    view.show();
+    QApplication::setActiveWindow(&view);
+    auto *box = static_cast<qwidgetComboBox *>(host->widget());
+    const double z = host->zValue();
+    box->showPopup();
+    QTRY_VERIFY(box->view()->isVisible());
+    QWidget other;
+    other.show();
+    QApplication::setActiveWindow(&other);
+    QTRY_VERIFY(!box->view()->isVisible());
+    project.publish(10, 1);
+    QTRY_COMPARE(box->shownText(), QString("Ручной"));
+    QCOMPARE(host->zValue(), z);
+}
+
+void TestChoiceElements::keysOpenTheList()
+{
+    const RuntimeProject project(screen);
+    const ShownElement<qwidgetComboBox> box(project, 20);
+    project.publish(10, 0., Quality::Bad);
+    QTRY_COMPARE(box->currentIndex(), -1);
+    QTest::keyClick(box.operator->(), Qt::Key_Down);
+    QTRY_VERIFY(box->view()->isVisible());
+    QCOMPARE(box->currentIndex(), -1);
+}
+
+void TestChoiceElements::listsThatTargetEachOtherEnd()
+{
+    const RuntimeProject project(R"(<memorySignal id="10" name="S" type="int" writable="true"/>
+<comboBox id="20" name="A" signal="10" targets="30"><comboItem id="21" name="a" value="1"/></comboBox>
+<comboBox id="30" name="B" signal="10" targets="20"><comboItem id="31" name="b" value="1"/></comboBox>)");
+    QVERIFY(project.node<Nodes::widgetComboBox>(20)->WriteValue(1));
+    QCOMPARE(project.value(10), Nodes::SignalValue(1));
 }
 
 void TestChoiceElements::theListOpensAboveItsNeighbours_data()
@@ -311,7 +356,8 @@ void TestChoiceElements::nothingFollowsAWriteInTheEditor()
 {
     RuntimeProject project(screen, Nodes::WorkModeEditing);
     project.record({14, 16});
-    QVERIFY(ValueWriter::write(*this, *project.node<Nodes::BasicWidget>(60), true, {}));
+    QWidget element;
+    QVERIFY(ValueWriter::write(element, *project.node<Nodes::BasicWidget>(60), true, {}));
     QTest::qWait(60); // longer than the action pacing
     QCOMPARE(project.recorded, QStringList{"Pump"});
 }

@@ -416,6 +416,12 @@ void TestEditBox::worksInAScene()
     QTest::keyClicks(view.viewport(), "9");
     QTest::keyClick(view.viewport(), Qt::Key_Return);
     QCOMPARE(project.value(10).ToDouble(), 9.0);
+    press(QPointF(20, 20));
+    box->selectAll();
+    QTest::keyClicks(view.viewport(), "6");
+    QTest::keyClick(&view, Qt::Key_Tab);
+    QVERIFY(!box->isEditing());
+    QCOMPARE(project.value(10).ToDouble(), 6.0);
 }
 
 QTEST_MAIN(TestEditBox)

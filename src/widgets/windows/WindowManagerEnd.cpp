@@ -1,0 +1,58 @@
+// The end of the station: what windows, actions and scripts still have to do.
+#include "widgets/actions/RunningScripts.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/system/systemCore.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int dismissalInterval = 20; // ms
+
+} // namespace
+
+void WindowManager::finishActions(int patience)
+{
+    QTimer dismissal;
+    connect(&dismissal, &QTimer::timeout, &dismissal, [] {
+        if (QWidget *modal = QApplication::activeModalWidget())
+            modal->close();
+    });
+    dismissal.start(dismissalInterval);
+    hideAll();
+    const QDeadlineTimer deadline(patience);
+    RunningScripts &scripts = RunningScripts::of(*this);
+    const auto isDone = [&] {
+        return m_queue.isEmpty() && m_deferred.isEmpty() && scripts.isIdle();
+    };
+    while (!isDone() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::WaitForMoreEvents);
+    if (!isDone() && m_core)
+        m_core->StoreMessage(Nodes::LevelWarning,
+                             "Станция завершена раньше, чем выполнены все действия",
+                             Nodes::NodeLink());
+    scripts.abandon();
+}
+
+// The right to close is asked of operators, not of the end of the station.
+void WindowManager::hideAll()
+{
+    QApplication::closeAllWindows();
+    QVector<QPointer<QWidget>> left;
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        left.append(widget);
+    for (const QPointer<QWidget> &widget : left) {
+        if (widget)
+            widget->hide();
+    }
+}
+
+} // namespace Widgets
