@@ -130,6 +130,7 @@ void NodeRelay::connect(Nodes::ConfigNode *node, Handlers handlers)
     RelayDispatcher::instance();
     m_state = std::make_shared<State>(node, std::move(handlers));
     const auto state = m_state;
+    m_connections.reserve(2); // most watch properties and values
     if (state->handlers().valueChanged)
         m_connections.emplace_back(
             node->ConnectValueChanged([state](const Nodes::SignalValue &) { state->valueCame(); }));

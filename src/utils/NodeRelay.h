@@ -3,8 +3,7 @@
 #include "utils/UtilsExport.h"
 
 #include "nodes/model/NodeLink.h"
-
-#include <boost/signals2/connection.hpp>
+#include "nodes/values/Connection.h"
 
 #include <functional>
 #include <memory>
@@ -52,7 +51,7 @@ private:
     class State;
 
     std::shared_ptr<State> m_state;
-    std::vector<boost::signals2::scoped_connection> m_connections;
+    std::vector<Nodes::ScopedConnection> m_connections;
 };
 
 } // namespace Utils

@@ -1,8 +1,24 @@
 #include "utils/ValueConversions.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace Utils {
+
+namespace {
+
+QFont makeFont(const Nodes::NFont &font)
+{
+    QFont result(QString::fromStdString(font.family), std::max(1, font.pointSize), -1, false);
+    result.setBold(font.bold);
+    result.setUnderline(font.underline);
+    result.setItalic(font.italic);
+    result.setStrikeOut(font.strikeOut);
+    return result;
+}
+
+} // namespace
 
 QColor NColorToQColor(const Nodes::NColor &color)
 {
@@ -11,12 +27,17 @@ QColor NColorToQColor(const Nodes::NColor &color)
 
 QFont NFontToQFont(const Nodes::NFont &font)
 {
-    QFont result(QString::fromStdString(font.family), std::max(1, font.pointSize), -1, false);
-    result.setBold(font.bold);
-    result.setUnderline(font.underline);
-    result.setItalic(font.italic);
-    result.setStrikeOut(font.strikeOut);
-    return result;
+    // Screens use a few fonts in turns, and what Qt finds out about one stays with its copies.
+    constexpr std::size_t most = 8;
+    thread_local std::vector<std::pair<Nodes::NFont, QFont>> recent;
+    const auto known = std::find_if(recent.cbegin(), recent.cend(),
+                                    [&font](const auto &entry) { return entry.first == font; });
+    if (known != recent.cend())
+        return known->second;
+    if (recent.size() == most)
+        recent.erase(recent.begin());
+    recent.emplace_back(font, makeFont(font));
+    return recent.back().second;
 }
 
 QPen NPenToQPen(const Nodes::NPen &pen)

@@ -114,5 +114,5 @@ public:
     QStringList recorded;
 
 private:
-    std::vector<boost::signals2::scoped_connection> m_connections;
+    std::vector<Nodes::ScopedConnection> m_connections;
 };

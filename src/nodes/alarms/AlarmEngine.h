@@ -3,9 +3,8 @@
 #include "nodes/alarms/AlarmStateStore.h"
 #include "nodes/alarms/AlarmTracker.h"
 #include "nodes/timers/DeadlineThread.h"
+#include "nodes/values/SlotList.h"
 #include "nodes/values/ValueSubscription.h"
-
-#include <boost/signals2/signal.hpp>
 
 #include <functional>
 #include <memory>
@@ -43,7 +42,7 @@ public:
     std::vector<BasicEvent> GetActive(const ValueCell &cell) const;
     /// Runs the operation on one alarm, alone. NotAvailable when stopped, NotFound for strangers.
     [[nodiscard]] Result Operate(const NodeLink &alarm, const Operation &operation);
-    boost::signals2::connection Connect(Slot slot) { return m_announced.connect(std::move(slot)); }
+    Connection Connect(Slot slot) { return m_announced.Connect(std::move(slot)); }
     /// Stores an entry about the alarms in general.
     void Report(EventLevel level, const std::string &text, const NodeLink &source = {},
                 const std::string &user = {}, EventType type = TypeSystemState);
@@ -81,7 +80,7 @@ private:
     EventJournal *m_journal = nullptr;
     AlarmStateStore m_store;
     bool m_isSaveFailing = false;
-    boost::signals2::signal<void(const BasicEvent &)> m_announced;
+    SlotList<const BasicEvent &> m_announced;
     DeadlineThread m_thread;
 };
 

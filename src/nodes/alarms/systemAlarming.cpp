@@ -172,8 +172,7 @@ Result systemAlarming::SetSuppressed(const NodeLink &alarm, bool suppressed)
                    });
 }
 
-boost::signals2::connection
-systemAlarming::ConnectAlarm(std::function<void(const BasicEvent &)> slot)
+Connection systemAlarming::ConnectAlarm(std::function<void(const BasicEvent &)> slot)
 {
     return m_engine->Connect(std::move(slot));
 }

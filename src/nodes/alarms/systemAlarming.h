@@ -3,9 +3,8 @@
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/values/Connection.h"
 #include "nodes/values/NFont.h"
-
-#include <boost/signals2/connection.hpp>
 
 #include <functional>
 #include <memory>
@@ -63,7 +62,7 @@ public:
 
     /// A new or changed alarm, in the order of the changes; at Start also those that an earlier run
     /// left. The slot runs on one thread of the node model.
-    boost::signals2::connection ConnectAlarm(std::function<void(const BasicEvent &)> slot);
+    Connection ConnectAlarm(std::function<void(const BasicEvent &)> slot);
 
 private:
     using Change = std::function<Result(AlarmTracker &, const AlarmMoment &,

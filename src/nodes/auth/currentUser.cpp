@@ -36,7 +36,7 @@ Result currentUser::Start()
 
 Result currentUser::Stop()
 {
-    m_connection.disconnect();
+    m_connection.Disconnect();
     GetCell()->Publish(Result(this, Result::NotAvailable));
     return BasicSignal::Stop();
 }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "nodes/signals/BasicSignal.h"
-
-#include <boost/signals2/connection.hpp>
+#include "nodes/values/Connection.h"
 
 namespace Nodes {
 
@@ -28,7 +27,7 @@ private:
 
     int m_form = FormLogin;
     std::string m_nobody = "Вход не выполнен";
-    boost::signals2::scoped_connection m_connection;
+    ScopedConnection m_connection;
 };
 
 } // namespace Nodes

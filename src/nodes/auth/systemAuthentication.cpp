@@ -9,8 +9,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
-
-#include <boost/signals2/signal.hpp>
+#include "nodes/values/SlotList.h"
 
 #include <atomic>
 #include <thread>
@@ -99,8 +98,8 @@ struct systemAuthentication::State
     NodeLink user;   // GUI thread, as the next
     std::string userName;
     LoginGuard guard;
-    boost::signals2::signal<void(NodeLink)> userChanged;
-    std::vector<boost::signals2::scoped_connection> connections;
+    SlotList<NodeLink> userChanged;
+    std::vector<ScopedConnection> connections;
 };
 
 /// One try to log in: the user asked for, as far as there is such a node.
@@ -281,10 +280,9 @@ std::string systemAuthentication::HashPassword(const std::string &password)
     return MakePasswordHash(password);
 }
 
-boost::signals2::connection
-systemAuthentication::ConnectUserChanged(std::function<void(NodeLink)> slot)
+Connection systemAuthentication::ConnectUserChanged(std::function<void(NodeLink)> slot)
 {
-    return m_state->userChanged.connect(std::move(slot));
+    return m_state->userChanged.Connect(std::move(slot));
 }
 
 } // namespace Nodes

@@ -2,8 +2,7 @@
 
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/model/ConfigNode.h"
-
-#include <boost/signals2/connection.hpp>
+#include "nodes/values/Connection.h"
 
 #include <functional>
 #include <memory>
@@ -51,7 +50,7 @@ public:
 
     /// Announces log-ins and log-outs with the new user's link (empty on log-out). A user who is
     /// disabled or deleted is logged out. GUI thread.
-    boost::signals2::connection ConnectUserChanged(std::function<void(NodeLink)> slot);
+    Connection ConnectUserChanged(std::function<void(NodeLink)> slot);
 
     Result Start() override;
 

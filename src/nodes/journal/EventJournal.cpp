@@ -3,8 +3,7 @@
 #include "nodes/journal/JournalReader.h"
 #include "nodes/journal/JournalWriter.h"
 #include "nodes/values/Clock.h"
-
-#include <boost/signals2/signal.hpp>
+#include "nodes/values/SlotList.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -40,7 +39,7 @@ struct EventJournal::Impl
     }
 
     JournalQueue queue{queueCapacity};
-    boost::signals2::signal<void(const BasicEvent &)> appended;
+    SlotList<const BasicEvent &> appended;
     JournalWriter writer{queue, [this](const BasicEvent &event) { appended(event); }};
     mutable std::mutex mutex; // of `file`, which names the journal from Open to Close
     std::string file;
@@ -126,10 +125,9 @@ Result EventJournal::Verify() const
     return JournalReader(file).Verify();
 }
 
-boost::signals2::connection
-EventJournal::ConnectAppended(std::function<void(const BasicEvent &)> slot)
+Connection EventJournal::ConnectAppended(std::function<void(const BasicEvent &)> slot)
 {
-    return m_impl->appended.connect(std::move(slot));
+    return m_impl->appended.Connect(std::move(slot));
 }
 
 } // namespace Nodes

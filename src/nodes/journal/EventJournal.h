@@ -3,9 +3,8 @@
 #include "nodes/NodesExport.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/journal/JournalQuery.h"
+#include "nodes/values/Connection.h"
 #include "nodes/values/Result.h"
-
-#include <boost/signals2/connection.hpp>
 
 #include <functional>
 #include <memory>
@@ -48,7 +47,7 @@ public:
     [[nodiscard]] Result Verify() const;
 
     /// Announces each entry after it was stored, on the writer's thread.
-    boost::signals2::connection ConnectAppended(std::function<void(const BasicEvent &)> slot);
+    Connection ConnectAppended(std::function<void(const BasicEvent &)> slot);
 
 private:
     struct Impl;

@@ -10,18 +10,6 @@
 
 namespace Nodes {
 
-namespace {
-
-/// The signal copies a slot several times, and copies of what it has captured are dear.
-template <class Signal, class Slot> boost::signals2::connection subscribe(Signal &signal, Slot slot)
-{
-    return signal.connect([shared = std::make_shared<Slot>(std::move(slot))](const auto &argument) {
-        (*shared)(argument);
-    });
-}
-
-} // namespace
-
 ConfigNode::ConfigNode() = default;
 
 ConfigNode::~ConfigNode()
@@ -145,29 +133,29 @@ NodeNotifications &ConfigNode::notifications()
     return *existing;
 }
 
-boost::signals2::connection ConfigNode::ConnectPropertyChanged(PropertySlot slot)
+Connection ConfigNode::ConnectPropertyChanged(PropertySlot slot)
 {
-    return subscribe(notifications().propertyChanged, std::move(slot));
+    return notifications().propertyChanged.Connect(std::move(slot));
 }
 
-boost::signals2::connection ConfigNode::ConnectValueChanged(ValueSlot slot)
+Connection ConfigNode::ConnectValueChanged(ValueSlot slot)
 {
-    return notifications().valueChanged.connect(std::move(slot));
+    return notifications().valueChanged.Connect(std::move(slot));
 }
 
-boost::signals2::connection ConfigNode::ConnectActivityChanged(ActivitySlot slot)
+Connection ConfigNode::ConnectActivityChanged(ActivitySlot slot)
 {
-    return subscribe(notifications().activityChanged, std::move(slot));
+    return notifications().activityChanged.Connect(std::move(slot));
 }
 
-boost::signals2::connection ConfigNode::ConnectChildAdded(LinkSlot slot)
+Connection ConfigNode::ConnectChildAdded(LinkSlot slot)
 {
-    return subscribe(notifications().childAdded, std::move(slot));
+    return notifications().childAdded.Connect(std::move(slot));
 }
 
-boost::signals2::connection ConfigNode::ConnectChildRemoved(LinkSlot slot)
+Connection ConfigNode::ConnectChildRemoved(LinkSlot slot)
 {
-    return subscribe(notifications().childRemoved, std::move(slot));
+    return notifications().childRemoved.Connect(std::move(slot));
 }
 
 void ConfigNode::NotifyValueChanged(const SignalValue &value) const

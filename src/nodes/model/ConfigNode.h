@@ -5,11 +5,10 @@
 #include "nodes/model/BasicNode.h"
 #include "nodes/model/NodeState.h"
 #include "nodes/model/NodesArray.h"
-
-#include <boost/property_tree/ptree_fwd.hpp>
-#include <boost/signals2/connection.hpp>
+#include "nodes/values/Connection.h"
 
 #include <atomic>
+#include <boost/property_tree/ptree_fwd.hpp>
 #include <functional>
 
 namespace Nodes {
@@ -126,11 +125,11 @@ public:
     using ValueSlot = std::function<void(const SignalValue &)>;
     using ActivitySlot = std::function<void(bool)>;
     using LinkSlot = std::function<void(NodeLink)>;
-    boost::signals2::connection ConnectPropertyChanged(PropertySlot slot);
-    boost::signals2::connection ConnectValueChanged(ValueSlot slot);
-    boost::signals2::connection ConnectActivityChanged(ActivitySlot slot);
-    boost::signals2::connection ConnectChildAdded(LinkSlot slot);
-    boost::signals2::connection ConnectChildRemoved(LinkSlot slot);
+    Connection ConnectPropertyChanged(PropertySlot slot);
+    Connection ConnectValueChanged(ValueSlot slot);
+    Connection ConnectActivityChanged(ActivitySlot slot);
+    Connection ConnectChildAdded(LinkSlot slot);
+    Connection ConnectChildRemoved(LinkSlot slot);
     /// Hands a value to the subscribers of this node; any thread.
     void NotifyValueChanged(const SignalValue &value) const;
     /// Announces a property to subscribers; null means "re-read everything".

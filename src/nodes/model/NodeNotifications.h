@@ -3,8 +3,6 @@
 #include "nodes/model/NodeLink.h"
 #include "nodes/values/SlotList.h"
 
-#include <boost/signals2/signal.hpp>
-
 namespace Nodes {
 
 class BasicProperty;
@@ -14,11 +12,11 @@ class SignalValue;
 /// they copy the payload and hand over, nothing else.
 struct NodeNotifications
 {
-    boost::signals2::signal<void(BasicProperty *)> propertyChanged;
+    SlotList<BasicProperty *> propertyChanged;
     SlotList<const SignalValue &> valueChanged;
-    boost::signals2::signal<void(bool)> activityChanged;
-    boost::signals2::signal<void(NodeLink)> childAdded;
-    boost::signals2::signal<void(NodeLink)> childRemoved;
+    SlotList<bool> activityChanged;
+    SlotList<NodeLink> childAdded;
+    SlotList<NodeLink> childRemoved;
 };
 
 } // namespace Nodes

@@ -12,14 +12,14 @@
 #include "nodes/system/BasicStation.h"
 #include "nodes/system/systemVisualization.h"
 #include "nodes/timers/operationTimer.h"
+#include "nodes/values/SlotList.h"
 #include "nodes/values/ValueCell.h"
-
-#include <boost/signals2/signal.hpp>
 
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <thread>
 
 namespace Nodes {
@@ -36,17 +36,15 @@ constexpr NodeType::enNodeType startOrder[] = {
 
 } // namespace
 
+/// Answered by the first who listens.
 struct systemCore::Requests
 {
-    struct FirstAnswer
+    struct Request
     {
-        using result_type = Result;
-        template <class Iterator> Result operator()(Iterator first, Iterator last) const
-        {
-            return first == last ? Result(Result::NotAvailable, "no window manager") : *first;
-        }
+        BasicAction *action = nullptr;
+        std::optional<Result> answer;
     };
-    boost::signals2::signal<Result(BasicAction *), FirstAnswer> actionRequested;
+    SlotList<Request &> actionRequested;
 };
 
 /// What was found out about users, for the state of the tree that it was found out about.
@@ -335,14 +333,20 @@ Result systemCore::Stop()
     return Result();
 }
 
-boost::signals2::connection systemCore::ConnectActionRequested(ActionSlot slot)
+Connection systemCore::ConnectActionRequested(ActionSlot slot)
 {
-    return m_requests->actionRequested.connect(std::move(slot));
+    return m_requests->actionRequested.Connect(
+        [slot = std::move(slot)](Requests::Request &request) {
+            if (!request.answer)
+                request.answer = slot(request.action);
+        });
 }
 
 Result systemCore::RequestAction(BasicAction *action)
 {
-    return m_requests->actionRequested(action);
+    Requests::Request request{action, std::nullopt};
+    m_requests->actionRequested(request);
+    return request.answer.value_or(Result(Result::NotAvailable, "no window manager"));
 }
 
 } // namespace Nodes

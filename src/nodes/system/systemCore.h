@@ -2,8 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/system/enWorkMode.h"
-
-#include <boost/signals2/connection.hpp>
+#include "nodes/values/Connection.h"
 
 #include <functional>
 #include <map>
@@ -82,7 +81,7 @@ public:
 
     /// Actions the core itself wants run (by scripts, remote commands): asks the subscriber.
     using ActionSlot = std::function<Result(BasicAction *)>;
-    boost::signals2::connection ConnectActionRequested(ActionSlot slot);
+    Connection ConnectActionRequested(ActionSlot slot);
     /// NotAvailable when nobody subscribed. Any thread.
     Result RequestAction(BasicAction *action);
 

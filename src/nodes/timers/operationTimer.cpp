@@ -3,14 +3,13 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/ValidationResults.h"
 #include "nodes/timers/TimerService.h"
-
-#include <boost/signals2/signal.hpp>
+#include "nodes/values/SlotList.h"
 
 namespace Nodes {
 
 struct operationTimer::Run
 {
-    boost::signals2::signal<void(operationTimer *)> fired;
+    SlotList<operationTimer *> fired;
     std::unique_ptr<TimerService::Run> timer;
 };
 
@@ -71,9 +70,9 @@ void operationTimer::fire()
     m_run->fired(this);
 }
 
-boost::signals2::connection operationTimer::ConnectFired(std::function<void(operationTimer *)> slot)
+Connection operationTimer::ConnectFired(std::function<void(operationTimer *)> slot)
 {
-    return m_run->fired.connect(std::move(slot));
+    return m_run->fired.Connect(std::move(slot));
 }
 
 void operationTimer::Validate(ValidationResults &results) const

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
-
-#include <boost/signals2/connection.hpp>
+#include "nodes/values/Connection.h"
 
 #include <functional>
 #include <memory>
@@ -37,7 +36,7 @@ public:
     Result Stop() override;
 
     /// The slot runs on the thread that all timers share: it hands over, nothing else.
-    boost::signals2::connection ConnectFired(std::function<void(operationTimer *)> slot);
+    Connection ConnectFired(std::function<void(operationTimer *)> slot);
 
     void Validate(ValidationResults &results) const override;
 

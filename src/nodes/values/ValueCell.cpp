@@ -75,7 +75,7 @@ SignalValue ValueCell::Value() const
     return m_value;
 }
 
-boost::signals2::connection ValueCell::Subscribe(Slot slot)
+Connection ValueCell::Subscribe(Slot slot)
 {
     ValueCellSignal *existing = m_signal.load(std::memory_order_acquire);
     if (!existing) {
@@ -83,7 +83,7 @@ boost::signals2::connection ValueCell::Subscribe(Slot slot)
         if (m_signal.compare_exchange_strong(existing, fresh.get(), std::memory_order_acq_rel))
             existing = fresh.release();
     }
-    return existing->changed.connect(std::move(slot));
+    return existing->changed.Connect(std::move(slot));
 }
 
 void ValueCell::emitValue(const SignalValue &value) const

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/values/Connection.h"
 #include "nodes/values/SignalValue.h"
-
-#include <boost/signals2/connection.hpp>
 
 #include <atomic>
 #include <functional>
@@ -41,7 +40,7 @@ public:
     Timestamp LastPublished() const { return m_lastPublished.load(std::memory_order_relaxed); }
 
     using Slot = std::function<void(const SignalValue &)>;
-    boost::signals2::connection Subscribe(Slot slot);
+    Connection Subscribe(Slot slot);
 
 private:
     void emitValue(const SignalValue &value) const;

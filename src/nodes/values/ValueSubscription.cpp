@@ -4,8 +4,8 @@
 
 namespace Nodes {
 
-// signals2 may still be running a slot on another thread when disconnect() returns; the gate
-// closes that gap. It is recursive because a slot may end its own subscription.
+// A slot may still be running on another thread when its connection was ended; the gate closes
+// that gap. It is recursive because a slot may end its own subscription.
 struct ValueSubscription::Gate
 {
     std::recursive_mutex mutex;
@@ -39,7 +39,7 @@ void ValueSubscription::Disconnect()
 {
     if (!m_gate)
         return;
-    m_connection.disconnect();
+    m_connection.Disconnect();
     {
         const std::lock_guard lock(m_gate->mutex);
         m_gate->isOpen = false;

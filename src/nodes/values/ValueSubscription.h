@@ -1,9 +1,8 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/values/Connection.h"
 #include "nodes/values/ValueCell.h"
-
-#include <boost/signals2/connection.hpp>
 
 #include <functional>
 #include <memory>
@@ -32,7 +31,7 @@ private:
 
     std::shared_ptr<ValueCell> m_cell;
     std::shared_ptr<Gate> m_gate;
-    boost::signals2::scoped_connection m_connection;
+    ScopedConnection m_connection;
 };
 
 } // namespace Nodes

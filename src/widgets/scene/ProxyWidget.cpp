@@ -51,15 +51,16 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
         m_border = new Border(this);
         m_locker = new Locker(this);
     }
-    connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished);
     connect(this, &ProxyWidget::propertyUpdated, this, &ProxyWidget::onPropertyUpdated);
     Nodes::BasicWidget *node = getNode();
     if (node)
         host(*node);
-    if (isRuntime())
+    if (isRuntime()) {
         installEventFilter(&ActionManager::getInstance());
-    else
+    } else {
+        connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished);
         setFrame();
+    }
     rememberGeometry();
     if (m_locker) {
         m_locker->setLock(node && !node->isMovable());

@@ -3,9 +3,8 @@
 #include "widgets/WidgetsExport.h"
 
 #include "nodes/model/NodeLink.h"
+#include "nodes/values/Connection.h"
 #include "nodes/values/Timestamp.h"
-
-#include <boost/signals2/connection.hpp>
 
 #include <QObject>
 #include <QTimer>
@@ -37,7 +36,7 @@ private:
 
     Nodes::systemAuthentication &m_users;
     Nodes::NodeLink m_visualization;
-    boost::signals2::scoped_connection m_connection;
+    Nodes::ScopedConnection m_connection;
     Nodes::Timestamp m_lastInput = 0; // steady
     QTimer m_timer;
 };

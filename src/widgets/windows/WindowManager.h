@@ -8,10 +8,9 @@
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/NodeLink.h"
 #include "nodes/system/enWorkMode.h"
+#include "nodes/values/Connection.h"
 #include "nodes/values/Result.h"
 #include "utils/MetaTypes.h"
-
-#include <boost/signals2/connection.hpp>
 
 #include <QList>
 #include <QObject>
@@ -160,7 +159,7 @@ private:
     void closeEverything();
 
     NotificationGate m_gate;
-    std::vector<boost::signals2::scoped_connection> m_connections;
+    std::vector<Nodes::ScopedConnection> m_connections;
     QPointer<QWidget> m_currentFrame;
     QList<QPointer<QWidget>> m_frames;
     QVector<WidgetLink> m_windows;

@@ -80,7 +80,7 @@ struct Station : CoreFixture
     systemAuthentication *users = nullptr;
     mutable std::mutex mutex;
     std::vector<BasicEvent> heard;
-    boost::signals2::scoped_connection connection;
+    Nodes::ScopedConnection connection;
 };
 
 } // namespace

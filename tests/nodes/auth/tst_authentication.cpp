@@ -213,7 +213,7 @@ private slots:
                                      {{"passwordless", "true"}});
         QVERIFY(plant.users->Authenticate(user));
         std::vector<NodeLink> heard;
-        const boost::signals2::scoped_connection connection =
+        const Nodes::ScopedConnection connection =
             plant.users->ConnectUserChanged([&](NodeLink now) { heard.push_back(now); });
         if (isDeleted)
             QVERIFY(plant.users->DeleteNode((isInFolder ? folder : user)->GetId(), true, true));

@@ -158,7 +158,7 @@ private slots:
         QVERIFY(device.driver->Start().IsSuccess());
         QTRY_VERIFY(live->GetValue().IsGood());
         std::atomic<int> losses{0};
-        const boost::signals2::scoped_connection watch = live->GetCell()->Subscribe(
+        const Nodes::ScopedConnection watch = live->GetCell()->Subscribe(
             [&losses](const SignalValue &value) { losses += !value.IsGood(); });
         device.server.silentAt = silentAt;
         QTRY_VERIFY(silent->GetValue().GetQuality() == Quality::Bad);

@@ -15,7 +15,7 @@ private slots:
         ProjectFixture f;
         ConfigNode *layer = f.addLayer();
         NodeLinks announced;
-        const boost::signals2::scoped_connection added =
+        const Nodes::ScopedConnection added =
             layer->ConnectChildAdded([&](const NodeLink &link) { announced.push_back(link); });
         ConfigNode *last = f.add("label", layer);
         auto first = f.project.CreateDetached(f.kind("label"));
@@ -36,7 +36,7 @@ private slots:
         ConfigNode *composition = layer->GetParent();
         const NodeLink label(f.add("label", layer));
         NodeLinks announced;
-        const boost::signals2::scoped_connection removed =
+        const Nodes::ScopedConnection removed =
             f.root()->ConnectChildRemoved([&](const NodeLink &link) { announced.push_back(link); });
         std::unique_ptr<ConfigNode> taken = f.root()->RemoveNode(composition);
         QVERIFY(taken && !taken->GetParent() && !label.isValid());
@@ -141,7 +141,7 @@ private slots:
         ConfigNode *two = f.add("memorySignal", f.add("folder", f.root(), "tags"), "two");
         ConfigNode *label = f.add("label", f.addLayer(), nullptr, {{"signal", idOf(one)}});
         int announced = 0;
-        const boost::signals2::scoped_connection changed =
+        const Nodes::ScopedConnection changed =
             label->ConnectPropertyChanged([&](BasicProperty *) { ++announced; });
         QCOMPARE(label->ReplaceLink(one, std::string("tags/nobody")), 0);
         QCOMPARE(label->ReplaceLink(one, std::string("tags/two")), 1);

@@ -92,7 +92,7 @@ private slots:
     {
         ValueCell cell;
         SignalValue heard;
-        const boost::signals2::scoped_connection connection(
+        const Nodes::ScopedConnection connection(
             cell.Subscribe([&](const SignalValue &value) { heard = value; }));
         for (const double number : {-std::numeric_limits<double>::infinity(), qQNaN()}) {
             SignalValue value(number);

@@ -136,7 +136,7 @@ void TestOperatorActions::timersObeyCommands()
     station.project.run(45);
     QVERIFY(timer->GetState() == Nodes::NodeState::Running);
     int changes = 0;
-    const boost::signals2::scoped_connection connection =
+    const Nodes::ScopedConnection connection =
         station.project.node(35)->ConnectActivityChanged([&changes](bool) { ++changes; });
     station.project.run(46);
     QVERIFY(timer->GetState() == Nodes::NodeState::Running);
