@@ -1,5 +1,8 @@
 #include "utils/ValueConversions.h"
 
+#include <QGuiApplication>
+#include <QScreen>
+
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -27,9 +30,15 @@ QColor NColorToQColor(const Nodes::NColor &color)
 
 QFont NFontToQFont(const Nodes::NFont &font)
 {
-    // Screens use a few fonts in turns, and what Qt finds out about one stays with its copies.
+    // Screens use a few fonts in turns, and what Qt finds out about one stays with its copies, the
+    // resolution it was made for included.
     constexpr std::size_t most = 8;
     thread_local std::vector<std::pair<Nodes::NFont, QFont>> recent;
+    thread_local double resolution = 0;
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const double present = screen ? screen->logicalDotsPerInchY() : 0;
+    if (std::exchange(resolution, present) != present)
+        recent.clear();
     const auto known = std::find_if(recent.cbegin(), recent.cend(),
                                     [&font](const auto &entry) { return entry.first == font; });
     if (known != recent.cend())

@@ -8,9 +8,12 @@
 #include "utils/ValueConversions.h"
 
 #include <QAction>
+#include <QFontMetrics>
 #include <QMenu>
+#include <QScreen>
 #include <QUndoStack>
 #include <QtTest>
+#include <qpa/qwindowsysteminterface.h>
 
 using Nodes::NodeType;
 
@@ -58,6 +61,27 @@ private slots:
         const QFont font = Utils::NFontToQFont({"DejaVu Serif", 0, false, true, false, true});
         QCOMPARE(font.pointSize(), 1);
         QVERIFY(!font.bold() && font.italic() && !font.underline() && font.strikeOut());
+    }
+
+    void fontsFitTheScreen()
+    {
+        qApp->setAttribute(Qt::AA_Use96Dpi, false); // set by QtTest
+        const auto height = [](int pointSize) {
+            return QFontMetrics(Utils::NFontToQFont({"DejaVu Sans", pointSize})).height();
+        };
+        QScreen *screen = QGuiApplication::primaryScreen();
+        const double dpi = screen->logicalDotsPerInch();
+        const int small = height(10);
+        const int large = height(20);
+        QVERIFY(qAbs(large - 2 * small) <= 2);
+        for (const double factor : {2.0, 1.0}) {
+            QWindowSystemInterface::handleScreenLogicalDotsPerInchChange(screen, factor * dpi,
+                                                                         factor * dpi);
+            QCoreApplication::processEvents();
+            QVERIFY(qAbs(height(10) - factor * small) <= 2);
+            QVERIFY(qAbs(height(20) - factor * large) <= 2);
+        }
+        qApp->setAttribute(Qt::AA_Use96Dpi, true);
     }
 
     void times_data()

@@ -18,11 +18,11 @@ bool Connection::IsConnected() const
     return slot && slot->IsOpen();
 }
 
+// The slot goes last: it may hold the owner of this very handle.
 void Connection::Disconnect()
 {
-    if (const std::shared_ptr<BasicSlot> slot = m_slot.lock())
+    if (const std::shared_ptr<BasicSlot> slot = std::exchange(m_slot, {}).lock())
         slot->Close();
-    m_slot.reset();
 }
 
 ScopedConnection::ScopedConnection(ScopedConnection &&other) noexcept
@@ -32,10 +32,7 @@ ScopedConnection::ScopedConnection(ScopedConnection &&other) noexcept
 
 ScopedConnection &ScopedConnection::operator=(ScopedConnection &&other) noexcept
 {
-    if (this != &other) {
-        Disconnect();
-        m_connection = std::exchange(other.m_connection, {});
-    }
+    std::exchange(m_connection, std::exchange(other.m_connection, {})).Disconnect();
     return *this;
 }
 

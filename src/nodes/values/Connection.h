@@ -18,7 +18,7 @@ public:
     BasicSlot &operator=(const BasicSlot &) = delete;
 
     bool IsOpen() const { return m_isOpen.load(std::memory_order_acquire); }
-    /// The slot is not called any more; it may be running at this moment. Once only.
+    /// The slot is not called any more; it may be running at this moment. Again: nothing.
     void Close();
 
 protected:

@@ -15,8 +15,8 @@ namespace Nodes {
 /// Subscribers of one thing, called in the order they came. There is a list for every kind of
 /// notification of every node that is watched, and a window of a thousand elements subscribes to
 /// thousands at once: both subscribing and publishing are short. Slots run on the publishing
-/// thread, outside of any lock; one that was disconnected while it ran may still be running. Safe
-/// on any thread.
+/// thread, outside of any lock; one that was disconnected while it ran may still be running, and
+/// what it holds may stay until the list is next rebuilt. Safe on any thread.
 template <class Argument> class SlotList
 {
 public:
@@ -64,48 +64,60 @@ private:
     };
     using Entries = std::vector<std::shared_ptr<const Entry>>;
 
-    /// Never changed in place: whoever calls the slots keeps the entries as they were.
+    /// The entries are never changed in place: whoever calls the slots keeps them as they were.
     class List
     {
     public:
-        std::shared_ptr<const Entries> snapshot() const
+        std::shared_ptr<const Entries> snapshot()
         {
+            Retired retired;
             const std::lock_guard lock(m_mutex);
+            if (!m_added.empty())
+                retired = rebuild();
             return m_entries;
         }
         void add(const std::shared_ptr<const Entry> &entry)
         {
-            std::shared_ptr<const Entries> old; // destroyed after the lock: slots own things
             const std::lock_guard lock(m_mutex);
-            old = rebuild(entry);
+            m_added.push_back(entry);
         }
         void countClosed()
         {
-            std::shared_ptr<const Entries> old;
+            Retired retired;
             const std::lock_guard lock(m_mutex);
-            if (++m_closed * 2 >= size())
-                old = rebuild(nullptr);
+            if (++m_closed * 2 >= m_added.size() + (m_entries ? m_entries->size() : 0))
+                retired = rebuild();
         }
 
     private:
-        std::size_t size() const { return m_entries ? m_entries->size() : 0; }
+        /// Destroyed outside of the lock: what slots hold may end subscriptions when it goes.
+        struct Retired
+        {
+            std::shared_ptr<const Entries> entries;
+            Entries added;
+        };
 
         // A closed entry may go before it is counted, so the count only says when to look.
-        std::shared_ptr<const Entries> rebuild(const std::shared_ptr<const Entry> &added)
+        Retired rebuild()
         {
+            Retired retired{m_entries, std::exchange(m_added, {})};
             auto fresh = std::make_shared<Entries>();
-            fresh->reserve(size() + 1);
-            if (m_entries)
-                std::copy_if(m_entries->begin(), m_entries->end(), std::back_inserter(*fresh),
+            const auto take = [&fresh](const Entries &entries) {
+                std::copy_if(entries.begin(), entries.end(), std::back_inserter(*fresh),
                              [](const auto &entry) { return entry->IsOpen(); });
-            if (added)
-                fresh->push_back(added);
+            };
+            fresh->reserve(retired.added.size() + (m_entries ? m_entries->size() : 0));
+            if (m_entries)
+                take(*m_entries);
+            take(retired.added);
             m_closed = 0;
-            return std::exchange(m_entries, fresh->empty() ? nullptr : std::move(fresh));
+            m_entries = fresh->empty() ? nullptr : std::move(fresh);
+            return retired;
         }
 
-        mutable std::mutex m_mutex;
+        std::mutex m_mutex;
         std::shared_ptr<const Entries> m_entries; // guarded; null while there are none
+        Entries m_added;                          // guarded; merged when the list is called
         std::size_t m_closed = 0;                 // guarded; entries that wait for a rebuild
     };
 

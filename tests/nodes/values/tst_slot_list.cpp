@@ -85,41 +85,79 @@ private slots:
         ScopedConnection kept;
         {
             const ScopedConnection scoped = list->Connect([held](int value) { *held = value; });
-            ScopedConnection other = list->Connect([](int) {});
-            kept = std::move(other);
-            QVERIFY(!other.IsConnected());
+            kept = list->Connect([held](int value) { *held = value; });
+            kept = list->Connect([](int) {});
         }
         (*list)(5);
         QCOMPARE(*held, 0);
         held.reset();
-        QVERIFY(watched.expired()); // what a slot holds goes with its connection
+        QVERIFY(watched.expired());
         QVERIFY(kept.IsConnected());
         list.reset();
         QVERIFY(!kept.IsConnected());
         kept.Disconnect();
     }
 
-    // A slot that stays must be called every time, whoever else comes and goes meanwhile.
+    void slotsOwnWhatTheyLike_data()
+    {
+        QTest::addColumn<int>("others");
+        QTest::newRow("goes with its connection") << 0;
+        QTest::newRow("goes with those of others") << 4;
+    }
+    void slotsOwnWhatTheyLike()
+    {
+        struct Owner
+        {
+            Connection connection;
+        };
+        SlotList<int> list;
+        auto owner = std::make_shared<Owner>();
+        Owner *raw = owner.get();
+        const std::weak_ptr<Owner> watched = owner;
+        // With its own handle, and with that of another slot of the same list.
+        owner->connection =
+            list.Connect([owner, other = std::make_shared<ScopedConnection>(
+                                     list.Connect([](int) { QFAIL("not ended"); }))](int) {});
+        owner.reset();
+        QFETCH(int, others);
+        QVector<Connection> more;
+        for (int i = 0; i < others; ++i)
+            more << list.Connect([](int) {});
+        QVERIFY(!watched.expired());
+        raw->connection.Disconnect();
+        for (Connection &connection : more)
+            connection.Disconnect();
+        QVERIFY(watched.expired());
+        list(1);
+    }
+
+    // Whoever else comes and goes meanwhile, a slot that stays is called every time.
     void losesNoneAmongThreads()
     {
         constexpr int rounds = 50000;
+        constexpr int every = 1000;
+        constexpr int threads = 3;
         SlotList<int> list;
         std::atomic<int> heard{0};
+        std::atomic<int> heardLast{0};
         const ScopedConnection staying = list.Connect([&](int) { ++heard; });
         std::vector<std::thread> visitors;
-        for (int t = 0; t < 3; ++t)
-            visitors.emplace_back([&list] {
+        for (int t = 0; t < threads; ++t)
+            visitors.emplace_back([&] {
                 for (int i = 0; i < rounds; ++i) {
                     const ScopedConnection first = list.Connect([](int) {});
                     const ScopedConnection second = list.Connect([](int) {});
+                    if (i % every == 0)
+                        list.Connect([&](int value) { heardLast += value < 0; });
                 }
             });
         for (int i = 0; i < rounds; ++i)
             list(i);
         for (std::thread &visitor : visitors)
             visitor.join();
-        list(0);
+        list(-1);
         QCOMPARE(heard.load(), rounds + 1);
+        QCOMPARE(heardLast.load(), threads * rounds / every);
     }
 };
 
