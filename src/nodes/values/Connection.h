@@ -30,7 +30,7 @@ private:
 };
 
 /// Handle of a subscription. Copies speak of the same one; it outlives them all, see
-/// ScopedConnection. Using one handle from several threads takes a lock, using copies does not.
+/// ScopedConnection. A handle is used by one thread at a time, its copies by any.
 class NODES_EXPORT Connection
 {
 public:

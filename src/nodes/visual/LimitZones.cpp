@@ -5,34 +5,65 @@
 #include "nodes/signals/BasicSignal.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace Nodes {
 
+namespace {
+
+template <class Visit> void visitAlarms(const ConfigNode &node, const Visit &visit)
+{
+    for (const auto &child : node.Children()) {
+        const bool isAlarm = child->GetNodeType().GetFamily() == NodeType::TypeAlarm;
+        if (const auto *alarm = isAlarm ? dynamic_cast<const alarmLimit *>(child.get()) : nullptr)
+            visit(*alarm);
+        visitAlarms(*child, visit);
+    }
+}
+
+/// Gathered once for each state of the tree: a page of gauges would walk a large project for each
+/// of them.
+const std::vector<const alarmLimit *> &alarmsOf(const NodesCollection &project)
+{
+    struct Gathered
+    {
+        unsigned long project = 0;
+        unsigned long revision = 0;
+        std::vector<const alarmLimit *> alarms;
+    };
+    static Gathered gathered;
+    if (gathered.project != project.GetToken() || gathered.revision != project.GetRevision()) {
+        gathered = {project.GetToken(), project.GetRevision(), {}};
+        if (project.GetRoot())
+            visitAlarms(*project.GetRoot(),
+                        [](const alarmLimit &alarm) { gathered.alarms.push_back(&alarm); });
+    }
+    return gathered.alarms;
+}
+
+} // namespace
+
 LimitZones LimitZones::FromAlarms(const BasicSignal &signal)
 {
-    LimitZones zones;
     const NodesCollection *project = signal.GetNodesCollection();
-    const ConfigNode *root = project ? project->GetRoot() : nullptr;
-    zones.addBelow(root ? *root : signal, signal);
+    if (!project)
+        return FromOwnAlarms(signal);
+    LimitZones zones;
+    for (const alarmLimit *alarm : alarmsOf(*project)) {
+        if (alarm->GetSignal() == &signal)
+            zones.add(*alarm);
+    }
     return zones;
 }
 
 LimitZones LimitZones::FromOwnAlarms(const BasicSignal &signal)
 {
     LimitZones zones;
-    zones.addBelow(signal, signal);
+    visitAlarms(signal, [&](const alarmLimit &alarm) {
+        if (alarm.GetSignal() == &signal)
+            zones.add(alarm);
+    });
     return zones;
-}
-
-void LimitZones::addBelow(const ConfigNode &node, const BasicSignal &signal)
-{
-    for (const auto &child : node.Children()) {
-        const bool isAlarm = child->GetNodeType().GetFamily() == NodeType::TypeAlarm;
-        const auto *alarm = isAlarm ? dynamic_cast<const alarmLimit *>(child.get()) : nullptr;
-        if (alarm && alarm->GetSignal() == &signal)
-            add(*alarm);
-        addBelow(*child, signal);
-    }
 }
 
 void LimitZones::add(const alarmLimit &alarm)

@@ -7,7 +7,6 @@
 namespace Nodes {
 
 class BasicSignal;
-class ConfigNode;
 class alarmLimit;
 
 /// Where a number stands between warning and alarm limits. A limit at infinity is none.
@@ -20,8 +19,8 @@ struct NODES_EXPORT LimitZones
     double high = std::numeric_limits<double>::infinity();
     double highHigh = std::numeric_limits<double>::infinity();
 
-    /// Those of the limit alarms that watch the signal; of several alike the strictest. Walks the
-    /// project. GUI thread.
+    /// Those of the limit alarms that watch the signal; of several alike the strictest. GUI
+    /// thread.
     static LimitZones FromAlarms(const BasicSignal &signal);
     /// Only of those that stand below the signal: cheap enough for every value.
     static LimitZones FromOwnAlarms(const BasicSignal &signal);
@@ -35,7 +34,6 @@ struct NODES_EXPORT LimitZones
 
 private:
     void add(const alarmLimit &alarm);
-    void addBelow(const ConfigNode &node, const BasicSignal &signal);
 };
 
 } // namespace Nodes

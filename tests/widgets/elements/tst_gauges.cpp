@@ -142,10 +142,14 @@ void TestGauges::zonesAreOfTheAlarmsThatWatch()
   <alarmLimit id="12" name="of P" type="HH" limit="50" signal="13"/></memorySignal>
 <memorySignal id="13" name="P"/>
 <folder id="14" name="F"><alarmLimit id="15" name="l" type="L" limit="20" signal="10"/></folder>)");
-    const auto zones = Nodes::LimitZones::FromAlarms(*project.node<Nodes::BasicSignal>(10));
+    const auto *signal = project.node<Nodes::BasicSignal>(10);
+    const auto zones = Nodes::LimitZones::FromAlarms(*signal);
     QCOMPARE(zones.low, 20.0);
     QCOMPARE(zones.high, 80.0);
     QVERIFY(std::isinf(zones.highHigh));
+    auto *folder = project.node<Nodes::ConfigNode>(14);
+    const auto removed = folder->RemoveNode(15ul);
+    QVERIFY(removed && std::isinf(Nodes::LimitZones::FromAlarms(*signal).low));
 }
 
 void TestGauges::alarmsAreMarkedAsTheyStand()
