@@ -50,13 +50,6 @@ struct Station : CoreFixture
         const std::lock_guard lock(mutex);
         return heard;
     }
-    std::vector<AlarmState> states() const
-    {
-        std::vector<AlarmState> list;
-        for (const BasicEvent &event : events())
-            list.push_back(event.alarmState);
-        return list;
-    }
     AlarmState highState() const
     {
         for (const BasicEvent &event : alarming->GetActiveAlarms()) {
@@ -68,7 +61,9 @@ struct Station : CoreFixture
     void raise()
     {
         publish(90);
-        ManualClock::Use().Advance(500000);
+        ManualClock::Use().Advance(499999);
+        QCOMPARE(highState(), AlarmState::Normal);
+        ManualClock::Use().Advance(1);
         QTRY_COMPARE(highState(), AlarmState::ActiveUnacked);
     }
 
@@ -99,15 +94,13 @@ private slots:
     void delayAndShelfEnd()
     {
         Station station(*m_directory);
-        station.publish(90);
-        ManualClock::Use().Advance(499999);
-        QCOMPARE(station.highState(), AlarmState::Normal);
-        ManualClock::Use().Advance(1);
-        QTRY_COMPARE(station.highState(), AlarmState::ActiveUnacked);
+        station.raise();
         QVERIFY(station.alarming->Shelve(station.high, 60));
         ManualClock::Use().Advance(60 * ManualClock::second);
-        QTRY_COMPARE(station.states(), (std::vector{AlarmState::ActiveUnacked, AlarmState::Shelved,
-                                                    AlarmState::ActiveUnacked}));
+        QTRY_COMPARE(station.events().size(), std::size_t(3));
+        for (const int i : {0, 1, 2})
+            QCOMPARE(station.events()[i].alarmState,
+                     i == 1 ? AlarmState::Shelved : AlarmState::ActiveUnacked);
     }
 
     void journalled()
@@ -116,7 +109,7 @@ private slots:
         station.raise();
         QVERIFY(station.alarming->Acknowledge(station.high, "вижу"));
         station.publish(10);
-        QTRY_COMPARE(station.states().size(), std::size_t(3));
+        QTRY_COMPARE(station.events().size(), std::size_t(3));
         JournalQuery query;
         query.source = station.high->GetPath();
         std::vector<BasicEvent> stored = station.journalled(query);
@@ -164,23 +157,18 @@ private slots:
         QCOMPARE(refused.size(), std::size_t(!mayAcknowledge + 4 * !mayShelve));
     }
 
-    void messagesNameWhoDidThem_data()
-    {
-        const Rows<int, std::string> row("level", "user");
-        row("lost device", LevelWarning, "");
-        row("operator's action", LevelAction, "shelve");
-    }
-
     void messagesNameWhoDidThem()
     {
-        QFETCH(int, level);
         Station station(*m_directory, true);
         QVERIFY(station.logIn("shelve"));
-        QVERIFY(station.tank->StoreMessage(EventLevel(level), "проба", station.tank));
+        for (const EventLevel level : {LevelWarning, LevelAction})
+            QVERIFY(station.tank->StoreMessage(level, "проба", station.tank));
         const auto stored = station.journalledText("проба");
-        QCOMPARE(stored.size(), std::size_t(1));
-        QTEST(stored[0].user, "user");
-        QCOMPARE(stored[0].source, station.tank->GetPath());
+        QCOMPARE(stored.size(), std::size_t(2));
+        for (const BasicEvent &event : stored) {
+            QCOMPARE(event.user, std::string(event.level == LevelAction ? "shelve" : ""));
+            QCOMPARE(event.source, station.tank->GetPath());
+        }
     }
 
     void refusals()
@@ -266,14 +254,14 @@ private slots:
 
     void damagedStateFile()
     {
-        QDir().mkpath(m_directory->filePath("data"));
-        QFile file(m_directory->filePath("data/alarms.sqlite"));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(5000, 'x')) > 0);
+        const QDir data(m_directory->filePath("data"));
+        QFile file(data.filePath("alarms.sqlite"));
+        QVERIFY(data.mkpath(".") && file.open(QIODevice::WriteOnly) &&
+                file.write(QByteArray(5000, 'x')) > 0);
         file.close();
         Station station(*m_directory);
         station.raise();
         QCOMPARE(station.journalledText("состояний тревог повреждён").size(), std::size_t(1));
-        const QDir data(m_directory->filePath("data"));
         QCOMPARE(data.entryList({"alarms.sqlite.damaged-*Z"}).size(), 1);
     }
 

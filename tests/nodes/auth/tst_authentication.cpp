@@ -49,6 +49,9 @@ struct UsersFixture : ProjectFixture
     ConfigNode *guests = add("role", users);
     ConfigNode *user =
         add("user", users, "anna", {{"roles", idOf(role)}, {"passwordless", "true"}});
+    std::vector<NodeLink> heard;
+    Nodes::ScopedConnection connection =
+        users->ConnectUserChanged([this](NodeLink now) { heard.push_back(now); });
 };
 
 } // namespace
@@ -160,10 +163,6 @@ private slots:
         plant.grant("write");
         plant.grant(plant.guests, "allow", "view");
         QVERIFY(plant.users->Start());
-        std::vector<NodeLink> heard;
-        const auto connection =
-            plant.users->ConnectUserChanged([&](NodeLink user) { heard.push_back(user); });
-
         QCOMPARE(plant.mode(plant.tag, PrivilegeView), PrivModeGranted);
         QCOMPARE(plant.mode(plant.tag), PrivModeNoRule);
         QVERIFY(plant.users->Authenticate(plant.user));
@@ -174,7 +173,7 @@ private slots:
         plant.users->Logout();
         QCOMPARE(plant.users->GetCurrentUserName(), std::string());
         QCOMPARE(plant.mode(plant.tag), PrivModeNoRule);
-        QVERIFY((heard == std::vector<NodeLink>{plant.user, NodeLink()}));
+        QVERIFY((plant.heard == std::vector<NodeLink>{plant.user, NodeLink()}));
     }
 
     void followsChanges()
@@ -192,12 +191,11 @@ private slots:
         QCOMPARE(plant.mode(plant.tag), PrivModeGranted);
         plant.set(plant.user, {{"enabled", "false"}});
         QCOMPARE(plant.mode(plant.tag), PrivModeNoRule);
-        QCOMPARE(plant.users->GetCurrentUserName(), std::string());
     }
 
     void userIsGone_data()
     {
-        const Rows<bool, bool> row("isDeleted", "isInFolder");
+        const Rows<bool, bool> row("isDeleted", "withFolder");
         row("disabled", false, false);
         row("deleted", true, false);
         row("deleted with the folder", true, true);
@@ -206,20 +204,17 @@ private slots:
     void userIsGone()
     {
         QFETCH(bool, isDeleted);
-        QFETCH(bool, isInFolder);
+        QFETCH(bool, withFolder);
         UsersFixture plant;
         ConfigNode *folder = plant.add("folder", plant.users);
-        ConfigNode *user = plant.add("user", isInFolder ? folder : plant.users, "boris",
-                                     {{"passwordless", "true"}});
+        ConfigNode *user = plant.add("user", folder, nullptr, {{"passwordless", "true"}});
         QVERIFY(plant.users->Authenticate(user));
-        std::vector<NodeLink> heard;
-        const Nodes::ScopedConnection connection =
-            plant.users->ConnectUserChanged([&](NodeLink now) { heard.push_back(now); });
         if (isDeleted)
-            QVERIFY(plant.users->DeleteNode((isInFolder ? folder : user)->GetId(), true, true));
+            QVERIFY(withFolder ? plant.users->DeleteNode(folder->GetId(), true, true)
+                               : folder->DeleteNode(user->GetId(), true, true));
         else
             plant.set(user, {{"enabled", "false"}});
-        QVERIFY((heard == std::vector<NodeLink>{NodeLink()}));
+        QVERIFY((plant.heard == std::vector<NodeLink>{user, NodeLink()}));
     }
 
     void otherThreads()
@@ -251,30 +246,28 @@ private slots:
 
     void passwords_data()
     {
-        const Rows<bool, bool, bool, std::string, bool> row("hasPassword", "isPasswordless",
-                                                            "isEnabled", "password", "isAdmitted");
-        row("right", true, false, true, "секрет", true);
-        row("right, might do without", true, true, true, "секрет", true);
-        row("wrong", true, true, true, "Секрет", false);
-        row("empty", true, true, true, "", false);
-        row("disabled", true, true, false, "секрет", false);
-        row("none wanted", false, true, true, "", true);
-        row("none wanted, one given", false, true, true, "x", false);
-        row("none wanted, disabled", false, true, false, "", false);
-        row("none set", false, false, true, "", false);
+        // user: who has a password, may do without, is enabled
+        const Rows<QString, std::string, bool> row("user", "password", "isAdmitted");
+        row("right", "password enabled", "секрет", true);
+        row("right, might do without", "password without enabled", "секрет", true);
+        row("wrong", "password without enabled", "Секрет", false);
+        row("empty", "password without enabled", "", false);
+        row("disabled", "password without", "секрет", false);
+        row("none wanted", "without enabled", "", true);
+        row("none wanted, one given", "without enabled", "x", false);
+        row("none wanted, disabled", "without", "", false);
+        row("none set", "enabled", "", false);
     }
 
     void passwords()
     {
-        QFETCH(bool, hasPassword);
-        QFETCH(bool, isPasswordless);
-        QFETCH(bool, isEnabled);
+        QFETCH(QString, user);
         QFETCH(std::string, password);
         QFETCH(bool, isAdmitted);
         UsersFixture plant;
-        plant.set(plant.user, {{"passwordHash", hasPassword ? m_hash : ""},
-                               {"passwordless", isPasswordless ? "true" : "false"},
-                               {"enabled", isEnabled ? "true" : "false"}});
+        plant.set(plant.user, {{"passwordHash", user.contains("password") ? m_hash : ""},
+                               {"passwordless", user.contains("without") ? "true" : "false"},
+                               {"enabled", user.contains("enabled") ? "true" : "false"}});
         const Result result = plant.users->Authenticate(plant.user, password);
         QCOMPARE(result.GetType(), isAdmitted ? Result::Success : Result::AuthenticationFailed);
         QCOMPARE(result.GetCode(), isAdmitted ? 0 : 1318);

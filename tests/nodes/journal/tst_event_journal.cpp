@@ -29,16 +29,6 @@ BasicEvent entry(const std::string &text, Timestamp time = 0, EventLevel level =
     return made;
 }
 
-QStringList texts(const EventJournal &journal, const JournalQuery &query = {})
-{
-    std::vector<BasicEvent> events;
-    const Result result = journal.Query(query, events);
-    QStringList list;
-    for (const BasicEvent &e : events)
-        list << QString::fromStdString(e.text);
-    return result ? list : QStringList{QString::fromStdString(result.ToString())};
-}
-
 QStringList numbered(int count)
 {
     QStringList list;
@@ -46,27 +36,6 @@ QStringList numbered(int count)
         list << QString::number(i);
     return list;
 }
-
-QStringList criticalTexts(const EventJournal &journal)
-{
-    JournalQuery critical;
-    critical.maximumLevel = LevelCritical;
-    return texts(journal, critical);
-}
-
-class LockedByOther
-{
-public:
-    explicit LockedByOther(const std::string &file)
-    {
-        if (!m_other.Open(file, SqliteDatabase::Mode::ReadWrite) ||
-            !m_other.Execute("BEGIN IMMEDIATE"))
-            qFatal("cannot lock");
-    }
-
-private:
-    SqliteDatabase m_other;
-};
 
 } // namespace
 
@@ -77,6 +46,7 @@ class TestEventJournal : public QObject
 private slots:
     void init()
     {
+        restart();
         m_directory = std::make_unique<QTemporaryDir>();
         m_file = m_directory->filePath("data/journal.sqlite").toStdString();
     }
@@ -91,22 +61,20 @@ private slots:
             edit(query);
             QTest::newRow(name) << query << expected;
         };
-        row("all", all, [](JournalQuery &) {});
-        row("begin is inclusive", all.mid(1), [](JournalQuery &q) { q.begin = 20 * second; });
-        row("end is exclusive", all.mid(0, 1), [](JournalQuery &q) { q.end = 20 * second; });
-        row("graver levels", {all[0], all[2]},
-            [](JournalQuery &q) { q.maximumLevel = LevelWarning; });
-        row("source", {all[3]}, [](JournalQuery &q) { q.source = "Насос"; });
-        row("Cyrillic, any case", {all[0], all[3]}, [](JournalQuery &q) { q.text = "Насос"; });
-        row("letter outside the alphabet's block", {all[1]},
-            [](JournalQuery &q) { q.text = "ёЛ"; });
-        row("Latin, wildcards are plain", {all[2]}, [](JournalQuery &q) { q.text = "50% OFF"; });
-        row("no match", {}, [](JournalQuery &q) { q.text = "50_"; });
-        row("page", all.mid(1, 2), [](JournalQuery &q) {
+        row("all", all, [](auto &) {});
+        row("begin is inclusive", all.mid(1), [](auto &q) { q.begin = 20 * second; });
+        row("end is exclusive", all.mid(0, 1), [](auto &q) { q.end = 20 * second; });
+        row("graver levels", {all[0], all[2]}, [](auto &q) { q.maximumLevel = LevelWarning; });
+        row("source", {all[3]}, [](auto &q) { q.source = "Насос"; });
+        row("Cyrillic, any case", {all[0], all[3]}, [](auto &q) { q.text = "Насос"; });
+        row("letter outside the alphabet's block", {all[1]}, [](auto &q) { q.text = "ёЛ"; });
+        row("Latin, wildcards are plain", {all[2]}, [](auto &q) { q.text = "50% OFF"; });
+        row("no match", {}, [](auto &q) { q.text = "50_"; });
+        row("page", all.mid(1, 2), [](auto &q) {
             q.afterId = 1;
             q.limit = 2;
         });
-        row("rest of an interval", all.mid(2), [](JournalQuery &q) {
+        row("rest of an interval", all.mid(2), [](auto &q) {
             q.begin = 1;
             q.afterId = 2;
         });
@@ -115,14 +83,13 @@ private slots:
     void query()
     {
         QFETCH(JournalQuery, query);
-        EventJournal journal;
-        open(journal);
-        QVERIFY(journal.Append(entry("Пуск НАСОСА", 10 * second, LevelAlarm)));
-        QVERIFY(journal.Append(entry("Ёлка", 20 * second)));
-        QVERIFY(journal.Append(entry("Pump 50% off", 30 * second, LevelWarning)));
-        QVERIFY(journal.Append(entry("насос стоит", 40 * second, LevelSecurity, "Насос")));
-        QVERIFY(journal.Flush());
-        QTEST(texts(journal, query), "expected");
+        open();
+        QVERIFY(m_journal->Append(entry("Пуск НАСОСА", 10 * second, LevelAlarm)));
+        QVERIFY(m_journal->Append(entry("Ёлка", 20 * second)));
+        QVERIFY(m_journal->Append(entry("Pump 50% off", 30 * second, LevelWarning)));
+        QVERIFY(m_journal->Append(entry("насос стоит", 40 * second, LevelSecurity, "Насос")));
+        QVERIFY(m_journal->Flush());
+        QTEST(texts(query), "expected");
     }
 
     void keepsEveryField()
@@ -136,85 +103,81 @@ private slots:
         full.alarmState = AlarmState::ActiveAcked;
         full.priority = 2;
         full.occurrence = 1700000000123;
-        EventJournal journal;
-        open(journal);
+        open();
         BasicEvent announced;
-        const auto connection =
-            journal.ConnectAppended([&](const BasicEvent &stored) { announced = stored; });
-        QVERIFY(journal.Append(full));
-        journal.Close();
-        open(journal);
+        const Nodes::ScopedConnection connection =
+            m_journal->ConnectAppended([&](const BasicEvent &stored) { announced = stored; });
+        QVERIFY(m_journal->Append(full));
+        m_journal->Close();
+        open();
         std::vector<BasicEvent> events;
-        QVERIFY(journal.Query({}, events));
+        QVERIFY(m_journal->Query({}, events));
         full.id = 1;
         QVERIFY(events.size() == 1 && events[0] == full);
         QVERIFY(announced == full);
-        QVERIFY(journal.Verify());
+        QVERIFY(m_journal->Verify());
     }
 
     void concurrentAppends()
     {
         constexpr int each = 500;
-        EventJournal journal;
         std::vector<unsigned long> announced;
-        const auto connection = journal.ConnectAppended(
+        const Nodes::ScopedConnection connection = m_journal->ConnectAppended(
             [&](const BasicEvent &stored) { announced.push_back(stored.id); });
-        open(journal);
+        open();
         std::vector<std::thread> threads;
         for (int t = 0; t < 4; ++t) {
-            threads.emplace_back([&journal, t] {
+            threads.emplace_back([this, t] {
                 for (int i = 0; i < each; ++i)
-                    (void)journal.Append(
+                    (void)m_journal->Append(
                         entry(std::to_string(i), 0, LevelDebug, std::to_string(t)));
             });
         }
         std::vector<BasicEvent> meanwhile;
-        QVERIFY(journal.Query({}, meanwhile));
+        QVERIFY(m_journal->Query({}, meanwhile));
         for (std::thread &thread : threads)
             thread.join();
-        QVERIFY(journal.Flush());
+        QVERIFY(m_journal->Flush());
         for (int t = 0; t < 4; ++t) {
             JournalQuery own;
             own.source = std::to_string(t);
-            QCOMPARE(texts(journal, own), numbered(each));
+            QCOMPARE(texts(own), numbered(each));
         }
-        QVERIFY(journal.Verify());
-        journal.Close();
+        QVERIFY(m_journal->Verify());
+        m_journal->Close();
         QCOMPARE(announced.size(), std::size_t(4 * each));
         QVERIFY(std::is_sorted(announced.begin(), announced.end()));
     }
 
     void waitsBeforeOpen()
     {
-        EventJournal journal;
-        QVERIFY(journal.Append(entry("0")));
-        QCOMPARE(journal.Flush().GetType(), Result::NotAvailable);
-        QCOMPARE(journal.Verify().GetType(), Result::NotAvailable);
-        open(journal);
-        QVERIFY(journal.Append(entry("1")));
-        QCOMPARE(journal.Open(m_file).GetType(), Result::Refused);
-        journal.Close();
-        QVERIFY(journal.Append(entry("2")));
-        open(journal);
-        QVERIFY(journal.Flush());
-        QCOMPARE(texts(journal), numbered(3));
+        QVERIFY(m_journal->Append(entry("0")));
+        QCOMPARE(m_journal->Flush().GetType(), Result::NotAvailable);
+        QCOMPARE(m_journal->Verify().GetType(), Result::NotAvailable);
+        open();
+        QVERIFY(m_journal->Append(entry("1")));
+        QCOMPARE(m_journal->Open(m_file).GetType(), Result::Refused);
+        m_journal->Close();
+        QVERIFY(m_journal->Append(entry("2")));
+        open();
+        QVERIFY(m_journal->Flush());
+        QCOMPARE(texts(), numbered(3));
     }
 
     void overflowIsCounted()
     {
         constexpr int capacity = 100000;
-        EventJournal journal;
         for (int i = 0; i < capacity; ++i)
-            QVERIFY(journal.Append(entry("x")));
-        QCOMPARE(journal.Append(entry("y")).GetType(), Result::LimitExceeded);
-        open(journal);
-        QVERIFY(journal.Flush());
-        const QStringList told = criticalTexts(journal);
+            QVERIFY(m_journal->Append(entry("x")));
+        QCOMPARE(m_journal->Append(entry("y")).GetType(), Result::LimitExceeded);
+        open();
+        QVERIFY(m_journal->Flush());
+        const QStringList told = criticalTexts();
         QCOMPARE(told.size(), 1);
         QVERIFY(told[0].endsWith(": 1; не пишутся ни база, ни файл рядом с ней"));
         JournalQuery last;
         last.afterId = capacity;
-        QCOMPARE(texts(journal, last), QStringList{"x"});
+        QCOMPARE(texts(last), QStringList{"x"});
     }
 
     void tampering_data()
@@ -242,9 +205,8 @@ private slots:
         QFETCH(std::string, place);
         store(5);
         execute(sql);
-        EventJournal journal;
-        open(journal);
-        const Result verified = journal.Verify();
+        open();
+        const Result verified = m_journal->Verify();
         QCOMPARE(verified.GetType(), Result::Failed);
         QCOMPARE(verified.GetDetail(), "journal chain broken at " + place);
     }
@@ -259,59 +221,52 @@ private slots:
     void outage()
     {
         QFETCH(bool, isDiskFull);
-        EventJournal journal;
-        open(journal);
-        append(journal, {"0"});
+        open();
+        append({"0"});
         std::optional<FileSizeLimit> full;
-        std::optional<LockedByOther> lock;
+        std::unique_ptr<SqliteDatabase> lock;
         if (isDiskFull)
             full.emplace(rlim_t(QFileInfo(path("-wal")).size()));
         else
-            lock.emplace(m_file);
-        append(journal, {"1"});
-        append(journal, {"2"});
-        QCOMPARE(texts(journal), numbered(1));
+            lock = execute("BEGIN IMMEDIATE");
+        append({"1"});
+        append({"2"});
+        QCOMPARE(texts(), numbered(1));
         QVERIFY(QFile::exists(path(".spill")));
         full.reset();
         lock.reset();
-        QVERIFY(journal.Append(entry("3")));
-        QTRY_COMPARE(texts(journal), numbered(4));
-        QVERIFY(journal.Verify());
+        QVERIFY(m_journal->Append(entry("3")));
+        QTRY_COMPARE(texts(), numbered(4));
+        QVERIFY(m_journal->Verify());
         QVERIFY(!QFile::exists(path(".spill")));
+    }
+
+    void openFails_data()
+    {
+        const Rows<bool> row("isSpilled");
+        row("kept beside the database", true);
+        row("nothing can be written", false);
     }
 
     void openFails()
     {
-        QVERIFY(QDir().mkpath(path("")));
-        {
-            EventJournal journal;
-            const Result opened = journal.Open(m_file);
-            QCOMPARE(opened.GetType(), Result::StorageError);
-            QVERIFY(opened.GetDetail().find(m_file) != std::string::npos);
-            QVERIFY(!journal.IsOpen());
-            append(journal, {"0"});
-        }
-        QVERIFY(QDir().rmdir(path("")));
-        EventJournal journal;
-        QVERIFY(journal.Append(entry("1")));
-        open(journal);
-        QVERIFY(journal.Flush());
-        QTRY_COMPARE(texts(journal), numbered(2));
-    }
-
-    void nothingCanBeWritten()
-    {
-        QVERIFY(QDir().mkpath(path("")));
-        QVERIFY(QDir().mkpath(path(".spill")));
-        EventJournal journal;
-        QVERIFY(!journal.Open(m_file));
-        QVERIFY(journal.Append(entry("0")));
-        QCOMPARE(journal.Flush().GetType(), Result::StorageError);
-        QVERIFY(journal.Append(entry("1")));
-        QVERIFY(QDir().rmdir(path("")) && QDir().rmdir(path(".spill")));
-        QVERIFY(journal.Flush());
-        QTRY_COMPARE(texts(journal), numbered(2));
-        QVERIFY(journal.IsOpen());
+        QFETCH(bool, isSpilled);
+        QVERIFY(QDir().mkpath(path("")) && (isSpilled || QDir().mkpath(path(".spill"))));
+        const Result opened = m_journal->Open(m_file);
+        QCOMPARE(opened.GetType(), Result::StorageError);
+        QVERIFY(opened.GetDetail().find(m_file) != std::string::npos);
+        QVERIFY(!m_journal->IsOpen());
+        QVERIFY(m_journal->Append(entry("0")));
+        QCOMPARE(m_journal->Flush().GetType(), isSpilled ? Result::Success : Result::StorageError);
+        if (isSpilled)
+            restart();
+        QVERIFY(m_journal->Append(entry("1")));
+        QVERIFY(QDir().rmdir(path("")) && (isSpilled || QDir().rmdir(path(".spill"))));
+        if (isSpilled)
+            open();
+        QVERIFY(m_journal->Flush());
+        QTRY_COMPARE(texts(), numbered(2));
+        QVERIFY(m_journal->IsOpen());
     }
 
     void replayedTwice()
@@ -319,12 +274,11 @@ private slots:
         spill({"1", "2"});
         QVERIFY(QFile::copy(path(".spill"), path(".kept")));
         for (int run = 0; run < 2; ++run) {
-            EventJournal journal;
-            open(journal);
+            open();
             QTRY_VERIFY(!QFile::exists(path(".spill")));
-            QCOMPARE(texts(journal), numbered(3));
-            QVERIFY(journal.Verify());
-            journal.Close();
+            QCOMPARE(texts(), numbered(3));
+            QVERIFY(m_journal->Verify());
+            restart();
             // As if the machine had stopped between the transaction and the removal of the file.
             QVERIFY(QFile::copy(path(".kept"), path(".spill")));
         }
@@ -336,11 +290,10 @@ private slots:
             return QString(letter).repeated(20000000).toStdString();
         };
         spill({endless("я"), endless("2"), "last"});
-        EventJournal journal;
-        open(journal);
-        QTRY_COMPARE(texts(journal).size(), 4);
-        QCOMPARE(texts(journal)[3], QString("last"));
-        QVERIFY(texts(journal)[1].endsWith("яя…"));
+        open();
+        QTRY_COMPARE(texts().size(), 4);
+        QCOMPARE(texts()[3], QString("last"));
+        QVERIFY(texts()[1].endsWith("яя…"));
         QVERIFY(damagedSpills().isEmpty());
     }
 
@@ -355,13 +308,12 @@ private slots:
             const QDateTime time({year, 1, 1}, {});
             QVERIFY(kept.setFileTime(time, QFileDevice::FileModificationTime));
         }
-        EventJournal journal;
-        open(journal);
-        QTRY_COMPARE(texts(journal).size(), 3);
-        QCOMPARE(texts(journal).mid(0, 1) + texts(journal).mid(2), numbered(2));
+        open();
+        QTRY_COMPARE(texts().size(), 3);
+        QCOMPARE(texts().mid(0, 1) + texts().mid(2), numbered(2));
         QCOMPARE(damagedSpills().size(), 10);
-        QVERIFY(criticalTexts(journal).value(0).contains(damagedSpills().last()));
-        QVERIFY(criticalTexts(journal).value(0).contains(".spill.damaged-2001"));
+        QVERIFY(criticalTexts().value(0).contains(damagedSpills().last()));
+        QVERIFY(criticalTexts().value(0).contains(".spill.damaged-2001"));
     }
 
     void damaged_data()
@@ -381,64 +333,79 @@ private slots:
         QVERIFY(size > 0 && file.write(QByteArray(int(size), 'x')) == size);
         file.close();
 
-        EventJournal journal;
-        open(journal);
-        append(journal, {"new"});
-        QTRY_COMPARE(texts(journal).size(), 2);
-        QVERIFY(journal.Verify());
+        open();
+        append({"new"});
+        QTRY_COMPARE(texts().size(), 2);
+        QVERIFY(m_journal->Verify());
         const QStringList kept =
             QFileInfo(path("")).dir().entryList({"journal.sqlite.damaged-*Z"}, QDir::Files);
         QCOMPARE(kept.size(), 1);
-        QVERIFY(criticalTexts(journal).value(0).contains(kept[0]));
-        QCOMPARE(texts(journal).last(), QString("new"));
+        QVERIFY(criticalTexts().value(0).contains(kept[0]));
+        QCOMPARE(texts().last(), QString("new"));
     }
 
     void laterVersion()
     {
         store(1);
         execute("PRAGMA user_version = 2");
-        EventJournal journal;
-        QCOMPARE(journal.Open(m_file).GetType(), Result::StorageError);
-        append(journal, {"1"});
-        QCOMPARE(texts(journal), numbered(1));
+        QCOMPARE(m_journal->Open(m_file).GetType(), Result::StorageError);
+        append({"1"});
+        QCOMPARE(texts(), numbered(1));
         QVERIFY(QFile::exists(path(".spill")));
     }
 
 private:
-    void open(EventJournal &journal) const
+    void restart() { m_journal = std::make_unique<EventJournal>(); }
+    void open()
     {
-        const Result opened = journal.Open(m_file);
+        const Result opened = m_journal->Open(m_file);
         QVERIFY2(opened, opened.ToString().c_str());
     }
-    void execute(const std::string &sql) const
+    /// The connection: it keeps a lock that the statement takes.
+    std::unique_ptr<SqliteDatabase> execute(const std::string &sql) const
     {
-        SqliteDatabase database;
-        QVERIFY(database.Open(m_file, SqliteDatabase::Mode::ReadWrite));
-        const Result result = database.Execute(sql.c_str());
-        QVERIFY2(result, result.ToString().c_str());
+        auto database = std::make_unique<SqliteDatabase>();
+        if (!database->Open(m_file, SqliteDatabase::Mode::ReadWrite) ||
+            !database->Execute(sql.c_str()))
+            qFatal("cannot execute %s", sql.c_str());
+        return database;
     }
-    static void append(EventJournal &journal, const std::vector<std::string> &texts)
+    void append(const std::vector<std::string> &texts)
     {
         for (const std::string &text : texts)
-            QVERIFY(journal.Append(entry(text)));
-        QVERIFY(journal.Flush());
+            QVERIFY(m_journal->Append(entry(text)));
+        QVERIFY(m_journal->Flush());
     }
-    void store(int count) const
+    void store(int count)
     {
-        EventJournal journal;
-        open(journal);
+        open();
         for (int i = 0; i < count; ++i)
-            QVERIFY(journal.Append(entry(std::to_string(i))));
+            QVERIFY(m_journal->Append(entry(std::to_string(i))));
+        restart();
     }
     /// Leaves entry 0 in the database and the texts in the file beside it.
-    void spill(const std::vector<std::string> &texts) const
+    void spill(const std::vector<std::string> &texts)
     {
         store(1);
-        EventJournal journal;
-        open(journal);
-        const LockedByOther lock(m_file);
-        append(journal, texts);
-        journal.Close();
+        open();
+        const auto lock = execute("BEGIN IMMEDIATE");
+        append(texts);
+        restart();
+    }
+    QStringList texts(const JournalQuery &query = {}) const
+    {
+        std::vector<BasicEvent> events;
+        const Result result = m_journal->Query(query, events);
+        QStringList list;
+        for (const BasicEvent &e : events)
+            list << QString::fromStdString(e.text);
+        return result ? list : QStringList{QString::fromStdString(result.ToString())};
+    }
+    QStringList criticalTexts() const
+    {
+        JournalQuery critical;
+        critical.maximumLevel = LevelCritical;
+        return texts(critical);
     }
     QStringList damagedSpills() const
     {
@@ -448,6 +415,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_directory;
     std::string m_file;
+    std::unique_ptr<EventJournal> m_journal;
 };
 
 QTEST_APPLESS_MAIN(TestEventJournal)

@@ -1,4 +1,5 @@
 #include "support/LiveElement.h"
+#include "support/Mouse.h"
 #include "support/Rows.h"
 #include "widgets/elements/PictureFiles.h"
 
@@ -62,7 +63,7 @@ struct Station : RuntimeProject
             {'P', [&] { QTest::mousePress(view, Qt::LeftButton, {}, at); }},
             {'R', [&] { QTest::mouseRelease(view, Qt::LeftButton, {}, at); }},
             {'D', [&] { QTest::mouseDClick(view, Qt::LeftButton, {}, at); }},
-            {'M', [&] { drag(at); }},
+            {'M', [&] { sendMouse(*view, QEvent::MouseMove, at); }},
             {'H', [&] { window.hide(); }},
             {'X', [&] { delete window.scene()->itemAt(70, 50, QTransform()); }},
             {'V', [&] { set(11, "disabled", "true"); }},
@@ -73,12 +74,6 @@ struct Station : RuntimeProject
             if (acts.contains(script[i]))
                 acts[script[i]]();
         }
-    }
-    void drag(const QPoint &place)
-    {
-        QMouseEvent event(QEvent::MouseMove, place, window.viewport()->mapToGlobal(place),
-                          Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(window.viewport(), &event);
     }
 
     WindowForm window;

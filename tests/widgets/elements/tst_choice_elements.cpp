@@ -65,11 +65,17 @@ constexpr const char *screen = R"(
 <checkBox id="60" name="K" x="10" y="10" width="120" height="40" signal="14" afterWrite="17"/>
 <checkBox id="61" name="Locked" signal="12"/>)";
 
-/// Opens the list by a click on the text and takes a row by the keys.
-void choose(qwidgetComboBox &box, int row)
+/// Opens the list by a click on the text.
+void openList(const qwidgetComboBox &box)
 {
     QTest::mouseClick(box.findChild<QLineEdit *>(), Qt::LeftButton);
     QTRY_VERIFY(box.view()->isVisible());
+}
+
+/// Takes a row of the list by the keys.
+void choose(const qwidgetComboBox &box, int row)
+{
+    openList(box);
     box.view()->setCurrentIndex(box.model()->index(row, 0));
     QTest::keyClick(box.view(), Qt::Key_Return);
 }
@@ -89,10 +95,8 @@ private slots:
     void everyTargetIsWritten_data();
     void everyTargetIsWritten();
     void anOpenListKeepsStill();
-    void aListThatItsWindowClosesIsClosed();
     void keysOpenTheList();
     void listsThatTargetEachOtherEnd();
-    void theListOpensAboveItsNeighbours_data();
     void theListOpensAboveItsNeighbours();
     void aRefusalShowsTheValueOfNow();
     void aChoiceWithoutASignalStays();
@@ -191,8 +195,7 @@ void TestChoiceElements::anOpenListKeepsStill()
     const RuntimeProject project(screen);
     project.publish(10, 0);
     const ShownElement<qwidgetComboBox> shown(project, 20);
-    QTest::mouseClick(shown->findChild<QLineEdit *>(), Qt::LeftButton);
-    QTRY_VERIFY(shown->view()->isVisible());
+    openList(*shown.element);
     QSignalSpy values(shown.element, &qwidgetComboBox::valueUpdated);
     project.publish(10, 2);
     QTRY_COMPARE(values.size(), 1);
@@ -200,28 +203,6 @@ void TestChoiceElements::anOpenListKeepsStill()
     QTest::keyClick(shown->view(), Qt::Key_Escape);
     QTRY_COMPARE(shown->currentIndex(), 2);
     QCOMPARE(project.value(10).ToInt(), 2);
-}
-
-void TestChoiceElements::aListThatItsWindowClosesIsClosed()
-{
-    const RuntimeProject project(screen);
-    QGraphicsScene scene;
-    QGraphicsView view(&scene);
-    auto *host = new ProxyWidget(project.node(20)->GetNodeLink(), nullptr);
-    scene.addItem(host);
-    view.show();
-    QApplication::setActiveWindow(&view);
-    auto *box = static_cast<qwidgetComboBox *>(host->widget());
-    const double z = host->zValue();
-    box->showPopup();
-    QTRY_VERIFY(box->view()->isVisible());
-    QWidget other;
-    other.show();
-    QApplication::setActiveWindow(&other);
-    QTRY_VERIFY(!box->view()->isVisible());
-    project.publish(10, 1);
-    QTRY_COMPARE(box->shownText(), QString("Ручной"));
-    QCOMPARE(host->zValue(), z);
 }
 
 void TestChoiceElements::keysOpenTheList()
@@ -244,35 +225,39 @@ void TestChoiceElements::listsThatTargetEachOtherEnd()
     QCOMPARE(project.value(10), Nodes::SignalValue(1));
 }
 
-void TestChoiceElements::theListOpensAboveItsNeighbours_data()
-{
-    const Rows<bool> row("upward");
-    row("down", false);
-    row("up", true);
-}
-
 void TestChoiceElements::theListOpensAboveItsNeighbours()
 {
-    QFETCH(bool, upward);
-    const RuntimeProject project(screen);
-    project.set(20, "popupUp", upward ? "true" : "false");
-    QGraphicsScene scene(0, 0, 400, 600);
-    QGraphicsView view(&scene);
-    auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
-    scene.addItem(host);
-    host->setZValue(3);
-    view.show();
-    auto *box = qobject_cast<qwidgetComboBox *>(host->widget());
-    QVERIFY(box && QTest::qWaitForWindowExposed(&view));
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                      view.mapFromScene(host->sceneBoundingRect().center()));
-    QTRY_VERIFY(box->view()->isVisible());
-    QCOMPARE(host->zValue(), 100.0);
-    const QRectF list = host->childItems().first()->sceneBoundingRect();
-    QCOMPARE(list.bottom() <= host->sceneBoundingRect().top() + 1, upward);
-    QVERIFY(box->view()->sizeHintForRow(0) >= 32);
-    box->hidePopup();
-    QCOMPARE(host->zValue(), 3.0);
+    for (const bool upward : {false, true}) {
+        const RuntimeProject project(screen);
+        project.set(20, "popupUp", upward ? "true" : "false");
+        QGraphicsScene scene(0, 0, 400, 600);
+        QGraphicsView view(&scene);
+        auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
+        scene.addItem(host);
+        host->setZValue(3);
+        view.show();
+        auto *box = qobject_cast<qwidgetComboBox *>(host->widget());
+        QVERIFY(box && QTest::qWaitForWindowExposed(&view));
+        QApplication::setActiveWindow(&view);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                          view.mapFromScene(host->sceneBoundingRect().center()));
+        QTRY_VERIFY(box->view()->isVisible());
+        QCOMPARE(host->zValue(), 100.0);
+        const QRectF list = host->childItems().first()->sceneBoundingRect();
+        QCOMPARE(list.bottom() <= host->sceneBoundingRect().top() + 1, upward);
+        QVERIFY(box->view()->sizeHintForRow(0) >= 32);
+        box->hidePopup();
+        QCOMPARE(host->zValue(), 3.0);
+        box->showPopup();
+        QTRY_VERIFY(box->view()->isVisible());
+        QWidget other; // the list goes with the activity of its window
+        other.show();
+        QApplication::setActiveWindow(&other);
+        QTRY_VERIFY(!box->view()->isVisible());
+        project.publish(10, 1);
+        QTRY_COMPARE(box->shownText(), QString("Ручной"));
+        QCOMPARE(host->zValue(), 3.0);
+    }
 }
 
 void TestChoiceElements::checkBoxToggles_data()
@@ -347,7 +332,7 @@ void TestChoiceElements::aChoiceWithoutASignalStays()
     const ShownElement<qwidgetComboBox> combo(project, 50);
     choose(*combo.element, 1);
     QTRY_COMPARE(combo->shownText(), QString("b"));
-    QTest::mouseClick(combo->findChild<QLineEdit *>(), Qt::LeftButton);
+    openList(*combo.element);
     QTest::keyClick(combo->view(), Qt::Key_Escape);
     QCOMPARE(combo->shownText(), QString("b"));
 }

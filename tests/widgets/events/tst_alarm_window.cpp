@@ -1,4 +1,5 @@
 #include "support/MessageBoxes.h"
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/events/AlarmDialog.h"
@@ -52,10 +53,6 @@ struct Plant
         project.core.Stop();
     }
     void start() { QVERIFY(project.core.Start()); }
-    void publish(unsigned long signal, double value) const
-    {
-        project.node<Nodes::BasicSignal>(signal)->GetCell()->Publish(value);
-    }
     AlarmWindow &window() const { return *project.manager->GetWindowAlarms(); }
     ModelManager &manager() const { return window().dialog().manager(); }
     ModelAlarms &model() const { return manager().model(); }
@@ -75,19 +72,11 @@ struct Plant
         event.text = "Перегрев";
         window().ReceiveAlarm(event);
     }
-    QPushButton *button(const QString &text) const
+    template <class Button = QPushButton> Button *button(const QString &text) const
     {
-        for (auto *button : window().findChildren<QPushButton *>()) {
+        for (auto *button : window().findChildren<Button *>()) {
             if (button->text() == text)
                 return button;
-        }
-        return nullptr;
-    }
-    QCheckBox *checkBox(const QString &text) const
-    {
-        for (auto *box : window().findChildren<QCheckBox *>()) {
-            if (box->text() == text)
-                return box;
         }
         return nullptr;
     }
@@ -130,20 +119,16 @@ private slots:
 
 void TestAlarmWindow::takesAlarms_data()
 {
-    QTest::addColumn<AlarmState>("state");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("code"); // 0: no row
-    QTest::addColumn<bool>("isAcknowledged");
-    QTest::addColumn<bool>("comesUp");
-    const int active = Nodes::TypeAlarmActive;
-    const int acknowledged = Nodes::TypeAcknowledgement;
-    QTest::newRow("active") << AlarmState::ActiveUnacked << active << 3 << false << true;
-    QTest::newRow("acked") << AlarmState::ActiveAcked << acknowledged << 3 << true << false;
-    QTest::newRow("active again") << AlarmState::ActiveAcked << active << 3 << true << true;
-    QTest::newRow("returned") << AlarmState::ReturnedUnacked << active << 2 << false << true;
-    QTest::newRow("normal") << AlarmState::Normal << active << 0 << false << false;
-    QTest::newRow("shelved") << AlarmState::Shelved << active << 0 << false << false;
-    QTest::newRow("no alarm") << AlarmState::None << active << 0 << false << false;
+    // A code of 0: no row in the table.
+    const Rows<AlarmState, int, int, bool, bool> row("state", "type", "code", "isAcknowledged",
+                                                     "comesUp");
+    row("active", AlarmState::ActiveUnacked, Nodes::TypeAlarmActive, 3, false, true);
+    row("acked", AlarmState::ActiveAcked, Nodes::TypeAcknowledgement, 3, true, false);
+    row("active again", AlarmState::ActiveAcked, Nodes::TypeAlarmActive, 3, true, true);
+    row("returned", AlarmState::ReturnedUnacked, Nodes::TypeAlarmActive, 2, false, true);
+    row("normal", AlarmState::Normal, Nodes::TypeAlarmActive, 0, false, false);
+    row("shelved", AlarmState::Shelved, Nodes::TypeAlarmActive, 0, false, false);
+    row("no alarm", AlarmState::None, Nodes::TypeAlarmActive, 0, false, false);
 }
 
 void TestAlarmWindow::takesAlarms()
@@ -151,19 +136,17 @@ void TestAlarmWindow::takesAlarms()
     QFETCH(AlarmState, state);
     QFETCH(int, type);
     QFETCH(int, code);
-    QFETCH(bool, isAcknowledged);
-    QFETCH(bool, comesUp);
     Plant plant;
     QAbstractItemModelTester tester(&plant.model());
     plant.receive(state, 32, Nodes::EventType(type));
     QCOMPARE(plant.model().rowCount(), code == 0 ? 0 : 1);
     if (code != 0) {
         QCOMPARE(plant.role(0, ModelAlarms::StateCodeRole).toInt(), code);
-        QCOMPARE(plant.role(0, ModelAlarms::AcknowledgedRole).toBool(), isAcknowledged);
+        QTEST(plant.role(0, ModelAlarms::AcknowledgedRole).toBool(), "isAcknowledged");
         const bool isGray = plant.role(0, Qt::ForegroundRole).value<QColor>() == QColor(Qt::gray);
         QCOMPARE(isGray, code == 2);
     }
-    QCOMPARE(plant.window().isComingUp(), comesUp);
+    QTEST(plant.window().isComingUp(), "comesUp");
     plant.receive(AlarmState::Suppressed);
     QCOMPARE(plant.model().rowCount(), 0);
 }
@@ -178,14 +161,14 @@ void TestAlarmWindow::keepsWhatIsNotDone()
     plant.receive(AlarmState::Normal);
     QCOMPARE(plant.model().rowCount(), 1);
     QCOMPARE(plant.role(0, ModelAlarms::SourceRole).value<Nodes::NodeLink>().GetNodeId(), 34UL);
-    plant.checkBox("Удалять неактивные")->setChecked(false);
+    plant.button<QCheckBox>("Удалять неактивные")->setChecked(false);
     plant.receive(AlarmState::Normal, 34);
     QCOMPARE(plant.model().rowCount(), 1);
     QAbstractItemModel *shown = plant.window().dialog().table().model();
     QCOMPARE(shown->rowCount(), 1);
-    plant.checkBox("Скрывать неактивные")->setChecked(true);
+    plant.button<QCheckBox>("Скрывать неактивные")->setChecked(true);
     QCOMPARE(shown->rowCount(), 0);
-    plant.checkBox("Удалять неактивные")->setChecked(true);
+    plant.button<QCheckBox>("Удалять неактивные")->setChecked(true);
     QCOMPARE(plant.model().rowCount(), 0);
 }
 
@@ -204,7 +187,7 @@ void TestAlarmWindow::acknowledgesOnce()
     plant.start();
     MessageBoxes boxes;
     plant.button("Квитировать все")->click();
-    plant.publish(31, 90);
+    plant.project.publish(31, 90.0);
     QTRY_VERIFY(plant.window().isVisible());
     TableAlarms &table = plant.window().dialog().table();
     table.selectRow(0);
@@ -224,7 +207,7 @@ void TestAlarmWindow::acknowledgesOnce()
     QCOMPARE(int(entries[0].type), 5);
     QCOMPARE(entries[0].text, std::string("Квитирование события \"T: high\""));
     QCOMPARE(boxes.shown, QStringList());
-    plant.publish(31, 10);
+    plant.project.publish(31, 10.0);
     QTRY_COMPARE(plant.model().rowCount(), 0);
 }
 
@@ -232,8 +215,8 @@ void TestAlarmWindow::refusesVisibly()
 {
     Plant plant("", "", noRights);
     plant.start();
-    plant.publish(31, 90);
-    plant.publish(33, 90);
+    plant.project.publish(31, 90.0);
+    plant.project.publish(33, 90.0);
     QTRY_COMPARE(plant.model().rowCount(), 2);
     MessageBoxes boxes;
     plant.button("Квитировать все")->click();
@@ -338,7 +321,7 @@ void TestAlarmWindow::toldOfEarlierAlarms()
     Plant plant;
     plant.project.manager.reset();
     plant.start();
-    plant.publish(31, 90);
+    plant.project.publish(31, 90.0);
     const auto *alarming = plant.project.node<Nodes::systemAlarming>(21);
     QTRY_COMPARE(alarming->GetActiveAlarms().size(), std::size_t(1));
     plant.project.manager = std::make_unique<WindowManager>(&plant.project.core);

@@ -30,16 +30,12 @@ constexpr const char *nodes = R"(
 <folder id="40" name="F"/>)";
 
 /// A project with one of its layers in a scene.
-struct Layer
+struct Layer : RuntimeProject
 {
     explicit Layer(Nodes::enWorkMode mode = Nodes::WorkModeRuntime, unsigned long id = 31)
-        : project(nodes, mode), item(new ProxyLayer(project.node<Nodes::BasicLayer>(id)))
+        : RuntimeProject(nodes, mode), item(new ProxyLayer(node<Nodes::BasicLayer>(id)))
     {
         scene.addItem(item);
-    }
-    bool set(unsigned long id, const char *key, const char *text) const
-    {
-        return project.node(id)->SetPropertyText(key, text).IsSuccess();
     }
     ProxyWidget *host(unsigned long id) const
     {
@@ -49,7 +45,6 @@ struct Layer
         }
         return nullptr;
     }
-    RuntimeProject project;
     QGraphicsScene scene;
     ProxyLayer *item;
 };
@@ -66,7 +61,6 @@ private slots:
     void elementsWorkAtRunTimeOnly_data();
     void elementsWorkAtRunTimeOnly();
     void visibilitySettles();
-    void geometryFollows();
     void dragCommitsToTheNode();
     void borderFollowsFrameType_data();
     void borderFollowsFrameType();
@@ -90,6 +84,12 @@ void ProxyWidgetTest::takesEverythingFromTheNode()
     QVERIFY(host->element()->isActive());
     QVERIFY(!host->widget()->isEnabled());
     QCOMPARE(host->widget()->objectName(), QStringLiteral("node id: 32 parent: One parent id: 31"));
+    layer.node<Nodes::BasicWidget>(32)->SetPosition(-7, 8);
+    layer.set(32, "width", "11");
+    layer.set(32, "height", "3");
+    layer.set(32, "zOrder", "-2");
+    QCOMPARE(host->geometry(), QRectF(-7, 8, 11, 3));
+    QCOMPARE(host->zValue(), -2.0);
 }
 
 void ProxyWidgetTest::emptyHosts()
@@ -106,10 +106,9 @@ void ProxyWidgetTest::emptyHosts()
 
 void ProxyWidgetTest::elementsWorkAtRunTimeOnly_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("works");
-    QTest::newRow("runtime") << int(Nodes::WorkModeRuntime) << true;
-    QTest::newRow("editing") << int(Nodes::WorkModeEditing) << false;
+    const Rows<int, bool> row("mode", "works");
+    row("runtime", Nodes::WorkModeRuntime, true);
+    row("editing", Nodes::WorkModeEditing, false);
 }
 
 void ProxyWidgetTest::elementsWorkAtRunTimeOnly()
@@ -132,9 +131,9 @@ void ProxyWidgetTest::elementsWorkAtRunTimeOnly()
     layer.scene.sendEvent(layer.host(33), &press);
     QCOMPARE(counter.count, works ? 1 : 0);
     QCOMPARE(layer.host(32)->widget()->isEnabled(), !works); // configured as disabled
-    QVERIFY(layer.set(33, "disabled", "true"));
+    layer.set(33, "disabled", "true");
     QCOMPARE(element->isEnabled(), !works);
-    QVERIFY(layer.set(33, "disabled", "false"));
+    layer.set(33, "disabled", "false");
     QVERIFY(element->isEnabled());
 }
 
@@ -144,21 +143,11 @@ void ProxyWidgetTest::visibilitySettles()
     const ProxyWidget *host = layer.host(32);
     const QSignalSpy spy(host, &QGraphicsObject::visibleChanged);
     for (const char *text : {"false", "true", "false"})
-        QVERIFY(layer.set(32, "visible", text));
+        layer.set(32, "visible", text);
     QVERIFY(host->isVisible());
     QTRY_VERIFY(!host->isVisible());
     QTest::qWait(50);
     QCOMPARE(spy.count(), 1);
-}
-
-void ProxyWidgetTest::geometryFollows()
-{
-    const Layer layer;
-    layer.project.node<Nodes::BasicWidget>(32)->SetPosition(-7, 8);
-    QVERIFY(layer.set(32, "width", "11") && layer.set(32, "height", "3"));
-    QVERIFY(layer.set(32, "zOrder", "-2"));
-    QCOMPARE(layer.host(32)->geometry(), QRectF(-7, 8, 11, 3));
-    QCOMPARE(layer.host(32)->zValue(), -2.0);
 }
 
 void ProxyWidgetTest::dragCommitsToTheNode()
@@ -182,12 +171,10 @@ void ProxyWidgetTest::dragCommitsToTheNode()
 
 void ProxyWidgetTest::borderFollowsFrameType_data()
 {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QRectF>("rect");
-    QTest::addColumn<bool>("outline");
-    QTest::newRow("inside") << 0 << QRectF(0.5, 0.5, 89, 39) << true;
-    QTest::newRow("outside") << 1 << QRectF(-0.5, -0.5, 91, 41) << true;
-    QTest::newRow("none") << 5 << QRectF(0.5, 0.5, 89, 39) << false;
+    const Rows<int, QRectF, bool> row("type", "rect", "outline");
+    row("inside", 0, {0.5, 0.5, 89, 39}, true);
+    row("outside", 1, {-0.5, -0.5, 91, 41}, true);
+    row("none", 5, {0.5, 0.5, 89, 39}, false);
 }
 
 void ProxyWidgetTest::borderFollowsFrameType()
@@ -203,9 +190,9 @@ void ProxyWidgetTest::borderFollowsFrameType()
 void ProxyWidgetTest::layersCompareByOrder()
 {
     const Layer one;
-    const ProxyLayer two(one.project.node<Nodes::BasicLayer>(35));
+    const ProxyLayer two(one.node<Nodes::BasicLayer>(35));
     QVERIFY(*one.item == two && !(*one.item < two));
-    QVERIFY(one.set(35, "zOrder", "4"));
+    one.set(35, "zOrder", "4");
     QVERIFY(*one.item != two && *one.item < two && two > *one.item);
 }
 
@@ -215,8 +202,9 @@ void ProxyWidgetTest::layerFollowsItsNode()
     QVERIFY(layer.item->transparency() && !layer.item->isVisible());
     const QSignalSpy changed(layer.item, &ProxyLayer::transparencyChanged);
     const QSignalSpy order(layer.item, &ProxyLayer::propertyChange);
-    QVERIFY(layer.set(35, "mode", "opaque") && layer.set(35, "visible", "true"));
-    QVERIFY(layer.set(35, "zOrder", "8"));
+    layer.set(35, "mode", "opaque");
+    layer.set(35, "visible", "true");
+    layer.set(35, "zOrder", "8");
     QVERIFY(!layer.item->transparency() && layer.item->isVisible());
     QCOMPARE(layer.item->zValue(), 8.0);
     QCOMPARE(changed.count(), 1);
@@ -227,9 +215,9 @@ void ProxyWidgetTest::changesOfOtherThreadsShow()
 {
     const Layer layer;
     std::thread([&] {
-        QVERIFY(layer.set(32, "visible", "false"));
-        QVERIFY(layer.set(32, "disabled", "false"));
-        QVERIFY(layer.set(31, "zOrder", "6"));
+        layer.set(32, "visible", "false");
+        layer.set(32, "disabled", "false");
+        layer.set(31, "zOrder", "6");
     }).join();
     QTRY_VERIFY(!layer.host(32)->isVisible());
     QVERIFY(layer.host(32)->widget()->isEnabled());
@@ -239,7 +227,7 @@ void ProxyWidgetTest::changesOfOtherThreadsShow()
 void ProxyWidgetTest::childrenComeAndGo()
 {
     Layer layer;
-    auto *node = layer.project.node(31);
+    auto *node = layer.node(31);
     const QPointer<ProxyWidget> removed = layer.host(32);
     auto detached = node->RemoveNode(Nodes::NodeLink(32ul));
     QVERIFY(detached->GetState() == Nodes::NodeState::Stopped);
@@ -252,9 +240,9 @@ void ProxyWidgetTest::childrenComeAndGo()
     delete layer.host(33)->widget(); // takes its host with it
     QCOMPARE(layer.item->getWidgets().size(), 1);
     layer.item->setEnabledItems(false);
+    const auto handles = QGraphicsItem::ItemIsSelectable | QGraphicsItem::ItemIsMovable;
     for (const ProxyWidget *host : layer.item->getWidgets())
-        QVERIFY(
-            !(host->flags() & (QGraphicsItem::ItemIsSelectable | QGraphicsItem::ItemIsMovable)));
+        QVERIFY(!(host->flags() & handles));
 }
 
 void ProxyWidgetTest::goesAndComesWithAncestors_data()
@@ -268,7 +256,7 @@ void ProxyWidgetTest::goesAndComesWithAncestors()
 {
     QFETCH(int, removed);
     const Layer layer;
-    const auto *element = layer.project.node(32);
+    const auto *element = layer.node(32);
     const Nodes::NodeLink link(static_cast<unsigned long>(removed));
     auto *parent = link->GetParent();
     auto detached = parent->RemoveNode(link);

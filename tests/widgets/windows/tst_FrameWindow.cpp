@@ -1,4 +1,5 @@
 #include "support/Mouse.h"
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/windows/FrameGeometry.h"
@@ -15,6 +16,8 @@
 using Widgets::FrameGeometry;
 using Widgets::FrameWindow;
 using Frame = FrameWindow::Frame;
+
+Q_DECLARE_METATYPE(QMargins)
 
 namespace {
 
@@ -60,7 +63,6 @@ private slots:
     void edgesHaveCursorsAndResize_data();
     void edgesHaveCursorsAndResize();
     void leavesCursorsItHasNoSayIn();
-    void stopsAtTheMinimum();
     void staysInReachWhenMoved();
     void staysReachable_data();
     void staysReachable();
@@ -94,50 +96,41 @@ void FrameWindowTest::cleanup()
 
 void FrameWindowTest::edgesHaveCursorsAndResize_data()
 {
-    QTest::addColumn<QPoint>("point");
-    QTest::addColumn<int>("shape"); // -1: none of the window's
-    QTest::addColumn<QRect>("dragged");
-    const auto row = [](const char *name, const QPoint &point, int shape, const QMargins &grown) {
-        QTest::newRow(name) << point << shape << startGeometry + grown;
-    };
-    row("left", {1, 100}, Qt::SizeHorCursor, {30, 0, 0, 0});
-    row("right", {397, 100}, Qt::SizeHorCursor, {0, 0, -30, 0});
-    row("1 px outside right", {400, 100}, Qt::SizeHorCursor, {0, 0, -30, 0});
-    row("3 px outside right", {402, 100}, -1, {});
-    row("3 px inside right", {396, 100}, -1, {});
-    row("top", {200, 0}, Qt::SizeVerCursor, {0, 20, 0, 0});
-    row("bottom", {200, 301}, Qt::SizeVerCursor, {0, 0, 0, -20});
-    row("top left", {2, 2}, Qt::SizeFDiagCursor, {30, 20, 0, 0});
-    row("bottom right", {399, 299}, Qt::SizeFDiagCursor, {0, 0, -30, -20});
-    row("top right", {399, 0}, Qt::SizeBDiagCursor, {0, 20, -30, 0});
-    row("bottom left", {0, 299}, Qt::SizeBDiagCursor, {30, 0, 0, -20});
-    row("title moves", {200, 12}, -1, {30, 20, -30, -20});
+    // A shape of -1: none of the window's.
+    const Rows<QPoint, int, QPoint, QMargins> row("point", "shape", "drag", "grown");
+    row("left", {1, 100}, Qt::SizeHorCursor, {-30, -20}, {30, 0, 0, 0});
+    row("right", {397, 100}, Qt::SizeHorCursor, {-30, -20}, {0, 0, -30, 0});
+    row("1 px outside right", {400, 100}, Qt::SizeHorCursor, {-30, -20}, {0, 0, -30, 0});
+    row("3 px outside right", {402, 100}, -1, {-30, -20}, {});
+    row("3 px inside right", {396, 100}, -1, {-30, -20}, {});
+    row("top", {200, 0}, Qt::SizeVerCursor, {-30, -20}, {0, 20, 0, 0});
+    row("bottom", {200, 301}, Qt::SizeVerCursor, {-30, -20}, {0, 0, 0, -20});
+    row("top left", {2, 2}, Qt::SizeFDiagCursor, {-30, -20}, {30, 20, 0, 0});
+    row("bottom right", {399, 299}, Qt::SizeFDiagCursor, {-30, -20}, {0, 0, -30, -20});
+    row("top right", {399, 0}, Qt::SizeBDiagCursor, {-30, -20}, {0, 20, -30, 0});
+    row("bottom left", {0, 299}, Qt::SizeBDiagCursor, {-30, -20}, {30, 0, 0, -20});
+    row("left to the minimum", {0, 100}, Qt::SizeHorCursor, {390, 0}, {-150, 0, 0, 0});
+    row("bottom to the minimum", {200, 299}, Qt::SizeVerCursor, {0, -290}, {0, 0, 0, -100});
+    row("contents are no handle", {200, 200}, -1, {35, 45}, {});
+    row("title moves", {200, 12}, -1, {-30, -20}, {30, 20, -30, -20});
 }
 
 void FrameWindowTest::edgesHaveCursorsAndResize()
 {
     QFETCH(QPoint, point);
     QFETCH(int, shape);
-    QFETCH(QRect, dragged);
+    QFETCH(QPoint, drag);
+    QFETCH(QMargins, grown);
+    m_window->setMinimumSize(250, 200);
     hover(grip(), point);
     QCOMPARE(overrideShape(), shape);
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&grip(), &leave);
     QCOMPARE(overrideShape(), -1);
     QCOMPARE(grip().cursor().shape(), Qt::ArrowCursor);
-    dragFrom(grip(), point, QPoint(-30, -20));
-    QCOMPARE(m_window->geometry(), dragged);
+    dragFrom(grip(), point, drag);
+    QCOMPARE(m_window->geometry(), startGeometry + grown);
     QCOMPARE(grip().size(), m_window->size());
-}
-
-// The opposite edge stays put.
-void FrameWindowTest::stopsAtTheMinimum()
-{
-    m_window->setMinimumSize(250, 200);
-    dragFrom(grip(), QPoint(0, 100), QPoint(390, 0));
-    QCOMPARE(m_window->geometry(), startGeometry.adjusted(150, 0, 0, 0));
-    dragFrom(grip(), QPoint(200, 299), QPoint(0, -290));
-    QCOMPARE(m_window->geometry(), startGeometry.adjusted(150, 0, 0, -100));
 }
 
 void FrameWindowTest::leavesCursorsItHasNoSayIn()
@@ -155,8 +148,6 @@ void FrameWindowTest::leavesCursorsItHasNoSayIn()
 
 void FrameWindowTest::staysInReachWhenMoved()
 {
-    dragFrom(grip(), QPoint(200, 200), QPoint(35, 45)); // the contents are no handle
-    QCOMPARE(m_window->geometry(), startGeometry);
     dragFrom(grip(), QPoint(200, 12), QPoint(-9000, 9000));
     const QRect title(m_window->pos(), QSize(m_window->width(), m_window->getTitleHeight()));
     const QRect caught = title & QGuiApplication::primaryScreen()->availableGeometry();
@@ -166,24 +157,22 @@ void FrameWindowTest::staysInReachWhenMoved()
 
 void FrameWindowTest::staysReachable_data()
 {
-    QTest::addColumn<QRect>("frame");
-    QTest::addColumn<QPoint>("expected");
+    const Rows<QRect, QPoint> row("frame", "expected");
     // Screens: 0..999 x 0..799, and to its right 1000..1999 x 200..999.
-    QTest::newRow("inside") << QRect(10, 20, 300, 200) << QPoint(10, 20);
-    QTest::newRow("partly left") << QRect(-200, 20, 300, 200) << QPoint(-200, 20);
-    QTest::newRow("too far left") << QRect(-290, 20, 300, 200) << QPoint(48 - 300, 20);
-    QTest::newRow("above") << QRect(10, -30, 300, 200) << QPoint(10, 0);
-    QTest::newRow("below") << QRect(10, 795, 300, 200) << QPoint(10, 775);
-    QTest::newRow("above second") << QRect(1400, 50, 300, 200) << QPoint(1400, 200);
-    QTest::newRow("right of both") << QRect(2500, 500, 300, 200) << QPoint(1952, 500);
+    row("inside", {10, 20, 300, 200}, {10, 20});
+    row("partly left", {-200, 20, 300, 200}, {-200, 20});
+    row("too far left", {-290, 20, 300, 200}, {48 - 300, 20});
+    row("above", {10, -30, 300, 200}, {10, 0});
+    row("below", {10, 795, 300, 200}, {10, 775});
+    row("above second", {1400, 50, 300, 200}, {1400, 200});
+    row("right of both", {2500, 500, 300, 200}, {1952, 500});
 }
 
 void FrameWindowTest::staysReachable()
 {
     QFETCH(QRect, frame);
-    QFETCH(QPoint, expected);
     const QVector<QRect> screens{{0, 0, 1000, 800}, {1000, 200, 1000, 800}};
-    QCOMPARE(FrameGeometry::reachable(frame, 25, screens), expected);
+    QTEST(FrameGeometry::reachable(frame, 25, screens), "expected");
     QCOMPARE(FrameGeometry::reachable(frame, 25, {}), frame.topLeft());
 }
 
@@ -207,7 +196,6 @@ void FrameWindowTest::wrapsWindowWhereItStands()
                 modality="application" closeButton="true"/>)");
     auto *node = project.node<Nodes::BasicWindow>(3);
     auto *form = new Widgets::WindowForm(node, nullptr);
-    form->setGeometry(120, 90, 320, 200);
     form->setFixedSize(320, 200);
     const QPointer<FrameWindow> frame = new FrameWindow(form, nullptr);
     frame->show();
@@ -235,11 +223,10 @@ void FrameWindowTest::keepsOwnSizeWithFrameFlag()
 {
     const QSize screen = QGuiApplication::primaryScreen()->size();
     const RuntimeProject project(R"(<window id="3" name="W" frame="true"/>)");
-    auto *node = project.node<Nodes::BasicWindow>(3);
-    QVERIFY(node->SetPropertyText("width", std::to_string(screen.width())));
-    QVERIFY(node->SetPropertyText("height", std::to_string(screen.height())));
+    project.set(3, "width", QString::number(screen.width()));
+    project.set(3, "height", QString::number(screen.height()));
     const QSize ownSize = m_window->outerSize(QSize(320, 200)) + QSize(200, 100);
-    auto *form = new Widgets::WindowForm(node, nullptr);
+    auto *form = new Widgets::WindowForm(project.node<Nodes::BasicWindow>(3), nullptr);
     FrameWindow frame(form, nullptr);
     frame.setAttribute(Qt::WA_DeleteOnClose, false);
     QVERIFY(frame.size() != frame.outerSize(screen));

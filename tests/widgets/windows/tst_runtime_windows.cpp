@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/scene/ProxyLayer.h"
@@ -67,13 +68,11 @@ class TestRuntimeWindows : public QObject
     Q_OBJECT
 
 private slots:
-    void takesItsNodesProperties();
-    void aChangedNodeMovesItAnOtherwiseChangedOneDoesNot();
     void withoutANodeItStaysEmpty();
+    void takesItsNodesProperties();
     void editingCentresInTheParent_data();
     void editingCentresInTheParent();
     void everyShowAndHideRunsItsListAndSwitchesElements();
-    void minimizingRunsNoList();
     void keptSceneComesBackAndDroppedOneGoes();
     void outlivesDeletedNodes_data();
     void outlivesDeletedNodes();
@@ -81,31 +80,6 @@ private slots:
     void outlivesDialogsOfItsElements();
     void openingIsMeasured();
 };
-
-void TestRuntimeWindows::takesItsNodesProperties()
-{
-    const RuntimeProject project(screens);
-    const WindowForm window(project.node<BasicWindow>(10), nullptr);
-    QCOMPARE(window.geometry(), QRect(30, 40, 200, 100));
-    QCOMPARE(window.getStrTitle(), QStringLiteral("Form"));
-    QCOMPARE(window.getModality(), Qt::ApplicationModal);
-    QVERIFY(window.getTitleVisible() && window.getCloseBtnVisible() && !window.getFrameFlag());
-    QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
-    QVERIFY(window.viewport()->hasMouseTracking());
-}
-
-void TestRuntimeWindows::aChangedNodeMovesItAnOtherwiseChangedOneDoesNot()
-{
-    const RuntimeProject project(screens);
-    auto *node = project.node<BasicWindow>(10);
-    WindowForm window(node, nullptr);
-    window.move(500, 300);
-    QVERIFY(node->SetPropertyText("closeButton", "false").IsSuccess());
-    QTRY_COMPARE(window.getTitleHeight(), 0);
-    QCOMPARE(window.pos(), QPoint(500, 300));
-    QVERIFY(node->SetPropertyText("width", "250").IsSuccess());
-    QTRY_COMPARE(window.geometry(), QRect(30, 40, 250, 100));
-}
 
 void TestRuntimeWindows::withoutANodeItStaysEmpty()
 {
@@ -118,57 +92,62 @@ void TestRuntimeWindows::withoutANodeItStaysEmpty()
     QVERIFY(window.close());
 }
 
+void TestRuntimeWindows::takesItsNodesProperties()
+{
+    const RuntimeProject project(screens);
+    auto *node = project.node<BasicWindow>(10);
+    WindowForm window(node, nullptr);
+    QCOMPARE(window.geometry(), QRect(30, 40, 200, 100));
+    QCOMPARE(window.getStrTitle(), QStringLiteral("Form"));
+    QCOMPARE(window.getModality(), Qt::ApplicationModal);
+    QVERIFY(window.getTitleVisible() && window.getCloseBtnVisible() && !window.getFrameFlag());
+    QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
+    QVERIFY(window.viewport()->hasMouseTracking());
+    window.move(500, 300); // stays unless the geometry is what changes
+    QVERIFY(node->SetPropertyText("closeButton", "false").IsSuccess());
+    QTRY_COMPARE(window.getTitleHeight(), 0);
+    QCOMPARE(window.pos(), QPoint(500, 300));
+    QVERIFY(node->SetPropertyText("width", "250").IsSuccess());
+    QTRY_COMPARE(window.geometry(), QRect(30, 40, 250, 100));
+}
+
 void TestRuntimeWindows::editingCentresInTheParent_data()
 {
-    QTest::addColumn<QSize>("parent");
-    QTest::addColumn<QRect>("expected");
-    QTest::newRow("none") << QSize() << QRect(30, 40, 200, 100);
-    QTest::newRow("larger") << QSize(400, 300) << QRect(100, 100, 200, 100);
-    QTest::newRow("no room above") << QSize(400, 110) << QRect(100, 20, 200, 100);
-    QTest::newRow("smaller") << QSize(100, 50) << QRect(0, 20, 200, 100);
+    const Rows<QSize, QRect> row("parent", "expected");
+    row("none", {}, {30, 40, 200, 100});
+    row("larger", {400, 300}, {100, 100, 200, 100});
+    row("no room above", {400, 110}, {100, 20, 200, 100});
+    row("smaller", {100, 50}, {0, 20, 200, 100});
 }
 
 void TestRuntimeWindows::editingCentresInTheParent()
 {
     QFETCH(QSize, parent);
-    QFETCH(QRect, expected);
     const RuntimeProject project(screens, Nodes::WorkModeEditing);
     QWidget holder;
     holder.resize(parent);
     const WindowForm window(project.node<BasicWindow>(10), parent.isValid() ? &holder : nullptr);
-    QCOMPARE(window.geometry(), expected);
+    QTEST(window.geometry(), "expected");
     QVERIFY(window.getStrTitle().isEmpty() && !window.getTitleVisible());
 }
 
+// Minimizing runs no list, yet it switches the elements too.
 void TestRuntimeWindows::everyShowAndHideRunsItsListAndSwitchesElements()
 {
     RuntimeProject project(screens);
     project.record({29, 30});
     WindowForm window(project.node<BasicWindow>(10), nullptr);
-    for (int round = 1; round <= 2; ++round) {
+    for (int round = 0; round < 2; ++round) {
         window.show();
         QVERIFY(isLive(project, 15));
+        window.showMinimized();
+        QTRY_VERIFY(!isLive(project, 15));
+        window.showNormal();
+        QTRY_VERIFY(isLive(project, 15));
         window.hide();
         QVERIFY(!isLive(project, 15));
-        QTRY_COMPARE(project.recorded.count("opened"), round);
-        QTRY_COMPARE(project.recorded.count("closed"), round);
+        QCOMPARE(project.ran(), QStringLiteral("opened closed"));
     }
-    QCOMPARE(project.recorded, QStringList({"opened", "closed", "opened", "closed"}));
-}
-
-void TestRuntimeWindows::minimizingRunsNoList()
-{
-    RuntimeProject project(screens);
-    WindowForm window(project.node<BasicWindow>(10), nullptr);
-    window.show();
-    QTRY_VERIFY(!project.value(29).IsEmpty());
-    project.record({29, 30});
-    window.showMinimized();
-    QTRY_VERIFY(!isLive(project, 15));
-    window.showNormal();
-    QTRY_VERIFY(isLive(project, 15));
-    window.hide();
-    QTRY_COMPARE(project.recorded, QStringList("closed"));
 }
 
 void TestRuntimeWindows::keptSceneComesBackAndDroppedOneGoes()
@@ -193,12 +172,11 @@ void TestRuntimeWindows::keptSceneComesBackAndDroppedOneGoes()
 
 void TestRuntimeWindows::outlivesDeletedNodes_data()
 {
-    QTest::addColumn<unsigned>("window");
-    QTest::addColumn<unsigned>("deleted");
-    QTest::newRow("window") << 10u << 10u;
-    QTest::newRow("composed window") << 12u << 12u;
-    QTest::newRow("composition") << 12u << 20u;
-    QTest::newRow("layer") << 12u << 21u;
+    const Rows<unsigned, unsigned> row("window", "deleted");
+    row("window", 10u, 10u);
+    row("composed window", 12u, 12u);
+    row("composition", 12u, 20u);
+    row("layer", 12u, 21u);
 }
 
 void TestRuntimeWindows::outlivesDeletedNodes()
@@ -220,6 +198,7 @@ void TestRuntimeWindows::outlivesDeletedNodes()
     if (deleted == window) {
         QCOMPARE(picture.pixelColor(picture.rect().bottomRight()),
                  shown->palette().color(QPalette::Window));
+        shown->hide();
         QVERIFY(shown->close()); // nobody can hold the right to close what is gone
     } else {
         auto &composite = dynamic_cast<WindowComposite &>(*shown);
@@ -231,11 +210,10 @@ void TestRuntimeWindows::outlivesDeletedNodes()
 
 void TestRuntimeWindows::outlivesDialogsOfItsElements_data()
 {
-    QTest::addColumn<unsigned>("window");
-    QTest::addColumn<bool>("framed");
-    QTest::newRow("closed") << 10u << false;
-    QTest::newRow("closed in its frame") << 10u << true;
-    QTest::newRow("composition changed") << 12u << false;
+    const Rows<unsigned, bool> row("window", "framed");
+    row("closed", 10u, false);
+    row("closed in its frame", 10u, true);
+    row("composition changed", 12u, false);
 }
 
 // Meanwhile an action takes the window or its scene away.
