@@ -191,11 +191,12 @@ private slots:
         QCOMPARE(plant.mode(plant.tag), PrivModeGranted);
         plant.set(plant.user, {{"enabled", "false"}});
         QCOMPARE(plant.mode(plant.tag), PrivModeNoRule);
+        QCOMPARE(plant.users->GetCurrentUserName(), std::string());
     }
 
     void userIsGone_data()
     {
-        const Rows<bool, bool> row("isDeleted", "withFolder");
+        const Rows<bool, bool> row("isDeleted", "isInFolder");
         row("disabled", false, false);
         row("deleted", true, false);
         row("deleted with the folder", true, true);
@@ -204,17 +205,18 @@ private slots:
     void userIsGone()
     {
         QFETCH(bool, isDeleted);
-        QFETCH(bool, withFolder);
+        QFETCH(bool, isInFolder);
         UsersFixture plant;
         ConfigNode *folder = plant.add("folder", plant.users);
-        ConfigNode *user = plant.add("user", folder, nullptr, {{"passwordless", "true"}});
+        ConfigNode *user = plant.add("user", isInFolder ? folder : plant.users, "boris",
+                                     {{"passwordless", "true"}});
         QVERIFY(plant.users->Authenticate(user));
+        plant.heard.clear();
         if (isDeleted)
-            QVERIFY(withFolder ? plant.users->DeleteNode(folder->GetId(), true, true)
-                               : folder->DeleteNode(user->GetId(), true, true));
+            QVERIFY(plant.users->DeleteNode((isInFolder ? folder : user)->GetId(), true, true));
         else
             plant.set(user, {{"enabled", "false"}});
-        QVERIFY((plant.heard == std::vector<NodeLink>{user, NodeLink()}));
+        QVERIFY((plant.heard == std::vector<NodeLink>{NodeLink()}));
     }
 
     void otherThreads()

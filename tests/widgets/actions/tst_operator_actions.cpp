@@ -75,195 +75,184 @@ class TestOperatorActions : public QObject
     Q_OBJECT
 
 private slots:
-    void journals_data();
-    void journals();
-    void timersObeyCommands();
-    void alarmsObeyCommands();
-    void missingRightsAreTold_data();
-    void missingRightsAreTold();
-    void programsAreBoundedAndEndWithTheStation();
-    void endlessScriptsLeaveTheGuiLive();
-    void aMissingSoundIsToldOnce();
-    void aFileThatIsNoSoundIsTold();
-    void cursorsNest();
+    void journals_data()
+    {
+        QTest::addColumn<unsigned>("action");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("message"); // "" when the operator is told nothing
+        const auto row = [](const char *name, unsigned action, const char *entry,
+                            const char *message) {
+            QTest::newRow(name) << action << QString(entry) << QString(message);
+        };
+        row("event of a node", 40, "S: Смена принята", "");
+        row("event of a node that is gone", 41, "Пост 1: Узла нет", "");
+        row("event without a text", 42, "", "");
+        row("start", 45, "timer: Команда «Пуск»", "");
+        row("no such command", 47, "", "Ошибка: wrong: Неверный тип");
+        row("no such target", 48, "", "Ошибка: vanished: Не найдено");
+        row("no alarms", 52, "", "Ошибка: no alarms: Не найдено");
+        row("program starts", 60, "run: Запущена программа «/bin/sh»", "");
+        row("arguments as they are, exit code", 60, "завершилась, код 7", "");
+        row("program missing", 61, "missing: Программа «/nowhere/at-all» не запущена",
+            "Ошибка: Программа «/nowhere/at-all» не запущена");
+        row("no program", 62, "unset: Программа не запущена", "Ошибка: unset: ");
+        row("definition missing", 64, "${tool} is not defined", "Ошибка: define: Не найдено");
+        row("script", 70, "script: Готово", "");
+        row("script ends", 70, "script: Сценарий выполнен", "");
+        row("script's write", 70, "N: Запись значения", "");
+        row("endless script", 71, "endless: Сценарий прерван: limit exceeded", "");
+    }
+
+    void journals()
+    {
+        QFETCH(unsigned, action);
+        QFETCH(QString, entry);
+        QFETCH(QString, message);
+        Station station;
+        station.project.run(action);
+        if (!entry.isEmpty())
+            QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled(entry) >= 1, 20000);
+        QTRY_COMPARE(station.boxes.shown.size(), message.isEmpty() ? 0 : 1);
+        QVERIFY(message.isEmpty() || station.boxes.shown.first().startsWith(message));
+    }
+
+    void timersObeyCommands()
+    {
+        Station station;
+        const auto *timer = station.project.node<Nodes::operationTimer>(35);
+        QVERIFY(timer->GetState() != Nodes::NodeState::Running);
+        station.project.run(45);
+        QVERIFY(timer->GetState() == Nodes::NodeState::Running);
+        int changes = 0;
+        const Nodes::ScopedConnection connection =
+            station.project.node(35)->ConnectActivityChanged([&changes](bool) { ++changes; });
+        station.project.run(46);
+        QVERIFY(timer->GetState() == Nodes::NodeState::Running);
+        QCOMPARE(changes, 2);
+    }
+
+    void alarmsObeyCommands()
+    {
+        Station station;
+        const Nodes::systemAlarming *alarming = station.project.core.GetSystemAlarming();
+        const auto is = [alarming](Nodes::AlarmState state) {
+            const auto active = alarming->GetActiveAlarms();
+            return active.size() == 1 && active.front().alarmState == state;
+        };
+        station.project.node<Nodes::BasicSignal>(31)->GetCell()->Publish(90.0);
+        QTRY_VERIFY(is(Nodes::AlarmState::ActiveUnacked));
+        station.project.run(49);
+        QTRY_VERIFY(is(Nodes::AlarmState::ActiveAcked));
+        station.project.run(50);
+        QTRY_VERIFY(is(Nodes::AlarmState::Shelved));
+        station.project.run(51);
+        QTRY_VERIFY(is(Nodes::AlarmState::ActiveAcked));
+        QVERIFY(station.boxes.shown.isEmpty());
+        station.project.run(49); // acknowledged already
+        QCOMPARE(station.boxes.shown, QStringList("Ошибка: ack: Не найдено"));
+    }
+
+    void missingRightsAreTold_data()
+    {
+        QTest::addColumn<unsigned>("action");
+        QTest::newRow("command") << 45u;
+        QTest::newRow("acknowledge") << 49u;
+        QTest::newRow("shelve") << 50u;
+        QTest::newRow("launch") << 60u;
+        QTest::newRow("write of a script") << 70u;
+        QTest::newRow("files of the archive") << 85u;
+    }
+
+    void missingRightsAreTold()
+    {
+        QFETCH(unsigned, action);
+        Station station(true);
+        station.project.push(action);
+        QTRY_COMPARE(station.boxes.shown,
+                     QStringList("Ошибка: Недостаточно прав для выполнения действия"));
+        QVERIFY(station.project.journalled("нет прав") +
+                    station.project.journalled("Запись отклонена") >=
+                1);
+        QCOMPARE(station.project.journalled("Запущена") + station.project.journalled("Готово"), 0);
+        QVERIFY(station.project.node(35)->GetState() != Nodes::NodeState::Running);
+    }
+
+    void programsAreBoundedAndEndWithTheStation()
+    {
+        Station station;
+        const int tooMany = LaunchedProcesses::MaximumRunning + 1;
+        for (int i = 0; i < tooMany; ++i)
+            station.project.push(63);
+        QTRY_COMPARE(station.boxes.shown.size(), 1);
+        QCOMPARE(station.project.journalled("too many programs"), 1);
+        QTRY_COMPARE(station.project.journalled("Запущена программа «sleep»"), tooMany - 1);
+        station.project.manager.reset();
+        QCOMPARE(station.project.journalled("«sleep» завершается вместе со станцией"), tooMany - 1);
+    }
+
+    void endlessScriptsLeaveTheGuiLive()
+    {
+        Station station;
+        station.project.manager->PushActions(Nodes::NodeLinks(99, Nodes::NodeLink(71)));
+        station.project.run(71); // the GUI thread has worked all of them off
+        QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled("Сценарий прерван: limit") >= 1, 20000);
+        const int runs = station.project.journalled("Сценарий прерван");
+        QVERIFY2(station.project.journalled("Сценарий не запущен") <= runs + 1,
+                 "told more than once a run");
+        QVERIFY(runs < 100);
+    }
+
+    void aMissingSoundIsToldOnce()
+    {
+        Station station;
+        for (const unsigned action : {75u, 75u, 76u})
+            station.project.run(action);
+        QCOMPARE(station.project.journalled("silent: Нет звукового файла «no.wav»"), 1);
+        QCOMPARE(station.project.journalled("outside: Нет звукового файла"), 1);
+        Nodes::ResourceLink::SetBaseDirectory(station.directory.path().toStdString());
+        QFile file(station.directory.filePath("no.wav"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        station.project.run(
+            75); // there, though no sound: nothing hangs, with or without an audio device
+        QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 1);
+        QVERIFY(file.remove());
+        station.project.run(75);
+        QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 2);
+    }
+
+    void aFileThatIsNoSoundIsTold()
+    {
+        QTemporaryDir folder;
+        QFile file(folder.filePath("bad.wav"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(100, 'x')) == 100);
+        file.close();
+        SoundPlayer player(nullptr);
+        for (int i = 0; i < 2; ++i) { // read anew each time: it may have been replaced
+            QVector<bool> told;
+            player.play(file.fileName(), [&told](bool isSound) { told << isSound; });
+            QTRY_COMPARE(told, QVector<bool>{false});
+        }
+    }
+
+    void cursorsNest()
+    {
+        Station station;
+        const auto shape = [] {
+            const QCursor *cursor = QGuiApplication::overrideCursor();
+            return cursor ? int(cursor->shape()) : -1;
+        };
+        QGuiApplication::setOverrideCursor(Qt::IBeamCursor); // the library's own
+        const std::pair<unsigned, int> steps[] = {{82, Qt::IBeamCursor}, {80, Qt::WaitCursor},
+                                                  {81, Qt::CrossCursor}, {82, Qt::WaitCursor},
+                                                  {82, Qt::IBeamCursor}, {82, Qt::IBeamCursor}};
+        for (const auto &[action, expected] : steps) {
+            station.project.run(action);
+            QCOMPARE(shape(), expected);
+        }
+        QGuiApplication::restoreOverrideCursor();
+    }
 };
-
-void TestOperatorActions::journals_data()
-{
-    QTest::addColumn<unsigned>("action");
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QString>("message"); // "" when the operator is told nothing
-    const auto row = [](const char *name, unsigned action, const char *entry, const char *message) {
-        QTest::newRow(name) << action << QString(entry) << QString(message);
-    };
-    row("event of a node", 40, "S: Смена принята", "");
-    row("event of a node that is gone", 41, "Пост 1: Узла нет", "");
-    row("event without a text", 42, "", "");
-    row("start", 45, "timer: Команда «Пуск»", "");
-    row("no such command", 47, "", "Ошибка: wrong: Неверный тип");
-    row("no such target", 48, "", "Ошибка: vanished: Не найдено");
-    row("no alarms", 52, "", "Ошибка: no alarms: Не найдено");
-    row("program starts", 60, "run: Запущена программа «/bin/sh»", "");
-    row("arguments as they are, exit code", 60, "завершилась, код 7", "");
-    row("program missing", 61, "missing: Программа «/nowhere/at-all» не запущена",
-        "Ошибка: Программа «/nowhere/at-all» не запущена");
-    row("no program", 62, "unset: Программа не запущена", "Ошибка: unset: ");
-    row("definition missing", 64, "${tool} is not defined", "Ошибка: define: Не найдено");
-    row("script", 70, "script: Готово", "");
-    row("script ends", 70, "script: Сценарий выполнен", "");
-    row("script's write", 70, "N: Запись значения", "");
-    row("endless script", 71, "endless: Сценарий прерван: limit exceeded", "");
-}
-
-void TestOperatorActions::journals()
-{
-    QFETCH(unsigned, action);
-    QFETCH(QString, entry);
-    QFETCH(QString, message);
-    Station station;
-    station.project.run(action);
-    if (!entry.isEmpty())
-        QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled(entry) >= 1, 20000);
-    QTRY_COMPARE(station.boxes.shown.size(), message.isEmpty() ? 0 : 1);
-    QVERIFY(message.isEmpty() || station.boxes.shown.first().startsWith(message));
-}
-
-void TestOperatorActions::timersObeyCommands()
-{
-    Station station;
-    const auto *timer = station.project.node<Nodes::operationTimer>(35);
-    QVERIFY(timer->GetState() != Nodes::NodeState::Running);
-    station.project.run(45);
-    QVERIFY(timer->GetState() == Nodes::NodeState::Running);
-    int changes = 0;
-    const Nodes::ScopedConnection connection =
-        station.project.node(35)->ConnectActivityChanged([&changes](bool) { ++changes; });
-    station.project.run(46);
-    QVERIFY(timer->GetState() == Nodes::NodeState::Running);
-    QCOMPARE(changes, 2);
-}
-
-void TestOperatorActions::alarmsObeyCommands()
-{
-    Station station;
-    const Nodes::systemAlarming *alarming = station.project.core.GetSystemAlarming();
-    const auto is = [alarming](Nodes::AlarmState state) {
-        const auto active = alarming->GetActiveAlarms();
-        return active.size() == 1 && active.front().alarmState == state;
-    };
-    station.project.node<Nodes::BasicSignal>(31)->GetCell()->Publish(90.0);
-    QTRY_VERIFY(is(Nodes::AlarmState::ActiveUnacked));
-    station.project.run(49);
-    QTRY_VERIFY(is(Nodes::AlarmState::ActiveAcked));
-    station.project.run(50);
-    QTRY_VERIFY(is(Nodes::AlarmState::Shelved));
-    station.project.run(51);
-    QTRY_VERIFY(is(Nodes::AlarmState::ActiveAcked));
-    QVERIFY(station.boxes.shown.isEmpty());
-    station.project.run(49); // acknowledged already
-    QCOMPARE(station.boxes.shown, QStringList("Ошибка: ack: Не найдено"));
-}
-
-void TestOperatorActions::missingRightsAreTold_data()
-{
-    QTest::addColumn<unsigned>("action");
-    QTest::newRow("command") << 45u;
-    QTest::newRow("acknowledge") << 49u;
-    QTest::newRow("shelve") << 50u;
-    QTest::newRow("launch") << 60u;
-    QTest::newRow("write of a script") << 70u;
-    QTest::newRow("files of the archive") << 85u;
-}
-
-void TestOperatorActions::missingRightsAreTold()
-{
-    QFETCH(unsigned, action);
-    Station station(true);
-    station.project.push(action);
-    QTRY_COMPARE(station.boxes.shown,
-                 QStringList("Ошибка: Недостаточно прав для выполнения действия"));
-    QVERIFY(station.project.journalled("нет прав") +
-                station.project.journalled("Запись отклонена") >=
-            1);
-    QCOMPARE(station.project.journalled("Запущена") + station.project.journalled("Готово"), 0);
-    QVERIFY(station.project.node(35)->GetState() != Nodes::NodeState::Running);
-}
-
-void TestOperatorActions::programsAreBoundedAndEndWithTheStation()
-{
-    Station station;
-    const int tooMany = LaunchedProcesses::MaximumRunning + 1;
-    for (int i = 0; i < tooMany; ++i)
-        station.project.push(63);
-    QTRY_COMPARE(station.boxes.shown.size(), 1);
-    QCOMPARE(station.project.journalled("too many programs"), 1);
-    QTRY_COMPARE(station.project.journalled("Запущена программа «sleep»"), tooMany - 1);
-    station.project.manager.reset();
-    QCOMPARE(station.project.journalled("«sleep» завершается вместе со станцией"), tooMany - 1);
-}
-
-void TestOperatorActions::endlessScriptsLeaveTheGuiLive()
-{
-    Station station;
-    station.project.manager->PushActions(Nodes::NodeLinks(99, Nodes::NodeLink(71)));
-    station.project.run(71); // the GUI thread has worked all of them off
-    QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled("Сценарий прерван: limit") >= 1, 20000);
-    const int runs = station.project.journalled("Сценарий прерван");
-    QVERIFY2(station.project.journalled("Сценарий не запущен") <= runs + 1,
-             "told more than once a run");
-    QVERIFY(runs < 100);
-}
-
-void TestOperatorActions::aMissingSoundIsToldOnce()
-{
-    Station station;
-    for (const unsigned action : {75u, 75u, 76u})
-        station.project.run(action);
-    QCOMPARE(station.project.journalled("silent: Нет звукового файла «no.wav»"), 1);
-    QCOMPARE(station.project.journalled("outside: Нет звукового файла"), 1);
-    Nodes::ResourceLink::SetBaseDirectory(station.directory.path().toStdString());
-    QFile file(station.directory.filePath("no.wav"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.close();
-    station.project.run(
-        75); // there, though no sound: nothing hangs, with or without an audio device
-    QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 1);
-    QVERIFY(file.remove());
-    station.project.run(75);
-    QCOMPARE(station.project.journalled("silent: Нет звукового файла"), 2);
-}
-
-void TestOperatorActions::aFileThatIsNoSoundIsTold()
-{
-    QTemporaryDir folder;
-    QFile file(folder.filePath("bad.wav"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(100, 'x')) == 100);
-    file.close();
-    SoundPlayer player(nullptr);
-    for (int i = 0; i < 2; ++i) { // read anew each time: it may have been replaced
-        QVector<bool> told;
-        player.play(file.fileName(), [&told](bool isSound) { told << isSound; });
-        QTRY_COMPARE(told, QVector<bool>{false});
-    }
-}
-
-void TestOperatorActions::cursorsNest()
-{
-    Station station;
-    const auto shape = [] {
-        const QCursor *cursor = QGuiApplication::overrideCursor();
-        return cursor ? int(cursor->shape()) : -1;
-    };
-    QGuiApplication::setOverrideCursor(Qt::IBeamCursor); // the library's own
-    const std::pair<unsigned, int> steps[] = {{82, Qt::IBeamCursor}, {80, Qt::WaitCursor},
-                                              {81, Qt::CrossCursor}, {82, Qt::WaitCursor},
-                                              {82, Qt::IBeamCursor}, {82, Qt::IBeamCursor}};
-    for (const auto &[action, expected] : steps) {
-        station.project.run(action);
-        QCOMPARE(shape(), expected);
-    }
-    QGuiApplication::restoreOverrideCursor();
-}
 
 QTEST_MAIN(TestOperatorActions)
 #include "tst_operator_actions.moc"

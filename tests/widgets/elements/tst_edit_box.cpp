@@ -65,319 +65,305 @@ class TestEditBox : public QObject
     Q_OBJECT
 
 private slots:
-    void showsTheValue_data();
-    void showsTheValue();
-    void enterWrites_data();
-    void enterWrites();
-    void leaving_data();
-    void leaving();
-    void escapeWritesTheValueBefore();
-    void messages_data();
-    void messages();
-    void stepButtons_data();
-    void stepButtons();
-    void aRefusedStepShowsTheValueOfNow();
-    void keyboards_data();
-    void keyboards();
-    void worksInAScene();
+    void showsTheValue_data()
+    {
+        const Rows<QString, double, Quality, QString> row("step", "value", "quality", "text");
+        row("decimals of the step", "0.25", 3, Quality::Good, "3.00");
+        row("whole step", "1", 3, Quality::Good, "3");
+        row("decimals of the signal", "0", 2.34, Quality::Good, "2.3");
+        row("stale", "1", 3, Quality::Stale, "3");
+        row("bad", "1", 3, Quality::Bad, "----");
+    }
+
+    void showsTheValue()
+    {
+        QFETCH(QString, step);
+        QFETCH(double, value);
+        QFETCH(Quality, quality);
+        const RuntimeProject project(screen);
+        project.set(20, "step", step);
+        const EditBox box(project, 20);
+        project.publish(10, value, quality);
+        QTRY_COMPARE(box->shownQuality(), quality);
+        QTEST(box->shownText(), "text");
+        QVERIFY(box->text().isEmpty()); // the box draws the value itself
+        box.begin();
+        QCOMPARE(box->text(), quality == Quality::Bad ? QString() : box->shownText());
+    }
+
+    void enterWrites_data()
+    {
+        const Rows<unsigned, QString, QString, QString> row("id", "keys", "typed", "value");
+        row("comma", 20, "1,5", "1.5", "1.5");
+        row("negative beyond the limits", 20, "-1", "1", "1");
+        row("letters are undone", 20, "1x2", "12", "12");
+        row("beyond the range", 20, "150", "150", "");
+        row("not a number yet", 20, ".", ".", "");
+        row("nothing", 21, "", "7", "7");
+        row("int takes no point", 21, "1.2", "12", "12");
+        row("int beyond its own range", 21, "99", "99", "");
+        row("bool", 23, "1", "1", "true");
+        row("bool takes no 2", 23, "2", "0", "false");
+        row("ulong", 25, "300", "300", "300");
+        row("ulong takes no exponent", 25, "1e3", "13", "13");
+        row("no limits", 28, "150", "150", "150");
+        row("limits beyond an int", 29, "-2000000000", "-2000000000", "-2000000000");
+        row("text", 22, "Pump, 1", "Pump. 1", "Pump. 1");
+    }
+
+    void enterWrites()
+    {
+        QFETCH(unsigned, id);
+        QFETCH(QString, keys);
+        QFETCH(QString, value); // of the signal afterwards; "" for unchanged
+        const RuntimeProject project(screen);
+        const unsigned signal = id == 20 ? 10 : id - 10;
+        project.publish(10, 7.0);
+        project.publish(11, 7);
+        project.publish(13, false);
+        project.publish(12, "");
+        project.publish(15, 7ul);
+        const EditBox box(project, id);
+        const QString before = box->shownText();
+        const std::string untouched = project.value(signal).ToString();
+        const MessageBoxes boxes;
+        box.begin();
+        if (!keys.isEmpty())
+            box.type(keys);
+        QTEST(box->text(), "typed");
+        // A value that would be refused is told while it is typed.
+        QCOMPARE(box->inputProblem().isEmpty(), !value.isEmpty());
+        box.press(Qt::Key_Return);
+        QVERIFY(box->text().isEmpty() && box->isReadOnly());
+        QCOMPARE(project.value(signal).ToString(),
+                 value.isEmpty() ? untouched : value.toStdString());
+        if (value.isEmpty())
+            QCOMPARE(box->shownText(), before);
+        else if (id == 20)
+            QTRY_COMPARE(project.value(16).ToInt(), 1);
+        QVERIFY(boxes.shown.isEmpty());
+    }
+
+    void leaving_data()
+    {
+        const Rows<Qt::FocusReason, QString, int> row("reason", "shown", "written");
+        row("press elsewhere", Qt::MouseFocusReason, "8.00", 0);
+        row("other window", Qt::ActiveWindowFocusReason, "8.00", 0);
+        row("hidden", Qt::NoFocusReason, "8.00", 0);
+        row("taken away", Qt::OtherFocusReason, "8.00", 0);
+        row("moved on by key", Qt::TabFocusReason, "9.00", 1);
+    }
+
+    void leaving()
+    {
+        QFETCH(Qt::FocusReason, reason);
+        RuntimeProject project(screen);
+        project.publish(10, 7.0);
+        EditBox box(project, 20);
+        box.begin();
+        box.type("9");
+        project.publish(10, 8.0);
+        QSignalSpy values(box.element, &qwidgetEditBox::valueUpdated);
+        QTRY_COMPARE(values.size(), 1);
+        project.record({10});
+        QTest::keyClick(box.element, 'x'); // undone, back to what was typed
+        QCOMPARE(box->text(), "9");        // a value that comes leaves the typing alone
+        QFocusEvent event(QEvent::FocusOut, reason);
+        if (reason == Qt::NoFocusReason)
+            box->hide();
+        else
+            QCoreApplication::sendEvent(box.element, &event);
+        QVERIFY(!box->isEditing());
+        QFETCH(QString, shown);
+        QTRY_COMPARE(box->shownText(), shown);
+        QTEST(project.recorded.size(), "written");
+    }
+
+    void escapeWritesTheValueBefore()
+    {
+        RuntimeProject project(screen);
+        project.publish(10, 7.123456);
+        const EditBox box(project, 20);
+        project.record({10});
+        box.begin();
+        box.type("9");
+        box.press(Qt::Key_Escape);
+        QCOMPARE(project.recorded.size(), 1);
+        QCOMPARE(project.value(10).ToDouble(), 7.123456); // not the rounded text
+        QVERIFY(!box->isEditing());
+        project.publish(10, 7.0, Quality::Bad);
+        QTRY_COMPARE(box->shownText(), QString("----"));
+        box.begin();
+        box.press(Qt::Key_Escape);
+        QCOMPARE(project.recorded.size(), 2); // nothing was known, nothing is written
+    }
+
+    void messages_data()
+    {
+        const Rows<unsigned, QByteArray, QByteArray, int, QString, double> row(
+            "id", "switchedOn", "users", "pressed", "message", "value");
+        const QByteArray users = RuntimeProject::NobodyLoggedIn;
+        const QString question = "Новое значение: Установить значение 9.5 ?";
+        row("no right", 20, "checkRights", users, QMessageBox::Ok, "", 7);
+        row("right asked late", 20, "", users, QMessageBox::Ok, "Внимание: Недостаточно прав", 7);
+        row("read only", 24, "", "", QMessageBox::Ok, "Внимание: read only (405), node 14: Fixed",
+            7);
+        row("confirmed", 20, "confirm", "", QMessageBox::Ok, question, 9.5);
+        row("not confirmed", 20, "confirm", "", QMessageBox::Cancel, question, 7);
+    }
+
+    void messages()
+    {
+        QFETCH(unsigned, id);
+        QFETCH(QByteArray, switchedOn);
+        QFETCH(QByteArray, users);
+        QFETCH(int, pressed);
+        QFETCH(QString, message);
+        const RuntimeProject project(screen + users);
+        for (const char *key : {"checkRights", "confirm"})
+            project.set(id, key, key == switchedOn ? "true" : "false");
+        const unsigned signal = id == 20 ? 10 : 14;
+        project.publish(signal, 7.0);
+        const EditBox box(project, id);
+        MessageBoxes boxes{QMessageBox::StandardButton(pressed)};
+        QString behind;
+        boxes.whileOpen = [&] {
+            behind = box->shownText();
+            project.publish(signal, 7.0); // the process goes on behind the box
+        };
+        box.begin();
+        QCOMPARE(box->isEditing(), !message.isEmpty());
+        box.type("9.5");
+        box.press(Qt::Key_Return);
+        QCOMPARE(boxes.shown.join('\n'), message);
+        QCOMPARE(behind, switchedOn == "confirm" ? "9.5" : ""); // what was refused shows no more
+        QTEST(project.value(signal).ToDouble(), "value");
+        QTRY_COMPARE(box->shownText().toDouble(), project.value(signal).ToDouble());
+    }
+
+    void stepButtons_data()
+    {
+        const Rows<double, QString, double> row("value", "button", "stepped");
+        row("up", 3.0, "+", 4.0);
+        row("tiny", 3e-5, "+", 4e-5);
+        row("down", 3.0, "-", 2.0);
+        row("not over the limit", 9.5, "+", 9.5);
+        row("not under the limit", 0.5, "-", 0.5);
+        row("beyond already", 12.0, "+", 13.0);
+    }
+
+    void stepButtons()
+    {
+        QFETCH(double, value);
+        QFETCH(QString, button);
+        const RuntimeProject project(screen);
+        project.set(20, "step", value < 1e-3 ? "0.00001" : "1");
+        project.set(20, "maximum", "10");
+        project.publish(10, value);
+        const EditBox box(project, 20);
+        QVERIFY(!box.button("+"));
+        box.begin();
+        QVERIFY(box.button("+") && box.button("-") && box.button("..."));
+        QCOMPARE(box.button("+")->geometry().right(), box.button("...")->x() + 1);
+        QTest::mouseClick(box.button(button), Qt::LeftButton);
+        QTEST(project.value(10).ToDouble(), "stepped");
+        QVERIFY(box->isEditing()); // for the next step
+    }
+
+    void aRefusedStepShowsTheValueOfNow()
+    {
+        const RuntimeProject project(screen);
+        project.set(20, "step", "1");
+        project.set(10, "writable", "false");
+        project.publish(10, 3.0);
+        const EditBox box(project, 20);
+        box.begin();
+        MessageBoxes boxes;
+        boxes.whileOpen = [&project] { project.publish(10, 8.0); };
+        QTest::mouseClick(box.button("+"), Qt::LeftButton);
+        QCOMPARE(boxes.shown.size(), 1);
+        QTRY_COMPARE(box->shownText(), QString("8"));
+        QCOMPARE(box->text(), QString("8"));
+    }
+
+    void keyboards_data()
+    {
+        // What is there, "" for no value; what is written, "" for nothing.
+        const Rows<unsigned, QString, QString, Qt::Key, QString> row("id", "offered", "keys",
+                                                                     "last", "written");
+        row("numpad", 26, "34.56789", "42", Qt::Key_Return, "42");
+        row("numpad rejected", 26, "34.56789", "42", Qt::Key_Escape, "");
+        row("numpad at once", 26, "34.56789", "", Qt::Key_Return, "");
+        row("numpad without a value", 26, "", "", Qt::Key_Return, "");
+        row("keyboard", 27, "old", "abc", Qt::Key_Return, "abc");
+        row("keyboard rejected", 27, "old", "abc", Qt::Key_Escape, "");
+        row("button", 20, "7", "42", Qt::Key_Return, "42");
+    }
+
+    void keyboards()
+    {
+        QFETCH(unsigned, id);
+        QFETCH(QString, offered);
+        QFETCH(QString, keys);
+        QFETCH(Qt::Key, last);
+        RuntimeProject project(screen);
+        project.publish(10, offered.toDouble(), offered.isEmpty() ? Quality::Bad : Quality::Good);
+        project.publish(12, "old");
+        project.record({10, 12});
+        const EditBox box(project, id);
+        QString found = "no keyboard";
+        const WhenShown<QDialog> typist([&](QDialog &keyboard) {
+            auto *field = keyboard.findChild<QLineEdit *>();
+            found = field->text();
+            field->selectAll();
+            QTest::keyClicks(field, keys);
+            QTest::keyClick(field, last);
+            if (keyboard.isVisible())
+                keyboard.reject();
+        });
+        box.begin();
+        if (id == 20)
+            QTest::mouseClick(box.button("..."), Qt::LeftButton);
+        QCOMPARE(found, offered);
+        const QString value = QString::fromStdString(project.value(id == 27 ? 12 : 10).ToString());
+        QTEST(project.recorded.isEmpty() ? QString() : value, "written");
+        QVERIFY(!box->isEditing() && box->isReadOnly());
+    }
+
+    void worksInAScene()
+    {
+        const RuntimeProject project(screen);
+        project.publish(10, 7.0);
+        QGraphicsScene scene(0, 0, 400, 300);
+        QGraphicsView view(&scene);
+        auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
+        scene.addItem(host);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        auto *box = qobject_cast<qwidgetEditBox *>(host->widget());
+        const auto press = [&](const QPointF &place) {
+            QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.mapFromScene(place));
+        };
+        const auto type = [&](const QString &keys) {
+            press(QPointF(20, 20));
+            press(QPointF(30, 30)); // in the box: goes on
+            QVERIFY(box->isEditing());
+            box->selectAll();
+            QTest::keyClicks(view.viewport(), keys);
+        };
+        type("8");
+        press(QPointF(300, 200));
+        QVERIFY(!box->isEditing());
+        QCOMPARE(project.value(10).ToDouble(), 7.0);
+        type("9");
+        QTest::keyClick(view.viewport(), Qt::Key_Return);
+        QCOMPARE(project.value(10).ToDouble(), 9.0);
+        type("6");
+        QTest::keyClick(&view, Qt::Key_Tab);
+        QVERIFY(!box->isEditing());
+        QCOMPARE(project.value(10).ToDouble(), 6.0);
+    }
 };
-
-void TestEditBox::showsTheValue_data()
-{
-    const Rows<QString, double, Quality, QString> row("step", "value", "quality", "text");
-    row("decimals of the step", "0.25", 3, Quality::Good, "3.00");
-    row("whole step", "1", 3, Quality::Good, "3");
-    row("decimals of the signal", "0", 2.34, Quality::Good, "2.3");
-    row("stale", "1", 3, Quality::Stale, "3");
-    row("bad", "1", 3, Quality::Bad, "----");
-}
-
-void TestEditBox::showsTheValue()
-{
-    QFETCH(QString, step);
-    QFETCH(double, value);
-    QFETCH(Quality, quality);
-    const RuntimeProject project(screen);
-    project.set(20, "step", step);
-    const EditBox box(project, 20);
-    project.publish(10, value, quality);
-    QTRY_COMPARE(box->shownQuality(), quality);
-    QTEST(box->shownText(), "text");
-    QVERIFY(box->text().isEmpty()); // the box draws the value itself
-    box.begin();
-    QCOMPARE(box->text(), quality == Quality::Bad ? QString() : box->shownText());
-}
-
-void TestEditBox::enterWrites_data()
-{
-    const Rows<unsigned, QString, QString, QString> row("id", "keys", "typed", "value");
-    row("comma", 20, "1,5", "1.5", "1.5");
-    row("negative beyond the limits", 20, "-1", "1", "1");
-    row("letters are undone", 20, "1x2", "12", "12");
-    row("beyond the range", 20, "150", "150", "");
-    row("not a number yet", 20, ".", ".", "");
-    row("nothing", 21, "", "7", "7");
-    row("int takes no point", 21, "1.2", "12", "12");
-    row("int beyond its own range", 21, "99", "99", "");
-    row("bool", 23, "1", "1", "true");
-    row("bool takes no 2", 23, "2", "0", "false");
-    row("ulong", 25, "300", "300", "300");
-    row("ulong takes no exponent", 25, "1e3", "13", "13");
-    row("no limits", 28, "150", "150", "150");
-    row("limits beyond an int", 29, "-2000000000", "-2000000000", "-2000000000");
-    row("text", 22, "Pump, 1", "Pump. 1", "Pump. 1");
-}
-
-void TestEditBox::enterWrites()
-{
-    QFETCH(unsigned, id);
-    QFETCH(QString, keys);
-    QFETCH(QString, value); // of the signal afterwards; "" for unchanged
-    const RuntimeProject project(screen);
-    const unsigned signal = id == 20 ? 10 : id - 10;
-    project.publish(10, 7.0);
-    project.publish(11, 7);
-    project.publish(13, false);
-    project.publish(12, "");
-    project.publish(15, 7ul);
-    const EditBox box(project, id);
-    const QString before = box->shownText();
-    const std::string untouched = project.value(signal).ToString();
-    const MessageBoxes boxes;
-    box.begin();
-    if (!keys.isEmpty())
-        box.type(keys);
-    QTEST(box->text(), "typed");
-    // A value that would be refused is told while it is typed.
-    QCOMPARE(box->inputProblem().isEmpty(), !value.isEmpty());
-    box.press(Qt::Key_Return);
-    QVERIFY(box->text().isEmpty() && box->isReadOnly());
-    QCOMPARE(project.value(signal).ToString(), value.isEmpty() ? untouched : value.toStdString());
-    if (value.isEmpty())
-        QCOMPARE(box->shownText(), before);
-    else if (id == 20)
-        QTRY_COMPARE(project.value(16).ToInt(), 1);
-    QVERIFY(boxes.shown.isEmpty());
-}
-
-void TestEditBox::leaving_data()
-{
-    const Rows<Qt::FocusReason, QString, int> row("reason", "shown", "written");
-    row("press elsewhere", Qt::MouseFocusReason, "8.00", 0);
-    row("other window", Qt::ActiveWindowFocusReason, "8.00", 0);
-    row("hidden", Qt::NoFocusReason, "8.00", 0);
-    row("taken away", Qt::OtherFocusReason, "8.00", 0);
-    row("moved on by key", Qt::TabFocusReason, "9.00", 1);
-}
-
-void TestEditBox::leaving()
-{
-    QFETCH(Qt::FocusReason, reason);
-    RuntimeProject project(screen);
-    project.publish(10, 7.0);
-    EditBox box(project, 20);
-    box.begin();
-    box.type("9");
-    project.publish(10, 8.0);
-    QSignalSpy values(box.element, &qwidgetEditBox::valueUpdated);
-    QTRY_COMPARE(values.size(), 1);
-    project.record({10});
-    QTest::keyClick(box.element, 'x'); // undone, back to what was typed
-    QCOMPARE(box->text(), "9");        // a value that comes leaves the typing alone
-    QFocusEvent event(QEvent::FocusOut, reason);
-    if (reason == Qt::NoFocusReason)
-        box->hide();
-    else
-        QCoreApplication::sendEvent(box.element, &event);
-    QVERIFY(!box->isEditing());
-    QFETCH(QString, shown);
-    QTRY_COMPARE(box->shownText(), shown);
-    QTEST(project.recorded.size(), "written");
-}
-
-void TestEditBox::escapeWritesTheValueBefore()
-{
-    RuntimeProject project(screen);
-    project.publish(10, 7.123456);
-    const EditBox box(project, 20);
-    project.record({10});
-    box.begin();
-    box.type("9");
-    box.press(Qt::Key_Escape);
-    QCOMPARE(project.recorded.size(), 1);
-    QCOMPARE(project.value(10).ToDouble(), 7.123456); // not the rounded text
-    QVERIFY(!box->isEditing());
-    project.publish(10, 7.0, Quality::Bad);
-    QTRY_COMPARE(box->shownText(), QString("----"));
-    box.begin();
-    box.press(Qt::Key_Escape);
-    QCOMPARE(project.recorded.size(), 2); // nothing was known, nothing is written
-}
-
-void TestEditBox::messages_data()
-{
-    const Rows<unsigned, QByteArray, QByteArray, int, QString, double> row(
-        "id", "switchedOn", "users", "pressed", "message", "value");
-    const QByteArray users = RuntimeProject::NobodyLoggedIn;
-    const QString question = "Новое значение: Установить значение 9.5 ?";
-    row("no right", 20, "checkRights", users, QMessageBox::Ok, "", 7);
-    row("right asked late", 20, "", users, QMessageBox::Ok, "Внимание: Недостаточно прав", 7);
-    row("read only", 24, "", "", QMessageBox::Ok, "Внимание: read only (405), node 14: Fixed", 7);
-    row("confirmed", 20, "confirm", "", QMessageBox::Ok, question, 9.5);
-    row("not confirmed", 20, "confirm", "", QMessageBox::Cancel, question, 7);
-}
-
-void TestEditBox::messages()
-{
-    QFETCH(unsigned, id);
-    QFETCH(QByteArray, switchedOn);
-    QFETCH(QByteArray, users);
-    QFETCH(int, pressed);
-    QFETCH(QString, message);
-    const RuntimeProject project(screen + users);
-    for (const char *key : {"checkRights", "confirm"})
-        project.set(id, key, key == switchedOn ? "true" : "false");
-    const unsigned signal = id == 20 ? 10 : 14;
-    project.publish(signal, 7.0);
-    const EditBox box(project, id);
-    MessageBoxes boxes{QMessageBox::StandardButton(pressed)};
-    QString behind;
-    boxes.whileOpen = [&] {
-        behind = box->shownText();
-        project.publish(signal, 7.0); // the process goes on behind the box
-    };
-    box.begin();
-    QCOMPARE(box->isEditing(), !message.isEmpty());
-    box.type("9.5");
-    box.press(Qt::Key_Return);
-    QCOMPARE(boxes.shown.join('\n'), message);
-    QCOMPARE(behind, switchedOn == "confirm" ? "9.5" : ""); // what was refused shows no more
-    QTEST(project.value(signal).ToDouble(), "value");
-    QTRY_COMPARE(box->shownText().toDouble(), project.value(signal).ToDouble());
-}
-
-void TestEditBox::stepButtons_data()
-{
-    const Rows<double, QString, double> row("value", "button", "stepped");
-    row("up", 3.0, "+", 4.0);
-    row("tiny", 3e-5, "+", 4e-5);
-    row("down", 3.0, "-", 2.0);
-    row("not over the limit", 9.5, "+", 9.5);
-    row("not under the limit", 0.5, "-", 0.5);
-    row("beyond already", 12.0, "+", 13.0);
-}
-
-void TestEditBox::stepButtons()
-{
-    QFETCH(double, value);
-    QFETCH(QString, button);
-    const RuntimeProject project(screen);
-    project.set(20, "step", value < 1e-3 ? "0.00001" : "1");
-    project.set(20, "maximum", "10");
-    project.publish(10, value);
-    const EditBox box(project, 20);
-    QVERIFY(!box.button("+"));
-    box.begin();
-    QVERIFY(box.button("+") && box.button("-") && box.button("..."));
-    QCOMPARE(box.button("+")->geometry().right(), box.button("...")->x() + 1);
-    QTest::mouseClick(box.button(button), Qt::LeftButton);
-    QTEST(project.value(10).ToDouble(), "stepped");
-    QVERIFY(box->isEditing()); // for the next step
-}
-
-void TestEditBox::aRefusedStepShowsTheValueOfNow()
-{
-    const RuntimeProject project(screen);
-    project.set(20, "step", "1");
-    project.set(10, "writable", "false");
-    project.publish(10, 3.0);
-    const EditBox box(project, 20);
-    box.begin();
-    MessageBoxes boxes;
-    boxes.whileOpen = [&project] { project.publish(10, 8.0); };
-    QTest::mouseClick(box.button("+"), Qt::LeftButton);
-    QCOMPARE(boxes.shown.size(), 1);
-    QTRY_COMPARE(box->shownText(), QString("8"));
-    QCOMPARE(box->text(), QString("8"));
-}
-
-void TestEditBox::keyboards_data()
-{
-    // What is there, "" for no value; what is written, "" for nothing.
-    const Rows<unsigned, QString, QString, Qt::Key, QString> row("id", "offered", "keys", "last",
-                                                                 "written");
-    row("numpad", 26, "34.56789", "42", Qt::Key_Return, "42");
-    row("numpad rejected", 26, "34.56789", "42", Qt::Key_Escape, "");
-    row("numpad at once", 26, "34.56789", "", Qt::Key_Return, "");
-    row("numpad without a value", 26, "", "", Qt::Key_Return, "");
-    row("keyboard", 27, "old", "abc", Qt::Key_Return, "abc");
-    row("keyboard rejected", 27, "old", "abc", Qt::Key_Escape, "");
-    row("button", 20, "7", "42", Qt::Key_Return, "42");
-}
-
-void TestEditBox::keyboards()
-{
-    QFETCH(unsigned, id);
-    QFETCH(QString, offered);
-    QFETCH(QString, keys);
-    QFETCH(Qt::Key, last);
-    RuntimeProject project(screen);
-    project.publish(10, offered.toDouble(), offered.isEmpty() ? Quality::Bad : Quality::Good);
-    project.publish(12, "old");
-    project.record({10, 12});
-    const EditBox box(project, id);
-    QString found = "no keyboard";
-    const WhenShown<QDialog> typist([&](QDialog &keyboard) {
-        auto *field = keyboard.findChild<QLineEdit *>();
-        found = field->text();
-        field->selectAll();
-        QTest::keyClicks(field, keys);
-        QTest::keyClick(field, last);
-        if (keyboard.isVisible())
-            keyboard.reject();
-    });
-    box.begin();
-    if (id == 20)
-        QTest::mouseClick(box.button("..."), Qt::LeftButton);
-    QCOMPARE(found, offered);
-    const QString value = QString::fromStdString(project.value(id == 27 ? 12 : 10).ToString());
-    QTEST(project.recorded.isEmpty() ? QString() : value, "written");
-    QVERIFY(!box->isEditing() && box->isReadOnly());
-}
-
-void TestEditBox::worksInAScene()
-{
-    const RuntimeProject project(screen);
-    project.publish(10, 7.0);
-    QGraphicsScene scene(0, 0, 400, 300);
-    QGraphicsView view(&scene);
-    auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
-    scene.addItem(host);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowActive(&view));
-    auto *box = qobject_cast<qwidgetEditBox *>(host->widget());
-    const auto press = [&](const QPointF &place) {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.mapFromScene(place));
-    };
-    const auto type = [&](const QString &keys) {
-        press(QPointF(20, 20));
-        press(QPointF(30, 30)); // in the box: goes on
-        QVERIFY(box->isEditing());
-        box->selectAll();
-        QTest::keyClicks(view.viewport(), keys);
-    };
-    type("8");
-    press(QPointF(300, 200));
-    QVERIFY(!box->isEditing());
-    QCOMPARE(project.value(10).ToDouble(), 7.0);
-    type("9");
-    QTest::keyClick(view.viewport(), Qt::Key_Return);
-    QCOMPARE(project.value(10).ToDouble(), 9.0);
-    type("6");
-    QTest::keyClick(&view, Qt::Key_Tab);
-    QVERIFY(!box->isEditing());
-    QCOMPARE(project.value(10).ToDouble(), 6.0);
-}
 
 QTEST_MAIN(TestEditBox)
 #include "tst_edit_box.moc"

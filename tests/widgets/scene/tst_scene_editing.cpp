@@ -73,190 +73,177 @@ class SceneEditingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void arrowsMakeOneStep();
-    void whatIsNotMovableOnlyGrows();
-    void deletes_data();
-    void deletes();
-    void deletesWhatTheApplicationAllows();
-    void copiesIntoTheTopLayer();
-    void foreignClipboardPastesNothing_data();
-    void foreignClipboardPastesNothing();
-    void locksAndOrders();
-    void contextMenuOffers_data();
-    void contextMenuOffers();
-    void dropsFromThePanel();
-};
-
-void SceneEditingTest::arrowsMakeOneStep()
-{
-    Editor editor;
-    editor.select({32, 33, 34});
-    editor.key(Qt::Key_Right, {}, 3);
-    QCOMPARE(editor.stack.count(), 1);
-    QCOMPARE(editor.stack.text(0), QStringLiteral("Изменение координат виджетов"));
-    QCOMPARE(editor.stack.command(0)->childCount(), 2); // F does not move
-    QCOMPARE(editor.place(32), QRect(13, 20, 100, 30));
-    editor.stack.undo();
-    QCOMPARE(editor.place(33).topLeft(), QPoint(200, 80));
-    QCOMPARE(editor.hosts().first()->pos(), QPointF(10, 20));
-    editor.select({32});
-    editor.key(Qt::Key_Right, {}, 3); // where it was before the undo
-    QCOMPARE(editor.stack.text(0), QStringLiteral("Изменение координат виджета A"));
-    QCOMPARE(editor.place(32).topLeft(), QPoint(13, 20));
-    editor.key(Qt::Key_Down, {}, 0); // nothing changed
-    QCOMPARE(editor.stack.count(), 1);
-}
-
-void SceneEditingTest::whatIsNotMovableOnlyGrows()
-{
-    const Editor editor;
-    editor.select({34});
-    editor.key(Qt::Key_Left);
-    QCOMPARE(editor.stack.count(), 0);
-    editor.key(Qt::Key_Left, Qt::ShiftModifier);
-    QCOMPARE(editor.place(34), QRect(0, 200, 99, 30));
-}
-
-void SceneEditingTest::deletes_data()
-{
-    const Rows<bool, QString> row("isGroup", "text");
-    row("one", false, "Удаление виджета A");
-    row("two", true, "Удаление группы виджетов");
-}
-
-void SceneEditingTest::deletes()
-{
-    QFETCH(bool, isGroup);
-    Editor editor;
-    editor.select(isGroup ? std::initializer_list<unsigned long>{32, 33}
-                          : std::initializer_list<unsigned long>{32});
-    editor.key(Qt::Key_Delete);
-    QCOMPARE(editor.hosts().size(), isGroup ? 1 : 2);
-    QTEST(editor.stack.text(0), "text");
-    editor.stack.undo();
-    QCOMPARE(editor.hosts().size(), 3);
-    QVERIFY(editor.project.node(32));
-}
-
-void SceneEditingTest::deletesWhatTheApplicationAllows()
-{
-    const Editor editor;
-    connect(editor.scene, &ProxyScene::signalCheckLink, this,
-            [&](std::vector<Nodes::NodeLink> &links) {
-                QCOMPARE(links.size(), std::size_t(2));
-                editor.scene->slotWidgetDelete({Nodes::NodeLink(33ul), Nodes::NodeLink(34ul)});
-            });
-    editor.select({32, 33});
-    editor.scene->removeWidget();
-    QVERIFY(editor.project.node(32) && !editor.project.node(33));
-    QVERIFY(editor.project.node(34)); // not selected
-}
-
-void SceneEditingTest::copiesIntoTheTopLayer()
-{
-    Editor editor;
-    editor.select({32, 33});
-    editor.key(Qt::Key_C, Qt::ControlModifier);
-    const std::size_t before = editor.project.core.GetNodesCollection()->GetNodeCount();
-    editor.scene->onPasteFromBuffer({50, 60});
-    QCOMPARE(editor.stack.text(0), QStringLiteral("Копирование группы виджетов"));
-    const auto pasted = editor.scene->getLayers().last()->getWidgets();
-    QCOMPARE(pasted.size(), 2);
-    QCOMPARE(pasted[0]->pos(), QPointF(50, 60));
-    QCOMPARE(pasted[1]->pos(), QPointF(240, 120));
-    QCOMPARE(editor.scene->selectedItems().size(), 2);
-    editor.stack.undo();
-    QVERIFY(editor.scene->getLayers().last()->getWidgets().isEmpty());
-    QCOMPARE(editor.project.core.GetNodesCollection()->GetNodeCount(), before); // nothing kept
-}
-
-void SceneEditingTest::foreignClipboardPastesNothing_data()
-{
-    const Rows<QString> row("text");
-    row("empty", QString());
-    row("prose", "Насос 1");
-    row("hexadecimal", "deadbeef");
-}
-
-void SceneEditingTest::foreignClipboardPastesNothing()
-{
-    QFETCH(QString, text);
-    const Editor editor;
-    QApplication::clipboard()->setText(text);
-    editor.key(Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(editor.stack.count(), 0);
-}
-
-void SceneEditingTest::locksAndOrders()
-{
-    Editor editor;
-    ProxyWidget *host = editor.hosts().first();
-    auto *node = editor.project.node<Nodes::BasicWidget>(32);
-    QVERIFY(!host->locker()->isVisible());
-    host->locker()->setLock(true);
-    QVERIFY(!node->isMovable() && host->locker()->isVisible());
-    QVERIFY(editor.stack.text(0).startsWith(QStringLiteral("Изменение свойства ")));
-    editor.stack.undo();
-    QVERIFY(node->isMovable() && !host->locker()->isLocked());
-    QVERIFY(node->SetPropertyText("movable", "false") && node->SetPropertyText("width", "49"));
-    QVERIFY(!host->locker()->isVisible()); // no room for it
-}
-
-void SceneEditingTest::contextMenuOffers_data()
-{
-    const Rows<QPointF, QStringList> row("at", "titles");
-    const QStringList selection{"Копировать",
-                                "Удалить",
-                                "Переместить выше",
-                                "Переместить ниже",
-                                "Выделить узел в дереве проекта",
-                                "Настройки",
-                                "C/low/A"};
-    row("element", {15, 25}, selection);
-    row("canvas", {500, 400}, {"Добавить виджет", "Вставить"});
-}
-
-void SceneEditingTest::contextMenuOffers()
-{
-    QFETCH(QPointF, at);
-    Editor editor;
-    QGraphicsSceneContextMenuEvent event(QEvent::GraphicsSceneContextMenu);
-    event.setScenePos(at);
-    event.setWidget(editor.view.viewport());
-    QApplication::sendEvent(editor.scene, &event);
-    auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    QVERIFY(menu);
-    QStringList titles;
-    for (QAction *action : menu->actions()) {
-        if (!action->isSeparator())
-            titles << action->text();
-        if (action->text() == QStringLiteral("Переместить выше"))
-            action->trigger();
+    void arrowsMakeOneStep()
+    {
+        Editor editor;
+        editor.select({32, 33, 34});
+        editor.key(Qt::Key_Right, {}, 3);
+        QCOMPARE(editor.stack.count(), 1);
+        QCOMPARE(editor.stack.text(0), QStringLiteral("Изменение координат виджетов"));
+        QCOMPARE(editor.stack.command(0)->childCount(), 2); // F does not move
+        QCOMPARE(editor.place(32), QRect(13, 20, 100, 30));
+        editor.stack.undo();
+        QCOMPARE(editor.place(33).topLeft(), QPoint(200, 80));
+        QCOMPARE(editor.hosts().first()->pos(), QPointF(10, 20));
+        editor.select({32});
+        editor.key(Qt::Key_Right, {}, 3); // where it was before the undo
+        QCOMPARE(editor.stack.text(0), QStringLiteral("Изменение координат виджета A"));
+        QCOMPARE(editor.place(32).topLeft(), QPoint(13, 20));
+        editor.key(Qt::Key_Down, {}, 0); // nothing changed
+        QCOMPARE(editor.stack.count(), 1);
     }
-    menu->close();
-    QTEST(titles, "titles");
-    QCOMPARE(editor.project.node<Nodes::BasicWidget>(32)->GetZOrder(), editor.stack.count());
-}
 
-void SceneEditingTest::dropsFromThePanel()
-{
-    const Editor editor;
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << QStringLiteral("label") << QStringLiteral("folder") << QStringLiteral("button");
-    QMimeData mime;
-    mime.setData("application/nodetype", bytes);
-    QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDrop);
-    event.setMimeData(&mime);
-    event.setScenePos({200, 100});
-    QSignalSpy added(editor.scene, &ProxyScene::addWidgetFromPanel);
-    QApplication::sendEvent(editor.scene, &event);
-    QCOMPARE(added.count(), 2);
-    QCOMPARE(editor.stack.count(), 2);
-    const auto hosts = editor.scene->getLayers().last()->getWidgets();
-    QCOMPARE(hosts.size(), 2);
-    QCOMPARE(hosts.first()->geometry().center(), QPointF(200, 100));
-}
+    void whatIsNotMovableOnlyGrows()
+    {
+        const Editor editor;
+        editor.select({34});
+        editor.key(Qt::Key_Left);
+        QCOMPARE(editor.stack.count(), 0);
+        editor.key(Qt::Key_Left, Qt::ShiftModifier);
+        QCOMPARE(editor.place(34), QRect(0, 200, 99, 30));
+    }
+
+    void deletes_data()
+    {
+        const Rows<bool, QString> row("isGroup", "text");
+        row("one", false, "Удаление виджета A");
+        row("two", true, "Удаление группы виджетов");
+    }
+
+    void deletes()
+    {
+        QFETCH(bool, isGroup);
+        Editor editor;
+        editor.select(isGroup ? std::initializer_list<unsigned long>{32, 33}
+                              : std::initializer_list<unsigned long>{32});
+        editor.key(Qt::Key_Delete);
+        QCOMPARE(editor.hosts().size(), isGroup ? 1 : 2);
+        QTEST(editor.stack.text(0), "text");
+        editor.stack.undo();
+        QCOMPARE(editor.hosts().size(), 3);
+        QVERIFY(editor.project.node(32));
+    }
+
+    void deletesWhatTheApplicationAllows()
+    {
+        const Editor editor;
+        connect(editor.scene, &ProxyScene::signalCheckLink, this,
+                [&](std::vector<Nodes::NodeLink> &links) {
+                    QCOMPARE(links.size(), std::size_t(2));
+                    editor.scene->slotWidgetDelete({Nodes::NodeLink(33ul), Nodes::NodeLink(34ul)});
+                });
+        editor.select({32, 33});
+        editor.scene->removeWidget();
+        QVERIFY(editor.project.node(32) && !editor.project.node(33));
+        QVERIFY(editor.project.node(34)); // not selected
+    }
+
+    void copiesIntoTheTopLayer()
+    {
+        Editor editor;
+        editor.select({32, 33});
+        editor.key(Qt::Key_C, Qt::ControlModifier);
+        const std::size_t before = editor.project.core.GetNodesCollection()->GetNodeCount();
+        editor.scene->onPasteFromBuffer({50, 60});
+        QCOMPARE(editor.stack.text(0), QStringLiteral("Копирование группы виджетов"));
+        const auto pasted = editor.scene->getLayers().last()->getWidgets();
+        QCOMPARE(pasted.size(), 2);
+        QCOMPARE(pasted[0]->pos(), QPointF(50, 60));
+        QCOMPARE(pasted[1]->pos(), QPointF(240, 120));
+        QCOMPARE(editor.scene->selectedItems().size(), 2);
+        editor.stack.undo();
+        QVERIFY(editor.scene->getLayers().last()->getWidgets().isEmpty());
+        QCOMPARE(editor.project.core.GetNodesCollection()->GetNodeCount(), before); // nothing kept
+    }
+
+    void foreignClipboardPastesNothing_data()
+    {
+        const Rows<QString> row("text");
+        row("empty", QString());
+        row("prose", "Насос 1");
+        row("hexadecimal", "deadbeef");
+    }
+
+    void foreignClipboardPastesNothing()
+    {
+        QFETCH(QString, text);
+        const Editor editor;
+        QApplication::clipboard()->setText(text);
+        editor.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(editor.stack.count(), 0);
+    }
+
+    void locksAndOrders()
+    {
+        Editor editor;
+        ProxyWidget *host = editor.hosts().first();
+        auto *node = editor.project.node<Nodes::BasicWidget>(32);
+        QVERIFY(!host->locker()->isVisible());
+        host->locker()->setLock(true);
+        QVERIFY(!node->isMovable() && host->locker()->isVisible());
+        QVERIFY(editor.stack.text(0).startsWith(QStringLiteral("Изменение свойства ")));
+        editor.stack.undo();
+        QVERIFY(node->isMovable() && !host->locker()->isLocked());
+        QVERIFY(node->SetPropertyText("movable", "false") && node->SetPropertyText("width", "49"));
+        QVERIFY(!host->locker()->isVisible()); // no room for it
+    }
+
+    void contextMenuOffers_data()
+    {
+        const Rows<QPointF, QStringList> row("at", "titles");
+        const QStringList selection{"Копировать",
+                                    "Удалить",
+                                    "Переместить выше",
+                                    "Переместить ниже",
+                                    "Выделить узел в дереве проекта",
+                                    "Настройки",
+                                    "C/low/A"};
+        row("element", {15, 25}, selection);
+        row("canvas", {500, 400}, {"Добавить виджет", "Вставить"});
+    }
+
+    void contextMenuOffers()
+    {
+        QFETCH(QPointF, at);
+        Editor editor;
+        QGraphicsSceneContextMenuEvent event(QEvent::GraphicsSceneContextMenu);
+        event.setScenePos(at);
+        event.setWidget(editor.view.viewport());
+        QApplication::sendEvent(editor.scene, &event);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QStringList titles;
+        for (QAction *action : menu->actions()) {
+            if (!action->isSeparator())
+                titles << action->text();
+            if (action->text() == QStringLiteral("Переместить выше"))
+                action->trigger();
+        }
+        menu->close();
+        QTEST(titles, "titles");
+        QCOMPARE(editor.project.node<Nodes::BasicWidget>(32)->GetZOrder(), editor.stack.count());
+    }
+
+    void dropsFromThePanel()
+    {
+        const Editor editor;
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << QStringLiteral("label") << QStringLiteral("folder") << QStringLiteral("button");
+        QMimeData mime;
+        mime.setData("application/nodetype", bytes);
+        QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDrop);
+        event.setMimeData(&mime);
+        event.setScenePos({200, 100});
+        QSignalSpy added(editor.scene, &ProxyScene::addWidgetFromPanel);
+        QApplication::sendEvent(editor.scene, &event);
+        QCOMPARE(added.count(), 2);
+        QCOMPARE(editor.stack.count(), 2);
+        const auto hosts = editor.scene->getLayers().last()->getWidgets();
+        QCOMPARE(hosts.size(), 2);
+        QCOMPARE(hosts.first()->geometry().center(), QPointF(200, 100));
+    }
+};
 
 QTEST_MAIN(SceneEditingTest)
 #include "tst_scene_editing.moc"

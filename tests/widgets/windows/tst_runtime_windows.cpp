@@ -68,198 +68,187 @@ class TestRuntimeWindows : public QObject
     Q_OBJECT
 
 private slots:
-    void withoutANodeItStaysEmpty();
-    void takesItsNodesProperties();
-    void editingCentresInTheParent_data();
-    void editingCentresInTheParent();
-    void everyShowAndHideRunsItsListAndSwitchesElements();
-    void keptSceneComesBackAndDroppedOneGoes();
-    void outlivesDeletedNodes_data();
-    void outlivesDeletedNodes();
-    void outlivesDialogsOfItsElements_data();
-    void outlivesDialogsOfItsElements();
-    void openingIsMeasured();
-};
-
-void TestRuntimeWindows::withoutANodeItStaysEmpty()
-{
-    const RuntimeProject project(screens);
-    WindowForm window(nullptr, nullptr);
-    window.show();
-    window.onUpdateProperties();
-    window.hide();
-    QVERIFY(window.getStrTitle().isEmpty());
-    QVERIFY(window.close());
-}
-
-void TestRuntimeWindows::takesItsNodesProperties()
-{
-    const RuntimeProject project(screens);
-    auto *node = project.node<BasicWindow>(10);
-    WindowForm window(node, nullptr);
-    QCOMPARE(window.geometry(), QRect(30, 40, 200, 100));
-    QCOMPARE(window.getStrTitle(), QStringLiteral("Form"));
-    QCOMPARE(window.getModality(), Qt::ApplicationModal);
-    QVERIFY(window.getTitleVisible() && window.getCloseBtnVisible() && !window.getFrameFlag());
-    QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
-    QVERIFY(window.viewport()->hasMouseTracking());
-    window.move(500, 300); // stays unless the geometry is what changes
-    QVERIFY(node->SetPropertyText("closeButton", "false").IsSuccess());
-    QTRY_COMPARE(window.getTitleHeight(), 0);
-    QCOMPARE(window.pos(), QPoint(500, 300));
-    QVERIFY(node->SetPropertyText("width", "250").IsSuccess());
-    QTRY_COMPARE(window.geometry(), QRect(30, 40, 250, 100));
-}
-
-void TestRuntimeWindows::editingCentresInTheParent_data()
-{
-    const Rows<QSize, QRect> row("parent", "expected");
-    row("none", {}, {30, 40, 200, 100});
-    row("larger", {400, 300}, {100, 100, 200, 100});
-    row("no room above", {400, 110}, {100, 20, 200, 100});
-    row("smaller", {100, 50}, {0, 20, 200, 100});
-}
-
-void TestRuntimeWindows::editingCentresInTheParent()
-{
-    QFETCH(QSize, parent);
-    const RuntimeProject project(screens, Nodes::WorkModeEditing);
-    QWidget holder;
-    holder.resize(parent);
-    const WindowForm window(project.node<BasicWindow>(10), parent.isValid() ? &holder : nullptr);
-    QTEST(window.geometry(), "expected");
-    QVERIFY(window.getStrTitle().isEmpty() && !window.getTitleVisible());
-}
-
-// Minimizing runs no list, yet it switches the elements too.
-void TestRuntimeWindows::everyShowAndHideRunsItsListAndSwitchesElements()
-{
-    RuntimeProject project(screens);
-    project.record({29, 30});
-    WindowForm window(project.node<BasicWindow>(10), nullptr);
-    for (int round = 0; round < 2; ++round) {
+    void withoutANodeItStaysEmpty()
+    {
+        const RuntimeProject project(screens);
+        WindowForm window(nullptr, nullptr);
         window.show();
-        QVERIFY(isLive(project, 15));
-        window.showMinimized();
-        QTRY_VERIFY(!isLive(project, 15));
-        window.showNormal();
-        QTRY_VERIFY(isLive(project, 15));
+        window.onUpdateProperties();
         window.hide();
-        QVERIFY(!isLive(project, 15));
-        QCOMPARE(project.ran(), QStringLiteral("opened closed"));
+        QVERIFY(window.getStrTitle().isEmpty());
+        QVERIFY(window.close());
     }
-}
 
-void TestRuntimeWindows::keptSceneComesBackAndDroppedOneGoes()
-{
-    const RuntimeProject project(screens);
-    WindowComposite window(project.node<BasicWindow>(12), nullptr);
-    window.show();
-    ProxyScene *kept = window.proxyScene();
-    QVERIFY(isLive(project, 22));
-    window.LoadComposition(project.node<BasicComposition>(23));
-    const QPointer<ProxyScene> dropped = window.proxyScene();
-    QVERIFY(dropped != kept);
-    QVERIFY(!isLive(project, 22) && isLive(project, 25));
-    QCOMPARE(window.composition(), project.node<BasicComposition>(23));
-    window.LoadComposition(project.node<BasicComposition>(20));
-    QCOMPARE(window.proxyScene(), kept);
-    QVERIFY(isLive(project, 22));
-    window.LoadComposition(nullptr);
-    QCOMPARE(window.proxyScene(), kept);
-    QTRY_VERIFY(!dropped);
-}
-
-void TestRuntimeWindows::outlivesDeletedNodes_data()
-{
-    const Rows<unsigned, unsigned> row("window", "deleted");
-    row("window", 10u, 10u);
-    row("composed window", 12u, 12u);
-    row("composition", 12u, 20u);
-    row("layer", 12u, 21u);
-}
-
-void TestRuntimeWindows::outlivesDeletedNodes()
-{
-    QFETCH(unsigned, window);
-    QFETCH(unsigned, deleted);
-    const RuntimeProject project((std::string(screens) + users).c_str());
-    const std::unique_ptr<WindowBasic> shown(
-        qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(window)).widget));
-    shown->setAttribute(Qt::WA_DeleteOnClose, false);
-    shown->show();
-    const ProxyScene *scene = shown->proxyScene();
-    QVERIFY(project.node(deleted)->GetParent()->DeleteNode(deleted, true));
-    shown->onUpdateProperties();
-    shown->proxyScene()->updateGeometry();
-    const QImage picture = shown->grab().toImage();
-    QCOMPARE(shown->getNode() == nullptr, deleted == window);
-    QCOMPARE(scene->getNode() == nullptr, deleted == 10 || deleted == 20);
-    if (deleted == window) {
-        QCOMPARE(picture.pixelColor(picture.rect().bottomRight()),
-                 shown->palette().color(QPalette::Window));
-        shown->hide();
-        QVERIFY(shown->close()); // nobody can hold the right to close what is gone
-    } else {
-        auto &composite = dynamic_cast<WindowComposite &>(*shown);
-        QCOMPARE(composite.composition() == nullptr, deleted == 20);
-        composite.LoadComposition(project.node<BasicComposition>(23));
-        QVERIFY(isLive(project, 25));
+    void takesItsNodesProperties()
+    {
+        const RuntimeProject project(screens);
+        auto *node = project.node<BasicWindow>(10);
+        WindowForm window(node, nullptr);
+        QCOMPARE(window.geometry(), QRect(30, 40, 200, 100));
+        QCOMPARE(window.getStrTitle(), QStringLiteral("Form"));
+        QCOMPARE(window.getModality(), Qt::ApplicationModal);
+        QVERIFY(window.getTitleVisible() && window.getCloseBtnVisible() && !window.getFrameFlag());
+        QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
+        QVERIFY(window.viewport()->hasMouseTracking());
+        window.move(500, 300); // stays unless the geometry is what changes
+        QVERIFY(node->SetPropertyText("closeButton", "false").IsSuccess());
+        QTRY_COMPARE(window.getTitleHeight(), 0);
+        QCOMPARE(window.pos(), QPoint(500, 300));
+        QVERIFY(node->SetPropertyText("width", "250").IsSuccess());
+        QTRY_COMPARE(window.geometry(), QRect(30, 40, 250, 100));
     }
-}
 
-void TestRuntimeWindows::outlivesDialogsOfItsElements_data()
-{
-    const Rows<unsigned, bool> row("window", "framed");
-    row("closed", 10u, false);
-    row("closed in its frame", 10u, true);
-    row("composition changed", 12u, false);
-}
+    void editingCentresInTheParent_data()
+    {
+        const Rows<QSize, QRect> row("parent", "expected");
+        row("none", {}, {30, 40, 200, 100});
+        row("larger", {400, 300}, {100, 100, 200, 100});
+        row("no room above", {400, 110}, {100, 20, 200, 100});
+        row("smaller", {100, 50}, {0, 20, 200, 100});
+    }
 
-// Meanwhile an action takes the window or its scene away.
-void TestRuntimeWindows::outlivesDialogsOfItsElements()
-{
-    QFETCH(unsigned, window);
-    QFETCH(bool, framed);
-    const RuntimeProject project(screens);
-    auto *shown =
-        qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(window)).widget);
-    if (framed)
-        new FrameWindow(shown, nullptr);
-    WindowPlacement::present(*shown);
-    if (auto *composite = qobject_cast<WindowComposite *>(shown))
-        composite->LoadComposition(project.node<BasicComposition>(23));
-    DialogOnPress element;
-    element.scene = shown->proxyScene();
-    element.meanwhile = [&] {
+    void editingCentresInTheParent()
+    {
+        QFETCH(QSize, parent);
+        const RuntimeProject project(screens, Nodes::WorkModeEditing);
+        QWidget holder;
+        holder.resize(parent);
+        const WindowForm window(project.node<BasicWindow>(10),
+                                parent.isValid() ? &holder : nullptr);
+        QTEST(window.geometry(), "expected");
+        QVERIFY(window.getStrTitle().isEmpty() && !window.getTitleVisible());
+    }
+
+    // Minimizing runs no list, yet it switches the elements too.
+    void everyShowAndHideRunsItsListAndSwitchesElements()
+    {
+        RuntimeProject project(screens);
+        project.record({29, 30});
+        WindowForm window(project.node<BasicWindow>(10), nullptr);
+        for (int round = 0; round < 2; ++round) {
+            window.show();
+            QVERIFY(isLive(project, 15));
+            window.showMinimized();
+            QTRY_VERIFY(!isLive(project, 15));
+            window.showNormal();
+            QTRY_VERIFY(isLive(project, 15));
+            window.hide();
+            QVERIFY(!isLive(project, 15));
+            QCOMPARE(project.ran(), QStringLiteral("opened closed"));
+        }
+    }
+
+    void keptSceneComesBackAndDroppedOneGoes()
+    {
+        const RuntimeProject project(screens);
+        WindowComposite window(project.node<BasicWindow>(12), nullptr);
+        window.show();
+        ProxyScene *kept = window.proxyScene();
+        QVERIFY(isLive(project, 22));
+        window.LoadComposition(project.node<BasicComposition>(23));
+        const QPointer<ProxyScene> dropped = window.proxyScene();
+        QVERIFY(dropped != kept);
+        QVERIFY(!isLive(project, 22) && isLive(project, 25));
+        QCOMPARE(window.composition(), project.node<BasicComposition>(23));
+        window.LoadComposition(project.node<BasicComposition>(20));
+        QCOMPARE(window.proxyScene(), kept);
+        QVERIFY(isLive(project, 22));
+        window.LoadComposition(nullptr);
+        QCOMPARE(window.proxyScene(), kept);
+        QTRY_VERIFY(!dropped);
+    }
+
+    void outlivesDeletedNodes_data()
+    {
+        const Rows<unsigned, unsigned> row("window", "deleted");
+        row("window", 10u, 10u);
+        row("composed window", 12u, 12u);
+        row("composition", 12u, 20u);
+        row("layer", 12u, 21u);
+    }
+
+    void outlivesDeletedNodes()
+    {
+        QFETCH(unsigned, window);
+        QFETCH(unsigned, deleted);
+        const RuntimeProject project((std::string(screens) + users).c_str());
+        const std::unique_ptr<WindowBasic> shown(qobject_cast<WindowBasic *>(
+            project.manager->createWindow(project.node(window)).widget));
+        shown->setAttribute(Qt::WA_DeleteOnClose, false);
+        shown->show();
+        const ProxyScene *scene = shown->proxyScene();
+        QVERIFY(project.node(deleted)->GetParent()->DeleteNode(deleted, true));
+        shown->onUpdateProperties();
+        shown->proxyScene()->updateGeometry();
+        const QImage picture = shown->grab().toImage();
+        QCOMPARE(shown->getNode() == nullptr, deleted == window);
+        QCOMPARE(scene->getNode() == nullptr, deleted == 10 || deleted == 20);
+        if (deleted == window) {
+            QCOMPARE(picture.pixelColor(picture.rect().bottomRight()),
+                     shown->palette().color(QPalette::Window));
+            shown->hide();
+            QVERIFY(shown->close()); // nobody can hold the right to close what is gone
+        } else {
+            auto &composite = dynamic_cast<WindowComposite &>(*shown);
+            QCOMPARE(composite.composition() == nullptr, deleted == 20);
+            composite.LoadComposition(project.node<BasicComposition>(23));
+            QVERIFY(isLive(project, 25));
+        }
+    }
+
+    void outlivesDialogsOfItsElements_data()
+    {
+        const Rows<unsigned, bool> row("window", "framed");
+        row("closed", 10u, false);
+        row("closed in its frame", 10u, true);
+        row("composition changed", 12u, false);
+    }
+
+    // Meanwhile an action takes the window or its scene away.
+    void outlivesDialogsOfItsElements()
+    {
+        QFETCH(unsigned, window);
+        QFETCH(bool, framed);
+        const RuntimeProject project(screens);
+        auto *shown =
+            qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(window)).widget);
+        if (framed)
+            new FrameWindow(shown, nullptr);
+        WindowPlacement::present(*shown);
         if (auto *composite = qobject_cast<WindowComposite *>(shown))
-            composite->LoadComposition(project.node<BasicComposition>(20));
-        else
-            QVERIFY(project.manager->closeWindow(window, shown));
-    };
-    for (ProxyWidget *host : shown->proxyScene()->getLayers().first()->getWidgets())
-        host->installEventFilter(&element);
-    QTest::mousePress(shown->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
-    QVERIFY(element.wasSceneThere);
-    QTRY_VERIFY(!element.scene);
-    QCOMPARE(project.openWindows(window), window == 12 ? 1 : 0);
-}
+            composite->LoadComposition(project.node<BasicComposition>(23));
+        DialogOnPress element;
+        element.scene = shown->proxyScene();
+        element.meanwhile = [&] {
+            if (auto *composite = qobject_cast<WindowComposite *>(shown))
+                composite->LoadComposition(project.node<BasicComposition>(20));
+            else
+                QVERIFY(project.manager->closeWindow(window, shown));
+        };
+        for (ProxyWidget *host : shown->proxyScene()->getLayers().first()->getWidgets())
+            host->installEventFilter(&element);
+        QTest::mousePress(shown->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+        QVERIFY(element.wasSceneThere);
+        QTRY_VERIFY(!element.scene);
+        QCOMPARE(project.openWindows(window), window == 12 ? 1 : 0);
+    }
 
-void TestRuntimeWindows::openingIsMeasured()
-{
-    const RuntimeProject project(screens);
-    WindowForm window(project.node<BasicWindow>(10), nullptr);
-    OpeningTimer *timer = OpeningTimer::restart(window, OpeningTimer::Clock::now());
-    QSignalSpy painted(timer, &OpeningTimer::painted);
-    QSignalSpy live(timer, &OpeningTimer::valuesLive);
-    window.show();
-    QTRY_COMPARE(painted.size(), 1);
-    QVERIFY(live.isEmpty());
-    project.node<Nodes::BasicSignal>(33)->GetCell()->Publish(1.5);
-    QTRY_COMPARE(live.size(), 1);
-    QCOMPARE(live.first()[1].toInt(), 0);
-    QVERIFY(live.first()[0].toLongLong() >= painted.first()[0].toLongLong());
-}
+    void openingIsMeasured()
+    {
+        const RuntimeProject project(screens);
+        WindowForm window(project.node<BasicWindow>(10), nullptr);
+        OpeningTimer *timer = OpeningTimer::restart(window, OpeningTimer::Clock::now());
+        QSignalSpy painted(timer, &OpeningTimer::painted);
+        QSignalSpy live(timer, &OpeningTimer::valuesLive);
+        window.show();
+        QTRY_COMPARE(painted.size(), 1);
+        QVERIFY(live.isEmpty());
+        project.node<Nodes::BasicSignal>(33)->GetCell()->Publish(1.5);
+        QTRY_COMPARE(live.size(), 1);
+        QCOMPARE(live.first()[1].toInt(), 0);
+        QVERIFY(live.first()[0].toLongLong() >= painted.first()[0].toLongLong());
+    }
+};
 
 QTEST_MAIN(TestRuntimeWindows)
 #include "tst_runtime_windows.moc"
