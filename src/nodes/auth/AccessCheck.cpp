@@ -40,6 +40,15 @@ Result CheckAccess(enPrivilegeType privilege, const ConfigNode &node)
     return isAllowed ? Result() : Result(&node, Result::AccessDenied);
 }
 
+bool IsForbiddenToView(const ConfigNode &node)
+{
+    const systemCore *core = node.GetCore();
+    if (!core || core->GetWorkMode() != WorkModeRuntime)
+        return false;
+    const systemAuthentication *users = UsersFor(node);
+    return users && users->CheckAccess(PrivilegeView, node.GetNodeLink()) == PrivModeDenied;
+}
+
 void AppendDemands(const NodeLinks &actions, AccessDemands &demands)
 {
     for (const NodeLink &link : actions) {

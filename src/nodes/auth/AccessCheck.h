@@ -21,7 +21,11 @@ NODES_EXPORT std::string UserNameFor(const ConfigNode &node);
 /// missing, misspelt or out of place, nobody may do more than look. Journals nothing. Any thread.
 [[nodiscard]] NODES_EXPORT Result CheckAccess(enPrivilegeType privilege, const ConfigNode &node);
 
-/// The same; a refusal is journalled with the user, `what` saying what was refused.
+/// Whether, at run time, a rule forbids the current user to view the node. Roles that speak of
+/// screens need not speak of the signals on them: without a rule nothing is forbidden. Any thread.
+[[nodiscard]] NODES_EXPORT bool IsForbiddenToView(const ConfigNode &node);
+
+/// The same as CheckAccess; a refusal is journalled with the user, `what` saying what was refused.
 [[nodiscard]] NODES_EXPORT Result DemandAccess(enPrivilegeType privilege, const ConfigNode &node,
                                                const std::string &what);
 

@@ -40,6 +40,11 @@ SignalValue BasicSignal::GetValue() const
     return m_cell->Value();
 }
 
+SignalValue BasicSignal::GetShownValue() const
+{
+    return IsForbiddenToView(*this) ? SignalValue(Result(this, Result::AccessDenied)) : GetValue();
+}
+
 SignalValue BasicSignal::Convert(const SignalValue &value) const
 {
     const SignalValue converted = value.ConvertedTo(GetValueType());

@@ -31,6 +31,10 @@ public:
     /// Copy of the latest value; any thread.
     SignalValue GetValue() const;
 
+    /// The value as the current user may see it: AccessDenied in place of one that a rule forbids
+    /// to view. Whatever shows values reads them here. Any thread.
+    SignalValue GetShownValue() const;
+
     enSignalValueType GetValueType() const { return enSignalValueType(m_valueType); }
     const std::string &GetUnit() const { return m_unit; }
     /// Decimals shown, 0 to 9.

@@ -2,6 +2,7 @@
 
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 
@@ -63,6 +64,8 @@ AlarmMark AlarmMark::OfZone(LimitZones::enZone zone)
 
 AlarmMark AlarmMark::Of(const BasicSignal &signal)
 {
+    if (IsForbiddenToView(signal))
+        return {};
     const systemCore *core = signal.GetCore();
     const systemAlarming *alarming = core ? core->GetSystemAlarming() : nullptr;
     if (!alarming) {

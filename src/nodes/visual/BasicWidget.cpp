@@ -1,7 +1,6 @@
 #include "nodes/visual/BasicWidget.h"
 
 #include "nodes/auth/AccessCheck.h"
-#include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/BasicProperty.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
@@ -12,14 +11,6 @@ namespace Nodes {
 namespace {
 
 constexpr unsigned signalProperty = 12001;
-
-// Roles that speak of screens need not speak of the signals on them; but what a rule forbids to
-// view shows nowhere.
-bool isForbiddenToView(const BasicSignal *signal)
-{
-    const systemAuthentication *users = signal ? UsersFor(*signal) : nullptr;
-    return users && users->CheckAccess(PrivilegeView, signal) == PrivModeDenied;
-}
 
 } // namespace
 
@@ -78,7 +69,7 @@ SignalValue BasicWidget::GetValue() const
     if (m_signal.isEmpty())
         return SignalValue();
     const BasicSignal *signal = GetSignal();
-    return signal ? signal->GetValue()
+    return signal ? signal->GetShownValue()
                   : SignalValue(Result(this, Result::NotFound,
                                        "signal " + std::to_string(m_signal.GetNodeId())));
 }
@@ -101,7 +92,7 @@ enAccessDeniedAction BasicWidget::findDenial() const
     const systemCore *core = GetCore();
     if (!core || core->GetWorkMode() != WorkModeRuntime)
         return AccessDeniedRefuse;
-    if (!CheckAccess(PrivilegeView, *this) || isForbiddenToView(GetSignal()))
+    if (!CheckAccess(PrivilegeView, *this) || m_isForbiddenToView)
         return AccessDeniedHide;
     AccessDemands demands;
     CollectDemands(demands);
@@ -110,6 +101,8 @@ enAccessDeniedAction BasicWidget::findDenial() const
 
 enAccessDeniedAction BasicWidget::JudgeAccess()
 {
+    const BasicSignal *signal = GetSignal();
+    m_isForbiddenToView = signal && IsForbiddenToView(*signal);
     m_denial = findDenial();
     return m_denial;
 }
@@ -138,10 +131,18 @@ void BasicWidget::subscribe()
         m_subscription.reset();
         return;
     }
+    m_isForbiddenToView = IsForbiddenToView(*signal);
     if (!m_subscription)
         m_subscription = std::make_unique<ValueSubscription>();
     m_subscription->Connect(signal->GetCell(),
-                            [this](const SignalValue &value) { NotifyValueChanged(value); });
+                            [this](const SignalValue &value) { NotifyShown(value); });
+}
+
+// Judged before: asking for each value would slow down whoever publishes.
+void BasicWidget::NotifyShown(const SignalValue &value) const
+{
+    NotifyValueChanged(m_isForbiddenToView ? SignalValue(Result(this, Result::AccessDenied))
+                                           : value);
 }
 
 void BasicWidget::OnPropertyChanged(const PropertyDescriptor &descriptor)

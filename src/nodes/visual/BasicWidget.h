@@ -8,6 +8,8 @@
 #include "nodes/values/ValueSubscription.h"
 #include "nodes/visual/ActionLists.h"
 
+#include <atomic>
+
 namespace Nodes {
 
 class BasicSignal;
@@ -45,8 +47,8 @@ public:
     /// The signal shown; null when none is set or it is gone.
     BasicSignal *GetSignal() const;
     const NodeLink &GetSignalLink() const { return m_signal; }
-    /// Latest value of that signal; an error value when the link leads nowhere, empty when there
-    /// is no link.
+    /// Latest value of that signal, as far as the current user may view it; an error value when
+    /// the link leads nowhere, empty when there is no link.
     virtual SignalValue GetValue() const;
     /// Text the element shows; quality is not part of it.
     virtual std::string GetDisplayText() const;
@@ -73,6 +75,8 @@ protected:
     static void Describe(KindBuilder &builder);
     friend class KindBuilder;
     void OnPropertyChanged(const PropertyDescriptor &descriptor) override;
+    /// NotifyValueChanged with a value of the signal shown, unless its view is forbidden.
+    void NotifyShown(const SignalValue &value) const;
 
 private:
     void subscribe();
@@ -98,6 +102,7 @@ private:
     NodeLinks m_onFocusLoss;
     NodeLinks m_afterWrite;
     int m_starts = 0;
+    std::atomic<bool> m_isForbiddenToView{false};      // the signal's value, when last judged
     std::unique_ptr<ValueSubscription> m_subscription; // only while started
 };
 

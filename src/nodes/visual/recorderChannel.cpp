@@ -38,7 +38,7 @@ BasicSignal *recorderChannel::GetSignal() const
 SignalValue recorderChannel::GetValue() const
 {
     const BasicSignal *signal = GetSignal();
-    return signal ? signal->GetValue() : SignalValue(Result(this, Result::NotFound, "signal"));
+    return signal ? signal->GetShownValue() : SignalValue(Result(this, Result::NotFound, "signal"));
 }
 
 std::string recorderChannel::FormatNumber(double number) const
@@ -58,6 +58,17 @@ AlarmMark recorderChannel::GetAlarmMark() const
 {
     const BasicSignal *signal = GetSignal();
     return signal ? AlarmMark::Of(*signal) : AlarmMark();
+}
+
+ValueExtremes::State recorderChannel::GetExtremes() const
+{
+    ValueExtremes::State state = m_extremes->Get();
+    const BasicSignal *signal = GetSignal();
+    if (signal && IsForbiddenToView(*signal)) {
+        state.minimum.reset();
+        state.maximum.reset();
+    }
+    return state;
 }
 
 void recorderChannel::follow()
@@ -96,7 +107,8 @@ Result recorderChannel::ResetExtremes()
     const ValueExtremes::State before = m_extremes->Get();
     if (result) {
         m_extremes->Reset();
-        m_extremes->Take(GetValue());
+        if (const BasicSignal *signal = GetSignal())
+            m_extremes->Take(signal->GetValue());
     }
     journal(result, before);
     return result;

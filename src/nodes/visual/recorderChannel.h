@@ -20,7 +20,7 @@ public:
     static KindInfo Kind();
 
     BasicSignal *GetSignal() const;
-    /// The signal's value; an error value without a signal.
+    /// The signal's value, as far as the current user may view it; an error value without one.
     SignalValue GetValue() const;
     /// The node's name when no text is set.
     const std::string &GetText() const { return m_text.empty() ? GetName() : m_text; }
@@ -30,7 +30,8 @@ public:
     /// Of the signal's alarms; none without a signal.
     AlarmMark GetAlarmMark() const;
 
-    ValueExtremes::State GetExtremes() const { return m_extremes->Get(); }
+    /// Without numbers for a user who may not view the signal.
+    ValueExtremes::State GetExtremes() const;
     /// Begins anew with the present value, on behalf of the current user: AccessDenied without the
     /// command privilege. Both outcomes are journalled.
     [[nodiscard]] Result ResetExtremes();

@@ -76,7 +76,7 @@ AlarmMark widgetBargraph::GetAlarmMark() const
 std::optional<SignalValue> widgetBargraph::GetSetPoint() const
 {
     const auto *signal = dynamic_cast<const BasicSignal *>(m_setPoint.GetNode());
-    return signal ? std::optional(signal->GetValue()) : std::nullopt;
+    return signal ? std::optional(signal->GetShownValue()) : std::nullopt;
 }
 
 std::string widgetBargraph::GetUnit() const
@@ -107,7 +107,7 @@ void widgetBargraph::followSetPoint()
     const BasicSignal *shown = GetSignal();
     const std::shared_ptr<ValueCell> cell = shown ? shown->GetCell() : nullptr;
     m_setPointValues.Connect(signal->GetCell(), [this, cell](const SignalValue &) {
-        NotifyValueChanged(cell ? cell->Value() : SignalValue());
+        NotifyShown(cell ? cell->Value() : SignalValue());
     });
 }
 

@@ -44,8 +44,9 @@ Result widgetRecorderDigitalDisplay::Start()
         if (!signal)
             continue;
         m_channelValues.push_back(std::make_unique<ValueSubscription>());
+        // Something changed; what of it may be viewed, the channels tell.
         m_channelValues.back()->Connect(
-            signal->GetCell(), [this](const SignalValue &value) { NotifyValueChanged(value); });
+            signal->GetCell(), [this](const SignalValue &) { NotifyValueChanged(SignalValue()); });
     }
     return started;
 }

@@ -1,6 +1,7 @@
 #include "widgets/elements/ElementTooltip.h"
 
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
@@ -97,8 +98,10 @@ QString ElementTooltip::text(const Nodes::BasicWidget &node)
         return lines.join(QLatin1Char('\n'));
     const Nodes::BasicSignal *signal = node.GetSignal();
     const Nodes::SignalValue value = node.GetValue();
-    lines << line("Сигнал", signal ? signal->GetPath() : "не найден")
-          << line("Качество", Nodes::QualityName(value.GetQuality()))
+    lines << line("Сигнал", signal ? signal->GetPath() : "не найден");
+    if (signal && Nodes::IsForbiddenToView(*signal))
+        return (lines << QStringLiteral("Нет прав на просмотр")).join(QLatin1Char('\n'));
+    lines << line("Качество", Nodes::QualityName(value.GetQuality()))
           << line(value.IsGood() ? "Значение" : "Последнее значение", valueText(value, signal))
           << line("Время", Utils::timeText(value.GetSourceTime()).toStdString());
     const std::string reason = reasonText(value);

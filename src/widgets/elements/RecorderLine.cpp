@@ -71,6 +71,10 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     line.quality = value.GetQuality();
     line.mark = channel.GetAlarmMark();
     line.value = QLatin1String(Nodes::NoValueText);
+    if (value.IsError() && value.GetError() == Nodes::Result::AccessDenied) {
+        line.value = QStringLiteral("Нет прав");
+        line.unit.clear();
+    }
     if (hasExtremes)
         line.extremes = extremesOf(channel);
     const double number = value.ToDouble();

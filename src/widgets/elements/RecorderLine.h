@@ -20,7 +20,7 @@ namespace Widgets {
 struct RecorderLine
 {
     QString name;
-    QString value; ///< dashes for a bad one
+    QString value; ///< dashes for a bad one, words for one the user may not view
     QString unit;
     QString extremes; ///< "" when not shown
     Nodes::Quality quality = Nodes::Quality::Bad;

@@ -137,7 +137,13 @@ void ProxyWidget::start()
 void ProxyWidget::judgeAccess()
 {
     Nodes::BasicWidget *node = m_element ? getNode() : nullptr;
-    if (!node || node->JudgeAccess() == m_denial)
+    if (!node)
+        return;
+    const bool isSame = node->JudgeAccess() == m_denial;
+    // An element may show other signals beside its own, and an edit belongs to who began it.
+    if (isSame && m_element->isActive())
+        m_element->onValueUpdated(node->GetValue());
+    if (isSame)
         return;
     m_denial = node->GetDenial();
     takeVisible(*node);

@@ -2,6 +2,8 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
+#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 #include "widgets/menus/MirelMenu.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
@@ -53,6 +55,7 @@ class TestAccess : public QObject
 private slots:
     void elementsFollowTheUser_data();
     void elementsFollowTheUser();
+    void forbiddenValuesShowNowhere();
     void windowsNotToBeViewedAreRefused();
 };
 
@@ -100,6 +103,59 @@ void TestAccess::elementsFollowTheUser()
     QCOMPARE(menuLook(), Usable);
     project.set(18, "enabled", "false");
     QTRY_COMPARE(looks(21, 27), ofGuests);
+}
+
+void TestAccess::forbiddenValuesShowNowhere()
+{
+    const RuntimeProject project(QByteArray(plant) + R"(
+<memorySignal id="61" name="Gauge"><alarmLimit id="66" name="a" type="L" limit="90"/></memorySignal>
+<window id="60" name="Gauges" width="600" height="300">
+<recorderDisplay id="62" name="R" width="300" height="100"><recorderChannel id="63" name="c" signal="30"/>
+  <recorderChannel id="64" name="d" signal="61"/></recorderDisplay>
+<bargraph id="65" name="B" x="300" width="100" height="260" signal="61" setPoint="30"/>
+<multiLabel id="67" name="L" y="150" signal="30"><state id="68" name="on" from="0" to="99" text="Вкл"/></multiLabel>
+</window>)");
+    project.publish(30, 37.5);
+    project.publish(61, 50.0);
+    const auto *window =
+        qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(60)).widget);
+    const auto hosted = [window](unsigned id) {
+        for (const ProxyWidget *host : window->proxyScene()->getLayers().first()->getWidgets()) {
+            if (host->getNodeLink().GetNodeId() == id)
+                return host->widget();
+        }
+        return static_cast<QWidget *>(nullptr);
+    };
+    auto *board = qobject_cast<qwidgetRecorderDigitalDisplay *>(hosted(62));
+    auto *label = project.node<Nodes::BasicWidget>(67);
+    QStringList handedOver;
+    const Nodes::ScopedConnection values = label->ConnectValueChanged(
+        [&](const Nodes::SignalValue &value) { handedOver << value.ToString().c_str(); });
+    const auto tooltip = [label] { return ElementTooltip::text(*label); };
+    const auto verifyForbidden = [&] {
+        QTRY_COMPARE(board->shownText(), QString("Нет прав\n50.0"));
+        QVERIFY2(board->extremesText(0).startsWith("мин –  макс –"),
+                 qPrintable(board->extremesText(0)));
+        QVERIFY(label->GetDisplayText().find("37.5") == std::string::npos &&
+                label->GetDisplayText() != "Вкл");
+        QVERIFY2(tooltip().contains("Нет прав на просмотр") && !tooltip().contains("37"),
+                 qPrintable(tooltip()));
+        project.publish(30, 37.5);
+        QVERIFY(!handedOver.takeLast().contains("37"));
+    };
+    verifyForbidden();
+    const QImage withoutSetPoint = hosted(65)->grab().toImage();
+    auto *users = project.node<Nodes::systemAuthentication>(10);
+    QVERIFY(users->Authenticate(project.node(18)));
+    QTRY_COMPARE(board->shownText(), QString("37.5\n50.0")); // no new value came
+    QVERIFY(board->extremesText(0).startsWith("мин 37.5"));
+    QVERIFY(tooltip().contains("37.5"));
+    QTRY_VERIFY(hosted(65)->grab().toImage() != withoutSetPoint);
+    project.publish(30, 37.5);
+    QCOMPARE(handedOver.takeLast(), QString("37.5"));
+    users->Logout();
+    verifyForbidden();
+    QTRY_COMPARE(hosted(65)->grab().toImage(), withoutSetPoint);
 }
 
 void TestAccess::windowsNotToBeViewedAreRefused()
