@@ -1,7 +1,7 @@
 #include "apps/station/DataDirectory.h"
 
 #include <QDir>
-#include <QLockFile>
+#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -12,15 +12,6 @@ namespace {
 Nodes::Result failure(Nodes::Result::ResultType type, const QString &text)
 {
     return {type, text.toStdString()};
-}
-
-QString holderOf(const QLockFile &lock)
-{
-    qint64 process = 0;
-    QString host, program;
-    if (!lock.getLockInfo(&process, &host, &program))
-        return QStringLiteral("another process");
-    return QStringLiteral("process %1 (%2) on %3").arg(process).arg(program, host);
 }
 
 } // namespace
@@ -52,19 +43,7 @@ Nodes::Result DataDirectory::open(const QString &path)
                        QStringLiteral("cannot create the data directory \"%1\"; name another one "
                                       "with --data")
                            .arg(m_path));
-    m_lock = std::make_unique<QLockFile>(QDir(m_path).filePath(QStringLiteral("station.lock")));
-    m_lock->setStaleLockTime(0); // held for as long as its process lives
-    if (m_lock->tryLock())
-        return {};
-    if (m_lock->error() == QLockFile::LockFailedError)
-        return failure(Nodes::Result::Refused,
-                       QStringLiteral("the data directory \"%1\" is used by %2; close that station "
-                                      "or name another directory with --data")
-                           .arg(m_path, holderOf(*m_lock)));
-    return failure(Nodes::Result::StorageError,
-                   QStringLiteral("cannot write to the data directory \"%1\"; check its rights or "
-                                  "name another one with --data")
-                       .arg(m_path));
+    return m_lock.take(QFile::encodeName(m_path).toStdString());
 }
 
 Nodes::Result DataDirectory::openTemporary()

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "apps/station/ProcessLock.h"
+
 #include "nodes/values/Result.h"
 
 #include <QString>
 
 #include <memory>
 
-class QLockFile;
 class QTemporaryDir;
 
 namespace Station {
@@ -22,8 +23,9 @@ public:
     /// Directory of a project in the user's data directory.
     static QString defaultPath(const QString &projectName);
 
-    /// Creates and locks the directory. StorageError when it cannot be written, Refused while
-    /// another process holds it: the detail says which.
+    /// Creates and locks the directory. StorageError when there is none to be had, Refused while
+    /// another process holds it: the detail says which. One that cannot be written is no failure:
+    /// the station shows the plant all the same, and its records are kept elsewhere meanwhile.
     [[nodiscard]] Nodes::Result open(const QString &path);
     /// Opens a fresh directory that is removed with this object.
     [[nodiscard]] Nodes::Result openTemporary();
@@ -33,7 +35,7 @@ public:
 private:
     QString m_path;
     std::unique_ptr<QTemporaryDir> m_temporary;
-    std::unique_ptr<QLockFile> m_lock;
+    ProcessLock m_lock;
 };
 
 /// `name` with everything that is neither letter, digit, '-' nor '_' replaced by '_'.

@@ -80,6 +80,8 @@ void StationOptions::applyPlatform() const
         setenv("QT_QPA_PLATFORM", platform.c_str(), 1);
     else if (takesScreenshots() && !hasDisplay())
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    // Nothing here draws with OpenGL, but under X Qt would load it, and a compiler with it.
+    setenv("QT_XCB_GL_INTEGRATION", "none", 0);
 }
 
 } // namespace Station

@@ -1,3 +1,4 @@
+#include "apps/station/StandardStreams.h"
 #include "apps/station/StationApplication.h"
 #include "apps/station/StationOptions.h"
 
@@ -26,6 +27,7 @@ void useUnicodePaths()
 
 int main(int argc, char **argv)
 {
+    Station::StandardStreams::outliveReaders();
     useUnicodePaths();
     Station::StationOptions options;
     if (const auto done = options.parse(argc, argv))

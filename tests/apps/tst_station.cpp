@@ -11,6 +11,9 @@
 
 #include <csignal>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr int patience = 30000; // ms, on a loaded machine
@@ -35,14 +38,20 @@ private slots:
     void takesPictures();
     void endsOnSignal_data();
     void endsOnSignal();
+    void guardsItsDataDirectory_data();
     void guardsItsDataDirectory();
+    void passesOverDeadLocks_data();
+    void passesOverDeadLocks();
+    void outlivesTheReaderOfItsLog_data();
+    void outlivesTheReaderOfItsLog();
     void hashesPasswords_data();
     void hashesPasswords();
 
 private:
     QString write(const QByteArray &text) const;
-    void start(QProcess &station, const QStringList &arguments) const;
-    void startGood(QProcess &station) const;
+    /// By a line of the shell, if there is one, which finds program and arguments in $0 and $@.
+    void start(QProcess &station, const QStringList &arguments, const QString &shell = {}) const;
+    void startGood(QProcess &station, const QString &shell = {}) const;
     int finish(QProcess &station) const;
 
     std::unique_ptr<QTemporaryDir> m_directory;
@@ -61,19 +70,23 @@ QString StationTest::write(const QByteArray &text) const
     return file.fileName();
 }
 
-void StationTest::start(QProcess &station, const QStringList &arguments) const
+void StationTest::start(QProcess &station, const QStringList &arguments, const QString &shell) const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // as of a bare account
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     environment.insert(QStringLiteral("XDG_DATA_HOME"), m_directory->filePath(QStringLiteral("x")));
     station.setProcessEnvironment(environment);
-    station.start(QStringLiteral(STATION_BINARY_DIR "/bin/station"), arguments);
+    const QString program = QStringLiteral(STATION_BINARY_DIR "/bin/station");
+    if (shell.isEmpty())
+        station.start(program, arguments);
+    else
+        station.start(QStringLiteral("sh"), QStringList{"-c", shell, program} + arguments);
 }
 
-void StationTest::startGood(QProcess &station) const
+void StationTest::startGood(QProcess &station, const QString &shell) const
 {
-    start(station, {write(goodProject), "--data", m_directory->filePath("data")});
+    start(station, {write(goodProject), "--data", m_directory->filePath("data")}, shell);
     // The journal is opened after the handlers of signals are installed.
     const QString journal = m_directory->filePath("data/journal.sqlite");
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal), patience);
@@ -147,19 +160,83 @@ void StationTest::endsOnSignal()
     startGood(station);
     ::kill(pid_t(station.processId()), signal);
     QCOMPARE(finish(station), 0);
-    QVERIFY(!QFile::exists(m_directory->filePath("data/station.lock")));
+    QCOMPARE(QFileInfo(m_directory->filePath("data/station.lock")).size(), 0);
+}
+
+void StationTest::guardsItsDataDirectory_data()
+{
+    QTest::addColumn<bool>("hasFile");
+    QTest::newRow("by its file") << true;
+    // As on a full disk; a station that finds room later must see this one all the same.
+    QTest::newRow("by itself") << false;
 }
 
 void StationTest::guardsItsDataDirectory()
 {
+    QFETCH(bool, hasFile);
+    const QString lock = m_directory->filePath("data/station.lock");
+    QVERIFY(hasFile || QDir().mkpath(lock));
     QProcess first, second;
     startGood(first);
+    QVERIFY(hasFile || QDir().rmdir(lock));
     startGood(second);
     QCOMPARE(finish(second), 1);
     const QByteArray said = second.readAllStandardError();
-    QVERIFY2(said.contains("process " + QByteArray::number(first.processId())), said);
+    const QByteArray holder =
+        hasFile ? "process " + QByteArray::number(first.processId()) : "another process";
+    QVERIFY2(said.contains("is used by " + holder), said);
     first.terminate();
     QCOMPARE(finish(first), 0);
+}
+
+void StationTest::passesOverDeadLocks_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("empty: the disk was full") << QByteArray();
+    QTest::newRow("garbage") << QByteArray("\xff\0\n\n-1", 6);
+    QTest::newRow("of a process that lives, but is no station")
+        << QByteArray::number(QCoreApplication::applicationPid()) + "\ntst\nhere\n";
+}
+
+void StationTest::passesOverDeadLocks()
+{
+    QFETCH(QByteArray, content);
+    QVERIFY(QDir().mkpath(m_directory->filePath("data")));
+    QFile lock(m_directory->filePath("data/station.lock"));
+    QVERIFY(lock.open(QIODevice::WriteOnly) && lock.write(content) == content.size());
+    lock.close();
+    QProcess station;
+    startGood(station);
+    station.terminate();
+    QCOMPARE(finish(station), 0);
+}
+
+void StationTest::outlivesTheReaderOfItsLog_data()
+{
+    QTest::addColumn<bool>("isGone");
+    QTest::newRow("gone") << true;
+    QTest::newRow("stopped reading") << false;
+}
+
+void StationTest::outlivesTheReaderOfItsLog()
+{
+    QFETCH(bool, isGone);
+    int ends[2];
+    QVERIFY(::pipe(ends) == 0);
+    const int flags = ::fcntl(ends[1], F_GETFL);
+    ::fcntl(ends[1], F_SETFL, flags | O_NONBLOCK);
+    while (::write(ends[1], &ends, sizeof ends) > 0) {
+    }
+    ::fcntl(ends[1], F_SETFL, flags);
+    if (isGone)
+        ::close(ends[0]);
+    QProcess station;
+    startGood(station, "exec \"$0\" \"$@\" 2>&" + QString::number(ends[1]));
+    station.terminate();
+    QCOMPARE(finish(station), 0);
+    ::close(ends[1]);
+    if (!isGone)
+        ::close(ends[0]);
 }
 
 void StationTest::hashesPasswords_data()
