@@ -17,7 +17,7 @@ public:
     {
         QPlatformScreen *stock = QGuiApplication::primaryScreen()->handle();
         for (int i = 0; i < count; ++i)
-            siblings().append(new Screen(i));
+            siblings().append(new Screen(topLeft(i), i));
         for (QPlatformScreen *screen : siblings())
             QWindowSystemInterface::handleScreenAdded(screen, screen == siblings().first());
         QWindowSystemInterface::handleScreenRemoved(stock);
@@ -29,6 +29,24 @@ public:
         QPlatformScreen *gone = QGuiApplication::screens().at(number)->handle();
         siblings().removeOne(gone);
         QWindowSystemInterface::handleScreenRemoved(gone);
+    }
+
+    /// As if one more was plugged in, to the right of those that there would be.
+    static void add()
+    {
+        const int number = siblings().size();
+        siblings().append(new Screen(topLeft(number), number));
+        QWindowSystemInterface::handleScreenAdded(siblings().last(), false);
+    }
+
+    /// As if its resolution was changed.
+    static void resize(int number, const QSize &size)
+    {
+        QScreen *screen = QGuiApplication::screens().at(number);
+        auto *platform = static_cast<Screen *>(screen->handle());
+        platform->area.setSize(size);
+        QWindowSystemInterface::handleScreenGeometryChange(screen, platform->area, platform->area);
+        QWindowSystemInterface::flushWindowSystemEvents();
     }
 
     static QPoint topLeft(int number) { return {number * Size.width(), 0}; }
@@ -43,13 +61,15 @@ private:
     class Screen : public QPlatformScreen
     {
     public:
-        explicit Screen(int number) : m_number(number) {}
+        Screen(const QPoint &topLeft, int number) : area(topLeft, Size), m_number(number) {}
         QList<QPlatformScreen *> virtualSiblings() const override { return siblings(); }
-        QRect geometry() const override { return {topLeft(m_number), Size}; }
+        QRect geometry() const override { return area; }
         int depth() const override { return 32; }
         QImage::Format format() const override { return QImage::Format_ARGB32_Premultiplied; }
         QString name() const override { return QStringLiteral("FAKE-%1").arg(m_number + 1); }
         QDpi logicalDpi() const override { return {96, 96}; }
+
+        QRect area;
 
     private:
         int m_number;

@@ -13,7 +13,11 @@ KindInfo BasicFrame::Kind()
         .Choice(BorderNone, "none", "Нет")
         .Choice(BorderDecorated, "decorated", "Окно с рамкой")
         .Property<&BasicFrame::m_windows>(17003, "windows", "Windows", "Окна")
-        .Refers({NodeType::TypeWindow});
+        .Refers({NodeType::TypeWindow})
+        .Property<&BasicFrame::m_fit>(17004, "fit", "Fit to display", "Масштаб на дисплее")
+        .Choice(FitAsDrawn, "asDrawn", "Как нарисовано")
+        .Choice(FitInside, "fit", "Вписать")
+        .Choice(FitFill, "fill", "Растянуть");
 }
 
 } // namespace Nodes

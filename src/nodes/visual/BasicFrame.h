@@ -10,17 +10,23 @@ class NODES_EXPORT BasicFrame : public ConfigNode
 public:
     enum enBorderType { BorderNone = 1, BorderDecorated = 2 };
 
+    /// How what was drawn for one size of display is shown on another: one unit a pixel; scaled as
+    /// a whole and centred; each axis stretched by itself.
+    enum enFit { FitAsDrawn = 0, FitInside = 1, FitFill = 2 };
+
     static KindInfo Kind();
 
-    /// 1-based number of the display; numbers without a display leave the frame where it is.
+    /// 1-based number of the display; a frame without its display shows on the primary one.
     int GetDisplayNo() const { return m_displayNo; }
     enBorderType GetBorderType() const { return enBorderType(m_borderType); }
+    enFit GetFit() const { return enFit(m_fit); }
     /// Windows shown in the frame, in order.
     const NodeLinks &GetWindows() const { return m_windows; }
 
 private:
     int m_displayNo = 1;
     int m_borderType = BorderNone;
+    int m_fit = FitAsDrawn;
     NodeLinks m_windows;
 };
 

@@ -50,7 +50,7 @@ WindowBasic *WindowOpening::open(const Nodes::BasicOpeningAction &action,
     if (!opened)
         return nullptr;
     WindowPlacement::decorate(*opened);
-    WindowPlacement::place(*opened, WindowPlacement::clientArea(action, window, display));
+    WindowPlacement::place(*opened, action, window, display);
     opened->setWindowTitle(QString::fromStdString(window.GetTitle()));
     WindowPlacement::present(*opened);
     return opened;

@@ -9,7 +9,6 @@
 #include "utils/ValueConversions.h"
 
 #include <QPointer>
-#include <QScreen>
 
 namespace Widgets {
 
@@ -17,12 +16,13 @@ namespace {
 
 // A point beyond the display means its edge, not the display beside it. The menu itself moves
 // away from the edges.
-QPoint onScreen(const QPoint &point, const QScreen *screen)
+QPoint onScreen(const QPoint &point, int display)
 {
-    if (!screen)
-        return point;
-    const QRect area = screen->geometry();
-    const QPoint there = area.topLeft() + point;
+    const QPoint there =
+        g_pWindowManager ? g_pWindowManager->mappingOn(display).toScreen(point) : point;
+    const QRect area = DisplayGeometry(display);
+    if (area.isNull())
+        return there;
     return {qBound(area.left(), there.x(), area.right()),
             qBound(area.top(), there.y(), area.bottom())};
 }
@@ -43,7 +43,7 @@ void qactionShowMenu::Execute()
     const QPointer<MirelMenu> menu = new MirelMenu(node, menuNode, frame);
     const QPoint point = node->isOpenedAtTrigger() && node->triggerPoint()
                              ? Utils::NPointToQPoint(*node->triggerPoint())
-                             : onScreen(Utils::NPointToQPoint(node->GetPoint()), ScreenAt(display));
+                             : onScreen(Utils::NPointToQPoint(node->GetPoint()), display);
     menu->exec(point);
     if (menu)
         menu->deleteLater();

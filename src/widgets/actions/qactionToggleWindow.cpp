@@ -33,7 +33,7 @@ void qactionToggleWindow::Execute()
     const bool isFramed = outer != window;
     outer->setParent(g_pWindowManager->getFrame(display),
                      isFramed ? outer->windowFlags() : Qt::Dialog | Qt::FramelessWindowHint);
-    WindowPlacement::place(*window, WindowPlacement::clientArea(*node, *target, display));
+    WindowPlacement::place(*window, *node, *target, display);
     WindowPlacement::present(*window);
 }
 

@@ -31,6 +31,31 @@ Span resizedSpan(Span span, bool movesStart, bool movesEnd, int delta, int minim
     return span;
 }
 
+QVector<QRect> availableScreens()
+{
+    QVector<QRect> screens;
+    for (const QScreen *screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    return screens;
+}
+
+/// Of the places that `placeOn` gives for each screen the one nearest to where the frame is.
+template <class PlaceOn>
+QPoint nearest(const QRect &frame, const QVector<QRect> &screens, PlaceOn placeOn)
+{
+    QPoint best = frame.topLeft();
+    int shortest = std::numeric_limits<int>::max();
+    for (const QRect &screen : screens) {
+        const QPoint place = placeOn(screen);
+        const int distance = (place - frame.topLeft()).manhattanLength();
+        if (distance < shortest) {
+            shortest = distance;
+            best = place;
+        }
+    }
+    return best;
+}
+
 } // namespace
 
 QRect FrameGeometry::resized(const QRect &start, int edges, const QPoint &delta,
@@ -49,30 +74,34 @@ QRect FrameGeometry::resized(const QRect &start, int edges, const QPoint &delta,
 
 QPoint FrameGeometry::reachable(const QRect &frame, int titleHeight, const QVector<QRect> &screens)
 {
-    QPoint best = frame.topLeft();
-    int shortest = std::numeric_limits<int>::max();
-    for (const QRect &screen : screens) {
+    return nearest(frame, screens, [&](const QRect &screen) {
         const int part = std::min(catchWidth, frame.width());
         const int left = screen.left() + part - frame.width();
         const int right = std::max(left, screen.right() + 1 - part);
         const int bottom = std::max(screen.top(), screen.bottom() + 1 - titleHeight);
-        const QPoint nearest(std::clamp(frame.x(), left, right),
-                             std::clamp(frame.y(), screen.top(), bottom));
-        const int distance = (nearest - frame.topLeft()).manhattanLength();
-        if (distance < shortest) {
-            shortest = distance;
-            best = nearest;
-        }
-    }
-    return best;
+        return QPoint(std::clamp(frame.x(), left, right),
+                      std::clamp(frame.y(), screen.top(), bottom));
+    });
 }
 
 QPoint FrameGeometry::reachable(const QRect &frame, int titleHeight)
 {
-    QVector<QRect> screens;
-    for (const QScreen *screen : QGuiApplication::screens())
-        screens.append(screen->availableGeometry());
-    return reachable(frame, titleHeight, screens);
+    return reachable(frame, titleHeight, availableScreens());
+}
+
+QPoint FrameGeometry::inside(const QRect &frame, const QVector<QRect> &screens)
+{
+    return nearest(frame, screens, [&](const QRect &screen) {
+        const int right = std::max(screen.left(), screen.right() + 1 - frame.width());
+        const int bottom = std::max(screen.top(), screen.bottom() + 1 - frame.height());
+        return QPoint(std::clamp(frame.x(), screen.left(), right),
+                      std::clamp(frame.y(), screen.top(), bottom));
+    });
+}
+
+QPoint FrameGeometry::inside(const QRect &frame)
+{
+    return inside(frame, availableScreens());
 }
 
 } // namespace Widgets

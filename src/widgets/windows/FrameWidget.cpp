@@ -1,19 +1,98 @@
 #include "widgets/windows/FrameWidget.h"
 
+#include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OverlayWidget.h"
 #include "widgets/windows/OverlayWindows.h"
+#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include <QCloseEvent>
 
 namespace Widgets {
+
+namespace {
+
+// Around a fitted frame; like the background that windows have unless told otherwise.
+const QColor surround(214, 218, 222);
+
+// Where the window is drawn: its widget may be smaller.
+QRect drawnAt(const QWidget &widget)
+{
+    const auto *window = qobject_cast<const WindowBasic *>(&widget);
+    return window && !window->nodeGeometry().isNull() ? window->nodeGeometry() : widget.geometry();
+}
+
+} // namespace
 
 FrameWidget::FrameWidget(QWidget *parent) : QWidget(parent)
 {
     if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
         connect(&OverlayWindows::instance(), &OverlayWindows::changed, this,
                 &FrameWidget::updateOverlay);
+}
+
+void FrameWidget::setWindows(const QList<QWidget *> &windows)
+{
+    m_windows.clear();
+    m_drawn = QRect(0, 0, 0, 0);
+    for (QWidget *window : windows) {
+        m_drawn = m_windows.isEmpty() ? drawnAt(*window) : m_drawn | drawnAt(*window);
+        m_windows.append(window);
+        window->setParent(this);
+        window->show(); // appears with the frame
+    }
+    takeMapping(FrameMapping(), m_drawn.topLeft());
+    setFixedSize(m_drawn.size().boundedTo(DesktopSize()));
+    move(m_drawn.topLeft());
+}
+
+bool FrameWidget::isFitted() const
+{
+    return m_node && m_node->GetFit() != Nodes::BasicFrame::FitAsDrawn && !m_drawn.isEmpty();
+}
+
+void FrameWidget::takeDisplay(const QRect &display)
+{
+    if (display == m_display)
+        return;
+    m_display = display;
+    const auto *decoration = qobject_cast<const FrameWindow *>(parentWidget());
+    QRect area = display;
+    if (isFitted() && decoration)
+        area = decoration->clientArea(display);
+    const auto fit = m_node ? m_node->GetFit() : Nodes::BasicFrame::FitAsDrawn;
+    const FrameMapping mapping = FrameMapping::fitted(m_drawn, area, fit);
+    if (!isFitted())
+        area = mapping.toScreen(m_drawn);
+    setAutoFillBackground(isFitted());
+    setPalette(isFitted() ? QPalette(surround) : QPalette());
+    placeOuter(isFitted() ? display : area, area.size().boundedTo(DesktopSize()));
+    takeMapping(mapping, area.topLeft());
+}
+
+// A decorated frame that was drawn for a place has its title there, so that it can be seen.
+void FrameWidget::placeOuter(const QRect &area, const QSize &size)
+{
+    setFixedSize(size);
+    auto *decoration = qobject_cast<FrameWindow *>(parentWidget());
+    if (decoration)
+        decoration->resize(decoration->outerSize(size));
+    window()->move(area.topLeft());
+}
+
+void FrameWidget::takeMapping(const FrameMapping &mapping, const QPoint &corner)
+{
+    m_mapping = mapping;
+    for (WindowBasic *window : findChildren<WindowBasic *>())
+        WindowPlacement::remap(*window, mapping);
+    for (const QPointer<QWidget> &window : qAsConst(m_windows)) {
+        if (!window || window->parentWidget() != this)
+            continue;
+        const QRect place = mapping.toScreen(drawnAt(*window)).translated(-corner);
+        window->setGeometry(QRect(place.topLeft(), place.size().boundedTo(DesktopSize())));
+    }
 }
 
 void FrameWidget::updateOverlay()

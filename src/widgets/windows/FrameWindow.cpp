@@ -100,6 +100,13 @@ QSize FrameWindow::outerSize(const QSize &client) const
     return m_frame->outerSize(client);
 }
 
+QRect FrameWindow::clientArea(const QRect &outer) const
+{
+    const QSize border = outerSize({0, 0});
+    return {outer.topLeft() + QPoint(getFrameWidth(), getFrameWidth() + getTitleHeight()),
+            outer.size() - border};
+}
+
 void FrameWindow::adopt(QWidget *widget)
 {
     if (m_widget && m_widget != widget)

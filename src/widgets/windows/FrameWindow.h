@@ -46,6 +46,8 @@ public:
     int getTitleHeight() const;
     /// Outer size around a hosted widget of that size.
     QSize outerSize(const QSize &client) const;
+    /// Place of the hosted widget in a window with that outer geometry.
+    QRect clientArea(const QRect &outer) const;
 
     /// Hosts `widget` and takes its size; a widget hosted before is deleted.
     void setWidget(QWidget *widget);

@@ -6,6 +6,12 @@
 
 namespace Widgets {
 
+namespace {
+
+QSize assumedSize; // empty: the real displays count
+
+} // namespace
+
 int ScreenNumber(const QWidget *widget)
 {
     if (!widget)
@@ -36,6 +42,28 @@ QScreen *ScreenOf(const QRect &rectangle)
 {
     QScreen *screen = QGuiApplication::screenAt(rectangle.topLeft());
     return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+QRect DisplayGeometry(int number)
+{
+    if (!assumedSize.isEmpty() && number >= 0)
+        return {QPoint(number * assumedSize.width(), 0), assumedSize};
+    const QScreen *screen = ScreenAt(number);
+    return screen ? screen->geometry() : QRect();
+}
+
+QSize DesktopSize()
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    QRect all;
+    for (const QScreen *screen : screens)
+        all |= screen->geometry();
+    return assumedSize.expandedTo(all.size());
+}
+
+void AssumeDisplays(const QSize &size)
+{
+    assumedSize = size;
 }
 
 } // namespace Widgets

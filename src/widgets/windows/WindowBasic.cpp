@@ -104,10 +104,17 @@ bool WindowBasic::mayCloseAll(const QWidget &frame)
                        [](const WindowBasic *window) { return window->mayClose(); });
 }
 
+void WindowBasic::setMapping(const FrameMapping &mapping)
+{
+    m_mapping = mapping;
+    setTransform(mapping.viewTransform());
+}
+
 QSize WindowBasic::sizeHint() const
 {
     const BasicWindow *node = getNode();
-    return node && isRuntime() ? geometryOf(*node).size() : ProxyView::sizeHint();
+    return node && isRuntime() ? WindowPlacement::shownSize(m_mapping, geometryOf(*node))
+                               : ProxyView::sizeHint();
 }
 
 void WindowBasic::onUpdateProperties()
@@ -159,7 +166,8 @@ void WindowBasic::updateGeometryWindow()
     if (!m_node)
         return;
     setWindowTitle(QString::fromStdString(m_node->GetTitle()));
-    setGeometry(QRect(QPoint(0, 0), geometryOf(*m_node).size()));
+    const QSize size = isRuntime() ? sizeHint() : geometryOf(*m_node).size();
+    setGeometry(QRect(QPoint(0, 0), size));
     if (!isRuntime())
         return;
     const bool isResizable = getBorderType() == BasicWindow::BorderResizable;

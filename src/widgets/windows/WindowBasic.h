@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/scene/ProxyView.h"
+#include "widgets/windows/FrameMapping.h"
 
 #include "nodes/visual/BasicWindow.h"
 #include "utils/NodeRelay.h"
@@ -45,6 +46,14 @@ public:
     /// The same for every window that stands inside `frame`.
     static bool mayCloseAll(const QWidget &frame);
 
+    /// How the window's node is mapped to the screen: that of the frame it stands in or over.
+    const FrameMapping &mapping() const { return m_mapping; }
+    /// Scales what is shown, not the window itself: see WindowPlacement.
+    void setMapping(const FrameMapping &mapping);
+    /// Geometry last taken from the node at run time; null before.
+    QRect nodeGeometry() const { return m_nodeGeometry; }
+
+    /// At run time the node's size as mapped, but never more than all displays can show.
     QSize sizeHint() const override;
 
 signals:
@@ -81,6 +90,7 @@ private:
     QString m_title;
     Qt::WindowModality m_modality = Qt::NonModal;
     QRect m_nodeGeometry; // as last taken from the node
+    FrameMapping m_mapping;
     Utils::NodeRelay m_relay;
 };
 

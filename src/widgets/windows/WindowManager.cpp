@@ -4,9 +4,9 @@
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/qactionAlarm.h"
 #include "widgets/events/AlarmWindow.h"
+#include "widgets/windows/FrameDisplays.h"
 #include "widgets/windows/IdleLogout.h"
 #include "widgets/windows/WindowManagerWorkerThread.h"
-#include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/actions/BasicAction.h"
 #include "nodes/alarms/systemAlarming.h"
@@ -19,7 +19,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLoggingCategory>
-#include <QScreen>
 #include <QThread>
 #include <QTimer>
 #include <QWidget>
@@ -39,7 +38,7 @@ constexpr int missedAlarmsDelay = 1000; // ms
 WindowManager *g_pWindowManager = nullptr;
 
 WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
-    : QObject(parent), m_retry(new QTimer(this)), m_core(core)
+    : QObject(parent), m_frames(new FrameDisplays(this)), m_retry(new QTimer(this)), m_core(core)
 {
     qRegisterMetaType<Nodes::BasicEvent>("BasicEvent");
     qRegisterMetaType<Nodes::BasicEvent>();
@@ -57,14 +56,6 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
         emit actionsFreed();
     });
     connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
-    // Frames stay: over those of another display they would hide it.
-    connect(qApp, &QGuiApplication::screenRemoved, this, [this](const QScreen *gone) {
-        for (const WidgetLink &link : qAsConst(m_windows)) {
-            QWidget *outer = WindowPlacement::outermost(link.widget);
-            if (outer->isWindow())
-                WindowPlacement::bringBack(*outer, gone->geometry());
-        }
-    });
     subscribeAlarms();
     subscribeTimers();
     watchUsers();

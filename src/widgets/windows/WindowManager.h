@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/actions/ActionQueue.h"
+#include "widgets/windows/FrameMapping.h"
 #include "widgets/windows/NotificationGate.h"
 #include "widgets/windows/WidgetLink.h"
 
@@ -38,6 +39,7 @@ class systemVisualization;
 namespace Widgets {
 
 class AlarmWindow;
+class FrameDisplays;
 class WindowManagerWorkerThread;
 
 /// Owner of what is on screen and entry point of the library: builds the frames, keeps the list of
@@ -75,7 +77,10 @@ public:
     QWidget *GetWindow(unsigned long id) const;
     QWidget *GetWindow(unsigned long id, int screen) const;
     QVector<QWidget *> getWindows(unsigned long id, int screen) const;
+    /// Of several frames that share a screen the one in front.
     QWidget *getFrame(int screen) const;
+    /// How node coordinates are mapped to that 0-based screen.
+    FrameMapping mappingOn(int screen) const;
     /// Open windows in creation order.
     const QVector<WidgetLink> &windows() const { return m_windows; }
 
@@ -161,7 +166,7 @@ private:
     NotificationGate m_gate;
     std::vector<Nodes::ScopedConnection> m_connections;
     QPointer<QWidget> m_currentFrame;
-    QList<QPointer<QWidget>> m_frames;
+    FrameDisplays *m_frames;
     QVector<WidgetLink> m_windows;
     ActionQueue m_queue;
     QVector<qBasicAction *> m_deferred; // handed over while events were let run

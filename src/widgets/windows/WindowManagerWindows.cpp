@@ -3,6 +3,7 @@
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/FrameDisplays.h"
 #include "widgets/windows/FrameWidget.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OpeningTimer.h"
@@ -17,7 +18,6 @@
 
 #include <QApplication>
 #include <QLoggingCategory>
-#include <QScreen>
 
 #include <algorithm>
 
@@ -82,14 +82,9 @@ void WindowManager::Start()
         if (!frame)
             continue;
         m_currentFrame = frame;
-        if (const QScreen *screen = ScreenAt(node->GetDisplayNo() - 1))
-            frame->move(frame->pos() + screen->geometry().topLeft());
-        m_frames.append(frame);
+        m_frames->add(frame);
     }
-    for (const QPointer<QWidget> &frame : qAsConst(m_frames)) {
-        if (frame)
-            WindowPlacement::present(*frame);
-    }
+    m_frames->show();
     takeEarlierAlarms();
 }
 
@@ -111,26 +106,16 @@ QWidget *WindowManager::createFrame(Nodes::ConfigNode *node)
     auto *widget = new FrameWidget(nullptr);
     widget->setWindowTitle(QString::fromStdString(frame->GetName()));
     widget->setNode(frame);
-    const QList<QWidget *> windows = createFrameWindows(*frame);
-    QRect bounds(0, 0, 0, 0);
-    for (const QWidget *window : windows)
-        bounds = window == windows.first() ? window->geometry() : bounds | window->geometry();
-    for (QWidget *window : windows) {
-        const QPoint place = window->pos() - bounds.topLeft();
-        window->setParent(widget);
-        window->move(place);
-        window->show(); // appears with the frame
-    }
-    widget->setGeometry(bounds);
-    widget->setFixedSize(bounds.size());
+    widget->setWindows(createFrameWindows(*frame));
     if (frame->GetBorderType() != Nodes::BasicFrame::BorderDecorated) {
         widget->setWindowFlags(Qt::FramelessWindowHint);
         return widget;
     }
     auto *decorated = new FrameWindow(nullptr);
     decorated->setResizeableFrame(false);
+    const QPoint place = widget->pos();
     decorated->setWidget(widget);
-    decorated->move(bounds.topLeft());
+    decorated->move(place);
     return decorated;
 }
 
@@ -183,11 +168,12 @@ QVector<QWidget *> WindowManager::getWindows(unsigned long id, int screen) const
 
 QWidget *WindowManager::getFrame(int screen) const
 {
-    for (const QPointer<QWidget> &frame : m_frames) {
-        if (frame && ScreenNumber(frame) == screen)
-            return frame;
-    }
-    return nullptr;
+    return m_frames->frameOn(screen);
+}
+
+FrameMapping WindowManager::mappingOn(int screen) const
+{
+    return m_frames->mappingOn(screen);
 }
 
 bool WindowManager::closeWindow(unsigned long id, QWidget *widget)
@@ -239,8 +225,7 @@ void WindowManager::closeEverything()
     QVector<QPointer<QWidget>> outermost;
     for (const WidgetLink &link : qAsConst(m_windows))
         outermost.append(WindowPlacement::outermost(link.widget));
-    for (const QPointer<QWidget> &frame : qAsConst(m_frames))
-        outermost.append(frame);
+    outermost += m_frames->frames();
     for (const QPointer<QWidget> &widget : qAsConst(outermost))
         delete widget;
 }

@@ -1,8 +1,10 @@
 #include "widgets/windows/WindowPlacement.h"
 
+#include "widgets/windows/FrameGeometry.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/BasicPlacingAction.h"
 #include "utils/ValueConversions.h"
@@ -16,6 +18,27 @@ namespace Widgets {
 
 using Nodes::BasicPlacingAction;
 using Nodes::BasicWindow;
+
+namespace {
+
+// Gives the window's client area that place and, unless it keeps its own, that size, with its title
+// within reach.
+void putClient(WindowBasic &window, const QRect &client, bool keepsSize)
+{
+    auto *frame = qobject_cast<FrameWindow *>(window.parentWidget());
+    if (!frame) {
+        window.setGeometry(client);
+        return;
+    }
+    const QPoint inner = frame->clientArea(QRect()).topLeft();
+    const QRect outer(client.topLeft() - inner,
+                      keepsSize ? frame->size() : frame->outerSize(client.size()));
+    frame->move(FrameGeometry::reachable(outer, frame->getTitleHeight()));
+    if (!keepsSize)
+        frame->resize(outer.size());
+}
+
+} // namespace
 
 QWidget *WindowPlacement::outermost(QWidget *window)
 {
@@ -42,28 +65,41 @@ QWidget *WindowPlacement::decorate(WindowBasic &window)
     return frame;
 }
 
-QRect WindowPlacement::clientArea(const BasicPlacingAction &action, const BasicWindow &node,
-                                  int display)
+void WindowPlacement::place(WindowBasic &window, const BasicPlacingAction &action,
+                            const BasicWindow &node, int display)
 {
+    const FrameMapping mapping =
+        g_pWindowManager ? g_pWindowManager->mappingOn(display) : FrameMapping();
+    const bool isMappedAnew = window.mapping() != mapping;
+    window.setMapping(mapping);
     QRect area = Utils::NRectToQRect(node.GetGeometry());
     if (action.GetPositionMode() == BasicPlacingAction::PositionPoint)
         area.moveTopLeft(Utils::NPointToQPoint(action.GetPoint()));
-    if (const QScreen *screen = ScreenAt(display))
-        area.translate(screen->geometry().topLeft());
+    area = QRect(mapping.toScreen(area.topLeft()), shownSize(mapping, area));
     if (action.GetPositionMode() == BasicPlacingAction::PositionCenter)
         area.moveCenter(ScreenOf(area)->geometry().center());
-    return area;
+    putClient(window, area, window.getFrameFlag() || !isMappedAnew);
 }
 
-void WindowPlacement::place(WindowBasic &window, const QRect &clientArea)
+void WindowPlacement::remap(WindowBasic &window, const FrameMapping &mapping)
 {
-    auto *frame = qobject_cast<FrameWindow *>(window.parentWidget());
-    if (!frame) {
-        window.setGeometry(clientArea);
+    const FrameMapping before = window.mapping();
+    if (before == mapping)
         return;
-    }
-    const int width = frame->getFrameWidth();
-    frame->move(clientArea.topLeft() - QPoint(width, width + frame->getTitleHeight()));
+    window.setMapping(mapping);
+    QWidget *outer = outermost(&window);
+    if (!outer->isWindow() || outer->isMaximized())
+        return;
+    const QRect was(window.mapToGlobal(QPoint(0, 0)), window.size());
+    const QPointF corner = mapping.toScreen(before.toNode(was.topLeft()));
+    const QSizeF size(was.width() * mapping.scaleX() / before.scaleX(),
+                      was.height() * mapping.scaleY() / before.scaleY());
+    putClient(window, QRect(corner.toPoint(), size.toSize()), window.getFrameFlag());
+}
+
+QSize WindowPlacement::shownSize(const FrameMapping &mapping, const QRect &drawn)
+{
+    return mapping.toScreen(drawn).size().boundedTo(DesktopSize());
 }
 
 void WindowPlacement::centre(QWidget &outermost, int display)
@@ -76,27 +112,36 @@ void WindowPlacement::centre(QWidget &outermost, int display)
 
 void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect &to)
 {
+    const FrameMapping &mapping = window.mapping();
+    const QSize size = shownSize(mapping, to);
     if (window.isWindow() || from.isNull()) {
-        window.setGeometry(to);
+        window.setGeometry(QRect(mapping.toScreen(to.topLeft()), size));
         return;
     }
     QWidget *outer = outermost(&window);
     if (outer->isMaximized())
         return;
-    outer->move(outer->pos() + to.topLeft() - from.topLeft());
+    outer->move(outer->pos() + mapping.toScreen(to.topLeft()) - mapping.toScreen(from.topLeft()));
     const auto *frame = qobject_cast<FrameWindow *>(outer);
-    outer->resize(frame ? frame->outerSize(to.size()) : to.size());
+    outer->resize(frame ? frame->outerSize(size) : size);
 }
 
 void WindowPlacement::bringBack(QWidget &window, const QRect &gone)
 {
     const QList<QScreen *> screens = QGuiApplication::screens();
+    if (screens.isEmpty() || window.isMaximized() || window.isMinimized())
+        return;
     const bool isSeen =
         std::any_of(screens.begin(), screens.end(), [&window](const QScreen *screen) {
             return screen->geometry().intersects(window.frameGeometry());
         });
-    if (!isSeen && !screens.isEmpty())
-        window.move(window.pos() + screens.first()->geometry().topLeft() - gone.topLeft());
+    QRect place = window.frameGeometry();
+    if (!isSeen && !gone.isNull())
+        place.translate(screens.first()->geometry().topLeft() - gone.topLeft());
+    if (FrameGeometry::reachable(place, FrameGeometry::TitleStrip) != place.topLeft())
+        place.moveTopLeft(FrameGeometry::inside(place));
+    if (place != window.frameGeometry())
+        window.move(place.topLeft());
 }
 
 void WindowPlacement::present(QWidget &window)

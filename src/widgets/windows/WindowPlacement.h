@@ -4,6 +4,7 @@
 
 #include <QRect>
 
+class QSize;
 class QWidget;
 
 namespace Nodes {
@@ -13,6 +14,7 @@ class BasicWindow;
 
 namespace Widgets {
 
+class FrameMapping;
 class WindowBasic;
 
 /// How actions decorate, place and present windows: the one place where those rules stand.
@@ -25,11 +27,15 @@ public:
     /// Sets the flags that the node asks for, wrapped in a frame window or translucent; the result
     /// is what outermost gives.
     static QWidget *decorate(WindowBasic &window);
-    /// Where the window's client area goes on a 0-based display, screen pixels.
-    static QRect clientArea(const Nodes::BasicPlacingAction &action, const Nodes::BasicWindow &node,
-                            int display);
-    /// Puts the window's client area there.
-    static void place(WindowBasic &window, const QRect &clientArea);
+    /// Puts the window where the action asks for, scaled as the frame of that 0-based display is.
+    /// Its client area lies there, unless its title would then be above or beyond every screen.
+    static void place(WindowBasic &window, const Nodes::BasicPlacingAction &action,
+                      const Nodes::BasicWindow &node, int display);
+    /// Gives the window another mapping; one with a place of its own on the screen keeps the place
+    /// that it has in node coordinates.
+    static void remap(WindowBasic &window, const FrameMapping &mapping);
+    /// Size on the screen of a window drawn there: no more than all displays can show.
+    static QSize shownSize(const FrameMapping &mapping, const QRect &drawn);
     /// Puts a window, decoration included, in the middle of a 0-based display; of the primary one
     /// when there is no such display.
     static void centre(QWidget &outermost, int display);
@@ -37,7 +43,8 @@ public:
     /// that is a change of place and size; the node's place itself counts from the screen.
     static void follow(WindowBasic &window, const QRect &from, const QRect &to);
     /// Moves a top-level window that is on no screen any more, because the one at `gone` was
-    /// unplugged, to the same place of the primary screen.
+    /// unplugged (null: changed), to the same place of the primary screen, and one whose title
+    /// cannot be caught on to the nearest screen.
     static void bringBack(QWidget &window, const QRect &gone);
     /// Shows (a minimised one restored), raises, focuses and activates the window.
     static void present(QWidget &window);

@@ -250,11 +250,9 @@ void TestWindowActions::windowsLeaveAnUnpluggedDisplay()
     const Screens project;
     project.run(43);
     project.run(46);
-    const QPoint frame = project.manager->getFrame(1)->pos();
     FakeScreens::remove(1);
-    QCOMPARE(project.clientArea(10), QRect(30, 40, 200, 100));
+    QTRY_COMPARE(project.clientArea(10), QRect(30, 40, 200, 100));
     QCOMPARE(project.clientArea(11), QRect(70, 80, 200, 100));
-    QCOMPARE(project.manager->windows().at(1).widget->window()->pos(), frame);
     project.run(43); // opens where the node says, on a display that exists
     QCOMPARE(project.openWindows(10), 2);
     QCOMPARE(Screens::areaOf(*project.manager->windows().last().widget), QRect(30, 40, 200, 100));
