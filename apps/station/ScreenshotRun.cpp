@@ -9,6 +9,7 @@
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -140,6 +141,8 @@ Widgets::WidgetLink ScreenshotRun::open(const PictureTarget &target)
 {
     const Widgets::WidgetLink link = m_manager.createWindow(target.window, nullptr);
     if (link.widget) {
+        if (auto *window = qobject_cast<Widgets::WindowBasic *>(link.widget))
+            Widgets::WindowPlacement::remap(*window, m_manager.mappingOn(0));
         link.widget->show();
         link.widget->raise();
     }

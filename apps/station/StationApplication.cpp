@@ -8,6 +8,7 @@
 #include "nodes/system/systemCore.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/LoadDialog.h"
+#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QApplication>
@@ -153,6 +154,8 @@ void StationApplication::startCore()
 
 int StationApplication::serve()
 {
+    if (m_options.takesScreenshots())
+        Widgets::AssumeDisplays({m_options.pictureWidth, m_options.pictureHeight});
     m_manager = std::make_unique<Widgets::WindowManager>(m_core.get());
     m_clock.watchFirstFrame();
     m_manager->Start();

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace Station {
@@ -11,6 +12,23 @@ namespace Station {
 namespace {
 
 constexpr int usageError = 2;
+
+constexpr int largestScreen = 16384; // pixels a side
+
+/// WIDTHxHEIGHT; false for anything else.
+bool readSize(const std::string &text, int &width, int &height)
+{
+    char rest = 0;
+    int w = 0;
+    int h = 0;
+    if (std::sscanf(text.c_str(), "%dx%d%c", &w, &h, &rest) != 2)
+        return false;
+    if (w < 1 || h < 1 || w > largestScreen || h > largestScreen)
+        return false;
+    width = w;
+    height = h;
+    return true;
+}
 
 std::string checkDefine(const std::string &text)
 {
@@ -35,10 +53,21 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
     app.add_option("project", project, "project file, or directory holding project.xml")
         ->required()
         ->type_name("PROJECT");
-    app.add_option("--screenshots", screenshots,
-                   "open every window, save pictures to this directory and exit: 0 all are fine, "
-                   "1 a window failed, 3 values were missing")
-        ->type_name("DIR");
+    CLI::Option *pictures =
+        app.add_option("--screenshots", screenshots,
+                       "open every window, save pictures to this directory and exit: 0 all are "
+                       "fine, 1 a window failed, 3 values were missing")
+            ->type_name("DIR");
+    app.add_option_function<std::string>(
+           "--screen-size",
+           [this](const std::string &text) {
+               if (!readSize(text, pictureWidth, pictureHeight))
+                   throw CLI::ValidationError("--screen-size",
+                                              "\"" + text + "\" is no size like 1366x768");
+           },
+           "size of the displays that pictures are taken for (default: 1920x1080)")
+        ->type_name("WIDTHxHEIGHT")
+        ->needs(pictures);
     app.add_option("--platform", platform, "Qt platform plug-in (xcb, wayland, offscreen, ...)")
         ->type_name("NAME");
     app.add_option("--define", pairs, "value of ${NAME} in the project; may be repeated")

@@ -9,8 +9,10 @@ namespace Station {
 /// What the command line asks for.
 struct StationOptions
 {
-    std::string project;       ///< file, or directory holding "project.xml"
-    std::string screenshots;   ///< directory for pictures; "" runs the station normally
+    std::string project;     ///< file, or directory holding "project.xml"
+    std::string screenshots; ///< directory for pictures; "" runs the station normally
+    int pictureWidth = 1920; ///< of the displays that pictures are taken as if for, pixels
+    int pictureHeight = 1080;
     std::string station;       ///< name of the project's station to be; "" for the first
     std::string dataDirectory; ///< "" for the default of the project
     std::string platform;      ///< Qt platform plug-in; "" lets Qt choose

@@ -82,6 +82,10 @@ QJsonObject WindowReport::toJson(bool withTexts) const
                        {"bound", m_bound}};
     for (const Quality quality : {Quality::Good, Quality::Uncertain, Quality::Stale, Quality::Bad})
         window[Nodes::QualityToken(quality)] = m_shown[std::size_t(quality)];
+    if (const auto *runtimeWindow = qobject_cast<const Widgets::WindowBasic *>(&widget)) {
+        window["scaleX"] = runtimeWindow->mapping().scaleX();
+        window["scaleY"] = runtimeWindow->mapping().scaleY();
+    }
     const QString content = contentOf(widget);
     if (!content.isEmpty())
         window["composition"] = content;

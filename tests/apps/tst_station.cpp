@@ -35,6 +35,7 @@ private slots:
     void init();
     void refusesToStart_data();
     void refusesToStart();
+    void takesPictures_data();
     void takesPictures();
     void endsOnSignal_data();
     void endsOnSignal();
@@ -119,6 +120,7 @@ void StationTest::refusesToStart_data()
         {"--station", "South"}, 1, "it has \"North\"");
     row("unknown option", goodProject, {"--colour"}, 2, "--colour");
     row("bad define", goodProject, {"--define", "=3"}, 2, "NAME=VALUE");
+    row("bad size", goodProject, {"--screenshots", "/proc/none", "--screen-size", "6x"}, 2, "6x");
     row("bad data directory", goodProject, {"--data", "/proc/none"}, 1, "/proc/none");
 }
 
@@ -134,15 +136,31 @@ void StationTest::refusesToStart()
     QVERIFY2(said.contains(message), said);
 }
 
+void StationTest::takesPictures_data()
+{
+    QTest::addColumn<QByteArray>("fit");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QSize>("inFrame");
+    QTest::addColumn<QSize>("openedOverIt");
+    QTest::newRow("as drawn") << QByteArray("asDrawn") << QStringList() << QSize(200, 100)
+                              << QSize(120, 80);
+    QTest::newRow("fitted") << QByteArray("fit") << QStringList{"--screen-size", "3000x1000"}
+                            << QSize(2000, 1000) << QSize(1200, 800);
+}
+
 void StationTest::takesPictures()
 {
+    QFETCH(QByteArray, fit);
+    QFETCH(QStringList, options);
+    const QByteArray project =
+        QByteArray(goodProject).replace("<frame", "<frame fit=\"" + fit + '"');
     const QDir pictures(m_directory->filePath(QStringLiteral("снимки")));
     QProcess station;
-    start(station, {write(goodProject), "--screenshots", pictures.path()});
+    start(station, QStringList{write(project), "--screenshots", pictures.path()} + options);
     QCOMPARE(finish(station), 0);
     QCOMPARE(pictures.entryList(QDir::Files), QStringList({"Main-3.png", "Other_window-5.png"}));
-    QCOMPARE(QImage(pictures.filePath(QStringLiteral("Other_window-5.png"))).size(),
-             QSize(120, 80));
+    QTEST(QImage(pictures.filePath("Main-3.png")).size(), "inFrame");
+    QTEST(QImage(pictures.filePath("Other_window-5.png")).size(), "openedOverIt");
     QCOMPARE(station.readAllStandardOutput().count('\n'), 2);
 }
 

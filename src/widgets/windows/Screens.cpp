@@ -19,6 +19,8 @@ int ScreenNumber(const QWidget *widget)
     QRect frame = widget->frameGeometry();
     if (!widget->isWindow())
         frame.moveTopLeft(widget->mapToGlobal(QPoint(0, 0)));
+    if (!assumedSize.isEmpty())
+        return qMax(0, frame.center().x() / assumedSize.width());
     const QList<QScreen *> screens = QGuiApplication::screens();
     int number = 0;
     int largest = 0;
