@@ -5,6 +5,7 @@
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/system/systemCore.h"
+#include "nodes/values/Clock.h"
 
 #include <algorithm>
 
@@ -54,6 +55,8 @@ Result graver(const Result &left, const Result &right)
 }
 
 } // namespace
+
+actionNodeCommand::actionNodeCommand() : m_made(Clock::Current().Steady()) {}
 
 KindInfo actionNodeCommand::Kind()
 {
@@ -117,7 +120,7 @@ Result actionNodeCommand::commandAlarm(const NodeLink &alarm) const
         return Result(this, Result::NotAvailable, "no alarm subsystem");
     switch (GetCommand()) {
     case CommandAcknowledge:
-        return alarming->Acknowledge(alarm, m_comment);
+        return alarming->AcknowledgeSeen(alarm, m_made, m_comment);
     case CommandShelve:
         return alarming->Shelve(alarm, m_seconds);
     case CommandUnshelve:

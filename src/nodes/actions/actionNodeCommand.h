@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/values/Timestamp.h"
 
 namespace Nodes {
 
@@ -19,12 +20,14 @@ public:
         CommandInService = 7
     };
 
+    actionNodeCommand();
     static KindInfo Kind();
     enCommand GetCommand() const { return enCommand(m_command); }
     void CollectDemands(AccessDemands &demands) const override;
 
     /// Gives the command on behalf of the current user and journals it. For alarm commands the
-    /// target may be an alarm or whatever alarms stand below. NotFound without a target or without
+    /// target may be an alarm or whatever alarms stand below; acknowledged is what lists could show
+    /// when this copy of the node was made. NotFound without a target or without
     /// an alarm the command concerns, WrongType when the target does not know the command,
     /// AccessDenied without PrivilegeCommand, PrivilegeAcknowledge or PrivilegeShelve. One alarm
     /// that refuses does not hold up the others. GUI thread.
@@ -39,6 +42,7 @@ private:
     int m_command = CommandAcknowledge;
     int m_seconds = 3600;
     std::string m_comment;
+    const Timestamp m_made; // steady time; of the copy that runs the time of the gesture
 };
 
 } // namespace Nodes

@@ -139,7 +139,10 @@ void AlarmEngine::restore(Watch &watch, const StoredAlarm &stored, const AlarmMo
         return;
     }
     step(watch, [&](AlarmTracker &tracker) { tracker.Restore(stored.memory, now); });
-    m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), path};
+    if (stored.missingSince != 0 || stored.path != path)
+        m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), path};
+    else
+        m_unsaved.erase(watch.NodeId());
     m_outbox.push_back({watch.tracker.GetRecord(), false, true});
 }
 
@@ -179,14 +182,28 @@ void AlarmEngine::judge(Watch &watch)
         const Timestamp earliest =
             m_deadlines.empty() ? DeadlineThread::Never : m_deadlines.begin()->first;
         AlarmTracker::Records records;
+        const bool wasDoubtful = watch.tracker.isDoubtful();
         // Two publishers may arrive in either order; the cell's own value is the later one.
         step(watch,
              [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Value(), now, records); });
+        if (records.empty() && watch.tracker.isDoubtful() != wasDoubtful)
+            announceDoubt(watch.tracker);
         send(watch.tracker, std::move(records));
         isCalling = !m_outbox.empty() || watch.deadline < earliest;
     }
     if (isCalling)
         m_thread.Wake();
+}
+
+/// That the value cannot be judged, or can again, is told to lists. It happens to every alarm of a
+/// device whose connection blinks: the journal has the loss itself, from the driver.
+void AlarmEngine::announceDoubt(const AlarmTracker &tracker)
+{
+    if (!tracker.isListed())
+        return;
+    BasicEvent shown = tracker.GetRecord();
+    shown.type = TypeAlarmState;
+    m_outbox.push_back({std::move(shown), false, true});
 }
 
 // Of an acknowledgement the journal keeps the deed, while lists are told how the alarm stands.
@@ -296,18 +313,42 @@ Result AlarmEngine::Operate(const NodeLink &alarm, const Operation &operation)
     Result result;
     {
         const std::lock_guard lock(m_mutex);
-        if (!m_isRunning)
-            return Result(Result::NotAvailable, "alarming is not running");
-        const auto found = m_byNode.find(alarm.GetNodeId());
-        if (found == m_byNode.end())
-            return Result(Result::NotFound, "no alarm " + std::to_string(alarm.GetNodeId()));
-        AlarmTracker::Records records;
-        step(*found->second, [&](AlarmTracker &tracker) {
-            result = operation(tracker, AlarmMoment::Now(), records);
-        });
-        send(found->second->tracker, std::move(records));
+        result = operate(alarm.GetNodeId(), operation);
     }
     m_thread.Wake();
+    return result;
+}
+
+void AlarmEngine::Operate(const std::vector<unsigned long> &alarms, const BatchOperation &operation,
+                          std::vector<Result> &results)
+{
+    results.resize(alarms.size());
+    {
+        const std::lock_guard lock(m_mutex);
+        for (std::size_t i = 0; i < alarms.size(); ++i) {
+            if (!results[i])
+                continue;
+            results[i] = operate(alarms[i], [&](AlarmTracker &tracker, const AlarmMoment &now,
+                                                AlarmTracker::Records &records) {
+                return operation(i, tracker, now, records);
+            });
+        }
+    }
+    m_thread.Wake();
+}
+
+Result AlarmEngine::operate(unsigned long alarm, const Operation &operation)
+{
+    if (!m_isRunning)
+        return Result(Result::NotAvailable, "alarming is not running");
+    const auto found = m_byNode.find(alarm);
+    if (found == m_byNode.end())
+        return Result(Result::NotFound, "no alarm " + std::to_string(alarm));
+    Result result;
+    AlarmTracker::Records records;
+    step(*found->second,
+         [&](AlarmTracker &tracker) { result = operation(tracker, AlarmMoment::Now(), records); });
+    send(found->second->tracker, std::move(records));
     return result;
 }
 

@@ -28,6 +28,9 @@ public:
     using Slot = std::function<void(const BasicEvent &)>;
     using Operation =
         std::function<Result(AlarmTracker &, const AlarmMoment &, AlarmTracker::Records &)>;
+    /// The same with the place of the alarm in its batch.
+    using BatchOperation = std::function<Result(std::size_t index, AlarmTracker &,
+                                                const AlarmMoment &, AlarmTracker::Records &)>;
 
     AlarmEngine();
     ~AlarmEngine();
@@ -42,6 +45,10 @@ public:
     std::vector<BasicEvent> GetActive(const ValueCell &cell) const;
     /// Runs the operation on one alarm, alone. NotAvailable when stopped, NotFound for strangers.
     [[nodiscard]] Result Operate(const NodeLink &alarm, const Operation &operation);
+    /// The same for many alarms in one step that nothing comes between. `results` has one for each
+    /// alarm; those that are failures already are left alone.
+    void Operate(const std::vector<unsigned long> &alarms, const BatchOperation &operation,
+                 std::vector<Result> &results);
     Connection Connect(Slot slot) { return m_announced.Connect(std::move(slot)); }
     /// Stores an entry about the alarms in general.
     void Report(EventLevel level, const std::string &text, const NodeLink &source = {},
@@ -63,6 +70,8 @@ private:
     void forget(unsigned long node, const StoredAlarm &stored, const std::string &why);
     void subscribe(Watch &watch);
     void judge(Watch &watch);
+    void announceDoubt(const AlarmTracker &tracker);
+    [[nodiscard]] Result operate(unsigned long alarm, const Operation &operation);
     template <class Step> void step(Watch &watch, Step run);
     Timestamp work();
     void save(const AlarmStateStore::Memories &memories);

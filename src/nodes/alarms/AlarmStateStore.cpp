@@ -2,6 +2,7 @@
 
 #include "nodes/storage/SqliteStatement.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace Nodes {
@@ -14,7 +15,16 @@ CREATE TABLE IF NOT EXISTS alarms (
     suppressed INTEGER NOT NULL, out_of_service INTEGER NOT NULL, shelved_until INTEGER NOT NULL,
     changed INTEGER NOT NULL, occurrence INTEGER NOT NULL);
 CREATE TABLE IF NOT EXISTS places (
-    node INTEGER PRIMARY KEY, path TEXT NOT NULL, missing_since INTEGER NOT NULL))";
+    node INTEGER PRIMARY KEY, path TEXT NOT NULL, missing_since INTEGER NOT NULL);
+CREATE TABLE IF NOT EXISTS occurrences (
+    node INTEGER PRIMARY KEY, raised INTEGER NOT NULL, acknowledged INTEGER NOT NULL,
+    returned INTEGER NOT NULL, seen INTEGER NOT NULL))";
+
+// Of files of earlier versions only what is kept since then lacks its rows.
+constexpr const char *selection = R"(
+SELECT node, active, acked, suppressed, out_of_service, shelved_until, changed, occurrence, path,
+    missing_since, raised, acknowledged, returned, seen
+FROM alarms LEFT JOIN places USING (node) LEFT JOIN occurrences USING (node))";
 
 Result remove(SqliteStatement &s, unsigned long node)
 {
@@ -33,6 +43,39 @@ Result replace(SqliteStatement &s, unsigned long node, const AlarmMemory &memory
     s.Bind(7, memory.changed);
     s.Bind(8, static_cast<std::int64_t>(memory.occurrence));
     return s.Run();
+}
+
+Result replaceTimes(SqliteStatement &s, unsigned long node, const AlarmMemory &memory)
+{
+    s.Bind(1, static_cast<std::int64_t>(node));
+    s.Bind(2, memory.raised);
+    s.Bind(3, memory.acknowledged);
+    s.Bind(4, memory.returned);
+    s.Bind(5, std::int64_t(memory.isSeen));
+    return s.Run();
+}
+
+/// An earlier version kept the last change alone. Occurrences are numbered by the milliseconds at
+/// which they are raised, which tells that time all the same.
+void guessTimes(AlarmMemory &memory)
+{
+    if (memory.occurrence == 0)
+        return;
+    memory.raised = std::min(static_cast<Timestamp>(memory.occurrence) * 1000, memory.changed);
+    if (memory.isActive && memory.isAcked)
+        memory.acknowledged = memory.changed;
+    if (!memory.isActive)
+        memory.returned = memory.changed;
+}
+
+void readTimes(const SqliteStatement &s, AlarmMemory &memory)
+{
+    if (s.IsNull(10))
+        return guessTimes(memory);
+    memory.raised = s.Integer(10);
+    memory.acknowledged = s.Integer(11);
+    memory.returned = s.Integer(12);
+    memory.isSeen = s.Integer(13) != 0;
 }
 
 Result replace(SqliteStatement &s, unsigned long node, const StoredAlarm &stored)
@@ -70,10 +113,7 @@ Result AlarmStateStore::openOnce(const std::string &file)
 
 Result AlarmStateStore::Load(Memories &memories)
 {
-    SqliteStatement s(m_database,
-                      "SELECT node, active, acked, suppressed, out_of_service, shelved_until, "
-                      "changed, occurrence, path, missing_since FROM alarms LEFT JOIN places USING "
-                      "(node)");
+    SqliteStatement s(m_database, selection);
     while (s.Step()) {
         StoredAlarm &stored = memories[static_cast<unsigned long>(s.Integer(0))];
         AlarmMemory &memory = stored.memory;
@@ -86,6 +126,7 @@ Result AlarmStateStore::Load(Memories &memories)
         memory.occurrence = static_cast<unsigned long>(s.Integer(7));
         stored.path = s.Bytes(8);
         stored.missingSince = s.Integer(9);
+        readTimes(s, memory);
     }
     return s.GetResult();
 }
@@ -107,13 +148,18 @@ Result AlarmStateStore::write(const Memories &memories)
 {
     SqliteStatement forget(m_database, "DELETE FROM alarms WHERE node = ?1");
     SqliteStatement forgetPlace(m_database, "DELETE FROM places WHERE node = ?1");
+    SqliteStatement forgetTimes(m_database, "DELETE FROM occurrences WHERE node = ?1");
     SqliteStatement keep(m_database, "REPLACE INTO alarms VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
     SqliteStatement keepPlace(m_database, "REPLACE INTO places VALUES (?1, ?2, ?3)");
+    SqliteStatement keepTimes(m_database, "REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5)");
     for (const auto &[node, stored] : memories) {
         const bool isBlank = stored.memory.isBlank();
         Result written = isBlank ? remove(forget, node) : replace(keep, node, stored.memory);
         if (written)
             written = isBlank ? remove(forgetPlace, node) : replace(keepPlace, node, stored);
+        if (written)
+            written =
+                isBlank ? remove(forgetTimes, node) : replaceTimes(keepTimes, node, stored.memory);
         if (!written)
             return written;
     }

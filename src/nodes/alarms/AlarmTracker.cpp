@@ -10,6 +10,7 @@ namespace Nodes {
 namespace {
 
 constexpr Timestamp never = std::numeric_limits<Timestamp>::max();
+constexpr Timestamp longestShelf = Timestamp(86400) * 1000000;
 
 } // namespace
 
@@ -32,7 +33,8 @@ void AlarmTracker::Restore(const AlarmMemory &memory, const AlarmMoment &now)
     m_memory = memory;
     m_lastOccurrence = std::max(m_lastOccurrence, memory.occurrence);
     if (isShelved())
-        m_unshelveAt = now.steady + std::max<Timestamp>(memory.shelvedUntil - now.wall, 0);
+        m_unshelveAt =
+            now.steady + std::clamp<Timestamp>(memory.shelvedUntil - now.wall, 0, longestShelf);
 }
 
 bool AlarmTracker::isHidden() const
@@ -76,6 +78,9 @@ BasicEvent AlarmTracker::recordOf(EventType type, const std::string &user) const
     record.alarmState = GetState();
     record.priority = m_settings.priority;
     record.occurrence = m_memory.occurrence;
+    record.raised = m_memory.raised;
+    record.acknowledged = m_memory.acknowledged;
+    record.returned = m_memory.returned;
     return record;
 }
 
@@ -85,8 +90,10 @@ bool AlarmTracker::change(EventType type, const std::string &user, const AlarmMo
 {
     const AlarmState before = GetState();
     edit();
-    if (!isHidden())
-        m_isSeen = true;
+    if (!isHidden() && !m_memory.isSeen) {
+        m_memory.isSeen = true;
+        m_seenAt = now.steady;
+    }
     if (GetState() == before)
         return false;
     m_memory.changed = now.wall;
@@ -111,16 +118,21 @@ void AlarmTracker::raise(const AlarmMoment &now)
 {
     m_memory.isActive = true;
     m_memory.isAcked = !m_settings.isAckRequired;
-    m_isSeen = !isHidden();
+    m_memory.isSeen = !isHidden();
+    m_seenAt = now.steady;
+    m_memory.raised = now.wall;
+    m_memory.acknowledged = 0;
+    m_memory.returned = 0;
     // Counted from the wall clock's milliseconds, so that numbers stay unique without a file.
     m_lastOccurrence = std::max(m_lastOccurrence + 1, static_cast<unsigned long>(now.wall / 1000));
     m_memory.occurrence = m_lastOccurrence;
 }
 
-void AlarmTracker::clear()
+void AlarmTracker::clear(const AlarmMoment &now)
 {
     m_memory.isActive = false;
-    if (!m_isSeen)
+    m_memory.returned = now.wall;
+    if (!m_memory.isSeen)
         m_memory.isAcked = true;
 }
 
@@ -133,15 +145,8 @@ void AlarmTracker::Judge(const SignalValue &value, const AlarmMoment &now, Recor
         m_flipAt = never;
     else if (m_flipAt == never)
         m_flipAt = now.steady + (m_memory.isActive ? m_settings.offDelay : m_settings.onDelay);
-    const bool wasDoubtful = m_isDoubtful;
     m_isDoubtful = verdict == AlarmVerdict::Unknown;
-    const std::size_t before = records.size();
     Tick(now, records);
-    const bool isOnList = GetState() != AlarmState::Normal && !isHidden();
-    if (m_isDoubtful != wasDoubtful && isOnList && records.size() == before) {
-        m_memory.changed = now.wall;
-        records.push_back(recordOf(TypeAlarmState, {}));
-    }
 }
 
 void AlarmTracker::Tick(const AlarmMoment &now, Records &records)
@@ -149,7 +154,7 @@ void AlarmTracker::Tick(const AlarmMoment &now, Records &records)
     if (now.steady >= m_flipAt) {
         m_flipAt = never;
         if (m_memory.isActive)
-            change(TypeAlarmReturned, {}, now, records, [this] { clear(); });
+            change(TypeAlarmReturned, {}, now, records, [&] { clear(now); });
         else
             change(TypeAlarmActive, {}, now, records, [&] { raise(now); });
     }
@@ -162,20 +167,35 @@ Timestamp AlarmTracker::Deadline() const
     return std::min(m_flipAt, m_unshelveAt);
 }
 
-bool AlarmTracker::Acknowledge(const std::string &user, const std::string &comment,
-                               const AlarmMoment &now, Records &records)
+Result AlarmTracker::AcknowledgeSeen(Timestamp seenBy, const std::string &user,
+                                     const std::string &comment, const AlarmMoment &now,
+                                     Records &records)
+{
+    if (!m_memory.isAcked && (!m_memory.isSeen || m_seenAt > seenBy))
+        return Result(Result::NotFound, "not seen yet");
+    return Acknowledge(m_memory.occurrence, user, comment, now, records);
+}
+
+Result AlarmTracker::Acknowledge(unsigned long occurrence, const std::string &user,
+                                 const std::string &comment, const AlarmMoment &now,
+                                 Records &records)
 {
     if (m_memory.isAcked)
-        return false;
+        return Result(Result::NotFound, "nothing to acknowledge");
+    if (occurrence != m_memory.occurrence)
+        return Result(Result::Refused, "another occurrence waits than " +
+                                           std::to_string(occurrence) + ": " +
+                                           std::to_string(m_memory.occurrence));
     m_memory.isAcked = true;
     m_memory.changed = now.wall;
+    m_memory.acknowledged = now.wall;
     BasicEvent record = recordOf(TypeAcknowledgement, user);
     record.source = "Acknowledgement";
     record.text = "Квитирование события \"" + record.text + "\"";
     if (!comment.empty())
         record.text += ". Комментарий: " + comment;
     records.push_back(std::move(record));
-    return true;
+    return Result();
 }
 
 void AlarmTracker::Shelve(Timestamp duration, const std::string &user, const AlarmMoment &now,

@@ -3,6 +3,7 @@
 #include "nodes/alarms/AlarmCondition.h"
 #include "nodes/alarms/AlarmMemory.h"
 #include "nodes/events/BasicEvent.h"
+#include "nodes/values/Result.h"
 #include "nodes/values/SignalValue.h"
 
 #include <functional>
@@ -50,16 +51,24 @@ public:
     const AlarmMemory &GetMemory() const { return m_memory; }
     const AlarmSettings &GetSettings() const { return m_settings; }
 
-    /// Takes the signal's latest value.
+    /// Takes the signal's latest value. That it cannot be judged, or can again, shows in the text
+    /// (see isDoubtful) and is no change of state.
     void Judge(const SignalValue &value, const AlarmMoment &now, Records &records);
     /// Ends delays and shelving that are due.
     void Tick(const AlarmMoment &now, Records &records);
     /// Steady time of the next Tick that may change something; INT64_MAX without one.
     Timestamp Deadline() const;
 
-    /// False when there is nothing to acknowledge.
-    bool Acknowledge(const std::string &user, const std::string &comment, const AlarmMoment &now,
-                     Records &records);
+    /// NotFound when there is nothing to acknowledge; Refused when another occurrence than the one
+    /// named waits.
+    [[nodiscard]] Result Acknowledge(unsigned long occurrence, const std::string &user,
+                                     const std::string &comment, const AlarmMoment &now,
+                                     Records &records);
+    /// The present occurrence, provided that operators could see it at the steady time `seenBy`;
+    /// else NotFound.
+    [[nodiscard]] Result AcknowledgeSeen(Timestamp seenBy, const std::string &user,
+                                         const std::string &comment, const AlarmMoment &now,
+                                         Records &records);
     void Shelve(Timestamp duration, const std::string &user, const AlarmMoment &now,
                 Records &records);
     void Unshelve(const std::string &user, const AlarmMoment &now, Records &records);
@@ -70,6 +79,10 @@ public:
 
     AlarmState GetState() const;
     bool isShelved() const { return m_memory.shelvedUntil != 0; }
+    /// The value cannot be judged, which the text of its records tells.
+    bool isDoubtful() const { return m_isDoubtful; }
+    /// Operators see it on their lists.
+    bool isListed() const { return GetState() != AlarmState::Normal && !isHidden(); }
     /// The alarm as a list shows it.
     BasicEvent GetRecord() const;
 
@@ -81,7 +94,7 @@ private:
                  Records &records, const std::function<void()> &edit);
     BasicEvent recordOf(EventType type, const std::string &user) const;
     void raise(const AlarmMoment &now);
-    void clear();
+    void clear(const AlarmMoment &now);
 
     AlarmSettings m_settings;
     unsigned long &m_lastOccurrence;
@@ -89,8 +102,8 @@ private:
     SignalValue m_value;
     Timestamp m_flipAt;        // steady time at which the pending change counts
     Timestamp m_unshelveAt;    // steady time at which shelving ends
+    Timestamp m_seenAt = 0;    // steady time at which the occurrence was shown to operators
     bool m_isDoubtful = false; // the value cannot be judged
-    bool m_isSeen = true;      // the occurrence was shown to operators
 };
 
 } // namespace Nodes

@@ -8,6 +8,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
+#include "nodes/values/Clock.h"
 
 #include <filesystem>
 
@@ -105,8 +106,7 @@ Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const 
     const ConfigNode *guarded = alarm.GetNode() ? alarm.GetNode() : this;
     const std::string user = UserNameFor(*guarded);
     if (!CheckAccess(privilege.GetType(), *guarded)) {
-        m_engine->Report(LevelSecurity, "Действие с тревогой отклонено: нет прав", alarm, user,
-                         TypeSecurityEvent);
+        refuse(alarm, user, "Действие с тревогой отклонено: нет прав");
         return Result(this, Result::AccessDenied);
     }
     return m_engine->Operate(
@@ -115,15 +115,64 @@ Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const 
         });
 }
 
-Result systemAlarming::Acknowledge(const NodeLink &alarm, const std::string &comment)
+void systemAlarming::refuse(const NodeLink &alarm, const std::string &user, const std::string &what)
+{
+    m_engine->Report(LevelSecurity, what, alarm, user, TypeSecurityEvent);
+}
+
+Result systemAlarming::Acknowledge(const NodeLink &alarm, unsigned long occurrence,
+                                   const std::string &comment)
 {
     return operate(alarm, PrivilegeAcknowledge,
                    [&](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
                        AlarmTracker::Records &records) {
-                       return tracker.Acknowledge(user, comment, now, records)
-                                  ? Result()
-                                  : Result(Result::NotFound, "nothing to acknowledge");
+                       return tracker.Acknowledge(occurrence, user, comment, now, records);
                    });
+}
+
+std::vector<Result> systemAlarming::Acknowledge(const AlarmOccurrences &alarms,
+                                                const std::string &comment)
+{
+    if (GetState() != NodeState::Running)
+        return {alarms.size(), Result(this, Result::NotAvailable, "alarming is not running")};
+    std::vector<Result> results(alarms.size());
+    std::vector<unsigned long> ids(alarms.size());
+    std::vector<std::string> users(alarms.size());
+    const AlarmOccurrence *refused = nullptr;
+    std::size_t refusals = 0;
+    for (std::size_t i = 0; i < alarms.size(); ++i) {
+        const ConfigNode *node = alarms[i].alarm.GetNode();
+        const ConfigNode &guarded = node ? *node : *this;
+        ids[i] = alarms[i].alarm.GetNodeId();
+        users[i] = UserNameFor(guarded);
+        results[i] = CheckAccess(PrivilegeAcknowledge, guarded);
+        if (!results[i] && refusals++ == 0)
+            refused = &alarms[i];
+    }
+    if (refused)
+        refuse(refused->alarm, users[std::size_t(refused - alarms.data())],
+               "Квитирование отклонено: нет прав, тревог: " + std::to_string(refusals));
+    const auto acknowledge = [&](std::size_t index, AlarmTracker &tracker, const AlarmMoment &now,
+                                 AlarmTracker::Records &records) {
+        return tracker.Acknowledge(alarms[index].occurrence, users[index], comment, now, records);
+    };
+    m_engine->Operate(ids, acknowledge, results);
+    return results;
+}
+
+Result systemAlarming::AcknowledgeSeen(const NodeLink &alarm, Timestamp seenBy,
+                                       const std::string &comment)
+{
+    return operate(alarm, PrivilegeAcknowledge,
+                   [&](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                       AlarmTracker::Records &records) {
+                       return tracker.AcknowledgeSeen(seenBy, user, comment, now, records);
+                   });
+}
+
+Result systemAlarming::Acknowledge(const NodeLink &alarm, const std::string &comment)
+{
+    return AcknowledgeSeen(alarm, Clock::Current().Steady(), comment);
 }
 
 Result systemAlarming::Shelve(const NodeLink &alarm, int seconds)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/alarms/AlarmOccurrence.h"
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
@@ -50,9 +51,22 @@ public:
     std::vector<BasicEvent> GetActiveAlarms() const;
     /// The same for the alarms of one signal, in no order.
     std::vector<BasicEvent> GetActiveAlarms(const BasicSignal &signal) const;
-    /// Rights are checked here: PrivilegeAcknowledge for this, PrivilegeShelve for the others;
-    /// AccessDenied is journalled. NotAvailable unless running. NotFound when the alarm has nothing
-    /// to acknowledge.
+    /// Rights are checked here: PrivilegeAcknowledge to acknowledge, PrivilegeShelve for the rest;
+    /// AccessDenied is journalled. NotAvailable unless running. Acknowledges the occurrence that
+    /// the operator saw: NotFound when the alarm has nothing to acknowledge (any more), Refused
+    /// when that occurrence is over and another one waits, which then stays unacknowledged.
+    [[nodiscard]] Result Acknowledge(const NodeLink &alarm, unsigned long occurrence,
+                                     const std::string &comment = {});
+    /// The same for many at once, in one step: a result for each, in their order. A refusal for
+    /// lack of rights is journalled once, with the number of alarms.
+    std::vector<Result> Acknowledge(const AlarmOccurrences &alarms,
+                                    const std::string &comment = {});
+    /// For commands that name no occurrence: acknowledges the present one if lists could show it at
+    /// `seenBy`, a time of Clock::Steady (that of the gesture). NotFound when it came later or is
+    /// hidden since it began.
+    [[nodiscard]] Result AcknowledgeSeen(const NodeLink &alarm, Timestamp seenBy,
+                                         const std::string &comment = {});
+    /// Whatever was announced until now.
     [[nodiscard]] Result Acknowledge(const NodeLink &alarm, const std::string &comment = {});
     /// Hides the alarm for `seconds` (1 to 86400); it comes back by itself.
     [[nodiscard]] Result Shelve(const NodeLink &alarm, int seconds);
@@ -69,6 +83,7 @@ private:
                                         const std::string &user, std::vector<BasicEvent> &)>;
 
     Result operate(const NodeLink &alarm, AuthPriv privilege, const Change &change);
+    void refuse(const NodeLink &alarm, const std::string &user, const std::string &what);
 
     bool m_isWindowEnabled = true;
     bool m_isAcknowledgeEnabled = true;

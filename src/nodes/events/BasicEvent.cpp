@@ -9,7 +9,8 @@ namespace {
 auto fields(const BasicEvent &e)
 {
     return std::tie(e.id, e.time, e.level, e.type, e.text, e.source, e.sourceNode, e.user,
-                    e.oldValue, e.newValue, e.alarmState, e.priority, e.occurrence);
+                    e.oldValue, e.newValue, e.alarmState, e.priority, e.occurrence, e.raised,
+                    e.acknowledged, e.returned);
 }
 
 } // namespace

@@ -25,7 +25,7 @@ enum class AlarmState {
 struct NODES_EXPORT BasicEvent
 {
     unsigned long id = 0; ///< journal row; 0 until stored
-    Timestamp time = 0;   ///< when it happened
+    Timestamp time = 0;   ///< when it happened; of a listed alarm: its last change of state
     EventLevel level = LevelInformation;
     EventType type = TypeMessage;
     std::string text;
@@ -37,6 +37,12 @@ struct NODES_EXPORT BasicEvent
     AlarmState alarmState = AlarmState::None;
     int priority = 0;             ///< of an alarm: 1 highest to 4 lowest, 0 for other events
     unsigned long occurrence = 0; ///< same number for all records of one occurrence of an alarm
+    /// When that occurrence was raised, acknowledged and returned to normal; 0: not yet. Each is
+    /// set once and kept, over a restart too. Entries read from the journal have none of them:
+    /// there each is the time of an entry of its own.
+    Timestamp raised = 0;
+    Timestamp acknowledged = 0;
+    Timestamp returned = 0;
 
     bool operator==(const BasicEvent &other) const;
     bool operator!=(const BasicEvent &other) const { return !(*this == other); }

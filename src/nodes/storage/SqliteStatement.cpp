@@ -59,6 +59,11 @@ Result SqliteStatement::Run()
     return m_result;
 }
 
+bool SqliteStatement::IsNull(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+
 std::int64_t SqliteStatement::Integer(int column) const
 {
     return sqlite3_column_int64(m_statement, column);

@@ -36,6 +36,8 @@ public:
     Result GetResult() const { return m_result; }
 
     std::int64_t Integer(int column) const;
+    /// True for SQL's NULL, which the other readers give as 0 and "".
+    bool IsNull(int column) const;
     /// Bytes of a text or blob.
     std::string Bytes(int column) const;
 

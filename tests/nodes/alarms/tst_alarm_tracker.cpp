@@ -59,7 +59,11 @@ struct Alarm
         tracker.Tick(now(), records);
         return tracker.GetState();
     }
-    void acknowledge() { (void)tracker.Acknowledge("anna", "", now(), records); }
+    Result acknowledge(unsigned long occurrence)
+    {
+        return tracker.Acknowledge(occurrence, "anna", "осмотр", now(), records);
+    }
+    void acknowledge() { (void)acknowledge(tracker.GetMemory().occurrence); }
     void shelve(int milliseconds) { tracker.Shelve(milliseconds * ms, "anna", now(), records); }
 
     ProjectFixture project;
@@ -191,8 +195,9 @@ private slots:
         Alarm alarm("alarmLimit", "type=H limit=80 priority=1");
         alarm.judge(90.5);
         alarm.pass(1);
-        QVERIFY(alarm.tracker.Acknowledge("anna", "осмотр", alarm.now(), alarm.records));
-        QVERIFY(!alarm.tracker.Acknowledge("anna", "", alarm.now(), alarm.records));
+        const unsigned long seen = alarm.records[0].occurrence;
+        QVERIFY(alarm.acknowledge(seen));
+        QVERIFY(alarm.acknowledge(seen) == Result::NotFound);
         alarm.judge(10.0);
         alarm.judge(90.5);
         const auto &r = alarm.records;
@@ -215,18 +220,77 @@ private slots:
         QVERIFY(r[1].occurrence == r[2].occurrence && r[3].occurrence > r[2].occurrence);
     }
 
+    // What was not seen is not acknowledged: another occurrence, or one that came too late.
+    void acknowledgesWhatWasSeen()
+    {
+        Alarm alarm("alarmLimit", "type=H limit=80");
+        const auto acknowledgeSeen = [&](Timestamp seenBy) {
+            return alarm.tracker.AcknowledgeSeen(seenBy, "anna", "", alarm.now(), alarm.records)
+                .GetType();
+        };
+        for (const double value : {90.0, 10.0, 90.0}) {
+            alarm.judge(value);
+            alarm.pass(1);
+        }
+        const unsigned long first = alarm.records[0].occurrence;
+        alarm.records.clear();
+        QCOMPARE(alarm.acknowledge(first).GetType(), Result::Refused);
+        QCOMPARE(acknowledgeSeen(alarm.time - 2 * ms), Result::NotFound);
+        QVERIFY(alarm.records.empty());
+        QCOMPARE(alarm.tracker.GetState(), AlarmState::ActiveUnacked);
+        QCOMPARE(acknowledgeSeen(alarm.time), Result::Success);
+        alarm.judge(10.0);
+        alarm.shelve(5);
+        alarm.judge(90.0);
+        QCOMPARE(acknowledgeSeen(alarm.time), Result::NotFound);
+        alarm.pass(5);
+        QCOMPARE(acknowledgeSeen(alarm.time - 1), Result::NotFound);
+        QCOMPARE(acknowledgeSeen(alarm.time), Result::Success);
+    }
+
+    // Neither a lost value nor a restart nor any operation moves the times of an occurrence.
+    void times()
+    {
+        Alarm alarm("alarmLimit", "type=H limit=80");
+        const auto shown = [&] {
+            const BasicEvent r = alarm.tracker.GetRecord();
+            return std::vector<Timestamp>{r.raised, r.acknowledged, r.returned};
+        };
+        alarm.judge(90.0);
+        const Timestamp raised = alarm.now().wall;
+        alarm.pass(1);
+        alarm.judge(withQuality(90.0, Quality::Bad));
+        QCOMPARE(alarm.tracker.GetRecord().time, raised);
+        alarm.pass(1);
+        alarm.acknowledge();
+        const Timestamp acknowledged = alarm.now().wall;
+        alarm.pass(1);
+        alarm.tracker.Restore(alarm.tracker.GetMemory(), alarm.now());
+        alarm.shelve(1);
+        QVERIFY((shown() == std::vector<Timestamp>{raised, acknowledged, 0}));
+        alarm.pass(1);
+        alarm.judge(10.0);
+        QVERIFY((shown() == std::vector<Timestamp>{raised, acknowledged, alarm.now().wall}));
+        alarm.pass(1);
+        alarm.judge(90.0);
+        QVERIFY((shown() == std::vector<Timestamp>{alarm.now().wall, 0, 0}));
+    }
+
     void lostValue()
     {
         Alarm alarm("alarmLimit", "type=H limit=80");
         alarm.judge(90.0);
+        const AlarmMemory before = alarm.tracker.GetMemory();
+        alarm.pass(1);
         alarm.records.clear();
-        for (const Quality lost : {Quality::Stale, Quality::Bad})
+        for (const Quality lost : {Quality::Stale, Quality::Bad}) {
             alarm.judge(withQuality(20.0, lost));
-        QCOMPARE(alarm.records.size(), std::size_t(1));
-        QVERIFY(QString::fromStdString(alarm.records[0].text).endsWith("(значение недостоверно)"));
-        QVERIFY(alarm.records[0].alarmState == AlarmState::ActiveUnacked);
+            const QString text = QString::fromStdString(alarm.tracker.GetRecord().text);
+            QVERIFY(text.endsWith("(значение недостоверно)"));
+        }
         alarm.judge(withQuality(91.0, Quality::Uncertain));
         QCOMPARE(alarm.tracker.GetRecord().text, std::string("Уровень: Тревога"));
+        QVERIFY(alarm.records.empty() && alarm.tracker.GetMemory() == before);
     }
 
     void qualityAlarm()
@@ -249,6 +313,7 @@ private slots:
         const Rows<int, AlarmState> row("pause", "state");
         row("still on the shelf", 900, AlarmState::Shelved);
         row("shelving ran out meanwhile", 5000, AlarmState::ActiveAcked);
+        row("the clock was set back", -100000000, AlarmState::Shelved);
     }
 
     void restore()
@@ -263,7 +328,7 @@ private slots:
         after.tracker.Restore(before.tracker.GetMemory(), after.now());
         after.judge(SignalValue());
         QTEST(after.pass(0), "state");
-        QCOMPARE(after.pass(100), AlarmState::ActiveAcked);
+        QCOMPARE(after.pass(pause < 0 ? 86400000 : 100), AlarmState::ActiveAcked);
         after.judge(10.0);
         after.judge(90.0);
         QVERIFY(after.records.back().occurrence > before.records.back().occurrence);

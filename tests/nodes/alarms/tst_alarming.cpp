@@ -3,6 +3,7 @@
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/storage/SqliteDatabase.h"
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
 
@@ -44,7 +45,11 @@ struct Station : CoreFixture
         }
     }
     Result logIn(const std::string &user) { return users->Authenticate(users->GetSubObject(user)); }
-    void publish(double value) { tank->GetCell()->Publish(value); }
+    void publish(SignalValue value, Quality good = Quality::Good)
+    {
+        value.SetQuality(good);
+        tank->GetCell()->Publish(value);
+    }
     std::vector<BasicEvent> events() const
     {
         const std::lock_guard lock(mutex);
@@ -120,9 +125,69 @@ private slots:
         QCOMPARE(heard[1].text, heard[0].text);
         QVERIFY(heard[1].alarmState == AlarmState::ActiveAcked);
         heard.erase(heard.begin() + 1);
+        for (BasicEvent &event : heard)
+            event.raised = event.acknowledged = event.returned = 0;
         QVERIFY(stored == heard);
         query.source = "Acknowledgement";
         QCOMPARE(station.journalled(query).size(), std::size_t(1));
+    }
+
+    void blinkingConnection()
+    {
+        Station station(*m_directory, false, 0);
+        station.publish(90);
+        QTRY_COMPARE(station.events().size(), std::size_t(1));
+        const BasicEvent raised = station.events().front();
+        for (const Quality quality : {Quality::Bad, Quality::Good}) {
+            ManualClock::Use().Advance(1000);
+            station.publish(90, quality);
+        }
+        QTRY_COMPARE(station.events().size(), std::size_t(3));
+        for (const BasicEvent &event : station.events())
+            QVERIFY(event.time == raised.time && event.raised == raised.time);
+        QVERIFY(station.events()[1].text != raised.text && station.events()[2].text == raised.text);
+        JournalQuery query;
+        query.source = station.high->GetPath();
+        QCOMPARE(station.journalled(query).size(), std::size_t(1));
+    }
+
+    void acknowledgesMany()
+    {
+        Station station(*m_directory, true, 0);
+        ConfigNode *second = station.add("alarmLimit", station.tank, nullptr, {{"limit", "70"}});
+        QVERIFY(station.core.Stop() && station.core.Start());
+        for (const double value : {90, 10, 90})
+            station.publish(value);
+        QTRY_COMPARE(station.events().size(), std::size_t(6));
+        const auto occurrence = [&](const ConfigNode *alarm, bool isLast) {
+            std::vector<unsigned long> numbers;
+            for (const BasicEvent &event : station.events()) {
+                if (event.sourceNode == NodeLink(alarm))
+                    numbers.push_back(event.occurrence);
+            }
+            return isLast ? numbers.back() : numbers.front();
+        };
+        const AlarmOccurrences batch{{second, occurrence(second, true)},
+                                     {station.high, occurrence(station.high, false)},
+                                     {station.tank, 1}};
+        const auto acknowledge = [&] {
+            std::vector<Result::ResultType> types;
+            for (const Result &result : station.alarming->Acknowledge(batch, "все"))
+                types.push_back(result.GetType());
+            return types;
+        };
+        QVERIFY(acknowledge() == std::vector(3, Result::AccessDenied));
+        QCOMPARE(station.journalledText("нет прав, тревог: 3").size(), std::size_t(1));
+        QVERIFY(station.logIn("acknowledge"));
+        QVERIFY((acknowledge() == std::vector<Result::ResultType>{Result::Success, Result::Refused,
+                                                                  Result::NotFound}));
+        QCOMPARE(station.highState(), AlarmState::ActiveUnacked);
+        QTRY_COMPARE(station.events().size(), std::size_t(7));
+        const auto stored = station.journalledText("Комментарий: все");
+        QCOMPARE(stored.size(), std::size_t(1));
+        QCOMPARE(stored[0].user, std::string("acknowledge"));
+        QVERIFY(station.core.Stop());
+        QVERIFY(acknowledge() == std::vector(3, Result::NotAvailable));
     }
 
     void rights_data()
@@ -187,25 +252,61 @@ private slots:
 
     void restart()
     {
-        unsigned long occurrence = 0;
+        BasicEvent before;
         {
             Station station(*m_directory);
             station.raise();
+            ManualClock::Use().Advance(1000);
             QVERIFY(station.alarming->Acknowledge(station.high));
             QVERIFY(station.alarming->Shelve(station.quality, 60));
-            QTRY_VERIFY(!station.events().empty());
-            occurrence = station.events().front().occurrence;
+            QTRY_COMPARE(station.events().size(), std::size_t(3));
+            before = station.events()[1];
         }
+        ManualClock::Use().Advance(1000);
         Station station(*m_directory);
         QCOMPARE(station.highState(), AlarmState::ActiveAcked);
         QTRY_VERIFY(station.events().size() >= 2);
+        for (const BasicEvent &event : station.events()) {
+            if (event.sourceNode == NodeLink(station.high))
+                QVERIFY(event.time == before.time && event.raised == before.raised &&
+                        event.acknowledged == before.time && event.returned == 0);
+        }
         QCOMPARE(station.alarming->GetActiveAlarms().size(), std::size_t(2));
         station.publish(10);
         QTRY_COMPARE(station.highState(), AlarmState::Normal);
         QTRY_COMPARE(station.events().back().type, TypeAlarmReturned);
-        QCOMPARE(station.events().back().occurrence, occurrence);
+        QCOMPARE(station.events().back().occurrence, before.occurrence);
+        QCOMPARE(station.events().back().raised, before.raised);
         ManualClock::Use().Advance(60 * ManualClock::second);
         QTRY_VERIFY(station.alarming->GetActiveAlarms().empty());
+    }
+
+    // Such a file knows no times but the last change, and the number tells when it was raised.
+    void stateFileOfEarlierVersion()
+    {
+        const Timestamp second = ManualClock::second;
+        const Timestamp raised = ManualClock::Use().Now() - 100 * second;
+        const Timestamp changed = raised + 40 * second;
+        Station station(*m_directory);
+        QVERIFY(station.core.Stop());
+        const std::string rows = " (" + idOf(station.high) + ", 1, 1, 0, 0, 0, " +
+                                 std::to_string(changed) + ", " + std::to_string(raised / 1000) +
+                                 "), (" + idOf(station.quality) + ", 0, 0, 0, 0, 0, " +
+                                 std::to_string(changed) + ", " + std::to_string(changed) + ")";
+        SqliteDatabase file;
+        QVERIFY(file.Open(m_directory->filePath("data/alarms.sqlite").toStdString(),
+                          SqliteDatabase::Mode::ReadWrite));
+        QVERIFY(file.Execute("DROP TABLE places; DROP TABLE occurrences"));
+        QVERIFY(file.Execute(("INSERT INTO alarms VALUES" + rows).c_str()));
+        file.Close();
+        QVERIFY(station.core.Start());
+        QTRY_COMPARE(station.events().size(), std::size_t(4)); // told, then marked: no value yet
+        for (const BasicEvent &event : station.events()) {
+            const bool isHigh = event.sourceNode == NodeLink(station.high);
+            QCOMPARE(event.raised, isHigh ? raised : changed);
+            QCOMPARE(event.acknowledged, isHigh ? changed : 0);
+            QCOMPARE(event.returned, isHigh ? 0 : changed);
+        }
     }
 
     void memoryOfMissingAlarm_data()
