@@ -47,6 +47,10 @@ KindInfo widgetEditBox::Kind()
                                                  "Спрашивать перед записью")
         .Property<&widgetEditBox::m_checksRights>(12149, "checkRights", "Check rights",
                                                   "Проверять права до ввода")
+        .Property<&widgetEditBox::m_editTimeout>(12155, "editTimeout",
+                                                 "Edit ends without input after, s; 0: never",
+                                                 "Ввод прекращается без нажатий через, с; 0: нет")
+        .Range(0, 3600)
         .Property<&widgetEditBox::m_fontSelector>(12150, "writeFont", "Font where writable",
                                                   "Шрифт при праве записи")
         .Choice(0, "same", "Тот же")

@@ -31,6 +31,8 @@ public:
     bool isConfirmed() const { return m_isConfirmed; }
     /// Editing starts only for users that may write.
     bool GetCheckRights() const { return m_checksRights; }
+    /// Seconds without input after which an edit is given up; 0: never.
+    int GetEditTimeout() const { return m_editTimeout; }
     double GetAngle() const { return m_angle; }
     /// 1: users that may write see the value in the second font.
     int GetFontSelector() const { return m_fontSelector; }
@@ -57,6 +59,7 @@ private:
     double m_step = 0;
     bool m_isConfirmed = false;
     bool m_checksRights = true;
+    int m_editTimeout = 60;
     double m_angle = 0;
     int m_fontSelector = 0;
     std::string m_writeFamily = "DejaVu Sans";

@@ -1,5 +1,6 @@
 #include "widgets/dialogs/VirtualKeyboard.h"
 
+#include "widgets/dialogs/CurrentValueLabel.h"
 #include "widgets/dialogs/VirtualKeyboardForm.h"
 
 #include <QPushButton>
@@ -69,6 +70,11 @@ void VirtualKeyboard::setEchoMode(QLineEdit::EchoMode mode)
 void VirtualKeyboard::setValidator(QValidator const *validator)
 {
     m_form->edValue->setValidator(validator);
+}
+
+void VirtualKeyboard::showCurrent(const QString &text)
+{
+    m_form->current->showValue(text);
 }
 
 void VirtualKeyboard::accept()

@@ -32,6 +32,9 @@ public:
     /// owned; null admits everything.
     void setValidator(QValidator const *validator);
 
+    /// Shows the value of now above the field, for who is asked for another one; "" hides it.
+    void showCurrent(const QString &text);
+
     void accept() override;
 
 signals:

@@ -1,5 +1,6 @@
 #include "widgets/dialogs/VirtualKeyboardForm.h"
 
+#include "widgets/dialogs/CurrentValueLabel.h"
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/KeyButton.h"
 
@@ -144,6 +145,8 @@ void VirtualKeyboardForm::setupUi(QDialog *dialog)
     verticalLayout = new QVBoxLayout(dialog);
     verticalLayout->setObjectName(QStringLiteral("verticalLayout"));
     verticalLayout->setSpacing(spacing);
+    current = new CurrentValueLabel(dialog);
+    verticalLayout->addWidget(current);
     for (int row = 0; row < int(std::size(rows)); ++row)
         addRow(dialog, row);
     takeControlKeys();

@@ -9,6 +9,8 @@ class QVBoxLayout;
 
 namespace Widgets {
 
+class CurrentValueLabel;
+
 /// Widgets of the on-screen keyboard, children of the dialog they are set up on and named after
 /// their keys.
 class VirtualKeyboardForm
@@ -23,6 +25,7 @@ public:
     /// Fonts and icons that suit keys of that width and height.
     void fitKeys(int width, int height);
 
+    CurrentValueLabel *current = nullptr;
     QLineEdit *edValue = nullptr;
     QPushButton *btn_backspace = nullptr;
     QPushButton *btn_caps = nullptr;

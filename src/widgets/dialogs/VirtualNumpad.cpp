@@ -1,5 +1,6 @@
 #include "widgets/dialogs/VirtualNumpad.h"
 
+#include "widgets/dialogs/CurrentValueLabel.h"
 #include "widgets/dialogs/VirtualNumpadForm.h"
 
 #include <QCoreApplication>
@@ -31,6 +32,7 @@ void VirtualNumpad::connectKeys()
     connect(m_form->keyCancel, &QPushButton::clicked, this, &VirtualNumpad::on_keyCancel_clicked);
     connect(m_form->lineEdit, &QLineEdit::returnPressed, this,
             &VirtualNumpad::on_lineEdit_returnPressed);
+    connect(m_form->lineEdit, &QLineEdit::inputRejected, this, &VirtualNumpad::inputRejected);
     connect(m_form->lineEdit, &QLineEdit::textChanged, this, &VirtualNumpad::updateEnter);
 }
 
@@ -63,6 +65,11 @@ void VirtualNumpad::setValidator(QValidator const *validator)
 {
     m_form->lineEdit->setValidator(validator);
     updateEnter();
+}
+
+void VirtualNumpad::showCurrent(const QString &text)
+{
+    m_form->current->showValue(text);
 }
 
 void VirtualNumpad::updateEnter()

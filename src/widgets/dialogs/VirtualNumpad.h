@@ -31,6 +31,12 @@ public:
     void setEchoMode(QLineEdit::EchoMode mode);
     /// Replaces the one that admits decimal numbers. Not owned; null admits everything.
     void setValidator(QValidator const *validator);
+    /// Shows the value of now above the field, for who is asked for another one; "" hides it.
+    void showCurrent(const QString &text);
+
+signals:
+    /// A key was refused by the validator.
+    void inputRejected();
 
 private slots:
     void keyPress();

@@ -1,5 +1,6 @@
 #include "widgets/dialogs/VirtualNumpadForm.h"
 
+#include "widgets/dialogs/CurrentValueLabel.h"
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/KeyButton.h"
 
@@ -43,6 +44,8 @@ void VirtualNumpadForm::setupUi(QDialog *dialog)
     verticalLayout = new QVBoxLayout(dialog);
     verticalLayout->setObjectName(QStringLiteral("verticalLayout"));
     verticalLayout->setSpacing(spacing);
+    current = new CurrentValueLabel(dialog);
+    verticalLayout->addWidget(current);
     verticalLayout->addWidget(lineEdit);
     gridLayout = new QGridLayout;
     gridLayout->setObjectName(QStringLiteral("gridLayout"));

@@ -11,6 +11,8 @@ class QVBoxLayout;
 
 namespace Widgets {
 
+class CurrentValueLabel;
+
 /// Widgets of the on-screen numpad, children of the dialog they are set up on.
 class VirtualNumpadForm
 {
@@ -18,6 +20,7 @@ public:
     void setupUi(QDialog *dialog);
     void retranslateUi();
 
+    CurrentValueLabel *current = nullptr;
     QLineEdit *lineEdit = nullptr;
     QPushButton *keyDot = nullptr;
     QPushButton *keyMinus = nullptr;

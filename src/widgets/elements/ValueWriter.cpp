@@ -38,12 +38,19 @@ bool ValueWriter::write(QWidget &element, Nodes::BasicWidget &node, const Nodes:
 
 bool ValueWriter::confirm(const QString &shownValue)
 {
-    PlainMessageBox box(QMessageBox::Question, QStringLiteral("Новое значение"),
-                        QStringLiteral("Установить значение %1 ?").arg(shownValue),
-                        QMessageBox::Ok | QMessageBox::Cancel);
-    box.button(QMessageBox::Ok)->setText(QStringLiteral("Установить"));
-    box.button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
-    return box.exec() == QMessageBox::Ok;
+    return question(shownValue)->exec() == QMessageBox::Ok;
+}
+
+std::unique_ptr<PlainMessageBox> ValueWriter::question(const QString &shownValue)
+{
+    auto box = std::make_unique<PlainMessageBox>(
+        QMessageBox::Question, QStringLiteral("Новое значение"),
+        QStringLiteral("Установить значение %1 ?").arg(shownValue),
+        QMessageBox::Ok | QMessageBox::Cancel);
+    box->button(QMessageBox::Ok)->setText(QStringLiteral("Установить"));
+    box->button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
+    box->setDefaultButton(QMessageBox::Cancel);
+    return box;
 }
 
 void ValueWriter::runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node)
@@ -58,7 +65,7 @@ void ValueWriter::report(const Nodes::Result &result)
         return;
     const QString text = result.GetCode() == codeNoRights
                              ? QStringLiteral("Недостаточно прав")
-                             : QString::fromStdString(result.ToString());
+                             : QString::fromStdString(result.GetResultTranslated());
     PlainMessageBox box(QMessageBox::Information, QStringLiteral("Внимание"), text);
     box.resize(200, 100);
     // The second letter is Latin; operators' scripts look for exactly this text.

@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include <functional>
+#include <memory>
 
 class QString;
 class QWidget;
@@ -14,6 +15,8 @@ class SignalValue;
 } // namespace Nodes
 
 namespace Widgets {
+
+class PlainMessageBox;
 
 /// How every element writes what the operator entered. The node checks rights, type and limits;
 /// after a success the element's after-write actions run, at run time; a refusal is told and the
@@ -29,6 +32,8 @@ public:
 
     /// Modal question before a write; true when the operator wants that value, as shown, written.
     static bool confirm(const QString &shownValue);
+    /// The same, for who runs it himself; Ok: write. A key pressed by reflex does not.
+    static std::unique_ptr<PlainMessageBox> question(const QString &shownValue);
     /// Runs the after-write actions of the element, at run time, on the display where it stands.
     static void runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node);
     /// Modal message of a refused write; nothing for success and for code 403.

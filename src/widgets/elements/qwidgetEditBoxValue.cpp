@@ -14,6 +14,12 @@ namespace {
 
 constexpr int anyDecimals = 1000; // what Qt itself takes for no rule
 
+// Without an exponent, which no field takes.
+QString numberText(double value)
+{
+    return QString::number(value, 'f', QLocale::FloatingPointShortest);
+}
+
 // Limits of the project may lie beyond what the type holds.
 int toInt(double number)
 {
@@ -47,6 +53,45 @@ Nodes::SignalValue qwidgetEditBox::convertValue(const QString &text, Nodes::enSi
         break;
     }
     return isOk ? value : Nodes::Result(Nodes::Result::WrongType, text.toStdString());
+}
+
+int qwidgetEditBox::typedDecimals() const
+{
+    if (m_editBox->GetValueType() != Nodes::enSignalValueType::Double)
+        return 0;
+    return m_editBox->GetUseLimits() ? qMax(1, m_editBox->GetStepDecimals()) : anyDecimals;
+}
+
+QString qwidgetEditBox::problemOf(const QString &text) const
+{
+    bool isNumber = false;
+    (void)text.toDouble(&isNumber);
+    if (!isNumber || !m_editBox->GetUseLimits())
+        return QStringLiteral("Ввод не закончен.");
+    return QStringLiteral("Допустимо от %1 до %2.")
+        .arg(numberText(m_editBox->GetMinimum()), numberText(m_editBox->GetMaximum()));
+}
+
+QString qwidgetEditBox::inputProblem() const
+{
+    if (!m_editBox || !m_isEditing || text().isEmpty() || isAcceptable(text()))
+        return {};
+    return problemOf(text()) + QStringLiteral(" Значение не будет записано.");
+}
+
+QString qwidgetEditBox::undoneReason(const QString &text) const
+{
+    bool isNumber = false;
+    (void)text.toDouble(&isNumber);
+    if (!m_editBox || !isNumber || m_editBox->GetValueType() == Nodes::enSignalValueType::Bool)
+        return {};
+    const int point = text.indexOf(QLatin1Char('.'));
+    const int decimals = typedDecimals();
+    if (point >= 0 && decimals == 0)
+        return QStringLiteral("Только целое число.");
+    if (point >= 0 && text.size() - point - 1 > decimals)
+        return QStringLiteral("Знаков после запятой не больше %1.").arg(decimals);
+    return problemOf(text);
 }
 
 bool qwidgetEditBox::isAcceptable(const QString &text) const
@@ -87,7 +132,7 @@ void qwidgetEditBox::applyValidator()
         break;
     case Nodes::enSignalValueType::Double:
         if (hasLimits)
-            number(minimum, maximum, qMax(1, m_editBox->GetStepDecimals()));
+            number(minimum, maximum, typedDecimals());
         else
             number(-qInf(), qInf(), anyDecimals);
         break;

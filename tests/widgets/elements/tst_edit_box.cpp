@@ -3,11 +3,17 @@
 #include "support/ShownElement.h"
 #include "support/WhenShown.h"
 
+#include "widgets/elements/InputNotice.h"
 #include "widgets/elements/qwidgetEditBox.h"
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/WindowBasic.h"
 
-#include <QGraphicsScene>
+#include "nodes/auth/systemAuthentication.h"
+
 #include <QGraphicsView>
+#include <QLabel>
 #include <QPushButton>
 
 using namespace Widgets;
@@ -58,6 +64,12 @@ public:
     }
 };
 
+QString notice()
+{
+    const QLabel *shown = InputNotice::current();
+    return shown ? shown->text() : QString();
+}
+
 } // namespace
 
 class TestEditBox : public QObject
@@ -93,22 +105,27 @@ private slots:
 
     void enterWrites_data()
     {
-        const Rows<unsigned, QString, QString, QString> row("id", "keys", "typed", "value");
-        row("comma", 20, "1,5", "1.5", "1.5");
-        row("negative beyond the limits", 20, "-1", "1", "1");
-        row("letters are undone", 20, "1x2", "12", "12");
-        row("beyond the range", 20, "150", "150", "");
-        row("not a number yet", 20, ".", ".", "");
-        row("nothing", 21, "", "7", "7");
-        row("int takes no point", 21, "1.2", "12", "12");
-        row("int beyond its own range", 21, "99", "99", "");
-        row("bool", 23, "1", "1", "true");
-        row("bool takes no 2", 23, "2", "0", "false");
-        row("ulong", 25, "300", "300", "300");
-        row("ulong takes no exponent", 25, "1e3", "13", "13");
-        row("no limits", 28, "150", "150", "150");
-        row("limits beyond an int", 29, "-2000000000", "-2000000000", "-2000000000");
-        row("text", 22, "Pump, 1", "Pump. 1", "Pump. 1");
+        const Rows<unsigned, QString, QString, QString, QString> row("id", "keys", "typed", "value",
+                                                                     "told");
+        const QString noMore = "Знаков после запятой не больше 2.";
+        const QString whole = "Только целое число.";
+        row("comma", 20, "1,5", "1.5", "1.5", "");
+        row("negative beyond the limits", 20, "-1", "1", "1", "");
+        row("letters are undone", 20, "1x2", "12", "12", "");
+        row("beyond the range", 20, "150", "150", "", "150 не записано. Допустимо от 0 до 100.");
+        row("surplus decimal", 20, "1.257", "1.25", "1.25", noMore);
+        row("not a number yet", 20, ".", ".", "", ". не записано. Ввод не закончен.");
+        row("nothing", 21, "", "7", "7", "");
+        row("int takes no point", 21, "1.2", "12", "12", whole);
+        row("int beyond its own range", 21, "99", "99", "",
+            "99 не записано. Допустимо от 0 до 20.");
+        row("bool", 23, "1", "1", "true", "");
+        row("bool takes no 2", 23, "2", "0", "false", "");
+        row("ulong", 25, "300", "300", "300", "");
+        row("ulong takes no exponent", 25, "1e3", "13", "13", "");
+        row("no limits", 28, "150", "150", "150", "");
+        row("limits beyond an int", 29, "-2000000000", "-2000000000", "-2000000000", "");
+        row("text", 22, "Pump, 1", "Pump. 1", "Pump. 1", "");
     }
 
     void enterWrites()
@@ -135,6 +152,7 @@ private slots:
         QCOMPARE(box->inputProblem().isEmpty(), !value.isEmpty());
         box.press(Qt::Key_Return);
         QVERIFY(box->text().isEmpty() && box->isReadOnly());
+        QTEST(notice(), "told");
         QCOMPARE(project.value(signal).ToString(),
                  value.isEmpty() ? untouched : value.toStdString());
         if (value.isEmpty())
@@ -146,17 +164,20 @@ private slots:
 
     void leaving_data()
     {
-        const Rows<Qt::FocusReason, QString, int> row("reason", "shown", "written");
-        row("press elsewhere", Qt::MouseFocusReason, "8.00", 0);
-        row("other window", Qt::ActiveWindowFocusReason, "8.00", 0);
-        row("hidden", Qt::NoFocusReason, "8.00", 0);
-        row("taken away", Qt::OtherFocusReason, "8.00", 0);
-        row("moved on by key", Qt::TabFocusReason, "9.00", 1);
+        const Rows<Qt::FocusReason, bool, int, QString> row("reason", "isEnded", "written", "told");
+        row("press elsewhere", Qt::MouseFocusReason, true, 0, "Нажатие вне поля.");
+        row("hidden", Qt::NoFocusReason, true, 0, "Поле скрыто.");
+        row("moved on by key", Qt::TabFocusReason, true, 1, "");
+        // Not the operator's doing: nothing is written, nothing is lost.
+        row("other window", Qt::ActiveWindowFocusReason, false, 0, "");
+        row("taken away", Qt::OtherFocusReason, false, 0, "");
     }
 
     void leaving()
     {
         QFETCH(Qt::FocusReason, reason);
+        QFETCH(bool, isEnded);
+        QFETCH(int, written);
         RuntimeProject project(screen);
         project.publish(10, 7.0);
         EditBox box(project, 20);
@@ -167,16 +188,148 @@ private slots:
         QTRY_COMPARE(values.size(), 1);
         project.record({10});
         QTest::keyClick(box.element, 'x'); // undone, back to what was typed
-        QCOMPARE(box->text(), "9");        // a value that comes leaves the typing alone
         QFocusEvent event(QEvent::FocusOut, reason);
         if (reason == Qt::NoFocusReason)
             box->hide();
         else
             QCoreApplication::sendEvent(box.element, &event);
-        QVERIFY(!box->isEditing());
-        QFETCH(QString, shown);
-        QTRY_COMPARE(box->shownText(), shown);
-        QTEST(project.recorded.size(), "written");
+        QCOMPARE(box->isEditing(), !isEnded);
+        QCOMPARE(box->text(), isEnded ? "" : "9");
+        QTRY_COMPARE(box->shownText(), written ? "9.00" : "8.00");
+        QCOMPARE(project.recorded.size(), written);
+        QFETCH(QString, told);
+        QCOMPARE(notice(), told.isEmpty() ? "" : "Ввод отменён, 9 не записано. " + told);
+    }
+
+    void theLiveValueStaysInSight_data()
+    {
+        const Rows<QSize, QString, bool> row("size", "align", "isBeside");
+        row("wide", {220, 40}, "right", true);
+        row("wide, left", {220, 40}, "left", true);
+        row("small", {70, 26}, "right", false);
+        row("tiny", {48, 20}, "center", false);
+    }
+
+    void theLiveValueStaysInSight()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, isBeside);
+        const RuntimeProject project(screen);
+        project.set(28, "width", QString::number(size.width()));
+        project.set(28, "height", QString::number(size.height()));
+        QFETCH(QString, align);
+        project.set(28, "align", align);
+        project.publish(18, 7.0);
+        const EditBox box(project, 28);
+        QVERIFY(box->liveValueRect().isEmpty());
+        box.begin();
+        box.type("9");
+        const QRect live = box->liveValueRect();
+        QVERIFY(!live.isEmpty() && box->rect().contains(live));
+        QCOMPARE(live.height() > size.height() / 2, isBeside);
+        const auto look = [&] { return box->grab(box->liveValueRect()).toImage(); };
+        QVector<QImage> looks{look()};
+        // What is typed is clear of it.
+        QVERIFY(!box->inputMethodQuery(Qt::ImCursorRectangle).toRect().intersects(live));
+        const auto shows = [&](double value, Quality quality) {
+            project.publish(18, value, quality);
+            QSignalSpy told(box.element, &qwidgetEditBox::shownTextChanged);
+            QVERIFY(told.wait());
+            QCOMPARE(box->text(), QString("9"));
+            QVERIFY(!looks.contains(look()));
+            looks << look();
+        };
+        shows(8.0, Quality::Good);
+        shows(8.0, Quality::Stale);
+        shows(8.0, Quality::Bad);
+        QCOMPARE(box->shownText(), QString("----"));
+        box.press(Qt::Key_Return);
+        QCOMPARE(project.value(18).ToDouble(), 9.0);
+    }
+
+    void anEditEndsByItself_data()
+    {
+        const Rows<unsigned, QByteArray, QString> row("id", "switchedOn", "told");
+        row("typing", 20, "", "Ввод отменён, 9 не записано. Время ввода вышло.");
+        row("question", 20, "confirm", "Ввод отменён. Время ввода вышло.");
+        row("keyboard", 20, "keyboardOnClick", "Ввод отменён. Время ввода вышло.");
+    }
+
+    void anEditEndsByItself()
+    {
+        QFETCH(QByteArray, switchedOn);
+        RuntimeProject project(screen);
+        project.set(20, "editTimeout", "1");
+        if (!switchedOn.isEmpty())
+            project.set(20, switchedOn, "true");
+        project.publish(10, 7.0);
+        project.record({10});
+        const EditBox box(project, 20);
+        box.begin();
+        if (switchedOn != "keyboardOnClick")
+            box.type("9");
+        if (switchedOn == "confirm")
+            box.press(Qt::Key_Return);
+        QTRY_VERIFY(!box->isEditing());
+        QCOMPARE(box->shownText(), QString("7.00"));
+        QTEST(notice(), "told");
+        QVERIFY(project.recorded.isEmpty());
+    }
+
+    void anEditBelongsToWhoBeganIt_data()
+    {
+        const Rows<QByteArray, QString> row("switchedOn", "told");
+        row("typing", "", "Ввод отменён, 9 не записано. Сменился пользователь.");
+        row("question", "confirm", "Ввод отменён. Сменился пользователь.");
+        row("keyboard", "keyboardOnClick", "Ввод отменён. Сменился пользователь.");
+    }
+
+    void anEditBelongsToWhoBeganIt()
+    {
+        QFETCH(QByteArray, switchedOn);
+        RuntimeProject project(QByteArray(R"(<authentication id="90" name="A" guestRole="91">
+<role id="91" name="all"><grant id="92" privileges="all"/></role>
+<user id="93" name="anna" roles="91" passwordless="true"/></authentication>
+<window id="94" name="W" width="400" height="300"><editBox id="95" name="E" signal="10" x="10" y="10"
+  width="160" height="40"/></window>)") +
+                               screen);
+        if (!switchedOn.isEmpty())
+            project.set(95, switchedOn, "true");
+        project.publish(10, 7.0);
+        auto *users = project.node<Nodes::systemAuthentication>(90);
+        QVERIFY(users->Authenticate(project.node(93)));
+        const auto *window =
+            qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(94)).widget);
+        const auto hosts = window->proxyScene()->getLayers().first()->getWidgets();
+        auto *box = qobject_cast<qwidgetEditBox *>(hosts.first()->widget());
+        const WhenShown<QDialog> leaver([&](QDialog &) { users->Logout(); });
+        project.record({10});
+        QTest::mouseClick(box, Qt::LeftButton, {}, {5, 5});
+        if (switchedOn != "keyboardOnClick") {
+            box->selectAll();
+            QTest::keyClicks(box, "9");
+        }
+        if (switchedOn == "confirm")
+            QTest::keyClick(box, Qt::Key_Return);
+        else
+            users->Logout();
+        QTRY_VERIFY(!box->isEditing());
+        QTEST(notice(), "told");
+        QVERIFY(project.recorded.isEmpty());
+    }
+
+    void aQuestionIsNotAnsweredByReflex()
+    {
+        const RuntimeProject project(screen);
+        project.set(20, "confirm", "true");
+        project.publish(10, 7.0);
+        const EditBox box(project, 20);
+        const WhenShown<QMessageBox> typist(
+            [](QMessageBox &question) { QTest::keyClick(&question, Qt::Key_Return); });
+        box.begin();
+        box.type("9");
+        box.press(Qt::Key_Return);
+        QCOMPARE(project.value(10).ToDouble(), 7.0);
     }
 
     void escapeWritesTheValueBefore()
@@ -191,11 +344,15 @@ private slots:
         QCOMPARE(project.recorded.size(), 1);
         QCOMPARE(project.value(10).ToDouble(), 7.123456); // not the rounded text
         QVERIFY(!box->isEditing());
+        box.begin();
+        box.press(Qt::Key_Return); // as offered
+        QCOMPARE(project.recorded.size(), 2);
+        QCOMPARE(project.value(10).ToDouble(), 7.123456);
         project.publish(10, 7.0, Quality::Bad);
         QTRY_COMPARE(box->shownText(), QString("----"));
         box.begin();
         box.press(Qt::Key_Escape);
-        QCOMPARE(project.recorded.size(), 2); // nothing was known, nothing is written
+        QCOMPARE(project.recorded.size(), 3); // nothing was known, nothing is written
     }
 
     void messages_data()
@@ -206,8 +363,7 @@ private slots:
         const QString question = "Новое значение: Установить значение 9.5 ?";
         row("no right", 20, "checkRights", users, QMessageBox::Ok, "", 7);
         row("right asked late", 20, "", users, QMessageBox::Ok, "Внимание: Недостаточно прав", 7);
-        row("read only", 24, "", "", QMessageBox::Ok, "Внимание: read only (405), node 14: Fixed",
-            7);
+        row("read only", 24, "", "", QMessageBox::Ok, "Внимание: Только для чтения", 7);
         row("confirmed", 20, "confirm", "", QMessageBox::Ok, question, 9.5);
         row("not confirmed", 20, "confirm", "", QMessageBox::Cancel, question, 7);
     }
@@ -236,7 +392,8 @@ private slots:
         box.type("9.5");
         box.press(Qt::Key_Return);
         QCOMPARE(boxes.shown.join('\n'), message);
-        QCOMPARE(behind, switchedOn == "confirm" ? "9.5" : ""); // what was refused shows no more
+        if (!message.isEmpty())
+            QCOMPARE(behind.toDouble(), 7.0); // not what was typed: it is not written
         QTEST(project.value(signal).ToDouble(), "value");
         QTRY_COMPARE(box->shownText().toDouble(), project.value(signal).ToDouble());
     }
