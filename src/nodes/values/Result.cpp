@@ -40,6 +40,19 @@ constexpr std::array texts{
     ResultText{Result::ReadOnly, 405, "read only", "Только для чтения"},
 };
 
+// Outcomes that their code tells more exactly than their type.
+struct CodeText
+{
+    int code;
+    const char *russian;
+};
+
+constexpr std::array codeTexts{
+    CodeText{1317, "Пользователь не найден"},
+    CodeText{1318, "Неверный пароль"},
+    CodeText{1320, "Недостаточно прав"},
+};
+
 const ResultText &textOf(Result::ResultType type)
 {
     for (const ResultText &text : texts) {
@@ -95,6 +108,10 @@ std::string Result::ToString() const
 
 std::string Result::GetResultTranslated() const
 {
+    for (const CodeText &text : codeTexts) {
+        if (!IsSuccess() && text.code == m_extraCode)
+            return text.russian;
+    }
     return textOf(m_type).russian;
 }
 

@@ -4,6 +4,7 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/actionExecuteScript.h"
+#include "nodes/values/OperatorText.h"
 
 #include <utility>
 
@@ -47,7 +48,7 @@ void RunningScripts::run(const Nodes::actionExecuteScript &node)
     if (started || m_refused.contains(owner))
         return;
     m_refused.insert(owner);
-    journal.write(Nodes::LevelWarning, "Сценарий не запущен: " + started.ToString());
+    journal.write(Nodes::LevelWarning, "Сценарий не запущен: " + Nodes::OperatorText(started));
 }
 
 void RunningScripts::finish(unsigned long owner, const Nodes::Result &result)
@@ -59,7 +60,8 @@ void RunningScripts::finish(unsigned long owner, const Nodes::Result &result)
     m_running.erase(running);
     m_refused.remove(owner);
     journal.write(result ? Nodes::LevelAction : Nodes::LevelWarning,
-                  result ? "Сценарий выполнен" : "Сценарий прерван: " + result.ToString());
+                  result ? "Сценарий выполнен"
+                         : "Сценарий прерван: " + Nodes::OperatorText(result));
     if (result == Nodes::Result::AccessDenied)
         ShowAccessDenied();
 }

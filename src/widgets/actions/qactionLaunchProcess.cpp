@@ -4,6 +4,8 @@
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowManager.h"
 
+#include "nodes/values/OperatorText.h"
+
 namespace Widgets {
 
 void qactionLaunchProcess::Execute()
@@ -17,7 +19,7 @@ void qactionLaunchProcess::Execute()
     if (result)
         result = LaunchedProcesses::of(*g_pWindowManager).launch(command, journal);
     if (!result && result != Nodes::Result::AccessDenied) // that one the model has journalled
-        journal.write(Nodes::LevelWarning, "Программа не запущена: " + result.ToString());
+        journal.write(Nodes::LevelWarning, "Программа не запущена: " + Nodes::OperatorText(result));
     ShowActionResult(result, node->GetName());
 }
 

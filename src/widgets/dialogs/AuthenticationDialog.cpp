@@ -1,6 +1,7 @@
 #include "widgets/dialogs/AuthenticationDialog.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/Screens.h"
@@ -52,6 +53,7 @@ AuthenticationDialog::AuthenticationDialog(QWidget *parent) : QDialog(parent)
     connect(m_users, &QComboBox::currentTextChanged, this, &AuthenticationDialog::updateOk);
     connect(m_password, &QLineEdit::textChanged, this, &AuthenticationDialog::updateOk);
     connect(m_numpadButton, &QPushButton::clicked, this, &AuthenticationDialog::openNumpad);
+    connect(m_keyboardButton, &QPushButton::clicked, this, &AuthenticationDialog::openKeyboard);
     connect(m_okButton, &QPushButton::clicked, this, &AuthenticationDialog::logIn);
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
     m_password->setFocus();
@@ -68,8 +70,13 @@ void AuthenticationDialog::build()
     m_numpadButton = named(new QPushButton(this), "btnKeyboard");
     m_numpadButton->setIcon(QIcon(QStringLiteral(":/icons/dialogs/keyboard.svg")));
     m_numpadButton->setIconSize({28, 28});
-    m_numpadButton->setFixedSize(touchSize, touchSize);
-    m_numpadButton->setAutoDefault(false);
+    m_numpadButton->setToolTip(tr("Цифры"));
+    m_keyboardButton = named(new QPushButton(tr("Абв"), this), "btnTextKeyboard");
+    m_keyboardButton->setToolTip(tr("Буквы и цифры"));
+    for (QPushButton *button : {m_numpadButton, m_keyboardButton}) {
+        button->setFixedSize(touchSize, touchSize);
+        button->setAutoDefault(false);
+    }
     m_outcome = named(new QLabel(this), "lblResult");
     m_outcome->setTextFormat(Qt::PlainText);
     m_outcome->setWordWrap(true);
@@ -98,10 +105,11 @@ void AuthenticationDialog::arrange(QLabel *image, QLabel *userCaption, QLabel *p
     grid->setVerticalSpacing(2);
     grid->addWidget(image, 0, 0, 2, 1, Qt::AlignCenter);
     grid->addWidget(userCaption, 0, 1);
-    grid->addWidget(m_users, 0, 2, 1, 2);
+    grid->addWidget(m_users, 0, 2, 1, 3);
     grid->addWidget(passwordCaption, 1, 1);
     grid->addWidget(m_password, 1, 2);
     grid->addWidget(m_numpadButton, 1, 3);
+    grid->addWidget(m_keyboardButton, 1, 4);
     grid->setColumnStretch(2, 1);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -163,7 +171,7 @@ QString AuthenticationDialog::messageFor(const Nodes::Result &result) const
         const auto *users = m_node->GetCore()->GetSystemAuthentication();
         return tr("Ошибка: много попыток, ждите %1 с").arg(users->GetPause(selectedUser()));
     }
-    return tr("Ошибка: %1").arg(QString::fromStdString(result.ToString()));
+    return tr("Ошибка: %1").arg(QString::fromStdString(result.GetResultTranslated()));
 }
 
 // Ignores being pressed again while it shows the outcome: each press would count as an attempt.
@@ -191,15 +199,28 @@ void AuthenticationDialog::logIn()
     m_isBusy = result.IsSuccess();
 }
 
-void AuthenticationDialog::openNumpad()
+template <class Keyboard> void AuthenticationDialog::enterOn(QString (*textOf)(Keyboard &))
 {
     const QPointer<AuthenticationDialog> self = this;
     auto *frame = new Widgets::FrameWindow(this);
-    const QPointer<Widgets::VirtualNumpad> numpad = new Widgets::VirtualNumpad(frame);
-    numpad->setEchoMode(QLineEdit::Password);
-    frame->setDialog(numpad);
+    const QPointer<Keyboard> keyboard = new Keyboard(frame);
+    keyboard->setEchoMode(QLineEdit::Password);
+    // Digits and letters alike: a number would lose leading zeros and whatever is beyond a double.
+    keyboard->setValidator(nullptr);
+    frame->setDialog(keyboard);
     Widgets::WindowPlacement::centre(*frame, Widgets::ScreenNumber(this));
     const int result = frame->exec();
-    if (self && numpad && result != 0)
-        m_password->setText(QString::number(numpad->getValue(), 'g', 6));
+    if (self && keyboard && result != 0)
+        m_password->setText(textOf(*keyboard));
+}
+
+void AuthenticationDialog::openNumpad()
+{
+    enterOn<Widgets::VirtualNumpad>([](Widgets::VirtualNumpad &pad) { return pad.text(); });
+}
+
+void AuthenticationDialog::openKeyboard()
+{
+    enterOn<Widgets::VirtualKeyboard>(
+        [](Widgets::VirtualKeyboard &keyboard) { return keyboard.getData(); });
 }

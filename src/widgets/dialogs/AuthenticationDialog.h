@@ -38,12 +38,16 @@ private:
     Nodes::Result authenticate();
     QString messageFor(const Nodes::Result &result) const;
     void openNumpad();
+    void openKeyboard();
+    /// Runs an on-screen keyboard and takes its text as the password.
+    template <class Keyboard> void enterOn(QString (*textOf)(Keyboard &));
 
     Nodes::BasicNode *m_node = nullptr;
     bool m_isBusy = false;
     QComboBox *m_users = nullptr;
     QLineEdit *m_password = nullptr;
     QPushButton *m_numpadButton = nullptr;
+    QPushButton *m_keyboardButton = nullptr;
     QLabel *m_outcome = nullptr;
     QPushButton *m_okButton = nullptr;
     QPushButton *m_cancelButton = nullptr;

@@ -1,5 +1,6 @@
 #include "nodes/values/NColor.h"
 #include "nodes/values/NumberText.h"
+#include "nodes/values/OperatorText.h"
 #include "nodes/values/SignalValue.h"
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
@@ -18,6 +19,24 @@ class TestSignalValue : public QObject
 {
     Q_OBJECT
 private slots:
+    void everyResultHasARussianText()
+    {
+        QStringList texts;
+        for (int type = Result::Success; type <= Result::ReadOnly; ++type) {
+            const Result result(Result::ResultType(type), "technical");
+            texts << QString::fromStdString(result.GetResultTranslated());
+            QVERIFY2(!texts.last().contains(QRegularExpression("[A-Za-z0-9]")),
+                     qPrintable(texts.last()));
+            QCOMPARE(QString::fromStdString(OperatorText(result)), texts.last() + " (technical)");
+        }
+        for (const int code : {1317, 1318})
+            texts << QString::fromStdString(
+                Result(nullptr, Result::AuthenticationFailed, code).GetResultTranslated());
+        QCOMPARE(texts.removeDuplicates(), 0);
+        QCOMPARE(Result(nullptr, Result::Failed, 1320).GetResultTranslated(),
+                 Result(Result::AccessDenied).GetResultTranslated());
+    }
+
     void errorsNeverReadAsNumbers()
     {
         for (const SignalValue &value : {SignalValue(), SignalValue(Result(Result::Timeout))}) {

@@ -100,7 +100,7 @@ private slots:
         row("script", 70, "script: Готово", "");
         row("script ends", 70, "script: Сценарий выполнен", "");
         row("script's write", 70, "N: Запись значения", "");
-        row("endless script", 71, "endless: Сценарий прерван: limit exceeded", "");
+        row("endless script", 71, "endless: Сценарий прерван: Превышено ограничение", "");
     }
 
     void journals()
@@ -195,7 +195,8 @@ private slots:
         Station station;
         station.project.manager->PushActions(Nodes::NodeLinks(99, Nodes::NodeLink(71)));
         station.project.run(71); // the GUI thread has worked all of them off
-        QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled("Сценарий прерван: limit") >= 1, 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(station.project.journalled("Сценарий прерван: Превышено") >= 1,
+                                 20000);
         const int runs = station.project.journalled("Сценарий прерван");
         QVERIFY2(station.project.journalled("Сценарий не запущен") <= runs + 1,
                  "told more than once a run");

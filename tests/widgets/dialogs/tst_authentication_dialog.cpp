@@ -68,7 +68,8 @@ private slots:
     void withoutUsersNobodyLogsIn();
     void tellsTheOutcome_data();
     void tellsTheOutcome();
-    void numpadGivesSixDigits();
+    void keyboardsGiveWhatWasTyped_data();
+    void keyboardsGiveWhatWasTyped();
     void closeButtonRejects();
     void actions();
     void logsOutWhenIdle_data();
@@ -118,20 +119,28 @@ void AuthenticationDialogTest::tellsTheOutcome()
     QCOMPARE(colour.green() > colour.red(), isAccepted);
 }
 
-void AuthenticationDialogTest::numpadGivesSixDigits()
+void AuthenticationDialogTest::keyboardsGiveWhatWasTyped_data()
 {
+    const Rows<QString, QString, QString> row("button", "keys", "password");
+    row("numpad", "btnKeyboard", "key0 key1 key2 key3 key4 key5 key6 key7 key8 keyEnter",
+        "012345678");
+    row("text", "btnTextKeyboard", "btn_lang btn_lshift btn_f btn_x btn_7 btn_enter", "Ач7");
+}
+
+void AuthenticationDialogTest::keyboardsGiveWhatWasTyped()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, keys);
     const Rig rig;
-    const WhenShown<Widgets::FrameWindow> typist([](Widgets::FrameWindow &frame) {
-        auto *numpad = frame.findChild<Widgets::VirtualNumpad *>();
-        QCOMPARE(numpad->findChild<QLineEdit *>()->echoMode(), QLineEdit::Password);
-        for (const char *key : {"1", "2", "3", "4", "5", "6", "7", "Enter"}) {
-            QTest::mouseClick(numpad->findChild<QPushButton *>(QString("key") + key),
-                              Qt::LeftButton);
+    const WhenShown<Widgets::FrameWindow> typist([&keys](Widgets::FrameWindow &frame) {
+        QCOMPARE(frame.findChild<QLineEdit *>()->echoMode(), QLineEdit::Password);
+        for (const QString &key : keys.split(' ')) {
+            QTest::mouseClick(frame.findChild<QPushButton *>(key), Qt::LeftButton);
             QCoreApplication::processEvents();
         }
     });
-    QTest::mouseClick(rig.part<QPushButton>("btnKeyboard"), Qt::LeftButton);
-    QCOMPARE(rig.part<QLineEdit>("lineEdit")->text(), QString("1.23457e+06"));
+    QTest::mouseClick(rig.part<QPushButton>(button.toLatin1()), Qt::LeftButton);
+    QTEST(rig.part<QLineEdit>("lineEdit")->text(), "password");
 }
 
 void AuthenticationDialogTest::closeButtonRejects()

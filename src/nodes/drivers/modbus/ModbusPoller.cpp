@@ -1,6 +1,7 @@
 #include "nodes/drivers/modbus/ModbusPoller.h"
 
 #include "nodes/values/Clock.h"
+#include "nodes/values/OperatorText.h"
 
 #include <algorithm>
 #include <chrono>
@@ -225,7 +226,7 @@ void ModbusPoller::silence(Group &group, const Result &reason)
     group.schedule.Restart(steadyNow() + group.backoff.Next() * msToUs);
     if (isNew)
         m_listener.journal(LevelWarning,
-                           "Группа не отвечает, устройство на связи: " + reason.ToString(),
+                           "Группа не отвечает, устройство на связи: " + OperatorText(reason),
                            group.config.path);
 }
 
@@ -268,7 +269,7 @@ void ModbusPoller::lose(const Result &reason)
         for (const PolledPoint &point : group.config.points)
             point.sink.Lose(reason);
     }
-    m_listener.journal(LevelWarning, "Нет связи с устройством: " + reason.ToString(), "");
+    m_listener.journal(LevelWarning, "Нет связи с устройством: " + OperatorText(reason), "");
     journalUnsent(unsent, "нет связи");
     m_listener.linkChanged(false);
 }
@@ -315,7 +316,8 @@ void ModbusPoller::send(const QueuedWrite &write)
     const Result written = m_connection.Write(group.config.table, write.address, write.words,
                                               group.config.writesMultiple, m_settings.timeout);
     if (!written)
-        m_listener.journal(LevelWarning, "Запись не выполнена: " + written.ToString(), write.path);
+        m_listener.journal(LevelWarning, "Запись не выполнена: " + OperatorText(written),
+                           write.path);
     if (!written && written != Result::DeviceError)
         m_connection.Close();
     markSent();
