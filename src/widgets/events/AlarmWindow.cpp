@@ -3,11 +3,12 @@
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
+#include "widgets/windows/DesktopOrder.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/alarms/systemAlarming.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QScreen>
 
 namespace Widgets {
@@ -32,8 +33,9 @@ AlarmWindow::AlarmWindow(QWidget *parent)
       m_dialog(new AlarmDialog)
 {
     setAttribute(Qt::WA_DeleteOnClose, false);
-    setWindowFlag(Qt::WindowStaysOnTopHint);
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setWindowModality(Qt::NonModal);
+    setDimmable(false);
     setWidget(m_dialog);
     setWindowTitle(QStringLiteral("Тревоги"), true);
     setGeometry(QRect(firstPlace, QSize(width(), firstHeight)));
@@ -56,10 +58,15 @@ void AlarmWindow::ReceiveAlarm(const Nodes::BasicEvent &event)
 void AlarmWindow::open()
 {
     m_dialog->manager().refresh();
-    bringUp();
+    comeUp(true);
 }
 
 void AlarmWindow::bringUp()
+{
+    comeUp(false);
+}
+
+void AlarmWindow::comeUp(bool takesFocus)
 {
     const Nodes::systemAlarming *alarming =
         g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
@@ -67,18 +74,20 @@ void AlarmWindow::bringUp()
         return;
     m_dialog->soundOn();
     setWindowModality(Qt::NonModal);
+    setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     if (isHidden()) {
         (void)load();
         keepOnScreen();
         show();
-        return;
-    }
-    if (isMinimized())
+    } else if (isMinimized()) {
         showNormal();
-    raise();
-    // Whoever types into a modal dialog goes on typing there.
-    if (!QApplication::activeModalWidget())
+    }
+    if (takesFocus) {
+        raise();
         activateWindow();
+    } else {
+        DesktopOrder::raiseQuietly(*this);
+    }
 }
 
 // Nothing is kept of a panel's size before the first time.

@@ -29,16 +29,18 @@ public:
     void ReceiveAlarm(const Nodes::BasicEvent &event);
     /// An alarm came and the window is about to follow.
     bool isComingUp() const { return m_comingUp.isActive(); }
-    /// For an operator who asks for the list: brings it up to date and then up.
+    /// For an operator who asks for the list: brings it up to date, then up, and gives it the
+    /// focus.
     void open();
-    /// Switches the sound on and shows the window, or raises and activates it. Nothing unless the
-    /// alarm subsystem has its alarm window switched on.
+    /// Switches the sound on and shows or raises the window. The focus stays where the operator
+    /// works. Nothing unless the alarm subsystem has its alarm window switched on.
     void bringUp();
 
 protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    void comeUp(bool takesFocus);
     void keepOnScreen();
 
     AlarmDialog *m_dialog;

@@ -95,6 +95,13 @@ void FrameWidget::takeMapping(const FrameMapping &mapping, const QPoint &corner)
     }
 }
 
+FrameWidget *FrameWidget::inside(const QWidget &window)
+{
+    const auto *decorated = qobject_cast<const FrameWindow *>(&window);
+    const QWidget *frame = decorated ? decorated->widget() : &window;
+    return const_cast<FrameWidget *>(qobject_cast<const FrameWidget *>(frame));
+}
+
 void FrameWidget::updateOverlay()
 {
     if (isWindow()) {

@@ -25,6 +25,10 @@ class WIDGETS_EXPORT FrameWidget : public QWidget
 public:
     explicit FrameWidget(QWidget *parent = nullptr);
 
+    /// The frame that `window` is, or that stands in it when it is decorated; null when it is
+    /// another window.
+    static FrameWidget *inside(const QWidget &window);
+
     /// Not owned; must outlive the widget.
     void setNode(Nodes::BasicFrame *node) { m_node = node; }
     Nodes::BasicFrame *getNode() const { return m_node; }

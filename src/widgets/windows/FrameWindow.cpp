@@ -35,7 +35,8 @@ bool isRuntime()
 } // namespace
 
 FrameWindow::FrameWindow(QWidget *parent)
-    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint), m_frame(new Frame(this))
+    : QWidget(parent, (parent ? Qt::Dialog : Qt::Window) | Qt::FramelessWindowHint),
+      m_frame(new Frame(this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setMouseTracking(true);
@@ -49,8 +50,8 @@ FrameWindow::FrameWindow(WindowBasic *window, QWidget *parent) : FrameWindow(par
 {
     if (!window)
         return;
-    if (QWidget *owner = window->parentWidget())
-        setParent(owner, windowFlags());
+    QWidget *owner = window->parentWidget();
+    setParent(owner ? owner : parent, Qt::Dialog | Qt::FramelessWindowHint);
     setWindowModality(window->getModality());
     const QPoint client = window->mapToGlobal(QPoint(0, 0));
     const QSize size = window->size();
@@ -138,6 +139,7 @@ void FrameWindow::setDialog(QDialog *dialog)
 {
     setWidget(dialog);
     m_dialog = dialog;
+    overrideWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     if (dialog)
         connect(dialog, &QDialog::finished, this, &QWidget::close);
 }
@@ -185,7 +187,8 @@ int FrameWindow::exec()
 
 void FrameWindow::updateOverlay()
 {
-    m_overlay = OverlayWidget::renew(*this, m_overlay);
+    if (m_isDimmable)
+        m_overlay = OverlayWidget::renew(*this, m_overlay);
 }
 
 QSize FrameWindow::sizeHint() const

@@ -61,6 +61,8 @@ public:
     /// Runs the hosted dialog modally and closes this window; its result, 0 without a dialog.
     int exec();
 
+    /// False for a window that stays usable whatever else is up.
+    void setDimmable(bool isDimmable) { m_isDimmable = isDimmable; }
     /// Dims or undims to match the overlay windows; called on each of their changes at run time.
     void updateOverlay();
     /// Null while not dimmed.
@@ -87,6 +89,7 @@ private:
     void placeParts();
     void takeHostedTitle(const QString &title);
 
+    bool m_isDimmable = true;
     QString m_ownTitle;
     Frame *m_frame = nullptr;
     QPointer<QWidget> m_widget;

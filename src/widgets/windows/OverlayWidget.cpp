@@ -24,8 +24,7 @@ OverlayWidget *OverlayWidget::renew(QWidget &window, OverlayWidget *previous)
 {
     delete previous;
     const OverlayWindows &windows = OverlayWindows::instance();
-    const QWidget *modal = windows.currentModal();
-    if (!modal || modal == &window)
+    if (!windows.isBlocked(window))
         return nullptr;
     auto *overlay = new OverlayWidget(&window);
     overlay->setColor(windows.overlayColor());

@@ -19,8 +19,8 @@ public:
     QColor color() const { return m_color; }
     void setColor(const QColor &color);
 
-    /// Overlay that `window` needs now: a new one while a modal window other than `window` is up,
-    /// else null. `previous` (may be null) is deleted.
+    /// Overlay that `window` needs now: a new one while a modal window blocks it, else null.
+    /// `previous` (may be null) is deleted.
     [[nodiscard]] static OverlayWidget *renew(QWidget &window, OverlayWidget *previous);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -8,6 +8,18 @@
 
 namespace Widgets {
 
+namespace {
+
+bool owns(const QWidget &owner, const QWidget &modal)
+{
+    const QWidget *parent = modal.parentWidget();
+    while (parent && parent->window() != &owner)
+        parent = parent->window()->parentWidget();
+    return parent;
+}
+
+} // namespace
+
 OverlayWindows::OverlayWindows(QObject *parent) : QObject(parent) {}
 
 OverlayWindows &OverlayWindows::instance()
@@ -37,6 +49,17 @@ void OverlayWindows::remove(QWidget *window)
 QWidget *OverlayWindows::currentModal() const
 {
     return m_windows.isEmpty() ? nullptr : m_windows.last();
+}
+
+bool OverlayWindows::isBlocked(const QWidget &window) const
+{
+    for (auto modal = m_windows.rbegin(); modal != m_windows.rend(); ++modal) {
+        if (*modal == &window)
+            return false;
+        if ((*modal)->windowModality() != Qt::WindowModal || owns(window, **modal))
+            return true;
+    }
+    return false;
 }
 
 QColor OverlayWindows::overlayColor() const

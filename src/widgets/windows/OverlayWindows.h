@@ -25,6 +25,9 @@ public:
     void remove(QWidget *window);
     /// The modal window that came up last; null when none is up.
     QWidget *currentModal() const;
+    /// Whether a modal window lies over `window`: any for the whole application, one for its own
+    /// window only when `window` is that or an owner of it. Nothing lies over the newest itself.
+    bool isBlocked(const QWidget &window) const;
     /// As configured in the visualisation subsystem; without one, black with alpha 128.
     QColor overlayColor() const;
 

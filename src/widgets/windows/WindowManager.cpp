@@ -4,6 +4,7 @@
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/qactionAlarm.h"
 #include "widgets/events/AlarmWindow.h"
+#include "widgets/windows/DesktopOrder.h"
 #include "widgets/windows/FrameDisplays.h"
 #include "widgets/windows/IdleLogout.h"
 #include "widgets/windows/WindowManagerWorkerThread.h"
@@ -56,6 +57,7 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
         emit actionsFreed();
     });
     connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
+    new DesktopOrder(this);
     subscribeAlarms();
     subscribeTimers();
     watchUsers();

@@ -13,6 +13,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <limits>
 
 namespace Widgets {
 
@@ -108,6 +109,25 @@ void WindowPlacement::centre(QWidget &outermost, int display)
     QRect area(QPoint(), outermost.size());
     area.moveCenter((screen ? screen : QGuiApplication::primaryScreen())->geometry().center());
     outermost.move(area.topLeft());
+}
+
+QPoint WindowPlacement::clearOf(const QRect &window, const QRect &other, const QRect &screen)
+{
+    QPoint best = window.topLeft();
+    if (!window.intersects(other))
+        return best;
+    int shortest = std::numeric_limits<int>::max();
+    for (const QPoint &place :
+         {QPoint(window.x(), other.top() - window.height()), QPoint(window.x(), other.bottom() + 1),
+          QPoint(other.left() - window.width(), window.y()),
+          QPoint(other.right() + 1, window.y())}) {
+        const int distance = (place - window.topLeft()).manhattanLength();
+        if (distance < shortest && screen.contains(QRect(place, window.size()))) {
+            shortest = distance;
+            best = place;
+        }
+    }
+    return best;
 }
 
 void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect &to)

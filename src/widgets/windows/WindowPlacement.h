@@ -39,6 +39,9 @@ public:
     /// Puts a window, decoration included, in the middle of a 0-based display; of the primary one
     /// when there is no such display.
     static void centre(QWidget &outermost, int display);
+    /// Nearest place for `window` within `screen` where it does not lie on `other`; where it is
+    /// when there is no room.
+    static QPoint clearOf(const QRect &window, const QRect &other, const QRect &screen);
     /// Follows the geometry of the window's node, which was `from` and is now `to`. Inside a frame
     /// that is a change of place and size; the node's place itself counts from the screen.
     static void follow(WindowBasic &window, const QRect &from, const QRect &to);

@@ -17,6 +17,7 @@ private slots:
     void cleanup();
     void dimsAllButTheModal();
     void followsNestedModals();
+    void windowModalDimsItsOwnersOnly();
     void dimsEmbeddedFrameOnce();
     void dimsFramesShownLaterAndStaysOnTop();
     void staysClearOutsideRuntime();
@@ -82,6 +83,20 @@ void OverlayTest::followsNestedModals()
     QCOMPARE(changes.count(), 1);
     QVERIFY(!OverlayWindows::instance().currentModal());
     QVERIFY(!m_frame->overlay());
+}
+
+void OverlayTest::windowModalDimsItsOwnersOnly()
+{
+    FrameWindow owner(m_frame.get());
+    FrameWindow sibling(m_frame.get());
+    FrameWindow other;
+    FrameDialog dialog(&owner);
+    dialog.setWindowModality(Qt::WindowModal);
+    for (QWidget *window : {&owner, &sibling, &other})
+        window->show();
+    dialog.show();
+    QVERIFY(owner.overlay() && m_frame->overlay());
+    QVERIFY(!sibling.overlay() && !other.overlay());
 }
 
 void OverlayTest::dimsEmbeddedFrameOnce()
