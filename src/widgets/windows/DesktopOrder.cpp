@@ -177,8 +177,8 @@ void DesktopOrder::makeRoom(const QWindow &modal) const
         return;
     const QScreen *screen = modal.screen();
     const QRect place = widget->frameGeometry();
-    const QPoint free = WindowPlacement::clearOf(place, m_alarms->frameGeometry(),
-                                                 screen->availableGeometry());
+    const QPoint free =
+        WindowPlacement::clearOf(place, m_alarms->frameGeometry(), screen->availableGeometry());
     if (free != place.topLeft())
         widget->move(free);
 }

@@ -131,7 +131,8 @@ void DesktopOrderTest::alarmsStayUsable()
     auto *dialog = new QDialog(isOwn ? &alarms() : frame);
     dialog->setWindowModality(modality);
     dialog->show();
-    auto *box = new PlainMessageBox(QMessageBox::Warning, "Ошибка", "текст", QMessageBox::Ok, dialog);
+    auto *box =
+        new PlainMessageBox(QMessageBox::Warning, "Ошибка", "текст", QMessageBox::Ok, dialog);
     box->setWindowModality(modality);
     box->show();
     QVERIFY(!alarms().overlay());
