@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"
+#include "nodes/values/Uuid.h"
 
 #include <algorithm>
 #include <atomic>
@@ -47,7 +48,10 @@ ProjectPlace *makePlace(NodesCollection *collection)
 
 } // namespace
 
-NodesCollection::NodesCollection() : m_token(enroll(this)), m_place(makePlace(this)) {}
+NodesCollection::NodesCollection()
+    : m_token(enroll(this)), m_place(makePlace(this)), m_uuid(RandomUuid())
+{
+}
 
 NodesCollection::~NodesCollection()
 {

@@ -68,7 +68,14 @@ public:
     /// Directory of the project file; resources are relative to it.
     const std::string &GetDirectory() const { return m_directory; }
     void SetDirectory(std::string directory) { m_directory = std::move(directory); }
+    /// Tells this project from all others, also when it is renamed or moved: records name their
+    /// source by it. Given when the project is made, kept in its file.
+    const std::string &GetUuid() const { return m_uuid; }
+    void SetUuid(std::string uuid) { m_uuid = std::move(uuid); }
+    /// An id that no node of this project ever had, in this run or before.
     unsigned long NewId() { return ++m_lastId; }
+    /// Highest id ever given; kept in the file.
+    unsigned long GetLastId() const { return m_lastId; }
     /// Fresh ids are taken above `id` from now on. Ids beyond the limit do not count: a file that
     /// uses the largest one must not push fresh ones out of what files may hold.
     void ReserveIds(unsigned long id)
@@ -103,6 +110,7 @@ private:
     unsigned long m_token;
     ProjectPlace *m_place;
     unsigned long m_lastId = 0;
+    std::string m_uuid;
     std::atomic<unsigned long> m_revision{0};
     systemCore *m_core = nullptr;
     std::string m_directory;

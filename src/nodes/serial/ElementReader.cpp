@@ -228,7 +228,7 @@ void ElementReader::readAttributes(const pugi::xml_node &element, ConfigNode &no
                                    std::to_string(m_attributeLimit) + " байт"};
             return;
         }
-        if (!(isRoot && key == "format"))
+        if (!(isRoot && IsHeaderKey(key)))
             readAttribute(element, node, key, value);
     }
 }

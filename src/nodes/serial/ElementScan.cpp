@@ -25,6 +25,11 @@ bool IsRegisteredElement(const pugi::xml_node &element)
     return kind && kind->type.GetSubtype() != NodeType::SubtypeUnknown;
 }
 
+bool IsHeaderKey(std::string_view key)
+{
+    return key == "format" || key == "uuid" || key == "lastId";
+}
+
 std::optional<unsigned long> ParseNodeId(std::string_view text)
 {
     const auto number = ParseInteger(text);

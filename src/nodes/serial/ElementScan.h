@@ -15,6 +15,8 @@ constexpr unsigned long MaximumId = 1ul << 53;
 
 /// Id attribute as a number; nothing when it is missing, zero, too large or no number.
 std::optional<unsigned long> ParseNodeId(std::string_view text);
+/// Whether an attribute of the root element tells of the file or the project as a whole.
+bool IsHeaderKey(std::string_view key);
 /// Whether a kind of node is written as such an element; others are kept as they stand.
 bool IsRegisteredElement(const pugi::xml_node &element);
 

@@ -3,6 +3,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/ElementReader.h"
 #include "nodes/values/NumberText.h"
+#include "nodes/values/Uuid.h"
 
 #include <cerrno>
 #include <cstring>
@@ -12,6 +13,29 @@
 namespace Nodes {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// A file of before projects had a UUID keeps one and the same from start to start by its name.
+void readIdentity(const pugi::xml_node &root, ElementReader &reader, NodesCollection &project)
+{
+    const std::string uuid = root.attribute("uuid").value();
+    project.SetUuid(IsUuid(uuid) ? uuid : UuidOfName(root.attribute("name").value()));
+    if (!uuid.empty() && !IsUuid(uuid))
+        reader.Report(LoadMessage::Error, root,
+                      "uuid=«" + uuid + "» — ожидается UUID; действует " + project.GetUuid() +
+                          ", записи прежнего проекта с ним не связаны");
+    const pugi::xml_attribute last = root.attribute("lastId");
+    if (const auto id = ParseNodeId(last.value()))
+        project.ReserveIds(*id);
+    else if (last)
+        reader.Report(LoadMessage::Error, root,
+                      std::string("lastId=«") + last.value() +
+                          "» — ожидается целое число больше 0; номера удалённых узлов могут "
+                          "повториться");
+}
+
+} // namespace
 
 Result ProjectReader::fail(const XmlFault &fault)
 {
@@ -111,6 +135,7 @@ Result ProjectReader::build(const XmlSource &source, std::unique_ptr<NodesCollec
     if (source.HasDoctype())
         reader.Report(LoadMessage::Warning, source.GetRoot(),
                       "объявление DOCTYPE отброшено, сущности не раскрываются");
+    readIdentity(source.GetRoot(), reader, *fresh);
     std::unique_ptr<ConfigNode> root = reader.Read(source.GetRoot());
     if (reader.GetFault())
         return fail(*reader.GetFault());

@@ -47,12 +47,22 @@ private:
     std::size_t m_count = 0;
 };
 
-void fill(pugi::xml_document &document, const ConfigNode &root)
+// What belongs to the project as a whole rather than to its root node.
+void writeIdentity(const NodesCollection &project, pugi::xml_node root)
+{
+    const pugi::xml_attribute format = root.attribute("format");
+    pugi::xml_attribute uuid = root.insert_attribute_after("uuid", format);
+    uuid.set_value(project.GetUuid().c_str());
+    root.insert_attribute_after("lastId", uuid) = std::to_string(project.GetLastId()).c_str();
+}
+
+void fill(pugi::xml_document &document, const NodesCollection &project)
 {
     pugi::xml_node declaration = document.append_child(pugi::node_declaration);
     declaration.append_attribute("version") = "1.0";
     declaration.append_attribute("encoding") = "UTF-8";
-    WriteNodeXml(root, document);
+    WriteNodeXml(*project.GetRoot(), document);
+    writeIdentity(project, document.document_element());
 }
 
 } // namespace
@@ -62,7 +72,7 @@ std::string ProjectWriter::ToText(const NodesCollection &project)
     if (!project.GetRoot())
         return {};
     pugi::xml_document document;
-    fill(document, *project.GetRoot());
+    fill(document, project);
     return PrintXml(document, pugi::format_indent);
 }
 
@@ -71,7 +81,7 @@ Result ProjectWriter::WriteFile(const NodesCollection &project, const std::strin
     if (!project.GetRoot())
         return Result(Result::InvalidArgument, path + ": the project has no root");
     pugi::xml_document document;
-    fill(document, *project.GetRoot());
+    fill(document, project);
     LimitCheck check;
     document.traverse(check);
     const std::string text = PrintXml(document, pugi::format_indent);

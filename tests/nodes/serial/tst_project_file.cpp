@@ -5,6 +5,7 @@
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/serial/ProjectWriter.h"
 #include "nodes/system/systemCore.h"
+#include "nodes/values/Uuid.h"
 #include "support/Rows.h"
 
 #include <QRandomGenerator>
@@ -46,6 +47,44 @@ private slots:
         QVERIFY(reader.ReadFile(file, read));
         QCOMPARE(read->GetDirectory(), m_directory.path().toStdString());
         QCOMPARE(ProjectWriter::ToText(*read), ProjectWriter::ToText(f.project));
+    }
+
+    void identityOutlivesRenamingAndDeletedNodes()
+    {
+        ProjectFixture f;
+        const unsigned long deleted = f.add("folder", f.root())->GetId();
+        QVERIFY(f.root()->DeleteNode(deleted, false, false));
+        f.root()->SetName("Renamed");
+        std::unique_ptr<NodesCollection> read;
+        QVERIFY(ProjectReader().ReadBuffer(ProjectWriter::ToText(f.project), "a.xml", read));
+        QCOMPARE(read->GetUuid(), f.project.GetUuid());
+        QVERIFY(read->NewId() > deleted);
+        QVERIFY(NodesCollection().GetUuid() != f.project.GetUuid());
+    }
+
+    void identityOfADoubtfulFileIsSteady_data()
+    {
+        QTest::addColumn<QByteArray>("attributes");
+        QTest::addColumn<int>("complaints");
+        QTest::newRow("older file") << QByteArray() << 0;
+        QTest::newRow("no uuid") << QByteArray("uuid=\"котёл\"") << 1;
+        QTest::newRow("no number") << QByteArray("lastId=\"-1\"") << 1;
+        QTest::newRow("below the nodes") << QByteArray("lastId=\"2\"") << 0;
+    }
+
+    void identityOfADoubtfulFileIsSteady()
+    {
+        QFETCH(QByteArray, attributes);
+        const QByteArray text = "<project id=\"1\" name=\"P\" format=\"1\" " + attributes +
+                                "><folder id=\"7\" name=\"F\"/></project>";
+        std::unique_ptr<NodesCollection> first, second;
+        ProjectReader reader;
+        QVERIFY(reader.ReadBuffer(text.toStdString(), "a.xml", first));
+        QTEST(int(reader.GetReport().GetMessages().size()), "complaints");
+        QVERIFY(first->NewId() > 7);
+        QVERIFY(ProjectReader().ReadBuffer(text.toStdString(), "a.xml", second));
+        QVERIFY(IsUuid(first->GetUuid()));
+        QCOMPARE(second->GetUuid(), first->GetUuid());
     }
 
     void failedSaveLeavesTheOldFile()
