@@ -8,82 +8,37 @@
 #include <QPainter>
 #include <QPolygonF>
 
-#include <cmath>
-
 namespace Widgets {
 
 namespace {
 
 using Zones = Nodes::LimitZones;
 
-constexpr double arrowLength = 11; // pixels, all of these
-constexpr double majorTick = 7;
-constexpr double minorTick = 4;
-constexpr double zoneWidth = 7;
-constexpr double markWidth = 12;
-constexpr double thinnestBar = 12; // below it the marks overlap the bar
-constexpr double gap = 3;
-constexpr double smallestDivision = 44; // between numbers
-
+constexpr double minorTick = 4;     // pixels
+constexpr double smallestSign = 11; // across; a mark on less could not be told
 const QColor troughColor(211, 216, 220);
 const QColor lineColor(86, 94, 102);
 const QColor setPointColor(16, 84, 150);
 
 } // namespace
 
-bool BargraphLook::hasBar() const
-{
-    return quality != Nodes::Quality::Bad && !std::isnan(value) && minimum < maximum;
-}
-
 BargraphPainter::BargraphPainter(QPainter &painter, const BargraphLook &look)
-    : m_painter(painter), m_look(look)
+    : m_painter(painter), m_look(look), m_layout(look)
 {
-    layOut();
-}
-
-void BargraphPainter::layOut()
-{
-    const QFontMetricsF metrics(m_look.font);
-    m_axis = m_look.box;
-    m_textRow = QRectF(m_axis.left(), m_axis.top(), m_axis.width(), metrics.height() + 2 * gap);
-    if (m_look.isVertical)
-        m_textRow.moveBottom(m_axis.bottom());
-    if (!m_look.text.isEmpty())
-        m_axis.adjust(0, m_look.isVertical ? 0 : m_textRow.height(), 0,
-                      m_look.isVertical ? -m_textRow.height() : 0);
-    const double length = m_look.isVertical ? m_axis.height() : m_axis.width();
-    m_ticks = ScaleTicks::make(m_look.minimum, m_look.maximum, int(length / smallestDivision));
-    double numberWidth = 0;
-    for (const double tick : qAsConst(m_ticks.major))
-        numberWidth =
-            qMax(numberWidth,
-                 TabularText::width(m_look.font, QString::number(tick, 'f', m_ticks.decimals)));
-    double end = arrowLength + 2;
-    if (m_look.hasScale) {
-        end = qMax(end, (m_look.isVertical ? metrics.height() : numberWidth) / 2);
-        m_tickDepth = (m_look.isVertical ? numberWidth : metrics.height()) + gap;
-        m_zoneDepth = m_tickDepth + majorTick;
-    }
-    m_axis.adjust(m_look.isVertical ? 0 : end, m_look.isVertical ? end : 0,
-                  m_look.isVertical ? 0 : -end, m_look.isVertical ? -end : 0);
-    m_barDepth = m_zoneDepth + zoneWidth + gap;
-    const double depth = m_look.isVertical ? m_axis.width() : m_axis.height();
-    m_markDepth = qMax(depth - markWidth, qMin(m_barDepth + thinnestBar, depth));
 }
 
 double BargraphPainter::along(double value) const
 {
     const double share =
         qBound(0.0, (value - m_look.minimum) / (m_look.maximum - m_look.minimum), 1.0);
-    return m_look.isVertical ? m_axis.bottom() - share * m_axis.height()
-                             : m_axis.left() + share * m_axis.width();
+    return m_look.isVertical ? m_layout.axis().bottom() - share * m_layout.axis().height()
+                             : m_layout.axis().left() + share * m_layout.axis().width();
 }
 
 QPointF BargraphPainter::point(double position, double depth) const
 {
-    return m_look.isVertical ? QPointF(m_axis.left() + depth, position)
-                             : QPointF(position, m_axis.bottom() - depth);
+    return m_look.isVertical ? QPointF(m_layout.axis().left() + depth, position)
+                             : QPointF(position, m_layout.axis().bottom() - depth);
 }
 
 QRectF BargraphPainter::area(double from, double to, double depth, double thickness) const
@@ -94,53 +49,60 @@ QRectF BargraphPainter::area(double from, double to, double depth, double thickn
 QRectF BargraphPainter::trough() const
 {
     return m_look.isVertical
-               ? area(m_axis.bottom(), m_axis.top(), m_barDepth, m_markDepth - m_barDepth)
-               : area(m_axis.left(), m_axis.right(), m_barDepth, m_markDepth - m_barDepth);
+               ? area(m_layout.axis().bottom(), m_layout.axis().top(), m_layout.barDepth(),
+                      m_layout.markDepth() - m_layout.barDepth())
+               : area(m_layout.axis().left(), m_layout.axis().right(), m_layout.barDepth(),
+                      m_layout.markDepth() - m_layout.barDepth());
 }
 
 void BargraphPainter::draw()
 {
+    if (m_look.box.isEmpty())
+        return;
     m_painter.setFont(m_look.font);
     m_painter.setRenderHint(QPainter::Antialiasing);
     m_painter.fillRect(trough(), troughColor);
-    const bool hasRange = m_look.minimum < m_look.maximum;
-    if (hasRange && m_look.hasScale)
+    if (m_look.hasRange() && m_layout.hasTicks())
         drawScale();
-    if (hasRange)
+    if (m_look.hasRange() && m_layout.hasZones())
         drawZones();
     if (m_look.hasBar())
         drawBar();
     m_painter.setPen(QPen(lineColor, 1));
     m_painter.setBrush(Qt::NoBrush);
     m_painter.drawRect(trough());
-    ElementPainting::drawQualityMark(m_painter, trough().toRect(), m_look.quality, Qt::AlignLeft);
+    const bool isThin = m_layout.markDepth() - m_layout.barDepth() < smallestSign;
+    ElementPainting::drawQualityMark(m_painter, isThin ? m_look.box : trough().toRect(),
+                                     m_look.quality, Qt::AlignLeft);
     if (m_look.hasBar())
         drawPointer();
-    if (hasRange && m_look.setPoint)
+    if (m_look.hasRange() && m_look.setPoint)
         drawSetPoint();
-    if (!m_look.text.isEmpty())
+    if (m_layout.hasText())
         drawText();
-    drawBadge(m_look.text.isEmpty() ? m_textRow.width()
-                                    : TabularText::width(m_look.font, m_look.text));
+    drawBadge();
 }
 
 void BargraphPainter::drawScale()
 {
     m_painter.setPen(QPen(lineColor, 1));
-    for (const double tick : qAsConst(m_ticks.minor))
-        m_painter.drawLine(point(along(tick), m_zoneDepth - minorTick),
-                           point(along(tick), m_zoneDepth));
-    for (const double tick : qAsConst(m_ticks.major))
-        m_painter.drawLine(point(along(tick), m_tickDepth), point(along(tick), m_zoneDepth));
+    for (const double tick : m_layout.ticks().minor)
+        m_painter.drawLine(point(along(tick), m_layout.zoneDepth() - minorTick),
+                           point(along(tick), m_layout.zoneDepth()));
+    for (const double tick : m_layout.ticks().major)
+        m_painter.drawLine(point(along(tick), m_layout.tickDepth()),
+                           point(along(tick), m_layout.zoneDepth()));
+    if (!m_layout.hasNumbers())
+        return;
     m_painter.setPen(m_look.textColor);
-    for (const double tick : qAsConst(m_ticks.major))
+    for (const double tick : m_layout.ticks().major)
         drawNumber(tick);
 }
 
 void BargraphPainter::drawNumber(double value)
 {
-    const QString text = QString::number(value, 'f', m_ticks.decimals);
-    const QPointF at = point(along(value), m_tickDepth - gap);
+    const QString text = QString::number(value, 'f', m_layout.ticks().decimals);
+    const QPointF at = point(along(value), m_layout.tickDepth() - BargraphLayout::Gap);
     QRectF place(0, 0, TabularText::width(m_look.font, text), QFontMetricsF(m_look.font).height());
     if (m_look.isVertical)
         place.moveTopLeft(at - QPointF(place.width(), place.height() / 2));
@@ -156,7 +118,8 @@ void BargraphPainter::drawZone(double from, double to, Zones::enZone zone)
     if (!(from < to))
         return;
     const bool isActive = m_look.mark.isActive() && m_look.mark.zone == zone;
-    const QRectF place = area(along(from), along(to), m_zoneDepth + 1, zoneWidth - 1);
+    const QRectF place =
+        area(along(from), along(to), m_layout.zoneDepth() + 1, m_layout.zoneWidth() - 1);
     m_painter.fillRect(place, ZoneSigns::ground(zone, isActive));
     m_painter.fillRect(place, ZoneSigns::pattern(zone, isActive));
     m_painter.setPen(QPen(lineColor, 1));
@@ -177,7 +140,8 @@ void BargraphPainter::drawZones()
 void BargraphPainter::drawBar()
 {
     const double base = qBound(m_look.minimum, 0.0, m_look.maximum);
-    const QRectF bar = area(along(base), along(m_look.value), m_barDepth, m_markDepth - m_barDepth);
+    const QRectF bar = area(along(base), along(m_look.value), m_layout.barDepth(),
+                            m_layout.markDepth() - m_layout.barDepth());
     const QColor color = ZoneSigns::color(m_look.mark, m_look.barColor);
     const bool isLive = m_look.quality != Nodes::Quality::Stale;
     m_painter.fillRect(bar, QBrush(color, isLive ? Qt::SolidPattern : Qt::Dense5Pattern));
@@ -191,26 +155,34 @@ void BargraphPainter::drawPointer()
         return;
     }
     const double at = along(m_look.value);
-    m_painter.setPen(Qt::NoPen);
-    m_painter.setBrush(m_look.textColor);
-    m_painter.drawPolygon(QPolygonF() << point(at, m_markDepth) << point(at - 5, m_markDepth + 9)
-                                      << point(at + 5, m_markDepth + 9));
+    const double bar = m_layout.markDepth();
+    if (m_layout.hasMarks()) {
+        m_painter.setPen(Qt::NoPen);
+        m_painter.setBrush(m_look.textColor);
+        m_painter.drawPolygon(QPolygonF() << point(at, bar) << point(at - 5, bar + 9)
+                                          << point(at + 5, bar + 9));
+    }
     m_painter.setPen(QPen(m_look.textColor, 1.5));
-    m_painter.drawLine(point(at, m_barDepth), point(at, m_markDepth));
+    m_painter.drawLine(point(at, m_layout.barDepth()), point(at, bar));
 }
 
 // The value goes on beyond the end of the scale.
 void BargraphPainter::drawOverflow(int direction, bool isFilled)
 {
-    const double end = along(direction > 0 ? m_look.maximum : m_look.minimum);
     const double outward = direction * (m_look.isVertical ? -1 : 1);
-    const double middle = isFilled ? (m_barDepth + m_markDepth) / 2 : m_markDepth + markWidth / 2;
-    const double half = isFilled ? qMin(12.0, qMax(5.0, (m_markDepth - m_barDepth) / 2)) : 5;
+    const double length = BargraphLayout::ArrowLength;
+    const double end = along(direction > 0 ? m_look.maximum : m_look.minimum) +
+                       outward * (m_layout.hasEnds() ? 0 : -length);
+    const double from = m_layout.barDepth();
+    const double to = m_layout.markDepth();
+    const bool isOnBar = isFilled || !m_layout.hasMarks();
+    const double middle = isOnBar ? (from + to) / 2 : to + BargraphLayout::MarkWidth / 2;
+    const double half = isOnBar ? qMin(isFilled ? 12.0 : 5.0, (to - from) / 2) : 5;
     m_painter.setPen(QPen(isFilled ? m_look.textColor : setPointColor, 1.5));
     m_painter.setBrush(isFilled ? QBrush(m_look.textColor) : QBrush(Qt::NoBrush));
     m_painter.drawPolygon(QPolygonF() << point(end + outward * 2, middle - half)
                                       << point(end + outward * 2, middle + half)
-                                      << point(end + outward * arrowLength, middle));
+                                      << point(end + outward * (length - 1), middle));
 }
 
 void BargraphPainter::drawSetPoint()
@@ -222,28 +194,45 @@ void BargraphPainter::drawSetPoint()
         return;
     }
     const double at = along(number);
+    const double from = m_layout.barDepth();
+    const double to = m_layout.markDepth();
+    const double half = m_layout.hasMarks() ? 5.5 : qMin(5.5, (to - from) / 2);
+    const double middle = m_layout.hasMarks() ? to + half : (from + to) / 2;
     const Qt::PenStyle style = m_look.isSetPointGood ? Qt::SolidLine : Qt::DotLine;
     m_painter.setPen(QPen(setPointColor, 2, style));
-    m_painter.setBrush(Qt::NoBrush);
-    m_painter.drawLine(point(at, m_barDepth), point(at, m_markDepth));
-    m_painter.drawPolygon(QPolygonF()
-                          << point(at, m_markDepth) << point(at - 5, m_markDepth + 5.5)
-                          << point(at, m_markDepth + 11) << point(at + 5, m_markDepth + 5.5));
+    m_painter.setBrush(m_layout.hasMarks() ? QBrush(Qt::NoBrush) : QBrush(Qt::white));
+    m_painter.drawLine(point(at, from), point(at, to));
+    m_painter.drawPolygon(QPolygonF() << point(at, middle - half) << point(at - half, middle)
+                                      << point(at, middle + half) << point(at + half, middle));
 }
 
-// Where the number leaves no room beside it, the badge stands on the bar's foot.
-void BargraphPainter::drawBadge(double textWidth)
+// Across the whole box where the bar itself is thin.
+QRectF BargraphPainter::badgeOnBar(double height) const
 {
-    QRectF badge(m_textRow.left(), m_textRow.top() + 2, 0, m_textRow.height() - 4);
-    badge.setWidth(badge.height() * ZoneSigns::BadgeAspect);
-    if ((m_textRow.width() - textWidth) / 2 < badge.width() + gap) {
-        const QRectF bar = trough();
-        badge.setWidth(qMin(badge.width(), bar.width() - 2));
-        badge.setHeight(qMin(badge.width() / ZoneSigns::BadgeAspect, bar.height() - 2));
-        badge.moveCenter(bar.center());
-        if (m_look.isVertical)
-            badge.moveBottom(bar.bottom() - gap);
-    }
+    const QRectF bar = trough();
+    const double across = m_look.isVertical ? bar.height() - 2 : m_look.box.height();
+    QSizeF size(height * ZoneSigns::BadgeAspect, height);
+    size.scale(qMin(size.width(), bar.width() - 2), qMin(size.height(), across),
+               Qt::KeepAspectRatio);
+    QRectF badge(QPointF(), size);
+    badge.moveCenter(bar.center());
+    if (m_look.isVertical)
+        badge.moveBottom(bar.bottom() - BargraphLayout::Gap);
+    else
+        badge.moveTop(qBound(double(m_look.box.top()), badge.top(),
+                             m_look.box.top() + m_look.box.height() - badge.height()));
+    return badge;
+}
+
+// Where the number leaves no room beside it, the badge stands on the bar.
+void BargraphPainter::drawBadge()
+{
+    const QRectF &row = m_layout.textRow();
+    const double height = row.height() - 4;
+    QRectF badge(row.left(), row.top() + 2, height * ZoneSigns::BadgeAspect, height);
+    const double beside = (row.width() - TabularText::width(m_look.font, m_look.text)) / 2;
+    if (!m_layout.hasText() || beside < badge.width() + BargraphLayout::Gap)
+        badge = badgeOnBar(height);
     ZoneSigns::drawBadge(m_painter, badge, m_look.mark);
 }
 
@@ -252,11 +241,12 @@ void BargraphPainter::drawText()
     QFont font = m_look.font;
     font.setItalic(font.italic() || m_look.quality == Nodes::Quality::Stale);
     const double width = TabularText::width(font, m_look.text);
-    if (width > m_textRow.width()) // a number that is cut is another number
-        font.setPixelSize(qMax(1, int(QFontInfo(font).pixelSize() * m_textRow.width() / width)));
+    if (width > m_layout.textRow().width()) // a number that is cut is another number
+        font.setPixelSize(
+            qMax(1, int(QFontInfo(font).pixelSize() * m_layout.textRow().width() / width)));
     m_painter.setFont(font);
     m_painter.setPen(m_look.textColor);
-    TabularText::draw(m_painter, m_textRow, Qt::AlignHCenter, m_look.text);
+    TabularText::draw(m_painter, m_layout.textRow(), Qt::AlignHCenter, m_look.text);
 }
 
 } // namespace Widgets

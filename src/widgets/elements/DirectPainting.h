@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 class QPainter;
+class QWidget;
 
 namespace Widgets {
 
@@ -15,6 +16,11 @@ public:
     /// Draws the element, background included, at the painter's origin. Leaves the painter's
     /// transformation and clip as they were.
     virtual void paintDirectly(QPainter &painter) = 0;
+
+protected:
+    /// Schedules one painting of the whole element, which is the caller itself. Unlike the widget's
+    /// own update() this takes no event on its way to the host.
+    static void repaint(QWidget &element);
 };
 
 } // namespace Widgets

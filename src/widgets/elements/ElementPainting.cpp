@@ -23,12 +23,11 @@ private:
     QPainter &m_painter;
 };
 
-QRectF signRect(const QRect &rect, Qt::Alignment alignment)
+QRect signRect(const QRect &rect, Qt::Alignment alignment)
 {
     const int side = qMin(rect.height() >= 28 ? 13 : 11, qMin(rect.width(), rect.height()));
     const bool isLeft = alignment & Qt::AlignRight;
-    const int x = isLeft ? rect.left() : rect.right() + 1 - side;
-    return QRectF(x, rect.top(), side, side).adjusted(0.5, 0.5, -0.5, -0.5);
+    return QRect(isLeft ? rect.left() : rect.right() + 1 - side, rect.top(), side, side);
 }
 
 void drawCross(QPainter &painter, const QRectF &sign)
@@ -55,13 +54,31 @@ void drawQuestion(QPainter &painter, const QRectF &sign)
     painter.drawText(sign, Qt::AlignCenter | Qt::TextDontClip, QStringLiteral("?"));
 }
 
+// Qt's own dashes begin elsewhere in each part that is painted anew.
+void drawDashes(QPainter &painter, const QRect &rect)
+{
+    constexpr int dash = 4; // pixels
+    constexpr int period = 6;
+    for (int x = rect.left(); x <= rect.right(); x += period) {
+        const int length = qMin(dash, rect.right() + 1 - x);
+        painter.fillRect(x, rect.top(), length, 1, signColor);
+        painter.fillRect(x, rect.bottom(), length, 1, signColor);
+    }
+    for (int y = rect.top(); y <= rect.bottom(); y += period) {
+        const int length = qMin(dash, rect.bottom() + 1 - y);
+        painter.fillRect(rect.left(), y, 1, length, signColor);
+        painter.fillRect(rect.right(), y, 1, length, signColor);
+    }
+}
+
 void drawArea(QPainter &painter, const QRect &rect, Nodes::Quality quality)
 {
     if (quality == Nodes::Quality::Bad) {
+        // Smoothed, a hatch in a scaled view looks different in each part that is painted anew.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
         painter.fillRect(rect, QBrush(hatchColor, Qt::BDiagPattern));
     } else if (quality == Nodes::Quality::Stale) {
-        painter.setPen(QPen(signColor, 1, Qt::DashLine, Qt::FlatCap, Qt::MiterJoin));
-        painter.drawRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5));
+        drawDashes(painter, rect);
     }
 }
 
@@ -123,11 +140,10 @@ void ElementPainting::drawQualityMark(QPainter &painter, const QRect &rect, Node
         return;
     const SavedPainter saved(painter);
     drawArea(painter, rect, quality);
-    const QRectF sign = signRect(rect, alignment);
+    const QRect plate = signRect(rect, alignment);
+    painter.fillRect(plate, plateColor);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(plateColor);
-    painter.drawRect(sign);
+    const QRectF sign = QRectF(plate).adjusted(0.5, 0.5, -0.5, -0.5);
     painter.setPen(QPen(signColor, 1.5, Qt::SolidLine, Qt::RoundCap));
     painter.setBrush(Qt::NoBrush);
     if (quality == Nodes::Quality::Bad)

@@ -6,7 +6,6 @@
 #include "nodes/visual/BasicWidget.h"
 #include "utils/ValueConversions.h"
 
-#include <QGraphicsProxyWidget>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QToolTip>
@@ -46,15 +45,6 @@ void qlabelBasic::onActive(bool on)
     connect(this, &qlabelBasic::valueUpdated, this, &qlabelBasic::onValueUpdated,
             Qt::UniqueConnection);
     onUpdateProperties(nullptr);
-}
-
-void qlabelBasic::repaintElement()
-{
-    // A widget's own update() takes an event and a region on its way to the same item.
-    if (QGraphicsProxyWidget *host = graphicsProxyWidget())
-        host->QGraphicsItem::update();
-    else
-        update();
 }
 
 void qlabelBasic::mousePressEvent(QMouseEvent *event)

@@ -36,9 +36,6 @@ protected:
     /// Shows quality, time and path of the value at the moment the operator asks.
     bool event(QEvent *event) override;
 
-    /// Schedules one painting of the whole element.
-    void repaintElement();
-
     QString m_labelText;
 
 private:

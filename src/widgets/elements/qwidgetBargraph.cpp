@@ -56,7 +56,7 @@ void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *)
     m_look->textColor = Utils::NColorToQColor(m_bargraph->GetTextColor());
     m_look->barColor = Utils::NColorToQColor(m_bargraph->GetBarColor());
     takeValue();
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetBargraph::takeValue()
@@ -80,7 +80,7 @@ void qwidgetBargraph::onValueUpdated(Nodes::SignalValue)
     if (!m_bargraph)
         return;
     takeValue();
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetBargraph::onAlarm(const Nodes::BasicEvent &event)

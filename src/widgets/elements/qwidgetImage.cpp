@@ -42,7 +42,7 @@ void qwidgetImage::onUpdateProperties(Nodes::BasicProperty *)
     m_isAnimated = m_image->isAnimated();
     setGeometry(Utils::NRectToQRect(m_image->GetGeometry()));
     onValueUpdated(Nodes::SignalValue());
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetImage::onValueUpdated(Nodes::SignalValue)
@@ -54,7 +54,7 @@ void qwidgetImage::onValueUpdated(Nodes::SignalValue)
     if (!showPicture(m_image->GetCurrentImage()))
         clearPicture();
     if (isMarkedAnew || before != m_resource)
-        update();
+        DirectPainting::repaint(*this);
 }
 
 void qwidgetImage::onActive(bool on)

@@ -40,7 +40,7 @@ void qwidgetLabel::onUpdateProperties(Nodes::BasicProperty *)
     m_isDisabled = label->isDisabled();
     applyFont();
     onValueUpdated(Nodes::SignalValue());
-    repaintElement();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetLabel::applyBackground(const QColor &color)
@@ -94,7 +94,7 @@ void qwidgetLabel::onValueUpdated(Nodes::SignalValue)
     if (before.quality != m_quality)
         applyFont();
     if (!(before == look()))
-        repaintElement();
+        DirectPainting::repaint(*this);
 }
 
 void qwidgetLabel::applyFont()

@@ -41,7 +41,7 @@ void qwidgetMovingImage::onMoveImage()
 {
     const QSize picture = currentImage().size();
     m_position = {anywhere(width() - picture.width()), anywhere(height() - picture.height())};
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetMovingImage::drawPicture(QPainter &painter)

@@ -42,13 +42,13 @@ void qwidgetMultiImage::onValueUpdated(Nodes::SignalValue)
     if (!m_multi)
         return;
     if (takeQuality())
-        update();
+        DirectPainting::repaint(*this);
     const int state = m_multi->GetCurrentStateIndex();
     if (state == m_lastState && !m_isForced && isRuntime())
         return;
     showState(state);
     m_lastState = state;
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetMultiImage::showState(int state)

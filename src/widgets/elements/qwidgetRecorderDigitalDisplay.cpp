@@ -100,7 +100,7 @@ void qwidgetRecorderDigitalDisplay::onValueUpdated(Nodes::SignalValue)
     m_lines.clear();
     for (const Nodes::recorderChannel *channel : m_display->GetChannels())
         m_lines << RecorderLine::of(*channel, m_display->GetShowExtremes());
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetRecorderDigitalDisplay::onAlarm(const Nodes::BasicEvent &event)
@@ -145,14 +145,14 @@ void qwidgetRecorderDigitalDisplay::mousePressEvent(QMouseEvent *event)
     const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
     m_pressedLine = isRuntime && event->button() == Qt::LeftButton ? buttonAt(event->pos()) : -1;
     event->setAccepted(m_pressedLine >= 0);
-    update();
+    DirectPainting::repaint(*this);
 }
 
 void qwidgetRecorderDigitalDisplay::mouseReleaseEvent(QMouseEvent *event)
 {
     const int pressed = std::exchange(m_pressedLine, -1);
     event->setAccepted(pressed >= 0);
-    update();
+    DirectPainting::repaint(*this);
     if (pressed >= 0 && buttonAt(event->pos()) == pressed)
         reset(pressed);
 }

@@ -20,7 +20,7 @@
 #include "nodes/visual/widgetMovingImage.h"
 #include "nodes/visual/widgetRecorderDigitalDisplay.h"
 
-#include <unordered_map>
+#include <map>
 
 namespace Widgets {
 
@@ -46,9 +46,9 @@ QWidget *makeHosted(Nodes::BasicWidget *node, ProxyWidget *host)
     return element;
 }
 
-const std::unordered_map<unsigned, Creator> &table()
+const std::map<unsigned, Creator> &table()
 {
-    static const std::unordered_map<unsigned, Creator> creators{
+    static const std::map<unsigned, Creator> creators{
         {0x15001, &make<Nodes::BasicWidget, qwidgetLabel>},
         {0x15002, &make<Nodes::BasicWidget, qwidgetImage>},
         {0x15003, &make<Nodes::BasicWidget, qwidgetButton>},
@@ -72,6 +72,14 @@ QWidget *ElementFactory::create(Nodes::BasicWidget *node, ProxyWidget *host)
         return nullptr;
     const auto found = table().find(node->GetNodeType().GetCode());
     return found == table().end() ? nullptr : found->second(node, host);
+}
+
+std::vector<unsigned> ElementFactory::codes()
+{
+    std::vector<unsigned> codes;
+    for (const auto &[code, creator] : table())
+        codes.push_back(code);
+    return codes;
 }
 
 } // namespace Widgets

@@ -2,6 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include <vector>
+
 class QWidget;
 
 namespace Nodes {
@@ -20,6 +22,8 @@ public:
     /// Null for an unknown code or a node that is not of the class the element shows. `host` is
     /// the item that will own the element; some elements keep it, and it may be null.
     static QWidget *create(Nodes::BasicWidget *node, ProxyWidget *host);
+    /// Full subtype codes of the kinds that have an element, ascending.
+    static std::vector<unsigned> codes();
 };
 
 } // namespace Widgets

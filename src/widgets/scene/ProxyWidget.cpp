@@ -11,6 +11,8 @@
 #include "nodes/model/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QGraphicsSceneResizeEvent>
+#include <QPainter>
 #include <QTimer>
 
 namespace Widgets {
@@ -283,10 +285,25 @@ void ProxyWidget::setPositionItems(const QRectF &rect)
 
 void ProxyWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
 {
-    if (m_direct)
-        m_direct->paintDirectly(*painter);
-    else
+    if (!m_direct) {
         QGraphicsProxyWidget::paint(painter, option, widget);
+        return;
+    }
+    // What is painted beyond the item is not painted over when the item changes. The scene takes
+    // the clip back.
+    painter->setClipRect(rect(), Qt::IntersectClip);
+    m_direct->paintDirectly(*painter);
+}
+
+// A widget that had no area stays unmapped inside of an item, and its updates are lost.
+void ProxyWidget::resizeEvent(QGraphicsSceneResizeEvent *event)
+{
+    QGraphicsProxyWidget::resizeEvent(event);
+    const bool isBack = event->oldSize().isEmpty() && !event->newSize().isEmpty();
+    if (!isBack || !widget() || !widget()->isVisible())
+        return;
+    widget()->hide();
+    widget()->show();
 }
 
 QVariant ProxyWidget::itemChange(GraphicsItemChange change, const QVariant &value)

@@ -96,6 +96,7 @@ signals:
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+    void resizeEvent(QGraphicsSceneResizeEvent *event) override;
     void hoverEnterEvent(QGraphicsSceneHoverEvent *event) override;
     void hoverLeaveEvent(QGraphicsSceneHoverEvent *event) override;
     void wheelEvent(QGraphicsSceneWheelEvent *event) override;
