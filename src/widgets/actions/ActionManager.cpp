@@ -5,8 +5,6 @@
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "utils/ValueConversions.h"
-
 #include "nodes/actions/IAction.h"
 #include "nodes/visual/BasicWidget.h"
 
@@ -66,22 +64,34 @@ ActionManager &ActionManager::getInstance()
 
 void ActionManager::appendActions(std::vector<Nodes::NodeLink> const &actions)
 {
-    if (actions.empty())
-        return;
+    if (!actions.empty())
+        append({actions, std::nullopt});
+}
+
+void ActionManager::append(Pending pending)
+{
     {
         const QMutexLocker lock(&m_mutex);
-        for (const Nodes::NodeLink &action : actions)
-            m_pending.append(action);
+        m_pending.append(std::move(pending));
     }
     onPushActions();
 }
 
 void ActionManager::onPushActions()
 {
-    if (g_pWindowManager)
-        g_pWindowManager->PushActions(NodeLinks(m_pending.cbegin(), m_pending.cend()));
-    const QMutexLocker lock(&m_mutex);
-    m_pending.clear();
+    QVector<Pending> pushed;
+    {
+        const QMutexLocker lock(&m_mutex);
+        pushed.swap(m_pending);
+    }
+    if (!g_pWindowManager)
+        return;
+    for (const Pending &pending : qAsConst(pushed)) {
+        if (pending.trigger)
+            (void)g_pWindowManager->PushActions(pending.actions, *pending.trigger);
+        else
+            (void)g_pWindowManager->PushActions(pending.actions);
+    }
 }
 
 bool ActionManager::eventFilter(QObject *watched, QEvent *event)
@@ -214,21 +224,33 @@ const NodeLinks &ActionManager::getHoverActions(const Nodes::BasicWindow &node, 
     }
 }
 
+ActionTrigger ActionManager::triggerAt(const QWidget *where, const std::optional<QPoint> &point,
+                                       ActionOrigin origin)
+{
+    ActionTrigger trigger;
+    if (g_pWindowManager)
+        trigger = g_pWindowManager->triggerNow(origin);
+    trigger.display = ScreenNumber(where ? onScreen(*where) : nullptr);
+    trigger.point = point;
+    return trigger;
+}
+
 void ActionManager::trigger(const NodeLinks &actions, const QWidget *where,
-                            const std::optional<QPoint> &point)
+                            const std::optional<QPoint> &point, ActionOrigin origin)
+{
+    if (!actions.empty())
+        trigger(actions, triggerAt(where, point, origin));
+}
+
+void ActionManager::trigger(const NodeLinks &actions, const ActionTrigger &trigger)
 {
     if (actions.empty())
         return;
-    const int display = ScreenNumber(where ? onScreen(*where) : nullptr);
     for (const Nodes::NodeLink &link : actions) {
-        auto *action = dynamic_cast<Nodes::IAction *>(link.GetNode());
-        if (!action)
-            continue;
-        action->setCurrentDisplay(display);
-        action->setTriggerPoint(point ? std::optional(Utils::QPointToNPoint(*point))
-                                      : std::nullopt);
+        if (auto *action = dynamic_cast<Nodes::IAction *>(link.GetNode()))
+            action->setCurrentDisplay(trigger.display.value_or(0));
     }
-    appendActions(actions);
+    append({actions, trigger});
 }
 
 } // namespace Widgets

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/actions/ActionTrigger.h"
 
 #include "nodes/model/NodeLink.h"
 
@@ -40,10 +41,14 @@ public:
 
     /// Queues the list and passes it on at once; nothing happens without a window manager.
     void appendActions(std::vector<Nodes::NodeLink> const &actions);
-    /// The same for what an operator does: tells the actions their display, that of `where`, which
-    /// may be embedded in a scene, and the gesture's place on the desktop, if it has one.
+    /// The same for what happens to `where`, which may be embedded in a scene: tells the actions
+    /// its display and the gesture's place on the desktop, if it has one.
     void trigger(const Nodes::NodeLinks &actions, const QWidget *where,
-                 const std::optional<QPoint> &point);
+                 const std::optional<QPoint> &point, ActionOrigin origin = ActionOrigin::Gesture);
+    void trigger(const Nodes::NodeLinks &actions, const ActionTrigger &trigger);
+    /// Trigger of what happens there now. Without a window manager it knows only the place.
+    static ActionTrigger triggerAt(const QWidget *where, const std::optional<QPoint> &point,
+                                   ActionOrigin origin = ActionOrigin::Gesture);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -81,8 +86,16 @@ private:
     void filterWindow(WindowBasic &window, bool isChild, QEvent &event);
     bool isPassedOn(bool isChild, const QMouseEvent &event);
 
+    struct Pending
+    {
+        Nodes::NodeLinks actions;
+        std::optional<ActionTrigger> trigger;
+    };
+
+    void append(Pending pending);
+
     QMutex m_mutex;
-    QVector<Nodes::NodeLink> m_pending;
+    QVector<Pending> m_pending;
     std::optional<Gesture> m_seenOnChild;
 };
 

@@ -13,16 +13,32 @@ ActionQueue::ActionQueue() = default;
 
 ActionQueue::~ActionQueue()
 {
-    qDeleteAll(m_actions);
+    for (const Lane &lane : m_lanes) {
+        qDeleteAll(lane.waiting);
+        qDeleteAll(lane.handedOver);
+    }
+}
+
+ActionQueue::Lane &ActionQueue::laneOf(const ActionTrigger &trigger)
+{
+    return m_lanes[trigger.isUrgent() ? 0 : 1];
+}
+
+bool ActionQueue::hasRoom(const ActionTrigger &trigger, int count) const
+{
+    const Lane &lane = const_cast<ActionQueue *>(this)->laneOf(trigger);
+    return trigger.isRelease || lane.size + count <= MaximumQueued;
 }
 
 void ActionQueue::append(const QVector<qBasicAction *> &actions)
 {
-    if (actions.isEmpty())
-        return;
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_actions += actions;
-    m_size.store(m_actions.size(), std::memory_order_relaxed);
+    for (qBasicAction *action : actions) {
+        Lane &lane = laneOf(action->trigger());
+        lane.waiting.push_back(action);
+        ++lane.size;
+    }
+    m_size += actions.size();
 }
 
 bool ActionQueue::walk(const std::function<void(qBasicAction *)> &emitAction)
@@ -30,8 +46,11 @@ bool ActionQueue::walk(const std::function<void(qBasicAction *)> &emitAction)
     QVector<qBasicAction *> finished;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        handOver(emitAction);
-        finished = takeFinished();
+        for (Lane &lane : m_lanes) {
+            handOver(lane, emitAction);
+            takeFinished(lane, finished);
+        }
+        m_size -= finished.size();
     }
     if (finished.isEmpty())
         return false;
@@ -45,33 +64,50 @@ bool ActionQueue::walk(const std::function<void(qBasicAction *)> &emitAction)
     return true;
 }
 
-void ActionQueue::handOver(const std::function<void(qBasicAction *)> &emitAction)
+void ActionQueue::handOver(Lane &lane, const std::function<void(qBasicAction *)> &emitAction)
 {
     const auto isInFlight = [](const qBasicAction *action) {
-        const enActionState state = action->GetState();
-        return state == ActionHandedOver || state == ActionExecuting;
+        return action->GetState() != ActionFinished && !action->isWaiting();
     };
-    auto room = MaximumInFlight - std::count_if(m_actions.cbegin(), m_actions.cend(), isInFlight);
-    for (auto action = m_actions.cbegin(); action != m_actions.cend() && room > 0; ++action) {
-        if ((*action)->GetState() != ActionCreated)
-            continue;
-        (*action)->setState(ActionHandedOver);
-        emitAction(*action);
-        --room;
+    auto room = MaximumInFlight -
+                std::count_if(lane.handedOver.cbegin(), lane.handedOver.cend(), isInFlight);
+    for (; !lane.waiting.empty() && room > 0; --room) {
+        qBasicAction *action = lane.waiting.front();
+        lane.waiting.pop_front();
+        lane.handedOver.append(action);
+        action->setState(ActionHandedOver);
+        emitAction(action);
     }
 }
 
-QVector<qBasicAction *> ActionQueue::takeFinished()
+void ActionQueue::takeFinished(Lane &lane, QVector<qBasicAction *> &finished)
 {
+    QVector<qBasicAction *> &actions = lane.handedOver;
     const auto firstFinished =
-        std::stable_partition(m_actions.begin(), m_actions.end(), [](const qBasicAction *action) {
+        std::stable_partition(actions.begin(), actions.end(), [](const qBasicAction *action) {
             return action->GetState() != ActionFinished;
         });
-    QVector<qBasicAction *> finished;
-    std::copy(firstFinished, m_actions.end(), std::back_inserter(finished));
-    m_actions.erase(firstFinished, m_actions.end());
-    m_size.store(m_actions.size(), std::memory_order_relaxed);
-    return finished;
+    lane.size -= int(actions.end() - firstFinished);
+    std::copy(firstFinished, actions.end(), std::back_inserter(finished));
+    actions.erase(firstFinished, actions.end());
+}
+
+int ActionQueue::drop(const std::function<bool(const qBasicAction &)> &isStale)
+{
+    int dropped = 0;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    for (Lane &lane : m_lanes) {
+        const auto kept = std::stable_partition(
+            lane.waiting.begin(), lane.waiting.end(),
+            [&isStale](const qBasicAction *action) { return !isStale(*action); });
+        dropped += int(lane.waiting.end() - kept);
+        std::for_each(kept, lane.waiting.end(), [&lane](qBasicAction *action) {
+            action->setState(ActionFinished); // for the worker, which alone deletes
+            lane.handedOver.append(action);
+        });
+        lane.waiting.erase(kept, lane.waiting.end());
+    }
+    return dropped;
 }
 
 Nodes::BasicAction *ActionQueue::copyNode(Nodes::BasicAction &node)
@@ -81,7 +117,6 @@ Nodes::BasicAction *ActionQueue::copyNode(Nodes::BasicAction &node)
     if (!action)
         return nullptr;
     action->setCurrentDisplay(node.currentDisplay());
-    action->setTriggerPoint(node.takeTriggerPoint());
     const std::lock_guard<std::mutex> lock(m_copiesMutex);
     m_copies[action] = std::move(copy);
     return action;

@@ -4,7 +4,9 @@
 
 #include <QVector>
 
+#include <array>
 #include <atomic>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -17,10 +19,12 @@ class ConfigNode;
 
 namespace Widgets {
 
+struct ActionTrigger;
 class qBasicAction;
 
 /// Actions on their way from whoever pushed them to the GUI thread, with the node copies they run
-/// on. Owns both. Safe on any thread, except as noted.
+/// on. Owns both. Two lanes: what is urgent overtakes the rest and has room of its own.
+/// Safe on any thread, except as noted.
 class WIDGETS_EXPORT ActionQueue
 {
 public:
@@ -30,21 +34,24 @@ public:
     ActionQueue(const ActionQueue &) = delete;
     ActionQueue &operator=(const ActionQueue &) = delete;
 
-    /// Actions handed over and not finished at any time: keeps the GUI thread responsive when
-    /// thousands are pushed at once.
+    /// Actions of a lane handed over and not finished at any time: keeps the GUI thread responsive
+    /// when thousands are pushed at once. Those that wait for the operator do not count.
     static constexpr int MaximumInFlight = 128;
 
-    /// Actions in the queue at any time; whoever pushes asks isFull first.
+    /// Actions in a lane at any time; whoever pushes asks hasRoom first.
     static constexpr int MaximumQueued = 50000;
 
-    bool isFull() const { return m_size.load(std::memory_order_relaxed) >= MaximumQueued; }
+    /// Whether so many more fit; what ends a press always does.
+    bool hasRoom(const ActionTrigger &trigger, int count) const;
     /// Takes the actions over, all or in order between those of other threads.
     void append(const QVector<qBasicAction *> &actions);
-    bool isEmpty() const { return m_size.load(std::memory_order_relaxed) == 0; }
+    bool isEmpty() const { return m_size == 0; }
 
     /// Calls `emitAction` for waiting actions, under the queue's lock, then deletes the finished
     /// ones. True when node copies are now to be freed. Worker thread.
     bool walk(const std::function<void(qBasicAction *)> &emitAction);
+    /// Ends, without running them, those not handed over yet for which `isStale` holds; how many.
+    int drop(const std::function<bool(const qBasicAction &)> &isStale);
 
     /// Detached copy of an action node, owned here until its action is deleted and
     /// freeRetiredCopies was called; null when it cannot be copied.
@@ -56,16 +63,24 @@ public:
     void freeRetiredCopies();
 
 private:
-    void handOver(const std::function<void(qBasicAction *)> &emitAction);
-    QVector<qBasicAction *> takeFinished();
+    struct Lane
+    {
+        std::deque<qBasicAction *> waiting;
+        QVector<qBasicAction *> handedOver; ///< finished ones too, until they are deleted
+        std::atomic<int> size{0};           ///< of both
+    };
+
+    static void handOver(Lane &lane, const std::function<void(qBasicAction *)> &emitAction);
+    static void takeFinished(Lane &lane, QVector<qBasicAction *> &finished);
+    Lane &laneOf(const ActionTrigger &trigger);
 
     using Copies =
         std::unordered_map<const Nodes::BasicAction *, std::unique_ptr<Nodes::ConfigNode>>;
 
-    std::mutex m_mutex; // guards the queue
-    QVector<qBasicAction *> m_actions;
-    std::atomic<int> m_size{0};
-    std::mutex m_copiesMutex; // guards the copies; never held together with the other
+    std::mutex m_mutex;          // guards the lanes
+    std::array<Lane, 2> m_lanes; // the urgent first
+    std::atomic<int> m_size{0};  // of both lanes
+    std::mutex m_copiesMutex;    // guards the copies; never held together with the other
     Copies m_copies;
     QVector<const Nodes::BasicAction *> m_retired;
 };

@@ -54,7 +54,7 @@ LaunchedProcesses::~LaunchedProcesses()
 }
 
 Nodes::Result LaunchedProcesses::launch(const Nodes::actionLaunchProcess::Command &command,
-                                        const ActionJournal &journal)
+                                        const ActionJournal &journal, const ActionTrigger &trigger)
 {
     if (m_running.size() >= MaximumRunning)
         return Nodes::Result(Nodes::Result::LimitExceeded,
@@ -71,25 +71,26 @@ Nodes::Result LaunchedProcesses::launch(const Nodes::actionLaunchProcess::Comman
     process->setStandardOutputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
     m_running.insert(process, journal);
-    watch(process, journal);
+    watch(process, journal, trigger);
     process->start();
     return {};
 }
 
-void LaunchedProcesses::watch(QProcess *process, const ActionJournal &journal)
+void LaunchedProcesses::watch(QProcess *process, const ActionJournal &journal,
+                              const ActionTrigger &trigger)
 {
     connect(process, &QProcess::started, this, [process, journal] {
         journal.write(Nodes::LevelAction, "Запущена программа " + nameOf(*process));
     });
     connect(process, &QProcess::errorOccurred, this,
-            [this, process, journal](QProcess::ProcessError error) {
+            [this, process, journal, trigger](QProcess::ProcessError error) {
                 if (error != QProcess::FailedToStart)
                     return;
                 const std::string text = "Программа " + nameOf(*process) +
                                          " не запущена: " + process->errorString().toStdString();
                 journal.write(Nodes::LevelWarning, text);
                 forget(process);
-                TellActionError(QString::fromStdString(text), this);
+                ShowActionError(QString::fromStdString(text), trigger);
             });
     connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             [this, process, journal](int code, QProcess::ExitStatus status) {

@@ -12,6 +12,7 @@ class QProcess;
 namespace Widgets {
 
 class WindowManager;
+struct ActionTrigger;
 
 /// Programs started by actions, from start to end, both journalled. They are kept apart from
 /// windows and action objects; those still running when the station ends are asked to end, given a
@@ -29,13 +30,13 @@ public:
 
     static constexpr int MaximumRunning = 32;
 
-    /// Starts the program without waiting; whether it could be started is journalled later.
-    /// LimitExceeded when too many run.
+    /// Starts the program without waiting; whether it could be started is journalled later, and
+    /// told to the operator who triggered it. LimitExceeded when too many run.
     [[nodiscard]] Nodes::Result launch(const Nodes::actionLaunchProcess::Command &command,
-                                       const ActionJournal &journal);
+                                       const ActionJournal &journal, const ActionTrigger &trigger);
 
 private:
-    void watch(QProcess *process, const ActionJournal &journal);
+    void watch(QProcess *process, const ActionJournal &journal, const ActionTrigger &trigger);
     void forget(QProcess *process);
 
     QHash<QProcess *, ActionJournal> m_running;

@@ -26,7 +26,7 @@ RunningScripts::RunningScripts(QObject *parent)
 
 RunningScripts::~RunningScripts() = default;
 
-void RunningScripts::run(const Nodes::actionExecuteScript &node)
+void RunningScripts::run(const Nodes::actionExecuteScript &node, const ActionTrigger &trigger)
 {
     const ActionJournal journal(node);
     const unsigned long owner = node.GetId();
@@ -44,7 +44,7 @@ void RunningScripts::run(const Nodes::actionExecuteScript &node)
         m_runner ? m_runner->Run(std::move(job))
                  : Nodes::Result(Nodes::Result::NotAvailable, "the station stops");
     if (started)
-        m_running.insert(owner, journal);
+        m_running.insert({owner, Running{journal, trigger}});
     if (started || m_refused.contains(owner))
         return;
     m_refused.insert(owner);
@@ -56,21 +56,21 @@ void RunningScripts::finish(unsigned long owner, const Nodes::Result &result)
     const auto running = m_running.find(owner);
     if (running == m_running.end())
         return;
-    const ActionJournal journal = *running;
+    const auto [journal, trigger] = running->second;
     m_running.erase(running);
     m_refused.remove(owner);
     journal.write(result ? Nodes::LevelAction : Nodes::LevelWarning,
                   result ? "Сценарий выполнен"
                          : "Сценарий прерван: " + Nodes::OperatorText(result));
     if (result == Nodes::Result::AccessDenied)
-        ShowAccessDenied();
+        ShowAccessDenied(trigger);
 }
 
 void RunningScripts::abandon()
 {
     m_runner.reset();
-    for (const ActionJournal &journal : std::exchange(m_running, {}))
-        journal.write(Nodes::LevelWarning, "Сценарий прерван: станция завершается");
+    for (const auto &[owner, running] : std::exchange(m_running, {}))
+        running.journal.write(Nodes::LevelWarning, "Сценарий прерван: станция завершается");
 }
 
 } // namespace Widgets

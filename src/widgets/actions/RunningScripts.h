@@ -1,13 +1,14 @@
 #pragma once
 
 #include "widgets/actions/ActionJournal.h"
+#include "widgets/actions/ActionTrigger.h"
 
 #include "nodes/scripts/ScriptRunner.h"
 
-#include <QHash>
 #include <QObject>
 #include <QSet>
 
+#include <map>
 #include <memory>
 
 namespace Nodes {
@@ -32,17 +33,23 @@ public:
 
     /// A script that waits or runs already is not started again; the first such refusal of a run is
     /// journalled.
-    void run(const Nodes::actionExecuteScript &node);
+    void run(const Nodes::actionExecuteScript &node, const ActionTrigger &trigger);
     /// No script waits or runs.
-    bool isIdle() const { return m_running.isEmpty(); }
+    bool isIdle() const { return m_running.empty(); }
     /// Ends those that wait or run, and journals it.
     void abandon();
 
 private:
     void finish(unsigned long owner, const Nodes::Result &result);
 
-    QHash<unsigned long, ActionJournal> m_running;
-    QSet<unsigned long> m_refused; // told of while their script runs
+    struct Running
+    {
+        ActionJournal journal;
+        ActionTrigger trigger;
+    };
+
+    std::map<unsigned long, Running> m_running; // by the node of the script
+    QSet<unsigned long> m_refused;              // told of while their script runs
     std::unique_ptr<Nodes::ScriptRunner> m_runner;
 };
 

@@ -38,14 +38,14 @@ QWidget *findOpen(const BasicTemplateAction &action, const Nodes::BasicWindow &w
 } // namespace
 
 bool TemplateOpening::run(const BasicTemplateAction &action, Nodes::BasicWindow &window,
-                          int display, qBasicAction::Clock::time_point since)
+                          int display, const qBasicAction &run)
 {
     Nodes::ConfigNode *source = action.GetTemplate();
-    if (!source || !WindowOpening::isAllowed(window))
+    if (!source || !WindowOpening::isAllowed(window, run.trigger()))
         return false;
     const Nodes::TemplateBinding binding(*source, action.GetArguments());
     if (QWidget *found = findOpen(action, window, binding, display)) {
-        WindowOpening::bringForward(*found, since);
+        WindowOpening::bringForward(*found, run.createdAt());
         return false;
     }
     TemplateInstances &instances = TemplateInstances::of(*g_pWindowManager);
@@ -53,7 +53,7 @@ bool TemplateOpening::run(const BasicTemplateAction &action, Nodes::BasicWindow 
     if (!instance)
         return false;
     journalMissing(action, *instance, binding);
-    WindowBasic *opened = WindowOpening::open(action, *instance, display, since);
+    WindowBasic *opened = WindowOpening::open(action, *instance, display, run.createdAt());
     instances.attach(*instance, opened);
     return opened != nullptr;
 }

@@ -18,7 +18,7 @@ public:
     /// whose likeness shows a composition), or brings forward one with the same arguments.
     /// Parameters that stand for nothing are journalled. True when a new one was opened.
     static bool run(const Nodes::BasicTemplateAction &action, Nodes::BasicWindow &window,
-                    int display, qBasicAction::Clock::time_point since);
+                    int display, const qBasicAction &run);
 };
 
 } // namespace Widgets

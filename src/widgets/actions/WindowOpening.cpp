@@ -14,13 +14,14 @@
 
 namespace Widgets {
 
-bool WindowOpening::isAllowed(const Nodes::BasicWindow &window)
+bool WindowOpening::isAllowed(const Nodes::BasicWindow &window, const ActionTrigger &trigger)
 {
+    const std::string what = "открытие окна «" + window.GetName() + "»";
     const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-    if (!isRuntime || (HasPrivilege(Nodes::PrivilegeOpen, &window) &&
-                       HasPrivilege(Nodes::PrivilegeView, &window)))
+    if (!isRuntime || (Nodes::DemandAccess(Nodes::PrivilegeOpen, window, what) &&
+                       Nodes::DemandAccess(Nodes::PrivilegeView, window, what)))
         return true;
-    ShowAccessDenied();
+    ShowAccessDenied(trigger);
     // What triggered it should not have been usable: the rights have changed since it was judged.
     const Nodes::systemAuthentication *users = Nodes::UsersFor(window);
     if (users && users->GetAccessDeniedAction() != Nodes::AccessDeniedRefuse && g_pWindowManager)

@@ -17,8 +17,8 @@ class WindowBasic;
 class WindowOpening
 {
 public:
-    /// Whether the current user may open the window; a refusal at run time is told.
-    static bool isAllowed(const Nodes::BasicWindow &window);
+    /// Whether the window may be opened; a refusal at run time is journalled and told.
+    static bool isAllowed(const Nodes::BasicWindow &window, const ActionTrigger &trigger);
     /// Brings an open window forward.
     static void bringForward(QWidget &window, qBasicAction::Clock::time_point since);
     /// Opens the window on a 0-based display as the action asks; null when it could not be made or

@@ -1,5 +1,8 @@
 #include "widgets/actions/qBasicAction.h"
 
+#include "widgets/actions/ActionTeller.h"
+#include "widgets/windows/Access.h"
+
 #include "nodes/actions/BasicAction.h"
 
 namespace Widgets {
@@ -10,7 +13,8 @@ qBasicAction::qBasicAction(const qBasicAction &other)
     : m_node(other.m_node),
       m_state(other.GetState()),
       m_createdAt(other.m_createdAt),
-      m_generation(other.m_generation)
+      m_isWaiting(other.isWaiting()),
+      m_trigger(other.m_trigger)
 {
 }
 
@@ -18,7 +22,8 @@ qBasicAction &qBasicAction::operator=(const qBasicAction &other)
 {
     m_node = other.m_node;
     m_createdAt = other.m_createdAt;
-    m_generation = other.m_generation;
+    m_isWaiting = other.isWaiting();
+    m_trigger = other.m_trigger;
     setState(other.GetState());
     return *this;
 }
@@ -38,6 +43,20 @@ void qBasicAction::log(const char *text) const
 {
     if (m_node)
         m_node->StoreMessage(Nodes::LevelAction, text, std::string("System"));
+}
+
+void qBasicAction::report(const Nodes::Result &result) const
+{
+    if (!m_node)
+        return;
+    if (result == Nodes::Result::NotFound || result == Nodes::Result::WrongType) {
+        const std::string text = "Действие не выполнено: " + result.GetResultTranslated();
+        if (m_trigger.isOperators())
+            m_node->StoreMessage(Nodes::LevelWarning, text, m_node->GetNodeLink());
+        else
+            ActionTeller::instance().journalOnce(*m_node, text);
+    }
+    ShowActionResult(result, m_node->GetName(), m_trigger);
 }
 
 } // namespace Widgets

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/actions/ActionTrigger.h"
 
 #include <QMetaType>
 
@@ -9,7 +10,8 @@
 
 namespace Nodes {
 class BasicAction;
-}
+class Result;
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -43,10 +45,16 @@ public:
     /// When the operator (or whoever asked) triggered it.
     Clock::time_point createdAt() const { return m_createdAt; }
 
-    /// How many actions, each pushed while another one ran, led to this one; 0 when the operator, a
-    /// timer or a value did.
-    int generation() const { return m_generation; }
-    void setGeneration(int generation) { m_generation = generation; }
+    const ActionTrigger &trigger() const { return m_trigger; }
+    /// Before it is queued.
+    void setTrigger(const ActionTrigger &trigger) { m_trigger = trigger; }
+    /// Its list is no longer waited for.
+    void noteStart() { m_trigger.waiting.reset(); }
+
+    /// It waits for the operator in a loop of events of its own, a menu or dialog, and takes no
+    /// time of the others.
+    bool isWaiting() const { return m_isWaiting.load(std::memory_order_relaxed); }
+    void setWaiting() { m_isWaiting.store(true, std::memory_order_relaxed); }
 
 protected:
     /// The node copy as its own kind; null when it is another one.
@@ -55,12 +63,16 @@ protected:
     int targetDisplay(int display) const;
     /// Entry of the system event journal with the source "System".
     void log(const char *text) const;
+    /// Tells whoever triggered it why it was not done, and journals what the node model does not:
+    /// that there was nothing to do it with.
+    void report(const Nodes::Result &result) const;
 
 private:
     Nodes::BasicAction *m_node;
     std::atomic<enActionState> m_state{ActionCreated};
     Clock::time_point m_createdAt = Clock::now();
-    int m_generation = 0;
+    std::atomic<bool> m_isWaiting{false};
+    ActionTrigger m_trigger;
 };
 
 } // namespace Widgets

@@ -1,11 +1,13 @@
 #include "widgets/actions/qactionArchiverDBMgr.h"
 
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
-#include "widgets/windows/Access.h"
+#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/actions/actionArchiverDBMgr.h"
 
 #include <QGuiApplication>
+#include <QPointer>
 #include <QScreen>
 
 namespace Widgets {
@@ -16,8 +18,14 @@ void qactionArchiverDBMgr::Execute()
     if (!node)
         return;
     if (const Nodes::Result access = node->Demand(); !access)
-        return ShowActionResult(access, node->GetName());
+        return report(access);
+    static QPointer<ArchiverDBMgrDialog> open;
+    if (open)
+        return WindowPlacement::present(*open);
+    if (g_pWindowManager && g_pWindowManager->isEnding())
+        return;
     ArchiverDBMgrDialog dialog(node, QStringLiteral("ArchiverDBMgrDialog"));
+    open = &dialog;
     const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
     if (dialog.width() > available.width() || dialog.height() > available.height())
         dialog.showMaximized();

@@ -13,14 +13,22 @@ namespace Widgets {
 
 namespace {
 
-// On the heap and guarded: the frame it belongs to may go while it waits for the operator.
+// On the heap and guarded: the frame it belongs to may go while it waits for the operator. Whoever
+// is asked already is not asked twice.
 void askOperator(Nodes::actionAuthUser &node, int display)
 {
+    static QPointer<AuthenticationWindow> asking;
+    if (asking)
+        return WindowPlacement::present(*asking);
+    if (g_pWindowManager && g_pWindowManager->isEnding())
+        return;
     QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
     const QPointer<AuthenticationWindow> window = new AuthenticationWindow(frame);
+    asking = window;
     window->setNode(&node);
     WindowPlacement::centre(*window, display);
     window->exec();
+    asking = nullptr;
     if (window)
         window->deleteLater();
 }
@@ -41,7 +49,8 @@ void qactionAuthUser::Execute()
         if (!result)
             ShowActionError(QStringLiteral("%1: вход не выполнен. Войти без пароля можно только "
                                            "пользователем, которому это разрешено в проекте.")
-                                .arg(QString::fromStdString(node->GetUser()->GetName())));
+                                .arg(QString::fromStdString(node->GetUser()->GetName())),
+                            trigger());
     } else {
         askOperator(*node, targetDisplay(0));
     }

@@ -15,7 +15,7 @@ void qactionChangeCompositionTemplate::Execute()
     if (!window || !g_pWindowManager)
         return;
     const int display = targetDisplay(node->GetDisplay());
-    if (!TemplateOpening::run(*node, *window, display, createdAt()))
+    if (!TemplateOpening::run(*node, *window, display, *this))
         return;
     log("Открытие шаблонной композиции");
     g_pWindowManager->letEventsRun();

@@ -11,7 +11,7 @@ void qactionExecuteScript::Execute()
 {
     const auto *node = nodeAs<Nodes::actionExecuteScript>();
     if (node && g_pWindowManager)
-        RunningScripts::of(*g_pWindowManager).run(*node);
+        RunningScripts::of(*g_pWindowManager).run(*node, trigger());
 }
 
 } // namespace Widgets

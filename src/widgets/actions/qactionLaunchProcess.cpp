@@ -17,10 +17,10 @@ void qactionLaunchProcess::Execute()
     Nodes::actionLaunchProcess::Command command;
     Nodes::Result result = node->Prepare(command);
     if (result)
-        result = LaunchedProcesses::of(*g_pWindowManager).launch(command, journal);
+        result = LaunchedProcesses::of(*g_pWindowManager).launch(command, journal, trigger());
     if (!result && result != Nodes::Result::AccessDenied) // that one the model has journalled
         journal.write(Nodes::LevelWarning, "Программа не запущена: " + Nodes::OperatorText(result));
-    ShowActionResult(result, node->GetName());
+    ShowActionResult(result, node->GetName(), trigger());
 }
 
 } // namespace Widgets

@@ -1,7 +1,5 @@
 #include "widgets/actions/qactionNodeCommand.h"
 
-#include "widgets/windows/Access.h"
-
 #include "nodes/actions/actionNodeCommand.h"
 
 namespace Widgets {
@@ -9,7 +7,7 @@ namespace Widgets {
 void qactionNodeCommand::Execute()
 {
     if (const auto *node = nodeAs<Nodes::actionNodeCommand>())
-        ShowActionResult(node->Send(), node->GetName());
+        report(node->Send());
 }
 
 } // namespace Widgets

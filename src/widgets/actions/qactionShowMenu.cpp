@@ -8,6 +8,7 @@
 #include "nodes/menus/BasicMenu.h"
 #include "utils/ValueConversions.h"
 
+#include <QApplication>
 #include <QPointer>
 
 namespace Widgets {
@@ -27,7 +28,18 @@ QPoint onScreen(const QPoint &point, int display)
             qBound(area.top(), there.y(), area.bottom())};
 }
 
+/// Menus that are up at a time; each waits in a loop of events of its own.
+constexpr int maximumOpen = 8;
+int openMenus = 0;
+
 } // namespace
+
+// A menu that no operator asked for does not take another one out of an operator's hand.
+bool qactionShowMenu::isTooMany() const
+{
+    return (g_pWindowManager && g_pWindowManager->isEnding()) || openMenus >= maximumOpen ||
+           (!trigger().isOperators() && QApplication::activePopupWidget());
+}
 
 void qactionShowMenu::Execute()
 {
@@ -37,14 +49,18 @@ void qactionShowMenu::Execute()
     auto *menuNode = dynamic_cast<Nodes::BasicMenu *>(node->GetMenus().front().GetNode());
     if (!menuNode)
         return;
+    if (isTooMany())
+        return;
     const int display = targetDisplay(0);
     // On the heap and guarded: the frame it belongs to may go while the menu is up.
     QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
     const QPointer<MirelMenu> menu = new MirelMenu(node, menuNode, frame);
-    const QPoint point = node->isOpenedAtTrigger() && node->triggerPoint()
-                             ? Utils::NPointToQPoint(*node->triggerPoint())
+    const QPoint point = node->isOpenedAtTrigger() && trigger().point
+                             ? *trigger().point
                              : onScreen(Utils::NPointToQPoint(node->GetPoint()), display);
+    ++openMenus;
     menu->exec(point);
+    --openMenus;
     if (menu)
         menu->deleteLater();
 }

@@ -11,6 +11,9 @@ class qactionShowMenu : public qBasicAction
 public:
     using qBasicAction::qBasicAction;
     void Execute() override;
+
+private:
+    bool isTooMany() const;
 };
 
 } // namespace Widgets

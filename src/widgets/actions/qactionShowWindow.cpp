@@ -14,7 +14,7 @@ void qactionShowWindow::Execute()
 {
     const auto *node = nodeAs<actionShowWindow>();
     Nodes::BasicWindow *window = node ? node->GetWindow() : nullptr;
-    if (!window || !g_pWindowManager || !WindowOpening::isAllowed(*window))
+    if (!window || !g_pWindowManager || !WindowOpening::isAllowed(*window, trigger()))
         return;
     const int display = targetDisplay(node->GetDisplay());
     if (QWidget *found = findOpen(*node, *window, display)) {

@@ -15,7 +15,7 @@ void qactionShowWindowTemplate::Execute()
     if (!window || !g_pWindowManager)
         return;
     const int display = targetDisplay(node->GetDisplay());
-    if (!TemplateOpening::run(*node, *window, display, createdAt()))
+    if (!TemplateOpening::run(*node, *window, display, *this))
         return;
     log("Действие \"открытие окна\"");
     g_pWindowManager->letEventsRun();

@@ -27,7 +27,7 @@ void qactionToggleWindow::Execute()
         return;
     }
     // Whoever is at the station now need not be who opened it.
-    if (!WindowOpening::isAllowed(*target))
+    if (!WindowOpening::isAllowed(*target, trigger()))
         return;
     OpeningTimer::restart(*window, createdAt());
     const bool isFramed = outer != window;

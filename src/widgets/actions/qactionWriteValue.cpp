@@ -1,7 +1,5 @@
 #include "widgets/actions/qactionWriteValue.h"
 
-#include "widgets/windows/Access.h"
-
 #include "nodes/actions/actionWriteValue.h"
 
 namespace Widgets {
@@ -9,7 +7,7 @@ namespace Widgets {
 void qactionWriteValue::Execute()
 {
     if (const auto *node = nodeAs<Nodes::actionWriteValue>())
-        ShowActionResult(node->Write(), node->GetName());
+        report(node->Write());
 }
 
 } // namespace Widgets

@@ -1,6 +1,7 @@
 #include "widgets/elements/ValueWriter.h"
 
 #include "widgets/actions/ActionManager.h"
+#include "widgets/actions/ActionTeller.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/WindowManager.h"
 
@@ -66,11 +67,7 @@ void ValueWriter::report(const Nodes::Result &result)
     const QString text = result.GetCode() == codeNoRights
                              ? QStringLiteral("Недостаточно прав")
                              : QString::fromStdString(result.GetResultTranslated());
-    PlainMessageBox box(QMessageBox::Information, QStringLiteral("Внимание"), text);
-    box.resize(200, 100);
-    // The second letter is Latin; operators' scripts look for exactly this text.
-    box.button(QMessageBox::Ok)->setText(QStringLiteral("ОK"));
-    box.exec();
+    ActionTeller::instance().warn(text);
 }
 
 } // namespace Widgets

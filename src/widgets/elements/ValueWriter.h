@@ -36,7 +36,7 @@ public:
     static std::unique_ptr<PlainMessageBox> question(const QString &shownValue);
     /// Runs the after-write actions of the element, at run time, on the display where it stands.
     static void runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node);
-    /// Modal message of a refused write; nothing for success and for code 403.
+    /// Modal message of a refused write, one at a time; nothing for success and for code 403.
     static void report(const Nodes::Result &result);
 };
 

@@ -1,5 +1,6 @@
 #include "widgets/scene/ProxyView.h"
 
+#include "widgets/actions/ActionTeller.h"
 #include "widgets/scene/Border.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/WindowManager.h"
@@ -10,7 +11,6 @@
 #include "nodes/visual/windowComposed.h"
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QScrollBar>
 
@@ -27,10 +27,12 @@ bool isEditor()
     return WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
 }
 
-void warn(const char *text)
+void warn(const Nodes::ConfigNode *node, const char *text)
 {
-    QMessageBox::warning(nullptr, QStringLiteral("Внимание"), QString::fromUtf8(text),
-                         QMessageBox::Ok);
+    if (node)
+        ActionTeller::instance().journalOnce(*node, text);
+    ActionTeller::instance().notify(QStringLiteral("Внимание"), QString::fromUtf8(text),
+                                    std::nullopt);
 }
 
 QString nameOf(const Nodes::ConfigNode *node)
@@ -84,7 +86,7 @@ ProxyScene *ProxyView::setScene(Nodes::ConfigNode *node)
     setObjectName(nameOf(node));
     ProxyScene *scene = node ? createScene(node) : nullptr;
     if (!scene) {
-        warn("Не удалось создать сцену");
+        warn(node, "Не удалось создать сцену");
         return nullptr;
     }
     showScene(scene, node);
@@ -112,7 +114,7 @@ ProxyScene *ProxyView::createScene(Nodes::ConfigNode *node)
     if (auto *composed = dynamic_cast<Nodes::windowComposed *>(node)) {
         if (Nodes::BasicComposition *composition = composed->GetComposition())
             return new ProxyScene(composition, this);
-        warn("Не задана композиция");
+        warn(node, "Не задана композиция");
         return nullptr;
     }
     if (auto *window = dynamic_cast<Nodes::BasicWindow *>(node))

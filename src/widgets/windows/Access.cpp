@@ -1,14 +1,10 @@
 #include "widgets/windows/Access.h"
 
-#include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/actions/ActionTeller.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/system/systemCore.h"
-
-#include <QApplication>
-
-#include <algorithm>
 
 namespace Widgets {
 
@@ -27,40 +23,29 @@ bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node
     return !guarded || Nodes::CheckAccess(privilege, *guarded);
 }
 
-void ShowAccessDenied()
+void ShowAccessDenied(const ActionTrigger &trigger)
 {
-    ShowActionError(QStringLiteral("Недостаточно прав для выполнения действия"));
+    ShowActionError(QStringLiteral("Недостаточно прав для выполнения действия"), trigger);
 }
 
-void ShowActionResult(const Nodes::Result &result, const std::string &what)
+void ShowActionResult(const Nodes::Result &result, const std::string &what,
+                      const ActionTrigger &trigger)
 {
     if (result || result.GetCode() == codeSilent)
         return;
     if (result.GetCode() == codeNoRights)
-        ShowAccessDenied();
+        ShowAccessDenied(trigger);
     else
-        ShowActionError(QString::fromStdString(what + ": " + result.GetResultTranslated()));
+        ShowActionError(QString::fromStdString(what + ": " + result.GetResultTranslated()),
+                        trigger);
 }
 
-void ShowActionError(const QString &text)
+void ShowActionError(const QString &text, const ActionTrigger &trigger)
 {
-    PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Ошибка"), text);
-}
-
-void TellActionError(const QString &text, const QObject *owner)
-{
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const bool isTold = std::any_of(windows.begin(), windows.end(), [&text](const QWidget *window) {
-        const auto *box = qobject_cast<const PlainMessageBox *>(window);
-        return box && box->isVisible() && box->text() == text;
-    });
-    if (isTold)
-        return;
-    auto *box = new PlainMessageBox(QMessageBox::Warning, QStringLiteral("Ошибка"), text);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowModality(Qt::ApplicationModal);
-    QObject::connect(owner, &QObject::destroyed, box, [box] { delete box; });
-    box->show();
+    const bool isWaitedFor =
+        trigger.isOperators() && !(g_pWindowManager && g_pWindowManager->isEnding());
+    if (isWaitedFor)
+        ActionTeller::instance().notify(QStringLiteral("Ошибка"), text, trigger.display);
 }
 
 } // namespace Widgets

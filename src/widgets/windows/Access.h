@@ -1,12 +1,12 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/actions/ActionTrigger.h"
 
 #include "nodes/auth/AuthPriv.h"
 
 #include <string>
 
-class QObject;
 class QString;
 
 namespace Nodes {
@@ -20,14 +20,14 @@ namespace Widgets {
 /// null. Everybody may where there are no users.
 WIDGETS_EXPORT bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node);
 
-/// Tells the operator, modally, that an action was refused for want of rights.
-WIDGETS_EXPORT void ShowAccessDenied();
-/// Tells the operator, modally, why `what` failed; nothing for success and silent refusals.
-WIDGETS_EXPORT void ShowActionResult(const Nodes::Result &result, const std::string &what);
-/// Tells the operator, modally, that an action failed.
-WIDGETS_EXPORT void ShowActionError(const QString &text);
-/// The same without waiting for the answer, so that other actions go on; what stands on the screen
-/// already is not told twice. The message goes with `owner`.
-WIDGETS_EXPORT void TellActionError(const QString &text, const QObject *owner);
+/// Tells the operator whose gesture it was that an action was refused for want of rights. As the
+/// next ones: without waiting for an answer, and not where nobody asked for it or the station ends;
+/// the journal has it then.
+WIDGETS_EXPORT void ShowAccessDenied(const ActionTrigger &trigger = {});
+/// Tells why `what` failed; nothing for success and silent refusals.
+WIDGETS_EXPORT void ShowActionResult(const Nodes::Result &result, const std::string &what,
+                                     const ActionTrigger &trigger = {});
+/// Tells that an action failed.
+WIDGETS_EXPORT void ShowActionError(const QString &text, const ActionTrigger &trigger = {});
 
 } // namespace Widgets

@@ -48,10 +48,9 @@ Qt::WindowModality modalityOf(const BasicWindow &node)
     return Qt::NonModal;
 }
 
-void pushActions(const Nodes::NodeLinks &actions)
+void pushActions(const Nodes::NodeLinks &actions, const QWidget &window, ActionOrigin origin)
 {
-    if (!actions.empty() && g_pWindowManager)
-        g_pWindowManager->PushActions(actions);
+    ActionManager::getInstance().trigger(actions, &window, std::nullopt, origin);
 }
 
 } // namespace
@@ -198,13 +197,13 @@ void WindowBasic::showEvent(QShowEvent *event)
     if (isWindow() && isModal())
         OverlayWindows::instance().add(this);
     if (isRuntime() && m_node && !event->spontaneous())
-        pushActions(m_node->GetOnOpenActions());
+        pushActions(m_node->GetOnOpenActions(), *this, ActionOrigin::OnOpen);
 }
 
 void WindowBasic::hideEvent(QHideEvent *event)
 {
     if (isRuntime() && m_node && !event->spontaneous())
-        pushActions(m_node->GetOnCloseActions());
+        pushActions(m_node->GetOnCloseActions(), *this, ActionOrigin::OnClose);
     OverlayWindows::instance().remove(this);
     stopScene();
     ProxyView::hideEvent(event);

@@ -1,6 +1,7 @@
 #include "widgets/windows/WindowManager.h"
 
-#include "widgets/actions/ActionFactoryTable.h"
+#include "widgets/actions/ActionRunner.h"
+#include "widgets/actions/ActionTeller.h"
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/qactionAlarm.h"
 #include "widgets/events/AlarmWindow.h"
@@ -19,8 +20,6 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLoggingCategory>
-#include <QThread>
 #include <QTimer>
 #include <QWidget>
 
@@ -29,9 +28,6 @@
 namespace Widgets {
 
 namespace {
-Q_LOGGING_CATEGORY(actionLog, "station.actions")
-
-constexpr int retryInterval = 20;
 constexpr int keyYa = 0x042F;           // on the key of Z in the Russian layout
 constexpr int missedAlarmsDelay = 1000; // ms
 } // namespace
@@ -39,7 +35,10 @@ constexpr int missedAlarmsDelay = 1000; // ms
 WindowManager *g_pWindowManager = nullptr;
 
 WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
-    : QObject(parent), m_frames(new FrameDisplays(this)), m_retry(new QTimer(this)), m_core(core)
+    : QObject(parent),
+      m_frames(new FrameDisplays(this)),
+      m_runner(new ActionRunner(this)),
+      m_core(core)
 {
     qRegisterMetaType<Nodes::BasicEvent>("BasicEvent");
     qRegisterMetaType<Nodes::BasicEvent>();
@@ -47,8 +46,6 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     if (QCoreApplication::instance())
         QCoreApplication::instance()->installEventFilter(this);
     g_pWindowManager = this;
-    m_retry->setInterval(retryInterval);
-    connect(m_retry, &QTimer::timeout, this, &WindowManager::postNextDeferred);
     m_worker = new WindowManagerWorkerThread(m_queue, core, this);
     connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
             &WindowManager::OnActionExecuted);
@@ -69,6 +66,7 @@ WindowManager::~WindowManager()
 {
     m_gate.close();
     m_connections.clear();
+    ActionTeller::instance().dismiss();
     delete m_worker; // from here on nobody else touches the queue
     m_alarmWindow.reset();
     closeEverything();
@@ -97,8 +95,12 @@ void WindowManager::takeEarlierAlarms()
 
 void WindowManager::ReceiveAlarm(Nodes::BasicEvent event)
 {
-    if (!m_queue.isFull()) {
-        m_queue.append({new qactionAlarm(std::move(event))});
+    ActionTrigger trigger;
+    trigger.origin = trigger.root = ActionOrigin::Request;
+    if (m_queue.hasRoom(trigger, 1)) {
+        auto *alarm = new qactionAlarm(std::move(event));
+        alarm->setTrigger(trigger);
+        m_queue.append({alarm});
         return;
     }
     // How the alarms stand is asked for afterwards, once for all that found no room.
@@ -169,172 +171,11 @@ Nodes::systemVisualization *WindowManager::getSystemVisualization() const
     return m_core ? m_core->GetSystemVisualization() : nullptr;
 }
 
-qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
-{
-    const ActionFactoryTable &table = ActionFactoryTable::instance();
-    if (!action || !table.knows(action->GetNodeType()))
-        return nullptr;
-    Nodes::BasicAction *copy = m_queue.copyNode(*action);
-    return copy ? table.create(copy) : nullptr;
-}
-
-int WindowManager::pushedGeneration() const
-{
-    const bool isHere = QThread::currentThread() == thread();
-    return isHere && m_executing && !m_hasInput ? m_executing->generation() + 1 : 0;
-}
-
-Nodes::Result WindowManager::checkLimits(const Nodes::BasicAction &node, int pushed)
-{
-    using Nodes::Result;
-    if (pushedGeneration() > MaximumChain) {
-        node.StoreMessage(Nodes::LevelWarning,
-                          "Действие отклонено: действия бесконечно вызывают друг друга",
-                          node.GetPath());
-        return Result(&node, Result::LimitExceeded, "actions push each other without end");
-    }
-    if (!m_queue.isFull() && pushed < ActionQueue::MaximumQueued) {
-        m_isOverflowTold = false;
-        return {};
-    }
-    if (!m_isOverflowTold.exchange(true))
-        node.StoreMessage(Nodes::LevelWarning, "Действия отклоняются: очередь переполнена",
-                          node.GetPath());
-    return Result(&node, Result::LimitExceeded, "the queue of actions is full");
-}
-
-Nodes::Result WindowManager::append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node)
-{
-    if (node) {
-        if (const Nodes::Result within = checkLimits(*node, actions.size()); !within)
-            return within;
-    }
-    qBasicAction *action = CreateQAction(node);
-    if (!action) {
-        qCDebug(actionLog, "dropped: %s",
-                node ? node->GetPath().c_str() : "the action node does not exist");
-        return {};
-    }
-    action->setGeneration(pushedGeneration());
-    actions.append(action);
-    return {};
-}
-
-Nodes::Result WindowManager::PushAction(Nodes::BasicAction *action)
-{
-    QVector<qBasicAction *> actions;
-    const Nodes::Result appended = append(actions, action);
-    m_queue.append(actions);
-    return appended;
-}
-
-Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
-{
-    return actions ? PushActions(*actions) : Nodes::Result();
-}
-
-Nodes::Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
-{
-    if (QThread::currentThread() != thread()) {
-        const auto push = [this, links = std::move(actions)] { pushOfNobody(links); };
-        QMetaObject::invokeMethod(this, push, Qt::QueuedConnection);
-        return {};
-    }
-    QVector<qBasicAction *> created;
-    Nodes::Result result;
-    for (auto link = actions.cbegin(); link != actions.cend() && result; ++link)
-        result = append(created, dynamic_cast<Nodes::BasicAction *>(link->GetNode()));
-    m_queue.append(created);
-    return result;
-}
-
-Nodes::Result WindowManager::OnActionExecuted(qBasicAction *pAction)
-{
-    const enActionState state = pAction->GetState();
-    if (state == ActionHandedOver) {
-        if (isLettingEventsRun() || !m_deferred.isEmpty()) {
-            m_deferred.append(pAction);
-            m_retry->start();
-        } else {
-            execute(*pAction);
-        }
-    } else if (state == ActionExecuting) {
-        qCDebug(actionLog, "Action in process!");
-    } else if (state != ActionFinished) {
-        qCDebug(actionLog, "Some error with action!");
-    }
-    return {};
-}
-
-void WindowManager::execute(qBasicAction &action)
-{
-    action.setState(ActionExecuting);
-    const qBasicAction *outer = std::exchange(m_executing, &action);
-    const bool hadInput = std::exchange(m_hasInput, false);
-    action.Execute();
-    m_executing = outer;
-    m_hasInput = m_hasInput || hadInput;
-    if (action.getNode())
-        action.getNode()->SetState(Nodes::NodeState::Finished);
-    action.setState(ActionFinished);
-}
-
-// A modal window opened meanwhile has a loop of its own: until the operator answers it, actions go
-// on as ever.
-bool WindowManager::isLettingEventsRun() const
-{
-    return m_lettingLevel == QThread::currentThread()->loopLevel();
-}
-
-void WindowManager::letEventsRun()
-{
-    const QPointer<WindowManager> self = this;
-    const int outer = std::exchange(m_lettingLevel, QThread::currentThread()->loopLevel());
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    if (!self)
-        return;
-    m_lettingLevel = outer;
-    postNextDeferred();
-}
-
-void WindowManager::postNextDeferred()
-{
-    if (m_deferred.isEmpty())
-        m_retry->stop();
-    else if (!isLettingEventsRun() && !std::exchange(m_isNextPosted, true))
-        QMetaObject::invokeMethod(this, &WindowManager::runNextDeferred, Qt::QueuedConnection);
-}
-
-// One a turn of the event loop, so that input comes between. The next turn is asked for first: the
-// action may open a modal window.
-void WindowManager::runNextDeferred()
-{
-    m_isNextPosted = false;
-    if (isLettingEventsRun() || m_deferred.isEmpty())
-        return;
-    qBasicAction *action = m_deferred.takeFirst();
-    postNextDeferred();
-    execute(*action);
-}
-
-void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
-{
-    pushOfNobody(timer->GetActions());
-}
-
-// Whatever action lets this in, it has not asked for it.
-void WindowManager::pushOfNobody(const std::vector<Nodes::NodeLink> &actions)
-{
-    const qBasicAction *outer = std::exchange(m_executing, nullptr);
-    (void)PushActions(actions);
-    m_executing = outer;
-}
-
 bool WindowManager::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
     if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress || type == QEvent::TouchBegin)
-        m_hasInput = true;
+        m_runner->noteInput();
     if (type == QEvent::MouseButtonPress || type == QEvent::TouchBegin)
         activatePressed(watched);
     if (type != QEvent::KeyPress)

@@ -2,6 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/actions/ActionQueue.h"
+#include "widgets/actions/ActionTrigger.h"
+#include "widgets/actions/TimerLists.h"
 #include "widgets/windows/FrameMapping.h"
 #include "widgets/windows/NotificationGate.h"
 #include "widgets/windows/WidgetLink.h"
@@ -23,8 +25,6 @@
 #include <memory>
 #include <vector>
 
-class QTimer;
-
 namespace Nodes {
 class BasicAction;
 class BasicComposition;
@@ -38,6 +38,7 @@ class systemVisualization;
 
 namespace Widgets {
 
+class ActionRunner;
 class AlarmWindow;
 class FrameDisplays;
 class WindowManagerWorkerThread;
@@ -97,11 +98,19 @@ public:
     static constexpr int MaximumChain = 64;
 
     /// Queue actions to be run once each, in order. Unknown kinds and dead links are dropped.
-    /// LimitExceeded, journalled, when the queue is full or the chain too long: what was refused is
-    /// not run. Links given on another thread are resolved on the GUI thread, a moment later.
+    /// LimitExceeded, journalled, when the queue is full or the chain too long: nothing of the list
+    /// is run then. On the GUI thread they count as an operator's doing, or as that of the action
+    /// that runs; on another one as nobody's: links are resolved on the GUI thread then, a moment
+    /// later, and what one thread pushes keeps its order.
     Nodes::Result PushAction(Nodes::BasicAction *action);
     Nodes::Result PushActions(std::vector<Nodes::NodeLink> *actions);
     Nodes::Result PushActions(std::vector<Nodes::NodeLink> actions);
+    /// The same for whoever knows more of where they come from. GUI thread.
+    Nodes::Result PushActions(const std::vector<Nodes::NodeLink> &actions,
+                              const ActionTrigger &trigger);
+    /// Trigger of what is pushed now for that reason: part of what the action that runs began,
+    /// if one does. GUI thread.
+    ActionTrigger triggerNow(ActionOrigin origin) const;
     /// Action object on a detached copy of the node; null for unknown kinds. The caller owns the
     /// object, the manager its node copy.
     qBasicAction *CreateQAction(Nodes::BasicAction *action);
@@ -114,10 +123,12 @@ public:
     /// show something before they go on. What was handed over meanwhile runs afterwards, in order.
     void letEventsRun();
 
-    /// Hides every window, whoever may close it, then runs what is queued, what that queues and the
-    /// scripts, before the station ends: at most `patience` ms, with no input, every dialog
-    /// cancelled. What is left then is dropped and journalled.
+    /// Hides every window, whoever may close it, then runs what operators and closing windows have
+    /// queued, what that queues and the scripts, before the station ends: at most `patience` ms,
+    /// with no input and no dialogs. What timers and others piled up is stale and dropped at once,
+    /// and what is left after that time too; both are journalled.
     void finishActions(int patience);
+    bool isEnding() const;
 
     /// Whether an action is queued or running whose node stands below that one.
     bool hasActionBelow(const Nodes::ConfigNode &node) { return m_queue.hasCopyBelow(node); }
@@ -147,16 +158,14 @@ private:
     void watchUsers();
     void subscribeTimers();
     void subscribeActionRequests();
-    Nodes::Result append(QVector<qBasicAction *> &actions, Nodes::BasicAction *node);
-    /// Generation of what is pushed now; 0 outside of actions, on other threads, and after input of
-    /// the operator in a dialog or menu of the action.
-    int pushedGeneration() const;
-    Nodes::Result checkLimits(const Nodes::BasicAction &node, int pushed);
-    void execute(qBasicAction &action);
-    bool isLettingEventsRun() const;
-    void runNextDeferred();
-    void postNextDeferred();
-    void pushOfNobody(const std::vector<Nodes::NodeLink> &actions);
+    Nodes::Result pushElsewhere(Nodes::BasicAction *action);
+    Nodes::Result push(const std::vector<Nodes::BasicAction *> &nodes,
+                       const ActionTrigger &trigger);
+    Nodes::Result checkLimits(const Nodes::BasicAction &node, int count,
+                              const ActionTrigger &trigger);
+    qBasicAction *make(Nodes::BasicAction *node, const ActionTrigger &trigger);
+    int dropStale();
+    void journalEnd(int stale, bool isDone) const;
     void hideAll();
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
     void minimizeAll() const;
@@ -169,12 +178,9 @@ private:
     FrameDisplays *m_frames;
     QVector<WidgetLink> m_windows;
     ActionQueue m_queue;
-    QVector<qBasicAction *> m_deferred; // handed over while events were let run
-    int m_lettingLevel = -1;            // of event loops, where events are let run now
-    bool m_isNextPosted = false;
-    QTimer *m_retry; // of deferred actions, for a modal window opened meanwhile
-    const qBasicAction *m_executing = nullptr; // the innermost
-    bool m_hasInput = false; // while that one ran: what follows is the operator's doing
+    ActionRunner *m_runner;
+    TimerLists m_timerLists;
+    std::atomic<int> m_posted{0}; // by other threads, on their way into the queue
     std::atomic<bool> m_isOverflowTold{false};
     bool m_areAlarmsMissed = false;
     Nodes::systemCore *m_core;

@@ -1,4 +1,5 @@
 // The end of the station: what windows, actions and scripts still have to do.
+#include "widgets/actions/ActionRunner.h"
 #include "widgets/actions/RunningScripts.h"
 #include "widgets/windows/WindowManager.h"
 
@@ -26,20 +27,30 @@ void WindowManager::finishActions(int patience)
             modal->close();
     });
     dismissal.start(dismissalInterval);
-    hideAll();
     const QDeadlineTimer deadline(patience);
+    m_runner->end(deadline);
+    const int stale = dropStale();
+    hideAll();
     RunningScripts &scripts = RunningScripts::of(*this);
-    const auto isDone = [&] {
-        return m_queue.isEmpty() && m_deferred.isEmpty() && scripts.isIdle();
-    };
+    const auto isDone = [&] { return m_queue.isEmpty() && m_runner->isIdle() && scripts.isIdle(); };
     while (!isDone() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
                                         QEventLoop::WaitForMoreEvents);
-    if (!isDone() && m_core)
-        m_core->StoreMessage(Nodes::LevelWarning,
-                             "Станция завершена раньше, чем выполнены все действия",
-                             Nodes::NodeLink());
+    journalEnd(stale, isDone());
     scripts.abandon();
+}
+
+void WindowManager::journalEnd(int stale, bool isDone) const
+{
+    const auto journal = [this](const std::string &text) {
+        if (m_core)
+            m_core->StoreMessage(Nodes::LevelWarning, text, Nodes::NodeLink());
+    };
+    const int dropped = stale + m_runner->dropped();
+    if (dropped > 0)
+        journal("Станция завершается: не выполнены ожидавшие действия, " + std::to_string(dropped));
+    if (!isDone)
+        journal("Станция завершена раньше, чем выполнены все действия");
 }
 
 // The right to close is asked of operators, not of the end of the station.

@@ -195,11 +195,18 @@ void TestActionQueue::aListThatPushesItselfIsEnded()
 void TestActionQueue::aFullQueueRefuses()
 {
     RuntimeProject project(screens);
-    const Nodes::NodeLinks many(ActionQueue::MaximumQueued + 1, Nodes::NodeLink(31));
+    project.record({30});
+    const Nodes::NodeLinks one{Nodes::NodeLink(31)};
+    Nodes::NodeLinks many(ActionQueue::MaximumQueued + 1, Nodes::NodeLink(31));
     QVERIFY(project.manager->PushActions(many) == Nodes::Result::LimitExceeded);
+    QCOMPARE(project.ran(), QString()); // nothing of the list
+    many.pop_back();
+    QVERIFY(project.manager->PushActions(many));
     QVERIFY(project.manager->PushAction(project.node<Nodes::BasicAction>(31)) ==
             Nodes::Result::LimitExceeded);
-    project.record({30});
+    ActionTrigger release;
+    release.isRelease = true;
+    QVERIFY(project.manager->PushActions(one, release));
     QTRY_VERIFY(!project.recorded.isEmpty());
 }
 

@@ -1,6 +1,6 @@
-#include "support/MessageBoxes.h"
 #include "support/Mouse.h"
 #include "support/RuntimeProject.h"
+#include "support/VisibleBoxes.h"
 
 #include "widgets/scene/Border.h"
 #include "widgets/scene/ProxyLayer.h"
@@ -83,7 +83,7 @@ private slots:
         QTest::newRow("composed") << 40 << composition << 2 << "ProxyScene: C" << QStringList();
         QTest::newRow("composition not set")
             << 41 << QRectF() << 0 << ""
-            << QStringList{"Внимание: Не задана композиция", "Внимание: Не удалось создать сцену"};
+            << QStringList{"Внимание: Не задана композиция\n\nНе удалось создать сцену"};
         QTest::newRow("other node")
             << 50 << QRectF() << 0 << "" << QStringList{"Внимание: Не удалось создать сцену"};
     }
@@ -92,10 +92,9 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(QStringList, messages);
-        const MessageBoxes boxes;
         const ShownView shown(unsigned(id), Nodes::WorkModeRuntime);
         const ProxyScene *scene = shown.scene;
-        QCOMPARE(boxes.shown, messages);
+        QCOMPARE(visibleBoxes(), messages);
         QCOMPARE(scene != nullptr, messages.isEmpty());
         QCOMPARE(shown.view.scene(), scene);
         QTEST(scene ? scene->sceneRect() : QRectF(), "rect");

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "widgets/dialogs/PlainMessageBox.h"
+
+#include <QVector>
+
+namespace Widgets {
+
+/// Message box of what was refused: the latest few texts, each once, with how often it came.
+class WIDGETS_EXPORT RefusalBox : public PlainMessageBox
+{
+    Q_OBJECT
+
+public:
+    RefusalBox(Icon icon, const QString &title, QWidget *parent);
+
+    /// Texts shown at a time; older ones make room.
+    static constexpr int MaximumTexts = 5;
+
+    void add(const QString &text);
+
+private:
+    struct Line
+    {
+        QString text;
+        int count;
+    };
+
+    QString shownText() const;
+
+    QVector<Line> m_lines;
+};
+
+} // namespace Widgets

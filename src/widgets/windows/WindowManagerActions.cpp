@@ -1,0 +1,213 @@
+// How actions get into the queue and out of it.
+#include "widgets/actions/ActionFactoryTable.h"
+#include "widgets/actions/ActionRunner.h"
+#include "widgets/actions/qBasicAction.h"
+#include "widgets/windows/Access.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/BasicAction.h"
+#include "nodes/timers/operationTimer.h"
+
+#include <QLoggingCategory>
+#include <QThread>
+
+#include <algorithm>
+
+namespace Widgets {
+
+using Nodes::Result;
+
+namespace {
+
+Q_LOGGING_CATEGORY(actionLog, "station.actions")
+
+ActionTrigger triggerOfNobody()
+{
+    ActionTrigger trigger;
+    trigger.origin = trigger.root = ActionOrigin::Request;
+    return trigger;
+}
+
+} // namespace
+
+qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
+{
+    const ActionFactoryTable &table = ActionFactoryTable::instance();
+    if (!action || !table.knows(action->GetNodeType()))
+        return nullptr;
+    Nodes::BasicAction *copy = m_queue.copyNode(*action);
+    return copy ? table.create(copy) : nullptr;
+}
+
+qBasicAction *WindowManager::make(Nodes::BasicAction *node, const ActionTrigger &trigger)
+{
+    qBasicAction *action = CreateQAction(node);
+    if (!action) {
+        qCDebug(actionLog, "dropped: %s",
+                node ? node->GetPath().c_str() : "the action node does not exist");
+        return nullptr;
+    }
+    action->setTrigger(trigger);
+    if (trigger.display && action->getNode())
+        action->getNode()->setCurrentDisplay(*trigger.display);
+    return action;
+}
+
+// Windows open at the start without anybody's hand; they close by one, unless the station ends.
+ActionTrigger WindowManager::triggerNow(ActionOrigin origin) const
+{
+    ActionTrigger trigger;
+    trigger.origin = trigger.root = origin;
+    const qBasicAction *cause = m_runner->cause();
+    const bool isConsequence =
+        cause && origin != ActionOrigin::Timer && origin != ActionOrigin::Request;
+    if (isConsequence) {
+        trigger.root = cause->trigger().root;
+        trigger.generation = cause->trigger().generation + 1;
+    } else if (origin == ActionOrigin::OnClose && !isEnding()) {
+        trigger.root = ActionOrigin::Gesture;
+    }
+    return trigger;
+}
+
+Result WindowManager::checkLimits(const Nodes::BasicAction &node, int count,
+                                  const ActionTrigger &trigger)
+{
+    if (trigger.generation > MaximumChain) {
+        node.StoreMessage(Nodes::LevelWarning,
+                          "Действие отклонено: действия бесконечно вызывают друг друга",
+                          node.GetPath());
+        return Result(&node, Result::LimitExceeded, "actions push each other without end");
+    }
+    if (m_queue.hasRoom(trigger, count + m_posted)) {
+        m_isOverflowTold = false;
+        return {};
+    }
+    if (!m_isOverflowTold.exchange(true) || trigger.isOperators())
+        node.StoreMessage(Nodes::LevelWarning, "Действия отклоняются: очередь переполнена",
+                          node.GetPath());
+    return Result(&node, Result::LimitExceeded, "the queue of actions is full");
+}
+
+Result WindowManager::push(const std::vector<Nodes::BasicAction *> &nodes,
+                           const ActionTrigger &trigger)
+{
+    if (isEnding() && !trigger.outlivesStation())
+        return Result(Result::Cancelled, "the station ends");
+    const auto first = std::find_if(nodes.begin(), nodes.end(), [](auto *node) { return node; });
+    if (first != nodes.end()) {
+        const Result within = checkLimits(**first, int(nodes.size()), trigger);
+        if (!within) {
+            ShowActionError(QStringLiteral("Действия не выполнены: станция перегружена"), trigger);
+            return within;
+        }
+    }
+    QVector<qBasicAction *> actions;
+    for (Nodes::BasicAction *node : nodes) {
+        if (qBasicAction *action = make(node, trigger))
+            actions.append(action);
+    }
+    m_queue.append(actions);
+    return {};
+}
+
+Result WindowManager::PushAction(Nodes::BasicAction *action)
+{
+    return QThread::currentThread() == thread() ? push({action}, triggerNow(ActionOrigin::Gesture))
+                                                : pushElsewhere(action);
+}
+
+// The node is copied at once, for it may be gone in a moment, but queued by way of the GUI thread:
+// the lists that this thread has pushed before are on that way too.
+Result WindowManager::pushElsewhere(Nodes::BasicAction *action)
+{
+    if (!action)
+        return {};
+    if (const Result within = checkLimits(*action, 1, triggerOfNobody()); !within)
+        return within;
+    ++m_posted;
+    const auto made =
+        std::make_shared<std::unique_ptr<qBasicAction>>(make(action, triggerOfNobody()));
+    QMetaObject::invokeMethod(
+        this,
+        [this, made] {
+            --m_posted;
+            if (*made)
+                m_queue.append({made->release()});
+        },
+        Qt::QueuedConnection);
+    return {};
+}
+
+Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
+{
+    return actions ? PushActions(*actions) : Result();
+}
+
+Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
+{
+    if (QThread::currentThread() == thread())
+        return PushActions(actions, triggerNow(ActionOrigin::Gesture));
+    const int count = int(actions.size());
+    if (!m_queue.hasRoom(triggerOfNobody(), count + m_posted))
+        return Result(Result::LimitExceeded, "the queue of actions is full");
+    m_posted += count;
+    QMetaObject::invokeMethod(
+        this,
+        [this, count, links = std::move(actions)] {
+            m_posted -= count;
+            (void)PushActions(links, triggerOfNobody());
+        },
+        Qt::QueuedConnection);
+    return {};
+}
+
+Result WindowManager::PushActions(const std::vector<Nodes::NodeLink> &actions,
+                                  const ActionTrigger &trigger)
+{
+    std::vector<Nodes::BasicAction *> nodes;
+    nodes.reserve(actions.size());
+    for (const Nodes::NodeLink &link : actions)
+        nodes.push_back(dynamic_cast<Nodes::BasicAction *>(link.GetNode()));
+    return push(nodes, trigger);
+}
+
+void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
+{
+    if (timer->GetActions().empty())
+        return;
+    ActionTrigger trigger = triggerNow(ActionOrigin::Timer);
+    trigger.waiting = m_timerLists.begin(*timer);
+    if (trigger.waiting)
+        (void)PushActions(timer->GetActions(), trigger);
+}
+
+Result WindowManager::OnActionExecuted(qBasicAction *pAction)
+{
+    const enActionState state = pAction->GetState();
+    if (state == ActionHandedOver)
+        m_runner->take(*pAction);
+    else if (state == ActionExecuting)
+        qCDebug(actionLog, "Action in process!");
+    else if (state != ActionFinished)
+        qCDebug(actionLog, "Some error with action!");
+    return {};
+}
+
+void WindowManager::letEventsRun()
+{
+    m_runner->letEventsRun();
+}
+
+bool WindowManager::isEnding() const
+{
+    return m_runner->isEnding();
+}
+
+int WindowManager::dropStale()
+{
+    return m_queue.drop(
+        [](const qBasicAction &action) { return !action.trigger().outlivesStation(); });
+}
+
+} // namespace Widgets
