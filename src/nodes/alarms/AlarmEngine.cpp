@@ -1,7 +1,8 @@
 #include "nodes/alarms/AlarmEngine.h"
 
+#include "nodes/alarms/AlarmFeedQueue.h"
 #include "nodes/alarms/BasicAlarm.h"
-#include "nodes/journal/EventJournal.h"
+#include "nodes/alarms/MissingAlarms.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 
@@ -9,52 +10,19 @@
 
 namespace Nodes {
 
-namespace {
-
-AlarmSettings settingsOf(const BasicAlarm &alarm)
-{
-    AlarmSettings settings;
-    settings.node = alarm.GetNodeLink();
-    settings.source = alarm.GetPath();
-    settings.text = alarm.GetText();
-    settings.priority = alarm.GetPriority();
-    settings.isAckRequired = alarm.isAckRequired();
-    settings.onDelay = Timestamp(alarm.GetOnDelay()) * 1000;
-    settings.offDelay = Timestamp(alarm.GetOffDelay()) * 1000;
-    settings.condition = alarm.MakeCondition();
-    return settings;
-}
-
-constexpr int missingDays = 90;
-
-/// The alarm and what of its state was set by hand or waits for somebody.
-std::string describe(unsigned long node, const StoredAlarm &stored)
-{
-    const AlarmMemory &memory = stored.memory;
-    std::string text = "«" + stored.path + "» (узел " + std::to_string(node) + ")";
-    if (memory.isOutOfService)
-        text += ", выведена из работы";
-    if (memory.isSuppressed)
-        text += ", подавлена";
-    if (memory.shelvedUntil != 0)
-        text += ", отложена";
-    if (memory.isActive)
-        text += ", активна";
-    return text + (memory.isAcked ? "" : ", не квитирована");
-}
-
-} // namespace
-
 struct AlarmEngine::Watch
 {
-    Watch(const BasicAlarm &alarm, unsigned long &lastOccurrence)
-        : tracker(settingsOf(alarm), lastOccurrence), cell(alarm.GetSignal()->GetCell())
+    Watch(const BasicAlarm &alarm, std::size_t number, unsigned long &lastOccurrence)
+        : tracker(AlarmSettings::Of(alarm), lastOccurrence),
+          cell(alarm.GetSignal()->GetCell()),
+          place(number)
     {
     }
     unsigned long NodeId() const { return tracker.GetSettings().node.GetNodeId(); }
 
     AlarmTracker tracker;
     std::shared_ptr<ValueCell> cell;
+    const std::size_t place; // in m_watches
     ValueSubscription subscription;
     Timestamp deadline = DeadlineThread::Never;
 };
@@ -67,19 +35,30 @@ AlarmEngine::~AlarmEngine()
 }
 
 void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms, EventJournal *journal,
-                        const std::string &stateFile)
+                        std::shared_ptr<AlarmStateStore> store)
 {
     Stop();
-    m_journal = journal;
+    m_outbox.SetJournal(journal);
     {
         const std::lock_guard lock(m_mutex);
         for (const BasicAlarm *alarm : alarms) {
-            m_watches.push_back(std::make_unique<Watch>(*alarm, m_lastOccurrence));
+            m_watches.push_back(
+                std::make_unique<Watch>(*alarm, m_watches.size(), m_lastOccurrence));
             Watch *watch = m_watches.back().get();
             m_byNode[alarm->GetId()] = watch;
             m_byCell.emplace(watch->cell.get(), watch);
         }
-        restore(stateFile);
+        m_outbox.BeginFeedsAnew(m_watches.size());
+    }
+    AlarmStateStore::Memories memories;
+    if (store)
+        load(*store, memories);
+    m_keeper.Start(std::move(store),
+                   {[this](const std::string &trouble) { onKeepingTrouble(trouble); },
+                    [this](const std::string &setAside) { onStoreReopened(setAside); }});
+    {
+        const std::lock_guard lock(m_mutex);
+        restore(memories);
         m_isRunning = true;
     }
     for (const auto &watch : m_watches)
@@ -99,72 +78,88 @@ void AlarmEngine::Stop()
         m_isRunning = false;
     }
     (void)work();
-    const std::lock_guard lock(m_mutex);
-    m_deadlines.clear();
-    m_byNode.clear();
-    m_byCell.clear();
-    m_watches.clear();
-    m_store.Close();
+    if (!m_keeper.Stop())
+        Report(LevelWarning, "Последние состояния тревог не сохранены");
+    AlarmOutbox::Load load;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_deadlines.clear();
+        m_byNode.clear();
+        m_byCell.clear();
+        if (!m_watches.empty())
+            m_outbox.BeginFeedsAnew(0);
+        m_watches.clear();
+        load = m_outbox.Take();
+    }
+    m_outbox.Deliver(load);
 }
 
-void AlarmEngine::restore(const std::string &stateFile)
+/// The start waits for the file: what was acknowledged or set aside must not be heard of again.
+void AlarmEngine::load(AlarmStateStore &store, AlarmStateStore::Memories &memories)
 {
-    if (stateFile.empty())
-        return;
     std::string setAside;
-    AlarmStateStore::Memories memories;
-    Result result = m_store.Open(stateFile, setAside);
+    Result result = store.Open(setAside);
     if (!setAside.empty())
-        Report(LevelCritical, "Файл состояний тревог повреждён и отложен: " + setAside);
+        reportSetAside(setAside);
     if (result)
-        result = m_store.Load(memories);
-    if (!result)
-        Report(LevelWarning, "Состояния тревог не сохраняются: " + result.GetDetail());
+        result = store.Load(memories);
+    if (!result) {
+        store.Close();
+        onKeepingTrouble(result.GetDetail());
+    }
+}
+
+void AlarmEngine::restore(const AlarmStateStore::Memories &memories)
+{
+    const MissingAlarms missing(
+        [this](unsigned long node, StoredAlarm state) { m_keeper.Put(node, std::move(state)); },
+        [this](const std::string &text) { Report(LevelWarning, text); });
     const AlarmMoment now = AlarmMoment::Now();
     for (const auto &[node, stored] : memories) {
+        m_lastOccurrence = std::max(m_lastOccurrence, stored.memory.occurrence);
         const auto found = m_byNode.find(node);
-        if (found == m_byNode.end())
-            keepMissing(node, stored, now.wall);
-        else
-            restore(*found->second, stored, now);
+        if (found == m_byNode.end()) {
+            missing.Keep(node, stored, now.wall);
+            continue;
+        }
+        Watch &watch = *found->second;
+        const std::string &path = watch.tracker.GetSettings().source;
+        if (missing.IsAnothers(node, stored, path))
+            continue;
+        watch.tracker.Restore(stored.memory, now);
+        schedule(watch);
+        if (stored.missingSince != 0 || stored.path != path)
+            keep(watch);
+        m_outbox.AddChange(watch.place, watch.tracker.GetRecord(), false);
     }
 }
 
-void AlarmEngine::restore(Watch &watch, const StoredAlarm &stored, const AlarmMoment &now)
+void AlarmEngine::onKeepingTrouble(const std::string &trouble)
 {
-    const std::string &path = watch.tracker.GetSettings().source;
-    // A deleted node's number may be given anew; a renamed node never was missing.
-    if (stored.missingSince != 0 && stored.path != path) {
-        forget(watch.NodeId(), stored, "её номер носит теперь другая тревога, «" + path + "»");
-        return;
-    }
-    step(watch, [&](AlarmTracker &tracker) { tracker.Restore(stored.memory, now); });
-    if (stored.missingSince != 0 || stored.path != path)
-        m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), path};
+    if (trouble.empty())
+        Report(LevelInformation, "Состояния тревог снова сохраняются");
     else
-        m_unsaved.erase(watch.NodeId());
-    m_outbox.push_back({watch.tracker.GetRecord(), false, true});
+        Report(LevelWarning, "Состояния тревог не сохраняются: " + trouble);
 }
 
-/// An older or broken project may be a slip: what was set aside by hand must be there again with
-/// the right one.
-void AlarmEngine::keepMissing(unsigned long node, const StoredAlarm &stored, Timestamp now)
+void AlarmEngine::reportSetAside(const std::string &file)
 {
-    if (stored.missingSince == 0) {
-        m_unsaved[node] = stored;
-        m_unsaved[node].missingSince = now;
-        Report(LevelWarning,
-               "Тревоги с сохранённым состоянием нет в проекте: " + describe(node, stored) +
-                   ". Состояние хранится " + std::to_string(missingDays) + " дней.");
-    } else if (now - stored.missingSince > Timestamp(missingDays) * 86400 * 1000000) {
-        forget(node, stored, "её нет в проекте дольше " + std::to_string(missingDays) + " дней");
-    }
+    Report(LevelCritical, "Файл состояний тревог повреждён и отложен: " + file);
 }
 
-void AlarmEngine::forget(unsigned long node, const StoredAlarm &stored, const std::string &why)
+/// What the operators have seen since the start counts, not what an earlier run left in the file.
+void AlarmEngine::onStoreReopened(const std::string &setAside)
 {
-    m_unsaved[node] = StoredAlarm();
-    Report(LevelWarning, "Состояние тревоги забыто: " + describe(node, stored) + "; " + why);
+    if (!setAside.empty())
+        reportSetAside(setAside);
+    const std::lock_guard lock(m_mutex);
+    for (const auto &watch : m_watches)
+        keep(*watch);
+}
+
+void AlarmEngine::keep(const Watch &watch)
+{
+    m_keeper.Put(watch.NodeId(), {watch.tracker.GetMemory(), watch.tracker.GetSettings().source});
 }
 
 void AlarmEngine::subscribe(Watch &watch)
@@ -187,9 +182,9 @@ void AlarmEngine::judge(Watch &watch)
         step(watch,
              [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Value(), now, records); });
         if (records.empty() && watch.tracker.isDoubtful() != wasDoubtful)
-            announceDoubt(watch.tracker);
-        send(watch.tracker, std::move(records));
-        isCalling = !m_outbox.empty() || watch.deadline < earliest;
+            tellDoubt(watch);
+        send(watch, std::move(records));
+        isCalling = !m_outbox.IsEmpty() || watch.deadline < earliest;
     }
     if (isCalling)
         m_thread.Wake();
@@ -197,28 +192,28 @@ void AlarmEngine::judge(Watch &watch)
 
 /// That the value cannot be judged, or can again, is told to lists. It happens to every alarm of a
 /// device whose connection blinks: the journal has the loss itself, from the driver.
-void AlarmEngine::announceDoubt(const AlarmTracker &tracker)
+void AlarmEngine::tellDoubt(const Watch &watch)
 {
-    if (!tracker.isListed())
+    if (!watch.tracker.isListed())
         return;
-    BasicEvent shown = tracker.GetRecord();
+    BasicEvent shown = watch.tracker.GetRecord();
     shown.type = TypeAlarmState;
-    m_outbox.push_back({std::move(shown), false, true});
+    m_outbox.AddChange(watch.place, std::move(shown), false);
 }
 
 // Of an acknowledgement the journal keeps the deed, while lists are told how the alarm stands.
-void AlarmEngine::send(const AlarmTracker &tracker, AlarmTracker::Records records)
+void AlarmEngine::send(const Watch &watch, AlarmTracker::Records records)
 {
     for (BasicEvent &record : records) {
         if (record.type != TypeAcknowledgement) {
-            m_outbox.push_back({std::move(record), true, true});
+            m_outbox.AddChange(watch.place, std::move(record), true);
             continue;
         }
-        BasicEvent shown = tracker.GetRecord();
+        BasicEvent shown = watch.tracker.GetRecord();
         shown.type = record.type;
         shown.user = record.user;
-        m_outbox.push_back({std::move(record), true, false});
-        m_outbox.push_back({std::move(shown), false, true});
+        m_outbox.AddDeed(std::move(record));
+        m_outbox.AddChange(watch.place, std::move(shown), false);
     }
 }
 
@@ -226,8 +221,13 @@ template <class Step> void AlarmEngine::step(Watch &watch, Step run)
 {
     const AlarmMemory before = watch.tracker.GetMemory();
     run(watch.tracker);
-    if (!(watch.tracker.GetMemory() == before))
-        m_unsaved[watch.NodeId()] = {watch.tracker.GetMemory(), watch.tracker.GetSettings().source};
+    if (watch.tracker.GetMemory() != before)
+        keep(watch);
+    schedule(watch);
+}
+
+void AlarmEngine::schedule(Watch &watch)
+{
     const Timestamp deadline = watch.tracker.Deadline();
     if (deadline == watch.deadline)
         return;
@@ -240,8 +240,7 @@ template <class Step> void AlarmEngine::step(Watch &watch, Step run)
 Timestamp AlarmEngine::work()
 {
     const AlarmMoment now = AlarmMoment::Now();
-    std::vector<Outgoing> outgoing;
-    AlarmStateStore::Memories unsaved;
+    AlarmOutbox::Load load;
     Timestamp next = DeadlineThread::Never;
     {
         const std::lock_guard lock(m_mutex);
@@ -249,50 +248,48 @@ Timestamp AlarmEngine::work()
             Watch &due = *m_deadlines.begin()->second;
             AlarmTracker::Records records;
             step(due, [&](AlarmTracker &tracker) { tracker.Tick(now, records); });
-            send(due.tracker, std::move(records));
+            send(due, std::move(records));
         }
-        outgoing.swap(m_outbox);
-        unsaved.swap(m_unsaved);
+        load = m_outbox.Take();
         if (!m_deadlines.empty())
             next = m_deadlines.begin()->first;
     }
-    save(unsaved);
-    for (const Outgoing &out : outgoing) {
-        if (m_journal && out.isJournalled)
-            (void)m_journal->Append(out.event);
-        if (out.isAnnounced)
-            m_announced(out.event);
-    }
+    m_outbox.Deliver(load);
+    if (m_keeper.IsFoundHanging())
+        onKeepingTrouble("диск не отвечает");
     return next;
 }
 
-void AlarmEngine::save(const AlarmStateStore::Memories &memories)
+AlarmHealth AlarmEngine::GetHealth() const
 {
-    if (memories.empty() || !m_store.IsOpen())
-        return;
-    const Result saved = m_store.Save(memories);
-    if (!saved && !m_isSaveFailing)
-        Report(LevelWarning, "Состояния тревог не сохраняются: " + saved.GetDetail());
-    m_isSaveFailing = !saved;
-    if (saved)
-        return;
-    // Tried again with the next change; later changes of the same alarms win over these.
-    const std::lock_guard lock(m_mutex);
-    m_unsaved.insert(memories.begin(), memories.end());
+    AlarmHealth health;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_outbox.Describe(health);
+    }
+    m_keeper.Describe(health);
+    return health;
+}
+
+std::vector<const AlarmEngine::Watch *> AlarmEngine::activeByChange() const
+{
+    std::vector<const Watch *> active;
+    for (const auto &watch : m_watches) {
+        if (watch->tracker.GetState() != AlarmState::Normal)
+            active.push_back(watch.get());
+    }
+    std::stable_sort(active.begin(), active.end(), [](const Watch *a, const Watch *b) {
+        return a->tracker.GetMemory().changed > b->tracker.GetMemory().changed;
+    });
+    return active;
 }
 
 std::vector<BasicEvent> AlarmEngine::GetActive() const
 {
     std::vector<BasicEvent> active;
-    {
-        const std::lock_guard lock(m_mutex);
-        for (const auto &watch : m_watches) {
-            if (watch->tracker.GetState() != AlarmState::Normal)
-                active.push_back(watch->tracker.GetRecord());
-        }
-    }
-    std::stable_sort(active.begin(), active.end(),
-                     [](const BasicEvent &a, const BasicEvent &b) { return a.time > b.time; });
+    const std::lock_guard lock(m_mutex);
+    for (const Watch *watch : activeByChange())
+        active.push_back(watch->tracker.GetRecord());
     return active;
 }
 
@@ -348,15 +345,13 @@ Result AlarmEngine::operate(unsigned long alarm, const Operation &operation)
     AlarmTracker::Records records;
     step(*found->second,
          [&](AlarmTracker &tracker) { result = operation(tracker, AlarmMoment::Now(), records); });
-    send(found->second->tracker, std::move(records));
+    send(*found->second, std::move(records));
     return result;
 }
 
 void AlarmEngine::Report(EventLevel level, const std::string &text, const NodeLink &source,
                          const std::string &user, EventType type)
 {
-    if (!m_journal)
-        return;
     BasicEvent event;
     event.level = level;
     event.type = type;
@@ -364,7 +359,41 @@ void AlarmEngine::Report(EventLevel level, const std::string &text, const NodeLi
     event.source = source.isEmpty() ? "Тревоги" : source.GetLinkName(LinkNamePath);
     event.sourceNode = source;
     event.user = user;
-    (void)m_journal->Append(std::move(event));
+    m_outbox.Journal(event);
+}
+
+std::shared_ptr<AlarmFeedQueue> AlarmEngine::OpenFeed(AlarmFeed::Wake wake)
+{
+    auto queue = std::make_shared<AlarmFeedQueue>(std::move(wake));
+    {
+        const std::lock_guard lock(m_mutex);
+        queue->Reset(m_watches.size());
+        for (const Watch *watch : activeByChange())
+            queue->Add(watch->place);
+        m_outbox.AddFeed(queue);
+    }
+    m_thread.Wake();
+    return queue;
+}
+
+void AlarmEngine::CloseFeed(const std::shared_ptr<AlarmFeedQueue> &queue)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_outbox.RemoveFeed(queue);
+    }
+    queue->Close();
+}
+
+AlarmFeed::Batch AlarmEngine::Take(AlarmFeedQueue &queue, std::size_t limit)
+{
+    AlarmFeed::Batch batch;
+    const std::lock_guard lock(m_mutex);
+    const std::vector<std::size_t> places = queue.Take(limit, batch);
+    batch.alarms.reserve(places.size());
+    for (const std::size_t place : places)
+        batch.alarms.push_back(m_watches[place]->tracker.GetRecord());
+    return batch;
 }
 
 } // namespace Nodes

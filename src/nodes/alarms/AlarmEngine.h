@@ -1,9 +1,11 @@
 #pragma once
 
-#include "nodes/alarms/AlarmStateStore.h"
+#include "nodes/alarms/AlarmFeed.h"
+#include "nodes/alarms/AlarmHealth.h"
+#include "nodes/alarms/AlarmOutbox.h"
+#include "nodes/alarms/AlarmStateKeeper.h"
 #include "nodes/alarms/AlarmTracker.h"
 #include "nodes/timers/DeadlineThread.h"
-#include "nodes/values/SlotList.h"
 #include "nodes/values/ValueSubscription.h"
 
 #include <functional>
@@ -19,10 +21,11 @@ class BasicAlarm;
 class EventJournal;
 class ValueCell;
 
-/// Runs the alarms of a station: values come on the publishers' threads; delays, journal, file and
+/// Runs the alarms of a station: values come on the publishers' threads; delays, journal and
 /// announcements are the work of one thread of its own, so that their order is the order of the
-/// changes. Holds copies of the alarms' settings, no nodes. Start, Stop: GUI thread; rest: any.
-class AlarmEngine
+/// changes. That thread waits for no disk: the keeper of the states has its own. Holds copies of
+/// the alarms' settings, no nodes. Start, Stop: GUI thread; rest: any.
+class NODES_EXPORT AlarmEngine
 {
 public:
     using Slot = std::function<void(const BasicEvent &)>;
@@ -35,61 +38,61 @@ public:
     AlarmEngine();
     ~AlarmEngine();
 
-    /// `journal` may be null; "" as `stateFile` keeps nothing over a restart.
+    /// `journal` may be null; without a store nothing is kept over a restart.
     void Start(const std::vector<const BasicAlarm *> &alarms, EventJournal *journal,
-               const std::string &stateFile);
+               std::shared_ptr<AlarmStateStore> store);
+    /// Announces and keeps what there is; see AlarmStateKeeper::Stop.
     void Stop();
 
     std::vector<BasicEvent> GetActive() const;
     /// The same for the alarms that watch this cell, in no order.
     std::vector<BasicEvent> GetActive(const ValueCell &cell) const;
+    AlarmHealth GetHealth() const;
     /// Runs the operation on one alarm, alone. NotAvailable when stopped, NotFound for strangers.
     [[nodiscard]] Result Operate(const NodeLink &alarm, const Operation &operation);
     /// The same for many alarms in one step that nothing comes between. `results` has one for each
     /// alarm; those that are failures already are left alone.
     void Operate(const std::vector<unsigned long> &alarms, const BatchOperation &operation,
                  std::vector<Result> &results);
-    Connection Connect(Slot slot) { return m_announced.Connect(std::move(slot)); }
+    Connection Connect(Slot slot) { return m_outbox.Connect(std::move(slot)); }
     /// Stores an entry about the alarms in general.
     void Report(EventLevel level, const std::string &text, const NodeLink &source = {},
                 const std::string &user = {}, EventType type = TypeSystemState);
 
+    // For AlarmFeed.
+    std::shared_ptr<AlarmFeedQueue> OpenFeed(AlarmFeed::Wake wake);
+    void CloseFeed(const std::shared_ptr<AlarmFeedQueue> &queue);
+    AlarmFeed::Batch Take(AlarmFeedQueue &queue, std::size_t limit);
+
 private:
     struct Watch;
-    struct Outgoing
-    {
-        BasicEvent event;
-        bool isJournalled;
-        bool isAnnounced;
-    };
 
-    void send(const AlarmTracker &tracker, AlarmTracker::Records records);
-    void restore(const std::string &stateFile);
-    void restore(Watch &watch, const StoredAlarm &stored, const AlarmMoment &now);
-    void keepMissing(unsigned long node, const StoredAlarm &stored, Timestamp now);
-    void forget(unsigned long node, const StoredAlarm &stored, const std::string &why);
+    void load(AlarmStateStore &store, AlarmStateStore::Memories &memories);
+    void restore(const AlarmStateStore::Memories &memories);
+    void onKeepingTrouble(const std::string &trouble);
+    void onStoreReopened(const std::string &setAside);
+    void reportSetAside(const std::string &file);
+    void keep(const Watch &watch);
     void subscribe(Watch &watch);
     void judge(Watch &watch);
-    void announceDoubt(const AlarmTracker &tracker);
-    [[nodiscard]] Result operate(unsigned long alarm, const Operation &operation);
     template <class Step> void step(Watch &watch, Step run);
+    void schedule(Watch &watch);
+    [[nodiscard]] Result operate(unsigned long alarm, const Operation &operation);
+    void send(const Watch &watch, AlarmTracker::Records records);
+    void tellDoubt(const Watch &watch);
     Timestamp work();
-    void save(const AlarmStateStore::Memories &memories);
+    std::vector<const Watch *> activeByChange() const;
 
     mutable std::mutex m_mutex;
     std::vector<std::unique_ptr<Watch>> m_watches;
     std::unordered_map<unsigned long, Watch *> m_byNode;
     std::unordered_multimap<const ValueCell *, Watch *> m_byCell;
     std::set<std::pair<Timestamp, Watch *>> m_deadlines;
-    std::vector<Outgoing> m_outbox;
-    AlarmStateStore::Memories m_unsaved;
+    AlarmOutbox m_outbox;
     unsigned long m_lastOccurrence = 0;
     bool m_isRunning = false;
 
-    EventJournal *m_journal = nullptr;
-    AlarmStateStore m_store;
-    bool m_isSaveFailing = false;
-    SlotList<const BasicEvent &> m_announced;
+    AlarmStateKeeper m_keeper;
     DeadlineThread m_thread;
 };
 

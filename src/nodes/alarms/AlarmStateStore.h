@@ -1,7 +1,7 @@
 #pragma once
 
 #include "nodes/alarms/AlarmMemory.h"
-#include "nodes/storage/SqliteDatabase.h"
+#include "nodes/values/Result.h"
 
 #include <map>
 #include <string>
@@ -16,26 +16,23 @@ struct StoredAlarm
     Timestamp missingSince = 0; ///< wall time of the first start without the node; 0: it is there
 };
 
-/// File that keeps the alarms' memories over a restart of the station, by node id. One thread at a
-/// time.
+/// Where the alarms' memories are kept over a restart of the station, by node id. Any call may
+/// take as long as the disk does. One thread at a time.
 class AlarmStateStore
 {
 public:
     using Memories = std::map<unsigned long, StoredAlarm>;
 
-    /// A damaged file is set aside and named in `setAside`; the alarms then begin afresh.
-    [[nodiscard]] Result Open(const std::string &file, std::string &setAside);
-    void Close() { m_database.Close(); }
-    bool IsOpen() const { return m_database.IsOpen(); }
-    [[nodiscard]] Result Load(Memories &memories);
+    virtual ~AlarmStateStore() = default;
+
+    /// What is damaged is set aside and named in `setAside`; the alarms then begin afresh.
+    [[nodiscard]] virtual Result Open(std::string &setAside) = 0;
+    virtual void Close() = 0;
+    /// False also after a failure that only another Open can mend.
+    virtual bool IsOpen() const = 0;
+    [[nodiscard]] virtual Result Load(Memories &memories) = 0;
     /// Replaces what is stored of these alarms; all or none. Blank memories are removed.
-    [[nodiscard]] Result Save(const Memories &memories);
-
-private:
-    [[nodiscard]] Result openOnce(const std::string &file);
-    [[nodiscard]] Result write(const Memories &memories);
-
-    SqliteDatabase m_database;
+    [[nodiscard]] virtual Result Save(const Memories &memories) = 0;
 };
 
 } // namespace Nodes

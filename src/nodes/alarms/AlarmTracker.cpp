@@ -1,5 +1,6 @@
 #include "nodes/alarms/AlarmTracker.h"
 
+#include "nodes/alarms/AlarmCondition.h"
 #include "nodes/values/Clock.h"
 
 #include <algorithm>

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "nodes/alarms/AlarmCondition.h"
 #include "nodes/alarms/AlarmMemory.h"
+#include "nodes/alarms/AlarmSettings.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/values/Result.h"
 #include "nodes/values/SignalValue.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,19 +19,6 @@ struct AlarmMoment
     Timestamp steady = 0;
 
     static AlarmMoment Now();
-};
-
-/// Settings of one alarm, copied from its node.
-struct AlarmSettings
-{
-    NodeLink node;
-    std::string source; ///< path of the alarm's node
-    std::string text;
-    int priority = 3;
-    bool isAckRequired = true;
-    Timestamp onDelay = 0; ///< microseconds
-    Timestamp offDelay = 0;
-    std::shared_ptr<const AlarmCondition> condition;
 };
 
 /// State of one alarm after ISA-18.2: a pure state machine without threads or clocks. Every change

@@ -2,6 +2,7 @@
 
 #include "nodes/alarms/AlarmEngine.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/SqliteAlarmStates.h"
 #include "nodes/alarms/alarmColumn.h"
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
@@ -20,8 +21,11 @@ constexpr int longestShelf = 86400; // s
 
 } // namespace
 
-systemAlarming::systemAlarming() : m_engine(std::make_unique<AlarmEngine>()) {}
-systemAlarming::~systemAlarming() = default;
+systemAlarming::systemAlarming() : m_engine(std::make_shared<AlarmEngine>()) {}
+systemAlarming::~systemAlarming()
+{
+    m_engine->Stop(); // which feeds may keep
+}
 
 KindInfo systemAlarming::Kind()
 {
@@ -77,9 +81,11 @@ Result systemAlarming::Start()
             StoreMessage(LevelWarning, "Тревога не следит ни за чем: сигнал не указан", link);
     }
     const systemCore *core = GetCore();
-    const std::filesystem::path directory = core ? core->GetDataDirectory() : std::string();
-    m_engine->Start(alarms, core ? &core->GetJournal() : nullptr,
-                    core ? (directory / "alarms.sqlite").string() : std::string());
+    std::shared_ptr<AlarmStateStore> states;
+    if (core)
+        states = std::make_shared<SqliteAlarmStates>(
+            (std::filesystem::path(core->GetDataDirectory()) / "alarms.sqlite").string());
+    m_engine->Start(alarms, core ? &core->GetJournal() : nullptr, std::move(states));
     return ConfigNode::Start();
 }
 
@@ -224,6 +230,16 @@ Result systemAlarming::SetSuppressed(const NodeLink &alarm, bool suppressed)
 Connection systemAlarming::ConnectAlarm(std::function<void(const BasicEvent &)> slot)
 {
     return m_engine->Connect(std::move(slot));
+}
+
+std::unique_ptr<AlarmFeed> systemAlarming::OpenFeed(std::function<void()> wake)
+{
+    return std::make_unique<AlarmFeed>(m_engine, m_engine->OpenFeed(std::move(wake)));
+}
+
+AlarmHealth systemAlarming::GetHealth() const
+{
+    return m_engine->GetHealth();
 }
 
 } // namespace Nodes

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nodes/alarms/AlarmFeed.h"
+#include "nodes/alarms/AlarmHealth.h"
 #include "nodes/alarms/AlarmOccurrence.h"
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
@@ -77,6 +79,11 @@ public:
     /// A new or changed alarm, in the order of the changes; at Start also those that an earlier run
     /// left. The slot runs on one thread of the node model.
     Connection ConnectAlarm(std::function<void(const BasicEvent &)> slot);
+    /// The same for lists: how all alarms stand and then the latest state of each that changes, in
+    /// batches, nothing missed in between. Any thread; see AlarmFeed.
+    std::unique_ptr<AlarmFeed> OpenFeed(std::function<void()> wake);
+    /// Any thread.
+    AlarmHealth GetHealth() const;
 
 private:
     using Change = std::function<Result(AlarmTracker &, const AlarmMoment &,
@@ -93,7 +100,7 @@ private:
     int m_fontSize = 12;
     int m_headerFontSize = 11;
     bool m_isHeaderBold = true;
-    std::unique_ptr<AlarmEngine> m_engine;
+    std::shared_ptr<AlarmEngine> m_engine; // feeds may outlive the node
 };
 
 } // namespace Nodes

@@ -38,14 +38,7 @@ struct Alarm
             if (!node->SetPropertyText(parts[0].toStdString(), parts[1].toStdString()))
                 qFatal("%s", qPrintable(property));
         }
-        AlarmSettings made;
-        made.node = node->GetNodeLink();
-        made.text = node->GetText();
-        made.isAckRequired = node->isAckRequired();
-        made.onDelay = node->GetOnDelay() * ms;
-        made.offDelay = node->GetOffDelay() * ms;
-        made.condition = node->MakeCondition();
-        return made;
+        return AlarmSettings::Of(*node);
     }
     AlarmMoment now() const { return {1700000000000 * ms + time, time}; }
     AlarmState judge(const SignalValue &value)

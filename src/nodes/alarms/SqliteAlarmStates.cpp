@@ -1,4 +1,4 @@
-#include "nodes/alarms/AlarmStateStore.h"
+#include "nodes/alarms/SqliteAlarmStates.h"
 
 #include "nodes/storage/SqliteStatement.h"
 
@@ -88,21 +88,21 @@ Result replace(SqliteStatement &s, unsigned long node, const StoredAlarm &stored
 
 } // namespace
 
-Result AlarmStateStore::Open(const std::string &file, std::string &setAside)
+Result SqliteAlarmStates::Open(std::string &setAside)
 {
     std::error_code ignored;
-    std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
-    Result result = openOnce(file);
+    std::filesystem::create_directories(std::filesystem::path(m_file).parent_path(), ignored);
+    Result result = openOnce();
     if (result || !m_database.IsDamaged())
         return result;
     m_database.Close();
-    setAside = SqliteDatabase::SetAside(file);
-    return setAside.empty() ? result : openOnce(file);
+    setAside = SqliteDatabase::SetAside(m_file);
+    return setAside.empty() ? result : openOnce();
 }
 
-Result AlarmStateStore::openOnce(const std::string &file)
+Result SqliteAlarmStates::openOnce()
 {
-    Result result = m_database.Open(file, SqliteDatabase::Mode::ReadWrite);
+    Result result = m_database.Open(m_file, SqliteDatabase::Mode::ReadWrite);
     if (!result)
         return result;
     result = m_database.Execute(schema);
@@ -111,7 +111,7 @@ Result AlarmStateStore::openOnce(const std::string &file)
     return result;
 }
 
-Result AlarmStateStore::Load(Memories &memories)
+Result SqliteAlarmStates::Load(Memories &memories)
 {
     SqliteStatement s(m_database, selection);
     while (s.Step()) {
@@ -131,7 +131,7 @@ Result AlarmStateStore::Load(Memories &memories)
     return s.GetResult();
 }
 
-Result AlarmStateStore::Save(const Memories &memories)
+Result SqliteAlarmStates::Save(const Memories &memories)
 {
     Result result = m_database.Execute("BEGIN IMMEDIATE");
     if (!result)
@@ -139,12 +139,16 @@ Result AlarmStateStore::Save(const Memories &memories)
     result = write(memories);
     if (result)
         result = m_database.Execute("COMMIT");
-    if (!result)
-        (void)m_database.Execute("ROLLBACK");
+    if (result)
+        return result;
+    const bool isDamaged = m_database.IsDamaged();
+    (void)m_database.Execute("ROLLBACK");
+    if (isDamaged)
+        m_database.Close(); // opened anew it is set aside
     return result;
 }
 
-Result AlarmStateStore::write(const Memories &memories)
+Result SqliteAlarmStates::write(const Memories &memories)
 {
     SqliteStatement forget(m_database, "DELETE FROM alarms WHERE node = ?1");
     SqliteStatement forgetPlace(m_database, "DELETE FROM places WHERE node = ?1");

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "nodes/alarms/AlarmStateStore.h"
+#include "nodes/storage/SqliteDatabase.h"
+
+namespace Nodes {
+
+/// The memories in an SQLite file. Files of earlier versions are read and brought up to date.
+class NODES_EXPORT SqliteAlarmStates : public AlarmStateStore
+{
+public:
+    explicit SqliteAlarmStates(std::string file) : m_file(std::move(file)) {}
+
+    [[nodiscard]] Result Open(std::string &setAside) override;
+    void Close() override { m_database.Close(); }
+    bool IsOpen() const override { return m_database.IsOpen(); }
+    [[nodiscard]] Result Load(Memories &memories) override;
+    [[nodiscard]] Result Save(const Memories &memories) override;
+
+private:
+    [[nodiscard]] Result openOnce();
+    [[nodiscard]] Result write(const Memories &memories);
+
+    const std::string m_file;
+    SqliteDatabase m_database;
+};
+
+} // namespace Nodes
