@@ -13,6 +13,8 @@
 
 #include <QAbstractItemView>
 #include <QCoreApplication>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
@@ -241,11 +243,26 @@ void qwidgetComboBox::showPopup()
     if (!popup)
         return;
     popup->installEventFilter(this);
-    // Where there is no room below, the list stands above already.
-    const bool isBelow = popup->y() >= mapToGlobal(QPoint(0, 0)).y();
-    if (m_comboBox && m_comboBox->isPopupUpward() && isBelow)
-        popup->move(popup->x(), popup->y() - height() - popup->height());
+    placeList(*popup);
     popup->raise();
+}
+
+// Where there is no room below, Qt shows a list on the screen above already. One in a scene it
+// always shows below, in the scene's coordinates, where the edge of the view may cut it off.
+void qwidgetComboBox::placeList(QWidget &popup)
+{
+    const bool isUpward = m_comboBox && m_comboBox->isPopupUpward();
+    QGraphicsProxyWidget *list = popup.graphicsProxyWidget();
+    if (!list || !list->scene()) {
+        if (isUpward && popup.y() >= mapToGlobal(QPoint(0, 0)).y())
+            popup.move(popup.x(), popup.y() - height() - popup.height());
+        return;
+    }
+    const QRectF below = list->sceneBoundingRect();
+    const double above = below.top() - height() - below.height();
+    const QRectF scene = list->scene()->sceneRect();
+    if (isUpward || (below.bottom() > scene.bottom() && above >= scene.top()))
+        list->moveBy(0, above - below.top());
 }
 
 void qwidgetComboBox::hidePopup()

@@ -62,6 +62,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void placeList(QWidget &popup);
     void onListHidden();
     enum class Outcome { Written, WrittenElsewhere, Refused, Silenced };
 

@@ -5,6 +5,7 @@
 #include "widgets/elements/InputNotice.h"
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/visual/widgetEditBox.h"
 
@@ -42,6 +43,7 @@ bool qwidgetEditBox::ask(QDialog &dialog, int accepted)
     m_dialog = &dialog;
     m_abandoned.clear();
     restartLimit();
+    WindowPlacement::beside(dialog, *this);
     const bool answer = dialog.exec() == accepted;
     if (!alive)
         return false;

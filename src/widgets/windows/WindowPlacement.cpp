@@ -22,6 +22,10 @@ using Nodes::BasicWindow;
 
 namespace {
 
+constexpr int besideGap = 8; // pixels
+constexpr int decorationEdge = 4;
+constexpr int decorationTitle = 28;
+
 // Gives the window's client area that place and, unless it keeps its own, that size, with its title
 // within reach.
 void putClient(WindowBasic &window, const QRect &client, bool keepsSize)
@@ -128,6 +132,20 @@ QPoint WindowPlacement::clearOf(const QRect &window, const QRect &other, const Q
         }
     }
     return best;
+}
+
+void WindowPlacement::beside(QWidget &dialog, const QWidget &element)
+{
+    const QRect shown(element.mapToGlobal(QPoint(0, 0)),
+                      element.mapToGlobal(element.rect().bottomRight()));
+    const QScreen *screen = ScreenOf(shown);
+    if (!screen)
+        return;
+    dialog.ensurePolished();
+    const QSize size = dialog.testAttribute(Qt::WA_Resized) ? dialog.size() : dialog.sizeHint();
+    // A window manager may add a title and edges.
+    const QSize outer = size + QSize(2 * decorationEdge, decorationTitle + decorationEdge);
+    dialog.move(FrameGeometry::beside(shown, outer, screen->availableGeometry(), besideGap));
 }
 
 void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect &to)

@@ -42,6 +42,8 @@ public:
     /// Nearest place for `window` within `screen` where it does not lie on `other`; where it is
     /// when there is no room.
     static QPoint clearOf(const QRect &window, const QRect &other, const QRect &screen);
+    /// Puts a dialog that is not shown yet where it leaves that element in sight, on its screen.
+    static void beside(QWidget &dialog, const QWidget &element);
     /// Follows the geometry of the window's node, which was `from` and is now `to`. Inside a frame
     /// that is a change of place and size; the node's place itself counts from the screen.
     static void follow(WindowBasic &window, const QRect &from, const QRect &to);

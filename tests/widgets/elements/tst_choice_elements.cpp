@@ -227,11 +227,21 @@ void TestChoiceElements::listsThatTargetEachOtherEnd()
 
 void TestChoiceElements::theListOpensAboveItsNeighbours()
 {
-    for (const bool upward : {false, true}) {
+    struct Row
+    {
+        const char *popupUp;
+        int height; // of the scene
+        double scale;
+        bool isAbove;
+    };
+    for (const auto &[popupUp, height, scale, isAbove] :
+         {Row{"false", 600, 1, false}, Row{"true", 600, 1, true}, Row{"false", 600, 0.5, false},
+          Row{"true", 600, 0.5, true}, Row{"true", 600, 1.5, true}, Row{"false", 250, 1, true}}) {
         const RuntimeProject project(screen);
-        project.set(20, "popupUp", upward ? "true" : "false");
-        QGraphicsScene scene(0, 0, 400, 600);
+        project.set(20, "popupUp", popupUp);
+        QGraphicsScene scene(0, 0, 400, height);
         QGraphicsView view(&scene);
+        view.scale(scale, scale);
         auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
         scene.addItem(host);
         host->setZValue(3);
@@ -244,7 +254,9 @@ void TestChoiceElements::theListOpensAboveItsNeighbours()
         QTRY_VERIFY(box->view()->isVisible());
         QCOMPARE(host->zValue(), 100.0);
         const QRectF list = host->childItems().first()->sceneBoundingRect();
-        QCOMPARE(list.bottom() <= host->sceneBoundingRect().top() + 1, upward);
+        const QRectF below = host->sceneBoundingRect();
+        const double gap = isAbove ? below.top() - list.bottom() : list.top() - below.bottom();
+        QVERIFY2(qAbs(gap) <= 1, QByteArray::number(gap));
         QVERIFY(box->view()->sizeHintForRow(0) >= 32);
         box->hidePopup();
         QCOMPARE(host->zValue(), 3.0);
