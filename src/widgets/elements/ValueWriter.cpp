@@ -64,9 +64,11 @@ void ValueWriter::report(const Nodes::Result &result)
 {
     if (result || result.GetCode() == codeSilent)
         return;
-    const QString text = result.GetCode() == codeNoRights
-                             ? QStringLiteral("Недостаточно прав")
-                             : QString::fromStdString(result.GetResultTranslated());
+    QString text = result.GetCode() == codeNoRights
+                       ? QStringLiteral("Недостаточно прав")
+                       : QString::fromStdString(result.GetResultTranslated());
+    if (result == Nodes::Result::OutOfRange) // the value and its limits, which need no language
+        text += QLatin1Char('\n') + QString::fromStdString(result.GetDetail());
     ActionTeller::instance().warn(text);
 }
 

@@ -2,10 +2,12 @@
 
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/InputNotice.h"
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowManager.h"
 
+#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/BasicProperty.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/widgetComboBox.h"
@@ -159,7 +161,7 @@ void qwidgetComboBox::select(int index)
 
 void qwidgetComboBox::onValueUpdated(Nodes::SignalValue value)
 {
-    if (!m_comboBox || m_isListOpen)
+    if (!m_comboBox)
         return;
     m_quality = m_comboBox->GetSignalLink().isEmpty() ? Nodes::Quality::Good : value.GetQuality();
     select(Nodes::widgetComboBox::FindItem(m_comboBox->GetItems(), value));
@@ -172,7 +174,7 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
         return;
     const auto value = itemData(index).value<Nodes::SignalValue>();
     const QPointer<qwidgetComboBox> alive(this);
-    if (m_comboBox->isConfirmed() && !ValueWriter::confirm(itemText(index))) {
+    if (m_comboBox->isConfirmed() && !confirmed(index)) {
         if (alive)
             select(m_previousIndex);
         return;
@@ -185,6 +187,22 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
     if (outcome == Outcome::WrittenElsewhere)
         selectShown(); // the choice is not what the box shows
     ValueWriter::runAfterWrite(*this, *m_comboBox);
+}
+
+// The answer counts for who chose, where he chose.
+bool qwidgetComboBox::confirmed(int index)
+{
+    const QPointer<qwidgetComboBox> alive(this);
+    const std::string user = Nodes::UserNameFor(*m_comboBox);
+    if (!ValueWriter::confirm(itemText(index)) || !alive || !m_comboBox)
+        return false;
+    const bool isSameUser = user == Nodes::UserNameFor(*m_comboBox);
+    if (isSameUser && isActive())
+        return true;
+    InputNotice::show(*this, isSameUser
+                                 ? QStringLiteral("Значение не записано. Список скрыт.")
+                                 : QStringLiteral("Значение не записано. Сменился пользователь."));
+    return false;
 }
 
 // The order of the targets counts: a silent refusal ends the whole, any other only its own target.

@@ -66,6 +66,7 @@ private:
     void onListHidden();
     enum class Outcome { Written, WrittenElsewhere, Refused, Silenced };
 
+    bool confirmed(int index);
     void UpdateNodePropertyCurrentIndex(int index);
     void applyStyle();
     void applyItems();

@@ -2,6 +2,7 @@
 
 #include "widgets/elements/IWidget.h"
 #include "widgets/scene/BulkInsertion.h"
+#include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
 
 #include "nodes/model/BasicProperty.h"
@@ -10,6 +11,7 @@
 #include "nodes/visual/BasicWindow.h"
 
 #include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QTimer>
 
 namespace Widgets {
@@ -165,15 +167,25 @@ void ProxyLayer::onNodeRemoved(Nodes::NodeLink link)
 }
 
 // Stopped now, while the node still exists (its link leads nowhere any more); deleted later,
-// because the removal may come out of an event of this very item.
+// because the removal may come out of an event of this very item, or out of a dialog that the
+// event waits for.
 void ProxyLayer::drop(ProxyWidget &host)
 {
     if (IWidget *element = host.element())
         element->stop();
+    ProxyView *busy = nullptr;
+    for (QGraphicsView *shown : host.scene() ? host.scene()->views() : QList<QGraphicsView *>()) {
+        auto *view = dynamic_cast<ProxyView *>(shown);
+        if (view && !view->isIdle())
+            busy = view;
+    }
     host.setParentItem(nullptr);
     if (host.scene())
         host.scene()->removeItem(&host);
-    host.deleteLater();
+    if (busy)
+        busy->deleteWhenIdle(&host);
+    else
+        host.deleteLater();
 }
 
 void ProxyLayer::onPropertyChange(Nodes::BasicProperty *property)
