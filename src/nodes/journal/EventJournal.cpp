@@ -1,6 +1,7 @@
 #include "nodes/journal/EventJournal.h"
 
 #include "nodes/journal/JournalReader.h"
+#include "nodes/journal/JournalRescuer.h"
 #include "nodes/journal/JournalWriter.h"
 #include "nodes/values/Clock.h"
 #include "nodes/values/SlotList.h"
@@ -13,7 +14,6 @@ namespace Nodes {
 
 namespace {
 
-constexpr std::size_t queueCapacity = 100000;
 constexpr std::size_t longestText = std::size_t(1) << 20; // so that a row fits a spilled record
 
 /// Shortens to whole characters and marks the cut.
@@ -32,20 +32,27 @@ void clip(std::string &text)
 
 struct EventJournal::Impl
 {
+    explicit Impl(const Limits &given) : limits(given), queue(given.waiting) {}
     std::string File() const
     {
         const std::lock_guard lock(mutex);
         return file;
     }
 
-    JournalQueue queue{queueCapacity};
+    const Limits limits;
+    JournalQueue queue;
+    JournalOverflow overflow;
     SlotList<const BasicEvent &> appended;
-    JournalWriter writer{queue, [this](const BasicEvent &event) { appended(event); }};
+    JournalWriter writer{queue, overflow, [this](const BasicEvent &event) { appended(event); }};
+    JournalRescuer rescuer{queue, overflow, limits.hanging};
     mutable std::mutex mutex; // of `file`, which names the journal from Open to Close
     std::string file;
+    std::vector<std::string> fallbacks;
 };
 
-EventJournal::EventJournal() : m_impl(std::make_unique<Impl>()) {}
+EventJournal::EventJournal() : EventJournal(Limits()) {}
+
+EventJournal::EventJournal(const Limits &limits) : m_impl(std::make_shared<Impl>(limits)) {}
 
 EventJournal::~EventJournal()
 {
@@ -54,6 +61,12 @@ EventJournal::~EventJournal()
     const std::size_t lost = m_impl->queue.Size();
     if (wasOpen && lost > 0)
         std::fprintf(stderr, "journal: %zu entries could not be written and are lost\n", lost);
+}
+
+void EventJournal::SetFallbacks(std::vector<std::string> directories)
+{
+    const std::lock_guard lock(m_impl->mutex);
+    m_impl->fallbacks = std::move(directories);
 }
 
 Result EventJournal::Open(const std::string &file)
@@ -68,13 +81,26 @@ Result EventJournal::Open(const std::string &file)
     }
     // A directory that cannot be made shows when the file in it is opened.
     std::error_code ignored;
-    std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
-    return m_impl->writer.Start(file);
+    const std::filesystem::path path(file);
+    std::filesystem::create_directories(path.parent_path(), ignored);
+    std::vector<std::string> findings;
+    m_impl->overflow.Open(m_impl->fallbacks, path.filename().string() + ".spill", findings);
+    const Result started = m_impl->writer.Start(file, m_impl, findings);
+    if (m_impl->overflow.HasPlace())
+        m_impl->rescuer.Start(m_impl);
+    return started;
 }
 
 void EventJournal::Close()
 {
-    m_impl->writer.Stop();
+    if (m_impl->File().empty())
+        return;
+    const bool hasEnded = m_impl->writer.Stop(m_impl->limits.stopping);
+    m_impl->rescuer.Stop(m_impl->limits.hanging);
+    if (m_impl->queue.Size() > 0 && m_impl->overflow.HasPlace())
+        m_impl->rescuer.Empty(m_impl, m_impl->limits.hanging);
+    else if (!hasEnded)
+        (void)m_impl->queue.Abandon();
     const std::lock_guard lock(m_impl->mutex);
     m_impl->file.clear();
 }
@@ -82,6 +108,28 @@ void EventJournal::Close()
 bool EventJournal::IsOpen() const
 {
     return m_impl->writer.IsStoreOpen();
+}
+
+StoreHealth EventJournal::GetHealth() const
+{
+    StoreHealth health = m_impl->writer.GetHealth();
+    health.waiting = m_impl->queue.Size();
+    health.aside += m_impl->overflow.Count();
+    health.lost = m_impl->queue.Lost();
+    const std::chrono::milliseconds busy = m_impl->queue.BusyFor();
+    if (busy > m_impl->limits.hanging) {
+        const Timestamp since = Clock::Current().Now() - Timestamp(busy.count()) * 1000;
+        if (health.isWell() || since < health.troubledSince)
+            health.troubledSince = since;
+        health.trouble =
+            "the disk has not answered for " + std::to_string(busy.count() / 1000) + " s";
+    }
+    return health;
+}
+
+std::vector<std::string> EventJournal::GetFallbackFiles() const
+{
+    return m_impl->overflow.GetFiles();
 }
 
 Result EventJournal::Append(BasicEvent event)
@@ -94,8 +142,8 @@ Result EventJournal::Append(BasicEvent event)
         clip(*text);
     if (m_impl->queue.Push(MakeJournalRow(std::move(event)), m_impl->writer.IsOwnThread()))
         return Result();
-    return Result(Result::LimitExceeded, "journal: " + std::to_string(queueCapacity) +
-                                             " entries wait and none can be written");
+    return Result(Result::LimitExceeded,
+                  "journal: " + std::to_string(m_impl->limits.waiting) + " entries wait already");
 }
 
 Result EventJournal::Flush()
@@ -103,7 +151,7 @@ Result EventJournal::Flush()
     const std::string file = m_impl->File();
     if (file.empty() || m_impl->writer.IsOwnThread())
         return Result(Result::NotAvailable, "journal: not open or called by its own thread");
-    if (m_impl->queue.WaitSettled())
+    if (m_impl->queue.WaitSettled(m_impl->limits.flushing))
         return Result();
     return Result(Result::StorageError, file + ": neither it nor its spill file can be written");
 }

@@ -5,9 +5,9 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Nodes {
@@ -17,26 +17,7 @@ namespace {
 constexpr std::size_t hashBytes = 16;
 constexpr std::size_t headBytes = 4 + hashBytes;
 constexpr std::size_t longestRecord = 16 * 1024 * 1024;
-
-class Descriptor
-{
-public:
-    explicit Descriptor(const std::string &file)
-        : m_fd(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0640))
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_fd >= 0)
-            ::close(m_fd);
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    int Get() const { return m_fd; }
-
-private:
-    int m_fd;
-};
+constexpr mode_t fileRights = 0640;
 
 std::string frame(const std::string &packed)
 {
@@ -47,21 +28,19 @@ std::string frame(const std::string &packed)
     return record + RecordHash(packed) + packed;
 }
 
-/// Nothing when no whole sound record follows.
-std::optional<JournalRow> readRecord(std::istream &stream)
+bool readAll(int fd, char *bytes, std::size_t size, std::size_t offset)
 {
-    unsigned char head[headBytes];
-    if (!stream.read(reinterpret_cast<char *>(head), headBytes))
-        return std::nullopt;
-    const std::size_t size = head[0] | head[1] << 8 | head[2] << 16 | std::size_t(head[3]) << 24;
-    if (size > longestRecord)
-        return std::nullopt;
-    std::string packed(size, '\0');
-    if (!stream.read(packed.data(), static_cast<std::streamsize>(size)))
-        return std::nullopt;
-    if (std::memcmp(RecordHash(packed).data(), head + 4, hashBytes) != 0)
-        return std::nullopt;
-    return UnpackRow(packed);
+    while (size > 0) {
+        const ssize_t count = ::pread(fd, bytes, size, static_cast<off_t>(offset));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        bytes += count;
+        offset += static_cast<std::size_t>(count);
+        size -= static_cast<std::size_t>(count);
+    }
+    return true;
 }
 
 bool writeAll(int fd, const std::string &bytes, std::size_t offset)
@@ -81,38 +60,101 @@ bool writeAll(int fd, const std::string &bytes, std::size_t offset)
 
 } // namespace
 
+JournalSpill::~JournalSpill()
+{
+    close();
+}
+
+void JournalSpill::close()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+    m_descriptor = -1;
+}
+
 Result JournalSpill::failure(const char *what) const
 {
     return Result(Result::StorageError, m_file + ": " + what + ": " + std::strerror(errno));
 }
 
-std::size_t JournalSpill::soundSize() const
+/// Nothing when no whole sound record follows.
+std::optional<JournalRow> JournalSpill::readRecord(std::size_t &offset) const
 {
-    std::ifstream stream(m_file, std::ios::binary);
-    std::size_t size = 0;
-    while (stream && readRecord(stream))
-        size = static_cast<std::size_t>(stream.tellg());
-    return size;
+    unsigned char head[headBytes];
+    if (!readAll(m_descriptor, reinterpret_cast<char *>(head), headBytes, offset))
+        return std::nullopt;
+    const std::size_t size = head[0] | head[1] << 8 | head[2] << 16 | std::size_t(head[3]) << 24;
+    if (size > longestRecord)
+        return std::nullopt;
+    std::string packed(size, '\0');
+    if (!readAll(m_descriptor, packed.data(), size, offset + headBytes))
+        return std::nullopt;
+    if (std::memcmp(RecordHash(packed).data(), head + 4, hashBytes) != 0)
+        return std::nullopt;
+    offset += headBytes + size;
+    return UnpackRow(packed);
+}
+
+/// Whether the file ends with the last sound record.
+bool JournalSpill::findSound()
+{
+    m_size = 0;
+    m_count = 0;
+    while (readRecord(m_size))
+        ++m_count;
+    struct stat status = {};
+    return ::fstat(m_descriptor, &status) == 0 && std::size_t(status.st_size) == m_size;
 }
 
 Result JournalSpill::Open(const std::string &file, Damage &damage)
 {
+    close();
     m_file = file;
     m_size = 0;
+    m_count = 0;
     damage = Damage();
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error))
         return Result();
-    m_size = soundSize();
-    damage.isTorn = m_size != std::filesystem::file_size(file, error);
+    m_descriptor = ::open(file.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
+    if (m_descriptor < 0) // its rows can be read all the same, to be stored twice at worst
+        m_descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (m_descriptor < 0)
+        return failure("open");
+    damage.isTorn = !findSound();
     if (!damage.isTorn)
         return Result();
     const std::string copy = DamagedFiles::FreshName(file);
     if (std::filesystem::copy_file(file, copy, error))
         damage.copy = copy;
     damage.removed = DamagedFiles::KeepNewest(file, mostCopies);
-    if (::truncate(file.c_str(), static_cast<off_t>(m_size)) != 0)
+    if (::ftruncate(m_descriptor, static_cast<off_t>(m_size)) != 0)
         return failure("truncate");
+    return Result();
+}
+
+bool JournalSpill::IsGone() const
+{
+    struct stat status = {};
+    return !IsEmpty() && ::fstat(m_descriptor, &status) == 0 && status.st_nlink == 0;
+}
+
+Result JournalSpill::Recreate()
+{
+    std::string bytes(m_size, '\0');
+    if (!readAll(m_descriptor, bytes.data(), m_size, 0))
+        return failure("read");
+    const int fresh = ::open(m_file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, fileRights);
+    if (fresh < 0)
+        return failure("open");
+    if (!writeAll(fresh, bytes, 0)) {
+        const Result result = failure("write");
+        ::close(fresh);
+        ::unlink(m_file.c_str());
+        return result;
+    }
+    close();
+    m_descriptor = fresh;
     return Result();
 }
 
@@ -121,16 +163,23 @@ Result JournalSpill::Append(const std::vector<JournalRow> &rows)
     std::string bytes;
     for (const JournalRow &row : rows)
         bytes += frame(PackRow(row));
-    const Descriptor file(m_file);
-    if (file.Get() < 0)
+    if (m_descriptor < 0)
+        m_descriptor =
+            ::open(m_file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, fileRights);
+    if (m_descriptor < 0)
         return failure("open");
-    if (!writeAll(file.Get(), bytes, m_size)) {
+    if (IsGone())
+        return Result(Result::StorageError, m_file + ": was deleted");
+    if (!writeAll(m_descriptor, bytes, m_size)) {
         const Result result = failure("write");
         // Half a record would hide those that follow it.
-        (void)!::ftruncate(file.Get(), static_cast<off_t>(m_size));
+        (void)!::ftruncate(m_descriptor, static_cast<off_t>(m_size));
+        if (IsEmpty())
+            (void)Clear();
         return result;
     }
     m_size += bytes.size();
+    m_count += rows.size();
     return Result();
 }
 
@@ -138,17 +187,12 @@ Result JournalSpill::Read(std::size_t &offset, std::size_t count,
                           std::vector<JournalRow> &rows) const
 {
     rows.clear();
-    std::ifstream stream(m_file, std::ios::binary);
-    stream.seekg(static_cast<std::streamoff>(offset));
-    if (!stream)
-        return failure("read");
     while (rows.size() < count && offset < m_size) {
-        std::optional<JournalRow> row = readRecord(stream);
+        std::optional<JournalRow> row = readRecord(offset);
         if (!row)
             return Result(Result::StorageError,
                           m_file + ": damaged record at byte " + std::to_string(offset));
         rows.push_back(std::move(*row));
-        offset = static_cast<std::size_t>(stream.tellg());
     }
     return Result();
 }
@@ -157,7 +201,9 @@ Result JournalSpill::Clear()
 {
     if (::unlink(m_file.c_str()) != 0 && errno != ENOENT)
         return failure("remove");
+    close();
     m_size = 0;
+    m_count = 0;
     return Result();
 }
 

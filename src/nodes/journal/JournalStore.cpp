@@ -4,6 +4,9 @@
 
 #include <sqlite3.h>
 
+#include <filesystem>
+#include <utility>
+
 namespace Nodes {
 
 namespace {
@@ -58,18 +61,57 @@ Result JournalStore::Open(const std::string &file, std::string &setAside)
     Result result(Result::StorageError, file + ": damaged");
     if (!m_isDamaged) {
         result = openOnce(file);
-        if (result || !m_database.IsDamaged())
+        if (result || !m_database->IsDamaged())
             return result;
     }
-    m_database.Close();
+    m_database->Close();
     m_isDamaged = false;
     setAside = SqliteDatabase::SetAside(file);
     return setAside.empty() ? result : openOnce(file);
 }
 
+void JournalStore::Close()
+{
+    m_database->Close();
+    m_former.reset();
+}
+
+bool JournalStore::NoticeMove()
+{
+    if (!m_database->IsMoved())
+        return false;
+    m_former = std::exchange(m_database, std::make_unique<SqliteDatabase>());
+    return true;
+}
+
+// Copied aside and renamed: half a journal must never be taken for one.
+Result JournalStore::Restore(const std::string &file, const std::function<void()> &step,
+                             bool &isRestored)
+{
+    namespace fs = std::filesystem;
+    isRestored = false;
+    std::error_code error;
+    if (fs::exists(file, error)) {
+        m_former.reset();
+        return Result();
+    }
+    const std::string aside = file + ".restored";
+    fs::create_directories(fs::path(file).parent_path(), error);
+    fs::remove(aside, error);
+    Result result = m_former->CopyTo(aside, step);
+    if (!result)
+        return result;
+    fs::rename(aside, file, error);
+    if (error)
+        return Result(Result::StorageError, file + ": " + error.message());
+    m_former.reset();
+    isRestored = true;
+    return result;
+}
+
 Result JournalStore::openOnce(const std::string &file)
 {
-    Result result = m_database.Open(file, SqliteDatabase::Mode::ReadWrite);
+    Result result = m_database->Open(file, SqliteDatabase::Mode::ReadWrite);
     if (!result)
         return result;
     std::int64_t version = 0;
@@ -77,15 +119,15 @@ Result JournalStore::openOnce(const std::string &file)
     if (result && version > currentVersion)
         result = Result(Result::StorageError, file + ": written by a later version of the program");
     if (result)
-        result = m_database.Execute(schema);
+        result = m_database->Execute(schema);
     if (!result)
-        m_database.Close();
+        m_database->Close();
     return result;
 }
 
 Result JournalStore::readVersion(std::int64_t &version)
 {
-    SqliteStatement statement(m_database, "PRAGMA user_version");
+    SqliteStatement statement(*m_database, "PRAGMA user_version");
     if (statement.Step())
         version = statement.Integer(0);
     return statement.GetResult();
@@ -93,20 +135,20 @@ Result JournalStore::readVersion(std::int64_t &version)
 
 Result JournalStore::Append(std::vector<JournalRow> &rows)
 {
-    Result result = m_database.Execute("BEGIN IMMEDIATE");
+    Result result = m_database->Execute("BEGIN IMMEDIATE");
     if (!result)
         return result;
     result = insert(rows);
     if (result)
-        result = m_database.Execute("COMMIT");
+        result = m_database->Execute("COMMIT");
     if (result)
         return result;
-    m_isDamaged = m_database.IsDamaged();
+    m_isDamaged = m_database->IsDamaged();
     for (JournalRow &row : rows)
         row.event.id = 0;
     // Some failures have rolled back already; a second roll-back then fails, which is no news.
     if (!m_isDamaged)
-        (void)m_database.Execute("ROLLBACK");
+        (void)m_database->Execute("ROLLBACK");
     return result;
 }
 
@@ -114,26 +156,26 @@ Result JournalStore::insert(std::vector<JournalRow> &rows)
 {
     std::uint64_t id = 0;
     std::string hash = FirstHash();
-    SqliteStatement readHead(m_database, "SELECT id, hash FROM head");
+    SqliteStatement readHead(*m_database, "SELECT id, hash FROM head");
     if (readHead.Step()) {
         id = static_cast<std::uint64_t>(readHead.Integer(0));
         hash = readHead.Bytes(1);
     }
     if (!readHead.GetResult())
         return readHead.GetResult();
-    SqliteStatement insertRow(m_database, insertion);
+    SqliteStatement insertRow(*m_database, insertion);
     for (JournalRow &row : rows) {
         const std::string next = ChainHash(hash, id + 1, PackRow(row));
         bindRow(insertRow, row, id + 1, next);
         const Result inserted = insertRow.Run();
         if (!inserted)
             return inserted;
-        if (sqlite3_changes(m_database.Handle()) == 0)
+        if (sqlite3_changes(m_database->Handle()) == 0)
             continue;
         row.event.id = ++id;
         hash = next;
     }
-    SqliteStatement writeHead(m_database, "REPLACE INTO head (one, id, hash) VALUES (1, ?1, ?2)");
+    SqliteStatement writeHead(*m_database, "REPLACE INTO head (one, id, hash) VALUES (1, ?1, ?2)");
     writeHead.Bind(1, static_cast<std::int64_t>(id));
     writeHead.BindBlob(2, hash);
     return writeHead.Run();

@@ -10,7 +10,8 @@ namespace Nodes {
 
 namespace {
 
-constexpr int busyTimeout = 500; // ms
+constexpr int busyTimeout = 500;  // ms
+constexpr int copiedPages = 1000; // in one step
 
 } // namespace
 
@@ -68,6 +69,41 @@ void SqliteDatabase::noteFailure(int code)
     m_cause = m_handle ? sqlite3_errmsg(m_handle) : sqlite3_errstr(code);
     const int primary = code & 0xff;
     m_isDamaged = primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+bool SqliteDatabase::IsMoved() const
+{
+    int isMoved = 0;
+    const bool isKnown = m_handle && sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_HAS_MOVED,
+                                                          &isMoved) == SQLITE_OK;
+    return isKnown && isMoved != 0;
+}
+
+Result SqliteDatabase::CopyTo(const std::string &file, const std::function<void()> &step)
+{
+    SqliteDatabase target;
+    Result result = target.Open(file, Mode::ReadWrite);
+    if (!result)
+        return result;
+    int code = SQLITE_ERROR;
+    if (sqlite3_backup *backup = sqlite3_backup_init(target.m_handle, "main", m_handle, "main")) {
+        do {
+            step();
+            code = sqlite3_backup_step(backup, copiedPages);
+        } while (code == SQLITE_OK);
+        sqlite3_backup_finish(backup);
+    }
+    if (code != SQLITE_DONE) {
+        target.noteFailure(code);
+        result = target.Error("copy");
+    }
+    target.Close(); // which carries the log into the file
+    std::error_code ignored;
+    for (const char *companion : {"-wal", "-shm", ""}) {
+        if (!result)
+            std::filesystem::remove(file + companion, ignored);
+    }
+    return result;
 }
 
 std::string SqliteDatabase::SetAside(const std::string &file)

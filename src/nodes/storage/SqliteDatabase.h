@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/values/Result.h"
 
+#include <functional>
 #include <string>
 
 struct sqlite3;
@@ -32,6 +33,13 @@ public:
     /// True when the last failure means that the file's content is no sound database.
     bool IsDamaged() const { return m_isDamaged; }
     sqlite3 *Handle() const { return m_handle; }
+
+    /// The file that was opened is no longer found under its name: removed, replaced, or its file
+    /// system taken away. Asks the disk.
+    bool IsMoved() const;
+    /// Copies what the connection sees, also of a file that was deleted, into a new file. `step` is
+    /// called every few megabytes. What was written is removed after a failure.
+    [[nodiscard]] Result CopyTo(const std::string &file, const std::function<void()> &step);
 
     /// Renames the database and its companions to "<file>.damaged-<UTC time>"; the new name is
     /// returned, "" when renaming failed. No connection may be open.

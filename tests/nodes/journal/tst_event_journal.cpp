@@ -8,9 +8,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <future>
 #include <thread>
 
 using namespace Nodes;
+using namespace std::chrono_literals;
 
 Q_DECLARE_METATYPE(Nodes::JournalQuery)
 
@@ -166,10 +168,12 @@ private slots:
 
     void overflowIsCounted()
     {
-        constexpr int capacity = 100000;
+        constexpr int capacity = 3000;
+        restart({capacity});
         for (int i = 0; i < capacity; ++i)
             QVERIFY(m_journal->Append(entry("x")));
         QCOMPARE(m_journal->Append(entry("y")).GetType(), Result::LimitExceeded);
+        QCOMPARE(m_journal->GetHealth().lost, 1u);
         open();
         QVERIFY(m_journal->Flush());
         const QStringList told = criticalTexts();
@@ -269,6 +273,157 @@ private slots:
         QVERIFY(m_journal->IsOpen());
     }
 
+    void keptOnAnotherDisk()
+    {
+        restartWithFallback();
+        open();
+        append({"0"});
+        auto lock = execute("BEGIN IMMEDIATE");
+        append({"1"});
+        QVERIFY(QFile::exists(path(".spill")));
+        {
+            const FileSizeLimit full(rlim_t(QFileInfo(path(".spill")).size()));
+            append({"2"});
+        }
+        // What follows stays behind it, though there is room again beside the journal.
+        append({"3"});
+        QCOMPARE(aside(), 3);
+        QVERIFY(!m_journal->GetHealth().isWell());
+        QCOMPARE(m_journal->GetFallbackFiles().size(), std::size_t(1));
+        restartWithFallback();
+        lock.reset();
+        open();
+        append({"4"});
+        QTRY_COMPARE(texts(), numbered(5));
+        QVERIFY(m_journal->Verify());
+        QTRY_COMPARE(aside(), 0);
+        QVERIFY(m_journal->GetHealth().isWell());
+        QCOMPARE(m_journal->GetHealth().stored, 4u);
+        QVERIFY(QDir(fallback()).isEmpty());
+    }
+
+    void trustsOnlyItsOwnFallback()
+    {
+        QVERIFY(QDir().mkpath(fallback()));
+        QVERIFY(QFile(fallback()).setPermissions(QFileDevice::Permissions(0x7777)));
+        restartWithFallback();
+        open();
+        QTRY_VERIFY(criticalTexts().value(0).contains("not a directory of this user alone"));
+        QVERIFY(QDir().mkpath(path(".spill")));
+        const auto lock = execute("BEGIN IMMEDIATE");
+        QVERIFY(m_journal->Append(entry("1")));
+        QCOMPARE(m_journal->Flush().GetType(), Result::StorageError);
+        QVERIFY(QDir(fallback()).isEmpty());
+    }
+
+    void hangingDisk_data()
+    {
+        const Rows<bool, bool> row("isEnded", "hasFallback");
+        row("answers late", false, true);
+        row("answers after the end", true, true);
+        row("no other disk", false, false);
+    }
+
+    // A listener that does not return holds the writer as a disk does.
+    void hangingDisk()
+    {
+        QFETCH(bool, isEnded);
+        QFETCH(bool, hasFallback);
+        const EventJournal::Limits tight{4, 100ms, 200ms, 100ms};
+        restart(tight);
+        if (hasFallback)
+            restartWithFallback(tight);
+        open();
+        std::promise<void> answer;
+        const std::shared_future<void> answered = answer.get_future().share();
+        Connection held =
+            m_journal->ConnectAppended([answered](const BasicEvent &) { answered.wait(); });
+        QVERIFY(m_journal->Append(entry("0")));
+        QTRY_VERIFY(!m_journal->GetHealth().isWell());
+        for (int i = 1; i <= 3; ++i)
+            QVERIFY(m_journal->Append(entry(std::to_string(i))));
+        if (hasFallback)
+            QTRY_COMPARE(aside(), 3);
+        for (int i = 4; i <= 6; ++i)
+            QCOMPARE(bool(m_journal->Append(entry(std::to_string(i)))), hasFallback);
+        QCOMPARE(m_journal->GetHealth().lost, hasFallback ? 0u : 3u);
+        QCOMPARE(m_journal->Flush().GetType(), Result::StorageError);
+        if (isEnded)
+            m_journal->Close();
+        if (isEnded)
+            QCOMPARE(m_journal->GetHealth().waiting, std::size_t(0));
+        held.Disconnect();
+        answer.set_value();
+        if (isEnded) {
+            restartWithFallback();
+            open();
+        }
+        QTRY_COMPARE(texts({}, "Котёл 1"), numbered(hasFallback ? 7 : 4));
+        QVERIFY(m_journal->Verify());
+        QCOMPARE(criticalTexts().size(), hasFallback ? 0 : 1);
+    }
+
+    // While the writer waits for the lock, what comes after its entry is kept elsewhere; then its
+    // entry, which cannot be kept beside the journal either, has to wait in front of that.
+    void hangsAndFails()
+    {
+        restartWithFallback({100, 100ms, 2000ms, 2000ms});
+        open();
+        append({"0"});
+        QVERIFY(QDir().mkpath(path(".spill")));
+        auto lock = execute("BEGIN IMMEDIATE");
+        QVERIFY(m_journal->Append(entry("1")));
+        QTRY_VERIFY(!m_journal->GetHealth().isWell());
+        QVERIFY(m_journal->Append(entry("2")));
+        QTRY_COMPARE(aside(), 1);
+        QTRY_COMPARE(m_journal->Flush().GetType(), Result::StorageError);
+        QCOMPARE(m_journal->GetHealth().waiting, std::size_t(1));
+        lock.reset();
+        QTRY_COMPARE(texts(), numbered(3));
+        QVERIFY(m_journal->Verify());
+    }
+
+    void removedWhileRunning_data()
+    {
+        const Rows<bool> row("isSpilled");
+        row("directory", false);
+        row("directory with a spill file", true);
+    }
+
+    void removedWhileRunning()
+    {
+        QFETCH(bool, isSpilled);
+        open();
+        append({"0", "1"});
+        auto lock = isSpilled ? execute("BEGIN IMMEDIATE") : nullptr;
+        if (isSpilled)
+            append({"2"});
+        QVERIFY(QDir(QFileInfo(path("")).path()).removeRecursively());
+        lock.reset();
+        QVERIFY(m_journal->Append(entry(isSpilled ? "3" : "2")));
+        QTRY_COMPARE(texts({}, "Котёл 1"), numbered(isSpilled ? 4 : 3));
+        QVERIFY(m_journal->Verify());
+        const QString told = criticalTexts().join('\n');
+        QVERIFY2(told.contains("удалён или заменён"), qPrintable(told));
+        QVERIFY2(told.contains("Журнал восстановлен"), qPrintable(told));
+        QTRY_VERIFY(m_journal->GetHealth().isWell());
+    }
+
+    void replacedWhileRunning()
+    {
+        store(2);
+        QVERIFY(QFile::copy(path(""), path(".other")));
+        open();
+        append({"lost with the old file"});
+        for (const char *log : {"-wal", "-shm"})
+            QVERIFY(QFile::remove(path(log)));
+        QVERIFY(std::rename(qPrintable(path(".other")), m_file.c_str()) == 0);
+        append({"2"});
+        QTRY_COMPARE(texts({}, "Котёл 1"), numbered(3));
+        QVERIFY(m_journal->Verify());
+        QVERIFY(criticalTexts().last().startsWith("На месте журнала другой файл"));
+    }
+
     void replayedTwice()
     {
         spill({"1", "2"});
@@ -355,7 +510,19 @@ private slots:
     }
 
 private:
-    void restart() { m_journal = std::make_unique<EventJournal>(); }
+    void restart(const EventJournal::Limits &limits = {})
+    {
+        m_journal.reset();
+        m_journal = std::make_unique<EventJournal>(limits);
+    }
+    /// The same with a place on another disk.
+    void restartWithFallback(const EventJournal::Limits &limits = {})
+    {
+        restart(limits);
+        m_journal->SetFallbacks({fallback().toStdString()});
+    }
+    QString fallback() const { return m_directory->filePath("other/place"); }
+    int aside() const { return int(m_journal->GetHealth().aside); }
     void open()
     {
         const Result opened = m_journal->Open(m_file);
@@ -392,8 +559,10 @@ private:
         append(texts);
         restart();
     }
-    QStringList texts(const JournalQuery &query = {}) const
+    QStringList texts(JournalQuery query = {}, const char *source = "") const
     {
+        if (*source)
+            query.source = source;
         std::vector<BasicEvent> events;
         const Result result = m_journal->Query(query, events);
         QStringList list;

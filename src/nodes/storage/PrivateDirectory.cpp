@@ -1,0 +1,32 @@
+#include "nodes/storage/PrivateDirectory.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Nodes {
+
+Result PrivateDirectory::Check(const std::string &path)
+{
+    struct stat status = {};
+    if (::lstat(path.c_str(), &status) != 0)
+        return {errno == ENOENT ? Result::NotFound : Result::StorageError,
+                path + ": " + std::strerror(errno)};
+    const bool isOwn = S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() &&
+                       (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    return isOwn ? Result() : Result(Result::Refused, path + ": not a directory of this user alone");
+}
+
+Result PrivateDirectory::Make(const std::string &path)
+{
+    for (const std::string &part : {std::filesystem::path(path).parent_path().string(), path}) {
+        if (::mkdir(part.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+            return {Result::StorageError, part + ": " + std::strerror(errno)};
+    }
+    return Check(path);
+}
+
+} // namespace Nodes
