@@ -46,6 +46,7 @@ public:
     /// Takes the actions over, all or in order between those of other threads.
     void append(const QVector<qBasicAction *> &actions);
     bool isEmpty() const { return m_size == 0; }
+    int size() const { return m_size; }
 
     /// Calls `emitAction` for waiting actions, under the queue's lock, then deletes the finished
     /// ones. True when node copies are now to be freed. Worker thread.

@@ -130,6 +130,8 @@ public:
     void finishActions(int patience);
     bool isEnding() const;
 
+    /// Actions queued or running. Any thread.
+    int queuedActions() const { return m_queue.size(); }
     /// Whether an action is queued or running whose node stands below that one.
     bool hasActionBelow(const Nodes::ConfigNode &node) { return m_queue.hasCopyBelow(node); }
 
