@@ -17,7 +17,8 @@ Result PrivateDirectory::Check(const std::string &path)
                 path + ": " + std::strerror(errno)};
     const bool isOwn = S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() &&
                        (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-    return isOwn ? Result() : Result(Result::Refused, path + ": not a directory of this user alone");
+    return isOwn ? Result()
+                 : Result(Result::Refused, path + ": not a directory of this user alone");
 }
 
 Result PrivateDirectory::Make(const std::string &path)
