@@ -52,6 +52,7 @@ ProxyScene::ProxyScene(Nodes::BasicComposition *composition, QObject *parent)
     }
     addLayers(layers);
     updateZOrder();
+    followLayers(*composition);
 }
 
 ProxyScene::ProxyScene(Nodes::BasicLayer *layer, QObject *parent)
@@ -73,6 +74,28 @@ ProxyScene::~ProxyScene()
     // The items die here, while the scene is still a scene: they report selection changes to it.
     disconnect(this, nullptr, &m_selectionTimer, nullptr);
     clear();
+}
+
+// A layer that is taken out empties itself, and fills again when it is put back.
+void ProxyScene::followLayers(Nodes::BasicComposition &composition)
+{
+    Utils::NodeRelay::Handlers handlers;
+    handlers.childAdded = [this](const Nodes::NodeLink &link) { onLayerAdded(link); };
+    handlers.childRemoved = [this](const Nodes::NodeLink &) { updateZOrder(); };
+    m_relay.connect(&composition, std::move(handlers));
+}
+
+void ProxyScene::onLayerAdded(const Nodes::NodeLink &link)
+{
+    auto *layer = dynamic_cast<Nodes::BasicLayer *>(link.GetNode());
+    if (!layer)
+        return;
+    const bool isKnown = std::any_of(m_layers.begin(), m_layers.end(), [layer](const auto *shown) {
+        return shown->getNode() == layer;
+    });
+    if (!isKnown)
+        addLayers({new ProxyLayer(layer, this)});
+    updateZOrder();
 }
 
 void ProxyScene::addLayers(const QList<ProxyLayer *> &layers)
@@ -135,7 +158,7 @@ QList<ProxyLayer *> ProxyScene::sortZOrder() const
 {
     QList<ProxyLayer *> visible;
     std::copy_if(m_layers.begin(), m_layers.end(), std::back_inserter(visible),
-                 [](const ProxyLayer *layer) { return layer->isVisible(); });
+                 [](const ProxyLayer *layer) { return layer->isVisible() && layer->getNode(); });
     std::stable_sort(visible.begin(), visible.end(),
                      [](const ProxyLayer *a, const ProxyLayer *b) { return *a < *b; });
     return visible;

@@ -4,6 +4,7 @@
 
 #include "nodes/model/NodeType.h"
 #include "utils/IUndo.h"
+#include "utils/NodeRelay.h"
 #include "utils/WatchedNode.h"
 
 #include <QGraphicsScene>
@@ -118,6 +119,8 @@ protected:
 private:
     ProxyScene(Nodes::BasicNode *node, int, QObject *parent);
 
+    void followLayers(Nodes::BasicComposition &composition);
+    void onLayerAdded(const Nodes::NodeLink &link);
     void addLayers(const QList<ProxyLayer *> &layers);
     QList<ProxyLayer *> getMaxZOrder() const;
     void updateZOrder();
@@ -150,6 +153,7 @@ private:
     std::unique_ptr<QMenu> m_contextMenu;
     std::unique_ptr<Nodes::PropertyProxy> m_selected;
     bool m_isEditable = true;
+    Utils::NodeRelay m_relay; ///< layers that come and go
 };
 
 } // namespace Widgets

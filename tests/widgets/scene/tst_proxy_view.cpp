@@ -6,7 +6,9 @@
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
+#include "widgets/scene/ProxyWidget.h"
 
+#include "nodes/model/KindTable.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/NodeLinkEvent.h"
 
@@ -233,6 +235,32 @@ private slots:
         QTest::qWait(150);
         QCOMPARE(counter.count, 1);
         QCOMPARE(counter.links.size(), std::size_t(2)); // all that is selected
+    }
+    void layersComeAndGo()
+    {
+        const ShownView shown(30, Nodes::WorkModeRuntime);
+        const auto seen = [&shown] {
+            QStringList names;
+            for (const Widgets::ProxyLayer *layer : shown.scene->sortZOrder()) {
+                for (Widgets::ProxyWidget *host : layer->getWidgets())
+                    names << QString::fromStdString(host->getNode()->GetName());
+            }
+            return names.join(' ');
+        };
+        auto *composition = shown.project.node(30);
+        std::unique_ptr<Nodes::ConfigNode> layer = composition->RemoveNode(31ul);
+        QCOMPARE(seen(), QString("B"));
+        QVERIFY(composition->AddNode(layer));
+        QTRY_COMPARE(seen(), QString("A B"));
+        const Nodes::KindTable &kinds = Nodes::KindTable::Instance();
+        auto *project = shown.project.core.GetNodesCollection();
+        layer = project->CreateDetached(*kinds.FindByKey("layer"));
+        auto label = project->CreateDetached(*kinds.FindByKey("label"));
+        label->SetName("C");
+        QVERIFY(layer->SetPropertyText("zOrder", "3") && layer->AddNode(label));
+        QVERIFY(composition->AddNode(layer));
+        QTRY_COMPARE(seen(), QString("A B C"));
+        QCOMPARE(shown.scene->getLayers().size(), 3);
     }
 };
 
