@@ -111,10 +111,12 @@ void qbuttonBasic::applySheet(int styleCode)
 void qbuttonBasic::applyPicture()
 {
     const Nodes::ResourceLink &link = m_button->GetImage();
-    const bool isWanted = !link.GetFilePath().empty();
-    const Nodes::ResourcePtr resource = isWanted ? link.Load() : Nodes::ResourcePtr();
+    m_isPictureMissing = false;
+    if (link.GetFilePath().empty())
+        return; // the icon stays
+    const Nodes::ResourcePtr resource = link.Load();
     const QImage *image = ImageCachingManager::getInstance().getImage(resource);
-    m_isPictureMissing = isWanted && (!image || image->isNull());
+    m_isPictureMissing = !image || image->isNull();
     if (m_isPictureMissing) {
         MissingPicture::report(*m_button, link);
         return;
@@ -122,7 +124,7 @@ void qbuttonBasic::applyPicture()
     if (resource == m_resource)
         return;
     m_resource = resource;
-    m_picture = image ? QPixmap::fromImage(*image) : QPixmap();
+    m_picture = QPixmap::fromImage(*image);
     setIcon(m_picture);
     QTimer::singleShot(0, this, &qbuttonBasic::fitIcon);
 }

@@ -285,7 +285,9 @@ void TestButtons::aPictureFillsTheButton()
     alone.set(11, "image", "cut.png");
     QCOMPARE(alone.element.icon().cacheKey(), shown); // what cannot be loaded changes nothing
     alone.set(11, "image", "");
-    QVERIFY(alone.element.icon().isNull());
+    QCOMPARE(alone.element.icon().cacheKey(), shown);
+    alone.set(11, "image", "halves.png");
+    QVERIFY(alone.element.icon().cacheKey() != shown);
 }
 
 QTEST_MAIN(TestButtons)
