@@ -64,12 +64,16 @@ AlarmMark AlarmMark::OfZone(LimitZones::enZone zone)
 
 AlarmMark AlarmMark::Of(const BasicSignal &signal)
 {
+    return Of(signal, signal.GetValue());
+}
+
+AlarmMark AlarmMark::Of(const BasicSignal &signal, const SignalValue &value)
+{
     if (IsForbiddenToView(signal))
         return {};
     const systemCore *core = signal.GetCore();
     const systemAlarming *alarming = core ? core->GetSystemAlarming() : nullptr;
     if (!alarming) {
-        const SignalValue value = signal.GetValue();
         return value.GetQuality() == Quality::Bad
                    ? AlarmMark()
                    : OfZone(LimitZones::FromOwnAlarms(signal).GetZone(value.ToDouble()));

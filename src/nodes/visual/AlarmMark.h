@@ -8,6 +8,7 @@
 namespace Nodes {
 
 class BasicSignal;
+class SignalValue;
 
 /// How the alarms of a signal stand, in one sign beside its value: that of the most urgent alarm.
 /// Plain value.
@@ -20,7 +21,9 @@ struct NODES_EXPORT AlarmMark
 
     /// As the alarm system has it, whatever kind the alarms are and wherever they stand. Active
     /// ones go before returned ones, those before hidden ones; then priority counts. Where a
-    /// project has no alarm system, the place of the value between the limits. GUI thread.
+    /// project has no alarm system, the place of `value` between the limits. GUI thread.
+    static AlarmMark Of(const BasicSignal &signal, const SignalValue &value);
+    /// The same, of the signal's value of now.
     static AlarmMark Of(const BasicSignal &signal);
     /// Of a value between limits that nobody has to acknowledge.
     static AlarmMark OfZone(LimitZones::enZone zone);

@@ -74,9 +74,9 @@ SignalValue BasicWidget::GetValue() const
                                        "signal " + std::to_string(m_signal.GetNodeId())));
 }
 
-std::string BasicWidget::GetDisplayText() const
+std::string BasicWidget::GetDisplayText(const SignalValue &value) const
 {
-    return GetValue().ToString();
+    return value.ToString();
 }
 
 Result BasicWidget::WriteValue(const SignalValue &value)
@@ -109,17 +109,23 @@ enAccessDeniedAction BasicWidget::JudgeAccess()
 
 Result BasicWidget::Start()
 {
-    if (++m_starts > 1)
-        return Result();
+    return ++m_starts > 1 ? Result() : OnFirstStart();
+}
+
+Result BasicWidget::Stop()
+{
+    return m_starts == 0 || --m_starts > 0 ? Result() : OnLastStop();
+}
+
+Result BasicWidget::OnFirstStart()
+{
     const Result started = ConfigNode::Start();
     subscribe();
     return started;
 }
 
-Result BasicWidget::Stop()
+Result BasicWidget::OnLastStop()
 {
-    if (m_starts == 0 || --m_starts > 0)
-        return Result();
     m_subscription.reset();
     return ConfigNode::Stop();
 }

@@ -50,8 +50,10 @@ public:
     /// Latest value of that signal, as far as the current user may view it; an error value when
     /// the link leads nowhere, empty when there is no link.
     virtual SignalValue GetValue() const;
-    /// Text the element shows; quality is not part of it.
-    virtual std::string GetDisplayText() const;
+    /// Text the element shows for that value; quality is not part of it.
+    virtual std::string GetDisplayText(const SignalValue &value) const;
+    /// The same for the value of now. Whoever shows more of a value than its text reads it once.
+    std::string GetDisplayText() const { return GetDisplayText(GetValue()); }
     /// Writes on behalf of the current user; NotFound without a signal.
     virtual Result WriteValue(const SignalValue &value);
 
@@ -68,10 +70,15 @@ public:
 
     /// Counted: a window may be open on several displays, and closing one of them must not freeze
     /// the values of the others. GUI thread.
-    Result Start() override;
-    Result Stop() override;
+    Result Start() final;
+    Result Stop() final;
 
 protected:
+    /// The first of the views was started, the last one stopped. Kinds extend them and call the
+    /// base. GUI thread.
+    virtual Result OnFirstStart();
+    virtual Result OnLastStop();
+
     static void Describe(KindBuilder &builder);
     friend class KindBuilder;
     void OnPropertyChanged(const PropertyDescriptor &descriptor) override;

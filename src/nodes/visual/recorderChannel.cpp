@@ -54,10 +54,10 @@ std::string recorderChannel::GetUnit() const
     return signal ? signal->GetUnit() : std::string();
 }
 
-AlarmMark recorderChannel::GetAlarmMark() const
+AlarmMark recorderChannel::GetAlarmMark(const SignalValue &value) const
 {
     const BasicSignal *signal = GetSignal();
-    return signal ? AlarmMark::Of(*signal) : AlarmMark();
+    return signal ? AlarmMark::Of(*signal, value) : AlarmMark();
 }
 
 ValueExtremes::State recorderChannel::GetExtremes() const

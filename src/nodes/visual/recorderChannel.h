@@ -28,7 +28,7 @@ public:
     std::string FormatNumber(double number) const;
     std::string GetUnit() const;
     /// Of the signal's alarms; none without a signal.
-    AlarmMark GetAlarmMark() const;
+    AlarmMark GetAlarmMark(const SignalValue &value) const;
 
     /// Without numbers for a user who may not view the signal.
     ValueExtremes::State GetExtremes() const;

@@ -62,12 +62,11 @@ LimitZones widgetBargraph::GetZones() const
     return m_zoneSource == ZonesOfAlarms && signal ? LimitZones::FromAlarms(*signal) : LimitZones();
 }
 
-AlarmMark widgetBargraph::GetAlarmMark() const
+AlarmMark widgetBargraph::GetAlarmMark(const SignalValue &value) const
 {
     const BasicSignal *signal = GetSignal();
     if (m_zoneSource == ZonesOfAlarms && signal)
-        return AlarmMark::Of(*signal);
-    const SignalValue value = GetValue();
+        return AlarmMark::Of(*signal, value);
     return m_zoneSource == ZonesOwn && value.GetQuality() != Quality::Bad
                ? AlarmMark::OfZone(GetZones().GetZone(value.ToDouble()))
                : AlarmMark();
@@ -85,9 +84,8 @@ std::string widgetBargraph::GetUnit() const
     return signal ? signal->GetUnit() : std::string();
 }
 
-std::string widgetBargraph::GetDisplayText() const
+std::string widgetBargraph::GetDisplayText(const SignalValue &value) const
 {
-    const SignalValue value = GetValue();
     const double number = value.ToDouble();
     if (value.GetQuality() == Quality::Bad || std::isnan(number))
         return NoValueText;
@@ -111,17 +109,17 @@ void widgetBargraph::followSetPoint()
     });
 }
 
-Result widgetBargraph::Start()
+Result widgetBargraph::OnFirstStart()
 {
-    const Result started = BasicTextWidget::Start();
+    const Result started = BasicTextWidget::OnFirstStart();
     followSetPoint();
     return started;
 }
 
-Result widgetBargraph::Stop()
+Result widgetBargraph::OnLastStop()
 {
     m_setPointValues.Disconnect();
-    return BasicTextWidget::Stop();
+    return BasicTextWidget::OnLastStop();
 }
 
 void widgetBargraph::OnPropertyChanged(const PropertyDescriptor &descriptor)

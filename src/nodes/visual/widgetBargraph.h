@@ -28,19 +28,20 @@ public:
     /// Of the signal's alarms, of this element, or none.
     LimitZones GetZones() const;
     /// Of the signal's alarms, of the value between this element's limits, or none.
-    AlarmMark GetAlarmMark() const;
+    AlarmMark GetAlarmMark(const SignalValue &value) const;
     /// Nothing without a set-point signal; the marker has that signal's quality.
     std::optional<SignalValue> GetSetPoint() const;
 
     std::string GetUnit() const;
     /// Number with the signal's decimals and unit; dashes for a bad value.
-    std::string GetDisplayText() const override;
+    using BasicWidget::GetDisplayText;
+    std::string GetDisplayText(const SignalValue &value) const override;
 
-    Result Start() override;
-    Result Stop() override;
     void Validate(ValidationResults &results) const override;
 
 protected:
+    Result OnFirstStart() override;
+    Result OnLastStop() override;
     void OnPropertyChanged(const PropertyDescriptor &descriptor) override;
 
 private:

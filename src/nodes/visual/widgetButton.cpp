@@ -56,11 +56,10 @@ std::string widgetButton::valueText(const SignalValue &value) const
     return text;
 }
 
-std::string widgetButton::GetDisplayText() const
+std::string widgetButton::GetDisplayText(const SignalValue &value) const
 {
     if (GetSignalLink().isEmpty())
         return m_text;
-    const SignalValue value = GetValue();
     if (value.GetQuality() != Quality::Bad && value.GetType() == enSignalValueType::Bool) {
         const std::string &own = value.ToBool() ? m_onText : m_offText;
         if (!own.empty())

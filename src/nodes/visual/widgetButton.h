@@ -36,7 +36,8 @@ public:
 
     /// With a signal of yes/no type the text configured for its value, else the button's own text;
     /// without either the value with its unit, dashes for a bad one.
-    std::string GetDisplayText() const override;
+    using BasicWidget::GetDisplayText;
+    std::string GetDisplayText(const SignalValue &value) const override;
     void CollectDemands(AccessDemands &demands) const override;
 
 private:

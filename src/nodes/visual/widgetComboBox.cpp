@@ -99,10 +99,10 @@ Result widgetComboBox::WriteValue(const SignalValue &value)
     return Result();
 }
 
-std::string widgetComboBox::GetDisplayText() const
+std::string widgetComboBox::GetDisplayText(const SignalValue &value) const
 {
     const StringValueMap items = GetItems();
-    const int index = FindItem(items, GetValue());
+    const int index = FindItem(items, value);
     return index < 0 ? NoValueText : items[std::size_t(index)].first;
 }
 

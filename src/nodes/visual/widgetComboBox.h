@@ -35,7 +35,8 @@ public:
     /// Writes to all of them in order; ends with the first refusal.
     Result WriteValue(const SignalValue &value) override;
     /// Text of the choice that the value stands for; "----" for a bad value or no choice.
-    std::string GetDisplayText() const override;
+    using BasicWidget::GetDisplayText;
+    std::string GetDisplayText(const SignalValue &value) const override;
 
     /// Index of the choice with that value, -1 without one. Numbers that are the same to six
     /// decimals are the same choice. A bad value is no choice.

@@ -114,9 +114,8 @@ void widgetEditBox::GetWriteNodes(NodesArray &nodes) const
         nodes.push_back(GetSignalLink());
 }
 
-std::string widgetEditBox::GetDisplayText() const
+std::string widgetEditBox::GetDisplayText(const SignalValue &value) const
 {
-    const SignalValue value = GetValue();
     if (value.GetQuality() == Quality::Bad)
         return NoValueText;
     switch (GetValueType()) {

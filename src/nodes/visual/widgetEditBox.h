@@ -43,7 +43,8 @@ public:
     void CollectDemands(AccessDemands &demands) const override;
     /// The value alone, rounded to the step's decimals, yes/no values as 1 and 0, without unit:
     /// the text that editing starts with. "----" for a bad value.
-    std::string GetDisplayText() const override;
+    using BasicWidget::GetDisplayText;
+    std::string GetDisplayText(const SignalValue &value) const override;
 
 private:
     bool ownsRange() const { return m_minimum < m_maximum; }

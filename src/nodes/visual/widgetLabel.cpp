@@ -49,11 +49,11 @@ std::string widgetLabel::formatValue(const SignalValue &value) const
     return text;
 }
 
-std::string widgetLabel::GetDisplayText() const
+std::string widgetLabel::GetDisplayText(const SignalValue &value) const
 {
     if (GetSignalLink().isEmpty())
         return m_text;
-    return m_text + formatValue(GetValue());
+    return m_text + formatValue(value);
 }
 
 } // namespace Nodes

@@ -16,7 +16,8 @@ public:
 
     /// The configured text without a signal. With one: prefix, value with the signal's (or this
     /// label's own) decimals, and the unit where shown; dashes for a bad value.
-    std::string GetDisplayText() const override;
+    using BasicWidget::GetDisplayText;
+    std::string GetDisplayText(const SignalValue &value) const override;
 
 protected:
     static void Describe(KindBuilder &builder);

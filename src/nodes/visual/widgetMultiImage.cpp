@@ -31,11 +31,10 @@ std::vector<widgetState *> widgetMultiImage::states() const
     return found;
 }
 
-int widgetMultiImage::GetCurrentStateIndex() const
+int widgetMultiImage::GetStateIndex(const SignalValue &value) const
 {
     if (GetSignalLink().isEmpty())
         return StateNone;
-    const SignalValue value = GetValue();
     if (value.GetQuality() == Quality::Bad)
         return StateBad;
     const std::vector<widgetState *> all = states();
@@ -53,6 +52,13 @@ ResourceLink widgetMultiImage::GetStateImage(int index) const
     const std::vector<widgetState *> all = states();
     return index >= 0 && index < int(all.size()) ? all[std::size_t(index)]->GetImage()
                                                  : ResourceLink();
+}
+
+std::string widgetMultiImage::GetStateName(int index) const
+{
+    const std::vector<widgetState *> all = states();
+    return index >= 0 && index < int(all.size()) ? all[std::size_t(index)]->GetName()
+                                                 : std::string();
 }
 
 } // namespace Nodes

@@ -19,10 +19,13 @@ public:
 
     /// Position among the states, from 0; StateNone when the value matches none, StateBad when its
     /// quality is bad: what the device said last is no state to operate by.
-    virtual int GetCurrentStateIndex() const;
+    virtual int GetStateIndex(const SignalValue &value) const;
+    int GetCurrentStateIndex() const { return GetStateIndex(GetValue()); }
     /// Picture of the state with that index, for StateBad the one configured for bad values; its
     /// path is empty when there is none.
     ResourceLink GetStateImage(int index) const;
+    /// Name of that state's node; "" when there is none.
+    std::string GetStateName(int index) const;
     ResourceLink GetCurrentImage() const override { return GetStateImage(GetCurrentStateIndex()); }
     enNoPicture GetNoPicture() const { return enNoPicture(m_noPicture); }
 

@@ -19,8 +19,10 @@ KindInfo widgetMultiLabel::Kind()
         .Children({NodeType::TypeState});
 }
 
-const widgetState *widgetMultiLabel::findState(const SignalValue &value) const
+const widgetState *widgetMultiLabel::GetState(const SignalValue &value) const
 {
+    if (value.GetQuality() == Quality::Bad)
+        return nullptr;
     for (const auto &child : Children()) {
         const auto *state = dynamic_cast<const widgetState *>(child.get());
         if (state && state->Matches(value))
@@ -29,26 +31,20 @@ const widgetState *widgetMultiLabel::findState(const SignalValue &value) const
     return nullptr;
 }
 
-bool widgetMultiLabel::FindMatches() const
+bool widgetMultiLabel::FindMatches(const SignalValue &value) const
 {
-    return isBad() || findState(GetValue());
+    return isBad(value) || GetState(value);
 }
 
-const widgetState *widgetMultiLabel::GetCurrentState() const
+bool widgetMultiLabel::isBad(const SignalValue &value) const
 {
-    const SignalValue value = GetValue();
-    return value.GetQuality() == Quality::Bad ? nullptr : findState(value);
+    return !GetSignalLink().isEmpty() && value.GetQuality() == Quality::Bad;
 }
 
-bool widgetMultiLabel::isBad() const
+bool widgetMultiLabel::GetStateTextColor(const SignalValue &value, NColor &color) const
 {
-    return !GetSignalLink().isEmpty() && GetValue().GetQuality() == Quality::Bad;
-}
-
-bool widgetMultiLabel::GetStateTextColor(NColor &color) const
-{
-    const widgetState *state = GetCurrentState();
-    if (!state && isBad())
+    const widgetState *state = GetState(value);
+    if (isBad(value))
         color = GetTextColor();
     else if (state && state->HasTextColor())
         color = state->GetTextColor();
@@ -57,10 +53,10 @@ bool widgetMultiLabel::GetStateTextColor(NColor &color) const
     return true;
 }
 
-bool widgetMultiLabel::GetStateBackgroundColor(NColor &color) const
+bool widgetMultiLabel::GetStateBackgroundColor(const SignalValue &value, NColor &color) const
 {
-    const widgetState *state = GetCurrentState();
-    if (!state && isBad())
+    const widgetState *state = GetState(value);
+    if (isBad(value))
         color = GetBackgroundColor();
     else if (state && state->HasBackgroundColor())
         color = state->GetBackgroundColor();
@@ -69,11 +65,11 @@ bool widgetMultiLabel::GetStateBackgroundColor(NColor &color) const
     return true;
 }
 
-std::string widgetMultiLabel::GetDisplayText() const
+std::string widgetMultiLabel::GetDisplayText(const SignalValue &value) const
 {
-    const widgetState *state = GetCurrentState();
+    const widgetState *state = GetState(value);
     const bool hasText = state && !state->GetText().empty();
-    return hasText ? state->GetText() : widgetLabel::GetDisplayText();
+    return hasText ? state->GetText() : widgetLabel::GetDisplayText(value);
 }
 
 } // namespace Nodes

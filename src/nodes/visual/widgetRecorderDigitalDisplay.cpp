@@ -34,9 +34,9 @@ std::vector<recorderChannel *> widgetRecorderDigitalDisplay::GetChannels() const
     return channels;
 }
 
-Result widgetRecorderDigitalDisplay::Start()
+Result widgetRecorderDigitalDisplay::OnFirstStart()
 {
-    const Result started = BasicTextWidget::Start();
+    const Result started = BasicTextWidget::OnFirstStart();
     m_channelValues.clear();
     for (recorderChannel *channel : GetChannels()) {
         (void)channel->Start(); // a channel without a signal shows as such
@@ -51,10 +51,10 @@ Result widgetRecorderDigitalDisplay::Start()
     return started;
 }
 
-Result widgetRecorderDigitalDisplay::Stop()
+Result widgetRecorderDigitalDisplay::OnLastStop()
 {
     m_channelValues.clear();
-    return BasicTextWidget::Stop();
+    return BasicTextWidget::OnLastStop();
 }
 
 } // namespace Nodes

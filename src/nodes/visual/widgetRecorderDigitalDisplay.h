@@ -18,8 +18,9 @@ public:
     /// Whether lines show the extremes and the button that resets them.
     bool GetShowExtremes() const { return m_showsExtremes; }
 
-    Result Start() override;
-    Result Stop() override;
+protected:
+    Result OnFirstStart() override;
+    Result OnLastStop() override;
 
 private:
     bool m_showsExtremes = true;

@@ -48,7 +48,14 @@ void MissingPicture::report(const Nodes::ConfigNode &node, const Nodes::Resource
 
 void MissingPicture::draw(QPainter &painter, const QRect &rect, const Nodes::ResourceLink &picture)
 {
-    if (WindowManager::GetWorkMode() != Nodes::WorkModeEditing || rect.isEmpty())
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+        drawPlaceholder(painter, rect,
+                        QFileInfo(QString::fromStdString(picture.GetFilePath())).fileName());
+}
+
+void MissingPicture::drawPlaceholder(QPainter &painter, const QRect &rect, const QString &caption)
+{
+    if (rect.isEmpty())
         return;
     painter.save();
     painter.fillRect(rect, QColor(236, 238, 240));
@@ -57,12 +64,11 @@ void MissingPicture::draw(QPainter &painter, const QRect &rect, const Nodes::Res
     painter.drawRect(frame);
     painter.drawLine(frame.topLeft(), frame.bottomRight());
     painter.drawLine(frame.topRight(), frame.bottomLeft());
-    const QString name = QFileInfo(QString::fromStdString(picture.GetFilePath())).fileName();
     QFont font = painter.font();
     font.setPixelSize(11);
     painter.setFont(font);
     const QFontMetrics metrics(font);
-    const QString text = metrics.elidedText(name, Qt::ElideMiddle, rect.width() - 4);
+    const QString text = metrics.elidedText(caption, Qt::ElideMiddle, rect.width() - 4);
     QRect plate = metrics.boundingRect(text).adjusted(-2, -1, 2, 1);
     plate.moveCenter(rect.center());
     painter.fillRect(plate & rect, QColor(255, 255, 255, 230));

@@ -4,6 +4,7 @@
 
 class QPainter;
 class QRect;
+class QString;
 
 namespace Nodes {
 class ConfigNode;
@@ -20,6 +21,9 @@ public:
     /// At run time writes one journal message a picture and process, through the first node that
     /// wanted it; nothing in other work modes.
     static void report(const Nodes::ConfigNode &node, const Nodes::ResourceLink &picture);
+    /// A crossed frame with a caption in place of the picture, in every work mode. The painter
+    /// stays as it was.
+    static void drawPlaceholder(QPainter &painter, const QRect &rect, const QString &caption);
     /// In the editor draws a crossed frame with the picture's file name; nothing at run time. The
     /// painter stays as it was.
     static void draw(QPainter &painter, const QRect &rect, const Nodes::ResourceLink &picture);

@@ -69,7 +69,7 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     line.name = QString::fromStdString(channel.GetText());
     line.unit = QString::fromStdString(channel.GetUnit());
     line.quality = value.GetQuality();
-    line.mark = channel.GetAlarmMark();
+    line.mark = channel.GetAlarmMark(value);
     line.value = QLatin1String(Nodes::NoValueText);
     if (value.IsError() && value.GetError() == Nodes::Result::AccessDenied) {
         line.value = QStringLiteral("Нет прав");

@@ -5,6 +5,15 @@
 #include "nodes/values/Quality.h"
 
 #include <QString>
+#include <Qt>
+
+class QPainter;
+class QRect;
+
+namespace Nodes {
+class BasicWidget;
+class SignalValue;
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -13,11 +22,20 @@ namespace Widgets {
 class WIDGETS_EXPORT ShowsValue
 {
 public:
-    virtual ~ShowsValue() = default;
+    virtual ~ShowsValue();
 
     virtual QString shownText() const = 0;
     /// Quality as it is drawn; Good for an element without a signal.
-    virtual Nodes::Quality shownQuality() const = 0;
+    virtual Nodes::Quality shownQuality() const { return m_quality; }
+
+protected:
+    /// The one value to show: that handed over or, when it is empty, the node's of now. Publishers
+    /// do not wait, so that text, number, state and colours all have to come of what is returned.
+    /// Its quality is taken over.
+    Nodes::SignalValue take(const Nodes::BasicWidget &node, const Nodes::SignalValue &handed);
+    void drawQualityMark(QPainter &painter, const QRect &rect, Qt::Alignment alignment) const;
+
+    Nodes::Quality m_quality = Nodes::Quality::Good;
 };
 
 } // namespace Widgets

@@ -66,18 +66,15 @@ void qbuttonBasic::onActive(bool on)
         releaseHeld();
 }
 
-void qbuttonBasic::onValueUpdated(Nodes::SignalValue)
+void qbuttonBasic::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_button)
         return;
-    // Quality before text: should the value turn bad in between, the text already shows it.
-    const Nodes::Quality quality = m_button->GetSignalLink().isEmpty()
-                                       ? Nodes::Quality::Good
-                                       : m_button->GetValue().GetQuality();
-    const QString caption = QString::fromStdString(m_button->GetDisplayText());
-    if (quality == m_quality && caption == m_caption)
+    const Nodes::Quality marked = m_quality;
+    const Nodes::SignalValue value = take(*m_button, handed);
+    const QString caption = QString::fromStdString(m_button->GetDisplayText(value));
+    if (marked == m_quality && caption == m_caption)
         return;
-    m_quality = quality;
     m_caption = caption;
     update();
 }
@@ -157,7 +154,7 @@ void qbuttonBasic::paintEvent(QPaintEvent *event)
     drawRotatedText(&painter, float(m_button->GetAngle()), width() / 2, height() / 2, m_caption);
     if (isDisabled)
         ElementPainting::drawDisabledCover(painter, rect());
-    ElementPainting::drawQualityMark(painter, rect(), m_quality, Qt::AlignLeft);
+    drawQualityMark(painter, rect(), Qt::AlignLeft);
 }
 
 void qbuttonBasic::drawRotatedText(QPainter *painter, float angle, int cx, int cy,

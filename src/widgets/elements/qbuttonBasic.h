@@ -38,7 +38,6 @@ public:
 
     /// The caption; Qt's own text stays empty.
     QString shownText() const override { return m_caption; }
-    Nodes::Quality shownQuality() const override { return m_quality; }
     /// Null while the application's style is used.
     const QStyle *ownStyle() const { return m_ownStyle.get(); }
 
@@ -86,7 +85,6 @@ private:
     int m_styleCode = 0;
     bool m_isHeld = false;   ///< the press list was queued, the release list not yet
     Nodes::NodeLinks m_owed; ///< release list of a held button whose node goes away
-    Nodes::Quality m_quality = Nodes::Quality::Good;
     ElementBinding m_binding;
 };
 

@@ -29,11 +29,6 @@ QString qwidgetBargraph::shownText() const
     return m_text;
 }
 
-Nodes::Quality qwidgetBargraph::shownQuality() const
-{
-    return m_look->quality;
-}
-
 void qwidgetBargraph::onActive(bool on)
 {
     ElementBinding::setConnected(this, on);
@@ -55,17 +50,18 @@ void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *)
     m_look->font = Utils::NFontToQFont(m_bargraph->GetFont());
     m_look->textColor = Utils::NColorToQColor(m_bargraph->GetTextColor());
     m_look->barColor = Utils::NColorToQColor(m_bargraph->GetBarColor());
-    takeValue();
+    takeValue(Nodes::SignalValue());
     DirectPainting::repaint(*this);
 }
 
-void qwidgetBargraph::takeValue()
+void qwidgetBargraph::takeValue(const Nodes::SignalValue &handed)
 {
-    const Nodes::SignalValue value = m_bargraph->GetValue();
-    m_look->mark = m_bargraph->GetAlarmMark();
-    m_look->quality = value.GetQuality(); // before the text: see the label
+    const Nodes::SignalValue value = take(*m_bargraph, handed);
+    m_quality = value.GetQuality(); // without a signal there is nothing to show
+    m_look->mark = m_bargraph->GetAlarmMark(value);
+    m_look->quality = m_quality;
     m_look->value = value.ToDouble();
-    m_text = QString::fromStdString(m_bargraph->GetDisplayText());
+    m_text = QString::fromStdString(m_bargraph->GetDisplayText(value));
     m_look->text = m_bargraph->GetShowValue() ? m_text : QString();
     m_look->setPoint.reset();
     if (const auto setPoint = m_bargraph->GetSetPoint()) {
@@ -75,11 +71,11 @@ void qwidgetBargraph::takeValue()
     }
 }
 
-void qwidgetBargraph::onValueUpdated(Nodes::SignalValue)
+void qwidgetBargraph::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_bargraph)
         return;
-    takeValue();
+    takeValue(handed);
     DirectPainting::repaint(*this);
 }
 

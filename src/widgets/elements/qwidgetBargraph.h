@@ -33,7 +33,6 @@ public:
     ~qwidgetBargraph() override;
 
     QString shownText() const override;
-    Nodes::Quality shownQuality() const override;
     void paintDirectly(QPainter &painter) override;
 
 signals:
@@ -51,7 +50,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void takeValue();
+    void takeValue(const Nodes::SignalValue &handed);
     void onAlarm(const Nodes::BasicEvent &event);
 
     Utils::WatchedNode<Nodes::widgetBargraph> m_bargraph; ///< null also for another class

@@ -101,13 +101,11 @@ void qwidgetCheckBox::show(int state)
     setCheckState(state > 0 ? Qt::Checked : Qt::Unchecked);
 }
 
-void qwidgetCheckBox::onValueUpdated(Nodes::SignalValue)
+void qwidgetCheckBox::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_checkBox)
         return;
-    const Nodes::SignalValue value = m_checkBox->GetValue();
-    m_quality = m_checkBox->GetSignalLink().isEmpty() ? Nodes::Quality::Good : value.GetQuality();
-    m_lastState = value.ToDouble() > 0 ? Qt::Checked : Qt::Unchecked;
+    m_lastState = take(*m_checkBox, handed).ToDouble() > 0 ? Qt::Checked : Qt::Unchecked;
     show(m_lastState);
     update();
 }
@@ -180,7 +178,7 @@ void qwidgetCheckBox::paintEvent(QPaintEvent *event)
     // The state of a lost device is not known: neither mark nor empty box would be true.
     if (isChecked() && m_quality != Nodes::Quality::Bad)
         drawMark(painter, inner);
-    ElementPainting::drawQualityMark(painter, inner, m_quality, Qt::AlignLeft);
+    drawQualityMark(painter, inner, Qt::AlignLeft);
     if (m_checkBox && m_checkBox->isDisabled())
         ElementPainting::drawDisabledCover(painter, rect());
     event->accept();

@@ -29,7 +29,6 @@ public:
     ~qwidgetCheckBox() override;
 
     QString shownText() const override;
-    Nodes::Quality shownQuality() const override { return m_quality; }
 
 signals:
     void valueUpdated(Nodes::SignalValue value) override;
@@ -61,7 +60,6 @@ private:
     Nodes::ResourcePtr m_resource;   ///< of the node's own mark
     const QImage *m_image = nullptr; ///< from the cache; null for the default mark
     int m_lastState = -1;            ///< last that the node confirmed; -1 before the first
-    Nodes::Quality m_quality = Nodes::Quality::Good;
     ElementBinding m_binding;
 };
 

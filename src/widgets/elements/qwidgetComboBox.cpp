@@ -159,11 +159,11 @@ void qwidgetComboBox::select(int index)
     m_previousIndex = currentIndex();
 }
 
-void qwidgetComboBox::onValueUpdated(Nodes::SignalValue value)
+void qwidgetComboBox::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_comboBox)
         return;
-    m_quality = m_comboBox->GetSignalLink().isEmpty() ? Nodes::Quality::Good : value.GetQuality();
+    const Nodes::SignalValue value = take(*m_comboBox, handed);
     select(Nodes::widgetComboBox::FindItem(m_comboBox->GetItems(), value));
     update();
 }
@@ -373,7 +373,7 @@ void qwidgetComboBox::paintEvent(QPaintEvent *event)
     initStyleOption(&option);
     const QRect text =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    ElementPainting::drawQualityMark(painter, text, m_quality, m_alignment);
+    drawQualityMark(painter, text, m_alignment);
     if (m_comboBox->isDisabled())
         ElementPainting::drawDisabledCover(painter, rect());
 }

@@ -33,7 +33,6 @@ public:
     void setProxy(ProxyWidget *proxy);
 
     QString shownText() const override;
-    Nodes::Quality shownQuality() const override { return m_quality; }
 
     void showPopup() override;
     void hidePopup() override;
@@ -80,7 +79,6 @@ private:
     double m_savedZ = 0; ///< of the host, while the list is open
     bool m_isListOpen = false;
     Qt::Alignment m_alignment;
-    Nodes::Quality m_quality = Nodes::Quality::Good;
     ElementBinding m_binding;
 };
 

@@ -121,16 +121,15 @@ void qwidgetEditBox::applyFrame()
     setPalette(colors);
 }
 
-void qwidgetEditBox::onValueUpdated(Nodes::SignalValue)
+void qwidgetEditBox::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_editBox)
         return;
-    m_quality = m_editBox->GetSignalLink().isEmpty() ? Nodes::Quality::Good
-                                                     : m_editBox->GetValue().GetQuality();
+    const Nodes::SignalValue value = take(*m_editBox, handed);
     m_decimals = m_editBox->GetValueType() == Nodes::enSignalValueType::Double
                      ? m_editBox->GetStepDecimals()
                      : -1;
-    takeShownText();
+    takeShownText(value);
     if (isHeld() && !isSameUser())
         abandon(QStringLiteral("Сменился пользователь."));
     else if (m_isEditing)
@@ -140,13 +139,13 @@ void qwidgetEditBox::onValueUpdated(Nodes::SignalValue)
 }
 
 // The operator's text stays; what the edit goes back to is the value of now.
-void qwidgetEditBox::takeShownText()
+void qwidgetEditBox::takeShownText(const Nodes::SignalValue &value)
 {
     const QString typed = m_pending;
-    m_previousValue = m_editBox->GetValue();
+    m_previousValue = value;
     m_pending = m_quality == Nodes::Quality::Bad
                     ? QString()
-                    : QString::fromStdString(m_editBox->GetDisplayText());
+                    : QString::fromStdString(m_editBox->GetDisplayText(value));
     sepCountCalc();
     m_previous = m_pending;
     if (isHeld())

@@ -41,7 +41,6 @@ public:
 
     /// The text of the live value, dashes without one, whatever is being typed.
     QString shownText() const override;
-    Nodes::Quality shownQuality() const override { return m_quality; }
     bool isEditing() const { return m_isEditing; }
     /// Why what is typed now would not be written; empty while it would be.
     QString inputProblem() const;
@@ -98,7 +97,7 @@ private:
     /// Decimals that can be typed.
     int typedDecimals() const;
     void sepCountCalc();
-    void takeShownText();
+    void takeShownText(const Nodes::SignalValue &value);
     void applyValidator();
 
     // Editing
@@ -169,7 +168,6 @@ private:
     Nodes::SignalValue m_startValue;
     std::string m_startUser; ///< who began
     LiveValueStrip m_strip;
-    Nodes::Quality m_quality = Nodes::Quality::Good;
     std::unique_ptr<QValidator> m_validator;
     LabelText m_layout;
     ElementBinding m_binding;

@@ -102,7 +102,7 @@ void qwidgetEditBox::drawValue(QPainter &painter)
                        ? palette().color(QPalette::Disabled, QPalette::ButtonText)
                        : m_textColor);
     drawRotatedText(&painter);
-    ElementPainting::drawQualityMark(painter, rect(), m_quality, m_alignment);
+    drawQualityMark(painter, rect(), m_alignment);
 }
 
 void qwidgetEditBox::drawTyping(QPainter &painter) const

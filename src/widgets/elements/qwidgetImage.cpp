@@ -45,15 +45,16 @@ void qwidgetImage::onUpdateProperties(Nodes::BasicProperty *)
     DirectPainting::repaint(*this);
 }
 
-void qwidgetImage::onValueUpdated(Nodes::SignalValue)
+void qwidgetImage::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_image)
         return;
     const Nodes::ResourcePtr before = m_resource;
-    const bool isMarkedAnew = takeQuality();
+    const Nodes::Quality marked = m_quality;
+    (void)take(*m_image, handed);
     if (!showPicture(m_image->GetCurrentImage()))
         clearPicture();
-    if (isMarkedAnew || before != m_resource)
+    if (marked != m_quality || before != m_resource)
         DirectPainting::repaint(*this);
 }
 
@@ -64,17 +65,9 @@ void qwidgetImage::onActive(bool on)
     qlabelBasic::onActive(on);
 }
 
-bool qwidgetImage::takeQuality()
-{
-    const Nodes::Quality before = m_quality;
-    m_quality = m_image->GetSignalLink().isEmpty() ? Nodes::Quality::Good
-                                                   : m_image->GetValue().GetQuality();
-    return before != m_quality;
-}
-
 QString qwidgetImage::shownText() const
 {
-    return m_resource ? QString::fromStdString(m_shownLink.GetFilePath()) : QString();
+    return m_resource ? QString::fromStdString(m_shownLink.GetFilePath()) : m_placeholder;
 }
 
 bool qwidgetImage::hasPicture() const
@@ -119,9 +112,16 @@ void qwidgetImage::showBuiltIn(const QImage &image)
     m_still = &image;
 }
 
+void qwidgetImage::showPlaceholder(const QString &caption)
+{
+    clearPicture();
+    m_placeholder = caption;
+}
+
 void qwidgetImage::clearPicture()
 {
     stopAnimation();
+    m_placeholder.clear();
     m_still = nullptr;
     m_resource = Nodes::ResourcePtr();
 }
@@ -190,12 +190,14 @@ void qwidgetImage::draw(QPainter &painter)
         painter.fillRect(rect(), m_backgroundColor);
     if (hasPicture())
         drawPicture(painter);
+    else if (!m_placeholder.isEmpty())
+        MissingPicture::drawPlaceholder(painter, rect(), m_placeholder);
     else
         MissingPicture::draw(painter, rect(), m_wanted);
     ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
     if (m_image->isDisabled())
         ElementPainting::drawDisabledCover(painter, rect());
-    ElementPainting::drawQualityMark(painter, rect(), m_quality, Qt::AlignLeft);
+    drawQualityMark(painter, rect(), Qt::AlignLeft);
 }
 
 } // namespace Widgets

@@ -32,9 +32,9 @@ public:
     qwidgetImage(Nodes::BasicWidget *node, QWidget *parent);
     ~qwidgetImage() override;
 
-    /// Path of the file shown; "" for none and for a picture that is no file of the project.
+    /// Path of the file shown, or what stands in its place; "" for none and for a picture that is
+    /// no file of the project.
     QString shownText() const override;
-    Nodes::Quality shownQuality() const override { return m_quality; }
     /// Shown now; null without a still picture. Owned by the cache.
     const QImage *stillImage() const { return m_still; }
     /// Null unless an animation is shown.
@@ -55,13 +55,13 @@ protected:
     bool showPicture(const Nodes::ResourceLink &link);
     /// Shows a picture that is no file of the project; it has to outlive the element.
     void showBuiltIn(const QImage &image);
+    /// Shows a crossed frame with that caption.
+    void showPlaceholder(const QString &caption);
     void clearPicture();
     /// True when there is something to draw.
     bool hasPicture() const;
     /// Current frame or picture in its own size.
     QImage currentImage() const;
-    /// Takes over the quality of the node's value; true when it changed.
-    bool takeQuality();
     virtual void drawPicture(QPainter &painter);
 
 private:
@@ -78,7 +78,7 @@ private:
     Nodes::ResourcePtr m_resource;     ///< bytes of what is shown
     std::unique_ptr<QBuffer> m_buffer; ///< over m_resource; the animation reads it
     std::unique_ptr<QMovie> m_animation;
-    Nodes::Quality m_quality = Nodes::Quality::Good;
+    QString m_placeholder;                          ///< caption, while one is shown
     Utils::WatchedNode<Nodes::widgetImage> m_image; ///< null also for another class
 };
 

@@ -55,7 +55,8 @@ void qwidgetLabel::applyBackground(const QColor &color)
     setPalette(changed);
 }
 
-void qwidgetLabel::takeStateColors(const Nodes::widgetMultiLabel &node)
+void qwidgetLabel::takeStateColors(const Nodes::widgetMultiLabel &node,
+                                   const Nodes::SignalValue &value)
 {
     if (!node.GetUsePersonalColor()) {
         m_textColor = Utils::NColorToQColor(node.GetTextColor());
@@ -63,17 +64,11 @@ void qwidgetLabel::takeStateColors(const Nodes::widgetMultiLabel &node)
         return;
     }
     Nodes::NColor color(0, 0, 0, 255);
-    (void)node.GetStateTextColor(color);
+    (void)node.GetStateTextColor(value, color);
     m_textColor = Utils::NColorToQColor(color);
     Nodes::NColor background(255, 255, 255, 255);
-    if (node.GetStateBackgroundColor(background))
+    if (node.GetStateBackgroundColor(value, background))
         applyBackground(Utils::NColorToQColor(background));
-}
-
-Nodes::Quality qwidgetLabel::valueQuality() const
-{
-    return m_label->GetSignalLink().isEmpty() ? Nodes::Quality::Good
-                                              : m_label->GetValue().GetQuality();
 }
 
 qwidgetLabel::Look qwidgetLabel::look() const
@@ -81,20 +76,23 @@ qwidgetLabel::Look qwidgetLabel::look() const
     return {m_labelText, m_quality, m_textColor.rgba(), m_backgroundColor.rgba()};
 }
 
-void qwidgetLabel::onValueUpdated(Nodes::SignalValue)
+void qwidgetLabel::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_label)
         return;
     const Look before = look();
-    if (m_states)
-        takeStateColors(*m_states);
-    // Quality before text: should the value turn bad in between, the text already shows it.
-    m_quality = valueQuality();
-    m_labelText = QString::fromStdString(m_label->GetDisplayText());
+    showValue(take(*m_label, handed));
     if (before.quality != m_quality)
         applyFont();
     if (!(before == look()))
         DirectPainting::repaint(*this);
+}
+
+void qwidgetLabel::showValue(const Nodes::SignalValue &value)
+{
+    if (m_states)
+        takeStateColors(*m_states, value);
+    m_labelText = QString::fromStdString(m_label->GetDisplayText(value));
 }
 
 void qwidgetLabel::applyFont()
@@ -130,7 +128,7 @@ void qwidgetLabel::draw(QPainter &painter)
                                 : m_textColor);
     drawRotatedText(&painter, m_angle, width() / 2, height() / 2, m_labelText);
     ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
-    ElementPainting::drawQualityMark(painter, rect(), m_quality, m_alignment);
+    drawQualityMark(painter, rect(), m_alignment);
 }
 
 void qwidgetLabel::drawRotatedText(QPainter *painter, float angle, int cx, int cy,

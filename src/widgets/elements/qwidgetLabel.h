@@ -26,7 +26,6 @@ public:
     ~qwidgetLabel() override;
 
     QString shownText() const override { return m_labelText; }
-    Nodes::Quality shownQuality() const override { return m_quality; }
     const QColor &textColor() const { return m_textColor; }
     const QColor &backgroundColor() const { return m_backgroundColor; }
 
@@ -38,15 +37,16 @@ public slots:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    /// Shows all that follows from that value, whose quality is taken over already.
+    virtual void showValue(const Nodes::SignalValue &value);
     /// With the label's own font about the point (cx, cy), the painter's pen.
     void drawRotatedText(QPainter *painter, float angle, int cx, int cy, QString const &text);
 
 private:
-    void takeStateColors(const Nodes::widgetMultiLabel &node);
+    void takeStateColors(const Nodes::widgetMultiLabel &node, const Nodes::SignalValue &value);
     void applyBackground(const QColor &color);
     void draw(QPainter &painter);
     void applyFont();
-    Nodes::Quality valueQuality() const;
     int textFlags() const;
 
     /// What a value decides; a value that changes none of it repaints nothing.
@@ -73,7 +73,6 @@ private:
     bool m_isDisabled = false;
     Utils::WatchedNode<Nodes::widgetLabel> m_label;       ///< null also for another class
     Utils::WatchedNode<Nodes::widgetMultiLabel> m_states; ///< null for a plain label
-    Nodes::Quality m_quality = Nodes::Quality::Good;
     LabelText m_layout;
 };
 

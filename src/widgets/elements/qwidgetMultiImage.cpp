@@ -37,13 +37,14 @@ void qwidgetMultiImage::onUpdateProperties(Nodes::BasicProperty *property)
     m_isForced = false;
 }
 
-void qwidgetMultiImage::onValueUpdated(Nodes::SignalValue)
+void qwidgetMultiImage::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_multi)
         return;
-    if (takeQuality())
+    const Nodes::Quality marked = m_quality;
+    const int state = m_multi->GetStateIndex(take(*m_multi, handed));
+    if (marked != m_quality)
         DirectPainting::repaint(*this);
-    const int state = m_multi->GetCurrentStateIndex();
     if (state == m_lastState && !m_isForced && isRuntime())
         return;
     showState(state);
@@ -53,10 +54,21 @@ void qwidgetMultiImage::onValueUpdated(Nodes::SignalValue)
 
 void qwidgetMultiImage::showState(int state)
 {
-    if (showPicture(m_multi->GetStateImage(state)))
-        setHiddenByState(false);
-    else
-        showWithoutPicture(state);
+    const Nodes::ResourceLink picture = m_multi->GetStateImage(state);
+    if (!showPicture(picture)) {
+        if (picture.GetFilePath().empty()) {
+            showWithoutPicture(state);
+            return;
+        }
+        showPlaceholder(placeholderOf(state)); // the picture of another state would be a lie
+    }
+    setHiddenByState(false);
+}
+
+QString qwidgetMultiImage::placeholderOf(int state) const
+{
+    const QString name = QString::fromStdString(m_multi->GetStateName(state));
+    return name.isEmpty() ? QStringLiteral("?") : name;
 }
 
 void qwidgetMultiImage::showWithoutPicture(int state)
@@ -76,6 +88,8 @@ void qwidgetMultiImage::showWithoutPicture(int state)
         setHiddenByState(false);
         break;
     default:
+        if (isBad && !hasPicture())
+            showPlaceholder(placeholderOf(state));
         break;
     }
 }

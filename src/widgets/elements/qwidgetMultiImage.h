@@ -9,7 +9,8 @@ class widgetMultiImage;
 namespace Widgets {
 
 /// Picture of a Nodes::widgetMultiImage: that of the state which the value matches. A value that
-/// turns bad never hides the element: the operator has to see what is no longer known.
+/// turns bad never hides the element: the operator has to see what is no longer known. A state
+/// whose picture cannot be shown is told by its name.
 class WIDGETS_EXPORT qwidgetMultiImage : public qwidgetImage
 {
     Q_OBJECT
@@ -28,6 +29,7 @@ protected:
 private:
     void showState(int state);
     void showWithoutPicture(int state);
+    QString placeholderOf(int state) const;
     void setHiddenByState(bool isHidden);
 
     static constexpr int noState = 99999;

@@ -20,15 +20,17 @@ bool qwidgetMultiLabel::followsMatches() const
     return m_multi && m_multi->GetVisibilityMode() == Nodes::widgetMultiLabel::VisibleWhileMatching;
 }
 
-void qwidgetMultiLabel::onValueUpdated(Nodes::SignalValue value)
+void qwidgetMultiLabel::showValue(const Nodes::SignalValue &value)
 {
+    if (m_multi)
+        m_isMatching = m_multi->FindMatches(value);
     if (followsMatches()) {
-        if (m_multi->FindMatches())
+        if (m_isMatching)
             setVisible(m_multi->isVisible());
         else
             hideUnmatched();
     }
-    qwidgetLabel::onValueUpdated(value);
+    qwidgetLabel::showValue(value);
 }
 
 void qwidgetMultiLabel::hideUnmatched()
@@ -44,7 +46,7 @@ void qwidgetMultiLabel::showEvent(QShowEvent *event)
     // widget cannot be hidden while it is being shown.
     if (followsMatches() && isActive())
         QTimer::singleShot(0, this, [this] {
-            if (isActive() && m_multi && !m_multi->FindMatches())
+            if (isActive() && !m_isMatching)
                 hideUnmatched();
         });
 }

@@ -14,10 +14,8 @@ public:
     qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent);
     ~qwidgetMultiLabel() override;
 
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-
 protected:
+    void showValue(const Nodes::SignalValue &value) override;
     void showEvent(QShowEvent *event) override;
 
 private:
@@ -25,6 +23,7 @@ private:
     void hideUnmatched();
 
     Utils::WatchedNode<Nodes::widgetMultiLabel> m_multi; ///< null also for another class
+    bool m_isMatching = true;                            ///< what is shown
 };
 
 } // namespace Widgets

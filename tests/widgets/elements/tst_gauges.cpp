@@ -60,6 +60,8 @@ private slots:
     void zonesAreOfTheAlarmsThatWatch();
     void alarmsAreMarkedAsTheyStand();
     void setPointIsFollowed();
+    void stoppingOneViewLeavesTheOther_data();
+    void stoppingOneViewLeavesTheOther();
     void extremesAreKept();
     void resetNeedsTheRight_data();
     void resetNeedsTheRight();
@@ -209,6 +211,36 @@ void TestGauges::setPointIsFollowed()
     QTRY_VERIFY(bar->grab().toImage() != before);
     project.publish(11, 20.0);
     QTRY_COMPARE(bar->grab().toImage(), before);
+}
+
+void TestGauges::stoppingOneViewLeavesTheOther_data()
+{
+    const Rows<unsigned> row("element");
+    row("bargraph, of its set-point", 20u);
+    row("recorder display, of its channels", 30u);
+}
+
+void TestGauges::stoppingOneViewLeavesTheOther()
+{
+    QFETCH(unsigned, element);
+    const RuntimeProject project(screen);
+    project.publish(10, 50.0);
+    project.publish(11, 20.0);
+    auto *node = project.node<Nodes::BasicWidget>(element);
+    int heard = 0;
+    const Nodes::ScopedConnection connection(
+        node->ConnectValueChanged([&heard](const Nodes::SignalValue &) { ++heard; }));
+    QVERIFY(node->Start() && node->Start() && node->Stop());
+    project.publish(11, 60.0);
+    QCOMPARE(heard, 1);
+    QVERIFY(node->Stop());
+    project.publish(11, 70.0);
+    QCOMPARE(heard, 1);
+    QVERIFY(node->Stop()); // one more than was started
+    QVERIFY(node->Start());
+    project.publish(11, 80.0);
+    QCOMPARE(heard, 2);
+    QVERIFY(node->Stop());
 }
 
 void TestGauges::extremesAreKept()

@@ -151,7 +151,10 @@ void TestImages::aStateSelectsThePicture_data()
                                                       "isVisible");
     row("first", "cross", 1, false, "halves.png", true);
     row("second", "cross", 2, false, "square.svg", true);
-    for (const auto &[name, value] : {std::pair("bare", 3), {"broken", 4}, {"no state", 99}}) {
+    // Nobody may take a state that cannot be shown for the one before, or for none.
+    for (const char *noPicture : {"cross", "keep", "hide"})
+        row("broken", noPicture, 4, false, "broken", true);
+    for (const auto &[name, value] : {std::pair("bare", 3), {"no state", 99}}) {
         row(name, "cross", value, false, "", true);
         row(name, "keep", value, false, "halves.png", true);
         row(name, "hide", value, false, "", false);
@@ -176,8 +179,11 @@ void TestImages::aStateSelectsThePicture()
     if (!isVisible)
         shown.element.show(); // as the host does, which does not know of states
     QTRY_COMPARE(!shown.element.isHidden(), isVisible);
-    const bool isCross = noPicture == "cross" && value > 2 && !isEditor;
+    const bool isCross = noPicture == "cross" && value > 2 && value != 4 && !isEditor;
     const QImage *still = shown.element.stillImage();
+    QImage nothing = shown.drawn();
+    nothing.fill(nothing.pixel(1, 10));
+    QVERIFY(!isVisible || isEditor || shown.drawn() != nothing);
     QCOMPARE(still && *still == QImage(":/icons/close_red.png"), isCross);
     shown.publish(20, 1);
     QTRY_VERIFY(shown.element.shownText() == "halves.png" && !shown.element.isHidden());
@@ -214,6 +220,8 @@ void TestImages::aBadValueNeverLooksGood()
     QTRY_VERIFY(plain.element.isHidden());
     plain.publish(20, 99, Nodes::Quality::Bad);
     QTRY_VERIFY(!plain.element.isHidden());
+    MultiImage fresh(multiImage(R"(signal="20" noPicture="keep")"), 10);
+    QTRY_COMPARE(fresh.element.shownText(), QStringLiteral("?")); // there is none to keep
     MultiImage own(multiImage(R"(signal="20" badImage="square.svg")"), 10);
     own.publish(20, Nodes::SignalValue(Nodes::Result(Nodes::Result::Timeout)));
     QTRY_COMPARE(own.element.shownText(), QStringLiteral("square.svg"));
