@@ -95,8 +95,9 @@ private:
         if (path.empty())
             add(Result::InvalidArgument, "файл «" + resource.GetFilePath() + "» свойства «" +
                                              d.nameRu +
-                                             "» лежит вне каталога проекта. Перенесите "
-                                             "его в каталог проекта.");
+                                             "» лежит вне каталога проекта, или туда ведёт "
+                                             "символическая ссылка. Перенесите его в каталог "
+                                             "проекта.");
         else if (!std::filesystem::is_regular_file(path, error))
             add(Result::NotFound, "нет файла «" + resource.GetFilePath() + "» свойства «" +
                                       d.nameRu + "». Добавьте файл или выберите другой.");

@@ -51,6 +51,17 @@ bool leavesDirectory(const fs::path &relative)
            *relative.begin() == "..";
 }
 
+/// Whether the file is, or would be, in the directory once every symbolic link is followed.
+bool staysInside(const fs::path &directory, const fs::path &file)
+{
+    std::error_code error;
+    const fs::path base = fs::weakly_canonical(fs::absolute(directory, error), error);
+    if (error)
+        return false;
+    const fs::path real = fs::weakly_canonical(base / file, error);
+    return !error && !leavesDirectory(real.lexically_relative(base));
+}
+
 } // namespace
 
 void ResourceLink::SetBaseDirectory(const std::string &directory)
@@ -70,9 +81,10 @@ std::string ResourceLink::GetBaseDirectory()
 std::string ResourceLink::GetFullFilePath() const
 {
     const fs::path relative = fs::path(m_filePath).lexically_normal();
-    if (m_filePath.empty() || leavesDirectory(relative))
+    const fs::path base = GetBaseDirectory();
+    if (m_filePath.empty() || leavesDirectory(relative) || !staysInside(base, relative))
         return {};
-    return (fs::path(GetBaseDirectory()) / relative).string();
+    return (base / relative).string();
 }
 
 ResourcePtr ResourceLink::Load() const

@@ -18,8 +18,8 @@ public:
 
     /// As configured: relative, '/' separated; "" when none is set.
     const std::string &GetFilePath() const { return m_filePath; }
-    /// Resolved against the project's directory; "" when none is set or when the path leaves that
-    /// directory, which project files may not ask for.
+    /// Resolved against the project's directory; "" when none is set or when the path, or a
+    /// symbolic link on it, leaves that directory, which projects may not ask for.
     std::string GetFullFilePath() const;
     /// The file's bytes, shared with every other holder of the same file while any is alive and
     /// the file is unchanged. Empty pointer when the file is missing, unreadable or over 64 MiB.

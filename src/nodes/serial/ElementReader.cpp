@@ -8,6 +8,7 @@
 #include "nodes/serial/XmlText.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Nodes {
 
@@ -214,9 +215,22 @@ void ElementReader::checkDriver(const ConfigNode &made, const pugi::xml_node &ch
                    "; он работает сам по себе, перенесите его на уровень станции");
 }
 
+// The first one counts: paths and links were made with its id and name.
+bool ElementReader::isRepeated(const pugi::xml_node &element, std::string_view key,
+                               std::string_view value, bool wasSeen) const
+{
+    if (wasSeen)
+        Report(LoadMessage::Error, element,
+               "атрибут " + quoted(key) + " указан повторно; значение " + quoted(value) +
+                   " отброшено");
+    return wasSeen;
+}
+
 void ElementReader::readAttributes(const pugi::xml_node &element, ConfigNode &node)
 {
     m_seen.assign(node.GetKind()->properties.size(), false);
+    m_seenCommon.fill(false);
+    m_seenForeign.clear();
     const bool isRoot = element.parent().type() == pugi::node_document;
     for (const pugi::xml_attribute &attribute : element.attributes()) {
         const std::string_view key = attribute.name();
@@ -228,7 +242,9 @@ void ElementReader::readAttributes(const pugi::xml_node &element, ConfigNode &no
                                    std::to_string(m_attributeLimit) + " байт"};
             return;
         }
-        if (!(isRoot && IsHeaderKey(key)))
+        if (isRoot && IsHeaderKey(key))
+            (void)isRepeated(element, key, value, !m_seenForeign.insert(key).second);
+        else
             readAttribute(element, node, key, value);
     }
 }
@@ -236,14 +252,19 @@ void ElementReader::readAttributes(const pugi::xml_node &element, ConfigNode &no
 void ElementReader::readAttribute(const pugi::xml_node &element, ConfigNode &node,
                                   std::string_view key, std::string_view value)
 {
-    if (key == "id")
+    static constexpr std::array<std::string_view, 3> common{"id", "name", "description"};
+    const auto found = std::find(common.begin(), common.end(), key);
+    if (found == common.end()) {
+        readProperty(element, node, key, value);
+        return;
+    }
+    const auto index = std::size_t(found - common.begin());
+    if (isRepeated(element, key, value, std::exchange(m_seenCommon[index], true)))
         return;
     if (key == "name")
         node.SetName(std::string(value));
     else if (key == "description")
         node.SetDescription(std::string(value));
-    else
-        readProperty(element, node, key, value);
 }
 
 void ElementReader::readProperty(const pugi::xml_node &element, ConfigNode &node,
@@ -252,6 +273,8 @@ void ElementReader::readProperty(const pugi::xml_node &element, ConfigNode &node
     const KindInfo &kind = *node.GetKind();
     const PropertyDescriptor *d = kind.FindProperty(key);
     if (!d) {
+        if (isRepeated(element, key, value, !m_seenForeign.insert(key).second))
+            return;
         Report(LoadMessage::Warning, element,
                "неизвестный атрибут " + quoted(key) + "=" + quoted(value) +
                    "; он сохраняется, но не действует");
@@ -259,12 +282,8 @@ void ElementReader::readProperty(const pugi::xml_node &element, ConfigNode &node
         return;
     }
     const auto index = static_cast<std::size_t>(d - kind.properties.data());
-    if (m_seen[index]) {
-        Report(LoadMessage::Error, element,
-               "атрибут " + quoted(key) + " указан повторно; значение " + quoted(value) +
-                   " отброшено");
+    if (isRepeated(element, key, value, m_seen[index]))
         return;
-    }
     m_seen[index] = true;
     if (d->binding.parse(*d, node, value))
         return;

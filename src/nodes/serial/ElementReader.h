@@ -7,6 +7,9 @@
 #include "nodes/serial/LoadReport.h"
 #include "nodes/serial/XmlSource.h"
 
+#include <array>
+#include <unordered_set>
+
 namespace Nodes {
 
 /// Makes nodes of elements. Nothing of the elements is lost: what no kind takes is kept aside in
@@ -57,6 +60,8 @@ private:
     void readChild(const pugi::xml_node &child, const pugi::xml_node &element, ConfigNode &node);
     void readText(std::string_view text, const pugi::xml_node &element, std::string &all) const;
     void readChildren(pugi::xml_node element, ConfigNode &node);
+    bool isRepeated(const pugi::xml_node &element, std::string_view key, std::string_view value,
+                    bool wasSeen) const;
     void readAttributes(const pugi::xml_node &element, ConfigNode &node);
     void readAttribute(const pugi::xml_node &element, ConfigNode &node, std::string_view key,
                        std::string_view value);
@@ -76,10 +81,12 @@ private:
     std::size_t m_done = 0;
     std::optional<XmlFault> m_fault;
     IdMap m_ids;
-    std::vector<bool> m_seen;       // properties of the element being read
-    std::vector<Place> m_places;    // in the order of the text
-    mutable pugi::xml_node m_place; // last reported
-    mutable std::string m_path;     // of it
+    std::vector<bool> m_seen;                           // properties of the element being read
+    std::array<bool, 3> m_seenCommon{};                 // its id, name and description
+    std::unordered_set<std::string_view> m_seenForeign; // its other attributes
+    std::vector<Place> m_places;                        // in the order of the text
+    mutable pugi::xml_node m_place;                     // last reported
+    mutable std::string m_path;                         // of it
 };
 
 } // namespace Nodes

@@ -72,6 +72,7 @@ ArchiverDBMgrDialog::ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString
     resize(760, 420);
     buildTable();
     m_summary->setWordWrap(true);
+    m_summary->setTextFormat(Qt::PlainText);
     m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_table);

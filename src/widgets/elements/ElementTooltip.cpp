@@ -6,11 +6,11 @@
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/BasicWidget.h"
+#include "utils/PlainTip.h"
 #include "utils/TimeConversions.h"
 
 #include <QHelpEvent>
 #include <QStringList>
-#include <QTextDocument>
 #include <QToolTip>
 
 namespace Widgets {
@@ -121,8 +121,7 @@ bool ElementTooltip::show(QEvent *event, const Nodes::BasicWidget *node)
 
 bool ElementTooltip::show(QEvent *event, const QString &text)
 {
-    // A value may look like markup; what it says is shown as it is.
-    const QString shown = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+    const QString shown = Utils::PlainTip(text);
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), shown);
     event->setAccepted(!shown.isEmpty());
     return true;

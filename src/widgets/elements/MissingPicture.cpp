@@ -17,7 +17,8 @@ std::string reason(const Nodes::ResourceLink &picture)
 {
     const std::string path = picture.GetFullFilePath();
     if (path.empty())
-        return "файл лежит вне каталога проекта. Перенесите его в каталог проекта.";
+        return "файл лежит вне каталога проекта, или туда ведёт символическая ссылка. Перенесите "
+               "его в каталог проекта.";
     if (!QFileInfo::exists(QString::fromStdString(path)))
         return "нет такого файла. Добавьте файл или выберите другой.";
     return "файл повреждён, слишком велик или неизвестного формата. Замените файл.";

@@ -6,9 +6,7 @@
 #include "nodes/visual/BasicWidget.h"
 #include "utils/ValueConversions.h"
 
-#include <QHelpEvent>
 #include <QMouseEvent>
-#include <QToolTip>
 
 namespace Widgets {
 
@@ -54,12 +52,7 @@ void qlabelBasic::mousePressEvent(QMouseEvent *event)
 
 bool qlabelBasic::event(QEvent *event)
 {
-    if (event->type() != QEvent::ToolTip || !m_node)
-        return QLabel::event(event);
-    const QString text = ElementTooltip::text(*m_node);
-    QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text);
-    event->setAccepted(!text.isEmpty());
-    return true;
+    return ElementTooltip::show(event, m_node.get()) || QLabel::event(event);
 }
 
 } // namespace Widgets

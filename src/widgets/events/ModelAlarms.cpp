@@ -6,6 +6,7 @@
 #include "nodes/alarms/alarmColumn.h"
 #include "nodes/alarms/systemAlarming.h"
 #include "utils/MetaTypes.h"
+#include "utils/PlainTip.h"
 #include "utils/TimeConversions.h"
 #include "utils/ValueConversions.h"
 
@@ -222,7 +223,7 @@ QVariant ModelAlarms::look(const Row &row, int column, int role) const
     case Qt::DecorationRole:
         return column == 0 ? AlarmSigns::badge(state, priority, badgeHeight()) : QVariant();
     case Qt::ToolTipRole:
-        return text(row, 0, alarmColumn::Text);
+        return Utils::PlainTip(text(row, 0, alarmColumn::Text).toString());
     default:
         return {};
     }

@@ -6,6 +6,7 @@
 
 #include "nodes/visual/BasicWidget.h"
 #include "utils/MenuGroup.h"
+#include "utils/PlainTip.h"
 
 #include <QAction>
 #include <QCursor>
@@ -169,7 +170,8 @@ void ProxyScene::addItemActions(QMenu &menu, const QList<ProxyWidget *> &hosts)
 {
     for (ProxyWidget *host : hosts) {
         const Nodes::NodeLink link = host->getNodeLink();
-        QAction *action = menu.addAction(QString::fromStdString(link.GetLinkName(true)));
+        QAction *action =
+            menu.addAction(Utils::PlainCaption(QString::fromStdString(link.GetLinkName(true))));
         action->setCheckable(true);
         action->setChecked(host->isSelected());
         connect(action, &QAction::toggled, host, [this, host, link](bool on) {

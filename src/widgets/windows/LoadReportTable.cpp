@@ -1,6 +1,7 @@
 #include "widgets/windows/LoadReportTable.h"
 
 #include "nodes/serial/LoadReport.h"
+#include "utils/PlainTip.h"
 
 #include <QFileInfo>
 #include <QHeaderView>
@@ -72,7 +73,7 @@ void LoadReportTable::addMessage(const Nodes::LoadMessage &message)
     for (int column = 0; column < ColumnCount; ++column) {
         auto *item = new QTableWidgetItem(texts[column]);
         item->setTextAlignment(Qt::AlignLeft | Qt::AlignTop);
-        item->setToolTip(texts[column]);
+        item->setToolTip(Utils::PlainTip(texts[column]));
         setItem(row, column, item);
     }
     item(row, SeverityColumn)->setIcon(style()->standardIcon(look.icon));

@@ -7,6 +7,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <filesystem>
+#include <fstream>
+
 using namespace Nodes;
 
 class Validation : public QObject
@@ -26,6 +29,9 @@ private slots:
         row("dangling in a list", "next", "%1 4711", Result::NotFound, "Далее");
         row("no file", "picture", "no.png", Result::NotFound, "no.png");
         row("outside", "picture", "../x", Result::InvalidArgument, "../x");
+        row("linked outside", "picture", "out/secret", Result::InvalidArgument, "ссылка");
+        row("linked file outside", "picture", "secret", Result::InvalidArgument, "ссылка");
+        row("linked inside", "picture", "in/pump.png", Result::Success, "");
     }
 
     void finding()
@@ -35,7 +41,17 @@ private slots:
         QFETCH(int, result);
         QFETCH(QString, said);
         const QTemporaryDir directory;
-        ResourceLink::SetBaseDirectory(directory.path().toStdString());
+        const std::filesystem::path outside = directory.path().toStdString();
+        const std::filesystem::path base = outside / "project";
+        std::filesystem::create_directories(base / "pictures");
+        std::ofstream(outside / "secret") << "x";
+        std::ofstream(base / "pictures/pump.png") << "x";
+        std::filesystem::create_directory_symlink(outside, base / "out");
+        std::filesystem::create_symlink(outside / "secret", base / "secret");
+        std::filesystem::create_directory_symlink("pictures", base / "in");
+        ResourceLink::SetBaseDirectory(base.string());
+        QCOMPARE(bool(ResourceLink(value.toStdString()).Load()),
+                 key == "picture" && result == Result::Success && !value.isEmpty());
         ProjectFixture f;
         ConfigNode *pipe = f.add("pipe", f.root(), "труба");
         const ConfigNode *target = f.add("folder", f.root(), "цель");

@@ -122,6 +122,10 @@ private slots:
         row("doctype", R"(<folder id="2" />)", warning, 1, "DOCTYPE", "");
         row("attribute twice", R"(<pipe id="2" count="4" count="5" />)", error, 2, "повторно",
             R"(<pipe id="2" count="4" />)");
+        row("name twice", R"(<folder id="2" name="a" name="b" />)", error, 2, "«b» отброшено",
+            R"(<folder id="2" name="a" />)");
+        row("id twice", R"(<folder id="2" id="3" />)", error, 2, "«3» отброшено",
+            R"(<folder id="2" />)");
         const std::string first = "<folder id=\"2\" />\n  <folder";
         const std::string fresh = first + " id=\"3\" />";
         row("no id", first + " />", error, 3, "нет атрибута id", fresh);
@@ -130,6 +134,16 @@ private slots:
         row("huge id", first + " id=\"" + std::string(30, '9') + "\" />", error, 3, "999", fresh);
         row("duplicate id", first + " id=\"2\" />", error, 3, "в строке 2 (этот узел — в строке 3)",
             fresh);
+    }
+
+    void anUnknownAttributeTwiceIsReportedAndKeptOnce()
+    {
+        Reading r;
+        QVERIFY(r.read(head + R"(  <folder id="2" future="1" future="2" />)" + "\n" + tail));
+        QCOMPARE(r.report().GetMessages().size(), std::size_t(2));
+        QVERIFY(r.report().GetMessages().back().text.find("повторно") != std::string::npos);
+        const QString written = QString::fromStdString(ProjectWriter::ToText(*r.project));
+        QVERIFY(written.contains(R"(future="1")") && written.count("future") == 1);
     }
 
     void reportedAndKept()

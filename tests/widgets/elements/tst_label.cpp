@@ -3,11 +3,16 @@
 
 #include "widgets/elements/ElementTooltip.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
+#include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include <atomic>
 #include <thread>
@@ -238,6 +243,37 @@ private slots:
         const QString text = Widgets::ElementTooltip::text(*project.node<Nodes::BasicWidget>(21));
         for (const QString &line : ("Сигнал: F/T\n" + lines).split('\n'))
             QVERIFY2(('\n' + text).contains('\n' + line), qPrintable(text));
+    }
+
+    void tooltipsAreNoMarkup()
+    {
+        constexpr const char *elements[] = {
+            "label",   "multiLabel", "image",    "multiImage",  "button",         "bargraph",
+            "editBox", "comboBox",   "checkBox", "movingImage", "recorderDisplay"};
+        QByteArray xml = "<memorySignal id='10' name='&lt;img src=\"file:///tmp/x.png\"&gt;'/>";
+        for (const char *element : elements)
+            xml += QByteArray("<") + element + " name='E' signal='10' tooltip='&lt;b&gt;" +
+                   element + "'/>";
+        for (int i = 0, from = 0; i < int(std::size(elements)); ++i) {
+            from = xml.indexOf(" name='E'", from);
+            xml.insert(from, " id='" + QByteArray::number(20 + i) + "'");
+            from += 20;
+        }
+        const RuntimeProject project(xml);
+        for (unsigned long id = 20; id < 20 + std::size(elements); ++id) {
+            const std::unique_ptr<QWidget> element(
+                Widgets::ElementFactory::create(project.node<Nodes::BasicWidget>(id), nullptr));
+            QHelpEvent asked(QEvent::ToolTip, {}, {});
+            QApplication::sendEvent(element.get(), &asked);
+            // What a reader sees of it, whichever way the label takes it.
+            const QString shown = QToolTip::text();
+            const QString read = Qt::mightBeRichText(shown)
+                                     ? QTextDocumentFragment::fromHtml(shown).toPlainText()
+                                     : shown;
+            const char *kind = elements[id - 20];
+            QVERIFY2(read.contains(QString("<b>") + kind), kind);
+            QVERIFY2(read.contains("<img src=\"file:"), kind);
+        }
     }
 
     void deletedWhilePublishing()
