@@ -68,14 +68,15 @@ StationRig::StationRig()
 
 QString StationRig::missingTool()
 {
-    for (const char *tool : {"Xvfb", "xdotool", "import"}) {
+    for (const char *tool :
+         {"Xvfb", "xdotool", "xprop", "import", "openbox", "xfwm4", "dbus-daemon"}) {
         if (QStandardPaths::findExecutable(tool).isEmpty())
             return tool;
     }
     return {};
 }
 
-bool StationRig::startDisplay()
+bool StationRig::startDisplay(const QString &windowManager)
 {
     if (!m_server->begin("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-noreset",
                                   "-nolisten", "tcp"}))
@@ -83,7 +84,29 @@ bool StationRig::startDisplay()
     while (!m_server->canReadLine() && m_server->waitForReadyRead(10000)) {
     }
     m_display = ":" + QString::fromLatin1(m_server->readLine()).trimmed();
-    return m_display.size() > 1;
+    return m_display.size() > 1 && startWindowManager(windowManager);
+}
+
+// Some keep their settings behind a message bus. Neither that nor what it starts holds the output
+// of the test open.
+bool StationRig::startWindowManager(const QString &program)
+{
+    m_busServer->setProcessChannelMode(QProcess::SeparateChannels);
+    if (!m_busServer->begin("dbus-daemon", {"--session", "--nofork", "--print-address"}))
+        return false;
+    while (!m_busServer->canReadLine() && m_busServer->waitForReadyRead(10000)) {
+    }
+    m_bus = QString::fromLatin1(m_busServer->readLine()).trimmed();
+    m_windowManager->setProcessEnvironment(environment());
+    m_windowManager->setProcessChannelMode(QProcess::SeparateChannels);
+    if (!m_windowManager->begin(program, {}))
+        return false;
+    const auto isThere = [this] {
+        QByteArray answer;
+        return onDisplay("xprop", {"-root", "_NET_SUPPORTING_WM_CHECK"}, &answer) &&
+               answer.contains('#');
+    };
+    return QTest::qWaitFor(isThere, 10000);
 }
 
 bool StationRig::startPlant()
@@ -105,6 +128,7 @@ QProcessEnvironment StationRig::environment() const
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_display);
     environment.insert("XDG_CONFIG_HOME", m_directory.filePath("config"));
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus);
     environment.remove("QT_QPA_PLATFORM");
     return environment;
 }
@@ -189,6 +213,13 @@ QRect StationRig::placeOf(const QString &title) const
     for (const QByteArray &line : output.split('\n'))
         numbers[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
     return {numbers["X"], numbers["Y"], numbers["WIDTH"], numbers["HEIGHT"]};
+}
+
+QString StationRig::activeTitle() const
+{
+    QByteArray output;
+    (void)onDisplay("xdotool", {"getactivewindow", "getwindowname"}, &output);
+    return QString::fromUtf8(output).trimmed();
 }
 
 void StationRig::drag(const QPoint &from, const QPoint &to) const

@@ -46,12 +46,14 @@ public:
     static QString missingTool();
 
     /// Each is false when the program did not come up.
-    [[nodiscard]] bool startDisplay();
+    /// The display has the window manager of a desktop; "xfwm4" is one that stacks differently.
+    [[nodiscard]] bool startDisplay(const QString &windowManager = QStringLiteral("openbox"));
     [[nodiscard]] bool startPlant();
     [[nodiscard]] bool startStation();
     /// True when the program ended with code 0.
     bool stopPlant() { return m_plant->end(); }
     bool stopStation() { return m_station->end(); }
+    bool isStationRunning() const { return m_station->state() == QProcess::Running; }
 
     /// The test's own look at the plant, past the station. Each connects anew, so that restarts and
     /// faults of the line leave nothing behind.
@@ -71,11 +73,14 @@ public:
     bool hasTitle(const QString &title) const;
     /// Where that window is; empty without one.
     QRect placeOf(const QString &title) const;
+    /// Title of the window that has the keyboard.
+    QString activeTitle() const;
     void drag(const QPoint &from, const QPoint &to) const;
     /// Part of the screen; kept as a file when `STATION_E2E_PICTURES` names a directory.
     QImage grab(const QRect &part, const QString &name) const;
 
 private:
+    [[nodiscard]] bool startWindowManager(const QString &program);
     QProcessEnvironment environment() const;
     /// Runs a program on the display to its end; `output` gets what it printed.
     bool onDisplay(const QString &program, const QStringList &arguments,
@@ -88,6 +93,9 @@ private:
     QString m_port = QStringLiteral("0");
     QString m_display;
     std::unique_ptr<ChildProcess> m_server = std::make_unique<ChildProcess>();
+    QString m_bus;
+    std::unique_ptr<ChildProcess> m_busServer = std::make_unique<ChildProcess>();
+    std::unique_ptr<ChildProcess> m_windowManager = std::make_unique<ChildProcess>();
     std::unique_ptr<ChildProcess> m_plant = std::make_unique<ChildProcess>();
     std::unique_ptr<ChildProcess> m_station = std::make_unique<ChildProcess>();
 };

@@ -237,7 +237,6 @@ void StationPlantTest::logsIn()
     m_rig.click(m_rig.project().centreOf(header, "Войти…"));
     QTRY_VERIFY(m_rig.hasTitle("Авторизация"));
     m_rig.grab({}, "login");
-    m_rig.type({}, "Tab");
     m_rig.type("1112", "Return"); // wrong: the dialog stays
     QTest::qWait(1000);
     QVERIFY(m_rig.hasTitle("Авторизация"));

@@ -17,12 +17,14 @@ KindInfo currentUser::Kind()
         .Property<&currentUser::m_form>(5901, "show", "Show", "Показывать")
         .Choice(FormLogin, "login", "Имя для входа")
         .Choice(FormFullName, "fullName", "Полное имя")
+        .Choice(FormPresence, "present", "Есть ли вход: да, нет")
         .Property<&currentUser::m_nobody>(5902, "nobody", "Text without a user",
                                           "Текст, когда никто не вошёл");
 }
 
 Result currentUser::Start()
 {
+    SetValueType(m_form == FormPresence ? enSignalValueType::Bool : enSignalValueType::String);
     systemAuthentication *users = GetCore() ? GetCore()->GetSystemAuthentication() : nullptr;
     if (!users) {
         const Result missing(this, Result::NotFound, "authentication");
@@ -44,7 +46,9 @@ Result currentUser::Stop()
 void currentUser::publish(const NodeLink &user) const
 {
     const auto *node = dynamic_cast<const securityUser *>(user.GetNode());
-    if (!node)
+    if (m_form == FormPresence)
+        GetCell()->Publish(node != nullptr);
+    else if (!node)
         GetCell()->Publish(m_nobody);
     else if (m_form == FormFullName && !node->GetFullName().empty())
         GetCell()->Publish(node->GetFullName());

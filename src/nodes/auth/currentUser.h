@@ -5,7 +5,8 @@
 
 namespace Nodes {
 
-/// Name of the user who is logged in at this station, for labels and for archiving who was there.
+/// Name of the user who is logged in at this station, or whether there is one, for labels and for
+/// archiving who was there.
 /// Bad while the project has no user subsystem or the station does not run. Read only.
 class NODES_EXPORT currentUser : public BasicSignal
 {
@@ -21,7 +22,7 @@ protected:
     Result DoWrite(const SignalValue &value) override;
 
 private:
-    enum Form { FormLogin = 0, FormFullName = 1 };
+    enum Form { FormLogin = 0, FormFullName = 1, FormPresence = 2 };
 
     void publish(const NodeLink &user) const;
 

@@ -7,6 +7,7 @@
 #include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowPlacement.h"
 
+#include "nodes/auth/securityUser.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/system/systemCore.h"
@@ -17,6 +18,7 @@
 #include <QEventLoop>
 #include <QGridLayout>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -26,6 +28,7 @@
 
 namespace {
 
+constexpr QSize dialogSize(369, 166);
 constexpr int touchSize = 40;
 constexpr int clearedTime = 100; // ms that the old outcome stays away, so that a new one is noticed
 constexpr int successTime = 500; // ms
@@ -49,14 +52,13 @@ AuthenticationDialog::AuthenticationDialog(QWidget *parent) : QDialog(parent)
     dialogFont.setPointSize(10);
     setFont(dialogFont);
     build();
-    resize(369, 166);
+    resize(dialogSize);
     connect(m_users, &QComboBox::currentTextChanged, this, &AuthenticationDialog::updateOk);
     connect(m_password, &QLineEdit::textChanged, this, &AuthenticationDialog::updateOk);
     connect(m_numpadButton, &QPushButton::clicked, this, &AuthenticationDialog::openNumpad);
     connect(m_keyboardButton, &QPushButton::clicked, this, &AuthenticationDialog::openKeyboard);
     connect(m_okButton, &QPushButton::clicked, this, &AuthenticationDialog::logIn);
     connect(m_cancelButton, &QPushButton::clicked, this, &QDialog::reject);
-    m_password->setFocus();
 }
 
 void AuthenticationDialog::build()
@@ -118,9 +120,76 @@ void AuthenticationDialog::arrange(QLabel *image, QLabel *userCaption, QLabel *p
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 6, 6);
     column->setSpacing(2);
+    column->addWidget(makeCurrentUserRow());
     column->addLayout(grid);
     column->addWidget(m_outcome, 1);
     column->addLayout(buttons);
+}
+
+QWidget *AuthenticationDialog::makeCurrentUserRow()
+{
+    m_currentRow = new QWidget(this);
+    m_current = named(new QLabel(m_currentRow), "lblCurrent");
+    m_current->setTextFormat(Qt::PlainText);
+    m_current->setWordWrap(true);
+    auto *logout = named(new QPushButton(tr("Выйти"), m_currentRow), "btnLogout");
+    logout->setAutoDefault(false);
+    logout->setMinimumSize(96, touchSize);
+    connect(logout, &QPushButton::clicked, this, &AuthenticationDialog::logOut);
+    auto *row = new QHBoxLayout(m_currentRow);
+    row->setContentsMargins(0, 0, 0, 6);
+    row->addWidget(m_current, 1);
+    row->addWidget(logout);
+    m_currentRow->hide();
+    return m_currentRow;
+}
+
+void AuthenticationDialog::showCurrentUser()
+{
+    const auto *user =
+        users() ? dynamic_cast<Nodes::securityUser *>(users()->GetCurrentUser().GetNode())
+                : nullptr;
+    m_currentRow->setVisible(user);
+    if (user) {
+        const std::string &name = user->GetFullName();
+        m_current->setText(tr("Вход выполнен: %1\nСменить пользователя:")
+                               .arg(QString::fromStdString(name.empty() ? user->GetName() : name)));
+    }
+    resize(dialogSize + QSize(0, user ? m_currentRow->sizeHint().height() : 0));
+}
+
+// Whoever opens it goes on to type.
+void AuthenticationDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    m_password->setFocus();
+}
+
+// An empty field is no attempt: the pauses are for wrong passwords.
+void AuthenticationDialog::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto *pressed = isEnter ? qobject_cast<QPushButton *>(focusWidget()) : nullptr;
+    if (pressed) {
+        pressed->click();
+    } else if (isEnter && m_password->text().isEmpty() && needsPassword()) {
+        m_password->setFocus();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
+}
+
+bool AuthenticationDialog::needsPassword() const
+{
+    const auto *user = dynamic_cast<Nodes::securityUser *>(selectedUser().GetNode());
+    return !user || !user->isPasswordless();
+}
+
+void AuthenticationDialog::logOut()
+{
+    if (users())
+        users()->Logout();
+    reject();
 }
 
 void AuthenticationDialog::setNode(Nodes::BasicNode *node)
@@ -136,6 +205,7 @@ void AuthenticationDialog::setNode(Nodes::BasicNode *node)
         m_users->addItem(QString::fromStdString(user->GetName()), QVariant::fromValue(user));
         m_users->setItemData(m_users->count() - 1, QSize(touchSize, touchSize), Qt::SizeHintRole);
     }
+    showCurrentUser();
     updateOk();
 }
 
@@ -151,12 +221,16 @@ void AuthenticationDialog::updateOk()
     m_okButton->setDefault(hasUser);
 }
 
-Nodes::Result AuthenticationDialog::authenticate()
+Nodes::systemAuthentication *AuthenticationDialog::users() const
 {
     const Nodes::systemCore *core = m_node ? m_node->GetCore() : nullptr;
-    Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
-    return users ? users->Authenticate(selectedUser(), m_password->text().toStdString())
-                 : Nodes::Result(m_node, Nodes::Result::NotAvailable);
+    return core ? core->GetSystemAuthentication() : nullptr;
+}
+
+Nodes::Result AuthenticationDialog::authenticate()
+{
+    return users() ? users()->Authenticate(selectedUser(), m_password->text().toStdString())
+                   : Nodes::Result(m_node, Nodes::Result::NotAvailable);
 }
 
 QString AuthenticationDialog::messageFor(const Nodes::Result &result) const
@@ -168,8 +242,8 @@ QString AuthenticationDialog::messageFor(const Nodes::Result &result) const
     if (result.GetCode() == codeWrongPassword)
         return tr("Неверный пароль");
     if (result == Nodes::Result::LimitExceeded) {
-        const auto *users = m_node->GetCore()->GetSystemAuthentication();
-        return tr("Ошибка: много попыток, ждите %1 с").arg(users->GetPause(selectedUser()));
+        const int pause = users() ? users()->GetPause(selectedUser()) : 0;
+        return tr("Ошибка: много попыток, ждите %1 с").arg(pause);
     }
     return tr("Ошибка: %1").arg(QString::fromStdString(result.GetResultTranslated()));
 }

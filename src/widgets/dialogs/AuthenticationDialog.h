@@ -14,10 +14,12 @@ class QPushButton;
 namespace Nodes {
 class BasicNode;
 class NodeLink;
+class systemAuthentication;
 } // namespace Nodes
 
 /// Lets an operator log in: a list of the project's users, a password, and the outcome in words.
-/// Accepted shortly after a successful log-in; a refusal leaves it open. GUI thread.
+/// Accepted shortly after a successful log-in; a refusal leaves it open. Tells who is logged in
+/// already and lets them log out, which rejects it. GUI thread.
 class WIDGETS_EXPORT AuthenticationDialog : public QDialog
 {
     Q_OBJECT
@@ -29,11 +31,20 @@ public:
     /// the dialog.
     void setNode(Nodes::BasicNode *node);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     void build();
     void arrange(QLabel *image, QLabel *userCaption, QLabel *passwordCaption);
+    QWidget *makeCurrentUserRow();
+    void showCurrentUser();
+    Nodes::systemAuthentication *users() const;
     Nodes::NodeLink selectedUser() const;
+    bool needsPassword() const;
     void updateOk();
+    void logOut();
     void logIn();
     Nodes::Result authenticate();
     QString messageFor(const Nodes::Result &result) const;
@@ -43,6 +54,8 @@ private:
     template <class Keyboard> void enterOn(QString (*textOf)(Keyboard &));
 
     Nodes::BasicNode *m_node = nullptr;
+    QWidget *m_currentRow = nullptr;
+    QLabel *m_current = nullptr;
     bool m_isBusy = false;
     QComboBox *m_users = nullptr;
     QLineEdit *m_password = nullptr;

@@ -18,4 +18,5 @@ AuthenticationWindow::~AuthenticationWindow()
 void AuthenticationWindow::setNode(Nodes::BasicNode *node)
 {
     m_dialog->setNode(node);
+    resize(outerSize(m_dialog->size()));
 }

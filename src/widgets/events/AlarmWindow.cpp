@@ -10,6 +10,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 
 namespace Widgets {
 
@@ -83,6 +84,7 @@ void AlarmWindow::comeUp(bool takesFocus)
         showNormal();
     }
     if (takesFocus) {
+        windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
         raise();
         activateWindow();
     } else {

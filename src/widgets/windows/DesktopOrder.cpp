@@ -16,7 +16,8 @@ namespace Widgets {
 
 namespace {
 
-constexpr int followDelay = 200; // ms, so that a drag is over
+constexpr int noFocusTime = 1000; // ms, ample for a busy desktop
+constexpr int followDelay = 200;  // ms, so that a drag is over
 
 // A host's own main window, for one, is left alone; pop-ups are above everything anyway.
 bool canBelong(const QWindow &window)
@@ -218,6 +219,13 @@ void DesktopOrder::followFrame()
 
 void DesktopOrder::raiseQuietly(AlarmWindow &alarms)
 {
+    if (alarms.isActiveWindow())
+        return alarms.raise();
+    // Some desktops activate what is raised, unless it takes no focus. They look at that later.
+    const QPointer<QWindow> window = alarms.windowHandle();
+    window->setFlag(Qt::WindowDoesNotAcceptFocus);
+    QTimer::singleShot(noFocusTime, window,
+                       [window] { window->setFlag(Qt::WindowDoesNotAcceptFocus, false); });
     alarms.raise();
     QWidget *modal = QApplication::activeModalWidget();
     if (modal && !coversMost(modal->frameGeometry(), alarms.frameGeometry()))

@@ -77,7 +77,15 @@ void FrameDisplays::show()
             continue;
         m_recent.removeOne(frame);
         m_recent.prepend(frame);
-        WindowPlacement::present(*frame);
+        // Desktops that are asked to activate several windows at once may end with any of them.
+        if (frame == order.last()) {
+            WindowPlacement::present(*frame);
+            continue;
+        }
+        frame->setAttribute(Qt::WA_ShowWithoutActivating);
+        frame->show();
+        frame->raise();
+        frame->setAttribute(Qt::WA_ShowWithoutActivating, false);
     }
     shareDisplays();
 }

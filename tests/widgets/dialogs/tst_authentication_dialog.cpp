@@ -26,7 +26,7 @@ constexpr const char *plant = R"(
 </authentication>
 <actionAuthUser id="20" name="ask"/><actionAuthUser id="21" name="out" logout="true"/>
 <actionAuthUser id="22" name="guest" user="12"/><actionAuthUser id="23" name="named" user="11"/>
-<currentUser id="30" name="Who"/>)";
+<currentUser id="30" name="Who"/><currentUser id="31" name="Is" show="present"/>)";
 
 struct Rig : RuntimeProject
 {
@@ -68,6 +68,8 @@ private slots:
     void withoutUsersNobodyLogsIn();
     void tellsTheOutcome_data();
     void tellsTheOutcome();
+    void takesTheFocus();
+    void offersLogOut();
     void keyboardsGiveWhatWasTyped_data();
     void keyboardsGiveWhatWasTyped();
     void closeButtonRejects();
@@ -91,6 +93,7 @@ void AuthenticationDialogTest::tellsTheOutcome_data()
     row("right", "Оператор", {"12345"}, "", true);
     row("right at the second go", "Оператор", {"1", "12345"}, "", true);
     row("wrong", "Оператор", {"1"}, "Неверный пароль", false);
+    row("nothing typed is no attempt", "Оператор", {"", "", "", "", "12345"}, "", true);
     row("needs none", "Гость", {""}, "", true);
     row("needs none, got one", "Гость", {"1"}, "Неверный пароль", false);
     row("too often", "Оператор", {"1", "2", "3", "12345"}, "Ошибка: много попыток, ждите 1 с",
@@ -117,6 +120,37 @@ void AuthenticationDialogTest::tellsTheOutcome()
         QTRY_COMPARE_WITH_TIMEOUT(rig.dialog.result(), int(QDialog::Accepted), 2000);
     const QColor colour = rig.part<QLabel>("lblResult")->palette().color(QPalette::WindowText);
     QCOMPARE(colour.green() > colour.red(), isAccepted);
+}
+
+void AuthenticationDialogTest::takesTheFocus()
+{
+    const Rig rig;
+    AuthenticationWindow window;
+    window.setNode(rig.node(20));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(QApplication::focusWidget(), window.findChild<QLineEdit *>("lineEdit"));
+    window.findChild<QPushButton *>("btnCancel")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // what has the focus is pressed
+    QVERIFY(!window.isVisible());
+}
+
+void AuthenticationDialogTest::offersLogOut()
+{
+    const Rig rig;
+    AuthenticationWindow window;
+    window.setNode(rig.node(20));
+    window.show();
+    QVERIFY(!window.findChild<QLabel *>("lblCurrent")->isVisible());
+    const int height = window.height();
+    rig.set(12, "fullName", "Гость завода");
+    QVERIFY(rig.users()->Authenticate(rig.node(12)->GetNodeLink()));
+    window.setNode(rig.node(20));
+    QVERIFY(window.height() > height);
+    QVERIFY(window.findChild<QLabel *>("lblCurrent")->text().contains("Гость завода"));
+    QTest::mouseClick(window.findChild<QPushButton *>("btnLogout"), Qt::LeftButton);
+    QVERIFY(!window.isVisible());
+    QCOMPARE(rig.current(), QString());
 }
 
 void AuthenticationDialogTest::keyboardsGiveWhatWasTyped_data()
@@ -161,12 +195,15 @@ void AuthenticationDialogTest::actions()
     const Rig rig;
     QVERIFY(rig.node(30)->Start());
     QCOMPARE(rig.value(30), SignalValue("Вход не выполнен"));
+    QVERIFY(rig.node(31)->Start());
+    QCOMPARE(rig.value(31), SignalValue(false));
     const WhenShown<AuthenticationWindow> typist([](AuthenticationWindow &window) {
         QTest::keyClicks(window.findChild<QLineEdit *>("lineEdit"), "12345");
         QTest::mouseClick(window.findChild<QPushButton *>("btnOk"), Qt::LeftButton);
     });
     rig.push(20);
     QTRY_COMPARE(rig.value(30), SignalValue("Оператор"));
+    QCOMPARE(rig.value(31), SignalValue(true));
     QTRY_VERIFY(!QApplication::activeModalWidget());
     rig.push(21);
     QTRY_COMPARE(rig.value(30), SignalValue("Вход не выполнен"));
