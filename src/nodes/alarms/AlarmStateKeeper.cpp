@@ -48,6 +48,7 @@ struct AlarmStateKeeper::State
     SteadyTime nextWrite;
     bool isStopping = false;
     bool hasEnded = false;
+    bool isAbandoned = false;                     // another keeper may write by now
     const std::shared_ptr<AlarmStateStore> store; // the thread's
     Hooks hooks;                                  // guarded; empty once nobody waits for the end
 };
@@ -67,7 +68,7 @@ bool AlarmStateKeeper::State::WaitForWork(std::unique_lock<std::mutex> &lock)
 {
     called.wait(lock, [this] { return isStopping || !waiting.empty() || !store->IsOpen(); });
     called.wait_until(lock, nextWrite, [this] { return isStopping; });
-    return !waiting.empty() || !isStopping;
+    return !isAbandoned && (!waiting.empty() || !isStopping);
 }
 
 void AlarmStateKeeper::State::Run()
@@ -169,6 +170,7 @@ bool AlarmStateKeeper::Stop()
     const bool hasEnded =
         m_state->called.wait_for(lock, stopPatience, [this] { return m_state->hasEnded; });
     m_state->hooks = {};
+    m_state->isAbandoned = !hasEnded;
     const bool isKept = hasEnded && m_state->waiting.empty();
     lock.unlock();
     if (hasEnded)
