@@ -34,6 +34,7 @@ int main(int argc, char **argv)
         return *done;
     options.applyPlatform();
 
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // icons as fine as the display
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("station"));
     QApplication::setApplicationVersion(QStringLiteral(STATION_VERSION));

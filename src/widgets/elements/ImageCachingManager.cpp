@@ -2,6 +2,10 @@
 
 #include "widgets/elements/PictureDecoder.h"
 
+#include <QPainter>
+
+#include <cmath>
+
 using Widgets::PictureDecoder;
 
 namespace {
@@ -24,6 +28,13 @@ QImage render(const Nodes::ResourcePtr &resource, const QImage &original, const 
     if (angle != 0)
         picture = picture.transformed(QTransform().rotate(angle), Qt::SmoothTransformation);
     return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QSize affordable(const QSize &size)
+{
+    const double pixels = double(size.width()) * size.height();
+    const double scale = std::sqrt(ImageCachingManager::MaximumRendition / pixels);
+    return {qMax(1, int(size.width() * scale)), qMax(1, int(size.height() * scale))};
 }
 
 } // namespace
@@ -61,6 +72,8 @@ QImage ImageCachingManager::getRendition(const Nodes::ResourcePtr &resource, con
     angle %= 360;
     if (size == original->size() && angle == 0)
         return *original;
+    if (qint64(size.width()) * size.height() > MaximumRendition)
+        return getRendition(resource, affordable(size), angle);
     const QString key = QStringLiteral("%1 %2 %3 %4")
                             .arg(quintptr(resource.GetData()))
                             .arg(size.width())
@@ -71,4 +84,16 @@ QImage ImageCachingManager::getRendition(const Nodes::ResourcePtr &resource, con
     const QImage made = render(resource, *original, size, angle);
     m_renditions.insert(key, new QImage(made), int(made.sizeInBytes()));
     return made;
+}
+
+void ImageCachingManager::draw(QPainter &painter, const QRect &target,
+                               const Nodes::ResourcePtr &resource, int angle)
+{
+    const QTransform &device = painter.deviceTransform();
+    const QSizeF covered(target.width() * std::hypot(device.m11(), device.m12()),
+                         target.height() * std::hypot(device.m21(), device.m22()));
+    const QImage rendition = getRendition(resource, covered.toSize(), angle);
+    if (rendition.size() != target.size())
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(target, rendition);
 }

@@ -10,6 +10,8 @@
 #include <memory>
 #include <unordered_map>
 
+class QPainter;
+
 /// Decoded still pictures of the process, shared by all who show them: each file is decoded once.
 /// GUI thread.
 class WIDGETS_EXPORT ImageCachingManager
@@ -21,7 +23,9 @@ public:
         qint64 images;     ///< decoded, kept until the process ends
         qint64 renditions; ///< scaled, turned; the oldest give way beyond RenditionLimit
     };
-    static constexpr int RenditionLimit = 32 << 20;
+    static constexpr int RenditionLimit = 96 << 20;
+    /// Pixels that one rendition may have: more than a display shows, whatever a node asks for.
+    static constexpr qint64 MaximumRendition = 16'000'000;
 
     static ImageCachingManager &getInstance();
     ImageCachingManager(const ImageCachingManager &) = delete;
@@ -35,6 +39,11 @@ public:
     /// all who ask for the same. Vector pictures are drawn for that size, so they stay sharp. A
     /// null image when there is no picture or the size is empty.
     QImage getRendition(const Nodes::ResourcePtr &resource, const QSize &size, int angle = 0);
+    /// Draws the picture, turned, into the rectangle, rendered for the pixels that the painter
+    /// really covers: sharp at any ratio of the display and scale of the view. One larger than any
+    /// display is rendered coarser.
+    void draw(QPainter &painter, const QRect &target, const Nodes::ResourcePtr &resource,
+              int angle = 0);
 
     int getCount() const { return int(m_images.size()); }
     Memory getMemory() const { return {m_bytes, m_renditions.totalCost()}; }

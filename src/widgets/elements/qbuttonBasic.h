@@ -79,8 +79,7 @@ private:
     QString m_caption;
     std::unique_ptr<QStyle> m_ownStyle;               ///< null while the application's is used
     Utils::WatchedNode<Nodes::widgetButton> m_button; ///< null also for another class
-    QPixmap m_picture;
-    Nodes::ResourcePtr m_resource; ///< bytes of the picture
+    Nodes::ResourcePtr m_resource;                    ///< bytes of the picture
     bool m_isPictureMissing = false;
     int m_styleCode = 0;
     bool m_isHeld = false;   ///< the press list was queued, the release list not yet

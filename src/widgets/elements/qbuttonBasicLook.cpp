@@ -2,6 +2,7 @@
 #include "widgets/elements/ImageCachingManager.h"
 #include "widgets/elements/MissingPicture.h"
 #include "widgets/elements/PictureDecoder.h"
+#include "widgets/elements/PictureIcon.h"
 #include "widgets/elements/qbuttonBasic.h"
 
 #include "nodes/model/BasicProperty.h"
@@ -124,22 +125,13 @@ void qbuttonBasic::applyPicture()
     if (resource == m_resource)
         return;
     m_resource = resource;
-    m_picture = QPixmap::fromImage(*image);
-    setIcon(m_picture);
+    const bool isVector = PictureDecoder::isVector(PictureDecoder::bytes(resource));
+    setIcon(QIcon(new PictureIcon(resource, isVector)));
     QTimer::singleShot(0, this, &qbuttonBasic::fitIcon);
 }
 
 void qbuttonBasic::fitIcon()
 {
-    ImageCachingManager &cache = ImageCachingManager::getInstance();
-    const QImage *own = cache.getImage(m_resource);
-    if (!own)
-        return;
-    const bool isSmall = own->width() <= width() && own->height() <= height();
-    const bool isKept = isSmall && !PictureDecoder::isVector(PictureDecoder::bytes(m_resource));
-    const QSize fitting = own->size().scaled(size(), Qt::KeepAspectRatio);
-    m_picture = QPixmap::fromImage(isKept ? *own : cache.getRendition(m_resource, fitting));
-    setIcon(m_picture);
     setIconSize(size());
 }
 

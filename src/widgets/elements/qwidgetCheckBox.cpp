@@ -163,9 +163,7 @@ void qwidgetCheckBox::drawMark(QPainter &painter, const QRect &inner) const
         painter.drawPixmap(fitted(m_defaultMark.size(), inner), m_defaultMark);
         return;
     }
-    const QRect place = fitted(m_image->size(), inner);
-    painter.drawImage(place,
-                      ImageCachingManager::getInstance().getRendition(m_resource, place.size()));
+    ImageCachingManager::getInstance().draw(painter, fitted(m_image->size(), inner), m_resource);
 }
 
 void qwidgetCheckBox::paintEvent(QPaintEvent *event)

@@ -159,9 +159,7 @@ void qwidgetImage::drawPicture(QPainter &painter)
     const QRect target =
         rect().adjusted(m_borderWidth, m_borderWidth, -m_borderWidth, -m_borderWidth);
     if (m_still && m_resource) {
-        const QSize size = target.size() * painter.device()->devicePixelRatioF();
-        painter.drawImage(
-            target, ImageCachingManager::getInstance().getRendition(m_resource, size, m_angle));
+        ImageCachingManager::getInstance().draw(painter, target, m_resource, m_angle);
         return;
     }
     QImage image = currentImage();

@@ -37,6 +37,8 @@ public:
     QString shownText() const override;
     /// Shown now; null without a still picture. Owned by the cache.
     const QImage *stillImage() const { return m_still; }
+    /// Bytes of what is shown; null for a picture that is built in.
+    const Nodes::ResourcePtr &shownResource() const { return m_resource; }
     /// Null unless an animation is shown.
     const QMovie *animation() const { return m_animation.get(); }
 

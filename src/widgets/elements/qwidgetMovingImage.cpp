@@ -1,5 +1,6 @@
 #include "widgets/elements/qwidgetMovingImage.h"
 
+#include "widgets/elements/ImageCachingManager.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QMouseEvent>
@@ -48,7 +49,11 @@ void qwidgetMovingImage::drawPicture(QPainter &painter)
 {
     painter.save();
     painter.setClipRect(rect(), Qt::IntersectClip);
-    painter.drawImage(m_position, currentImage());
+    if (stillImage() && shownResource())
+        ImageCachingManager::getInstance().draw(painter, {m_position, stillImage()->size()},
+                                                shownResource());
+    else
+        painter.drawImage(m_position, currentImage());
     painter.restore();
 }
 

@@ -146,8 +146,7 @@ QRect PushButtonMenuItem::paintPicture(QPainter &painter, const QRect &area) con
                        area.height() - 2 * inset);
     QRect fitted(QPoint(), m_pictureSize.scaled(square.size(), Qt::KeepAspectRatio));
     fitted.moveCenter(square.center());
-    painter.drawImage(fitted, ImageCachingManager::getInstance().getRendition(
-                                  m_picture, fitted.size() * devicePixelRatioF()));
+    ImageCachingManager::getInstance().draw(painter, fitted, m_picture);
     return area.adjusted(square.right() + 1 - area.left(), 0, 0, 0);
 }
 

@@ -13,8 +13,8 @@ namespace Widgets {
 
 namespace {
 
-constexpr QSize gripSize(120, 8); // pixels
-constexpr int buttonHeight = 44;  // what a finger hits
+constexpr QSize gripSize(96, 6); // pixels
+constexpr int buttonHeight = 44; // what a finger hits
 constexpr int margin = 4;
 constexpr int fontPixels = 15;
 
@@ -131,7 +131,7 @@ void FrameTabs::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.fillRect(rect(), ground);
     if (!m_isOpen)
-        painter.fillRect(rect().adjusted(8, 3, -8, -3), mark);
+        painter.fillRect(rect().adjusted(6, 2, -6, -2), mark);
 }
 
 } // namespace Widgets

@@ -143,9 +143,10 @@ void WindowPlacement::beside(QWidget &dialog, const QWidget &element)
         return;
     dialog.ensurePolished();
     const QSize size = dialog.testAttribute(Qt::WA_Resized) ? dialog.size() : dialog.sizeHint();
-    // A window manager may add a title and edges.
-    const QSize outer = size + QSize(2 * decorationEdge, decorationTitle + decorationEdge);
-    dialog.move(FrameGeometry::beside(shown, outer, screen->availableGeometry(), besideGap));
+    // A window manager may add a title and edges, above this place or at it.
+    const QRect room = screen->availableGeometry().adjusted(
+        decorationEdge, decorationTitle, -decorationEdge, -decorationTitle - decorationEdge);
+    dialog.move(FrameGeometry::beside(shown, size, room, decorationTitle + besideGap));
 }
 
 void WindowPlacement::follow(WindowBasic &window, const QRect &from, const QRect &to)

@@ -281,6 +281,11 @@ void TestButtons::aPictureFillsTheButton()
     Alone alone(R"(image="square.svg" width="80" height="60" background="#ffffff")");
     QTRY_COMPARE(alone.element.iconSize(), QSize(80, 60));
     QCOMPARE(alone.drawn().pixelColor(40, 10), QColor(0, 255, 0));
+    // As a display of twice the pixels asks for: an enlarged bitmap would have a soft edge.
+    const QImage fine = alone.element.icon().pixmap(QSize(160, 120)).toImage();
+    QCOMPARE(fine.size(), QSize(120, 120));
+    QCOMPARE(fine.pixelColor(60, 59), QColor(0, 255, 0));
+    QCOMPARE(fine.pixelColor(60, 60).alpha(), 0);
     const qint64 shown = alone.element.icon().cacheKey();
     alone.set(11, "image", "cut.png");
     QCOMPARE(alone.element.icon().cacheKey(), shown); // what cannot be loaded changes nothing

@@ -45,6 +45,8 @@ private slots:
     void decodes();
     void sharesWhatItDecoded();
     void vectorsStaySharp();
+    void drawsForThePixelsCovered_data();
+    void drawsForThePixelsCovered();
     void drawsTurnedInsideTheBorder_data();
     void drawsTurnedInsideTheBorder();
     void anAnimationRunsWhileActive();
@@ -104,6 +106,34 @@ void TestImages::vectorsStaySharp()
     // An enlarged bitmap would have a soft edge here.
     QCOMPARE(made.pixelColor(80, 158), QColor(0, 255, 0));
     QCOMPARE(made.pixelColor(80, 161).alpha(), 0);
+}
+
+void TestImages::drawsForThePixelsCovered_data()
+{
+    const Rows<double, double> row("scale", "ratio");
+    row("view scaled", 2.5, 1);
+    row("fine display", 1, 2.5);
+    row("both", 2, 1.5);
+}
+
+void TestImages::drawsForThePixelsCovered()
+{
+    QFETCH(double, scale);
+    QFETCH(double, ratio);
+    const int half = int(10 * scale * ratio);
+    QImage canvas(80, 2 * half, QImage::Format_ARGB32_Premultiplied);
+    canvas.fill(Qt::transparent);
+    canvas.setDevicePixelRatio(ratio);
+    QPainter painter(&canvas);
+    painter.scale(scale, scale);
+    ImageCachingManager::getInstance().draw(painter, {0, 0, 40, 20}, m_files.load("square.svg"));
+    painter.end();
+    QCOMPARE(canvas.pixelColor(40, half - 1), QColor(0, 255, 0));
+    QCOMPARE(canvas.pixelColor(40, half).alpha(), 0);
+    const QImage largest =
+        ImageCachingManager::getInstance().getRendition(m_files.load("square.svg"), {30000, 20000});
+    const qint64 pixels = qint64(largest.width()) * largest.height();
+    QVERIFY(pixels > 0 && pixels <= ImageCachingManager::MaximumRendition);
 }
 
 void TestImages::drawsTurnedInsideTheBorder_data()
