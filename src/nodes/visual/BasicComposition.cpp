@@ -1,6 +1,7 @@
 #include "nodes/visual/BasicComposition.h"
 
 #include "nodes/model/KindBuilder.h"
+#include "nodes/visual/SeenSize.h"
 
 namespace Nodes {
 
@@ -19,6 +20,12 @@ KindInfo BasicComposition::Kind()
     return KindBuilder::For<BasicComposition>(NodeType::SubtypeComposition, "composition",
                                               "Composition", "Композиция")
         .Inherit<BasicComposition>();
+}
+
+void BasicComposition::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    CheckSeenSize(*this, GetSize(), results);
 }
 
 } // namespace Nodes

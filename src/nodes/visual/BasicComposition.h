@@ -17,6 +17,7 @@ public:
     /// Its scene is kept, stopped, while another composition is shown, so that coming back is
     /// immediate.
     bool isKept() const { return m_isKept; }
+    void Validate(ValidationResults &results) const override;
 
 protected:
     static void Describe(KindBuilder &builder);

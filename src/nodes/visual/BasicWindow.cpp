@@ -1,6 +1,7 @@
 #include "nodes/visual/BasicWindow.h"
 
 #include "nodes/model/KindBuilder.h"
+#include "nodes/visual/SeenSize.h"
 
 namespace Nodes {
 
@@ -55,6 +56,12 @@ AuthPrivArray BasicWindow::GetAvailablePrivs() const
     AuthPrivArray privileges = ConfigNode::GetAvailablePrivs();
     privileges.insert(privileges.end(), {PrivilegeOpen, PrivilegeClose});
     return privileges;
+}
+
+void BasicWindow::Validate(ValidationResults &results) const
+{
+    ConfigNode::Validate(results);
+    CheckSeenSize(*this, {m_width, m_height}, results);
 }
 
 } // namespace Nodes

@@ -37,6 +37,7 @@ public:
     const NodeLinks &GetOnOpenActions() const { return m_onOpen; }
     const NodeLinks &GetOnCloseActions() const { return m_onClose; }
     AuthPrivArray GetAvailablePrivs() const override;
+    void Validate(ValidationResults &results) const override;
 
 protected:
     static void Describe(KindBuilder &builder);

@@ -107,6 +107,7 @@ void WindowBasic::setMapping(const FrameMapping &mapping)
 {
     m_mapping = mapping;
     setTransform(mapping.viewTransform());
+    setRenderHint(QPainter::SmoothPixmapTransform, mapping.isScaled());
 }
 
 QSize WindowBasic::sizeHint() const

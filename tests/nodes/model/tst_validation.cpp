@@ -110,6 +110,28 @@ private slots:
         QCOMPARE(folder->isValid().size(), std::size_t(2));
     }
 
+    void whatNoDisplayShows_data()
+    {
+        const Rows<QString, QString, int> row("key", "height", "found");
+        row("window of a wall", "window", "16384", 0);
+        row("window", "window", "16385", 1);
+        row("composed window", "windowComposed", "30000", 1);
+        row("composition", "composition", "30000", 1);
+    }
+
+    void whatNoDisplayShows()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, height);
+        ProjectFixture f;
+        const ConfigNode *node =
+            f.add(qPrintable(key), f.root(), "мнемосхема", {{"height", height.toStdString()}});
+        const ValidationResults results = node->isValid();
+        QTEST(int(results.size()), "found");
+        for (const ValidationMessage &message : results)
+            QVERIFY(message.GetMessageStr().find(height.toStdString()) != std::string::npos);
+    }
+
     void signalsStandBelowADriverOfTheirKind_data()
     {
         // owner: key of the kind the signal stands below; said: what the finding names, "" for none
