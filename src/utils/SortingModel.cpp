@@ -4,12 +4,27 @@
 
 namespace Utils {
 
+namespace {
+
 // The language is fixed, so that rows stand in the same order on a station without a locale.
-SortingModel::SortingModel(QObject *parent)
-    : QSortFilterProxyModel(parent), m_collator(QLocale(QLocale::Russian))
+const QCollator &collator()
 {
-    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
-    m_collator.setNumericMode(true);
+    static const QCollator russian = [] {
+        QCollator made{QLocale(QLocale::Russian)};
+        made.setCaseSensitivity(Qt::CaseInsensitive);
+        made.setNumericMode(true);
+        return made;
+    }();
+    return russian;
+}
+
+} // namespace
+
+SortingModel::SortingModel(QObject *parent) : QSortFilterProxyModel(parent) {}
+
+QCollatorSortKey SortingModel::textKey(const QString &text)
+{
+    return collator().sortKey(text);
 }
 
 void SortingModel::addSortColumn(int column, Qt::SortOrder order)
@@ -42,6 +57,12 @@ QVector<int> SortingModel::sortColumns() const
     for (const Key &key : m_keys)
         columns.append(key.column);
     return columns;
+}
+
+void SortingModel::setComparison(Comparison comparison)
+{
+    m_comparison = std::move(comparison);
+    invalidate();
 }
 
 void SortingModel::setInactiveTest(InactiveTest test)
@@ -115,7 +136,7 @@ int SortingModel::compare(const QModelIndex &left, const QModelIndex &right) con
     const QVariant first = left.data(sortRole());
     const QVariant second = right.data(sortRole());
     if (first.userType() == QMetaType::QString && second.userType() == QMetaType::QString)
-        return m_collator.compare(first.toString(), second.toString());
+        return collator().compare(first.toString(), second.toString());
     if (QSortFilterProxyModel::lessThan(left, right))
         return -1;
     return QSortFilterProxyModel::lessThan(right, left) ? 1 : 0;
@@ -124,8 +145,9 @@ int SortingModel::compare(const QModelIndex &left, const QModelIndex &right) con
 bool SortingModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
     for (const Key &key : m_keys) {
-        const int order =
-            compare(left.sibling(left.row(), key.column), right.sibling(right.row(), key.column));
+        const int order = m_comparison ? m_comparison(key.column, left.row(), right.row())
+                                       : compare(left.sibling(left.row(), key.column),
+                                                 right.sibling(right.row(), key.column));
         if (order != 0)
             return (order < 0) == (key.order == Qt::AscendingOrder);
     }

@@ -96,10 +96,4 @@ AlarmMark AlarmMark::Of(const BasicSignal &signal, const SignalValue &value)
     return first;
 }
 
-bool AlarmMark::Concerns(const BasicEvent &event, const BasicSignal *signal)
-{
-    const auto *alarm = dynamic_cast<const BasicAlarm *>(event.sourceNode.GetNode());
-    return alarm && signal && alarm->GetSignal() == signal;
-}
-
 } // namespace Nodes

@@ -27,8 +27,6 @@ struct NODES_EXPORT AlarmMark
     static AlarmMark Of(const BasicSignal &signal);
     /// Of a value between limits that nobody has to acknowledge.
     static AlarmMark OfZone(LimitZones::enZone zone);
-    /// Whether the event is about an alarm of that signal. GUI thread.
-    static bool Concerns(const BasicEvent &event, const BasicSignal *signal);
 
     bool isActive() const
     {

@@ -3,7 +3,6 @@
 #include "widgets/elements/BargraphPainter.h"
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/ElementTooltip.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/widgetBargraph.h"
 #include "utils/ValueConversions.h"
@@ -13,13 +12,15 @@
 namespace Widgets {
 
 qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent)
-    : QWidget(parent), IWidget(node), m_bargraph(node), m_look(std::make_unique<BargraphLook>())
+    : QWidget(parent),
+      IWidget(node),
+      m_bargraph(node),
+      m_look(std::make_unique<BargraphLook>()),
+      m_alarms([this] { onValueUpdated(Nodes::SignalValue()); })
 {
     setAttribute(Qt::WA_NoSystemBackground);
     m_binding.bind(this, m_bargraph.get());
     qwidgetBargraph::onUpdateProperties(nullptr);
-    if (g_pWindowManager)
-        connect(g_pWindowManager, &WindowManager::alarmFired, this, &qwidgetBargraph::onAlarm);
 }
 
 qwidgetBargraph::~qwidgetBargraph() = default;
@@ -38,6 +39,7 @@ void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *)
 {
     if (!m_bargraph)
         return;
+    m_alarms.setSignals({m_bargraph->GetSignal()});
     m_borderWidth = m_bargraph->GetBorderWidth();
     m_borderColor = Utils::NColorToQColor(m_bargraph->GetBorderColor());
     m_backgroundColor = Utils::NColorToQColor(m_bargraph->GetBackgroundColor());
@@ -77,12 +79,6 @@ void qwidgetBargraph::onValueUpdated(Nodes::SignalValue handed)
         return;
     takeValue(handed);
     DirectPainting::repaint(*this);
-}
-
-void qwidgetBargraph::onAlarm(const Nodes::BasicEvent &event)
-{
-    if (m_bargraph && Nodes::AlarmMark::Concerns(event, m_bargraph->GetSignal()))
-        onValueUpdated(Nodes::SignalValue());
 }
 
 void qwidgetBargraph::paintEvent(QPaintEvent *)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/elements/AlarmWatch.h"
 #include "widgets/elements/DirectPainting.h"
 #include "widgets/elements/ElementBinding.h"
 #include "widgets/elements/IWidget.h"
@@ -11,9 +12,8 @@
 #include <QWidget>
 
 namespace Nodes {
-struct BasicEvent;
 class widgetBargraph;
-} // namespace Nodes
+}
 
 namespace Widgets {
 
@@ -51,11 +51,11 @@ protected:
 
 private:
     void takeValue(const Nodes::SignalValue &handed);
-    void onAlarm(const Nodes::BasicEvent &event);
 
     Utils::WatchedNode<Nodes::widgetBargraph> m_bargraph; ///< null also for another class
     std::unique_ptr<BargraphLook> m_look;
     QString m_text;
+    AlarmWatch m_alarms;
     ElementBinding m_binding;
 };
 

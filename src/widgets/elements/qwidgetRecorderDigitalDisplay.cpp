@@ -14,7 +14,8 @@
 #include <QPainter>
 #include <QPointer>
 
-#include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace Widgets {
 
@@ -40,14 +41,14 @@ int badness(Nodes::Quality quality)
 
 qwidgetRecorderDigitalDisplay::qwidgetRecorderDigitalDisplay(
     Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent)
-    : QWidget(parent), IWidget(node), m_display(node)
+    : QWidget(parent),
+      IWidget(node),
+      m_display(node),
+      m_alarms([this] { onValueUpdated(Nodes::SignalValue()); })
 {
     setAttribute(Qt::WA_NoSystemBackground);
     m_binding.bind(this, m_display.get());
     qwidgetRecorderDigitalDisplay::onUpdateProperties(nullptr);
-    if (g_pWindowManager)
-        connect(g_pWindowManager, &WindowManager::alarmFired, this,
-                &qwidgetRecorderDigitalDisplay::onAlarm);
 }
 
 qwidgetRecorderDigitalDisplay::~qwidgetRecorderDigitalDisplay() = default;
@@ -98,22 +99,13 @@ void qwidgetRecorderDigitalDisplay::onValueUpdated(Nodes::SignalValue)
     if (!m_display)
         return;
     m_lines.clear();
-    for (const Nodes::recorderChannel *channel : m_display->GetChannels())
+    std::vector<const Nodes::BasicSignal *> shown;
+    for (const Nodes::recorderChannel *channel : m_display->GetChannels()) {
         m_lines << RecorderLine::of(*channel, m_display->GetShowExtremes());
+        shown.push_back(channel->GetSignal());
+    }
+    m_alarms.setSignals(shown);
     DirectPainting::repaint(*this);
-}
-
-void qwidgetRecorderDigitalDisplay::onAlarm(const Nodes::BasicEvent &event)
-{
-    if (!m_display)
-        return;
-    const auto channels = m_display->GetChannels();
-    const bool isShown =
-        std::any_of(channels.begin(), channels.end(), [&event](const auto *channel) {
-            return Nodes::AlarmMark::Concerns(event, channel->GetSignal());
-        });
-    if (isShown)
-        onValueUpdated(Nodes::SignalValue());
 }
 
 QRect qwidgetRecorderDigitalDisplay::lineRect(int line) const

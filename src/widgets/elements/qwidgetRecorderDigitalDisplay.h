@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/elements/AlarmWatch.h"
 #include "widgets/elements/DirectPainting.h"
 #include "widgets/elements/ElementBinding.h"
 #include "widgets/elements/IWidget.h"
@@ -13,9 +14,8 @@
 #include <QWidget>
 
 namespace Nodes {
-struct BasicEvent;
 class widgetRecorderDigitalDisplay;
-} // namespace Nodes
+}
 
 namespace Widgets {
 
@@ -62,7 +62,6 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void onAlarm(const Nodes::BasicEvent &event);
     QRect lineRect(int line) const;
     int buttonAt(const QPoint &point) const;
     void reset(int line);
@@ -73,6 +72,7 @@ private:
     int m_pressedLine = -1;
     QFont m_font;
     QColor m_textColor;
+    AlarmWatch m_alarms;
     ElementBinding m_binding;
 };
 

@@ -1,6 +1,7 @@
 #include "widgets/events/AlarmDialog.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
 #include "widgets/windows/WindowManager.h"
@@ -13,6 +14,8 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace Widgets {
 
@@ -77,14 +80,32 @@ void AlarmDialog::addAcknowledgeButtons(QHBoxLayout &row)
 {
     if (!alarmSystem()->isAcknowledgeEnabled())
         return;
-    m_acknowledgeAllButton = makeButton(QStringLiteral("Квитировать все"));
-    connect(m_acknowledgeAllButton, &QPushButton::clicked, m_manager,
-            &ModelManager::acknowledgeAll);
+    m_acknowledgeAllButton =
+        makeAcknowledgeButton(QStringLiteral("Квитировать все"),
+                              [this](unsigned revision) { return m_manager->waiting(revision); });
     row.addWidget(m_acknowledgeAllButton);
-    m_acknowledgeSelectedButton = makeButton(QStringLiteral("Квитировать выбранный"));
-    connect(m_acknowledgeSelectedButton, &QPushButton::clicked, this,
-            [this] { m_manager->acknowledge(m_table->selectedRow()); });
+    m_acknowledgeSelectedButton =
+        makeAcknowledgeButton(QStringLiteral("Квитировать выбранный"),
+                              [this](unsigned revision) { return selected(revision); });
     row.addWidget(m_acknowledgeSelectedButton);
+}
+
+QPushButton *AlarmDialog::makeAcknowledgeButton(const QString &text, Choice choose)
+{
+    QPushButton *button = makeButton(text);
+    connect(button, &QPushButton::pressed, this,
+            [this, choose = std::move(choose)] { m_chosen = choose(m_table->seenRevision()); });
+    connect(button, &QPushButton::clicked, this,
+            [this] { m_manager->acknowledge(std::exchange(m_chosen, {})); });
+    return button;
+}
+
+Nodes::AlarmOccurrences AlarmDialog::selected(unsigned revision) const
+{
+    const QModelIndex index = m_table->selectedRow();
+    if (!index.isValid() || m_manager->model().row(index.row()).waitsSince > revision)
+        return {};
+    return {m_manager->model().row(index.row()).occurrence()};
 }
 
 void AlarmDialog::addCheckBoxes(QHBoxLayout &row)

@@ -2,9 +2,12 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/alarms/AlarmOccurrence.h"
 #include "utils/NodeRelay.h"
 
 #include <QWidget>
+
+#include <functional>
 
 class QCheckBox;
 class QHBoxLayout;
@@ -41,6 +44,11 @@ public slots:
 
 private:
     QPushButton *makeButton(const QString &text);
+    /// A button that acknowledges what `choose` picked of that revision of the list when the button
+    /// went down, whatever has come meanwhile.
+    using Choice = std::function<Nodes::AlarmOccurrences(unsigned revision)>;
+    QPushButton *makeAcknowledgeButton(const QString &text, Choice choose);
+    Nodes::AlarmOccurrences selected(unsigned revision) const;
     void addAcknowledgeButtons(QHBoxLayout &row);
     void addCheckBoxes(QHBoxLayout &row);
     void onSoundToggled(bool isMuted);
@@ -52,6 +60,7 @@ private:
     QPushButton *m_acknowledgeAllButton = nullptr;      // null: not allowed here
     QPushButton *m_acknowledgeSelectedButton = nullptr; // null: not allowed here
     TableAlarms *m_table;
+    Nodes::AlarmOccurrences m_chosen; // while a button is down
     Utils::NodeRelay m_relay;
 };
 

@@ -1,12 +1,10 @@
 #include "widgets/events/AlarmSound.h"
 
-#include <QAudioDeviceInfo>
+#include "widgets/events/MediaAlarmPlayer.h"
+
+#include <QFileInfo>
 #include <QLoggingCategory>
-#include <QMediaPlayer>
-#include <QMediaPlaylist>
-#include <QSignalBlocker>
-#include <QSoundEffect>
-#include <QUrl>
+#include <QThreadPool>
 
 namespace Widgets {
 
@@ -14,137 +12,139 @@ namespace {
 
 Q_LOGGING_CATEGORY(soundLog, "station.alarms.sound")
 
-constexpr int devicePeriod = 10000; // ms
+constexpr int retryPeriod = 10000; // ms
+constexpr int patience = 500;      // ms
 
 } // namespace
 
-AlarmSound::AlarmSound(QObject *parent) : QObject(parent)
+AlarmSound::AlarmSound(QObject *parent) : AlarmSound(std::make_unique<MediaAlarmPlayer>(), parent)
 {
-    m_deviceCheck.setInterval(devicePeriod);
-    connect(&m_deviceCheck, &QTimer::timeout, this, &AlarmSound::follow);
 }
 
-AlarmSound::~AlarmSound()
+AlarmSound::AlarmSound(std::unique_ptr<AlarmPlayer> player, QObject *parent)
+    : QObject(parent),
+      m_answers([this](const std::vector<Answer> &answers) { onAnswers(answers); }),
+      m_player(std::move(player))
 {
-    stop();
+    m_retry.setInterval(retryPeriod);
+    connect(&m_retry, &QTimer::timeout, this, &AlarmSound::retry);
+    m_patience.setInterval(patience);
+    m_patience.setSingleShot(true);
+    connect(&m_patience, &QTimer::timeout, this, &AlarmSound::follow);
+    connect(m_player.get(), &AlarmPlayer::failed, this, &AlarmSound::onFailed);
 }
+
+AlarmSound::~AlarmSound() = default;
 
 void AlarmSound::setFiles(const QStringList &files)
 {
     if (files == m_files)
         return;
     m_files = files;
-    // While a device is waited for, a flood of alarms does not ask for it with each of them.
-    if (files.isEmpty() || !m_deviceCheck.isActive())
-        follow();
+    if (files.isEmpty()) {
+        m_states.clear();
+        m_told.clear();
+        m_retry.stop();
+        m_patience.stop();
+    } else if (!m_retry.isActive()) {
+        m_hasDevice = m_player->hasDevice();
+        m_retry.start();
+    }
+    QStringList unknown;
+    for (const QString &file : files) {
+        if (!m_states.contains(file))
+            unknown.append(file);
+    }
+    ask(unknown);
+    follow();
 }
 
 void AlarmSound::setMuted(bool isMuted)
 {
     m_isMuted = isMuted;
-    if (m_player)
-        m_player->setMuted(isMuted);
-    if (m_effect)
-        m_effect->setMuted(isMuted);
+    m_player->setMuted(isMuted);
+}
+
+void AlarmSound::ask(const QStringList &files)
+{
+    if (files.isEmpty())
+        return;
+    for (const QString &file : files) {
+        if (!m_states.contains(file)) {
+            m_states.insert(file, FileAsked);
+            m_patience.start();
+        }
+    }
+    QThreadPool::globalInstance()->start([files, inlet = m_answers.inlet()] {
+        for (const QString &file : files)
+            inlet({file, QFileInfo(file).isFile()});
+    });
+}
+
+void AlarmSound::onAnswers(const std::vector<Answer> &answers)
+{
+    for (const Answer &answer : answers) {
+        if (!m_files.contains(answer.file))
+            continue;
+        m_states[answer.file] = answer.isPresent ? FilePresent : FileMissing;
+        if (!answer.isPresent)
+            tell(answer.file, QStringLiteral("no such file"));
+    }
+    follow();
+}
+
+void AlarmSound::onFailed(const QString &file, const QString &reason)
+{
+    if (file == m_tone.file())
+        m_isToneBroken = true;
+    else
+        m_states[file] = FileBroken;
+    tell(file, reason);
+    follow();
+}
+
+void AlarmSound::tell(const QString &file, const QString &reason)
+{
+    if (m_told.contains(file))
+        return;
+    m_told.insert(file);
+    qCWarning(soundLog, "cannot play %s, the built-in tone sounds instead: %s", qPrintable(file),
+              qPrintable(reason));
+}
+
+void AlarmSound::retry()
+{
+    m_hasDevice = m_player->hasDevice();
+    m_isToneBroken = false;
+    QStringList unplayed;
+    for (auto state = m_states.cbegin(); state != m_states.cend(); ++state) {
+        if (state.value() != FilePresent)
+            unplayed.append(state.key());
+    }
+    ask(unplayed);
+    follow();
+}
+
+QStringList AlarmSound::choose()
+{
+    QStringList files;
+    bool isToneWanted = false;
+    for (const QString &file : m_files) {
+        const enFileState state = m_states.value(file, FileAsked);
+        if (state == FilePresent)
+            files.append(file);
+        else if (state != FileAsked || !m_patience.isActive())
+            isToneWanted = true;
+    }
+    if (isToneWanted && !m_isToneBroken && m_tone.prepare())
+        files.append(m_tone.file());
+    return files;
 }
 
 void AlarmSound::follow()
 {
-    m_deviceCheck.stop();
-    if (m_files.isEmpty()) {
-        stop();
-        m_failed.clear();
-    } else if (QAudioDeviceInfo::defaultOutputDevice().isNull()) {
-        m_deviceCheck.start();
-    } else {
-        play();
-    }
-}
-
-void AlarmSound::stop()
-{
-    if (m_player) {
-        const QSignalBlocker blocker(m_player.get());
-        m_player->stop();
-        m_playlist->clear();
-    }
-    if (m_effect)
-        m_effect->stop();
-    m_queued.clear();
-}
-
-void AlarmSound::play()
-{
-    QStringList playable;
-    for (const QString &file : qAsConst(m_files)) {
-        if (!m_failed.contains(file))
-            playable.append(file);
-    }
-    for (const QString &file : qAsConst(m_queued)) {
-        if (playable.contains(file))
-            continue;
-        stop();
-        break;
-    }
-    if (playable.isEmpty())
-        return;
-    if (!m_player && !m_effect)
-        makePlayer();
-    if (m_player)
-        playPlaylist(playable);
-    else
-        playEffect(playable.first());
-}
-
-void AlarmSound::playPlaylist(const QStringList &files)
-{
-    for (const QString &file : files) {
-        if (m_queued.contains(file))
-            continue;
-        m_playlist->addMedia(QUrl::fromLocalFile(file));
-        m_queued.append(file);
-    }
-    if (m_player->state() != QMediaPlayer::PlayingState)
-        m_player->play();
-}
-
-void AlarmSound::playEffect(const QString &file)
-{
-    if (m_queued.contains(file))
-        return;
-    m_queued = QStringList{file};
-    m_effect->setSource(QUrl::fromLocalFile(file));
-    m_effect->play();
-}
-
-void AlarmSound::makePlayer()
-{
-    auto player = std::make_unique<QMediaPlayer>();
-    if (player->isAvailable()) {
-        m_player = std::move(player);
-        m_playlist = std::make_unique<QMediaPlaylist>();
-        m_playlist->setPlaybackMode(QMediaPlaylist::Loop);
-        m_player->setPlaylist(m_playlist.get());
-        // Queued: the player must not be stopped from within its own signal.
-        connect(m_player.get(), QOverload<QMediaPlayer::Error>::of(&QMediaPlayer::error), this,
-                &AlarmSound::onPlayerError, Qt::QueuedConnection);
-    } else {
-        m_effect = std::make_unique<QSoundEffect>();
-        m_effect->setLoopCount(QSoundEffect::Infinite);
-    }
-    setMuted(m_isMuted);
-}
-
-void AlarmSound::onPlayerError()
-{
-    const QString file = m_player->currentMedia().request().url().toLocalFile();
-    const QStringList failed = m_queued.contains(file) ? QStringList{file} : m_queued;
-    for (const QString &each : failed)
-        qCWarning(soundLog, "cannot play %s: %s", qPrintable(each),
-                  qPrintable(m_player->errorString()));
-    m_failed += failed;
-    stop();
-    follow();
+    m_audible = choose();
+    m_player->setFiles(m_hasDevice ? m_audible : QStringList());
 }
 
 } // namespace Widgets

@@ -1,52 +1,73 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/events/AlarmTone.h"
 
+#include "utils/QueueRelay.h"
+
+#include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QTimer>
 
 #include <memory>
 
-class QMediaPlayer;
-class QMediaPlaylist;
-class QSoundEffect;
-
 namespace Widgets {
 
-/// Repeats sound files, one after the other, until none is wanted any more. Without an audio device
-/// it waits for one; a file that cannot be played is logged once and left out. GUI thread.
+class AlarmPlayer;
+
+/// Lets the alarms be heard until none waits any more. In place of a file that is missing or cannot
+/// be played the built-in tone sounds, and the file is tried again by and by; without an audio
+/// device one is waited for. Disks are asked on another thread. GUI thread.
 class WIDGETS_EXPORT AlarmSound : public QObject
 {
     Q_OBJECT
 
 public:
     explicit AlarmSound(QObject *parent = nullptr);
+    AlarmSound(std::unique_ptr<AlarmPlayer> player, QObject *parent);
     ~AlarmSound() override;
 
-    /// Existing files to be heard from now on; none stops at once. Files that stay play on.
+    /// Files of the alarms that are to be heard from now on; none stops at once.
     void setFiles(const QStringList &files);
-    const QStringList &files() const { return m_files; }
+    /// What is to be heard for them: the files, and the tone in place of those that cannot be.
+    const QStringList &audible() const { return m_audible; }
     void setMuted(bool isMuted);
     bool isMuted() const { return m_isMuted; }
+    /// Path of the built-in tone.
+    QString tone() const { return m_tone.file(); }
+
+    /// Looks for the device and for what could not be played; happens by itself every 10 s.
+    void retry();
 
 private:
-    void follow();
-    void stop();
-    void play();
-    void playPlaylist(const QStringList &files);
-    void playEffect(const QString &file);
-    void makePlayer();
-    void onPlayerError();
+    enum enFileState { FileAsked, FilePresent, FileMissing, FileBroken };
+    struct Answer
+    {
+        QString file;
+        bool isPresent;
+    };
 
-    QStringList m_files;  // wanted
-    QStringList m_queued; // in the playlist or the effect
-    QStringList m_failed; // told once
+    void ask(const QStringList &files);
+    void onAnswers(const std::vector<Answer> &answers);
+    void onFailed(const QString &file, const QString &reason);
+    void follow();
+    QStringList choose();
+    void tell(const QString &file, const QString &reason);
+
+    QStringList m_files; // wanted
+    QStringList m_audible;
+    bool m_hasDevice = false; // when last looked for: a flood of alarms does not ask each time
+    QHash<QString, enFileState> m_states;
+    QSet<QString> m_told; // in the log
     bool m_isMuted = false;
-    QTimer m_deviceCheck; // runs while a sound is wanted and there is no device
-    std::unique_ptr<QMediaPlaylist> m_playlist;
-    std::unique_ptr<QMediaPlayer> m_player; // null: the effect plays
-    std::unique_ptr<QSoundEffect> m_effect;
+    bool m_isToneBroken = false;
+    AlarmTone m_tone;
+    QTimer m_retry;    // runs while a sound is wanted
+    QTimer m_patience; // with a disk that is asked
+    Utils::QueueRelay<Answer> m_answers;
+    std::unique_ptr<AlarmPlayer> m_player;
 };
 
 } // namespace Widgets

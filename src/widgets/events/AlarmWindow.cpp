@@ -1,7 +1,6 @@
 #include "widgets/events/AlarmWindow.h"
 
 #include "widgets/events/AlarmDialog.h"
-#include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/windows/DesktopOrder.h"
 #include "widgets/windows/WindowManager.h"
@@ -19,12 +18,6 @@ namespace {
 constexpr int comingUpDelay = 100; // ms
 constexpr QPoint firstPlace(200, 200);
 constexpr int firstHeight = 300;
-
-bool isNews(const Nodes::BasicEvent &event)
-{
-    return event.type != Nodes::TypeAcknowledgement &&
-           event.alarmState != Nodes::AlarmState::Normal;
-}
 
 } // namespace
 
@@ -44,16 +37,19 @@ AlarmWindow::AlarmWindow(QWidget *parent)
     m_comingUp.setSingleShot(true);
     m_comingUp.setInterval(comingUpDelay);
     connect(&m_comingUp, &QTimer::timeout, this, &AlarmWindow::bringUp);
-    m_dialog->manager().refresh();
 }
 
 AlarmWindow::~AlarmWindow() = default;
 
-void AlarmWindow::ReceiveAlarm(const Nodes::BasicEvent &event)
+void AlarmWindow::ReceiveAlarms(const std::vector<Nodes::BasicEvent> &events)
 {
-    m_dialog->manager().addOrUpdate(event);
-    if (AlarmStateCode(event) != AlarmElsewhere && isNews(event) && !m_comingUp.isActive())
+    if (m_dialog->manager().addOrUpdate(events) && !m_comingUp.isActive())
         m_comingUp.start();
+}
+
+void AlarmWindow::forget(const QSet<unsigned long> &alarms)
+{
+    m_dialog->manager().forget(alarms);
 }
 
 void AlarmWindow::open()

@@ -6,7 +6,10 @@
 #include "nodes/events/BasicEvent.h"
 #include "utils/ConfiguratorWindow.h"
 
+#include <QSet>
 #include <QTimer>
+
+#include <vector>
 
 namespace Widgets {
 
@@ -26,7 +29,10 @@ public:
 
     /// Takes a new or changed alarm. The window comes up shortly afterwards, once for many, unless
     /// the alarm was merely acknowledged or is over.
-    void ReceiveAlarm(const Nodes::BasicEvent &event);
+    void ReceiveAlarm(const Nodes::BasicEvent &event) { ReceiveAlarms({event}); }
+    void ReceiveAlarms(const std::vector<Nodes::BasicEvent> &events);
+    /// These alarms, by their ids, are over.
+    void forget(const QSet<unsigned long> &alarms);
     /// An alarm came and the window is about to follow.
     bool isComingUp() const { return m_comingUp.isActive(); }
     /// For an operator who asks for the list: brings it up to date, then up, and gives it the

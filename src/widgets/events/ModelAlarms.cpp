@@ -2,35 +2,27 @@
 
 #include "widgets/events/AlarmSigns.h"
 
-#include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/alarmColumn.h"
 #include "nodes/alarms/systemAlarming.h"
 #include "utils/MetaTypes.h"
 #include "utils/PlainTip.h"
-#include "utils/TimeConversions.h"
 #include "utils/ValueConversions.h"
 
-#include <QFileInfo>
 #include <QFontMetrics>
+#include <QSet>
+
+#include <algorithm>
 
 namespace Widgets {
 
 using Nodes::alarmColumn;
-using Nodes::AlarmState;
 
-enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event)
-{
-    switch (event.alarmState) {
-    case AlarmState::ActiveUnacked:
-    case AlarmState::ActiveAcked:
-        return AlarmPresent;
-    case AlarmState::ReturnedUnacked:
-    case AlarmState::Normal:
-        return AlarmGone;
-    default:
-        return AlarmElsewhere;
-    }
-}
+namespace {
+
+// More scattered removals cost a table more than to be told everything anew.
+constexpr std::size_t mostRemovals = 32;
+
+} // namespace
 
 ModelAlarms::ModelAlarms(QObject *parent) : QAbstractTableModel(parent)
 {
@@ -50,6 +42,8 @@ void ModelAlarms::readSettings(const Nodes::systemAlarming *alarming)
         m_font = Utils::NFontToQFont(alarming->GetFont());
         m_headerFont = Utils::NFontToQFont(alarming->GetHeaderFont());
     }
+    m_boldFont = m_font;
+    m_boldFont.setBold(true);
     if (m_columns.isEmpty())
         m_columns = {{QStringLiteral("№"), alarmColumn::Number, 0},
                      {QStringLiteral("Состояние"), alarmColumn::Group, 0},
@@ -57,6 +51,7 @@ void ModelAlarms::readSettings(const Nodes::systemAlarming *alarming)
                      {QStringLiteral("Уровень"), alarmColumn::Level, 0},
                      {QStringLiteral("Текст"), alarmColumn::Text, 0}};
     endResetModel();
+    emit columnsChanged();
 }
 
 int ModelAlarms::badgeHeight() const
@@ -73,57 +68,154 @@ int ModelAlarms::columnOf(int kind) const
     return -1;
 }
 
-int ModelAlarms::rowOf(const Nodes::BasicEvent &event) const
+int ModelAlarms::compare(int column, int left, int right) const
 {
-    return m_rowOfNode.value(event.sourceNode.GetNodeId(), -1);
+    return row(left).compare(row(right), m_columns[column].kind);
 }
 
-// The level of a journal entry tells what was done; that of a row how grave the alarm is.
-void ModelAlarms::take(Row &row, const Nodes::BasicEvent &event)
+void ModelAlarms::Touched::add(int row)
 {
-    row.stateCode = AlarmStateCode(event);
-    row.isAcknowledged = event.alarmState != AlarmState::ActiveUnacked &&
-                         event.alarmState != AlarmState::ReturnedUnacked;
-    const auto *alarm = dynamic_cast<const Nodes::BasicAlarm *>(event.sourceNode.GetNode());
-    row.soundFile = alarm ? QString::fromStdString(alarm->GetSound().GetFullFilePath()) : QString();
-    const bool hasSound = !row.soundFile.isEmpty() && QFileInfo(row.soundFile).isFile();
-    row.soundState = row.isAcknowledged ? SoundAcknowledged : hasSound ? SoundPlaying : SoundNone;
+    first = first < 0 ? row : std::min(first, row);
+    last = std::max(last, row);
 }
 
-static Nodes::BasicEvent listed(Nodes::BasicEvent event)
+void ModelAlarms::count(const AlarmRow &row, int step)
 {
-    if (event.priority > 0)
-        event.level = Nodes::AlarmLevel(event.priority);
-    return event;
+    if (row.soundState != SoundPlaying || row.soundFile.isEmpty())
+        return;
+    int &rows = m_sounds[row.soundFile];
+    rows += step;
+    if (rows == 0)
+        m_sounds.remove(row.soundFile);
 }
 
-int ModelAlarms::append(const Nodes::BasicEvent &event)
+template <class Change> void ModelAlarms::change(AlarmRow &row, Change apply)
 {
-    Row row;
-    row.info = std::make_unique<Nodes::EventInfo>(listed(event));
-    take(row, event);
-    const int number = rowCount();
-    beginInsertRows({}, number, number);
-    m_rowOfNode[event.sourceNode.GetNodeId()] = number;
-    m_rows.push_back(std::move(row));
+    count(row, -1);
+    apply(row);
+    count(row, 1);
+    row.isLeaving = shouldLeave(row);
+}
+
+bool ModelAlarms::shouldLeave(const AlarmRow &row) const
+{
+    return row.stateCode == AlarmElsewhere || (m_isRemoving && row.isInactive());
+}
+
+ModelAlarms::Taken ModelAlarms::take(const std::vector<Nodes::BasicEvent> &events)
+{
+    ++m_revision;
+    Taken taken;
+    Touched touched;
+    std::vector<AlarmRow> added;
+    QSet<unsigned long> waiting; // of those
+    for (const Nodes::BasicEvent &event : events) {
+        const unsigned long alarm = event.sourceNode.GetNodeId();
+        if (waiting.contains(alarm)) {
+            append(added);
+            waiting.clear();
+        }
+        const int number = rowOf(alarm);
+        if (number >= 0) {
+            const AlarmRow::enNews news = update(m_rows[std::size_t(number)], event);
+            if (news != AlarmRow::Nothing)
+                touched.add(number);
+            taken.isNews = taken.isNews || news == AlarmRow::ToBeSeen;
+        } else if (AlarmRow::isToBeListed(event)) {
+            added.emplace_back(event, m_revision);
+            waiting.insert(alarm);
+            taken.isOrderChanged = true;
+            taken.isNews = taken.isNews || event.type != Nodes::TypeAcknowledgement;
+        }
+    }
+    append(added);
+    announce(touched);
+    removeLeaving();
+    taken.isOrderChanged = taken.isOrderChanged || touched.first >= 0;
+    return taken;
+}
+
+AlarmRow::enNews ModelAlarms::update(AlarmRow &row, const Nodes::BasicEvent &event)
+{
+    auto news = AlarmRow::Nothing;
+    change(row, [&](AlarmRow &changed) { news = changed.take(event, m_revision); });
+    return news;
+}
+
+bool ModelAlarms::acknowledge(const std::vector<int> &rows)
+{
+    Touched touched;
+    for (const int number : rows) {
+        change(m_rows[std::size_t(number)], [](AlarmRow &row) { row.acknowledge(); });
+        touched.add(number);
+    }
+    announce(touched);
+    removeLeaving();
+    return touched.first >= 0;
+}
+
+void ModelAlarms::setRemoveInactive(bool isRemoving)
+{
+    m_isRemoving = isRemoving;
+    for (AlarmRow &row : m_rows)
+        row.isLeaving = shouldLeave(row);
+    removeLeaving();
+}
+
+void ModelAlarms::append(std::vector<AlarmRow> &added)
+{
+    if (added.empty())
+        return;
+    const int first = rowCount();
+    beginInsertRows({}, first, first + int(added.size()) - 1);
+    for (AlarmRow &row : added) {
+        count(row, 1);
+        m_rows.push_back(std::move(row));
+    }
+    reindex(first);
     endInsertRows();
-    return number;
+    added.clear();
 }
 
-bool ModelAlarms::update(int number, const Nodes::BasicEvent &event)
+void ModelAlarms::announce(const Touched &touched)
 {
-    Row &row = m_rows[std::size_t(number)];
-    if (!row.info->Update(listed(event)))
-        return false;
-    take(row, event);
-    emit dataChanged(index(number, 0), index(number, columnCount() - 1));
-    return true;
+    if (touched.first >= 0)
+        emit dataChanged(index(touched.first, 0), index(touched.last, columnCount() - 1));
 }
 
-bool ModelAlarms::isInactive(int number) const
+void ModelAlarms::removeLeaving()
 {
-    const Row &row = m_rows[std::size_t(number)];
-    return row.stateCode != AlarmPresent && row.isAcknowledged;
+    std::vector<std::pair<int, int>> ranges;
+    for (int number = 0; number < rowCount(); ++number) {
+        if (!row(number).isLeaving)
+            continue;
+        if (!ranges.empty() && ranges.back().second == number - 1)
+            ranges.back().second = number;
+        else
+            ranges.emplace_back(number, number);
+    }
+    if (ranges.size() <= mostRemovals) {
+        for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
+            removeRows(range->first, range->second - range->first + 1);
+        return;
+    }
+    beginResetModel();
+    for (const AlarmRow &row : m_rows) {
+        if (row.isLeaving)
+            count(row, -1);
+    }
+    m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(),
+                                [](const AlarmRow &row) { return row.isLeaving; }),
+                 m_rows.end());
+    m_rowOfAlarm.clear();
+    reindex(0);
+    endResetModel();
+}
+
+void ModelAlarms::reindex(int from)
+{
+    for (int number = from; number < rowCount(); ++number)
+        m_rowOfAlarm[row(number).alarm()] = number;
 }
 
 int ModelAlarms::rowCount(const QModelIndex &parent) const
@@ -136,57 +228,7 @@ int ModelAlarms::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : m_columns.size();
 }
 
-AlarmState ModelAlarms::shownState(const Row &row)
-{
-    const AlarmState state = row.info->GetEvent().alarmState;
-    if (row.isAcknowledged && state == AlarmState::ActiveUnacked)
-        return AlarmState::ActiveAcked;
-    if (row.isAcknowledged && state == AlarmState::ReturnedUnacked)
-        return AlarmState::Normal;
-    return state;
-}
-
-QVariant ModelAlarms::text(const Row &row, int number, int kind) const
-{
-    switch (kind) {
-    case alarmColumn::Number:
-        return QString::number(number + 1);
-    case alarmColumn::Group: {
-        Nodes::BasicEvent event = row.info->GetEvent();
-        event.alarmState = shownState(row);
-        return QString::fromStdString(Nodes::EventInfo(std::move(event)).GetGroupString());
-    }
-    case alarmColumn::Time:
-        return Utils::timeText(row.info->GetEvent().time, Utils::tableTimeFormat);
-    case alarmColumn::Level:
-        return QString::fromStdString(row.info->GetEventLevel());
-    default:
-        return QString::fromStdString(row.info->GetEvent().text);
-    }
-}
-
-QVariant ModelAlarms::sortKey(const Row &row, int number, int kind) const
-{
-    const Nodes::BasicEvent &event = row.info->GetEvent();
-    switch (kind) {
-    case alarmColumn::Number:
-        return number;
-    case alarmColumn::Group: {
-        // What waits for acknowledgement stands above what only lasts.
-        const bool isWaiting = !row.isAcknowledged;
-        const bool isPresent = row.stateCode == AlarmPresent;
-        return (isWaiting && isPresent ? 0 : isWaiting ? 10 : isPresent ? 20 : 30) + event.priority;
-    }
-    case alarmColumn::Time:
-        return qlonglong(event.time);
-    case alarmColumn::Level:
-        return int(event.level);
-    default:
-        return QString::fromStdString(event.text);
-    }
-}
-
-QVariant ModelAlarms::state(const Row &row, int role)
+QVariant ModelAlarms::state(const AlarmRow &row, int role)
 {
     switch (role) {
     case SoundStateRole:
@@ -200,30 +242,27 @@ QVariant ModelAlarms::state(const Row &row, int role)
     case AcknowledgedRole:
         return row.isAcknowledged;
     case SourceRole:
-        return QVariant::fromValue(row.info->GetEvent().sourceNode);
+        return QVariant::fromValue(row.event().sourceNode);
     default:
         return {};
     }
 }
 
-QVariant ModelAlarms::look(const Row &row, int column, int role) const
+QVariant ModelAlarms::look(const AlarmRow &row, int column, int role) const
 {
-    const int priority = row.info->GetEvent().priority;
-    const AlarmState state = shownState(row);
+    const int priority = row.event().priority;
+    const Nodes::AlarmState state = row.state();
     switch (role) {
     case Qt::ForegroundRole:
         return row.stateCode == AlarmGone ? QColor(Qt::gray) : AlarmSigns::of(state, priority).text;
     case Qt::BackgroundRole:
         return AlarmSigns::of(state, priority).ground;
-    case Qt::FontRole: {
-        QFont font = m_font;
-        font.setBold(!row.isAcknowledged);
-        return font;
-    }
+    case Qt::FontRole:
+        return row.isAcknowledged ? m_font : m_boldFont;
     case Qt::DecorationRole:
         return column == 0 ? AlarmSigns::badge(state, priority, badgeHeight()) : QVariant();
     case Qt::ToolTipRole:
-        return Utils::PlainTip(text(row, 0, alarmColumn::Text).toString());
+        return Utils::PlainTip(row.text(alarmColumn::Text));
     default:
         return {};
     }
@@ -233,13 +272,11 @@ QVariant ModelAlarms::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
-    const Row &row = m_rows[std::size_t(index.row())];
+    const AlarmRow &row = m_rows[std::size_t(index.row())];
     const int kind = m_columns[index.column()].kind;
     switch (role) {
     case Qt::DisplayRole:
-        return text(row, index.row(), kind);
-    case SortRole:
-        return sortKey(row, index.row(), kind);
+        return kind == alarmColumn::Number ? QVariant(index.row() + 1) : row.text(kind);
     case ColumnKindRole:
         return kind;
     default:
@@ -262,14 +299,16 @@ bool ModelAlarms::setData(const QModelIndex &index, const QVariant &value, int r
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return false;
-    Row &row = m_rows[std::size_t(index.row())];
+    if (role != SoundStateRole && role != AcknowledgedRole)
+        return false;
+    AlarmRow &row = m_rows[std::size_t(index.row())];
+    count(row, -1);
     if (role == SoundStateRole)
         row.soundState = value.toInt();
-    else if (role == AcknowledgedRole)
-        row.isAcknowledged = value.toBool();
     else
-        return false;
-    emit dataChanged(index.sibling(index.row(), 0), index.sibling(index.row(), columnCount() - 1));
+        row.isAcknowledged = value.toBool();
+    count(row, 1);
+    announce({index.row(), index.row()});
     return true;
 }
 
@@ -277,11 +316,14 @@ bool ModelAlarms::removeRows(int row, int count, const QModelIndex &parent)
 {
     if (parent.isValid() || row < 0 || count < 1 || row + count > rowCount())
         return false;
+    const auto first = m_rows.begin() + row;
     beginRemoveRows({}, row, row + count - 1);
-    m_rows.erase(m_rows.begin() + row, m_rows.begin() + row + count);
-    m_rowOfNode.clear();
-    for (std::size_t number = 0; number < m_rows.size(); ++number)
-        m_rowOfNode[m_rows[number].info->GetEvent().sourceNode.GetNodeId()] = int(number);
+    for (auto gone = first; gone != first + count; ++gone) {
+        this->count(*gone, -1);
+        m_rowOfAlarm.remove(gone->alarm());
+    }
+    m_rows.erase(first, first + count);
+    reindex(row);
     endRemoveRows();
     return true;
 }

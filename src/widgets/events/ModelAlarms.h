@@ -1,15 +1,14 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-
-#include "nodes/events/EventInfo.h"
+#include "widgets/events/AlarmRow.h"
 
 #include <QAbstractTableModel>
 #include <QFont>
 #include <QHash>
+#include <QMap>
 #include <QVector>
 
-#include <memory>
 #include <vector>
 
 namespace Nodes {
@@ -18,23 +17,10 @@ class systemAlarming;
 
 namespace Widgets {
 
-/// Whether an alarm's condition is present, as its row has it under StateCodeRole.
-enum enAlarmStateCode {
-    AlarmElsewhere = 0, ///< no alarm, or shelved, suppressed, out of service: not on the list
-    AlarmGone = 2,
-    AlarmPresent = 3
-};
-WIDGETS_EXPORT enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event);
-
-/// State of a row's sound.
-enum enAlarmSound {
-    SoundNone = 0, ///< waits for acknowledgement, but has no sound
-    SoundPlaying = 1,
-    SoundAcknowledged = 3
-};
-
 /// The alarms of the alarm window, one row each, in the order of their coming. Columns and fonts
-/// are the alarm subsystem's. GUI thread.
+/// are the alarm subsystem's. What changes at once is announced at once: a batch is one
+/// dataChanged, one insertion and a few removals, or a reset where very many would be needed. GUI
+/// thread.
 class WIDGETS_EXPORT ModelAlarms : public QAbstractTableModel
 {
     Q_OBJECT
@@ -47,8 +33,14 @@ public:
         EventInfoRole,                 ///< const Nodes::EventInfo *, valid while the row is there
         AcknowledgedRole,              ///< bool
         SourceRole,                    ///< Nodes::NodeLink
-        SortRole,
-        ColumnKindRole ///< int, Nodes::alarmColumn::ColumnKind
+        ColumnKindRole                 ///< int, Nodes::alarmColumn::ColumnKind
+    };
+
+    /// What a batch did.
+    struct Taken
+    {
+        bool isOrderChanged = false; ///< rows may have to stand elsewhere
+        bool isNews = false;         ///< an operator has to see it, see AlarmRow::enNews
     };
 
     explicit ModelAlarms(QObject *parent = nullptr);
@@ -66,15 +58,24 @@ public:
     /// First column of that kind; -1 without one.
     int columnOf(int kind) const;
 
-    /// Row of the alarm that the event is about; -1 without one.
-    int rowOf(const Nodes::BasicEvent &event) const;
-    const Nodes::EventInfo &info(int row) const { return *m_rows[std::size_t(row)].info; }
-    /// Appends a row; its number.
-    int append(const Nodes::BasicEvent &event);
-    /// Whether the event says anything new; the row then shows it.
-    bool update(int row, const Nodes::BasicEvent &event);
-    /// Over and acknowledged: nothing is left to be done about it.
-    bool isInactive(int row) const;
+    /// Brings the rows up to date with what became of their alarms, all in one go: adds those that
+    /// are new, removes what is shelved, suppressed or out of service, and what is inactive while
+    /// that is to be removed.
+    Taken take(const std::vector<Nodes::BasicEvent> &events);
+    /// Marks rows acknowledged. Whether rows may stand in another order now.
+    bool acknowledge(const std::vector<int> &rows);
+    /// Removes what is over and acknowledged, now and from now on.
+    void setRemoveInactive(bool isRemoving);
+
+    /// Row of the alarm of that id; -1 without one.
+    int rowOf(unsigned long alarm) const { return m_rowOfAlarm.value(alarm, -1); }
+    const AlarmRow &row(int number) const { return m_rows[std::size_t(number)]; }
+    /// Below, at or above 0 as one row stands before, beside or after another by that column.
+    int compare(int column, int left, int right) const;
+    /// Files of the sounds that are to be heard, each once.
+    QStringList soundFiles() const { return m_sounds.keys(); }
+    /// Grows with each batch; see AlarmRow::waitsSince.
+    unsigned revision() const { return m_revision; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -84,6 +85,10 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
     bool removeRows(int row, int count, const QModelIndex &parent = {}) override;
 
+signals:
+    /// Columns or fonts are others than before.
+    void columnsChanged();
+
 private:
     struct Column
     {
@@ -91,28 +96,36 @@ private:
         int kind;
         int width;
     };
-    struct Row
+    /// Rows touched by a batch.
+    struct Touched
     {
-        std::unique_ptr<Nodes::EventInfo> info; // pointed to from outside
-        int stateCode;
-        int soundState;
-        QString soundFile;
-        bool isAcknowledged;
+        void add(int row);
+        int first = -1;
+        int last = -1;
     };
 
-    static void take(Row &row, const Nodes::BasicEvent &event);
-    /// As the row shows it now: an acknowledgement counts before the subsystem tells it.
-    static Nodes::AlarmState shownState(const Row &row);
-    QVariant text(const Row &row, int number, int kind) const;
-    QVariant sortKey(const Row &row, int number, int kind) const;
-    QVariant look(const Row &row, int column, int role) const;
-    static QVariant state(const Row &row, int role);
+    /// Changes the row and what is counted of it.
+    template <class Change> void change(AlarmRow &row, Change apply);
+    AlarmRow::enNews update(AlarmRow &row, const Nodes::BasicEvent &event);
+    /// Counts the row's sound in or out.
+    void count(const AlarmRow &row, int step);
+    bool shouldLeave(const AlarmRow &row) const;
+    void append(std::vector<AlarmRow> &added);
+    void announce(const Touched &touched);
+    void removeLeaving();
+    void reindex(int from);
+    QVariant look(const AlarmRow &row, int column, int role) const;
+    static QVariant state(const AlarmRow &row, int role);
 
     QVector<Column> m_columns;
     QFont m_font;
+    QFont m_boldFont; // of rows that wait
     QFont m_headerFont;
-    std::vector<Row> m_rows;
-    QHash<unsigned long, int> m_rowOfNode;
+    std::vector<AlarmRow> m_rows;
+    QHash<unsigned long, int> m_rowOfAlarm;
+    QMap<QString, int> m_sounds; // file, rows that play it
+    unsigned m_revision = 0;
+    bool m_isRemoving = true;
 };
 
 } // namespace Widgets

@@ -9,8 +9,6 @@
 #include "nodes/alarms/systemAlarming.h"
 #include "utils/SortingModel.h"
 
-#include <QSet>
-
 namespace Widgets {
 
 namespace {
@@ -31,9 +29,12 @@ ModelManager::ModelManager(QObject *parent)
       m_sound(new AlarmSound(this))
 {
     readSettings();
-    m_sorting->setSortRole(ModelAlarms::SortRole);
+    // Sorted once for a batch, by follow().
+    m_sorting->setDynamicSortFilter(false);
+    m_sorting->setComparison(
+        [this](int column, int left, int right) { return m_model->compare(column, left, right); });
     m_sorting->setInactiveTest(
-        [this](const QModelIndex &row) { return m_model->isInactive(row.row()); });
+        [this](const QModelIndex &row) { return m_model->row(row.row()).isInactive(); });
     m_sorting->setSourceModel(m_model);
     m_soundTimer.setSingleShot(true);
     m_soundTimer.setInterval(soundDelay);
@@ -45,7 +46,8 @@ ModelManager::~ModelManager() = default;
 void ModelManager::attach(TableAlarms &table)
 {
     table.setAlarms(*m_model, *m_sorting);
-    connect(&table, &TableAlarms::rowDoubleClicked, this, &ModelManager::acknowledge);
+    connect(&table, &TableAlarms::rowDoubleClicked, this,
+            QOverload<const QModelIndex &>::of(&ModelManager::acknowledge));
 }
 
 void ModelManager::readSettings()
@@ -53,20 +55,32 @@ void ModelManager::readSettings()
     m_model->readSettings(alarmSystem());
 }
 
-void ModelManager::addOrUpdate(const Nodes::BasicEvent &event)
+bool ModelManager::addOrUpdate(const std::vector<Nodes::BasicEvent> &events)
 {
-    const int row = m_model->rowOf(event);
-    const bool isListed = AlarmStateCode(event) != AlarmElsewhere;
-    if (row >= 0 && isListed) {
-        if (m_model->update(row, event))
-            removeWhenInactive(row);
-    } else if (row >= 0) {
-        m_model->removeRow(row);
-    } else if (isListed && event.alarmState != Nodes::AlarmState::Normal) {
-        m_model->append(event);
-    }
+    const ModelAlarms::Taken taken = m_model->take(events);
+    follow(taken.isOrderChanged);
     if (!m_soundTimer.isActive())
         m_soundTimer.start();
+    return taken.isNews;
+}
+
+void ModelManager::follow(bool isOrderChanged)
+{
+    if (isOrderChanged)
+        m_sorting->updateSort();
+}
+
+void ModelManager::forget(const QSet<unsigned long> &alarms)
+{
+    std::vector<Nodes::BasicEvent> over;
+    for (int number = 0; number < m_model->rowCount(); ++number) {
+        if (!alarms.contains(m_model->row(number).alarm()))
+            continue;
+        over.push_back(m_model->row(number).event());
+        over.back().alarmState = Nodes::AlarmState::Normal;
+    }
+    if (!over.empty())
+        (void)addOrUpdate(over);
 }
 
 void ModelManager::refresh()
@@ -74,68 +88,64 @@ void ModelManager::refresh()
     const Nodes::systemAlarming *alarming = alarmSystem();
     if (!alarming || alarming->GetState() != Nodes::NodeState::Running)
         return;
-    QSet<unsigned long> active;
-    for (const Nodes::BasicEvent &event : alarming->GetActiveAlarms()) {
-        active.insert(event.sourceNode.GetNodeId());
-        addOrUpdate(event);
-    }
-    for (int row = m_model->rowCount() - 1; row >= 0; --row) {
-        Nodes::BasicEvent event = m_model->info(row).GetEvent();
-        event.alarmState = Nodes::AlarmState::Normal;
-        if (!active.contains(event.sourceNode.GetNodeId()))
-            addOrUpdate(event);
-    }
+    const std::vector<Nodes::BasicEvent> events = alarming->GetActiveAlarms();
+    QSet<unsigned long> over;
+    for (int number = 0; number < m_model->rowCount(); ++number)
+        over.insert(m_model->row(number).alarm());
+    for (const Nodes::BasicEvent &event : events)
+        over.remove(event.sourceNode.GetNodeId());
+    (void)addOrUpdate(events);
+    forget(over);
 }
 
-// The subsystem checks the right and writes the journal's entry; a refused row stays as it was.
-Nodes::Result ModelManager::acknowledgeRow(int row, bool isAskedFirst)
+Nodes::AlarmOccurrences ModelManager::waiting(unsigned revision) const
 {
-    const Nodes::NodeLink alarm = m_model->info(row).GetEvent().sourceNode;
+    Nodes::AlarmOccurrences seen;
+    for (int number = 0; number < m_model->rowCount(); ++number) {
+        const AlarmRow &row = m_model->row(number);
+        if (!row.isAcknowledged && row.waitsSince <= revision)
+            seen.push_back(row.occurrence());
+    }
+    return seen;
+}
+
+// The subsystem checks the rights and writes the journal's entries; a refused row stays as it was.
+void ModelManager::acknowledge(const Nodes::AlarmOccurrences &seen)
+{
     Nodes::systemAlarming *alarming = alarmSystem();
-    const bool isKnown = m_model->index(row, 0).data(ModelAlarms::AcknowledgedRole).toBool();
-    if (isKnown)
-        return {};
-    if (isAskedFirst && !HasPrivilege(Nodes::PrivilegeAcknowledge, alarm.GetNode()))
-        return Nodes::Result(Nodes::Result::AccessDenied);
-    Nodes::Result result;
-    if (alarming)
-        result = alarming->Acknowledge(alarm);
-    // Nothing to acknowledge: somebody else was faster.
-    if (result || result == Nodes::Result::NotFound) {
-        confirm(row);
-        return {};
+    if (seen.empty() || (alarming && !alarming->isAcknowledgeEnabled()))
+        return;
+    const std::vector<Nodes::Result> results =
+        alarming ? alarming->Acknowledge(seen) : std::vector<Nodes::Result>(seen.size());
+    std::vector<int> done;
+    Nodes::Result refused;
+    for (std::size_t i = 0; i < seen.size(); ++i) {
+        const int number = m_model->rowOf(seen[i].alarm.GetNodeId());
+        const bool isShown = number >= 0 && !m_model->row(number).isAcknowledged &&
+                             m_model->row(number).event().occurrence == seen[i].occurrence;
+        // Nothing to acknowledge: somebody else was faster.
+        if (isShown && (results[i] || results[i] == Nodes::Result::NotFound))
+            done.push_back(number);
+        // The alarm came anew, which the list shows or is about to.
+        else if (!results[i] && results[i] != Nodes::Result::NotFound &&
+                 results[i] != Nodes::Result::Refused)
+            refused = results[i];
     }
-    return result;
-}
-
-void ModelManager::confirm(int row)
-{
-    const QModelIndex index = m_model->index(row, 0);
-    m_model->setData(index, SoundAcknowledged, ModelAlarms::SoundStateRole);
-    m_model->setData(index, true, ModelAlarms::AcknowledgedRole);
-    removeWhenInactive(row);
+    follow(m_model->acknowledge(done));
+    updateSound();
+    ShowActionResult(refused,
+                     seen.size() == 1 ? "Тревога не квитирована" : "Тревоги не квитированы");
 }
 
 void ModelManager::acknowledge(const QModelIndex &index)
 {
-    if (!index.isValid() || index.model() != m_model)
-        return;
-    const Nodes::Result result = acknowledgeRow(index.row(), false);
-    updateSound();
-    ShowActionResult(result, "Тревога не квитирована");
+    if (index.isValid() && index.model() == m_model && !m_model->row(index.row()).isAcknowledged)
+        acknowledge(Nodes::AlarmOccurrences{m_model->row(index.row()).occurrence()});
 }
 
 void ModelManager::acknowledgeAll()
 {
-    Nodes::Result refused;
-    // From the end: rows that are done with go at once. One refusal in the journal is enough.
-    for (int row = m_model->rowCount() - 1; row >= 0; --row) {
-        const Nodes::Result result = acknowledgeRow(row, !refused);
-        if (!result)
-            refused = result;
-    }
-    updateSound();
-    ShowActionResult(refused, "Тревоги не квитированы");
+    acknowledge(waiting(m_model->revision()));
 }
 
 void ModelManager::setMuted(bool isMuted)
@@ -150,27 +160,12 @@ void ModelManager::setHideInactive(bool isHiding)
 
 void ModelManager::setRemoveInactive(bool isRemoving)
 {
-    m_isRemoving = isRemoving;
-    for (int row = m_model->rowCount() - 1; row >= 0; --row)
-        removeWhenInactive(row);
-}
-
-void ModelManager::removeWhenInactive(int row)
-{
-    if (m_isRemoving && m_model->isInactive(row))
-        m_model->removeRow(row);
+    m_model->setRemoveInactive(isRemoving);
 }
 
 void ModelManager::updateSound()
 {
-    QStringList files;
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        const QModelIndex index = m_model->index(row, 0);
-        const QString file = index.data(ModelAlarms::SoundFileRole).toString();
-        if (index.data(ModelAlarms::SoundStateRole) == SoundPlaying && !files.contains(file))
-            files.append(file);
-    }
-    m_sound->setFiles(files);
+    m_sound->setFiles(m_model->soundFiles());
 }
 
 } // namespace Widgets

@@ -2,16 +2,15 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/alarms/AlarmOccurrence.h"
 #include "nodes/events/BasicEvent.h"
 
 #include <QModelIndex>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 
-namespace Nodes {
-class Result;
-class systemAlarming;
-} // namespace Nodes
+#include <vector>
 
 namespace Utils {
 class SortingModel;
@@ -42,15 +41,26 @@ public:
     /// Columns and fonts anew from the alarm subsystem.
     void readSettings();
 
-    /// Adds the alarm's row or brings it up to date. One that is over and acknowledged is not
-    /// added, and one that is shelved, suppressed or out of service leaves the list.
-    void addOrUpdate(const Nodes::BasicEvent &event);
+    /// Adds the alarms' rows or brings them up to date. One that is over and acknowledged is not
+    /// added, and one that is shelved, suppressed or out of service leaves the list. Whether any is
+    /// news that an operator has to see; see AlarmRow::enNews.
+    bool addOrUpdate(const std::vector<Nodes::BasicEvent> &events);
+    /// These alarms, by their ids, are over.
+    void forget(const QSet<unsigned long> &alarms);
     /// Makes the rows match the subsystem's alarms; nothing while it does not run.
     void refresh();
 
+    /// Alarms that waited in the list when its revision was that, as an operator saw them then;
+    /// see ModelAlarms::revision.
+    Nodes::AlarmOccurrences waiting(unsigned revision) const;
+    /// Acknowledges these occurrences, and no later ones of the same alarms. Nothing where the
+    /// subsystem's window may not acknowledge. Refusals are told to the operator.
+    void acknowledge(const Nodes::AlarmOccurrences &seen);
+
 public slots:
+    /// Whatever waits now, seen or not.
     void acknowledgeAll();
-    /// Of the source model; refusals are told to the operator. Nothing for an invalid index.
+    /// What the row shows; of the source model. Nothing for an invalid index.
     void acknowledge(const QModelIndex &index);
     void setMuted(bool isMuted);
     void setHideInactive(bool isHiding);
@@ -58,16 +68,13 @@ public slots:
     void setRemoveInactive(bool isRemoving);
 
 private:
-    Nodes::Result acknowledgeRow(int row, bool isAskedFirst);
-    void confirm(int row);
-    void removeWhenInactive(int row);
+    void follow(bool isOrderChanged);
     void updateSound();
 
     ModelAlarms *m_model;
     Utils::SortingModel *m_sorting;
     AlarmSound *m_sound;
     QTimer m_soundTimer; // a flood of alarms is one change of what is heard
-    bool m_isRemoving = true;
 };
 
 } // namespace Widgets

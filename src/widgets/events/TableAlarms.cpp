@@ -7,8 +7,10 @@
 #include "nodes/alarms/alarmColumn.h"
 #include "utils/SortingModel.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QScroller>
 
 namespace Widgets {
@@ -66,7 +68,10 @@ void TableAlarms::setAlarms(ModelAlarms &model, Utils::SortingModel &sorting)
     m_model = &model;
     m_sorting = &sorting;
     setModel(&sorting);
-    connect(&model, &QAbstractItemModel::modelReset, this, &TableAlarms::takeColumns);
+    connect(&model, &ModelAlarms::columnsChanged, this, &TableAlarms::takeColumns);
+    // After the table itself, which forgets its selection.
+    connect(&sorting, &QAbstractItemModel::modelAboutToBeReset, this, &TableAlarms::keepPlace);
+    connect(&sorting, &QAbstractItemModel::modelReset, this, &TableAlarms::restorePlace);
     takeColumns();
 }
 
@@ -122,11 +127,94 @@ int TableAlarms::headerWidth() const
     return horizontalHeader()->length();
 }
 
+unsigned TableAlarms::seenRevision() const
+{
+    return isVisible() && m_isPainted ? m_painted : m_model->revision();
+}
+
+void TableAlarms::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    if (!m_model)
+        return;
+    m_painted = m_model->revision();
+    m_isPainted = true;
+    m_shown.clear();
+    for (int row = qMax(0, rowAt(0)); row < m_sorting->rowCount(); ++row) {
+        m_shown.append(shown(m_sorting->index(row, 0)));
+        if (m_shown.last().bottom >= viewport()->height())
+            break;
+    }
+}
+
+TableAlarms::Shown TableAlarms::shown(const QModelIndex &index) const
+{
+    const AlarmRow &row = m_model->row(m_sorting->mapToSource(index).row());
+    const int top = rowViewportPosition(index.row());
+    return {top, top + rowHeight(index.row()), row.alarm(), row.event().occurrence};
+}
+
+void TableAlarms::keepPlace()
+{
+    const QModelIndex selected = selectedRow();
+    m_selectedAlarm = selected.isValid() ? m_model->row(selected.row()).alarm() : 0;
+    m_scrolled = {horizontalScrollBar()->value(), verticalScrollBar()->value()};
+}
+
+void TableAlarms::restorePlace()
+{
+    const int row = m_selectedAlarm ? m_model->rowOf(m_selectedAlarm) : -1;
+    const QModelIndex selected = m_sorting->mapFromSource(m_model->index(row, 0));
+    if (selected.isValid())
+        selectionModel()->setCurrentIndex(selected, QItemSelectionModel::ClearAndSelect |
+                                                        QItemSelectionModel::Rows);
+    executeDelayedItemsLayout();
+    horizontalScrollBar()->setValue(m_scrolled.x());
+    verticalScrollBar()->setValue(m_scrolled.y());
+}
+
+// Rows may have moved since they were painted: what is meant is what stood on the display.
+TableAlarms::Press TableAlarms::pressAt(const QMouseEvent &event) const
+{
+    Press press;
+    press.place = event.pos();
+    press.time = event.timestamp();
+    if (event.button() != Qt::LeftButton || columnAt(event.pos().x()) != 0)
+        return press;
+    QVector<Shown> rows = m_shown;
+    const QModelIndex index = indexAt(event.pos());
+    if (!isVisible() || !m_isPainted)
+        rows = index.isValid() ? QVector<Shown>{shown(index)} : QVector<Shown>();
+    for (const Shown &row : qAsConst(rows)) {
+        if (event.pos().y() >= row.top && event.pos().y() < row.bottom) {
+            press.alarm = row.alarm;
+            press.occurrence = row.occurrence;
+        }
+    }
+    return press;
+}
+
+bool TableAlarms::follows(const QMouseEvent &event) const
+{
+    const int distance = (event.pos() - m_pressed.place).manhattanLength();
+    return m_pressed.time != 0 && distance < QApplication::startDragDistance() &&
+           event.timestamp() - m_pressed.time <=
+               static_cast<unsigned long>(QApplication::doubleClickInterval());
+}
+
+void TableAlarms::mousePressEvent(QMouseEvent *event)
+{
+    m_pressed = pressAt(*event);
+    QTableView::mousePressEvent(event);
+}
+
 void TableAlarms::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    const QModelIndex index = indexAt(event->pos());
-    if (event->button() == Qt::LeftButton && index.isValid() && index.column() == 0)
-        emit rowDoubleClicked(m_sorting->mapToSource(index));
+    const Press pressed = follows(*event) ? m_pressed : pressAt(*event);
+    m_pressed = {};
+    const int row = pressed.alarm != 0 ? m_model->rowOf(pressed.alarm) : -1;
+    if (row >= 0 && m_model->row(row).event().occurrence == pressed.occurrence)
+        emit rowDoubleClicked(m_model->index(row, 0));
     QTableView::mouseDoubleClickEvent(event);
 }
 

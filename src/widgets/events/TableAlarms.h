@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include <QTableView>
+#include <QVector>
 
 namespace Utils {
 class SortingModel;
@@ -27,21 +28,58 @@ public:
     QModelIndex selectedRow() const;
     /// Width at which no column is cut off.
     int headerWidth() const;
+    /// Revision of the list that was painted last: what an operator can have seen. The present one
+    /// while nothing is on a display.
+    unsigned seenRevision() const;
 
 signals:
-    /// The first column of a row was double-clicked; index of the source model.
+    /// The first column of a row was double-clicked; index of the source model. The row is the one
+    /// that the first of both clicks met, wherever it is now; none when it is gone, or its alarm
+    /// came anew in between.
     void rowDoubleClicked(const QModelIndex &source);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
+    /// A row as it was painted.
+    struct Shown
+    {
+        int top;
+        int bottom;
+        unsigned long alarm;
+        unsigned long occurrence;
+    };
+    /// What the first click of two met.
+    struct Press
+    {
+        QPoint place;
+        unsigned long time = 0;  // ms; 0: there was none
+        unsigned long alarm = 0; // 0: not the first column of a row
+        unsigned long occurrence = 0;
+    };
+
+    Shown shown(const QModelIndex &index) const;
+    Press pressAt(const QMouseEvent &event) const;
+    /// Whether the event is the second click after that press.
+    bool follows(const QMouseEvent &event) const;
+    void keepPlace();
+    void restorePlace();
     void sortBy(int column, Qt::SortOrder order);
     void onHeaderClicked(int column);
     void takeColumns();
 
     ModelAlarms *m_model = nullptr;
     Utils::SortingModel *m_sorting = nullptr;
+    unsigned m_painted = 0; // revision
+    bool m_isPainted = false;
+    QVector<Shown> m_shown; // painted last, from the top
+    Press m_pressed;
+    // Over a reset of the model:
+    unsigned long m_selectedAlarm = 0;
+    QPoint m_scrolled;
 };
 
 } // namespace Widgets

@@ -4,6 +4,8 @@
 #include "widgets/actions/ActionTeller.h"
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/qactionAlarm.h"
+#include "widgets/elements/AlarmWatch.h"
+#include "widgets/events/AlarmRelay.h"
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/DesktopOrder.h"
 #include "widgets/windows/FrameDisplays.h"
@@ -20,6 +22,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <QWidget>
 
@@ -28,8 +31,7 @@
 namespace Widgets {
 
 namespace {
-constexpr int keyYa = 0x042F;           // on the key of Z in the Russian layout
-constexpr int missedAlarmsDelay = 1000; // ms
+constexpr int keyYa = 0x042F; // on the key of Z in the Russian layout
 } // namespace
 
 WindowManager *g_pWindowManager = nullptr;
@@ -67,6 +69,7 @@ WindowManager::~WindowManager()
     m_gate.close();
     m_connections.clear();
     ActionTeller::instance().dismiss();
+    m_alarms.reset();
     delete m_worker; // from here on nobody else touches the queue
     m_alarmWindow.reset();
     closeEverything();
@@ -80,35 +83,39 @@ void WindowManager::subscribeAlarms()
     if (!alarming)
         return;
     connect(this, &WindowManager::alarmFired, this, &WindowManager::ReceiveAlarm);
-    m_connections.emplace_back(alarming->ConnectAlarm(
-        m_gate.guard([this](const Nodes::BasicEvent &event) { emit alarmFired(event); })));
+    m_alarms = std::make_unique<AlarmRelay>(*alarming);
+    connect(m_alarms.get(), &AlarmRelay::arrived, this, &WindowManager::takeAlarms);
+    connect(m_alarms.get(), &AlarmRelay::forgotten, this, [this](const QSet<unsigned long> &ids) {
+        if (m_alarmWindow)
+            m_alarmWindow->forget(ids);
+    });
 }
 
-// The core may run for a while before there is anybody to show its alarms.
-void WindowManager::takeEarlierAlarms()
+void WindowManager::takeAlarms(const std::vector<Nodes::BasicEvent> &alarms)
 {
-    if (const Nodes::systemAlarming *alarming = getSystemAlarming()) {
-        for (const Nodes::BasicEvent &event : alarming->GetActiveAlarms())
-            ReceiveAlarm(event);
-    }
+    GetWindowAlarms()->ReceiveAlarms(alarms);
+    AlarmWatch::tell(alarms);
+    const int own = 1;
+    if (receivers(SIGNAL(alarmFired(Nodes::BasicEvent))) <= own)
+        return;
+    const QScopedValueRollback<bool> telling(m_isTellingAlarms, true);
+    for (const Nodes::BasicEvent &alarm : alarms)
+        emit alarmFired(alarm);
 }
 
 void WindowManager::ReceiveAlarm(Nodes::BasicEvent event)
 {
+    if (m_isTellingAlarms)
+        return;
     ActionTrigger trigger;
     trigger.origin = trigger.root = ActionOrigin::Request;
-    if (m_queue.hasRoom(trigger, 1)) {
-        auto *alarm = new qactionAlarm(std::move(event));
-        alarm->setTrigger(trigger);
-        m_queue.append({alarm});
+    if (!m_queue.hasRoom(trigger, 1)) {
+        takeAlarms({event});
         return;
     }
-    // How the alarms stand is asked for afterwards, once for all that found no room.
-    if (!std::exchange(m_areAlarmsMissed, true))
-        QTimer::singleShot(missedAlarmsDelay, this, [this] {
-            m_areAlarmsMissed = false;
-            GetWindowAlarms()->open();
-        });
+    auto *alarm = new qactionAlarm(std::move(event));
+    alarm->setTrigger(trigger);
+    m_queue.append({alarm});
 }
 
 AlarmWindow *WindowManager::GetWindowAlarms()

@@ -39,6 +39,7 @@ class systemVisualization;
 namespace Widgets {
 
 class ActionRunner;
+class AlarmRelay;
 class AlarmWindow;
 class FrameDisplays;
 class WindowManagerWorkerThread;
@@ -144,6 +145,8 @@ public slots:
 signals:
     void onWidgetAdded(Widgets::WidgetLink link);
     void onWidgetDeleted(Widgets::WidgetLink link);
+    /// How an alarm stands now, after the alarm window took it; what was overtaken on the way is
+    /// left out. Emitted by others, on any thread, it brings an alarm in by ReceiveAlarm.
     void alarmFired(Nodes::BasicEvent Alarm);
     void timerFinished(Nodes::operationTimer *timer);
     void ChangeComposition(Nodes::BasicComposition *pComposition);
@@ -151,12 +154,14 @@ signals:
     void actionsFreed();
 
 private slots:
+    /// Brings one alarm to the alarm window by an action. The station's own come by takeAlarms,
+    /// which waits for no action.
     void ReceiveAlarm(Nodes::BasicEvent event);
     void onTimerFinished(Nodes::operationTimer *timer);
 
 private:
     void subscribeAlarms();
-    void takeEarlierAlarms();
+    void takeAlarms(const std::vector<Nodes::BasicEvent> &alarms);
     void watchUsers();
     void subscribeTimers();
     void subscribeActionRequests();
@@ -184,7 +189,8 @@ private:
     TimerLists m_timerLists;
     std::atomic<int> m_posted{0}; // by other threads, on their way into the queue
     std::atomic<bool> m_isOverflowTold{false};
-    bool m_areAlarmsMissed = false;
+    std::unique_ptr<AlarmRelay> m_alarms;
+    bool m_isTellingAlarms = false;
     Nodes::systemCore *m_core;
     std::unique_ptr<AlarmWindow> m_alarmWindow;
     WindowManagerWorkerThread *m_worker = nullptr;

@@ -85,7 +85,6 @@ void WindowManager::Start()
         m_frames->add(frame);
     }
     m_frames->show();
-    takeEarlierAlarms();
 }
 
 QList<QWidget *> WindowManager::createFrameWindows(const Nodes::BasicFrame &node)

@@ -8,15 +8,19 @@
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
+#include "widgets/windows/WindowManagerWorkerThread.h"
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/ResourceLink.h"
+#include "utils/SortingModel.h"
+#include "utils/TimeConversions.h"
 
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTemporaryDir>
 
 #include <thread>
@@ -60,8 +64,8 @@ struct Plant
     {
         return model().index(row, column).data(role);
     }
-    void receive(AlarmState state, unsigned long alarm = 32,
-                 Nodes::EventType type = Nodes::TypeAlarmActive) const
+    Nodes::BasicEvent event(AlarmState state, unsigned long alarm = 32,
+                            Nodes::EventType type = Nodes::TypeAlarmActive) const
     {
         Nodes::BasicEvent event;
         event.time = ++lastTime;
@@ -70,7 +74,31 @@ struct Plant
         event.sourceNode = Nodes::NodeLink(alarm);
         event.priority = 2;
         event.text = "Перегрев";
-        window().ReceiveAlarm(event);
+        return event;
+    }
+    void receive(AlarmState state, unsigned long alarm = 32,
+                 Nodes::EventType type = Nodes::TypeAlarmActive) const
+    {
+        window().ReceiveAlarm(event(state, alarm, type));
+    }
+    /// The window is up and what it has is painted.
+    void awaitPicture() const
+    {
+        TableAlarms &table = window().dialog().table();
+        QTRY_VERIFY(window().isVisible());
+        table.viewport()->repaint();
+        QCOMPARE(table.seenRevision(), model().revision());
+    }
+    bool isAcknowledged(unsigned long alarm) const
+    {
+        return model().row(model().rowOf(alarm)).isAcknowledged;
+    }
+    /// Where the alarm's row stands in the table.
+    QPoint place(unsigned long alarm) const
+    {
+        const TableAlarms &table = window().dialog().table();
+        const QModelIndex row = model().index(model().rowOf(alarm), 0);
+        return table.visualRect(manager().sorting().mapFromSource(row)).center();
     }
     template <class Button = QPushButton> Button *button(const QString &text) const
     {
@@ -108,11 +136,19 @@ private slots:
     void keepsWhatIsNotDone();
     void acknowledgesOnce_data();
     void acknowledgesOnce();
+    void acknowledgesWhatWasSeen_data();
+    void acknowledgesWhatWasSeen();
+    void meansTheRowPressed();
     void refusesVisibly();
     void soundsUntilAcknowledged();
     void obeysSettings();
     void sortsWhatWaitsFirst();
+    void keepsTheOrderOfRaising();
+    void ignoresWhatIsOvertaken();
+    void takesBatches_data();
+    void takesBatches();
     void floodArrivesWhole();
+    void waitsForNoAction();
     void keepsItsPlace();
     void toldOfEarlierAlarms();
 };
@@ -211,6 +247,70 @@ void TestAlarmWindow::acknowledgesOnce()
     QTRY_COMPARE(plant.model().rowCount(), 0);
 }
 
+void TestAlarmWindow::acknowledgesWhatWasSeen_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<AlarmState>("meanwhile");
+    QTest::newRow("all") << "Квитировать все" << AlarmState::ReturnedUnacked;
+    QTest::newRow("selected") << "Квитировать выбранный" << AlarmState::ReturnedUnacked;
+    QTest::newRow("selected, anew") << "Квитировать выбранный" << AlarmState::ActiveUnacked;
+}
+
+// While the button is down a further alarm comes, and the first one returns or comes anew.
+void TestAlarmWindow::acknowledgesWhatWasSeen()
+{
+    QFETCH(QString, button);
+    QFETCH(AlarmState, meanwhile);
+    Plant plant;
+    plant.start();
+    plant.project.publish(31, 90.0);
+    QTRY_COMPARE(plant.model().rowCount(), 1);
+    plant.awaitPicture();
+    plant.window().dialog().table().selectRow(0);
+    const unsigned long before = plant.model().row(0).event().occurrence;
+    QTest::mousePress(plant.button(button), Qt::LeftButton);
+    plant.project.publish(33, 90.0);
+    plant.project.publish(31, 10.0);
+    if (meanwhile == AlarmState::ActiveUnacked)
+        plant.project.publish(31, 90.0);
+    QTRY_COMPARE(plant.model().rowCount(), 2);
+    QTRY_COMPARE(int(plant.model().row(0).state()), int(meanwhile));
+    const bool isAnew = meanwhile == AlarmState::ActiveUnacked;
+    QTRY_COMPARE(plant.model().row(0).event().occurrence != before, isAnew);
+    QTest::mouseRelease(plant.button(button), Qt::LeftButton);
+    QTRY_COMPARE(plant.acknowledgements().size(), std::size_t(isAnew ? 0 : 1));
+    QTRY_COMPARE(plant.model().rowCount(), isAnew ? 2 : 1);
+    QVERIFY(!plant.isAcknowledged(34));
+}
+
+// Between both clicks, and already before the first is handled, other rows push the one away that
+// stood there on the display.
+void TestAlarmWindow::meansTheRowPressed()
+{
+    Plant plant;
+    plant.start();
+    plant.receive(AlarmState::ActiveUnacked);
+    plant.awaitPicture();
+    QWidget *viewport = plant.window().dialog().table().viewport();
+    const QPoint place = plant.place(32);
+    plant.receive(AlarmState::ActiveUnacked, 34);
+    QVERIFY(plant.place(34) == place && plant.place(32) != place);
+    const auto click = [&](QEvent::Type type, unsigned long time) {
+        QMouseEvent event(type, place, Qt::LeftButton, Qt::LeftButton, {});
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(viewport, &event);
+    };
+    click(QEvent::MouseButtonPress, 1000);
+    click(QEvent::MouseButtonRelease, 1080);
+    plant.receive(AlarmState::ActiveUnacked, 36);
+    plant.awaitPicture();
+    click(QEvent::MouseButtonDblClick, 1200);
+    QVERIFY(plant.isAcknowledged(32) && !plant.isAcknowledged(34) && !plant.isAcknowledged(36));
+    plant.awaitPicture();
+    QTest::mouseDClick(viewport, Qt::LeftButton, {}, plant.place(34));
+    QVERIFY(plant.isAcknowledged(34) && !plant.isAcknowledged(36));
+}
+
 void TestAlarmWindow::refusesVisibly()
 {
     Plant plant("", "", noRights);
@@ -233,17 +333,18 @@ void TestAlarmWindow::soundsUntilAcknowledged()
     const QStringList file(plant.directory.filePath("a.wav"));
     plant.receive(AlarmState::ActiveUnacked, 34); // its file does not exist
     plant.receive(AlarmState::ActiveUnacked);
-    QCOMPARE(plant.role(0, ModelAlarms::SoundStateRole).toInt(), int(SoundNone));
+    QCOMPARE(plant.role(0, ModelAlarms::SoundStateRole).toInt(), int(SoundPlaying));
     QCOMPARE(plant.role(1, ModelAlarms::SoundFileRole).toString(), file.first());
     const AlarmSound &sound = plant.manager().sound();
-    QTRY_COMPARE(sound.files(), file);
+    const QStringList withTone{file.first(), sound.tone()};
+    QTRY_COMPARE(sound.audible(), withTone);
     QTRY_VERIFY(plant.window().isVisible());
     plant.manager().setMuted(true);
     plant.receive(AlarmState::ReturnedUnacked);
     plant.manager().acknowledge(plant.model().index(0, 0));
-    QCOMPARE(sound.files(), file);
+    QCOMPARE(sound.audible(), file);
     plant.manager().acknowledge(plant.model().index(1, 0));
-    QCOMPARE(sound.files(), QStringList());
+    QCOMPARE(sound.audible(), QStringList());
 }
 
 void TestAlarmWindow::obeysSettings()
@@ -258,6 +359,11 @@ void TestAlarmWindow::obeysSettings()
     QCOMPARE(plant.role(0, Qt::DisplayRole).toString(), QString("Перегрев"));
     QCOMPARE(plant.role(0, Qt::DisplayRole, 1).toString(), QString("Тревога"));
     QVERIFY(!plant.button("Квитировать все") && !plant.button("Квитировать выбранный"));
+    TableAlarms &table = plant.window().dialog().table();
+    QSignalSpy clicked(&table, &TableAlarms::rowDoubleClicked);
+    QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, plant.place(32));
+    QCOMPARE(clicked.count(), 1);
+    QVERIFY(!plant.isAcknowledged(32));
     QVERIFY(plant.button("")->isHidden());
     QCOMPARE(plant.button("Закрыть")->height(), 60);
     plant.window().open();
@@ -283,6 +389,115 @@ void TestAlarmWindow::sortsWhatWaitsFirst()
     QCOMPARE(first(), 34UL);
     emit table.horizontalHeader()->sectionClicked(2);
     QCOMPARE(first(), 32UL);
+}
+
+void TestAlarmWindow::keepsTheOrderOfRaising()
+{
+    Plant plant;
+    QStringList shown;
+    const auto times = [&] {
+        const QAbstractItemModel *rows = plant.window().dialog().table().model();
+        QStringList texts;
+        for (int row = 0; row < rows->rowCount(); ++row)
+            texts << rows->index(row, 2).data().toString();
+        return texts;
+    };
+    for (const unsigned long alarm : {34UL, 32UL}) {
+        Nodes::BasicEvent event = plant.event(AlarmState::ActiveUnacked, alarm);
+        event.raised = event.time;
+        plant.window().ReceiveAlarm(event);
+        shown.prepend(Utils::timeText(event.raised, Utils::tableTimeFormat));
+        event.time = plant.lastTime += 1000000; // it is acknowledged elsewhere
+        event.alarmState = AlarmState::ActiveAcked;
+        plant.window().ReceiveAlarm(event);
+        plant.lastTime += 1000000;
+    }
+    QCOMPARE(times(), shown);
+    Nodes::BasicEvent doubtful = plant.model().row(plant.model().rowOf(34)).event();
+    doubtful.text += " (значение недостоверно)";
+    doubtful.time = ++plant.lastTime;
+    plant.window().ReceiveAlarm(doubtful);
+    QCOMPARE(times(), shown);
+}
+
+void TestAlarmWindow::ignoresWhatIsOvertaken()
+{
+    Plant plant;
+    plant.start();
+    Nodes::BasicEvent event = plant.event(AlarmState::ActiveUnacked);
+    event.occurrence = 5;
+    plant.window().ReceiveAlarm(event);
+    plant.manager().acknowledge(Nodes::AlarmOccurrences{{event.sourceNode, 4}});
+    QVERIFY(!plant.isAcknowledged(32));
+    QVERIFY(plant.model().acknowledge({0}));
+    event.time = ++plant.lastTime;
+    plant.window().ReceiveAlarm(event); // on its way since before the acknowledgement
+    QVERIFY(plant.isAcknowledged(32));
+    event.occurrence = 4;
+    plant.window().ReceiveAlarm(event);
+    QCOMPARE(plant.model().row(0).event().occurrence, 5UL);
+    event.occurrence = 6;
+    plant.window().ReceiveAlarm(event);
+    QVERIFY(!plant.isAcknowledged(32));
+}
+
+void TestAlarmWindow::takesBatches_data()
+{
+    QTest::addColumn<int>("stride");
+    QTest::newRow("every second row goes") << 2;
+    QTest::newRow("a few go") << 150;
+}
+
+// Selection and place stay however the rows are removed, and each signal of the model is right.
+void TestAlarmWindow::takesBatches()
+{
+    QFETCH(int, stride);
+    Plant plant("", R"(<alarmColumn id="51" name="Что" column="text"/>)");
+    plant.start();
+    QAbstractItemModelTester tester(&plant.model());
+    QAbstractItemModelTester sortedTester(&plant.manager().sorting());
+    std::vector<Nodes::BasicEvent> batch;
+    for (unsigned long alarm = 1000; alarm < 1400; ++alarm)
+        batch.push_back(plant.event(AlarmState::ActiveUnacked, alarm));
+    plant.window().ReceiveAlarms(batch);
+    plant.awaitPicture();
+    TableAlarms &table = plant.window().dialog().table();
+    QCOMPARE(table.model()->rowCount(), 400);
+    table.selectRow(200);
+    table.verticalScrollBar()->setValue(2000);
+    batch.clear();
+    for (unsigned long alarm = 1000; alarm < 1400; ++alarm) {
+        if (alarm % unsigned(stride) == 1)
+            batch.push_back(plant.event(AlarmState::Normal, alarm));
+    }
+    const int left = 400 - int(batch.size()) + 1;
+    batch.push_back(plant.event(AlarmState::ActiveUnacked, 1051)); // and it is back
+    batch.push_back(plant.event(AlarmState::Normal, 2000));
+    plant.window().ReceiveAlarms(batch);
+    QCOMPARE(plant.model().rowCount(), left);
+    QCOMPARE(plant.model().row(table.selectedRow().row()).alarm(), 1200UL);
+    QCOMPARE(table.verticalScrollBar()->value(), 2000);
+    QSignalSpy changes(&plant.model(), &QAbstractItemModel::dataChanged);
+    plant.manager().acknowledgeAll();
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(plant.model().row(table.selectedRow().row()).alarm(), 1200UL);
+    QCOMPARE(table.verticalScrollBar()->value(), 2000);
+    for (int row = 0; row < left; ++row)
+        QCOMPARE(plant.model().rowOf(plant.model().row(row).alarm()), row);
+}
+
+void TestAlarmWindow::waitsForNoAction()
+{
+    Plant plant;
+    plant.start();
+    auto *worker = plant.project.manager->findChild<WindowManagerWorkerThread *>();
+    QSignalSpy actions(worker, &WindowManagerWorkerThread::ActionExecuted);
+    QSignalSpy told(plant.project.manager.get(), &WindowManager::alarmFired);
+    plant.project.publish(31, 90.0);
+    QTRY_COMPARE(plant.model().rowCount(), 1);
+    QCOMPARE(told.count(), 1);
+    plant.project.run(40);
+    QCOMPARE(actions.count(), 1); // that one
 }
 
 void TestAlarmWindow::floodArrivesWhole()

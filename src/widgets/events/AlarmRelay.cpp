@@ -1,0 +1,68 @@
+#include "widgets/events/AlarmRelay.h"
+
+#include "nodes/alarms/AlarmFeed.h"
+#include "nodes/alarms/systemAlarming.h"
+#include "utils/RelayDispatcher.h"
+#include "utils/RelayTarget.h"
+
+#include <utility>
+
+namespace Widgets {
+
+namespace {
+
+// Sorting a batch into a list of 10,000 takes about half of what a display may stand still.
+constexpr std::size_t batchSize = 1000;
+
+} // namespace
+
+class AlarmRelay::Target : public Utils::RelayTarget
+{
+public:
+    AlarmRelay *relay = nullptr; // GUI thread; null when that is gone
+
+protected:
+    void deliver() override
+    {
+        if (relay)
+            relay->take();
+    }
+};
+
+AlarmRelay::AlarmRelay(Nodes::systemAlarming &alarming, QObject *parent)
+    : QObject(parent), m_alarming(alarming), m_target(std::make_shared<Target>())
+{
+    Utils::RelayDispatcher::instance(); // made on this thread
+    m_target->relay = this;
+    m_feed = alarming.OpenFeed([target = m_target] { target->request(); });
+    m_target->request();
+}
+
+AlarmRelay::~AlarmRelay()
+{
+    m_target->relay = nullptr;
+}
+
+void AlarmRelay::take()
+{
+    const Nodes::AlarmFeed::Batch batch = m_feed->Take(batchSize);
+    if (batch.hasMore)
+        m_target->request();
+    // The station's end is no reason to call its alarms over.
+    if (batch.isAnew && m_alarming.GetState() == Nodes::NodeState::Running) {
+        m_isAnew = true;
+        m_earlier += std::exchange(m_active, {});
+    }
+    for (const Nodes::BasicEvent &alarm : batch.alarms) {
+        if (alarm.alarmState == Nodes::AlarmState::Normal)
+            m_active.remove(alarm.sourceNode.GetNodeId());
+        else
+            m_active.insert(alarm.sourceNode.GetNodeId());
+    }
+    if (!batch.alarms.empty())
+        emit arrived(batch.alarms);
+    if (!batch.hasMore && std::exchange(m_isAnew, false))
+        emit forgotten(std::exchange(m_earlier, {}) - m_active);
+}
+
+} // namespace Widgets

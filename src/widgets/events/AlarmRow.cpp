@@ -1,0 +1,168 @@
+#include "widgets/events/AlarmRow.h"
+
+#include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/alarmColumn.h"
+#include "utils/SortingModel.h"
+#include "utils/TimeConversions.h"
+
+namespace Widgets {
+
+using Nodes::alarmColumn;
+using Nodes::AlarmState;
+
+namespace {
+
+bool isWaiting(const Nodes::BasicEvent &event)
+{
+    return event.alarmState == AlarmState::ActiveUnacked ||
+           event.alarmState == AlarmState::ReturnedUnacked;
+}
+
+// The level of a journal entry tells what was done; that of a row how grave the alarm is.
+Nodes::BasicEvent listed(Nodes::BasicEvent event)
+{
+    if (event.priority > 0)
+        event.level = Nodes::AlarmLevel(event.priority);
+    return event;
+}
+
+template <class Value> int order(const Value &left, const Value &right)
+{
+    return left < right ? -1 : right < left ? 1 : 0;
+}
+
+} // namespace
+
+enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event)
+{
+    switch (event.alarmState) {
+    case AlarmState::ActiveUnacked:
+    case AlarmState::ActiveAcked:
+        return AlarmPresent;
+    case AlarmState::ReturnedUnacked:
+    case AlarmState::Normal:
+        return AlarmGone;
+    default:
+        return AlarmElsewhere;
+    }
+}
+
+AlarmRow::AlarmRow(const Nodes::BasicEvent &event, unsigned revision)
+    : info(std::make_unique<Nodes::EventInfo>(listed(event))),
+      waitsSince(revision),
+      textKey(Utils::SortingModel::textKey(text(alarmColumn::Text)))
+{
+    judge();
+    readNode();
+}
+
+bool AlarmRow::isToBeListed(const Nodes::BasicEvent &event)
+{
+    return AlarmStateCode(event) != AlarmElsewhere && event.alarmState != AlarmState::Normal;
+}
+
+// Occurrences are numbered upwards, so an announcement that was overtaken is known by its number;
+// what was acknowledged of an occurrence stays so. Number 0 tells nothing.
+AlarmRow::enNews AlarmRow::take(const Nodes::BasicEvent &news, unsigned revision)
+{
+    const Nodes::BasicEvent before = event();
+    const bool wasAcknowledged = isAcknowledged;
+    const bool isNumbered = news.occurrence != 0;
+    const bool isSame = news.occurrence == before.occurrence;
+    if (isNumbered && news.occurrence < before.occurrence)
+        return Nothing;
+    if (isNumbered && isSame && wasAcknowledged && isWaiting(news))
+        return Nothing;
+    if (!info->Update(listed(news)))
+        return Nothing;
+    if (news.text != before.text)
+        textKey = Utils::SortingModel::textKey(text(alarmColumn::Text));
+    judge();
+    if (!isSame || !isNumbered)
+        readNode();
+    const bool isAnew = !isSame || (wasAcknowledged && !isAcknowledged);
+    if (isAnew)
+        waitsSince = revision;
+    const bool isChanged = !isAcknowledged && news.alarmState != before.alarmState;
+    const bool isPresent = stateCode == AlarmPresent && news.type != Nodes::TypeAcknowledgement;
+    return isChanged || (isAnew && (!isAcknowledged || isPresent)) ? ToBeSeen : Minor;
+}
+
+void AlarmRow::judge()
+{
+    stateCode = AlarmStateCode(event());
+    isAcknowledged = !isWaiting(event());
+    soundState = isAcknowledged         ? SoundAcknowledged
+                 : !soundFile.isEmpty() ? SoundPlaying
+                                        : SoundNone;
+}
+
+void AlarmRow::readNode()
+{
+    const auto *alarm = dynamic_cast<const Nodes::BasicAlarm *>(event().sourceNode.GetNode());
+    soundFile = alarm ? QString::fromStdString(alarm->GetSound().GetFullFilePath()) : QString();
+    judge();
+}
+
+void AlarmRow::acknowledge()
+{
+    isAcknowledged = true;
+    soundState = SoundAcknowledged;
+}
+
+AlarmState AlarmRow::state() const
+{
+    const AlarmState told = event().alarmState;
+    if (!isAcknowledged)
+        return told;
+    return told == AlarmState::ActiveUnacked     ? AlarmState::ActiveAcked
+           : told == AlarmState::ReturnedUnacked ? AlarmState::Normal
+                                                 : told;
+}
+
+Nodes::Timestamp AlarmRow::raised() const
+{
+    return event().raised != 0 ? event().raised : event().time;
+}
+
+int AlarmRow::urgency() const
+{
+    const bool isPresent = stateCode == AlarmPresent;
+    const int group = isAcknowledged ? (isPresent ? 20 : 30) : (isPresent ? 0 : 10);
+    return group + event().priority;
+}
+
+QString AlarmRow::text(int kind) const
+{
+    switch (kind) {
+    case alarmColumn::Group: {
+        Nodes::BasicEvent shown = event();
+        shown.alarmState = state();
+        return QString::fromStdString(Nodes::EventInfo(std::move(shown)).GetGroupString());
+    }
+    case alarmColumn::Time:
+        return Utils::timeText(raised(), Utils::tableTimeFormat);
+    case alarmColumn::Level:
+        return QString::fromStdString(info->GetEventLevel());
+    default:
+        return QString::fromStdString(event().text);
+    }
+}
+
+int AlarmRow::compare(const AlarmRow &other, int kind) const
+{
+    switch (kind) {
+    case alarmColumn::Number:
+        return 0; // as they came
+    case alarmColumn::Group:
+        return order(urgency(), other.urgency());
+    case alarmColumn::Time:
+        return order(raised(), other.raised());
+    case alarmColumn::Level:
+        return order(int(event().level), int(other.event().level));
+    default:
+        return textKey.compare(other.textKey);
+    }
+}
+
+} // namespace Widgets

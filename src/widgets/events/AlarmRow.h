@@ -1,0 +1,76 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include "nodes/alarms/AlarmOccurrence.h"
+#include "nodes/events/EventInfo.h"
+
+#include <QCollatorSortKey>
+#include <QString>
+
+#include <memory>
+
+namespace Widgets {
+
+/// Whether an alarm's condition is present, as its row has it under StateCodeRole.
+enum enAlarmStateCode {
+    AlarmElsewhere = 0, ///< no alarm, or shelved, suppressed, out of service: not on the list
+    AlarmGone = 2,
+    AlarmPresent = 3
+};
+WIDGETS_EXPORT enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event);
+
+/// State of a row's sound.
+enum enAlarmSound {
+    SoundNone = 0, ///< waits for acknowledgement, but has no sound
+    SoundPlaying = 1,
+    SoundAcknowledged = 3
+};
+
+/// One alarm of the alarm window, with what its list needs to sort and paint it quickly.
+struct WIDGETS_EXPORT AlarmRow
+{
+    AlarmRow(const Nodes::BasicEvent &event, unsigned revision);
+
+    /// What an event told: nothing, for it is known or overtaken; something; something that an
+    /// operator has to see: the alarm came anew, waits again, or its condition changed while it
+    /// waits. Not that it was acknowledged, is over, or its value is doubtful.
+    enum enNews { Nothing, Minor, ToBeSeen };
+    /// Shows what the event tells.
+    enNews take(const Nodes::BasicEvent &event, unsigned revision);
+    /// Whether the event gives an alarm a row that has none.
+    static bool isToBeListed(const Nodes::BasicEvent &event);
+    /// Counts before the subsystem tells it.
+    void acknowledge();
+
+    const Nodes::BasicEvent &event() const { return info->GetEvent(); }
+    Nodes::AlarmOccurrence occurrence() const { return {event().sourceNode, event().occurrence}; }
+    unsigned long alarm() const { return event().sourceNode.GetNodeId(); }
+    /// As the row shows it now.
+    Nodes::AlarmState state() const;
+    /// When this occurrence was raised; where the event does not tell, its own time.
+    Nodes::Timestamp raised() const;
+    /// Over and acknowledged: nothing is left to be done about it.
+    bool isInactive() const { return stateCode != AlarmPresent && isAcknowledged; }
+    /// What waits for acknowledgement stands above what only lasts, the graver before the lesser.
+    int urgency() const;
+    /// What the column of that kind shows.
+    QString text(int kind) const;
+    /// Below, at or above 0 as this row stands before, beside or after the other.
+    int compare(const AlarmRow &other, int kind) const;
+
+    std::unique_ptr<Nodes::EventInfo> info; // pointed to from outside
+    int stateCode = AlarmElsewhere;
+    int soundState = SoundNone;
+    bool isAcknowledged = false;
+    bool isLeaving = false;  // at the end of the batch
+    unsigned waitsSince = 0; // revision of the list in which this occurrence came to wait
+    QString soundFile;
+    QCollatorSortKey textKey;
+
+private:
+    void judge();
+    void readNode();
+};
+
+} // namespace Widgets
