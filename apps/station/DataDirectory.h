@@ -1,19 +1,22 @@
 #pragma once
 
-#include "apps/station/ProcessLock.h"
-
 #include "nodes/values/Result.h"
 
 #include <QString>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 class QTemporaryDir;
 
 namespace Station {
 
 /// Where a station keeps journal and archive. Held by one process at a time, as long as the object
-/// lives: two stations writing the same journal would break its chain.
+/// lives: two stations writing the same journal would break its chain. Once a second a thread of
+/// its own looks whether the directory is still there; one that was removed or replaced is made and
+/// held again, so that the stores can go on. GUI thread; only its destructor may wait for the disk,
+/// and for a second at most.
 class DataDirectory
 {
 public:
@@ -31,11 +34,20 @@ public:
     [[nodiscard]] Nodes::Result openTemporary();
 
     const QString &path() const { return m_path; }
+    bool isTemporary() const { return m_temporary != nullptr; }
+    /// Places for records that cannot be written here, of this directory and user alone, the best
+    /// one first: below `base`, or else where a restart of the machine keeps them and then where a
+    /// full disk does not matter.
+    std::vector<std::string> fallbacks(const std::string &base) const;
+    /// What is wrong with the directory, in English; "" when nothing is.
+    std::string trouble() const;
 
 private:
+    struct Watch;
+
     QString m_path;
     std::unique_ptr<QTemporaryDir> m_temporary;
-    ProcessLock m_lock;
+    std::shared_ptr<Watch> m_watch; // shared with its thread, which a disk may hold
 };
 
 /// `name` with everything that is neither letter, digit, '-' nor '_' replaced by '_'.

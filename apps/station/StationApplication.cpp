@@ -2,6 +2,7 @@
 
 #include "apps/station/ScreenshotRun.h"
 #include "apps/station/StationOptions.h"
+#include "apps/station/StopWatchdog.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/LoadReport.h"
@@ -14,13 +15,16 @@
 #include <QApplication>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 
 namespace Station {
 
 namespace {
 constexpr int shutdownPatience = 2000; // ms
-}
+constexpr int recordsLost = 4;         // exit code
+constexpr std::chrono::seconds longestStop(20);
+} // namespace
 
 StationApplication::StationApplication(const StationOptions &options)
     : m_options(options),
@@ -62,7 +66,7 @@ int StationApplication::run()
     startCore();
     const int code = m_signals.wasReceived() ? 0 : serve();
     shutDown();
-    return code;
+    return code == 0 && m_health->lostRecords() > 0 ? recordsLost : code;
 }
 
 bool StationApplication::load()
@@ -116,6 +120,8 @@ bool StationApplication::openData()
             : m_data.open(asked.isEmpty() ? DataDirectory::defaultPath(name) : asked);
     if (opened) {
         m_core->SetDataDirectory(m_data.path().toStdString());
+        if (!m_data.isTemporary())
+            m_core->SetFallbackDirectories(m_data.fallbacks(m_options.fallback));
         return true;
     }
     const bool isTaken = opened == Nodes::Result::Refused;
@@ -148,7 +154,10 @@ void StationApplication::startCore()
 {
     const Nodes::Result started = m_core->Start();
     if (!started)
-        std::fprintf(stderr, "station: runs without its journal: %s\n", started.ToString().c_str());
+        std::fprintf(stderr, "station: the journal cannot be written: %s; trying on\n",
+                     started.ToString().c_str());
+    m_health = std::make_unique<StationHealth>(*m_core, m_data);
+    m_status.watch(*m_health);
     m_clock.mark("core started");
 }
 
@@ -168,10 +177,13 @@ int StationApplication::serve()
 
 void StationApplication::shutDown()
 {
+    const StopWatchdog watchdog(longestStop, recordsLost);
     if (m_manager)
         m_manager->finishActions(shutdownPatience); // what the windows do on closing
     m_manager.reset();
     m_core->Stop();
+    if (m_health)
+        m_health->finish();
 }
 
 } // namespace Station

@@ -3,6 +3,7 @@
 #include "apps/station/DataDirectory.h"
 #include "apps/station/SignalHandlers.h"
 #include "apps/station/StartClock.h"
+#include "apps/station/StationHealth.h"
 #include "apps/station/StationStatus.h"
 
 #include <QObject>
@@ -31,7 +32,8 @@ public:
     explicit StationApplication(const StationOptions &options);
     ~StationApplication() override;
 
-    /// Exit code of the process: 0, 1 when the station could not start, those of the pictures.
+    /// Exit code of the process: 0, 1 when the station could not start, 4 when records were lost,
+    /// those of the pictures.
     [[nodiscard]] int run();
 
 private:
@@ -49,6 +51,7 @@ private:
     const StationOptions &m_options;
     SignalHandlers m_signals;
     StartClock m_clock;
+    std::unique_ptr<StationHealth> m_health; // told of in the last status
     StationStatus m_status;
     DataDirectory m_data;
     std::unique_ptr<Nodes::systemCore> m_core;

@@ -80,6 +80,9 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
     app.add_option("--data", dataDirectory,
                    "directory for journal and archive (default: in the user's data directory)")
         ->type_name("DIR");
+    app.add_option("--fallback", fallback,
+                   "directory on another disk for records that cannot be written to that one")
+        ->type_name("DIR");
     CLI::Option *status = app.add_option("--status-file", statusFile,
                                          "file to keep the station's health in, for supervisors")
                               ->type_name("FILE");

@@ -15,6 +15,7 @@ struct StationOptions
     int pictureHeight = 1080;
     std::string station;       ///< name of the project's station to be; "" for the first
     std::string dataDirectory; ///< "" for the default of the project
+    std::string fallback;      ///< directory for what cannot be written there; "" for the default
     std::string platform;      ///< Qt platform plug-in; "" lets Qt choose
     std::string statusFile;    ///< file to keep the station's health in; "" for none
     bool hasStatusTexts = false;

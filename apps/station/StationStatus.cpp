@@ -1,6 +1,7 @@
 #include "apps/station/StationStatus.h"
 
 #include "apps/station/StartClock.h"
+#include "apps/station/StationHealth.h"
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/system/systemCore.h"
@@ -116,6 +117,12 @@ QByteArray StationStatus::describe(const char *state) const
     };
     if (!m_alarms.isEmpty())
         status["alarms"] = m_alarms;
+    if (m_health) {
+        status["records"] = m_health->records();
+        status["drivers"] = m_health->drivers();
+    }
+    if (m_manager)
+        status["queues"] = QJsonObject{{"actions", m_manager->queuedActions()}};
     if (const auto firstFrame = m_clock.firstFrame())
         status["firstFrameMs"] = double(*firstFrame);
     return QJsonDocument(status).toJson();

@@ -18,6 +18,7 @@ class WindowManager;
 namespace Station {
 
 class StartClock;
+class StationHealth;
 
 /// Health of the station for whoever supervises it: a JSON file, replaced as a whole once a second
 /// and when the number of values of one quality changes. It tells what the elements show, not what
@@ -34,6 +35,8 @@ public:
     /// Writes state "stopped".
     ~StationStatus() override;
 
+    /// Tells of records and drivers too, from now on; `health` may be destroyed before this object.
+    void watch(const StationHealth &health) { m_health = &health; }
     /// State "running" from now on; `manager` may be destroyed before this object.
     void serve(Widgets::WindowManager &manager);
 
@@ -49,6 +52,7 @@ private:
     bool m_withTexts;
     const StartClock &m_clock;
     QPointer<Widgets::WindowManager> m_manager;
+    QPointer<const StationHealth> m_health;
     QString m_project;
     QTimer m_timer;
     QElapsedTimer m_sinceWrite;

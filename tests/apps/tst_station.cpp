@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -43,6 +45,8 @@ private slots:
     void guardsItsDataDirectory();
     void passesOverDeadLocks_data();
     void passesOverDeadLocks();
+    void tellsWhatItCouldNotWrite_data();
+    void tellsWhatItCouldNotWrite();
     void outlivesTheReaderOfItsLog_data();
     void outlivesTheReaderOfItsLog();
     void hashesPasswords_data();
@@ -225,6 +229,55 @@ void StationTest::passesOverDeadLocks()
     lock.close();
     QProcess station;
     startGood(station);
+    station.terminate();
+    QCOMPARE(finish(station), 0);
+}
+
+void StationTest::tellsWhatItCouldNotWrite_data()
+{
+    QTest::addColumn<bool>("hasFallback");
+    QTest::addColumn<int>("code");
+    QTest::newRow("kept elsewhere") << true << 0;
+    QTest::newRow("lost") << false << 4;
+}
+
+void StationTest::tellsWhatItCouldNotWrite()
+{
+    QFETCH(bool, hasFallback);
+    const QString journal = m_directory->filePath("data/journal.sqlite");
+    QVERIFY(QDir().mkpath(journal) && QDir().mkpath(journal + ".spill"));
+    const QString status = m_directory->filePath("status");
+    const QStringList arguments{write(goodProject),
+                                "--data",
+                                m_directory->filePath("data"),
+                                "--fallback",
+                                hasFallback ? m_directory->path() : "/dev/null",
+                                "--status-file",
+                                status};
+    const auto records = [&status] {
+        QFile file(status);
+        return file.open(QIODevice::ReadOnly)
+                   ? QJsonDocument::fromJson(file.readAll()).object()["records"].toObject()
+                   : QJsonObject();
+    };
+    const auto count = [&](const char *name) {
+        return records()["journal"].toObject()[QLatin1String(name)].toInt();
+    };
+    QProcess station;
+    start(station, arguments);
+    QTRY_VERIFY_WITH_TIMEOUT(records()["atRisk"].toBool(), patience);
+    QTRY_VERIFY(count(hasFallback ? "aside" : "waiting") > 0);
+    station.terminate();
+    QTEST(finish(station), "code");
+    const QByteArray said = station.readAllStandardError();
+    QVERIFY2(said.contains("records are at risk: journal: "), said);
+    QVERIFY2(said.contains(hasFallback ? "added at the next start" : "station: lost: "), said);
+    const int kept = count("aside");
+    QCOMPARE(kept > 0, hasFallback);
+    QVERIFY(QDir().rmdir(journal) && QDir().rmdir(journal + ".spill"));
+    start(station, arguments);
+    QTRY_VERIFY_WITH_TIMEOUT(count("stored") > kept && count("aside") == 0, patience);
+    QVERIFY(!records()["atRisk"].toBool());
     station.terminate();
     QCOMPARE(finish(station), 0);
 }

@@ -12,10 +12,8 @@ namespace Nodes {
 
 struct AlarmEngine::Watch
 {
-    Watch(const BasicAlarm &alarm, std::size_t number, unsigned long &lastOccurrence)
-        : tracker(AlarmSettings::Of(alarm), lastOccurrence),
-          cell(alarm.GetSignal()->GetCell()),
-          place(number)
+    Watch(const BuiltInAlarm &alarm, std::size_t number, unsigned long &lastOccurrence)
+        : tracker(alarm.settings, lastOccurrence), cell(alarm.cell), place(number)
     {
     }
     unsigned long NodeId() const { return tracker.GetSettings().node.GetNodeId(); }
@@ -34,19 +32,22 @@ AlarmEngine::~AlarmEngine()
     Stop();
 }
 
-void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms, EventJournal *journal,
+void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms,
+                        const std::vector<BuiltInAlarm> &builtIn, EventJournal *journal,
                         std::shared_ptr<AlarmStateStore> store)
 {
     Stop();
     m_outbox.SetJournal(journal);
     {
         const std::lock_guard lock(m_mutex);
-        for (const BasicAlarm *alarm : alarms) {
-            m_watches.push_back(
-                std::make_unique<Watch>(*alarm, m_watches.size(), m_lastOccurrence));
+        std::vector<BuiltInAlarm> all = builtIn;
+        for (const BasicAlarm *alarm : alarms)
+            all.push_back({AlarmSettings::Of(*alarm), alarm->GetSignal()->GetCell()});
+        for (const BuiltInAlarm &alarm : all) {
+            m_watches.push_back(std::make_unique<Watch>(alarm, m_watches.size(), m_lastOccurrence));
             Watch *watch = m_watches.back().get();
-            m_byNode[alarm->GetId()] = watch;
-            m_byCell.emplace(watch->cell.get(), watch);
+            m_byNode[watch->NodeId()] = watch;
+            m_byCell.emplace(alarm.cell.get(), watch);
         }
         m_outbox.BeginFeedsAnew(m_watches.size());
     }

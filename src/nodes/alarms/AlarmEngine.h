@@ -5,6 +5,7 @@
 #include "nodes/alarms/AlarmOutbox.h"
 #include "nodes/alarms/AlarmStateKeeper.h"
 #include "nodes/alarms/AlarmTracker.h"
+#include "nodes/alarms/BuiltInAlarm.h"
 #include "nodes/timers/DeadlineThread.h"
 #include "nodes/values/ValueSubscription.h"
 
@@ -39,7 +40,8 @@ public:
     ~AlarmEngine();
 
     /// `journal` may be null; without a store nothing is kept over a restart.
-    void Start(const std::vector<const BasicAlarm *> &alarms, EventJournal *journal,
+    void Start(const std::vector<const BasicAlarm *> &alarms,
+               const std::vector<BuiltInAlarm> &builtIn, EventJournal *journal,
                std::shared_ptr<AlarmStateStore> store);
     /// Announces and keeps what there is; see AlarmStateKeeper::Stop.
     void Stop();

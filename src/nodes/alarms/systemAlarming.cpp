@@ -2,9 +2,11 @@
 
 #include "nodes/alarms/AlarmEngine.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/RecordsAlarm.h"
 #include "nodes/alarms/SqliteAlarmStates.h"
 #include "nodes/alarms/alarmColumn.h"
 #include "nodes/auth/AccessCheck.h"
+#include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
@@ -21,9 +23,13 @@ constexpr int longestShelf = 86400; // s
 
 } // namespace
 
-systemAlarming::systemAlarming() : m_engine(std::make_shared<AlarmEngine>()) {}
+systemAlarming::systemAlarming()
+    : m_recordsAlarm(std::make_unique<RecordsAlarm>()), m_engine(std::make_shared<AlarmEngine>())
+{
+}
 systemAlarming::~systemAlarming()
 {
+    m_recordsAlarm->Stop();
     m_engine->Stop(); // which feeds may keep
 }
 
@@ -85,12 +91,20 @@ Result systemAlarming::Start()
     if (core)
         states = std::make_shared<SqliteAlarmStates>(
             (std::filesystem::path(core->GetDataDirectory()) / "alarms.sqlite").string());
-    m_engine->Start(alarms, core ? &core->GetJournal() : nullptr, std::move(states));
+    EventJournal *journal = core ? &core->GetJournal() : nullptr;
+    std::vector<BuiltInAlarm> builtIn;
+    if (journal)
+        builtIn.push_back(m_recordsAlarm->Describe(GetNodeLink()));
+    m_engine->Start(alarms, builtIn, journal, std::move(states));
+    if (journal)
+        m_recordsAlarm->Start(
+            {[journal] { return journal->GetHealth(); }, [this] { return m_engine->GetHealth(); }});
     return ConfigNode::Start();
 }
 
 Result systemAlarming::Stop()
 {
+    m_recordsAlarm->Stop();
     m_engine->Stop();
     return ConfigNode::Stop();
 }

@@ -18,6 +18,7 @@ namespace Nodes {
 class AlarmEngine;
 class AlarmTracker;
 class BasicSignal;
+class RecordsAlarm;
 class alarmColumn;
 struct AlarmMoment;
 
@@ -100,6 +101,7 @@ private:
     int m_fontSize = 12;
     int m_headerFontSize = 11;
     bool m_isHeaderBold = true;
+    std::unique_ptr<RecordsAlarm> m_recordsAlarm;
     std::shared_ptr<AlarmEngine> m_engine; // feeds may outlive the node
 };
 

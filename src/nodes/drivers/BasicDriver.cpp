@@ -9,6 +9,15 @@
 
 namespace Nodes {
 
+BasicDriver::BasicDriver() : m_link(std::make_shared<ValueCell>()) {}
+
+std::optional<bool> BasicDriver::isConnected() const
+{
+    const SignalValue link = m_link->Value();
+    const bool isKnown = link.GetType() == enSignalValueType::Bool && link.IsGood();
+    return isKnown ? std::optional(link.ToBool()) : std::nullopt;
+}
+
 void BasicDriver::Describe(KindBuilder &builder)
 {
     builder.Property<&BasicDriver::m_isEnabled>(3001, "enabled", "Enabled", "Включён")
@@ -62,7 +71,7 @@ Result BasicDriver::Stop()
 
 BasicDriver::Cells BasicDriver::GetStatusCells() const
 {
-    Cells cells;
+    Cells cells{m_link};
     for (const BasicSignal *signal : GetSignals()) {
         if (dynamic_cast<const driverStatus *>(signal))
             cells.push_back(signal->GetCell());
@@ -78,6 +87,7 @@ void BasicDriver::PublishStatus(const Cells &cells, bool isConnected)
 
 void BasicDriver::DegradeAll(const Result &reason)
 {
+    m_link->Degrade(Quality::Bad, reason);
     for (const BasicSignal *signal : GetSignals()) {
         if (signal->GetOrigin() != SignalOrigin::Process)
             SignalSink(*signal).Lose(reason);

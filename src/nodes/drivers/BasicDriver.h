@@ -3,6 +3,7 @@
 #include "nodes/model/ConfigNode.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,10 @@ class ValueCell;
 class NODES_EXPORT BasicDriver : public ConfigNode
 {
 public:
+    BasicDriver();
     bool isEnabled() const { return m_isEnabled; }
+    /// Whether its device answers; nothing while it does not run or has not tried yet. Any thread.
+    std::optional<bool> isConnected() const;
 
     /// Every signal whose nearest driver this is, in tree order, its driverStatus signals among
     /// them. A driver below this one keeps its own.
@@ -55,7 +59,8 @@ protected:
     /// Joins the thread; called only after StartWork succeeded.
     virtual void StopWork() = 0;
 
-    /// Cells of the driverStatus signals below: a thread publishes the link state into them.
+    /// Cells of the driverStatus signals below and the driver's own: a thread publishes the link
+    /// state into them.
     Cells GetStatusCells() const;
     static void PublishStatus(const Cells &cells, bool isConnected);
 
@@ -68,6 +73,7 @@ private:
                              ValidationResults &results);
 
     bool m_isEnabled = true;
+    std::shared_ptr<ValueCell> m_link; // link state, as a driverStatus has it
 };
 
 } // namespace Nodes

@@ -9,7 +9,9 @@
 
 namespace Nodes {
 
-Result PrivateDirectory::Check(const std::string &path)
+namespace {
+
+Result checkOne(const std::string &path)
 {
     struct stat status = {};
     if (::lstat(path.c_str(), &status) != 0)
@@ -19,6 +21,15 @@ Result PrivateDirectory::Check(const std::string &path)
                        (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
     return isOwn ? Result()
                  : Result(Result::Refused, path + ": not a directory of this user alone");
+}
+
+} // namespace
+
+Result PrivateDirectory::Check(const std::string &path)
+{
+    // Who owns the one above could put another one in its place.
+    const Result above = checkOne(std::filesystem::path(path).parent_path().string());
+    return above ? checkOne(path) : above;
 }
 
 Result PrivateDirectory::Make(const std::string &path)

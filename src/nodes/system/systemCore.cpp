@@ -155,6 +155,11 @@ std::string systemCore::GetDataDirectory() const
     return (fs::path(GetProjectPath()) / "data").string();
 }
 
+void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)
+{
+    m_journal->SetFallbacks(directories);
+}
+
 void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::string file)
 {
     if (GetState() == NodeState::Running)

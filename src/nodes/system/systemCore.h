@@ -55,6 +55,9 @@ public:
     /// "data" beside the project file.
     void SetDataDirectory(std::string directory) { m_dataDirectory = std::move(directory); }
     std::string GetDataDirectory() const;
+    /// Directories on other disks for records that cannot be written there, the best one first:
+    /// see EventJournal::SetFallbacks. Before Start; none by default.
+    void SetFallbackDirectories(const std::vector<std::string> &directories);
 
     /// Loads "project.xml" of the current project path again, of a directory, or a file; on this
     /// thread. On failure the project that was loaded stays.

@@ -91,7 +91,7 @@ struct Plant
     }
     ~Plant() { engine->Stop(); }
 
-    void start() { engine->Start({alarms.begin(), alarms.end()}, nullptr, store); }
+    void start() { engine->Start({alarms.begin(), alarms.end()}, {}, nullptr, store); }
     void publish(std::size_t tank, double value) { tanks[tank]->GetCell()->Publish(value); }
     AlarmFeed openFeed()
     {

@@ -7,6 +7,7 @@
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <mutex>
@@ -106,6 +107,27 @@ private slots:
         for (const int i : {0, 1, 2})
             QCOMPARE(station.events()[i].alarmState,
                      i == 1 ? AlarmState::Shelved : AlarmState::ActiveUnacked);
+    }
+
+    // Nobody configured it: the station itself watches its records.
+    void tellsOfRecordsAtRisk()
+    {
+        const QDir data(m_directory->filePath("data"));
+        QVERIFY(data.mkpath("journal.sqlite") && data.mkpath("journal.sqlite.spill"));
+        CoreFixture station(*m_directory);
+        auto *alarming = station.add<systemAlarming>("alarming", station.root());
+        QCOMPARE(station.core.Start().GetType(), Result::StorageError);
+        QVERIFY(alarming->GetActiveAlarms().empty());
+        // Longer than a backup may hold a file.
+        ManualClock::Use().Advance(4 * ManualClock::second);
+        QTRY_COMPARE(alarming->GetActiveAlarms().size(), std::size_t(1));
+        const BasicEvent told = alarming->GetActiveAlarms()[0];
+        QCOMPARE(told.priority, 1);
+        QVERIFY(told.text.find("Записи станции под угрозой") == 0);
+        QVERIFY(data.rmdir("journal.sqlite") && data.rmdir("journal.sqlite.spill"));
+        QVERIFY(alarming->Acknowledge(told.sourceNode, "вижу"));
+        QTRY_VERIFY(alarming->GetActiveAlarms().empty());
+        QCOMPARE(station.journalledText("под угрозой").size(), std::size_t(3));
     }
 
     void journalled()

@@ -37,6 +37,12 @@ HostSnapshot captured()
     s.osRelease = "NAME=\"Some\"\nPRETTY_NAME=\"Some Linux 12\"\n";
     s.hostName = "station-1";
     s.processCount = 123;
+    s.wall = 1000000000;
+    s.journal.waiting = 3;
+    s.journal.aside = 40;
+    s.journal.lost = 5;
+    s.journal.troubledSince = 970000000;
+    s.alarmsUnkept = 6;
     return s;
 }
 
@@ -88,6 +94,12 @@ private slots:
         good("own processor time", HostMetric::ProcessCpu, "", "50");
         good("host name", HostMetric::HostName, "", "station-1");
         good("system", HostMetric::OsRelease, "", "Some Linux 12");
+
+        good("journal in memory", HostMetric::JournalWaiting, "", "3");
+        good("journal aside", HostMetric::JournalAside, "", "40");
+        good("journal lost", HostMetric::JournalLost, "", "5");
+        good("journal not written", HostMetric::JournalTrouble, "", "30");
+        good("alarms not kept", HostMetric::AlarmsUnkept, "", "6");
 
         const auto parse = Result::ParseError;
         row("empty stat", HostMetric::CpuTotal, "", "", parse, "");

@@ -96,6 +96,23 @@ SignalValue load(HostMetric metric, const HostSnapshot &now)
     return valueOr(ParseLoad(now.loadavg, index), unreadable("/proc/loadavg"));
 }
 
+SignalValue records(HostMetric metric, const HostSnapshot &now)
+{
+    const StoreHealth &journal = now.journal;
+    switch (metric) {
+    case HostMetric::JournalWaiting:
+        return double(journal.waiting);
+    case HostMetric::JournalAside:
+        return double(journal.aside);
+    case HostMetric::JournalLost:
+        return double(journal.lost);
+    case HostMetric::JournalTrouble:
+        return journal.isWell() ? 0.0 : double(now.wall - journal.troubledSince) / 1e6;
+    default:
+        return double(now.alarmsUnkept);
+    }
+}
+
 SignalValue osRelease(const HostSnapshot &now)
 {
     const auto name = ParseOsRelease(now.osRelease);
@@ -140,6 +157,12 @@ SignalValue Measure(HostMetric metric, const std::string &target, const HostSnap
         return now.hostName;
     case HostMetric::OsRelease:
         return osRelease(now);
+    case HostMetric::JournalWaiting:
+    case HostMetric::JournalAside:
+    case HostMetric::JournalLost:
+    case HostMetric::JournalTrouble:
+    case HostMetric::AlarmsUnkept:
+        return records(metric, now);
     default:
         return Result(Result::InvalidArgument,
                       "no metric is chosen, or it is unknown: " + std::to_string(int(metric)));

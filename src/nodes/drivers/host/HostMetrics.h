@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/storage/StoreHealth.h"
 #include "nodes/values/SignalValue.h"
 
 #include <optional>
@@ -29,11 +30,16 @@ enum class HostMetric {
     NetSent,
     Uptime, ///< s
     ProcessCount,
-    ProcessRss, ///< of this process, bytes
-    ProcessCpu, ///< of this process, % of one processor
-    HostName,   ///< text
-    OsRelease,  ///< text
-    Last = OsRelease
+    ProcessRss,     ///< of this process, bytes
+    ProcessCpu,     ///< of this process, % of one processor
+    HostName,       ///< text
+    OsRelease,      ///< text
+    JournalWaiting, ///< entries of the journal in memory only
+    JournalAside,   ///< entries in spill files
+    JournalLost,    ///< entries lost since the start
+    JournalTrouble, ///< for how long entries have not got into the journal, s; 0: they do
+    AlarmsUnkept,   ///< alarms whose latest state is not on the disk
+    Last = AlarmsUnkept
 };
 
 /// Texts of the kernel's files and what else was asked of it at one moment.
@@ -49,6 +55,9 @@ struct HostSnapshot
     std::string selfStat;  ///< /proc/self/stat
     std::string osRelease; ///< /etc/os-release
     std::string hostName;
+    Timestamp wall = 0; ///< UTC
+    StoreHealth journal;
+    std::size_t alarmsUnkept = 0;
     unsigned long processCount = 0;
     unsigned long pageSize = 4096; ///< bytes
     unsigned long ticksPerSecond = 100;

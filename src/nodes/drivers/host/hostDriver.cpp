@@ -1,10 +1,13 @@
 #include "nodes/drivers/host/hostDriver.h"
 
+#include "nodes/alarms/systemAlarming.h"
 #include "nodes/drivers/SignalSink.h"
 #include "nodes/drivers/host/DiskProbe.h"
 #include "nodes/drivers/host/HostProbe.h"
 #include "nodes/drivers/host/hostSignal.h"
+#include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
 
 #include <optional>
@@ -31,8 +34,10 @@ SignalValue scaled(const SignalValue &value, double scale)
 class Sampler
 {
 public:
-    explicit Sampler(std::vector<Measurement> measurements)
-        : m_measurements(std::move(measurements))
+    Sampler(std::vector<Measurement> measurements, const systemCore *core)
+        : m_measurements(std::move(measurements)),
+          m_journal(core ? &core->GetJournal() : nullptr),
+          m_alarming(core ? core->GetSystemAlarming() : nullptr)
     {
     }
 
@@ -40,6 +45,11 @@ public:
     {
         HostSnapshot now = HostProbe::Take();
         const Timestamp time = Clock::Current().Now();
+        now.wall = time;
+        if (m_journal)
+            now.journal = m_journal->GetHealth();
+        if (m_alarming)
+            now.alarmsUnkept = m_alarming->GetHealth().unkept;
         for (const Measurement &one : m_measurements) {
             const SignalValue value = measure(one, now);
             if (!value.IsEmpty())
@@ -57,6 +67,8 @@ private:
     }
 
     std::vector<Measurement> m_measurements;
+    const EventJournal *m_journal; // both outlive the driver's run
+    const systemAlarming *m_alarming;
     std::optional<HostSnapshot> m_before;
 };
 
@@ -79,7 +91,7 @@ Result hostDriver::StartWork()
             measurements.push_back(
                 {SignalSink(*own), own->GetMetric(), own->GetTarget(), own->GetScale()});
     }
-    const auto sampler = std::make_shared<Sampler>(std::move(measurements));
+    const auto sampler = std::make_shared<Sampler>(std::move(measurements), GetCore());
     m_worker.Start(Timestamp(m_period) * 1000, [sampler] { sampler->Sample(); });
     PublishStatus(GetStatusCells(), true);
     return Result();

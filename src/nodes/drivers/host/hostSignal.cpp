@@ -35,6 +35,11 @@ KindInfo hostSignal::Kind()
         .Choice(int(HostMetric::ProcessCpu), "process.cpu", "Процессор станции, %")
         .Choice(int(HostMetric::HostName), "host.name", "Имя компьютера")
         .Choice(int(HostMetric::OsRelease), "os.release", "Операционная система")
+        .Choice(int(HostMetric::JournalWaiting), "journal.waiting", "Журнал, записей в памяти")
+        .Choice(int(HostMetric::JournalAside), "journal.aside", "Журнал, записей отложено")
+        .Choice(int(HostMetric::JournalLost), "journal.lost", "Журнал, записей потеряно")
+        .Choice(int(HostMetric::JournalTrouble), "journal.trouble", "Журнал не пишется, с")
+        .Choice(int(HostMetric::AlarmsUnkept), "alarms.unkept", "Тревог не сохранено")
         .Property<&hostSignal::m_target>(5202, "target", "Path, device or interface",
                                          "Путь, устройство или интерфейс")
         .Property<&hostSignal::m_scale>(5203, "scale", "Scale", "Множитель");
