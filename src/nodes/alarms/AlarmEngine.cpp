@@ -102,8 +102,10 @@ void AlarmEngine::load(AlarmStateStore &store, AlarmStateStore::Memories &memori
     Result result = store.Open(setAside);
     if (!setAside.empty())
         reportSetAside(setAside);
+    unsigned long lastOccurrence = 0;
     if (result)
-        result = store.Load(memories);
+        result = store.Load(memories, lastOccurrence);
+    m_lastOccurrence = std::max(m_lastOccurrence, lastOccurrence); // no alarm runs yet
     if (!result) {
         store.Close();
         onKeepingTrouble(result.GetDetail());
@@ -308,11 +310,9 @@ std::vector<BasicEvent> AlarmEngine::GetActive(const ValueCell &cell) const
 
 Result AlarmEngine::Operate(const NodeLink &alarm, const Operation &operation)
 {
-    Result result;
-    {
-        const std::lock_guard lock(m_mutex);
-        result = operate(alarm.GetNodeId(), operation);
-    }
+    std::unique_lock lock(m_mutex);
+    const Result result = operate(alarm.GetNodeId(), operation);
+    lock.unlock();
     m_thread.Wake();
     return result;
 }

@@ -30,7 +30,8 @@ public:
     virtual void Close() = 0;
     /// False also after a failure that only another Open can mend.
     virtual bool IsOpen() const = 0;
-    [[nodiscard]] virtual Result Load(Memories &memories) = 0;
+    /// Also the highest number of an occurrence that was ever saved.
+    [[nodiscard]] virtual Result Load(Memories &memories, unsigned long &lastOccurrence) = 0;
     /// Replaces what is stored of these alarms; all or none. Blank memories are removed.
     [[nodiscard]] virtual Result Save(const Memories &memories) = 0;
 };

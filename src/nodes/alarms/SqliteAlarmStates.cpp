@@ -18,7 +18,13 @@ CREATE TABLE IF NOT EXISTS places (
     node INTEGER PRIMARY KEY, path TEXT NOT NULL, missing_since INTEGER NOT NULL);
 CREATE TABLE IF NOT EXISTS occurrences (
     node INTEGER PRIMARY KEY, raised INTEGER NOT NULL, acknowledged INTEGER NOT NULL,
-    returned INTEGER NOT NULL, seen INTEGER NOT NULL))";
+    returned INTEGER NOT NULL, seen INTEGER NOT NULL);
+CREATE TABLE IF NOT EXISTS numbers (
+    one INTEGER PRIMARY KEY CHECK (one = 1), last_occurrence INTEGER NOT NULL))";
+
+constexpr const char *numbering = R"(
+INSERT INTO numbers VALUES (1, ?1)
+ON CONFLICT (one) DO UPDATE SET last_occurrence = max(last_occurrence, ?1))";
 
 // Of files of earlier versions only what is kept since then lacks its rows.
 constexpr const char *selection = R"(
@@ -111,8 +117,11 @@ Result SqliteAlarmStates::openOnce()
     return result;
 }
 
-Result SqliteAlarmStates::Load(Memories &memories)
+Result SqliteAlarmStates::Load(Memories &memories, unsigned long &lastOccurrence)
 {
+    SqliteStatement numbers(m_database, "SELECT last_occurrence FROM numbers");
+    if (numbers.Step())
+        lastOccurrence = static_cast<unsigned long>(numbers.Integer(0));
     SqliteStatement s(m_database, selection);
     while (s.Step()) {
         StoredAlarm &stored = memories[static_cast<unsigned long>(s.Integer(0))];
@@ -128,7 +137,7 @@ Result SqliteAlarmStates::Load(Memories &memories)
         stored.missingSince = s.Integer(9);
         readTimes(s, memory);
     }
-    return s.GetResult();
+    return numbers.GetResult() ? s.GetResult() : numbers.GetResult();
 }
 
 Result SqliteAlarmStates::Save(const Memories &memories)
@@ -156,7 +165,9 @@ Result SqliteAlarmStates::write(const Memories &memories)
     SqliteStatement keep(m_database, "REPLACE INTO alarms VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
     SqliteStatement keepPlace(m_database, "REPLACE INTO places VALUES (?1, ?2, ?3)");
     SqliteStatement keepTimes(m_database, "REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5)");
+    std::int64_t last = 0;
     for (const auto &[node, stored] : memories) {
+        last = std::max(last, static_cast<std::int64_t>(stored.memory.occurrence));
         const bool isBlank = stored.memory.isBlank();
         Result written = isBlank ? remove(forget, node) : replace(keep, node, stored.memory);
         if (written)
@@ -167,7 +178,9 @@ Result SqliteAlarmStates::write(const Memories &memories)
         if (!written)
             return written;
     }
-    return Result();
+    SqliteStatement number(m_database, numbering);
+    number.Bind(1, last);
+    return number.Run();
 }
 
 } // namespace Nodes

@@ -14,7 +14,7 @@ public:
     [[nodiscard]] Result Open(std::string &setAside) override;
     void Close() override { m_database.Close(); }
     bool IsOpen() const override { return m_database.IsOpen(); }
-    [[nodiscard]] Result Load(Memories &memories) override;
+    [[nodiscard]] Result Load(Memories &memories, unsigned long &lastOccurrence) override;
     [[nodiscard]] Result Save(const Memories &memories) override;
 
 private:

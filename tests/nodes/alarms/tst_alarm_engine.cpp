@@ -26,7 +26,7 @@ public:
     }
     void Close() override { m_isOpen = false; }
     bool IsOpen() const override { return m_isOpen; }
-    Result Load(Memories &memories) override
+    Result Load(Memories &memories, unsigned long &) override
     {
         memories = m_kept;
         return Result();

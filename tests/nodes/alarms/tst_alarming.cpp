@@ -303,6 +303,25 @@ private slots:
         QTRY_VERIFY(station.alarming->GetActiveAlarms().empty());
     }
 
+    // Also when nothing but the number is kept, and the clock was set back meanwhile.
+    void occurrencesOnlyGrow()
+    {
+        unsigned long before = 0;
+        {
+            Station station(*m_directory);
+            station.raise();
+            QVERIFY(station.alarming->Acknowledge(station.high));
+            station.publish(10);
+            QTRY_COMPARE(station.events().size(), std::size_t(3));
+            before = station.events().back().occurrence;
+        }
+        ManualClock::Use().Advance(-3600 * ManualClock::second);
+        Station station(*m_directory);
+        QVERIFY(station.alarming->GetActiveAlarms().empty());
+        station.raise();
+        QVERIFY(station.alarming->GetActiveAlarms().front().occurrence > before);
+    }
+
     // Such a file knows no times but the last change, and the number tells when it was raised.
     void stateFileOfEarlierVersion()
     {
