@@ -1,6 +1,7 @@
 #include "widgets/events/AlarmDialog.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/WrapLayout.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
@@ -9,7 +10,6 @@
 #include "nodes/alarms/systemAlarming.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QPushButton>
 #include <QStyle>
@@ -24,6 +24,7 @@ namespace {
 constexpr int defaultButtonSize = 48;
 constexpr int defaultHeight = 300;
 constexpr int scrollBarRoom = 40;
+constexpr int controlSpacing = 8;
 
 Nodes::systemAlarming *alarmSystem()
 {
@@ -33,29 +34,32 @@ Nodes::systemAlarming *alarmSystem()
 } // namespace
 
 AlarmDialog::AlarmDialog(QWidget *parent)
-    : QWidget(parent), m_manager(new ModelManager(this)), m_table(new TableAlarms(this))
+    : QWidget(parent),
+      m_manager(new ModelManager(this)),
+      m_controls(new WrapLayout),
+      m_table(new TableAlarms(this))
 {
     setWindowTitle(QStringLiteral("Тревоги"));
     ApplyDialogLook(*this);
     m_manager->attach(*m_table);
-    auto *row = new QHBoxLayout;
+    m_controls->setSpacing(controlSpacing);
     if (alarmSystem()) {
-        addAcknowledgeButtons(*row);
-        addCheckBoxes(*row);
+        addAcknowledgeButtons(*m_controls);
+        addCheckBoxes(*m_controls);
     }
     m_soundButton = makeButton({});
     m_soundButton->setCheckable(true);
     m_soundButton->setToolTip(QStringLiteral("Звук тревог"));
     connect(m_soundButton, &QPushButton::toggled, this, &AlarmDialog::onSoundToggled);
-    row->addWidget(m_soundButton);
-    row->addStretch();
+    m_controls->addWidget(m_soundButton);
+    m_controls->addStretch();
     m_closeButton = makeButton(QStringLiteral("Закрыть"));
     connect(m_closeButton, &QPushButton::clicked, this, &AlarmDialog::closeRequested);
-    row->addWidget(m_closeButton);
+    m_controls->addWidget(m_closeButton);
     auto *layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetMinimumSize); // the buttons do not overlap
     layout->addWidget(m_table, 1);
-    layout->addLayout(row);
+    layout->addLayout(m_controls);
     onSoundToggled(false);
     applySizes();
     m_relay.connect(alarmSystem(), {[this](Nodes::BasicProperty *) { onUpdateProperties(); },
@@ -76,7 +80,7 @@ QPushButton *AlarmDialog::makeButton(const QString &text)
     return button;
 }
 
-void AlarmDialog::addAcknowledgeButtons(QHBoxLayout &row)
+void AlarmDialog::addAcknowledgeButtons(WrapLayout &row)
 {
     if (!alarmSystem()->isAcknowledgeEnabled())
         return;
@@ -108,7 +112,7 @@ Nodes::AlarmOccurrences AlarmDialog::selected(unsigned revision) const
     return {m_manager->model().row(index.row()).occurrence()};
 }
 
-void AlarmDialog::addCheckBoxes(QHBoxLayout &row)
+void AlarmDialog::addCheckBoxes(WrapLayout &row)
 {
     auto *hide = new QCheckBox(QStringLiteral("Скрывать неактивные"), this);
     connect(hide, &QCheckBox::toggled, m_manager, &ModelManager::setHideInactive);
@@ -138,6 +142,13 @@ void AlarmDialog::onSoundToggled(bool isMuted)
 void AlarmDialog::soundOn()
 {
     m_soundButton->setChecked(false);
+}
+
+void AlarmDialog::setRoom(int width)
+{
+    const QMargins margins = layout()->contentsMargins();
+    m_controls->setRoom(width - margins.left() - margins.right());
+    layout()->activate();
 }
 
 void AlarmDialog::onUpdateProperties()

@@ -10,13 +10,13 @@
 #include <functional>
 
 class QCheckBox;
-class QHBoxLayout;
 class QPushButton;
 
 namespace Widgets {
 
 class ModelManager;
 class TableAlarms;
+class WrapLayout;
 
 /// The alarm window's content: the table and its buttons. What is shown follows the alarm
 /// subsystem's settings. GUI thread.
@@ -32,6 +32,8 @@ public:
     TableAlarms &table() const { return *m_table; }
     /// Lets the sounds be heard again.
     void soundOn();
+    /// Makes one row of the buttons the least width, unless it is wider than that.
+    void setRoom(int width);
 
     QSize sizeHint() const override;
 
@@ -49,12 +51,13 @@ private:
     using Choice = std::function<Nodes::AlarmOccurrences(unsigned revision)>;
     QPushButton *makeAcknowledgeButton(const QString &text, Choice choose);
     Nodes::AlarmOccurrences selected(unsigned revision) const;
-    void addAcknowledgeButtons(QHBoxLayout &row);
-    void addCheckBoxes(QHBoxLayout &row);
+    void addAcknowledgeButtons(WrapLayout &row);
+    void addCheckBoxes(WrapLayout &row);
     void onSoundToggled(bool isMuted);
     void applySizes();
 
     ModelManager *m_manager;
+    WrapLayout *m_controls;
     QPushButton *m_soundButton = nullptr;
     QPushButton *m_closeButton = nullptr;
     QPushButton *m_acknowledgeAllButton = nullptr;      // null: not allowed here

@@ -73,8 +73,8 @@ void AlarmWindow::comeUp(bool takesFocus)
     setWindowModality(Qt::NonModal);
     setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     if (isHidden()) {
-        (void)load();
-        keepOnScreen();
+        const bool isKept = load().IsSuccess();
+        keepOnScreen(isKept ? width() : QWIDGETSIZE_MAX);
         show();
     } else if (isMinimized()) {
         showNormal();
@@ -88,8 +88,9 @@ void AlarmWindow::comeUp(bool takesFocus)
     }
 }
 
-// Nothing is kept of a panel's size before the first time.
-void AlarmWindow::keepOnScreen()
+// Nothing is kept of a panel's size before the first time, and buttons may have grown since.
+// Whoever made it narrower than its buttons wants them in several rows.
+void AlarmWindow::keepOnScreen(int keptWidth)
 {
     const QScreen *screen = QGuiApplication::screenAt(geometry().center());
     if (!screen)
@@ -97,7 +98,8 @@ void AlarmWindow::keepOnScreen()
     if (!screen)
         return;
     const QRect room = screen->availableGeometry();
-    resize(size().boundedTo(room.size()));
+    m_dialog->setRoom(qMin(room.width(), keptWidth) - outerSize(QSize(0, 0)).width());
+    resize(size().expandedTo(minimumSizeHint()).boundedTo(room.size()));
     move(qBound(room.left(), x(), room.right() + 1 - width()),
          qBound(room.top(), y(), room.bottom() + 1 - height()));
 }

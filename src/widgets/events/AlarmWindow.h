@@ -47,7 +47,7 @@ protected:
 
 private:
     void comeUp(bool takesFocus);
-    void keepOnScreen();
+    void keepOnScreen(int keptWidth);
 
     AlarmDialog *m_dialog;
     QTimer m_comingUp;

@@ -2,6 +2,7 @@
 #include "support/Rows.h"
 #include "support/ShownElement.h"
 
+#include "widgets/elements/AlarmWatch.h"
 #include "widgets/elements/ElementTooltip.h"
 #include "widgets/elements/ScaleTicks.h"
 #include "widgets/elements/TabularText.h"
@@ -59,6 +60,7 @@ private slots:
     void barTellsItsState();
     void zonesAreOfTheAlarmsThatWatch();
     void alarmsAreMarkedAsTheyStand();
+    void onlyWhomItConcernsIsTold();
     void setPointIsFollowed();
     void stoppingOneViewLeavesTheOther_data();
     void stoppingOneViewLeavesTheOther();
@@ -198,6 +200,31 @@ void TestGauges::alarmsAreMarkedAsTheyStand()
     QVERIFY(mark(12).isAlarm && mark(12).token == "!");
     QTRY_VERIFY(board->grab().toImage() != quiet);
     QVERIFY(project.core.Stop());
+}
+
+void TestGauges::onlyWhomItConcernsIsTold()
+{
+    const RuntimeProject project(screen);
+    const auto *t = project.node<Nodes::BasicSignal>(10);
+    const auto *p = project.node<Nodes::BasicSignal>(11);
+    QString told;
+    AlarmWatch both([&] { told += "both "; });
+    auto other = std::make_unique<AlarmWatch>([&] { told += "other "; });
+    both.setSignals({p, nullptr, t, t});
+    other->setSignals({p});
+    std::vector<Nodes::BasicEvent> alarms(3);
+    alarms[0].sourceNode = project.node(101)->GetNodeLink();
+    alarms[1].sourceNode = project.node(102)->GetNodeLink();
+    alarms[2].sourceNode = Nodes::NodeLink(9999);
+    AlarmWatch::tell(alarms);
+    QCOMPARE(told, QString("both "));
+    other->setSignals({t});
+    both.setSignals({p});
+    AlarmWatch::tell(alarms);
+    QCOMPARE(told, QString("both other "));
+    other.reset();
+    AlarmWatch::tell(alarms);
+    QCOMPARE(told, QString("both other "));
 }
 
 void TestGauges::setPointIsFollowed()

@@ -16,6 +16,7 @@
 #include "utils/SortingModel.h"
 #include "utils/TimeConversions.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
 #include <QHeaderView>
@@ -150,6 +151,8 @@ private slots:
     void floodArrivesWhole();
     void waitsForNoAction();
     void keepsItsPlace();
+    void showsAllButtons_data();
+    void showsAllButtons();
     void toldOfEarlierAlarms();
 };
 
@@ -529,6 +532,39 @@ void TestAlarmWindow::keepsItsPlace()
     plant.receive(AlarmState::ActiveUnacked, 34);
     QTRY_VERIFY(window.isVisible());
     QCOMPARE(window.geometry(), place);
+}
+
+void TestAlarmWindow::showsAllButtons_data()
+{
+    const Rows<int, QString, bool> row("room", "settings", "isOneRow");
+    row("wide", 1350, "", true);
+    row("narrow", 640, "", false);
+    row("narrow, large", 480, R"(buttonSize="120")", false);
+}
+
+// At its least size the window cuts and covers no button.
+void TestAlarmWindow::showsAllButtons()
+{
+    QFETCH(int, room);
+    QFETCH(QString, settings);
+    Plant plant(settings.toLatin1());
+    AlarmDialog &dialog = plant.window().dialog();
+    dialog.setRoom(room);
+    plant.window().show();
+    plant.window().resize(plant.window().minimumSizeHint());
+    QVERIFY(dialog.width() <= room);
+    QRegion taken;
+    QSet<int> tops;
+    for (const QWidget *control : dialog.findChildren<QAbstractButton *>()) {
+        if (!control->isVisible() || control->parent() != &dialog)
+            continue;
+        const QRect place = control->geometry();
+        QVERIFY(dialog.rect().contains(place) && !taken.intersects(place));
+        QVERIFY(place.width() >= control->sizeHint().width());
+        taken += place;
+        tops.insert(place.top());
+    }
+    QTEST(tops.size() == 1, "isOneRow");
 }
 
 void TestAlarmWindow::toldOfEarlierAlarms()
