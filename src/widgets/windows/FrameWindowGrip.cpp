@@ -144,8 +144,28 @@ void FrameWindow::Frame::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
+// Displays may have gone or shrunk while the window was hidden, maximised or minimised.
+void FrameWindow::Frame::keepReachable()
+{
+    QWidget *outer = window();
+    if (m_grab != Grab::None || !outer->isVisible() || outer->isMaximized() ||
+        outer->isMinimized() || outer->graphicsProxyWidget())
+        return;
+    const QPoint place = FrameGeometry::reachable(outer->geometry(), m_titleHeight);
+    if (place != outer->pos())
+        outer->move(place);
+}
+
+void FrameWindow::Frame::showEvent(QShowEvent *event)
+{
+    QMetaObject::invokeMethod(this, &Frame::keepReachable, Qt::QueuedConnection);
+    QWidget::showEvent(event);
+}
+
 void FrameWindow::Frame::resizeEvent(QResizeEvent *event)
 {
+    if (m_grab == Grab::None)
+        QMetaObject::invokeMethod(this, &Frame::keepReachable, Qt::QueuedConnection);
     placeTitle();
     QWidget::resizeEvent(event);
 }

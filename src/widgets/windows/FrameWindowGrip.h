@@ -62,6 +62,7 @@ signals:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -76,6 +77,7 @@ private:
 
     void buildCloseButton();
     void placeTitle();
+    void keepReachable();
     bool isTitle(const QPoint &point) const;
     void hover(const QPoint &point);
     void showCursor(int edges);

@@ -10,6 +10,7 @@
 #include "widgets/windows/WindowBasic.h"
 
 #include <QPushButton>
+#include <QTemporaryDir>
 
 using namespace Widgets;
 using Nodes::BasicFrame;
@@ -47,7 +48,12 @@ QRect areaOf(const QWidget &widget)
 
 struct Plant : RuntimeProject
 {
-    Plant() : RuntimeProject(plant) { manager->Start(); }
+    explicit Plant(const QString &journal = {}) : RuntimeProject(plant)
+    {
+        if (!journal.isEmpty() && !core.GetJournal().Open(journal.toStdString()))
+            qFatal("no journal");
+        manager->Start();
+    }
     WindowBasic *window(unsigned long id) const
     {
         return qobject_cast<WindowBasic *>(manager->GetWindow(id));
@@ -155,7 +161,9 @@ private slots:
 
     void missingDisplayHidesNothing()
     {
-        Plant project;
+        const QTemporaryDir directory;
+        const Plant project(directory.filePath("j.sqlite"));
+        QCOMPARE(project.journalled("Дисплей 3 не подключён: фрейм «Beyond»"), 1);
         QCOMPARE(project.front(0), QString("Main"));
         QWidget *main = project.manager->getFrame(0);
         QCOMPARE(project.area(12).topLeft(), QPoint(240, 0)); // 4:3 in the middle
@@ -197,6 +205,26 @@ private slots:
         QFETCH(QRect, element);
         QFETCH(QSize, dialog);
         QTEST(FrameGeometry::beside(element, dialog, {0, 0, 1920, 1080}, 8), "place");
+    }
+
+    void titlesStayWithinReach_data()
+    {
+        QTest::addColumn<bool>("isMaximised");
+        QTest::newRow("shown") << false;
+        QTest::newRow("restored") << true;
+    }
+    void titlesStayWithinReach()
+    {
+        QFETCH(bool, isMaximised);
+        FrameWindow window;
+        window.setAttribute(Qt::WA_DeleteOnClose, false);
+        window.setGeometry(100, -500, 300, 200);
+        if (isMaximised)
+            window.showMaximized();
+        QCOMPARE(window.isVisible(), isMaximised);
+        window.showNormal();
+        window.resize(300, 200);
+        QTRY_COMPARE(window.pos(), QPoint(100, 0));
     }
 
     void windowsComeBackOnToAScreen_data()
