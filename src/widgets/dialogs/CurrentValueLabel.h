@@ -14,6 +14,14 @@ public:
     explicit CurrentValueLabel(QWidget *parent);
 
     void showValue(const QString &text);
+    /// What is said about the last key, until the next one; "" for nothing.
+    void showHint(const QString &hint);
+
+private:
+    void compose();
+
+    QString m_value;
+    QString m_hint;
 };
 
 } // namespace Widgets

@@ -72,8 +72,14 @@ void VirtualNumpad::showCurrent(const QString &text)
     m_form->current->showValue(text);
 }
 
+void VirtualNumpad::showHint(const QString &hint)
+{
+    m_form->current->showHint(hint);
+}
+
 void VirtualNumpad::updateEnter()
 {
+    showHint(QString());
     m_form->keyEnter->setEnabled(m_form->lineEdit->hasAcceptableInput());
 }
 

@@ -33,6 +33,8 @@ public:
     void setValidator(QValidator const *validator);
     /// Shows the value of now above the field, for who is asked for another one; "" hides it.
     void showCurrent(const QString &text);
+    /// Says why a key had no effect, until the text changes.
+    void showHint(const QString &hint);
 
 signals:
     /// A key was refused by the validator.

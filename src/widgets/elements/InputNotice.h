@@ -10,8 +10,9 @@ class QWidget;
 
 namespace Widgets {
 
-/// A short word to the operator about what became of an input: stands below the element for some
-/// seconds, takes neither focus nor clicks, and gives way to the next. GUI thread.
+/// A short word to the operator about what became of an input: stands beside the element for some
+/// seconds, covers as little as it can, takes neither focus nor clicks, and gives way to the next.
+/// GUI thread.
 class WIDGETS_EXPORT InputNotice
 {
 public:

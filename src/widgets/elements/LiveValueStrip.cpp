@@ -12,7 +12,7 @@ namespace {
 
 constexpr int caret = 10;    // pixels that the typing needs beside its text
 constexpr int padding = 4;   // on both sides of the live value
-constexpr int signRoom = 18; // for the mark of a value that is not good
+constexpr int signRoom = 14; // for the mark of a value that is not good
 constexpr int smallest = 8;  // pixels of a font
 const QColor ground(0xe3, 0xe7, 0xea);
 const QColor edge(0x8a, 0x94, 0x9b);
@@ -23,6 +23,7 @@ QFont sized(int pixels, bool isItalic = false)
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(qMax(smallest, pixels));
     font.setItalic(isItalic);
+    font.setBold(false); // else the painter takes it from the box
     return font;
 }
 

@@ -2,7 +2,6 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/elements/InputNotice.h"
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/windows/WindowPlacement.h"
@@ -86,8 +85,7 @@ bool qwidgetEditBox::askNumber(QString &text)
     numpad->showCurrent(shownText());
     connect(this, &qwidgetEditBox::shownTextChanged, &*numpad, &VirtualNumpad::showCurrent);
     connect(&*numpad, &VirtualNumpad::inputRejected, this, [this, pad = &*numpad] {
-        if (const QString reason = undoneReason(pad->text() + QLatin1Char('0')); !reason.isEmpty())
-            InputNotice::show(*pad, reason);
+        pad->showHint(undoneReason(pad->text() + QLatin1Char('0')));
     });
     const QString offered = numpad->text();
     const bool isAccepted = ask(*numpad, QDialog::Accepted) && numpad;

@@ -298,8 +298,9 @@ private slots:
         project.publish(10, 7.0);
         auto *users = project.node<Nodes::systemAuthentication>(90);
         QVERIFY(users->Authenticate(project.node(93)));
-        const auto *window =
+        auto *window =
             qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(94)).widget);
+        window->show();
         const auto hosts = window->proxyScene()->getLayers().first()->getWidgets();
         auto *box = qobject_cast<qwidgetEditBox *>(hosts.first()->widget());
         const WhenShown<QDialog> leaver([&](QDialog &) { users->Logout(); });
@@ -495,6 +496,9 @@ private slots:
         QGraphicsView view(&scene);
         auto *host = new ProxyWidget(project.node(20)->GetNodeLink());
         scene.addItem(host);
+        auto *neighbour = new ProxyWidget(project.node(28)->GetNodeLink()); // right below
+        scene.addItem(neighbour);
+        view.resize(760, 500);
         view.show();
         QVERIFY(QTest::qWaitForWindowActive(&view));
         auto *box = qobject_cast<qwidgetEditBox *>(host->widget());
@@ -511,6 +515,12 @@ private slots:
         type("8");
         press(QPointF(300, 200));
         QVERIFY(!box->isEditing());
+        const QLabel *told = InputNotice::current();
+        QVERIFY(told && told->testAttribute(Qt::WA_TransparentForMouseEvents));
+        QVERIFY(!told->isWindow()); // a window would take the clicks of what lies below
+        const QRect place(told->mapToGlobal(QPoint(0, 0)), told->size());
+        for (const QWidget *element : {static_cast<QWidget *>(box), neighbour->widget()})
+            QVERIFY(!place.intersects(InputNotice::globalRect(*element)));
         QCOMPARE(project.value(10).ToDouble(), 7.0);
         type("9");
         QTest::keyClick(view.viewport(), Qt::Key_Return);
