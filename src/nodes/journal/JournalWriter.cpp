@@ -93,10 +93,10 @@ void JournalWriter::lookAfterFiles()
 
 bool JournalWriter::isStoreReady()
 {
-    if (m_store.IsOpen() && m_spill.IsEmpty() && m_reports.empty())
-        return true;
     if (std::chrono::steady_clock::now() < m_nextTry)
         return false;
+    if (m_store.IsOpen() && m_spill.IsEmpty() && m_reports.empty())
+        return true;
     Result result = m_store.IsOpen() ? Result() : openStore();
     if (result && !m_reports.empty()) {
         std::vector<JournalRow> reports = m_reports;

@@ -34,7 +34,10 @@ Result PrivateDirectory::Check(const std::string &path)
 
 Result PrivateDirectory::Make(const std::string &path)
 {
-    for (const std::string &part : {std::filesystem::path(path).parent_path().string(), path}) {
+    const std::filesystem::path above = std::filesystem::path(path).parent_path();
+    std::error_code ignored; // shows when the next one is made
+    std::filesystem::create_directories(above.parent_path(), ignored);
+    for (const std::string &part : {above.string(), path}) {
         if (::mkdir(part.c_str(), S_IRWXU) != 0 && errno != EEXIST)
             return {Result::StorageError, part + ": " + std::strerror(errno)};
     }

@@ -302,6 +302,22 @@ private slots:
         QVERIFY(QDir(fallback()).isEmpty());
     }
 
+    // Nothing beside the journal can be written: batch after batch goes to the other disk.
+    void nothingWaitsWhileAnotherDiskTakesIt()
+    {
+        restartWithFallback();
+        open();
+        append({"0"});
+        QVERIFY(QDir().mkpath(path(".spill")));
+        auto lock = execute("BEGIN IMMEDIATE");
+        for (int i = 1; i <= 3; ++i) {
+            QVERIFY(m_journal->Append(entry(std::to_string(i))));
+            QTRY_COMPARE(aside(), i);
+        }
+        lock.reset();
+        QTRY_COMPARE(texts(), numbered(4));
+    }
+
     void trustsOnlyItsOwnFallback()
     {
         QVERIFY(QDir().mkpath(fallback()));
@@ -521,7 +537,7 @@ private:
         restart(limits);
         m_journal->SetFallbacks({fallback().toStdString()});
     }
-    QString fallback() const { return m_directory->filePath("other/place"); }
+    QString fallback() const { return m_directory->filePath("not made yet/other/place"); }
     int aside() const { return int(m_journal->GetHealth().aside); }
     void open()
     {
