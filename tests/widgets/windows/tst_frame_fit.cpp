@@ -2,6 +2,7 @@
 #include "support/Mouse.h"
 #include "support/RuntimeProject.h"
 
+#include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/FrameGeometry.h"
 #include "widgets/windows/FrameMapping.h"
 #include "widgets/windows/FrameTabs.h"
@@ -9,6 +10,7 @@
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/WindowBasic.h"
 
+#include <QDialog>
 #include <QPushButton>
 #include <QTemporaryDir>
 
@@ -205,6 +207,23 @@ private slots:
         QFETCH(QRect, element);
         QFETCH(QSize, dialog);
         QTEST(FrameGeometry::beside(element, dialog, {0, 0, 1920, 1080}, 8), "place");
+    }
+
+    void dialogsFollowTheirDisplay()
+    {
+        const Plant project;
+        AlarmWindow &alarms = *project.manager->GetWindowAlarms(); // hidden as yet
+        QDialog dialog(nullptr, Qt::Dialog | Qt::FramelessWindowHint);
+        for (QWidget *window : {static_cast<QWidget *>(&alarms), static_cast<QWidget *>(&dialog)})
+            window->setGeometry(QRect(FakeScreens::topLeft(1) + QPoint(300, 200), QSize(400, 300)));
+        dialog.show();
+        FakeScreens::remove(1);
+        QTRY_COMPARE(dialog.pos(), QPoint(300, 200));
+        QCOMPARE(alarms.pos(), QPoint(300, 200));
+        FakeScreens::resize(0, {640, 160}); // the titles are below its edge now
+        QTRY_COMPARE(dialog.pos(), QPoint(240, 0));
+        FakeScreens::resize(0, FakeScreens::Size);
+        FakeScreens::add();
     }
 
     void titlesStayWithinReach_data()
