@@ -32,6 +32,7 @@ private slots:
     void clickOnTheFrameHidesNothing();
     void alarmsLeaveTheKeyboard();
     void acknowledgesWhileADialogIsOpen();
+    void frameStaysWithoutTheRight();
     void endsOrderly();
 
 private:
@@ -138,6 +139,16 @@ void StationDesktopTest::acknowledgesWhileADialogIsOpen()
     QVERIFY(m_rig->hasTitle(login));
     m_rig->type({}, "Escape");
     QTRY_VERIFY(!m_rig->hasTitle(login));
+}
+
+void StationDesktopTest::frameStaysWithoutTheRight()
+{
+    QTRY_COMPARE(m_rig->activeTitle(), mimic);
+    m_rig->type({}, "alt+F4");
+    QTRY_VERIFY(m_rig->hasTitle("Ошибка"));
+    m_rig->grab({}, "refused-end");
+    QVERIFY(m_rig->hasTitle(mimic));
+    QVERIFY(m_rig->isStationRunning());
 }
 
 void StationDesktopTest::endsOrderly()

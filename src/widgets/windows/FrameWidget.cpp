@@ -1,5 +1,6 @@
 #include "widgets/windows/FrameWidget.h"
 
+#include "widgets/windows/EndRequest.h"
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OverlayWidget.h"
 #include "widgets/windows/OverlayWindows.h"
@@ -130,8 +131,19 @@ void FrameWidget::showEvent(QShowEvent *event)
         updateOverlay();
 }
 
+bool FrameWidget::requestEnd()
+{
+    if (!m_node || WindowManager::GetWorkMode() != Nodes::WorkModeRuntime)
+        return false;
+    EndRequest::ask(*m_node);
+    return true;
+}
+
+// What comes from the desktop is the operator's wish, the rest the program's.
 void FrameWidget::closeEvent(QCloseEvent *event)
 {
+    if (event->spontaneous() && requestEnd())
+        return event->ignore();
     event->setAccepted(WindowBasic::mayCloseAll(*this));
 }
 

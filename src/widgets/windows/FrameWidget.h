@@ -48,10 +48,14 @@ public:
     /// Null while not dimmed.
     OverlayWidget *overlay() const;
 
+    /// An operator wants to close it. False outside of the operator runtime: it may be closed then.
+    bool requestEnd();
+
 protected:
     bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
-    /// Refused when the user may not close one of the windows inside.
+    /// An operator who closes it is asked whether to end the station, see EndRequest. Else refused
+    /// when the user may not close one of the windows inside.
     void closeEvent(QCloseEvent *event) override;
 
 private:

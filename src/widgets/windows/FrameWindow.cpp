@@ -1,6 +1,7 @@
 #include "widgets/windows/FrameWindow.h"
 
 #include "widgets/windows/FrameGeometry.h"
+#include "widgets/windows/FrameWidget.h"
 #include "widgets/windows/FrameWindowGrip.h"
 #include "widgets/windows/OverlayWidget.h"
 #include "widgets/windows/OverlayWindows.h"
@@ -208,7 +209,9 @@ QSize FrameWindow::minimumSizeHint() const
 
 void FrameWindow::onClose()
 {
-    close();
+    auto *frame = qobject_cast<FrameWidget *>(m_widget.data());
+    if (!frame || !frame->requestEnd())
+        close();
 }
 
 OverlayWidget *FrameWindow::overlay() const
@@ -268,6 +271,9 @@ void FrameWindow::hideEvent(QHideEvent *event)
 // The hosted windows know whether the user may close them; a dialog ends as if cancelled.
 void FrameWindow::closeEvent(QCloseEvent *event)
 {
+    auto *frame = qobject_cast<FrameWidget *>(m_widget.data());
+    if (frame && event->spontaneous() && frame->requestEnd())
+        return event->ignore();
     if (m_dialog && m_dialog->isVisible())
         m_dialog->reject();
     const bool dialogStays = m_dialog && m_dialog->isVisible();
