@@ -193,13 +193,15 @@ private slots:
         plant.start();
         plant.store->Answer(Result(Result::StorageError, "disk full"));
         plant.publish(0, 90);
+        plant.publish(1, 90);
         QTRY_VERIFY(plant.engine->GetHealth().trouble.find("disk full") != std::string::npos);
         plant.publish(0, 10);
-        QCOMPARE(plant.engine->GetHealth().unkept, std::size_t(1));
+        QCOMPARE(plant.engine->GetHealth().unkept, std::size_t(2));
         plant.store->Answer(Result());
         QTRY_COMPARE(plant.engine->GetHealth().unkept, std::size_t(0));
         QCOMPARE(plant.engine->GetHealth().trouble, std::string());
         QVERIFY(plant.store->Holds(plant.alarms[0], false));
+        QVERIFY(plant.store->Holds(plant.alarms[1], true));
     }
 
     void storeThatOpensLateGetsAll()

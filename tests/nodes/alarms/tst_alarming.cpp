@@ -307,6 +307,7 @@ private slots:
     void occurrencesOnlyGrow()
     {
         unsigned long before = 0;
+        ManualClock::Use().Advance(3600 * ManualClock::second);
         {
             Station station(*m_directory);
             station.raise();
