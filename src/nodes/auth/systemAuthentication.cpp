@@ -52,6 +52,25 @@ struct systemAuthentication::State
         return rules;
     }
 
+    /// Current rules of who acts here, or of the current user when nobody does. Null also for
+    /// another user's off the GUI thread.
+    Rules Acting()
+    {
+        const Rules rules = Current();
+        const ActingUser *acting = ActingScope::Of(self);
+        if (!acting || !rules || acting->user == rules->GetUser())
+            return rules;
+        if (!IsGuiThread())
+            return nullptr;
+        if (actingBase != rules || !actingRules || actingUser != acting->user) {
+            actingBase = rules;
+            actingUser = acting->user;
+            actingRules =
+                std::make_shared<const AccessRules>(rules->GetTree(), actingUser, self.m_guestRole);
+        }
+        return actingRules;
+    }
+
     // At once, not only when somebody asks for a right: the screens have to follow.
     void Refresh()
     {
@@ -97,6 +116,9 @@ struct systemAuthentication::State
     Rules published; // swapped atomically
     NodeLink user;   // GUI thread, as the next
     std::string userName;
+    Rules actingBase; // what the next was made from; GUI thread, as the next two
+    Rules actingRules;
+    NodeLink actingUser;
     LoginGuard guard;
     SlotList<NodeLink> userChanged;
     std::vector<ScopedConnection> connections;
@@ -255,17 +277,29 @@ NodeLink systemAuthentication::GetCurrentUser() const
     return rules ? rules->GetUser() : NodeLink();
 }
 
+ActingUser systemAuthentication::GetActingUser() const
+{
+    if (const ActingUser *acting = ActingScope::Of(*this))
+        return *acting;
+    const Rules rules = m_state->Current();
+    return rules ? ActingUser{GetId(), rules->GetUser(), rules->GetUserName()} : ActingUser();
+}
+
 std::string systemAuthentication::GetCurrentUserName() const
 {
+    if (const ActingUser *acting = ActingScope::Of(*this))
+        return acting->name;
     const Rules rules = m_state->Current();
     return rules ? rules->GetUserName() : std::string();
 }
 
 enNodePrivMode systemAuthentication::CheckAccess(AuthPriv privilege, const NodeLink &node) const
 {
-    const Rules rules = m_state->Current();
+    const Rules rules = m_state->Acting();
     if (rules)
         return rules->Decide(privilege.GetType(), node.GetNodeId());
+    if (ActingScope::Of(*this))
+        return PrivModeDenied;
     // Not part of a project: there are no users either. Else nobody has asked on the GUI thread.
     return GetNodesCollection() ? PrivModeNoRule : PrivModeUnchecked;
 }

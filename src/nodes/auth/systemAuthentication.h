@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/auth/ActingUser.h"
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/values/Connection.h"
@@ -33,12 +34,16 @@ public:
     void Logout(const std::string &reason = {});
     /// Empty when nobody is logged in.
     NodeLink GetCurrentUser() const;
-    /// "" when nobody is logged in. Any thread.
+    /// "" when nobody is logged in. Inside an ActingScope the name of who acts. Any thread.
     std::string GetCurrentUserName() const;
+    /// Who is logged in, for what is to be done later. Any thread.
+    ActingUser GetActingUser() const;
 
     /// Whether the current user may do `privilege` with `node`: the rule nearest to the node
     /// decides, at equal distance a refusal wins. With nobody logged in the guest role's rules
-    /// count. Any thread; changes of users, rules and the tree count once the GUI thread has asked
+    /// count. Inside an ActingScope that user's rules as they are now: guests' once the user is
+    /// disabled or deleted, and no other thread than the GUI's is told of more than the current
+    /// user's. Any thread; changes of users, rules and the tree count once the GUI thread has asked
     /// or somebody has logged in or out.
     enNodePrivMode CheckAccess(AuthPriv privilege, const NodeLink &node) const;
     enAccessDeniedAction GetAccessDeniedAction() const;

@@ -96,6 +96,7 @@ SignalValue ScriptHost::write(const Arguments &arguments)
         return error;
     Result written(Result::NotFound, "the signal is gone");
     const Result called = m_calls.Call([&] {
+        const ActingScope acting(m_job.user);
         if (auto *signal = dynamic_cast<BasicSignal *>(found->signal.GetNode()))
             written = signal->WriteValue(arguments[1]);
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/auth/ActingUser.h"
 #include "nodes/model/NodeLink.h"
 #include "nodes/values/Result.h"
 
@@ -17,6 +18,7 @@ struct ScriptJob
     std::string name;        ///< stands for the text in messages
     std::string text;        ///< Lua
     NodeLinks inputs;        ///< what the script calls 1, 2, ...
+    ActingUser user;         ///< whose rights it has
     int timeLimit = 5000;    ///< ms from the start of the script to its end
     std::function<void(const std::string &)> journal; ///< takes the script's messages
     std::function<void(const Result &)> done;         ///< how it ended
@@ -27,7 +29,7 @@ struct ScriptJob
 ///
 ///     read(signal)          the value; nil while it is bad or stale
 ///     quality(signal)       "good", "uncertain", "stale" or "bad"
-///     write(signal, value)  with the rights of the current user; a refusal ends the script
+///     write(signal, value)  with the rights of the job's user; a refusal ends the script
 ///     journal(text)         a message, at most 100 in one run
 ///
 /// A signal is named by its path or by its number in the job. What touches the tree, and the

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/actions/ActionTrigger.h"
 
 #include "nodes/events/EventLevel.h"
 #include "nodes/model/NodeLink.h"
@@ -14,11 +15,11 @@ class BasicAction;
 namespace Widgets {
 
 /// Journal entries about an action after its run is over: a value that remembers where they belong,
-/// also when the action's node is gone by then. GUI thread.
+/// also when the action's node is gone by then, and whose doing it was. GUI thread.
 class WIDGETS_EXPORT ActionJournal
 {
 public:
-    explicit ActionJournal(const Nodes::BasicAction &action);
+    ActionJournal(const Nodes::BasicAction &action, const ActionTrigger &trigger);
 
     void write(Nodes::EventLevel level, const std::string &text) const;
     /// As qBasicAction::log: an entry of the system.
@@ -27,6 +28,7 @@ public:
 private:
     Nodes::NodeLink m_action;
     std::string m_path;
+    Nodes::ActingUser m_user;
 };
 
 } // namespace Widgets

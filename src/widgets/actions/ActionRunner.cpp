@@ -62,7 +62,9 @@ bool ActionRunner::isTurnSpent()
 
 bool ActionRunner::isDropped(const qBasicAction &action) const
 {
-    return m_isEnding && (m_deadline.hasExpired() || !action.trigger().outlivesStation());
+    const ActionTrigger &trigger = action.trigger();
+    return m_isEnding && !trigger.isRelease &&
+           (m_deadline.hasExpired() || !trigger.outlivesStation());
 }
 
 void ActionRunner::execute(qBasicAction &action)

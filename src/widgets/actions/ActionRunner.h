@@ -40,8 +40,8 @@ public:
     /// meanwhile runs afterwards, in order.
     void letEventsRun();
 
-    /// The station ends: from now on only what outlives it is executed, and nothing after that
-    /// time.
+    /// The station ends: from now on only what outlives it is executed, and after that time only
+    /// what ends a press.
     void end(const QDeadlineTimer &deadline);
     bool isEnding() const { return m_isEnding; }
     /// How many were not executed because of that.

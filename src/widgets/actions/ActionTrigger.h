@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nodes/auth/ActingUser.h"
+
 #include <QPoint>
 
 #include <memory>
@@ -30,6 +32,9 @@ struct ActionTrigger
     /// How many actions, each pushed while another one ran, led here; 0 when the operator, a timer
     /// or a value did.
     int generation = 0;
+    /// Whose doing it is: one for the whole list, so that a log-in in it counts for what follows.
+    /// GUI thread once it is queued; null: whoever is logged in.
+    std::shared_ptr<Nodes::ActingUser> user;
     /// Held by every action of a list until it starts; null where nobody waits for that.
     std::shared_ptr<const void> waiting;
 

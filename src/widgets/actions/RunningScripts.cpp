@@ -28,13 +28,15 @@ RunningScripts::~RunningScripts() = default;
 
 void RunningScripts::run(const Nodes::actionExecuteScript &node, const ActionTrigger &trigger)
 {
-    const ActionJournal journal(node);
+    const ActionJournal journal(node, trigger);
     const unsigned long owner = node.GetId();
     Nodes::ScriptJob job;
     job.owner = owner;
     job.name = node.GetName();
     job.text = node.GetScript();
     job.inputs = node.GetSignals();
+    if (trigger.user)
+        job.user = *trigger.user;
     job.timeLimit = node.GetTimeLimit();
     job.journal = [journal](const std::string &text) {
         journal.write(Nodes::LevelInformation, text);

@@ -17,9 +17,12 @@ namespace Widgets {
 bool WindowOpening::isAllowed(const Nodes::BasicWindow &window, const ActionTrigger &trigger)
 {
     const std::string what = "открытие окна «" + window.GetName() + "»";
-    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-    if (!isRuntime || (Nodes::DemandAccess(Nodes::PrivilegeOpen, window, what) &&
-                       Nodes::DemandAccess(Nodes::PrivilegeView, window, what)))
+    const auto demand = [&] {
+        const Nodes::ActingScope acting(trigger.user ? *trigger.user : Nodes::ActingUser());
+        return Nodes::DemandAccess(Nodes::PrivilegeOpen, window, what) &&
+               Nodes::DemandAccess(Nodes::PrivilegeView, window, what);
+    };
+    if (WindowManager::GetWorkMode() != Nodes::WorkModeRuntime || demand())
         return true;
     ShowAccessDenied(trigger);
     // What triggered it should not have been usable: the rights have changed since it was judged.

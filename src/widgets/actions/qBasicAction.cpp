@@ -39,8 +39,14 @@ int qBasicAction::targetDisplay(int display) const
     return m_node ? m_node->currentDisplay() : 0;
 }
 
+Nodes::ActingScope qBasicAction::act() const
+{
+    return Nodes::ActingScope(m_trigger.user ? *m_trigger.user : Nodes::ActingUser());
+}
+
 void qBasicAction::log(const char *text) const
 {
+    const Nodes::ActingScope acting = act();
     if (m_node)
         m_node->StoreMessage(Nodes::LevelAction, text, std::string("System"));
 }

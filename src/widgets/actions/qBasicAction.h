@@ -61,6 +61,9 @@ protected:
     template <class Kind> Kind *nodeAs() const { return dynamic_cast<Kind *>(m_node); }
     /// 0-based display that `display` (0: where the action was triggered; n: display n) means.
     int targetDisplay(int display) const;
+    /// What is done while the result lives is done with the rights and in the name of whoever
+    /// triggered the action.
+    [[nodiscard]] Nodes::ActingScope act() const;
     /// Entry of the system event journal with the source "System".
     void log(const char *text) const;
     /// Tells whoever triggered it why it was not done, and journals what the node model does not:

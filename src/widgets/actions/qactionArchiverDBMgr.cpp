@@ -17,7 +17,11 @@ void qactionArchiverDBMgr::Execute()
     auto *node = nodeAs<Nodes::actionArchiverDBMgr>();
     if (!node)
         return;
-    if (const Nodes::Result access = node->Demand(); !access)
+    const auto demand = [this, node] {
+        const Nodes::ActingScope acting = act();
+        return node->Demand();
+    };
+    if (const Nodes::Result access = demand(); !access)
         return report(access);
     static QPointer<ArchiverDBMgrDialog> open;
     if (open)

@@ -35,6 +35,13 @@ void askOperator(Nodes::actionAuthUser &node, int display)
 
 } // namespace
 
+// What follows in the same list is the doing of whoever is logged in now.
+void qactionAuthUser::passOn(const Nodes::systemAuthentication &users) const
+{
+    if (trigger().user)
+        *trigger().user = users.GetActingUser();
+}
+
 void qactionAuthUser::Execute()
 {
     auto *node = nodeAs<Nodes::actionAuthUser>();
@@ -44,8 +51,10 @@ void qactionAuthUser::Execute()
         return;
     if (node->isLogout()) {
         users->Logout();
+        passOn(*users);
     } else if (node->GetUser().isValid()) {
         const Nodes::Result result = users->Authenticate(node->GetUser());
+        passOn(*users);
         if (!result)
             ShowActionError(QStringLiteral("%1: вход не выполнен. Войти без пароля можно только "
                                            "пользователем, которому это разрешено в проекте.")

@@ -2,6 +2,10 @@
 
 #include "widgets/actions/qBasicAction.h"
 
+namespace Nodes {
+class systemAuthentication;
+}
+
 namespace Widgets {
 
 /// Logs a user in: the configured one, else whom the operator chooses in a modal window. Or logs
@@ -11,6 +15,9 @@ class qactionAuthUser : public qBasicAction
 public:
     using qBasicAction::qBasicAction;
     void Execute() override;
+
+private:
+    void passOn(const Nodes::systemAuthentication &users) const;
 };
 
 } // namespace Widgets

@@ -8,6 +8,7 @@
 #include "nodes/actions/actionCloseWindow.h"
 
 #include <QApplication>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -24,6 +25,25 @@ void qactionCloseWindow::Execute()
         closeConfigured(*node);
 }
 
+bool qactionCloseWindow::isAllowed(const Nodes::ConfigNode *window) const
+{
+    const Nodes::ActingScope acting = act();
+    return HasPrivilege(Nodes::PrivilegeClose, window);
+}
+
+// Whoever is logged in by now: the right to close was that of who triggered it.
+void qactionCloseWindow::close(const WidgetLink &link)
+{
+    if (!g_pWindowManager->windows().contains(link))
+        return; // an earlier one took it along
+    const QPointer<WindowBasic> window = qobject_cast<WindowBasic *>(link.widget);
+    if (window)
+        window->setCloseAllowed(true);
+    g_pWindowManager->closeWindow(link.id, link.widget);
+    if (window)
+        window->setCloseAllowed(false);
+}
+
 void qactionCloseWindow::closeCurrent() const
 {
     QWidget *active = QApplication::activeWindow();
@@ -38,9 +58,9 @@ void qactionCloseWindow::closeCurrent() const
         return;
     }
     const WidgetLink link = *found;
-    if (!HasPrivilege(Nodes::PrivilegeClose, Nodes::NodeLink(link.id).GetNode()))
+    if (!isAllowed(Nodes::NodeLink(link.id).GetNode()))
         return;
-    g_pWindowManager->closeWindow(link.id, link.widget);
+    close(link);
     log("qactionCloseWindow - hiding current window");
     g_pWindowManager->letEventsRun();
 }
@@ -48,9 +68,11 @@ void qactionCloseWindow::closeCurrent() const
 void qactionCloseWindow::closeConfigured(const Nodes::actionCloseWindow &node) const
 {
     const Nodes::BasicWindow *window = node.GetWindow();
-    if (!window || !HasPrivilege(Nodes::PrivilegeClose, window))
+    if (!window || !isAllowed(window))
         return;
-    g_pWindowManager->closeAllWindow(window->GetId(), node.GetDisplay());
+    const QVector<WidgetLink> links =
+        g_pWindowManager->windowsOf(window->GetId(), node.GetDisplay());
+    std::for_each(links.begin(), links.end(), &close);
     log("qactionCloseWindow - hiding window");
     g_pWindowManager->letEventsRun();
 }

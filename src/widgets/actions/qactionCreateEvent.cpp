@@ -7,6 +7,7 @@ namespace Widgets {
 void qactionCreateEvent::Execute()
 {
     // Where the journal cannot take the entry there is nowhere to tell it either.
+    const Nodes::ActingScope acting = act();
     if (const auto *node = nodeAs<Nodes::actionCreateEvent>())
         (void)node->CreateEvent();
 }

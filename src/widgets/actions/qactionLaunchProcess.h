@@ -2,6 +2,8 @@
 
 #include "widgets/actions/qBasicAction.h"
 
+#include "nodes/actions/actionLaunchProcess.h"
+
 namespace Widgets {
 
 /// Starts the program of its node, if the current user may; a failure is told.
@@ -10,6 +12,10 @@ class qactionLaunchProcess : public qBasicAction
 public:
     using qBasicAction::qBasicAction;
     void Execute() override;
+
+private:
+    Nodes::Result prepare(const Nodes::actionLaunchProcess &node,
+                          Nodes::actionLaunchProcess::Command &command) const;
 };
 
 } // namespace Widgets

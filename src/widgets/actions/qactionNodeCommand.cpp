@@ -6,8 +6,14 @@ namespace Widgets {
 
 void qactionNodeCommand::Execute()
 {
-    if (const auto *node = nodeAs<Nodes::actionNodeCommand>())
-        report(node->Send());
+    const auto *node = nodeAs<Nodes::actionNodeCommand>();
+    if (!node)
+        return;
+    const auto send = [this, node] {
+        const Nodes::ActingScope acting = act();
+        return node->Send();
+    };
+    report(send());
 }
 
 } // namespace Widgets

@@ -34,7 +34,7 @@ void qactionPlaySound::Execute()
     const auto *node = nodeAs<Nodes::actionPlaySound>();
     if (!node)
         return;
-    const ActionJournal journal(*node);
+    const ActionJournal journal(*node, trigger());
     const std::string name = "«" + node->GetSound().GetFilePath() + "»";
     const QString file = QString::fromStdString(node->GetSound().GetFullFilePath());
     const bool isThere = !file.isEmpty() && QFileInfo(file).isFile();

@@ -8,6 +8,8 @@
 
 #include "nodes/actions/actionToggleWindow.h"
 
+#include <algorithm>
+
 namespace Widgets {
 
 void qactionToggleWindow::Execute()
@@ -17,24 +19,47 @@ void qactionToggleWindow::Execute()
     if (!target || !g_pWindowManager)
         return;
     const int display = targetDisplay(node->GetDisplay());
-    auto *window =
-        qobject_cast<WindowBasic *>(g_pWindowManager->GetWindow(target->GetId(), display));
-    if (!window)
-        return;
-    QWidget *outer = WindowPlacement::outermost(window);
-    if (outer->isVisible()) {
-        outer->hide();
-        return;
-    }
+    const QVector<QPointer<WindowBasic>> windows = find(*target, display);
+    const bool isShown = std::any_of(windows.begin(), windows.end(), [](const auto &window) {
+        return WindowPlacement::outermost(window)->isVisible();
+    });
     // Whoever is at the station now need not be who opened it.
-    if (!WindowOpening::isAllowed(*target, trigger()))
+    if (windows.isEmpty() || (!isShown && !WindowOpening::isAllowed(*target, trigger())))
         return;
-    OpeningTimer::restart(*window, createdAt());
-    const bool isFramed = outer != window;
+    for (const QPointer<WindowBasic> &window : windows) {
+        if (window && isShown)
+            WindowPlacement::outermost(window)->hide();
+        else if (window)
+            show(*window, *node, *target);
+    }
+}
+
+// The first window of the node, or every open instance of a template.
+QVector<QPointer<WindowBasic>> qactionToggleWindow::find(const Nodes::BasicWindow &target,
+                                                         int display)
+{
+    QVector<QPointer<WindowBasic>> found;
+    const QVector<WidgetLink> links = g_pWindowManager->windowsOf(target.GetId(), display + 1);
+    for (const WidgetLink &link : links) {
+        const bool isInstance = link.id != target.GetId();
+        auto *window = qobject_cast<WindowBasic *>(link.widget);
+        if (window && (isInstance || found.isEmpty()))
+            found.append(window);
+    }
+    return found;
+}
+
+void qactionToggleWindow::show(WindowBasic &window, const Nodes::actionToggleWindow &node,
+                               const Nodes::BasicWindow &target) const
+{
+    const int display = targetDisplay(node.GetDisplay());
+    QWidget *outer = WindowPlacement::outermost(&window);
+    OpeningTimer::restart(window, createdAt());
+    const bool isFramed = outer != &window;
     outer->setParent(g_pWindowManager->getFrame(display),
                      isFramed ? outer->windowFlags() : Qt::Dialog | Qt::FramelessWindowHint);
-    WindowPlacement::place(*window, *node, *target, display);
-    WindowPlacement::present(*window);
+    WindowPlacement::place(window, node, target, display);
+    WindowPlacement::present(window);
 }
 
 } // namespace Widgets

@@ -6,8 +6,14 @@ namespace Widgets {
 
 void qactionWriteValue::Execute()
 {
-    if (const auto *node = nodeAs<Nodes::actionWriteValue>())
-        report(node->Write());
+    const auto *node = nodeAs<Nodes::actionWriteValue>();
+    if (!node)
+        return;
+    const auto write = [this, node] {
+        const Nodes::ActingScope acting = act();
+        return node->Write();
+    };
+    report(write());
 }
 
 } // namespace Widgets

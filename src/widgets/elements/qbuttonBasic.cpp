@@ -50,10 +50,12 @@ qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
     m_binding.bind(this, m_node.get());
     connect(this, &QAbstractButton::pressed, this, &qbuttonBasic::onPressed);
     connect(this, &QAbstractButton::released, this, &qbuttonBasic::onReleased);
+    connect(&m_hold, &ButtonHold::lost, this, &qbuttonBasic::releaseHeld);
 }
 
 qbuttonBasic::~qbuttonBasic()
 {
+    m_owed.queue();
     // The own style goes before the widget that uses it.
     if (m_ownStyle)
         setStyle(nullptr);
@@ -79,13 +81,20 @@ void qbuttonBasic::onValueUpdated(Nodes::SignalValue handed)
     update();
 }
 
+ActionTrigger qbuttonBasic::triggerHere() const
+{
+    return ActionManager::triggerAt(this, mapToGlobal(QPoint(0, height())));
+}
+
 void qbuttonBasic::onPressed()
 {
     m_isHeld = true;
-    if (!m_button)
+    m_hold.begin();
+    if (!m_button || !isRuntime())
         return;
-    m_owed = m_button->GetReleaseActions();
-    queue(m_button->GetPressActions());
+    const ActionTrigger trigger = triggerHere();
+    ActionManager::getInstance().trigger(m_button->GetPressActions(), trigger);
+    m_owed = OwedActions(m_button->GetReleaseActions(), trigger);
 }
 
 void qbuttonBasic::onReleased()
@@ -93,23 +102,18 @@ void qbuttonBasic::onReleased()
     if (!m_isHeld)
         return;
     m_isHeld = false;
-    queue(m_button ? m_button->GetReleaseActions() : m_owed);
-    m_owed.clear();
+    m_hold.end();
+    m_owed.queue();
 }
 
-// Qt releases a button that is disabled, hidden or left by the focus, but not one that goes away.
+// Qt releases a button that is disabled or left by the focus, but not one that loses the pointer
+// or goes away.
 void qbuttonBasic::releaseHeld()
 {
     if (!m_isHeld)
         return;
     setDown(false);
     onReleased();
-}
-
-void qbuttonBasic::queue(const Nodes::NodeLinks &actions) const
-{
-    if (isRuntime())
-        ActionManager::getInstance().trigger(actions, this, mapToGlobal(QPoint(0, height())));
 }
 
 void qbuttonBasic::mousePressEvent(QMouseEvent *event)
@@ -130,13 +134,23 @@ void qbuttonBasic::mouseReleaseEvent(QMouseEvent *event)
 
 void qbuttonBasic::focusOutEvent(QFocusEvent *event)
 {
-    if (m_button)
-        queue(m_button->GetFocusLossActions());
+    if (m_button && isRuntime())
+        ActionManager::getInstance().trigger(m_button->GetFocusLossActions(), triggerHere());
     QPushButton::focusOutEvent(event);
+}
+
+void qbuttonBasic::hideEvent(QHideEvent *event)
+{
+    QPushButton::hideEvent(event);
+    releaseHeld();
 }
 
 bool qbuttonBasic::event(QEvent *event)
 {
+    if (event->type() == QEvent::Shortcut)
+        setShortcutAutoRepeat(static_cast<QShortcutEvent *>(event)->shortcutId(), false);
+    else if (event->type() == QEvent::UngrabMouse)
+        releaseHeld();
     return ElementTooltip::show(event, m_node.get()) || QPushButton::event(event);
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/actions/OwedActions.h"
+#include "widgets/elements/ButtonHold.h"
 #include "widgets/elements/ElementBinding.h"
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/ShowsValue.h"
@@ -25,8 +27,9 @@ namespace Widgets {
 
 /// Push button of a Nodes::widgetButton: caption turned by any angle, picture, style, shortcut. At
 /// run time pressing and releasing queue the node's lists, and so does losing the focus. Every
-/// press is followed by one release, also when the button is disabled, hidden or stopped while it
-/// is held down: what a press started a release may have to stop. For a node of another class it is
+/// press is followed by one release with the rights of who pressed, whatever becomes of the button,
+/// its node, its window or the user while it is held down: what a press started a release may have
+/// to stop. A shortcut that is held is one press. For a node of another class it is
 /// a plain button without actions.
 class WIDGETS_EXPORT qbuttonBasic : public QPushButton, public IWidget, public ShowsValue
 {
@@ -56,6 +59,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     /// With the button's font about the point (cx, cy), the painter's pen, laid out in the turned
@@ -71,7 +75,7 @@ private:
     void onPressed();
     void onReleased();
     void releaseHeld();
-    void queue(const Nodes::NodeLinks &actions) const;
+    ActionTrigger triggerHere() const;
 
     QString m_alignmentWords;
     int m_alignmentFlags = Qt::AlignCenter;
@@ -82,8 +86,9 @@ private:
     Nodes::ResourcePtr m_resource;                    ///< bytes of the picture
     bool m_isPictureMissing = false;
     int m_styleCode = 0;
-    bool m_isHeld = false;   ///< the press list was queued, the release list not yet
-    Nodes::NodeLinks m_owed; ///< release list of a held button whose node goes away
+    bool m_isHeld = false; ///< the press list was queued, the release list not yet
+    OwedActions m_owed;    ///< release list of a held button
+    ButtonHold m_hold;
     ElementBinding m_binding;
 };
 

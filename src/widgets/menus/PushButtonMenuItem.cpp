@@ -71,6 +71,7 @@ void PushButtonMenuItem::setHovered(bool isHovered)
 void PushButtonMenuItem::reset()
 {
     m_hasRun = false;
+    m_isPressed = false;
     setHovered(false);
 }
 
@@ -83,13 +84,14 @@ void PushButtonMenuItem::onTriggered()
 void PushButtonMenuItem::mousePressEvent(QMouseEvent *event)
 {
     m_hasRun = false;
+    m_isPressed = true;
     QWidget::mousePressEvent(event);
 }
 
 // The base class passes the release on to the menu, which closes and triggers the entry.
 void PushButtonMenuItem::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (m_item && rect().contains(event->pos())) {
+    if (std::exchange(m_isPressed, false) && m_item && rect().contains(event->pos())) {
         run();
         m_hasRun = true;
     }

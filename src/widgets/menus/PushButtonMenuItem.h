@@ -17,7 +17,8 @@ class ResourceLink;
 namespace Widgets {
 
 /// One entry of an operator menu: a large button with an optional picture. Runs its item's actions
-/// when the mouse is released on it or its menu triggers it from the keyboard. GUI thread; the
+/// when the mouse is pressed and released on it or its menu triggers it from the keyboard; the
+/// release of the press that opened the menu runs nothing. GUI thread; the
 /// nodes outlive it.
 class WIDGETS_EXPORT PushButtonMenuItem : public QWidget
 {
@@ -61,6 +62,7 @@ private:
     Nodes::ResourcePtr m_picture;
     QSize m_pictureSize;
     bool m_isHovered = false;
+    bool m_isPressed = false;
     bool m_hasRun = false;
 };
 

@@ -107,6 +107,7 @@ protected:
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    void ungrabMouseEvent(QEvent *event) override;
 
 private:
     void host(Nodes::BasicWidget &node);

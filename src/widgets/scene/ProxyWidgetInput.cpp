@@ -121,6 +121,14 @@ void ProxyWidget::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
         event->accept();
 }
 
+// The element hears that it will see no release of a press.
+void ProxyWidget::ungrabMouseEvent(QEvent *event)
+{
+    QGraphicsProxyWidget::ungrabMouseEvent(event);
+    if (widget() && isRuntime())
+        QCoreApplication::sendEvent(widget(), event);
+}
+
 // The element hears that another one took the focus: what was entered is committed then.
 void ProxyWidget::focusOutEvent(QFocusEvent *event)
 {

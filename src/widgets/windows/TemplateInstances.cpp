@@ -63,6 +63,17 @@ QWidget *TemplateInstances::find(const Nodes::ConfigNode &source, const Nodes::B
     return nullptr;
 }
 
+bool TemplateInstances::isMadeFrom(const WindowManager &manager, const QWidget *widget,
+                                   unsigned long window)
+{
+    const auto *made =
+        manager.findChild<const TemplateInstances *>(QString(), Qt::FindDirectChildrenOnly);
+    return made && std::any_of(made->m_instances.begin(), made->m_instances.end(),
+                               [&](const Instance &instance) {
+                                   return instance.widget == widget && instance.window == window;
+                               });
+}
+
 int TemplateInstances::freeNumber(unsigned long source) const
 {
     const auto isTaken = [&](int number) {

@@ -37,6 +37,11 @@ public:
     QWidget *find(const Nodes::ConfigNode &source, const Nodes::BasicWindow &window,
                   const Nodes::TemplateBinding &binding, int screen) const;
 
+    /// Whether that window shows an instance made from the window node, which is a template or the
+    /// likeness of a template composition.
+    static bool isMadeFrom(const WindowManager &manager, const QWidget *widget,
+                           unsigned long window);
+
     /// Node of a new instance, called "<template>_<lowest free number from 1>". `source` is the
     /// template: `window` itself, or a composition that a copy of `window` is to show. Null when
     /// ids run into each other.

@@ -93,7 +93,7 @@ void WindowBasic::judgeAccess()
 bool WindowBasic::mayClose() const
 {
     const BasicWindow *node = getNode();
-    return !isRuntime() || !node || HasPrivilege(Nodes::PrivilegeClose, node);
+    return m_isCloseAllowed || !isRuntime() || !node || HasPrivilege(Nodes::PrivilegeClose, node);
 }
 
 bool WindowBasic::mayCloseAll(const QWidget &frame)

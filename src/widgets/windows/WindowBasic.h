@@ -41,8 +41,10 @@ public:
 
     /// Shows what is in the window to those only who may view it.
     void judgeAccess();
-    /// Whether the current user may close the window; true outside the operator runtime.
+    /// Whether the current user may close the window; true outside the operator runtime, and while
+    /// it is closed for somebody else who may.
     bool mayClose() const;
+    void setCloseAllowed(bool isAllowed) { m_isCloseAllowed = isAllowed; }
     /// The same for every window that stands inside `frame`.
     static bool mayCloseAll(const QWidget &frame);
 
@@ -83,6 +85,7 @@ private:
 
     Utils::WatchedNode<Nodes::BasicWindow> m_node;
     bool m_isTitleVisible = false;
+    bool m_isCloseAllowed = false;
     bool m_isCloseButtonVisible = false;
     bool m_hasFrame = false;
     int m_frameMargin = 0;

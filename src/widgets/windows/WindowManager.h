@@ -88,8 +88,11 @@ public:
 
     /// True when the window was closed and forgotten; a window that refuses to close stays.
     bool closeWindow(unsigned long id, QWidget *widget);
-    /// Displays count from 1; 0 means that of the active window, a negative one all.
+    /// Closes the windows of that node, or the instances of that template. Displays count from 1;
+    /// 0 means that of the active window, a negative one all.
     void closeAllWindow(unsigned long id, int display);
+    /// The open windows of that node and instances of that template, displays as before.
+    QVector<WidgetLink> windowsOf(unsigned long id, int display) const;
 
     /// The alarm window, made when first asked for and kept; it need not be visible.
     AlarmWindow *GetWindowAlarms();
@@ -112,6 +115,11 @@ public:
     /// Trigger of what is pushed now for that reason: part of what the action that runs began,
     /// if one does. GUI thread.
     ActionTrigger triggerNow(ActionOrigin origin) const;
+    /// Objects of those actions, to be queued later or deleted. GUI thread.
+    QVector<qBasicAction *> makeActions(const std::vector<Nodes::NodeLink> &actions,
+                                        const ActionTrigger &trigger);
+    /// Takes them over whatever the limits say. GUI thread.
+    void queue(const QVector<qBasicAction *> &actions) { m_queue.append(actions); }
     /// Action object on a detached copy of the node; null for unknown kinds. The caller owns the
     /// object, the manager its node copy.
     qBasicAction *CreateQAction(Nodes::BasicAction *action);
@@ -165,6 +173,8 @@ private:
     void watchUsers();
     void subscribeTimers();
     void subscribeActionRequests();
+    std::shared_ptr<Nodes::ActingUser> actingUser() const;
+    ActionTrigger triggerOfNobody() const;
     Nodes::Result pushElsewhere(Nodes::BasicAction *action);
     Nodes::Result push(const std::vector<Nodes::BasicAction *> &nodes,
                        const ActionTrigger &trigger);
@@ -172,7 +182,7 @@ private:
                               const ActionTrigger &trigger);
     qBasicAction *make(Nodes::BasicAction *node, const ActionTrigger &trigger);
     int dropStale();
-    void journalEnd(int stale, bool isDone) const;
+    void journalEnd(int dropped, bool isInTime) const;
     void hideAll();
     QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
     void minimizeAll() const;

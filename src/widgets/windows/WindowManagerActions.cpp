@@ -6,6 +6,8 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/system/systemCore.h"
 #include "nodes/timers/operationTimer.h"
 
 #include <QLoggingCategory>
@@ -20,13 +22,6 @@ using Nodes::Result;
 namespace {
 
 Q_LOGGING_CATEGORY(actionLog, "station.actions")
-
-ActionTrigger triggerOfNobody()
-{
-    ActionTrigger trigger;
-    trigger.origin = trigger.root = ActionOrigin::Request;
-    return trigger;
-}
 
 } // namespace
 
@@ -53,6 +48,32 @@ qBasicAction *WindowManager::make(Nodes::BasicAction *node, const ActionTrigger 
     return action;
 }
 
+std::shared_ptr<Nodes::ActingUser> WindowManager::actingUser() const
+{
+    const Nodes::systemAuthentication *users = m_core ? m_core->GetSystemAuthentication() : nullptr;
+    return users ? std::make_shared<Nodes::ActingUser>(users->GetActingUser()) : nullptr;
+}
+
+ActionTrigger WindowManager::triggerOfNobody() const
+{
+    ActionTrigger trigger;
+    trigger.origin = trigger.root = ActionOrigin::Request;
+    trigger.user = actingUser();
+    return trigger;
+}
+
+QVector<qBasicAction *> WindowManager::makeActions(const std::vector<Nodes::NodeLink> &actions,
+                                                   const ActionTrigger &trigger)
+{
+    QVector<qBasicAction *> made;
+    for (const Nodes::NodeLink &link : actions) {
+        auto *node = dynamic_cast<Nodes::BasicAction *>(link.GetNode());
+        if (qBasicAction *action = make(node, trigger))
+            made.append(action);
+    }
+    return made;
+}
+
 // Windows open at the start without anybody's hand; they close by one, unless the station ends.
 ActionTrigger WindowManager::triggerNow(ActionOrigin origin) const
 {
@@ -64,9 +85,12 @@ ActionTrigger WindowManager::triggerNow(ActionOrigin origin) const
     if (isConsequence) {
         trigger.root = cause->trigger().root;
         trigger.generation = cause->trigger().generation + 1;
-    } else if (origin == ActionOrigin::OnClose && !isEnding()) {
-        trigger.root = ActionOrigin::Gesture;
+        trigger.user = cause->trigger().user;
+        return trigger;
     }
+    trigger.user = actingUser();
+    if (origin == ActionOrigin::OnClose && !isEnding())
+        trigger.root = ActionOrigin::Gesture;
     return trigger;
 }
 
@@ -123,11 +147,11 @@ Result WindowManager::pushElsewhere(Nodes::BasicAction *action)
 {
     if (!action)
         return {};
-    if (const Result within = checkLimits(*action, 1, triggerOfNobody()); !within)
+    const ActionTrigger trigger = triggerOfNobody();
+    if (const Result within = checkLimits(*action, 1, trigger); !within)
         return within;
     ++m_posted;
-    const auto made =
-        std::make_shared<std::unique_ptr<qBasicAction>>(make(action, triggerOfNobody()));
+    const auto made = std::make_shared<std::unique_ptr<qBasicAction>>(make(action, trigger));
     QMetaObject::invokeMethod(
         this,
         [this, made] {
@@ -148,15 +172,16 @@ Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
 {
     if (QThread::currentThread() == thread())
         return PushActions(actions, triggerNow(ActionOrigin::Gesture));
+    const ActionTrigger trigger = triggerOfNobody();
     const int count = int(actions.size());
-    if (!m_queue.hasRoom(triggerOfNobody(), count + m_posted))
+    if (!m_queue.hasRoom(trigger, count + m_posted))
         return Result(Result::LimitExceeded, "the queue of actions is full");
     m_posted += count;
     QMetaObject::invokeMethod(
         this,
-        [this, count, links = std::move(actions)] {
+        [this, count, trigger, links = std::move(actions)] {
             m_posted -= count;
-            (void)PushActions(links, triggerOfNobody());
+            (void)PushActions(links, trigger);
         },
         Qt::QueuedConnection);
     return {};

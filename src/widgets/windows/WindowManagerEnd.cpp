@@ -1,6 +1,7 @@
 // The end of the station: what windows, actions and scripts still have to do.
 #include "widgets/actions/ActionRunner.h"
 #include "widgets/actions/RunningScripts.h"
+#include "widgets/actions/qBasicAction.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/system/systemCore.h"
@@ -16,6 +17,7 @@ namespace Widgets {
 namespace {
 
 constexpr int dismissalInterval = 20; // ms
+constexpr int releasePatience = 500;  // ms, for what ends a press
 
 } // namespace
 
@@ -33,23 +35,30 @@ void WindowManager::finishActions(int patience)
     hideAll();
     RunningScripts &scripts = RunningScripts::of(*this);
     const auto isDone = [&] { return m_queue.isEmpty() && m_runner->isIdle() && scripts.isIdle(); };
-    while (!isDone() && !deadline.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                        QEventLoop::WaitForMoreEvents);
-    journalEnd(stale, isDone());
+    const auto runUntil = [&isDone](const QDeadlineTimer &end) {
+        while (!isDone() && !end.hasExpired())
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                            QEventLoop::WaitForMoreEvents);
+    };
+    runUntil(deadline);
+    const bool isInTime = isDone();
     scripts.abandon();
+    const int late =
+        m_queue.drop([](const qBasicAction &action) { return !action.trigger().isRelease; });
+    runUntil(QDeadlineTimer(releasePatience));
+    journalEnd(stale + late, isInTime);
 }
 
-void WindowManager::journalEnd(int stale, bool isDone) const
+void WindowManager::journalEnd(int dropped, bool isInTime) const
 {
     const auto journal = [this](const std::string &text) {
         if (m_core)
             m_core->StoreMessage(Nodes::LevelWarning, text, Nodes::NodeLink());
     };
-    const int dropped = stale + m_runner->dropped();
+    dropped += m_runner->dropped();
     if (dropped > 0)
         journal("Станция завершается: не выполнены ожидавшие действия, " + std::to_string(dropped));
-    if (!isDone)
+    if (!isInTime)
         journal("Станция завершена раньше, чем выполнены все действия");
 }
 

@@ -8,6 +8,7 @@
 #include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/Screens.h"
+#include "widgets/windows/TemplateInstances.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowForm.h"
 #include "widgets/windows/WindowPlacement.h"
@@ -187,20 +188,27 @@ bool WindowManager::closeWindow(unsigned long id, QWidget *widget)
     return true;
 }
 
-void WindowManager::closeAllWindow(unsigned long id, int display)
+QVector<WidgetLink> WindowManager::windowsOf(unsigned long id, int display) const
 {
     const QWidget *active = QApplication::activeWindow();
     if (display == 0 && !active)
-        return;
+        return {};
     if (display == 0)
         display = ScreenNumber(active) + 1;
-    const QVector<WidgetLink> open = m_windows;
-    for (const WidgetLink &link : open) {
-        if (link.id != id || !m_windows.contains(link))
-            continue;
-        if (display < 0 || ScreenNumber(link.widget) + 1 == display)
-            closeWindow(link.id, link.widget);
+    QVector<WidgetLink> found;
+    for (const WidgetLink &link : m_windows) {
+        const bool isMeant = link.id == id || TemplateInstances::isMadeFrom(*this, link.widget, id);
+        if (isMeant && (display < 0 || ScreenNumber(link.widget) + 1 == display))
+            found.append(link);
     }
+    return found;
+}
+
+void WindowManager::closeAllWindow(unsigned long id, int display)
+{
+    const QVector<WidgetLink> links = windowsOf(id, display);
+    for (const WidgetLink &link : links)
+        closeWindow(link.id, link.widget); // unless an earlier one took it along
 }
 
 void WindowManager::judgeAccess()

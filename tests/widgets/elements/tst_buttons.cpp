@@ -7,7 +7,10 @@
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/WindowForm.h"
 
+#include <QDialog>
 #include <QGraphicsItem>
+#include <QMenu>
+#include <QTimer>
 
 using namespace Widgets;
 
@@ -48,7 +51,8 @@ struct Station : RuntimeProject
         record({20, 21, 22});
     }
     /// Letters: Press, Release, Double, Move, each followed by the place: in, corner, beside, out,
-    /// the other button; Hide the window, Veto (disable) or X (delete) the button, Space, Key of
+    /// the other button; Hide the window, Invisible, Veto (disable), X (delete) the button, its
+    /// Node removed, a pop-Up, an Other modal window, lost Grab, Space, Auto-repeated key, Key of
     /// the shortcut.
     void act(const QString &script)
     {
@@ -65,8 +69,24 @@ struct Station : RuntimeProject
             {'D', [&] { QTest::mouseDClick(view, Qt::LeftButton, {}, at); }},
             {'M', [&] { sendMouse(*view, QEvent::MouseMove, at); }},
             {'H', [&] { window.hide(); }},
+            {'I', [&] { set(11, "visible", "false"); }},
             {'X', [&] { delete window.scene()->itemAt(70, 50, QTransform()); }},
             {'V', [&] { set(11, "disabled", "true"); }},
+            {'N', [&] { (void)node(10)->RemoveNode(Nodes::NodeLink(11)); }},
+            {'U', [&] { menu.popup(QPoint()); }},
+            {'O',
+             [&] {
+                 QDialog modal;
+                 QTimer::singleShot(0, &modal, &QDialog::reject);
+                 modal.exec();
+             }},
+            {'G', [&] { window.scene()->itemAt(70, 50, QTransform())->ungrabMouse(); }},
+            {'A',
+             [&] {
+                 if (!QTest::qWaitFor([&] { return recorded.contains("release"); }))
+                     qFatal("not released");
+                 qt_sendShortcutOverrideEvent(view, 0, Qt::Key_F5, Qt::ControlModifier, {}, true);
+             }},
             {'S', [&] { QTest::keyClick(view, Qt::Key_Space); }},
             {'K', [&] { QTest::keyClick(view, Qt::Key_F5, Qt::ControlModifier); }}};
         for (int i = 0; i < script.size(); ++i) {
@@ -77,6 +97,7 @@ struct Station : RuntimeProject
     }
 
     WindowForm window;
+    QMenu menu;
 };
 
 /// A button on its own.
@@ -141,6 +162,12 @@ void TestButtons::gesturesRunTheLists_data()
     row("disabled", press + off, "PiRi", "");
     row("disabled while held", press, "PiVRi", "press release");
     row("hidden while held", press, "PiH", "press blur release");
+    row("hidden by itself while held", press, "PiI", "press release blur");
+    row("pop-up while held", press, "PiU", "press release blur");
+    row("modal window while held", press, "PiO", "press release blur");
+    row("lost grab while held", press, "PiG", "press release");
+    row("node removed while held", press, "PiN", "press release");
+    row("shortcut held", key, "KAA", "press release");
     row("deleted while held by its key", key, "KX", "press release");
     row("space", press, "PiRiS", "press release press release");
     row("shortcut", key, "K", "press release");

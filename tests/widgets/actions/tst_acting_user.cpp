@@ -1,0 +1,132 @@
+#include "support/Rows.h"
+#include "support/RuntimeProject.h"
+#include "support/VisibleBoxes.h"
+
+#include "nodes/auth/systemAuthentication.h"
+
+#include <QTemporaryDir>
+
+using namespace Widgets;
+
+namespace {
+
+constexpr const char *plant = R"xml(
+<station id="20" name="St"><authentication id="21" name="Users" guestRole="22">
+  <role id="22" name="Guest"><grant id="23" privileges="view"/></role>
+  <role id="24" name="Operator"><grant id="25" privileges="all"/></role>
+  <user id="26" name="anna" roles="24" passwordless="true"/></authentication></station>
+<memorySignal id="30" name="S" type="int" writable="true"/>
+<operationTimer id="32" name="T" autostart="false"/>
+<window id="10" name="W" width="50" height="50"/>
+<actionWriteValue id="40" name="write" signal="30" value="1"/>
+<actionExecuteScript id="41" name="script" script="write(1, 2)" signals="30"/>
+<actionNodeCommand id="42" name="command" command="start" target="32"/>
+<actionShowWindow id="43" name="open" window="10"/>
+<actionCloseWindow id="44" name="close" window="10" display="1"/>
+<actionAuthUser id="45" name="log in" user="26"/>)xml";
+
+/// The plant with a journal, and anna logged in or nobody.
+class Plant : public RuntimeProject
+{
+public:
+    explicit Plant(bool isLoggedIn) : RuntimeProject(plant)
+    {
+        QVERIFY(core.GetJournal().Open(directory.filePath("j.sqlite").toStdString()));
+        log(isLoggedIn);
+    }
+    void log(bool isIn)
+    {
+        auto *users = node<Nodes::systemAuthentication>(21);
+        if (isIn)
+            QVERIFY(users->Authenticate(node(26)));
+        else
+            users->Logout();
+    }
+    QString state() const
+    {
+        const bool isRunning = node(32)->GetState() == Nodes::NodeState::Running;
+        return QString::fromStdString(value(30).ToString()) + (isRunning ? " running" : "") +
+               (openWindows(10) ? " open" : "");
+    }
+    /// Users in whose name there are entries of that text.
+    QSet<QString> usersOf(const char *text) const
+    {
+        std::vector<Nodes::BasicEvent> events;
+        (void)core.GetJournal().Flush();
+        (void)core.GetJournal().Query({}, events);
+        QSet<QString> users;
+        for (const Nodes::BasicEvent &event : events) {
+            if (event.text.find(text) != std::string::npos)
+                users << QString::fromStdString(event.user);
+        }
+        return users;
+    }
+
+    QTemporaryDir directory;
+};
+
+} // namespace
+
+class TestActingUser : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rightsAreThoseOfTheTrigger_data();
+    void rightsAreThoseOfTheTrigger();
+    void closingIsOfTheTriggerToo();
+    void aLogInCountsForWhatFollowsInItsList();
+};
+
+void TestActingUser::rightsAreThoseOfTheTrigger_data()
+{
+    const Rows<unsigned, QString, QString> row("action", "done", "entry");
+    row("write", 40u, "1", "Запись");
+    row("script", 41u, "2", "Запись");
+    row("command", 42u, " running", "Команда «Пуск»");
+    row("open", 43u, " open", "открытие окна");
+}
+
+void TestActingUser::rightsAreThoseOfTheTrigger()
+{
+    QFETCH(unsigned, action);
+    QFETCH(QString, done);
+    QFETCH(QString, entry);
+    for (const bool isLoggedIn : {true, false}) {
+        Plant plant(isLoggedIn);
+        plant.push(action);
+        plant.log(!isLoggedIn); // before it runs
+        QTRY_VERIFY(!plant.usersOf(entry.toUtf8().constData()).isEmpty());
+        QCOMPARE(plant.usersOf(entry.toUtf8().constData()),
+                 QSet<QString>{isLoggedIn ? "anna" : ""});
+        QCOMPARE(plant.state(), isLoggedIn ? done : QString());
+        QTRY_COMPARE(visibleBoxes().size(), isLoggedIn ? 0 : 1);
+    }
+}
+
+void TestActingUser::closingIsOfTheTriggerToo()
+{
+    Plant plant(true);
+    plant.run(43);
+    plant.log(false);
+    plant.push(44);
+    plant.log(true);
+    plant.ran();
+    QCOMPARE(plant.openWindows(10), 1);
+    plant.push(44);
+    plant.log(false);
+    plant.ran();
+    QCOMPARE(plant.openWindows(10), 0);
+}
+
+void TestActingUser::aLogInCountsForWhatFollowsInItsList()
+{
+    Plant plant(false);
+    (void)plant.manager->PushActions({Nodes::NodeLink(45), Nodes::NodeLink(40)});
+    plant.ran();
+    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
+    QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+}
+
+QTEST_MAIN(TestActingUser)
+#include "tst_acting_user.moc"
