@@ -277,7 +277,8 @@ template <class Keyboard> void AuthenticationDialog::enterOn(QString (*textOf)(K
 {
     const QPointer<AuthenticationDialog> self = this;
     auto *frame = new Widgets::FrameWindow(this);
-    const QPointer<Keyboard> keyboard = new Keyboard(frame);
+    // A dialog made in the frame would stay a window of its own, behind the frame.
+    const QPointer<Keyboard> keyboard = new Keyboard(this);
     keyboard->setEchoMode(QLineEdit::Password);
     // Digits and letters alike: a number would lose leading zeros and whatever is beyond a double.
     keyboard->setValidator(nullptr);

@@ -167,7 +167,9 @@ void AuthenticationDialogTest::keyboardsGiveWhatWasTyped()
     QFETCH(QString, keys);
     const Rig rig;
     const WhenShown<Widgets::FrameWindow> typist([&keys](Widgets::FrameWindow &frame) {
-        QCOMPARE(frame.findChild<QLineEdit *>()->echoMode(), QLineEdit::Password);
+        auto *field = frame.findChild<QLineEdit *>();
+        QCOMPARE(field->echoMode(), QLineEdit::Password);
+        QVERIFY(field->isVisible() && field->window() == &frame); // not behind the frame
         for (const QString &key : keys.split(' ')) {
             QTest::mouseClick(frame.findChild<QPushButton *>(key), Qt::LeftButton);
             QCoreApplication::processEvents();

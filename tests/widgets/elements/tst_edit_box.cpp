@@ -167,6 +167,7 @@ private slots:
         const Rows<Qt::FocusReason, bool, int, QString> row("reason", "isEnded", "written", "told");
         row("press elsewhere", Qt::MouseFocusReason, true, 0, "Нажатие вне поля.");
         row("hidden", Qt::NoFocusReason, true, 0, "Поле скрыто.");
+        row("disabled", Qt::MenuBarFocusReason, true, 0, "Поле отключено.");
         row("moved on by key", Qt::TabFocusReason, true, 1, "");
         // Not the operator's doing: nothing is written, nothing is lost.
         row("other window", Qt::ActiveWindowFocusReason, false, 0, "");
@@ -191,6 +192,8 @@ private slots:
         QFocusEvent event(QEvent::FocusOut, reason);
         if (reason == Qt::NoFocusReason)
             box->hide();
+        else if (reason == Qt::MenuBarFocusReason)
+            box->setEnabled(false);
         else
             QCoreApplication::sendEvent(box.element, &event);
         QCOMPARE(box->isEditing(), !isEnded);
