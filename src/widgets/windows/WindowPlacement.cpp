@@ -22,7 +22,7 @@ using Nodes::BasicWindow;
 
 namespace {
 
-constexpr int besideGap = 8; // pixels
+constexpr int besideGap = 18; // pixels
 constexpr int decorationEdge = 4;
 constexpr int decorationTitle = 28;
 
