@@ -111,6 +111,7 @@ public:
         const auto *window = QWindowPrivate::get(m_view->windowHandle());
         do {
             QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         } while (window->updateRequestPending || qGlobalPostedEventsCount() > 0);
     }
     QImage shown() const

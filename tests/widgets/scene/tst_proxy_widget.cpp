@@ -4,6 +4,7 @@
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/qwidgetLabel.h"
 #include "widgets/scene/Border.h"
+#include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
@@ -284,6 +285,38 @@ private slots:
         scene.render(&painter);
         host->stop();
         QVERIFY(!host->getNode());
+    }
+    void whatChangesBeforeTheStartCounts_data()
+    {
+        const Rows<QByteArray> row("node");
+        row("label", "<label id='20' name='E' text='old'/>");
+        row("button", "<button id='20' name='E' text='old'/>");
+    }
+    void whatChangesBeforeTheStartCounts()
+    {
+        QFETCH(QByteArray, node);
+        const RuntimeProject project(node);
+        const std::unique_ptr<QWidget> widget(
+            Widgets::ElementFactory::create(project.node<Nodes::BasicWidget>(20), nullptr));
+        auto *element = dynamic_cast<IWidget *>(widget.get());
+        const auto look = [&widget] { return widget->grab().toImage(); };
+        const QImage first = look();
+        element->start();
+        QCOMPARE(look(), first);
+        element->stop();
+        project.set(20, "text", "new");
+        project.set(20, "color", "#ff0000");
+        element->start();
+        const QImage second = look();
+        QVERIFY(second != first);
+        const std::unique_ptr<QWidget> other(
+            Widgets::ElementFactory::create(project.node<Nodes::BasicWidget>(20), nullptr));
+        project.set(20, "color", "#00ff00"); // between making and starting
+        dynamic_cast<IWidget *>(other.get())->start();
+        QCOMPARE(other->grab().toImage(), look());
+        QVERIFY(look() != second);
+        dynamic_cast<IWidget *>(other.get())->stop();
+        element->stop();
     }
 };
 
