@@ -13,6 +13,8 @@
 #include <QScrollBar>
 #include <QScroller>
 
+#include <numeric>
+
 namespace Widgets {
 
 namespace {
@@ -35,6 +37,21 @@ QString widestText(int kind)
         return QStringLiteral("Предупреждение");
     default:
         return QString(40, QLatin1Char('n'));
+    }
+}
+
+// What is narrower is of no use; the badge tells the state where its words are cut.
+int leastWidth(int kind)
+{
+    switch (kind) {
+    case Nodes::alarmColumn::Group:
+        return 140;
+    case Nodes::alarmColumn::Level:
+        return 110;
+    case Nodes::alarmColumn::Text:
+        return 240;
+    default:
+        return QWIDGETSIZE_MAX;
     }
 }
 
@@ -77,6 +94,7 @@ void TableAlarms::setAlarms(ModelAlarms &model, Utils::SortingModel &sorting)
 
 void TableAlarms::takeColumns()
 {
+    m_widths.clear();
     QFont widest = m_model->font();
     widest.setBold(true); // as that of rows that wait
     for (int column = 0; column < m_model->columnCount(); ++column) {
@@ -89,8 +107,9 @@ void TableAlarms::takeColumns()
             QFontMetrics(widest, this).horizontalAdvance(widestText(m_model->columnKind(column))) +
             (column == 0 ? m_model->badgeHeight() : 0);
         const int configured = m_model->columnWidth(column);
-        setColumnWidth(column, configured > 0 ? configured : qMax(ofName, ofRows) + cellMargin);
+        m_widths.append(configured > 0 ? configured : qMax(ofName, ofRows) + cellMargin);
     }
+    fitColumns();
     horizontalHeader()->setStretchLastSection(true);
     verticalHeader()->setDefaultSectionSize(qMax(smallestRow, m_model->badgeHeight() + 8));
     setIconSize(QSize(m_model->badgeHeight(), m_model->badgeHeight()));
@@ -124,7 +143,7 @@ QModelIndex TableAlarms::selectedRow() const
 
 int TableAlarms::headerWidth() const
 {
-    return horizontalHeader()->length();
+    return std::accumulate(m_widths.begin(), m_widths.end(), 0);
 }
 
 unsigned TableAlarms::seenRevision() const
@@ -163,11 +182,7 @@ void TableAlarms::keepPlace()
 
 void TableAlarms::restorePlace()
 {
-    const int row = m_selectedAlarm ? m_model->rowOf(m_selectedAlarm) : -1;
-    const QModelIndex selected = m_sorting->mapFromSource(m_model->index(row, 0));
-    if (selected.isValid())
-        selectionModel()->setCurrentIndex(selected, QItemSelectionModel::ClearAndSelect |
-                                                        QItemSelectionModel::Rows);
+    select(m_selectedAlarm);
     executeDelayedItemsLayout();
     horizontalScrollBar()->setValue(m_scrolled.x());
     verticalScrollBar()->setValue(m_scrolled.y());
@@ -179,7 +194,7 @@ TableAlarms::Press TableAlarms::pressAt(const QMouseEvent &event) const
     Press press;
     press.place = event.pos();
     press.time = event.timestamp();
-    if (event.button() != Qt::LeftButton || columnAt(event.pos().x()) != 0)
+    if (event.button() != Qt::LeftButton)
         return press;
     QVector<Shown> rows = m_shown;
     const QModelIndex index = indexAt(event.pos());
@@ -202,20 +217,54 @@ bool TableAlarms::follows(const QMouseEvent &event) const
                static_cast<unsigned long>(QApplication::doubleClickInterval());
 }
 
+void TableAlarms::select(unsigned long alarm)
+{
+    const int row = alarm != 0 ? m_model->rowOf(alarm) : -1;
+    const QModelIndex selected = m_sorting->mapFromSource(m_model->index(row, 0));
+    if (selected.isValid())
+        selectionModel()->setCurrentIndex(selected, QItemSelectionModel::ClearAndSelect |
+                                                        QItemSelectionModel::Rows);
+}
+
 void TableAlarms::mousePressEvent(QMouseEvent *event)
 {
     m_pressed = pressAt(*event);
     QTableView::mousePressEvent(event);
+    select(m_pressed.alarm);
 }
 
+// The table itself would press, and select, what the second click meets.
 void TableAlarms::mouseDoubleClickEvent(QMouseEvent *event)
 {
     const Press pressed = follows(*event) ? m_pressed : pressAt(*event);
     m_pressed = {};
+    select(pressed.alarm);
     const int row = pressed.alarm != 0 ? m_model->rowOf(pressed.alarm) : -1;
-    if (row >= 0 && m_model->row(row).event().occurrence == pressed.occurrence)
+    if (row >= 0 && columnAt(pressed.place.x()) == 0 &&
+        m_model->row(row).event().occurrence == pressed.occurrence)
         emit rowDoubleClicked(m_model->index(row, 0));
-    QTableView::mouseDoubleClickEvent(event);
+    event->accept();
+}
+
+void TableAlarms::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    fitColumns();
+}
+
+void TableAlarms::fitColumns()
+{
+    int surplus = -viewport()->width();
+    for (const int width : qAsConst(m_widths))
+        surplus += width;
+    for (int column = 0; column < m_widths.size(); ++column) {
+        const int wanted = m_widths[column];
+        const bool isFixed = m_model->columnWidth(column) > 0;
+        const int least = qMin(wanted, leastWidth(m_model->columnKind(column)));
+        const int cut = isFixed ? 0 : qBound(0, surplus, wanted - least);
+        setColumnWidth(column, wanted - cut);
+        surplus -= cut;
+    }
 }
 
 } // namespace Widgets

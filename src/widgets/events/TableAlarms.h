@@ -42,6 +42,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     /// A row as it was painted.
@@ -57,7 +58,7 @@ private:
     {
         QPoint place;
         unsigned long time = 0;  // ms; 0: there was none
-        unsigned long alarm = 0; // 0: not the first column of a row
+        unsigned long alarm = 0; // 0: no row
         unsigned long occurrence = 0;
     };
 
@@ -65,14 +66,18 @@ private:
     Press pressAt(const QMouseEvent &event) const;
     /// Whether the event is the second click after that press.
     bool follows(const QMouseEvent &event) const;
+    void select(unsigned long alarm);
     void keepPlace();
     void restorePlace();
     void sortBy(int column, Qt::SortOrder order);
     void onHeaderClicked(int column);
     void takeColumns();
+    /// Narrows columns that have no configured width, so that the text comes into sight.
+    void fitColumns();
 
     ModelAlarms *m_model = nullptr;
     Utils::SortingModel *m_sorting = nullptr;
+    QVector<int> m_widths;  // of the columns where there is room for all
     unsigned m_painted = 0; // revision
     bool m_isPainted = false;
     QVector<Shown> m_shown; // painted last, from the top

@@ -309,6 +309,8 @@ void TestAlarmWindow::meansTheRowPressed()
     plant.awaitPicture();
     click(QEvent::MouseButtonDblClick, 1200);
     QVERIFY(plant.isAcknowledged(32) && !plant.isAcknowledged(34) && !plant.isAcknowledged(36));
+    const TableAlarms &table = plant.window().dialog().table();
+    QCOMPARE(plant.model().row(table.selectedRow().row()).alarm(), 32UL);
     plant.awaitPicture();
     QTest::mouseDClick(viewport, Qt::LeftButton, {}, plant.place(34));
     QVERIFY(plant.isAcknowledged(34) && !plant.isAcknowledged(36));
@@ -537,7 +539,7 @@ void TestAlarmWindow::keepsItsPlace()
 void TestAlarmWindow::showsAllButtons_data()
 {
     const Rows<int, QString, bool> row("room", "settings", "isOneRow");
-    row("wide", 1350, "", true);
+    row("of a scaled display", 1000, "", true);
     row("narrow", 640, "", false);
     row("narrow, large", 480, R"(buttonSize="120")", false);
 }
@@ -555,6 +557,9 @@ void TestAlarmWindow::showsAllButtons()
     QVERIFY(dialog.width() <= room);
     QRegion taken;
     QSet<int> tops;
+    const TableAlarms &table = dialog.table();
+    const int ofText = table.columnViewportPosition(4) + 100;
+    QVERIFY(room < 1000 || ofText < table.viewport()->width());
     for (const QWidget *control : dialog.findChildren<QAbstractButton *>()) {
         if (!control->isVisible() || control->parent() != &dialog)
             continue;
