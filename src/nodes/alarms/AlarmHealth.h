@@ -20,6 +20,7 @@ struct AlarmHealth
     bool isKeeping = false;    ///< states are meant to be kept over a restart
     std::size_t unkept = 0;    ///< alarms whose latest state is not in the file
     Timestamp unkeptSince = 0; ///< of the oldest change among them; 0: none
+    Timestamp unkeptFor = 0;   ///< microseconds since then, whatever the clock was set to
     Timestamp lastKept = 0;    ///< last successful write; 0: none
     std::string trouble;       ///< why the last write failed, in English; "" after a success
 };

@@ -17,6 +17,15 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 using SteadyTime = std::chrono::steady_clock::time_point;
 
+/// The same moment on the clock of the station and on one that nobody sets.
+struct Since
+{
+    static Since Now() { return {Clock::Current().Now(), std::chrono::steady_clock::now()}; }
+
+    Timestamp wall = 0; // 0: never
+    SteadyTime steady;
+};
+
 constexpr milliseconds retryPause(1000);
 constexpr milliseconds writePause(50); // a flood of changes is some commits a second
 constexpr seconds hangingAfter(10);
@@ -40,8 +49,8 @@ struct AlarmStateKeeper::State
     std::condition_variable called;
     AlarmStateStore::Memories waiting;
     AlarmStateStore::Memories writing; // changed by the keeper's thread alone
-    Timestamp waitingSince = 0;
-    Timestamp writingSince = 0;
+    Since waitingSince;
+    Since writingSince;
     Timestamp lastKept = 0;
     std::string trouble;
     std::optional<SteadyTime> busySince; // the store was asked then and has not answered
@@ -57,7 +66,7 @@ void AlarmStateKeeper::State::Put(unsigned long node, StoredAlarm state)
 {
     const std::lock_guard lock(mutex);
     if (waiting.empty()) {
-        waitingSince = Clock::Current().Now();
+        waitingSince = Since::Now();
         called.notify_one();
     }
     waiting[node] = std::move(state);
@@ -77,7 +86,7 @@ void AlarmStateKeeper::State::Run()
     for (bool isLast = false; !isLast && WaitForWork(lock);) {
         isLast = isStopping;
         writing.swap(waiting);
-        writingSince = std::exchange(waitingSince, 0);
+        writingSince = std::exchange(waitingSince, Since());
         busySince = std::chrono::steady_clock::now();
         lock.unlock();
         const Result written = Write();
@@ -121,10 +130,10 @@ void AlarmStateKeeper::State::Finish(const Result &written)
     } else {
         nextWrite = now + retryPause;
         waiting.insert(writing.begin(), writing.end()); // later states win over these
-        waitingSince = writingSince != 0 ? writingSince : waitingSince;
+        waitingSince = writingSince.wall != 0 ? writingSince : waitingSince;
     }
     writing.clear();
-    writingSince = 0;
+    writingSince = Since();
 }
 
 void AlarmStateKeeper::State::Tell(std::unique_lock<std::mutex> &lock, const Result &written)
@@ -204,7 +213,13 @@ void AlarmStateKeeper::Describe(AlarmHealth &health) const
         std::count_if(keeper->writing.begin(), keeper->writing.end(),
                       [&waiting](const auto &kept) { return waiting.count(kept.first) != 0; });
     health.unkept = waiting.size() + keeper->writing.size() - std::size_t(overtaken);
-    health.unkeptSince = keeper->writingSince != 0 ? keeper->writingSince : keeper->waitingSince;
+    const Since &since =
+        keeper->writingSince.wall != 0 ? keeper->writingSince : keeper->waitingSince;
+    health.unkeptSince = since.wall;
+    if (since.wall != 0)
+        health.unkeptFor = std::chrono::duration_cast<std::chrono::microseconds>(
+                               std::chrono::steady_clock::now() - since.steady)
+                               .count();
     health.lastKept = keeper->lastKept;
     health.trouble = keeper->trouble;
 }

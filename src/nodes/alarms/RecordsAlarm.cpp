@@ -40,7 +40,7 @@ public:
             m_lossShownUntil = now + shownLoss;
         m_lost = lost;
         return isOverdue(journal.troubledSince) || now < m_lossShownUntil ||
-               (alarms.isKeeping && isOverdue(alarms.unkeptSince));
+               (alarms.isKeeping && alarms.unkeptFor > grace);
     }
 
 private:
