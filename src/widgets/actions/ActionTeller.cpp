@@ -15,6 +15,12 @@
 
 namespace Widgets {
 
+namespace {
+
+constexpr QSize touchableKey(96, 40);
+
+} // namespace
+
 ActionTeller &ActionTeller::instance()
 {
     static QPointer<ActionTeller> shared;
@@ -34,6 +40,8 @@ RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
     box->setAttribute(Qt::WA_QuitOnClose, false);
     box->setWindowModality(Qt::NonModal);
     ApplyDialogLook(*box);
+    box->button(QMessageBox::Ok)->setMinimumSize(touchableKey);
+    box->button(QMessageBox::Ok)->setIcon(QIcon());
     return box;
 }
 
@@ -48,8 +56,9 @@ void ActionTeller::notify(const QString &title, const QString &text, std::option
     const int number = display.value_or(ScreenNumber(QApplication::activeWindow()));
     notice = makeNotice(title, number);
     notice->add(text);
-    WindowPlacement::centre(*notice, number);
-    notice->show();
+    notice->show(); // which gives it its size
+    if (notice)
+        WindowPlacement::centre(*notice, number);
 }
 
 void ActionTeller::warn(const QString &text)
