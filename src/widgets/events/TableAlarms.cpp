@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QScroller>
 
@@ -244,6 +245,20 @@ void TableAlarms::mouseDoubleClickEvent(QMouseEvent *event)
         m_model->row(row).event().occurrence == pressed.occurrence)
         emit rowDoubleClicked(m_model->index(row, 0));
     event->accept();
+}
+
+// Some time after a click the base class brings the pressed row into sight: one that moved because
+// it was acknowledged is not run after.
+void TableAlarms::timerEvent(QTimerEvent *event)
+{
+    const QScopedValueRollback<bool> late(m_isLate, true);
+    QTableView::timerEvent(event);
+}
+
+void TableAlarms::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    if (!m_isLate)
+        QTableView::scrollTo(index, hint);
 }
 
 void TableAlarms::resizeEvent(QResizeEvent *event)

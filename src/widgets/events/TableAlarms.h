@@ -31,6 +31,7 @@ public:
     /// Revision of the list that was painted last: what an operator can have seen. The present one
     /// while nothing is on a display.
     unsigned seenRevision() const;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
 
 signals:
     /// The first column of a row was double-clicked; index of the source model. The row is the one
@@ -43,6 +44,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     /// A row as it was painted.
@@ -82,6 +84,7 @@ private:
     bool m_isPainted = false;
     QVector<Shown> m_shown; // painted last, from the top
     Press m_pressed;
+    bool m_isLate = false; // what a timer does
     // Over a reset of the model:
     unsigned long m_selectedAlarm = 0;
     QPoint m_scrolled;
