@@ -119,7 +119,9 @@ void TestActionManager::actionsLearnTheirDisplay()
     RuntimeProject project(gestureProject().c_str());
     WindowForm window(project.node<Nodes::BasicWindow>(10), nullptr);
     window.move(FakeScreens::topLeft(1) + QPoint(50, 50));
+    project.set(10, "onOpen", "154");
     window.show();
+    QCOMPARE(project.node<Nodes::BasicAction>(154)->currentDisplay(), 1);
     send(window.viewport(), press);
     QCOMPARE(project.node<Nodes::BasicAction>(150)->currentDisplay(), 1);
     send(window.viewport(), elementPress);

@@ -7,6 +7,7 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/WindowPlacement.h"
 
 #include "nodes/model/NodesCollection.h"
 
@@ -92,6 +93,7 @@ private slots:
     void numbersAreTakenAgainAndNodesGo();
     void theTitleNamesTheArgument();
     void anInstanceClosesItselfByItsOwnAction();
+    void instancesAreClosedAndToggledFromOutside();
     void rightsOfTheTemplateHoldForItsInstances();
     void instancesGoWithTheManager();
 };
@@ -167,6 +169,21 @@ void TestTemplateActions::anInstanceClosesItselfByItsOwnAction()
     QTRY_COMPARE(plant.open(), QString("Pump_2:2.0"));
     plant.close(0);
     QTRY_COMPARE(plant.core.GetNodesCollection()->GetNodeCount(), plant.nodesAtFirst);
+}
+
+void TestTemplateActions::instancesAreClosedAndToggledFromOutside()
+{
+    const Plant plant("", R"(<actionToggleWindow id="70" name="toggle" window="10"/>
+<actionCloseWindow id="71" name="close them" window="10" display="1"/>)");
+    for (const unsigned action : {40u, 41u, 50u})
+        plant.run(action);
+    for (const bool isVisible : {false, true}) {
+        plant.run(70);
+        for (const int instance : {0, 1})
+            QCOMPARE(WindowPlacement::outermost(plant.window(instance))->isVisible(), isVisible);
+    }
+    plant.run(71);
+    QTRY_COMPARE(plant.open(), QString("Comp_1:1.0"));
 }
 
 void TestTemplateActions::rightsOfTheTemplateHoldForItsInstances()
