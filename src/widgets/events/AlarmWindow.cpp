@@ -6,7 +6,9 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/system/systemCore.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
@@ -18,12 +20,22 @@ namespace {
 constexpr int comingUpDelay = 100; // ms
 constexpr QPoint firstPlace(200, 200);
 constexpr int firstHeight = 300;
+const QString windowName = QStringLiteral("AlarmWindow");
+const QString commonFile = QStringLiteral("config.json");
+
+// With the data of this station: others on the machine have their own place.
+QString settingsFile()
+{
+    const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->getCore() : nullptr;
+    const std::string data = core ? core->GetDataDirectory() : std::string();
+    return data.empty() ? commonFile : QDir(QString::fromStdString(data)).filePath(commonFile);
+}
 
 } // namespace
 
 AlarmWindow::AlarmWindow(QWidget *parent)
     : FrameWindow(parent),
-      ConfiguratorWindow(this, QStringLiteral("AlarmWindow"), QStringLiteral("config.json")),
+      ConfiguratorWindow(this, windowName, settingsFile()),
       m_dialog(new AlarmDialog)
 {
     setAttribute(Qt::WA_DeleteOnClose, false);
@@ -69,11 +81,12 @@ void AlarmWindow::comeUp(bool takesFocus)
         g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
     if (!alarming || !alarming->isWindowEnabled())
         return;
+    DesktopOrder::restoreFrames();
     m_dialog->soundOn();
     setWindowModality(Qt::NonModal);
     setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     if (isHidden()) {
-        const bool isKept = load().IsSuccess();
+        const bool isKept = loadPlace().IsSuccess();
         keepOnScreen(isKept ? width() : QWIDGETSIZE_MAX);
         show();
     } else if (isMinimized()) {
@@ -86,6 +99,15 @@ void AlarmWindow::comeUp(bool takesFocus)
     } else {
         DesktopOrder::raiseQuietly(*this);
     }
+}
+
+// The first time, the place that all stations of the user shared in earlier versions will do.
+Nodes::Result AlarmWindow::loadPlace()
+{
+    QJsonObject own;
+    const Nodes::Result result = Configurator::load(own);
+    const bool isFirst = result && own.isEmpty();
+    return isFirst ? ConfiguratorWindow(this, windowName, commonFile).load() : load();
 }
 
 // Nothing is kept of a panel's size before the first time, and buttons may have grown since.

@@ -47,6 +47,7 @@ protected:
 
 private:
     void comeUp(bool takesFocus);
+    Nodes::Result loadPlace();
     void keepOnScreen(int keptWidth);
 
     AlarmDialog *m_dialog;

@@ -2,6 +2,7 @@
 
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/FrameWidget.h"
+#include "widgets/windows/ReturnButton.h"
 #include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowPlacement.h"
 
@@ -61,6 +62,7 @@ bool DesktopOrder::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Move:
     case QEvent::WindowActivate:
     case QEvent::WindowBlocked:
+    case QEvent::WindowStateChange:
         break;
     default:
         return false;
@@ -78,6 +80,8 @@ void DesktopOrder::onWidgetEvent(QWidget &widget, const QEvent &event)
         m_alarms = qobject_cast<AlarmWindow *>(&widget);
     const bool isBack = event.type() == QEvent::Show || event.type() == QEvent::WindowActivate;
     const bool isFrame = FrameWidget::inside(widget);
+    if (isFrame && (event.type() == QEvent::WindowStateChange || event.type() == QEvent::Hide))
+        leadBack();
     if (isFrame && isBack) {
         m_frames.removeAll(&widget);
         m_frames.append(&widget);
@@ -215,6 +219,26 @@ void DesktopOrder::followFrame()
     m_alarms->hide();
     m_alarms->setAttribute(Qt::WA_ShowWithoutActivating, !wasActive);
     m_alarms->show();
+}
+
+void DesktopOrder::leadBack()
+{
+    const bool isNeeded =
+        std::any_of(m_frames.begin(), m_frames.end(), [](const QPointer<QWidget> &frame) {
+            return frame && frame->isVisible() && frame->isMinimized();
+        });
+    if (!isNeeded && m_return)
+        m_return.release()->deleteLater(); // it may be what was pressed
+    else if (isNeeded && !m_return)
+        (m_return = std::make_unique<ReturnButton>())->show();
+}
+
+void DesktopOrder::restoreFrames()
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->isMinimized() && FrameWidget::inside(*window))
+            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    }
 }
 
 void DesktopOrder::raiseQuietly(AlarmWindow &alarms)

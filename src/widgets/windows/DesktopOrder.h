@@ -7,12 +7,15 @@
 #include <QTimer>
 #include <QVector>
 
+#include <memory>
+
 class QWidget;
 class QWindow;
 
 namespace Widgets {
 
 class AlarmWindow;
+class ReturnButton;
 
 /// How the windows of the application stand to each other on the desktop, whoever opens them:
 /// - Each belongs to the frame of its display, a modal one to the modal window it was opened over:
@@ -20,6 +23,7 @@ class AlarmWindow;
 /// - The alarm window stays usable whatever modal window is up, unless that is its own.
 /// - A new modal window is not hidden by the alarm window: it lies above it, and beside it where
 ///   the screen has room.
+/// - Minimised frames can be called back without a task bar.
 /// Made by the window manager, one at a time. GUI thread.
 class WIDGETS_EXPORT DesktopOrder : public QObject
 {
@@ -33,6 +37,9 @@ public:
     /// stays above, unless it covers most of the alarms itself.
     static void raiseQuietly(AlarmWindow &alarms);
 
+    /// Shows frames that are minimised.
+    static void restoreFrames();
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -43,6 +50,7 @@ private:
     QWindow *frameFor(const QWindow &window) const;
     bool isFrame(const QWindow &window) const;
     bool isAlarms(const QWindow &window) const;
+    void leadBack();
     void makeRoom(const QWindow &modal) const;
     void keepAlarmsUsable();
     void followFrame();
@@ -51,6 +59,7 @@ private:
     QVector<QPointer<QWindow>> m_modal;  // shown, the newest last
     QPointer<AlarmWindow> m_alarms;
     QPointer<QWindow> m_alarmsFrame; // as the desktop was told; for Qt a modal window may stand in
+    std::unique_ptr<ReturnButton> m_return;
     bool m_isShowingAlarms = false;
     QTimer m_following;
 };

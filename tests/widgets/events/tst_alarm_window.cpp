@@ -534,6 +534,11 @@ void TestAlarmWindow::keepsItsPlace()
     plant.receive(AlarmState::ActiveUnacked, 34);
     QTRY_VERIFY(window.isVisible());
     QCOMPARE(window.geometry(), place);
+    // Another station of the same user has its own.
+    Plant other;
+    other.receive(AlarmState::ActiveUnacked);
+    QTRY_VERIFY(other.window().isVisible());
+    QVERIFY(other.window().geometry() != place);
 }
 
 void TestAlarmWindow::showsAllButtons_data()

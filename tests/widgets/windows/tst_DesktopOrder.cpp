@@ -43,6 +43,8 @@ private slots:
     void alarmsStayUsable_data();
     void alarmsStayUsable();
     void alarmsFollowTheirDisplay();
+    void minimisedFramesComeBack_data();
+    void minimisedFramesComeBack();
     void dialogOpensBesideTheAlarms_data();
     void dialogOpensBesideTheAlarms();
 
@@ -158,6 +160,37 @@ void DesktopOrderTest::alarmsFollowTheirDisplay()
     WindowPlacement::present(*m_project->manager->getFrame(0)); // of the two there, the lower
     alarms().move(100, 100);
     QTRY_COMPARE(ownerOf(alarms()), QStringLiteral("Beneath"));
+}
+
+void DesktopOrderTest::minimisedFramesComeBack_data()
+{
+    const Rows<bool> row("byAlarm");
+    row("by the button", false);
+    row("by an alarm", true);
+}
+
+void DesktopOrderTest::minimisedFramesComeBack()
+{
+    QFETCH(bool, byAlarm);
+    const auto button = [] {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->objectName() == "returnButton" && window->isVisible())
+                return qobject_cast<QPushButton *>(window);
+        }
+        return static_cast<QPushButton *>(nullptr);
+    };
+    QWidget *frame = m_project->manager->getFrame(0);
+    QVERIFY(!button());
+    QTest::keyClick(frame, Qt::Key_Z, Qt::AltModifier);
+    QVERIFY(frame->isMinimized() && alarms().isMinimized());
+    QTRY_VERIFY(button());
+    if (byAlarm)
+        alarms().bringUp();
+    else
+        QTest::mouseClick(button(), Qt::LeftButton);
+    QVERIFY(!frame->isMinimized());
+    QTRY_VERIFY(!button());
+    QCOMPARE(alarms().isMinimized(), !byAlarm);
 }
 
 void DesktopOrderTest::dialogOpensBesideTheAlarms_data()
