@@ -11,8 +11,8 @@ namespace Widgets {
 
 namespace {
 
-// Sorting a batch into a list of 10,000 takes about half of what a display may stand still.
-constexpr std::size_t batchSize = 1000;
+// Sorting a batch into a list of 10,000 takes a fraction of what a display may stand still.
+constexpr std::size_t batchSize = 300;
 
 } // namespace
 
