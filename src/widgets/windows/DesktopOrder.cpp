@@ -17,6 +17,8 @@ namespace Widgets {
 
 namespace {
 
+DesktopOrder *current = nullptr;
+
 constexpr int noFocusTime = 1000; // ms, ample for a busy desktop
 constexpr int followDelay = 200;  // ms, so that a drag is over
 
@@ -45,6 +47,7 @@ QWidget *widgetOf(const QWindow &window)
 
 DesktopOrder::DesktopOrder(QObject *parent) : QObject(parent)
 {
+    current = this;
     m_following.setSingleShot(true);
     m_following.setInterval(followDelay);
     connect(&m_following, &QTimer::timeout, this, &DesktopOrder::followFrame);
@@ -52,7 +55,11 @@ DesktopOrder::DesktopOrder(QObject *parent) : QObject(parent)
         QCoreApplication::instance()->installEventFilter(this);
 }
 
-DesktopOrder::~DesktopOrder() = default;
+DesktopOrder::~DesktopOrder()
+{
+    if (current == this)
+        current = nullptr;
+}
 
 bool DesktopOrder::eventFilter(QObject *watched, QEvent *event)
 {
@@ -235,10 +242,18 @@ void DesktopOrder::leadBack()
 
 void DesktopOrder::restoreFrames()
 {
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window->isMinimized() && FrameWidget::inside(*window))
-            window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    if (!current)
+        return;
+    const QVector<QPointer<QWidget>> frames = current->m_frames; // restoring them activates them
+    QWidget *last = nullptr;
+    for (const QPointer<QWidget> &frame : frames) {
+        if (!frame || !frame->isVisible() || !frame->isMinimized())
+            continue;
+        frame->setWindowState(frame->windowState() & ~Qt::WindowMinimized);
+        last = frame;
     }
+    if (last)
+        last->raise();
 }
 
 void DesktopOrder::raiseQuietly(AlarmWindow &alarms)

@@ -37,7 +37,7 @@ public:
     /// stays above, unless it covers most of the alarms itself.
     static void raiseQuietly(AlarmWindow &alarms);
 
-    /// Shows frames that are minimised.
+    /// Shows frames that are minimised, the one worked in last in front.
     static void restoreFrames();
 
     bool eventFilter(QObject *watched, QEvent *event) override;
