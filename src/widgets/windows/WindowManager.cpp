@@ -207,10 +207,11 @@ void WindowManager::activatePressed(QObject *watched)
     window->activateWindow();
 }
 
+// Elements embedded in scenes are top-level for Qt, but nobody would restore them.
 void WindowManager::minimizeAll() const
 {
     for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->isVisible())
+        if (window->isVisible() && !window->graphicsProxyWidget())
             window->showMinimized();
     }
 }
