@@ -89,7 +89,8 @@ void DesktopOrder::onWidgetEvent(QWidget &widget, const QEvent &event)
     const bool isFrame = FrameWidget::inside(widget);
     if (isFrame && (event.type() == QEvent::WindowStateChange || event.type() == QEvent::Hide))
         leadBack();
-    if (isFrame && isBack) {
+    // While frames are being minimised the desktop activates whatever is left.
+    if (isFrame && isBack && !m_return) {
         m_frames.removeAll(&widget);
         m_frames.append(&widget);
     }
