@@ -16,14 +16,30 @@ KindTable &KindTable::Instance()
     return *table;
 }
 
+// A selection of several kinds is edited by value id: one id means the same thing everywhere.
+void KindTable::checkValueIds(const KindInfo &kind) const
+{
+    for (const PropertyDescriptor &property : kind.properties) {
+        const auto known = m_byValueId.find(property.valueId);
+        if (known == m_byValueId.end() || known->second->IsSameAs(property))
+            continue;
+        throw std::logic_error("kind " + kind.key + ": value id " +
+                               std::to_string(property.valueId) + " of " + property.key +
+                               " means " + known->second->key + " elsewhere");
+    }
+}
+
 void KindTable::Add(KindInfo kind)
 {
     kind.Prepare();
     if (Find(kind.type) || FindByKey(kind.key))
         throw std::logic_error("node kind registered twice: " + kind.key);
+    checkValueIds(kind);
     const KindInfo &stored = m_kinds.emplace_back(std::move(kind));
     m_byCode.emplace(stored.type.GetSubtype(), &stored);
     m_byKey.emplace(stored.key, &stored);
+    for (const PropertyDescriptor &property : stored.properties)
+        m_byValueId.emplace(property.valueId, &property);
 }
 
 const KindInfo *KindTable::Find(NodeType type) const

@@ -14,8 +14,9 @@ class NODES_EXPORT KindTable
 public:
     static KindTable &Instance();
 
-    /// Throws std::logic_error when the code, the key or a property repeats: a mistake of the
-    /// programmer that must not pass start-up.
+    /// Throws std::logic_error when the code, the key or a property repeats, or when a value id
+    /// means something else in another kind: mistakes of the programmer that must not pass
+    /// start-up.
     void Add(KindInfo kind);
 
     /// Null when the kind is not registered or the type names a family only.
@@ -25,10 +26,13 @@ public:
 
 private:
     KindTable() = default;
+    void checkValueIds(const KindInfo &kind) const;
 
     std::deque<KindInfo> m_kinds; // stable addresses: nodes point to their row
     std::unordered_map<unsigned, const KindInfo *> m_byCode;
     std::unordered_map<std::string_view, const KindInfo *> m_byKey;
+    std::unordered_map<unsigned, const PropertyDescriptor *>
+        m_byValueId; // of the first that has it
 };
 
 } // namespace Nodes

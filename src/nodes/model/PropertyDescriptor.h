@@ -43,7 +43,7 @@ struct PropertyChoice
 /// need to know of a property. Immutable after the kind is registered.
 struct PropertyDescriptor
 {
-    unsigned valueId = 0; ///< unique within a kind
+    unsigned valueId = 0; ///< unique within a kind; of one meaning in all kinds
     std::string key;      ///< attribute name in project files
     std::string nameEn;
     std::string nameRu;
@@ -57,6 +57,12 @@ struct PropertyDescriptor
     std::vector<PropertyChoice> choices;
     std::vector<unsigned> linkFamilies; ///< families a link may refer to; empty: any
     std::string defaultText; ///< text of a fresh node's value; such values are not written
+
+    /// Whether both are the same property, maybe of different kinds.
+    bool IsSameAs(const PropertyDescriptor &other) const
+    {
+        return valueId == other.valueId && key == other.key && binding.type == other.binding.type;
+    }
 };
 
 } // namespace Nodes

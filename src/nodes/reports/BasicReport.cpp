@@ -17,7 +17,7 @@ constexpr NodeType variableType(reportVariable::Subtype);
 KindInfo BasicReport::Kind()
 {
     return KindBuilder::For<BasicReport>(NodeType::SubtypeReport, "report", "Report", "Отчёт")
-        .Property<&BasicReport::m_template>(13001, "template", "Template", "Шаблон")
+        .Property<&BasicReport::m_template>(22001, "template", "Template", "Шаблон")
         .Children({signalType, variableType});
 }
 
