@@ -31,7 +31,8 @@ class TestKindTable : public QObject
 private slots:
     void slipsAreRefusedAtStart_data()
     {
-        const Rows<unsigned, QByteArray, unsigned, QByteArray> row("code", "kind", "id", "property");
+        const Rows<unsigned, QByteArray, unsigned, QByteArray> row("code", "kind", "id",
+                                                                   "property");
         row("code of another kind", unsigned(NodeType::SubtypeLayer), "gadget", 900001u, "number");
         row("key of another kind", ownCode, "layer", 900001u, "number");
         row("id with another meaning", ownCode, "gadget", layerMode, "number");
@@ -47,9 +48,9 @@ private slots:
         KindTable &table = KindTable::Instance();
         const std::size_t before = table.GetKinds().size();
         QVERIFY_EXCEPTION_THROWN(
-            table.Add(KindBuilder::For<Gadget>(NodeType::enNodeSubtype(code), kind.constData(), "G",
-                                               "Г")
-                          .Property<&Gadget::number>(id, property.constData(), "N", "Ч")),
+            table.Add(
+                KindBuilder::For<Gadget>(NodeType::enNodeSubtype(code), kind.constData(), "G", "Г")
+                    .Property<&Gadget::number>(id, property.constData(), "N", "Ч")),
             std::logic_error);
         QCOMPARE(table.GetKinds().size(), before);
     }
