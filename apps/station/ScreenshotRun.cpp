@@ -121,13 +121,16 @@ void ScreenshotRun::shootInstance(const PictureTarget &target)
     close(opened);
 }
 
-// Pictured as it is, shown or not: it comes up by itself when there is something to say.
+// Fitted to the display as when it comes up; of a station without alarm window as it is.
 void ScreenshotRun::shootAlarms()
 {
     if (m_isInterrupted || !m_manager.getSystemAlarming())
         return;
     const QString file = m_directory.absoluteFilePath(QStringLiteral("alarm-window.png"));
-    const QImage image = m_manager.GetWindowAlarms()->grab().toImage();
+    Widgets::AlarmWindow *window = m_manager.GetWindowAlarms();
+    window->open();
+    QCoreApplication::processEvents();
+    const QImage image = window->grab().toImage();
     if (!image.save(file)) {
         ++m_failures;
         std::printf("alarm-window FAILED: the picture cannot be written\n");
