@@ -1,8 +1,10 @@
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/FreeName.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/LinkWalk.h"
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/signals/SignalPresence.h"
 
 #include <algorithm>
 
@@ -16,13 +18,6 @@ int depthOf(const ConfigNode *node)
     for (; node; node = node->GetParent())
         ++depth;
     return depth;
-}
-
-void makeNameUnique(const ConfigNode &parent, ConfigNode &child)
-{
-    const std::string wanted = child.GetName();
-    for (int number = 2; parent.GetSubObject(child.GetName()); ++number)
-        child.SetName(wanted + " " + std::to_string(number));
 }
 
 int removeLinksTo(const IdSet &ids, const ConfigNode &anywhere)
@@ -118,13 +113,15 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
         }
     }
     if (project && project->takeRenameMark(node->m_id))
-        makeNameUnique(*this, *node);
+        node->SetName(FreeName(*this, node->GetName(), 2));
     node->setParent(this);
     const bool isLast = index < 0 || index >= GetNodeCount();
     const auto place = isLast ? m_children.end() : m_children.begin() + index;
     const NodeLink link(m_children.insert(place, std::move(node))->get());
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childAdded(link);
+    if (const ConfigNode *stays = link.GetNode()) // a subscriber may have taken it out again
+        AnnounceReturn(*stays);
     return Result();
 }
 
@@ -154,6 +151,7 @@ std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
     node->setParent(nullptr);
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childRemoved(child);
+    AnnounceRemoval(*node);
     return node;
 }
 

@@ -1,6 +1,7 @@
 #include "nodes/model/NodesCollection.h"
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/FreeName.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/values/Uuid.h"
 
@@ -165,8 +166,7 @@ ConfigNode *NodesCollection::CreateNode(NodeType type, ConfigNode *parent)
         m_clones[raw->m_id] = std::move(node);
         return raw;
     }
-    for (int number = 1; parent->GetSubObject(raw->m_name); ++number)
-        raw->m_name = kind->nameRu + " " + std::to_string(number);
+    raw->m_name = FreeName(*parent, kind->nameRu, 1);
     return parent->AddNode(node) ? raw : nullptr;
 }
 

@@ -96,6 +96,23 @@ private slots:
         QCOMPARE(parent->GetNodeCount(), 0);
     }
 
+    void createdNodesTakeTheLowestFreeName()
+    {
+        ProjectFixture f;
+        const std::string base = ProjectFixture::kind("folder").nameRu;
+        const auto created = [&] { return f.add("folder", f.root())->GetName(); };
+        for (const char *other : {" 02", " 2x", " ", " 0", " -1", "3", " 99999999999999999999"})
+            f.add("folder", f.root(), (base + other).c_str()); // numbers to none of ours
+        QCOMPARE(created(), base);
+        for (int number = 1; number <= 12; ++number)
+            QCOMPARE(created(), base + " " + std::to_string(number));
+        for (const char *gone : {" 4", " 11", ""}) {
+            QVERIFY(f.root()->DeleteNode(f.root()->GetSubObject(base + gone)->GetId()));
+            QCOMPARE(created(), base + gone);
+        }
+        QCOMPARE(created(), base + " 13");
+    }
+
     void deletingCaresForReferences_data()
     {
         const Rows<bool, bool, int, bool> row("references", "force", "result", "isKept");

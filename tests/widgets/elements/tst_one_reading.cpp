@@ -12,6 +12,7 @@
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/elements/qwidgetMultiImage.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
+#include "widgets/scene/ElementFactory.h"
 
 #include "nodes/model/KindTable.h"
 #include "nodes/visual/widgetBargraph.h"
@@ -74,6 +75,8 @@ class TestOneReading : public QObject
 private slots:
     void allIsOfOneValue_data();
     void allIsOfOneValue();
+    void aRemovedSignalLooksBad_data();
+    void aRemovedSignalLooksBad();
 };
 
 void TestOneReading::allIsOfOneValue_data()
@@ -138,6 +141,38 @@ void TestOneReading::allIsOfOneValue()
         QCOMPARE(shown->shownText(), good);
     }
     element->stop();
+}
+
+void TestOneReading::aRemovedSignalLooksBad_data()
+{
+    const Rows<QByteArray, Quality> row("node", "afterReturn");
+    for (const char *kind :
+         {"label", "button", "bargraph", "editBox", "checkBox", "comboBox", "multiImage"})
+        row(kind, QByteArray("<") + kind + " id='20' name='E' signal='11'/>", Quality::Good);
+    row("fed by a driver", "<label id='20' name='E' signal='12'/>", Quality::Bad);
+}
+
+// Nothing announces a removal but the signal itself: the link stays.
+void TestOneReading::aRemovedSignalLooksBad()
+{
+    QFETCH(QByteArray, node);
+    const RuntimeProject project("<folder id='10' name='F'><memorySignal id='11' name='S'/>"
+                                 "<hostSignal id='12' name='H'/></folder>" +
+                                 node);
+    project.publish(11, 1.0);
+    project.publish(12, 1.0);
+    auto *element = project.node<Nodes::BasicWidget>(20);
+    const std::unique_ptr<QWidget> widget(ElementFactory::create(element, nullptr));
+    const auto *shown = dynamic_cast<ShowsValue *>(widget.get());
+    dynamic_cast<IWidget *>(widget.get())->start();
+    QCOMPARE(shown->shownQuality(), Quality::Good);
+    Nodes::ConfigNode *root = project.node(10)->GetParent();
+    std::unique_ptr<Nodes::ConfigNode> removed = root->RemoveNode(project.node(10));
+    QTRY_COMPARE(shown->shownQuality(), Quality::Bad);
+    QVERIFY(root->AddNode(removed));
+    QFETCH(Quality, afterReturn);
+    QTRY_COMPARE(shown->shownQuality(), afterReturn);
+    dynamic_cast<IWidget *>(widget.get())->stop();
 }
 
 QTEST_MAIN(TestOneReading)
