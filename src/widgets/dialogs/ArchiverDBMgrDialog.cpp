@@ -3,6 +3,8 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 
 #include "nodes/actions/actionArchiverDBMgr.h"
+#include "nodes/model/NodesArray.h"
+#include "nodes/system/systemCore.h"
 
 #include <QDateTime>
 #include <QFileDialog>
@@ -62,7 +64,8 @@ struct ArchiverDBMgrDialog::Copy
 ArchiverDBMgrDialog::ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString &name,
                                          QWidget *parent)
     : QDialog(parent),
-      m_node(dynamic_cast<Nodes::actionArchiverDBMgr *>(node)),
+      m_copy(node ? Nodes::NodesArray::CreateNodeCopy(node->GetNodeType(), node) : nullptr),
+      m_node(dynamic_cast<Nodes::actionArchiverDBMgr *>(m_copy.get())),
       m_model(new QStandardItemModel(this)),
       m_table(new QTreeView(this)),
       m_summary(new QLabel(this))
@@ -109,16 +112,16 @@ QWidget *ArchiverDBMgrDialog::buildButtons()
     auto *layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
     m_refresh = new QPushButton(QStringLiteral("Обновить"), row);
-    m_copy = new QPushButton(QStringLiteral("Копировать…"), row);
+    m_copyButton = new QPushButton(QStringLiteral("Копировать…"), row);
     m_delete = new QPushButton(QStringLiteral("Удалить…"), row);
     auto *close = new QPushButton(QStringLiteral("Закрыть"), row);
     connect(m_refresh, &QPushButton::clicked, this, &ArchiverDBMgrDialog::refresh);
-    connect(m_copy, &QPushButton::clicked, this, &ArchiverDBMgrDialog::copySelected);
+    connect(m_copyButton, &QPushButton::clicked, this, &ArchiverDBMgrDialog::copySelected);
     connect(m_delete, &QPushButton::clicked, this, &ArchiverDBMgrDialog::deleteSelected);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     layout->addWidget(m_refresh);
     layout->addStretch();
-    for (QPushButton *button : {m_copy, m_delete, close}) {
+    for (QPushButton *button : {m_copyButton, m_delete, close}) {
         button->setAutoDefault(false);
         layout->addWidget(button);
     }
@@ -140,7 +143,7 @@ void ArchiverDBMgrDialog::refresh()
 {
     const QString selected = selectedFile();
     m_model->removeRows(0, m_model->rowCount());
-    if (!m_node)
+    if (!hasProject())
         return updateButtons();
     const Nodes::DatabaseFiles files = m_node->GetFiles();
     quint64 total = 0;
@@ -160,6 +163,12 @@ void ArchiverDBMgrDialog::refresh()
     updateButtons();
 }
 
+// Without it nobody would be asked for rights, and there is no directory.
+bool ArchiverDBMgrDialog::hasProject() const
+{
+    return m_node && m_node->GetCore();
+}
+
 QString ArchiverDBMgrDialog::selectedFile() const
 {
     const QModelIndexList rows = m_table->selectionModel()->selectedRows(ColumnFile);
@@ -171,7 +180,7 @@ void ArchiverDBMgrDialog::updateButtons()
     const QModelIndexList states = m_table->selectionModel()->selectedRows(ColumnState);
     const bool isIdle = !m_copying;
     m_refresh->setEnabled(isIdle);
-    m_copy->setEnabled(isIdle && !states.isEmpty());
+    m_copyButton->setEnabled(isIdle && !states.isEmpty());
     m_delete->setEnabled(isIdle && !states.isEmpty() && !states.first().data(SortRole).toBool());
 }
 
@@ -185,13 +194,13 @@ void ArchiverDBMgrDialog::tell(const Nodes::Result &result, const QString &what)
 void ArchiverDBMgrDialog::deleteSelected()
 {
     const QString file = selectedFile();
-    if (!m_node || file.isEmpty())
+    if (!hasProject() || file.isEmpty())
         return;
     const auto answer = PlainMessageBox::ask(
         QMessageBox::Question, QStringLiteral("Удаление файла"),
         QStringLiteral("Удалить «%1»? Данные, которые в нём хранятся, будут потеряны.").arg(file),
         QMessageBox::Yes | QMessageBox::No, this, QMessageBox::No);
-    if (answer != QMessageBox::Yes)
+    if (answer != QMessageBox::Yes || !hasProject())
         return;
     tell(m_node->DeleteFile(file.toStdString()), QStringLiteral("Файл не удалён: ") + file);
     refresh();
@@ -212,7 +221,7 @@ void ArchiverDBMgrDialog::copySelected()
 void ArchiverDBMgrDialog::copySelectedTo(const QString &target)
 {
     const std::string from = selectedFile().toStdString();
-    if (!m_node || from.empty() || m_copying)
+    if (!hasProject() || from.empty() || m_copying)
         return;
     if (const Nodes::Result access = m_node->Demand(); !access)
         return tell(access, QStringLiteral("Файл не скопирован: ") + selectedFile());

@@ -16,6 +16,7 @@ class QTreeView;
 namespace Nodes {
 class actionArchiverDBMgr;
 class BasicAction;
+class ConfigNode;
 class Result;
 } // namespace Nodes
 
@@ -23,7 +24,7 @@ namespace Widgets {
 
 /// Lists the database files of the station's data directory; copies and deletes them. Deleting is
 /// confirmed and refused for files in use; copying runs beside the GUI and can be cancelled. Every
-/// operation needs PrivilegeConfigure. The node is not owned and outlives the dialog.
+/// operation needs PrivilegeConfigure. Node and project may go while the dialog is open.
 class WIDGETS_EXPORT ArchiverDBMgrDialog : public QDialog
 {
     Q_OBJECT
@@ -50,16 +51,18 @@ private:
     QWidget *buildButtons();
     void addRow(const QString &path, quint64 size, qint64 changed, bool isInUse);
     void updateButtons();
+    bool hasProject() const;
     void finishCopy();
     /// Cancels what is left of the copy and journals how it ended.
     void endCopy();
     void tell(const Nodes::Result &result, const QString &what);
 
-    Nodes::actionArchiverDBMgr *m_node;
+    std::unique_ptr<Nodes::ConfigNode> m_copy; // of the node, which may go
+    Nodes::actionArchiverDBMgr *m_node;        // the same
     QStandardItemModel *m_model;
     QTreeView *m_table;
     QLabel *m_summary;
-    QPushButton *m_copy = nullptr;
+    QPushButton *m_copyButton = nullptr;
     QPushButton *m_delete = nullptr;
     QPushButton *m_refresh = nullptr;
     struct Copy;

@@ -223,14 +223,15 @@ void AuthenticationDialog::updateOk()
 
 Nodes::systemAuthentication *AuthenticationDialog::users() const
 {
-    const Nodes::systemCore *core = m_node ? m_node->GetCore() : nullptr;
+    const Nodes::NodesCollection *project = m_node.GetNodesCollection();
+    const Nodes::systemCore *core = project ? project->GetCore() : nullptr;
     return core ? core->GetSystemAuthentication() : nullptr;
 }
 
 Nodes::Result AuthenticationDialog::authenticate()
 {
     return users() ? users()->Authenticate(selectedUser(), m_password->text().toStdString())
-                   : Nodes::Result(m_node, Nodes::Result::NotAvailable);
+                   : Nodes::Result(Nodes::Result::NotAvailable);
 }
 
 QString AuthenticationDialog::messageFor(const Nodes::Result &result) const
@@ -277,8 +278,7 @@ template <class Keyboard> void AuthenticationDialog::enterOn(QString (*textOf)(K
 {
     const QPointer<AuthenticationDialog> self = this;
     auto *frame = new Widgets::FrameWindow(this);
-    // A dialog made in the frame would stay a window of its own, behind the frame.
-    const QPointer<Keyboard> keyboard = new Keyboard(this);
+    const QPointer<Keyboard> keyboard = new Keyboard(frame);
     keyboard->setEchoMode(QLineEdit::Password);
     // Digits and letters alike: a number would lose leading zeros and whatever is beyond a double.
     keyboard->setValidator(nullptr);

@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/model/NodeLink.h"
 #include "nodes/values/Result.h"
 
 #include <QDialog>
@@ -13,7 +14,6 @@ class QPushButton;
 
 namespace Nodes {
 class BasicNode;
-class NodeLink;
 class systemAuthentication;
 } // namespace Nodes
 
@@ -27,8 +27,8 @@ class WIDGETS_EXPORT AuthenticationDialog : public QDialog
 public:
     explicit AuthenticationDialog(QWidget *parent = nullptr);
 
-    /// Lists the users of the node's project, whose core then authenticates. The node must outlive
-    /// the dialog.
+    /// Lists the users of the node's project, whose core then authenticates. Node and project may
+    /// go while the dialog is open; without the project nobody can log in any more.
     void setNode(Nodes::BasicNode *node);
 
 protected:
@@ -53,7 +53,7 @@ private:
     /// Runs an on-screen keyboard and takes its text as the password.
     template <class Keyboard> void enterOn(QString (*textOf)(Keyboard &));
 
-    Nodes::BasicNode *m_node = nullptr;
+    Nodes::NodeLink m_node; ///< only tells the project
     QWidget *m_currentRow = nullptr;
     QLabel *m_current = nullptr;
     bool m_isBusy = false;

@@ -8,6 +8,7 @@ namespace Widgets {
 
 void ButtonHold::begin()
 {
+    ++m_number;
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -23,8 +24,13 @@ bool ButtonHold::eventFilter(QObject *watched, QEvent *event)
         emit lost();
     } else if (event->type() == QEvent::MouseButtonRelease &&
                static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton) {
-        // Afterwards: if it is the button's own, the button takes it itself.
-        QMetaObject::invokeMethod(this, &ButtonHold::lost, Qt::QueuedConnection);
+        // Afterwards: if it is the button's own, the button takes it itself. Events that piled up
+        // may have pressed it anew by then.
+        const auto lose = [this, number = m_number] {
+            if (number == m_number)
+                emit lost();
+        };
+        QMetaObject::invokeMethod(this, lose, Qt::QueuedConnection);
     }
     return false;
 }

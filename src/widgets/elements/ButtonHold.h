@@ -21,6 +21,9 @@ public:
 signals:
     /// The button is no longer held, or was let go already.
     void lost();
+
+private:
+    unsigned m_number = 0; ///< of the hold
 };
 
 } // namespace Widgets

@@ -117,7 +117,8 @@ void FrameWindow::adopt(QWidget *widget)
     m_widget = widget;
     if (!widget)
         return;
-    widget->setParent(this);
+    // Also when this is its parent already: it would stay a window of its own.
+    widget->setParent(this, widget->windowFlags() & ~Qt::WindowType_Mask);
     placeParts();
     widget->show();
     connect(widget, &QWidget::windowTitleChanged, this, &FrameWindow::takeHostedTitle);

@@ -2,6 +2,10 @@
 #include "support/RuntimeProject.h"
 #include "support/VisibleBoxes.h"
 
+#include "widgets/actions/ActionManager.h"
+#include "widgets/actions/qBasicAction.h"
+#include "widgets/windows/WindowBasic.h"
+
 #include "nodes/auth/systemAuthentication.h"
 
 #include <QTemporaryDir>
@@ -11,14 +15,16 @@ using namespace Widgets;
 namespace {
 
 constexpr const char *plant = R"xml(
-<station id="20" name="St"><authentication id="21" name="Users" guestRole="22">
+<station id="20" name="St"><authentication id="21" name="Users" guestRole="22" accessDenied="disable">
   <role id="22" name="Guest"><grant id="23" privileges="view"/></role>
   <role id="24" name="Operator"><grant id="25" privileges="all"/></role>
   <user id="26" name="anna" roles="24" passwordless="true"/></authentication></station>
 <memorySignal id="30" name="S" type="int" writable="true"/>
 <operationTimer id="32" name="T" autostart="false"/>
-<window id="10" name="W" width="50" height="50"/>
+<window id="10" name="W" width="50" height="50"><button id="11" name="K" width="50" height="50"
+  pressActions="40" releaseActions="46"/></window>
 <actionWriteValue id="40" name="write" signal="30" value="1"/>
+<actionWriteValue id="46" name="release" signal="30" value="3"/>
 <actionExecuteScript id="41" name="script" script="write(1, 2)" signals="30"/>
 <actionNodeCommand id="42" name="command" command="start" target="32"/>
 <actionShowWindow id="43" name="open" window="10"/>
@@ -76,6 +82,9 @@ private slots:
     void rightsAreThoseOfTheTrigger();
     void closingIsOfTheTriggerToo();
     void aLogInCountsForWhatFollowsInItsList();
+    void gesturesOnOneNodeNeverMix();
+    void aHeldButtonIsReleasedByWhoPressed_data();
+    void aHeldButtonIsReleasedByWhoPressed();
 };
 
 void TestActingUser::rightsAreThoseOfTheTrigger_data()
@@ -126,6 +135,58 @@ void TestActingUser::aLogInCountsForWhatFollowsInItsList()
     plant.ran();
     QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
     QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+}
+
+void TestActingUser::gesturesOnOneNodeNeverMix()
+{
+    Plant plant(true);
+    QVector<qBasicAction *> made;
+    for (const int display : {1, 2}) {
+        ActionTrigger trigger = ActionManager::triggerAt(nullptr, QPoint(display, 0));
+        trigger.display = display;
+        made += plant.manager->makeActions({Nodes::NodeLink(40)}, trigger);
+        plant.log(false);
+    }
+    plant.node<Nodes::BasicAction>(40)->setCurrentDisplay(3);
+    QStringList seen;
+    for (const qBasicAction *action : qAsConst(made)) {
+        const ActionTrigger &trigger = action->trigger();
+        seen << QString("%1 %2 %3 %4")
+                    .arg(action->getNode()->currentDisplay())
+                    .arg(*trigger.display)
+                    .arg(trigger.point->x())
+                    .arg(QString::fromStdString(trigger.user->name));
+    }
+    QCOMPARE(seen.join(", "), QString("1 1 1 anna, 2 2 2 "));
+    plant.manager->queue(made);
+    QTRY_COMPARE(plant.usersOf("Запись"), (QSet<QString>{"anna", ""}));
+}
+
+void TestActingUser::aHeldButtonIsReleasedByWhoPressed_data()
+{
+    const Rows<QString> row("end");
+    row("logged out, let go", "release");
+    row("logged out, kept on", "hold");
+    row("logged out, window gone", "destroy");
+}
+
+void TestActingUser::aHeldButtonIsReleasedByWhoPressed()
+{
+    QFETCH(QString, end);
+    Plant plant(true);
+    const QPointer<WindowBasic> window =
+        qobject_cast<WindowBasic *>(plant.manager->createWindow(plant.node(10), nullptr).widget);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::mousePress(window->viewport(), Qt::LeftButton, {}, {20, 20});
+    QTRY_COMPARE(plant.value(30), Nodes::SignalValue(1));
+    plant.node<Nodes::systemAuthentication>(21)->Logout("idle");
+    if (end == "release")
+        QTest::mouseRelease(window->viewport(), Qt::LeftButton, {}, {20, 20});
+    else if (end == "destroy")
+        delete window;
+    QTRY_COMPARE(plant.value(30), Nodes::SignalValue(3));
+    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
 }
 
 QTEST_MAIN(TestActingUser)

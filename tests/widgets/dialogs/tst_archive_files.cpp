@@ -74,6 +74,8 @@ private slots:
     void copies();
     void theDialogAsksBeforeDeleting_data();
     void theDialogAsksBeforeDeleting();
+    void theDialogOutlivesNodeAndProject_data();
+    void theDialogOutlivesNodeAndProject();
 };
 
 void TestArchiveFiles::lists()
@@ -168,6 +170,33 @@ void TestArchiveFiles::theDialogAsksBeforeDeleting()
     dialog.copySelectedTo(archives.path("copy"));
     QTRY_COMPARE(asked.shown.size(), 2);
     QCOMPARE(Archives::rows(archives.path("copy")), 3);
+}
+
+void TestArchiveFiles::theDialogOutlivesNodeAndProject_data()
+{
+    const Rows<bool, int> row("isProject", "files");
+    row("node", false, 3);
+    row("project", true, 0);
+}
+
+void TestArchiveFiles::theDialogOutlivesNodeAndProject()
+{
+    QFETCH(bool, isProject);
+    const Archives archives;
+    auto project = std::make_unique<RuntimeProject>(R"(<actionArchiverDBMgr id="10" name="f"/>)");
+    project->core.SetDataDirectory(archives.path("data").toStdString());
+    ArchiverDBMgrDialog dialog(project->node<Nodes::BasicAction>(10), "d");
+    auto *table = dialog.findChild<QTreeView *>();
+    table->setCurrentIndex(table->model()->index(1, 0));
+    if (isProject)
+        project.reset();
+    else
+        QVERIFY(project->node(1)->RemoveNode(10));
+    const MessageBoxes asked{QMessageBox::Yes};
+    dialog.deleteSelected();
+    QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), isProject);
+    dialog.refresh();
+    QTEST(table->model()->rowCount() + (isProject ? 0 : 1), "files");
 }
 
 QTEST_MAIN(TestArchiveFiles)

@@ -68,6 +68,8 @@ private slots:
     void withoutUsersNobodyLogsIn();
     void tellsTheOutcome_data();
     void tellsTheOutcome();
+    void outlivesNodeAndProject_data();
+    void outlivesNodeAndProject();
     void takesTheFocus();
     void offersLogOut();
     void keyboardsGiveWhatWasTyped_data();
@@ -120,6 +122,33 @@ void AuthenticationDialogTest::tellsTheOutcome()
         QTRY_COMPARE_WITH_TIMEOUT(rig.dialog.result(), int(QDialog::Accepted), 2000);
     const QColor colour = rig.part<QLabel>("lblResult")->palette().color(QPalette::WindowText);
     QCOMPARE(colour.green() > colour.red(), isAccepted);
+}
+
+void AuthenticationDialogTest::outlivesNodeAndProject_data()
+{
+    const Rows<bool, QString> row("isProject", "loggedIn");
+    row("node", false, "Гость");
+    row("project", true, "");
+}
+
+void AuthenticationDialogTest::outlivesNodeAndProject()
+{
+    QFETCH(bool, isProject);
+    auto project = std::make_unique<RuntimeProject>(plant);
+    AuthenticationDialog dialog;
+    dialog.setNode(project->node(20));
+    dialog.show();
+    dialog.findChild<QComboBox *>("comboBox")->setCurrentText("Гость");
+    if (isProject)
+        project.reset();
+    else
+        QVERIFY(project->node(1)->RemoveNode(20));
+    QTest::keyClick(dialog.findChild<QLineEdit *>("lineEdit"), Qt::Key_Return);
+    QTest::mouseClick(dialog.findChild<QPushButton *>("btnOk"), Qt::LeftButton);
+    const auto *users = project ? project->core.GetSystemAuthentication() : nullptr;
+    QTEST(QString::fromStdString(users ? users->GetCurrentUserName() : ""), "loggedIn");
+    QTRY_COMPARE_WITH_TIMEOUT(dialog.result(), int(!isProject), 2000);
+    QTest::mouseClick(dialog.findChild<QPushButton *>("btnLogout"), Qt::LeftButton);
 }
 
 void AuthenticationDialogTest::takesTheFocus()

@@ -134,6 +134,7 @@ class TestButtons : public QObject
 private slots:
     void gesturesRunTheLists_data();
     void gesturesRunTheLists();
+    void aNewPressIsNotEndedByTheLastRelease();
     void theEditorKeepsTheGestures();
     void captions_data();
     void captions();
@@ -185,6 +186,16 @@ void TestButtons::gesturesRunTheLists()
     // A shortcut lets go by itself, after a moment.
     QTRY_COMPARE(station.recorded.join(' '), expected);
     QCOMPARE(station.ran(), expected);
+}
+
+// After a stall all that happened meanwhile comes at once.
+void TestButtons::aNewPressIsNotEndedByTheLastRelease()
+{
+    Station station(R"(pressActions="30")");
+    station.act("PiRiPi");
+    QTRY_COMPARE(station.recorded.join(' '), QString("press release press"));
+    station.act("Ri");
+    QCOMPARE(station.ran(), QString("press release press release"));
 }
 
 void TestButtons::theEditorKeepsTheGestures()

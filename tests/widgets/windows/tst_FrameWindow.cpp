@@ -72,6 +72,7 @@ private slots:
     void closesWithItsWindow();
     void keepsItsOwnTitle();
     void returnsResultOfDialog();
+    void takesADialogMadeInIt();
     void staysOpenWithItsDialog();
 
 private:
@@ -269,6 +270,16 @@ void FrameWindowTest::returnsResultOfDialog()
     });
     QCOMPARE(frame->exec(), 7);
     QTRY_VERIFY(!frame);
+}
+
+void FrameWindowTest::takesADialogMadeInIt()
+{
+    auto *dialog = new QDialog(m_window);
+    dialog->resize(200, 100);
+    m_window->setDialog(dialog);
+    QVERIFY(dialog->isVisible() && !dialog->isWindow());
+    QTRY_COMPARE(m_window->size(), m_window->outerSize(QSize(200, 100)));
+    QVERIFY(m_window->rect().contains(dialog->geometry()));
 }
 
 void FrameWindowTest::staysOpenWithItsDialog()
