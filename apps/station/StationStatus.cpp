@@ -5,6 +5,7 @@
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/system/systemCore.h"
+#include "utils/RelayDispatcher.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QCoreApplication>
@@ -122,7 +123,8 @@ QByteArray StationStatus::describe(const char *state) const
         status["drivers"] = m_health->drivers();
     }
     if (m_manager)
-        status["queues"] = QJsonObject{{"actions", m_manager->queuedActions()}};
+        status["queues"] = QJsonObject{{"actions", m_manager->queuedActions()},
+                                       {"relays", Utils::RelayDispatcher::instance().waiting()}};
     if (const auto firstFrame = m_clock.firstFrame())
         status["firstFrameMs"] = double(*firstFrame);
     return QJsonDocument(status).toJson();

@@ -40,6 +40,12 @@ bool RelayDispatcher::isOwnThread() const
     return QThread::currentThread() == thread();
 }
 
+int RelayDispatcher::waiting() const
+{
+    const std::lock_guard lock(m_mutex);
+    return int(m_waiting.size() + m_round.size());
+}
+
 void RelayDispatcher::post(std::shared_ptr<RelayTarget> target)
 {
     {

@@ -27,6 +27,8 @@ public:
 
     /// Any thread.
     void post(std::shared_ptr<RelayTarget> target);
+    /// Targets that wait for their call. GUI thread.
+    int waiting() const;
     /// True on the thread that targets are called on.
     bool isOwnThread() const;
 
@@ -38,7 +40,7 @@ private:
     RelayDispatcher();
     void deliverRound();
 
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::vector<std::shared_ptr<RelayTarget>> m_waiting; // guarded
     bool m_isAwake = false;                              // guarded; a wake-up or a pause is pending
     std::deque<std::shared_ptr<RelayTarget>> m_round;    // GUI thread; being delivered

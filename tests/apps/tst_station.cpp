@@ -254,12 +254,14 @@ void StationTest::tellsWhatItCouldNotWrite()
                                 hasFallback ? m_directory->path() : "/dev/null",
                                 "--status-file",
                                 status};
-    const auto records = [&status] {
+    const auto field = [&status](const char *name) {
         QFile file(status);
-        return file.open(QIODevice::ReadOnly)
-                   ? QJsonDocument::fromJson(file.readAll()).object()["records"].toObject()
-                   : QJsonObject();
+        return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll())
+                                                    .object()[QLatin1String(name)]
+                                                    .toObject()
+                                              : QJsonObject();
     };
+    const auto records = [&field] { return field("records"); };
     const auto count = [&](const char *name) {
         return records()["journal"].toObject()[QLatin1String(name)].toInt();
     };
@@ -278,6 +280,7 @@ void StationTest::tellsWhatItCouldNotWrite()
     start(station, arguments);
     QTRY_VERIFY_WITH_TIMEOUT(count("stored") > kept && count("aside") == 0, patience);
     QVERIFY(!records()["atRisk"].toBool());
+    QTRY_COMPARE(field("queues").keys(), (QStringList{"actions", "relays"}));
     station.terminate();
     QCOMPARE(finish(station), 0);
 }

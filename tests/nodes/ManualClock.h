@@ -26,6 +26,8 @@ public:
         m_steady += microseconds;
         Nodes::DeadlineThread::WakeAll();
     }
+    /// Somebody sets the clock of the computer.
+    void SetBack(Nodes::Timestamp microseconds) { m_wall -= microseconds; }
 
 private:
     ManualClock() = default;

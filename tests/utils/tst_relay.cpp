@@ -2,6 +2,7 @@
 
 #include "utils/NodeRelay.h"
 #include "utils/QueueRelay.h"
+#include "utils/RelayDispatcher.h"
 
 #include "nodes/model/BasicProperty.h"
 #include "nodes/signals/BasicSignal.h"
@@ -65,8 +66,12 @@ private slots:
             shown << bound.node->GetValue().ToInt();
             threads << QThread::currentThread();
         });
+        auto &dispatcher = Utils::RelayDispatcher::instance();
+        QTRY_COMPARE(dispatcher.waiting(), 0);
         bound.publish(1000);
+        QCOMPARE(dispatcher.waiting(), 1);
         QTRY_COMPARE(shown, QVector<int>{1000});
+        QCOMPARE(dispatcher.waiting(), 0);
         bound.publish(7);
         QTRY_COMPARE(shown, (QVector<int>{1000, 7}));
         QCOMPARE(threads, QVector<QThread *>(2, thread()));

@@ -56,7 +56,7 @@ void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms,
         load(*store, memories);
     m_keeper.Start(std::move(store),
                    {[this](const std::string &trouble) { onKeepingTrouble(trouble); },
-                    [this](const std::string &setAside) { onStoreReopened(setAside); }});
+                    [this](const std::string &setAside) { onStoreLacking(setAside); }});
     {
         const std::lock_guard lock(m_mutex);
         restore(memories);
@@ -151,7 +151,7 @@ void AlarmEngine::reportSetAside(const std::string &file)
 }
 
 /// What the operators have seen since the start counts, not what an earlier run left in the file.
-void AlarmEngine::onStoreReopened(const std::string &setAside)
+void AlarmEngine::onStoreLacking(const std::string &setAside)
 {
     if (!setAside.empty())
         reportSetAside(setAside);

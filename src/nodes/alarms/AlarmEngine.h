@@ -72,7 +72,7 @@ private:
     void load(AlarmStateStore &store, AlarmStateStore::Memories &memories);
     void restore(const AlarmStateStore::Memories &memories);
     void onKeepingTrouble(const std::string &trouble);
-    void onStoreReopened(const std::string &setAside);
+    void onStoreLacking(const std::string &setAside);
     void reportSetAside(const std::string &file);
     void keep(const Watch &watch);
     void subscribe(Watch &watch);

@@ -28,6 +28,7 @@ struct Since
 
 constexpr milliseconds retryPause(1000);
 constexpr milliseconds writePause(50); // a flood of changes is some commits a second
+constexpr seconds lookPeriod(1);       // at the file, when nothing changes
 constexpr seconds hangingAfter(10);
 constexpr seconds stopPatience(10);
 
@@ -42,6 +43,7 @@ struct AlarmStateKeeper::State
     bool WaitForWork(std::unique_lock<std::mutex> &lock);
     Result Write();
     Result Reopen();
+    void TellLacking(const std::string &setAside);
     void Finish(const Result &written);
     void Tell(std::unique_lock<std::mutex> &lock, const Result &written);
 
@@ -72,16 +74,19 @@ void AlarmStateKeeper::State::Put(unsigned long node, StoredAlarm state)
     waiting[node] = std::move(state);
 }
 
-/// False when there is nothing more to do.
+/// False when nobody counts on this thread any more.
 bool AlarmStateKeeper::State::WaitForWork(std::unique_lock<std::mutex> &lock)
 {
-    called.wait(lock, [this] { return isStopping || !waiting.empty() || !store->IsOpen(); });
+    called.wait_for(lock, lookPeriod,
+                    [this] { return isStopping || !waiting.empty() || !store->IsOpen(); });
     called.wait_until(lock, nextWrite, [this] { return isStopping; });
-    return !isAbandoned && (!waiting.empty() || !isStopping);
+    return !isAbandoned;
 }
 
 void AlarmStateKeeper::State::Run()
 {
+    if (!store->IsOpen())
+        TellLacking({});
     std::unique_lock lock(mutex);
     for (bool isLast = false; !isLast && WaitForWork(lock);) {
         isLast = isStopping;
@@ -89,11 +94,16 @@ void AlarmStateKeeper::State::Run()
         writingSince = std::exchange(waitingSince, Since());
         busySince = std::chrono::steady_clock::now();
         lock.unlock();
+        const bool wasOpen = store->IsOpen();
         const Result written = Write();
+        const bool isToBeOpened = wasOpen && !store->IsOpen();
         lock.lock();
         busySince.reset();
         Finish(written);
         Tell(lock, written);
+        // What a store that was opened anew lacks is put by then.
+        if (isToBeOpened || (written && !waiting.empty()))
+            isLast = false;
     }
     lock.unlock();
     store->Close();
@@ -104,6 +114,10 @@ void AlarmStateKeeper::State::Run()
 
 Result AlarmStateKeeper::State::Write()
 {
+    if (store->IsOpen() && store->NoticeMove()) {
+        TellLacking({});
+        return Result(Result::StorageError, "the file was removed or replaced");
+    }
     Result result = store->IsOpen() ? Result() : Reopen();
     return result && !writing.empty() ? store->Save(writing) : result;
 }
@@ -112,12 +126,18 @@ Result AlarmStateKeeper::State::Reopen()
 {
     std::string setAside;
     const Result opened = store->Open(setAside);
-    std::unique_lock lock(mutex);
-    const auto tell = hooks.onReopened;
-    lock.unlock();
-    if (opened && tell)
-        tell(setAside);
+    if (opened)
+        TellLacking(setAside);
     return opened;
+}
+
+void AlarmStateKeeper::State::TellLacking(const std::string &setAside)
+{
+    std::unique_lock lock(mutex);
+    const auto tell = hooks.onLacking;
+    lock.unlock();
+    if (tell)
+        tell(setAside);
 }
 
 void AlarmStateKeeper::State::Finish(const Result &written)
@@ -164,9 +184,11 @@ void AlarmStateKeeper::Start(std::shared_ptr<AlarmStateStore> store, Hooks hooks
         return m_state.reset();
     }
     auto state = std::make_shared<State>(std::move(store), std::move(hooks));
-    m_thread = std::thread([state] { state->Run(); });
-    const std::lock_guard lock(m_mutex);
-    m_state = std::move(state);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_state = state;
+    }
+    m_thread = std::thread([state = std::move(state)] { state->Run(); });
 }
 
 bool AlarmStateKeeper::Stop()

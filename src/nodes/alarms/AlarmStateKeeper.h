@@ -22,9 +22,9 @@ public:
     {
         /// Keeping has failed (with the reason) or works again ("").
         std::function<void(const std::string &trouble)> onTrouble;
-        /// The store was opened late or anew: it lacks what was not put since, and may have states
-        /// that are out of date. `setAside` names a damaged one.
-        std::function<void(const std::string &setAside)> onReopened;
+        /// The store cannot be opened yet, is gone, or was opened late or anew: it lacks what was
+        /// not put since, and may have states that are out of date. `setAside` names a damaged one.
+        std::function<void(const std::string &setAside)> onLacking;
     };
 
     AlarmStateKeeper();

@@ -30,6 +30,9 @@ public:
     virtual void Close() = 0;
     /// False also after a failure that only another Open can mend.
     virtual bool IsOpen() const = 0;
+    /// True, and the store then counts as closed, when what was opened is not what the next start
+    /// would find: the file was removed or replaced. Open saves what it can of it.
+    virtual bool NoticeMove() = 0;
     /// Also the highest number of an occurrence that was ever saved.
     [[nodiscard]] virtual Result Load(Memories &memories, unsigned long &lastOccurrence) = 0;
     /// Replaces what is stored of these alarms; all or none. Blank memories are removed.

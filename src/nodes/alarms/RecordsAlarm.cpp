@@ -23,11 +23,6 @@ public:
     }
 };
 
-bool isOverdue(Timestamp since)
-{
-    return since != 0 && Clock::Current().Now() - since > grace;
-}
-
 /// Judges what it is told every second.
 class Watch
 {
@@ -39,7 +34,7 @@ public:
         if (lost > m_lost)
             m_lossShownUntil = now + shownLoss;
         m_lost = lost;
-        return isOverdue(journal.troubledSince) || now < m_lossShownUntil ||
+        return journal.troubledFor > grace || now < m_lossShownUntil ||
                (alarms.isKeeping && alarms.unkeptFor > grace);
     }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace Nodes {
 
@@ -98,31 +99,52 @@ Result SqliteAlarmStates::Open(std::string &setAside)
 {
     std::error_code ignored;
     std::filesystem::create_directories(std::filesystem::path(m_file).parent_path(), ignored);
+    bool isPutBack = false;
+    // What it cannot be read for is known to the alarms themselves, except of those that are not
+    // in the project now.
+    if (m_former)
+        (void)m_former->PutBack([] {}, isPutBack);
     Result result = openOnce();
-    if (result || !m_database.IsDamaged())
+    if (result)
+        m_former.reset();
+    if (result || !m_database->IsDamaged())
         return result;
-    m_database.Close();
+    m_database->Close();
     setAside = SqliteDatabase::SetAside(m_file);
     return setAside.empty() ? result : openOnce();
 }
 
+void SqliteAlarmStates::Close()
+{
+    m_database->Close();
+    m_former.reset();
+}
+
+bool SqliteAlarmStates::NoticeMove()
+{
+    if (!m_database->IsMoved())
+        return false;
+    m_former = std::exchange(m_database, std::make_unique<SqliteDatabase>());
+    return true;
+}
+
 Result SqliteAlarmStates::openOnce()
 {
-    Result result = m_database.Open(m_file, SqliteDatabase::Mode::ReadWrite);
+    Result result = m_database->Open(m_file, SqliteDatabase::Mode::ReadWrite);
     if (!result)
         return result;
-    result = m_database.Execute(schema);
+    result = m_database->Execute(schema);
     if (!result)
-        m_database.Close();
+        m_database->Close();
     return result;
 }
 
 Result SqliteAlarmStates::Load(Memories &memories, unsigned long &lastOccurrence)
 {
-    SqliteStatement numbers(m_database, "SELECT last_occurrence FROM numbers");
+    SqliteStatement numbers(*m_database, "SELECT last_occurrence FROM numbers");
     if (numbers.Step())
         lastOccurrence = static_cast<unsigned long>(numbers.Integer(0));
-    SqliteStatement s(m_database, selection);
+    SqliteStatement s(*m_database, selection);
     while (s.Step()) {
         StoredAlarm &stored = memories[static_cast<unsigned long>(s.Integer(0))];
         AlarmMemory &memory = stored.memory;
@@ -142,29 +164,30 @@ Result SqliteAlarmStates::Load(Memories &memories, unsigned long &lastOccurrence
 
 Result SqliteAlarmStates::Save(const Memories &memories)
 {
-    Result result = m_database.Execute("BEGIN IMMEDIATE");
+    Result result = m_database->Execute("BEGIN IMMEDIATE");
     if (!result)
         return result;
     result = write(memories);
     if (result)
-        result = m_database.Execute("COMMIT");
+        result = m_database->Execute("COMMIT");
     if (result)
         return result;
-    const bool isDamaged = m_database.IsDamaged();
-    (void)m_database.Execute("ROLLBACK");
+    const bool isDamaged = m_database->IsDamaged();
+    (void)m_database->Execute("ROLLBACK");
     if (isDamaged)
-        m_database.Close(); // opened anew it is set aside
+        m_database->Close(); // opened anew it is set aside
     return result;
 }
 
 Result SqliteAlarmStates::write(const Memories &memories)
 {
-    SqliteStatement forget(m_database, "DELETE FROM alarms WHERE node = ?1");
-    SqliteStatement forgetPlace(m_database, "DELETE FROM places WHERE node = ?1");
-    SqliteStatement forgetTimes(m_database, "DELETE FROM occurrences WHERE node = ?1");
-    SqliteStatement keep(m_database, "REPLACE INTO alarms VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
-    SqliteStatement keepPlace(m_database, "REPLACE INTO places VALUES (?1, ?2, ?3)");
-    SqliteStatement keepTimes(m_database, "REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5)");
+    SqliteStatement forget(*m_database, "DELETE FROM alarms WHERE node = ?1");
+    SqliteStatement forgetPlace(*m_database, "DELETE FROM places WHERE node = ?1");
+    SqliteStatement forgetTimes(*m_database, "DELETE FROM occurrences WHERE node = ?1");
+    SqliteStatement keep(*m_database,
+                         "REPLACE INTO alarms VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
+    SqliteStatement keepPlace(*m_database, "REPLACE INTO places VALUES (?1, ?2, ?3)");
+    SqliteStatement keepTimes(*m_database, "REPLACE INTO occurrences VALUES (?1, ?2, ?3, ?4, ?5)");
     std::int64_t last = 0;
     for (const auto &[node, stored] : memories) {
         last = std::max(last, static_cast<std::int64_t>(stored.memory.occurrence));
@@ -178,7 +201,7 @@ Result SqliteAlarmStates::write(const Memories &memories)
         if (!written)
             return written;
     }
-    SqliteStatement number(m_database, numbering);
+    SqliteStatement number(*m_database, numbering);
     number.Bind(1, last);
     return number.Run();
 }

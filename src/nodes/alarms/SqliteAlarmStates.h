@@ -3,6 +3,8 @@
 #include "nodes/alarms/AlarmStateStore.h"
 #include "nodes/storage/SqliteDatabase.h"
 
+#include <memory>
+
 namespace Nodes {
 
 /// The memories in an SQLite file. Files of earlier versions are read and brought up to date.
@@ -12,8 +14,9 @@ public:
     explicit SqliteAlarmStates(std::string file) : m_file(std::move(file)) {}
 
     [[nodiscard]] Result Open(std::string &setAside) override;
-    void Close() override { m_database.Close(); }
-    bool IsOpen() const override { return m_database.IsOpen(); }
+    void Close() override;
+    bool IsOpen() const override { return m_database->IsOpen(); }
+    bool NoticeMove() override;
     [[nodiscard]] Result Load(Memories &memories, unsigned long &lastOccurrence) override;
     [[nodiscard]] Result Save(const Memories &memories) override;
 
@@ -22,7 +25,8 @@ private:
     [[nodiscard]] Result write(const Memories &memories);
 
     const std::string m_file;
-    SqliteDatabase m_database;
+    std::unique_ptr<SqliteDatabase> m_database = std::make_unique<SqliteDatabase>();
+    std::unique_ptr<SqliteDatabase> m_former; // of a file that is no longer there
 };
 
 } // namespace Nodes

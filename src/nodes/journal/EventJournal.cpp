@@ -118,9 +118,11 @@ StoreHealth EventJournal::GetHealth() const
     health.lost = m_impl->queue.Lost();
     const std::chrono::milliseconds busy = m_impl->queue.BusyFor();
     if (busy > m_impl->limits.hanging) {
-        const Timestamp since = Clock::Current().Now() - Timestamp(busy.count()) * 1000;
-        if (health.isWell() || since < health.troubledSince)
-            health.troubledSince = since;
+        const Timestamp duration = Timestamp(busy.count()) * 1000;
+        if (health.isWell() || duration > health.troubledFor) {
+            health.troubledSince = Clock::Current().Now() - duration;
+            health.troubledFor = duration;
+        }
         health.trouble =
             "the disk has not answered for " + std::to_string(busy.count() / 1000) + " s";
     }

@@ -4,7 +4,6 @@
 
 #include <sqlite3.h>
 
-#include <filesystem>
 #include <utility>
 
 namespace Nodes {
@@ -84,28 +83,11 @@ bool JournalStore::NoticeMove()
     return true;
 }
 
-// Copied aside and renamed: half a journal must never be taken for one.
-Result JournalStore::Restore(const std::string &file, const std::function<void()> &step,
-                             bool &isRestored)
+Result JournalStore::Restore(const std::function<void()> &step, bool &isRestored)
 {
-    namespace fs = std::filesystem;
-    isRestored = false;
-    std::error_code error;
-    if (fs::exists(file, error)) {
+    const Result result = m_former->PutBack(step, isRestored);
+    if (result)
         m_former.reset();
-        return Result();
-    }
-    const std::string aside = file + ".restored";
-    fs::create_directories(fs::path(file).parent_path(), error);
-    fs::remove(aside, error);
-    Result result = m_former->CopyTo(aside, step);
-    if (!result)
-        return result;
-    fs::rename(aside, file, error);
-    if (error)
-        return Result(Result::StorageError, file + ": " + error.message());
-    m_former.reset();
-    isRestored = true;
     return result;
 }
 

@@ -25,8 +25,7 @@ public:
     bool HasFormer() const { return m_former != nullptr; }
     /// Puts what a removed file held where it was, unless another file stands there by now: then
     /// `isRestored` stays false, and the store goes on with that one. `step`: see CopyTo.
-    [[nodiscard]] Result Restore(const std::string &file, const std::function<void()> &step,
-                                 bool &isRestored);
+    [[nodiscard]] Result Restore(const std::function<void()> &step, bool &isRestored);
     /// The last failure means that the file is damaged: the next Open sets it aside.
     bool IsDamaged() const { return m_isDamaged; }
 

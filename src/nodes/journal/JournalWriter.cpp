@@ -148,8 +148,7 @@ Result JournalWriter::restore()
     if (!m_store.HasFormer())
         return Result();
     bool isRestored = false;
-    const Result result = m_store.Restore(
-        m_file, [this] { m_queue.Touch(); }, isRestored);
+    const Result result = m_store.Restore([this] { m_queue.Touch(); }, isRestored);
     if (result)
         report(isRestored ? "Журнал восстановлен на прежнем месте: " + m_file
                           : "На месте журнала другой файл, записи продолжены в нём: " + m_file);
@@ -238,8 +237,10 @@ void JournalWriter::postpone(const Result &cause)
 {
     m_nextTry = std::chrono::steady_clock::now() + retryPause;
     const std::lock_guard lock(m_healthMutex);
-    if (m_health.isWell())
+    if (m_health.isWell()) {
         m_health.troubledSince = Clock::Current().Now();
+        m_troubledAt = Clock::Current().Steady();
+    }
     m_health.trouble = cause.GetDetail();
 }
 
@@ -263,6 +264,8 @@ StoreHealth JournalWriter::GetHealth() const
     const std::lock_guard lock(m_healthMutex);
     StoreHealth health = m_health;
     health.aside = m_spill.Count();
+    if (!health.isWell())
+        health.troubledFor = Clock::Current().Steady() - m_troubledAt;
     return health;
 }
 

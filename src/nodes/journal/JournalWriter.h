@@ -66,6 +66,7 @@ private:
     std::atomic<bool> m_isStoreOpen{false};
     mutable std::mutex m_healthMutex; // never held while the disk is asked
     StoreHealth m_health;
+    Timestamp m_troubledAt = 0; // steady time; while not well
     PatientThread m_thread;
 };
 

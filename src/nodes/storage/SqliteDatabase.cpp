@@ -106,6 +106,28 @@ Result SqliteDatabase::CopyTo(const std::string &file, const std::function<void(
     return result;
 }
 
+// Copied aside and renamed: half a database must never be taken for one.
+Result SqliteDatabase::PutBack(const std::function<void()> &step, bool &isPutBack)
+{
+    namespace fs = std::filesystem;
+    isPutBack = false;
+    std::error_code error;
+    // An empty one was left by an attempt to open it on a full disk.
+    if (fs::exists(m_file, error) && fs::file_size(m_file, error) > 0)
+        return Result();
+    const std::string aside = m_file + ".restored";
+    fs::create_directories(fs::path(m_file).parent_path(), error);
+    fs::remove(aside, error);
+    const Result result = CopyTo(aside, step);
+    if (!result)
+        return result;
+    fs::rename(aside, m_file, error);
+    if (error)
+        return Result(Result::StorageError, m_file + ": " + error.message());
+    isPutBack = true;
+    return result;
+}
+
 std::string SqliteDatabase::SetAside(const std::string &file)
 {
     const std::string name = DamagedFiles::FreshName(file);

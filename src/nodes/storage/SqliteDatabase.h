@@ -41,6 +41,11 @@ public:
     /// called every few megabytes. What was written is removed after a failure.
     [[nodiscard]] Result CopyTo(const std::string &file, const std::function<void()> &step);
 
+    /// Puts what a file held that is no longer found where it was, unless another file stands there
+    /// by now: then `isPutBack` stays false. Connections to the new file are made anew. `step`: see
+    /// CopyTo.
+    [[nodiscard]] Result PutBack(const std::function<void()> &step, bool &isPutBack);
+
     /// Renames the database and its companions to "<file>.damaged-<UTC time>"; the new name is
     /// returned, "" when renaming failed. No connection may be open.
     static std::string SetAside(const std::string &file);

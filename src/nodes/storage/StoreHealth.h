@@ -16,9 +16,10 @@ struct StoreHealth
     std::uint64_t stored = 0; ///< since the start of the process
     std::uint64_t lost = 0;   ///< since the start of the process: refused, there was no room
     Timestamp lastStored = 0; ///< wall time, UTC; 0 never
-    Timestamp troubledSince =
-        0;               ///< wall time since when records do not get into the store; 0: well
-    std::string trouble; ///< why, in English; "" when well
+    /// Wall time since when records do not get into the store; 0: well.
+    Timestamp troubledSince = 0;
+    Timestamp troubledFor = 0; ///< microseconds since then, whatever the clock was set to
+    std::string trouble;       ///< why, in English; "" when well
 
     bool isWell() const { return troubledSince == 0; }
 };

@@ -1,9 +1,13 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/alarms/AlarmEngine.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/SqliteAlarmStates.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
+#include "support/Rows.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <condition_variable>
@@ -26,6 +30,7 @@ public:
     }
     void Close() override { m_isOpen = false; }
     bool IsOpen() const override { return m_isOpen; }
+    bool NoticeMove() override { return false; }
     Result Load(Memories &memories, unsigned long &) override
     {
         memories = m_kept;
@@ -91,7 +96,11 @@ struct Plant
     }
     ~Plant() { engine->Stop(); }
 
-    void start() { engine->Start({alarms.begin(), alarms.end()}, {}, nullptr, store); }
+    void start() { start(store); }
+    void start(std::shared_ptr<AlarmStateStore> used)
+    {
+        engine->Start({alarms.begin(), alarms.end()}, {}, nullptr, std::move(used));
+    }
     void publish(std::size_t tank, double value) { tanks[tank]->GetCell()->Publish(value); }
     AlarmFeed openFeed()
     {
@@ -211,9 +220,65 @@ private slots:
         plant.publish(0, 90);
         plant.start();
         QTRY_VERIFY(!plant.engine->GetHealth().trouble.empty());
+        QCOMPARE(plant.engine->GetHealth().unkept, plant.alarms.size());
         plant.store->Answer(Result());
         QTRY_VERIFY(plant.store->Holds(plant.alarms[0], true));
         QTRY_VERIFY(plant.store->Holds(plant.alarms[9], false));
+    }
+
+    void fileThatIsGoneIsWrittenAnew_data()
+    {
+        const Rows<bool, bool, bool> row("isReplaced", "hasDirectory", "isStopping");
+        row("removed", false, true, false);
+        row("removed with its directory", false, false, false);
+        row("replaced", true, true, false);
+        row("removed before the end", false, true, true);
+    }
+
+    // Also the states of alarms that are not in the project, as far as the file can still be read.
+    void fileThatIsGoneIsWrittenAnew()
+    {
+        QFETCH(bool, isReplaced);
+        QFETCH(bool, hasDirectory);
+        QFETCH(bool, isStopping);
+        const QTemporaryDir directory;
+        const QString data = directory.filePath("data");
+        const std::string file = (data + "/alarms.sqlite").toStdString();
+        const unsigned long missing = 4711;
+        std::string setAside;
+        const auto save = [&](const std::string &into) {
+            SqliteAlarmStates states(into);
+            StoredAlarm stored;
+            stored.memory.isOutOfService = true;
+            QVERIFY(states.Open(setAside) && states.Save({{missing, stored}}));
+        };
+        save(file);
+        Plant plant;
+        plant.start(std::make_shared<SqliteAlarmStates>(file));
+        plant.publish(0, 90);
+        QTRY_VERIFY(plant.engine->GetHealth().lastKept != 0);
+        QTRY_COMPARE(plant.engine->GetHealth().unkept, std::size_t(0));
+        if (hasDirectory)
+            QVERIFY(QFile::remove(QString::fromStdString(file)));
+        else
+            QVERIFY(QDir(data).removeRecursively());
+        if (isReplaced)
+            save(file);
+        if (!isStopping) {
+            QTRY_VERIFY(plant.engine->GetHealth().trouble.find("removed or replaced") !=
+                        std::string::npos);
+            QCOMPARE(plant.engine->GetHealth().unkept, plant.alarms.size());
+            QTRY_COMPARE(plant.engine->GetHealth().trouble, std::string());
+        }
+        plant.engine->Stop();
+        SqliteAlarmStates states(file);
+        AlarmStateStore::Memories kept;
+        unsigned long last = 0;
+        QVERIFY(states.Open(setAside) && states.Load(kept, last));
+        QVERIFY(kept[plant.alarms[0]->GetId()].memory.isActive);
+        QVERIFY(kept[missing].memory.isOutOfService);
+        QCOMPARE(last, kept[plant.alarms[0]->GetId()].memory.occurrence);
+        QCOMPARE(setAside, std::string());
     }
 
     // However publishers, operators and the reader meet, the list ends as the alarms stand.

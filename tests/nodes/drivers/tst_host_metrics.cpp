@@ -37,11 +37,10 @@ HostSnapshot captured()
     s.osRelease = "NAME=\"Some\"\nPRETTY_NAME=\"Some Linux 12\"\n";
     s.hostName = "station-1";
     s.processCount = 123;
-    s.wall = 1000000000;
     s.journal.waiting = 3;
     s.journal.aside = 40;
     s.journal.lost = 5;
-    s.journal.troubledSince = 970000000;
+    s.journal.troubledFor = 30000000;
     s.alarmsUnkept = 6;
     return s;
 }

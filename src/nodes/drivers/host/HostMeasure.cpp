@@ -107,7 +107,7 @@ SignalValue records(HostMetric metric, const HostSnapshot &now)
     case HostMetric::JournalLost:
         return double(journal.lost);
     case HostMetric::JournalTrouble:
-        return journal.isWell() ? 0.0 : double(now.wall - journal.troubledSince) / 1e6;
+        return double(journal.troubledFor) / 1e6;
     default:
         return double(now.alarmsUnkept);
     }

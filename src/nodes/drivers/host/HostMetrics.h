@@ -55,7 +55,6 @@ struct HostSnapshot
     std::string selfStat;  ///< /proc/self/stat
     std::string osRelease; ///< /etc/os-release
     std::string hostName;
-    Timestamp wall = 0; ///< UTC
     StoreHealth journal;
     std::size_t alarmsUnkept = 0;
     unsigned long processCount = 0;

@@ -45,7 +45,6 @@ public:
     {
         HostSnapshot now = HostProbe::Take();
         const Timestamp time = Clock::Current().Now();
-        now.wall = time;
         if (m_journal)
             now.journal = m_journal->GetHealth();
         if (m_alarming)
