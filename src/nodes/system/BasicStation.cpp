@@ -20,7 +20,12 @@ KindInfo BasicStation::Kind()
 systemAuthentication *BasicStation::GetSystemAuthentication() const
 {
     const NodesCollection *project = GetNodesCollection();
-    const ConfigNode *root = project ? project->GetRoot() : nullptr;
+    const auto search = [&] { return findAuthentication(project ? project->GetRoot() : nullptr); };
+    return project ? m_authentication.Get(*project, search) : search();
+}
+
+systemAuthentication *BasicStation::findAuthentication(const ConfigNode *root) const
+{
     for (const ConfigNode *owner : {static_cast<const ConfigNode *>(this), root}) {
         if (!owner)
             continue;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/system/TreeAnswer.h"
 
 namespace Nodes {
 
@@ -14,8 +15,13 @@ public:
     static KindInfo Kind();
 
     /// User subsystem of this station, else the one of the whole project; null when the project
-    /// configures none.
+    /// configures none. Asked for every right: the tree is searched only after it has changed.
     systemAuthentication *GetSystemAuthentication() const;
+
+private:
+    systemAuthentication *findAuthentication(const ConfigNode *root) const;
+
+    TreeAnswer<systemAuthentication> m_authentication;
 };
 
 } // namespace Nodes

@@ -52,6 +52,7 @@ struct systemCore::Guard
 {
     static constexpr std::uint64_t never = 1;
 
+    TreeAnswer<BasicStation> localStation;
     std::thread::id owner;
     std::atomic<std::uint64_t> found{never}; // revision of the tree * 2 + whether it has users
 };
@@ -100,24 +101,34 @@ systemAlarming *systemCore::GetSystemAlarming() const
 
 systemAuthentication *systemCore::GetSystemAuthentication() const
 {
-    return findSubsystem<systemAuthentication>();
+    const BasicStation *station = GetLocalStation();
+    return station ? station->GetSystemAuthentication() : findSubsystem<systemAuthentication>();
 }
 
 BasicStation *systemCore::GetLocalStation() const
 {
     if (!m_project || !m_project->GetRoot())
         return nullptr;
-    for (const auto &child : m_project->GetRoot()->Children()) {
-        auto *station = dynamic_cast<BasicStation *>(child.get());
-        if (station && (m_station.empty() || station->GetName() == m_station))
-            return station;
-    }
-    return nullptr;
+    const auto isLocal = [this](const BasicStation *station) {
+        return station && (m_station.empty() || station->GetName() == m_station);
+    };
+    const auto search = [&]() -> BasicStation * {
+        for (const auto &child : m_project->GetRoot()->Children()) {
+            auto *station = dynamic_cast<BasicStation *>(child.get());
+            if (isLocal(station))
+                return station;
+        }
+        return nullptr;
+    };
+    BasicStation *found = m_guard->localStation.Get(*m_project, search);
+    // Names change without the tree.
+    return m_station.empty() || isLocal(found) ? found : search();
 }
 
 Result systemCore::SelectStation(const std::string &name)
 {
     m_station = name;
+    m_guard->localStation.Forget();
     if (name.empty() || GetLocalStation())
         return Result();
     std::string known;

@@ -2,6 +2,7 @@
 #include "nodes/events/BasicEvent.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/journal/JournalQuery.h"
+#include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/signals/BasicSignal.h"
@@ -34,6 +35,7 @@ class TestStations : public QObject
 private slots:
     void runsTheLocalOneOnly_data();
     void runsTheLocalOneOnly();
+    void usersFollowTheTree();
     void journalsErrorsOfTheProject();
 
 private:
@@ -81,6 +83,41 @@ void TestStations::runsTheLocalOneOnly()
     QVERIFY(value(remote + 1).IsError());
     QCOMPARE(value(remote + 1).GetError().GetType(), Result::NotConnected);
     QVERIFY(node(remote + 2)->GetState() != NodeState::Running);
+}
+
+// However often they were asked for before.
+void TestStations::usersFollowTheTree()
+{
+    systemCore core;
+    adopt(core);
+    NodesCollection &project = *core.GetNodesCollection();
+    const KindInfo &kind = *KindTable::Instance().FindByKey("authentication");
+    const unsigned long common = project.CreateNode(kind.type, project.GetRoot())->GetId();
+    auto *first = dynamic_cast<BasicStation *>(project.FindNode(10));
+    auto *second = dynamic_cast<BasicStation *>(project.FindNode(20));
+    const auto found = [&] {
+        const auto idOf = [](const ConfigNode *node) { return node ? node->GetId() : 0; };
+        return std::vector<unsigned long>{
+            idOf(core.GetLocalStation()), idOf(core.GetSystemAuthentication()),
+            idOf(first->GetSystemAuthentication()), idOf(second->GetSystemAuthentication())};
+    };
+    using Ids = std::vector<unsigned long>;
+    QCOMPARE(found(), (Ids{10, common, common, common}));
+    const unsigned long own = project.CreateNode(kind.type, second)->GetId();
+    QCOMPARE(found(), (Ids{10, common, common, own}));
+    QVERIFY(core.SelectStation("B"));
+    QCOMPARE(found(), (Ids{20, own, common, own}));
+    QVERIFY(project.GetRoot()->DeleteNode(common));
+    QCOMPARE(found(), (Ids{20, own, 0, own}));
+    second->SetName("C");
+    first->SetName("B");
+    QCOMPARE(found(), (Ids{10, 0, 0, own}));
+    QVERIFY(core.SelectStation(""));
+    QVERIFY(project.GetRoot()->DeleteNode(10));
+    first = second;
+    QCOMPARE(found(), (Ids{20, own, own, own}));
+    QVERIFY(second->DeleteNode(own));
+    QCOMPARE(found(), (Ids{20, 0, 0, 0}));
 }
 
 void TestStations::journalsErrorsOfTheProject()
