@@ -50,8 +50,7 @@ void qactionAuthUser::Execute()
     if (!users)
         return;
     if (node->isLogout()) {
-        users->Logout();
-        passOn(*users);
+        users->Logout(); // what follows is still the doing of whoever triggered it
     } else if (node->GetUser().isValid()) {
         const Nodes::Result result = users->Authenticate(node->GetUser());
         passOn(*users);

@@ -133,7 +133,9 @@ void FrameWidget::showEvent(QShowEvent *event)
 
 bool FrameWidget::requestEnd()
 {
-    if (!m_node || WindowManager::GetWorkMode() != Nodes::WorkModeRuntime)
+    // Frames that are closed because the station ends are nobody's request.
+    if (!m_node || WindowManager::GetWorkMode() != Nodes::WorkModeRuntime ||
+        g_pWindowManager->isEnding())
         return false;
     EndRequest::ask(*m_node);
     return true;

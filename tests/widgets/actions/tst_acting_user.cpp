@@ -29,7 +29,8 @@ constexpr const char *plant = R"xml(
 <actionNodeCommand id="42" name="command" command="start" target="32"/>
 <actionShowWindow id="43" name="open" window="10"/>
 <actionCloseWindow id="44" name="close" window="10" display="1"/>
-<actionAuthUser id="45" name="log in" user="26"/>)xml";
+<actionAuthUser id="45" name="log in" user="26"/>
+<actionAuthUser id="47" name="log out" logout="true"/>)xml";
 
 /// The plant with a journal, and anna logged in or nobody.
 class Plant : public RuntimeProject
@@ -82,6 +83,7 @@ private slots:
     void rightsAreThoseOfTheTrigger();
     void closingIsOfTheTriggerToo();
     void aLogInCountsForWhatFollowsInItsList();
+    void aLogOutTakesNothingFromItsList();
     void gesturesOnOneNodeNeverMix();
     void aHeldButtonIsReleasedByWhoPressed_data();
     void aHeldButtonIsReleasedByWhoPressed();
@@ -134,6 +136,18 @@ void TestActingUser::aLogInCountsForWhatFollowsInItsList()
     (void)plant.manager->PushActions({Nodes::NodeLink(45), Nodes::NodeLink(40)});
     plant.ran();
     QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
+    QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+}
+
+// What a press list that ends with it has started, the release list still has to stop.
+void TestActingUser::aLogOutTakesNothingFromItsList()
+{
+    Plant plant(true);
+    (void)plant.manager->PushActions({Nodes::NodeLink(47), Nodes::NodeLink(40)});
+    plant.ran();
+    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
+    QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+    plant.run(46);
     QCOMPARE(plant.value(30), Nodes::SignalValue(1));
 }
 

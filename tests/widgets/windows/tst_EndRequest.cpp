@@ -33,6 +33,7 @@ class EndRequestTest : public QObject
 private slots:
     void closingAFrameEndsTheStation_data();
     void closingAFrameEndsTheStation();
+    void theEndItselfIsNoRequest();
 };
 
 void EndRequestTest::closingAFrameEndsTheStation_data()
@@ -92,6 +93,28 @@ void EndRequestTest::closingAFrameEndsTheStation()
     QFETCH(QString, journalled);
     QCOMPARE(project.journalled(journalled) > 0, true);
     QCOMPARE(project.journalled("Станция завершена") > 0, answer == QMessageBox::Ok);
+    project.manager.reset();
+    project.core.Stop();
+}
+
+void EndRequestTest::theEndItselfIsNoRequest()
+{
+    const QTemporaryDir directory;
+    RuntimeProject project(station);
+    project.core.SetDataDirectory(directory.path().toStdString());
+    QVERIFY(project.core.Start());
+    project.manager->Start();
+    project.manager->finishActions(100);
+    int asked = 0;
+    for (QWidget *frame : QApplication::topLevelWidgets()) {
+        if (!frame->windowHandle())
+            continue;
+        QWindowSystemInterface::handleCloseEvent(frame->windowHandle());
+        ++asked;
+    }
+    QVERIFY(asked >= 2);
+    QCoreApplication::processEvents();
+    QCOMPARE(project.journalled("завершение станции"), 0);
     project.manager.reset();
     project.core.Stop();
 }
