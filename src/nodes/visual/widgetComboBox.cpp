@@ -35,6 +35,10 @@ KindInfo widgetComboBox::Kind()
                                                   "Спрашивать перед записью")
         .Property<&widgetComboBox::m_selectionColor>(12173, "selectionColor", "Selection colour",
                                                      "Цвет выделения")
+        .Property<&widgetComboBox::m_editTimeout>(12155, "editTimeout",
+                                                  "Choice ends without input after, s; 0: never",
+                                                  "Выбор прекращается без нажатий через, с; 0: нет")
+        .Range(0, 3600)
         .Property<&widgetComboBox::m_currentIndex>(CurrentIndexProperty, "index", "Current index",
                                                    "Текущий вариант")
         .Range(-1, 9999)

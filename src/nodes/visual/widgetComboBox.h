@@ -20,6 +20,8 @@ public:
     StringValueMap GetItems() const;
     bool isPopupUpward() const { return m_isPopupUpward; }
     bool isConfirmed() const { return m_isConfirmed; }
+    /// Seconds without input after which an open list or question is given up; 0: never.
+    int GetEditTimeout() const { return m_editTimeout; }
     /// Choice shown in the editor; -1: none.
     int GetCurrentIndex() const { return m_currentIndex; }
     void SetCurrentIndex(int index) { m_currentIndex = index; }
@@ -48,6 +50,7 @@ private:
     NodeLinks m_targets;
     bool m_isPopupUpward = false;
     bool m_isConfirmed = false;
+    int m_editTimeout = 60;
     int m_currentIndex = -1;
     NColor m_selectionColor{200, 214, 226};
 };

@@ -37,11 +37,6 @@ bool ValueWriter::write(QWidget &element, Nodes::BasicWidget &node, const Nodes:
     return false;
 }
 
-bool ValueWriter::confirm(const QString &shownValue)
-{
-    return question(shownValue)->exec() == QMessageBox::Ok;
-}
-
 std::unique_ptr<PlainMessageBox> ValueWriter::question(const QString &shownValue)
 {
     auto box = std::make_unique<PlainMessageBox>(

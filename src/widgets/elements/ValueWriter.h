@@ -30,9 +30,8 @@ public:
     static bool write(QWidget &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
                       const std::function<void()> &restore);
 
-    /// Modal question before a write; true when the operator wants that value, as shown, written.
-    static bool confirm(const QString &shownValue);
-    /// The same, for who runs it himself; Ok: write. A key pressed by reflex does not.
+    /// Question before that value, as shown, is written, for who runs it modally; Ok: write. A key
+    /// pressed by reflex does not.
     static std::unique_ptr<PlainMessageBox> question(const QString &shownValue);
     /// Runs the after-write actions of the element, at run time, on the display where it stands.
     static void runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node);

@@ -2,12 +2,10 @@
 
 #include "widgets/elements/ElementPainting.h"
 #include "widgets/elements/ElementTooltip.h"
-#include "widgets/elements/InputNotice.h"
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/BasicProperty.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/widgetComboBox.h"
@@ -70,6 +68,9 @@ qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent)
     lineEdit()->installEventFilter(this);
     connect(this, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &qwidgetComboBox::onCurrentIndexChanged);
+    m_limit.setSingleShot(true);
+    connect(&m_limit, &QTimer::timeout, this, &qwidgetComboBox::onTimeLimit);
+    connect(this, qOverload<int>(&QComboBox::highlighted), this, &qwidgetComboBox::restartLimit);
     m_binding.bind(this, m_comboBox.get());
     qwidgetComboBox::onUpdateProperties(nullptr);
 }
@@ -189,22 +190,6 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
     ValueWriter::runAfterWrite(*this, *m_comboBox);
 }
 
-// The answer counts for who chose, where he chose.
-bool qwidgetComboBox::confirmed(int index)
-{
-    const QPointer<qwidgetComboBox> alive(this);
-    const std::string user = Nodes::UserNameFor(*m_comboBox);
-    if (!ValueWriter::confirm(itemText(index)) || !alive || !m_comboBox)
-        return false;
-    const bool isSameUser = user == Nodes::UserNameFor(*m_comboBox);
-    if (isSameUser && isActive())
-        return true;
-    InputNotice::show(*this, isSameUser
-                                 ? QStringLiteral("Значение не записано. Список скрыт.")
-                                 : QStringLiteral("Значение не записано. Сменился пользователь."));
-    return false;
-}
-
 // The order of the targets counts: a silent refusal ends the whole, any other only its own target.
 qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::SignalValue &value)
 {
@@ -257,6 +242,7 @@ void qwidgetComboBox::showPopup()
         m_proxy->setZValue(raisedZ);
     }
     m_isListOpen = true;
+    restartLimit();
     auto *popup = findChild<QFrame *>(QString(), Qt::FindDirectChildrenOnly);
     if (!popup)
         return;
@@ -294,6 +280,8 @@ void qwidgetComboBox::onListHidden()
     if (!m_isListOpen || view()->isVisible())
         return;
     m_isListOpen = false;
+    if (!m_question)
+        m_limit.stop();
     if (m_proxy)
         m_proxy->setZValue(m_savedZ);
     if (isRuntime() && m_comboBox)

@@ -8,7 +8,9 @@
 #include "nodes/values/Quality.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QPointer>
+#include <QTimer>
 
 namespace Nodes {
 class Result;
@@ -66,6 +68,9 @@ private:
     enum class Outcome { Written, WrittenElsewhere, Refused, Silenced };
 
     bool confirmed(int index);
+    bool ask(QDialog &question);
+    void restartLimit();
+    void onTimeLimit();
     void UpdateNodePropertyCurrentIndex(int index);
     void applyStyle();
     void applyItems();
@@ -78,6 +83,9 @@ private:
     int m_previousIndex = -1;
     double m_savedZ = 0; ///< of the host, while the list is open
     bool m_isListOpen = false;
+    QTimer m_limit; ///< runs while the list or the question is open, from the last input
+    QPointer<QDialog> m_question;
+    bool m_isTimeUp = false;
     Qt::Alignment m_alignment;
     ElementBinding m_binding;
 };

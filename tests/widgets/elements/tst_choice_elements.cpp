@@ -2,6 +2,7 @@
 #include "support/Rows.h"
 #include "support/ShownElement.h"
 
+#include "widgets/elements/InputNotice.h"
 #include "widgets/elements/ValueWriter.h"
 #include "widgets/elements/qwidgetCheckBox.h"
 #include "widgets/elements/qwidgetComboBox.h"
@@ -15,6 +16,7 @@
 #include <QAbstractItemView>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QLabel>
 #include <QLineEdit>
 
 using namespace Widgets;
@@ -95,6 +97,7 @@ private slots:
     void everyTargetIsWritten_data();
     void everyTargetIsWritten();
     void anOpenListKeepsStill();
+    void aChoiceEndsByItself();
     void keysOpenTheList();
     void listsThatTargetEachOtherEnd();
     void theListOpensAboveItsNeighbours();
@@ -208,6 +211,23 @@ void TestChoiceElements::anOpenListKeepsStill()
     QTRY_COMPARE(shown->shownText(), QString("Стоп"));
     QTest::keyClick(shown->view(), Qt::Key_Return);
     QTRY_COMPARE(project.value(10).ToInt(), 2);
+}
+
+void TestChoiceElements::aChoiceEndsByItself()
+{
+    const RuntimeProject project(screen);
+    project.set(20, "editTimeout", "1");
+    project.set(20, "confirm", "true");
+    project.publish(10, 1);
+    const ShownElement<qwidgetComboBox> shown(project, 20);
+    openList(*shown.element);
+    QTRY_VERIFY(!shown->view()->isVisible());
+    QVERIFY(!InputNotice::current()); // nothing was chosen
+    choose(*shown.element, 2);        // returns when the question is gone
+    QTRY_VERIFY(InputNotice::current());
+    QCOMPARE(InputNotice::current()->text(), QString("Значение не записано. Время выбора вышло."));
+    QCOMPARE(project.value(10).ToInt(), 1);
+    QTRY_COMPARE(shown->currentIndex(), 1);
 }
 
 void TestChoiceElements::keysOpenTheList()
