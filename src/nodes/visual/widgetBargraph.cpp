@@ -125,7 +125,8 @@ Result widgetBargraph::OnLastStop()
 void widgetBargraph::OnPropertyChanged(const PropertyDescriptor &descriptor)
 {
     BasicTextWidget::OnPropertyChanged(descriptor);
-    if (descriptor.valueId == setPointProperty && GetState() == NodeState::Running)
+    const bool isOther = descriptor.valueId == setPointProperty || descriptor.key == "signal";
+    if (isOther && GetState() == NodeState::Running)
         followSetPoint();
 }
 

@@ -24,12 +24,12 @@ void qwidgetMultiLabel::showValue(const Nodes::SignalValue &value)
 {
     if (m_multi)
         m_isMatching = m_multi->FindMatches(value);
-    if (followsMatches()) {
-        if (m_isMatching)
-            setVisible(m_multi->isVisible());
-        else
-            hideUnmatched();
-    }
+    const bool isUnmatched = followsMatches() && !m_isMatching;
+    if (isUnmatched)
+        hideUnmatched();
+    else if (followsMatches() || m_wasUnmatched) // also when the node shows it always from now on
+        setVisible(m_multi->isVisible());
+    m_wasUnmatched = isUnmatched;
     qwidgetLabel::showValue(value);
 }
 
@@ -46,7 +46,7 @@ void qwidgetMultiLabel::showEvent(QShowEvent *event)
     // widget cannot be hidden while it is being shown.
     if (followsMatches() && isActive())
         QTimer::singleShot(0, this, [this] {
-            if (isActive() && !m_isMatching)
+            if (isActive() && followsMatches() && !m_isMatching)
                 hideUnmatched();
         });
 }

@@ -24,6 +24,7 @@ private:
 
     Utils::WatchedNode<Nodes::widgetMultiLabel> m_multi; ///< null also for another class
     bool m_isMatching = true;                            ///< what is shown
+    bool m_wasUnmatched = false;
 };
 
 } // namespace Widgets

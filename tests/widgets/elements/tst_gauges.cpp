@@ -238,6 +238,14 @@ void TestGauges::setPointIsFollowed()
     QTRY_VERIFY(bar->grab().toImage() != before);
     project.publish(11, 20.0);
     QTRY_COMPARE(bar->grab().toImage(), before);
+    // What is handed over is of the signal that is shown now.
+    QSet<double> heard;
+    auto *node = project.node<Nodes::BasicWidget>(20);
+    const Nodes::ScopedConnection connection(node->ConnectValueChanged(
+        [&heard](const Nodes::SignalValue &value) { heard << value.ToDouble(); }));
+    project.set(20, "signal", "11");
+    project.publish(11, 30.0);
+    QCOMPARE(heard, QSet<double>{30.0});
 }
 
 void TestGauges::stoppingOneViewLeavesTheOther_data()

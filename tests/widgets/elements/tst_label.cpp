@@ -186,6 +186,10 @@ private slots:
             QCOMPARE(label.textColor(), QColor(Qt::black));
             QCOMPARE(label.backgroundColor(), QColor(0xa0, 0xb0, 0xc0)); // stays without an own one
             QCOMPARE(label.isHidden(), mode == Nodes::WorkModeRuntime);
+            shown.set(23, "visibility", "always");
+            QVERIFY(label.isVisible());
+            shown.set(23, "visibility", "matching");
+            QCOMPARE(label.isHidden(), mode == Nodes::WorkModeRuntime);
             shown.publish(11, 5.0);
             QTRY_VERIFY(label.isVisible());
             shown.set(23, "stateColors", "false");
