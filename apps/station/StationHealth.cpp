@@ -83,7 +83,7 @@ void StationHealth::tell()
     if (now.empty() && m_wasTold)
         std::fprintf(stderr, "station: records are written again\n");
     m_wasTold = !now.empty();
-    const std::uint64_t lost = m_journal.lost + m_alarms.refused;
+    const std::uint64_t lost = m_journal.lost; // those of alarms among them
     if (lost > m_toldLost)
         std::fprintf(stderr, "station: %llu records were lost\n",
                      static_cast<unsigned long long>(lost - m_toldLost));
@@ -137,7 +137,7 @@ QJsonArray StationHealth::drivers() const
 
 std::uint64_t StationHealth::lostRecords() const
 {
-    return m_journal.lost + m_journal.waiting + m_alarms.refused + m_alarms.unkept;
+    return m_journal.lost + m_journal.waiting + m_alarms.unkept;
 }
 
 void StationHealth::finish()
@@ -159,8 +159,8 @@ void StationHealth::finish()
     if (lostRecords() > 0)
         std::fprintf(
             stderr,
-            "station: lost: %llu records of the journal, %llu of alarms, the states of %zu "
-            "alarms\n",
+            "station: lost: %llu records of the journal, %llu of them of alarms, the states of "
+            "%zu alarms\n",
             static_cast<unsigned long long>(m_journal.lost + m_journal.waiting),
             static_cast<unsigned long long>(m_alarms.refused), m_alarms.unkept);
     m_core = nullptr;
