@@ -255,6 +255,12 @@ void DesktopOrder::restoreFrames()
     }
     if (last)
         last->raise();
+    // The desktop brings the windows over the frames back after them, in an order of its own.
+    QTimer::singleShot(followDelay, current, [] {
+        AlarmWindow *alarms = current ? current->m_alarms.data() : nullptr;
+        if (alarms && alarms->isVisible() && !alarms->isMinimized())
+            raiseQuietly(*alarms);
+    });
 }
 
 void DesktopOrder::raiseQuietly(AlarmWindow &alarms)

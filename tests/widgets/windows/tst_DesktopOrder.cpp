@@ -29,6 +29,18 @@ QString ownerOf(const QWidget &window)
 
 } // namespace
 
+/// Counts how often a window is raised.
+class Raises : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::ZOrderChange;
+        return false;
+    }
+    int count = 0;
+};
+
 class DesktopOrderTest : public QObject
 {
     Q_OBJECT
@@ -191,6 +203,10 @@ void DesktopOrderTest::minimisedFramesComeBack()
     QVERIFY(!frame->isMinimized());
     QTRY_VERIFY(!button());
     QCOMPARE(alarms().isMinimized(), !byAlarm);
+    alarms().showNormal(); // desktops bring back what belongs to a frame, in any order
+    Raises raises;
+    alarms().installEventFilter(&raises);
+    QTRY_VERIFY(raises.count > 0);
 }
 
 void DesktopOrderTest::dialogOpensBesideTheAlarms_data()
