@@ -6,6 +6,7 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
+#include "nodes/visual/widgetRecorderDigitalDisplay.h"
 
 namespace Nodes {
 
@@ -95,10 +96,12 @@ Result recorderChannel::Start()
 
 void recorderChannel::OnPropertyChanged(const PropertyDescriptor &descriptor)
 {
-    if (descriptor.valueId != signalProperty || !m_values.IsConnected())
-        return;
-    m_extremes->Reset(); // another signal's numbers
-    follow();
+    if (descriptor.valueId == signalProperty && GetState() == NodeState::Running) {
+        m_extremes->Reset(); // another signal's numbers
+        follow();
+    }
+    if (auto *display = dynamic_cast<widgetRecorderDigitalDisplay *>(GetParent()))
+        display->ChannelChanged();
 }
 
 Result recorderChannel::ResetExtremes()

@@ -37,6 +37,12 @@ std::vector<recorderChannel *> widgetRecorderDigitalDisplay::GetChannels() const
 Result widgetRecorderDigitalDisplay::OnFirstStart()
 {
     const Result started = BasicTextWidget::OnFirstStart();
+    followChannels();
+    return started;
+}
+
+void widgetRecorderDigitalDisplay::followChannels()
+{
     m_channelValues.clear();
     for (recorderChannel *channel : GetChannels()) {
         (void)channel->Start(); // a channel without a signal shows as such
@@ -48,7 +54,13 @@ Result widgetRecorderDigitalDisplay::OnFirstStart()
         m_channelValues.back()->Connect(
             signal->GetCell(), [this](const SignalValue &) { NotifyValueChanged(SignalValue()); });
     }
-    return started;
+}
+
+void widgetRecorderDigitalDisplay::ChannelChanged()
+{
+    if (GetState() == NodeState::Running)
+        followChannels();
+    NotifyValueChanged(SignalValue());
 }
 
 Result widgetRecorderDigitalDisplay::OnLastStop()

@@ -17,12 +17,16 @@ public:
     std::vector<recorderChannel *> GetChannels() const;
     /// Whether lines show the extremes and the button that resets them.
     bool GetShowExtremes() const { return m_showsExtremes; }
+    /// To be told by a channel whose configuration changed. GUI thread.
+    void ChannelChanged();
 
 protected:
     Result OnFirstStart() override;
     Result OnLastStop() override;
 
 private:
+    void followChannels();
+
     bool m_showsExtremes = true;
     std::vector<std::unique_ptr<ValueSubscription>> m_channelValues; // only while started
 };

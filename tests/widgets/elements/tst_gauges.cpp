@@ -62,6 +62,7 @@ private slots:
     void alarmsAreMarkedAsTheyStand();
     void onlyWhomItConcernsIsTold();
     void setPointIsFollowed();
+    void aChannelFollowsItsOtherSignal();
     void stoppingOneViewLeavesTheOther_data();
     void stoppingOneViewLeavesTheOther();
     void extremesAreKept();
@@ -246,6 +247,20 @@ void TestGauges::setPointIsFollowed()
     project.set(20, "signal", "11");
     project.publish(11, 30.0);
     QCOMPARE(heard, QSet<double>{30.0});
+}
+
+void TestGauges::aChannelFollowsItsOtherSignal()
+{
+    const RuntimeProject project(screen);
+    project.publish(10, 50.0);
+    project.publish(11, 20.0);
+    project.set(32, "signal", "");
+    const ShownElement<qwidgetRecorderDigitalDisplay> board(project, 30);
+    project.set(32, "signal", "11");
+    QTRY_VERIFY(board->shownText().endsWith("20.00"));
+    project.publish(11, 60.0);
+    QTRY_VERIFY(board->shownText().endsWith("60.00"));
+    QVERIFY(board->extremesText(1).startsWith("мин 20.00  макс 60.00"));
 }
 
 void TestGauges::stoppingOneViewLeavesTheOther_data()
