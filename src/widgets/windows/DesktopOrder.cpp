@@ -257,7 +257,7 @@ void DesktopOrder::restoreFrames()
         last->raise();
     // The desktop brings the windows over the frames back after them, in an order of its own.
     QTimer::singleShot(followDelay, current, [] {
-        AlarmWindow *alarms = current ? current->m_alarms.data() : nullptr;
+        AlarmWindow *alarms = current ? qobject_cast<AlarmWindow *>(current->m_alarms) : nullptr;
         if (alarms && alarms->isVisible() && !alarms->isMinimized())
             raiseQuietly(*alarms);
     });

@@ -57,7 +57,7 @@ private:
 
     QVector<QPointer<QWidget>> m_frames; // the one that was active last comes last
     QVector<QPointer<QWindow>> m_modal;  // shown, the newest last
-    QPointer<AlarmWindow> m_alarms;
+    QPointer<QWidget> m_alarms;          // an AlarmWindow; heard of until its very end
     QPointer<QWindow> m_alarmsFrame; // as the desktop was told; for Qt a modal window may stand in
     std::unique_ptr<ReturnButton> m_return;
     bool m_isShowingAlarms = false;
