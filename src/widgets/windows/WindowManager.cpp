@@ -95,9 +95,6 @@ void WindowManager::takeAlarms(const std::vector<Nodes::BasicEvent> &alarms)
 {
     GetWindowAlarms()->ReceiveAlarms(alarms);
     AlarmWatch::tell(alarms);
-    const int own = 1;
-    if (receivers(SIGNAL(alarmFired(Nodes::BasicEvent))) <= own)
-        return;
     const QScopedValueRollback<bool> telling(m_isTellingAlarms, true);
     for (const Nodes::BasicEvent &alarm : alarms)
         emit alarmFired(alarm);
