@@ -3,15 +3,15 @@
 #include "apps/station/DataDirectory.h"
 
 #include "nodes/actions/BasicTemplateAction.h"
-#include "nodes/actions/actionChangeComposition.h"
+#include "nodes/actions/kinds/actionChangeComposition.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/templates/compositionTemplate.h"
 #include "nodes/templates/templateArgument.h"
 #include "nodes/templates/templateParameter.h"
 #include "nodes/templates/windowTemplate.h"
-#include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
-#include "nodes/visual/windowComposed.h"
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/windowComposed.h"
 
 #include <algorithm>
 

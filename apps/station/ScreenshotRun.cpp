@@ -4,12 +4,12 @@
 
 #include "nodes/actions/BasicTemplateAction.h"
 #include "nodes/system/systemCore.h"
-#include "nodes/visual/BasicComposition.h"
-#include "nodes/visual/windowComposed.h"
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/windowComposed.h"
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowManager.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>

@@ -8,9 +8,9 @@
 #include "nodes/serial/LoadReport.h"
 #include "nodes/system/systemCore.h"
 #include "widgets/dialogs/PlainMessageBox.h"
-#include "widgets/windows/LoadDialog.h"
-#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/loading/LoadDialog.h"
 
 #include <QApplication>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/alarms/AlarmHealth.h"
+#include "nodes/alarms/state/AlarmHealth.h"
 #include "nodes/storage/StoreHealth.h"
 
 #include <QJsonArray>

@@ -5,7 +5,7 @@
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/system/systemCore.h"
-#include "utils/RelayDispatcher.h"
+#include "utils/relay/RelayDispatcher.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QCoreApplication>

@@ -1,9 +1,9 @@
 #include "apps/station/WindowReport.h"
 
-#include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/windows/BasicComposition.h"
 #include "widgets/elements/IWidget.h"
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ShowsValue.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"

@@ -2,7 +2,7 @@
 #include "apps/station/StationApplication.h"
 #include "apps/station/StationOptions.h"
 
-#include "utils/MetaTypes.h"
+#include "utils/convert/MetaTypes.h"
 
 #include <QApplication>
 #include <QStyleFactory>

@@ -15,7 +15,7 @@
 #include "nodes/actions/BasicAction.h"
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"

@@ -1,10 +1,10 @@
 // 500 picture elements that share 20 files: what the cache of decoded pictures saves.
 #include "LabelWindow.h"
 
-#include "widgets/elements/ImageCachingManager.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/elements/qwidgetImage.h"
 
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/visual/BasicWidget.h"
 
 #include <benchmark/benchmark.h>

@@ -3,8 +3,8 @@
 #include "LabelWindow.h"
 
 #include "nodes/serial/ProjectReader.h"
-#include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/windows/BasicComposition.h"
 #include "widgets/windows/WindowComposite.h"
 
 #include <benchmark/benchmark.h>

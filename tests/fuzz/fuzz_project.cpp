@@ -1,7 +1,7 @@
 // Any bytes as a project file: no crash, and what was read survives saving and reading again.
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/serial/ProjectWriter.h"
 

@@ -2,7 +2,7 @@
 
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/KindTable.h"
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 
 /// A kind of a host's own, with what no built-in kind has together: acyclic links, links to one
 /// family only and a resource.

@@ -9,7 +9,7 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/ValueCell.h"
-#include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/windows/BasicWindow.h"
 
 #include <QStringList>
 #include <QStyle>

@@ -1,4 +1,4 @@
-#include "utils/ConfiguratorWindow.h"
+#include "utils/settings/ConfiguratorWindow.h"
 
 #include <QScreen>
 #include <QTemporaryDir>

@@ -1,11 +1,11 @@
 #include "support/Rows.h"
-#include "utils/ActionFactory.h"
-#include "utils/IUndo.h"
-#include "utils/MenuGroup.h"
-#include "utils/NodeLinkEvent.h"
-#include "utils/SortNodeTypes.h"
-#include "utils/TimeConversions.h"
-#include "utils/ValueConversions.h"
+#include "utils/convert/TimeConversions.h"
+#include "utils/convert/ValueConversions.h"
+#include "utils/editing/ActionFactory.h"
+#include "utils/editing/MenuGroup.h"
+#include "utils/editing/NodeLinkEvent.h"
+#include "utils/models/SortNodeTypes.h"
+#include "utils/undo/IUndo.h"
 
 #include <QAction>
 #include <QFontMetrics>

@@ -1,10 +1,10 @@
 #include "nodes/ProjectFixture.h"
 
-#include "utils/NodeRelay.h"
-#include "utils/QueueRelay.h"
-#include "utils/RelayDispatcher.h"
+#include "utils/relay/NodeRelay.h"
+#include "utils/relay/QueueRelay.h"
+#include "utils/relay/RelayDispatcher.h"
 
-#include "nodes/model/BasicProperty.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 #include "nodes/visual/BasicWidget.h"

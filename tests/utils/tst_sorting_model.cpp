@@ -1,4 +1,4 @@
-#include "utils/SortingModel.h"
+#include "utils/models/SortingModel.h"
 
 #include <QAbstractItemModelTester>
 #include <QStandardItemModel>

@@ -1,7 +1,7 @@
-#include "utils/AddNodeLinkCommand.h"
-#include "utils/ChangePropertyCommand.h"
-#include "utils/CopyNodeWidgetGroupCommand.h"
-#include "utils/NewRemoveNodeLinkCommand.h"
+#include "utils/undo/AddNodeLinkCommand.h"
+#include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/CopyNodeWidgetGroupCommand.h"
+#include "utils/undo/NewRemoveNodeLinkCommand.h"
 
 #include "nodes/ProjectFixture.h"
 #include "nodes/visual/BasicWidget.h"

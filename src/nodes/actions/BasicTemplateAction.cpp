@@ -1,7 +1,7 @@
 #include "nodes/actions/BasicTemplateAction.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/templates/TemplateBinding.h"
 
 namespace Nodes {

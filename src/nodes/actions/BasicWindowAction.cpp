@@ -1,7 +1,7 @@
 #include "nodes/actions/BasicWindowAction.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/windows/BasicWindow.h"
 
 namespace Nodes {
 

@@ -1,7 +1,7 @@
 #include "nodes/alarms/AlarmSettings.h"
 
-#include "nodes/alarms/AlarmCondition.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/engine/AlarmCondition.h"
 
 namespace Nodes {
 

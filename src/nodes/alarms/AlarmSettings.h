@@ -1,7 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Timestamp.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "nodes/alarms/BasicAlarm.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {

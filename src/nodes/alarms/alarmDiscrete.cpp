@@ -1,6 +1,6 @@
 #include "nodes/alarms/alarmDiscrete.h"
 
-#include "nodes/alarms/AlarmCondition.h"
+#include "nodes/alarms/engine/AlarmCondition.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/SignalValue.h"

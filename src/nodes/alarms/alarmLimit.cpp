@@ -1,6 +1,6 @@
 #include "nodes/alarms/alarmLimit.h"
 
-#include "nodes/alarms/AlarmCondition.h"
+#include "nodes/alarms/engine/AlarmCondition.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/values/SignalValue.h"
 

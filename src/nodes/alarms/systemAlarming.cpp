@@ -1,10 +1,10 @@
 #include "nodes/alarms/systemAlarming.h"
 
-#include "nodes/alarms/AlarmEngine.h"
 #include "nodes/alarms/BasicAlarm.h"
-#include "nodes/alarms/RecordsAlarm.h"
-#include "nodes/alarms/SqliteAlarmStates.h"
 #include "nodes/alarms/alarmColumn.h"
+#include "nodes/alarms/engine/AlarmEngine.h"
+#include "nodes/alarms/engine/RecordsAlarm.h"
+#include "nodes/alarms/state/SqliteAlarmStates.h"
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "nodes/alarms/AlarmFeed.h"
-#include "nodes/alarms/AlarmHealth.h"
-#include "nodes/alarms/AlarmOccurrence.h"
+#include "nodes/alarms/engine/AlarmFeed.h"
+#include "nodes/alarms/engine/AlarmOccurrence.h"
+#include "nodes/alarms/state/AlarmHealth.h"
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/model/ValueLink.h"
+#include "nodes/model/links/ValueLink.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/auth/PrivilegeSet.h"
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 
 #include <memory>
 #include <string>

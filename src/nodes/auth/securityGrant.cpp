@@ -2,7 +2,7 @@
 
 #include "nodes/auth/securityRole.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "nodes/drivers/SignalSink.h"
 #include "nodes/drivers/driverStatus.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 
 namespace Nodes {
 

@@ -2,9 +2,9 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/auth/AuthPriv.h"
-#include "nodes/model/NodeLink.h"
 #include "nodes/model/NodeType.h"
 #include "nodes/model/ProjectPlace.h"
+#include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Result.h"
 
 #include <boost/any.hpp>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "nodes/model/BasicNode.h"
-#include "nodes/model/BasicProperty.h"
+#include "nodes/model/properties/BasicProperty.h"
 
 namespace Nodes {
 

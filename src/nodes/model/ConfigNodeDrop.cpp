@@ -1,6 +1,6 @@
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/LinkWalk.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/links/LinkWalk.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/FreeName.h"
 #include "nodes/model/KindInfo.h"
-#include "nodes/model/LinkWalk.h"
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/links/LinkWalk.h"
 #include "nodes/signals/SignalPresence.h"
 
 #include <algorithm>

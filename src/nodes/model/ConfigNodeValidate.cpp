@@ -1,9 +1,9 @@
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/LinkCycles.h"
-#include "nodes/model/LinkWalk.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/model/ResourceLink.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/links/LinkCycles.h"
+#include "nodes/model/links/LinkWalk.h"
+#include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/validation/ValidationResults.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -2,7 +2,7 @@
 
 #include "nodes/model/BasicNode.h"
 #include "nodes/model/KindInfo.h"
-#include "nodes/model/PropertyText.h"
+#include "nodes/model/properties/PropertyText.h"
 
 #include <memory>
 #include <type_traits>

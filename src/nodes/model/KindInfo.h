@@ -2,7 +2,7 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/model/NodeType.h"
-#include "nodes/model/PropertyDescriptor.h"
+#include "nodes/model/properties/PropertyDescriptor.h"
 
 #include <memory>
 #include <unordered_map>

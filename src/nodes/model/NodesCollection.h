@@ -2,8 +2,8 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/model/BasicCollection.h"
-#include "nodes/model/NodeLink.h"
 #include "nodes/model/NodesArray.h"
+#include "nodes/model/links/NodeLink.h"
 
 #include <algorithm>
 #include <atomic>

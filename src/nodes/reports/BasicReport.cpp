@@ -1,7 +1,7 @@
 #include "nodes/reports/BasicReport.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/reports/ReportSignalInfo.h"
 #include "nodes/reports/reportVariable.h"
 

@@ -2,7 +2,7 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/auth/ActingUser.h"
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Result.h"
 
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "nodes/auth/SecurityFindings.h"
 #include "nodes/model/KindTable.h"
-#include "nodes/model/LinkCycles.h"
+#include "nodes/model/links/LinkCycles.h"
 #include "nodes/serial/PropertyHelp.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/serial/XmlText.h"

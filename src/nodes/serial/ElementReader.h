@@ -1,7 +1,7 @@
 #pragma once
 
-#include "nodes/model/LinkWalk.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/links/LinkWalk.h"
 #include "nodes/serial/ElementScan.h"
 #include "nodes/serial/LoadProgress.h"
 #include "nodes/serial/LoadReport.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/model/LinkWalk.h"
+#include "nodes/model/links/LinkWalk.h"
 #include "nodes/values/Result.h"
 
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/LinkWalk.h"
 #include "nodes/model/NodesContainer.h"
+#include "nodes/model/links/LinkWalk.h"
 #include "nodes/values/Result.h"
 
 #include <msgpack.hpp>

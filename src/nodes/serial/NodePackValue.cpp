@@ -1,7 +1,7 @@
 #include "nodes/serial/NodePackValue.h"
 
 #include "nodes/model/BasicNode.h"
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 #include "nodes/serial/Utf8.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/NumberText.h"

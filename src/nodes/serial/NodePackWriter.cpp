@@ -3,7 +3,7 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesContainer.h"
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/serial/NodePackFormat.h"
 #include "nodes/values/NColor.h"
 

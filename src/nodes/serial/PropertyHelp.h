@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/model/PropertyDescriptor.h"
+#include "nodes/model/properties/PropertyDescriptor.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "nodes/serial/UnknownNode.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 
 namespace Nodes {
 

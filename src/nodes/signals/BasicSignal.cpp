@@ -3,7 +3,7 @@
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"

@@ -5,7 +5,7 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/serial/LoadReport.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/StaleMonitor.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
-#include "nodes/model/LinkWalk.h"
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/LinkWalk.h"
+#include "nodes/model/links/NodeLink.h"
 
 #include <string>
 #include <vector>

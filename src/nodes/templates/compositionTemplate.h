@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/visual/BasicComposition.h"
+#include "nodes/visual/windows/BasicComposition.h"
 
 namespace Nodes {
 

@@ -1,7 +1,7 @@
 #include "nodes/templates/templateParameter.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 
 namespace Nodes {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/windows/BasicWindow.h"
 
 namespace Nodes {
 

@@ -1,7 +1,7 @@
 #include "nodes/timers/operationTimer.h"
 
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/timers/TimerService.h"
 #include "nodes/values/SlotList.h"
 

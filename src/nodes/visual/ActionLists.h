@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 
 namespace Nodes {
 

@@ -1,9 +1,9 @@
 #include "widgets/actions/ActionManager.h"
 
 #include "widgets/scene/ProxyWidget.h"
-#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/actions/IAction.h"
 #include "nodes/visual/BasicWidget.h"

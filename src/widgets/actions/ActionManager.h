@@ -1,9 +1,9 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/ActionTrigger.h"
+#include "widgets/actions/running/ActionTrigger.h"
 
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 
 #include <QMutex>
 #include <QObject>

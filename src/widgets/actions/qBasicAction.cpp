@@ -1,6 +1,6 @@
 #include "widgets/actions/qBasicAction.h"
 
-#include "widgets/actions/ActionTeller.h"
+#include "widgets/actions/running/ActionTeller.h"
 #include "widgets/windows/Access.h"
 
 #include "nodes/actions/BasicAction.h"

@@ -2,7 +2,7 @@
 
 #include "widgets/dialogs/PlainMessageBox.h"
 
-#include "nodes/actions/actionArchiverDBMgr.h"
+#include "nodes/actions/kinds/actionArchiverDBMgr.h"
 #include "nodes/model/NodesArray.h"
 #include "nodes/system/systemCore.h"
 

@@ -3,15 +3,15 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/windows/FrameWindow.h"
-#include "widgets/windows/Screens.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/auth/securityUser.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/system/systemCore.h"
-#include "utils/MetaTypes.h"
+#include "utils/convert/MetaTypes.h"
 
 #include <QBoxLayout>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 namespace Nodes {
 class BasicNode;

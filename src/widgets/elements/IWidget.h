@@ -2,7 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include "utils/WatchedNode.h"
+#include "utils/relay/WatchedNode.h"
 
 #include <QColor>
 

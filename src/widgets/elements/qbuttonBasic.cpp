@@ -1,13 +1,13 @@
 #include "widgets/elements/qbuttonBasic.h"
 
 #include "widgets/actions/ActionManager.h"
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ElementTooltip.h"
-#include "widgets/elements/MissingPicture.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/painting/ElementPainting.h"
+#include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/widgetButton.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetButton.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QFocusEvent>
 #include <QGraphicsProxyWidget>

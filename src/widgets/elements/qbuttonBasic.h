@@ -1,14 +1,14 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/OwedActions.h"
-#include "widgets/elements/ButtonHold.h"
-#include "widgets/elements/ElementBinding.h"
+#include "widgets/actions/running/OwedActions.h"
 #include "widgets/elements/IWidget.h"
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ElementBinding.h"
+#include "widgets/elements/binding/ShowsValue.h"
+#include "widgets/elements/input/ButtonHold.h"
 
-#include "nodes/model/NodeLink.h"
-#include "nodes/model/ResourcePtr.h"
+#include "nodes/model/links/NodeLink.h"
+#include "nodes/model/links/ResourcePtr.h"
 #include "nodes/values/Quality.h"
 #include "nodes/values/SignalValue.h"
 

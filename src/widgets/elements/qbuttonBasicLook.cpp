@@ -1,13 +1,13 @@
 // How a button takes its looks from its node.
-#include "widgets/elements/ImageCachingManager.h"
-#include "widgets/elements/MissingPicture.h"
-#include "widgets/elements/PictureDecoder.h"
-#include "widgets/elements/PictureIcon.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
+#include "widgets/elements/pictures/MissingPicture.h"
+#include "widgets/elements/pictures/PictureDecoder.h"
+#include "widgets/elements/pictures/PictureIcon.h"
 #include "widgets/elements/qbuttonBasic.h"
 
-#include "nodes/model/BasicProperty.h"
-#include "nodes/visual/widgetButton.h"
-#include "utils/ValueConversions.h"
+#include "nodes/model/properties/BasicProperty.h"
+#include "nodes/visual/elements/widgetButton.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QApplication>
 #include <QStyle>

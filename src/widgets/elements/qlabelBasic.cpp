@@ -1,10 +1,10 @@
 #include "widgets/elements/qlabelBasic.h"
 
-#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/BasicWidget.h"
-#include "utils/ValueConversions.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
 

@@ -4,7 +4,7 @@
 #include "widgets/elements/IWidget.h"
 
 #include "nodes/values/SignalValue.h"
-#include "utils/NodeRelay.h"
+#include "utils/relay/NodeRelay.h"
 
 #include <QLabel>
 

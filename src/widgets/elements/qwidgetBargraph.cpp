@@ -1,11 +1,11 @@
 #include "widgets/elements/qwidgetBargraph.h"
 
-#include "widgets/elements/BargraphPainter.h"
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/painting/BargraphPainter.h"
+#include "widgets/elements/painting/ElementPainting.h"
 
-#include "nodes/visual/widgetBargraph.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetBargraph.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QPainter>
 

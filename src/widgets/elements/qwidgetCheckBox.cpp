@@ -1,15 +1,15 @@
 #include "widgets/elements/qwidgetCheckBox.h"
 
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ElementTooltip.h"
-#include "widgets/elements/ImageCachingManager.h"
-#include "widgets/elements/MissingPicture.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/input/ValueWriter.h"
+#include "widgets/elements/painting/ElementPainting.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
+#include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/values/NumberText.h"
-#include "nodes/visual/widgetCheckBox.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetCheckBox.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,15 +1,15 @@
 #include "widgets/elements/qwidgetComboBox.h"
 
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ElementTooltip.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/input/ValueWriter.h"
+#include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/model/BasicProperty.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/values/NumberText.h"
-#include "nodes/visual/widgetComboBox.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetComboBox.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QAbstractItemView>
 #include <QCoreApplication>

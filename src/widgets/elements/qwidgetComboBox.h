@@ -1,9 +1,9 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/elements/ElementBinding.h"
 #include "widgets/elements/IWidget.h"
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ElementBinding.h"
+#include "widgets/elements/binding/ShowsValue.h"
 
 #include "nodes/values/Quality.h"
 

@@ -1,11 +1,11 @@
 // The question before a choice is written, and what ends a choice that nobody finishes.
 #include "widgets/dialogs/PlainMessageBox.h"
-#include "widgets/elements/InputNotice.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/input/InputNotice.h"
+#include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetComboBox.h"
 
 #include "nodes/auth/AccessCheck.h"
-#include "nodes/visual/widgetComboBox.h"
+#include "nodes/visual/elements/widgetComboBox.h"
 
 namespace Widgets {
 

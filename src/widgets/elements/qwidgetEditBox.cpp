@@ -8,8 +8,8 @@
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
-#include "nodes/visual/widgetEditBox.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetEditBox.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QCoreApplication>
 #include <QPushButton>

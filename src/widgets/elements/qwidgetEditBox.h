@@ -1,11 +1,11 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/elements/ElementBinding.h"
 #include "widgets/elements/IWidget.h"
-#include "widgets/elements/LabelText.h"
-#include "widgets/elements/LiveValueStrip.h"
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ElementBinding.h"
+#include "widgets/elements/binding/ShowsValue.h"
+#include "widgets/elements/input/LiveValueStrip.h"
+#include "widgets/elements/painting/LabelText.h"
 
 #include "nodes/values/Quality.h"
 

@@ -1,10 +1,10 @@
 // How the operator's edit ends, and what becomes of what was typed.
-#include "widgets/elements/InputNotice.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/input/InputNotice.h"
+#include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
 
 #include "nodes/auth/AccessCheck.h"
-#include "nodes/visual/widgetEditBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
 
 #include <QDialog>
 #include <QFocusEvent>

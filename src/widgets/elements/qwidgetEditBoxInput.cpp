@@ -2,7 +2,7 @@
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/widgetEditBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
 
 #include <QKeyEvent>
 #include <QPointer>

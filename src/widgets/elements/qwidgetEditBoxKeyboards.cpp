@@ -2,11 +2,11 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
 
-#include "nodes/visual/widgetEditBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
 
 #include <QApplication>
 

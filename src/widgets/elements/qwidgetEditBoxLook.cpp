@@ -1,10 +1,10 @@
 // How the box looks, at rest and while editing.
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/widgetEditBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
 
 #include <QKeyEvent>
 #include <QPainter>

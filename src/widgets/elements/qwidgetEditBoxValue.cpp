@@ -1,7 +1,7 @@
 // Which texts stand for a value, and for which.
 #include "widgets/elements/qwidgetEditBox.h"
 
-#include "nodes/visual/widgetEditBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
 
 #include <QRegExpValidator>
 #include <QtMath>

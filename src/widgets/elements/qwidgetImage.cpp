@@ -1,12 +1,12 @@
 #include "widgets/elements/qwidgetImage.h"
 
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ImageCachingManager.h"
-#include "widgets/elements/MissingPicture.h"
-#include "widgets/elements/PictureDecoder.h"
+#include "widgets/elements/painting/ElementPainting.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
+#include "widgets/elements/pictures/MissingPicture.h"
+#include "widgets/elements/pictures/PictureDecoder.h"
 
-#include "nodes/visual/widgetImage.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetImage.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QBuffer>
 #include <QMovie>

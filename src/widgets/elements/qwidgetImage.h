@@ -1,10 +1,10 @@
 #pragma once
 
-#include "widgets/elements/DirectPainting.h"
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ShowsValue.h"
+#include "widgets/elements/painting/DirectPainting.h"
 #include "widgets/elements/qlabelBasic.h"
 
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/values/Quality.h"
 
 #include <QImage>

@@ -1,9 +1,9 @@
 #include "widgets/elements/qwidgetLabel.h"
 
-#include "widgets/elements/ElementPainting.h"
+#include "widgets/elements/painting/ElementPainting.h"
 
-#include "nodes/visual/widgetMultiLabel.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/widgetMultiLabel.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QPaintEvent>
 #include <QPainter>

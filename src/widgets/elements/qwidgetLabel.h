@@ -1,8 +1,8 @@
 #pragma once
 
-#include "widgets/elements/DirectPainting.h"
-#include "widgets/elements/LabelText.h"
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ShowsValue.h"
+#include "widgets/elements/painting/DirectPainting.h"
+#include "widgets/elements/painting/LabelText.h"
 #include "widgets/elements/qlabelBasic.h"
 
 #include "nodes/values/Quality.h"

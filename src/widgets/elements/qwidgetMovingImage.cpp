@@ -1,6 +1,6 @@
 #include "widgets/elements/qwidgetMovingImage.h"
 
-#include "widgets/elements/ImageCachingManager.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/windows/WindowManager.h"
 
 #include <QMouseEvent>

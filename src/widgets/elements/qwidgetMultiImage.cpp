@@ -2,7 +2,7 @@
 
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/widgetMultiImage.h"
+#include "nodes/visual/elements/widgetMultiImage.h"
 
 #include <QTimer>
 

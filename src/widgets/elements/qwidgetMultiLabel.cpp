@@ -2,7 +2,7 @@
 
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/widgetMultiLabel.h"
+#include "nodes/visual/elements/widgetMultiLabel.h"
 
 #include <QTimer>
 

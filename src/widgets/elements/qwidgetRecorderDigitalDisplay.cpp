@@ -1,14 +1,14 @@
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/ElementTooltip.h"
-#include "widgets/elements/RecorderLine.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/input/ValueWriter.h"
+#include "widgets/elements/painting/ElementPainting.h"
+#include "widgets/elements/painting/RecorderLine.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/recorderChannel.h"
-#include "nodes/visual/widgetRecorderDigitalDisplay.h"
-#include "utils/ValueConversions.h"
+#include "nodes/visual/elements/recorderChannel.h"
+#include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
 #include <QPainter>

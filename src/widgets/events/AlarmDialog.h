@@ -2,8 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include "nodes/alarms/AlarmOccurrence.h"
-#include "utils/NodeRelay.h"
+#include "nodes/alarms/engine/AlarmOccurrence.h"
+#include "utils/relay/NodeRelay.h"
 
 #include <QWidget>
 

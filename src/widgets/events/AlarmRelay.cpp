@@ -1,9 +1,9 @@
 #include "widgets/events/AlarmRelay.h"
 
-#include "nodes/alarms/AlarmFeed.h"
+#include "nodes/alarms/engine/AlarmFeed.h"
 #include "nodes/alarms/systemAlarming.h"
-#include "utils/RelayDispatcher.h"
-#include "utils/RelayTarget.h"
+#include "utils/relay/RelayDispatcher.h"
+#include "utils/relay/RelayTarget.h"
 
 #include <utility>
 

@@ -2,8 +2,8 @@
 
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/alarmColumn.h"
-#include "utils/SortingModel.h"
-#include "utils/TimeConversions.h"
+#include "utils/convert/TimeConversions.h"
+#include "utils/models/SortingModel.h"
 
 namespace Widgets {
 

@@ -3,7 +3,7 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/events/AlarmTone.h"
 
-#include "utils/QueueRelay.h"
+#include "utils/relay/QueueRelay.h"
 
 #include <QHash>
 #include <QObject>

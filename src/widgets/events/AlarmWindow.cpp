@@ -2,8 +2,8 @@
 
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/ModelManager.h"
-#include "widgets/windows/DesktopOrder.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/DesktopOrder.h"
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/system/systemCore.h"

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/events/BasicEvent.h"
-#include "utils/ConfiguratorWindow.h"
+#include "utils/settings/ConfiguratorWindow.h"
 
 #include <QSet>
 #include <QTimer>

@@ -4,9 +4,9 @@
 
 #include "nodes/alarms/alarmColumn.h"
 #include "nodes/alarms/systemAlarming.h"
-#include "utils/MetaTypes.h"
-#include "utils/PlainTip.h"
-#include "utils/ValueConversions.h"
+#include "utils/convert/MetaTypes.h"
+#include "utils/convert/PlainTip.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QFontMetrics>
 #include <QSet>

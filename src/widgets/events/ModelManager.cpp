@@ -7,7 +7,7 @@
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/alarms/systemAlarming.h"
-#include "utils/SortingModel.h"
+#include "utils/models/SortingModel.h"
 
 namespace Widgets {
 

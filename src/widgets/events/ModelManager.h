@@ -2,7 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include "nodes/alarms/AlarmOccurrence.h"
+#include "nodes/alarms/engine/AlarmOccurrence.h"
 #include "nodes/events/BasicEvent.h"
 
 #include <QModelIndex>

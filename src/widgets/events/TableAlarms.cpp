@@ -5,7 +5,7 @@
 #include "widgets/events/ModelAlarms.h"
 
 #include "nodes/alarms/alarmColumn.h"
-#include "utils/SortingModel.h"
+#include "utils/models/SortingModel.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -3,7 +3,7 @@
 #include "widgets/menus/PushButtonMenuItem.h"
 #include "widgets/menus/WidgetAction.h"
 
-#include "nodes/actions/actionShowMenu.h"
+#include "nodes/actions/kinds/actionShowMenu.h"
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"

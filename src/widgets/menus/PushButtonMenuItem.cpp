@@ -1,14 +1,14 @@
 #include "widgets/menus/PushButtonMenuItem.h"
 
 #include "widgets/actions/ActionManager.h"
-#include "widgets/elements/ImageCachingManager.h"
-#include "widgets/elements/MissingPicture.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
+#include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/actionShowMenu.h"
+#include "nodes/actions/kinds/actionShowMenu.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"
-#include "utils/ValueConversions.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
 #include <QPainter>

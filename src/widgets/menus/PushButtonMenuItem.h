@@ -2,7 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include "nodes/model/ResourcePtr.h"
+#include "nodes/model/links/ResourcePtr.h"
 
 #include <QWidget>
 

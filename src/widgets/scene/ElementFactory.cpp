@@ -13,12 +13,12 @@
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
 #include "nodes/visual/BasicWidget.h"
-#include "nodes/visual/widgetBargraph.h"
-#include "nodes/visual/widgetCheckBox.h"
-#include "nodes/visual/widgetComboBox.h"
-#include "nodes/visual/widgetEditBox.h"
-#include "nodes/visual/widgetMovingImage.h"
-#include "nodes/visual/widgetRecorderDigitalDisplay.h"
+#include "nodes/visual/elements/widgetBargraph.h"
+#include "nodes/visual/elements/widgetCheckBox.h"
+#include "nodes/visual/elements/widgetComboBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
+#include "nodes/visual/elements/widgetMovingImage.h"
+#include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
 
 #include <map>
 

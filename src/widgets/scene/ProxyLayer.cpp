@@ -5,10 +5,10 @@
 #include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
 
-#include "nodes/model/BasicProperty.h"
-#include "nodes/visual/BasicLayer.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
-#include "nodes/visual/BasicWindow.h"
+#include "nodes/visual/windows/BasicLayer.h"
+#include "nodes/visual/windows/BasicWindow.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsView>

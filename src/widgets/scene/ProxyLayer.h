@@ -2,9 +2,9 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include "nodes/model/NodeLink.h"
-#include "utils/NodeRelay.h"
-#include "utils/WatchedNode.h"
+#include "nodes/model/links/NodeLink.h"
+#include "utils/relay/NodeRelay.h"
+#include "utils/relay/WatchedNode.h"
 
 #include <QGraphicsProxyWidget>
 #include <QMultiHash>

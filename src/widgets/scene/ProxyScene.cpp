@@ -4,11 +4,11 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/model/PropertyProxy.h"
-#include "nodes/visual/BasicComposition.h"
-#include "nodes/visual/BasicLayer.h"
-#include "nodes/visual/BasicWindow.h"
-#include "utils/NodeLinkEvent.h"
+#include "nodes/model/properties/PropertyProxy.h"
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/BasicLayer.h"
+#include "nodes/visual/windows/BasicWindow.h"
+#include "utils/editing/NodeLinkEvent.h"
 
 #include <QGraphicsSceneWheelEvent>
 #include <QMenu>

@@ -3,9 +3,9 @@
 #include "widgets/WidgetsExport.h"
 
 #include "nodes/model/NodeType.h"
-#include "utils/IUndo.h"
-#include "utils/NodeRelay.h"
-#include "utils/WatchedNode.h"
+#include "utils/relay/NodeRelay.h"
+#include "utils/relay/WatchedNode.h"
+#include "utils/undo/IUndo.h"
 
 #include <QGraphicsScene>
 #include <QList>

@@ -5,8 +5,8 @@
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
-#include "utils/AddNodeLinkCommand.h"
-#include "utils/SortNodeTypes.h"
+#include "utils/models/SortNodeTypes.h"
+#include "utils/undo/AddNodeLinkCommand.h"
 
 #include <QMenu>
 

@@ -6,10 +6,10 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/NodesContainer.h"
 #include "nodes/visual/BasicWidget.h"
-#include "utils/ActionFactory.h"
-#include "utils/ChangePropertyCommand.h"
-#include "utils/CopyNodeWidgetGroupCommand.h"
-#include "utils/RemoveNodeLinkGroup.h"
+#include "utils/editing/ActionFactory.h"
+#include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/CopyNodeWidgetGroupCommand.h"
+#include "utils/undo/RemoveNodeLinkGroup.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -5,8 +5,8 @@
 #include "widgets/scene/ProxyWidget.h"
 
 #include "nodes/visual/BasicWidget.h"
-#include "utils/MenuGroup.h"
-#include "utils/PlainTip.h"
+#include "utils/convert/PlainTip.h"
+#include "utils/editing/MenuGroup.h"
 
 #include <QAction>
 #include <QCursor>

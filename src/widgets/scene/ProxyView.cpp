@@ -1,14 +1,14 @@
 #include "widgets/scene/ProxyView.h"
 
-#include "widgets/actions/ActionTeller.h"
+#include "widgets/actions/running/ActionTeller.h"
 #include "widgets/scene/Border.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/visual/BasicComposition.h"
-#include "nodes/visual/BasicLayer.h"
-#include "nodes/visual/BasicWindow.h"
-#include "nodes/visual/windowComposed.h"
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/BasicLayer.h"
+#include "nodes/visual/windows/BasicWindow.h"
+#include "nodes/visual/windows/windowComposed.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -3,7 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include "nodes/model/NodeType.h"
-#include "utils/NodeRelay.h"
+#include "utils/relay/NodeRelay.h"
 
 #include <QGraphicsView>
 #include <QPointer>

@@ -1,14 +1,14 @@
 #include "widgets/scene/ProxyWidget.h"
 
 #include "widgets/actions/ActionManager.h"
-#include "widgets/elements/DirectPainting.h"
 #include "widgets/elements/IWidget.h"
+#include "widgets/elements/painting/DirectPainting.h"
 #include "widgets/scene/Border.h"
 #include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/Locker.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/model/BasicProperty.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
 
 #include <QGraphicsSceneResizeEvent>

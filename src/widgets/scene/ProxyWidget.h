@@ -3,9 +3,9 @@
 #include "widgets/WidgetsExport.h"
 
 #include "nodes/auth/AuthPriv.h"
-#include "nodes/model/NodeLink.h"
 #include "nodes/model/NodesArray.h"
-#include "utils/NodeRelay.h"
+#include "nodes/model/links/NodeLink.h"
+#include "utils/relay/NodeRelay.h"
 
 #include <QGraphicsProxyWidget>
 

@@ -3,10 +3,10 @@
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
 
-#include "nodes/model/BasicProperty.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
-#include "utils/ChangePropertyCommand.h"
+#include "utils/undo/ChangePropertyCommand.h"
 
 #include <QDataStream>
 #include <QMimeData>

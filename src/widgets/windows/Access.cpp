@@ -1,6 +1,6 @@
 #include "widgets/windows/Access.h"
 
-#include "widgets/actions/ActionTeller.h"
+#include "widgets/actions/running/ActionTeller.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/auth/AccessCheck.h"

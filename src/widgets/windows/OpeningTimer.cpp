@@ -2,9 +2,9 @@
 
 #include "widgets/windows/WindowBasic.h"
 
-#include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
-#include "nodes/visual/windowComposed.h"
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/windowComposed.h"
 
 #include <QLoggingCategory>
 #include <QPaintEvent>

@@ -2,7 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 
 #include <QObject>
 

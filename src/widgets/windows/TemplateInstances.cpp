@@ -1,12 +1,12 @@
 #include "widgets/windows/TemplateInstances.h"
 
-#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/templates/compositionTemplate.h"
 #include "nodes/templates/windowTemplate.h"
-#include "nodes/visual/windowComposed.h"
+#include "nodes/visual/windows/windowComposed.h"
 
 #include <algorithm>
 

@@ -3,11 +3,11 @@
 #include "widgets/actions/ActionManager.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/Access.h"
-#include "widgets/windows/OverlayWindows.h"
 #include "widgets/windows/WindowManager.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/OverlayWindows.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
 
-#include "utils/ValueConversions.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QCloseEvent>
 #include <QPainter>

@@ -2,11 +2,11 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/scene/ProxyView.h"
-#include "widgets/windows/FrameMapping.h"
+#include "widgets/windows/frames/FrameMapping.h"
 
-#include "nodes/visual/BasicWindow.h"
-#include "utils/NodeRelay.h"
-#include "utils/WatchedNode.h"
+#include "nodes/visual/windows/BasicWindow.h"
+#include "utils/relay/NodeRelay.h"
+#include "utils/relay/WatchedNode.h"
 
 #include <QString>
 

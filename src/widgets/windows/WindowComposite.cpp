@@ -2,8 +2,8 @@
 
 #include "widgets/scene/ProxyScene.h"
 
-#include "nodes/visual/BasicComposition.h"
-#include "nodes/visual/windowComposed.h"
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/windowComposed.h"
 
 namespace Widgets {
 

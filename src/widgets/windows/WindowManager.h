@@ -1,19 +1,19 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/ActionQueue.h"
-#include "widgets/actions/ActionTrigger.h"
-#include "widgets/actions/TimerLists.h"
-#include "widgets/windows/FrameMapping.h"
-#include "widgets/windows/NotificationGate.h"
+#include "widgets/actions/running/ActionQueue.h"
+#include "widgets/actions/running/ActionTrigger.h"
+#include "widgets/actions/running/TimerLists.h"
 #include "widgets/windows/WidgetLink.h"
+#include "widgets/windows/desktop/NotificationGate.h"
+#include "widgets/windows/frames/FrameMapping.h"
 
 #include "nodes/events/BasicEvent.h"
-#include "nodes/model/NodeLink.h"
+#include "nodes/model/links/NodeLink.h"
 #include "nodes/system/enWorkMode.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/Result.h"
-#include "utils/MetaTypes.h"
+#include "utils/convert/MetaTypes.h"
 
 #include <QList>
 #include <QObject>

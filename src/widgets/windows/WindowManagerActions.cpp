@@ -1,7 +1,7 @@
 // How actions get into the queue and out of it.
 #include "widgets/actions/ActionFactoryTable.h"
-#include "widgets/actions/ActionRunner.h"
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/actions/running/ActionRunner.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowManager.h"
 

@@ -1,7 +1,7 @@
 // The end of the station: what windows, actions and scripts still have to do.
-#include "widgets/actions/ActionRunner.h"
-#include "widgets/actions/RunningScripts.h"
+#include "widgets/actions/kinds/RunningScripts.h"
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/actions/running/ActionRunner.h"
 #include "widgets/windows/WindowManager.h"
 
 #include "nodes/system/systemCore.h"

@@ -3,19 +3,19 @@
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
-#include "widgets/windows/FrameDisplays.h"
-#include "widgets/windows/FrameWidget.h"
-#include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OpeningTimer.h"
-#include "widgets/windows/Screens.h"
 #include "widgets/windows/TemplateInstances.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowForm.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/frames/FrameDisplays.h"
+#include "widgets/windows/frames/FrameWidget.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/system/systemCore.h"
-#include "nodes/visual/BasicFrame.h"
+#include "nodes/visual/windows/BasicFrame.h"
 
 #include <QApplication>
 #include <QLoggingCategory>

@@ -1,6 +1,6 @@
 #include "widgets/windows/WindowManagerWorkerThread.h"
 
-#include "widgets/actions/ActionQueue.h"
+#include "widgets/actions/running/ActionQueue.h"
 
 #include "nodes/system/systemCore.h"
 

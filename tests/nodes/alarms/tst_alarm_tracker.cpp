@@ -1,6 +1,6 @@
 #include "nodes/ProjectFixture.h"
-#include "nodes/alarms/AlarmTracker.h"
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/engine/AlarmTracker.h"
 #include "support/Rows.h"
 
 #include <QtTest>

@@ -3,7 +3,7 @@
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/auth/PrivilegeSet.h"
 #include "nodes/auth/systemAuthentication.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/signals/BasicSignal.h"
 #include "support/Rows.h"

@@ -2,7 +2,7 @@
 #include "nodes/drivers/ModbusTestServer.h"
 #include "nodes/drivers/modbus/ModbusPoller.h"
 #include "nodes/drivers/modbus/modbusDriver.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"

@@ -1,7 +1,7 @@
 #include "nodes/ProjectFixture.h"
 
-#include "nodes/model/BasicProperty.h"
-#include "nodes/model/PropertyProxy.h"
+#include "nodes/model/properties/BasicProperty.h"
+#include "nodes/model/properties/PropertyProxy.h"
 #include "support/Rows.h"
 
 #include <QtTest>

@@ -1,7 +1,7 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/TestKind.h"
 
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "support/Rows.h"
 
 #include <QTemporaryDir>

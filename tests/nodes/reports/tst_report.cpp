@@ -1,7 +1,7 @@
 #include "nodes/reports/BasicReport.h"
 
 #include "nodes/ProjectFixture.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/reports/ReportSignalInfo.h"
 #include "nodes/signals/BasicSignal.h"
 

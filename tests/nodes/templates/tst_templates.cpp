@@ -1,6 +1,6 @@
 #include "nodes/ProjectFixture.h"
 
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/templates/TemplateBinding.h"
 #include "support/Rows.h"
 

@@ -1,6 +1,6 @@
 #include "nodes/ManualClock.h"
 #include "nodes/ProjectFixture.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/timers/TimerSchedule.h"
 #include "nodes/timers/operationTimer.h"
 #include "support/Rows.h"

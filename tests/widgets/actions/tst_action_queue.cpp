@@ -1,7 +1,7 @@
 #include "support/RuntimeProject.h"
 
-#include "widgets/actions/ActionQueue.h"
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/actions/running/ActionQueue.h"
 
 #include <QMessageBox>
 #include <QTemporaryDir>

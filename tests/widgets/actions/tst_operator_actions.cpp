@@ -1,12 +1,12 @@
 #include "support/MessageBoxes.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/actions/LaunchedProcesses.h"
-#include "widgets/actions/SoundPlayer.h"
+#include "widgets/actions/kinds/LaunchedProcesses.h"
+#include "widgets/actions/kinds/SoundPlayer.h"
 #include "widgets/actions/qBasicAction.h"
 
 #include "nodes/alarms/systemAlarming.h"
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/timers/operationTimer.h"
 
 #include <QTemporaryDir>

@@ -2,7 +2,7 @@
 #include "support/VisibleBoxes.h"
 
 #include "widgets/dialogs/AuthenticationWindow.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/input/ValueWriter.h"
 #include "widgets/menus/MirelMenu.h"
 
 #include "nodes/timers/operationTimer.h"

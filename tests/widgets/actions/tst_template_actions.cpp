@@ -1,13 +1,13 @@
 #include "support/FakeScreens.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ShowsValue.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
 
 #include "nodes/model/NodesCollection.h"
 

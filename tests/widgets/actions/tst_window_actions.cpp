@@ -3,11 +3,11 @@
 #include "support/RuntimeProject.h"
 
 #include "widgets/actions/qBasicAction.h"
-#include "widgets/windows/FrameWindow.h"
-#include "widgets/windows/Screens.h"
 #include "widgets/windows/WindowComposite.h"
+#include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
-#include "nodes/visual/BasicComposition.h"
+#include "nodes/visual/windows/BasicComposition.h"
 
 using namespace Widgets;
 

@@ -8,7 +8,7 @@
 #include "widgets/dialogs/VirtualNumpad.h"
 
 #include "nodes/auth/systemAuthentication.h"
-#include "utils/MetaTypes.h"
+#include "utils/convert/MetaTypes.h"
 
 #include <QComboBox>
 #include <QLabel>

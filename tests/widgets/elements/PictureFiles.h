@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/model/ResourceLink.h"
+#include "nodes/model/links/ResourceLink.h"
 
 #include <QFile>
 #include <QImage>

@@ -2,8 +2,8 @@
 #include "support/Rows.h"
 #include "support/ShownElement.h"
 
-#include "widgets/elements/InputNotice.h"
-#include "widgets/elements/ValueWriter.h"
+#include "widgets/elements/input/InputNotice.h"
+#include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetCheckBox.h"
 #include "widgets/elements/qwidgetComboBox.h"
 #include "widgets/scene/ProxyWidget.h"
@@ -11,7 +11,7 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/signals/memorySignal.h"
-#include "nodes/visual/widgetComboBox.h"
+#include "nodes/visual/elements/widgetComboBox.h"
 
 #include <QAbstractItemView>
 #include <QGraphicsScene>

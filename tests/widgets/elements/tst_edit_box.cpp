@@ -3,7 +3,7 @@
 #include "support/ShownElement.h"
 #include "support/WhenShown.h"
 
-#include "widgets/elements/InputNotice.h"
+#include "widgets/elements/input/InputNotice.h"
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"

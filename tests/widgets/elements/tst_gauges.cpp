@@ -2,10 +2,10 @@
 #include "support/Rows.h"
 #include "support/ShownElement.h"
 
-#include "widgets/elements/AlarmWatch.h"
-#include "widgets/elements/ElementTooltip.h"
-#include "widgets/elements/ScaleTicks.h"
-#include "widgets/elements/TabularText.h"
+#include "widgets/elements/binding/AlarmWatch.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/painting/ScaleTicks.h"
+#include "widgets/elements/painting/TabularText.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 

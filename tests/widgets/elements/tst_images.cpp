@@ -2,7 +2,7 @@
 #include "support/Rows.h"
 #include "widgets/elements/PictureFiles.h"
 
-#include "widgets/elements/ImageCachingManager.h"
+#include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/elements/qwidgetMovingImage.h"
 #include "widgets/elements/qwidgetMultiImage.h"
 

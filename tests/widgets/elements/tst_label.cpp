@@ -1,7 +1,7 @@
 #include "support/LiveElement.h"
 #include "support/Rows.h"
 
-#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/ProxyScene.h"

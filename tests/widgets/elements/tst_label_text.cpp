@@ -1,7 +1,7 @@
 #include "support/Rows.h"
 
-#include "widgets/elements/ElementPainting.h"
-#include "widgets/elements/LabelText.h"
+#include "widgets/elements/painting/ElementPainting.h"
+#include "widgets/elements/painting/LabelText.h"
 
 #include <QPainter>
 

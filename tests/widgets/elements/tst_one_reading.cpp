@@ -4,7 +4,7 @@
 #include "support/RuntimeProject.h"
 #include "widgets/elements/PictureFiles.h"
 
-#include "widgets/elements/ShowsValue.h"
+#include "widgets/elements/binding/ShowsValue.h"
 #include "widgets/elements/qbuttonBasic.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetCheckBox.h"
@@ -15,13 +15,13 @@
 #include "widgets/scene/ElementFactory.h"
 
 #include "nodes/model/KindTable.h"
-#include "nodes/visual/widgetBargraph.h"
-#include "nodes/visual/widgetButton.h"
-#include "nodes/visual/widgetCheckBox.h"
-#include "nodes/visual/widgetComboBox.h"
-#include "nodes/visual/widgetEditBox.h"
-#include "nodes/visual/widgetMultiImage.h"
-#include "nodes/visual/widgetMultiLabel.h"
+#include "nodes/visual/elements/widgetBargraph.h"
+#include "nodes/visual/elements/widgetButton.h"
+#include "nodes/visual/elements/widgetCheckBox.h"
+#include "nodes/visual/elements/widgetComboBox.h"
+#include "nodes/visual/elements/widgetEditBox.h"
+#include "nodes/visual/elements/widgetMultiImage.h"
+#include "nodes/visual/elements/widgetMultiLabel.h"
 
 using namespace Widgets;
 using Nodes::Quality;

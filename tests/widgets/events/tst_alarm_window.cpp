@@ -12,9 +12,9 @@
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/journal/EventJournal.h"
-#include "nodes/model/ResourceLink.h"
-#include "utils/SortingModel.h"
-#include "utils/TimeConversions.h"
+#include "nodes/model/links/ResourceLink.h"
+#include "utils/convert/TimeConversions.h"
+#include "utils/models/SortingModel.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemModelTester>

@@ -8,7 +8,7 @@
 #include "widgets/menus/PushButtonMenuItem.h"
 #include "widgets/menus/WidgetAction.h"
 
-#include "nodes/actions/actionShowMenu.h"
+#include "nodes/actions/kinds/actionShowMenu.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"
 

@@ -10,7 +10,7 @@
 
 #include "nodes/model/KindTable.h"
 #include "nodes/visual/BasicWidget.h"
-#include "utils/NodeLinkEvent.h"
+#include "utils/editing/NodeLinkEvent.h"
 
 #include <QMenu>
 #include <QScrollBar>

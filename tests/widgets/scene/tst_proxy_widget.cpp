@@ -10,8 +10,8 @@
 #include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
 
-#include "nodes/visual/BasicLayer.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/windows/BasicLayer.h"
 
 #include <QHelpEvent>
 #include <QKeyEvent>

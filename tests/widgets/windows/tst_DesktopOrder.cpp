@@ -5,8 +5,8 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/AlarmWindow.h"
-#include "widgets/windows/FrameWindow.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include <QPushButton>
 #include <QWindow>

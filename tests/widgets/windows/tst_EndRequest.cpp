@@ -1,7 +1,7 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/auth/systemAuthentication.h"
 

@@ -2,10 +2,10 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/windows/FrameGeometry.h"
-#include "widgets/windows/FrameWindow.h"
-#include "widgets/windows/FrameWindowGrip.h"
 #include "widgets/windows/WindowForm.h"
+#include "widgets/windows/frames/FrameGeometry.h"
+#include "widgets/windows/frames/FrameWindow.h"
+#include "widgets/windows/frames/FrameWindowGrip.h"
 
 #include <QAction>
 #include <QDialog>

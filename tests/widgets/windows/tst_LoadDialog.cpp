@@ -1,8 +1,8 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
-#include "widgets/windows/LoadDialog.h"
-#include "widgets/windows/LoadReportTable.h"
-#include "widgets/windows/NodeLoadingThread.h"
+#include "widgets/windows/loading/LoadDialog.h"
+#include "widgets/windows/loading/LoadReportTable.h"
+#include "widgets/windows/loading/NodeLoadingThread.h"
 
 #include <QLabel>
 #include <QPushButton>

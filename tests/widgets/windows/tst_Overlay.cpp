@@ -1,10 +1,10 @@
 #include "support/RuntimeProject.h"
 
-#include "widgets/windows/FrameDialog.h"
-#include "widgets/windows/FrameWidget.h"
-#include "widgets/windows/FrameWindow.h"
-#include "widgets/windows/OverlayWidget.h"
-#include "widgets/windows/OverlayWindows.h"
+#include "widgets/windows/desktop/OverlayWidget.h"
+#include "widgets/windows/desktop/OverlayWindows.h"
+#include "widgets/windows/frames/FrameDialog.h"
+#include "widgets/windows/frames/FrameWidget.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 using namespace Widgets;
 

@@ -2,7 +2,7 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/elements/ElementTooltip.h"
+#include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 #include "widgets/menus/MirelMenu.h"
 #include "widgets/scene/ProxyLayer.h"
@@ -10,7 +10,7 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowBasic.h"
 
-#include "nodes/actions/actionShowMenu.h"
+#include "nodes/actions/kinds/actionShowMenu.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/visual/BasicWidget.h"

@@ -3,12 +3,12 @@
 #include "support/RuntimeProject.h"
 
 #include "widgets/events/AlarmWindow.h"
-#include "widgets/windows/FrameGeometry.h"
-#include "widgets/windows/FrameMapping.h"
-#include "widgets/windows/FrameTabs.h"
-#include "widgets/windows/FrameWidget.h"
-#include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/frames/FrameGeometry.h"
+#include "widgets/windows/frames/FrameMapping.h"
+#include "widgets/windows/frames/FrameTabs.h"
+#include "widgets/windows/frames/FrameWidget.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include <QDialog>
 #include <QPushButton>

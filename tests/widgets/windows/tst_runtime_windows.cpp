@@ -4,14 +4,14 @@
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
-#include "widgets/windows/FrameWindow.h"
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowForm.h"
-#include "widgets/windows/WindowPlacement.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
-#include "nodes/visual/BasicComposition.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/windows/BasicComposition.h"
 
 using namespace Widgets;
 using Nodes::BasicComposition;

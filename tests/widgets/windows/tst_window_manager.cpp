@@ -1,8 +1,8 @@
 #include "support/FakeScreens.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/windows/FrameWidget.h"
-#include "widgets/windows/FrameWindow.h"
+#include "widgets/windows/frames/FrameWidget.h"
+#include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/timers/operationTimer.h"
 

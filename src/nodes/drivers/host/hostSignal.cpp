@@ -2,7 +2,7 @@
 
 #include "nodes/drivers/host/hostDriver.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 
 namespace Nodes {
 

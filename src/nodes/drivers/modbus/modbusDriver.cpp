@@ -4,7 +4,7 @@
 #include "nodes/drivers/modbus/modbusGroup.h"
 #include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/model/ValidationResults.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 

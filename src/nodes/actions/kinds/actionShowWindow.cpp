@@ -1,0 +1,19 @@
+#include "nodes/actions/kinds/actionShowWindow.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo actionShowWindow::Kind()
+{
+    return KindBuilder::For<actionShowWindow>(NodeType::enNodeSubtype(0x10003), "actionShowWindow",
+                                              "Show window", "Открытие окна")
+        .Inherit<BasicOpeningAction>();
+}
+
+void actionShowWindow::CollectDemands(AccessDemands &demands) const
+{
+    demands.push_back({PrivilegeOpen, GetWindowLink()});
+}
+
+} // namespace Nodes

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "nodes/alarms/engine/BuiltInAlarm.h"
+#include "nodes/drivers/PeriodicWorker.h"
+
+#include <functional>
+
+namespace Nodes {
+
+struct AlarmHealth;
+struct StoreHealth;
+
+/// The station's own alarm that records are at risk: the journal or the states of the alarms have
+/// not got into their files for some seconds, or entries were lost. Looks every second on a thread
+/// of its own. Start, Stop: GUI thread.
+class RecordsAlarm
+{
+public:
+    struct Sources
+    {
+        std::function<StoreHealth()> journal;
+        std::function<AlarmHealth()> alarms;
+    };
+
+    RecordsAlarm();
+
+    /// `node` stands for the alarm where a node is asked for: links, rights, acknowledgement.
+    BuiltInAlarm Describe(const NodeLink &node) const;
+    void Start(Sources sources);
+    void Stop() { m_worker.Stop(); }
+
+private:
+    std::shared_ptr<ValueCell> m_cell;
+    PeriodicWorker m_worker;
+};
+
+} // namespace Nodes

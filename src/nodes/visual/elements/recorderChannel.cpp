@@ -1,0 +1,137 @@
+#include "nodes/visual/elements/recorderChannel.h"
+
+#include "nodes/auth/AccessCheck.h"
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/values/NumberText.h"
+#include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
+
+namespace Nodes {
+
+namespace {
+
+constexpr unsigned signalProperty = 9201;
+
+} // namespace
+
+recorderChannel::recorderChannel() : m_extremes(std::make_shared<ValueExtremes>()) {}
+recorderChannel::~recorderChannel() = default;
+
+KindInfo recorderChannel::Kind()
+{
+    return KindBuilder::For<recorderChannel>(NodeType::enNodeSubtype(0x9011), "recorderChannel",
+                                             "Recorder channel", "Канал табло")
+        .Property<&recorderChannel::m_signal>(signalProperty, "signal", "Signal", "Сигнал")
+        .Refers({NodeType::TypeSignal})
+        .Property<&recorderChannel::m_text>(9202, "text", "Text", "Текст")
+        .Property<&recorderChannel::m_decimals>(9203, "decimals", "Decimals",
+                                                "Знаков после запятой")
+        .Range(-1, 9);
+}
+
+BasicSignal *recorderChannel::GetSignal() const
+{
+    return dynamic_cast<BasicSignal *>(m_signal.GetNode());
+}
+
+SignalValue recorderChannel::GetValue() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetShownValue() : SignalValue(Result(this, Result::NotFound, "signal"));
+}
+
+std::string recorderChannel::FormatNumber(double number) const
+{
+    const BasicSignal *signal = GetSignal();
+    const int decimals = m_decimals < 0 && signal ? signal->GetDecimals() : m_decimals;
+    return FormatFixed(number, decimals < 0 ? 1 : decimals);
+}
+
+std::string recorderChannel::GetUnit() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetUnit() : std::string();
+}
+
+AlarmMark recorderChannel::GetAlarmMark(const SignalValue &value) const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? AlarmMark::Of(*signal, value) : AlarmMark();
+}
+
+ValueExtremes::State recorderChannel::GetExtremes() const
+{
+    ValueExtremes::State state = m_extremes->Get();
+    const BasicSignal *signal = GetSignal();
+    if (signal && IsForbiddenToView(*signal)) {
+        state.minimum.reset();
+        state.maximum.reset();
+    }
+    return state;
+}
+
+void recorderChannel::follow()
+{
+    const BasicSignal *signal = GetSignal();
+    if (!signal) {
+        m_values.Disconnect();
+        return;
+    }
+    const auto extremes = m_extremes;
+    extremes->Take(signal->GetValue());
+    m_values.Connect(signal->GetCell(),
+                     [extremes](const SignalValue &value) { extremes->Take(value); });
+}
+
+Result recorderChannel::Start()
+{
+    if (!m_values.IsConnected()) {
+        m_extremes->Reset();
+        follow();
+    }
+    return ConfigNode::Start();
+}
+
+void recorderChannel::OnPropertyChanged(const PropertyDescriptor &descriptor)
+{
+    if (descriptor.valueId == signalProperty && GetState() == NodeState::Running) {
+        m_extremes->Reset(); // another signal's numbers
+        follow();
+    }
+    if (auto *display = dynamic_cast<widgetRecorderDigitalDisplay *>(GetParent()))
+        display->ChannelChanged();
+}
+
+Result recorderChannel::ResetExtremes()
+{
+    const Result result = CheckAccess(PrivilegeCommand, *this);
+    const ValueExtremes::State before = m_extremes->Get();
+    if (result) {
+        m_extremes->Reset();
+        if (const BasicSignal *signal = GetSignal())
+            m_extremes->Take(signal->GetValue());
+    }
+    journal(result, before);
+    return result;
+}
+
+void recorderChannel::journal(const Result &result, const ValueExtremes::State &before) const
+{
+    const systemCore *core = GetCore();
+    if (!core)
+        return;
+    BasicEvent event;
+    event.level = result ? LevelAction : LevelSecurity;
+    event.text = result ? "Сброс минимума и максимума"
+                        : "Сброс минимума и максимума отклонён: " + result.GetResultTranslated();
+    event.source = GetPath();
+    event.sourceNode = GetNodeLink();
+    event.user = UserNameFor(*this);
+    if (before.minimum)
+        event.oldValue = FormatNumber(*before.minimum) + " .. " + FormatNumber(*before.maximum);
+    (void)core->GetJournal().Append(std::move(event));
+}
+
+} // namespace Nodes

@@ -1,0 +1,149 @@
+#include "nodes/visual/elements/widgetBargraph.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/model/validation/ValidationResults.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/NumberText.h"
+#include "nodes/values/ValueCell.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Nodes {
+
+namespace {
+
+constexpr unsigned setPointProperty = 12268;
+constexpr double narrowest = 1e-12; // of the ends: below it a double cannot tell ticks apart
+
+} // namespace
+
+widgetBargraph::widgetBargraph() : BasicTextWidget(NColor(0, 0, 0, 0), 0, AlignmentHCenter) {}
+
+KindInfo widgetBargraph::Kind()
+{
+    return KindBuilder::For<widgetBargraph>(NodeType::enNodeSubtype(0x15006), "bargraph",
+                                            "Bargraph", "Столбиковый индикатор")
+        .Inherit<BasicTextWidget>()
+        .Property<&widgetBargraph::m_orientation>(12290, "orientation", "Orientation", "Ориентация")
+        .Choice(Vertical, "vertical", "Вертикально")
+        .Choice(Horizontal, "horizontal", "Горизонтально")
+        .Property<&widgetBargraph::m_minimum>(12291, "minimum", "Minimum", "Начало шкалы")
+        .Property<&widgetBargraph::m_maximum>(12292, "maximum", "Maximum", "Конец шкалы")
+        .Property<&widgetBargraph::m_showsScale>(12293, "scale", "Show scale", "Показывать шкалу")
+        .Property<&widgetBargraph::m_showsValue>(12264, "value", "Show value",
+                                                 "Показывать значение")
+        .Property<&widgetBargraph::m_barColor>(12265, "barColor", "Bar colour", "Цвет столбика")
+        .Property<&widgetBargraph::m_zoneSource>(12266, "zones", "Zones", "Зоны")
+        .Choice(ZonesOfAlarms, "alarms", "По тревогам сигнала")
+        .Choice(ZonesOwn, "own", "Свои")
+        .Choice(ZonesNone, "none", "Нет")
+        .Property<&widgetBargraph::m_setPoint>(setPointProperty, "setPoint", "Set-point", "Уставка")
+        .Refers({NodeType::TypeSignal})
+        .Property<&widgetBargraph::m_lowLow>(12270, "lowLow", "LL", "Нижний аварийный")
+        .Property<&widgetBargraph::m_low>(12271, "low", "L", "Нижний предупредительный")
+        .Property<&widgetBargraph::m_high>(12272, "high", "H", "Верхний предупредительный")
+        .Property<&widgetBargraph::m_highHigh>(12273, "highHigh", "HH", "Верхний аварийный");
+}
+
+double widgetBargraph::signalEnd(bool isLower) const
+{
+    const BasicSignal *signal = GetSignal();
+    if (!signal)
+        return 0;
+    return isLower ? signal->GetMinimum() : signal->GetMaximum();
+}
+
+LimitZones widgetBargraph::GetZones() const
+{
+    const BasicSignal *signal = GetSignal();
+    if (m_zoneSource == ZonesOwn)
+        return {m_lowLow, m_low, m_high, m_highHigh};
+    return m_zoneSource == ZonesOfAlarms && signal ? LimitZones::FromAlarms(*signal) : LimitZones();
+}
+
+AlarmMark widgetBargraph::GetAlarmMark(const SignalValue &value) const
+{
+    const BasicSignal *signal = GetSignal();
+    if (m_zoneSource == ZonesOfAlarms && signal)
+        return AlarmMark::Of(*signal, value);
+    return m_zoneSource == ZonesOwn && value.GetQuality() != Quality::Bad
+               ? AlarmMark::OfZone(GetZones().GetZone(value.ToDouble()))
+               : AlarmMark();
+}
+
+std::optional<SignalValue> widgetBargraph::GetSetPoint() const
+{
+    const auto *signal = dynamic_cast<const BasicSignal *>(m_setPoint.GetNode());
+    return signal ? std::optional(signal->GetShownValue()) : std::nullopt;
+}
+
+std::string widgetBargraph::GetUnit() const
+{
+    const BasicSignal *signal = GetSignal();
+    return signal ? signal->GetUnit() : std::string();
+}
+
+std::string widgetBargraph::GetDisplayText(const SignalValue &value) const
+{
+    const double number = value.ToDouble();
+    if (value.GetQuality() == Quality::Bad || std::isnan(number))
+        return NoValueText;
+    const BasicSignal *signal = GetSignal();
+    const std::string unit = GetUnit();
+    return FormatFixed(number, signal ? signal->GetDecimals() : 1) +
+           (unit.empty() ? "" : " " + unit);
+}
+
+void widgetBargraph::followSetPoint()
+{
+    const auto *signal = dynamic_cast<const BasicSignal *>(m_setPoint.GetNode());
+    if (!signal) {
+        m_setPointValues.Disconnect();
+        return;
+    }
+    const BasicSignal *shown = GetSignal();
+    const std::shared_ptr<ValueCell> cell = shown ? shown->GetCell() : nullptr;
+    m_setPointValues.Connect(signal->GetCell(), [this, cell](const SignalValue &) {
+        NotifyShown(cell ? cell->Value() : SignalValue());
+    });
+}
+
+Result widgetBargraph::OnFirstStart()
+{
+    const Result started = BasicTextWidget::OnFirstStart();
+    followSetPoint();
+    return started;
+}
+
+Result widgetBargraph::OnLastStop()
+{
+    m_setPointValues.Disconnect();
+    return BasicTextWidget::OnLastStop();
+}
+
+void widgetBargraph::OnPropertyChanged(const PropertyDescriptor &descriptor)
+{
+    BasicTextWidget::OnPropertyChanged(descriptor);
+    const bool isOther = descriptor.valueId == setPointProperty || descriptor.key == "signal";
+    if (isOther && GetState() == NodeState::Running)
+        followSetPoint();
+}
+
+void widgetBargraph::Validate(ValidationResults &results) const
+{
+    BasicTextWidget::Validate(results);
+    if (!(GetMinimum() < GetMaximum()))
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "minimum, maximum"),
+                    "Индикатор «" + GetPath() +
+                        "»: начало шкалы не меньше конца. Задайте шкалу индикатора или пределы "
+                        "сигнала.");
+    else if (GetMaximum() - GetMinimum() <
+             narrowest * std::max(std::abs(GetMinimum()), std::abs(GetMaximum())))
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "minimum, maximum"),
+                    "Индикатор «" + GetPath() +
+                        "»: шкала слишком узка для таких больших чисел, делений на ней не будет. "
+                        "Раздвиньте её пределы.");
+}
+
+} // namespace Nodes

@@ -1,0 +1,79 @@
+#include "nodes/visual/elements/widgetButton.h"
+
+#include "nodes/auth/AccessCheck.h"
+#include "nodes/model/KindBuilder.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/NumberText.h"
+
+namespace Nodes {
+
+widgetButton::widgetButton() : TextProperties(AlignmentHCenter) {}
+
+KindInfo widgetButton::Kind()
+{
+    const std::vector<unsigned> actions{NodeType::TypeAction, NodeType::TypeArchiverAction};
+    KindBuilder builder = KindBuilder::For<widgetButton>(NodeType::enNodeSubtype(0x15003), "button",
+                                                         "Button", "Кнопка");
+    builder.Inherit<BasicWidget>()
+        .Property<&widgetButton::m_text>(12200, "text", "Text", "Текст")
+        .Hint("multiline")
+        .Property<&widgetButton::m_onText>(12203, "onText", "Text of true", "Текст для 1")
+        .Property<&widgetButton::m_offText>(12204, "offText", "Text of false", "Текст для 0");
+    DescribeText(builder);
+    return builder
+        .Property<&widgetButton::m_angle>(12235, "angle", "Angle, degrees", "Угол поворота, °")
+        .Range(-360, 360)
+        .Hint("angle")
+        .Property<&widgetButton::m_style>(12260, "style", "Style", "Стиль")
+        .Choice(StyleApplication, "application", "Как у программы")
+        .Choice(StyleWindows, "windows", "Windows")
+        .Choice(StyleWindowsXP, "windowsXP", "Windows XP")
+        .Choice(StyleWindowsVista, "windowsVista", "Windows Vista")
+        .Choice(StyleMacintosh, "macintosh", "Macintosh")
+        .Choice(StyleFusion, "fusion", "Fusion")
+        .Choice(StyleTransparent, "transparent", "Прозрачный")
+        .Property<&widgetButton::m_backgroundColor>(12231, "background", "Background", "Цвет фона")
+        .Property<&widgetButton::m_image>(12250, "image", "Picture", "Рисунок")
+        .Property<&widgetButton::m_hotKey>(12261, "hotKey", "Hot key", "Горячая клавиша")
+        .Property<&widgetButton::m_pressActions>(12262, "pressActions", "Actions of pressing",
+                                                 "Действия нажатия кнопки")
+        .Refers(actions)
+        .Property<&widgetButton::m_releaseActions>(12263, "releaseActions", "Actions of releasing",
+                                                   "Действия отпускания кнопки")
+        .Refers(actions);
+}
+
+std::string widgetButton::valueText(const SignalValue &value) const
+{
+    if (value.GetQuality() == Quality::Bad)
+        return NoValueText;
+    const BasicSignal *signal = GetSignal();
+    std::string text = value.GetType() == enSignalValueType::Double && signal
+                           ? FormatFixed(value.ToDouble(), signal->GetDecimals())
+                           : value.ToString();
+    if (signal && !signal->GetUnit().empty())
+        text += " " + signal->GetUnit();
+    return text;
+}
+
+std::string widgetButton::GetDisplayText(const SignalValue &value) const
+{
+    if (GetSignalLink().isEmpty())
+        return m_text;
+    if (value.GetQuality() != Quality::Bad && value.GetType() == enSignalValueType::Bool) {
+        const std::string &own = value.ToBool() ? m_onText : m_offText;
+        if (!own.empty())
+            return own;
+    }
+    return m_text.empty() ? valueText(value) : m_text;
+}
+
+void widgetButton::CollectDemands(AccessDemands &demands) const
+{
+    const ActionLists gestures = GetActionLists();
+    for (const NodeLinks *actions :
+         {&m_pressActions, &m_releaseActions, &gestures.onPress, &gestures.onRelease})
+        AppendDemands(*actions, demands);
+}
+
+} // namespace Nodes

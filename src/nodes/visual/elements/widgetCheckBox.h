@@ -1,0 +1,26 @@
+#pragma once
+
+#include "nodes/model/links/ResourceLink.h"
+#include "nodes/visual/elements/BasicFramedWidget.h"
+
+namespace Nodes {
+
+/// A mark that shows and switches an on/off signal.
+class NODES_EXPORT widgetCheckBox : public BasicFramedWidget
+{
+public:
+    widgetCheckBox();
+    static KindInfo Kind();
+    void CollectDemands(AccessDemands &demands) const override;
+
+    NColor GetFrameColor() const { return GetBorderColor(); }
+    // The name is the interface's.
+    NColor GetBackgroudColor() const { return GetBackgroundColor(); }
+    /// Picture of the mark; without one a plain check mark is drawn.
+    const ResourceLink &GetImage() const { return m_image; }
+
+private:
+    ResourceLink m_image;
+};
+
+} // namespace Nodes

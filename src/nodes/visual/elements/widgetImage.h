@@ -1,0 +1,41 @@
+#pragma once
+
+#include "nodes/model/links/ResourceLink.h"
+#include "nodes/values/NColor.h"
+#include "nodes/visual/BasicWidget.h"
+
+namespace Nodes {
+
+/// A picture of the project, still or animated.
+class NODES_EXPORT widgetImage : public BasicWidget
+{
+public:
+    static KindInfo Kind();
+
+    /// File shown now; its path is empty when there is none.
+    virtual ResourceLink GetCurrentImage() const { return m_image; }
+    /// That file's bytes; empty when there are none.
+    ResourcePtr GetCurrentPicture() const { return GetCurrentImage().Load(); }
+    bool isAnimated() const { return m_isAnimated; }
+    /// Degrees, clockwise, about the centre.
+    double GetAngle() const { return m_angle; }
+    NColor GetBackgroundColor() const { return m_backgroundColor; }
+    NColor GetBorderColor() const { return m_borderColor; }
+    int GetBorderWidth() const { return m_borderWidth; }
+
+protected:
+    /// Everything but the picture itself.
+    static void DescribeLook(KindBuilder &builder);
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
+
+private:
+    ResourceLink m_image;
+    bool m_isAnimated = false;
+    double m_angle = 0;
+    NColor m_backgroundColor{0, 0, 0, 0};
+    NColor m_borderColor{120, 126, 132};
+    int m_borderWidth = 0;
+};
+
+} // namespace Nodes

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "nodes/visual/elements/BasicTextWidget.h"
+
+namespace Nodes {
+
+/// A text, fixed or of a live value.
+class NODES_EXPORT widgetLabel : public BasicTextWidget
+{
+public:
+    static KindInfo Kind();
+
+    bool GetWordWrap() const { return m_isWrapped; }
+    /// Degrees, clockwise, about the centre.
+    double GetAngle() const { return m_angle; }
+
+    /// The configured text without a signal. With one: prefix, value with the signal's (or this
+    /// label's own) decimals, and the unit where shown; dashes for a bad value.
+    using BasicWidget::GetDisplayText;
+    std::string GetDisplayText(const SignalValue &value) const override;
+
+protected:
+    static void Describe(KindBuilder &builder);
+    friend class KindBuilder;
+
+    std::string formatValue(const SignalValue &value) const;
+
+private:
+    std::string m_text;
+    int m_decimals = -1;
+    bool m_showsUnit = true;
+    std::string m_onText;
+    std::string m_offText;
+    bool m_isWrapped = false;
+    double m_angle = 0;
+};
+
+} // namespace Nodes

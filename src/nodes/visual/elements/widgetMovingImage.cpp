@@ -1,0 +1,14 @@
+#include "nodes/visual/elements/widgetMovingImage.h"
+
+#include "nodes/model/KindBuilder.h"
+
+namespace Nodes {
+
+KindInfo widgetMovingImage::Kind()
+{
+    return KindBuilder::For<widgetMovingImage>(NodeType::enNodeSubtype(0x1500A), "movingImage",
+                                               "Moving picture", "Движущийся рисунок")
+        .Inherit<widgetImage>();
+}
+
+} // namespace Nodes

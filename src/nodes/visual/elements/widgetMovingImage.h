@@ -1,0 +1,14 @@
+#pragma once
+
+#include "nodes/visual/elements/widgetImage.h"
+
+namespace Nodes {
+
+/// A picture that wanders over the element's area: shows from afar that the screen is alive.
+class NODES_EXPORT widgetMovingImage : public widgetImage
+{
+public:
+    static KindInfo Kind();
+};
+
+} // namespace Nodes

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/links/ResourceLink.h"
+#include "nodes/values/NColor.h"
+#include "nodes/values/SignalValue.h"
+
+namespace Nodes {
+
+/// One state of a multi-state element: the range of values it stands for and its looks.
+class NODES_EXPORT widgetState : public ConfigNode
+{
+public:
+    static KindInfo Kind();
+
+    /// Numbers match from minimum to maximum, both included; texts match exactly when a match
+    /// text is set. Bad values, errors and nothing received among them, match no state.
+    bool Matches(const SignalValue &value) const;
+    const std::string &GetText() const { return m_text; }
+    bool HasTextColor() const { return m_hasTextColor; }
+    bool HasBackgroundColor() const { return m_hasBackgroundColor; }
+    NColor GetTextColor() const { return m_textColor; }
+    NColor GetBackgroundColor() const { return m_backgroundColor; }
+    /// For pictures of states; its path is empty when the state has none.
+    const ResourceLink &GetImage() const { return m_image; }
+
+private:
+    double m_minimum = 0;
+    double m_maximum = 0;
+    std::string m_matchText;
+    std::string m_text;
+    bool m_hasTextColor = false;
+    NColor m_textColor{0, 0, 0};
+    bool m_hasBackgroundColor = false;
+    NColor m_backgroundColor{255, 255, 255};
+    ResourceLink m_image;
+};
+
+} // namespace Nodes

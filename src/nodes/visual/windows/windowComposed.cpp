@@ -1,0 +1,39 @@
+#include "nodes/visual/windows/windowComposed.h"
+
+#include "nodes/model/KindBuilder.h"
+#include "nodes/visual/windows/BasicComposition.h"
+
+namespace Nodes {
+
+KindInfo windowComposed::Kind()
+{
+    return KindBuilder::For<windowComposed>(NodeType::SubtypeWindowComposed, "windowComposed",
+                                            "Composed window", "Составное окно")
+        .Inherit<BasicWindow>()
+        .Property<&windowComposed::m_composition>(18020, "composition", "Composition",
+                                                  "Начальная композиция")
+        .Refers({NodeType::TypeComposition});
+}
+
+BasicComposition *windowComposed::GetComposition() const
+{
+    return dynamic_cast<BasicComposition *>(m_composition.GetNode());
+}
+
+void windowComposed::SetComposition(const BasicComposition *composition)
+{
+    m_composition = composition;
+}
+
+BasicComposition *windowComposed::GetCurrentComposition() const
+{
+    auto *current = dynamic_cast<BasicComposition *>(m_current.GetNode());
+    return current ? current : GetComposition();
+}
+
+void windowComposed::LoadComposition(BasicComposition *composition)
+{
+    m_current = composition;
+}
+
+} // namespace Nodes

@@ -1,0 +1,34 @@
+#include "widgets/actions/kinds/qactionChangeComposition.h"
+
+#include "widgets/windows/WindowComposite.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/kinds/actionChangeComposition.h"
+#include "nodes/visual/windows/BasicComposition.h"
+
+#include <QPointer>
+
+namespace Widgets {
+
+void qactionChangeComposition::Execute()
+{
+    const auto *node = nodeAs<Nodes::actionChangeComposition>();
+    const Nodes::BasicWindow *target = node ? node->GetWindow() : nullptr;
+    Nodes::BasicComposition *composition = node ? node->GetComposition() : nullptr;
+    if (!target || !composition || !g_pWindowManager)
+        return;
+    const int display = targetDisplay(node->GetDisplay());
+    QVector<QPointer<WindowComposite>> windows;
+    for (QWidget *widget : g_pWindowManager->getWindows(target->GetId(), display))
+        windows.append(qobject_cast<WindowComposite *>(widget));
+    for (const QPointer<WindowComposite> &window : qAsConst(windows)) {
+        if (!window)
+            continue;
+        const QPoint position = window->pos();
+        window->LoadComposition(composition);
+        window->move(position);
+        log("Действие \"смена композиции\"");
+    }
+}
+
+} // namespace Widgets

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "widgets/actions/kinds/qactionChangeComposition.h"
+
+namespace Widgets {
+
+/// Opens an instance of a template composition in a window of its own, or brings forward one with
+/// the same arguments.
+class qactionChangeCompositionTemplate : public qactionChangeComposition
+{
+public:
+    using qactionChangeComposition::qactionChangeComposition;
+    void Execute() override;
+};
+
+} // namespace Widgets

@@ -1,0 +1,19 @@
+#include "widgets/actions/kinds/qactionNodeCommand.h"
+
+#include "nodes/actions/kinds/actionNodeCommand.h"
+
+namespace Widgets {
+
+void qactionNodeCommand::Execute()
+{
+    const auto *node = nodeAs<Nodes::actionNodeCommand>();
+    if (!node)
+        return;
+    const auto send = [this, node] {
+        const Nodes::ActingScope acting = act();
+        return node->Send();
+    };
+    report(send());
+}
+
+} // namespace Widgets

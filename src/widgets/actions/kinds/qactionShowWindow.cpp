@@ -1,0 +1,41 @@
+#include "widgets/actions/kinds/qactionShowWindow.h"
+
+#include "widgets/actions/kinds/WindowOpening.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/actions/kinds/actionShowWindow.h"
+#include "nodes/visual/windows/BasicWindow.h"
+
+namespace Widgets {
+
+using Nodes::actionShowWindow;
+
+void qactionShowWindow::Execute()
+{
+    const auto *node = nodeAs<actionShowWindow>();
+    Nodes::BasicWindow *window = node ? node->GetWindow() : nullptr;
+    if (!window || !g_pWindowManager || !WindowOpening::isAllowed(*window, trigger()))
+        return;
+    const int display = targetDisplay(node->GetDisplay());
+    if (QWidget *found = findOpen(*node, *window, display)) {
+        WindowOpening::bringForward(*found, createdAt());
+    } else if (WindowOpening::open(*node, *window, display, createdAt())) {
+        log("Действие \"открытие окна\"");
+        g_pWindowManager->letEventsRun();
+    }
+}
+
+QWidget *qactionShowWindow::findOpen(const actionShowWindow &node, const Nodes::BasicWindow &window,
+                                     int display)
+{
+    switch (node.GetOpenMode()) {
+    case actionShowWindow::OpenReuseOnDisplay:
+        return g_pWindowManager->GetWindow(window.GetId(), display);
+    case actionShowWindow::OpenReuseAnywhere:
+        return g_pWindowManager->GetWindow(window.GetId());
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace Widgets

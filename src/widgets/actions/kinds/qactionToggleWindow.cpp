@@ -1,0 +1,65 @@
+#include "widgets/actions/kinds/qactionToggleWindow.h"
+
+#include "widgets/actions/kinds/WindowOpening.h"
+#include "widgets/windows/OpeningTimer.h"
+#include "widgets/windows/WindowBasic.h"
+#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
+
+#include "nodes/actions/kinds/actionToggleWindow.h"
+
+#include <algorithm>
+
+namespace Widgets {
+
+void qactionToggleWindow::Execute()
+{
+    const auto *node = nodeAs<Nodes::actionToggleWindow>();
+    const Nodes::BasicWindow *target = node ? node->GetWindow() : nullptr;
+    if (!target || !g_pWindowManager)
+        return;
+    const int display = targetDisplay(node->GetDisplay());
+    const QVector<QPointer<WindowBasic>> windows = find(*target, display);
+    const bool isShown = std::any_of(windows.begin(), windows.end(), [](const auto &window) {
+        return WindowPlacement::outermost(window)->isVisible();
+    });
+    // Whoever is at the station now need not be who opened it.
+    if (windows.isEmpty() || (!isShown && !WindowOpening::isAllowed(*target, trigger())))
+        return;
+    for (const QPointer<WindowBasic> &window : windows) {
+        if (window && isShown)
+            WindowPlacement::outermost(window)->hide();
+        else if (window)
+            show(*window, *node, *target);
+    }
+}
+
+// The first window of the node, or every open instance of a template.
+QVector<QPointer<WindowBasic>> qactionToggleWindow::find(const Nodes::BasicWindow &target,
+                                                         int display)
+{
+    QVector<QPointer<WindowBasic>> found;
+    const QVector<WidgetLink> links = g_pWindowManager->windowsOf(target.GetId(), display + 1);
+    for (const WidgetLink &link : links) {
+        const bool isInstance = link.id != target.GetId();
+        auto *window = qobject_cast<WindowBasic *>(link.widget);
+        if (window && (isInstance || found.isEmpty()))
+            found.append(window);
+    }
+    return found;
+}
+
+void qactionToggleWindow::show(WindowBasic &window, const Nodes::actionToggleWindow &node,
+                               const Nodes::BasicWindow &target) const
+{
+    const int display = targetDisplay(node.GetDisplay());
+    QWidget *outer = WindowPlacement::outermost(&window);
+    OpeningTimer::restart(window, createdAt());
+    const bool isFramed = outer != &window;
+    outer->setParent(g_pWindowManager->getFrame(display),
+                     isFramed ? outer->windowFlags() : Qt::Dialog | Qt::FramelessWindowHint);
+    WindowPlacement::place(window, node, target, display);
+    WindowPlacement::present(window);
+}
+
+} // namespace Widgets

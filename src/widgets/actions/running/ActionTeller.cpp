@@ -1,0 +1,97 @@
+#include "widgets/actions/running/ActionTeller.h"
+
+#include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/RefusalBox.h"
+#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/desktop/WindowPlacement.h"
+
+#include "nodes/model/ConfigNode.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+
+#include <utility>
+
+namespace Widgets {
+
+namespace {
+
+constexpr QSize touchableKey(96, 40);
+
+} // namespace
+
+ActionTeller &ActionTeller::instance()
+{
+    static QPointer<ActionTeller> shared;
+    if (!shared)
+        shared = new ActionTeller(QCoreApplication::instance());
+    return *shared;
+}
+
+// It does not take the keyboard away from what is being entered.
+RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
+    auto *box = new RefusalBox(QMessageBox::Warning, title, modal ? modal : frame);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setAttribute(Qt::WA_ShowWithoutActivating);
+    box->setAttribute(Qt::WA_QuitOnClose, false);
+    box->setWindowModality(Qt::NonModal);
+    ApplyDialogLook(*box);
+    box->button(QMessageBox::Ok)->setMinimumSize(touchableKey);
+    box->button(QMessageBox::Ok)->setIcon(QIcon());
+    return box;
+}
+
+void ActionTeller::notify(const QString &title, const QString &text, std::optional<int> display)
+{
+    QPointer<RefusalBox> &notice = m_notices[title];
+    if (notice && notice->isVisible()) {
+        notice->add(text);
+        notice->raise();
+        return;
+    }
+    const int number = display.value_or(ScreenNumber(QApplication::activeWindow()));
+    notice = makeNotice(title, number);
+    notice->add(text);
+    notice->show(); // which gives it its size
+    if (notice)
+        WindowPlacement::centre(*notice, number);
+}
+
+void ActionTeller::warn(const QString &text)
+{
+    if (m_warning) {
+        m_warning->add(text);
+        return;
+    }
+    // On the heap and guarded: it may be taken away while it waits.
+    m_warning = new RefusalBox(QMessageBox::Information, QStringLiteral("Внимание"), nullptr);
+    m_warning->add(text);
+    m_warning->resize(200, 100);
+    // The second letter is Latin; operators' scripts look for exactly this text.
+    m_warning->button(QMessageBox::Ok)->setText(QStringLiteral("ОK"));
+    m_warning->exec();
+    delete m_warning;
+}
+
+void ActionTeller::journalOnce(const Nodes::ConfigNode &node, const std::string &text)
+{
+    const QString key = QString::fromStdString(node.GetPath() + '\n' + text);
+    if (m_journalled.contains(key))
+        return;
+    m_journalled.insert(key);
+    node.StoreMessage(Nodes::LevelWarning, text, node.GetNodeLink());
+}
+
+void ActionTeller::dismiss()
+{
+    for (const QPointer<RefusalBox> &notice : std::exchange(m_notices, {}))
+        delete notice;
+    if (m_warning)
+        m_warning->reject();
+}
+
+} // namespace Widgets

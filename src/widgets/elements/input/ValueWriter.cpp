@@ -1,0 +1,70 @@
+#include "widgets/elements/input/ValueWriter.h"
+
+#include "widgets/actions/ActionManager.h"
+#include "widgets/actions/running/ActionTeller.h"
+#include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/visual/BasicWidget.h"
+
+#include <QAbstractButton>
+#include <QPointer>
+#include <QSignalBlocker>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int codeNoRights = 1320;
+constexpr int codeSilent = 403;
+
+} // namespace
+
+bool ValueWriter::write(QWidget &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
+                        const std::function<void()> &restore)
+{
+    const Nodes::Result result = node.WriteValue(value);
+    if (result) {
+        runAfterWrite(element, node);
+        return true;
+    }
+    const QPointer<QWidget> alive(&element);
+    report(result);
+    if (alive && restore) {
+        const QSignalBlocker blocker(&element);
+        restore();
+    }
+    return false;
+}
+
+std::unique_ptr<PlainMessageBox> ValueWriter::question(const QString &shownValue)
+{
+    auto box = std::make_unique<PlainMessageBox>(
+        QMessageBox::Question, QStringLiteral("Новое значение"),
+        QStringLiteral("Установить значение %1 ?").arg(shownValue),
+        QMessageBox::Ok | QMessageBox::Cancel);
+    box->button(QMessageBox::Ok)->setText(QStringLiteral("Установить"));
+    box->button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
+    box->setDefaultButton(QMessageBox::Cancel);
+    return box;
+}
+
+void ValueWriter::runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node)
+{
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+        ActionManager::getInstance().trigger(node.GetAfterWriteActions(), &element, std::nullopt);
+}
+
+void ValueWriter::report(const Nodes::Result &result)
+{
+    if (result || result.GetCode() == codeSilent)
+        return;
+    QString text = result.GetCode() == codeNoRights
+                       ? QStringLiteral("Недостаточно прав")
+                       : QString::fromStdString(result.GetResultTranslated());
+    if (result == Nodes::Result::OutOfRange) // the value and its limits, which need no language
+        text += QLatin1Char('\n') + QString::fromStdString(result.GetDetail());
+    ActionTeller::instance().warn(text);
+}
+
+} // namespace Widgets

@@ -1,0 +1,81 @@
+#include "widgets/elements/pictures/MissingPicture.h"
+
+#include "widgets/windows/WindowManager.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/links/ResourceLink.h"
+
+#include <QFileInfo>
+#include <QPainter>
+#include <QSet>
+
+namespace Widgets {
+
+namespace {
+
+std::string reason(const Nodes::ResourceLink &picture)
+{
+    const std::string path = picture.GetFullFilePath();
+    if (path.empty())
+        return "файл лежит вне каталога проекта, или туда ведёт символическая ссылка. Перенесите "
+               "его в каталог проекта.";
+    if (!QFileInfo::exists(QString::fromStdString(path)))
+        return "нет такого файла. Добавьте файл или выберите другой.";
+    return "файл повреждён, слишком велик или неизвестного формата. Замените файл.";
+}
+
+bool isFirst(const Nodes::ResourceLink &picture)
+{
+    static QSet<QString> told;
+    const QString key = QString::fromStdString(Nodes::ResourceLink::GetBaseDirectory() + '\n' +
+                                               picture.GetFilePath());
+    const bool isNew = !told.contains(key);
+    told.insert(key);
+    return isNew;
+}
+
+} // namespace
+
+void MissingPicture::report(const Nodes::ConfigNode &node, const Nodes::ResourceLink &picture)
+{
+    if (WindowManager::GetWorkMode() != Nodes::WorkModeRuntime || !isFirst(picture))
+        return;
+    // What the journal refuses it keeps and tells itself.
+    (void)node.StoreMessage(Nodes::LevelWarning,
+                            "Рисунок «" + picture.GetFilePath() +
+                                "» не показан: " + reason(picture),
+                            node.GetNodeLink());
+}
+
+void MissingPicture::draw(QPainter &painter, const QRect &rect, const Nodes::ResourceLink &picture)
+{
+    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+        drawPlaceholder(painter, rect,
+                        QFileInfo(QString::fromStdString(picture.GetFilePath())).fileName());
+}
+
+void MissingPicture::drawPlaceholder(QPainter &painter, const QRect &rect, const QString &caption)
+{
+    if (rect.isEmpty())
+        return;
+    painter.save();
+    painter.fillRect(rect, QColor(236, 238, 240));
+    const QRectF frame = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setPen(QPen(QColor(120, 126, 132), 1, Qt::DashLine));
+    painter.drawRect(frame);
+    painter.drawLine(frame.topLeft(), frame.bottomRight());
+    painter.drawLine(frame.topRight(), frame.bottomLeft());
+    QFont font = painter.font();
+    font.setPixelSize(11);
+    painter.setFont(font);
+    const QFontMetrics metrics(font);
+    const QString text = metrics.elidedText(caption, Qt::ElideMiddle, rect.width() - 4);
+    QRect plate = metrics.boundingRect(text).adjusted(-2, -1, 2, 1);
+    plate.moveCenter(rect.center());
+    painter.fillRect(plate & rect, QColor(255, 255, 255, 230));
+    painter.setPen(QColor(32, 36, 40));
+    painter.drawText(rect, Qt::AlignCenter, text);
+    painter.restore();
+}
+
+} // namespace Widgets
