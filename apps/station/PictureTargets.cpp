@@ -1,6 +1,6 @@
 #include "apps/station/PictureTargets.h"
 
-#include "apps/station/DataDirectory.h"
+#include "apps/common/desktop/DataDirectory.h"
 
 #include "nodes/actions/BasicTemplateAction.h"
 #include "nodes/actions/kinds/actionChangeComposition.h"
@@ -101,7 +101,7 @@ const Nodes::ConfigNode &PictureTarget::content() const
 
 QString PictureTarget::fileName() const
 {
-    const QString name = fileNameFrom(QString::fromStdString(content().GetName()));
+    const QString name = Host::fileNameFrom(QString::fromStdString(content().GetName()));
     const QString id = QString::number(content().GetId());
     // The same composition may be pictured in several windows.
     return composition && window ? QStringLiteral("%1-%2-%3").arg(name, id).arg(window->GetId())

@@ -1,8 +1,8 @@
 #include "apps/station/StationApplication.h"
 
+#include "apps/common/process/StopWatchdog.h"
 #include "apps/station/ScreenshotRun.h"
 #include "apps/station/StationOptions.h"
-#include "apps/station/StopWatchdog.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/LoadReport.h"
@@ -31,7 +31,7 @@ StationApplication::StationApplication(const StationOptions &options)
       m_status(options.statusFile, options.hasStatusTexts, m_clock),
       m_core(std::make_unique<Nodes::systemCore>())
 {
-    connect(&m_signals, &SignalHandlers::received, QCoreApplication::instance(),
+    connect(&m_signals, &Host::SignalHandlers::received, QCoreApplication::instance(),
             &QCoreApplication::quit);
     m_core->SetWorkMode(Nodes::WorkModeRuntime);
     for (const auto &[name, value] : m_options.defines)
@@ -117,7 +117,7 @@ bool StationApplication::openData()
     const Nodes::Result opened =
         asked.isEmpty() && m_options.takesScreenshots()
             ? m_data.openTemporary()
-            : m_data.open(asked.isEmpty() ? DataDirectory::defaultPath(name) : asked);
+            : m_data.open(asked.isEmpty() ? Host::DataDirectory::defaultPath(name) : asked);
     if (opened) {
         m_core->SetDataDirectory(m_data.path().toStdString());
         if (!m_data.isTemporary())
@@ -177,7 +177,7 @@ int StationApplication::serve()
 
 void StationApplication::shutDown()
 {
-    const StopWatchdog watchdog(longestStop, recordsLost);
+    const Host::StopWatchdog watchdog(longestStop, recordsLost);
     if (m_manager)
         m_manager->finishActions(shutdownPatience); // what the windows do on closing
     m_manager.reset();

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "apps/station/DataDirectory.h"
-#include "apps/station/SignalHandlers.h"
-#include "apps/station/StartClock.h"
+#include "apps/common/desktop/DataDirectory.h"
+#include "apps/common/desktop/SignalHandlers.h"
+#include "apps/common/desktop/StartClock.h"
 #include "apps/station/StationHealth.h"
 #include "apps/station/StationStatus.h"
 
@@ -49,11 +49,11 @@ private:
     bool isAttended() const;
 
     const StationOptions &m_options;
-    SignalHandlers m_signals;
-    StartClock m_clock;
+    Host::SignalHandlers m_signals;
+    Host::StartClock m_clock;
     std::unique_ptr<StationHealth> m_health; // told of in the last status
     StationStatus m_status;
-    DataDirectory m_data;
+    Host::DataDirectory m_data;
     std::unique_ptr<Nodes::systemCore> m_core;
     std::unique_ptr<Widgets::WindowManager> m_manager;
 };

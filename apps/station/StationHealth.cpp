@@ -1,6 +1,6 @@
 #include "apps/station/StationHealth.h"
 
-#include "apps/station/DataDirectory.h"
+#include "apps/common/desktop/DataDirectory.h"
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/drivers/BasicDriver.h"
@@ -43,7 +43,7 @@ const char *stateOf(const Nodes::BasicDriver &driver)
 
 } // namespace
 
-StationHealth::StationHealth(const Nodes::systemCore &core, const DataDirectory &directory)
+StationHealth::StationHealth(const Nodes::systemCore &core, const Host::DataDirectory &directory)
     : m_core(&core), m_directory(&directory)
 {
     connect(&m_timer, &QTimer::timeout, this, &StationHealth::tell);

@@ -12,9 +12,11 @@ namespace Nodes {
 class systemCore;
 }
 
-namespace Station {
-
+namespace Host {
 class DataDirectory;
+}
+
+namespace Station {
 
 /// What becomes of the station's records, and how its drivers are: for the status file, and once a
 /// second for stderr when it changes. Waits for nothing. GUI thread.
@@ -24,7 +26,7 @@ class StationHealth : public QObject
 
 public:
     /// Both outlive finish().
-    StationHealth(const Nodes::systemCore &core, const DataDirectory &directory);
+    StationHealth(const Nodes::systemCore &core, const Host::DataDirectory &directory);
 
     /// The fields "records" and "drivers" of docs/station-status.md.
     QJsonObject records() const;
@@ -42,7 +44,7 @@ private:
     std::string trouble() const;
 
     const Nodes::systemCore *m_core; // null once finished
-    const DataDirectory *m_directory;
+    const Host::DataDirectory *m_directory;
     Nodes::StoreHealth m_journal;
     Nodes::AlarmHealth m_alarms;
     std::string m_directoryTrouble;

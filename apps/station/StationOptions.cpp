@@ -1,17 +1,12 @@
 #include "apps/station/StationOptions.h"
 
-#include "apps/station/PasswordPrompt.h"
-
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
-#include <cstdlib>
 
 namespace Station {
 
 namespace {
-
-constexpr int usageError = 2;
 
 constexpr int largestScreen = 16384; // pixels a side
 
@@ -30,29 +25,13 @@ bool readSize(const std::string &text, int &width, int &height)
     return true;
 }
 
-std::string checkDefine(const std::string &text)
-{
-    const std::size_t equals = text.find('=');
-    if (equals == std::string::npos || equals == 0)
-        return "\"" + text + "\" is not NAME=VALUE";
-    return {};
-}
-
-bool hasDisplay()
-{
-    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
-}
-
 } // namespace
 
 std::optional<int> StationOptions::parse(int argc, char **argv)
 {
     CLI::App app("Operator station: shows and runs a project");
-    std::vector<std::string> pairs;
+    declare(app);
     bool hidesSplash = false;
-    app.add_option("project", project, "project file, or directory holding project.xml")
-        ->required()
-        ->type_name("PROJECT");
     CLI::Option *pictures =
         app.add_option("--screenshots", screenshots,
                        "open every window, save pictures to this directory and exit: 0 all are "
@@ -70,16 +49,6 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
         ->needs(pictures);
     app.add_option("--platform", platform, "Qt platform plug-in (xcb, wayland, offscreen, ...)")
         ->type_name("NAME");
-    app.add_option("--define", pairs, "value of ${NAME} in the project; may be repeated")
-        ->check(CLI::Validator(checkDefine, ""))
-        ->type_name("NAME=VALUE")
-        ->allow_extra_args(false);
-    app.add_option("--station", station,
-                   "which of the project's stations to run (default: the first)")
-        ->type_name("NAME");
-    app.add_option("--data", dataDirectory,
-                   "directory for journal and archive (default: in the user's data directory)")
-        ->type_name("DIR");
     app.add_option("--fallback", fallback,
                    "directory on another disk for records that cannot be written to that one")
         ->type_name("DIR");
@@ -90,30 +59,15 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
         ->needs(status);
     app.add_flag("--no-splash", hidesSplash, "show no progress while the project loads");
     app.add_flag("--unattended", isUnattended, "do not wait for answers at start");
-    app.add_flag_callback(
-        "--hash-password", [] { throw CLI::RuntimeError(printPasswordHash() ? 0 : usageError); },
-        "read a password from standard input, print its hash for a user of a project and exit");
     app.set_version_flag("--version", STATION_VERSION);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
-        return app.exit(error) == 0 ? 0 : usageError;
+        return app.exit(error) == 0 ? 0 : UsageError;
     }
-    for (const std::string &pair : pairs)
-        defines[pair.substr(0, pair.find('='))] = pair.substr(pair.find('=') + 1);
     showsSplash = !hidesSplash;
     isUnattended = isUnattended || takesScreenshots();
     return std::nullopt;
-}
-
-void StationOptions::applyPlatform() const
-{
-    if (!platform.empty())
-        setenv("QT_QPA_PLATFORM", platform.c_str(), 1);
-    else if (takesScreenshots() && !hasDisplay())
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    // Nothing here draws with OpenGL, but under X Qt would load it, and a compiler with it.
-    setenv("QT_XCB_GL_INTEGRATION", "none", 0);
 }
 
 } // namespace Station

@@ -1,25 +1,22 @@
 #pragma once
 
-#include <map>
+#include "apps/common/process/ProjectOptions.h"
+
 #include <optional>
 #include <string>
 
 namespace Station {
 
 /// What the command line asks for.
-struct StationOptions
+struct StationOptions : Host::ProjectOptions
 {
-    std::string project;     ///< file, or directory holding "project.xml"
     std::string screenshots; ///< directory for pictures; "" runs the station normally
     int pictureWidth = 1920; ///< of the displays that pictures are taken as if for, pixels
     int pictureHeight = 1080;
-    std::string station;       ///< name of the project's station to be; "" for the first
-    std::string dataDirectory; ///< "" for the default of the project
-    std::string fallback;      ///< directory for what cannot be written there; "" for the default
-    std::string platform;      ///< Qt platform plug-in; "" lets Qt choose
-    std::string statusFile;    ///< file to keep the station's health in; "" for none
+    std::string fallback;   ///< directory for what cannot be written there; "" for the default
+    std::string platform;   ///< Qt platform plug-in; "" lets Qt choose
+    std::string statusFile; ///< file to keep the station's health in; "" for none
     bool hasStatusTexts = false;
-    std::map<std::string, std::string> defines;
     bool showsSplash = true;
     bool isUnattended = false; ///< nobody is there to answer questions at start
 
@@ -29,8 +26,6 @@ struct StationOptions
     [[nodiscard]] std::optional<int> parse(int argc, char **argv);
 
     bool takesScreenshots() const { return !screenshots.empty(); }
-    /// Makes Qt use the platform asked for; before the application object is made.
-    void applyPlatform() const;
 };
 
 } // namespace Station

@@ -1,6 +1,6 @@
 #include "apps/station/StationStatus.h"
 
-#include "apps/station/StartClock.h"
+#include "apps/common/desktop/StartClock.h"
 #include "apps/station/StationHealth.h"
 
 #include "nodes/alarms/systemAlarming.h"
@@ -38,7 +38,7 @@ double residentMemory()
 
 } // namespace
 
-StationStatus::StationStatus(const std::string &file, bool withTexts, const StartClock &clock)
+StationStatus::StationStatus(const std::string &file, bool withTexts, const Host::StartClock &clock)
     : m_file(QByteArray::fromStdString(file)), m_withTexts(withTexts), m_clock(clock)
 {
     connect(&m_timer, &QTimer::timeout, this, &StationStatus::tick);

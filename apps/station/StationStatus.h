@@ -15,9 +15,12 @@ namespace Widgets {
 class WindowManager;
 }
 
+namespace Host {
+class StartClock;
+}
+
 namespace Station {
 
-class StartClock;
 class StationHealth;
 
 /// Health of the station for whoever supervises it: a JSON file, replaced as a whole once a second
@@ -31,7 +34,7 @@ class StationStatus : public QObject
 
 public:
     /// Writes state "starting"; without a file name nothing is ever written. `clock` outlives it.
-    StationStatus(const std::string &file, bool withTexts, const StartClock &clock);
+    StationStatus(const std::string &file, bool withTexts, const Host::StartClock &clock);
     /// Writes state "stopped".
     ~StationStatus() override;
 
@@ -50,7 +53,7 @@ private:
 
     QByteArray m_file;
     bool m_withTexts;
-    const StartClock &m_clock;
+    const Host::StartClock &m_clock;
     QPointer<Widgets::WindowManager> m_manager;
     QPointer<const StationHealth> m_health;
     QString m_project;

@@ -1,4 +1,4 @@
-#include "apps/station/StartClock.h"
+#include "apps/common/desktop/StartClock.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -9,7 +9,7 @@
 #include <ctime>
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 namespace {
 
@@ -67,4 +67,4 @@ bool StartClock::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-} // namespace Station
+} // namespace Host

@@ -5,10 +5,10 @@
 #include <memory>
 #include <mutex>
 
-namespace Station {
+namespace Host {
 
 /// Ends the process with that exit code, saying so on stderr, when the scope it stands in lasts
-/// longer: a disk or a device that hangs must not keep a station from ending.
+/// longer: a disk or a device that hangs must not keep a program from ending.
 class StopWatchdog
 {
 public:
@@ -28,4 +28,4 @@ private:
     std::shared_ptr<State> m_state; // shared with the thread that waits
 };
 
-} // namespace Station
+} // namespace Host

@@ -1,4 +1,4 @@
-#include "apps/station/SignalHandlers.h"
+#include "apps/common/desktop/SignalHandlers.h"
 
 #include <QSocketNotifier>
 #include <QtDebug>
@@ -9,7 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 namespace {
 
@@ -28,7 +28,7 @@ void install(int number)
 {
     struct sigaction action = {};
     action.sa_handler = onSignal;
-    // Back to the default after the first: a station that hangs can still be ended.
+    // Back to the default after the first: a program that hangs can still be ended.
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
     sigaction(number, &action, nullptr);
 }
@@ -38,7 +38,7 @@ void install(int number)
 SignalHandlers::SignalHandlers(QObject *parent) : QObject(parent)
 {
     if (::pipe2(m_pipe, O_CLOEXEC | O_NONBLOCK) != 0) {
-        qWarning("signals will not end the station cleanly: %s", std::strerror(errno));
+        qWarning("signals will not end the program cleanly: %s", std::strerror(errno));
         return;
     }
     writeEnd = m_pipe[1];
@@ -67,4 +67,4 @@ void SignalHandlers::read()
     emit received();
 }
 
-} // namespace Station
+} // namespace Host

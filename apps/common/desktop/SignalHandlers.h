@@ -4,7 +4,7 @@
 
 class QSocketNotifier;
 
-namespace Station {
+namespace Host {
 
 /// Turns SIGTERM and SIGINT into a Qt signal on the thread that made the object. A second one
 /// while the first is being handled ends the process at once. One a process.
@@ -29,4 +29,4 @@ private:
     bool m_wasReceived = false;
 };
 
-} // namespace Station
+} // namespace Host

@@ -1,4 +1,4 @@
-#include "apps/station/StandardStreams.h"
+#include "apps/common/process/StandardStreams.h"
 
 #include <csignal>
 
@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 void StandardStreams::outliveReaders()
 {
@@ -23,4 +23,4 @@ void StandardStreams::outliveReaders()
     ::close(own);
 }
 
-} // namespace Station
+} // namespace Host

@@ -1,23 +1,25 @@
-#include "apps/station/StopWatchdog.h"
+#include "apps/common/process/StopWatchdog.h"
+
+#include "apps/common/process/ProgramName.h"
 
 #include <cstdio>
 #include <thread>
 
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 StopWatchdog::StopWatchdog(std::chrono::seconds patience, int exitCode)
     : m_state(std::make_shared<State>())
 {
-    std::thread([state = m_state, patience, exitCode] {
+    std::thread([state = m_state, name = ProgramName(), patience, exitCode] {
         std::unique_lock lock(state->mutex);
         if (state->ended.wait_for(lock, patience, [&] { return state->hasEnded; }))
             return;
         std::fprintf(stderr,
-                     "station: something hangs and keeps it from ending; it ends now, after %lld "
+                     "%s: something hangs and keeps it from ending; it ends now, after %lld "
                      "s, and what was not written yet is lost\n",
-                     static_cast<long long>(patience.count()));
+                     name.c_str(), static_cast<long long>(patience.count()));
         ::_exit(exitCode);
     }).detach();
 }
@@ -29,4 +31,4 @@ StopWatchdog::~StopWatchdog()
     m_state->ended.notify_all();
 }
 
-} // namespace Station
+} // namespace Host

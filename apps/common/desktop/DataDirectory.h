@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/common/process/DirectoryHold.h"
+
 #include "nodes/values/Result.h"
 
 #include <QString>
@@ -10,13 +12,11 @@
 
 class QTemporaryDir;
 
-namespace Station {
+namespace Host {
 
 /// Where a station keeps journal and archive. Held by one process at a time, as long as the object
-/// lives: two stations writing the same journal would break its chain. Once a second a thread of
-/// its own looks whether the directory is still there; one that was removed or replaced is made and
-/// held again, so that the stores can go on. GUI thread; only its destructor may wait for the disk,
-/// and for a second at most.
+/// lives: two stations writing the same journal would break its chain. GUI thread; only its
+/// destructor may wait for the disk, and for a second at most.
 class DataDirectory
 {
 public:
@@ -40,17 +40,15 @@ public:
     /// full disk does not matter.
     std::vector<std::string> fallbacks(const std::string &base) const;
     /// What is wrong with the directory, in English; "" when nothing is.
-    std::string trouble() const;
+    std::string trouble() const { return m_hold.trouble(); }
 
 private:
-    struct Watch;
-
     QString m_path;
     std::unique_ptr<QTemporaryDir> m_temporary;
-    std::shared_ptr<Watch> m_watch; // shared with its thread, which a disk may hold
+    DirectoryHold m_hold; // lets go before the directory is removed
 };
 
 /// `name` with everything that is neither letter, digit, '-' nor '_' replaced by '_'.
 QString fileNameFrom(const QString &name);
 
-} // namespace Station
+} // namespace Host

@@ -1,15 +1,10 @@
-#include "apps/station/DataDirectory.h"
+#include "apps/common/process/DirectoryHold.h"
 
-#include "apps/station/ProcessLock.h"
-
-#include <QCryptographicHash>
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
-#include <QTemporaryDir>
+#include "apps/common/process/ProcessLock.h"
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <filesystem>
@@ -18,14 +13,9 @@
 
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 namespace {
-
-Nodes::Result failure(Nodes::Result::ResultType type, const QString &text)
-{
-    return {type, text.toStdString()};
-}
 
 constexpr std::chrono::seconds lookPeriod(1);
 constexpr std::int64_t patience = 3000; // ms
@@ -41,17 +31,7 @@ std::int64_t now()
 
 } // namespace
 
-QString fileNameFrom(const QString &name)
-{
-    QString result = name;
-    for (QChar &character : result) {
-        if (!character.isLetterOrNumber() && character != '-' && character != '_')
-            character = '_';
-    }
-    return result.isEmpty() ? QStringLiteral("unnamed") : result;
-}
-
-struct DataDirectory::Watch
+struct DirectoryHold::Watch
 {
     explicit Watch(std::string directory) : path(std::move(directory)) {}
 
@@ -96,9 +76,7 @@ struct DataDirectory::Watch
     bool isStopping = false;
 };
 
-DataDirectory::DataDirectory() = default;
-
-DataDirectory::~DataDirectory()
+DirectoryHold::~DirectoryHold()
 {
     if (!m_watch)
         return;
@@ -113,21 +91,9 @@ DataDirectory::~DataDirectory()
         m_watch->lock.release();
 }
 
-QString DataDirectory::defaultPath(const QString &projectName)
+Nodes::Result DirectoryHold::take(const std::string &directory)
 {
-    const QDir base(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    return base.filePath(QStringLiteral("operator-station/") + fileNameFrom(projectName));
-}
-
-Nodes::Result DataDirectory::open(const QString &path)
-{
-    m_path = QDir(path).absolutePath();
-    if (!QDir().mkpath(m_path))
-        return failure(Nodes::Result::StorageError,
-                       QStringLiteral("cannot create the data directory \"%1\"; name another one "
-                                      "with --data")
-                           .arg(m_path));
-    const auto watch = std::make_shared<Watch>(QFile::encodeName(m_path).toStdString());
+    const auto watch = std::make_shared<Watch>(directory);
     const Nodes::Result taken = watch->lock.take(watch->path);
     if (!taken)
         return taken;
@@ -136,18 +102,7 @@ Nodes::Result DataDirectory::open(const QString &path)
     return taken;
 }
 
-std::vector<std::string> DataDirectory::fallbacks(const std::string &base) const
-{
-    const QByteArray path = QFile::encodeName(m_path);
-    const QByteArray name = QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex();
-    const std::string own =
-        "/operator-station-" + std::to_string(::geteuid()) + "/" + name.left(16).toStdString();
-    if (!base.empty())
-        return {base + own};
-    return {"/var/tmp" + own, "/dev/shm" + own};
-}
-
-std::string DataDirectory::trouble() const
+std::string DirectoryHold::trouble() const
 {
     if (!m_watch)
         return {};
@@ -158,14 +113,4 @@ std::string DataDirectory::trouble() const
     return m_watch->trouble;
 }
 
-Nodes::Result DataDirectory::openTemporary()
-{
-    m_temporary = std::make_unique<QTemporaryDir>();
-    if (!m_temporary->isValid())
-        return failure(Nodes::Result::StorageError,
-                       QStringLiteral("cannot create a temporary directory: %1")
-                           .arg(m_temporary->errorString()));
-    return open(m_temporary->path());
-}
-
-} // namespace Station
+} // namespace Host

@@ -1,4 +1,6 @@
-#include "apps/station/ProcessLock.h"
+#include "apps/common/process/ProcessLock.h"
+
+#include "apps/common/process/ProgramName.h"
 
 #include <cerrno>
 #include <climits>
@@ -9,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 namespace {
 
@@ -101,7 +103,7 @@ Result ProcessLock::take(const std::string &directory)
     if (isTaken)
         return {Result::Refused, "the data directory \"" + directory + "\" is used by " +
                                      holderIn(file) +
-                                     "; close that station or name another directory with --data"};
+                                     "; end that program or name another directory with --data"};
     return {Result::StorageError, "the data directory \"" + directory +
                                       "\" cannot be locked: " + std::strerror(directoryError)};
 }
@@ -113,7 +115,7 @@ void ProcessLock::signFile() const
         return;
     char host[HOST_NAME_MAX + 1] = {};
     (void)::gethostname(host, sizeof host - 1);
-    const std::string text = std::to_string(::getpid()) + "\nstation\n" + host + "\n";
+    const std::string text = std::to_string(::getpid()) + '\n' + ProgramName() + '\n' + host + "\n";
     if (::ftruncate(m_file, 0) == 0)
         (void)!::pwrite(m_file, text.data(), text.size(), 0);
 }
@@ -126,4 +128,4 @@ bool ProcessLock::isStillThere() const
            held.st_ino == found.st_ino;
 }
 
-} // namespace Station
+} // namespace Host

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace Station {
+namespace Host {
 
 /// Holds a directory for one process. The kernel keeps the lock for as long as the process lives
 /// and drops it however that ends; what the lock file says only tells people who holds it. Where
@@ -37,4 +37,4 @@ private:
     int m_file = -1;
 };
 
-} // namespace Station
+} // namespace Host

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-namespace Station {
+namespace Host {
 
 /// Logs how long the start took, in the category "station.start": milliseconds from the start of
 /// the process to each stage and to the first frame on screen.
@@ -31,4 +31,4 @@ private:
     std::optional<qint64> m_firstFrame;
 };
 
-} // namespace Station
+} // namespace Host

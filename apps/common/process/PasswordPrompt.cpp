@@ -1,4 +1,6 @@
-#include "apps/station/PasswordPrompt.h"
+#include "apps/common/process/PasswordPrompt.h"
+
+#include "apps/common/process/ProgramName.h"
 
 #include "nodes/auth/systemAuthentication.h"
 
@@ -8,7 +10,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-namespace Station {
+namespace Host {
 
 namespace {
 
@@ -54,16 +56,17 @@ bool printPasswordHash()
 {
     const std::string password = readLine();
     if (password.empty()) {
-        std::cerr << "station: the password is empty; give one line on standard input\n";
+        std::cerr << ProgramName() << ": the password is empty; give one line on standard input\n";
         return false;
     }
     const std::string hash = Nodes::systemAuthentication::HashPassword(password);
     if (hash.empty()) {
-        std::cerr << "station: not enough memory to hash the password; free 64 MB and try again\n";
+        std::cerr << ProgramName()
+                  << ": not enough memory to hash the password; free 64 MB and try again\n";
         return false;
     }
     std::cout << hash << std::endl;
     return true;
 }
 
-} // namespace Station
+} // namespace Host
