@@ -3,8 +3,8 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/Screens.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/auth/securityUser.h"
@@ -283,7 +283,7 @@ template <class Keyboard> void AuthenticationDialog::enterOn(QString (*textOf)(K
     // Digits and letters alike: a number would lose leading zeros and whatever is beyond a double.
     keyboard->setValidator(nullptr);
     frame->setDialog(keyboard);
-    Widgets::WindowPlacement::centre(*frame, Widgets::ScreenNumber(this));
+    Widgets::DesktopPlacement::centre(*frame, Widgets::ScreenNumber(this));
     const int result = frame->exec();
     if (self && keyboard && result != 0)
         m_password->setText(textOf(*keyboard));

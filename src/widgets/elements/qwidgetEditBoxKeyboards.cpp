@@ -4,7 +4,7 @@
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 
 #include "nodes/visual/elements/widgetEditBox.h"
 
@@ -42,7 +42,7 @@ bool qwidgetEditBox::ask(QDialog &dialog, int accepted)
     m_dialog = &dialog;
     m_abandoned.clear();
     restartLimit();
-    WindowPlacement::beside(dialog, *this);
+    DesktopPlacement::beside(dialog, *this);
     const bool answer = dialog.exec() == accepted;
     if (!alive)
         return false;

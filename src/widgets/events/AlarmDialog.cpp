@@ -5,7 +5,7 @@
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"
 
@@ -28,7 +28,7 @@ constexpr int controlSpacing = 8;
 
 Nodes::systemAlarming *alarmSystem()
 {
-    return g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
+    return DesktopContext::alarming();
 }
 
 } // namespace

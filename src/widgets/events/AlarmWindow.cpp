@@ -2,7 +2,7 @@
 
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/ModelManager.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/desktop/DesktopOrder.h"
 
 #include "nodes/alarms/systemAlarming.h"
@@ -26,7 +26,7 @@ const QString commonFile = QStringLiteral("config.json");
 // With the data of this station: others on the machine have their own place.
 QString settingsFile()
 {
-    const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->getCore() : nullptr;
+    const Nodes::systemCore *core = DesktopContext::core();
     const std::string data = core ? core->GetDataDirectory() : std::string();
     return data.empty() ? commonFile : QDir(QString::fromStdString(data)).filePath(commonFile);
 }
@@ -42,6 +42,7 @@ AlarmWindow::AlarmWindow(QWidget *parent)
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setWindowModality(Qt::NonModal);
     setDimmable(false);
+    DesktopOrder::keepUsable(*this);
     setWidget(m_dialog);
     setWindowTitle(QStringLiteral("Тревоги"), true);
     setGeometry(QRect(firstPlace, QSize(width(), firstHeight)));
@@ -77,8 +78,7 @@ void AlarmWindow::bringUp()
 
 void AlarmWindow::comeUp(bool takesFocus)
 {
-    const Nodes::systemAlarming *alarming =
-        g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
+    const Nodes::systemAlarming *alarming = DesktopContext::alarming();
     if (!alarming || !alarming->isWindowEnabled())
         return;
     DesktopOrder::restoreFrames();

@@ -4,7 +4,7 @@
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/TableAlarms.h"
 #include "widgets/windows/Access.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"
 #include "utils/models/SortingModel.h"
@@ -17,7 +17,7 @@ constexpr int soundDelay = 100; // ms
 
 Nodes::systemAlarming *alarmSystem()
 {
-    return g_pWindowManager ? g_pWindowManager->getSystemAlarming() : nullptr;
+    return DesktopContext::alarming();
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "widgets/windows/Access.h"
 
 #include "widgets/actions/running/ActionTeller.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/system/systemCore.h"
@@ -18,8 +18,8 @@ constexpr int codeSilent = 403;
 bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node)
 {
     const auto *guarded = static_cast<const Nodes::ConfigNode *>(node);
-    if (!guarded && g_pWindowManager)
-        guarded = g_pWindowManager->getCore();
+    if (!guarded)
+        guarded = DesktopContext::core();
     return !guarded || Nodes::CheckAccess(privilege, *guarded);
 }
 
@@ -42,9 +42,7 @@ void ShowActionResult(const Nodes::Result &result, const std::string &what,
 
 void ShowActionError(const QString &text, const ActionTrigger &trigger)
 {
-    const bool isWaitedFor =
-        trigger.isOperators() && !(g_pWindowManager && g_pWindowManager->isEnding());
-    if (isWaitedFor)
+    if (trigger.isOperators() && !DesktopContext::isStationEnding())
         ActionTeller::instance().notify(QStringLiteral("Ошибка"), text, trigger.display);
 }
 

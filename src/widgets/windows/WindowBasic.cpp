@@ -3,9 +3,10 @@
 #include "widgets/actions/ActionManager.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/Access.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/OverlayWindows.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/frames/WindowDecoration.h"
 
 #include "utils/convert/ValueConversions.h"
 
@@ -27,7 +28,7 @@ constexpr int editorTopMargin = 20;
 
 bool isRuntime()
 {
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+    return DesktopContext::workMode() == Nodes::WorkModeRuntime;
 }
 
 QRect geometryOf(const BasicWindow &node)
@@ -113,7 +114,7 @@ void WindowBasic::setMapping(const FrameMapping &mapping)
 QSize WindowBasic::sizeHint() const
 {
     const BasicWindow *node = getNode();
-    return node && isRuntime() ? WindowPlacement::shownSize(m_mapping, geometryOf(*node))
+    return node && isRuntime() ? DesktopPlacement::shownSize(m_mapping, geometryOf(*node))
                                : ProxyView::sizeHint();
 }
 
@@ -123,7 +124,7 @@ void WindowBasic::onUpdateProperties()
         return;
     if (isRuntime())
         takeRuntimeProperties();
-    else if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+    else if (DesktopContext::workMode() == Nodes::WorkModeEditing)
         takeEditingGeometry();
 }
 
@@ -144,7 +145,25 @@ void WindowBasic::takeRuntimeProperties()
     const QRect geometry = geometryOf(*m_node);
     const QRect previous = std::exchange(m_nodeGeometry, geometry);
     if (geometry != previous)
-        WindowPlacement::follow(*this, previous, geometry);
+        follow(previous, geometry);
+}
+
+// Inside a frame a change of the node's geometry is a change of place and size; the node's place
+// itself counts from the screen.
+void WindowBasic::follow(const QRect &from, const QRect &to)
+{
+    const QSize size = DesktopPlacement::shownSize(m_mapping, to);
+    if (isWindow() || from.isNull()) {
+        setGeometry(QRect(m_mapping.toScreen(to.topLeft()), size));
+        return;
+    }
+    QWidget *outer = DesktopPlacement::outermost(this);
+    if (outer->isMaximized())
+        return;
+    outer->move(outer->pos() + m_mapping.toScreen(to.topLeft()) -
+                m_mapping.toScreen(from.topLeft()));
+    const auto *decoration = WindowDecoration::around(this);
+    outer->resize(decoration ? decoration->outerSize(size) : size);
 }
 
 void WindowBasic::takeEditingGeometry()

@@ -82,6 +82,7 @@ protected:
 private:
     void takeRuntimeProperties();
     void takeEditingGeometry();
+    void follow(const QRect &from, const QRect &to);
 
     Utils::WatchedNode<Nodes::BasicWindow> m_node;
     bool m_isTitleVisible = false;

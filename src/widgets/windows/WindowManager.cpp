@@ -48,6 +48,7 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     if (QCoreApplication::instance())
         QCoreApplication::instance()->installEventFilter(this);
     g_pWindowManager = this;
+    enter();
     m_worker = new WindowManagerWorkerThread(m_queue, core, this);
     connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
             &WindowManager::OnActionExecuted);
@@ -73,6 +74,7 @@ WindowManager::~WindowManager()
     delete m_worker; // from here on nobody else touches the queue
     m_alarmWindow.reset();
     closeEverything();
+    leave();
     if (g_pWindowManager == this)
         g_pWindowManager = nullptr;
 }

@@ -4,6 +4,7 @@
 #include "widgets/actions/running/ActionQueue.h"
 #include "widgets/actions/running/ActionTrigger.h"
 #include "widgets/actions/running/TimerLists.h"
+#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WidgetLink.h"
 #include "widgets/windows/desktop/NotificationGate.h"
 #include "widgets/windows/frames/FrameMapping.h"
@@ -48,7 +49,7 @@ class WindowManagerWorkerThread;
 /// open windows, executes operator actions on the GUI thread, paced by a worker thread. One per
 /// process; the core outlives it. GUI thread, except PushAction, PushActions and CreateQAction,
 /// which any thread may call.
-class WIDGETS_EXPORT WindowManager : public QObject
+class WIDGETS_EXPORT WindowManager : public QObject, public DesktopContext
 {
     Q_OBJECT
 
@@ -61,7 +62,7 @@ public:
     /// Builds every frame of this station, puts it on its display, and shows all in order.
     void Start();
 
-    Nodes::systemCore *getCore() const { return m_core; }
+    Nodes::systemCore *getCore() const override { return m_core; }
     /// Work mode of the core; 0 without an instance or a core.
     static Nodes::enWorkMode GetWorkMode();
     Nodes::systemAlarming *getSystemAlarming() const;
@@ -80,9 +81,9 @@ public:
     QWidget *GetWindow(unsigned long id, int screen) const;
     QVector<QWidget *> getWindows(unsigned long id, int screen) const;
     /// Of several frames that share a screen the one in front.
-    QWidget *getFrame(int screen) const;
+    QWidget *getFrame(int screen) const override;
     /// How node coordinates are mapped to that 0-based screen.
-    FrameMapping mappingOn(int screen) const;
+    FrameMapping mappingOn(int screen) const override;
     /// Open windows in creation order.
     const QVector<WidgetLink> &windows() const { return m_windows; }
 
@@ -137,7 +138,7 @@ public:
     /// with no input and no dialogs. What timers and others piled up is stale and dropped at once,
     /// and what is left after that time too; both are journalled.
     void finishActions(int patience);
-    bool isEnding() const;
+    bool isEnding() const override;
 
     /// Actions queued or running. Any thread.
     int queuedActions() const { return m_queue.size(); }

@@ -7,8 +7,8 @@
 #include "widgets/windows/TemplateInstances.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowForm.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/Screens.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
 #include "widgets/windows/frames/FrameDisplays.h"
 #include "widgets/windows/frames/FrameWidget.h"
 #include "widgets/windows/frames/FrameWindow.h"
@@ -181,7 +181,7 @@ bool WindowManager::closeWindow(unsigned long id, QWidget *widget)
     const WidgetLink link(id, widget);
     if (!m_windows.contains(link))
         return false;
-    QWidget *outer = WindowPlacement::outermost(widget);
+    QWidget *outer = DesktopPlacement::outermost(widget);
     if (outer && !outer->close())
         return false;
     m_windows.removeOne(link);
@@ -231,7 +231,7 @@ void WindowManager::closeEverything()
 {
     QVector<QPointer<QWidget>> outermost;
     for (const WidgetLink &link : qAsConst(m_windows))
-        outermost.append(WindowPlacement::outermost(link.widget));
+        outermost.append(DesktopPlacement::outermost(link.widget));
     outermost += m_frames->frames();
     for (const QPointer<QWidget> &widget : qAsConst(outermost))
         delete widget;

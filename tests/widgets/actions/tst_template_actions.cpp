@@ -7,7 +7,7 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 
 #include "nodes/model/NodesCollection.h"
 
@@ -180,7 +180,7 @@ void TestTemplateActions::instancesAreClosedAndToggledFromOutside()
     for (const bool isVisible : {false, true}) {
         plant.run(70);
         for (const int instance : {0, 1})
-            QCOMPARE(WindowPlacement::outermost(plant.window(instance))->isVisible(), isVisible);
+            QCOMPARE(DesktopPlacement::outermost(plant.window(instance))->isVisible(), isVisible);
     }
     plant.run(71);
     QTRY_COMPARE(plant.open(), QString("Comp_1:1.0"));

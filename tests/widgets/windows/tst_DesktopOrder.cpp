@@ -5,7 +5,7 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/AlarmWindow.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
 #include <QPushButton>
@@ -169,7 +169,7 @@ void DesktopOrderTest::alarmsFollowTheirDisplay()
     QVERIFY(alarms().isVisible());
     m_project->manager->getFrame(1)->hide();
     QTRY_COMPARE(ownerOf(alarms()), QStringLiteral("F1"));
-    WindowPlacement::present(*m_project->manager->getFrame(0)); // of the two there, the lower
+    DesktopPlacement::present(*m_project->manager->getFrame(0)); // of the two there, the lower
     alarms().move(100, 100);
     QTRY_COMPARE(ownerOf(alarms()), QStringLiteral("Beneath"));
 }
@@ -224,7 +224,7 @@ void DesktopOrderTest::dialogOpensBesideTheAlarms()
     QFETCH(QRect, dialog);
     const QRect there(200, 200, 1000, 300);
     const QRect screen(0, 0, 1920, 1080);
-    QTEST(QRect(WindowPlacement::clearOf(dialog, there, screen), dialog.size()), "opens");
+    QTEST(QRect(DesktopPlacement::clearOf(dialog, there, screen), dialog.size()), "opens");
 
     alarms().setGeometry(there);
     QDialog shown;

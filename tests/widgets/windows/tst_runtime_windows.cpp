@@ -7,7 +7,7 @@
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowForm.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
 #include "nodes/visual/BasicWidget.h"
@@ -214,7 +214,7 @@ private slots:
             qobject_cast<WindowBasic *>(project.manager->createWindow(project.node(window)).widget);
         if (framed)
             new FrameWindow(shown, nullptr);
-        WindowPlacement::present(*shown);
+        DesktopPlacement::present(*shown);
         if (auto *composite = qobject_cast<WindowComposite *>(shown))
             composite->LoadComposition(project.node<BasicComposition>(23));
         DialogOnPress element;

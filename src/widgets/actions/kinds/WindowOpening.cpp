@@ -4,6 +4,7 @@
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/WindowPlacement.h"
 
 #include "nodes/actions/BasicOpeningAction.h"
@@ -37,7 +38,7 @@ void WindowOpening::bringForward(QWidget &window, qBasicAction::Clock::time_poin
     auto *runtimeWindow = qobject_cast<WindowBasic *>(&window);
     if (runtimeWindow && !runtimeWindow->isVisible())
         OpeningTimer::restart(*runtimeWindow, since);
-    WindowPlacement::present(window);
+    DesktopPlacement::present(window);
 }
 
 WindowBasic *WindowOpening::open(const Nodes::BasicOpeningAction &action,
@@ -56,7 +57,7 @@ WindowBasic *WindowOpening::open(const Nodes::BasicOpeningAction &action,
     WindowPlacement::decorate(*opened);
     WindowPlacement::place(*opened, action, window, display);
     opened->setWindowTitle(QString::fromStdString(window.GetTitle()));
-    WindowPlacement::present(*opened);
+    DesktopPlacement::present(*opened);
     return opened;
 }
 

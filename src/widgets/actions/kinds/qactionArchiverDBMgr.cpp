@@ -2,7 +2,7 @@
 
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/windows/WindowManager.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 
 #include "nodes/actions/kinds/actionArchiverDBMgr.h"
 
@@ -25,7 +25,7 @@ void qactionArchiverDBMgr::Execute()
         return report(access);
     static QPointer<ArchiverDBMgrDialog> open;
     if (open)
-        return WindowPlacement::present(*open);
+        return DesktopPlacement::present(*open);
     if (g_pWindowManager && g_pWindowManager->isEnding())
         return;
     ArchiverDBMgrDialog dialog(node, QStringLiteral("ArchiverDBMgrDialog"));

@@ -3,7 +3,7 @@
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/WindowManager.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 
 #include "nodes/actions/kinds/actionAuthUser.h"
 #include "nodes/auth/systemAuthentication.h"
@@ -19,14 +19,14 @@ void askOperator(Nodes::actionAuthUser &node, int display)
 {
     static QPointer<AuthenticationWindow> asking;
     if (asking)
-        return WindowPlacement::present(*asking);
+        return DesktopPlacement::present(*asking);
     if (g_pWindowManager && g_pWindowManager->isEnding())
         return;
     QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
     const QPointer<AuthenticationWindow> window = new AuthenticationWindow(frame);
     asking = window;
     window->setNode(&node);
-    WindowPlacement::centre(*window, display);
+    DesktopPlacement::centre(*window, display);
     window->exec();
     asking = nullptr;
     if (window)

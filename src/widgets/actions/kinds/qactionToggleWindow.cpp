@@ -4,6 +4,7 @@
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/WindowPlacement.h"
 
 #include "nodes/actions/kinds/actionToggleWindow.h"
@@ -21,14 +22,14 @@ void qactionToggleWindow::Execute()
     const int display = targetDisplay(node->GetDisplay());
     const QVector<QPointer<WindowBasic>> windows = find(*target, display);
     const bool isShown = std::any_of(windows.begin(), windows.end(), [](const auto &window) {
-        return WindowPlacement::outermost(window)->isVisible();
+        return DesktopPlacement::outermost(window)->isVisible();
     });
     // Whoever is at the station now need not be who opened it.
     if (windows.isEmpty() || (!isShown && !WindowOpening::isAllowed(*target, trigger())))
         return;
     for (const QPointer<WindowBasic> &window : windows) {
         if (window && isShown)
-            WindowPlacement::outermost(window)->hide();
+            DesktopPlacement::outermost(window)->hide();
         else if (window)
             show(*window, *node, *target);
     }
@@ -53,13 +54,13 @@ void qactionToggleWindow::show(WindowBasic &window, const Nodes::actionToggleWin
                                const Nodes::BasicWindow &target) const
 {
     const int display = targetDisplay(node.GetDisplay());
-    QWidget *outer = WindowPlacement::outermost(&window);
+    QWidget *outer = DesktopPlacement::outermost(&window);
     OpeningTimer::restart(window, createdAt());
     const bool isFramed = outer != &window;
     outer->setParent(g_pWindowManager->getFrame(display),
                      isFramed ? outer->windowFlags() : Qt::Dialog | Qt::FramelessWindowHint);
     WindowPlacement::place(window, node, target, display);
-    WindowPlacement::present(window);
+    DesktopPlacement::present(window);
 }
 
 } // namespace Widgets

@@ -2,9 +2,9 @@
 
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/RefusalBox.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/Screens.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
 
 #include "nodes/model/ConfigNode.h"
 
@@ -33,7 +33,8 @@ ActionTeller &ActionTeller::instance()
 RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
 {
     QWidget *modal = QApplication::activeModalWidget();
-    QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
+    const DesktopContext *desktop = DesktopContext::current();
+    QWidget *frame = desktop ? desktop->getFrame(display) : nullptr;
     auto *box = new RefusalBox(QMessageBox::Warning, title, modal ? modal : frame);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -58,7 +59,7 @@ void ActionTeller::notify(const QString &title, const QString &text, std::option
     notice->add(text);
     notice->show(); // which gives it its size
     if (notice)
-        WindowPlacement::centre(*notice, number);
+        DesktopPlacement::centre(*notice, number);
 }
 
 void ActionTeller::warn(const QString &text)

@@ -1,9 +1,8 @@
 #include "widgets/windows/desktop/DesktopOrder.h"
 
-#include "widgets/events/AlarmWindow.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/ReturnButton.h"
 #include "widgets/windows/desktop/Screens.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
 #include "widgets/windows/frames/FrameWidget.h"
 
 #include <QApplication>
@@ -18,6 +17,7 @@ namespace Widgets {
 namespace {
 
 DesktopOrder *current = nullptr;
+QPointer<QWidget> alarmWindow; // heard of until its very end
 
 constexpr int noFocusTime = 1000; // ms, ample for a busy desktop
 constexpr int followDelay = 200;  // ms, so that a drag is over
@@ -83,8 +83,6 @@ bool DesktopOrder::eventFilter(QObject *watched, QEvent *event)
 
 void DesktopOrder::onWidgetEvent(QWidget &widget, const QEvent &event)
 {
-    if (!m_alarms)
-        m_alarms = qobject_cast<AlarmWindow *>(&widget);
     const bool isBack = event.type() == QEvent::Show || event.type() == QEvent::WindowActivate;
     const bool isFrame = FrameWidget::inside(widget);
     if (isFrame && (event.type() == QEvent::WindowStateChange || event.type() == QEvent::Hide))
@@ -94,7 +92,7 @@ void DesktopOrder::onWidgetEvent(QWidget &widget, const QEvent &event)
         m_frames.removeAll(&widget);
         m_frames.append(&widget);
     }
-    const bool hasMoved = event.type() == QEvent::Move && &widget == m_alarms;
+    const bool hasMoved = event.type() == QEvent::Move && &widget == alarmWindow;
     if (hasMoved || (isFrame && (isBack || event.type() == QEvent::Hide)))
         m_following.start();
 }
@@ -142,7 +140,7 @@ void DesktopOrder::onShow(QWindow &window)
 
 bool DesktopOrder::isAlarms(const QWindow &window) const
 {
-    return m_alarms && m_alarms->windowHandle() == &window;
+    return alarmWindow && alarmWindow->windowHandle() == &window;
 }
 
 bool DesktopOrder::isFrame(const QWindow &window) const
@@ -185,13 +183,13 @@ QWindow *DesktopOrder::frameFor(const QWindow &window) const
 void DesktopOrder::makeRoom(const QWindow &modal) const
 {
     QWidget *widget = widgetOf(modal);
-    if (!widget || !m_alarms || !m_alarms->isVisible() || widget->isMaximized() ||
+    if (!widget || !alarmWindow || !alarmWindow->isVisible() || widget->isMaximized() ||
         widget->isFullScreen())
         return;
     const QScreen *screen = modal.screen();
     const QRect place = widget->frameGeometry();
     const QPoint free =
-        WindowPlacement::clearOf(place, m_alarms->frameGeometry(), screen->availableGeometry());
+        DesktopPlacement::clearOf(place, alarmWindow->frameGeometry(), screen->availableGeometry());
     if (free != place.topLeft())
         widget->move(free);
 }
@@ -201,7 +199,7 @@ void DesktopOrder::makeRoom(const QWindow &modal) const
 void DesktopOrder::keepAlarmsUsable()
 {
     m_isShowingAlarms = false;
-    QWindow *alarms = m_alarms ? m_alarms->windowHandle() : nullptr;
+    QWindow *alarms = alarmWindow ? alarmWindow->windowHandle() : nullptr;
     if (!alarms)
         return;
     QWindow *modal = QGuiApplication::modalWindow();
@@ -215,18 +213,18 @@ void DesktopOrder::keepAlarmsUsable()
 // The desktop hears of another owner when the window is shown.
 void DesktopOrder::followFrame()
 {
-    QWindow *alarms = m_alarms ? m_alarms->windowHandle() : nullptr;
-    if (!alarms || !m_alarms->isVisible() || m_alarms->isMinimized())
+    QWindow *alarms = alarmWindow ? alarmWindow->windowHandle() : nullptr;
+    if (!alarms || !alarmWindow->isVisible() || alarmWindow->isMinimized())
         return;
     if (QGuiApplication::mouseButtons() != Qt::NoButton)
         return m_following.start();
     QWindow *frame = frameFor(*alarms);
     if (!frame || frame == m_alarmsFrame)
         return;
-    const bool wasActive = m_alarms->isActiveWindow();
-    m_alarms->hide();
-    m_alarms->setAttribute(Qt::WA_ShowWithoutActivating, !wasActive);
-    m_alarms->show();
+    const bool wasActive = alarmWindow->isActiveWindow();
+    alarmWindow->hide();
+    alarmWindow->setAttribute(Qt::WA_ShowWithoutActivating, !wasActive);
+    alarmWindow->show();
 }
 
 void DesktopOrder::leadBack()
@@ -237,8 +235,11 @@ void DesktopOrder::leadBack()
         });
     if (!isNeeded && m_return)
         m_return.release()->deleteLater(); // it may be what was pressed
-    else if (isNeeded && !m_return)
-        (m_return = std::make_unique<ReturnButton>())->show();
+    if (!isNeeded || m_return)
+        return;
+    m_return = std::make_unique<ReturnButton>();
+    connect(m_return.get(), &QPushButton::clicked, this, &DesktopOrder::restoreFrames);
+    m_return->show();
 }
 
 void DesktopOrder::restoreFrames()
@@ -257,13 +258,17 @@ void DesktopOrder::restoreFrames()
         last->raise();
     // The desktop brings the windows over the frames back after them, in an order of its own.
     QTimer::singleShot(followDelay, current, [] {
-        AlarmWindow *alarms = current ? qobject_cast<AlarmWindow *>(current->m_alarms) : nullptr;
-        if (alarms && alarms->isVisible() && !alarms->isMinimized())
-            raiseQuietly(*alarms);
+        if (current && alarmWindow && alarmWindow->isVisible() && !alarmWindow->isMinimized())
+            raiseQuietly(*alarmWindow);
     });
 }
 
-void DesktopOrder::raiseQuietly(AlarmWindow &alarms)
+void DesktopOrder::keepUsable(QWidget &alarms)
+{
+    alarmWindow = &alarms;
+}
+
+void DesktopOrder::raiseQuietly(QWidget &alarms)
 {
     if (alarms.isActiveWindow())
         return alarms.raise();

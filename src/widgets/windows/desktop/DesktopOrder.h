@@ -14,7 +14,6 @@ class QWindow;
 
 namespace Widgets {
 
-class AlarmWindow;
 class ReturnButton;
 
 /// How the windows of the application stand to each other on the desktop, whoever opens them:
@@ -33,9 +32,12 @@ public:
     explicit DesktopOrder(QObject *parent = nullptr);
     ~DesktopOrder() override;
 
+    /// Names the alarm window, whether it is shown yet or not. It may be destroyed any time; of
+    /// several the last one named counts.
+    static void keepUsable(QWidget &alarms);
     /// Raises the alarm window without giving it the focus. A modal window that would be hidden
     /// stays above, unless it covers most of the alarms itself.
-    static void raiseQuietly(AlarmWindow &alarms);
+    static void raiseQuietly(QWidget &alarms);
 
     /// Shows frames that are minimised, the one worked in last in front.
     static void restoreFrames();
@@ -57,7 +59,6 @@ private:
 
     QVector<QPointer<QWidget>> m_frames; // the one that was active last comes last
     QVector<QPointer<QWindow>> m_modal;  // shown, the newest last
-    QPointer<QWidget> m_alarms;          // an AlarmWindow; heard of until its very end
     QPointer<QWindow> m_alarmsFrame; // as the desktop was told; for Qt a modal window may stand in
     std::unique_ptr<ReturnButton> m_return;
     bool m_isShowingAlarms = false;

@@ -1,6 +1,6 @@
 #include "widgets/windows/desktop/OverlayWindows.h"
 
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/system/systemVisualization.h"
 
@@ -64,8 +64,7 @@ bool OverlayWindows::isBlocked(const QWidget &window) const
 
 QColor OverlayWindows::overlayColor() const
 {
-    const auto *visualization =
-        g_pWindowManager ? g_pWindowManager->getSystemVisualization() : nullptr;
+    const Nodes::systemVisualization *visualization = DesktopContext::visualization();
     const Nodes::NColor color =
         visualization ? visualization->GetOverlayColor() : Nodes::NColor(0, 0, 0, 128);
     return QColor(color.red, color.green, color.blue, color.alpha);

@@ -1,7 +1,5 @@
 #include "widgets/windows/desktop/ReturnButton.h"
 
-#include "widgets/windows/desktop/DesktopOrder.h"
-
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -28,7 +26,6 @@ ReturnButton::ReturnButton() : QPushButton(QStringLiteral("▲ Станция"))
     resize(touchSize);
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
     move(room.bottomRight() - rect().bottomRight() - QPoint(margin, margin));
-    connect(this, &QPushButton::clicked, this, &DesktopOrder::restoreFrames);
 }
 
 } // namespace Widgets

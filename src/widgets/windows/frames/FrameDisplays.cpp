@@ -1,7 +1,7 @@
 #include "widgets/windows/frames/FrameDisplays.h"
 
+#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/Screens.h"
-#include "widgets/windows/desktop/WindowPlacement.h"
 #include "widgets/windows/frames/FrameTabs.h"
 #include "widgets/windows/frames/FrameWidget.h"
 #include "widgets/windows/frames/FrameWindow.h"
@@ -79,7 +79,7 @@ void FrameDisplays::show()
         m_recent.prepend(frame);
         // Desktops that are asked to activate several windows at once may end with any of them.
         if (frame == order.last()) {
-            WindowPlacement::present(*frame);
+            DesktopPlacement::present(*frame);
             continue;
         }
         frame->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -170,7 +170,7 @@ void FrameDisplays::bringBackOthers()
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
         if (standsByItself(*window))
-            WindowPlacement::bringBack(*window, m_gone);
+            DesktopPlacement::bringBack(*window, m_gone);
     }
 }
 

@@ -1,7 +1,5 @@
 #include "widgets/windows/frames/FrameGeometry.h"
 
-#include "widgets/windows/frames/FrameWindowGrip.h"
-
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -61,14 +59,11 @@ QPoint nearest(const QRect &frame, const QVector<QRect> &screens, PlaceOn placeO
 QRect FrameGeometry::resized(const QRect &start, int edges, const QPoint &delta,
                              const QSize &minimum, const QSize &maximum)
 {
-    using Frame = FrameWindow::Frame;
     const QSize largest = maximum.expandedTo(minimum);
-    const Span x =
-        resizedSpan({start.x(), start.x() + start.width()}, edges & Frame::LeftEdge,
-                    edges & Frame::RightEdge, delta.x(), minimum.width(), largest.width());
-    const Span y =
-        resizedSpan({start.y(), start.y() + start.height()}, edges & Frame::TopEdge,
-                    edges & Frame::BottomEdge, delta.y(), minimum.height(), largest.height());
+    const Span x = resizedSpan({start.x(), start.x() + start.width()}, edges & LeftEdge,
+                               edges & RightEdge, delta.x(), minimum.width(), largest.width());
+    const Span y = resizedSpan({start.y(), start.y() + start.height()}, edges & TopEdge,
+                               edges & BottomEdge, delta.y(), minimum.height(), largest.height());
     return {x.start, y.start, x.end - x.start, y.end - y.start};
 }
 

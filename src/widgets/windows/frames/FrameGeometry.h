@@ -10,10 +10,19 @@ namespace Widgets {
 /// Arithmetic of frame windows, apart from widgets and screens.
 struct WIDGETS_EXPORT FrameGeometry
 {
+    /// Edges of a window, as flags.
+    enum Edge {
+        NoEdge = 0,
+        LeftEdge = 0x1,
+        RightEdge = 0x10,
+        TopEdge = 0x100,
+        BottomEdge = 0x1000
+    };
+
     /// Pixels at the top of any window by which it is caught and moved.
     static constexpr int TitleStrip = 25;
 
-    /// `start` after its edges (flags of FrameWindow::Frame) were dragged by `delta`. The opposite
+    /// `start` after its edges were dragged by `delta`. The opposite
     /// edges stay where they are, also when a size limit stops the drag.
     static QRect resized(const QRect &start, int edges, const QPoint &delta, const QSize &minimum,
                          const QSize &maximum);

@@ -1,6 +1,6 @@
 #include "widgets/windows/frames/FrameTabs.h"
 
-#include "widgets/windows/desktop/WindowPlacement.h"
+#include "widgets/windows/desktop/DesktopPlacement.h"
 
 #include <QEvent>
 #include <QFont>
@@ -79,7 +79,7 @@ void FrameTabs::addButton(QWidget &frame)
     connect(button, &QPushButton::clicked, this, [this, target] {
         setOpen(false);
         if (target)
-            WindowPlacement::present(*target);
+            DesktopPlacement::present(*target);
     });
     layout()->addWidget(button);
     m_buttons.append(button);

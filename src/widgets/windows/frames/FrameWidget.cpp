@@ -1,7 +1,7 @@
 #include "widgets/windows/frames/FrameWidget.h"
 
+#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/EndRequest.h"
 #include "widgets/windows/desktop/OverlayWidget.h"
 #include "widgets/windows/desktop/OverlayWindows.h"
@@ -29,7 +29,7 @@ QRect drawnAt(const QWidget &widget)
 
 FrameWidget::FrameWidget(QWidget *parent) : QWidget(parent)
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+    if (DesktopContext::workMode() == Nodes::WorkModeRuntime)
         connect(&OverlayWindows::instance(), &OverlayWindows::changed, this,
                 &FrameWidget::updateOverlay);
 }
@@ -127,15 +127,15 @@ bool FrameWidget::event(QEvent *event)
 void FrameWidget::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+    if (DesktopContext::workMode() == Nodes::WorkModeRuntime)
         updateOverlay();
 }
 
 bool FrameWidget::requestEnd()
 {
     // Frames that are closed because the station ends are nobody's request.
-    if (!m_node || WindowManager::GetWorkMode() != Nodes::WorkModeRuntime ||
-        g_pWindowManager->isEnding())
+    if (!m_node || DesktopContext::workMode() != Nodes::WorkModeRuntime ||
+        DesktopContext::isStationEnding())
         return false;
     EndRequest::ask(*m_node);
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/windows/frames/FrameContent.h"
 #include "widgets/windows/frames/FrameMapping.h"
 
 #include <QList>
@@ -18,7 +19,7 @@ class OverlayWidget;
 /// Container of the windows of one configured frame, as drawn or fitted to its display. Dimmed
 /// while a modal window is up, unless it stands inside a decorated frame window, which then dims
 /// itself.
-class WIDGETS_EXPORT FrameWidget : public QWidget
+class WIDGETS_EXPORT FrameWidget : public QWidget, public FrameContent
 {
     Q_OBJECT
 
@@ -48,8 +49,8 @@ public:
     /// Null while not dimmed.
     OverlayWidget *overlay() const;
 
-    /// An operator wants to close it. False outside of the operator runtime: it may be closed then.
-    bool requestEnd();
+    /// False outside of the operator runtime: it may be closed then.
+    bool requestEnd() override;
 
 protected:
     bool event(QEvent *event) override;

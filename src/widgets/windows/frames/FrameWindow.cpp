@@ -1,11 +1,11 @@
 #include "widgets/windows/frames/FrameWindow.h"
 
+#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/OverlayWidget.h"
 #include "widgets/windows/desktop/OverlayWindows.h"
+#include "widgets/windows/frames/FrameContent.h"
 #include "widgets/windows/frames/FrameGeometry.h"
-#include "widgets/windows/frames/FrameWidget.h"
 #include "widgets/windows/frames/FrameWindowGrip.h"
 
 #include <QCloseEvent>
@@ -30,7 +30,7 @@ ProxyView *busyView(const QWidget &window)
 
 bool isRuntime()
 {
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
+    return DesktopContext::workMode() == Nodes::WorkModeRuntime;
 }
 
 } // namespace
@@ -210,8 +210,8 @@ QSize FrameWindow::minimumSizeHint() const
 
 void FrameWindow::onClose()
 {
-    auto *frame = qobject_cast<FrameWidget *>(m_widget.data());
-    if (!frame || !frame->requestEnd())
+    auto *content = dynamic_cast<FrameContent *>(m_widget.data());
+    if (!content || !content->requestEnd())
         close();
 }
 
@@ -272,8 +272,8 @@ void FrameWindow::hideEvent(QHideEvent *event)
 // The hosted windows know whether the user may close them; a dialog ends as if cancelled.
 void FrameWindow::closeEvent(QCloseEvent *event)
 {
-    auto *frame = qobject_cast<FrameWidget *>(m_widget.data());
-    if (frame && event->spontaneous() && frame->requestEnd())
+    auto *content = dynamic_cast<FrameContent *>(m_widget.data());
+    if (content && event->spontaneous() && content->requestEnd())
         return event->ignore();
     if (m_dialog && m_dialog->isVisible())
         m_dialog->reject();

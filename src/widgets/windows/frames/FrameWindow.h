@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/windows/frames/WindowDecoration.h"
 
 #include <QPointer>
 #include <QString>
@@ -21,7 +22,7 @@ class WindowBasic;
 /// button and edges to drag, hosting one widget, which becomes its child and is owned by it.
 /// Deleted when closed, unless Qt::WA_DeleteOnClose is switched off. Dimmed while another modal
 /// window is up.
-class WIDGETS_EXPORT FrameWindow : public QWidget
+class WIDGETS_EXPORT FrameWindow : public QWidget, public WindowDecoration
 {
     Q_OBJECT
 
@@ -45,7 +46,7 @@ public:
     int getFrameWidth() const;
     int getTitleHeight() const;
     /// Outer size around a hosted widget of that size.
-    QSize outerSize(const QSize &client) const;
+    QSize outerSize(const QSize &client) const override;
     /// Place of the hosted widget in a window with that outer geometry.
     QRect clientArea(const QRect &outer) const;
 

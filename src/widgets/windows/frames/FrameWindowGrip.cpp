@@ -1,7 +1,6 @@
 #include "widgets/windows/frames/FrameWindowGrip.h"
 
-#include "widgets/windows/WindowManager.h"
-#include "widgets/windows/frames/FrameGeometry.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/system/systemVisualization.h"
 
@@ -68,8 +67,7 @@ void FrameWindow::Frame::setResizeable(bool isResizeable)
 
 int FrameWindow::Frame::configuredTitleHeight()
 {
-    const auto *visualization =
-        g_pWindowManager ? g_pWindowManager->getSystemVisualization() : nullptr;
+    const Nodes::systemVisualization *visualization = DesktopContext::visualization();
     return visualization ? visualization->GetTitleHeight() : defaultTitleHeight;
 }
 
@@ -174,36 +172,36 @@ int FrameWindow::Frame::edgesAt(const QPoint &point) const
 {
     const QRect area = rect();
     if (!area.adjusted(-EdgeWidth, -EdgeWidth, EdgeWidth, EdgeWidth).contains(point))
-        return NoEdge;
+        return FrameGeometry::NoEdge;
     const auto isNear = [](int position, int edge) {
         return std::abs(position - edge) <= EdgeWidth;
     };
-    int edges = NoEdge;
+    int edges = FrameGeometry::NoEdge;
     if (isNear(point.x(), area.left()))
-        edges |= LeftEdge;
+        edges |= FrameGeometry::LeftEdge;
     else if (isNear(point.x(), area.right()))
-        edges |= RightEdge;
+        edges |= FrameGeometry::RightEdge;
     if (isNear(point.y(), area.top()))
-        edges |= TopEdge;
+        edges |= FrameGeometry::TopEdge;
     else if (isNear(point.y(), area.bottom()))
-        edges |= BottomEdge;
+        edges |= FrameGeometry::BottomEdge;
     return edges;
 }
 
 Qt::CursorShape FrameWindow::Frame::cursorFor(int edges)
 {
     switch (edges) {
-    case LeftEdge:
-    case RightEdge:
+    case FrameGeometry::LeftEdge:
+    case FrameGeometry::RightEdge:
         return Qt::SizeHorCursor;
-    case TopEdge:
-    case BottomEdge:
+    case FrameGeometry::TopEdge:
+    case FrameGeometry::BottomEdge:
         return Qt::SizeVerCursor;
-    case TopEdge | LeftEdge:
-    case BottomEdge | RightEdge:
+    case FrameGeometry::TopEdge | FrameGeometry::LeftEdge:
+    case FrameGeometry::BottomEdge | FrameGeometry::RightEdge:
         return Qt::SizeFDiagCursor;
-    case TopEdge | RightEdge:
-    case BottomEdge | LeftEdge:
+    case FrameGeometry::TopEdge | FrameGeometry::RightEdge:
+    case FrameGeometry::BottomEdge | FrameGeometry::LeftEdge:
         return Qt::SizeBDiagCursor;
     default:
         return Qt::ArrowCursor;
@@ -214,7 +212,7 @@ Qt::CursorShape FrameWindow::Frame::cursorFor(int edges)
 void FrameWindow::Frame::showCursor(int edges)
 {
     m_edges = edges;
-    if (edges == NoEdge) {
+    if (edges == FrameGeometry::NoEdge) {
         restoreCursor();
         return;
     }
@@ -229,7 +227,7 @@ void FrameWindow::Frame::showCursor(int edges)
 
 void FrameWindow::Frame::restoreCursor()
 {
-    m_edges = NoEdge;
+    m_edges = FrameGeometry::NoEdge;
     for (; m_overrideCursors > 0; --m_overrideCursors)
         QGuiApplication::restoreOverrideCursor();
     setCursor(Qt::ArrowCursor);
@@ -276,7 +274,7 @@ void FrameWindow::Frame::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton || window()->isMaximized())
         return;
     hover(event->pos());
-    if (m_edges != NoEdge)
+    if (m_edges != FrameGeometry::NoEdge)
         m_grab = Grab::Resize;
     else if (isTitle(event->pos()))
         m_grab = Grab::Move;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "widgets/windows/frames/FrameGeometry.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
 #include <QRect>
@@ -21,13 +22,6 @@ public:
     /// Pixels on either side of an edge that belong to it; also the width kept free around the
     /// contents.
     static constexpr int EdgeWidth = 2;
-    enum Edge {
-        NoEdge = 0,
-        LeftEdge = 0x1,
-        RightEdge = 0x10,
-        TopEdge = 0x100,
-        BottomEdge = 0x1000
-    };
 
     explicit Frame(QWidget *parent);
     ~Frame() override;
@@ -47,7 +41,8 @@ public:
     /// Size around contents of that size.
     QSize outerSize(const QSize &client) const;
 
-    /// Edge flags at a point of this widget; points outside count as long as they are near.
+    /// Edge flags of FrameGeometry at a point of this widget; points outside count as long as they
+    /// are near.
     int edgesAt(const QPoint &point) const;
     /// Edges under the pointer as last seen.
     int edges() const { return m_edges; }
@@ -90,7 +85,7 @@ private:
     QLabel *m_titleLabel;
     QAction *m_actionClose;
     QToolButton *m_closeButton;
-    int m_edges = NoEdge;
+    int m_edges = FrameGeometry::NoEdge;
     int m_overrideCursors = 0;
     Grab m_grab = Grab::None;
     QPoint m_pressPoint; // global

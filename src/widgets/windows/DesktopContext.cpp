@@ -1,0 +1,62 @@
+#include "widgets/windows/DesktopContext.h"
+
+#include "nodes/system/systemCore.h"
+
+namespace Widgets {
+
+namespace {
+
+DesktopContext *entered = nullptr;
+
+} // namespace
+
+DesktopContext::~DesktopContext()
+{
+    leave();
+}
+
+void DesktopContext::enter()
+{
+    entered = this;
+}
+
+void DesktopContext::leave()
+{
+    if (entered == this)
+        entered = nullptr;
+}
+
+DesktopContext *DesktopContext::current()
+{
+    return entered;
+}
+
+Nodes::systemCore *DesktopContext::core()
+{
+    return entered ? entered->getCore() : nullptr;
+}
+
+Nodes::enWorkMode DesktopContext::workMode()
+{
+    const Nodes::systemCore *shown = core();
+    return shown ? shown->GetWorkMode() : Nodes::WorkModeNone;
+}
+
+Nodes::systemAlarming *DesktopContext::alarming()
+{
+    const Nodes::systemCore *shown = core();
+    return shown ? shown->GetSystemAlarming() : nullptr;
+}
+
+Nodes::systemVisualization *DesktopContext::visualization()
+{
+    const Nodes::systemCore *shown = core();
+    return shown ? shown->GetSystemVisualization() : nullptr;
+}
+
+bool DesktopContext::isStationEnding()
+{
+    return entered && entered->isEnding();
+}
+
+} // namespace Widgets

@@ -1,0 +1,105 @@
+#include "widgets/windows/desktop/DesktopPlacement.h"
+
+#include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/frames/FrameGeometry.h"
+#include "widgets/windows/frames/FrameMapping.h"
+#include "widgets/windows/frames/WindowDecoration.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+#include <limits>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int besideGap = 18; // pixels
+constexpr int decorationEdge = 4;
+constexpr int decorationTitle = 28;
+
+} // namespace
+
+QWidget *DesktopPlacement::outermost(QWidget *window)
+{
+    return WindowDecoration::around(window) ? window->parentWidget() : window;
+}
+
+QSize DesktopPlacement::shownSize(const FrameMapping &mapping, const QRect &drawn)
+{
+    return mapping.toScreen(drawn).size().boundedTo(DesktopSize());
+}
+
+void DesktopPlacement::centre(QWidget &outermost, int display)
+{
+    const QScreen *screen = ScreenAt(display);
+    QRect area(QPoint(), outermost.size());
+    area.moveCenter((screen ? screen : QGuiApplication::primaryScreen())->geometry().center());
+    outermost.move(area.topLeft());
+}
+
+QPoint DesktopPlacement::clearOf(const QRect &window, const QRect &other, const QRect &screen)
+{
+    QPoint best = window.topLeft();
+    if (!window.intersects(other))
+        return best;
+    int shortest = std::numeric_limits<int>::max();
+    for (const QPoint &place :
+         {QPoint(window.x(), other.top() - window.height()), QPoint(window.x(), other.bottom() + 1),
+          QPoint(other.left() - window.width(), window.y()),
+          QPoint(other.right() + 1, window.y())}) {
+        const int distance = (place - window.topLeft()).manhattanLength();
+        if (distance < shortest && screen.contains(QRect(place, window.size()))) {
+            shortest = distance;
+            best = place;
+        }
+    }
+    return best;
+}
+
+void DesktopPlacement::beside(QWidget &dialog, const QWidget &element)
+{
+    const QRect shown(element.mapToGlobal(QPoint(0, 0)),
+                      element.mapToGlobal(element.rect().bottomRight()));
+    const QScreen *screen = ScreenOf(shown);
+    if (!screen)
+        return;
+    dialog.ensurePolished();
+    const QSize size = dialog.testAttribute(Qt::WA_Resized) ? dialog.size() : dialog.sizeHint();
+    // A window manager may add a title and edges, above this place or at it.
+    const QRect room = screen->availableGeometry().adjusted(
+        decorationEdge, decorationTitle, -decorationEdge, -decorationTitle - decorationEdge);
+    dialog.move(FrameGeometry::beside(shown, size, room, decorationTitle + besideGap));
+}
+
+void DesktopPlacement::bringBack(QWidget &window, const QRect &gone)
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    if (screens.isEmpty() || window.isMaximized() || window.isMinimized())
+        return;
+    const bool isSeen =
+        std::any_of(screens.begin(), screens.end(), [&window](const QScreen *screen) {
+            return screen->geometry().intersects(window.frameGeometry());
+        });
+    QRect place = window.frameGeometry();
+    if (!isSeen && !gone.isNull())
+        place.translate(screens.first()->geometry().topLeft() - gone.topLeft());
+    if (FrameGeometry::reachable(place, FrameGeometry::TitleStrip) != place.topLeft())
+        place.moveTopLeft(FrameGeometry::inside(place));
+    if (place != window.frameGeometry())
+        window.move(place.topLeft());
+}
+
+void DesktopPlacement::present(QWidget &window)
+{
+    QWidget *outer = outermost(&window);
+    outer->setWindowState(outer->windowState() & ~Qt::WindowMinimized); // show() would leave it so
+    outer->show();
+    outer->raise();
+    outer->setFocus(Qt::ActiveWindowFocusReason);
+    outer->activateWindow();
+}
+
+} // namespace Widgets
