@@ -1,5 +1,8 @@
 #include "widgets/actions/ActionManager.h"
 
+#include "widgets/actions/running/ActionTeller.h"
+#include "widgets/actions/running/CopiedActions.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/WindowManager.h"
@@ -111,6 +114,7 @@ void ActionManager::filterElement(ProxyWidget &element, QEvent &event)
     if (!node)
         return;
     // Most moves of the pointer find no actions: only for others it is worth asking where.
+    ActionSink &sink = element.context().actions();
     const auto run = [&](const NodeLinks &actions, const QPoint &point) {
         if (actions.empty())
             return;
@@ -118,8 +122,8 @@ void ActionManager::filterElement(ProxyWidget &element, QEvent &event)
         const QGraphicsView *view =
             scene && !scene->views().isEmpty() ? scene->views().first() : nullptr;
         const QPointF bottomLeft = element.mapToScene(element.rect().bottomLeft());
-        trigger(actions, static_cast<QGraphicsSceneEvent &>(event).widget(),
-                view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : point);
+        sink.trigger(actions, static_cast<QGraphicsSceneEvent &>(event).widget(),
+                     view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : point);
     };
     switch (event.type()) {
     case QEvent::GraphicsSceneMousePress:
@@ -225,7 +229,7 @@ const NodeLinks &ActionManager::getHoverActions(const Nodes::BasicWindow &node, 
 }
 
 ActionTrigger ActionManager::triggerAt(const QWidget *where, const std::optional<QPoint> &point,
-                                       ActionOrigin origin)
+                                       ActionOrigin origin) const
 {
     ActionTrigger trigger;
     if (g_pWindowManager)
@@ -235,14 +239,7 @@ ActionTrigger ActionManager::triggerAt(const QWidget *where, const std::optional
     return trigger;
 }
 
-void ActionManager::trigger(const NodeLinks &actions, const QWidget *where,
-                            const std::optional<QPoint> &point, ActionOrigin origin)
-{
-    if (!actions.empty())
-        trigger(actions, triggerAt(where, point, origin));
-}
-
-void ActionManager::trigger(const NodeLinks &actions, const ActionTrigger &trigger)
+void ActionManager::push(const NodeLinks &actions, const ActionTrigger &trigger)
 {
     if (actions.empty())
         return;
@@ -251,6 +248,31 @@ void ActionManager::trigger(const NodeLinks &actions, const ActionTrigger &trigg
             action->setCurrentDisplay(trigger.display.value_or(0));
     }
     append({actions, trigger});
+}
+
+std::unique_ptr<OwedActions> ActionManager::owe(const NodeLinks &actions,
+                                                const ActionTrigger &trigger)
+{
+    if (actions.empty() || !g_pWindowManager)
+        return nullptr;
+    ActionTrigger release = trigger;
+    release.isRelease = true;
+    return std::make_unique<CopiedActions>(g_pWindowManager->makeActions(actions, release));
+}
+
+void ActionManager::warn(const QString &text)
+{
+    ActionTeller::instance().warn(text);
+}
+
+void ActionManager::notify(const QString &text)
+{
+    ActionTeller::instance().notify(QStringLiteral("Внимание"), text, std::nullopt);
+}
+
+void ActionManager::journalOnce(const Nodes::ConfigNode &node, const std::string &text)
+{
+    ActionTeller::instance().journalOnce(node, text);
 }
 
 } // namespace Widgets

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/running/ActionTrigger.h"
+#include "widgets/context/ActionSink.h"
 
 #include "nodes/model/links/NodeLink.h"
 
@@ -29,10 +29,11 @@ class ActionManagerDestroyer;
 class ProxyWidget;
 class WindowBasic;
 
-/// Turns mouse gestures on windows and elements into their configured action lists and hands them
-/// to the window manager. Event filter of every runtime window, its viewport, and every element
-/// host; consumes no event and executes nothing itself. GUI thread.
-class WIDGETS_EXPORT ActionManager : public QObject
+/// Turns mouse gestures on windows and elements into their configured action lists. Event filter
+/// of every runtime window, its viewport, and every element host; consumes no event. The process's
+/// sink of actions besides: hands lists to the window manager and executes nothing itself. GUI
+/// thread.
+class WIDGETS_EXPORT ActionManager : public QObject, public ActionSink
 {
     Q_OBJECT
 
@@ -41,14 +42,16 @@ public:
 
     /// Queues the list and passes it on at once; nothing happens without a window manager.
     void appendActions(std::vector<Nodes::NodeLink> const &actions);
-    /// The same for what happens to `where`, which may be embedded in a scene: tells the actions
-    /// its display and the gesture's place on the desktop, if it has one.
-    void trigger(const Nodes::NodeLinks &actions, const QWidget *where,
-                 const std::optional<QPoint> &point, ActionOrigin origin = ActionOrigin::Gesture);
-    void trigger(const Nodes::NodeLinks &actions, const ActionTrigger &trigger);
-    /// Trigger of what happens there now. Without a window manager it knows only the place.
-    static ActionTrigger triggerAt(const QWidget *where, const std::optional<QPoint> &point,
-                                   ActionOrigin origin = ActionOrigin::Gesture);
+
+    /// Without a window manager it knows only the place.
+    ActionTrigger triggerAt(const QWidget *where, const std::optional<QPoint> &point,
+                            ActionOrigin origin = ActionOrigin::Gesture) const override;
+    void push(const Nodes::NodeLinks &actions, const ActionTrigger &trigger) override;
+    std::unique_ptr<OwedActions> owe(const Nodes::NodeLinks &actions,
+                                     const ActionTrigger &trigger) override;
+    void warn(const QString &text) override;
+    void notify(const QString &text) override;
+    void journalOnce(const Nodes::ConfigNode &node, const std::string &text) override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 

@@ -2,7 +2,12 @@
 
 #include "nodes/visual/BasicWidget.h"
 
-IWidget::IWidget(Nodes::BasicWidget *node) : m_node(node) {}
+#include <utility>
+
+IWidget::IWidget(Nodes::BasicWidget *node, Widgets::SceneContextPtr context)
+    : m_node(node), m_context(std::move(context))
+{
+}
 
 IWidget::~IWidget() = default;
 

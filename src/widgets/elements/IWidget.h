@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/context/SceneContext.h"
 
 #include "utils/relay/WatchedNode.h"
 
@@ -29,7 +30,7 @@ public:
     virtual void onUpdateProperties(Nodes::BasicProperty *property) = 0;
 
 protected:
-    explicit IWidget(Nodes::BasicWidget *node);
+    IWidget(Nodes::BasicWidget *node, Widgets::SceneContextPtr context);
     virtual void onActive(bool on) = 0;
 
 public:
@@ -48,10 +49,19 @@ public:
     void start() { setActive(true); }
     void stop() { setActive(false); }
 
+    /// Of the scene that shows the element; the process's for one that stands in none.
+    const Widgets::SceneContext &context() const { return *m_context; }
+    /// Input acts, and what is hidden at run time is hidden.
+    bool isRuntime() const { return m_context->isRuntime(); }
+    bool isEditor() const { return m_context->isEditor(); }
+
 protected:
     bool m_isActive = false;
     Utils::WatchedNode<Nodes::BasicWidget> m_node;
     QColor m_backgroundColor = Qt::white;
     QColor m_borderColor = Qt::black;
     int m_borderWidth = 1; ///< pixels; 0 or less draws no border
+
+private:
+    Widgets::SceneContextPtr m_context;
 };

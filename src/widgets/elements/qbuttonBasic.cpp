@@ -1,10 +1,9 @@
 #include "widgets/elements/qbuttonBasic.h"
 
-#include "widgets/actions/ActionManager.h"
+#include "widgets/context/ActionSink.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/pictures/MissingPicture.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/elements/widgetButton.h"
 #include "utils/convert/ValueConversions.h"
@@ -22,26 +21,23 @@ namespace Widgets {
 
 namespace {
 
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
-
 // Legible also below the cover of a disabled element.
 const QColor disabledTextColor(60, 66, 72);
 
 } // namespace
 
-qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
-    : QPushButton(parent), IWidget(node), m_button(dynamic_cast<Nodes::widgetButton *>(node))
+qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent,
+                           const SceneContextPtr &context)
+    : QPushButton(parent),
+      IWidget(node, context),
+      m_button(dynamic_cast<Nodes::widgetButton *>(node))
 {
     setMouseTracking(true);
     QPalette legible = palette();
     legible.setColor(QPalette::Disabled, QPalette::ButtonText, disabledTextColor);
     setPalette(legible);
     // In the editor the keys belong to the editor.
-    if (m_button && WindowManager::GetWorkMode() != Nodes::WorkModeEditing &&
-        !m_button->GetHotKey().empty())
+    if (m_button && !isEditor() && !m_button->GetHotKey().empty())
         setShortcut(QKeySequence::fromString(QString::fromStdString(m_button->GetHotKey()),
                                              QKeySequence::PortableText));
     qbuttonBasic::onUpdateProperties(nullptr);
@@ -55,7 +51,7 @@ qbuttonBasic::qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent)
 
 qbuttonBasic::~qbuttonBasic()
 {
-    m_owed.queue();
+    m_owed.reset();
     // The own style goes before the widget that uses it.
     if (m_ownStyle)
         setStyle(nullptr);
@@ -83,7 +79,8 @@ void qbuttonBasic::onValueUpdated(Nodes::SignalValue handed)
 
 ActionTrigger qbuttonBasic::triggerHere() const
 {
-    return ActionManager::triggerAt(this, mapToGlobal(QPoint(0, height())));
+    return context().actions().triggerAt(this, mapToGlobal(QPoint(0, height())),
+                                         ActionOrigin::Gesture);
 }
 
 void qbuttonBasic::onPressed()
@@ -93,8 +90,8 @@ void qbuttonBasic::onPressed()
     if (!m_button || !isRuntime())
         return;
     const ActionTrigger trigger = triggerHere();
-    ActionManager::getInstance().trigger(m_button->GetPressActions(), trigger);
-    m_owed = OwedActions(m_button->GetReleaseActions(), trigger);
+    context().actions().push(m_button->GetPressActions(), trigger);
+    m_owed = context().actions().owe(m_button->GetReleaseActions(), trigger);
 }
 
 void qbuttonBasic::onReleased()
@@ -103,7 +100,7 @@ void qbuttonBasic::onReleased()
         return;
     m_isHeld = false;
     m_hold.end();
-    m_owed.queue();
+    m_owed.reset();
 }
 
 // Qt releases a button that is disabled or left by the focus, but not one that loses the pointer
@@ -135,7 +132,7 @@ void qbuttonBasic::mouseReleaseEvent(QMouseEvent *event)
 void qbuttonBasic::focusOutEvent(QFocusEvent *event)
 {
     if (m_button && isRuntime())
-        ActionManager::getInstance().trigger(m_button->GetFocusLossActions(), triggerHere());
+        context().actions().push(m_button->GetFocusLossActions(), triggerHere());
     QPushButton::focusOutEvent(event);
 }
 
@@ -161,7 +158,7 @@ void qbuttonBasic::paintEvent(QPaintEvent *event)
         return;
     QPainter painter(this);
     if (m_isPictureMissing)
-        MissingPicture::draw(painter, rect(), m_button->GetImage());
+        MissingPicture::draw(context(), painter, rect(), m_button->GetImage());
     const bool isDisabled = m_button->isDisabled();
     painter.setPen(isDisabled ? palette().color(QPalette::Disabled, QPalette::ButtonText)
                               : m_textColor);

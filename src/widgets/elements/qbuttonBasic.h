@@ -1,7 +1,8 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/running/OwedActions.h"
+#include "widgets/context/ActionTrigger.h"
+#include "widgets/context/OwedActions.h"
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/binding/ElementBinding.h"
 #include "widgets/elements/binding/ShowsValue.h"
@@ -36,7 +37,8 @@ class WIDGETS_EXPORT qbuttonBasic : public QPushButton, public IWidget, public S
     Q_OBJECT
 
 public:
-    qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent);
+    qbuttonBasic(Nodes::BasicWidget *node, QWidget *parent,
+                 const SceneContextPtr &context = SceneContext::process());
     ~qbuttonBasic() override;
 
     /// The caption; Qt's own text stays empty.
@@ -86,8 +88,8 @@ private:
     Nodes::ResourcePtr m_resource;                    ///< bytes of the picture
     bool m_isPictureMissing = false;
     int m_styleCode = 0;
-    bool m_isHeld = false; ///< the press list was queued, the release list not yet
-    OwedActions m_owed;    ///< release list of a held button
+    bool m_isHeld = false;               ///< the press list was queued, the release list not yet
+    std::unique_ptr<OwedActions> m_owed; ///< release list of a held button; null without one
     ButtonHold m_hold;
     ElementBinding m_binding;
 };

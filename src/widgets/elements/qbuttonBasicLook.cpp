@@ -119,7 +119,7 @@ void qbuttonBasic::applyPicture()
     const QImage *image = ImageCachingManager::getInstance().getImage(resource);
     m_isPictureMissing = !image || image->isNull();
     if (m_isPictureMissing) {
-        MissingPicture::report(*m_button, link);
+        MissingPicture::report(context(), *m_button, link);
         return;
     }
     if (resource == m_resource)

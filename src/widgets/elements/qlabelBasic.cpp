@@ -1,19 +1,19 @@
 #include "widgets/elements/qlabelBasic.h"
 
 #include "widgets/elements/binding/ElementTooltip.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/BasicWidget.h"
+#include "utils/convert/MetaTypes.h"
 #include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
 
 namespace Widgets {
 
-qlabelBasic::qlabelBasic(Nodes::BasicWidget *node, QWidget *parent)
-    : QLabel(parent, Qt::WindowFlags()), IWidget(node)
+qlabelBasic::qlabelBasic(Nodes::BasicWidget *node, QWidget *parent, const SceneContextPtr &context)
+    : QLabel(parent, Qt::WindowFlags()), IWidget(node, context)
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+    if (isEditor())
         setAcceptDrops(true);
     if (m_node)
         setGeometry(Utils::NRectToQRect(m_node->GetGeometry()));

@@ -16,7 +16,8 @@ class WIDGETS_EXPORT qlabelBasic : public QLabel, public IWidget
     Q_OBJECT
 
 public:
-    qlabelBasic(Nodes::BasicWidget *node, QWidget *parent);
+    qlabelBasic(Nodes::BasicWidget *node, QWidget *parent,
+                const SceneContextPtr &context = SceneContext::process());
     ~qlabelBasic() override;
 
     const QString &labelText() const { return m_labelText; }

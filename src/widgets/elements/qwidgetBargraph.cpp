@@ -11,9 +11,10 @@
 
 namespace Widgets {
 
-qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent)
+qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent,
+                                 const SceneContextPtr &context)
     : QWidget(parent),
-      IWidget(node),
+      IWidget(node, context),
       m_bargraph(node),
       m_look(std::make_unique<BargraphLook>()),
       m_alarms([this] { onValueUpdated(Nodes::SignalValue()); })

@@ -29,7 +29,8 @@ class WIDGETS_EXPORT qwidgetBargraph : public QWidget,
     Q_OBJECT
 
 public:
-    qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent);
+    qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent,
+                    const SceneContextPtr &context = SceneContext::process());
     ~qwidgetBargraph() override;
 
     QString shownText() const override;

@@ -2,7 +2,9 @@
 
 namespace Widgets {
 
-qwidgetButton::qwidgetButton(Nodes::BasicWidget *node, QWidget *parent) : qbuttonBasic(node, parent)
+qwidgetButton::qwidgetButton(Nodes::BasicWidget *node, QWidget *parent,
+                             const SceneContextPtr &context)
+    : qbuttonBasic(node, parent, context)
 {
 }
 

@@ -10,7 +10,8 @@ class WIDGETS_EXPORT qwidgetButton : public qbuttonBasic
     Q_OBJECT
 
 public:
-    qwidgetButton(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetButton(Nodes::BasicWidget *node, QWidget *parent,
+                  const SceneContextPtr &context = SceneContext::process());
     ~qwidgetButton() override;
 };
 

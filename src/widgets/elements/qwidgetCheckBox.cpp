@@ -5,7 +5,6 @@
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/elements/pictures/MissingPicture.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
@@ -22,11 +21,6 @@ namespace {
 
 constexpr int markSide = 128; // pixels; sharp on every check box of a usual size
 
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
-
 QString unknownText()
 {
     return QStringLiteral("Состояние неизвестно, нажатие ничего не записывает.");
@@ -41,9 +35,10 @@ QRect fitted(const QSize &size, const QRect &rect)
 
 } // namespace
 
-qwidgetCheckBox::qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent)
+qwidgetCheckBox::qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent,
+                                 const SceneContextPtr &context)
     : QCheckBox(parent),
-      IWidget(node),
+      IWidget(node, context),
       m_checkBox(dynamic_cast<Nodes::widgetCheckBox *>(node)),
       m_defaultMark(QIcon(QStringLiteral(":/icons/check.svg")).pixmap(markSide, markSide))
 {
@@ -92,7 +87,7 @@ void qwidgetCheckBox::takeImage()
     if (m_image && !m_image->isNull())
         return;
     m_image = nullptr; // the default mark stands in: the state must be seen
-    MissingPicture::report(*m_checkBox, link);
+    MissingPicture::report(context(), *m_checkBox, link);
 }
 
 void qwidgetCheckBox::show(int state)
@@ -115,7 +110,7 @@ void qwidgetCheckBox::onStateChanged(int state)
     if (!m_checkBox)
         return;
     // Values go on coming behind the message of a refusal: back to the last of them.
-    if (ValueWriter::write(*this, *m_checkBox, Nodes::SignalValue(state != 0),
+    if (ValueWriter::write(*this, context(), *m_checkBox, Nodes::SignalValue(state != 0),
                            [this] { show(m_lastState); }))
         m_lastState = state;
 }

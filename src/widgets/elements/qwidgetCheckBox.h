@@ -25,7 +25,8 @@ class WIDGETS_EXPORT qwidgetCheckBox : public QCheckBox, public IWidget, public 
     Q_OBJECT
 
 public:
-    qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent,
+                    const SceneContextPtr &context = SceneContext::process());
     ~qwidgetCheckBox() override;
 
     QString shownText() const override;

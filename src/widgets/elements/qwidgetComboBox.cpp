@@ -1,10 +1,9 @@
 #include "widgets/elements/qwidgetComboBox.h"
 
+#include "widgets/context/ActionSink.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/painting/ElementPainting.h"
-#include "widgets/scene/ProxyWidget.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/values/NumberText.h"
@@ -29,11 +28,6 @@ constexpr double raisedZ = 100; // above every neighbour of the host
 constexpr int touchHeight = 32; // pixels; rows that a finger hits
 constexpr int codeSilent = 403;
 
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
-
 QString rgba(const Nodes::NColor &color)
 {
     return QStringLiteral("rgba(%1)").arg(QString::fromStdString(color.ToString(true)));
@@ -54,8 +48,9 @@ QString styleSheetOf(const Nodes::widgetComboBox &node)
 
 } // namespace
 
-qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent)
-    : QComboBox(parent), IWidget(node), m_comboBox(node)
+qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent,
+                                 const SceneContextPtr &context)
+    : QComboBox(parent), IWidget(node, context), m_comboBox(node)
 {
     // Editable for the sake of the alignment only: the operator chooses, never types.
     setEditable(true);
@@ -77,7 +72,7 @@ qwidgetComboBox::qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent)
 
 qwidgetComboBox::~qwidgetComboBox() = default;
 
-void qwidgetComboBox::setProxy(ProxyWidget *proxy)
+void qwidgetComboBox::setProxy(QGraphicsProxyWidget *proxy)
 {
     m_proxy = proxy;
 }
@@ -145,7 +140,7 @@ void qwidgetComboBox::applyItems()
 
 void qwidgetComboBox::selectShown()
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+    if (isEditor())
         select(m_comboBox->GetCurrentIndex());
     else if (m_comboBox->GetSignalLink().isEmpty())
         select(m_previousIndex); // no value tells it: the last choice stands
@@ -187,7 +182,7 @@ void qwidgetComboBox::onCurrentIndexChanged(int index)
     UpdateNodePropertyCurrentIndex(index);
     if (outcome == Outcome::WrittenElsewhere)
         selectShown(); // the choice is not what the box shows
-    ValueWriter::runAfterWrite(*this, *m_comboBox);
+    ValueWriter::runAfterWrite(*this, context(), *m_comboBox);
 }
 
 // The order of the targets counts: a silent refusal ends the whole, any other only its own target.
@@ -200,7 +195,8 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
     m_comboBox->GetWriteNodes(targets);
     Outcome outcome = Outcome::Refused;
     for (const Nodes::NodeLink &target : targets) {
-        const Nodes::Result result = m_comboBox->WriteNode(target, value);
+        const Nodes::Result result = context().actions().write(
+            *m_comboBox, [&] { return m_comboBox->WriteNode(target, value); });
         if (result) {
             if (target == m_comboBox->GetSignalLink() || m_comboBox->GetSignalLink().isEmpty())
                 outcome = Outcome::Written;
@@ -209,7 +205,7 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
             select(index);
             continue;
         }
-        ValueWriter::report(result);
+        ValueWriter::report(context(), result);
         if (!alive || !m_comboBox)
             return Outcome::Silenced;
         select(m_previousIndex); // of now: values went on coming behind the message
@@ -217,7 +213,7 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
             return Outcome::Silenced;
     }
     if (targets.empty()) {
-        ValueWriter::report(m_comboBox->WriteValue(value));
+        ValueWriter::report(context(), m_comboBox->WriteValue(value)); // tells what is missing
         if (alive)
             select(m_previousIndex);
     }

@@ -9,6 +9,7 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QGraphicsProxyWidget>
 #include <QPointer>
 #include <QTimer>
 
@@ -19,8 +20,6 @@ class widgetComboBox;
 
 namespace Widgets {
 
-class ProxyWidget;
-
 /// List of named values of a Nodes::widgetComboBox: shows the one that the signal has and writes
 /// the one chosen. A bad value shows none. While the list is open, values wait. GUI thread.
 class WIDGETS_EXPORT qwidgetComboBox : public QComboBox, public IWidget, public ShowsValue
@@ -28,11 +27,12 @@ class WIDGETS_EXPORT qwidgetComboBox : public QComboBox, public IWidget, public 
     Q_OBJECT
 
 public:
-    qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent);
+    qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent,
+                    const SceneContextPtr &context = SceneContext::process());
     ~qwidgetComboBox() override;
 
     /// Item that the open list is raised with; may be null.
-    void setProxy(ProxyWidget *proxy);
+    void setProxy(QGraphicsProxyWidget *proxy);
 
     QString shownText() const override;
 
@@ -79,7 +79,7 @@ private:
     Outcome writeAll(int index, const Nodes::SignalValue &value);
 
     Utils::WatchedNode<Nodes::widgetComboBox> m_comboBox; ///< null also for another class
-    QPointer<ProxyWidget> m_proxy;
+    QPointer<QGraphicsProxyWidget> m_proxy;
     int m_previousIndex = -1;
     double m_savedZ = 0; ///< of the host, while the list is open
     bool m_isListOpen = false;

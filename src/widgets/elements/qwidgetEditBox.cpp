@@ -3,8 +3,6 @@
 // qwidgetEditBoxValue.cpp, painting in qwidgetEditBoxLook.cpp.
 #include "widgets/elements/qwidgetEditBox.h"
 
-#include "widgets/windows/WindowManager.h"
-
 #include "nodes/auth/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
@@ -18,11 +16,6 @@
 namespace Widgets {
 
 namespace {
-
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
 
 bool isNumeric(Nodes::enSignalValueType type)
 {
@@ -41,9 +34,10 @@ QPushButton *makeButton(const char *text, QWidget *parent)
 
 } // namespace
 
-qwidgetEditBox::qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent)
+qwidgetEditBox::qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent,
+                               const SceneContextPtr &context)
     : QLineEdit(parent),
-      IWidget(node),
+      IWidget(node, context),
       m_editBox(dynamic_cast<Nodes::widgetEditBox *>(node)),
       m_up(makeButton("+", this)),
       m_down(makeButton("-", this)),
@@ -52,7 +46,7 @@ qwidgetEditBox::qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent)
     setReadOnly(true);
     QCoreApplication::instance()->installEventFilter(this);
     setAutoFillBackground(true);
-    setAcceptDrops(WindowManager::GetWorkMode() == Nodes::WorkModeEditing);
+    setAcceptDrops(isEditor());
     setContextMenuPolicy(Qt::NoContextMenu);
     setFrame(false);
     setCursor(Qt::IBeamCursor);

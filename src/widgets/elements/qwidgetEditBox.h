@@ -36,7 +36,8 @@ class WIDGETS_EXPORT qwidgetEditBox : public QLineEdit, public IWidget, public S
     Q_OBJECT
 
 public:
-    qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent,
+                   const SceneContextPtr &context = SceneContext::process());
     ~qwidgetEditBox() override;
 
     /// The text of the live value, dashes without one, whatever is being typed.

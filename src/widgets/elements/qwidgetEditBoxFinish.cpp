@@ -1,4 +1,5 @@
 // How the operator's edit ends, and what becomes of what was typed.
+#include "widgets/context/ActionSink.h"
 #include "widgets/elements/input/InputNotice.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
@@ -148,10 +149,11 @@ bool qwidgetEditBox::setValue(const Nodes::SignalValue &value)
         tell(QStringLiteral("Значение не записано. Сменился пользователь."));
         return false;
     }
-    const Nodes::Result result = m_editBox->WriteValue(value);
+    const Nodes::Result result =
+        context().actions().write(*m_editBox, [&] { return m_editBox->WriteValue(value); });
     if (result) {
         m_previousValue = value;
-        ValueWriter::runAfterWrite(*this, *m_editBox);
+        ValueWriter::runAfterWrite(*this, context(), *m_editBox);
         return true;
     }
     {
@@ -169,7 +171,7 @@ void qwidgetEditBox::report(const Nodes::Result &result)
     const QPointer<qwidgetEditBox> alive(this);
     m_isDialogOpen = true;
     m_limit.stop();
-    ValueWriter::report(result);
+    ValueWriter::report(context(), result);
     if (!alive)
         return;
     m_isDialogOpen = false;

@@ -1,6 +1,5 @@
 // How the operator's edit begins and goes.
 #include "widgets/elements/qwidgetEditBox.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/elements/widgetEditBox.h"
 
@@ -44,7 +43,7 @@ void qwidgetEditBox::beginEditing()
 
 void qwidgetEditBox::mousePressEvent(QMouseEvent *event)
 {
-    if (WindowManager::GetWorkMode() != Nodes::WorkModeRuntime) {
+    if (!isRuntime()) {
         event->ignore();
         return;
     }

@@ -2,9 +2,9 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/elements/input/DialogPlace.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
-#include "widgets/windows/desktop/DesktopPlacement.h"
 
 #include "nodes/visual/elements/widgetEditBox.h"
 
@@ -42,7 +42,7 @@ bool qwidgetEditBox::ask(QDialog &dialog, int accepted)
     m_dialog = &dialog;
     m_abandoned.clear();
     restartLimit();
-    DesktopPlacement::beside(dialog, *this);
+    DialogPlace::besideElement(dialog, *this);
     const bool answer = dialog.exec() == accepted;
     if (!alive)
         return false;

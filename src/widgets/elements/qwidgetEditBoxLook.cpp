@@ -2,7 +2,6 @@
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/qwidgetEditBox.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/elements/widgetEditBox.h"
 
@@ -40,7 +39,7 @@ void qwidgetEditBox::resizeButtons()
 
 void qwidgetEditBox::updateButtons()
 {
-    const bool isShown = m_isEditing || WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
+    const bool isShown = m_isEditing || isEditor();
     m_up->setVisible(isShown && m_hasStepButtons);
     m_down->setVisible(isShown && m_hasStepButtons);
     m_keyboard->setVisible(isShown && m_hasKeyboardButton);
@@ -49,7 +48,7 @@ void qwidgetEditBox::updateButtons()
 
 void qwidgetEditBox::layOutTyping()
 {
-    const bool isShown = m_isEditing || WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
+    const bool isShown = m_isEditing || isEditor();
     const QPushButton *leftmost = m_hasStepButtons ? m_up : m_keyboard;
     const bool isCovered = isShown && (m_hasStepButtons || m_hasKeyboardButton);
     const int buttons = isCovered ? width() - leftmost->x() : 0;

@@ -14,8 +14,9 @@
 
 namespace Widgets {
 
-qwidgetImage::qwidgetImage(Nodes::BasicWidget *node, QWidget *parent)
-    : qlabelBasic(node, parent), m_image(dynamic_cast<Nodes::widgetImage *>(node))
+qwidgetImage::qwidgetImage(Nodes::BasicWidget *node, QWidget *parent,
+                           const SceneContextPtr &context)
+    : qlabelBasic(node, parent, context), m_image(dynamic_cast<Nodes::widgetImage *>(node))
 {
     // The element fills its own background: a widget's would be drawn twice.
     setAttribute(Qt::WA_NoSystemBackground);
@@ -94,7 +95,7 @@ bool qwidgetImage::showPicture(const Nodes::ResourceLink &link)
     const bool isUsable = m_isAnimated ? PictureDecoder::isUsable(PictureDecoder::bytes(resource))
                                        : still && !still->isNull();
     if (!isUsable) {
-        MissingPicture::report(*m_image, link);
+        MissingPicture::report(context(), *m_image, link);
         return false;
     }
     clearPicture();
@@ -191,7 +192,7 @@ void qwidgetImage::draw(QPainter &painter)
     else if (!m_placeholder.isEmpty())
         MissingPicture::drawPlaceholder(painter, rect(), m_placeholder);
     else
-        MissingPicture::draw(painter, rect(), m_wanted);
+        MissingPicture::draw(context(), painter, rect(), m_wanted);
     ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
     if (m_image->isDisabled())
         ElementPainting::drawDisabledCover(painter, rect());

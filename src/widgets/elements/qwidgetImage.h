@@ -29,7 +29,8 @@ class WIDGETS_EXPORT qwidgetImage : public qlabelBasic, public DirectPainting, p
     Q_OBJECT
 
 public:
-    qwidgetImage(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetImage(Nodes::BasicWidget *node, QWidget *parent,
+                 const SceneContextPtr &context = SceneContext::process());
     ~qwidgetImage() override;
 
     /// Path of the file shown, or what stands in its place; "" for none and for a picture that is

@@ -10,8 +10,9 @@
 
 namespace Widgets {
 
-qwidgetLabel::qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent)
-    : qlabelBasic(node, parent),
+qwidgetLabel::qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent,
+                           const SceneContextPtr &context)
+    : qlabelBasic(node, parent, context),
       m_label(dynamic_cast<Nodes::widgetLabel *>(node)),
       m_states(dynamic_cast<Nodes::widgetMultiLabel *>(node))
 {

@@ -22,7 +22,8 @@ class WIDGETS_EXPORT qwidgetLabel : public qlabelBasic, public DirectPainting, p
     Q_OBJECT
 
 public:
-    qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent,
+                 const SceneContextPtr &context = SceneContext::process());
     ~qwidgetLabel() override;
 
     QString shownText() const override { return m_labelText; }

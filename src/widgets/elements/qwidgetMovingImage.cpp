@@ -1,7 +1,6 @@
 #include "widgets/elements/qwidgetMovingImage.h"
 
 #include "widgets/elements/pictures/ImageCachingManager.h"
-#include "widgets/windows/WindowManager.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -20,8 +19,9 @@ int anywhere(int room)
 
 } // namespace
 
-qwidgetMovingImage::qwidgetMovingImage(Nodes::BasicWidget *node, QWidget *parent)
-    : qwidgetImage(node, parent)
+qwidgetMovingImage::qwidgetMovingImage(Nodes::BasicWidget *node, QWidget *parent,
+                                       const SceneContextPtr &context)
+    : qwidgetImage(node, parent, context)
 {
     m_timer.setInterval(movePeriod);
     connect(&m_timer, &QTimer::timeout, this, &qwidgetMovingImage::onMoveImage);
@@ -59,7 +59,7 @@ void qwidgetMovingImage::drawPicture(QPainter &painter)
 
 void qwidgetMovingImage::mousePressEvent(QMouseEvent *event)
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+    if (isRuntime())
         qwidgetImage::mousePressEvent(event);
     else
         event->ignore();

@@ -13,7 +13,8 @@ class WIDGETS_EXPORT qwidgetMovingImage : public qwidgetImage
     Q_OBJECT
 
 public:
-    qwidgetMovingImage(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetMovingImage(Nodes::BasicWidget *node, QWidget *parent,
+                       const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMovingImage() override;
 
     /// Top-left corner of the picture in the element.

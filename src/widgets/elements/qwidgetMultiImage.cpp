@@ -1,7 +1,5 @@
 #include "widgets/elements/qwidgetMultiImage.h"
 
-#include "widgets/windows/WindowManager.h"
-
 #include "nodes/visual/elements/widgetMultiImage.h"
 
 #include <QTimer>
@@ -9,11 +7,6 @@
 namespace Widgets {
 
 namespace {
-
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
 
 const QImage &redCross()
 {
@@ -23,8 +16,9 @@ const QImage &redCross()
 
 } // namespace
 
-qwidgetMultiImage::qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent)
-    : qwidgetImage(node, parent), m_multi(dynamic_cast<Nodes::widgetMultiImage *>(node))
+qwidgetMultiImage::qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent,
+                                     const SceneContextPtr &context)
+    : qwidgetImage(node, parent, context), m_multi(dynamic_cast<Nodes::widgetMultiImage *>(node))
 {
 }
 

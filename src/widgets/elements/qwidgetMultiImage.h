@@ -16,7 +16,8 @@ class WIDGETS_EXPORT qwidgetMultiImage : public qwidgetImage
     Q_OBJECT
 
 public:
-    qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent,
+                      const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMultiImage() override;
 
 public slots:

@@ -1,15 +1,14 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 
-#include "widgets/windows/WindowManager.h"
-
 #include "nodes/visual/elements/widgetMultiLabel.h"
 
 #include <QTimer>
 
 namespace Widgets {
 
-qwidgetMultiLabel::qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent)
-    : qwidgetLabel(node, parent), m_multi(dynamic_cast<Nodes::widgetMultiLabel *>(node))
+qwidgetMultiLabel::qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent,
+                                     const SceneContextPtr &context)
+    : qwidgetLabel(node, parent, context), m_multi(dynamic_cast<Nodes::widgetMultiLabel *>(node))
 {
 }
 
@@ -35,7 +34,7 @@ void qwidgetMultiLabel::showValue(const Nodes::SignalValue &value)
 
 void qwidgetMultiLabel::hideUnmatched()
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
+    if (isRuntime())
         hide();
 }
 

@@ -11,7 +11,8 @@ class WIDGETS_EXPORT qwidgetMultiLabel : public qwidgetLabel
     Q_OBJECT
 
 public:
-    qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent);
+    qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent,
+                      const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMultiLabel() override;
 
 protected:

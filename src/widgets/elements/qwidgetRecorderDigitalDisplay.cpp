@@ -1,10 +1,10 @@
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
+#include "widgets/context/ActionSink.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/painting/RecorderLine.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/elements/recorderChannel.h"
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
@@ -40,9 +40,9 @@ int badness(Nodes::Quality quality)
 } // namespace
 
 qwidgetRecorderDigitalDisplay::qwidgetRecorderDigitalDisplay(
-    Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent)
+    Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent, const SceneContextPtr &context)
     : QWidget(parent),
-      IWidget(node),
+      IWidget(node, context),
       m_display(node),
       m_alarms([this] { onValueUpdated(Nodes::SignalValue()); })
 {
@@ -134,8 +134,7 @@ int qwidgetRecorderDigitalDisplay::buttonAt(const QPoint &point) const
 
 void qwidgetRecorderDigitalDisplay::mousePressEvent(QMouseEvent *event)
 {
-    const bool isRuntime = WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-    m_pressedLine = isRuntime && event->button() == Qt::LeftButton ? buttonAt(event->pos()) : -1;
+    m_pressedLine = isRuntime() && event->button() == Qt::LeftButton ? buttonAt(event->pos()) : -1;
     event->setAccepted(m_pressedLine >= 0);
     DirectPainting::repaint(*this);
 }
@@ -157,7 +156,9 @@ void qwidgetRecorderDigitalDisplay::reset(int line)
     if (line >= int(channels.size()))
         return;
     const QPointer<qwidgetRecorderDigitalDisplay> alive(this);
-    ValueWriter::report(channels[std::size_t(line)]->ResetExtremes());
+    Nodes::recorderChannel &channel = *channels[std::size_t(line)];
+    ValueWriter::report(
+        context(), context().actions().write(*m_display, [&] { return channel.ResetExtremes(); }));
     if (alive)
         onValueUpdated(Nodes::SignalValue());
 }

@@ -32,7 +32,8 @@ class WIDGETS_EXPORT qwidgetRecorderDigitalDisplay : public QWidget,
     Q_OBJECT
 
 public:
-    qwidgetRecorderDigitalDisplay(Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent);
+    qwidgetRecorderDigitalDisplay(Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent,
+                                  const SceneContextPtr &context = SceneContext::process());
     ~qwidgetRecorderDigitalDisplay() override;
 
     /// The lines' values with their units, one a line.

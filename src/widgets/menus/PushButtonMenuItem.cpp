@@ -1,9 +1,9 @@
 #include "widgets/menus/PushButtonMenuItem.h"
 
-#include "widgets/actions/ActionManager.h"
+#include "widgets/context/ActionSink.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/elements/pictures/MissingPicture.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/kinds/actionShowMenu.h"
 #include "nodes/menus/BasicMenu.h"
@@ -40,7 +40,7 @@ PushButtonMenuItem::PushButtonMenuItem(Nodes::actionShowMenu *action, const Node
     if (image)
         m_pictureSize = image->size();
     if (!picture.GetFilePath().empty() && m_pictureSize.isEmpty())
-        MissingPicture::report(node, picture);
+        MissingPicture::report(*SceneContext::process(), node, picture);
 }
 
 PushButtonMenuItem::PushButtonMenuItem(Nodes::actionShowMenu *action, Nodes::BasicMenu *menu,
@@ -100,10 +100,9 @@ void PushButtonMenuItem::mouseReleaseEvent(QMouseEvent *event)
 
 void PushButtonMenuItem::run()
 {
-    if (!m_item || !g_pWindowManager)
-        return;
-    ActionManager::getInstance().trigger(m_item->GetActions(), this,
-                                         mapToGlobal(QPoint(0, height())));
+    if (m_item)
+        SceneContext::process()->actions().trigger(m_item->GetActions(), this,
+                                                   mapToGlobal(QPoint(0, height())));
 }
 
 void PushButtonMenuItem::paintEvent(QPaintEvent *)

@@ -26,22 +26,25 @@ namespace Widgets {
 
 namespace {
 
-using Creator = QWidget *(*)(Nodes::BasicWidget *node, ProxyWidget *host);
+using Creator = QWidget *(*)(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
+                             const SceneContextPtr &context);
 
-template <class Node, class Element> QWidget *make(Nodes::BasicWidget *node, ProxyWidget *)
+template <class Node, class Element>
+QWidget *make(Nodes::BasicWidget *node, QGraphicsProxyWidget *, const SceneContextPtr &context)
 {
     auto *typed = dynamic_cast<Node *>(node);
-    return typed ? new Element(typed, nullptr) : nullptr;
+    return typed ? new Element(typed, nullptr, context) : nullptr;
 }
 
 /// For elements that keep the item they live in.
 template <class Node, class Element>
-QWidget *makeHosted(Nodes::BasicWidget *node, ProxyWidget *host)
+QWidget *makeHosted(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
+                    const SceneContextPtr &context)
 {
     auto *typed = dynamic_cast<Node *>(node);
     if (!typed)
         return nullptr;
-    auto *element = new Element(typed, nullptr);
+    auto *element = new Element(typed, nullptr, context);
     element->setProxy(host);
     return element;
 }
@@ -66,12 +69,13 @@ const std::map<unsigned, Creator> &table()
 
 } // namespace
 
-QWidget *ElementFactory::create(Nodes::BasicWidget *node, ProxyWidget *host)
+QWidget *ElementFactory::create(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
+                                const SceneContextPtr &context)
 {
     if (!node)
         return nullptr;
     const auto found = table().find(node->GetNodeType().GetCode());
-    return found == table().end() ? nullptr : found->second(node, host);
+    return found == table().end() ? nullptr : found->second(node, host, context);
 }
 
 std::vector<unsigned> ElementFactory::codes()

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/context/SceneContext.h"
 
 #include <vector>
 
+class QGraphicsProxyWidget;
 class QWidget;
 
 namespace Nodes {
@@ -12,8 +14,6 @@ class BasicWidget;
 
 namespace Widgets {
 
-class ProxyWidget;
-
 /// Creates the element that shows a node, by the node's full subtype code. A new element is its
 /// own files and one line in the table of ElementFactory.cpp.
 class WIDGETS_EXPORT ElementFactory
@@ -21,7 +21,8 @@ class WIDGETS_EXPORT ElementFactory
 public:
     /// Null for an unknown code or a node that is not of the class the element shows. `host` is
     /// the item that will own the element; some elements keep it, and it may be null.
-    static QWidget *create(Nodes::BasicWidget *node, ProxyWidget *host);
+    static QWidget *create(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
+                           const SceneContextPtr &context = SceneContext::process());
     /// Full subtype codes of the kinds that have an element, ascending.
     static std::vector<unsigned> codes();
 };

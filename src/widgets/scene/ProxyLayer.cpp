@@ -14,6 +14,8 @@
 #include <QGraphicsView>
 #include <QTimer>
 
+#include <utility>
+
 namespace Widgets {
 
 namespace {
@@ -24,8 +26,9 @@ constexpr unsigned visibleProperty = 13003;
 
 } // namespace
 
-ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags)
-    : QGraphicsProxyWidget(nullptr, flags), m_node(node)
+ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags,
+                       SceneContextPtr context)
+    : QGraphicsProxyWidget(nullptr, flags), m_node(node), m_context(std::move(context))
 {
     setObjectName(QStringLiteral("Layer"));
     setFlag(ItemHasNoContents);
@@ -38,8 +41,9 @@ ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::Windo
     connect(this, &ProxyLayer::nodeRemoved, this, &ProxyLayer::onNodeRemoved);
 }
 
-ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer, QGraphicsScene *scene)
-    : ProxyLayer(static_cast<Nodes::ConfigNode *>(layer), scene, Qt::WindowFlags())
+ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer, QGraphicsScene *scene, SceneContextPtr context)
+    : ProxyLayer(static_cast<Nodes::ConfigNode *>(layer), scene, Qt::WindowFlags(),
+                 std::move(context))
 {
     if (!layer)
         return;
@@ -51,8 +55,9 @@ ProxyLayer::ProxyLayer(Nodes::BasicLayer *layer, QGraphicsScene *scene)
     addWidgets(layer->GetWidgets().GetLinks());
 }
 
-ProxyLayer::ProxyLayer(Nodes::BasicWindow *window, QGraphicsScene *scene)
-    : ProxyLayer(static_cast<Nodes::ConfigNode *>(window), scene, Qt::WindowFlags())
+ProxyLayer::ProxyLayer(Nodes::BasicWindow *window, QGraphicsScene *scene, SceneContextPtr context)
+    : ProxyLayer(static_cast<Nodes::ConfigNode *>(window), scene, Qt::WindowFlags(),
+                 std::move(context))
 {
     if (!window)
         return;
@@ -144,7 +149,7 @@ ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
 {
     if (!dynamic_cast<Nodes::BasicWidget *>(link.GetNode()))
         return nullptr;
-    auto *host = new ProxyWidget(link, this, Qt::WindowFlags());
+    auto *host = new ProxyWidget(link, this, Qt::WindowFlags(), m_context);
     connect(host, &ProxyWidget::copyWidget, this, &ProxyLayer::copyWidget);
     m_hosts.insert(link.GetNodeId(), host);
     host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(m_frameType));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/context/SceneContext.h"
 
 #include "nodes/model/links/NodeLink.h"
 #include "utils/relay/NodeRelay.h"
@@ -35,9 +36,11 @@ class WIDGETS_EXPORT ProxyLayer : public QGraphicsProxyWidget
 public:
     /// A null node gives an empty layer that follows nothing. With a scene the layer adds itself
     /// to it before its elements, which is much faster for many of them.
-    explicit ProxyLayer(Nodes::BasicLayer *layer, QGraphicsScene *scene = nullptr);
+    explicit ProxyLayer(Nodes::BasicLayer *layer, QGraphicsScene *scene = nullptr,
+                        SceneContextPtr context = SceneContext::process());
     /// The elements that stand in the window itself; order 0, always visible.
-    explicit ProxyLayer(Nodes::BasicWindow *window, QGraphicsScene *scene = nullptr);
+    explicit ProxyLayer(Nodes::BasicWindow *window, QGraphicsScene *scene = nullptr,
+                        SceneContextPtr context = SceneContext::process());
     ~ProxyLayer() override;
 
     /// Null without a node, or when it was deleted.
@@ -81,7 +84,8 @@ public slots:
     void setTransparency(bool on);
 
 private:
-    ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags);
+    ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags,
+               SceneContextPtr context);
 
     void addWidgets(const Nodes::NodeLinks &links);
     void follow(bool withProperties);
@@ -95,6 +99,7 @@ private:
     Nodes::BasicLayer *layerNode() const;
 
     Utils::WatchedNode<Nodes::ConfigNode> m_node;
+    SceneContextPtr m_context; // for the elements
     int m_frameType = 1;
     bool m_isTransparent = true;
     bool m_isBuilt = false; // the elements present at construction are hosted

@@ -2,7 +2,6 @@
 
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/model/properties/PropertyProxy.h"
 #include "nodes/visual/windows/BasicComposition.h"
@@ -23,9 +22,10 @@ constexpr int selectionDelay = 100; // ms
 
 } // namespace
 
-ProxyScene::ProxyScene(Nodes::BasicNode *node, int, QObject *parent)
+ProxyScene::ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const SceneContext &context)
     : QGraphicsScene(parent),
       Utils::IUndo(this),
+      m_context(std::make_shared<SceneContext>(context)),
       m_node(node),
       m_selected(std::make_unique<Nodes::PropertyProxy>())
 {
@@ -42,30 +42,31 @@ ProxyScene::ProxyScene(Nodes::BasicNode *node, int, QObject *parent)
     setObjectName(QStringLiteral("ProxyScene: ") + getNameUndo());
 }
 
-ProxyScene::ProxyScene(Nodes::BasicComposition *composition, QObject *parent)
-    : ProxyScene(static_cast<Nodes::BasicNode *>(composition), 0, parent)
+ProxyScene::ProxyScene(Nodes::BasicComposition *composition, QObject *parent,
+                       const SceneContext &context)
+    : ProxyScene(static_cast<Nodes::BasicNode *>(composition), 0, parent, context)
 {
     QList<ProxyLayer *> layers;
     for (const Nodes::NodeLink &link : composition->GetNodes()) {
         if (auto *layer = dynamic_cast<Nodes::BasicLayer *>(link.GetNode()))
-            layers.append(new ProxyLayer(layer, this));
+            layers.append(new ProxyLayer(layer, this, m_context));
     }
     addLayers(layers);
     updateZOrder();
     followLayers(*composition);
 }
 
-ProxyScene::ProxyScene(Nodes::BasicLayer *layer, QObject *parent)
-    : ProxyScene(static_cast<Nodes::BasicNode *>(layer->GetParent()), 0, parent)
+ProxyScene::ProxyScene(Nodes::BasicLayer *layer, QObject *parent, const SceneContext &context)
+    : ProxyScene(static_cast<Nodes::BasicNode *>(layer->GetParent()), 0, parent, context)
 {
-    addLayers({new ProxyLayer(layer, this)});
+    addLayers({new ProxyLayer(layer, this, m_context)});
     updateZOrder();
 }
 
-ProxyScene::ProxyScene(Nodes::BasicWindow *window, QObject *parent)
-    : ProxyScene(static_cast<Nodes::BasicNode *>(window), 0, parent)
+ProxyScene::ProxyScene(Nodes::BasicWindow *window, QObject *parent, const SceneContext &context)
+    : ProxyScene(static_cast<Nodes::BasicNode *>(window), 0, parent, context)
 {
-    addLayers({new ProxyLayer(window, this)});
+    addLayers({new ProxyLayer(window, this, m_context)});
     updateZOrder();
 }
 
@@ -94,7 +95,7 @@ void ProxyScene::onLayerAdded(const Nodes::NodeLink &link)
         return shown->getNode() == layer;
     });
     if (!isKnown)
-        addLayers({new ProxyLayer(layer, this)});
+        addLayers({new ProxyLayer(layer, this, m_context)});
     updateZOrder();
 }
 
@@ -146,7 +147,7 @@ void ProxyScene::setEditingMode(bool on)
 
 bool ProxyScene::isEditing() const
 {
-    return m_isEditable && WindowManager::GetWorkMode() != Nodes::WorkModeRuntime;
+    return m_isEditable && !m_context->isRuntime();
 }
 
 QString ProxyScene::getNameUndo()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/context/SceneContext.h"
 
 #include "nodes/model/NodeType.h"
 #include "utils/relay/NodeRelay.h"
@@ -39,15 +40,22 @@ class WIDGETS_EXPORT ProxyScene : public QGraphicsScene, public Utils::IUndo
     Q_OBJECT
 
 public:
-    ProxyScene(Nodes::BasicComposition *composition, QObject *parent);
+    /// Goes by a copy of `context`; see setMode.
+    ProxyScene(Nodes::BasicComposition *composition, QObject *parent,
+               const SceneContext &context = *SceneContext::process());
     /// Size and name are those of the layer's parent.
-    ProxyScene(Nodes::BasicLayer *layer, QObject *parent);
+    ProxyScene(Nodes::BasicLayer *layer, QObject *parent,
+               const SceneContext &context = *SceneContext::process());
     /// One layer with the window's own elements.
-    ProxyScene(Nodes::BasicWindow *window, QObject *parent);
+    ProxyScene(Nodes::BasicWindow *window, QObject *parent,
+               const SceneContext &context = *SceneContext::process());
     ~ProxyScene() override;
 
     /// What the scene stands for; null without it and when it was deleted.
     Nodes::BasicNode *getNode() const { return m_node.get(); }
+
+    /// What the scene and its elements go by.
+    const SceneContext &context() const { return *m_context; }
 
     /// Start or stop every element, layer by layer.
     void start();
@@ -117,7 +125,7 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent *event) override;
 
 private:
-    ProxyScene(Nodes::BasicNode *node, int, QObject *parent);
+    ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const SceneContext &context);
 
     void followLayers(Nodes::BasicComposition &composition);
     void onLayerAdded(const Nodes::NodeLink &link);
@@ -142,6 +150,7 @@ private:
     void fillSelectionMenu(QMenu &menu);
     void addItemActions(QMenu &menu, const QList<ProxyWidget *> &hosts);
 
+    std::shared_ptr<SceneContext> m_context; ///< shared with the elements
     Utils::WatchedNode<Nodes::BasicNode> m_node;
     std::unique_ptr<QMenu> m_addMenu;
     QPointF m_pastePosition;

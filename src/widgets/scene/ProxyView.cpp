@@ -1,14 +1,15 @@
 #include "widgets/scene/ProxyView.h"
 
-#include "widgets/actions/running/ActionTeller.h"
-#include "widgets/scene/Border.h"
+#include "widgets/context/ActionSink.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/scene/ProxyScene.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/scene/editing/Border.h"
 
 #include "nodes/visual/windows/BasicComposition.h"
 #include "nodes/visual/windows/BasicLayer.h"
 #include "nodes/visual/windows/BasicWindow.h"
 #include "nodes/visual/windows/windowComposed.h"
+#include "utils/convert/MetaTypes.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -22,17 +23,12 @@ namespace {
 
 constexpr double zoomStep = 1.15;
 
-bool isEditor()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
-}
-
 void warn(const Nodes::ConfigNode *node, const char *text)
 {
+    ActionSink &actions = SceneContext::process()->actions();
     if (node)
-        ActionTeller::instance().journalOnce(*node, text);
-    ActionTeller::instance().notify(QStringLiteral("Внимание"), QString::fromUtf8(text),
-                                    std::nullopt);
+        actions.journalOnce(*node, text);
+    actions.notify(QString::fromUtf8(text));
 }
 
 QString nameOf(const Nodes::ConfigNode *node)
@@ -64,7 +60,7 @@ private:
 ProxyView::ProxyView(Nodes::ConfigNode *node, QWidget *parent) : QGraphicsView(parent)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    if (isEditor()) {
+    if (context().isEditor()) {
         setDragMode(RubberBandDrag);
         setViewportUpdateMode(FullViewportUpdate);
     } else {
@@ -109,6 +105,12 @@ ProxyScene *ProxyView::proxyScene() const
     return qobject_cast<ProxyScene *>(scene());
 }
 
+const SceneContext &ProxyView::context() const
+{
+    const ProxyScene *shown = proxyScene();
+    return shown ? shown->context() : *SceneContext::process();
+}
+
 ProxyScene *ProxyView::createScene(Nodes::ConfigNode *node)
 {
     if (auto *composed = dynamic_cast<Nodes::windowComposed *>(node)) {
@@ -128,7 +130,7 @@ ProxyScene *ProxyView::createScene(Nodes::ConfigNode *node)
 
 void ProxyView::addBorder(Nodes::ConfigNode *node)
 {
-    if (!isEditor() || !node)
+    if (!context().isEditor() || !node)
         return;
     m_border = new Border;
     m_border->setPos(0.5, 0.5);
@@ -174,7 +176,7 @@ QSize ProxyView::minimumSizeHint() const
 
 void ProxyView::mousePressEvent(QMouseEvent *event)
 {
-    if (isEditor() && event->button() == Qt::MiddleButton) {
+    if (context().isEditor() && event->button() == Qt::MiddleButton) {
         if (event->modifiers() == Qt::ControlModifier) {
             resetTransform();
         } else {
@@ -186,13 +188,13 @@ void ProxyView::mousePressEvent(QMouseEvent *event)
         }
     }
     QGraphicsView::mousePressEvent(event);
-    if (isEditor())
+    if (context().isEditor())
         event->ignore();
 }
 
 void ProxyView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!isEditor() || !(event->buttons() & Qt::MiddleButton)) {
+    if (!context().isEditor() || !(event->buttons() & Qt::MiddleButton)) {
         QGraphicsView::mouseMoveEvent(event);
         return;
     }
@@ -206,13 +208,13 @@ void ProxyView::mouseMoveEvent(QMouseEvent *event)
 void ProxyView::mouseReleaseEvent(QMouseEvent *event)
 {
     const bool isPanning = !isInteractive();
-    if (isEditor() && event->button() == Qt::MiddleButton && isPanning) {
+    if (context().isEditor() && event->button() == Qt::MiddleButton && isPanning) {
         setDragMode(RubberBandDrag);
         setInteractive(true);
         QApplication::restoreOverrideCursor();
     }
     QGraphicsView::mouseReleaseEvent(event);
-    if (isEditor())
+    if (context().isEditor())
         event->ignore();
 }
 
@@ -221,7 +223,7 @@ void ProxyView::wheelEvent(QWheelEvent *event)
     // Qt gives a wheel turned with Alt as horizontal motion.
     const int delta =
         event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
-    if (!isEditor()) {
+    if (!context().isEditor()) {
         QGraphicsView::wheelEvent(event);
     } else if (event->modifiers() == Qt::ControlModifier) {
         zoom(delta >= 1, event->position().toPoint());

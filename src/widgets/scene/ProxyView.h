@@ -18,6 +18,7 @@ namespace Widgets {
 
 class Border;
 class ProxyScene;
+class SceneContext;
 
 /// Shows the scene of a window, composition or layer node. At run time it neither scrolls nor
 /// zooms: one scene unit is one pixel. In the configurator it pans, zooms and selects by rubber
@@ -39,6 +40,8 @@ public:
     void showScene(ProxyScene *scene, Nodes::ConfigNode *node);
     /// Null when nothing is shown.
     ProxyScene *proxyScene() const;
+    /// That of the scene shown; the process's while there is none.
+    const SceneContext &context() const;
 
     /// Icon of an element type for editors; null when there is none.
     static QPixmap getPixmapWidget(Nodes::NodeType type);

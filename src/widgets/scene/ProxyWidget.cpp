@@ -1,12 +1,10 @@
 #include "widgets/scene/ProxyWidget.h"
 
-#include "widgets/actions/ActionManager.h"
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/painting/DirectPainting.h"
-#include "widgets/scene/Border.h"
 #include "widgets/scene/ElementFactory.h"
-#include "widgets/scene/Locker.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/scene/editing/Border.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
@@ -14,6 +12,9 @@
 #include <QGraphicsSceneResizeEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QWidget>
+
+#include <utility>
 
 namespace Widgets {
 
@@ -25,16 +26,6 @@ constexpr double lockerHeight = 5;
 
 constexpr int settleTime = 100; // ms; a burst of writes shows its last state only
 
-bool isEditor()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeEditing;
-}
-
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
-
 } // namespace
 
 ProxyWidget::ProxyWidget(QGraphicsItem *parent, Qt::WindowFlags flags)
@@ -44,12 +35,14 @@ ProxyWidget::ProxyWidget(QGraphicsItem *parent, Qt::WindowFlags flags)
     setMinimumSize(0, 0);
 }
 
-ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::WindowFlags flags)
+ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::WindowFlags flags,
+                         SceneContextPtr context)
     : ProxyWidget(parent, flags)
 {
+    m_context = std::move(context);
     m_link = link;
     setObjectName(QString::fromStdString(m_link.GetLinkName(true)));
-    if (isEditor()) {
+    if (m_context->isEditor()) {
         m_border = new Border(this);
         m_locker = new Locker(this);
     }
@@ -57,8 +50,8 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
     Nodes::BasicWidget *node = getNode();
     if (node)
         host(*node);
-    if (isRuntime()) {
-        installEventFilter(&ActionManager::getInstance());
+    if (m_context->isRuntime()) {
+        installEventFilter(m_context->gestures());
     } else {
         connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished);
         setFrame();
@@ -105,8 +98,8 @@ void ProxyWidget::host(Nodes::BasicWidget &node)
 
 QWidget *ProxyWidget::createWidget(Nodes::BasicWidget *node)
 {
-    QWidget *created = ElementFactory::create(node, this);
-    if (created && isRuntime()) {
+    QWidget *created = ElementFactory::create(node, this, m_context);
+    if (created && m_context->isRuntime()) {
         created->setDisabled(node->isDisabled());
         nameElement(*created, *node);
     }
@@ -195,7 +188,7 @@ void ProxyWidget::takeVisible(const Nodes::BasicWidget &node)
 
 void ProxyWidget::takeDisabled(const Nodes::BasicWidget &node)
 {
-    if (isRuntime() && widget())
+    if (m_context->isRuntime() && widget())
         widget()->setDisabled(node.isDisabled());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/context/SceneContext.h"
 
 #include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodesArray.h"
@@ -43,7 +44,8 @@ public:
                          Qt::WindowFlags flags = Qt::WindowFlags());
     /// A link that leads to no element, or to one of an unknown kind, gives an empty host.
     explicit ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent = nullptr,
-                         Qt::WindowFlags flags = Qt::WindowFlags());
+                         Qt::WindowFlags flags = Qt::WindowFlags(),
+                         SceneContextPtr context = SceneContext::process());
     ~ProxyWidget() override;
 
     /// UserType plus the node's type code, so that the item's type tells the element's.
@@ -53,6 +55,8 @@ public:
     Nodes::BasicWidget *getNode() const;
     /// Null for an empty host.
     IWidget *element() const { return m_element; }
+    /// That of the scene.
+    const SceneContext &context() const { return *m_context; }
 
     void start();
     void stop();
@@ -127,6 +131,7 @@ private:
     void forwardToView(QGraphicsSceneMouseEvent *event);
     void rememberGeometry();
 
+    SceneContextPtr m_context = SceneContext::process();
     bool m_isMoving = false;
     bool m_isNotSelectable = false;
     Nodes::enAccessDeniedAction m_denial = Nodes::AccessDeniedRefuse; // what is shown accords to it

@@ -1,8 +1,6 @@
 // Which input reaches the element and which the editor.
 #include "widgets/scene/ProxyWidget.h"
 
-#include "widgets/windows/WindowManager.h"
-
 #include "nodes/visual/BasicWidget.h"
 
 #include <QCoreApplication>
@@ -12,18 +10,9 @@
 
 namespace Widgets {
 
-namespace {
-
-bool isRuntime()
-{
-    return WindowManager::GetWorkMode() == Nodes::WorkModeRuntime;
-}
-
-} // namespace
-
 void ProxyWidget::hoverEnterEvent(QGraphicsSceneHoverEvent *event)
 {
-    if (isRuntime())
+    if (m_context->isRuntime())
         QGraphicsProxyWidget::hoverEnterEvent(event);
     else
         QGraphicsItem::hoverEnterEvent(event);
@@ -31,7 +20,7 @@ void ProxyWidget::hoverEnterEvent(QGraphicsSceneHoverEvent *event)
 
 void ProxyWidget::hoverLeaveEvent(QGraphicsSceneHoverEvent *event)
 {
-    if (!isRuntime()) {
+    if (!m_context->isRuntime()) {
         QGraphicsItem::hoverLeaveEvent(event);
         return;
     }
@@ -42,7 +31,7 @@ void ProxyWidget::hoverLeaveEvent(QGraphicsSceneHoverEvent *event)
 
 void ProxyWidget::wheelEvent(QGraphicsSceneWheelEvent *event)
 {
-    if (isRuntime())
+    if (m_context->isRuntime())
         QGraphicsProxyWidget::wheelEvent(event);
     else
         QGraphicsItem::wheelEvent(event);
@@ -50,7 +39,7 @@ void ProxyWidget::wheelEvent(QGraphicsSceneWheelEvent *event)
 
 void ProxyWidget::keyPressEvent(QKeyEvent *event)
 {
-    if (isRuntime())
+    if (m_context->isRuntime())
         QGraphicsProxyWidget::keyPressEvent(event);
     else
         QGraphicsItem::keyPressEvent(event);
@@ -58,7 +47,7 @@ void ProxyWidget::keyPressEvent(QKeyEvent *event)
 
 void ProxyWidget::keyReleaseEvent(QKeyEvent *event)
 {
-    if (isRuntime())
+    if (m_context->isRuntime())
         QGraphicsProxyWidget::keyReleaseEvent(event);
     else
         QGraphicsItem::keyReleaseEvent(event);
@@ -77,7 +66,7 @@ void ProxyWidget::forwardToView(QGraphicsSceneMouseEvent *event)
 
 void ProxyWidget::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (!isRuntime()) {
+    if (!m_context->isRuntime()) {
         QGraphicsItem::mousePressEvent(event);
         return;
     }
@@ -88,7 +77,7 @@ void ProxyWidget::mousePressEvent(QGraphicsSceneMouseEvent *event)
 
 void ProxyWidget::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (isRuntime()) {
+    if (m_context->isRuntime()) {
         QGraphicsProxyWidget::mouseMoveEvent(event);
         return;
     }
@@ -100,7 +89,7 @@ void ProxyWidget::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 
 void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (isRuntime()) {
+    if (m_context->isRuntime()) {
         forwardToView(event);
         QGraphicsProxyWidget::mouseReleaseEvent(event);
         return;
@@ -116,23 +105,26 @@ void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 // Accepted, so that the release which ends the double click comes here too.
 void ProxyWidget::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 {
+    if (!m_context->isRuntime()) {
+        QGraphicsItem::mouseDoubleClickEvent(event);
+        return;
+    }
     QGraphicsProxyWidget::mouseDoubleClickEvent(event);
-    if (isRuntime())
-        event->accept();
+    event->accept();
 }
 
 // The element hears that it will see no release of a press.
 void ProxyWidget::ungrabMouseEvent(QEvent *event)
 {
     QGraphicsProxyWidget::ungrabMouseEvent(event);
-    if (widget() && isRuntime())
+    if (widget() && m_context->isRuntime())
         QCoreApplication::sendEvent(widget(), event);
 }
 
 // The element hears that another one took the focus: what was entered is committed then.
 void ProxyWidget::focusOutEvent(QFocusEvent *event)
 {
-    if (isRuntime())
+    if (m_context->isRuntime())
         QGraphicsProxyWidget::focusOutEvent(event);
     else
         QGraphicsItem::focusOutEvent(event);

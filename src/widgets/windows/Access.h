@@ -1,7 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/running/ActionTrigger.h"
+#include "widgets/context/ActionTrigger.h"
 
 #include "nodes/auth/AuthPriv.h"
 

@@ -1,9 +1,11 @@
 #include "widgets/windows/WindowManager.h"
 
+#include "widgets/actions/ActionManager.h"
 #include "widgets/actions/kinds/qactionAlarm.h"
 #include "widgets/actions/qBasicAction.h"
 #include "widgets/actions/running/ActionRunner.h"
 #include "widgets/actions/running/ActionTeller.h"
+#include "widgets/context/ProcessContext.h"
 #include "widgets/elements/binding/AlarmWatch.h"
 #include "widgets/events/AlarmRelay.h"
 #include "widgets/events/AlarmWindow.h"
@@ -49,6 +51,8 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
         QCoreApplication::instance()->installEventFilter(this);
     g_pWindowManager = this;
     enter();
+    ActionManager &actions = ActionManager::getInstance();
+    m_context = std::make_unique<ProcessContext>(m_core, actions, actions);
     m_worker = new WindowManagerWorkerThread(m_queue, core, this);
     connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
             &WindowManager::OnActionExecuted);
@@ -75,6 +79,7 @@ WindowManager::~WindowManager()
     m_alarmWindow.reset();
     closeEverything();
     leave();
+    m_context.reset();
     if (g_pWindowManager == this)
         g_pWindowManager = nullptr;
 }

@@ -2,8 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/actions/running/ActionQueue.h"
-#include "widgets/actions/running/ActionTrigger.h"
 #include "widgets/actions/running/TimerLists.h"
+#include "widgets/context/ActionTrigger.h"
 #include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WidgetLink.h"
 #include "widgets/windows/desktop/NotificationGate.h"
@@ -43,6 +43,7 @@ class ActionRunner;
 class AlarmRelay;
 class AlarmWindow;
 class FrameDisplays;
+class ProcessContext;
 class WindowManagerWorkerThread;
 
 /// Owner of what is on screen and entry point of the library: builds the frames, keeps the list of
@@ -203,6 +204,7 @@ private:
     std::unique_ptr<AlarmRelay> m_alarms;
     bool m_isTellingAlarms = false;
     Nodes::systemCore *m_core;
+    std::unique_ptr<ProcessContext> m_context;
     std::unique_ptr<AlarmWindow> m_alarmWindow;
     WindowManagerWorkerThread *m_worker = nullptr;
 };

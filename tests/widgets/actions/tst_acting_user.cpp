@@ -156,7 +156,7 @@ void TestActingUser::gesturesOnOneNodeNeverMix()
     Plant plant(true);
     QVector<qBasicAction *> made;
     for (const int display : {1, 2}) {
-        ActionTrigger trigger = ActionManager::triggerAt(nullptr, QPoint(display, 0));
+        ActionTrigger trigger = ActionManager::getInstance().triggerAt(nullptr, QPoint(display, 0));
         trigger.display = display;
         made += plant.manager->makeActions({Nodes::NodeLink(40)}, trigger);
         plant.log(false);

@@ -3,6 +3,7 @@
 #include "support/ShownElement.h"
 #include "support/WhenShown.h"
 
+#include "widgets/elements/input/DialogPlace.h"
 #include "widgets/elements/input/InputNotice.h"
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/scene/ProxyLayer.h"
@@ -532,6 +533,26 @@ private slots:
         QTest::keyClick(&view, Qt::Key_Tab);
         QVERIFY(!box->isEditing());
         QCOMPARE(project.value(10).ToDouble(), 6.0);
+    }
+
+    void dialogsLeaveTheirElementInSight_data()
+    {
+        QTest::addColumn<QRect>("element");
+        QTest::addColumn<QSize>("dialog");
+        QTest::addColumn<QPoint>("place");
+        const QSize pad(340, 400);
+        QTest::newRow("below") << QRect(900, 100, 100, 30) << pad << QPoint(779, 138);
+        QTest::newRow("above") << QRect(900, 900, 100, 30) << pad << QPoint(779, 492);
+        QTest::newRow("in a corner") << QRect(0, 1050, 100, 30) << pad << QPoint(0, 642);
+        QTest::newRow("right") << QRect(900, 500, 100, 30) << QSize(340, 700) << QPoint(1008, 164);
+        QTest::newRow("left") << QRect(1700, 500, 100, 30) << QSize(340, 700) << QPoint(1352, 164);
+        QTest::newRow("no room") << QRect(900, 500, 100, 30) << QSize(1800, 900) << QPoint(49, 180);
+    }
+    void dialogsLeaveTheirElementInSight()
+    {
+        QFETCH(QRect, element);
+        QFETCH(QSize, dialog);
+        QTEST(DialogPlace::beside(element, dialog, {0, 0, 1920, 1080}, 8), "place");
     }
 };
 

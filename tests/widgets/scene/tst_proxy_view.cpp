@@ -2,11 +2,11 @@
 #include "support/RuntimeProject.h"
 #include "support/VisibleBoxes.h"
 
-#include "widgets/scene/Border.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/Border.h"
 
 #include "nodes/model/KindTable.h"
 #include "nodes/visual/BasicWidget.h"

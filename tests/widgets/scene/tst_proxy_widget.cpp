@@ -3,12 +3,12 @@
 
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/qwidgetLabel.h"
-#include "widgets/scene/Border.h"
 #include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/Border.h"
 
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/windows/BasicLayer.h"

@@ -1,11 +1,11 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/scene/Locker.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include "nodes/visual/BasicWidget.h"
 

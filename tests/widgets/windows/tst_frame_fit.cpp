@@ -189,26 +189,6 @@ private slots:
         QCOMPARE(project.front(0), QString("Main"));
     }
 
-    void dialogsLeaveTheirElementInSight_data()
-    {
-        QTest::addColumn<QRect>("element");
-        QTest::addColumn<QSize>("dialog");
-        QTest::addColumn<QPoint>("place");
-        const QSize pad(340, 400);
-        QTest::newRow("below") << QRect(900, 100, 100, 30) << pad << QPoint(779, 138);
-        QTest::newRow("above") << QRect(900, 900, 100, 30) << pad << QPoint(779, 492);
-        QTest::newRow("in a corner") << QRect(0, 1050, 100, 30) << pad << QPoint(0, 642);
-        QTest::newRow("right") << QRect(900, 500, 100, 30) << QSize(340, 700) << QPoint(1008, 164);
-        QTest::newRow("left") << QRect(1700, 500, 100, 30) << QSize(340, 700) << QPoint(1352, 164);
-        QTest::newRow("no room") << QRect(900, 500, 100, 30) << QSize(1800, 900) << QPoint(49, 180);
-    }
-    void dialogsLeaveTheirElementInSight()
-    {
-        QFETCH(QRect, element);
-        QFETCH(QSize, dialog);
-        QTEST(FrameGeometry::beside(element, dialog, {0, 0, 1920, 1080}, 8), "place");
-    }
-
     void dialogsFollowTheirDisplay()
     {
         const Plant project;

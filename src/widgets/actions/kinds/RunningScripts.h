@@ -1,7 +1,7 @@
 #pragma once
 
 #include "widgets/actions/running/ActionJournal.h"
-#include "widgets/actions/running/ActionTrigger.h"
+#include "widgets/context/ActionTrigger.h"
 
 #include "nodes/scripts/ScriptRunner.h"
 

@@ -1,9 +1,8 @@
 #include "widgets/elements/input/ValueWriter.h"
 
-#include "widgets/actions/ActionManager.h"
-#include "widgets/actions/running/ActionTeller.h"
+#include "widgets/context/ActionSink.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/dialogs/PlainMessageBox.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/BasicWidget.h"
 
@@ -20,16 +19,17 @@ constexpr int codeSilent = 403;
 
 } // namespace
 
-bool ValueWriter::write(QWidget &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
-                        const std::function<void()> &restore)
+bool ValueWriter::write(QWidget &element, const SceneContext &context, Nodes::BasicWidget &node,
+                        const Nodes::SignalValue &value, const std::function<void()> &restore)
 {
-    const Nodes::Result result = node.WriteValue(value);
+    const Nodes::Result result =
+        context.actions().write(node, [&] { return node.WriteValue(value); });
     if (result) {
-        runAfterWrite(element, node);
+        runAfterWrite(element, context, node);
         return true;
     }
     const QPointer<QWidget> alive(&element);
-    report(result);
+    report(context, result);
     if (alive && restore) {
         const QSignalBlocker blocker(&element);
         restore();
@@ -49,13 +49,14 @@ std::unique_ptr<PlainMessageBox> ValueWriter::question(const QString &shownValue
     return box;
 }
 
-void ValueWriter::runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node)
+void ValueWriter::runAfterWrite(const QWidget &element, const SceneContext &context,
+                                const Nodes::BasicWidget &node)
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeRuntime)
-        ActionManager::getInstance().trigger(node.GetAfterWriteActions(), &element, std::nullopt);
+    if (context.isRuntime())
+        context.actions().trigger(node.GetAfterWriteActions(), &element, std::nullopt);
 }
 
-void ValueWriter::report(const Nodes::Result &result)
+void ValueWriter::report(const SceneContext &context, const Nodes::Result &result)
 {
     if (result || result.GetCode() == codeSilent)
         return;
@@ -64,7 +65,7 @@ void ValueWriter::report(const Nodes::Result &result)
                        : QString::fromStdString(result.GetResultTranslated());
     if (result == Nodes::Result::OutOfRange) // the value and its limits, which need no language
         text += QLatin1Char('\n') + QString::fromStdString(result.GetDetail());
-    ActionTeller::instance().warn(text);
+    context.actions().warn(text);
 }
 
 } // namespace Widgets

@@ -17,6 +17,7 @@ class SignalValue;
 namespace Widgets {
 
 class PlainMessageBox;
+class SceneContext;
 
 /// How every element writes what the operator entered. The node checks rights, type and limits;
 /// after a success the element's after-write actions run, at run time; a refusal is told and the
@@ -27,16 +28,17 @@ public:
     /// True when the write was accepted: the element then keeps the value. Else `restore` is
     /// called, after the message, with the signals of `element` blocked, so that restoring writes
     /// nothing; not when the element was deleted while the message stood.
-    static bool write(QWidget &element, Nodes::BasicWidget &node, const Nodes::SignalValue &value,
-                      const std::function<void()> &restore);
+    static bool write(QWidget &element, const SceneContext &context, Nodes::BasicWidget &node,
+                      const Nodes::SignalValue &value, const std::function<void()> &restore);
 
     /// Question before that value, as shown, is written, for who runs it modally; Ok: write. A key
     /// pressed by reflex does not.
     static std::unique_ptr<PlainMessageBox> question(const QString &shownValue);
     /// Runs the after-write actions of the element, at run time, on the display where it stands.
-    static void runAfterWrite(const QWidget &element, const Nodes::BasicWidget &node);
+    static void runAfterWrite(const QWidget &element, const SceneContext &context,
+                              const Nodes::BasicWidget &node);
     /// Modal message of a refused write, one at a time; nothing for success and for code 403.
-    static void report(const Nodes::Result &result);
+    static void report(const SceneContext &context, const Nodes::Result &result);
 };
 
 } // namespace Widgets

@@ -1,6 +1,6 @@
 #include "widgets/elements/pictures/MissingPicture.h"
 
-#include "widgets/windows/WindowManager.h"
+#include "widgets/context/SceneContext.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
@@ -36,9 +36,10 @@ bool isFirst(const Nodes::ResourceLink &picture)
 
 } // namespace
 
-void MissingPicture::report(const Nodes::ConfigNode &node, const Nodes::ResourceLink &picture)
+void MissingPicture::report(const SceneContext &context, const Nodes::ConfigNode &node,
+                            const Nodes::ResourceLink &picture)
 {
-    if (WindowManager::GetWorkMode() != Nodes::WorkModeRuntime || !isFirst(picture))
+    if (!context.isRuntime() || !isFirst(picture))
         return;
     // What the journal refuses it keeps and tells itself.
     (void)node.StoreMessage(Nodes::LevelWarning,
@@ -47,9 +48,10 @@ void MissingPicture::report(const Nodes::ConfigNode &node, const Nodes::Resource
                             node.GetNodeLink());
 }
 
-void MissingPicture::draw(QPainter &painter, const QRect &rect, const Nodes::ResourceLink &picture)
+void MissingPicture::draw(const SceneContext &context, QPainter &painter, const QRect &rect,
+                          const Nodes::ResourceLink &picture)
 {
-    if (WindowManager::GetWorkMode() == Nodes::WorkModeEditing)
+    if (context.isEditor())
         drawPlaceholder(painter, rect,
                         QFileInfo(QString::fromStdString(picture.GetFilePath())).fileName());
 }

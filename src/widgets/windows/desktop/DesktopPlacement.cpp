@@ -14,14 +14,6 @@
 
 namespace Widgets {
 
-namespace {
-
-constexpr int besideGap = 18; // pixels
-constexpr int decorationEdge = 4;
-constexpr int decorationTitle = 28;
-
-} // namespace
-
 QWidget *DesktopPlacement::outermost(QWidget *window)
 {
     return WindowDecoration::around(window) ? window->parentWidget() : window;
@@ -57,21 +49,6 @@ QPoint DesktopPlacement::clearOf(const QRect &window, const QRect &other, const 
         }
     }
     return best;
-}
-
-void DesktopPlacement::beside(QWidget &dialog, const QWidget &element)
-{
-    const QRect shown(element.mapToGlobal(QPoint(0, 0)),
-                      element.mapToGlobal(element.rect().bottomRight()));
-    const QScreen *screen = ScreenOf(shown);
-    if (!screen)
-        return;
-    dialog.ensurePolished();
-    const QSize size = dialog.testAttribute(Qt::WA_Resized) ? dialog.size() : dialog.sizeHint();
-    // A window manager may add a title and edges, above this place or at it.
-    const QRect room = screen->availableGeometry().adjusted(
-        decorationEdge, decorationTitle, -decorationEdge, -decorationTitle - decorationEdge);
-    dialog.move(FrameGeometry::beside(shown, size, room, decorationTitle + besideGap));
 }
 
 void DesktopPlacement::bringBack(QWidget &window, const QRect &gone)

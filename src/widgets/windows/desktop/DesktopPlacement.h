@@ -26,8 +26,6 @@ public:
     /// Nearest place for `window` within `screen` where it does not lie on `other`; where it is
     /// when there is no room.
     static QPoint clearOf(const QRect &window, const QRect &other, const QRect &screen);
-    /// Puts a dialog that is not shown yet where it leaves that element in sight, on its screen.
-    static void beside(QWidget &dialog, const QWidget &element);
     /// Moves a top-level window that is on no screen any more, because the one at `gone` was
     /// unplugged (null: changed), to the same place of the primary screen, and one whose title
     /// cannot be caught on to the nearest screen.

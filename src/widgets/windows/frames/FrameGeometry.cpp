@@ -99,20 +99,4 @@ QPoint FrameGeometry::inside(const QRect &frame)
     return inside(frame, availableScreens());
 }
 
-QPoint FrameGeometry::beside(const QRect &what, const QSize &size, const QRect &screen, int gap)
-{
-    const QRect kept = what.adjusted(-gap, -gap, gap, gap);
-    const QPoint centred = what.center() - QPoint(size.width() / 2, size.height() / 2);
-    const QPoint places[] = {{centred.x(), kept.bottom() + 1},
-                             {centred.x(), kept.top() - size.height()},
-                             {kept.right() + 1, centred.y()},
-                             {kept.left() - size.width(), centred.y()}};
-    for (const QPoint &place : places) {
-        const QRect moved(inside(QRect(place, size), {screen}), size);
-        if (screen.contains(moved) && !moved.intersects(what))
-            return moved.topLeft();
-    }
-    return inside(QRect(places[0], size), {screen});
-}
-
 } // namespace Widgets

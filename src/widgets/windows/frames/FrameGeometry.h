@@ -35,10 +35,6 @@ struct WIDGETS_EXPORT FrameGeometry
     /// top and the left.
     static QPoint inside(const QRect &frame, const QVector<QRect> &screens);
     static QPoint inside(const QRect &frame);
-    /// Place for something of that size on `screen` that leaves `what` in sight: below, above, to
-    /// the right or left of it, else as near as `screen` allows. `gap` is kept free between the
-    /// two.
-    static QPoint beside(const QRect &what, const QSize &size, const QRect &screen, int gap);
 };
 
 } // namespace Widgets

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/scene/GraphicsItem.h"
+#include "widgets/scene/editing/GraphicsItem.h"
 
 class QGraphicsPixmapItem;
 

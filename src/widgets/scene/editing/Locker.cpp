@@ -1,4 +1,4 @@
-#include "widgets/scene/Locker.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include <QGraphicsPixmapItem>
 #include <QGraphicsSceneMouseEvent>

@@ -1,7 +1,7 @@
 // How edits of one element reach the project.
-#include "widgets/scene/Locker.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/properties/BasicProperty.h"

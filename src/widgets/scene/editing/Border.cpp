@@ -1,4 +1,4 @@
-#include "widgets/scene/Border.h"
+#include "widgets/scene/editing/Border.h"
 
 #include <QPainter>
 

@@ -1,4 +1,4 @@
-#include "widgets/scene/GraphicsItem.h"
+#include "widgets/scene/editing/GraphicsItem.h"
 
 namespace Widgets {
 

@@ -1,0 +1,7 @@
+#include "widgets/context/OwedActions.h"
+
+namespace Widgets {
+
+OwedActions::~OwedActions() = default;
+
+} // namespace Widgets
