@@ -7,7 +7,10 @@
 namespace Nodes {
 
 SignalSink::SignalSink(const BasicSignal &signal)
-    : m_cell(signal.GetCell()), m_path(signal.GetPath()), m_type(signal.GetValueType())
+    : m_cell(signal.GetCell()),
+      m_path(signal.GetPath()),
+      m_type(signal.GetValueType()),
+      m_deadband(signal.GetDeadband())
 {
 }
 
@@ -16,7 +19,7 @@ void SignalSink::Publish(const SignalValue &value, Timestamp source) const
     SignalValue typed = value.ConvertedTo(m_type);
     const Timestamp now = Clock::Current().Now();
     typed.SetTimes(source != 0 ? source : now, now);
-    m_cell->Publish(std::move(typed));
+    m_cell->Publish(std::move(typed), m_deadband);
 }
 
 void SignalSink::Fail(const Result &reason) const

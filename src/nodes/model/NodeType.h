@@ -27,7 +27,6 @@ public:
         TypeMenu = 11,
         TypeChartItem = 12,
         TypeReportItem = 13,
-        TypeArchive = 14,
         TypeArgument = 15,
         TypeAction = 16,
         TypeFrame = 17,
@@ -35,6 +34,7 @@ public:
         TypeComposition = 19,
         TypeLayer = 20,
         TypeWidget = 21,
+        TypeArchive = 26,
         TypeArchiverAction = 0x106
     };
     /// Full subtype codes; every registered kind has one, the named ones are used in code.

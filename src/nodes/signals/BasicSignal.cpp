@@ -107,6 +107,20 @@ void BasicSignal::Validate(ValidationResults &results) const
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "staleAfter"),
                     GetName() + ": значение обновляется только при изменении и не устаревает; "
                                 "уберите «Устаревает через»");
+    validateDeadband(results);
+}
+
+void BasicSignal::validateDeadband(ValidationResults &results) const
+{
+    std::string reason;
+    if (GetOrigin() == SignalOrigin::Process)
+        reason = "значение не измеряется, а меняется записью";
+    else if (m_valueType == int(enSignalValueType::String) ||
+             m_valueType == int(enSignalValueType::Bool))
+        reason = "она есть только у чисел";
+    if (m_deadband > 0 && !reason.empty())
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "deadband"),
+                    GetName() + ": зона нечувствительности не действует: " + reason);
 }
 
 AuthPrivArray BasicSignal::GetAvailablePrivs() const

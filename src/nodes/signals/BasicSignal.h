@@ -48,7 +48,9 @@ public:
     /// Milliseconds without an update after which a polled value is stale; 0: never. Values that
     /// are published on changes do not grow old.
     int GetStaleAfter() const { return m_staleAfter; }
-    /// Change below which archive and alarms need not look again, engineering units.
+    /// Change of a number below which what its driver measures is not published as a new value,
+    /// engineering units; 0: everything is. Alarms judge what was measured. Read when the driver
+    /// starts.
     double GetDeadband() const { return m_deadband; }
 
     /// Writes a value on behalf of the current user: checks the write right, that the signal may
@@ -75,6 +77,7 @@ protected:
 
 private:
     Result checkWrite(const SignalValue &converted) const;
+    void validateDeadband(ValidationResults &results) const;
     void journalWrite(const SignalValue &old, const SignalValue &value, const Result &result) const;
 
     std::shared_ptr<ValueCell> m_cell;

@@ -84,6 +84,7 @@ SignalValue SignalValue::ConvertedTo(enSignalValueType type) const
     else if (type == enSignalValueType::Double && std::isfinite(number))
         fitting = number;
     fitting.SetTimes(m_sourceTime, m_receiveTime);
+    fitting.SetQualityTime(m_qualityTime);
     fitting.SetQuality(m_quality);
     return fitting;
 }

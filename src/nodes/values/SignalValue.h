@@ -74,9 +74,14 @@ public:
 
     /// Time at the source (device or driver poll); 0 when never stamped.
     Timestamp GetSourceTime() const { return m_sourceTime; }
-    /// Time of arrival in this process.
+    /// Time of arrival in this process. A change of quality alone leaves both times as they are.
     Timestamp GetReceiveTime() const { return m_receiveTime; }
     void SetTimes(Timestamp source, Timestamp receive);
+    /// Since when the signal has had this quality, by the clock of this station: when it turned
+    /// stale, when its device was lost, when it was good again. Set by the cell that it is
+    /// published into; 0 before that.
+    Timestamp GetQualityTime() const { return m_qualityTime; }
+    void SetQualityTime(Timestamp time) { m_qualityTime = time; }
     /// Source time as UTC ptime; not_a_date_time when never stamped.
     boost::posix_time::ptime GetPTime() const;
 
@@ -94,6 +99,7 @@ private:
     Quality m_quality = Quality::Good;
     Timestamp m_sourceTime = 0;
     Timestamp m_receiveTime = 0;
+    Timestamp m_qualityTime = 0;
     std::shared_ptr<const IntervalSample> m_interval;
 };
 

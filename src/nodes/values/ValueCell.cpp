@@ -1,25 +1,59 @@
 #include "nodes/values/ValueCell.h"
 
 #include "nodes/values/Clock.h"
+#include "nodes/values/SampleOrder.h"
+#include "nodes/values/SampleTap.h"
 #include "nodes/values/SlotList.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace Nodes {
 
-struct ValueCellSignal
+struct ValueCell::Subscribers
 {
     SlotList<const SignalValue &> changed;
+};
+
+namespace {
+
+struct Recorder
+{
+    void Offer(const SignalValue &value, Timestamp time)
+    {
+        if (value == last && value.GetSourceTime() == last.GetSourceTime())
+            return;
+        last = value;
+        tap->Offer(order.Place(time, Clock::Current().Now()), value);
+    }
+
+    std::shared_ptr<SampleTap> tap;
+    SampleOrder order;
+    SignalValue last;
+};
+
+bool isAnalog(const SignalValue &value)
+{
+    return value.IsNumber() && value.GetType() != enSignalValueType::Bool;
+}
+
+} // namespace
+
+struct ValueCell::Taps
+{
+    std::vector<Recorder> recorders;
 };
 
 ValueCell::ValueCell() = default;
 
 ValueCell::~ValueCell()
 {
-    delete m_signal.load();
+    for (const auto &subscribers : m_subscribers)
+        delete subscribers.load();
 }
 
-void ValueCell::Publish(SignalValue value)
+void ValueCell::Publish(SignalValue value, double deadband)
 {
     const Clock &clock = Clock::Current();
     if (value.GetType() == enSignalValueType::Double && !std::isfinite(value.ToDouble()))
@@ -28,12 +62,57 @@ void ValueCell::Publish(SignalValue value)
         const Timestamp now = clock.Now();
         value.SetTimes(value.GetSourceTime() != 0 ? value.GetSourceTime() : now, now);
     }
+    bool isHeld = false;
     {
         const std::lock_guard lock(m_mutex);
-        m_value = value;
+        const bool hasQualityTime = m_value.GetQualityTime() != 0;
+        const bool isSameQuality = hasQualityTime && m_value.GetQuality() == value.GetQuality();
+        value.SetQualityTime(isSameQuality ? m_value.GetQualityTime() : value.GetReceiveTime());
+        isHeld = isHeldBack(value, deadband);
+        if (isHeld)
+            hold(value);
+        else
+            store(value);
         m_lastPublished.store(clock.Steady(), std::memory_order_relaxed);
     }
-    emitValue(value);
+    if (!isHeld)
+        emitValue(value, ValueFeed::Published);
+    emitValue(value, ValueFeed::Measured);
+}
+
+bool ValueCell::isHeldBack(const SignalValue &value, double deadband) const
+{
+    return deadband > 0 && isAnalog(value) && value.GetType() == m_value.GetType() &&
+           value.GetQuality() == m_value.GetQuality() &&
+           std::abs(value.ToDouble() - m_value.ToDouble()) < deadband;
+}
+
+void ValueCell::hold(const SignalValue &value)
+{
+    m_value.SetTimes(value.GetSourceTime(), value.GetReceiveTime());
+    if (m_heldBack)
+        *m_heldBack = value;
+    else
+        m_heldBack = std::make_unique<SignalValue>(value);
+}
+
+void ValueCell::store(const SignalValue &value)
+{
+    m_value = value;
+    if (m_taps)
+        offer(m_value, m_value.GetSourceTime());
+    m_heldBack.reset();
+}
+
+SignalValue ValueCell::degrade(Quality quality)
+{
+    const Timestamp now = Clock::Current().Now();
+    m_value.SetQuality(quality);
+    m_value.SetQualityTime(now);
+    if (m_taps)
+        offer(m_value, now);
+    m_heldBack.reset();
+    return m_value;
 }
 
 void ValueCell::Degrade(Quality quality, const Result &reason)
@@ -45,11 +124,10 @@ void ValueCell::Degrade(Quality quality, const Result &reason)
             return;
         if (m_value.IsEmpty())
             m_value.SetValue(reason);
-        m_value.SetQuality(quality);
-        m_value.SetTimes(m_value.GetSourceTime(), Clock::Current().Now());
-        degraded = m_value;
+        degraded = degrade(quality);
     }
-    emitValue(degraded);
+    emitValue(degraded, ValueFeed::Published);
+    emitValue(degraded, ValueFeed::Measured);
 }
 
 bool ValueCell::Expire(Timestamp lastPublished)
@@ -61,11 +139,10 @@ bool ValueCell::Expire(Timestamp lastPublished)
         if (LastPublished() != lastPublished || quality == Quality::Bad ||
             quality == Quality::Stale)
             return false;
-        m_value.SetQuality(Quality::Stale);
-        m_value.SetTimes(m_value.GetSourceTime(), Clock::Current().Now());
-        expired = m_value;
+        expired = degrade(Quality::Stale);
     }
-    emitValue(expired);
+    emitValue(expired, ValueFeed::Published);
+    emitValue(expired, ValueFeed::Measured);
     return true;
 }
 
@@ -75,21 +152,64 @@ SignalValue ValueCell::Value() const
     return m_value;
 }
 
-Connection ValueCell::Subscribe(Slot slot)
+SignalValue ValueCell::Measured() const
 {
-    ValueCellSignal *existing = m_signal.load(std::memory_order_acquire);
+    const std::lock_guard lock(m_mutex);
+    return m_heldBack ? *m_heldBack : m_value;
+}
+
+Connection ValueCell::Subscribe(Slot slot, ValueFeed feed)
+{
+    std::atomic<Subscribers *> &subscribers = m_subscribers[std::size_t(feed)];
+    Subscribers *existing = subscribers.load(std::memory_order_acquire);
     if (!existing) {
-        auto fresh = std::make_unique<ValueCellSignal>();
-        if (m_signal.compare_exchange_strong(existing, fresh.get(), std::memory_order_acq_rel))
+        auto fresh = std::make_unique<Subscribers>();
+        if (subscribers.compare_exchange_strong(existing, fresh.get(), std::memory_order_acq_rel))
             existing = fresh.release();
     }
     return existing->changed.Connect(std::move(slot));
 }
 
-void ValueCell::emitValue(const SignalValue &value) const
+void ValueCell::emitValue(const SignalValue &value, ValueFeed feed) const
 {
-    if (ValueCellSignal *subscribers = m_signal.load(std::memory_order_acquire))
-        subscribers->changed(value);
+    const auto &subscribers = m_subscribers[std::size_t(feed)];
+    if (const Subscribers *listening = subscribers.load(std::memory_order_acquire))
+        listening->changed(value);
+}
+
+void ValueCell::AddTap(std::shared_ptr<SampleTap> tap)
+{
+    const std::lock_guard lock(m_mutex);
+    Recorder recorder{std::move(tap), {}, {}};
+    const bool isChangeOfQuality = m_value.GetQualityTime() > m_value.GetReceiveTime();
+    if (!m_value.IsEmpty())
+        recorder.Offer(m_value,
+                       isChangeOfQuality ? m_value.GetQualityTime() : m_value.GetSourceTime());
+    if (!m_taps)
+        m_taps = std::make_unique<Taps>();
+    m_taps->recorders.push_back(std::move(recorder));
+}
+
+void ValueCell::RemoveTap(const SampleTap &tap)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_taps)
+        return;
+    auto &all = m_taps->recorders;
+    all.erase(std::remove_if(all.begin(), all.end(),
+                             [&tap](const Recorder &r) { return r.tap.get() == &tap; }),
+              all.end());
+    if (all.empty())
+        m_taps.reset();
+}
+
+void ValueCell::offer(const SignalValue &value, Timestamp time)
+{
+    for (Recorder &recorder : m_taps->recorders) {
+        if (m_heldBack)
+            recorder.Offer(*m_heldBack, m_heldBack->GetSourceTime());
+        recorder.Offer(value, time);
+    }
 }
 
 } // namespace Nodes

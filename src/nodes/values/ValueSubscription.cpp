@@ -20,7 +20,8 @@ ValueSubscription::~ValueSubscription()
     Disconnect();
 }
 
-void ValueSubscription::Connect(std::shared_ptr<ValueCell> cell, ValueCell::Slot slot)
+void ValueSubscription::Connect(std::shared_ptr<ValueCell> cell, ValueCell::Slot slot,
+                                ValueFeed feed)
 {
     Disconnect();
     if (!cell)
@@ -28,11 +29,13 @@ void ValueSubscription::Connect(std::shared_ptr<ValueCell> cell, ValueCell::Slot
     m_cell = std::move(cell);
     m_gate = std::make_shared<Gate>();
     m_gate->slot = std::move(slot);
-    m_connection = m_cell->Subscribe([gate = m_gate](const SignalValue &value) {
-        const std::lock_guard lock(gate->mutex);
-        if (gate->isOpen)
-            gate->slot(value);
-    });
+    m_connection = m_cell->Subscribe(
+        [gate = m_gate](const SignalValue &value) {
+            const std::lock_guard lock(gate->mutex);
+            if (gate->isOpen)
+                gate->slot(value);
+        },
+        feed);
 }
 
 void ValueSubscription::Disconnect()

@@ -21,7 +21,8 @@ public:
     ValueSubscription &operator=(const ValueSubscription &) = delete;
 
     /// Ends the previous subscription. The slot is not called with the cell's present value.
-    void Connect(std::shared_ptr<ValueCell> cell, ValueCell::Slot slot);
+    void Connect(std::shared_ptr<ValueCell> cell, ValueCell::Slot slot,
+                 ValueFeed feed = ValueFeed::Published);
     void Disconnect();
     bool IsConnected() const { return m_gate != nullptr; }
     const std::shared_ptr<ValueCell> &GetCell() const { return m_cell; }

@@ -155,6 +155,17 @@ class TestAlarmEngine : public QObject
     Q_OBJECT
 
 private slots:
+    void deadbandOfTheSignalHidesNoLimit()
+    {
+        Plant plant;
+        ValueCell &tank = *plant.tanks[0]->GetCell();
+        plant.start();
+        for (const double level : {79., 80.5, 79.5})
+            tank.Publish(level, 5);
+        QTRY_COMPARE(plant.announced, 2);
+        QCOMPARE(tank.Value().ToDouble(), 79.);
+    }
+
     void hangingDiskSilencesNothing()
     {
         Plant plant;

@@ -167,7 +167,8 @@ void AlarmEngine::keep(const Watch &watch)
 
 void AlarmEngine::subscribe(Watch &watch)
 {
-    watch.subscription.Connect(watch.cell, [this, &watch](const SignalValue &) { judge(watch); });
+    watch.subscription.Connect(
+        watch.cell, [this, &watch](const SignalValue &) { judge(watch); }, ValueFeed::Measured);
     judge(watch);
 }
 
@@ -181,9 +182,9 @@ void AlarmEngine::judge(Watch &watch)
             m_deadlines.empty() ? DeadlineThread::Never : m_deadlines.begin()->first;
         AlarmTracker::Records records;
         const bool wasDoubtful = watch.tracker.isDoubtful();
-        // Two publishers may arrive in either order; the cell's own value is the later one.
+        // The cell knows the later of two values; measured: a deadband must not hide a limit.
         step(watch,
-             [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Value(), now, records); });
+             [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Measured(), now, records); });
         if (records.empty() && watch.tracker.isDoubtful() != wasDoubtful)
             tellDoubt(watch);
         send(watch, std::move(records));
@@ -300,8 +301,7 @@ std::vector<BasicEvent> AlarmEngine::GetActive(const ValueCell &cell) const
 {
     std::vector<BasicEvent> active;
     const std::lock_guard lock(m_mutex);
-    const auto watches = m_byCell.equal_range(&cell);
-    for (auto watch = watches.first; watch != watches.second; ++watch) {
+    for (auto [watch, end] = m_byCell.equal_range(&cell); watch != end; ++watch) {
         if (watch->second->tracker.GetState() != AlarmState::Normal)
             active.push_back(watch->second->tracker.GetRecord());
     }

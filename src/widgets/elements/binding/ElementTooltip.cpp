@@ -53,6 +53,14 @@ std::string reasonText(const Nodes::SignalValue &value)
     return {};
 }
 
+std::string qualityText(const Nodes::SignalValue &value)
+{
+    const std::string name = Nodes::QualityName(value.GetQuality());
+    if (value.IsGood() || value.GetQualityTime() == 0)
+        return name;
+    return name + " с " + Utils::timeText(value.GetQualityTime()).toStdString();
+}
+
 std::string stateText(Nodes::AlarmState state)
 {
     switch (state) {
@@ -101,9 +109,10 @@ QString ElementTooltip::text(const Nodes::BasicWidget &node)
     lines << line("Сигнал", signal ? signal->GetPath() : "не найден");
     if (signal && Nodes::IsForbiddenToView(*signal))
         return (lines << QStringLiteral("Нет прав на просмотр")).join(QLatin1Char('\n'));
-    lines << line("Качество", Nodes::QualityName(value.GetQuality()))
-          << line(value.IsGood() ? "Значение" : "Последнее значение", valueText(value, signal))
-          << line("Время", Utils::timeText(value.GetSourceTime()).toStdString());
+    lines << line("Качество", qualityText(value))
+          << line(value.IsGood() ? "Значение" : "Последнее значение", valueText(value, signal));
+    if (!value.IsError() && !value.IsEmpty())
+        lines << line("Время", Utils::timeText(value.GetSourceTime()).toStdString());
     const std::string reason = reasonText(value);
     if (!reason.empty())
         lines << line("Причина", reason);
