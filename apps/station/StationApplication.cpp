@@ -7,6 +7,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/LoadReport.h"
 #include "nodes/system/systemCore.h"
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/Screens.h"
@@ -71,15 +72,17 @@ int StationApplication::run()
 
 bool StationApplication::load()
 {
-    Widgets::LoadDialog dialog(QString::fromStdString(m_options.project));
-    dialog.setUnattended(!isAttended());
-    dialog.setShowsProgress(m_options.showsSplash);
-    const bool isLoaded = dialog.load();
-    logFindings(dialog);
+    Widgets::DialogRequest request;
+    request.subject = QString::fromStdString(m_options.project);
+    const Widgets::OwnedDialog<Widgets::LoadDialog> dialog(request);
+    dialog->setUnattended(!isAttended());
+    dialog->setShowsProgress(m_options.showsSplash);
+    const bool isLoaded = dialog->load();
+    logFindings(*dialog);
     if (!isLoaded || m_signals.wasReceived())
         return false;
-    m_core->SetLoadReport(dialog.report());
-    m_core->AdoptProject(dialog.takeProject(), dialog.file().toStdString());
+    m_core->SetLoadReport(dialog->report());
+    m_core->AdoptProject(dialog->takeProject(), dialog->file().toStdString());
     const Nodes::Result selected = m_core->SelectStation(m_options.station);
     if (!selected)
         refuse(tr("В проекте нет станции «%1». Укажите параметром --station одну из имеющихся: "

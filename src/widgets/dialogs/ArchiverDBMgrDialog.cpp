@@ -1,5 +1,7 @@
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
 
+#include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 
 #include "nodes/actions/kinds/actionArchiverDBMgr.h"
@@ -7,6 +9,7 @@
 #include "nodes/system/systemCore.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -52,6 +55,14 @@ QString reasonOf(const Nodes::Result &result)
     return QString::fromStdString(result.GetResultTranslated());
 }
 
+// With the data of this station: others on the machine have their own place.
+QString settingsFile(const Nodes::BasicAction *node)
+{
+    const Nodes::systemCore *core = node ? node->GetCore() : nullptr;
+    const QString name = QStringLiteral("config.json");
+    return core ? QDir(QString::fromStdString(core->GetDataDirectory())).filePath(name) : name;
+}
+
 } // namespace
 
 struct ArchiverDBMgrDialog::Copy
@@ -63,7 +74,8 @@ struct ArchiverDBMgrDialog::Copy
 
 ArchiverDBMgrDialog::ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString &name,
                                          QWidget *parent)
-    : QDialog(parent),
+    : BasicDialog(parent),
+      ConfiguratorWindow(this, QStringLiteral("ArchiveFiles"), settingsFile(node)),
       m_copy(node ? Nodes::NodesArray::CreateNodeCopy(node->GetNodeType(), node) : nullptr),
       m_node(dynamic_cast<Nodes::actionArchiverDBMgr *>(m_copy.get())),
       m_model(new QStandardItemModel(this)),
@@ -125,6 +137,8 @@ QWidget *ArchiverDBMgrDialog::buildButtons()
         button->setAutoDefault(false);
         layout->addWidget(button);
     }
+    for (QPushButton *button : {m_refresh, m_copyButton, m_delete, close})
+        MakeTouchable(*button);
     return row;
 }
 
@@ -187,8 +201,8 @@ void ArchiverDBMgrDialog::updateButtons()
 void ArchiverDBMgrDialog::tell(const Nodes::Result &result, const QString &what)
 {
     if (!result)
-        PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Ошибка"),
-                             what + '\n' + reasonOf(result), QMessageBox::Ok, this);
+        PlainMessageBox::tell(QMessageBox::Warning, QStringLiteral("Ошибка"),
+                              what + '\n' + reasonOf(result), this);
 }
 
 void ArchiverDBMgrDialog::deleteSelected()
@@ -196,11 +210,19 @@ void ArchiverDBMgrDialog::deleteSelected()
     const QString file = selectedFile();
     if (!hasProject() || file.isEmpty())
         return;
-    const auto answer = PlainMessageBox::ask(
-        QMessageBox::Question, QStringLiteral("Удаление файла"),
+    DialogRequest request;
+    request.parent = this;
+    auto *question = Dialogs::make<PlainMessageBox>(request);
+    question->setQuestion(
+        QStringLiteral("Удаление файла"),
         QStringLiteral("Удалить «%1»? Данные, которые в нём хранятся, будут потеряны.").arg(file),
-        QMessageBox::Yes | QMessageBox::No, this, QMessageBox::No);
-    if (answer != QMessageBox::Yes || !hasProject())
+        QStringLiteral("Удалить"));
+    question->askFor([this, file] { deleteFile(file); });
+}
+
+void ArchiverDBMgrDialog::deleteFile(const QString &file)
+{
+    if (!hasProject())
         return;
     tell(m_node->DeleteFile(file.toStdString()), QStringLiteral("Файл не удалён: ") + file);
     refresh();
@@ -241,12 +263,14 @@ void ArchiverDBMgrDialog::finishCopy()
     if (!m_copying)
         return;
     endCopy();
+    if (m_isUserGone)
+        return reject(); // the journal tells what came of it
     refresh();
     const Copy &task = *m_copyTask;
     if (task.result)
-        PlainMessageBox::ask(QMessageBox::Information, QStringLiteral("Копирование"),
-                             QStringLiteral("Файл скопирован: ") + QString::fromStdString(task.to),
-                             QMessageBox::Ok, this);
+        PlainMessageBox::tell(QMessageBox::Information, QStringLiteral("Копирование"),
+                              QStringLiteral("Файл скопирован: ") + QString::fromStdString(task.to),
+                              this);
     tell(task.result, QStringLiteral("Файл не скопирован: ") + QString::fromStdString(task.from));
 }
 
@@ -264,7 +288,28 @@ void ArchiverDBMgrDialog::endCopy()
 void ArchiverDBMgrDialog::done(int result)
 {
     endCopy();
-    QDialog::done(result);
+    BasicDialog::done(result);
+}
+
+void ArchiverDBMgrDialog::onUserChanged()
+{
+    m_isUserGone = true;
+    if (!m_copying)
+        reject();
+}
+
+void ArchiverDBMgrDialog::showEvent(QShowEvent *event)
+{
+    QJsonObject kept;
+    if (Configurator::load(kept) && !kept.isEmpty() && load())
+        keepPlace();
+    BasicDialog::showEvent(event);
+}
+
+void ArchiverDBMgrDialog::hideEvent(QHideEvent *event)
+{
+    (void)save();
+    BasicDialog::hideEvent(event);
 }
 
 } // namespace Widgets

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/dialogs/BasicDialog.h"
 
-#include <QDialog>
+#include "utils/settings/ConfiguratorWindow.h"
 
 #include <atomic>
 #include <memory>
@@ -24,12 +25,15 @@ namespace Widgets {
 
 /// Lists the database files of the station's data directory; copies and deletes them. Deleting is
 /// confirmed and refused for files in use; copying runs beside the GUI and can be cancelled. Every
-/// operation needs PrivilegeConfigure. Node and project may go while the dialog is open.
-class WIDGETS_EXPORT ArchiverDBMgrDialog : public QDialog
+/// operation needs PrivilegeConfigure. Node and project may go while the dialog is open. Place and
+/// size are kept with the station's data; on a screen that is too small it comes up maximised.
+class WIDGETS_EXPORT ArchiverDBMgrDialog : public BasicDialog, private Utils::ConfiguratorWindow
 {
     Q_OBJECT
 
 public:
+    static constexpr const char *Key = "ArchiverDBMgrDialog";
+
     /// With a node of another kind the list stays empty.
     ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString &name, QWidget *parent = nullptr);
     /// Cancels a copy that runs.
@@ -40,11 +44,18 @@ public:
     /// Copies the selected file to `target`; what came of it is shown when it has ended.
     void copySelectedTo(const QString &target);
 
+    /// Closes, once a copy that runs has ended.
+    void onUserChanged() override;
+
 public slots:
     void refresh();
     void copySelected();
     void deleteSelected();
     void done(int result) override;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     void buildTable();
@@ -55,6 +66,7 @@ private:
     void finishCopy();
     /// Cancels what is left of the copy and journals how it ended.
     void endCopy();
+    void deleteFile(const QString &file);
     void tell(const Nodes::Result &result, const QString &what);
 
     std::unique_ptr<Nodes::ConfigNode> m_copy; // of the node, which may go
@@ -69,6 +81,7 @@ private:
     QThread *m_copying = nullptr;
     std::unique_ptr<Copy> m_copyTask; // worked on by the thread while that runs
     std::atomic<bool> m_isCancelled{false};
+    bool m_isUserGone = false;
 };
 
 } // namespace Widgets

@@ -1,9 +1,10 @@
 #include "widgets/dialogs/AuthenticationDialog.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/DialogPlacement.h"
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/Screens.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
@@ -29,7 +30,7 @@
 namespace {
 
 constexpr QSize dialogSize(369, 166);
-constexpr int touchSize = 40;
+using Widgets::TouchSize;
 constexpr int clearedTime = 100; // ms that the old outcome stays away, so that a new one is noticed
 constexpr int successTime = 500; // ms
 constexpr int codeNoSuchUser = 1317;
@@ -44,10 +45,9 @@ template <class Widget> Widget *named(Widget *widget, const char *name)
 
 } // namespace
 
-AuthenticationDialog::AuthenticationDialog(QWidget *parent) : QDialog(parent)
+AuthenticationDialog::AuthenticationDialog(QWidget *parent) : BasicDialog(parent)
 {
     setWindowTitle(tr("Авторизация"));
-    Widgets::ApplyDialogLook(*this);
     QFont dialogFont = font();
     dialogFont.setPointSize(10);
     setFont(dialogFont);
@@ -64,11 +64,11 @@ AuthenticationDialog::AuthenticationDialog(QWidget *parent) : QDialog(parent)
 void AuthenticationDialog::build()
 {
     m_users = named(new QComboBox(this), "comboBox");
-    m_users->setMinimumHeight(touchSize);
+    m_users->setMinimumHeight(TouchSize);
     m_users->setItemDelegate(new QStyledItemDelegate(m_users)); // heeds the items' size hints
     m_password = named(new QLineEdit(this), "lineEdit");
     m_password->setEchoMode(QLineEdit::Password);
-    m_password->setMinimumHeight(touchSize);
+    m_password->setMinimumHeight(TouchSize);
     m_numpadButton = named(new QPushButton(this), "btnKeyboard");
     m_numpadButton->setIcon(QIcon(QStringLiteral(":/icons/dialogs/keyboard.svg")));
     m_numpadButton->setIconSize({28, 28});
@@ -76,7 +76,7 @@ void AuthenticationDialog::build()
     m_keyboardButton = named(new QPushButton(tr("Абв"), this), "btnTextKeyboard");
     m_keyboardButton->setToolTip(tr("Буквы и цифры"));
     for (QPushButton *button : {m_numpadButton, m_keyboardButton}) {
-        button->setFixedSize(touchSize, touchSize);
+        button->setFixedSize(TouchSize, TouchSize);
         button->setAutoDefault(false);
     }
     m_outcome = named(new QLabel(this), "lblResult");
@@ -96,7 +96,7 @@ void AuthenticationDialog::build()
     auto *userCaption = named(new QLabel(tr("Логин:"), this), "label");
     auto *passwordCaption = named(new QLabel(tr("Пароль:"), this), "label_2");
     for (QLabel *caption : {userCaption, passwordCaption})
-        caption->setMinimumHeight(touchSize);
+        caption->setMinimumHeight(TouchSize);
     arrange(image, userCaption, passwordCaption);
 }
 
@@ -134,7 +134,7 @@ QWidget *AuthenticationDialog::makeCurrentUserRow()
     m_current->setWordWrap(true);
     auto *logout = named(new QPushButton(tr("Выйти"), m_currentRow), "btnLogout");
     logout->setAutoDefault(false);
-    logout->setMinimumSize(96, touchSize);
+    logout->setMinimumSize(96, TouchSize);
     connect(logout, &QPushButton::clicked, this, &AuthenticationDialog::logOut);
     auto *row = new QHBoxLayout(m_currentRow);
     row->setContentsMargins(0, 0, 0, 6);
@@ -161,7 +161,7 @@ void AuthenticationDialog::showCurrentUser()
 // Whoever opens it goes on to type.
 void AuthenticationDialog::showEvent(QShowEvent *event)
 {
-    QDialog::showEvent(event);
+    BasicDialog::showEvent(event);
     m_password->setFocus();
 }
 
@@ -169,14 +169,11 @@ void AuthenticationDialog::showEvent(QShowEvent *event)
 void AuthenticationDialog::keyPressEvent(QKeyEvent *event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    auto *pressed = isEnter ? qobject_cast<QPushButton *>(focusWidget()) : nullptr;
-    if (pressed) {
-        pressed->click();
-    } else if (isEnter && m_password->text().isEmpty() && needsPassword()) {
+    const bool isOnButton = qobject_cast<QPushButton *>(focusWidget());
+    if (isEnter && !isOnButton && m_password->text().isEmpty() && needsPassword())
         m_password->setFocus();
-    } else {
-        QDialog::keyPressEvent(event);
-    }
+    else
+        BasicDialog::keyPressEvent(event);
 }
 
 bool AuthenticationDialog::needsPassword() const
@@ -203,7 +200,7 @@ void AuthenticationDialog::setNode(Nodes::BasicNode *node)
         if (!user.isValid())
             continue;
         m_users->addItem(QString::fromStdString(user->GetName()), QVariant::fromValue(user));
-        m_users->setItemData(m_users->count() - 1, QSize(touchSize, touchSize), Qt::SizeHintRole);
+        m_users->setItemData(m_users->count() - 1, QSize(TouchSize, TouchSize), Qt::SizeHintRole);
     }
     showCurrentUser();
     updateOk();
@@ -278,12 +275,14 @@ template <class Keyboard> void AuthenticationDialog::enterOn(QString (*textOf)(K
 {
     const QPointer<AuthenticationDialog> self = this;
     auto *frame = new Widgets::FrameWindow(this);
-    const QPointer<Keyboard> keyboard = new Keyboard(frame);
+    Widgets::DialogRequest request;
+    request.parent = frame;
+    const QPointer<Keyboard> keyboard = Widgets::Dialogs::make<Keyboard>(request);
     keyboard->setEchoMode(QLineEdit::Password);
     // Digits and letters alike: a number would lose leading zeros and whatever is beyond a double.
     keyboard->setValidator(nullptr);
     frame->setDialog(keyboard);
-    Widgets::DesktopPlacement::centre(*frame, Widgets::ScreenNumber(this));
+    Widgets::DialogPlacement::centre(*frame, Widgets::ScreenNumber(this));
     const int result = frame->exec();
     if (self && keyboard && result != 0)
         m_password->setText(textOf(*keyboard));

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/dialogs/BasicDialog.h"
 
 #include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Result.h"
-
-#include <QDialog>
 
 class QComboBox;
 class QLabel;
@@ -20,7 +19,7 @@ class systemAuthentication;
 /// Lets an operator log in: a list of the project's users, a password, and the outcome in words.
 /// Accepted shortly after a successful log-in; a refusal leaves it open. Tells who is logged in
 /// already and lets them log out, which rejects it. GUI thread.
-class WIDGETS_EXPORT AuthenticationDialog : public QDialog
+class WIDGETS_EXPORT AuthenticationDialog : public Widgets::BasicDialog
 {
     Q_OBJECT
 

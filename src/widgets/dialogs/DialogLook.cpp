@@ -1,6 +1,7 @@
 #include "widgets/dialogs/DialogLook.h"
 
-#include <QWidget>
+#include <QAbstractButton>
+#include <QIcon>
 
 namespace Widgets {
 
@@ -41,6 +42,15 @@ void ApplyDialogLook(QWidget &dialog)
     dialog.setPalette(greys());
     dialog.setAutoFillBackground(true); // also where the dialog is hosted by another window
     dialog.setStyleSheet(QLatin1String(keyStyle));
+}
+
+void MakeTouchable(QAbstractButton &button)
+{
+    constexpr int margins = 32;
+    button.ensurePolished();
+    button.setIcon(QIcon()); // the desktop's own would differ from panel to panel
+    const int text = button.fontMetrics().horizontalAdvance(button.text());
+    button.setMinimumSize(TouchButton.expandedTo(QSize(text + margins, 0)));
 }
 
 } // namespace Widgets

@@ -16,9 +16,9 @@ QString timesOf(int count)
 
 } // namespace
 
-RefusalBox::RefusalBox(Icon icon, const QString &title, QWidget *parent)
-    : PlainMessageBox(icon, title, QString(), Ok, parent)
+RefusalBox::RefusalBox(QWidget *parent) : PlainMessageBox(parent)
 {
+    setStandardButtons(Ok);
 }
 
 void RefusalBox::add(const QString &text)

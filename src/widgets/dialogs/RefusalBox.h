@@ -12,7 +12,9 @@ class WIDGETS_EXPORT RefusalBox : public PlainMessageBox
     Q_OBJECT
 
 public:
-    RefusalBox(Icon icon, const QString &title, QWidget *parent);
+    static constexpr const char *Key = "refusal";
+
+    explicit RefusalBox(QWidget *parent = nullptr);
 
     /// Texts shown at a time; older ones make room.
     static constexpr int MaximumTexts = 5;

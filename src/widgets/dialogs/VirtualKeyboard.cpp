@@ -26,7 +26,7 @@ QSize sizeOn(const QScreen &screen)
 } // namespace
 
 VirtualKeyboard::VirtualKeyboard(QWidget *parent)
-    : QDialog(parent), m_form(std::make_unique<VirtualKeyboardForm>())
+    : BasicDialog(parent), m_form(std::make_unique<VirtualKeyboardForm>())
 {
     m_form->setupUi(this);
     setWindowTitle(tr("Ввод значения"));
@@ -81,13 +81,13 @@ void VirtualKeyboard::accept()
 {
     QVariant value = getData();
     emit dataSet(&value);
-    QDialog::accept();
+    BasicDialog::accept();
 }
 
 void VirtualKeyboard::resizeEvent(QResizeEvent *event)
 {
     m_form->fitKeys(width() / keysInRow, height() / rowCount);
-    QDialog::resizeEvent(event);
+    BasicDialog::resizeEvent(event);
 }
 
 void VirtualKeyboard::onButtonClicked()

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/dialogs/BasicDialog.h"
 
-#include <QDialog>
 #include <QLineEdit>
 #include <QVariant>
 
@@ -15,11 +15,13 @@ class VirtualKeyboardForm;
 /// On-screen keyboard for text, English and Russian. Made for one input: set it up, exec(), and
 /// when the result is Accepted read getData(). The hardware keyboard types into the same field.
 /// GUI thread.
-class WIDGETS_EXPORT VirtualKeyboard : public QDialog
+class WIDGETS_EXPORT VirtualKeyboard : public BasicDialog
 {
     Q_OBJECT
 
 public:
+    static constexpr const char *Key = "keyboard";
+
     explicit VirtualKeyboard(QWidget *parent = nullptr);
     ~VirtualKeyboard() override;
 

@@ -1,7 +1,6 @@
 #include "widgets/dialogs/VirtualKeyboardForm.h"
 
 #include "widgets/dialogs/CurrentValueLabel.h"
-#include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/KeyButton.h"
 
 #include <QBoxLayout>
@@ -138,7 +137,6 @@ void VirtualKeyboardForm::addRow(QDialog *dialog, int row)
 
 void VirtualKeyboardForm::setupUi(QDialog *dialog)
 {
-    ApplyDialogLook(*dialog);
     edValue = new QLineEdit(dialog);
     edValue->setObjectName(QStringLiteral("edValue"));
     edValue->setMinimumHeight(editHeight);

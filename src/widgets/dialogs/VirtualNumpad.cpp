@@ -11,7 +11,7 @@
 namespace Widgets {
 
 VirtualNumpad::VirtualNumpad(QWidget *parent)
-    : QDialog(parent), m_form(std::make_unique<VirtualNumpadForm>())
+    : BasicDialog(parent), m_form(std::make_unique<VirtualNumpadForm>())
 {
     m_form->setupUi(this);
     setWindowTitle(tr("Ввод значения"));

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/dialogs/BasicDialog.h"
 
-#include <QDialog>
 #include <QLineEdit>
 
 #include <memory>
@@ -14,11 +14,13 @@ class VirtualNumpadForm;
 /// On-screen keys for one number. The keys reach the field as key events, so that its validator
 /// decides on them as on those of the hardware keyboard. When exec() gives Accepted, getValue() is
 /// the number. GUI thread.
-class WIDGETS_EXPORT VirtualNumpad : public QDialog
+class WIDGETS_EXPORT VirtualNumpad : public BasicDialog
 {
     Q_OBJECT
 
 public:
+    static constexpr const char *Key = "numpad";
+
     explicit VirtualNumpad(QWidget *parent = nullptr);
     ~VirtualNumpad() override;
 

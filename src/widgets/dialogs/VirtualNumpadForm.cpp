@@ -1,7 +1,6 @@
 #include "widgets/dialogs/VirtualNumpadForm.h"
 
 #include "widgets/dialogs/CurrentValueLabel.h"
-#include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/KeyButton.h"
 
 #include <QCoreApplication>
@@ -33,7 +32,6 @@ QRect digitCells(int digit)
 
 void VirtualNumpadForm::setupUi(QDialog *dialog)
 {
-    ApplyDialogLook(*dialog);
     lineEdit = new QLineEdit(dialog);
     lineEdit->setObjectName(QStringLiteral("lineEdit"));
     lineEdit->setMinimumHeight(editHeight);

@@ -14,7 +14,7 @@ bool qwidgetComboBox::confirmed(int index)
 {
     const QPointer<qwidgetComboBox> alive(this);
     const std::string user = Nodes::UserNameFor(*m_comboBox);
-    const auto question = ValueWriter::question(itemText(index));
+    const auto question = ValueWriter::question(itemText(index), *this);
     if (!ask(*question) || !alive || !m_comboBox)
         return false;
     const bool isSameUser = user == Nodes::UserNameFor(*m_comboBox);

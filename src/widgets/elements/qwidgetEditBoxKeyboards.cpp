@@ -1,8 +1,8 @@
 // The dialogs of an edit: on-screen keyboards and the question before writing.
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/elements/input/DialogPlace.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
 
@@ -17,21 +17,14 @@ namespace Widgets {
 
 namespace {
 
-/// A dialog on the active window, which may close and take the dialog along.
-template <class Dialog> class OwnedDialog
+/// On the active window, which may close and take the dialog along.
+DialogRequest requestFor(const QWidget &element)
 {
-public:
-    OwnedDialog() : m_dialog(new Dialog(QApplication::activeWindow())) {}
-    ~OwnedDialog() { delete m_dialog; }
-    OwnedDialog(const OwnedDialog &) = delete;
-    OwnedDialog &operator=(const OwnedDialog &) = delete;
-    explicit operator bool() const { return m_dialog; }
-    Dialog *operator->() const { return m_dialog; }
-    Dialog &operator*() const { return *m_dialog; }
-
-private:
-    QPointer<Dialog> m_dialog;
-};
+    DialogRequest request;
+    request.parent = QApplication::activeWindow();
+    request.element = &element;
+    return request;
+}
 
 } // namespace
 
@@ -42,7 +35,6 @@ bool qwidgetEditBox::ask(QDialog &dialog, int accepted)
     m_dialog = &dialog;
     m_abandoned.clear();
     restartLimit();
-    DialogPlace::besideElement(dialog, *this);
     const bool answer = dialog.exec() == accepted;
     if (!alive)
         return false;
@@ -57,13 +49,13 @@ bool qwidgetEditBox::ask(QDialog &dialog, int accepted)
 
 bool qwidgetEditBox::confirmed(const QString &typed)
 {
-    const auto question = ValueWriter::question(typed);
+    const auto question = ValueWriter::question(typed, *this);
     return ask(*question, QMessageBox::Ok);
 }
 
 bool qwidgetEditBox::askText(QString &text)
 {
-    const OwnedDialog<VirtualKeyboard> keyboard;
+    const OwnedDialog<VirtualKeyboard> keyboard(requestFor(*this));
     keyboard->configure(text, std::numeric_limits<int>::max(), false);
     keyboard->showCurrent(shownText());
     connect(this, &qwidgetEditBox::shownTextChanged, &*keyboard, &VirtualKeyboard::showCurrent);
@@ -75,7 +67,7 @@ bool qwidgetEditBox::askText(QString &text)
 
 bool qwidgetEditBox::askNumber(QString &text)
 {
-    const OwnedDialog<VirtualNumpad> numpad;
+    const OwnedDialog<VirtualNumpad> numpad(requestFor(*this));
     numpad->setValidator(m_validator.get());
     if (!text.isEmpty())
         numpad->setValue(text.toDouble());

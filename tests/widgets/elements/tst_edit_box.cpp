@@ -3,7 +3,7 @@
 #include "support/ShownElement.h"
 #include "support/WhenShown.h"
 
-#include "widgets/elements/input/DialogPlace.h"
+#include "widgets/dialogs/DialogPlacement.h"
 #include "widgets/elements/input/InputNotice.h"
 #include "widgets/elements/qwidgetEditBox.h"
 #include "widgets/scene/ProxyLayer.h"
@@ -552,7 +552,7 @@ private slots:
     {
         QFETCH(QRect, element);
         QFETCH(QSize, dialog);
-        QTEST(DialogPlace::beside(element, dialog, {0, 0, 1920, 1080}, 8), "place");
+        QTEST(DialogPlacement::beside(element, dialog, {0, 0, 1920, 1080}, 8), "place");
     }
 };
 

@@ -1,13 +1,11 @@
 #include "widgets/actions/kinds/qactionArchiverDBMgr.h"
 
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
-#include "widgets/windows/WindowManager.h"
-#include "widgets/windows/desktop/DesktopPlacement.h"
+#include "widgets/dialogs/Dialogs.h"
+#include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/actions/kinds/actionArchiverDBMgr.h"
 
-#include <QGuiApplication>
-#include <QPointer>
 #include <QScreen>
 
 namespace Widgets {
@@ -23,17 +21,17 @@ void qactionArchiverDBMgr::Execute()
     };
     if (const Nodes::Result access = demand(); !access)
         return report(access);
-    static QPointer<ArchiverDBMgrDialog> open;
-    if (open)
-        return DesktopPlacement::present(*open);
-    if (g_pWindowManager && g_pWindowManager->isEnding())
+    DialogRequest request;
+    request.node = node;
+    request.display = targetDisplay(0);
+    const OwnedDialog<ArchiverDBMgrDialog> dialog(request);
+    if (!dialog)
         return;
-    ArchiverDBMgrDialog dialog(node, QStringLiteral("ArchiverDBMgrDialog"));
-    open = &dialog;
-    const QSize available = QGuiApplication::primaryScreen()->availableGeometry().size();
-    if (dialog.width() > available.width() || dialog.height() > available.height())
-        dialog.showMaximized();
-    dialog.exec();
+    const QScreen *screen = ScreenAt(*request.display);
+    const QSize available = screen ? screen->availableSize() : dialog->size();
+    if (dialog->width() > available.width() || dialog->height() > available.height())
+        dialog->showMaximized();
+    dialog->exec();
 }
 
 } // namespace Widgets

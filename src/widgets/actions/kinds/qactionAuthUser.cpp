@@ -1,9 +1,9 @@
 #include "widgets/actions/kinds/qactionAuthUser.h"
 
 #include "widgets/dialogs/AuthenticationWindow.h"
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/windows/Access.h"
-#include "widgets/windows/WindowManager.h"
-#include "widgets/windows/desktop/DesktopPlacement.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/actions/kinds/actionAuthUser.h"
 #include "nodes/auth/systemAuthentication.h"
@@ -13,24 +13,15 @@ namespace Widgets {
 
 namespace {
 
-// On the heap and guarded: the frame it belongs to may go while it waits for the operator. Whoever
-// is asked already is not asked twice.
 void askOperator(Nodes::actionAuthUser &node, int display)
 {
-    static QPointer<AuthenticationWindow> asking;
-    if (asking)
-        return DesktopPlacement::present(*asking);
-    if (g_pWindowManager && g_pWindowManager->isEnding())
-        return;
-    QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
-    const QPointer<AuthenticationWindow> window = new AuthenticationWindow(frame);
-    asking = window;
-    window->setNode(&node);
-    DesktopPlacement::centre(*window, display);
-    window->exec();
-    asking = nullptr;
-    if (window)
-        window->deleteLater();
+    const DesktopContext *desktop = DesktopContext::current();
+    DialogRequest request;
+    request.parent = desktop ? desktop->getFrame(display) : nullptr;
+    request.display = display;
+    request.node = &node;
+    if (const OwnedDialog<AuthenticationWindow> window(request); window)
+        window->exec();
 }
 
 } // namespace

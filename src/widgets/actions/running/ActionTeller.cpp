@@ -1,9 +1,8 @@
 #include "widgets/actions/running/ActionTeller.h"
 
-#include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/RefusalBox.h"
 #include "widgets/windows/DesktopContext.h"
-#include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -14,12 +13,6 @@
 #include <utility>
 
 namespace Widgets {
-
-namespace {
-
-constexpr QSize touchableKey(96, 40);
-
-} // namespace
 
 ActionTeller &ActionTeller::instance()
 {
@@ -35,14 +28,16 @@ RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
     QWidget *modal = QApplication::activeModalWidget();
     const DesktopContext *desktop = DesktopContext::current();
     QWidget *frame = desktop ? desktop->getFrame(display) : nullptr;
-    auto *box = new RefusalBox(QMessageBox::Warning, title, modal ? modal : frame);
+    DialogRequest request;
+    request.parent = modal ? modal : frame;
+    request.display = display;
+    auto *box = Dialogs::make<RefusalBox>(request);
+    box->setIcon(QMessageBox::Warning);
+    box->setWindowTitle(title);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setAttribute(Qt::WA_ShowWithoutActivating);
     box->setAttribute(Qt::WA_QuitOnClose, false);
     box->setWindowModality(Qt::NonModal);
-    ApplyDialogLook(*box);
-    box->button(QMessageBox::Ok)->setMinimumSize(touchableKey);
-    box->button(QMessageBox::Ok)->setIcon(QIcon());
     return box;
 }
 
@@ -57,9 +52,7 @@ void ActionTeller::notify(const QString &title, const QString &text, std::option
     const int number = display.value_or(ScreenNumber(QApplication::activeWindow()));
     notice = makeNotice(title, number);
     notice->add(text);
-    notice->show(); // which gives it its size
-    if (notice)
-        DesktopPlacement::centre(*notice, number);
+    notice->show();
 }
 
 void ActionTeller::warn(const QString &text)
@@ -69,7 +62,9 @@ void ActionTeller::warn(const QString &text)
         return;
     }
     // On the heap and guarded: it may be taken away while it waits.
-    m_warning = new RefusalBox(QMessageBox::Information, QStringLiteral("Внимание"), nullptr);
+    m_warning = Dialogs::make<RefusalBox>();
+    m_warning->setIcon(QMessageBox::Information);
+    m_warning->setWindowTitle(QStringLiteral("Внимание"));
     m_warning->add(text);
     m_warning->resize(200, 100);
     // The second letter is Latin; operators' scripts look for exactly this text.

@@ -2,6 +2,7 @@
 
 #include "widgets/context/ActionSink.h"
 #include "widgets/context/SceneContext.h"
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 
 #include "nodes/visual/BasicWidget.h"
@@ -37,15 +38,15 @@ bool ValueWriter::write(QWidget &element, const SceneContext &context, Nodes::Ba
     return false;
 }
 
-std::unique_ptr<PlainMessageBox> ValueWriter::question(const QString &shownValue)
+std::unique_ptr<PlainMessageBox> ValueWriter::question(const QString &shownValue,
+                                                       const QWidget &element)
 {
-    auto box = std::make_unique<PlainMessageBox>(
-        QMessageBox::Question, QStringLiteral("Новое значение"),
-        QStringLiteral("Установить значение %1 ?").arg(shownValue),
-        QMessageBox::Ok | QMessageBox::Cancel);
-    box->button(QMessageBox::Ok)->setText(QStringLiteral("Установить"));
-    box->button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
-    box->setDefaultButton(QMessageBox::Cancel);
+    DialogRequest request;
+    request.element = &element;
+    std::unique_ptr<PlainMessageBox> box(Dialogs::make<PlainMessageBox>(request));
+    box->setQuestion(QStringLiteral("Новое значение"),
+                     QStringLiteral("Установить значение %1 ?").arg(shownValue),
+                     QStringLiteral("Установить"));
     return box;
 }
 

@@ -31,9 +31,10 @@ public:
     static bool write(QWidget &element, const SceneContext &context, Nodes::BasicWidget &node,
                       const Nodes::SignalValue &value, const std::function<void()> &restore);
 
-    /// Question before that value, as shown, is written, for who runs it modally; Ok: write. A key
-    /// pressed by reflex does not.
-    static std::unique_ptr<PlainMessageBox> question(const QString &shownValue);
+    /// Question before that value, as shown, is written, beside the element, for who runs it
+    /// modally; Ok: write.
+    static std::unique_ptr<PlainMessageBox> question(const QString &shownValue,
+                                                     const QWidget &element);
     /// Runs the after-write actions of the element, at run time, on the display where it stands.
     static void runAfterWrite(const QWidget &element, const SceneContext &context,
                               const Nodes::BasicWidget &node);

@@ -24,14 +24,6 @@ QSize DesktopPlacement::shownSize(const FrameMapping &mapping, const QRect &draw
     return mapping.toScreen(drawn).size().boundedTo(DesktopSize());
 }
 
-void DesktopPlacement::centre(QWidget &outermost, int display)
-{
-    const QScreen *screen = ScreenAt(display);
-    QRect area(QPoint(), outermost.size());
-    area.moveCenter((screen ? screen : QGuiApplication::primaryScreen())->geometry().center());
-    outermost.move(area.topLeft());
-}
-
 QPoint DesktopPlacement::clearOf(const QRect &window, const QRect &other, const QRect &screen)
 {
     QPoint best = window.topLeft();

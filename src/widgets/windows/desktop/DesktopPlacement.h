@@ -20,9 +20,6 @@ public:
     static QWidget *outermost(QWidget *window);
     /// Size on the screen of a window drawn there: no more than all displays can show.
     static QSize shownSize(const FrameMapping &mapping, const QRect &drawn);
-    /// Puts a window, decoration included, in the middle of a 0-based display; of the primary one
-    /// when there is no such display.
-    static void centre(QWidget &outermost, int display);
     /// Nearest place for `window` within `screen` where it does not lie on `other`; where it is
     /// when there is no room.
     static QPoint clearOf(const QRect &window, const QRect &other, const QRect &screen);

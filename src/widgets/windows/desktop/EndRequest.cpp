@@ -1,5 +1,6 @@
 #include "widgets/windows/desktop/EndRequest.h"
 
+#include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/Access.h"
 
@@ -7,24 +8,12 @@
 #include "nodes/events/EventLevel.h"
 #include "nodes/model/ConfigNode.h"
 
-#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QTimer>
 
 namespace Widgets {
 
 namespace {
-
-bool isConfirmed()
-{
-    PlainMessageBox box(QMessageBox::Question, QStringLiteral("Завершение работы"),
-                        QStringLiteral("Завершить работу станции? Все её окна закроются."),
-                        QMessageBox::Ok | QMessageBox::Cancel);
-    box.button(QMessageBox::Ok)->setText(QStringLiteral("Завершить"));
-    box.button(QMessageBox::Cancel)->setText(QStringLiteral("Отмена"));
-    box.setDefaultButton(QMessageBox::Cancel);
-    return box.exec() == QMessageBox::Ok;
-}
 
 // The node may be gone by the answer, and somebody else logged in.
 bool mayEnd(const Nodes::NodeLink &link)
@@ -38,9 +27,9 @@ bool mayEnd(const Nodes::NodeLink &link)
     return false;
 }
 
-void decide(const Nodes::NodeLink &link)
+void end(const Nodes::NodeLink &link)
 {
-    if (!mayEnd(link) || !isConfirmed() || !mayEnd(link))
+    if (!mayEnd(link))
         return;
     const auto &frame = *static_cast<const Nodes::ConfigNode *>(link.GetNode());
     const std::string user = Nodes::UserNameFor(frame);
@@ -50,12 +39,23 @@ void decide(const Nodes::NodeLink &link)
     QCoreApplication::quit();
 }
 
+void confirm(const Nodes::NodeLink &link)
+{
+    if (!mayEnd(link))
+        return;
+    auto *question = Dialogs::make<PlainMessageBox>();
+    question->setQuestion(QStringLiteral("Завершение работы"),
+                          QStringLiteral("Завершить работу станции? Все её окна закроются."),
+                          QStringLiteral("Завершить"));
+    question->askFor([link] { end(link); });
+}
+
 } // namespace
 
 void EndRequest::ask(Nodes::ConfigNode &frame)
 {
     QTimer::singleShot(0, QCoreApplication::instance(),
-                       [link = frame.GetNodeLink()] { decide(link); });
+                       [link = frame.GetNodeLink()] { confirm(link); });
 }
 
 } // namespace Widgets

@@ -14,8 +14,7 @@ class WIDGETS_EXPORT EndRequest
 {
 public:
     /// Needs the right to configure the frame, asks for confirmation and ends the application. A
-    /// refusal is told and journalled, an end journalled with the user. Waits for the answer in the
-    /// event loop of the caller's caller, not here.
+    /// refusal is told and journalled, an end journalled with the user. Waits for nothing.
     static void ask(Nodes::ConfigNode &frame);
 };
 

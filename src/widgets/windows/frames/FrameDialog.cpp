@@ -8,7 +8,7 @@
 namespace Widgets {
 
 FrameDialog::FrameDialog(QWidget *parent)
-    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint),
+    : BasicDialog(parent, Qt::Dialog | Qt::FramelessWindowHint),
       m_frame(new FrameWindow::Frame(this)),
       m_content(new QWidget(this))
 {
@@ -44,19 +44,19 @@ void FrameDialog::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::WindowTitleChange)
         m_frame->setTitle(windowTitle());
-    QDialog::changeEvent(event);
+    BasicDialog::changeEvent(event);
 }
 
 void FrameDialog::resizeEvent(QResizeEvent *event)
 {
     m_frame->setGeometry(rect());
     m_content->setGeometry(m_frame->clientRect());
-    QDialog::resizeEvent(event);
+    BasicDialog::resizeEvent(event);
 }
 
 void FrameDialog::showEvent(QShowEvent *event)
 {
-    QDialog::showEvent(event);
+    BasicDialog::showEvent(event);
     if (isModal())
         OverlayWindows::instance().add(this);
 }
@@ -64,7 +64,7 @@ void FrameDialog::showEvent(QShowEvent *event)
 void FrameDialog::hideEvent(QHideEvent *event)
 {
     OverlayWindows::instance().remove(this);
-    QDialog::hideEvent(event);
+    BasicDialog::hideEvent(event);
 }
 
 } // namespace Widgets

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/dialogs/BasicDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
-
-#include <QDialog>
 
 namespace Widgets {
 
 /// Dialog with the library's own decoration, moved and resized like a frame window. Contents go
 /// into content(); the close button rejects. Counts as an overlay window while it is up and modal.
-class WIDGETS_EXPORT FrameDialog : public QDialog
+class WIDGETS_EXPORT FrameDialog : public BasicDialog
 {
     Q_OBJECT
 

@@ -28,6 +28,8 @@ class WIDGETS_EXPORT LoadDialog : public FrameDialog
     Q_OBJECT
 
 public:
+    static constexpr const char *Key = "loading";
+
     /// `path` as for NodeLoadingThread.
     explicit LoadDialog(const QString &path, QWidget *parent = nullptr);
     ~LoadDialog() override;

@@ -1,0 +1,55 @@
+// The kinds of dialogs, one row each. Nothing includes this file: who needs a dialog asks for its
+// key, and so does not depend on all the others.
+#include "widgets/dialogs/ArchiverDBMgrDialog.h"
+#include "widgets/dialogs/AuthenticationWindow.h"
+#include "widgets/dialogs/Dialogs.h"
+#include "widgets/dialogs/RefusalBox.h"
+#include "widgets/dialogs/VirtualKeyboard.h"
+#include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/windows/loading/LoadDialog.h"
+
+#include "nodes/actions/BasicAction.h"
+
+namespace Widgets {
+
+namespace {
+
+constexpr bool single = true;
+constexpr bool endsWithUser = true;
+
+template <class Dialog> QWidget *onParent(const DialogRequest &request)
+{
+    return new Dialog(request.parent);
+}
+
+QWidget *logIn(const DialogRequest &request)
+{
+    auto *window = new AuthenticationWindow(request.parent);
+    window->setNode(request.node);
+    return window;
+}
+
+QWidget *archiveFiles(const DialogRequest &request)
+{
+    return new ArchiverDBMgrDialog(dynamic_cast<Nodes::BasicAction *>(request.node),
+                                   ArchiverDBMgrDialog::Key, request.parent);
+}
+
+QWidget *load(const DialogRequest &request)
+{
+    return new LoadDialog(request.subject, request.parent);
+}
+
+const bool isInstalled = Dialogs::install({
+    {VirtualKeyboard::Key, onParent<VirtualKeyboard>},
+    {VirtualNumpad::Key, onParent<VirtualNumpad>},
+    {PlainMessageBox::Key, onParent<PlainMessageBox>},
+    {RefusalBox::Key, onParent<RefusalBox>},
+    {AuthenticationWindow::Key, logIn, single},
+    {ArchiverDBMgrDialog::Key, archiveFiles, single, endsWithUser},
+    {LoadDialog::Key, load},
+});
+
+} // namespace
+
+} // namespace Widgets
