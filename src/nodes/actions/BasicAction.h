@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/actions/IAction.h"
-#include "nodes/auth/AccessDemand.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/services/AccessDemand.h"
 
 namespace Nodes {
 
@@ -15,6 +15,8 @@ public:
     /// triggers it can show beforehand that it will be refused; by default nothing. The action
     /// checks it again when it runs. GUI thread.
     virtual void CollectDemands(AccessDemands &demands) const;
+    /// Appends the demands of the actions of a list; dead links demand nothing. GUI thread.
+    static void AppendDemands(const NodeLinks &actions, AccessDemands &demands);
 };
 
 } // namespace Nodes

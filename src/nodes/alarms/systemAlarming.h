@@ -3,9 +3,9 @@
 #include "nodes/alarms/engine/AlarmFeed.h"
 #include "nodes/alarms/engine/AlarmOccurrence.h"
 #include "nodes/alarms/state/AlarmHealth.h"
-#include "nodes/auth/AuthPriv.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/services/AuthPriv.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/NFont.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "nodes/auth/AuthPriv.h"
 #include "nodes/auth/PrivilegeSet.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/model/services/AuthPriv.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
-#include "nodes/auth/AuthPriv.h"
+#include "nodes/model/services/AuthPriv.h"
 
 #include <string>
 #include <string_view>

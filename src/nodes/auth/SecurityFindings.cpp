@@ -3,7 +3,6 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/UnknownNode.h"
-#include "nodes/system/BasicStation.h"
 #include "nodes/values/FoldCase.h"
 
 #include <algorithm>
@@ -92,7 +91,7 @@ std::string_view meantKind(const UnknownNode &node)
 bool isInPlace(const systemAuthentication &users)
 {
     const ConfigNode *parent = users.GetParent();
-    return parent && (!parent->GetParent() || dynamic_cast<const BasicStation *>(parent));
+    return parent && (!parent->GetParent() || parent->AsStation());
 }
 
 template <class Act> void visit(const ConfigNode &node, const Act &act)
@@ -123,7 +122,7 @@ std::string closedText(const std::string &where)
 }
 
 void findClosedStations(const ConfigNode &root, const ConfigNode &first,
-                        std::vector<SecurityFinding> &findings)
+                        std::vector<ProjectFinding> &findings)
 {
     const auto hasUsers = [](const ConfigNode &owner) {
         const auto subsystems = owner.GetObjects(NodeType::TypeSubsystem);
@@ -162,9 +161,9 @@ bool SpeaksOfUsers(const NodesCollection &project)
     return speaks;
 }
 
-std::vector<SecurityFinding> FindSecurityGaps(const NodesCollection &project)
+std::vector<ProjectFinding> FindSecurityGaps(const NodesCollection &project)
 {
-    std::vector<SecurityFinding> findings;
+    std::vector<ProjectFinding> findings;
     const ConfigNode *root = project.GetRoot();
     if (!root)
         return findings;

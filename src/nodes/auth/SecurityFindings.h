@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/model/validation/ProjectFinding.h"
 
-#include <string>
 #include <vector>
 
 namespace Nodes {
@@ -17,15 +17,8 @@ NODES_EXPORT bool SpeaksOfUsers(const ConfigNode &node);
 /// Whether any node of the project does. Walks the whole tree; on the thread that owns it.
 NODES_EXPORT bool SpeaksOfUsers(const NodesCollection &project);
 
-/// A slip in a project because of which its users do not guard it.
-struct SecurityFinding
-{
-    const ConfigNode *node;
-    std::string text; ///< Russian: what is wrong, what follows from it and what to do
-};
-
 /// What keeps the users of the project from working; empty when all is well or when there are no
 /// users at all. On the thread that owns the tree.
-NODES_EXPORT std::vector<SecurityFinding> FindSecurityGaps(const NodesCollection &project);
+NODES_EXPORT std::vector<ProjectFinding> FindSecurityGaps(const NodesCollection &project);
 
 } // namespace Nodes

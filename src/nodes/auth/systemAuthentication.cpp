@@ -4,10 +4,10 @@
 #include "nodes/auth/LoginGuard.h"
 #include "nodes/auth/PasswordHash.h"
 #include "nodes/auth/securityUser.h"
-#include "nodes/journal/EventJournal.h"
+#include "nodes/events/BasicEvent.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/system/systemCore.h"
+#include "nodes/model/services/JournalSink.h"
 #include "nodes/values/Clock.h"
 #include "nodes/values/SlotList.h"
 
@@ -257,8 +257,8 @@ void systemAuthentication::changeUser(const NodeLink &user)
 void systemAuthentication::journal(const Attempt &attempt, const std::string &text,
                                    const std::string &user) const
 {
-    const systemCore *core = GetCore();
-    if (!core)
+    JournalSink *sink = GetServices().journal;
+    if (!sink)
         return;
     BasicEvent event;
     event.level = LevelSecurity;
@@ -268,7 +268,7 @@ void systemAuthentication::journal(const Attempt &attempt, const std::string &te
     if (attempt.node)
         event.sourceNode = attempt.user;
     event.user = user;
-    (void)core->GetJournal().Append(std::move(event));
+    (void)sink->Append(std::move(event));
 }
 
 NodeLink systemAuthentication::GetCurrentUser() const

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/auth/ActingUser.h"
-#include "nodes/auth/AuthPriv.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/services/AuthPriv.h"
 #include "nodes/values/Connection.h"
 
 #include <functional>

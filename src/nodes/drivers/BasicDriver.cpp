@@ -9,7 +9,11 @@
 
 namespace Nodes {
 
-BasicDriver::BasicDriver() : m_link(std::make_shared<ValueCell>()) {}
+BasicDriver::BasicDriver()
+    : m_link(std::make_shared<ValueCell>()),
+      m_target(static_cast<WriteTarget *>(this), [](WriteTarget *) {})
+{
+}
 
 std::optional<bool> BasicDriver::isConnected() const
 {
@@ -48,6 +52,8 @@ Result BasicDriver::Start()
 {
     if (GetState() == NodeState::Running)
         return Result();
+    for (BasicSignal *signal : GetSignals())
+        signal->SetWriteTarget(m_target);
     if (!m_isEnabled) {
         DegradeAll(Result(this, Result::NotAvailable, GetName() + " is disabled"));
         return Result();
@@ -67,6 +73,11 @@ Result BasicDriver::Stop()
         DegradeAll(Result(this, Result::NotAvailable, GetName() + " is stopped"));
     }
     return ConfigNode::Stop();
+}
+
+Result BasicDriver::Write(const BasicSignal &signal, const SignalValue &)
+{
+    return Result(&signal, Result::ReadOnly, GetName() + " only reads");
 }
 
 BasicDriver::Cells BasicDriver::GetStatusCells() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/signals/WriteTarget.h"
 
 #include <memory>
 #include <optional>
@@ -16,8 +17,9 @@ class ValueCell;
 /// A source of live values: a device, a bus, this machine. Its signals are its descendants. Start
 /// reads the configuration into plain structures on the GUI thread, then a thread of the driver's
 /// own works on those and on the signals' cells only; Stop joins that thread. A driver that loses
-/// its device turns its signals Bad within its time-out and recovers by itself.
-class NODES_EXPORT BasicDriver : public ConfigNode
+/// its device turns its signals Bad within its time-out and recovers by itself. From its first
+/// start on it takes the writes to its signals, whether it runs or says why it does not.
+class NODES_EXPORT BasicDriver : public ConfigNode, public WriteTarget
 {
 public:
     BasicDriver();
@@ -45,6 +47,8 @@ public:
     Result Start() override;
     /// Ends the driver's work; its signals are then Bad, so that nothing looks live.
     Result Stop() override;
+    /// ReadOnly, unless the driver can write.
+    Result Write(const BasicSignal &signal, const SignalValue &value) override;
     AuthPrivArray GetAvailablePrivs() const override;
     void Validate(ValidationResults &results) const override;
 
@@ -73,7 +77,8 @@ private:
                              ValidationResults &results);
 
     bool m_isEnabled = true;
-    std::shared_ptr<ValueCell> m_link; // link state, as a driverStatus has it
+    std::shared_ptr<ValueCell> m_link;     // link state, as a driverStatus has it
+    std::shared_ptr<WriteTarget> m_target; // this driver, as long as it lives, for its signals
 };
 
 } // namespace Nodes

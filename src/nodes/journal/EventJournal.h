@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/journal/JournalQuery.h"
+#include "nodes/model/services/JournalSink.h"
 #include "nodes/storage/StoreHealth.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/Result.h"
@@ -21,7 +22,7 @@ namespace Nodes {
 /// beside it, then to one on another disk, which are replayed in order, so nothing is lost and
 /// nothing is stored twice. A disk that hangs holds up nobody but that thread. All operations: any
 /// thread, except where stated.
-class NODES_EXPORT EventJournal
+class NODES_EXPORT EventJournal : public JournalSink
 {
 public:
     /// How much and how long; the defaults are those of a station.
@@ -58,7 +59,7 @@ public:
     /// Queues an entry and never waits; stamps it when it has no time. LimitExceeded, and the entry
     /// counts as lost, when too many wait already. Before Open entries wait in memory. Texts beyond
     /// 1 MiB are cut.
-    Result Append(BasicEvent event);
+    Result Append(BasicEvent event) override;
     /// Returns when everything appended before has been written or spilled; StorageError when
     /// neither is possible or the disk hangs, NotAvailable before Open. Has the database tried
     /// again at once.

@@ -23,6 +23,7 @@
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/alarmQuality.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/currentUser.h"
 #include "nodes/auth/securityGrant.h"
 #include "nodes/auth/securityRole.h"
@@ -122,6 +123,7 @@ void addActions(KindTable &table)
 
 void AddBuiltInKinds(KindTable &table)
 {
+    table.AddCheck(&FindSecurityGaps);
     // System
     table.Add(UnknownNode::Kind());
     table.Add(BasicProject::Kind());
@@ -169,5 +171,13 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(BasicMenuItem::Kind());
     addActions(table);
 }
+
+namespace {
+
+// Whoever loads this library has its kinds, whether it begins with a core, a reader or the table
+// itself: hosts and tools do all three. The rows are made when the table is first used.
+[[maybe_unused]] const bool isProvided = (KindTable::Provide(&AddBuiltInKinds), true);
+
+} // namespace
 
 } // namespace Nodes

@@ -16,7 +16,7 @@ class NodesContainer;
 class NODES_EXPORT BasicCollection
 {
 public:
-    virtual ~BasicCollection();
+    virtual ~BasicCollection() = default;
 
     /// Bytes of the contained nodes with their properties and descendants.
     std::string Serialize(const NodesContainer &nodes) const;

@@ -4,8 +4,8 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/system/BasicStation.h"
-#include "nodes/system/systemCore.h"
+#include "nodes/model/services/ModelServices.h"
+#include "nodes/model/services/StationFinder.h"
 
 #include <algorithm>
 
@@ -78,16 +78,22 @@ void BasicNode::SetDescription(std::string description)
     m_description = std::move(description);
 }
 
+const ModelServices &BasicNode::GetServices() const
+{
+    static const ModelServices none;
+    const NodesCollection *project = GetNodesCollection();
+    return project ? project->GetServices() : none;
+}
+
 systemCore *BasicNode::GetCore() const
 {
-    const NodesCollection *project = GetNodesCollection();
-    return project ? project->GetCore() : nullptr;
+    return GetServices().core;
 }
 
 BasicStation *BasicNode::GetStation() const
 {
     for (const BasicNode *node = this; node; node = node->GetParent()) {
-        if (auto *station = dynamic_cast<const BasicStation *>(node))
+        if (const BasicStation *station = node->AsStation())
             return const_cast<BasicStation *>(station);
     }
     return GetLocalStation();
@@ -95,8 +101,8 @@ BasicStation *BasicNode::GetStation() const
 
 BasicStation *BasicNode::GetLocalStation() const
 {
-    const systemCore *core = GetCore();
-    return core ? core->GetLocalStation() : nullptr;
+    const StationFinder *stations = GetServices().stations;
+    return stations ? stations->GetLocalStation() : nullptr;
 }
 
 bool BasicNode::IsLocal() const

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
-#include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodeType.h"
 #include "nodes/model/ProjectPlace.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/model/services/AuthPriv.h"
 #include "nodes/values/Result.h"
 
 #include <boost/any.hpp>
@@ -22,6 +22,7 @@ class ConfigNode;
 class NodesCollection;
 class systemCore;
 struct KindInfo;
+struct ModelServices;
 struct PropertyDescriptor;
 
 /// Identity, place in the tree and typed properties of a node. Owned by the node model (by its
@@ -60,6 +61,9 @@ public:
     /// outlived its project.
     NodesCollection *GetNodesCollection() const { return m_place ? m_place->project : nullptr; }
     NodesCollection *GetCollection() const { return GetNodesCollection(); }
+    /// What the running system does for this node's project; of a node without a project and of a
+    /// project that nothing runs all members are null. Any thread.
+    const ModelServices &GetServices() const;
     /// Core the project is loaded in; null while it is being built.
     systemCore *GetCore() const;
     /// Station the node belongs to: the nearest one above, else the local one; may be null.
@@ -67,6 +71,8 @@ public:
     BasicStation *GetLocalStation() const;
     /// True when the node's station is the one this process runs as.
     bool IsLocal() const;
+    /// This node, if it is a station; else null.
+    virtual const BasicStation *AsStation() const { return nullptr; }
 
     /// All properties in the table's order; objects live as long as the node.
     std::vector<BasicProperty *> GetProperties() const;

@@ -137,6 +137,12 @@ public:
 
     const std::vector<std::unique_ptr<ConfigNode>> &Children() const { return m_children; }
 
+protected:
+    /// This node has left the tree, alone or with one above: links to it lead nowhere. GUI thread.
+    virtual void OnLeftTree() const {}
+    /// This node stands in a tree, for the first time or again, and links to it work. GUI thread.
+    virtual void OnEnteredTree() const {}
+
 private:
     friend class NodesCollection;
     friend class NodesArray;
@@ -147,6 +153,9 @@ private:
         return m_notifications.load(std::memory_order_acquire);
     }
     void collect(NodeLinks &links) const;
+    void leaveTree() const;
+    void enterTree() const;
+    std::string freeName(const std::string &wanted, int first) const;
     Result checkAdd(const ConfigNode &node) const;
     bool isIndexed() const;
 

@@ -4,7 +4,6 @@
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkWalk.h"
-#include "nodes/signals/SignalPresence.h"
 
 #include <algorithm>
 
@@ -58,6 +57,29 @@ bool isAncestor(const ConfigNode *ancestor, const ConfigNode *node)
 }
 
 } // namespace
+
+std::string ConfigNode::freeName(const std::string &wanted, int first) const
+{
+    std::vector<std::string_view> names;
+    names.reserve(m_children.size());
+    for (const auto &child : m_children)
+        names.push_back(child->GetName());
+    return FreeName(names, wanted, first);
+}
+
+void ConfigNode::leaveTree() const
+{
+    OnLeftTree();
+    for (const auto &child : m_children)
+        child->leaveTree();
+}
+
+void ConfigNode::enterTree() const
+{
+    OnEnteredTree();
+    for (const auto &child : m_children)
+        child->enterTree();
+}
 
 bool ConfigNode::isIndexed() const
 {
@@ -113,7 +135,7 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
         }
     }
     if (project && project->takeRenameMark(node->m_id))
-        node->SetName(FreeName(*this, node->GetName(), 2));
+        node->SetName(freeName(node->GetName(), 2));
     node->setParent(this);
     const bool isLast = index < 0 || index >= GetNodeCount();
     const auto place = isLast ? m_children.end() : m_children.begin() + index;
@@ -121,7 +143,7 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childAdded(link);
     if (const ConfigNode *stays = link.GetNode()) // a subscriber may have taken it out again
-        AnnounceReturn(*stays);
+        stays->enterTree();
     return Result();
 }
 
@@ -151,7 +173,7 @@ std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
     node->setParent(nullptr);
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childRemoved(child);
-    AnnounceRemoval(*node);
+    node->leaveTree();
     return node;
 }
 

@@ -1,8 +1,8 @@
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/events/BasicEvent.h"
-#include "nodes/journal/EventJournal.h"
 #include "nodes/model/ConfigNode.h"
-#include "nodes/system/systemCore.h"
+#include "nodes/model/services/AccessGuard.h"
+#include "nodes/model/services/JournalSink.h"
+#include "nodes/model/services/ModelServices.h"
 
 namespace Nodes {
 
@@ -17,12 +17,12 @@ bool isActOfUser(EventLevel level)
 // Names and places of nodes are fixed while the station runs, so any thread may read them then.
 Result append(const ConfigNode &node, BasicEvent event)
 {
-    const systemCore *core = node.GetCore();
-    if (!core)
+    const ModelServices &services = node.GetServices();
+    if (!services.journal)
         return Result(&node, Result::NotAvailable, "no core, no journal: " + event.text);
-    if (isActOfUser(event.level))
-        event.user = UserNameFor(node);
-    return core->GetJournal().Append(std::move(event));
+    if (services.access && isActOfUser(event.level))
+        event.user = services.access->GetUserName(node);
+    return services.journal->Append(std::move(event));
 }
 
 BasicEvent eventOf(EventLevel level, EventType type, const std::string &text)

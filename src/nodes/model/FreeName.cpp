@@ -1,9 +1,6 @@
 #include "nodes/model/FreeName.h"
 
-#include "nodes/model/ConfigNode.h"
-
 #include <charconv>
-#include <vector>
 
 namespace Nodes {
 
@@ -11,7 +8,7 @@ namespace {
 
 /// The number that ends a name beginning with `wanted` and a space; -1 for any other name, also
 /// one with the number in another writing.
-int numberOf(const std::string &name, const std::string &wanted)
+int numberOf(std::string_view name, const std::string &wanted)
 {
     const std::size_t head = wanted.size() + 1;
     if (name.size() <= head || name[head] < '1' || name[head] > '9' || name[head - 1] != ' ' ||
@@ -25,13 +22,13 @@ int numberOf(const std::string &name, const std::string &wanted)
 
 } // namespace
 
-std::string FreeName(const ConfigNode &parent, const std::string &wanted, int first)
+std::string FreeName(const std::vector<std::string_view> &taken, const std::string &wanted,
+                     int first)
 {
-    // Of so many numbers one more than there are children, at least one is free.
-    std::vector<bool> isTaken(parent.Children().size() + 1, false);
+    // Of so many numbers one more than there are names, at least one is free.
+    std::vector<bool> isTaken(taken.size() + 1, false);
     bool isWantedTaken = false;
-    for (const auto &child : parent.Children()) {
-        const std::string &name = child->GetName();
+    for (const std::string_view name : taken) {
         isWantedTaken = isWantedTaken || name == wanted;
         const int number = numberOf(name, wanted);
         if (number >= first && std::size_t(number - first) < isTaken.size())

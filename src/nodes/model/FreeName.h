@@ -1,13 +1,14 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace Nodes {
 
-class ConfigNode;
-
-/// `wanted` when no child of the parent has that name; else the same with a space and the lowest
-/// free number from `first` on. One walk over the children, however many have such names.
-std::string FreeName(const ConfigNode &parent, const std::string &wanted, int first);
+/// `wanted` when it is not among the names taken; else the same with a space and the lowest free
+/// number from `first` on. One walk over the names, however many are such.
+std::string FreeName(const std::vector<std::string_view> &taken, const std::string &wanted,
+                     int first);
 
 } // namespace Nodes

@@ -114,6 +114,7 @@ public:
         builder.m_kind.create = []() -> std::unique_ptr<ConfigNode> {
             return std::make_unique<Node>();
         };
+        builder.m_kind.prototype = std::make_unique<const Node>();
         return builder;
     }
 

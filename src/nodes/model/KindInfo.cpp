@@ -1,7 +1,5 @@
 #include "nodes/model/KindInfo.h"
 
-#include "nodes/model/ConfigNode.h"
-
 #include <algorithm>
 #include <stdexcept>
 
@@ -27,14 +25,13 @@ bool KindInfo::AllowsChild(NodeType child) const
     });
 }
 
-bool KindInfo::IsDefault(const PropertyDescriptor &descriptor, const ConfigNode &node) const
+bool KindInfo::IsDefault(const PropertyDescriptor &descriptor, const BasicNode &node) const
 {
     return descriptor.binding.equal(node, *prototype);
 }
 
 void KindInfo::Prepare()
 {
-    prototype = create();
     for (std::size_t i = 0; i < properties.size(); ++i) {
         PropertyDescriptor &descriptor = properties[i];
         descriptor.defaultText = descriptor.binding.format(descriptor, *prototype);

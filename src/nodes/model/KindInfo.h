@@ -9,6 +9,7 @@
 
 namespace Nodes {
 
+class BasicNode;
 class ConfigNode;
 
 /// One row of the kinds table: type codes, names, allowed children, properties and the factory.
@@ -21,16 +22,16 @@ struct NODES_EXPORT KindInfo
     std::unique_ptr<ConfigNode> (*create)() = nullptr;
     std::vector<NodeType> children; ///< families or exact kinds that may stand below this one
     std::vector<PropertyDescriptor> properties;
-    std::shared_ptr<const ConfigNode> prototype; ///< fresh node, made by Prepare
+    std::shared_ptr<const BasicNode> prototype; ///< fresh node
 
     /// Null when the kind has no such property.
     const PropertyDescriptor *FindProperty(std::string_view propertyKey) const;
     const PropertyDescriptor *FindProperty(unsigned valueId) const;
     bool AllowsChild(NodeType child) const;
     /// True while a node of this kind holds the value that a fresh one has.
-    bool IsDefault(const PropertyDescriptor &descriptor, const ConfigNode &node) const;
+    bool IsDefault(const PropertyDescriptor &descriptor, const BasicNode &node) const;
 
-    /// Builds the look-up tables, the prototype and default texts; called once by KindTable::Add.
+    /// Builds the look-up tables and default texts; called once by KindTable::Add.
     void Prepare();
 
 private:

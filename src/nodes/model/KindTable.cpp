@@ -1,19 +1,42 @@
 #include "nodes/model/KindTable.h"
 
-#include "nodes/kinds/BuiltInKinds.h"
-
 #include <stdexcept>
 
 namespace Nodes {
+
+namespace {
+
+struct Providers
+{
+    std::vector<KindTable::Provider> all;
+    bool isAsked = false; // the table is in use
+};
+
+Providers &providers()
+{
+    static auto *instance = new Providers;
+    return *instance;
+}
+
+} // namespace
 
 KindTable &KindTable::Instance()
 {
     static KindTable *table = [] {
         auto *fresh = new KindTable;
-        AddBuiltInKinds(*fresh);
+        providers().isAsked = true;
+        for (const Provider provider : providers().all)
+            provider(*fresh);
         return fresh;
     }();
     return *table;
+}
+
+void KindTable::Provide(Provider provider)
+{
+    providers().all.push_back(provider);
+    if (providers().isAsked)
+        provider(Instance());
 }
 
 // A selection of several kinds is edited by value id: one id means the same thing everywhere.

@@ -2,17 +2,24 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/model/KindInfo.h"
+#include "nodes/model/validation/ProjectFinding.h"
 
 #include <deque>
 
 namespace Nodes {
 
-/// Registry of node kinds. Filled with the built-in kinds on first use; hosts may add theirs
-/// before a project is loaded. Reading is safe on any thread, adding is not.
+/// Registry of node kinds. The table itself knows none: libraries provide theirs, hosts may add
+/// more before a project is loaded. Reading is safe on any thread, adding is not.
 class NODES_EXPORT KindTable
 {
 public:
+    /// Filled on first use by those who have called Provide by then.
     static KindTable &Instance();
+
+    /// `provider` adds the kinds of a library: when the table is first used, or at once when it is
+    /// in use already. Safe while static objects are being made, in any order of files.
+    using Provider = void (*)(KindTable &);
+    static void Provide(Provider provider);
 
     /// Throws std::logic_error when the code, the key or a property repeats, or when a value id
     /// means something else in another kind: mistakes of the programmer that must not pass
@@ -24,10 +31,16 @@ public:
     const KindInfo *FindByKey(std::string_view key) const;
     const std::deque<KindInfo> &GetKinds() const { return m_kinds; }
 
+    /// What the readers of projects look for in each project they have read.
+    using ProjectCheck = std::vector<ProjectFinding> (*)(const NodesCollection &);
+    void AddCheck(ProjectCheck check) { m_checks.push_back(check); }
+    const std::vector<ProjectCheck> &GetChecks() const { return m_checks; }
+
 private:
     KindTable() = default;
     void checkValueIds(const KindInfo &kind) const;
 
+    std::vector<ProjectCheck> m_checks;
     std::deque<KindInfo> m_kinds; // stable addresses: nodes point to their row
     std::unordered_map<unsigned, const KindInfo *> m_byCode;
     std::unordered_map<std::string_view, const KindInfo *> m_byKey;

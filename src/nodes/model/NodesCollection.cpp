@@ -1,7 +1,6 @@
 #include "nodes/model/NodesCollection.h"
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/FreeName.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/values/Uuid.h"
 
@@ -166,7 +165,7 @@ ConfigNode *NodesCollection::CreateNode(NodeType type, ConfigNode *parent)
         m_clones[raw->m_id] = std::move(node);
         return raw;
     }
-    raw->m_name = FreeName(*parent, kind->nameRu, 1);
+    raw->m_name = parent->freeName(kind->nameRu, 1);
     return parent->AddNode(node) ? raw : nullptr;
 }
 

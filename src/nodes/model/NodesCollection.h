@@ -4,6 +4,7 @@
 #include "nodes/model/BasicCollection.h"
 #include "nodes/model/NodesArray.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/model/services/ModelServices.h"
 
 #include <algorithm>
 #include <atomic>
@@ -13,7 +14,6 @@
 
 namespace Nodes {
 
-class systemCore;
 struct KindInfo;
 struct ProjectPlace;
 
@@ -63,8 +63,11 @@ public:
     /// occurs twice; the tree is then not installed.
     [[nodiscard]] Result SetRoot(std::unique_ptr<ConfigNode> root);
 
-    systemCore *GetCore() const { return m_core; }
-    void SetCore(systemCore *core) { m_core = core; }
+    systemCore *GetCore() const { return m_services.core; }
+    /// What the running system does for this project's nodes; by default nothing. Set before the
+    /// project is shown to other threads; what it refers to outlives the project.
+    const ModelServices &GetServices() const { return m_services; }
+    void SetServices(const ModelServices &services) { m_services = services; }
     /// Directory of the project file; resources are relative to it.
     const std::string &GetDirectory() const { return m_directory; }
     void SetDirectory(std::string directory) { m_directory = std::move(directory); }
@@ -112,7 +115,7 @@ private:
     unsigned long m_lastId = 0;
     std::string m_uuid;
     std::atomic<unsigned long> m_revision{0};
-    systemCore *m_core = nullptr;
+    ModelServices m_services;
     std::string m_directory;
     std::unordered_map<unsigned long, ConfigNode *> m_index;
     std::unordered_map<unsigned long, std::unique_ptr<ConfigNode>> m_clones;

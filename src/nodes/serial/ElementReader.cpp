@@ -1,6 +1,5 @@
 #include "nodes/serial/ElementReader.h"
 
-#include "nodes/auth/SecurityFindings.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/model/links/LinkCycles.h"
 #include "nodes/serial/PropertyHelp.h"
@@ -8,6 +7,7 @@
 #include "nodes/serial/XmlText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Nodes {
@@ -144,6 +144,13 @@ std::unique_ptr<ConfigNode> ElementReader::Read(pugi::xml_node element)
 std::unique_ptr<ConfigNode> ElementReader::readUnknown(const pugi::xml_node &element)
 {
     const KindInfo *kind = KindTable::Instance().Find(NodeType(NodeType::SubtypeUnknown));
+    if (!kind) {
+        m_fault = XmlFault{Result::NotAvailable, m_source.LineOf(element),
+                           "this program has no node kinds, not even the one that keeps unknown "
+                           "elements: call KindTable::Provide or Add before reading",
+                           "в программе не зарегистрированы виды узлов, прочитать нечем"};
+        return nullptr;
+    }
     std::unique_ptr<ConfigNode> node = m_project.CreateDetached(*kind, idOf(element));
     const std::string_view name = element.attribute("name").value();
     node->SetName(std::string(name.empty() ? element.name() : name));
@@ -328,13 +335,17 @@ void ElementReader::checkCycles() const
                        ", который сам ведёт обратно; разорвите кольцо ссылок");
 }
 
-void ElementReader::checkUsers() const
+void ElementReader::checkWhole() const
 {
-    const std::vector<SecurityFinding> findings = FindSecurityGaps(m_project);
+    std::vector<ProjectFinding> findings;
+    for (const KindTable::ProjectCheck check : KindTable::Instance().GetChecks()) {
+        std::vector<ProjectFinding> found = check(m_project);
+        std::move(found.begin(), found.end(), std::back_inserter(findings));
+    }
     if (findings.empty())
         return;
     const auto places = indexPlaces();
-    for (const SecurityFinding &finding : findings)
+    for (const ProjectFinding &finding : findings)
         reportNode(*places.at(finding.node), finding.text);
 }
 
@@ -351,7 +362,7 @@ void ElementReader::CheckProject()
 {
     checkDangling();
     checkCycles();
-    checkUsers();
+    checkWhole();
 }
 
 } // namespace Nodes

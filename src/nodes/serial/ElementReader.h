@@ -32,8 +32,8 @@ public:
     /// exceeded: see GetFault. The scan has bounded the depth. Elements below are freed as soon as
     /// they are read, so that text and tree are not in memory both.
     std::unique_ptr<ConfigNode> Read(pugi::xml_node element);
-    /// Reports links that lead nowhere and circles of links, and what keeps the project's users
-    /// from guarding it; after the tree has been installed.
+    /// Reports links that lead nowhere, circles of links and what the table's checks of projects
+    /// find; after the tree has been installed.
     void CheckProject();
 
     const std::optional<XmlFault> &GetFault() const { return m_fault; }
@@ -51,7 +51,7 @@ private:
 
     void checkDangling() const;
     void checkCycles() const;
-    void checkUsers() const;
+    void checkWhole() const;
     std::unordered_map<const ConfigNode *, const Place *> indexPlaces() const;
     void reportNode(const Place &place, std::string text) const;
     std::unique_ptr<ConfigNode> readUnknown(const pugi::xml_node &element);

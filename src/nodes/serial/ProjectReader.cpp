@@ -1,5 +1,6 @@
 #include "nodes/serial/ProjectReader.h"
 
+#include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/ElementReader.h"
 #include "nodes/values/NumberText.h"
@@ -97,6 +98,11 @@ Result ProjectReader::ReadBuffer(std::string bytes, const std::string &name,
 
 Result ProjectReader::checkFormat(const XmlSource &source)
 {
+    if (!KindTable::Instance().Find(NodeType(NodeType::SubtypeProject)))
+        return fail({Result::NotAvailable, 0,
+                     "this program has no kind for the root of projects: call KindTable::Provide "
+                     "or Add before reading",
+                     "в программе не зарегистрированы виды узлов, прочитать нечем"});
     const pugi::xml_node root = source.GetRoot();
     const int line = source.LineOf(root);
     const std::string name = root.name();

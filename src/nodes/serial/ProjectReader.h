@@ -26,8 +26,9 @@ public:
     void SetProgress(LoadProgress *progress) { m_progress = progress; }
 
     /// NotFound or StorageError when the file cannot be read, LimitExceeded when it is too large
-    /// or too deep, ParseError when it is damaged or from a newer program, Cancelled. `project` is
-    /// set on success only; what was wrong but could be kept is in the report.
+    /// or too deep, ParseError when it is damaged or from a newer program, NotAvailable when
+    /// KindTable has no kinds, Cancelled. `project` is set on success only; what was wrong but
+    /// could be kept is in the report.
     [[nodiscard]] Result ReadFile(const std::string &path,
                                   std::unique_ptr<NodesCollection> &project);
     /// The same from bytes; `name` stands for the file in messages.

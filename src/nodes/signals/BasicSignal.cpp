@@ -1,10 +1,14 @@
 #include "nodes/signals/BasicSignal.h"
 
-#include "nodes/auth/AccessCheck.h"
-#include "nodes/journal/EventJournal.h"
+#include "nodes/events/BasicEvent.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/services/AccessCheck.h"
+#include "nodes/model/services/JournalSink.h"
+#include "nodes/model/services/ModelServices.h"
 #include "nodes/model/validation/ValidationResults.h"
-#include "nodes/system/systemCore.h"
+#include "nodes/signals/WriteRoute.h"
+#include "nodes/signals/WriteRoutes.h"
+#include "nodes/signals/WriteTarget.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
 
@@ -55,10 +59,6 @@ SignalValue BasicSignal::Convert(const SignalValue &value) const
 
 Result BasicSignal::checkWrite(const SignalValue &converted) const
 {
-    if (const Result access = CheckAccess(PrivilegeWrite, *this); !access)
-        return access;
-    if (GetCore() && !IsLocal())
-        return Result(this, Result::NotConnected, "signal of another station");
     if (!m_isWritable)
         return Result(this, Result::ReadOnly, GetName());
     if (converted.IsError())
@@ -76,18 +76,57 @@ Result BasicSignal::WriteValue(const SignalValue &value)
 {
     const SignalValue old = GetValue();
     const SignalValue converted = Convert(value);
-    Result result = checkWrite(converted);
+    std::shared_ptr<WriteRoute> route;
+    Result result = CheckAccess(PrivilegeWrite, *this);
     if (result)
-        result = DoWrite(converted);
+        result = WriteRoutes::Find(*this, route);
+    if (result)
+        result = checkWrite(converted);
+    if (result)
+        result = route->Write(*this, converted);
     journalWrite(old, converted.IsError() ? value : converted, result);
     return result;
+}
+
+void BasicSignal::SetWriteTarget(std::weak_ptr<WriteTarget> target)
+{
+    m_target = std::move(target);
+}
+
+Result BasicSignal::DoWrite(const SignalValue &value)
+{
+    const std::shared_ptr<WriteTarget> target = m_target.lock();
+    if (!target)
+        return Result(this, Result::NotAvailable, "no driver has taken over " + GetName());
+    if (GetNodeLink().GetNode() != this)
+        return Result(this, Result::NotAvailable, GetName() + " has left its project");
+    return target->Write(*this, value);
+}
+
+// What never came needs no telling: nothing that looks good stands anywhere.
+void BasicSignal::degrade(Quality quality) const
+{
+    if (!GetValue().IsEmpty())
+        m_cell->Degrade(quality, Result(this, Result::NotFound));
+}
+
+void BasicSignal::OnLeftTree() const
+{
+    degrade(Quality::Bad);
+}
+
+// Signals that no driver feeds are good again; the others wait for theirs.
+void BasicSignal::OnEnteredTree() const
+{
+    if (GetOrigin() == SignalOrigin::Process)
+        degrade(Quality::Good);
 }
 
 void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
                                const Result &result) const
 {
-    const systemCore *core = GetCore();
-    if (!core)
+    JournalSink *journal = GetServices().journal;
+    if (!journal)
         return;
     BasicEvent event;
     event.level = result ? LevelAction : LevelSecurity;
@@ -97,7 +136,7 @@ void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
     event.user = UserNameFor(*this);
     event.oldValue = old.ToString();
     event.newValue = value.ToString();
-    (void)core->GetJournal().Append(std::move(event));
+    (void)journal->Append(std::move(event));
 }
 
 void BasicSignal::Validate(ValidationResults &results) const

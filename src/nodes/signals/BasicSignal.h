@@ -9,6 +9,7 @@ namespace Nodes {
 
 class KindBuilder;
 class ValueCell;
+class WriteTarget;
 
 /// Who keeps a signal's value up to date, and when.
 enum class SignalOrigin {
@@ -54,10 +55,13 @@ public:
     double GetDeadband() const { return m_deadband; }
 
     /// Writes a value on behalf of the current user: checks the write right, that the signal may
-    /// be written, the type and the limits, then hands it to the source. Journals the write with
-    /// user, old and new value. Success means that the source accepted it: the value shown changes
-    /// when it is read back. GUI thread.
+    /// be written, the type and the limits, then sends it the signal's route (see WriteRoutes).
+    /// Journals the write with user, old and new value. Success means that the source, or the way
+    /// to it, accepted it: the value shown changes when it is read back. GUI thread.
     [[nodiscard]] Result WriteValue(const SignalValue &value);
+    /// Who takes the writes to this signal from now on. Drivers set themselves when they start;
+    /// a target that is gone counts as none. GUI thread.
+    void SetWriteTarget(std::weak_ptr<WriteTarget> target);
 
     AuthPrivArray GetAvailablePrivs() const override;
     void Validate(ValidationResults &results) const override;
@@ -66,21 +70,26 @@ public:
 
 protected:
     static void Describe(KindBuilder &builder);
-    /// Hands the checked value to the source. May be called on the GUI thread and must not wait
-    /// for a device: queue, answer NotConnected at once when the device is known to be lost.
-    virtual Result DoWrite(const SignalValue &value) = 0;
+    /// Hands the checked value to the source: unless the kind knows better, to the write target;
+    /// NotAvailable without one. Called on the GUI thread and must not wait for a device.
+    virtual Result DoWrite(const SignalValue &value);
+    void OnLeftTree() const override;
+    void OnEnteredTree() const override;
 
     /// For constructors of kinds whose values are of one type by nature.
     void SetValueType(enSignalValueType type) { m_valueType = int(type); }
 
     friend class KindBuilder;
+    friend class WriteRoutes; // the local route ends in DoWrite
 
 private:
     Result checkWrite(const SignalValue &converted) const;
     void validateDeadband(ValidationResults &results) const;
+    void degrade(Quality quality) const;
     void journalWrite(const SignalValue &old, const SignalValue &value, const Result &result) const;
 
     std::shared_ptr<ValueCell> m_cell;
+    std::weak_ptr<WriteTarget> m_target;
     std::string m_unit;
     int m_valueType = int(enSignalValueType::Double);
     int m_decimals = 1;

@@ -13,6 +13,7 @@ class NODES_EXPORT BasicStation : public ConfigNode
 {
 public:
     static KindInfo Kind();
+    const BasicStation *AsStation() const override { return this; }
 
     /// User subsystem of this station, else the one of the whole project; null when the project
     /// configures none. Asked for every right: the tree is searched only after it has changed.

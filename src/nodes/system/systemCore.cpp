@@ -8,8 +8,10 @@
 #include "nodes/model/links/ResourceLink.h"
 #include "nodes/serial/LoadReport.h"
 #include "nodes/signals/BasicSignal.h"
-#include "nodes/signals/StaleMonitor.h"
+#include "nodes/signals/WriteRoutes.h"
 #include "nodes/system/BasicStation.h"
+#include "nodes/system/CoreAccess.h"
+#include "nodes/system/StaleMonitor.h"
 #include "nodes/system/systemVisualization.h"
 #include "nodes/timers/operationTimer.h"
 #include "nodes/values/SlotList.h"
@@ -59,6 +61,8 @@ struct systemCore::Guard
 
 systemCore::systemCore()
     : m_journal(std::make_unique<EventJournal>()),
+      m_access(std::make_unique<CoreAccess>(*this)),
+      m_writeRoutes(std::make_unique<WriteRoutes>()),
       m_staleMonitor(std::make_unique<StaleMonitor>()),
       m_requests(std::make_unique<Requests>()),
       m_guard(std::make_unique<Guard>())
@@ -182,7 +186,7 @@ void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::str
     const fs::path absolute = fs::absolute(file, error);
     m_projectFile = (error ? fs::path(file) : absolute).lexically_normal().string();
     m_project->SetDirectory(GetProjectPath());
-    m_project->SetCore(this);
+    m_project->SetServices({this, m_access.get(), m_journal.get(), this, m_writeRoutes.get()});
     NodesCollection::SetCurrent(m_project.get());
     ResourceLink::SetBaseDirectory(GetProjectPath());
     m_guard->owner = std::this_thread::get_id();

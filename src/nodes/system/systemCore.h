@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/services/StationFinder.h"
 #include "nodes/system/enWorkMode.h"
 #include "nodes/values/Connection.h"
 
@@ -13,17 +14,19 @@ namespace Nodes {
 
 class BasicAction;
 class BasicStation;
+class CoreAccess;
 class EventJournal;
 class LoadReport;
 class NodesCollection;
 class StaleMonitor;
+class WriteRoutes;
 class systemAlarming;
 class systemAuthentication;
 class systemVisualization;
 
 /// The running system: owns the loaded project, the event journal and the order in which drivers,
 /// alarms and timers start and stop. One a process. GUI thread, except where stated.
-class NODES_EXPORT systemCore : public ConfigNode
+class NODES_EXPORT systemCore : public ConfigNode, private StationFinder
 {
 public:
     systemCore();
@@ -37,12 +40,14 @@ public:
     systemVisualization *GetSystemVisualization() const;
     systemAlarming *GetSystemAlarming() const;
     systemAuthentication *GetSystemAuthentication() const;
-    BasicStation *GetLocalStation() const;
+    BasicStation *GetLocalStation() const override;
     /// Whether the project holds anything that speaks of users, see SpeaksOfUsers. The tree is
     /// looked through again when it has changed, on the thread that adopted it. Any thread.
     bool IsMeantToHaveUsers() const;
     /// Journal of this process; never null, stores from the moment it is opened by Start.
     EventJournal &GetJournal() const { return *m_journal; }
+    /// Where writes to the signals of other stations go; never null.
+    WriteRoutes &GetWriteRoutes() const { return *m_writeRoutes; }
 
     enWorkMode GetWorkMode() const { return m_workMode; }
     void SetWorkMode(enWorkMode mode) { m_workMode = mode; }
@@ -104,6 +109,8 @@ private:
     std::unique_ptr<NodesCollection> m_project;
     std::shared_ptr<const LoadReport> m_loadReport;
     std::unique_ptr<EventJournal> m_journal;
+    std::unique_ptr<CoreAccess> m_access;
+    std::unique_ptr<WriteRoutes> m_writeRoutes;
     std::unique_ptr<StaleMonitor> m_staleMonitor;
     std::unique_ptr<Requests> m_requests;
     std::unique_ptr<Guard> m_guard;

@@ -1,7 +1,5 @@
 #include "nodes/values/Result.h"
 
-#include "nodes/model/BasicNode.h"
-
 #include <array>
 
 namespace Nodes {
@@ -68,18 +66,6 @@ Result::Result(ResultType type) : m_type(type) {}
 
 Result::Result(ResultType type, std::string detail)
     : m_type(type), m_detail(std::make_shared<const std::string>(std::move(detail)))
-{
-}
-
-Result::Result(const BasicNode *node, ResultType type, int extraCode)
-    : m_type(type), m_extraCode(extraCode), m_nodeId(node ? node->GetId() : 0)
-{
-}
-
-Result::Result(const BasicNode *node, ResultType type, std::string detail)
-    : m_type(type),
-      m_nodeId(node ? node->GetId() : 0),
-      m_detail(std::make_shared<const std::string>(std::move(detail)))
 {
 }
 

@@ -4,10 +4,9 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace Nodes {
-
-class BasicNode;
 
 /// Outcome of an operation of the node model: a type, a numeric error code, the node concerned
 /// and an optional detail ("what, where"). A value; copies share the detail text. Any thread.
@@ -40,9 +39,18 @@ public:
     Result() = default;
     Result(ResultType type);
     Result(ResultType type, std::string detail);
-    /// `extraCode` replaces the type's own error code unless it is 0. `node` may be null.
-    Result(const BasicNode *node, ResultType type, int extraCode = 0);
-    Result(const BasicNode *node, ResultType type, std::string detail);
+    /// About a node, or whatever else tells its id with GetId; null: about none in particular.
+    /// `extraCode` replaces the type's own error code unless it is 0.
+    template <class Node>
+    Result(const Node *node, ResultType type, int extraCode = 0)
+        : m_type(type), m_extraCode(extraCode), m_nodeId(node ? node->GetId() : 0)
+    {
+    }
+    template <class Node>
+    Result(const Node *node, ResultType type, std::string detail) : Result(type, std::move(detail))
+    {
+        m_nodeId = node ? node->GetId() : 0;
+    }
 
     ResultType GetType() const { return m_type; }
     /// Error code: 0 for success, 1320 for missing rights, 403 for a silent refusal.

@@ -2,7 +2,7 @@
 
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/systemAlarming.h"
-#include "nodes/auth/AccessCheck.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 

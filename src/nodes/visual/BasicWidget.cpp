@@ -1,8 +1,8 @@
 #include "nodes/visual/BasicWidget.h"
 
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/properties/BasicProperty.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 

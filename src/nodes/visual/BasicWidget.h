@@ -1,7 +1,7 @@
 #pragma once
 
-#include "nodes/auth/AccessDemand.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/services/AccessDemand.h"
 #include "nodes/values/NPoint.h"
 #include "nodes/values/NRect.h"
 #include "nodes/values/SignalValue.h"

@@ -3,7 +3,7 @@
 // qwidgetEditBoxValue.cpp, painting in qwidgetEditBoxLook.cpp.
 #include "widgets/elements/qwidgetEditBox.h"
 
-#include "nodes/auth/AccessCheck.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/elements/widgetEditBox.h"

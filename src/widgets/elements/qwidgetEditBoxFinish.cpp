@@ -4,7 +4,7 @@
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/qwidgetEditBox.h"
 
-#include "nodes/auth/AccessCheck.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/visual/elements/widgetEditBox.h"
 
 #include <QDialog>

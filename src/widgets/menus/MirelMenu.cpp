@@ -4,9 +4,9 @@
 #include "widgets/menus/WidgetAction.h"
 
 #include "nodes/actions/kinds/actionShowMenu.h"
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/menus/BasicMenu.h"
 #include "nodes/menus/BasicMenuItem.h"
+#include "nodes/model/services/AccessCheck.h"
 
 namespace Widgets {
 
@@ -59,7 +59,7 @@ void MirelMenu::createMenu(Nodes::BasicMenu *menu)
 void MirelMenu::addItem(Nodes::BasicMenuItem &item)
 {
     Nodes::AccessDemands demands;
-    Nodes::AppendDemands(item.GetActions(), demands);
+    Nodes::BasicAction::AppendDemands(item.GetActions(), demands);
     const Nodes::enAccessDeniedAction denial = Nodes::DenialOf(demands);
     if (denial == Nodes::AccessDeniedHide)
         return;

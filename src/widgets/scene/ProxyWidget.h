@@ -3,9 +3,9 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/context/SceneContext.h"
 
-#include "nodes/auth/AuthPriv.h"
 #include "nodes/model/NodesArray.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/model/services/AuthPriv.h"
 #include "utils/relay/NodeRelay.h"
 
 #include <QGraphicsProxyWidget>

@@ -3,7 +3,7 @@
 #include "widgets/actions/running/ActionTeller.h"
 #include "widgets/windows/DesktopContext.h"
 
-#include "nodes/auth/AccessCheck.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 
 namespace Widgets {

@@ -3,7 +3,7 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/context/ActionTrigger.h"
 
-#include "nodes/auth/AuthPriv.h"
+#include "nodes/model/services/AuthPriv.h"
 
 #include <string>
 

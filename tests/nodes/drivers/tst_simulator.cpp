@@ -151,13 +151,14 @@ private slots:
         BasicSignal *setpoint = add("setpoint", "");
         BasicSignal *twice = add("twice", "signal('setpoint') * 2");
         BasicSignal *wrong = add("wrong", "os.exit(1)");
-        QCOMPARE(setpoint->WriteValue(5).GetType(), Result::NotConnected);
+        QCOMPARE(setpoint->WriteValue(5).GetType(), Result::NotAvailable);
         QVERIFY(driver->Start().IsSuccess());
         QTRY_VERIFY(twice->GetValue().IsGood());
         QVERIFY(setpoint->WriteValue(30).IsSuccess());
         QTRY_COMPARE(twice->GetValue().ToDouble(), 60.);
         QVERIFY(!wrong->GetValue().IsGood());
         QVERIFY(driver->Stop().IsSuccess());
+        QCOMPARE(setpoint->WriteValue(5).GetType(), Result::NotConnected);
         QVERIFY(!twice->GetValue().IsGood());
     }
 };

@@ -1,7 +1,7 @@
 #include "nodes/actions/kinds/actionLaunchProcess.h"
 
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 
 #include <sstream>

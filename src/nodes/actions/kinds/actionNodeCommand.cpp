@@ -2,8 +2,8 @@
 
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/systemAlarming.h"
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
 

@@ -54,9 +54,4 @@ void hostSignal::Validate(ValidationResults &results) const
                     GetName() + ": выберите показатель");
 }
 
-Result hostSignal::DoWrite(const SignalValue &)
-{
-    return Result(this, Result::ReadOnly, GetName());
-}
-
 } // namespace Nodes

@@ -19,9 +19,6 @@ public:
 
     void Validate(ValidationResults &results) const override;
 
-protected:
-    Result DoWrite(const SignalValue &value) override;
-
 private:
     int m_metric = int(HostMetric::None);
     std::string m_target;

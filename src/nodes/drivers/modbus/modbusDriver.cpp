@@ -148,7 +148,7 @@ void modbusDriver::StopWork()
     m_poller.reset();
 }
 
-Result modbusDriver::Write(const modbusSignal &signal, const SignalValue &value)
+Result modbusDriver::Write(const BasicSignal &signal, const SignalValue &value)
 {
     const auto found = m_places.find(signal.GetId());
     if (!m_poller || found == m_places.end())

@@ -25,7 +25,7 @@ public:
 
     /// Queues a checked value; see ModbusPoller::QueueWrite and ModbusPoints::Encode for refusals.
     /// GUI thread, never waits.
-    [[nodiscard]] Result Write(const modbusSignal &signal, const SignalValue &value);
+    Result Write(const BasicSignal &signal, const SignalValue &value) override;
 
     void Validate(ValidationResults &results) const override;
 

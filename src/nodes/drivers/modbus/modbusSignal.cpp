@@ -79,12 +79,4 @@ void modbusSignal::Validate(ValidationResults &results) const
                     GetName() + ": проверьте группу, смещение, тип данных и множитель");
 }
 
-Result modbusSignal::DoWrite(const SignalValue &value)
-{
-    auto *driver = dynamic_cast<modbusDriver *>(BasicDriver::Above(*this));
-    if (!driver)
-        return Result(this, Result::NotAvailable, GetName() + " stands below no Modbus driver");
-    return driver->Write(*this, value);
-}
-
 } // namespace Nodes

@@ -21,9 +21,6 @@ public:
     [[nodiscard]] Result CheckPlace() const;
     void Validate(ValidationResults &results) const override;
 
-protected:
-    Result DoWrite(const SignalValue &value) override;
-
 private:
     int m_offset = 0;
     int m_dataType = int(ModbusType::UInt16);

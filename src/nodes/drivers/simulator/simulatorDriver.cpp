@@ -131,7 +131,7 @@ void simulatorDriver::StopWork()
     m_simulation.reset();
 }
 
-Result simulatorDriver::Write(const simulatorSignal &signal, const SignalValue &value)
+Result simulatorDriver::Write(const BasicSignal &signal, const SignalValue &value)
 {
     if (!m_simulation || !m_simulation->Write(signal.GetId(), value))
         return Result(this, Result::NotConnected, GetName() + " does not run " + signal.GetName());

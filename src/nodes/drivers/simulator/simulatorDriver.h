@@ -19,7 +19,7 @@ public:
     static KindInfo Kind();
 
     /// Hands a written value to the next step; NotConnected while the driver does not run.
-    [[nodiscard]] Result Write(const simulatorSignal &signal, const SignalValue &value);
+    Result Write(const BasicSignal &signal, const SignalValue &value) override;
 
 protected:
     Result StartWork() override;

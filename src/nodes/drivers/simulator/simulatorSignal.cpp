@@ -31,12 +31,4 @@ void simulatorSignal::Validate(ValidationResults &results) const
     BasicDriver::ValidatePlace<simulatorDriver>(*this, "драйвер «Имитатор»", results);
 }
 
-Result simulatorSignal::DoWrite(const SignalValue &value)
-{
-    auto *driver = dynamic_cast<simulatorDriver *>(BasicDriver::Above(*this));
-    if (!driver)
-        return Result(this, Result::NotAvailable, GetName() + " stands below no simulator");
-    return driver->Write(*this, value);
-}
-
 } // namespace Nodes

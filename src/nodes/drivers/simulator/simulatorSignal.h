@@ -17,9 +17,6 @@ public:
 
     void Validate(ValidationResults &results) const override;
 
-protected:
-    Result DoWrite(const SignalValue &value) override;
-
 private:
     std::string m_formula;
     std::string m_initialValue;

@@ -1,6 +1,5 @@
 #include "nodes/model/properties/BasicProperty.h"
 
-#include "nodes/model/BasicNode.h"
 #include "nodes/model/properties/PropertyDescriptor.h"
 
 namespace Nodes {

@@ -1,8 +1,8 @@
 #include "nodes/visual/elements/recorderChannel.h"
 
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"

@@ -1,6 +1,6 @@
 #include "nodes/visual/elements/widgetButton.h"
 
-#include "nodes/auth/AccessCheck.h"
+#include "nodes/actions/BasicAction.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/NumberText.h"
@@ -73,7 +73,7 @@ void widgetButton::CollectDemands(AccessDemands &demands) const
     const ActionLists gestures = GetActionLists();
     for (const NodeLinks *actions :
          {&m_pressActions, &m_releaseActions, &gestures.onPress, &gestures.onRelease})
-        AppendDemands(*actions, demands);
+        BasicAction::AppendDemands(*actions, demands);
 }
 
 } // namespace Nodes

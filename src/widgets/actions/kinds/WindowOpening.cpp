@@ -8,8 +8,8 @@
 #include "widgets/windows/desktop/WindowPlacement.h"
 
 #include "nodes/actions/BasicOpeningAction.h"
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/auth/systemAuthentication.h"
+#include "nodes/model/services/AccessCheck.h"
 
 #include <QPointer>
 
@@ -27,8 +27,7 @@ bool WindowOpening::isAllowed(const Nodes::BasicWindow &window, const ActionTrig
         return true;
     ShowAccessDenied(trigger);
     // What triggered it should not have been usable: the rights have changed since it was judged.
-    const Nodes::systemAuthentication *users = Nodes::UsersFor(window);
-    if (users && users->GetAccessDeniedAction() != Nodes::AccessDeniedRefuse && g_pWindowManager)
+    if (Nodes::AccessDeniedActionFor(window) != Nodes::AccessDeniedRefuse && g_pWindowManager)
         g_pWindowManager->judgeAccess();
     return false;
 }

@@ -1,7 +1,7 @@
 #include "widgets/elements/binding/ElementTooltip.h"
 
 #include "nodes/alarms/systemAlarming.h"
-#include "nodes/auth/AccessCheck.h"
+#include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"

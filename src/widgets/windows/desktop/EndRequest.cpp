@@ -4,9 +4,9 @@
 #include "widgets/dialogs/PlainMessageBox.h"
 #include "widgets/windows/Access.h"
 
-#include "nodes/auth/AccessCheck.h"
 #include "nodes/events/EventLevel.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/services/AccessCheck.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "nodes/auth/AuthPriv.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/model/services/AuthPriv.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #include "nodes/CoreFixture.h"
 #include "nodes/ManualClock.h"
 #include "nodes/signals/BasicSignal.h"
-#include "nodes/signals/StaleMonitor.h"
+#include "nodes/system/StaleMonitor.h"
 #include "nodes/values/ValueCell.h"
 
 #include <QtTest>

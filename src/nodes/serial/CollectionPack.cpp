@@ -1,12 +1,9 @@
-#include "nodes/model/BasicCollection.h"
-
-#include "nodes/model/NodesCollection.h"
 #include "nodes/serial/NodePackReader.h"
 #include "nodes/serial/NodePackWriter.h"
 
-namespace Nodes {
+#include "nodes/model/NodesCollection.h"
 
-BasicCollection::~BasicCollection() = default;
+namespace Nodes {
 
 std::string BasicCollection::Serialize(const NodesContainer &nodes) const
 {

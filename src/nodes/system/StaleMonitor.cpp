@@ -1,4 +1,4 @@
-#include "nodes/signals/StaleMonitor.h"
+#include "nodes/system/StaleMonitor.h"
 
 #include "nodes/values/Clock.h"
 #include "nodes/values/ValueCell.h"
