@@ -9,19 +9,20 @@
 class TestKind : public Nodes::ConfigNode
 {
 public:
+    static constexpr auto Code = Nodes::NodeType::enNodeSubtype(0x2FF0);
+
     static void Register()
     {
         Nodes::KindTable::Instance().Add(
-            Nodes::KindBuilder::For<TestKind>(Nodes::NodeType::enNodeSubtype(0x2FF0), "pipe",
-                                              "Pipe", "Труба")
-                .Property<&TestKind::m_next>(1, "next", "Next", "Далее")
+            Nodes::KindBuilder::For<TestKind>("pipe", "Pipe", "Труба")
+                .Property<&TestKind::m_next>({1, "next"}, "Next", "Далее")
                 .Acyclic()
-                .Property<&TestKind::m_signal>(2, "signal", "Signal", "Сигнал")
+                .Property<&TestKind::m_signal>({2, "signal"}, "Signal", "Сигнал")
                 .Refers({Nodes::NodeType::TypeSignal})
-                .Property<&TestKind::m_picture>(3, "picture", "Picture", "Рисунок")
-                .Property<&TestKind::m_count>(4, "count", "Count", "Количество")
+                .Property<&TestKind::m_picture>({3, "picture"}, "Picture", "Рисунок")
+                .Property<&TestKind::m_count>({4, "count"}, "Count", "Количество")
                 .Range(1, 9)
-                .Property<&TestKind::m_secret>(5, "secret", "Secret", "Секрет")
+                .Property<&TestKind::m_secret>({5, "secret"}, "Secret", "Секрет")
                 .Secret()
                 .Children({Nodes::NodeType::TypeFolder}));
     }

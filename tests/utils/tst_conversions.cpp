@@ -7,6 +7,8 @@
 #include "utils/models/SortNodeTypes.h"
 #include "utils/undo/IUndo.h"
 
+#include "nodes/visual/elements/widgetButton.h"
+#include "nodes/visual/elements/widgetLabel.h"
 #include <QAction>
 #include <QFontMetrics>
 #include <QMenu>
@@ -106,8 +108,8 @@ private slots:
 
     void typesAreGroupedByFamily()
     {
-        const NodeType label(NodeType::enNodeSubtype(0x15001));
-        const NodeType button(NodeType::enNodeSubtype(0x15003));
+        const NodeType label(Nodes::widgetLabel::Code);
+        const NodeType button(Nodes::widgetButton::Code);
         const NodeType layer(NodeType::SubtypeLayer);
         const auto groups = Utils::SortNodeTypes({label, layer, button, label});
         QCOMPARE(groups.size(), std::size_t(2));

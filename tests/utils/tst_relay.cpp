@@ -87,14 +87,16 @@ private slots:
             ids << (property ? property->GetValueId() : 0);
         };
         relay.connect(bound.node, handlers);
-        bound.node->SetPosition(5, 0);           // only x changes
-        QCOMPARE(ids, QVector<unsigned>{11001}); // at once on this thread
+        bound.node->SetPosition(5, 0);                            // only x changes
+        QCOMPARE(ids, QVector<unsigned>{Nodes::GeometryProp::X}); // at once on this thread
         std::thread([&] {
-            bound.node->NotifyPropertyChanged(bound.node->GetPropertyByValueId(12097));
+            bound.node->NotifyPropertyChanged(
+                bound.node->GetPropertyByValueId(Nodes::BasicWidget::Prop::Visible));
             bound.node->NotifyPropertyChanged(nullptr);
         }).join();
         QCOMPARE(ids.size(), 1);
-        QTRY_COMPARE(ids, (QVector<unsigned>{11001, 0})); // re-read everything, once
+        QTRY_COMPARE(ids,
+                     (QVector<unsigned>{Nodes::GeometryProp::X, 0})); // re-read everything, once
     }
 
     void childrenAndActivity()

@@ -14,9 +14,9 @@ using namespace Utils;
 
 namespace {
 
-constexpr unsigned xProperty = 11001;
-constexpr unsigned signalProperty = 12001;
-constexpr unsigned onPressProperty = 12110;
+constexpr auto xProperty = BasicWidget::Prop::X;
+constexpr auto signalProperty = BasicWidget::Prop::Signal;
+constexpr auto onPressProperty = BasicWidget::Prop::OnPress;
 
 /// Labels a to d on a layer, and one elsewhere that refers to three of them.
 struct Drawing : ProjectFixture

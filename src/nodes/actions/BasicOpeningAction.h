@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicPlacingAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,11 @@ namespace Nodes {
 class NODES_EXPORT BasicOpeningAction : public BasicPlacingAction
 {
 public:
+    struct Prop : BasicPlacingAction::Prop
+    {
+        static constexpr PropertyId<int> Open{16010, "open"};
+    };
+
     enum enOpenMode { OpenAlways = 0, OpenReuseOnDisplay = 1, OpenReuseAnywhere = 2 };
 
     enOpenMode GetOpenMode() const { return enOpenMode(m_openMode); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicWindowAction.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NPoint.h"
 
 namespace Nodes {
@@ -9,6 +10,13 @@ namespace Nodes {
 class NODES_EXPORT BasicPlacingAction : public BasicWindowAction
 {
 public:
+    struct Prop : BasicWindowAction::Prop
+    {
+        static constexpr PropertyId<int> Position{16003, "position"};
+        static constexpr PropertyId<int> X{16004, "x"};
+        static constexpr PropertyId<int> Y{16005, "y"};
+    };
+
     enum enPositionMode { PositionOwn = 0, PositionPoint = 1, PositionCenter = 2 };
 
     enPositionMode GetPositionMode() const { return enPositionMode(m_positionMode); }

@@ -7,9 +7,9 @@ namespace Nodes {
 
 void BasicWindowAction::Describe(KindBuilder &builder)
 {
-    builder.Property<&BasicWindowAction::m_window>(16001, "window", "Window", "Окно")
+    builder.Property<&BasicWindowAction::m_window>(Prop::Window, "Window", "Окно")
         .Refers({NodeType::TypeWindow})
-        .Property<&BasicWindowAction::m_display>(16002, "display", "Display", "Дисплей")
+        .Property<&BasicWindowAction::m_display>(Prop::Display, "Display", "Дисплей")
         .Range(-1, 64);
 }
 

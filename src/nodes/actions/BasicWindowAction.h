@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -11,6 +12,12 @@ class KindBuilder;
 class NODES_EXPORT BasicWindowAction : public BasicAction
 {
 public:
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Window{16001, "window"};
+        static constexpr PropertyId<int> Display{16002, "display"};
+    };
+
     const NodeLink &GetWindowLink() const { return m_window; }
     /// Null when no window is set or it is gone.
     BasicWindow *GetWindow() const;

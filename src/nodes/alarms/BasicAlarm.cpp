@@ -9,19 +9,19 @@ namespace Nodes {
 void BasicAlarm::Describe(KindBuilder &builder)
 {
     constexpr double day = 86400000;
-    builder.Property<&BasicAlarm::m_signal>(8001, "signal", "Signal", "Сигнал")
+    builder.Property<&BasicAlarm::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal})
-        .Property<&BasicAlarm::m_onDelay>(8002, "onDelay", "On delay, ms",
+        .Property<&BasicAlarm::m_onDelay>(Prop::OnDelay, "On delay, ms",
                                           "Задержка возникновения, мс")
         .Range(0, day)
-        .Property<&BasicAlarm::m_offDelay>(8003, "offDelay", "Off delay, ms", "Задержка снятия, мс")
+        .Property<&BasicAlarm::m_offDelay>(Prop::OffDelay, "Off delay, ms", "Задержка снятия, мс")
         .Range(0, day)
-        .Property<&BasicAlarm::m_priority>(8004, "priority", "Priority", "Приоритет")
+        .Property<&BasicAlarm::m_priority>(Prop::Priority, "Priority", "Приоритет")
         .Range(1, 4)
-        .Property<&BasicAlarm::m_text>(8005, "text", "Text", "Текст")
-        .Property<&BasicAlarm::m_isAckRequired>(8006, "ackRequired", "Acknowledgement required",
+        .Property<&BasicAlarm::m_text>(Prop::Text, "Text", "Текст")
+        .Property<&BasicAlarm::m_isAckRequired>(Prop::AckRequired, "Acknowledgement required",
                                                 "Требует квитирования")
-        .Property<&BasicAlarm::m_sound>(8007, "sound", "Sound", "Звук")
+        .Property<&BasicAlarm::m_sound>(Prop::Sound, "Sound", "Звук")
         .Hint("wav");
 }
 

@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 
 #include <memory>
 
@@ -16,6 +17,17 @@ class KindBuilder;
 class NODES_EXPORT BasicAlarm : public ConfigNode
 {
 public:
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Signal{8001, "signal"};
+        static constexpr PropertyId<int> OnDelay{8002, "onDelay"};
+        static constexpr PropertyId<int> OffDelay{8003, "offDelay"};
+        static constexpr PropertyId<int> Priority{8004, "priority"};
+        static constexpr PropertyId<std::string> Text{8005, "text"};
+        static constexpr PropertyId<bool> AckRequired{8006, "ackRequired"};
+        static constexpr PropertyId<ResourceLink> Sound{8007, "sound"};
+    };
+
     /// The signal linked, else the parent when that is a signal; null without either.
     BasicSignal *GetSignal() const;
     /// Milliseconds the condition must last before the alarm is raised, and be gone before it

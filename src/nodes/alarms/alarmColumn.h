@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,13 @@ namespace Nodes {
 class NODES_EXPORT alarmColumn : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeAlarmColumn;
+    struct Prop
+    {
+        static constexpr PropertyId<int> Column{9301, "column"};
+        static constexpr PropertyId<int> Width{9302, "width"};
+    };
+
     enum ColumnKind { Number = 1, Group = 2, Time = 3, Level = 4, Text = 5 };
 
     static KindInfo Kind();

@@ -46,10 +46,9 @@ private:
 
 KindInfo alarmDiscrete::Kind()
 {
-    return KindBuilder::For<alarmDiscrete>(NodeType::enNodeSubtype(0x8002), "alarmDiscrete",
-                                           "Discrete alarm", "Тревога по значению")
+    return KindBuilder::For<alarmDiscrete>("alarmDiscrete", "Discrete alarm", "Тревога по значению")
         .Inherit<BasicAlarm>()
-        .Property<&alarmDiscrete::m_alarmValue>(8201, "value", "Alarm value", "Значение тревоги");
+        .Property<&alarmDiscrete::m_alarmValue>(Prop::Value, "Alarm value", "Значение тревоги");
 }
 
 std::unique_ptr<AlarmCondition> alarmDiscrete::MakeCondition() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,12 @@ namespace Nodes {
 class NODES_EXPORT alarmDiscrete : public BasicAlarm
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x8002);
+    struct Prop : BasicAlarm::Prop
+    {
+        static constexpr PropertyId<std::string> Value{8201, "value"};
+    };
+
     static KindInfo Kind();
 
     /// The value that is the alarm: a number, "true", "false" or a text.

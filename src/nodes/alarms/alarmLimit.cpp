@@ -37,16 +37,15 @@ private:
 
 KindInfo alarmLimit::Kind()
 {
-    return KindBuilder::For<alarmLimit>(NodeType::enNodeSubtype(0x8001), "alarmLimit",
-                                        "Limit alarm", "Тревога по пределу")
+    return KindBuilder::For<alarmLimit>("alarmLimit", "Limit alarm", "Тревога по пределу")
         .Inherit<BasicAlarm>()
-        .Property<&alarmLimit::m_type>(8101, "type", "Type", "Вид предела")
+        .Property<&alarmLimit::m_type>(Prop::Type, "Type", "Вид предела")
         .Choice(HighHigh, "HH", "Верхний аварийный")
         .Choice(High, "H", "Верхний предупредительный")
         .Choice(Low, "L", "Нижний предупредительный")
         .Choice(LowLow, "LL", "Нижний аварийный")
-        .Property<&alarmLimit::m_limit>(8102, "limit", "Limit", "Предел")
-        .Property<&alarmLimit::m_deadband>(8103, "deadband", "Deadband", "Зона нечувствительности")
+        .Property<&alarmLimit::m_limit>(Prop::Limit, "Limit", "Предел")
+        .Property<&alarmLimit::m_deadband>(Prop::Deadband, "Deadband", "Зона нечувствительности")
         .Range(0, 1e12);
 }
 

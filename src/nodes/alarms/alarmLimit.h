@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,14 @@ namespace Nodes {
 class NODES_EXPORT alarmLimit : public BasicAlarm
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x8001);
+    struct Prop : BasicAlarm::Prop
+    {
+        static constexpr PropertyId<int> Type{8101, "type"};
+        static constexpr PropertyId<double> Limit{8102, "limit"};
+        static constexpr PropertyId<double> Deadband{8103, "deadband"};
+    };
+
     enum LimitType { HighHigh = 1, High = 2, Low = 3, LowLow = 4 };
 
     static KindInfo Kind();

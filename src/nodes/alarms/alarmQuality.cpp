@@ -26,8 +26,8 @@ public:
 
 KindInfo alarmQuality::Kind()
 {
-    return KindBuilder::For<alarmQuality>(NodeType::enNodeSubtype(0x8003), "alarmQuality",
-                                          "Quality alarm", "Тревога по достоверности")
+    return KindBuilder::For<alarmQuality>("alarmQuality", "Quality alarm",
+                                          "Тревога по достоверности")
         .Inherit<BasicAlarm>();
 }
 

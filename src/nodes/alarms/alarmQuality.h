@@ -9,6 +9,8 @@ namespace Nodes {
 class NODES_EXPORT alarmQuality : public BasicAlarm
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x8003);
+
     alarmQuality() { SetOnDelay(5000); }
     static KindInfo Kind();
 

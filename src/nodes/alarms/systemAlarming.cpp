@@ -35,29 +35,26 @@ systemAlarming::~systemAlarming()
 
 KindInfo systemAlarming::Kind()
 {
-    return KindBuilder::For<systemAlarming>(NodeType::enNodeSubtype(0x7002), "alarming", "Alarms",
-                                            "Тревоги")
+    return KindBuilder::For<systemAlarming>("alarming", "Alarms", "Тревоги")
         .Children(
             {NodeType::TypeAlarm, NodeType::TypeFolder, NodeType(NodeType::SubtypeAlarmColumn)})
-        .Property<&systemAlarming::m_isWindowEnabled>(7201, "window", "Alarm window comes up",
+        .Property<&systemAlarming::m_isWindowEnabled>(Prop::Window, "Alarm window comes up",
                                                       "Показывать окно тревог")
         .Property<&systemAlarming::m_isAcknowledgeEnabled>(
-            7202, "acknowledge", "Acknowledge in the window", "Квитирование в окне")
-        .Property<&systemAlarming::m_soundButton>(7203, "soundButton", "Sound button",
-                                                  "Кнопка звука")
+            Prop::Acknowledge, "Acknowledge in the window", "Квитирование в окне")
+        .Property<&systemAlarming::m_soundButton>(Prop::SoundButton, "Sound button", "Кнопка звука")
         .Choice(0, "hidden", "Скрыта")
         .Choice(1, "shown", "Показана")
-        .Property<&systemAlarming::m_buttonSize>(7204, "buttonSize", "Button size, px",
+        .Property<&systemAlarming::m_buttonSize>(Prop::ButtonSize, "Button size, px",
                                                  "Размер кнопок, пкс")
         .Range(24, 160)
-        .Property<&systemAlarming::m_fontFamily>(7205, "fontFamily", "Font family", "Шрифт")
-        .Property<&systemAlarming::m_fontSize>(7206, "fontSize", "Font size, pt",
-                                               "Размер шрифта, пт")
+        .Property<&systemAlarming::m_fontFamily>(Prop::FontFamily, "Font family", "Шрифт")
+        .Property<&systemAlarming::m_fontSize>(Prop::FontSize, "Font size, pt", "Размер шрифта, пт")
         .Range(6, 72)
-        .Property<&systemAlarming::m_headerFontSize>(7207, "headerFontSize", "Header font size, pt",
+        .Property<&systemAlarming::m_headerFontSize>(Prop::HeaderFontSize, "Header font size, pt",
                                                      "Размер шрифта заголовка, пт")
         .Range(6, 72)
-        .Property<&systemAlarming::m_isHeaderBold>(7208, "headerBold", "Bold header",
+        .Property<&systemAlarming::m_isHeaderBold>(Prop::HeaderBold, "Bold header",
                                                    "Полужирный заголовок");
 }
 

@@ -6,6 +6,7 @@
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/services/AuthPriv.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/NFont.h"
 
@@ -29,6 +30,19 @@ struct AlarmMoment;
 class NODES_EXPORT systemAlarming : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x7002);
+    struct Prop
+    {
+        static constexpr PropertyId<bool> Window{7201, "window"};
+        static constexpr PropertyId<bool> Acknowledge{7202, "acknowledge"};
+        static constexpr PropertyId<int> SoundButton{7203, "soundButton"};
+        static constexpr PropertyId<int> ButtonSize{7204, "buttonSize"};
+        static constexpr PropertyId<std::string> FontFamily{7205, "fontFamily"};
+        static constexpr PropertyId<int> FontSize{7206, "fontSize"};
+        static constexpr PropertyId<int> HeaderFontSize{7207, "headerFontSize"};
+        static constexpr PropertyId<bool> HeaderBold{7208, "headerBold"};
+    };
+
     systemAlarming();
     ~systemAlarming() override;
     static KindInfo Kind();

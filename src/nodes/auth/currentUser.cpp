@@ -11,14 +11,13 @@ namespace Nodes {
 
 KindInfo currentUser::Kind()
 {
-    return KindBuilder::For<currentUser>(NodeType::enNodeSubtype(0x5009), "currentUser",
-                                         "Current user", "Текущий пользователь")
+    return KindBuilder::For<currentUser>("currentUser", "Current user", "Текущий пользователь")
         .Inherit<BasicSignal>()
-        .Property<&currentUser::m_form>(5901, "show", "Show", "Показывать")
+        .Property<&currentUser::m_form>(Prop::Show, "Show", "Показывать")
         .Choice(FormLogin, "login", "Имя для входа")
         .Choice(FormFullName, "fullName", "Полное имя")
         .Choice(FormPresence, "present", "Есть ли вход: да, нет")
-        .Property<&currentUser::m_nobody>(5902, "nobody", "Text without a user",
+        .Property<&currentUser::m_nobody>(Prop::Nobody, "Text without a user",
                                           "Текст, когда никто не вошёл");
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/Connection.h"
 
@@ -11,6 +12,13 @@ namespace Nodes {
 class NODES_EXPORT currentUser : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x5009);
+    struct Prop : BasicSignal::Prop
+    {
+        static constexpr PropertyId<int> Show{5901, "show"};
+        static constexpr PropertyId<std::string> Nobody{5902, "nobody"};
+    };
+
     currentUser() { SetValueType(enSignalValueType::String); }
     static KindInfo Kind();
     SignalOrigin GetOrigin() const override { return SignalOrigin::Process; }

@@ -10,12 +10,11 @@ namespace Nodes {
 
 KindInfo securityGrant::Kind()
 {
-    return KindBuilder::For<securityGrant>(NodeType::enNodeSubtype(0x20003), "grant", "Access rule",
-                                           "Правило доступа")
-        .Property<&securityGrant::m_privileges>(6301, "privileges", "Privileges", "Права")
+    return KindBuilder::For<securityGrant>("grant", "Access rule", "Правило доступа")
+        .Property<&securityGrant::m_privileges>(Prop::Privileges, "Privileges", "Права")
         .Hint("privileges")
-        .Property<&securityGrant::m_scope>(6302, "scope", "Scope", "Область действия")
-        .Property<&securityGrant::m_mode>(6303, "mode", "Mode", "Действие")
+        .Property<&securityGrant::m_scope>(Prop::Scope, "Scope", "Область действия")
+        .Property<&securityGrant::m_mode>(Prop::Mode, "Mode", "Действие")
         .Choice(ModeAllow, "allow", "Разрешить")
         .Choice(ModeDeny, "deny", "Запретить");
 }

@@ -2,6 +2,7 @@
 
 #include "nodes/auth/PrivilegeSet.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -10,6 +11,14 @@ namespace Nodes {
 class NODES_EXPORT securityGrant : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x20003);
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Privileges{6301, "privileges"};
+        static constexpr PropertyId<NodeLink> Scope{6302, "scope"};
+        static constexpr PropertyId<int> Mode{6303, "mode"};
+    };
+
     static KindInfo Kind();
 
     /// What the rule speaks of. A denial with words that name no privilege covers every privilege,

@@ -1,13 +1,14 @@
 #include "nodes/auth/securityRole.h"
 
+#include "nodes/auth/securityGrant.h"
 #include "nodes/model/KindBuilder.h"
 
 namespace Nodes {
 
 KindInfo securityRole::Kind()
 {
-    return KindBuilder::For<securityRole>(NodeType::enNodeSubtype(0x20001), "role", "Role", "Роль")
-        .Children({NodeType(NodeType::enNodeSubtype(0x20003))});
+    return KindBuilder::For<securityRole>("role", "Role", "Роль")
+        .Children({NodeType(securityGrant::Code)});
 }
 
 } // namespace Nodes

@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT securityRole : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x20001);
+
     static KindInfo Kind();
 };
 

@@ -8,15 +8,14 @@ namespace Nodes {
 
 KindInfo securityUser::Kind()
 {
-    return KindBuilder::For<securityUser>(NodeType::enNodeSubtype(0x20002), "user", "User",
-                                          "Пользователь")
-        .Property<&securityUser::m_fullName>(6101, "fullName", "Full name", "Полное имя")
-        .Property<&securityUser::m_passwordHash>(6102, "passwordHash", "Password", "Пароль")
+    return KindBuilder::For<securityUser>("user", "User", "Пользователь")
+        .Property<&securityUser::m_fullName>(Prop::FullName, "Full name", "Полное имя")
+        .Property<&securityUser::m_passwordHash>(Prop::PasswordHash, "Password", "Пароль")
         .Secret()
-        .Property<&securityUser::m_roles>(6103, "roles", "Roles", "Роли")
+        .Property<&securityUser::m_roles>(Prop::Roles, "Roles", "Роли")
         .Refers({NodeType::TypeSecurity})
-        .Property<&securityUser::m_isEnabled>(6104, "enabled", "Enabled", "Разрешён")
-        .Property<&securityUser::m_isPasswordless>(6105, "passwordless", "Log-in without password",
+        .Property<&securityUser::m_isEnabled>(Prop::Enabled, "Enabled", "Разрешён")
+        .Property<&securityUser::m_isPasswordless>(Prop::Passwordless, "Log-in without password",
                                                    "Вход без пароля");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,16 @@ namespace Nodes {
 class NODES_EXPORT securityUser : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x20002);
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> FullName{6101, "fullName"};
+        static constexpr PropertyId<std::string> PasswordHash{6102, "passwordHash"};
+        static constexpr PropertyId<NodeLinks> Roles{6103, "roles"};
+        static constexpr PropertyId<bool> Enabled{6104, "enabled"};
+        static constexpr PropertyId<bool> Passwordless{6105, "passwordless"};
+    };
+
     static KindInfo Kind();
 
     const std::string &GetFullName() const { return m_fullName; }

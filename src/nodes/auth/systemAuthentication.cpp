@@ -152,17 +152,16 @@ systemAuthentication::~systemAuthentication() = default;
 
 KindInfo systemAuthentication::Kind()
 {
-    return KindBuilder::For<systemAuthentication>(NodeType::enNodeSubtype(0x7003), "authentication",
-                                                  "Users", "Пользователи")
+    return KindBuilder::For<systemAuthentication>("authentication", "Users", "Пользователи")
         .Property<&systemAuthentication::m_accessDeniedAction>(
-            7301, "accessDenied", "When access is denied", "При отказе в доступе")
+            Prop::AccessDenied, "When access is denied", "При отказе в доступе")
         .Choice(AccessDeniedRefuse, "refuse", "Отказать при попытке")
         .Choice(AccessDeniedDisable, "disable", "Сделать недоступным")
         .Choice(AccessDeniedHide, "hide", "Скрыть")
-        .Property<&systemAuthentication::m_guestRole>(7302, "guestRole", "Role of guests",
+        .Property<&systemAuthentication::m_guestRole>(Prop::GuestRole, "Role of guests",
                                                       "Роль без входа")
         .Refers({NodeType::TypeSecurity})
-        .Property<&systemAuthentication::m_logoutAfter>(7303, "logoutAfter", "Log out after, s",
+        .Property<&systemAuthentication::m_logoutAfter>(Prop::LogoutAfter, "Log out after, s",
                                                         "Выход без действий через, с")
         .Range(0, 86400)
         .Children({NodeType::TypeSecurity, NodeType::TypeFolder});

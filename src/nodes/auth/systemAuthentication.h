@@ -3,6 +3,7 @@
 #include "nodes/auth/ActingUser.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/services/AuthPriv.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/Connection.h"
 
 #include <functional>
@@ -15,6 +16,14 @@ namespace Nodes {
 class NODES_EXPORT systemAuthentication : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x7003);
+    struct Prop
+    {
+        static constexpr PropertyId<int> AccessDenied{7301, "accessDenied"};
+        static constexpr PropertyId<NodeLink> GuestRole{7302, "guestRole"};
+        static constexpr PropertyId<int> LogoutAfter{7303, "logoutAfter"};
+    };
+
     systemAuthentication();
     ~systemAuthentication() override;
     static KindInfo Kind();

@@ -24,7 +24,7 @@ std::optional<bool> BasicDriver::isConnected() const
 
 void BasicDriver::Describe(KindBuilder &builder)
 {
-    builder.Property<&BasicDriver::m_isEnabled>(3001, "enabled", "Enabled", "Включён")
+    builder.Property<&BasicDriver::m_isEnabled>(Prop::Enabled, "Enabled", "Включён")
         .Children({NodeType::TypeFolder, NodeType::TypeSignal, NodeType::TypeDriverGroup});
 }
 

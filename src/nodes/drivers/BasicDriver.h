@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/signals/WriteTarget.h"
+#include "nodes/model/properties/PropertyId.h"
 
 #include <memory>
 #include <optional>
@@ -22,6 +23,11 @@ class ValueCell;
 class NODES_EXPORT BasicDriver : public ConfigNode, public WriteTarget
 {
 public:
+    struct Prop
+    {
+        static constexpr PropertyId<bool> Enabled{3001, "enabled"};
+    };
+
     BasicDriver();
     bool isEnabled() const { return m_isEnabled; }
     /// Whether its device answers; nothing while it does not run or has not tried yet. Any thread.

@@ -7,8 +7,7 @@ namespace Nodes {
 
 KindInfo driverStatus::Kind()
 {
-    return KindBuilder::For<driverStatus>(NodeType::enNodeSubtype(0x5005), "driverStatus",
-                                          "Driver status", "Состояние связи")
+    return KindBuilder::For<driverStatus>("driverStatus", "Driver status", "Состояние связи")
         .Inherit<BasicSignal>();
 }
 

@@ -9,6 +9,8 @@ namespace Nodes {
 class NODES_EXPORT driverStatus : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x5005);
+
     driverStatus() { SetValueType(enSignalValueType::Bool); }
     static KindInfo Kind();
     SignalOrigin GetOrigin() const override { return SignalOrigin::Changes; }

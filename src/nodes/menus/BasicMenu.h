@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -9,6 +10,15 @@ namespace Nodes {
 class NODES_EXPORT BasicMenu : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0xB001);
+    struct Prop
+    {
+        static constexpr PropertyId<int> EntryWidth{21001, "entryWidth"};
+        static constexpr PropertyId<int> EntryHeight{21002, "entryHeight"};
+        static constexpr PropertyId<bool> Pictures{21003, "pictures"};
+        static constexpr PropertyId<ResourceLink> Picture{21004, "picture"};
+    };
+
     static KindInfo Kind();
 
     /// Size of each of its entries, pixels.

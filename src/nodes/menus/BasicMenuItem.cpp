@@ -6,11 +6,10 @@ namespace Nodes {
 
 KindInfo BasicMenuItem::Kind()
 {
-    return KindBuilder::For<BasicMenuItem>(NodeType::enNodeSubtype(0xB002), "menuItem", "Menu item",
-                                           "Пункт меню")
-        .Property<&BasicMenuItem::m_actions>(21010, "actions", "Actions", "Действия")
+    return KindBuilder::For<BasicMenuItem>("menuItem", "Menu item", "Пункт меню")
+        .Property<&BasicMenuItem::m_actions>(Prop::Actions, "Actions", "Действия")
         .Refers({NodeType::TypeAction, NodeType::TypeArchiverAction})
-        .Property<&BasicMenuItem::m_picture>(21011, "picture", "Picture", "Рисунок");
+        .Property<&BasicMenuItem::m_picture>(Prop::Picture, "Picture", "Рисунок");
 }
 
 } // namespace Nodes

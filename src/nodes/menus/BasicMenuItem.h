@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -9,6 +10,13 @@ namespace Nodes {
 class NODES_EXPORT BasicMenuItem : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0xB002);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLinks> Actions{21010, "actions"};
+        static constexpr PropertyId<ResourceLink> Picture{21011, "picture"};
+    };
+
     static KindInfo Kind();
 
     const NodeLinks &GetActions() const { return m_actions; }

@@ -2,6 +2,7 @@
 
 #include "nodes/model/BasicNode.h"
 #include "nodes/model/KindInfo.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/model/properties/PropertyText.h"
 
 #include <memory>
@@ -96,18 +97,17 @@ template <auto Member> struct Binding
 
 } // namespace Detail
 
-/// Builds one row of the kinds table. A node class declares `static KindInfo Kind();` and, when
-/// others derive from it, `template <class B> static B &Describe(B &)` style helpers that add its
-/// properties; see BasicWidget for the pattern.
+/// Builds one row of the kinds table. A node class declares its type code as `Code`, names its
+/// properties in `struct Prop` (PropertyId) and builds the row in `static KindInfo Kind()`; when
+/// others derive from it, `static void Describe(KindBuilder &)` adds its properties.
 class KindBuilder
 {
 public:
     template <class Node>
-    static KindBuilder For(NodeType::enNodeSubtype subtype, const char *key, const char *nameEn,
-                           const char *nameRu)
+    static KindBuilder For(const char *key, const char *nameEn, const char *nameRu)
     {
         KindBuilder builder;
-        builder.m_kind.type = NodeType(subtype);
+        builder.m_kind.type = NodeType(Node::Code);
         builder.m_kind.key = key;
         builder.m_kind.nameEn = nameEn;
         builder.m_kind.nameRu = nameRu;
@@ -125,13 +125,14 @@ public:
         return *this;
     }
 
-    /// Adds a property; the following modifiers apply to it.
+    /// Adds a property of the member's type; the following modifiers apply to it.
     template <auto Member>
-    KindBuilder &Property(unsigned valueId, const char *key, const char *nameEn, const char *nameRu)
+    KindBuilder &Property(const PropertyId<typename Detail::Binding<Member>::Value> &id,
+                          const char *nameEn, const char *nameRu)
     {
         PropertyDescriptor &d = m_kind.properties.emplace_back();
-        d.valueId = valueId;
-        d.key = key;
+        d.valueId = id.valueId;
+        d.key = id.key;
         d.nameEn = nameEn;
         d.nameRu = nameRu;
         d.binding = Detail::Binding<Member>::row;

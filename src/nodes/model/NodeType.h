@@ -37,7 +37,8 @@ public:
         TypeArchive = 26,
         TypeArchiverAction = 0x106
     };
-    /// Full subtype codes; every registered kind has one, the named ones are used in code.
+    /// Full subtype codes of kinds that code below their classes' layer has to know. Every other
+    /// kind's is `Code` of its class, as theirs is too.
     enum enNodeSubtype : unsigned {
         SubtypeNone = 0,
         SubtypeProject = 0x1001,
@@ -53,7 +54,10 @@ public:
         SubtypeWindowTemplate = 0x12004,
         SubtypeComposition = 0x13001,
         SubtypeCompositionTemplate = 0x13002,
-        SubtypeLayer = 0x14001
+        SubtypeLayer = 0x14001,
+        SubtypeChartHistory = 0x15004, ///< charts are registered by hosts
+        SubtypeChartXY = 0x1500D,
+        SubtypeChartCorridor = 0x15010
     };
 
     constexpr NodeType() = default;

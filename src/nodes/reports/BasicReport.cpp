@@ -9,15 +9,15 @@ namespace Nodes {
 
 namespace {
 
-constexpr NodeType signalType(ReportSignalInfo::Subtype);
-constexpr NodeType variableType(reportVariable::Subtype);
+constexpr NodeType signalType(ReportSignalInfo::Code);
+constexpr NodeType variableType(reportVariable::Code);
 
 } // namespace
 
 KindInfo BasicReport::Kind()
 {
-    return KindBuilder::For<BasicReport>(NodeType::SubtypeReport, "report", "Report", "Отчёт")
-        .Property<&BasicReport::m_template>(22001, "template", "Template", "Шаблон")
+    return KindBuilder::For<BasicReport>("report", "Report", "Отчёт")
+        .Property<&BasicReport::m_template>(Prop::Template, "Template", "Шаблон")
         .Children({signalType, variableType});
 }
 

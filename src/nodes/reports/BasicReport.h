@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 
 #include <utility>
 
@@ -14,6 +15,12 @@ class ReportSignalInfo;
 class NODES_EXPORT BasicReport : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeReport;
+    struct Prop
+    {
+        static constexpr PropertyId<ResourceLink> Template{22001, "template"};
+    };
+
     static KindInfo Kind();
 
     /// Template as configured: relative to the project's directory, "" when none is set.

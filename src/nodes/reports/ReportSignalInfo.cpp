@@ -7,9 +7,8 @@ namespace Nodes {
 
 KindInfo ReportSignalInfo::Kind()
 {
-    return KindBuilder::For<ReportSignalInfo>(Subtype, "reportSignal", "Report signal",
-                                              "Сигнал отчёта")
-        .Property<&ReportSignalInfo::m_signal>(13101, "signal", "Signal", "Сигнал")
+    return KindBuilder::For<ReportSignalInfo>("reportSignal", "Report signal", "Сигнал отчёта")
+        .Property<&ReportSignalInfo::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal});
 }
 

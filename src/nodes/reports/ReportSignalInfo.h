@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -11,7 +12,12 @@ class BasicSignal;
 class NODES_EXPORT ReportSignalInfo : public ConfigNode
 {
 public:
-    static constexpr auto Subtype = NodeType::enNodeSubtype(0xD002);
+    static constexpr auto Code = NodeType::enNodeSubtype(0xD002);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Signal{13101, "signal"};
+    };
+
     static KindInfo Kind();
 
     /// Null when no signal is set or it is gone.

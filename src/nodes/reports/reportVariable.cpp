@@ -6,9 +6,9 @@ namespace Nodes {
 
 KindInfo reportVariable::Kind()
 {
-    return KindBuilder::For<reportVariable>(Subtype, "reportVariable", "Report variable",
+    return KindBuilder::For<reportVariable>("reportVariable", "Report variable",
                                             "Переменная отчёта")
-        .Property<&reportVariable::m_value>(13201, "value", "Value", "Значение");
+        .Property<&reportVariable::m_value>(Prop::Value, "Value", "Значение");
 }
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,7 +9,12 @@ namespace Nodes {
 class NODES_EXPORT reportVariable : public ConfigNode
 {
 public:
-    static constexpr auto Subtype = NodeType::enNodeSubtype(0xD003);
+    static constexpr auto Code = NodeType::enNodeSubtype(0xD003);
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Value{13201, "value"};
+    };
+
     static KindInfo Kind();
 
     const std::string &GetValue() const { return m_value; }

@@ -7,9 +7,8 @@ namespace Nodes {
 
 KindInfo UnknownNode::Kind()
 {
-    return KindBuilder::For<UnknownNode>(NodeType::SubtypeUnknown, "unknown", "Unknown element",
-                                         "Неизвестный элемент")
-        .Property<&UnknownNode::m_xml>(1901, "xml", "Source text", "Исходный текст")
+    return KindBuilder::For<UnknownNode>("unknown", "Unknown element", "Неизвестный элемент")
+        .Property<&UnknownNode::m_xml>(Prop::Xml, "Source text", "Исходный текст")
         .Hint("readonly");
 }
 

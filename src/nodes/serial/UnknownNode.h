@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -9,6 +10,12 @@ namespace Nodes {
 class NODES_EXPORT UnknownNode : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeUnknown;
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Xml{1901, "xml"};
+    };
+
     static KindInfo Kind();
 
     /// The element as it was read.

@@ -19,22 +19,22 @@ BasicSignal::~BasicSignal() = default;
 
 void BasicSignal::Describe(KindBuilder &builder)
 {
-    builder.Property<&BasicSignal::m_valueType>(5001, "type", "Value type", "Тип значения")
+    builder.Property<&BasicSignal::m_valueType>(Prop::Type, "Value type", "Тип значения")
         .Choice(int(enSignalValueType::String), "string", "Строка")
         .Choice(int(enSignalValueType::Bool), "bool", "Логический")
         .Choice(int(enSignalValueType::Int), "int", "Целый")
         .Choice(int(enSignalValueType::Double), "double", "Вещественный")
         .Choice(int(enSignalValueType::ULong), "ulong", "Целый без знака")
-        .Property<&BasicSignal::m_unit>(5002, "unit", "Unit", "Единица измерения")
-        .Property<&BasicSignal::m_decimals>(5003, "decimals", "Decimals", "Знаков после запятой")
+        .Property<&BasicSignal::m_unit>(Prop::Unit, "Unit", "Единица измерения")
+        .Property<&BasicSignal::m_decimals>(Prop::Decimals, "Decimals", "Знаков после запятой")
         .Range(0, 9)
-        .Property<&BasicSignal::m_minimum>(5004, "minimum", "Minimum", "Нижний предел")
-        .Property<&BasicSignal::m_maximum>(5005, "maximum", "Maximum", "Верхний предел")
-        .Property<&BasicSignal::m_isWritable>(5006, "writable", "Writable", "Разрешена запись")
-        .Property<&BasicSignal::m_staleAfter>(5007, "staleAfter", "Stale after, ms",
+        .Property<&BasicSignal::m_minimum>(Prop::Minimum, "Minimum", "Нижний предел")
+        .Property<&BasicSignal::m_maximum>(Prop::Maximum, "Maximum", "Верхний предел")
+        .Property<&BasicSignal::m_isWritable>(Prop::Writable, "Writable", "Разрешена запись")
+        .Property<&BasicSignal::m_staleAfter>(Prop::StaleAfter, "Stale after, ms",
                                               "Устаревает через, мс")
         .Range(0, 86400000)
-        .Property<&BasicSignal::m_deadband>(5008, "deadband", "Deadband", "Зона нечувствительности")
+        .Property<&BasicSignal::m_deadband>(Prop::Deadband, "Deadband", "Зона нечувствительности")
         .Range(0, 1e12)
         .Children({NodeType::TypeAlarm});
 }

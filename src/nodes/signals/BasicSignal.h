@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/SignalValue.h"
 
 #include <memory>
@@ -24,6 +25,18 @@ enum class SignalOrigin {
 class NODES_EXPORT BasicSignal : public ConfigNode
 {
 public:
+    struct Prop
+    {
+        static constexpr PropertyId<int> Type{5001, "type"};
+        static constexpr PropertyId<std::string> Unit{5002, "unit"};
+        static constexpr PropertyId<int> Decimals{5003, "decimals"};
+        static constexpr PropertyId<double> Minimum{5004, "minimum"};
+        static constexpr PropertyId<double> Maximum{5005, "maximum"};
+        static constexpr PropertyId<bool> Writable{5006, "writable"};
+        static constexpr PropertyId<int> StaleAfter{5007, "staleAfter"};
+        static constexpr PropertyId<double> Deadband{5008, "deadband"};
+    };
+
     BasicSignal();
     ~BasicSignal() override;
 

@@ -7,10 +7,9 @@ namespace Nodes {
 
 KindInfo memorySignal::Kind()
 {
-    return KindBuilder::For<memorySignal>(NodeType::enNodeSubtype(0x5001), "memorySignal",
-                                          "Memory signal", "Внутренний сигнал")
+    return KindBuilder::For<memorySignal>("memorySignal", "Memory signal", "Внутренний сигнал")
         .Inherit<BasicSignal>()
-        .Property<&memorySignal::m_initialValue>(5101, "initial", "Initial value",
+        .Property<&memorySignal::m_initialValue>(Prop::Initial, "Initial value",
                                                  "Начальное значение");
 }
 

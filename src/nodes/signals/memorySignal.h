@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {
@@ -8,6 +9,12 @@ namespace Nodes {
 class NODES_EXPORT memorySignal : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x5001);
+    struct Prop : BasicSignal::Prop
+    {
+        static constexpr PropertyId<std::string> Initial{5101, "initial"};
+    };
+
     static KindInfo Kind();
     SignalOrigin GetOrigin() const override { return SignalOrigin::Process; }
     /// Publishes the configured initial value when nothing was published yet.

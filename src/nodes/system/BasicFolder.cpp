@@ -6,7 +6,7 @@ namespace Nodes {
 
 KindInfo BasicFolder::Kind()
 {
-    return KindBuilder::For<BasicFolder>(NodeType::SubtypeFolder, "folder", "Folder", "Папка")
+    return KindBuilder::For<BasicFolder>("folder", "Folder", "Папка")
         .Children({NodeType::TypeFolder, NodeType::TypeDriver, NodeType::TypeDriverGroup,
                    NodeType::TypeSignal, NodeType::TypeSecurity, NodeType::TypeFrame,
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,

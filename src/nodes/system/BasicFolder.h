@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT BasicFolder : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeFolder;
+
     static KindInfo Kind();
 };
 

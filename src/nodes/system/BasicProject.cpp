@@ -6,8 +6,8 @@ namespace Nodes {
 
 KindInfo BasicProject::Kind()
 {
-    return KindBuilder::For<BasicProject>(NodeType::SubtypeProject, "project", "Project", "Проект")
-        .Property<&BasicProject::m_title>(1001, "title", "Title", "Заголовок")
+    return KindBuilder::For<BasicProject>("project", "Project", "Проект")
+        .Property<&BasicProject::m_title>(Prop::Title, "Title", "Заголовок")
         .Children({NodeType::TypeSystem, NodeType::TypeFolder, NodeType::TypeSubsystem,
                    NodeType::TypeDriver, NodeType::TypeSignal, NodeType::TypeSecurity,
                    NodeType::TypeFrame, NodeType::TypeWindow, NodeType::TypeComposition,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,12 @@ namespace Nodes {
 class NODES_EXPORT BasicProject : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeProject;
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Title{1001, "title"};
+    };
+
     static KindInfo Kind();
 
     const std::string &GetTitle() const { return m_title; }

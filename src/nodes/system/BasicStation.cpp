@@ -8,7 +8,7 @@ namespace Nodes {
 
 KindInfo BasicStation::Kind()
 {
-    return KindBuilder::For<BasicStation>(NodeType::SubtypeStation, "station", "Station", "Станция")
+    return KindBuilder::For<BasicStation>("station", "Station", "Станция")
         .Children({NodeType::TypeSubsystem, NodeType::TypeFolder, NodeType::TypeDriver,
                    NodeType::TypeSignal, NodeType::TypeSecurity, NodeType::TypeFrame,
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,

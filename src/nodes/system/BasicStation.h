@@ -12,6 +12,8 @@ class systemAuthentication;
 class NODES_EXPORT BasicStation : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeStation;
+
     static KindInfo Kind();
     const BasicStation *AsStation() const override { return this; }
 

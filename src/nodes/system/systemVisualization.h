@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NColor.h"
 
 namespace Nodes {
@@ -9,6 +10,14 @@ namespace Nodes {
 class NODES_EXPORT systemVisualization : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x7001);
+    struct Prop
+    {
+        static constexpr PropertyId<int> TitleHeight{7101, "titleHeight"};
+        static constexpr PropertyId<NColor> OverlayColor{7102, "overlayColor"};
+        static constexpr PropertyId<int> IdleLogout{7103, "idleLogout"};
+    };
+
     static KindInfo Kind();
 
     /// Height of decorated windows' title bars, pixels.

@@ -6,11 +6,10 @@ namespace Nodes {
 
 KindInfo compositionTemplate::Kind()
 {
-    return KindBuilder::For<compositionTemplate>(NodeType::SubtypeCompositionTemplate,
-                                                 "compositionTemplate", "Composition template",
+    return KindBuilder::For<compositionTemplate>("compositionTemplate", "Composition template",
                                                  "Шаблон композиции")
         .Inherit<BasicComposition>()
-        .Property<&compositionTemplate::m_titleText>(18030, "title", "Title of instances",
+        .Property<&compositionTemplate::m_titleText>(Prop::Title, "Title of instances",
                                                      "Заголовок экземпляров")
         .Children({NodeType::TypeAction, NodeType(NodeType::SubtypeTemplateParameter)});
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/windows/BasicComposition.h"
 
 namespace Nodes {
@@ -9,6 +10,11 @@ namespace Nodes {
 class NODES_EXPORT compositionTemplate : public BasicComposition
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeCompositionTemplate;
+    struct Prop : BasicComposition::Prop, TitleProp
+    {
+    };
+
     static KindInfo Kind();
     /// Title of the windows that show an instance, see TemplateBinding::Fill; "" means its name.
     const std::string &GetTitleText() const { return m_titleText; }

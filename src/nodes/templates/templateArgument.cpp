@@ -6,9 +6,8 @@ namespace Nodes {
 
 KindInfo templateArgument::Kind()
 {
-    return KindBuilder::For<templateArgument>(NodeType::enNodeSubtype(0xF001), "templateArgument",
-                                              "Argument", "Аргумент шаблона")
-        .Property<&templateArgument::m_node>(15001, "node", "Node", "Узел");
+    return KindBuilder::For<templateArgument>("templateArgument", "Argument", "Аргумент шаблона")
+        .Property<&templateArgument::m_node>(Prop::Node, "Node", "Узел");
 }
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,12 @@ namespace Nodes {
 class NODES_EXPORT templateArgument : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0xF001);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Node{15001, "node"};
+    };
+
     static KindInfo Kind();
     const NodeLink &GetLink() const { return m_node; }
 

@@ -7,10 +7,9 @@ namespace Nodes {
 
 KindInfo templateParameter::Kind()
 {
-    return KindBuilder::For<templateParameter>(NodeType::SubtypeTemplateParameter,
-                                               "templateParameter", "Template parameter",
+    return KindBuilder::For<templateParameter>("templateParameter", "Template parameter",
                                                "Параметр шаблона")
-        .Property<&templateParameter::m_default>(5111, "default", "Default", "По умолчанию")
+        .Property<&templateParameter::m_default>(Prop::Default, "Default", "По умолчанию")
         .Children({NodeType(NodeType::SubtypeTemplateParameter)});
 }
 

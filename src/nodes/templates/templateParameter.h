@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {
@@ -14,6 +15,12 @@ namespace Nodes {
 class NODES_EXPORT templateParameter : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeTemplateParameter;
+    struct Prop : BasicSignal::Prop
+    {
+        static constexpr PropertyId<NodeLink> Default{5111, "default"};
+    };
+
     static KindInfo Kind();
     SignalOrigin GetOrigin() const override { return SignalOrigin::Process; }
 

@@ -6,10 +6,9 @@ namespace Nodes {
 
 KindInfo windowTemplate::Kind()
 {
-    return KindBuilder::For<windowTemplate>(NodeType::SubtypeWindowTemplate, "windowTemplate",
-                                            "Window template", "Шаблон окна")
+    return KindBuilder::For<windowTemplate>("windowTemplate", "Window template", "Шаблон окна")
         .Inherit<BasicWindow>()
-        .Property<&windowTemplate::m_titleText>(18030, "title", "Title of instances",
+        .Property<&windowTemplate::m_titleText>(Prop::Title, "Title of instances",
                                                 "Заголовок экземпляров")
         .Children({NodeType::TypeWidget, NodeType::TypeAction,
                    NodeType(NodeType::SubtypeTemplateParameter)});

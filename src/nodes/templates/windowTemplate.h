@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/windows/BasicWindow.h"
 
 namespace Nodes {
@@ -9,6 +10,11 @@ namespace Nodes {
 class NODES_EXPORT windowTemplate : public BasicWindow
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeWindowTemplate;
+    struct Prop : BasicWindow::Prop, TitleProp
+    {
+    };
+
     static KindInfo Kind();
     /// Title of instances, see TemplateBinding::Fill; "" means the instance's name.
     const std::string &GetTitleText() const { return m_titleText; }

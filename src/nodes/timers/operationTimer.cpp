@@ -22,18 +22,17 @@ operationTimer::~operationTimer()
 
 KindInfo operationTimer::Kind()
 {
-    return KindBuilder::For<operationTimer>(NodeType::SubtypeOperationTimer, "operationTimer",
-                                            "Operation timer", "Таймер операций")
-        .Property<&operationTimer::m_mode>(10101, "mode", "Mode", "Режим")
+    return KindBuilder::For<operationTimer>("operationTimer", "Operation timer", "Таймер операций")
+        .Property<&operationTimer::m_mode>(Prop::Mode, "Mode", "Режим")
         .Choice(ModePeriodic, "periodic", "Периодически")
         .Choice(ModeOnce, "once", "Однократно")
         .Choice(ModeDaily, "daily", "Ежедневно")
-        .Property<&operationTimer::m_interval>(10102, "interval", "Interval, ms", "Интервал, мс")
+        .Property<&operationTimer::m_interval>(Prop::Interval, "Interval, ms", "Интервал, мс")
         .Range(100, 86400000)
-        .Property<&operationTimer::m_timeOfDay>(10103, "time", "Time of day", "Время суток")
-        .Property<&operationTimer::m_isAutostart>(10104, "autostart", "Start with the station",
+        .Property<&operationTimer::m_timeOfDay>(Prop::Time, "Time of day", "Время суток")
+        .Property<&operationTimer::m_isAutostart>(Prop::Autostart, "Start with the station",
                                                   "Запускать вместе со станцией")
-        .Property<&operationTimer::m_actions>(10105, "actions", "Actions", "Действия")
+        .Property<&operationTimer::m_actions>(Prop::Actions, "Actions", "Действия")
         .Refers({NodeType::TypeAction, NodeType::TypeArchiverAction});
 }
 

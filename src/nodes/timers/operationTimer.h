@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/Connection.h"
 
 #include <functional>
@@ -13,6 +14,16 @@ namespace Nodes {
 class NODES_EXPORT operationTimer : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeOperationTimer;
+    struct Prop
+    {
+        static constexpr PropertyId<int> Mode{10101, "mode"};
+        static constexpr PropertyId<int> Interval{10102, "interval"};
+        static constexpr PropertyId<std::string> Time{10103, "time"};
+        static constexpr PropertyId<bool> Autostart{10104, "autostart"};
+        static constexpr PropertyId<NodeLinks> Actions{10105, "actions"};
+    };
+
     enum Mode {
         ModePeriodic = 0, ///< every interval; missed periods are not made up
         ModeOnce = 1,     ///< one interval after Start, then the timer is stopped

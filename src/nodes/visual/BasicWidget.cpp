@@ -8,55 +8,49 @@
 
 namespace Nodes {
 
-namespace {
-
-constexpr unsigned signalProperty = 12001;
-
-} // namespace
-
 BasicWidget::BasicWidget() = default;
 BasicWidget::~BasicWidget() = default;
 
 void BasicWidget::Describe(KindBuilder &builder)
 {
     const std::vector<unsigned> actions{NodeType::TypeAction, NodeType::TypeArchiverAction};
-    builder.Property<&BasicWidget::m_x>(11001, "x", "X", "X")
+    builder.Property<&BasicWidget::m_x>(Prop::X, "X", "X")
         .Range(-32768, 32767)
-        .Property<&BasicWidget::m_y>(11002, "y", "Y", "Y")
+        .Property<&BasicWidget::m_y>(Prop::Y, "Y", "Y")
         .Range(-32768, 32767)
-        .Property<&BasicWidget::m_width>(11003, "width", "Width", "Ширина")
+        .Property<&BasicWidget::m_width>(Prop::Width, "Width", "Ширина")
         .Range(0, 32767)
-        .Property<&BasicWidget::m_height>(11004, "height", "Height", "Высота")
+        .Property<&BasicWidget::m_height>(Prop::Height, "Height", "Высота")
         .Range(0, 32767)
-        .Property<&BasicWidget::m_zOrder>(12096, "zOrder", "Z-order", "Порядок")
-        .Property<&BasicWidget::m_isVisible>(12097, "visible", "Visible", "Видимый")
-        .Property<&BasicWidget::m_isSelectable>(12103, "selectable", "Selectable", "Выделяемый")
-        .Property<&BasicWidget::m_isMovable>(12104, "movable", "Movable", "Перемещаемый")
-        .Property<&BasicWidget::m_isDisabled>(12128, "disabled", "Disabled", "Отключён")
-        .Property<&BasicWidget::m_tooltip>(12120, "tooltip", "Tooltip", "Подсказка")
-        .Property<&BasicWidget::m_signal>(signalProperty, "signal", "Signal", "Сигнал")
+        .Property<&BasicWidget::m_zOrder>(Prop::ZOrder, "Z-order", "Порядок")
+        .Property<&BasicWidget::m_isVisible>(Prop::Visible, "Visible", "Видимый")
+        .Property<&BasicWidget::m_isSelectable>(Prop::Selectable, "Selectable", "Выделяемый")
+        .Property<&BasicWidget::m_isMovable>(Prop::Movable, "Movable", "Перемещаемый")
+        .Property<&BasicWidget::m_isDisabled>(Prop::Disabled, "Disabled", "Отключён")
+        .Property<&BasicWidget::m_tooltip>(Prop::Tooltip, "Tooltip", "Подсказка")
+        .Property<&BasicWidget::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal})
-        .Property<&BasicWidget::m_onPress>(12110, "onPress", "On press", "При нажатии")
+        .Property<&BasicWidget::m_onPress>(Prop::OnPress, "On press", "При нажатии")
         .Refers(actions)
-        .Property<&BasicWidget::m_onRelease>(12111, "onRelease", "On release", "При отпускании")
+        .Property<&BasicWidget::m_onRelease>(Prop::OnRelease, "On release", "При отпускании")
         .Refers(actions)
-        .Property<&BasicWidget::m_onEnter>(12112, "onEnter", "On enter", "При наведении")
+        .Property<&BasicWidget::m_onEnter>(Prop::OnEnter, "On enter", "При наведении")
         .Refers(actions)
-        .Property<&BasicWidget::m_onMove>(12113, "onMove", "On move", "При движении")
+        .Property<&BasicWidget::m_onMove>(Prop::OnMove, "On move", "При движении")
         .Refers(actions)
-        .Property<&BasicWidget::m_onLeave>(12114, "onLeave", "On leave", "При уходе указателя")
+        .Property<&BasicWidget::m_onLeave>(Prop::OnLeave, "On leave", "При уходе указателя")
         .Refers(actions)
-        .Property<&BasicWidget::m_onFocusLoss>(12115, "onFocusLoss", "On focus loss",
+        .Property<&BasicWidget::m_onFocusLoss>(Prop::OnFocusLoss, "On focus loss",
                                                "При потере фокуса")
         .Refers(actions)
-        .Property<&BasicWidget::m_afterWrite>(12116, "afterWrite", "After write", "После записи")
+        .Property<&BasicWidget::m_afterWrite>(Prop::AfterWrite, "After write", "После записи")
         .Refers(actions);
 }
 
 void BasicWidget::SetPosition(int x, int y)
 {
-    (void)SetProperty(11001, x);
-    (void)SetProperty(11002, y);
+    (void)SetProperty(Prop::X, x);
+    (void)SetProperty(Prop::Y, y);
 }
 
 BasicSignal *BasicWidget::GetSignal() const
@@ -153,7 +147,7 @@ void BasicWidget::NotifyShown(const SignalValue &value) const
 
 void BasicWidget::OnPropertyChanged(const PropertyDescriptor &descriptor)
 {
-    if (descriptor.valueId == signalProperty && GetState() == NodeState::Running)
+    if (descriptor.valueId == Prop::Signal && GetState() == NodeState::Running)
         subscribe();
 }
 

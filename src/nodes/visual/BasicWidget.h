@@ -2,11 +2,13 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/services/AccessDemand.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NPoint.h"
 #include "nodes/values/NRect.h"
 #include "nodes/values/SignalValue.h"
 #include "nodes/values/ValueSubscription.h"
 #include "nodes/visual/ActionLists.h"
+#include "nodes/visual/SharedProperties.h"
 
 #include <atomic>
 
@@ -21,6 +23,19 @@ class KindBuilder;
 class NODES_EXPORT BasicWidget : public ConfigNode
 {
 public:
+    struct Prop : GeometryProp, GestureProp
+    {
+        static constexpr PropertyId<int> ZOrder{12096, "zOrder"};
+        static constexpr PropertyId<bool> Visible{12097, "visible"};
+        static constexpr PropertyId<bool> Selectable{12103, "selectable"};
+        static constexpr PropertyId<bool> Movable{12104, "movable"};
+        static constexpr PropertyId<bool> Disabled{12128, "disabled"};
+        static constexpr PropertyId<std::string> Tooltip{12120, "tooltip"};
+        static constexpr PropertyId<NodeLink> Signal{12001, "signal"};
+        static constexpr PropertyId<NodeLinks> OnFocusLoss{12115, "onFocusLoss"};
+        static constexpr PropertyId<NodeLinks> AfterWrite{12116, "afterWrite"};
+    };
+
     BasicWidget();
     ~BasicWidget() override;
 

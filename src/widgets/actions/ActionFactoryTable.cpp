@@ -19,42 +19,57 @@
 #include "widgets/actions/kinds/qactionToggleWindow.h"
 #include "widgets/actions/kinds/qactionWriteValue.h"
 
-#include "nodes/actions/BasicAction.h"
+#include "nodes/kinds/KindRows.h"
+
+#include <type_traits>
 
 namespace Widgets {
 
-ActionFactoryTable::ActionFactoryTable()
+namespace {
+
+using Row = Nodes::KindRow<qBasicAction *(*)(Nodes::BasicAction *)>;
+
+/// Action::Node is the node class that the action runs; its code stands there.
+template <class Action> constexpr Row runs()
 {
-    add<qactionPlaySound>(0x10001);
-    add<qactionChangeComposition>(0x10002);
-    add<qactionShowWindow>(0x10003);
-    add<qactionCloseWindow>(0x10004);
-    add<qactionWriteValue>(0x10005);
-    add<qactionCreateEvent>(0x10006);
-    add<qactionNodeCommand>(0x10007);
-    add<qactionLaunchProcess>(0x10008);
-    add<qactionAuthUser>(0x10009);
-    add<qactionToggleWindow>(0x1000a);
-    add<qactionExecuteScript>(0x1000b);
-    add<qactionShowMenu>(0x1000c);
-    add<qactionChangeCompositionTemplate>(0x1000d);
-    add<qactionShowWindowTemplate>(0x1000e);
-    add<qactionOverrideCursor>(0x10010);
-    add<qactionRestoreCursor>(0x10011);
-    add<qactionShowAlarms>(0x10012);
-    add<qactionArchiverDBMgr>(0x106001);
+    static_assert(std::is_base_of_v<Nodes::BasicAction, typename Action::Node>);
+    return {Action::Node::Code,
+            [](Nodes::BasicAction *copy) -> qBasicAction * { return new Action(copy); }};
 }
 
-const ActionFactoryTable &ActionFactoryTable::instance()
+constexpr Row rows[] = {
+    runs<qactionPlaySound>(),
+    runs<qactionChangeComposition>(),
+    runs<qactionShowWindow>(),
+    runs<qactionCloseWindow>(),
+    runs<qactionWriteValue>(),
+    runs<qactionCreateEvent>(),
+    runs<qactionNodeCommand>(),
+    runs<qactionLaunchProcess>(),
+    runs<qactionAuthUser>(),
+    runs<qactionToggleWindow>(),
+    runs<qactionExecuteScript>(),
+    runs<qactionShowMenu>(),
+    runs<qactionChangeCompositionTemplate>(),
+    runs<qactionShowWindowTemplate>(),
+    runs<qactionOverrideCursor>(),
+    runs<qactionRestoreCursor>(),
+    runs<qactionShowAlarms>(),
+    runs<qactionArchiverDBMgr>(),
+};
+static_assert(Nodes::AreDistinct(rows), "two actions for one kind: look at their Node");
+
+} // namespace
+
+qBasicAction *ActionFactoryTable::create(Nodes::BasicAction *copy)
 {
-    static const ActionFactoryTable table;
-    return table;
+    const auto creator = Nodes::FindCreator(rows, copy->GetNodeType());
+    return creator ? creator(copy) : nullptr;
 }
 
-qBasicAction *ActionFactoryTable::create(Nodes::BasicAction *copy) const
+bool ActionFactoryTable::knows(const Nodes::NodeType &type)
 {
-    const auto creator = m_creators.find(copy->GetNodeType().GetCode());
-    return creator == m_creators.end() ? nullptr : creator->second(copy);
+    return Nodes::FindCreator(rows, type);
 }
 
 } // namespace Widgets

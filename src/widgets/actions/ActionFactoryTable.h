@@ -1,40 +1,24 @@
 #pragma once
 
-#include "nodes/model/NodeType.h"
-
-#include <unordered_map>
+#include "widgets/WidgetsExport.h"
 
 namespace Nodes {
 class BasicAction;
-}
+class NodeType;
+} // namespace Nodes
 
 namespace Widgets {
 
 class qBasicAction;
 
-/// Which class runs which kind of action node. Read on any thread; filled once.
-class ActionFactoryTable
+/// Which class runs which kind of action node. A new action is its own files and one line in the
+/// table of ActionFactoryTable.cpp. Any thread.
+class WIDGETS_EXPORT ActionFactoryTable
 {
 public:
-    using Creator = qBasicAction *(*)(Nodes::BasicAction *);
-
-    static const ActionFactoryTable &instance();
-
     /// Action object on that node copy; null for kinds without an action class.
-    qBasicAction *create(Nodes::BasicAction *copy) const;
-    bool knows(Nodes::NodeType type) const { return m_creators.count(type.GetCode()) != 0; }
-
-private:
-    ActionFactoryTable();
-
-    template <class Action> void add(unsigned subtypeCode)
-    {
-        m_creators[subtypeCode] = [](Nodes::BasicAction *copy) -> qBasicAction * {
-            return new Action(copy);
-        };
-    }
-
-    std::unordered_map<unsigned, Creator> m_creators;
+    static qBasicAction *create(Nodes::BasicAction *copy);
+    static bool knows(const Nodes::NodeType &type);
 };
 
 } // namespace Widgets

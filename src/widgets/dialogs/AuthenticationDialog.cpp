@@ -35,7 +35,7 @@ constexpr int clearedTime = 100; // ms that the old outcome stays away, so that 
 constexpr int successTime = 500; // ms
 constexpr int codeNoSuchUser = 1317;
 constexpr int codeWrongPassword = 1318;
-constexpr Nodes::NodeType userType(Nodes::NodeType::enNodeSubtype(0x20002));
+constexpr Nodes::NodeType userType(Nodes::securityUser::Code);
 
 template <class Widget> Widget *named(Widget *widget, const char *name)
 {

@@ -20,11 +20,6 @@ namespace {
 
 using Nodes::widgetButton;
 
-bool isGeometry(const Nodes::BasicProperty &property)
-{
-    return property.GetValueId() >= 11001 && property.GetValueId() <= 11004;
-}
-
 /// Null for the codes that use the application's style.
 const char *styleName(int code)
 {
@@ -50,7 +45,7 @@ void qbuttonBasic::onUpdateProperties(Nodes::BasicProperty *property)
 {
     if (!m_button)
         return;
-    if (property && isGeometry(*property)) {
+    if (property && widgetButton::Prop::Has(property->GetValueId())) {
         setGeometry(Utils::NRectToQRect(m_button->GetGeometry()));
         return;
     }

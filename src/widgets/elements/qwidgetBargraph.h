@@ -29,6 +29,8 @@ class WIDGETS_EXPORT qwidgetBargraph : public QWidget,
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetBargraph;
+
     qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent,
                     const SceneContextPtr &context = SceneContext::process());
     ~qwidgetBargraph() override;

@@ -2,6 +2,10 @@
 
 #include "widgets/elements/qbuttonBasic.h"
 
+namespace Nodes {
+class widgetButton;
+}
+
 namespace Widgets {
 
 /// Button of a Nodes::widgetButton.
@@ -10,6 +14,8 @@ class WIDGETS_EXPORT qwidgetButton : public qbuttonBasic
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetButton;
+
     qwidgetButton(Nodes::BasicWidget *node, QWidget *parent,
                   const SceneContextPtr &context = SceneContext::process());
     ~qwidgetButton() override;

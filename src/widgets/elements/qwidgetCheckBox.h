@@ -25,6 +25,8 @@ class WIDGETS_EXPORT qwidgetCheckBox : public QCheckBox, public IWidget, public 
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetCheckBox;
+
     qwidgetCheckBox(Nodes::BasicWidget *node, QWidget *parent,
                     const SceneContextPtr &context = SceneContext::process());
     ~qwidgetCheckBox() override;

@@ -92,14 +92,14 @@ void qwidgetComboBox::onUpdateProperties(Nodes::BasicProperty *property)
     if (!m_comboBox)
         return;
     const unsigned id = property ? property->GetValueId() : 0;
-    if (id == Nodes::widgetComboBox::CurrentIndexProperty) {
+    if (id == Nodes::widgetComboBox::Prop::Index) {
         // At run time it is the last choice, already shown; the device may not have it yet.
         if (!isRuntime())
             selectShown();
         return;
     }
     setGeometry(Utils::NRectToQRect(m_comboBox->GetGeometry()));
-    if (id >= 11001 && id <= 11004)
+    if (Nodes::GeometryProp::Has(id))
         return;
     applyStyle();
     applyItems();
@@ -222,8 +222,8 @@ qwidgetComboBox::Outcome qwidgetComboBox::writeAll(int index, const Nodes::Signa
 
 void qwidgetComboBox::UpdateNodePropertyCurrentIndex(int index)
 {
-    if (m_comboBox->GetPropertyByValueId(Nodes::widgetComboBox::CurrentIndexProperty))
-        (void)m_comboBox->SetProperty(Nodes::widgetComboBox::CurrentIndexProperty, index);
+    if (m_comboBox->GetPropertyByValueId(Nodes::widgetComboBox::Prop::Index))
+        (void)m_comboBox->SetProperty(Nodes::widgetComboBox::Prop::Index, index);
     else
         m_comboBox->SetCurrentIndex(index);
 }

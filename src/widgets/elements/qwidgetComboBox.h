@@ -27,6 +27,8 @@ class WIDGETS_EXPORT qwidgetComboBox : public QComboBox, public IWidget, public 
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetComboBox;
+
     qwidgetComboBox(Nodes::widgetComboBox *node, QWidget *parent,
                     const SceneContextPtr &context = SceneContext::process());
     ~qwidgetComboBox() override;

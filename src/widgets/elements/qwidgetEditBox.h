@@ -36,6 +36,8 @@ class WIDGETS_EXPORT qwidgetEditBox : public QLineEdit, public IWidget, public S
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetEditBox;
+
     qwidgetEditBox(Nodes::BasicWidget *node, QWidget *parent,
                    const SceneContextPtr &context = SceneContext::process());
     ~qwidgetEditBox() override;

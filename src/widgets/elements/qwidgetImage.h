@@ -29,6 +29,8 @@ class WIDGETS_EXPORT qwidgetImage : public qlabelBasic, public DirectPainting, p
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetImage;
+
     qwidgetImage(Nodes::BasicWidget *node, QWidget *parent,
                  const SceneContextPtr &context = SceneContext::process());
     ~qwidgetImage() override;

@@ -22,6 +22,8 @@ class WIDGETS_EXPORT qwidgetLabel : public qlabelBasic, public DirectPainting, p
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetLabel;
+
     qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent,
                  const SceneContextPtr &context = SceneContext::process());
     ~qwidgetLabel() override;

@@ -4,6 +4,10 @@
 
 #include <QTimer>
 
+namespace Nodes {
+class widgetMovingImage;
+}
+
 namespace Widgets {
 
 /// Picture of a Nodes::widgetMovingImage in its own size: once a second, while active, it takes
@@ -13,6 +17,8 @@ class WIDGETS_EXPORT qwidgetMovingImage : public qwidgetImage
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetMovingImage;
+
     qwidgetMovingImage(Nodes::BasicWidget *node, QWidget *parent,
                        const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMovingImage() override;

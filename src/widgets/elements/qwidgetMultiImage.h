@@ -16,6 +16,8 @@ class WIDGETS_EXPORT qwidgetMultiImage : public qwidgetImage
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetMultiImage;
+
     qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent,
                       const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMultiImage() override;

@@ -2,6 +2,10 @@
 
 #include "widgets/elements/qwidgetLabel.h"
 
+namespace Nodes {
+class widgetMultiLabel;
+}
+
 namespace Widgets {
 
 /// Label of a Nodes::widgetMultiLabel: text, colours and, where configured, visibility follow the
@@ -11,6 +15,8 @@ class WIDGETS_EXPORT qwidgetMultiLabel : public qwidgetLabel
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetMultiLabel;
+
     qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent,
                       const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMultiLabel() override;

@@ -32,6 +32,8 @@ class WIDGETS_EXPORT qwidgetRecorderDigitalDisplay : public QWidget,
     Q_OBJECT
 
 public:
+    using Node = Nodes::widgetRecorderDigitalDisplay;
+
     qwidgetRecorderDigitalDisplay(Nodes::widgetRecorderDigitalDisplay *node, QWidget *parent,
                                   const SceneContextPtr &context = SceneContext::process());
     ~qwidgetRecorderDigitalDisplay() override;

@@ -12,77 +12,75 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
-#include "nodes/visual/BasicWidget.h"
+#include "nodes/kinds/KindRows.h"
 #include "nodes/visual/elements/widgetBargraph.h"
+#include "nodes/visual/elements/widgetButton.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
 #include "nodes/visual/elements/widgetComboBox.h"
 #include "nodes/visual/elements/widgetEditBox.h"
 #include "nodes/visual/elements/widgetMovingImage.h"
+#include "nodes/visual/elements/widgetMultiImage.h"
+#include "nodes/visual/elements/widgetMultiLabel.h"
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
 
-#include <map>
+#include <type_traits>
 
 namespace Widgets {
 
 namespace {
 
-using Creator = QWidget *(*)(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
-                             const SceneContextPtr &context);
+using Row = Nodes::KindRow<QWidget *(*)(Nodes::BasicWidget *, QGraphicsProxyWidget *,
+                                        const SceneContextPtr &)>;
 
-template <class Node, class Element>
-QWidget *make(Nodes::BasicWidget *node, QGraphicsProxyWidget *, const SceneContextPtr &context)
-{
-    auto *typed = dynamic_cast<Node *>(node);
-    return typed ? new Element(typed, nullptr, context) : nullptr;
-}
+template <class Element, class = void> constexpr bool keepsHost = false;
+template <class Element>
+constexpr bool keepsHost<Element, std::void_t<decltype(&Element::setProxy)>> = true;
 
-/// For elements that keep the item they live in.
-template <class Node, class Element>
-QWidget *makeHosted(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
-                    const SceneContextPtr &context)
+template <class Element>
+QWidget *make(Nodes::BasicWidget *node, [[maybe_unused]] QGraphicsProxyWidget *host,
+              const SceneContextPtr &context)
 {
-    auto *typed = dynamic_cast<Node *>(node);
+    auto *typed = dynamic_cast<typename Element::Node *>(node);
     if (!typed)
         return nullptr;
     auto *element = new Element(typed, nullptr, context);
-    element->setProxy(host);
+    if constexpr (keepsHost<Element>)
+        element->setProxy(host);
     return element;
 }
 
-const std::map<unsigned, Creator> &table()
+/// Element::Node is the node class that the element shows; its code stands there.
+template <class Element> constexpr Row shows()
 {
-    static const std::map<unsigned, Creator> creators{
-        {0x15001, &make<Nodes::BasicWidget, qwidgetLabel>},
-        {0x15002, &make<Nodes::BasicWidget, qwidgetImage>},
-        {0x15003, &make<Nodes::BasicWidget, qwidgetButton>},
-        {0x15005, &make<Nodes::widgetRecorderDigitalDisplay, qwidgetRecorderDigitalDisplay>},
-        {0x15006, &make<Nodes::widgetBargraph, qwidgetBargraph>},
-        {0x15008, &make<Nodes::BasicWidget, qwidgetMultiLabel>},
-        {0x15009, &make<Nodes::BasicWidget, qwidgetMultiImage>},
-        {0x1500A, &make<Nodes::widgetMovingImage, qwidgetMovingImage>},
-        {0x1500B, &make<Nodes::widgetEditBox, qwidgetEditBox>},
-        {0x1500E, &makeHosted<Nodes::widgetComboBox, qwidgetComboBox>},
-        {0x1500F, &make<Nodes::widgetCheckBox, qwidgetCheckBox>},
-    };
-    return creators;
+    static_assert(std::is_base_of_v<Nodes::BasicWidget, typename Element::Node>);
+    static_assert(std::is_base_of_v<IWidget, Element>);
+    return {Element::Node::Code, &make<Element>};
 }
+
+constexpr Row rows[] = {
+    shows<qwidgetLabel>(),      shows<qwidgetImage>(),
+    shows<qwidgetButton>(),     shows<qwidgetRecorderDigitalDisplay>(),
+    shows<qwidgetBargraph>(),   shows<qwidgetMultiLabel>(),
+    shows<qwidgetMultiImage>(), shows<qwidgetMovingImage>(),
+    shows<qwidgetEditBox>(),    shows<qwidgetComboBox>(),
+    shows<qwidgetCheckBox>(),
+};
+static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");
 
 } // namespace
 
 QWidget *ElementFactory::create(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
                                 const SceneContextPtr &context)
 {
-    if (!node)
-        return nullptr;
-    const auto found = table().find(node->GetNodeType().GetCode());
-    return found == table().end() ? nullptr : found->second(node, host, context);
+    const auto creator = node ? Nodes::FindCreator(rows, node->GetNodeType()) : nullptr;
+    return creator ? creator(node, host, context) : nullptr;
 }
 
 std::vector<unsigned> ElementFactory::codes()
 {
     std::vector<unsigned> codes;
-    for (const auto &[code, creator] : table())
-        codes.push_back(code);
+    for (const Row &row : rows)
+        codes.push_back(row.code);
     return codes;
 }
 

@@ -23,7 +23,7 @@ public:
     /// the item that will own the element; some elements keep it, and it may be null.
     static QWidget *create(Nodes::BasicWidget *node, QGraphicsProxyWidget *host,
                            const SceneContextPtr &context = SceneContext::process());
-    /// Full subtype codes of the kinds that have an element, ascending.
+    /// Full subtype codes of the kinds that have an element.
     static std::vector<unsigned> codes();
 };
 

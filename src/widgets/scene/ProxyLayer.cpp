@@ -18,14 +18,6 @@
 
 namespace Widgets {
 
-namespace {
-
-constexpr unsigned modeProperty = 13001;
-constexpr unsigned orderProperty = 13002;
-constexpr unsigned visibleProperty = 13003;
-
-} // namespace
-
 ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags,
                        SceneContextPtr context)
     : QGraphicsProxyWidget(nullptr, flags), m_node(node), m_context(std::move(context))
@@ -199,14 +191,14 @@ void ProxyLayer::onPropertyChange(Nodes::BasicProperty *property)
     if (!property || !layer)
         return;
     switch (property->GetValueId()) {
-    case modeProperty:
+    case Nodes::BasicLayer::Prop::Mode:
         setTransparency(isModeTransparent());
         break;
-    case orderProperty:
+    case Nodes::BasicLayer::Prop::ZOrder:
         setZValue(layer->GetZOrder());
         emit propertyChange();
         break;
-    case visibleProperty:
+    case Nodes::BasicLayer::Prop::Visible:
         setVisible(layer->isVisible());
         break;
     default:

@@ -219,26 +219,27 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     if (!property || !node)
         return;
     m_isNotSelectable = !node->isSelectable();
+    using Prop = Nodes::BasicWidget::Prop;
     switch (property->GetValueId()) {
-    case 12096:
+    case Prop::ZOrder:
         setZValue(node->GetZOrder());
         break;
-    case 12097:
+    case Prop::Visible:
         later(&ProxyWidget::takeVisible);
         break;
-    case 12103:
+    case Prop::Selectable:
         later(&ProxyWidget::takeSelectable);
         break;
-    case 12104:
+    case Prop::Movable:
         takeMovable(*node);
         break;
-    case 12128:
+    case Prop::Disabled:
         takeDisabled(*node);
         break;
-    case 11001:
-    case 11002:
-    case 11003:
-    case 11004:
+    case Prop::X:
+    case Prop::Y:
+    case Prop::Width:
+    case Prop::Height:
         rememberGeometry(); // also after an undo: the next edit starts from there
         setPositionItems(QRectF());
         break;

@@ -27,11 +27,10 @@ Q_LOGGING_CATEGORY(actionLog, "station.actions")
 
 qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
 {
-    const ActionFactoryTable &table = ActionFactoryTable::instance();
-    if (!action || !table.knows(action->GetNodeType()))
+    if (!action || !ActionFactoryTable::knows(action->GetNodeType()))
         return nullptr;
     Nodes::BasicAction *copy = m_queue.copyNode(*action);
-    return copy ? table.create(copy) : nullptr;
+    return copy ? ActionFactoryTable::create(copy) : nullptr;
 }
 
 qBasicAction *WindowManager::make(Nodes::BasicAction *node, const ActionTrigger &trigger)

@@ -1,6 +1,8 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/KindTable.h"
+#include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/windows/BasicLayer.h"
 
 #include "support/Rows.h"
 
@@ -15,12 +17,13 @@ namespace {
 class Gadget : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x2FE0);
+
     int number = 0;
     std::string text;
 };
 
-constexpr unsigned ownCode = 0x2FE0;
-constexpr unsigned layerMode = 13001;
+using LayerProp = BasicLayer::Prop;
 
 } // namespace
 
@@ -34,9 +37,11 @@ private slots:
         const Rows<unsigned, QByteArray, unsigned, QByteArray> row("code", "kind", "id",
                                                                    "property");
         row("code of another kind", unsigned(NodeType::SubtypeLayer), "gadget", 900001u, "number");
-        row("key of another kind", ownCode, "layer", 900001u, "number");
-        row("id with another meaning", ownCode, "gadget", layerMode, "number");
-        row("id and name of another type", ownCode, "gadget", 12097u, "visible");
+        row("key of another kind", unsigned(Gadget::Code), "layer", 900001u, "number");
+        row("id with another meaning", unsigned(Gadget::Code), "gadget", unsigned(LayerProp::Mode),
+            "number");
+        row("id and name of another type", unsigned(Gadget::Code), "gadget",
+            unsigned(BasicWidget::Prop::Visible), "visible");
     }
 
     void slipsAreRefusedAtStart()
@@ -47,23 +52,21 @@ private slots:
         QFETCH(QByteArray, property);
         KindTable &table = KindTable::Instance();
         const std::size_t before = table.GetKinds().size();
-        QVERIFY_EXCEPTION_THROWN(
-            table.Add(
-                KindBuilder::For<Gadget>(NodeType::enNodeSubtype(code), kind.constData(), "G", "Г")
-                    .Property<&Gadget::number>(id, property.constData(), "N", "Ч")),
-            std::logic_error);
+        KindInfo gadget = KindBuilder::For<Gadget>(kind.constData(), "G", "Г")
+                              .Property<&Gadget::number>({id, property.constData()}, "N", "Ч");
+        gadget.type = NodeType(NodeType::enNodeSubtype(code));
+        QVERIFY_EXCEPTION_THROWN(table.Add(std::move(gadget)), std::logic_error);
         QCOMPARE(table.GetKinds().size(), before);
     }
 
     void aHostsKindMayShareTheMeaningOfAnId()
     {
         const KindInfo *layer = KindTable::Instance().Find(NodeType(NodeType::SubtypeLayer));
-        const PropertyDescriptor *mode = layer->FindProperty(layerMode);
-        KindTable::Instance().Add(
-            KindBuilder::For<Gadget>(NodeType::enNodeSubtype(ownCode), "gadget", "Gadget", "Гаджет")
-                .Property<&Gadget::number>(layerMode, mode->key.c_str(), "Mode", "Режим"));
+        const PropertyDescriptor *mode = layer->FindProperty(LayerProp::Mode);
+        KindTable::Instance().Add(KindBuilder::For<Gadget>("gadget", "Gadget", "Гаджет")
+                                      .Property<&Gadget::number>(LayerProp::Mode, "Mode", "Режим"));
         const KindInfo *gadget = KindTable::Instance().FindByKey("gadget");
-        QVERIFY(gadget && gadget->FindProperty(layerMode)->IsSameAs(*mode));
+        QVERIFY(gadget && gadget->FindProperty(LayerProp::Mode)->IsSameAs(*mode));
     }
 };
 

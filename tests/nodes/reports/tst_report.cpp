@@ -23,7 +23,8 @@ void ReportTest::childrenFillTheTemplate()
     auto *report = dynamic_cast<BasicReport *>(f.add("report", f.add("folder", f.root())));
     f.add("reportSignal", report);
     const ConfigNode *signal = f.add("memorySignal", f.root());
-    QVERIFY(f.add("reportSignal", report, "p")->SetProperty(13101, NodeLink(signal)));
+    QVERIFY(f.add("reportSignal", report, "p")
+                ->SetProperty(ReportSignalInfo::Prop::Signal, NodeLink(signal)));
     QVERIFY(f.add("reportVariable", report, "plant")->SetPropertyText("value", "№ 1"));
     using Variables = std::vector<std::pair<std::string, std::string>>;
     QCOMPARE(report->GetVariables(), (Variables{{"plant", "№ 1"}}));

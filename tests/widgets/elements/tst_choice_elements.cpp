@@ -28,10 +28,11 @@ namespace {
 class SilentSignal : public Nodes::memorySignal
 {
 public:
+    static constexpr auto Code = Nodes::NodeType::enNodeSubtype(0x50F1);
+
     static Nodes::KindInfo Kind()
     {
-        return Nodes::KindBuilder::For<SilentSignal>(Nodes::NodeType::enNodeSubtype(0x50F1),
-                                                     "silentSignal", "", "")
+        return Nodes::KindBuilder::For<SilentSignal>("silentSignal", "", "")
             .Inherit<Nodes::BasicSignal>();
     }
 

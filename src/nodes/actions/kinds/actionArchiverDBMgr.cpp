@@ -8,8 +8,7 @@ namespace Nodes {
 
 KindInfo actionArchiverDBMgr::Kind()
 {
-    return KindBuilder::For<actionArchiverDBMgr>(NodeType::enNodeSubtype(0x106001),
-                                                 "actionArchiverDBMgr", "Manage archive files",
+    return KindBuilder::For<actionArchiverDBMgr>("actionArchiverDBMgr", "Manage archive files",
                                                  "Управление файлами архива");
 }
 

@@ -10,6 +10,8 @@ namespace Nodes {
 class NODES_EXPORT actionArchiverDBMgr : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x106001);
+
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;
 

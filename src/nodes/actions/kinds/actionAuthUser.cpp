@@ -6,11 +6,10 @@ namespace Nodes {
 
 KindInfo actionAuthUser::Kind()
 {
-    return KindBuilder::For<actionAuthUser>(NodeType::enNodeSubtype(0x10009), "actionAuthUser",
-                                            "Log in", "Вход пользователя")
-        .Property<&actionAuthUser::m_user>(16090, "user", "User", "Пользователь")
+    return KindBuilder::For<actionAuthUser>("actionAuthUser", "Log in", "Вход пользователя")
+        .Property<&actionAuthUser::m_user>(Prop::User, "User", "Пользователь")
         .Refers({NodeType::TypeSecurity})
-        .Property<&actionAuthUser::m_isLogout>(16091, "logout", "Log out", "Выход");
+        .Property<&actionAuthUser::m_isLogout>(Prop::Logout, "Log out", "Выход");
 }
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -9,6 +10,13 @@ namespace Nodes {
 class NODES_EXPORT actionAuthUser : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10009);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> User{16090, "user"};
+        static constexpr PropertyId<bool> Logout{16091, "logout"};
+    };
+
     static KindInfo Kind();
 
     /// The user to log in without asking; empty: the operator is asked.

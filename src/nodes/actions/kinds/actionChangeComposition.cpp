@@ -7,11 +7,10 @@ namespace Nodes {
 
 KindInfo actionChangeComposition::Kind()
 {
-    return KindBuilder::For<actionChangeComposition>(NodeType::enNodeSubtype(0x10002),
-                                                     "actionChangeComposition",
+    return KindBuilder::For<actionChangeComposition>("actionChangeComposition",
                                                      "Change composition", "Смена композиции")
         .Inherit<BasicWindowAction>()
-        .Property<&actionChangeComposition::m_composition>(16012, "composition", "Composition",
+        .Property<&actionChangeComposition::m_composition>(Prop::Composition, "Composition",
                                                            "Композиция")
         .Refers({NodeType::TypeComposition});
 }

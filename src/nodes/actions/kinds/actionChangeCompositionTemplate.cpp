@@ -8,12 +8,12 @@ namespace Nodes {
 
 KindInfo actionChangeCompositionTemplate::Kind()
 {
-    return KindBuilder::For<actionChangeCompositionTemplate>(
-               NodeType::enNodeSubtype(0x1000d), "actionChangeCompositionTemplate",
-               "Change composition template", "Открытие композиции по шаблону")
+    return KindBuilder::For<actionChangeCompositionTemplate>("actionChangeCompositionTemplate",
+                                                             "Change composition template",
+                                                             "Открытие композиции по шаблону")
         .Inherit<BasicTemplateAction>()
-        .Property<&actionChangeCompositionTemplate::m_composition>(16012, "composition",
-                                                                   "Composition", "Композиция")
+        .Property<&actionChangeCompositionTemplate::m_composition>(Prop::Composition, "Composition",
+                                                                   "Композиция")
         .Refers({NodeType::TypeComposition});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicTemplateAction.h"
+#include "nodes/actions/kinds/actionChangeComposition.h"
 
 namespace Nodes {
 
@@ -12,6 +13,12 @@ class windowComposed;
 class NODES_EXPORT actionChangeCompositionTemplate : public BasicTemplateAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1000d);
+    struct Prop : BasicTemplateAction::Prop
+    {
+        static constexpr auto Composition = actionChangeComposition::Prop::Composition;
+    };
+
     static KindInfo Kind();
     /// Null when the window is none or not composed.
     windowComposed *GetComposedWindow() const;

@@ -6,10 +6,9 @@ namespace Nodes {
 
 KindInfo actionCloseWindow::Kind()
 {
-    return KindBuilder::For<actionCloseWindow>(NodeType::enNodeSubtype(0x10004),
-                                               "actionCloseWindow", "Close window", "Закрытие окна")
+    return KindBuilder::For<actionCloseWindow>("actionCloseWindow", "Close window", "Закрытие окна")
         .Inherit<BasicWindowAction>()
-        .Property<&actionCloseWindow::m_isCurrentWindow>(16011, "current", "Current window",
+        .Property<&actionCloseWindow::m_isCurrentWindow>(Prop::Current, "Current window",
                                                          "Текущее окно");
 }
 

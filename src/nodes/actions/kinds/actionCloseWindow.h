@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicWindowAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,12 @@ namespace Nodes {
 class NODES_EXPORT actionCloseWindow : public BasicWindowAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10004);
+    struct Prop : BasicWindowAction::Prop
+    {
+        static constexpr PropertyId<bool> Current{16011, "current"};
+    };
+
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;
     bool isCurrentWindow() const { return m_isCurrentWindow; }

@@ -6,18 +6,17 @@ namespace Nodes {
 
 KindInfo actionCreateEvent::Kind()
 {
-    return KindBuilder::For<actionCreateEvent>(NodeType::enNodeSubtype(0x10006),
-                                               "actionCreateEvent", "Create event",
+    return KindBuilder::For<actionCreateEvent>("actionCreateEvent", "Create event",
                                                "Запись события")
-        .Property<&actionCreateEvent::m_text>(16040, "text", "Text", "Текст")
-        .Property<&actionCreateEvent::m_level>(16041, "level", "Level", "Уровень")
+        .Property<&actionCreateEvent::m_text>(Prop::Text, "Text", "Текст")
+        .Property<&actionCreateEvent::m_level>(Prop::Level, "Level", "Уровень")
         .Choice(LevelCritical, "critical", "Критический")
         .Choice(LevelAlarm, "alarm", "Тревога")
         .Choice(LevelWarning, "warning", "Предупреждение")
         .Choice(LevelInformation, "information", "Сообщение")
         .Choice(LevelAction, "action", "Действие оператора")
-        .Property<&actionCreateEvent::m_source>(16042, "source", "Source", "Источник")
-        .Property<&actionCreateEvent::m_sourceNode>(16043, "node", "Source node", "Узел-источник");
+        .Property<&actionCreateEvent::m_source>(Prop::Source, "Source", "Источник")
+        .Property<&actionCreateEvent::m_sourceNode>(Prop::Node, "Source node", "Узел-источник");
 }
 
 Result actionCreateEvent::CreateEvent() const

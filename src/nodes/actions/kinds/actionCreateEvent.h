@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,15 @@ namespace Nodes {
 class NODES_EXPORT actionCreateEvent : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10006);
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Text{16040, "text"};
+        static constexpr PropertyId<int> Level{16041, "level"};
+        static constexpr PropertyId<std::string> Source{16042, "source"};
+        static constexpr PropertyId<NodeLink> Node{16043, "node"};
+    };
+
     static KindInfo Kind();
 
     /// InvalidArgument without a text; else what the journal answers. Any thread.

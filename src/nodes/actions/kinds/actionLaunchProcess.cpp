@@ -19,14 +19,13 @@ Result expand(const systemCore *core, std::string &text)
 
 KindInfo actionLaunchProcess::Kind()
 {
-    return KindBuilder::For<actionLaunchProcess>(NodeType::enNodeSubtype(0x10008),
-                                                 "actionLaunchProcess", "Launch process",
+    return KindBuilder::For<actionLaunchProcess>("actionLaunchProcess", "Launch process",
                                                  "Запуск программы")
-        .Property<&actionLaunchProcess::m_program>(16050, "program", "Program", "Программа")
-        .Property<&actionLaunchProcess::m_arguments>(16051, "arguments", "Arguments, one a line",
+        .Property<&actionLaunchProcess::m_program>(Prop::Program, "Program", "Программа")
+        .Property<&actionLaunchProcess::m_arguments>(Prop::Arguments, "Arguments, one a line",
                                                      "Аргументы, по одному в строке")
         .Hint("multiline")
-        .Property<&actionLaunchProcess::m_directory>(16052, "directory", "Working directory",
+        .Property<&actionLaunchProcess::m_directory>(Prop::Directory, "Working directory",
                                                      "Рабочий каталог");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 #include <vector>
 
@@ -10,6 +11,14 @@ namespace Nodes {
 class NODES_EXPORT actionLaunchProcess : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10008);
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Program{16050, "program"};
+        static constexpr PropertyId<std::string> Arguments{16051, "arguments"};
+        static constexpr PropertyId<std::string> Directory{16052, "directory"};
+    };
+
     /// What to start; ${name} of the core's definitions is replaced.
     struct Command
     {

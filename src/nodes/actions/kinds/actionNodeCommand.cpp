@@ -60,10 +60,9 @@ actionNodeCommand::actionNodeCommand() : m_made(Clock::Current().Steady()) {}
 
 KindInfo actionNodeCommand::Kind()
 {
-    return KindBuilder::For<actionNodeCommand>(NodeType::enNodeSubtype(0x10007),
-                                               "actionNodeCommand", "Node command", "Команда узлу")
-        .Property<&actionNodeCommand::m_target>(16060, "target", "Target", "Кому")
-        .Property<&actionNodeCommand::m_command>(16061, "command", "Command", "Команда")
+    return KindBuilder::For<actionNodeCommand>("actionNodeCommand", "Node command", "Команда узлу")
+        .Property<&actionNodeCommand::m_target>(Prop::Target, "Target", "Кому")
+        .Property<&actionNodeCommand::m_command>(Prop::Command, "Command", "Команда")
         .Choice(CommandStart, "start", "Запустить")
         .Choice(CommandStop, "stop", "Остановить")
         .Choice(CommandReset, "reset", "Перезапустить")
@@ -72,10 +71,10 @@ KindInfo actionNodeCommand::Kind()
         .Choice(CommandUnshelve, "unshelve", "Вернуть отложенное")
         .Choice(CommandOutOfService, "outOfService", "Вывести из работы")
         .Choice(CommandInService, "inService", "Ввести в работу")
-        .Property<&actionNodeCommand::m_seconds>(16062, "seconds", "Shelved for, s",
+        .Property<&actionNodeCommand::m_seconds>(Prop::Seconds, "Shelved for, s",
                                                  "На сколько отложить, с")
         .Range(1, 86400)
-        .Property<&actionNodeCommand::m_comment>(16063, "comment", "Comment", "Комментарий");
+        .Property<&actionNodeCommand::m_comment>(Prop::Comment, "Comment", "Комментарий");
 }
 
 Result actionNodeCommand::Send() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/Timestamp.h"
 
 namespace Nodes {
@@ -9,6 +10,15 @@ namespace Nodes {
 class NODES_EXPORT actionNodeCommand : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10007);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Target{16060, "target"};
+        static constexpr PropertyId<int> Command{16061, "command"};
+        static constexpr PropertyId<int> Seconds{16062, "seconds"};
+        static constexpr PropertyId<std::string> Comment{16063, "comment"};
+    };
+
     enum enCommand {
         CommandStart = 0,
         CommandStop = 1,

@@ -6,10 +6,9 @@ namespace Nodes {
 
 KindInfo actionOverrideCursor::Kind()
 {
-    return KindBuilder::For<actionOverrideCursor>(NodeType::enNodeSubtype(0x10010),
-                                                  "actionOverrideCursor", "Override cursor",
+    return KindBuilder::For<actionOverrideCursor>("actionOverrideCursor", "Override cursor",
                                                   "Замена указателя")
-        .Property<&actionOverrideCursor::m_cursor>(16070, "cursor", "Cursor", "Указатель")
+        .Property<&actionOverrideCursor::m_cursor>(Prop::Cursor, "Cursor", "Указатель")
         .Choice(CursorWait, "wait", "Ожидание")
         .Choice(CursorBusy, "busy", "Занят")
         .Choice(CursorCross, "cross", "Перекрестие")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,12 @@ namespace Nodes {
 class NODES_EXPORT actionOverrideCursor : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10010);
+    struct Prop
+    {
+        static constexpr PropertyId<int> Cursor{16070, "cursor"};
+    };
+
     enum enCursor {
         CursorWait = 0,
         CursorBusy = 1,

@@ -6,9 +6,8 @@ namespace Nodes {
 
 KindInfo actionPlaySound::Kind()
 {
-    return KindBuilder::For<actionPlaySound>(NodeType::enNodeSubtype(0x10001), "actionPlaySound",
-                                             "Play sound", "Звуковой сигнал")
-        .Property<&actionPlaySound::m_sound>(16030, "sound", "Sound", "Звук")
+    return KindBuilder::For<actionPlaySound>("actionPlaySound", "Play sound", "Звуковой сигнал")
+        .Property<&actionPlaySound::m_sound>(Prop::Sound, "Sound", "Звук")
         .Hint("wav");
 }
 

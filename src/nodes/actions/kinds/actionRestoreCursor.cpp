@@ -6,8 +6,7 @@ namespace Nodes {
 
 KindInfo actionRestoreCursor::Kind()
 {
-    return KindBuilder::For<actionRestoreCursor>(NodeType::enNodeSubtype(0x10011),
-                                                 "actionRestoreCursor", "Restore cursor",
+    return KindBuilder::For<actionRestoreCursor>("actionRestoreCursor", "Restore cursor",
                                                  "Возврат указателя");
 }
 

@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT actionRestoreCursor : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10011);
+
     static KindInfo Kind();
 };
 

@@ -6,8 +6,7 @@ namespace Nodes {
 
 KindInfo actionShowAlarms::Kind()
 {
-    return KindBuilder::For<actionShowAlarms>(NodeType::enNodeSubtype(0x10012), "actionShowAlarms",
-                                              "Show alarms", "Показ тревог");
+    return KindBuilder::For<actionShowAlarms>("actionShowAlarms", "Show alarms", "Показ тревог");
 }
 
 } // namespace Nodes

@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT actionShowAlarms : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10012);
+
     static KindInfo Kind();
 };
 

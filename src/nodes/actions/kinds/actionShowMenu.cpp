@@ -8,37 +8,35 @@ namespace Nodes {
 
 KindInfo actionShowMenu::Kind()
 {
-    return KindBuilder::For<actionShowMenu>(NodeType::enNodeSubtype(0x1000c), "actionShowMenu",
-                                            "Show menu", "Показать меню")
-        .Property<&actionShowMenu::m_menus>(16120, "menus", "Menus", "Меню")
+    return KindBuilder::For<actionShowMenu>("actionShowMenu", "Show menu", "Показать меню")
+        .Property<&actionShowMenu::m_menus>(Prop::Menus, "Menus", "Меню")
         .Refers({NodeType::TypeMenu})
-        .Property<&actionShowMenu::m_x>(16121, "x", "X", "X")
-        .Property<&actionShowMenu::m_y>(16122, "y", "Y", "Y")
-        .Property<&actionShowMenu::m_isAtTrigger>(16134, "atTrigger", "Open at the trigger",
+        .Property<&actionShowMenu::m_x>(Prop::X, "X", "X")
+        .Property<&actionShowMenu::m_y>(Prop::Y, "Y", "Y")
+        .Property<&actionShowMenu::m_isAtTrigger>(Prop::AtTrigger, "Open at the trigger",
                                                   "Открывать у элемента")
-        .Property<&actionShowMenu::m_menuBackground>(16123, "menuBackground", "Menu background",
+        .Property<&actionShowMenu::m_menuBackground>(Prop::MenuBackground, "Menu background",
                                                      "Цвет фона меню")
-        .Property<&actionShowMenu::m_background>(16124, "background", "Entry background",
+        .Property<&actionShowMenu::m_background>(Prop::Background, "Entry background",
                                                  "Цвет фона пункта")
         .Property<&actionShowMenu::m_hoverBackground>(
-            16125, "hoverBackground", "Chosen entry's background", "Цвет фона выбранного пункта")
-        .Property<&actionShowMenu::m_borderColor>(16126, "borderColor", "Border colour",
-                                                  "Цвет рамки")
-        .Property<&actionShowMenu::m_textColor>(16127, "color", "Text colour", "Цвет текста")
-        .Property<&actionShowMenu::m_borderWidth>(16128, "borderWidth", "Border width",
+            Prop::HoverBackground, "Chosen entry's background", "Цвет фона выбранного пункта")
+        .Property<&actionShowMenu::m_borderColor>(Prop::BorderColor, "Border colour", "Цвет рамки")
+        .Property<&actionShowMenu::m_textColor>(Prop::Color, "Text colour", "Цвет текста")
+        .Property<&actionShowMenu::m_borderWidth>(Prop::BorderWidth, "Border width",
                                                   "Толщина рамки")
         .Range(0, 64)
-        .Property<&actionShowMenu::m_family>(16129, "fontFamily", "Font family", "Шрифт")
-        .Property<&actionShowMenu::m_pointSize>(16130, "fontSize", "Font size, pt",
+        .Property<&actionShowMenu::m_family>(Prop::FontFamily, "Font family", "Шрифт")
+        .Property<&actionShowMenu::m_pointSize>(Prop::FontSize, "Font size, pt",
                                                 "Размер шрифта, пт")
         .Range(1, 400)
-        .Property<&actionShowMenu::m_isBold>(16131, "bold", "Bold", "Полужирный")
-        .Property<&actionShowMenu::m_horizontal>(16132, "align", "Horizontal alignment",
+        .Property<&actionShowMenu::m_isBold>(Prop::Bold, "Bold", "Полужирный")
+        .Property<&actionShowMenu::m_horizontal>(Prop::Align, "Horizontal alignment",
                                                  "Выравнивание по горизонтали")
         .Choice(AlignmentLeft, "left", "Слева")
         .Choice(AlignmentHCenter, "center", "По центру")
         .Choice(AlignmentRight, "right", "Справа")
-        .Property<&actionShowMenu::m_vertical>(16133, "valign", "Vertical alignment",
+        .Property<&actionShowMenu::m_vertical>(Prop::Valign, "Vertical alignment",
                                                "Выравнивание по вертикали")
         .Choice(AlignmentTop, "top", "Сверху")
         .Choice(AlignmentVCenter, "center", "По центру")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/Alignment.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/NFont.h"
@@ -12,6 +13,26 @@ namespace Nodes {
 class NODES_EXPORT actionShowMenu : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1000c);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLinks> Menus{16120, "menus"};
+        static constexpr PropertyId<int> X{16121, "x"};
+        static constexpr PropertyId<int> Y{16122, "y"};
+        static constexpr PropertyId<bool> AtTrigger{16134, "atTrigger"};
+        static constexpr PropertyId<NColor> MenuBackground{16123, "menuBackground"};
+        static constexpr PropertyId<NColor> Background{16124, "background"};
+        static constexpr PropertyId<NColor> HoverBackground{16125, "hoverBackground"};
+        static constexpr PropertyId<NColor> BorderColor{16126, "borderColor"};
+        static constexpr PropertyId<NColor> Color{16127, "color"};
+        static constexpr PropertyId<int> BorderWidth{16128, "borderWidth"};
+        static constexpr PropertyId<std::string> FontFamily{16129, "fontFamily"};
+        static constexpr PropertyId<int> FontSize{16130, "fontSize"};
+        static constexpr PropertyId<bool> Bold{16131, "bold"};
+        static constexpr PropertyId<int> Align{16132, "align"};
+        static constexpr PropertyId<int> Valign{16133, "valign"};
+    };
+
     static KindInfo Kind();
 
     /// The first one is shown.

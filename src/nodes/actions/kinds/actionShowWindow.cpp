@@ -6,8 +6,7 @@ namespace Nodes {
 
 KindInfo actionShowWindow::Kind()
 {
-    return KindBuilder::For<actionShowWindow>(NodeType::enNodeSubtype(0x10003), "actionShowWindow",
-                                              "Show window", "Открытие окна")
+    return KindBuilder::For<actionShowWindow>("actionShowWindow", "Show window", "Открытие окна")
         .Inherit<BasicOpeningAction>();
 }
 

@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT actionShowWindow : public BasicOpeningAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10003);
+
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;
 };

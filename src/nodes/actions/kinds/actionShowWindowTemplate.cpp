@@ -8,8 +8,7 @@ namespace Nodes {
 KindInfo actionShowWindowTemplate::Kind()
 {
     return KindBuilder::For<actionShowWindowTemplate>(
-               NodeType::enNodeSubtype(0x1000e), "actionShowWindowTemplate", "Show window template",
-               "Открытие окна по шаблону")
+               "actionShowWindowTemplate", "Show window template", "Открытие окна по шаблону")
         .Inherit<BasicTemplateAction>();
 }
 

@@ -10,6 +10,8 @@ class windowTemplate;
 class NODES_EXPORT actionShowWindowTemplate : public BasicTemplateAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1000e);
+
     static KindInfo Kind();
     /// Null when the window is none or no template.
     windowTemplate *GetWindowTemplate() const;

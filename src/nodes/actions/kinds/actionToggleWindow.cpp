@@ -6,8 +6,7 @@ namespace Nodes {
 
 KindInfo actionToggleWindow::Kind()
 {
-    return KindBuilder::For<actionToggleWindow>(NodeType::enNodeSubtype(0x1000a),
-                                                "actionToggleWindow", "Toggle window",
+    return KindBuilder::For<actionToggleWindow>("actionToggleWindow", "Toggle window",
                                                 "Показ или скрытие окна")
         .Inherit<BasicPlacingAction>();
 }

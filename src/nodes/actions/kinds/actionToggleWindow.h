@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT actionToggleWindow : public BasicPlacingAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1000a);
+
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;
 };

@@ -7,11 +7,10 @@ namespace Nodes {
 
 KindInfo actionWriteValue::Kind()
 {
-    return KindBuilder::For<actionWriteValue>(NodeType::enNodeSubtype(0x10005), "actionWriteValue",
-                                              "Write value", "Запись значения")
-        .Property<&actionWriteValue::m_signal>(16020, "signal", "Signal", "Сигнал")
+    return KindBuilder::For<actionWriteValue>("actionWriteValue", "Write value", "Запись значения")
+        .Property<&actionWriteValue::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal})
-        .Property<&actionWriteValue::m_value>(16021, "value", "Value", "Значение");
+        .Property<&actionWriteValue::m_value>(Prop::Value, "Value", "Значение");
 }
 
 Result actionWriteValue::Write() const

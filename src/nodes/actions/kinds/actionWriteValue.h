@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,13 @@ namespace Nodes {
 class NODES_EXPORT actionWriteValue : public BasicAction
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x10005);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Signal{16020, "signal"};
+        static constexpr PropertyId<std::string> Value{16021, "value"};
+    };
+
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;
 

@@ -75,10 +75,9 @@ private:
 
 KindInfo hostDriver::Kind()
 {
-    return KindBuilder::For<hostDriver>(NodeType::enNodeSubtype(0x3001), "hostDriver",
-                                        "This computer", "Этот компьютер")
+    return KindBuilder::For<hostDriver>("hostDriver", "This computer", "Этот компьютер")
         .Inherit<BasicDriver>()
-        .Property<&hostDriver::m_period>(3101, "period", "Period, ms", "Период опроса, мс")
+        .Property<&hostDriver::m_period>(Prop::Period, "Period, ms", "Период опроса, мс")
         .Range(100, 3600000);
 }
 

@@ -2,6 +2,7 @@
 
 #include "nodes/drivers/BasicDriver.h"
 #include "nodes/drivers/PeriodicWorker.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -10,6 +11,12 @@ namespace Nodes {
 class NODES_EXPORT hostDriver : public BasicDriver
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x3001);
+    struct Prop : BasicDriver::Prop
+    {
+        static constexpr PropertyId<int> Period{3101, "period"};
+    };
+
     static KindInfo Kind();
 
 protected:

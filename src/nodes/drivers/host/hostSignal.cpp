@@ -8,10 +8,9 @@ namespace Nodes {
 
 KindInfo hostSignal::Kind()
 {
-    return KindBuilder::For<hostSignal>(NodeType::enNodeSubtype(0x5002), "hostSignal",
-                                        "Host signal", "Сигнал компьютера")
+    return KindBuilder::For<hostSignal>("hostSignal", "Host signal", "Сигнал компьютера")
         .Inherit<BasicSignal>()
-        .Property<&hostSignal::m_metric>(5201, "metric", "Metric", "Показатель")
+        .Property<&hostSignal::m_metric>(Prop::Metric, "Metric", "Показатель")
         .Range(0, int(HostMetric::Last))
         .Choice(int(HostMetric::None), "none", "Не выбран")
         .Choice(int(HostMetric::CpuTotal), "cpu.total", "Загрузка процессора, %")
@@ -40,9 +39,9 @@ KindInfo hostSignal::Kind()
         .Choice(int(HostMetric::JournalLost), "journal.lost", "Журнал, записей потеряно")
         .Choice(int(HostMetric::JournalTrouble), "journal.trouble", "Журнал не пишется, с")
         .Choice(int(HostMetric::AlarmsUnkept), "alarms.unkept", "Тревог не сохранено")
-        .Property<&hostSignal::m_target>(5202, "target", "Path, device or interface",
+        .Property<&hostSignal::m_target>(Prop::Target, "Path, device or interface",
                                          "Путь, устройство или интерфейс")
-        .Property<&hostSignal::m_scale>(5203, "scale", "Scale", "Множитель");
+        .Property<&hostSignal::m_scale>(Prop::Scale, "Scale", "Множитель");
 }
 
 void hostSignal::Validate(ValidationResults &results) const

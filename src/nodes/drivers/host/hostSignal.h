@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/drivers/host/HostMetrics.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {
@@ -9,6 +10,14 @@ namespace Nodes {
 class NODES_EXPORT hostSignal : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x5002);
+    struct Prop : BasicSignal::Prop
+    {
+        static constexpr PropertyId<int> Metric{5201, "metric"};
+        static constexpr PropertyId<std::string> Target{5202, "target"};
+        static constexpr PropertyId<double> Scale{5203, "scale"};
+    };
+
     static KindInfo Kind();
 
     HostMetric GetMetric() const { return HostMetric(m_metric); }

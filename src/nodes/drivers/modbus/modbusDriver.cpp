@@ -27,23 +27,23 @@ modbusDriver::~modbusDriver() = default;
 
 KindInfo modbusDriver::Kind()
 {
-    return KindBuilder::For<modbusDriver>(NodeType::enNodeSubtype(0x3003), "modbusDriver",
-                                          "Modbus TCP device", "Устройство Modbus TCP")
+    return KindBuilder::For<modbusDriver>("modbusDriver", "Modbus TCP device",
+                                          "Устройство Modbus TCP")
         .Inherit<BasicDriver>()
-        .Property<&modbusDriver::m_host>(3301, "host", "Host", "Адрес")
-        .Property<&modbusDriver::m_port>(3302, "port", "Port", "Порт")
-        .Property<&modbusDriver::m_unit>(3303, "unit", "Unit", "Номер устройства")
+        .Property<&modbusDriver::m_host>(Prop::Host, "Host", "Адрес")
+        .Property<&modbusDriver::m_port>(Prop::Port, "Port", "Порт")
+        .Property<&modbusDriver::m_unit>(Prop::Unit, "Unit", "Номер устройства")
         .Range(0, 247)
-        .Property<&modbusDriver::m_timeout>(3304, "timeout", "Time-out, ms", "Время ожидания, мс")
+        .Property<&modbusDriver::m_timeout>(Prop::Timeout, "Time-out, ms", "Время ожидания, мс")
         .Range(10, 60000)
-        .Property<&modbusDriver::m_retries>(3305, "retries", "Requests before loss",
+        .Property<&modbusDriver::m_retries>(Prop::Retries, "Requests before loss",
                                             "Запросов до потери связи")
         .Range(1, 10)
-        .Property<&modbusDriver::m_reconnectMinimum>(3306, "reconnectMin", "Reconnect after, ms",
+        .Property<&modbusDriver::m_reconnectMinimum>(Prop::ReconnectMin, "Reconnect after, ms",
                                                      "Пауза переподключения от, мс")
         .Range(10, 600000)
         .Property<&modbusDriver::m_reconnectMaximum>(
-            3307, "reconnectMax", "Reconnect at most after, ms", "Пауза переподключения до, мс")
+            Prop::ReconnectMax, "Reconnect at most after, ms", "Пауза переподключения до, мс")
         .Range(10, 600000);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/drivers/BasicDriver.h"
+#include "nodes/model/properties/PropertyId.h"
 
 #include <map>
 
@@ -18,6 +19,18 @@ struct PolledGroup;
 class NODES_EXPORT modbusDriver : public BasicDriver
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x3003);
+    struct Prop : BasicDriver::Prop
+    {
+        static constexpr PropertyId<std::string> Host{3301, "host"};
+        static constexpr PropertyId<std::string> Port{3302, "port"};
+        static constexpr PropertyId<int> Unit{3303, "unit"};
+        static constexpr PropertyId<int> Timeout{3304, "timeout"};
+        static constexpr PropertyId<int> Retries{3305, "retries"};
+        static constexpr PropertyId<int> ReconnectMin{3306, "reconnectMin"};
+        static constexpr PropertyId<int> ReconnectMax{3307, "reconnectMax"};
+    };
+
     modbusDriver();
     ~modbusDriver() override;
 

@@ -7,21 +7,20 @@ namespace Nodes {
 
 KindInfo modbusGroup::Kind()
 {
-    return KindBuilder::For<modbusGroup>(NodeType::enNodeSubtype(0x4001), "modbusGroup",
-                                         "Modbus group", "Группа Modbus")
-        .Property<&modbusGroup::m_table>(4101, "table", "Table", "Таблица")
+    return KindBuilder::For<modbusGroup>("modbusGroup", "Modbus group", "Группа Modbus")
+        .Property<&modbusGroup::m_table>(Prop::Table, "Table", "Таблица")
         .Range(0, int(ModbusTable::Input))
         .Choice(int(ModbusTable::Coils), "coils", "Дискретные выходы")
         .Choice(int(ModbusTable::Discrete), "discrete", "Дискретные входы")
         .Choice(int(ModbusTable::Holding), "holding", "Регистры хранения")
         .Choice(int(ModbusTable::Input), "input", "Входные регистры")
-        .Property<&modbusGroup::m_start>(4102, "start", "First address", "Начальный адрес")
+        .Property<&modbusGroup::m_start>(Prop::Start, "First address", "Начальный адрес")
         .Range(0, 65535)
-        .Property<&modbusGroup::m_count>(4103, "count", "Count", "Количество")
+        .Property<&modbusGroup::m_count>(Prop::Count, "Count", "Количество")
         .Range(1, MaximumCount(ModbusTable::Coils))
-        .Property<&modbusGroup::m_period>(4104, "period", "Period, ms", "Период опроса, мс")
+        .Property<&modbusGroup::m_period>(Prop::Period, "Period, ms", "Период опроса, мс")
         .Range(10, 3600000)
-        .Property<&modbusGroup::m_writesMultiple>(4105, "writeMultiple", "Write with FC15/FC16",
+        .Property<&modbusGroup::m_writesMultiple>(Prop::WriteMultiple, "Write with FC15/FC16",
                                                   "Запись функциями 15 и 16")
         .Children({NodeType::TypeSignal, NodeType::TypeFolder});
 }

@@ -2,6 +2,7 @@
 
 #include "nodes/drivers/modbus/ModbusPoints.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -9,6 +10,16 @@ namespace Nodes {
 class NODES_EXPORT modbusGroup : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x4001);
+    struct Prop
+    {
+        static constexpr PropertyId<int> Table{4101, "table"};
+        static constexpr PropertyId<int> Start{4102, "start"};
+        static constexpr PropertyId<int> Count{4103, "count"};
+        static constexpr PropertyId<int> Period{4104, "period"};
+        static constexpr PropertyId<bool> WriteMultiple{4105, "writeMultiple"};
+    };
+
     static KindInfo Kind();
 
     ModbusTable GetTable() const { return ModbusTable(m_table); }

@@ -9,13 +9,11 @@ namespace Nodes {
 
 KindInfo modbusSignal::Kind()
 {
-    return KindBuilder::For<modbusSignal>(NodeType::enNodeSubtype(0x5004), "modbusSignal",
-                                          "Modbus signal", "Сигнал Modbus")
+    return KindBuilder::For<modbusSignal>("modbusSignal", "Modbus signal", "Сигнал Modbus")
         .Inherit<BasicSignal>()
-        .Property<&modbusSignal::m_offset>(5401, "offset", "Offset in the group",
-                                           "Смещение в группе")
+        .Property<&modbusSignal::m_offset>(Prop::Offset, "Offset in the group", "Смещение в группе")
         .Range(0, 1999)
-        .Property<&modbusSignal::m_dataType>(5402, "dataType", "Data type", "Тип данных")
+        .Property<&modbusSignal::m_dataType>(Prop::DataType, "Data type", "Тип данных")
         .Range(0, int(ModbusType::Bit))
         .Choice(int(ModbusType::Bool), "bool", "Логический")
         .Choice(int(ModbusType::Int16), "int16", "Целый 16 бит")
@@ -24,16 +22,16 @@ KindInfo modbusSignal::Kind()
         .Choice(int(ModbusType::UInt32), "uint32", "Целый 32 бит без знака")
         .Choice(int(ModbusType::Float32), "float32", "Вещественный 32 бит")
         .Choice(int(ModbusType::Bit), "bit", "Бит регистра")
-        .Property<&modbusSignal::m_bit>(5403, "bit", "Bit", "Бит")
+        .Property<&modbusSignal::m_bit>(Prop::Bit, "Bit", "Бит")
         .Range(0, 15)
-        .Property<&modbusSignal::m_byteOrder>(5404, "byteOrder", "Byte order", "Порядок байтов")
+        .Property<&modbusSignal::m_byteOrder>(Prop::ByteOrder, "Byte order", "Порядок байтов")
         .Range(0, int(ModbusByteOrder::DCBA))
         .Choice(int(ModbusByteOrder::ABCD), "ABCD", "ABCD")
         .Choice(int(ModbusByteOrder::CDAB), "CDAB", "CDAB")
         .Choice(int(ModbusByteOrder::BADC), "BADC", "BADC")
         .Choice(int(ModbusByteOrder::DCBA), "DCBA", "DCBA")
-        .Property<&modbusSignal::m_scale>(5405, "scale", "Scale", "Множитель")
-        .Property<&modbusSignal::m_offsetValue>(5406, "offsetValue", "Added value", "Слагаемое");
+        .Property<&modbusSignal::m_scale>(Prop::Scale, "Scale", "Множитель")
+        .Property<&modbusSignal::m_offsetValue>(Prop::OffsetValue, "Added value", "Слагаемое");
 }
 
 const modbusGroup *modbusSignal::GetGroup() const

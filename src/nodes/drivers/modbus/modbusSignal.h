@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/drivers/modbus/ModbusPoints.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {
@@ -11,6 +12,17 @@ class modbusGroup;
 class NODES_EXPORT modbusSignal : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x5004);
+    struct Prop : BasicSignal::Prop
+    {
+        static constexpr PropertyId<int> Offset{5401, "offset"};
+        static constexpr PropertyId<int> DataType{5402, "dataType"};
+        static constexpr PropertyId<int> Bit{5403, "bit"};
+        static constexpr PropertyId<int> ByteOrder{5404, "byteOrder"};
+        static constexpr PropertyId<double> Scale{5405, "scale"};
+        static constexpr PropertyId<double> OffsetValue{5406, "offsetValue"};
+    };
+
     static KindInfo Kind();
 
     /// The nearest group between this signal and its driver; null without one.

@@ -86,10 +86,9 @@ simulatorDriver::~simulatorDriver()
 
 KindInfo simulatorDriver::Kind()
 {
-    return KindBuilder::For<simulatorDriver>(NodeType::enNodeSubtype(0x3002), "simulatorDriver",
-                                             "Simulator", "Имитатор")
+    return KindBuilder::For<simulatorDriver>("simulatorDriver", "Simulator", "Имитатор")
         .Inherit<BasicDriver>()
-        .Property<&simulatorDriver::m_period>(3201, "period", "Period, ms", "Период расчёта, мс")
+        .Property<&simulatorDriver::m_period>(Prop::Period, "Period, ms", "Период расчёта, мс")
         .Range(10, 3600000);
 }
 

@@ -2,6 +2,7 @@
 
 #include "nodes/drivers/BasicDriver.h"
 #include "nodes/drivers/PeriodicWorker.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -13,6 +14,12 @@ class simulatorSignal;
 class NODES_EXPORT simulatorDriver : public BasicDriver
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x3002);
+    struct Prop : BasicDriver::Prop
+    {
+        static constexpr PropertyId<int> Period{3201, "period"};
+    };
+
     simulatorDriver();
     ~simulatorDriver() override;
 

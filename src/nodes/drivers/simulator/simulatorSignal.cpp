@@ -8,12 +8,12 @@ namespace Nodes {
 
 KindInfo simulatorSignal::Kind()
 {
-    return KindBuilder::For<simulatorSignal>(NodeType::enNodeSubtype(0x5003), "simulatorSignal",
-                                             "Simulated signal", "Моделируемый сигнал")
+    return KindBuilder::For<simulatorSignal>("simulatorSignal", "Simulated signal",
+                                             "Моделируемый сигнал")
         .Inherit<BasicSignal>()
-        .Property<&simulatorSignal::m_formula>(5301, "formula", "Formula", "Формула")
+        .Property<&simulatorSignal::m_formula>(Prop::Formula, "Formula", "Формула")
         .Hint("multiline")
-        .Property<&simulatorSignal::m_initialValue>(5302, "initial", "Initial value",
+        .Property<&simulatorSignal::m_initialValue>(Prop::Initial, "Initial value",
                                                     "Начальное значение");
 }
 

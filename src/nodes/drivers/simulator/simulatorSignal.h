@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {
@@ -9,6 +10,13 @@ namespace Nodes {
 class NODES_EXPORT simulatorSignal : public BasicSignal
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x5003);
+    struct Prop : BasicSignal::Prop
+    {
+        static constexpr PropertyId<std::string> Formula{5301, "formula"};
+        static constexpr PropertyId<std::string> Initial{5302, "initial"};
+    };
+
     static KindInfo Kind();
 
     const std::string &GetFormula() const { return m_formula; }

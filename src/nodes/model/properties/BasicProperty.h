@@ -20,7 +20,7 @@ public:
 
     /// Id unique in the project's kinds: the owner's id is not part of it.
     unsigned GetId() const;
-    /// Id of the value it carries (11001 is x, 12097 is visible, ...).
+    /// Id of the value it carries (BasicWidget::Prop::X, ...); see PropertyId.
     unsigned GetValueId() const;
     BasicNode *GetNode() const { return m_node; }
     const PropertyDescriptor &GetDescriptor() const { return *m_descriptor; }

@@ -7,11 +7,11 @@ namespace Nodes {
 void BasicFramedWidget::DescribeFrame(KindBuilder &builder)
 {
     builder
-        .Property<&BasicFramedWidget::m_backgroundColor>(12231, "background", "Background",
+        .Property<&BasicFramedWidget::m_backgroundColor>(Prop::Background, "Background",
                                                          "Цвет фона")
-        .Property<&BasicFramedWidget::m_borderColor>(12232, "borderColor", "Border colour",
+        .Property<&BasicFramedWidget::m_borderColor>(Prop::BorderColor, "Border colour",
                                                      "Цвет рамки")
-        .Property<&BasicFramedWidget::m_borderWidth>(12233, "borderWidth", "Border width",
+        .Property<&BasicFramedWidget::m_borderWidth>(Prop::BorderWidth, "Border width",
                                                      "Толщина рамки")
         .Range(0, 64);
 }

@@ -2,6 +2,7 @@
 
 #include "nodes/values/NColor.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/SharedProperties.h"
 
 namespace Nodes {
 
@@ -9,6 +10,10 @@ namespace Nodes {
 class NODES_EXPORT BasicFramedWidget : public BasicWidget
 {
 public:
+    struct Prop : BasicWidget::Prop, FrameProp
+    {
+    };
+
     NColor GetBackgroundColor() const { return m_backgroundColor; }
     NColor GetBorderColor() const { return m_borderColor; }
     /// Pixels; 0 draws no frame.

@@ -3,6 +3,7 @@
 #include "nodes/values/Alignment.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/NFont.h"
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/elements/BasicFramedWidget.h"
 
 #include <utility>
@@ -13,6 +14,10 @@ namespace Nodes {
 template <class Base> class NODES_EXPORT TextProperties : public Base
 {
 public:
+    struct Prop : Base::Prop, TextProp
+    {
+    };
+
     NFont GetFont() const
     {
         return {m_family, m_pointSize, m_isBold, m_isItalic, m_isUnderlined, m_isStruckOut};

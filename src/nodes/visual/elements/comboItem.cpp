@@ -6,10 +6,9 @@ namespace Nodes {
 
 KindInfo comboItem::Kind()
 {
-    return KindBuilder::For<comboItem>(NodeType::enNodeSubtype(0x9010), "comboItem", "Choice",
-                                       "Вариант списка")
-        .Property<&comboItem::m_text>(9101, "text", "Text", "Текст")
-        .Property<&comboItem::m_value>(9102, "value", "Value", "Значение");
+    return KindBuilder::For<comboItem>("comboItem", "Choice", "Вариант списка")
+        .Property<&comboItem::m_text>(Prop::Text, "Text", "Текст")
+        .Property<&comboItem::m_value>(Prop::Value, "Value", "Значение");
 }
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,13 @@ namespace Nodes {
 class NODES_EXPORT comboItem : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x9010);
+    struct Prop
+    {
+        static constexpr PropertyId<std::string> Text{9101, "text"};
+        static constexpr PropertyId<std::string> Value{9102, "value"};
+    };
+
     static KindInfo Kind();
 
     /// The node's name when no text is set.

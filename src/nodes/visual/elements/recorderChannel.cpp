@@ -10,24 +10,16 @@
 
 namespace Nodes {
 
-namespace {
-
-constexpr unsigned signalProperty = 9201;
-
-} // namespace
-
 recorderChannel::recorderChannel() : m_extremes(std::make_shared<ValueExtremes>()) {}
 recorderChannel::~recorderChannel() = default;
 
 KindInfo recorderChannel::Kind()
 {
-    return KindBuilder::For<recorderChannel>(NodeType::enNodeSubtype(0x9011), "recorderChannel",
-                                             "Recorder channel", "Канал табло")
-        .Property<&recorderChannel::m_signal>(signalProperty, "signal", "Signal", "Сигнал")
+    return KindBuilder::For<recorderChannel>("recorderChannel", "Recorder channel", "Канал табло")
+        .Property<&recorderChannel::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal})
-        .Property<&recorderChannel::m_text>(9202, "text", "Text", "Текст")
-        .Property<&recorderChannel::m_decimals>(9203, "decimals", "Decimals",
-                                                "Знаков после запятой")
+        .Property<&recorderChannel::m_text>(Prop::Text, "Text", "Текст")
+        .Property<&recorderChannel::m_decimals>(Prop::Decimals, "Decimals", "Знаков после запятой")
         .Range(-1, 9);
 }
 
@@ -96,7 +88,7 @@ Result recorderChannel::Start()
 
 void recorderChannel::OnPropertyChanged(const PropertyDescriptor &descriptor)
 {
-    if (descriptor.valueId == signalProperty && GetState() == NodeState::Running) {
+    if (descriptor.valueId == Prop::Signal && GetState() == NodeState::Running) {
         m_extremes->Reset(); // another signal's numbers
         follow();
     }

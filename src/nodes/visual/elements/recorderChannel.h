@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/SignalValue.h"
 #include "nodes/values/ValueSubscription.h"
 #include "nodes/visual/AlarmMark.h"
@@ -15,6 +16,14 @@ class BasicSignal;
 class NODES_EXPORT recorderChannel : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x9011);
+    struct Prop
+    {
+        static constexpr PropertyId<NodeLink> Signal{9201, "signal"};
+        static constexpr PropertyId<std::string> Text{9202, "text"};
+        static constexpr PropertyId<int> Decimals{9203, "decimals"};
+    };
+
     recorderChannel();
     ~recorderChannel() override;
     static KindInfo Kind();

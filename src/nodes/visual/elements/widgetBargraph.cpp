@@ -13,7 +13,6 @@ namespace Nodes {
 
 namespace {
 
-constexpr unsigned setPointProperty = 12268;
 constexpr double narrowest = 1e-12; // of the ends: below it a double cannot tell ticks apart
 
 } // namespace
@@ -22,28 +21,26 @@ widgetBargraph::widgetBargraph() : BasicTextWidget(NColor(0, 0, 0, 0), 0, Alignm
 
 KindInfo widgetBargraph::Kind()
 {
-    return KindBuilder::For<widgetBargraph>(NodeType::enNodeSubtype(0x15006), "bargraph",
-                                            "Bargraph", "Столбиковый индикатор")
+    return KindBuilder::For<widgetBargraph>("bargraph", "Bargraph", "Столбиковый индикатор")
         .Inherit<BasicTextWidget>()
-        .Property<&widgetBargraph::m_orientation>(12290, "orientation", "Orientation", "Ориентация")
+        .Property<&widgetBargraph::m_orientation>(Prop::Orientation, "Orientation", "Ориентация")
         .Choice(Vertical, "vertical", "Вертикально")
         .Choice(Horizontal, "horizontal", "Горизонтально")
-        .Property<&widgetBargraph::m_minimum>(12291, "minimum", "Minimum", "Начало шкалы")
-        .Property<&widgetBargraph::m_maximum>(12292, "maximum", "Maximum", "Конец шкалы")
-        .Property<&widgetBargraph::m_showsScale>(12293, "scale", "Show scale", "Показывать шкалу")
-        .Property<&widgetBargraph::m_showsValue>(12264, "value", "Show value",
-                                                 "Показывать значение")
-        .Property<&widgetBargraph::m_barColor>(12265, "barColor", "Bar colour", "Цвет столбика")
-        .Property<&widgetBargraph::m_zoneSource>(12266, "zones", "Zones", "Зоны")
+        .Property<&widgetBargraph::m_minimum>(Prop::Minimum, "Minimum", "Начало шкалы")
+        .Property<&widgetBargraph::m_maximum>(Prop::Maximum, "Maximum", "Конец шкалы")
+        .Property<&widgetBargraph::m_showsScale>(Prop::Scale, "Show scale", "Показывать шкалу")
+        .Property<&widgetBargraph::m_showsValue>(Prop::Value, "Show value", "Показывать значение")
+        .Property<&widgetBargraph::m_barColor>(Prop::BarColor, "Bar colour", "Цвет столбика")
+        .Property<&widgetBargraph::m_zoneSource>(Prop::Zones, "Zones", "Зоны")
         .Choice(ZonesOfAlarms, "alarms", "По тревогам сигнала")
         .Choice(ZonesOwn, "own", "Свои")
         .Choice(ZonesNone, "none", "Нет")
-        .Property<&widgetBargraph::m_setPoint>(setPointProperty, "setPoint", "Set-point", "Уставка")
+        .Property<&widgetBargraph::m_setPoint>(Prop::SetPoint, "Set-point", "Уставка")
         .Refers({NodeType::TypeSignal})
-        .Property<&widgetBargraph::m_lowLow>(12270, "lowLow", "LL", "Нижний аварийный")
-        .Property<&widgetBargraph::m_low>(12271, "low", "L", "Нижний предупредительный")
-        .Property<&widgetBargraph::m_high>(12272, "high", "H", "Верхний предупредительный")
-        .Property<&widgetBargraph::m_highHigh>(12273, "highHigh", "HH", "Верхний аварийный");
+        .Property<&widgetBargraph::m_lowLow>(Prop::LowLow, "LL", "Нижний аварийный")
+        .Property<&widgetBargraph::m_low>(Prop::Low, "L", "Нижний предупредительный")
+        .Property<&widgetBargraph::m_high>(Prop::High, "H", "Верхний предупредительный")
+        .Property<&widgetBargraph::m_highHigh>(Prop::HighHigh, "HH", "Верхний аварийный");
 }
 
 double widgetBargraph::signalEnd(bool isLower) const
@@ -125,7 +122,7 @@ Result widgetBargraph::OnLastStop()
 void widgetBargraph::OnPropertyChanged(const PropertyDescriptor &descriptor)
 {
     BasicTextWidget::OnPropertyChanged(descriptor);
-    const bool isOther = descriptor.valueId == setPointProperty || descriptor.key == "signal";
+    const bool isOther = descriptor.valueId == Prop::SetPoint || descriptor.valueId == Prop::Signal;
     if (isOther && GetState() == NodeState::Running)
         followSetPoint();
 }

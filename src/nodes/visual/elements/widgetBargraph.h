@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/visual/AlarmMark.h"
 #include "nodes/visual/elements/BasicTextWidget.h"
 
@@ -12,6 +13,23 @@ namespace Nodes {
 class NODES_EXPORT widgetBargraph : public BasicTextWidget
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15006);
+    struct Prop : BasicTextWidget::Prop
+    {
+        static constexpr PropertyId<int> Orientation{12290, "orientation"};
+        static constexpr PropertyId<double> Minimum{12291, "minimum"};
+        static constexpr PropertyId<double> Maximum{12292, "maximum"};
+        static constexpr PropertyId<bool> Scale{12293, "scale"};
+        static constexpr PropertyId<bool> Value{12264, "value"};
+        static constexpr PropertyId<NColor> BarColor{12265, "barColor"};
+        static constexpr PropertyId<int> Zones{12266, "zones"};
+        static constexpr PropertyId<NodeLink> SetPoint{12268, "setPoint"};
+        static constexpr PropertyId<double> LowLow{12270, "lowLow"};
+        static constexpr PropertyId<double> Low{12271, "low"};
+        static constexpr PropertyId<double> High{12272, "high"};
+        static constexpr PropertyId<double> HighHigh{12273, "highHigh"};
+    };
+
     enum enOrientation { Vertical = 0, Horizontal = 1 };
     enum enZoneSource { ZonesOfAlarms = 0, ZonesOwn = 1, ZonesNone = 2 };
 

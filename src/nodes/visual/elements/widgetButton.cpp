@@ -12,19 +12,18 @@ widgetButton::widgetButton() : TextProperties(AlignmentHCenter) {}
 KindInfo widgetButton::Kind()
 {
     const std::vector<unsigned> actions{NodeType::TypeAction, NodeType::TypeArchiverAction};
-    KindBuilder builder = KindBuilder::For<widgetButton>(NodeType::enNodeSubtype(0x15003), "button",
-                                                         "Button", "Кнопка");
+    KindBuilder builder = KindBuilder::For<widgetButton>("button", "Button", "Кнопка");
     builder.Inherit<BasicWidget>()
-        .Property<&widgetButton::m_text>(12200, "text", "Text", "Текст")
+        .Property<&widgetButton::m_text>(Prop::Text, "Text", "Текст")
         .Hint("multiline")
-        .Property<&widgetButton::m_onText>(12203, "onText", "Text of true", "Текст для 1")
-        .Property<&widgetButton::m_offText>(12204, "offText", "Text of false", "Текст для 0");
+        .Property<&widgetButton::m_onText>(Prop::OnText, "Text of true", "Текст для 1")
+        .Property<&widgetButton::m_offText>(Prop::OffText, "Text of false", "Текст для 0");
     DescribeText(builder);
     return builder
-        .Property<&widgetButton::m_angle>(12235, "angle", "Angle, degrees", "Угол поворота, °")
+        .Property<&widgetButton::m_angle>(Prop::Angle, "Angle, degrees", "Угол поворота, °")
         .Range(-360, 360)
         .Hint("angle")
-        .Property<&widgetButton::m_style>(12260, "style", "Style", "Стиль")
+        .Property<&widgetButton::m_style>(Prop::Style, "Style", "Стиль")
         .Choice(StyleApplication, "application", "Как у программы")
         .Choice(StyleWindows, "windows", "Windows")
         .Choice(StyleWindowsXP, "windowsXP", "Windows XP")
@@ -32,13 +31,13 @@ KindInfo widgetButton::Kind()
         .Choice(StyleMacintosh, "macintosh", "Macintosh")
         .Choice(StyleFusion, "fusion", "Fusion")
         .Choice(StyleTransparent, "transparent", "Прозрачный")
-        .Property<&widgetButton::m_backgroundColor>(12231, "background", "Background", "Цвет фона")
-        .Property<&widgetButton::m_image>(12250, "image", "Picture", "Рисунок")
-        .Property<&widgetButton::m_hotKey>(12261, "hotKey", "Hot key", "Горячая клавиша")
-        .Property<&widgetButton::m_pressActions>(12262, "pressActions", "Actions of pressing",
+        .Property<&widgetButton::m_backgroundColor>(Prop::Background, "Background", "Цвет фона")
+        .Property<&widgetButton::m_image>(Prop::Image, "Picture", "Рисунок")
+        .Property<&widgetButton::m_hotKey>(Prop::HotKey, "Hot key", "Горячая клавиша")
+        .Property<&widgetButton::m_pressActions>(Prop::PressActions, "Actions of pressing",
                                                  "Действия нажатия кнопки")
         .Refers(actions)
-        .Property<&widgetButton::m_releaseActions>(12263, "releaseActions", "Actions of releasing",
+        .Property<&widgetButton::m_releaseActions>(Prop::ReleaseActions, "Actions of releasing",
                                                    "Действия отпускания кнопки")
         .Refers(actions);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/elements/TextProperties.h"
 
 namespace Nodes {
@@ -9,6 +11,15 @@ namespace Nodes {
 class NODES_EXPORT widgetButton : public TextProperties<BasicWidget>
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15003);
+    struct Prop : TextProperties::Prop, CaptionProp, AngleProp, BackgroundProp, PictureProp
+    {
+        static constexpr PropertyId<int> Style{12260, "style"};
+        static constexpr PropertyId<std::string> HotKey{12261, "hotKey"};
+        static constexpr PropertyId<NodeLinks> PressActions{12262, "pressActions"};
+        static constexpr PropertyId<NodeLinks> ReleaseActions{12263, "releaseActions"};
+    };
+
     enum enStyle {
         StyleApplication = 1,
         StyleWindows = 2,

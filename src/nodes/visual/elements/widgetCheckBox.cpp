@@ -8,10 +8,9 @@ widgetCheckBox::widgetCheckBox() : BasicFramedWidget(NColor(250, 251, 252), 1) {
 
 KindInfo widgetCheckBox::Kind()
 {
-    return KindBuilder::For<widgetCheckBox>(NodeType::enNodeSubtype(0x1500F), "checkBox",
-                                            "Check box", "Флажок")
+    return KindBuilder::For<widgetCheckBox>("checkBox", "Check box", "Флажок")
         .Inherit<BasicFramedWidget>()
-        .Property<&widgetCheckBox::m_image>(12180, "image", "Check mark", "Изображение отметки");
+        .Property<&widgetCheckBox::m_image>(Prop::Image, "Check mark", "Изображение отметки");
 }
 
 void widgetCheckBox::CollectDemands(AccessDemands &demands) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/visual/elements/BasicFramedWidget.h"
 
 namespace Nodes {
@@ -9,6 +10,12 @@ namespace Nodes {
 class NODES_EXPORT widgetCheckBox : public BasicFramedWidget
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1500F);
+    struct Prop : BasicFramedWidget::Prop
+    {
+        static constexpr PropertyId<ResourceLink> Image{12180, "image"};
+    };
+
     widgetCheckBox();
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;

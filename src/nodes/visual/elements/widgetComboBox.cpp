@@ -23,24 +23,21 @@ widgetComboBox::widgetComboBox() : BasicTextWidget(NColor(250, 251, 252), 1, Ali
 
 KindInfo widgetComboBox::Kind()
 {
-    return KindBuilder::For<widgetComboBox>(NodeType::enNodeSubtype(0x1500E), "comboBox",
-                                            "Combo box", "Выпадающий список")
+    return KindBuilder::For<widgetComboBox>("comboBox", "Combo box", "Выпадающий список")
         .Inherit<BasicTextWidget>()
-        .Property<&widgetComboBox::m_targets>(12170, "targets", "Written nodes",
-                                              "Куда записывается")
+        .Property<&widgetComboBox::m_targets>(Prop::Targets, "Written nodes", "Куда записывается")
         .Refers({NodeType::TypeSignal, NodeType::TypeWidget})
-        .Property<&widgetComboBox::m_isPopupUpward>(12171, "popupUp", "List opens upward",
+        .Property<&widgetComboBox::m_isPopupUpward>(Prop::PopupUp, "List opens upward",
                                                     "Список раскрывается вверх")
-        .Property<&widgetComboBox::m_isConfirmed>(12172, "confirm", "Ask before writing",
+        .Property<&widgetComboBox::m_isConfirmed>(Prop::Confirm, "Ask before writing",
                                                   "Спрашивать перед записью")
-        .Property<&widgetComboBox::m_selectionColor>(12173, "selectionColor", "Selection colour",
+        .Property<&widgetComboBox::m_selectionColor>(Prop::SelectionColor, "Selection colour",
                                                      "Цвет выделения")
-        .Property<&widgetComboBox::m_editTimeout>(12155, "editTimeout",
+        .Property<&widgetComboBox::m_editTimeout>(Prop::EditTimeout,
                                                   "Choice ends without input after, s; 0: never",
                                                   "Выбор прекращается без нажатий через, с; 0: нет")
         .Range(0, 3600)
-        .Property<&widgetComboBox::m_currentIndex>(CurrentIndexProperty, "index", "Current index",
-                                                   "Текущий вариант")
+        .Property<&widgetComboBox::m_currentIndex>(Prop::Index, "Current index", "Текущий вариант")
         .Range(-1, 9999)
         .Children({NodeType(comboItem::Kind().type)});
 }

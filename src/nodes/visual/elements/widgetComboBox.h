@@ -1,6 +1,8 @@
 #pragma once
 
 #include "nodes/model/NodesArray.h"
+#include "nodes/model/properties/PropertyId.h"
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/elements/BasicTextWidget.h"
 #include "nodes/visual/elements/StringValueMap.h"
 
@@ -10,7 +12,15 @@ namespace Nodes {
 class NODES_EXPORT widgetComboBox : public BasicTextWidget
 {
 public:
-    static constexpr unsigned CurrentIndexProperty = 12175;
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1500E);
+    struct Prop : BasicTextWidget::Prop, EditTimeoutProp
+    {
+        static constexpr PropertyId<NodeLinks> Targets{12170, "targets"};
+        static constexpr PropertyId<bool> PopupUp{12171, "popupUp"};
+        static constexpr PropertyId<bool> Confirm{12172, "confirm"};
+        static constexpr PropertyId<NColor> SelectionColor{12173, "selectionColor"};
+        static constexpr PropertyId<int> Index{12175, "index"};
+    };
 
     widgetComboBox();
     static KindInfo Kind();

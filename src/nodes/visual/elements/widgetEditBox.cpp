@@ -19,50 +19,49 @@ widgetEditBox::widgetEditBox() : BasicTextWidget(NColor(250, 251, 252), 1, Align
 
 KindInfo widgetEditBox::Kind()
 {
-    return KindBuilder::For<widgetEditBox>(NodeType::enNodeSubtype(0x1500B), "editBox", "Edit box",
-                                           "Поле ввода")
+    return KindBuilder::For<widgetEditBox>("editBox", "Edit box", "Поле ввода")
         .Inherit<BasicTextWidget>()
-        .Property<&widgetEditBox::m_angle>(12235, "angle", "Angle, degrees", "Угол поворота, °")
+        .Property<&widgetEditBox::m_angle>(Prop::Angle, "Angle, degrees", "Угол поворота, °")
         .Range(-360, 360)
         .Hint("angle")
-        .Property<&widgetEditBox::m_valueType>(12140, "type", "Value type", "Тип значения")
+        .Property<&widgetEditBox::m_valueType>(Prop::Type, "Value type", "Тип значения")
         .Choice(-1, "signal", "Как у сигнала")
         .Choice(int(enSignalValueType::String), "string", "Строка")
         .Choice(int(enSignalValueType::Bool), "bool", "Логический")
         .Choice(int(enSignalValueType::Int), "int", "Целый")
         .Choice(int(enSignalValueType::Double), "double", "Вещественный")
         .Choice(int(enSignalValueType::ULong), "ulong", "Целый без знака")
-        .Property<&widgetEditBox::m_hasStepButtons>(12141, "stepButtons", "Step buttons",
+        .Property<&widgetEditBox::m_hasStepButtons>(Prop::StepButtons, "Step buttons",
                                                     "Кнопки шага")
-        .Property<&widgetEditBox::m_hasKeyboardButton>(12142, "keyboardButton", "Keyboard button",
+        .Property<&widgetEditBox::m_hasKeyboardButton>(Prop::KeyboardButton, "Keyboard button",
                                                        "Кнопка клавиатуры")
-        .Property<&widgetEditBox::m_opensKeyboard>(12143, "keyboardOnClick", "Keyboard on click",
+        .Property<&widgetEditBox::m_opensKeyboard>(Prop::KeyboardOnClick, "Keyboard on click",
                                                    "Клавиатура по нажатию")
-        .Property<&widgetEditBox::m_hasLimits>(12144, "limits", "Limits", "Проверять пределы")
-        .Property<&widgetEditBox::m_minimum>(12145, "minimum", "Minimum", "Нижний предел")
-        .Property<&widgetEditBox::m_maximum>(12146, "maximum", "Maximum", "Верхний предел")
-        .Property<&widgetEditBox::m_step>(12147, "step", "Step, 0: automatic", "Шаг, 0: сам")
+        .Property<&widgetEditBox::m_hasLimits>(Prop::Limits, "Limits", "Проверять пределы")
+        .Property<&widgetEditBox::m_minimum>(Prop::Minimum, "Minimum", "Нижний предел")
+        .Property<&widgetEditBox::m_maximum>(Prop::Maximum, "Maximum", "Верхний предел")
+        .Property<&widgetEditBox::m_step>(Prop::Step, "Step, 0: automatic", "Шаг, 0: сам")
         .Range(0, 1e12)
-        .Property<&widgetEditBox::m_isConfirmed>(12148, "confirm", "Ask before writing",
+        .Property<&widgetEditBox::m_isConfirmed>(Prop::Confirm, "Ask before writing",
                                                  "Спрашивать перед записью")
-        .Property<&widgetEditBox::m_checksRights>(12149, "checkRights", "Check rights",
+        .Property<&widgetEditBox::m_checksRights>(Prop::CheckRights, "Check rights",
                                                   "Проверять права до ввода")
-        .Property<&widgetEditBox::m_editTimeout>(12155, "editTimeout",
+        .Property<&widgetEditBox::m_editTimeout>(Prop::EditTimeout,
                                                  "Edit ends without input after, s; 0: never",
                                                  "Ввод прекращается без нажатий через, с; 0: нет")
         .Range(0, 3600)
-        .Property<&widgetEditBox::m_fontSelector>(12150, "writeFont", "Font where writable",
+        .Property<&widgetEditBox::m_fontSelector>(Prop::WriteFont, "Font where writable",
                                                   "Шрифт при праве записи")
         .Choice(0, "same", "Тот же")
         .Choice(1, "own", "Свой")
-        .Property<&widgetEditBox::m_writeFamily>(12151, "writeFontFamily", "Its family",
+        .Property<&widgetEditBox::m_writeFamily>(Prop::WriteFontFamily, "Its family",
                                                  "Гарнитура при праве записи")
-        .Property<&widgetEditBox::m_writePointSize>(12152, "writeFontSize", "Its size, pt",
+        .Property<&widgetEditBox::m_writePointSize>(Prop::WriteFontSize, "Its size, pt",
                                                     "Размер при праве записи, пт")
         .Range(1, 400)
-        .Property<&widgetEditBox::m_isWriteBold>(12153, "writeBold", "Its bold",
+        .Property<&widgetEditBox::m_isWriteBold>(Prop::WriteBold, "Its bold",
                                                  "Полужирный при праве записи")
-        .Property<&widgetEditBox::m_isWriteItalic>(12154, "writeItalic", "Its italic",
+        .Property<&widgetEditBox::m_isWriteItalic>(Prop::WriteItalic, "Its italic",
                                                    "Курсив при праве записи");
 }
 

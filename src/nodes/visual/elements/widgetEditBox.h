@@ -1,6 +1,8 @@
 #pragma once
 
 #include "nodes/model/NodesArray.h"
+#include "nodes/model/properties/PropertyId.h"
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/elements/BasicTextWidget.h"
 
 namespace Nodes {
@@ -9,6 +11,26 @@ namespace Nodes {
 class NODES_EXPORT widgetEditBox : public BasicTextWidget
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1500B);
+    struct Prop : BasicTextWidget::Prop, AngleProp, EditTimeoutProp
+    {
+        static constexpr PropertyId<int> Type{12140, "type"};
+        static constexpr PropertyId<bool> StepButtons{12141, "stepButtons"};
+        static constexpr PropertyId<bool> KeyboardButton{12142, "keyboardButton"};
+        static constexpr PropertyId<bool> KeyboardOnClick{12143, "keyboardOnClick"};
+        static constexpr PropertyId<bool> Limits{12144, "limits"};
+        static constexpr PropertyId<double> Minimum{12145, "minimum"};
+        static constexpr PropertyId<double> Maximum{12146, "maximum"};
+        static constexpr PropertyId<double> Step{12147, "step"};
+        static constexpr PropertyId<bool> Confirm{12148, "confirm"};
+        static constexpr PropertyId<bool> CheckRights{12149, "checkRights"};
+        static constexpr PropertyId<int> WriteFont{12150, "writeFont"};
+        static constexpr PropertyId<std::string> WriteFontFamily{12151, "writeFontFamily"};
+        static constexpr PropertyId<int> WriteFontSize{12152, "writeFontSize"};
+        static constexpr PropertyId<bool> WriteBold{12153, "writeBold"};
+        static constexpr PropertyId<bool> WriteItalic{12154, "writeItalic"};
+    };
+
     widgetEditBox();
     static KindInfo Kind();
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NColor.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/SharedProperties.h"
 
 namespace Nodes {
 
@@ -10,6 +12,16 @@ namespace Nodes {
 class NODES_EXPORT widgetImage : public BasicWidget
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15002);
+    /// Of everything but the picture itself, which other kinds have otherwise.
+    struct LookProp : BasicWidget::Prop, FrameProp, AngleProp
+    {
+        static constexpr PropertyId<bool> Animated{12251, "animated"};
+    };
+    struct Prop : LookProp, PictureProp
+    {
+    };
+
     static KindInfo Kind();
 
     /// File shown now; its path is empty when there is none.

@@ -9,25 +9,23 @@ namespace Nodes {
 void widgetLabel::Describe(KindBuilder &builder)
 {
     builder.Inherit<BasicWidget>()
-        .Property<&widgetLabel::m_text>(12200, "text", "Text", "Текст")
+        .Property<&widgetLabel::m_text>(Prop::Text, "Text", "Текст")
         .Hint("multiline")
-        .Property<&widgetLabel::m_decimals>(12201, "decimals", "Decimals", "Знаков после запятой")
+        .Property<&widgetLabel::m_decimals>(Prop::Decimals, "Decimals", "Знаков после запятой")
         .Range(-1, 9)
-        .Property<&widgetLabel::m_showsUnit>(12202, "showUnit", "Show unit", "Единица измерения")
-        .Property<&widgetLabel::m_onText>(12203, "onText", "Text of true", "Текст для 1")
-        .Property<&widgetLabel::m_offText>(12204, "offText", "Text of false", "Текст для 0");
+        .Property<&widgetLabel::m_showsUnit>(Prop::ShowUnit, "Show unit", "Единица измерения")
+        .Property<&widgetLabel::m_onText>(Prop::OnText, "Text of true", "Текст для 1")
+        .Property<&widgetLabel::m_offText>(Prop::OffText, "Text of false", "Текст для 0");
     DescribeFramedText(builder);
-    builder.Property<&widgetLabel::m_isWrapped>(12234, "wrap", "Word wrap", "Перенос по словам")
-        .Property<&widgetLabel::m_angle>(12235, "angle", "Angle, degrees", "Угол поворота, °")
+    builder.Property<&widgetLabel::m_isWrapped>(Prop::Wrap, "Word wrap", "Перенос по словам")
+        .Property<&widgetLabel::m_angle>(Prop::Angle, "Angle, degrees", "Угол поворота, °")
         .Range(-360, 360)
         .Hint("angle");
 }
 
 KindInfo widgetLabel::Kind()
 {
-    return KindBuilder::For<widgetLabel>(NodeType::enNodeSubtype(0x15001), "label", "Label",
-                                         "Надпись")
-        .Inherit<widgetLabel>();
+    return KindBuilder::For<widgetLabel>("label", "Label", "Надпись").Inherit<widgetLabel>();
 }
 
 std::string widgetLabel::formatValue(const SignalValue &value) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/elements/BasicTextWidget.h"
 
 namespace Nodes {
@@ -8,6 +10,14 @@ namespace Nodes {
 class NODES_EXPORT widgetLabel : public BasicTextWidget
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15001);
+    struct Prop : BasicTextWidget::Prop, CaptionProp, AngleProp
+    {
+        static constexpr PropertyId<int> Decimals{12201, "decimals"};
+        static constexpr PropertyId<bool> ShowUnit{12202, "showUnit"};
+        static constexpr PropertyId<bool> Wrap{12234, "wrap"};
+    };
+
     static KindInfo Kind();
 
     bool GetWordWrap() const { return m_isWrapped; }

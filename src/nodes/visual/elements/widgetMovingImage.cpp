@@ -6,8 +6,8 @@ namespace Nodes {
 
 KindInfo widgetMovingImage::Kind()
 {
-    return KindBuilder::For<widgetMovingImage>(NodeType::enNodeSubtype(0x1500A), "movingImage",
-                                               "Moving picture", "Движущийся рисунок")
+    return KindBuilder::For<widgetMovingImage>("movingImage", "Moving picture",
+                                               "Движущийся рисунок")
         .Inherit<widgetImage>();
 }
 

@@ -8,6 +8,8 @@ namespace Nodes {
 class NODES_EXPORT widgetMovingImage : public widgetImage
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x1500A);
+
     static KindInfo Kind();
 };
 

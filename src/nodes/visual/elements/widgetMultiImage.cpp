@@ -7,13 +7,13 @@ namespace Nodes {
 
 KindInfo widgetMultiImage::Kind()
 {
-    KindBuilder builder = KindBuilder::For<widgetMultiImage>(
-        NodeType::enNodeSubtype(0x15009), "multiImage", "Multi-state picture", "Рисунок состояний");
+    KindBuilder builder = KindBuilder::For<widgetMultiImage>("multiImage", "Multi-state picture",
+                                                             "Рисунок состояний");
     DescribeLook(builder);
     return builder
-        .Property<&widgetMultiImage::m_badImage>(12252, "badImage", "Picture of a bad value",
+        .Property<&widgetMultiImage::m_badImage>(Prop::BadImage, "Picture of a bad value",
                                                  "Рисунок при недостоверном значении")
-        .Property<&widgetMultiImage::m_noPicture>(12253, "noPicture", "Without a picture",
+        .Property<&widgetMultiImage::m_noPicture>(Prop::NoPicture, "Without a picture",
                                                   "Если рисунка нет")
         .Choice(NoPictureHide, "hide", "Скрыть")
         .Choice(NoPictureKeep, "keep", "Оставить последний")

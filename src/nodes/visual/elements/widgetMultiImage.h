@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/visual/elements/widgetImage.h"
 
 namespace Nodes {
@@ -10,6 +11,13 @@ class widgetState;
 class NODES_EXPORT widgetMultiImage : public widgetImage
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15009);
+    struct Prop : LookProp
+    {
+        static constexpr PropertyId<ResourceLink> BadImage{12252, "badImage"};
+        static constexpr PropertyId<int> NoPicture{12253, "noPicture"};
+    };
+
     /// What is shown for a state without a picture and for a value without a state.
     enum enNoPicture { NoPictureHide = 1, NoPictureKeep = 2, NoPictureCross = 3 };
     /// In place of a state's index.

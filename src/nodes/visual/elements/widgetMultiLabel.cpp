@@ -7,13 +7,12 @@ namespace Nodes {
 
 KindInfo widgetMultiLabel::Kind()
 {
-    return KindBuilder::For<widgetMultiLabel>(NodeType::enNodeSubtype(0x15008), "multiLabel",
-                                              "Multi-state label", "Надпись состояний")
+    return KindBuilder::For<widgetMultiLabel>("multiLabel", "Multi-state label",
+                                              "Надпись состояний")
         .Inherit<widgetLabel>()
-        .Property<&widgetMultiLabel::m_usesPersonalColor>(12240, "stateColors", "State colours",
+        .Property<&widgetMultiLabel::m_usesPersonalColor>(Prop::StateColors, "State colours",
                                                           "Цвета состояний")
-        .Property<&widgetMultiLabel::m_visibilityMode>(12241, "visibility", "Visibility",
-                                                       "Видимость")
+        .Property<&widgetMultiLabel::m_visibilityMode>(Prop::Visibility, "Visibility", "Видимость")
         .Choice(VisibleAlways, "always", "Всегда")
         .Choice(VisibleWhileMatching, "matching", "При совпадении состояния")
         .Children({NodeType::TypeState});

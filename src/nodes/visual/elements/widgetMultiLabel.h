@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/visual/elements/widgetLabel.h"
 
 namespace Nodes {
@@ -11,6 +12,13 @@ class widgetState;
 class NODES_EXPORT widgetMultiLabel : public widgetLabel
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15008);
+    struct Prop : widgetLabel::Prop
+    {
+        static constexpr PropertyId<bool> StateColors{12240, "stateColors"};
+        static constexpr PropertyId<int> Visibility{12241, "visibility"};
+    };
+
     enum enVisibilityMode { VisibleAlways = 0, VisibleWhileMatching = 1 };
 
     static KindInfo Kind();

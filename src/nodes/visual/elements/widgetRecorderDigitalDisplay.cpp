@@ -15,13 +15,12 @@ widgetRecorderDigitalDisplay::~widgetRecorderDigitalDisplay() = default;
 
 KindInfo widgetRecorderDigitalDisplay::Kind()
 {
-    return KindBuilder::For<widgetRecorderDigitalDisplay>(NodeType::enNodeSubtype(0x15005),
-                                                          "recorderDisplay", "Recorder display",
+    return KindBuilder::For<widgetRecorderDigitalDisplay>("recorderDisplay", "Recorder display",
                                                           "Цифровое табло")
         .Inherit<BasicTextWidget>()
-        .Property<&widgetRecorderDigitalDisplay::m_showsExtremes>(
-            12280, "extremes", "Show extremes", "Показывать минимум и максимум")
-        .Children({NodeType(NodeType::enNodeSubtype(0x9011))});
+        .Property<&widgetRecorderDigitalDisplay::m_showsExtremes>(Prop::Extremes, "Show extremes",
+                                                                  "Показывать минимум и максимум")
+        .Children({NodeType(recorderChannel::Code)});
 }
 
 std::vector<recorderChannel *> widgetRecorderDigitalDisplay::GetChannels() const

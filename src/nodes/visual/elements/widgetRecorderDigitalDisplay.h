@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/visual/elements/BasicTextWidget.h"
 
 namespace Nodes {
@@ -10,6 +11,12 @@ class recorderChannel;
 class NODES_EXPORT widgetRecorderDigitalDisplay : public BasicTextWidget
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x15005);
+    struct Prop : BasicTextWidget::Prop
+    {
+        static constexpr PropertyId<bool> Extremes{12280, "extremes"};
+    };
+
     widgetRecorderDigitalDisplay();
     ~widgetRecorderDigitalDisplay() override;
     static KindInfo Kind();

@@ -6,19 +6,18 @@ namespace Nodes {
 
 KindInfo widgetState::Kind()
 {
-    return KindBuilder::For<widgetState>(NodeType::enNodeSubtype(0x9001), "state", "State",
-                                         "Состояние")
-        .Property<&widgetState::m_minimum>(9001, "from", "From", "От")
-        .Property<&widgetState::m_maximum>(9002, "to", "To", "До")
-        .Property<&widgetState::m_matchText>(9003, "match", "Matching text", "Совпадающий текст")
-        .Property<&widgetState::m_text>(9004, "text", "Text", "Текст")
-        .Property<&widgetState::m_hasTextColor>(9005, "ownColor", "Own text colour",
+    return KindBuilder::For<widgetState>("state", "State", "Состояние")
+        .Property<&widgetState::m_minimum>(Prop::From, "From", "От")
+        .Property<&widgetState::m_maximum>(Prop::To, "To", "До")
+        .Property<&widgetState::m_matchText>(Prop::Match, "Matching text", "Совпадающий текст")
+        .Property<&widgetState::m_text>(Prop::Text, "Text", "Текст")
+        .Property<&widgetState::m_hasTextColor>(Prop::OwnColor, "Own text colour",
                                                 "Свой цвет текста")
-        .Property<&widgetState::m_textColor>(9006, "color", "Text colour", "Цвет текста")
-        .Property<&widgetState::m_hasBackgroundColor>(9007, "ownBackground", "Own background",
+        .Property<&widgetState::m_textColor>(Prop::Color, "Text colour", "Цвет текста")
+        .Property<&widgetState::m_hasBackgroundColor>(Prop::OwnBackground, "Own background",
                                                       "Свой цвет фона")
-        .Property<&widgetState::m_backgroundColor>(9008, "background", "Background", "Цвет фона")
-        .Property<&widgetState::m_image>(9009, "image", "Picture", "Рисунок");
+        .Property<&widgetState::m_backgroundColor>(Prop::Background, "Background", "Цвет фона")
+        .Property<&widgetState::m_image>(Prop::Image, "Picture", "Рисунок");
 }
 
 bool widgetState::Matches(const SignalValue &value) const

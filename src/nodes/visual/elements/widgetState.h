@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/SignalValue.h"
 
@@ -11,6 +12,20 @@ namespace Nodes {
 class NODES_EXPORT widgetState : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x9001);
+    struct Prop
+    {
+        static constexpr PropertyId<double> From{9001, "from"};
+        static constexpr PropertyId<double> To{9002, "to"};
+        static constexpr PropertyId<std::string> Match{9003, "match"};
+        static constexpr PropertyId<std::string> Text{9004, "text"};
+        static constexpr PropertyId<bool> OwnColor{9005, "ownColor"};
+        static constexpr PropertyId<NColor> Color{9006, "color"};
+        static constexpr PropertyId<bool> OwnBackground{9007, "ownBackground"};
+        static constexpr PropertyId<NColor> Background{9008, "background"};
+        static constexpr PropertyId<ResourceLink> Image{9009, "image"};
+    };
+
     static KindInfo Kind();
 
     /// Numbers match from minimum to maximum, both included; texts match exactly when a match

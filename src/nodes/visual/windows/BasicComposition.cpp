@@ -7,18 +7,17 @@ namespace Nodes {
 
 void BasicComposition::Describe(KindBuilder &builder)
 {
-    builder.Property<&BasicComposition::m_width>(11003, "width", "Width", "Ширина")
+    builder.Property<&BasicComposition::m_width>(Prop::Width, "Width", "Ширина")
         .Range(1, 32767)
-        .Property<&BasicComposition::m_height>(11004, "height", "Height", "Высота")
+        .Property<&BasicComposition::m_height>(Prop::Height, "Height", "Высота")
         .Range(1, 32767)
-        .Property<&BasicComposition::m_isKept>(19001, "keep", "Keep", "Сохранять при смене")
+        .Property<&BasicComposition::m_isKept>(Prop::Keep, "Keep", "Сохранять при смене")
         .Children({NodeType::TypeLayer});
 }
 
 KindInfo BasicComposition::Kind()
 {
-    return KindBuilder::For<BasicComposition>(NodeType::SubtypeComposition, "composition",
-                                              "Composition", "Композиция")
+    return KindBuilder::For<BasicComposition>("composition", "Composition", "Композиция")
         .Inherit<BasicComposition>();
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NSize.h"
+#include "nodes/visual/SharedProperties.h"
 
 namespace Nodes {
 
@@ -11,6 +13,12 @@ class KindBuilder;
 class NODES_EXPORT BasicComposition : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeComposition;
+    struct Prop : SizeProp
+    {
+        static constexpr PropertyId<bool> Keep{19001, "keep"};
+    };
+
     static KindInfo Kind();
 
     NSize GetSize() const { return {m_width, m_height}; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,15 @@ namespace Nodes {
 class NODES_EXPORT BasicFrame : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x11001);
+    struct Prop
+    {
+        static constexpr PropertyId<int> Display{17001, "display"};
+        static constexpr PropertyId<int> Border{17002, "border"};
+        static constexpr PropertyId<NodeLinks> Windows{17003, "windows"};
+        static constexpr PropertyId<int> Fit{17004, "fit"};
+    };
+
     enum enBorderType { BorderNone = 1, BorderDecorated = 2 };
 
     /// How what was drawn for one size of display is shown on another: one unit a pixel; scaled as

@@ -6,12 +6,12 @@ namespace Nodes {
 
 KindInfo BasicLayer::Kind()
 {
-    return KindBuilder::For<BasicLayer>(NodeType::SubtypeLayer, "layer", "Layer", "Слой")
-        .Property<&BasicLayer::m_mode>(13001, "mode", "Mode", "Режим")
+    return KindBuilder::For<BasicLayer>("layer", "Layer", "Слой")
+        .Property<&BasicLayer::m_mode>(Prop::Mode, "Mode", "Режим")
         .Choice(ModeOpaque, "opaque", "Непрозрачный")
         .Choice(ModeTransparent, "transparent", "Прозрачный")
-        .Property<&BasicLayer::m_zOrder>(13002, "zOrder", "Z-order", "Порядок")
-        .Property<&BasicLayer::m_isVisible>(13003, "visible", "Visible", "Видимый")
+        .Property<&BasicLayer::m_zOrder>(Prop::ZOrder, "Z-order", "Порядок")
+        .Property<&BasicLayer::m_isVisible>(Prop::Visible, "Visible", "Видимый")
         .Children({NodeType::TypeWidget});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 
 namespace Nodes {
 
@@ -8,6 +9,14 @@ namespace Nodes {
 class NODES_EXPORT BasicLayer : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeLayer;
+    struct Prop
+    {
+        static constexpr PropertyId<int> Mode{13001, "mode"};
+        static constexpr PropertyId<int> ZOrder{13002, "zOrder"};
+        static constexpr PropertyId<bool> Visible{13003, "visible"};
+    };
+
     enum enMode { ModeOpaque = 1, ModeTransparent = 2 };
 
     static KindInfo Kind();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/NRect.h"
 #include "nodes/visual/ActionLists.h"
+#include "nodes/visual/SharedProperties.h"
 
 namespace Nodes {
 
@@ -13,6 +15,18 @@ class KindBuilder;
 class NODES_EXPORT BasicWindow : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeWindow;
+    struct Prop : GeometryProp, GestureProp
+    {
+        static constexpr PropertyId<int> Border{18001, "border"};
+        static constexpr PropertyId<bool> CloseButton{18002, "closeButton"};
+        static constexpr PropertyId<bool> Frame{18003, "frame"};
+        static constexpr PropertyId<int> Modality{18004, "modality"};
+        static constexpr PropertyId<NColor> Background{18005, "background"};
+        static constexpr PropertyId<NodeLinks> OnOpen{18010, "onOpen"};
+        static constexpr PropertyId<NodeLinks> OnClose{18011, "onClose"};
+    };
+
     enum enBorderType { BorderFixed = 1, BorderResizable = 2, BorderFrameless = 3 };
     enum enModality { ModalityNone = 0, ModalityWindow = 1, ModalityApplication = 2 };
 

@@ -7,10 +7,9 @@ namespace Nodes {
 
 KindInfo windowComposed::Kind()
 {
-    return KindBuilder::For<windowComposed>(NodeType::SubtypeWindowComposed, "windowComposed",
-                                            "Composed window", "Составное окно")
+    return KindBuilder::For<windowComposed>("windowComposed", "Composed window", "Составное окно")
         .Inherit<BasicWindow>()
-        .Property<&windowComposed::m_composition>(18020, "composition", "Composition",
+        .Property<&windowComposed::m_composition>(Prop::Composition, "Composition",
                                                   "Начальная композиция")
         .Refers({NodeType::TypeComposition});
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/visual/windows/BasicWindow.h"
 
 namespace Nodes {
@@ -10,6 +11,12 @@ class BasicComposition;
 class NODES_EXPORT windowComposed : public BasicWindow
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeWindowComposed;
+    struct Prop : BasicWindow::Prop
+    {
+        static constexpr PropertyId<NodeLink> Composition{18020, "composition"};
+    };
+
     static KindInfo Kind();
 
     /// Composition shown first, as configured; null when none is set or it is gone.

@@ -6,13 +6,15 @@
 
 #include "nodes/actions/kinds/actionArchiverDBMgr.h"
 
+#include <QGuiApplication>
+#include <QPointer>
 #include <QScreen>
 
 namespace Widgets {
 
 void qactionArchiverDBMgr::Execute()
 {
-    auto *node = nodeAs<Nodes::actionArchiverDBMgr>();
+    auto *node = nodeAs<Node>();
     if (!node)
         return;
     const auto demand = [this, node] {

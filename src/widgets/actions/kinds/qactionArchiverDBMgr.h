@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionArchiverDBMgr.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionArchiverDBMgr : public qBasicAction
 {
 public:
+    using Node = Nodes::actionArchiverDBMgr;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

@@ -5,7 +5,6 @@
 #include "widgets/windows/Access.h"
 #include "widgets/windows/DesktopContext.h"
 
-#include "nodes/actions/kinds/actionAuthUser.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/system/systemCore.h"
 
@@ -35,7 +34,7 @@ void qactionAuthUser::passOn(const Nodes::systemAuthentication &users) const
 
 void qactionAuthUser::Execute()
 {
-    auto *node = nodeAs<Nodes::actionAuthUser>();
+    auto *node = nodeAs<Node>();
     Nodes::systemCore *core = node ? node->GetCore() : nullptr;
     Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
     if (!users)

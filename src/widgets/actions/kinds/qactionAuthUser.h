@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionAuthUser.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Nodes {
@@ -13,6 +14,8 @@ namespace Widgets {
 class qactionAuthUser : public qBasicAction
 {
 public:
+    using Node = Nodes::actionAuthUser;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 

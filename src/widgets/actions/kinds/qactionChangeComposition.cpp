@@ -3,7 +3,6 @@
 #include "widgets/windows/WindowComposite.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/kinds/actionChangeComposition.h"
 #include "nodes/visual/windows/BasicComposition.h"
 
 #include <QPointer>
@@ -12,7 +11,7 @@ namespace Widgets {
 
 void qactionChangeComposition::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionChangeComposition>();
+    const auto *node = nodeAs<Node>();
     const Nodes::BasicWindow *target = node ? node->GetWindow() : nullptr;
     Nodes::BasicComposition *composition = node ? node->GetComposition() : nullptr;
     if (!target || !composition || !g_pWindowManager)

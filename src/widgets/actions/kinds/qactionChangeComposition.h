@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionChangeComposition.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionChangeComposition : public qBasicAction
 {
 public:
+    using Node = Nodes::actionChangeComposition;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

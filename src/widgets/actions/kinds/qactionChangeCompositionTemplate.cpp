@@ -3,14 +3,13 @@
 #include "widgets/actions/kinds/TemplateOpening.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/kinds/actionChangeCompositionTemplate.h"
 #include "nodes/visual/windows/windowComposed.h"
 
 namespace Widgets {
 
 void qactionChangeCompositionTemplate::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionChangeCompositionTemplate>();
+    const auto *node = nodeAs<Node>();
     Nodes::windowComposed *window = node ? node->GetComposedWindow() : nullptr;
     if (!window || !g_pWindowManager)
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionChangeCompositionTemplate.h"
 #include "widgets/actions/kinds/qactionChangeComposition.h"
 
 namespace Widgets {
@@ -9,6 +10,8 @@ namespace Widgets {
 class qactionChangeCompositionTemplate : public qactionChangeComposition
 {
 public:
+    using Node = Nodes::actionChangeCompositionTemplate;
+
     using qactionChangeComposition::qactionChangeComposition;
     void Execute() override;
 };

@@ -5,8 +5,6 @@
 #include "widgets/windows/WindowManager.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
-#include "nodes/actions/kinds/actionCloseWindow.h"
-
 #include <QApplication>
 #include <QPointer>
 
@@ -16,7 +14,7 @@ namespace Widgets {
 
 void qactionCloseWindow::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionCloseWindow>();
+    const auto *node = nodeAs<Node>();
     if (!node || !g_pWindowManager)
         return;
     if (node->isCurrentWindow())

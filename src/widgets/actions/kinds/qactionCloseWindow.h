@@ -1,9 +1,9 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionCloseWindow.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Nodes {
-class actionCloseWindow;
 class ConfigNode;
 } // namespace Nodes
 
@@ -15,6 +15,8 @@ class WidgetLink;
 class qactionCloseWindow : public qBasicAction
 {
 public:
+    using Node = Nodes::actionCloseWindow;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 

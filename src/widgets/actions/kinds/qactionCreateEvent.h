@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionCreateEvent.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionCreateEvent : public qBasicAction
 {
 public:
+    using Node = Nodes::actionCreateEvent;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

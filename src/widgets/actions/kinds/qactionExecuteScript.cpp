@@ -3,13 +3,11 @@
 #include "widgets/actions/kinds/RunningScripts.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/kinds/actionExecuteScript.h"
-
 namespace Widgets {
 
 void qactionExecuteScript::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionExecuteScript>();
+    const auto *node = nodeAs<Node>();
     if (node && g_pWindowManager)
         RunningScripts::of(*g_pWindowManager).run(*node, trigger());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionExecuteScript.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionExecuteScript : public qBasicAction
 {
 public:
+    using Node = Nodes::actionExecuteScript;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

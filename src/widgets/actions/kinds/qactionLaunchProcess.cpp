@@ -17,7 +17,7 @@ Nodes::Result qactionLaunchProcess::prepare(const Nodes::actionLaunchProcess &no
 
 void qactionLaunchProcess::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionLaunchProcess>();
+    const auto *node = nodeAs<Node>();
     if (!node || !g_pWindowManager)
         return;
     const ActionJournal journal(*node, trigger());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionLaunchProcess.h"
 #include "widgets/actions/qBasicAction.h"
 
 #include "nodes/actions/kinds/actionLaunchProcess.h"
@@ -10,6 +11,8 @@ namespace Widgets {
 class qactionLaunchProcess : public qBasicAction
 {
 public:
+    using Node = Nodes::actionLaunchProcess;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 

@@ -1,12 +1,10 @@
 #include "widgets/actions/kinds/qactionNodeCommand.h"
 
-#include "nodes/actions/kinds/actionNodeCommand.h"
-
 namespace Widgets {
 
 void qactionNodeCommand::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionNodeCommand>();
+    const auto *node = nodeAs<Node>();
     if (!node)
         return;
     const auto send = [this, node] {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionNodeCommand.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionNodeCommand : public qBasicAction
 {
 public:
+    using Node = Nodes::actionNodeCommand;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

@@ -2,8 +2,6 @@
 
 #include "widgets/actions/kinds/CursorOverrides.h"
 
-#include "nodes/actions/kinds/actionOverrideCursor.h"
-
 #include <QtCore/qnamespace.h>
 
 namespace Widgets {
@@ -35,7 +33,7 @@ Qt::CursorShape shapeOf(Nodes::actionOverrideCursor::enCursor cursor)
 
 void qactionOverrideCursor::Execute()
 {
-    if (const auto *node = nodeAs<Nodes::actionOverrideCursor>())
+    if (const auto *node = nodeAs<Node>())
         CursorOverrides::give(shapeOf(node->GetCursor()));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionOverrideCursor.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionOverrideCursor : public qBasicAction
 {
 public:
+    using Node = Nodes::actionOverrideCursor;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

@@ -3,8 +3,6 @@
 #include "widgets/actions/kinds/SoundPlayer.h"
 #include "widgets/actions/running/ActionJournal.h"
 
-#include "nodes/actions/kinds/actionPlaySound.h"
-
 #include <QAudioDeviceInfo>
 #include <QFileInfo>
 #include <QSet>
@@ -31,7 +29,7 @@ void tell(const ActionJournal &journal, const QString &file, const std::string &
 
 void qactionPlaySound::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionPlaySound>();
+    const auto *node = nodeAs<Node>();
     if (!node)
         return;
     const ActionJournal journal(*node, trigger());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionPlaySound.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -10,6 +11,8 @@ namespace Widgets {
 class qactionPlaySound : public qBasicAction
 {
 public:
+    using Node = Nodes::actionPlaySound;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

@@ -2,13 +2,11 @@
 
 #include "widgets/actions/kinds/CursorOverrides.h"
 
-#include "nodes/actions/kinds/actionRestoreCursor.h"
-
 namespace Widgets {
 
 void qactionRestoreCursor::Execute()
 {
-    if (nodeAs<Nodes::actionRestoreCursor>())
+    if (nodeAs<Node>())
         CursorOverrides::restore();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionRestoreCursor.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -9,6 +10,8 @@ namespace Widgets {
 class qactionRestoreCursor : public qBasicAction
 {
 public:
+    using Node = Nodes::actionRestoreCursor;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

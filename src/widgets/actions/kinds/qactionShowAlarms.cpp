@@ -3,13 +3,11 @@
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/kinds/actionShowAlarms.h"
-
 namespace Widgets {
 
 void qactionShowAlarms::Execute()
 {
-    if (nodeAs<Nodes::actionShowAlarms>() && g_pWindowManager)
+    if (nodeAs<Node>() && g_pWindowManager)
         g_pWindowManager->GetWindowAlarms()->open();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionShowAlarms.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionShowAlarms : public qBasicAction
 {
 public:
+    using Node = Nodes::actionShowAlarms;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

@@ -4,7 +4,6 @@
 #include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/Screens.h"
 
-#include "nodes/actions/kinds/actionShowMenu.h"
 #include "nodes/menus/BasicMenu.h"
 #include "utils/convert/ValueConversions.h"
 
@@ -43,7 +42,7 @@ bool qactionShowMenu::isTooMany() const
 
 void qactionShowMenu::Execute()
 {
-    auto *node = nodeAs<Nodes::actionShowMenu>();
+    auto *node = nodeAs<Node>();
     if (!node || node->GetMenus().empty())
         return;
     auto *menuNode = dynamic_cast<Nodes::BasicMenu *>(node->GetMenus().front().GetNode());

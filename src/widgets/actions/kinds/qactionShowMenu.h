@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionShowMenu.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -9,6 +10,8 @@ namespace Widgets {
 class qactionShowMenu : public qBasicAction
 {
 public:
+    using Node = Nodes::actionShowMenu;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 

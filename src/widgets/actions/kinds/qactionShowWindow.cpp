@@ -3,7 +3,6 @@
 #include "widgets/actions/kinds/WindowOpening.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/kinds/actionShowWindow.h"
 #include "nodes/visual/windows/BasicWindow.h"
 
 namespace Widgets {
@@ -12,7 +11,7 @@ using Nodes::actionShowWindow;
 
 void qactionShowWindow::Execute()
 {
-    const auto *node = nodeAs<actionShowWindow>();
+    const auto *node = nodeAs<Node>();
     Nodes::BasicWindow *window = node ? node->GetWindow() : nullptr;
     if (!window || !g_pWindowManager || !WindowOpening::isAllowed(*window, trigger()))
         return;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionShowWindow.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Nodes {
-class actionShowWindow;
 class BasicWindow;
 } // namespace Nodes
 
@@ -17,6 +17,8 @@ class WindowBasic;
 class qactionShowWindow : public qBasicAction
 {
 public:
+    using Node = Nodes::actionShowWindow;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 

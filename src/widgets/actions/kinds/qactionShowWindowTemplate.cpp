@@ -3,14 +3,13 @@
 #include "widgets/actions/kinds/TemplateOpening.h"
 #include "widgets/windows/WindowManager.h"
 
-#include "nodes/actions/kinds/actionShowWindowTemplate.h"
 #include "nodes/templates/windowTemplate.h"
 
 namespace Widgets {
 
 void qactionShowWindowTemplate::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionShowWindowTemplate>();
+    const auto *node = nodeAs<Node>();
     Nodes::windowTemplate *window = node ? node->GetWindowTemplate() : nullptr;
     if (!window || !g_pWindowManager)
         return;

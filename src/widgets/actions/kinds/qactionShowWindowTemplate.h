@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionShowWindowTemplate.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionShowWindowTemplate : public qBasicAction
 {
 public:
+    using Node = Nodes::actionShowWindowTemplate;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

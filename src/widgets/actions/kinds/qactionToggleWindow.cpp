@@ -7,15 +7,13 @@
 #include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/WindowPlacement.h"
 
-#include "nodes/actions/kinds/actionToggleWindow.h"
-
 #include <algorithm>
 
 namespace Widgets {
 
 void qactionToggleWindow::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionToggleWindow>();
+    const auto *node = nodeAs<Node>();
     const Nodes::BasicWindow *target = node ? node->GetWindow() : nullptr;
     if (!target || !g_pWindowManager)
         return;

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionToggleWindow.h"
 #include "widgets/actions/qBasicAction.h"
 
 #include <QPointer>
 #include <QVector>
 
 namespace Nodes {
-class actionToggleWindow;
 class BasicWindow;
 } // namespace Nodes
 
@@ -19,6 +19,8 @@ class WindowBasic;
 class qactionToggleWindow : public qBasicAction
 {
 public:
+    using Node = Nodes::actionToggleWindow;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 

@@ -1,12 +1,10 @@
 #include "widgets/actions/kinds/qactionWriteValue.h"
 
-#include "nodes/actions/kinds/actionWriteValue.h"
-
 namespace Widgets {
 
 void qactionWriteValue::Execute()
 {
-    const auto *node = nodeAs<Nodes::actionWriteValue>();
+    const auto *node = nodeAs<Node>();
     if (!node)
         return;
     const auto write = [this, node] {

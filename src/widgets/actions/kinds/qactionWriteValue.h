@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/actions/kinds/actionWriteValue.h"
 #include "widgets/actions/qBasicAction.h"
 
 namespace Widgets {
@@ -8,6 +9,8 @@ namespace Widgets {
 class qactionWriteValue : public qBasicAction
 {
 public:
+    using Node = Nodes::actionWriteValue;
+
     using qBasicAction::qBasicAction;
     void Execute() override;
 };

@@ -25,8 +25,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(editorLog, "station.editor")
 
-constexpr unsigned orderProperty = 12096;
-
 /// Lets go of nodes that the project holds for nobody.
 void discard(Nodes::NodesCollection &project, const Nodes::NodeLinks &links)
 {
@@ -181,8 +179,8 @@ void ProxyScene::moveOrder(int step)
     auto group = std::make_unique<QUndoCommand>(QStringLiteral("Изменение порядка виджетов"));
     for (const ProxyWidget *host : hosts) {
         const int order = host->getNode()->GetZOrder() + step;
-        const auto *change = new Utils::ChangePropertyCommand(host->getNodeLink(), orderProperty,
-                                                              order, group.get());
+        const auto *change = new Utils::ChangePropertyCommand(
+            host->getNodeLink(), Nodes::BasicWidget::Prop::ZOrder, order, group.get());
         if (hosts.size() == 1)
             group->setText(change->text());
     }

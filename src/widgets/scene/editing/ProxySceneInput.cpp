@@ -48,7 +48,8 @@ bool hasWizard(const ProxyWidget *host)
 {
     const Nodes::BasicWidget *node = host ? host->getNode() : nullptr;
     const unsigned code = node ? node->GetNodeType().GetCode() : 0;
-    return code == 0x15004 || code == 0x1500D || code == 0x15010;
+    return code == Nodes::NodeType::SubtypeChartHistory ||
+           code == Nodes::NodeType::SubtypeChartXY || code == Nodes::NodeType::SubtypeChartCorridor;
 }
 
 } // namespace

@@ -17,8 +17,6 @@ namespace Widgets {
 
 namespace {
 
-constexpr unsigned movableProperty = 12104;
-
 QStringList readTexts(const QMimeData &mime, const QString &format)
 {
     QStringList texts;
@@ -57,9 +55,13 @@ QUndoCommand *ProxyWidget::getGeometryChangeCommand(QUndoCommand *parent)
     if (!node)
         return command.release();
     m_committed = now;
-    const int values[] = {now.x(), now.y(), now.width(), now.height()};
-    for (unsigned i = 0; i < 4; ++i)
-        new Utils::ChangePropertyCommand(m_link, 11001 + i, values[i], command.get());
+    using Prop = Nodes::BasicWidget::Prop;
+    const std::pair<unsigned, int> values[] = {{Prop::X, now.x()},
+                                               {Prop::Y, now.y()},
+                                               {Prop::Width, now.width()},
+                                               {Prop::Height, now.height()}};
+    for (const auto &[property, value] : values)
+        new Utils::ChangePropertyCommand(m_link, property, value, command.get());
     command->setText(QStringLiteral("Изменение координат виджета %1")
                          .arg(QString::fromStdString(node->GetName())));
     return command.release();
@@ -72,8 +74,8 @@ QUndoCommand *ProxyWidget::getIsMoviedPropertiesChangeCommand(QUndoCommand *pare
     const Nodes::BasicWidget *node = getNode();
     if (!node)
         return command.release();
-    auto *change =
-        new Utils::ChangePropertyCommand(m_link, movableProperty, movable, command.get());
+    auto *change = new Utils::ChangePropertyCommand(m_link, Nodes::BasicWidget::Prop::Movable,
+                                                    movable, command.get());
     command->setText(change->text());
     if (!push)
         (void)change->setPropertyCommand(); // a refusal is logged by the command
