@@ -20,6 +20,16 @@ void survey(const ConfigNode &node, AccessRules::Tree &tree)
     }
 }
 
+void place(const ConfigNode &node, const NodesCollection &project,
+           AccessRules::Instances &instances)
+{
+    const ConfigNode *parent = node.GetParent();
+    instances.places[node.GetId()] = {parent ? parent->GetId() : 0,
+                                      project.GetOriginal(node.GetId())};
+    for (const auto &child : node.Children())
+        place(*child, project, instances);
+}
+
 } // namespace
 
 std::shared_ptr<const AccessRules::Tree> AccessRules::Survey(const NodesCollection &project)
@@ -29,16 +39,23 @@ std::shared_ptr<const AccessRules::Tree> AccessRules::Survey(const NodesCollecti
     tree->parents.reserve(project.GetNodeCount());
     if (const ConfigNode *root = project.GetRoot())
         survey(*root, *tree);
-    for (const ConfigNode *instance : project.GetInstances()) {
-        tree->parents.emplace(instance->GetId(), instance->GetParent()->GetId());
-        survey(*instance, *tree);
-    }
     return tree;
 }
 
-AccessRules::AccessRules(std::shared_ptr<const Tree> tree, const NodeLink &user,
+std::shared_ptr<const AccessRules::Instances>
+AccessRules::SurveyInstances(const NodesCollection &project)
+{
+    auto instances = std::make_shared<Instances>();
+    instances->revision = project.GetInstanceRevision();
+    for (const ConfigNode *instance : project.GetInstances())
+        place(*instance, project, *instances);
+    return instances;
+}
+
+AccessRules::AccessRules(std::shared_ptr<const Tree> tree,
+                         std::shared_ptr<const Instances> instances, const NodeLink &user,
                          const NodeLink &guestRole)
-    : m_tree(std::move(tree))
+    : m_tree(std::move(tree)), m_instances(std::move(instances))
 {
     const auto *person = dynamic_cast<const securityUser *>(user.GetNode());
     if (!person || !person->isEnabled()) {
@@ -49,6 +66,14 @@ AccessRules::AccessRules(std::shared_ptr<const Tree> tree, const NodeLink &user,
     m_userName = person->GetName();
     for (const NodeLink &role : person->GetRoles())
         addRole(role);
+}
+
+std::shared_ptr<const AccessRules>
+AccessRules::With(std::shared_ptr<const Instances> instances) const
+{
+    auto rules = std::make_shared<AccessRules>(*this);
+    rules->m_instances = std::move(instances);
+    return rules;
 }
 
 void AccessRules::addRole(const NodeLink &role)
@@ -83,7 +108,15 @@ enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long node
 {
     if (!m_tree->speaksOfUsers)
         return PrivModeUnchecked;
-    for (unsigned long id = nodeId; id != 0;) {
+    unsigned long id = nodeId;
+    for (auto at = m_instances->places.find(id); at != m_instances->places.end();
+         at = m_instances->places.find(id)) {
+        const enNodePrivMode mode = decideAt(privilege, at->second.original);
+        if (mode != PrivModeNoRule)
+            return mode;
+        id = at->second.parent;
+    }
+    while (id != 0) {
         const enNodePrivMode mode = decideAt(privilege, id);
         if (mode != PrivModeNoRule)
             return mode;

@@ -31,12 +31,30 @@ public:
         bool speaksOfUsers = false;          ///< see SpeaksOfUsers
     };
 
+    /// Nodes of open templates. They come and go with every faceplate, so they are looked at apart
+    /// from the tree.
+    struct Instances
+    {
+        struct Place
+        {
+            unsigned long parent;
+            unsigned long original; ///< rules of that node count here too
+        };
+        unsigned long revision = 0;
+        std::unordered_map<unsigned long, Place> places;
+    };
+
     static std::shared_ptr<const Tree> Survey(const NodesCollection &project);
+    static std::shared_ptr<const Instances> SurveyInstances(const NodesCollection &project);
     /// Rules of the user's roles, or of `guestRole` when `user` is empty.
-    AccessRules(std::shared_ptr<const Tree> tree, const NodeLink &user, const NodeLink &guestRole);
+    AccessRules(std::shared_ptr<const Tree> tree, std::shared_ptr<const Instances> instances,
+                const NodeLink &user, const NodeLink &guestRole);
+    /// These rules with other instances.
+    std::shared_ptr<const AccessRules> With(std::shared_ptr<const Instances> instances) const;
 
     enNodePrivMode Decide(enPrivilegeType privilege, unsigned long nodeId) const;
     const std::shared_ptr<const Tree> &GetTree() const { return m_tree; }
+    const std::shared_ptr<const Instances> &GetInstances() const { return m_instances; }
     const NodeLink &GetUser() const { return m_user; }
     const std::string &GetUserName() const { return m_userName; }
 
@@ -51,6 +69,7 @@ private:
     enNodePrivMode decideAt(enPrivilegeType privilege, unsigned long scope) const;
 
     std::shared_ptr<const Tree> m_tree;
+    std::shared_ptr<const Instances> m_instances;
     NodeLink m_user;
     std::string m_userName;
     std::unordered_map<unsigned long, std::vector<Rule>> m_rules; // by scope; 0: whole project

@@ -43,7 +43,7 @@ struct systemAuthentication::State
         if (!project || !IsGuiThread())
             return rules;
         if (rules && !isDirty && rules->GetTree()->revision == project->GetRevision())
-            return rules;
+            return FollowInstances(*project, rules);
         rules = Rebuild(*project, rules ? rules->GetTree() : nullptr);
         if (!user.isEmpty() && rules->GetUser().isEmpty()) {
             self.leave("пользователь отключён или удалён");
@@ -65,8 +65,8 @@ struct systemAuthentication::State
         if (actingBase != rules || !actingRules || actingUser != acting->user) {
             actingBase = rules;
             actingUser = acting->user;
-            actingRules =
-                std::make_shared<const AccessRules>(rules->GetTree(), actingUser, self.m_guestRole);
+            actingRules = std::make_shared<const AccessRules>(
+                rules->GetTree(), rules->GetInstances(), actingUser, self.m_guestRole);
         }
         return actingRules;
     }
@@ -92,9 +92,20 @@ struct systemAuthentication::State
         if (!tree || tree->revision != project.GetRevision())
             tree = AccessRules::Survey(project);
         Watch(*tree);
-        const auto rules = std::make_shared<const AccessRules>(tree, user, self.m_guestRole);
+        const auto rules = std::make_shared<const AccessRules>(
+            tree, AccessRules::SurveyInstances(project), user, self.m_guestRole);
         std::atomic_store(&published, Rules(rules));
         return rules;
+    }
+
+    /// A faceplate that opens or closes changes neither the users nor the tree.
+    Rules FollowInstances(const NodesCollection &project, const Rules &rules)
+    {
+        if (rules->GetInstances()->revision == project.GetInstanceRevision())
+            return rules;
+        const Rules followed = rules->With(AccessRules::SurveyInstances(project));
+        std::atomic_store(&published, followed);
+        return followed;
     }
 
     void Watch(const AccessRules::Tree &tree)

@@ -1,6 +1,7 @@
 #include "nodes/model/BasicNode.h"
 
 #include "nodes/model/BasicNodeRare.h"
+#include "nodes/model/ChangeBatch.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
@@ -10,6 +11,48 @@
 #include <algorithm>
 
 namespace Nodes {
+
+namespace {
+
+/// Keeps the project's index of links true while a property takes another value.
+class LinksChange
+{
+public:
+    LinksChange(const BasicNode &node, const PropertyDescriptor &descriptor) : m_node(node)
+    {
+        const PropertyType type = descriptor.binding.type;
+        const bool refers = type == PropertyType::Link || type == PropertyType::Links ||
+                            type == PropertyType::Resource;
+        NodesCollection *project = refers ? node.GetNodesCollection() : nullptr;
+        if (!project || !project->hasLinkIndex() || !project->IsInTree(node))
+            return;
+        m_project = project;
+        m_project->leaveLinks(m_node);
+    }
+    ~LinksChange()
+    {
+        if (m_project)
+            m_project->enterLinks(m_node);
+    }
+    LinksChange(const LinksChange &) = delete;
+    LinksChange &operator=(const LinksChange &) = delete;
+
+private:
+    const BasicNode &m_node;
+    NodesCollection *m_project = nullptr;
+};
+
+// The node may have left its project since: nobody shows it then.
+void tellChange(const ChangeBatch::Change &change)
+{
+    const NodesCollection *project = NodesCollection::FromToken(change.project);
+    ConfigNode *node = project ? project->FindNode(change.node) : nullptr;
+    if (node)
+        node->NotifyPropertyChanged(
+            change.valueId == 0 ? nullptr : node->GetPropertyByValueId(change.valueId));
+}
+
+} // namespace
 
 BasicNode::BasicNode() = default;
 BasicNode::~BasicNode() = default;
@@ -70,12 +113,18 @@ std::string BasicNode::GetLinkName(enLinkNameType type) const
 
 void BasicNode::SetName(std::string name)
 {
+    if (name == m_name)
+        return;
     m_name = std::move(name);
+    NotifyTextChanged(true);
 }
 
 void BasicNode::SetDescription(std::string description)
 {
+    if (description == m_description)
+        return;
     m_description = std::move(description);
+    NotifyTextChanged(false);
 }
 
 const ModelServices &BasicNode::GetServices() const
@@ -161,7 +210,11 @@ void BasicNode::announce(const PropertyDescriptor &descriptor)
 {
     RemoveForeignAttribute(descriptor.key);
     OnPropertyChanged(descriptor);
-    NotifyPropertyChanged(GetPropertyByValueId(descriptor.valueId));
+    const NodesCollection *project = GetNodesCollection();
+    const bool isFound = project && project->FindNode(m_id) == this;
+    if (!isFound ||
+        !ChangeBatch::Defer({project->GetToken(), m_id, descriptor.valueId}, &tellChange))
+        NotifyPropertyChanged(GetPropertyByValueId(descriptor.valueId));
 }
 
 Result BasicNode::SetProperty(unsigned valueId, const boost::any &value)
@@ -171,15 +224,18 @@ Result BasicNode::SetProperty(unsigned valueId, const boost::any &value)
         return Result(this, Result::NotFound, "property " + std::to_string(valueId));
     const boost::any old = d->binding.get(*this);
     const std::string oldText = d->binding.format(*d, *this);
-    if (!d->binding.set(*this, value))
-        return Result(this, Result::WrongType, d->key);
-    const std::string newText = d->binding.format(*d, *this);
-    if (newText == oldText)
-        return Result();
-    // Ranges are known to the text form only, so the new value is checked by reading it back.
-    if (!d->binding.parse(*d, *this, newText)) {
-        d->binding.set(*this, old);
-        return Result(this, Result::OutOfRange, d->key + " = " + newText);
+    {
+        const LinksChange links(*this, *d);
+        if (!d->binding.set(*this, value))
+            return Result(this, Result::WrongType, d->key);
+        const std::string newText = d->binding.format(*d, *this);
+        if (newText == oldText)
+            return Result();
+        // Ranges are known to the text form only: the new value is checked by reading it back.
+        if (!d->binding.parse(*d, *this, newText)) {
+            d->binding.set(*this, old);
+            return Result(this, Result::OutOfRange, d->key + " = " + newText);
+        }
     }
     announce(*d);
     return Result();
@@ -191,8 +247,11 @@ Result BasicNode::SetPropertyText(std::string_view key, std::string_view text)
     if (!d)
         return Result(this, Result::NotFound, "property " + std::string(key));
     const std::string old = d->binding.format(*d, *this);
-    if (!d->binding.parse(*d, *this, text))
-        return Result(this, Result::WrongType, d->key + " = " + std::string(text));
+    {
+        const LinksChange links(*this, *d);
+        if (!d->binding.parse(*d, *this, text))
+            return Result(this, Result::WrongType, d->key + " = " + std::string(text));
+    }
     if (d->binding.format(*d, *this) != old)
         announce(*d);
     return Result();

@@ -48,6 +48,7 @@ public:
     /// Names from the project's root, separated by '/', without the root's own.
     std::string GetPath() const;
     std::string GetLinkName(enLinkNameType type) const;
+    /// Take any text and announce the change; see ConfigNode::Rename for names that users give.
     void SetName(std::string name);
     void SetDescription(std::string description);
 
@@ -108,6 +109,8 @@ protected:
     /// Called after a property took a new value, before subscribers hear of it.
     virtual void OnPropertyChanged(const PropertyDescriptor &descriptor);
     virtual void NotifyPropertyChanged(BasicProperty *property) = 0;
+    /// Called after the name or the description took a new text.
+    virtual void NotifyTextChanged(bool isName) = 0;
 
 private:
     friend class NodesCollection;

@@ -4,6 +4,7 @@
 #include "nodes/model/KindTable.h"
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/values/SignalValue.h"
 
 #include <algorithm>
@@ -164,10 +165,31 @@ void ConfigNode::NotifyValueChanged(const SignalValue &value) const
         subscribers->valueChanged(value);
 }
 
+Connection ConfigNode::ConnectChildMoved(LinkSlot slot)
+{
+    return notifications().childMoved.Connect(std::move(slot));
+}
+
+Connection ConfigNode::ConnectTextChanged(LinkSlot slot)
+{
+    return notifications().textChanged.Connect(std::move(slot));
+}
+
 void ConfigNode::NotifyPropertyChanged(BasicProperty *property)
 {
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->propertyChanged(property);
+    if (const NodesCollection *project = GetNodesCollection())
+        project->announce(*this,
+                          {NodeChange::Properties, {}, {}, property ? property->GetValueId() : 0});
+}
+
+void ConfigNode::NotifyTextChanged(bool isName)
+{
+    if (NodeNotifications *subscribers = existingNotifications())
+        subscribers->textChanged(NodeLink(this));
+    if (const NodesCollection *project = GetNodesCollection())
+        project->announce(*this, {isName ? NodeChange::Name : NodeChange::Description, {}, {}, 0});
 }
 
 } // namespace Nodes

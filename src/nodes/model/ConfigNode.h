@@ -67,6 +67,18 @@ public:
     /// Takes the child out of the tree and the index and hands it over; null when it is no child.
     /// Adding it again restores it with its ids, so links to it work again.
     std::unique_ptr<ConfigNode> RemoveNode(const NodeLink &child);
+    /// Moves a child to another place among its siblings or to another parent, with its ids and the
+    /// links to it; `index` counts without the child itself, -1 or too large: the last place.
+    /// Announced as a child moved, or as one removed and added. Nothing changes on failure:
+    /// NotFound when it is no child, Duplicate when the other parent has a child of its name, else
+    /// as AddNode.
+    [[nodiscard]] Result MoveNode(const NodeLink &child, ConfigNode &parent, int index = -1);
+    /// MoveNode back to where a child has stood before, also where neither its kind nor its name
+    /// would be taken now: for undo, which loses nothing.
+    [[nodiscard]] Result ReturnNode(const NodeLink &child, ConfigNode &parent, int index);
+    /// Gives the node a name that a user chose. InvalidArgument when it is empty or has a '/',
+    /// Duplicate when a sibling has it: the node then keeps its name.
+    [[nodiscard]] Result Rename(std::string name);
     /// RemoveNode of each that is a child, in the order given.
     std::vector<std::unique_ptr<ConfigNode>> RemoveNodes(const NodesArray &children);
     /// Destroys the child. With `references` also removes every link to it in the project; with
@@ -130,10 +142,15 @@ public:
     Connection ConnectActivityChanged(ActivitySlot slot);
     Connection ConnectChildAdded(LinkSlot slot);
     Connection ConnectChildRemoved(LinkSlot slot);
+    /// A child took another place among its siblings.
+    Connection ConnectChildMoved(LinkSlot slot);
+    /// The name or the description of this node changed; the link is its own.
+    Connection ConnectTextChanged(LinkSlot slot);
     /// Hands a value to the subscribers of this node; any thread.
     void NotifyValueChanged(const SignalValue &value) const;
     /// Announces a property to subscribers; null means "re-read everything".
     void NotifyPropertyChanged(BasicProperty *property) override;
+    void NotifyTextChanged(bool isName) override;
 
     const std::vector<std::unique_ptr<ConfigNode>> &Children() const { return m_children; }
 
@@ -157,7 +174,13 @@ private:
     void enterTree() const;
     std::string freeName(const std::string &wanted, int first) const;
     Result checkAdd(const ConfigNode &node) const;
+    Result checkKind(const ConfigNode &node) const;
+    Result checkName(const std::string &name, const ConfigNode *except) const;
     bool isIndexed() const;
+    // How children come and go, announced; what watches signals is not told.
+    Result put(std::unique_ptr<ConfigNode> &node, int index);
+    std::unique_ptr<ConfigNode> take(const NodeLink &child);
+    void reorder(const NodeLink &child, int index);
 
     std::vector<std::unique_ptr<ConfigNode>> m_children;
     std::atomic<NodeNotifications *> m_notifications{nullptr};

@@ -19,34 +19,37 @@ int depthOf(const ConfigNode *node)
     return depth;
 }
 
+std::vector<ConfigNode *> referrersTo(const IdSet &ids, const ConfigNode &anywhere)
+{
+    const NodesCollection *project = anywhere.GetNodesCollection();
+    return project ? project->FindReferrers(ids) : std::vector<ConfigNode *>();
+}
+
 int removeLinksTo(const IdSet &ids, const ConfigNode &anywhere)
 {
     int count = 0;
     const auto edit = [&ids](const NodeLink &link) {
         return ids.count(link.GetNodeId()) ? std::nullopt : std::optional<NodeLink>(link);
     };
-    for (const NodeLink &link : WholeProject(anywhere)) {
+    // By link: whoever hears of the first change may delete the next node.
+    NodeLinks referrers;
+    for (const ConfigNode *node : referrersTo(ids, anywhere))
+        referrers.emplace_back(node);
+    for (const NodeLink &link : referrers) {
         if (ConfigNode *node = link.GetNode())
             count += EditLinks(*node, edit);
     }
     return count;
 }
 
-/// First node outside of the set that refers into it; null when there is none.
+/// A node outside of the set that refers into it; null when there is none.
 const ConfigNode *findReferrer(const IdSet &ids, const ConfigNode &anywhere)
 {
-    for (const NodeLink &link : WholeProject(anywhere)) {
-        const ConfigNode *node = link.GetNode();
-        if (!node || ids.count(node->GetId()))
-            continue;
-        bool refers = false;
-        VisitLinks(*node, *node->GetKind(), [&](const PropertyDescriptor &, const NodeLink &to) {
-            refers = refers || ids.count(to.GetNodeId()) != 0;
-        });
-        if (refers)
-            return node;
-    }
-    return nullptr;
+    const auto nodes = referrersTo(ids, anywhere);
+    const auto found = std::find_if(nodes.begin(), nodes.end(), [&ids](const ConfigNode *node) {
+        return ids.count(node->GetId()) == 0;
+    });
+    return found == nodes.end() ? nullptr : *found;
 }
 
 bool isAncestor(const ConfigNode *ancestor, const ConfigNode *node)
@@ -109,14 +112,20 @@ Result ConfigNode::checkAdd(const ConfigNode &node) const
     return Result();
 }
 
-Result ConfigNode::AddNode(std::unique_ptr<ConfigNode> &node, int index)
+Result ConfigNode::checkKind(const ConfigNode &node) const
 {
-    const NodeType type = node ? node->GetNodeType() : NodeType();
+    const NodeType type = node.GetNodeType();
     const bool isUnknown = type.GetSubtype() == NodeType::SubtypeUnknown;
-    if (node && m_kind && !isUnknown && !m_kind->AllowsChild(type))
+    if (m_kind && !isUnknown && !m_kind->AllowsChild(type))
         return Result(this, Result::InvalidArgument,
                       type.ToString() + " may not stand below " + m_kind->key);
-    return AdoptNode(node, index);
+    return Result();
+}
+
+Result ConfigNode::AddNode(std::unique_ptr<ConfigNode> &node, int index)
+{
+    const Result allowed = node ? checkKind(*node) : Result();
+    return allowed ? AdoptNode(node, index) : allowed;
 }
 
 Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
@@ -126,6 +135,16 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
     const Result allowed = checkAdd(*node);
     if (!allowed)
         return allowed;
+    const NodeLink link(node.get());
+    const Result added = put(node, index);
+    const ConfigNode *stays = link.GetNode(); // a subscriber may have taken it out again
+    if (added && stays)
+        AnnounceReturn(*stays);
+    return added;
+}
+
+Result ConfigNode::put(std::unique_ptr<ConfigNode> &node, int index)
+{
     NodesCollection *project = GetNodesCollection();
     if (isIndexed()) {
         const Result remembered = project->remember(*node);
@@ -139,9 +158,14 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
     node->setParent(this);
     const bool isLast = index < 0 || index >= GetNodeCount();
     const auto place = isLast ? m_children.end() : m_children.begin() + index;
-    const NodeLink link(m_children.insert(place, std::move(node))->get());
+    const ConfigNode *child = m_children.insert(place, std::move(node))->get();
+    const NodeLink link(child);
+    if (project && project->IsInTree(*this))
+        project->enter(*child);
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childAdded(link);
+    if (project)
+        project->announce(*this, {NodeChange::ChildAdded, {}, link, 0});
     if (const ConfigNode *stays = link.GetNode()) // a subscriber may have taken it out again
         stays->enterTree();
     return Result();
@@ -162,17 +186,31 @@ std::vector<std::unique_ptr<ConfigNode>> ConfigNode::TakeChildren()
 
 std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
 {
+    std::unique_ptr<ConfigNode> node = take(child);
+    if (node)
+        AnnounceRemoval(*node);
+    return node;
+}
+
+std::unique_ptr<ConfigNode> ConfigNode::take(const NodeLink &child)
+{
     const auto isChild = [&](const auto &node) { return NodeLink(node.get()) == child; };
     const auto place = std::find_if(m_children.begin(), m_children.end(), isChild);
     if (place == m_children.end())
         return nullptr;
     std::unique_ptr<ConfigNode> node = std::move(*place);
     m_children.erase(place);
-    if (NodesCollection *project = GetNodesCollection())
+    NodesCollection *project = GetNodesCollection();
+    if (project) {
+        if (project->IsInTree(*this))
+            project->leave(*node);
         project->forget(*node);
+    }
     node->setParent(nullptr);
     if (NodeNotifications *subscribers = existingNotifications())
         subscribers->childRemoved(child);
+    if (project)
+        project->announce(*this, {NodeChange::ChildRemoved, {}, child, 0});
     node->leaveTree();
     return node;
 }

@@ -2,6 +2,8 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"
+#include "nodes/model/NodeNotifications.h"
+#include "nodes/model/links/LinkIndex.h"
 #include "nodes/values/Uuid.h"
 
 #include <algorithm>
@@ -145,6 +147,16 @@ void NodesCollection::setUp(ConfigNode &node, const KindInfo &kind, unsigned lon
     ReserveIds(node.m_id);
 }
 
+bool NodesCollection::IsInTree(const BasicNode &node) const
+{
+    const BasicNode *top = &node;
+    for (; top->m_parent; top = top->m_parent) {
+        if (m_originals.count(top->m_id) != 0)
+            return false; // hangs below its template
+    }
+    return top == m_root.get();
+}
+
 std::unique_ptr<ConfigNode> NodesCollection::CreateDetached(const KindInfo &kind, unsigned long id)
 {
     std::unique_ptr<ConfigNode> node = kind.create();
@@ -182,6 +194,8 @@ std::unique_ptr<ConfigNode> NodesCollection::TakeClone(const NodeLink &clone)
 Result NodesCollection::SetRoot(std::unique_ptr<ConfigNode> root)
 {
     m_index.clear();
+    m_links.reset();
+    ++m_revision;
     const Result remembered = remember(*root);
     if (!remembered) {
         m_index.clear();
@@ -193,7 +207,6 @@ Result NodesCollection::SetRoot(std::unique_ptr<ConfigNode> root)
 
 Result NodesCollection::remember(ConfigNode &subtree)
 {
-    ++m_revision;
     const auto [place, isNew] = m_index.emplace(subtree.m_id, &subtree);
     if (!isNew && place->second != &subtree)
         return Result(&subtree, Result::Duplicate, "id " + std::to_string(subtree.m_id));
@@ -208,10 +221,12 @@ Result NodesCollection::remember(ConfigNode &subtree)
 
 void NodesCollection::forgetOne(ConfigNode &node)
 {
-    ++m_revision;
     const auto found = m_index.find(node.m_id);
-    if (found != m_index.end() && found->second == &node)
-        m_index.erase(found);
+    if (found == m_index.end() || found->second != &node)
+        return;
+    m_index.erase(found);
+    if (m_originals.erase(node.m_id) != 0)
+        ++m_instanceRevision;
 }
 
 void NodesCollection::forget(ConfigNode &subtree)

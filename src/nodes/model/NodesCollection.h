@@ -5,17 +5,32 @@
 #include "nodes/model/NodesArray.h"
 #include "nodes/model/links/NodeLink.h"
 #include "nodes/model/services/ModelServices.h"
+#include "nodes/values/Connection.h"
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <unordered_set>
 
 namespace Nodes {
 
+class LinkIndex;
+class ResourceLink;
 struct KindInfo;
+struct NodeChange;
 struct ProjectPlace;
+template <class Argument> class SlotList;
+
+/// A property that refers to something.
+struct LinkUse
+{
+    NodeLink node;
+    unsigned valueId = 0;
+
+    bool operator==(const LinkUse &o) const { return node == o.node && valueId == o.valueId; }
+};
 
 /// A project: owns the tree from its root and indexes every node of it by id. Built on one thread
 /// (a loading thread may do it) and used on the GUI thread from the moment a core adopts it.
@@ -54,8 +69,12 @@ public:
     /// Null when an id is taken.
     ConfigNode *Instantiate(const ConfigNode &source, ConfigNode &below, std::string name,
                             std::unordered_map<unsigned long, unsigned long> replaced);
-    /// Nodes held that hang below one of the tree.
+    /// Roots of the instances.
     std::vector<const ConfigNode *> GetInstances() const;
+    /// Id of the node that a node of an instance was copied from; 0 for all other nodes.
+    unsigned long GetOriginal(unsigned long id) const;
+    /// Changes whenever an instance comes or goes.
+    unsigned long GetInstanceRevision() const { return m_instanceRevision; }
     /// True once for a clone whose name is to be made unique by whoever inserts it.
     bool takeRenameMark(unsigned long id) { return m_renameOnInsert.erase(id) != 0; }
 
@@ -89,13 +108,38 @@ public:
     static constexpr unsigned long FreshIdLimit = 1ul << 52;
     unsigned long GetToken() const { return m_token; }
     const ProjectPlace *GetPlace() const { return m_place; }
-    /// Changes whenever a node enters or leaves the tree: tells whether what was gathered from the
-    /// tree is still true. Any thread.
+    /// Changes whenever a node enters or leaves the tree or takes another place in it: tells
+    /// whether what was gathered from the tree is still true. Clones and instances are not in the
+    /// tree. Any thread.
     unsigned long GetRevision() const { return m_revision.load(std::memory_order_acquire); }
+    /// Whether the node stands in the tree, not just in the index of ids as clones and instances.
+    bool IsInTree(const BasicNode &node) const;
 
-    // Called for nodes that enter or leave the tree.
+    // Who refers to what in the tree, by node id and then by place of the property. Answered from
+    // an index that the first question builds, in a walk over the tree, and that follows every
+    // change from then on. GUI thread.
+    std::vector<LinkUse> FindUses(const NodeLink &target) const;
+    /// The file named as it is configured.
+    std::vector<LinkUse> FindUses(const ResourceLink &resource) const;
+    /// Nodes that refer to any of the ids.
+    std::vector<ConfigNode *> FindReferrers(const std::unordered_set<unsigned long> &ids) const;
+
+    /// Hears of every change in the tree, for those who show all of it. GUI thread.
+    Connection ConnectChanged(std::function<void(const NodeChange &)> slot);
+
+    // Called by nodes about themselves. Ids of nodes that come and go:
     [[nodiscard]] Result remember(ConfigNode &subtree);
     void forget(ConfigNode &subtree);
+    // Nodes that enter or leave the tree, with their links:
+    void enter(const ConfigNode &subtree);
+    void leave(const ConfigNode &subtree);
+    // Another order of nodes of the tree:
+    void touch() { ++m_revision; }
+    // One node of the tree's links, before and after they change:
+    bool hasLinkIndex() const { return m_links != nullptr; }
+    void leaveLinks(const BasicNode &node);
+    void enterLinks(const BasicNode &node);
+    void announce(const BasicNode &node, NodeChange change) const;
 
     /// Project that bare ids refer into: the last one a core adopted; null without one.
     static NodesCollection *Current();
@@ -107,12 +151,14 @@ private:
     NodesCollection &project() override { return *this; }
     void setUp(ConfigNode &node, const KindInfo &kind, unsigned long id);
     void forgetOne(ConfigNode &node);
+    LinkIndex &links() const;
     /// Gives the subtree fresh ids and notes old and new.
     void renumber(ConfigNode &subtree, std::unordered_map<unsigned long, unsigned long> &ids);
 
     unsigned long m_token;
     ProjectPlace *m_place;
     unsigned long m_lastId = 0;
+    unsigned long m_instanceRevision = 0;
     std::string m_uuid;
     std::atomic<unsigned long> m_revision{0};
     ModelServices m_services;
@@ -120,6 +166,9 @@ private:
     std::unordered_map<unsigned long, ConfigNode *> m_index;
     std::unordered_map<unsigned long, std::unique_ptr<ConfigNode>> m_clones;
     std::unordered_set<unsigned long> m_renameOnInsert;
+    std::unordered_map<unsigned long, unsigned long> m_originals; ///< by id in the instance
+    std::unique_ptr<SlotList<const NodeChange &>> m_changed;      ///< made for the first subscriber
+    mutable std::unique_ptr<LinkIndex> m_links;                   ///< made for the first question
     std::unique_ptr<ConfigNode> m_root;
 };
 

@@ -48,6 +48,7 @@ ConfigNode *NodesCollection::Instantiate(const ConfigNode &source, ConfigNode &b
     std::unique_ptr<ConfigNode> copy = NodesArray::CreateNodeCopy(source.GetNodeType(), &source);
     IdMap ids;
     renumber(*copy, ids);
+    const IdMap made = ids;
     for (const auto &[from, to] : replaced)
         ids[from] = to;
     RemapLinks(*copy, ids);
@@ -56,17 +57,28 @@ ConfigNode *NodesCollection::Instantiate(const ConfigNode &source, ConfigNode &b
     if (!HoldClone(copy, false))
         return nullptr;
     instance->m_parent = &below;
+    for (const auto &[original, fresh] : made)
+        m_originals.emplace(fresh, original);
+    ++m_instanceRevision;
     return instance;
 }
 
 std::vector<const ConfigNode *> NodesCollection::GetInstances() const
 {
     std::vector<const ConfigNode *> instances;
+    if (m_originals.empty())
+        return instances;
     for (const auto &[id, clone] : m_clones) {
-        if (clone->GetParent())
+        if (m_originals.count(id) != 0)
             instances.push_back(clone.get());
     }
     return instances;
+}
+
+unsigned long NodesCollection::GetOriginal(unsigned long id) const
+{
+    const auto found = m_originals.find(id);
+    return found == m_originals.end() ? 0 : found->second;
 }
 
 Result NodesCollection::CloneNodes(const NodesArray &nodes, NodesArray &clones, bool adopt)

@@ -1,5 +1,8 @@
 #include "nodes/values/Result.h"
 
+#include "nodes/model/BasicNode.h"
+
+#include <algorithm>
 #include <array>
 
 namespace Nodes {
@@ -42,14 +45,26 @@ constexpr std::array texts{
 struct CodeText
 {
     int code;
+    const char *english; ///< null: as the type's
     const char *russian;
 };
 
 constexpr std::array codeTexts{
-    CodeText{1317, "Пользователь не найден"},
-    CodeText{1318, "Неверный пароль"},
-    CodeText{1320, "Недостаточно прав"},
+    CodeText{1317, nullptr, "Пользователь не найден"},
+    CodeText{1318, nullptr, "Неверный пароль"},
+    CodeText{1320, nullptr, "Недостаточно прав"},
+    CodeText{1410, "a name must not be empty and has no '/'",
+             "Имя узла не может быть пустым и содержать «/»"},
+    CodeText{1411, "another child has that name",
+             "Такое имя здесь уже есть у другого узла. Дайте другое имя."},
 };
+
+const CodeText *findCode(int code)
+{
+    const auto *found = std::find_if(codeTexts.begin(), codeTexts.end(),
+                                     [code](const CodeText &text) { return text.code == code; });
+    return found == codeTexts.end() ? nullptr : found;
+}
 
 const ResultText &textOf(Result::ResultType type)
 {
@@ -82,7 +97,8 @@ const std::string &Result::GetDetail() const
 
 std::string Result::ToString() const
 {
-    std::string text = textOf(m_type).english;
+    const CodeText *exact = IsSuccess() ? nullptr : findCode(m_extraCode);
+    std::string text = exact && exact->english ? exact->english : textOf(m_type).english;
     if (!IsSuccess())
         text += " (" + std::to_string(GetCode()) + ")";
     if (m_nodeId != 0)
@@ -94,11 +110,8 @@ std::string Result::ToString() const
 
 std::string Result::GetResultTranslated() const
 {
-    for (const CodeText &text : codeTexts) {
-        if (!IsSuccess() && text.code == m_extraCode)
-            return text.russian;
-    }
-    return textOf(m_type).russian;
+    const CodeText *exact = IsSuccess() ? nullptr : findCode(m_extraCode);
+    return exact ? exact->russian : textOf(m_type).russian;
 }
 
 bool Result::operator==(const Result &other) const

@@ -194,6 +194,36 @@ private slots:
         QCOMPARE(plant.users->GetCurrentUserName(), std::string());
     }
 
+    void instancesHaveTheRightsOfTheirTemplate_data()
+    {
+        const Rows<QString, int, int> row("scope", "onWindow", "onButton");
+        row("template", "window", PrivModeGranted, PrivModeGranted);
+        row("where it stands", "folder", PrivModeGranted, PrivModeGranted);
+        row("element in it", "button", PrivModeNoRule, PrivModeGranted);
+    }
+
+    void instancesHaveTheRightsOfTheirTemplate()
+    {
+        QFETCH(QString, scope);
+        UsersFixture plant;
+        ConfigNode *folder = plant.add("folder", plant.root());
+        ConfigNode *window = plant.add("windowTemplate", folder);
+        const ConfigNode *button = plant.add("button", window);
+        const ConfigNode *scoped = scope == "window" ? window : scope == "folder" ? folder : button;
+        plant.grant(plant.role, "allow", "write", idOf(scoped));
+        QVERIFY(plant.users->Start());
+        QVERIFY(plant.users->Authenticate(plant.user));
+        (void)plant.mode(window);
+        const unsigned long revision = plant.project.GetRevision();
+        for (int round = 0; round < 2; ++round) {
+            ConfigNode *instance = plant.project.Instantiate(*window, *window, "I", {});
+            QTEST(int(plant.mode(instance)), "onWindow");
+            QTEST(int(plant.mode(instance->GetNodeAt(0))), "onButton");
+            plant.project.TakeClone(NodeLink(instance));
+        }
+        QCOMPARE(plant.project.GetRevision(), revision);
+    }
+
     void userIsGone_data()
     {
         const Rows<bool, bool> row("isDeleted", "isInFolder");

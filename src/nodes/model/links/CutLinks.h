@@ -6,6 +6,7 @@
 
 #include <boost/any.hpp>
 
+#include <string>
 #include <vector>
 
 namespace Nodes {
@@ -19,7 +20,8 @@ public:
     /// project, announcing each property that changes. The nodes must still be in the tree.
     void Cut(const NodesArray &nodes);
     /// Gives each of those properties the value it had and forgets them. Goes on after a failure
-    /// and returns the first: NotFound when a node that referred is gone.
+    /// and returns the first: NotFound when a node that referred is gone, Refused when the property
+    /// was set since, which is left as it is.
     [[nodiscard]] Result Restore();
 
 private:
@@ -28,6 +30,7 @@ private:
         NodeLink node;
         unsigned valueId;
         boost::any value;
+        std::string left; ///< text of what the cut left
     };
 
     std::vector<Kept> m_kept;

@@ -61,16 +61,6 @@ IdSet IdsOf(const ConfigNode &subtree)
     return ids;
 }
 
-NodeLinks WholeProject(const ConfigNode &node)
-{
-    const NodesCollection *project = node.GetNodesCollection();
-    if (!project || !project->GetRoot())
-        return {};
-    NodeLinks links = project->GetRoot()->GetNodes(true);
-    links.emplace_back(project->GetRoot());
-    return links;
-}
-
 void RemapLinks(ConfigNode &subtree, const IdMap &ids)
 {
     const auto edit = [&](const NodeLink &link) -> std::optional<NodeLink> {

@@ -41,8 +41,6 @@ using IdSet = std::unordered_set<unsigned long>;
 
 /// Ids of a node and all its descendants.
 IdSet IdsOf(const ConfigNode &subtree);
-/// Every node of the project that `node` belongs to, the root included; empty without a project.
-NodeLinks WholeProject(const ConfigNode &node);
 
 /// Old id to new id of nodes that were copied or read under fresh ids.
 using IdMap = std::unordered_map<unsigned long, unsigned long>;

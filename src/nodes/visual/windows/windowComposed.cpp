@@ -21,7 +21,7 @@ BasicComposition *windowComposed::GetComposition() const
 
 void windowComposed::SetComposition(const BasicComposition *composition)
 {
-    m_composition = composition;
+    (void)SetProperty(Prop::Composition, NodeLink(composition));
 }
 
 BasicComposition *windowComposed::GetCurrentComposition() const
