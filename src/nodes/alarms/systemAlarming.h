@@ -5,8 +5,8 @@
 #include "nodes/alarms/state/AlarmHealth.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/services/AuthPriv.h"
 #include "nodes/model/properties/PropertyId.h"
+#include "nodes/model/services/AuthPriv.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/NFont.h"
 

@@ -2,8 +2,8 @@
 
 #include "nodes/auth/ActingUser.h"
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/services/AuthPriv.h"
 #include "nodes/model/properties/PropertyId.h"
+#include "nodes/model/services/AuthPriv.h"
 #include "nodes/values/Connection.h"
 
 #include <functional>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/signals/WriteTarget.h"
 #include "nodes/model/properties/PropertyId.h"
+#include "nodes/signals/WriteTarget.h"
 
 #include <memory>
 #include <optional>

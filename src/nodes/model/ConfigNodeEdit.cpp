@@ -139,7 +139,7 @@ Result ConfigNode::AdoptNode(std::unique_ptr<ConfigNode> &node, int index)
     const Result added = put(node, index);
     const ConfigNode *stays = link.GetNode(); // a subscriber may have taken it out again
     if (added && stays)
-        AnnounceReturn(*stays);
+        stays->enterTree();
     return added;
 }
 
@@ -166,8 +166,6 @@ Result ConfigNode::put(std::unique_ptr<ConfigNode> &node, int index)
         subscribers->childAdded(link);
     if (project)
         project->announce(*this, {NodeChange::ChildAdded, {}, link, 0});
-    if (const ConfigNode *stays = link.GetNode()) // a subscriber may have taken it out again
-        stays->enterTree();
     return Result();
 }
 
@@ -188,7 +186,7 @@ std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
 {
     std::unique_ptr<ConfigNode> node = take(child);
     if (node)
-        AnnounceRemoval(*node);
+        node->leaveTree();
     return node;
 }
 
@@ -211,7 +209,6 @@ std::unique_ptr<ConfigNode> ConfigNode::take(const NodeLink &child)
         subscribers->childRemoved(child);
     if (project)
         project->announce(*this, {NodeChange::ChildRemoved, {}, child, 0});
-    node->leaveTree();
     return node;
 }
 

@@ -1,7 +1,5 @@
 #include "nodes/values/Result.h"
 
-#include "nodes/model/BasicNode.h"
-
 #include <algorithm>
 #include <array>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/services/AccessDemand.h"
 #include "nodes/model/properties/PropertyId.h"
+#include "nodes/model/services/AccessDemand.h"
 #include "nodes/values/NPoint.h"
 #include "nodes/values/NRect.h"
 #include "nodes/values/SignalValue.h"
