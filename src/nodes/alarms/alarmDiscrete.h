@@ -17,9 +17,6 @@ public:
 
     static KindInfo Kind();
 
-    /// The value that is the alarm: a number, "true", "false" or a text.
-    const std::string &GetAlarmValue() const { return m_alarmValue; }
-
     std::unique_ptr<AlarmCondition> MakeCondition() const override;
 
 private:

@@ -1,28 +1,42 @@
 #pragma once
 
-#include "nodes/model/links/ValueLink.h"
-#include "nodes/values/IntervalSample.h"
+#include "nodes/NodesExport.h"
+#include "nodes/archive/HistoryColumn.h"
+#include "nodes/values/SignalValue.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 namespace Nodes {
 
-/// One sample of an archive's answer: of which signal, when, what. Plain value, any thread.
-class SignalHistoryResponse : public ValueLink
+struct HistoryAnswer;
+
+/// One sample of a history's answer: of which signal, when, what. Shares the column that it stands
+/// in, so a copy costs a pointer. Plain value, any thread.
+class NODES_EXPORT SignalHistoryResponse
 {
 public:
-    using ValueLink::ValueLink;
+    /// `index` is within the column.
+    SignalHistoryResponse(std::shared_ptr<const HistoryColumn> column, std::size_t index);
+    /// All samples of an answer, signal by signal, for those who take them one by one.
+    static std::vector<SignalHistoryResponse> AllOf(const HistoryAnswer &answer);
 
-    unsigned long GetNodeId() const { return GetNodeLink().GetNodeId(); }
-    /// Source time in milliseconds since 1970-01-01 00:00 UTC; for an aggregate its begin.
-    std::uint64_t GetTime() const
-    {
-        const IntervalSample *interval = getIntervalSample();
-        const Timestamp time = interval ? interval->begin : GetValue().GetSourceTime();
-        return time > 0 ? static_cast<std::uint64_t>(time) / 1000 : 0;
-    }
+    const NodeLink &GetNodeLink() const { return m_column->signal; }
+    unsigned long GetNodeId() const { return m_column->signal.GetNodeId(); }
+    /// Milliseconds since 1970-01-01 00:00 UTC; for an aggregate its begin.
+    std::uint64_t GetTime() const;
+    /// NaN for a gap; for an aggregate its last.
+    double ToDouble() const { return m_column->numbers[m_index]; }
+    /// The number with its time and quality; the error NotAvailable for a gap.
+    SignalValue GetValue() const;
     /// Non-null for an aggregated sample; lives as long as this answer.
-    const IntervalSample *getIntervalSample() const { return GetValue().getIntervalSample(); }
+    const IntervalSample *getIntervalSample() const;
+
+private:
+    std::shared_ptr<const HistoryColumn> m_column;
+    std::size_t m_index;
 };
 
 } // namespace Nodes

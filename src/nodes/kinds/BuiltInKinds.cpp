@@ -23,6 +23,7 @@
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/alarmQuality.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/archive/archiverSourceConnector.h"
 #include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/currentUser.h"
 #include "nodes/auth/securityGrant.h"
@@ -152,6 +153,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(modbusDriver::Kind());
     table.Add(modbusGroup::Kind());
     table.Add(modbusSignal::Kind());
+    table.Add(archiverSourceConnector::Kind());
     // Screens
     table.Add(BasicFrame::Kind());
     table.Add(BasicWindow::Kind());

@@ -56,7 +56,6 @@ public:
     /// Range of sensible values in engineering units; bargraphs and trends scale by it.
     double GetMinimum() const { return m_minimum; }
     double GetMaximum() const { return m_maximum; }
-    bool isWritable() const { return m_isWritable; }
     /// Property of the kind.
     virtual SignalOrigin GetOrigin() const { return SignalOrigin::Polled; }
     /// Milliseconds without an update after which a polled value is stale; 0: never. Values that

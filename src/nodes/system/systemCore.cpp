@@ -1,6 +1,7 @@
 #include "nodes/system/systemCore.h"
 
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/archive/HistoryService.h"
 #include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
@@ -63,6 +64,7 @@ systemCore::systemCore()
     : m_journal(std::make_unique<EventJournal>()),
       m_access(std::make_unique<CoreAccess>(*this)),
       m_writeRoutes(std::make_unique<WriteRoutes>()),
+      m_history(std::make_unique<HistoryService>()),
       m_staleMonitor(std::make_unique<StaleMonitor>()),
       m_requests(std::make_unique<Requests>()),
       m_guard(std::make_unique<Guard>())
@@ -348,6 +350,7 @@ Result systemCore::Stop()
     stopAlarming();
     for (auto family = std::rbegin(startOrder); family != std::rend(startOrder); ++family)
         stopFamily(*family);
+    m_history->Stop();
     m_journal->Close();
     SetState(NodeState::Finished);
     return Result();

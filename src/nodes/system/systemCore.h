@@ -16,6 +16,7 @@ class BasicAction;
 class BasicStation;
 class CoreAccess;
 class EventJournal;
+class HistoryService;
 class LoadReport;
 class NodesCollection;
 class StaleMonitor;
@@ -48,6 +49,9 @@ public:
     EventJournal &GetJournal() const { return *m_journal; }
     /// Where writes to the signals of other stations go; never null.
     WriteRoutes &GetWriteRoutes() const { return *m_writeRoutes; }
+
+    /// History of the signals of this station; closed while the station stops.
+    HistoryService &GetHistory() const { return *m_history; }
 
     enWorkMode GetWorkMode() const { return m_workMode; }
     void SetWorkMode(enWorkMode mode) { m_workMode = mode; }
@@ -111,6 +115,7 @@ private:
     std::unique_ptr<EventJournal> m_journal;
     std::unique_ptr<CoreAccess> m_access;
     std::unique_ptr<WriteRoutes> m_writeRoutes;
+    std::unique_ptr<HistoryService> m_history;
     std::unique_ptr<StaleMonitor> m_staleMonitor;
     std::unique_ptr<Requests> m_requests;
     std::unique_ptr<Guard> m_guard;

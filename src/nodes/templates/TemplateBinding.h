@@ -31,7 +31,6 @@ public:
     /// that leads nowhere never falls back to the default.
     TemplateBinding(const ConfigNode &source, const std::vector<ConfigNode *> &arguments);
 
-    const std::vector<Bound> &GetBound() const { return m_bound; }
     /// Names of parameters that stand for nothing, and of arguments that no parameter takes.
     const std::vector<std::string> &GetMissing() const { return m_missing; }
     const std::vector<std::string> &GetUnused() const { return m_unused; }

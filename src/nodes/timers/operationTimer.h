@@ -34,8 +34,6 @@ public:
     ~operationTimer() override;
     static KindInfo Kind();
 
-    /// Milliseconds, 100 to 86400000.
-    int GetInterval() const { return m_interval; }
     Mode GetMode() const { return Mode(m_mode); }
     /// The station starts the timer with itself; others wait for an action to start them.
     bool isAutostart() const { return m_isAutostart; }

@@ -51,14 +51,6 @@ int SortingModel::sortColumn() const
     return m_keys.isEmpty() ? -1 : m_keys.first().column;
 }
 
-QVector<int> SortingModel::sortColumns() const
-{
-    QVector<int> columns;
-    for (const Key &key : m_keys)
-        columns.append(key.column);
-    return columns;
-}
-
 void SortingModel::setComparison(Comparison comparison)
 {
     m_comparison = std::move(comparison);

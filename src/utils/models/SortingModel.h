@@ -34,7 +34,6 @@ public:
     void clearSortColumns();
     /// Most significant column; -1 while none is set.
     int sortColumn() const;
-    QVector<int> sortColumns() const;
 
     /// For sources that compare their rows faster than by data of the sort role.
     void setComparison(Comparison comparison);
@@ -43,7 +42,6 @@ public:
 
     /// Until a test is set, no row counts as inactive.
     void setInactiveTest(InactiveTest test);
-    bool isHidingInactive() const { return m_isHidingInactive; }
 
     void setSourceModel(QAbstractItemModel *source) override;
     /// Makes `column` the only key, as a click on its header asks; -1 clears.

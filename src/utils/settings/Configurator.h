@@ -19,7 +19,6 @@ public:
     Configurator(QString name, QString fileName);
     virtual ~Configurator();
 
-    const QString &settingsName() const { return m_name; }
     QString settingsPath() const;
 
     /// The kept object; empty when nothing is kept, which is a success. A file that is damaged or

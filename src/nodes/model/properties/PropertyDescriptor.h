@@ -52,7 +52,6 @@ struct PropertyDescriptor
     double maximum = 0;
     bool hasRange = false;
     bool isAcyclic = false; ///< links that must not lead back to their node
-    bool isTranslatable = false;
     std::string editorHint; ///< free word for the property grid: "multiline", "angle", ...
     std::vector<PropertyChoice> choices;
     std::vector<unsigned> linkFamilies; ///< families a link may refer to; empty: any

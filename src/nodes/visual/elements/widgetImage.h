@@ -26,8 +26,6 @@ public:
 
     /// File shown now; its path is empty when there is none.
     virtual ResourceLink GetCurrentImage() const { return m_image; }
-    /// That file's bytes; empty when there are none.
-    ResourcePtr GetCurrentPicture() const { return GetCurrentImage().Load(); }
     bool isAnimated() const { return m_isAnimated; }
     /// Degrees, clockwise, about the centre.
     double GetAngle() const { return m_angle; }

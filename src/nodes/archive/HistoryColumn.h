@@ -1,0 +1,25 @@
+#pragma once
+
+#include "nodes/model/links/NodeLink.h"
+#include "nodes/values/IntervalSample.h"
+#include "nodes/values/Result.h"
+
+#include <vector>
+
+namespace Nodes {
+
+/// What a history knows of one signal over a span, oldest first: its samples or, where those are
+/// more than were asked for, aggregates. The vectors are of one length, `intervals` is empty for
+/// plain samples. Not changed once it is answered, so it is shared; any thread.
+struct HistoryColumn
+{
+    NodeLink signal;
+    Result result; ///< why nothing is known: AccessDenied, NotFound, NotAvailable, ...
+
+    std::vector<Timestamp> times;   ///< of an aggregate its begin; ascending, each once
+    std::vector<double> numbers;    ///< of an aggregate its last; NaN is a gap: nothing valid there
+    std::vector<Quality> qualities; ///< of an aggregate its worst
+    std::vector<IntervalSample> intervals;
+};
+
+} // namespace Nodes

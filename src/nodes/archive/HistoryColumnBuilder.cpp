@@ -1,0 +1,150 @@
+#include "nodes/archive/HistoryColumnBuilder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Nodes {
+
+namespace {
+
+constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+
+IntervalSample single(Timestamp time, double number, Quality quality)
+{
+    const bool isKnown = quality != Quality::Bad && quality != Quality::Stale;
+    const double valid = isKnown ? number : gap;
+    return {time, time + 1, valid, valid, valid, valid, 1, quality};
+}
+
+int badness(Quality quality)
+{
+    switch (quality) {
+    case Quality::Good:
+        return 0;
+    case Quality::Uncertain:
+        return 1;
+    case Quality::Stale:
+        return 2;
+    case Quality::Bad:
+        break;
+    }
+    return 3;
+}
+
+void merge(IntervalSample &into, const IntervalSample &next)
+{
+    if (into.count == 0)
+        into.first = next.first;
+    into.minimum = std::fmin(into.minimum, next.minimum); // NaN only where both are
+    into.maximum = std::fmax(into.maximum, next.maximum);
+    into.last = next.last;
+    into.count += next.count;
+    if (badness(next.worst) > badness(into.worst))
+        into.worst = next.worst;
+}
+
+/// Width of the narrowest grid that has at most `maximum` intervals over the span, in bits.
+int bitsFor(Timestamp from, Timestamp to, std::size_t maximum)
+{
+    int bits = 0;
+    while (std::size_t((to >> bits) - (from >> bits)) >= maximum)
+        ++bits;
+    return bits;
+}
+
+void push(HistoryColumn &column, const IntervalSample &sample, bool isAggregate)
+{
+    column.times.push_back(sample.begin);
+    column.numbers.push_back(sample.last);
+    column.qualities.push_back(sample.worst);
+    if (isAggregate)
+        column.intervals.push_back(sample);
+}
+
+} // namespace
+
+HistoryColumnBuilder::HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints)
+    : m_from(from),
+      m_to(std::max(from, to)),
+      m_maxPoints(maxPoints == 0 ? 0 : std::max<std::size_t>(maxPoints, 2)),
+      m_gridBits(m_maxPoints == 0 ? 0 : bitsFor(m_from, m_to, m_maxPoints))
+{
+}
+
+void HistoryColumnBuilder::Add(Timestamp time, double number, Quality quality)
+{
+    const IntervalSample sample = single(time, number, quality);
+    if (time < m_from)
+        m_before = sample;
+    else if (time <= m_to)
+        append(sample);
+    else if (!m_after)
+        m_after = sample;
+}
+
+void HistoryColumnBuilder::append(const IntervalSample &sample)
+{
+    if (!m_column.intervals.empty())
+        fold(sample);
+    else if (m_maxPoints == 0 || m_column.times.size() < m_maxPoints)
+        push(m_column, sample, false);
+    else {
+        foldAll();
+        fold(sample);
+    }
+}
+
+void HistoryColumnBuilder::foldAll()
+{
+    HistoryColumn plain;
+    std::swap(plain.times, m_column.times);
+    std::swap(plain.numbers, m_column.numbers);
+    std::swap(plain.qualities, m_column.qualities);
+    for (std::size_t i = 0; i < plain.times.size(); ++i)
+        fold(single(plain.times[i], plain.numbers[i], plain.qualities[i]));
+}
+
+void HistoryColumnBuilder::fold(const IntervalSample &sample)
+{
+    const IntervalSample place = gridInterval(sample.begin);
+    if (m_column.intervals.empty() || m_column.intervals.back().begin != place.begin)
+        push(m_column, place, true);
+    IntervalSample &interval = m_column.intervals.back();
+    merge(interval, sample);
+    m_column.numbers.back() = interval.last;
+    m_column.qualities.back() = interval.worst;
+}
+
+/// Cut to the span, so that the samples before and behind it come before and behind all.
+IntervalSample HistoryColumnBuilder::gridInterval(Timestamp time) const
+{
+    const Timestamp place = time >> m_gridBits;
+    const Timestamp begin = std::max(m_from, place << m_gridBits);
+    const Timestamp end = std::min(m_to + 1, (place + 1) << m_gridBits);
+    return {begin, end, gap, gap, gap, gap, 0, Quality::Good};
+}
+
+HistoryColumn HistoryColumnBuilder::Take()
+{
+    const bool isAggregated = !m_column.intervals.empty();
+    if (!m_before && !m_after)
+        return std::move(m_column);
+    HistoryColumn whole;
+    const auto add = [&](const std::optional<IntervalSample> &sample) {
+        if (sample)
+            push(whole, *sample, isAggregated);
+    };
+    const auto join = [](auto &into, const auto &from) {
+        into.insert(into.end(), from.begin(), from.end());
+    };
+    add(m_before);
+    join(whole.times, m_column.times);
+    join(whole.numbers, m_column.numbers);
+    join(whole.qualities, m_column.qualities);
+    join(whole.intervals, m_column.intervals);
+    add(m_after);
+    return whole;
+}
+
+} // namespace Nodes

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/archive/HistoryColumn.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace Nodes {
+
+/// Makes a column of the samples of a span that a history reads: as they are while they fit, else
+/// one aggregate for each interval of a grid. The grid is that of absolute time in powers of two,
+/// so a span that is panned shows the same aggregates. The sample before the span and the one
+/// behind it belong to the column too, beyond the limit, so that lines reach the edges of a plot.
+/// A sample that is bad, stale or no number is a gap: nothing is known from there to the next.
+/// One thread.
+class NODES_EXPORT HistoryColumnBuilder
+{
+public:
+    /// Of samples with `from` <= time <= `to`; at most `maxPoints` of them, at least 2;
+    /// 0 for all.
+    HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints);
+
+    Timestamp GetFrom() const { return m_from; }
+    Timestamp GetTo() const { return m_to; }
+    /// Later samples than those added before. Of those before the span only the last stays.
+    void Add(Timestamp time, double number, Quality quality);
+    /// The sample behind the span is there: no other is wanted.
+    bool IsComplete() const { return m_after.has_value(); }
+    /// Ends the building.
+    HistoryColumn Take();
+
+private:
+    void append(const IntervalSample &sample);
+    void fold(const IntervalSample &sample);
+    void foldAll();
+    IntervalSample gridInterval(Timestamp time) const;
+
+    const Timestamp m_from;
+    const Timestamp m_to;
+    const std::size_t m_maxPoints;
+    const int m_gridBits; // an interval is 2^bits microseconds wide
+    std::optional<IntervalSample> m_before;
+    std::optional<IntervalSample> m_after;
+    HistoryColumn m_column; // without the samples before and behind
+};
+
+} // namespace Nodes

@@ -1,0 +1,353 @@
+#include "nodes/CoreFixture.h"
+#include "nodes/ManualClock.h"
+#include "nodes/archive/FetchValueResponse.h"
+#include "nodes/archive/HistoryColumnBuilder.h"
+#include "nodes/archive/HistoryInquiry.h"
+#include "nodes/archive/HistoryService.h"
+#include "nodes/archive/HistorySource.h"
+#include "nodes/archive/SessionHistory.h"
+#include "nodes/archive/SignalHistoryResponse.h"
+#include "nodes/archive/archiverSourceConnector.h"
+#include "nodes/model/validation/ValidationResults.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/ValueCell.h"
+#include "support/Rows.h"
+
+#include <QtTest>
+
+#include <cmath>
+#include <future>
+#include <random>
+
+using namespace Nodes;
+
+namespace {
+
+using Answer = std::shared_ptr<const HistoryAnswer>;
+
+/// "time:number", an aggregate as "begin-end:first/minimum/maximum/last*count"; worst quality
+/// added.
+QString textOf(const HistoryColumn &column)
+{
+    const auto mark = [](Quality quality) {
+        return quality == Quality::Good ? QString() : QString(QualityToken(quality)).left(1);
+    };
+    QStringList texts;
+    for (std::size_t i = 0; i < column.times.size(); ++i) {
+        QString text = QString("%1:%2").arg(column.times[i]).arg(column.numbers[i]);
+        if (!column.intervals.empty()) {
+            const IntervalSample &s = column.intervals[i];
+            text = QString("%1-%2:%3/%4/%5/%6*%7").arg(s.begin).arg(s.end);
+            text = text.arg(s.first).arg(s.minimum).arg(s.maximum).arg(s.last).arg(s.count);
+        }
+        texts << text + mark(column.qualities[i]);
+    }
+    return texts.join(' ');
+}
+
+/// Answers when it is let; counts how often it was asked.
+class Gate : public HistorySource
+{
+public:
+    Result Read(HistoryColumnBuilder &into, const std::atomic<bool> &isCancelled) const override
+    {
+        ++asked;
+        while (!isOpen && !isCancelled)
+            std::this_thread::yield();
+        into.Add(into.GetFrom(), 1, Quality::Good);
+        return isCancelled ? Result(Result::Cancelled) : Result();
+    }
+    mutable std::atomic<int> asked{0};
+    std::atomic<bool> isOpen{false};
+};
+
+/// Two signals with histories that answer when they are let, and one without.
+struct Service : ProjectFixture
+{
+    Service()
+    {
+        for (int i = 0; i < 3; ++i)
+            tags.push_back(add<BasicSignal>("memorySignal", root()));
+        for (std::size_t i = 0; i < 2; ++i) {
+            if (!service.AddSource(tags[i]->GetId(), gates[i]))
+                throw std::logic_error("not added");
+        }
+    }
+    HistoryRequest request(std::initializer_list<int> which) const
+    {
+        HistoryRequest made;
+        made.from = 1;
+        made.to = 2;
+        for (const int i : which)
+            made.nodes.push_back(i < 0 ? NodeLink(4711) : tags[std::size_t(i)]->GetNodeLink());
+        return made;
+    }
+
+    std::array<std::shared_ptr<Gate>, 2> gates{std::make_shared<Gate>(), std::make_shared<Gate>()};
+    HistoryService service;
+    std::vector<BasicSignal *> tags;
+};
+
+} // namespace
+
+class TestHistory : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void column_data()
+    {
+        // samples: time:number and the first letter of a quality; span 100 to 199
+        const Rows<QString, int, QString> row("samples", "maxPoints", "column");
+        row("nothing", "", 4, "");
+        row("fits", "100:1 150:2 199:3", 3, "100:1 150:2 199:3");
+        row("all wanted", "100:1 101:2 102:3", 0, "100:1 101:2 102:3");
+        row("neighbours", "10:1 90:2 120:3 200:4 300:5", 1, "90:2 120:3 200:4");
+        row("only before", "10:1 90:2", 4, "90:2");
+        row("gaps", "100:1 110:2b 120:3s 130:4u 140:nan", 9,
+            "100:1 110:nanb 120:nans 130:4u 140:nan");
+        // a grid of 64 cut to the span: 100-128, 128-192, 192-200
+        row("aggregates", "100:3 110:1 120:9 127:2 128:5 199:6", 3,
+            "100-128:3/1/9/2*4 128-192:5/5/5/5*1 192-200:6/6/6/6*1");
+        row("aggregates and neighbours", "99:7 100:3 110:1 120:9 127:2 200:8", 3,
+            "99-100:7/7/7/7*1 100-128:3/1/9/2*4 200-201:8/8/8/8*1");
+        row("gap at the end of one", "100:3 110:1 120:9 127:2b 150:5", 3,
+            "100-128:3/1/9/nan*4b 128-192:5/5/5/5*1");
+        row("gap at its begin, worst of all", "100:3s 110:1u 120:9 127:2", 3,
+            "100-128:nan/1/9/2*4s");
+        row("gaps only", "100:3b 110:1b 120:9b", 2, "100-128:nan/nan/nan/nan*3b");
+    }
+
+    void column()
+    {
+        QFETCH(QString, samples);
+        QFETCH(int, maxPoints);
+        HistoryColumnBuilder builder(100, 199, std::size_t(maxPoints));
+        for (const QString &sample : samples.split(' ', Qt::SkipEmptyParts)) {
+            QString number = sample.section(':', 1);
+            const std::map<QChar, Quality> marks{
+                {'b', Quality::Bad}, {'s', Quality::Stale}, {'u', Quality::Uncertain}};
+            const auto mark = marks.find(number.back());
+            if (mark != marks.end())
+                number.chop(1);
+            builder.Add(sample.section(':', 0, 0).toLongLong(), number.toDouble(),
+                        mark != marks.end() ? mark->second : Quality::Good);
+        }
+        QTEST(textOf(builder.Take()), "column");
+    }
+
+    /// What is true of every aggregation, whatever the samples.
+    void columnsKeepEveryExtreme()
+    {
+        std::mt19937 random(7);
+        const auto upTo = [&random](int limit) { return int(random() % unsigned(limit)); };
+        for (int round = 0; round < 300; ++round) {
+            const Timestamp from = upTo(100000), to = from + upTo(100000);
+            const std::size_t maxPoints = 2 + std::size_t(upTo(50));
+            HistoryColumnBuilder builder(from, to, maxPoints);
+            unsigned long within = 0;
+            double highest = -1;
+            for (Timestamp time = upTo(1000); time < 200000; time += 1 + upTo(2000)) {
+                const double number = upTo(1000000);
+                builder.Add(time, number, Quality::Good);
+                if (time >= from && time <= to) {
+                    ++within;
+                    highest = std::max(highest, number);
+                }
+            }
+            const HistoryColumn column = builder.Take();
+            std::size_t points = 0;
+            unsigned long count = 0;
+            double found = -1;
+            for (std::size_t i = 0; i < column.times.size(); ++i) {
+                QVERIFY(i == 0 || column.times[i] > column.times[i - 1]);
+                if (column.times[i] < from || column.times[i] > to)
+                    continue;
+                ++points;
+                const bool isPlain = column.intervals.empty();
+                count += isPlain ? 1 : column.intervals[i].count;
+                found = std::max(found, isPlain ? column.numbers[i] : column.intervals[i].maximum);
+            }
+            QVERIFY2(points <= maxPoints && count == within && found == highest,
+                     qPrintable(QString("round %1").arg(round)));
+        }
+    }
+
+    void sessionKeepsTheLatest_data()
+    {
+        const Rows<int, int> row("capacity", "offered");
+        row("less than there is room for", 100, 50);
+        row("few", 1, 100);
+        row("many", 1000, 5000);
+        row("more than a block", 50000, 200000);
+    }
+
+    void sessionKeepsTheLatest()
+    {
+        QFETCH(int, capacity);
+        QFETCH(int, offered);
+        SessionHistory history{std::size_t(capacity)};
+        for (int i = 1; i <= offered; ++i)
+            history.Offer(i, i);
+        const std::atomic<bool> isCancelled{false};
+        const auto read = [&](Timestamp from, Timestamp to) {
+            HistoryColumnBuilder builder(from, to, 0);
+            const Result result = history.Read(builder, isCancelled);
+            return result ? builder.Take() : throw std::logic_error(result.ToString());
+        };
+        const HistoryColumn all = read(0, offered);
+        const int kept = int(all.times.size());
+        QVERIFY(kept >= std::min(capacity, offered) && kept <= capacity + 2 * 4096);
+        QCOMPARE(all.times.back(), Timestamp(offered));
+        QCOMPARE(all.times.front(), Timestamp(offered - kept + 1));
+        QCOMPARE(textOf(read(offered - 3, offered - 2)), kept < 5
+                                                             ? QString()
+                                                             : QString("%1:%1 %2:%2 %3:%3 %4:%4")
+                                                                   .arg(offered - 4)
+                                                                   .arg(offered - 3)
+                                                                   .arg(offered - 2)
+                                                                   .arg(offered - 1));
+    }
+
+    void answersInOrderOfUrgency()
+    {
+        Service s;
+        HistoryInquiry export_, plot, later;
+        std::string order;
+        std::promise<void> done;
+        HistoryRequest background = s.request({0, 1});
+        background.priority = HistoryPriority::Background;
+        QVERIFY(export_.Ask(s.service, background, [&](const Answer &answer) {
+            order += "export " + std::to_string(answer->columns.size());
+            done.set_value();
+        }));
+        QTRY_COMPARE(s.gates[0]->asked, 1);
+        QVERIFY(plot.Ask(s.service, s.request({0, 2, -1}), [&](const Answer &answer) {
+            order += "plot ";
+            for (const auto &column : answer->columns)
+                order += std::to_string(column->times.size()) + "/" +
+                         std::to_string(column->result.GetType()) + " ";
+        }));
+        QCOMPARE(s.gates[1]->asked, 0);
+        for (const auto &gate : s.gates)
+            gate->isOpen = true;
+        done.get_future().wait();
+        QCOMPARE(order, "plot 1/1 0/" + std::to_string(Result::NotAvailable) + " 0/" +
+                            std::to_string(Result::NotFound) + " export 2");
+        HistoryRequest wrong = s.request({0});
+        wrong.from = 3;
+        QCOMPARE(later.Ask(s.service, wrong, {}).GetType(), Result::InvalidArgument);
+        QCOMPARE(later.Ask(s.service, {}, {}).GetType(), Result::InvalidArgument);
+    }
+
+    void cancelsAndReplaces()
+    {
+        Service s;
+        std::atomic<int> answers{0};
+        const auto count = [&](const Answer &) { ++answers; };
+        HistoryInquiry plot;
+        QVERIFY(plot.Ask(s.service, s.request({0, 1}), count));
+        QTRY_COMPARE(s.gates[0]->asked, 1);
+        s.gates[1]->isOpen = true; // the first request hangs in the other one until it is replaced
+        std::promise<Answer> second;
+        QVERIFY(plot.Ask(s.service, s.request({1}),
+                         [&](const Answer &answer) { second.set_value(answer); }));
+        QCOMPARE(second.get_future().get()->columns.size(), std::size_t(1));
+        {
+            HistoryInquiry gone;
+            QVERIFY(gone.Ask(s.service, s.request({0}), count));
+        }
+        // What is accepted is answered, also when the history is closed.
+        std::promise<Answer> closed;
+        QVERIFY(plot.Ask(s.service, s.request({0, 1}),
+                         [&](const Answer &answer) { closed.set_value(answer); }));
+        QTRY_VERIFY(s.gates[0]->asked >= 2);
+        s.service.Stop();
+        const Answer answer = closed.get_future().get();
+        QCOMPARE(answer->result.GetType(), Result::Cancelled);
+        QCOMPARE(answer->columns.size(), std::size_t(2));
+        QCOMPARE(answer->columns[1]->result.GetType(), Result::Cancelled);
+        QCOMPARE(answers, 0);
+    }
+
+    void stationRemembersItsSession()
+    {
+        ManualClock &clock = ManualClock::Use();
+        const QTemporaryDir directory;
+        CoreFixture f(directory);
+        auto *level = f.add<BasicSignal>("memorySignal", f.root(), "level");
+        auto *name = f.add<BasicSignal>("memorySignal", f.root(), "name", {{"type", "string"}});
+        auto *source = f.add<archiverSourceConnector>("archiverSource", f.root(), "history",
+                                                      {{"signal", idOf(level)}});
+        QCOMPARE(source->GetNodeType().GetFamily(), NodeType::TypeArchive);
+        QCOMPARE(source->GetSource(), static_cast<BasicNode *>(level));
+        QVERIFY(source->isValid().empty());
+        f.add("archiverSource", f.root(), "again", {{"signal", idOf(level)}});
+        for (const std::string &wrong : {idOf(name), std::string("0")})
+            QVERIFY(
+                !f.add("archiverSource", f.root(), "w", {{"signal", wrong}})->isValid().empty());
+        level->GetCell()->Publish(1.0); // before anybody listens
+        clock.Advance(ManualClock::second);
+        QVERIFY(f.core.Start());
+        QCOMPARE(f.journalledText("Не запущен").size(), std::size_t(2)); // again and no signal
+        const Timestamp start = clock.Now();
+        for (int i = 2; i <= 4; ++i) {
+            level->GetCell()->Publish(i);
+            clock.Advance(ManualClock::second);
+        }
+        level->GetCell()->Degrade(Quality::Stale, Result());
+
+        const auto ask = [&](Timestamp from, Timestamp to, std::size_t maxPoints) {
+            HistoryInquiry inquiry;
+            HistoryRequest request;
+            request.from = from;
+            request.to = to;
+            request.nodes = {level->GetNodeLink(), name->GetNodeLink()};
+            request.maxPoints = maxPoints;
+            std::promise<Answer> answer;
+            const Result asked = inquiry.Ask(f.core.GetHistory(), request,
+                                             [&](const Answer &came) { answer.set_value(came); });
+            return asked ? answer.get_future().get() : throw std::logic_error(asked.ToString());
+        };
+        Answer answer = ask(start - 1, 0, 0);
+        auto samples = SignalHistoryResponse::AllOf(*answer);
+        QCOMPARE(samples.size(), std::size_t(5)); // with the one before the span
+        QCOMPARE(samples[0].GetTime(), std::uint64_t(start / 1000 - 1000));
+        QCOMPARE(samples[3].GetNodeId(), level->GetId());
+        QCOMPARE(samples[3].GetValue().ToDouble(), 4.);
+        QVERIFY(!samples[3].getIntervalSample());
+        QCOMPARE(samples[4].GetValue().GetQuality(), Quality::Bad); // nothing is known from there
+        QVERIFY(std::isnan(samples[4].ToDouble()));
+        const SignalHistoryResponse copy = samples[3];
+        samples.clear();
+        answer = ask(start, start + 10 * ManualClock::second, 2);
+        QCOMPARE(copy.ToDouble(), 4.);
+        samples = SignalHistoryResponse::AllOf(*answer);
+        QVERIFY(samples.size() <= 3);
+        const IntervalSample *interval = samples[1].getIntervalSample();
+        QVERIFY(interval && interval == samples[1].GetValue().getIntervalSample());
+        QCOMPARE(interval->maximum, 4.);
+
+        const Timestamp moment = start + 1500000;
+        const auto values = FetchValueResponse::At(moment, *ask(moment, moment, 0)).values;
+        QCOMPARE(values[0].GetValue().ToDouble(), 3.);
+        QCOMPARE(values[0].GetValue().GetSourceTime(), start + ManualClock::second);
+        QCOMPARE(values[1].GetValue().GetError().GetType(), Result::NotFound);
+        QCOMPARE(FetchValueResponse::At(5, *ask(5, 5, 0)).values[0].GetValue().GetError().GetType(),
+                 Result::NotFound);
+
+        // Guests may not look at the level, whichever way it is asked for.
+        f.core.SetWorkMode(WorkModeRuntime);
+        auto *users = f.add("authentication", f.add("station", f.root()));
+        ConfigNode *guests = f.add("role", users);
+        f.add("grant", guests, nullptr,
+              {{"mode", "deny"}, {"privileges", "view"}, {"scope", idOf(level)}});
+        ProjectFixture::set(users, {{"guestRole", idOf(guests)}});
+        answer = ask(start, 0, 0);
+        QCOMPARE(answer->columns[0]->result.GetType(), Result::AccessDenied);
+        QVERIFY(answer->columns[0]->times.empty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestHistory)
+#include "tst_history.moc"
