@@ -6,11 +6,13 @@
 
 #include <QTemporaryDir>
 
-/// A project run by a core that keeps its files in a directory.
+/// A project run by a core that keeps its files in a directory. Made again it is the same project,
+/// unless it is given another UUID.
 struct CoreFixture : ProjectFixture
 {
-    explicit CoreFixture(const QTemporaryDir &directory)
+    explicit CoreFixture(const QTemporaryDir &directory, const char *uuid = "fixture")
     {
+        owned->SetUuid(uuid);
         core.AdoptProject(std::move(owned), directory.filePath("project.xml").toStdString());
     }
     /// What the journal holds, all entries awaited.

@@ -4,7 +4,7 @@
 #include "nodes/alarms/alarmColumn.h"
 #include "nodes/alarms/engine/AlarmEngine.h"
 #include "nodes/alarms/engine/RecordsAlarm.h"
-#include "nodes/alarms/state/SqliteAlarmStates.h"
+#include "nodes/alarms/state/AlarmStateStore.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
@@ -12,8 +12,6 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
-
-#include <filesystem>
 
 namespace Nodes {
 
@@ -84,10 +82,14 @@ Result systemAlarming::Start()
             StoreMessage(LevelWarning, "Тревога не следит ни за чем: сигнал не указан", link);
     }
     const systemCore *core = GetCore();
-    std::shared_ptr<AlarmStateStore> states;
+    std::unique_ptr<AlarmStateStore> states;
+    Result found;
     if (core)
-        states = std::make_shared<SqliteAlarmStates>(
-            (std::filesystem::path(core->GetDataDirectory()) / "alarms.sqlite").string());
+        found = AlarmStateStores().Make(core->GetRecordLocation("alarms"), core->GetRecordHome(),
+                                        states);
+    if (!found)
+        StoreMessage(LevelWarning, "Состояния тревог не сохраняются: " + found.GetDetail(),
+                     GetNodeLink());
     EventJournal *journal = core ? &core->GetJournal() : nullptr;
     std::vector<BuiltInAlarm> builtIn;
     if (journal)

@@ -1,13 +1,14 @@
 #include "nodes/journal/EventJournal.h"
 
+#include "nodes/journal/JournalFindings.h"
 #include "nodes/journal/JournalReader.h"
-#include "nodes/journal/JournalRescuer.h"
-#include "nodes/journal/JournalWriter.h"
+#include "nodes/journal/JournalStore.h"
+#include "nodes/storage/records/Recorder.h"
 #include "nodes/values/Clock.h"
 #include "nodes/values/SlotList.h"
 
+#include <atomic>
 #include <cstdio>
-#include <filesystem>
 #include <mutex>
 
 namespace Nodes {
@@ -28,121 +29,167 @@ void clip(std::string &text)
     text += "…";
 }
 
+Recorder::Limits recorderLimits(const EventJournal::Limits &limits)
+{
+    Recorder::Limits given;
+    given.waiting.records = limits.waiting;
+    given.hanging = limits.hanging;
+    given.stopping = limits.stopping;
+    given.flushing = limits.flushing;
+    return given;
+}
+
 } // namespace
+
+/// What the writer's thread and readers need as long as they live.
+struct EventJournal::Shared
+{
+    RecordSource SourceOf(const BasicEvent &event) const
+    {
+        RecordSource source{{}, 0, event.source};
+        // That project alone can say what the number means.
+        const NodesCollection *of = event.sourceNode.GetNodesCollection();
+        const std::lock_guard lock(mutex);
+        source.home = home;
+        if (of && of == project && !home.project.empty())
+            source.node = event.sourceNode.GetNodeId();
+        return source;
+    }
+    NodeLink Resolve(const RecordSource &source) const
+    {
+        const std::lock_guard lock(mutex);
+        const bool isOurs = source.node != 0 && project && source.home.IsSame(home);
+        return isOurs ? NodeLink(source.node, project) : NodeLink();
+    }
+    void Announce(const Records &records, const std::vector<std::uint64_t> &numbers) const
+    {
+        for (std::size_t i = 0; hasListener && i < records.size(); ++i) {
+            std::optional<JournalRow> row = UnpackRow(records[i]);
+            if (numbers[i] == 0 || !row)
+                continue;
+            row->event.id = static_cast<unsigned long>(numbers[i]);
+            row->event.sourceNode = Resolve(row->source);
+            row->event.source = std::move(row->source.name);
+            appended(row->event);
+        }
+    }
+    std::string Describe(const RecordFinding &finding) const
+    {
+        BasicEvent event;
+        event.time = Clock::Current().Now();
+        event.level = LevelCritical;
+        event.type = TypeSystemState;
+        event.text = JournalFindingText(finding);
+        event.source = "Журнал";
+        return PackEvent(event, SourceOf(event));
+    }
+
+    SlotList<const BasicEvent &> appended;
+    std::atomic<bool> hasListener{false};
+    mutable std::mutex mutex; // of the rest
+    RecordHome home;
+    const NodesCollection *project = nullptr;
+};
 
 struct EventJournal::Impl
 {
-    explicit Impl(const Limits &given) : limits(given), queue(given.waiting) {}
-    std::string File() const
+    explicit Impl(const Limits &given) : limits(given) {}
+    JournalStore::SearchMaker SearchMaker() const
     {
         const std::lock_guard lock(mutex);
-        return file;
+        return makeSearch;
     }
 
     const Limits limits;
-    JournalQueue queue;
-    JournalOverflow overflow;
-    SlotList<const BasicEvent &> appended;
-    JournalWriter writer{queue, overflow, [this](const BasicEvent &event) { appended(event); }};
-    JournalRescuer rescuer{queue, overflow, limits.hanging};
-    mutable std::mutex mutex; // of `file`, which names the journal from Open to Close
-    std::string file;
-    std::vector<std::string> fallbacks;
+    const std::shared_ptr<Shared> shared = std::make_shared<Shared>();
+    const std::shared_ptr<Recorder> recorder = std::make_shared<Recorder>(
+        JournalFormat(), recorderLimits(limits),
+        RecordHooks{
+            [shared = shared](const Records &records, const std::vector<std::uint64_t> &numbers) {
+                shared->Announce(records, numbers);
+            },
+            [shared = shared](const RecordFinding &finding) { return shared->Describe(finding); }});
+    mutable std::mutex mutex; // of `makeSearch`, which is there from Open to Close
+    JournalStore::SearchMaker makeSearch;
 };
 
 EventJournal::EventJournal() : EventJournal(Limits()) {}
 
-EventJournal::EventJournal(const Limits &limits) : m_impl(std::make_shared<Impl>(limits)) {}
+EventJournal::EventJournal(const Limits &limits) : m_impl(std::make_unique<Impl>(limits)) {}
 
 EventJournal::~EventJournal()
 {
-    const bool wasOpen = !m_impl->File().empty();
+    const bool wasOpen = !m_impl->recorder->GetLocation().empty();
     Close();
-    const std::size_t lost = m_impl->queue.Size();
+    const std::size_t lost = m_impl->recorder->Waiting();
     if (wasOpen && lost > 0)
         std::fprintf(stderr, "journal: %zu entries could not be written and are lost\n", lost);
 }
 
 void EventJournal::SetFallbacks(std::vector<std::string> directories)
 {
-    const std::lock_guard lock(m_impl->mutex);
-    m_impl->fallbacks = std::move(directories);
+    m_impl->recorder->SetFallbacks(std::move(directories));
 }
 
-Result EventJournal::Open(const std::string &file)
+void EventJournal::SetHome(const RecordHome &home, const NodesCollection *project)
 {
-    if (file.empty())
-        return Result(Result::InvalidArgument, "journal: no file name");
-    {
-        const std::lock_guard lock(m_impl->mutex);
-        if (!m_impl->file.empty())
-            return Result(Result::Refused, m_impl->file + ": the journal is open");
-        m_impl->file = file;
-    }
-    // A directory that cannot be made shows when the file in it is opened.
-    std::error_code ignored;
-    const std::filesystem::path path(file);
-    std::filesystem::create_directories(path.parent_path(), ignored);
-    std::vector<std::string> findings;
-    m_impl->overflow.Open(m_impl->fallbacks, path.filename().string() + ".spill", findings);
-    const Result started = m_impl->writer.Start(file, m_impl, findings);
-    if (m_impl->overflow.HasPlace())
-        m_impl->rescuer.Start(m_impl);
-    return started;
+    const std::lock_guard lock(m_impl->shared->mutex);
+    m_impl->shared->home = home;
+    m_impl->shared->project = project;
+}
+
+RecordSource EventJournal::SourceOf(const NodeLink &node) const
+{
+    BasicEvent event;
+    event.sourceNode = node;
+    return m_impl->shared->SourceOf(event);
+}
+
+Result EventJournal::Open(const std::string &location, const std::string &spillFile)
+{
+    std::unique_ptr<JournalStore> store;
+    const Result made = JournalStores().Make(location, store);
+    if (!made)
+        return made;
+    JournalStore::SearchMaker makeSearch = store->GetSearchMaker();
+    const Result opened = m_impl->recorder->Open(
+        std::move(store), spillFile.empty() ? location + ".spill" : spillFile);
+    const std::lock_guard lock(m_impl->mutex);
+    if (!m_impl->makeSearch)
+        m_impl->makeSearch = std::move(makeSearch);
+    return opened;
 }
 
 void EventJournal::Close()
 {
-    if (m_impl->File().empty())
-        return;
-    const bool hasEnded = m_impl->writer.Stop(m_impl->limits.stopping);
-    m_impl->rescuer.Stop(m_impl->limits.hanging);
-    if (m_impl->queue.Size() > 0 && m_impl->overflow.HasPlace())
-        m_impl->rescuer.Empty(m_impl, m_impl->limits.hanging);
-    else if (!hasEnded)
-        (void)m_impl->queue.Abandon();
+    m_impl->recorder->Close();
     const std::lock_guard lock(m_impl->mutex);
-    m_impl->file.clear();
+    m_impl->makeSearch = nullptr;
 }
 
 bool EventJournal::IsOpen() const
 {
-    return m_impl->writer.IsStoreOpen();
+    return m_impl->recorder->IsStoreOpen();
 }
 
 StoreHealth EventJournal::GetHealth() const
 {
-    StoreHealth health = m_impl->writer.GetHealth();
-    health.waiting = m_impl->queue.Size();
-    health.aside += m_impl->overflow.Count();
-    health.lost = m_impl->queue.Lost();
-    const std::chrono::milliseconds busy = m_impl->queue.BusyFor();
-    if (busy > m_impl->limits.hanging) {
-        const Timestamp duration = Timestamp(busy.count()) * 1000;
-        if (health.isWell() || duration > health.troubledFor) {
-            health.troubledSince = Clock::Current().Now() - duration;
-            health.troubledFor = duration;
-        }
-        health.trouble =
-            "the disk has not answered for " + std::to_string(busy.count() / 1000) + " s";
-    }
-    return health;
+    return m_impl->recorder->GetHealth();
 }
 
 std::vector<std::string> EventJournal::GetFallbackFiles() const
 {
-    return m_impl->overflow.GetFiles();
+    return m_impl->recorder->GetFallbackFiles();
 }
 
 Result EventJournal::Append(BasicEvent event)
 {
     if (event.time == 0)
         event.time = Clock::Current().Now();
-    event.id = 0;
     for (std::string *text :
          {&event.text, &event.source, &event.user, &event.oldValue, &event.newValue})
         clip(*text);
-    if (m_impl->queue.Push(MakeJournalRow(std::move(event)), m_impl->writer.IsOwnThread()))
+    if (m_impl->recorder->Append(PackEvent(event, m_impl->shared->SourceOf(event))))
         return Result();
     return Result(Result::LimitExceeded,
                   "journal: " + std::to_string(m_impl->limits.waiting) + " entries wait already");
@@ -150,34 +197,37 @@ Result EventJournal::Append(BasicEvent event)
 
 Result EventJournal::Flush()
 {
-    const std::string file = m_impl->File();
-    if (file.empty() || m_impl->writer.IsOwnThread())
-        return Result(Result::NotAvailable, "journal: not open or called by its own thread");
-    if (m_impl->queue.WaitSettled(m_impl->limits.flushing))
-        return Result();
-    return Result(Result::StorageError, file + ": neither it nor its spill file can be written");
+    return m_impl->recorder->Flush();
+}
+
+std::unique_ptr<JournalReader> EventJournal::OpenReader() const
+{
+    const JournalStore::SearchMaker makeSearch = m_impl->SearchMaker();
+    if (!makeSearch)
+        return nullptr;
+    return std::make_unique<JournalReader>(
+        makeSearch(),
+        [shared = m_impl->shared](const RecordSource &source) { return shared->Resolve(source); });
 }
 
 Result EventJournal::Query(const JournalQuery &query, std::vector<BasicEvent> &events) const
 {
     events.clear();
-    const std::string file = m_impl->File();
-    if (file.empty())
-        return Result(Result::NotAvailable, "journal: not open");
-    return JournalReader(file).Query(query, events);
+    const std::unique_ptr<JournalReader> reader = OpenReader();
+    return reader ? reader->Query(query, events)
+                  : Result(Result::NotAvailable, "journal: not open");
 }
 
 Result EventJournal::Verify() const
 {
-    const std::string file = m_impl->File();
-    if (file.empty())
-        return Result(Result::NotAvailable, "journal: not open");
-    return JournalReader(file).Verify();
+    const std::unique_ptr<JournalReader> reader = OpenReader();
+    return reader ? reader->Verify() : Result(Result::NotAvailable, "journal: not open");
 }
 
 Connection EventJournal::ConnectAppended(std::function<void(const BasicEvent &)> slot)
 {
-    return m_impl->appended.Connect(std::move(slot));
+    m_impl->shared->hasListener = true;
+    return m_impl->shared->appended.Connect(std::move(slot));
 }
 
 } // namespace Nodes

@@ -4,6 +4,7 @@
 #include "nodes/events/BasicEvent.h"
 #include "nodes/journal/JournalQuery.h"
 #include "nodes/model/services/JournalSink.h"
+#include "nodes/storage/RecordSource.h"
 #include "nodes/storage/StoreHealth.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/Result.h"
@@ -16,19 +17,20 @@
 
 namespace Nodes {
 
-/// Append-only event journal in an SQLite file. Each row carries a hash over itself and its
-/// predecessor, so removal or change of a row shows. Entries are queued (bounded) and written by a
-/// thread of its own in transactions; when the file cannot be written they go to a spill file
-/// beside it, then to one on another disk, which are replayed in order, so nothing is lost and
-/// nothing is stored twice. A disk that hangs holds up nobody but that thread. All operations: any
-/// thread, except where stated.
+class JournalReader;
+class JournalStore;
+class NodesCollection;
+
+/// Append-only event journal. Each row carries a hash over itself and its predecessor, so removal
+/// or change of a row shows. Entries go the way of every record, see Recorder: they never wait for
+/// a disk, and nothing is lost or stored twice. All operations: any thread, except where stated.
 class NODES_EXPORT EventJournal : public JournalSink
 {
 public:
     /// How much and how long; the defaults are those of a station.
     struct Limits
     {
-        std::size_t waiting = 100000;             ///< entries in memory
+        std::size_t waiting = 100000;             ///< entries in memory, 256 MiB at most
         std::chrono::milliseconds hanging{3000};  ///< a disk that takes longer is said to hang
         std::chrono::milliseconds stopping{5000}; ///< waited for a disk when closing
         std::chrono::milliseconds flushing{10000};
@@ -40,9 +42,18 @@ public:
     EventJournal(const EventJournal &) = delete;
     EventJournal &operator=(const EventJournal &) = delete;
 
-    /// Opens or creates the database and starts the writer. StorageError names file and cause;
-    /// entries are then kept in the spill file beside it while opening is retried.
-    [[nodiscard]] Result Open(const std::string &file);
+    /// Whose records these are from now on: entries name nodes of `project` by it, and entries read
+    /// resolve to nodes of `project` if they are of that home. Null: none. Before the former
+    /// project goes. GUI thread.
+    void SetHome(const RecordHome &home, const NodesCollection *project);
+    /// What entries about that node are found by, see JournalQuery; without a node when it is not
+    /// of the home's project.
+    RecordSource SourceOf(const NodeLink &node) const;
+
+    /// Opens the store of that location (JournalStores) or makes it, and starts the writer; until
+    /// it can be written entries are kept in `spillFile`, by default "<location>.spill", while
+    /// opening is retried. StorageError names place and cause.
+    [[nodiscard]] Result Open(const std::string &location, const std::string &spillFile = {});
     /// Directories on other disks for what cannot be written beside the journal, the best one
     /// first; of this journal alone. Before Open, which takes up what an earlier run left there.
     void SetFallbacks(std::vector<std::string> directories);
@@ -65,8 +76,12 @@ public:
     /// again at once.
     Result Flush();
 
-    /// Entries in the order they were stored, as far as they are in the database: see Flush.
+    /// A page of entries by their time, as far as they are in the store: see Flush. One whose
+    /// source is a node of another project or station has no link, but its name.
     [[nodiscard]] Result Query(const JournalQuery &query, std::vector<BasicEvent> &events) const;
+    /// For who asks again and again, on a thread of its own; null before Open. It may outlive the
+    /// journal.
+    std::unique_ptr<JournalReader> OpenReader() const;
     /// Recomputes the hash chain; the first row that does not fit is named in the detail.
     [[nodiscard]] Result Verify() const;
 
@@ -74,8 +89,10 @@ public:
     Connection ConnectAppended(std::function<void(const BasicEvent &)> slot);
 
 private:
+    struct Shared;
     struct Impl;
-    std::shared_ptr<Impl> m_impl; // outlives this object while a disk holds one of its threads
+
+    std::unique_ptr<Impl> m_impl;
 };
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #include "nodes/storage/SqliteDatabase.h"
 
 #include "nodes/storage/DamagedFiles.h"
+#include "nodes/storage/SqliteStatement.h"
 
 #include <sqlite3.h>
 
@@ -12,6 +13,8 @@ namespace {
 
 constexpr int busyTimeout = 500;  // ms
 constexpr int copiedPages = 1000; // in one step
+constexpr int writing = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+constexpr const char *durability = "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL";
 
 } // namespace
 
@@ -29,11 +32,40 @@ void SqliteDatabase::Close()
 
 Result SqliteDatabase::Open(const std::string &file, Mode mode)
 {
+    const bool isWriter = mode == Mode::ReadWrite;
+    Result result = connect(file, isWriter ? writing : SQLITE_OPEN_READONLY);
+    if (result && isWriter)
+        result = Execute(durability);
+    if (!result)
+        Close();
+    return result;
+}
+
+Result SqliteDatabase::OpenVersion(const std::string &file, std::int64_t newest,
+                                   std::int64_t &found)
+{
+    Result result = connect(file, writing);
+    if (!result)
+        return result;
+    {
+        SqliteStatement version(*this, "PRAGMA user_version");
+        found = version.Step() ? version.Integer(0) : 0;
+        result = version.GetResult();
+    }
+    if (result && found > newest)
+        result = Result(Result::StorageError, file + ": written by a later version of the program");
+    if (result)
+        result = Execute(durability);
+    if (!result)
+        Close();
+    return result;
+}
+
+Result SqliteDatabase::connect(const std::string &file, int flags)
+{
     Close();
     m_file = file;
     m_isDamaged = false;
-    const bool isWriter = mode == Mode::ReadWrite;
-    const int flags = isWriter ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY;
     const int code = sqlite3_open_v2(file.c_str(), &m_handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     if (code != SQLITE_OK) {
         noteFailure(code);
@@ -42,12 +74,7 @@ Result SqliteDatabase::Open(const std::string &file, Mode mode)
     }
     sqlite3_extended_result_codes(m_handle, 1);
     sqlite3_busy_timeout(m_handle, busyTimeout);
-    if (!isWriter)
-        return Result();
-    Result result = Execute("PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL");
-    if (!result)
-        Close();
-    return result;
+    return Result();
 }
 
 Result SqliteDatabase::Execute(const char *sql)

@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/values/Result.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -24,6 +25,10 @@ public:
     /// ReadWrite creates the file, switches it to write-ahead logging and full synchronisation:
     /// what was committed survives a loss of power. Waits up to half a second for other processes.
     [[nodiscard]] Result Open(const std::string &file, Mode mode);
+    /// The same for writing, with the version of the schema (user_version) that was found. Nothing
+    /// is changed in a file that has a later one than `newest`, which is StorageError.
+    [[nodiscard]] Result OpenVersion(const std::string &file, std::int64_t newest,
+                                     std::int64_t &found);
     void Close();
     bool IsOpen() const { return m_handle != nullptr; }
     [[nodiscard]] Result Execute(const char *sql);
@@ -53,6 +58,7 @@ public:
 private:
     friend class SqliteStatement;
 
+    [[nodiscard]] Result connect(const std::string &file, int flags);
     void noteFailure(int code);
 
     sqlite3 *m_handle = nullptr;

@@ -55,8 +55,13 @@ Result SqliteStatement::Run()
 {
     while (Step()) {
     }
-    sqlite3_reset(m_statement);
+    Reset();
     return m_result;
+}
+
+void SqliteStatement::Reset()
+{
+    sqlite3_reset(m_statement);
 }
 
 bool SqliteStatement::IsNull(int column) const

@@ -32,6 +32,8 @@ public:
     bool Step();
     /// Runs a statement that gives no rows and makes it ready for the next parameters.
     [[nodiscard]] Result Run();
+    /// Ready for the next parameters, before the last row was reached.
+    void Reset();
     /// Failure of any call so far; success without one.
     Result GetResult() const { return m_result; }
 

@@ -77,6 +77,7 @@ systemCore::~systemCore()
     if (GetState() == NodeState::Running)
         Stop();
     // Nodes write to the journal as they go: it must still be there.
+    m_journal->SetHome(GetRecordHome(), nullptr);
     m_project.reset();
 }
 
@@ -135,6 +136,7 @@ Result systemCore::SelectStation(const std::string &name)
 {
     m_station = name;
     m_guard->localStation.Forget();
+    setJournalHome();
     if (name.empty() || GetLocalStation())
         return Result();
     std::string known;
@@ -172,6 +174,19 @@ std::string systemCore::GetDataDirectory() const
     return (fs::path(GetProjectPath()) / "data").string();
 }
 
+void systemCore::SetRecordLocation(const std::string &name, const std::string &location)
+{
+    m_recordLocations[name] = location;
+}
+
+std::string systemCore::GetRecordLocation(const std::string &name) const
+{
+    const auto given = m_recordLocations.find(name);
+    return given != m_recordLocations.end()
+               ? given->second
+               : (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
+}
+
 void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)
 {
     m_journal->SetFallbacks(directories);
@@ -190,10 +205,25 @@ void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::str
     m_project->SetDirectory(GetProjectPath());
     m_project->SetServices({this, m_access.get(), m_journal.get(), this, m_writeRoutes.get()});
     NodesCollection::SetCurrent(m_project.get());
+    setJournalHome();
     ResourceLink::SetBaseDirectory(GetProjectPath());
     m_guard->owner = std::this_thread::get_id();
     m_guard->found = Guard::never;
     (void)IsMeantToHaveUsers();
+}
+
+RecordHome systemCore::GetRecordHome() const
+{
+    if (!m_project)
+        return {};
+    const BasicStation *station = GetLocalStation();
+    return station ? RecordHome{m_project->GetUuid(), station->GetId(), station->GetName()}
+                   : RecordHome{m_project->GetUuid(), 0, {}};
+}
+
+void systemCore::setJournalHome()
+{
+    m_journal->SetHome(GetRecordHome(), m_project.get());
 }
 
 void systemCore::SetDefine(const std::string &name, const std::string &value)
@@ -329,8 +359,9 @@ Result systemCore::Start()
     if (const Result selected = SelectStation(m_station); !selected)
         return selected;
     SetState(NodeState::Starting);
-    const Result opened =
-        m_journal->Open((fs::path(GetDataDirectory()) / "journal.sqlite").string());
+    setJournalHome(); // names of stations may have changed
+    const fs::path spill = fs::path(GetDataDirectory()) / "journal.sqlite.spill";
+    const Result opened = m_journal->Open(GetRecordLocation("journal"), spill.string());
     journalLoadErrors();
     markRemoteSignals();
     for (const NodeType::enNodeType family : startOrder)

@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/services/StationFinder.h"
+#include "nodes/storage/RecordSource.h"
 #include "nodes/system/enWorkMode.h"
 #include "nodes/values/Connection.h"
 
@@ -45,6 +46,8 @@ public:
     /// Whether the project holds anything that speaks of users, see SpeaksOfUsers. The tree is
     /// looked through again when it has changed, on the thread that adopted it. Any thread.
     bool IsMeantToHaveUsers() const;
+    /// Whose the records of this process are: the loaded project and its local station.
+    RecordHome GetRecordHome() const;
     /// Journal of this process; never null, stores from the moment it is opened by Start.
     EventJournal &GetJournal() const { return *m_journal; }
     /// Where writes to the signals of other stations go; never null.
@@ -64,6 +67,10 @@ public:
     /// "data" beside the project file.
     void SetDataDirectory(std::string directory) { m_dataDirectory = std::move(directory); }
     std::string GetDataDirectory() const;
+    /// Where the store of records of that name is: "journal", "alarms". By default a file in the
+    /// data directory; see StoreTable for other kinds. Before Start.
+    void SetRecordLocation(const std::string &name, const std::string &location);
+    std::string GetRecordLocation(const std::string &name) const;
     /// Directories on other disks for records that cannot be written there, the best one first:
     /// see EventJournal::SetFallbacks. Before Start; none by default.
     void SetFallbackDirectories(const std::vector<std::string> &directories);
@@ -109,6 +116,7 @@ private:
     void markRemoteSignals() const;
     void journalLoadErrors() const;
     void watchStaleness();
+    void setJournalHome();
 
     std::unique_ptr<NodesCollection> m_project;
     std::shared_ptr<const LoadReport> m_loadReport;
@@ -120,6 +128,7 @@ private:
     std::unique_ptr<Requests> m_requests;
     std::unique_ptr<Guard> m_guard;
     std::map<std::string, std::string> m_defines;
+    std::map<std::string, std::string> m_recordLocations; // given by name
     std::string m_projectFile;
     std::string m_dataDirectory;
     std::string m_station; // name of the local one; "" for the first

@@ -22,7 +22,8 @@ namespace {
 class MoodyStore : public AlarmStateStore
 {
 public:
-    Result Open(std::string &) override
+    const std::string &GetLocation() const override { return m_location; }
+    Result Open(StoreOpening &) override
     {
         const std::lock_guard lock(m_mutex);
         m_isOpen = m_answer.IsSuccess();
@@ -75,6 +76,7 @@ public:
 private:
     mutable std::mutex m_mutex;
     std::condition_variable m_called;
+    const std::string m_location = "memory";
     Memories m_kept;
     Result m_answer;
     std::atomic<bool> m_isOpen{false};
@@ -256,12 +258,12 @@ private slots:
         const QString data = directory.filePath("data");
         const std::string file = (data + "/alarms.sqlite").toStdString();
         const unsigned long missing = 4711;
-        std::string setAside;
+        StoreOpening opening;
         const auto save = [&](const std::string &into) {
             SqliteAlarmStates states(into);
             StoredAlarm stored;
             stored.memory.isOutOfService = true;
-            QVERIFY(states.Open(setAside) && states.Save({{missing, stored}}));
+            QVERIFY(states.Open(opening) && states.Save({{missing, stored}}));
         };
         save(file);
         Plant plant;
@@ -285,11 +287,11 @@ private slots:
         SqliteAlarmStates states(file);
         AlarmStateStore::Memories kept;
         unsigned long last = 0;
-        QVERIFY(states.Open(setAside) && states.Load(kept, last));
+        QVERIFY(states.Open(opening) && states.Load(kept, last));
         QVERIFY(kept[plant.alarms[0]->GetId()].memory.isActive);
         QVERIFY(kept[missing].memory.isOutOfService);
         QCOMPARE(last, kept[plant.alarms[0]->GetId()].memory.occurrence);
-        QCOMPARE(setAside, std::string());
+        QCOMPARE(opening.setAside, std::string());
     }
 
     // However publishers, operators and the reader meet, the list ends as the alarms stand.

@@ -98,10 +98,10 @@ void AlarmEngine::Stop()
 /// The start waits for the file: what was acknowledged or set aside must not be heard of again.
 void AlarmEngine::load(AlarmStateStore &store, AlarmStateStore::Memories &memories)
 {
-    std::string setAside;
-    Result result = store.Open(setAside);
-    if (!setAside.empty())
-        reportSetAside(setAside);
+    StoreOpening opening;
+    Result result = store.Open(opening);
+    if (!opening.setAside.empty())
+        reportSetAside(opening.setAside);
     unsigned long lastOccurrence = 0;
     if (result)
         result = store.Load(memories, lastOccurrence);

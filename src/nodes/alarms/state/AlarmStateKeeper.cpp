@@ -124,10 +124,10 @@ Result AlarmStateKeeper::State::Write()
 
 Result AlarmStateKeeper::State::Reopen()
 {
-    std::string setAside;
-    const Result opened = store->Open(setAside);
+    StoreOpening opening;
+    const Result opened = store->Open(opening);
     if (opened)
-        TellLacking(setAside);
+        TellLacking(opening.setAside);
     return opened;
 }
 

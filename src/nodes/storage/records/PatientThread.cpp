@@ -1,4 +1,4 @@
-#include "nodes/journal/PatientThread.h"
+#include "nodes/storage/records/PatientThread.h"
 
 #include <atomic>
 #include <condition_variable>

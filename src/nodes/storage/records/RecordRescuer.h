@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/journal/PatientThread.h"
+#include "nodes/storage/records/PatientThread.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -9,20 +9,19 @@
 
 namespace Nodes {
 
-class JournalOverflow;
-class JournalQueue;
+class RecordOverflow;
+class RecordQueue;
 
-/// Thread that carries rows from the queue to other disks while the writer hangs on its own.
-class JournalRescuer
+/// Thread that carries records from the queue to other disks while the writer hangs on its own.
+class RecordRescuer
 {
 public:
-    JournalRescuer(JournalQueue &queue, JournalOverflow &overflow,
-                   std::chrono::milliseconds patience);
+    RecordRescuer(RecordQueue &queue, RecordOverflow &overflow, std::chrono::milliseconds patience);
 
     /// `owner` is kept alive by the thread.
     void Start(std::shared_ptr<void> owner);
     void Stop(std::chrono::milliseconds patience);
-    /// Gives the writer up and carries everything that is left, the rows it holds included: should
+    /// Gives the writer up and carries everything that is left, those it holds included: should
     /// it store them after all, they are known by their keys. After Stop.
     void Empty(std::shared_ptr<void> owner, std::chrono::milliseconds patience);
 
@@ -31,8 +30,8 @@ private:
     void rescue();
     void empty();
 
-    JournalQueue &m_queue;
-    JournalOverflow &m_overflow;
+    RecordQueue &m_queue;
+    RecordOverflow &m_overflow;
     const std::chrono::milliseconds m_patience; // with the writer
     std::mutex m_mutex;
     std::condition_variable m_stopped;

@@ -1,0 +1,151 @@
+#include "nodes/journal/SqliteJournal.h"
+
+#include "nodes/journal/JournalTables.h"
+#include "nodes/journal/SqliteJournalSearch.h"
+#include "nodes/storage/SqliteStatement.h"
+#include "nodes/values/Clock.h"
+
+#include <sqlite3.h>
+
+namespace Nodes {
+
+namespace {
+
+constexpr std::size_t mostRemembered = 100000; // sources
+
+constexpr const char *insertion =
+    "INSERT INTO events (id, key, time, level, type, text, source, node, user, old_value, "
+    "new_value, alarm_state, priority, occurrence, hash, version, origin) "
+    "VALUES (?1, ?2, ?3, ?4, ?5, ?6, '', 0, ?7, ?8, ?9, ?10, ?11, ?12, ?13, ?14, ?15) "
+    "ON CONFLICT (key) DO NOTHING";
+
+void bindRow(SqliteStatement &s, const JournalRow &row, std::uint64_t id, const std::string &hash,
+             std::int64_t origin)
+{
+    const BasicEvent &e = row.event;
+    s.Bind(1, static_cast<std::int64_t>(id));
+    s.Bind(2, static_cast<std::int64_t>(row.key));
+    s.Bind(3, e.time);
+    s.Bind(4, std::int64_t(e.level));
+    s.Bind(5, std::int64_t(e.type));
+    s.Bind(6, e.text);
+    s.Bind(7, e.user);
+    s.Bind(8, e.oldValue);
+    s.Bind(9, e.newValue);
+    s.Bind(10, std::int64_t(e.alarmState));
+    s.Bind(11, std::int64_t(e.priority));
+    s.Bind(12, static_cast<std::int64_t>(e.occurrence));
+    s.BindBlob(13, hash);
+    s.Bind(14, std::int64_t(row.version));
+    s.Bind(15, origin);
+}
+
+/// Stands for a record that cannot be read, so that its loss shows.
+JournalRow unreadable(const Record &record)
+{
+    JournalRow row;
+    row.key = record.key;
+    row.event.time = Clock::Current().Now();
+    row.event.level = LevelCritical;
+    row.event.type = TypeSystemState;
+    row.event.text = "Запись журнала не читается, байт: " + std::to_string(record.bytes.size());
+    row.source.name = "Журнал";
+    return row;
+}
+
+void bindSource(SqliteStatement &s, const RecordSource &source)
+{
+    s.Bind(1, source.home.project);
+    s.Bind(2, static_cast<std::int64_t>(source.home.station));
+    s.Bind(3, source.home.stationName);
+    s.Bind(4, static_cast<std::int64_t>(source.node));
+    s.Bind(5, source.name);
+}
+
+} // namespace
+
+SqliteJournal::SqliteJournal(const std::string &file)
+    : SqliteStore<JournalStore>(file, JournalTables::Schema())
+{
+}
+
+JournalStore::SearchMaker SqliteJournal::GetSearchMaker() const
+{
+    return [file = m_file.GetFile()] { return std::make_unique<SqliteJournalSearch>(file); };
+}
+
+Result SqliteJournal::Open(StoreOpening &opening)
+{
+    m_origins.clear(); // it may be another file by now
+    return SqliteStore<JournalStore>::Open(opening);
+}
+
+Result SqliteJournal::Write(const Records &records, std::vector<std::uint64_t> &numbers)
+{
+    const Result result = m_file.Transact([&] { return append(records, numbers); });
+    if (!result)
+        m_origins.clear(); // some of them may have been rolled back
+    return result;
+}
+
+Result SqliteJournal::append(const Records &records, std::vector<std::uint64_t> &numbers)
+{
+    numbers.assign(records.size(), 0);
+    JournalTables::Link last;
+    Result result = JournalTables::ReadLink(m_file.Database(), "head", last);
+    SqliteStatement insertRow(m_file.Database(), insertion);
+    for (std::size_t i = 0; result && i < records.size(); ++i) {
+        std::optional<JournalRow> read = UnpackRow(records[i]);
+        const JournalRow row = read ? std::move(*read) : unreadable(records[i]);
+        std::int64_t origin = 0;
+        result = findOrigin(row.source, origin);
+        if (!result)
+            break;
+        const std::string hash =
+            ChainHash(last.hash, last.id + 1, read ? records[i] : PackRow(row));
+        bindRow(insertRow, row, last.id + 1, hash, origin);
+        result = insertRow.Run();
+        if (!result || sqlite3_changes(m_file.Database().Handle()) == 0)
+            continue;
+        last = {last.id + 1, hash};
+        numbers[i] = last.id;
+    }
+    if (!result)
+        return result;
+    SqliteStatement writeHead(m_file.Database(),
+                              "REPLACE INTO head (one, id, hash) VALUES (1, ?1, ?2)");
+    writeHead.Bind(1, static_cast<std::int64_t>(last.id));
+    writeHead.BindBlob(2, last.hash);
+    return writeHead.Run();
+}
+
+Result SqliteJournal::findOrigin(const RecordSource &source, std::int64_t &origin)
+{
+    if (m_origins.size() > mostRemembered)
+        m_origins.clear();
+    std::int64_t &known = m_origins[source];
+    if (known == 0) {
+        SqliteStatement find(m_file.Database(),
+                             "SELECT id FROM sources WHERE project = ?1 AND station = ?2 AND "
+                             "station_name = ?3 AND node = ?4 AND name = ?5");
+        bindSource(find, source);
+        if (find.Step())
+            known = find.Integer(0);
+        if (!find.GetResult())
+            return find.GetResult();
+    }
+    if (known == 0) {
+        SqliteStatement add(m_file.Database(),
+                            "INSERT INTO sources (project, station, station_name, node, name) "
+                            "VALUES (?1, ?2, ?3, ?4, ?5)");
+        bindSource(add, source);
+        const Result added = add.Run();
+        if (!added)
+            return added;
+        known = sqlite3_last_insert_rowid(m_file.Database().Handle());
+    }
+    origin = known;
+    return Result();
+}
+
+} // namespace Nodes

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "nodes/journal/JournalStore.h"
+#include "nodes/storage/SqliteStore.h"
+
+#include <map>
+#include <string>
+
+namespace Nodes {
+
+class SqliteStatement;
+
+/// The journal in an SQLite file. Files of the first version are brought up to date when they are
+/// opened; their rows stay as they are.
+class SqliteJournal : public SqliteStore<JournalStore>
+{
+public:
+    explicit SqliteJournal(const std::string &file);
+
+    [[nodiscard]] Result Open(StoreOpening &opening) override;
+    [[nodiscard]] Result Write(const Records &records,
+                               std::vector<std::uint64_t> &numbers) override;
+    SearchMaker GetSearchMaker() const override;
+
+private:
+    [[nodiscard]] Result append(const Records &records, std::vector<std::uint64_t> &numbers);
+    [[nodiscard]] Result findOrigin(const RecordSource &source, std::int64_t &origin);
+
+    std::map<RecordSource, std::int64_t> m_origins; // numbers of sources that are in the file
+};
+
+} // namespace Nodes
