@@ -109,8 +109,9 @@ struct EventJournal::Impl
                 shared->Announce(records, numbers);
             },
             [shared = shared](const RecordFinding &finding) { return shared->Describe(finding); }});
-    mutable std::mutex mutex; // of `makeSearch`, which is there from Open to Close
-    JournalStore::SearchMaker makeSearch;
+    mutable std::mutex mutex;             // of the rest
+    JournalStore::SearchMaker makeSearch; // from Open to Close
+    JournalRetention retention;
 };
 
 EventJournal::EventJournal() : EventJournal(Limits()) {}
@@ -138,6 +139,12 @@ void EventJournal::SetHome(const RecordHome &home, const NodesCollection *projec
     m_impl->shared->project = project;
 }
 
+void EventJournal::SetRetention(const JournalRetention &retention)
+{
+    const std::lock_guard lock(m_impl->mutex);
+    m_impl->retention = retention;
+}
+
 RecordSource EventJournal::SourceOf(const NodeLink &node) const
 {
     BasicEvent event;
@@ -151,6 +158,10 @@ Result EventJournal::Open(const std::string &location, const std::string &spillF
     const Result made = JournalStores().Make(location, store);
     if (!made)
         return made;
+    {
+        const std::lock_guard lock(m_impl->mutex);
+        store->SetRetention(m_impl->retention, SourceOf(NodeLink()).home);
+    }
     JournalStore::SearchMaker makeSearch = store->GetSearchMaker();
     const Result opened = m_impl->recorder->Open(
         std::move(store), spillFile.empty() ? location + ".spill" : spillFile);

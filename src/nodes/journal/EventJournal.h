@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/journal/JournalQuery.h"
+#include "nodes/journal/JournalRetention.h"
 #include "nodes/model/services/JournalSink.h"
 #include "nodes/storage/RecordSource.h"
 #include "nodes/storage/StoreHealth.h"
@@ -22,8 +23,9 @@ class JournalStore;
 class NodesCollection;
 
 /// Append-only event journal. Each row carries a hash over itself and its predecessor, so removal
-/// or change of a row shows. Entries go the way of every record, see Recorder: they never wait for
-/// a disk, and nothing is lost or stored twice. All operations: any thread, except where stated.
+/// or change of a row shows; what retention takes is told of and proved. Entries go the way of
+/// every record, see Recorder: they never wait for a disk, and nothing is lost or stored twice. All
+/// operations: any thread, except where stated.
 class NODES_EXPORT EventJournal : public JournalSink
 {
 public:
@@ -50,6 +52,8 @@ public:
     /// of the home's project.
     RecordSource SourceOf(const NodeLink &node) const;
 
+    /// How long entries are kept; for ever by default. Before Open.
+    void SetRetention(const JournalRetention &retention);
     /// Opens the store of that location (JournalStores) or makes it, and starts the writer; until
     /// it can be written entries are kept in `spillFile`, by default "<location>.spill", while
     /// opening is retried. StorageError names place and cause.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/journal/JournalRetention.h"
 #include "nodes/journal/JournalSearch.h"
 #include "nodes/storage/StoreTable.h"
 #include "nodes/storage/records/RecordStore.h"
@@ -10,7 +11,8 @@
 namespace Nodes {
 
 /// Store of the journal's records. Besides what RecordStore says, an implementation chains each row
-/// to the one before by ChainHash and numbers them without gaps.
+/// to the one before by ChainHash, numbers them without gaps, and keeps what
+/// proves the rest when it takes the oldest ones.
 class JournalStore : public RecordStore
 {
 public:
@@ -18,6 +20,8 @@ public:
     using SearchMaker = std::function<std::unique_ptr<JournalSearch>()>;
 
     virtual SearchMaker GetSearchMaker() const = 0;
+    /// Before Open. What goes is told of by an entry first, which `home` names.
+    virtual void SetRetention(const JournalRetention &retention, const RecordHome &home) = 0;
 };
 
 /// Kinds of store by their location. A path is an SQLite file.

@@ -71,21 +71,6 @@ JournalRow JournalTables::ReadRow(const SqliteStatement &s)
     return row;
 }
 
-Result JournalTables::ReadSource(SqliteDatabase &database, std::int64_t origin,
-                                 RecordSource &source)
-{
-    SqliteStatement s(database, "SELECT project, station, station_name, node, name FROM sources "
-                                "WHERE id = ?1");
-    s.Bind(1, origin);
-    source = RecordSource();
-    if (s.Step()) {
-        source.home = {s.Bytes(0), static_cast<unsigned long>(s.Integer(1)), s.Bytes(2)};
-        source.node = static_cast<unsigned long>(s.Integer(3));
-        source.name = s.Bytes(4);
-    }
-    return s.GetResult();
-}
-
 Result JournalTables::ReadLink(SqliteDatabase &database, const char *table, Link &link)
 {
     SqliteStatement s(database, std::string("SELECT id, hash FROM ") + table);

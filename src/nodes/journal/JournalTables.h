@@ -4,7 +4,6 @@
 #include "nodes/storage/SqliteStoreFile.h"
 
 #include <cstdint>
-#include <map>
 #include <string>
 
 namespace Nodes {
@@ -31,10 +30,8 @@ constexpr const char *Columns =
 constexpr int HashColumn = 14;
 constexpr int OriginColumn = 16;
 
-/// A row but for its source.
+/// A row but for its source, which JournalSources has by the number in OriginColumn.
 JournalRow ReadRow(const SqliteStatement &statement);
-[[nodiscard]] Result ReadSource(SqliteDatabase &database, std::int64_t origin,
-                                RecordSource &source);
 
 /// A row's number and hash.
 struct Link

@@ -1,7 +1,9 @@
 #include "nodes/journal/SqliteJournal.h"
 
 #include "nodes/journal/JournalTables.h"
+#include "nodes/journal/JournalTrim.h"
 #include "nodes/journal/SqliteJournalSearch.h"
+#include "nodes/storage/Digest.h"
 #include "nodes/storage/SqliteStatement.h"
 #include "nodes/values/Clock.h"
 
@@ -12,6 +14,7 @@ namespace Nodes {
 namespace {
 
 constexpr std::size_t mostRemembered = 100000; // sources
+constexpr Timestamp lookPeriod = Timestamp(600) * 1000000;
 
 constexpr const char *insertion =
     "INSERT INTO events (id, key, time, level, type, text, source, node, user, old_value, "
@@ -77,6 +80,7 @@ JournalStore::SearchMaker SqliteJournal::GetSearchMaker() const
 Result SqliteJournal::Open(StoreOpening &opening)
 {
     m_origins.clear(); // it may be another file by now
+    m_nextLook = 0;
     return SqliteStore<JournalStore>::Open(opening);
 }
 
@@ -86,6 +90,52 @@ Result SqliteJournal::Write(const Records &records, std::vector<std::uint64_t> &
     if (!result)
         m_origins.clear(); // some of them may have been rolled back
     return result;
+}
+
+void SqliteJournal::SetRetention(const JournalRetention &retention, const RecordHome &home)
+{
+    m_retention = retention;
+    m_home = home;
+}
+
+Result SqliteJournal::Tend(Upkeep &upkeep)
+{
+    const Timestamp now = Clock::Current().Steady();
+    if (now < m_nextLook)
+        return Result();
+    JournalTrim trim(m_file.Database());
+    bool isUnderWay = false;
+    Result result = trim.IsUnderWay(isUnderWay);
+    if (result && isUnderWay)
+        result = m_file.Transact([&] { return trim.Step(); });
+    else if (result && m_retention.isNeeded())
+        result = beginTrim(upkeep);
+    upkeep.hasMore = result && (isUnderWay || !upkeep.records.empty());
+    if (!upkeep.hasMore)
+        m_nextLook = now + lookPeriod;
+    return result;
+}
+
+/// The entry comes first: if rows go and nobody tells why, somebody else took them.
+Result SqliteJournal::beginTrim(Upkeep &upkeep)
+{
+    JournalTrim trim(m_file.Database());
+    std::optional<JournalTrim::Plan> plan;
+    const Result planned = trim.MakePlan(m_retention, plan);
+    if (!planned || !plan)
+        return planned;
+    const BasicEvent entry = JournalTrim::EntryOf(*plan);
+    const RecordSource source{m_home, 0, entry.source};
+    const Records told{{RandomStart(), JournalRow::WithSource, PackEvent(entry, source)}};
+    const Result begun = m_file.Transact([&] {
+        const Result stored = append(told, upkeep.numbers);
+        return stored ? trim.Begin(*plan) : stored;
+    });
+    if (begun)
+        upkeep.records = told;
+    else
+        m_origins.clear();
+    return begun;
 }
 
 Result SqliteJournal::append(const Records &records, std::vector<std::uint64_t> &numbers)

@@ -20,13 +20,20 @@ public:
     [[nodiscard]] Result Open(StoreOpening &opening) override;
     [[nodiscard]] Result Write(const Records &records,
                                std::vector<std::uint64_t> &numbers) override;
+    [[nodiscard]] Result Tend(Upkeep &upkeep) override;
     SearchMaker GetSearchMaker() const override;
+    void SetRetention(const JournalRetention &retention, const RecordHome &home) override;
 
 private:
     [[nodiscard]] Result append(const Records &records, std::vector<std::uint64_t> &numbers);
     [[nodiscard]] Result findOrigin(const RecordSource &source, std::int64_t &origin);
 
+    [[nodiscard]] Result beginTrim(Upkeep &upkeep);
+
     std::map<RecordSource, std::int64_t> m_origins; // numbers of sources that are in the file
+    JournalRetention m_retention;
+    RecordHome m_home;
+    Timestamp m_nextLook = 0; // steady time
 };
 
 } // namespace Nodes

@@ -1,5 +1,6 @@
 #include "nodes/journal/SqliteJournalSearch.h"
 
+#include "nodes/journal/JournalChain.h"
 #include "nodes/journal/JournalTables.h"
 #include "nodes/storage/SqliteStatement.h"
 #include "nodes/values/FoldCase.h"
@@ -14,7 +15,6 @@ namespace Nodes {
 namespace {
 
 constexpr int operationsBetweenChecks = 1000;
-constexpr std::size_t mostRemembered = 100000; // sources
 
 void containsFolded(sqlite3_context *context, int, sqlite3_value **arguments)
 {
@@ -32,18 +32,13 @@ int stopWhenCancelled(void *flag)
     return *static_cast<const std::atomic<bool> *>(flag) ? 1 : 0;
 }
 
-Result broken(const std::string &what)
-{
-    return Result(Result::Failed, "journal chain broken at " + what);
-}
-
 } // namespace
 
 Result SqliteJournalSearch::open()
 {
     if (m_database.IsOpen() && !m_database.IsMoved())
         return Result();
-    m_sources.clear();
+    m_sources.Forget();
     const Result result = m_database.Open(m_file, SqliteDatabase::Mode::ReadOnly);
     if (!result)
         return result;
@@ -80,7 +75,6 @@ Result SqliteJournalSearch::Find(const JournalQuery &query, std::vector<JournalR
 
 Result SqliteJournalSearch::Verify()
 {
-    m_sources.clear();
     return read([this] { return verify(); });
 }
 
@@ -95,7 +89,7 @@ Result SqliteJournalSearch::find(const JournalQuery &query, std::vector<JournalR
     selection.Bind(statement);
     while (result && statement.Step()) {
         rows.push_back(JournalTables::ReadRow(statement));
-        result = readSource(statement.Integer(JournalTables::OriginColumn), rows.back().source);
+        result = m_sources.Read(statement.Integer(JournalTables::OriginColumn), rows.back().source);
     }
     return result ? statement.GetResult() : result;
 }
@@ -140,52 +134,25 @@ Result SqliteJournalSearch::findOrigins(const JournalQuery &query,
     return result;
 }
 
-/// Rows of the first version have read theirs already.
-Result SqliteJournalSearch::readSource(std::int64_t origin, RecordSource &source)
-{
-    if (origin == 0)
-        return Result();
-    if (m_sources.size() > mostRemembered)
-        m_sources.clear();
-    const auto [known, isNew] = m_sources.try_emplace(origin);
-    const Result result =
-        isNew ? JournalTables::ReadSource(m_database, origin, known->second) : Result();
-    source = known->second;
-    if (!result)
-        m_sources.erase(known);
-    return result;
-}
-
 Result SqliteJournalSearch::verify()
 {
+    JournalChain chain(m_database);
     JournalTables::Link anchor;
     JournalTables::Link head;
     Result result = JournalTables::ReadLink(m_database, "anchor", anchor);
     if (result)
         result = JournalTables::ReadLink(m_database, "head", head);
+    JournalTables::Link last = anchor;
     if (result)
-        result = verifyRows(anchor.id, anchor.hash);
+        result = chain.CheckAll(last);
     if (!result)
         return result;
-    const bool isWhole = head.id == anchor.id && head.hash == anchor.hash;
-    return isWhole ? Result() : broken("the end: rows behind row " + std::to_string(anchor.id));
-}
-
-Result SqliteJournalSearch::verifyRows(std::uint64_t &lastId, std::string &lastHash)
-{
-    SqliteStatement statement(m_database, std::string(JournalTables::Columns) + " ORDER BY id");
-    while (statement.Step()) {
-        JournalRow row = JournalTables::ReadRow(statement);
-        const Result result =
-            readSource(statement.Integer(JournalTables::OriginColumn), row.source);
-        if (!result)
-            return result;
-        lastHash = ChainHash(lastHash, row.event.id, PackRow(row));
-        if (row.event.id != lastId + 1 || statement.Bytes(JournalTables::HashColumn) != lastHash)
-            return broken("row " + std::to_string(row.event.id));
-        lastId = row.event.id;
-    }
-    return statement.GetResult();
+    if (last.id != head.id || last.hash != head.hash)
+        return JournalChain::Broken("the end: rows behind row " + std::to_string(last.id));
+    if (anchor.id > 0 && !(chain.GetAccount() && chain.GetAccount()->Covers(anchor)))
+        return JournalChain::Broken("the beginning: rows up to row " + std::to_string(anchor.id) +
+                                    " are gone, and no entry tells why");
+    return Result();
 }
 
 } // namespace Nodes

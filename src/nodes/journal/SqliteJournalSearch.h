@@ -2,11 +2,10 @@
 
 #include "nodes/journal/JournalSearch.h"
 #include "nodes/journal/JournalSelection.h"
+#include "nodes/journal/JournalSources.h"
 #include "nodes/storage/SqliteDatabase.h"
 
 #include <atomic>
-#include <cstdint>
-#include <map>
 #include <string>
 
 namespace Nodes {
@@ -16,7 +15,9 @@ namespace Nodes {
 class SqliteJournalSearch : public JournalSearch
 {
 public:
-    explicit SqliteJournalSearch(std::string file) : m_file(std::move(file)) {}
+    explicit SqliteJournalSearch(std::string file) : m_file(std::move(file)), m_sources(m_database)
+    {
+    }
 
     [[nodiscard]] Result Find(const JournalQuery &query, std::vector<JournalRow> &rows) override;
     [[nodiscard]] Result Verify() override;
@@ -27,13 +28,11 @@ private:
     [[nodiscard]] Result open();
     [[nodiscard]] Result find(const JournalQuery &query, std::vector<JournalRow> &rows);
     [[nodiscard]] Result findOrigins(const JournalQuery &query, JournalSelection::Origins &origins);
-    [[nodiscard]] Result readSource(std::int64_t origin, RecordSource &source);
     [[nodiscard]] Result verify();
-    [[nodiscard]] Result verifyRows(std::uint64_t &lastId, std::string &lastHash);
 
     const std::string m_file;
     SqliteDatabase m_database;
-    std::map<std::int64_t, RecordSource> m_sources; // by their numbers
+    JournalSources m_sources;
     std::atomic<bool> m_isCancelled{false};
 };
 

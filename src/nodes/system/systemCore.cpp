@@ -174,24 +174,6 @@ std::string systemCore::GetDataDirectory() const
     return (fs::path(GetProjectPath()) / "data").string();
 }
 
-void systemCore::SetRecordLocation(const std::string &name, const std::string &location)
-{
-    m_recordLocations[name] = location;
-}
-
-std::string systemCore::GetRecordLocation(const std::string &name) const
-{
-    const auto given = m_recordLocations.find(name);
-    return given != m_recordLocations.end()
-               ? given->second
-               : (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
-}
-
-void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)
-{
-    m_journal->SetFallbacks(directories);
-}
-
 void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::string file)
 {
     if (GetState() == NodeState::Running)
@@ -210,20 +192,6 @@ void systemCore::AdoptProject(std::unique_ptr<NodesCollection> project, std::str
     m_guard->owner = std::this_thread::get_id();
     m_guard->found = Guard::never;
     (void)IsMeantToHaveUsers();
-}
-
-RecordHome systemCore::GetRecordHome() const
-{
-    if (!m_project)
-        return {};
-    const BasicStation *station = GetLocalStation();
-    return station ? RecordHome{m_project->GetUuid(), station->GetId(), station->GetName()}
-                   : RecordHome{m_project->GetUuid(), 0, {}};
-}
-
-void systemCore::setJournalHome()
-{
-    m_journal->SetHome(GetRecordHome(), m_project.get());
 }
 
 void systemCore::SetDefine(const std::string &name, const std::string &value)
@@ -359,9 +327,7 @@ Result systemCore::Start()
     if (const Result selected = SelectStation(m_station); !selected)
         return selected;
     SetState(NodeState::Starting);
-    setJournalHome(); // names of stations may have changed
-    const fs::path spill = fs::path(GetDataDirectory()) / "journal.sqlite.spill";
-    const Result opened = m_journal->Open(GetRecordLocation("journal"), spill.string());
+    const Result opened = openJournal();
     journalLoadErrors();
     markRemoteSignals();
     for (const NodeType::enNodeType family : startOrder)

@@ -117,6 +117,7 @@ private:
     void journalLoadErrors() const;
     void watchStaleness();
     void setJournalHome();
+    Result openJournal();
 
     std::unique_ptr<NodesCollection> m_project;
     std::shared_ptr<const LoadReport> m_loadReport;

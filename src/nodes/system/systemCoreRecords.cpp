@@ -1,0 +1,51 @@
+#include "nodes/journal/EventJournal.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/system/BasicStation.h"
+#include "nodes/system/systemCore.h"
+
+#include <filesystem>
+
+namespace Nodes {
+
+namespace fs = std::filesystem;
+
+void systemCore::SetRecordLocation(const std::string &name, const std::string &location)
+{
+    m_recordLocations[name] = location;
+}
+
+std::string systemCore::GetRecordLocation(const std::string &name) const
+{
+    const auto given = m_recordLocations.find(name);
+    return given != m_recordLocations.end()
+               ? given->second
+               : (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
+}
+
+void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)
+{
+    m_journal->SetFallbacks(directories);
+}
+
+RecordHome systemCore::GetRecordHome() const
+{
+    if (!m_project)
+        return {};
+    const BasicStation *station = GetLocalStation();
+    return station ? RecordHome{m_project->GetUuid(), station->GetId(), station->GetName()}
+                   : RecordHome{m_project->GetUuid(), 0, {}};
+}
+
+void systemCore::setJournalHome()
+{
+    m_journal->SetHome(GetRecordHome(), m_project.get());
+}
+
+Result systemCore::openJournal()
+{
+    setJournalHome(); // names of stations may have changed
+    const fs::path spill = fs::path(GetDataDirectory()) / "journal.sqlite.spill";
+    return m_journal->Open(GetRecordLocation("journal"), spill.string());
+}
+
+} // namespace Nodes
