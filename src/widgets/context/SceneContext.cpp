@@ -16,6 +16,8 @@ const SceneContextPtr &SceneContext::process()
 
 Nodes::enWorkMode SceneContext::mode() const
 {
+    if (m_isPreview)
+        return Nodes::WorkModeRuntime;
     if (m_mode)
         return *m_mode;
     const Nodes::systemCore *core = model();

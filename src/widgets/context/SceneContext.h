@@ -36,6 +36,9 @@ public:
     /// A mode of its own, or that of the model again.
     void setMode(std::optional<Nodes::enWorkMode> mode) { m_mode = mode; }
 
+    /// Run time whatever the mode is: for looking at.
+    void setPreview(bool on) { m_isPreview = on; }
+
     /// Where nobody runs actions, lists and messages are dropped with a line in the log.
     ActionSink &actions() const;
     /// Somebody else's to run actions, write and tell; null: the process's again.
@@ -50,6 +53,7 @@ public:
     QObject *gestures() const;
 
 private:
+    bool m_isPreview = false;
     std::optional<Nodes::enWorkMode> m_mode;
     std::shared_ptr<ActionSink> m_actions;
     Nodes::systemCore *m_model = nullptr;

@@ -2,7 +2,7 @@
 
 #include "widgets/elements/IWidget.h"
 #include "widgets/scene/BulkInsertion.h"
-#include "widgets/scene/ProxyView.h"
+#include "widgets/scene/IdleDeleter.h"
 #include "widgets/scene/ProxyWidget.h"
 
 #include "nodes/model/properties/BasicProperty.h"
@@ -170,9 +170,9 @@ void ProxyLayer::drop(ProxyWidget &host)
 {
     if (IWidget *element = host.element())
         element->stop();
-    ProxyView *busy = nullptr;
+    IdleDeleter *busy = nullptr;
     for (QGraphicsView *shown : host.scene() ? host.scene()->views() : QList<QGraphicsView *>()) {
-        auto *view = dynamic_cast<ProxyView *>(shown);
+        auto *view = dynamic_cast<IdleDeleter *>(shown);
         if (view && !view->isIdle())
             busy = view;
     }

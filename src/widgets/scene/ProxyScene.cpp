@@ -2,6 +2,7 @@
 
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/SceneEditor.h"
 
 #include "nodes/model/properties/PropertyProxy.h"
 #include "nodes/visual/windows/BasicComposition.h"
@@ -10,17 +11,8 @@
 #include "utils/editing/NodeLinkEvent.h"
 
 #include <QGraphicsSceneWheelEvent>
-#include <QMenu>
-
-#include <algorithm>
 
 namespace Widgets {
-
-namespace {
-
-constexpr int selectionDelay = 100; // ms
-
-} // namespace
 
 ProxyScene::ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const SceneContext &context)
     : QGraphicsScene(parent),
@@ -30,14 +22,6 @@ ProxyScene::ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const Scene
       m_selected(std::make_unique<Nodes::PropertyProxy>())
 {
     setItemIndexMethod(NoIndex);
-    m_selectionTimer.setInterval(selectionDelay);
-    m_selectionTimer.setSingleShot(true);
-    if (isEditing()) {
-        createActions();
-        connect(&m_selectionTimer, &QTimer::timeout, this, &ProxyScene::onSelectionChanged);
-        connect(this, &ProxyScene::selectionChanged, &m_selectionTimer,
-                qOverload<>(&QTimer::start));
-    }
     updateGeometry();
     setObjectName(QStringLiteral("ProxyScene: ") + getNameUndo());
 }
@@ -72,9 +56,8 @@ ProxyScene::ProxyScene(Nodes::BasicWindow *window, QObject *parent, const SceneC
 
 ProxyScene::~ProxyScene()
 {
-    // The items die here, while the scene is still a scene: they report selection changes to it.
-    disconnect(this, nullptr, &m_selectionTimer, nullptr);
-    clear();
+    m_editor.reset();
+    clear(); // while the scene is still a scene: the items report selection changes to it
 }
 
 // A layer that is taken out empties itself, and fills again when it is put back.
@@ -91,10 +74,7 @@ void ProxyScene::onLayerAdded(const Nodes::NodeLink &link)
     auto *layer = dynamic_cast<Nodes::BasicLayer *>(link.GetNode());
     if (!layer)
         return;
-    const bool isKnown = std::any_of(m_layers.begin(), m_layers.end(), [layer](const auto *shown) {
-        return shown->getNode() == layer;
-    });
-    if (!isKnown)
+    if (!m_layers.has(layer))
         addLayers({new ProxyLayer(layer, this, m_context)});
     updateZOrder();
 }
@@ -105,21 +85,20 @@ void ProxyScene::addLayers(const QList<ProxyLayer *> &layers)
         if (layer->scene() != this)
             addItem(layer);
         connect(layer, &ProxyLayer::propertyChange, this, &ProxyScene::updateZOrder);
-        connect(&m_selectionTimer, &QTimer::timeout, layer, &ProxyLayer::updateSelection);
         connect(layer, &ProxyLayer::copyWidget, this, &ProxyScene::onCopyToBuffer);
     }
-    m_layers += layers;
+    m_layers.append(layers);
 }
 
 void ProxyScene::start()
 {
-    for (ProxyLayer *layer : qAsConst(m_layers))
+    for (ProxyLayer *layer : m_layers.all())
         layer->start();
 }
 
 void ProxyScene::stop()
 {
-    for (ProxyLayer *layer : qAsConst(m_layers))
+    for (ProxyLayer *layer : m_layers.all())
         layer->stop();
 }
 
@@ -136,18 +115,8 @@ void ProxyScene::updateGeometry()
 
 void ProxyScene::onFrameChange(int type)
 {
-    for (ProxyLayer *layer : qAsConst(m_layers))
+    for (ProxyLayer *layer : m_layers.all())
         layer->setTypeFrame(type);
-}
-
-void ProxyScene::setEditingMode(bool on)
-{
-    m_isEditable = on;
-}
-
-bool ProxyScene::isEditing() const
-{
-    return m_isEditable && !m_context->isRuntime();
 }
 
 QString ProxyScene::getNameUndo()
@@ -157,52 +126,18 @@ QString ProxyScene::getNameUndo()
 
 QList<ProxyLayer *> ProxyScene::sortZOrder() const
 {
-    QList<ProxyLayer *> visible;
-    std::copy_if(m_layers.begin(), m_layers.end(), std::back_inserter(visible),
-                 [](const ProxyLayer *layer) { return layer->isVisible() && layer->getNode(); });
-    std::stable_sort(visible.begin(), visible.end(),
-                     [](const ProxyLayer *a, const ProxyLayer *b) { return *a < *b; });
-    return visible;
-}
-
-// Which of several equal layers remain depends on their order in the list: after a removal the
-// next layer slides into the place just looked at and is passed over. Pasting relies on it.
-QList<ProxyLayer *> ProxyScene::getMaxZOrder() const
-{
-    QList<ProxyLayer *> top = m_layers;
-    if (top.isEmpty())
-        return top;
-    ProxyLayer *maximum = top.first();
-    for (int i = 0; i < top.size(); ++i) {
-        ProxyLayer *layer = top.at(i);
-        if (*layer < *maximum) {
-            top.removeAt(i);
-        } else if (*layer > *maximum) {
-            top.removeOne(maximum);
-            maximum = layer;
-        }
-    }
-    return top;
+    return m_layers.sorted();
 }
 
 void ProxyScene::updateZOrder()
 {
-    if (!isEditing())
-        return;
-    for (ProxyLayer *layer : qAsConst(m_layers))
-        layer->setEnabledItems(false);
-    const QList<ProxyLayer *> sorted = sortZOrder();
-    for (int i = 0; i < sorted.size(); ++i) {
-        const bool isTop = i + 1 == sorted.size();
-        sorted[i]->setEnabledItems(isTop || sorted[i + 1]->transparency());
-    }
-    if (!sorted.isEmpty())
-        fillAddMenu(*sorted.last());
+    if (SceneEditor *tool = editor())
+        tool->takeOrder();
 }
 
 void ProxyScene::onSelectionChanged()
 {
-    if (!m_isEditable)
+    if (!isEditing())
         return;
     const Nodes::NodesArray &nodes = getSelectedItemsProxy()->GetNodes();
     Utils::NodeLinkEvent::SendEventToApp(nodes.GetLinks(), this);
@@ -235,6 +170,13 @@ void ProxyScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (m_isEditable)
         QGraphicsScene::mousePressEvent(event);
+}
+
+// To an item it is one more press.
+void ProxyScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (m_isEditable)
+        QGraphicsScene::mouseDoubleClickEvent(event);
 }
 
 } // namespace Widgets

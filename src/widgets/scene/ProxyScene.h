@@ -3,27 +3,27 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/context/SceneContext.h"
 
-#include "nodes/model/NodeType.h"
+#include "widgets/scene/LayerStack.h"
+#include "widgets/scene/editing/EditedScene.h"
+
+#include "nodes/model/links/NodeLink.h"
 #include "utils/relay/NodeRelay.h"
 #include "utils/relay/WatchedNode.h"
 #include "utils/undo/IUndo.h"
 
 #include <QGraphicsScene>
 #include <QList>
-#include <QTimer>
+#include <QPointF>
 
 #include <memory>
 
-class QAction;
 class QMenu;
 
 namespace Nodes {
-class BasicCollection;
 class BasicComposition;
 class BasicLayer;
 class BasicNode;
 class BasicWindow;
-class NodesContainer;
 class PropertyProxy;
 } // namespace Nodes
 
@@ -31,16 +31,18 @@ namespace Widgets {
 
 class ProxyLayer;
 class ProxyWidget;
+class SceneEditor;
 
 /// Scene of a composition, a window or a single layer: owns one item per layer, nothing of the
-/// node model. Scene coordinates are the nodes' pixel coordinates. While editing, each edit is a
-/// step on the application's undo stack. GUI thread.
-class WIDGETS_EXPORT ProxyScene : public QGraphicsScene, public Utils::IUndo
+/// node model. Scene coordinates are the nodes' pixel coordinates. Whether it is edited, previewed
+/// or run its context says. While editing, each edit is a step on the application's undo stack.
+/// GUI thread.
+class WIDGETS_EXPORT ProxyScene : public QGraphicsScene, public Utils::IUndo, public EditedScene
 {
     Q_OBJECT
 
 public:
-    /// Goes by a copy of `context`; see setMode.
+    /// Goes by a copy of `context`, as if by setContext.
     ProxyScene(Nodes::BasicComposition *composition, QObject *parent,
                const SceneContext &context = *SceneContext::process());
     /// Size and name are those of the layer's parent.
@@ -56,20 +58,27 @@ public:
 
     /// What the scene and its elements go by.
     const SceneContext &context() const { return *m_context; }
+    /// Another mode, sink of actions or model for this scene alone: a preview that is operated in
+    /// the configurator, a scene that is edited at a running station. Where that changes the mode,
+    /// the elements are made anew.
+    void setContext(const SceneContext &context);
+    /// The same context with that mode; none: the model's again.
+    void setMode(std::optional<Nodes::enWorkMode> mode);
 
     /// Start or stop every element, layer by layer.
     void start();
     void stop();
     /// Takes the scene rectangle from the node; content never changes it.
     void updateGeometry();
-    QList<ProxyLayer *> getLayers() const { return m_layers; }
+    QList<ProxyLayer *> getLayers() const { return m_layers.all(); }
     /// Visible layers, lowest first.
     QList<ProxyLayer *> sortZOrder() const;
     /// Frame type of every element (ProxyWidget::TypeFrame).
     void onFrameChange(int type);
-    /// False makes a scene in the configurator take input as at run time: previews.
+    /// False makes a preview of it, for looking at: it shows all as at run time, whatever its mode,
+    /// and takes no presses.
     void setEditingMode(bool on);
-    /// True when neither the work mode nor the flag forbids editing.
+    /// True when neither the mode nor the flag forbids editing.
     bool isEditing() const;
     /// Properties of the selected elements as one object, made anew by each call, owned here. The
     /// application is told of a new selection 100 ms after its last change (Utils::NodeLinkEvent,
@@ -78,20 +87,19 @@ public:
     QString getNameUndo() override;
 
     /// Where new elements are put.
-    QPointF pastePosition() const { return m_pastePosition; }
-    void setPastePosition(QPointF position) { m_pastePosition = position; }
-    /// Asks to delete the selected elements: signalCheckLink, or slotWidgetDelete at once where
-    /// nobody is connected to it.
-    void removeWidget();
-    /// Commits the place and size of the selected elements as one step.
-    void onMoveFinished();
-    /// Makes the element movable or not: as a step with `push`, else at once and for good.
-    void onPropertiesChange(ProxyWidget *widget, bool &movable, bool &push);
+    QPointF pastePosition() const;
+    void setPastePosition(QPointF position);
+    /// Signals signalCheckLink, or calls slotWidgetDelete at once where nobody is connected to it.
+    void removeWidget() override;
+    void onMoveFinished() override;
+    void onPropertiesChange(ProxyWidget *widget, bool &movable, bool &push) override;
 
     /// Menu of the elements that the topmost layer takes; null before the first need.
-    QMenu *addWidgetMenu() const { return m_addMenu.get(); }
+    QMenu *addWidgetMenu() const;
 
 signals:
+    /// The scene is edited, previewed or run now, other than before.
+    void modeChanged();
     /// The add-widget menu was filled anew.
     void actionsChanged(QMenu *menu);
     /// The operator wants to see that node in the project's tree.
@@ -117,6 +125,7 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void wheelEvent(QGraphicsSceneWheelEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
@@ -127,39 +136,21 @@ protected:
 private:
     ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const SceneContext &context);
 
+    void takeContext();
+    /// Null while the scene is not edited.
+    SceneEditor *editor();
+    void makeEditor();
     void followLayers(Nodes::BasicComposition &composition);
     void onLayerAdded(const Nodes::NodeLink &link);
     void addLayers(const QList<ProxyLayer *> &layers);
-    QList<ProxyLayer *> getMaxZOrder() const;
     void updateZOrder();
-    void fillAddMenu(const ProxyLayer &topmost);
-    void fillAddGroup(const std::vector<Nodes::NodeType> &types);
-    /// New element in the topmost visible layer, its corner or its centre at the point; false, and
-    /// told the operator, when there is none.
-    bool addWidget(Nodes::NodeType type, QPointF point, bool isCentre);
     void onSelectionChanged();
-    void createActions();
-    QList<ProxyWidget *> selectedHosts() const;
-    bool readClipboard(Nodes::NodesContainer &nodes) const;
-    bool canPaste() const;
-    void moveOrder(int step);
-    void upZValue();
-    void downZValue();
-    void selectUnderMouse(const QList<ProxyWidget *> &hosts, Qt::KeyboardModifiers modifiers);
-    void fillCanvasMenu(QMenu &menu);
-    void fillSelectionMenu(QMenu &menu);
-    void addItemActions(QMenu &menu, const QList<ProxyWidget *> &hosts);
+    void commit(QUndoCommand *command) override { pushToUndoStack(command); }
 
     std::shared_ptr<SceneContext> m_context; ///< shared with the elements
     Utils::WatchedNode<Nodes::BasicNode> m_node;
-    std::unique_ptr<QMenu> m_addMenu;
-    QPointF m_pastePosition;
-    QAction *m_deleteAction = nullptr; ///< the three are children; null outside the editor
-    QAction *m_copyAction = nullptr;
-    QAction *m_pasteAction = nullptr;
-    QTimer m_selectionTimer;
-    QList<ProxyLayer *> m_layers;
-    std::unique_ptr<QMenu> m_contextMenu;
+    LayerStack m_layers;
+    std::unique_ptr<SceneEditor> m_editor; ///< made when the scene is edited for the first time
     std::unique_ptr<Nodes::PropertyProxy> m_selected;
     bool m_isEditable = true;
     Utils::NodeRelay m_relay; ///< layers that come and go

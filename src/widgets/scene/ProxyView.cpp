@@ -60,12 +60,7 @@ private:
 ProxyView::ProxyView(Nodes::ConfigNode *node, QWidget *parent) : QGraphicsView(parent)
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    if (context().isEditor()) {
-        setDragMode(RubberBandDrag);
-        setViewportUpdateMode(FullViewportUpdate);
-    } else {
-        pinScrollBars();
-    }
+    pinScrollBars();
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     horizontalScrollBar()->hide();
@@ -73,6 +68,7 @@ ProxyView::ProxyView(Nodes::ConfigNode *node, QWidget *parent) : QGraphicsView(p
     setWindowTitle(nameOf(node));
     setObjectName(nameOf(node));
     connect(this, &ProxyView::updateProperty, this, &ProxyView::onUpdateProperties);
+    takeMode();
 }
 
 ProxyView::~ProxyView() = default;
@@ -95,9 +91,11 @@ void ProxyView::showScene(ProxyScene *scene, Nodes::ConfigNode *node)
     Utils::NodeRelay::Handlers handlers;
     handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
     m_relay.connect(node, std::move(handlers));
-    delete m_border; // a kept scene gets a new one each time it is shown
+    if (const ProxyScene *previous = proxyScene())
+        disconnect(previous, &ProxyScene::modeChanged, this, &ProxyView::takeMode);
     QGraphicsView::setScene(scene);
-    addBorder(node);
+    connect(scene, &ProxyScene::modeChanged, this, &ProxyView::takeMode);
+    takeMode();
 }
 
 ProxyScene *ProxyView::proxyScene() const
@@ -128,10 +126,18 @@ ProxyScene *ProxyView::createScene(Nodes::ConfigNode *node)
     return nullptr;
 }
 
-void ProxyView::addBorder(Nodes::ConfigNode *node)
+void ProxyView::takeMode()
 {
-    if (!context().isEditor() || !node)
-        return;
+    const bool isEditor = context().isEditor();
+    setDragMode(isEditor ? RubberBandDrag : NoDrag);
+    setViewportUpdateMode(isEditor ? FullViewportUpdate : MinimalViewportUpdate);
+    delete m_border; // a kept scene gets a new one each time it is shown
+    if (isEditor && scene())
+        makeBorder();
+}
+
+void ProxyView::makeBorder()
+{
     m_border = new Border;
     m_border->setPos(0.5, 0.5);
     m_border->setOutline(true);
@@ -240,9 +246,12 @@ void ProxyView::wheelEvent(QWheelEvent *event)
 void ProxyView::pinScrollBars()
 {
     for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()}) {
-        const auto pin = [bar] { bar->setValue(bar->minimum()); };
-        connect(bar, &QScrollBar::valueChanged, bar, pin);
-        connect(bar, &QScrollBar::rangeChanged, bar, pin);
+        const auto pin = [this, bar] {
+            if (!context().isEditor())
+                bar->setValue(bar->minimum());
+        };
+        connect(bar, &QScrollBar::valueChanged, this, pin);
+        connect(bar, &QScrollBar::rangeChanged, this, pin);
     }
 }
 

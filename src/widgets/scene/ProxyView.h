@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/scene/IdleDeleter.h"
 
 #include "nodes/model/NodeType.h"
 #include "utils/relay/NodeRelay.h"
@@ -23,7 +24,7 @@ class SceneContext;
 /// Shows the scene of a window, composition or layer node. At run time it neither scrolls nor
 /// zooms: one scene unit is one pixel. In the configurator it pans, zooms and selects by rubber
 /// band. The node is not owned. GUI thread.
-class WIDGETS_EXPORT ProxyView : public QGraphicsView
+class WIDGETS_EXPORT ProxyView : public QGraphicsView, public IdleDeleter
 {
     Q_OBJECT
 
@@ -46,12 +47,9 @@ public:
     /// Icon of an element type for editors; null when there is none.
     static QPixmap getPixmapWidget(Nodes::NodeType type);
 
-    /// False while an event of the view is handled, which includes the time an element keeps a
-    /// dialog open from within it.
-    bool isIdle() const { return m_eventDepth == 0; }
-    /// deleteLater as soon as the view is idle: for the view itself, what it shows or stands in,
-    /// which the handlers under way come back to.
-    void deleteWhenIdle(QObject *object);
+    bool isIdle() const override { return m_eventDepth == 0; }
+    /// For the view itself, what it shows or stands in.
+    void deleteWhenIdle(QObject *object) override;
 
     QSize sizeHint() const override;
     /// The hint becomes 2 pixels less in each dimension: the view's own frame.
@@ -76,7 +74,8 @@ private:
     class EventDepth;
 
     ProxyScene *createScene(Nodes::ConfigNode *node);
-    void addBorder(Nodes::ConfigNode *node);
+    void takeMode();
+    void makeBorder();
     void placeBorder();
     void pinScrollBars();
     void zoom(bool isCloser, QPoint at);

@@ -3,8 +3,7 @@
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/painting/DirectPainting.h"
 #include "widgets/scene/ElementFactory.h"
-#include "widgets/scene/editing/Border.h"
-#include "widgets/scene/editing/Locker.h"
+#include "widgets/scene/editing/ElementEditor.h"
 
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
@@ -19,10 +18,6 @@
 namespace Widgets {
 
 namespace {
-
-// An element smaller than this has no room for a lock.
-constexpr double lockerWidth = 50;
-constexpr double lockerHeight = 5;
 
 constexpr int settleTime = 100; // ms; a burst of writes shows its last state only
 
@@ -42,26 +37,23 @@ ProxyWidget::ProxyWidget(Nodes::NodeLink link, QGraphicsItem *parent, Qt::Window
     m_context = std::move(context);
     m_link = link;
     setObjectName(QString::fromStdString(m_link.GetLinkName(true)));
-    if (m_context->isEditor()) {
-        m_border = new Border(this);
-        m_locker = new Locker(this);
-    }
     connect(this, &ProxyWidget::propertyUpdated, this, &ProxyWidget::onPropertyUpdated);
-    Nodes::BasicWidget *node = getNode();
-    if (node)
-        host(*node);
-    if (m_context->isRuntime()) {
-        installEventFilter(m_context->gestures());
-    } else {
-        connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished);
-        setFrame();
-    }
-    rememberGeometry();
-    if (m_locker) {
-        m_locker->setLock(node && !node->isMovable());
-        connect(m_locker, &Locker::lockChanged, this, &ProxyWidget::onLockChanged);
-    }
+    build();
     start();
+}
+
+void ProxyWidget::build()
+{
+    if (!m_context->isRuntime())
+        (void)editor();
+    if (Nodes::BasicWidget *node = getNode())
+        host(*node);
+    if (m_context->isRuntime())
+        installEventFilter(m_context->gestures());
+    if (!m_editor)
+        return;
+    setFrame();
+    m_editor->rememberGeometry();
 }
 
 ProxyWidget::~ProxyWidget()
@@ -162,7 +154,6 @@ void ProxyWidget::forgetElement()
 
 void ProxyWidget::takeFlags(const Nodes::BasicWidget &node)
 {
-    m_isNotSelectable = !node.isSelectable();
     takeMovable(node);
     takeSelectable(node);
 }
@@ -170,8 +161,8 @@ void ProxyWidget::takeFlags(const Nodes::BasicWidget &node)
 void ProxyWidget::takeMovable(const Nodes::BasicWidget &node)
 {
     setFlag(ItemIsMovable, node.isMovable());
-    if (m_locker)
-        m_locker->setLock(!node.isMovable());
+    if (m_editor)
+        m_editor->takeMovable(node.isMovable());
 }
 
 void ProxyWidget::takeSelectable(const Nodes::BasicWidget &node)
@@ -218,7 +209,6 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     const Nodes::BasicWidget *node = getNode();
     if (!property || !node)
         return;
-    m_isNotSelectable = !node->isSelectable();
     using Prop = Nodes::BasicWidget::Prop;
     switch (property->GetValueId()) {
     case Prop::ZOrder:
@@ -240,41 +230,13 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     case Prop::Y:
     case Prop::Width:
     case Prop::Height:
-        rememberGeometry(); // also after an undo: the next edit starts from there
+        if (m_editor)
+            m_editor->rememberGeometry(); // also after an undo: the next edit starts from there
         setPositionItems(QRectF());
         break;
     default:
         break;
     }
-}
-
-void ProxyWidget::rememberGeometry()
-{
-    m_committed = geometry().toRect();
-}
-
-void ProxyWidget::setTypeFrame(TypeFrame type)
-{
-    m_frameType = type;
-    setPositionItems(geometry());
-}
-
-void ProxyWidget::setFrame()
-{
-    setPositionItems(geometry());
-}
-
-void ProxyWidget::setPositionItems(const QRectF &rect)
-{
-    if (!m_border)
-        return;
-    const QSizeF box = rect.isEmpty() ? geometry().size() : rect.size();
-    const double grown = m_frameType == FrameOutside ? 1 : -1;
-    m_border->setPos(-grown / 2, -grown / 2);
-    m_border->setSize(box.width() + grown, box.height() + grown);
-    m_border->setOutline(m_frameType == FrameOutside || m_frameType == FrameInside);
-    m_locker->setSuppressed(box.width() < lockerWidth || box.height() < lockerHeight);
-    m_locker->setPos(box.width() - m_locker->width() - 6, -m_locker->height() / 2);
 }
 
 void ProxyWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
@@ -304,8 +266,8 @@ QVariant ProxyWidget::itemChange(GraphicsItemChange change, const QVariant &valu
 {
     const QVariant result = QGraphicsProxyWidget::itemChange(change, value);
     if (change == ItemSelectedChange) {
-        if (m_locker)
-            m_locker->setOwnerSelected(value.toBool());
+        if (m_editor)
+            m_editor->takeSelected(value.toBool());
         emit selectedChanged(value.toBool());
     } else if (change == ItemPositionHasChanged) {
         emit positionChanged(value.toPointF());

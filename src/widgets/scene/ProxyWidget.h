@@ -10,6 +10,8 @@
 
 #include <QGraphicsProxyWidget>
 
+#include <memory>
+
 class IWidget;
 class QMimeData;
 class QUndoCommand;
@@ -21,8 +23,8 @@ class BasicWidget;
 
 namespace Widgets {
 
-class Border;
 class DirectPainting;
+class ElementEditor;
 class Locker;
 
 /// Scene item that hosts one visual element: creates it through the element factory, starts it,
@@ -57,6 +59,8 @@ public:
     IWidget *element() const { return m_element; }
     /// That of the scene.
     const SceneContext &context() const { return *m_context; }
+    /// The context's mode is another one than before: makes the element anew.
+    void takeContext();
 
     void start();
     void stop();
@@ -84,7 +88,7 @@ public:
     /// Nodes of the element's project that are dragged, by path or by id; absent ones left out.
     Nodes::NodesArray getNaFromMineDate(const QMimeData *mime) const;
     /// Null outside the editor.
-    Locker *locker() const { return m_locker; }
+    Locker *locker() const;
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
@@ -114,7 +118,10 @@ protected:
     void ungrabMouseEvent(QEvent *event) override;
 
 private:
+    void build();
     void host(Nodes::BasicWidget &node);
+    void dropElement();
+    ElementEditor &editor();
     QWidget *createWidget(Nodes::BasicWidget *node);
     void nameElement(QWidget &widget, const Nodes::BasicWidget &node) const;
     void forgetElement();
@@ -129,19 +136,14 @@ private:
     void later(void (ProxyWidget::*take)(const Nodes::BasicWidget &));
     void takeVisible(const Nodes::BasicWidget &node);
     void forwardToView(QGraphicsSceneMouseEvent *event);
-    void rememberGeometry();
 
     SceneContextPtr m_context = SceneContext::process();
-    bool m_isMoving = false;
-    bool m_isNotSelectable = false;
     Nodes::enAccessDeniedAction m_denial = Nodes::AccessDeniedRefuse; // what is shown accords to it
-    QRect m_committed; // geometry that the node holds
     Nodes::NodeLink m_link;
     int m_type = UserType;
     IWidget *m_element = nullptr;
     DirectPainting *m_direct = nullptr; // the element, when it paints without a widget's machinery
-    Border *m_border = nullptr;         // child item; editor only
-    Locker *m_locker = nullptr;         // child item; editor only
+    std::unique_ptr<ElementEditor> m_editor; // null at run time
     TypeFrame m_frameType = FrameOutside;
     Utils::NodeRelay m_relay;
 };

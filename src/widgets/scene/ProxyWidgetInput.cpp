@@ -1,7 +1,6 @@
 // Which input reaches the element and which the editor.
 #include "widgets/scene/ProxyWidget.h"
-
-#include "nodes/visual/BasicWidget.h"
+#include "widgets/scene/editing/ElementEditor.h"
 
 #include <QCoreApplication>
 #include <QGraphicsScene>
@@ -81,10 +80,8 @@ void ProxyWidget::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
         QGraphicsProxyWidget::mouseMoveEvent(event);
         return;
     }
-    if (event->modifiers() == Qt::ControlModifier || m_isNotSelectable)
-        return;
-    m_isMoving = true;
-    QGraphicsItem::mouseMoveEvent(event);
+    if (editor().drags(*event))
+        QGraphicsItem::mouseMoveEvent(event);
 }
 
 void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
@@ -94,10 +91,7 @@ void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
         QGraphicsProxyWidget::mouseReleaseEvent(event);
         return;
     }
-    const Nodes::BasicWidget *node = getNode();
-    const bool wasMoving = m_isMoving;
-    m_isMoving = false;
-    if (wasMoving && node && node->isMovable())
+    if (editor().endsDrag())
         emit movedFinished();
     QGraphicsItem::mouseReleaseEvent(event);
 }

@@ -380,7 +380,8 @@ void TestChoiceElements::nothingFollowsAWriteInTheEditor()
     RuntimeProject project(screen, Nodes::WorkModeEditing);
     project.record({14, 16});
     QWidget element;
-    QVERIFY(ValueWriter::write(element, *project.node<Nodes::BasicWidget>(60), true, {}));
+    QVERIFY(ValueWriter::write(element, *SceneContext::process(),
+                               *project.node<Nodes::BasicWidget>(60), true, {}));
     QTest::qWait(60); // longer than the action pacing
     QCOMPARE(project.recorded, QStringList{"Pump"});
 }
@@ -391,7 +392,8 @@ void TestChoiceElements::aRefusalRestoresWithoutASignal()
     const MessageBoxes boxes;
     QCheckBox element;
     const QSignalSpy changes(&element, &QCheckBox::toggled);
-    QVERIFY(!ValueWriter::write(element, *project.node<Nodes::BasicWidget>(61), true,
+    QVERIFY(!ValueWriter::write(element, *SceneContext::process(),
+                                *project.node<Nodes::BasicWidget>(61), true,
                                 [&element] { element.setChecked(true); }));
     QVERIFY(element.isChecked() && changes.isEmpty());
 }

@@ -1,12 +1,12 @@
-// The menu from which new elements are added to the topmost layer.
+#include "widgets/scene/editing/NewElements.h"
+
 #include "widgets/dialogs/PlainMessageBox.h"
-#include "widgets/scene/ProxyLayer.h"
-#include "widgets/scene/ProxyScene.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/models/SortNodeTypes.h"
 #include "utils/undo/AddNodeLinkCommand.h"
+#include "utils/undo/IUndo.h"
 
 #include <QMenu>
 
@@ -21,37 +21,38 @@ void warn(const char *text)
 
 } // namespace
 
-void ProxyScene::fillAddMenu(const ProxyLayer &topmost)
+NewElements::NewElements(Utils::IUndo &undo) : m_undo(undo) {}
+
+NewElements::~NewElements() = default;
+
+void NewElements::fillMenu(const Nodes::ConfigNode &parent)
 {
-    if (!m_addMenu)
-        m_addMenu = std::make_unique<QMenu>(QStringLiteral("Добавить виджет"));
-    const Nodes::ConfigNode *node = topmost.getNode();
-    const auto types = node ? node->GetAvailableChildNodes() : std::vector<Nodes::NodeType>();
+    if (!m_menu)
+        m_menu = std::make_unique<QMenu>(QStringLiteral("Добавить виджет"));
+    const auto types = parent.GetAvailableChildNodes();
     if (types.empty())
         return;
-    m_addMenu->clear();
+    m_menu->clear();
     for (const auto &group : Utils::SortNodeTypes(types))
-        fillAddGroup(group);
-    emit actionsChanged(m_addMenu.get());
+        fillGroup(group);
+    emit menuFilled(m_menu.get());
 }
 
-void ProxyScene::fillAddGroup(const std::vector<Nodes::NodeType> &types)
+void NewElements::fillGroup(const std::vector<Nodes::NodeType> &types)
 {
-    QMenu *menu = m_addMenu.get();
+    QMenu *menu = m_menu.get();
     if (types.size() > 1)
         menu = menu->addMenu(QString::fromStdString(types.front().GetTypeNameTranslated()));
     for (const Nodes::NodeType &type : types) {
         QAction *action = menu->addAction(QString::fromStdString(type.GetSubtypeNameTranslated()));
-        connect(action, &QAction::triggered, this,
-                [this, type] { addWidget(type, m_pastePosition, false); });
+        connect(action, &QAction::triggered, this, [this, type] { emit chosen(type); });
     }
-    m_addMenu->addSeparator();
+    m_menu->addSeparator();
 }
 
-bool ProxyScene::addWidget(Nodes::NodeType type, QPointF point, bool isCentre)
+bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point,
+                      bool isCentre)
 {
-    const QList<ProxyLayer *> sorted = sortZOrder();
-    Nodes::ConfigNode *parent = sorted.isEmpty() ? nullptr : sorted.last()->getNode();
     Nodes::NodesCollection *project = parent ? parent->GetNodesCollection() : nullptr;
     if (!project) {
         warn("Коллекция не найдена");
@@ -67,7 +68,8 @@ bool ProxyScene::addWidget(Nodes::NodeType type, QPointF point, bool isCentre)
     const QPoint corner =
         point.toPoint() - (isCentre ? QPoint(box.width / 2, box.height / 2) : QPoint());
     node->SetPosition(corner.x(), corner.y());
-    pushToUndoStack(new Utils::AddNodeLinkCommand(Nodes::NodeLink(node), Nodes::NodeLink(parent)));
+    m_undo.pushToUndoStack(
+        new Utils::AddNodeLinkCommand(Nodes::NodeLink(node), Nodes::NodeLink(parent)));
     return true;
 }
 

@@ -1,0 +1,199 @@
+// How a scene comes to be edited, and what it then hands to its editor.
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/SceneEditor.h"
+
+#include "nodes/model/properties/PropertyProxy.h"
+
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneDragDropEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMetaMethod>
+
+namespace Widgets {
+
+void ProxyScene::setContext(const SceneContext &context)
+{
+    const Nodes::enWorkMode before = m_context->mode();
+    *m_context = context;
+    m_context->setPreview(!m_isEditable);
+    if (m_context->mode() != before)
+        takeContext();
+}
+
+void ProxyScene::setMode(std::optional<Nodes::enWorkMode> mode)
+{
+    SceneContext changed = *m_context;
+    changed.setMode(mode);
+    setContext(changed);
+}
+
+void ProxyScene::setEditingMode(bool on)
+{
+    m_isEditable = on;
+    setContext(SceneContext(*m_context));
+}
+
+bool ProxyScene::isEditing() const
+{
+    return m_isEditable && !m_context->isRuntime();
+}
+
+void ProxyScene::takeContext()
+{
+    clearSelection();
+    if (!isEditing())
+        m_editor.reset();
+    for (ProxyLayer *layer : m_layers.all()) {
+        const QList<ProxyWidget *> hosts = layer->getWidgets();
+        for (ProxyWidget *host : hosts)
+            host->takeContext();
+    }
+    updateZOrder();
+    emit modeChanged();
+}
+
+SceneEditor *ProxyScene::editor()
+{
+    if (!isEditing())
+        return nullptr;
+    if (!m_editor)
+        makeEditor();
+    return m_editor.get();
+}
+
+void ProxyScene::makeEditor()
+{
+    m_editor = std::make_unique<SceneEditor>(*this, *this, m_layers, getNode());
+    const SceneEditor *made = m_editor.get();
+    connect(made, &SceneEditor::actionsChanged, this, &ProxyScene::actionsChanged);
+    connect(made, &SceneEditor::currentWidgetChange, this, &ProxyScene::currentWidgetChange);
+    connect(made, &SceneEditor::openWizardWindow, this, &ProxyScene::openWizardWindow);
+    connect(made, &SceneEditor::addWidgetFromPanel, this, &ProxyScene::addWidgetFromPanel);
+    connect(made, &SceneEditor::removalAsked, this, &ProxyScene::removeWidget);
+    connect(made, &SceneEditor::selectionSettled, this, &ProxyScene::onSelectionChanged);
+}
+
+QPointF ProxyScene::pastePosition() const
+{
+    return m_editor ? m_editor->pastePosition() : QPointF();
+}
+
+void ProxyScene::setPastePosition(QPointF position)
+{
+    if (SceneEditor *tool = editor())
+        tool->setPastePosition(position);
+}
+
+QMenu *ProxyScene::addWidgetMenu() const
+{
+    return m_editor ? m_editor->addMenu() : nullptr;
+}
+
+void ProxyScene::removeWidget()
+{
+    SceneEditor *tool = editor();
+    std::vector<Nodes::NodeLink> links = tool ? tool->selection().links() : Nodes::NodeLinks();
+    if (links.empty())
+        return;
+    // Where nobody looks after references to the nodes, nobody else is going to delete them.
+    if (isSignalConnected(QMetaMethod::fromSignal(&ProxyScene::signalCheckLink)))
+        emit signalCheckLink(links);
+    else
+        slotWidgetDelete(links);
+}
+
+void ProxyScene::slotWidgetDelete(std::vector<Nodes::NodeLink> links)
+{
+    if (SceneEditor *tool = editor())
+        tool->selection().remove(links);
+}
+
+void ProxyScene::onCopyToBuffer()
+{
+    if (const SceneEditor *tool = editor())
+        tool->copy();
+}
+
+void ProxyScene::onPasteFromBuffer(QPointF point)
+{
+    if (SceneEditor *tool = editor())
+        tool->paste(point);
+}
+
+void ProxyScene::onMoveFinished()
+{
+    if (SceneEditor *tool = editor())
+        tool->selection().commitGeometry();
+}
+
+void ProxyScene::onPropertiesChange(ProxyWidget *widget, bool &movable, bool &push)
+{
+    if (SceneEditor *tool = editor())
+        tool->selection().setMovable(*widget, movable, push);
+}
+
+void ProxyScene::keyPressEvent(QKeyEvent *event)
+{
+    SceneEditor *tool = editor();
+    if (tool && tool->pressKey(*event))
+        event->accept();
+    else
+        QGraphicsScene::keyPressEvent(event);
+}
+
+void ProxyScene::keyReleaseEvent(QKeyEvent *event)
+{
+    SceneEditor *tool = editor();
+    if (!tool) {
+        // Elements at run time see the release of a key as one more press; they rely on it.
+        QGraphicsScene::keyPressEvent(event);
+        return;
+    }
+    tool->releaseKey(*event);
+    QGraphicsScene::keyReleaseEvent(event);
+}
+
+void ProxyScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
+{
+    SceneEditor *tool = editor();
+    if (!tool) {
+        QGraphicsScene::contextMenuEvent(event);
+        return;
+    }
+    tool->openMenu(*event);
+    event->accept();
+}
+
+void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
+{
+    if (!isEditing())
+        return;
+    if (SceneEditor::takesDrag(*event->mimeData()))
+        event->accept();
+    else
+        QGraphicsScene::dragEnterEvent(event);
+}
+
+void ProxyScene::dragMoveEvent(QGraphicsSceneDragDropEvent *event)
+{
+    if (!isEditing())
+        return;
+    if (SceneEditor::takesDrag(*event->mimeData()))
+        event->accept();
+    else
+        QGraphicsScene::dragMoveEvent(event);
+}
+
+void ProxyScene::dropEvent(QGraphicsSceneDragDropEvent *event)
+{
+    SceneEditor *tool = editor();
+    if (tool && tool->drop(*event))
+        event->accept();
+    else
+        QGraphicsScene::dropEvent(event);
+}
+
+} // namespace Widgets

@@ -1,0 +1,139 @@
+// How a host changes between editing and run time, what it leaves to its editor and what it asks of
+// the scene that it is edited in.
+#include "widgets/elements/IWidget.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/EditedScene.h"
+#include "widgets/scene/editing/ElementEditor.h"
+#include "widgets/scene/editing/Locker.h"
+
+#include "nodes/visual/BasicWidget.h"
+
+#include <QGraphicsScene>
+#include <QUndoCommand>
+#include <QWidget>
+
+namespace Widgets {
+
+void ProxyWidget::takeContext()
+{
+    const bool wasActive = m_element && m_element->isActive();
+    if (QObject *gestures = m_context->gestures())
+        removeEventFilter(gestures);
+    stop();
+    dropElement();
+    m_editor.reset();
+    build();
+    if (wasActive)
+        start();
+}
+
+// Later: one of its handlers may be under way.
+void ProxyWidget::dropElement()
+{
+    QWidget *dropped = widget();
+    if (!dropped)
+        return;
+    disconnect(dropped, &QObject::destroyed, this, &ProxyWidget::forgetElement);
+    forgetElement();
+    dropped->hide();
+    setWidget(nullptr);
+    dropped->deleteLater();
+}
+
+ElementEditor &ProxyWidget::editor()
+{
+    if (!m_editor) {
+        m_editor = std::make_unique<ElementEditor>(*this, m_link, m_context->isEditor());
+        m_editor->setTypeFrame(m_frameType);
+        m_editor->rememberGeometry();
+        connect(m_editor.get(), &ElementEditor::lockChanged, this, &ProxyWidget::onLockChanged);
+        connect(this, &ProxyWidget::movedFinished, this, &ProxyWidget::onMovedFinished,
+                Qt::UniqueConnection);
+    }
+    return *m_editor;
+}
+
+Locker *ProxyWidget::locker() const
+{
+    return m_editor ? m_editor->locker() : nullptr;
+}
+
+void ProxyWidget::setTypeFrame(TypeFrame type)
+{
+    m_frameType = type;
+    if (m_editor)
+        m_editor->setTypeFrame(type);
+}
+
+void ProxyWidget::setFrame()
+{
+    setPositionItems(geometry());
+}
+
+void ProxyWidget::setPositionItems(const QRectF &rect)
+{
+    if (m_editor)
+        m_editor->place(rect);
+}
+
+void ProxyWidget::keyMove(const QRectF &delta)
+{
+    editor().keyMove(delta);
+}
+
+QUndoCommand *ProxyWidget::getGeometryChangeCommand(QUndoCommand *parent)
+{
+    return editor().geometryChange(parent);
+}
+
+QUndoCommand *ProxyWidget::getIsMoviedPropertiesChangeCommand(QUndoCommand *parent, bool &movable,
+                                                              bool &push)
+{
+    return editor().movableChange(parent, movable, push);
+}
+
+void ProxyWidget::onMovedFinished()
+{
+    auto *edited = dynamic_cast<EditedScene *>(scene());
+    // All that is selected follows the element that is dragged, and makes one step with it.
+    if (edited && isSelected()) {
+        edited->onMoveFinished();
+        return;
+    }
+    std::unique_ptr<QUndoCommand> command(getGeometryChangeCommand(nullptr));
+    if (edited)
+        edited->commit(command.release());
+    else if (command)
+        command->redo();
+}
+
+void ProxyWidget::onLockChanged(bool lock)
+{
+    const Nodes::BasicWidget *node = getNode();
+    auto *edited = dynamic_cast<EditedScene *>(scene());
+    bool movable = !lock;
+    bool push = true;
+    if (!node || !edited || node->isMovable() == movable)
+        return;
+    edited->onPropertiesChange(this, movable, push);
+    editor().takeMovable(node->isMovable()); // the change may be refused
+}
+
+bool ProxyWidget::removeWidget()
+{
+    auto *edited = dynamic_cast<EditedScene *>(scene());
+    if (!edited || !getNode())
+        return false;
+    scene()->clearSelection();
+    setSelected(true);
+    if (isSelected())
+        edited->removeWidget();
+    return isSelected() || !scene();
+}
+
+Nodes::NodesArray ProxyWidget::getNaFromMineDate(const QMimeData *mime) const
+{
+    return ElementEditor::draggedNodes(m_link, mime);
+}
+
+} // namespace Widgets

@@ -1,0 +1,192 @@
+#include "widgets/scene/editing/ElementEditor.h"
+
+#include "widgets/scene/editing/Border.h"
+#include "widgets/scene/editing/Locker.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/visual/BasicWidget.h"
+#include "utils/undo/ChangePropertyCommand.h"
+
+#include <QDataStream>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsSceneMouseEvent>
+#include <QMimeData>
+
+#include <memory>
+#include <utility>
+
+namespace Widgets {
+
+namespace {
+
+// An element smaller than this has no room for a lock.
+constexpr double lockerWidth = 50;
+constexpr double lockerHeight = 5;
+
+// Of ProxyWidget::TypeFrame.
+constexpr int frameInside = 0;
+constexpr int frameOutside = 1;
+
+QStringList readTexts(const QMimeData &mime, const QString &format)
+{
+    QStringList texts;
+    const QByteArray bytes = mime.data(format);
+    QDataStream stream(bytes);
+    while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
+        QString text;
+        stream >> text;
+        if (stream.status() == QDataStream::Ok)
+            texts << text;
+    }
+    return texts;
+}
+
+} // namespace
+
+ElementEditor::ElementEditor(QGraphicsProxyWidget &host, const Nodes::NodeLink &link,
+                             bool isDecorated)
+    : m_host(host), m_link(link)
+{
+    if (!isDecorated)
+        return;
+    m_border = new Border(&host);
+    m_locker = new Locker(&host);
+    if (const Nodes::BasicWidget *element = node())
+        m_locker->setLock(!element->isMovable());
+    connect(m_locker, &Locker::lockChanged, this, &ElementEditor::lockChanged);
+}
+
+ElementEditor::~ElementEditor()
+{
+    delete m_border;
+    delete m_locker;
+}
+
+Nodes::BasicWidget *ElementEditor::node() const
+{
+    return dynamic_cast<Nodes::BasicWidget *>(m_link.GetNode());
+}
+
+void ElementEditor::setTypeFrame(int type)
+{
+    m_frameType = type;
+    place(m_host.geometry());
+}
+
+void ElementEditor::place(const QRectF &rect)
+{
+    if (!m_border)
+        return;
+    const QSizeF box = rect.isEmpty() ? m_host.geometry().size() : rect.size();
+    const double grown = m_frameType == frameOutside ? 1 : -1;
+    m_border->setPos(-grown / 2, -grown / 2);
+    m_border->setSize(box.width() + grown, box.height() + grown);
+    m_border->setOutline(m_frameType == frameOutside || m_frameType == frameInside);
+    m_locker->setSuppressed(box.width() < lockerWidth || box.height() < lockerHeight);
+    m_locker->setPos(box.width() - m_locker->width() - 6, -m_locker->height() / 2);
+}
+
+void ElementEditor::takeMovable(bool isMovable)
+{
+    if (m_locker)
+        m_locker->setLock(!isMovable);
+}
+
+void ElementEditor::takeSelected(bool isSelected)
+{
+    if (m_locker)
+        m_locker->setOwnerSelected(isSelected);
+}
+
+void ElementEditor::rememberGeometry()
+{
+    m_committed = m_host.geometry().toRect();
+}
+
+bool ElementEditor::drags(const QGraphicsSceneMouseEvent &event)
+{
+    const Nodes::BasicWidget *element = node();
+    if (event.modifiers() == Qt::ControlModifier || (element && !element->isSelectable()))
+        return false;
+    m_isMoving = true;
+    return true;
+}
+
+bool ElementEditor::endsDrag()
+{
+    const Nodes::BasicWidget *element = node();
+    return std::exchange(m_isMoving, false) && element && element->isMovable();
+}
+
+void ElementEditor::keyMove(const QRectF &delta)
+{
+    const Nodes::BasicWidget *element = node();
+    if (!m_host.isSelected() || !element ||
+        (!delta.topLeft().isNull() && !element->isMovable()))
+        return;
+    const QRectF now = m_host.geometry();
+    m_host.setGeometry(
+        QRectF(now.topLeft() + delta.topLeft(), QSizeF(qMax(0.0, now.width() + delta.width()),
+                                                       qMax(0.0, now.height() + delta.height()))));
+    place(QRectF());
+}
+
+QUndoCommand *ElementEditor::geometryChange(QUndoCommand *parent)
+{
+    const Nodes::BasicWidget *element = node();
+    const QRect now = m_host.geometry().toRect();
+    if (element && now == m_committed)
+        return nullptr;
+    auto command = std::make_unique<QUndoCommand>(parent);
+    if (!element)
+        return command.release();
+    m_committed = now;
+    using Prop = Nodes::BasicWidget::Prop;
+    const std::pair<unsigned, int> values[] = {{Prop::X, now.x()},
+                                               {Prop::Y, now.y()},
+                                               {Prop::Width, now.width()},
+                                               {Prop::Height, now.height()}};
+    for (const auto &[property, value] : values)
+        new Utils::ChangePropertyCommand(m_link, property, value, command.get());
+    command->setText(QStringLiteral("Изменение координат виджета %1")
+                         .arg(QString::fromStdString(element->GetName())));
+    return command.release();
+}
+
+QUndoCommand *ElementEditor::movableChange(QUndoCommand *parent, bool movable, bool push) const
+{
+    auto command = std::make_unique<QUndoCommand>(parent);
+    if (!node())
+        return command.release();
+    auto *change = new Utils::ChangePropertyCommand(m_link, Nodes::BasicWidget::Prop::Movable,
+                                                    movable, command.get());
+    command->setText(change->text());
+    if (!push)
+        (void)change->setPropertyCommand(); // a refusal is logged by the command
+    return command.release();
+}
+
+Nodes::NodesArray ElementEditor::draggedNodes(const Nodes::NodeLink &element, const QMimeData *mime)
+{
+    Nodes::NodesArray found;
+    const Nodes::NodesCollection *project = element.GetNodesCollection();
+    const QString paths = QStringLiteral("application/nodelinkpath");
+    const QString ids = QStringLiteral("application/nodelink");
+    if (!mime || !project)
+        return found;
+    if (mime->hasFormat(paths)) {
+        for (const QString &path : readTexts(*mime, paths)) {
+            const auto nodes = project->GetNodesByPath(path.toStdString());
+            if (!nodes.empty())
+                found.push_back(Nodes::NodeLink(nodes.front()));
+        }
+        return found;
+    }
+    for (const QString &id : readTexts(*mime, ids)) {
+        if (const Nodes::ConfigNode *node = project->FindNode(id.toULong()))
+            found.push_back(Nodes::NodeLink(node));
+    }
+    return found;
+}
+
+} // namespace Widgets

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "nodes/model/NodesArray.h"
+#include "nodes/model/links/NodeLink.h"
+
+#include <QObject>
+#include <QRect>
+
+class QGraphicsProxyWidget;
+class QGraphicsSceneMouseEvent;
+class QMimeData;
+class QUndoCommand;
+
+namespace Nodes {
+class BasicWidget;
+}
+
+namespace Widgets {
+
+class Border;
+class Locker;
+
+/// Editing of one element by its host in a scene: dragging, keys, border and lock, and the steps
+/// that bring the host's place into the node. A host at run time has none. GUI thread.
+class ElementEditor : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Border and lock are child items of the host, made only when it is decorated.
+    ElementEditor(QGraphicsProxyWidget &host, const Nodes::NodeLink &link, bool isDecorated);
+    ~ElementEditor() override;
+
+    /// Null without decoration.
+    Locker *locker() const { return m_locker; }
+    /// ProxyWidget::TypeFrame.
+    void setTypeFrame(int type);
+    /// Puts the decoration around the rectangle; an empty one means the present geometry.
+    void place(const QRectF &rect);
+    void takeMovable(bool isMovable);
+    void takeSelected(bool isSelected);
+    /// The node holds the present geometry: the next step starts from there.
+    void rememberGeometry();
+
+    /// Whether that move drags the host.
+    bool drags(const QGraphicsSceneMouseEvent &event);
+    /// The button was let go: whether a drag ended that is to be committed.
+    bool endsDrag();
+    /// See ProxyWidget::keyMove.
+    void keyMove(const QRectF &delta);
+
+    /// See ProxyWidget::getGeometryChangeCommand, and so on.
+    QUndoCommand *geometryChange(QUndoCommand *parent);
+    QUndoCommand *movableChange(QUndoCommand *parent, bool movable, bool push) const;
+    static Nodes::NodesArray draggedNodes(const Nodes::NodeLink &element, const QMimeData *mime);
+
+signals:
+    /// The operator turned the lock over.
+    void lockChanged(bool lock);
+
+private:
+    Nodes::BasicWidget *node() const;
+
+    QGraphicsProxyWidget &m_host;
+    Nodes::NodeLink m_link;
+    Border *m_border = nullptr;
+    Locker *m_locker = nullptr;
+    int m_frameType = 1;
+    bool m_isMoving = false;
+    QRect m_committed; ///< geometry that the node holds
+};
+
+} // namespace Widgets

@@ -1,0 +1,235 @@
+#include "widgets/scene/editing/SceneEditor.h"
+
+#include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/scene/LayerStack.h"
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/ElementClipboard.h"
+#include "widgets/scene/editing/SceneMenu.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/visual/BasicWidget.h"
+#include "utils/editing/ActionFactory.h"
+#include "utils/undo/CopyNodeWidgetGroupCommand.h"
+#include "utils/undo/IUndo.h"
+
+#include <QAction>
+#include <QCursor>
+#include <QDataStream>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneDragDropEvent>
+#include <QGraphicsView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+
+#include <algorithm>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int selectionDelay = 100; // ms
+
+const QString typesFormat = QStringLiteral("application/nodetype");
+
+bool isArrow(int key)
+{
+    return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+QRectF arrowDelta(const QKeyEvent &event)
+{
+    const int key = event.key();
+    const QPointF step(key == Qt::Key_Right  ? 1
+                       : key == Qt::Key_Left ? -1
+                                             : 0,
+                       key == Qt::Key_Down ? 1
+                       : key == Qt::Key_Up ? -1
+                                           : 0);
+    return event.modifiers() == Qt::ShiftModifier ? QRectF(0, 0, step.x(), step.y())
+                                                  : QRectF(step.x(), step.y(), 0, 0);
+}
+
+} // namespace
+
+SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerStack &layers,
+                         Nodes::BasicNode *node)
+    : m_scene(scene),
+      m_undo(undo),
+      m_layers(layers),
+      m_node(node),
+      m_selection(scene, undo),
+      m_newElements(undo)
+{
+    createActions();
+    connect(&m_newElements, &NewElements::menuFilled, this, &SceneEditor::actionsChanged);
+    connect(&m_newElements, &NewElements::chosen, this, [this](const Nodes::NodeType &type) {
+        m_newElements.add(type, m_layers.topmostNode(), m_pastePosition, false);
+    });
+    m_menu =
+        std::make_unique<SceneMenu>(SceneMenu::Actions{m_deleteAction, m_copyAction, m_pasteAction});
+    connect(m_menu.get(), &SceneMenu::orderMoved, this,
+            [this](int step) { m_selection.moveOrder(step); });
+    connect(m_menu.get(), &SceneMenu::currentWidgetChange, this, &SceneEditor::currentWidgetChange);
+    connect(m_menu.get(), &SceneMenu::openWizardWindow, this, &SceneEditor::openWizardWindow);
+    m_selectionTimer.setInterval(selectionDelay);
+    m_selectionTimer.setSingleShot(true);
+    connect(&scene, &QGraphicsScene::selectionChanged, &m_selectionTimer,
+            qOverload<>(&QTimer::start));
+    connect(&m_selectionTimer, &QTimer::timeout, this, [this] {
+        emit selectionSettled();
+        for (ProxyLayer *layer : m_layers.all())
+            layer->updateSelection();
+    });
+}
+
+SceneEditor::~SceneEditor() = default;
+
+void SceneEditor::createActions()
+{
+    const Utils::ActionFactory &factory = Utils::ActionFactory::getInstance();
+    m_deleteAction = factory.createAction(Utils::ActionFactory::ActionDelete, this);
+    m_copyAction = factory.createAction(Utils::ActionFactory::ActionCopy, this);
+    m_pasteAction = factory.createAction(Utils::ActionFactory::ActionPaste, this);
+    if (m_deleteAction)
+        connect(m_deleteAction, &QAction::triggered, this, &SceneEditor::removalAsked);
+    if (m_copyAction)
+        connect(m_copyAction, &QAction::triggered, this, &SceneEditor::copy);
+    if (m_pasteAction)
+        connect(m_pasteAction, &QAction::triggered, this, [this] { paste(m_pastePosition); });
+}
+
+void SceneEditor::takeOrder()
+{
+    for (ProxyLayer *layer : m_layers.all())
+        layer->setEnabledItems(false);
+    const QList<ProxyLayer *> sorted = m_layers.sorted();
+    for (int i = 0; i < sorted.size(); ++i) {
+        const bool isTop = i + 1 == sorted.size();
+        sorted[i]->setEnabledItems(isTop || sorted[i + 1]->transparency());
+    }
+    if (!sorted.isEmpty())
+        m_newElements.fillMenu(*sorted.last()->getNode());
+}
+
+void SceneEditor::copy() const
+{
+    if (const Nodes::NodesCollection *project = m_node ? m_node->GetNodesCollection() : nullptr)
+        ElementClipboard::put(*project, m_selection.links());
+}
+
+void SceneEditor::paste(QPointF point)
+{
+    const QList<ProxyLayer *> top = m_layers.highest();
+    const Nodes::ConfigNode *layer = top.isEmpty() ? nullptr : top.first()->getNode();
+    Nodes::NodesCollection *project = m_node ? m_node->GetNodesCollection() : nullptr;
+    if (!layer || !project)
+        return;
+    const Nodes::NodesArray clones = ElementClipboard::take(*project);
+    if (clones.empty())
+        return;
+    m_scene.clearSelection(); // what is pasted appears selected
+    m_undo.pushToUndoStack(new Utils::CopyNodeWidgetGroupCommand(
+        Nodes::NodeLink(layer), clones, QPoint(int(point.x()), int(point.y()))));
+    // Those refused; the command has logged why.
+    ElementClipboard::discard(*project, clones.GetLinks());
+}
+
+void SceneEditor::pasteAtPointer()
+{
+    if (const QGraphicsView *view = m_scene.views().value(0))
+        m_pastePosition = view->mapToScene(view->viewport()->mapFromGlobal(QCursor::pos()));
+    m_pasteAction->trigger();
+}
+
+bool SceneEditor::pressKey(const QKeyEvent &event)
+{
+    if (isArrow(event.key())) {
+        for (ProxyLayer *layer : m_layers.all())
+            layer->keyMove(arrowDelta(event));
+    } else if (event.key() == Qt::Key_Escape) {
+        m_scene.clearSelection();
+    } else if (event.key() == Qt::Key_Delete) {
+        emit removalAsked();
+    } else if (event.matches(QKeySequence::Copy) && m_copyAction) {
+        m_copyAction->trigger();
+    } else if (event.matches(QKeySequence::Paste) && m_pasteAction) {
+        pasteAtPointer();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void SceneEditor::releaseKey(const QKeyEvent &event)
+{
+    if (isArrow(event.key()) && !event.isAutoRepeat())
+        m_selection.commitGeometry();
+}
+
+void SceneEditor::openMenu(const QGraphicsSceneContextMenuEvent &event)
+{
+    QList<ProxyWidget *> hosts;
+    for (QGraphicsItem *item : m_scene.items(event.scenePos())) {
+        auto *host = dynamic_cast<ProxyWidget *>(item);
+        if (host && host->getNode())
+            hosts.append(host);
+    }
+    selectUnderMouse(hosts, event.modifiers());
+    const int selected = m_scene.selectedItems().size();
+    if (selected == 0) {
+        m_pastePosition = event.scenePos();
+        Nodes::NodesCollection *project = m_node ? m_node->GetNodesCollection() : nullptr;
+        m_menu->fillForCanvas(addMenu(), project && ElementClipboard::hasElements(*project));
+    } else {
+        m_menu->fillForSelection(selected, dynamic_cast<ProxyWidget *>(m_scene.focusItem()));
+    }
+    m_menu->addItems(hosts);
+    m_menu->show(event.screenPos());
+}
+
+void SceneEditor::selectUnderMouse(const QList<ProxyWidget *> &hosts,
+                                   Qt::KeyboardModifiers modifiers)
+{
+    const auto topmost = std::find_if(hosts.begin(), hosts.end(), [](const ProxyWidget *host) {
+        return host->flags() & QGraphicsItem::ItemIsSelectable;
+    });
+    if (topmost == hosts.end() || (*topmost)->isSelected())
+        return;
+    if (modifiers != Qt::ControlModifier)
+        m_scene.clearSelection();
+    (*topmost)->setSelected(true);
+    m_scene.setFocusItem(*topmost);
+}
+
+bool SceneEditor::takesDrag(const QMimeData &data)
+{
+    return data.hasFormat(typesFormat);
+}
+
+bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
+{
+    if (!takesDrag(*event.mimeData()))
+        return false;
+    const QByteArray bytes = event.mimeData()->data(typesFormat);
+    QDataStream stream(bytes);
+    while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
+        QString text;
+        stream >> text;
+        const Nodes::NodeType type(text.toStdString());
+        if (type.GetFamily() != Nodes::NodeType::TypeWidget)
+            continue;
+        Nodes::ConfigNode *layer = m_layers.topmostNode();
+        if (!layer) {
+            PlainMessageBox::ask(QMessageBox::Critical, QStringLiteral("Внимание"),
+                                 QStringLiteral("Отсутствуют слои"));
+            break;
+        }
+        if (m_newElements.add(type, layer, event.scenePos(), true))
+            emit addWidgetFromPanel();
+    }
+    return true;
+}
+
+} // namespace Widgets

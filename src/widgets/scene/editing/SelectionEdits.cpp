@@ -1,0 +1,92 @@
+#include "widgets/scene/editing/SelectionEdits.h"
+
+#include "widgets/scene/ProxyWidget.h"
+
+#include "nodes/visual/BasicWidget.h"
+#include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/IUndo.h"
+#include "utils/undo/RemoveNodeLinkGroup.h"
+
+#include <QGraphicsScene>
+
+#include <algorithm>
+#include <memory>
+
+namespace Widgets {
+
+QList<ProxyWidget *> SelectionEdits::hosts() const
+{
+    QList<ProxyWidget *> hosts;
+    const QList<QGraphicsItem *> items = m_scene.selectedItems();
+    for (QGraphicsItem *item : items) {
+        auto *host = dynamic_cast<ProxyWidget *>(item);
+        if (host && host->getNode())
+            hosts.append(host);
+    }
+    return hosts;
+}
+
+Nodes::NodeLinks SelectionEdits::links() const
+{
+    Nodes::NodeLinks links;
+    for (const ProxyWidget *host : hosts())
+        links.push_back(host->getNodeLink());
+    return links;
+}
+
+void SelectionEdits::remove(const Nodes::NodeLinks &links)
+{
+    Nodes::NodeLinks removed;
+    Nodes::NodeLink parent;
+    for (const ProxyWidget *host : hosts()) {
+        const Nodes::NodeLink link = host->getNodeLink();
+        if (std::find(links.begin(), links.end(), link) == links.end())
+            continue;
+        if (removed.empty())
+            parent = Nodes::NodeLink(host->getNode()->GetParent());
+        removed.push_back(link);
+    }
+    if (!removed.empty())
+        m_undo.pushToUndoStack(new Utils::RemoveNodeLinkGroup(parent, removed));
+}
+
+void SelectionEdits::commitGeometry()
+{
+    const QList<ProxyWidget *> hosts = this->hosts();
+    if (hosts.size() == 1) {
+        m_undo.pushToUndoStack(hosts.first()->getGeometryChangeCommand(nullptr));
+        return;
+    }
+    auto group = std::make_unique<QUndoCommand>(QStringLiteral("Изменение координат виджетов"));
+    for (ProxyWidget *host : hosts)
+        (void)host->getGeometryChangeCommand(group.get());
+    if (group->childCount() > 0)
+        m_undo.pushToUndoStack(group.release());
+}
+
+void SelectionEdits::setMovable(ProxyWidget &host, bool &movable, bool &push)
+{
+    auto group = std::make_unique<QUndoCommand>();
+    const QUndoCommand *change =
+        host.getIsMoviedPropertiesChangeCommand(group.get(), movable, push);
+    group->setText(change->text());
+    if (push)
+        m_undo.pushToUndoStack(group.release());
+}
+
+void SelectionEdits::moveOrder(int step)
+{
+    const QList<ProxyWidget *> hosts = this->hosts();
+    auto group = std::make_unique<QUndoCommand>(QStringLiteral("Изменение порядка виджетов"));
+    for (const ProxyWidget *host : hosts) {
+        const int order = host->getNode()->GetZOrder() + step;
+        const auto *change = new Utils::ChangePropertyCommand(
+            host->getNodeLink(), Nodes::BasicWidget::Prop::ZOrder, order, group.get());
+        if (hosts.size() == 1)
+            group->setText(change->text());
+    }
+    if (!hosts.isEmpty())
+        m_undo.pushToUndoStack(group.release());
+}
+
+} // namespace Widgets
