@@ -1,5 +1,6 @@
 #include "widgets/context/SceneContext.h"
 
+#include "widgets/context/PreviewActions.h"
 #include "widgets/context/ProcessContext.h"
 
 #include "nodes/system/systemCore.h"
@@ -26,7 +27,10 @@ Nodes::enWorkMode SceneContext::mode() const
 
 ActionSink &SceneContext::actions() const
 {
-    return m_actions ? *m_actions : ProcessContext::actions();
+    static PreviewActions lookedAt;
+    if (m_actions)
+        return *m_actions;
+    return m_isPreview ? lookedAt : ProcessContext::actions();
 }
 
 void SceneContext::setActions(std::shared_ptr<ActionSink> actions)

@@ -36,7 +36,8 @@ public:
     /// A mode of its own, or that of the model again.
     void setMode(std::optional<Nodes::enWorkMode> mode) { m_mode = mode; }
 
-    /// Run time whatever the mode is: for looking at.
+    /// For looking at: run time whatever the mode is, and without a sink of its own nothing is
+    /// queued, written or told.
     void setPreview(bool on) { m_isPreview = on; }
 
     /// Where nobody runs actions, lists and messages are dropped with a line in the log.

@@ -4,6 +4,7 @@
 
 #include "widgets/context/ActionSink.h"
 #include "widgets/context/OwedActions.h"
+#include "widgets/elements/IWidget.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
@@ -156,6 +157,10 @@ private slots:
             QCOMPARE(shown.project.node<Nodes::BasicWidget>(21)->GetPosition().x, x);
         }
         QCOMPARE(shown.stack.count(), isEdited ? 2 : 0);
+        shown.host(21)->setFocus();
+        QTest::keyClick(&shown.view, Qt::Key_Space); // on, which the click takes back
+        shown.click({105, 25});
+        QCOMPARE(shown.project.value(10).ToDouble(), 0.0);
         shown.click({105, 25});
         QCOMPARE(shown.project.value(10).ToDouble(), isLive ? 1.0 : 0.0);
         shown.click({60, 75});

@@ -1,5 +1,6 @@
 #include "widgets/elements/pictures/MissingPicture.h"
 
+#include "widgets/context/ActionSink.h"
 #include "widgets/context/SceneContext.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -41,11 +42,8 @@ void MissingPicture::report(const SceneContext &context, const Nodes::ConfigNode
 {
     if (!context.isRuntime() || !isFirst(picture))
         return;
-    // What the journal refuses it keeps and tells itself.
-    (void)node.StoreMessage(Nodes::LevelWarning,
-                            "Рисунок «" + picture.GetFilePath() +
-                                "» не показан: " + reason(picture),
-                            node.GetNodeLink());
+    context.actions().journalOnce(node, "Рисунок «" + picture.GetFilePath() +
+                                            "» не показан: " + reason(picture));
 }
 
 void MissingPicture::draw(const SceneContext &context, QPainter &painter, const QRect &rect,

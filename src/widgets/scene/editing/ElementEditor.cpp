@@ -121,8 +121,7 @@ bool ElementEditor::endsDrag()
 void ElementEditor::keyMove(const QRectF &delta)
 {
     const Nodes::BasicWidget *element = node();
-    if (!m_host.isSelected() || !element ||
-        (!delta.topLeft().isNull() && !element->isMovable()))
+    if (!m_host.isSelected() || !element || (!delta.topLeft().isNull() && !element->isMovable()))
         return;
     const QRectF now = m_host.geometry();
     m_host.setGeometry(

@@ -67,8 +67,8 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
     connect(&m_newElements, &NewElements::chosen, this, [this](const Nodes::NodeType &type) {
         m_newElements.add(type, m_layers.topmostNode(), m_pastePosition, false);
     });
-    m_menu =
-        std::make_unique<SceneMenu>(SceneMenu::Actions{m_deleteAction, m_copyAction, m_pasteAction});
+    m_menu = std::make_unique<SceneMenu>(
+        SceneMenu::Actions{m_deleteAction, m_copyAction, m_pasteAction});
     connect(m_menu.get(), &SceneMenu::orderMoved, this,
             [this](int step) { m_selection.moveOrder(step); });
     connect(m_menu.get(), &SceneMenu::currentWidgetChange, this, &SceneEditor::currentWidgetChange);
