@@ -61,13 +61,13 @@ static_assert(Nodes::AreDistinct(rows), "two actions for one kind: look at their
 
 } // namespace
 
-qBasicAction *ActionFactoryTable::create(Nodes::BasicAction *copy)
+qBasicAction *ActionFactoryTable::create(Nodes::BasicAction *copy) const
 {
     const auto creator = Nodes::FindCreator(rows, copy->GetNodeType());
     return creator ? creator(copy) : nullptr;
 }
 
-bool ActionFactoryTable::knows(const Nodes::NodeType &type)
+bool ActionFactoryTable::knows(const Nodes::NodeType &type) const
 {
     return Nodes::FindCreator(rows, type);
 }

@@ -1,24 +1,17 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-
-namespace Nodes {
-class BasicAction;
-class NodeType;
-} // namespace Nodes
+#include "widgets/actions/running/ActionKinds.h"
 
 namespace Widgets {
 
-class qBasicAction;
-
 /// Which class runs which kind of action node. A new action is its own files and one line in the
-/// table of ActionFactoryTable.cpp. Any thread.
-class WIDGETS_EXPORT ActionFactoryTable
+/// table of ActionFactoryTable.cpp.
+class WIDGETS_EXPORT ActionFactoryTable : public ActionKinds
 {
 public:
-    /// Action object on that node copy; null for kinds without an action class.
-    static qBasicAction *create(Nodes::BasicAction *copy);
-    static bool knows(const Nodes::NodeType &type);
+    qBasicAction *create(Nodes::BasicAction *copy) const override;
+    bool knows(const Nodes::NodeType &type) const override;
 };
 
 } // namespace Widgets

@@ -1,11 +1,12 @@
 #include "widgets/actions/ActionManager.h"
 
+#include "widgets/actions/running/ActionDispatcher.h"
 #include "widgets/actions/running/ActionTeller.h"
 #include "widgets/actions/running/CopiedActions.h"
 #include "widgets/context/SceneContext.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/actions/IAction.h"
@@ -87,13 +88,14 @@ void ActionManager::onPushActions()
         const QMutexLocker lock(&m_mutex);
         pushed.swap(m_pending);
     }
-    if (!g_pWindowManager)
+    DesktopContext *desktop = DesktopContext::current();
+    if (!desktop)
         return;
     for (const Pending &pending : qAsConst(pushed)) {
         if (pending.trigger)
-            (void)g_pWindowManager->PushActions(pending.actions, *pending.trigger);
+            (void)desktop->dispatcher().push(pending.actions, *pending.trigger);
         else
-            (void)g_pWindowManager->PushActions(pending.actions);
+            (void)desktop->dispatcher().push(pending.actions);
     }
 }
 
@@ -232,8 +234,8 @@ ActionTrigger ActionManager::triggerAt(const QWidget *where, const std::optional
                                        ActionOrigin origin) const
 {
     ActionTrigger trigger;
-    if (g_pWindowManager)
-        trigger = g_pWindowManager->triggerNow(origin);
+    if (DesktopContext *desktop = DesktopContext::current())
+        trigger = desktop->dispatcher().triggerNow(origin);
     trigger.display = ScreenNumber(where ? onScreen(*where) : nullptr);
     trigger.point = point;
     return trigger;
@@ -253,11 +255,12 @@ void ActionManager::push(const NodeLinks &actions, const ActionTrigger &trigger)
 std::unique_ptr<OwedActions> ActionManager::owe(const NodeLinks &actions,
                                                 const ActionTrigger &trigger)
 {
-    if (actions.empty() || !g_pWindowManager)
+    DesktopContext *desktop = DesktopContext::current();
+    if (actions.empty() || !desktop)
         return nullptr;
     ActionTrigger release = trigger;
     release.isRelease = true;
-    return std::make_unique<CopiedActions>(g_pWindowManager->makeActions(actions, release));
+    return std::make_unique<CopiedActions>(desktop->dispatcher(), actions, release);
 }
 
 void ActionManager::warn(const QString &text)

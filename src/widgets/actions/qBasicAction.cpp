@@ -1,7 +1,7 @@
 #include "widgets/actions/qBasicAction.h"
 
 #include "widgets/actions/running/ActionTeller.h"
-#include "widgets/windows/Access.h"
+#include "widgets/actions/running/Refusals.h"
 
 #include "nodes/actions/BasicAction.h"
 

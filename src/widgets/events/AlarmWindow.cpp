@@ -1,5 +1,6 @@
 #include "widgets/events/AlarmWindow.h"
 
+#include "widgets/context/ProcessContext.h"
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/windows/DesktopContext.h"
@@ -26,7 +27,7 @@ const QString commonFile = QStringLiteral("config.json");
 // With the data of this station: others on the machine have their own place.
 QString settingsFile()
 {
-    const Nodes::systemCore *core = DesktopContext::core();
+    const Nodes::systemCore *core = ProcessContext::model();
     const std::string data = core ? core->GetDataDirectory() : std::string();
     return data.empty() ? commonFile : QDir(QString::fromStdString(data)).filePath(commonFile);
 }

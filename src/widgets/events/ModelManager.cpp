@@ -1,9 +1,9 @@
 #include "widgets/events/ModelManager.h"
 
+#include "widgets/actions/running/Refusals.h"
 #include "widgets/events/AlarmSound.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/TableAlarms.h"
-#include "widgets/windows/Access.h"
 #include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"

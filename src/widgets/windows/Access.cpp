@@ -1,49 +1,18 @@
 #include "widgets/windows/Access.h"
 
-#include "widgets/actions/running/ActionTeller.h"
-#include "widgets/windows/DesktopContext.h"
+#include "widgets/context/ProcessContext.h"
 
 #include "nodes/model/services/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 
 namespace Widgets {
 
-namespace {
-
-constexpr int codeNoRights = 1320;
-constexpr int codeSilent = 403;
-
-} // namespace
-
 bool HasPrivilege(Nodes::enPrivilegeType privilege, const Nodes::BasicNode *node)
 {
     const auto *guarded = static_cast<const Nodes::ConfigNode *>(node);
     if (!guarded)
-        guarded = DesktopContext::core();
+        guarded = ProcessContext::model();
     return !guarded || Nodes::CheckAccess(privilege, *guarded);
-}
-
-void ShowAccessDenied(const ActionTrigger &trigger)
-{
-    ShowActionError(QStringLiteral("Недостаточно прав для выполнения действия"), trigger);
-}
-
-void ShowActionResult(const Nodes::Result &result, const std::string &what,
-                      const ActionTrigger &trigger)
-{
-    if (result || result.GetCode() == codeSilent)
-        return;
-    if (result.GetCode() == codeNoRights)
-        ShowAccessDenied(trigger);
-    else
-        ShowActionError(QString::fromStdString(what + ": " + result.GetResultTranslated()),
-                        trigger);
-}
-
-void ShowActionError(const QString &text, const ActionTrigger &trigger)
-{
-    if (trigger.isOperators() && !DesktopContext::isStationEnding())
-        ActionTeller::instance().notify(QStringLiteral("Ошибка"), text, trigger.display);
 }
 
 } // namespace Widgets

@@ -1,5 +1,7 @@
 #include "widgets/windows/DesktopContext.h"
 
+#include "widgets/context/ProcessContext.h"
+
 #include "nodes/system/systemCore.h"
 
 namespace Widgets {
@@ -31,26 +33,15 @@ DesktopContext *DesktopContext::current()
     return entered;
 }
 
-Nodes::systemCore *DesktopContext::core()
-{
-    return entered ? entered->getCore() : nullptr;
-}
-
-Nodes::enWorkMode DesktopContext::workMode()
-{
-    const Nodes::systemCore *shown = core();
-    return shown ? shown->GetWorkMode() : Nodes::WorkModeNone;
-}
-
 Nodes::systemAlarming *DesktopContext::alarming()
 {
-    const Nodes::systemCore *shown = core();
+    const Nodes::systemCore *shown = ProcessContext::model();
     return shown ? shown->GetSystemAlarming() : nullptr;
 }
 
 Nodes::systemVisualization *DesktopContext::visualization()
 {
-    const Nodes::systemCore *shown = core();
+    const Nodes::systemCore *shown = ProcessContext::model();
     return shown ? shown->GetSystemVisualization() : nullptr;
 }
 

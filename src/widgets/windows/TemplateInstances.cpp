@@ -1,12 +1,15 @@
 #include "widgets/windows/TemplateInstances.h"
 
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/windows/OpenWindows.h"
 #include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/templates/compositionTemplate.h"
 #include "nodes/templates/windowTemplate.h"
 #include "nodes/visual/windows/windowComposed.h"
+
+#include <QWidget>
 
 #include <algorithm>
 
@@ -32,18 +35,19 @@ void destroy(const NodeLink &node)
 
 } // namespace
 
-TemplateInstances &TemplateInstances::of(WindowManager &manager)
+TemplateInstances &TemplateInstances::of(ActionDispatcher &actions)
 {
-    auto *made = manager.findChild<TemplateInstances *>(QString(), Qt::FindDirectChildrenOnly);
-    return made ? *made : *new TemplateInstances(manager);
+    auto *made = actions.findChild<TemplateInstances *>(QString(), Qt::FindDirectChildrenOnly);
+    return made ? *made : *new TemplateInstances(actions);
 }
 
-TemplateInstances::TemplateInstances(WindowManager &manager) : QObject(&manager), m_manager(manager)
+TemplateInstances::TemplateInstances(ActionDispatcher &actions)
+    : QObject(&actions), m_actions(actions)
 {
-    connect(&manager, &WindowManager::actionsFreed, this, &TemplateInstances::destroyUnused);
+    connect(&actions, &ActionDispatcher::copiesFreed, this, &TemplateInstances::destroyUnused);
 }
 
-// By now the manager has deleted every window and every action.
+// By now every window and every action is deleted.
 TemplateInstances::~TemplateInstances()
 {
     for (const Instance &instance : m_instances)
@@ -61,17 +65,6 @@ QWidget *TemplateInstances::find(const Nodes::ConfigNode &source, const Nodes::B
             return instance.widget;
     }
     return nullptr;
-}
-
-bool TemplateInstances::isMadeFrom(const WindowManager &manager, const QWidget *widget,
-                                   unsigned long window)
-{
-    const auto *made =
-        manager.findChild<const TemplateInstances *>(QString(), Qt::FindDirectChildrenOnly);
-    return made && std::any_of(made->m_instances.begin(), made->m_instances.end(),
-                               [&](const Instance &instance) {
-                                   return instance.widget == widget && instance.window == window;
-                               });
 }
 
 int TemplateInstances::freeNumber(unsigned long source) const
@@ -114,17 +107,19 @@ Nodes::BasicWindow *TemplateInstances::make(Nodes::ConfigNode &source, Nodes::Ba
     return made;
 }
 
-void TemplateInstances::attach(const Nodes::BasicWindow &instance, QWidget *widget)
+void TemplateInstances::attach(const Nodes::BasicWindow &instance, QWidget *widget,
+                               OpenWindows &windows)
 {
     const unsigned long id = instance.GetId();
+    if (!widget)
+        return release(id);
     for (Instance &known : m_instances) {
-        if (known.nodes.front().GetNodeId() == id)
-            known.widget = widget;
+        if (known.nodes.front().GetNodeId() != id)
+            continue;
+        known.widget = widget;
+        windows.setOrigin(*widget, known.window);
     }
-    if (widget)
-        connect(widget, &QObject::destroyed, this, [this, id] { release(id); });
-    else
-        release(id);
+    connect(widget, &QObject::destroyed, this, [this, id] { release(id); });
 }
 
 // The elements are destroyed after their window says so: the nodes go with a later event.
@@ -143,7 +138,7 @@ void TemplateInstances::release(unsigned long windowId)
 void TemplateInstances::destroyUnused()
 {
     const auto isUnused = [this](const NodeLink &node) {
-        return !node.isValid() || !m_manager.hasActionBelow(*node.GetNode());
+        return !node.isValid() || !m_actions.hasActionBelow(*node.GetNode());
     };
     const auto unused = std::stable_partition(
         m_leaving.begin(), m_leaving.end(), [&](const NodeLink &node) { return !isUnused(node); });

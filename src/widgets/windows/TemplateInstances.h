@@ -18,7 +18,8 @@ class QWidget;
 
 namespace Widgets {
 
-class WindowManager;
+class ActionDispatcher;
+class OpenWindows;
 
 /// The instances of template windows and compositions that are open: makes and names their nodes,
 /// and destroys them when their window is gone and no action works on them any more. GUI thread.
@@ -27,9 +28,9 @@ class TemplateInstances : public QObject
     Q_OBJECT
 
 public:
-    /// The window manager's one, made on first use; ends with it.
-    static TemplateInstances &of(WindowManager &manager);
-    explicit TemplateInstances(WindowManager &manager);
+    /// The one that lives as long as that dispatcher, made on first use.
+    static TemplateInstances &of(ActionDispatcher &actions);
+    explicit TemplateInstances(ActionDispatcher &actions);
     ~TemplateInstances() override;
 
     /// Open window of an instance of that template that shows the same nodes, made from the same
@@ -37,18 +38,14 @@ public:
     QWidget *find(const Nodes::ConfigNode &source, const Nodes::BasicWindow &window,
                   const Nodes::TemplateBinding &binding, int screen) const;
 
-    /// Whether that window shows an instance made from the window node, which is a template or the
-    /// likeness of a template composition.
-    static bool isMadeFrom(const WindowManager &manager, const QWidget *widget,
-                           unsigned long window);
-
     /// Node of a new instance, called "<template>_<lowest free number from 1>". `source` is the
     /// template: `window` itself, or a composition that a copy of `window` is to show. Null when
     /// ids run into each other.
     Nodes::BasicWindow *make(Nodes::ConfigNode &source, Nodes::BasicWindow &window,
                              const Nodes::TemplateBinding &binding);
-    /// Ties the instance to its window: it ends when the window is destroyed. Null ends it at once.
-    void attach(const Nodes::BasicWindow &instance, QWidget *widget);
+    /// Ties the instance to its window, one of `windows`: it ends when that is destroyed. Null ends
+    /// it at once.
+    void attach(const Nodes::BasicWindow &instance, QWidget *widget, OpenWindows &windows);
 
 private:
     struct Instance
@@ -65,7 +62,7 @@ private:
     void release(unsigned long windowId);
     void destroyUnused();
 
-    WindowManager &m_manager;
+    ActionDispatcher &m_actions;
     std::vector<Instance> m_instances;
     std::vector<Nodes::NodeLink> m_leaving; ///< nodes of windows that are gone
 };

@@ -1,9 +1,9 @@
 #include "widgets/windows/WindowBasic.h"
 
-#include "widgets/actions/ActionManager.h"
+#include "widgets/context/ActionSink.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/windows/Access.h"
-#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/OverlayWindows.h"
 #include "widgets/windows/frames/WindowDecoration.h"
@@ -26,11 +26,6 @@ namespace {
 constexpr int titleHeightWithButton = 10;
 constexpr int editorTopMargin = 20;
 
-bool isRuntime()
-{
-    return DesktopContext::workMode() == Nodes::WorkModeRuntime;
-}
-
 QRect geometryOf(const BasicWindow &node)
 {
     return Utils::NRectToQRect(node.GetGeometry());
@@ -49,11 +44,6 @@ Qt::WindowModality modalityOf(const BasicWindow &node)
     return Qt::NonModal;
 }
 
-void pushActions(const Nodes::NodeLinks &actions, const QWidget &window, ActionOrigin origin)
-{
-    ActionManager::getInstance().trigger(actions, &window, std::nullopt, origin);
-}
-
 } // namespace
 
 WindowBasic::WindowBasic(BasicWindow *node, QWidget *parent) : ProxyView(node, parent), m_node(node)
@@ -68,8 +58,8 @@ WindowBasic::WindowBasic(BasicWindow *node, QWidget *parent) : ProxyView(node, p
     Utils::NodeRelay::Handlers handlers;
     handlers.propertyChanged = [this](Nodes::BasicProperty *) { emit updateProperty(); };
     m_relay.connect(node, std::move(handlers));
-    installEventFilter(&ActionManager::getInstance());
-    viewport()->installEventFilter(&ActionManager::getInstance());
+    installEventFilter(context().gestures());
+    viewport()->installEventFilter(context().gestures());
 }
 
 WindowBasic::~WindowBasic() = default;
@@ -77,6 +67,11 @@ WindowBasic::~WindowBasic() = default;
 BasicWindow::enBorderType WindowBasic::getBorderType() const
 {
     return m_node ? m_node->GetBorderType() : BasicWindow::BorderFrameless;
+}
+
+bool WindowBasic::isRuntime() const
+{
+    return context().isRuntime();
 }
 
 void WindowBasic::SetTitle(QString title)
@@ -124,7 +119,7 @@ void WindowBasic::onUpdateProperties()
         return;
     if (isRuntime())
         takeRuntimeProperties();
-    else if (DesktopContext::workMode() == Nodes::WorkModeEditing)
+    else if (context().isEditor())
         takeEditingGeometry();
 }
 
@@ -217,13 +212,15 @@ void WindowBasic::showEvent(QShowEvent *event)
     if (isWindow() && isModal())
         OverlayWindows::instance().add(this);
     if (isRuntime() && m_node && !event->spontaneous())
-        pushActions(m_node->GetOnOpenActions(), *this, ActionOrigin::OnOpen);
+        context().actions().trigger(m_node->GetOnOpenActions(), this, std::nullopt,
+                                    ActionOrigin::OnOpen);
 }
 
 void WindowBasic::hideEvent(QHideEvent *event)
 {
     if (isRuntime() && m_node && !event->spontaneous())
-        pushActions(m_node->GetOnCloseActions(), *this, ActionOrigin::OnClose);
+        context().actions().trigger(m_node->GetOnCloseActions(), this, std::nullopt,
+                                    ActionOrigin::OnClose);
     OverlayWindows::instance().remove(this);
     stopScene();
     ProxyView::hideEvent(event);

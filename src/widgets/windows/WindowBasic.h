@@ -80,6 +80,7 @@ protected:
     void drawBackground(QPainter *painter, const QRectF &rect) override;
 
 private:
+    bool isRuntime() const;
     void takeRuntimeProperties();
     void takeEditingGeometry();
     void follow(const QRect &from, const QRect &to);

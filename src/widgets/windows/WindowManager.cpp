@@ -1,18 +1,18 @@
 #include "widgets/windows/WindowManager.h"
 
-#include "widgets/actions/ActionManager.h"
-#include "widgets/actions/kinds/qactionAlarm.h"
+#include "widgets/Library.h"
 #include "widgets/actions/qBasicAction.h"
-#include "widgets/actions/running/ActionRunner.h"
+#include "widgets/actions/running/ActionDispatcher.h"
 #include "widgets/actions/running/ActionTeller.h"
+#include "widgets/actions/running/WindowManagerWorkerThread.h"
 #include "widgets/context/ProcessContext.h"
-#include "widgets/elements/binding/AlarmWatch.h"
-#include "widgets/events/AlarmRelay.h"
-#include "widgets/events/AlarmWindow.h"
-#include "widgets/windows/WindowManagerWorkerThread.h"
+#include "widgets/windows/AlarmView.h"
+#include "widgets/windows/OpenWindows.h"
+#include "widgets/windows/WindowBuilder.h"
 #include "widgets/windows/desktop/DesktopOrder.h"
 #include "widgets/windows/desktop/IdleLogout.h"
 #include "widgets/windows/frames/FrameDisplays.h"
+#include "widgets/windows/frames/StationFrames.h"
 
 #include "nodes/actions/BasicAction.h"
 #include "nodes/alarms/systemAlarming.h"
@@ -24,13 +24,14 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScopedValueRollback>
-#include <QTimer>
-#include <QWidget>
 
 #include <utility>
 
 namespace Widgets {
+
+using Nodes::Result;
 
 namespace {
 constexpr int keyYa = 0x042F; // on the key of Z in the Russian layout
@@ -40,9 +41,9 @@ WindowManager *g_pWindowManager = nullptr;
 
 WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
     : QObject(parent),
-      m_frames(new FrameDisplays(this)),
-      m_runner(new ActionRunner(this)),
-      m_core(core)
+      m_core(core),
+      m_windows(std::make_unique<OpenWindows>()),
+      m_frames(std::make_unique<StationFrames>(*m_windows, this))
 {
     qRegisterMetaType<Nodes::BasicEvent>("BasicEvent");
     qRegisterMetaType<Nodes::BasicEvent>();
@@ -51,22 +52,19 @@ WindowManager::WindowManager(Nodes::systemCore *core, QObject *parent)
         QCoreApplication::instance()->installEventFilter(this);
     g_pWindowManager = this;
     enter();
-    ActionManager &actions = ActionManager::getInstance();
-    m_context = std::make_unique<ProcessContext>(m_core, actions, actions);
-    m_worker = new WindowManagerWorkerThread(m_queue, core, this);
-    connect(m_worker, &WindowManagerWorkerThread::ActionExecuted, this,
+    m_context = Library::makeContext(core);
+    m_actions = std::make_unique<ActionDispatcher>(Library::actionKinds(), core, this);
+    connect(m_actions.get(), &ActionDispatcher::copiesFreed, this, &WindowManager::actionsFreed);
+    WindowManagerWorkerThread &worker = m_actions->worker();
+    connect(&worker, &WindowManagerWorkerThread::ActionExecuted, this,
             &WindowManager::OnActionExecuted);
-    connect(m_worker, &WindowManagerWorkerThread::actionsDeleted, this, [this] {
-        m_queue.freeRetiredCopies();
-        emit actionsFreed();
-    });
-    connect(m_worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
+    connect(&worker, &WindowManagerWorkerThread::coreFinished, qApp, &QCoreApplication::quit);
     new DesktopOrder(this);
     subscribeAlarms();
     subscribeTimers();
     watchUsers();
     subscribeActionRequests();
-    m_worker->start();
+    worker.start();
 }
 
 WindowManager::~WindowManager()
@@ -74,10 +72,10 @@ WindowManager::~WindowManager()
     m_gate.close();
     m_connections.clear();
     ActionTeller::instance().dismiss();
+    m_actions->stopWorker();
     m_alarms.reset();
-    delete m_worker; // from here on nobody else touches the queue
-    m_alarmWindow.reset();
-    closeEverything();
+    m_windows->destroyAll();
+    m_frames->destroyAll();
     leave();
     m_context.reset();
     if (g_pWindowManager == this)
@@ -87,21 +85,14 @@ WindowManager::~WindowManager()
 void WindowManager::subscribeAlarms()
 {
     Nodes::systemAlarming *alarming = getSystemAlarming();
-    if (!alarming)
-        return;
-    connect(this, &WindowManager::alarmFired, this, &WindowManager::ReceiveAlarm);
-    m_alarms = std::make_unique<AlarmRelay>(*alarming);
-    connect(m_alarms.get(), &AlarmRelay::arrived, this, &WindowManager::takeAlarms);
-    connect(m_alarms.get(), &AlarmRelay::forgotten, this, [this](const QSet<unsigned long> &ids) {
-        if (m_alarmWindow)
-            m_alarmWindow->forget(ids);
-    });
+    if (alarming)
+        connect(this, &WindowManager::alarmFired, this, &WindowManager::ReceiveAlarm);
+    m_alarms = Library::makeAlarmView(alarming);
+    connect(m_alarms.get(), &AlarmView::taken, this, &WindowManager::tellAlarms);
 }
 
-void WindowManager::takeAlarms(const std::vector<Nodes::BasicEvent> &alarms)
+void WindowManager::tellAlarms(const std::vector<Nodes::BasicEvent> &alarms)
 {
-    GetWindowAlarms()->ReceiveAlarms(alarms);
-    AlarmWatch::tell(alarms);
     const QScopedValueRollback<bool> telling(m_isTellingAlarms, true);
     for (const Nodes::BasicEvent &alarm : alarms)
         emit alarmFired(alarm);
@@ -111,22 +102,14 @@ void WindowManager::ReceiveAlarm(Nodes::BasicEvent event)
 {
     if (m_isTellingAlarms)
         return;
-    ActionTrigger trigger;
-    trigger.origin = trigger.root = ActionOrigin::Request;
-    if (!m_queue.hasRoom(trigger, 1)) {
-        takeAlarms({event});
-        return;
-    }
-    auto *alarm = new qactionAlarm(std::move(event));
-    alarm->setTrigger(trigger);
-    m_queue.append({alarm});
+    std::unique_ptr<qBasicAction> action = m_alarms->makeAction(event);
+    if (!m_actions->pushRequest(action))
+        m_alarms->take({std::move(event)});
 }
 
 AlarmWindow *WindowManager::GetWindowAlarms()
 {
-    if (!m_alarmWindow)
-        m_alarmWindow = std::make_unique<AlarmWindow>();
-    return m_alarmWindow.get();
+    return m_alarms ? m_alarms->window() : nullptr;
 }
 
 void WindowManager::watchUsers()
@@ -166,6 +149,11 @@ void WindowManager::subscribeActionRequests()
         m_gate.guard([this](Nodes::BasicAction *action) { return PushAction(action); })));
 }
 
+void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
+{
+    m_actions->pushTimer(*timer);
+}
+
 Nodes::enWorkMode WindowManager::GetWorkMode()
 {
     const Nodes::systemCore *core = g_pWindowManager ? g_pWindowManager->m_core : nullptr;
@@ -186,7 +174,7 @@ bool WindowManager::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
     if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress || type == QEvent::TouchBegin)
-        m_runner->noteInput();
+        m_actions->noteInput();
     if (type == QEvent::MouseButtonPress || type == QEvent::TouchBegin)
         activatePressed(watched);
     if (type != QEvent::KeyPress)
@@ -212,11 +200,24 @@ void WindowManager::activatePressed(QObject *watched)
 }
 
 // Elements embedded in scenes are top-level for Qt, but nobody would restore them.
-void WindowManager::minimizeAll() const
+void WindowManager::minimizeAll()
 {
     for (QWidget *window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && !window->graphicsProxyWidget())
             window->showMinimized();
+    }
+}
+
+// The right to close is asked of operators, not of the end of the station.
+void WindowManager::hideAll()
+{
+    QApplication::closeAllWindows();
+    QVector<QPointer<QWidget>> left;
+    for (QWidget *widget : QApplication::topLevelWidgets())
+        left.append(widget);
+    for (const QPointer<QWidget> &widget : left) {
+        if (widget)
+            widget->hide();
     }
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/actions/running/ActionQueue.h"
-#include "widgets/actions/running/TimerLists.h"
 #include "widgets/context/ActionTrigger.h"
 #include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WidgetLink.h"
@@ -16,20 +14,16 @@
 #include "nodes/values/Result.h"
 #include "utils/convert/MetaTypes.h"
 
-#include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QVector>
 #include <QWidget>
 
-#include <atomic>
 #include <memory>
 #include <vector>
 
 namespace Nodes {
 class BasicAction;
 class BasicComposition;
-class BasicFrame;
 class ConfigNode;
 class operationTimer;
 class systemAlarming;
@@ -39,17 +33,19 @@ class systemVisualization;
 
 namespace Widgets {
 
-class ActionRunner;
-class AlarmRelay;
+class ActionDispatcher;
+class AlarmView;
 class AlarmWindow;
-class FrameDisplays;
+class OpenWindows;
 class ProcessContext;
-class WindowManagerWorkerThread;
+class StationFrames;
+class qBasicAction;
 
 /// Owner of what is on screen and entry point of the library: builds the frames, keeps the list of
 /// open windows, executes operator actions on the GUI thread, paced by a worker thread. One per
 /// process; the core outlives it. GUI thread, except PushAction, PushActions and CreateQAction,
-/// which any thread may call.
+/// which any thread may call. It brings together what does the work: OpenWindows, StationFrames,
+/// ActionDispatcher and AlarmView.
 class WIDGETS_EXPORT WindowManager : public QObject, public DesktopContext
 {
     Q_OBJECT
@@ -63,7 +59,7 @@ public:
     /// Builds every frame of this station, puts it on its display, and shows all in order.
     void Start();
 
-    Nodes::systemCore *getCore() const override { return m_core; }
+    Nodes::systemCore *getCore() const { return m_core; }
     /// Work mode of the core; 0 without an instance or a core.
     static Nodes::enWorkMode GetWorkMode();
     Nodes::systemAlarming *getSystemAlarming() const;
@@ -86,7 +82,7 @@ public:
     /// How node coordinates are mapped to that 0-based screen.
     FrameMapping mappingOn(int screen) const override;
     /// Open windows in creation order.
-    const QVector<WidgetLink> &windows() const { return m_windows; }
+    const QVector<WidgetLink> &windows() const;
 
     /// True when the window was closed and forgotten; a window that refuses to close stays.
     bool closeWindow(unsigned long id, QWidget *widget);
@@ -97,7 +93,7 @@ public:
     QVector<WidgetLink> windowsOf(unsigned long id, int display) const;
 
     /// The alarm window, made when first asked for and kept; it need not be visible.
-    AlarmWindow *GetWindowAlarms();
+    AlarmWindow *GetWindowAlarms() override;
 
     /// Actions that may lead to each other, each pushed while the last one ran: more is a list that
     /// pushes itself.
@@ -121,7 +117,7 @@ public:
     QVector<qBasicAction *> makeActions(const std::vector<Nodes::NodeLink> &actions,
                                         const ActionTrigger &trigger);
     /// Takes them over whatever the limits say. GUI thread.
-    void queue(const QVector<qBasicAction *> &actions) { m_queue.append(actions); }
+    void queue(const QVector<qBasicAction *> &actions);
     /// Action object on a detached copy of the node; null for unknown kinds. The caller owns the
     /// object, the manager its node copy.
     qBasicAction *CreateQAction(Nodes::BasicAction *action);
@@ -142,9 +138,12 @@ public:
     bool isEnding() const override;
 
     /// Actions queued or running. Any thread.
-    int queuedActions() const { return m_queue.size(); }
+    int queuedActions() const;
     /// Whether an action is queued or running whose node stands below that one.
-    bool hasActionBelow(const Nodes::ConfigNode &node) { return m_queue.hasCopyBelow(node); }
+    bool hasActionBelow(const Nodes::ConfigNode &node);
+
+    OpenWindows &openWindows() override { return *m_windows; }
+    ActionDispatcher &dispatcher() override { return *m_actions; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -164,49 +163,30 @@ signals:
     void actionsFreed();
 
 private slots:
-    /// Brings one alarm to the alarm window by an action. The station's own come by takeAlarms,
-    /// which waits for no action.
+    /// Brings one alarm to the alarm window by an action. The station's own come past the
+    /// queue.
     void ReceiveAlarm(Nodes::BasicEvent event);
     void onTimerFinished(Nodes::operationTimer *timer);
 
 private:
     void subscribeAlarms();
-    void takeAlarms(const std::vector<Nodes::BasicEvent> &alarms);
+    void tellAlarms(const std::vector<Nodes::BasicEvent> &alarms);
     void watchUsers();
     void subscribeTimers();
     void subscribeActionRequests();
-    std::shared_ptr<Nodes::ActingUser> actingUser() const;
-    ActionTrigger triggerOfNobody() const;
-    Nodes::Result pushElsewhere(Nodes::BasicAction *action);
-    Nodes::Result push(const std::vector<Nodes::BasicAction *> &nodes,
-                       const ActionTrigger &trigger);
-    Nodes::Result checkLimits(const Nodes::BasicAction &node, int count,
-                              const ActionTrigger &trigger);
-    qBasicAction *make(Nodes::BasicAction *node, const ActionTrigger &trigger);
-    int dropStale();
-    void journalEnd(int dropped, bool isInTime) const;
-    void hideAll();
-    QList<QWidget *> createFrameWindows(const Nodes::BasicFrame &node);
-    void minimizeAll() const;
+    static void hideAll();
+    static void minimizeAll();
     static void activatePressed(QObject *watched);
-    void closeEverything();
 
     NotificationGate m_gate;
     std::vector<Nodes::ScopedConnection> m_connections;
-    QPointer<QWidget> m_currentFrame;
-    FrameDisplays *m_frames;
-    QVector<WidgetLink> m_windows;
-    ActionQueue m_queue;
-    ActionRunner *m_runner;
-    TimerLists m_timerLists;
-    std::atomic<int> m_posted{0}; // by other threads, on their way into the queue
-    std::atomic<bool> m_isOverflowTold{false};
-    std::unique_ptr<AlarmRelay> m_alarms;
-    bool m_isTellingAlarms = false;
     Nodes::systemCore *m_core;
     std::unique_ptr<ProcessContext> m_context;
-    std::unique_ptr<AlarmWindow> m_alarmWindow;
-    WindowManagerWorkerThread *m_worker = nullptr;
+    std::unique_ptr<OpenWindows> m_windows;
+    std::unique_ptr<StationFrames> m_frames;
+    std::unique_ptr<ActionDispatcher> m_actions;
+    std::unique_ptr<AlarmView> m_alarms;
+    bool m_isTellingAlarms = false;
 };
 
 /// The one window manager; null before it is made and after it is destroyed.

@@ -1,6 +1,8 @@
 #include "support/RuntimeProject.h"
 #include "support/VisibleBoxes.h"
 
+#include "widgets/actions/running/ActionQueue.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/menus/MirelMenu.h"
@@ -118,13 +120,16 @@ void TestRefusals::refusalsOfGesturesShareOneNotice()
 void TestRefusals::refusalsOfElementsDoNotStack()
 {
     const Plant plant;
+    const auto report = [] {
+        ValueWriter::report(*SceneContext::process(), Nodes::Result(Nodes::Result::AccessDenied));
+    };
     QStringList told;
-    QTimer::singleShot(0, this, [&told] {
-        ValueWriter::report(Nodes::Result(Nodes::Result::AccessDenied)); // returns at once
+    QTimer::singleShot(0, this, [&] {
+        report(); // returns at once
         told = visibleBoxes();
         QApplication::activeModalWidget()->close();
     });
-    ValueWriter::report(Nodes::Result(Nodes::Result::AccessDenied));
+    report();
     QCOMPARE(told, QStringList("!Внимание: Недостаточно прав (повторилось 2 раза)"));
     QCOMPARE(visibleBoxes(), QStringList());
 }

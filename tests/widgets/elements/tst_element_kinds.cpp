@@ -39,7 +39,7 @@ void TestElementKinds::everyKindIsShownOrRun()
     const std::unique_ptr<QWidget> element(
         Widgets::ElementFactory::create(dynamic_cast<Nodes::BasicWidget *>(node.get()), nullptr));
     QCOMPARE(dynamic_cast<IWidget *>(element.get()) != nullptr, family == NodeType::TypeWidget);
-    QCOMPARE(Widgets::ActionFactoryTable::knows(kind->type),
+    QCOMPARE(Widgets::ActionFactoryTable().knows(kind->type),
              family == NodeType::TypeAction || family == NodeType::TypeArchiverAction);
 }
 

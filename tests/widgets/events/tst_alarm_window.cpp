@@ -2,13 +2,13 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
+#include "widgets/actions/running/WindowManagerWorkerThread.h"
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/AlarmSound.h"
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
-#include "widgets/windows/WindowManagerWorkerThread.h"
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/journal/EventJournal.h"

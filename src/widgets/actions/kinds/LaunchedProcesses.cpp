@@ -1,7 +1,7 @@
 #include "widgets/actions/kinds/LaunchedProcesses.h"
 
-#include "widgets/windows/Access.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/actions/running/Refusals.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -29,10 +29,10 @@ QString programOf(const Nodes::actionLaunchProcess::Command &command)
 
 } // namespace
 
-LaunchedProcesses &LaunchedProcesses::of(WindowManager &manager)
+LaunchedProcesses &LaunchedProcesses::of(ActionDispatcher &actions)
 {
-    auto *made = manager.findChild<LaunchedProcesses *>(QString(), Qt::FindDirectChildrenOnly);
-    return made ? *made : *new LaunchedProcesses(&manager);
+    auto *made = actions.findChild<LaunchedProcesses *>(QString(), Qt::FindDirectChildrenOnly);
+    return made ? *made : *new LaunchedProcesses(&actions);
 }
 
 LaunchedProcesses::LaunchedProcesses(QObject *parent) : QObject(parent) {}

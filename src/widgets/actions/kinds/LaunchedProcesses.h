@@ -11,7 +11,7 @@ class QProcess;
 
 namespace Widgets {
 
-class WindowManager;
+class ActionDispatcher;
 struct ActionTrigger;
 
 /// Programs started by actions, from start to end, both journalled. They are kept apart from
@@ -23,8 +23,8 @@ class LaunchedProcesses : public QObject
     Q_OBJECT
 
 public:
-    /// The window manager's one, made on first use; ends with it.
-    static LaunchedProcesses &of(WindowManager &manager);
+    /// The one that lives as long as that dispatcher, made on first use.
+    static LaunchedProcesses &of(ActionDispatcher &actions);
     explicit LaunchedProcesses(QObject *parent);
     ~LaunchedProcesses() override;
 

@@ -1,7 +1,7 @@
 #include "widgets/actions/kinds/RunningScripts.h"
 
-#include "widgets/windows/Access.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/actions/running/Refusals.h"
 
 #include "nodes/actions/kinds/actionExecuteScript.h"
 #include "nodes/values/OperatorText.h"
@@ -10,18 +10,19 @@
 
 namespace Widgets {
 
-RunningScripts &RunningScripts::of(WindowManager &manager)
+RunningScripts &RunningScripts::of(ActionDispatcher &actions)
 {
-    auto *made = manager.findChild<RunningScripts *>(QString(), Qt::FindDirectChildrenOnly);
-    return made ? *made : *new RunningScripts(&manager);
+    auto *made = actions.findChild<RunningScripts *>(QString(), Qt::FindDirectChildrenOnly);
+    return made ? *made : *new RunningScripts(actions);
 }
 
-RunningScripts::RunningScripts(QObject *parent)
-    : QObject(parent),
+RunningScripts::RunningScripts(ActionDispatcher &actions)
+    : QObject(&actions),
       m_runner(std::make_unique<Nodes::ScriptRunner>([this](Nodes::ScriptRunner::Task task) {
           QMetaObject::invokeMethod(this, std::move(task), Qt::QueuedConnection);
       }))
 {
+    actions.track(*this);
 }
 
 RunningScripts::~RunningScripts() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/actions/running/ActionJournal.h"
+#include "widgets/actions/running/LastingWork.h"
 #include "widgets/context/ActionTrigger.h"
 
 #include "nodes/scripts/ScriptRunner.h"
@@ -17,27 +18,27 @@ class actionExecuteScript;
 
 namespace Widgets {
 
-class WindowManager;
+class ActionDispatcher;
 
 /// Scripts started by actions: runs them on the node model's thread for them, hands their calls to
 /// this one, journals how they end. GUI thread.
-class RunningScripts : public QObject
+class RunningScripts : public QObject, public LastingWork
 {
     Q_OBJECT
 
 public:
-    /// The window manager's one, made on first use; ends with it.
-    static RunningScripts &of(WindowManager &manager);
-    explicit RunningScripts(QObject *parent);
+    /// The one that lives as long as that dispatcher, made on first use.
+    static RunningScripts &of(ActionDispatcher &actions);
+    explicit RunningScripts(ActionDispatcher &actions);
     ~RunningScripts() override;
 
     /// A script that waits or runs already is not started again; the first such refusal of a run is
     /// journalled.
     void run(const Nodes::actionExecuteScript &node, const ActionTrigger &trigger);
     /// No script waits or runs.
-    bool isIdle() const { return m_running.empty(); }
+    bool isIdle() const override { return m_running.empty(); }
     /// Ends those that wait or run, and journals it.
-    void abandon();
+    void abandon() override;
 
 private:
     void finish(unsigned long owner, const Nodes::Result &result);

@@ -1,9 +1,11 @@
 #include "widgets/actions/kinds/TemplateOpening.h"
 
 #include "widgets/actions/kinds/WindowOpening.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/OpenWindows.h"
 #include "widgets/windows/TemplateInstances.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/actions/BasicTemplateAction.h"
 
@@ -31,7 +33,7 @@ QWidget *findOpen(const BasicTemplateAction &action, const Nodes::BasicWindow &w
     if (action.GetOpenMode() == BasicTemplateAction::OpenAlways)
         return nullptr;
     const bool isAnywhere = action.GetOpenMode() == BasicTemplateAction::OpenReuseAnywhere;
-    return TemplateInstances::of(*g_pWindowManager)
+    return TemplateInstances::of(DesktopContext::current()->dispatcher())
         .find(*action.GetTemplate(), window, binding, isAnywhere ? -1 : display);
 }
 
@@ -48,13 +50,13 @@ bool TemplateOpening::run(const BasicTemplateAction &action, Nodes::BasicWindow 
         WindowOpening::bringForward(*found, run.createdAt());
         return false;
     }
-    TemplateInstances &instances = TemplateInstances::of(*g_pWindowManager);
+    TemplateInstances &instances = TemplateInstances::of(DesktopContext::current()->dispatcher());
     Nodes::BasicWindow *instance = instances.make(*source, window, binding);
     if (!instance)
         return false;
     journalMissing(action, *instance, binding);
     WindowBasic *opened = WindowOpening::open(action, *instance, display, run.createdAt());
-    instances.attach(*instance, opened);
+    instances.attach(*instance, opened, DesktopContext::current()->openWindows());
     return opened != nullptr;
 }
 

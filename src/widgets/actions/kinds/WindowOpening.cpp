@@ -1,9 +1,13 @@
 #include "widgets/actions/kinds/WindowOpening.h"
 
-#include "widgets/windows/Access.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/actions/running/Refusals.h"
+#include "widgets/context/SceneContext.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/OpenWindows.h"
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/WindowBuilder.h"
 #include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/WindowPlacement.h"
 
@@ -23,12 +27,13 @@ bool WindowOpening::isAllowed(const Nodes::BasicWindow &window, const ActionTrig
         return Nodes::DemandAccess(Nodes::PrivilegeOpen, window, what) &&
                Nodes::DemandAccess(Nodes::PrivilegeView, window, what);
     };
-    if (WindowManager::GetWorkMode() != Nodes::WorkModeRuntime || demand())
+    if (!SceneContext::process()->isRuntime() || demand())
         return true;
     ShowAccessDenied(trigger);
     // What triggered it should not have been usable: the rights have changed since it was judged.
-    if (Nodes::AccessDeniedActionFor(window) != Nodes::AccessDeniedRefuse && g_pWindowManager)
-        g_pWindowManager->judgeAccess();
+    DesktopContext *desktop = DesktopContext::current();
+    if (Nodes::AccessDeniedActionFor(window) != Nodes::AccessDeniedRefuse && desktop)
+        WindowBuilder::judgeAccess(desktop->openWindows());
     return false;
 }
 
@@ -44,13 +49,14 @@ WindowBasic *WindowOpening::open(const Nodes::BasicOpeningAction &action,
                                  Nodes::BasicWindow &window, int display,
                                  qBasicAction::Clock::time_point since)
 {
+    DesktopContext &desktop = *DesktopContext::current();
     const WidgetLink link =
-        g_pWindowManager->createWindow(&window, g_pWindowManager->getFrame(display));
+        WindowBuilder::open(desktop.openWindows(), &window, desktop.getFrame(display));
     const QPointer<WindowBasic> opened = qobject_cast<WindowBasic *>(link.widget);
     if (!opened)
         return nullptr;
     OpeningTimer::restart(*opened, since);
-    g_pWindowManager->letEventsRun();
+    desktop.dispatcher().letEventsRun();
     if (!opened)
         return nullptr;
     WindowPlacement::decorate(*opened);

@@ -1,7 +1,7 @@
 #include "widgets/actions/kinds/qactionAlarm.h"
 
 #include "widgets/events/AlarmWindow.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include <utility>
 
@@ -14,8 +14,8 @@ qactionAlarm::qactionAlarm(Nodes::BasicEvent event)
 
 void qactionAlarm::Execute()
 {
-    if (g_pWindowManager)
-        g_pWindowManager->GetWindowAlarms()->ReceiveAlarm(m_event);
+    if (DesktopContext::current())
+        DesktopContext::current()->GetWindowAlarms()->ReceiveAlarm(m_event);
 }
 
 } // namespace Widgets

@@ -1,8 +1,8 @@
 #include "widgets/actions/kinds/qactionAuthUser.h"
 
+#include "widgets/actions/running/Refusals.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/Dialogs.h"
-#include "widgets/windows/Access.h"
 #include "widgets/windows/DesktopContext.h"
 
 #include "nodes/auth/systemAuthentication.h"

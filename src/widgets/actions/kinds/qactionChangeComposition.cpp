@@ -1,7 +1,8 @@
 #include "widgets/actions/kinds/qactionChangeComposition.h"
 
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/OpenWindows.h"
 #include "widgets/windows/WindowComposite.h"
-#include "widgets/windows/WindowManager.h"
 
 #include "nodes/visual/windows/BasicComposition.h"
 
@@ -14,11 +15,12 @@ void qactionChangeComposition::Execute()
     const auto *node = nodeAs<Node>();
     const Nodes::BasicWindow *target = node ? node->GetWindow() : nullptr;
     Nodes::BasicComposition *composition = node ? node->GetComposition() : nullptr;
-    if (!target || !composition || !g_pWindowManager)
+    if (!target || !composition || !DesktopContext::current())
         return;
     const int display = targetDisplay(node->GetDisplay());
     QVector<QPointer<WindowComposite>> windows;
-    for (QWidget *widget : g_pWindowManager->getWindows(target->GetId(), display))
+    for (QWidget *widget :
+         DesktopContext::current()->openWindows().findAll(target->GetId(), display))
         windows.append(qobject_cast<WindowComposite *>(widget));
     for (const QPointer<WindowComposite> &window : qAsConst(windows)) {
         if (!window)

@@ -1,7 +1,8 @@
 #include "widgets/actions/kinds/qactionChangeCompositionTemplate.h"
 
 #include "widgets/actions/kinds/TemplateOpening.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/windows/DesktopContext.h"
 
 #include "nodes/visual/windows/windowComposed.h"
 
@@ -11,13 +12,13 @@ void qactionChangeCompositionTemplate::Execute()
 {
     const auto *node = nodeAs<Node>();
     Nodes::windowComposed *window = node ? node->GetComposedWindow() : nullptr;
-    if (!window || !g_pWindowManager)
+    if (!window || !DesktopContext::current())
         return;
     const int display = targetDisplay(node->GetDisplay());
     if (!TemplateOpening::run(*node, *window, display, *this))
         return;
     log("Открытие шаблонной композиции");
-    g_pWindowManager->letEventsRun();
+    DesktopContext::current()->dispatcher().letEventsRun();
 }
 
 } // namespace Widgets

@@ -1,8 +1,10 @@
 #include "widgets/actions/kinds/qactionCloseWindow.h"
 
+#include "widgets/actions/running/ActionDispatcher.h"
 #include "widgets/windows/Access.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/OpenWindows.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
 #include "widgets/windows/frames/FrameWindow.h"
 
 #include <QApplication>
@@ -15,7 +17,7 @@ namespace Widgets {
 void qactionCloseWindow::Execute()
 {
     const auto *node = nodeAs<Node>();
-    if (!node || !g_pWindowManager)
+    if (!node || !DesktopContext::current())
         return;
     if (node->isCurrentWindow())
         closeCurrent();
@@ -32,12 +34,12 @@ bool qactionCloseWindow::isAllowed(const Nodes::ConfigNode *window) const
 // Whoever is logged in by now: the right to close was that of who triggered it.
 void qactionCloseWindow::close(const WidgetLink &link)
 {
-    if (!g_pWindowManager->windows().contains(link))
+    if (!DesktopContext::current()->openWindows().links().contains(link))
         return; // an earlier one took it along
     const QPointer<WindowBasic> window = qobject_cast<WindowBasic *>(link.widget);
     if (window)
         window->setCloseAllowed(true);
-    g_pWindowManager->closeWindow(link.id, link.widget);
+    DesktopContext::current()->openWindows().close(link.id, link.widget);
     if (window)
         window->setCloseAllowed(false);
 }
@@ -47,7 +49,7 @@ void qactionCloseWindow::closeCurrent() const
     QWidget *active = QApplication::activeWindow();
     if (const auto *frame = qobject_cast<FrameWindow *>(active))
         active = frame->windowBasic();
-    const QVector<WidgetLink> &windows = g_pWindowManager->windows();
+    const QVector<WidgetLink> &windows = DesktopContext::current()->openWindows().links();
     const auto found = std::find_if(windows.cbegin(), windows.cend(), [active](const auto &link) {
         return active && link.widget == active;
     });
@@ -60,7 +62,7 @@ void qactionCloseWindow::closeCurrent() const
         return;
     close(link);
     log("qactionCloseWindow - hiding current window");
-    g_pWindowManager->letEventsRun();
+    DesktopContext::current()->dispatcher().letEventsRun();
 }
 
 void qactionCloseWindow::closeConfigured(const Nodes::actionCloseWindow &node) const
@@ -69,10 +71,10 @@ void qactionCloseWindow::closeConfigured(const Nodes::actionCloseWindow &node) c
     if (!window || !isAllowed(window))
         return;
     const QVector<WidgetLink> links =
-        g_pWindowManager->windowsOf(window->GetId(), node.GetDisplay());
+        DesktopContext::current()->openWindows().of(window->GetId(), node.GetDisplay());
     std::for_each(links.begin(), links.end(), &close);
     log("qactionCloseWindow - hiding window");
-    g_pWindowManager->letEventsRun();
+    DesktopContext::current()->dispatcher().letEventsRun();
 }
 
 } // namespace Widgets

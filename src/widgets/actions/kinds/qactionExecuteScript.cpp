@@ -1,15 +1,15 @@
 #include "widgets/actions/kinds/qactionExecuteScript.h"
 
 #include "widgets/actions/kinds/RunningScripts.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 
 namespace Widgets {
 
 void qactionExecuteScript::Execute()
 {
     const auto *node = nodeAs<Node>();
-    if (node && g_pWindowManager)
-        RunningScripts::of(*g_pWindowManager).run(*node, trigger());
+    if (node && DesktopContext::current())
+        RunningScripts::of(DesktopContext::current()->dispatcher()).run(*node, trigger());
 }
 
 } // namespace Widgets

@@ -1,8 +1,9 @@
 #include "widgets/actions/kinds/qactionShowMenu.h"
 
 #include "widgets/menus/MirelMenu.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/frames/FrameMapping.h"
 
 #include "nodes/menus/BasicMenu.h"
 #include "utils/convert/ValueConversions.h"
@@ -18,8 +19,8 @@ namespace {
 // away from the edges.
 QPoint onScreen(const QPoint &point, int display)
 {
-    const QPoint there =
-        g_pWindowManager ? g_pWindowManager->mappingOn(display).toScreen(point) : point;
+    const DesktopContext *desktop = DesktopContext::current();
+    const QPoint there = desktop ? desktop->mappingOn(display).toScreen(point) : point;
     const QRect area = DisplayGeometry(display);
     if (area.isNull())
         return there;
@@ -36,7 +37,7 @@ int openMenus = 0;
 // A menu that no operator asked for does not take another one out of an operator's hand.
 bool qactionShowMenu::isTooMany() const
 {
-    return (g_pWindowManager && g_pWindowManager->isEnding()) || openMenus >= maximumOpen ||
+    return DesktopContext::isStationEnding() || openMenus >= maximumOpen ||
            (!trigger().isOperators() && QApplication::activePopupWidget());
 }
 
@@ -52,7 +53,8 @@ void qactionShowMenu::Execute()
         return;
     const int display = targetDisplay(0);
     // On the heap and guarded: the frame it belongs to may go while the menu is up.
-    QWidget *frame = g_pWindowManager ? g_pWindowManager->getFrame(display) : nullptr;
+    const DesktopContext *desktop = DesktopContext::current();
+    QWidget *frame = desktop ? desktop->getFrame(display) : nullptr;
     const QPointer<MirelMenu> menu = new MirelMenu(node, menuNode, frame);
     const QPoint point = node->isOpenedAtTrigger() && trigger().point
                              ? *trigger().point

@@ -1,7 +1,9 @@
 #include "widgets/actions/kinds/qactionShowWindow.h"
 
 #include "widgets/actions/kinds/WindowOpening.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/OpenWindows.h"
 
 #include "nodes/visual/windows/BasicWindow.h"
 
@@ -13,14 +15,14 @@ void qactionShowWindow::Execute()
 {
     const auto *node = nodeAs<Node>();
     Nodes::BasicWindow *window = node ? node->GetWindow() : nullptr;
-    if (!window || !g_pWindowManager || !WindowOpening::isAllowed(*window, trigger()))
+    if (!window || !DesktopContext::current() || !WindowOpening::isAllowed(*window, trigger()))
         return;
     const int display = targetDisplay(node->GetDisplay());
     if (QWidget *found = findOpen(*node, *window, display)) {
         WindowOpening::bringForward(*found, createdAt());
     } else if (WindowOpening::open(*node, *window, display, createdAt())) {
         log("Действие \"открытие окна\"");
-        g_pWindowManager->letEventsRun();
+        DesktopContext::current()->dispatcher().letEventsRun();
     }
 }
 
@@ -29,9 +31,9 @@ QWidget *qactionShowWindow::findOpen(const actionShowWindow &node, const Nodes::
 {
     switch (node.GetOpenMode()) {
     case actionShowWindow::OpenReuseOnDisplay:
-        return g_pWindowManager->GetWindow(window.GetId(), display);
+        return DesktopContext::current()->openWindows().find(window.GetId(), display);
     case actionShowWindow::OpenReuseAnywhere:
-        return g_pWindowManager->GetWindow(window.GetId());
+        return DesktopContext::current()->openWindows().find(window.GetId());
     default:
         return nullptr;
     }

@@ -1,9 +1,10 @@
 #include "widgets/actions/kinds/qactionToggleWindow.h"
 
 #include "widgets/actions/kinds/WindowOpening.h"
+#include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/OpenWindows.h"
 #include "widgets/windows/OpeningTimer.h"
 #include "widgets/windows/WindowBasic.h"
-#include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/DesktopPlacement.h"
 #include "widgets/windows/desktop/WindowPlacement.h"
 
@@ -15,7 +16,7 @@ void qactionToggleWindow::Execute()
 {
     const auto *node = nodeAs<Node>();
     const Nodes::BasicWindow *target = node ? node->GetWindow() : nullptr;
-    if (!target || !g_pWindowManager)
+    if (!target || !DesktopContext::current())
         return;
     const int display = targetDisplay(node->GetDisplay());
     const QVector<QPointer<WindowBasic>> windows = find(*target, display);
@@ -38,7 +39,8 @@ QVector<QPointer<WindowBasic>> qactionToggleWindow::find(const Nodes::BasicWindo
                                                          int display)
 {
     QVector<QPointer<WindowBasic>> found;
-    const QVector<WidgetLink> links = g_pWindowManager->windowsOf(target.GetId(), display + 1);
+    const QVector<WidgetLink> links =
+        DesktopContext::current()->openWindows().of(target.GetId(), display + 1);
     for (const WidgetLink &link : links) {
         const bool isInstance = link.id != target.GetId();
         auto *window = qobject_cast<WindowBasic *>(link.widget);
@@ -55,7 +57,7 @@ void qactionToggleWindow::show(WindowBasic &window, const Nodes::actionToggleWin
     QWidget *outer = DesktopPlacement::outermost(&window);
     OpeningTimer::restart(window, createdAt());
     const bool isFramed = outer != &window;
-    outer->setParent(g_pWindowManager->getFrame(display),
+    outer->setParent(DesktopContext::current()->getFrame(display),
                      isFramed ? outer->windowFlags() : Qt::Dialog | Qt::FramelessWindowHint);
     WindowPlacement::place(window, node, target, display);
     DesktopPlacement::present(window);

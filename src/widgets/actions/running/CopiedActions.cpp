@@ -1,18 +1,19 @@
 #include "widgets/actions/running/CopiedActions.h"
 
 #include "widgets/actions/qBasicAction.h"
-#include "widgets/windows/WindowManager.h"
-
-#include <utility>
 
 namespace Widgets {
 
-CopiedActions::CopiedActions(QVector<qBasicAction *> actions) : m_actions(std::move(actions)) {}
+CopiedActions::CopiedActions(ActionDispatcher &dispatcher, const Nodes::NodeLinks &actions,
+                             const ActionTrigger &trigger)
+    : m_dispatcher(&dispatcher), m_actions(dispatcher.makeActions(actions, trigger))
+{
+}
 
 CopiedActions::~CopiedActions()
 {
-    if (g_pWindowManager)
-        g_pWindowManager->queue(m_actions);
+    if (m_dispatcher)
+        m_dispatcher->queue(m_actions);
     else
         qDeleteAll(m_actions);
 }

@@ -1,25 +1,28 @@
 #pragma once
 
+#include "widgets/actions/running/ActionDispatcher.h"
 #include "widgets/context/OwedActions.h"
 
+#include "nodes/model/links/NodeLink.h"
+
+#include <QPointer>
 #include <QVector>
 
 namespace Widgets {
 
-class qBasicAction;
-
-/// Owed actions as objects of the window manager. Where that is gone when their time comes, they
-/// go with it. GUI thread.
+/// Owed actions as objects of a dispatcher. Where that is gone when their time comes, they go with
+/// it. GUI thread.
 class CopiedActions : public OwedActions
 {
 public:
-    /// Takes the objects over.
-    explicit CopiedActions(QVector<qBasicAction *> actions);
+    CopiedActions(ActionDispatcher &dispatcher, const Nodes::NodeLinks &actions,
+                  const ActionTrigger &trigger);
     ~CopiedActions() override;
     CopiedActions(const CopiedActions &) = delete;
     CopiedActions &operator=(const CopiedActions &) = delete;
 
 private:
+    QPointer<ActionDispatcher> m_dispatcher;
     QVector<qBasicAction *> m_actions;
 };
 

@@ -1,8 +1,8 @@
 #include "widgets/windows/desktop/EndRequest.h"
 
+#include "widgets/actions/running/Refusals.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
-#include "widgets/windows/Access.h"
 
 #include "nodes/events/EventLevel.h"
 #include "nodes/model/ConfigNode.h"

@@ -26,7 +26,7 @@ public:
     explicit FrameDisplays(QObject *parent);
     ~FrameDisplays() override;
 
-    /// Takes a frame made by WindowManager::createFrame. It is not owned and may be destroyed.
+    /// Takes a frame made by StationFrames::create. It is not owned and may be destroyed.
     void add(QWidget *frame);
     /// Puts all frames on their displays and shows them in order, those without a display first.
     void show();

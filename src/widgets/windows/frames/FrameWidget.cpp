@@ -1,5 +1,6 @@
 #include "widgets/windows/frames/FrameWidget.h"
 
+#include "widgets/context/SceneContext.h"
 #include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/desktop/EndRequest.h"
@@ -29,7 +30,7 @@ QRect drawnAt(const QWidget &widget)
 
 FrameWidget::FrameWidget(QWidget *parent) : QWidget(parent)
 {
-    if (DesktopContext::workMode() == Nodes::WorkModeRuntime)
+    if (SceneContext::process()->isRuntime())
         connect(&OverlayWindows::instance(), &OverlayWindows::changed, this,
                 &FrameWidget::updateOverlay);
 }
@@ -127,15 +128,14 @@ bool FrameWidget::event(QEvent *event)
 void FrameWidget::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    if (DesktopContext::workMode() == Nodes::WorkModeRuntime)
+    if (SceneContext::process()->isRuntime())
         updateOverlay();
 }
 
 bool FrameWidget::requestEnd()
 {
     // Frames that are closed because the station ends are nobody's request.
-    if (!m_node || DesktopContext::workMode() != Nodes::WorkModeRuntime ||
-        DesktopContext::isStationEnding())
+    if (!m_node || !SceneContext::process()->isRuntime() || DesktopContext::isStationEnding())
         return false;
     EndRequest::ask(*m_node);
     return true;

@@ -1,6 +1,6 @@
 #include "widgets/windows/frames/FrameWindow.h"
 
-#include "widgets/windows/DesktopContext.h"
+#include "widgets/context/SceneContext.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/desktop/OverlayWidget.h"
 #include "widgets/windows/desktop/OverlayWindows.h"
@@ -30,7 +30,7 @@ ProxyView *busyView(const QWidget &window)
 
 bool isRuntime()
 {
-    return DesktopContext::workMode() == Nodes::WorkModeRuntime;
+    return SceneContext::process()->isRuntime();
 }
 
 } // namespace

@@ -1,16 +1,17 @@
-// The end of the station: what windows, actions and scripts still have to do.
-#include "widgets/actions/kinds/RunningScripts.h"
+// The end of the station: what actions, and what they began, still have to do.
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/actions/running/ActionDispatcher.h"
 #include "widgets/actions/running/ActionRunner.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/LastingWork.h"
 
 #include "nodes/system/systemCore.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
-#include <QPointer>
 #include <QTimer>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace Widgets {
 
@@ -21,7 +22,7 @@ constexpr int releasePatience = 500;  // ms, for what ends a press
 
 } // namespace
 
-void WindowManager::finishActions(int patience)
+void ActionDispatcher::finish(int patience, const std::function<void()> &closeWindows)
 {
     QTimer dismissal;
     connect(&dismissal, &QTimer::timeout, &dismissal, [] {
@@ -31,25 +32,39 @@ void WindowManager::finishActions(int patience)
     dismissal.start(dismissalInterval);
     const QDeadlineTimer deadline(patience);
     m_runner->end(deadline);
-    const int stale = dropStale();
-    hideAll();
-    RunningScripts &scripts = RunningScripts::of(*this);
-    const auto isDone = [&] { return m_queue.isEmpty() && m_runner->isIdle() && scripts.isIdle(); };
-    const auto runUntil = [&isDone](const QDeadlineTimer &end) {
-        while (!isDone() && !end.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
-                                            QEventLoop::WaitForMoreEvents);
-    };
+    const int stale = m_queue.drop(
+        [](const qBasicAction &action) { return !action.trigger().outlivesStation(); });
+    closeWindows();
     runUntil(deadline);
     const bool isInTime = isDone();
-    scripts.abandon();
+    abandonLasting();
     const int late =
         m_queue.drop([](const qBasicAction &action) { return !action.trigger().isRelease; });
     runUntil(QDeadlineTimer(releasePatience));
     journalEnd(stale + late, isInTime);
 }
 
-void WindowManager::journalEnd(int dropped, bool isInTime) const
+bool ActionDispatcher::isDone() const
+{
+    return m_queue.isEmpty() && m_runner->isIdle() &&
+           std::all_of(m_lasting.begin(), m_lasting.end(),
+                       [](const LastingWork *work) { return work->isIdle(); });
+}
+
+void ActionDispatcher::runUntil(const QDeadlineTimer &end) const
+{
+    while (!isDone() && !end.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::WaitForMoreEvents);
+}
+
+void ActionDispatcher::abandonLasting()
+{
+    for (LastingWork *work : m_lasting)
+        work->abandon();
+}
+
+void ActionDispatcher::journalEnd(int dropped, bool isInTime) const
 {
     const auto journal = [this](const std::string &text) {
         if (m_core)
@@ -60,19 +75,6 @@ void WindowManager::journalEnd(int dropped, bool isInTime) const
         journal("Станция завершается: не выполнены ожидавшие действия, " + std::to_string(dropped));
     if (!isInTime)
         journal("Станция завершена раньше, чем выполнены все действия");
-}
-
-// The right to close is asked of operators, not of the end of the station.
-void WindowManager::hideAll()
-{
-    QApplication::closeAllWindows();
-    QVector<QPointer<QWidget>> left;
-    for (QWidget *widget : QApplication::topLevelWidgets())
-        left.append(widget);
-    for (const QPointer<QWidget> &widget : left) {
-        if (widget)
-            widget->hide();
-    }
 }
 
 } // namespace Widgets

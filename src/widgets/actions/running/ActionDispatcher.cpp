@@ -1,9 +1,10 @@
-// How actions get into the queue and out of it.
-#include "widgets/actions/ActionFactoryTable.h"
+#include "widgets/actions/running/ActionDispatcher.h"
+
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/actions/running/ActionKinds.h"
 #include "widgets/actions/running/ActionRunner.h"
-#include "widgets/windows/Access.h"
-#include "widgets/windows/WindowManager.h"
+#include "widgets/actions/running/Refusals.h"
+#include "widgets/actions/running/WindowManagerWorkerThread.h"
 
 #include "nodes/actions/BasicAction.h"
 #include "nodes/auth/systemAuthentication.h"
@@ -25,17 +26,44 @@ Q_LOGGING_CATEGORY(actionLog, "station.actions")
 
 } // namespace
 
-qBasicAction *WindowManager::CreateQAction(Nodes::BasicAction *action)
+ActionDispatcher::ActionDispatcher(const ActionKinds &kinds, Nodes::systemCore *core,
+                                   QObject *owner)
+    : m_kinds(kinds),
+      m_core(core),
+      m_runner(new ActionRunner(this)),
+      m_worker(std::make_unique<WindowManagerWorkerThread>(m_queue, core, owner))
 {
-    if (!action || !ActionFactoryTable::knows(action->GetNodeType()))
-        return nullptr;
-    Nodes::BasicAction *copy = m_queue.copyNode(*action);
-    return copy ? ActionFactoryTable::create(copy) : nullptr;
+    connect(m_worker.get(), &WindowManagerWorkerThread::actionsDeleted, this,
+            &ActionDispatcher::freeCopies);
 }
 
-qBasicAction *WindowManager::make(Nodes::BasicAction *node, const ActionTrigger &trigger)
+ActionDispatcher::~ActionDispatcher()
 {
-    qBasicAction *action = CreateQAction(node);
+    stopWorker();
+}
+
+void ActionDispatcher::stopWorker()
+{
+    m_worker.reset();
+}
+
+void ActionDispatcher::freeCopies()
+{
+    m_queue.freeRetiredCopies();
+    emit copiesFreed();
+}
+
+qBasicAction *ActionDispatcher::create(Nodes::BasicAction *action)
+{
+    if (!action || !m_kinds.knows(action->GetNodeType()))
+        return nullptr;
+    Nodes::BasicAction *copy = m_queue.copyNode(*action);
+    return copy ? m_kinds.create(copy) : nullptr;
+}
+
+qBasicAction *ActionDispatcher::make(Nodes::BasicAction *node, const ActionTrigger &trigger)
+{
+    qBasicAction *action = create(node);
     if (!action) {
         qCDebug(actionLog, "dropped: %s",
                 node ? node->GetPath().c_str() : "the action node does not exist");
@@ -47,13 +75,13 @@ qBasicAction *WindowManager::make(Nodes::BasicAction *node, const ActionTrigger 
     return action;
 }
 
-std::shared_ptr<Nodes::ActingUser> WindowManager::actingUser() const
+std::shared_ptr<Nodes::ActingUser> ActionDispatcher::actingUser() const
 {
     const Nodes::systemAuthentication *users = m_core ? m_core->GetSystemAuthentication() : nullptr;
     return users ? std::make_shared<Nodes::ActingUser>(users->GetActingUser()) : nullptr;
 }
 
-ActionTrigger WindowManager::triggerOfNobody() const
+ActionTrigger ActionDispatcher::triggerOfNobody() const
 {
     ActionTrigger trigger;
     trigger.origin = trigger.root = ActionOrigin::Request;
@@ -61,8 +89,8 @@ ActionTrigger WindowManager::triggerOfNobody() const
     return trigger;
 }
 
-QVector<qBasicAction *> WindowManager::makeActions(const std::vector<Nodes::NodeLink> &actions,
-                                                   const ActionTrigger &trigger)
+QVector<qBasicAction *> ActionDispatcher::makeActions(const std::vector<Nodes::NodeLink> &actions,
+                                                      const ActionTrigger &trigger)
 {
     QVector<qBasicAction *> made;
     for (const Nodes::NodeLink &link : actions) {
@@ -74,7 +102,7 @@ QVector<qBasicAction *> WindowManager::makeActions(const std::vector<Nodes::Node
 }
 
 // Windows open at the start without anybody's hand; they close by one, unless the station ends.
-ActionTrigger WindowManager::triggerNow(ActionOrigin origin) const
+ActionTrigger ActionDispatcher::triggerNow(ActionOrigin origin) const
 {
     ActionTrigger trigger;
     trigger.origin = trigger.root = origin;
@@ -93,8 +121,8 @@ ActionTrigger WindowManager::triggerNow(ActionOrigin origin) const
     return trigger;
 }
 
-Result WindowManager::checkLimits(const Nodes::BasicAction &node, int count,
-                                  const ActionTrigger &trigger)
+Result ActionDispatcher::checkLimits(const Nodes::BasicAction &node, int count,
+                                     const ActionTrigger &trigger)
 {
     if (trigger.generation > MaximumChain) {
         node.StoreMessage(Nodes::LevelWarning,
@@ -112,8 +140,8 @@ Result WindowManager::checkLimits(const Nodes::BasicAction &node, int count,
     return Result(&node, Result::LimitExceeded, "the queue of actions is full");
 }
 
-Result WindowManager::push(const std::vector<Nodes::BasicAction *> &nodes,
-                           const ActionTrigger &trigger)
+Result ActionDispatcher::pushNodes(const std::vector<Nodes::BasicAction *> &nodes,
+                                   const ActionTrigger &trigger)
 {
     if (isEnding() && !trigger.outlivesStation())
         return Result(Result::Cancelled, "the station ends");
@@ -134,15 +162,16 @@ Result WindowManager::push(const std::vector<Nodes::BasicAction *> &nodes,
     return {};
 }
 
-Result WindowManager::PushAction(Nodes::BasicAction *action)
+Result ActionDispatcher::push(Nodes::BasicAction *action)
 {
-    return QThread::currentThread() == thread() ? push({action}, triggerNow(ActionOrigin::Gesture))
-                                                : pushElsewhere(action);
+    return QThread::currentThread() == thread()
+               ? pushNodes({action}, triggerNow(ActionOrigin::Gesture))
+               : pushElsewhere(action);
 }
 
 // The node is copied at once, for it may be gone in a moment, but queued by way of the GUI thread:
 // the lists that this thread has pushed before are on that way too.
-Result WindowManager::pushElsewhere(Nodes::BasicAction *action)
+Result ActionDispatcher::pushElsewhere(Nodes::BasicAction *action)
 {
     if (!action)
         return {};
@@ -162,15 +191,10 @@ Result WindowManager::pushElsewhere(Nodes::BasicAction *action)
     return {};
 }
 
-Result WindowManager::PushActions(std::vector<Nodes::NodeLink> *actions)
-{
-    return actions ? PushActions(*actions) : Result();
-}
-
-Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
+Result ActionDispatcher::push(std::vector<Nodes::NodeLink> actions)
 {
     if (QThread::currentThread() == thread())
-        return PushActions(actions, triggerNow(ActionOrigin::Gesture));
+        return push(actions, triggerNow(ActionOrigin::Gesture));
     const ActionTrigger trigger = triggerOfNobody();
     const int count = int(actions.size());
     if (!m_queue.hasRoom(trigger, count + m_posted))
@@ -180,58 +204,67 @@ Result WindowManager::PushActions(std::vector<Nodes::NodeLink> actions)
         this,
         [this, count, trigger, links = std::move(actions)] {
             m_posted -= count;
-            (void)PushActions(links, trigger);
+            (void)push(links, trigger);
         },
         Qt::QueuedConnection);
     return {};
 }
 
-Result WindowManager::PushActions(const std::vector<Nodes::NodeLink> &actions,
-                                  const ActionTrigger &trigger)
+Result ActionDispatcher::push(const std::vector<Nodes::NodeLink> &actions,
+                              const ActionTrigger &trigger)
 {
     std::vector<Nodes::BasicAction *> nodes;
     nodes.reserve(actions.size());
     for (const Nodes::NodeLink &link : actions)
         nodes.push_back(dynamic_cast<Nodes::BasicAction *>(link.GetNode()));
-    return push(nodes, trigger);
+    return pushNodes(nodes, trigger);
 }
 
-void WindowManager::onTimerFinished(Nodes::operationTimer *timer)
+void ActionDispatcher::pushTimer(const Nodes::operationTimer &timer)
 {
-    if (timer->GetActions().empty())
+    if (timer.GetActions().empty())
         return;
     ActionTrigger trigger = triggerNow(ActionOrigin::Timer);
-    trigger.waiting = m_timerLists.begin(*timer);
+    trigger.waiting = m_timerLists.begin(timer);
     if (trigger.waiting)
-        (void)PushActions(timer->GetActions(), trigger);
+        (void)push(timer.GetActions(), trigger);
 }
 
-Result WindowManager::OnActionExecuted(qBasicAction *pAction)
+bool ActionDispatcher::pushRequest(std::unique_ptr<qBasicAction> &action)
 {
-    const enActionState state = pAction->GetState();
+    ActionTrigger trigger;
+    trigger.origin = trigger.root = ActionOrigin::Request;
+    if (!m_queue.hasRoom(trigger, 1))
+        return false;
+    action->setTrigger(trigger);
+    m_queue.append({action.release()});
+    return true;
+}
+
+void ActionDispatcher::execute(qBasicAction &action)
+{
+    const enActionState state = action.GetState();
     if (state == ActionHandedOver)
-        m_runner->take(*pAction);
+        m_runner->take(action);
     else if (state == ActionExecuting)
         qCDebug(actionLog, "Action in process!");
     else if (state != ActionFinished)
         qCDebug(actionLog, "Some error with action!");
-    return {};
 }
 
-void WindowManager::letEventsRun()
+void ActionDispatcher::noteInput()
+{
+    m_runner->noteInput();
+}
+
+void ActionDispatcher::letEventsRun()
 {
     m_runner->letEventsRun();
 }
 
-bool WindowManager::isEnding() const
+bool ActionDispatcher::isEnding() const
 {
     return m_runner->isEnding();
-}
-
-int WindowManager::dropStale()
-{
-    return m_queue.drop(
-        [](const qBasicAction &action) { return !action.trigger().outlivesStation(); });
 }
 
 } // namespace Widgets

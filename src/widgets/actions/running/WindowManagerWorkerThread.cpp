@@ -1,4 +1,4 @@
-#include "widgets/windows/WindowManagerWorkerThread.h"
+#include "widgets/actions/running/WindowManagerWorkerThread.h"
 
 #include "widgets/actions/running/ActionQueue.h"
 
