@@ -22,11 +22,13 @@ namespace {
 class Plant : public ConfigNode
 {
 public:
+    static constexpr auto Code = NodeType::SubtypeProject;
+
     static KindInfo Kind()
     {
-        return KindBuilder::For<Plant>(NodeType::SubtypeProject, "project", "Plant", "Установка")
-            .Property<&Plant::m_flow>(1, "flow", "Flow", "Расход")
-            .Property<&Plant::m_main>(2, "main", "Main signal", "Главный сигнал")
+        return KindBuilder::For<Plant>("project", "Plant", "Установка")
+            .Property<&Plant::m_flow>({1, "flow"}, "Flow", "Расход")
+            .Property<&Plant::m_main>({2, "main"}, "Main signal", "Главный сигнал")
             .Children({NodeType::TypeSignal});
     }
 

@@ -22,10 +22,11 @@ std::string told(const BasicSignal &signal, const SignalValue &value)
 class NotingDriver : public BasicDriver
 {
 public:
+    static constexpr auto Code = NodeType::enNodeSubtype(0x3FF0);
+
     static KindInfo Kind()
     {
-        return KindBuilder::For<NotingDriver>(NodeType::enNodeSubtype(0x3FF0), "notingDriver",
-                                              "Noting driver", "Драйвер с записной книжкой")
+        return KindBuilder::For<NotingDriver>("notingDriver", "Noting driver", "Драйвер-свидетель")
             .Inherit<BasicDriver>();
     }
     Result Write(const BasicSignal &signal, const SignalValue &value) override
