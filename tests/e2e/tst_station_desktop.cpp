@@ -26,136 +26,116 @@ class StationDesktopTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase_data();
-    void initTestCase();
-    void init();
-    void clickOnTheFrameHidesNothing();
-    void alarmsLeaveTheKeyboard();
-    void acknowledgesWhileADialogIsOpen();
-    void frameStaysWithoutTheRight();
-    void endsOrderly();
+    void initTestCase_data()
+    {
+        QTest::addColumn<QString>("desktop");
+        QTest::newRow("openbox") << "openbox";
+        QTest::newRow("xfwm4") << "xfwm4";
+    }
+    void initTestCase()
+    {
+        const QString missing = StationRig::missingTool();
+        if (!missing.isEmpty())
+            QSKIP(
+                qPrintable(missing + " is not installed; tools/install-dependencies installs it"));
+        for (const QString desktop : {"openbox", "xfwm4"}) {
+            StationRig &rig = m_rigs[desktop];
+            QVERIFY(rig.startDisplay(desktop));
+            QVERIFY(rig.startPlant());
+            QVERIFY(rig.startStation());
+        }
+    }
+    void init()
+    {
+        QFETCH_GLOBAL(QString, desktop);
+        m_rig = &m_rigs.at(desktop);
+    }
+    void clickOnTheFrameHidesNothing()
+    {
+        QTRY_COMPARE(m_rig->activeTitle(), mimic);
+        QTRY_VERIFY(m_rig->window(footer).isOpen);
+        clickElement(footer, "Управление К1");
+        QTRY_VERIFY(m_rig->window(control).isOpen);
+        fail("K1.Sim.Pump1Failure");
+        m_rig->click({8, 1000}); // nothing is drawn there
+        QTRY_COMPARE(m_rig->activeTitle(), mimic);
+        m_rig->grab({}, "clicked");
+        clickInAlarms(-60);
+        QTRY_VERIFY(!m_rig->hasTitle(alarms));
+        m_rig->click(m_rig->window(control).place.topRight() + QPoint(-16, -16));
+        QTRY_VERIFY(!m_rig->window(control).isOpen);
+    }
+    void alarmsLeaveTheKeyboard()
+    {
+        clickElement(header, "Войти…");
+        QTRY_COMPARE(m_rig->activeTitle(), login);
+        m_rig->type({}, "Return"); // no attempt yet
+        m_rig->type("11", "1");
+        fail("Sim.NetPump1Failure");
+        m_rig->grab({}, "alarm-over-login");
+        QCOMPARE(m_rig->activeTitle(), login);
+        m_rig->type("1", "Return");
+        QTRY_VERIFY(!m_rig->hasTitle(login));
+        QTRY_COMPARE(m_rig->window(header).textOf("Пользователь"),
+                     QStringLiteral("Оператор смены"));
+        QVERIFY(m_rig->hasTitle(alarms));
+    }
+    void acknowledgesWhileADialogIsOpen()
+    {
+        clickElement(header, "Войти…");
+        QTRY_VERIFY(m_rig->hasTitle(login));
+        QVERIFY(alarmsThatAre("unacknowledged") > 0);
+        m_rig->grab({}, "login-over-alarms");
+        clickInAlarms(60);
+        QTRY_COMPARE(alarmsThatAre("unacknowledged"), 0);
+        clickInAlarms(-60);
+        QTRY_VERIFY(!m_rig->hasTitle(alarms));
+        QVERIFY(m_rig->hasTitle(login));
+        m_rig->type({}, "Escape");
+        QTRY_VERIFY(!m_rig->hasTitle(login));
+    }
+    void frameStaysWithoutTheRight()
+    {
+        QTRY_COMPARE(m_rig->activeTitle(), mimic);
+        m_rig->type({}, "alt+F4");
+        QTRY_VERIFY(m_rig->hasTitle("Ошибка"));
+        m_rig->grab({}, "refused-end");
+        QVERIFY(m_rig->hasTitle(mimic));
+        QVERIFY(m_rig->isStationRunning());
+    }
+    void endsOrderly()
+    {
+        QVERIFY(m_rig->stopStation());
+        QCOMPARE(m_rig->status()["state"].toString(), QStringLiteral("stopped"));
+    }
 
 private:
     int alarmsThatAre(const char *state) const
     {
         return m_rig->status()["alarms"].toObject()[state].toInt(-1);
     }
-    void fail(const char *what) const;
-    void clickElement(const QString &window, const QString &element) const;
+    void fail(const char *what) const
+    {
+        const int before = alarmsThatAre("active");
+        m_rig->plant().write(what, 1.0);
+        QTRY_VERIFY(alarmsThatAre("active") > before);
+        QTRY_VERIFY(m_rig->hasTitle(alarms));
+    }
+    void clickElement(const QString &window, const QString &element) const
+    {
+        m_rig->click(m_rig->project().centreOf(window, element));
+    }
     /// A button in the lowest row of the alarm window, `x` from its left or, negative, right edge.
-    void clickInAlarms(int x) const;
+    void clickInAlarms(int x) const
+    {
+        const QRect place = m_rig->placeOf(alarms);
+        QVERIFY(place.isValid());
+        m_rig->click({(x < 0 ? place.right() : place.left()) + x, place.bottom() - 32});
+    }
 
     std::map<QString, StationRig> m_rigs;
     StationRig *m_rig = nullptr;
 };
-
-void StationDesktopTest::initTestCase_data()
-{
-    QTest::addColumn<QString>("desktop");
-    QTest::newRow("openbox") << "openbox";
-    QTest::newRow("xfwm4") << "xfwm4";
-}
-
-void StationDesktopTest::initTestCase()
-{
-    const QString missing = StationRig::missingTool();
-    if (!missing.isEmpty())
-        QSKIP(qPrintable(missing + " is not installed; tools/install-dependencies installs it"));
-    for (const QString desktop : {"openbox", "xfwm4"}) {
-        StationRig &rig = m_rigs[desktop];
-        QVERIFY(rig.startDisplay(desktop));
-        QVERIFY(rig.startPlant());
-        QVERIFY(rig.startStation());
-    }
-}
-
-void StationDesktopTest::init()
-{
-    QFETCH_GLOBAL(QString, desktop);
-    m_rig = &m_rigs.at(desktop);
-}
-
-void StationDesktopTest::fail(const char *what) const
-{
-    const int before = alarmsThatAre("active");
-    m_rig->plant().write(what, 1.0);
-    QTRY_VERIFY(alarmsThatAre("active") > before);
-    QTRY_VERIFY(m_rig->hasTitle(alarms));
-}
-
-void StationDesktopTest::clickElement(const QString &window, const QString &element) const
-{
-    m_rig->click(m_rig->project().centreOf(window, element));
-}
-
-void StationDesktopTest::clickInAlarms(int x) const
-{
-    const QRect place = m_rig->placeOf(alarms);
-    QVERIFY(place.isValid());
-    m_rig->click({(x < 0 ? place.right() : place.left()) + x, place.bottom() - 32});
-}
-
-void StationDesktopTest::clickOnTheFrameHidesNothing()
-{
-    QTRY_COMPARE(m_rig->activeTitle(), mimic);
-    QTRY_VERIFY(m_rig->window(footer).isOpen);
-    clickElement(footer, "Управление К1");
-    QTRY_VERIFY(m_rig->window(control).isOpen);
-    fail("K1.Sim.Pump1Failure");
-    m_rig->click({8, 1000}); // nothing is drawn there
-    QTRY_COMPARE(m_rig->activeTitle(), mimic);
-    m_rig->grab({}, "clicked");
-    clickInAlarms(-60);
-    QTRY_VERIFY(!m_rig->hasTitle(alarms));
-    m_rig->click(m_rig->window(control).place.topRight() + QPoint(-16, -16));
-    QTRY_VERIFY(!m_rig->window(control).isOpen);
-}
-
-void StationDesktopTest::alarmsLeaveTheKeyboard()
-{
-    clickElement(header, "Войти…");
-    QTRY_COMPARE(m_rig->activeTitle(), login);
-    m_rig->type({}, "Return"); // no attempt yet
-    m_rig->type("11", "1");
-    fail("Sim.NetPump1Failure");
-    m_rig->grab({}, "alarm-over-login");
-    QCOMPARE(m_rig->activeTitle(), login);
-    m_rig->type("1", "Return");
-    QTRY_VERIFY(!m_rig->hasTitle(login));
-    QTRY_COMPARE(m_rig->window(header).textOf("Пользователь"), QStringLiteral("Оператор смены"));
-    QVERIFY(m_rig->hasTitle(alarms));
-}
-
-void StationDesktopTest::acknowledgesWhileADialogIsOpen()
-{
-    clickElement(header, "Войти…");
-    QTRY_VERIFY(m_rig->hasTitle(login));
-    QVERIFY(alarmsThatAre("unacknowledged") > 0);
-    m_rig->grab({}, "login-over-alarms");
-    clickInAlarms(60);
-    QTRY_COMPARE(alarmsThatAre("unacknowledged"), 0);
-    clickInAlarms(-60);
-    QTRY_VERIFY(!m_rig->hasTitle(alarms));
-    QVERIFY(m_rig->hasTitle(login));
-    m_rig->type({}, "Escape");
-    QTRY_VERIFY(!m_rig->hasTitle(login));
-}
-
-void StationDesktopTest::frameStaysWithoutTheRight()
-{
-    QTRY_COMPARE(m_rig->activeTitle(), mimic);
-    m_rig->type({}, "alt+F4");
-    QTRY_VERIFY(m_rig->hasTitle("Ошибка"));
-    m_rig->grab({}, "refused-end");
-    QVERIFY(m_rig->hasTitle(mimic));
-    QVERIFY(m_rig->isStationRunning());
-}
-
-void StationDesktopTest::endsOrderly()
-{
-    QVERIFY(m_rig->stopStation());
-    QCOMPARE(m_rig->status()["state"].toString(), QStringLiteral("stopped"));
-}
 
 QTEST_GUILESS_MAIN(StationDesktopTest)
 #include "tst_station_desktop.moc"

@@ -35,6 +35,9 @@ struct ActionTrigger
     /// Whose doing it is: one for the whole list, so that a log-in in it counts for what follows.
     /// GUI thread once it is queued; null: whoever is logged in.
     std::shared_ptr<Nodes::ActingUser> user;
+    /// True while an action of the list waits for what those after it depend on: they are kept
+    /// back. One for the list, GUI thread; null for a list of one.
+    std::shared_ptr<bool> isHeldBack;
     /// Held by every action of a list until it starts; null where nobody waits for that.
     std::shared_ptr<const void> waiting;
 

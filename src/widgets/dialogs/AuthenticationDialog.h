@@ -29,6 +29,8 @@ public:
     /// Lists the users of the node's project, whose core then authenticates. Node and project may
     /// go while the dialog is open; without the project nobody can log in any more.
     void setNode(Nodes::BasicNode *node);
+    /// Those of the project; null once it has gone.
+    Nodes::systemAuthentication *users() const;
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -39,7 +41,6 @@ private:
     void arrange(QLabel *image, QLabel *userCaption, QLabel *passwordCaption);
     QWidget *makeCurrentUserRow();
     void showCurrentUser();
-    Nodes::systemAuthentication *users() const;
     Nodes::NodeLink selectedUser() const;
     bool needsPassword() const;
     void updateOk();

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char *keyStyle =
     "QLineEdit { background: #ffffff; border: 1px solid #6b757d; border-radius: 3px;"
-    " padding: 0 8px; }"
+    " padding: 0 8px; selection-background-color: #4a535b; selection-color: #ffffff; }"
     "QLineEdit:focus { border: 2px solid #37424b; padding: 0 7px; }"
     "QAbstractItemView { background: #ffffff; color: #20262c;"
     " selection-background-color: #4a535b; selection-color: #ffffff; }"

@@ -1,13 +1,16 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 #include "support/VisibleBoxes.h"
+#include "support/WhenShown.h"
 
 #include "widgets/actions/ActionManager.h"
 #include "widgets/actions/qBasicAction.h"
+#include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/windows/WindowBasic.h"
 
 #include "nodes/auth/systemAuthentication.h"
 
+#include <QPushButton>
 #include <QTemporaryDir>
 
 using namespace Widgets;
@@ -28,8 +31,10 @@ constexpr const char *plant = R"xml(
 <actionExecuteScript id="41" name="script" script="write(1, 2)" signals="30"/>
 <actionNodeCommand id="42" name="command" command="start" target="32"/>
 <actionShowWindow id="43" name="open" window="10"/>
+<actionCreateEvent id="49" name="else" text="другое"/>
 <actionCloseWindow id="44" name="close" window="10" display="1"/>
 <actionAuthUser id="45" name="log in" user="26"/>
+<actionAuthUser id="48" name="ask"/>
 <actionAuthUser id="47" name="log out" logout="true"/>)xml";
 
 /// The plant with a journal, and anna logged in or nobody.
@@ -83,6 +88,8 @@ private slots:
     void rightsAreThoseOfTheTrigger();
     void closingIsOfTheTriggerToo();
     void aLogInCountsForWhatFollowsInItsList();
+    void whatFollowsALogInWaitsForTheAnswer_data();
+    void whatFollowsALogInWaitsForTheAnswer();
     void aLogOutTakesNothingFromItsList();
     void gesturesOnOneNodeNeverMix();
     void aHeldButtonIsReleasedByWhoPressed_data();
@@ -137,6 +144,31 @@ void TestActingUser::aLogInCountsForWhatFollowsInItsList()
     plant.ran();
     QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
     QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+}
+
+void TestActingUser::whatFollowsALogInWaitsForTheAnswer_data()
+{
+    const Rows<QString, QString, int> row("button", "user", "value");
+    row("logged in", "btnOk", "anna", 1);
+    row("cancelled", "btnCancel", "", 0);
+}
+
+void TestActingUser::whatFollowsALogInWaitsForTheAnswer()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, user);
+    Plant plant(false);
+    QVERIFY(plant.node(30)->Start());
+    const WhenShown<AuthenticationWindow> operatorAsked([&](AuthenticationWindow &window) {
+        (void)plant.manager->PushAction(plant.node<Nodes::BasicAction>(49)); // holds up nobody else
+        QTRY_COMPARE(plant.usersOf("другое"), QSet<QString>{""});
+        QCOMPARE(plant.usersOf("Запись"), QSet<QString>());
+        QTest::mouseClick(window.findChild<QPushButton *>(button), Qt::LeftButton);
+    });
+    (void)plant.manager->PushActions({Nodes::NodeLink(48), Nodes::NodeLink(40)});
+    plant.ran();
+    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{user});
+    QTEST(plant.value(30).ToInt(), "value");
 }
 
 // What a press list that ends with it has started, the release list still has to stop.

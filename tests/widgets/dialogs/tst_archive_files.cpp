@@ -67,139 +67,124 @@ class TestArchiveFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void lists();
-    void deletesOnlyWhatItMay_data();
-    void deletesOnlyWhatItMay();
-    void copies_data();
-    void copies();
-    void theDialogAsksBeforeDeleting_data();
-    void theDialogAsksBeforeDeleting();
-    void theDialogOutlivesNodeAndProject_data();
-    void theDialogOutlivesNodeAndProject();
-};
-
-void TestArchiveFiles::lists()
-{
-    const Archives archives;
-    QStringList listed;
-    for (const auto &file : archives.files().List()) {
-        listed << QString::fromStdString(file.path) + (file.isInUse ? "*" : "");
-        QVERIFY(file.size > 4000 && file.changed > 0);
+    void lists()
+    {
+        const Archives archives;
+        QStringList listed;
+        for (const auto &file : archives.files().List()) {
+            listed << QString::fromStdString(file.path) + (file.isInUse ? "*" : "");
+            QVERIFY(file.size > 4000 && file.changed > 0);
+        }
+        QCOMPARE(listed.join(' '), QString("broken.sqlite.damaged old/idle.sqlite used.sqlite*"));
+        QVERIFY(Nodes::DatabaseFiles("").List().empty());
     }
-    QCOMPARE(listed.join(' '), QString("broken.sqlite.damaged old/idle.sqlite used.sqlite*"));
-    QVERIFY(Nodes::DatabaseFiles("").List().empty());
-}
-
-void TestArchiveFiles::deletesOnlyWhatItMay_data()
-{
-    const Rows<QString, int> row("file", "expected");
-    row("idle", "old/idle.sqlite", Result::Success);
-    row("in use", "used.sqlite", Result::Refused);
-    row("no database", "notes.txt", Result::InvalidArgument);
-    row("outside", "../outside.sqlite", Result::InvalidArgument);
-    row("log alone", "used.sqlite-wal", Result::InvalidArgument);
-    row("not there", "none.sqlite", Result::NotFound);
-}
-
-void TestArchiveFiles::deletesOnlyWhatItMay()
-{
-    QFETCH(QString, file);
-    QFETCH(int, expected);
-    const Archives archives;
-    const bool wasThere = QFile::exists(archives.path("data/" + file));
-    const Result deleted = archives.files().Delete(file.toStdString());
-    QVERIFY2(deleted == Result::ResultType(expected), deleted.ToString().c_str());
-    QCOMPARE(QFile::exists(archives.path("data/" + file)), wasThere && !deleted);
-    QCOMPARE(Archives::rows(archives.path("data/used.sqlite")), 3);
-}
-
-void TestArchiveFiles::copies_data()
-{
-    const Rows<QString, bool, int, int> row("file", "cancelled", "expected", "rows");
-    row("idle", "old/idle.sqlite", false, Result::Success, 3);
-    row("in use", "used.sqlite", false, Result::Success, 3);
-    row("damaged", "broken.sqlite.damaged", false, Result::Success, noDatabase);
-    row("cancelled", "used.sqlite", true, Result::Cancelled, noDatabase);
-}
-
-void TestArchiveFiles::copies()
-{
-    QFETCH(QString, file);
-    QFETCH(bool, cancelled);
-    QFETCH(int, expected);
-    const Archives archives;
-    const QString target = archives.path("copy");
-    const std::atomic<bool> isCancelled{cancelled};
-    const auto copy = [&] {
-        return archives.files().Copy(file.toStdString(), target.toStdString(), isCancelled);
-    };
-    const Result copied = copy();
-    QVERIFY2(copied == Result::ResultType(expected), copied.ToString().c_str());
-    QCOMPARE(QFile::exists(target), copied.IsSuccess());
-    QTEST(Archives::rows(target), "rows");
-    if (copied)
-        QVERIFY(copy() == Result::Duplicate);
-}
-
-void TestArchiveFiles::theDialogAsksBeforeDeleting_data()
-{
-    const Rows<int, int> row("answer", "left");
-    row("yes", QMessageBox::Ok, 2);
-    row("no", QMessageBox::Cancel, 3);
-}
-
-void TestArchiveFiles::theDialogAsksBeforeDeleting()
-{
-    QFETCH(int, answer);
-    QFETCH(int, left);
-    const Archives archives;
-    RuntimeProject project(R"(<actionArchiverDBMgr id="10" name="files"/>)");
-    project.core.SetDataDirectory(archives.path("data").toStdString());
-    ArchiverDBMgrDialog dialog(project.node<Nodes::BasicAction>(10), "ArchiverDBMgrDialog");
-    auto *table = dialog.findChild<QTreeView *>();
-    const auto select = [table](int row) { table->setCurrentIndex(table->model()->index(row, 0)); };
-    QCOMPARE(table->model()->rowCount(), 3);
-    select(1);
-    QCOMPARE(dialog.selectedFile(), QString("old/idle.sqlite"));
-    const MessageBoxes asked{QMessageBox::StandardButton(answer)};
-    dialog.deleteSelected();
-    QTRY_COMPARE(asked.captions.size(), 1);
-    QTRY_VERIFY(!QApplication::activeModalWidget());
-    QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), left == 3);
-    QCOMPARE(table->model()->rowCount(), left);
-    select(left - 1);
-    dialog.copySelectedTo(archives.path("copy"));
-    QTRY_COMPARE(asked.shown.size(), 2);
-    QCOMPARE(Archives::rows(archives.path("copy")), 3);
-}
-
-void TestArchiveFiles::theDialogOutlivesNodeAndProject_data()
-{
-    const Rows<bool, int> row("isProject", "files");
-    row("node", false, 3);
-    row("project", true, 0);
-}
-
-void TestArchiveFiles::theDialogOutlivesNodeAndProject()
-{
-    QFETCH(bool, isProject);
-    const Archives archives;
-    auto project = std::make_unique<RuntimeProject>(R"(<actionArchiverDBMgr id="10" name="f"/>)");
-    project->core.SetDataDirectory(archives.path("data").toStdString());
-    ArchiverDBMgrDialog dialog(project->node<Nodes::BasicAction>(10), "d");
-    auto *table = dialog.findChild<QTreeView *>();
-    table->setCurrentIndex(table->model()->index(1, 0));
-    if (isProject)
-        project.reset();
-    else
-        QVERIFY(project->node(1)->RemoveNode(10));
-    const MessageBoxes asked;
-    dialog.deleteSelected();
-    QTRY_VERIFY(!QApplication::activeModalWidget());
-    QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), isProject);
-    dialog.refresh();
-    QTEST(table->model()->rowCount() + (isProject ? 0 : 1), "files");
-}
+    void deletesOnlyWhatItMay_data()
+    {
+        const Rows<QString, int> row("file", "expected");
+        row("idle", "old/idle.sqlite", Result::Success);
+        row("in use", "used.sqlite", Result::Refused);
+        row("no database", "notes.txt", Result::InvalidArgument);
+        row("outside", "../outside.sqlite", Result::InvalidArgument);
+        row("log alone", "used.sqlite-wal", Result::InvalidArgument);
+        row("not there", "none.sqlite", Result::NotFound);
+    }
+    void deletesOnlyWhatItMay()
+    {
+        QFETCH(QString, file);
+        QFETCH(int, expected);
+        const Archives archives;
+        const bool wasThere = QFile::exists(archives.path("data/" + file));
+        const Result deleted = archives.files().Delete(file.toStdString());
+        QVERIFY2(deleted == Result::ResultType(expected), deleted.ToString().c_str());
+        QCOMPARE(QFile::exists(archives.path("data/" + file)), wasThere && !deleted);
+        QCOMPARE(Archives::rows(archives.path("data/used.sqlite")), 3);
+    }
+    void copies_data()
+    {
+        const Rows<QString, bool, int, int> row("file", "cancelled", "expected", "rows");
+        row("idle", "old/idle.sqlite", false, Result::Success, 3);
+        row("in use", "used.sqlite", false, Result::Success, 3);
+        row("damaged", "broken.sqlite.damaged", false, Result::Success, noDatabase);
+        row("cancelled", "used.sqlite", true, Result::Cancelled, noDatabase);
+    }
+    void copies()
+    {
+        QFETCH(QString, file);
+        QFETCH(bool, cancelled);
+        QFETCH(int, expected);
+        const Archives archives;
+        const QString target = archives.path("copy");
+        const std::atomic<bool> isCancelled{cancelled};
+        const auto copy = [&] {
+            return archives.files().Copy(file.toStdString(), target.toStdString(), isCancelled);
+        };
+        const Result copied = copy();
+        QVERIFY2(copied == Result::ResultType(expected), copied.ToString().c_str());
+        QCOMPARE(QFile::exists(target), copied.IsSuccess());
+        QTEST(Archives::rows(target), "rows");
+        if (copied)
+            QVERIFY(copy() == Result::Duplicate);
+    }
+    void theDialogAsksBeforeDeleting_data()
+    {
+        const Rows<int, int> row("answer", "left");
+        row("yes", QMessageBox::Ok, 2);
+        row("no", QMessageBox::Cancel, 3);
+    }
+    void theDialogAsksBeforeDeleting()
+    {
+        QFETCH(int, answer);
+        QFETCH(int, left);
+        const Archives archives;
+        RuntimeProject project(R"(<actionArchiverDBMgr id="10" name="files"/>)");
+        project.core.SetDataDirectory(archives.path("data").toStdString());
+        ArchiverDBMgrDialog dialog(project.node<Nodes::BasicAction>(10), "ArchiverDBMgrDialog");
+        auto *table = dialog.findChild<QTreeView *>();
+        const auto select = [table](int row) {
+            table->setCurrentIndex(table->model()->index(row, 0));
+        };
+        QCOMPARE(table->model()->rowCount(), 3);
+        select(1);
+        QCOMPARE(dialog.selectedFile(), QString("old/idle.sqlite"));
+        const MessageBoxes asked{QMessageBox::StandardButton(answer)};
+        dialog.deleteSelected();
+        QTRY_COMPARE(asked.captions.size(), 1);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), left == 3);
+        QCOMPARE(table->model()->rowCount(), left);
+        select(left - 1);
+        dialog.copySelectedTo(archives.path("copy"));
+        QTRY_COMPARE(asked.shown.size(), 2);
+        QCOMPARE(Archives::rows(archives.path("copy")), 3);
+    }
+    void theDialogOutlivesNodeAndProject_data()
+    {
+        const Rows<bool, int> row("isProject", "files");
+        row("node", false, 3);
+        row("project", true, 0);
+    }
+    void theDialogOutlivesNodeAndProject()
+    {
+        QFETCH(bool, isProject);
+        const Archives archives;
+        auto project =
+            std::make_unique<RuntimeProject>(R"(<actionArchiverDBMgr id="10" name="f"/>)");
+        project->core.SetDataDirectory(archives.path("data").toStdString());
+        ArchiverDBMgrDialog dialog(project->node<Nodes::BasicAction>(10), "d");
+        auto *table = dialog.findChild<QTreeView *>();
+        table->setCurrentIndex(table->model()->index(1, 0));
+        if (isProject)
+            project.reset();
+        else
+            QVERIFY(project->node(1)->RemoveNode(10));
+        const MessageBoxes asked;
+        dialog.deleteSelected();
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), isProject);
+        dialog.refresh();
+        QTEST(table->model()->rowCount() + (isProject ? 0 : 1), "files");
+    }
+};
 
 QTEST_MAIN(TestArchiveFiles)
 #include "tst_archive_files.moc"

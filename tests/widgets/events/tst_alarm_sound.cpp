@@ -34,10 +34,57 @@ private slots:
         m_sound = std::make_unique<AlarmSound>(std::move(player), nullptr);
         m_directory = std::make_unique<QTemporaryDir>();
     }
-    void missingFileIsReplacedUntilItIsThere();
-    void brokenFileIsReplacedAndTriedAgain();
-    void waitsForADevice();
-    void toneIsASound();
+    void missingFileIsReplacedUntilItIsThere()
+    {
+        const QString there = file("a.wav");
+        const QString missing = file("b.wav", false);
+        m_sound->setFiles({there, missing});
+        QTRY_COMPARE(m_player->played, QStringList({there, m_sound->tone()}));
+        (void)file("b.wav");
+        m_sound->retry();
+        QTRY_COMPARE(m_player->played, QStringList({there, missing}));
+        m_sound->setFiles({});
+        QCOMPARE(m_player->played, QStringList());
+    }
+    void brokenFileIsReplacedAndTriedAgain()
+    {
+        const QString broken = file("a.wav");
+        m_sound->setFiles({broken});
+        QTRY_COMPARE(m_player->played, QStringList(broken));
+        for (int time = 0; time < 2; ++time) {
+            emit m_player->failed(broken, "no sound");
+            QCOMPARE(m_player->played, QStringList(m_sound->tone()));
+            m_sound->retry();
+            QTRY_COMPARE(m_player->played, QStringList(broken));
+        }
+    }
+    void waitsForADevice()
+    {
+        const QString there = file("a.wav");
+        m_player->isConnected = false;
+        m_sound->setFiles({there});
+        QTRY_COMPARE(m_sound->audible(), QStringList(there));
+        QCOMPARE(m_player->played, QStringList());
+        m_player->isConnected = true;
+        m_sound->retry();
+        QCOMPARE(m_player->played, QStringList(there));
+    }
+    void toneIsASound()
+    {
+        QFile tone(m_sound->tone());
+        QVERIFY(tone.open(QIODevice::ReadOnly));
+        const QByteArray bytes = tone.readAll();
+        QCOMPARE(bytes.left(4) + bytes.mid(8, 8), QByteArray("RIFFWAVEfmt "));
+        const auto number = [&bytes](int at) {
+            return qFromLittleEndian<quint32>(bytes.data() + at);
+        };
+        QCOMPARE(int(number(4)), bytes.size() - 8);
+        QCOMPARE(int(number(40)), bytes.size() - 44);
+        int loudest = 0;
+        for (int at = 44; at < bytes.size(); at += 2)
+            loudest = qMax(loudest, qAbs(int(qFromLittleEndian<qint16>(bytes.data() + at))));
+        QVERIFY(loudest > 16000 && loudest < 32767);
+    }
 
 private:
     QString file(const char *name, bool isPresent = true) const
@@ -52,59 +99,6 @@ private:
     std::unique_ptr<AlarmSound> m_sound;
     NotingPlayer *m_player = nullptr;
 };
-
-void TestAlarmSound::missingFileIsReplacedUntilItIsThere()
-{
-    const QString there = file("a.wav");
-    const QString missing = file("b.wav", false);
-    m_sound->setFiles({there, missing});
-    QTRY_COMPARE(m_player->played, QStringList({there, m_sound->tone()}));
-    (void)file("b.wav");
-    m_sound->retry();
-    QTRY_COMPARE(m_player->played, QStringList({there, missing}));
-    m_sound->setFiles({});
-    QCOMPARE(m_player->played, QStringList());
-}
-
-void TestAlarmSound::brokenFileIsReplacedAndTriedAgain()
-{
-    const QString broken = file("a.wav");
-    m_sound->setFiles({broken});
-    QTRY_COMPARE(m_player->played, QStringList(broken));
-    for (int time = 0; time < 2; ++time) {
-        emit m_player->failed(broken, "no sound");
-        QCOMPARE(m_player->played, QStringList(m_sound->tone()));
-        m_sound->retry();
-        QTRY_COMPARE(m_player->played, QStringList(broken));
-    }
-}
-
-void TestAlarmSound::waitsForADevice()
-{
-    const QString there = file("a.wav");
-    m_player->isConnected = false;
-    m_sound->setFiles({there});
-    QTRY_COMPARE(m_sound->audible(), QStringList(there));
-    QCOMPARE(m_player->played, QStringList());
-    m_player->isConnected = true;
-    m_sound->retry();
-    QCOMPARE(m_player->played, QStringList(there));
-}
-
-void TestAlarmSound::toneIsASound()
-{
-    QFile tone(m_sound->tone());
-    QVERIFY(tone.open(QIODevice::ReadOnly));
-    const QByteArray bytes = tone.readAll();
-    QCOMPARE(bytes.left(4) + bytes.mid(8, 8), QByteArray("RIFFWAVEfmt "));
-    const auto number = [&bytes](int at) { return qFromLittleEndian<quint32>(bytes.data() + at); };
-    QCOMPARE(int(number(4)), bytes.size() - 8);
-    QCOMPARE(int(number(40)), bytes.size() - 44);
-    int loudest = 0;
-    for (int at = 44; at < bytes.size(); at += 2)
-        loudest = qMax(loudest, qAbs(int(qFromLittleEndian<qint16>(bytes.data() + at))));
-    QVERIFY(loudest > 16000 && loudest < 32767);
-}
 
 QTEST_MAIN(TestAlarmSound)
 #include "tst_alarm_sound.moc"

@@ -64,133 +64,120 @@ class MenusTest : public QObject
 
 private slots:
     void initTestCase() { FakeScreens::install(2); }
-    void buildsEntries();
-    void mouseRunsItemsOnce();
-    void keysWork_data();
-    void keysWork();
-    void marksOneEntry();
-    void staysOnItsDisplay();
-    void showsPictures();
-};
-
-void MenusTest::buildsEntries()
-{
-    Rig rig;
-    MirelMenu &menu = rig.menu;
-    QCOMPARE(menu.title(), QString("Насосы"));
-    QStringList texts;
-    for (int i = 0; i < menu.actions().size(); ++i) {
-        texts << entry(menu, i)->text();
-        QCOMPARE(entry(menu, i)->sizeHint(), QSize(240, 48));
+    void buildsEntries()
+    {
+        Rig rig;
+        MirelMenu &menu = rig.menu;
+        QCOMPARE(menu.title(), QString("Насосы"));
+        QStringList texts;
+        for (int i = 0; i < menu.actions().size(); ++i) {
+            texts << entry(menu, i)->text();
+            QCOMPARE(entry(menu, i)->sizeHint(), QSize(240, 48));
+        }
+        QCOMPARE(texts.join(','), QString("Пуск,Режим работы,Открыть"));
+        QCOMPARE(menu.actions()[1]->menu()->actions().size(), 1);
+        QVERIFY(!menu.actions()[0]->menu());
+        menu.createMenu(nullptr);
+        QCOMPARE(menu.actions().size(), 3);
+        QVERIFY(MirelMenu(rig.look(), rig.node<Nodes::BasicMenu>(60)).isEmpty());
+        const PushButtonMenuItem alone(rig.look(), rig.node<Nodes::BasicMenuItem>(61));
+        QCOMPARE(alone.sizeHint(), QSize(0, 0));
     }
-    QCOMPARE(texts.join(','), QString("Пуск,Режим работы,Открыть"));
-    QCOMPARE(menu.actions()[1]->menu()->actions().size(), 1);
-    QVERIFY(!menu.actions()[0]->menu());
-    menu.createMenu(nullptr);
-    QCOMPARE(menu.actions().size(), 3);
-    QVERIFY(MirelMenu(rig.look(), rig.node<Nodes::BasicMenu>(60)).isEmpty());
-    const PushButtonMenuItem alone(rig.look(), rig.node<Nodes::BasicMenuItem>(61));
-    QCOMPARE(alone.sizeHint(), QSize(0, 0));
-}
-
-void MenusTest::mouseRunsItemsOnce()
-{
-    Rig rig;
-    MirelMenu &menu = rig.menu;
-    menu.popup({100, 100});
-    QTest::mouseRelease(entry(menu, 0), Qt::LeftButton); // of the press that opened the menu
-    QVERIFY(menu.isVisible());
-    QTest::mouseMove(entry(menu, 1));
-    QTest::mouseClick(entry(menu, 1), Qt::LeftButton);
-    QTRY_VERIFY(menu.actions()[1]->menu()->isVisible());
-    QCOMPARE(rig.ran(), QString());
-    QTest::mouseMove(entry(menu, 0));
-    QTest::mouseClick(entry(menu, 0), Qt::LeftButton);
-    QVERIFY(!menu.isVisible());
-    QCOMPARE(rig.ran(), QString("start"));
-    menu.popup({100, 100}); // the mouse before does not count for the keys now
-    QTest::keyClick(&menu, Qt::Key_Down);
-    QTest::keyClick(&menu, Qt::Key_Return);
-    QCOMPARE(rig.ran(), QString("start"));
-}
-
-void MenusTest::keysWork_data()
-{
-    const Rows<QVector<int>, QString> row("keys", "written");
-    row("enter on the first", {Qt::Key_Down, Qt::Key_Return}, "start");
-    row("into the submenu", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}, "mode");
-    row("escape", {Qt::Key_Down, Qt::Key_Escape}, "");
-}
-
-void MenusTest::keysWork()
-{
-    QFETCH(QVector<int>, keys);
-    Rig rig;
-    bool wasShown = false;
-    const WhenShown<MirelMenu> typist([&](MirelMenu &) {
-        wasShown = true;
-        for (const int key : keys)
-            QTest::keyClick(QApplication::activePopupWidget(), Qt::Key(key));
-    });
-    rig.push(70);
-    QTRY_VERIFY(wasShown && !QApplication::activePopupWidget());
-    QTEST(rig.ran(), "written");
-}
-
-void MenusTest::marksOneEntry()
-{
-    Rig rig;
-    MirelMenu &menu = rig.menu;
-    menu.popup({100, 100});
-    QCOMPARE(hovered(menu), QString());
-    for (const char *name : {"Пуск", "Режим работы", "Открыть"}) {
+    void mouseRunsItemsOnce()
+    {
+        Rig rig;
+        MirelMenu &menu = rig.menu;
+        menu.popup({100, 100});
+        QTest::mouseRelease(entry(menu, 0), Qt::LeftButton); // of the press that opened the menu
+        QVERIFY(menu.isVisible());
+        QTest::mouseMove(entry(menu, 1));
+        QTest::mouseClick(entry(menu, 1), Qt::LeftButton);
+        QTRY_VERIFY(menu.actions()[1]->menu()->isVisible());
+        QCOMPARE(rig.ran(), QString());
+        QTest::mouseMove(entry(menu, 0));
+        QTest::mouseClick(entry(menu, 0), Qt::LeftButton);
+        QVERIFY(!menu.isVisible());
+        QCOMPARE(rig.ran(), QString("start"));
+        menu.popup({100, 100}); // the mouse before does not count for the keys now
         QTest::keyClick(&menu, Qt::Key_Down);
-        QCOMPARE(hovered(menu), QString(name));
+        QTest::keyClick(&menu, Qt::Key_Return);
+        QCOMPARE(rig.ran(), QString("start"));
     }
-    QTest::keyClick(&menu, Qt::Key_Up);
-    QTest::keyClick(&menu, Qt::Key_Right);
-    QMenu *nested = menu.actions()[1]->menu();
-    QTRY_COMPARE(hovered(*nested), QString("Автомат"));
-    QCOMPARE(hovered(menu), QString("Режим работы"));
-    menu.hide();
-    QCOMPARE(hovered(menu), QString());
-}
-
-// Opened beyond the edge of the second display; the window its item opens appears there too.
-void MenusTest::staysOnItsDisplay()
-{
-    Rig rig;
-    rig.manager->Start();
-    QRect shown;
-    const WhenShown<MirelMenu> finger([&shown](MirelMenu &menu) {
-        shown = menu.frameGeometry();
-        QTest::mouseMove(entry(menu, 2));
-        QTest::mouseClick(entry(menu, 2), Qt::LeftButton);
-    });
-    rig.push(72);
-    rig.push(71, 1);
-    QTRY_COMPARE(rig.openWindows(10), 1);
-    QVERIFY(shown.width() >= 240);
-    QVERIFY(QRect(FakeScreens::topLeft(1), FakeScreens::Size).contains(shown));
-    const QWidget *window = rig.manager->GetWindow(10);
-    QTRY_COMPARE(window->mapToGlobal(QPoint()), FakeScreens::topLeft(1) + QPoint(30, 40));
-}
-
-void MenusTest::showsPictures()
-{
-    const PictureFiles files;
-    const Rig rig;
-    const auto isRedShown = [&](int number) {
-        MirelMenu menu(rig.look(), rig.node<Nodes::BasicMenu>(50));
-        PushButtonMenuItem *shown = entry(menu, number);
-        shown->resize(shown->sizeHint());
-        return shown->grab().toImage().pixelColor(20, 24) == QColor(Qt::red);
-    };
-    QVERIFY(isRedShown(0));
-    QVERIFY(!isRedShown(2));
-    rig.set(50, "pictures", "false");
-    QVERIFY(!isRedShown(0));
-}
+    void keysWork_data()
+    {
+        const Rows<QVector<int>, QString> row("keys", "written");
+        row("enter on the first", {Qt::Key_Down, Qt::Key_Return}, "start");
+        row("into the submenu", {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return},
+            "mode");
+        row("escape", {Qt::Key_Down, Qt::Key_Escape}, "");
+    }
+    void keysWork()
+    {
+        QFETCH(QVector<int>, keys);
+        Rig rig;
+        bool wasShown = false;
+        const WhenShown<MirelMenu> typist([&](MirelMenu &) {
+            wasShown = true;
+            for (const int key : keys)
+                QTest::keyClick(QApplication::activePopupWidget(), Qt::Key(key));
+        });
+        rig.push(70);
+        QTRY_VERIFY(wasShown && !QApplication::activePopupWidget());
+        QTEST(rig.ran(), "written");
+    }
+    void marksOneEntry()
+    {
+        Rig rig;
+        MirelMenu &menu = rig.menu;
+        menu.popup({100, 100});
+        QCOMPARE(hovered(menu), QString());
+        for (const char *name : {"Пуск", "Режим работы", "Открыть"}) {
+            QTest::keyClick(&menu, Qt::Key_Down);
+            QCOMPARE(hovered(menu), QString(name));
+        }
+        QTest::keyClick(&menu, Qt::Key_Up);
+        QTest::keyClick(&menu, Qt::Key_Right);
+        QMenu *nested = menu.actions()[1]->menu();
+        QTRY_COMPARE(hovered(*nested), QString("Автомат"));
+        QCOMPARE(hovered(menu), QString("Режим работы"));
+        menu.hide();
+        QCOMPARE(hovered(menu), QString());
+    }
+    // Opened beyond the edge of the second display; the window its item opens appears there too.
+    void staysOnItsDisplay()
+    {
+        Rig rig;
+        rig.manager->Start();
+        QRect shown;
+        const WhenShown<MirelMenu> finger([&shown](MirelMenu &menu) {
+            shown = menu.frameGeometry();
+            QTest::mouseMove(entry(menu, 2));
+            QTest::mouseClick(entry(menu, 2), Qt::LeftButton);
+        });
+        rig.push(72);
+        rig.push(71, 1);
+        QTRY_COMPARE(rig.openWindows(10), 1);
+        QVERIFY(shown.width() >= 240);
+        QVERIFY(QRect(FakeScreens::topLeft(1), FakeScreens::Size).contains(shown));
+        const QWidget *window = rig.manager->GetWindow(10);
+        QTRY_COMPARE(window->mapToGlobal(QPoint()), FakeScreens::topLeft(1) + QPoint(30, 40));
+    }
+    void showsPictures()
+    {
+        const PictureFiles files;
+        const Rig rig;
+        const auto isRedShown = [&](int number) {
+            MirelMenu menu(rig.look(), rig.node<Nodes::BasicMenu>(50));
+            PushButtonMenuItem *shown = entry(menu, number);
+            shown->resize(shown->sizeHint());
+            return shown->grab().toImage().pixelColor(20, 24) == QColor(Qt::red);
+        };
+        QVERIFY(isRedShown(0));
+        QVERIFY(!isRedShown(2));
+        rig.set(50, "pictures", "false");
+        QVERIFY(!isRedShown(0));
+    }
+};
 
 QTEST_MAIN(MenusTest)
 #include "tst_menus.moc"

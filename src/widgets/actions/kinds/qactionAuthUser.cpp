@@ -1,6 +1,7 @@
 #include "widgets/actions/kinds/qactionAuthUser.h"
 
 #include "widgets/actions/running/Refusals.h"
+#include "widgets/dialogs/AuthenticationDialog.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/windows/DesktopContext.h"
@@ -12,15 +13,45 @@ namespace Widgets {
 
 namespace {
 
-void askOperator(Nodes::actionAuthUser &node, int display)
+/// Keeps back what follows in the list, which is to be the doing of whoever logs in.
+class ListHold
+{
+public:
+    explicit ListHold(const ActionTrigger &trigger) : m_isHeldBack(trigger.isHeldBack)
+    {
+        if (m_isHeldBack)
+            *m_isHeldBack = true;
+    }
+    ~ListHold()
+    {
+        if (m_isHeldBack)
+            *m_isHeldBack = false;
+    }
+    ListHold(const ListHold &) = delete;
+    ListHold &operator=(const ListHold &) = delete;
+
+private:
+    std::shared_ptr<bool> m_isHeldBack;
+};
+
+// The action, its node and the project may go while the operator is asked.
+void askOperator(Nodes::actionAuthUser &node, int display, const ActionTrigger &trigger)
 {
     const DesktopContext *desktop = DesktopContext::current();
     DialogRequest request;
     request.parent = desktop ? desktop->getFrame(display) : nullptr;
     request.display = display;
     request.node = &node;
-    if (const OwnedDialog<AuthenticationWindow> window(request); window)
-        window->exec();
+    const OwnedDialog<AuthenticationWindow> window(request);
+    if (!window)
+        return;
+    const AuthenticationDialog *dialog = window->dialog();
+    QObject::connect(dialog, &QDialog::accepted, dialog, [dialog, user = trigger.user] {
+        if (user && dialog->users())
+            *user = dialog->users()->GetActingUser();
+    });
+    const ListHold hold(trigger);
+    window->exec();
 }
 
 } // namespace
@@ -50,7 +81,7 @@ void qactionAuthUser::Execute()
                                 .arg(QString::fromStdString(node->GetUser()->GetName())),
                             trigger());
     } else {
-        askOperator(*node, targetDisplay(0));
+        askOperator(*node, targetDisplay(0), trigger());
     }
 }
 

@@ -153,9 +153,11 @@ Result ActionDispatcher::pushNodes(const std::vector<Nodes::BasicAction *> &node
             return within;
         }
     }
+    ActionTrigger ofList = trigger;
+    ofList.isHeldBack = nodes.size() > 1 ? std::make_shared<bool>(false) : nullptr;
     QVector<qBasicAction *> actions;
     for (Nodes::BasicAction *node : nodes) {
-        if (qBasicAction *action = make(node, trigger))
+        if (qBasicAction *action = make(node, ofList))
             actions.append(action);
     }
     m_queue.append(actions);

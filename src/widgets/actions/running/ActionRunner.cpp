@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace Widgets {
@@ -23,6 +24,7 @@ constexpr int turnLimit = 8;      // ms
 ActionRunner::ActionRunner(QObject *parent) : QObject(parent), m_retry(new QTimer(this))
 {
     m_retry->setInterval(retryInterval);
+    connect(m_retry, &QTimer::timeout, this, &ActionRunner::takeHeldBack);
     connect(m_retry, &QTimer::timeout, this, &ActionRunner::postNext);
 }
 
@@ -67,8 +69,33 @@ bool ActionRunner::isDropped(const qBasicAction &action) const
            (m_deadline.hasExpired() || !trigger.outlivesStation());
 }
 
+bool ActionRunner::isHeldBack(const qBasicAction &action) const
+{
+    const ActionTrigger &trigger = action.trigger();
+    return trigger.isHeldBack && *trigger.isHeldBack && !m_isEnding;
+}
+
+// They are the next then: whatever came meanwhile is younger.
+void ActionRunner::takeHeldBack()
+{
+    const auto free =
+        std::stable_partition(m_heldBack.begin(), m_heldBack.end(),
+                              [this](const qBasicAction *action) { return isHeldBack(*action); });
+    for (auto action = m_heldBack.end(); action != free;) {
+        --action;
+        m_ready[std::size_t(laneOf(**action))].push_front(*action);
+    }
+    m_heldBack.erase(free, m_heldBack.end());
+}
+
 void ActionRunner::execute(qBasicAction &action)
 {
+    if (isHeldBack(action)) {
+        action.setWaiting();
+        m_heldBack.push_back(&action);
+        m_retry->start();
+        return;
+    }
     action.setState(ActionExecuting);
     action.noteStart();
     if (isDropped(action)) {
@@ -109,9 +136,9 @@ void ActionRunner::letEventsRun()
 
 void ActionRunner::postNext()
 {
-    if (isIdle())
+    if (isIdle() && m_heldBack.empty())
         m_retry->stop();
-    else if (!isLettingEventsRun() && !std::exchange(m_isNextPosted, true))
+    else if (!isIdle() && !isLettingEventsRun() && !std::exchange(m_isNextPosted, true))
         QMetaObject::invokeMethod(this, &ActionRunner::runReady, Qt::QueuedConnection);
 }
 

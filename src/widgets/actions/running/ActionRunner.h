@@ -51,6 +51,8 @@ private:
     using Lane = std::deque<qBasicAction *>;
 
     static int laneOf(const qBasicAction &action);
+    bool isHeldBack(const qBasicAction &action) const;
+    void takeHeldBack();
     bool isTurnOf(int lane);
     void execute(qBasicAction &action);
     bool isDropped(const qBasicAction &action) const;
@@ -61,6 +63,7 @@ private:
     void postNext();
 
     std::array<Lane, 2> m_ready; // the urgent first
+    Lane m_heldBack;             // in order; what their lists wait for is not answered yet
     int m_lettingLevel = -1;     // of event loops, where events are let run now
     bool m_isNextPosted = false;
     bool m_isTurnOpen = false;

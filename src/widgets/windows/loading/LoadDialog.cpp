@@ -1,5 +1,6 @@
 #include "widgets/windows/loading/LoadDialog.h"
 
+#include "widgets/dialogs/DialogLook.h"
 #include "widgets/windows/loading/LoadReportTable.h"
 #include "widgets/windows/loading/NodeLoadingThread.h"
 
@@ -65,6 +66,8 @@ void LoadDialog::build(const QString &projectName)
     m_continueButton = new QPushButton(tr("Продолжить"));
     m_continueButton->hide();
     m_closeButton = new QPushButton(tr("Отмена"));
+    for (QPushButton *button : {m_continueButton, m_closeButton})
+        MakeTouchable(*button);
     connect(m_continueButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_closeButton, &QPushButton::clicked, this, &LoadDialog::reject);
 
@@ -161,6 +164,7 @@ void LoadDialog::showFindings(const QString &summary, bool mayContinue)
     m_table->show();
     m_continueButton->setVisible(mayContinue);
     m_closeButton->setText(tr("Закрыть"));
+    MakeTouchable(*m_closeButton);
     m_closeButton->setEnabled(true);
     (mayContinue ? m_continueButton : m_closeButton)->setDefault(true);
     resize(findingsSize);
