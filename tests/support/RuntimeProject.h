@@ -13,13 +13,15 @@
 
 #include <QStringList>
 #include <QStyle>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
 
 Q_DECLARE_METATYPE(Nodes::Quality)
 
-/// A project from XML text, loaded in a core that is not started, with a window manager on it.
+/// A project from XML text, loaded in a core that is not started, with a window manager on it and a
+/// data directory of its own.
 class RuntimeProject
 {
 public:
@@ -39,6 +41,7 @@ public:
         if (!read)
             qFatal("%s", read.ToString().c_str());
         core.AdoptProject(std::move(project), "test.xml");
+        core.SetDataDirectory(data.path().toStdString());
         core.SetWorkMode(mode);
         manager = std::make_unique<Widgets::WindowManager>(&core);
     }
@@ -109,6 +112,7 @@ public:
         return std::exchange(recorded, {}).join(' ');
     }
 
+    QTemporaryDir data; ///< of the station: no test meets what another one left
     Nodes::systemCore core;
     std::unique_ptr<Widgets::WindowManager> manager;
     QStringList recorded;

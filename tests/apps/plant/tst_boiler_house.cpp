@@ -1,26 +1,8 @@
 #include "apps/plant/BoilerHouse.h"
 
-#include <QtTest>
+#include "support/Rows.h"
 
 using namespace Plant;
-
-class TestBoilerHouse : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void sameSeedSameRunHoweverTheTimeIsCut();
-    void startedBoilerHeatsTheNetwork();
-    void steadyStateBalancesHeat();
-    void throttlingLowersFlow();
-    void setpointsMoveTheControlledValues_data();
-    void setpointsMoveTheControlledValues();
-    void tripLatchesUntilReset_data();
-    void tripLatchesUntilReset();
-    void hotBoilerCannotBeReset();
-    void pumpFaultNeedsResetAndNewStart();
-    void leakDropsPressureAndMakeUpRestoresIt();
-};
 
 namespace {
 BoilerHouse warmHouse()
@@ -40,174 +22,137 @@ bool isNear(double value, double wanted, double tolerance)
 }
 } // namespace
 
-void TestBoilerHouse::sameSeedSameRunHoweverTheTimeIsCut()
+class TestBoilerHouse : public QObject
 {
-    BoilerHouse whole(7), cut(7), other(8);
-    for (BoilerHouse *house : {&whole, &cut, &other})
-        house->startAll();
-    whole.step(30.0);
-    other.step(30.0);
-    for (int i = 0; i < 1200; ++i)
-        cut.step(0.025);
-    const auto shown = [](const BoilerHouse &h) {
-        return h.boiler(0).readings().outletTemperature;
-    };
-    QCOMPARE(shown(cut), shown(whole));
-    QVERIFY(shown(other) != shown(whole));
-}
+    Q_OBJECT
 
-void TestBoilerHouse::startedBoilerHeatsTheNetwork()
-{
-    BoilerHouse house;
-    house.step(60);
-    QVERIFY(house.network().readings().flow < 1.0);
-    QVERIFY(house.boiler(0).temperature() < 45.5);
-    house.startAll();
-    house.step(10);
-    QCOMPARE(house.boiler(0).burner().state(), BurnerState::Purge);
-    QCOMPARE(house.gasFlow(), 0.0);
-    house.step(600);
-    QVERIFY(house.boiler(0).temperature() > 60.0);
-    QVERIFY(house.boiler(0).readings().flueGasTemperature > house.boiler(0).temperature() + 20);
-    QVERIFY(house.boiler(0).readings().oxygen < 8.0);
-    QVERIFY(house.network().readings().supplyTemperature > 55.0);
-    QVERIFY(house.network().readings().energy > 100.0);
-}
+private slots:
+    void sameSeedSameRunHoweverTheTimeIsCut()
+    {
+        BoilerHouse whole(7), cut(7), other(8);
+        for (BoilerHouse *house : {&whole, &cut, &other})
+            house->startAll();
+        whole.step(30.0);
+        other.step(30.0);
+        for (int i = 0; i < 1200; ++i)
+            cut.step(0.025);
+        const auto shown = [](const BoilerHouse &h) {
+            return h.boiler(0).readings().outletTemperature;
+        };
+        QCOMPARE(shown(cut), shown(whole));
+        QVERIFY(shown(other) != shown(whole));
+    }
+    void startedBoilerHeatsTheNetwork()
+    {
+        BoilerHouse house;
+        house.step(60);
+        QVERIFY(house.network().readings().flow < 1.0);
+        QVERIFY(house.boiler(0).temperature() < 45.5);
+        house.startAll();
+        house.step(10);
+        QCOMPARE(house.boiler(0).burner().state(), BurnerState::Purge);
+        QCOMPARE(house.gasFlow(), 0.0);
+        house.step(600);
+        QVERIFY(house.boiler(0).temperature() > 60.0);
+        QVERIFY(house.boiler(0).readings().flueGasTemperature > house.boiler(0).temperature() + 20);
+        QVERIFY(house.boiler(0).readings().oxygen < 8.0);
+        QVERIFY(house.network().readings().supplyTemperature > 55.0);
+        QVERIFY(house.network().readings().energy > 100.0);
+    }
+    void setpointsMoveTheControlledValues_data()
+    {
+        const Rows<double, double, double> row("temperature", "flow", "pressure");
+        row("up", 100.0, 220.0, 0.45);
+        row("down", 85.0, 120.0, 0.3);
+    }
+    void setpointsMoveTheControlledValues()
+    {
+        QFETCH(double, temperature);
+        QFETCH(double, flow);
+        QFETCH(double, pressure);
+        BoilerHouse house = warmHouse();
+        house.boiler(0).commands().temperatureSetpoint = temperature;
+        house.network().commands().flowSetpoint = flow;
+        house.network().commands().pressureSetpoint = pressure;
+        house.step(3600);
+        const double delivered = house.network().readings().heatPower;
+        const double made =
+            house.boiler(0).readings().heatPower + house.boiler(1).readings().heatPower;
+        QVERIFY(isNear(made, delivered, 0.03 * delivered) && !house.hasAnyFault());
+        QVERIFY(isNear(house.boiler(0).temperature(), temperature, 1.0));
+        QVERIFY(isNear(house.network().readings().flow, flow, 3.0));
+        QVERIFY(isNear(house.network().returnPressure(), pressure, 0.01));
+    }
+    void tripLatchesUntilReset_data()
+    {
+        const Rows<int> row("cause");
+        row("over-temperature", int(TripCause::HighTemperature));
+        row("low flow", int(TripCause::LowFlow));
+        row("flame loss", int(TripCause::FlameLoss));
+        row("emergency stop", int(TripCause::EmergencyStop));
+    }
+    void tripLatchesUntilReset()
+    {
+        QFETCH(int, cause);
+        BoilerHouse house = warmHouse();
+        Boiler &boiler = house.boiler(0);
+        BoilerCommands &commands = boiler.commands();
+        const auto provoke = [&](TripCause provoked) {
+            const bool isHot = provoked == TripCause::HighTemperature;
+            commands.tripTemperature = isHot ? boiler.temperature() - 5 : 120;
+            commands.valveSetpoint = provoked == TripCause::LowFlow ? 0 : 100;
+            commands.simulateFlameLoss = provoked == TripCause::FlameLoss;
+            house.setEmergencyStop(provoked == TripCause::EmergencyStop);
+        };
+        provoke(TripCause(cause));
+        house.step(45);
+        QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
+        QCOMPARE(int(boiler.burner().cause()), cause);
+        QCOMPARE(boiler.gasFlow(), 0.0);
+        QVERIFY(!commands.burnerStart);
 
-void TestBoilerHouse::steadyStateBalancesHeat()
-{
-    const BoilerHouse house = warmHouse();
-    const double made = house.boiler(0).readings().heatPower + house.boiler(1).readings().heatPower;
-    const double delivered = house.network().readings().heatPower;
-    QVERIFY(isNear(made, delivered, 0.03 * delivered));
-    QVERIFY(!house.hasAnyFault());
-}
-
-void TestBoilerHouse::throttlingLowersFlow()
-{
-    BoilerHouse house;
-    Boiler &boiler = house.boiler(0);
-    boiler.commands().pumpStart[0] = true;
-    house.step(60);
-    QVERIFY(boiler.flow() > 90.0);
-    boiler.commands().valveSetpoint = 50;
-    house.step(3);
-    QVERIFY2(boiler.valve().position() > 0.85, "the drive needs its time");
-    house.step(60);
-    QVERIFY(isNear(boiler.flow(), 55.0, 15.0));
-    boiler.commands().valveSetpoint = 0;
-    house.step(60);
-    QVERIFY(boiler.flow() < 1.0);
-}
-
-void TestBoilerHouse::setpointsMoveTheControlledValues_data()
-{
-    QTest::addColumn<double>("temperature");
-    QTest::addColumn<double>("flow");
-    QTest::addColumn<double>("pressure");
-    QTest::newRow("up") << 100.0 << 220.0 << 0.45;
-    QTest::newRow("down") << 85.0 << 120.0 << 0.3;
-}
-
-void TestBoilerHouse::setpointsMoveTheControlledValues()
-{
-    QFETCH(double, temperature);
-    QFETCH(double, flow);
-    QFETCH(double, pressure);
-    BoilerHouse house = warmHouse();
-    house.boiler(0).commands().temperatureSetpoint = temperature;
-    house.network().commands().flowSetpoint = flow;
-    house.network().commands().pressureSetpoint = pressure;
-    house.step(3600);
-    QVERIFY(isNear(house.boiler(0).temperature(), temperature, 1.0));
-    QVERIFY(isNear(house.network().readings().flow, flow, 3.0));
-    QVERIFY(isNear(house.network().returnPressure(), pressure, 0.01));
-}
-
-void TestBoilerHouse::tripLatchesUntilReset_data()
-{
-    QTest::addColumn<int>("cause");
-    QTest::newRow("over-temperature") << int(TripCause::HighTemperature);
-    QTest::newRow("low flow") << int(TripCause::LowFlow);
-    QTest::newRow("flame loss") << int(TripCause::FlameLoss);
-    QTest::newRow("emergency stop") << int(TripCause::EmergencyStop);
-}
-
-void TestBoilerHouse::tripLatchesUntilReset()
-{
-    QFETCH(int, cause);
-    BoilerHouse house = warmHouse();
-    Boiler &boiler = house.boiler(0);
-    BoilerCommands &commands = boiler.commands();
-    const auto provoke = [&](TripCause provoked) {
-        const bool isHot = provoked == TripCause::HighTemperature;
-        commands.tripTemperature = isHot ? boiler.temperature() - 5 : 120;
-        commands.valveSetpoint = provoked == TripCause::LowFlow ? 0 : 100;
-        commands.simulateFlameLoss = provoked == TripCause::FlameLoss;
-        house.setEmergencyStop(provoked == TripCause::EmergencyStop);
-    };
-    provoke(TripCause(cause));
-    house.step(45);
-    QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
-    QCOMPARE(int(boiler.burner().cause()), cause);
-    QCOMPARE(boiler.gasFlow(), 0.0);
-    QVERIFY(!commands.burnerStart);
-
-    provoke(TripCause::None);
-    house.step(60);
-    commands.burnerStart = true;
-    house.step(5);
-    QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
-    commands.reset = true;
-    house.step(1);
-    QCOMPARE(boiler.burner().state(), BurnerState::Stopped);
-    QVERIFY(!commands.reset);
-    commands.burnerStart = true;
-    house.step(60);
-    QVERIFY(boiler.burner().hasFlame());
-}
-
-void TestBoilerHouse::hotBoilerCannotBeReset()
-{
-    BoilerHouse house = warmHouse();
-    Boiler &boiler = house.boiler(0);
-    boiler.commands().tripTemperature = boiler.temperature() - 5;
-    house.step(1);
-    boiler.commands().tripTemperature = boiler.temperature() + 1; // within the hysteresis
-    boiler.commands().reset = true;
-    house.step(1);
-    QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
-}
-
-void TestBoilerHouse::pumpFaultNeedsResetAndNewStart()
-{
-    BoilerHouse house = warmHouse();
-    Boiler &boiler = house.boiler(1);
-    boiler.commands().simulatePumpFailure[0] = true;
-    house.step(10);
-    QVERIFY(boiler.pump(0).hasFault() && !boiler.pump(0).isRunning());
-    boiler.commands().simulatePumpFailure[0] = false;
-    boiler.commands().reset = true;
-    house.step(10);
-    QVERIFY(!boiler.pump(0).hasFault() && !boiler.pump(0).isRunning());
-    boiler.commands().pumpStart[1] = true;
-    house.step(10);
-    QVERIFY(boiler.pump(1).isRunning() && boiler.flow() > 90);
-}
-
-void TestBoilerHouse::leakDropsPressureAndMakeUpRestoresIt()
-{
-    BoilerHouse house = warmHouse();
-    house.network().commands().simulateLeak = true;
-    house.step(360);
-    QVERIFY(house.network().hasLowPressure());
-    QVERIFY(house.network().readings().makeUpFlow > 12);
-    house.step(600);
-    QCOMPARE(int(house.boiler(0).burner().cause()), int(TripCause::LowPressure));
-    house.network().commands().simulateLeak = false;
-    house.step(3600);
-    QVERIFY(isNear(house.network().returnPressure(), 0.35, 0.02));
-}
+        provoke(TripCause::None);
+        house.step(60);
+        commands.burnerStart = true;
+        house.step(5);
+        QCOMPARE(boiler.burner().state(), BurnerState::Tripped);
+        commands.reset = true;
+        house.step(1);
+        QCOMPARE(boiler.burner().state(), BurnerState::Stopped);
+        QVERIFY(!commands.reset);
+        commands.burnerStart = true;
+        house.step(60);
+        QVERIFY(boiler.burner().hasFlame());
+    }
+    void pumpFaultNeedsResetAndNewStart()
+    {
+        BoilerHouse house = warmHouse();
+        Boiler &boiler = house.boiler(1);
+        boiler.commands().simulatePumpFailure[0] = true;
+        house.step(10);
+        QVERIFY(boiler.pump(0).hasFault() && !boiler.pump(0).isRunning());
+        boiler.commands().simulatePumpFailure[0] = false;
+        boiler.commands().reset = true;
+        house.step(10);
+        QVERIFY(!boiler.pump(0).hasFault() && !boiler.pump(0).isRunning());
+        boiler.commands().pumpStart[1] = true;
+        house.step(10);
+        QVERIFY(boiler.pump(1).isRunning() && boiler.flow() > 90);
+    }
+    void leakDropsPressureAndMakeUpRestoresIt()
+    {
+        BoilerHouse house = warmHouse();
+        house.network().commands().simulateLeak = true;
+        house.step(360);
+        QVERIFY(house.network().hasLowPressure());
+        QVERIFY(house.network().readings().makeUpFlow > 12);
+        house.step(600);
+        QCOMPARE(int(house.boiler(0).burner().cause()), int(TripCause::LowPressure));
+        house.network().commands().simulateLeak = false;
+        house.step(3600);
+        QVERIFY(isNear(house.network().returnPressure(), 0.35, 0.02));
+    }
+};
 
 QTEST_APPLESS_MAIN(TestBoilerHouse)
 #include "tst_boiler_house.moc"

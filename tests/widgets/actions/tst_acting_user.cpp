@@ -11,7 +11,6 @@
 #include "nodes/auth/systemAuthentication.h"
 
 #include <QPushButton>
-#include <QTemporaryDir>
 
 using namespace Widgets;
 
@@ -43,7 +42,7 @@ class Plant : public RuntimeProject
 public:
     explicit Plant(bool isLoggedIn) : RuntimeProject(plant)
     {
-        QVERIFY(core.GetJournal().Open(directory.filePath("j.sqlite").toStdString()));
+        QVERIFY(core.GetJournal().Open(data.filePath("j.sqlite").toStdString()));
         log(isLoggedIn);
     }
     void log(bool isIn)
@@ -73,8 +72,6 @@ public:
         }
         return users;
     }
-
-    QTemporaryDir directory;
 };
 
 } // namespace
@@ -84,156 +81,138 @@ class TestActingUser : public QObject
     Q_OBJECT
 
 private slots:
-    void rightsAreThoseOfTheTrigger_data();
-    void rightsAreThoseOfTheTrigger();
-    void closingIsOfTheTriggerToo();
-    void aLogInCountsForWhatFollowsInItsList();
-    void whatFollowsALogInWaitsForTheAnswer_data();
-    void whatFollowsALogInWaitsForTheAnswer();
-    void aLogOutTakesNothingFromItsList();
-    void gesturesOnOneNodeNeverMix();
-    void aHeldButtonIsReleasedByWhoPressed_data();
-    void aHeldButtonIsReleasedByWhoPressed();
-};
-
-void TestActingUser::rightsAreThoseOfTheTrigger_data()
-{
-    const Rows<unsigned, QString, QString> row("action", "done", "entry");
-    row("write", 40u, "1", "Запись");
-    row("script", 41u, "2", "Запись");
-    row("command", 42u, " running", "Команда «Пуск»");
-    row("open", 43u, " open", "открытие окна");
-}
-
-void TestActingUser::rightsAreThoseOfTheTrigger()
-{
-    QFETCH(unsigned, action);
-    QFETCH(QString, done);
-    QFETCH(QString, entry);
-    for (const bool isLoggedIn : {true, false}) {
-        Plant plant(isLoggedIn);
-        plant.push(action);
-        plant.log(!isLoggedIn); // before it runs
-        QTRY_VERIFY(!plant.usersOf(entry.toUtf8().constData()).isEmpty());
-        QCOMPARE(plant.usersOf(entry.toUtf8().constData()),
-                 QSet<QString>{isLoggedIn ? "anna" : ""});
-        QCOMPARE(plant.state(), isLoggedIn ? done : QString());
-        QTRY_COMPARE(visibleBoxes().size(), isLoggedIn ? 0 : 1);
+    void rightsAreThoseOfTheTrigger_data()
+    {
+        const Rows<unsigned, QString, QString> row("action", "done", "entry");
+        row("write", 40u, "1", "Запись");
+        row("script", 41u, "2", "Запись");
+        row("command", 42u, " running", "Команда «Пуск»");
+        row("open", 43u, " open", "открытие окна");
     }
-}
-
-void TestActingUser::closingIsOfTheTriggerToo()
-{
-    Plant plant(true);
-    plant.run(43);
-    plant.log(false);
-    plant.push(44);
-    plant.log(true);
-    plant.ran();
-    QCOMPARE(plant.openWindows(10), 1);
-    plant.push(44);
-    plant.log(false);
-    plant.ran();
-    QCOMPARE(plant.openWindows(10), 0);
-}
-
-void TestActingUser::aLogInCountsForWhatFollowsInItsList()
-{
-    Plant plant(false);
-    (void)plant.manager->PushActions({Nodes::NodeLink(45), Nodes::NodeLink(40)});
-    plant.ran();
-    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
-    QCOMPARE(plant.value(30), Nodes::SignalValue(1));
-}
-
-void TestActingUser::whatFollowsALogInWaitsForTheAnswer_data()
-{
-    const Rows<QString, QString, int> row("button", "user", "value");
-    row("logged in", "btnOk", "anna", 1);
-    row("cancelled", "btnCancel", "", 0);
-}
-
-void TestActingUser::whatFollowsALogInWaitsForTheAnswer()
-{
-    QFETCH(QString, button);
-    QFETCH(QString, user);
-    Plant plant(false);
-    QVERIFY(plant.node(30)->Start());
-    const WhenShown<AuthenticationWindow> operatorAsked([&](AuthenticationWindow &window) {
-        (void)plant.manager->PushAction(plant.node<Nodes::BasicAction>(49)); // holds up nobody else
-        QTRY_COMPARE(plant.usersOf("другое"), QSet<QString>{""});
-        QCOMPARE(plant.usersOf("Запись"), QSet<QString>());
-        QTest::mouseClick(window.findChild<QPushButton *>(button), Qt::LeftButton);
-    });
-    (void)plant.manager->PushActions({Nodes::NodeLink(48), Nodes::NodeLink(40)});
-    plant.ran();
-    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{user});
-    QTEST(plant.value(30).ToInt(), "value");
-}
-
-// What a press list that ends with it has started, the release list still has to stop.
-void TestActingUser::aLogOutTakesNothingFromItsList()
-{
-    Plant plant(true);
-    (void)plant.manager->PushActions({Nodes::NodeLink(47), Nodes::NodeLink(40)});
-    plant.ran();
-    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
-    QCOMPARE(plant.value(30), Nodes::SignalValue(1));
-    plant.run(46);
-    QCOMPARE(plant.value(30), Nodes::SignalValue(1));
-}
-
-void TestActingUser::gesturesOnOneNodeNeverMix()
-{
-    Plant plant(true);
-    QVector<qBasicAction *> made;
-    for (const int display : {1, 2}) {
-        ActionTrigger trigger = ActionManager::getInstance().triggerAt(nullptr, QPoint(display, 0));
-        trigger.display = display;
-        made += plant.manager->makeActions({Nodes::NodeLink(40)}, trigger);
+    void rightsAreThoseOfTheTrigger()
+    {
+        QFETCH(unsigned, action);
+        QFETCH(QString, done);
+        QFETCH(QString, entry);
+        for (const bool isLoggedIn : {true, false}) {
+            Plant plant(isLoggedIn);
+            plant.push(action);
+            plant.log(!isLoggedIn); // before it runs
+            QTRY_VERIFY(!plant.usersOf(entry.toUtf8().constData()).isEmpty());
+            QCOMPARE(plant.usersOf(entry.toUtf8().constData()),
+                     QSet<QString>{isLoggedIn ? "anna" : ""});
+            QCOMPARE(plant.state(), isLoggedIn ? done : QString());
+            QTRY_COMPARE(visibleBoxes().size(), isLoggedIn ? 0 : 1);
+        }
+    }
+    void closingIsOfTheTriggerToo()
+    {
+        Plant plant(true);
+        plant.run(43);
         plant.log(false);
+        plant.push(44);
+        plant.log(true);
+        plant.ran();
+        QCOMPARE(plant.openWindows(10), 1);
+        plant.push(44);
+        plant.log(false);
+        plant.ran();
+        QCOMPARE(plant.openWindows(10), 0);
     }
-    plant.node<Nodes::BasicAction>(40)->setCurrentDisplay(3);
-    QStringList seen;
-    for (const qBasicAction *action : qAsConst(made)) {
-        const ActionTrigger &trigger = action->trigger();
-        seen << QString("%1 %2 %3 %4")
-                    .arg(action->getNode()->currentDisplay())
-                    .arg(*trigger.display)
-                    .arg(trigger.point->x())
-                    .arg(QString::fromStdString(trigger.user->name));
+    void aLogInCountsForWhatFollowsInItsList()
+    {
+        Plant plant(false);
+        (void)plant.manager->PushActions({Nodes::NodeLink(45), Nodes::NodeLink(40)});
+        plant.ran();
+        QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
+        QCOMPARE(plant.value(30), Nodes::SignalValue(1));
     }
-    QCOMPARE(seen.join(", "), QString("1 1 1 anna, 2 2 2 "));
-    plant.manager->queue(made);
-    QTRY_COMPARE(plant.usersOf("Запись"), (QSet<QString>{"anna", ""}));
-}
-
-void TestActingUser::aHeldButtonIsReleasedByWhoPressed_data()
-{
-    const Rows<QString> row("end");
-    row("logged out, let go", "release");
-    row("logged out, kept on", "hold");
-    row("logged out, window gone", "destroy");
-}
-
-void TestActingUser::aHeldButtonIsReleasedByWhoPressed()
-{
-    QFETCH(QString, end);
-    Plant plant(true);
-    const QPointer<WindowBasic> window =
-        qobject_cast<WindowBasic *>(plant.manager->createWindow(plant.node(10), nullptr).widget);
-    window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window));
-    QTest::mousePress(window->viewport(), Qt::LeftButton, {}, {20, 20});
-    QTRY_COMPARE(plant.value(30), Nodes::SignalValue(1));
-    plant.node<Nodes::systemAuthentication>(21)->Logout("idle");
-    if (end == "release")
-        QTest::mouseRelease(window->viewport(), Qt::LeftButton, {}, {20, 20});
-    else if (end == "destroy")
-        delete window;
-    QTRY_COMPARE(plant.value(30), Nodes::SignalValue(3));
-    QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
-}
+    void whatFollowsALogInWaitsForTheAnswer_data()
+    {
+        const Rows<QString, QString, int> row("button", "user", "value");
+        row("logged in", "btnOk", "anna", 1);
+        row("cancelled", "btnCancel", "", 0);
+    }
+    void whatFollowsALogInWaitsForTheAnswer()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, user);
+        Plant plant(false);
+        QVERIFY(plant.node(30)->Start());
+        const WhenShown<AuthenticationWindow> operatorAsked([&](AuthenticationWindow &window) {
+            (void)plant.manager->PushAction(
+                plant.node<Nodes::BasicAction>(49)); // holds up nobody else
+            QTRY_COMPARE(plant.usersOf("другое"), QSet<QString>{""});
+            QCOMPARE(plant.usersOf("Запись"), QSet<QString>());
+            QTest::mouseClick(window.findChild<QPushButton *>(button), Qt::LeftButton);
+        });
+        (void)plant.manager->PushActions({Nodes::NodeLink(48), Nodes::NodeLink(40)});
+        plant.ran();
+        QCOMPARE(plant.usersOf("Запись"), QSet<QString>{user});
+        QTEST(plant.value(30).ToInt(), "value");
+    }
+    // What a press list that ends with it has started, the release list still has to stop.
+    void aLogOutTakesNothingFromItsList()
+    {
+        Plant plant(true);
+        (void)plant.manager->PushActions({Nodes::NodeLink(47), Nodes::NodeLink(40)});
+        plant.ran();
+        QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
+        QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+        plant.run(46);
+        QCOMPARE(plant.value(30), Nodes::SignalValue(1));
+    }
+    void gesturesOnOneNodeNeverMix()
+    {
+        Plant plant(true);
+        QVector<qBasicAction *> made;
+        for (const int display : {1, 2}) {
+            ActionTrigger trigger =
+                ActionManager::getInstance().triggerAt(nullptr, QPoint(display, 0));
+            trigger.display = display;
+            made += plant.manager->makeActions({Nodes::NodeLink(40)}, trigger);
+            plant.log(false);
+        }
+        plant.node<Nodes::BasicAction>(40)->setCurrentDisplay(3);
+        QStringList seen;
+        for (const qBasicAction *action : qAsConst(made)) {
+            const ActionTrigger &trigger = action->trigger();
+            seen << QString("%1 %2 %3 %4")
+                        .arg(action->getNode()->currentDisplay())
+                        .arg(*trigger.display)
+                        .arg(trigger.point->x())
+                        .arg(QString::fromStdString(trigger.user->name));
+        }
+        QCOMPARE(seen.join(", "), QString("1 1 1 anna, 2 2 2 "));
+        plant.manager->queue(made);
+        QTRY_COMPARE(plant.usersOf("Запись"), (QSet<QString>{"anna", ""}));
+    }
+    void aHeldButtonIsReleasedByWhoPressed_data()
+    {
+        const Rows<QString> row("end");
+        row("logged out, let go", "release");
+        row("logged out, kept on", "hold");
+        row("logged out, window gone", "destroy");
+    }
+    void aHeldButtonIsReleasedByWhoPressed()
+    {
+        QFETCH(QString, end);
+        Plant plant(true);
+        const QPointer<WindowBasic> window = qobject_cast<WindowBasic *>(
+            plant.manager->createWindow(plant.node(10), nullptr).widget);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        QTest::mousePress(window->viewport(), Qt::LeftButton, {}, {20, 20});
+        QTRY_COMPARE(plant.value(30), Nodes::SignalValue(1));
+        plant.node<Nodes::systemAuthentication>(21)->Logout("idle");
+        if (end == "release")
+            QTest::mouseRelease(window->viewport(), Qt::LeftButton, {}, {20, 20});
+        else if (end == "destroy")
+            delete window;
+        QTRY_COMPARE(plant.value(30), Nodes::SignalValue(3));
+        QCOMPARE(plant.usersOf("Запись"), QSet<QString>{"anna"});
+    }
+};
 
 QTEST_MAIN(TestActingUser)
 #include "tst_acting_user.moc"

@@ -9,8 +9,6 @@
 #include "nodes/model/links/ResourceLink.h"
 #include "nodes/timers/operationTimer.h"
 
-#include <QTemporaryDir>
-
 using namespace Widgets;
 
 namespace {
@@ -54,7 +52,6 @@ public:
     explicit Station(bool hasUsers = false)
         : project(QString(station).arg(hasUsers ? noRights : "").toUtf8().constData())
     {
-        project.core.SetDataDirectory(directory.path().toStdString());
         QVERIFY(project.core.Start());
     }
     ~Station()
@@ -63,7 +60,6 @@ public:
         project.core.Stop();
     }
 
-    QTemporaryDir directory;
     RuntimeProject project;
     MessageBoxes boxes;
 };
@@ -210,8 +206,8 @@ private slots:
             station.project.run(action);
         QCOMPARE(station.project.journalled("silent: Нет звукового файла «no.wav»"), 1);
         QCOMPARE(station.project.journalled("outside: Нет звукового файла"), 1);
-        Nodes::ResourceLink::SetBaseDirectory(station.directory.path().toStdString());
-        QFile file(station.directory.filePath("no.wav"));
+        Nodes::ResourceLink::SetBaseDirectory(station.project.data.path().toStdString());
+        QFile file(station.project.data.filePath("no.wav"));
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.close();
         station.project.run(

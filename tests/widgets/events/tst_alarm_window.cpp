@@ -22,7 +22,6 @@
 #include <QHeaderView>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTemporaryDir>
 
 #include <thread>
 
@@ -46,11 +45,9 @@ struct Plant
     explicit Plant(const char *settings = "", const char *columns = "", const char *users = "")
         : project(QString(plant).arg(settings, columns, users).toUtf8().constData())
     {
-        QFile sound(directory.filePath("a.wav"));
+        QFile sound(project.data.filePath("a.wav"));
         QVERIFY(sound.open(QIODevice::WriteOnly));
-        Nodes::ResourceLink::SetBaseDirectory(directory.path().toStdString());
-        project.core.SetDataDirectory(directory.path().toStdString());
-        QFile::remove(window().settingsPath());
+        Nodes::ResourceLink::SetBaseDirectory(project.data.path().toStdString());
     }
     ~Plant()
     {
@@ -120,7 +117,6 @@ struct Plant
     }
 
     mutable Nodes::Timestamp lastTime = 1700000000000000;
-    QTemporaryDir directory;
     RuntimeProject project;
 };
 
@@ -303,7 +299,7 @@ private slots:
     {
         Plant plant;
         plant.start();
-        const QStringList file(plant.directory.filePath("a.wav"));
+        const QStringList file(plant.project.data.filePath("a.wav"));
         plant.receive(AlarmState::ActiveUnacked, 34); // its file does not exist
         plant.receive(AlarmState::ActiveUnacked);
         QCOMPARE(plant.role(0, ModelAlarms::SoundStateRole).toInt(), int(SoundPlaying));

@@ -7,7 +7,6 @@
 
 #include <QAbstractButton>
 #include <QMessageBox>
-#include <QTemporaryDir>
 #include <QToolButton>
 
 #include <qpa/qwindowsysteminterface.h>
@@ -55,9 +54,7 @@ void EndRequestTest::closingAFrameEndsTheStation()
     QFETCH(QString, frame);
     QFETCH(QString, how);
     QFETCH(int, answer);
-    const QTemporaryDir directory;
     RuntimeProject project(station);
-    project.core.SetDataDirectory(directory.path().toStdString());
     QVERIFY(project.core.Start());
     project.manager->Start();
     if (answer != QMessageBox::NoButton)
@@ -99,9 +96,7 @@ void EndRequestTest::closingAFrameEndsTheStation()
 
 void EndRequestTest::theEndItselfIsNoRequest()
 {
-    const QTemporaryDir directory;
     RuntimeProject project(station);
-    project.core.SetDataDirectory(directory.path().toStdString());
     QVERIFY(project.core.Start());
     project.manager->Start();
     project.manager->finishActions(100);
