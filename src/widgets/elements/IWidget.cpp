@@ -1,6 +1,9 @@
 #include "widgets/elements/IWidget.h"
 
-#include "nodes/visual/BasicWidget.h"
+#include "widgets/elements/binding/PropertyBindings.h"
+
+#include "nodes/visual/elements/BasicFramedWidget.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <utility>
 
@@ -21,4 +24,28 @@ void IWidget::setActive(bool on)
     if (Nodes::BasicWidget *node = m_node.unchecked())
         (void)(on ? node->Start() : node->Stop());
     onActive(on);
+}
+
+const Widgets::PropertyBindings &IWidget::bindings() const
+{
+    return Widgets::PropertyBindings::ofEveryElement;
+}
+
+bool IWidget::takeOver(const Nodes::BasicWidget &node, const Nodes::BasicProperty *property)
+{
+    const Widgets::Then then = bindings().take(*this, node, property);
+    if (then == Widgets::Then::Value)
+        onValueUpdated(Nodes::SignalValue());
+    return then != Widgets::Then::Nothing;
+}
+
+void IWidget::takeBorder(const Nodes::BasicFramedWidget &node)
+{
+    m_borderWidth = node.GetBorderWidth();
+    m_borderColor = Utils::NColorToQColor(node.GetBorderColor());
+}
+
+void IWidget::takeBackground(const Nodes::BasicFramedWidget &node)
+{
+    m_backgroundColor = Utils::NColorToQColor(node.GetBackgroundColor());
 }

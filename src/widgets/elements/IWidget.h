@@ -8,10 +8,28 @@
 #include <QColor>
 
 namespace Nodes {
+class BasicFramedWidget;
 class BasicProperty;
 class BasicWidget;
 class SignalValue;
 } // namespace Nodes
+
+namespace Widgets {
+class PropertyBindings;
+}
+
+/// Signals of IWidget, which Qt's compiler wants in the class of the widget itself; and its slots.
+/// What follows needs its own access.
+#define ELEMENT_SIGNALS                                                                            \
+signals:                                                                                           \
+    void valueUpdated(Nodes::SignalValue value) override;                                          \
+    void updateProperty(Nodes::BasicProperty *property) override;                                  \
+    void isActiveChanged(bool on) override;
+#define ELEMENT_SIGNALS_AND_SLOTS                                                                  \
+    ELEMENT_SIGNALS                                                                                \
+public slots:                                                                                      \
+    void onValueUpdated(Nodes::SignalValue value) override;                                        \
+    void onUpdateProperties(Nodes::BasicProperty *property) override;
 
 /// Base that every visual element carries beside its Qt widget: ties it to its configuration node
 /// and switches it between active and inactive. While inactive, an element ignores every change of
@@ -42,6 +60,9 @@ public:
     // Behind the operations, whose places hosts rely on: the slot comes first.
     virtual ~IWidget();
 
+    /// What a change of each property of the node does to this element.
+    virtual const Widgets::PropertyBindings &bindings() const;
+
     bool isActive() const { return m_isActive; }
     /// On a change: stores it, tells isActiveChanged, starts or stops the node, calls onActive. The
     /// node has to exist still, in its tree or just taken out of it.
@@ -56,6 +77,13 @@ public:
     bool isEditor() const { return m_context->isEditor(); }
 
 protected:
+    /// Takes over that property of the node, all for null, by the bindings, and shows the value
+    /// anew where that is called for. True when the element is to be painted then.
+    [[nodiscard]] bool takeOver(const Nodes::BasicWidget &node,
+                                const Nodes::BasicProperty *property);
+    void takeBorder(const Nodes::BasicFramedWidget &node);
+    void takeBackground(const Nodes::BasicFramedWidget &node);
+
     bool m_isActive = false;
     Utils::WatchedNode<Nodes::BasicWidget> m_node;
     QColor m_backgroundColor = Qt::white;

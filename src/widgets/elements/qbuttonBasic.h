@@ -46,14 +46,9 @@ public:
     /// Null while the application's style is used.
     const QStyle *ownStyle() const { return m_ownStyle.get(); }
 
-signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
+    const PropertyBindings &bindings() const override;
 
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-    void onUpdateProperties(Nodes::BasicProperty *property) override;
+    ELEMENT_SIGNALS_AND_SLOTS
 
 protected:
     void onActive(bool on) override;
@@ -69,10 +64,12 @@ protected:
     void drawRotatedText(QPainter *painter, float angle, int cx, int cy, QString const &text);
 
 private:
-    void applyStyle(int code);
-    void applySheet(int styleCode);
-    void applyAlignment();
-    void applyPicture();
+    void applyStyle(const Nodes::widgetButton &button);
+    void applySheet(const Nodes::widgetButton &button);
+    void applyAlignment(const Nodes::widgetButton &button);
+    void takeText(const Nodes::widgetButton &button);
+    void applyPicture(const Nodes::widgetButton &button);
+    void applyFlat(const Nodes::widgetButton &button);
     void fitIcon();
     void onPressed();
     void onReleased();

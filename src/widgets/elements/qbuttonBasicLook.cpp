@@ -1,11 +1,11 @@
 // How a button takes its looks from its node.
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/elements/pictures/PictureDecoder.h"
 #include "widgets/elements/pictures/PictureIcon.h"
 #include "widgets/elements/qbuttonBasic.h"
 
-#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/elements/widgetButton.h"
 #include "utils/convert/ValueConversions.h"
 
@@ -41,29 +41,52 @@ const char *styleName(int code)
 
 } // namespace
 
-void qbuttonBasic::onUpdateProperties(Nodes::BasicProperty *property)
+const PropertyBindings &qbuttonBasic::bindings() const
 {
-    if (!m_button)
-        return;
-    if (property && widgetButton::Prop::Has(property->GetValueId())) {
-        setGeometry(Utils::NRectToQRect(m_button->GetGeometry()));
-        return;
-    }
-    applyStyle(m_button->GetStyle());
-    applyAlignment();
-    setFont(Utils::NFontToQFont(m_button->GetFont()));
-    m_textColor = Utils::NColorToQColor(m_button->GetTextColor());
-    applySheet(m_button->GetStyle());
-    applyPicture();
-    // Most styles draw their panel opaque, whatever the colour; a flat button has none until it is
-    // pressed.
-    setFlat(m_button->isDisabled() || m_button->GetStyle() == widgetButton::StyleTransparent);
-    onValueUpdated(Nodes::SignalValue());
-    update();
+    using Prop = widgetButton::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<qbuttonBasic>(Then::Nothing),
+        PropertyRow::takes<&qbuttonBasic::applyStyle>(Then::Repaint, Prop::Style),
+        PropertyRow::takes<&qbuttonBasic::applyAlignment>(Then::Repaint, Prop::Align, Prop::Valign),
+        PropertyRow::takes<&qbuttonBasic::takeText>(Then::Repaint, Prop::FontFamily, Prop::FontSize,
+                                                    Prop::Bold, Prop::Italic, Prop::Underline,
+                                                    Prop::StrikeOut, Prop::Color),
+        PropertyRow::takes<&qbuttonBasic::applySheet>(Then::Repaint, Prop::Style, Prop::Align,
+                                                      Prop::Valign, Prop::Background),
+        PropertyRow::takes<&qbuttonBasic::applyPicture>(Then::Repaint, Prop::Image),
+        PropertyRow::takes<&qbuttonBasic::applyFlat>(Then::Repaint, Prop::Style, Prop::Disabled),
+        PropertyRow::only(Then::Repaint, Prop::Angle),
+        PropertyRow::only(Then::Value, Prop::Signal, Prop::Text, Prop::OnText, Prop::OffText),
+        // The lists are read when they are run, the key when the button is made.
+        PropertyRow::only(Then::Nothing, Prop::PressActions, Prop::ReleaseActions, Prop::HotKey),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
 }
 
-void qbuttonBasic::applyStyle(int code)
+void qbuttonBasic::onUpdateProperties(Nodes::BasicProperty *property)
 {
+    const widgetButton *button = m_button.get();
+    if (button && takeOver(*button, property))
+        update();
+}
+
+void qbuttonBasic::takeText(const widgetButton &button)
+{
+    setFont(Utils::NFontToQFont(button.GetFont()));
+    m_textColor = Utils::NColorToQColor(button.GetTextColor());
+}
+
+// Most styles draw their panel opaque, whatever the colour; a flat button has none until it is
+// pressed.
+void qbuttonBasic::applyFlat(const widgetButton &button)
+{
+    setFlat(button.isDisabled() || button.GetStyle() == widgetButton::StyleTransparent);
+}
+
+void qbuttonBasic::applyStyle(const widgetButton &button)
+{
+    const int code = button.GetStyle();
     const bool isKnown =
         code >= widgetButton::StyleApplication && code <= widgetButton::StyleTransparent;
     if (!isKnown || code == m_styleCode)
@@ -76,10 +99,10 @@ void qbuttonBasic::applyStyle(int code)
     m_ownStyle = std::move(own);
 }
 
-void qbuttonBasic::applyAlignment()
+void qbuttonBasic::applyAlignment(const widgetButton &button)
 {
-    const Qt::Alignment flags = Utils::NAligmentToQtAligment(m_button->GetHorizontalAlignment(),
-                                                             m_button->GetVerticalAlignment());
+    const Qt::Alignment flags = Utils::NAligmentToQtAligment(button.GetHorizontalAlignment(),
+                                                             button.GetVerticalAlignment());
     m_alignmentFlags = int(flags);
     m_alignmentWords = flags & Qt::AlignLeft    ? QStringLiteral("left ")
                        : flags & Qt::AlignRight ? QStringLiteral("right ")
@@ -89,24 +112,24 @@ void qbuttonBasic::applyAlignment()
                                                   : QStringLiteral("center");
 }
 
-void qbuttonBasic::applySheet(int styleCode)
+void qbuttonBasic::applySheet(const widgetButton &button)
 {
-    const bool isTransparent = styleCode == widgetButton::StyleTransparent;
+    const bool isTransparent = button.GetStyle() == widgetButton::StyleTransparent;
     QString sheet;
     if (isTransparent)
         sheet = QStringLiteral("background-color: rgba(255, 255, 255, 0);");
     sheet += QStringLiteral("text-align:%1;").arg(m_alignmentWords);
     if (!isTransparent)
         sheet += QStringLiteral("background-color: rgba(%1);")
-                     .arg(QString::fromStdString(m_button->GetBackgroundColor().ToString(true)));
+                     .arg(QString::fromStdString(button.GetBackgroundColor().ToString(true)));
     // Parsing a sheet and polishing after it is dear.
     if (sheet != styleSheet())
         setStyleSheet(sheet);
 }
 
-void qbuttonBasic::applyPicture()
+void qbuttonBasic::applyPicture(const widgetButton &button)
 {
-    const Nodes::ResourceLink &link = m_button->GetImage();
+    const Nodes::ResourceLink &link = button.GetImage();
     m_isPictureMissing = false;
     if (link.GetFilePath().empty())
         return; // the icon stays
@@ -114,7 +137,7 @@ void qbuttonBasic::applyPicture()
     const QImage *image = ImageCachingManager::getInstance().getImage(resource);
     m_isPictureMissing = !image || image->isNull();
     if (m_isPictureMissing) {
-        MissingPicture::report(context(), *m_button, link);
+        MissingPicture::report(context(), button, link);
         return;
     }
     if (resource == m_resource)

@@ -3,7 +3,6 @@
 #include "widgets/elements/binding/ElementTooltip.h"
 
 #include "nodes/visual/BasicWidget.h"
-#include "utils/convert/MetaTypes.h"
 #include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
@@ -17,32 +16,14 @@ qlabelBasic::qlabelBasic(Nodes::BasicWidget *node, QWidget *parent, const SceneC
         setAcceptDrops(true);
     if (m_node)
         setGeometry(Utils::NRectToQRect(m_node->GetGeometry()));
-    bind();
+    m_binding.bind(this, m_node.get());
 }
 
 qlabelBasic::~qlabelBasic() = default;
 
-void qlabelBasic::bind()
-{
-    Utils::NodeRelay::Handlers handlers;
-    handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
-    Nodes::BasicWidget *node = m_node.get();
-    handlers.valueChanged = [this, node] { emit valueUpdated(node->GetValue()); };
-    m_relay.connect(node, std::move(handlers));
-}
-
 void qlabelBasic::onActive(bool on)
 {
-    if (!on) {
-        disconnect(this, &qlabelBasic::updateProperty, this, &qlabelBasic::onUpdateProperties);
-        disconnect(this, &qlabelBasic::valueUpdated, this, &qlabelBasic::onValueUpdated);
-        return;
-    }
-    connect(this, &qlabelBasic::updateProperty, this, &qlabelBasic::onUpdateProperties,
-            Qt::UniqueConnection);
-    connect(this, &qlabelBasic::valueUpdated, this, &qlabelBasic::onValueUpdated,
-            Qt::UniqueConnection);
-    onUpdateProperties(nullptr);
+    ElementBinding::setConnected(this, on);
 }
 
 void qlabelBasic::mousePressEvent(QMouseEvent *event)

@@ -2,9 +2,9 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/elements/IWidget.h"
+#include "widgets/elements/binding/ElementBinding.h"
 
 #include "nodes/values/SignalValue.h"
-#include "utils/relay/NodeRelay.h"
 
 #include <QLabel>
 
@@ -22,10 +22,7 @@ public:
 
     const QString &labelText() const { return m_labelText; }
 
-signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
+    ELEMENT_SIGNALS
 
 public slots:
     void onValueUpdated(Nodes::SignalValue value) override = 0;
@@ -40,9 +37,7 @@ protected:
     QString m_labelText;
 
 private:
-    void bind();
-
-    Utils::NodeRelay m_relay;
+    ElementBinding m_binding;
 };
 
 } // namespace Widgets

@@ -1,6 +1,7 @@
 #include "widgets/elements/qwidgetBargraph.h"
 
 #include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/painting/BargraphPainter.h"
 #include "widgets/elements/painting/ElementPainting.h"
 
@@ -36,25 +37,52 @@ void qwidgetBargraph::onActive(bool on)
     ElementBinding::setConnected(this, on);
 }
 
-void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *)
+const PropertyBindings &qwidgetBargraph::bindings() const
 {
-    if (!m_bargraph)
-        return;
-    m_alarms.setSignals({m_bargraph->GetSignal()});
-    m_borderWidth = m_bargraph->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(m_bargraph->GetBorderColor());
-    m_backgroundColor = Utils::NColorToQColor(m_bargraph->GetBackgroundColor());
-    setGeometry(Utils::NRectToQRect(m_bargraph->GetGeometry()));
-    m_look->isVertical = m_bargraph->GetOrientation() == Nodes::widgetBargraph::Vertical;
-    m_look->minimum = m_bargraph->GetMinimum();
-    m_look->maximum = m_bargraph->GetMaximum();
-    m_look->zones = m_bargraph->GetZones();
-    m_look->hasScale = m_bargraph->GetShowScale();
-    m_look->font = Utils::NFontToQFont(m_bargraph->GetFont());
-    m_look->textColor = Utils::NColorToQColor(m_bargraph->GetTextColor());
-    m_look->barColor = Utils::NColorToQColor(m_bargraph->GetBarColor());
-    takeValue(Nodes::SignalValue());
-    DirectPainting::repaint(*this);
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<qwidgetBargraph>(Then::Repaint),
+        PropertyRow::takes<&qwidgetBargraph::takeBorder>(Then::Repaint, Prop::BorderColor,
+                                                         Prop::BorderWidth),
+        PropertyRow::takes<&qwidgetBargraph::takeBackground>(Then::Repaint, Prop::Background),
+        PropertyRow::takes<&qwidgetBargraph::takeText>(
+            Then::Repaint, Prop::FontFamily, Prop::FontSize, Prop::Bold, Prop::Italic,
+            Prop::Underline, Prop::StrikeOut, Prop::Color),
+        PropertyRow::takes<&qwidgetBargraph::takeScale>(
+            Then::Value, Prop::Signal, Prop::Orientation, Prop::Minimum, Prop::Maximum, Prop::Scale,
+            Prop::BarColor, Prop::Zones, Prop::LowLow, Prop::Low, Prop::High, Prop::HighHigh),
+        PropertyRow::only(Then::Value, Prop::Value, Prop::SetPoint),
+        PropertyRow::only(Then::Repaint, Prop::Disabled),
+        // The scale, not the project, places the number.
+        PropertyRow::only(Then::Nothing, Prop::Align, Prop::Valign),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
+}
+
+void qwidgetBargraph::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    const Nodes::widgetBargraph *bargraph = m_bargraph.get();
+    if (bargraph && takeOver(*bargraph, property))
+        DirectPainting::repaint(*this);
+}
+
+void qwidgetBargraph::takeText(const Nodes::widgetBargraph &bargraph)
+{
+    m_look->font = Utils::NFontToQFont(bargraph.GetFont());
+    m_look->textColor = Utils::NColorToQColor(bargraph.GetTextColor());
+}
+
+// Ends and zones that are not the bargraph's own are the signal's.
+void qwidgetBargraph::takeScale(const Nodes::widgetBargraph &bargraph)
+{
+    m_alarms.setSignals({bargraph.GetSignal()});
+    m_look->isVertical = bargraph.GetOrientation() == Nodes::widgetBargraph::Vertical;
+    m_look->minimum = bargraph.GetMinimum();
+    m_look->maximum = bargraph.GetMaximum();
+    m_look->zones = bargraph.GetZones();
+    m_look->hasScale = bargraph.GetShowScale();
+    m_look->barColor = Utils::NColorToQColor(bargraph.GetBarColor());
 }
 
 void qwidgetBargraph::takeValue(const Nodes::SignalValue &handed)

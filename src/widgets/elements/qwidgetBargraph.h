@@ -38,14 +38,9 @@ public:
     QString shownText() const override;
     void paintDirectly(QPainter &painter) override;
 
-signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
+    const PropertyBindings &bindings() const override;
 
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-    void onUpdateProperties(Nodes::BasicProperty *property) override;
+    ELEMENT_SIGNALS_AND_SLOTS
 
 protected:
     void onActive(bool on) override;
@@ -53,6 +48,8 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void takeText(const Nodes::widgetBargraph &bargraph);
+    void takeScale(const Nodes::widgetBargraph &bargraph);
     void takeValue(const Nodes::SignalValue &handed);
 
     Utils::WatchedNode<Nodes::widgetBargraph> m_bargraph; ///< null also for another class

@@ -1,6 +1,7 @@
 #include "widgets/elements/qwidgetCheckBox.h"
 
 #include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/pictures/ImageCachingManager.h"
@@ -8,7 +9,6 @@
 
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
-#include "utils/convert/ValueConversions.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -63,22 +63,32 @@ void qwidgetCheckBox::onActive(bool on)
     ElementBinding::setConnected(this, on);
 }
 
-void qwidgetCheckBox::onUpdateProperties(Nodes::BasicProperty *)
+const PropertyBindings &qwidgetCheckBox::bindings() const
 {
-    if (!m_checkBox)
-        return;
-    m_borderWidth = m_checkBox->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(m_checkBox->GetFrameColor());
-    m_backgroundColor = Utils::NColorToQColor(m_checkBox->GetBackgroudColor());
-    setGeometry(Utils::NRectToQRect(m_checkBox->GetGeometry()));
-    takeImage();
-    onValueUpdated(Nodes::SignalValue());
-    update();
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<qwidgetCheckBox>(Then::Repaint),
+        PropertyRow::takes<&qwidgetCheckBox::takeBorder>(Then::Repaint, Prop::BorderColor,
+                                                         Prop::BorderWidth),
+        PropertyRow::takes<&qwidgetCheckBox::takeBackground>(Then::Repaint, Prop::Background),
+        PropertyRow::takes<&qwidgetCheckBox::takeImage>(Then::Repaint, Prop::Image),
+        PropertyRow::only(Then::Repaint, Prop::Disabled),
+        PropertyRow::only(Then::Value, Prop::Signal),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
 }
 
-void qwidgetCheckBox::takeImage()
+void qwidgetCheckBox::onUpdateProperties(Nodes::BasicProperty *property)
 {
-    const Nodes::ResourceLink &link = m_checkBox->GetImage();
+    const Nodes::widgetCheckBox *checkBox = m_checkBox.get();
+    if (checkBox && takeOver(*checkBox, property))
+        update();
+}
+
+void qwidgetCheckBox::takeImage(const Nodes::widgetCheckBox &checkBox)
+{
+    const Nodes::ResourceLink &link = checkBox.GetImage();
     m_image = nullptr;
     if (link.GetFilePath().empty())
         return;
@@ -87,7 +97,7 @@ void qwidgetCheckBox::takeImage()
     if (m_image && !m_image->isNull())
         return;
     m_image = nullptr; // the default mark stands in: the state must be seen
-    MissingPicture::report(context(), *m_checkBox, link);
+    MissingPicture::report(context(), checkBox, link);
 }
 
 void qwidgetCheckBox::show(int state)

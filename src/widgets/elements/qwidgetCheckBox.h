@@ -33,14 +33,9 @@ public:
 
     QString shownText() const override;
 
-signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
+    const PropertyBindings &bindings() const override;
 
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-    void onUpdateProperties(Nodes::BasicProperty *property) override;
+    ELEMENT_SIGNALS_AND_SLOTS
 
 protected:
     void onActive(bool on) override;
@@ -55,7 +50,7 @@ private:
     void onStateChanged(int state);
     bool isKnown() const;
     void show(int state);
-    void takeImage();
+    void takeImage(const Nodes::widgetCheckBox &checkBox);
     void drawMark(QPainter &painter, const QRect &inner) const;
 
     Utils::WatchedNode<Nodes::widgetCheckBox> m_checkBox; ///< null also for another class

@@ -2,10 +2,10 @@
 
 #include "widgets/context/ActionSink.h"
 #include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/painting/ElementPainting.h"
 
-#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/visual/elements/widgetComboBox.h"
 #include "utils/convert/ValueConversions.h"
@@ -87,55 +87,71 @@ void qwidgetComboBox::onActive(bool on)
     ElementBinding::setConnected(this, on);
 }
 
-void qwidgetComboBox::onUpdateProperties(Nodes::BasicProperty *property)
+const PropertyBindings &qwidgetComboBox::bindings() const
 {
-    if (!m_comboBox)
-        return;
-    const unsigned id = property ? property->GetValueId() : 0;
-    if (id == Nodes::widgetComboBox::Prop::Index) {
-        // At run time it is the last choice, already shown; the device may not have it yet.
-        if (!isRuntime())
-            selectShown();
-        return;
-    }
-    setGeometry(Utils::NRectToQRect(m_comboBox->GetGeometry()));
-    if (Nodes::GeometryProp::Has(id))
-        return;
-    applyStyle();
-    applyItems();
-    selectShown();
-    update();
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<qwidgetComboBox>(Then::Nothing),
+        PropertyRow::takes<&qwidgetComboBox::applyStyle>(
+            Then::Repaint, Prop::PopupUp, Prop::BorderColor, Prop::BorderWidth, Prop::Background,
+            Prop::Color, Prop::SelectionColor, Prop::FontFamily, Prop::FontSize, Prop::Bold,
+            Prop::Italic, Prop::Underline, Prop::StrikeOut, Prop::Align, Prop::Valign),
+        PropertyRow::takes<&qwidgetComboBox::applyItems>(
+            Then::Repaint, Prop::Signal, Prop::Background, Prop::Align, Prop::Valign),
+        PropertyRow::takes<&qwidgetComboBox::takeIndex>(Then::Nothing, Prop::Index),
+        PropertyRow::only(Then::Repaint, Prop::Disabled),
+        // Read when the operator chooses
+        PropertyRow::only(Then::Nothing, Prop::Targets, Prop::Confirm, Prop::EditTimeout),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
 }
 
-void qwidgetComboBox::applyStyle()
+void qwidgetComboBox::onUpdateProperties(Nodes::BasicProperty *property)
 {
-    m_alignment = Utils::NAligmentToQtAligment(m_comboBox->GetHorizontalAlignment(),
-                                               m_comboBox->GetVerticalAlignment());
+    const Nodes::widgetComboBox *comboBox = m_comboBox.get();
+    if (comboBox && takeOver(*comboBox, property))
+        update();
+}
+
+// At run time it is the last choice, already shown; the device may not have it yet.
+void qwidgetComboBox::takeIndex(const Nodes::widgetComboBox &)
+{
+    if (!isRuntime())
+        selectShown();
+}
+
+void qwidgetComboBox::applyStyle(const Nodes::widgetComboBox &comboBox)
+{
+    m_alignment = Utils::NAligmentToQtAligment(comboBox.GetHorizontalAlignment(),
+                                               comboBox.GetVerticalAlignment());
     lineEdit()->setAlignment(m_alignment);
-    setStyleSheet(styleSheetOf(*m_comboBox));
+    setStyleSheet(styleSheetOf(comboBox));
     // Under a style sheet the parts do not inherit it on every platform.
-    const QFont font = Utils::NFontToQFont(m_comboBox->GetFont());
+    const QFont font = Utils::NFontToQFont(comboBox.GetFont());
     setFont(font);
     lineEdit()->setFont(font);
     view()->setFont(font);
     QPalette colors = view()->palette();
-    colors.setColor(QPalette::Highlight, Utils::NColorToQColor(m_comboBox->GetSelectionColor()));
-    colors.setColor(QPalette::HighlightedText, Utils::NColorToQColor(m_comboBox->GetTextColor()));
+    colors.setColor(QPalette::Highlight, Utils::NColorToQColor(comboBox.GetSelectionColor()));
+    colors.setColor(QPalette::HighlightedText, Utils::NColorToQColor(comboBox.GetTextColor()));
     view()->setPalette(colors);
 }
 
-void qwidgetComboBox::applyItems()
+void qwidgetComboBox::applyItems(const Nodes::widgetComboBox &comboBox)
 {
-    const QSignalBlocker blocker(this); // rebuilding the list is no choice of the operator's
+    QSignalBlocker blocker(this); // rebuilding the list is no choice of the operator's
     const QSize row(width(), qMax(height(), touchHeight));
-    const QColor background = Utils::NColorToQColor(m_comboBox->GetBackgroundColor());
+    const QColor background = Utils::NColorToQColor(comboBox.GetBackgroundColor());
     clear();
-    for (const auto &[text, value] : m_comboBox->GetItems()) {
+    for (const auto &[text, value] : comboBox.GetItems()) {
         addItem(QString::fromStdString(text), QVariant::fromValue(value));
         setItemData(count() - 1, row, Qt::SizeHintRole);
         setItemData(count() - 1, background, Qt::BackgroundRole);
         setItemData(count() - 1, int(m_alignment), Qt::TextAlignmentRole);
     }
+    blocker.unblock();
+    selectShown();
 }
 
 void qwidgetComboBox::selectShown()

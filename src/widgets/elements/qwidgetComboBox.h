@@ -42,14 +42,9 @@ public:
     void hidePopup() override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
+    const PropertyBindings &bindings() const override;
 
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-    void onUpdateProperties(Nodes::BasicProperty *property) override;
+    ELEMENT_SIGNALS_AND_SLOTS
 
 protected slots:
     /// The operator chose: asks where configured, writes, goes back where that is refused.
@@ -74,8 +69,10 @@ private:
     void restartLimit();
     void onTimeLimit();
     void UpdateNodePropertyCurrentIndex(int index);
-    void applyStyle();
-    void applyItems();
+    void applyStyle(const Nodes::widgetComboBox &comboBox);
+    /// Fills the list and shows what is chosen of it.
+    void applyItems(const Nodes::widgetComboBox &comboBox);
+    void takeIndex(const Nodes::widgetComboBox &comboBox);
     void select(int index);
     void selectShown();
     Outcome writeAll(int index, const Nodes::SignalValue &value);

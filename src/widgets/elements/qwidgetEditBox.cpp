@@ -3,6 +3,8 @@
 // qwidgetEditBoxValue.cpp, painting in qwidgetEditBoxLook.cpp.
 #include "widgets/elements/qwidgetEditBox.h"
 
+#include "widgets/elements/binding/PropertyBindings.h"
+
 #include "nodes/model/services/AccessCheck.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
@@ -76,35 +78,71 @@ QString qwidgetEditBox::shownText() const
     return m_quality == Nodes::Quality::Bad ? QLatin1String(Nodes::NoValueText) : text;
 }
 
-void qwidgetEditBox::onUpdateProperties(Nodes::BasicProperty *)
+const PropertyBindings &qwidgetEditBox::bindings() const
 {
-    if (!m_editBox)
-        return;
-    m_font = Utils::NFontToQFont(m_editBox->GetFont());
-    m_alignment = Utils::NAligmentToQtAligment(m_editBox->GetHorizontalAlignment(),
-                                               m_editBox->GetVerticalAlignment());
-    setAlignment(m_alignment);
-    m_textColor = Utils::NColorToQColor(m_editBox->GetTextColor());
-    m_geometry = Utils::NRectToQRect(m_editBox->GetGeometry());
-    const Nodes::enSignalValueType type = m_editBox->GetValueType();
-    m_hasStepButtons = m_editBox->GetShowStepButtons() && isNumeric(type);
-    m_hasKeyboardButton = m_editBox->GetShowKeyboardButton() && isNumeric(type);
-    m_opensKeyboard = m_editBox->GetKeyboardOnClick();
-    applyValidator();
-    setGeometry(m_geometry);
-    setFont(getCurrentFont());
-    applyFrame();
-    resizeButtons();
-    updateButtons();
-    onValueUpdated(Nodes::SignalValue());
-    update();
+    using Prop = Node::Prop;
+    // What is typed stands beside the value: whatever changes a size, a font or a text of one of
+    // them lays out both anew.
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::takes<&qwidgetEditBox::takePlace>(Then::Value, Prop::X, Prop::Y, Prop::Width,
+                                                       Prop::Height),
+        PropertyRow::takes<&qwidgetEditBox::takeText>(
+            Then::Value, Prop::Signal, Prop::FontFamily, Prop::FontSize, Prop::Bold, Prop::Italic,
+            Prop::Underline, Prop::StrikeOut, Prop::Align, Prop::Valign, Prop::WriteFont,
+            Prop::WriteFontFamily, Prop::WriteFontSize, Prop::WriteBold, Prop::WriteItalic),
+        PropertyRow::takes<&qwidgetEditBox::applyFrame>(
+            Then::Repaint, Prop::BorderColor, Prop::BorderWidth, Prop::Background, Prop::Color),
+        PropertyRow::takes<&qwidgetEditBox::takeButtons>(
+            Then::Value, Prop::Signal, Prop::Type, Prop::StepButtons, Prop::KeyboardButton,
+            Prop::KeyboardOnClick, Prop::X, Prop::Y, Prop::Width, Prop::Height, Prop::BorderWidth),
+        PropertyRow::takes<&qwidgetEditBox::applyValidator>(Then::Value, Prop::Signal, Prop::Type,
+                                                            Prop::Limits, Prop::Minimum,
+                                                            Prop::Maximum, Prop::Step),
+        PropertyRow::only(Then::Repaint, Prop::Angle, Prop::Disabled),
+        // Read when the operator types
+        PropertyRow::only(Then::Nothing, Prop::Confirm, Prop::CheckRights, Prop::EditTimeout),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
 }
 
-void qwidgetEditBox::applyFrame()
+void qwidgetEditBox::onUpdateProperties(Nodes::BasicProperty *property)
 {
-    m_borderWidth = m_editBox->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(m_editBox->GetBorderColor());
-    m_backgroundColor = Utils::NColorToQColor(m_editBox->GetBackgroundColor());
+    const Nodes::widgetEditBox *editBox = m_editBox.get();
+    if (editBox && takeOver(*editBox, property))
+        update();
+}
+
+void qwidgetEditBox::takePlace(const Nodes::widgetEditBox &editBox)
+{
+    m_geometry = Utils::NRectToQRect(editBox.GetGeometry());
+    setGeometry(m_geometry);
+}
+
+void qwidgetEditBox::takeText(const Nodes::widgetEditBox &editBox)
+{
+    m_font = Utils::NFontToQFont(editBox.GetFont());
+    m_alignment = Utils::NAligmentToQtAligment(editBox.GetHorizontalAlignment(),
+                                               editBox.GetVerticalAlignment());
+    setAlignment(m_alignment);
+    setFont(getCurrentFont());
+}
+
+void qwidgetEditBox::takeButtons(const Nodes::widgetEditBox &editBox)
+{
+    const Nodes::enSignalValueType type = editBox.GetValueType();
+    m_hasStepButtons = editBox.GetShowStepButtons() && isNumeric(type);
+    m_hasKeyboardButton = editBox.GetShowKeyboardButton() && isNumeric(type);
+    m_opensKeyboard = editBox.GetKeyboardOnClick();
+    resizeButtons();
+    updateButtons();
+}
+
+void qwidgetEditBox::applyFrame(const Nodes::widgetEditBox &editBox)
+{
+    takeBorder(editBox);
+    takeBackground(editBox);
+    m_textColor = Utils::NColorToQColor(editBox.GetTextColor());
     setStyleSheet(QStringLiteral("QLineEdit {border: %1px solid rgba(0, 0, 0, 0); "
                                  "background-color: rgba(0, 0, 0, 0);}")
                       .arg(m_borderWidth));

@@ -53,16 +53,13 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    const PropertyBindings &bindings() const override;
+
+    ELEMENT_SIGNALS_AND_SLOTS
+
 signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
     /// shownText() may be another.
     void shownTextChanged(const QString &text);
-
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-    void onUpdateProperties(Nodes::BasicProperty *property) override;
 
 protected:
     void onActive(bool on) override;
@@ -101,7 +98,7 @@ private:
     int typedDecimals() const;
     void sepCountCalc();
     void takeShownText(const Nodes::SignalValue &value);
-    void applyValidator();
+    void applyValidator(const Nodes::widgetEditBox &editBox);
 
     // Editing
     void beginEditing();
@@ -133,7 +130,10 @@ private:
 
     // Looks
     QFont getCurrentFont() const;
-    void applyFrame();
+    void takePlace(const Nodes::widgetEditBox &editBox);
+    void takeText(const Nodes::widgetEditBox &editBox);
+    void takeButtons(const Nodes::widgetEditBox &editBox);
+    void applyFrame(const Nodes::widgetEditBox &editBox);
     void resizeButtons();
     void updateButtons();
     /// Puts typing and live value beside each other, or the box back to rest.

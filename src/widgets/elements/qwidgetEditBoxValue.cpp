@@ -103,19 +103,19 @@ bool qwidgetEditBox::isAcceptable(const QString &text) const
     return m_validator->validate(judged, position) == QValidator::Acceptable;
 }
 
-void qwidgetEditBox::applyValidator()
+void qwidgetEditBox::applyValidator(const Nodes::widgetEditBox &editBox)
 {
     m_validator.reset();
-    m_step = m_editBox->GetStep();
-    const bool hasLimits = m_editBox->GetUseLimits();
-    const double minimum = m_editBox->GetMinimum();
-    const double maximum = m_editBox->GetMaximum();
+    m_step = editBox.GetStep();
+    const bool hasLimits = editBox.GetUseLimits();
+    const double minimum = editBox.GetMinimum();
+    const double maximum = editBox.GetMaximum();
     const auto number = [this](double lowest, double highest, int decimals) {
         auto validator = std::make_unique<QDoubleValidator>(lowest, highest, decimals, nullptr);
         validator->setNotation(QDoubleValidator::StandardNotation);
         m_validator = std::move(validator);
     };
-    switch (m_editBox->GetValueType()) {
+    switch (editBox.GetValueType()) {
     case Nodes::enSignalValueType::Bool:
         m_validator = std::make_unique<QRegExpValidator>(QRegExp(QStringLiteral("^(0|1)$")));
         m_step = 1;

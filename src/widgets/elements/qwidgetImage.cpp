@@ -1,12 +1,12 @@
 #include "widgets/elements/qwidgetImage.h"
 
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/pictures/ImageCachingManager.h"
 #include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/elements/pictures/PictureDecoder.h"
 
 #include "nodes/visual/elements/widgetImage.h"
-#include "utils/convert/ValueConversions.h"
 
 #include <QBuffer>
 #include <QMovie>
@@ -29,21 +29,46 @@ qwidgetImage::~qwidgetImage()
     stopAnimation();
 }
 
-void qwidgetImage::onUpdateProperties(Nodes::BasicProperty *)
+const PropertyBindings &qwidgetImage::bindings() const
 {
-    if (!m_image)
-        return;
-    m_borderWidth = m_image->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(m_image->GetBorderColor());
-    m_backgroundColor = Utils::NColorToQColor(m_image->GetBackgroundColor());
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<qwidgetImage>(Then::Repaint),
+        PropertyRow::takes<&qwidgetImage::takeBorder>(Then::Repaint, Prop::BorderColor,
+                                                      Prop::BorderWidth),
+        PropertyRow::takes<&qwidgetImage::takeSurface>(Then::Repaint, Prop::Background),
+        PropertyRow::takes<&qwidgetImage::takeAngle>(Then::Repaint, Prop::Angle),
+        PropertyRow::takes<&qwidgetImage::takeAnimated>(Then::Value, Prop::Animated),
+        PropertyRow::only(Then::Repaint, Prop::Disabled),
+        PropertyRow::only(Then::Value, Prop::Signal, Prop::Image),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
+}
+
+void qwidgetImage::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    const Nodes::widgetImage *image = m_image.get();
+    if (image && takeOver(*image, property))
+        DirectPainting::repaint(*this);
+}
+
+void qwidgetImage::takeSurface(const Nodes::widgetImage &image)
+{
+    takeBackground(image);
     QPalette changed = palette();
     changed.setColor(backgroundRole(), m_backgroundColor);
     setPalette(changed);
-    m_angle = int(m_image->GetAngle());
-    m_isAnimated = m_image->isAnimated();
-    setGeometry(Utils::NRectToQRect(m_image->GetGeometry()));
-    onValueUpdated(Nodes::SignalValue());
-    DirectPainting::repaint(*this);
+}
+
+void qwidgetImage::takeAngle(const Nodes::widgetImage &image)
+{
+    m_angle = int(image.GetAngle());
+}
+
+void qwidgetImage::takeAnimated(const Nodes::widgetImage &image)
+{
+    m_isAnimated = image.isAnimated();
 }
 
 void qwidgetImage::onValueUpdated(Nodes::SignalValue handed)

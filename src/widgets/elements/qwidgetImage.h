@@ -45,6 +45,7 @@ public:
     /// Null unless an animation is shown.
     const QMovie *animation() const { return m_animation.get(); }
 
+    const PropertyBindings &bindings() const override;
     void paintDirectly(QPainter &painter) override;
 
 public slots:
@@ -70,6 +71,9 @@ protected:
     virtual void drawPicture(QPainter &painter);
 
 private:
+    void takeSurface(const Nodes::widgetImage &image);
+    void takeAngle(const Nodes::widgetImage &image);
+    void takeAnimated(const Nodes::widgetImage &image);
     void draw(QPainter &painter);
     bool isShown(const Nodes::ResourcePtr &resource) const;
     void runAnimation();

@@ -1,5 +1,6 @@
 #include "widgets/elements/qwidgetLabel.h"
 
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/painting/ElementPainting.h"
 
 #include "nodes/visual/elements/widgetMultiLabel.h"
@@ -23,25 +24,58 @@ qwidgetLabel::qwidgetLabel(Nodes::BasicWidget *node, QWidget *parent,
 
 qwidgetLabel::~qwidgetLabel() = default;
 
-void qwidgetLabel::onUpdateProperties(Nodes::BasicProperty *)
+const PropertyBindings &qwidgetLabel::bindings() const
 {
-    const Nodes::widgetLabel *label = m_label.get(); // looked up once: it is asked a dozen things
-    if (!label)
-        return;
-    m_font = Utils::NFontToQFont(label->GetFont());
-    m_alignment = Utils::NAligmentToQtAligment(label->GetHorizontalAlignment(),
-                                               label->GetVerticalAlignment());
-    m_borderWidth = label->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(label->GetBorderColor());
-    m_textColor = Utils::NColorToQColor(label->GetTextColor());
-    applyBackground(Utils::NColorToQColor(label->GetBackgroundColor()));
-    setGeometry(Utils::NRectToQRect(label->GetGeometry()));
-    m_isWrapped = label->GetWordWrap();
-    m_angle = static_cast<float>(label->GetAngle());
-    m_isDisabled = label->isDisabled();
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<qwidgetLabel>(Then::Repaint),
+        PropertyRow::takes<&qwidgetLabel::takeFont>(Then::Repaint, Prop::FontFamily, Prop::FontSize,
+                                                    Prop::Bold, Prop::Italic, Prop::Underline,
+                                                    Prop::StrikeOut),
+        PropertyRow::takes<&qwidgetLabel::takeLayout>(Then::Repaint, Prop::Align, Prop::Valign,
+                                                      Prop::Wrap, Prop::Angle),
+        PropertyRow::takes<&qwidgetLabel::takeBorder>(Then::Repaint, Prop::BorderColor,
+                                                      Prop::BorderWidth),
+        // Those of a state come before them.
+        PropertyRow::takes<&qwidgetLabel::takeColors>(Then::Value, Prop::Color, Prop::Background),
+        PropertyRow::takes<&qwidgetLabel::takeDisabled>(Then::Repaint, Prop::Disabled),
+        PropertyRow::only(Then::Value, Prop::Signal, Prop::Text, Prop::Decimals, Prop::ShowUnit,
+                          Prop::OnText, Prop::OffText),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
+}
+
+void qwidgetLabel::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    const Nodes::widgetLabel *label = m_label.get();
+    if (label && takeOver(*label, property))
+        DirectPainting::repaint(*this);
+}
+
+void qwidgetLabel::takeFont(const Nodes::widgetLabel &label)
+{
+    m_font = Utils::NFontToQFont(label.GetFont());
     applyFont();
-    onValueUpdated(Nodes::SignalValue());
-    DirectPainting::repaint(*this);
+}
+
+void qwidgetLabel::takeLayout(const Nodes::widgetLabel &label)
+{
+    m_alignment =
+        Utils::NAligmentToQtAligment(label.GetHorizontalAlignment(), label.GetVerticalAlignment());
+    m_isWrapped = label.GetWordWrap();
+    m_angle = static_cast<float>(label.GetAngle());
+}
+
+void qwidgetLabel::takeColors(const Nodes::widgetLabel &label)
+{
+    m_textColor = Utils::NColorToQColor(label.GetTextColor());
+    applyBackground(Utils::NColorToQColor(label.GetBackgroundColor()));
+}
+
+void qwidgetLabel::takeDisabled(const Nodes::widgetLabel &label)
+{
+    m_isDisabled = label.isDisabled();
 }
 
 void qwidgetLabel::applyBackground(const QColor &color)

@@ -32,6 +32,7 @@ public:
     const QColor &textColor() const { return m_textColor; }
     const QColor &backgroundColor() const { return m_backgroundColor; }
 
+    const PropertyBindings &bindings() const override;
     void paintDirectly(QPainter &painter) override;
 
 public slots:
@@ -39,6 +40,7 @@ public slots:
     void onUpdateProperties(Nodes::BasicProperty *property) override;
 
 protected:
+    void takeColors(const Nodes::widgetLabel &label);
     void paintEvent(QPaintEvent *event) override;
     /// Shows all that follows from that value, whose quality is taken over already.
     virtual void showValue(const Nodes::SignalValue &value);
@@ -46,6 +48,9 @@ protected:
     void drawRotatedText(QPainter *painter, float angle, int cx, int cy, QString const &text);
 
 private:
+    void takeFont(const Nodes::widgetLabel &label);
+    void takeLayout(const Nodes::widgetLabel &label);
+    void takeDisabled(const Nodes::widgetLabel &label);
     void takeStateColors(const Nodes::widgetMultiLabel &node, const Nodes::SignalValue &value);
     void applyBackground(const QColor &color);
     void draw(QPainter &painter);

@@ -1,5 +1,7 @@
 #include "widgets/elements/qwidgetMultiImage.h"
 
+#include "widgets/elements/binding/PropertyBindings.h"
+
 #include "nodes/visual/elements/widgetMultiImage.h"
 
 #include <QTimer>
@@ -23,6 +25,15 @@ qwidgetMultiImage::qwidgetMultiImage(Nodes::BasicWidget *node, QWidget *parent,
 }
 
 qwidgetMultiImage::~qwidgetMultiImage() = default;
+
+const PropertyBindings &qwidgetMultiImage::bindings() const
+{
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::only(Then::Value, Node::Prop::BadImage, Node::Prop::NoPicture),
+    };
+    static const PropertyBindings all(rows, &qwidgetImage::bindings());
+    return all;
+}
 
 void qwidgetMultiImage::onUpdateProperties(Nodes::BasicProperty *property)
 {

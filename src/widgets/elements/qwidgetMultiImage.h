@@ -22,6 +22,8 @@ public:
                       const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMultiImage() override;
 
+    const PropertyBindings &bindings() const override;
+
 public slots:
     void onValueUpdated(Nodes::SignalValue value) override;
     void onUpdateProperties(Nodes::BasicProperty *property) override;

@@ -1,5 +1,7 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 
+#include "widgets/elements/binding/PropertyBindings.h"
+
 #include "nodes/visual/elements/widgetMultiLabel.h"
 
 #include <QTimer>
@@ -13,6 +15,17 @@ qwidgetMultiLabel::qwidgetMultiLabel(Nodes::BasicWidget *node, QWidget *parent,
 }
 
 qwidgetMultiLabel::~qwidgetMultiLabel() = default;
+
+const PropertyBindings &qwidgetMultiLabel::bindings() const
+{
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::takes<&qwidgetMultiLabel::takeColors>(Then::Value, Prop::StateColors),
+        PropertyRow::only(Then::Value, Prop::Visibility),
+    };
+    static const PropertyBindings all(rows, &qwidgetLabel::bindings());
+    return all;
+}
 
 bool qwidgetMultiLabel::followsMatches() const
 {

@@ -21,6 +21,8 @@ public:
                       const SceneContextPtr &context = SceneContext::process());
     ~qwidgetMultiLabel() override;
 
+    const PropertyBindings &bindings() const override;
+
 protected:
     void showValue(const Nodes::SignalValue &value) override;
     void showEvent(QShowEvent *event) override;

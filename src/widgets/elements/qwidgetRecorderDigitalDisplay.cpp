@@ -2,6 +2,7 @@
 
 #include "widgets/context/ActionSink.h"
 #include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/input/ValueWriter.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/painting/RecorderLine.h"
@@ -81,17 +82,37 @@ void qwidgetRecorderDigitalDisplay::onActive(bool on)
     ElementBinding::setConnected(this, on);
 }
 
-void qwidgetRecorderDigitalDisplay::onUpdateProperties(Nodes::BasicProperty *)
+const PropertyBindings &qwidgetRecorderDigitalDisplay::bindings() const
 {
-    if (!m_display)
-        return;
-    m_borderWidth = m_display->GetBorderWidth();
-    m_borderColor = Utils::NColorToQColor(m_display->GetBorderColor());
-    m_backgroundColor = Utils::NColorToQColor(m_display->GetBackgroundColor());
-    m_textColor = Utils::NColorToQColor(m_display->GetTextColor());
-    m_font = Utils::NFontToQFont(m_display->GetFont());
-    setGeometry(Utils::NRectToQRect(m_display->GetGeometry()));
-    onValueUpdated(Nodes::SignalValue());
+    using This = qwidgetRecorderDigitalDisplay;
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<This>(Then::Repaint),
+        PropertyRow::takes<&This::takeBorder>(Then::Repaint, Prop::BorderColor, Prop::BorderWidth),
+        PropertyRow::takes<&This::takeBackground>(Then::Repaint, Prop::Background),
+        PropertyRow::takes<&This::takeText>(Then::Repaint, Prop::FontFamily, Prop::FontSize,
+                                            Prop::Bold, Prop::Italic, Prop::Underline,
+                                            Prop::StrikeOut, Prop::Color),
+        PropertyRow::only(Then::Repaint, Prop::Disabled),
+        PropertyRow::only(Then::Value, Prop::Signal, Prop::Extremes),
+        // Each line has its own order of texts.
+        PropertyRow::only(Then::Nothing, Prop::Align, Prop::Valign),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
+}
+
+void qwidgetRecorderDigitalDisplay::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    const Nodes::widgetRecorderDigitalDisplay *display = m_display.get();
+    if (display && takeOver(*display, property))
+        DirectPainting::repaint(*this);
+}
+
+void qwidgetRecorderDigitalDisplay::takeText(const Nodes::widgetRecorderDigitalDisplay &display)
+{
+    m_font = Utils::NFontToQFont(display.GetFont());
+    m_textColor = Utils::NColorToQColor(display.GetTextColor());
 }
 
 void qwidgetRecorderDigitalDisplay::onValueUpdated(Nodes::SignalValue)

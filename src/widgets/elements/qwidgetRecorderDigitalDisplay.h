@@ -48,14 +48,9 @@ public:
     QRect resetButton(int line) const;
     void paintDirectly(QPainter &painter) override;
 
-signals:
-    void valueUpdated(Nodes::SignalValue value) override;
-    void updateProperty(Nodes::BasicProperty *property) override;
-    void isActiveChanged(bool on) override;
+    const PropertyBindings &bindings() const override;
 
-public slots:
-    void onValueUpdated(Nodes::SignalValue value) override;
-    void onUpdateProperties(Nodes::BasicProperty *property) override;
+    ELEMENT_SIGNALS_AND_SLOTS
 
 protected:
     void onActive(bool on) override;
@@ -65,6 +60,7 @@ protected:
     bool event(QEvent *event) override;
 
 private:
+    void takeText(const Nodes::widgetRecorderDigitalDisplay &display);
     QRect lineRect(int line) const;
     int buttonAt(const QPoint &point) const;
     void reset(int line);

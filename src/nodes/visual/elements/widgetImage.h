@@ -2,19 +2,18 @@
 
 #include "nodes/model/links/ResourceLink.h"
 #include "nodes/model/properties/PropertyId.h"
-#include "nodes/values/NColor.h"
-#include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/SharedProperties.h"
+#include "nodes/visual/elements/BasicFramedWidget.h"
 
 namespace Nodes {
 
 /// A picture of the project, still or animated.
-class NODES_EXPORT widgetImage : public BasicWidget
+class NODES_EXPORT widgetImage : public BasicFramedWidget
 {
 public:
     static constexpr auto Code = NodeType::enNodeSubtype(0x15002);
     /// Of everything but the picture itself, which other kinds have otherwise.
-    struct LookProp : BasicWidget::Prop, FrameProp, AngleProp
+    struct LookProp : BasicFramedWidget::Prop, AngleProp
     {
         static constexpr PropertyId<bool> Animated{12251, "animated"};
     };
@@ -29,9 +28,6 @@ public:
     bool isAnimated() const { return m_isAnimated; }
     /// Degrees, clockwise, about the centre.
     double GetAngle() const { return m_angle; }
-    NColor GetBackgroundColor() const { return m_backgroundColor; }
-    NColor GetBorderColor() const { return m_borderColor; }
-    int GetBorderWidth() const { return m_borderWidth; }
 
 protected:
     /// Everything but the picture itself.
@@ -43,9 +39,6 @@ private:
     ResourceLink m_image;
     bool m_isAnimated = false;
     double m_angle = 0;
-    NColor m_backgroundColor{0, 0, 0, 0};
-    NColor m_borderColor{120, 126, 132};
-    int m_borderWidth = 0;
 };
 
 } // namespace Nodes
