@@ -5,6 +5,7 @@
 #include "nodes/auth/PasswordHash.h"
 #include "nodes/auth/securityUser.h"
 #include "nodes/events/BasicEvent.h"
+#include "nodes/model/ConfigNodeJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/services/JournalSink.h"
@@ -270,13 +271,8 @@ void systemAuthentication::journal(const Attempt &attempt, const std::string &te
     JournalSink *sink = GetServices().journal;
     if (!sink)
         return;
-    BasicEvent event;
-    event.level = LevelSecurity;
-    event.type = TypeSecurityEvent;
-    event.text = text;
-    event.source = GetPath();
-    if (attempt.node)
-        event.sourceNode = attempt.user;
+    BasicEvent event = EventAt(GetNodeLink(), LevelSecurity, text, TypeSecurityEvent);
+    event.sourceNode = attempt.node ? attempt.user : NodeLink();
     event.user = user;
     (void)sink->Append(std::move(event));
 }

@@ -1,4 +1,5 @@
-#include "nodes/events/BasicEvent.h"
+#include "nodes/model/ConfigNodeJournal.h"
+
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/services/AccessGuard.h"
 #include "nodes/model/services/JournalSink.h"
@@ -14,8 +15,20 @@ bool isActOfUser(EventLevel level)
     return level == LevelAcknowledge || level == LevelSecurity || level == LevelAction;
 }
 
-// Names and places of nodes are fixed while the station runs, so any thread may read them then.
-Result append(const ConfigNode &node, BasicEvent event)
+} // namespace
+
+BasicEvent EventAt(const NodeLink &source, EventLevel level, std::string text, EventType type)
+{
+    BasicEvent event;
+    event.level = level;
+    event.type = type;
+    event.text = std::move(text);
+    event.source = source.GetLinkName(LinkNamePath);
+    event.sourceNode = source;
+    return event;
+}
+
+Result StoreEvent(const ConfigNode &node, BasicEvent event)
 {
     const ModelServices &services = node.GetServices();
     if (!services.journal)
@@ -25,44 +38,36 @@ Result append(const ConfigNode &node, BasicEvent event)
     return services.journal->Append(std::move(event));
 }
 
-BasicEvent eventOf(EventLevel level, EventType type, const std::string &text)
+void StoreAct(const ConfigNode &node, const Result &result, NodeAct act)
 {
-    BasicEvent event;
-    event.level = level;
-    event.type = type;
-    event.text = text;
-    return event;
+    if (!node.GetServices().journal)
+        return;
+    BasicEvent event = result ? EventAt(node.GetNodeLink(), LevelAction, act.done)
+                              : EventAt(node.GetNodeLink(), LevelSecurity,
+                                        act.refused + (": " + result.GetResultTranslated()));
+    event.oldValue = std::move(act.oldValue);
+    event.newValue = std::move(act.newValue);
+    (void)StoreEvent(node, std::move(event));
 }
-
-BasicEvent eventOf(EventLevel level, EventType type, const std::string &text,
-                   const NodeLink &source)
-{
-    BasicEvent event = eventOf(level, type, text);
-    event.source = source.GetLinkName(LinkNamePath);
-    event.sourceNode = source;
-    return event;
-}
-
-} // namespace
 
 Result ConfigNode::StoreMessage(EventLevel level, const std::string &text,
                                 const NodeLink &source) const
 {
-    return append(*this, eventOf(level, TypeMessage, text, source));
+    return StoreEvent(*this, EventAt(source, level, text));
 }
 
 Result ConfigNode::StoreMessage(EventLevel level, const std::string &text,
                                 const std::string &source) const
 {
-    BasicEvent event = eventOf(level, TypeMessage, text);
+    BasicEvent event = EventAt(NodeLink(), level, text);
     event.source = source;
-    return append(*this, std::move(event));
+    return StoreEvent(*this, std::move(event));
 }
 
 Result ConfigNode::StoreAlarm(EventLevel level, const std::string &text,
                               const NodeLink &source) const
 {
-    return append(*this, eventOf(level, TypeAlarmActive, text, source));
+    return StoreEvent(*this, EventAt(source, level, text, TypeAlarmActive));
 }
 
 } // namespace Nodes

@@ -1,9 +1,9 @@
 #include "nodes/signals/BasicSignal.h"
 
 #include "nodes/events/BasicEvent.h"
+#include "nodes/model/ConfigNodeJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/services/AccessCheck.h"
-#include "nodes/model/services/JournalSink.h"
 #include "nodes/model/services/ModelServices.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/WriteRoute.h"
@@ -84,7 +84,9 @@ Result BasicSignal::WriteValue(const SignalValue &value)
         result = checkWrite(converted);
     if (result)
         result = route->Write(*this, converted);
-    journalWrite(old, converted.IsError() ? value : converted, result);
+    const SignalValue &wanted = converted.IsError() ? value : converted;
+    StoreAct(*this, result,
+             {"Запись значения", "Запись отклонена", old.ToString(), wanted.ToString()});
     return result;
 }
 
@@ -120,23 +122,6 @@ void BasicSignal::OnEnteredTree() const
 {
     if (GetOrigin() == SignalOrigin::Process)
         degrade(Quality::Good);
-}
-
-void BasicSignal::journalWrite(const SignalValue &old, const SignalValue &value,
-                               const Result &result) const
-{
-    JournalSink *journal = GetServices().journal;
-    if (!journal)
-        return;
-    BasicEvent event;
-    event.level = result ? LevelAction : LevelSecurity;
-    event.text = result ? "Запись значения" : "Запись отклонена: " + result.GetResultTranslated();
-    event.source = GetPath();
-    event.sourceNode = GetNodeLink();
-    event.user = UserNameFor(*this);
-    event.oldValue = old.ToString();
-    event.newValue = value.ToString();
-    (void)journal->Append(std::move(event));
 }
 
 void BasicSignal::Validate(ValidationResults &results) const

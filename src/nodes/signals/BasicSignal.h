@@ -98,7 +98,6 @@ private:
     Result checkWrite(const SignalValue &converted) const;
     void validateDeadband(ValidationResults &results) const;
     void degrade(Quality quality) const;
-    void journalWrite(const SignalValue &old, const SignalValue &value, const Result &result) const;
 
     std::shared_ptr<ValueCell> m_cell;
     std::weak_ptr<WriteTarget> m_target;

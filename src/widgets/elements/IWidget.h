@@ -19,15 +19,15 @@ class PropertyBindings;
 }
 
 /// Signals of IWidget, which Qt's compiler wants in the class of the widget itself; and its slots.
-/// What follows needs its own access.
+/// In its spelling: it does not know `signals` out of a macro. What follows needs its own access.
 #define ELEMENT_SIGNALS                                                                            \
-signals:                                                                                           \
+Q_SIGNALS:                                                                                         \
     void valueUpdated(Nodes::SignalValue value) override;                                          \
     void updateProperty(Nodes::BasicProperty *property) override;                                  \
     void isActiveChanged(bool on) override;
 #define ELEMENT_SIGNALS_AND_SLOTS                                                                  \
     ELEMENT_SIGNALS                                                                                \
-public slots:                                                                                      \
+public Q_SLOTS:                                                                                    \
     void onValueUpdated(Nodes::SignalValue value) override;                                        \
     void onUpdateProperties(Nodes::BasicProperty *property) override;
 

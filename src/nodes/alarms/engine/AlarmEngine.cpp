@@ -3,6 +3,7 @@
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/engine/AlarmFeedQueue.h"
 #include "nodes/alarms/state/MissingAlarms.h"
+#include "nodes/model/ConfigNodeJournal.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 
@@ -353,12 +354,9 @@ Result AlarmEngine::operate(unsigned long alarm, const Operation &operation)
 void AlarmEngine::Report(EventLevel level, const std::string &text, const NodeLink &source,
                          const std::string &user, EventType type)
 {
-    BasicEvent event;
-    event.level = level;
-    event.type = type;
-    event.text = text;
-    event.source = source.isEmpty() ? "Тревоги" : source.GetLinkName(LinkNamePath);
-    event.sourceNode = source;
+    BasicEvent event = EventAt(source, level, text, type);
+    if (source.isEmpty())
+        event.source = "Тревоги";
     event.user = user;
     m_outbox.Journal(event);
 }

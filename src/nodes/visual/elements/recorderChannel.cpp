@@ -1,11 +1,10 @@
 #include "nodes/visual/elements/recorderChannel.h"
 
-#include "nodes/journal/EventJournal.h"
+#include "nodes/model/ConfigNodeJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
-#include "nodes/system/systemCore.h"
-#include "nodes/values/NumberText.h"
+#include "nodes/signals/ValueText.h"
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
 
 namespace Nodes {
@@ -36,9 +35,7 @@ SignalValue recorderChannel::GetValue() const
 
 std::string recorderChannel::FormatNumber(double number) const
 {
-    const BasicSignal *signal = GetSignal();
-    const int decimals = m_decimals < 0 && signal ? signal->GetDecimals() : m_decimals;
-    return FormatFixed(number, decimals < 0 ? 1 : decimals);
+    return ValueText(GetSignal(), m_decimals).OfNumber(number);
 }
 
 std::string recorderChannel::GetUnit() const
@@ -105,25 +102,14 @@ Result recorderChannel::ResetExtremes()
         if (const BasicSignal *signal = GetSignal())
             m_extremes->Take(signal->GetValue());
     }
-    journal(result, before);
+    StoreAct(*this, result,
+             {"Сброс минимума и максимума",
+              "Сброс минимума и максимума отклонён",
+              before.minimum
+                  ? FormatNumber(*before.minimum) + " .. " + FormatNumber(*before.maximum)
+                  : std::string(),
+              {}});
     return result;
-}
-
-void recorderChannel::journal(const Result &result, const ValueExtremes::State &before) const
-{
-    const systemCore *core = GetCore();
-    if (!core)
-        return;
-    BasicEvent event;
-    event.level = result ? LevelAction : LevelSecurity;
-    event.text = result ? "Сброс минимума и максимума"
-                        : "Сброс минимума и максимума отклонён: " + result.GetResultTranslated();
-    event.source = GetPath();
-    event.sourceNode = GetNodeLink();
-    event.user = UserNameFor(*this);
-    if (before.minimum)
-        event.oldValue = FormatNumber(*before.minimum) + " .. " + FormatNumber(*before.maximum);
-    (void)core->GetJournal().Append(std::move(event));
 }
 
 } // namespace Nodes

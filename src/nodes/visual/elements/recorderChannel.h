@@ -53,7 +53,6 @@ protected:
 
 private:
     void follow();
-    void journal(const Result &result, const ValueExtremes::State &before) const;
 
     NodeLink m_signal;
     std::string m_text;

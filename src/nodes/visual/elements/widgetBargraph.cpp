@@ -3,6 +3,7 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/signals/ValueText.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
 
@@ -86,10 +87,8 @@ std::string widgetBargraph::GetDisplayText(const SignalValue &value) const
     const double number = value.ToDouble();
     if (value.GetQuality() == Quality::Bad || std::isnan(number))
         return NoValueText;
-    const BasicSignal *signal = GetSignal();
-    const std::string unit = GetUnit();
-    return FormatFixed(number, signal ? signal->GetDecimals() : 1) +
-           (unit.empty() ? "" : " " + unit);
+    const ValueText text(GetSignal());
+    return text.WithUnit(text.OfNumber(number));
 }
 
 void widgetBargraph::followSetPoint()

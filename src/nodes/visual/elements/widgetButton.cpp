@@ -3,7 +3,7 @@
 #include "nodes/actions/BasicAction.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
-#include "nodes/values/NumberText.h"
+#include "nodes/signals/ValueText.h"
 
 namespace Nodes {
 
@@ -42,19 +42,6 @@ KindInfo widgetButton::Kind()
         .Refers(actions);
 }
 
-std::string widgetButton::valueText(const SignalValue &value) const
-{
-    if (value.GetQuality() == Quality::Bad)
-        return NoValueText;
-    const BasicSignal *signal = GetSignal();
-    std::string text = value.GetType() == enSignalValueType::Double && signal
-                           ? FormatFixed(value.ToDouble(), signal->GetDecimals())
-                           : value.ToString();
-    if (signal && !signal->GetUnit().empty())
-        text += " " + signal->GetUnit();
-    return text;
-}
-
 std::string widgetButton::GetDisplayText(const SignalValue &value) const
 {
     if (GetSignalLink().isEmpty())
@@ -64,7 +51,10 @@ std::string widgetButton::GetDisplayText(const SignalValue &value) const
         if (!own.empty())
             return own;
     }
-    return m_text.empty() ? valueText(value) : m_text;
+    if (!m_text.empty())
+        return m_text;
+    const ValueText text(GetSignal());
+    return value.GetQuality() == Quality::Bad ? text.Of(value) : text.WithUnit(text.Of(value));
 }
 
 void widgetButton::CollectDemands(AccessDemands &demands) const

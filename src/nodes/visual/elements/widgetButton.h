@@ -52,8 +52,6 @@ public:
     void CollectDemands(AccessDemands &demands) const override;
 
 private:
-    std::string valueText(const SignalValue &value) const;
-
     int m_style = StyleApplication;
     std::string m_text;
     std::string m_onText;

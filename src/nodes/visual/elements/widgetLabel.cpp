@@ -2,7 +2,7 @@
 
 #include "nodes/model/KindBuilder.h"
 #include "nodes/signals/BasicSignal.h"
-#include "nodes/values/NumberText.h"
+#include "nodes/signals/ValueText.h"
 
 namespace Nodes {
 
@@ -30,21 +30,13 @@ KindInfo widgetLabel::Kind()
 
 std::string widgetLabel::formatValue(const SignalValue &value) const
 {
-    // Errors and nothing received are bad too. The last good number is not for operating by.
-    if (value.GetQuality() == Quality::Bad)
-        return NoValueText;
-    if (value.GetType() == enSignalValueType::Bool) {
-        const std::string &text = value.ToBool() ? m_onText : m_offText;
-        return text.empty() ? (value.ToBool() ? "1" : "0") : text;
+    const ValueText text(GetSignal(), m_decimals);
+    const bool isBad = value.GetQuality() == Quality::Bad;
+    if (!isBad && value.GetType() == enSignalValueType::Bool) {
+        const std::string &own = value.ToBool() ? m_onText : m_offText;
+        return own.empty() ? (value.ToBool() ? "1" : "0") : own;
     }
-    const BasicSignal *signal = GetSignal();
-    const int decimals = m_decimals >= 0 || !signal ? m_decimals : signal->GetDecimals();
-    std::string text = value.GetType() == enSignalValueType::Double
-                           ? FormatFixed(value.ToDouble(), decimals < 0 ? 1 : decimals)
-                           : value.ToString();
-    if (m_showsUnit && signal && !signal->GetUnit().empty())
-        text += " " + signal->GetUnit();
-    return text;
+    return m_showsUnit && !isBad ? text.WithUnit(text.Of(value)) : text.Of(value);
 }
 
 std::string widgetLabel::GetDisplayText(const SignalValue &value) const

@@ -3,8 +3,8 @@
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/signals/ValueText.h"
 #include "nodes/system/systemCore.h"
-#include "nodes/values/NumberText.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/convert/PlainTip.h"
 #include "utils/convert/TimeConversions.h"
@@ -26,12 +26,10 @@ std::string valueText(const Nodes::SignalValue &value, const Nodes::BasicSignal 
 {
     if (value.IsError() || value.IsEmpty())
         return "нет";
-    const bool isReal = value.GetType() == Nodes::enSignalValueType::Double && signal;
-    std::string text =
-        isReal ? Nodes::FormatFixed(value.ToDouble(), signal->GetDecimals()) : value.ToString();
-    if (signal && !signal->GetUnit().empty())
-        text += " " + signal->GetUnit();
-    return text;
+    if (!signal)
+        return value.ToString();
+    const Nodes::ValueText text(signal);
+    return text.WithUnit(text.OfLast(value));
 }
 
 std::string reasonText(const Nodes::SignalValue &value)
