@@ -3,18 +3,12 @@
 #include "nodes/values/Clock.h"
 #include "nodes/values/SampleOrder.h"
 #include "nodes/values/SampleTap.h"
-#include "nodes/values/SlotList.h"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
 namespace Nodes {
-
-struct ValueCell::Subscribers
-{
-    SlotList<const SignalValue &> changed;
-};
 
 namespace {
 
@@ -47,11 +41,7 @@ struct ValueCell::Taps
 
 ValueCell::ValueCell() = default;
 
-ValueCell::~ValueCell()
-{
-    for (const auto &subscribers : m_subscribers)
-        delete subscribers.load();
-}
+ValueCell::~ValueCell() = default;
 
 void ValueCell::Publish(SignalValue value, double deadband)
 {
@@ -160,21 +150,12 @@ SignalValue ValueCell::Measured() const
 
 Connection ValueCell::Subscribe(Slot slot, ValueFeed feed)
 {
-    std::atomic<Subscribers *> &subscribers = m_subscribers[std::size_t(feed)];
-    Subscribers *existing = subscribers.load(std::memory_order_acquire);
-    if (!existing) {
-        auto fresh = std::make_unique<Subscribers>();
-        if (subscribers.compare_exchange_strong(existing, fresh.get(), std::memory_order_acq_rel))
-            existing = fresh.release();
-    }
-    return existing->changed.Connect(std::move(slot));
+    return m_subscribers[std::size_t(feed)].Connect(std::move(slot));
 }
 
 void ValueCell::emitValue(const SignalValue &value, ValueFeed feed) const
 {
-    const auto &subscribers = m_subscribers[std::size_t(feed)];
-    if (const Subscribers *listening = subscribers.load(std::memory_order_acquire))
-        listening->changed(value);
+    m_subscribers[std::size_t(feed)](value);
 }
 
 void ValueCell::AddTap(std::shared_ptr<SampleTap> tap)

@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/SignalValue.h"
+#include "nodes/values/SlotList.h"
 
 #include <array>
 #include <atomic>
@@ -65,7 +66,6 @@ public:
     void RemoveTap(const SampleTap &tap);
 
 private:
-    struct Subscribers;
     struct Taps;
 
     bool isHeldBack(const SignalValue &value, double deadband) const;
@@ -80,7 +80,7 @@ private:
     std::unique_ptr<SignalValue> m_heldBack; // guarded; came after m_value, within the deadband
     std::unique_ptr<Taps> m_taps;            // guarded; null while nobody taps
     std::atomic<Timestamp> m_lastPublished{0};
-    std::array<std::atomic<Subscribers *>, 2> m_subscribers{}; // by feed; null until the first
+    std::array<SlotList<const SignalValue &>, 2> m_subscribers; // by feed
 };
 
 } // namespace Nodes
