@@ -1,6 +1,7 @@
 // The station among the windows of a desktop: what belongs together stays together and in reach,
 // under window managers that stack differently.
 #include "e2e/StationRig.h"
+#include "support/Rows.h"
 
 #include <QJsonObject>
 #include <QtTest>
@@ -28,9 +29,9 @@ class StationDesktopTest : public QObject
 private slots:
     void initTestCase_data()
     {
-        QTest::addColumn<QString>("desktop");
-        QTest::newRow("openbox") << "openbox";
-        QTest::newRow("xfwm4") << "xfwm4";
+        const Rows<QString> row("desktop");
+        row("openbox", "openbox");
+        row("xfwm4", "xfwm4");
     }
     void initTestCase()
     {

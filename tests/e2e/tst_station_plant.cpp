@@ -1,6 +1,7 @@
 // The station as an operator meets it: a real display, real clicks, a real protocol to a plant that
 // goes away, comes back and answers nonsense.
 #include "e2e/StationRig.h"
+#include "support/Rows.h"
 
 #include "nodes/journal/EventJournal.h"
 
@@ -201,12 +202,11 @@ private slots:
     }
     void survivesAFaultyLine_data()
     {
-        QTest::addColumn<double>("fault");
-        QTest::addColumn<QString>("composition");
-        QTest::newRow("late") << 1.0 << "Котёл 2";
-        QTest::newRow("garbage") << 2.0 << "Котельная";
-        QTest::newRow("truncate") << 3.0 << "Котёл 1";
-        QTest::newRow("silent") << 4.0 << "Котёл 2";
+        const Rows<double, QString> row("fault", "composition");
+        row("late", 1.0, "Котёл 2");
+        row("garbage", 2.0, "Котельная");
+        row("truncate", 3.0, "Котёл 1");
+        row("silent", 4.0, "Котёл 2");
     }
     void survivesAFaultyLine()
     {

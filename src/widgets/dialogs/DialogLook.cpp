@@ -44,6 +44,16 @@ void ApplyDialogLook(QWidget &dialog)
     dialog.setStyleSheet(QLatin1String(keyStyle));
 }
 
+void MakeLegible(QWidget &dialog)
+{
+    constexpr int points = 11;
+    QFont font = dialog.font();
+    if (font.pointSize() >= points)
+        return;
+    font.setPointSize(points);
+    dialog.setFont(font);
+}
+
 void MakeTouchable(QAbstractButton &button)
 {
     constexpr int margins = 32;

@@ -11,6 +11,9 @@ namespace Widgets {
 /// that differ from their background, a latched key inverted so that it is told without colour.
 void ApplyDialogLook(QWidget &dialog);
 
+/// Gives the texts of a dialog a size that is read at arm's length, unless theirs is larger.
+void MakeLegible(QWidget &dialog);
+
 /// Smallest size of what a finger hits, pixels, and of a button with a word on it.
 constexpr int TouchSize = 40;
 constexpr QSize TouchButton(96, TouchSize);

@@ -11,6 +11,7 @@ PlainMessageBox::PlainMessageBox(QWidget *parent)
     : QMessageBox(parent), DialogManners(static_cast<QWidget &>(*this))
 {
     ApplyDialogLook(*this);
+    MakeLegible(*this);
     setTextFormat(Qt::PlainText);
 }
 

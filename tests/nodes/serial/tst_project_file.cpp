@@ -64,12 +64,11 @@ private slots:
 
     void identityOfADoubtfulFileIsSteady_data()
     {
-        QTest::addColumn<QByteArray>("attributes");
-        QTest::addColumn<int>("complaints");
-        QTest::newRow("older file") << QByteArray() << 0;
-        QTest::newRow("no uuid") << QByteArray("uuid=\"котёл\"") << 1;
-        QTest::newRow("no number") << QByteArray("lastId=\"-1\"") << 1;
-        QTest::newRow("below the nodes") << QByteArray("lastId=\"2\"") << 0;
+        const Rows<QByteArray, int> row("attributes", "complaints");
+        row("older file", QByteArray(), 0);
+        row("no uuid", QByteArray("uuid=\"котёл\""), 1);
+        row("no number", QByteArray("lastId=\"-1\""), 1);
+        row("below the nodes", QByteArray("lastId=\"2\""), 0);
     }
 
     void identityOfADoubtfulFileIsSteady()

@@ -183,10 +183,10 @@ private slots:
     }
     void acknowledgesOnce_data()
     {
-        QTest::addColumn<QString>("way");
-        QTest::newRow("all") << "Квитировать все";
-        QTest::newRow("selected") << "Квитировать выбранный";
-        QTest::newRow("double click") << "";
+        const Rows<QString> row("way");
+        row("all", "Квитировать все");
+        row("selected", "Квитировать выбранный");
+        row("double click", "");
     }
     void acknowledgesOnce()
     {
@@ -220,11 +220,10 @@ private slots:
     }
     void acknowledgesWhatWasSeen_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<AlarmState>("meanwhile");
-        QTest::newRow("all") << "Квитировать все" << AlarmState::ReturnedUnacked;
-        QTest::newRow("selected") << "Квитировать выбранный" << AlarmState::ReturnedUnacked;
-        QTest::newRow("selected, anew") << "Квитировать выбранный" << AlarmState::ActiveUnacked;
+        const Rows<QString, AlarmState> row("button", "meanwhile");
+        row("all", "Квитировать все", AlarmState::ReturnedUnacked);
+        row("selected", "Квитировать выбранный", AlarmState::ReturnedUnacked);
+        row("selected, anew", "Квитировать выбранный", AlarmState::ActiveUnacked);
     }
     // While the button is down a further alarm comes, and the first one returns or comes anew.
     void acknowledgesWhatWasSeen()
@@ -407,9 +406,9 @@ private slots:
     }
     void takesBatches_data()
     {
-        QTest::addColumn<int>("stride");
-        QTest::newRow("every second row goes") << 2;
-        QTest::newRow("a few go") << 150;
+        const Rows<int> row("stride");
+        row("every second row goes", 2);
+        row("a few go", 150);
     }
     // Selection and place stay however the rows are removed, and each signal of the model is right.
     void takesBatches()
