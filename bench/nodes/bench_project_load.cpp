@@ -146,6 +146,35 @@ void saveProject(benchmark::State &state)
         benchmark::DoNotOptimize(Nodes::ProjectWriter::ToText(*project));
 }
 
+/// What the first question of who refers to what costs, and the questions after it.
+void buildLinkIndex(benchmark::State &state)
+{
+    std::unique_ptr<Nodes::NodesCollection> project;
+    Nodes::ProjectReader reader;
+    if (!reader.ReadFile(projectFile(), project))
+        state.SkipWithError("the project does not load");
+    const Nodes::NodeLink target(project->GetRoot()->GetNodeAt(0));
+    ::malloc_trim(0);
+    const double before = statusMegabytes("VmRSS:");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(project->FindUses(target));
+    state.counters["index_MB"] = statusMegabytes("VmRSS:") - before;
+}
+
+void deleteReferredNodes(benchmark::State &state)
+{
+    std::unique_ptr<Nodes::NodesCollection> project;
+    Nodes::ProjectReader reader;
+    if (!reader.ReadFile(projectFile(), project))
+        state.SkipWithError("the project does not load");
+    Nodes::ConfigNode *layer = project->GetRoot()->GetNodeAt(0)->GetNodeAt(0);
+    (void)project->FindUses(layer);
+    for (auto _ : state) {
+        if (!layer->DeleteNode(layer->GetNodeAt(layer->GetNodeCount() - 2)->GetId()))
+            state.SkipWithError("not deleted");
+    }
+}
+
 void packAndUnpack(benchmark::State &state)
 {
     std::unique_ptr<Nodes::NodesCollection> project = makeProject();
@@ -164,6 +193,8 @@ void packAndUnpack(benchmark::State &state)
 } // namespace
 
 BENCHMARK(loadProject)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(7);
+BENCHMARK(buildLinkIndex)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(3);
+BENCHMARK(deleteReferredNodes)->Unit(benchmark::kMicrosecond)->Iterations(1000);
 BENCHMARK(saveProject)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(5);
 BENCHMARK(packAndUnpack)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(5);
 

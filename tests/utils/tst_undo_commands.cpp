@@ -1,13 +1,19 @@
 #include "utils/undo/AddNodeLinkCommand.h"
 #include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/ChangeTextCommand.h"
+#include "utils/undo/CommandGroup.h"
 #include "utils/undo/CopyNodeWidgetGroupCommand.h"
+#include "utils/undo/MoveNodesCommand.h"
 #include "utils/undo/NewRemoveNodeLinkCommand.h"
 
 #include "nodes/ProjectFixture.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QLoggingCategory>
 #include <QUndoStack>
 #include <QtTest>
+
+#include <random>
 
 using namespace Nodes;
 using namespace Utils;
@@ -44,6 +50,60 @@ struct Drawing : ProjectFixture
     QUndoStack stack;
 };
 
+/// Commands at random, on whatever stands in the drawing by then.
+struct RandomCommands
+{
+    explicit RandomCommands(Drawing &drawing, unsigned seed) : d(drawing), random(seed) {}
+
+    int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random); }
+    NodeLink any()
+    {
+        const NodeLinks all = d.root()->GetNodes(true);
+        return all.empty() ? NodeLink(d.root()) : all[std::size_t(pick(int(all.size())))];
+    }
+    NodeLink anyLayer()
+    {
+        NodeLinks layers;
+        d.project.FindNodes(NodeType(NodeType::SubtypeLayer), &layers);
+        return layers.empty() ? NodeLink(d.root()) : layers[std::size_t(pick(int(layers.size())))];
+    }
+    NodeCommand *make(QUndoCommand *parent = nullptr)
+    {
+        const NodeLink node = any();
+        const NodeLink layer = anyLayer();
+        switch (pick(parent ? 6 : 8)) {
+        case 0:
+            return new ChangePropertyCommand(node, xProperty, pick(100), parent);
+        case 1:
+            return new ChangePropertyCommand(node, onPressProperty, NodeLinks{any(), any()},
+                                             parent);
+        case 2:
+            return new ChangeTextCommand(node, ChangeTextCommand::Name,
+                                         std::string(1, char('a' + pick(8))), parent);
+        case 3:
+            return new MoveNodesCommand({node, any(), any()}, layer, any(), parent);
+        case 4:
+            if (pick(3) != 0)
+                return new MoveNodesCommand({node}, layer, any(), parent);
+            return new RemoveNodeLinkGroup(node->GetParent(), {node, any()}, parent);
+        case 5:
+            return new CopyNodeWidgetGroupCommand(layer, d.clones({any()}), {pick(50), pick(50)},
+                                                  parent);
+        case 6:
+            return new AddNodeLinkCommand(d.clones({node})[0], layer);
+        default: {
+            auto *group = new CommandGroup("group");
+            for (int i = 0; i < 3; ++i)
+                make(group);
+            return group;
+        }
+        }
+    }
+
+    Drawing &d;
+    std::mt19937 random;
+};
+
 using Make = std::function<NodeCommand *(Drawing &)>;
 
 } // namespace
@@ -72,6 +132,18 @@ private slots:
             auto *command = new ChangePropertyCommand(d.labels[0], xProperty, 5);
             (void)command->setPropertyCommand();
             return command;
+        });
+        addRow("name", "Переименование узла a в z", [](Drawing &d) {
+            return new ChangeTextCommand(d.labels[0], ChangeTextCommand::Name, "z");
+        });
+        addRow("description", "Изменение описания узла a", [](Drawing &d) {
+            return new ChangeTextCommand(d.labels[0], ChangeTextCommand::Description, "about");
+        });
+        addRow("moved down", "Перемещение узла a", [](Drawing &d) {
+            return new MoveNodesCommand({d.labels[0]}, d.layer, d.labels[2]);
+        });
+        addRow("group moved to another layer", "Перемещение группы узлов", [](Drawing &d) {
+            return new MoveNodesCommand({d.labels[2], d.labels[0]}, d.other->GetParent(), d.other);
         });
         addRow("one removed", "Удаление виджета b",
                [](Drawing &d) { return new NewRemoveNodeLinkCommand(d.labels[1], d.layer); });
@@ -119,6 +191,18 @@ private slots:
         addRow("wrong type", "wrong type", [](Drawing &d) {
             return new ChangePropertyCommand(d.labels[0], xProperty, std::string("1"));
         });
+        addRow("name taken", "another child has that name", [](Drawing &d) {
+            return new ChangeTextCommand(d.labels[0], ChangeTextCommand::Name, "b");
+        });
+        addRow("in place already", "", [](Drawing &d) {
+            return new MoveNodesCommand({d.labels[1], d.labels[2]}, d.layer, d.labels[3]);
+        });
+        addRow("before one of themselves", "", [](Drawing &d) {
+            return new MoveNodesCommand({d.labels[1], d.labels[2]}, d.layer, d.labels[1]);
+        });
+        addRow("one of two may not move there", "may not stand below", [](Drawing &d) {
+            return new MoveNodesCommand({d.labels[0], d.other->GetParent()}, d.layer);
+        });
         addRow("nothing to remove", "no node to remove",
                [](Drawing &d) { return new RemoveNodeLinkGroup(d.layer, {NodeLink(99999ul)}); });
         addRow("one of two refused", "may not stand below", [](Drawing &d) {
@@ -139,6 +223,35 @@ private slots:
         d.stack.push(make(d));
         QCOMPARE(d.stack.count(), 0);
         QCOMPARE(d.text(), before);
+    }
+
+    void randomEditsAreUndoneAndRedone()
+    {
+        QLoggingCategory::setFilterRules("station.undo.warning=false"); // many are refused
+        for (unsigned seed = 1; seed <= 20; ++seed) {
+            Drawing d;
+            RandomCommands commands(d, seed);
+            std::vector<std::string> texts{d.text()};
+            for (int step = 0; step < 40; ++step) {
+                d.stack.push(commands.make());
+                if (std::size_t(d.stack.count()) == texts.size())
+                    texts.push_back(d.text());
+                const QString where = QString("seed %1, step %2").arg(seed).arg(step);
+                QVERIFY2(d.text() == texts.back(), qPrintable(where)); // refused: nothing changed
+            }
+            QVERIFY(texts.size() > 10);
+            for (int round = 0; round < 2; ++round) {
+                for (std::size_t i = texts.size(); i-- > 1;) {
+                    d.stack.undo();
+                    QVERIFY2(d.text() == texts[i - 1], qPrintable(QString::number(seed)));
+                }
+                for (std::size_t i = 1; i < texts.size(); ++i) {
+                    d.stack.redo();
+                    QVERIFY2(d.text() == texts[i], qPrintable(QString::number(seed)));
+                }
+            }
+        }
+        QLoggingCategory::setFilterRules(QString());
     }
 
     void pastedGroupKeepsItsShape()

@@ -50,6 +50,8 @@ public:
         m_hasActivity.store(true, std::memory_order_release);
         request();
     }
+    void textCame() { came(m_hasText, m_handlers.textChanged); }
+    void orderCame() { came(m_hasOrder, m_handlers.childMoved); }
     void childCame(const Nodes::NodeLink &link, bool isAdded)
     {
         if (RelayDispatcher::instance().isOwnThread()) {
@@ -81,6 +83,10 @@ protected:
         }
         if (m_hasProperty.exchange(false, std::memory_order_acq_rel) && m_isOpen)
             m_handlers.propertyChanged(nullptr);
+        if (m_hasText.exchange(false, std::memory_order_acq_rel) && m_isOpen)
+            m_handlers.textChanged();
+        if (m_hasOrder.exchange(false, std::memory_order_acq_rel) && m_isOpen)
+            m_handlers.childMoved();
         if (m_hasActivity.exchange(false, std::memory_order_acq_rel) && m_isOpen)
             m_handlers.activityChanged(m_isActive.load(std::memory_order_relaxed));
         if (m_hasValue.exchange(false, std::memory_order_acq_rel) && m_isOpen)
@@ -88,6 +94,16 @@ protected:
     }
 
 private:
+    void came(std::atomic<bool> &mark, const std::function<void()> &handler)
+    {
+        if (RelayDispatcher::instance().isOwnThread()) {
+            if (m_isOpen)
+                handler();
+            return;
+        }
+        mark.store(true, std::memory_order_release);
+        request();
+    }
     void announce(const Nodes::NodeLink &link, bool isAdded)
     {
         const auto &handler = isAdded ? m_handlers.childAdded : m_handlers.childRemoved;
@@ -101,6 +117,8 @@ private:
     bool m_isOpen = true;   // GUI thread
     std::atomic<bool> m_hasValue{false};
     std::atomic<bool> m_hasProperty{false};
+    std::atomic<bool> m_hasText{false};
+    std::atomic<bool> m_hasOrder{false};
     std::atomic<bool> m_hasActivity{false};
     std::atomic<bool> m_isActive{false};
     std::mutex m_mutex;
@@ -140,6 +158,12 @@ void NodeRelay::connect(Nodes::ConfigNode *node, Handlers handlers)
     if (state->handlers().activityChanged)
         m_connections.emplace_back(
             node->ConnectActivityChanged([state](bool on) { state->activityCame(on); }));
+    if (state->handlers().textChanged)
+        m_connections.emplace_back(
+            node->ConnectTextChanged([state](const Nodes::NodeLink &) { state->textCame(); }));
+    if (state->handlers().childMoved)
+        m_connections.emplace_back(
+            node->ConnectChildMoved([state](const Nodes::NodeLink &) { state->orderCame(); }));
     if (state->handlers().childAdded)
         m_connections.emplace_back(node->ConnectChildAdded(
             [state](const Nodes::NodeLink &link) { state->childCame(link, true); }));

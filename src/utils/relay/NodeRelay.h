@@ -33,9 +33,13 @@ public:
         std::function<void()> valueChanged;
         /// The node became active or idle; bursts from other threads end in the last state.
         std::function<void(bool)> activityChanged;
+        /// The name or the description changed.
+        std::function<void()> textChanged;
         /// Every child is announced; nothing is collapsed.
         std::function<void(Nodes::NodeLink)> childAdded;
         std::function<void(Nodes::NodeLink)> childRemoved;
+        /// The order of the children changed.
+        std::function<void()> childMoved;
     };
 
     NodeRelay();

@@ -47,17 +47,31 @@ Nodes::Result ChangePropertyCommand::setPropertyCommand()
 Nodes::Result ChangePropertyCommand::apply()
 {
     const Nodes::BasicProperty *property = findProperty(m_node, m_valueId);
-    const std::string previousText = property ? property->ToString() : std::string();
     m_previous = property ? property->GetPropertyValue() : boost::any();
-    const Nodes::Result result = setProperty(m_node, m_valueId, m_value);
-    if (result && property->ToString() == previousText)
-        setObsolete(true);
-    return result;
+    m_previousText = property ? property->ToString() : std::string();
+    return setProperty(m_node, m_valueId, m_value);
 }
 
 Nodes::Result ChangePropertyCommand::revert()
 {
     return setProperty(m_node, m_valueId, m_previous);
+}
+
+bool ChangePropertyCommand::changesNothing() const
+{
+    const Nodes::BasicProperty *property = findProperty(m_node, m_valueId);
+    return property && property->ToString() == m_previousText;
+}
+
+bool ChangePropertyCommand::isContinuedBy(const NodeCommand &newer) const
+{
+    const auto &other = static_cast<const ChangePropertyCommand &>(newer);
+    return other.m_node == m_node && other.m_valueId == m_valueId;
+}
+
+void ChangePropertyCommand::absorb(const NodeCommand &newer)
+{
+    m_value = static_cast<const ChangePropertyCommand &>(newer).m_value;
 }
 
 } // namespace Utils

@@ -6,10 +6,13 @@
 
 #include <boost/any.hpp>
 
+#include <string>
+
 namespace Utils {
 
 /// Gives one property of one node a new value; undo gives it the value it had before. A value that
-/// changes nothing makes the command obsolete: it leaves no step on the stack.
+/// changes nothing leaves no step on the stack, and so does an interaction that ends where it
+/// began.
 class UTILS_EXPORT ChangePropertyCommand : public NodeCommand
 {
 public:
@@ -25,12 +28,16 @@ public:
 protected:
     Nodes::Result apply() override;
     Nodes::Result revert() override;
+    bool changesNothing() const override;
+    bool isContinuedBy(const NodeCommand &newer) const override;
+    void absorb(const NodeCommand &newer) override;
 
 private:
     Nodes::NodeLink m_node;
     unsigned m_valueId;
     boost::any m_value;
     boost::any m_previous;
+    std::string m_previousText;
 };
 
 } // namespace Utils

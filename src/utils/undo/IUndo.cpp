@@ -1,6 +1,7 @@
 #include "utils/undo/IUndo.h"
 
 #include <QPointer>
+#include <QUndoGroup>
 #include <QUndoStack>
 
 #include <memory>
@@ -10,6 +11,7 @@ namespace Utils {
 namespace {
 
 QPointer<QUndoStack> applicationStack;
+QPointer<QUndoGroup> applicationGroup;
 
 } // namespace
 
@@ -22,20 +24,26 @@ void IUndo::pushToUndoStack(QUndoCommand *command)
     std::unique_ptr<QUndoCommand> held(command);
     if (!held)
         return;
-    if (applicationStack)
-        applicationStack->push(held.release());
+    if (QUndoStack *stack = undoStack())
+        stack->push(held.release());
     else
         held->redo();
 }
 
 QUndoStack *IUndo::undoStack()
 {
-    return applicationStack;
+    QUndoStack *active = applicationGroup ? applicationGroup->activeStack() : nullptr;
+    return active ? active : applicationStack.data();
 }
 
 void IUndo::setUndoStack(QUndoStack *stack)
 {
     applicationStack = stack;
+}
+
+void IUndo::setUndoGroup(QUndoGroup *group)
+{
+    applicationGroup = group;
 }
 
 } // namespace Utils

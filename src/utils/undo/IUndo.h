@@ -6,11 +6,13 @@
 
 class QObject;
 class QUndoCommand;
+class QUndoGroup;
 class QUndoStack;
 
 namespace Utils {
 
-/// Base of objects whose edits can be undone: the way to the application's undo stack. GUI thread.
+/// Base of objects whose edits can be undone: the way to the application's undo stack, which is the
+/// active document's where the host keeps several documents (UndoGroup). GUI thread.
 class UTILS_EXPORT IUndo
 {
 public:
@@ -26,9 +28,12 @@ public:
     /// and cannot be undone. Takes ownership; null is ignored.
     void pushToUndoStack(QUndoCommand *command);
 
-    /// Stack of the application; null when it has none or it is gone.
+    /// The group's active stack; without one the host's only one. Null when there is neither.
     static QUndoStack *undoStack();
+    /// For hosts that keep one stack for everything; not owned.
     static void setUndoStack(QUndoStack *stack);
+    /// For hosts with documents; an UndoGroup does so itself. Not owned.
+    static void setUndoGroup(QUndoGroup *group);
 
 private:
     QObject *m_owner;

@@ -1,39 +1,16 @@
 #include "utils/undo/RemoveNodeLinkGroup.h"
 
+#include "utils/undo/DistinctNodes.h"
+
 #include "nodes/model/ConfigNode.h"
 
 namespace Utils {
-
-namespace {
-
-bool isBelowAny(const Nodes::NodeLink &link, const Nodes::NodesArray &nodes)
-{
-    for (const Nodes::ConfigNode *above = link->GetParent(); above; above = above->GetParent()) {
-        if (nodes.Contains(Nodes::NodeLink(above)))
-            return true;
-    }
-    return false;
-}
-
-/// Each node once, without those that go with another.
-Nodes::NodesArray distinct(const Nodes::NodeLinks &links)
-{
-    const Nodes::NodesArray all(links);
-    Nodes::NodesArray nodes;
-    for (const Nodes::NodeLink &link : links) {
-        if (link.isValid() && !nodes.Contains(link) && !isBelowAny(link, all))
-            nodes.push_back(link);
-    }
-    return nodes;
-}
-
-} // namespace
 
 RemoveNodeLinkGroup::RemoveNodeLinkGroup(const Nodes::NodeLink &nodeParent,
                                          const Nodes::NodeLinks &nodes, QUndoCommand *parent)
     : NodeCommand(parent), m_nodeParent(nodeParent)
 {
-    const Nodes::NodesArray removed = distinct(nodes);
+    const Nodes::NodesArray removed = distinctNodes(nodes);
     for (const Nodes::NodeLink &node : removed)
         m_nodes.add(node, nodeParent);
     setText(removed.size() == 1 ? QStringLiteral("Удаление виджета %1")
