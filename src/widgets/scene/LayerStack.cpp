@@ -17,7 +17,7 @@ QList<ProxyLayer *> LayerStack::sorted() const
 {
     QList<ProxyLayer *> visible;
     std::copy_if(m_layers.begin(), m_layers.end(), std::back_inserter(visible),
-                 [](const ProxyLayer *layer) { return layer->isVisible() && layer->getNode(); });
+                 [](const ProxyLayer *layer) { return layer->isVisible() && layer->isHome(); });
     std::stable_sort(visible.begin(), visible.end(),
                      [](const ProxyLayer *a, const ProxyLayer *b) { return *a < *b; });
     return visible;

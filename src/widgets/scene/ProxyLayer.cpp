@@ -16,6 +16,8 @@
 
 #include <utility>
 
+#include <utility>
+
 namespace Widgets {
 
 ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags,
@@ -71,14 +73,48 @@ void ProxyLayer::addWidgets(const Nodes::NodeLinks &links)
 void ProxyLayer::follow(bool withProperties)
 {
     Utils::NodeRelay::Handlers handlers;
-    handlers.childAdded = [this](const Nodes::NodeLink &link) { emit nodeAdded(link); };
+    handlers.childAdded = [this](const Nodes::NodeLink &link) {
+        emit nodeAdded(link);
+        const Nodes::ConfigNode *node = getNode();
+        if (node && node->IndexOf(link.GetNode()) + 1 < node->GetNodeCount())
+            restackLater();
+    };
+    handlers.childMoved = [this] { restackLater(); };
     handlers.childRemoved = [this](const Nodes::NodeLink &link) { emit nodeRemoved(link); };
     if (withProperties)
         handlers.propertyChanged = [this](Nodes::BasicProperty *property) {
             property ? emit propertyUpdated(property) : takeAll();
         };
     m_relay.connect(getNode(), std::move(handlers));
+    if (layerNode())
+        m_home = Nodes::NodeLink(getNode()->GetParent());
     followAncestors();
+}
+
+bool ProxyLayer::isHome() const
+{
+    const Nodes::ConfigNode *node = getNode();
+    return node && (m_home.isEmpty() || m_home == Nodes::NodeLink(node->GetParent()));
+}
+
+void ProxyLayer::restackLater()
+{
+    if (!std::exchange(m_isRestackDue, true))
+        QTimer::singleShot(0, this, &ProxyLayer::restack);
+}
+
+// Elements of one order lie above each other as their nodes follow one another.
+void ProxyLayer::restack()
+{
+    m_isRestackDue = false;
+    const QGraphicsItem *above = nullptr;
+    const Nodes::NodeLinks nodes = getNode() ? getNode()->GetNodes() : Nodes::NodeLinks();
+    for (auto link = nodes.rbegin(); link != nodes.rend(); ++link) {
+        ProxyWidget *host = m_hosts.value(link->GetNodeId());
+        if (host && above)
+            host->stackBefore(above);
+        above = host ? host : above;
+    }
 }
 
 // A node taken out of the tree tells its parent only; those below it just cease to be found.
@@ -116,7 +152,7 @@ void ProxyLayer::onAncestorMoved()
 
 void ProxyLayer::comeBack()
 {
-    if (!getNode() || !getWidgets().isEmpty())
+    if (!isHome() || !getWidgets().isEmpty())
         return;
     followAncestors();
     if (layerNode())

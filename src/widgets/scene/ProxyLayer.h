@@ -45,6 +45,8 @@ public:
 
     /// Null without a node, or when it was deleted.
     Nodes::ConfigNode *getNode() const { return m_node.get(); }
+    /// False while the layer's node is gone or stands in another composition.
+    bool isHome() const;
     /// Hosts of the elements, in stacking order.
     QList<ProxyWidget *> getWidgets() const;
 
@@ -92,6 +94,8 @@ private:
     void followAncestors();
     void onAncestorMoved();
     void comeBack();
+    void restackLater();
+    void restack();
     void drop(ProxyWidget &host);
     void onPropertyChange(Nodes::BasicProperty *property);
     void takeAll();
@@ -99,9 +103,11 @@ private:
     Nodes::BasicLayer *layerNode() const;
 
     Utils::WatchedNode<Nodes::ConfigNode> m_node;
+    Nodes::NodeLink m_home;    // composition of a layer; empty for a window
     SceneContextPtr m_context; // for the elements
     int m_frameType = 1;
     bool m_isTransparent = true;
+    bool m_isRestackDue = false;
     bool m_isBuilt = false; // the elements present at construction are hosted
     QMultiHash<unsigned long, QPointer<ProxyWidget>> m_hosts; // by id of the element's node
     Utils::NodeRelay m_relay;

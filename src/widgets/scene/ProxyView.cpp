@@ -90,6 +90,12 @@ void ProxyView::showScene(ProxyScene *scene, Nodes::ConfigNode *node)
     m_relay.disconnect();
     Utils::NodeRelay::Handlers handlers;
     handlers.propertyChanged = [this](Nodes::BasicProperty *p) { emit updateProperty(p); };
+    handlers.textChanged = [this, node, name = nameOf(node)]() mutable {
+        const QString former = std::exchange(name, nameOf(node));
+        if (windowTitle() == former) // a window at run time has a title of its own
+            setWindowTitle(name);
+        setObjectName(name);
+    };
     m_relay.connect(node, std::move(handlers));
     if (const ProxyScene *previous = proxyScene())
         disconnect(previous, &ProxyScene::modeChanged, this, &ProxyView::takeMode);

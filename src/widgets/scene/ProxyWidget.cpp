@@ -4,6 +4,7 @@
 #include "widgets/elements/painting/DirectPainting.h"
 #include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/editing/ElementEditor.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
@@ -183,7 +184,7 @@ void ProxyWidget::takeDisabled(const Nodes::BasicWidget &node)
         widget()->setDisabled(node.isDisabled());
 }
 
-// After changes made on another thread nobody knows which they were.
+// After several at once, or changes made on another thread, nobody knows which they were.
 void ProxyWidget::takeAll()
 {
     const Nodes::BasicWidget *node = getNode();
@@ -191,9 +192,15 @@ void ProxyWidget::takeAll()
         return;
     setZValue(node->GetZOrder());
     takeDisabled(*node);
+    if (m_editor)
+        m_editor->rememberGeometry();
     setPositionItems(QRectF());
     later(&ProxyWidget::takeVisible);
-    later(&ProxyWidget::takeFlags);
+    // The layer may hold the elements back: what has not changed is left to it.
+    if (!locker() || locker()->isLocked() == node->isMovable())
+        later(&ProxyWidget::takeMovable);
+    if (!locker() || acceptDrops() != node->isSelectable())
+        later(&ProxyWidget::takeSelectable);
 }
 
 void ProxyWidget::later(void (ProxyWidget::*take)(const Nodes::BasicWidget &))

@@ -82,6 +82,10 @@ public:
     /// Step that gives the node the item's place and size; null when it has them. Owned by the
     /// parent, or else by the caller.
     QUndoCommand *getGeometryChangeCommand(QUndoCommand *parent);
+    /// After that step: where it was refused, the item goes back to where its node is.
+    void takeRefusal();
+    /// Puts the item back to where it was before a move that is not committed; false without one.
+    bool takeBackMove();
     /// Step that makes the node movable or not. Without `push` it is done already.
     QUndoCommand *getIsMoviedPropertiesChangeCommand(QUndoCommand *parent, bool &movable,
                                                      bool &push);

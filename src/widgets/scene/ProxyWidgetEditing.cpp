@@ -86,6 +86,16 @@ QUndoCommand *ProxyWidget::getGeometryChangeCommand(QUndoCommand *parent)
     return editor().geometryChange(parent);
 }
 
+void ProxyWidget::takeRefusal()
+{
+    editor().takeRefusal();
+}
+
+bool ProxyWidget::takeBackMove()
+{
+    return editor().takeBackMove();
+}
+
 QUndoCommand *ProxyWidget::getIsMoviedPropertiesChangeCommand(QUndoCommand *parent, bool &movable,
                                                               bool &push)
 {
@@ -105,6 +115,7 @@ void ProxyWidget::onMovedFinished()
         edited->commit(command.release());
     else if (command)
         command->redo();
+    takeRefusal();
 }
 
 void ProxyWidget::onLockChanged(bool lock)

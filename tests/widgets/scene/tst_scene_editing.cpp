@@ -7,7 +7,9 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/Locker.h"
 
+#include "nodes/model/NodeNotifications.h"
 #include "nodes/visual/BasicWidget.h"
+#include "utils/undo/MoveNodesCommand.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -91,6 +93,96 @@ private slots:
         QCOMPARE(editor.place(32).topLeft(), QPoint(13, 20));
         editor.key(Qt::Key_Down, {}, 0); // nothing changed
         QCOMPARE(editor.stack.count(), 1);
+    }
+
+    void eachStepRefreshesOnce()
+    {
+        const Editor editor;
+        int told = 0;
+        const Nodes::ScopedConnection connection = editor.project.node(32)->ConnectPropertyChanged(
+            [&](Nodes::BasicProperty *) { ++told; });
+        editor.select({32});
+        editor.key(Qt::Key_Right, Qt::ShiftModifier);
+        QCOMPARE(told, 1); // one property
+        editor.hosts().first()->setGeometry({5, 6, 70, 80});
+        editor.scene->onMoveFinished();
+        QCOMPARE(told, 2); // all four
+        QCOMPARE(editor.place(32), QRect(5, 6, 70, 80));
+        QCOMPARE(editor.hosts().first()->geometry(), QRectF(5, 6, 70, 80));
+    }
+
+    void escapeTakesAMoveBack()
+    {
+        const Editor editor;
+        editor.select({32, 33});
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+        QApplication::sendEvent(editor.scene, &press);
+        QCOMPARE(editor.hosts().first()->pos(), QPointF(11, 20));
+        editor.key(Qt::Key_Escape);
+        QCOMPARE(editor.hosts().first()->pos(), QPointF(10, 20));
+        QCOMPARE(editor.scene->selectedItems().size(), 2);
+        editor.key(Qt::Key_Right, {}, 0); // the arrow is let go
+        QCOMPARE(editor.stack.count(), 0);
+        editor.key(Qt::Key_Escape);
+        QVERIFY(editor.scene->selectedItems().isEmpty());
+    }
+
+    void refusedMoveReturns()
+    {
+        const Editor editor;
+        editor.project.set(32, "x", "32767");
+        editor.select({32, 33});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("not done: .*out of range"));
+        editor.key(Qt::Key_Right);
+        QCOMPARE(editor.stack.count(), 0);
+        QCOMPARE(editor.hosts()[0]->pos(), QPointF(32767, 20));
+        QCOMPARE(editor.hosts()[1]->pos(), QPointF(200, 80)); // moved together or not at all
+    }
+
+    void followsTheOrderOfTheNodes()
+    {
+        Editor editor;
+        const Nodes::NodeLink layer(31ul);
+        const auto order = [&editor] {
+            QStringList names;
+            for (const ProxyWidget *host : editor.hosts())
+                names << QString::fromStdString(host->getNode()->GetName());
+            return names.join(' ');
+        };
+        editor.stack.push(new Utils::MoveNodesCommand({Nodes::NodeLink(32ul)}, layer));
+        QTRY_COMPARE(order(), QString("B F A"));
+        editor.stack.undo();
+        QTRY_COMPARE(order(), QString("A B F"));
+        editor.select({33});
+        editor.key(Qt::Key_Delete);
+        editor.stack.undo();
+        QTRY_COMPARE(order(), QString("A B F"));
+    }
+
+    void layerThatMovesAwayIsShownThere()
+    {
+        Editor editor;
+        Nodes::ConfigNode *root = editor.project.node(1);
+        const Nodes::NodeLink other(editor.project.core.GetNodesCollection()->CreateNode(
+            Nodes::NodeType(Nodes::NodeType::SubtypeComposition), root));
+        Widgets::ProxyView view(other.GetNode(), nullptr);
+        const ProxyScene *there = view.setScene(other.GetNode());
+        editor.stack.push(new Utils::MoveNodesCommand({Nodes::NodeLink(31ul)}, other));
+        QTRY_COMPARE(there->getLayers().size(), 1);
+        QCOMPARE(there->getLayers().first()->getWidgets().size(), 3);
+        QCoreApplication::processEvents();
+        QVERIFY(editor.hosts().isEmpty());
+        editor.stack.undo();
+        QTRY_COMPARE(editor.hosts().size(), 3);
+        QTRY_VERIFY(there->getLayers().first()->getWidgets().isEmpty());
+    }
+
+    void titleFollowsTheName()
+    {
+        const Editor editor;
+        QCOMPARE(editor.view.windowTitle(), QString("C"));
+        QVERIFY(editor.project.node(30)->Rename("Котельная"));
+        QCOMPARE(editor.view.windowTitle(), QStringLiteral("Котельная"));
     }
 
     void whatIsNotMovableOnlyGrows()
@@ -226,7 +318,13 @@ private slots:
 
     void dropsFromThePanel()
     {
-        const Editor editor;
+        Editor editor;
+        QStringList changes; // nothing but whole elements may enter
+        const Nodes::ScopedConnection connection =
+            editor.project.core.GetNodesCollection()->ConnectChanged(
+                [&](const Nodes::NodeChange &change) {
+                    changes << QString::number(change.what) + change.child.GetLinkName().c_str();
+                });
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);
         stream << QStringLiteral("label") << QStringLiteral("folder") << QStringLiteral("button");
@@ -242,6 +340,13 @@ private slots:
         const auto hosts = editor.scene->getLayers().last()->getWidgets();
         QCOMPARE(hosts.size(), 2);
         QCOMPARE(hosts.first()->geometry().center(), QPointF(200, 100));
+        const QString in = QString::number(Nodes::NodeChange::ChildAdded);
+        for (const ProxyWidget *host : hosts)
+            QCOMPARE(changes.takeFirst(), in + host->getNode()->GetName().c_str());
+        QVERIFY(changes.isEmpty());
+        editor.stack.undo();
+        editor.stack.undo();
+        QVERIFY(editor.scene->getLayers().last()->getWidgets().isEmpty());
     }
 };
 

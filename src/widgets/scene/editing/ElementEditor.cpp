@@ -5,7 +5,9 @@
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
+#include "utils/convert/ValueConversions.h"
 #include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/CommandGroup.h"
 
 #include <QDataStream>
 #include <QGraphicsProxyWidget>
@@ -136,10 +138,11 @@ QUndoCommand *ElementEditor::geometryChange(QUndoCommand *parent)
     const QRect now = m_host.geometry().toRect();
     if (element && now == m_committed)
         return nullptr;
-    auto command = std::make_unique<QUndoCommand>(parent);
+    auto command = std::make_unique<Utils::CommandGroup>(QString(), parent);
     if (!element)
         return command.release();
     m_committed = now;
+    m_isOffered = true;
     using Prop = Nodes::BasicWidget::Prop;
     const std::pair<unsigned, int> values[] = {{Prop::X, now.x()},
                                                {Prop::Y, now.y()},
@@ -152,9 +155,30 @@ QUndoCommand *ElementEditor::geometryChange(QUndoCommand *parent)
     return command.release();
 }
 
+void ElementEditor::takeRefusal()
+{
+    const Nodes::BasicWidget *element = std::exchange(m_isOffered, false) ? node() : nullptr;
+    const QRect own = element ? Utils::NRectToQRect(element->GetGeometry()) : m_committed;
+    if (own == m_committed)
+        return;
+    m_committed = own;
+    m_host.setGeometry(m_committed);
+    place(QRectF());
+}
+
+bool ElementEditor::takeBackMove()
+{
+    m_isMoving = false;
+    if (m_host.geometry().toRect() == m_committed)
+        return false;
+    m_host.setGeometry(m_committed);
+    place(QRectF());
+    return true;
+}
+
 QUndoCommand *ElementEditor::movableChange(QUndoCommand *parent, bool movable, bool push) const
 {
-    auto command = std::make_unique<QUndoCommand>(parent);
+    auto command = std::make_unique<Utils::CommandGroup>(QString(), parent);
     if (!node())
         return command.release();
     auto *change = new Utils::ChangePropertyCommand(m_link, Nodes::BasicWidget::Prop::Movable,

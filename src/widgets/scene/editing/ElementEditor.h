@@ -51,6 +51,8 @@ public:
 
     /// See ProxyWidget::getGeometryChangeCommand, and so on.
     QUndoCommand *geometryChange(QUndoCommand *parent);
+    void takeRefusal();
+    bool takeBackMove();
     QUndoCommand *movableChange(QUndoCommand *parent, bool movable, bool push) const;
     static Nodes::NodesArray draggedNodes(const Nodes::NodeLink &element, const QMimeData *mime);
 
@@ -67,7 +69,8 @@ private:
     Locker *m_locker = nullptr;
     int m_frameType = 1;
     bool m_isMoving = false;
-    QRect m_committed; ///< geometry that the node holds
+    QRect m_committed;        ///< geometry that the node holds
+    bool m_isOffered = false; ///< the same, if the command that was made is not refused
 };
 
 } // namespace Widgets

@@ -2,6 +2,8 @@
 
 #include "widgets/dialogs/PlainMessageBox.h"
 
+#include "nodes/model/FreeName.h"
+#include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/models/SortNodeTypes.h"
@@ -17,6 +19,14 @@ namespace {
 void warn(const char *text)
 {
     PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Внимание"), QString::fromUtf8(text));
+}
+
+std::string freeName(const Nodes::ConfigNode &parent, const std::string &wanted)
+{
+    std::vector<std::string_view> taken;
+    for (const auto &child : parent.Children())
+        taken.emplace_back(child->GetName());
+    return Nodes::FreeName(taken, wanted, 1);
 }
 
 } // namespace
@@ -58,19 +68,21 @@ bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QP
         warn("Коллекция не найдена");
         return false;
     }
-    // The layer hears of the new child and shows it.
-    auto *node = dynamic_cast<Nodes::BasicWidget *>(project->CreateNode(type, parent));
-    if (!node) {
+    // It enters the tree by the command only; the layer hears of the new child and shows it then.
+    const Nodes::NodeLink link(project->CreateNode(type, nullptr));
+    auto *node = dynamic_cast<Nodes::BasicWidget *>(link.GetNode());
+    if (!node || !parent->GetKind()->AllowsChild(type)) {
+        (void)project->TakeClone(link);
         warn("Узел не создан");
         return false;
     }
+    node->SetName(freeName(*parent, node->GetName()));
     const Nodes::NRect box = node->GetGeometry();
     const QPoint corner =
         point.toPoint() - (isCentre ? QPoint(box.width / 2, box.height / 2) : QPoint());
     node->SetPosition(corner.x(), corner.y());
-    m_undo.pushToUndoStack(
-        new Utils::AddNodeLinkCommand(Nodes::NodeLink(node), Nodes::NodeLink(parent)));
-    return true;
+    m_undo.pushToUndoStack(new Utils::AddNodeLinkCommand(link, Nodes::NodeLink(parent)));
+    return !project->TakeClone(link); // refused ones are still there; the command has logged why
 }
 
 } // namespace Widgets

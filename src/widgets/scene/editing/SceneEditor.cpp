@@ -149,7 +149,8 @@ bool SceneEditor::pressKey(const QKeyEvent &event)
         for (ProxyLayer *layer : m_layers.all())
             layer->keyMove(arrowDelta(event));
     } else if (event.key() == Qt::Key_Escape) {
-        m_scene.clearSelection();
+        if (!m_selection.takeBackMove())
+            m_scene.clearSelection();
     } else if (event.key() == Qt::Key_Delete) {
         emit removalAsked();
     } else if (event.matches(QKeySequence::Copy) && m_copyAction) {

@@ -4,6 +4,7 @@
 
 #include "nodes/visual/BasicWidget.h"
 #include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/CommandGroup.h"
 #include "utils/undo/IUndo.h"
 #include "utils/undo/RemoveNodeLinkGroup.h"
 
@@ -55,18 +56,32 @@ void SelectionEdits::commitGeometry()
     const QList<ProxyWidget *> hosts = this->hosts();
     if (hosts.size() == 1) {
         m_undo.pushToUndoStack(hosts.first()->getGeometryChangeCommand(nullptr));
-        return;
+    } else {
+        auto group =
+            std::make_unique<Utils::CommandGroup>(QStringLiteral("Изменение координат виджетов"));
+        for (ProxyWidget *host : hosts)
+            (void)host->getGeometryChangeCommand(group.get());
+        if (group->childCount() > 0)
+            m_undo.pushToUndoStack(group.release());
     }
-    auto group = std::make_unique<QUndoCommand>(QStringLiteral("Изменение координат виджетов"));
     for (ProxyWidget *host : hosts)
-        (void)host->getGeometryChangeCommand(group.get());
-    if (group->childCount() > 0)
-        m_undo.pushToUndoStack(group.release());
+        host->takeRefusal();
+}
+
+bool SelectionEdits::takeBackMove()
+{
+    bool isTakenBack = false;
+    for (ProxyWidget *host : hosts())
+        isTakenBack = host->takeBackMove() || isTakenBack;
+    // The button is still down: the rest of the drag moves nothing.
+    if (QGraphicsItem *dragged = isTakenBack ? m_scene.mouseGrabberItem() : nullptr)
+        dragged->ungrabMouse();
+    return isTakenBack;
 }
 
 void SelectionEdits::setMovable(ProxyWidget &host, bool &movable, bool &push)
 {
-    auto group = std::make_unique<QUndoCommand>();
+    auto group = std::make_unique<Utils::CommandGroup>(QString());
     const QUndoCommand *change =
         host.getIsMoviedPropertiesChangeCommand(group.get(), movable, push);
     group->setText(change->text());
@@ -77,7 +92,8 @@ void SelectionEdits::setMovable(ProxyWidget &host, bool &movable, bool &push)
 void SelectionEdits::moveOrder(int step)
 {
     const QList<ProxyWidget *> hosts = this->hosts();
-    auto group = std::make_unique<QUndoCommand>(QStringLiteral("Изменение порядка виджетов"));
+    auto group =
+        std::make_unique<Utils::CommandGroup>(QStringLiteral("Изменение порядка виджетов"));
     for (const ProxyWidget *host : hosts) {
         const int order = host->getNode()->GetZOrder() + step;
         const auto *change = new Utils::ChangePropertyCommand(

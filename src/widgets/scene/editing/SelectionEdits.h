@@ -28,6 +28,8 @@ public:
     void remove(const Nodes::NodeLinks &links);
     /// Brings place and size of the items into the nodes.
     void commitGeometry();
+    /// Ends a move that is not committed and puts the items back; false without one.
+    bool takeBackMove();
     /// With `push`, else at once and for good.
     void setMovable(ProxyWidget &host, bool &movable, bool &push);
     /// Moves all up, or down, by that many places.
