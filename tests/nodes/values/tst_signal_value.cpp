@@ -1,3 +1,4 @@
+#include "nodes/model/ConfigNode.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/OperatorText.h"
@@ -29,11 +30,12 @@ private slots:
                      qPrintable(texts.last()));
             QCOMPARE(QString::fromStdString(OperatorText(result)), texts.last() + " (technical)");
         }
+        const ConfigNode *nobody = nullptr;
         for (const int code : {1317, 1318})
             texts << QString::fromStdString(
-                Result(nullptr, Result::AuthenticationFailed, code).GetResultTranslated());
+                Result(nobody, Result::AuthenticationFailed, code).GetResultTranslated());
         QCOMPARE(texts.removeDuplicates(), 0);
-        QCOMPARE(Result(nullptr, Result::Failed, 1320).GetResultTranslated(),
+        QCOMPARE(Result(nobody, Result::Failed, 1320).GetResultTranslated(),
                  Result(Result::AccessDenied).GetResultTranslated());
     }
 
