@@ -86,6 +86,7 @@ ArchiverDBMgrDialog::ArchiverDBMgrDialog(Nodes::BasicAction *node, const QString
     setWindowTitle(QStringLiteral("Файлы архива"));
     resize(760, 420);
     buildTable();
+    MakeLegible(*m_summary);
     m_summary->setWordWrap(true);
     m_summary->setTextFormat(Qt::PlainText);
     m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -107,6 +108,8 @@ void ArchiverDBMgrDialog::buildTable()
                                         QStringLiteral("Изменён"), QStringLiteral("Состояние")});
     m_model->setSortRole(SortRole);
     m_table->setModel(m_model);
+    MakeLegible(*m_table);
+    MakeLegible(*m_table->header());
     m_table->setRootIsDecorated(false);
     m_table->setUniformRowHeights(true);
     m_table->setSortingEnabled(true);

@@ -8,7 +8,6 @@ BasicDialog::BasicDialog(QWidget *parent, Qt::WindowFlags flags)
     : QDialog(parent, flags), DialogManners(static_cast<QWidget &>(*this))
 {
     ApplyDialogLook(*this);
-    MakeLegible(*this);
 }
 
 void BasicDialog::showEvent(QShowEvent *event)

@@ -44,20 +44,21 @@ void ApplyDialogLook(QWidget &dialog)
     dialog.setStyleSheet(QLatin1String(keyStyle));
 }
 
-void MakeLegible(QWidget &dialog)
+void MakeLegible(QWidget &widget)
 {
     constexpr int points = 11;
-    QFont font = dialog.font();
+    QFont font = widget.font();
     if (font.pointSize() >= points)
         return;
     font.setPointSize(points);
-    dialog.setFont(font);
+    widget.setFont(font);
 }
 
 void MakeTouchable(QAbstractButton &button)
 {
     constexpr int margins = 32;
     button.ensurePolished();
+    MakeLegible(button);
     button.setIcon(QIcon()); // the desktop's own would differ from panel to panel
     const int text = button.fontMetrics().horizontalAdvance(button.text());
     button.setMinimumSize(TouchButton.expandedTo(QSize(text + margins, 0)));

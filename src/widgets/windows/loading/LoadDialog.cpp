@@ -71,6 +71,9 @@ void LoadDialog::build(const QString &projectName)
     connect(m_continueButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_closeButton, &QPushButton::clicked, this, &LoadDialog::reject);
 
+    MakeLegible(*m_projectLabel);
+    MakeLegible(*m_stageLabel);
+    MakeLegible(*m_table);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_continueButton);
