@@ -30,7 +30,7 @@ struct Names : ActionKinds
         QString &m_ran;
     };
 
-    bool knows(Nodes::NodeType type) const override { return type.GetCode() == 0x10006; }
+    bool knows(const Nodes::NodeType &type) const override { return type.GetCode() == 0x10006; }
     qBasicAction *create(Nodes::BasicAction *copy) const override { return new Run(copy, ran); }
 
     mutable QString ran;
