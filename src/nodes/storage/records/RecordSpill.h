@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
 #include "nodes/storage/records/Record.h"
 #include "nodes/storage/records/RecordFinding.h"
 #include "nodes/values/Result.h"
@@ -16,7 +17,7 @@ namespace Nodes {
 /// File that takes records while their store cannot: see RecordFrame. It stays open while it holds
 /// records, so that they can be read even after somebody deleted it. Used by one thread at a time;
 /// the count by any.
-class RecordSpill
+class NODES_EXPORT RecordSpill
 {
 public:
     explicit RecordSpill(RecordFormat format) : m_format(std::move(format)) {}

@@ -15,6 +15,8 @@ Recorder::Recorder(RecordFormat format, const Limits &limits, RecordHooks hooks)
 {
 }
 
+Recorder::~Recorder() = default;
+
 void Recorder::SetFallbacks(std::vector<std::string> directories)
 {
     const std::lock_guard lock(m_mutex);
@@ -78,6 +80,16 @@ Result Recorder::Flush()
         return Result();
     return Result(Result::StorageError,
                   location + ": neither it nor its spill file can be written");
+}
+
+std::size_t Recorder::Waiting() const
+{
+    return m_queue.Size();
+}
+
+std::vector<std::string> Recorder::GetFallbackFiles() const
+{
+    return m_overflow.GetFiles();
 }
 
 StoreHealth Recorder::GetHealth() const

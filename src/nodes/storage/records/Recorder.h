@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
 #include "nodes/storage/records/RecordOverflow.h"
 #include "nodes/storage/records/RecordQueue.h"
 #include "nodes/storage/records/RecordRescuer.h"
@@ -19,7 +20,7 @@ namespace Nodes {
 /// stored twice. A disk that hangs holds up nobody but that thread. Journal and archive each have
 /// one. Held by a shared pointer, which threads that a disk holds keep. Any thread, except where
 /// stated.
-class Recorder : public std::enable_shared_from_this<Recorder>
+class NODES_EXPORT Recorder : public std::enable_shared_from_this<Recorder>
 {
 public:
     struct Limits
@@ -32,6 +33,7 @@ public:
     };
 
     Recorder(RecordFormat format, const Limits &limits, RecordHooks hooks);
+    ~Recorder();
 
     /// Directories on other disks for what cannot be written beside the store, the best one first;
     /// of these records alone. Before Open, which takes up what an earlier run left there.
@@ -52,9 +54,9 @@ public:
     [[nodiscard]] Result Flush();
 
     StoreHealth GetHealth() const;
-    std::size_t Waiting() const { return m_queue.Size(); }
+    std::size_t Waiting() const;
     /// Spill files on other disks that hold records. May wait for a disk.
-    std::vector<std::string> GetFallbackFiles() const { return m_overflow.GetFiles(); }
+    std::vector<std::string> GetFallbackFiles() const;
 
 private:
     const Limits m_limits;
