@@ -28,8 +28,10 @@ qwidgetMultiImage::~qwidgetMultiImage() = default;
 
 const PropertyBindings &qwidgetMultiImage::bindings() const
 {
+    using Prop = Node::Prop;
     static constexpr PropertyRow rows[] = {
-        PropertyRow::only(Then::Value, Node::Prop::BadImage, Node::Prop::NoPicture),
+        // The host shows and hides it as well; a state may forbid what the node allows.
+        PropertyRow::only(Then::Value, Prop::BadImage, Prop::NoPicture, Prop::Visible),
     };
     static const PropertyBindings all(rows, &qwidgetImage::bindings());
     return all;

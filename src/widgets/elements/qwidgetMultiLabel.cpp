@@ -21,7 +21,8 @@ const PropertyBindings &qwidgetMultiLabel::bindings() const
     using Prop = Node::Prop;
     static constexpr PropertyRow rows[] = {
         PropertyRow::takes<&qwidgetMultiLabel::takeColors>(Then::Value, Prop::StateColors),
-        PropertyRow::only(Then::Value, Prop::Visibility),
+        // The host shows and hides it as well; a state may forbid what the node allows.
+        PropertyRow::only(Then::Value, Prop::Visibility, Prop::Visible),
     };
     static const PropertyBindings all(rows, &qwidgetLabel::bindings());
     return all;

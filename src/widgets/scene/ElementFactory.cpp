@@ -57,14 +57,22 @@ template <class Element> constexpr Row shows()
     return {Element::Node::Code, &make<Element>};
 }
 
+// One a line, so that a new one touches no other.
+// clang-format off
 constexpr Row rows[] = {
-    shows<qwidgetLabel>(),      shows<qwidgetImage>(),
-    shows<qwidgetButton>(),     shows<qwidgetRecorderDigitalDisplay>(),
-    shows<qwidgetBargraph>(),   shows<qwidgetMultiLabel>(),
-    shows<qwidgetMultiImage>(), shows<qwidgetMovingImage>(),
-    shows<qwidgetEditBox>(),    shows<qwidgetComboBox>(),
+    shows<qwidgetLabel>(),
+    shows<qwidgetImage>(),
+    shows<qwidgetButton>(),
+    shows<qwidgetRecorderDigitalDisplay>(),
+    shows<qwidgetBargraph>(),
+    shows<qwidgetMultiLabel>(),
+    shows<qwidgetMultiImage>(),
+    shows<qwidgetMovingImage>(),
+    shows<qwidgetEditBox>(),
+    shows<qwidgetComboBox>(),
     shows<qwidgetCheckBox>(),
 };
+// clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");
 
 } // namespace
