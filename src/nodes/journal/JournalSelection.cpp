@@ -53,7 +53,7 @@ std::vector<std::string> JournalSelection::conditions(const Origins &origins) co
         return {""};
     std::vector<std::string> conditions;
     if (m_query.nodes.empty() && origins.border > 0)
-        conditions.push_back(" AND origin = 0 AND id <= " + std::to_string(origins.border) +
+        conditions.push_back(" AND origin = 0 AND +id <= " + std::to_string(origins.border) +
                              " AND source = ?8");
     if (origins.numbers.size() > mostSeeks) {
         conditions.push_back(" AND +origin IN " + listOf(origins.numbers));

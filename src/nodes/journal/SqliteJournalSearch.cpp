@@ -57,10 +57,10 @@ template <class Work> Result SqliteJournalSearch::read(Work work)
     Result result = open();
     if (result)
         result = m_database.Execute("BEGIN");
-    if (!result)
-        return result;
-    result = work();
-    (void)m_database.Execute("ROLLBACK"); // only read
+    if (result) {
+        result = work();
+        (void)m_database.Execute("ROLLBACK"); // only read
+    }
     return m_isCancelled ? Result(Result::Cancelled, m_file) : result;
 }
 

@@ -14,7 +14,20 @@ KindInfo BasicStation::Kind()
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
                    NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
                    NodeType::TypeArchive, NodeType::TypeArchiverAction,
-                   NodeType(NodeType::SubtypeReport)});
+                   NodeType(NodeType::SubtypeReport)})
+        .Property<&BasicStation::m_journalDays>(Prop::JournalDays, "Journal is kept for, days",
+                                                "Хранить журнал, суток")
+        .Range(0, 36500)
+        .Property<&BasicStation::m_journalMegabytes>(Prop::JournalMegabytes,
+                                                     "Size of the journal at most, MB",
+                                                     "Размер журнала не более, МБ")
+        .Range(0, 10000000);
+}
+
+JournalRetention BasicStation::GetJournalRetention() const
+{
+    constexpr Timestamp day = Timestamp(86400) * 1000000;
+    return {m_journalDays * day, std::uint64_t(m_journalMegabytes) << 20};
 }
 
 systemAuthentication *BasicStation::GetSystemAuthentication() const

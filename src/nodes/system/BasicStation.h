@@ -1,6 +1,8 @@
 #pragma once
 
+#include "nodes/journal/JournalRetention.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/properties/PropertyId.h"
 #include "nodes/system/TreeAnswer.h"
 
 namespace Nodes {
@@ -13,6 +15,11 @@ class NODES_EXPORT BasicStation : public ConfigNode
 {
 public:
     static constexpr auto Code = NodeType::SubtypeStation;
+    struct Prop
+    {
+        static constexpr PropertyId<int> JournalDays{1101, "journalDays"};
+        static constexpr PropertyId<int> JournalMegabytes{1102, "journalMegabytes"};
+    };
 
     static KindInfo Kind();
     const BasicStation *AsStation() const override { return this; }
@@ -21,10 +28,15 @@ public:
     /// configures none. Asked for every right: the tree is searched only after it has changed.
     systemAuthentication *GetSystemAuthentication() const;
 
+    /// How long this station's journal keeps its entries; for ever by default.
+    JournalRetention GetJournalRetention() const;
+
 private:
     systemAuthentication *findAuthentication(const ConfigNode *root) const;
 
     TreeAnswer<systemAuthentication> m_authentication;
+    int m_journalDays = 0;      // 0: for ever
+    int m_journalMegabytes = 0; // 0: whatever the size
 };
 
 } // namespace Nodes

@@ -44,6 +44,8 @@ void systemCore::setJournalHome()
 Result systemCore::openJournal()
 {
     setJournalHome(); // names of stations may have changed
+    const BasicStation *station = GetLocalStation();
+    m_journal->SetRetention(station ? station->GetJournalRetention() : JournalRetention());
     const fs::path spill = fs::path(GetDataDirectory()) / "journal.sqlite.spill";
     return m_journal->Open(GetRecordLocation("journal"), spill.string());
 }
