@@ -8,6 +8,7 @@
 #include "widgets/scene/ElementFactory.h"
 
 #include "nodes/model/KindTable.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
 
 using Nodes::KindInfo;
@@ -24,9 +25,12 @@ constexpr const char *screen = R"(
 <layer id="2" name="L"><%1 id="20" name="E" width="140" height="60" signal="%2">%3</%1></layer>)";
 
 /// Makes it show as much as it can.
-const std::map<std::string, std::string> rich{
-    {"borderWidth", "3"}, {"background", "#ffe0a0"}, {"text", "T"},     {"image", "halves.png"},
-    {"zones", "own"},     {"setPoint", "10"},        {"decimals", "1"}, {"align", "center"}};
+const std::map<std::string, std::string> rich{{"borderWidth", "3"}, {"background", "#ffe0a0"},
+                                              {"text", "T"},        {"image", "halves.png"},
+                                              {"zones", "own"},     {"setPoint", "10"},
+                                              {"decimals", "1"},    {"align", "center"},
+                                              {"lowLow", "5"},      {"low", "10"},
+                                              {"high", "60"},       {"highHigh", "80"}};
 
 QString childrenOf(const KindInfo &kind)
 {
@@ -116,7 +120,9 @@ void TestElementKinds::everyKindIsShownOrRun()
 {
     QFETCH(const KindInfo *, kind);
     const NodeType::enNodeType family = kind->type.GetFamily();
-    const std::unique_ptr<Nodes::ConfigNode> node = kind->create();
+    const RuntimeProject project("");
+    const std::unique_ptr<Nodes::ConfigNode> node =
+        project.core.GetNodesCollection()->CreateDetached(*kind);
     const std::unique_ptr<QWidget> widget(
         Widgets::ElementFactory::create(dynamic_cast<Nodes::BasicWidget *>(node.get()), nullptr));
     const auto *element = dynamic_cast<const IWidget *>(widget.get());
@@ -163,15 +169,17 @@ void TestElementKinds::aChangedPropertyShowsAtOnce()
     const Element changed(node);
     QStringList stale;
     for (const PropertyDescriptor &property : kind->properties) {
-        const std::string before = node->GetPropertyByValueId(property.valueId)->ToString();
-        const std::string other = otherThan(before, property);
+        const Nodes::BasicProperty &shown = *node->GetPropertyByValueId(property.valueId);
+        const boost::any before = shown.GetPropertyValue();
+        const std::string other = otherThan(shown.ToString(), property);
         if (other.empty())
             continue;
-        for (const std::string &text : {other, before}) {
-            project.set(20, property.key.c_str(), QString::fromStdString(text));
-            if (changed.seen() != Element(node).seen())
-                stale << QString::fromStdString(property.key + " = " + text);
-        }
+        project.set(20, property.key.c_str(), QString::fromStdString(other));
+        if (changed.seen() != Element(node).seen())
+            stale << QString::fromStdString(property.key + " = " + other);
+        QVERIFY(node->SetProperty(property.valueId, before));
+        if (changed.seen() != Element(node).seen())
+            stale << QString::fromStdString(property.key + " back");
     }
     QCOMPARE(stale, QStringList());
 }
