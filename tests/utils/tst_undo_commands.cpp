@@ -8,6 +8,7 @@
 
 #include "nodes/ProjectFixture.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/elements/widgetBargraph.h"
 
 #include <QLoggingCategory>
 #include <QUndoStack>
@@ -27,7 +28,10 @@ constexpr auto onPressProperty = BasicWidget::Prop::OnPress;
 /// Labels a to d on a layer, and one elsewhere that refers to three of them.
 struct Drawing : ProjectFixture
 {
-    Drawing() : layer(addLayer()), other(add("label", addLayer(), "other"))
+    Drawing()
+        : layer(addLayer()),
+          other(add("label", addLayer(), "other")),
+          bar(add("bargraph", addLayer(), "bar"))
     {
         for (const char *name : {"a", "b", "c", "d"})
             labels.emplace_back(add("label", layer, name));
@@ -46,6 +50,7 @@ struct Drawing : ProjectFixture
 
     ConfigNode *layer;
     ConfigNode *other;
+    ConfigNode *bar;
     NodeLinks labels;
     QUndoStack stack;
 };
@@ -133,6 +138,10 @@ private slots:
             (void)command->setPropertyCommand();
             return command;
         });
+        addRow("limit that was none", "Изменение свойства Нижний предупредительный виджета bar",
+               [](Drawing &d) {
+                   return new ChangePropertyCommand(d.bar, widgetBargraph::Prop::Low, 10.0);
+               });
         addRow("name", "Переименование узла a в z", [](Drawing &d) {
             return new ChangeTextCommand(d.labels[0], ChangeTextCommand::Name, "z");
         });

@@ -126,7 +126,10 @@ bool ParseProperty(const PropertyDescriptor &d, std::string_view text, Collectio
 bool ParseProperty(const PropertyDescriptor &d, std::string_view text, Collection, double &value)
 {
     const auto number = ParseDouble(text);
-    if (!number || !std::isfinite(*number) || !inRange(d, *number))
+    if (!number)
+        return false;
+    // What a fresh node has can be gone back to: a limit that was none is one at infinity.
+    if ((!std::isfinite(*number) || !inRange(d, *number)) && text != d.defaultText)
         return false;
     value = *number;
     return true;
