@@ -164,18 +164,27 @@ private slots:
         QCOMPARE(f.text(), before);
     }
 
+    void groupThatCannotBeUndoneStaysDone_data()
+    {
+        const Rows<bool> row("isCancelled");
+        row("undone", false);
+        row("taken back", true);
+    }
+
     void groupThatCannotBeUndoneStaysDone()
     {
+        QFETCH(bool, isCancelled);
         Labels f;
+        const Interaction drag = Interaction::begin();
         auto *group = new CommandGroup("group");
         new RemoveNodeLinkGroup(f.layer, {f.label[1]}, group);
         f.change(0, xProperty, 5, group);
-        f.push(group);
+        f.push(group, drag);
         const NodeLink layer(f.layer);
         auto taken = f.layer->GetParent()->RemoveNode(layer);
         for (const char *what : {"Изменение", "Удаление"})
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString(what) + ".*not undone"));
-        f.stack.undo();
+        isCancelled ? NodeCommand::cancel(drag, &f.stack) : f.stack.undo();
         QCOMPARE(f.stack.count(), 1); // it still holds a node
         QCOMPARE(textOf(*f.label[0], "x"), std::string("5"));
     }

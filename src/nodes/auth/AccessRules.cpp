@@ -116,6 +116,8 @@ enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long node
             return mode;
         id = at->second.parent;
     }
+    if (id != nodeId && m_tree->parents.count(id) == 0)
+        return PrivModeDenied; // the template is gone, and with it what it stood below
     while (id != 0) {
         const enNodePrivMode mode = decideAt(privilege, id);
         if (mode != PrivModeNoRule)

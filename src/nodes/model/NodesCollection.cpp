@@ -150,10 +150,8 @@ void NodesCollection::setUp(ConfigNode &node, const KindInfo &kind, unsigned lon
 bool NodesCollection::IsInTree(const BasicNode &node) const
 {
     const BasicNode *top = &node;
-    for (; top->m_parent; top = top->m_parent) {
-        if (m_originals.count(top->m_id) != 0)
-            return false; // hangs below its template
-    }
+    while (top->m_parent)
+        top = top->m_parent;
     return top == m_root.get();
 }
 

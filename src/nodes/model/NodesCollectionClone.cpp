@@ -1,3 +1,4 @@
+#include "nodes/model/BasicNodeRare.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkWalk.h"
@@ -56,7 +57,7 @@ ConfigNode *NodesCollection::Instantiate(const ConfigNode &source, ConfigNode &b
     ConfigNode *instance = copy.get();
     if (!HoldClone(copy, false))
         return nullptr;
-    instance->m_parent = &below;
+    instance->rare().originalsParent = NodeLink(&below); // which may go before the instance
     for (const auto &[original, fresh] : made)
         m_originals.emplace(fresh, original);
     ++m_instanceRevision;

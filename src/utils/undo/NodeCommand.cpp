@@ -99,7 +99,7 @@ void NodeCommand::undo()
     if (!m_result)
         QUndoCommand::redo();
     m_isApplied = !conclude("undone", failed != nullptr);
-    if (m_interaction.isCancelled())
+    if (!m_isApplied && m_interaction.isCancelled())
         setObsolete(true);
 }
 

@@ -224,6 +224,26 @@ private slots:
         QCOMPARE(plant.project.GetRevision(), revision);
     }
 
+    // What a place above the template forbids is not allowed because the template is deleted.
+    void instancesOfADeletedTemplateHaveNoRights()
+    {
+        UsersFixture plant;
+        ConfigNode *folder = plant.add("folder", plant.root());
+        ConfigNode *window = plant.add("windowTemplate", folder);
+        plant.add("button", window);
+        plant.grant(plant.role, "allow", "write", idOf(plant.root()));
+        plant.grant(plant.role, "deny", "write", idOf(folder));
+        QVERIFY(plant.users->Start());
+        QVERIFY(plant.users->Authenticate(plant.user));
+        const ConfigNode *instance = plant.project.Instantiate(*window, *window, "I", {});
+        for (const bool isDeleted : {false, true}) {
+            if (isDeleted)
+                QVERIFY(folder->DeleteNode(window->GetId()));
+            QCOMPARE(plant.mode(instance), PrivModeDenied);
+            QCOMPARE(plant.mode(instance->GetNodeAt(0)), PrivModeDenied);
+        }
+    }
+
     void userIsGone_data()
     {
         const Rows<bool, bool> row("isDeleted", "isInFolder");

@@ -113,6 +113,13 @@ private slots:
         QCOMPARE(QString::fromStdString(second->GetPath()), QString("Pump/Pump_2"));
         QCOMPARE(f.window->GetNodeCount(), children);
         QVERIFY(f.project.GetRoot()->SerializeXML().find("Pump_1") == std::string::npos);
+        // Their template may be deleted while they are open, and come back by undo.
+        ConfigNode *parent = f.window->GetParent();
+        std::unique_ptr<ConfigNode> held = parent->RemoveNode(f.window);
+        QCOMPARE(second->GetParent(), static_cast<ConfigNode *>(nullptr));
+        QCOMPARE(QString::fromStdString(second->GetNodeAt(0)->GetPath()).count('/'), 0);
+        QVERIFY(parent->AdoptNode(held));
+        QCOMPARE(QString::fromStdString(second->GetPath()), QString("Pump/Pump_2"));
         f.project.TakeClone(NodeLink(first));
         f.project.TakeClone(NodeLink(second));
         QCOMPARE(f.project.GetNodeCount(), before);
