@@ -9,6 +9,7 @@ namespace Nodes {
 namespace {
 
 constexpr double gap = std::numeric_limits<double>::quiet_NaN();
+constexpr Timestamp endOfTime = Timestamp(1) << 62; // the end of any interval of a grid is a number
 
 IntervalSample single(Timestamp time, double number, Quality quality)
 {
@@ -65,8 +66,8 @@ void push(HistoryColumn &column, const IntervalSample &sample, bool isAggregate)
 } // namespace
 
 HistoryColumnBuilder::HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints)
-    : m_from(from),
-      m_to(std::max(from, to)),
+    : m_from(std::min(from, endOfTime - 1)),
+      m_to(std::clamp(to, m_from, endOfTime - 1)),
       m_maxPoints(maxPoints == 0 ? 0 : std::max<std::size_t>(maxPoints, 2)),
       m_gridBits(m_maxPoints == 0 ? 0 : bitsFor(m_from, m_to, m_maxPoints))
 {

@@ -46,12 +46,18 @@ void HistoryJob::Answer(const Result &result)
     auto answer = std::make_shared<HistoryAnswer>();
     answer->result = result;
     answer->columns = std::move(m_columns);
+    for (const auto &column : answer->columns) {
+        if (column->result == Result::Cancelled)
+            answer->result = column->result; // of the closing that came while it was read
+    }
     for (std::size_t i = answer->columns.size(); i < m_items.size(); ++i) {
         auto unread = std::make_shared<HistoryColumn>();
         unread->signal = m_items[i].signal;
         unread->result = result;
         answer->columns.push_back(std::move(unread));
     }
+    // Askers keep their jobs: sources must not live on in them and be taken for the next session's.
+    m_items.clear();
     const std::lock_guard lock(m_mutex);
     m_isDone = true;
     if (const Slot slot = std::exchange(m_slot, nullptr))

@@ -46,7 +46,7 @@ private:
     std::shared_ptr<const HistoryColumn> read(const Item &item) const;
 
     const HistoryRequest m_request;
-    const std::vector<Item> m_items;
+    std::vector<Item> m_items; // empty when answered
     std::vector<std::shared_ptr<const HistoryColumn>> m_columns;
     std::atomic<bool> m_isInterrupted{false};
     std::atomic<bool> m_isDone{false};

@@ -22,7 +22,9 @@ Result memorySignal::Start()
 
 Result memorySignal::DoWrite(const SignalValue &value)
 {
-    GetCell()->Publish(value);
+    SignalValue written = value;
+    written.SetTimes(0, 0); // what was read elsewhere is written now
+    GetCell()->Publish(std::move(written));
     return Result();
 }
 

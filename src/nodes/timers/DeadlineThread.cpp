@@ -44,8 +44,11 @@ DeadlineThread::~DeadlineThread()
 void DeadlineThread::Start(Work work)
 {
     Stop();
-    m_isStopping = false;
-    m_isWoken = false;
+    {
+        const std::lock_guard lock(m_mutex); // others may wake it before it runs
+        m_isStopping = false;
+        m_isWoken = false;
+    }
     m_thread = std::thread([this, work = std::move(work)] { run(work); });
 }
 

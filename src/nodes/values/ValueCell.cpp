@@ -14,12 +14,12 @@ namespace {
 
 struct Recorder
 {
-    void Offer(const SignalValue &value, Timestamp time)
+    void Offer(const SignalValue &value, Timestamp time, Timestamp arrival)
     {
         if (value == last && value.GetSourceTime() == last.GetSourceTime())
             return;
         last = value;
-        tap->Offer(order.Place(time, Clock::Current().Now()), value);
+        tap->Offer(order.Place(time, arrival), value);
     }
 
     std::shared_ptr<SampleTap> tap;
@@ -97,6 +97,8 @@ void ValueCell::store(const SignalValue &value)
 SignalValue ValueCell::degrade(Quality quality)
 {
     const Timestamp now = Clock::Current().Now();
+    if (m_heldBack)
+        m_value = *m_heldBack;
     m_value.SetQuality(quality);
     m_value.SetQualityTime(now);
     if (m_taps)
@@ -110,7 +112,8 @@ void ValueCell::Degrade(Quality quality, const Result &reason)
     SignalValue degraded;
     {
         const std::lock_guard lock(m_mutex);
-        if (!m_value.IsEmpty() && m_value.GetQuality() == quality)
+        const bool isError = m_value.IsError(); // and stays bad
+        if (!m_value.IsEmpty() && (isError || m_value.GetQuality() == quality))
             return;
         if (m_value.IsEmpty())
             m_value.SetValue(reason);
@@ -165,7 +168,8 @@ void ValueCell::AddTap(std::shared_ptr<SampleTap> tap)
     const bool isChangeOfQuality = m_value.GetQualityTime() > m_value.GetReceiveTime();
     if (!m_value.IsEmpty())
         recorder.Offer(m_value,
-                       isChangeOfQuality ? m_value.GetQualityTime() : m_value.GetSourceTime());
+                       isChangeOfQuality ? m_value.GetQualityTime() : m_value.GetSourceTime(),
+                       Clock::Current().Now());
     if (!m_taps)
         m_taps = std::make_unique<Taps>();
     m_taps->recorders.push_back(std::move(recorder));
@@ -186,10 +190,12 @@ void ValueCell::RemoveTap(const SampleTap &tap)
 
 void ValueCell::offer(const SignalValue &value, Timestamp time)
 {
+    const Timestamp now = Clock::Current().Now();
     for (Recorder &recorder : m_taps->recorders) {
         if (m_heldBack)
-            recorder.Offer(*m_heldBack, m_heldBack->GetSourceTime());
-        recorder.Offer(value, time);
+            recorder.Offer(*m_heldBack, m_heldBack->GetSourceTime(),
+                           std::min(m_heldBack->GetReceiveTime(), now));
+        recorder.Offer(value, time, now);
     }
 }
 

@@ -41,8 +41,8 @@ public:
     /// signal does not turn stale. Drift adds up, because the number compared with stays. Logical
     /// values, texts and errors are never held back.
     void Publish(SignalValue value, double deadband = 0);
-    /// Keeps the last value with its times but with this quality from now on; subscribers hear of
-    /// it when the quality changed. Nothing received yet becomes the error `reason`.
+    /// Keeps the last value, also one held back, with its times but with this quality from now on;
+    /// subscribers hear of a change. Errors stay bad. Nothing received becomes the error `reason`.
     void Degrade(Quality quality, const Result &reason);
     /// Degrades to Stale unless something was published since `lastPublished` (see below) or the
     /// value is bad already; true when it did.
@@ -59,7 +59,7 @@ public:
 
     /// Offers to `tap` the present value, if there is one, and every sample published from then on:
     /// each new value, each change of quality, and before those the value held back last, so that
-    /// a line through the samples stays within the deadband of what was measured. A value that
+    /// steps from sample to sample stay within the deadband of what was measured. A value that
     /// comes again with the same source time is no new sample. Any thread.
     void AddTap(std::shared_ptr<SampleTap> tap);
     /// The tap is offered nothing any more when this returns.

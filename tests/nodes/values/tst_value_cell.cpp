@@ -115,6 +115,19 @@ private slots:
         publish(3);
         QCOMPARE((late->last - start) / second, Timestamp(40));
         QCOMPARE(times(), std::string("49 50 50 "));
+
+        cell.Publish(Result(Result::NotFound));
+        clock.Advance(10 * second);
+        cell.Degrade(Quality::Good, Result()); // errors stay bad, as before
+        QCOMPARE(times(), std::string("50 50 50 "));
+
+        ProjectFixture f;
+        auto *written = f.add<BasicSignal>("memorySignal", f.root(), "W", {{"writable", "true"}});
+        SignalValue old(7.0);
+        old.SetTimes(start, start);
+        QVERIFY(written->WriteValue(old));
+        QCOMPARE(written->GetValue().GetQualityTime(), clock.Now());
+        QCOMPARE(written->GetValue().GetSourceTime(), clock.Now());
     }
 
     void samplesAreUniqueAndOrdered_data()
@@ -181,8 +194,10 @@ private slots:
             "10@0.00 11.9@2.00 12.5@3.00 ");
         row("a step stays a step", "2", "double", "10 10 10 50", "10 50 ",
             "10@0.00 10@2.00 50@3.00 ");
-        row("quality always passes", "2", "double", "10 11 s 10.5 b 10", "10 10 10.5 10.5 10 ",
-            "10@0.00 11@1.00 10stale@2.00 10.5@3.00 10.5bad@4.00 10@5.00 ");
+        row("quality always passes", "2", "double", "10 11 s 10.5 b 10", "10 11 10.5 10.5 10 ",
+            "10@0.00 11@1.00 11stale@2.00 10.5@3.00 10.5bad@4.00 10@5.00 ");
+        row("lost while held back", "2", "double", "10 11 b 11", "10 11 11 ",
+            "10@0.00 11@1.00 11bad@2.00 11@3.00 ");
         row("no number passes", "2", "double", "10 n 10", "", "10@0.00 errorbad@1.00 10@2.00 ");
         row("whole numbers", "2", "int", "10 11 12", "10 12 ", "10@0.00 11@1.00 12@2.00 ");
         row("logical", "2", "bool", "1 0 1", "true false true ", "true@0.00 false@1.00 true@2.00 ");
@@ -224,6 +239,18 @@ private slots:
         QCOMPARE(fed.measured, std::string("10 11.5 "));
         sink.Lose(Result::NotConnected);
         QCOMPARE(fed.cell()->Measured().GetQuality(), Quality::Bad);
+        QCOMPARE(fed.cell()->Measured().ToDouble(), 11.5);
+    }
+
+    void heldBackValuesOfAWrongClockCountWhenTheyCame()
+    {
+        Fed fed("2");
+        const SignalSink sink(*fed.signal);
+        for (const double number : {10., 11., 50.}) {
+            sink.Publish(number, fed.clock.Now() + 3600 * second);
+            fed.clock.Advance(second);
+        }
+        QCOMPARE(fed.tape->text, std::string("10@0.00 11@1.00 50@2.00 "));
     }
 
     void repeatedSampleIsRecordedOnce()
