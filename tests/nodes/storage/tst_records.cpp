@@ -172,7 +172,7 @@ private slots:
         const auto kept = std::make_shared<MemoryStore::Kept>();
         std::atomic<int> told{0};
         Recorder::Limits limits;
-        limits.transaction = {3, 1000};
+        limits.transaction.usual = {3, 1000};
         const auto recorder = std::make_shared<Recorder>(
             format(2), limits,
             RecordHooks{[&](const Records &, const std::vector<std::uint64_t> &numbers) {
@@ -203,6 +203,31 @@ private slots:
         recorder->Close();
         QVERIFY(kept->texts == expected);
         QVERIFY(told <= 20 && (answersLost > 0 || told == 20));
+    }
+
+    void portions_data()
+    {
+        // transactions as {records, milliseconds}, what the next one may take
+        const Rows<QVector<QPair<int, int>>, int> row("transactions", "next");
+        row("few wait", {{1, 5}, {99, 5}}, 100);
+        row("many wait", {{100, 5}, {200, 9}}, 400);
+        row("bounded", {{100, 5}, {200, 5}, {400, 5}, {500, 5}, {500, 5}}, 500);
+        row("a larger one might take too long", {{100, 11}}, 100);
+        row("slow", {{100, 5}, {200, 5}, {400, 30}}, 200);
+        row("slow with few of many allowed", {{100, 5}, {200, 5}, {40, 30}}, 100);
+        row("never below the usual", {{100, 30}, {100, 30}}, 100);
+    }
+
+    void portions()
+    {
+        using Transactions = QVector<QPair<int, int>>;
+        QFETCH(Transactions, transactions);
+        QFETCH(int, next);
+        RecordPortion portion({{100, 1000}, 500, 20ms});
+        for (const auto &[records, taken] : transactions)
+            portion.Learn(std::size_t(records), std::chrono::milliseconds(taken));
+        QCOMPARE(int(portion.Now().records), next);
+        QCOMPARE(portion.Now().bytes, std::size_t(1000));
     }
 
     void boundedByBytes()

@@ -12,10 +12,10 @@ constexpr std::chrono::hours upkeepPause(1); // after a failure, which is told e
 } // namespace
 
 RecordWriter::RecordWriter(RecordQueue &queue, RecordOverflow &overflow, RecordFormat format,
-                           RecordQueue::Bounds most, RecordHooks hooks)
+                           const RecordPortion::Limits &transaction, RecordHooks hooks)
     : m_queue(queue),
       m_overflow(overflow),
-      m_most(most),
+      m_portion(transaction),
       m_hooks(std::move(hooks)),
       m_spill(std::move(format))
 {
@@ -79,7 +79,7 @@ bool RecordWriter::work()
         report(rejected);
     lookAfterFiles();
     const bool isReady = isStoreReady();
-    const RecordQueue::Batch batch = m_queue.Take(m_most, isReady);
+    const RecordQueue::Batch batch = m_queue.Take(m_portion.Now(), isReady);
     if (batch.records->empty())
         return isReady && replayOverflow();
     Result result = isReady ? store(*batch.records) : Result(Result::NotAvailable);
@@ -186,7 +186,7 @@ Result RecordWriter::replay()
     std::size_t offset = 0;
     Records records;
     while (!m_spill.IsEmpty()) {
-        Result result = m_spill.Read(offset, m_most.records, records);
+        Result result = m_spill.Read(offset, m_portion.Usual().records, records);
         if (!result) {
             (void)openSpill();
             report(RecordFinding::SpillDamaged, m_spillFile, result.GetDetail());
@@ -208,7 +208,7 @@ bool RecordWriter::replayOverflow()
     if (m_overflow.Count() == 0)
         return false;
     Records records;
-    Result result = m_overflow.Read(m_most.records, records);
+    Result result = m_overflow.Read(m_portion.Usual().records, records);
     if (!result)
         report(RecordFinding::SpillDamaged, std::string(), result.GetDetail());
     if (result)
@@ -227,6 +227,7 @@ Result RecordWriter::store(const Records &records)
 {
     if (records.empty())
         return Result();
+    const Time begun = std::chrono::steady_clock::now();
     std::vector<std::uint64_t> numbers;
     Result result = m_store->Write(records, numbers);
     if (result)
@@ -235,6 +236,7 @@ Result RecordWriter::store(const Records &records)
         noteFailure(result);
         return result;
     }
+    m_portion.Learn(records.size(), std::chrono::steady_clock::now() - begun);
     noteStored(records.size());
     m_hooks.onStored(records, numbers);
     return result;

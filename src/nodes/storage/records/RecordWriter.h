@@ -4,6 +4,7 @@
 #include "nodes/storage/records/PatientThread.h"
 #include "nodes/storage/records/RecordFinding.h"
 #include "nodes/storage/records/RecordOverflow.h"
+#include "nodes/storage/records/RecordPortion.h"
 #include "nodes/storage/records/RecordQueue.h"
 #include "nodes/storage/records/RecordSpill.h"
 #include "nodes/storage/records/RecordStore.h"
@@ -31,9 +32,8 @@ struct RecordHooks
 class RecordWriter
 {
 public:
-    /// `most` goes into one transaction.
     RecordWriter(RecordQueue &queue, RecordOverflow &overflow, RecordFormat format,
-                 RecordQueue::Bounds most, RecordHooks hooks);
+                 const RecordPortion::Limits &transaction, RecordHooks hooks);
 
     /// Tries to open the store at once and starts the thread, which keeps `owner` alive, in any
     /// case. Refused while the thread of an earlier run still hangs.
@@ -71,7 +71,7 @@ private:
 
     RecordQueue &m_queue;
     RecordOverflow &m_overflow;
-    const RecordQueue::Bounds m_most;
+    RecordPortion m_portion;
     const RecordHooks m_hooks;
     std::unique_ptr<RecordStore> m_store; // of the run; null before the first
     RecordSpill m_spill;

@@ -26,7 +26,7 @@ public:
     struct Limits
     {
         RecordQueue::Bounds waiting{100000, 256u << 20}; ///< in memory
-        RecordQueue::Bounds transaction{1000, 8u << 20};
+        RecordPortion::Limits transaction;
         std::chrono::milliseconds hanging{3000};  ///< a disk that takes longer is said to hang
         std::chrono::milliseconds stopping{5000}; ///< waited for a disk when closing
         std::chrono::milliseconds flushing{10000};
