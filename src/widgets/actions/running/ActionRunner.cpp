@@ -43,6 +43,7 @@ bool ActionRunner::isTurnOf(int lane)
 
 void ActionRunner::take(qBasicAction &action)
 {
+    takeHeldBack();
     const int lane = laneOf(action);
     if (isTurnOf(lane))
         return execute(action);
@@ -75,7 +76,9 @@ bool ActionRunner::isHeldBack(const qBasicAction &action) const
     return trigger.isHeldBack && *trigger.isHeldBack && !m_isEnding;
 }
 
-// They are the next then: whatever came meanwhile is younger.
+// They are the next then: whatever came meanwhile is younger. Looked at before anything else is
+// executed, or the rest of a list that has just been let go would overtake its beginning, and a
+// load that never lets the timer run out would keep it back for good.
 void ActionRunner::takeHeldBack()
 {
     const auto free =
@@ -161,6 +164,7 @@ void ActionRunner::runReady()
     const QPointer<ActionRunner> self = this;
     bool isFirst = true;
     while (self && !isLettingEventsRun() && !isIdle() && (!isTurnSpent() || isFirst)) {
+        takeHeldBack();
         qBasicAction *action = takeNext();
         postNext();
         execute(*action);
