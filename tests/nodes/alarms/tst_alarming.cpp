@@ -362,7 +362,8 @@ private slots:
         const std::string rows = " (" + idOf(station.high) + ", 1, 1, 0, 0, 0, " +
                                  std::to_string(changed) + ", " + std::to_string(raised / 1000) +
                                  "), (" + idOf(station.quality) + ", 0, 0, 0, 0, 0, " +
-                                 std::to_string(changed) + ", " + std::to_string(changed) + ")";
+                                 std::to_string(changed) + ", " + std::to_string(changed) +
+                                 "), (99999, 0, 1, 0, 1, 0, " + std::to_string(changed) + ", 0)";
         const QString states = m_directory->filePath("data/alarms.sqlite");
         QVERIFY(QFile::remove(states));
         SqliteDatabase file;
@@ -382,6 +383,7 @@ private slots:
         if (!path.empty()) {
             QVERIFY(station.alarming->GetActiveAlarms().empty());
             QCOMPARE(station.journalledText("Состояние тревоги забыто").size(), std::size_t(2));
+            QCOMPARE(station.journalledText("нет в проекте").size(), std::size_t(1));
             return;
         }
         QTRY_COMPARE(station.events().size(), std::size_t(4)); // told, then marked: no value yet

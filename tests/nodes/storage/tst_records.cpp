@@ -230,6 +230,26 @@ private slots:
         QCOMPARE(portion.Now().bytes, std::size_t(1000));
     }
 
+    // A spill file could not be read behind such a record.
+    void tooLongForASpillFile()
+    {
+        const auto kept = std::make_shared<MemoryStore::Kept>();
+        kept->isAway = 1;
+        const auto recorder =
+            std::make_shared<Recorder>(format(2), Recorder::Limits(), RecordHooks());
+        QVERIFY(!recorder->Open(std::make_unique<MemoryStore>(kept), file()));
+        const std::string longest(Recorder::LongestRecord, 'x');
+        QVERIFY(recorder->Append(longest));
+        QVERIFY(!recorder->Append(longest + 'x'));
+        QVERIFY(recorder->Append("next") && recorder->Flush());
+        QCOMPARE(recorder->GetHealth().lost, 1u);
+        kept->isAway = 0;
+        const std::vector<std::string> expected{longest, "next"};
+        QTRY_VERIFY(!QFile::exists(QString::fromStdString(file())));
+        recorder->Close();
+        QVERIFY(kept->texts == expected);
+    }
+
     void boundedByBytes()
     {
         Recorder::Limits limits;

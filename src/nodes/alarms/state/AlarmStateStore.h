@@ -16,6 +16,8 @@ struct StoredAlarm
     AlarmMemory memory;
     std::string path;           ///< of the alarm's node, "" in files of earlier versions
     Timestamp missingSince = 0; ///< wall time of the first start without the node; 0: it is there
+    /// Instead of that time: a file of an earlier version, which did not say whose it is, had it.
+    static constexpr Timestamp Unclaimed = 1;
 };
 
 /// Where the alarms' memories are kept over a restart of the station, by node id: those of one

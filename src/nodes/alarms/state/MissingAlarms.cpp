@@ -27,7 +27,7 @@ std::string describe(unsigned long node, const StoredAlarm &stored)
 void MissingAlarms::Keep(unsigned long node, const StoredAlarm &stored, Timestamp now) const
 {
     const std::string days = std::to_string(missingDays) + " дней";
-    if (stored.missingSince == 0) {
+    if (stored.missingSince == 0 || stored.missingSince == StoredAlarm::Unclaimed) {
         StoredAlarm missing = stored;
         missing.missingSince = now;
         m_put(node, std::move(missing));

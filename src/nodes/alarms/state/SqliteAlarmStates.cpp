@@ -1,7 +1,6 @@
 #include "nodes/alarms/state/SqliteAlarmStates.h"
 
 #include "nodes/storage/SqliteStatement.h"
-#include "nodes/values/Clock.h"
 
 #include <algorithm>
 #include <utility>
@@ -98,7 +97,7 @@ Result prepare(SqliteDatabase &database, const RecordHome &home)
         return result;
     SqliteStatement take(database, takeOver);
     take.Bind(1, number);
-    take.Bind(2, Clock::Current().Now());
+    take.Bind(2, StoredAlarm::Unclaimed);
     result = take.Run();
     return result ? database.Execute(dropUnnumbered) : result;
 }

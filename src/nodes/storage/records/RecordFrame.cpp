@@ -11,7 +11,6 @@ namespace {
 // As a length it is beyond every record, so that no record begins with it.
 constexpr std::string_view mark("\x7fRECORDS", RecordFrame::MarkBytes);
 constexpr std::size_t hashBytes = RecordFrame::HeadBytes - 4;
-constexpr std::size_t keyBytes = 8;
 
 std::string numberBytes(std::uint64_t number, std::size_t size)
 {
@@ -51,7 +50,7 @@ std::string nameOf(const RecordFormat &format)
 
 std::string RecordFrame::Of(const Record &record)
 {
-    std::string content = numberBytes(record.key, keyBytes);
+    std::string content = numberBytes(record.key, KeyBytes);
     content += record.bytes;
     return framed(content);
 }
@@ -95,10 +94,10 @@ std::optional<std::uint32_t> RecordFrame::VersionIn(std::string_view content,
 
 std::optional<Record> RecordFrame::RecordIn(std::string_view content, std::uint32_t version)
 {
-    if (content.size() < keyBytes)
+    if (content.size() < KeyBytes)
         return std::nullopt;
-    return Record{numberIn(content.substr(0, keyBytes)), version,
-                  std::string(content.substr(keyBytes))};
+    return Record{numberIn(content.substr(0, KeyBytes)), version,
+                  std::string(content.substr(KeyBytes))};
 }
 
 } // namespace Nodes

@@ -14,6 +14,9 @@ namespace Nodes::RecordFrame {
 /// Of a frame before its content: length and hash.
 constexpr std::size_t HeadBytes = 4 + 16;
 constexpr std::size_t LongestContent = 16 * 1024 * 1024;
+/// Of a record before its bytes, in the content: its key.
+constexpr std::size_t KeyBytes = 8;
+constexpr std::size_t LongestRecord = LongestContent - KeyBytes;
 
 /// A record as it stands in a segment.
 std::string Of(const Record &record);

@@ -1,6 +1,7 @@
 #include "nodes/storage/records/RecordQueue.h"
 
 #include "nodes/storage/Digest.h"
+#include "nodes/storage/records/RecordFrame.h"
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +20,8 @@ bool RecordQueue::Push(std::string bytes, bool isWriter)
     const std::lock_guard lock(m_mutex);
     const bool hasRoom = held() + m_waiting.size() < m_capacity.records &&
                          m_bytes + bytes.size() <= m_capacity.bytes;
-    if (!isWriter && !hasRoom) {
+    const bool isTooLong = bytes.size() > RecordFrame::LongestRecord;
+    if (isTooLong || (!isWriter && !hasRoom)) {
         ++m_rejected;
         ++m_lost;
         return false;

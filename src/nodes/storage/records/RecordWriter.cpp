@@ -107,8 +107,7 @@ bool RecordWriter::tend()
         return false;
     }
     if (!upkeep.records.empty()) {
-        noteStored(upkeep.records.size());
-        m_hooks.onStored(upkeep.records, upkeep.numbers);
+        noteStored(upkeep.records, upkeep.numbers);
     }
     return upkeep.hasMore;
 }
@@ -237,8 +236,7 @@ Result RecordWriter::store(const Records &records)
         return result;
     }
     m_portion.Learn(records.size(), std::chrono::steady_clock::now() - begun);
-    noteStored(records.size());
-    m_hooks.onStored(records, numbers);
+    noteStored(records, numbers);
     return result;
 }
 
@@ -281,12 +279,16 @@ void RecordWriter::noteWell()
     m_health.trouble.clear();
 }
 
-void RecordWriter::noteStored(std::size_t count)
+void RecordWriter::noteStored(const Records &records, const std::vector<std::uint64_t> &numbers)
 {
     noteWell();
-    const std::lock_guard lock(m_healthMutex);
-    m_health.stored += count;
-    m_health.lastStored = Clock::Current().Now();
+    {
+        const std::lock_guard lock(m_healthMutex);
+        m_health.stored += records.size();
+        m_health.lastStored = Clock::Current().Now();
+    }
+    if (m_hooks.onStored)
+        m_hooks.onStored(records, numbers);
 }
 
 StoreHealth RecordWriter::GetHealth() const
@@ -301,7 +303,7 @@ StoreHealth RecordWriter::GetHealth() const
 
 void RecordWriter::report(const RecordFinding &finding)
 {
-    std::string bytes = m_hooks.describe(finding);
+    std::string bytes = m_hooks.describe ? m_hooks.describe(finding) : std::string();
     if (!bytes.empty())
         m_reports.push_back(m_queue.Make(std::move(bytes)));
 }

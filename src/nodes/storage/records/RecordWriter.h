@@ -17,7 +17,7 @@
 
 namespace Nodes {
 
-/// Called on the writer's thread.
+/// Called on the writer's thread; each may be empty.
 struct RecordHooks
 {
     /// Records that are stored now, as told by RecordStore::Write.
@@ -65,7 +65,7 @@ private:
     void noteFailure(const Result &cause);
     void postpone(const Result &cause);
     void noteWell();
-    void noteStored(std::size_t count);
+    void noteStored(const Records &records, const std::vector<std::uint64_t> &numbers);
     void report(const RecordFinding &finding);
     void report(RecordFinding::Kind kind, const std::string &place, const std::string &detail = {});
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/storage/records/RecordFrame.h"
 #include "nodes/storage/records/RecordOverflow.h"
 #include "nodes/storage/records/RecordQueue.h"
 #include "nodes/storage/records/RecordRescuer.h"
@@ -48,7 +49,10 @@ public:
     std::string GetLocation() const;
     bool IsStoreOpen() const { return m_writer.IsStoreOpen(); }
 
-    /// Never waits. False, and the record counts as lost, when too many wait already.
+    /// Bytes of the longest one that a spill file takes.
+    static constexpr std::size_t LongestRecord = RecordFrame::LongestRecord;
+    /// Never waits. False, and the record counts as lost, when too many wait already or it is
+    /// longer than LongestRecord.
     [[nodiscard]] bool Append(std::string bytes);
     /// Returns when everything appended before was stored or spilled; see EventJournal::Flush.
     [[nodiscard]] Result Flush();
