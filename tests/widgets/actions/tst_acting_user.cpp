@@ -25,6 +25,8 @@ constexpr const char *plant = R"xml(
 <operationTimer id="32" name="T" autostart="false"/>
 <window id="10" name="W" width="50" height="50"><button id="11" name="K" width="50" height="50"
   pressActions="40" releaseActions="46"/></window>
+<window id="12" name="L" width="50" height="50"><button id="13" name="K" width="50" height="50"
+  pressActions="48 40" releaseActions="46"/></window>
 <actionWriteValue id="40" name="write" signal="30" value="1"/>
 <actionWriteValue id="46" name="release" signal="30" value="3"/>
 <actionExecuteScript id="41" name="script" script="write(1, 2)" signals="30"/>
@@ -186,6 +188,25 @@ private slots:
         QCOMPARE(seen.join(", "), QString("1 1 1 anna, 2 2 2 "));
         plant.manager->queue(made);
         QTRY_COMPARE(plant.usersOf("Запись"), (QSet<QString>{"anna", ""}));
+    }
+    // The modal window ends the press before anybody has logged in.
+    void aReleaseIsTheLastOfItsPress()
+    {
+        Plant plant(true);
+        QVERIFY(plant.node(30)->Start());
+        const WhenShown<AuthenticationWindow> operatorAsked([&](AuthenticationWindow &window) {
+            QTRY_COMPARE(plant.usersOf("Запись").size(), 1);
+            QTest::mouseClick(window.findChild<QPushButton *>("btnOk"), Qt::LeftButton);
+        });
+        QWidget *window = plant.manager->createWindow(plant.node(12), nullptr).widget;
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        auto *view = qobject_cast<WindowBasic *>(window)->viewport();
+        QTest::mousePress(view, Qt::LeftButton, {}, {20, 20});
+        QTest::mouseRelease(view, Qt::LeftButton, {}, {20, 20});
+        plant.ran();
+        QTRY_VERIFY(!plant.usersOf("кнопка отпущена раньше входа").isEmpty());
+        QVERIFY(plant.value(30) == Nodes::SignalValue(3));
     }
     void aHeldButtonIsReleasedByWhoPressed_data()
     {

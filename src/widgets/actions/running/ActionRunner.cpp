@@ -3,6 +3,7 @@
 #include "widgets/actions/qBasicAction.h"
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/events/EventLevel.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -10,6 +11,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace Widgets {
@@ -91,8 +93,30 @@ void ActionRunner::takeHeldBack()
     m_heldBack.erase(free, m_heldBack.end());
 }
 
+// Nothing of a press is to start after its release. All of its list has come before the release.
+void ActionRunner::abandonPress(const ActionTrigger &release)
+{
+    const auto isOfPress = [&release](const qBasicAction *action) {
+        const ActionTrigger &press = action->trigger();
+        return release.user && press.user == release.user && press.origin == release.origin &&
+               press.generation == release.generation;
+    };
+    const auto left =
+        std::stable_partition(m_heldBack.begin(), m_heldBack.end(), std::not_fn(isOfPress));
+    std::for_each(left, m_heldBack.end(), [](qBasicAction *action) {
+        if (const Nodes::BasicAction *node = action->getNode())
+            (void)node->StoreMessage(Nodes::LevelWarning,
+                                     "Действие не выполнено: кнопка отпущена раньше входа",
+                                     node->GetPath());
+        action->setState(ActionFinished);
+    });
+    m_heldBack.erase(left, m_heldBack.end());
+}
+
 void ActionRunner::execute(qBasicAction &action)
 {
+    if (action.trigger().isRelease)
+        abandonPress(action.trigger());
     if (isHeldBack(action)) {
         action.setWaiting();
         m_heldBack.push_back(&action);

@@ -14,6 +14,7 @@ class QTimer;
 namespace Widgets {
 
 class qBasicAction;
+struct ActionTrigger;
 
 /// Executes the actions that were handed over: what is urgent first, each kind in its
 /// order, a few milliseconds in one turn of the event loop, so that input and painting come
@@ -53,6 +54,7 @@ private:
     static int laneOf(const qBasicAction &action);
     bool isHeldBack(const qBasicAction &action) const;
     void takeHeldBack();
+    void abandonPress(const ActionTrigger &release);
     bool isTurnOf(int lane);
     void execute(qBasicAction &action);
     bool isDropped(const qBasicAction &action) const;
