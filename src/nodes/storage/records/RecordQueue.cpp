@@ -160,12 +160,6 @@ void RecordQueue::Shut()
     m_arrived.notify_one();
 }
 
-bool RecordQueue::IsShut() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_isShut;
-}
-
 void RecordQueue::SetRescued(bool areThere)
 {
     const std::lock_guard lock(m_mutex);

@@ -62,7 +62,6 @@ public:
     /// Records lost since the last call.
     std::size_t TakeRejected();
     void Shut();
-    bool IsShut() const;
 
     // The rescuer's side.
     /// Records lie in the rescuer's file.
