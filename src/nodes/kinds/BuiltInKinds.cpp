@@ -30,6 +30,17 @@
 #include "nodes/auth/securityRole.h"
 #include "nodes/auth/securityUser.h"
 #include "nodes/auth/systemAuthentication.h"
+#include "nodes/charts/widgetChartAxis.h"
+#include "nodes/charts/widgetChartCorridor.h"
+#include "nodes/charts/widgetChartCorridorSerie.h"
+#include "nodes/charts/widgetChartDiscretSerie.h"
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/charts/widgetChartHistory.h"
+#include "nodes/charts/widgetChartHistorySerie.h"
+#include "nodes/charts/widgetChartTimeAxis.h"
+#include "nodes/charts/widgetChartXY.h"
+#include "nodes/charts/widgetChartXYSerie.h"
+#include "nodes/charts/widgetChartZone.h"
 #include "nodes/drivers/driverStatus.h"
 #include "nodes/drivers/host/hostDriver.h"
 #include "nodes/drivers/host/hostSignal.h"
@@ -95,6 +106,21 @@ void addElements(KindTable &table)
     table.Add(widgetBargraph::Kind());
     table.Add(widgetRecorderDigitalDisplay::Kind());
     table.Add(recorderChannel::Kind());
+}
+
+void addCharts(KindTable &table)
+{
+    table.Add(widgetChartHistory::Kind());
+    table.Add(widgetChartXY::Kind());
+    table.Add(widgetChartCorridor::Kind());
+    table.Add(widgetChartGroup::Kind());
+    table.Add(widgetChartAxis::Kind());
+    table.Add(widgetChartTimeAxis::Kind());
+    table.Add(widgetChartHistorySerie::Kind());
+    table.Add(widgetChartDiscretSerie::Kind());
+    table.Add(widgetChartXYSerie::Kind());
+    table.Add(widgetChartCorridorSerie::Kind());
+    table.Add(widgetChartZone::Kind());
 }
 
 void addActions(KindTable &table)
@@ -164,6 +190,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(templateParameter::Kind());
     table.Add(BasicLayer::Kind());
     addElements(table);
+    addCharts(table);
     // Reports
     table.Add(BasicReport::Kind());
     table.Add(ReportSignalInfo::Kind());

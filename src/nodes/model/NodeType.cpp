@@ -29,6 +29,7 @@ constexpr std::array familyNames{
     FamilyName{NodeType::TypeTimer, "Таймеры"},
     FamilyName{NodeType::TypeMenu, "Меню"},
     FamilyName{NodeType::TypeChartItem, "Элементы графиков"},
+    FamilyName{NodeType::TypeChartAxis, "Оси графиков"},
     FamilyName{NodeType::TypeReportItem, "Элементы отчётов"},
     FamilyName{NodeType::TypeArchive, "Архивы"},
     FamilyName{NodeType::TypeArgument, "Аргументы"},

@@ -34,6 +34,7 @@ public:
         TypeComposition = 19,
         TypeLayer = 20,
         TypeWidget = 21,
+        TypeChartAxis = 24,
         TypeArchive = 26,
         TypeArchiverAction = 0x106
     };
@@ -55,7 +56,7 @@ public:
         SubtypeComposition = 0x13001,
         SubtypeCompositionTemplate = 0x13002,
         SubtypeLayer = 0x14001,
-        SubtypeChartHistory = 0x15004, ///< charts are registered by hosts
+        SubtypeChartHistory = 0x15004,
         SubtypeChartXY = 0x1500D,
         SubtypeChartCorridor = 0x15010
     };
