@@ -39,8 +39,7 @@ void widgetChart::Describe(KindBuilder &builder)
         .Choice(SymbolXCross, "xCross", "Косой крест")
         .Property<&widgetChart::m_symbolSize>(Prop::SymbolSize, "Symbol size", "Размер знака")
         .Range(1, 64)
-        .Property<&widgetChart::m_showsToolBar>(Prop::ToolBar, "Tool bars",
-                                                "Панели инструментов")
+        .Property<&widgetChart::m_showsToolBar>(Prop::ToolBar, "Tool bars", "Панели инструментов")
         .Property<&widgetChart::m_showsLegend>(Prop::Legend, "Legend", "Легенда")
         .Property<&widgetChart::m_legendColumns>(Prop::LegendColumns, "Legend columns",
                                                  "Столбцы легенды")

@@ -77,7 +77,7 @@ private:
     bool m_showsLegend = true;
     bool m_showsMarks = true;
     std::string m_legendColumns = "visible color name cursor value unit";
-    int m_shownGroup = -1;               // run-time state; -1: as configured
+    int m_shownGroup = -1;              // run-time state; -1: as configured
     int m_shownSymbol = SymbolNone - 1; // likewise
     SlotList<int> m_groupChanged;
     SlotList<int> m_symbolsChanged;

@@ -47,8 +47,7 @@ void widgetChartAxis::Describe(KindBuilder &builder)
         .Property<&Axis::m_isLogarithmic>(Prop::Logarithmic, "Logarithmic", "Логарифмическая")
         .Property<&Axis::m_length>(Prop::Length, "Window length", "Ширина интервала")
         .Range(0, longest)
-        .Property<&Axis::m_lengthUnit>(Prop::LengthUnit, "Unit of the length",
-                                       "Единица интервала");
+        .Property<&Axis::m_lengthUnit>(Prop::LengthUnit, "Unit of the length", "Единица интервала");
     addUnits(builder);
     builder.Property<&Axis::m_maxLength>(Prop::MaxLength, "Longest window", "Наибольший интервал")
         .Range(0, longest)

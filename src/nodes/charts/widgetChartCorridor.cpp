@@ -6,7 +6,8 @@ namespace Nodes {
 
 KindInfo widgetChartCorridor::Kind()
 {
-    return KindBuilder::For<widgetChartCorridor>("chartCorridor", "Corridor chart", "График-коридор")
+    return KindBuilder::For<widgetChartCorridor>("chartCorridor", "Corridor chart",
+                                                 "График-коридор")
         .Inherit<widgetChartHistory>();
 }
 

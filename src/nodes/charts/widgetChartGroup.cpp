@@ -58,12 +58,11 @@ KindInfo widgetChartGroup::Kind()
         .Property<&Group::m_minorStyle>(Prop::MinorStyle, "Minor style",
                                         "Линия вспомогательной сетки");
     addStyles(builder);
-    return builder.Children({NodeType(widgetChartAxis::Code), NodeType(widgetChartTimeAxis::Code),
-                             NodeType(widgetChartHistorySerie::Code),
-                             NodeType(widgetChartDiscretSerie::Code),
-                             NodeType(widgetChartXYSerie::Code),
-                             NodeType(widgetChartCorridorSerie::Code),
-                             NodeType(widgetChartZone::Code)});
+    return builder.Children(
+        {NodeType(widgetChartAxis::Code), NodeType(widgetChartTimeAxis::Code),
+         NodeType(widgetChartHistorySerie::Code), NodeType(widgetChartDiscretSerie::Code),
+         NodeType(widgetChartXYSerie::Code), NodeType(widgetChartCorridorSerie::Code),
+         NodeType(widgetChartZone::Code)});
 }
 
 NodesContainer widgetChartGroup::axes(bool areX) const

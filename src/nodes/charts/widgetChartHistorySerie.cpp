@@ -8,8 +8,7 @@ KindInfo widgetChartHistorySerie::Kind()
 {
     return KindBuilder::For<widgetChartHistorySerie>("chartSerie", "Series", "Ряд")
         .Inherit<widgetChartBasicSerie>()
-        .Property<&widgetChartHistorySerie::m_shift>(Prop::Shift, "Earlier by, s",
-                                                     "Раньше на, с")
+        .Property<&widgetChartHistorySerie::m_shift>(Prop::Shift, "Earlier by, s", "Раньше на, с")
         .Range(0, 1e9);
 }
 
