@@ -52,11 +52,11 @@ NodeLinks widgetChartBasicSerie::GetLinks() const
     return {m_signal, m_source};
 }
 
-void widgetChartBasicSerie::CollectArchived(NodeLinks &signals) const
+void widgetChartBasicSerie::CollectArchived(NodeLinks &archived) const
 {
     const archiverSourceConnector *source = GetSource();
     if (const BasicNode *signal = source ? source->GetSource() : nullptr)
-        signals.push_back(signal->GetNodeLink());
+        archived.push_back(signal->GetNodeLink());
 }
 
 std::string widgetChartBasicSerie::GetText() const

@@ -42,7 +42,7 @@ public:
     /// What the series refers to, in the order of its properties; links that lead nowhere too.
     virtual NodeLinks GetLinks() const;
     /// Appends the signals whose history the series shows.
-    virtual void CollectArchived(NodeLinks &signals) const;
+    virtual void CollectArchived(NodeLinks &archived) const;
 
     /// Its own text, else the signal's name.
     std::string GetText() const;

@@ -60,12 +60,12 @@ NodeLinks widgetChartCorridorSerie::GetLinks() const
     return links;
 }
 
-void widgetChartCorridorSerie::CollectArchived(NodeLinks &signals) const
+void widgetChartCorridorSerie::CollectArchived(NodeLinks &archived) const
 {
-    widgetChartBasicSerie::CollectArchived(signals);
+    widgetChartBasicSerie::CollectArchived(archived);
     for (const NodeLink &source : {m_sourceMin, m_sourceMax}) {
         if (const BasicNode *signal = sourceOf(source))
-            signals.push_back(signal->GetNodeLink());
+            archived.push_back(signal->GetNodeLink());
     }
 }
 

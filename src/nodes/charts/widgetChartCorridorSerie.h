@@ -29,7 +29,7 @@ public:
     NColor GetFillColor() const { return m_fillColor; }
 
     NodeLinks GetLinks() const override;
-    void CollectArchived(NodeLinks &signals) const override;
+    void CollectArchived(NodeLinks &archived) const override;
     /// As ConnectValues.
     Connection ConnectValuesMin(SerieSamples::Slot slot) const;
     Connection ConnectValuesMax(SerieSamples::Slot slot) const;

@@ -12,10 +12,10 @@ KindInfo widgetChartHistorySerie::Kind()
         .Range(0, 1e9);
 }
 
-void widgetChartHistorySerie::CollectArchived(NodeLinks &signals) const
+void widgetChartHistorySerie::CollectArchived(NodeLinks &archived) const
 {
     if (!(m_shift > 0))
-        widgetChartBasicSerie::CollectArchived(signals);
+        widgetChartBasicSerie::CollectArchived(archived);
 }
 
 } // namespace Nodes

@@ -20,7 +20,7 @@ public:
     double GetShift() const { return m_shift * 1000; }
 
     /// A line of the past is read by its own requests.
-    void CollectArchived(NodeLinks &signals) const override;
+    void CollectArchived(NodeLinks &archived) const override;
 
 private:
     double m_shift = 0; // seconds

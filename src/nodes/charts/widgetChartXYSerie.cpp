@@ -48,12 +48,12 @@ NodeLinks widgetChartXYSerie::GetLinks() const
     return links;
 }
 
-void widgetChartXYSerie::CollectArchived(NodeLinks &signals) const
+void widgetChartXYSerie::CollectArchived(NodeLinks &archived) const
 {
-    widgetChartBasicSerie::CollectArchived(signals);
+    widgetChartBasicSerie::CollectArchived(archived);
     const archiverSourceConnector *source = GetSourceX();
     if (const BasicNode *signal = source ? source->GetSource() : nullptr)
-        signals.push_back(signal->GetNodeLink());
+        archived.push_back(signal->GetNodeLink());
 }
 
 Connection widgetChartXYSerie::ConnectValuesX(SerieSamples::Slot slot) const

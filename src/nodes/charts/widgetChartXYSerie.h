@@ -28,7 +28,7 @@ public:
     widgetChartAxis *GetAxisX() const;
 
     NodeLinks GetLinks() const override;
-    void CollectArchived(NodeLinks &signals) const override;
+    void CollectArchived(NodeLinks &archived) const override;
     /// As ConnectValues.
     Connection ConnectValuesX(SerieSamples::Slot slot) const;
 
