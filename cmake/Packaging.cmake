@@ -22,5 +22,6 @@ write_basic_package_version_file(
     ${CMAKE_BINARY_DIR}/package/OperatorStationConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/package/OperatorStationConfig.cmake
               ${CMAKE_BINARY_DIR}/package/OperatorStationConfigVersion.cmake
+              cmake/FindQwt.cmake
         DESTINATION ${package_dir})
 install(EXPORT OperatorStationTargets NAMESPACE OperatorStation:: DESTINATION ${package_dir})

@@ -1,0 +1,239 @@
+#include "widgets/charts/multiaxis/MultiAxisPlot.h"
+
+#include "widgets/charts/multiaxis/ExtraAxis.h"
+#include "widgets/charts/multiaxis/MultiAxisAttached.h"
+#include "widgets/charts/multiaxis/MultiAxisLayout.h"
+
+#include <qwt_scale_engine.h>
+#include <qwt_scale_map.h>
+#include <qwt_scale_widget.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
+
+namespace Widgets {
+
+namespace {
+
+// As in Qwt: title, scales and canvas are laid out with the border distances of the pass before.
+constexpr int maxLayoutPasses = 3;
+
+} // namespace
+
+MultiAxisPlot::MultiAxisPlot(QWidget *parent) : QwtPlot(parent), m_layout(new MultiAxisLayout)
+{
+    qRegisterMetaType<QwtAxisId>();
+    setPlotLayout(m_layout);
+}
+
+MultiAxisPlot::~MultiAxisPlot()
+{
+    // Items ask for their axes while they are detached: as long as there are some.
+    setAutoReplot(false);
+    detachItems(QwtPlotItem::Rtti_PlotItem, autoDelete());
+}
+
+void MultiAxisPlot::setAxesCount(int position, int count)
+{
+    if (!QwtAxis::isValid(position))
+        return;
+    auto &axes = m_extra[position];
+    const std::size_t further = std::size_t(std::max(count, 1) - 1);
+    const bool changesLayout = further < axes.size();
+    while (axes.size() > further)
+        axes.pop_back();
+    while (axes.size() < further)
+        axes.push_back(
+            std::make_unique<ExtraAxis>(QwtAxisId(position, int(axes.size()) + 1), this));
+    if (changesLayout)
+        updateLayout();
+}
+
+int MultiAxisPlot::axesCount(int position, bool onlyVisible) const
+{
+    if (!QwtAxis::isValid(position))
+        return 0;
+    const auto &further = m_extra[position];
+    if (!onlyVisible)
+        return 1 + int(further.size());
+    return int(axisEnabled(position)) +
+           int(std::count_if(further.begin(), further.end(),
+                             [](const auto &axis) { return axis->isVisible(); }));
+}
+
+bool MultiAxisPlot::isAxisValid(QwtAxisId axis) const
+{
+    return isFirst(axis) || extra(axis);
+}
+
+bool MultiAxisPlot::isFirst(QwtAxisId axis) const
+{
+    return axis.id == 0 && QwtAxis::isValid(axis.pos);
+}
+
+ExtraAxis *MultiAxisPlot::extra(QwtAxisId axis) const
+{
+    if (!QwtAxis::isValid(axis.pos) || axis.id < 1 ||
+        std::size_t(axis.id) > m_extra[axis.pos].size())
+        return nullptr;
+    return m_extra[axis.pos][std::size_t(axis.id) - 1].get();
+}
+
+const std::vector<std::unique_ptr<ExtraAxis>> &MultiAxisPlot::extraAxes(int position) const
+{
+    return m_extra[position];
+}
+
+std::vector<QwtAxisId> MultiAxisPlot::axes(bool onlyVisible) const
+{
+    std::vector<QwtAxisId> found;
+    for (int position = 0; position < QwtAxis::PosCount; ++position) {
+        for (int i = 0; i < axesCount(position); ++i) {
+            if (!onlyVisible || isAxisVisible({position, i}))
+                found.emplace_back(position, i);
+        }
+    }
+    return found;
+}
+
+QwtAxisId MultiAxisPlot::axisOf(const QWidget *scale) const
+{
+    const std::vector<QwtAxisId> all = axes();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](QwtAxisId axis) { return axisWidget(axis) == scale; });
+    return found != all.end() && scale ? *found : QwtAxisId();
+}
+
+QwtScaleMap MultiAxisPlot::canvasMap(int packed) const
+{
+    return canvasMap(unpackedAxis(packed));
+}
+
+QwtScaleMap MultiAxisPlot::canvasMap(QwtAxisId axis) const
+{
+    return QwtAxis::isValid(axis.pos) ? adaptedMap(axis, QwtPlot::canvasMap(axis.pos))
+                                      : QwtScaleMap();
+}
+
+QwtScaleMap MultiAxisPlot::adaptedMap(QwtAxisId axis, const QwtScaleMap &side) const
+{
+    const ExtraAxis *further = extra(axis);
+    if (!further)
+        return side;
+    QwtScaleMap map;
+    map.setPaintInterval(side.p1(), side.p2());
+    map.setTransformation(further->engine()->transformation());
+    map.setScaleInterval(further->scaleDiv().lowerBound(), further->scaleDiv().upperBound());
+    return map;
+}
+
+double MultiAxisPlot::transform(QwtAxisId axis, double value) const
+{
+    return isAxisValid(axis) ? canvasMap(axis).transform(value) : 0.0;
+}
+
+double MultiAxisPlot::invTransform(QwtAxisId axis, double position) const
+{
+    return isAxisValid(axis) ? canvasMap(axis).invTransform(position) : 0.0;
+}
+
+void MultiAxisPlot::updateAxes()
+{
+    m_scalingFirstAxes = true;
+    QwtPlot::updateAxes();
+    m_scalingFirstAxes = false;
+    updateExtraAxes();
+}
+
+void MultiAxisPlot::updateExtraAxes()
+{
+    std::vector<QwtInterval> needed[QwtAxis::PosCount];
+    bool any = false;
+    for (int position = 0; position < QwtAxis::PosCount; ++position) {
+        needed[position].resize(m_extra[position].size());
+        any = any || !m_extra[position].empty();
+    }
+    if (!any)
+        return;
+    const auto add = [&](QwtAxisId axis, double from, double to) {
+        if (to >= from && extra(axis) && extra(axis)->isAutoScaled())
+            needed[axis.pos][std::size_t(axis.id) - 1] |= QwtInterval(from, to);
+    };
+    for (QwtPlotItem *item : itemList()) {
+        const auto *attached = dynamic_cast<const MultiAxisAttached *>(item);
+        if (!attached || !item->isVisible() || !item->testItemAttribute(QwtPlotItem::AutoScale) ||
+            (attached->attachedXAxis().id == 0 && attached->attachedYAxis().id == 0))
+            continue;
+        const QRectF rect = item->boundingRect();
+        add(attached->attachedXAxis(), rect.left(), rect.right());
+        add(attached->attachedYAxis(), rect.top(), rect.bottom());
+    }
+    for (int position = 0; position < QwtAxis::PosCount; ++position) {
+        for (std::size_t i = 0; i < m_extra[position].size(); ++i)
+            m_extra[position][i]->update(needed[position][i]);
+    }
+    tellItems();
+}
+
+void MultiAxisPlot::tellItems()
+{
+    for (QwtPlotItem *item : itemList()) {
+        const auto *attached = dynamic_cast<const MultiAxisAttached *>(item);
+        if (!attached || !item->testItemInterest(QwtPlotItem::ScaleInterest) ||
+            (attached->attachedXAxis().id == 0 && attached->attachedYAxis().id == 0))
+            continue;
+        item->updateScaleDiv(axisScaleDiv(attached->attachedXAxis()),
+                             axisScaleDiv(attached->attachedYAxis()));
+    }
+}
+
+void MultiAxisPlot::replot()
+{
+    // QwtPlot::replot() would call its own updateAxes(), which is not virtual.
+    const bool automatic = autoReplot();
+    setAutoReplot(false);
+    updateAxes();
+    QCoreApplication::sendPostedEvents(this, QEvent::LayoutRequest);
+    if (QWidget *area = canvas()) {
+        if (!QMetaObject::invokeMethod(area, "replot", Qt::DirectConnection))
+            area->update(area->contentsRect());
+    }
+    setAutoReplot(automatic);
+}
+
+void MultiAxisPlot::updateLayout()
+{
+    for (int pass = 0; pass < maxLayoutPasses; ++pass) {
+        const QRect before = canvas() ? canvas()->geometry() : QRect();
+        QwtPlot::updateLayout();
+        if (!canvas() || canvas()->geometry() == before)
+            break;
+    }
+    placeExtraAxes();
+}
+
+void MultiAxisPlot::placeExtraAxes()
+{
+    for (const auto &side : m_extra) {
+        for (const auto &axis : side)
+            placeExtraAxis(*axis);
+    }
+}
+
+void MultiAxisPlot::placeExtraAxis(const ExtraAxis &axis)
+{
+    QwtScaleWidget *scale = axis.widget();
+    if (!axis.isVisible() || !canvas()) {
+        scale->hide();
+        return;
+    }
+    scale->setGeometry(
+        m_layout
+            ->scaleRect(*this, axis.id(), QwtPlot::canvasMap(axis.id().pos), canvas()->pos())
+            .toRect());
+    scale->show();
+}
+
+} // namespace Widgets

@@ -1,0 +1,114 @@
+#include "widgets/charts/painting/CurvePyramid.h"
+
+#include "widgets/charts/painting/CurveData.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Widgets {
+
+namespace {
+
+// One for each chart that shows the curve, and what the operator zooms back to.
+constexpr std::size_t maxLevels = 4;
+// Keys are whole numbers of buckets from x = 0 and have to be exact as double.
+constexpr int maxKeyBits = 50;
+
+int exponentFor(double width, const CurveData &data)
+{
+    int exponent = std::ilogb(width);
+    if (data.size() == 0)
+        return exponent;
+    const double largest =
+        std::max(std::abs(data.points()[0].x()), std::abs(data.points()[data.size() - 1].x()));
+    if (largest > 0)
+        exponent = std::max(exponent, std::ilogb(largest) - maxKeyBits);
+    return exponent;
+}
+
+} // namespace
+
+const CurveLevel &CurvePyramid::level(double width, const CurveData &data)
+{
+    ++m_use;
+    const int exponent = exponentFor(width, data);
+    for (Kept &kept : m_levels) {
+        if (kept.level.exponent() == exponent) {
+            kept.lastUse = m_use;
+            return kept.level;
+        }
+    }
+    CurveLevel added = built(exponent, data);
+    const auto older = [](const Kept &a, const Kept &b) { return a.lastUse < b.lastUse; };
+    if (m_levels.size() >= maxLevels)
+        m_levels.erase(std::min_element(m_levels.begin(), m_levels.end(), older));
+    m_levels.push_back({std::move(added), m_use});
+    return m_levels.back().level;
+}
+
+CurveLevel CurvePyramid::built(int exponent, const CurveData &data) const
+{
+    const CurveLevel *finer = nullptr;
+    for (const Kept &kept : m_levels) {
+        if (kept.level.exponent() < exponent &&
+            (!finer || finer->exponent() < kept.level.exponent()))
+            finer = &kept.level;
+    }
+    CurveLevel level(exponent);
+    if (finer) {
+        for (const CurveBucket &bucket : finer->buckets())
+            level.append(bucket, *finer);
+        if (data.size() > 0 && !data.isDrawn(data.size() - 1))
+            level.breakLine();
+        return level;
+    }
+    for (std::size_t i = 0; i < data.size(); ++i)
+        level.append(data.points()[i], data.qualities()[i], data.isDrawn(i));
+    return level;
+}
+
+const CurveLevel *CurvePyramid::coarsest() const
+{
+    const CurveLevel *found = nullptr;
+    for (const Kept &kept : m_levels) {
+        if (!found || kept.level.exponent() > found->exponent())
+            found = &kept.level;
+    }
+    return found;
+}
+
+void CurvePyramid::append(const QPointF &point, Nodes::Quality quality, bool isDrawn)
+{
+    for (Kept &kept : m_levels)
+        kept.level.append(point, quality, isDrawn);
+}
+
+void CurvePyramid::trimFront(const CurveData &data)
+{
+    std::size_t first = 0;
+    while (first < data.size() && !data.isDrawn(first))
+        ++first;
+    if (first == data.size()) {
+        clear();
+        return;
+    }
+    const double x = data.points()[first].x();
+    for (Kept &kept : m_levels) {
+        CurveLevel bucket(kept.level.exponent());
+        const std::int64_t key = bucket.keyOf(x);
+        for (std::size_t i = first; i < data.size(); ++i) {
+            const bool drawn = data.isDrawn(i);
+            if (drawn && bucket.keyOf(data.points()[i].x()) != key)
+                break;
+            bucket.append(data.points()[i], data.qualities()[i], drawn);
+        }
+        kept.level.trimBefore(x, std::move(bucket));
+    }
+}
+
+void CurvePyramid::clear()
+{
+    m_levels.clear();
+}
+
+} // namespace Widgets

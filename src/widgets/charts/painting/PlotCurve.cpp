@@ -1,0 +1,97 @@
+#include "widgets/charts/painting/PlotCurve.h"
+
+#include "widgets/charts/painting/CurvePainter.h"
+
+#include <qwt_symbol.h>
+
+#include <QPainter>
+
+namespace Widgets {
+
+namespace {
+
+/// Other data than ours, drawn like ours.
+CurveData copied(const QwtSeriesData<QPointF> &series, int from, int to)
+{
+    CurveData data;
+    data.reserve(std::size_t(to - from + 1));
+    for (int i = from; i <= to; ++i)
+        data.append(series.sample(std::size_t(i)));
+    return data;
+}
+
+} // namespace
+
+PlotCurve::PlotCurve(const QString &title) : MultiAxisItem<QwtPlotCurve>(title)
+{
+    setData(new CurveData);
+}
+
+CurveData *PlotCurve::points()
+{
+    return dynamic_cast<CurveData *>(data());
+}
+
+const CurveData *PlotCurve::points() const
+{
+    return dynamic_cast<const CurveData *>(data());
+}
+
+void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,
+                          const QwtScaleMap &yMap, const QRectF &canvasRect, int from,
+                          int to) const
+{
+    if (from > to || to < 1 || from + 1 > to || style == NoCurve)
+        return;
+    const bool isLevel = orientation() == Qt::Horizontal;
+    if (brush().style() != Qt::NoBrush || (style == Sticks && isLevel)) {
+        QwtPlotCurve::drawCurve(painter, style, xMap, yMap, canvasRect, from, to);
+        return;
+    }
+    CurvePainter::Look look;
+    look.pen = painter->pen();
+    look.baseline = baseline();
+    if (style == Sticks)
+        look.style = CurvePainter::Style::Sticks;
+    else if (style == Dots)
+        look.style = CurvePainter::Style::Dots;
+    else if (style == Steps)
+        look.join = isLevel == testCurveAttribute(Inverted) ? CurveJoin::StepAtOnce
+                                                            : CurveJoin::StepAtNext;
+    CurvePainter curve(*painter, xMap, yMap, canvasRect);
+    if (const CurveData *own = points()) {
+        curve.draw(*own, look, std::size_t(from), std::size_t(to));
+        curve.markBad(*own, look.pen, m_badRow);
+    } else {
+        curve.draw(copied(*data(), from, to), look, 0, std::size_t(to - from));
+    }
+}
+
+void PlotCurve::drawSymbols(QPainter *painter, const QwtSymbol &symbol, const QwtScaleMap &xMap,
+                            const QwtScaleMap &yMap, const QRectF &canvasRect, int from,
+                            int to) const
+{
+    const CurveData *own = points();
+    if (!own) {
+        QwtPlotCurve::drawSymbols(painter, symbol, xMap, yMap, canvasRect, from, to);
+        return;
+    }
+    const CurvePainter curve(*painter, xMap, yMap, canvasRect);
+    auto first = std::size_t(from);
+    auto last = std::size_t(to);
+    if (from > to || !curve.limitToView(*own, first, last))
+        return;
+    const double distance = symbol.size().width() / 2.0;
+    QPolygonF places;
+    for (std::size_t i = first; i <= last; ++i) {
+        if (!own->isDrawn(i))
+            continue;
+        const QPointF place(xMap.transform(own->points()[i].x()),
+                            yMap.transform(own->points()[i].y()));
+        if (places.isEmpty() || (place - places.last()).manhattanLength() >= distance)
+            places.append(place);
+    }
+    symbol.drawSymbols(painter, places);
+}
+
+} // namespace Widgets

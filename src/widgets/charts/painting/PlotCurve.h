@@ -1,0 +1,42 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/charts/multiaxis/MultiAxisItem.h"
+#include "widgets/charts/painting/CurveData.h"
+
+#include <qwt_plot_curve.h>
+
+namespace Widgets {
+
+/// A curve whose drawing costs the width of the canvas, not the number of its points: the picture is
+/// that of each pair of neighbouring points drawn by itself, a pair with a NaN left out.
+///
+/// Qualities can be told without colour: uncertain and stale stretches are dotted, a bad one is a
+/// gap with a mark at both ends and a hatched bar at the lower edge of the canvas.
+/// Symbols are left out where they would lie on each other. GUI thread only.
+class WIDGETS_EXPORT PlotCurve : public MultiAxisItem<QwtPlotCurve>
+{
+public:
+    explicit PlotCurve(const QString &title = QString());
+
+    /// The points; belongs to the curve. Null after other data has been set.
+    [[nodiscard]] CurveData *points();
+    [[nodiscard]] const CurveData *points() const;
+
+    /// Which of the rows at the lower edge of the canvas takes the bars of bad stretches, from 0:
+    /// curves of one plot do not hide each other's.
+    void setBadRow(int row) { m_badRow = row; }
+    [[nodiscard]] int badRow() const { return m_badRow; }
+
+protected:
+    void drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
+                   const QRectF &canvasRect, int from, int to) const override;
+    void drawSymbols(QPainter *painter, const QwtSymbol &symbol, const QwtScaleMap &xMap,
+                     const QwtScaleMap &yMap, const QRectF &canvasRect, int from,
+                     int to) const override;
+
+private:
+    int m_badRow = 0;
+};
+
+} // namespace Widgets
