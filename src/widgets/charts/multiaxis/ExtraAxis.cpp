@@ -2,6 +2,7 @@
 
 #include <qwt_plot.h>
 #include <qwt_scale_engine.h>
+#include <qwt_scale_map.h>
 #include <qwt_scale_widget.h>
 
 #include <algorithm>
@@ -27,7 +28,8 @@ QwtScaleDraw::Alignment alignmentOf(int position)
 } // namespace
 
 ExtraAxis::ExtraAxis(QwtAxisId id, QwtPlot *plot)
-    : m_id(id), m_widget(new QwtScaleWidget(alignmentOf(id.pos), plot)),
+    : m_id(id),
+      m_widget(new QwtScaleWidget(alignmentOf(id.pos), plot)),
       m_engine(new QwtLinearScaleEngine)
 {
     // Looks like the first axis of its side until told otherwise.
@@ -49,6 +51,15 @@ ExtraAxis::~ExtraAxis()
 QwtScaleWidget *ExtraAxis::widget() const
 {
     return m_widget;
+}
+
+QwtScaleMap ExtraAxis::mapOn(const QwtScaleMap &side) const
+{
+    QwtScaleMap map;
+    map.setPaintInterval(side.p1(), side.p2());
+    map.setTransformation(m_engine->transformation());
+    map.setScaleInterval(m_scaleDiv.lowerBound(), m_scaleDiv.upperBound());
+    return map;
 }
 
 void ExtraAxis::setEngine(QwtScaleEngine *engine)

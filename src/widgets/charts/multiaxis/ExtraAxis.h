@@ -11,6 +11,7 @@
 
 class QwtPlot;
 class QwtScaleEngine;
+class QwtScaleMap;
 class QwtScaleWidget;
 
 namespace Widgets {
@@ -34,6 +35,9 @@ public:
     [[nodiscard]] int maxMajor() const { return m_maxMajor; }
     [[nodiscard]] int maxMinor() const { return m_maxMinor; }
     [[nodiscard]] double stepSize() const { return m_stepSize; }
+
+    /// The map of this axis where Qwt's own map of its side is `side`: the same stretch of paper.
+    [[nodiscard]] QwtScaleMap mapOn(const QwtScaleMap &side) const;
 
     void setVisible(bool visible) { m_visible = visible; }
     void setAutoScale(bool on) { m_autoScale = on; }

@@ -1,12 +1,24 @@
 #include "widgets/charts/multiaxis/MultiAxisAttached.h"
 
-#include "widgets/charts/multiaxis/MultiAxisPlot.h"
+#include "widgets/charts/multiaxis/ExtraAxis.h"
+#include "widgets/charts/multiaxis/MultiAxisScales.h"
 
+#include <qwt_plot.h>
 #include <qwt_scale_map.h>
 
 #include <QRectF>
 
 namespace Widgets {
+
+namespace {
+
+const ExtraAxis *extraAxis(QwtAxisId axis, const QwtPlot *plot)
+{
+    const auto *scales = axis.id > 0 ? dynamic_cast<const MultiAxisScales *>(plot) : nullptr;
+    return scales ? scales->extraAxis(axis) : nullptr;
+}
+
+} // namespace
 
 bool MultiAxisAttached::takeAxis(QwtAxisId axis)
 {
@@ -19,23 +31,23 @@ bool MultiAxisAttached::takeAxis(QwtAxisId axis)
 QwtScaleMap MultiAxisAttached::adaptedMap(QwtAxisId axis, const QwtScaleMap &map,
                                           const QwtPlot *plot)
 {
-    const auto *multi = axis.id > 0 ? qobject_cast<const MultiAxisPlot *>(plot) : nullptr;
-    return multi ? multi->adaptedMap(axis, map) : map;
+    const ExtraAxis *further = extraAxis(axis, plot);
+    return further ? further->mapOn(map) : map;
 }
 
 const QwtScaleDiv &MultiAxisAttached::divisionOf(QwtAxisId axis, const QwtScaleDiv &first,
                                                  const QwtPlot *plot)
 {
-    const auto *multi = axis.id > 0 ? qobject_cast<const MultiAxisPlot *>(plot) : nullptr;
-    return multi && multi->isAxisValid(axis) ? multi->axisScaleDiv(axis) : first;
+    const ExtraAxis *further = extraAxis(axis, plot);
+    return further ? further->scaleDiv() : first;
 }
 
 QRectF MultiAxisAttached::forScaling(QRectF rect, const QwtPlot *plot) const
 {
     if (m_xAxis.id == 0 && m_yAxis.id == 0)
         return rect;
-    const auto *multi = qobject_cast<const MultiAxisPlot *>(plot);
-    if (!multi || !multi->isScalingFirstAxes())
+    const auto *scales = dynamic_cast<const MultiAxisScales *>(plot);
+    if (!scales || !scales->isScalingFirstAxes())
         return rect;
     if (m_xAxis.id > 0)
         rect.setWidth(-1);

@@ -12,8 +12,7 @@
 namespace Widgets {
 
 /// Common part of MultiAxisItem: a Qwt plot item that may stand on any axis of a MultiAxisPlot.
-template <class Item>
-class MultiAxisItemBase : public Item, public MultiAxisAttached
+template <class Item> class MultiAxisItemBase : public Item, public MultiAxisAttached
 {
 public:
     using Item::Item;
@@ -77,8 +76,7 @@ public:
 };
 
 /// Series: what draws a part of one by itself (QwtPlotDirectPainter) knows Qwt's own maps only.
-template <class Item>
-class MultiAxisItem<Item, true> : public MultiAxisItemBase<Item>
+template <class Item> class MultiAxisItem<Item, true> : public MultiAxisItemBase<Item>
 {
 public:
     using MultiAxisItemBase<Item>::MultiAxisItemBase;

@@ -1,7 +1,7 @@
 #include "widgets/charts/multiaxis/MultiAxisLayout.h"
 
 #include "widgets/charts/multiaxis/ExtraAxis.h"
-#include "widgets/charts/multiaxis/MultiAxisPlot.h"
+#include "widgets/charts/multiaxis/MultiAxisScales.h"
 
 #include <qwt_scale_map.h>
 #include <qwt_scale_widget.h>
@@ -23,11 +23,10 @@ QRectF without(const QRectF &rect, const double (&sums)[QwtAxis::PosCount])
 
 } // namespace
 
-MultiAxisLayout::Stack MultiAxisLayout::stackOf(const MultiAxisPlot &plot, int position,
-                                                double length)
+MultiAxisLayout::Stack MultiAxisLayout::stackOf(int position, double length) const
 {
     Stack stack;
-    for (const auto &axis : plot.extraAxes(position)) {
+    for (const auto &axis : m_scales.extraAxes(position)) {
         const QwtScaleWidget *scale = axis->widget();
         const double size =
             axis->isVisible() ? scale->dimForLength(int(length), scale->font()) : 0.0;
@@ -40,11 +39,6 @@ MultiAxisLayout::Stack MultiAxisLayout::stackOf(const MultiAxisPlot &plot, int p
 void MultiAxisLayout::activate(const QwtPlot *plot, const QRectF &plotRect, Options options)
 {
     m_bands.clear();
-    const auto *multi = qobject_cast<const MultiAxisPlot *>(plot);
-    if (!multi) {
-        QwtPlotLayout::activate(plot, plotRect, options);
-        return;
-    }
     // A title wraps by the length of its scale, and that by what the scales across leave: the
     // second pass knows the canvas.
     QSizeF length = plotRect.size();
@@ -52,8 +46,8 @@ void MultiAxisLayout::activate(const QwtPlot *plot, const QRectF &plotRect, Opti
     for (int pass = 0; pass < 2; ++pass) {
         double sums[QwtAxis::PosCount];
         for (int position = 0; position < QwtAxis::PosCount; ++position) {
-            stacks[position] = stackOf(*multi, position,
-                                       isVertical(position) ? length.height() : length.width());
+            stacks[position] =
+                stackOf(position, isVertical(position) ? length.height() : length.width());
             sums[position] = stacks[position].sum;
         }
         QwtPlotLayout::activate(plot, without(plotRect, sums), options);
@@ -74,9 +68,9 @@ void MultiAxisLayout::placeStacks(const Stack (&stacks)[QwtAxis::PosCount])
             const double from = outwardsIsLess ? edge - size : edge;
             edge = outwardsIsLess ? from : edge + size;
             if (size > 0)
-                m_bands.insert(packedAxis({position, i + 1}),
-                               isVertical(position) ? QRectF(from, 0, size, 0)
-                                                    : QRectF(0, from, 0, size));
+                m_bands.insert(packedAxis({position, i + 1}), isVertical(position)
+                                                                  ? QRectF(from, 0, size, 0)
+                                                                  : QRectF(0, from, 0, size));
         }
     }
     // Title, footer and legend stood next to the scales: the stacks come in between.
@@ -107,25 +101,23 @@ void MultiAxisLayout::invalidate()
 QSize MultiAxisLayout::minimumSizeHint(const QwtPlot *plot) const
 {
     QSize size = QwtPlotLayout::minimumSizeHint(plot);
-    if (const auto *multi = qobject_cast<const MultiAxisPlot *>(plot)) {
-        for (int position = 0; position < QwtAxis::PosCount; ++position) {
-            const int sum = int(stackOf(*multi, position, QWIDGETSIZE_MAX).sum);
-            size += isVertical(position) ? QSize(sum, 0) : QSize(0, sum);
-        }
+    for (int position = 0; position < QwtAxis::PosCount; ++position) {
+        const int sum = int(stackOf(position, QWIDGETSIZE_MAX).sum);
+        size += isVertical(position) ? QSize(sum, 0) : QSize(0, sum);
     }
     return size;
 }
 
-QRectF MultiAxisLayout::scaleRect(const MultiAxisPlot &plot, QwtAxisId axis,
-                                  const QwtScaleMap &map, const QPointF &origin) const
+QRectF MultiAxisLayout::scaleRect(const ExtraAxis &axis, const QwtScaleMap &map,
+                                  const QPointF &origin) const
 {
-    const auto band = m_bands.constFind(packedAxis(axis));
-    const QwtScaleWidget *scale = plot.axisWidget(axis);
-    if (band == m_bands.constEnd() || !scale)
+    const auto band = m_bands.constFind(packedAxis(axis.id()));
+    if (band == m_bands.constEnd())
         return {};
+    const QwtScaleWidget *scale = axis.widget();
     const double from = qMin(map.p1(), map.p2()) - scale->startBorderDist();
     const double length = map.pDist() + scale->startBorderDist() + scale->endBorderDist();
-    if (axis.isYAxis())
+    if (isVertical(axis.id().pos))
         return {band->x(), origin.y() + from, band->width(), length};
     return {origin.x() + from, band->y(), length, band->height()};
 }

@@ -10,7 +10,8 @@ class QwtScaleMap;
 
 namespace Widgets {
 
-class MultiAxisPlot;
+class ExtraAxis;
+class MultiAxisScales;
 
 /// Qwt's layout inside the rectangle that the further scales leave, and these stacked outside of
 /// Qwt's own. Across an axis the place comes from here, along it from the map of the canvas: ticks
@@ -18,13 +19,15 @@ class MultiAxisPlot;
 class MultiAxisLayout : public QwtPlotLayout
 {
 public:
+    explicit MultiAxisLayout(const MultiAxisScales &scales) : m_scales(scales) {}
+
     void activate(const QwtPlot *plot, const QRectF &plotRect, Options options) override;
     void invalidate() override;
     [[nodiscard]] QSize minimumSizeHint(const QwtPlot *plot) const override;
 
     /// Place of the scale of a further axis; `map` is the map of its side in coordinates whose
     /// origin is `origin`. Empty when the axis is hidden.
-    [[nodiscard]] QRectF scaleRect(const MultiAxisPlot &plot, QwtAxisId axis, const QwtScaleMap &map,
+    [[nodiscard]] QRectF scaleRect(const ExtraAxis &axis, const QwtScaleMap &map,
                                    const QPointF &origin) const;
     using QwtPlotLayout::scaleRect;
 
@@ -34,9 +37,10 @@ private:
         double sum = 0;        ///< what the further scales of a side take from the plot
         QVector<double> sizes; ///< by index - 1; 0: hidden
     };
-    [[nodiscard]] static Stack stackOf(const MultiAxisPlot &plot, int position, double length);
+    [[nodiscard]] Stack stackOf(int position, double length) const;
     void placeStacks(const Stack (&stacks)[QwtAxis::PosCount]);
 
+    const MultiAxisScales &m_scales;
     QHash<int, QRectF> m_bands; // by packed axis: only the direction across the axis counts
 };
 

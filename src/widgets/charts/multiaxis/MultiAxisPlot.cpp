@@ -22,7 +22,8 @@ constexpr int maxLayoutPasses = 3;
 
 } // namespace
 
-MultiAxisPlot::MultiAxisPlot(QWidget *parent) : QwtPlot(parent), m_layout(new MultiAxisLayout)
+MultiAxisPlot::MultiAxisPlot(QWidget *parent)
+    : QwtPlot(parent), m_layout(new MultiAxisLayout(*this))
 {
     qRegisterMetaType<QwtAxisId>();
     setPlotLayout(m_layout);
@@ -65,20 +66,12 @@ int MultiAxisPlot::axesCount(int position, bool onlyVisible) const
 
 bool MultiAxisPlot::isAxisValid(QwtAxisId axis) const
 {
-    return isFirst(axis) || extra(axis);
+    return isFirst(axis) || extraAxis(axis);
 }
 
 bool MultiAxisPlot::isFirst(QwtAxisId axis) const
 {
     return axis.id == 0 && QwtAxis::isValid(axis.pos);
-}
-
-ExtraAxis *MultiAxisPlot::extra(QwtAxisId axis) const
-{
-    if (!QwtAxis::isValid(axis.pos) || axis.id < 1 ||
-        std::size_t(axis.id) > m_extra[axis.pos].size())
-        return nullptr;
-    return m_extra[axis.pos][std::size_t(axis.id) - 1].get();
 }
 
 const std::vector<std::unique_ptr<ExtraAxis>> &MultiAxisPlot::extraAxes(int position) const
@@ -113,20 +106,11 @@ QwtScaleMap MultiAxisPlot::canvasMap(int packed) const
 
 QwtScaleMap MultiAxisPlot::canvasMap(QwtAxisId axis) const
 {
-    return QwtAxis::isValid(axis.pos) ? adaptedMap(axis, QwtPlot::canvasMap(axis.pos))
-                                      : QwtScaleMap();
-}
-
-QwtScaleMap MultiAxisPlot::adaptedMap(QwtAxisId axis, const QwtScaleMap &side) const
-{
-    const ExtraAxis *further = extra(axis);
-    if (!further)
-        return side;
-    QwtScaleMap map;
-    map.setPaintInterval(side.p1(), side.p2());
-    map.setTransformation(further->engine()->transformation());
-    map.setScaleInterval(further->scaleDiv().lowerBound(), further->scaleDiv().upperBound());
-    return map;
+    if (!QwtAxis::isValid(axis.pos))
+        return {};
+    const QwtScaleMap side = QwtPlot::canvasMap(axis.pos);
+    const ExtraAxis *further = extraAxis(axis);
+    return further ? further->mapOn(side) : side;
 }
 
 double MultiAxisPlot::transform(QwtAxisId axis, double value) const
@@ -158,7 +142,7 @@ void MultiAxisPlot::updateExtraAxes()
     if (!any)
         return;
     const auto add = [&](QwtAxisId axis, double from, double to) {
-        if (to >= from && extra(axis) && extra(axis)->isAutoScaled())
+        if (to >= from && extraAxis(axis) && extraAxis(axis)->isAutoScaled())
             needed[axis.pos][std::size_t(axis.id) - 1] |= QwtInterval(from, to);
     };
     for (QwtPlotItem *item : itemList()) {
@@ -230,9 +214,7 @@ void MultiAxisPlot::placeExtraAxis(const ExtraAxis &axis)
         return;
     }
     scale->setGeometry(
-        m_layout
-            ->scaleRect(*this, axis.id(), QwtPlot::canvasMap(axis.id().pos), canvas()->pos())
-            .toRect());
+        m_layout->scaleRect(axis, QwtPlot::canvasMap(axis.id().pos), canvas()->pos()).toRect());
     scale->show();
 }
 

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/charts/multiaxis/QwtAxisId.h"
+#include "widgets/charts/multiaxis/MultiAxisScales.h"
 
 #include <qwt_plot.h>
 
-#include <memory>
-#include <vector>
-
 namespace Widgets {
 
-class ExtraAxis;
 class MultiAxisLayout;
 
 /// A Qwt plot with any number of axes on each side, addressed by QwtAxisId.
@@ -23,7 +19,7 @@ class MultiAxisLayout;
 ///
 /// An axis that does not exist: setters do nothing, getters answer null or a default value.
 /// Scales are taken over by replot() or updateAxes(). GUI thread only.
-class WIDGETS_EXPORT MultiAxisPlot : public QwtPlot
+class WIDGETS_EXPORT MultiAxisPlot : public QwtPlot, public MultiAxisScales
 {
     Q_OBJECT
 public:
@@ -80,16 +76,11 @@ public:
     void updateLayout() override;
     void replot() override;
 
-    /// The map of an axis for a canvas on which Qwt's own map of that side is `side`: the same
-    /// stretch of paper, the scale of the axis. On axis 0, or without that axis, `side` itself.
-    [[nodiscard]] QwtScaleMap adaptedMap(QwtAxisId axis, const QwtScaleMap &side) const;
-    /// True while Qwt scales its four axes, which data of further ones must not stretch.
-    [[nodiscard]] bool isScalingFirstAxes() const { return m_scalingFirstAxes; }
-    /// Further axes of a side, from the canvas outwards.
-    [[nodiscard]] const std::vector<std::unique_ptr<ExtraAxis>> &extraAxes(int position) const;
+    [[nodiscard]] bool isScalingFirstAxes() const override { return m_scalingFirstAxes; }
+    [[nodiscard]] const std::vector<std::unique_ptr<ExtraAxis>> &
+    extraAxes(int position) const override;
 
 private:
-    [[nodiscard]] ExtraAxis *extra(QwtAxisId axis) const;
     [[nodiscard]] bool isFirst(QwtAxisId axis) const;
     void updateExtraAxes();
     void tellItems();

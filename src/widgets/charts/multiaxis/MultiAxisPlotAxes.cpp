@@ -12,7 +12,7 @@ void MultiAxisPlot::setAxisVisible(QwtAxisId axis, bool on)
 {
     if (isFirst(axis)) {
         enableAxis(axis.pos, on);
-    } else if (ExtraAxis *further = extra(axis); further && further->isVisible() != on) {
+    } else if (ExtraAxis *further = extraAxis(axis); further && further->isVisible() != on) {
         further->setVisible(on);
         updateLayout();
     }
@@ -20,7 +20,7 @@ void MultiAxisPlot::setAxisVisible(QwtAxisId axis, bool on)
 
 bool MultiAxisPlot::isAxisVisible(QwtAxisId axis) const
 {
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->isVisible() : isFirst(axis) && axisEnabled(axis.pos);
 }
 
@@ -28,7 +28,7 @@ QwtScaleWidget *MultiAxisPlot::axisWidget(QwtAxisId axis) const
 {
     if (isFirst(axis))
         return const_cast<MultiAxisPlot *>(this)->QwtPlot::axisWidget(axis.pos);
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->widget() : nullptr;
 }
 
@@ -36,7 +36,7 @@ QwtScaleEngine *MultiAxisPlot::axisScaleEngine(QwtAxisId axis) const
 {
     if (isFirst(axis))
         return const_cast<MultiAxisPlot *>(this)->QwtPlot::axisScaleEngine(axis.pos);
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->engine() : nullptr;
 }
 
@@ -44,7 +44,7 @@ void MultiAxisPlot::setAxisScaleEngine(QwtAxisId axis, QwtScaleEngine *engine)
 {
     if (isFirst(axis)) {
         QwtPlot::setAxisScaleEngine(axis.pos, engine);
-    } else if (ExtraAxis *further = extra(axis); further && engine) {
+    } else if (ExtraAxis *further = extraAxis(axis); further && engine) {
         further->setEngine(engine);
         autoRefresh();
     } else {
@@ -56,7 +56,7 @@ void MultiAxisPlot::setAxisAutoScale(QwtAxisId axis, bool on)
 {
     if (isFirst(axis)) {
         QwtPlot::setAxisAutoScale(axis.pos, on);
-    } else if (ExtraAxis *further = extra(axis); further && further->isAutoScaled() != on) {
+    } else if (ExtraAxis *further = extraAxis(axis); further && further->isAutoScaled() != on) {
         further->setAutoScale(on);
         autoRefresh();
     }
@@ -64,7 +64,7 @@ void MultiAxisPlot::setAxisAutoScale(QwtAxisId axis, bool on)
 
 bool MultiAxisPlot::axisAutoScale(QwtAxisId axis) const
 {
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->isAutoScaled() : isFirst(axis) && QwtPlot::axisAutoScale(axis.pos);
 }
 
@@ -72,7 +72,7 @@ void MultiAxisPlot::setAxisScale(QwtAxisId axis, double from, double to, double 
 {
     if (isFirst(axis)) {
         QwtPlot::setAxisScale(axis.pos, from, to, stepSize);
-    } else if (ExtraAxis *further = extra(axis)) {
+    } else if (ExtraAxis *further = extraAxis(axis)) {
         further->setScale(from, to, stepSize);
         autoRefresh();
     }
@@ -82,7 +82,7 @@ void MultiAxisPlot::setAxisScaleDiv(QwtAxisId axis, const QwtScaleDiv &division)
 {
     if (isFirst(axis)) {
         QwtPlot::setAxisScaleDiv(axis.pos, division);
-    } else if (ExtraAxis *further = extra(axis)) {
+    } else if (ExtraAxis *further = extraAxis(axis)) {
         further->setScaleDiv(division);
         autoRefresh();
     }
@@ -93,7 +93,7 @@ const QwtScaleDiv &MultiAxisPlot::axisScaleDiv(QwtAxisId axis) const
     if (isFirst(axis))
         return QwtPlot::axisScaleDiv(axis.pos);
     static const QwtScaleDiv none;
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->scaleDiv() : none;
 }
 
@@ -104,7 +104,7 @@ QwtInterval MultiAxisPlot::axisInterval(QwtAxisId axis) const
 
 double MultiAxisPlot::axisStepSize(QwtAxisId axis) const
 {
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->stepSize() : isFirst(axis) ? QwtPlot::axisStepSize(axis.pos) : 0.0;
 }
 
@@ -158,7 +158,7 @@ void MultiAxisPlot::setAxisMaxMajor(QwtAxisId axis, int steps)
 {
     if (isFirst(axis)) {
         QwtPlot::setAxisMaxMajor(axis.pos, steps);
-    } else if (ExtraAxis *further = extra(axis)) {
+    } else if (ExtraAxis *further = extraAxis(axis)) {
         further->setMaxMajor(steps);
         autoRefresh();
     }
@@ -166,7 +166,7 @@ void MultiAxisPlot::setAxisMaxMajor(QwtAxisId axis, int steps)
 
 int MultiAxisPlot::axisMaxMajor(QwtAxisId axis) const
 {
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->maxMajor() : isFirst(axis) ? QwtPlot::axisMaxMajor(axis.pos) : 0;
 }
 
@@ -174,7 +174,7 @@ void MultiAxisPlot::setAxisMaxMinor(QwtAxisId axis, int steps)
 {
     if (isFirst(axis)) {
         QwtPlot::setAxisMaxMinor(axis.pos, steps);
-    } else if (ExtraAxis *further = extra(axis)) {
+    } else if (ExtraAxis *further = extraAxis(axis)) {
         further->setMaxMinor(steps);
         autoRefresh();
     }
@@ -182,7 +182,7 @@ void MultiAxisPlot::setAxisMaxMinor(QwtAxisId axis, int steps)
 
 int MultiAxisPlot::axisMaxMinor(QwtAxisId axis) const
 {
-    const ExtraAxis *further = extra(axis);
+    const ExtraAxis *further = extraAxis(axis);
     return further ? further->maxMinor() : isFirst(axis) ? QwtPlot::axisMaxMinor(axis.pos) : 0;
 }
 

@@ -1,5 +1,6 @@
 #include "widgets/charts/multiaxis/MultiAxisRenderer.h"
 
+#include "widgets/charts/multiaxis/ExtraAxis.h"
 #include "widgets/charts/multiaxis/MultiAxisLayout.h"
 #include "widgets/charts/multiaxis/MultiAxisPlot.h"
 
@@ -18,23 +19,23 @@ void MultiAxisRenderer::renderCanvas(const QwtPlot *plot, QPainter *painter,
     if (!multi)
         return;
     const auto *layout = dynamic_cast<const MultiAxisLayout *>(multi->plotLayout());
-    for (const QwtAxisId axis : multi->axes(true)) {
-        if (axis.id > 0 && layout)
-            renderExtraScale(*multi, *painter, axis,
-                             layout->scaleRect(*multi, axis, maps[axis.pos], QPointF()));
+    for (const QwtAxisId id : multi->axes(true)) {
+        const ExtraAxis *axis = multi->extraAxis(id);
+        if (axis && layout)
+            renderExtraScale(*painter, *axis, layout->scaleRect(*axis, maps[id.pos], QPointF()));
     }
 }
 
-void MultiAxisRenderer::renderExtraScale(const MultiAxisPlot &plot, QPainter &painter,
-                                         QwtAxisId axis, const QRectF &rect)
+void MultiAxisRenderer::renderExtraScale(QPainter &painter, const ExtraAxis &axis,
+                                         const QRectF &rect)
 {
-    QwtScaleWidget *scale = plot.axisWidget(axis);
+    QwtScaleWidget *scale = axis.widget();
     QwtScaleDraw *draw = scale->scaleDraw();
     const double start = scale->startBorderDist();
-    const double length = (axis.isYAxis() ? rect.height() : rect.width()) - start -
-                          scale->endBorderDist();
+    const double length =
+        (axis.id().isYAxis() ? rect.height() : rect.width()) - start - scale->endBorderDist();
     QPointF origin;
-    switch (axis.pos) {
+    switch (axis.id().pos) {
     case QwtAxis::yLeft:
         origin = {rect.right() - 1 - scale->margin(), rect.top() + start};
         break;

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
-#include "widgets/charts/multiaxis/QwtAxisId.h"
 
 #include <qwt_plot_renderer.h>
 
 namespace Widgets {
 
-class MultiAxisPlot;
+class ExtraAxis;
 
 /// QwtPlotRenderer that also draws the scales of further axes: use it for prints, PDF and pictures
 /// of a MultiAxisPlot. Any other plot is rendered as by its base.
@@ -21,8 +20,7 @@ public:
                       const QwtScaleMap *maps) const override;
 
 private:
-    static void renderExtraScale(const MultiAxisPlot &plot, QPainter &painter, QwtAxisId axis,
-                                 const QRectF &rect);
+    static void renderExtraScale(QPainter &painter, const ExtraAxis &axis, const QRectF &rect);
 };
 
 } // namespace Widgets

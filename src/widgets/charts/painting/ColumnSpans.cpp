@@ -20,9 +20,14 @@ int rounded(double value)
 } // namespace
 
 ColumnSpans::ColumnSpans(const QRect &clip, int penWidth, DashPattern pen, DashPattern doubtful)
-    : m_clip(clip), m_before(penWidth / 2), m_after((penWidth - 1) / 2), m_pen(std::move(pen)),
-      m_doubtful(std::move(doubtful)), m_base(clip.left() - penWidth),
-      m_spans(std::size_t(clip.width() + 2 * penWidth), Span{1, 0, false}), m_first(nowhere),
+    : m_clip(clip),
+      m_before(penWidth / 2),
+      m_after((penWidth - 1) / 2),
+      m_pen(std::move(pen)),
+      m_doubtful(std::move(doubtful)),
+      m_base(clip.left() - penWidth),
+      m_spans(std::size_t(clip.width() + 2 * penWidth), Span{1, 0, false}),
+      m_first(nowhere),
       m_last(nowhere)
 {
     m_rects.reserve(clip.width());
@@ -31,14 +36,14 @@ ColumnSpans::ColumnSpans(const QRect &clip, int penWidth, DashPattern pen, DashP
 /// Rows outside are as good as the nearest one that a wide pen still shows nothing of.
 int ColumnSpans::row(double y) const
 {
-    return rounded(std::clamp(y, double(m_clip.top() - m_after - 2),
-                              double(m_clip.bottom() + m_before + 2)));
+    return rounded(
+        std::clamp(y, double(m_clip.top() - m_after - 2), double(m_clip.bottom() + m_before + 2)));
 }
 
 int ColumnSpans::column(double x) const
 {
-    return rounded(
-        std::clamp(x, double(m_base - 1), double(m_base + int(m_spans.size())))) - m_base;
+    return rounded(std::clamp(x, double(m_base - 1), double(m_base + int(m_spans.size())))) -
+           m_base;
 }
 
 void ColumnSpans::cover(int column, int from, int to, bool isDoubtful)

@@ -7,18 +7,9 @@
 
 namespace Widgets {
 
-namespace {
-
-bool isDrawnPoint(const QPointF &point, Nodes::Quality quality)
-{
-    return quality != Nodes::Quality::Bad && std::isfinite(point.y());
-}
-
-} // namespace
-
 bool CurveData::isDrawn(std::size_t i) const
 {
-    return isDrawnPoint(m_points[i], m_qualities[i]);
+    return CurvePoints::isDrawn(m_points[i], m_qualities[i]);
 }
 
 QRectF CurveData::boundingRect() const
@@ -65,7 +56,7 @@ void CurveData::append(const QPointF &added, Nodes::Quality quality)
             return;
         point = {m_points.back().x(), std::numeric_limits<double>::quiet_NaN()};
     }
-    const bool drawn = isDrawnPoint(point, quality);
+    const bool drawn = CurvePoints::isDrawn(point, quality);
     // Without a rectangle it is known for the first point only: the next question finds it.
     if (drawn && (d_boundingRect.width() >= 0 || m_points.empty()))
         extendRect(point);
@@ -132,7 +123,7 @@ void CurveData::trimFront(std::size_t count)
         ++gone;
     m_bad.trimFront(gone);
     if (wasSorted)
-        m_pyramid.trimFront(*this);
+        m_pyramid.trimFront(view());
 }
 
 void CurveData::sort()
@@ -163,9 +154,14 @@ std::size_t CurveData::indexAt(double x) const
     return std::size_t(found - m_points.begin());
 }
 
+CurvePoints CurveData::view() const
+{
+    return {m_points.data(), m_qualities.data(), m_points.size()};
+}
+
 const CurveLevel &CurveData::level(double width) const
 {
-    return m_pyramid.level(width, *this);
+    return m_pyramid.level(width, view());
 }
 
 } // namespace Widgets

@@ -15,10 +15,11 @@ namespace Widgets {
 /// The points of a curve, with their quality, in the order in which they are drawn; and what
 /// drawing and autoscaling need to cost the same however many there are.
 ///
-/// Normally x does not decrease. Points may come in any order, also with equal x; while there is one
-/// that goes back the curve is drawn point by point in the order of the points (see isSorted()).
-/// A point whose y is NaN or infinite, or whose quality is bad, is not drawn and breaks the line; one
-/// without a finite x has no place of its own and is kept as such a break. GUI thread only.
+/// Normally x does not decrease. Points may come in any order, also with equal x; while there is
+/// one that goes back the curve is drawn point by point in the order of the points (see
+/// isSorted()). A point whose y is NaN or infinite, or whose quality is bad, is not drawn and
+/// breaks the line; one without a finite x has no place of its own and is kept as such a break. GUI
+/// thread only.
 class WIDGETS_EXPORT CurveData : public QwtSeriesData<QPointF>
 {
 public:
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] const Nodes::Quality *qualities() const { return m_qualities.data(); }
     [[nodiscard]] const RollingVector<BadStretch> &badStretches() const { return m_bad; }
 
+    [[nodiscard]] CurvePoints view() const;
     /// Of sorted points: extremes in buckets no wider than `width` (> 0, units of x).
     [[nodiscard]] const CurveLevel &level(double width) const;
 

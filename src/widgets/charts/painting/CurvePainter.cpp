@@ -125,8 +125,8 @@ void CurvePainter::leadSticks(const CurveData &data, double baseline, std::size_
 {
     const double base = y(baseline);
     for (std::size_t i = from; i <= to; ++i) {
-        const bool isPaired = (i > 0 && data.isDrawn(i - 1)) ||
-                              (i + 1 < data.size() && data.isDrawn(i + 1));
+        const bool isPaired =
+            (i > 0 && data.isDrawn(i - 1)) || (i + 1 < data.size() && data.isDrawn(i + 1));
         if (data.isDrawn(i) && isPaired)
             line.stick(x(data.points()[i].x()), base, y(data.points()[i].y()),
                        data.quality(i) != Nodes::Quality::Good);

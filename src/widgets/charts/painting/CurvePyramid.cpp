@@ -1,7 +1,5 @@
 #include "widgets/charts/painting/CurvePyramid.h"
 
-#include "widgets/charts/painting/CurveData.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -14,13 +12,13 @@ constexpr std::size_t maxLevels = 4;
 // Keys are whole numbers of buckets from x = 0 and have to be exact as double.
 constexpr int maxKeyBits = 50;
 
-int exponentFor(double width, const CurveData &data)
+int exponentFor(double width, const CurvePoints &data)
 {
     int exponent = std::ilogb(width);
-    if (data.size() == 0)
+    if (data.size == 0)
         return exponent;
     const double largest =
-        std::max(std::abs(data.points()[0].x()), std::abs(data.points()[data.size() - 1].x()));
+        std::max(std::abs(data.points[0].x()), std::abs(data.points[data.size - 1].x()));
     if (largest > 0)
         exponent = std::max(exponent, std::ilogb(largest) - maxKeyBits);
     return exponent;
@@ -28,7 +26,7 @@ int exponentFor(double width, const CurveData &data)
 
 } // namespace
 
-const CurveLevel &CurvePyramid::level(double width, const CurveData &data)
+const CurveLevel &CurvePyramid::level(double width, const CurvePoints &data)
 {
     ++m_use;
     const int exponent = exponentFor(width, data);
@@ -46,7 +44,7 @@ const CurveLevel &CurvePyramid::level(double width, const CurveData &data)
     return m_levels.back().level;
 }
 
-CurveLevel CurvePyramid::built(int exponent, const CurveData &data) const
+CurveLevel CurvePyramid::built(int exponent, const CurvePoints &data) const
 {
     const CurveLevel *finer = nullptr;
     for (const Kept &kept : m_levels) {
@@ -58,12 +56,12 @@ CurveLevel CurvePyramid::built(int exponent, const CurveData &data) const
     if (finer) {
         for (const CurveBucket &bucket : finer->buckets())
             level.append(bucket, *finer);
-        if (data.size() > 0 && !data.isDrawn(data.size() - 1))
+        if (data.size > 0 && !data.isDrawn(data.size - 1))
             level.breakLine();
         return level;
     }
-    for (std::size_t i = 0; i < data.size(); ++i)
-        level.append(data.points()[i], data.qualities()[i], data.isDrawn(i));
+    for (std::size_t i = 0; i < data.size; ++i)
+        level.append(data.points[i], data.qualities[i], data.isDrawn(i));
     return level;
 }
 
@@ -83,24 +81,24 @@ void CurvePyramid::append(const QPointF &point, Nodes::Quality quality, bool isD
         kept.level.append(point, quality, isDrawn);
 }
 
-void CurvePyramid::trimFront(const CurveData &data)
+void CurvePyramid::trimFront(const CurvePoints &data)
 {
     std::size_t first = 0;
-    while (first < data.size() && !data.isDrawn(first))
+    while (first < data.size && !data.isDrawn(first))
         ++first;
-    if (first == data.size()) {
+    if (first == data.size) {
         clear();
         return;
     }
-    const double x = data.points()[first].x();
+    const double x = data.points[first].x();
     for (Kept &kept : m_levels) {
         CurveLevel bucket(kept.level.exponent());
         const std::int64_t key = bucket.keyOf(x);
-        for (std::size_t i = first; i < data.size(); ++i) {
+        for (std::size_t i = first; i < data.size; ++i) {
             const bool drawn = data.isDrawn(i);
-            if (drawn && bucket.keyOf(data.points()[i].x()) != key)
+            if (drawn && bucket.keyOf(data.points[i].x()) != key)
                 break;
-            bucket.append(data.points()[i], data.qualities()[i], drawn);
+            bucket.append(data.points[i], data.qualities[i], drawn);
         }
         kept.level.trimBefore(x, std::move(bucket));
     }

@@ -18,8 +18,7 @@ enum class CurveJoin {
 /// Leads a line (ColumnSpans, LinePaths) along the points of a curve: each drawn point is joined to
 /// the one before it unless one that is not drawn stands between them. Only what the view shows is
 /// visited, and of many points in a column only those that make a difference.
-template <class Line>
-class CurveWalk
+template <class Line> class CurveWalk
 {
 public:
     CurveWalk(const CurveData &data, const PixelMap &x, const PixelMap &y, CurveJoin join,

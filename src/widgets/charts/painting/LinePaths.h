@@ -10,8 +10,8 @@ class QPainter;
 
 namespace Widgets {
 
-/// A line collected as polylines for the painter itself: for paper, for antialiasing, and for points
-/// that go back in x. The same calls as ColumnSpans.
+/// A line collected as polylines for the painter itself: for paper, for antialiasing, and for
+/// points that go back in x. The same calls as ColumnSpans.
 class LinePaths
 {
 public:

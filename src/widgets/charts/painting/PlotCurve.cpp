@@ -38,8 +38,7 @@ const CurveData *PlotCurve::points() const
 }
 
 void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,
-                          const QwtScaleMap &yMap, const QRectF &canvasRect, int from,
-                          int to) const
+                          const QwtScaleMap &yMap, const QRectF &canvasRect, int from, int to) const
 {
     if (from > to || to < 1 || from + 1 > to || style == NoCurve)
         return;
@@ -56,8 +55,8 @@ void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,
     else if (style == Dots)
         look.style = CurvePainter::Style::Dots;
     else if (style == Steps)
-        look.join = isLevel == testCurveAttribute(Inverted) ? CurveJoin::StepAtOnce
-                                                            : CurveJoin::StepAtNext;
+        look.join =
+            isLevel == testCurveAttribute(Inverted) ? CurveJoin::StepAtOnce : CurveJoin::StepAtNext;
     CurvePainter curve(*painter, xMap, yMap, canvasRect);
     if (const CurveData *own = points()) {
         curve.draw(*own, look, std::size_t(from), std::size_t(to));

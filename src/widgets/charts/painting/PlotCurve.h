@@ -8,8 +8,8 @@
 
 namespace Widgets {
 
-/// A curve whose drawing costs the width of the canvas, not the number of its points: the picture is
-/// that of each pair of neighbouring points drawn by itself, a pair with a NaN left out.
+/// A curve whose drawing costs the width of the canvas, not the number of its points: the picture
+/// is that of each pair of neighbouring points drawn by itself, a pair with a NaN left out.
 ///
 /// Qualities can be told without colour: uncertain and stale stretches are dotted, a bad one is a
 /// gap with a mark at both ends and a hatched bar at the lower edge of the canvas.

@@ -8,8 +8,7 @@ namespace Widgets {
 
 /// A vector that grows at the end and is trimmed at the front at a cost that does not depend on
 /// what stays: the memory of trimmed elements is given back when it outgrows the rest.
-template <class T>
-class RollingVector
+template <class T> class RollingVector
 {
 public:
     [[nodiscard]] std::size_t size() const { return m_elements.size() - m_front; }
