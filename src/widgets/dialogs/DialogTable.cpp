@@ -4,6 +4,7 @@
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/RefusalBox.h"
+#include "widgets/dialogs/TimeDialog.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/windows/loading/LoadDialog.h"
@@ -48,6 +49,7 @@ const bool isInstalled = Dialogs::install({
     {AuthenticationWindow::Key, logIn, single},
     {ArchiverDBMgrDialog::Key, archiveFiles, single, endsWithUser},
     {LoadDialog::Key, load},
+    {TimeDialog::Key, onParent<TimeDialog>},
 });
 
 } // namespace

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/charts/multiaxis/QwtAxisId.h"
+
+#include "nodes/model/links/NodeLink.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+class QwtScaleDraw;
+
+namespace Nodes {
+class ConfigNode;
+class NodesContainer;
+class widgetChartAxis;
+class widgetChartGroup;
+} // namespace Nodes
+
+namespace Widgets {
+
+class MultiAxisPlot;
+
+/// One axis of a plot as a node describes it: side, scale, labels, title. As many ticks as there
+/// is room for their labels. When it goes the axis stays as it is. GUI thread.
+class WIDGETS_EXPORT AxisRecord : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The axes of a group, in the order given; the plot has these and shows no others. A side
+    /// without any keeps one hidden axis. Without an X axis there is one of time, without a Y axis
+    /// one that scales itself: what is drawn stands on something.
+    static std::vector<std::unique_ptr<AxisRecord>> make(MultiAxisPlot &plot,
+                                                         const Nodes::NodesContainer &yAxes,
+                                                         const Nodes::NodesContainer &xAxes);
+    /// Where an axis of the group stands: its place among those of its side, in the order of the
+    /// group, so that it can be told without a plot. Null, and one of another group: the first of
+    /// that direction.
+    static QwtAxisId idOf(const Nodes::widgetChartGroup *group, const Nodes::widgetChartAxis *axis,
+                          bool isX);
+    /// The node that stands there; null when none does.
+    static Nodes::widgetChartAxis *nodeOf(const Nodes::widgetChartGroup *group, QwtAxisId axis);
+
+    AxisRecord(MultiAxisPlot &plot, QwtAxisId axis, Nodes::widgetChartAxis *node);
+    ~AxisRecord() override;
+
+    QwtAxisId axis() const { return m_axis; }
+    /// Null for an axis that no node describes, or whose node has gone.
+    Nodes::widgetChartAxis *node() const;
+    bool isTime() const { return m_isTime; }
+    /// Takes over what the node says. An axis of time that shows a window already keeps its end.
+    void apply();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void applyScale(const Nodes::widgetChartAxis &node);
+    void applyTime(double length);
+    void applyLook(const Nodes::widgetChartAxis &node);
+    /// As many major ticks as there is room for.
+    void fitTicks();
+    int roomPerTick() const;
+
+    QPointer<MultiAxisPlot> m_plot;
+    const QwtAxisId m_axis;
+    const Nodes::NodeLink m_node;
+    bool m_isTime;
+};
+
+} // namespace Widgets

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "widgets/charts/series/qwidgetChartBasicSerie.h"
+
+#include <memory>
+
+namespace Nodes {
+class widgetChartDiscretSerie;
+}
+
+namespace Widgets {
+
+class DiscretCaption;
+class DiscretFill;
+
+/// On and off of one signal in a band of its own: off at the Y offset, on one above. What is not
+/// zero is on. GUI thread.
+class WIDGETS_EXPORT qwidgetChartDiscretSerie : public qwidgetChartBasicSerie
+{
+    Q_OBJECT
+
+public:
+    qwidgetChartDiscretSerie(Nodes::widgetChartDiscretSerie *node, QObject *parent);
+    ~qwidgetChartDiscretSerie() override;
+
+    void attachToPlot(QwtPlot *plot) override;
+    /// Forgets what it held before it takes the answer.
+    void updateArchPoints(const std::vector<Nodes::SignalHistoryResponse> &answer) override;
+    void setVisible(bool isVisible) override;
+
+    /// Name and present state.
+    QString caption() const;
+    /// Pixels from the left edge of the canvas at which the caption begins.
+    double captionIndent() const { return m_captionIndent; }
+    void setCaptionIndent(double pixels) { m_captionIndent = pixels; }
+
+protected:
+    CurveStyle styleOf(const Nodes::widgetChartBasicSerie &node) const override;
+    double drawn(double number) const override;
+    void takeAxes(const Nodes::widgetChartBasicSerie &node) override;
+    QString textOf(const Nodes::SignalValue &value) const override;
+
+private:
+    std::unique_ptr<DiscretFill> m_fill;
+    std::unique_ptr<DiscretCaption> m_caption;
+    double m_captionIndent = 4;
+};
+
+} // namespace Widgets
