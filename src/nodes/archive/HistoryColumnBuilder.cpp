@@ -1,5 +1,7 @@
 #include "nodes/archive/HistoryColumnBuilder.h"
 
+#include "nodes/archive/QualityOrder.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,24 +15,8 @@ constexpr Timestamp endOfTime = Timestamp(1) << 62; // the end of any interval o
 
 IntervalSample single(Timestamp time, double number, Quality quality)
 {
-    const bool isKnown = quality != Quality::Bad && quality != Quality::Stale;
-    const double valid = isKnown ? number : gap;
+    const double valid = IsKnown(quality) ? number : gap;
     return {time, time + 1, valid, valid, valid, valid, 1, quality};
-}
-
-int badness(Quality quality)
-{
-    switch (quality) {
-    case Quality::Good:
-        return 0;
-    case Quality::Uncertain:
-        return 1;
-    case Quality::Stale:
-        return 2;
-    case Quality::Bad:
-        break;
-    }
-    return 3;
 }
 
 void merge(IntervalSample &into, const IntervalSample &next)
@@ -41,8 +27,7 @@ void merge(IntervalSample &into, const IntervalSample &next)
     into.maximum = std::fmax(into.maximum, next.maximum);
     into.last = next.last;
     into.count += next.count;
-    if (badness(next.worst) > badness(into.worst))
-        into.worst = next.worst;
+    into.worst = WorseOf(into.worst, next.worst);
 }
 
 /// Width of the narrowest grid that has at most `maximum` intervals over the span, in bits.
@@ -82,6 +67,42 @@ void HistoryColumnBuilder::Add(Timestamp time, double number, Quality quality)
         append(sample);
     else if (!m_after)
         m_after = sample;
+}
+
+void HistoryColumnBuilder::Add(const Timestamp *times, const double *numbers,
+                               const Quality *qualities, std::size_t count)
+{
+    std::size_t i = 0;
+    const auto addOne = [&] {
+        Add(times[i], numbers[i], qualities[i]);
+        ++i;
+    };
+    while (i < count && times[i] < m_from)
+        addOne();
+    const auto within = std::size_t(std::upper_bound(times + i, times + count, m_to) - times);
+    const bool isPlain = m_column.intervals.empty() &&
+                         (m_maxPoints == 0 || m_column.times.size() + within - i <= m_maxPoints);
+    if (isPlain && within > i) {
+        const auto append = [&](auto &column, const auto *from) {
+            column.insert(column.end(), from + i, from + within);
+        };
+        append(m_column.times, times);
+        append(m_column.numbers, numbers);
+        append(m_column.qualities, qualities);
+        for (std::size_t k = m_column.times.size() - (within - i); i < within; ++i, ++k) {
+            if (!IsKnown(qualities[i]))
+                m_column.numbers[k] = gap;
+        }
+    }
+    while (i < count && !IsComplete())
+        addOne();
+}
+
+void HistoryColumnBuilder::Add(const IntervalSample &aggregate)
+{
+    if (m_column.intervals.empty())
+        foldAll();
+    fold(aggregate);
 }
 
 void HistoryColumnBuilder::append(const IntervalSample &sample)

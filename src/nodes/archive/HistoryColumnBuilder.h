@@ -23,8 +23,18 @@ public:
 
     Timestamp GetFrom() const { return m_from; }
     Timestamp GetTo() const { return m_to; }
+    std::size_t GetMaxPoints() const { return m_maxPoints; }
+    /// An interval of the grid is 2^bits microseconds wide, from a multiple of that on.
+    int GetGridBits() const { return m_gridBits; }
     /// Later samples than those added before. Of those before the span only the last stays.
     void Add(Timestamp time, double number, Quality quality);
+    /// The same for many at once.
+    void Add(const Timestamp *times, const double *numbers, const Quality *qualities,
+             std::size_t count);
+    /// A ready aggregate of later samples, which all lie in the span and in one interval of the
+    /// grid; its begin lies in that interval too. From then on the column is one of aggregates: for
+    /// who knows that the samples do not fit.
+    void Add(const IntervalSample &aggregate);
     /// The sample behind the span is there: no other is wanted.
     bool IsComplete() const { return m_after.has_value(); }
     /// Ends the building.

@@ -110,21 +110,24 @@ bool SqliteDatabase::IsMoved() const
     return isKnown && isMoved != 0;
 }
 
-Result SqliteDatabase::CopyTo(const std::string &file, const std::function<void()> &step)
+Result SqliteDatabase::CopyTo(const std::string &file, const std::function<bool()> &step)
 {
     SqliteDatabase target;
     Result result = target.Open(file, Mode::ReadWrite);
     if (!result)
         return result;
     int code = SQLITE_ERROR;
+    bool isWanted = true;
     if (sqlite3_backup *backup = sqlite3_backup_init(target.m_handle, "main", m_handle, "main")) {
         do {
-            step();
-            code = sqlite3_backup_step(backup, copiedPages);
+            isWanted = step();
+            code = isWanted ? sqlite3_backup_step(backup, copiedPages) : SQLITE_ABORT;
         } while (code == SQLITE_OK);
         sqlite3_backup_finish(backup);
     }
-    if (code != SQLITE_DONE) {
+    if (!isWanted) {
+        result = Result(Result::Cancelled);
+    } else if (code != SQLITE_DONE) {
         target.noteFailure(code);
         result = target.Error("copy");
     }
@@ -149,7 +152,10 @@ Result SqliteDatabase::PutBack(const std::function<void()> &step, bool &isPutBac
     const std::string aside = m_file + ".restored";
     fs::create_directories(fs::path(m_file).parent_path(), error);
     fs::remove(aside, error);
-    const Result result = CopyTo(aside, step);
+    const Result result = CopyTo(aside, [&] {
+        step();
+        return true;
+    });
     if (!result)
         return result;
     fs::rename(aside, m_file, error);

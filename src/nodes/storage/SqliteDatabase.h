@@ -43,8 +43,9 @@ public:
     /// system taken away. Asks the disk.
     bool IsMoved() const;
     /// Copies what the connection sees, also of a file that was deleted, into a new file. `step` is
-    /// called every few megabytes. What was written is removed after a failure.
-    [[nodiscard]] Result CopyTo(const std::string &file, const std::function<void()> &step);
+    /// called every few megabytes; false ends it with Cancelled. What was written is removed after
+    /// a failure. Within a transaction it is the state of that, however much others write.
+    [[nodiscard]] Result CopyTo(const std::string &file, const std::function<bool()> &step);
 
     /// Puts what a file held that is no longer found where it was, unless another file stands there
     /// by now: then `isPutBack` stays false. Connections to the new file are made anew. `step`: see

@@ -42,6 +42,11 @@ void SqliteStatement::BindBlob(int index, std::string_view bytes)
                             SQLITE_TRANSIENT));
 }
 
+void SqliteStatement::BindNull(int index)
+{
+    check(sqlite3_bind_null(m_statement, index));
+}
+
 bool SqliteStatement::Step()
 {
     if (!m_result)

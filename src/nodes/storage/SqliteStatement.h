@@ -26,6 +26,7 @@ public:
     void Bind(int index, std::int64_t value);
     /// Text and blobs are copied.
     void Bind(int index, std::string_view text);
+    void BindNull(int index);
     void BindBlob(int index, std::string_view bytes);
 
     /// True while there is a row to read.

@@ -1,10 +1,20 @@
 #include "nodes/archive/store/ArchiveReader.h"
 
+#include "nodes/archive/store/blocks/BlockArchiveReader.h"
+#include "nodes/archive/store/sqlite/SqliteArchiveConnection.h"
+
 namespace Nodes {
 
 StoreTable<ArchiveReader> &ArchiveReaders()
 {
-    static StoreTable<ArchiveReader> readers;
+    static StoreTable<ArchiveReader> readers = [] {
+        StoreTable<ArchiveReader> builtIn;
+        builtIn.Add("", [](const std::string &file) {
+            return std::make_unique<BlockArchiveReader>(
+                std::make_unique<SqliteArchiveConnection>(file));
+        });
+        return builtIn;
+    }();
     return readers;
 }
 

@@ -24,6 +24,8 @@ struct ArchiveRetentionRules
     std::map<ArchiveSignalKey, ArchiveRetention> signals;
     /// Of everything that is packed; 0: whatever its size. The oldest samples of all go first.
     std::uint64_t maximumBytes = 0;
+
+    bool IsNeeded() const { return maximumBytes > 0 || others.isNeeded() || !signals.empty(); }
 };
 
 } // namespace Nodes

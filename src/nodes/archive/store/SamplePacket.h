@@ -20,7 +20,7 @@ struct NODES_EXPORT SamplePacket
     struct Part
     {
         ArchiveSignalKey signal;
-        SampleRun run; ///< in any order
+        SampleRun run;            ///< in any order
         bool isGenerated = false; ///< made up to show something, never measured
     };
     std::vector<Part> parts;

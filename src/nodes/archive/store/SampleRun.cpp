@@ -131,6 +131,14 @@ void SampleRun::Append(const SampleRun &from, std::size_t begin, std::size_t end
         texts.resize(times.size());
 }
 
+SampleRun SampleRun::Part(Timestamp from, Timestamp to) const
+{
+    SampleRun part;
+    const std::size_t begin = LowerBound(from);
+    part.Append(*this, begin, std::max(begin, LowerBound(to + 1)));
+    return part;
+}
+
 void SampleRun::EraseFront(std::size_t count)
 {
     eraseFront(times, count);

@@ -54,6 +54,8 @@ struct NODES_EXPORT SampleRun
     /// Samples [begin, end) of another run.
     void Append(const SampleRun &from, std::size_t begin, std::size_t end);
     void Append(const SampleRun &from) { Append(from, 0, from.Size()); }
+    /// Those with `from` <= time <= `to`, of samples that ascend.
+    SampleRun Part(Timestamp from, Timestamp to) const;
     void EraseFront(std::size_t count);
     void Reserve(std::size_t count);
     void Clear();

@@ -40,7 +40,7 @@ public:
     [[nodiscard]] virtual Result ReadLog(std::int64_t after, const LogVisitor &visitor) = 0;
 
     using OddVisitor = std::function<void(std::uint64_t key, const std::string &bytes)>;
-    /// Records that were no packets.
+    /// Records that were no packets, and that people were not told of.
     [[nodiscard]] virtual Result ReadOddRecords(const OddVisitor &visitor) = 0;
 };
 

@@ -30,8 +30,12 @@ public:
     /// In place of the one with the same first.
     [[nodiscard]] virtual Result PutKeys(const Keys &keys) = 0;
     [[nodiscard]] virtual Result EraseKeys(std::uint64_t first) = 0;
+    static constexpr std::uint64_t Settled = 0;      ///< in place of a key: people were told of it
+    static constexpr std::uint64_t DamagedBlock = 1; ///< no record, but a block that was in the way
     /// Keeps a record that is no packet.
     [[nodiscard]] virtual Result PutOddRecord(std::uint64_t key, const std::string &bytes) = 0;
+    /// Those there are count as settled.
+    [[nodiscard]] virtual Result SettleOddRecords() = 0;
 };
 
 } // namespace Nodes

@@ -30,6 +30,7 @@ struct StoredBlock
     std::int64_t id = 0; ///< where the store finds the bytes; 0: not stored yet
     std::int64_t signal = 0;
     int height = 0;
+    int bits = 0;        ///< of aggregates: each over 2^bits microseconds of absolute time
     Timestamp first = 0; ///< of its samples
     Timestamp last = 0;
     std::uint64_t samples = 0;
