@@ -65,8 +65,8 @@ Result ArchiveEngine::load()
         for (const auto &[owner, part] : row.parts) {
             const auto signal = byNumber.find(owner);
             if (signal != byNumber.end() && BlockBytes::ReadLogPart(part, row.base, run))
-                signal->second->tail.Append(run, run.LowerBound(signal->second->stored.sealedTo + 1),
-                                            run.Size());
+                signal->second->tail.Append(
+                    run, run.LowerBound(signal->second->stored.sealedTo + 1), run.Size());
         }
     };
     if (result)
@@ -114,8 +114,8 @@ Result ArchiveEngine::take(SamplePacket::Part &part)
     }
     const Timestamp first = part.run.times.front();
     const Timestamp last = part.run.times.back();
-    if (part.isGenerated && (stored.generatedTo == 0 || first < stored.generatedFrom ||
-                             last > stored.generatedTo)) {
+    if (part.isGenerated &&
+        (stored.generatedTo == 0 || first < stored.generatedFrom || last > stored.generatedTo)) {
         const bool isFirst = stored.generatedTo == 0;
         stored.generatedFrom = isFirst ? first : std::min(stored.generatedFrom, first);
         stored.generatedTo = std::max(stored.generatedTo, last);

@@ -34,8 +34,8 @@ Result ArchiveTrim::eraseOldest(std::int64_t signal, Timestamp before, std::uint
     erased = 0;
     m_erasedBytes = 0;
     StoredBlocks chunks;
-    Result result = m_tables.ListBlocks(signal, 0, StoredSignal::Never, endOfTime, stepChunks,
-                                        chunks);
+    Result result =
+        m_tables.ListBlocks(signal, 0, StoredSignal::Never, endOfTime, stepChunks, chunks);
     while (result && erased < chunks.size() &&
            (chunks[erased].last < before || excess > m_erasedBytes)) {
         m_erasedBytes += chunks[erased].bytes;
@@ -71,8 +71,7 @@ Result ArchiveTrim::trimNext(const ArchiveRetentionRules &rules, Timestamp now)
 Result ArchiveTrim::pushOldest(std::int64_t signal)
 {
     StoredBlocks chunks;
-    const Result result =
-        m_tables.ListBlocks(signal, 0, StoredSignal::Never, endOfTime, 1, chunks);
+    const Result result = m_tables.ListBlocks(signal, 0, StoredSignal::Never, endOfTime, 1, chunks);
     if (result && !chunks.empty()) {
         m_oldest.emplace_back(chunks.front().last, signal);
         std::push_heap(m_oldest.begin(), m_oldest.end(), std::greater<>());

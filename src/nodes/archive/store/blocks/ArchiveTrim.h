@@ -38,10 +38,10 @@ private:
     BlockTree m_tree;
     bool m_isUnderWay = false;
     std::vector<StoredSignal> m_signals;
-    std::size_t m_next = 0;       // of the signals
-    std::uint64_t m_whole = 0;    // bytes of those that were looked at
+    std::size_t m_next = 0;          // of the signals
+    std::uint64_t m_whole = 0;       // bytes of those that were looked at
     std::uint64_t m_erasedBytes = 0; // by the last erasure
-    std::vector<Oldest> m_oldest; // a heap, the oldest on top
+    std::vector<Oldest> m_oldest;    // a heap, the oldest on top
     bool m_isGathered = false;
 };
 

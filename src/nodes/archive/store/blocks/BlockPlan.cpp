@@ -35,8 +35,8 @@ Result BlockPlan::collect(int height, Timestamp from, Timestamp to, StoredBlocks
         if (isFitting(block))
             blocks.push_back(block);
         else if (result)
-            result = collect(height - 1, std::max(from, block.first), std::min(to, block.last),
-                             blocks);
+            result =
+                collect(height - 1, std::max(from, block.first), std::min(to, block.last), blocks);
         begin = block.last + 1;
     }
     if (result && height > 0 && begin <= to)

@@ -150,9 +150,8 @@ Result BlockReading::addPlain(const StoredSignal &signal, HistoryColumnBuilder &
                               const std::atomic<bool> &isCancelled)
 {
     StoredBlocks chunks;
-    Result result =
-        m_rows.ListBlocks(signal.number, 0, into.GetFrom(), into.GetTo(),
-                          std::numeric_limits<std::size_t>::max(), chunks);
+    Result result = m_rows.ListBlocks(signal.number, 0, into.GetFrom(), into.GetTo(),
+                                      std::numeric_limits<std::size_t>::max(), chunks);
     for (const StoredBlock &chunk : chunks) {
         if (isCancelled)
             return Result(Result::Cancelled);
@@ -175,8 +174,7 @@ Result BlockReading::addAggregate(const StoredBlock &block, HistoryColumnBuilder
 }
 
 Result BlockReading::addAggregates(const StoredSignal &signal, const StoredBlocks &blocks,
-                                   HistoryColumnBuilder &into,
-                                   const std::atomic<bool> &isCancelled)
+                                   HistoryColumnBuilder &into, const std::atomic<bool> &isCancelled)
 {
     Result result;
     for (const StoredBlock &block : blocks) {

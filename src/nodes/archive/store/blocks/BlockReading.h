@@ -58,11 +58,11 @@ private:
 
     ArchiveRows &m_rows;
     LogTails m_tails;
-    SampleRun m_tail;        // of the signal that is being read
-    SampleRun m_chunk;       // read last
-    StoredBlock m_chunkOf;   // it; id 0: none
+    SampleRun m_tail;      // of the signal that is being read
+    SampleRun m_chunk;     // read last
+    StoredBlock m_chunkOf; // it; id 0: none
     std::size_t m_damaged = 0;
-    std::string m_bytes;     // kept for their memory, as the next
+    std::string m_bytes; // kept for their memory, as the next
     Pyramid m_pyramid;
 };
 

@@ -20,10 +20,10 @@ constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
 void BlockRepair::report(const StoredSignal &signal, const StoredBlock &block,
                          const std::string &text)
 {
-    m_done.push_back({signal.key, block.first, block.last,
-                      "block " + std::to_string(block.id) + " of signal " +
-                          std::to_string(signal.number),
-                      text});
+    m_done.push_back(
+        {signal.key, block.first, block.last,
+         "block " + std::to_string(block.id) + " of signal " + std::to_string(signal.number),
+         text});
 }
 
 /// Takes chunks out that are not as their rows say; `taken` are their samples, as far as readable.
@@ -65,8 +65,8 @@ Result BlockRepair::eraseAbove(const StoredSignal &signal)
     StoredBlocks blocks;
     Result result;
     for (int height = 1; result; ++height) {
-        result = m_tables.ListBlocks(signal.number, height, StoredSignal::Never, endOfTime, all,
-                                     blocks);
+        result =
+            m_tables.ListBlocks(signal.number, height, StoredSignal::Never, endOfTime, all, blocks);
         if (result && blocks.empty())
             break;
         for (const StoredBlock &block : blocks) {

@@ -65,8 +65,7 @@ Result BlockVerification::checkChunk(const StoredSignal &signal, const StoredBlo
         return read;
     }
     StoredBlocks above;
-    const Result listed =
-        m_rows.ListBlocks(signal.number, 1, chunk.first, chunk.first, 1, above);
+    const Result listed = m_rows.ListBlocks(signal.number, 1, chunk.first, chunk.first, 1, above);
     if (!listed || run.Size() < BlockTree::LeastAggregated)
         return listed;
     if (above.empty() || above.front().first != chunk.first) {
@@ -161,15 +160,20 @@ Result BlockVerification::CheckLog(const std::string &location)
             for (const auto &part : row.parts)
                 isSound = isSound && BlockBytes::ReadLogPart(part.second, row.base, run);
             if (!isSound)
-                m_findings.push_back({{}, 0, 0, location + ", row " + std::to_string(number) +
-                                                     " of the log",
+                m_findings.push_back({{},
+                                      0,
+                                      0,
+                                      location + ", row " + std::to_string(number) + " of the log",
                                       "cannot be read: its bytes were changed"});
         });
     if (result)
         result = m_rows.ReadOddRecords([&](std::uint64_t key, const std::string &bytes) {
-            m_findings.push_back({{}, 0, 0, location + ", record " + std::to_string(key),
-                                  std::to_string(bytes.size()) +
-                                      " bytes that are no samples were put aside"});
+            m_findings.push_back(
+                {{},
+                 0,
+                 0,
+                 location + ", record " + std::to_string(key),
+                 std::to_string(bytes.size()) + " bytes that are no samples were put aside"});
         });
     return result;
 }

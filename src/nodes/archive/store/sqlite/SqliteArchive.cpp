@@ -95,9 +95,8 @@ Result SqliteArchive::trim(Upkeep &upkeep)
     const Timestamp now = Clock::Current().Steady();
     if (!m_rules.IsNeeded() || now < m_nextTrim)
         return Result();
-    const Result result = transact([&] {
-        return m_session->trim.Step(m_rules, Clock::Current().Now(), upkeep.hasMore);
-    });
+    const Result result = transact(
+        [&] { return m_session->trim.Step(m_rules, Clock::Current().Now(), upkeep.hasMore); });
     if (!upkeep.hasMore)
         m_nextTrim = now + trimPeriod;
     return result;

@@ -34,8 +34,8 @@ Result SqliteArchiveConnection::connect()
     if (result && application != SqliteArchiveTables::Application)
         result = Result(Result::StorageError, m_file + ": is no archive of samples");
     else if (result && version > SqliteArchiveTables::Version)
-        result = Result(Result::StorageError,
-                        m_file + ": written by a later version of the program");
+        result =
+            Result(Result::StorageError, m_file + ": written by a later version of the program");
     if (!result)
         Close();
     return result;

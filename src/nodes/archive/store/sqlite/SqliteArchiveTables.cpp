@@ -91,11 +91,10 @@ void bindSignal(SqliteStatement &s, const StoredSignal &signal)
 
 SqliteStoreFile::Schema SqliteArchiveTables::Schema()
 {
-    return {Version,
-            [](SqliteDatabase &database, std::int64_t found) {
-                return database.Execute(newTables);
-            },
-            SqliteStoreFile::Former::Vital};
+    return {
+        Version,
+        [](SqliteDatabase &database, std::int64_t found) { return database.Execute(newTables); },
+        SqliteStoreFile::Former::Vital};
 }
 
 Result SqliteArchiveTables::ReadSignals(std::int64_t after, std::vector<StoredSignal> &signals)
