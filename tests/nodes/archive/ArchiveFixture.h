@@ -46,7 +46,10 @@ public:
         return Nodes::ArchiveReaders().Make(file(), made) ? std::move(made) : nullptr;
     }
 
-    Nodes::Record record(const Nodes::SamplePacket &packet) { return {++lastKey, 1, packet.Pack()}; }
+    Nodes::Record record(const Nodes::SamplePacket &packet)
+    {
+        return {++lastKey, 1, packet.Pack()};
+    }
 
     void write(const Nodes::Records &records)
     {

@@ -217,9 +217,9 @@ void ArchiveModelTest::compareBuckets(ArchiveFixture &archive, Source &source, u
         int known = 0;
         double highest = std::nan("");
         for (std::size_t i = 0; i < part.Size(); ++i) {
-            const bool isKnown = !std::isnan(part.numbers[i]) &&
-                                 (part.qualities[i] == Quality::Good ||
-                                  part.qualities[i] == Quality::Uncertain);
+            const bool isKnown =
+                !std::isnan(part.numbers[i]) &&
+                (part.qualities[i] == Quality::Good || part.qualities[i] == Quality::Uncertain);
             sum += isKnown ? part.numbers[i] : 0;
             known += isKnown;
             if (isKnown)
@@ -227,9 +227,9 @@ void ArchiveModelTest::compareBuckets(ArchiveFixture &archive, Source &source, u
         }
         QCOMPARE(std::size_t(bucket.interval.count), part.Size());
         QVERIFY(isSame(bucket.interval.maximum, highest));
-        QVERIFY(known == 0 ? std::isnan(bucket.mean)
-                           : std::fabs(bucket.mean - sum / known) <
-                                 1e-9 * std::fmax(1, std::fabs(sum)));
+        QVERIFY(known == 0
+                    ? std::isnan(bucket.mean)
+                    : std::fabs(bucket.mean - sum / known) < 1e-9 * std::fmax(1, std::fabs(sum)));
     }
 }
 
@@ -262,7 +262,8 @@ void ArchiveModelTest::answersAsBruteForce()
         for (const auto &[node, model] : models)
             compare(archive, source, node, model);
         const ArchiveFindings found = archive.findings();
-        QVERIFY2(found.empty(), found.empty() ? "" : (found[0].place + ": " + found[0].text).c_str());
+        QVERIFY2(found.empty(),
+                 found.empty() ? "" : (found[0].place + ": " + found[0].text).c_str());
     }
 }
 
