@@ -15,7 +15,7 @@ RecordQueue::RecordQueue(Bounds capacity, std::uint32_t version)
 {
 }
 
-bool RecordQueue::Push(std::string bytes, bool isWriter)
+std::uint64_t RecordQueue::Push(std::string bytes, bool isWriter)
 {
     const std::lock_guard lock(m_mutex);
     const bool hasRoom = held() + m_waiting.size() < m_capacity.records &&
@@ -24,13 +24,13 @@ bool RecordQueue::Push(std::string bytes, bool isWriter)
     if (isTooLong || (!isWriter && !hasRoom)) {
         ++m_rejected;
         ++m_lost;
-        return false;
+        return 0;
     }
     m_bytes += bytes.size();
     m_waiting.push_back({++m_lastKey, m_version, std::move(bytes)});
     if (m_waiting.size() == 1)
         m_arrived.notify_one();
-    return true;
+    return m_lastKey;
 }
 
 Record RecordQueue::Make(std::string bytes)

@@ -32,9 +32,10 @@ public:
     /// Records get that version of their format.
     RecordQueue(Bounds capacity, std::uint32_t version);
 
-    /// False, and the record counts as lost, when there is no room or no spill file could take it.
-    /// Records that the writer itself causes (`isWriter`) are taken above the limit.
-    [[nodiscard]] bool Push(std::string bytes, bool isWriter);
+    /// Key that the record gets. 0, and the record counts as lost, when there is no room or no
+    /// spill file could take it. Records that the writer itself causes (`isWriter`) are taken above
+    /// the limit.
+    [[nodiscard]] std::uint64_t Push(std::string bytes, bool isWriter);
     /// A record that goes its own way, with a key as of those here.
     Record Make(std::string bytes);
     /// True when everything pushed before was settled; false when the writer failed, is absent or

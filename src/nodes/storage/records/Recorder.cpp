@@ -66,7 +66,7 @@ void Recorder::Close()
     m_location.clear();
 }
 
-bool Recorder::Append(std::string bytes)
+std::uint64_t Recorder::Append(std::string bytes)
 {
     return m_queue.Push(std::move(bytes), m_writer.IsOwnThread());
 }

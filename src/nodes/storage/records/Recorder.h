@@ -51,9 +51,9 @@ public:
 
     /// Bytes of the longest one that a spill file takes.
     static constexpr std::size_t LongestRecord = RecordFrame::LongestRecord;
-    /// Never waits. False, and the record counts as lost, when too many wait already or it is
-    /// longer than LongestRecord.
-    [[nodiscard]] bool Append(std::string bytes);
+    /// Never waits. The record's key, by which RecordHooks::onStored tells of it; 0, and the record
+    /// counts as lost, when too many wait already or it is longer than LongestRecord.
+    [[nodiscard]] std::uint64_t Append(std::string bytes);
     /// Returns when everything appended before was stored or spilled; see EventJournal::Flush.
     [[nodiscard]] Result Flush();
 
