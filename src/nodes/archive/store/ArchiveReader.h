@@ -46,7 +46,7 @@ public:
     virtual const std::string &GetLocation() const = 0;
 
     /// By project, station and node.
-    [[nodiscard]] virtual Result ListSignals(std::vector<ArchivedSignal> &signals) = 0;
+    [[nodiscard]] virtual Result ListSignals(std::vector<ArchivedSignal> &found) = 0;
 
     /// For HistorySource::Read: the samples of the builder's span while they fit into its points,
     /// else ready aggregates; the sample before and the one behind. Takes about as long for a year

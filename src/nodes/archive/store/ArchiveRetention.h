@@ -21,11 +21,11 @@ struct ArchiveRetention
 struct ArchiveRetentionRules
 {
     ArchiveRetention others; ///< of signals that have no rule of their own, deleted ones among them
-    std::map<ArchiveSignalKey, ArchiveRetention> signals;
+    std::map<ArchiveSignalKey, ArchiveRetention> bySignal;
     /// Of everything that is packed; 0: whatever its size. The oldest samples of all go first.
     std::uint64_t maximumBytes = 0;
 
-    bool IsNeeded() const { return maximumBytes > 0 || others.isNeeded() || !signals.empty(); }
+    bool IsNeeded() const { return maximumBytes > 0 || others.isNeeded() || !bySignal.empty(); }
 };
 
 } // namespace Nodes

@@ -49,8 +49,8 @@ Result ArchiveTrim::eraseOldest(std::int64_t signal, Timestamp before, std::uint
 Result ArchiveTrim::trimNext(const ArchiveRetentionRules &rules, Timestamp now)
 {
     const StoredSignal &signal = m_signals[m_next];
-    const auto own = rules.signals.find(signal.key);
-    const ArchiveRetention &rule = own == rules.signals.end() ? rules.others : own->second;
+    const auto own = rules.bySignal.find(signal.key);
+    const ArchiveRetention &rule = own == rules.bySignal.end() ? rules.others : own->second;
     StoredBlock sum;
     Result result;
     if (rule.maximumBytes > 0 || rules.maximumBytes > 0)
