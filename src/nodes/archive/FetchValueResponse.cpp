@@ -11,10 +11,10 @@ namespace {
 
 SignalValue valueAt(Timestamp moment, const std::shared_ptr<const HistoryColumn> &column)
 {
-    if (!column->result)
-        return column->result;
     const auto &times = column->times;
     const auto after = std::upper_bound(times.begin(), times.end(), moment);
+    if (after == times.begin() && !column->result)
+        return column->result;
     if (after == times.begin())
         return Result(Result::NotFound, "nothing is known of that time");
     return SignalHistoryResponse(column, std::size_t(after - times.begin()) - 1).GetValue();

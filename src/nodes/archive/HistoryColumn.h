@@ -14,7 +14,8 @@ namespace Nodes {
 struct HistoryColumn
 {
     NodeLink signal;
-    Result result; ///< why nothing is known: AccessDenied, NotFound, NotAvailable, ...
+    /// Why nothing, or not all, is known: AccessDenied, NotFound, NotAvailable, StorageError, ...
+    Result result;
 
     std::vector<Timestamp> times;   ///< of an aggregate its begin; ascending, each once
     std::vector<double> numbers;    ///< of an aggregate its last; NaN is a gap: nothing valid there

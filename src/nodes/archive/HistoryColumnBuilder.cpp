@@ -58,6 +58,18 @@ HistoryColumnBuilder::HistoryColumnBuilder(Timestamp from, Timestamp to, std::si
 {
 }
 
+HistoryColumnBuilder::HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints,
+                                           int gridBits)
+    : m_from(from), m_to(to), m_maxPoints(maxPoints), m_gridBits(gridBits)
+{
+}
+
+HistoryColumnBuilder HistoryColumnBuilder::OnGrid(Timestamp from, Timestamp to,
+                                                  std::size_t maxPoints, int gridBits)
+{
+    return HistoryColumnBuilder(from, to, maxPoints, gridBits);
+}
+
 void HistoryColumnBuilder::Add(Timestamp time, double number, Quality quality)
 {
     const IntervalSample sample = single(time, number, quality);
@@ -103,6 +115,27 @@ void HistoryColumnBuilder::Add(const IntervalSample &aggregate)
     if (m_column.intervals.empty())
         foldAll();
     fold(aggregate);
+}
+
+void HistoryColumnBuilder::Add(const HistoryColumn &column, Timestamp from, Timestamp end)
+{
+    const auto &times = column.times;
+    const auto first = std::lower_bound(times.begin(), times.end(), from);
+    const auto last = std::lower_bound(first, times.end(), end);
+    const auto begin = std::size_t(first - times.begin());
+    const auto count = std::size_t(last - first);
+    if (column.intervals.empty()) {
+        Add(times.data() + begin, column.numbers.data() + begin, column.qualities.data() + begin,
+            count);
+        return;
+    }
+    for (std::size_t i = begin; i < begin + count; ++i) {
+        const bool isWithin = times[i] >= m_from && times[i] <= m_to;
+        if (isWithin)
+            Add(column.intervals[i]);
+        else // a single sample beside the span
+            Add(times[i], column.numbers[i], column.qualities[i]);
+    }
 }
 
 void HistoryColumnBuilder::append(const IntervalSample &sample)

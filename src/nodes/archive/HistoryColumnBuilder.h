@@ -21,6 +21,10 @@ public:
     /// 0 for all.
     HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints);
 
+    /// On a grid of 2^gridBits microseconds, whatever its number of intervals.
+    static HistoryColumnBuilder OnGrid(Timestamp from, Timestamp to, std::size_t maxPoints,
+                                       int gridBits);
+
     Timestamp GetFrom() const { return m_from; }
     Timestamp GetTo() const { return m_to; }
     std::size_t GetMaxPoints() const { return m_maxPoints; }
@@ -35,12 +39,16 @@ public:
     /// grid; its begin lies in that interval too. From then on the column is one of aggregates: for
     /// who knows that the samples do not fit.
     void Add(const IntervalSample &aggregate);
+    /// What another column, on the same grid or a finer one, has in [from, end).
+    void Add(const HistoryColumn &column, Timestamp from, Timestamp end);
     /// The sample behind the span is there: no other is wanted.
     bool IsComplete() const { return m_after.has_value(); }
     /// Ends the building.
     HistoryColumn Take();
 
 private:
+    HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints, int gridBits);
+
     void append(const IntervalSample &sample);
     void fold(const IntervalSample &sample);
     void foldAll();

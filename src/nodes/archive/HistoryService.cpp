@@ -27,6 +27,12 @@ Result HistoryService::AddSource(unsigned long signal,
     return Result();
 }
 
+bool HistoryService::HasSource(unsigned long signal) const
+{
+    const auto found = m_sources.find(signal);
+    return found != m_sources.end() && !found->second.expired();
+}
+
 HistoryJob::Item HistoryService::lookUp(const NodeLink &link) const
 {
     const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());

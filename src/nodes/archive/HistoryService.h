@@ -28,6 +28,8 @@ public:
     [[nodiscard]] Result AddSource(unsigned long signal,
                                    const std::shared_ptr<const HistorySource> &source);
 
+    bool HasSource(unsigned long signal) const;
+
     /// For HistoryInquiry.
     [[nodiscard]] Result Accept(HistoryRequest request, HistoryJob::Slot slot,
                                 std::shared_ptr<HistoryJob> &job);

@@ -1,21 +1,29 @@
 #include "nodes/archive/archiverSourceConnector.h"
 
-#include "nodes/archive/HistoryService.h"
-#include "nodes/archive/SessionHistory.h"
+#include "nodes/archive/HistoryTap.h"
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/NodesCollection.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
-#include "nodes/values/ValueCell.h"
 
 namespace Nodes {
 
-archiverSourceConnector::archiverSourceConnector() = default;
+namespace {
 
-archiverSourceConnector::~archiverSourceConnector()
+bool isArchived(const BasicNode &node)
 {
-    disconnect();
+    const NodesCollection *project = node.GetNodesCollection();
+    NodeLinks found;
+    return project && project->FindNodes(NodeType(systemArchiver::Code), &found) > 0;
 }
+
+} // namespace
+
+archiverSourceConnector::archiverSourceConnector() : m_tap(std::make_unique<HistoryTap>()) {}
+
+archiverSourceConnector::~archiverSourceConnector() = default;
 
 KindInfo archiverSourceConnector::Kind()
 {
@@ -25,7 +33,16 @@ KindInfo archiverSourceConnector::Kind()
         .Refers({NodeType::TypeSignal})
         .Property<&archiverSourceConnector::m_samples>(Prop::Samples, "Samples in memory",
                                                        "Значений в памяти")
-        .Range(1, 10000000);
+        .Range(1, 10000000)
+        .Property<&archiverSourceConnector::m_days>(Prop::Days, "Samples are kept for, days",
+                                                    "Хранить значения, суток")
+        .Range(0, 36500)
+        .Property<&archiverSourceConnector::m_megabytes>(Prop::Megabytes, "Size at most, MB",
+                                                         "Размер не более, МБ")
+        .Range(0, 1000000)
+        .Property<&archiverSourceConnector::m_deadband>(Prop::Deadband, "Deadband of the archive",
+                                                        "Зона нечувствительности архива")
+        .Range(0, 1e12);
 }
 
 BasicSignal *archiverSourceConnector::signal() const
@@ -40,34 +57,19 @@ BasicNode *archiverSourceConnector::GetSource() const
 
 Result archiverSourceConnector::Start()
 {
-    systemCore *core = GetCore();
+    const systemCore *core = GetCore();
     const BasicSignal *source = signal();
     if (!core || !source)
         return Result(this, Result::NotFound, "signal of " + GetName());
-    if (m_cell)
+    if (m_tap->IsRunning())
         return Result();
-    auto history = std::make_shared<SessionHistory>(std::size_t(m_samples));
-    const Result added = core->GetHistory().AddSource(source->GetId(), history);
-    if (!added)
-        return added;
-    m_history = std::move(history);
-    m_cell = source->GetCell();
-    m_cell->AddTap(m_history);
-    return ConfigNode::Start();
-}
-
-void archiverSourceConnector::disconnect()
-{
-    if (!m_cell)
-        return;
-    m_cell->RemoveTap(*m_history);
-    m_cell.reset();
-    m_history.reset();
+    const Result started = m_tap->Start(*core, *source, {m_samples, m_deadband});
+    return started ? ConfigNode::Start() : started;
 }
 
 Result archiverSourceConnector::Stop()
 {
-    disconnect();
+    m_tap->Stop();
     return ConfigNode::Stop();
 }
 
@@ -78,9 +80,10 @@ void archiverSourceConnector::Validate(ValidationResults &results) const
     if (!source && m_signal.isEmpty())
         results.Add(GetNodeLink(), Result(this, Result::NotFound, "signal"),
                     GetName() + ": не указан сигнал");
-    else if (source && source->GetValueType() == enSignalValueType::String)
+    else if (source && source->GetValueType() == enSignalValueType::String && !isArchived(*this))
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "signal"),
-                    GetName() + ": история хранит числа, а «" + source->GetName() + "» — текст");
+                    GetName() + ": история в памяти хранит числа, а «" + source->GetName() +
+                        "» — текст");
 }
 
 } // namespace Nodes

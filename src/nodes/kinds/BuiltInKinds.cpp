@@ -23,7 +23,9 @@
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/alarmQuality.h"
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/archive/archiverGroup.h"
 #include "nodes/archive/archiverSourceConnector.h"
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/currentUser.h"
 #include "nodes/auth/securityGrant.h"
@@ -158,6 +160,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(BasicFolder::Kind());
     table.Add(systemVisualization::Kind());
     table.Add(systemAlarming::Kind());
+    table.Add(systemArchiver::Kind());
     table.Add(systemAuthentication::Kind());
     table.Add(securityUser::Kind());
     table.Add(securityRole::Kind());
@@ -180,6 +183,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(modbusGroup::Kind());
     table.Add(modbusSignal::Kind());
     table.Add(archiverSourceConnector::Kind());
+    table.Add(archiverGroup::Kind());
     // Screens
     table.Add(BasicFrame::Kind());
     table.Add(BasicWindow::Kind());

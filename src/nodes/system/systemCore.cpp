@@ -2,6 +2,7 @@
 
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/archive/HistoryService.h"
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/auth/SecurityFindings.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
@@ -104,6 +105,11 @@ systemVisualization *systemCore::GetSystemVisualization() const
 systemAlarming *systemCore::GetSystemAlarming() const
 {
     return findSubsystem<systemAlarming>();
+}
+
+systemArchiver *systemCore::GetSystemArchiver() const
+{
+    return findSubsystem<systemArchiver>();
 }
 
 systemAuthentication *systemCore::GetSystemAuthentication() const

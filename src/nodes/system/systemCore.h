@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Nodes {
 
@@ -23,6 +24,7 @@ class NodesCollection;
 class StaleMonitor;
 class WriteRoutes;
 class systemAlarming;
+class systemArchiver;
 class systemAuthentication;
 class systemVisualization;
 
@@ -41,6 +43,7 @@ public:
     /// Subsystems of the local station; null when the project configures none.
     systemVisualization *GetSystemVisualization() const;
     systemAlarming *GetSystemAlarming() const;
+    systemArchiver *GetSystemArchiver() const;
     systemAuthentication *GetSystemAuthentication() const;
     BasicStation *GetLocalStation() const override;
     /// Whether the project holds anything that speaks of users, see SpeaksOfUsers. The tree is
@@ -67,13 +70,16 @@ public:
     /// "data" beside the project file.
     void SetDataDirectory(std::string directory) { m_dataDirectory = std::move(directory); }
     std::string GetDataDirectory() const;
-    /// Where the store of records of that name is: "journal", "alarms". By default a file in the
-    /// data directory; see StoreTable for other kinds. Before Start.
+    /// Where the store of records of that name is: "journal", "alarms", "archive". By default what
+    /// the project says (`configured`), else a file in the data directory; see StoreTable for other
+    /// kinds. Before Start.
     void SetRecordLocation(const std::string &name, const std::string &location);
-    std::string GetRecordLocation(const std::string &name) const;
+    std::string GetRecordLocation(const std::string &name,
+                                  const std::string &configured = {}) const;
     /// Directories on other disks for records that cannot be written there, the best one first:
     /// see EventJournal::SetFallbacks. Before Start; none by default.
     void SetFallbackDirectories(const std::vector<std::string> &directories);
+    const std::vector<std::string> &GetFallbackDirectories() const { return m_fallbacks; }
 
     /// Loads "project.xml" of the current project path again, of a directory, or a file; on this
     /// thread. On failure the project that was loaded stays.
@@ -130,6 +136,7 @@ private:
     std::unique_ptr<Guard> m_guard;
     std::map<std::string, std::string> m_defines;
     std::map<std::string, std::string> m_recordLocations; // given by name
+    std::vector<std::string> m_fallbacks;
     std::string m_projectFile;
     std::string m_dataDirectory;
     std::string m_station; // name of the local one; "" for the first

@@ -14,16 +14,21 @@ void systemCore::SetRecordLocation(const std::string &name, const std::string &l
     m_recordLocations[name] = location;
 }
 
-std::string systemCore::GetRecordLocation(const std::string &name) const
+std::string systemCore::GetRecordLocation(const std::string &name,
+                                          const std::string &configured) const
 {
     const auto given = m_recordLocations.find(name);
-    return given != m_recordLocations.end()
-               ? given->second
-               : (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
+    if (given != m_recordLocations.end())
+        return given->second;
+    if (!configured.empty())
+        return configured;
+    const char *const suffix = name == "archive" ? ".db" : ".sqlite";
+    return (fs::path(GetDataDirectory()) / (name + suffix)).string();
 }
 
 void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)
 {
+    m_fallbacks = directories;
     m_journal->SetFallbacks(directories);
 }
 
