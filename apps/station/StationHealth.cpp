@@ -3,6 +3,7 @@
 #include "apps/common/desktop/DataDirectory.h"
 
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/drivers/BasicDriver.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/NodesCollection.h"
@@ -29,6 +30,18 @@ void addText(QJsonObject &object, const char *name, const std::string &text)
 {
     if (!text.empty())
         object[QLatin1String(name)] = QString::fromStdString(text);
+}
+
+QJsonObject storeOf(const Nodes::StoreHealth &store)
+{
+    QJsonObject object{{"waiting", double(store.waiting)},
+                       {"aside", double(store.aside)},
+                       {"stored", double(store.stored)},
+                       {"lost", double(store.lost)}};
+    addTime(object, "lastStored", store.lastStored);
+    addTime(object, "troubledSince", store.troubledSince);
+    addText(object, "trouble", store.trouble);
+    return object;
 }
 
 const char *stateOf(const Nodes::BasicDriver &driver)
@@ -58,6 +71,8 @@ void StationHealth::look()
     m_journal = m_core->GetJournal().GetHealth();
     if (const Nodes::systemAlarming *alarming = m_core->GetSystemAlarming())
         m_alarms = alarming->GetHealth();
+    if (const Nodes::systemArchiver *archiver = m_core->GetSystemArchiver())
+        m_archive = archiver->GetHealth();
     m_directoryTrouble = m_directory->trouble();
 }
 
@@ -67,6 +82,8 @@ std::string StationHealth::trouble() const
         return "data directory: " + m_directoryTrouble;
     if (!m_journal.isWell())
         return "journal: " + m_journal.trouble;
+    if (!m_archive.packets.isWell())
+        return "archive: " + m_archive.packets.trouble;
     const bool areUnkept = m_alarms.isKeeping && m_alarms.unkept > 0;
     return areUnkept && !m_alarms.trouble.empty() ? "states of alarms: " + m_alarms.trouble
                                                   : std::string();
@@ -79,28 +96,37 @@ void StationHealth::tell()
     if (!now.empty() && !m_wasTold)
         std::fprintf(stderr,
                      "station: records are at risk: %s; %zu wait in memory, %zu are kept aside\n",
-                     now.c_str(), m_journal.waiting, m_journal.aside);
+                     now.c_str(), m_journal.waiting + m_archive.packets.waiting,
+                     m_journal.aside + m_archive.packets.aside);
     if (now.empty() && m_wasTold)
         std::fprintf(stderr, "station: records are written again\n");
     m_wasTold = !now.empty();
+    tellLosses();
+}
+
+void StationHealth::tellLosses()
+{
     const std::uint64_t lost = m_journal.lost; // those of alarms among them
     if (lost > m_toldLost)
         std::fprintf(stderr, "station: %llu records were lost\n",
                      static_cast<unsigned long long>(lost - m_toldLost));
     m_toldLost = lost;
+    if (m_archive.lost > m_toldSamples)
+        std::fprintf(stderr, "station: %llu samples of the archive were lost\n",
+                     static_cast<unsigned long long>(m_archive.lost - m_toldSamples));
+    m_toldSamples = m_archive.lost;
 }
 
 QJsonObject StationHealth::records() const
 {
     const_cast<StationHealth *>(this)->look();
-    QJsonObject journal{{"waiting", double(m_journal.waiting)},
-                        {"aside", double(m_journal.aside)},
-                        {"stored", double(m_journal.stored)},
-                        {"lost", double(m_journal.lost)}};
-    addTime(journal, "lastStored", m_journal.lastStored);
-    addTime(journal, "troubledSince", m_journal.troubledSince);
-    addText(journal, "trouble", m_journal.trouble);
-    QJsonObject records{{"atRisk", !trouble().empty()}, {"journal", journal}};
+    QJsonObject records{{"atRisk", !trouble().empty()}, {"journal", storeOf(m_journal)}};
+    if (m_archive.isRecording) {
+        QJsonObject archive = storeOf(m_archive.packets);
+        archive["samples"] = double(m_archive.samples);
+        archive["lost"] = double(m_archive.lost);
+        records["archive"] = archive;
+    }
     if (m_alarms.isKeeping) {
         QJsonObject alarms{{"unkept", double(m_alarms.unkept)},
                            {"refused", double(m_alarms.refused)},
@@ -135,9 +161,29 @@ QJsonArray StationHealth::drivers() const
     return drivers;
 }
 
+void StationHealth::tellAside() const
+{
+    const auto tell = [this](const char *what, std::size_t count,
+                             const std::vector<std::string> &files) {
+        std::string places;
+        for (const std::string &file : files)
+            places += ", " + file;
+        if (count > 0)
+            std::fprintf(stderr,
+                         "station: %zu records could not be written to the %s; they are kept and "
+                         "added at the next start: %s%s\n",
+                         count, what, m_directory->path().toLocal8Bit().constData(),
+                         places.c_str());
+    };
+    tell("journal", m_journal.aside, m_core->GetJournal().GetFallbackFiles());
+    if (const Nodes::systemArchiver *archiver = m_core->GetSystemArchiver())
+        tell("archive", m_archive.packets.aside, archiver->GetFallbackFiles());
+}
+
 std::uint64_t StationHealth::lostRecords() const
 {
-    return m_journal.lost + m_journal.waiting + m_alarms.unkept;
+    return m_journal.lost + m_journal.waiting + m_alarms.unkept + m_archive.lost +
+           m_archive.packets.waiting;
 }
 
 void StationHealth::finish()
@@ -146,23 +192,15 @@ void StationHealth::finish()
         return;
     m_timer.stop();
     tell();
-    if (m_journal.aside > 0) {
-        std::string places;
-        for (const std::string &file : m_core->GetJournal().GetFallbackFiles())
-            places += ", " + file;
-        std::fprintf(stderr,
-                     "station: %zu records could not be written to the journal; they are kept and "
-                     "added at the next start: %s%s\n",
-                     m_journal.aside, m_directory->path().toLocal8Bit().constData(),
-                     places.c_str());
-    }
+    tellAside();
     if (lostRecords() > 0)
         std::fprintf(
             stderr,
             "station: lost: %llu records of the journal, %llu of them of alarms, the states of "
-            "%zu alarms\n",
+            "%zu alarms, %llu samples and %zu groups of samples of the archive\n",
             static_cast<unsigned long long>(m_journal.lost + m_journal.waiting),
-            static_cast<unsigned long long>(m_alarms.refused), m_alarms.unkept);
+            static_cast<unsigned long long>(m_alarms.refused), m_alarms.unkept,
+            static_cast<unsigned long long>(m_archive.lost), m_archive.packets.waiting);
     m_core = nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include "nodes/alarms/engine/AlarmEngine.h"
 #include "nodes/alarms/engine/RecordsAlarm.h"
 #include "nodes/alarms/state/AlarmStateStore.h"
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
@@ -95,9 +96,11 @@ Result systemAlarming::Start()
     if (journal)
         builtIn.push_back(m_recordsAlarm->Describe(GetNodeLink()));
     m_engine->Start(alarms, builtIn, journal, std::move(states));
+    const systemArchiver *archiver = core ? core->GetSystemArchiver() : nullptr;
     if (journal)
         m_recordsAlarm->Start(
-            {[journal] { return journal->GetHealth(); }, [this] { return m_engine->GetHealth(); }});
+            {[journal] { return journal->GetHealth(); }, [this] { return m_engine->GetHealth(); },
+             [archiver] { return archiver ? archiver->GetHealth() : ArchiveHealth(); }});
     return ConfigNode::Start();
 }
 

@@ -42,6 +42,9 @@ HostSnapshot captured()
     s.journal.lost = 5;
     s.journal.troubledFor = 30000000;
     s.alarmsUnkept = 6;
+    s.archive.packets.aside = 7;
+    s.archive.packets.troubledFor = 8000000;
+    s.archive.lost = 9;
     return s;
 }
 
@@ -99,6 +102,9 @@ private slots:
         good("journal lost", HostMetric::JournalLost, "", "5");
         good("journal not written", HostMetric::JournalTrouble, "", "30");
         good("alarms not kept", HostMetric::AlarmsUnkept, "", "6");
+        good("archive aside", HostMetric::ArchiveAside, "", "7");
+        good("archive not written", HostMetric::ArchiveTrouble, "", "8");
+        good("archive lost", HostMetric::ArchiveLost, "", "9");
 
         const auto parse = Result::ParseError;
         row("empty stat", HostMetric::CpuTotal, "", "", parse, "");

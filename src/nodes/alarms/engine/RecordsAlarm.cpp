@@ -2,6 +2,7 @@
 
 #include "nodes/alarms/engine/AlarmCondition.h"
 #include "nodes/alarms/state/AlarmHealth.h"
+#include "nodes/archive/recording/ArchiveHealth.h"
 #include "nodes/storage/StoreHealth.h"
 #include "nodes/values/Clock.h"
 #include "nodes/values/ValueCell.h"
@@ -27,15 +28,16 @@ public:
 class Watch
 {
 public:
-    bool AreAtRisk(const StoreHealth &journal, const AlarmHealth &alarms)
+    bool AreAtRisk(const StoreHealth &journal, const AlarmHealth &alarms,
+                   const ArchiveHealth &archive)
     {
-        const std::uint64_t lost = journal.lost + alarms.refused;
+        const std::uint64_t lost = journal.lost + alarms.refused + archive.lost;
         const Timestamp now = Clock::Current().Steady();
         if (lost > m_lost)
             m_lossShownUntil = now + shownLoss;
         m_lost = lost;
-        return journal.troubledFor > grace || now < m_lossShownUntil ||
-               (alarms.isKeeping && alarms.unkeptFor > grace);
+        return journal.troubledFor > grace || archive.packets.troubledFor > grace ||
+               now < m_lossShownUntil || (alarms.isKeeping && alarms.unkeptFor > grace);
     }
 
 private:
@@ -55,7 +57,8 @@ BuiltInAlarm RecordsAlarm::Describe(const NodeLink &node) const
     AlarmSettings settings;
     settings.node = node;
     settings.source = node.GetLinkName(LinkNamePath);
-    settings.text = "Записи станции под угрозой: журнал или состояния тревог не пишутся на диск";
+    settings.text =
+        "Записи станции под угрозой: журнал, архив или состояния тревог не пишутся на диск";
     settings.priority = 1;
     settings.condition = std::make_shared<TrueCondition>();
     return {settings, m_cell};
@@ -65,7 +68,8 @@ void RecordsAlarm::Start(Sources sources)
 {
     m_worker.Start(second,
                    [cell = m_cell, sources = std::move(sources), watch = Watch()]() mutable {
-                       const bool areAtRisk = watch.AreAtRisk(sources.journal(), sources.alarms());
+                       const bool areAtRisk =
+                           watch.AreAtRisk(sources.journal(), sources.alarms(), sources.archive());
                        if (areAtRisk != cell->Value().ToBool())
                            cell->Publish(areAtRisk);
                    });

@@ -8,11 +8,12 @@
 namespace Nodes {
 
 struct AlarmHealth;
+struct ArchiveHealth;
 struct StoreHealth;
 
-/// The station's own alarm that records are at risk: the journal or the states of the alarms have
-/// not got into their files for some seconds, or entries were lost. Looks every second on a thread
-/// of its own. Start, Stop: GUI thread.
+/// The station's own alarm that records are at risk: the journal, the archive or the states of the
+/// alarms have not got into their files for some seconds, or entries or samples were lost. Looks
+/// every second on a thread of its own. Start, Stop: GUI thread.
 class RecordsAlarm
 {
 public:
@@ -20,6 +21,7 @@ public:
     {
         std::function<StoreHealth()> journal;
         std::function<AlarmHealth()> alarms;
+        std::function<ArchiveHealth()> archive;
     };
 
     RecordsAlarm();

@@ -108,6 +108,12 @@ SignalValue records(HostMetric metric, const HostSnapshot &now)
         return double(journal.lost);
     case HostMetric::JournalTrouble:
         return double(journal.troubledFor) / 1e6;
+    case HostMetric::ArchiveAside:
+        return double(now.archive.packets.aside);
+    case HostMetric::ArchiveLost:
+        return double(now.archive.lost);
+    case HostMetric::ArchiveTrouble:
+        return double(now.archive.packets.troubledFor) / 1e6;
     default:
         return double(now.alarmsUnkept);
     }
@@ -162,6 +168,9 @@ SignalValue Measure(HostMetric metric, const std::string &target, const HostSnap
     case HostMetric::JournalLost:
     case HostMetric::JournalTrouble:
     case HostMetric::AlarmsUnkept:
+    case HostMetric::ArchiveAside:
+    case HostMetric::ArchiveLost:
+    case HostMetric::ArchiveTrouble:
         return records(metric, now);
     default:
         return Result(Result::InvalidArgument,

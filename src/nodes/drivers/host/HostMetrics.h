@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/archive/recording/ArchiveHealth.h"
 #include "nodes/storage/StoreHealth.h"
 #include "nodes/values/SignalValue.h"
 
@@ -39,7 +40,10 @@ enum class HostMetric {
     JournalLost,    ///< entries lost since the start
     JournalTrouble, ///< for how long entries have not got into the journal, s; 0: they do
     AlarmsUnkept,   ///< alarms whose latest state is not on the disk
-    Last = AlarmsUnkept
+    ArchiveAside,   ///< groups of samples in spill files
+    ArchiveLost,    ///< samples lost since the start
+    ArchiveTrouble, ///< for how long samples have not got into the archive, s; 0: they do
+    Last = ArchiveTrouble
 };
 
 /// Texts of the kernel's files and what else was asked of it at one moment.
@@ -57,6 +61,7 @@ struct HostSnapshot
     std::string hostName;
     StoreHealth journal;
     std::size_t alarmsUnkept = 0;
+    ArchiveHealth archive;
     unsigned long processCount = 0;
     unsigned long pageSize = 4096; ///< bytes
     unsigned long ticksPerSecond = 100;

@@ -1,6 +1,7 @@
 #include "nodes/drivers/host/hostDriver.h"
 
 #include "nodes/alarms/systemAlarming.h"
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/drivers/SignalSink.h"
 #include "nodes/drivers/host/DiskProbe.h"
 #include "nodes/drivers/host/HostProbe.h"
@@ -37,7 +38,8 @@ public:
     Sampler(std::vector<Measurement> measurements, const systemCore *core)
         : m_measurements(std::move(measurements)),
           m_journal(core ? &core->GetJournal() : nullptr),
-          m_alarming(core ? core->GetSystemAlarming() : nullptr)
+          m_alarming(core ? core->GetSystemAlarming() : nullptr),
+          m_archiver(core ? core->GetSystemArchiver() : nullptr)
     {
     }
 
@@ -49,6 +51,8 @@ public:
             now.journal = m_journal->GetHealth();
         if (m_alarming)
             now.alarmsUnkept = m_alarming->GetHealth().unkept;
+        if (m_archiver)
+            now.archive = m_archiver->GetHealth();
         for (const Measurement &one : m_measurements) {
             const SignalValue value = measure(one, now);
             if (!value.IsEmpty())
@@ -66,8 +70,9 @@ private:
     }
 
     std::vector<Measurement> m_measurements;
-    const EventJournal *m_journal; // both outlive the driver's run
+    const EventJournal *m_journal; // all three outlive the driver's run
     const systemAlarming *m_alarming;
+    const systemArchiver *m_archiver;
     std::optional<HostSnapshot> m_before;
 };
 

@@ -39,6 +39,9 @@ KindInfo hostSignal::Kind()
         .Choice(int(HostMetric::JournalLost), "journal.lost", "Журнал, записей потеряно")
         .Choice(int(HostMetric::JournalTrouble), "journal.trouble", "Журнал не пишется, с")
         .Choice(int(HostMetric::AlarmsUnkept), "alarms.unkept", "Тревог не сохранено")
+        .Choice(int(HostMetric::ArchiveAside), "archive.aside", "Архив, групп значений отложено")
+        .Choice(int(HostMetric::ArchiveLost), "archive.lost", "Архив, значений потеряно")
+        .Choice(int(HostMetric::ArchiveTrouble), "archive.trouble", "Архив не пишется, с")
         .Property<&hostSignal::m_target>(Prop::Target, "Path, device or interface",
                                          "Путь, устройство или интерфейс")
         .Property<&hostSignal::m_scale>(Prop::Scale, "Scale", "Множитель");
