@@ -39,6 +39,7 @@ public:
     /// For looking at: run time whatever the mode is, and without a sink of its own nothing is
     /// queued, written or told.
     void setPreview(bool on) { m_isPreview = on; }
+    bool isPreview() const { return m_isPreview; }
 
     /// Where nobody runs actions, lists and messages are dropped with a line in the log.
     ActionSink &actions() const;

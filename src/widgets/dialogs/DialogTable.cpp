@@ -2,11 +2,13 @@
 // key, and so does not depend on all the others.
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
+#include "widgets/dialogs/DialogFrames.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/RefusalBox.h"
 #include "widgets/dialogs/TimeDialog.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/windows/frames/FrameWindow.h"
 #include "widgets/windows/loading/LoadDialog.h"
 
 #include "nodes/actions/BasicAction.h"
@@ -40,6 +42,23 @@ QWidget *load(const DialogRequest &request)
 {
     return new LoadDialog(request.subject, request.parent);
 }
+
+// The window goes, the dialog is the caller's again.
+int runDecorated(QDialog &dialog)
+{
+    const QPointer<FrameWindow> frame = new FrameWindow;
+    const QPointer<QDialog> alive = &dialog;
+    frame->setAttribute(Qt::WA_DeleteOnClose, false);
+    frame->setResizeableFrame(false);
+    frame->setDialog(&dialog);
+    const int result = frame->exec();
+    if (alive)
+        dialog.setParent(nullptr);
+    delete frame;
+    return alive ? result : QDialog::Rejected;
+}
+
+const bool isRunning = DialogFrames::install(runDecorated);
 
 const bool isInstalled = Dialogs::install({
     {VirtualKeyboard::Key, onParent<VirtualKeyboard>},

@@ -1,5 +1,6 @@
 #include "widgets/scene/ElementFactory.h"
 
+#include "widgets/charts/elements/qwidgetChartHistory.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/elements/qwidgetCheckBox.h"
@@ -12,6 +13,7 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
+#include "nodes/charts/widgetChartHistory.h"
 #include "nodes/kinds/KindRows.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/elements/widgetButton.h"
@@ -71,6 +73,7 @@ constexpr Row rows[] = {
     shows<qwidgetEditBox>(),
     shows<qwidgetComboBox>(),
     shows<qwidgetCheckBox>(),
+    shows<qwidgetChartHistory>(),
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

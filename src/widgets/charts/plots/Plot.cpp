@@ -1,0 +1,303 @@
+#include "widgets/charts/plots/Plot.h"
+
+#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/plots/ChartGroupManager.h"
+#include "widgets/charts/plots/LiveFeed.h"
+#include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/plots/PlotNote.h"
+#include "widgets/charts/plots/PlotPanner.h"
+#include "widgets/charts/plots/SampleLook.h"
+#include "widgets/charts/plots/WaitBox.h"
+#include "widgets/charts/series/ISerie.h"
+
+#include "nodes/charts/widgetChart.h"
+#include "nodes/charts/widgetChartBasicSerie.h"
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/charts/widgetChartZone.h"
+#include "utils/convert/MetaTypes.h"
+#include "utils/convert/ValueConversions.h"
+
+#include <qwt_plot_directpainter.h>
+#include <qwt_plot_grid.h>
+
+#include <utility>
+
+namespace Widgets {
+
+Plot::Plot(Nodes::widgetChart *chart, int number, QWidget *parent)
+    : MultiAxisPlot(parent),
+      m_chart(chart),
+      m_feed(std::make_unique<LiveFeed>(
+          [this](LiveFeed::Values values, ISerie *serie) {
+              emit appendPointsSignal(std::move(values), serie);
+          },
+          [this] { onValuesLost(); })),
+      m_number(number),
+      m_canvas(new PlotCanvas(chart, this)),
+      m_grid(new QwtPlotGrid),
+      m_directPainter(new QwtPlotDirectPainter(this)),
+      m_waitBox(new WaitBox(this))
+{
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setContentsMargins(0, 1, 1, 1);
+    setMinimumSize(0, 0);
+    m_grid->attach(this);
+    m_canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
+    m_canvas->setPaintAttribute(QwtPlotCanvas::Opaque, false);
+    m_canvas->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    m_canvas->setAutoFillBackground(true);
+    setCanvas(m_canvas);
+    m_note = new PlotNote(m_canvas);
+    SampleLook::keepLooksWhileDisabled(*this);
+    m_layoutTimer.setSingleShot(true);
+    m_layoutTimer.setInterval(LayoutDelay);
+    m_replotTimer.setSingleShot(true);
+    m_replotTimer.setInterval(ReplotDelay);
+    connectChannels();
+}
+
+Plot::~Plot()
+{
+    m_feed->disconnectAll();
+    m_axes.clear();
+}
+
+void Plot::connectChannels()
+{
+    qRegisterMetaType<std::vector<Nodes::SignalValue>>("std::vector<Nodes::SignalValue>");
+    qRegisterMetaType<ISerie *>("Widgets::ISerie*");
+    qRegisterMetaType<QwtAxisId>("QwtAxisId");
+    connect(this, &Plot::appendPointsSignal, this, &Plot::appendPoints);
+    connect(&m_replotTimer, &QTimer::timeout, this, &Plot::replot);
+    connect(&m_layoutTimer, &QTimer::timeout, this, &Plot::updateLayout);
+    connect(this, &Plot::updateProperty, this, &Plot::onUpdateProperties);
+    connect(this, &Plot::panned, this, &Plot::onPanned);
+    connect(this, &Plot::trackingChanged, this, &Plot::onTrackingChanged);
+    connect(this, &Plot::actionPeriodPrev, this, &Plot::onActionPeriodPrev);
+    connect(this, &Plot::actionPeriodNext, this, &Plot::onActionPeriodNext);
+    connect(m_canvas->tbChart(), &ToolBarChart::changeVisibleLegend, this,
+            &Plot::changeVisibleLegend);
+    connect(m_canvas->tbChart(), &ToolBarChart::changeVizir, this, &Plot::onVizir);
+}
+
+void Plot::setContext(SceneContextPtr context)
+{
+    m_context = std::move(context);
+}
+
+bool Plot::isAtWork() const
+{
+    return m_context->isRuntime() && !m_context->isPreview();
+}
+
+void Plot::setGroupManager(ChartGroupManager *manager)
+{
+    if (m_manager)
+        m_manager->disconnect(this);
+    m_manager = manager;
+    if (!manager)
+        return;
+    connect(manager, &ChartGroupManager::groupChanged, this, &Plot::updateGroup);
+    connect(manager, &ChartGroupManager::groupChanged, this, &Plot::onUpdateProperties);
+    connect(manager, &ChartGroupManager::groupUpdated, this, &Plot::onUpdateProperties);
+    connect(manager, &ChartGroupManager::seriesAboutToGo, this, &Plot::forgetSeries);
+}
+
+ChartGroupManager *Plot::groupManager() const
+{
+    return m_manager;
+}
+
+Nodes::widgetChartGroup *Plot::group() const
+{
+    return m_manager ? m_manager->group() : nullptr;
+}
+
+QList<ISerie *> Plot::series() const
+{
+    return m_manager ? m_manager->seriesOf(m_number) : QList<ISerie *>();
+}
+
+PlotPanner *Plot::panner() const
+{
+    return m_panner;
+}
+
+void Plot::HandleConnections(bool disconnect)
+{
+    if (disconnect)
+        return m_feed->disconnectAll();
+    if (!isAtWork())
+        return;
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all) {
+        if (serie->isLive())
+            m_feed->connect(serie);
+    }
+}
+
+// What was attached for the last group is found by its absence before: series are several items.
+void Plot::updateGroup()
+{
+    forgetSeries();
+    const QwtPlotItemList before = itemList();
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        serie->attachToPlot(this);
+    const QwtPlotItemList after = itemList();
+    for (QwtPlotItem *item : after) {
+        if (!before.contains(item))
+            m_attached << item;
+    }
+}
+
+void Plot::forgetSeries()
+{
+    HandleConnections(true);
+    const QwtPlotItemList present = itemList();
+    for (QwtPlotItem *item : qAsConst(m_attached)) {
+        if (present.contains(item))
+            item->detach();
+    }
+    m_attached.clear();
+}
+
+void Plot::createPicker()
+{
+    deletePanner();
+}
+
+void Plot::createPanner()
+{
+    if (m_hasNoArchive)
+        return;
+    delete m_panner;
+    m_panner = new PlotPanner(m_canvas);
+    m_panner->setMouseButton(Qt::LeftButton, Qt::NoModifier);
+    connect(m_panner, &QwtPanner::panned, this, &Plot::panned);
+}
+
+void Plot::deletePanner()
+{
+    delete m_panner;
+}
+
+void Plot::onVizir(bool on)
+{
+    if (on)
+        createPicker();
+    else
+        createPanner();
+    scheduleReplot();
+}
+
+void Plot::onSetSymbol(int type)
+{
+    const Nodes::widgetChart *chart = m_chart.get();
+    const int size = chart ? chart->GetSymbolSize() : 0;
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        serie->setSymbol(type, QSize(size, size));
+    replot();
+}
+
+void Plot::onUpdateProperties()
+{
+    clearIntervalEditorManagers();
+    if (const Nodes::widgetChartGroup *group = this->group()) {
+        setGrid(*group);
+        setAxes(group->GetYAxes(), group->GetXAxes());
+    }
+    updatePropertyCanvas();
+    if (!isAtWork())
+        SampleLook::draw(*this);
+    onSetSymbol(m_chart ? m_chart->GetTypeSymbol() : int(Nodes::widgetChart::SymbolNone));
+}
+
+void Plot::setGrid(const Nodes::widgetChartGroup &group)
+{
+    m_grid->enableY(group.GetMajorY());
+    m_grid->enableX(group.GetMajorX());
+    m_grid->enableYMin(group.GetMinorY());
+    m_grid->enableXMin(group.GetMinorX());
+    m_grid->setMajorPen(Utils::NPenToQPen(group.GetMajorPen()));
+    m_grid->setMinorPen(Utils::NPenToQPen(group.GetMinorPen()));
+}
+
+void Plot::updatePropertyCanvas()
+{
+    if (Nodes::widgetChartGroup *group = this->group()) {
+        setCanvasBackground(QBrush(Utils::NColorToQColor(group->GetBackgroundColor())));
+        m_canvas->setCurrentGroup(group);
+    }
+    m_canvas->onUpdateProperties();
+}
+
+void Plot::setVisibleToolBar(bool isVisible)
+{
+    m_canvas->setVisibleToolBar(isVisible);
+}
+
+void Plot::updateIntervalEditorManagers() {}
+
+void Plot::clearIntervalEditorManagers() {}
+
+void Plot::setAutoscale(bool on)
+{
+    m_canvas->setAutoscale(on);
+}
+
+void Plot::setTracking(bool on)
+{
+    m_canvas->setTracking(on);
+}
+
+bool Plot::tracking() const
+{
+    return m_canvas->tracking();
+}
+
+void Plot::setWaiting(bool isWaiting)
+{
+    if (m_panner)
+        m_panner->setMouseButton(isWaiting ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+    setEnabled(!isWaiting);
+}
+
+void Plot::closeWaitBox()
+{
+    m_waitBox->accept();
+    setWaiting(false);
+}
+
+void Plot::setNote(const QString &text)
+{
+    m_note->tell(text);
+}
+
+QString Plot::note() const
+{
+    return m_note->text();
+}
+
+void Plot::scheduleReplot()
+{
+    if (!m_replotTimer.isActive())
+        m_replotTimer.start();
+}
+
+void Plot::replot()
+{
+    m_nextWindow.reset();
+    MultiAxisPlot::replot();
+}
+
+void Plot::resizeEvent(QResizeEvent *event)
+{
+    MultiAxisPlot::resizeEvent(event);
+    if (!m_layoutTimer.isActive())
+        m_layoutTimer.start();
+}
+
+} // namespace Widgets

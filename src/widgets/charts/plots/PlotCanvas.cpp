@@ -1,0 +1,182 @@
+#include "widgets/charts/plots/PlotCanvas.h"
+
+#include "widgets/charts/axes/ToolBarAutoScaleAxisX.h"
+#include "widgets/charts/axes/ToolBarAutoScaleAxisY.h"
+#include "widgets/charts/axes/ToolBarAxisX.h"
+#include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/plots/Plot.h"
+
+#include "nodes/charts/widgetChart.h"
+#include "nodes/charts/widgetChartGroup.h"
+
+#include <QToolButton>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int gap = 9; // pixels between the edge of the canvas and its tool bars
+constexpr QPoint outOfSight(-1000, -1000);
+constexpr int sliceFontSize = 8; // points
+
+Nodes::NodeType::enNodeSubtype kindOf(const Nodes::widgetChart *node)
+{
+    return node ? node->GetNodeType().GetSubtype() : Nodes::NodeType::SubtypeNone;
+}
+
+} // namespace
+
+PlotCanvas::PlotCanvas(Nodes::widgetChart *node, Plot *plot) : QwtPlotCanvas(plot), m_plot(plot)
+{
+    setCursor(Qt::CrossCursor);
+    setFrameStyle(QFrame::NoFrame);
+    QPalette colors = palette();
+    colors.setBrush(QPalette::Window, QBrush(Qt::white));
+    setPalette(colors);
+    m_tbChart = new ToolBarChart(node, this);
+    switch (kindOf(node)) {
+    case Nodes::NodeType::SubtypeChartHistory:
+        makeTimeBar(node);
+        break;
+    case Nodes::NodeType::SubtypeChartCorridor:
+        makeTimeBar(node);
+        m_slice = new QToolButton;
+        m_slice->setText(QStringLiteral("-"));
+        m_slice->setEnabled(false);
+        m_slice->setFont(QFont(m_slice->font().family(), sliceFontSize));
+        m_tbAxisX->addWidget(m_slice);
+        break;
+    case Nodes::NodeType::SubtypeChartXY: {
+        auto *bar = new ToolBarAutoScaleAxisX(node, this);
+        connect(bar, &ToolBarAutoScale::autoScaleChanged, this, &PlotCanvas::updateAutoScaleX);
+        m_tbAxisX = bar;
+        break;
+    }
+    default:
+        break;
+    }
+    auto *values = new ToolBarAutoScaleAxisY(node, this);
+    connect(values, &ToolBarAutoScale::autoScaleChanged, this, &PlotCanvas::updateAutoScaleY);
+    m_tbAxisY = values;
+}
+
+void PlotCanvas::makeTimeBar(Nodes::widgetChart *node)
+{
+    auto *bar = new ToolBarAxisX(node, this);
+    connect(bar, &ToolBarAxisX::trackingChanged, m_plot, &Plot::trackingChanged);
+    connect(bar, &ToolBarAxisX::actionLengthX, m_plot, &Plot::onActionLengthX);
+    connect(bar, &ToolBarAxisX::actionPeriodPrev, m_plot, &Plot::actionPeriodPrev);
+    connect(bar, &ToolBarAxisX::actionPeriodNext, m_plot, &Plot::actionPeriodNext);
+    m_tbAxisX = bar;
+}
+
+void PlotCanvas::setTextSlice(const QString &text)
+{
+    if (!m_slice)
+        return;
+    m_slice->setText(text);
+    m_tbAxisX->adjustSize();
+    updateToolBarGeometry();
+}
+
+void PlotCanvas::setTracking(bool on)
+{
+    if (auto *bar = qobject_cast<ToolBarAxisX *>(m_tbAxisX))
+        bar->setTracking(on);
+}
+
+bool PlotCanvas::tracking() const
+{
+    const auto *bar = qobject_cast<ToolBarAxisX *>(m_tbAxisX);
+    return bar && bar->tracking();
+}
+
+void PlotCanvas::setAutoscale(bool on)
+{
+    for (ToolBar *bar : {m_tbAxisX, m_tbAxisY}) {
+        if (auto *automatic = qobject_cast<ToolBarAutoScale *>(bar))
+            automatic->setAutoScale(on);
+    }
+}
+
+void PlotCanvas::setCurrentGroup(Nodes::widgetChartGroup *group)
+{
+    for (ToolBar *bar : {m_tbAxisX, m_tbAxisY}) {
+        if (bar)
+            bar->setCurrentGroup(group);
+    }
+    m_tbChart->setVisir(false);
+}
+
+void PlotCanvas::updateAutoScaleX(bool on)
+{
+    setAutoScale(true, on);
+}
+
+void PlotCanvas::updateAutoScaleY(bool on)
+{
+    setAutoScale(false, on);
+}
+
+// Switched off, the scales stay as they are: what is looked at does not jump.
+void PlotCanvas::setAutoScale(bool areX, bool on)
+{
+    for (const QwtAxisId &axis : m_plot->axes()) {
+        if (axis.isXAxis() != areX)
+            continue;
+        const QwtInterval shown = m_plot->axisInterval(axis);
+        m_plot->setAxisAutoScale(axis, on);
+        if (!on && shown.isValid())
+            m_plot->setAxisScale(axis, shown.minValue(), shown.maxValue());
+    }
+    m_plot->updateAxes();
+    m_plot->scheduleReplot();
+    m_plot->updateIntervalEditorManagers();
+}
+
+void PlotCanvas::onUpdateProperties()
+{
+    for (ToolBar *bar : {m_tbAxisX, m_tbAxisY, static_cast<ToolBar *>(m_tbChart)}) {
+        if (bar)
+            bar->onUpdateProperties();
+    }
+    updateToolBarGeometry();
+    update();
+}
+
+void PlotCanvas::setVisibleToolBar(bool isVisible)
+{
+    m_areToolBarsVisible = isVisible;
+    updateToolBarGeometry();
+}
+
+void PlotCanvas::updateToolBarGeometry()
+{
+    if (!m_areToolBarsVisible) {
+        for (ToolBar *bar : {m_tbAxisX, m_tbAxisY, static_cast<ToolBar *>(m_tbChart)}) {
+            if (bar)
+                bar->move(outOfSight);
+        }
+        return;
+    }
+    const QRect canvas = rect();
+    if (m_tbAxisX)
+        m_tbAxisX->move(canvas.x() + m_tbAxisX->height(), gap);
+    m_tbAxisY->move(canvas.x(), m_tbAxisY->width() + gap);
+    m_tbChart->move(canvas.right() - m_tbChart->width(), gap);
+    m_plot->updateIntervalEditorManagers();
+}
+
+void PlotCanvas::updateLenghtXTitle()
+{
+    if (auto *bar = qobject_cast<ToolBarAxisX *>(m_tbAxisX))
+        bar->updateLenghtXTitle();
+}
+
+void PlotCanvas::resizeEvent(QResizeEvent *event)
+{
+    QwtPlotCanvas::resizeEvent(event);
+    updateToolBarGeometry();
+}
+
+} // namespace Widgets

@@ -1,0 +1,255 @@
+#include "widgets/charts/plots/PlotHistory.h"
+
+#include "widgets/charts/plots/HeldCurves.h"
+#include "widgets/charts/plots/HistoryFaults.h"
+#include "widgets/charts/plots/LiveFeed.h"
+#include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/plots/WaitBox.h"
+#include "widgets/charts/series/ISerie.h"
+#include "widgets/charts/time/ChartTime.h"
+
+#include "nodes/archive/HistoryAnswer.h"
+#include "nodes/archive/SignalHistoryResponse.h"
+#include "nodes/archive/archiverSourceConnector.h"
+#include "nodes/charts/widgetChartBasicSerie.h"
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/charts/widgetChartHistory.h"
+#include "nodes/model/NodesArray.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Widgets {
+
+namespace {
+
+const QwtAxisId timeAxis(QwtAxis::xBottom);
+
+constexpr int pointsPerColumn = 2; // each may be an aggregate with two extremes of its own
+constexpr int leastColumns = 200;
+constexpr int clockTick = 1000;   // ms
+constexpr double nearNow = 60000; // ms; a window that ends there shows the present
+
+unsigned long long truncated(double x)
+{
+    return ChartTime::toUnsigned(std::trunc(x));
+}
+
+} // namespace
+
+PlotHistory::PlotHistory(Nodes::widgetChartHistory *chart, int number, QWidget *parent)
+    : Plot(chart, number, parent),
+      m_history(chart),
+      m_request(std::make_shared<std::atomic<unsigned>>(0))
+{
+    qRegisterMetaType<std::vector<Nodes::SignalHistoryResponse>>(
+        "std::vector<Nodes::SignalHistoryResponse>");
+    connect(this, &PlotHistory::getHistoryCompleted, this, &PlotHistory::onGetHistoryCompleted);
+    m_scheduled.setSingleShot(true);
+    connect(&m_scheduled, &QTimer::timeout, this, &PlotHistory::onScheduled);
+    connect(&m_clock, &QTimer::timeout, this, &PlotHistory::onClock);
+    m_clock.start(clockTick);
+    m_answers = std::make_unique<Utils::QueueRelay<Answer>>(
+        [this](std::vector<Answer> answers) { onAnswers(std::move(answers)); });
+    if (!chart)
+        return;
+    m_connection =
+        chart->ConnectAnswer([inlet = m_answers->inlet(), request = m_request](
+                                 const std::shared_ptr<const Nodes::HistoryAnswer> &answer) {
+            inlet({*request, answer, Nodes::SignalHistoryResponse::AllOf(*answer)});
+        });
+}
+
+PlotHistory::~PlotHistory() = default;
+
+Nodes::Result PlotHistory::getHistory(unsigned long long from, unsigned long long to)
+{
+    if (hasNoArchive() || !isAtWork())
+        return {};
+    if (!m_history)
+        return Nodes::Result(Nodes::Result::NotFound, "the chart has been deleted");
+    if (to != 0 && from > to)
+        return Nodes::Result(m_history.get(), Nodes::Result::InvalidArgument,
+                             "the span ends before it begins");
+    const Nodes::Result accepted = ask(from, to);
+    if (!accepted) {
+        m_held.reset();
+        m_isEmptied = false;
+        setNote(HistoryFaults::text(accepted));
+        if (waitBox()->isRunning())
+            closeWaitBox();
+    } else if (waitBox() && isVisible()) {
+        waitForAnswer(); // the plot may be gone by now
+    }
+    return accepted;
+}
+
+// The picture of the curves stays while they are empty.
+Nodes::Result PlotHistory::ask(unsigned long long from, unsigned long long to)
+{
+    if (!m_isEmptied)
+        m_held = std::make_unique<HeldCurves>(*this);
+    m_isEmptied = true;
+    removeAllSeriesData();
+    feed().markRequest();
+    Nodes::NodesArray nodes;
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all) {
+        if (Nodes::widgetChartBasicSerie *node = serie->getNode())
+            nodes.push_back(node->GetNodeLink());
+    }
+    const int columns = qMax(leastColumns, plotCanvas()->width());
+    m_history->SetPointBudget(std::size_t(columns * pointsPerColumn));
+    m_history->CancelHistory(); // so that no older answer takes the number of this request
+    ++*m_request;
+    return m_history->GetHistory(ChartTime::toUtc(double(from)),
+                                 to == 0 ? 0 : ChartTime::toUtc(double(to)), nodes);
+}
+
+// One loop waits for the newest request, whichever began it.
+void PlotHistory::waitForAnswer()
+{
+    if (waitBox()->isRunning())
+        return;
+    const QPointer<PlotHistory> alive(this);
+    setWaiting(true);
+    const int outcome = waitBox()->exec();
+    if (!alive || outcome == QDialog::Accepted)
+        return;
+    setWaiting(false);
+    ++*m_request;
+    m_held.reset();
+    m_isEmptied = false;
+    if (m_history)
+        m_history->CancelHistory();
+    setNote(waitBox()->isTimeUp() ? QStringLiteral("Архив не ответил. Показаны текущие значения.")
+                                  : QStringLiteral("Запрос архива прерван. Показаны текущие "
+                                                   "значения."));
+    scheduleReplot();
+}
+
+Nodes::Result PlotHistory::getCurrentHistory()
+{
+    const QwtInterval window = this->window();
+    const double margin = Margin * window.width();
+    return getHistory(truncated(window.minValue() - margin), truncated(window.maxValue() + margin));
+}
+
+void PlotHistory::removeAllSeriesData()
+{
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        serie->clearPoints();
+}
+
+void PlotHistory::forgetSeries()
+{
+    m_held.reset();
+    m_isEmptied = false;
+    Plot::forgetSeries();
+}
+
+void PlotHistory::onAnswers(std::vector<Answer> answers)
+{
+    const QPointer<PlotHistory> alive(this);
+    for (Answer &answer : answers) {
+        if (!alive || answer.request != *m_request)
+            continue;
+        setNote(HistoryFaults::text(*answer.whole));
+        emit getHistoryCompleted(std::move(answer.samples));
+    }
+}
+
+void PlotHistory::onGetHistoryCompleted(std::vector<Nodes::SignalHistoryResponse> answer)
+{
+    std::optional<double> newest;
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all) {
+        serie->updateArchPoints(answer);
+        addMissing(*serie, answer);
+        const QPointF last = serie->lastPoint();
+        serie->updateLabel(last);
+        newest = newest ? qMax(*newest, last.x()) : last.x();
+    }
+    m_isAggregated = std::any_of(answer.begin(), answer.end(), [](const auto &sample) {
+        return sample.getIntervalSample() != nullptr;
+    });
+    m_isEmptied = false;
+    m_held.reset();
+    if (newest)
+        follow(*newest);
+    scheduleReplot();
+    closeWaitBox();
+}
+
+// What was published before the curves were emptied, and is not in the archive yet.
+void PlotHistory::addMissing(ISerie &serie, const std::vector<Nodes::SignalHistoryResponse> &answer)
+{
+    const auto *source = serie.getArchiverSource();
+    const Nodes::BasicNode *signal = source ? source->GetSource() : nullptr;
+    if (!signal)
+        return;
+    double archived = -std::numeric_limits<double>::infinity();
+    for (const Nodes::SignalHistoryResponse &sample : answer) {
+        if (sample.GetNodeId() == signal->GetId())
+            archived = qMax(archived, ChartTime::fromUtc(sample.GetTime()));
+    }
+    const QwtInterval window = this->window();
+    const double margin = Margin * window.width();
+    for (const LiveFeed::Point &point : feed().missing(&serie, archived)) {
+        if (point.x >= window.minValue() - margin &&
+            (tracking() || point.x <= window.maxValue() + margin))
+            serie.appendPoint(point.x, point.value);
+    }
+}
+
+void PlotHistory::onUserChanged()
+{
+    Plot::onUserChanged();
+    if (isAtWork())
+        schedule({});
+}
+
+void PlotHistory::onValuesLost()
+{
+    schedule({});
+}
+
+void PlotHistory::schedule(std::optional<Span> span)
+{
+    m_span = span;
+    m_scheduled.start(0);
+}
+
+void PlotHistory::onScheduled()
+{
+    if (const std::optional<Span> span = m_span)
+        (void)getHistory(span->first, span->second);
+    else
+        (void)getCurrentHistory();
+}
+
+void PlotHistory::setAnswerLimit(int milliseconds)
+{
+    waitBox()->setTimeLimit(milliseconds);
+}
+
+// A signal that seldom changes does not hold the window back.
+void PlotHistory::onClock()
+{
+    if (!isAtWork() || !tracking() || !isVisible())
+        return;
+    const double end = window().maxValue();
+    const double now = ChartTime::now();
+    if (end != m_followed && std::abs(now - end) > nearNow)
+        return;
+    follow(now);
+    m_followed = window().maxValue();
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        trim(*serie);
+    scheduleReplot();
+}
+
+} // namespace Widgets

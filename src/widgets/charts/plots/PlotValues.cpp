@@ -1,0 +1,148 @@
+// Scales of a plot, and how live values move them.
+#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/ToolBar.h"
+#include "widgets/charts/plots/ChartGroupManager.h"
+#include "widgets/charts/plots/LiveFeed.h"
+#include "widgets/charts/plots/Plot.h"
+#include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/plots/PlotPanner.h"
+#include "widgets/charts/series/ISerie.h"
+#include "widgets/charts/time/ChartTime.h"
+
+#include "nodes/charts/widgetChartAxis.h"
+#include "nodes/charts/widgetChartBasicSerie.h"
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/model/NodesContainer.h"
+
+#include <QSignalBlocker>
+
+#include <cmath>
+
+namespace Widgets {
+
+namespace {
+
+const QwtAxisId timeAxis(QwtAxis::xBottom);
+
+bool isNumeric(Nodes::enSignalValueType type)
+{
+    return type >= Nodes::enSignalValueType::Bool && type <= Nodes::enSignalValueType::ULong;
+}
+
+} // namespace
+
+void Plot::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes)
+{
+    clearIntervalEditorManagers();
+    m_axes.clear();
+    m_axes = AxisRecord::make(*this, yAxes, xAxes);
+    m_nextWindow.reset();
+}
+
+QwtAxisId Plot::axisOf(const Nodes::widgetChartAxis *node) const
+{
+    for (const auto &record : m_axes) {
+        if (node && record->node() == node)
+            return record->axis();
+    }
+    return {};
+}
+
+QwtInterval Plot::window() const
+{
+    return m_nextWindow.value_or(axisInterval(timeAxis));
+}
+
+void Plot::setWindow(double lower, double upper)
+{
+    if (!std::isfinite(lower) || !std::isfinite(upper) || lower > upper)
+        return;
+    setAxisScale(timeAxis, lower, upper);
+    m_nextWindow = QwtInterval(lower, upper);
+}
+
+void Plot::follow(double x)
+{
+    const QwtInterval window = this->window();
+    if (!tracking() || !(x > window.maxValue()) || (m_panner && m_panner->isDragging()))
+        return;
+    const double lower = x - window.width();
+    emit axisScaleChanged(timeAxis, lower, x, 0);
+    setWindow(lower, x);
+}
+
+bool Plot::takes(double x, const QwtInterval &window) const
+{
+    return tracking() || x <= window.maxValue() + Margin * window.width();
+}
+
+void Plot::appendPoints(std::vector<Nodes::SignalValue> values, ISerie *serie)
+{
+    if (!m_manager || !m_manager->has(serie) || serie->getPlotAreaNo() != m_number)
+        return;
+    const QwtInterval before = window();
+    for (const Nodes::SignalValue &value : values) {
+        if (!isNumeric(value.GetType()))
+            continue;
+        const double x = ChartTime::toX(value.GetSourceTime());
+        m_feed->keep(serie, x, value);
+        if (takes(x, before))
+            serie->appendPoint(x, value);
+    }
+    const QPointF last = serie->lastPoint();
+    serie->updateLabel(last);
+    if (tracking()) {
+        follow(last.x());
+        trim(*serie);
+    }
+    scheduleReplot();
+}
+
+void Plot::trim(ISerie &serie)
+{
+    const QwtInterval now = window();
+    serie.trimLeft(now.minValue() - Margin * now.width());
+}
+
+void Plot::moveCanvas(int dx, int dy)
+{
+    if (m_panner)
+        m_panner->pan(dx, dy);
+}
+
+void Plot::onPanned()
+{
+    const QwtInterval now = window();
+    emit axisScaleChanged(timeAxis, now.minValue(), now.maxValue(), 0);
+    m_canvas->setTracking(false);
+    m_canvas->setAutoscale(false);
+}
+
+void Plot::onValuesLost() {}
+
+void Plot::onUserChanged()
+{
+    HandleConnections(true);
+    QStringList forbidden;
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all) {
+        const Nodes::widgetChartBasicSerie *node = serie->getNode();
+        if (!node || !node->IsForbidden())
+            continue;
+        serie->clearPoints();
+        forbidden << QString::fromStdString(node->GetText());
+    }
+    setNote(forbidden.isEmpty()
+                ? QString()
+                : QStringLiteral("Нет прав на просмотр: ") + forbidden.join(QStringLiteral(", ")));
+    HandleConnections(false);
+    scheduleReplot();
+}
+
+void Plot::beginTracking()
+{
+    const QSignalBlocker blocker(m_canvas->tbAxisX());
+    m_canvas->setTracking(true);
+}
+
+} // namespace Widgets
