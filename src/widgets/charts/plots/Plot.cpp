@@ -211,7 +211,7 @@ void Plot::onUpdateProperties()
     }
     updatePropertyCanvas();
     if (!isAtWork())
-        SampleLook::draw(*this);
+        SampleLook::draw(series(), window());
     onSetSymbol(m_chart ? m_chart->GetTypeSymbol() : int(Nodes::widgetChart::SymbolNone));
 }
 

@@ -1,12 +1,13 @@
 #include "widgets/charts/plots/SampleLook.h"
 
-#include "widgets/charts/plots/Plot.h"
 #include "widgets/charts/series/ISerie.h"
 
 #include "nodes/charts/widgetChartAxis.h"
 #include "nodes/charts/widgetChartBasicSerie.h"
 #include "nodes/charts/widgetChartDiscretSerie.h"
 #include "nodes/signals/BasicSignal.h"
+
+#include <qwt_interval.h>
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -70,11 +71,9 @@ void draw(ISerie &serie, const QwtInterval &window)
 
 } // namespace
 
-void draw(Plot &plot)
+void draw(const QList<ISerie *> &series, const QwtInterval &window)
 {
-    const QwtInterval window = plot.window();
-    const QList<ISerie *> all = plot.series();
-    for (ISerie *serie : all) {
+    for (ISerie *serie : series) {
         serie->clearPoints();
         draw(*serie, window);
     }
