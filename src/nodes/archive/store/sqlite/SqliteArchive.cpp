@@ -3,6 +3,7 @@
 #include "nodes/archive/store/blocks/ArchiveEngine.h"
 #include "nodes/archive/store/blocks/ArchiveTrim.h"
 #include "nodes/archive/store/sqlite/SqliteArchiveTables.h"
+#include "nodes/storage/SqliteStatement.h"
 #include "nodes/values/Clock.h"
 
 #include <utility>
@@ -23,6 +24,7 @@ struct SqliteArchive::Session
     SqliteArchiveTables tables;
     ArchiveEngine engine;
     ArchiveTrim trim;
+    std::int64_t foreign = -1; // as SQLite counts what other connections commit
 };
 
 SqliteArchive::SqliteArchive(const std::string &file)
@@ -56,12 +58,28 @@ bool SqliteArchive::NoticeMove()
     return isMoved;
 }
 
+/// An import or a repair may write beside a station: what is in memory is not all then. Within the
+/// transaction, which keeps others from going on.
+Result SqliteArchive::takeInOthers()
+{
+    SqliteStatement statement(m_file.Database(), "PRAGMA data_version");
+    const std::int64_t foreign = statement.Step() ? statement.Integer(0) : -1;
+    if (std::exchange(m_session->foreign, foreign) != foreign) {
+        m_session->engine.Forget();
+        m_session->trim.Restart();
+    }
+    return statement.GetResult();
+}
+
 /// What was in memory is not what the tables hold once a transaction was rolled back.
 Result SqliteArchive::transact(const std::function<Result()> &work)
 {
     if (!m_session)
         return Result(Result::StorageError, GetLocation() + ": is not open");
-    const Result result = m_file.Transact(work);
+    const Result result = m_file.Transact([&] {
+        const Result taken = takeInOthers();
+        return taken ? work() : taken;
+    });
     if (result)
         return result;
     m_session.reset();

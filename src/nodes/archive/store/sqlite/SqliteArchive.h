@@ -27,6 +27,7 @@ private:
     struct Session;
 
     [[nodiscard]] Result transact(const std::function<Result()> &work);
+    [[nodiscard]] Result takeInOthers();
     [[nodiscard]] Result trim(Upkeep &upkeep);
 
     std::unique_ptr<Session> m_session; // while open
