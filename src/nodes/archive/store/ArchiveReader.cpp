@@ -1,5 +1,7 @@
 #include "nodes/archive/store/ArchiveReader.h"
 
+#include "nodes/archive/postgresql/PostgresArchiveConnection.h"
+#include "nodes/archive/postgresql/PostgresLocation.h"
 #include "nodes/archive/store/blocks/BlockArchiveReader.h"
 #include "nodes/archive/store/sqlite/SqliteArchiveConnection.h"
 
@@ -13,6 +15,11 @@ StoreTable<ArchiveReader> &ArchiveReaders()
             return std::make_unique<BlockArchiveReader>(
                 std::make_unique<SqliteArchiveConnection>(file));
         });
+        for (const char *scheme : PostgresLocation::Schemes)
+            builtIn.Add(scheme, [](const std::string &location) {
+                return std::make_unique<BlockArchiveReader>(
+                    std::make_unique<PostgresArchiveConnection>(location));
+            });
         return builtIn;
     }();
     return readers;

@@ -1,5 +1,7 @@
 #include "nodes/archive/store/ArchiveStore.h"
 
+#include "nodes/archive/postgresql/PostgresArchive.h"
+#include "nodes/archive/postgresql/PostgresLocation.h"
 #include "nodes/archive/store/sqlite/SqliteArchive.h"
 
 namespace Nodes {
@@ -10,6 +12,10 @@ StoreTable<ArchiveStore> &ArchiveStores()
         StoreTable<ArchiveStore> builtIn;
         builtIn.Add("",
                     [](const std::string &file) { return std::make_unique<SqliteArchive>(file); });
+        for (const char *scheme : PostgresLocation::Schemes)
+            builtIn.Add(scheme, [](const std::string &location) {
+                return std::make_unique<PostgresArchive>(location);
+            });
         return builtIn;
     }();
     return stores;

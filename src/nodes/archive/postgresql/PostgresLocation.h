@@ -1,0 +1,46 @@
+#pragma once
+
+#include "nodes/values/Result.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Nodes {
+
+/// Where an archive in PostgreSQL is: what libpq understands, as "postgresql://user@host:port/base"
+/// or "postgresql:host=… dbname=…", and one option of our own: "schema", small letters, digits and
+/// underscores, "archive" when there is none. A value; any thread.
+class PostgresLocation
+{
+public:
+    /// What locations of this kind begin with, before the colon.
+    static constexpr const char *Schemes[] = {"postgresql", "postgres"};
+
+    explicit PostgresLocation(const std::string &location);
+
+    /// Whether a location is of this kind.
+    static bool IsOne(const std::string &location);
+
+    /// InvalidArgument when it cannot be understood.
+    const Result &GetResult() const { return m_result; }
+    /// For people: without a password or anything else that is secret.
+    const std::string &GetShown() const { return m_shown; }
+    const std::string &GetSchema() const { return m_schema; }
+    /// For libpq: with the secrets, and with limits of time where the location has none.
+    std::string ConnectionString() const;
+
+private:
+    using Options = std::vector<std::pair<std::string, std::string>>;
+
+    void parse(const std::string &text);
+    void show();
+    const std::string *find(const std::string &option) const;
+
+    Options m_options;
+    std::string m_schema;
+    std::string m_shown;
+    Result m_result;
+};
+
+} // namespace Nodes
