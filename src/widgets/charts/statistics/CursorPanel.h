@@ -1,0 +1,69 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QFrame>
+#include <QPointer>
+#include <QTimer>
+
+#include <memory>
+
+class QLabel;
+class QTableView;
+class QToolButton;
+
+namespace Nodes {
+struct HistoryAnswer;
+}
+
+namespace Widgets {
+
+class CursorTable;
+class HistoryAsker;
+class IPickerCanvas;
+class Plot;
+
+/// Table below a plot, there while both its cursors are set: their times, and what each series
+/// does between them. At first by what is drawn, then by what the archive holds of that span. GUI
+/// thread.
+class WIDGETS_EXPORT CursorPanel : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /// Samples of one signal that are added up one by one; a span with more is made of aggregates.
+    static constexpr std::size_t MaximumSamples = 100000;
+
+    CursorPanel(Plot *plot, QWidget *parent);
+    ~CursorPanel() override;
+
+    CursorTable &table() const { return *m_table; }
+    QString heading() const;
+
+signals:
+    /// Numbers of the archive stand in the table now.
+    void completed();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void onCursors();
+    void takeDrawn();
+    void askArchive();
+    void onAnswered(const std::shared_ptr<const Nodes::HistoryAnswer> &answer);
+    void removeSecond();
+    void fitColumns();
+    IPickerCanvas *picker() const;
+
+    QPointer<Plot> m_plot;
+    CursorTable *m_table;
+    QTableView *m_view;
+    QLabel *m_heading;
+    HistoryAsker *m_asker;
+    QTimer m_askTimer; // while a cursor is dragged nothing is asked
+    double m_from = 0;
+    double m_to = 0;
+};
+
+} // namespace Widgets
