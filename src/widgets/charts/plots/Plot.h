@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/charts/multiaxis/MultiAxisPlot.h"
+#include "widgets/charts/plots/PlotHost.h"
 #include "widgets/context/SceneContext.h"
 
 #include "nodes/charts/widgetChart.h"
@@ -46,7 +47,7 @@ class WaitBox;
 /// Plot of a chart: the series of the current group that belong to it, on the axes of that group.
 /// Live values reach it through appendPointsSignal and are drawn at most every 300 ms. What is
 /// beyond live values, kinds of plots add. X values are those of ChartTime. GUI thread.
-class WIDGETS_EXPORT Plot : public MultiAxisPlot
+class WIDGETS_EXPORT Plot : public MultiAxisPlot, public PlotHost
 {
     Q_OBJECT
 
@@ -71,9 +72,9 @@ public:
 
     /// Of the scene; the process's until it is told.
     void setContext(SceneContextPtr context);
-    const SceneContext &context() const { return *m_context; }
+    const SceneContext &context() const override { return *m_context; }
     /// Values and history come: run time, and not a preview.
-    bool isAtWork() const;
+    bool isAtWork() const override;
 
     /// Not owned, may be null.
     void setGroupManager(ChartGroupManager *manager);
@@ -111,7 +112,7 @@ public:
     void setNote(const QString &text);
     QString note() const;
     /// Draws within 300 ms.
-    void scheduleReplot();
+    void scheduleReplot() override;
     void replot() override;
 
 public slots:
