@@ -1,5 +1,6 @@
 // The kinds of dialogs, one row each. Nothing includes this file: who needs a dialog asks for its
 // key, and so does not depend on all the others.
+#include "widgets/charts/export/ExportProgress.h"
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/DialogFrames.h"
@@ -69,6 +70,7 @@ const bool isInstalled = Dialogs::install({
     {ArchiverDBMgrDialog::Key, archiveFiles, single, endsWithUser},
     {LoadDialog::Key, load},
     {TimeDialog::Key, onParent<TimeDialog>},
+    {ExportProgress::Key, onParent<ExportProgress>},
 });
 
 } // namespace

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QObject>
+#include <QSaveFile>
+
+#include <memory>
+
+namespace Widgets {
+
+/// File that an export writes, on a thread of its own. Each order is answered with an error text,
+/// "" for success.
+class CsvFile : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    void open(const QString &name);
+    void write(const QByteArray &text);
+    /// `isKept` false: nothing of it stays.
+    void close(bool isKept);
+
+signals:
+    void written(const QString &error);
+    void closed(const QString &error);
+
+private:
+    QString error() const;
+
+    std::unique_ptr<QSaveFile> m_file;
+};
+
+} // namespace Widgets
