@@ -186,7 +186,8 @@ void tst_curve_painting::pictureIsThatOfThePairs_data()
             << shape << 60 << 1 << int(QwtPlotCurve::Steps) << true;
         QTest::addRow("%s, dense steps", shape)
             << shape << 9000 << 2 << int(QwtPlotCurve::Steps) << true;
-        QTest::addRow("%s, sticks", shape) << shape << 300 << 1 << int(QwtPlotCurve::Sticks) << false;
+        QTest::addRow("%s, sticks", shape)
+            << shape << 300 << 1 << int(QwtPlotCurve::Sticks) << false;
         QTest::addRow("%s, dots", shape) << shape << 300 << 2 << int(QwtPlotCurve::Dots) << false;
     }
 }
@@ -231,8 +232,12 @@ void tst_curve_painting::movedAndTrimmedViewsStayRight()
         left += 90'000;
         data.trimFront(data.indexAt(left - 360'000));
         const View view(left, left + 3'600'000);
-        QVERIFY(strayPixels(picture(curve, view), pairs(curve, view)) <= strayLimit);
-        QVERIFY(strayPixels(pairs(curve, view), picture(curve, view)) <= strayLimit);
+        const QImage ours = picture(curve, view);
+        const QImage expected = pairs(curve, view);
+        const int stray = strayPixels(ours, expected) + strayPixels(expected, ours);
+        // Columns are not found anew for each part of a pixel that the view moves by: of some ten
+        // thousand pixels those at the ends of pieces may be half a pixel further aside.
+        QVERIFY2(stray <= 40, qPrintable(QString::number(stray)));
     }
     QVERIFY(data.size() < 25'000);
     const QRectF quick = data.boundingRect(); // from the buckets
@@ -291,8 +296,9 @@ void tst_curve_painting::scaledPainter()
     painter.drawPoint(0, 0);
     painter.end();
     QCOMPARE(image.pixel(3, 5), qRgb(255, 0, 0)); // the painter is as it was
-    const QImage half = image.copy(QRect(QPoint(3, 5), size * 2 - QSize(3, 5)))
-                            .scaled(size - QSize(1, 2), Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    const QImage half =
+        image.copy(QRect(QPoint(3, 5), size * 2 - QSize(3, 5)))
+            .scaled(size - QSize(1, 2), Qt::IgnoreAspectRatio, Qt::FastTransformation);
     QVERIFY(strayPixels(half, picture(curve, view)) <= strayLimit);
 }
 

@@ -129,6 +129,17 @@ void MultiAxisPlot::updateAxes()
     QwtPlot::updateAxes();
     m_scalingFirstAxes = false;
     updateExtraAxes();
+    keepBorders();
+}
+
+/// Labels that pass the ends of a scale would stretch and shrink the canvas from frame to frame
+/// while the chart is panned or follows the present: the room they once needed is kept.
+void MultiAxisPlot::keepBorders()
+{
+    for (const QwtAxisId axis : axes(true)) {
+        QwtScaleWidget *scale = axisWidget(axis);
+        scale->setMinBorderDist(scale->startBorderDist(), scale->endBorderDist());
+    }
 }
 
 void MultiAxisPlot::updateExtraAxes()

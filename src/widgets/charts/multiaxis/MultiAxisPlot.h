@@ -84,6 +84,8 @@ private:
     [[nodiscard]] bool isFirst(QwtAxisId axis) const;
     void updateExtraAxes();
     void tellItems();
+    void keepBorders();
+    void forgetBorders(QwtAxisId axis);
     void placeExtraAxes();
     void placeExtraAxis(const ExtraAxis &axis);
 

@@ -111,11 +111,19 @@ double MultiAxisPlot::axisStepSize(QwtAxisId axis) const
 void MultiAxisPlot::setAxisScaleDraw(QwtAxisId axis, QwtScaleDraw *draw)
 {
     if (QwtScaleWidget *scale = axisWidget(axis)) {
+        forgetBorders(axis);
         scale->setScaleDraw(draw);
         autoRefresh();
     } else {
         delete draw;
     }
+}
+
+/// Other labels need other room beyond the ends of the scale.
+void MultiAxisPlot::forgetBorders(QwtAxisId axis)
+{
+    if (QwtScaleWidget *scale = axisWidget(axis))
+        scale->setMinBorderDist(0, 0);
 }
 
 QwtScaleDraw *MultiAxisPlot::axisScaleDraw(QwtAxisId axis) const
@@ -126,6 +134,7 @@ QwtScaleDraw *MultiAxisPlot::axisScaleDraw(QwtAxisId axis) const
 
 void MultiAxisPlot::setAxisFont(QwtAxisId axis, const QFont &font)
 {
+    forgetBorders(axis);
     if (QwtScaleWidget *scale = axisWidget(axis))
         scale->setFont(font);
 }
@@ -194,6 +203,7 @@ void MultiAxisPlot::setAxisLabelAlignment(QwtAxisId axis, Qt::Alignment alignmen
 
 void MultiAxisPlot::setAxisLabelRotation(QwtAxisId axis, double degrees)
 {
+    forgetBorders(axis);
     if (QwtScaleWidget *scale = axisWidget(axis))
         scale->setLabelRotation(degrees);
 }

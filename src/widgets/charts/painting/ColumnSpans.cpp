@@ -1,9 +1,8 @@
 #include "widgets/charts/painting/ColumnSpans.h"
 
-#include <QPainter>
+#include "widgets/charts/painting/SolidFill.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace Widgets {
@@ -12,9 +11,13 @@ namespace {
 
 constexpr int nowhere = std::numeric_limits<int>::min();
 
+// Larger than any picture: what is cut off after it is added is rounded, also below zero, and that
+// without a call for each of the points.
+constexpr double middle = 1 << 24;
+
 int rounded(double value)
 {
-    return int(std::floor(value + 0.5));
+    return int(value + (middle + 0.5)) - int(middle);
 }
 
 } // namespace
@@ -30,20 +33,22 @@ ColumnSpans::ColumnSpans(const QRect &clip, int penWidth, DashPattern pen, DashP
       m_first(nowhere),
       m_last(nowhere)
 {
+    m_leftmost = m_base - 1;
+    m_rightmost = m_base + int(m_spans.size());
+    m_topmost = clip.top() - m_after - 2;
+    m_lowest = clip.bottom() + m_before + 2;
     m_rects.reserve(clip.width());
 }
 
 /// Rows outside are as good as the nearest one that a wide pen still shows nothing of.
 int ColumnSpans::row(double y) const
 {
-    return rounded(
-        std::clamp(y, double(m_clip.top() - m_after - 2), double(m_clip.bottom() + m_before + 2)));
+    return rounded(std::clamp(y, m_topmost, m_lowest));
 }
 
 int ColumnSpans::column(double x) const
 {
-    return rounded(std::clamp(x, double(m_base - 1), double(m_base + int(m_spans.size())))) -
-           m_base;
+    return rounded(std::clamp(x, m_leftmost, m_rightmost)) - m_base;
 }
 
 void ColumnSpans::cover(int column, int from, int to, bool isDoubtful)
@@ -118,6 +123,14 @@ void ColumnSpans::spread(double xLow, double low, double xHigh, double high, dou
     lineTo(x, y, isDoubtful);
 }
 
+void ColumnSpans::columnTo(int column, double low, double high, double last, bool isDoubtful)
+{
+    cover(column - m_base, row(std::min({low, high, m_y})), row(std::max({low, high, m_y})),
+          isDoubtful);
+    m_x = column;
+    m_y = last;
+}
+
 void ColumnSpans::stick(double x, double from, double to, bool isDoubtful)
 {
     moveTo(x, from);
@@ -137,6 +150,8 @@ void ColumnSpans::endLine()
 /// What the pen, as wide as it is high, covers in a column.
 ColumnSpans::Span ColumnSpans::widened(int column) const
 {
+    if (m_before == 0)
+        return m_spans[std::size_t(column)];
     Span span{std::numeric_limits<int>::max(), std::numeric_limits<int>::lowest(), false};
     for (int i = std::max(m_first, column - m_after); i <= std::min(m_last, column + m_before);
          ++i) {
@@ -196,9 +211,7 @@ void ColumnSpans::addRect(int column, int low, int high)
 void ColumnSpans::paint(QPainter &painter, const QColor &color)
 {
     endLine();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRects(m_rects);
+    fillSolid(painter, m_rects, color);
     m_rects.clear();
 }
 

@@ -27,10 +27,12 @@ public:
     /// column wide.
     void spread(double xLow, double low, double xHigh, double high, double x, double y,
                 bool isDoubtful);
+    /// Draws on to a column next to the last one or the same, over its extremes, to its last point.
+    void columnTo(int column, double low, double high, double last, bool isDoubtful);
     /// A line of its own, upright.
     void stick(double x, double from, double to, bool isDoubtful);
 
-    /// Ends the last line and fills everything in the painter's device coordinates.
+    /// Ends the last line and fills everything, whatever the painter's transformation is.
     void paint(QPainter &painter, const QColor &color);
 
 private:
@@ -54,6 +56,10 @@ private:
     int m_after;
     DashPattern m_pen;
     DashPattern m_doubtful;
+    double m_leftmost; // outside of the picture: what lies further is as good as there
+    double m_rightmost;
+    double m_topmost;
+    double m_lowest;
     int m_base;                // column of the first span
     std::vector<Span> m_spans; // of the line that is being drawn
     int m_first;

@@ -164,4 +164,9 @@ const CurveLevel &CurveData::level(double width) const
     return m_pyramid.level(width, view());
 }
 
+const CurveLevel *CurveData::columns(double width) const
+{
+    return m_pyramid.columns(width, view());
+}
+
 } // namespace Widgets

@@ -60,6 +60,8 @@ public:
     [[nodiscard]] CurvePoints view() const;
     /// Of sorted points: extremes in buckets no wider than `width` (> 0, units of x).
     [[nodiscard]] const CurveLevel &level(double width) const;
+    /// The same in buckets of exactly `width`; null until a width is asked for again and again.
+    [[nodiscard]] const CurveLevel *columns(double width) const;
 
 private:
     void noteBad(double x, Nodes::Quality quality);

@@ -5,19 +5,9 @@
 
 namespace Widgets {
 
-double CurveLevel::width() const
-{
-    return std::ldexp(1.0, m_exponent);
-}
-
 std::int64_t CurveLevel::keyOf(double x) const
 {
-    return std::int64_t(std::floor(std::ldexp(x, -m_exponent)));
-}
-
-double CurveLevel::xOf(const CurveBucket &bucket, float part) const
-{
-    return std::ldexp(double(bucket.key) + double(part), m_exponent);
+    return std::int64_t(std::floor(x * m_perUnit));
 }
 
 std::size_t CurveLevel::indexAt(double x) const
@@ -41,7 +31,7 @@ void CurveLevel::append(const QPointF &point, Nodes::Quality quality, bool isDra
         m_broken = true;
         return;
     }
-    const double position = std::ldexp(point.x(), -m_exponent);
+    const double position = point.x() * m_perUnit;
     const double floored = std::floor(position);
     const auto key = std::int64_t(floored);
     const auto part = float(position - floored);
@@ -67,32 +57,17 @@ void CurveLevel::append(const QPointF &point, Nodes::Quality quality, bool isDra
 
 void CurveLevel::append(const CurveBucket &finer, const CurveLevel &level)
 {
-    if (finer.startsLine)
-        m_broken = true;
-    const int shift = m_exponent - level.m_exponent;
-    // Shifting right rounds towards minus infinity on every compiler we build with.
-    const std::int64_t key = finer.key >> shift;
-    const auto offset = double(finer.key - (key << shift));
-    const auto part = [&](float of) { return float(std::ldexp(offset + double(of), -shift)); };
-    if (!joins(key, finer.quality)) {
-        m_buckets.push_back({key, part(finer.firstX), part(finer.lastX), part(finer.lowX),
-                             part(finer.highX), finer.firstY, finer.lastY, finer.lowY, finer.highY,
-                             finer.count, finer.quality, m_broken});
-        m_broken = false;
+    m_broken = m_broken || finer.startsLine;
+    const auto add = [&](float part, double y) {
+        append({level.xOf(finer, part), y}, finer.quality, true);
+    };
+    add(finer.firstX, finer.firstY);
+    if (finer.count == 1)
         return;
-    }
-    CurveBucket &bucket = m_buckets.back();
-    bucket.lastX = part(finer.lastX);
-    bucket.lastY = finer.lastY;
-    bucket.count += finer.count;
-    if (finer.lowY < bucket.lowY) {
-        bucket.lowY = finer.lowY;
-        bucket.lowX = part(finer.lowX);
-    }
-    if (finer.highY > bucket.highY) {
-        bucket.highY = finer.highY;
-        bucket.highX = part(finer.highX);
-    }
+    const bool lowFirst = finer.lowX < finer.highX;
+    add(lowFirst ? finer.lowX : finer.highX, lowFirst ? finer.lowY : finer.highY);
+    add(lowFirst ? finer.highX : finer.lowX, lowFirst ? finer.highY : finer.lowY);
+    add(finer.lastX, finer.lastY);
 }
 
 void CurveLevel::trimBefore(double x, CurveLevel &&bucketAtX)

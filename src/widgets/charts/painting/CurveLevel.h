@@ -28,23 +28,26 @@ struct CurveBucket
     bool startsLine; ///< nothing joins it to the bucket before
 };
 
-/// All drawn points of a curve in buckets of one width, which is a power of two in units of x and
-/// aligned to x = 0: a new point touches the last bucket only, and a moved view none.
+/// All drawn points of a curve in buckets of one width, aligned to x = 0: a new point touches the
+/// last bucket only, and a moved view none.
 class CurveLevel
 {
 public:
-    explicit CurveLevel(int exponent) : m_exponent(exponent) {}
+    /// `width` > 0, in units of x.
+    explicit CurveLevel(double width) : m_width(width), m_perUnit(1 / width) {}
 
-    [[nodiscard]] int exponent() const { return m_exponent; }
-    [[nodiscard]] double width() const;
+    [[nodiscard]] double width() const { return m_width; }
     [[nodiscard]] const RollingVector<CurveBucket> &buckets() const { return m_buckets; }
     /// Index of the first bucket that ends right of x; the number of buckets when there is none.
     [[nodiscard]] std::size_t indexAt(double x) const;
-    [[nodiscard]] double xOf(const CurveBucket &bucket, float part) const;
+    [[nodiscard]] double xOf(const CurveBucket &bucket, float part) const
+    {
+        return (double(bucket.key) + double(part)) * m_width;
+    }
 
     /// Points in the order of x. One that is not drawn ends the line.
     void append(const QPointF &point, Nodes::Quality quality, bool isDrawn);
-    /// The same for a bucket of a finer level.
+    /// The points of a bucket of a finer level that make a difference.
     void append(const CurveBucket &finer, const CurveLevel &level);
     /// Ends the line: the next point is not joined to the last one.
     void breakLine() { m_broken = true; }
@@ -56,7 +59,8 @@ private:
     [[nodiscard]] bool joins(std::int64_t key, Nodes::Quality quality) const;
 
     RollingVector<CurveBucket> m_buckets;
-    int m_exponent;
+    double m_width;
+    double m_perUnit;
     bool m_broken = true;
 };
 

@@ -6,6 +6,8 @@
 #include <QPaintEngine>
 #include <QPainter>
 
+#include <type_traits>
+
 namespace Widgets {
 
 namespace {
@@ -83,8 +85,6 @@ void CurvePainter::drawSpans(const CurveData &data, const Look &look, std::size_
     ColumnSpans spans(device.mapRect(m_visible).toAlignedRect(), width,
                       DashPattern(look.pen, width, origin), DashPattern::dotted(width, origin));
     lead(data, look, from, to, x, y, spans);
-    // To the pixels of the device: the coordinates are theirs already.
-    m_painter.setWorldTransform(device.inverted() * m_painter.worldTransform());
     spans.paint(m_painter, look.pen.color());
 }
 
@@ -111,10 +111,17 @@ void CurvePainter::lead(const CurveData &data, const Look &look, std::size_t fro
     const double columns = qAbs(x(m_right) - x(m_left));
     const bool isDense = data.isSorted() && x.isLinear() && x.unitsPerPixel() > 0 &&
                          double(to - from) > pointsPerColumn * columns;
-    if (isDense)
-        walk.level(data.level(x.unitsPerPixel()), m_left, m_right);
-    else
+    if (!isDense) {
         walk.points(from, to);
+        return;
+    }
+    if constexpr (std::is_same_v<Line, ColumnSpans>) {
+        if (const CurveLevel *exact = x.isRising() ? data.columns(x.unitsPerPixel()) : nullptr) {
+            walk.columns(*exact, m_left, m_right);
+            return;
+        }
+    }
+    walk.level(data.level(x.unitsPerPixel()), m_left, m_right);
 }
 
 /// A pair is drawn as two sticks: a point alone between two that are not drawn has none.

@@ -12,31 +12,58 @@ constexpr std::size_t maxLevels = 4;
 // Keys are whole numbers of buckets from x = 0 and have to be exact as double.
 constexpr int maxKeyBits = 50;
 
-int exponentFor(double width, const CurvePoints &data)
+// Widths that differ by less draw the same columns over any canvas.
+constexpr double sameWidth = 1e-6;
+// As often is a magnification asked for while it is being changed, at most.
+constexpr int asksBeforeColumns = 2;
+
+double powerOfTwoFor(double width, const CurvePoints &data)
 {
     int exponent = std::ilogb(width);
-    if (data.size == 0)
-        return exponent;
-    const double largest =
-        std::max(std::abs(data.points[0].x()), std::abs(data.points[data.size - 1].x()));
-    if (largest > 0)
-        exponent = std::max(exponent, std::ilogb(largest) - maxKeyBits);
-    return exponent;
+    if (data.size > 0) {
+        const double largest =
+            std::max(std::abs(data.points[0].x()), std::abs(data.points[data.size - 1].x()));
+        if (largest > 0)
+            exponent = std::max(exponent, std::ilogb(largest) - maxKeyBits);
+    }
+    return std::ldexp(1.0, exponent);
+}
+
+bool isSame(double width, double other)
+{
+    return std::abs(width - other) <= sameWidth * other;
 }
 
 } // namespace
 
 const CurveLevel &CurvePyramid::level(double width, const CurvePoints &data)
 {
+    return kept(powerOfTwoFor(width, data), data);
+}
+
+const CurveLevel *CurvePyramid::columns(double width, const CurvePoints &data)
+{
+    if (!isSame(width, m_lastWidth)) {
+        m_lastWidth = width;
+        m_askedForLast = 0;
+    }
+    if (m_askedForLast < asksBeforeColumns) {
+        ++m_askedForLast;
+        return nullptr;
+    }
+    return powerOfTwoFor(width, data) <= width ? &kept(m_lastWidth, data) : nullptr;
+}
+
+const CurveLevel &CurvePyramid::kept(double width, const CurvePoints &data)
+{
     ++m_use;
-    const int exponent = exponentFor(width, data);
     for (Kept &kept : m_levels) {
-        if (kept.level.exponent() == exponent) {
+        if (isSame(width, kept.level.width())) {
             kept.lastUse = m_use;
             return kept.level;
         }
     }
-    CurveLevel added = built(exponent, data);
+    CurveLevel added = built(width, data);
     const auto older = [](const Kept &a, const Kept &b) { return a.lastUse < b.lastUse; };
     if (m_levels.size() >= maxLevels)
         m_levels.erase(std::min_element(m_levels.begin(), m_levels.end(), older));
@@ -44,15 +71,14 @@ const CurveLevel &CurvePyramid::level(double width, const CurvePoints &data)
     return m_levels.back().level;
 }
 
-CurveLevel CurvePyramid::built(int exponent, const CurvePoints &data) const
+CurveLevel CurvePyramid::built(double width, const CurvePoints &data) const
 {
     const CurveLevel *finer = nullptr;
     for (const Kept &kept : m_levels) {
-        if (kept.level.exponent() < exponent &&
-            (!finer || finer->exponent() < kept.level.exponent()))
+        if (kept.level.width() < width && (!finer || finer->width() < kept.level.width()))
             finer = &kept.level;
     }
-    CurveLevel level(exponent);
+    CurveLevel level(width);
     if (finer) {
         for (const CurveBucket &bucket : finer->buckets())
             level.append(bucket, *finer);
@@ -69,7 +95,7 @@ const CurveLevel *CurvePyramid::coarsest() const
 {
     const CurveLevel *found = nullptr;
     for (const Kept &kept : m_levels) {
-        if (!found || kept.level.exponent() > found->exponent())
+        if (!found || kept.level.width() > found->width())
             found = &kept.level;
     }
     return found;
@@ -92,7 +118,7 @@ void CurvePyramid::trimFront(const CurvePoints &data)
     }
     const double x = data.points[first].x();
     for (Kept &kept : m_levels) {
-        CurveLevel bucket(kept.level.exponent());
+        CurveLevel bucket(kept.level.width());
         const std::int64_t key = bucket.keyOf(x);
         for (std::size_t i = first; i < data.size; ++i) {
             const bool drawn = data.isDrawn(i);

@@ -56,6 +56,33 @@ public:
         }
     }
 
+    /// The same with buckets of one pixel column each, for ColumnSpans: nothing is left to be found
+    /// out but the rows.
+    void columns(const CurveLevel &level, double left, double right)
+    {
+        const auto &buckets = level.buckets();
+        std::size_t i = level.indexAt(left);
+        if (i > 0)
+            --i;
+        if (i >= buckets.size())
+            return;
+        const std::int64_t firstKey = level.keyOf(left);
+        // The middle of a bucket decides, for all of them alike.
+        const int firstColumn =
+            int(std::floor(m_x((double(firstKey) + 0.5) * level.width()) + 0.5));
+        const std::int64_t lastKey = level.keyOf(right) + 1;
+        int before = 0;
+        for (; i < buckets.size(); ++i) {
+            const CurveBucket &bucket = buckets[i];
+            const int column = int(bucket.key - firstKey) + firstColumn;
+            m_joined = m_joined && !bucket.startsLine;
+            visitColumn(bucket, column, m_joined && column - before <= 1);
+            before = column;
+            if (bucket.key > lastKey)
+                break;
+        }
+    }
+
 private:
     static bool isDoubtful(Nodes::Quality quality) { return quality != Nodes::Quality::Good; }
 
@@ -70,6 +97,21 @@ private:
         m_line.spread(m_x(level.xOf(bucket, bucket.lowX)), m_y(bucket.lowY),
                       m_x(level.xOf(bucket, bucket.highX)), m_y(bucket.highY), m_atX, m_atY,
                       doubtful);
+    }
+
+    void visitColumn(const CurveBucket &bucket, int column, bool isNext)
+    {
+        const bool doubtful = isDoubtful(bucket.quality);
+        if (!isNext)
+            step(column, m_y(bucket.firstY), doubtful);
+        if (isNext || bucket.count > 1) {
+            m_atY = m_y(bucket.lastY);
+            m_line.columnTo(column, m_y(bucket.lowY), m_y(bucket.highY), m_atY,
+                            doubtful || (isNext && m_doubtful));
+        }
+        m_atX = column;
+        m_joined = true;
+        m_doubtful = doubtful;
     }
 
     void step(double x, double y, bool doubtful)

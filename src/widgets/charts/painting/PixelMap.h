@@ -34,6 +34,8 @@ public:
         return m_map.invTransform((pixel - m_shift) / m_scale);
     }
     [[nodiscard]] bool isLinear() const { return m_isLinear; }
+    /// Of a linear scale: pixels grow with the value.
+    [[nodiscard]] bool isRising() const { return m_factor > 0; }
     /// Of a linear scale: units of the value in one pixel.
     [[nodiscard]] double unitsPerPixel() const { return m_factor != 0 ? 1 / qAbs(m_factor) : 0; }
 
