@@ -27,8 +27,7 @@ QColor colorOf(int curve)
     return QColor::fromHsv(curve * 17 % 360, 200, 160);
 }
 
-template <class Plot, class Curve>
-class QwtPeer : public ChartPeer
+template <class Plot, class Curve> class QwtPeer : public ChartPeer
 {
 public:
     QwtPeer()

@@ -65,8 +65,8 @@ void pan(benchmark::State &state, const QString &peer)
         chart->setRange(from, from + 50'000);
         chart->paint();
     }
-    state.counters["frames/s"] = benchmark::Counter(double(state.iterations()),
-                                                    benchmark::Counter::kIsRate);
+    state.counters["frames/s"] =
+        benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
     keepPicture(*chart, peer + "-pan");
 }
 
@@ -82,13 +82,12 @@ void append(benchmark::State &state, const QString &peer)
         chart->setRange(at - 100'000, at);
         chart->paint();
     }
-    state.counters["frames/s"] = benchmark::Counter(double(state.iterations()),
-                                                    benchmark::Counter::kIsRate);
+    state.counters["frames/s"] =
+        benchmark::Counter(double(state.iterations()), benchmark::Counter::kIsRate);
     keepPicture(*chart, peer + "-append");
 }
 
-template <class Run>
-void add(const QString &name, Run run)
+template <class Run> void add(const QString &name, Run run)
 {
     benchmark::RegisterBenchmark(qPrintable(name), run)->Unit(benchmark::kMillisecond);
 }

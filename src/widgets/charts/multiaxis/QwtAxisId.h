@@ -2,12 +2,7 @@
 
 #include <QMetaType>
 
-// Names as in the multi-axis variant of Qwt, outside any namespace of ours: code that addresses
-// axes by them compiles unchanged when the machine has that library.
-#ifdef STATION_QWT_MULTIAXIS
-#include <qwt_axis.h>
-#include <qwt_axis_id.h>
-#else
+// Names as in the multi-axis variant of Qwt, and like there outside any namespace.
 
 /// The four sides of a plot; the numbers are those of QwtPlot::Axis.
 namespace QwtAxis {
@@ -48,8 +43,6 @@ public:
 };
 
 Q_DECLARE_METATYPE(QwtAxisId)
-
-#endif
 
 namespace Widgets {
 

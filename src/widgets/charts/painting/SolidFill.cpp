@@ -18,8 +18,7 @@ QImage *imageOf(const QPainter &painter, const QColor &color)
 {
     const QPaintEngine *engine = painter.paintEngine();
     if (!engine || engine->type() != QPaintEngine::Raster || color.alpha() != 255 ||
-        painter.opacity() < 1 ||
-        painter.compositionMode() != QPainter::CompositionMode_SourceOver)
+        painter.opacity() < 1 || painter.compositionMode() != QPainter::CompositionMode_SourceOver)
         return nullptr;
     QPaintDevice *device = engine->paintDevice();
     if (!device || device->devType() != QInternal::Image)
@@ -50,8 +49,11 @@ public:
     Pixels(QImage &image, const QRect &part)
         // The engine has made the pixels its own when it began; bits() could detach them from it.
         : m_first(reinterpret_cast<QRgb *>(const_cast<uchar *>(image.constBits()))),
-          m_stride(image.bytesPerLine() / int(sizeof(QRgb))), m_left(part.left()),
-          m_right(part.right()), m_top(part.top()), m_bottom(part.bottom())
+          m_stride(image.bytesPerLine() / int(sizeof(QRgb))),
+          m_left(part.left()),
+          m_right(part.right()),
+          m_top(part.top()),
+          m_bottom(part.bottom())
     {
     }
 
