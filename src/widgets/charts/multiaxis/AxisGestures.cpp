@@ -39,8 +39,8 @@ void AxisGestures::watch(QObject *child)
         scale->installEventFilter(this);
         const QwtAxisId axis = m_plot->axisOf(scale);
         const bool listens = axis.pos < 0 || m_enabled[axis.pos];
-        const bool isUpright = axis.isYAxis() ||
-                               (axis.pos < 0 && scale->scaleDraw()->orientation() == Qt::Vertical);
+        const bool isUpright =
+            axis.isYAxis() || (axis.pos < 0 && scale->scaleDraw()->orientation() == Qt::Vertical);
         if (listens)
             scale->setCursor(isUpright ? Qt::SizeVerCursor : Qt::SizeHorCursor);
         else
@@ -168,8 +168,7 @@ void AxisGestures::take(QwtAxisId axis)
     emit axisTaken(axis);
 }
 
-void AxisGestures::show(QwtAxisId axis, const QwtScaleMap &map, double firstPixel,
-                        double lastPixel)
+void AxisGestures::show(QwtAxisId axis, const QwtScaleMap &map, double firstPixel, double lastPixel)
 {
     // Through the map: on a logarithmic scale equal distances are equal factors.
     const double from = map.invTransform(firstPixel);

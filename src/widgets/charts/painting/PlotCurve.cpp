@@ -2,9 +2,13 @@
 
 #include "widgets/charts/painting/CurvePainter.h"
 
+#include <qwt_plot.h>
 #include <qwt_symbol.h>
 
 #include <QPainter>
+
+#include <cmath>
+#include <limits>
 
 namespace Widgets {
 
@@ -35,6 +39,40 @@ CurveData *PlotCurve::points()
 const CurveData *PlotCurve::points() const
 {
     return dynamic_cast<const CurveData *>(data());
+}
+
+int PlotCurve::closestPoint(const QPoint &position, double *distance) const
+{
+    const CurveData *own = points();
+    if (!own || !plot())
+        return -1;
+    // Qwt would ask for the maps of its own axes.
+    const QwtScaleMap xMap = adapted(xAxis(), plot()->canvasMap(xAxis().pos));
+    const QwtScaleMap yMap = adapted(yAxis(), plot()->canvasMap(yAxis().pos));
+    int closest = -1;
+    double best = std::numeric_limits<double>::max();
+    // False when this point and all behind it are further away.
+    const auto look = [&](std::size_t i) {
+        const double dx = xMap.transform(own->points()[i].x()) - position.x();
+        if (own->isSorted() && std::abs(dx) > best)
+            return false;
+        const double length =
+            own->isDrawn(i) ? std::hypot(dx, yMap.transform(own->points()[i].y()) - position.y())
+                            : best;
+        if (length < best) {
+            best = length;
+            closest = int(i);
+        }
+        return true;
+    };
+    const std::size_t start = own->isSorted() ? own->indexAt(xMap.invTransform(position.x())) : 0;
+    for (std::size_t i = start; i < own->size() && look(i); ++i) {
+    }
+    for (std::size_t i = start; i > 0 && look(i - 1); --i) {
+    }
+    if (distance && closest >= 0)
+        *distance = best;
+    return closest;
 }
 
 void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,

@@ -28,6 +28,10 @@ public:
     void setBadRow(int row) { m_badRow = row; }
     [[nodiscard]] int badRow() const { return m_badRow; }
 
+    /// Index of the drawn point nearest to a position on the canvas, on the axes of this curve; its
+    /// distance in pixels in `distance`. -1 when there is none or the curve is on no plot.
+    [[nodiscard]] int closestPoint(const QPoint &position, double *distance = nullptr) const;
+
 protected:
     void drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
                    const QRectF &canvasRect, int from, int to) const override;
