@@ -76,9 +76,22 @@ bool AxisGestures::eventFilter(QObject *watched, QEvent *event)
             watch(static_cast<QChildEvent *>(event)->child());
         return false;
     }
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+        break;
+    default:
+        return false; // such come also while the plot is taken apart
+    }
     const QwtAxisId axis = listeningAxis(watched);
-    if (axis.pos < 0)
-        return false;
+    return axis.pos >= 0 && handle(axis, event);
+}
+
+bool AxisGestures::handle(QwtAxisId axis, QEvent *event)
+{
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         return press(axis, *static_cast<QMouseEvent *>(event));
@@ -88,10 +101,8 @@ bool AxisGestures::eventFilter(QObject *watched, QEvent *event)
         return release(*static_cast<QMouseEvent *>(event));
     case QEvent::MouseButtonDblClick:
         return doubleClick(axis, *static_cast<QMouseEvent *>(event));
-    case QEvent::Wheel:
-        return zoom(axis, *static_cast<QWheelEvent *>(event));
     default:
-        return false;
+        return zoom(axis, *static_cast<QWheelEvent *>(event));
     }
 }
 
@@ -113,7 +124,7 @@ bool AxisGestures::press(QwtAxisId axis, const QMouseEvent &event)
 
 bool AxisGestures::move(const QMouseEvent &event)
 {
-    if (m_dragged.pos < 0 || !(event.buttons() & Qt::LeftButton))
+    if (!m_plot->isAxisValid(m_dragged) || !(event.buttons() & Qt::LeftButton))
         return false;
     const double pixel = canvasPixel(m_dragged, event.pos());
     const double distance = pixel - m_lastPixel;

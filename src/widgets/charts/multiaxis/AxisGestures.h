@@ -46,6 +46,7 @@ protected:
 private:
     void watch(QObject *child);
     [[nodiscard]] QwtAxisId listeningAxis(QObject *watched) const;
+    bool handle(QwtAxisId axis, QEvent *event);
     bool press(QwtAxisId axis, const QMouseEvent &event);
     bool move(const QMouseEvent &event);
     bool release(const QMouseEvent &event);

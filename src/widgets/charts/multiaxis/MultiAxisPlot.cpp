@@ -12,6 +12,7 @@
 #include <QEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace Widgets {
 
@@ -34,6 +35,8 @@ MultiAxisPlot::~MultiAxisPlot()
     // Items ask for their axes while they are detached: as long as there are some.
     setAutoReplot(false);
     detachItems(QwtPlotItem::Rtti_PlotItem, autoDelete());
+    for (auto &side : m_extra)
+        const auto gone = std::exchange(side, {}); // what goes is not found on its way out
 }
 
 void MultiAxisPlot::setAxesCount(int position, int count)
@@ -43,8 +46,11 @@ void MultiAxisPlot::setAxesCount(int position, int count)
     auto &axes = m_extra[position];
     const std::size_t further = std::size_t(std::max(count, 1) - 1);
     const bool changesLayout = further < axes.size();
-    while (axes.size() > further)
+    std::vector<std::unique_ptr<ExtraAxis>> gone;
+    while (axes.size() > further) {
+        gone.push_back(std::move(axes.back()));
         axes.pop_back();
+    }
     while (axes.size() < further)
         axes.push_back(
             std::make_unique<ExtraAxis>(QwtAxisId(position, int(axes.size()) + 1), this));
