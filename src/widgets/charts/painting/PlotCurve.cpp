@@ -29,6 +29,7 @@ CurveData copied(const QwtSeriesData<QPointF> &series, int from, int to)
 PlotCurve::PlotCurve(const QString &title) : MultiAxisItem<QwtPlotCurve>(title)
 {
     setData(new CurveData);
+    setCurveAttribute(Inverted, true);
 }
 
 CurveData *PlotCurve::points()
@@ -98,10 +99,28 @@ void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,
     CurvePainter curve(*painter, xMap, yMap, canvasRect);
     if (const CurveData *own = points()) {
         curve.draw(*own, look, std::size_t(from), std::size_t(to));
-        curve.markBad(*own, look.pen, m_badRow);
+        if (!own->badStretches().empty())
+            curve.markBad(*own, look.pen, badRow());
     } else {
         curve.draw(copied(*data(), from, to), look, 0, std::size_t(to - from));
     }
+}
+
+/// By the order in which the curves are drawn, so that their bars do not hide each other.
+int PlotCurve::badRow() const
+{
+    constexpr int rows = 6;
+    int row = 0;
+    const QwtPlotItemList items = plot() ? plot()->itemList() : QwtPlotItemList();
+    for (const QwtPlotItem *item : items) {
+        const auto *curve = dynamic_cast<const PlotCurve *>(item);
+        if (curve == this)
+            break;
+        if (curve && curve->isVisible() && curve->points() &&
+            !curve->points()->badStretches().empty())
+            ++row;
+    }
+    return row % rows;
 }
 
 void PlotCurve::drawSymbols(QPainter *painter, const QwtSymbol &symbol, const QwtScaleMap &xMap,

@@ -12,7 +12,9 @@ namespace Widgets {
 /// is that of each pair of neighbouring points drawn by itself, a pair with a NaN left out.
 ///
 /// Qualities can be told without colour: uncertain and stale stretches are dotted, a bad one is a
-/// gap with a mark at both ends and a hatched bar at the lower edge of the canvas.
+/// gap with a mark at both ends and a hatched bar at the lower edge of the canvas, a row for each
+/// curve that has one. Steps hold a value until the next one unless the Inverted attribute is taken
+/// away.
 /// Symbols are left out where they would lie on each other. GUI thread only.
 class WIDGETS_EXPORT PlotCurve : public MultiAxisItem<QwtPlotCurve>
 {
@@ -22,11 +24,6 @@ public:
     /// The points; belongs to the curve. Null after other data has been set.
     [[nodiscard]] CurveData *points();
     [[nodiscard]] const CurveData *points() const;
-
-    /// Which of the rows at the lower edge of the canvas takes the bars of bad stretches, from 0:
-    /// curves of one plot do not hide each other's.
-    void setBadRow(int row) { m_badRow = row; }
-    [[nodiscard]] int badRow() const { return m_badRow; }
 
     /// Index of the drawn point nearest to a position on the canvas, on the axes of this curve; its
     /// distance in pixels in `distance`. -1 when there is none or the curve is on no plot.
@@ -40,7 +37,7 @@ protected:
                      int to) const override;
 
 private:
-    int m_badRow = 0;
+    [[nodiscard]] int badRow() const;
 };
 
 } // namespace Widgets
