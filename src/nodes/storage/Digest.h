@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -33,6 +35,6 @@ private:
 
 /// A number that nobody else has drawn, up to 2^62: keys may count up from it. 0 when the system
 /// has no randomness.
-std::uint64_t RandomStart();
+NODES_EXPORT std::uint64_t RandomStart();
 
 } // namespace Nodes

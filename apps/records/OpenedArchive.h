@@ -1,0 +1,42 @@
+#pragma once
+
+#include "apps/records/ProjectFile.h"
+
+#include "nodes/archive/store/ArchiveReader.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Records {
+
+struct RecordsOptions;
+
+/// What every command begins with: the archive, what it holds, and the project that was named.
+class OpenedArchive
+{
+public:
+    /// An archive that is there, and what it holds.
+    [[nodiscard]] Nodes::Result open(const RecordsOptions &options);
+    /// Likewise, without asking what it holds: it may be damaged.
+    [[nodiscard]] Nodes::Result connect(const RecordsOptions &options);
+    /// One that may not be there yet and then holds nothing.
+    [[nodiscard]] Nodes::Result openOrMake(const RecordsOptions &options);
+
+    const std::string &location() const { return m_location; }
+    Nodes::ArchiveReader &reader() { return *m_reader; }
+    /// As of opening.
+    const std::vector<Nodes::ArchivedSignal> &signals() const { return m_signals; }
+    /// Loaded when the options name a file.
+    const ProjectFile &project() const { return m_project; }
+
+private:
+    [[nodiscard]] Nodes::Result loadProject(const RecordsOptions &options);
+
+    std::string m_location;
+    std::unique_ptr<Nodes::ArchiveReader> m_reader;
+    std::vector<Nodes::ArchivedSignal> m_signals;
+    ProjectFile m_project;
+};
+
+} // namespace Records
