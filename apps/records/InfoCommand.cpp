@@ -8,7 +8,6 @@
 #include "apps/records/StoreLocation.h"
 #include "apps/records/TimeText.h"
 
-#include "nodes/signals/BasicSignal.h"
 #include "nodes/values/NumberText.h"
 
 #include <algorithm>
@@ -89,7 +88,7 @@ bool InfoCommand::run()
 bool InfoCommand::isDeleted(const ArchivedSignal &signal) const
 {
     const ProjectFile &project = m_archive.project();
-    return project.isLoaded() && !project.find(signal.key.source.node);
+    return project.isLoaded() && !project.has(signal.key.source.node);
 }
 
 std::uint64_t InfoCommand::fileBytes() const

@@ -23,6 +23,9 @@ public:
     /// One that may not be there yet and then holds nothing.
     [[nodiscard]] Nodes::Result openOrMake(const RecordsOptions &options);
 
+    /// Lets go of it, which a connection else holds open.
+    void disconnect() { m_reader.reset(); }
+
     const std::string &location() const { return m_location; }
     Nodes::ArchiveReader &reader() { return *m_reader; }
     /// As of opening.

@@ -50,6 +50,11 @@ Nodes::RecordHome ProjectFile::home() const
     return m_core->GetRecordHome();
 }
 
+bool ProjectFile::has(unsigned long id) const
+{
+    return m_core->GetNodesCollection()->FindNode(id) != nullptr;
+}
+
 const BasicSignal *ProjectFile::find(unsigned long id) const
 {
     return dynamic_cast<const BasicSignal *>(m_core->GetNodesCollection()->FindNode(id));

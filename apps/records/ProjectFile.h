@@ -29,6 +29,8 @@ public:
     std::string directory() const;
 
     Nodes::RecordHome home() const;
+    /// Whether any node of the project has that id.
+    bool has(unsigned long id) const;
     /// Null when the project has no such signal.
     const Nodes::BasicSignal *find(unsigned long id) const;
     /// As a station records it.

@@ -68,16 +68,16 @@ CLI::App *RecordsOptions::addCommand(CLI::App &parent, const char *name, const c
     return added;
 }
 
-void RecordsOptions::addHome(CLI::App &command, const char *projectText)
+void RecordsOptions::addHome(CLI::App &of, const char *projectText)
 {
-    command.add_option("--project", project, projectText)->type_name("PROJECT");
-    command.add_option("--station", station, "name or id of the project's station")
+    of.add_option("--project", project, projectText)->type_name("PROJECT");
+    of.add_option("--station", station, "name or id of the project's station")
         ->type_name("STATION");
 }
 
-void RecordsOptions::addSignals(CLI::App &command, const char *text)
+void RecordsOptions::addSignals(CLI::App &of, const char *text)
 {
-    command.add_option("--signal", signals, text)
+    of.add_option("--signal", signals, text)
         ->type_name("ID")
         ->check(CLI::PositiveNumber)
         ->allow_extra_args(false);

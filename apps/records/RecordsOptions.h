@@ -49,8 +49,8 @@ private:
     void declareImport(CLI::App &archive);
     void declareExport(CLI::App &archive);
     void declareGenerate(CLI::App &archive);
-    void addHome(CLI::App &command, const char *projectText);
-    void addSignals(CLI::App &command, const char *text);
+    void addHome(CLI::App &of, const char *projectText);
+    void addSignals(CLI::App &of, const char *text);
 };
 
 } // namespace Records

@@ -63,6 +63,11 @@ const Nodes::ArchivedSignal *find(const std::vector<Nodes::ArchivedSignal> &know
 /// What is being made of one signal.
 struct HistoryGenerator::Series
 {
+    Series(SignalProfile of, SignalCurve along, Stretches when)
+        : profile(std::move(of)), curve(std::move(along)), unsure(when)
+    {
+    }
+
     Nodes::ArchiveSignalKey key;
     SignalProfile profile;
     SignalCurve curve;
@@ -122,11 +127,9 @@ Result HistoryGenerator::make(const Nodes::BasicSignal &signal, const Wish &wish
     const SignalProfile profile = m_profiles.of(signal);
     const PlantDays days{wish.seed, wish.to, offsetFromUtc(wish.to)};
     const std::uint64_t own = Wander::mix(wish.seed, signal.GetId());
-    Series series{{{m_home, signal.GetId(), signal.GetPath()}, signal.GetUnit()},
-                  profile,
-                  SignalCurve(profile, days, signal.GetName()),
-                  Stretches(Wander::mix(own, 13), unsure),
-                  {}};
+    Series series(profile, SignalCurve(profile, days, signal.GetName()),
+                  Stretches(Wander::mix(own, 13), unsure));
+    series.key = {{m_home, signal.GetId(), signal.GetPath()}, signal.GetUnit()};
     const Timestamp first = (wish.from + wish.interval - 1) / wish.interval * wish.interval;
     for (Timestamp time = first; time < to; time += wish.interval) {
         if (!passGap(series, time))

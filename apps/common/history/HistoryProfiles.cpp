@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <limits>
 #include <optional>
 
 #include <fcntl.h>
@@ -102,6 +103,11 @@ void HistoryProfiles::apply(const Row &row, SignalProfile &profile)
         profile.text = row.mean;
     else
         takeNumber(row.mean, profile.mean);
+    // Whoever knows the mean knows better than the range: a plant may be run beyond it.
+    if (!profile.isLogical && !row.mean.empty()) {
+        profile.least = -std::numeric_limits<double>::infinity();
+        profile.most = std::numeric_limits<double>::infinity();
+    }
     takeNumber(row.swing, profile.swing);
     takeNumber(row.noise, profile.noise);
     takeNumber(row.down, profile.down);

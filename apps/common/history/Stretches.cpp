@@ -3,6 +3,7 @@
 #include "apps/common/history/Wander.h"
 
 #include <cmath>
+#include <initializer_list>
 
 namespace Host {
 
