@@ -147,7 +147,7 @@ Result ImportCommand::readRows()
         if (step == SampleTableReader::Step::End)
             return Result();
         if (step == SampleTableReader::Step::Failed)
-            return Result(Result::StorageError, m_table.trouble());
+            break;
         if (step == SampleTableReader::Step::Row ? !take(row) : !takeBad(m_table.trouble()))
             return Result();
         if (m_batchBytes < batchBytes)
@@ -157,7 +157,8 @@ Result ImportCommand::readRows()
             return written;
         showProgress();
     }
-    return Result(Result::Cancelled, "stopped");
+    return Host::StopRequest::isMade() ? Result(Result::Cancelled, "stopped")
+                                       : Result(Result::StorageError, m_table.trouble());
 }
 
 Result ImportCommand::writeBatch()
@@ -170,7 +171,10 @@ Result ImportCommand::writeBatch()
         series.run = {}; // with its memory: there may be many signals
     }
     m_batchBytes = 0;
-    return Result();
+    const Result result = m_writer.commit();
+    if (result)
+        m_committedLine = m_lastLine;
+    return result;
 }
 
 void ImportCommand::showProgress() const
@@ -184,12 +188,13 @@ void ImportCommand::showProgress() const
 void ImportCommand::summarize() const
 {
     std::string text = std::to_string(m_writer.written()) + " samples are in the archive";
-    if (m_rows > 0)
-        text += ", of lines " + std::to_string(m_firstLine) + " to " + std::to_string(m_lastLine);
+    if (m_committedLine > 0)
+        text += ", of lines " + std::to_string(m_firstLine) + " to " +
+                std::to_string(m_committedLine);
     if (m_badRows > 0 && m_options.skipsBad)
         text += "; " + std::to_string(m_badRows) + " lines were passed over";
-    if (m_badRows > 0 && !m_options.skipsBad)
-        text += "; mend the table and import it again: what is there stays as it is";
+    if (m_committedLine < m_lastLine || (m_badRows > 0 && !m_options.skipsBad))
+        text += "; import the rest, or all of it again: what is there stays as it is";
     Message::tell(text);
     if (m_newSignals.empty() || m_archive.project().isLoaded())
         return;

@@ -53,6 +53,7 @@ private:
     std::uint64_t m_badRows = 0;
     std::size_t m_firstLine = 0;
     std::size_t m_lastLine = 0;
+    std::size_t m_committedLine = 0;
 };
 
 } // namespace Records

@@ -84,7 +84,7 @@ Result ArchiveWriter::add(const Nodes::ArchiveSignalKey &signal, const Nodes::Sa
                           std::size_t begin, std::size_t end, bool isGenerated)
 {
     if (m_packet.Size() + (end - begin) > Portion) {
-        const Result result = store();
+        const Result result = commit();
         if (!result)
             return result;
     }
@@ -95,12 +95,10 @@ Result ArchiveWriter::add(const Nodes::ArchiveSignalKey &signal, const Nodes::Sa
     return Result();
 }
 
-Result ArchiveWriter::store()
+Result ArchiveWriter::commit()
 {
     if (m_packet.parts.empty())
         return Result();
-    if (StopRequest::isMade())
-        return Result(Result::Cancelled, "stopped");
     m_bytes = m_packet.Pack();
     ++m_key;
     const Result result = patiently(&ArchiveWriter::writeOnce);
@@ -145,7 +143,7 @@ void ArchiveWriter::pack()
 
 Result ArchiveWriter::finish()
 {
-    Result result = store();
+    Result result = commit();
     if (result)
         result = patiently(&ArchiveWriter::flushOnce);
     if (result)

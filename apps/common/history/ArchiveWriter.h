@@ -14,7 +14,7 @@ class ArchiveStore;
 namespace Host {
 
 /// Takes samples into an archive beside whoever else writes into it: in short transactions, waiting
-/// for those of others. What write() accepted is in the archive for good, whatever happens then.
+/// for those of others.
 /// One thread.
 class ArchiveWriter
 {
@@ -30,20 +30,20 @@ public:
     /// Where a damaged archive is now that was found by open(); "" when it was sound.
     const std::string &setAside() const { return m_setAside; }
 
-    /// Samples of one signal, ascending; in portions. What it took before a failure stays.
-    /// Cancelled soon after a request to stop.
+    /// Samples of one signal, ascending; in portions. What was stored before a failure stays.
     [[nodiscard]] Nodes::Result write(const Nodes::ArchiveSignalKey &signal,
                                       const Nodes::SampleRun &run, bool isGenerated);
-    /// Waits for the disk, packs what came in and closes.
+    /// Stores what write() has gathered for the next transaction.
+    [[nodiscard]] Nodes::Result commit();
+    /// Likewise, waits for the disk, packs what came in and closes.
     [[nodiscard]] Nodes::Result finish();
-    /// Samples that are in the archive now by write().
+    /// Samples that were stored.
     std::uint64_t written() const { return m_written; }
 
 private:
     [[nodiscard]] Nodes::Result add(const Nodes::ArchiveSignalKey &signal,
                                     const Nodes::SampleRun &run, std::size_t begin, std::size_t end,
                                     bool isGenerated);
-    [[nodiscard]] Nodes::Result store();
     [[nodiscard]] Nodes::Result patiently(Nodes::Result (ArchiveWriter::*step)());
     [[nodiscard]] Nodes::Result openOnce();
     [[nodiscard]] Nodes::Result writeOnce();

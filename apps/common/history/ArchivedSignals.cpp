@@ -51,8 +51,10 @@ std::vector<const BasicSignal *> archivedSignals(const Nodes::systemCore &core)
 std::vector<const BasicSignal *> stationSignals(const Nodes::systemCore &core)
 {
     std::vector<const BasicSignal *> signals;
-    for (const Nodes::NodeLink &node : localNodes(core, Nodes::NodeType::TypeSignal))
-        signals.push_back(dynamic_cast<const BasicSignal *>(node.GetNode()));
+    for (const Nodes::NodeLink &node : localNodes(core, Nodes::NodeType::TypeSignal)) {
+        if (node->GetNodeType().GetSubtype() != Nodes::NodeType::SubtypeTemplateParameter)
+            signals.push_back(dynamic_cast<const BasicSignal *>(node.GetNode()));
+    }
     return ordered(std::move(signals));
 }
 

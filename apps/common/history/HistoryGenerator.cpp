@@ -2,6 +2,7 @@
 
 #include "apps/common/history/ArchiveWriter.h"
 #include "apps/common/history/Wander.h"
+#include "apps/common/process/StopRequest.h"
 
 #include "nodes/signals/BasicSignal.h"
 
@@ -106,6 +107,8 @@ Result HistoryGenerator::generate(const std::vector<const Nodes::BasicSignal *> 
     m_gaps = {Stretches(Wander::mix(wish.seed, 11), stationOff),
               Stretches(Wander::mix(wish.seed, 12), deviceLost)};
     for (std::size_t i = 0; i < signals.size(); ++i) {
+        if (StopRequest::isMade())
+            return Result(Result::Cancelled, "stopped");
         progress(i, signals.size());
         const Nodes::ArchivedSignal *held = find(known, m_home, signals[i]->GetId());
         const Timestamp to = held ? std::min(wish.to, held->first) : wish.to;
