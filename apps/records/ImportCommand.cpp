@@ -189,8 +189,8 @@ void ImportCommand::summarize() const
 {
     std::string text = std::to_string(m_writer.written()) + " samples are in the archive";
     if (m_committedLine > 0)
-        text += ", of lines " + std::to_string(m_firstLine) + " to " +
-                std::to_string(m_committedLine);
+        text +=
+            ", of lines " + std::to_string(m_firstLine) + " to " + std::to_string(m_committedLine);
     if (m_badRows > 0 && m_options.skipsBad)
         text += "; " + std::to_string(m_badRows) + " lines were passed over";
     if (m_committedLine < m_lastLine || (m_badRows > 0 && !m_options.skipsBad))

@@ -12,9 +12,9 @@ namespace Records {
 
 struct RecordsOptions;
 
-/// `records archive repair`: in the archive itself as far as that goes, which works beside a running
-/// station, after a copy was put aside. A file that is no sound database any more is put aside
-/// itself, and what can be read of it goes into a new one.
+/// `records archive repair`: in the archive itself as far as that goes, which works beside a
+/// running station, after a copy was put aside. A file that is no sound database any more is put
+/// aside itself, and what can be read of it goes into a new one.
 class RepairCommand
 {
 public:

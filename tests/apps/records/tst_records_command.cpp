@@ -167,7 +167,8 @@ private slots:
         row("no quality", "2026-11-22T09:00:00Z,1,2,", ":3:26: \"\" is no quality");
         row("a decimal comma", "2026-11-22T09:00:00Z,1,2,5,good", ":3:28: a row has 4 fields");
         row("a stray quote", "2026-11-22T09:00:00Z,1,\"on\"e,good", ":3:28: ");
-        row("never closed", "2026-11-22T09:00:00Z,1,\"on,good", ":3:24: the quote that begins here");
+        row("never closed", "2026-11-22T09:00:00Z,1,\"on,good",
+            ":3:24: the quote that begins here");
         row("no UTF-8", "2026-11-22T09:00:00Z,1,\"\xff\",good", ":3:24: the text is no UTF-8");
     }
     void namesBadLines()
@@ -183,7 +184,8 @@ private slots:
         const Answer stopped = records({"import", file(), table.fileName()});
         QCOMPARE(stopped.code, 1);
         QVERIFY2(stopped.err.contains(table.fileName().toUtf8() + told), stopped.err);
-        QVERIFY2(stopped.err.contains("1 samples are in the archive, of lines 2 to 2"), stopped.err);
+        QVERIFY2(stopped.err.contains("1 samples are in the archive, of lines 2 to 2"),
+                 stopped.err);
         QCOMPARE(records({"export", file()}).out, header + first);
         const Answer passed = records({"import", file(), table.fileName(), "--skip-bad"});
         QCOMPARE(passed.code, 1);
@@ -197,7 +199,8 @@ private slots:
         const Rows<QStringList, QByteArray> row("options", "table");
         const auto sample = [](int i) { return manyRows(100)[i]; };
         row("both ends",
-            {"--signal", "2", "--from", "2026-01-01T00:00:03Z", "--to", "2026-01-01T03:00:04+03:00"},
+            {"--signal", "2", "--from", "2026-01-01T00:00:03Z", "--to",
+             "2026-01-01T03:00:04+03:00"},
             header + sample(16) + sample(21));
         row("two signals", {"--signal", "5", "--signal", "1", "--to", "2026-01-01T00:00:00Z"},
             header + sample(0) + sample(4));
@@ -212,7 +215,8 @@ private slots:
                 "good\n");
         row("an empty bucket",
             {"--signal", "1", "--from", "2025-01-01", "--to", "2025-01-02", "--points", "1"},
-            bucketHeader + "2025-01-01T00:00:00.000000Z,2025-01-02T00:00:00.000000Z,1,,,,,,0,bad\n");
+            bucketHeader +
+                "2025-01-01T00:00:00.000000Z,2025-01-02T00:00:00.000000Z,1,,,,,,0,bad\n");
     }
     void exportsSpans()
     {
@@ -231,8 +235,9 @@ private slots:
         QCOMPARE(full.code, 1);
         QVERIFY2(full.err.contains("/dev/full") && full.err.contains("No space"), full.err);
         QProcess process;
-        process.start("bash", {"-c", "set -o pipefail; " STATION_BINARY_DIR
-                                     "/bin/records archive export \"$0\" | head -1",
+        process.start("bash", {"-c",
+                               "set -o pipefail; " STATION_BINARY_DIR
+                               "/bin/records archive export \"$0\" | head -1",
                                file()});
         QVERIFY(process.waitForFinished(patience));
         QCOMPARE(process.readAllStandardOutput(), header);
@@ -363,7 +368,8 @@ private:
                 packet.parts.emplace_back().signal.source.node = signal;
                 packet.parts.back().run.Add(march + Nodes::Timestamp(key), 1, Nodes::Quality::Good);
             }
-            const Nodes::Records written{{key, Nodes::SamplePacket::Format().version, packet.Pack()}};
+            const Nodes::Records written{
+                {key, Nodes::SamplePacket::Format().version, packet.Pack()}};
             std::vector<std::uint64_t> numbers;
             while (!store->Write(written, numbers) && store->IsOpen())
                 std::this_thread::yield();
@@ -378,4 +384,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(RecordsTest)
-#include "tst_records.moc"
+#include "tst_records_command.moc"
