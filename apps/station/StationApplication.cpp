@@ -30,7 +30,8 @@ constexpr std::chrono::seconds longestStop(20);
 StationApplication::StationApplication(const StationOptions &options)
     : m_options(options),
       m_status(options.statusFile, options.hasStatusTexts, m_clock),
-      m_core(std::make_unique<Nodes::systemCore>())
+      m_core(std::make_unique<Nodes::systemCore>()),
+      m_generated(*m_core)
 {
     connect(&m_signals, &Host::SignalHandlers::received, QCoreApplication::instance(),
             &QCoreApplication::quit);
@@ -64,6 +65,8 @@ int StationApplication::run()
                m_core->GetProjectFile() + ": the station has no frames, nothing to show");
         return 1;
     }
+    if (!generateHistory())
+        return 1;
     startCore();
     const int code = m_signals.wasReceived() ? 0 : serve();
     shutDown();
@@ -153,12 +156,26 @@ bool StationApplication::hasFrames() const
                        [](const Nodes::NodeLink &frame) { return frame->IsLocal(); });
 }
 
+bool StationApplication::generateHistory()
+{
+    if (m_options.generatedSpan == 0)
+        return true;
+    const Nodes::Result made = m_generated.make(m_options.generatedSpan);
+    if (!made)
+        refuse(tr("История не сгенерирована: %1.")
+                   .arg(QString::fromStdString(made.GetResultTranslated())),
+               "no history was generated: " + made.GetDetail());
+    m_clock.mark("history generated");
+    return bool(made);
+}
+
 void StationApplication::startCore()
 {
     const Nodes::Result started = m_core->Start();
     if (!started)
         std::fprintf(stderr, "station: the journal cannot be written: %s; trying on\n",
                      started.ToString().c_str());
+    m_generated.enter();
     m_health = std::make_unique<StationHealth>(*m_core, m_data);
     m_status.watch(*m_health);
     m_clock.mark("core started");

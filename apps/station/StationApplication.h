@@ -3,6 +3,7 @@
 #include "apps/common/desktop/DataDirectory.h"
 #include "apps/common/desktop/SignalHandlers.h"
 #include "apps/common/desktop/StartClock.h"
+#include "apps/station/GeneratedHistory.h"
 #include "apps/station/StationHealth.h"
 #include "apps/station/StationStatus.h"
 
@@ -41,6 +42,7 @@ private:
     QString stationNames() const;
     void logFindings(const Widgets::LoadDialog &dialog) const;
     bool openData();
+    bool generateHistory();
     void startCore();
     bool hasFrames() const;
     int serve();
@@ -55,6 +57,7 @@ private:
     StationStatus m_status;
     Host::DataDirectory m_data;
     std::unique_ptr<Nodes::systemCore> m_core;
+    GeneratedHistory m_generated;
     std::unique_ptr<Widgets::WindowManager> m_manager;
 };
 

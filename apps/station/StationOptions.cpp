@@ -1,5 +1,7 @@
 #include "apps/station/StationOptions.h"
 
+#include "apps/common/process/SpanText.h"
+
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
@@ -26,6 +28,21 @@ bool readSize(const std::string &text, int &width, int &height)
 }
 
 } // namespace
+
+void StationOptions::declareHistory(CLI::App &app)
+{
+    app.add_option_function<std::string>(
+           "--generate-history",
+           [this](const std::string &text) {
+               const auto span = Host::parseSpan(text);
+               if (!span)
+                   throw CLI::ValidationError("--generate-history", Host::spanAdvice(text));
+               generatedSpan = *span;
+           },
+           "make up a past of that length (12h, 30d, 1y) for archived signals that have none, "
+           "marked as generated")
+        ->type_name("SPAN");
+}
 
 std::optional<int> StationOptions::parse(int argc, char **argv)
 {
@@ -57,6 +74,7 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
                               ->type_name("FILE");
     app.add_flag("--status-texts", hasStatusTexts, "tell in that file what each value reads")
         ->needs(status);
+    declareHistory(app);
     app.add_flag("--no-splash", hidesSplash, "show no progress while the project loads");
     app.add_flag("--unattended", isUnattended, "do not wait for answers at start");
     app.set_version_flag("--version", STATION_VERSION);

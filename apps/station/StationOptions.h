@@ -2,6 +2,8 @@
 
 #include "apps/common/process/ProjectOptions.h"
 
+#include "nodes/values/Timestamp.h"
+
 #include <optional>
 #include <string>
 
@@ -16,6 +18,7 @@ struct StationOptions : Host::ProjectOptions
     std::string fallback;   ///< directory for what cannot be written there; "" for the default
     std::string platform;   ///< Qt platform plug-in; "" lets Qt choose
     std::string statusFile; ///< file to keep the station's health in; "" for none
+    Nodes::Timestamp generatedSpan = 0; ///< of the past to make up at start; 0: none
     bool hasStatusTexts = false;
     bool showsSplash = true;
     bool isUnattended = false; ///< nobody is there to answer questions at start
@@ -26,6 +29,9 @@ struct StationOptions : Host::ProjectOptions
     [[nodiscard]] std::optional<int> parse(int argc, char **argv);
 
     bool takesScreenshots() const { return !screenshots.empty(); }
+
+private:
+    void declareHistory(CLI::App &app);
 };
 
 } // namespace Station
