@@ -42,9 +42,13 @@ Result MergedSamples::refill(Stream &stream, Timestamp to, const std::atomic<boo
             return stream.held.Size() < m_portion;
         },
         isCancelled);
-    if (!stream.held.IsEmpty())
-        stream.from = stream.held.times.back() + 1;
-    return result;
+    if (stream.held.IsEmpty())
+        return result;
+    stream.from = stream.held.times.back() + 1;
+    if (result != Result::StorageError)
+        return result;
+    m_damage = result;
+    return Result();
 }
 
 Result MergedSamples::visit(Timestamp from, Timestamp to, const Visitor &visitor,
@@ -84,7 +88,7 @@ Result MergedSamples::visit(Timestamp from, Timestamp to, const Visitor &visitor
         else
             std::push_heap(waiting.begin(), waiting.end(), isLater);
     }
-    return Result();
+    return m_damage;
 }
 
 } // namespace Records

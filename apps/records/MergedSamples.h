@@ -18,7 +18,8 @@ public:
     /// False ends the reading, as a success.
     using Visitor =
         std::function<bool(unsigned long signal, const Nodes::SampleRun &run, std::size_t index)>;
-    /// All with `from` <= time <= `to`.
+    /// All with `from` <= time <= `to`. Where the archive is damaged the rest is visited, and the
+    /// result tells of it.
     [[nodiscard]] Nodes::Result visit(Nodes::Timestamp from, Nodes::Timestamp to,
                                       const Visitor &visitor, const std::atomic<bool> &isCancelled);
 
@@ -41,6 +42,7 @@ private:
     Nodes::ArchiveReader &m_reader;
     const std::vector<Nodes::ArchiveSignalKey> m_signals;
     const std::size_t m_portion; // samples of a signal that are held, about
+    Nodes::Result m_damage;
 };
 
 } // namespace Records
