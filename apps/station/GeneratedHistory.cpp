@@ -70,8 +70,8 @@ Result GeneratedHistory::make(Timestamp span)
     wish.to = Nodes::Clock::Current().Now();
     wish.from = wish.to - span;
     HistoryGenerator::Outcome outcome;
-    result = generator.generate(Host::archivedSignals(m_core), known, wish,
-                                [](std::size_t, std::size_t) {}, outcome);
+    result = generator.generate(
+        Host::archivedSignals(m_core), known, wish, [](std::size_t, std::size_t) {}, outcome);
     const Result finished = writer.finish();
     std::printf("station: %llu samples were generated for %zu signals; %zu had a past already, "
                 "which stays as it is\n",
@@ -79,9 +79,9 @@ Result GeneratedHistory::make(Timestamp span)
                 outcome.passedOver);
     std::fflush(stdout);
     if (writer.written() > 0)
-        m_entry = "История за " + spanText(span) + " сгенерирована, это не измерения: " +
-                  localText(wish.from) + " – " + localText(wish.to) +
-                  ", сигналов: " + std::to_string(outcome.filled) +
+        m_entry = "История за " + spanText(span) +
+                  " сгенерирована, это не измерения: " + localText(wish.from) + " – " +
+                  localText(wish.to) + ", сигналов: " + std::to_string(outcome.filled) +
                   ", значений: " + std::to_string(writer.written());
     return result ? finished : result;
 }

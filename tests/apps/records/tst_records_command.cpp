@@ -1,9 +1,10 @@
 // The command records as a process, on archives in files and in a database server.
-#include "support/PrivateCluster.h"
-#include "support/Rows.h"
-
+// Before Qt, whose keywords it uses as names.
 #include "nodes/archive/store/ArchiveStore.h"
 #include "nodes/archive/store/SamplePacket.h"
+
+#include "support/PrivateCluster.h"
+#include "support/Rows.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -15,13 +16,15 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <random>
 #include <thread>
 
 namespace {
 
-constexpr int patience = 60000; // ms, on a loaded machine
-
+constexpr int patience = 60000;              // ms, on a loaded machine
+constexpr int livePacket = 500;              // samples of a signal
+constexpr std::chrono::milliseconds pace(2); // of a station, hurried
 const QByteArray header = "time,signal,value,quality\n";
 const QByteArray bucketHeader = "begin,end,signal,min,max,first,last,mean,count,quality\n";
 
@@ -292,7 +295,8 @@ private slots:
         QVERIFY(live > 0);
         const QStringList old{"export", store, "--to", "2026-02-01"};
         QVERIFY(records(old).out == table);
-        QCOMPARE(records({"export", store, "--from", "2026-02-01"}).out.count('\n'), 1 + 2 * live);
+        QCOMPARE(records({"export", store, "--from", "2026-02-01"}).out.count('\n'),
+                 1 + 2 * live * livePacket);
         const Answer sound = records({"verify", store});
         QVERIFY2(sound.code == 0, sound.out);
     }
@@ -364,9 +368,12 @@ private:
         constexpr Nodes::Timestamp march = 1772323200000000;
         for (std::uint64_t key = 1; !isEnding || count == 0; ++key) {
             Nodes::SamplePacket packet;
+            // So many that both pack chunks of the same signal.
             for (const unsigned long signal : {1ul, 9ul}) {
                 packet.parts.emplace_back().signal.source.node = signal;
-                packet.parts.back().run.Add(march + Nodes::Timestamp(key), 1, Nodes::Quality::Good);
+                for (int i = 0; i < livePacket; ++i)
+                    packet.parts.back().run.Add(march + Nodes::Timestamp(key) * livePacket + i, 1,
+                                                Nodes::Quality::Good);
             }
             const Nodes::Records written{
                 {key, Nodes::SamplePacket::Format().version, packet.Pack()}};
@@ -374,6 +381,7 @@ private:
             while (!store->Write(written, numbers) && store->IsOpen())
                 std::this_thread::yield();
             ++count;
+            std::this_thread::sleep_for(pace);
         }
         store->Close();
     }
