@@ -8,6 +8,8 @@
 #include "apps/records/StoreLocation.h"
 #include "apps/records/TimeText.h"
 
+#include "nodes/storage/SqliteDatabase.h"
+#include "nodes/storage/SqliteStatement.h"
 #include "nodes/values/NumberText.h"
 
 #include <algorithm>
@@ -103,6 +105,16 @@ std::uint64_t InfoCommand::fileBytes() const
     return file.empty() ? 0 : bytes;
 }
 
+std::int64_t InfoCommand::formatVersion() const
+{
+    const std::string file = StoreLocation::fileOf(m_archive.location());
+    Nodes::SqliteDatabase database;
+    if (file.empty() || !database.Open(file, Nodes::SqliteDatabase::Mode::ReadOnly))
+        return 0;
+    Nodes::SqliteStatement version(database, "PRAGMA user_version");
+    return version.Step() ? version.Integer(0) : 0;
+}
+
 std::string InfoCommand::remarkOn(const ArchivedSignal &signal) const
 {
     std::string remark;
@@ -117,6 +129,8 @@ std::string InfoCommand::remarkOn(const ArchivedSignal &signal) const
 std::string InfoCommand::asTable() const
 {
     std::string text = "archive  " + StoreLocation::shown(m_archive.location()) + "\n";
+    if (const std::int64_t version = formatVersion())
+        text += "format   " + std::to_string(version) + "\n";
     const ArchiveHomes homes(m_signals, m_options, m_archive.project());
     for (const Nodes::RecordHome &home : homes.homes()) {
         std::vector<std::vector<std::string>> rows{
@@ -171,6 +185,7 @@ std::string InfoCommand::asJson() const
         text += (&signal == &m_signals.front() ? "\n    " : ",\n    ") + jsonOf(signal);
     return text + "\n  ],\n  \"samples\": " + std::to_string(m_samples) +
            ",\n  \"bytes\": " + std::to_string(m_bytes) +
+           ",\n  \"format\": " + std::to_string(formatVersion()) +
            ",\n  \"fileBytes\": " + std::to_string(fileBytes()) + "\n}\n";
 }
 

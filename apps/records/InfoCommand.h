@@ -26,6 +26,8 @@ private:
     std::string remarkOn(const Nodes::ArchivedSignal &signal) const;
     bool isDeleted(const Nodes::ArchivedSignal &signal) const;
     std::uint64_t fileBytes() const;
+    /// 0 where it is no file.
+    std::int64_t formatVersion() const;
 
     const RecordsOptions &m_options;
     OpenedArchive m_archive;

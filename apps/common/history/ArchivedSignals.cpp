@@ -1,6 +1,6 @@
 #include "apps/common/history/ArchivedSignals.h"
 
-#include "nodes/archive/archiverSourceConnector.h"
+#include "nodes/archive/ArchivedSignals.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
@@ -40,11 +40,11 @@ Nodes::NodeLinks localNodes(const Nodes::systemCore &core, Nodes::NodeType type)
 std::vector<const BasicSignal *> archivedSignals(const Nodes::systemCore &core)
 {
     std::vector<const BasicSignal *> signals;
-    for (const Nodes::NodeLink &node : localNodes(core, Nodes::NodeType::TypeArchive)) {
-        const auto *source = dynamic_cast<const Nodes::archiverSourceConnector *>(node.GetNode());
-        if (source)
-            signals.push_back(dynamic_cast<const BasicSignal *>(source->GetSource()));
-    }
+    const Nodes::NodesCollection *project = core.GetNodesCollection();
+    if (!project || !project->GetRoot())
+        return signals;
+    for (const auto &[signal, order] : Nodes::FindArchivedSignals(*project->GetRoot()))
+        signals.push_back(signal);
     return ordered(std::move(signals));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
+
 #include <map>
 
 namespace Nodes {
@@ -18,6 +20,6 @@ struct ArchiveOrder
 /// The signals that archive sources and groups of this station name. A source goes before groups,
 /// the group of a folder before that of the folder around it. `node`: any of the project. GUI
 /// thread.
-std::map<const BasicSignal *, ArchiveOrder> FindArchivedSignals(const BasicNode &node);
+NODES_EXPORT std::map<const BasicSignal *, ArchiveOrder> FindArchivedSignals(const BasicNode &node);
 
 } // namespace Nodes

@@ -84,7 +84,7 @@ KindInfo systemArchiver::Kind()
         .Range(4, 4096);
 }
 
-Result systemArchiver::findLocation(std::string &location) const
+Result systemArchiver::FindLocation(std::string &location) const
 {
     const systemCore *core = GetCore();
     std::string configured;
@@ -122,7 +122,7 @@ Result systemArchiver::Start()
     if (GetRecording())
         return Result();
     ArchiveRecording::Settings settings;
-    const Result found = findLocation(settings.location);
+    const Result found = FindLocation(settings.location);
     if (!found)
         return found;
     settings.spillFile = (fs::path(core->GetDataDirectory()) / "archive.spill").string();

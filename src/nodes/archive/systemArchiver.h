@@ -44,6 +44,8 @@ public:
     Result Stop() override;
     void Validate(ValidationResults &results) const override;
 
+    /// Where the archive is, or is going to be; NotFound for a name that is not defined.
+    [[nodiscard]] Result FindLocation(std::string &location) const;
     /// Null while not running. Any thread.
     std::shared_ptr<ArchiveRecording> GetRecording() const;
     /// By which the archive knows a signal of this project.
@@ -65,7 +67,6 @@ public:
 private:
     struct Voice;
 
-    [[nodiscard]] Result findLocation(std::string &location) const;
     ArchiveRetentionRules retention() const;
 
     std::string m_location;

@@ -1,7 +1,7 @@
 // The command records as a process, on archives in files and in a database server.
-// Before Qt, whose keywords it uses as names.
 #include "nodes/archive/store/ArchiveStore.h"
 #include "nodes/archive/store/SamplePacket.h"
+#include "nodes/storage/SqliteDatabase.h"
 
 #include "support/PrivateCluster.h"
 #include "support/Rows.h"
@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -299,6 +300,120 @@ private slots:
                  1 + 2 * live * livePacket);
         const Answer sound = records({"verify", store});
         QVERIFY2(sound.code == 0, sound.out);
+    }
+
+    void findsAndRepairsDamage_data()
+    {
+        const Rows<QByteArray, QByteArray, int> row("harm", "found", "lost");
+        row("a chunk",
+            "UPDATE blocks SET data = zeroblob(100) WHERE id = (SELECT id FROM blocks "
+            "WHERE height = 0 AND signal = 2 ORDER BY first LIMIT 1 OFFSET 1)",
+            "signal 2 \"", 4096);
+        row("a chunk of another signal",
+            "UPDATE blocks SET data = (SELECT data FROM blocks WHERE height = 0 AND signal = 1) "
+            "WHERE id = (SELECT min(id) FROM blocks WHERE height = 0 AND signal = 3)",
+            "signal 3 \"", 4096);
+        row("aggregates", "UPDATE blocks SET data = x'0102' WHERE height = 1", "height 1", 0);
+        row("a row is gone", "DELETE FROM blocks WHERE height = 1 AND signal = 5", "signal 5 \"",
+            0);
+    }
+    void findsAndRepairsDamage()
+    {
+        QFETCH(QByteArray, harm);
+        QFETCH(QByteArray, found);
+        QFETCH(int, lost);
+        const QByteArrayList rows = manyRows(5 * 16384);
+        QCOMPARE(records({"import", file(), "-"}, header + rows.join()).code, 0);
+        {
+            Nodes::SqliteDatabase database;
+            QVERIFY(database.Open(file().toStdString(), Nodes::SqliteDatabase::Mode::ReadWrite));
+            QVERIFY(database.Execute(harm.constData()));
+        }
+        const Answer harmed = records({"verify", file()});
+        QCOMPARE(harmed.code, 1);
+        QVERIFY2(harmed.out.contains(found), harmed.out);
+        const Answer repaired = records({"repair", file()});
+        QVERIFY2(repaired.code == 0, repaired.out + repaired.err);
+        QCOMPARE(records({"verify", file()}).code, 0);
+        const QByteArray exported = records({"export", file()}).out;
+        QCOMPARE(exported.count('\n'), 1 + rows.size() - lost);
+        const QSet<QByteArray> known(rows.begin(), rows.end());
+        for (const QByteArray &line : exported.mid(header.size()).split('\n'))
+            QVERIFY2(line.isEmpty() || known.contains(line + '\n'), line);
+        // What it was is still there.
+        const QStringList kept = QDir(m_directory->path()).entryList({"*.damaged-*"});
+        QVERIFY(!kept.isEmpty());
+        QCOMPARE(records({"verify", m_directory->filePath(kept.front())}).code, 1);
+    }
+
+    void savesWhatIsReadableOfABrokenFile()
+    {
+        const QByteArrayList rows = manyRows(5 * 16384);
+        QCOMPARE(records({"import", file(), "-"}, header + rows.join()).code, 0);
+        QFile broken(file());
+        QVERIFY(broken.open(QIODevice::ReadWrite));
+        for (qint64 place = broken.size() / 2; place < broken.size() * 3 / 4; place += 4096) {
+            broken.seek(place);
+            broken.write(QByteArray(3000, '\xa5'));
+        }
+        broken.close();
+        QCOMPARE(records({"verify", file()}).code, 1);
+        const Answer repaired = records({"repair", file()});
+        QVERIFY2(repaired.code == 0, repaired.out + repaired.err);
+        QCOMPARE(records({"verify", file()}).code, 0);
+        const int saved = records({"export", file()}).out.count('\n');
+        QVERIFY2(saved > rows.size() / 4 && saved <= rows.size(),
+                 qPrintable(QString::number(saved)));
+
+        QVERIFY(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        broken.write(header);
+        broken.close();
+        const Answer hopeless = records({"repair", file()});
+        QCOMPARE(hopeless.code, 1);
+        QVERIFY2(hopeless.err.contains("nothing can be read of it"), hopeless.err);
+    }
+
+    void makesUpAPast()
+    {
+        const QString project = m_directory->filePath("project.xml");
+        QFile written(project);
+        QVERIFY(written.open(QIODevice::WriteOnly));
+        written.write(
+            R"(<project format="1" id="1" name="P" uuid="11111111-1111-4111-8111-111111111111">
+<station id="2" name="S"><archiver id="3" name="A"><archiverSource id="4" name="T" signal="10"/>
+<archiverSource id="5" name="R" signal="11"/></archiver>
+<memorySignal id="10" name="Temp" unit="°C" minimum="0" maximum="100"/>
+<memorySignal id="11" name="Pump2.Running" type="bool"/><memorySignal id="12" name="Other"/>
+</station></project>)");
+        written.close();
+        const QStringList wish{"--project", project, "--span", "3d", "--to", "2026-03-04"};
+        const QByteArray real = header + "2026-03-02T00:00:00.000000Z,10,55.5,good\n"
+                                         "2026-03-03T12:00:00.000000Z,10,55,good\n";
+        QCOMPARE(records({"import", file(), "-", "--project", project}, real).code, 0);
+        const Answer made = records(QStringList{"generate", file()} + wish);
+        QVERIFY2(made.code == 0, made.err);
+        const QByteArray all = records({"export", file()}).out;
+        QCOMPARE(records({"export", file(), "--signal", "10", "--from", "2026-03-02"}).out, real);
+        const QByteArray before = records({"export", file(), "--signal", "10"}).out;
+        QVERIFY(before.startsWith(header + "2026-03-01T00:00:00.000000Z,10,"));
+        QVERIFY(before.count('\n') > 1000 && before.endsWith(real.mid(header.size())));
+        for (const QByteArray &line : before.split('\n').mid(1, 1000)) {
+            const double value = line.split(',')[2].toDouble();
+            QVERIFY2((value > 40 && value < 100) || line.contains(",,bad"), line);
+        }
+        const QByteArray pump = records({"export", file(), "--signal", "11"}).out;
+        QVERIFY(pump.contains(",true,") && pump.contains(",false,"));
+        // It does not get more, nor other.
+        QCOMPARE(records(QStringList{"generate", file()} + wish).code, 0);
+        QCOMPARE(records({"export", file()}).out, all);
+
+        const Answer told = records({"info", file(), "--project", project, "--json"});
+        const QJsonArray known = QJsonDocument::fromJson(told.out).object()["signals"].toArray();
+        QCOMPARE(known.size(), 2);
+        QCOMPARE(known[0].toObject()["generatedFrom"].toString(), "2026-03-01T00:00:00.000000Z");
+        QVERIFY(known[0].toObject()["generatedTo"].toString() < "2026-03-02");
+        QCOMPARE(known[0].toObject()["last"].toString(), "2026-03-03T12:00:00.000000Z");
+        QCOMPARE(known[1].toObject()["name"].toString(), "S/Pump2.Running");
     }
 
     void endsInOrderWhenStopped()
