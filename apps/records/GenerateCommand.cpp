@@ -23,7 +23,7 @@ constexpr Nodes::Timestamp defaultSpan = 30ll * 86400 * 1000000;
 
 bool GenerateCommand::run()
 {
-    Result result = m_archive.openOrMake(m_options);
+    Result result = m_archive.prepare(m_options);
     if (result && !m_archive.project().isLoaded())
         result = Result(Result::InvalidArgument,
                         "--project has to be the file or directory of a project");
@@ -60,6 +60,8 @@ Result GenerateCommand::generate()
     Result result = profiles.load(m_archive.project().directory());
     if (result)
         result = writer.open(m_archive.location());
+    if (result)
+        result = m_archive.list();
     if (!result)
         return result;
     Host::HistoryGenerator generator(writer, m_archive.project().home(), profiles);

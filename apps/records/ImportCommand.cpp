@@ -32,14 +32,16 @@ ImportCommand::ImportCommand(const RecordsOptions &options)
 
 bool ImportCommand::run()
 {
-    Result result = m_archive.openOrMake(m_options);
-    if (result)
-        result = chooseHome();
+    Result result = m_archive.prepare(m_options);
     // Before the archive is made: a table that is none leaves nothing behind.
     if (result)
         result = m_table.open();
     if (result)
         result = m_writer.open(m_archive.location());
+    if (result)
+        result = m_archive.list();
+    if (result)
+        result = chooseHome();
     if (!Message::check(result))
         return false;
     if (!m_writer.setAside().empty())

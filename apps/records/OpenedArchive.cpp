@@ -5,8 +5,6 @@
 
 #include "nodes/values/Uuid.h"
 
-#include <filesystem>
-
 namespace Records {
 
 using Nodes::Result;
@@ -34,14 +32,17 @@ Result OpenedArchive::open(const RecordsOptions &options)
     return result;
 }
 
-Result OpenedArchive::openOrMake(const RecordsOptions &options)
+Result OpenedArchive::prepare(const RecordsOptions &options)
 {
     m_location = StoreLocation::make(options.store);
-    const std::string file = StoreLocation::fileOf(m_location);
-    std::error_code ignored;
-    if (file.empty() || std::filesystem::exists(file, ignored))
-        return open(options);
     return loadProject(options);
+}
+
+Result OpenedArchive::list()
+{
+    std::unique_ptr<Nodes::ArchiveReader> reader; // for this only: it would hold up the writer
+    const Result made = Nodes::ArchiveReaders().Make(m_location, reader);
+    return made ? reader->ListSignals(m_signals) : made;
 }
 
 } // namespace Records

@@ -20,13 +20,17 @@ public:
     [[nodiscard]] Nodes::Result open(const RecordsOptions &options);
     /// Likewise, without asking what it holds: it may be damaged.
     [[nodiscard]] Nodes::Result connect(const RecordsOptions &options);
-    /// One that may not be there yet and then holds nothing.
-    [[nodiscard]] Nodes::Result openOrMake(const RecordsOptions &options);
+    /// One that may not be there yet: the project is loaded and the location known, so that it can
+    /// be made.
+    [[nodiscard]] Nodes::Result prepare(const RecordsOptions &options);
+    /// Asks what it holds, once it is there.
+    [[nodiscard]] Nodes::Result list();
 
     /// Lets go of it, which a connection else holds open.
     void disconnect() { m_reader.reset(); }
 
     const std::string &location() const { return m_location; }
+    /// After open() and connect().
     Nodes::ArchiveReader &reader() { return *m_reader; }
     /// As of opening.
     const std::vector<Nodes::ArchivedSignal> &signals() const { return m_signals; }

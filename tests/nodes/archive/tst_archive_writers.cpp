@@ -1,14 +1,7 @@
-<<<<<<< HEAD
 // An archive whose writers are killed at moments they do not choose, or are several.
 #include "nodes/archive/CountedSamples.h"
 #include "support/PrivateCluster.h"
 #include "support/Rows.h"
-=======
-// Several programs that write into one archive: a station and tools beside it.
-#include "nodes/archive/store/ArchiveReader.h"
-#include "nodes/archive/store/ArchiveStore.h"
-#include "nodes/archive/store/SamplePacket.h"
->>>>>>> bffb20f (Find and repair damage of archives, make up a past, and test both)
 
 #include <QProcess>
 #include <QRandomGenerator>
