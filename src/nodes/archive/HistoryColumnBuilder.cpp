@@ -70,6 +70,15 @@ HistoryColumnBuilder HistoryColumnBuilder::OnGrid(Timestamp from, Timestamp to,
     return HistoryColumnBuilder(from, to, maxPoints, gridBits);
 }
 
+void HistoryColumnBuilder::Reserve(std::size_t count)
+{
+    const std::size_t around = 2; // before and behind the span
+    const std::size_t size = (m_maxPoints == 0 ? count : std::min(count, m_maxPoints)) + around;
+    m_column.times.reserve(size);
+    m_column.numbers.reserve(size);
+    m_column.qualities.reserve(size);
+}
+
 void HistoryColumnBuilder::Add(Timestamp time, double number, Quality quality)
 {
     const IntervalSample sample = single(time, number, quality);
@@ -183,23 +192,16 @@ IntervalSample HistoryColumnBuilder::gridInterval(Timestamp time) const
 HistoryColumn HistoryColumnBuilder::Take()
 {
     const bool isAggregated = !m_column.intervals.empty();
-    if (!m_before && !m_after)
-        return std::move(m_column);
-    HistoryColumn whole;
-    const auto add = [&](const std::optional<IntervalSample> &sample) {
-        if (sample)
-            push(whole, *sample, isAggregated);
-    };
-    const auto join = [](auto &into, const auto &from) {
-        into.insert(into.end(), from.begin(), from.end());
-    };
-    add(m_before);
-    join(whole.times, m_column.times);
-    join(whole.numbers, m_column.numbers);
-    join(whole.qualities, m_column.qualities);
-    join(whole.intervals, m_column.intervals);
-    add(m_after);
-    return whole;
+    if (m_before) {
+        m_column.times.insert(m_column.times.begin(), m_before->begin);
+        m_column.numbers.insert(m_column.numbers.begin(), m_before->last);
+        m_column.qualities.insert(m_column.qualities.begin(), m_before->worst);
+        if (isAggregated)
+            m_column.intervals.insert(m_column.intervals.begin(), *m_before);
+    }
+    if (m_after)
+        push(m_column, *m_after, isAggregated);
+    return std::move(m_column);
 }
 
 } // namespace Nodes

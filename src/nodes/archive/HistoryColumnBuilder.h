@@ -30,6 +30,8 @@ public:
     std::size_t GetMaxPoints() const { return m_maxPoints; }
     /// An interval of the grid is 2^bits microseconds wide, from a multiple of that on.
     int GetGridBits() const { return m_gridBits; }
+    /// So many samples of the span are about to be added one by one.
+    void Reserve(std::size_t count);
     /// Later samples than those added before. Of those before the span only the last stays.
     void Add(Timestamp time, double number, Quality quality);
     /// The same for many at once.

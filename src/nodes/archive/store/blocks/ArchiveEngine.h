@@ -52,7 +52,7 @@ private:
     [[nodiscard]] Result take(const Record &record);
     [[nodiscard]] Result take(SamplePacket::Part &part);
     [[nodiscard]] Result settle(Signal &signal);
-    [[nodiscard]] Result log(const std::vector<Signal *> &signals, std::int64_t &row);
+    [[nodiscard]] Result log(const std::vector<Signal *> &touched, std::int64_t &row);
     [[nodiscard]] Result appendLog(const std::string &bytes, std::int64_t &row);
     [[nodiscard]] Result finishPacking();
     [[nodiscard]] Result saveDamagedRows();

@@ -19,7 +19,7 @@ public:
 
     /// Signals with a number above `after`, by number.
     [[nodiscard]] virtual Result ReadSignals(std::int64_t after,
-                                             std::vector<StoredSignal> &signals) = 0;
+                                             std::vector<StoredSignal> &found) = 0;
     [[nodiscard]] virtual Result FindSignal(const ArchiveSignalKey &key,
                                             std::optional<StoredSignal> &signal) = 0;
     /// Blocks of a signal and height, by time, `limit` at most: those that begin within (from, to],

@@ -18,7 +18,7 @@ public:
     ~BlockArchiveReader() override;
 
     const std::string &GetLocation() const override;
-    [[nodiscard]] Result ListSignals(std::vector<ArchivedSignal> &signals) override;
+    [[nodiscard]] Result ListSignals(std::vector<ArchivedSignal> &found) override;
     [[nodiscard]] Result Read(const ArchiveSignalKey &signal, HistoryColumnBuilder &into,
                               const std::atomic<bool> &isCancelled) override;
     [[nodiscard]] Result Visit(const ArchiveSignalKey &signal, Timestamp from, Timestamp to,
@@ -36,7 +36,7 @@ public:
 private:
     template <class Work> Result run(Work work);
     template <class Work> Result runFor(const ArchiveSignalKey &key, Work work);
-    [[nodiscard]] Result readSignals(std::vector<StoredSignal> &signals);
+    [[nodiscard]] Result readSignals(std::vector<StoredSignal> &found);
     [[nodiscard]] Result verifySignals(ArchiveFindings &findings,
                                        const std::atomic<bool> &isCancelled);
 

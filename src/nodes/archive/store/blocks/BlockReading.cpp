@@ -152,6 +152,7 @@ Result BlockReading::addPlain(const StoredSignal &signal, HistoryColumnBuilder &
     StoredBlocks chunks;
     Result result = m_rows.ListBlocks(signal.number, 0, into.GetFrom(), into.GetTo(),
                                       std::numeric_limits<std::size_t>::max(), chunks);
+    into.Reserve(countOf(chunks, StoredSignal::Never, endOfTime) + m_tail.Size());
     for (const StoredBlock &chunk : chunks) {
         if (isCancelled)
             return Result(Result::Cancelled);

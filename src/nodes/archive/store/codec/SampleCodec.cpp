@@ -106,11 +106,14 @@ void SampleCodec::Put(const SampleRun &run, Timestamp base, ColumnWriter &into)
 
 bool SampleCodec::Get(ColumnReader &from, Timestamp base, SampleRun &run)
 {
-    run.Clear();
+    run.kinds.clear(); // the other columns keep their memory
+    run.texts.clear();
     const std::uint64_t count = from.GetVarint();
     const std::uint64_t flags = from.GetVarint();
-    if (!from.IsSound() || count > MostSamples || flags > (hasQualities | hasKinds | hasTexts))
+    if (!from.IsSound() || count > MostSamples || flags > (hasQualities | hasKinds | hasTexts)) {
+        run.Clear();
         return false;
+    }
     from.GetIntegers(count, 2, run.times, base);
     from.GetNumbers(count, run.numbers);
     run.qualities.assign(count, Quality::Good);

@@ -19,8 +19,7 @@ public:
     /// The connection was closed.
     void Clear() { m_statement.Clear(); }
 
-    [[nodiscard]] Result ReadSignals(std::int64_t after,
-                                     std::vector<StoredSignal> &signals) override;
+    [[nodiscard]] Result ReadSignals(std::int64_t after, std::vector<StoredSignal> &found) override;
     [[nodiscard]] Result FindSignal(const ArchiveSignalKey &key,
                                     std::optional<StoredSignal> &signal) override;
     [[nodiscard]] Result ListBlocks(std::int64_t signal, int height, Timestamp from, Timestamp to,
