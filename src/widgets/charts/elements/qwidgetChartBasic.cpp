@@ -1,10 +1,13 @@
 #include "widgets/charts/elements/qwidgetChartBasic.h"
 
+#include "widgets/charts/aids/ChartAids.h"
 #include "widgets/charts/elements/ChartCover.h"
 #include "widgets/charts/elements/GroupTabs.h"
+#include "widgets/charts/legend/Legend.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/PlotHistory.h"
 #include "widgets/charts/plots/PlotXAxisRangeDetails.h"
+#include "widgets/charts/statistics/CursorPanel.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/binding/PropertyBindings.h"
 
@@ -16,6 +19,7 @@
 
 #include <QBoxLayout>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 
 namespace Widgets {
 
@@ -29,8 +33,10 @@ qwidgetChartBasic::qwidgetChartBasic(Nodes::widgetChart *node, Plot *plot, QWidg
       m_tabs(new GroupTabs(this)),
       m_cover(new ChartCover(this))
 {
+    m_legend = new Legend(m_manager, this);
     plot->setParent(this);
     plot->setContext(context);
+    m_legend->setPlot(plot);
     plot->setGroupManager(m_manager);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setContentsMargins(0, 0, 0, 0);
@@ -53,11 +59,14 @@ qwidgetChartBasic::~qwidgetChartBasic()
 
 void qwidgetChartBasic::initialize()
 {
+    connect(m_legend, &Legend::seriesUpdated, m_plot, &Plot::replot);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_plot, 1);
+    layout->addWidget(m_legend);
     layout->addWidget(m_tabs);
+    m_aids = new ChartAids(m_plot, m_manager, m_legend, this);
     setCurrentGroup(0);
     connect(m_plot, &Plot::changeVisibleLegend, this, &qwidgetChartBasic::onVisibleLegend);
     connect(m_tabs, &GroupTabs::chosen, this, &qwidgetChartBasic::onTabChosen);
@@ -128,7 +137,11 @@ void qwidgetChartBasic::takeParts(const Nodes::widgetChart &chart)
     onVisibleLegend(chart.GetShowLegend());
 }
 
-void qwidgetChartBasic::takeColumns(const Nodes::widgetChart &) {}
+void qwidgetChartBasic::takeColumns(const Nodes::widgetChart &)
+{
+    const QSignalBlocker blocker(m_legend);
+    m_legend->onUpdateProperties();
+}
 
 void qwidgetChartBasic::setCurrentGroup(int index)
 {
@@ -190,6 +203,7 @@ void qwidgetChartBasic::watchUser()
 
 void qwidgetChartBasic::setArchiverMode(bool on, const PlotXAxisRangeDetails &range)
 {
+    m_legend->setArchiverMode(on);
     m_isArchiverMode = on;
     auto *plot = qobject_cast<PlotHistory *>(m_plot);
     if (on && plot)
@@ -201,11 +215,16 @@ void qwidgetChartBasic::setVisibleToolBar(bool isVisible)
     m_plot->setVisibleToolBar(isVisible);
 }
 
-void qwidgetChartBasic::onVisibleLegend(bool) {}
+void qwidgetChartBasic::onVisibleLegend(bool isVisible)
+{
+    m_legend->setVisible(isVisible);
+}
 
 void qwidgetChartBasic::resizeEvent(QResizeEvent *event)
 {
     QFrame::resizeEvent(event);
+    if (m_isArchiverMode && m_legend->isVisible())
+        m_legend->updateGeometry();
 }
 
 void qwidgetChartBasic::handCursorOver(const QPoint &position)

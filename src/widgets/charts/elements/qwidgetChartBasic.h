@@ -13,9 +13,11 @@
 
 namespace Widgets {
 
+class ChartAids;
 class ChartCover;
 class ChartGroupManager;
 class GroupTabs;
+class Legend;
 class Plot;
 struct PlotXAxisRangeDetails;
 
@@ -33,6 +35,7 @@ public:
 
     Nodes::widgetChart *chart() const { return m_chart.get(); }
     Plot *plot() const { return m_plot; }
+    Legend *legend() const { return m_legend; }
     ChartGroupManager *groupManager() const { return m_manager; }
     /// Item whose cursor follows that of what is pointed at; may be null.
     void setProxy(QGraphicsProxyWidget *proxy);
@@ -76,12 +79,14 @@ private:
     void handCursorOver(const QPoint &position);
 
     Plot *m_plot;
+    Legend *m_legend;
     QPointer<QGraphicsProxyWidget> m_proxy;
     Utils::WatchedNode<Nodes::widgetChart> m_chart;
     bool m_isArchiverMode = false;
     ChartGroupManager *m_manager;
     GroupTabs *m_tabs;
     ChartCover *m_cover;
+    ChartAids *m_aids = nullptr;
     Nodes::ScopedConnection m_groupConnection;
     Nodes::ScopedConnection m_symbolsConnection;
     Nodes::ScopedConnection m_userConnection;

@@ -2,9 +2,6 @@
 
 #include "widgets/charts/plots/Plot.h"
 #include "widgets/charts/plots/PlotCanvas.h"
-#include "widgets/charts/series/ISerie.h"
-
-#include "nodes/charts/widgetChartBasicSerie.h"
 
 #include <qwt_scale_map.h>
 
@@ -18,7 +15,8 @@ constexpr double belowCurves = 1.9;
 
 } // namespace
 
-HeldCurves::HeldCurves(Plot &plot) : m_window(plot.axisInterval(QwtAxisId(QwtAxis::xBottom)))
+HeldCurves::HeldCurves(Plot &plot, const QList<QwtPlotItem *> &items)
+    : m_window(plot.axisInterval(QwtAxisId(QwtAxis::xBottom)))
 {
     setZ(belowCurves);
     const QWidget &canvas = *plot.plotCanvas();
@@ -27,10 +25,8 @@ HeldCurves::HeldCurves(Plot &plot) : m_window(plot.axisInterval(QwtAxisId(QwtAxi
     m_picture.setDevicePixelRatio(scale);
     m_picture.fill(Qt::transparent);
     QPainter painter(&m_picture);
-    const QList<ISerie *> all = plot.series();
-    for (ISerie *serie : all) {
-        const auto *item = dynamic_cast<const QwtPlotItem *>(serie);
-        if (!item || !item->isVisible())
+    for (const QwtPlotItem *item : items) {
+        if (!item->isVisible())
             continue;
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing,

@@ -8,7 +8,6 @@
 
 namespace Widgets {
 
-class ISerie;
 class Plot;
 
 /// Picture of curves that were emptied until their answer comes: it keeps its place on the time
@@ -16,8 +15,8 @@ class Plot;
 class HeldCurves : public QwtPlotItem
 {
 public:
-    /// As they would be drawn now.
-    explicit HeldCurves(Plot &plot);
+    /// Those items of the plot, as they would be drawn now.
+    HeldCurves(Plot &plot, const QList<QwtPlotItem *> &items);
     ~HeldCurves() override;
 
     void draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,

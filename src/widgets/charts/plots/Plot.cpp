@@ -2,6 +2,7 @@
 
 #include "widgets/charts/axes/AxisRecord.h"
 #include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/pickers/PickerCanvas.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/LiveFeed.h"
 #include "widgets/charts/plots/PlotCanvas.h"
@@ -10,6 +11,7 @@
 #include "widgets/charts/plots/SampleLook.h"
 #include "widgets/charts/plots/WaitBox.h"
 #include "widgets/charts/series/ISerie.h"
+#include "widgets/charts/zones/IntervalEditorManager.h"
 
 #include "nodes/charts/widgetChart.h"
 #include "nodes/charts/widgetChartBasicSerie.h"
@@ -60,6 +62,7 @@ Plot::Plot(Nodes::widgetChart *chart, int number, QWidget *parent)
 Plot::~Plot()
 {
     m_feed->disconnectAll();
+    m_intervalEditors.clear();
     m_axes.clear();
 }
 
@@ -119,6 +122,11 @@ QList<ISerie *> Plot::series() const
     return m_manager ? m_manager->seriesOf(m_number) : QList<ISerie *>();
 }
 
+IPickerCanvas *Plot::picker() const
+{
+    return m_picker;
+}
+
 PlotPanner *Plot::panner() const
 {
     return m_panner;
@@ -155,21 +163,39 @@ void Plot::updateGroup()
 void Plot::forgetSeries()
 {
     HandleConnections(true);
-    const QwtPlotItemList present = itemList();
-    for (QwtPlotItem *item : qAsConst(m_attached)) {
-        if (present.contains(item))
-            item->detach();
-    }
+    const QList<QwtPlotItem *> items = serieItems();
+    for (QwtPlotItem *item : items)
+        item->detach();
     m_attached.clear();
+}
+
+QList<QwtPlotItem *> Plot::serieItems() const
+{
+    QList<QwtPlotItem *> items;
+    const QwtPlotItemList present = itemList();
+    for (QwtPlotItem *item : present) {
+        if (m_attached.contains(item))
+            items << item;
+    }
+    return items;
 }
 
 void Plot::createPicker()
 {
     deletePanner();
+    delete m_picker;
+    m_picker = makePicker();
+    connect(m_picker, &IPickerCanvas::replot, this, &Plot::replot);
+}
+
+IPickerCanvas *Plot::makePicker()
+{
+    return new PickerCanvas(this);
 }
 
 void Plot::createPanner()
 {
+    delete m_picker;
     if (m_hasNoArchive)
         return;
     delete m_panner;
@@ -237,11 +263,20 @@ void Plot::updatePropertyCanvas()
 void Plot::setVisibleToolBar(bool isVisible)
 {
     m_canvas->setVisibleToolBar(isVisible);
+    for (const auto &manager : m_intervalEditors)
+        manager->setEnable(isVisible);
 }
 
-void Plot::updateIntervalEditorManagers() {}
+void Plot::updateIntervalEditorManagers()
+{
+    for (const auto &manager : m_intervalEditors)
+        manager->updateProperties();
+}
 
-void Plot::clearIntervalEditorManagers() {}
+void Plot::clearIntervalEditorManagers()
+{
+    m_intervalEditors.clear();
+}
 
 void Plot::setAutoscale(bool on)
 {

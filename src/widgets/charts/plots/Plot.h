@@ -38,6 +38,8 @@ namespace Widgets {
 class AxisRecord;
 class ChartGroupManager;
 class ISerie;
+class IPickerCanvas;
+class IntervalEditorManager;
 class LiveFeed;
 class PlotCanvas;
 class PlotNote;
@@ -65,6 +67,8 @@ public:
     int number() const { return m_number; }
     PlotCanvas *plotCanvas() const { return m_canvas; }
     QwtPlotGrid *grid() const { return m_grid; }
+    /// Null while presses are for the panner.
+    IPickerCanvas *picker() const;
     /// Null while there is none: without an archive, and while the picker is there.
     PlotPanner *panner() const;
     WaitBox *waitBox() const { return m_waitBox; }
@@ -162,6 +166,10 @@ protected:
     void trim(ISerie &serie);
     /// The curves, which are about to go or to be replaced, are no longer this plot's.
     virtual void forgetSeries();
+    /// What the series of the current group consist of, lowest first.
+    QList<QwtPlotItem *> serieItems() const;
+    /// What createPicker() makes; a child of this plot.
+    virtual IPickerCanvas *makePicker();
     /// More live values came than could be collected.
     virtual void onValuesLost();
 
@@ -173,11 +181,13 @@ private:
     QTimer m_layoutTimer;
     std::vector<std::unique_ptr<AxisRecord>> m_axes;
     Utils::WatchedNode<Nodes::widgetChart> m_chart;
+    std::vector<std::unique_ptr<IntervalEditorManager>> m_intervalEditors;
     std::unique_ptr<LiveFeed> m_feed;
     QPointer<ChartGroupManager> m_manager;
     int m_number;
     PlotCanvas *m_canvas;
     QwtPlotGrid *m_grid;
+    QPointer<IPickerCanvas> m_picker;
     bool m_hasNoArchive = true;
     QwtPlotDirectPainter *m_directPainter;
     QTimer m_replotTimer;
@@ -185,7 +195,8 @@ private:
     QPointer<PlotPanner> m_panner;
     PlotNote *m_note;
     QList<QwtPlotItem *> m_attached;         // of the current group
-    std::optional<QwtInterval> m_nextWindow; // until the next replot
+    std::optional<QwtInterval> m_nextWindow; // until it or another one is taken over
+    QwtInterval m_windowBefore;
     SceneContextPtr m_context = SceneContext::process();
 };
 

@@ -89,7 +89,7 @@ Nodes::Result PlotHistory::getHistory(unsigned long long from, unsigned long lon
 Nodes::Result PlotHistory::ask(unsigned long long from, unsigned long long to)
 {
     if (!m_isEmptied)
-        m_held = std::make_unique<HeldCurves>(*this);
+        m_held = std::make_unique<HeldCurves>(*this, serieItems());
     m_isEmptied = true;
     removeAllSeriesData();
     feed().markRequest();

@@ -8,6 +8,7 @@
 #include "widgets/charts/plots/PlotPanner.h"
 #include "widgets/charts/series/ISerie.h"
 #include "widgets/charts/time/ChartTime.h"
+#include "widgets/charts/zones/IntervalEditorManager.h"
 
 #include "nodes/charts/widgetChartAxis.h"
 #include "nodes/charts/widgetChartBasicSerie.h"
@@ -36,6 +37,16 @@ void Plot::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContain
     clearIntervalEditorManagers();
     m_axes.clear();
     m_axes = AxisRecord::make(*this, yAxes, xAxes);
+    for (const auto &record : m_axes) {
+        if (record->axis().isXAxis())
+            continue;
+        std::unique_ptr<IntervalEditorManager> editors(
+            IntervalEditorManager::make(this, record->axis(), record->node(), group()));
+        if (!editors)
+            continue;
+        editors->setEnable(m_canvas->isToolBarVisible());
+        m_intervalEditors.push_back(std::move(editors));
+    }
     m_nextWindow.reset();
 }
 
@@ -50,7 +61,8 @@ QwtAxisId Plot::axisOf(const Nodes::widgetChartAxis *node) const
 
 QwtInterval Plot::window() const
 {
-    return m_nextWindow.value_or(axisInterval(timeAxis));
+    const QwtInterval taken = axisInterval(timeAxis);
+    return m_nextWindow && taken == m_windowBefore ? *m_nextWindow : taken;
 }
 
 void Plot::setWindow(double lower, double upper)
@@ -59,6 +71,7 @@ void Plot::setWindow(double lower, double upper)
         return;
     setAxisScale(timeAxis, lower, upper);
     m_nextWindow = QwtInterval(lower, upper);
+    m_windowBefore = axisInterval(timeAxis);
 }
 
 void Plot::follow(double x)

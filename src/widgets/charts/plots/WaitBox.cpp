@@ -53,6 +53,7 @@ int WaitBox::exec()
     m_isRunning = true;
     m_isTimeUp = false;
     setResult(Rejected);
+    setEnabled(true); // the plot is not, and its children went with it
     QEventLoop loop;
     connect(this, &QDialog::finished, &loop, &QEventLoop::quit);
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
