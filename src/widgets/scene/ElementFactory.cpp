@@ -1,6 +1,8 @@
 #include "widgets/scene/ElementFactory.h"
 
+#include "widgets/charts/elements/qwidgetChartCorridor.h"
 #include "widgets/charts/elements/qwidgetChartHistory.h"
+#include "widgets/charts/elements/qwidgetChartXY.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/elements/qwidgetCheckBox.h"
@@ -13,7 +15,9 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 
+#include "nodes/charts/widgetChartCorridor.h"
 #include "nodes/charts/widgetChartHistory.h"
+#include "nodes/charts/widgetChartXY.h"
 #include "nodes/kinds/KindRows.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/elements/widgetButton.h"
@@ -74,6 +78,8 @@ constexpr Row rows[] = {
     shows<qwidgetComboBox>(),
     shows<qwidgetCheckBox>(),
     shows<qwidgetChartHistory>(),
+    shows<qwidgetChartCorridor>(),
+    shows<qwidgetChartXY>(),
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

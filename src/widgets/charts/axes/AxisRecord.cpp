@@ -1,14 +1,17 @@
 #include "widgets/charts/axes/AxisRecord.h"
 
+#include "widgets/charts/axes/AxisPlaces.h"
+#include "widgets/charts/axes/DiscretScaleEngine.h"
+#include "widgets/charts/axes/DiscretStack.h"
+#include "widgets/charts/axes/DiscretValueScaleDraw.h"
 #include "widgets/charts/axes/TimeScaleDraw.h"
 #include "widgets/charts/axes/TimeScaleEngine.h"
 #include "widgets/charts/axes/ValueScaleDraw.h"
+#include "widgets/charts/multiaxis/AxisGestures.h"
 #include "widgets/charts/multiaxis/MultiAxisPlot.h"
 #include "widgets/charts/time/ChartTime.h"
 
 #include "nodes/charts/widgetChartAxis.h"
-#include "nodes/charts/widgetChartGroup.h"
-#include "nodes/charts/widgetChartTimeAxis.h"
 #include "nodes/model/NodesContainer.h"
 #include "utils/convert/ValueConversions.h"
 
@@ -33,47 +36,6 @@ constexpr int mostMinorTicks = 5;
 constexpr double defaultWindow = 10 * 60 * 1000; // ms
 constexpr double earliest = 366.0 * 86400000;    // X of a scale that was never set lies before
 
-Axis *axisOf(const Nodes::NodeLink &link)
-{
-    return dynamic_cast<Axis *>(link.GetNode());
-}
-
-bool isTimeAxis(const Axis &axis)
-{
-    return axis.GetNodeType().GetSubtype() == Nodes::widgetChartTimeAxis::Code;
-}
-
-// The window of a plot is that of its bottom axis, so times always stand there.
-int sideOf(const Axis &axis)
-{
-    if (isTimeAxis(axis))
-        return QwtAxis::xBottom;
-    switch (axis.GetPosition()) {
-    case Axis::PositionRight:
-        return QwtAxis::yRight;
-    case Axis::PositionBottom:
-        return QwtAxis::xBottom;
-    case Axis::PositionTop:
-        return QwtAxis::xTop;
-    case Axis::PositionLeft:
-        break;
-    }
-    return QwtAxis::yLeft;
-}
-
-/// Calls `use` with each axis of the container and where it stands.
-template <class Use> void place(const Nodes::NodesContainer &axes, const Use &use)
-{
-    std::array<int, QwtAxis::PosCount> counts{};
-    for (const Nodes::NodeLink &link : axes) {
-        Axis *axis = axisOf(link);
-        if (!axis)
-            continue;
-        const int side = sideOf(*axis);
-        use(*axis, QwtAxisId(side, counts[std::size_t(side)]++));
-    }
-}
-
 /// A sensible scale where a project gives none.
 std::pair<double, double> rangeOf(const Axis &axis)
 {
@@ -89,6 +51,13 @@ std::pair<double, double> rangeOf(const Axis &axis)
     return {from, to};
 }
 
+/// Those of a plot, made with its first axes.
+AxisGestures *gesturesOf(MultiAxisPlot &plot)
+{
+    auto *present = plot.findChild<AxisGestures *>(QString(), Qt::FindDirectChildrenOnly);
+    return present ? present : new AxisGestures(&plot);
+}
+
 } // namespace
 
 std::vector<std::unique_ptr<AxisRecord>> AxisRecord::make(MultiAxisPlot &plot,
@@ -97,59 +66,36 @@ std::vector<std::unique_ptr<AxisRecord>> AxisRecord::make(MultiAxisPlot &plot,
 {
     std::vector<std::pair<Axis *, QwtAxisId>> placed;
     std::array<int, QwtAxis::PosCount> counts{};
-    const auto note = [&](Axis &axis, QwtAxisId id) {
+    const AxisPlaces::Use note = [&](Axis &axis, QwtAxisId id) {
         placed.emplace_back(&axis, id);
         ++counts[std::size_t(id.pos)];
     };
-    place(yAxes, note);
+    AxisPlaces::forEach(yAxes, note);
     if (placed.empty())
         placed.emplace_back(nullptr, QwtAxisId(QwtAxis::yLeft));
     const std::size_t vertical = placed.size();
-    place(xAxes, note);
+    AxisPlaces::forEach(xAxes, note);
     if (placed.size() == vertical)
         placed.emplace_back(nullptr, QwtAxisId(QwtAxis::xBottom));
     for (int side = 0; side < QwtAxis::PosCount; ++side) {
         plot.setAxesCount(side, std::max(counts[std::size_t(side)], 1));
         plot.setAxisVisible(side, false);
     }
+    AxisGestures *gestures = gesturesOf(plot);
     std::vector<std::unique_ptr<AxisRecord>> records;
-    for (const auto &[axis, id] : placed)
+    for (const auto &[axis, id] : placed) {
         records.push_back(std::make_unique<AxisRecord>(plot, id, axis));
+        connect(gestures, &AxisGestures::axisReleased, records.back().get(),
+                &AxisRecord::onReleased);
+    }
     return records;
-}
-
-QwtAxisId AxisRecord::idOf(const Nodes::widgetChartGroup *group, const Axis *axis, bool isX)
-{
-    QwtAxisId first;
-    QwtAxisId found;
-    if (group) {
-        place(isX ? group->GetXAxes() : group->GetYAxes(), [&](const Axis &one, QwtAxisId id) {
-            if (first.pos < 0)
-                first = id;
-            if (&one == axis)
-                found = id;
-        });
-    }
-    if (found.pos >= 0)
-        return found;
-    return first.pos >= 0 ? first : QwtAxisId(isX ? QwtAxis::xBottom : QwtAxis::yLeft);
-}
-
-Axis *AxisRecord::nodeOf(const Nodes::widgetChartGroup *group, QwtAxisId axis)
-{
-    Axis *node = nullptr;
-    if (group) {
-        place(axis.isXAxis() ? group->GetXAxes() : group->GetYAxes(),
-              [&](Axis &one, QwtAxisId id) { node = id == axis ? &one : node; });
-    }
-    return node;
 }
 
 AxisRecord::AxisRecord(MultiAxisPlot &plot, QwtAxisId axis, Nodes::widgetChartAxis *node)
     : m_plot(&plot),
       m_axis(axis),
       m_node(node ? node->GetNodeLink() : Nodes::NodeLink()),
-      m_isTime(node ? isTimeAxis(*node) : axis.isXAxis())
+      m_isTime(node ? AxisPlaces::isTime(*node) : axis.isXAxis())
 {
     plot.axisWidget(axis)->installEventFilter(this);
     apply();
@@ -159,7 +105,7 @@ AxisRecord::~AxisRecord() = default;
 
 Axis *AxisRecord::node() const
 {
-    return axisOf(m_node);
+    return dynamic_cast<Axis *>(m_node.GetNode());
 }
 
 void AxisRecord::apply()
@@ -168,8 +114,11 @@ void AxisRecord::apply()
         return;
     const Axis *described = node();
     const Axis defaults;
+    m_isDiscret = described && DiscretStack::isOn(*described);
     applyLook(described ? *described : defaults);
-    if (m_isTime)
+    if (m_isDiscret)
+        applyDiscret();
+    else if (m_isTime)
         applyTime(described
                       ? Axis::Milliseconds(described->GetRangeLength(), described->GetRangeUnit())
                       : defaultWindow);
@@ -178,6 +127,23 @@ void AxisRecord::apply()
     else
         m_plot->setAxisAutoScale(m_axis, true);
     fitTicks();
+}
+
+void AxisRecord::onReleased(QwtAxisId axis)
+{
+    if (axis != m_axis || m_isTime)
+        return;
+    apply();
+    if (m_plot)
+        m_plot->replot();
+}
+
+void AxisRecord::applyDiscret()
+{
+    m_plot->setAxisScaleEngine(m_axis, new DiscretScaleEngine);
+    m_plot->setAxisScaleDraw(m_axis,
+                             new DiscretValueScaleDraw(Utils::NColorToQColor(node()->GetColor())));
+    m_plot->setAxisAutoScale(m_axis, true);
 }
 
 void AxisRecord::applyScale(const Axis &node)

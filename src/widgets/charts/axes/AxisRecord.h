@@ -14,10 +14,8 @@
 class QwtScaleDraw;
 
 namespace Nodes {
-class ConfigNode;
 class NodesContainer;
 class widgetChartAxis;
-class widgetChartGroup;
 } // namespace Nodes
 
 namespace Widgets {
@@ -25,7 +23,9 @@ namespace Widgets {
 class MultiAxisPlot;
 
 /// One axis of a plot as a node describes it: side, scale, labels, title. As many ticks as there
-/// is room for their labels. When it goes the axis stays as it is. GUI thread.
+/// is room for their labels. One that only discrete series stand on is scaled by their bands. One
+/// of values is moved by a hand until that gives it back. When it goes the axis stays as it is. GUI
+/// thread.
 class WIDGETS_EXPORT AxisRecord : public QObject
 {
     Q_OBJECT
@@ -37,14 +37,6 @@ public:
     static std::vector<std::unique_ptr<AxisRecord>> make(MultiAxisPlot &plot,
                                                          const Nodes::NodesContainer &yAxes,
                                                          const Nodes::NodesContainer &xAxes);
-    /// Where an axis of the group stands: its place among those of its side, in the order of the
-    /// group, so that it can be told without a plot. Null, and one of another group: the first of
-    /// that direction.
-    static QwtAxisId idOf(const Nodes::widgetChartGroup *group, const Nodes::widgetChartAxis *axis,
-                          bool isX);
-    /// The node that stands there; null when none does.
-    static Nodes::widgetChartAxis *nodeOf(const Nodes::widgetChartGroup *group, QwtAxisId axis);
-
     AxisRecord(MultiAxisPlot &plot, QwtAxisId axis, Nodes::widgetChartAxis *node);
     ~AxisRecord() override;
 
@@ -61,6 +53,9 @@ protected:
 private:
     void applyScale(const Nodes::widgetChartAxis &node);
     void applyTime(double length);
+    void applyDiscret();
+    /// A hand has given the axis back: it is as the node says again.
+    void onReleased(QwtAxisId axis);
     void applyLook(const Nodes::widgetChartAxis &node);
     /// As many major ticks as there is room for.
     void fitTicks();
@@ -69,7 +64,8 @@ private:
     QPointer<MultiAxisPlot> m_plot;
     const QwtAxisId m_axis;
     const Nodes::NodeLink m_node;
-    bool m_isTime;
+    const bool m_isTime;
+    bool m_isDiscret = false;
 };
 
 } // namespace Widgets

@@ -18,6 +18,7 @@ public:
 
     /// Scale draw of the axis to be as wide as; not owned, it has to stay, null: none.
     void setDelegate(const QwtScaleDraw *draw) { m_delegate = draw; }
+    const QwtScaleDraw *delegate() const { return m_delegate; }
     double extent(const QFont &font) const override;
 
 private:

@@ -59,9 +59,10 @@ Plot::Plot(Nodes::widgetChart *chart, int number, QWidget *parent)
     connectChannels();
 }
 
+// The series are the manager's, which may outlive the plot: a plot deletes what is attached to it.
 Plot::~Plot()
 {
-    m_feed->disconnectAll();
+    Plot::forgetSeries();
     m_intervalEditors.clear();
     m_axes.clear();
 }

@@ -5,6 +5,8 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QWidget>
+#include <qwt_plot.h>
 #include <qwt_scale_map.h>
 
 #include <algorithm>
@@ -21,6 +23,17 @@ const QColor captionInk(0x20, 0x26, 0x2c);
 const QColor captionGround(255, 255, 255, 200);
 const QColor bandLine(0x8a, 0x94, 0x9b);
 const QColor hatchInk(0x59, 0x63, 0x6b);
+
+/// Moved to the right of what stands over the canvas there: tool bars.
+QRectF clearOfWidgets(const QWidget &canvas, QRectF place)
+{
+    for (const QWidget *over :
+         canvas.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!over->isHidden() && place.intersects(over->geometry()))
+            place.moveLeft(over->geometry().right() + captionGap);
+    }
+    return place;
+}
 
 /// Rectangles of one kind, those that share a column of pixels as one: what is drawn is bounded by
 /// the width of the canvas, however many changes there were.
@@ -65,6 +78,20 @@ private:
 };
 
 } // namespace
+
+DiscretFill::DiscretFill(const qwidgetChartDiscretSerie &serie) : m_serie(serie)
+{
+    setItemAttribute(QwtPlotItem::AutoScale, true);
+}
+
+QRectF DiscretFill::boundingRect() const
+{
+    const CurveData &points = *m_serie.points();
+    const double left = points.size() == 0 ? 0 : points.sample(0).x();
+    const double right = points.size() == 0 ? 0 : points.last().x();
+    return forScaling(QRectF(left, double(m_serie.getOffsetY()), std::max(right - left, 0.0), 1),
+                      plot());
+}
 
 void DiscretFill::draw(QPainter *painter, const QwtScaleMap &sideX, const QwtScaleMap &sideY,
                        const QRectF &canvas) const
@@ -118,8 +145,8 @@ void DiscretCaption::draw(QPainter *painter, const QwtScaleMap &, const QwtScale
     const QString text = m_serie.caption();
     const QFontMetricsF metrics(font);
     const QSizeF size(metrics.horizontalAdvance(text) + 2 * captionGap, metrics.height());
-    const QRectF place(
-        QPointF(canvas.left() + m_serie.captionIndent(), (on + off - size.height()) / 2), size);
+    const QPointF corner(canvas.left() + captionGap, (on + off - size.height()) / 2);
+    const QRectF place = clearOfWidgets(*plot()->canvas(), QRectF(corner, size));
     if (place.bottom() > canvas.top() && place.top() < canvas.bottom()) {
         painter->fillRect(place, captionGround);
         painter->setPen(captionInk);

@@ -15,8 +15,10 @@ class qwidgetChartDiscretSerie;
 class DiscretFill : public MultiAxisItem<QwtPlotItem>
 {
 public:
-    explicit DiscretFill(const qwidgetChartDiscretSerie &serie) : m_serie(serie) {}
+    explicit DiscretFill(const qwidgetChartDiscretSerie &serie);
 
+    /// The whole band, whatever is known of the signal.
+    QRectF boundingRect() const override;
     void draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
               const QRectF &canvas) const override;
 

@@ -1,6 +1,6 @@
 #include "widgets/charts/series/ISerie.h"
 
-#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/AxisPlaces.h"
 #include "widgets/charts/series/SerieColumn.h"
 
 #include "nodes/archive/archiverSourceConnector.h"
@@ -57,6 +57,16 @@ ISerie::ISerie(Nodes::widgetChartBasicSerie *node, QObject *parent) : QObject(pa
     m_color = Utils::NColorToQColor(node->GetPenColor());
     m_offsetY = node->GetOffsetY();
     m_plotAreaNo = node->GetPlotAreaNo();
+    m_relay.connect(node, {[this](Nodes::BasicProperty *property) {
+                               emit updateProperty(property);
+                               onUpdateProperties();
+                           },
+                           {},
+                           {},
+                           [this] { onUpdateProperties(); },
+                           {},
+                           {},
+                           {}});
 }
 
 ISerie::~ISerie() = default;
@@ -73,7 +83,12 @@ void ISerie::takeNode()
         return;
     m_color = Utils::NColorToQColor(node->GetPenColor());
     m_plotAreaNo = node->GetPlotAreaNo();
-    setOffsetY(node->GetOffsetY());
+    setOffsetY(offsetOf(*node));
+}
+
+float ISerie::offsetOf(const Nodes::widgetChartBasicSerie &node) const
+{
+    return node.GetOffsetY();
 }
 
 void ISerie::setOffsetY(float offset)
@@ -203,7 +218,7 @@ QString ISerie::axisTitle() const
     const Nodes::widgetChartAxis *axis = node ? node->GetAxisY() : nullptr;
     if (node && !axis) {
         const auto *group = dynamic_cast<Nodes::widgetChartGroup *>(node->GetParent());
-        axis = AxisRecord::nodeOf(group, AxisRecord::idOf(group, nullptr, false));
+        axis = AxisPlaces::nodeOf(group, AxisPlaces::idOf(group, nullptr, false));
     }
     if (!axis)
         return {};

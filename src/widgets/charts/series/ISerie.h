@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include "nodes/values/SignalValue.h"
+#include "utils/relay/NodeRelay.h"
 #include "utils/relay/WatchedNode.h"
 
 #include <QColor>
@@ -114,6 +115,8 @@ protected:
     virtual QString textOf(const Nodes::SignalValue &value) const;
     /// Takes over colour, offset and plot area of the node.
     void takeNode();
+    /// The offset that the node asks for.
+    virtual float offsetOf(const Nodes::widgetChartBasicSerie &node) const;
 
 private:
     QVariant textCell(const QString &text, int role) const;
@@ -132,6 +135,7 @@ private:
     int m_plotAreaNo = 1;
     QString m_markerData;
     std::optional<double> m_cursor;
+    Utils::NodeRelay m_relay;
 };
 
 } // namespace Widgets

@@ -1,6 +1,6 @@
 #include "widgets/charts/series/qwidgetChartBasicSerie.h"
 
-#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/AxisPlaces.h"
 #include "widgets/charts/multiaxis/MultiAxisPlot.h"
 #include "widgets/charts/series/SeriePlotFlag.h"
 #include "widgets/charts/series/SeriePoint.h"
@@ -36,7 +36,10 @@ Nodes::Timestamp microseconds(double x)
 qwidgetChartBasicSerie::qwidgetChartBasicSerie(Node *node, QObject *parent)
     : ISerie(node, parent), m_flag(std::make_unique<PlotFlag>(*this))
 {
+    m_storedOffset = getOffsetY();
+    connect(this, &ISerie::offsetYChanged, this, &qwidgetChartBasicSerie::onOffsetChanged);
     setItemAttribute(QwtPlotItem::AutoScale, true);
+    setCurveAttribute(QwtPlotCurve::Inverted, true); // a step holds until the next sample
     if (!node)
         return;
     PlotCurve::setTitle(QString::fromStdString(node->GetText()));
@@ -64,7 +67,7 @@ void qwidgetChartBasicSerie::attachToPlot(QwtPlot *plot)
 void qwidgetChartBasicSerie::takeAxes(const Node &node)
 {
     const auto *group = dynamic_cast<Nodes::widgetChartGroup *>(node.GetParent());
-    const QwtAxisId yAxis = AxisRecord::idOf(group, node.GetAxisY(), false);
+    const QwtAxisId yAxis = AxisPlaces::idOf(group, node.GetAxisY(), false);
     setAxes(QwtAxis::xBottom, yAxis);
     m_flag->setAxes(QwtAxis::xBottom, yAxis);
 }
@@ -119,6 +122,20 @@ void qwidgetChartBasicSerie::updateArchPoints(
 void qwidgetChartBasicSerie::append(const SeriePoint &point)
 {
     points()->append({point.x, double(getOffsetY()) + drawn(point.y)}, point.quality);
+}
+
+void qwidgetChartBasicSerie::onOffsetChanged()
+{
+    const double by = double(getOffsetY()) - double(m_storedOffset);
+    m_storedOffset = getOffsetY();
+    const CurveData &held = *points();
+    std::vector<SeriePoint> moved;
+    moved.reserve(held.size());
+    for (std::size_t i = 0; i < held.size(); ++i)
+        moved.push_back({held.sample(i).x(), held.sample(i).y() + by, held.quality(i)});
+    points()->clear();
+    for (const SeriePoint &point : moved)
+        points()->append({point.x, point.y}, point.quality);
 }
 
 void qwidgetChartBasicSerie::merge(const std::vector<SeriePoint> &added)

@@ -68,8 +68,10 @@ protected:
 
 private:
     void append(const SeriePoint &point);
+    void onOffsetChanged();
 
     std::unique_ptr<PlotFlag> m_flag;
+    float m_storedOffset = 0; // that of the points that are held
 };
 
 } // namespace Widgets

@@ -1,6 +1,6 @@
 #include "widgets/charts/series/qwidgetChartCorridorSerie.h"
 
-#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/AxisPlaces.h"
 #include "widgets/charts/multiaxis/MultiAxisPlot.h"
 #include "widgets/charts/series/SerieColumn.h"
 #include "widgets/charts/time/ChartTime.h"
@@ -101,7 +101,7 @@ void qwidgetChartCorridorSerie::onUpdateProperties()
     edge.setAlpha(std::max(fill.alpha(), 160)); // the edges are told from the grid
     setPen(QPen(edge, 1));
     const auto *group = dynamic_cast<Nodes::widgetChartGroup *>(node->GetParent());
-    const QwtAxisId yAxis = AxisRecord::idOf(group, node->GetAxisY(), false);
+    const QwtAxisId yAxis = AxisPlaces::idOf(group, node->GetAxisY(), false);
     setAxes(QwtAxis::xBottom, yAxis);
     m_middle.setAxes(QwtAxis::xBottom, yAxis);
     sync();

@@ -1,10 +1,12 @@
 #include "widgets/charts/series/qwidgetChartDiscretSerie.h"
 
+#include "widgets/charts/axes/DiscretStack.h"
 #include "widgets/charts/series/DiscretBands.h"
 #include "widgets/charts/series/SerieColumn.h"
 #include "widgets/charts/series/SeriePlotFlag.h"
 
 #include "nodes/charts/widgetChartDiscretSerie.h"
+#include "nodes/charts/widgetChartGroup.h"
 
 #include <cmath>
 
@@ -58,6 +60,12 @@ void qwidgetChartDiscretSerie::setVisible(bool isVisible)
     m_fill->setVisible(isVisible);
     m_caption->setVisible(isVisible);
     qwidgetChartBasicSerie::setVisible(isVisible);
+}
+
+float qwidgetChartDiscretSerie::offsetOf(const Nodes::widgetChartBasicSerie &node) const
+{
+    const auto *group = dynamic_cast<const Nodes::widgetChartGroup *>(node.GetParent());
+    return group ? DiscretStack::offsetOf(*group, node) : node.GetOffsetY();
 }
 
 QwtPlotCurve::CurveStyle

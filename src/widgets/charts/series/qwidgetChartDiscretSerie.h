@@ -14,7 +14,8 @@ class DiscretCaption;
 class DiscretFill;
 
 /// On and off of one signal in a band of its own: off at the Y offset, on one above. What is not
-/// zero is on. GUI thread.
+/// zero is on. Those of a group on one axis are stacked, the first on top, unless their nodes give
+/// offsets. GUI thread.
 class WIDGETS_EXPORT qwidgetChartDiscretSerie : public qwidgetChartBasicSerie
 {
     Q_OBJECT
@@ -30,11 +31,9 @@ public:
 
     /// Name and present state.
     QString caption() const;
-    /// Pixels from the left edge of the canvas at which the caption begins.
-    double captionIndent() const { return m_captionIndent; }
-    void setCaptionIndent(double pixels) { m_captionIndent = pixels; }
 
 protected:
+    float offsetOf(const Nodes::widgetChartBasicSerie &node) const override;
     CurveStyle styleOf(const Nodes::widgetChartBasicSerie &node) const override;
     double drawn(double number) const override;
     void takeAxes(const Nodes::widgetChartBasicSerie &node) override;
@@ -43,7 +42,6 @@ protected:
 private:
     std::unique_ptr<DiscretFill> m_fill;
     std::unique_ptr<DiscretCaption> m_caption;
-    double m_captionIndent = 4;
 };
 
 } // namespace Widgets

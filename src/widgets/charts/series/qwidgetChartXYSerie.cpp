@@ -1,6 +1,6 @@
 #include "widgets/charts/series/qwidgetChartXYSerie.h"
 
-#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/AxisPlaces.h"
 #include "widgets/charts/series/SeriePlotFlag.h"
 #include "widgets/charts/time/ChartTime.h"
 
@@ -145,8 +145,8 @@ void qwidgetChartXYSerie::takeAxes(const Nodes::widgetChartBasicSerie &node)
 {
     const auto *group = dynamic_cast<Nodes::widgetChartGroup *>(node.GetParent());
     const Nodes::widgetChartXYSerie *own = xyNode();
-    const QwtAxisId xAxis = AxisRecord::idOf(group, own ? own->GetAxisX() : nullptr, true);
-    const QwtAxisId yAxis = AxisRecord::idOf(group, node.GetAxisY(), false);
+    const QwtAxisId xAxis = AxisPlaces::idOf(group, own ? own->GetAxisX() : nullptr, true);
+    const QwtAxisId yAxis = AxisPlaces::idOf(group, node.GetAxisY(), false);
     setAxes(xAxis, yAxis);
     GetFlag()->setAxes(xAxis, yAxis);
 }

@@ -1,0 +1,94 @@
+#include "widgets/charts/plots/PlotDiscret.h"
+
+#include "widgets/charts/axes/DiscretScaleEngine.h"
+#include "widgets/charts/axes/DiscretValueScaleDraw.h"
+#include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/plots/PlotPanner.h"
+
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/charts/widgetChartHistory.h"
+#include "nodes/model/NodesContainer.h"
+
+#include <qwt_plot_grid.h>
+
+namespace Widgets {
+
+namespace {
+
+const QwtAxisId firstY(QwtAxis::yLeft);
+
+} // namespace
+
+PlotDiscret::PlotDiscret(Nodes::widgetChartHistory *chart, int number, QWidget *parent)
+    : PlotHistory(chart, number, parent)
+{
+    const PlotCanvas &canvas = *plotCanvas();
+    for (QWidget *bar :
+         {static_cast<QWidget *>(canvas.tbAxisX()), static_cast<QWidget *>(canvas.tbAxisY()),
+          static_cast<QWidget *>(canvas.tbChart())}) {
+        if (bar)
+            bar->hide();
+    }
+}
+
+void PlotDiscret::onUpdateProperties()
+{
+    clearIntervalEditorManagers();
+    if (const Nodes::widgetChartGroup *group = this->group()) {
+        for (const auto enable : {&QwtPlotGrid::enableX, &QwtPlotGrid::enableY,
+                                  &QwtPlotGrid::enableXMin, &QwtPlotGrid::enableYMin})
+            (grid()->*enable)(false);
+        setAxes(group->GetYAxes(), group->GetXAxes());
+    }
+    updatePropertyCanvas();
+    if (const Nodes::widgetChart *node = chart())
+        onSetSymbol(node->GetTypeSymbol());
+    setAxisScaleEngine(firstY, new DiscretScaleEngine);
+    const auto *present = dynamic_cast<DiscretValueScaleDraw *>(axisScaleDraw(firstY));
+    auto *draw = new DiscretValueScaleDraw(Qt::black);
+    draw->setDelegate(present ? present->delegate() : nullptr);
+    setAxisScaleDraw(firstY, draw);
+    disablePanningY();
+    replot();
+}
+
+void PlotDiscret::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes)
+{
+    PlotHistory::setAxes(yAxes, xAxes);
+    clearIntervalEditorManagers();
+    setAxisAutoScale(firstY, true);
+}
+
+// Its bands are all there is to see: the automatic scale stays.
+void PlotDiscret::onPanned()
+{
+    const QwtInterval now = window();
+    emit axisScaleChanged(QwtAxis::xBottom, now.minValue(), now.maxValue(), 0);
+    plotCanvas()->setTracking(false);
+    QTimer::singleShot(0, this, &PlotHistory::getCurrentHistory);
+}
+
+void PlotDiscret::updateGroup()
+{
+    PlotHistory::updateGroup();
+    disablePanningY();
+}
+
+void PlotDiscret::disablePanningY()
+{
+    if (panner())
+        panner()->setAxisEnabled(firstY, false);
+}
+
+void PlotDiscret::setDelegateAxisScaleDraw(QwtAxisId axis, QwtScaleDraw *draw)
+{
+    auto *own =
+        axis.isYAxis() ? dynamic_cast<DiscretValueScaleDraw *>(axisScaleDraw(firstY)) : nullptr;
+    if (!own)
+        return;
+    own->setDelegate(draw);
+    updateLayout();
+}
+
+} // namespace Widgets

@@ -1,0 +1,180 @@
+#include "widgets/charts/plots/PlotXY.h"
+
+#include "widgets/charts/axes/AxisPlaces.h"
+#include "widgets/charts/axes/AxisRecord.h"
+#include "widgets/charts/axes/ValueScaleDraw.h"
+#include "widgets/charts/plots/HistoryFaults.h"
+#include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/series/qwidgetChartXYSerie.h"
+#include "widgets/charts/time/ChartTime.h"
+
+#include "nodes/archive/HistoryAnswer.h"
+#include "nodes/archive/SignalHistoryResponse.h"
+#include "nodes/charts/widgetChartAxis.h"
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/charts/widgetChartXY.h"
+#include "nodes/charts/widgetChartXYSerie.h"
+#include "nodes/model/NodesArray.h"
+#include "nodes/model/NodesContainer.h"
+
+#include <qwt_scale_engine.h>
+
+#include <algorithm>
+
+namespace Widgets {
+
+namespace {
+
+constexpr std::size_t pointBudget = 4000; // of each signal
+constexpr int clockTick = 1000;           // ms
+constexpr double defaultLength = 10 * 60 * 1000;
+
+} // namespace
+
+PlotXY::PlotXY(Nodes::widgetChartXY *chart, int number, QWidget *parent)
+    : Plot(chart, number, parent),
+      m_xy(chart),
+      m_request(std::make_shared<std::atomic<unsigned>>(0)),
+      m_answers([this](std::vector<Answer> answers) { onAnswers(std::move(answers)); })
+{
+    connect(&m_clock, &QTimer::timeout, this, &PlotXY::onClock);
+    m_clock.start(clockTick);
+    if (!chart)
+        return;
+    m_connection =
+        chart->ConnectAnswer([inlet = m_answers.inlet(), request = m_request](
+                                 const std::shared_ptr<const Nodes::HistoryAnswer> &answer) {
+            inlet({*request, answer});
+        });
+}
+
+PlotXY::~PlotXY()
+{
+    setFollowing(false);
+}
+
+double PlotXY::length() const
+{
+    const Nodes::widgetChartGroup *shown = group();
+    const Nodes::widgetChartAxis *told = nullptr;
+    for (const Nodes::NodeLink &link : shown ? shown->GetXAxes() : Nodes::NodesContainer()) {
+        const auto *axis = dynamic_cast<Nodes::widgetChartAxis *>(link.GetNode());
+        if (axis && (!told || (AxisPlaces::isTime(*axis) && !AxisPlaces::isTime(*told))))
+            told = axis;
+    }
+    const double length =
+        told ? Nodes::widgetChartAxis::Milliseconds(told->GetRangeLength(), told->GetRangeUnit())
+             : defaultLength;
+    return length > 0 ? length : defaultLength;
+}
+
+QList<qwidgetChartXYSerie *> PlotXY::xySeries() const
+{
+    QList<qwidgetChartXYSerie *> found;
+    for (ISerie *serie : series()) {
+        if (auto *xy = dynamic_cast<qwidgetChartXYSerie *>(serie))
+            found << xy;
+    }
+    return found;
+}
+
+// A group without an X axis of values still has one to stand on.
+void PlotXY::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes)
+{
+    Plot::setAxes(yAxes, xAxes);
+    const QwtAxisId xAxis(QwtAxis::xBottom);
+    const auto isTimeAxis = [&xAxis](const auto &record) {
+        return record->axis() == xAxis && record->isTime();
+    };
+    if (std::none_of(axisRecords().begin(), axisRecords().end(), isTimeAxis))
+        return;
+    setAxisScaleEngine(xAxis, new QwtLinearScaleEngine);
+    setAxisScaleDraw(xAxis, new ValueScaleDraw(palette().color(QPalette::Text), std::string()));
+    setAxisAutoScale(xAxis, true);
+}
+
+void PlotXY::updateGroup()
+{
+    deletePanner();
+    Plot::updateGroup();
+    bool hasNoArchive = false;
+    for (qwidgetChartXYSerie *serie : xySeries()) {
+        connect(serie, &ISerie::informationChaged, this, &Plot::scheduleReplot,
+                Qt::UniqueConnection);
+        const auto *node = dynamic_cast<Nodes::widgetChartXYSerie *>(serie->getNode());
+        hasNoArchive = hasNoArchive || !serie->hasArchiverSource() || !node || !node->GetSourceX();
+    }
+    setNoArchive(hasNoArchive);
+    setFollowing(true);
+    createPanner();
+    askCurrent();
+}
+
+void PlotXY::forgetSeries()
+{
+    setFollowing(false);
+    Plot::forgetSeries();
+}
+
+void PlotXY::setFollowing(bool on)
+{
+    for (qwidgetChartXYSerie *serie : xySeries())
+        serie->setFollowing(on && isAtWork());
+}
+
+// Who may not see one of the signals sees none of their points.
+void PlotXY::onUserChanged()
+{
+    Plot::onUserChanged();
+    HandleConnections(true);
+    for (qwidgetChartXYSerie *serie : xySeries())
+        serie->clearPoints();
+    setFollowing(true);
+    askCurrent();
+}
+
+void PlotXY::askCurrent()
+{
+    const Nodes::Result asked = getHistory();
+    if (!asked)
+        setNote(HistoryFaults::text(asked));
+}
+
+Nodes::Result PlotXY::getHistory()
+{
+    if (hasNoArchive() || !isAtWork())
+        return {};
+    if (!m_xy)
+        return Nodes::Result(Nodes::Result::NotFound, "the chart has been deleted");
+    Nodes::NodesArray nodes;
+    for (const qwidgetChartXYSerie *serie : xySeries()) {
+        if (const Nodes::widgetChartBasicSerie *node = serie->getNode())
+            nodes.push_back(node->GetNodeLink());
+    }
+    m_xy->SetPointBudget(pointBudget);
+    ++*m_request; // before the call: the answer may come while it runs
+    return m_xy->GetHistory(ChartTime::toUtc(ChartTime::now() - length()), 0, nodes);
+}
+
+void PlotXY::onAnswers(std::vector<Answer> answers)
+{
+    for (const auto &[request, answer] : answers) {
+        if (request != *m_request)
+            continue;
+        const auto samples = Nodes::SignalHistoryResponse::AllOf(*answer);
+        for (qwidgetChartXYSerie *serie : xySeries())
+            serie->updateHistory(samples);
+        setNote(HistoryFaults::text(*answer));
+    }
+    onClock();
+    scheduleReplot();
+}
+
+void PlotXY::onClock()
+{
+    const double oldest = ChartTime::now() - length();
+    for (qwidgetChartXYSerie *serie : xySeries())
+        serie->trimLeft(oldest);
+}
+
+} // namespace Widgets
