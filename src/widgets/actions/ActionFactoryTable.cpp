@@ -14,6 +14,7 @@
 #include "widgets/actions/kinds/qactionRestoreCursor.h"
 #include "widgets/actions/kinds/qactionShowAlarms.h"
 #include "widgets/actions/kinds/qactionShowMenu.h"
+#include "widgets/actions/kinds/qactionShowTrend.h"
 #include "widgets/actions/kinds/qactionShowWindow.h"
 #include "widgets/actions/kinds/qactionShowWindowTemplate.h"
 #include "widgets/actions/kinds/qactionToggleWindow.h"
@@ -55,6 +56,7 @@ constexpr Row rows[] = {
     runs<qactionOverrideCursor>(),
     runs<qactionRestoreCursor>(),
     runs<qactionShowAlarms>(),
+    runs<qactionShowTrend>(),
     runs<qactionArchiverDBMgr>(),
 };
 static_assert(Nodes::AreDistinct(rows), "two actions for one kind: look at their Node");

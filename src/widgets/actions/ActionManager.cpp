@@ -124,8 +124,12 @@ void ActionManager::filterElement(ProxyWidget &element, QEvent &event)
         const QGraphicsView *view =
             scene && !scene->views().isEmpty() ? scene->views().first() : nullptr;
         const QPointF bottomLeft = element.mapToScene(element.rect().bottomLeft());
-        sink.trigger(actions, static_cast<QGraphicsSceneEvent &>(event).widget(),
-                     view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : point);
+        ActionTrigger trigger = sink.triggerAt(
+            static_cast<QGraphicsSceneEvent &>(event).widget(),
+            view ? view->viewport()->mapToGlobal(view->mapFromScene(bottomLeft)) : point,
+            ActionOrigin::Gesture);
+        trigger.element = node->GetNodeLink();
+        sink.push(actions, trigger);
     };
     switch (event.type()) {
     case QEvent::GraphicsSceneMousePress:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/auth/ActingUser.h"
+#include "nodes/model/links/NodeLink.h"
 
 #include <QPoint>
 
@@ -29,6 +30,7 @@ struct ActionTrigger
     bool isRelease = false;
     std::optional<int> display;  ///< 0-based; none: what the action's node says
     std::optional<QPoint> point; ///< place of the gesture on the desktop
+    Nodes::NodeLink element;     ///< that the gesture was made on; empty for all else
     /// How many actions, each pushed while another one ran, led here; 0 when the operator, a timer
     /// or a value did.
     int generation = 0;

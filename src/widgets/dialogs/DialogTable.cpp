@@ -1,6 +1,8 @@
 // The kinds of dialogs, one row each. Nothing includes this file: who needs a dialog asks for its
 // key, and so does not depend on all the others.
 #include "widgets/charts/export/ExportProgress.h"
+#include "widgets/charts/overlay/PastPeriodDialog.h"
+#include "widgets/charts/own/TrendDialog.h"
 #include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/DialogFrames.h"
@@ -19,6 +21,7 @@ namespace Widgets {
 namespace {
 
 constexpr bool single = true;
+constexpr bool several = false;
 constexpr bool endsWithUser = true;
 
 template <class Dialog> QWidget *onParent(const DialogRequest &request)
@@ -71,6 +74,8 @@ const bool isInstalled = Dialogs::install({
     {LoadDialog::Key, load},
     {TimeDialog::Key, onParent<TimeDialog>},
     {ExportProgress::Key, onParent<ExportProgress>},
+    {PastPeriodDialog::Key, onParent<PastPeriodDialog>},
+    {TrendDialog::Key, onParent<TrendDialog>, several, endsWithUser},
 });
 
 } // namespace

@@ -79,8 +79,10 @@ void qbuttonBasic::onValueUpdated(Nodes::SignalValue handed)
 
 ActionTrigger qbuttonBasic::triggerHere() const
 {
-    return context().actions().triggerAt(this, mapToGlobal(QPoint(0, height())),
-                                         ActionOrigin::Gesture);
+    ActionTrigger trigger = context().actions().triggerAt(this, mapToGlobal(QPoint(0, height())),
+                                                          ActionOrigin::Gesture);
+    trigger.element = Nodes::NodeLink(m_button.get());
+    return trigger;
 }
 
 void qbuttonBasic::onPressed()

@@ -134,6 +134,7 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent *event) override;
 
 private:
+    void openSignalMenu(QGraphicsSceneContextMenuEvent &event);
     ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const SceneContext &context);
 
     void takeContext();

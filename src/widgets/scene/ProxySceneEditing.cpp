@@ -1,10 +1,14 @@
 // How a scene comes to be edited, and what it then hands to its editor.
+#include "widgets/charts/menus/TouchMenu.h"
+#include "widgets/charts/own/OwnTrend.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/SceneEditor.h"
 
 #include "nodes/model/properties/PropertyProxy.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/visual/BasicWidget.h"
 
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>
@@ -161,10 +165,31 @@ void ProxyScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     SceneEditor *tool = editor();
     if (!tool) {
         QGraphicsScene::contextMenuEvent(event);
+        if (!event->isAccepted())
+            openSignalMenu(*event);
         return;
     }
     tool->openMenu(*event);
     event->accept();
+}
+
+// What an operator may want of a value on the screen that has no menu of its own.
+void ProxyScene::openSignalMenu(QGraphicsSceneContextMenuEvent &event)
+{
+    if (!SceneContext::process()->isRuntime())
+        return;
+    const QList<QGraphicsItem *> met = items(event.scenePos());
+    for (QGraphicsItem *item : met) {
+        const auto *element = dynamic_cast<ProxyWidget *>(item);
+        const Nodes::BasicWidget *node = element ? element->getNode() : nullptr;
+        if (!node || !node->GetSignal())
+            continue;
+        auto *menu = new TouchMenu(event.widget());
+        OwnTrend::fillMenu(*menu, node->GetSignal());
+        menu->openAt(event.screenPos());
+        event.accept();
+        return;
+    }
 }
 
 void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)

@@ -1,16 +1,26 @@
 #include "widgets/charts/aids/ChartAids.h"
 
+#include "widgets/charts/export/ChartExport.h"
 #include "widgets/charts/legend/Legend.h"
+#include "widgets/charts/marks/EventMarks.h"
 #include "widgets/charts/menus/TouchMenu.h"
+#include "widgets/charts/overlay/PastPeriodDialog.h"
+#include "widgets/charts/overlay/PastPeriods.h"
+#include "widgets/charts/own/OwnTrend.h"
 #include "widgets/charts/pickers/CursorRelay.h"
 #include "widgets/charts/pickers/IPickerCanvas.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/Plot.h"
-#include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/series/ISerie.h"
 #include "widgets/charts/statistics/CursorPanel.h"
+#include "widgets/charts/time/ChartTime.h"
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/Dialogs.h"
 
 #include "nodes/charts/widgetChart.h"
+#include "nodes/charts/widgetChartBasicSerie.h"
+#include "nodes/signals/BasicSignal.h"
+#include "utils/convert/PlainTip.h"
 
 #include <QContextMenuEvent>
 #include <QToolButton>
@@ -23,16 +33,30 @@ namespace {
 constexpr int buttonSize = 28;
 constexpr int buttonMargin = 9;
 
+struct Period
+{
+    const char *text;
+    double shift; // ms
+};
+
+constexpr double hour = 3600e3;
+constexpr Period periods[] = {
+    {"Час назад", hour}, {"Сутки назад", 24 * hour}, {"Неделю назад", 7 * 24 * hour}};
+
 } // namespace
 
 ChartAids::ChartAids(Plot *plot, ChartGroupManager *manager, Legend *legend, QWidget *element)
     : m_plot(plot),
       m_manager(manager),
-      m_legend(legend),
       m_element(element),
       m_panel(new CursorPanel(plot, element)),
+      m_marks(new EventMarks(plot, manager)),
+      m_periods(new PastPeriods(plot, manager, legend)),
+      m_export(new ChartExport(plot, legend, element)),
       m_button(new QToolButton(plot->canvas()))
 {
+    for (QObject *part : std::initializer_list<QObject *>{m_marks, m_periods, m_export})
+        part->setParent(this);
     if (auto *layout = qobject_cast<QVBoxLayout *>(element->layout()))
         layout->addWidget(m_panel);
     m_button->setText(QStringLiteral("⋮"));
@@ -42,18 +66,29 @@ ChartAids::ChartAids(Plot *plot, ChartGroupManager *manager, Legend *legend, QWi
     m_button->setCursor(Qt::ArrowCursor);
     MakeLegible(*m_button);
     connect(m_button, &QToolButton::clicked, this,
-            [this] { openMenu(m_button->geometry().bottomLeft()); });
+            [this] { openMenu(m_button->geometry().topLeft()); });
     plot->canvas()->installEventFilter(this);
     placeButton();
+    if (plot->chart())
+        m_marks->setShown(plot->chart()->GetShowMarks());
 }
 
-ChartAids::~ChartAids() = default;
+ChartAids::~ChartAids()
+{
+    delete m_panel;
+    delete m_button;
+}
+
+CursorPanel *ChartAids::cursorPanel() const
+{
+    return m_panel;
+}
 
 bool ChartAids::eventFilter(QObject *watched, QEvent *event)
 {
     if (!m_plot || watched != m_plot->canvas())
         return QObject::eventFilter(watched, event);
-    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest) {
+    if (event->type() == QEvent::Resize) {
         placeButton();
     } else if (event->type() == QEvent::ContextMenu && m_plot->isAtWork()) {
         openMenu(static_cast<QContextMenuEvent *>(event)->pos());
@@ -62,27 +97,38 @@ bool ChartAids::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-// In the corner that no tool bar stands in.
+// In the corner that no tool bar stands in, above the marks.
 void ChartAids::placeButton()
 {
     const QWidget *canvas = m_plot->canvas();
     m_button->move(canvas->width() - buttonSize - buttonMargin,
-                   canvas->height() - buttonSize - buttonMargin);
+                   canvas->height() - 2 * buttonSize - buttonMargin);
 }
 
 void ChartAids::openMenu(const QPoint &place)
 {
+    if (!m_plot->isAtWork())
+        return;
     auto *menu = new TouchMenu(m_element);
     fillMenu(*menu, place);
     menu->openAt(m_plot->canvas()->mapToGlobal(place));
 }
 
-void ChartAids::fillMenu(QMenu &menu, const QPoint &place)
+void ChartAids::fillMenu(QMenu &menu, const QPoint &)
 {
-    addCursors(menu, place);
+    addCursors(menu);
+    addPeriods(menu);
+    QAction *marks = menu.addAction(QStringLiteral("Отметки событий"));
+    marks->setCheckable(true);
+    marks->setChecked(m_marks->isShown());
+    connect(marks, &QAction::toggled, m_marks, &EventMarks::setShown);
+    menu.addSeparator();
+    addSignals(menu);
+    menu.addSeparator();
+    m_export->fill(menu);
 }
 
-void ChartAids::addCursors(QMenu &menu, const QPoint &)
+void ChartAids::addCursors(QMenu &menu)
 {
     const QPointer<IPickerCanvas> picker = CursorRelay::of(*m_plot).picker();
     if (!picker)
@@ -95,6 +141,56 @@ void ChartAids::addCursors(QMenu &menu, const QPoint &)
     connect(remove, &QAction::triggered, picker,
             [picker] { picker->remove(IPickerCanvas::SecondCursor); });
     menu.addSeparator();
+}
+
+void ChartAids::addPeriods(QMenu &menu)
+{
+    auto *past = new TouchMenu(QStringLiteral("Наложить прошлый период"), &menu);
+    const auto add = [&](const QString &text, double shift) {
+        connect(past->addAction(text), &QAction::triggered, m_periods,
+                [this, shift] { m_periods->add(shift); });
+    };
+    for (const Period &period : periods)
+        add(QString::fromUtf8(period.text), period.shift);
+    add(QStringLiteral("Предыдущий интервал"), m_plot->window().width());
+    connect(past->addAction(QStringLiteral("С выбранного начала…")), &QAction::triggered, this,
+            &ChartAids::askPeriod);
+    menu.addMenu(past);
+    QAction *clear = menu.addAction(QStringLiteral("Убрать наложение"));
+    clear->setEnabled(!m_periods->isEmpty());
+    connect(clear, &QAction::triggered, m_periods, &PastPeriods::clear);
+}
+
+// Begins at the first cursor, if there is one: a batch begins where the operator sees it begin.
+void ChartAids::askPeriod()
+{
+    const IPickerCanvas *picker = CursorRelay::of(*m_plot).picker();
+    const auto cursor = picker ? picker->position(IPickerCanvas::FirstCursor) : std::nullopt;
+    DialogRequest request;
+    request.parent = TouchMenu::windowOf(m_element);
+    auto *dialog = Dialogs::make<PastPeriodDialog>(request);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setPresent(ChartTime::toDateTime(cursor.value_or(m_plot->window().minValue())));
+    connect(dialog, &PastPeriodDialog::chosen, m_periods, &PastPeriods::add);
+    dialog->open();
+}
+
+void ChartAids::addSignals(QMenu &menu)
+{
+    const QList<ISerie *> series = m_plot->series();
+    auto *own = new TouchMenu(QStringLiteral("Добавить в свой тренд"), &menu);
+    for (const ISerie *serie : series) {
+        const Nodes::widgetChartBasicSerie *node = serie->getNode();
+        if (!node || !node->GetSignal())
+            continue;
+        const Nodes::NodeLink signal = node->GetSignal()->GetNodeLink();
+        connect(own->addAction(Utils::PlainCaption(QString::fromStdString(node->GetText()))),
+                &QAction::triggered, this, [signal] { OwnTrend::add({signal}); });
+    }
+    own->setEnabled(!own->isEmpty());
+    menu.addMenu(own);
+    connect(menu.addAction(QStringLiteral("Свой тренд…")), &QAction::triggered, this,
+            [] { OwnTrend::open(); });
 }
 
 } // namespace Widgets

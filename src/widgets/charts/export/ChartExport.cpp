@@ -59,6 +59,11 @@ ChartExport::~ChartExport()
     delete m_progress;
 }
 
+bool ChartExport::isBusy() const
+{
+    return m_csv;
+}
+
 void ChartExport::fill(QMenu &menu)
 {
     QAction *csv = menu.addAction(QStringLiteral("Сохранить данные (CSV)…"));

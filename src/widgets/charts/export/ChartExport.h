@@ -35,7 +35,7 @@ public:
     QString savePdf(const QString &file) const;
     /// Starts; see `finished`. One at a time.
     void saveCsv(const QString &file);
-    bool isBusy() const { return m_csv; }
+    bool isBusy() const;
     /// File name that is proposed: chart and interval, with that ending.
     QString proposedName(const QString &ending) const;
 

@@ -33,6 +33,8 @@ public:
     int rowOf(const ISerie *serie) const;
     /// Asks for these columns only; all by default.
     void setAsked(const std::vector<SerieColumn> &columns);
+    /// Something has changed that was not asked for yet.
+    bool isWaiting() const { return m_timer.isActive(); }
 
     /// Row that stands out, -1: none.
     void setMarked(int row);

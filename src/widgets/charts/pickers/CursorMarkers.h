@@ -1,5 +1,6 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
 #include "widgets/charts/multiaxis/MultiAxisItem.h"
 
 #include <QColor>
@@ -50,7 +51,7 @@ private:
 
 /// Paints the labels of the markers above everything else: beside their points, wholly on the
 /// canvas and none on another one. Labels that find no room are left out. The markers outlive it.
-class CursorLabels : public QwtPlotItem
+class WIDGETS_EXPORT CursorLabels : public QwtPlotItem
 {
 public:
     CursorLabels(std::vector<const CursorMarker *> markers, std::vector<const CursorLine *> lines);

@@ -88,6 +88,7 @@ void SpanIntegrator::addAggregate(double begin, double end, const Nodes::Interva
             extend(samples.maximum);
         }
     }
+    const std::size_t counted = m_sums.count;
     add(begin, samples.first, Nodes::Quality::Good);
     if (std::isfinite(samples.minimum) && end > begin) {
         // Within, the line wanders between the extremes: their middle weighs the most of the way.
@@ -97,6 +98,7 @@ void SpanIntegrator::addAggregate(double begin, double end, const Nodes::Interva
         add(end - quarter, middle, Nodes::Quality::Good);
     }
     add(std::max(begin, end - 1), samples.last, Nodes::Quality::Good);
+    m_sums.count = counted; // these are made up
 }
 
 SpanStatistics SpanIntegrator::finish() const
