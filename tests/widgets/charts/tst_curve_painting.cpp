@@ -85,7 +85,8 @@ QImage pairs(const PlotCurve &curve, const View &view)
 
 bool isInk(const QImage &image, int x, int y)
 {
-    return image.rect().contains(x, y) && image.pixel(x, y) != qRgb(255, 255, 255);
+    return image.rect().contains(x, y) &&
+           reinterpret_cast<const QRgb *>(image.constScanLine(y))[x] != qRgb(255, 255, 255);
 }
 
 bool hasInkNear(const QImage &image, int x, int y)
