@@ -177,7 +177,7 @@ void tst_curve_painting::pictureIsThatOfThePairs_data()
     QTest::addColumn<int>("style");
     QTest::addColumn<bool>("level");
     for (const char *shape : {"noise", "flat", "gaps", "torn", "bursts", "equal x"}) {
-        for (const int count : {2, 40, 700, 20'000}) {
+        for (const int count : {2, 40, 700, 6'000}) {
             for (const int width : {1, 2, 3})
                 QTest::addRow("%s, %d points, width %d", shape, count, width)
                     << shape << count << width << int(QwtPlotCurve::Lines) << false;
