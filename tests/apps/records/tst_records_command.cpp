@@ -371,6 +371,10 @@ private slots:
         const Answer hopeless = records({"repair", file()});
         QCOMPARE(hopeless.code, 1);
         QVERIFY2(hopeless.err.contains("nothing can be read of it"), hopeless.err);
+        // Whatever it is: it may have been named by mistake.
+        QCOMPARE(records({"import", file(), "-"}, header + rows.front()).code, 1);
+        QVERIFY(broken.open(QIODevice::ReadOnly));
+        QCOMPARE(broken.readAll(), header);
     }
 
     void makesUpAPast()
@@ -470,7 +474,7 @@ private:
     {
         if (place == "database")
             return m_cluster->Location("d" + std::to_string(m_databases));
-        const QString path = place == "file" ? file() : m_directory->filePath("archive.sqlite");
+        const QString path = place == "file" ? file() : m_directory->filePath("archive.db");
         return path.toStdString();
     }
     /// As a station does: a sample each of two signals, again and again.
