@@ -137,8 +137,11 @@ Result BlockArchiveReader::Visit(const ArchiveSignalKey &signal, Timestamp from,
         const Result result = readPortion(signal, from, to, isCancelled, portion, damaged);
         if (!result)
             return result;
-        for (std::size_t i = 0; isWanted && i < portion.size(); ++i)
+        for (std::size_t i = 0; isWanted && i < portion.size(); ++i) {
+            if (isCancelled)
+                return Result(Result::Cancelled);
             isWanted = visitor(portion[i]);
+        }
     } while (isWanted && from <= to);
     if (damaged == 0)
         return Result();
