@@ -40,7 +40,7 @@ private:
     };
 
     [[nodiscard]] Result look(const ArchivedSignal &signal);
-    [[nodiscard]] Result noteOverlap(const ArchivedSignal &signal);
+    [[nodiscard]] Result noteOverlap(const ArchivedSignal &signal, SignalIntake &intake);
     void makeMarks(std::vector<SamplePacket> &marks) const;
 
     const RecordHome m_home;
