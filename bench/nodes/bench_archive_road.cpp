@@ -27,16 +27,17 @@ struct Plant
         settings.home = {"bench", 1, "bench"};
         settings.heartbeat = {{settings.home, 1, "archive"}, ""};
         settings.memoryBytes = 512u << 20;
-        recording = std::make_unique<ArchiveRecording>(
-            settings, [](EventLevel, const std::string &text) {
+        recording =
+            std::make_unique<ArchiveRecording>(settings, [](EventLevel, const std::string &text) {
                 std::fprintf(stderr, "%s\n", text.c_str());
             });
         if (!recording->Open())
             std::abort();
         for (int i = 0; i < signals; ++i) {
             cells.push_back(std::make_shared<ValueCell>());
-            const ArchiveSignalKey key{{settings.home, 10 + static_cast<unsigned long>(i), "s"}, ""};
-            intakes.push_back(recording->Connect(key, 0, 10000));
+            const ArchiveSignalKey key{{settings.home, 10 + static_cast<unsigned long>(i), "s"},
+                                       ""};
+            intakes.push_back(recording->Connect(key, {}));
             cells.back()->AddTap(intakes.back());
         }
     }
@@ -85,9 +86,6 @@ void record(benchmark::State &state)
         const ArchiveHealth health = plant->recording->GetHealth();
         if (!flushed || health.lost > 0 || health.packets.aside > 0)
             state.SkipWithError("samples were lost or put aside");
-        state.counters["bytes/sample"] =
-            double(std::filesystem::file_size(plant->directory / "archive.db")) /
-            double(health.samples);
         plant.reset();
         state.ResumeTiming();
     }

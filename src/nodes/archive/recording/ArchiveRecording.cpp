@@ -12,7 +12,9 @@
 #include "nodes/values/SignalValue.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <utility>
 
 namespace Nodes {
 
@@ -23,7 +25,7 @@ constexpr Timestamp heartbeatPause = 5 * second;
 constexpr Timestamp lookPause = second;
 constexpr std::size_t manySamples = 32768; // that wait: not for the rest of the interval
 // While records of an earlier run are written first, samples are held back only so long.
-constexpr Timestamp longestWait = 2 * second;
+constexpr std::chrono::seconds longestWait(3);
 
 Recorder::Limits limitsOf(const ArchiveRecording::Settings &settings)
 {
@@ -42,15 +44,17 @@ struct ArchiveRecording::Impl
     std::shared_ptr<SignalIntake> find(const ArchiveSignalKey &key) const;
     Timestamp work();
     void carry();
+    void send();
     void beat();
-    bool resume();
+    enum class Patience { Step, End };
+    bool resume(Patience patience);
     void look();
     void finish();
 
     const Settings settings;
     const Teller tell;
     const Timestamp begin = Clock::Current().Now();
-    const Timestamp steadyBegin = Clock::Current().Steady();
+    const std::chrono::steady_clock::time_point begun = std::chrono::steady_clock::now();
     const std::shared_ptr<RecentSamples::Progress> progress =
         std::make_shared<RecentSamples::Progress>();
     const std::shared_ptr<const StoredHistory> stored;
@@ -65,6 +69,7 @@ struct ArchiveRecording::Impl
 
     std::mutex mutex; // of the rest; held while samples are carried
     std::unique_ptr<OutageMarks> marks;
+    std::vector<ArchiveSignalKey> marked; // answers about them may be kept that lack the marks
     ArchiveWatch watch;
     Timestamp nextCarry = 0; // steady times
     Timestamp nextLook = 0;
@@ -125,10 +130,14 @@ Timestamp ArchiveRecording::Impl::work()
 
 void ArchiveRecording::Impl::carry()
 {
-    const bool isResumed = resume();
-    const bool isLate = Clock::Current().Steady() - steadyBegin > longestWait;
-    if (!isResumed && !isLate && recorder->IsStoreOpen())
-        return;
+    const bool isResumed = resume(Patience::Step);
+    const bool isLate = std::chrono::steady_clock::now() - begun > longestWait;
+    if (isResumed || isLate || !recorder->IsStoreOpen())
+        send();
+}
+
+void ArchiveRecording::Impl::send()
+{
     if (sender->Send(queue->Take()))
         lastSent = Clock::Current().Steady();
     else
@@ -148,7 +157,7 @@ void ArchiveRecording::Impl::beat()
 }
 
 /// Marks the outage before this run, as soon as the store holds all that was recorded before it.
-bool ArchiveRecording::Impl::resume()
+bool ArchiveRecording::Impl::resume(Patience patience)
 {
     if (!marks)
         return true;
@@ -156,10 +165,17 @@ bool ArchiveRecording::Impl::resume()
         return false;
     std::vector<SamplePacket> packets;
     bool isDone = false;
-    if (!marks->Step(packets, isDone) || !isDone)
+    do {
+        if (!marks->Step(packets, isDone))
+            return false;
+    } while (!isDone && patience == Patience::End);
+    if (!isDone)
         return false;
-    for (const SamplePacket &packet : packets)
+    for (const SamplePacket &packet : packets) {
         (void)sender->Send(packet);
+        for (const SamplePacket::Part &part : packet.parts)
+            marked.push_back(part.signal);
+    }
     marks.reset();
     return true;
 }
@@ -177,7 +193,12 @@ void ArchiveRecording::Impl::look()
         }
     }
     watch.TellLosses();
-    watch.Look(recorder->GetHealth());
+    const StoreHealth health = recorder->GetHealth();
+    watch.Look(health);
+    if (health.waiting > 0)
+        return;
+    for (const ArchiveSignalKey &signal : std::exchange(marked, {}))
+        stored->Forget(signal); // what was read before the mark was there
 }
 
 void ArchiveRecording::Impl::finish()
@@ -186,7 +207,7 @@ void ArchiveRecording::Impl::finish()
     const Timestamp now = Clock::Current().Now();
     for (const auto &[key, signal] : signals)
         signal->End(now);
-    (void)resume();
+    (void)resume(Patience::End);
     (void)sender->Send(queue->Take());
     look();
 }
@@ -216,7 +237,7 @@ Result ArchiveRecording::Open()
     m_impl->recorder->SetFallbacks(m_impl->settings.fallbacks);
     // What is away is told of by the watch, and tried again.
     (void)m_impl->recorder->Open(std::move(store), m_impl->settings.spillFile);
-    (void)Connect(m_impl->settings.heartbeat, 0, 0);
+    (void)Connect(m_impl->settings.heartbeat, {});
     m_impl->thread.Start([impl = m_impl.get()] { return impl->work(); });
     return Result();
 }
@@ -235,15 +256,16 @@ void ArchiveRecording::Close()
                      waiting);
 }
 
-std::shared_ptr<SignalIntake>
-ArchiveRecording::Connect(const ArchiveSignalKey &key, double deadband, std::size_t samplesInMemory)
+std::shared_ptr<SignalIntake> ArchiveRecording::Connect(const ArchiveSignalKey &key,
+                                                        const Intake &intake)
 {
     SignalIntake::Settings settings;
     settings.key = key;
-    settings.deadband = deadband;
+    settings.deadband = intake.deadband;
+    settings.isText = intake.isText;
     settings.begin = Clock::Current().Now();
-    settings.limits.unstored = samplesInMemory;
-    settings.limits.stored = std::min(settings.limits.stored, samplesInMemory);
+    settings.limits.unstored = intake.samplesInMemory;
+    settings.limits.stored = std::min(settings.limits.stored, intake.samplesInMemory);
     settings.limits.bytes = m_impl->settings.memoryBytes;
     auto signal =
         std::make_shared<SignalIntake>(settings, m_impl->progress, m_impl->queue, m_impl->stored);
@@ -257,13 +279,15 @@ void ArchiveRecording::Disconnect(const std::shared_ptr<SignalIntake> &signal)
     signal->End(Clock::Current().Now());
     const std::lock_guard lock(m_impl->signalsMutex);
     m_impl->signals.erase(signal->GetKey());
+    m_impl->lost += signal->TakeLost();
 }
 
 Result ArchiveRecording::Flush()
 {
     {
         const std::lock_guard lock(m_impl->mutex);
-        m_impl->carry();
+        (void)m_impl->resume(Impl::Patience::End);
+        m_impl->send();
     }
     return m_impl->recorder->Flush();
 }

@@ -56,7 +56,6 @@ SignalIntake::SignalIntake(Settings settings, std::shared_ptr<RecentSamples::Pro
       m_queue(std::move(queue)),
       m_stored(std::move(stored)),
       m_recent(m_settings.limits, std::move(progress)),
-      m_last(m_settings.begin - 1),
       m_archived{0, 0, Quality::Bad, SampleKind::Gap}
 {
 }
@@ -68,11 +67,20 @@ void SignalIntake::Offer(Timestamp time, const SignalValue &value)
     const double number = value.ToDouble();
     const SampleKind kind = kindOf(value, number);
     const bool isNumber = kind == SampleKind::Number || kind == SampleKind::Logical;
-    const Sample sample{std::max(time, m_last + 1), isNumber ? number : none, value.GetQuality(),
-                        kind};
+    const Sample sample{std::max(placed(time, value), m_last + 1), isNumber ? number : none,
+                        value.GetQuality(), kind};
     m_last = sample.time;
     if (!isHeldBack(sample))
         add(sample, kind == SampleKind::Text ? value.ToString() : std::string());
+}
+
+/// A value that was there before counts from the begin on, by the clock of its source.
+Timestamp SignalIntake::placed(Timestamp time, const SignalValue &value) const
+{
+    const Timestamp received = std::max(value.GetReceiveTime(), value.GetQualityTime());
+    if (m_last != 0 || received == 0 || received >= m_settings.begin)
+        return time;
+    return std::max(time, m_settings.begin - std::max<Timestamp>(0, received - time));
 }
 
 bool SignalIntake::isHeldBack(const Sample &sample)
@@ -134,6 +142,8 @@ SamplePacket::Part SignalIntake::Pack(std::size_t most)
     }
     m_packed = part.run.Size();
     m_packedFrom = part.run.IsEmpty() ? 0 : part.run.times.front();
+    if (m_packedFrom != 0 && m_packedFrom <= m_takenTo)
+        m_stored->Forget(m_settings.key);
     if (const Timestamp lostFrom = m_lostFrom.exchange(0)) {
         part.run.AddGap(lostFrom);
         m_packedFrom = m_packedFrom == 0 ? lostFrom : std::min(m_packedFrom, lostFrom);
@@ -165,15 +175,43 @@ void SignalIntake::Send(std::uint64_t key)
         noteLoss(m_packedFrom, m_packed);
 }
 
-void SignalIntake::readStored(HistoryColumnBuilder &into, Timestamp end, Result &result,
-                              const std::atomic<bool> &isCancelled) const
+void SignalIntake::readStored(HistoryColumnBuilder &into, const RecentSamples::View &view,
+                              Result &result, const std::atomic<bool> &isCancelled) const
 {
+    const Timestamp end = view.begin;
+    // What is still to come must not be missing in what is kept of the answer.
+    const Timestamp closed = view.missing == 0 ? end : 0;
+    if (m_settings.isText) {
+        const Result read = readTexts(into, end, isCancelled);
+        if (!read)
+            result = read;
+        return;
+    }
     HistoryColumnBuilder older = HistoryColumnBuilder::OnGrid(
         into.GetFrom(), std::min(into.GetTo(), end - 1), into.GetMaxPoints(), into.GetGridBits());
-    const Result read = m_stored->Read(m_settings.key, end, older, isCancelled);
+    const Result read = m_stored->Read(m_settings.key, closed, older, isCancelled);
     if (!read)
         result = read;
     into.Add(older.Take(), std::numeric_limits<Timestamp>::min(), end);
+}
+
+/// Sample by sample: of texts there are no aggregates.
+Result SignalIntake::readTexts(HistoryColumnBuilder &into, Timestamp end,
+                               const std::atomic<bool> &isCancelled) const
+{
+    HistoryColumnBuilder before(into.GetFrom(), into.GetFrom(), 2);
+    const Result found = m_stored->Read(m_settings.key, 0, before, isCancelled);
+    const HistoryColumn column = before.Take();
+    if (!found || column.times.empty())
+        return found;
+    return m_stored->Visit(
+        m_settings.key, column.times.front(), std::min(into.GetTo(), end - 1),
+        [&into, &isCancelled](const SampleRun &run) {
+            for (std::size_t i = 0; i < run.Size(); ++i)
+                into.AddText(run.times[i], run.TextAt(i), run.qualities[i]);
+            return !isCancelled;
+        },
+        isCancelled);
 }
 
 /// What an earlier run left of times that the clock goes through again.
@@ -200,7 +238,7 @@ Result SignalIntake::Read(HistoryColumnBuilder &into, const std::atomic<bool> &i
         result = Result(Result::NotAvailable,
                         "some samples wait beside the archive and can be read when they are in it");
     if (view.begin > into.GetFrom())
-        readStored(into, view.begin, result, isCancelled);
+        readStored(into, view, result, isCancelled);
     const SampleRun overlap = readOverlap(std::max(view.begin, into.GetFrom()),
                                           std::min(into.GetTo(), m_takenTo.load()), isCancelled);
     std::size_t next = 0;
@@ -215,7 +253,10 @@ Result SignalIntake::Read(HistoryColumnBuilder &into, const std::atomic<bool> &i
             addOverlap(sample.time);
             if (next < overlap.Size() && overlap.times[next] == sample.time)
                 ++next;
-            into.Add(sample.time, sample.number, sample.quality);
+            if (sample.kind == SampleKind::Text)
+                into.AddText(sample.time, part.TextOf(sample), sample.quality);
+            else
+                into.Add(sample.time, sample.number, sample.quality);
         }
     }
     addOverlap(std::numeric_limits<Timestamp>::max());

@@ -30,6 +30,7 @@ public:
         /// Change of a number below which a sample is left out, unless a later one shows that it
         /// was the last before a greater change; 0: none is.
         double deadband = 0;
+        bool isText = false; ///< its samples are read as texts
         RecentSamples::Limits limits;
         /// When recording began: what the signal had before counts from then on.
         Timestamp begin = 0;
@@ -67,8 +68,11 @@ private:
     void addHeldBack();
     void noteLoss(Timestamp from, std::uint64_t count);
     Timestamp freePlace(Timestamp time);
-    void readStored(HistoryColumnBuilder &into, Timestamp end, Result &result,
+    void readStored(HistoryColumnBuilder &into, const RecentSamples::View &view, Result &result,
                     const std::atomic<bool> &isCancelled) const;
+    Result readTexts(HistoryColumnBuilder &into, Timestamp end,
+                     const std::atomic<bool> &isCancelled) const;
+    Timestamp placed(Timestamp time, const SignalValue &value) const;
     SampleRun readOverlap(Timestamp from, Timestamp to, const std::atomic<bool> &isCancelled) const;
 
     const Settings m_settings;
@@ -80,7 +84,7 @@ private:
     std::atomic<Timestamp> m_lostFrom{0}; // of the first sample lost; 0: none
     std::atomic<Timestamp> m_takenTo{0};  // last of the times below; 0: none
     // Of the thread that offers.
-    Timestamp m_last;
+    Timestamp m_last = 0;
     RecentSamples::Sample m_archived;
     std::optional<RecentSamples::Sample> m_heldBack;
     // Of the thread that packs.
