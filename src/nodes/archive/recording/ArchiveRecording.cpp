@@ -21,6 +21,7 @@ namespace Nodes {
 namespace {
 
 constexpr Timestamp second = 1000000;
+constexpr std::size_t mostTaken = 1000000; // times of an earlier run that are minded, 8 MB
 constexpr Timestamp heartbeatPause = 5 * second;
 constexpr Timestamp lookPause = second;
 constexpr std::size_t manySamples = 32768; // that wait: not for the rest of the interval
@@ -45,6 +46,7 @@ struct ArchiveRecording::Impl
     Timestamp work();
     void carry();
     void send();
+    void mindOverlap(SignalIntake &signal);
     void beat();
     enum class Patience { Step, End };
     bool resume(Patience patience);
@@ -69,6 +71,7 @@ struct ArchiveRecording::Impl
 
     std::mutex mutex; // of the rest; held while samples are carried
     std::unique_ptr<OutageMarks> marks;
+    std::map<ArchiveSignalKey, Timestamp> overlaps; // see OutageMarks; not minded yet
     std::vector<ArchiveSignalKey> marked; // answers about them may be kept that lack the marks
     ArchiveWatch watch;
     Timestamp nextCarry = 0; // steady times
@@ -138,10 +141,34 @@ void ArchiveRecording::Impl::carry()
 
 void ArchiveRecording::Impl::send()
 {
-    if (sender->Send(queue->Take()))
+    const PacketSender::Signals waiting = queue->Take();
+    for (const auto &signal : waiting)
+        mindOverlap(*signal);
+    if (sender->Send(waiting))
         lastSent = Clock::Current().Steady();
     else
         beat();
+}
+
+/// The store holds samples at times that the clock goes through again: none may be taken twice.
+void ArchiveRecording::Impl::mindOverlap(SignalIntake &signal)
+{
+    const auto found = overlaps.find(signal.GetKey());
+    if (found == overlaps.end())
+        return;
+    std::vector<Timestamp> times;
+    const std::atomic<bool> isCancelled{false};
+    const Result visited = stored->Visit(
+        signal.GetKey(), begin, found->second,
+        [&times](const SampleRun &run) {
+            times.insert(times.end(), run.times.begin(), run.times.end());
+            return times.size() < mostTaken;
+        },
+        isCancelled);
+    if (!visited)
+        return;
+    signal.SetTaken(std::move(times));
+    overlaps.erase(found);
 }
 
 /// So that it is known later how long the station ran, although nothing changed.
@@ -176,6 +203,7 @@ bool ArchiveRecording::Impl::resume(Patience patience)
         for (const SamplePacket::Part &part : packet.parts)
             marked.push_back(part.signal);
     }
+    overlaps = marks->TakeOverlaps();
     marks.reset();
     return true;
 }
@@ -208,7 +236,7 @@ void ArchiveRecording::Impl::finish()
     for (const auto &[key, signal] : signals)
         signal->End(now);
     (void)resume(Patience::End);
-    (void)sender->Send(queue->Take());
+    send();
     look();
 }
 

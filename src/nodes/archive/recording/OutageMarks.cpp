@@ -53,8 +53,10 @@ Result OutageMarks::look(const ArchivedSignal &signal)
 {
     const std::shared_ptr<SignalIntake> intake = m_find(signal.key);
     // What was recorded before has not ended yet: the clock was set back.
-    if (signal.last >= m_begin && (!intake || signal.last > intake->LastTime()))
-        return intake ? noteOverlap(signal, *intake) : Result();
+    if (signal.last >= m_begin && (!intake || signal.last > intake->LastTime())) {
+        m_overlaps[signal.key] = signal.last;
+        return Result();
+    }
     HistoryColumnBuilder builder(m_begin, m_begin, 2);
     Result result = m_stored.Read(signal.key, m_begin, builder, m_isCancelled);
     const HistoryColumn column = builder.Take();
@@ -71,21 +73,6 @@ Result OutageMarks::look(const ArchivedSignal &signal)
         m_isCancelled);
     if (result)
         m_endings.push_back(std::move(ending));
-    return result;
-}
-
-Result OutageMarks::noteOverlap(const ArchivedSignal &signal, SignalIntake &intake)
-{
-    std::vector<Timestamp> times;
-    const Result result = m_stored.Visit(
-        signal.key, m_begin, signal.last,
-        [&times](const SampleRun &run) {
-            times.insert(times.end(), run.times.begin(), run.times.end());
-            return times.size() < mostTaken;
-        },
-        m_isCancelled);
-    if (result)
-        intake.SetTaken(std::move(times));
     return result;
 }
 

@@ -6,7 +6,9 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Nodes {
@@ -31,6 +33,10 @@ public:
     /// `marks` is what is to be recorded.
     [[nodiscard]] Result Step(std::vector<SamplePacket> &marks, bool &isDone);
 
+    /// Signals of which the store holds later samples than this run can have made when it began,
+    /// and the last of those: the clock was set back.
+    std::map<ArchiveSignalKey, Timestamp> TakeOverlaps() { return std::exchange(m_overlaps, {}); }
+
 private:
     struct Ending
     {
@@ -40,7 +46,6 @@ private:
     };
 
     [[nodiscard]] Result look(const ArchivedSignal &signal);
-    [[nodiscard]] Result noteOverlap(const ArchivedSignal &signal, SignalIntake &intake);
     void makeMarks(std::vector<SamplePacket> &marks) const;
 
     const RecordHome m_home;
@@ -52,6 +57,7 @@ private:
     std::vector<ArchivedSignal> m_signals;
     std::size_t m_next = 0; // of them
     std::vector<Ending> m_endings;
+    std::map<ArchiveSignalKey, Timestamp> m_overlaps;
 };
 
 } // namespace Nodes
