@@ -44,8 +44,8 @@ QByteArray projectText()
         const QByteArray id = QByteArray::number(100 + i);
         const QByteArray source = QByteArray::number(200 + i);
         signalNodes += "<memorySignal id=\"" + id + "\" name=\"S" + id + "\"/>";
-        sources += "<archiverSource id=\"" + source + "\" name=\"A" + id + "\" signal=\"" + id +
-                   "\"/>";
+        sources +=
+            "<archiverSource id=\"" + source + "\" name=\"A" + id + "\" signal=\"" + id + "\"/>";
         series += "<chartSerie id=\"" + QByteArray::number(300 + i) + "\" name=\"R" + id +
                   "\" source=\"" + source + "\" axisY=\"21\"/>";
     }
