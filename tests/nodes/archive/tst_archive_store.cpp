@@ -80,6 +80,7 @@ private slots:
     void damageIsFoundAndMended();
     void damagedChunkIsAGap();
     void ruinedFileIsSetAside();
+    void damagedPagesAreSalvaged();
     void laterVersionIsRefused();
     void othersFilesAreRefused();
     void backupIsOneState();
@@ -415,6 +416,40 @@ void ArchiveStoreTest::ruinedFileIsSetAside()
     QVERIFY(QFile::exists(QString::fromStdString(archive.setAside)));
     archive.write(1, counting(begin, 10));
     QCOMPARE(archive.stored(1).Size(), std::size_t(10));
+}
+
+void ArchiveStoreTest::damagedPagesAreSalvaged()
+{
+    ArchiveFixture archive;
+    archive.write(1, noise(begin, 200000));
+    archive.write(2, counting(begin, 10));
+    ArchiveFindings done;
+    QVERIFY(ask(archive.file(), "PRAGMA wal_checkpoint(TRUNCATE)") >= 0);
+    const std::int64_t root =
+        ask(archive.file(), "SELECT rootpage FROM sqlite_master WHERE name = 'blocks_place'");
+    QFile file(QString::fromStdString(archive.file()));
+    const auto ruin = [&](std::int64_t page) {
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek((page - 1) * 4096));
+        QCOMPARE(file.write(QByteArray(4096, '\x5a')), qint64(4096));
+        file.close();
+    };
+    ruin(root);
+    for (qint64 page = 100; page < 103; ++page)
+        ruin(page); // of samples
+    QVERIFY(!archive.findings().empty());
+    QCOMPARE(archive.reader()->Repair(done, archive.never).GetType(), Result::Refused); // in use
+    archive.store->Close();
+    const Result repaired = archive.reader()->Repair(done, archive.never);
+    QVERIFY2(repaired.IsSuccess(), repaired.ToString().c_str());
+    const ArchiveFindings after = archive.findings();
+    QVERIFY2(after.empty(), after.empty() ? "" : (after[0].place + ": " + after[0].text).c_str());
+    const SampleRun left = archive.stored(1);
+    QVERIFY2(left.Size() > 180000 && left.Size() < 200000,
+             qPrintable(QString::number(left.Size())));
+    QCOMPARE(archive.stored(2).Size(), std::size_t(10));
+    archive.open();
+    archive.write(1, noise(begin, 200000));
+    QVERIFY(archive.stored(1) == noise(begin, 200000));
 }
 
 void ArchiveStoreTest::laterVersionIsRefused()

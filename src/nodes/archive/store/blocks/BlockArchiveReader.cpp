@@ -184,13 +184,21 @@ Result BlockArchiveReader::Verify(ArchiveFindings &findings, const std::atomic<b
         result = run([&] {
             return BlockVerification(m_connection->Rows(), findings).CheckLog(GetLocation());
         });
-    return result ? verifySignals(findings, isCancelled) : result;
+    if (result)
+        result = verifySignals(findings, isCancelled);
+    if (result != Result::StorageError || findings.empty())
+        return result;
+    // What the database found wrong keeps it from being read further.
+    findings.push_back({{}, 0, 0, GetLocation(), result.GetDetail()});
+    return Result();
 }
 
 Result BlockArchiveReader::Repair(ArchiveFindings &findings, const std::atomic<bool> &isCancelled)
 {
     std::vector<StoredSignal> signals;
-    Result result = readSignals(signals);
+    Result result = m_connection->Salvage(findings);
+    if (result)
+        result = readSignals(signals);
     for (const StoredSignal &signal : signals) {
         if (isCancelled)
             return Result(Result::Cancelled);
