@@ -10,6 +10,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <cstdio>
@@ -170,6 +171,33 @@ BENCHMARK(insert)
     ->Args({1000, 1, 600})
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
+
+/// 10^6 samples of one signal in no order, in packets of 10,000: an import of mixed files.
+void insertMixed(benchmark::State &state)
+{
+    Walk walk(1);
+    const SampleRun run = walk.next(1000000, second);
+    std::vector<std::size_t> order(run.Size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    std::shuffle(order.begin(), order.end(), std::mt19937(3));
+    for (auto _ : state) {
+        Place place;
+        const auto store = place.open();
+        StoreOpening opening;
+        demand(store->Open(opening));
+        for (std::size_t begun = 0; begun < order.size(); begun += 10000) {
+            SamplePacket packet;
+            packet.parts.push_back({walk.key, {}, false});
+            for (std::size_t i = begun; i < begun + 10000; ++i)
+                packet.parts[0].run.Append(run, order[i], order[i] + 1);
+            std::vector<std::uint64_t> numbers;
+            demand(store->Write({{begun + 5, 1, packet.Pack()}}, numbers));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * 1000000);
+}
+BENCHMARK(insertMixed)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 /// What a tap pays to make packets of its samples.
 void pack(benchmark::State &state)

@@ -1,5 +1,6 @@
 #include "ArchiveFixture.h"
 
+#include "nodes/FileSizeLimit.h"
 #include "nodes/ManualClock.h"
 #include "nodes/archive/HistoryColumnBuilder.h"
 #include "nodes/storage/SqliteDatabase.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <random>
 #include <thread>
 
@@ -79,6 +81,8 @@ private slots:
     void damageIsFoundAndMended_data();
     void damageIsFoundAndMended();
     void damagedChunkIsAGap();
+    void failedWriteChangesNothing_data();
+    void failedWriteChangesNothing();
     void ruinedFileIsSetAside();
     void damagedPagesAreSalvaged();
     void laterVersionIsRefused();
@@ -398,6 +402,40 @@ void ArchiveStoreTest::damagedChunkIsAGap()
         archive.never);
     QCOMPARE(result.GetType(), Result::StorageError); // an export is not whole
     QCOMPARE(visited, std::size_t(80000 - 4096 + 1));
+}
+
+void ArchiveStoreTest::failedWriteChangesNothing_data()
+{
+    QTest::addColumn<bool>("isFull");
+    QTest::newRow("locked by another program") << false;
+    QTest::newRow("disk full") << true;
+}
+
+void ArchiveStoreTest::failedWriteChangesNothing()
+{
+    QFETCH(bool, isFull);
+    ArchiveFixture archive;
+    archive.write(1, noise(begin, 6000));
+    SamplePacket packet;
+    packet.parts.push_back({archive.key(1), noise(begin + 2 * hour, 6000), false});
+    const Records records{archive.record(packet)};
+    {
+        SqliteDatabase other;
+        QVERIFY(other.Open(archive.file(), SqliteDatabase::Mode::ReadWrite));
+        QVERIFY(isFull || other.Execute("BEGIN IMMEDIATE"));
+        std::optional<FileSizeLimit> limit;
+        if (isFull)
+            limit.emplace(std::filesystem::file_size(archive.file() + "-wal") + 4096);
+        std::vector<std::uint64_t> numbers;
+        const Result written = archive.store->Write(records, numbers);
+        QCOMPARE(written.GetType(), Result::StorageError);
+        QVERIFY2(written.GetDetail().find(archive.file()) == 0, written.GetDetail().c_str());
+        QVERIFY(archive.store->IsOpen());
+    }
+    archive.write(records);
+    archive.write(records);
+    QCOMPARE(archive.stored(1).Size(), std::size_t(12000));
+    QVERIFY(archive.findings().empty());
 }
 
 void ArchiveStoreTest::ruinedFileIsSetAside()
