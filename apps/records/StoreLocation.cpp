@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *fileName = "archive.db";
+constexpr const char *fileName = "archive.sqlite";
 
 /// "scheme:...": whatever its kind of store makes of it. A path may begin with one letter so.
 bool isConnection(const std::string &store)

@@ -22,7 +22,7 @@ struct Plant
         std::filesystem::remove_all(directory);
         std::filesystem::create_directories(directory);
         ArchiveRecording::Settings settings;
-        settings.location = location ? location : (directory / "archive.db").string();
+        settings.location = location ? location : (directory / "archive.sqlite").string();
         settings.spillFile = (directory / "archive.spill").string();
         settings.home = {"bench", 1, "bench"};
         settings.heartbeat = {{settings.home, 1, "archive"}, ""};

@@ -123,7 +123,7 @@ private slots:
         // The core has started, and told its journal, when the archive gets its first live sample.
         std::vector<Nodes::ArchivedSignal> found;
         std::unique_ptr<Nodes::ArchiveReader> archive;
-        QVERIFY(Nodes::ArchiveReaders().Make((data + "/archive.db").toStdString(), archive));
+        QVERIFY(Nodes::ArchiveReaders().Make((data + "/archive.sqlite").toStdString(), archive));
         QTRY_VERIFY_WITH_TIMEOUT(archive->ListSignals(found) && found.size() == 1 &&
                                      found[0].last > found[0].generatedTo,
                                  patience);

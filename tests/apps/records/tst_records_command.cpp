@@ -474,7 +474,7 @@ private:
     {
         if (place == "database")
             return m_cluster->Location("d" + std::to_string(m_databases));
-        const QString path = place == "file" ? file() : m_directory->filePath("archive.db");
+        const QString path = place == "file" ? file() : m_directory->filePath("archive.sqlite");
         return path.toStdString();
     }
     /// As a station does: a sample each of two signals, again and again.
