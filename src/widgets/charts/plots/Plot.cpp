@@ -22,6 +22,7 @@
 
 #include <qwt_plot_directpainter.h>
 #include <qwt_plot_grid.h>
+#include <qwt_plot_layout.h>
 
 #include <utility>
 
@@ -44,12 +45,15 @@ Plot::Plot(Nodes::widgetChart *chart, int number, QWidget *parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setContentsMargins(0, 1, 1, 1);
     setMinimumSize(0, 0);
+    m_grid->setZ(0); // below the curves
     m_grid->attach(this);
     m_canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
     m_canvas->setPaintAttribute(QwtPlotCanvas::Opaque, false);
     m_canvas->setAttribute(Qt::WA_OpaquePaintEvent, false);
     m_canvas->setAutoFillBackground(true);
     setCanvas(m_canvas);
+    plotLayout()->setCanvasMargin(0);
+    plotLayout()->setAlignCanvasToScales(true); // the window is what the canvas shows
     m_note = new PlotNote(m_canvas);
     SampleLook::keepLooksWhileDisabled(*this);
     m_layoutTimer.setSingleShot(true);
