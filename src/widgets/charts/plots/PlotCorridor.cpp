@@ -1,5 +1,6 @@
 #include "widgets/charts/plots/PlotCorridor.h"
 
+#include "widgets/charts/pickers/PickerCanvasCorridor.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/series/qwidgetChartCorridorSerie.h"
 
@@ -98,6 +99,11 @@ void PlotCorridor::forgetSeries()
 {
     setFollowing(false);
     PlotHistory::forgetSeries();
+}
+
+IPickerCanvas *PlotCorridor::makePicker()
+{
+    return new PickerCanvasCorridor(this);
 }
 
 } // namespace Widgets

@@ -3,6 +3,7 @@
 #include "widgets/charts/axes/AxisPlaces.h"
 #include "widgets/charts/axes/AxisRecord.h"
 #include "widgets/charts/axes/ValueScaleDraw.h"
+#include "widgets/charts/pickers/PickerCanvasXY.h"
 #include "widgets/charts/plots/HistoryFaults.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/series/qwidgetChartXYSerie.h"
@@ -175,6 +176,11 @@ void PlotXY::onClock()
     const double oldest = ChartTime::now() - length();
     for (qwidgetChartXYSerie *serie : xySeries())
         serie->trimLeft(oldest);
+}
+
+IPickerCanvas *PlotXY::makePicker()
+{
+    return new PickerCanvasXY(this);
 }
 
 } // namespace Widgets

@@ -45,6 +45,7 @@ public slots:
 
 protected:
     void forgetSeries() override;
+    IPickerCanvas *makePicker() override;
 
 private:
     using Answer = std::pair<unsigned, std::shared_ptr<const Nodes::HistoryAnswer>>;
