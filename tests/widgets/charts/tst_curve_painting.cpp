@@ -162,6 +162,7 @@ private slots:
     void movedAndTrimmedViewsStayRight();
     void pointsThatGoBack();
     void scaledPainter();
+    void scaleThatGrowsToTheLeft();
     void dashesStayWithTheData();
     void qualitiesAreToldApart();
     void nothingForLessThanAPair();
@@ -210,11 +211,13 @@ void tst_curve_painting::pictureIsThatOfThePairs()
         const QImage ours = picture(curve, view);
         const QImage expected = pairs(curve, view);
         const int stray = strayPixels(ours, expected) + strayPixels(expected, ours);
-        if (stray > strayLimit) {
+        // The corners of a wide pen: a few in a thousand.
+        const int limit = strayLimit + inkIn(expected, expected.rect()) / 400;
+        if (stray > limit) {
             ours.save(QDir::temp().filePath("curve-ours.png"));
             expected.save(QDir::temp().filePath("curve-pairs.png"));
         }
-        QVERIFY2(stray <= strayLimit, qPrintable(QString::number(stray)));
+        QVERIFY2(stray <= limit, qPrintable(QString::number(stray)));
     }
 }
 
@@ -303,6 +306,19 @@ void tst_curve_painting::scaledPainter()
     QVERIFY(strayPixels(half, picture(curve, view)) <= strayLimit);
 }
 
+void tst_curve_painting::scaleThatGrowsToTheLeft()
+{
+    PlotCurve curve;
+    curve.setPen(Qt::black, 1);
+    for (const int count : {40, 6'000}) {
+        fill(*curve.points(), "gaps", count);
+        const View view(start + 3'600'000, start);
+        QVERIFY(strayPixels(picture(curve, view), pairs(curve, view)) <= strayLimit);
+        QVERIFY(strayPixels(pairs(curve, view), picture(curve, view)) <= strayLimit);
+        curve.points()->clear();
+    }
+}
+
 void tst_curve_painting::dashesStayWithTheData()
 {
     PlotCurve curve;
@@ -345,6 +361,11 @@ void tst_curve_painting::qualitiesAreToldApart()
                  qPrintable(QString::number(dotted)));
     }
     QCOMPARE(inkIn(image, part(2)), 0);
+    // Sticks, which stand in a column each, as well.
+    mixed.setStyle(QwtPlotCurve::Sticks);
+    mixed.setBaseline(-1);
+    const QImage sticks = picture(mixed, view);
+    QVERIFY(inkIn(sticks, part(1)) < inkIn(sticks, part(0)) * 0.65);
     // A bar at the lower edge under the bad stretch, and under no other.
     const QRect bar(205, size.height() - 8, 88, 8);
     QVERIFY(inkIn(image, bar) > 100);
