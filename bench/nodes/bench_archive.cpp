@@ -155,10 +155,11 @@ struct Place
         return reader;
     }
 
+    static inline int made = 0;
     const fs::path directory =
         fs::path(std::getenv("STATION_BENCH_DIR") ? std::getenv("STATION_BENCH_DIR")
                                                   : fs::temp_directory_path().string()) /
-        ("bench_archive_" + std::to_string(::getpid()));
+        ("bench_archive_" + std::to_string(::getpid()) + "_" + std::to_string(++made));
     std::string location;
     double before = 0;
 };
