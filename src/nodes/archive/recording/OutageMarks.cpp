@@ -62,12 +62,13 @@ Result OutageMarks::look(const ArchivedSignal &signal)
     const HistoryColumn column = builder.Take();
     if (!result || column.times.empty() || column.times.front() >= m_begin)
         return result;
-    Ending ending{signal.key, column.times.front(), true};
+    Ending ending{signal.key, column.times.front(), {}};
     // Texts are no numbers, and yet known.
     result = m_stored.Visit(
         signal.key, ending.time, ending.time,
         [&ending](const SampleRun &run) {
-            ending.isGap = run.KindAt(0) == SampleKind::Gap || !IsKnown(run.qualities.front());
+            if (run.KindAt(0) != SampleKind::Gap && IsKnown(run.qualities.front()))
+                ending.last.Append(run, 0, 1);
             return false;
         },
         m_isCancelled);
@@ -82,10 +83,14 @@ void OutageMarks::makeMarks(std::vector<SamplePacket> &marks) const
     for (const Ending &ending : m_endings)
         lastKnown = std::max(lastKnown, ending.time);
     for (const Ending &ending : m_endings) {
-        if (ending.isGap || lastKnown + 1 >= m_begin)
+        if (ending.last.IsEmpty() || lastKnown + 1 >= m_begin)
             continue;
         SamplePacket::Part part;
         part.signal = ending.signal;
+        if (lastKnown - ending.time > LongestSilence) {
+            part.run = ending.last;
+            part.run.times.front() = lastKnown;
+        }
         part.run.AddGap(lastKnown + 1);
         if (marks.empty() || marks.back().parts.size() >= mostMarks)
             marks.emplace_back();

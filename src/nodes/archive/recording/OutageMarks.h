@@ -23,6 +23,10 @@ class StoredHistory;
 class OutageMarks
 {
 public:
+    /// A sample tells what held until the outage when it was not longer before, microseconds; of an
+    /// older one that is said once more, so that a line leads there.
+    static constexpr Timestamp LongestSilence = 2 * 1000000;
+
     /// Null when that signal is not recorded now.
     using Finder = std::function<std::shared_ptr<SignalIntake>(const ArchiveSignalKey &)>;
 
@@ -42,7 +46,7 @@ private:
     {
         ArchiveSignalKey signal;
         Timestamp time = 0;
-        bool isGap = false;
+        SampleRun last; ///< the sample, unless it is a gap
     };
 
     [[nodiscard]] Result look(const ArchivedSignal &signal);

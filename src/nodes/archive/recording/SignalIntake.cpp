@@ -3,6 +3,7 @@
 #include "nodes/archive/HistoryColumnBuilder.h"
 #include "nodes/archive/history/StoredHistory.h"
 #include "nodes/archive/recording/IntakeQueue.h"
+#include "nodes/archive/recording/OutageMarks.h"
 #include "nodes/values/SignalValue.h"
 
 #include <algorithm>
@@ -55,8 +56,7 @@ SignalIntake::SignalIntake(Settings settings, std::shared_ptr<RecentSamples::Pro
     : m_settings(std::move(settings)),
       m_queue(std::move(queue)),
       m_stored(std::move(stored)),
-      m_recent(m_settings.limits, std::move(progress)),
-      m_archived{0, 0, Quality::Bad, SampleKind::Gap}
+      m_recent(m_settings.limits, std::move(progress))
 {
 }
 
@@ -70,8 +70,14 @@ void SignalIntake::Offer(Timestamp time, const SignalValue &value)
     const Sample sample{std::max(placed(time, value), m_last + 1), isNumber ? number : none,
                         value.GetQuality(), kind};
     m_last = sample.time;
-    if (!isHeldBack(sample))
-        add(sample, kind == SampleKind::Text ? value.ToString() : std::string());
+    Archived offered{sample, kind == SampleKind::Text ? value.ToString() : std::string()};
+    if (isHeldBack(offered)) {
+        m_heldBack = std::move(offered);
+        return;
+    }
+    addHeldBack();
+    m_archived = std::move(offered);
+    add(m_archived);
 }
 
 /// A value that was there before counts from the begin on, by the clock of its source.
@@ -83,32 +89,40 @@ Timestamp SignalIntake::placed(Timestamp time, const SignalValue &value) const
     return std::max(time, m_settings.begin - std::max<Timestamp>(0, received - time));
 }
 
-bool SignalIntake::isHeldBack(const Sample &sample)
+bool SignalIntake::isHeldBack(const Archived &archived) const
 {
-    const bool isWithin = m_settings.deadband > 0 && sample.kind == SampleKind::Number &&
-                          m_archived.kind == SampleKind::Number &&
-                          sample.quality == m_archived.quality &&
-                          std::abs(sample.number - m_archived.number) < m_settings.deadband;
-    if (isWithin) {
-        m_heldBack = sample;
-        return true;
+    const Sample &sample = archived.sample;
+    const Sample &last = m_archived.sample;
+    const bool isFirst = last.time == 0;
+    if (isFirst || !(m_settings.deadband > 0) || sample.kind != last.kind ||
+        sample.quality != last.quality)
+        return false;
+    switch (sample.kind) {
+    case SampleKind::Number:
+        return std::abs(sample.number - last.number) < m_settings.deadband;
+    case SampleKind::Logical:
+        return sample.number == last.number;
+    case SampleKind::Text:
+        return archived.text == m_archived.text;
+    case SampleKind::Gap:
+        break;
     }
-    addHeldBack();
-    m_archived = sample;
-    return false;
+    return true;
 }
 
 void SignalIntake::addHeldBack()
 {
-    if (m_heldBack)
-        add(*m_heldBack);
+    if (!m_heldBack)
+        return;
+    m_archived = std::move(*m_heldBack);
     m_heldBack.reset();
+    add(m_archived);
 }
 
-void SignalIntake::add(const Sample &sample, std::string text)
+void SignalIntake::add(const Archived &archived)
 {
-    if (!m_recent.Add(sample, std::move(text)))
-        noteLoss(sample.time, 1);
+    if (!m_recent.Add(archived.sample, archived.text))
+        noteLoss(archived.sample.time, 1);
     if (!m_isListed.exchange(true))
         m_queue->Add(shared_from_this());
     m_queue->Count();
@@ -117,10 +131,15 @@ void SignalIntake::add(const Sample &sample, std::string text)
 void SignalIntake::End(Timestamp now)
 {
     addHeldBack();
-    if (IsGap(m_recent.Last()))
+    const Sample last = m_recent.Last();
+    if (IsGap(last))
         return;
-    m_last = std::max(now, m_last + 1);
-    add({m_last, none, Quality::Bad, SampleKind::Gap});
+    const auto at = [this](Timestamp time) { return m_last = std::max(time, m_last + 1); };
+    if (now - last.time > OutageMarks::LongestSilence) {
+        m_archived.sample.time = at(now);
+        add(m_archived);
+    }
+    add({{at(now), none, Quality::Bad, SampleKind::Gap}, {}});
 }
 
 void SignalIntake::noteLoss(Timestamp from, std::uint64_t count)

@@ -28,7 +28,8 @@ public:
     {
         ArchiveSignalKey key;
         /// Change of a number below which a sample is left out, unless a later one shows that it
-        /// was the last before a greater change; 0: none is.
+        /// was the last before a greater change; 0: none is. Above 0 contacts and texts that come
+        /// again unchanged are left out too.
         double deadband = 0;
         bool isText = false; ///< its samples are read as texts
         RecentSamples::Limits limits;
@@ -42,7 +43,8 @@ public:
 
     const ArchiveSignalKey &GetKey() const { return m_settings.key; }
     void Offer(Timestamp time, const SignalValue &value) override;
-    /// Nothing is known of the signal from now on. No sample is offered meanwhile or afterwards.
+    /// The last value held until now, and nothing is known of the signal from now on. No sample is
+    /// offered meanwhile or afterwards.
     void End(Timestamp now);
 
     [[nodiscard]] Result Read(HistoryColumnBuilder &into,
@@ -63,8 +65,14 @@ public:
     void SetTaken(std::vector<Timestamp> times);
 
 private:
-    void add(const RecentSamples::Sample &sample, std::string text = {});
-    bool isHeldBack(const RecentSamples::Sample &sample);
+    struct Archived
+    {
+        RecentSamples::Sample sample{0, 0, Quality::Bad, SampleKind::Gap};
+        std::string text;
+    };
+
+    void add(const Archived &archived);
+    bool isHeldBack(const Archived &archived) const;
     void addHeldBack();
     void noteLoss(Timestamp from, std::uint64_t count);
     Timestamp freePlace(Timestamp time);
@@ -85,8 +93,8 @@ private:
     std::atomic<Timestamp> m_takenTo{0};  // last of the times below; 0: none
     // Of the thread that offers.
     Timestamp m_last = 0;
-    RecentSamples::Sample m_archived;
-    std::optional<RecentSamples::Sample> m_heldBack;
+    Archived m_archived;
+    std::optional<Archived> m_heldBack; // later than that, and no other
     // Of the thread that packs.
     std::vector<Timestamp> m_taken; // ascending
     std::uint64_t m_packed = 0;     // samples in the record made last
