@@ -246,25 +246,6 @@ void Plot::onUpdateProperties()
     onSetSymbol(m_chart ? m_chart->GetTypeSymbol() : int(Nodes::widgetChart::SymbolNone));
 }
 
-void Plot::setGrid(const Nodes::widgetChartGroup &group)
-{
-    m_grid->enableY(group.GetMajorY());
-    m_grid->enableX(group.GetMajorX());
-    m_grid->enableYMin(group.GetMinorY());
-    m_grid->enableXMin(group.GetMinorX());
-    m_grid->setMajorPen(Utils::NPenToQPen(group.GetMajorPen()));
-    m_grid->setMinorPen(Utils::NPenToQPen(group.GetMinorPen()));
-}
-
-void Plot::updatePropertyCanvas()
-{
-    if (Nodes::widgetChartGroup *group = this->group()) {
-        setCanvasBackground(QBrush(Utils::NColorToQColor(group->GetBackgroundColor())));
-        m_canvas->setCurrentGroup(group);
-    }
-    m_canvas->onUpdateProperties();
-}
-
 void Plot::setVisibleToolBar(bool isVisible)
 {
     m_canvas->setVisibleToolBar(isVisible);
@@ -319,25 +300,6 @@ void Plot::setNote(const QString &text)
 QString Plot::note() const
 {
     return m_note->text();
-}
-
-void Plot::scheduleReplot()
-{
-    if (!m_replotTimer.isActive())
-        m_replotTimer.start();
-}
-
-void Plot::replot()
-{
-    m_nextWindow.reset();
-    MultiAxisPlot::replot();
-}
-
-void Plot::resizeEvent(QResizeEvent *event)
-{
-    MultiAxisPlot::resizeEvent(event);
-    if (!m_layoutTimer.isActive())
-        m_layoutTimer.start();
 }
 
 } // namespace Widgets

@@ -134,8 +134,7 @@ void PlotCanvas::setAutoScale(bool areX, bool on)
         if (!on && shown.isValid())
             m_plot->setAxisScale(axis, shown.minValue(), shown.maxValue());
     }
-    m_plot->updateAxes();
-    m_plot->scheduleReplot();
+    m_plot->replot();
     m_plot->updateIntervalEditorManagers();
 }
 
