@@ -265,7 +265,7 @@ void ArchiveModelTest::answersAsBruteForce()
     Source source(seed);
     ArchiveFixture archive(isServer ? cluster->Location() : std::string());
     std::map<unsigned long, Model> models{{1, {}}, {2, {}}, {3, {}}};
-    for (int round = 0; round < 4 && !QTest::currentTestFailed(); ++round) {
+    for (int round = 0; round < 3 && !QTest::currentTestFailed(); ++round) {
         for (int i = 0; i < 3 && !QTest::currentTestFailed(); ++i)
             write(archive, source, models);
         if (source.number(0, 1) == 0)
