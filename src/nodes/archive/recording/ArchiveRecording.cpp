@@ -3,8 +3,8 @@
 #include "nodes/archive/history/StoredHistory.h"
 #include "nodes/archive/recording/ArchiveWatch.h"
 #include "nodes/archive/recording/IntakeQueue.h"
-#include "nodes/archive/recording/OutageMarks.h"
 #include "nodes/archive/recording/PacketSender.h"
+#include "nodes/archive/recording/RunBeginning.h"
 #include "nodes/archive/store/ArchiveStore.h"
 #include "nodes/storage/records/Recorder.h"
 #include "nodes/timers/DeadlineThread.h"
@@ -21,7 +21,6 @@ namespace Nodes {
 namespace {
 
 constexpr Timestamp second = 1000000;
-constexpr std::size_t mostTaken = 1000000; // times of an earlier run that are minded, 8 MB
 constexpr Timestamp heartbeatPause = 5 * second;
 constexpr Timestamp lookPause = second;
 constexpr std::size_t manySamples = 32768; // that wait: not for the rest of the interval
@@ -46,10 +45,7 @@ struct ArchiveRecording::Impl
     Timestamp work();
     void carry();
     void send();
-    void mindOverlap(SignalIntake &signal);
     void beat();
-    enum class Patience { Step, End };
-    bool resume(Patience patience);
     void look();
     void finish();
 
@@ -70,9 +66,7 @@ struct ArchiveRecording::Impl
     std::map<ArchiveSignalKey, std::shared_ptr<SignalIntake>> signals; // guarded
 
     std::mutex mutex; // of the rest; held while samples are carried
-    std::unique_ptr<OutageMarks> marks;
-    std::map<ArchiveSignalKey, Timestamp> overlaps; // see OutageMarks; not minded yet
-    std::vector<ArchiveSignalKey> marked; // answers about them may be kept that lack the marks
+    RunBeginning beginning;
     ArchiveWatch watch;
     Timestamp nextCarry = 0; // steady times
     Timestamp nextLook = 0;
@@ -85,9 +79,8 @@ ArchiveRecording::Impl::Impl(Settings given, Teller teller)
       stored(std::make_shared<StoredHistory>(settings.location)),
       recorder(std::make_shared<Recorder>(SamplePacket::Format(), limitsOf(settings), hooks())),
       queue(std::make_shared<IntakeQueue>(manySamples, [this] { thread.Wake(); })),
-      marks(
-          std::make_unique<OutageMarks>(settings.home, begin, *stored,
-                                        [this](const ArchiveSignalKey &key) { return find(key); })),
+      beginning(settings.home, begin, *stored,
+                [this](const ArchiveSignalKey &key) { return find(key); }),
       watch(tell)
 {
     sender->SetRecorder(recorder);
@@ -133,7 +126,7 @@ Timestamp ArchiveRecording::Impl::work()
 
 void ArchiveRecording::Impl::carry()
 {
-    const bool isResumed = resume(Patience::Step);
+    const bool isResumed = beginning.Mark(*recorder, *sender, RunBeginning::Patience::Step);
     const bool isLate = std::chrono::steady_clock::now() - begun > longestWait;
     if (isResumed || isLate || !recorder->IsStoreOpen())
         send();
@@ -143,32 +136,11 @@ void ArchiveRecording::Impl::send()
 {
     const PacketSender::Signals waiting = queue->Take();
     for (const auto &signal : waiting)
-        mindOverlap(*signal);
+        beginning.MindOverlap(*signal);
     if (sender->Send(waiting))
         lastSent = Clock::Current().Steady();
     else
         beat();
-}
-
-/// The store holds samples at times that the clock goes through again: none may be taken twice.
-void ArchiveRecording::Impl::mindOverlap(SignalIntake &signal)
-{
-    const auto found = overlaps.find(signal.GetKey());
-    if (found == overlaps.end())
-        return;
-    std::vector<Timestamp> times;
-    const std::atomic<bool> isCancelled{false};
-    const Result visited = stored->Visit(
-        signal.GetKey(), begin, found->second,
-        [&times](const SampleRun &run) {
-            times.insert(times.end(), run.times.begin(), run.times.end());
-            return times.size() < mostTaken;
-        },
-        isCancelled);
-    if (!visited)
-        return;
-    signal.SetTaken(std::move(times));
-    overlaps.erase(found);
 }
 
 /// So that it is known later how long the station ran, although nothing changed.
@@ -181,31 +153,6 @@ void ArchiveRecording::Impl::beat()
     heartbeat->Offer(Clock::Current().Now(), true);
     (void)sender->Send(queue->Take());
     lastSent = now;
-}
-
-/// Marks the outage before this run, as soon as the store holds all that was recorded before it.
-bool ArchiveRecording::Impl::resume(Patience patience)
-{
-    if (!marks)
-        return true;
-    if (!recorder->IsStoreOpen() || recorder->GetHealth().aside > 0)
-        return false;
-    std::vector<SamplePacket> packets;
-    bool isDone = false;
-    do {
-        if (!marks->Step(packets, isDone))
-            return false;
-    } while (!isDone && patience == Patience::End);
-    if (!isDone)
-        return false;
-    for (const SamplePacket &packet : packets) {
-        (void)sender->Send(packet);
-        for (const SamplePacket::Part &part : packet.parts)
-            marked.push_back(part.signal);
-    }
-    overlaps = marks->TakeOverlaps();
-    marks.reset();
-    return true;
 }
 
 void ArchiveRecording::Impl::look()
@@ -223,10 +170,8 @@ void ArchiveRecording::Impl::look()
     watch.TellLosses();
     const StoreHealth health = recorder->GetHealth();
     watch.Look(health);
-    if (health.waiting > 0)
-        return;
-    for (const ArchiveSignalKey &signal : std::exchange(marked, {}))
-        stored->Forget(signal); // what was read before the mark was there
+    if (health.waiting == 0)
+        beginning.ForgetAnswers();
 }
 
 void ArchiveRecording::Impl::finish()
@@ -235,7 +180,7 @@ void ArchiveRecording::Impl::finish()
     const Timestamp now = Clock::Current().Now();
     for (const auto &[key, signal] : signals)
         signal->End(now);
-    (void)resume(Patience::End);
+    (void)beginning.Mark(*recorder, *sender, RunBeginning::Patience::End);
     send();
     look();
 }
@@ -314,7 +259,8 @@ Result ArchiveRecording::Flush()
 {
     {
         const std::lock_guard lock(m_impl->mutex);
-        (void)m_impl->resume(Impl::Patience::End);
+        (void)m_impl->beginning.Mark(*m_impl->recorder, *m_impl->sender,
+                                     RunBeginning::Patience::End);
         m_impl->send();
     }
     return m_impl->recorder->Flush();
