@@ -1,4 +1,5 @@
 // Pictures of curves against each pair of points drawn by itself, and what the points cost.
+#include "widgets/charts/painting/IntervalSeriesData.h"
 #include "widgets/charts/painting/PlotCurve.h"
 
 #include <qwt_painter.h>
@@ -168,6 +169,7 @@ private slots:
     void nothingForLessThanAPair();
     void rectangleOfTheDrawnPoints();
     void lastAndSort();
+    void intervals();
 };
 
 void tst_curve_painting::pictureIsThatOfThePairs_data()
@@ -425,6 +427,25 @@ void tst_curve_painting::lastAndSort()
     QCOMPARE(data.quality(0), Quality::Uncertain);
     QCOMPARE(data.quality(1), Quality::Good);
     QCOMPARE(data.last(), QPointF(2, 3));
+}
+
+void tst_curve_painting::intervals()
+{
+    Widgets::IntervalSeriesData data;
+    const QRectF none(0, 0, -1, -1);
+    data.replaceLast({1, 2, 3}); // there is none: it is the first
+    data.append({2, -5, notANumber});
+    data.append({3, 0, 10});
+    QCOMPARE(data.size(), std::size_t(3));
+    QCOMPARE(data.boundingRect(), QRectF(QPointF(1, 0), QPointF(3, 10)));
+    data.replaceLast({4, 1, 4});
+    QCOMPARE(data.last(), QwtIntervalSample(4, 1, 4));
+    QCOMPARE(data.boundingRect(), QRectF(QPointF(1, 1), QPointF(4, 4)));
+    data.trimFront(2);
+    QCOMPARE(data.boundingRect(), QRectF(QPointF(4, 1), QPointF(4, 4)));
+    data.clear();
+    QCOMPARE(data.boundingRect(), none);
+    QVERIFY(!data.last().interval.isValid());
 }
 
 QTEST_MAIN(tst_curve_painting)
