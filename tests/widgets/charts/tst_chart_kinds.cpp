@@ -247,6 +247,24 @@ private slots:
             qobject_cast<Widgets::ToolBarAutoScaleAxisX *>(chart.plot()->plotCanvas()->tbAxisX()));
     }
 
+    // Who edits a project sees what it will look like.
+    void edited()
+    {
+        m_project = std::make_unique<RuntimeProject>(plant, Nodes::WorkModeEditing);
+        Widgets::qwidgetChartXY xy(m_project->node<Nodes::widgetChartXY>(40), nullptr);
+        Widgets::qwidgetChartCorridor tube(m_project->node<Nodes::widgetChartCorridor>(50),
+                                           nullptr);
+        for (QWidget *chart : {static_cast<QWidget *>(&xy), static_cast<QWidget *>(&tube)}) {
+            chart->resize(700, 400);
+            chart->show();
+        }
+        keep(xy, "xy-edited");
+        keep(tube, "corridor-edited");
+        QVERIFY(serie<ISerie>(xy)->pointCount() > 100);
+        QVERIFY(serie<Widgets::qwidgetChartCorridorSerie>(tube)->tube().boundingRect().height() >
+                0);
+    }
+
     void corridor()
     {
         Widgets::qwidgetChartCorridor chart(m_project->node<Nodes::widgetChartCorridor>(50),

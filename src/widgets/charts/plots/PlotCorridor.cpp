@@ -12,6 +12,12 @@
 
 namespace Widgets {
 
+namespace {
+
+constexpr double sketchedPart = 0.06; // of the scale, on either side of the line
+
+} // namespace
+
 PlotCorridor::PlotCorridor(Nodes::widgetChartCorridor *chart, int number, QWidget *parent)
     : PlotHistory(chart, number, parent)
 {
@@ -68,6 +74,11 @@ void PlotCorridor::onUpdateProperties()
 {
     PlotHistory::onUpdateProperties();
     showSlice();
+    if (isAtWork())
+        return;
+    for (qwidgetChartCorridorSerie *tube : tubes())
+        tube->sketch(axisInterval(tube->yAxis()).width() * sketchedPart);
+    replot();
 }
 
 void PlotCorridor::updateGroup()

@@ -94,6 +94,16 @@ void PlotXY::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesConta
     setAxisAutoScale(xAxis, true);
 }
 
+void PlotXY::onUpdateProperties()
+{
+    Plot::onUpdateProperties();
+    if (isAtWork())
+        return;
+    for (qwidgetChartXYSerie *serie : xySeries())
+        serie->sketch(axisInterval(serie->xAxis()), axisInterval(serie->yAxis()));
+    replot();
+}
+
 void PlotXY::updateGroup()
 {
     deletePanner();

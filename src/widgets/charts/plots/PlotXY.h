@@ -34,6 +34,7 @@ public:
     double length() const;
 
 public slots:
+    void onUpdateProperties() override;
     void setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes) override;
     void updateGroup() override;
     void onUserChanged() override;
