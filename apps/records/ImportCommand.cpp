@@ -22,7 +22,6 @@ using Nodes::Result;
 constexpr std::size_t batchBytes = 64 << 20;
 constexpr std::size_t rowBytes = 40; // about, besides its text
 constexpr std::uint64_t toldBadRows = 20;
-constexpr std::size_t toldSignals = 20;
 
 } // namespace
 
@@ -190,9 +189,7 @@ void ImportCommand::showProgress() const
 
 void ImportCommand::summarize() const
 {
-    std::string text = m_writer.written() > 0
-                           ? std::to_string(m_writer.written()) + " samples are in the archive"
-                           : std::string("no samples were imported");
+    std::string text = std::to_string(m_writer.written()) + " samples are in the archive";
     if (m_committedLine > 0)
         text +=
             ", of lines " + std::to_string(m_firstLine) + " to " + std::to_string(m_committedLine);
@@ -201,13 +198,12 @@ void ImportCommand::summarize() const
     if (m_committedLine < m_lastLine || (m_badRows > 0 && !m_options.skipsBad))
         text += "; import the rest, or all of it again: what is there stays as it is";
     Message::tell(text);
-    if (m_newSignals.empty() || m_archive.project().isLoaded() || m_archive.signals().empty())
+    if (m_newSignals.empty() || m_archive.project().isLoaded())
         return;
-    text = "signals that the archive did not know: " + std::to_string(m_newSignals.size()) + ":";
-    auto signal = m_newSignals.begin();
-    for (std::size_t i = 0; i < toldSignals && signal != m_newSignals.end(); ++i)
-        text += " " + std::to_string(*signal++);
-    Message::tell(text + (signal == m_newSignals.end() ? "" : " ..."));
+    text = "signals that the archive did not know:";
+    for (const unsigned long signal : m_newSignals)
+        text += " " + std::to_string(signal);
+    Message::tell(text);
 }
 
 } // namespace Records

@@ -9,8 +9,9 @@
 #include <qwt_plot_grid.h>
 #include <qwt_scale_map.h>
 
-#ifdef BENCH_QCUSTOMPLOT
+#if __has_include(<qcustomplot.h>)
 #include <qcustomplot.h>
+#define BENCH_QCUSTOMPLOT
 #endif
 
 #include <QPainter>

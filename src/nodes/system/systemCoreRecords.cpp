@@ -22,7 +22,8 @@ std::string systemCore::GetRecordLocation(const std::string &name,
         return given->second;
     if (!configured.empty())
         return configured;
-    return (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
+    const char *const suffix = name == "archive" ? ".db" : ".sqlite";
+    return (fs::path(GetDataDirectory()) / (name + suffix)).string();
 }
 
 void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)

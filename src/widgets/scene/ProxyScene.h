@@ -134,7 +134,7 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent *event) override;
 
 private:
-    void openSignalMenu(QGraphicsSceneContextMenuEvent &event);
+    bool openRuntimeMenu(const QGraphicsSceneContextMenuEvent &event);
     ProxyScene(Nodes::BasicNode *node, int, QObject *parent, const SceneContext &context);
 
     void takeContext();

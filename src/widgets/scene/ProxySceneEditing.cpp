@@ -10,11 +10,14 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMetaMethod>
+#include <QWidget>
 
 namespace Widgets {
 
@@ -164,32 +167,42 @@ void ProxyScene::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {
     SceneEditor *tool = editor();
     if (!tool) {
-        QGraphicsScene::contextMenuEvent(event);
-        if (!event->isAccepted())
-            openSignalMenu(*event);
+        event->setAccepted(openRuntimeMenu(*event));
         return;
     }
     tool->openMenu(*event);
     event->accept();
 }
 
-// What an operator may want of a value on the screen that has no menu of its own.
-void ProxyScene::openSignalMenu(QGraphicsSceneContextMenuEvent &event)
+// That of the widget under the pointer, or what an operator may want of a value that has none. The
+// scene itself asks only the widget that has the focus.
+bool ProxyScene::openRuntimeMenu(const QGraphicsSceneContextMenuEvent &event)
 {
-    if (!SceneContext::process()->isRuntime())
-        return;
     const QList<QGraphicsItem *> met = items(event.scenePos());
     for (QGraphicsItem *item : met) {
-        const auto *element = dynamic_cast<ProxyWidget *>(item);
+        auto *element = dynamic_cast<ProxyWidget *>(item);
         const Nodes::BasicWidget *node = element ? element->getNode() : nullptr;
-        if (!node || !node->GetSignal())
+        if (!node)
+            continue;
+        if (QWidget *widget = element->widget()) {
+            const QPoint place = element->mapFromScene(event.scenePos()).toPoint();
+            QWidget *child = widget->childAt(place);
+            QWidget *asked = child ? child : widget;
+            QContextMenuEvent inside(QContextMenuEvent::Reason(event.reason()),
+                                     asked->mapFrom(widget, place), event.screenPos(),
+                                     event.modifiers());
+            inside.ignore();
+            if (QCoreApplication::sendEvent(asked, &inside) && inside.isAccepted())
+                return true;
+        }
+        if (!node->GetSignal() || !SceneContext::process()->isRuntime())
             continue;
         auto *menu = new TouchMenu(event.widget());
         OwnTrend::fillMenu(*menu, node->GetSignal());
         menu->openAt(event.screenPos());
-        event.accept();
-        return;
+        return true;
     }
+    return false;
 }
 
 void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)

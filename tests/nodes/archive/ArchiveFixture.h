@@ -12,15 +12,11 @@
 #include <string>
 #include <vector>
 
-/// An archive in a directory of its own, or at another location, and readers of it.
+/// An archive in a directory of its own, and readers of it.
 class ArchiveFixture
 {
 public:
-    explicit ArchiveFixture(const std::string &elsewhere = {})
-        : location(elsewhere.empty() ? file() : elsewhere)
-    {
-        open();
-    }
+    ArchiveFixture() { open(); }
 
     static Nodes::ArchiveSignalKey key(unsigned long node)
     {
@@ -37,7 +33,7 @@ public:
     void open()
     {
         store.reset();
-        QVERIFY(Nodes::ArchiveStores().Make(location, store));
+        QVERIFY(Nodes::ArchiveStores().Make(file(), store));
         Nodes::StoreOpening opening;
         const Nodes::Result opened = store->Open(opening);
         QVERIFY2(opened.IsSuccess(), opened.ToString().c_str());
@@ -47,7 +43,7 @@ public:
     std::unique_ptr<Nodes::ArchiveReader> reader() const
     {
         std::unique_ptr<Nodes::ArchiveReader> made;
-        return Nodes::ArchiveReaders().Make(location, made) ? std::move(made) : nullptr;
+        return Nodes::ArchiveReaders().Make(file(), made) ? std::move(made) : nullptr;
     }
 
     Nodes::Record record(const Nodes::SamplePacket &packet)
@@ -104,7 +100,6 @@ public:
     }
 
     QTemporaryDir directory;
-    const std::string location;
     std::unique_ptr<Nodes::ArchiveStore> store;
     std::string setAside;
     std::uint64_t lastKey = 1000;

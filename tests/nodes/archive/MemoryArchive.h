@@ -18,7 +18,8 @@ struct MemoryArchive
     static MemoryArchive &Use()
     {
         static MemoryArchive archive;
-        [[maybe_unused]] static const bool isKnown = archive.provide();
+        static const bool isKnown = archive.provide();
+        Q_UNUSED(isKnown)
         const std::lock_guard lock(archive.mutex);
         archive.samplesOf.clear();
         archive.keys.clear();

@@ -6,9 +6,7 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
-#include <map>
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace Nodes {
@@ -23,10 +21,6 @@ class StoredHistory;
 class OutageMarks
 {
 public:
-    /// A sample tells what held until the outage when it was not longer before, microseconds; of an
-    /// older one that is said once more, so that a line leads there.
-    static constexpr Timestamp LongestSilence = 2 * 1000000;
-
     /// Null when that signal is not recorded now.
     using Finder = std::function<std::shared_ptr<SignalIntake>(const ArchiveSignalKey &)>;
 
@@ -37,19 +31,16 @@ public:
     /// `marks` is what is to be recorded.
     [[nodiscard]] Result Step(std::vector<SamplePacket> &marks, bool &isDone);
 
-    /// Signals of which the store holds later samples than this run can have made when it began,
-    /// and the last of those: the clock was set back.
-    std::map<ArchiveSignalKey, Timestamp> TakeOverlaps() { return std::exchange(m_overlaps, {}); }
-
 private:
     struct Ending
     {
         ArchiveSignalKey signal;
         Timestamp time = 0;
-        SampleRun last; ///< the sample, unless it is a gap
+        bool isGap = false;
     };
 
     [[nodiscard]] Result look(const ArchivedSignal &signal);
+    [[nodiscard]] Result noteOverlap(const ArchivedSignal &signal);
     void makeMarks(std::vector<SamplePacket> &marks) const;
 
     const RecordHome m_home;
@@ -61,7 +52,6 @@ private:
     std::vector<ArchivedSignal> m_signals;
     std::size_t m_next = 0; // of them
     std::vector<Ending> m_endings;
-    std::map<ArchiveSignalKey, Timestamp> m_overlaps;
 };
 
 } // namespace Nodes

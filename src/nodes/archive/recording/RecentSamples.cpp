@@ -1,7 +1,5 @@
 #include "nodes/archive/recording/RecentSamples.h"
 
-#include "nodes/archive/QualityOrder.h"
-
 #include <algorithm>
 #include <limits>
 
@@ -49,7 +47,8 @@ const std::string &RecentSamples::Part::TextOf(const Sample &sample) const
 
 bool IsGap(const RecentSamples::Sample &sample)
 {
-    return sample.kind == SampleKind::Gap || !IsKnown(sample.quality);
+    return sample.kind == SampleKind::Gap || sample.quality == Quality::Bad ||
+           sample.quality == Quality::Stale;
 }
 
 RecentSamples::RecentSamples(const Limits &limits, std::shared_ptr<Progress> progress)

@@ -1,5 +1,6 @@
 #include "widgets/charts/legend/LegendModel.h"
 
+#include "widgets/charts/legend/SerieColor.h"
 #include "widgets/charts/overlay/ShiftText.h"
 #include "widgets/charts/series/ISerie.h"
 
@@ -198,7 +199,7 @@ bool LegendModel::setData(const QModelIndex &index, const QVariant &value, int r
     if (target && column == SerieColumn::Visible && role == Qt::CheckStateRole)
         target->setVisible(value.toInt() == Qt::Checked);
     else if (target && column == SerieColumn::Color && role == Qt::DecorationRole)
-        target->setColor(value.value<QColor>());
+        SetSerieColor(*target, value.value<QColor>());
     else
         return false;
     refresh(index.row());

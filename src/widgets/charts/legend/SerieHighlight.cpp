@@ -92,7 +92,7 @@ void SerieHighlight::takeBack()
 
 void SerieHighlight::thickenAgain()
 {
-    if (!m_serie || penWidth(m_serie) == m_width + extraWidth)
+    if (!m_serie)
         return;
     m_width = penWidth(m_serie);
     setPenWidth(m_serie, m_width + extraWidth);

@@ -2,6 +2,7 @@
 
 #include "widgets/charts/aids/HistoryAsker.h"
 #include "widgets/charts/legend/Legend.h"
+#include "widgets/charts/legend/SerieColor.h"
 #include "widgets/charts/overlay/ShiftText.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/Plot.h"
@@ -72,7 +73,7 @@ void PastPeriods::add(double shift)
             continue;
         added.serie.reset(SerieFactory::create(node, nullptr));
         added.serie->attachToPlot(m_plot);
-        added.serie->setColor(serie->getColor());
+        SetSerieColor(*added.serie, serie->getColor());
         m_added.push_back(std::move(added));
     }
     tellLegend();

@@ -59,8 +59,16 @@ TrendDialog::TrendDialog(QWidget *parent)
 
 TrendDialog::~TrendDialog()
 {
-    if (m_chart)
+    endChart();
+}
+
+// The nodes go with their project if that goes first: there is nothing to stop then.
+void TrendDialog::endChart()
+{
+    if (m_chart && m_nodes->chart())
         m_chart->stop();
+    m_chart.reset();
+    m_nodes.reset();
 }
 
 QWidget *TrendDialog::buildButtons()
@@ -127,10 +135,7 @@ void TrendDialog::change(unsigned long signal, bool isShown)
 // Another set of signals is another chart; the window of time stays that of the one before.
 void TrendDialog::rebuild()
 {
-    if (m_chart)
-        m_chart->stop();
-    m_chart.reset();
-    m_nodes.reset();
+    endChart();
     Nodes::systemCore *model = ProcessContext::model();
     Nodes::NodesCollection *project = model ? model->GetNodesCollection() : nullptr;
     if (!project || m_shown.empty())

@@ -40,6 +40,7 @@ private:
     void setShown(const Nodes::NodeLinks &shown);
     void change(unsigned long signal, bool isShown);
     void rebuild();
+    void endChart();
     void placeChart();
 
     QWidget *m_area;

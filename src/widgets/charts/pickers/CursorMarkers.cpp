@@ -1,10 +1,12 @@
 #include "widgets/charts/pickers/CursorMarkers.h"
 
 #include <QPainter>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
 
+#include <qwt_plot.h>
 #include <qwt_text.h>
 
 namespace Widgets {
@@ -121,6 +123,13 @@ void CursorLabels::draw(QPainter *painter, const QwtScaleMap &, const QwtScaleMa
     for (const CursorLine *line : m_lines)
         if (!line->labelRect().isNull())
             obstacles.push_back(line->labelRect());
+    // On the screen tool bars and handles lie over the canvas; on paper there are none.
+    const QWidget *canvas = plot()->canvas();
+    if (canvasRect.toRect() == canvas->contentsRect())
+        for (const QObject *child : canvas->children())
+            if (const auto *widget = qobject_cast<const QWidget *>(child);
+                widget && widget->isVisible())
+                obstacles.push_back(widget->geometry());
     const auto places = arrange(anchors, sizes, obstacles, canvasRect.adjusted(1, 1, -1, -1));
     for (std::size_t i = 0; i < seen.size(); ++i)
         if (!places[i].isNull())

@@ -122,8 +122,9 @@ void IPickerCanvas::splitLast()
 {
     if (!m_before || !m_first)
         return;
+    const QPointF first = *m_before; // moves with the next press
     const QPointF second = *m_first;
-    place(FirstCursor, *m_before);
+    place(FirstCursor, first);
     place(SecondCursor, second);
 }
 

@@ -49,7 +49,6 @@ public slots:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void makeTimeBar(Nodes::widgetChart *node);

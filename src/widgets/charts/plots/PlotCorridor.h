@@ -30,7 +30,6 @@ public slots:
 
 protected:
     void forgetSeries() override;
-    IPickerCanvas *makePicker() override;
 
 private:
     QList<qwidgetChartCorridorSerie *> tubes() const;

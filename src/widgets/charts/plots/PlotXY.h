@@ -34,7 +34,6 @@ public:
     double length() const;
 
 public slots:
-    void onUpdateProperties() override;
     void setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes) override;
     void updateGroup() override;
     void onUserChanged() override;
@@ -46,7 +45,6 @@ public slots:
 
 protected:
     void forgetSeries() override;
-    IPickerCanvas *makePicker() override;
 
 private:
     using Answer = std::pair<unsigned, std::shared_ptr<const Nodes::HistoryAnswer>>;

@@ -17,6 +17,7 @@
 #include "nodes/signals/BasicSignal.h"
 #include "utils/convert/TimeConversions.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -83,6 +84,7 @@ CursorPanel::CursorPanel(Plot *plot, QWidget *parent)
     m_view->setAlternatingRowColors(true);
     m_view->setSelectionMode(QAbstractItemView::NoSelection);
     m_view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_view->viewport()->installEventFilter(this);
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setMinimumSectionSize(rowHeight);
     m_view->verticalHeader()->setDefaultSectionSize(rowHeight);
@@ -200,10 +202,11 @@ void CursorPanel::fitColumns()
     header->resizeSection(CursorTable::Name, qMax(nameWidth, m_view->viewport()->width() - others));
 }
 
-void CursorPanel::resizeEvent(QResizeEvent *event)
+bool CursorPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    QFrame::resizeEvent(event);
-    fitColumns();
+    if (watched == m_view->viewport() && event->type() == QEvent::Resize)
+        fitColumns();
+    return QFrame::eventFilter(watched, event);
 }
 
 } // namespace Widgets

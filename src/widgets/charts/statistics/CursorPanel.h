@@ -40,12 +40,11 @@ public:
     CursorTable &table() const { return *m_table; }
     QString heading() const;
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     /// Numbers of the archive stand in the table now.
     void completed();
-
-protected:
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void onCursors();

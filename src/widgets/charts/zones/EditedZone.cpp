@@ -9,18 +9,38 @@
 #include "widgets/elements/input/ValueWriter.h"
 
 #include "nodes/charts/widgetChart.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/ValueText.h"
-#include "nodes/values/NumberText.h"
+#include "nodes/values/ValueCell.h"
 #include "utils/convert/ValueConversions.h"
+
+#include <boost/any.hpp>
 
 #include <cmath>
 
 namespace Widgets {
 
+namespace {
+
+bool isWritable(const Nodes::BasicSignal &signal)
+{
+    const Nodes::BasicProperty *property =
+        signal.GetPropertyByValueId(Nodes::BasicSignal::Prop::Writable.valueId);
+    const boost::any value = property ? property->GetPropertyValue() : boost::any();
+    const bool *isSet = boost::any_cast<bool>(&value);
+    return isSet && *isSet;
+}
+
+} // namespace
+
 EditedZone::EditedZone(MultiAxisPlot &plot, const QwtAxisId &axis, Nodes::widgetChartZone &zone)
-    : m_plot(&plot), m_axis(axis), m_zone(&zone), m_item(new ZoneItem)
+    : m_plot(&plot),
+      m_axis(axis),
+      m_zone(&zone),
+      m_item(new ZoneItem),
+      m_changes([this](const std::vector<char> &) { redraw(); }, 1)
 {
     m_item->setYAxis(axis);
     m_item->attach(&plot);
@@ -45,9 +65,8 @@ void EditedZone::connectLimit(bool isUpper)
     connect(handle, &ZoneHandle::dropped, this, [this, isUpper] { onDropped(isUpper); });
     connect(handle, &ZoneHandle::cancelled, this, &EditedZone::onCancelled);
     m_limits[isUpper].handle = handle;
-    Utils::NodeRelay::Handlers handlers;
-    handlers.valueChanged = [this] { redraw(); };
-    m_limits[isUpper].relay.connect(signal(isUpper), handlers);
+    m_limits[isUpper].connection = signal(isUpper)->GetCell()->Subscribe(
+        [inlet = m_changes.inlet()](const Nodes::SignalValue &) { inlet(0); });
 }
 
 PlotHost *EditedZone::host() const
@@ -84,7 +103,8 @@ bool EditedZone::mayMove(bool isUpper) const
 {
     const Nodes::BasicSignal *limit = signal(isUpper);
     return m_isEnabled && m_zone && m_zone->IsEditable() && host() && host()->isAtWork() && limit &&
-           value(isUpper) && Nodes::CheckAccess(Nodes::PrivilegeWrite, *limit);
+           isWritable(*limit) && value(isUpper) &&
+           Nodes::CheckAccess(Nodes::PrivilegeWrite, *limit);
 }
 
 void EditedZone::update(bool isEnabled)

@@ -4,7 +4,8 @@
 #include "widgets/charts/multiaxis/QwtAxisId.h"
 
 #include "nodes/charts/widgetChartZone.h"
-#include "utils/relay/NodeRelay.h"
+#include "nodes/values/Connection.h"
+#include "utils/relay/QueueRelay.h"
 #include "utils/relay/WatchedNode.h"
 
 #include <QObject>
@@ -42,7 +43,7 @@ private:
     struct Limit
     {
         QPointer<ZoneHandle> handle;
-        Utils::NodeRelay relay;
+        Nodes::ScopedConnection connection;
         std::optional<double> dragged;
     };
 
@@ -68,6 +69,7 @@ private:
     Utils::WatchedNode<Nodes::widgetChartZone> m_zone;
     ZoneItem *m_item; // the plot deletes it if it goes first
     Limit m_limits[2];
+    Utils::QueueRelay<char> m_changes; // of limits; one waits at most
     bool m_isEnabled = false;
 };
 

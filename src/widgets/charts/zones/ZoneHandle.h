@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+
 #include <QWidget>
 
 #include <functional>
@@ -8,7 +10,7 @@ namespace Widgets {
 
 /// What a finger takes hold of to move a limit of a zone: a grip on the canvas at its right edge,
 /// above panner and cursors. Tells where it is dragged; the limit follows what it is told.
-class ZoneHandle : public QWidget
+class WIDGETS_EXPORT ZoneHandle : public QWidget
 {
     Q_OBJECT
 

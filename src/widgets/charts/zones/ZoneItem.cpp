@@ -1,8 +1,12 @@
 #include "widgets/charts/zones/ZoneItem.h"
 
+#include <QFontInfo>
 #include <QPainter>
+#include <QWidget>
 
 #include <cmath>
+
+#include <qwt_plot.h>
 
 namespace Widgets {
 
@@ -64,7 +68,7 @@ void ZoneItem::draw(QPainter *painter, const QwtScaleMap &, const QwtScaleMap &y
         painter->drawLine(QPointF(canvasRect.left(), y), QPointF(canvasRect.right(), y));
     }
     painter->restore();
-    if (bottom - top > painter->fontMetrics().height())
+    if (bottom - top > plot()->canvas()->fontMetrics().height())
         drawText(*painter, QRectF(canvasRect.left(), top, canvasRect.width(), bottom - top),
                  m_text);
 }
@@ -84,6 +88,10 @@ void ZoneItem::drawText(QPainter &painter, const QRectF &place, const QString &t
         return;
     constexpr int margin = 6;
     painter.save();
+    // In pixels of the canvas: a renderer enlarges them for paper, points it would enlarge twice.
+    QFont font = plot()->canvas()->font();
+    font.setPixelSize(QFontInfo(font).pixelSize());
+    painter.setFont(font);
     painter.setPen(withAlpha(m_color.darker(250), 255));
     painter.drawText(place.adjusted(margin, 2, -margin, -2), Qt::AlignLeft | Qt::AlignBottom, text);
     painter.restore();

@@ -12,7 +12,6 @@ namespace Nodes {
 
 namespace {
 
-constexpr std::size_t visitedAtOnce = 16;                 // chunks
 constexpr Timestamp endOfTime = (Timestamp(1) << 62) - 1; // nothing is kept behind it
 
 ArchivedSignal asArchived(const StoredSignal &stored, const StoredBlock &sum)
@@ -104,45 +103,27 @@ Result BlockArchiveReader::Read(const ArchiveSignalKey &signal, HistoryColumnBui
     });
 }
 
-/// Some chunks within one transaction: one that lasts would keep the log from being taken up.
-Result BlockArchiveReader::readPortion(const ArchiveSignalKey &signal, Timestamp &from,
-                                       Timestamp to, const std::atomic<bool> &isCancelled,
-                                       std::vector<SampleRun> &portion, std::size_t &damaged)
-{
-    portion.clear();
-    return runFor(signal, [&](const StoredSignal &stored) {
-        Result result;
-        while (result && from <= to && portion.size() < visitedAtOnce) {
-            if (isCancelled)
-                return Result(Result::Cancelled);
-            SampleRun run;
-            result = m_reading.ReadNext(stored, from, to, run, damaged);
-            from = run.IsEmpty() ? endOfTime + 1 : run.times.back() + 1;
-            if (!run.IsEmpty())
-                portion.push_back(std::move(run));
-        }
-        return result;
-    });
-}
-
+/// In a transaction for each portion: one that lasts would keep the log from being taken up.
 Result BlockArchiveReader::Visit(const ArchiveSignalKey &signal, Timestamp from, Timestamp to,
                                  const Visitor &visitor, const std::atomic<bool> &isCancelled)
 {
     std::size_t damaged = 0;
-    from = std::max<Timestamp>(from, 0);
-    to = std::min(to, endOfTime);
-    bool isWanted = true;
+    Timestamp next = std::max<Timestamp>(from, 0);
+    const Timestamp last = std::min(to, endOfTime);
+    SampleRun run;
     do {
-        std::vector<SampleRun> portion;
-        const Result result = readPortion(signal, from, to, isCancelled, portion, damaged);
+        if (isCancelled)
+            return Result(Result::Cancelled);
+        const Result result = runFor(signal, [&](const StoredSignal &stored) {
+            run.Clear();
+            return next <= last ? m_reading.ReadNext(stored, next, last, run, damaged) : Result();
+        });
         if (!result)
             return result;
-        for (std::size_t i = 0; isWanted && i < portion.size(); ++i) {
-            if (isCancelled)
-                return Result(Result::Cancelled);
-            isWanted = visitor(portion[i]);
-        }
-    } while (isWanted && from <= to);
+        if (run.IsEmpty())
+            break;
+        next = run.times.back() + 1;
+    } while (visitor(run));
     if (damaged == 0)
         return Result();
     return Result(Result::StorageError, GetLocation() + ": " + std::to_string(damaged) +
@@ -184,21 +165,13 @@ Result BlockArchiveReader::Verify(ArchiveFindings &findings, const std::atomic<b
         result = run([&] {
             return BlockVerification(m_connection->Rows(), findings).CheckLog(GetLocation());
         });
-    if (result)
-        result = verifySignals(findings, isCancelled);
-    if (result != Result::StorageError || findings.empty())
-        return result;
-    // What the database found wrong keeps it from being read further.
-    findings.push_back({{}, 0, 0, GetLocation(), result.GetDetail()});
-    return Result();
+    return result ? verifySignals(findings, isCancelled) : result;
 }
 
 Result BlockArchiveReader::Repair(ArchiveFindings &findings, const std::atomic<bool> &isCancelled)
 {
     std::vector<StoredSignal> signals;
-    Result result = m_connection->Salvage(findings);
-    if (result)
-        result = readSignals(signals);
+    Result result = readSignals(signals);
     for (const StoredSignal &signal : signals) {
         if (isCancelled)
             return Result(Result::Cancelled);
