@@ -33,6 +33,8 @@ public:
     virtual const std::string &GetLocation() const = 0;
     /// Makes what is missing. After a failure nothing is open, and it may be tried again.
     [[nodiscard]] virtual Result Open(StoreOpening &opening) = 0;
+    /// Whether Open may wait for a network, so that nobody who is in a hurry may call it.
+    virtual bool IsDistant() const { return false; }
     virtual void Close() = 0;
     virtual bool IsOpen() const = 0;
     /// True, and the store then counts as closed, when what was opened is not what the next start

@@ -10,12 +10,14 @@
 #include "nodes/archive/systemArchiver.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
+#include "support/PrivateCluster.h"
 #include "support/Rows.h"
 
 #include <QtTest>
 
 #include <cmath>
 #include <future>
+#include <optional>
 #include <thread>
 
 using namespace Nodes;
@@ -91,12 +93,19 @@ private slots:
         row("stopped", false, "memory:");
         row("killed", true, "memory:");
         row("stopped, in a file", false, "");
+        row("stopped, on a server", false, "server");
     }
 
     void remembersRunsWithAGapBetween()
     {
         QFETCH(bool, isKilled);
         QFETCH(QString, location);
+        std::optional<PrivateCluster> cluster;
+        if (location == "server") {
+            if (PrivateCluster::Programs().empty())
+                QSKIP("no PostgreSQL server is installed");
+            location = QString::fromStdString(cluster.emplace().Location());
+        }
         MemoryArchive &archive = MemoryArchive::Use();
         ManualClock &clock = ManualClock::Use();
         const QTemporaryDir directory;

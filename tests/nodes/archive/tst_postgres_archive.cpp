@@ -125,6 +125,7 @@ private slots:
         QFETCH(Disturbance, disturb);
         const auto recorder = CountedSamples::MakeRecorder();
         QVERIFY(CountedSamples::Open(*recorder, m_location + impatient, spill()));
+        QTRY_VERIFY(recorder->IsStoreOpen());
         std::uint64_t groups = 0;
         std::atomic<bool> isOver{false};
         std::thread other([&] {
@@ -143,6 +144,22 @@ private slots:
         QCOMPARE(recorder->GetHealth().lost, 0u);
         recorder->Close();
         QCOMPARE(stored(), QString::number(groups));
+    }
+
+    // Whoever starts a station does not wait for its server.
+    void startsWithoutServer()
+    {
+        m_cluster->Freeze(true);
+        const auto recorder = CountedSamples::MakeRecorder();
+        const Result opened = CountedSamples::Open(*recorder, m_location + impatient, spill());
+        const bool isStored = recorder->IsStoreOpen();
+        const bool isTaken = recorder->Append(CountedSamples::Packet(0)) && recorder->Flush();
+        m_cluster->Freeze(false);
+        QVERIFY(opened && !isStored && isTaken);
+        QTRY_VERIFY_WITH_TIMEOUT(recorder->IsStoreOpen() && recorder->GetHealth().aside == 0,
+                                 20000);
+        recorder->Close();
+        QCOMPARE(stored(), QString("1"));
     }
 
     void refused_data()

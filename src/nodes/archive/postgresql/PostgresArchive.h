@@ -24,6 +24,7 @@ public:
     /// Without secrets.
     const std::string &GetLocation() const override;
     [[nodiscard]] Result Open(StoreOpening &opening) override;
+    bool IsDistant() const override { return true; }
     void Close() override;
     bool IsOpen() const override;
     bool NoticeMove() override;

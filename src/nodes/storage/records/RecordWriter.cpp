@@ -32,7 +32,7 @@ Result RecordWriter::Start(std::unique_ptr<RecordStore> store, const std::string
     for (const RecordFinding &finding : findings)
         report(finding);
     Result result = openSpill();
-    const Result opened = openStore();
+    const Result opened = m_store->IsDistant() ? Result() : openStore();
     if (result)
         result = opened;
     m_queue.SetRescued(m_overflow.Count() > 0);
@@ -55,7 +55,7 @@ bool RecordWriter::Stop(std::chrono::milliseconds patience)
 
 void RecordWriter::run()
 {
-    bool hasMore = false;
+    bool hasMore = !m_store->IsOpen(); // one that is distant is opened at once
     for (;;) {
         const bool isOpen = m_queue.Wait(hasMore ? std::chrono::milliseconds(0) : retryPause);
         if (m_queue.TakeFlushRequest() || !isOpen)

@@ -35,8 +35,8 @@ public:
     RecordWriter(RecordQueue &queue, RecordOverflow &overflow, RecordFormat format,
                  const RecordPortion::Limits &transaction, RecordHooks hooks);
 
-    /// Tries to open the store at once and starts the thread, which keeps `owner` alive, in any
-    /// case. Refused while the thread of an earlier run still hangs.
+    /// Tries to open the store at once, unless it is distant, and starts the thread, which keeps
+    /// `owner` alive, in any case. Refused while the thread of an earlier run still hangs.
     [[nodiscard]] Result Start(std::unique_ptr<RecordStore> store, const std::string &spillFile,
                                std::shared_ptr<void> owner, const RecordFindings &findings);
     /// Writes or spills what is queued. False when that hangs for longer than `patience`: the

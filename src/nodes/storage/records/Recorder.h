@@ -39,9 +39,10 @@ public:
     /// Directories on other disks for what cannot be written beside the store, the best one first;
     /// of these records alone. Before Open, which takes up what an earlier run left there.
     void SetFallbacks(std::vector<std::string> directories);
-    /// Opens the store and starts writing. `spillFile` stands on the same machine, if possible on
-    /// the disk of the store; missing directories are made. After a failure of the store records
-    /// are kept in it while opening is retried. Refused while open. Open, Close: one thread.
+    /// Opens the store, a distant one later, and starts writing. `spillFile` stands on the same
+    /// machine, if possible on the disk of the store; missing directories are made. After a failure
+    /// of the store records are kept in it while opening is retried. Refused while open. Open,
+    /// Close: one thread.
     [[nodiscard]] Result Open(std::unique_ptr<RecordStore> store, const std::string &spillFile);
     /// Writes or spills what is queued and closes; a disk that hangs is given up after a while.
     void Close();
