@@ -96,17 +96,17 @@ Result ExportCommand::writeSamples(OutputFile &output, SampleTableWriter &writer
 
 Result ExportCommand::writeBuckets(OutputFile &output, SampleTableWriter &writer)
 {
-    writer.writeBucketHeader();
     const Timestamp from = m_options.from > 0 ? m_options.from : m_first;
     const Timestamp to = m_options.to.value_or(m_last + 1);
-    if (m_signals.empty())
-        return Result();
-    if (to <= from)
+    if (to <= from && !m_signals.empty())
         return Result(Result::InvalidArgument, "the time from --from to --to is empty");
     const auto points = Timestamp(m_options.points);
-    if (points > to - from)
+    if (points > to - from && !m_signals.empty())
         return Result(Result::InvalidArgument,
                       "--points: a bucket is a microsecond at least; ask for fewer");
+    writer.writeBucketHeader();
+    if (m_signals.empty())
+        return Result();
     // Borders are those of the whole: rounding does not add up.
     const auto border = [&](Timestamp index) {
         return from + (to - from) / points * index + (to - from) % points * index / points;

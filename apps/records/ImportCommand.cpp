@@ -22,6 +22,7 @@ using Nodes::Result;
 constexpr std::size_t batchBytes = 64 << 20;
 constexpr std::size_t rowBytes = 40; // about, besides its text
 constexpr std::uint64_t toldBadRows = 20;
+constexpr std::size_t toldSignals = 20;
 
 } // namespace
 
@@ -189,7 +190,9 @@ void ImportCommand::showProgress() const
 
 void ImportCommand::summarize() const
 {
-    std::string text = std::to_string(m_writer.written()) + " samples are in the archive";
+    std::string text = m_writer.written() > 0
+                           ? std::to_string(m_writer.written()) + " samples are in the archive"
+                           : std::string("no samples were imported");
     if (m_committedLine > 0)
         text +=
             ", of lines " + std::to_string(m_firstLine) + " to " + std::to_string(m_committedLine);
@@ -198,12 +201,13 @@ void ImportCommand::summarize() const
     if (m_committedLine < m_lastLine || (m_badRows > 0 && !m_options.skipsBad))
         text += "; import the rest, or all of it again: what is there stays as it is";
     Message::tell(text);
-    if (m_newSignals.empty() || m_archive.project().isLoaded())
+    if (m_newSignals.empty() || m_archive.project().isLoaded() || m_archive.signals().empty())
         return;
-    text = "signals that the archive did not know:";
-    for (const unsigned long signal : m_newSignals)
-        text += " " + std::to_string(signal);
-    Message::tell(text);
+    text = "signals that the archive did not know: " + std::to_string(m_newSignals.size()) + ":";
+    auto signal = m_newSignals.begin();
+    for (std::size_t i = 0; i < toldSignals && signal != m_newSignals.end(); ++i)
+        text += " " + std::to_string(*signal++);
+    Message::tell(text + (signal == m_newSignals.end() ? "" : " ..."));
 }
 
 } // namespace Records

@@ -5,6 +5,8 @@
 
 #include "nodes/values/Uuid.h"
 
+#include <filesystem>
+
 namespace Records {
 
 using Nodes::Result;
@@ -35,7 +37,17 @@ Result OpenedArchive::open(const RecordsOptions &options)
 Result OpenedArchive::prepare(const RecordsOptions &options)
 {
     m_location = StoreLocation::make(options.store);
-    return loadProject(options);
+    const Result loaded = loadProject(options);
+    const std::string file = StoreLocation::fileOf(m_location);
+    std::error_code error;
+    if (!loaded || file.empty() || std::filesystem::file_size(file, error) == 0 || error)
+        return loaded;
+    // A writer would set aside what is no archive, and begin one in its place.
+    const Result listed = list();
+    return listed ? listed
+                  : Result(listed.GetType(), listed.GetDetail() +
+                                                 "; nothing was changed: is it an archive? Then "
+                                                 "see \"records archive repair\"");
 }
 
 Result OpenedArchive::list()

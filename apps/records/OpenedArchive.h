@@ -21,7 +21,7 @@ public:
     /// Likewise, without asking what it holds: it may be damaged.
     [[nodiscard]] Nodes::Result connect(const RecordsOptions &options);
     /// One that may not be there yet: the project is loaded and the location known, so that it can
-    /// be made.
+    /// be made. A file that is there has to be an archive.
     [[nodiscard]] Nodes::Result prepare(const RecordsOptions &options);
     /// Asks what it holds, once it is there.
     [[nodiscard]] Nodes::Result list();

@@ -14,6 +14,8 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
+#include <initializer_list>
 
 namespace Records {
 
@@ -34,6 +36,18 @@ std::string freshName(const std::string &file)
     while (fs::exists(name, ignored))
         name += "-2";
     return name;
+}
+
+/// Whatever else was named by mistake stays where it is.
+Result checkDatabase(const std::string &file)
+{
+    const std::string magic = "SQLite format 3";
+    std::string begin(magic.size(), '\0');
+    std::ifstream(file, std::ios::binary).read(begin.data(), std::streamsize(begin.size()));
+    return begin == magic ? Result()
+                          : Result(Result::WrongType, "\"" + file +
+                                                          "\" is no database, nothing can be read "
+                                                          "of it; it stays as it is");
 }
 
 Result checkUnused(const std::string &file)
@@ -115,9 +129,10 @@ Result RepairCommand::salvage()
 {
     const std::string file = StoreLocation::fileOf(m_archive.location());
     m_archive.disconnect();
-    const Result isFree = checkUnused(file);
-    if (!isFree)
-        return isFree;
+    for (const Result &isFit : {checkDatabase(file), checkUnused(file)}) {
+        if (!isFit)
+            return isFit;
+    }
     const std::string aside = Nodes::SqliteDatabase::SetAside(file);
     if (aside.empty())
         return Result(Result::StorageError, "cannot rename \"" + file + "\"");

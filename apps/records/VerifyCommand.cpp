@@ -40,6 +40,10 @@ bool VerifyCommand::run()
     Nodes::Result result = m_archive.connect(m_options);
     if (result)
         result = m_archive.reader().Verify(findings, Host::StopRequest::flag());
+    if (result == Nodes::Result::StorageError)
+        result = Nodes::Result(result.GetType(), result.GetDetail() +
+                                                     "; \"records archive repair\" recovers what "
+                                                     "can be read");
     OutputFile output("");
     if (!Message::check(result) || !Message::check(output.open()))
         return false;

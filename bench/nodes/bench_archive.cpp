@@ -7,9 +7,11 @@
 #include "nodes/archive/store/ArchiveStore.h"
 #include "nodes/archive/store/SamplePacket.h"
 #include "nodes/storage/records/Recorder.h"
+#include "support/PrivateCluster.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <cstdio>
@@ -86,31 +88,80 @@ std::uint64_t writtenBytes()
     return 0;
 }
 
+/// Where a server of our own, which waits for the disk, keeps its databases.
+class Server
+{
+public:
+    static bool Exists() { return !PrivateCluster::Programs().empty(); }
+    static Server &It()
+    {
+        static Server server;
+        return server;
+    }
+
+    std::string NewBase() { return m_cluster.Location("base" + std::to_string(++m_count)); }
+    double Bytes() const
+    {
+        m_cluster.Sql("CHECKPOINT");
+        double bytes = 0;
+        for (const auto &entry :
+             fs::recursive_directory_iterator(m_cluster.Directory() + "/data/base"))
+            bytes += entry.is_regular_file() ? double(entry.file_size()) : 0;
+        return bytes;
+    }
+    const PrivateCluster &Cluster() const { return m_cluster; }
+
+private:
+    PrivateCluster m_cluster{true};
+    int m_count = 0;
+};
+
+bool isMissing(benchmark::State &state, bool isServer)
+{
+    if (!isServer || Server::Exists())
+        return false;
+    state.SkipWithError("no PostgreSQL server is installed");
+    return true;
+}
+
+/// A file, or a database on a server.
 struct Place
 {
-    Place() { fs::create_directories(directory); }
+    explicit Place(bool isServer = false)
+    {
+        fs::create_directories(directory);
+        location = isServer ? Server::It().NewBase() : file();
+        before = isServer ? Server::It().Bytes() : 0;
+    }
     ~Place() { fs::remove_all(directory); }
 
     std::string file() const { return (directory / "archive.sqlite").string(); }
+    double bytes() const
+    {
+        return location == file() ? double(fs::file_size(file())) : Server::It().Bytes() - before;
+    }
 
     std::unique_ptr<ArchiveStore> open() const
     {
         std::unique_ptr<ArchiveStore> store;
-        demand(ArchiveStores().Make(file(), store));
+        demand(ArchiveStores().Make(location, store));
         return store;
     }
 
     std::unique_ptr<ArchiveReader> reader() const
     {
         std::unique_ptr<ArchiveReader> reader;
-        demand(ArchiveReaders().Make(file(), reader));
+        demand(ArchiveReaders().Make(location, reader));
         return reader;
     }
 
+    static inline int made = 0;
     const fs::path directory =
         fs::path(std::getenv("STATION_BENCH_DIR") ? std::getenv("STATION_BENCH_DIR")
                                                   : fs::temp_directory_path().string()) /
-        ("bench_archive_" + std::to_string(::getpid()));
+        ("bench_archive_" + std::to_string(::getpid()) + "_" + std::to_string(++made));
+    std::string location;
+    double before = 0;
 };
 
 /// Packets of `count` samples of each of some signals.
@@ -131,8 +182,10 @@ std::vector<std::string> packets(std::size_t signals, std::size_t count, std::si
 }
 
 /// Signals, samples of each in a packet, packets: through queue and writer, durable.
-void insert(benchmark::State &state)
+void insert(benchmark::State &state, bool isServer)
 {
+    if (isMissing(state, isServer))
+        return;
     const auto signals = std::size_t(state.range(0));
     const auto count = std::size_t(state.range(1));
     const auto packed = packets(signals, count, std::size_t(state.range(2)), second / 10);
@@ -141,7 +194,7 @@ void insert(benchmark::State &state)
     double samples = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        auto place = std::make_unique<Place>();
+        auto place = std::make_unique<Place>(isServer);
         auto recorder =
             std::make_shared<Recorder>(SamplePacket::Format(), Recorder::Limits(), RecordHooks());
         demand(recorder->Open(place->open(), (place->directory / "spill").string()));
@@ -155,21 +208,81 @@ void insert(benchmark::State &state)
         state.PauseTiming();
         recorder->Close(); // with what the log of the database leaves to do
         bytes += double(writtenBytes() - before);
-        size += double(fs::file_size(place->file()));
+        size += place->bytes();
         samples += double(signals * count * packed.size());
         place.reset();
         state.ResumeTiming();
     }
     state.SetItemsProcessed(std::int64_t(samples));
-    state.counters["written B/sample"] = bytes / samples;
+    if (!isServer)
+        state.counters["written B/sample"] = bytes / samples;
     state.counters["file B/sample"] = size / samples;
 }
-BENCHMARK(insert)
-    ->Args({100, 1000, 200})
-    ->Args({1000, 100, 200})
-    ->Args({1000, 1, 600})
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+void insertArguments(benchmark::internal::Benchmark *bench)
+{
+    bench->Args({100, 1000, 200})->Args({1000, 100, 200})->Args({1000, 1, 600});
+    bench->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+BENCHMARK_CAPTURE(insert, file, false)->Apply(insertArguments);
+BENCHMARK_CAPTURE(insert, server, true)->Apply(insertArguments);
+
+/// What a server's own way in makes of plain rows: 10^6 samples of 100 signals.
+void copyRows(benchmark::State &state)
+{
+    if (isMissing(state, true))
+        return;
+    const PrivateCluster &cluster = Server::It().Cluster();
+    const std::string file = cluster.Directory() + "/rows";
+    {
+        std::ofstream rows(file);
+        std::vector<Walk> walks;
+        for (unsigned long i = 0; i < 100; ++i)
+            walks.emplace_back(i);
+        for (int i = 0; i < 1000000; ++i) {
+            Walk &walk = walks[std::size_t(i % 100)];
+            const SampleRun run = walk.next(1, second);
+            rows << i % 100 << '\t' << run.times[0] << '\t' << run.numbers[0] << "\t0\n";
+        }
+    }
+    const double before = Server::It().Bytes();
+    for (auto _ : state) {
+        state.PauseTiming();
+        cluster.Sql("DROP TABLE IF EXISTS rows; CREATE TABLE rows (signal int, time bigint, value "
+                    "float8, quality smallint, PRIMARY KEY (signal, time))");
+        state.ResumeTiming();
+        cluster.Sql("COPY rows FROM '" + file + "'");
+    }
+    state.SetItemsProcessed(state.iterations() * 1000000);
+    state.counters["file B/sample"] = (Server::It().Bytes() - before) / 1e6;
+}
+BENCHMARK(copyRows)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// 10^6 samples of one signal in no order, in packets of 10,000: an import of mixed files.
+void insertMixed(benchmark::State &state)
+{
+    Walk walk(1);
+    const SampleRun run = walk.next(1000000, second);
+    std::vector<std::size_t> order(run.Size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    std::shuffle(order.begin(), order.end(), std::mt19937(3));
+    for (auto _ : state) {
+        Place place;
+        const auto store = place.open();
+        StoreOpening opening;
+        demand(store->Open(opening));
+        for (std::size_t begun = 0; begun < order.size(); begun += 10000) {
+            SamplePacket packet;
+            packet.parts.push_back({walk.key, {}, false});
+            for (std::size_t i = begun; i < begun + 10000; ++i)
+                packet.parts[0].run.Append(run, order[i], order[i] + 1);
+            std::vector<std::uint64_t> numbers;
+            demand(store->Write({{begun + 5, 1, packet.Pack()}}, numbers));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * 1000000);
+}
+BENCHMARK(insertMixed)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 /// What a tap pays to make packets of its samples.
 void pack(benchmark::State &state)
@@ -187,13 +300,16 @@ BENCHMARK(pack)->Unit(benchmark::kMillisecond);
 class Year
 {
 public:
-    static Year &It()
+    static Year &It(bool isServer)
     {
-        static Year made;
-        return made;
+        static std::unique_ptr<Year> made[2];
+        std::unique_ptr<Year> &one = made[isServer];
+        if (!one)
+            one = std::make_unique<Year>(isServer);
+        return *one;
     }
 
-    Year()
+    explicit Year(bool isServer) : place(isServer)
     {
         const char *wanted = std::getenv("STATION_BENCH_SAMPLES");
         const std::size_t each = std::size_t(wanted ? std::atof(wanted) : 1e7) / signals;
@@ -221,9 +337,11 @@ public:
 };
 
 /// One question of a chart: hours of one signal, 2,000 columns, with a reader that is connected.
-void anySpan(benchmark::State &state)
+void anySpan(benchmark::State &state, bool isServer)
 {
-    Year &data = Year::It();
+    if (isMissing(state, isServer))
+        return;
+    Year &data = Year::It(isServer);
     const auto reader = data.place.reader();
     const Timestamp span = Timestamp(state.range(0)) * 3600 * second;
     std::mt19937 random(7);
@@ -237,13 +355,21 @@ void anySpan(benchmark::State &state)
     state.counters["points"] =
         benchmark::Counter(double(points), benchmark::Counter::kAvgIterations);
 }
-BENCHMARK(anySpan)->Arg(1)->Arg(24)->Arg(24 * 7)->Arg(24 * 30)->Arg(24 * 120)->Arg(24 * 365)->Unit(
-    benchmark::kMillisecond);
+void spans(benchmark::internal::Benchmark *bench)
+{
+    for (const int hours : {1, 24, 24 * 7, 24 * 30, 24 * 120, 24 * 365})
+        bench->Arg(hours);
+    bench->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+BENCHMARK_CAPTURE(anySpan, file, false)->Apply(spans);
+BENCHMARK_CAPTURE(anySpan, server, true)->Apply(spans);
 
 /// 10^6 samples of one signal, each of them.
-void readMillion(benchmark::State &state)
+void readMillion(benchmark::State &state, bool isServer)
 {
-    Place place;
+    if (isMissing(state, isServer))
+        return;
+    Place place(isServer);
     const auto store = place.open();
     StoreOpening opening;
     demand(store->Open(opening));
@@ -267,9 +393,10 @@ void readMillion(benchmark::State &state)
     demand(reader->ListSignals(signals));
     state.SetItemsProcessed(state.iterations() * 1000000);
     state.counters["packed B/sample"] = double(signals[0].bytes) / 1e6;
-    state.counters["file B/sample"] = double(fs::file_size(place.file())) / 1e6;
+    state.counters["file B/sample"] = place.bytes() / 1e6;
 }
-BENCHMARK(readMillion)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readMillion, file, false)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(readMillion, server, true)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 

@@ -9,9 +9,8 @@
 #include <qwt_plot_grid.h>
 #include <qwt_scale_map.h>
 
-#if __has_include(<qcustomplot.h>)
+#ifdef BENCH_QCUSTOMPLOT
 #include <qcustomplot.h>
-#define BENCH_QCUSTOMPLOT
 #endif
 
 #include <QPainter>

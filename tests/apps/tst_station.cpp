@@ -2,6 +2,7 @@
 #include "nodes/ProjectFixture.h"
 #include "support/Rows.h"
 
+#include "nodes/archive/store/ArchiveReader.h"
 #include "nodes/auth/systemAuthentication.h"
 
 #include <QDir>
@@ -54,6 +55,8 @@ private slots:
             {"--station", "South"}, 1, "it has \"North\"");
         row("unknown option", goodProject, {"--colour"}, 2, "--colour");
         row("bad define", goodProject, {"--define", "=3"}, 2, "NAME=VALUE");
+        row("bad span", goodProject, {"--generate-history", "30"}, 2, "\"30\" is no span");
+        row("nothing to fill", goodProject, {"--generate-history", "30d"}, 1, "no archive");
         row("bad size", goodProject, {"--screenshots", "/proc/none", "--screen-size", "6x"}, 2,
             "6x");
         row("bad data directory", goodProject, {"--data", "/proc/none"}, 1, "/proc/none");
@@ -107,6 +110,31 @@ private slots:
         ::kill(pid_t(station.processId()), signal);
         QCOMPARE(finish(station), 0);
         QCOMPARE(QFileInfo(m_directory->filePath("data/station.lock")).size(), 0);
+    }
+    void makesUpAPastFirst()
+    {
+        QByteArray project = goodProject;
+        project.replace("<window id=\"3\"",
+                        "<archiver id=\"20\" name=\"A\"><archiverSource id=\"21\" "
+                        "name=\"H\" signal=\"2\"/></archiver><window id=\"3\"");
+        const QString data = m_directory->filePath("data");
+        QProcess station;
+        start(station, {write(project), "--data", data, "--generate-history", "2d"});
+        // The core has started, and told its journal, when the archive gets its first live sample.
+        std::vector<Nodes::ArchivedSignal> found;
+        std::unique_ptr<Nodes::ArchiveReader> archive;
+        QVERIFY(Nodes::ArchiveReaders().Make((data + "/archive.sqlite").toStdString(), archive));
+        QTRY_VERIFY_WITH_TIMEOUT(archive->ListSignals(found) && found.size() == 1 &&
+                                     found[0].last > found[0].generatedTo,
+                                 patience);
+        station.terminate();
+        QCOMPARE(finish(station), 0);
+        QVERIFY(station.readAllStandardOutput().contains("samples were generated for 1 signals"));
+        const Nodes::Timestamp day = 86400000000;
+        QVERIFY(found[0].generatedTo - found[0].generatedFrom > 2 * day - day / 10);
+        QFile journal(data + "/journal.sqlite");
+        QVERIFY(journal.open(QIODevice::ReadOnly));
+        QVERIFY(journal.readAll().contains("История за 2 сут сгенерирована"));
     }
     void guardsItsDataDirectory_data()
     {

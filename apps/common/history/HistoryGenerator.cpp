@@ -97,7 +97,7 @@ Timestamp HistoryGenerator::intervalFor(Timestamp span)
     return (least / hour + 1) * hour;
 }
 
-Result HistoryGenerator::generate(const std::vector<const Nodes::BasicSignal *> &signals,
+Result HistoryGenerator::generate(const std::vector<const Nodes::BasicSignal *> &wanted,
                                   const std::vector<Nodes::ArchivedSignal> &known, const Wish &wish,
                                   const Progress &progress, Outcome &outcome)
 {
@@ -106,14 +106,14 @@ Result HistoryGenerator::generate(const std::vector<const Nodes::BasicSignal *> 
         exact.interval = intervalFor(wish.to - wish.from);
     m_gaps = {Stretches(Wander::mix(wish.seed, 11), stationOff),
               Stretches(Wander::mix(wish.seed, 12), deviceLost)};
-    for (std::size_t i = 0; i < signals.size(); ++i) {
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
         if (StopRequest::isMade())
             return Result(Result::Cancelled, "stopped");
-        progress(i, signals.size());
-        const Nodes::ArchivedSignal *held = find(known, m_home, signals[i]->GetId());
+        progress(i, wanted.size());
+        const Nodes::ArchivedSignal *held = find(known, m_home, wanted[i]->GetId());
         const Timestamp to = held ? std::min(wish.to, held->first) : wish.to;
         std::uint64_t samples = 0;
-        const Result made = to > wish.from ? make(*signals[i], exact, to, samples) : Result();
+        const Result made = to > wish.from ? make(*wanted[i], exact, to, samples) : Result();
         outcome.samples += samples;
         outcome.filled += samples > 0;
         outcome.shortened += samples > 0 && to < wish.to;

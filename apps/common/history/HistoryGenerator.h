@@ -47,7 +47,7 @@ public:
 
     /// `known`: what the archive has. The outcome is that of what was done, also after a failure;
     /// whoever calls finishes the writer.
-    [[nodiscard]] Nodes::Result generate(const std::vector<const Nodes::BasicSignal *> &signals,
+    [[nodiscard]] Nodes::Result generate(const std::vector<const Nodes::BasicSignal *> &wanted,
                                          const std::vector<Nodes::ArchivedSignal> &known,
                                          const Wish &wish, const Progress &progress,
                                          Outcome &outcome);

@@ -4,13 +4,15 @@
 #include "nodes/values/IntervalSample.h"
 #include "nodes/values/Result.h"
 
+#include <string>
 #include <vector>
 
 namespace Nodes {
 
 /// What a history knows of one signal over a span, oldest first: its samples or, where those are
-/// more than were asked for, aggregates. The vectors are of one length, `intervals` is empty for
-/// plain samples. Not changed once it is answered, so it is shared; any thread.
+/// more than were asked for, aggregates. The vectors are of one length but for `texts`, and
+/// `intervals`, which is empty for plain samples. Not changed once it is answered, so it is shared;
+/// any thread.
 struct HistoryColumn
 {
     NodeLink signal;
@@ -21,6 +23,8 @@ struct HistoryColumn
     std::vector<double> numbers;    ///< of an aggregate its last; NaN is a gap: nothing valid there
     std::vector<Quality> qualities; ///< of an aggregate its worst
     std::vector<IntervalSample> intervals;
+    /// Of plain samples; "" of those that are no text. Empty where none is.
+    std::vector<std::string> texts;
 };
 
 } // namespace Nodes

@@ -90,6 +90,12 @@ void HistoryColumnBuilder::Add(Timestamp time, double number, Quality quality)
         m_after = sample;
 }
 
+void HistoryColumnBuilder::AddText(Timestamp time, std::string text, Quality quality)
+{
+    Add(time, gap, quality);
+    m_texts[time] = std::move(text);
+}
+
 void HistoryColumnBuilder::Add(const Timestamp *times, const double *numbers,
                                const Quality *qualities, std::size_t count)
 {
@@ -190,6 +196,20 @@ IntervalSample HistoryColumnBuilder::gridInterval(Timestamp time) const
 }
 
 HistoryColumn HistoryColumnBuilder::Take()
+{
+    HistoryColumn column = takeNumbers();
+    if (m_texts.empty() || !column.intervals.empty())
+        return column;
+    column.texts.resize(column.times.size());
+    for (std::size_t i = 0; i < column.times.size(); ++i) {
+        const auto text = m_texts.find(column.times[i]);
+        if (text != m_texts.end())
+            column.texts[i] = std::move(text->second);
+    }
+    return column;
+}
+
+HistoryColumn HistoryColumnBuilder::takeNumbers()
 {
     const bool isAggregated = !m_column.intervals.empty();
     if (m_before) {

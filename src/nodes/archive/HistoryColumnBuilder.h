@@ -4,7 +4,9 @@
 #include "nodes/archive/HistoryColumn.h"
 
 #include <cstddef>
+#include <map>
 #include <optional>
+#include <string>
 
 namespace Nodes {
 
@@ -34,6 +36,8 @@ public:
     void Reserve(std::size_t count);
     /// Later samples than those added before. Of those before the span only the last stays.
     void Add(Timestamp time, double number, Quality quality);
+    /// A text: a gap for whoever wants numbers.
+    void AddText(Timestamp time, std::string text, Quality quality);
     /// The same for many at once.
     void Add(const Timestamp *times, const double *numbers, const Quality *qualities,
              std::size_t count);
@@ -51,6 +55,7 @@ public:
 private:
     HistoryColumnBuilder(Timestamp from, Timestamp to, std::size_t maxPoints, int gridBits);
 
+    HistoryColumn takeNumbers();
     void append(const IntervalSample &sample);
     void fold(const IntervalSample &sample);
     void foldAll();
@@ -62,7 +67,8 @@ private:
     const int m_gridBits; // an interval is 2^bits microseconds wide
     std::optional<IntervalSample> m_before;
     std::optional<IntervalSample> m_after;
-    HistoryColumn m_column; // without the samples before and behind
+    HistoryColumn m_column; // without the samples before and behind, and without texts
+    std::map<Timestamp, std::string> m_texts;
 };
 
 } // namespace Nodes

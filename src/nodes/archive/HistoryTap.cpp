@@ -30,7 +30,9 @@ Result HistoryTap::Start(const systemCore &core, const BasicSignal &signal,
     const auto samples = std::size_t(settings.samples);
     Result added;
     if (m_recording) {
-        m_intake = m_recording->Connect(archiver->KeyOf(signal), settings.deadband, samples);
+        m_intake = m_recording->Connect(
+            archiver->KeyOf(signal),
+            {settings.deadband, signal.GetValueType() == enSignalValueType::String, samples});
         m_tap = m_intake;
         added = service.AddSource(signal.GetId(), m_intake);
     } else {

@@ -1,6 +1,7 @@
 #include "nodes/archive/SignalHistoryResponse.h"
 
 #include "nodes/archive/HistoryAnswer.h"
+#include "nodes/archive/QualityOrder.h"
 
 #include <cmath>
 
@@ -35,9 +36,12 @@ std::uint64_t SignalHistoryResponse::GetTime() const
 SignalValue SignalHistoryResponse::GetValue() const
 {
     const double number = ToDouble();
+    const Quality quality = m_column->qualities[m_index];
     SignalValue value =
         std::isnan(number) ? SignalValue(Result(Result::NotAvailable)) : SignalValue(number);
-    value.SetQuality(m_column->qualities[m_index]);
+    if (!m_column->texts.empty() && IsKnown(quality))
+        value.SetValue(m_column->texts[m_index]);
+    value.SetQuality(quality);
     value.SetTimes(m_column->times[m_index], 0);
     if (const IntervalSample *interval = getIntervalSample())
         value.SetIntervalSample(std::shared_ptr<const IntervalSample>(m_column, interval));

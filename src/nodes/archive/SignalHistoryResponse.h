@@ -29,7 +29,7 @@ public:
     std::uint64_t GetTime() const;
     /// NaN for a gap; for an aggregate its last.
     double ToDouble() const { return m_column->numbers[m_index]; }
-    /// The number with its time and quality; the error NotAvailable for a gap.
+    /// The number or text with its time and quality; the error NotAvailable for a gap.
     SignalValue GetValue() const;
     /// Non-null for an aggregated sample; lives as long as this answer.
     const IntervalSample *getIntervalSample() const;

@@ -29,7 +29,10 @@ KindInfo archiverGroup::Kind()
         .Range(0, 36500)
         .Property<&archiverGroup::m_megabytes>(Prop::Megabytes, "Size of a signal at most, MB",
                                                "Размер сигнала не более, МБ")
-        .Range(0, 1000000);
+        .Range(0, 1000000)
+        .Property<&archiverGroup::m_deadband>(Prop::Deadband, "Deadband of the archive",
+                                              "Зона нечувствительности архива")
+        .Range(0, 1e12);
 }
 
 Result archiverGroup::Start()
@@ -44,7 +47,7 @@ Result archiverGroup::Start()
         if (order.by != this)
             continue;
         auto tap = std::make_unique<HistoryTap>();
-        const Result started = tap->Start(*core, *signal, {m_samples, 0});
+        const Result started = tap->Start(*core, *signal, {m_samples, m_deadband});
         if (started)
             m_taps.push_back(std::move(tap));
         else

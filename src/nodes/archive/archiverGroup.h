@@ -22,6 +22,7 @@ public:
         static constexpr PropertyId<int> Samples{26112, "samples"};
         static constexpr PropertyId<int> Days{26113, "days"};
         static constexpr PropertyId<int> Megabytes{26114, "megabytes"};
+        static constexpr PropertyId<double> Deadband{26115, "deadband"};
     };
 
     archiverGroup();
@@ -43,6 +44,7 @@ private:
     int m_samples = 1000;
     int m_days = 0;
     int m_megabytes = 0;
+    double m_deadband = 0;
     std::vector<std::unique_ptr<HistoryTap>> m_taps;
 };
 

@@ -229,8 +229,8 @@ void systemArchiver::Validate(ValidationResults &results) const
     ConfigNode::Validate(results);
     if (holdsPassword(m_location))
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "location"),
-                    GetName() + ": пароль записан в проекте открытым текстом; замените его именем, "
-                                "например ${archive.password}, и задайте при запуске станции");
+                    GetName() + ": пароль записан в проекте открытым текстом; храните его в файле "
+                                "~/.pgpass пользователя, от имени которого работает станция");
 }
 
 } // namespace Nodes

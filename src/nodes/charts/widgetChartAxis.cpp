@@ -2,6 +2,7 @@
 
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
+#include "nodes/values/NumberFormat.h"
 
 #include <cmath>
 
@@ -89,6 +90,11 @@ void widgetChartAxis::Validate(ValidationResults &results) const
     };
     if (!m_isAutoScale && !(m_minimum < m_maximum))
         report("from, to", "начало шкалы не меньше конца.");
+    std::string problem;
+    const bool isOfValues = GetNodeType().GetSubtype() == Code;
+    if (isOfValues && !m_format.empty() && !NumberFormat::Parse(m_format, &problem))
+        report("format", "формат подписей «" + m_format + "» не годится: " + problem +
+                             ". Подписи показаны как %3.2f.");
     if (m_isLogarithmic && !m_isAutoScale && !(m_minimum > 0))
         report("from", "у логарифмической шкалы начало больше нуля.");
     const double length = Milliseconds(m_length, enRangeUnit(m_lengthUnit));

@@ -74,6 +74,11 @@ bool SqliteStatement::IsNull(int column) const
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
 }
 
+bool SqliteStatement::IsText(int column) const
+{
+    return sqlite3_column_type(m_statement, column) == SQLITE_TEXT;
+}
+
 std::int64_t SqliteStatement::Integer(int column) const
 {
     return sqlite3_column_int64(m_statement, column);

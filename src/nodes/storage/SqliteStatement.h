@@ -41,6 +41,7 @@ public:
     std::int64_t Integer(int column) const;
     /// True for SQL's NULL, which the other readers give as 0 and "".
     bool IsNull(int column) const;
+    bool IsText(int column) const;
     /// Bytes of a text or blob.
     std::string Bytes(int column) const;
 

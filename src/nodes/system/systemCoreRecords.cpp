@@ -22,8 +22,7 @@ std::string systemCore::GetRecordLocation(const std::string &name,
         return given->second;
     if (!configured.empty())
         return configured;
-    const char *const suffix = name == "archive" ? ".db" : ".sqlite";
-    return (fs::path(GetDataDirectory()) / (name + suffix)).string();
+    return (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
 }
 
 void systemCore::SetFallbackDirectories(const std::vector<std::string> &directories)

@@ -12,11 +12,15 @@
 #include <string>
 #include <vector>
 
-/// An archive in a directory of its own, and readers of it.
+/// An archive in a directory of its own, or at another location, and readers of it.
 class ArchiveFixture
 {
 public:
-    ArchiveFixture() { open(); }
+    explicit ArchiveFixture(const std::string &elsewhere = {})
+        : location(elsewhere.empty() ? file() : elsewhere)
+    {
+        open();
+    }
 
     static Nodes::ArchiveSignalKey key(unsigned long node)
     {
@@ -33,7 +37,7 @@ public:
     void open()
     {
         store.reset();
-        QVERIFY(Nodes::ArchiveStores().Make(file(), store));
+        QVERIFY(Nodes::ArchiveStores().Make(location, store));
         Nodes::StoreOpening opening;
         const Nodes::Result opened = store->Open(opening);
         QVERIFY2(opened.IsSuccess(), opened.ToString().c_str());
@@ -43,7 +47,7 @@ public:
     std::unique_ptr<Nodes::ArchiveReader> reader() const
     {
         std::unique_ptr<Nodes::ArchiveReader> made;
-        return Nodes::ArchiveReaders().Make(file(), made) ? std::move(made) : nullptr;
+        return Nodes::ArchiveReaders().Make(location, made) ? std::move(made) : nullptr;
     }
 
     Nodes::Record record(const Nodes::SamplePacket &packet)
@@ -100,6 +104,7 @@ public:
     }
 
     QTemporaryDir directory;
+    const std::string location;
     std::unique_ptr<Nodes::ArchiveStore> store;
     std::string setAside;
     std::uint64_t lastKey = 1000;

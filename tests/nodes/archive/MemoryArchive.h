@@ -18,8 +18,7 @@ struct MemoryArchive
     static MemoryArchive &Use()
     {
         static MemoryArchive archive;
-        static const bool isKnown = archive.provide();
-        Q_UNUSED(isKnown)
+        [[maybe_unused]] static const bool isKnown = archive.provide();
         const std::lock_guard lock(archive.mutex);
         archive.samplesOf.clear();
         archive.keys.clear();

@@ -1,5 +1,6 @@
 #include "ArchiveFixture.h"
 
+#include "nodes/FileSizeLimit.h"
 #include "nodes/ManualClock.h"
 #include "nodes/archive/HistoryColumnBuilder.h"
 #include "nodes/storage/SqliteDatabase.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <random>
 #include <thread>
 
@@ -79,7 +81,10 @@ private slots:
     void damageIsFoundAndMended_data();
     void damageIsFoundAndMended();
     void damagedChunkIsAGap();
+    void failedWriteChangesNothing_data();
+    void failedWriteChangesNothing();
     void ruinedFileIsSetAside();
+    void damagedPagesAreSalvaged();
     void laterVersionIsRefused();
     void othersFilesAreRefused();
     void backupIsOneState();
@@ -399,6 +404,40 @@ void ArchiveStoreTest::damagedChunkIsAGap()
     QCOMPARE(visited, std::size_t(80000 - 4096 + 1));
 }
 
+void ArchiveStoreTest::failedWriteChangesNothing_data()
+{
+    QTest::addColumn<bool>("isFull");
+    QTest::newRow("locked by another program") << false;
+    QTest::newRow("disk full") << true;
+}
+
+void ArchiveStoreTest::failedWriteChangesNothing()
+{
+    QFETCH(bool, isFull);
+    ArchiveFixture archive;
+    archive.write(1, noise(begin, 6000));
+    SamplePacket packet;
+    packet.parts.push_back({archive.key(1), noise(begin + 2 * hour, 6000), false});
+    const Records records{archive.record(packet)};
+    {
+        SqliteDatabase other;
+        QVERIFY(other.Open(archive.file(), SqliteDatabase::Mode::ReadWrite));
+        QVERIFY(isFull || other.Execute("BEGIN IMMEDIATE"));
+        std::optional<FileSizeLimit> limit;
+        if (isFull)
+            limit.emplace(std::filesystem::file_size(archive.file() + "-wal") + 4096);
+        std::vector<std::uint64_t> numbers;
+        const Result written = archive.store->Write(records, numbers);
+        QCOMPARE(written.GetType(), Result::StorageError);
+        QVERIFY2(written.GetDetail().find(archive.file()) == 0, written.GetDetail().c_str());
+        QVERIFY(archive.store->IsOpen());
+    }
+    archive.write(records);
+    archive.write(records);
+    QCOMPARE(archive.stored(1).Size(), std::size_t(12000));
+    QVERIFY(archive.findings().empty());
+}
+
 void ArchiveStoreTest::ruinedFileIsSetAside()
 {
     ArchiveFixture archive;
@@ -415,6 +454,40 @@ void ArchiveStoreTest::ruinedFileIsSetAside()
     QVERIFY(QFile::exists(QString::fromStdString(archive.setAside)));
     archive.write(1, counting(begin, 10));
     QCOMPARE(archive.stored(1).Size(), std::size_t(10));
+}
+
+void ArchiveStoreTest::damagedPagesAreSalvaged()
+{
+    ArchiveFixture archive;
+    archive.write(1, noise(begin, 200000));
+    archive.write(2, counting(begin, 10));
+    ArchiveFindings done;
+    QVERIFY(ask(archive.file(), "PRAGMA wal_checkpoint(TRUNCATE)") >= 0);
+    const std::int64_t root =
+        ask(archive.file(), "SELECT rootpage FROM sqlite_master WHERE name = 'blocks_place'");
+    QFile file(QString::fromStdString(archive.file()));
+    const auto ruin = [&](std::int64_t page) {
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek((page - 1) * 4096));
+        QCOMPARE(file.write(QByteArray(4096, '\x5a')), qint64(4096));
+        file.close();
+    };
+    ruin(root);
+    for (qint64 page = 100; page < 103; ++page)
+        ruin(page); // of samples
+    QVERIFY(!archive.findings().empty());
+    QCOMPARE(archive.reader()->Repair(done, archive.never).GetType(), Result::Refused); // in use
+    archive.store->Close();
+    const Result repaired = archive.reader()->Repair(done, archive.never);
+    QVERIFY2(repaired.IsSuccess(), repaired.ToString().c_str());
+    const ArchiveFindings after = archive.findings();
+    QVERIFY2(after.empty(), after.empty() ? "" : (after[0].place + ": " + after[0].text).c_str());
+    const SampleRun left = archive.stored(1);
+    QVERIFY2(left.Size() > 180000 && left.Size() < 200000,
+             qPrintable(QString::number(left.Size())));
+    QCOMPARE(archive.stored(2).Size(), std::size_t(10));
+    archive.open();
+    archive.write(1, noise(begin, 200000));
+    QVERIFY(archive.stored(1) == noise(begin, 200000));
 }
 
 void ArchiveStoreTest::laterVersionIsRefused()

@@ -223,6 +223,96 @@ private slots:
         QVERIFY(written.GetDetail().find("permission denied") != std::string::npos);
     }
 
+    void backup_data()
+    {
+        const Rows<bool> row("isServer");
+        row("into a file", false);
+        row("into another schema", true);
+    }
+
+    void backup()
+    {
+        QFETCH(bool, isServer);
+        const auto store = makeStore(m_location);
+        StoreOpening opening;
+        std::vector<std::uint64_t> numbers;
+        QVERIFY(store->Open(opening));
+        for (std::uint64_t group = 0; group < 50; ++group)
+            QVERIFY(store->Write({{group + 1, 1, CountedSamples::Packet(group)}}, numbers));
+        SamplePacket made;
+        made.parts.push_back({CountedSamples::Key(9), {}, true});
+        for (int i = 0; i < 3; ++i)
+            made.parts[0].run.AddText(1000 + i, "проба", Quality::Uncertain);
+        QVERIFY(store->Write({{99, 1, made.Pack()}}, numbers));
+        const std::string to =
+            isServer ? m_location + "?schema=copy" : m_directory->filePath("copy.db").toStdString();
+        const auto from = CountedSamples::Reader(m_location);
+        QCOMPARE(from->Backup(to, [] { return false; }).GetType(), Result::Cancelled);
+        const Result copied = from->Backup(to, [] { return true; });
+        QVERIFY2(copied, copied.GetDetail().c_str());
+        QCOMPARE(from->Backup(to, [] { return true; }).GetType(), Result::Duplicate);
+        QCOMPARE(CountedSamples::Stored(to), std::uint64_t(50));
+        const auto copy = CountedSamples::Reader(to);
+        std::vector<ArchivedSignal> listed;
+        QVERIFY(copy->ListSignals(listed));
+        QCOMPARE(listed.size(), std::size_t(CountedSamples::Signals + 1));
+        QVERIFY(listed.back().generatedFrom == 1000 && listed.back().generatedTo == 1002);
+        QVERIFY(!listed.front().IsGenerated());
+        SampleRun texts;
+        const auto take = [&](const SampleRun &run) {
+            texts.Append(run);
+            return true;
+        };
+        const std::atomic<bool> never{false};
+        QVERIFY(copy->Visit(listed.back().key, 0, 2000, take, never));
+        QVERIFY(texts == made.parts[0].run);
+    }
+
+    void damage_data()
+    {
+        const Rows<std::string, bool> row("sql", "isReadable");
+        row("chunk's bytes",
+            "UPDATE blocks SET bytes = set_byte(bytes, 40, 77) WHERE height = 0 "
+            "AND id = (SELECT min(id) FROM blocks WHERE height = 0)",
+            false);
+        row("chunk of another signal",
+            "UPDATE blocks SET bytes = (SELECT bytes FROM blocks WHERE "
+            "height = 0 AND signal = 2 ORDER BY id LIMIT 1) WHERE id = "
+            "(SELECT min(id) FROM blocks WHERE height = 0 AND signal = 1)",
+            false);
+        row("aggregates", "UPDATE blocks SET bytes = '\\x00' WHERE height = 1", true);
+        row("aggregates are missing", "DELETE FROM blocks WHERE height = 1", true);
+    }
+
+    // It is found, mended beside the one who writes, and that one goes on.
+    void damage()
+    {
+        QFETCH(std::string, sql);
+        QFETCH(bool, isReadable);
+        const auto store = makeStore(m_location);
+        StoreOpening opening;
+        std::vector<std::uint64_t> numbers;
+        QVERIFY(store->Open(opening));
+        for (std::uint64_t group = 0; group < 50; ++group)
+            QVERIFY(store->Write({{group + 1, 1, CountedSamples::Packet(group)}}, numbers));
+        sqlIn("SET search_path = archive; " + sql);
+        const auto reader = CountedSamples::Reader(m_location);
+        const std::atomic<bool> never{false};
+        ArchiveFindings findings;
+        QVERIFY(reader->Verify(findings, never));
+        QVERIFY(!findings.empty());
+        QVERIFY(!findings[0].place.empty() && !findings[0].text.empty());
+        findings.clear();
+        const Result mended = reader->Repair(findings, never);
+        QVERIFY2(mended, mended.GetDetail().c_str());
+        QVERIFY(!findings.empty());
+        QVERIFY(store->Write({{51, 1, CountedSamples::Packet(50)}}, numbers));
+        QCOMPARE(stored() == "51", isReadable);
+        findings.clear();
+        QVERIFY(reader->Verify(findings, never));
+        QVERIFY2(findings.empty(), findings.empty() ? "" : findings[0].text.c_str());
+    }
+
     void cleanupTestCase() { m_cluster.reset(); }
 
 private:

@@ -53,6 +53,18 @@ constexpr const char *plant = R"(
     <chartDiscretSerie id="36" name="3" source="22" color="#8a5a00"/>
   </chartGroup>
 </chartHistory>
+<chartHistory id="60" name="Тренд" width="1000" height="520">
+  <chartGroup id="61" name="Г">
+    <chartTimeAxis id="62" name="Время" length="10" lengthUnit="minutes" format="hh:mm:ss\ndd.MM.yyyy"/>
+    <chartAxis id="63" name="T" axisTitle="Температура, °C" from="40" to="100" format="%.0f" color="#3c608c"/>
+    <chartAxis id="64" name="P" axisTitle="Давление, кПа" from="0" to="10" color="#8a3b12"/>
+    <chartAxis id="65" name="F" axisTitle="Расход, т/ч" from="1" to="1000" logarithmic="true"
+               position="right" format="%.0f" color="#2e6f40"/>
+    <chartSerie id="66" name="t" source="25" axisY="63" color="#3c608c"/>
+    <chartSerie id="67" name="p" source="24" axisY="64" color="#8a3b12"/>
+    <chartSerie id="68" name="f" source="23" axisY="65" color="#2e6f40" style="steps"/>
+  </chartGroup>
+</chartHistory>
 <chartXY id="40" name="Характеристика" width="760" height="520">
   <chartGroup id="41" name="Г">
     <chartAxis id="42" name="X" position="bottom" axisTitle="Расход, т/ч" from="0" to="100" format="%.0f"/>
@@ -134,6 +146,43 @@ private slots:
         QVERIFY(serie<Widgets::qwidgetChartDiscretSerie>(chart, 1)->caption().endsWith("Стоп"));
     }
 
+    // Flags are drawn beside each other's places, a line of seldom changes goes on to the present.
+    void severalAxes()
+    {
+        Widgets::qwidgetChartHistory chart(m_project->node<Nodes::widgetChartHistory>(60), nullptr);
+        chart.resize(1000, 520);
+        chart.show();
+        auto *plot = qobject_cast<Widgets::PlotHistory *>(chart.plot());
+        const double end = plot->window().maxValue();
+        std::vector<Answers::Sample> rows[3];
+        for (int i = 0; i <= 600; i += 5) {
+            const double x = end - 10 * minute + i * 1000;
+            const Nodes::Quality quality =
+                i > 200 && i < 300 ? Nodes::Quality::Uncertain : Nodes::Quality::Good;
+            rows[0].push_back({x, 75 + 10 * std::sin(i / 60.0), quality});
+            rows[1].push_back({x, i > 380 && i < 420 ? Answers::gap : 6 + std::cos(i / 40.0),
+                               i > 380 && i < 420 ? Nodes::Quality::Bad : Nodes::Quality::Good});
+            if (i % 100 == 0 && i < 500)
+                rows[2].push_back({x, 20.0 + i});
+        }
+        Nodes::HistoryAnswer answer;
+        Answers::append(answer, 15, rows[0]);
+        Answers::append(answer, 14, rows[1]);
+        Answers::append(answer, 13, rows[2]);
+        plot->onGetHistoryCompleted(Nodes::SignalHistoryResponse::AllOf(answer));
+        plot->replot();
+        keep(chart, "trend");
+        QCOMPARE(plot->axesCount(QwtAxis::yLeft), 2);
+        auto *seldom = serie<Widgets::qwidgetChartBasicSerie>(chart, 2);
+        QCOMPARE(seldom->yAxis(), QwtAxisId(QwtAxis::yRight, 0));
+        QVERIFY(seldom->lastPoint().x() < end - minute);
+        const QImage picture = plot->plotCanvas()->grab().toImage();
+        const QPoint present(int(plot->transform(QwtAxis::xBottom, end - 2.25 * minute)),
+                             int(std::lround(plot->transform({QwtAxis::yRight, 0}, 420))));
+        QCOMPARE(picture.pixelColor(present), QColor("#2e6f40"));
+        QVERIFY(seldom->heldUntil() >= end);
+    }
+
     void discretPlotOfAHost()
     {
         auto *node = m_project->node<Nodes::widgetChartHistory>(30);
@@ -196,6 +245,24 @@ private slots:
         QTRY_VERIFY(std::isnan(xy->lastPoint().y()));
         QVERIFY(
             qobject_cast<Widgets::ToolBarAutoScaleAxisX *>(chart.plot()->plotCanvas()->tbAxisX()));
+    }
+
+    // Who edits a project sees what it will look like.
+    void edited()
+    {
+        m_project = std::make_unique<RuntimeProject>(plant, Nodes::WorkModeEditing);
+        Widgets::qwidgetChartXY xy(m_project->node<Nodes::widgetChartXY>(40), nullptr);
+        Widgets::qwidgetChartCorridor tube(m_project->node<Nodes::widgetChartCorridor>(50),
+                                           nullptr);
+        for (QWidget *chart : {static_cast<QWidget *>(&xy), static_cast<QWidget *>(&tube)}) {
+            chart->resize(700, 400);
+            chart->show();
+        }
+        keep(xy, "xy-edited");
+        keep(tube, "corridor-edited");
+        QVERIFY(serie<ISerie>(xy)->pointCount() > 100);
+        QVERIFY(serie<Widgets::qwidgetChartCorridorSerie>(tube)->tube().boundingRect().height() >
+                0);
     }
 
     void corridor()

@@ -1,4 +1,5 @@
 // Pictures of curves against each pair of points drawn by itself, and what the points cost.
+#include "widgets/charts/painting/IntervalSeriesData.h"
 #include "widgets/charts/painting/PlotCurve.h"
 
 #include <qwt_painter.h>
@@ -85,7 +86,8 @@ QImage pairs(const PlotCurve &curve, const View &view)
 
 bool isInk(const QImage &image, int x, int y)
 {
-    return image.rect().contains(x, y) && image.pixel(x, y) != qRgb(255, 255, 255);
+    return image.rect().contains(x, y) &&
+           reinterpret_cast<const QRgb *>(image.constScanLine(y))[x] != qRgb(255, 255, 255);
 }
 
 bool hasInkNear(const QImage &image, int x, int y)
@@ -161,11 +163,13 @@ private slots:
     void movedAndTrimmedViewsStayRight();
     void pointsThatGoBack();
     void scaledPainter();
+    void scaleThatGrowsToTheLeft();
     void dashesStayWithTheData();
     void qualitiesAreToldApart();
     void nothingForLessThanAPair();
     void rectangleOfTheDrawnPoints();
     void lastAndSort();
+    void intervals();
 };
 
 void tst_curve_painting::pictureIsThatOfThePairs_data()
@@ -176,7 +180,7 @@ void tst_curve_painting::pictureIsThatOfThePairs_data()
     QTest::addColumn<int>("style");
     QTest::addColumn<bool>("level");
     for (const char *shape : {"noise", "flat", "gaps", "torn", "bursts", "equal x"}) {
-        for (const int count : {2, 40, 700, 20'000}) {
+        for (const int count : {2, 40, 700, 6'000}) {
             for (const int width : {1, 2, 3})
                 QTest::addRow("%s, %d points, width %d", shape, count, width)
                     << shape << count << width << int(QwtPlotCurve::Lines) << false;
@@ -209,11 +213,13 @@ void tst_curve_painting::pictureIsThatOfThePairs()
         const QImage ours = picture(curve, view);
         const QImage expected = pairs(curve, view);
         const int stray = strayPixels(ours, expected) + strayPixels(expected, ours);
-        if (stray > strayLimit) {
+        // The corners of a wide pen: a few in a thousand.
+        const int limit = strayLimit + inkIn(expected, expected.rect()) / 400;
+        if (stray > limit) {
             ours.save(QDir::temp().filePath("curve-ours.png"));
             expected.save(QDir::temp().filePath("curve-pairs.png"));
         }
-        QVERIFY2(stray <= strayLimit, qPrintable(QString::number(stray)));
+        QVERIFY2(stray <= limit, qPrintable(QString::number(stray)));
     }
 }
 
@@ -302,6 +308,19 @@ void tst_curve_painting::scaledPainter()
     QVERIFY(strayPixels(half, picture(curve, view)) <= strayLimit);
 }
 
+void tst_curve_painting::scaleThatGrowsToTheLeft()
+{
+    PlotCurve curve;
+    curve.setPen(Qt::black, 1);
+    for (const int count : {40, 6'000}) {
+        fill(*curve.points(), "gaps", count);
+        const View view(start + 3'600'000, start);
+        QVERIFY(strayPixels(picture(curve, view), pairs(curve, view)) <= strayLimit);
+        QVERIFY(strayPixels(pairs(curve, view), picture(curve, view)) <= strayLimit);
+        curve.points()->clear();
+    }
+}
+
 void tst_curve_painting::dashesStayWithTheData()
 {
     PlotCurve curve;
@@ -344,6 +363,11 @@ void tst_curve_painting::qualitiesAreToldApart()
                  qPrintable(QString::number(dotted)));
     }
     QCOMPARE(inkIn(image, part(2)), 0);
+    // Sticks, which stand in a column each, as well.
+    mixed.setStyle(QwtPlotCurve::Sticks);
+    mixed.setBaseline(-1);
+    const QImage sticks = picture(mixed, view);
+    QVERIFY(inkIn(sticks, part(1)) < inkIn(sticks, part(0)) * 0.65);
     // A bar at the lower edge under the bad stretch, and under no other.
     const QRect bar(205, size.height() - 8, 88, 8);
     QVERIFY(inkIn(image, bar) > 100);
@@ -403,6 +427,25 @@ void tst_curve_painting::lastAndSort()
     QCOMPARE(data.quality(0), Quality::Uncertain);
     QCOMPARE(data.quality(1), Quality::Good);
     QCOMPARE(data.last(), QPointF(2, 3));
+}
+
+void tst_curve_painting::intervals()
+{
+    Widgets::IntervalSeriesData data;
+    const QRectF none(0, 0, -1, -1);
+    data.replaceLast({1, 2, 3}); // there is none: it is the first
+    data.append({2, -5, notANumber});
+    data.append({3, 0, 10});
+    QCOMPARE(data.size(), std::size_t(3));
+    QCOMPARE(data.boundingRect(), QRectF(QPointF(1, 0), QPointF(3, 10)));
+    data.replaceLast({4, 1, 4});
+    QCOMPARE(data.last(), QwtIntervalSample(4, 1, 4));
+    QCOMPARE(data.boundingRect(), QRectF(QPointF(1, 1), QPointF(4, 4)));
+    data.trimFront(2);
+    QCOMPARE(data.boundingRect(), QRectF(QPointF(4, 1), QPointF(4, 4)));
+    data.clear();
+    QCOMPARE(data.boundingRect(), none);
+    QVERIFY(!data.last().interval.isValid());
 }
 
 QTEST_MAIN(tst_curve_painting)

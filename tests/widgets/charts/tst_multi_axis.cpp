@@ -119,6 +119,18 @@ void tst_multi_axis::hiddenAndRemovedAxes()
 {
     Plot plot;
     plot.replot();
+    // Alone on its side, a scale has room for its labels too.
+    plot.setAxisVisible(left0, false);
+    plot.setAxisVisible(QwtAxis::yRight, false);
+    plot.setAxisFont(left1, QFont(plot.font().family(), 30));
+    plot.replot();
+    plot.replot();
+    QVERIFY(plot.rect().contains(plot.scale(left1)));
+    QVERIFY(plot.axisWidget(left1)->startBorderDist() > 15);
+    plot.setAxisFont(left1, plot.axisFont(left0));
+    plot.setAxisVisible(left0);
+    plot.setAxisVisible(QwtAxis::yRight);
+    plot.replot();
     const int narrow = plot.canvas()->width();
     const int inner = plot.scale(left1).width();
     QCOMPARE(plot.axesCount(QwtAxis::yLeft), 3);

@@ -181,7 +181,7 @@ void TestElementKinds::aChangedPropertyShowsAtOnce()
         if (changed.seen() != Element(node).seen())
             stale << QString::fromStdString(property.key + " back");
     }
-    QCOMPARE(stale, QStringList());
+    QCOMPARE(stale.join(", "), QString());
 }
 
 QTEST_MAIN(TestElementKinds)

@@ -28,7 +28,7 @@ constexpr const char *endFormer =
 
 PostgresArchive::PostgresArchive(const std::string &location)
     : m_connection(PostgresLocation(location), sessionName()),
-      m_tables(m_connection),
+      m_tables(m_connection, PostgresTables::Use::Writing),
       m_engine(m_tables),
       m_trim(m_tables)
 {

@@ -12,7 +12,8 @@ constexpr const char *beginLook = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ON
 } // namespace
 
 PostgresArchiveConnection::PostgresArchiveConnection(const std::string &location)
-    : m_connection(PostgresLocation(location), "station archive reader"), m_tables(m_connection)
+    : m_connection(PostgresLocation(location), "station archive reader"),
+      m_tables(m_connection, PostgresTables::Use::Reading)
 {
 }
 
@@ -76,7 +77,7 @@ Result PostgresArchiveConnection::Change(const Work &work)
         result = PostgresSchema::Check(connection);
     if (!result)
         return result;
-    PostgresTables tables(connection);
+    PostgresTables tables(connection, PostgresTables::Use::Writing);
     return connection.Transact(PostgresSchema::BeginTurn, [&](const PostgresAnswer &) {
         const Result done = work(tables);
         return done ? tables.Send() : done;

@@ -6,7 +6,6 @@
 #include "nodes/storage/Digest.h"
 
 #include <filesystem>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -15,6 +14,7 @@ namespace Nodes {
 namespace {
 
 constexpr std::size_t packetSamples = 65536;
+constexpr Timestamp endOfTime = (Timestamp(1) << 62) - 1; // nothing is kept behind it
 
 /// Success when nothing is there yet.
 Result checkFree(const std::string &to)
@@ -115,15 +115,14 @@ Result PostgresBackup::copy(const std::function<bool()> &step)
 
 Result PostgresBackup::copy(const StoredSignal &signal, const std::function<bool()> &step)
 {
-    Timestamp from = StoredSignal::Never;
+    Timestamp from = 0;
     bool hasMore = true;
     while (hasMore) {
         SamplePacket packet;
         std::size_t damaged = 0;
         while (hasMore && packet.Size() < packetSamples) {
             SampleRun run;
-            const Result read = m_reading.ReadNext(
-                signal, from, std::numeric_limits<Timestamp>::max(), run, damaged);
+            const Result read = m_reading.ReadNext(signal, from, endOfTime, run, damaged);
             if (!read)
                 return read;
             hasMore = !run.IsEmpty();

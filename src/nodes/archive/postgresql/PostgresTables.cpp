@@ -3,6 +3,7 @@
 #include "nodes/archive/postgresql/PostgresConnection.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Nodes {
@@ -11,9 +12,11 @@ namespace {
 
 constexpr std::size_t mostGathered = 256; // blocks
 constexpr std::size_t mostGatheredBytes = 4u << 20;
-constexpr std::size_t mostAhead = 64;     // blocks
-constexpr std::size_t mostFetched = 1024; // blocks kept
-constexpr std::int64_t logPage = 16;      // rows
+constexpr std::size_t mostAhead = 64;      // blocks
+constexpr std::size_t aggregatesAhead = 8; // at first: they are small
+constexpr std::size_t leastListed = 64;    // blocks
+constexpr std::size_t mostFetched = 1024;  // blocks kept
+constexpr std::int64_t logPage = 16;       // rows
 constexpr const char *signalColumns =
     "SELECT number, project, station, node, station_name, name, unit, sealed_to, generated_from, "
     "generated_to FROM signals ";
@@ -62,7 +65,8 @@ void PostgresTables::Forget()
 {
     m_gathered = Gathered();
     m_fetched.clear();
-    m_fetchedSignal = 0;
+    m_windows.clear();
+    m_trails.clear();
 }
 
 Result PostgresTables::Send()
@@ -114,14 +118,54 @@ Result PostgresTables::FindSignal(const ArchiveSignalKey &key, std::optional<Sto
     return result;
 }
 
+/// Whoever looks at a span asks for one part of it after the other.
 Result PostgresTables::ListBlocks(std::int64_t signal, int height, Timestamp from, Timestamp to,
                                   std::size_t limit, StoredBlocks &blocks)
 {
-    Result result = Send();
+    blocks.clear();
+    if (m_use == Use::Writing) {
+        const Result sent = Send();
+        return sent ? list(signal, height, from, to, limit, blocks) : sent;
+    }
+    const Window &window = m_windows[height];
+    const auto isWithin = [&] {
+        return window.signal == signal && window.from <= from && to <= window.to;
+    };
+    const Result widened = isWithin() ? Result() : widen(signal, height, from);
+    if (!widened)
+        return widened;
+    // What begins the window is enough for whoever wants no more than that.
+    if (!isWithin() && limit > window.blocks.size())
+        return list(signal, height, from, to, limit, blocks);
+    const auto isLater = [](Timestamp time, const StoredBlock &b) { return time < b.first; };
+    auto next = std::upper_bound(window.blocks.begin(), window.blocks.end(), from, isLater);
+    if (next != window.blocks.begin())
+        --next;
+    for (; next != window.blocks.end() && limit > 0 && next->first <= std::max(from, to); ++next) {
+        blocks.push_back(*next);
+        --limit;
+    }
+    return Result();
+}
+
+Result PostgresTables::widen(std::int64_t signal, int height, Timestamp from)
+{
+    constexpr Timestamp endOfTime = std::numeric_limits<Timestamp>::max();
+    Window &window = m_windows[height];
+    window = {signal, from, endOfTime, {}};
+    const Result result = list(signal, height, from, endOfTime, leastListed, window.blocks);
     if (!result)
-        return result;
+        window.signal = 0;
+    if (window.blocks.size() == leastListed)
+        window.to = window.blocks.back().first;
+    return result;
+}
+
+Result PostgresTables::list(std::int64_t signal, int height, Timestamp from, Timestamp to,
+                            std::size_t limit, StoredBlocks &blocks)
+{
     PostgresAnswer rows;
-    result = m_connection.Query(
+    const Result result = m_connection.Query(
         std::string("(") + blockColumns +
             "WHERE signal = $1 AND height = $2 AND first <= $3 ORDER BY first DESC LIMIT 1) "
             "UNION ALL (" +
@@ -166,9 +210,10 @@ Result PostgresTables::ReadBlock(const StoredBlock &block, std::string &bytes)
 /// One that follows what was fetched last brings more behind it: whoever reads on wants them too.
 Result PostgresTables::fetch(const StoredBlock &block)
 {
-    const bool isNext = block.signal == m_fetchedSignal && block.height == m_fetchedHeight &&
-                        block.first > m_fetchedTo;
-    m_ahead = isNext ? std::min(2 * m_ahead, mostAhead) : 1;
+    Trail &trail = m_trails[block.height];
+    const bool isNext = trail.signal == block.signal && block.first > trail.at;
+    const std::size_t first = m_use == Use::Reading && block.height > 0 ? aggregatesAhead : 1;
+    trail.ahead = isNext ? std::min(2 * trail.ahead, mostAhead) : first;
     if (m_fetched.size() > mostFetched)
         m_fetched.clear();
     PostgresAnswer rows;
@@ -179,13 +224,12 @@ Result PostgresTables::fetch(const StoredBlock &block)
             .Add(block.signal)
             .Add(std::int64_t(block.height))
             .Add(block.first)
-            .Add(number(m_ahead)),
+            .Add(number(trail.ahead)),
         rows);
-    m_fetchedSignal = block.signal;
-    m_fetchedHeight = block.height;
-    m_fetchedTo = block.first;
+    trail.signal = block.signal;
+    trail.at = block.first;
     for (int row = 0; row < rows.Size(); ++row) {
-        m_fetchedTo = rows.Integer(row, 1);
+        trail.at = rows.Integer(row, 1);
         m_fetched[rows.Integer(row, 0)] = rows.Bytes(row, 2);
     }
     return result;

@@ -11,13 +11,20 @@ namespace Nodes {
 
 class PostgresConnection;
 
-/// The tables of PostgresSchema over one connection. Blocks that are put are gathered and sent
-/// together, before anything that could miss them; blocks that are read one after the other are
-/// fetched several at a time. One thread.
+/// The tables of PostgresSchema over one connection. Each question costs a way to the server and
+/// back: blocks that are put are gathered and sent together, before anything that could miss them;
+/// blocks that are read one after the other are fetched several at a time. One thread.
 class PostgresTables : public ArchiveTables
 {
 public:
-    explicit PostgresTables(PostgresConnection &connection) : m_connection(connection) {}
+    enum class Use {
+        Reading, ///< nothing is changed, and all of a transaction is of one moment: lists are kept
+        Writing
+    };
+
+    PostgresTables(PostgresConnection &connection, Use use) : m_connection(connection), m_use(use)
+    {
+    }
 
     /// What was gathered is sent; before the transaction is committed.
     [[nodiscard]] Result Send();
@@ -58,15 +65,33 @@ private:
         std::size_t volume = 0;
     };
 
+    /// All blocks of a signal and height that begin from `from` on up to `to`, and the one before.
+    struct Window
+    {
+        std::int64_t signal = 0;
+        Timestamp from = 0;
+        Timestamp to = 0;
+        StoredBlocks blocks;
+    };
+    /// Where the last block of a height was read.
+    struct Trail
+    {
+        std::int64_t signal = 0;
+        Timestamp at = 0;
+        std::size_t ahead = 1; // blocks fetched at once
+    };
+
+    [[nodiscard]] Result list(std::int64_t signal, int height, Timestamp from, Timestamp to,
+                              std::size_t limit, StoredBlocks &blocks);
+    [[nodiscard]] Result widen(std::int64_t signal, int height, Timestamp from);
     [[nodiscard]] Result fetch(const StoredBlock &block);
 
     PostgresConnection &m_connection;
+    const Use m_use;
     Gathered m_gathered;
+    std::map<int, Window> m_windows;               // by height
+    std::map<int, Trail> m_trails;                 // by height
     std::map<std::int64_t, std::string> m_fetched; // by id
-    std::int64_t m_fetchedSignal = 0;
-    int m_fetchedHeight = -1;
-    Timestamp m_fetchedTo = 0; // first of the last one that was fetched
-    std::size_t m_ahead = 1;   // that are fetched at once
 };
 
 } // namespace Nodes

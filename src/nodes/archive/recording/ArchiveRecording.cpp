@@ -3,8 +3,8 @@
 #include "nodes/archive/history/StoredHistory.h"
 #include "nodes/archive/recording/ArchiveWatch.h"
 #include "nodes/archive/recording/IntakeQueue.h"
-#include "nodes/archive/recording/OutageMarks.h"
 #include "nodes/archive/recording/PacketSender.h"
+#include "nodes/archive/recording/RunBeginning.h"
 #include "nodes/archive/store/ArchiveStore.h"
 #include "nodes/storage/records/Recorder.h"
 #include "nodes/timers/DeadlineThread.h"
@@ -12,7 +12,9 @@
 #include "nodes/values/SignalValue.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
+#include <utility>
 
 namespace Nodes {
 
@@ -23,7 +25,7 @@ constexpr Timestamp heartbeatPause = 5 * second;
 constexpr Timestamp lookPause = second;
 constexpr std::size_t manySamples = 32768; // that wait: not for the rest of the interval
 // While records of an earlier run are written first, samples are held back only so long.
-constexpr Timestamp longestWait = 2 * second;
+constexpr std::chrono::seconds longestWait(3);
 
 Recorder::Limits limitsOf(const ArchiveRecording::Settings &settings)
 {
@@ -42,15 +44,15 @@ struct ArchiveRecording::Impl
     std::shared_ptr<SignalIntake> find(const ArchiveSignalKey &key) const;
     Timestamp work();
     void carry();
+    void send();
     void beat();
-    bool resume();
     void look();
     void finish();
 
     const Settings settings;
     const Teller tell;
     const Timestamp begin = Clock::Current().Now();
-    const Timestamp steadyBegin = Clock::Current().Steady();
+    const std::chrono::steady_clock::time_point begun = std::chrono::steady_clock::now();
     const std::shared_ptr<RecentSamples::Progress> progress =
         std::make_shared<RecentSamples::Progress>();
     const std::shared_ptr<const StoredHistory> stored;
@@ -64,7 +66,7 @@ struct ArchiveRecording::Impl
     std::map<ArchiveSignalKey, std::shared_ptr<SignalIntake>> signals; // guarded
 
     std::mutex mutex; // of the rest; held while samples are carried
-    std::unique_ptr<OutageMarks> marks;
+    RunBeginning beginning;
     ArchiveWatch watch;
     Timestamp nextCarry = 0; // steady times
     Timestamp nextLook = 0;
@@ -77,9 +79,8 @@ ArchiveRecording::Impl::Impl(Settings given, Teller teller)
       stored(std::make_shared<StoredHistory>(settings.location)),
       recorder(std::make_shared<Recorder>(SamplePacket::Format(), limitsOf(settings), hooks())),
       queue(std::make_shared<IntakeQueue>(manySamples, [this] { thread.Wake(); })),
-      marks(
-          std::make_unique<OutageMarks>(settings.home, begin, *stored,
-                                        [this](const ArchiveSignalKey &key) { return find(key); })),
+      beginning(settings.home, begin, *stored,
+                [this](const ArchiveSignalKey &key) { return find(key); }),
       watch(tell)
 {
     sender->SetRecorder(recorder);
@@ -125,11 +126,18 @@ Timestamp ArchiveRecording::Impl::work()
 
 void ArchiveRecording::Impl::carry()
 {
-    const bool isResumed = resume();
-    const bool isLate = Clock::Current().Steady() - steadyBegin > longestWait;
-    if (!isResumed && !isLate && recorder->IsStoreOpen())
-        return;
-    if (sender->Send(queue->Take()))
+    const bool isResumed = beginning.Mark(*recorder, *sender, RunBeginning::Patience::Step);
+    const bool isLate = std::chrono::steady_clock::now() - begun > longestWait;
+    if (isResumed || isLate || !recorder->IsStoreOpen())
+        send();
+}
+
+void ArchiveRecording::Impl::send()
+{
+    const PacketSender::Signals waiting = queue->Take();
+    for (const auto &signal : waiting)
+        beginning.MindOverlap(*signal);
+    if (sender->Send(waiting))
         lastSent = Clock::Current().Steady();
     else
         beat();
@@ -147,23 +155,6 @@ void ArchiveRecording::Impl::beat()
     lastSent = now;
 }
 
-/// Marks the outage before this run, as soon as the store holds all that was recorded before it.
-bool ArchiveRecording::Impl::resume()
-{
-    if (!marks)
-        return true;
-    if (!recorder->IsStoreOpen() || recorder->GetHealth().aside > 0)
-        return false;
-    std::vector<SamplePacket> packets;
-    bool isDone = false;
-    if (!marks->Step(packets, isDone) || !isDone)
-        return false;
-    for (const SamplePacket &packet : packets)
-        (void)sender->Send(packet);
-    marks.reset();
-    return true;
-}
-
 void ArchiveRecording::Impl::look()
 {
     {
@@ -177,7 +168,10 @@ void ArchiveRecording::Impl::look()
         }
     }
     watch.TellLosses();
-    watch.Look(recorder->GetHealth());
+    const StoreHealth health = recorder->GetHealth();
+    watch.Look(health);
+    if (health.waiting == 0)
+        beginning.ForgetAnswers();
 }
 
 void ArchiveRecording::Impl::finish()
@@ -186,8 +180,8 @@ void ArchiveRecording::Impl::finish()
     const Timestamp now = Clock::Current().Now();
     for (const auto &[key, signal] : signals)
         signal->End(now);
-    (void)resume();
-    (void)sender->Send(queue->Take());
+    (void)beginning.Mark(*recorder, *sender, RunBeginning::Patience::End);
+    send();
     look();
 }
 
@@ -216,7 +210,7 @@ Result ArchiveRecording::Open()
     m_impl->recorder->SetFallbacks(m_impl->settings.fallbacks);
     // What is away is told of by the watch, and tried again.
     (void)m_impl->recorder->Open(std::move(store), m_impl->settings.spillFile);
-    (void)Connect(m_impl->settings.heartbeat, 0, 0);
+    (void)Connect(m_impl->settings.heartbeat, {});
     m_impl->thread.Start([impl = m_impl.get()] { return impl->work(); });
     return Result();
 }
@@ -235,15 +229,16 @@ void ArchiveRecording::Close()
                      waiting);
 }
 
-std::shared_ptr<SignalIntake>
-ArchiveRecording::Connect(const ArchiveSignalKey &key, double deadband, std::size_t samplesInMemory)
+std::shared_ptr<SignalIntake> ArchiveRecording::Connect(const ArchiveSignalKey &key,
+                                                        const Intake &intake)
 {
     SignalIntake::Settings settings;
     settings.key = key;
-    settings.deadband = deadband;
+    settings.deadband = intake.deadband;
+    settings.isText = intake.isText;
     settings.begin = Clock::Current().Now();
-    settings.limits.unstored = samplesInMemory;
-    settings.limits.stored = std::min(settings.limits.stored, samplesInMemory);
+    settings.limits.unstored = intake.samplesInMemory;
+    settings.limits.stored = std::min(settings.limits.stored, intake.samplesInMemory);
     settings.limits.bytes = m_impl->settings.memoryBytes;
     auto signal =
         std::make_shared<SignalIntake>(settings, m_impl->progress, m_impl->queue, m_impl->stored);
@@ -257,13 +252,16 @@ void ArchiveRecording::Disconnect(const std::shared_ptr<SignalIntake> &signal)
     signal->End(Clock::Current().Now());
     const std::lock_guard lock(m_impl->signalsMutex);
     m_impl->signals.erase(signal->GetKey());
+    m_impl->lost += signal->TakeLost();
 }
 
 Result ArchiveRecording::Flush()
 {
     {
         const std::lock_guard lock(m_impl->mutex);
-        m_impl->carry();
+        (void)m_impl->beginning.Mark(*m_impl->recorder, *m_impl->sender,
+                                     RunBeginning::Patience::End);
+        m_impl->send();
     }
     return m_impl->recorder->Flush();
 }

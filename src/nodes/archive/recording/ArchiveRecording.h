@@ -50,9 +50,14 @@ public:
     /// Marks the end of all signals and stores what is there.
     void Close();
 
+    struct Intake
+    {
+        double deadband = 0; ///< see SignalIntake
+        bool isText = false;
+        std::size_t samplesInMemory = 10000; ///< at least, while they are not stored
+    };
     /// To be offered the signal's samples.
-    std::shared_ptr<SignalIntake> Connect(const ArchiveSignalKey &key, double deadband,
-                                          std::size_t samplesInMemory);
+    std::shared_ptr<SignalIntake> Connect(const ArchiveSignalKey &key, const Intake &intake);
     /// From now on nothing is known of the signal. It is offered no samples any more.
     void Disconnect(const std::shared_ptr<SignalIntake> &signal);
 

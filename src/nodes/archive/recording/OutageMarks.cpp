@@ -1,6 +1,7 @@
 #include "nodes/archive/recording/OutageMarks.h"
 
 #include "nodes/archive/HistoryColumnBuilder.h"
+#include "nodes/archive/QualityOrder.h"
 #include "nodes/archive/history/StoredHistory.h"
 #include "nodes/archive/recording/SignalIntake.h"
 
@@ -50,46 +51,29 @@ Result OutageMarks::Step(std::vector<SamplePacket> &marks, bool &isDone)
 
 Result OutageMarks::look(const ArchivedSignal &signal)
 {
-    Ending ending{signal.key, 0, true};
+    const std::shared_ptr<SignalIntake> intake = m_find(signal.key);
+    // What was recorded before has not ended yet: the clock was set back.
+    if (signal.last >= m_begin && (!intake || signal.last > intake->LastTime())) {
+        m_overlaps[signal.key] = signal.last;
+        return Result();
+    }
     HistoryColumnBuilder builder(m_begin, m_begin, 2);
     Result result = m_stored.Read(signal.key, m_begin, builder, m_isCancelled);
     const HistoryColumn column = builder.Take();
     if (!result || column.times.empty() || column.times.front() >= m_begin)
-        return result ? noteOverlap(signal) : result;
-    ending.time = column.times.front();
+        return result;
+    Ending ending{signal.key, column.times.front(), {}};
     // Texts are no numbers, and yet known.
     result = m_stored.Visit(
         signal.key, ending.time, ending.time,
         [&ending](const SampleRun &run) {
-            const Quality quality = run.qualities.front();
-            ending.isGap = run.KindAt(0) == SampleKind::Gap || quality == Quality::Bad ||
-                           quality == Quality::Stale;
+            if (run.KindAt(0) != SampleKind::Gap && IsKnown(run.qualities.front()))
+                ending.last.Append(run, 0, 1);
             return false;
         },
         m_isCancelled);
     if (result)
-        result = noteOverlap(signal);
-    if (result)
         m_endings.push_back(std::move(ending));
-    return result;
-}
-
-/// The clock was set back between two runs.
-Result OutageMarks::noteOverlap(const ArchivedSignal &signal)
-{
-    const std::shared_ptr<SignalIntake> intake = m_find(signal.key);
-    if (!intake || signal.last < m_begin || signal.last <= intake->LastTime())
-        return Result();
-    std::vector<Timestamp> times;
-    const Result result = m_stored.Visit(
-        signal.key, m_begin, signal.last,
-        [&times](const SampleRun &run) {
-            times.insert(times.end(), run.times.begin(), run.times.end());
-            return times.size() < mostTaken;
-        },
-        m_isCancelled);
-    if (result)
-        intake->SetTaken(std::move(times));
     return result;
 }
 
@@ -99,10 +83,14 @@ void OutageMarks::makeMarks(std::vector<SamplePacket> &marks) const
     for (const Ending &ending : m_endings)
         lastKnown = std::max(lastKnown, ending.time);
     for (const Ending &ending : m_endings) {
-        if (ending.isGap || lastKnown + 1 >= m_begin)
+        if (ending.last.IsEmpty() || lastKnown + 1 >= m_begin)
             continue;
         SamplePacket::Part part;
         part.signal = ending.signal;
+        if (lastKnown - ending.time > LongestSilence) {
+            part.run = ending.last;
+            part.run.times.front() = lastKnown;
+        }
         part.run.AddGap(lastKnown + 1);
         if (marks.empty() || marks.back().parts.size() >= mostMarks)
             marks.emplace_back();

@@ -6,7 +6,9 @@
 #include <atomic>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Nodes {
@@ -21,6 +23,10 @@ class StoredHistory;
 class OutageMarks
 {
 public:
+    /// A sample tells what held until the outage when it was not longer before, microseconds; of an
+    /// older one that is said once more, so that a line leads there.
+    static constexpr Timestamp LongestSilence = 2 * 1000000;
+
     /// Null when that signal is not recorded now.
     using Finder = std::function<std::shared_ptr<SignalIntake>(const ArchiveSignalKey &)>;
 
@@ -31,16 +37,19 @@ public:
     /// `marks` is what is to be recorded.
     [[nodiscard]] Result Step(std::vector<SamplePacket> &marks, bool &isDone);
 
+    /// Signals of which the store holds later samples than this run can have made when it began,
+    /// and the last of those: the clock was set back.
+    std::map<ArchiveSignalKey, Timestamp> TakeOverlaps() { return std::exchange(m_overlaps, {}); }
+
 private:
     struct Ending
     {
         ArchiveSignalKey signal;
         Timestamp time = 0;
-        bool isGap = false;
+        SampleRun last; ///< the sample, unless it is a gap
     };
 
     [[nodiscard]] Result look(const ArchivedSignal &signal);
-    [[nodiscard]] Result noteOverlap(const ArchivedSignal &signal);
     void makeMarks(std::vector<SamplePacket> &marks) const;
 
     const RecordHome m_home;
@@ -52,6 +61,7 @@ private:
     std::vector<ArchivedSignal> m_signals;
     std::size_t m_next = 0; // of them
     std::vector<Ending> m_endings;
+    std::map<ArchiveSignalKey, Timestamp> m_overlaps;
 };
 
 } // namespace Nodes

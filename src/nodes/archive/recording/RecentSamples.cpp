@@ -1,5 +1,7 @@
 #include "nodes/archive/recording/RecentSamples.h"
 
+#include "nodes/archive/QualityOrder.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -47,8 +49,7 @@ const std::string &RecentSamples::Part::TextOf(const Sample &sample) const
 
 bool IsGap(const RecentSamples::Sample &sample)
 {
-    return sample.kind == SampleKind::Gap || sample.quality == Quality::Bad ||
-           sample.quality == Quality::Stale;
+    return sample.kind == SampleKind::Gap || !IsKnown(sample.quality);
 }
 
 RecentSamples::RecentSamples(const Limits &limits, std::shared_ptr<Progress> progress)

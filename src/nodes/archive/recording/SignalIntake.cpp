@@ -3,6 +3,7 @@
 #include "nodes/archive/HistoryColumnBuilder.h"
 #include "nodes/archive/history/StoredHistory.h"
 #include "nodes/archive/recording/IntakeQueue.h"
+#include "nodes/archive/recording/OutageMarks.h"
 #include "nodes/values/SignalValue.h"
 
 #include <algorithm>
@@ -55,9 +56,7 @@ SignalIntake::SignalIntake(Settings settings, std::shared_ptr<RecentSamples::Pro
     : m_settings(std::move(settings)),
       m_queue(std::move(queue)),
       m_stored(std::move(stored)),
-      m_recent(m_settings.limits, std::move(progress)),
-      m_last(m_settings.begin - 1),
-      m_archived{0, 0, Quality::Bad, SampleKind::Gap}
+      m_recent(m_settings.limits, std::move(progress))
 {
 }
 
@@ -68,39 +67,62 @@ void SignalIntake::Offer(Timestamp time, const SignalValue &value)
     const double number = value.ToDouble();
     const SampleKind kind = kindOf(value, number);
     const bool isNumber = kind == SampleKind::Number || kind == SampleKind::Logical;
-    const Sample sample{std::max(time, m_last + 1), isNumber ? number : none, value.GetQuality(),
-                        kind};
+    const Sample sample{std::max(placed(time, value), m_last + 1), isNumber ? number : none,
+                        value.GetQuality(), kind};
     m_last = sample.time;
-    if (!isHeldBack(sample))
-        add(sample, kind == SampleKind::Text ? value.ToString() : std::string());
-}
-
-bool SignalIntake::isHeldBack(const Sample &sample)
-{
-    const bool isWithin = m_settings.deadband > 0 && sample.kind == SampleKind::Number &&
-                          m_archived.kind == SampleKind::Number &&
-                          sample.quality == m_archived.quality &&
-                          std::abs(sample.number - m_archived.number) < m_settings.deadband;
-    if (isWithin) {
-        m_heldBack = sample;
-        return true;
+    Archived offered{sample, kind == SampleKind::Text ? value.ToString() : std::string()};
+    if (isHeldBack(offered)) {
+        m_heldBack = std::move(offered);
+        return;
     }
     addHeldBack();
-    m_archived = sample;
-    return false;
+    m_archived = std::move(offered);
+    add(m_archived);
+}
+
+/// A value that was there before counts from the begin on, by the clock of its source.
+Timestamp SignalIntake::placed(Timestamp time, const SignalValue &value) const
+{
+    const Timestamp received = std::max(value.GetReceiveTime(), value.GetQualityTime());
+    if (m_last != 0 || received == 0 || received >= m_settings.begin)
+        return time;
+    return std::max(time, m_settings.begin - std::max<Timestamp>(0, received - time));
+}
+
+bool SignalIntake::isHeldBack(const Archived &archived) const
+{
+    const Sample &sample = archived.sample;
+    const Sample &last = m_archived.sample;
+    const bool isFirst = last.time == 0;
+    if (isFirst || !(m_settings.deadband > 0) || sample.kind != last.kind ||
+        sample.quality != last.quality)
+        return false;
+    switch (sample.kind) {
+    case SampleKind::Number:
+        return std::abs(sample.number - last.number) < m_settings.deadband;
+    case SampleKind::Logical:
+        return sample.number == last.number;
+    case SampleKind::Text:
+        return archived.text == m_archived.text;
+    case SampleKind::Gap:
+        break;
+    }
+    return true;
 }
 
 void SignalIntake::addHeldBack()
 {
-    if (m_heldBack)
-        add(*m_heldBack);
+    if (!m_heldBack)
+        return;
+    m_archived = std::move(*m_heldBack);
     m_heldBack.reset();
+    add(m_archived);
 }
 
-void SignalIntake::add(const Sample &sample, std::string text)
+void SignalIntake::add(const Archived &archived)
 {
-    if (!m_recent.Add(sample, std::move(text)))
-        noteLoss(sample.time, 1);
+    if (!m_recent.Add(archived.sample, archived.text))
+        noteLoss(archived.sample.time, 1);
     if (!m_isListed.exchange(true))
         m_queue->Add(shared_from_this());
     m_queue->Count();
@@ -109,10 +131,15 @@ void SignalIntake::add(const Sample &sample, std::string text)
 void SignalIntake::End(Timestamp now)
 {
     addHeldBack();
-    if (IsGap(m_recent.Last()))
+    const Sample last = m_recent.Last();
+    if (IsGap(last))
         return;
-    m_last = std::max(now, m_last + 1);
-    add({m_last, none, Quality::Bad, SampleKind::Gap});
+    const auto at = [this](Timestamp time) { return m_last = std::max(time, m_last + 1); };
+    if (now - last.time > OutageMarks::LongestSilence) {
+        m_archived.sample.time = at(now);
+        add(m_archived);
+    }
+    add({{at(now), none, Quality::Bad, SampleKind::Gap}, {}});
 }
 
 void SignalIntake::noteLoss(Timestamp from, std::uint64_t count)
@@ -134,6 +161,8 @@ SamplePacket::Part SignalIntake::Pack(std::size_t most)
     }
     m_packed = part.run.Size();
     m_packedFrom = part.run.IsEmpty() ? 0 : part.run.times.front();
+    if (m_packedFrom != 0 && m_packedFrom <= m_takenTo)
+        m_stored->Forget(m_settings.key);
     if (const Timestamp lostFrom = m_lostFrom.exchange(0)) {
         part.run.AddGap(lostFrom);
         m_packedFrom = m_packedFrom == 0 ? lostFrom : std::min(m_packedFrom, lostFrom);
@@ -165,15 +194,43 @@ void SignalIntake::Send(std::uint64_t key)
         noteLoss(m_packedFrom, m_packed);
 }
 
-void SignalIntake::readStored(HistoryColumnBuilder &into, Timestamp end, Result &result,
-                              const std::atomic<bool> &isCancelled) const
+void SignalIntake::readStored(HistoryColumnBuilder &into, const RecentSamples::View &view,
+                              Result &result, const std::atomic<bool> &isCancelled) const
 {
+    const Timestamp end = view.begin;
+    // What is still to come must not be missing in what is kept of the answer.
+    const Timestamp closed = view.missing == 0 ? end : 0;
+    if (m_settings.isText) {
+        const Result read = readTexts(into, end, isCancelled);
+        if (!read)
+            result = read;
+        return;
+    }
     HistoryColumnBuilder older = HistoryColumnBuilder::OnGrid(
         into.GetFrom(), std::min(into.GetTo(), end - 1), into.GetMaxPoints(), into.GetGridBits());
-    const Result read = m_stored->Read(m_settings.key, end, older, isCancelled);
+    const Result read = m_stored->Read(m_settings.key, closed, older, isCancelled);
     if (!read)
         result = read;
     into.Add(older.Take(), std::numeric_limits<Timestamp>::min(), end);
+}
+
+/// Sample by sample: of texts there are no aggregates.
+Result SignalIntake::readTexts(HistoryColumnBuilder &into, Timestamp end,
+                               const std::atomic<bool> &isCancelled) const
+{
+    HistoryColumnBuilder before(into.GetFrom(), into.GetFrom(), 2);
+    const Result found = m_stored->Read(m_settings.key, 0, before, isCancelled);
+    const HistoryColumn column = before.Take();
+    if (!found || column.times.empty())
+        return found;
+    return m_stored->Visit(
+        m_settings.key, column.times.front(), std::min(into.GetTo(), end - 1),
+        [&into, &isCancelled](const SampleRun &run) {
+            for (std::size_t i = 0; i < run.Size(); ++i)
+                into.AddText(run.times[i], run.TextAt(i), run.qualities[i]);
+            return !isCancelled;
+        },
+        isCancelled);
 }
 
 /// What an earlier run left of times that the clock goes through again.
@@ -200,7 +257,7 @@ Result SignalIntake::Read(HistoryColumnBuilder &into, const std::atomic<bool> &i
         result = Result(Result::NotAvailable,
                         "some samples wait beside the archive and can be read when they are in it");
     if (view.begin > into.GetFrom())
-        readStored(into, view.begin, result, isCancelled);
+        readStored(into, view, result, isCancelled);
     const SampleRun overlap = readOverlap(std::max(view.begin, into.GetFrom()),
                                           std::min(into.GetTo(), m_takenTo.load()), isCancelled);
     std::size_t next = 0;
@@ -215,7 +272,10 @@ Result SignalIntake::Read(HistoryColumnBuilder &into, const std::atomic<bool> &i
             addOverlap(sample.time);
             if (next < overlap.Size() && overlap.times[next] == sample.time)
                 ++next;
-            into.Add(sample.time, sample.number, sample.quality);
+            if (sample.kind == SampleKind::Text)
+                into.AddText(sample.time, part.TextOf(sample), sample.quality);
+            else
+                into.Add(sample.time, sample.number, sample.quality);
         }
     }
     addOverlap(std::numeric_limits<Timestamp>::max());

@@ -28,8 +28,10 @@ public:
     {
         ArchiveSignalKey key;
         /// Change of a number below which a sample is left out, unless a later one shows that it
-        /// was the last before a greater change; 0: none is.
+        /// was the last before a greater change; 0: none is. Above 0 contacts and texts that come
+        /// again unchanged are left out too.
         double deadband = 0;
+        bool isText = false; ///< its samples are read as texts
         RecentSamples::Limits limits;
         /// When recording began: what the signal had before counts from then on.
         Timestamp begin = 0;
@@ -41,7 +43,8 @@ public:
 
     const ArchiveSignalKey &GetKey() const { return m_settings.key; }
     void Offer(Timestamp time, const SignalValue &value) override;
-    /// Nothing is known of the signal from now on. No sample is offered meanwhile or afterwards.
+    /// The last value held until now, and nothing is known of the signal from now on. No sample is
+    /// offered meanwhile or afterwards.
     void End(Timestamp now);
 
     [[nodiscard]] Result Read(HistoryColumnBuilder &into,
@@ -62,13 +65,22 @@ public:
     void SetTaken(std::vector<Timestamp> times);
 
 private:
-    void add(const RecentSamples::Sample &sample, std::string text = {});
-    bool isHeldBack(const RecentSamples::Sample &sample);
+    struct Archived
+    {
+        RecentSamples::Sample sample{0, 0, Quality::Bad, SampleKind::Gap};
+        std::string text;
+    };
+
+    void add(const Archived &archived);
+    bool isHeldBack(const Archived &archived) const;
     void addHeldBack();
     void noteLoss(Timestamp from, std::uint64_t count);
     Timestamp freePlace(Timestamp time);
-    void readStored(HistoryColumnBuilder &into, Timestamp end, Result &result,
+    void readStored(HistoryColumnBuilder &into, const RecentSamples::View &view, Result &result,
                     const std::atomic<bool> &isCancelled) const;
+    Result readTexts(HistoryColumnBuilder &into, Timestamp end,
+                     const std::atomic<bool> &isCancelled) const;
+    Timestamp placed(Timestamp time, const SignalValue &value) const;
     SampleRun readOverlap(Timestamp from, Timestamp to, const std::atomic<bool> &isCancelled) const;
 
     const Settings m_settings;
@@ -80,9 +92,9 @@ private:
     std::atomic<Timestamp> m_lostFrom{0}; // of the first sample lost; 0: none
     std::atomic<Timestamp> m_takenTo{0};  // last of the times below; 0: none
     // Of the thread that offers.
-    Timestamp m_last;
-    RecentSamples::Sample m_archived;
-    std::optional<RecentSamples::Sample> m_heldBack;
+    Timestamp m_last = 0;
+    Archived m_archived;
+    std::optional<Archived> m_heldBack; // later than that, and no other
     // Of the thread that packs.
     std::vector<Timestamp> m_taken; // ascending
     std::uint64_t m_packed = 0;     // samples in the record made last

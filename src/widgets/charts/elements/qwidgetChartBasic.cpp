@@ -1,10 +1,12 @@
 #include "widgets/charts/elements/qwidgetChartBasic.h"
 
 #include "widgets/charts/aids/ChartAids.h"
+#include "widgets/charts/axes/ToolBarChart.h"
 #include "widgets/charts/elements/ChartCover.h"
 #include "widgets/charts/elements/GroupTabs.h"
 #include "widgets/charts/legend/Legend.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
+#include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotHistory.h"
 #include "widgets/charts/plots/PlotXAxisRangeDetails.h"
 #include "widgets/charts/statistics/CursorPanel.h"
@@ -49,6 +51,11 @@ qwidgetChartBasic::qwidgetChartBasic(Nodes::widgetChart *node, Plot *plot, QWidg
             node->ConnectSymbolsChanged([this](int type) { emit symbolsChanged(type); });
     }
     m_binding.bind(this, node);
+    Utils::NodeRelay::Handlers handlers;
+    handlers.childAdded = [this](const Nodes::NodeLink &) { onGroupsChanged(); };
+    handlers.childRemoved = handlers.childAdded;
+    handlers.childMoved = [this] { onGroupsChanged(); };
+    m_groups.connect(node, std::move(handlers));
 }
 
 // The plot's items are the manager's series: these leave it while it is there.
@@ -134,6 +141,7 @@ void qwidgetChartBasic::takeSymbol(const Nodes::widgetChart &chart)
 void qwidgetChartBasic::takeParts(const Nodes::widgetChart &chart)
 {
     setVisibleToolBar(chart.GetShowToolBar());
+    m_plot->plotCanvas()->tbChart()->setLegend(chart.GetShowLegend());
     onVisibleLegend(chart.GetShowLegend());
 }
 
@@ -157,6 +165,16 @@ void qwidgetChartBasic::setCurrentGroup(int index)
         }
     }
     m_tabs->setGroups(*chart, m_manager->group());
+}
+
+// Groups were added, taken away or moved.
+void qwidgetChartBasic::onGroupsChanged()
+{
+    if (!m_chart)
+        return;
+    if (!m_manager->group())
+        setCurrentGroup(0);
+    m_tabs->setGroups(*m_chart, m_manager->group());
 }
 
 void qwidgetChartBasic::onTabChosen(int index)

@@ -75,6 +75,7 @@ private:
     void takeColumns(const Nodes::widgetChart &chart);
     void onVisibleLegend(bool isVisible);
     void onTabChosen(int index);
+    void onGroupsChanged();
     void watchUser();
     void handCursorOver(const QPoint &position);
 
@@ -91,6 +92,7 @@ private:
     Nodes::ScopedConnection m_symbolsConnection;
     Nodes::ScopedConnection m_userConnection;
     ElementBinding m_binding;
+    Utils::NodeRelay m_groups;
 };
 
 } // namespace Widgets

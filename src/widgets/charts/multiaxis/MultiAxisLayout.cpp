@@ -40,20 +40,44 @@ void MultiAxisLayout::activate(const QwtPlot *plot, const QRectF &plotRect, Opti
 {
     m_bands.clear();
     // A title wraps by the length of its scale, and that by what the scales across leave: the
-    // second pass knows the canvas.
+    // second pass knows the canvas. So it is with labels that pass the ends of a scale.
     QSizeF length = plotRect.size();
     Stack stacks[QwtAxis::PosCount];
+    double beyond[QwtAxis::PosCount] = {};
     for (int pass = 0; pass < 2; ++pass) {
         double sums[QwtAxis::PosCount];
         for (int position = 0; position < QwtAxis::PosCount; ++position) {
             stacks[position] =
                 stackOf(position, isVertical(position) ? length.height() : length.width());
-            sums[position] = stacks[position].sum;
+            sums[position] = stacks[position].sum + beyond[position];
         }
         QwtPlotLayout::activate(plot, without(plotRect, sums), options);
         length = canvasRect().size();
+        addLabelsBeyond(plotRect, beyond);
     }
     placeStacks(stacks);
+}
+
+/// Qwt makes room for the labels of its own scales only.
+void MultiAxisLayout::addLabelsBeyond(const QRectF &plotRect,
+                                      double (&beyond)[QwtAxis::PosCount]) const
+{
+    const QRectF canvas = canvasRect();
+    const double room[QwtAxis::PosCount] = {
+        canvas.left() - plotRect.left(), plotRect.right() - canvas.right(),
+        plotRect.bottom() - canvas.bottom(), canvas.top() - plotRect.top()};
+    for (int position = 0; position < QwtAxis::PosCount; ++position) {
+        const int start = isVertical(position) ? QwtAxis::xTop : QwtAxis::yLeft;
+        const int end = isVertical(position) ? QwtAxis::xBottom : QwtAxis::yRight;
+        for (const auto &axis : m_scales.extraAxes(position)) {
+            if (!axis->isVisible())
+                continue;
+            beyond[start] = qMax(beyond[start], axis->widget()->startBorderDist() -
+                                                    canvasMargin(start) - room[start]);
+            beyond[end] =
+                qMax(beyond[end], axis->widget()->endBorderDist() - canvasMargin(end) - room[end]);
+        }
+    }
 }
 
 void MultiAxisLayout::placeStacks(const Stack (&stacks)[QwtAxis::PosCount])

@@ -38,6 +38,7 @@ private:
         QVector<double> sizes; ///< by index - 1; 0: hidden
     };
     [[nodiscard]] Stack stackOf(int position, double length) const;
+    void addLabelsBeyond(const QRectF &plotRect, double (&beyond)[QwtAxis::PosCount]) const;
     void placeStacks(const Stack (&stacks)[QwtAxis::PosCount]);
 
     const MultiAxisScales &m_scales;

@@ -133,8 +133,19 @@ void ColumnSpans::columnTo(int column, double low, double high, double last, boo
 
 void ColumnSpans::stick(double x, double from, double to, bool isDoubtful)
 {
-    moveTo(x, from);
-    lineTo(x, to, isDoubtful);
+    endLine();
+    const int at = column(x) + m_base;
+    const DashPattern &pattern = isDoubtful ? m_doubtful : m_pen;
+    const int low = std::max(row(std::min(from, to)) - m_before, m_clip.top());
+    const int high = std::min(row(std::max(from, to)) + m_after, m_clip.bottom());
+    for (int i = at - m_before; i <= at + m_after && low <= high; ++i) {
+        if (i < m_clip.left() || i > m_clip.right())
+            continue;
+        if (pattern.isSolid())
+            addRect(i, low, high);
+        else
+            emitDashed(i, {low, high, isDoubtful}, pattern);
+    }
 }
 
 void ColumnSpans::endLine()

@@ -63,7 +63,8 @@ void CurvePainter::draw(const CurveData &data, const Look &look, std::size_t fro
     m_painter.restore();
 }
 
-/// Pixels can be filled directly where the painter has pixels, upright ones, and blends none.
+/// Columns can be filled where the painter has pixels, upright ones, blends none, and the line goes
+/// from the left to the right.
 bool CurvePainter::canFillColumns(const CurveData &data, const QPen &pen) const
 {
     const QPaintEngine *engine = m_painter.paintEngine();
@@ -71,7 +72,7 @@ bool CurvePainter::canFillColumns(const CurveData &data, const QPen &pen) const
     return engine && engine->type() == QPaintEngine::Raster && data.isSorted() &&
            device.type() <= QTransform::TxScale && device.m11() > 0 &&
            !m_painter.testRenderHint(QPainter::Antialiasing) &&
-           pen.brush().style() == Qt::SolidPattern;
+           pen.brush().style() == Qt::SolidPattern && !m_xMap.isInverting();
 }
 
 void CurvePainter::drawSpans(const CurveData &data, const Look &look, std::size_t from,
@@ -121,7 +122,8 @@ void CurvePainter::lead(const CurveData &data, const Look &look, std::size_t fro
             return;
         }
     }
-    walk.level(data.level(x.unitsPerPixel()), m_left, m_right);
+    // Half a column at most: a bucket that lies in two knows the extremes of one of them only.
+    walk.level(data.level(x.unitsPerPixel() / 2), m_left, m_right);
 }
 
 /// A pair is drawn as two sticks: a point alone between two that are not drawn has none.
@@ -144,18 +146,26 @@ void CurvePainter::drawDots(const CurveData &data, const Look &look, std::size_t
                             std::size_t to)
 {
     QPolygonF dots;
+    QPolygonF doubtful;
     const PixelMap x(m_xMap, 1, 0);
     const PixelMap y(m_yMap, 1, 0);
     for (std::size_t i = from; i <= to; ++i) {
         if (!data.isDrawn(i))
             continue;
+        QPolygonF &kind = data.quality(i) == Nodes::Quality::Good ? dots : doubtful;
         const QPointF dot(x(data.points()[i].x()), y(data.points()[i].y()));
         if (m_visible.contains(dot) &&
-            (dots.isEmpty() || (dots.last() - dot).manhattanLength() >= 0.5))
-            dots.append(dot);
+            (kind.isEmpty() || (kind.last() - dot).manhattanLength() >= 0.5))
+            kind.append(dot);
     }
     m_painter.setPen(look.pen);
     m_painter.drawPoints(dots);
+    // Hollow: uncertain dots between good ones are told by their shape.
+    const double radius = look.pen.widthF() / 2 + 1.5;
+    m_painter.setPen(QPen(look.pen.color(), 1));
+    m_painter.setBrush(Qt::NoBrush);
+    for (const QPointF &dot : qAsConst(doubtful))
+        m_painter.drawEllipse(dot, radius, radius);
 }
 
 void CurvePainter::markBad(const CurveData &data, const QPen &pen, int row)

@@ -79,7 +79,8 @@ int PlotCurve::closestPoint(const QPoint &position, double *distance) const
 void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,
                           const QwtScaleMap &yMap, const QRectF &canvasRect, int from, int to) const
 {
-    if (from > to || to < 1 || from + 1 > to || style == NoCurve)
+    if (from > to || to < 1 || from + 1 > to || style == NoCurve ||
+        painter->pen().style() == Qt::NoPen)
         return;
     const bool isLevel = orientation() == Qt::Horizontal;
     if (brush().style() != Qt::NoBrush || (style == Sticks && isLevel)) {

@@ -68,6 +68,8 @@ public:
         QRgb *row = m_first + top * m_stride + left;
         QRgb *const end = row + (bottom - top + 1) * m_stride;
         if (width == 1) {
+            if (left % pixelsPerLine == 0)
+                fetchNext(row, end);
             for (; row != end; row += m_stride)
                 *row = color;
         } else {
@@ -77,6 +79,15 @@ public:
     }
 
 private:
+    static constexpr int pixelsPerLine = 16; // of the cache: 64 bytes
+
+    /// The next columns most likely lie in the same rows, and each row is far from the one before.
+    void fetchNext(const QRgb *row, const QRgb *end) const
+    {
+        for (; row != end; row += m_stride)
+            __builtin_prefetch(row + pixelsPerLine, 1);
+    }
+
     QRgb *m_first;
     std::ptrdiff_t m_stride; // in pixels
     int m_left;

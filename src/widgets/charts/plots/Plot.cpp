@@ -22,6 +22,7 @@
 
 #include <qwt_plot_directpainter.h>
 #include <qwt_plot_grid.h>
+#include <qwt_plot_layout.h>
 
 #include <utility>
 
@@ -44,12 +45,15 @@ Plot::Plot(Nodes::widgetChart *chart, int number, QWidget *parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setContentsMargins(0, 1, 1, 1);
     setMinimumSize(0, 0);
+    m_grid->setZ(0); // below the curves
     m_grid->attach(this);
     m_canvas->setPaintAttribute(QwtPlotCanvas::BackingStore, false);
     m_canvas->setPaintAttribute(QwtPlotCanvas::Opaque, false);
     m_canvas->setAttribute(Qt::WA_OpaquePaintEvent, false);
     m_canvas->setAutoFillBackground(true);
     setCanvas(m_canvas);
+    plotLayout()->setCanvasMargin(0);
+    plotLayout()->setAlignCanvasToScales(true); // the window is what the canvas shows
     m_note = new PlotNote(m_canvas);
     SampleLook::keepLooksWhileDisabled(*this);
     m_layoutTimer.setSingleShot(true);
@@ -242,25 +246,6 @@ void Plot::onUpdateProperties()
     onSetSymbol(m_chart ? m_chart->GetTypeSymbol() : int(Nodes::widgetChart::SymbolNone));
 }
 
-void Plot::setGrid(const Nodes::widgetChartGroup &group)
-{
-    m_grid->enableY(group.GetMajorY());
-    m_grid->enableX(group.GetMajorX());
-    m_grid->enableYMin(group.GetMinorY());
-    m_grid->enableXMin(group.GetMinorX());
-    m_grid->setMajorPen(Utils::NPenToQPen(group.GetMajorPen()));
-    m_grid->setMinorPen(Utils::NPenToQPen(group.GetMinorPen()));
-}
-
-void Plot::updatePropertyCanvas()
-{
-    if (Nodes::widgetChartGroup *group = this->group()) {
-        setCanvasBackground(QBrush(Utils::NColorToQColor(group->GetBackgroundColor())));
-        m_canvas->setCurrentGroup(group);
-    }
-    m_canvas->onUpdateProperties();
-}
-
 void Plot::setVisibleToolBar(bool isVisible)
 {
     m_canvas->setVisibleToolBar(isVisible);
@@ -315,25 +300,6 @@ void Plot::setNote(const QString &text)
 QString Plot::note() const
 {
     return m_note->text();
-}
-
-void Plot::scheduleReplot()
-{
-    if (!m_replotTimer.isActive())
-        m_replotTimer.start();
-}
-
-void Plot::replot()
-{
-    m_nextWindow.reset();
-    MultiAxisPlot::replot();
-}
-
-void Plot::resizeEvent(QResizeEvent *event)
-{
-    MultiAxisPlot::resizeEvent(event);
-    if (!m_layoutTimer.isActive())
-        m_layoutTimer.start();
 }
 
 } // namespace Widgets

@@ -10,6 +10,7 @@
 #include "utils/relay/WatchedNode.h"
 
 #include <QList>
+#include <QPixmap>
 #include <QPointer>
 #include <QTimer>
 
@@ -118,6 +119,10 @@ public:
     /// Draws within 300 ms.
     void scheduleReplot() override;
     void replot() override;
+    void updateLayout() override;
+    /// What was drawn by the last replot: whatever has come since waits for the next one, also
+    /// when the canvas is painted anew in part.
+    void drawCanvas(QPainter *painter) override;
 
 public slots:
     virtual void onUpdateProperties();
@@ -197,6 +202,7 @@ private:
     QList<QwtPlotItem *> m_attached;         // of the current group
     std::optional<QwtInterval> m_nextWindow; // until it or another one is taken over
     QwtInterval m_windowBefore;
+    QPixmap m_picture; // of the items; null: to be drawn
     SceneContextPtr m_context = SceneContext::process();
 };
 

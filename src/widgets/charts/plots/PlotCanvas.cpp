@@ -9,6 +9,7 @@
 #include "nodes/charts/widgetChart.h"
 #include "nodes/charts/widgetChartGroup.h"
 
+#include <QEvent>
 #include <QToolButton>
 
 namespace Widgets {
@@ -58,6 +59,10 @@ PlotCanvas::PlotCanvas(Nodes::widgetChart *node, Plot *plot) : QwtPlotCanvas(plo
     auto *values = new ToolBarAutoScaleAxisY(node, this);
     connect(values, &ToolBarAutoScale::autoScaleChanged, this, &PlotCanvas::updateAutoScaleY);
     m_tbAxisY = values;
+    for (ToolBar *bar : {m_tbAxisX, m_tbAxisY, static_cast<ToolBar *>(m_tbChart)}) {
+        if (bar)
+            bar->installEventFilter(this);
+    }
 }
 
 void PlotCanvas::makeTimeBar(Nodes::widgetChart *node)
@@ -129,8 +134,7 @@ void PlotCanvas::setAutoScale(bool areX, bool on)
         if (!on && shown.isValid())
             m_plot->setAxisScale(axis, shown.minValue(), shown.maxValue());
     }
-    m_plot->updateAxes();
-    m_plot->scheduleReplot();
+    m_plot->replot();
     m_plot->updateIntervalEditorManagers();
 }
 
@@ -171,6 +175,14 @@ void PlotCanvas::updateLenghtXTitle()
 {
     if (auto *bar = qobject_cast<ToolBarAxisX *>(m_tbAxisX))
         bar->updateLenghtXTitle();
+}
+
+// A tool bar takes the room that its keys need, also when these get another font or text.
+bool PlotCanvas::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        updateToolBarGeometry();
+    return QwtPlotCanvas::eventFilter(watched, event);
 }
 
 void PlotCanvas::resizeEvent(QResizeEvent *event)

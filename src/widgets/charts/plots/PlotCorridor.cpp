@@ -1,5 +1,6 @@
 #include "widgets/charts/plots/PlotCorridor.h"
 
+#include "widgets/charts/pickers/PickerCanvasCorridor.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/series/qwidgetChartCorridorSerie.h"
 
@@ -10,6 +11,12 @@
 #include <cmath>
 
 namespace Widgets {
+
+namespace {
+
+constexpr double sketchedPart = 0.06; // of the scale, on either side of the line
+
+} // namespace
 
 PlotCorridor::PlotCorridor(Nodes::widgetChartCorridor *chart, int number, QWidget *parent)
     : PlotHistory(chart, number, parent)
@@ -67,6 +74,11 @@ void PlotCorridor::onUpdateProperties()
 {
     PlotHistory::onUpdateProperties();
     showSlice();
+    if (isAtWork())
+        return;
+    for (qwidgetChartCorridorSerie *tube : tubes())
+        tube->sketch(axisInterval(tube->yAxis()).width() * sketchedPart);
+    replot();
 }
 
 void PlotCorridor::updateGroup()
@@ -98,6 +110,11 @@ void PlotCorridor::forgetSeries()
 {
     setFollowing(false);
     PlotHistory::forgetSeries();
+}
+
+IPickerCanvas *PlotCorridor::makePicker()
+{
+    return new PickerCanvasCorridor(this);
 }
 
 } // namespace Widgets

@@ -30,6 +30,7 @@ public slots:
 
 protected:
     void forgetSeries() override;
+    IPickerCanvas *makePicker() override;
 
 private:
     QList<qwidgetChartCorridorSerie *> tubes() const;

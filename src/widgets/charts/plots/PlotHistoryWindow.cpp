@@ -104,7 +104,7 @@ void PlotHistory::setXAxisParams(unsigned long long from, unsigned long long to,
         axis->SetRangeUnit(unit);
     }
     plotCanvas()->updateLenghtXTitle();
-    updateAxes();
+    replot();
 }
 
 void PlotHistory::onActionLengthX()
@@ -141,8 +141,6 @@ void PlotHistory::setLength(int length, Nodes::widgetChartAxis::enRangeUnit unit
     if (wide > shown.width() || m_isAggregated)
         (void)getHistory(ChartTime::toUnsigned(from - Margin * wide),
                          ChartTime::toUnsigned(to + Margin * wide));
-    else
-        scheduleReplot();
 }
 
 } // namespace Widgets

@@ -3,6 +3,7 @@
 #include "widgets/charts/axes/AxisPlaces.h"
 #include "widgets/charts/axes/AxisRecord.h"
 #include "widgets/charts/axes/ValueScaleDraw.h"
+#include "widgets/charts/pickers/PickerCanvasXY.h"
 #include "widgets/charts/plots/HistoryFaults.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/series/qwidgetChartXYSerie.h"
@@ -93,6 +94,16 @@ void PlotXY::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesConta
     setAxisAutoScale(xAxis, true);
 }
 
+void PlotXY::onUpdateProperties()
+{
+    Plot::onUpdateProperties();
+    if (isAtWork())
+        return;
+    for (qwidgetChartXYSerie *serie : xySeries())
+        serie->sketch(axisInterval(serie->xAxis()), axisInterval(serie->yAxis()));
+    replot();
+}
+
 void PlotXY::updateGroup()
 {
     deletePanner();
@@ -175,6 +186,11 @@ void PlotXY::onClock()
     const double oldest = ChartTime::now() - length();
     for (qwidgetChartXYSerie *serie : xySeries())
         serie->trimLeft(oldest);
+}
+
+IPickerCanvas *PlotXY::makePicker()
+{
+    return new PickerCanvasXY(this);
 }
 
 } // namespace Widgets

@@ -34,6 +34,7 @@ public:
     double length() const;
 
 public slots:
+    void onUpdateProperties() override;
     void setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes) override;
     void updateGroup() override;
     void onUserChanged() override;
@@ -45,6 +46,7 @@ public slots:
 
 protected:
     void forgetSeries() override;
+    IPickerCanvas *makePicker() override;
 
 private:
     using Answer = std::pair<unsigned, std::shared_ptr<const Nodes::HistoryAnswer>>;

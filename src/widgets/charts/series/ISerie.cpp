@@ -7,6 +7,7 @@
 #include "nodes/charts/widgetChartAxis.h"
 #include "nodes/charts/widgetChartBasicSerie.h"
 #include "nodes/charts/widgetChartGroup.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/ValueText.h"
 #include "utils/convert/TimeConversions.h"
@@ -59,6 +60,7 @@ ISerie::ISerie(Nodes::widgetChartBasicSerie *node, QObject *parent) : QObject(pa
     m_plotAreaNo = node->GetPlotAreaNo();
     m_relay.connect(node, {[this](Nodes::BasicProperty *property) {
                                emit updateProperty(property);
+                               takeVisible(property);
                                onUpdateProperties();
                            },
                            {},
@@ -74,6 +76,14 @@ ISerie::~ISerie() = default;
 Nodes::widgetChartBasicSerie *ISerie::getNode() const
 {
     return m_node.get();
+}
+
+// An operator may have hidden or shown it since: only the change itself counts.
+void ISerie::takeVisible(const Nodes::BasicProperty *property)
+{
+    const Nodes::widgetChartBasicSerie *node = getNode();
+    if (node && property && property->GetValueId() == Nodes::widgetChartBasicSerie::Prop::Visible)
+        setVisible(node->isVisible());
 }
 
 void ISerie::takeNode()

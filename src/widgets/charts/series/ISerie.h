@@ -119,6 +119,7 @@ protected:
     virtual float offsetOf(const Nodes::widgetChartBasicSerie &node) const;
 
 private:
+    void takeVisible(const Nodes::BasicProperty *property);
     QVariant textCell(const QString &text, int role) const;
     QVariant valueCell(const std::optional<Nodes::SignalValue> &value, int role) const;
     QVariant colorCell(int role) const;

@@ -196,6 +196,22 @@ void qwidgetChartCorridorSerie::sync()
     emit informationChaged();
 }
 
+void qwidgetChartCorridorSerie::sketch(double halfWidth)
+{
+    sync();
+    const CurveData &line = *m_middle.points();
+    std::vector<SeriePoint> lower;
+    std::vector<SeriePoint> upper;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const double y = line.sample(i).y() - double(getOffsetY());
+        lower.push_back({line.sample(i).x(), y - halfWidth, Nodes::Quality::Good});
+        upper.push_back({line.sample(i).x(), y + halfWidth, Nodes::Quality::Good});
+    }
+    m_edges.clear();
+    m_edges.add(lower, upper);
+    sync();
+}
+
 void qwidgetChartCorridorSerie::updateMiddleSerie()
 {
     CurveData &line = *m_middle.points();

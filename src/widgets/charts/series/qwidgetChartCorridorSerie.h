@@ -64,6 +64,8 @@ public:
     void clearPoints() override;
     std::size_t pointCount() const override;
 
+    /// Lays a tube about the line that is there, for who edits the chart.
+    void sketch(double halfWidth);
     /// Puts the middles of the tube on the line where there is one signal only.
     void updateMiddleSerie();
 

@@ -116,6 +116,23 @@ void qwidgetChartXYSerie::appendPoint(double x, const Nodes::SignalValue &value)
     scheduleSync();
 }
 
+void qwidgetChartXYSerie::sketch(const QwtInterval &x, const QwtInterval &y)
+{
+    constexpr int count = 160;
+    constexpr double turn = 0.07; // radians from one point to the next
+    m_pairing.clear();
+    for (int i = 0; i < count; ++i) {
+        const double reach = 0.4 - 0.15 * i / count;
+        const double angle = turn * i + getNumber();
+        const auto at = [reach](const QwtInterval &range, double part) {
+            return (range.minValue() + range.maxValue()) / 2 + range.width() * reach * part;
+        };
+        m_pairing.addX({double(i), at(x, std::cos(angle)), Nodes::Quality::Good});
+        m_pairing.addY({double(i), at(y, std::sin(angle)), Nodes::Quality::Good});
+    }
+    sync();
+}
+
 void qwidgetChartXYSerie::scheduleSync()
 {
     if (!m_sync.isActive())

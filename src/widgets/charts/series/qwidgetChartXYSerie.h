@@ -30,6 +30,8 @@ public:
     void updateHistory(const std::vector<Nodes::SignalHistoryResponse> &answer);
     /// Takes the live values of both signals by itself from now on, or no more.
     void setFollowing(bool on);
+    /// Shows what it may look like within these ranges, for who edits the chart.
+    void sketch(const QwtInterval &x, const QwtInterval &y);
     void onUpdateProperties() override;
     void updateLabel(const QPointF &last) override;
 

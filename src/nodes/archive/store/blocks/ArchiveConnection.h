@@ -30,6 +30,9 @@ public:
 
     /// What the database itself finds wrong with its tables.
     [[nodiscard]] virtual Result Check(ArchiveFindings &findings) = 0;
+    /// Puts tables that the database itself finds damaged in order, as far as it can; what was done
+    /// is added to `done`. Outside of Begin and End.
+    [[nodiscard]] virtual Result Salvage(ArchiveFindings &done) { return Result(); }
     using Work = std::function<Result(ArchiveTables &tables)>;
     /// Runs `work` as one transaction of writing, on another connection.
     [[nodiscard]] virtual Result Change(const Work &work) = 0;

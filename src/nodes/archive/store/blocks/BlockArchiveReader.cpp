@@ -12,6 +12,7 @@ namespace Nodes {
 
 namespace {
 
+constexpr std::size_t visitedAtOnce = 16;                 // chunks
 constexpr Timestamp endOfTime = (Timestamp(1) << 62) - 1; // nothing is kept behind it
 
 ArchivedSignal asArchived(const StoredSignal &stored, const StoredBlock &sum)
@@ -103,27 +104,45 @@ Result BlockArchiveReader::Read(const ArchiveSignalKey &signal, HistoryColumnBui
     });
 }
 
-/// In a transaction for each portion: one that lasts would keep the log from being taken up.
+/// Some chunks within one transaction: one that lasts would keep the log from being taken up.
+Result BlockArchiveReader::readPortion(const ArchiveSignalKey &signal, Timestamp &from,
+                                       Timestamp to, const std::atomic<bool> &isCancelled,
+                                       std::vector<SampleRun> &portion, std::size_t &damaged)
+{
+    portion.clear();
+    return runFor(signal, [&](const StoredSignal &stored) {
+        Result result;
+        while (result && from <= to && portion.size() < visitedAtOnce) {
+            if (isCancelled)
+                return Result(Result::Cancelled);
+            SampleRun run;
+            result = m_reading.ReadNext(stored, from, to, run, damaged);
+            from = run.IsEmpty() ? endOfTime + 1 : run.times.back() + 1;
+            if (!run.IsEmpty())
+                portion.push_back(std::move(run));
+        }
+        return result;
+    });
+}
+
 Result BlockArchiveReader::Visit(const ArchiveSignalKey &signal, Timestamp from, Timestamp to,
                                  const Visitor &visitor, const std::atomic<bool> &isCancelled)
 {
     std::size_t damaged = 0;
-    Timestamp next = std::max<Timestamp>(from, 0);
-    const Timestamp last = std::min(to, endOfTime);
-    SampleRun run;
+    from = std::max<Timestamp>(from, 0);
+    to = std::min(to, endOfTime);
+    bool isWanted = true;
     do {
-        if (isCancelled)
-            return Result(Result::Cancelled);
-        const Result result = runFor(signal, [&](const StoredSignal &stored) {
-            run.Clear();
-            return next <= last ? m_reading.ReadNext(stored, next, last, run, damaged) : Result();
-        });
+        std::vector<SampleRun> portion;
+        const Result result = readPortion(signal, from, to, isCancelled, portion, damaged);
         if (!result)
             return result;
-        if (run.IsEmpty())
-            break;
-        next = run.times.back() + 1;
-    } while (visitor(run));
+        for (std::size_t i = 0; isWanted && i < portion.size(); ++i) {
+            if (isCancelled)
+                return Result(Result::Cancelled);
+            isWanted = visitor(portion[i]);
+        }
+    } while (isWanted && from <= to);
     if (damaged == 0)
         return Result();
     return Result(Result::StorageError, GetLocation() + ": " + std::to_string(damaged) +
@@ -165,13 +184,21 @@ Result BlockArchiveReader::Verify(ArchiveFindings &findings, const std::atomic<b
         result = run([&] {
             return BlockVerification(m_connection->Rows(), findings).CheckLog(GetLocation());
         });
-    return result ? verifySignals(findings, isCancelled) : result;
+    if (result)
+        result = verifySignals(findings, isCancelled);
+    if (result != Result::StorageError || findings.empty())
+        return result;
+    // What the database found wrong keeps it from being read further.
+    findings.push_back({{}, 0, 0, GetLocation(), result.GetDetail()});
+    return Result();
 }
 
 Result BlockArchiveReader::Repair(ArchiveFindings &findings, const std::atomic<bool> &isCancelled)
 {
     std::vector<StoredSignal> signals;
-    Result result = readSignals(signals);
+    Result result = m_connection->Salvage(findings);
+    if (result)
+        result = readSignals(signals);
     for (const StoredSignal &signal : signals) {
         if (isCancelled)
             return Result(Result::Cancelled);

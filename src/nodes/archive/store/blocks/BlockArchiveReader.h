@@ -36,6 +36,9 @@ public:
 private:
     template <class Work> Result run(Work work);
     template <class Work> Result runFor(const ArchiveSignalKey &key, Work work);
+    [[nodiscard]] Result readPortion(const ArchiveSignalKey &signal, Timestamp &from, Timestamp to,
+                                     const std::atomic<bool> &isCancelled,
+                                     std::vector<SampleRun> &portion, std::size_t &damaged);
     [[nodiscard]] Result readSignals(std::vector<StoredSignal> &found);
     [[nodiscard]] Result verifySignals(ArchiveFindings &findings,
                                        const std::atomic<bool> &isCancelled);

@@ -93,10 +93,14 @@ Result BlockTree::Join(ArchiveRows &rows, const StoredBlocks &children, Pyramid 
         bits = std::max(bits, below[i].bits);
     }
     pyramid = Pyramid::Over(children.front().first, children.back().last, bits);
+    std::vector<double> sums;
     for (const Pyramid &part : below) {
-        for (const PyramidBucket &bucket : part.buckets)
+        for (const PyramidBucket &bucket : part.buckets) {
             pyramid.Add(bucket, part.bits);
+            sums.push_back(bucket.sum);
+        }
     }
+    pyramid.RoundSums(sums);
     return Result();
 }
 

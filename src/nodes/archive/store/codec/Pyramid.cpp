@@ -3,6 +3,7 @@
 #include "nodes/archive/QualityOrder.h"
 #include "nodes/archive/store/codec/ColumnReader.h"
 #include "nodes/archive/store/codec/ColumnWriter.h"
+#include "nodes/archive/store/codec/Decimals.h"
 #include "nodes/values/IntervalSample.h"
 
 #include <algorithm>
@@ -81,7 +82,26 @@ Pyramid Pyramid::Of(const SampleRun &run)
     Pyramid pyramid = Over(run.times.front(), run.times.back(), 0);
     for (std::size_t i = 0; i < run.Size(); ++i)
         pyramid.Add(BucketOf(run, i), 0);
+    std::vector<double> added = run.numbers;
+    std::replace_if(
+        added.begin(), added.end(), [](double number) { return std::isnan(number); }, 0.0);
+    pyramid.RoundSums(added);
     return pyramid;
+}
+
+void Pyramid::RoundSums(const std::vector<double> &added)
+{
+    constexpr double exact = 9007199254740992.0; // 2^53
+    std::vector<std::int64_t> scaled;
+    const std::optional<unsigned> places = Decimals::Scale(added, scaled);
+    if (!places)
+        return;
+    const double power = Decimals::Powers[*places];
+    for (PyramidBucket &bucket : buckets) {
+        const double integer = std::nearbyint(bucket.sum * power);
+        if (std::fabs(integer) < exact)
+            bucket.sum = integer / power;
+    }
 }
 
 void Pyramid::Add(const PyramidBucket &bucket, int itsBits)

@@ -34,7 +34,7 @@ struct PyramidBucket
 /// Aggregates of a block of samples.
 struct Pyramid
 {
-    static constexpr std::int64_t MostPlaces = 128; ///< of the grid, in one block
+    static constexpr std::int64_t MostPlaces = 64; ///< of the grid, in one block
 
     int bits = 0;                       ///< an interval of the grid is 2^bits microseconds wide
     std::vector<PyramidBucket> buckets; ///< by place, those that have samples
@@ -45,6 +45,10 @@ struct Pyramid
     static Pyramid Over(Timestamp first, Timestamp last, int bits);
     /// Adds buckets of a grid that is not wider, which follow in time.
     void Add(const PyramidBucket &bucket, int itsBits);
+
+    /// Takes the errors of adding out of sums of decimals: they are decimals again, and short.
+    /// `added` is what was summed up, finite.
+    void RoundSums(const std::vector<double> &added);
 
     void Put(ColumnWriter &into) const;
     /// False when the bytes are none.

@@ -1,5 +1,6 @@
 #include "nodes/archive/store/sqlite/SqliteArchiveConnection.h"
 
+#include "nodes/archive/store/sqlite/SqliteSalvage.h"
 #include "nodes/storage/SqliteStatement.h"
 
 #include <filesystem>
@@ -75,6 +76,19 @@ Result SqliteArchiveConnection::Check(ArchiveFindings &findings)
             findings.push_back({{}, 0, 0, m_file, text});
     }
     return check.GetResult();
+}
+
+Result SqliteArchiveConnection::Salvage(ArchiveFindings &done)
+{
+    bool isNew = false;
+    Result result = Begin(isNew);
+    if (!result)
+        return result;
+    ArchiveFindings wrong;
+    result = Check(wrong);
+    End();
+    Close();
+    return result && wrong.empty() ? result : SqliteSalvage(m_file, done).Run();
 }
 
 Result SqliteArchiveConnection::Change(const Work &work)

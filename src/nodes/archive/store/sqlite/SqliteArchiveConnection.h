@@ -20,6 +20,7 @@ public:
     void Close() override;
     ArchiveRows &Rows() override { return m_rows; }
     [[nodiscard]] Result Check(ArchiveFindings &findings) override;
+    [[nodiscard]] Result Salvage(ArchiveFindings &done) override;
     [[nodiscard]] Result Change(const Work &work) override;
     [[nodiscard]] Result Backup(const std::string &to, const std::function<bool()> &step) override;
 
