@@ -361,9 +361,9 @@ private slots:
             "UPDATE blocks SET data = (SELECT data FROM blocks WHERE height = 0 AND signal = 1) "
             "WHERE id = (SELECT min(id) FROM blocks WHERE height = 0 AND signal = 3)",
             "signal 3 \"", 4096);
-        row("aggregates", "UPDATE blocks SET data = x'0102' WHERE height = 1", "height 1", 0);
-        row("a row is gone", "DELETE FROM blocks WHERE height = 1 AND signal = 5", "signal 5 \"",
-            0);
+        row("aggregates", "UPDATE aggregates SET data = x'0102' WHERE height = 1", "height 1", 0);
+        row("a row is gone", "DELETE FROM aggregates WHERE height = 1 AND signal = 5",
+            "signal 5 \"", 0);
     }
     void findsAndRepairsDamage()
     {
@@ -400,7 +400,7 @@ private slots:
         QCOMPARE(records({"import", file(), "-"}, header + rows.join()).code, 0);
         QFile broken(file());
         QVERIFY(broken.open(QIODevice::ReadWrite));
-        for (qint64 place = broken.size() / 2; place < broken.size() * 3 / 4; place += 4096) {
+        for (qint64 place = broken.size() / 4; place < broken.size() * 3 / 4; place += 4096) {
             broken.seek(place);
             broken.write(QByteArray(3000, '\xa5'));
         }
@@ -410,7 +410,7 @@ private slots:
         QVERIFY2(repaired.code == 0, repaired.out + repaired.err);
         QCOMPARE(records({"verify", file()}).code, 0);
         const int saved = records({"export", file()}).out.count('\n');
-        QVERIFY2(saved > rows.size() / 4 && saved <= rows.size(),
+        QVERIFY2(saved > rows.size() / 4 && saved <= 1 + rows.size(),
                  qPrintable(QString::number(saved)));
 
         QVERIFY(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));

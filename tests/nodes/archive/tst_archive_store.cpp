@@ -334,13 +334,14 @@ void ArchiveStoreTest::damageIsFoundAndMended_data()
         << "another span" << all - 4096;
     QTest::newRow("row that lies")
         << "UPDATE blocks SET samples = 5" + chunk << "4096 samples, not 5" << all;
-    QTest::newRow("aggregates") << "UPDATE blocks SET data = x'00' WHERE height = 2"
+    QTest::newRow("aggregates") << "UPDATE aggregates SET data = x'00' WHERE height = 2"
                                 << "cannot be read" << all;
     QTest::newRow("aggregates of others")
-        << "UPDATE blocks SET data = (SELECT data FROM blocks WHERE height = 1 AND signal = 1 "
+        << "UPDATE aggregates SET data = (SELECT data FROM aggregates WHERE height = 1 AND signal "
+           "= 1 "
            "ORDER BY first DESC LIMIT 1) WHERE height = 1 AND signal = 1"
         << "is not what the samples below it give" << all;
-    QTest::newRow("lost aggregates") << "DELETE FROM blocks WHERE height = 1"
+    QTest::newRow("lost aggregates") << "DELETE FROM aggregates WHERE height = 1"
                                      << "its aggregates are missing" << all;
 }
 

@@ -20,6 +20,11 @@ CREATE TABLE blocks (
     first INTEGER NOT NULL, last INTEGER NOT NULL, samples INTEGER NOT NULL,
     bytes INTEGER NOT NULL, bits INTEGER NOT NULL, data BLOB NOT NULL);
 CREATE INDEX blocks_place ON blocks (signal, height, first, last, samples, bytes, bits);
+CREATE TABLE aggregates (
+    id INTEGER PRIMARY KEY, signal INTEGER NOT NULL, height INTEGER NOT NULL,
+    first INTEGER NOT NULL, last INTEGER NOT NULL, samples INTEGER NOT NULL,
+    bytes INTEGER NOT NULL, bits INTEGER NOT NULL, data BLOB NOT NULL);
+CREATE INDEX aggregates_place ON aggregates (signal, height, first, last, samples, bytes, bits);
 CREATE TABLE log (id INTEGER PRIMARY KEY, data BLOB NOT NULL);
 CREATE TABLE keys (first INTEGER PRIMARY KEY, last INTEGER NOT NULL);
 CREATE TABLE odd (id INTEGER PRIMARY KEY, key INTEGER NOT NULL, data BLOB NOT NULL))";
@@ -36,13 +41,32 @@ constexpr const char *newSignal =
 constexpr const char *changedSignal =
     "UPDATE signals SET project = ?1, station = ?2, node = ?3, station_name = ?4, name = ?5, "
     "unit = ?6, sealed_to = ?7, generated_from = ?8, generated_to = ?9 WHERE id = ?10";
-constexpr const char *someBlocks =
-    "SELECT id, first, last, samples, bytes, bits FROM blocks "
-    "WHERE signal = ?1 AND height = ?2 AND first <= ?4 AND first >= coalesce((SELECT max(first) "
-    "FROM blocks WHERE signal = ?1 AND height = ?2 AND first <= ?3), ?3) ORDER BY first LIMIT ?5";
-constexpr const char *newBlock =
-    "INSERT INTO blocks (signal, height, first, last, samples, bytes, bits, data) "
-    "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
+/// A statement for blocks of samples, and the same for those of aggregates. They are in tables of
+/// their own: between them small rows would leave most of each page of large ones unused.
+struct BlockSql
+{
+    const char *samples;
+    const char *aggregates;
+
+    const char *For(int height) const { return height == 0 ? samples : aggregates; }
+};
+
+#define BLOCK_LIST(table)                                                                          \
+    "SELECT id, first, last, samples, bytes, bits FROM " table                                     \
+    " WHERE signal = ?1 AND height = ?2 AND first <= ?4 AND first >= coalesce((SELECT max(first) " \
+    "FROM " table " WHERE signal = ?1 AND height = ?2 AND first <= ?3), ?3) ORDER BY first "       \
+    "LIMIT ?5"
+#define BLOCK_INSERTION(table)                                                                     \
+    "INSERT INTO " table " (signal, height, first, last, samples, bytes, bits, data) "             \
+    "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)"
+constexpr BlockSql someBlocks{BLOCK_LIST("blocks"), BLOCK_LIST("aggregates")};
+constexpr BlockSql newBlock{BLOCK_INSERTION("blocks"), BLOCK_INSERTION("aggregates")};
+constexpr BlockSql blockData{"SELECT data FROM blocks WHERE id = ?1",
+                             "SELECT data FROM aggregates WHERE id = ?1"};
+constexpr BlockSql goneBlock{"DELETE FROM blocks WHERE id = ?1",
+                             "DELETE FROM aggregates WHERE id = ?1"};
+#undef BLOCK_LIST
+#undef BLOCK_INSERTION
 
 std::int64_t asInteger(std::uint64_t number)
 {
@@ -123,7 +147,7 @@ Result SqliteArchiveTables::ListBlocks(std::int64_t signal, int height, Timestam
                                        Timestamp to, std::size_t limit, StoredBlocks &blocks)
 {
     constexpr std::size_t most = 1u << 30;
-    auto s = m_statement(someBlocks);
+    auto s = m_statement(someBlocks.For(height));
     s->Bind(1, signal);
     s->Bind(2, std::int64_t(height));
     s->Bind(3, from);
@@ -146,7 +170,7 @@ Result SqliteArchiveTables::ListBlocks(std::int64_t signal, int height, Timestam
 
 Result SqliteArchiveTables::ReadBlock(const StoredBlock &block, std::string &bytes)
 {
-    auto s = m_statement("SELECT data FROM blocks WHERE id = ?1");
+    auto s = m_statement(blockData.For(block.height));
     s->Bind(1, block.id);
     if (s->Step()) {
         bytes = s->Bytes(0);
@@ -217,7 +241,7 @@ Result SqliteArchiveTables::UpdateSignal(const StoredSignal &signal)
 
 Result SqliteArchiveTables::PutBlock(const StoredBlock &block, const std::string &bytes)
 {
-    auto s = m_statement(newBlock);
+    auto s = m_statement(newBlock.For(block.height));
     s->Bind(1, block.signal);
     s->Bind(2, std::int64_t(block.height));
     s->Bind(3, block.first);
@@ -231,7 +255,7 @@ Result SqliteArchiveTables::PutBlock(const StoredBlock &block, const std::string
 
 Result SqliteArchiveTables::EraseBlock(const StoredBlock &block)
 {
-    auto s = m_statement("DELETE FROM blocks WHERE id = ?1");
+    auto s = m_statement(goneBlock.For(block.height));
     s->Bind(1, block.id);
     return s->Run();
 }

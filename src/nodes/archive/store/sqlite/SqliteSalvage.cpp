@@ -120,7 +120,7 @@ Result SqliteSalvage::copyAll()
          "id",
          {"id", "signal", "height", "first", "last", "samples", "bytes", "bits", "data"},
          true,
-         "height = 0"},
+         "1"},
         {"log", "id", {"id", "data"}, true, "1"},
         {"odd", "id", {"id", "key", "data"}, true, "1"},
         {"keys", "first", {"first", "last"}, false, "1"}};
