@@ -119,7 +119,6 @@ public:
     /// Draws within 300 ms.
     void scheduleReplot() override;
     void replot() override;
-    void updateLayout() override;
     /// What was drawn by the last replot: whatever has come since waits for the next one, also
     /// when the canvas is painted anew in part.
     void drawCanvas(QPainter *painter) override;

@@ -43,12 +43,6 @@ void Plot::replot()
     MultiAxisPlot::replot();
 }
 
-void Plot::updateLayout()
-{
-    m_picture = QPixmap();
-    MultiAxisPlot::updateLayout();
-}
-
 void Plot::drawCanvas(QPainter *painter)
 {
     const QTransform view = painter->deviceTransform();
