@@ -210,7 +210,6 @@ private slots:
         plot.resize(800, 400);
         const auto records =
             Widgets::AxisRecord::make(plot, group()->GetYAxes(), group()->GetXAxes());
-        plot.updateAxes();
         QCOMPARE(records.size(), std::size_t(5));
         QCOMPARE(plot.axesCount(QwtAxis::yLeft), 3);
         QCOMPARE(plot.axesCount(QwtAxis::yRight), 1);

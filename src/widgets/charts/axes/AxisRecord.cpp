@@ -88,6 +88,10 @@ std::vector<std::unique_ptr<AxisRecord>> AxisRecord::make(MultiAxisPlot &plot,
         connect(gestures, &AxisGestures::axisReleased, records.back().get(),
                 &AxisRecord::onReleased);
     }
+    // What they show now is asked before the next replot, and the room of labels goes by it.
+    plot.updateAxes();
+    for (const auto &record : records)
+        record->fitTicks();
     return records;
 }
 
