@@ -196,6 +196,7 @@ void qwidgetChartBasic::onActive(bool on)
         disconnect(this, &qwidgetChartBasic::currentGroupChanged, this,
                    &qwidgetChartBasic::setCurrentGroup);
         ElementBinding::setConnected(this, false);
+        m_plot->closeWaitBox(); // a node that is stopped answers nothing
         return;
     }
     connect(this, &qwidgetChartBasic::symbolsChanged, this, &qwidgetChartBasic::onSetSymbol,
