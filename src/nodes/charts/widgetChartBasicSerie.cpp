@@ -7,6 +7,8 @@
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 
+#include <algorithm>
+
 namespace Nodes {
 
 void widgetChartBasicSerie::Describe(KindBuilder &builder)
@@ -52,6 +54,18 @@ NodeLinks widgetChartBasicSerie::GetLinks() const
     return {m_signal, m_source};
 }
 
+std::vector<BasicSignal *> widgetChartBasicSerie::GetSignals() const
+{
+    std::vector<BasicSignal *> found;
+    for (const NodeLink &link : GetLinks()) {
+        const auto *source = dynamic_cast<const archiverSourceConnector *>(link.GetNode());
+        auto *signal = dynamic_cast<BasicSignal *>(source ? source->GetSource() : link.GetNode());
+        if (signal && std::find(found.begin(), found.end(), signal) == found.end())
+            found.push_back(signal);
+    }
+    return found;
+}
+
 void widgetChartBasicSerie::CollectArchived(NodeLinks &archived) const
 {
     const archiverSourceConnector *source = GetSource();
@@ -86,8 +100,9 @@ int widgetChartBasicSerie::GetDecimals() const
 
 bool widgetChartBasicSerie::IsForbidden() const
 {
-    const BasicSignal *signal = GetSignal();
-    return signal && IsForbiddenToView(*signal);
+    const std::vector<BasicSignal *> shown = GetSignals();
+    return std::any_of(shown.begin(), shown.end(),
+                       [](const BasicSignal *signal) { return IsForbiddenToView(*signal); });
 }
 
 Connection widgetChartBasicSerie::ConnectSignal(const BasicSignal *signal, SerieSamples::Slot slot)

@@ -41,6 +41,8 @@ public:
     archiverSourceConnector *GetSource() const;
     /// What the series refers to, in the order of its properties; links that lead nowhere too.
     virtual NodeLinks GetLinks() const;
+    /// The signals that it shows, its own first, each once.
+    std::vector<BasicSignal *> GetSignals() const;
     /// Appends the signals whose history the series shows.
     virtual void CollectArchived(NodeLinks &archived) const;
 
@@ -60,7 +62,7 @@ public:
     /// Of the signal; "" and 1 without one.
     std::string GetUnit() const;
     int GetDecimals() const;
-    /// A rule forbids the current user to view the signal: neither values nor history come.
+    /// A rule forbids the current user to view one of the signals: neither values nor history come.
     bool IsForbidden() const;
 
     /// Every sample of the signal from now on, the present one first; see SerieSamples. Nothing

@@ -7,6 +7,8 @@
 #include "widgets/charts/statistics/CursorPanel.h"
 #include "widgets/charts/statistics/CursorTable.h"
 
+#include "nodes/values/NumberText.h"
+
 #include <qwt_symbol.h>
 
 using namespace Widgets;
@@ -99,6 +101,9 @@ private slots:
         QVERIFY(panel.heading().endsWith("Δt = 00:05:00.000"));
         QCOMPARE(row(panel, 0).mid(1, 4), QStringList({"40.0", "70.0", "30.0", "55.00"}));
         QVERIFY(row(panel, 0).last().startsWith("≈"));
+        // A live step holds on behind its last sample.
+        QCOMPARE(row(panel, 1).mid(2, 3), QStringList({"60.0", Nodes::NoValueText, "60.00"}));
+        QVERIFY(row(panel, 1).last().contains("без разрывов: 10 с"));
         QTRY_COMPARE(completed.count(), 1);
         // Two hundred seconds of 0, a hundred of 80, and the slope between them.
         QCOMPARE(row(panel, 0).mid(4, 3), QStringList({"26.80", "0.0", "80.0"}));

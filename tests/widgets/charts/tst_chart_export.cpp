@@ -60,6 +60,21 @@ private slots:
                                           ",\"°C\",good"));
         QVERIFY(visibleBoxes().join("").contains("Сохранено: "));
     }
+    void allSignalsOfASerieAreWrittenEachOnce()
+    {
+        QByteArray nodes(OperatedChart::nodes);
+        nodes.replace("</chartGroup>", R"(<chartXYSerie id="107" name="xy" source="20"
+            sourceX="21"/><chartSerie id="108" name="past" source="20" shift="60"/></chartGroup>)");
+        OperatedChart chart(nodes.replace(R"(name="t" source="21")", R"(name="t" source="20")"));
+        for (const auto &archive : {chart.archive, chart.other})
+            archive->samples.emplace_back(OperatedChart::time(1), 1, Nodes::Quality::Good);
+        QCOMPARE(save(chart, chart.data.filePath("a.csv")), QString());
+        QFile file(chart.data.filePath("a.csv"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        QCOMPARE(text.count('\n'), 1 + 2);
+        QVERIFY(text.contains("Температура подачи") && text.contains("Расход"));
+    }
     void whatGoesWrongLeavesNoFile_data()
     {
         const Rows<QString, bool, QString> row("file", "isCancelled", "told");

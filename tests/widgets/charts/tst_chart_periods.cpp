@@ -6,6 +6,7 @@
 #include "widgets/charts/overlay/PastPeriods.h"
 #include "widgets/charts/overlay/ShiftText.h"
 
+#include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/system/systemCore.h"
 
@@ -103,12 +104,13 @@ private slots:
         QVERIFY(chart.core.GetJournal().Open(chart.data.filePath("j.sqlite").toStdString()));
         chart.core.GetJournal().SetHome(chart.core.GetRecordHome(),
                                         chart.core.GetNodesCollection());
+        EventMarks &marks = *chart.aids->marks();
+        marks.setShown(false); // not live
         store(chart, 10, 120, "Насос включён");
         store(chart, 30, 125, "Температура высока"); // alarm of the signal
         store(chart, 12, 130, "чужое");
         store(chart, 10, -9000, "вне окна");
         QVERIFY(chart.core.GetJournal().Flush());
-        EventMarks &marks = *chart.aids->marks();
         QSignalSpy completed(&marks, &EventMarks::completed);
         marks.setShown(true);
         QTRY_COMPARE(completed.count(), 1);
@@ -120,11 +122,52 @@ private slots:
         QTRY_VERIFY(QToolTip::text().contains("Температура высока"));
         store(chart, 10, 300, "Живое");
         QTRY_COMPARE(marks.events().size(), std::size_t(3));
+        chart.setWindow(-9300, -8700); // of what was asked before nothing is kept
+        QTRY_COMPARE(texts(marks), QStringList({"вне окна", "Живое"}));
         chart.choose("Отметки событий");
         QCOMPARE(marks.textAt(place), QString());
     }
 
+    void whatMayNotBeViewedAnyMoreGoes()
+    {
+        OperatedChart chart((std::string(OperatedChart::nodes) + guarded).c_str());
+        auto *users = chart.node<Nodes::systemAuthentication>(61);
+        QVERIFY(users->Authenticate(chart.node(67)->GetNodeLink()));
+        chart.archive->samples.emplace_back(OperatedChart::time(60 - 86400), 1,
+                                            Nodes::Quality::Good);
+        chart.choose("Сутки назад");
+        const ISerie &past = *chart.legend->rows().serie(2);
+        QTRY_COMPARE(past.pointCount(), std::size_t(1));
+        QVERIFY(chart.core.GetJournal().Open(chart.data.filePath("j.sqlite").toStdString()));
+        chart.core.GetJournal().SetHome(chart.core.GetRecordHome(),
+                                        chart.core.GetNodesCollection());
+        EventMarks &marks = *chart.aids->marks();
+        marks.setShown(true);
+        store(chart, 10, 120, "Насос включён");
+        QTRY_COMPARE(marks.events().size(), std::size_t(1));
+        chart.append(0, 100, 40.0);
+        chart.plot->createPicker();
+        chart.click(chart.place(100, 40));
+        QCOMPARE(chart.markers("x-marker").size(), std::size_t(2));
+        users->Logout();
+        chart.plot->onUserChanged();
+        QCOMPARE(chart.markers("x-marker").size(), std::size_t(0));
+        QCOMPARE(past.pointCount(), std::size_t(0));
+        QCOMPARE(marks.events().size(), std::size_t(0));
+        QMenu menu;
+        chart.aids->fillMenu(menu, {});
+        for (const QAction *action : menu.findChildren<QAction *>())
+            QVERIFY(action->text() != "Температура подачи");
+    }
+
 private:
+    static constexpr const char *guarded = R"(
+<station id="60" name="St"><authentication id="61" name="A" guestRole="62">
+  <role id="62" name="Guest"><grant id="63" privileges="view"/>
+    <grant id="64" privileges="view" scope="10" mode="deny"/></role>
+  <role id="65" name="All"><grant id="66" privileges="all"/></role>
+  <user id="67" name="u" roles="65" passwordless="true"/></authentication></station>)";
+
     static void store(const OperatedChart &chart, unsigned long source, double seconds,
                       const char *text)
     {

@@ -95,7 +95,10 @@ private slots:
         QVERIFY(users->Start());
         QVERIFY(users->Authenticate(project.node(91)->GetNodeLink()));
         QCOMPARE(OwnTrendStore(project.core).load().size(), std::size_t(0));
+        OwnTrend::open();
+        QVERIFY(trend());
         users->Logout();
+        QTRY_VERIFY(!trend()); // nobody ticks in what another one keeps
         QCOMPARE(OwnTrendStore(project.core).load().size(), std::size_t(1));
     }
 

@@ -26,6 +26,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace Widgets {
 
 namespace {
@@ -67,6 +69,7 @@ ChartAids::ChartAids(Plot *plot, ChartGroupManager *manager, Legend *legend, QWi
     MakeLegible(*m_button);
     connect(m_button, &QToolButton::clicked, this,
             [this] { openMenu(m_button->geometry().topLeft()); });
+    connect(plot, &Plot::userChanged, this, &ChartAids::onUserChanged);
     plot->canvas()->installEventFilter(this);
     placeButton();
     if (plot->chart())
@@ -95,6 +98,21 @@ bool ChartAids::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     return QObject::eventFilter(watched, event);
+}
+
+// Marks of the cursors tell values, as do their table, past periods and events.
+void ChartAids::onUserChanged()
+{
+    IPickerCanvas *picker = CursorRelay::of(*m_plot).picker();
+    const QList<ISerie *> series = m_plot->series();
+    const bool isForbidden = std::any_of(series.begin(), series.end(), [](const ISerie *serie) {
+        return serie->getNode() && serie->getNode()->IsForbidden();
+    });
+    if (picker && isForbidden)
+        for (const auto cursor : {IPickerCanvas::SecondCursor, IPickerCanvas::FirstCursor})
+            picker->remove(cursor);
+    m_marks->takeSources();
+    m_periods->readAnew();
 }
 
 // In the corner that no tool bar stands in, above the marks.
@@ -181,7 +199,7 @@ void ChartAids::addSignals(QMenu &menu)
     auto *own = new TouchMenu(QStringLiteral("Добавить в свой тренд"), &menu);
     for (const ISerie *serie : series) {
         const Nodes::widgetChartBasicSerie *node = serie->getNode();
-        if (!node || !node->GetSignal())
+        if (!node || !node->GetSignal() || node->IsForbidden())
             continue;
         const Nodes::NodeLink signal = node->GetSignal()->GetNodeLink();
         connect(own->addAction(Utils::PlainCaption(QString::fromStdString(node->GetText()))),

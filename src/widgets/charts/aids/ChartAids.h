@@ -49,6 +49,7 @@ private:
     void addPeriods(QMenu &menu);
     void addSignals(QMenu &menu);
     void askPeriod();
+    void onUserChanged();
     void placeButton();
 
     QPointer<Plot> m_plot;

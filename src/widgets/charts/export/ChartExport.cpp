@@ -25,6 +25,8 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+#include <algorithm>
+
 namespace Widgets {
 
 namespace {
@@ -171,6 +173,22 @@ QString ChartExport::savePdf(const QString &file) const
     return output.commit() ? QString() : failure(file, output.errorString());
 }
 
+// All signals of the series, also those of the other axis or of a tube; each once.
+void ChartExport::addSources(const Nodes::widgetChartBasicSerie &serie, CsvExport::Request &request)
+{
+    Nodes::NodeLinks archived;
+    serie.CollectArchived(archived);
+    for (const Nodes::NodeLink &link : archived) {
+        const auto *signal = dynamic_cast<const Nodes::BasicSignal *>(link.GetNode());
+        if (!signal || std::count(request.sources.begin(), request.sources.end(), link) > 0)
+            continue;
+        const std::string name = signal == serie.GetSignal() ? serie.GetText() : signal->GetName();
+        request.sources.push_back(link);
+        request.texts.push_back(
+            {QString::fromStdString(name), QString::fromStdString(signal->GetUnit())});
+    }
+}
+
 void ChartExport::saveCsv(const QString &file)
 {
     if (isBusy())
@@ -183,11 +201,8 @@ void ChartExport::saveCsv(const QString &file)
     const QList<ISerie *> series = m_plot->series();
     for (const ISerie *serie : series) {
         const Nodes::widgetChartBasicSerie *node = serie->getNode();
-        if (!node || !node->GetSignal() || !serie->hasArchiverSource() || node->IsForbidden())
-            continue;
-        request.sources.push_back(node->GetSignal()->GetNodeLink());
-        request.texts.push_back(
-            {QString::fromStdString(node->GetText()), QString::fromStdString(node->GetUnit())});
+        if (node && !node->IsForbidden())
+            addSources(*node, request);
     }
     if (request.sources.empty()) {
         const QString error =

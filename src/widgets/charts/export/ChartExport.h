@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/charts/export/CsvExport.h"
 
 #include <QObject>
 #include <QPointer>
@@ -8,9 +9,12 @@
 class QMenu;
 class QWidget;
 
+namespace Nodes {
+class widgetChartBasicSerie;
+}
+
 namespace Widgets {
 
-class CsvExport;
 class ExportProgress;
 class Legend;
 class Plot;
@@ -44,6 +48,7 @@ signals:
     void finished(const QString &error);
 
 private:
+    static void addSources(const Nodes::widgetChartBasicSerie &serie, CsvExport::Request &request);
     QString title() const;
     QString intervalText() const;
     QString askName(const QString &caption, const QString &ending, const QString &filter) const;

@@ -51,6 +51,14 @@ bool isEarlier(const Nodes::BasicEvent &left, const Nodes::BasicEvent &right)
     return left.time < right.time;
 }
 
+void insert(std::vector<Nodes::BasicEvent> &events, Nodes::BasicEvent event)
+{
+    const auto place = std::upper_bound(events.begin(), events.end(), event, &isEarlier);
+    events.insert(place, std::move(event));
+    if (events.size() > EventMarks::MaximumEvents)
+        events.erase(events.begin());
+}
+
 } // namespace
 
 EventMarks::EventMarks(Plot *plot, ChartGroupManager *manager)
@@ -92,6 +100,7 @@ void EventMarks::takeSources()
     m_connection.Disconnect();
     m_sources.clear();
     m_events.clear();
+    m_arrived.clear();
     show();
     Nodes::systemCore *model = m_plot && m_plot->isAtWork() ? m_plot->context().model() : nullptr;
     if (!m_isShown || !model || !m_manager)
@@ -99,9 +108,9 @@ void EventMarks::takeSources()
     const QList<ISerie *> series = m_plot->series();
     for (const ISerie *serie : series) {
         const Nodes::widgetChartBasicSerie *node = serie->getNode();
-        const Nodes::BasicSignal *signal =
-            node && !node->IsForbidden() ? node->GetSignal() : nullptr;
-        if (signal)
+        if (!node || node->IsForbidden())
+            continue;
+        for (const Nodes::BasicSignal *signal : node->GetSignals())
             collectAlarms(*signal, m_sources);
     }
     if (m_sources.empty())
@@ -143,10 +152,10 @@ void EventMarks::onAnswered(const Nodes::Result &result, std::vector<Nodes::Basi
     std::reverse(events.begin(), events.end());
     std::stable_sort(events.begin(), events.end(), &isEarlier);
     // What came live while the journal was asked may not have been in it yet.
-    for (const Nodes::BasicEvent &known : m_events) {
-        const bool isNewer = events.empty() || events.back().time < known.time;
+    for (const Nodes::BasicEvent &arrived : m_arrived) {
+        const bool isNewer = events.empty() || events.back().time < arrived.time;
         if (isNewer)
-            events.push_back(known);
+            events.push_back(arrived);
     }
     m_events = std::move(events);
     show();
@@ -156,12 +165,9 @@ void EventMarks::onAnswered(const Nodes::Result &result, std::vector<Nodes::Basi
 void EventMarks::onLive(std::vector<Nodes::BasicEvent> events)
 {
     for (Nodes::BasicEvent &event : events) {
-        const auto place = std::upper_bound(m_events.begin(), m_events.end(), event, &isEarlier);
-        m_events.insert(place, std::move(event));
+        insert(m_arrived, event);
+        insert(m_events, std::move(event));
     }
-    if (m_events.size() > MaximumEvents)
-        m_events.erase(m_events.begin(),
-                       m_events.begin() + std::ptrdiff_t(m_events.size() - MaximumEvents));
     show();
 }
 

@@ -46,12 +46,14 @@ public:
     QString textAt(const QPoint &place) const;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    /// Follows the signals of the plot that the user may view.
+    void takeSources();
+
 signals:
     /// The marks are those of the present window.
     void completed();
 
 private:
-    void takeSources();
     void ask();
     void onAnswered(const Nodes::Result &result, std::vector<Nodes::BasicEvent> events);
     void onLive(std::vector<Nodes::BasicEvent> events);
@@ -62,6 +64,7 @@ private:
     MarksItem *m_item; // the plot deletes it if it goes first
     JournalAsker *m_asker;
     std::vector<Nodes::BasicEvent> m_events;
+    std::vector<Nodes::BasicEvent> m_arrived;    // those of them that came live, the latest
     std::unordered_set<unsigned long> m_sources; // ids of signals and of their alarms
     Utils::QueueRelay<Nodes::BasicEvent> m_live;
     Nodes::ScopedConnection m_connection;

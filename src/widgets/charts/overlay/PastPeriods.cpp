@@ -92,6 +92,18 @@ void PastPeriods::clear()
         m_plot->scheduleReplot();
 }
 
+void PastPeriods::readAnew()
+{
+    for (ISerie *serie : shifted())
+        if (serie->getNode() && serie->getNode()->IsForbidden())
+            serie->clearPoints();
+    for (Reader &reader : m_readers) {
+        reader.asker->cancel();
+        reader.to = reader.from;
+    }
+    update();
+}
+
 void PastPeriods::tellLegend()
 {
     std::vector<ISerie *> series;

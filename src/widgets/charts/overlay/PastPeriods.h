@@ -38,6 +38,8 @@ public:
     void add(double shift);
     /// Takes back all that was added.
     void clear();
+    /// What the lines show now, by the rights of the present user.
+    void readAnew();
     bool isEmpty() const { return m_added.empty(); }
 
 signals:

@@ -7,7 +7,9 @@
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
 
+#include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -35,6 +37,7 @@ QWidget *openWindow(const Nodes::NodeLinks &shown, bool isOwn, int display)
 {
     DialogRequest request;
     request.parent = QApplication::activeWindow();
+    request.node = ProcessContext::model()->GetNodesCollection()->GetRoot(); // says whose users
     if (display >= 0)
         request.display = display;
     QWidget *window = Dialogs::make(TrendView::Key, request);
@@ -51,7 +54,8 @@ QWidget *openWindow(const Nodes::NodeLinks &shown, bool isOwn, int display)
 
 bool isPossible()
 {
-    return ProcessContext::model() && SceneContext::process()->isRuntime();
+    return ProcessContext::model() && ProcessContext::model()->GetNodesCollection() &&
+           SceneContext::process()->isRuntime();
 }
 
 } // namespace

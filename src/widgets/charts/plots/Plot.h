@@ -150,6 +150,8 @@ signals:
     void updateProperty(Nodes::BasicProperty *property);
     void actionPeriodNext();
     void actionPeriodPrev();
+    /// What the new user may not view has gone from the series.
+    void userChanged();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

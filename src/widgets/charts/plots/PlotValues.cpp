@@ -150,6 +150,7 @@ void Plot::onUserChanged()
                 : QStringLiteral("Нет прав на просмотр: ") + forbidden.join(QStringLiteral(", ")));
     HandleConnections(false);
     scheduleReplot();
+    emit userChanged();
 }
 
 void Plot::beginTracking()

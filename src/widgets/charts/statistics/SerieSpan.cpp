@@ -1,7 +1,7 @@
 #include "widgets/charts/statistics/SerieSpan.h"
 
 #include "widgets/charts/painting/CurveData.h"
-#include "widgets/charts/series/ISerie.h"
+#include "widgets/charts/series/qwidgetChartBasicSerie.h"
 #include "widgets/charts/time/ChartTime.h"
 
 #include "nodes/archive/HistoryColumn.h"
@@ -21,6 +21,15 @@ SpanIntegrator::Join joinOf(const ISerie &serie)
     const auto *curve = dynamic_cast<const QwtPlotCurve *>(&serie);
     return curve && curve->style() == QwtPlotCurve::Steps ? SpanIntegrator::Join::Steps
                                                           : SpanIntegrator::Join::Lines;
+}
+
+// A live line goes on from its last sample to the present.
+double heldUntil(const ISerie &serie)
+{
+    const auto *line = dynamic_cast<const qwidgetChartBasicSerie *>(&serie);
+    const bool isJoined =
+        line && (line->style() == QwtPlotCurve::Lines || line->style() == QwtPlotCurve::Steps);
+    return isJoined && line->isLive() ? line->heldUntil() : SpanStatistics::None;
 }
 
 // Index of the last sample before x; 0 when there is none. By bisection: x ascends.
@@ -46,6 +55,7 @@ std::optional<SpanStatistics> ofDrawn(const ISerie &serie, double from, double t
         if (point.x() > last)
             break;
     }
+    sums.hold(heldUntil(serie));
     SpanStatistics found = sums.finish();
     found.isApproximate = serie.hasArchiverSource();
     return found;
@@ -63,6 +73,7 @@ SpanStatistics ofArchive(const ISerie &serie, const Nodes::HistoryColumn &column
         else
             sums.add(x, column.numbers[i], column.qualities[i]);
     }
+    sums.hold(heldUntil(serie));
     return sums.finish();
 }
 
@@ -76,9 +87,11 @@ std::optional<double> valueAt(const ISerie &serie, double x)
     const double offset = double(serie.getOffsetY());
     if (at < data->size() && data->sample(at).x() == x && data->isDrawn(at))
         return data->sample(at).y() - offset;
-    if (at == 0 || !data->isDrawn(at - 1) || at == data->size())
+    if (at == 0 || !data->isDrawn(at - 1))
         return {};
     const QPointF left = data->sample(at - 1);
+    if (at == data->size())
+        return x <= heldUntil(serie) ? std::optional(left.y() - offset) : std::nullopt;
     if (joinOf(serie) == SpanIntegrator::Join::Steps)
         return left.y() - offset;
     if (!data->isDrawn(at))

@@ -101,6 +101,12 @@ void SpanIntegrator::addAggregate(double begin, double end, const Nodes::Interva
     m_sums.count = counted; // these are made up
 }
 
+void SpanIntegrator::hold(double until)
+{
+    if (m_last && until > m_last->x)
+        join(*m_last, {until, m_last->y, m_last->isValid});
+}
+
 SpanStatistics SpanIntegrator::finish() const
 {
     SpanStatistics sums = m_sums;

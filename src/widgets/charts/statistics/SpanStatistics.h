@@ -48,6 +48,8 @@ public:
     /// Samples that an archive has put together; `begin` and `end` in ms as `x` above. What they
     /// did within is known by its extremes only.
     void addAggregate(double begin, double end, const Nodes::IntervalSample &samples);
+    /// What was last goes on unchanged until there, if that is later.
+    void hold(double until);
     SpanStatistics finish() const;
 
 private:
