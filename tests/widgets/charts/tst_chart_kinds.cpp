@@ -1,6 +1,7 @@
 // Charts of discrete signals, of signals over signals and of tubes, as an operator sees them.
 // STATION_TEST_PICTURES=DIR keeps their pictures.
 #include "ChartProject.h"
+#include "support/WhenShown.h"
 
 #include "widgets/charts/axes/DiscretScaleEngine.h"
 #include "widgets/charts/axes/DiscretValueScaleDraw.h"
@@ -16,6 +17,7 @@
 #include "widgets/charts/series/qwidgetChartCorridorSerie.h"
 #include "widgets/charts/series/qwidgetChartDiscretSerie.h"
 #include "widgets/charts/series/qwidgetChartXYSerie.h"
+#include "widgets/dialogs/TimeDialog.h"
 
 #include "nodes/charts/widgetChartCorridor.h"
 #include "nodes/charts/widgetChartGroup.h"
@@ -243,6 +245,19 @@ private slots:
         QTRY_COMPARE(xy->lastPoint(), QPointF(20, 4));
         m_project->publish(14, Nodes::SignalValue(Nodes::Result(Nodes::Result::NotAvailable)));
         QTRY_VERIFY(std::isnan(xy->lastPoint().y()));
+
+        auto *plot = qobject_cast<Widgets::PlotXY *>(chart.plot());
+        const auto title = [plot] { return plot->axisTitle(QwtPlot::xBottom).text(); };
+        QCOMPARE(title(), QString("Расход, т/ч (за 10\u00a0мин)"));
+        const WhenShown<QWidget> dialog([](QWidget &window) {
+            auto *time = window.findChild<Widgets::TimeDialog *>();
+            time = time ? time : qobject_cast<Widgets::TimeDialog *>(&window);
+            time->setTime(2, Nodes::widgetChartAxis::RangeHours);
+            time->accept();
+        });
+        plot->onActionLengthX();
+        QCOMPARE(plot->length(), 120 * minute);
+        QCOMPARE(title(), QString("Расход, т/ч (за 2\u00a0ч)"));
         QVERIFY(
             qobject_cast<Widgets::ToolBarAutoScaleAxisX *>(chart.plot()->plotCanvas()->tbAxisX()));
     }
@@ -287,6 +302,7 @@ private slots:
         plot->replot();
         keep(chart, "corridor");
         QCOMPARE(plot->plotCanvas()->sliceButton()->text(), QString("1м"));
+        QCOMPARE(plot->plotCanvas()->sliceButton()->font().pointSize(), 8);
         const auto at = tube->sampleAt(end - 20 * minute);
         QVERIFY(at && at->lower < at->middle && at->middle < at->upper);
     }

@@ -11,6 +11,7 @@
 #include "widgets/charts/pickers/IPickerCanvas.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/Plot.h"
+#include "widgets/charts/plots/PlotXY.h"
 #include "widgets/charts/series/ISerie.h"
 #include "widgets/charts/statistics/CursorPanel.h"
 #include "widgets/charts/time/ChartTime.h"
@@ -135,7 +136,11 @@ void ChartAids::openMenu(const QPoint &place)
 void ChartAids::fillMenu(QMenu &menu, const QPoint &)
 {
     addCursors(menu);
-    addPeriods(menu);
+    if (auto *xy = qobject_cast<PlotXY *>(m_plot.data()))
+        connect(menu.addAction(QStringLiteral("Период: ") + xy->lengthText() + QStringLiteral("…")),
+                &QAction::triggered, xy, &PlotXY::onActionLengthX, Qt::QueuedConnection);
+    else
+        addPeriods(menu);
     QAction *marks = menu.addAction(QStringLiteral("Отметки событий"));
     marks->setCheckable(true);
     marks->setChecked(m_marks->isShown());

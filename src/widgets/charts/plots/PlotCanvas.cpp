@@ -44,7 +44,8 @@ PlotCanvas::PlotCanvas(Nodes::widgetChart *node, Plot *plot) : QwtPlotCanvas(plo
         m_slice = new QToolButton;
         m_slice->setText(QStringLiteral("-"));
         m_slice->setEnabled(false);
-        m_slice->setFont(QFont(m_slice->font().family(), sliceFontSize));
+        m_slice->setStyleSheet(
+            QStringLiteral("QToolButton { font-size: %1pt; }").arg(sliceFontSize));
         m_tbAxisX->addWidget(m_slice);
         break;
     case Nodes::NodeType::SubtypeChartXY: {

@@ -1,4 +1,5 @@
 // How the operator moves the window of a plot with history.
+#include "widgets/charts/plots/AxisLength.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotHistory.h"
@@ -6,9 +7,6 @@
 #include "widgets/charts/plots/WaitBox.h"
 #include "widgets/charts/series/ISerie.h"
 #include "widgets/charts/time/ChartTime.h"
-#include "widgets/dialogs/DialogFrames.h"
-#include "widgets/dialogs/Dialogs.h"
-#include "widgets/dialogs/TimeDialog.h"
 
 #include "nodes/archive/SignalHistoryResponse.h"
 #include "nodes/charts/widgetChartBasicSerie.h"
@@ -113,13 +111,9 @@ void PlotHistory::onActionLengthX()
     if (!axis)
         return;
     const QPointer<PlotHistory> alive(this);
-    const OwnedDialog<TimeDialog> dialog;
-    dialog->setTime(axis->GetRangeLength(), axis->GetRangeUnit());
-    dialog->setMaxRange(axis->GetMaxRangeLength(), axis->GetMaxRangeUnit());
-    dialog->setWindowTitle(QStringLiteral("Выбор ширины интервала"));
-    const bool isChosen = DialogFrames::exec(*dialog) == QDialog::Accepted;
-    if (isChosen && alive && dialog)
-        setLength(dialog->getTime().count, dialog->getTime().unit);
+    const auto chosen = AxisLength::ask(*axis);
+    if (chosen && alive)
+        setLength(chosen->count, chosen->unit);
 }
 
 void PlotHistory::setLength(int length, Nodes::widgetChartAxis::enRangeUnit unit)

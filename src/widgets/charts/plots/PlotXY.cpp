@@ -4,6 +4,7 @@
 #include "widgets/charts/axes/AxisRecord.h"
 #include "widgets/charts/axes/ValueScaleDraw.h"
 #include "widgets/charts/pickers/PickerCanvasXY.h"
+#include "widgets/charts/plots/AxisLength.h"
 #include "widgets/charts/plots/HistoryFaults.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/series/qwidgetChartXYSerie.h"
@@ -19,8 +20,12 @@
 #include "nodes/model/NodesContainer.h"
 
 #include <qwt_scale_engine.h>
+#include <qwt_scale_widget.h>
+#include <qwt_text.h>
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 
 namespace Widgets {
 
@@ -29,6 +34,7 @@ namespace {
 constexpr std::size_t pointBudget = 4000; // of each signal
 constexpr int clockTick = 1000;           // ms
 constexpr double defaultLength = 10 * 60 * 1000;
+constexpr double notArchivedYet = 60000; // ms; at least the longest pause between two commits
 
 } // namespace
 
@@ -54,19 +60,68 @@ PlotXY::~PlotXY()
     setFollowing(false);
 }
 
-double PlotXY::length() const
+Nodes::widgetChartAxis *PlotXY::lengthAxis() const
 {
     const Nodes::widgetChartGroup *shown = group();
-    const Nodes::widgetChartAxis *told = nullptr;
+    Nodes::widgetChartAxis *told = nullptr;
     for (const Nodes::NodeLink &link : shown ? shown->GetXAxes() : Nodes::NodesContainer()) {
-        const auto *axis = dynamic_cast<Nodes::widgetChartAxis *>(link.GetNode());
+        auto *axis = dynamic_cast<Nodes::widgetChartAxis *>(link.GetNode());
         if (axis && (!told || (AxisPlaces::isTime(*axis) && !AxisPlaces::isTime(*told))))
             told = axis;
     }
+    return told;
+}
+
+double PlotXY::length() const
+{
+    const Nodes::widgetChartAxis *told = lengthAxis();
     const double length =
         told ? Nodes::widgetChartAxis::Milliseconds(told->GetRangeLength(), told->GetRangeUnit())
              : defaultLength;
     return length > 0 ? length : defaultLength;
+}
+
+QString PlotXY::lengthText() const
+{
+    struct Unit
+    {
+        double length;
+        const char *name;
+    };
+    constexpr Unit units[] = {{86400000, "сут"}, {3600000, "ч"}, {60000, "мин"}, {1000, "с"}};
+    const double told = length();
+    const auto *whole =
+        std::find_if(std::begin(units), std::end(units) - 1, [told](const Unit &unit) {
+            return told >= unit.length && std::fmod(told, unit.length) == 0;
+        });
+    return QString::number(told / whole->length) + QChar(QChar::Nbsp) +
+           QString::fromUtf8(whole->name);
+}
+
+void PlotXY::onActionLengthX()
+{
+    const QPointer<PlotXY> alive(this);
+    Nodes::widgetChartAxis *axis = lengthAxis();
+    const auto chosen = axis ? AxisLength::ask(*axis) : std::nullopt;
+    if (!chosen || !alive || !lengthAxis())
+        return;
+    lengthAxis()->SetRangeLength(chosen->count);
+    lengthAxis()->SetRangeUnit(chosen->unit);
+    onUpdateProperties();
+    for (qwidgetChartXYSerie *serie : xySeries())
+        serie->trimLeft(ChartTime::now() - notArchivedYet);
+    askCurrent();
+}
+
+// Behind the title of the X axis: nothing else tells which past the points are of.
+void PlotXY::showLength()
+{
+    const QwtAxisId xAxis(QwtAxis::xBottom);
+    QwtText title = axisWidget(xAxis)->title();
+    const QString told = QStringLiteral("за ") + lengthText();
+    title.setText(title.isEmpty() ? told : title.text() + QStringLiteral(" (%1)").arg(told),
+                  QwtText::PlainText);
+    setAxisTitle(xAxis, title);
 }
 
 QList<qwidgetChartXYSerie *> PlotXY::xySeries() const
@@ -83,6 +138,7 @@ QList<qwidgetChartXYSerie *> PlotXY::xySeries() const
 void PlotXY::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes)
 {
     Plot::setAxes(yAxes, xAxes);
+    showLength();
     const QwtAxisId xAxis(QwtAxis::xBottom);
     const auto isTimeAxis = [&xAxis](const auto &record) {
         return record->axis() == xAxis && record->isTime();

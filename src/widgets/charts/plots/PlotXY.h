@@ -9,6 +9,7 @@
 
 namespace Nodes {
 struct HistoryAnswer;
+class widgetChartAxis;
 class widgetChartXY;
 } // namespace Nodes
 
@@ -32,6 +33,8 @@ public:
     Nodes::Result getHistory();
     /// Milliseconds of the past that are shown.
     double length() const;
+    /// The same as an operator reads it: "1 ч".
+    QString lengthText() const;
 
 public slots:
     void onUpdateProperties() override;
@@ -42,7 +45,8 @@ public slots:
     void onTrackingChanged(bool) override {}
     void onActionPeriodPrev() override {}
     void onActionPeriodNext() override {}
-    void onActionLengthX() override {}
+    /// Asks the operator how much of the past he wants to see.
+    void onActionLengthX() override;
 
 protected:
     void forgetSeries() override;
@@ -51,6 +55,9 @@ protected:
 private:
     using Answer = std::pair<unsigned, std::shared_ptr<const Nodes::HistoryAnswer>>;
 
+    /// The axis that tells the length; null: none does.
+    Nodes::widgetChartAxis *lengthAxis() const;
+    void showLength();
     QList<qwidgetChartXYSerie *> xySeries() const;
     void setFollowing(bool on);
     void askCurrent();
