@@ -34,6 +34,10 @@ constexpr const char *nodes = R"(
   <chartGroup id="111" name="Без архива"><chartTimeAxis id="112" name="X"/>
     <chartAxis id="113" name="Y"/><chartSerie id="114" name="s" signal="10"/>
     <chartSerie id="115" name="t" source="21"/></chartGroup>
+  <chartGroup id="121" name="Минутой раньше"><chartTimeAxis id="122" name="X" length="10" lengthUnit="seconds"/>
+    <chartAxis id="123" name="Y"/><chartSerie id="124" name="s" source="20"/>
+    <chartSerie id="125" name="t" source="20" shift="60"/>
+    <chartDiscretSerie id="126" name="d" source="21"/></chartGroup>
 </chartHistory></layer>)";
 
 /// Samples in memory, microseconds; keeps its readers waiting while it hangs.

@@ -6,6 +6,7 @@
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotPanner.h"
 #include "widgets/charts/plots/PlotXAxisRangeDetails.h"
+#include "widgets/charts/series/SeriePlotFlag.h"
 #include "widgets/dialogs/TimeDialog.h"
 
 using namespace Widgets;
@@ -83,6 +84,11 @@ private slots:
     void syncHistoryReturnsTheAnswer();
     void archiveAndLiveJoinWithoutHoleOrRepetition();
     void whatTheArchiveHasNotYetStays();
+    void answersKeepDiscreteSeriesUpToDate();
+    void earlierPeriodsDoNotMoveTheWindow();
+    void whatTheOperatorLookedAtStays();
+    void anotherPageMeanwhileLosesNothing();
+    void flagsStayInFront();
     void badSpansAreRefused();
     void faultsAreTold();
 };
@@ -173,6 +179,9 @@ void TestPlotHistory::followingAsksUpToNow()
     QVERIFY(span.value(1) >= before);
     // The newest sample is the right end now.
     QCOMPARE(rig.window(), (Doubles{held * 1000.0 - 11000, held * 1000.0 - 1000}));
+    // Taken over without waiting for the timer.
+    QCOMPARE(rig.plot->axisInterval(QwtAxisId(QwtAxis::xBottom)).maxValue(),
+             start + held * 1000 - 1000);
 }
 
 void TestPlotHistory::nothingIsAskedOutOfRunTime()
@@ -373,6 +382,81 @@ void TestPlotHistory::whatTheArchiveHasNotYetStays()
     QVERIFY(rig.plot->getCurrentHistory());
     QCOMPARE(rig.values().mid(rig.values().size() - 4),
              (Doubles{held + 1.5, held + 2.5, held + 3.5, held + 4.5}));
+}
+
+// What comes while the archive reads is not in the answer.
+void TestPlotHistory::answersKeepDiscreteSeriesUpToDate()
+{
+    ArchiveRig rig;
+    rig.showWindow();
+    rig.element->chart()->SetCurrentGroupTab(2);
+    rig.asked();
+    rig.setWindow(start + held * 1000 - 5000, start + held * 1000 + 5000);
+    rig.archive->isHanging = true;
+    QTimer::singleShot(0, rig.plot, [&] {
+        rig.publish(11, Rig::at(start + held * 1000, true));
+        QTRY_COMPARE(rig.serie(2).pointCount(), std::size_t(1));
+        rig.archive->isHanging = false;
+    });
+    QVERIFY(rig.plot->getCurrentHistory());
+    QCOMPARE(rig.values(2), Doubles{1});
+}
+
+void TestPlotHistory::earlierPeriodsDoNotMoveTheWindow()
+{
+    ArchiveRig rig;
+    rig.showWindow();
+    rig.element->chart()->SetCurrentGroupTab(2);
+    rig.asked();
+    rig.setWindow(start + 20000, start + 30000);
+    rig.plot->setTracking(true);
+    rig.asked();
+    QCOMPARE(rig.window()[1], held * 1000.0 - 1000);
+}
+
+void TestPlotHistory::whatTheOperatorLookedAtStays()
+{
+    ArchiveRig rig;
+    rig.showWindow();
+    rig.element->stop(); // another page
+    rig.element->start();
+    rig.publish(10, Rig::at(ChartTime::now()));
+    rig.asked();
+    QCOMPARE(rig.window(), (Doubles{20000, 30000}));
+}
+
+// The node of a chart that nobody sees cancels its request.
+void TestPlotHistory::anotherPageMeanwhileLosesNothing()
+{
+    ArchiveRig rig;
+    rig.showWindow();
+    rig.archive->isHanging = true;
+    QTimer::singleShot(0, rig.plot, [&] {
+        rig.element->stop();
+        rig.archive->isHanging = false;
+        rig.element->start();
+    });
+    QVERIFY(rig.plot->getCurrentHistory());
+    QVERIFY(rig.plot->isEnabled());
+    QTRY_VERIFY(rig.serie().pointCount() > 0);
+    QTRY_COMPARE(rig.plot->note(), QString());
+}
+
+void TestPlotHistory::flagsStayInFront()
+{
+    ArchiveRig rig;
+    rig.showWindow();
+    rig.serie(0).setZOrder(5); // pointed at in the legend
+    rig.serie(0).setZOrder(2);
+    rig.plot->replot();
+    const QwtPlotItemList items = rig.plot->itemList();
+    for (int curve : {0, 1})
+        for (int flag : {0, 1})
+            QVERIFY(items.indexOf(&rig.serie(curve)) <
+                    items.indexOf(static_cast<QwtPlotMarker *>(rig.serie(flag).GetFlag())));
+    for (const QwtPlotItem *below : items)
+        if (below->rtti() == QwtPlotItem::Rtti_PlotGrid)
+            QVERIFY(below->z() < 1.0); // of bands and curves
 }
 
 void TestPlotHistory::badSpansAreRefused()

@@ -23,6 +23,8 @@
 #include <QMouseEvent>
 #include <QSignalBlocker>
 
+#include <utility>
+
 namespace Widgets {
 
 qwidgetChartBasic::qwidgetChartBasic(Nodes::widgetChart *node, Plot *plot, QWidget *parent,
@@ -190,13 +192,13 @@ void qwidgetChartBasic::onSetSymbol(int type)
 
 void qwidgetChartBasic::onActive(bool on)
 {
+    m_plot->onActive(on);
     if (!on) {
         m_userConnection = {};
         disconnect(this, &qwidgetChartBasic::symbolsChanged, this, &qwidgetChartBasic::onSetSymbol);
         disconnect(this, &qwidgetChartBasic::currentGroupChanged, this,
                    &qwidgetChartBasic::setCurrentGroup);
         ElementBinding::setConnected(this, false);
-        m_plot->closeWaitBox(); // a node that is stopped answers nothing
         return;
     }
     connect(this, &qwidgetChartBasic::symbolsChanged, this, &qwidgetChartBasic::onSetSymbol,
@@ -205,8 +207,9 @@ void qwidgetChartBasic::onActive(bool on)
             &qwidgetChartBasic::setCurrentGroup, Qt::UniqueConnection);
     ElementBinding::setConnected(this, true);
     watchUser();
-    if (m_plot->isAtWork() && !m_isArchiverMode)
-        m_plot->beginTracking();
+    const bool isFirst = !std::exchange(m_hasBegun, true);
+    if (isFirst && m_plot->isAtWork() && !m_isArchiverMode)
+        m_plot->beginTracking(); // afterwards it is the operator's
 }
 
 void qwidgetChartBasic::watchUser()

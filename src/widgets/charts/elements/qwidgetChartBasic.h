@@ -84,6 +84,7 @@ private:
     QPointer<QGraphicsProxyWidget> m_proxy;
     Utils::WatchedNode<Nodes::widgetChart> m_chart;
     bool m_isArchiverMode = false;
+    bool m_hasBegun = false; // was active before
     ChartGroupManager *m_manager;
     GroupTabs *m_tabs;
     ChartCover *m_cover;

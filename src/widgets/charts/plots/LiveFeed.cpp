@@ -81,11 +81,12 @@ void LiveFeed::markRequest()
         line->before = line->kept.size();
 }
 
-std::vector<LiveFeed::Point> LiveFeed::missing(const ISerie *serie, double x) const
+std::vector<LiveFeed::Point> LiveFeed::missing(const ISerie *serie, double x, bool all) const
 {
     std::vector<Point> points;
     if (const Line *line = lineOf(serie)) {
-        std::copy_if(line->kept.begin(), line->kept.begin() + std::ptrdiff_t(line->before),
+        const std::size_t count = all ? line->kept.size() : line->before;
+        std::copy_if(line->kept.begin(), line->kept.begin() + std::ptrdiff_t(count),
                      std::back_inserter(points), [x](const Point &point) { return point.x > x; });
     }
     return points;

@@ -41,8 +41,9 @@ public:
     void keep(const ISerie *serie, double x, const Nodes::SignalValue &value);
     /// The curves are emptied now.
     void markRequest();
-    /// What came after `x` and before the curves were emptied the last time, in order.
-    std::vector<Point> missing(const ISerie *serie, double x) const;
+    /// What came after `x` and before the curves were emptied the last time, in order; with `all`
+    /// also what came since.
+    std::vector<Point> missing(const ISerie *serie, double x, bool all) const;
 
 private:
     struct Line

@@ -163,6 +163,7 @@ void Plot::updateGroup()
         if (!before.contains(item))
             m_attached << item;
     }
+    raiseFlags();
 }
 
 void Plot::forgetSeries()

@@ -137,6 +137,8 @@ public slots:
     virtual void moveCanvas(int dx, int dy);
     virtual void appendPoints(std::vector<Nodes::SignalValue> values, Widgets::ISerie *serie);
     void onSetSymbol(int type);
+    /// The element is seen from now on, or no more.
+    virtual void onActive(bool) {}
     /// Another user: what he may not view goes, what he may comes.
     virtual void onUserChanged();
 
@@ -182,6 +184,7 @@ protected:
 private:
     void connectChannels();
     void onVizir(bool on);
+    void raiseFlags();
     bool takes(double x, const QwtInterval &window) const;
 
     QTimer m_layoutTimer;

@@ -1,6 +1,7 @@
 // What a plot paints, and when.
 #include "widgets/charts/plots/Plot.h"
 #include "widgets/charts/plots/PlotCanvas.h"
+#include "widgets/charts/series/ISerie.h"
 
 #include "nodes/charts/widgetChartGroup.h"
 #include "utils/convert/ValueConversions.h"
@@ -36,10 +37,18 @@ void Plot::scheduleReplot()
         m_replotTimer.start();
 }
 
+void Plot::raiseFlags()
+{
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        serie->raiseFlag();
+}
+
 void Plot::replot()
 {
     m_nextWindow.reset();
     m_picture = QPixmap();
+    raiseFlags();
     MultiAxisPlot::replot();
 }
 

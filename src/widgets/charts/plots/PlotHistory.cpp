@@ -1,5 +1,6 @@
 #include "widgets/charts/plots/PlotHistory.h"
 
+#include "widgets/charts/overlay/ShiftText.h"
 #include "widgets/charts/plots/HeldCurves.h"
 #include "widgets/charts/plots/HistoryFaults.h"
 #include "widgets/charts/plots/LiveFeed.h"
@@ -31,6 +32,12 @@ constexpr int leastColumns = 200;
 constexpr int clockTick = 1000;   // ms
 constexpr double nearNow = 60000; // ms; a window that ends there shows the present
 
+/// Not that of the window: others ask the archive for it.
+bool showsOtherTime(const ISerie &serie)
+{
+    return ShiftOf(serie.getNode()) > 0;
+}
+
 unsigned long long truncated(double x)
 {
     return ChartTime::toUnsigned(std::trunc(x));
@@ -48,6 +55,7 @@ PlotHistory::PlotHistory(Nodes::widgetChartHistory *chart, int number, QWidget *
     connect(this, &PlotHistory::getHistoryCompleted, this, &PlotHistory::onGetHistoryCompleted);
     m_scheduled.setSingleShot(true);
     connect(&m_scheduled, &QTimer::timeout, this, &PlotHistory::onScheduled);
+    connect(waitBox(), &QDialog::rejected, this, &PlotHistory::giveUp);
     connect(&m_clock, &QTimer::timeout, this, &PlotHistory::onClock);
     m_clock.start(clockTick);
     m_answers = std::make_unique<Utils::QueueRelay<Answer>>(
@@ -77,6 +85,7 @@ Nodes::Result PlotHistory::getHistory(unsigned long long from, unsigned long lon
         m_held.reset();
         m_isEmptied = false;
         setNote(HistoryFaults::text(accepted));
+        scheduleReplot();
         if (waitBox()->isRunning())
             closeWaitBox();
     } else if (waitBox() && isVisible()) {
@@ -91,6 +100,7 @@ Nodes::Result PlotHistory::ask(unsigned long long from, unsigned long long to)
     if (!m_isEmptied)
         m_held = std::make_unique<HeldCurves>(*this, serieItems());
     m_isEmptied = true;
+    m_isOwed = true;
     removeAllSeriesData();
     feed().markRequest();
     Nodes::NodesArray nodes;
@@ -112,10 +122,14 @@ void PlotHistory::waitForAnswer()
 {
     if (waitBox()->isRunning())
         return;
-    const QPointer<PlotHistory> alive(this);
     setWaiting(true);
-    const int outcome = waitBox()->exec();
-    if (!alive || outcome == QDialog::Accepted)
+    (void)waitBox()->exec();
+}
+
+// At once, not when the loop ends: below another one's it ends late, when more may have been asked.
+void PlotHistory::giveUp()
+{
+    if (!waitBox()->isRunning())
         return;
     setWaiting(false);
     ++*m_request;
@@ -139,8 +153,10 @@ Nodes::Result PlotHistory::getCurrentHistory()
 void PlotHistory::removeAllSeriesData()
 {
     const QList<ISerie *> all = series();
-    for (ISerie *serie : all)
-        serie->clearPoints();
+    for (ISerie *serie : all) {
+        if (!showsOtherTime(*serie))
+            serie->clearPoints();
+    }
 }
 
 void PlotHistory::forgetSeries()
@@ -166,6 +182,8 @@ void PlotHistory::onGetHistoryCompleted(std::vector<Nodes::SignalHistoryResponse
     std::optional<double> newest;
     const QList<ISerie *> all = series();
     for (ISerie *serie : all) {
+        if (showsOtherTime(*serie))
+            continue;
         serie->updateArchPoints(answer);
         addMissing(*serie, answer);
         const QPointF last = serie->lastPoint();
@@ -176,11 +194,13 @@ void PlotHistory::onGetHistoryCompleted(std::vector<Nodes::SignalHistoryResponse
         return sample.getIntervalSample() != nullptr;
     });
     m_isEmptied = false;
+    m_isOwed = false;
     m_held.reset();
     if (newest)
         follow(*newest);
     scheduleReplot();
     closeWaitBox();
+    replot(); // who waited does not wait for the timer, too
 }
 
 // What was published before the curves were emptied, and is not in the archive yet.
@@ -197,11 +217,20 @@ void PlotHistory::addMissing(ISerie &serie, const std::vector<Nodes::SignalHisto
     }
     const QwtInterval window = this->window();
     const double margin = Margin * window.width();
-    for (const LiveFeed::Point &point : feed().missing(&serie, archived)) {
+    const bool isReplaced = serie.isReplacedByAnswers();
+    for (const LiveFeed::Point &point : feed().missing(&serie, archived, isReplaced)) {
         if (point.x >= window.minValue() - margin &&
             (tracking() || point.x <= window.maxValue() + margin))
             serie.appendPoint(point.x, point.value);
     }
+}
+
+void PlotHistory::onActive(bool on)
+{
+    if (!on && waitBox()->isRunning())
+        waitBox()->reject();
+    else if (on && m_isOwed)
+        schedule({});
 }
 
 void PlotHistory::onUserChanged()

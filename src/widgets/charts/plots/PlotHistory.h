@@ -55,6 +55,8 @@ public slots:
     void onActionLengthX() override;
     void onPanned() override;
     void updateGroup() override;
+    /// What a stop has cancelled is asked again.
+    void onActive(bool on) override;
     void onUserChanged() override;
     virtual void onGetHistoryCompleted(std::vector<Nodes::SignalHistoryResponse> answer);
 
@@ -84,6 +86,7 @@ private:
     void removeAllSeriesData();
     Nodes::Result ask(unsigned long long from, unsigned long long to);
     void waitForAnswer();
+    void giveUp();
     /// Once the event of now has been handled; nothing for the span: that of the window of then.
     void schedule(std::optional<Span> span);
     void onScheduled();
@@ -96,6 +99,7 @@ private:
     std::shared_ptr<std::atomic<unsigned>> m_request; // number of the newest one
     bool m_isAggregated = false; // points of the last answer stand for several samples
     bool m_isEmptied = false;    // the answer to the newest request has not been merged
+    bool m_isOwed = false;       // nor will it be, without asking again
     QTimer m_scheduled;
     std::optional<Span> m_span;
     QTimer m_clock;

@@ -74,10 +74,15 @@ public:
     virtual void onUpdateProperties() = 0;
     /// Takes the samples of its signal, wherever in time they belong; others are passed over.
     virtual void updateArchPoints(const std::vector<Nodes::SignalHistoryResponse> &answer) = 0;
+    /// Whether that forgets what came live before.
+    virtual bool isReplacedByAnswers() const { return false; }
     /// The flag's text for the newest point.
     virtual void updateLabel(const QPointF &last) = 0;
     virtual void setSymbol(int type, const QSize &size) = 0;
     virtual void setZOrder(double z) = 0;
+    /// Puts its flag, if it is attached, in front of all that is as high: what is drawn later would
+    /// strike through it.
+    virtual void raiseFlag() {}
     virtual void setVisible(bool isVisible) = 0;
     virtual bool isVisible() const = 0;
 

@@ -19,7 +19,7 @@ constexpr double padding = 3;
 constexpr double tip = 5;      // length of the arrow that points at the curve
 constexpr double atEdge = 0.9; // part of the canvas behind which a point is of now
 constexpr int mostMoves = 64;
-const QColor ground(255, 255, 255, 225);
+const QColor ground(255, 255, 255); // opaque: read over any curve
 
 QFont flagFont()
 {

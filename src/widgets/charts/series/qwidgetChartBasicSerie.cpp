@@ -237,6 +237,15 @@ void qwidgetChartBasicSerie::setZOrder(double z)
     m_flag->setZ(z);
 }
 
+void qwidgetChartBasicSerie::raiseFlag()
+{
+    QwtPlot *flagged = m_flag->plot();
+    if (!flagged)
+        return;
+    m_flag->detach();
+    m_flag->attach(flagged);
+}
+
 void qwidgetChartBasicSerie::setVisible(bool isVisible)
 {
     PlotCurve::setVisible(isVisible);

@@ -33,6 +33,7 @@ public:
     void setSymbol(int type, const QSize &size) override;
     using PlotCurve::setSymbol;
     void setZOrder(double z) override;
+    void raiseFlag() override;
     void setVisible(bool isVisible) override;
     bool isVisible() const override { return PlotCurve::isVisible(); }
 

@@ -38,7 +38,12 @@ void qwidgetChartDiscretSerie::attachToPlot(QwtPlot *plot)
     m_fill->setZ(behindZ);
     m_caption->setZ(behindZ);
     qwidgetChartBasicSerie::attachToPlot(plot);
-    GetFlag()->detach(); // the band tells the state already
+}
+
+// The caption in the band tells the state already.
+void qwidgetChartDiscretSerie::updateLabel(const QPointF &)
+{
+    GetFlag()->setText(QString(), QString());
 }
 
 void qwidgetChartDiscretSerie::takeAxes(const Nodes::widgetChartBasicSerie &node)

@@ -27,6 +27,8 @@ public:
     void attachToPlot(QwtPlot *plot) override;
     /// Forgets what it held before it takes the answer.
     void updateArchPoints(const std::vector<Nodes::SignalHistoryResponse> &answer) override;
+    bool isReplacedByAnswers() const override { return true; }
+    void updateLabel(const QPointF &last) override;
     void setVisible(bool isVisible) override;
 
     /// Name and present state.
