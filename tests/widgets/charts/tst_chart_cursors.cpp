@@ -111,6 +111,25 @@ private slots:
         QCOMPARE(row(panel, 0).last(), QString());
         QVERIFY(panel.geometry().top() >= chart.plot->geometry().bottom());
     }
+    void manySamplesAreFirstGuessedThenAddedUp()
+    {
+        Pointed chart;
+        double area = 0;
+        for (int i = 0; i < 300000; ++i) {
+            const double number = i % 20 == 7 ? 100 : 1; // of seldom peaks aggregates know little
+            chart.archive->samples.emplace_back(OperatedChart::time(100 + i * 0.001), number,
+                                                Nodes::Quality::Good);
+            area += number;
+        }
+        CursorPanel &panel = *chart.aids->cursorPanel();
+        chart.click(chart.place(100, 50));
+        chart.click(chart.place(400, 50), Qt::ShiftModifier);
+        QSignalSpy completed(&panel, &CursorPanel::completed);
+        QTRY_COMPARE(completed.count(), 1);
+        QVERIFY(row(panel, 0).last().startsWith("≈"));
+        QTRY_COMPARE(row(panel, 0).last(), QString());
+        QVERIFY(std::abs(row(panel, 0).at(4).toDouble() - area / 300000) < 0.02);
+    }
     void labelsStandOnTheCanvasAndNotOnEachOther_data()
     {
         const Rows<std::vector<QPointF>, QSizeF> row("anchors", "size");

@@ -14,9 +14,8 @@ namespace Widgets {
 namespace {
 
 constexpr Nodes::Timestamp second = 1000000;
-constexpr int firstPieces = 50;             // of the whole span
-constexpr std::size_t manySamples = 400000; // in a piece: the next one is shorter
-constexpr std::size_t fewSamples = 50000;   // the next one is longer
+constexpr int firstPieces = 2000;           // of the whole span: nobody knows how dense it is
+constexpr std::size_t pieceSamples = 50000; // that a piece is to have
 
 } // namespace
 
@@ -33,7 +32,6 @@ CsvExport::CsvExport(Nodes::systemCore *model, Request request, QObject *parent)
     m_file->moveToThread(&m_thread);
     connect(&m_thread, &QThread::finished, m_file, &QObject::deleteLater);
     connect(this, &CsvExport::opening, m_file, &CsvFile::open);
-    connect(this, &CsvExport::writing, m_file, &CsvFile::write);
     connect(this, &CsvExport::closing, m_file, &CsvFile::close);
     connect(m_file, &CsvFile::written, this, &CsvExport::onWritten);
     connect(m_file, &CsvFile::closed, this, &CsvExport::onClosed);
@@ -114,18 +112,19 @@ void CsvExport::onAnswered(const std::shared_ptr<const Nodes::HistoryAnswer> &an
     if (!answer->result)
         return fail(QStringLiteral("Архив не прочитан: ") +
                     QString::fromStdString(answer->result.GetResultTranslated()));
-    const QByteArray text = m_rows.rows(answer->columns, m_next, m_end);
+    // Many rows take long to make: there, too. The thread ends before this object does.
+    QMetaObject::invokeMethod(m_file,
+                              [file = m_file, rows = &m_rows, answer, from = m_next, to = m_end] {
+                                  file->write(rows->rows(answer->columns, from, to));
+                              });
     m_next = m_end;
     adaptPiece(samples);
-    emit writing(text);
 }
 
 void CsvExport::adaptPiece(std::size_t samples)
 {
-    if (samples > manySamples)
-        m_piece = std::max(second, m_piece / 2);
-    else if (samples < fewSamples)
-        m_piece *= 2;
+    const double wanted = double(m_piece) * double(pieceSamples) / double(samples + 1);
+    m_piece = std::max(second, Nodes::Timestamp(std::min(wanted, 2.0 * double(m_piece))));
 }
 
 void CsvExport::onClosed(const QString &error)

@@ -55,7 +55,6 @@ signals:
 
     // To the writing thread:
     void opening(const QString &file);
-    void writing(const QByteArray &text);
     void closing(bool isKept);
 
 private:

@@ -8,6 +8,7 @@
 #include "widgets/charts/series/ISerie.h"
 #include "widgets/charts/statistics/CursorTable.h"
 #include "widgets/charts/statistics/SerieSpan.h"
+#include "widgets/charts/statistics/SpanReader.h"
 #include "widgets/charts/time/ChartTime.h"
 #include "widgets/dialogs/DialogLook.h"
 
@@ -54,7 +55,8 @@ CursorPanel::CursorPanel(Plot *plot, QWidget *parent)
       m_table(new CursorTable(this)),
       m_view(new QTableView(this)),
       m_heading(new QLabel(this)),
-      m_asker(new HistoryAsker(this))
+      m_asker(new HistoryAsker(this)),
+      m_reader(new SpanReader(this))
 {
     auto *close = new QToolButton(this);
     close->setText(QStringLiteral("×"));
@@ -99,6 +101,7 @@ CursorPanel::CursorPanel(Plot *plot, QWidget *parent)
     connect(&m_askTimer, &QTimer::timeout, this, &CursorPanel::askArchive);
     connect(close, &QToolButton::clicked, this, &CursorPanel::removeSecond);
     connect(m_asker, &HistoryAsker::answered, this, &CursorPanel::onAnswered);
+    connect(m_reader, &SpanReader::completed, m_table, &CursorTable::setStatistics);
     connect(m_table, &QAbstractItemModel::modelReset, this, &CursorPanel::fitColumns);
     connect(m_table, &QAbstractItemModel::dataChanged, this, &CursorPanel::fitColumns);
     connect(&CursorRelay::of(*plot), &CursorRelay::changed, this, &CursorPanel::onCursors);
@@ -123,6 +126,7 @@ void CursorPanel::onCursors()
     const auto second = cursors ? cursors->position(IPickerCanvas::SecondCursor) : std::nullopt;
     if (!first || !second) {
         m_asker->cancel();
+        m_reader->cancel();
         m_askTimer.stop();
         return hide();
     }
@@ -134,6 +138,7 @@ void CursorPanel::onCursors()
                                 spanText(m_to - m_from)));
     takeDrawn();
     m_asker->cancel();
+    m_reader->cancel();
     m_askTimer.start();
     show();
 }
@@ -172,16 +177,25 @@ void CursorPanel::askArchive()
 
 void CursorPanel::onAnswered(const std::shared_ptr<const Nodes::HistoryAnswer> &answer)
 {
+    std::vector<SpanReader::Task> tasks;
     for (std::size_t row = 0; row < m_table->rows().size(); ++row) {
         const ISerie *serie = m_table->rows()[row].serie;
         const Nodes::widgetChartBasicSerie *node = serie ? serie->getNode() : nullptr;
         const Nodes::BasicSignal *signal = node ? node->GetSignal() : nullptr;
-        for (const auto &column : answer->columns)
-            if (signal && column->signal.GetNodeId() == signal->GetId() && column->result &&
-                !column->times.empty())
-                m_table->setStatistics(int(row),
-                                       SerieSpan::ofArchive(*serie, *column, m_from, m_to));
+        for (const auto &column : answer->columns) {
+            if (!signal || column->signal.GetNodeId() != signal->GetId() || !column->result ||
+                column->times.empty())
+                continue;
+            const SpanStatistics found = SerieSpan::ofArchive(*serie, *column, m_from, m_to);
+            m_table->setStatistics(int(row), found);
+            if (found.isApproximate && found.count <= ExactSamples)
+                tasks.push_back({int(row), column->signal, SerieSpan::joinOf(*serie),
+                                 SerieSpan::heldUntil(*serie), found.count});
+        }
     }
+    if (m_plot && !tasks.empty())
+        m_reader->read(m_plot->context().model(), std::move(tasks), std::min(m_from, m_to),
+                       std::max(m_from, m_to));
     emit completed();
 }
 

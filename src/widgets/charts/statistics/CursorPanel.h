@@ -22,6 +22,7 @@ class CursorTable;
 class HistoryAsker;
 class IPickerCanvas;
 class Plot;
+class SpanReader;
 
 /// Table below a plot, there while both its cursors are set: their times, and what each series
 /// does between them. At first by what is drawn, then by what the archive holds of that span. GUI
@@ -31,8 +32,10 @@ class WIDGETS_EXPORT CursorPanel : public QFrame
     Q_OBJECT
 
 public:
-    /// Samples of one signal that are added up one by one; a span with more is made of aggregates.
+    /// Samples of one signal that one answer has; a span with more is made of aggregates first.
     static constexpr std::size_t MaximumSamples = 100000;
+    /// With more than so many it stays at that: reading them would take minutes.
+    static constexpr std::size_t ExactSamples = 20000000;
 
     CursorPanel(Plot *plot, QWidget *parent);
     ~CursorPanel() override;
@@ -60,6 +63,7 @@ private:
     QTableView *m_view;
     QLabel *m_heading;
     HistoryAsker *m_asker;
+    SpanReader *m_reader;
     QTimer m_askTimer; // while a cursor is dragged nothing is asked
     double m_from = 0;
     double m_to = 0;

@@ -68,6 +68,8 @@ void CursorTable::setRows(std::vector<Row> rows)
 
 void CursorTable::setStatistics(int row, const SpanStatistics &statistics)
 {
+    if (row >= rowCount())
+        return;
     m_rows[std::size_t(row)].statistics = statistics;
     emit dataChanged(index(row, Mean), index(row, Remark));
 }

@@ -16,22 +16,6 @@ namespace Widgets::SerieSpan {
 
 namespace {
 
-SpanIntegrator::Join joinOf(const ISerie &serie)
-{
-    const auto *curve = dynamic_cast<const QwtPlotCurve *>(&serie);
-    return curve && curve->style() == QwtPlotCurve::Steps ? SpanIntegrator::Join::Steps
-                                                          : SpanIntegrator::Join::Lines;
-}
-
-// A live line goes on from its last sample to the present.
-double heldUntil(const ISerie &serie)
-{
-    const auto *line = dynamic_cast<const qwidgetChartBasicSerie *>(&serie);
-    const bool isJoined =
-        line && (line->style() == QwtPlotCurve::Lines || line->style() == QwtPlotCurve::Steps);
-    return isJoined && line->isLive() ? line->heldUntil() : SpanStatistics::None;
-}
-
 // Index of the last sample before x; 0 when there is none. By bisection: x ascends.
 std::size_t before(const CurveData &data, double x)
 {
@@ -40,6 +24,21 @@ std::size_t before(const CurveData &data, double x)
 }
 
 } // namespace
+
+SpanIntegrator::Join joinOf(const ISerie &serie)
+{
+    const auto *curve = dynamic_cast<const QwtPlotCurve *>(&serie);
+    return curve && curve->style() == QwtPlotCurve::Steps ? SpanIntegrator::Join::Steps
+                                                          : SpanIntegrator::Join::Lines;
+}
+
+double heldUntil(const ISerie &serie)
+{
+    const auto *line = dynamic_cast<const qwidgetChartBasicSerie *>(&serie);
+    const bool isJoined =
+        line && (line->style() == QwtPlotCurve::Lines || line->style() == QwtPlotCurve::Steps);
+    return isJoined && line->isLive() ? line->heldUntil() : SpanStatistics::None;
+}
 
 std::optional<SpanStatistics> ofDrawn(const ISerie &serie, double from, double to)
 {

@@ -16,6 +16,11 @@ class ISerie;
 /// Statistics of a series between two moments of its plot (X values). GUI thread.
 namespace SerieSpan {
 
+/// How its samples are joined.
+WIDGETS_EXPORT SpanIntegrator::Join joinOf(const ISerie &serie);
+/// X value until which its line goes on from the last sample: the present while it is live; NaN:
+/// it does not.
+WIDGETS_EXPORT double heldUntil(const ISerie &serie);
 /// From what the plot holds, which may be aggregates: then marked as approximate. Nothing for a
 /// series that is not drawn over time.
 WIDGETS_EXPORT std::optional<SpanStatistics> ofDrawn(const ISerie &serie, double from, double to);
