@@ -62,6 +62,23 @@ Result checkUnused(const std::string &file)
     return Result();
 }
 
+/// The file as it is, where its pages are too damaged for the database to copy them.
+Result copyBytes(const std::string &file, const std::string &copy)
+{
+    const Result isUnused = checkUnused(file);
+    if (!isUnused)
+        return isUnused;
+    for (const char *companion : {"", "-wal"}) {
+        std::error_code error;
+        if (fs::exists(file + companion, error))
+            fs::copy_file(file + companion, copy + companion, error);
+        if (error)
+            return Result(Result::StorageError,
+                          "cannot copy \"" + file + companion + "\": " + error.message());
+    }
+    return Result();
+}
+
 } // namespace
 
 bool RepairCommand::run()
@@ -77,15 +94,19 @@ bool RepairCommand::run()
         std::puts("sound: nothing to repair");
         return true;
     }
-    result = verified;
+    // A file whose pages cannot be read is what is to be mended; a server that is away is not.
+    const bool isFile = !StoreLocation::fileOf(m_archive.location()).empty();
+    result = isFile && verified == Result::StorageError ? Result() : verified;
     if (result)
         result = keepCopy();
     if (result)
         result = mend();
     if (result && isSound())
         return true;
-    if (StoreLocation::fileOf(m_archive.location()).empty() || Host::StopRequest::isMade())
+    if (!isFile || Host::StopRequest::isMade())
         return Message::check(result);
+    if (!result)
+        Message::tell(result.GetDetail());
     return Message::check(salvage()) && isSound();
 }
 
@@ -96,8 +117,14 @@ Result RepairCommand::keepCopy()
         return Result();
     const std::string copy = freshName(file);
     const fs::path path(file);
-    const Result copied = Nodes::DatabaseFiles(path.parent_path().string())
-                              .Copy(path.filename().string(), copy, Host::StopRequest::flag());
+    Result copied = Nodes::DatabaseFiles(path.parent_path().string())
+                        .Copy(path.filename().string(), copy, Host::StopRequest::flag());
+    if (!copied && copied != Result::Cancelled) {
+        m_archive.disconnect();
+        copied = copyBytes(file, copy);
+        if (copied)
+            copied = m_archive.connect(m_options);
+    }
     if (copied)
         std::printf("the archive as it was is kept in \"%s\"\n", copy.c_str());
     return copied;

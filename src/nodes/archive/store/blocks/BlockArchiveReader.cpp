@@ -186,9 +186,10 @@ Result BlockArchiveReader::Verify(ArchiveFindings &findings, const std::atomic<b
         });
     if (result)
         result = verifySignals(findings, isCancelled);
-    if (result != Result::StorageError || findings.empty())
+    // What the database found wrong keeps it from being read further; rows may be gone by it.
+    const bool isDamage = result == Result::StorageError || result == Result::NotFound;
+    if (!isDamage || findings.empty())
         return result;
-    // What the database found wrong keeps it from being read further.
     findings.push_back({{}, 0, 0, GetLocation(), result.GetDetail()});
     return Result();
 }

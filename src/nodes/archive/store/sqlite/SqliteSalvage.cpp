@@ -129,6 +129,10 @@ Result SqliteSalvage::copyAll()
         if (result)
             result = m_target.Transact([&] { return copy(table); });
     }
+    SqliteStatement any(m_target.Database(), "SELECT EXISTS (SELECT 1 FROM blocks) OR "
+                                             "EXISTS (SELECT 1 FROM log)");
+    if (result && any.Step() && any.Integer(0) == 0)
+        return Result(Result::StorageError, m_file + ": no sample can be read of it");
     return result;
 }
 
@@ -183,6 +187,9 @@ Result SqliteSalvage::Run()
     for (const char *companion : {"", "-wal", "-shm"})
         fs::remove(m_target.GetFile() + companion, ignored);
     result = m_source.Open(m_file, SqliteDatabase::Mode::ReadOnly);
+    // Else a file that is shorter than it once was would be refused as a whole.
+    if (result)
+        result = m_source.Execute("PRAGMA writable_schema = ON");
     StoreOpening opening;
     if (result)
         result = m_target.Open(opening);
