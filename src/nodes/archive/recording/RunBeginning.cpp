@@ -25,25 +25,30 @@ RunBeginning::RunBeginning(const RecordHome &home, Timestamp begin, const Stored
 bool RunBeginning::Mark(const Recorder &recorder, PacketSender &sender, Patience patience)
 {
     if (!m_marks)
-        return true;
+        return sendPackets(sender);
     if (!recorder.IsStoreOpen() || recorder.GetHealth().aside > 0)
         return false;
-    std::vector<SamplePacket> packets;
     bool isDone = false;
     do {
-        if (!m_marks->Step(packets, isDone))
+        if (!m_marks->Step(m_packets, isDone))
             return false;
     } while (!isDone && patience == Patience::End);
     if (!isDone)
         return false;
-    for (const SamplePacket &packet : packets) {
-        (void)sender.Send(packet);
-        for (const SamplePacket::Part &part : packet.parts)
-            m_marked.push_back(part.signal);
-    }
     m_overlaps = m_marks->TakeOverlaps();
     m_marks.reset();
-    return true;
+    return sendPackets(sender);
+}
+
+/// What finds no room is sent again.
+bool RunBeginning::sendPackets(PacketSender &sender)
+{
+    while (!m_packets.empty() && sender.Send(m_packets.back())) {
+        for (const SamplePacket::Part &part : m_packets.back().parts)
+            m_marked.push_back(part.signal);
+        m_packets.pop_back();
+    }
+    return m_packets.empty();
 }
 
 void RunBeginning::MindOverlap(SignalIntake &signal)

@@ -33,9 +33,12 @@ public:
     void ForgetAnswers();
 
 private:
+    bool sendPackets(PacketSender &sender);
+
     const Timestamp m_begin;
     const StoredHistory &m_stored;
     std::unique_ptr<OutageMarks> m_marks; // null when done
+    std::vector<SamplePacket> m_packets;  // not sent yet
     std::vector<ArchiveSignalKey> m_marked;
     std::map<ArchiveSignalKey, Timestamp> m_overlaps; // see OutageMarks; not minded yet
 };
