@@ -1,6 +1,7 @@
 #include "nodes/archive/history/StoredHistory.h"
 
 #include "nodes/archive/HistoryColumnBuilder.h"
+#include "nodes/values/Clock.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +13,8 @@ namespace {
 constexpr std::size_t cacheBytes = 48u << 20;
 constexpr int blockBits = 8; // cells of the grid in one block
 constexpr std::size_t mostIdle = 4;
+constexpr Timestamp hanging = 2 * 1000000; // a failure that took so long
+constexpr Timestamp distrust = 10 * 1000000;
 
 std::size_t samplesIn(const HistoryColumn &column, Timestamp from, Timestamp to)
 {
@@ -44,9 +47,12 @@ StoredHistory::StoredHistory(std::string location)
 
 Result StoredHistory::with(const std::function<Result(ArchiveReader &)> &work) const
 {
+    const Timestamp begun = Clock::Current().Steady();
     std::unique_ptr<ArchiveReader> reader;
     {
         const std::lock_guard lock(m_mutex);
+        if (begun < m_trustAt)
+            return m_hanging;
         if (!m_idle.empty()) {
             reader = std::move(m_idle.back());
             m_idle.pop_back();
@@ -58,7 +64,12 @@ Result StoredHistory::with(const std::function<Result(ArchiveReader &)> &work) c
             return made;
     }
     const Result result = work(*reader);
+    const Timestamp now = Clock::Current().Steady();
     const std::lock_guard lock(m_mutex);
+    if (result == Result::StorageError && now - begun >= hanging) {
+        m_hanging = result;
+        m_trustAt = now + distrust;
+    }
     if (m_idle.size() < mostIdle)
         m_idle.push_back(std::move(reader));
     return result;
@@ -74,9 +85,13 @@ Result StoredHistory::Visit(const ArchiveSignalKey &signal, Timestamp from, Time
                             const ArchiveReader::Visitor &visitor,
                             const std::atomic<bool> &isCancelled) const
 {
-    const Result result = with([&](ArchiveReader &reader) {
-        return reader.Visit(signal, from, to, visitor, isCancelled);
+    Result result;
+    const Result found = with([&](ArchiveReader &reader) {
+        result = reader.Visit(signal, from, to, visitor, isCancelled);
+        return Result(); // a long visit that found damage is none that hangs
     });
+    if (!found)
+        return found;
     return result == Result::NotFound ? Result() : result;
 }
 

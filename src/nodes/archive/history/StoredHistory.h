@@ -16,7 +16,8 @@ namespace Nodes {
 class HistoryColumnBuilder;
 
 /// What a store of samples holds, for as many who ask at a time as there are: each has a reader of
-/// his own, which is kept for the next. Any thread; calls take as long as the store does.
+/// his own, which is kept for the next. Any thread; calls take as long as the store does. One that
+/// hangs is left alone for a while: its failure answers those who ask next, at once.
 class NODES_EXPORT StoredHistory
 {
 public:
@@ -48,6 +49,8 @@ private:
     mutable HistoryCache m_cache;
     mutable std::mutex m_mutex; // of the rest
     mutable std::vector<std::unique_ptr<ArchiveReader>> m_idle;
+    mutable Result m_hanging;        // how the store failed after a long time
+    mutable Timestamp m_trustAt = 0; // steady time from which on it is asked again
 };
 
 } // namespace Nodes
