@@ -75,6 +75,7 @@ private slots:
     void generatedSamplesAreMarked();
     void samplesFarAheadMakeNothingLate();
     void slowSignalsArePacked();
+    void longTextsStayReadable();
     void retention_data();
     void retention();
     void newRetentionTakesEffectAtOnce();
@@ -248,6 +249,25 @@ void ArchiveStoreTest::slowSignalsArePacked()
                 noise(begin + 3 * hour, each));
     }
     QVERIFY(archive.findings().empty());
+}
+
+/// A block of so many of them would be longer than any that is read.
+void ArchiveStoreTest::longTextsStayReadable()
+{
+    ArchiveFixture archive;
+    SampleRun all;
+    for (int portion = 0; portion < 17; ++portion) {
+        SampleRun run;
+        for (int i = 0; i < 256; ++i) {
+            const int number = portion * 256 + i;
+            run.AddText(begin + number, std::string(66000, char('a' + number % 26)), Quality::Good);
+        }
+        all.Append(run);
+        archive.write(3, std::move(run));
+        archive.tend();
+    }
+    QVERIFY(archive.findings().empty());
+    QVERIFY(archive.stored(3) == all);
 }
 
 void ArchiveStoreTest::retention_data()

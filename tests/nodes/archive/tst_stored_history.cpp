@@ -115,7 +115,7 @@ private slots:
         };
         const auto taken = [&] {
             std::size_t count = 0;
-            for (const RecentSamples::Part &part : samples.Take(1000000))
+            for (const RecentSamples::Part &part : samples.Take(1000000, 1000000))
                 count += std::size_t(part.end() - part.begin());
             return count;
         };
@@ -138,6 +138,35 @@ private slots:
         QCOMPARE(taken(), std::size_t(5000));
         samples.Send(0); // lost: it is shown as long as it is there
         QCOMPARE(progress->bytes.load(), sizeof(RecentSamples::Sample) * 5000);
+    }
+
+    /// A packet is no longer than a spill file takes, and texts that are stored leave memory.
+    void longTextsAreCarriedInParts()
+    {
+        const auto progress = std::make_shared<RecentSamples::Progress>();
+        RecentSamples samples({}, progress);
+        const std::string text(1 << 20, 'x');
+        std::size_t count = 0;
+        std::uint64_t key = 0;
+        for (Timestamp time = 1; time <= 100; ++time) {
+            QVERIFY(samples.Add({time, NAN, Quality::Good, SampleKind::Text}, text));
+            if (time % 50 != 0)
+                continue;
+            while (samples.HasUntaken()) {
+                std::size_t bytes = 0;
+                for (const RecentSamples::Part &part : samples.Take(65536, 4u << 20)) {
+                    for (const RecentSamples::Sample &sample : part) {
+                        bytes += part.TextOf(sample).size();
+                        ++count;
+                    }
+                }
+                QVERIFY(bytes > 0 && bytes <= 5u << 20);
+                samples.Send(++key);
+            }
+            progress->storedKey = key;
+        }
+        QCOMPARE(count, std::size_t(100));
+        QVERIFY(progress->bytes.load() < 60u << 20);
     }
 };
 

@@ -11,6 +11,7 @@ namespace {
 
 // A packet is stored as a whole: larger ones would hold up what waits behind them.
 constexpr std::size_t mostSamples = 65536;
+constexpr std::size_t mostTextBytes = 4u << 20;
 
 } // namespace
 
@@ -39,19 +40,23 @@ bool PacketSender::Send(const SamplePacket &packet)
 bool PacketSender::Send(const Signals &signals)
 {
     std::size_t samples = 0;
+    std::size_t textBytes = 0;
     bool hasSent = false;
     for (const auto &signal : signals) {
         do {
-            SamplePacket::Part part = signal->Pack(mostSamples - samples);
+            SamplePacket::Part part =
+                signal->Pack(mostSamples - samples, mostTextBytes - textBytes);
             if (part.run.IsEmpty())
                 break;
             samples += part.run.Size();
+            textBytes += part.run.TextBytes();
             m_packet.parts.push_back(std::move(part));
             m_carried.push_back(signal);
             hasSent = true;
-            if (samples >= mostSamples || signal->HasMore()) {
+            if (samples >= mostSamples || textBytes >= mostTextBytes || signal->HasMore()) {
                 sendGroup();
                 samples = 0;
+                textBytes = 0;
             }
         } while (signal->HasMore());
     }

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t smallBlock = 32;
 constexpr std::size_t largeBlock = 4096;
+constexpr std::size_t fullOfTexts = 64u << 10;  // bytes, of a block
 constexpr std::uint64_t mostUntaken = 4u << 20; // 96 MB: whoever takes them does not run any more
 
 } // namespace
@@ -27,6 +28,7 @@ struct RecentSamples::Block
 
     const std::size_t capacity;
     std::size_t count = 0;
+    std::size_t textBytes = 0;
     const std::unique_ptr<Sample[]> samples;
     const std::unique_ptr<std::string[]> texts;
 };
@@ -60,6 +62,7 @@ RecentSamples::RecentSamples(const Limits &limits, std::shared_ptr<Progress> pro
 RecentSamples::~RecentSamples()
 {
     release(m_end);
+    m_progress->bytes.fetch_sub(m_textBytes, std::memory_order_relaxed);
 }
 
 void RecentSamples::release(std::uint64_t upTo)
@@ -89,14 +92,19 @@ bool RecentSamples::Add(const Sample &sample, std::string text)
         return false;
     const bool needsTexts = sample.kind == SampleKind::Text;
     const Block *last = m_blocks.empty() ? nullptr : m_blocks.back().get();
-    if (!last || last->count == last->capacity || (needsTexts && !last->texts)) {
+    const bool isUnfit = last && needsTexts && (!last->texts || last->textBytes >= fullOfTexts);
+    if (!last || last->count == last->capacity || isUnfit) {
         makeRoom();
-        const bool areMany = m_end - m_begin >= largeBlock;
+        const bool areMany = !needsTexts && m_end - m_begin >= largeBlock;
         m_blocks.push_back(std::make_shared<Block>(areMany ? largeBlock : smallBlock, needsTexts));
     }
     Block &block = *m_blocks.back();
-    if (needsTexts)
+    if (needsTexts) {
+        block.textBytes += text.size();
+        m_textBytes += text.size();
+        m_progress->bytes.fetch_add(text.size(), std::memory_order_relaxed);
         block.texts[block.count] = std::move(text);
+    }
     block.samples[block.count++] = sample;
     m_last = sample;
     ++m_end;
@@ -104,12 +112,18 @@ bool RecentSamples::Add(const Sample &sample, std::string text)
     return true;
 }
 
+std::size_t RecentSamples::weightBehind(const Block &oldest) const
+{
+    const std::uint64_t left = m_end - m_begin - oldest.count;
+    return std::size_t(left) + (m_textBytes - oldest.textBytes) / sizeof(Sample);
+}
+
 /// When enough stay without it and the store has it; or, when memory is short, something else that
 /// is safe.
 bool RecentSamples::mayGo(const Block &oldest) const
 {
     const std::uint64_t end = m_begin + oldest.count;
-    const std::uint64_t left = m_end - end;
+    const std::size_t left = weightBehind(oldest);
     if (end <= m_stored)
         return left >= m_limits.stored;
     const bool isShort = m_progress->bytes.load(std::memory_order_relaxed) > m_limits.bytes;
@@ -129,6 +143,8 @@ void RecentSamples::makeRoom()
             m_missingKey = carrier == m_underWay.end() ? 0 : carrier->key;
             release(m_begin);
         }
+        m_textBytes -= oldest.textBytes;
+        m_progress->bytes.fetch_sub(oldest.textBytes, std::memory_order_relaxed);
         m_blocks.pop_front();
     }
     // Of records that carry nothing that is still in memory.
@@ -136,16 +152,18 @@ void RecentSamples::makeRoom()
         m_underWay.pop_front();
 }
 
-RecentSamples::Parts RecentSamples::Take(std::size_t most)
+RecentSamples::Parts RecentSamples::Take(std::size_t most, std::size_t mostTextBytes)
 {
     Parts parts;
+    std::size_t textBytes = 0;
     const std::lock_guard lock(m_mutex);
     noteStored();
     const std::uint64_t limit = m_taken + most;
     std::uint64_t begin = m_begin;
     for (const auto &block : m_blocks) {
         const std::uint64_t end = begin + block->count;
-        if (end > m_taken && m_taken < limit) {
+        if (end > m_taken && m_taken < limit && textBytes < mostTextBytes) {
+            textBytes += block->textBytes;
             parts.push_back({block, std::size_t(m_taken - begin), block->count});
             m_taken = end;
         }

@@ -44,8 +44,10 @@ public:
     using Parts = std::vector<Part>;
     struct Limits
     {
-        std::size_t stored = 512;     ///< samples that stay although the store has them
-        std::size_t unstored = 10000; ///< that stay for certain while it has them not
+        std::size_t stored = 512; ///< samples that stay although the store has them
+        /// That stay for certain while it has them not. A text weighs as many samples here, and
+        /// above, as have room in its bytes.
+        std::size_t unstored = 10000;
         /// Bytes of all signals beyond which those that are not in the store, but safe elsewhere,
         /// go from memory.
         std::size_t bytes = 64u << 20;
@@ -71,9 +73,9 @@ public:
 
     /// Later than those before. False when so many wait to be taken that it was not kept.
     [[nodiscard]] bool Add(const Sample &sample, std::string text = {});
-    /// The oldest samples that were not taken yet, some `most` of them; they are then sent, before
-    /// the next call.
-    Parts Take(std::size_t most);
+    /// The oldest samples that were not taken yet, some `most` of them, of texts not much more than
+    /// `mostTextBytes`; they are then sent, before the next call.
+    Parts Take(std::size_t most, std::size_t mostTextBytes);
     /// The record with that key carries what was taken; 0: it is lost.
     void Send(std::uint64_t key);
     View Look(Timestamp from, Timestamp to) const;
@@ -91,6 +93,7 @@ private:
     void noteStored();
     void makeRoom();
     bool mayGo(const Block &oldest) const;
+    std::size_t weightBehind(const Block &oldest) const;
     void release(std::uint64_t upTo);
 
     const Limits m_limits;
@@ -101,6 +104,7 @@ private:
     std::uint64_t m_begin = 0;
     std::uint64_t m_stored = 0;
     std::uint64_t m_released = 0; // counted in no bytes
+    std::size_t m_textBytes = 0;  // of the blocks
     std::uint64_t m_sent = 0;
     std::uint64_t m_taken = 0;
     std::uint64_t m_end = 0;

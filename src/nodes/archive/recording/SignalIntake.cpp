@@ -150,12 +150,12 @@ void SignalIntake::noteLoss(Timestamp from, std::uint64_t count)
     }
 }
 
-SamplePacket::Part SignalIntake::Pack(std::size_t most)
+SamplePacket::Part SignalIntake::Pack(std::size_t most, std::size_t mostTextBytes)
 {
     SamplePacket::Part part;
     part.signal = m_settings.key;
     m_isListed = false; // what comes from here on lists it again
-    for (const RecentSamples::Part &samples : m_recent.Take(most)) {
+    for (const RecentSamples::Part &samples : m_recent.Take(most, mostTextBytes)) {
         for (const Sample &sample : samples)
             append(part.run, sample, freePlace(sample.time), samples.TextOf(sample));
     }

@@ -52,7 +52,7 @@ public:
 
     // For the one who carries samples away.
     /// Samples that wait, some `most` of them, marks of what was lost among them.
-    SamplePacket::Part Pack(std::size_t most);
+    SamplePacket::Part Pack(std::size_t most, std::size_t mostTextBytes);
     bool HasMore() const { return m_recent.HasUntaken(); }
     /// The record with that key carries what was packed last; 0: it is lost, and remembered as a
     /// gap.

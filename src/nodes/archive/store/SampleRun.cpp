@@ -183,6 +183,12 @@ std::size_t SampleRun::LowerBound(Timestamp time) const
     return std::size_t(std::lower_bound(times.begin(), times.end(), time) - times.begin());
 }
 
+std::size_t SampleRun::TextBytes() const
+{
+    return std::accumulate(texts.begin(), texts.end(), std::size_t(0),
+                           [](std::size_t sum, const std::string &t) { return sum + t.size(); });
+}
+
 bool SampleRun::operator==(const SampleRun &other) const
 {
     if (times != other.times || qualities != other.qualities ||

@@ -63,6 +63,8 @@ struct NODES_EXPORT SampleRun
     void Sort();
     /// Index of the first sample at or after a time, of samples that ascend.
     std::size_t LowerBound(Timestamp time) const;
+    /// Bytes of the texts.
+    std::size_t TextBytes() const;
 
     bool operator==(const SampleRun &other) const; ///< NaN equals NaN
 

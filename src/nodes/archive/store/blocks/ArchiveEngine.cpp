@@ -14,11 +14,17 @@ namespace {
 // What a reader has to look through for the newest samples, and a writer keeps in memory.
 constexpr std::size_t longLogBytes = 4u << 20;
 constexpr std::size_t longLogRows = 20000;
-constexpr std::size_t mostInTails = 1000000;
-constexpr std::size_t packedSignals = 100; // in one step
+constexpr std::size_t mostInTails = 1000000; // samples, or what weighs as much
+constexpr std::size_t packedSignals = 100;   // in one step
 constexpr Timestamp day = Timestamp(86400) * 1000000;
 constexpr Timestamp endOfTime = Timestamp(1) << 62;
 constexpr std::size_t mostAhead = BlockTree::FullChunk;
+
+std::size_t weightOf(const SampleRun &tail)
+{
+    constexpr std::size_t sampleBytes = 64; // about, with what belongs to them
+    return tail.Size() + tail.TextBytes() / sampleBytes;
+}
 
 } // namespace
 
@@ -39,7 +45,7 @@ void ArchiveEngine::Forget()
     m_lastRow = 0;
     m_logBytes = 0;
     m_logRows = 0;
-    m_tailSamples = 0;
+    m_tailWeight = 0;
     m_isLogDamaged = false;
 }
 
@@ -75,7 +81,7 @@ Result ArchiveEngine::load()
         result = m_tables.ReadLog(0, takeRow);
     for (Signal &signal : m_signals) {
         signal.tail.Sort();
-        m_tailSamples += signal.tail.Size();
+        m_tailWeight += weightOf(signal.tail);
     }
     if (result)
         result = m_keys.Load();
@@ -168,7 +174,7 @@ Result ArchiveEngine::settle(Signal &signal)
         result = m_late.Insert(signal.stored, signal.late);
     }
     signal.fresh.Sort();
-    const std::size_t before = signal.tail.Size();
+    const std::size_t before = weightOf(signal.tail);
     if (!signal.fresh.IsEmpty()) {
         const bool isLater =
             signal.tail.IsEmpty() || signal.tail.times.back() < signal.fresh.times.front();
@@ -184,7 +190,7 @@ Result ArchiveEngine::settle(Signal &signal)
     if (signal.stored.sealedTo != sealed)
         signal.fresh.EraseFront(signal.fresh.LowerBound(signal.stored.sealedTo + 1));
     signal.isChanged = false;
-    m_tailSamples += signal.tail.Size() - before; // modulo 2^64
+    m_tailWeight += weightOf(signal.tail) - before; // modulo 2^64
     return result;
 }
 
@@ -242,7 +248,7 @@ Result ArchiveEngine::Write(const Records &records, std::vector<std::uint64_t> &
 bool ArchiveEngine::NeedsPacking() const
 {
     return !m_toPack.empty() || m_logBytes > longLogBytes || m_logRows > longLogRows ||
-           m_tailSamples > mostInTails;
+           m_tailWeight > mostInTails;
 }
 
 Result ArchiveEngine::Pack(bool &hasMore)
@@ -260,9 +266,9 @@ Result ArchiveEngine::Pack(bool &hasMore)
     for (std::size_t i = 0; result && i < packedSignals && !m_toPack.empty(); ++i) {
         Signal &signal = *m_toPack.back();
         m_toPack.pop_back();
-        m_tailSamples -= signal.tail.Size();
+        m_tailWeight -= weightOf(signal.tail);
         result = m_sealer.SealAll(signal.stored, signal.tail, sealBefore(signal.tail));
-        m_tailSamples += signal.tail.Size();
+        m_tailWeight += weightOf(signal.tail);
     }
     hasMore = !m_toPack.empty();
     return result && !hasMore ? finishPacking() : result;

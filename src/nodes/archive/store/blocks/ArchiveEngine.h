@@ -69,7 +69,7 @@ private:
     std::int64_t m_lastRow = 0;      // of the log
     std::size_t m_logBytes = 0;
     std::size_t m_logRows = 0;
-    std::size_t m_tailSamples = 0;
+    std::size_t m_tailWeight = 0;
     bool m_isLogDamaged = false;
     std::vector<Signal *> m_toPack;
 };

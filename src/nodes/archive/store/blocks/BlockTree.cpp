@@ -38,6 +38,11 @@ Result BlockTree::putPyramid(StoredBlock block, const Pyramid &pyramid)
 
 Result BlockTree::PutChunk(std::int64_t signal, const SampleRun &run)
 {
+    if (run.Size() > 1 && run.TextBytes() > MostTextBytes) {
+        const Timestamp half = run.times[run.Size() / 2];
+        const Result put = PutChunk(signal, run.Part(run.times.front(), half - 1));
+        return put ? PutChunk(signal, run.Part(half, run.times.back())) : put;
+    }
     const std::string bytes = BlockBytes::OfSamples(signal, run);
     StoredBlock block;
     block.signal = signal;

@@ -23,10 +23,12 @@ public:
     static constexpr std::size_t Fan = 16;
     static constexpr std::size_t FullChunk = 4096; ///< samples
     static constexpr std::size_t LeastAggregated = 1024;
+    /// A chunk of longer texts has fewer samples, so that none is too long to be read.
+    static constexpr std::size_t MostTextBytes = 4u << 20;
 
     explicit BlockTree(ArchiveTables &tables) : m_tables(tables) {}
 
-    /// A chunk of samples that ascend, and its aggregates.
+    /// A chunk of samples that ascend, and its aggregates; several where texts are long.
     [[nodiscard]] Result PutChunk(std::int64_t signal, const SampleRun &run);
     /// Those alone, of a chunk that is stored.
     [[nodiscard]] Result PutAggregates(StoredBlock chunk, const SampleRun &run);

@@ -29,6 +29,7 @@ Result ChunkSealer::gatherShort(const StoredSignal &signal, std::size_t gathered
                                 StoredBlocks &chunks, SampleRun &run)
 {
     std::vector<SampleRun> runs;
+    std::size_t textBytes = 0;
     for (Timestamp until = signal.sealedTo; until > StoredSignal::Never;) {
         StoredBlocks last;
         Result result = m_tables.ListBlocks(signal.number, 0, until, until, 1, last);
@@ -43,6 +44,9 @@ Result ChunkSealer::gatherShort(const StoredSignal &signal, std::size_t gathered
         SampleRun samples;
         if (!BlockBytes::ReadSamples(bytes, signal.number, samples))
             break; // damaged: it stays as it is, for Verify
+        textBytes += samples.TextBytes();
+        if (textBytes > BlockTree::MostTextBytes)
+            break;
         gathered += samples.Size();
         until = last.front().first - 1;
         chunks.push_back(last.front());
