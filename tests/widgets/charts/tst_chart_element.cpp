@@ -4,10 +4,12 @@
 
 #include "widgets/charts/axes/ToolBar.h"
 #include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/elements/LowerParts.h"
 #include "widgets/charts/legend/Legend.h"
 #include "widgets/charts/pickers/IPickerCanvas.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotPanner.h"
+#include "widgets/charts/statistics/CursorPanel.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 #include "widgets/scene/ProxyWidget.h"
@@ -112,6 +114,7 @@ private slots:
     void curvesFollowTheHand();
     void escapeTakesADragBack();
     void keysOnTheCanvasAct();
+    void plotKeepsItsShareOfTheHeight();
     void tabsChooseTheGroup();
     void aSignalThatMayNotBeViewedHasNoLine();
 };
@@ -189,6 +192,37 @@ void TestChartElement::keysOnTheCanvasAct()
     QCOMPARE(canvas.tbAxisX()->pos(), QPoint(-1000, -1000));
     stage.element->setVisibleToolBar(true);
     QCOMPARE(canvas.tbAxisX()->pos(), QPoint(canvas.tbAxisX()->height(), 9));
+}
+
+void TestChartElement::plotKeepsItsShareOfTheHeight()
+{
+    Stage stage;
+    for (int copy = 0; copy < 20; ++copy)
+        QVERIFY(stage.node(101)->Append(stage.node(104)->Clone()));
+    const PlotCanvas &canvas = *stage.plot->plotCanvas();
+    auto &panel = *stage.element->findChild<CursorPanel *>();
+    const auto share = [&](int height) {
+        stage.element->resize(stage.element->width(), height);
+        QCoreApplication::processEvents();
+        return double(stage.plot->height()) / height;
+    };
+    QVERIFY(stage.element->legend()->height() > 100);
+    for (const int height : {500, 250, 120})
+        QVERIFY(share(height) >= LowerParts::PlotShare);
+    stage.click(*canvas.tbChart(), 2); // cursor
+    panel.show();
+    for (const int height : {120, 250, 500})
+        QVERIFY(share(height) >= LowerParts::PlotShare);
+    QVERIFY(panel.height() > 60 && !stage.element->legend()->isVisible());
+    stage.click(*canvas.tbChart(), 1); // the legend instead
+    QVERIFY(stage.element->legend()->isVisible() && !panel.isVisible());
+    panel.show();
+    panel.hide();
+    QVERIFY(stage.element->legend()->isVisible());
+
+    stage.element->resize(300, 300); // no room for the tool bars beside each other
+    QCoreApplication::processEvents();
+    QVERIFY(!canvas.tbAxisX()->geometry().intersects(canvas.tbChart()->geometry()));
 }
 
 void TestChartElement::tabsChooseTheGroup()

@@ -47,6 +47,26 @@ private slots:
         QTRY_VERIFY(trend());
         QCOMPARE(names(*trend()), QStringList("Температура"));
     }
+    void noiseIsNotShownAsSwings()
+    {
+        RuntimeProject project(nodes);
+        project.node(10)->SetDescription("Вода на выходе");
+        project.set(10, "maximum", "200");
+        OwnTrend::show({project.node(10)->GetNodeLink()}, -1);
+        QVERIFY(trend());
+        QCOMPARE(trend()->windowTitle(), QString("Тренд: Вода на выходе"));
+        QCOMPARE(names(*trend()), QStringList("Вода на выходе"));
+        Plot &plot = *trend()->chart()->plot();
+        const QwtAxisId values(QwtAxis::yLeft);
+        QCOMPARE(plot.axisTitle(values).text(), QString("Вода на выходе, °C"));
+        for (const double noise : {95.0, 95.1, 94.9})
+            project.publish(10, noise);
+        QTRY_VERIFY(plot.axisInterval(values).contains(95) && plot.series().first()->pointCount());
+        plot.replot();
+        QVERIFY(plot.axisInterval(values).width() >= 10);
+        project.publish(10, 180.0);
+        QTRY_VERIFY(plot.axisInterval(values).contains(180));
+    }
     void menuOfAValueOffersItsTrend()
     {
         RuntimeProject project(nodes);

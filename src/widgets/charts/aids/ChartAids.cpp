@@ -1,5 +1,7 @@
 #include "widgets/charts/aids/ChartAids.h"
 
+#include "widgets/charts/axes/ToolBar.h"
+#include "widgets/charts/axes/ToolBarChart.h"
 #include "widgets/charts/export/ChartExport.h"
 #include "widgets/charts/legend/Legend.h"
 #include "widgets/charts/marks/EventMarks.h"
@@ -11,11 +13,11 @@
 #include "widgets/charts/pickers/IPickerCanvas.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/Plot.h"
+#include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotXY.h"
 #include "widgets/charts/series/ISerie.h"
 #include "widgets/charts/statistics/CursorPanel.h"
 #include "widgets/charts/time/ChartTime.h"
-#include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/Dialogs.h"
 
 #include "nodes/charts/widgetChart.h"
@@ -23,8 +25,8 @@
 #include "nodes/signals/BasicSignal.h"
 #include "utils/convert/PlainTip.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -33,8 +35,7 @@ namespace Widgets {
 
 namespace {
 
-constexpr int buttonSize = 28;
-constexpr int buttonMargin = 9;
+constexpr int keyGap = 9; // pixels between the key of the menu and what it stands under
 
 struct Period
 {
@@ -56,23 +57,20 @@ ChartAids::ChartAids(Plot *plot, ChartGroupManager *manager, Legend *legend, QWi
       m_marks(new EventMarks(plot, manager)),
       m_periods(new PastPeriods(plot, manager, legend)),
       m_export(new ChartExport(plot, legend, element)),
-      m_button(new QToolButton(plot->canvas()))
+      m_key(new ToolBar(plot->chart(), plot->canvas()))
 {
     for (QObject *part : std::initializer_list<QObject *>{m_marks, m_periods, m_export})
         part->setParent(this);
     if (auto *layout = qobject_cast<QVBoxLayout *>(element->layout()))
         layout->addWidget(m_panel);
-    m_button->setText(QStringLiteral("⋮"));
-    m_button->setToolTip(QStringLiteral("Меню графика"));
-    m_button->setFixedSize(buttonSize, buttonSize);
-    m_button->setAutoRaise(true);
-    m_button->setCursor(Qt::ArrowCursor);
-    MakeLegible(*m_button);
-    connect(m_button, &QToolButton::clicked, this,
-            [this] { openMenu(m_button->geometry().topLeft()); });
+    QAction *key = m_key->addAction(QStringLiteral("⋮"));
+    key->setToolTip(QStringLiteral("Меню графика"));
+    connect(key, &QAction::triggered, this, [this] { openMenu(m_key->geometry().bottomLeft()); });
+    m_key->onUpdateProperties();
     connect(plot, &Plot::userChanged, this, &ChartAids::onUserChanged);
     plot->canvas()->installEventFilter(this);
-    placeButton();
+    plot->plotCanvas()->tbChart()->installEventFilter(this);
+    placeKey();
     if (plot->chart())
         m_marks->setShown(plot->chart()->GetShowMarks());
 }
@@ -80,7 +78,7 @@ ChartAids::ChartAids(Plot *plot, ChartGroupManager *manager, Legend *legend, QWi
 ChartAids::~ChartAids()
 {
     delete m_panel;
-    delete m_button;
+    delete m_key;
 }
 
 CursorPanel *ChartAids::cursorPanel() const
@@ -90,11 +88,12 @@ CursorPanel *ChartAids::cursorPanel() const
 
 bool ChartAids::eventFilter(QObject *watched, QEvent *event)
 {
-    if (!m_plot || watched != m_plot->canvas())
+    if (!m_plot)
         return QObject::eventFilter(watched, event);
-    if (event->type() == QEvent::Resize) {
-        placeButton();
-    } else if (event->type() == QEvent::ContextMenu && m_plot->isAtWork()) {
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Move) {
+        placeKey();
+    } else if (watched == m_plot->canvas() && event->type() == QEvent::ContextMenu &&
+               m_plot->isAtWork()) {
         openMenu(static_cast<QContextMenuEvent *>(event)->pos());
         return true;
     }
@@ -116,12 +115,14 @@ void ChartAids::onUserChanged()
     m_periods->readAnew();
 }
 
-// In the corner that no tool bar stands in, above the marks.
-void ChartAids::placeButton()
+// Under the tool bar of the chart, as the keys of the values' scales stand under that of the time;
+// where the tool bars are out of sight, in their corner.
+void ChartAids::placeKey()
 {
+    const QWidget *bar = m_plot->plotCanvas()->tbChart();
     const QWidget *canvas = m_plot->canvas();
-    m_button->move(canvas->width() - buttonSize - buttonMargin,
-                   canvas->height() - 2 * buttonSize - buttonMargin);
+    const int top = bar->geometry().bottom() < 0 ? 0 : bar->geometry().bottom();
+    m_key->move(canvas->rect().right() - m_key->width(), top + keyGap);
 }
 
 void ChartAids::openMenu(const QPoint &place)

@@ -7,7 +7,6 @@
 
 class QMenu;
 class QPoint;
-class QToolButton;
 class QWidget;
 
 namespace Widgets {
@@ -19,6 +18,7 @@ class EventMarks;
 class Legend;
 class PastPeriods;
 class Plot;
+class ToolBar;
 
 /// What an operator has beside the curves of a chart: the table of both cursors, marks of events,
 /// past periods laid over, and the menu of the chart with all this, export and the operator's own
@@ -50,7 +50,7 @@ private:
     void addSignals(QMenu &menu);
     void askPeriod();
     void onUserChanged();
-    void placeButton();
+    void placeKey();
 
     QPointer<Plot> m_plot;
     QPointer<ChartGroupManager> m_manager;
@@ -59,7 +59,7 @@ private:
     EventMarks *m_marks;
     PastPeriods *m_periods;
     ChartExport *m_export;
-    QPointer<QToolButton> m_button; // opens the menu where there is no right mouse button
+    QPointer<ToolBar> m_key; // opens the menu where there is no right mouse button
 };
 
 } // namespace Widgets

@@ -4,6 +4,7 @@
 #include "widgets/charts/axes/DiscretScaleEngine.h"
 #include "widgets/charts/axes/DiscretStack.h"
 #include "widgets/charts/axes/DiscretValueScaleDraw.h"
+#include "widgets/charts/axes/SpanScaleEngine.h"
 #include "widgets/charts/axes/TimeScaleDraw.h"
 #include "widgets/charts/axes/TimeScaleEngine.h"
 #include "widgets/charts/axes/ValueScaleDraw.h"
@@ -49,6 +50,15 @@ std::pair<double, double> rangeOf(const Axis &axis)
     if (axis.IsLogarithmic() && from <= 0)
         return {to > 0 ? to / 1000 : 1, to > 0 ? to : 1000};
     return {from, to};
+}
+
+/// A range that nobody gave says nothing of the signals.
+double leastSpan(const Axis &axis)
+{
+    const Axis untold;
+    const bool isTold =
+        axis.GetMinimum() != untold.GetMinimum() || axis.GetMaximum() != untold.GetMaximum();
+    return isTold ? (axis.GetMaximum() - axis.GetMinimum()) * SpanScaleEngine::LeastShare : 0;
 }
 
 /// Those of a plot, made with its first axes.
@@ -155,7 +165,7 @@ void AxisRecord::applyScale(const Axis &node)
     if (node.IsLogarithmic())
         m_plot->setAxisScaleEngine(m_axis, new QwtLogScaleEngine);
     else
-        m_plot->setAxisScaleEngine(m_axis, new QwtLinearScaleEngine);
+        m_plot->setAxisScaleEngine(m_axis, new SpanScaleEngine(leastSpan(node)));
     const auto [from, to] = rangeOf(node);
     m_plot->setAxisScale(m_axis, from, to);
     m_plot->setAxisAutoScale(m_axis, node.IsAutoScale());

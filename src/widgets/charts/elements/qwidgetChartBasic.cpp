@@ -4,6 +4,7 @@
 #include "widgets/charts/axes/ToolBarChart.h"
 #include "widgets/charts/elements/ChartCover.h"
 #include "widgets/charts/elements/GroupTabs.h"
+#include "widgets/charts/elements/LowerParts.h"
 #include "widgets/charts/legend/Legend.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/PlotCanvas.h"
@@ -74,8 +75,10 @@ void qwidgetChartBasic::initialize()
     layout->setSpacing(0);
     layout->addWidget(m_plot, 1);
     layout->addWidget(m_legend);
-    layout->addWidget(m_tabs);
     m_aids = new ChartAids(m_plot, m_manager, m_legend, this);
+    layout->addWidget(m_tabs);
+    m_lower = new LowerParts(this, m_legend, m_aids->cursorPanel(), m_tabs,
+                             m_plot->plotCanvas()->tbChart());
     setCurrentGroup(0);
     connect(m_plot, &Plot::changeVisibleLegend, this, &qwidgetChartBasic::onVisibleLegend);
     connect(m_tabs, &GroupTabs::chosen, this, &qwidgetChartBasic::onTabChosen);
@@ -239,7 +242,7 @@ void qwidgetChartBasic::setVisibleToolBar(bool isVisible)
 
 void qwidgetChartBasic::onVisibleLegend(bool isVisible)
 {
-    m_legend->setVisible(isVisible);
+    m_lower->setLegendWanted(isVisible);
 }
 
 void qwidgetChartBasic::resizeEvent(QResizeEvent *event)

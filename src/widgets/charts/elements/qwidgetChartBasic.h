@@ -18,6 +18,7 @@ class ChartCover;
 class ChartGroupManager;
 class GroupTabs;
 class Legend;
+class LowerParts;
 class Plot;
 struct PlotXAxisRangeDetails;
 
@@ -89,6 +90,7 @@ private:
     GroupTabs *m_tabs;
     ChartCover *m_cover;
     ChartAids *m_aids = nullptr;
+    LowerParts *m_lower = nullptr;
     Nodes::ScopedConnection m_groupConnection;
     Nodes::ScopedConnection m_symbolsConnection;
     Nodes::ScopedConnection m_userConnection;

@@ -36,7 +36,10 @@ void LegendDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     QStyle *style = view ? view->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &base, painter, view);
 
-    const QRect place = option.rect.adjusted(Margin, 0, -Margin, 0);
+    QRect place = option.rect.adjusted(Margin, 0, -Margin, 0);
+    if (!base.icon.isNull())
+        place.setLeft(
+            style->subElementRect(QStyle::SE_ItemViewItemDecoration, &base, view).right() + Margin);
     const bool isSelected = base.state.testFlag(QStyle::State_Selected);
     painter->save();
     painter->setClipRect(option.rect);

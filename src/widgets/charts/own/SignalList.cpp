@@ -83,7 +83,10 @@ void SignalList::setProject(const Nodes::NodesCollection &project)
     for (const auto &[signal, order] : Nodes::FindArchivedSignals(*project.GetRoot())) {
         if (Nodes::IsForbiddenToView(*signal))
             continue;
-        auto *item = new QStandardItem(QString::fromStdString(signal->GetPath()));
+        const QString path = QString::fromStdString(signal->GetPath());
+        const QString described = QString::fromStdString(signal->GetDescription());
+        auto *item = new QStandardItem(
+            described.isEmpty() ? path : QStringLiteral("%1 (%2)").arg(described, path));
         item->setToolTip(Utils::PlainTip(item->text()));
         item->setData(qulonglong(signal->GetId()), idRole);
         item->setCheckState(Qt::Unchecked);

@@ -30,8 +30,10 @@ constexpr int listWidth = 300;
 } // namespace
 
 TrendDialog::TrendDialog(QWidget *parent)
-    : BasicDialog(parent, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                              Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+    // A dialog stays above the window it was called from; none is minimised where no bar of the
+    // desktop would bring it back.
+    : BasicDialog(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                              Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint),
       m_area(new QWidget(this)),
       m_list(new SignalList(this))
 {
@@ -109,9 +111,9 @@ void TrendDialog::setShown(const Nodes::NodeLinks &shown)
     m_list->setTicked(shown);
     const auto *first =
         shown.empty() ? nullptr : dynamic_cast<const Nodes::BasicSignal *>(shown.front().GetNode());
-    setWindowTitle(m_isOwn || !first
-                       ? QStringLiteral("Свой тренд")
-                       : QStringLiteral("Тренд: ") + QString::fromStdString(first->GetName()));
+    setWindowTitle(m_isOwn || !first ? QStringLiteral("Свой тренд")
+                                     : QStringLiteral("Тренд: ") +
+                                           QString::fromStdString(TrendNodes::NameOf(*first)));
     rebuild();
 }
 

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Nodes {
 class BasicSignal;
@@ -30,6 +31,9 @@ public:
     TrendNodes(const TrendNodes &) = delete;
     TrendNodes &operator=(const TrendNodes &) = delete;
 
+    /// What operators call a signal: its description, or its name if it has none.
+    static std::string NameOf(const Nodes::BasicSignal &signal);
+
     /// Null when ids run into each other, or once the project has gone.
     Nodes::widgetChartHistory *chart() const;
 
@@ -38,6 +42,8 @@ private:
 
     Node make(unsigned code, const std::string &name) const;
     Node makeGroup(const std::string &name, const Nodes::NodeLinks &shown) const;
+    /// For signals of one unit.
+    Node makeAxis(const std::vector<const Nodes::BasicSignal *> &charted, bool isLeft) const;
     void addSerie(Nodes::ConfigNode &group, const Nodes::BasicSignal &signal, unsigned long axis,
                   std::size_t number) const;
 

@@ -8,6 +8,7 @@
 #include "nodes/charts/widgetChartBasicSerie.h"
 #include "nodes/charts/widgetChartGroup.h"
 #include "nodes/charts/widgetChartTimeAxis.h"
+#include "nodes/values/NumberText.h"
 
 #include <cmath>
 
@@ -110,7 +111,9 @@ bool PickerCanvas::isTimeAxis(enCursor cursor) const
 
 QString PickerCanvas::number(const CursorReading &reading, double y)
 {
-    return QString::number(y - double(reading.serie->getOffsetY()), 'g', 6);
+    const Nodes::widgetChartBasicSerie *node = reading.serie->getNode();
+    return QString::fromStdString(Nodes::FormatFixed(y - double(reading.serie->getOffsetY()),
+                                                     node ? node->GetDecimals() : 1));
 }
 
 QString PickerCanvas::label(const CursorReading &reading) const

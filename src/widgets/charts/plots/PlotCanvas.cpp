@@ -165,10 +165,15 @@ void PlotCanvas::updateToolBarGeometry()
         return;
     }
     const QRect canvas = rect();
-    if (m_tbAxisX)
-        m_tbAxisX->move(canvas.x() + m_tbAxisX->height(), gap);
-    m_tbAxisY->move(canvas.x(), m_tbAxisY->width() + gap);
     m_tbChart->move(canvas.right() - m_tbChart->width(), gap);
+    int second = 0; // how much lower those of the scales stand where there is no room beside it
+    if (m_tbAxisX) {
+        const int left = canvas.x() + m_tbAxisX->height();
+        if (left + m_tbAxisX->width() > m_tbChart->x())
+            second = m_tbChart->height() + gap;
+        m_tbAxisX->move(left, gap + second);
+    }
+    m_tbAxisY->move(canvas.x(), m_tbAxisY->width() + gap + second);
     m_plot->updateIntervalEditorManagers();
 }
 

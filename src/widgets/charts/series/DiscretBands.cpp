@@ -1,5 +1,6 @@
 #include "widgets/charts/series/DiscretBands.h"
 
+#include "widgets/charts/painting/BarFreePlace.h"
 #include "widgets/charts/painting/CurveData.h"
 #include "widgets/charts/series/qwidgetChartDiscretSerie.h"
 
@@ -23,17 +24,6 @@ const QColor captionInk(0x20, 0x26, 0x2c);
 const QColor captionGround(255, 255, 255, 200);
 const QColor bandLine(0x8a, 0x94, 0x9b);
 const QColor hatchInk(0x59, 0x63, 0x6b);
-
-/// Moved to the right of what stands over the canvas there: tool bars.
-QRectF clearOfWidgets(const QWidget &canvas, QRectF place)
-{
-    for (const QWidget *over :
-         canvas.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (!over->isHidden() && place.intersects(over->geometry()))
-            place.moveLeft(over->geometry().right() + captionGap);
-    }
-    return place;
-}
 
 /// Rectangles of one kind, those that share a column of pixels as one: what is drawn is bounded by
 /// the width of the canvas, however many changes there were.
@@ -146,7 +136,7 @@ void DiscretCaption::draw(QPainter *painter, const QwtScaleMap &, const QwtScale
     const QFontMetricsF metrics(font);
     const QSizeF size(metrics.horizontalAdvance(text) + 2 * captionGap, metrics.height());
     const QPointF corner(canvas.left() + captionGap, (on + off - size.height()) / 2);
-    const QRectF place = clearOfWidgets(*plot()->canvas(), QRectF(corner, size));
+    const QRectF place = BarFreePlace(*plot()->canvas(), QRectF(corner, size));
     if (place.bottom() > canvas.top() && place.top() < canvas.bottom()) {
         painter->fillRect(place, captionGround);
         painter->setPen(captionInk);

@@ -4,6 +4,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QToolBar>
 #include <qwt_painter.h>
 #include <qwt_text.h>
 
@@ -27,6 +28,20 @@ QFont flagFont()
     font.setPixelSize(fontPixels);
     font.setBold(true);
     return font;
+}
+
+/// What is covered by tool bars; nothing on paper, where the canvas has another size.
+QVector<QRectF> coveredIn(const QWidget &canvas, const QRectF &drawn)
+{
+    QVector<QRectF> covered;
+    if (drawn.size().toSize() != canvas.contentsRect().size())
+        return covered;
+    for (const QToolBar *bar :
+         canvas.findChildren<QToolBar *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!bar->isHidden())
+            covered << QRectF(bar->geometry());
+    }
+    return covered;
 }
 
 } // namespace
@@ -98,7 +113,7 @@ QRectF qwidgetChartBasicSerie::PlotFlag::freeRect(const QwtScaleMap &xMap, const
                                                   const QRectF &canvas) const
 {
     const auto *shown = dynamic_cast<const MultiAxisPlot *>(plot());
-    QVector<QRectF> taken;
+    QVector<QRectF> taken = coveredIn(*plot()->canvas(), canvas);
     for (const QwtPlotItem *item : plot()->itemList(Rtti)) {
         const auto *serie = dynamic_cast<const qwidgetChartBasicSerie *>(item);
         if (!serie)

@@ -27,7 +27,7 @@ private:
     std::optional<QPointF> anchor() const;
     QStringList lines(const QRectF &canvas, double x) const;
     QRectF ownRect(const QwtScaleMap &xMap, const QwtScaleMap &yMap, const QRectF &canvas) const;
-    /// The same moved below the flags that are drawn before it.
+    /// The same moved below tool bars and the flags that are drawn before it.
     QRectF freeRect(const QwtScaleMap &xMap, const QwtScaleMap &yMap, const QRectF &canvas) const;
 
     const qwidgetChartBasicSerie &m_serie;

@@ -92,7 +92,7 @@ CursorPanel::CursorPanel(Plot *plot, QWidget *parent)
     m_view->verticalHeader()->setDefaultSectionSize(rowHeight);
     m_view->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_view->horizontalHeader()->setHighlightSections(false);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Maximum);
     setFrameShape(StyledPanel);
     setAutoFillBackground(true);
     hide();
@@ -155,9 +155,8 @@ void CursorPanel::takeDrawn()
             rows.push_back({serie, SerieSpan::valueAt(*serie, m_from),
                             SerieSpan::valueAt(*serie, m_to), drawn});
     }
-    const int shown = qBound(1, int(rows.size()), visibleRows);
-    m_view->setFixedHeight(m_view->horizontalHeader()->sizeHint().height() + shown * rowHeight);
     m_table->setRows(std::move(rows));
+    updateGeometry();
 }
 
 void CursorPanel::askArchive()
@@ -214,6 +213,34 @@ void CursorPanel::fitColumns()
         others += header->sectionSize(column);
     }
     header->resizeSection(CursorTable::Name, qMax(nameWidth, m_view->viewport()->width() - others));
+}
+
+int CursorPanel::heightOf(int rows) const
+{
+    return rowHeight + m_view->horizontalHeader()->sizeHint().height() + rows * rowHeight +
+           2 * frameWidth();
+}
+
+QSize CursorPanel::sizeHint() const
+{
+    return {QFrame::sizeHint().width(), heightOf(qBound(1, m_table->rowCount(), visibleRows))};
+}
+
+QSize CursorPanel::minimumSizeHint() const
+{
+    return {0, heightOf(1)};
+}
+
+void CursorPanel::showEvent(QShowEvent *event)
+{
+    QFrame::showEvent(event);
+    emit shown(true);
+}
+
+void CursorPanel::hideEvent(QHideEvent *event)
+{
+    QFrame::hideEvent(event);
+    emit shown(isVisibleTo(parentWidget()));
 }
 
 bool CursorPanel::eventFilter(QObject *watched, QEvent *event)

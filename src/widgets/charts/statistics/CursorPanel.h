@@ -43,13 +43,23 @@ public:
     CursorTable &table() const { return *m_table; }
     QString heading() const;
 
+    /// Wants a row for each series, up to a few; what does not fit scrolls.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
+    /// It is there, or has gone.
+    void shown(bool isShown);
     /// Numbers of the archive stand in the table now.
     void completed();
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+
 private:
+    int heightOf(int rows) const;
     void onCursors();
     void takeDrawn();
     void askArchive();

@@ -102,6 +102,8 @@ QVariant CursorTable::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[std::size_t(index.row())];
     if (role == Qt::DisplayRole)
         return text(row, column);
+    if (role == Qt::DecorationRole && column == Name && row.serie)
+        return row.serie->getColor();
     if (role == Qt::TextAlignmentRole)
         return int((column == Name || column == Remark ? Qt::AlignLeft : Qt::AlignRight) |
                    Qt::AlignVCenter);

@@ -1,6 +1,9 @@
 #include "widgets/charts/zones/ZoneItem.h"
 
+#include "widgets/charts/painting/BarFreePlace.h"
+
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QWidget>
 
@@ -93,7 +96,11 @@ void ZoneItem::drawText(QPainter &painter, const QRectF &place, const QString &t
     font.setPixelSize(QFontInfo(font).pixelSize());
     painter.setFont(font);
     painter.setPen(withAlpha(m_color.darker(250), 255));
-    painter.drawText(place.adjusted(margin, 2, -margin, -2), Qt::AlignLeft | Qt::AlignBottom, text);
+    const QFontMetricsF metrics(font);
+    const QSizeF size(metrics.horizontalAdvance(text), metrics.height());
+    const QPointF corner(place.left() + margin, place.bottom() - 2 - size.height());
+    painter.drawText(BarFreePlace(*plot()->canvas(), QRectF(corner, size)),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, text);
     painter.restore();
 }
 
