@@ -27,11 +27,11 @@ private slots:
         const auto points = chart.markers("x-marker");
         QCOMPARE(points.size(), std::size_t(2));
         QCOMPARE(points[0]->value(), QPointF(OperatedChart::at(100), 40));
-        QCOMPARE(points[0]->label().text(), QString("40 °C"));
+        QCOMPARE(points[0]->label().text(), QString("40.0 °C"));
         QCOMPARE(points[0]->symbol()->style(), QwtSymbol::XCross);
         QCOMPARE(points[0]->labelAlignment(), Qt::Alignment(Qt::AlignRight));
         QCOMPARE(points[1]->value(), QPointF(OperatedChart::at(110), 65)); // with its offset
-        QCOMPARE(points[1]->label().text(), QString("60 м³/ч"));           // and without
+        QCOMPARE(points[1]->label().text(), QString("60.0 м³/ч"));         // and without
         const auto lines = chart.markers("line-marker");
         QCOMPARE(lines.size(), std::size_t(1));
         QCOMPARE(lines[0]->xValue(), OperatedChart::at(100));
@@ -62,8 +62,8 @@ private slots:
         for (const double y : {31.0, 45.0, 47.0})
             chart.append(0, 550 + y / 1000, y, Nodes::Quality::Uncertain);
         chart.click(chart.place(550, 50));
-        QCOMPARE(chart.markers("x-marker")[0]->label().text().mid(2),
-                 QString(" [31, 47] (сомнительно)"));
+        QCOMPARE(chart.markers("x-marker")[0]->label().text().mid(4),
+                 QString(" [31.0, 47.0] (сомнительно)"));
     }
     void secondCursorIsSetWithShiftOrByHolding()
     {

@@ -48,7 +48,7 @@ const QwtAxisId outer(QwtAxis::yLeft, 1);
 
 struct Stage : RuntimeProject
 {
-    Stage() : RuntimeProject(screen)
+    explicit Stage(const char *xml = screen) : RuntimeProject(xml)
     {
         auto *window = node<Nodes::BasicWindow>(2);
         view = std::make_unique<ProxyView>(window, nullptr);
@@ -196,9 +196,12 @@ void TestChartElement::keysOnTheCanvasAct()
 
 void TestChartElement::plotKeepsItsShareOfTheHeight()
 {
-    Stage stage;
-    for (int copy = 0; copy < 20; ++copy)
-        QVERIFY(stage.node(101)->Append(stage.node(104)->Clone()));
+    QByteArray many(screen);
+    for (int id = 300; id < 320; ++id)
+        many.insert(many.indexOf("<chartSerie id=\"104\""),
+                    "<chartSerie id=\"" + QByteArray::number(id) +
+                        "\" name=\"s\" source=\"20\" axisY=\"103\"/>");
+    Stage stage(many);
     const PlotCanvas &canvas = *stage.plot->plotCanvas();
     auto &panel = *stage.element->findChild<CursorPanel *>();
     const auto share = [&](int height) {

@@ -127,6 +127,7 @@ TrendNodes::Node TrendNodes::makeAxis(const std::vector<const Nodes::BasicSignal
     set(*axis, "axisTitle", title);
     set(*axis, "from", Nodes::FormatDouble(lower));
     set(*axis, "to", Nodes::FormatDouble(upper));
+    set(*axis, "format", "%." + std::to_string(decimals) + "f");
     set(*axis, "autoScale", "true");
     set(*axis, "position", isLeft ? "left" : "right");
     return axis;
