@@ -254,6 +254,7 @@ void TestPlotHistory::waitingEnds()
     const WhenShown<WaitBox> shown([&](WaitBox &up) {
         QCOMPARE(up.windowModality(), Qt::WindowModal);
         QCOMPARE(up.windowTitle(), QStringLiteral("Ожидание"));
+        QVERIFY(up.windowFlags().testFlag(Qt::FramelessWindowHint));
         const QPoint centre = rig.plot->mapToGlobal(rig.plot->rect().center());
         QVERIFY((up.geometry().center() - centre).manhattanLength() <= 4);
         if (end == "answer")

@@ -32,7 +32,7 @@ WaitBox::WaitBox(QWidget *plot)
                   plot, Qt::Dialog | Qt::FramelessWindowHint | Qt::BypassGraphicsProxyWidget),
       m_plot(plot)
 {
-    setWindowModality(Qt::WindowModal);
+    QWidget::setWindowModality(Qt::WindowModal); // a message box's own makes a framed sheet of it
     setStandardButtons(NoButton);
     setStyleSheet(QStringLiteral("QMessageBox { border: 1px solid black;}QLabel {color: black};"));
     m_ticks.setInterval(Tick);
