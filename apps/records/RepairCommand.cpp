@@ -7,6 +7,7 @@
 #include "apps/records/TimeText.h"
 #include "apps/records/VerifyCommand.h"
 
+#include "nodes/archive/store/sqlite/SqliteSalvage.h"
 #include "nodes/storage/DatabaseFiles.h"
 #include "nodes/storage/SqliteDatabase.h"
 
@@ -44,10 +45,16 @@ Result checkDatabase(const std::string &file)
     const std::string magic = "SQLite format 3";
     std::string begin(magic.size(), '\0');
     std::ifstream(file, std::ios::binary).read(begin.data(), std::streamsize(begin.size()));
-    return begin == magic ? Result()
-                          : Result(Result::WrongType, "\"" + file +
-                                                          "\" is no database, nothing can be read "
-                                                          "of it; it stays as it is");
+    if (begin != magic)
+        return Result(Result::WrongType,
+                      "\"" + file +
+                          "\" is no database, nothing can be read of it; it stays as it is");
+    return Nodes::SqliteSalvage::IsOurs(file)
+               ? Result()
+               : Result(Result::WrongType,
+                        "\"" + file +
+                            "\" is no archive of this version of the program; it "
+                            "stays as it is");
 }
 
 Result checkUnused(const std::string &file)
@@ -96,7 +103,11 @@ bool RepairCommand::run()
     }
     // A file whose pages cannot be read is what is to be mended; a server that is away is not.
     const bool isFile = !StoreLocation::fileOf(m_archive.location()).empty();
-    result = isFile && verified == Result::StorageError ? Result() : verified;
+    result = verified;
+    if (!verified && isFile)
+        result = checkDatabase(StoreLocation::fileOf(m_archive.location()));
+    if (!result)
+        return Message::check(result);
     if (result)
         result = keepCopy();
     if (result)

@@ -444,6 +444,20 @@ private slots:
         QCOMPARE(broken.readAll(), header);
     }
 
+    void leavesWhatALaterVersionWrote()
+    {
+        QCOMPARE(records({"import", file(), "-"}, header + manyRows(10).join()).code, 0);
+        {
+            Nodes::SqliteDatabase database;
+            QVERIFY(database.Open(file().toStdString(), Nodes::SqliteDatabase::Mode::ReadWrite));
+            QVERIFY(database.Execute("PRAGMA user_version = 99"));
+        }
+        for (const char *command : {"verify", "repair", "export"})
+            QCOMPARE(records({command, file()}).code, 1);
+        QCOMPARE(QDir(m_directory->path()).entryList({"*.damaged*", "some.sqlite"}),
+                 QStringList("some.sqlite"));
+    }
+
     void makesUpAPast_data() { carriesTablesInAndOut_data(); }
     void makesUpAPast()
     {

@@ -3,9 +3,7 @@
 #include "nodes/archive/store/sqlite/SqliteSalvage.h"
 #include "nodes/storage/SqliteStatement.h"
 
-#include <array>
 #include <filesystem>
-#include <fstream>
 
 namespace Nodes {
 
@@ -18,19 +16,6 @@ Result readNumber(SqliteDatabase &database, const char *sql, std::int64_t &numbe
     SqliteStatement statement(database, sql);
     number = statement.Step() ? statement.Integer(0) : 0;
     return statement.GetResult();
-}
-
-/// By its head, where the database cannot be opened.
-bool isOurs(const std::string &file)
-{
-    std::array<unsigned char, 72> head{};
-    std::ifstream(file, std::ios::binary)
-        .read(reinterpret_cast<char *>(head.data()), std::streamsize(head.size()));
-    const auto number = [&head](std::size_t at) {
-        return head[at] << 24 | head[at + 1] << 16 | head[at + 2] << 8 | head[at + 3];
-    };
-    return number(68) == SqliteArchiveTables::Application &&
-           number(60) <= SqliteArchiveTables::Version;
 }
 
 } // namespace
@@ -97,7 +82,7 @@ Result SqliteArchiveConnection::Salvage(ArchiveFindings &done)
 {
     bool isNew = false;
     Result result = Begin(isNew);
-    if (!result && !isOurs(m_file))
+    if (!result && !SqliteSalvage::IsOurs(m_file))
         return result;
     ArchiveFindings wrong;
     if (result)

@@ -5,7 +5,9 @@
 #include "nodes/storage/DatabaseFiles.h"
 #include "nodes/storage/SqliteStatement.h"
 
+#include <array>
 #include <filesystem>
+#include <fstream>
 #include <utility>
 
 namespace Nodes {
@@ -33,6 +35,18 @@ SqliteSalvage::SqliteSalvage(std::string file, ArchiveFindings &done)
       m_done(done),
       m_target(m_file + ".repairing", SqliteArchiveTables::Schema())
 {
+}
+
+bool SqliteSalvage::IsOurs(const std::string &file)
+{
+    std::array<unsigned char, 72> head{};
+    std::ifstream(file, std::ios::binary)
+        .read(reinterpret_cast<char *>(head.data()), std::streamsize(head.size()));
+    const auto number = [&head](std::size_t at) {
+        return head[at] << 24 | head[at + 1] << 16 | head[at + 2] << 8 | head[at + 3];
+    };
+    return number(68) == SqliteArchiveTables::Application &&
+           number(60) <= SqliteArchiveTables::Version;
 }
 
 void SqliteSalvage::report(const std::string &text)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
 #include "nodes/archive/store/ArchiveFinding.h"
 #include "nodes/storage/SqliteStoreFile.h"
 
@@ -14,6 +15,10 @@ class SqliteSalvage
 {
 public:
     /// What was done is added to `done`.
+    /// Whether its head, of whatever the rest is like, is that of an archive of this version or an
+    /// earlier one.
+    static NODES_EXPORT bool IsOurs(const std::string &file);
+
     SqliteSalvage(std::string file, ArchiveFindings &done);
 
     /// Refused while any process has the file open.
