@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/ManualClock.h"
 #include "nodes/archive/HistoryColumnBuilder.h"
 #include "nodes/archive/store/ArchiveReader.h"
 #include "nodes/archive/store/ArchiveStore.h"
@@ -24,6 +25,7 @@ struct MemoryArchive
         archive.keys.clear();
         archive.isAway = false;
         archive.reads = 0;
+        archive.hangs = 0;
         return archive;
     }
     bool provide();
@@ -48,6 +50,7 @@ struct MemoryArchive
     std::set<std::uint64_t> keys; // of packets
     bool isAway = false;
     int reads = 0;
+    Nodes::Timestamp hangs = 0; // how long a reading takes
 };
 
 class MemoryArchiveStore : public Nodes::ArchiveStore
@@ -120,6 +123,7 @@ public:
     {
         const std::lock_guard lock(m_archive.mutex);
         ++m_archive.reads;
+        ManualClock::Use().Advance(m_archive.hangs);
         const auto found = m_archive.samplesOf.find(signal);
         if (!m_archive.check() || found == m_archive.samplesOf.end())
             return m_archive.check() ? Result(Result::NotFound) : m_archive.check();

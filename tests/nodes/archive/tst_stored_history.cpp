@@ -95,6 +95,29 @@ private slots:
         QVERIFY(readsOf(1000, 1000000) > 4);
     }
 
+    /// One question waits for a store that hangs, the others are answered at once.
+    void leavesAStoreThatHangsAlone()
+    {
+        MemoryArchive &archive = MemoryArchive::Use();
+        ManualClock &clock = ManualClock::Use();
+        const StoredHistory stored("memory:");
+        const auto ask = [&stored] {
+            HistoryColumnBuilder builder(1, 1000, 0);
+            return stored.Read(key, 0, builder, goesOn);
+        };
+        archive.setAway(true);
+        QVERIFY(ask() == Result::StorageError && ask() == Result::StorageError);
+        QCOMPARE(archive.reads, 2); // it says so at once: it may be asked
+        archive.hangs = 20 * ManualClock::second;
+        for (int i = 0; i < 5; ++i)
+            QVERIFY(ask() == Result::StorageError);
+        QCOMPARE(archive.reads, 3);
+        archive.hangs = 0;
+        archive.setAway(false);
+        clock.Advance(11 * ManualClock::second);
+        QVERIFY(ask());
+    }
+
     /// Samples leave memory when they are stored, or when they are safe elsewhere and memory is
     /// short.
     void memoryLetsGoWhatIsSafe()
