@@ -20,7 +20,7 @@ public:
     struct Prop
     {
         static constexpr PropertyId<int> Position{12331, "position"};
-        static constexpr PropertyId<std::string> Format{12332, "format"};
+        static constexpr PropertyId<std::string> Format{12332, "labelFormat"};
         static constexpr PropertyId<std::string> Title{12333, "axisTitle"};
         static constexpr PropertyId<double> Minimum{12334, "from"};
         static constexpr PropertyId<double> Maximum{12335, "to"};

@@ -48,7 +48,7 @@ constexpr const char *plant = R"(
 </archiver>
 <chartHistory id="30" name="Насосы" width="900" height="420">
   <chartGroup id="31" name="Г">
-    <chartTimeAxis id="32" name="Время" length="10" lengthUnit="minutes" format="hh:mm\ndd.MM"/>
+    <chartTimeAxis id="32" name="Время" length="10" lengthUnit="minutes" labelFormat="hh:mm\ndd.MM"/>
     <chartAxis id="33" name="Состояние" axisTitle="Состояние"/>
     <chartDiscretSerie id="34" name="1" source="20" color="#2e6f40"/>
     <chartDiscretSerie id="35" name="2" source="21" color="#3c608c" onText="Работа" offText="Стоп"/>
@@ -57,11 +57,11 @@ constexpr const char *plant = R"(
 </chartHistory>
 <chartHistory id="60" name="Тренд" width="1000" height="520">
   <chartGroup id="61" name="Г">
-    <chartTimeAxis id="62" name="Время" length="10" lengthUnit="minutes" format="hh:mm:ss\ndd.MM.yyyy"/>
-    <chartAxis id="63" name="T" axisTitle="Температура, °C" from="40" to="100" format="%.0f" color="#3c608c"/>
+    <chartTimeAxis id="62" name="Время" length="10" lengthUnit="minutes" labelFormat="hh:mm:ss\ndd.MM.yyyy"/>
+    <chartAxis id="63" name="T" axisTitle="Температура, °C" from="40" to="100" labelFormat="%.0f" color="#3c608c"/>
     <chartAxis id="64" name="P" axisTitle="Давление, кПа" from="0" to="10" color="#8a3b12"/>
     <chartAxis id="65" name="F" axisTitle="Расход, т/ч" from="1" to="1000" logarithmic="true"
-               position="right" format="%.0f" color="#2e6f40"/>
+               position="right" labelFormat="%.0f" color="#2e6f40"/>
     <chartSerie id="66" name="t" source="25" axisY="63" color="#3c608c"/>
     <chartSerie id="67" name="p" source="24" axisY="64" color="#8a3b12"/>
     <chartSerie id="68" name="f" source="23" axisY="65" color="#2e6f40" style="steps"/>
@@ -69,15 +69,15 @@ constexpr const char *plant = R"(
 </chartHistory>
 <chartXY id="40" name="Характеристика" width="760" height="520">
   <chartGroup id="41" name="Г">
-    <chartAxis id="42" name="X" position="bottom" axisTitle="Расход, т/ч" from="0" to="100" format="%.0f"/>
+    <chartAxis id="42" name="X" position="bottom" axisTitle="Расход, т/ч" from="0" to="100" labelFormat="%.0f"/>
     <chartAxis id="43" name="Y" axisTitle="Давление, кПа" from="0" to="10"/>
     <chartXYSerie id="44" name="s" source="24" sourceX="23" tolerance="1000"/>
   </chartGroup>
 </chartXY>
 <chartCorridor id="50" name="Коридор" width="900" height="420">
   <chartGroup id="51" name="Г">
-    <chartTimeAxis id="52" name="Время" length="30" lengthUnit="minutes" format="hh:mm"/>
-    <chartAxis id="53" name="Y" axisTitle="°C" from="40" to="100" format="%.0f"/>
+    <chartTimeAxis id="52" name="Время" length="30" lengthUnit="minutes" labelFormat="hh:mm"/>
+    <chartAxis id="53" name="Y" axisTitle="°C" from="40" to="100" labelFormat="%.0f"/>
     <chartCorridorSerie id="54" name="s" source="25" slice="60"/>
   </chartGroup>
 </chartCorridor>)";

@@ -34,9 +34,9 @@ constexpr const char *chartXml = R"(
 <chartHistory id="30" name="Ч">
   <chartGroup id="31" name="Г">
     <chartTimeAxis id="32" name="Время" length="10" lengthUnit="minutes"/>
-    <chartAxis id="33" name="A" from="0" to="120" axisTitle="°C" format="%.0f" color="#aa0000"/>
+    <chartAxis id="33" name="A" from="0" to="120" axisTitle="°C" labelFormat="%.0f" color="#aa0000"/>
     <chartAxis id="34" name="B" from="1" to="1000" logarithmic="true" position="right"/>
-    <chartAxis id="35" name="C" from="5" to="5" format="%n%s"/>
+    <chartAxis id="35" name="C" from="5" to="5" labelFormat="%n%s"/>
     <chartAxis id="36" name="D" autoScale="true" visible="false"/>
   </chartGroup>
 </chartHistory>)";
