@@ -94,7 +94,7 @@ void widgetChartAxis::Validate(ValidationResults &results) const
     const bool isOfValues = GetNodeType().GetSubtype() == Code;
     if (isOfValues && !m_format.empty() && !NumberFormat::Parse(m_format, &problem))
         report("labelFormat", "формат подписей «" + m_format + "» не годится: " + problem +
-                             ". Подписи показаны как %3.2f.");
+                                  ". Подписи показаны как %3.2f.");
     if (m_isLogarithmic && !m_isAutoScale && !(m_minimum > 0))
         report("from", "у логарифмической шкалы начало больше нуля.");
     const double length = Milliseconds(m_length, enRangeUnit(m_lengthUnit));

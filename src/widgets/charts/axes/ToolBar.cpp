@@ -19,12 +19,12 @@ constexpr QSize iconPixels(20, 20);
 constexpr const char *keyStyle =
     "QToolBar { background: rgba(244, 246, 247, 235); border: 1px solid #8a949b;"
     " border-radius: 4px; padding: 1px; spacing: 2px; }"
-    "QToolButton { background: transparent; color: #20262c; border: 1px solid transparent;"
+    "QToolButton { background: transparent; color: #20262c; border: 2px solid transparent;"
     " border-radius: 3px; min-width: 34px; min-height: 34px; padding: 0 2px;"
     " font-size: 15px; font-weight: 600; }"
-    "QToolButton:hover { border-color: #37424b; }"
+    "QToolButton:hover { border-color: #a9b0b6; }"
     "QToolButton:pressed { background: #b4bdc4; }"
-    "QToolButton:checked { background: #cfd6db; border: 2px solid #37424b; }"
+    "QToolButton:checked { background: #cfd6db; border-color: #37424b; }"
     "QToolButton:disabled { color: #59636b; }"
     "QToolBarExtension { min-width: 0; min-height: 0; }";
 
