@@ -8,7 +8,7 @@ namespace Nodes {
 std::string ValueText::OfNumber(double number) const
 {
     const int decimals = m_ownDecimals < 0 && m_signal ? m_signal->GetDecimals() : m_ownDecimals;
-    return FormatFixed(number, decimals < 0 ? 1 : decimals);
+    return FormatShown(number, decimals < 0 ? 1 : decimals);
 }
 
 std::string ValueText::OfLast(const SignalValue &value) const

@@ -56,4 +56,15 @@ std::string FormatFixed(double value, int decimals)
     return text;
 }
 
+std::string FormatShown(double value, int decimals)
+{
+    constexpr double longest = 1e15;
+    if (!(std::abs(value) >= longest) || std::isinf(value))
+        return FormatFixed(value, decimals);
+    std::array<char, 32> buffer{};
+    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                       std::chars_format::general, 6);
+    return {buffer.data(), written.ptr};
+}
+
 } // namespace Nodes

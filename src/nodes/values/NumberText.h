@@ -22,5 +22,8 @@ NODES_EXPORT std::optional<long long> ParseInteger(std::string_view text);
 NODES_EXPORT std::string FormatDouble(double value);
 /// Fixed number of decimals (0 to 15), rounded half to even; -0.0 is written "0".
 NODES_EXPORT std::string FormatFixed(double value, int decimals);
+/// As operators read it: the same, but from 10^15 on, which no device means, with an exponent
+/// ("1e+38") instead of hundreds of digits.
+NODES_EXPORT std::string FormatShown(double value, int decimals);
 
 } // namespace Nodes

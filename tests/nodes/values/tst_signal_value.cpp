@@ -160,6 +160,8 @@ private slots:
         QFETCH(double, number);
         QFETCH(int, decimals);
         QTEST(QString::fromStdString(FormatFixed(number, decimals)), "text");
+        QTEST(QString::fromStdString(FormatShown(number, decimals)), "text");
+        QVERIFY(FormatShown(number * -1e38, decimals).size() < 15);
     }
 
     void refusesDamagedColors_data()

@@ -27,13 +27,13 @@ private slots:
             return made;
         };
         const CsvRows rows({{"Подача \"А\"", "°C"}, {"Расход, м", ""}});
-        const QByteArray text = rows.rows(
-            {column({10, 2000000, 3000000}, {1, 2.5, 9}), column({1000000}, {std::nan("")})}, 20,
-            3000000);
+        const QByteArray text = rows.rows({column({10, 2000000, 2987654, 3000000}, {1, 2.5, 3, 9}),
+                                           column({1000000}, {std::nan("")})},
+                                          20, 3000000);
         QCOMPARE(QString(text),
                  QString(CsvRows::time(1000000) + ",\"Расход, м\",,\"\",uncertain\r\n" +
-                         CsvRows::time(2000000) +
-                         ",\"Подача \"\"А\"\"\",2.5,\"°C\",uncertain\r\n"));
+                         CsvRows::time(2000000) + ",\"Подача \"\"А\"\"\",2.5,\"°C\",uncertain\r\n" +
+                         CsvRows::time(2987654) + ",\"Подача \"\"А\"\"\",3,\"°C\",uncertain\r\n"));
     }
     void timesHaveTheOffsetOfTheirDay()
     {

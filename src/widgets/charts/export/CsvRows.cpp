@@ -17,6 +17,35 @@ QByteArray quoted(QString text)
     return '"' + text.toUtf8() + '"';
 }
 
+/// Texts of times that come in order: what a second has alike is made once.
+class TimeTexts
+{
+public:
+    void append(QByteArray &text, Nodes::Timestamp time)
+    {
+        constexpr Nodes::Timestamp second = 1000000;
+        if (time < 0) {
+            text += CsvRows::time(time);
+            return;
+        }
+        if (time / second != m_second) {
+            m_second = time / second;
+            m_text = CsvRows::time(m_second * second + 1000); // 0 would be no time
+            m_fraction = m_text.indexOf('.') + 1;
+        }
+        const auto milliseconds = int(time % second / 1000);
+        m_text[m_fraction] = char('0' + milliseconds / 100);
+        m_text[m_fraction + 1] = char('0' + milliseconds / 10 % 10);
+        m_text[m_fraction + 2] = char('0' + milliseconds % 10);
+        text += m_text;
+    }
+
+private:
+    Nodes::Timestamp m_second = -1;
+    QByteArray m_text;
+    int m_fraction = 0;
+};
+
 } // namespace
 
 CsvRows::CsvRows(const std::vector<Signal> &written)
@@ -59,10 +88,11 @@ QByteArray CsvRows::rows(const std::vector<std::shared_ptr<const Nodes::HistoryC
     std::stable_sort(places.begin(), places.end(),
                      [](const Place &a, const Place &b) { return a.time < b.time; });
     QByteArray text;
+    TimeTexts times;
     for (const Place &place : places) {
         const Nodes::HistoryColumn &column = *columns[place.column];
         const double number = column.numbers[place.index];
-        text += time(place.time);
+        times.append(text, place.time);
         text += m_names[place.column];
         if (std::isfinite(number))
             text += QByteArray::fromStdString(Nodes::FormatDouble(number));

@@ -29,7 +29,7 @@ constexpr const char *tips[CursorTable::Count] = {
 
 QString fixed(double number, int decimals)
 {
-    return QString::fromStdString(std::isfinite(number) ? Nodes::FormatFixed(number, decimals)
+    return QString::fromStdString(std::isfinite(number) ? Nodes::FormatShown(number, decimals)
                                                         : Nodes::NoValueText);
 }
 
