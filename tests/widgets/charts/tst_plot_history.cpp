@@ -7,6 +7,7 @@
 #include "widgets/charts/plots/PlotPanner.h"
 #include "widgets/charts/plots/PlotXAxisRangeDetails.h"
 #include "widgets/charts/series/SeriePlotFlag.h"
+#include "widgets/charts/statistics/CursorPanel.h"
 #include "widgets/dialogs/TimeDialog.h"
 
 using namespace Widgets;
@@ -278,12 +279,17 @@ void TestPlotHistory::aPlotMayGoWhileItWaits()
     ArchiveRig rig;
     rig.showWindow();
     rig.archive->isHanging = true;
+    const QPointer<CursorPanel> panel = rig.element->findChild<CursorPanel *>();
+    QVERIFY(panel);
+    bool isPanelGone = false; // before the plot that it reads
+    connect(rig.plot, &QObject::destroyed, [&] { isPanelGone = !panel; });
     QTimer::singleShot(0, qApp, [&] {
         rig.element->stop();
         rig.element.reset();
     });
     QVERIFY(rig.plot->getCurrentHistory());
     QVERIFY(!rig.element);
+    QVERIFY(isPanelGone);
 }
 
 void TestPlotHistory::theNewestRequestCounts()

@@ -30,7 +30,7 @@ constexpr const char *plant = R"(
 <memorySignal id="10" name="Level" writable="true"/><memorySignal id="11" name="Fixed"/>
 <memorySignal id="12" name="Tag" type="string" writable="true"/>
 <archiverSource id="13" name="A" signal="10"/>
-<window id="20" name="W" width="400" height="300">
+<window id="20" name="W" width="400" height="500">
 <editBox id="21" name="asks" signal="10" x="10" y="10" width="160" height="40" confirm="true"/>
 <editBox id="22" name="numpad" signal="10" x="10" y="60" width="160" height="40" keyboardOnClick="true"/>
 <editBox id="23" name="keyboard" signal="12" x="10" y="110" width="160" height="40" keyboardOnClick="true"/>
@@ -38,7 +38,7 @@ constexpr const char *plant = R"(
 <checkBox id="25" name="refused too" signal="11" x="200" y="10" width="60" height="40"/>
 <comboBox id="26" name="list" signal="10" x="200" y="60" width="160" height="40" confirm="true">
   <comboItem id="27" name="a" value="0"/><comboItem id="28" name="b" value="1"/></comboBox>
-<chartHistory id="29" name="trend" x="10" y="210" width="380" height="90" legend="false">
+<chartHistory id="29" name="trend" x="10" y="210" width="380" height="280" legend="false">
   <chartGroup id="30" name="G"><chartTimeAxis id="31" name="X"/><chartSerie id="32" name="s" source="13"/>
   </chartGroup></chartHistory>
 </window>)";

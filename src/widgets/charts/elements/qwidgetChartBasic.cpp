@@ -61,9 +61,12 @@ qwidgetChartBasic::qwidgetChartBasic(Nodes::widgetChart *node, Plot *plot, QWidg
     m_groups.connect(node, std::move(handlers));
 }
 
-// The plot's items are the manager's series: these leave it while it is there.
+// The plot's items are the manager's series: these leave it while it is there, as do those who
+// look at what its canvas gets.
 qwidgetChartBasic::~qwidgetChartBasic()
 {
+    delete m_lower;
+    delete m_aids;
     delete m_manager;
 }
 

@@ -22,6 +22,28 @@ constexpr double atEdge = 0.9; // part of the canvas behind which a point is of 
 constexpr int mostMoves = 64;
 const QColor ground(255, 255, 255); // opaque: read over any curve
 
+/// Moved off what is taken: down or, where the canvas ends, up.
+QRectF movedFree(QRectF rect, const QVector<QRectF> &taken, const QRectF &canvas)
+{
+    const double wanted = rect.top();
+    bool isUp = false;
+    const auto hides = [&rect](const QRectF &other) { return other.intersects(rect); };
+    for (int moves = 0; moves < mostMoves && !rect.isEmpty(); ++moves) {
+        const auto other = std::find_if(taken.cbegin(), taken.cend(), hides);
+        if (other == taken.cend() && (isUp || rect.bottom() <= canvas.bottom()))
+            break;
+        if (!isUp && rect.bottom() > canvas.bottom()) {
+            isUp = true;
+            rect.moveTop(wanted);
+        } else if (isUp) {
+            rect.moveBottom(other->top() - 1);
+        } else {
+            rect.moveTop(other->bottom() + 1);
+        }
+    }
+    return rect;
+}
+
 QFont flagFont()
 {
     QFont font;
@@ -123,13 +145,7 @@ QRectF qwidgetChartBasicSerie::PlotFlag::freeRect(const QwtScaleMap &xMap, const
         QRectF rect = flag.ownRect(
             adapted(flag.xAxis(), xMap),
             isOnSide ? adapted(flag.yAxis(), yMap) : shown->canvasMap(flag.yAxis()), canvas);
-        const auto hides = [&rect](const QRectF &other) { return other.intersects(rect); };
-        for (int moves = 0; moves < mostMoves && !rect.isEmpty(); ++moves) {
-            const auto other = std::find_if(taken.cbegin(), taken.cend(), hides);
-            if (other == taken.cend())
-                break;
-            rect.moveTop(other->bottom() + 1);
-        }
+        rect = movedFree(rect, taken, canvas);
         if (&flag == this)
             return rect;
         taken << rect;
