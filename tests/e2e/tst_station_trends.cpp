@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace EndToEnd;
@@ -27,23 +28,23 @@ bool isAlike(QRgb left, const QColor &right)
            std::abs(qBlue(left) - right.blue()) < 24;
 }
 
-/// Row of the line's newest stretch: the mean of its pixels in the last columns that have some; -1
-/// without any.
+/// Row of the line's end at the right edge, where it is of now: the one that most of its pixels
+/// there are in, for the flag with the value is tied to it by a slanting line; -1 without any.
 int newestRow(const QImage &picture, const QColor &line)
 {
-    int sum = 0;
-    int count = 0;
-    for (int x = picture.width() - 1, columns = 0; x >= 0 && columns < 3; --x) {
-        const int before = count;
-        for (int y = 0; y < picture.height(); ++y) {
-            if (isAlike(picture.pixel(x, y), line)) {
-                sum += y;
-                ++count;
-            }
+    constexpr int edge = 8; // columns
+    int best = 0;
+    int row = -1;
+    for (int y = 0; y < picture.height(); ++y) {
+        int count = 0;
+        for (int x = std::max(picture.width() - edge, 0); x < picture.width(); ++x)
+            count += isAlike(picture.pixel(x, y), line) ? 1 : 0;
+        if (count > best) {
+            best = count;
+            row = y;
         }
-        columns += count > before ? 1 : 0;
     }
-    return count > 0 ? sum / count : -1;
+    return row;
 }
 
 } // namespace
@@ -74,7 +75,7 @@ private slots:
         const double before = m_rig.plant().read("K1.Temp.Setpoint");
         const int row = newestRow(plot("before"), setPointLine);
         m_rig.plant().write("K1.Temp.Setpoint", before - 40);
-        QTRY_VERIFY_WITH_TIMEOUT(newestRow(plot("lower"), setPointLine) > row + 60, following);
+        QTRY_VERIFY_WITH_TIMEOUT(newestRow(plot("lower"), setPointLine) > row + 40, following);
         m_rig.plant().write("K1.Temp.Setpoint", before);
         QTRY_VERIFY_WITH_TIMEOUT(std::abs(newestRow(plot("back"), setPointLine) - row) < 12,
                                  following);
@@ -102,13 +103,13 @@ private slots:
 
 private:
     void showTrends() { m_rig.click(m_rig.project().centreOf(footer, "Страница: Тренды К1")); }
-    /// Of the curves, without scales, tool bars and legend.
+    /// Of the curves as far as now, without scales, tool bars and legend.
     QRect plotPlace() const
     {
         const QRect chart = m_rig.project()
                                 .placeIn(page, trend)
                                 .translated(m_rig.window(schematic).place.topLeft());
-        return chart.adjusted(120, 60, -120, -220);
+        return chart.adjusted(120, 60, -74, -220);
     }
     QImage plot(const QString &name) const { return m_rig.grab(plotPlace(), name); }
     /// How many rows of the picture the line reaches over.
