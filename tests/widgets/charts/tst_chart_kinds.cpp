@@ -146,6 +146,13 @@ private slots:
         QCOMPARE(plot->axisScaleDraw(QwtAxis::yLeft)->label(4.0).text(), QString(" 1"));
         QCOMPARE(serie<ISerie>(chart, 1)->lastPoint(), QPointF(end - minute, 1.5));
         QVERIFY(serie<Widgets::qwidgetChartDiscretSerie>(chart, 1)->caption().endsWith("Стоп"));
+        // The hatched band tells of the gap: no bar of it lies over the lowest band.
+        const QImage canvas = plot->canvas()->grab().toImage();
+        for (double x = end - 4.8 * minute; x < end - 4.2 * minute; x += minute / 20) {
+            const QPoint foot(int(plot->transform(QwtAxis::xBottom, x)), canvas.height() - 4);
+            const QColor seen = canvas.pixelColor(foot);
+            QVERIFY2(seen.blue() - seen.red() < 30, qPrintable(seen.name()));
+        }
     }
 
     // Flags are drawn beside each other's places, a line of seldom changes goes on to the present.

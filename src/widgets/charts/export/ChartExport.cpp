@@ -26,6 +26,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <utility>
 
 namespace Widgets {
 
@@ -123,11 +124,20 @@ QString ChartExport::proposedName(const QString &ending) const
 QString ChartExport::askName(const QString &caption, const QString &ending,
                              const QString &filter) const
 {
-    QString file =
-        QFileDialog::getSaveFileName(TouchMenu::windowOf(m_element), caption,
-                                     QDir(lastDirectory()).filePath(proposedName(ending)), filter);
-    if (file.isEmpty())
-        return file;
+    QFileDialog dialog(TouchMenu::windowOf(m_element), caption, lastDirectory(), filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.selectFile(proposedName(ending));
+    const std::pair<QFileDialog::DialogLabel, const char *> labels[] = {
+        {QFileDialog::LookIn, "Папка:"},
+        {QFileDialog::FileName, "Имя файла:"},
+        {QFileDialog::FileType, "Вид файла:"},
+        {QFileDialog::Accept, "Сохранить"},
+        {QFileDialog::Reject, "Отмена"}};
+    for (const auto &[label, text] : labels)
+        dialog.setLabelText(label, QString::fromUtf8(text));
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    QString file = dialog.selectedFiles().value(0);
     lastDirectory() = QFileInfo(file).absolutePath();
     if (QFileInfo(file).suffix().isEmpty())
         file += '.' + ending;

@@ -100,7 +100,7 @@ void PlotCurve::drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap,
     CurvePainter curve(*painter, xMap, yMap, canvasRect);
     if (const CurveData *own = points()) {
         curve.draw(*own, look, std::size_t(from), std::size_t(to));
-        if (!own->badStretches().empty())
+        if (marksBad() && !own->badStretches().empty())
             curve.markBad(*own, look.pen, badRow());
     } else {
         curve.draw(copied(*data(), from, to), look, 0, std::size_t(to - from));

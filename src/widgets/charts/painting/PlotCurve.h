@@ -30,6 +30,8 @@ public:
     [[nodiscard]] int closestPoint(const QPoint &position, double *distance = nullptr) const;
 
 protected:
+    /// False: bad stretches are gaps without marks, whoever draws the curve tells of them.
+    virtual bool marksBad() const { return true; }
     void drawCurve(QPainter *painter, int style, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
                    const QRectF &canvasRect, int from, int to) const override;
     void drawSymbols(QPainter *painter, const QwtSymbol &symbol, const QwtScaleMap &xMap,

@@ -15,6 +15,7 @@ namespace Widgets {
 namespace {
 
 constexpr double behindZ = 1.0;
+constexpr double aboveZ = 10.0; // of lines, also of one in front
 
 } // namespace
 
@@ -36,7 +37,7 @@ void qwidgetChartDiscretSerie::attachToPlot(QwtPlot *plot)
     m_fill->attach(plot);
     m_caption->attach(plot);
     m_fill->setZ(behindZ);
-    m_caption->setZ(behindZ);
+    m_caption->setZ(aboveZ);
     qwidgetChartBasicSerie::attachToPlot(plot);
 }
 

@@ -35,6 +35,7 @@ public:
     QString caption() const;
 
 protected:
+    bool marksBad() const override { return false; } // the band is hatched
     float offsetOf(const Nodes::widgetChartBasicSerie &node) const override;
     CurveStyle styleOf(const Nodes::widgetChartBasicSerie &node) const override;
     double drawn(double number) const override;
