@@ -3,6 +3,7 @@
 #include "ArchiveFixture.h"
 
 #include "nodes/archive/HistoryColumnBuilder.h"
+#include "nodes/values/Clock.h"
 #include "support/PrivateCluster.h"
 
 #include <cmath>
@@ -124,6 +125,7 @@ private slots:
     void answersAsBruteForce();
 
 private:
+    void trim(ArchiveFixture &archive, Source &source, std::map<unsigned long, Model> &models);
     void write(ArchiveFixture &archive, Source &source, std::map<unsigned long, Model> &models);
     void compare(ArchiveFixture &archive, Source &source, unsigned long node, const Model &model);
     void compareColumn(ArchiveFixture &archive, Source &source, unsigned long node,
@@ -169,6 +171,34 @@ void ArchiveModelTest::write(ArchiveFixture &archive, Source &source,
     archive.write(records);
     if (source.number(0, 3) == 0)
         archive.write(records); // as a replay of the spill file would
+}
+
+/// The oldest samples go, and what stands above them.
+void ArchiveModelTest::trim(ArchiveFixture &archive, Source &source,
+                            std::map<unsigned long, Model> &models)
+{
+    const Model &longest = models.at(1);
+    if (longest.samples.empty())
+        return;
+    const Timestamp first = longest.samples.begin()->first;
+    const Timestamp span = longest.samples.rbegin()->first - first;
+    const Timestamp border = first + Timestamp(double(span) * source.number(0, 70) / 100);
+    ArchiveRetentionRules rules;
+    if (source.number(0, 1) == 0)
+        rules.others.maximumAge = Clock::Current().Now() - border;
+    else
+        rules.maximumBytes = std::uint64_t(source.number(20000, 200000));
+    archive.store->SetRetention(rules);
+    archive.tend();
+    archive.store->SetRetention({});
+    for (auto &[node, model] : models) {
+        const SampleRun left = archive.stored(node);
+        auto &samples = model.samples;
+        samples.erase(samples.begin(),
+                      left.IsEmpty() ? samples.end() : samples.lower_bound(left.times.front()));
+        if (rules.others.maximumAge > 0)
+            QVERIFY(left.Size() == samples.size() && left == model.all());
+    }
 }
 
 void ArchiveModelTest::compareColumn(ArchiveFixture &archive, Source &source, unsigned long node,
@@ -270,6 +300,8 @@ void ArchiveModelTest::answersAsBruteForce()
             write(archive, source, models);
         if (source.number(0, 1) == 0)
             archive.tend();
+        if (source.number(0, 1) == 0)
+            trim(archive, source, models);
         if (source.number(0, 1) == 0)
             archive.open(); // what was in memory comes from the file again
         for (const auto &[node, model] : models)
