@@ -118,7 +118,7 @@ void TestPlotValues::valuesOfAnotherSerieAreDropped()
     emit rig.plot->appendPointsSignal({Rig::at(15000)}, nullptr);
     QCOMPARE(rig.times(), Doubles());
     QCOMPARE(shown->pointCount(), std::size_t(0));
-    rig.element->setCurrentGroup(2); // out of range
+    rig.element->setCurrentGroup(3); // out of range
     QCOMPARE(rig.element->groupManager()->group()->GetName(), std::string("Без архива"));
 }
 
