@@ -5,6 +5,7 @@
 #include "widgets/charts/overlay/PastPeriodDialog.h"
 #include "widgets/charts/overlay/PastPeriods.h"
 #include "widgets/charts/overlay/ShiftText.h"
+#include "widgets/charts/zones/ZoneHandle.h"
 
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/journal/EventJournal.h"
@@ -149,8 +150,12 @@ private slots:
         chart.plot->createPicker();
         chart.click(chart.place(100, 40));
         QCOMPARE(chart.markers("x-marker").size(), std::size_t(2));
+        const ZoneHandle *handle = chart.plot->findChild<ZoneHandle *>();
+        chart.publish(12, 50.0);
+        QTRY_VERIFY(handle && handle->isVisible());
         users->Logout();
         chart.plot->onUserChanged();
+        QVERIFY(!handle->isVisible());
         QCOMPARE(chart.markers("x-marker").size(), std::size_t(0));
         QCOMPARE(past.pointCount(), std::size_t(0));
         QCOMPARE(marks.events().size(), std::size_t(0));

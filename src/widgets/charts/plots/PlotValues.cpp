@@ -149,6 +149,7 @@ void Plot::onUserChanged()
                 ? QString()
                 : QStringLiteral("Нет прав на просмотр: ") + forbidden.join(QStringLiteral(", ")));
     HandleConnections(false);
+    updateIntervalEditorManagers(); // handles are there for who may write
     scheduleReplot();
     emit userChanged();
 }
