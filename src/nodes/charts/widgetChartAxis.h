@@ -36,7 +36,8 @@ public:
     };
 
     enum enPosition { PositionLeft = 0, PositionRight = 1, PositionBottom = 2, PositionTop = 3 };
-    enum enRangeUnit { RangeSeconds = 1, RangeMinutes = 2, RangeHours = 3, RangeDays = 4 };
+    /// Any code that a caller has is held, so that one of no unit can be told.
+    enum enRangeUnit : int { RangeSeconds = 1, RangeMinutes = 2, RangeHours = 3, RangeDays = 4 };
 
     widgetChartAxis() = default;
     static KindInfo Kind();
