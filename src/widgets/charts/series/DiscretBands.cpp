@@ -129,8 +129,10 @@ void DiscretCaption::draw(QPainter *painter, const QwtScaleMap &, const QwtScale
     painter->setPen(QPen(bandLine, 1, Qt::DotLine));
     painter->drawLine(QPointF(canvas.left(), off), QPointF(canvas.right(), off));
     QFont font;
-    font.setPixelSize(
-        std::clamp(int(std::abs(off - on)) - 2, 9, captionPixels)); // bands may be narrow
+    const double height = std::abs(off - on) - 2; // bands may be narrow, or of no size at all
+    font.setPixelSize(height > 9 && height < captionPixels ? int(height)
+                      : height > 9                         ? captionPixels
+                                                           : 9);
     painter->setFont(font);
     const QString text = m_serie.caption();
     const QFontMetricsF metrics(font);
