@@ -2,19 +2,6 @@
 
 namespace Nodes {
 
-namespace {
-
-std::string tornText(const RecordFinding &torn)
-{
-    std::string text = "Файл " + torn.place + " повреждён в конце; ";
-    text += torn.detail.empty() ? "копию сделать не удалось" : "копия: " + torn.detail;
-    for (const std::string &removed : torn.removed)
-        text += "; удалена старая копия: " + removed;
-    return text;
-}
-
-} // namespace
-
 std::string JournalFindingText(const RecordFinding &finding)
 {
     switch (finding.kind) {
@@ -29,7 +16,7 @@ std::string JournalFindingText(const RecordFinding &finding)
     case RecordFinding::SpillRestored:
         return "Файл " + finding.place + " был удалён; его записи сохранены заново";
     case RecordFinding::SpillTorn:
-        return tornText(finding);
+        return TornText(finding);
     case RecordFinding::SpillDamaged:
         return "Повреждён файл отложенных записей: " + finding.detail;
     case RecordFinding::SpillRefused:

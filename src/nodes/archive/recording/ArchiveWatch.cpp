@@ -14,15 +14,6 @@ constexpr Timestamp second = 1000000;
 constexpr Timestamp grace = 3 * second; // a backup may hold a file for a moment
 constexpr std::size_t mostNamed = 5;
 
-std::string tornText(const RecordFinding &torn)
-{
-    std::string text = "Файл " + torn.place + " повреждён в конце; ";
-    text += torn.detail.empty() ? "копию сделать не удалось" : "копия: " + torn.detail;
-    for (const std::string &removed : torn.removed)
-        text += "; удалена старая копия: " + removed;
-    return text;
-}
-
 } // namespace
 
 void ArchiveWatch::Look(const StoreHealth &store)
@@ -76,7 +67,7 @@ std::string ArchiveWatch::TextOf(const RecordFinding &finding)
     case RecordFinding::SpillRestored:
         return "Файл " + finding.place + " был удалён; его значения сохранены заново";
     case RecordFinding::SpillTorn:
-        return tornText(finding);
+        return TornText(finding);
     case RecordFinding::SpillDamaged:
         return "Повреждён файл отложенных значений: " + finding.detail;
     case RecordFinding::SpillRefused:

@@ -32,4 +32,7 @@ struct RecordFinding
 
 using RecordFindings = std::vector<RecordFinding>;
 
+/// What operators read of a spill file that was cut, whoever's records it holds; Russian.
+std::string TornText(const RecordFinding &torn);
+
 } // namespace Nodes
