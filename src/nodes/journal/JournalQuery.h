@@ -30,7 +30,10 @@ struct JournalQuery
     Timestamp begin = 0; ///< inclusive
     Timestamp end = 0;   ///< exclusive; 0: no end
     std::optional<int> maximumLevel;
-    std::string source; ///< exact name at the time; "" any
+    std::vector<int> levels;        ///< EventLevel, of these only; empty: any
+    std::vector<int> types;         ///< EventType, of these only; empty: any
+    std::vector<std::string> users; ///< by exact name, "" for the system itself; empty: any
+    std::string source;             ///< exact name at the time; "" any
     /// Entries about any of these, whatever they were called: see EventJournal::SourceOf. Names
     /// here do not count. Empty: any.
     std::vector<RecordSource> nodes;

@@ -20,12 +20,35 @@ bool isBefore(const JournalKey &a, const JournalKey &b)
     return std::tie(a.time, a.id) < std::tie(b.time, b.id);
 }
 
-std::string listOf(const std::vector<std::int64_t> &numbers)
+template <class Number> std::string listOf(const std::vector<Number> &numbers)
 {
     std::string list;
-    for (const std::int64_t number : numbers)
+    for (const Number number : numbers)
         list += (list.empty() ? "" : ", ") + std::to_string(number);
     return "(" + list + ")";
+}
+
+constexpr int firstUser = 9; // number of the parameter
+
+/// What an entry must be, whatever it is about. The signs keep other indices than that of the
+/// order out of it.
+std::string filterOf(const JournalQuery &query)
+{
+    std::string filter;
+    if (query.maximumLevel)
+        filter += " AND level <= ?5";
+    if (!query.levels.empty())
+        filter += " AND +level IN " + listOf(query.levels);
+    if (!query.types.empty())
+        filter += " AND +type IN " + listOf(query.types);
+    std::string users;
+    for (std::size_t i = 0; i < query.users.size(); ++i)
+        users += (i == 0 ? "?" : ", ?") + std::to_string(firstUser + int(i));
+    if (!users.empty())
+        filter += " AND +user IN (" + users + ")";
+    if (!query.text.empty())
+        filter += " AND contains_folded(text, ?7)";
+    return filter;
 }
 
 } // namespace
@@ -33,11 +56,8 @@ std::string listOf(const std::vector<std::int64_t> &numbers)
 JournalSelection::JournalSelection(const JournalQuery &query, const Origins &origins)
     : m_query(query)
 {
-    std::string common = " WHERE (time, id) > (?1, ?2) AND (time, id) < (?3, ?4)";
-    if (query.maximumLevel)
-        common += " AND level <= ?5";
-    if (!query.text.empty())
-        common += " AND contains_folded(text, ?7)";
+    const std::string common =
+        " WHERE (time, id) > (?1, ?2) AND (time, id) < (?3, ?4)" + filterOf(query);
     for (const std::string &condition : conditions(origins)) {
         m_sql += m_sql.empty() ? "" : " UNION ALL ";
         m_sql += JournalTables::Columns + common + condition;
@@ -87,6 +107,8 @@ void JournalSelection::Bind(SqliteStatement &statement) const
         statement.Bind(7, FoldCase(m_query.text));
     if (m_sql.find("?8") != std::string::npos)
         statement.Bind(8, m_query.source);
+    for (std::size_t i = 0; i < m_query.users.size(); ++i)
+        statement.Bind(firstUser + int(i), m_query.users[i]);
 }
 
 } // namespace Nodes

@@ -77,6 +77,11 @@ private slots:
             q.end = 400 * second;
         });
         row("level", [](auto &q) { q.maximumLevel = LevelAlarm; });
+        row("some levels and types", [](auto &q) {
+            q.levels = {LevelAlarm, LevelSecurity};
+            q.types = {TypeAlarmActive, TypeSecurityEvent};
+        });
+        row("users, the system among them", [](auto &q) { q.users = {"", "О'Нил \"2\""}; });
         row("node", [](auto &q) { q.nodes = {{home, 3, {}}, {home, 4, {}}}; });
         row("source, newest first", [](auto &q) {
             q.source = "Насос 3";
@@ -324,6 +329,8 @@ private:
             event.time = (i * 7919 % 1000 + 1) * second;
             event.text = std::to_string(i);
             event.level = i % 10 == 0 ? LevelAlarm : LevelInformation;
+            event.type = i % 4 == 0 ? TypeAlarmActive : TypeMessage;
+            event.user = i % 3 == 0 ? "" : i % 3 == 1 ? "О'Нил \"2\"" : "Иванов";
             event.source = "Насос " + std::to_string(i % 50);
             event.sourceNode = NodeLink(1ul + i % 50, &m_project);
             m_all.push_back(event);
@@ -332,6 +339,11 @@ private:
                 QVERIFY(m_journal->Flush());
         }
         QVERIFY(m_journal->Flush());
+    }
+    template <class Value, class Wanted>
+    static bool isAmong(const std::vector<Wanted> &wanted, const Value &value)
+    {
+        return wanted.empty() || std::find(wanted.begin(), wanted.end(), value) != wanted.end();
     }
     static bool matches(const JournalQuery &query, const BasicEvent &event)
     {
@@ -343,7 +355,8 @@ private:
         return event.time >= query.begin && (query.end == 0 || event.time < query.end) &&
                event.level <= query.maximumLevel.value_or(LevelDebug) && isOfNode &&
                (query.source.empty() || query.source == event.source) &&
-               event.text.find(query.text) != std::string::npos;
+               isAmong(query.levels, event.level) && isAmong(query.types, event.type) &&
+               isAmong(query.users, event.user) && event.text.find(query.text) != std::string::npos;
     }
     unsigned long firstId() const { return number("SELECT min(id) FROM events"); }
     std::uint64_t used() const
