@@ -96,8 +96,7 @@ private slots:
         QVERIFY(m_rig.startPlant());
         QTRY_COMPARE_WITH_TIMEOUT(notGood(), QString(), recoveryTime);
         QTRY_COMPARE(alarmsThatAre("active"), 0);
-        clickInAlarms(-60);
-        QTRY_VERIFY(!m_rig.hasTitle(alarms));
+        closeAlarms();
     }
     void navigatesByClick()
     {
@@ -151,8 +150,7 @@ private slots:
         QCOMPARE(alarmsThatAre("unacknowledged"), 1);
         clickInAlarms(60);
         QTRY_COMPARE(alarmsThatAre("unacknowledged"), 0);
-        clickInAlarms(-60);
-        QTRY_VERIFY(!m_rig.hasTitle(alarms));
+        closeAlarms();
     }
     void setPointTravels()
     {
@@ -307,6 +305,16 @@ private:
         QTRY_VERIFY(!m_rig.window(window).isOpen);
     }
     /// A button in the lowest row of the alarm window, `x` from its left or, negative, right edge.
+    // An alarm that returns while it waits brings the window up again: then it is closed again.
+    void closeAlarms()
+    {
+        const auto isClosed = [this] { return !m_rig.hasTitle(alarms); };
+        for (int tries = 0; tries < 5 && !isClosed(); ++tries) {
+            clickInAlarms(-60);
+            (void)QTest::qWaitFor(isClosed, 2000);
+        }
+        QVERIFY(isClosed());
+    }
     void clickInAlarms(int x)
     {
         const QRect place = m_rig.placeOf(alarms);
