@@ -20,8 +20,8 @@ struct AlarmCount
     int priority = 0;
     std::uint64_t raised = 0;
     Timestamp lastRaised = 0;
-    std::uint64_t chattering = 0; ///< raisings that were the third or a later one within a minute
-    std::uint64_t fleeting = 0;   ///< occurrences that went by themselves within seconds
+    std::uint64_t chattering = 0;  ///< raisings that were the third or a later one within a minute
+    std::uint64_t fleeting = 0;    ///< occurrences that went by themselves within seconds
     Timestamp longestStanding = 0; ///< longest occurrence beyond a day; 0: there was none
     bool isStanding = false;       ///< the one that reaches the period's end is beyond a day
 };
@@ -36,7 +36,8 @@ struct AlarmFigures
     Timestamp end = 0;   ///< exclusive
 
     std::uint64_t raised = 0;
-    std::vector<std::uint32_t> perBin; ///< raised in each ten minutes from begin; the last may be cut
+    std::vector<std::uint32_t>
+        perBin; ///< raised in each ten minutes from begin; the last may be cut
     double meanPerBin = 0;
     std::uint32_t mostPerBin = 0;
     Timestamp mostAt = 0; ///< where those ten minutes began; 0: nothing was raised
@@ -49,8 +50,8 @@ struct AlarmFigures
     /// Of the priorities 1 to 4, at 0 to 3.
     std::array<std::uint64_t, Priorities> perPriority{};
 
-    /// Every alarm that was raised, or stood beyond a day; those raised most often first, equal ones by
-    /// source.
+    /// Every alarm that was raised, or stood beyond a day; those raised most often first, equal
+    /// ones by source.
     std::vector<AlarmCount> alarms;
     double topTenShare = 0; ///< of what was raised, 0 to 1
 
@@ -64,7 +65,8 @@ struct AlarmFigures
     Timestamp acknowledgeMean = 0;
     Timestamp acknowledgeMedian = 0;
     Timestamp acknowledgeMost = 0; ///< 95 % were acknowledged within that
-    std::uint64_t unacknowledged = 0; ///< raised in the period, over or not, never acknowledged in it
+    std::uint64_t unacknowledged =
+        0; ///< raised in the period, over or not, never acknowledged in it
 
     std::uint64_t foreign = 0; ///< entries of other projects and stations, which are not in here
 };

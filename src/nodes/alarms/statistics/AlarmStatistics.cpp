@@ -17,8 +17,10 @@ bool concernsAlarm(const BasicEvent &entry)
     case TypeAlarmReturned:
     case TypeAcknowledgement:
         return entry.occurrence != 0 && entry.alarmState != AlarmState::None;
-    case TypeAlarmState: return entry.alarmState != AlarmState::None;
-    default: return false;
+    case TypeAlarmState:
+        return entry.alarmState != AlarmState::None;
+    default:
+        return false;
     }
 }
 
@@ -161,8 +163,8 @@ void AlarmStatistics::noteFlood(const FloodMeter::Flood &flood)
     m_figures.floods += isInPeriod(flood.begin) ? 1 : 0;
 }
 
-/// An occurrence whose raising was not read. Its number counts from the milliseconds of its raising,
-/// so that it tells the time unless the clock was wrong.
+/// An occurrence whose raising was not read. Its number counts from the milliseconds of its
+/// raising, so that it tells the time unless the clock was wrong.
 void AlarmStatistics::adopt(Track &track, const BasicEvent &entry, Timestamp at)
 {
     if (track.isWaiting && track.isCounted)

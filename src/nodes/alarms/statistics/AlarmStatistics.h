@@ -11,9 +11,9 @@ namespace Nodes {
 
 struct BasicEvent;
 
-/// How well alarms served the operators in a period, from the entries of the journal in the order of
-/// their time. Memory grows with the number of alarms and with the period's length, not with that of
-/// the journal. One thread at a time.
+/// How well alarms served the operators in a period, from the entries of the journal in the order
+/// of their time. Memory grows with the number of alarms and with the period's length, not with
+/// that of the journal. One thread at a time.
 ///
 /// An alarm counts when operators get to see it: when it is raised, or, raised while it was hidden,
 /// when it comes from the shelf; an occurrence counts once. Entries before the period tell how it
@@ -35,8 +35,8 @@ public:
 
     explicit AlarmStatistics(const Settings &settings);
 
-    /// Before any entry: an alarm that is up now (systemAlarming::GetActiveAlarms). Where it has been
-    /// up since before the first entry, no entry would tell.
+    /// Before any entry: an alarm that is up now (systemAlarming::GetActiveAlarms). Where it has
+    /// been up since before the first entry, no entry would tell.
     void Seed(const BasicEvent &alarm);
     void Add(const BasicEvent &entry);
     /// Of what was added until now.
@@ -54,7 +54,7 @@ private:
         bool isHidden = false;
         bool isWaiting = false; // for its acknowledgement
         bool isAcked = false;
-        bool isCounted = false; // it came in the period
+        bool isCounted = false;            // it came in the period
         std::array<Timestamp, 2> recent{}; // raised last, and before that; 0: not yet
     };
 

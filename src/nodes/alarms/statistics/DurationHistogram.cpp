@@ -25,7 +25,8 @@ std::size_t DurationHistogram::placeOf(std::uint64_t duration)
     if (bit < fineBits)
         return std::size_t(duration);
     const int shift = bit - fineBits;
-    return (std::size_t(shift + 1) << fineBits) + std::size_t((duration >> shift) - (1U << fineBits));
+    return (std::size_t(shift + 1) << fineBits) +
+           std::size_t((duration >> shift) - (1U << fineBits));
 }
 
 Timestamp DurationHistogram::middleOf(std::size_t place)

@@ -9,8 +9,8 @@
 
 namespace Nodes {
 
-/// Finds alarm floods: one begins with the alarm that makes more than ten within ten minutes and ends
-/// when there are fewer than five. Keeps the newest eleven times only, however many come.
+/// Finds alarm floods: one begins with the alarm that makes more than ten within ten minutes and
+/// ends when there are fewer than five. Keeps the newest eleven times only, however many come.
 class NODES_EXPORT FloodMeter
 {
 public:
