@@ -19,6 +19,7 @@ public:
     static KindInfo Kind();
     void CollectDemands(AccessDemands &demands) const override;
 
+    const NodeLink &GetSignalLink() const { return m_signal; }
     /// NotFound without a target; else what the signal answers (it checks rights and journals).
     [[nodiscard]] Result Write() const;
 
