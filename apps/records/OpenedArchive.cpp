@@ -20,7 +20,8 @@ Result OpenedArchive::loadProject(const RecordsOptions &options)
 
 Result OpenedArchive::connect(const RecordsOptions &options)
 {
-    const Result found = StoreLocation::find(options.store, m_location);
+    const Result found =
+        StoreLocation::find(options.store, StoreLocation::Kind::Archive, m_location);
     return found ? Nodes::ArchiveReaders().Make(m_location, m_reader) : found;
 }
 

@@ -1,6 +1,7 @@
 #include "apps/records/RecordsOptions.h"
 
 #include "apps/common/process/SpanText.h"
+#include "apps/records/JournalReceipt.h"
 #include "apps/records/TimeText.h"
 
 #include <CLI/CLI.hpp>
@@ -60,7 +61,7 @@ CLI::App *RecordsOptions::addCommand(CLI::App &parent, const char *name, const c
     CLI::App *added = parent.add_subcommand(name, text);
     added
         ->add_option("STORE", store,
-                     "data directory of a station, file of an archive, or connection string "
+                     "data directory of a station, file, or connection string "
                      "(postgresql://user@host/database)")
         ->required()
         ->type_name("");
@@ -156,14 +157,51 @@ void RecordsOptions::declareArchive(CLI::App &archive)
     declareGenerate(archive);
 }
 
+void RecordsOptions::declareJournal(CLI::App &journal)
+{
+    journal.require_subcommand(1);
+    CLI::App *verify = addCommand(journal, "verify",
+                                  "Recomputes the chain of hashes and names the first row that is "
+                                  "not as it was written",
+                                  Command::JournalVerify);
+    verify
+        ->add_option_function<std::vector<std::string>>(
+            "--receipt",
+            [this](const std::vector<std::string> &texts) {
+                for (const std::string &text : texts) {
+                    const Nodes::Result parsed =
+                        JournalReceipt::parse(text, receipts.emplace_back());
+                    if (!parsed)
+                        throw CLI::ValidationError("--receipt", parsed.GetDetail());
+                }
+            },
+            "what \"records journal head\" printed at some time; may be repeated")
+        ->type_name("ROW:HASH")
+        ->allow_extra_args(false);
+    addCommand(journal, "head",
+               "Prints number and hash of the last row: a receipt to keep elsewhere, against which "
+               "the journal can be verified later",
+               Command::JournalHead);
+    CLI::App *rows = addCommand(journal, "export",
+                                "Writes the entries of a time as a table, with the hashes that "
+                                "prove them",
+                                Command::JournalExport);
+    addMoment(*rows, "--from", "first moment: " + std::string(timeHelp),
+              [this](Timestamp time) { from = time; });
+    addMoment(*rows, "--to", "last moment, likewise", [this](Timestamp time) { to = time; });
+    rows->add_option("-o,--output", output, "file to write (default: standard output)")
+        ->type_name("FILE");
+}
+
 std::optional<int> RecordsOptions::parse(int argc, char **argv)
 {
-    CLI::App app("Archive of an operator station from the command line");
+    CLI::App app("Archive and journal of an operator station from the command line");
     app.footer("Exit code: 0 all was done, 1 something was not, 2 wrong command line.\n"
                "Everything works beside a running station unless it says otherwise.");
     app.set_version_flag("--version", RECORDS_VERSION);
     app.require_subcommand(1);
     declareArchive(*app.add_subcommand("archive", "Samples of signals"));
+    declareJournal(*app.add_subcommand("journal", "Journal of events"));
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/journal/JournalLink.h"
 #include "nodes/values/Timestamp.h"
 
 #include <cstdint>
@@ -16,7 +17,17 @@ namespace Records {
 /// What the command line asks for.
 struct RecordsOptions
 {
-    enum class Command { Info, Verify, Repair, Import, Export, Generate };
+    enum class Command {
+        Info,
+        Verify,
+        Repair,
+        Import,
+        Export,
+        Generate,
+        JournalVerify,
+        JournalHead,
+        JournalExport
+    };
 
     Command command = Command::Info;
     std::string store;   ///< data directory, file or connection string
@@ -24,11 +35,12 @@ struct RecordsOptions
     std::string station; ///< name or id; "" where none is named
     std::vector<unsigned long> signals; ///< none: all
 
-    Nodes::Timestamp from = 0;          ///< 0: from the first sample on
-    std::optional<Nodes::Timestamp> to; ///< without: to the last sample, or to now
-    std::size_t points = 0;             ///< 0: every sample
-    std::string output;                 ///< "": standard output
-    std::string input;                  ///< "-": standard input
+    Nodes::Timestamp from = 0;                ///< 0: from the first sample on
+    std::optional<Nodes::Timestamp> to;       ///< without: to the last sample, or to now
+    std::size_t points = 0;                   ///< 0: every sample
+    std::vector<Nodes::JournalLink> receipts; ///< that the journal has to fit
+    std::string output;                       ///< "": standard output
+    std::string input;                        ///< "-": standard input
     bool skipsBad = false;
     bool isGenerated = false; ///< what is imported was made up
     bool isJson = false;
@@ -46,6 +58,7 @@ struct RecordsOptions
 private:
     CLI::App *addCommand(CLI::App &parent, const char *name, const char *text, Command value);
     void declareArchive(CLI::App &archive);
+    void declareJournal(CLI::App &journal);
     void declareImport(CLI::App &archive);
     void declareExport(CLI::App &archive);
     void declareGenerate(CLI::App &archive);

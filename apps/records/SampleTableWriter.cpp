@@ -1,6 +1,7 @@
 #include "apps/records/SampleTableWriter.h"
 
 #include "apps/records/OutputFile.h"
+#include "apps/records/TableText.h"
 #include "apps/records/TimeText.h"
 
 #include "nodes/values/NumberText.h"
@@ -15,17 +16,6 @@ namespace {
 using Nodes::SampleKind;
 using Nodes::SampleRun;
 
-std::string quoted(const std::string &text)
-{
-    std::string result = "\"";
-    for (const char letter : text) {
-        if (letter == '"')
-            result += '"';
-        result += letter;
-    }
-    return result += '"';
-}
-
 std::string valueText(const SampleRun &run, std::size_t index)
 {
     switch (run.KindAt(index)) {
@@ -36,7 +26,7 @@ std::string valueText(const SampleRun &run, std::size_t index)
     case SampleKind::Logical:
         return run.numbers[index] != 0 ? "true" : "false";
     case SampleKind::Text:
-        return quoted(run.TextAt(index));
+        return TableText::quoted(run.TextAt(index));
     }
     return {};
 }

@@ -9,7 +9,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char *fileName = "archive.sqlite";
+const char *fileName(StoreLocation::Kind kind)
+{
+    return kind == StoreLocation::Kind::Archive ? "archive.sqlite" : "journal.sqlite";
+}
 
 /// "scheme:...": whatever its kind of store makes of it. A path may begin with one letter so.
 bool isConnection(const std::string &store)
@@ -20,7 +23,7 @@ bool isConnection(const std::string &store)
 
 } // namespace
 
-std::string StoreLocation::make(const std::string &store)
+std::string StoreLocation::make(const std::string &store, Kind kind)
 {
     const std::string shortScheme = "postgres://";
     if (store.compare(0, shortScheme.size(), shortScheme) == 0)
@@ -29,20 +32,21 @@ std::string StoreLocation::make(const std::string &store)
         return store;
     std::error_code ignored;
     const bool isDirectory = store.back() == '/' || fs::is_directory(store, ignored);
-    return isDirectory ? (fs::path(store) / fileName).string() : store;
+    return isDirectory ? (fs::path(store) / fileName(kind)).string() : store;
 }
 
-Nodes::Result StoreLocation::find(const std::string &store, std::string &location)
+Nodes::Result StoreLocation::find(const std::string &store, Kind kind, std::string &location)
 {
-    location = make(store);
+    location = make(store, kind);
     std::error_code error;
     if (isConnection(location) || fs::exists(location, error))
         return Nodes::Result();
+    const std::string what = kind == Kind::Archive ? "archive" : "journal";
     const std::string why = error ? ": " + error.message() : std::string();
     return Nodes::Result(Nodes::Result::NotFound,
-                         "there is no archive \"" + location + "\"" + why +
-                             "; name the data directory of a station, the file of an archive, or "
-                             "postgresql://user@host/database");
+                         "there is no " + what + " \"" + location + "\"" + why +
+                             "; name the data directory of a station, the file of its " + what +
+                             ", or postgresql://user@host/database");
 }
 
 std::string StoreLocation::fileOf(const std::string &location)

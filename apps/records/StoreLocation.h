@@ -6,14 +6,16 @@
 
 namespace Records {
 
-/// Where an archive is that the command line names by a data directory, a file or a connection
-/// string.
+/// Where an archive or a journal is that the command line names by a data directory, a file or a
+/// connection string.
 namespace StoreLocation {
 
-/// Of an archive that is there: NotFound where a directory or a path has none.
-[[nodiscard]] Nodes::Result find(const std::string &store, std::string &location);
+enum class Kind { Archive, Journal };
+
+/// Of one that is there: NotFound where a directory or a path has none.
+[[nodiscard]] Nodes::Result find(const std::string &store, Kind kind, std::string &location);
 /// Of one that may be made.
-std::string make(const std::string &store);
+std::string make(const std::string &store, Kind kind = Kind::Archive);
 /// Path of its file; "" when it is no file.
 std::string fileOf(const std::string &location);
 /// As messages show it: without a password.

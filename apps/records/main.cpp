@@ -5,6 +5,9 @@
 #include "apps/records/GenerateCommand.h"
 #include "apps/records/ImportCommand.h"
 #include "apps/records/InfoCommand.h"
+#include "apps/records/JournalExportCommand.h"
+#include "apps/records/JournalHeadCommand.h"
+#include "apps/records/JournalVerifyCommand.h"
 #include "apps/records/RecordsOptions.h"
 #include "apps/records/RepairCommand.h"
 #include "apps/records/VerifyCommand.h"
@@ -28,6 +31,12 @@ bool run(const RecordsOptions &options)
         return Records::ExportCommand(options).run();
     case RecordsOptions::Command::Generate:
         return Records::GenerateCommand(options).run();
+    case RecordsOptions::Command::JournalVerify:
+        return Records::JournalVerifyCommand(options).run();
+    case RecordsOptions::Command::JournalHead:
+        return Records::JournalHeadCommand(options).run();
+    case RecordsOptions::Command::JournalExport:
+        return Records::JournalExportCommand(options).run();
     }
     return false;
 }

@@ -1,6 +1,7 @@
 // The journal as a station writes it: what an append costs its caller, and how many entries a
 // second get through queue, hash chain and durable transactions into the file.
 #include "nodes/journal/EventJournal.h"
+#include "nodes/journal/JournalReader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int burst = 50000;
+constexpr Nodes::Timestamp second = 1000000;
+constexpr Nodes::Timestamp firstTime = 1700000000 * second;
 
 void demand(const Nodes::Result &result)
 {
@@ -55,6 +58,7 @@ struct Journal
     const fs::path directory =
         fs::temp_directory_path() / ("bench_journal_" + std::to_string(::getpid()));
     Nodes::EventJournal journal;
+    int rows = 0;
 };
 
 void append(benchmark::State &state)
@@ -83,8 +87,61 @@ void store(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * burst);
 }
 
+/// A journal of JOURNAL_ROWS entries (by default a million), made once.
+Journal &longJournal()
+{
+    static Journal kept;
+    static const int rows = [] {
+        const char *wanted = std::getenv("JOURNAL_ROWS");
+        const int count = wanted ? std::atoi(wanted) : 1000000;
+        for (int i = 0; i < count; ++i) {
+            Nodes::BasicEvent entry = alarmEntry(i);
+            entry.time = firstTime + i * second;
+            demand(kept.journal.Append(entry));
+            if (i % burst == 0)
+                demand(kept.journal.Flush());
+        }
+        demand(kept.journal.Flush());
+        return count;
+    }();
+    kept.rows = rows;
+    return kept;
+}
+
+void verify(benchmark::State &state)
+{
+    Journal &kept = longJournal();
+    for (auto _ : state)
+        demand(kept.journal.Verify());
+    state.SetItemsProcessed(state.iterations() * kept.rows);
+}
+
+/// The first 1,000 entries of an interval in the middle that is a tenth of the journal.
+void firstPage(benchmark::State &state)
+{
+    Journal &kept = longJournal();
+    const auto reader = kept.journal.OpenReader();
+    Nodes::JournalQuery query;
+    query.begin = firstTime + kept.rows / 2 * second;
+    query.end = firstTime + kept.rows / 10 * 6 * second;
+    query.limit = 1000;
+    query.order =
+        state.range(0) == 0 ? Nodes::JournalQuery::OldestFirst : Nodes::JournalQuery::NewestFirst;
+    std::vector<Nodes::BasicEvent> page;
+    for (auto _ : state)
+        demand(reader->Query(query, page));
+    state.counters["rows"] = double(kept.rows);
+}
+
 BENCHMARK(append)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 BENCHMARK(store)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
+BENCHMARK(verify)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(firstPage)
+    ->ArgName("newest")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "nodes/storage/SqliteStatement.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -12,10 +13,32 @@ Result JournalChain::Broken(const std::string &where)
     return Result(Result::Failed, "journal chain broken at " + where);
 }
 
-Result JournalChain::CheckAll(Link &last)
+Result JournalChain::CheckAll(Link &last, const std::vector<Link> &receipts,
+                              const JournalSearch::Progress &progress)
 {
     constexpr auto all = std::uint64_t(std::numeric_limits<std::int64_t>::max());
-    return Check(last, all, all);
+    constexpr std::uint64_t step = 20000;
+    std::vector<Link> marks = receipts;
+    std::sort(marks.begin(), marks.end(), [](const Link &a, const Link &b) { return a.id < b.id; });
+    const auto anchor = last.id;
+    Result result;
+    auto mark = std::find_if(marks.begin(), marks.end(),
+                             [&](const Link &receipt) { return receipt.id >= anchor; });
+    for (std::uint64_t before = UINT64_MAX; result && last.id != before;) {
+        while (mark != marks.end() && mark->id == last.id) {
+            if (mark->hash != last.hash)
+                return Broken("row " + std::to_string(last.id) + ": the receipt has another hash");
+            ++mark;
+        }
+        if (progress && !progress(last.id))
+            return Result(Result::Cancelled, "stopped at row " + std::to_string(last.id));
+        before = last.id;
+        result = Check(last, mark != marks.end() ? mark->id : all, step);
+    }
+    if (result && mark != marks.end())
+        return Broken("the end: row " + std::to_string(mark->id) +
+                      " of the receipt is not there, the last row is " + std::to_string(last.id));
+    return result;
 }
 
 Result JournalChain::Check(Link &last, std::uint64_t until, std::uint64_t limit)
@@ -38,7 +61,10 @@ Result JournalChain::Check(Link &last, std::uint64_t until, std::uint64_t limit)
         if (std::optional<JournalAccount> account = JournalAccount::In(row))
             m_account = std::move(account);
     }
-    return statement.GetResult();
+    const Result read = statement.GetResult();
+    return !read && m_database.IsDamaged()
+               ? Broken("row " + std::to_string(last.id + 1) + ": " + read.GetDetail())
+               : read;
 }
 
 } // namespace Nodes

@@ -29,7 +29,7 @@ Result JournalReader::Query(const JournalQuery &query, std::vector<BasicEvent> &
 
 Result JournalReader::Verify()
 {
-    return m_search->Verify();
+    return m_search->Verify({}, {});
 }
 
 void JournalReader::Cancel()

@@ -1,5 +1,6 @@
 #include "nodes/journal/JournalRow.h"
 
+#include "nodes/journal/JournalLink.h"
 #include "nodes/storage/Digest.h"
 
 #include <msgpack.hpp>
@@ -10,7 +11,7 @@ namespace Nodes {
 
 namespace {
 
-constexpr std::size_t chainBytes = 32;
+constexpr std::size_t chainBytes = JournalLink::HashBytes;
 constexpr std::size_t likelyBytes = 320; // of a packed entry
 
 using BareFields =

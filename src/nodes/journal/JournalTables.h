@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/journal/JournalLink.h"
 #include "nodes/journal/JournalRow.h"
 #include "nodes/storage/SqliteStoreFile.h"
 
@@ -33,12 +34,7 @@ constexpr int OriginColumn = 16;
 /// A row but for its source, which JournalSources has by the number in OriginColumn.
 JournalRow ReadRow(const SqliteStatement &statement);
 
-/// A row's number and hash.
-struct Link
-{
-    std::uint64_t id = 0;
-    std::string hash;
-};
+using Link = JournalLink;
 /// From `table`, head or anchor; what is before the first row when there is none.
 [[nodiscard]] Result ReadLink(SqliteDatabase &database, const char *table, Link &link);
 

@@ -8,6 +8,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <limits>
 #include <set>
 
 namespace Nodes {
@@ -73,9 +74,66 @@ Result SqliteJournalSearch::Find(const JournalQuery &query, std::vector<JournalR
     return result;
 }
 
-Result SqliteJournalSearch::Verify()
+Result SqliteJournalSearch::Verify(const std::vector<JournalLink> &receipts,
+                                   const Progress &progress)
 {
-    return read([this] { return verify(); });
+    return read([&] { return verify(receipts, progress); });
+}
+
+Result SqliteJournalSearch::ReadEnds(JournalEnds &ends)
+{
+    return read([&] { return readEnds(ends); });
+}
+
+Result SqliteJournalSearch::readEnds(JournalEnds &ends)
+{
+    const Result result = JournalTables::ReadLink(m_database, "anchor", ends.anchor);
+    return result ? JournalTables::ReadLink(m_database, "head", ends.head) : result;
+}
+
+Result SqliteJournalSearch::FindSpan(Timestamp begin, Timestamp end, std::uint64_t &first,
+                                     std::uint64_t &last)
+{
+    return read([&] {
+        SqliteStatement span(m_database, "SELECT min(id), max(id), count(*) FROM events WHERE "
+                                         "time >= ?1 AND time < ?2");
+        span.Bind(1, begin);
+        span.Bind(2, end != 0 ? end : std::numeric_limits<Timestamp>::max());
+        if (!span.Step())
+            return span.GetResult();
+        first = static_cast<std::uint64_t>(span.Integer(0));
+        last = static_cast<std::uint64_t>(span.Integer(1));
+        return span.Integer(2) > 0 ? Result() : Result(Result::NotFound, "no rows of that time");
+    });
+}
+
+Result SqliteJournalSearch::VisitRows(std::uint64_t first, std::uint64_t last,
+                                      const Visitor &visitor)
+{
+    return read([&] { return visit(first, last, visitor); });
+}
+
+Result SqliteJournalSearch::visit(std::uint64_t first, std::uint64_t last, const Visitor &visitor)
+{
+    JournalLink before;
+    Result result = JournalTables::ReadLink(m_database, "anchor", before);
+    SqliteStatement predecessor(m_database, "SELECT hash FROM events WHERE id = ?1");
+    predecessor.Bind(1, static_cast<std::int64_t>(first) - 1);
+    if (predecessor.Step())
+        before.hash = predecessor.Bytes(0);
+    SqliteStatement statement(m_database, std::string(JournalTables::Columns) +
+                                              " WHERE id >= ?1 AND id <= ?2 ORDER BY id");
+    statement.Bind(1, static_cast<std::int64_t>(first));
+    statement.Bind(2, static_cast<std::int64_t>(last));
+    while (result && statement.Step()) {
+        JournalRow row = JournalTables::ReadRow(statement);
+        result = m_sources.Read(statement.Integer(JournalTables::OriginColumn), row.source);
+        const std::string hash = statement.Bytes(JournalTables::HashColumn);
+        if (result && !visitor(row, before.hash, hash))
+            return Result();
+        before.hash = hash;
+    }
+    return result ? statement.GetResult() : result;
 }
 
 Result SqliteJournalSearch::find(const JournalQuery &query, std::vector<JournalRow> &rows)
@@ -134,17 +192,17 @@ Result SqliteJournalSearch::findOrigins(const JournalQuery &query,
     return result;
 }
 
-Result SqliteJournalSearch::verify()
+Result SqliteJournalSearch::verify(const std::vector<JournalLink> &receipts,
+                                   const Progress &progress)
 {
     JournalChain chain(m_database);
-    JournalTables::Link anchor;
-    JournalTables::Link head;
-    Result result = JournalTables::ReadLink(m_database, "anchor", anchor);
+    JournalEnds ends;
+    Result result = readEnds(ends);
+    const JournalLink &anchor = ends.anchor;
+    const JournalLink &head = ends.head;
+    JournalLink last = anchor;
     if (result)
-        result = JournalTables::ReadLink(m_database, "head", head);
-    JournalTables::Link last = anchor;
-    if (result)
-        result = chain.CheckAll(last);
+        result = chain.CheckAll(last, receipts, progress);
     if (!result)
         return result;
     if (last.id != head.id || last.hash != head.hash)

@@ -20,7 +20,13 @@ public:
     }
 
     [[nodiscard]] Result Find(const JournalQuery &query, std::vector<JournalRow> &rows) override;
-    [[nodiscard]] Result Verify() override;
+    [[nodiscard]] Result Verify(const std::vector<JournalLink> &receipts,
+                                const Progress &progress) override;
+    [[nodiscard]] Result ReadEnds(JournalEnds &ends) override;
+    [[nodiscard]] Result FindSpan(Timestamp begin, Timestamp end, std::uint64_t &first,
+                                  std::uint64_t &last) override;
+    [[nodiscard]] Result VisitRows(std::uint64_t first, std::uint64_t last,
+                                   const Visitor &visitor) override;
     void Cancel() override { m_isCancelled = true; }
 
 private:
@@ -28,7 +34,9 @@ private:
     [[nodiscard]] Result open();
     [[nodiscard]] Result find(const JournalQuery &query, std::vector<JournalRow> &rows);
     [[nodiscard]] Result findOrigins(const JournalQuery &query, JournalSelection::Origins &origins);
-    [[nodiscard]] Result verify();
+    [[nodiscard]] Result verify(const std::vector<JournalLink> &receipts, const Progress &progress);
+    [[nodiscard]] Result readEnds(JournalEnds &ends);
+    [[nodiscard]] Result visit(std::uint64_t first, std::uint64_t last, const Visitor &visitor);
 
     const std::string m_file;
     SqliteDatabase m_database;
