@@ -33,12 +33,20 @@ bool HistoryService::HasSource(unsigned long signal) const
     return found != m_sources.end() && !found->second.expired();
 }
 
-HistoryJob::Item HistoryService::lookUp(const NodeLink &link) const
+Result HistoryService::FindSource(const NodeLink &signal, HistoryReader reader,
+                                  std::shared_ptr<const HistorySource> &source) const
+{
+    HistoryJob::Item item = lookUp(signal, reader);
+    source = std::move(item.source);
+    return item.result;
+}
+
+HistoryJob::Item HistoryService::lookUp(const NodeLink &link, HistoryReader reader) const
 {
     const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());
     if (!signal)
         return {link, Result(Result::NotFound, "signal " + std::to_string(link.GetNodeId())), {}};
-    if (IsForbiddenToView(*signal))
+    if (reader == HistoryReader::CurrentUser && IsForbiddenToView(*signal))
         return {link, Result(signal, Result::AccessDenied), {}};
     const auto found = m_sources.find(link.GetNodeId());
     std::shared_ptr<const HistorySource> source =
@@ -58,7 +66,7 @@ Result HistoryService::Accept(HistoryRequest request, HistoryJob::Slot slot,
     std::vector<HistoryJob::Item> items;
     items.reserve(request.nodes.size());
     for (const NodeLink &link : request.nodes)
-        items.push_back(lookUp(link));
+        items.push_back(lookUp(link, HistoryReader::CurrentUser));
     job = std::make_shared<HistoryJob>(request, std::move(items), std::move(slot));
     {
         const std::lock_guard lock(m_mutex);

@@ -2,6 +2,7 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/archive/HistoryJob.h"
+#include "nodes/archive/HistoryReader.h"
 #include "nodes/timers/DeadlineThread.h"
 
 #include <deque>
@@ -29,6 +30,10 @@ public:
                                    const std::shared_ptr<const HistorySource> &source);
 
     bool HasSource(unsigned long signal) const;
+    /// What keeps that signal's history, for who reads it on a thread of his own, as long as he
+    /// likes. NotFound, AccessDenied or NotAvailable, as answers to requests tell it.
+    [[nodiscard]] Result FindSource(const NodeLink &signal, HistoryReader reader,
+                                    std::shared_ptr<const HistorySource> &source) const;
 
     /// For HistoryInquiry.
     [[nodiscard]] Result Accept(HistoryRequest request, HistoryJob::Slot slot,
@@ -37,7 +42,7 @@ public:
     void Stop();
 
 private:
-    HistoryJob::Item lookUp(const NodeLink &link) const;
+    HistoryJob::Item lookUp(const NodeLink &link, HistoryReader reader) const;
     std::shared_ptr<HistoryJob> next();
     Timestamp work();
 

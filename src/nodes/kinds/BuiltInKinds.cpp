@@ -57,7 +57,10 @@
 #include "nodes/model/KindTable.h"
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/ReportSignalInfo.h"
+#include "nodes/reports/reportEvents.h"
+#include "nodes/reports/reportSummary.h"
 #include "nodes/reports/reportVariable.h"
+#include "nodes/reports/time/shiftTable.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/signals/memorySignal.h"
 #include "nodes/system/BasicFolder.h"
@@ -201,6 +204,9 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(BasicReport::Kind());
     table.Add(ReportSignalInfo::Kind());
     table.Add(reportVariable::Kind());
+    table.Add(reportSummary::Kind());
+    table.Add(reportEvents::Kind());
+    table.Add(shiftTable::Kind());
     // Menus
     table.Add(BasicMenu::Kind());
     table.Add(BasicMenuItem::Kind());

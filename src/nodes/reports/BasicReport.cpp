@@ -3,6 +3,8 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/reports/ReportSignalInfo.h"
+#include "nodes/reports/reportEvents.h"
+#include "nodes/reports/reportSummary.h"
 #include "nodes/reports/reportVariable.h"
 
 namespace Nodes {
@@ -11,6 +13,8 @@ namespace {
 
 constexpr NodeType signalType(ReportSignalInfo::Code);
 constexpr NodeType variableType(reportVariable::Code);
+constexpr NodeType summaryType(reportSummary::Code);
+constexpr NodeType eventsType(reportEvents::Code);
 
 } // namespace
 
@@ -18,7 +22,12 @@ KindInfo BasicReport::Kind()
 {
     return KindBuilder::For<BasicReport>("report", "Report", "Отчёт")
         .Property<&BasicReport::m_template>(Prop::Template, "Template", "Шаблон")
-        .Children({signalType, variableType});
+        .Property<&BasicReport::m_period>(Prop::Period, "Period", "Период")
+        .Choice(PeriodShift, "shift", "Смена")
+        .Choice(PeriodDay, "day", "Сутки")
+        .Choice(PeriodWeek, "week", "Неделя")
+        .Choice(PeriodMonth, "month", "Месяц")
+        .Children({signalType, variableType, summaryType, eventsType});
 }
 
 std::vector<std::pair<std::string, std::string>> BasicReport::GetVariables() const
@@ -36,6 +45,16 @@ std::vector<ReportSignalInfo *> BasicReport::GetSignals() const
     for (ConfigNode *node : GetObjects(signalType))
         signalInfos.push_back(static_cast<ReportSignalInfo *>(node));
     return signalInfos;
+}
+
+std::vector<BasicReportSource *> BasicReport::GetSources() const
+{
+    std::vector<BasicReportSource *> sources;
+    for (const auto &child : Children()) {
+        if (auto *source = dynamic_cast<BasicReportSource *>(child.get()))
+            sources.push_back(source);
+    }
+    return sources;
 }
 
 void BasicReport::Validate(ValidationResults &results) const

@@ -3,15 +3,17 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
 #include "nodes/model/properties/PropertyId.h"
+#include "nodes/reports/time/ReportPeriod.h"
 
 #include <utility>
 
 namespace Nodes {
 
+class BasicReportSource;
 class ReportSignalInfo;
 
-/// A printable report: a template file, the variables it is filled with and the signals whose
-/// archive it shows. Variables and signals are its children.
+/// A printable report: a template file, the variables it is filled with and its data sources.
+/// Variables and sources are its children.
 class NODES_EXPORT BasicReport : public ConfigNode
 {
 public:
@@ -19,16 +21,21 @@ public:
     struct Prop
     {
         static constexpr PropertyId<ResourceLink> Template{22001, "template"};
+        static constexpr PropertyId<int> Period{22002, "period"};
     };
 
     static KindInfo Kind();
 
     /// Template as configured: relative to the project's directory, "" when none is set.
     const std::string &GetFilePath() const { return m_template.GetFilePath(); }
+    /// What it is about until the operator chooses.
+    enReportPeriod GetPeriod() const { return enReportPeriod(m_period); }
     /// Names and values, in order.
     std::vector<std::pair<std::string, std::string>> GetVariables() const;
     /// Owned by the report; they may refer to signals that are gone.
     std::vector<ReportSignalInfo *> GetSignals() const;
+    /// All of its data sources in order, signals among them.
+    std::vector<BasicReportSource *> GetSources() const;
 
 protected:
     /// Also reports a missing template.
@@ -36,6 +43,7 @@ protected:
 
 private:
     ResourceLink m_template;
+    int m_period = PeriodShift;
 };
 
 } // namespace Nodes
