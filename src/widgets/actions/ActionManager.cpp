@@ -4,10 +4,12 @@
 #include "widgets/actions/running/ActionTeller.h"
 #include "widgets/actions/running/CopiedActions.h"
 #include "widgets/context/SceneContext.h"
+#include "widgets/events/AlarmWindow.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/navigation/SourceJump.h"
 
 #include "nodes/actions/IAction.h"
 #include "nodes/visual/BasicWidget.h"
@@ -254,6 +256,25 @@ void ActionManager::push(const NodeLinks &actions, const ActionTrigger &trigger)
             action->setCurrentDisplay(trigger.display.value_or(0));
     }
     append({actions, trigger});
+}
+
+bool ActionManager::canJump(const Nodes::NodeLink &source) const
+{
+    return SourceJump::canJump(source);
+}
+
+void ActionManager::jump(const Nodes::NodeLink &source, const QWidget *where)
+{
+    const Nodes::Result result =
+        SourceJump::jump(source, ScreenNumber(where ? onScreen(*where) : nullptr));
+    if (result == Nodes::Result::NotFound || result == Nodes::Result::NotAvailable)
+        notify(QStringLiteral("Источник не показан ни в одном окне проекта"));
+}
+
+void ActionManager::showAlarms()
+{
+    if (DesktopContext *desktop = DesktopContext::current())
+        desktop->GetWindowAlarms()->open();
 }
 
 std::unique_ptr<OwedActions> ActionManager::owe(const NodeLinks &actions,

@@ -53,6 +53,10 @@ public:
     void notify(const QString &text) override;
     void journalOnce(const Nodes::ConfigNode &node, const std::string &text) override;
 
+    bool canJump(const Nodes::NodeLink &source) const override;
+    void jump(const Nodes::NodeLink &source, const QWidget *where) override;
+    void showAlarms() override;
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:

@@ -10,6 +10,15 @@ Nodes::Result ActionSink::write(const Nodes::BasicWidget &,
     return write();
 }
 
+bool ActionSink::canJump(const Nodes::NodeLink & /*source*/) const
+{
+    return false;
+}
+
+void ActionSink::jump(const Nodes::NodeLink & /*source*/, const QWidget * /*where*/) {}
+
+void ActionSink::showAlarms() {}
+
 void ActionSink::trigger(const Nodes::NodeLinks &actions, const QWidget *where,
                          const std::optional<QPoint> &point, ActionOrigin origin)
 {

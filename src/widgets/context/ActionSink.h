@@ -56,6 +56,13 @@ public:
     /// A warning in the journal about a node; the same text about the same node only once.
     virtual void journalOnce(const Nodes::ConfigNode &node, const std::string &text) = 0;
 
+    /// Whether a window or page shows that signal, alarm, device or element; see SourceJump.
+    virtual bool canJump(const Nodes::NodeLink &source) const;
+    /// Leads the operator there from what he touched; a refusal is told to him.
+    virtual void jump(const Nodes::NodeLink &source, const QWidget *where);
+    /// Brings up the alarm window.
+    virtual void showAlarms();
+
     /// Queues the list for what happens to `where` now.
     void trigger(const Nodes::NodeLinks &actions, const QWidget *where,
                  const std::optional<QPoint> &point, ActionOrigin origin = ActionOrigin::Gesture);
