@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/alarms/AlarmTuning.h"
 #include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Timestamp.h"
 
@@ -15,7 +16,8 @@ class BasicAlarm;
 /// Settings of one alarm, copied from its node.
 struct NODES_EXPORT AlarmSettings
 {
-    static AlarmSettings Of(const BasicAlarm &alarm);
+    /// What is named in `tuning` counts instead of the node's own.
+    static AlarmSettings Of(const BasicAlarm &alarm, const AlarmTuning &tuning = {});
 
     NodeLink node;
     std::string source; ///< path of the alarm's node
@@ -24,7 +26,15 @@ struct NODES_EXPORT AlarmSettings
     bool isAckRequired = true;
     Timestamp onDelay = 0; ///< microseconds
     Timestamp offDelay = 0;
-    std::shared_ptr<const AlarmCondition> condition;
+    bool isLatched = false;
+    Timestamp realarm = 0; ///< 0: never
+    std::string firstUpGroup;
+    std::string area;
+    int limitRank = 0;          ///< 2 HH, 1 H, -1 L, -2 LL, else 0
+    double minimum = 0;         ///< range of the signal
+    double maximum = 0;         ///< not above the minimum: unknown
+    std::string suppressReason; ///< of suppression by design: "по проекту: ..."
+    std::shared_ptr<const AlarmCondition> condition; ///< to be cloned
 };
 
 } // namespace Nodes

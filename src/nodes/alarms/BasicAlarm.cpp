@@ -1,10 +1,24 @@
 #include "nodes/alarms/BasicAlarm.h"
 
+#include "nodes/alarms/engine/AlarmCondition.h"
+#include "nodes/alarms/engine/AlarmInputs.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 
 namespace Nodes {
+
+namespace {
+
+const ConfigNode *folderAbove(const ConfigNode *node)
+{
+    do {
+        node = node->GetParent();
+    } while (node && node->GetNodeType() != NodeType(NodeType::SubtypeFolder));
+    return node;
+}
+
+} // namespace
 
 void BasicAlarm::Describe(KindBuilder &builder)
 {
@@ -22,7 +36,43 @@ void BasicAlarm::Describe(KindBuilder &builder)
         .Property<&BasicAlarm::m_isAckRequired>(Prop::AckRequired, "Acknowledgement required",
                                                 "Требует квитирования")
         .Property<&BasicAlarm::m_sound>(Prop::Sound, "Sound", "Звук")
-        .Hint("wav");
+        .Hint("wav")
+        .Property<&BasicAlarm::m_isLatched>(Prop::Latched, "Latched, needs a reset",
+                                            "С фиксацией: требует сброса")
+        .Property<&BasicAlarm::m_realarm>(Prop::Realarm, "Announced again after, min",
+                                          "Повторять неквитированную через, мин")
+        .Range(0, 1440)
+        .Property<&BasicAlarm::m_firstUpGroup>(Prop::FirstUpGroup, "First-up group",
+                                               "Группа первопричины");
+    describeSuppression(builder);
+    describeGuidance(builder);
+}
+
+void BasicAlarm::describeSuppression(KindBuilder &builder)
+{
+    builder
+        .Property<&BasicAlarm::m_suppressWhen>(Prop::SuppressWhen, "Suppressed while",
+                                               "Подавлять по сигналу")
+        .Refers({NodeType::TypeSignal})
+        .Property<&BasicAlarm::m_isSuppressInverted>(
+            Prop::SuppressInverted, "While the signal is false", "Подавлять, когда сигнал ложен")
+        .Property<&BasicAlarm::m_suppressText>(Prop::SuppressText, "Suppression in words",
+                                               "Условие подавления словами");
+}
+
+void BasicAlarm::describeGuidance(KindBuilder &builder)
+{
+    builder.Property<&BasicAlarm::m_area>(Prop::Area, "Area", "Участок")
+        .Property<&BasicAlarm::m_cause>(Prop::Cause, "Cause", "Возможная причина")
+        .Hint("multiline")
+        .Property<&BasicAlarm::m_consequence>(Prop::Consequence, "Consequence",
+                                              "Последствия бездействия")
+        .Hint("multiline")
+        .Property<&BasicAlarm::m_response>(Prop::Response, "Response", "Действия оператора")
+        .Hint("multiline")
+        .Property<&BasicAlarm::m_responseTime>(Prop::ResponseTime, "Time to respond, min",
+                                               "Время на действия, мин")
+        .Range(0, 1440);
 }
 
 BasicSignal *BasicAlarm::GetSignal() const
@@ -37,6 +87,48 @@ std::string BasicAlarm::GetText() const
         return m_text;
     const BasicSignal *signal = GetSignal();
     return signal ? signal->GetName() + ": " + GetName() : GetName();
+}
+
+BasicSignal *BasicAlarm::GetSuppressor() const
+{
+    return dynamic_cast<BasicSignal *>(m_suppressWhen.GetNode());
+}
+
+std::string BasicAlarm::GetSuppressReason() const
+{
+    const std::string byDesign = "по проекту: ";
+    if (!m_suppressText.empty())
+        return byDesign + m_suppressText;
+    const BasicSignal *signal = GetSuppressor();
+    if (!signal)
+        return {};
+    const std::string &name =
+        signal->GetDescription().empty() ? signal->GetName() : signal->GetDescription();
+    return byDesign + "«" + name + "» = " + (m_isSuppressInverted ? "нет" : "да");
+}
+
+AlarmInputs BasicAlarm::MakeInputs() const
+{
+    AlarmInputs inputs;
+    inputs.settings = AlarmSettings::Of(*this);
+    inputs.cell = GetSignal()->GetCell();
+    if (const BasicSignal *reference = GetReference())
+        inputs.reference = reference->GetCell();
+    if (const BasicSignal *suppressor = GetSuppressor())
+        inputs.suppressor = suppressor->GetCell();
+    inputs.isSuppressorInverted = m_isSuppressInverted;
+    return inputs;
+}
+
+std::string BasicAlarm::GetArea() const
+{
+    if (!m_area.empty())
+        return m_area;
+    const BasicSignal *signal = GetSignal();
+    const ConfigNode *folder = folderAbove(this);
+    if (!folder && signal)
+        folder = folderAbove(signal);
+    return folder ? folder->GetName() : std::string();
 }
 
 void BasicAlarm::Validate(ValidationResults &results) const

@@ -23,8 +23,13 @@ public:
     explicit EqualCondition(std::string text) : m_text(std::move(text)), m_number(numberOf(m_text))
     {
     }
-    AlarmVerdict Judge(const SignalValue &value, bool) const override
+    std::unique_ptr<AlarmCondition> Clone() const override
     {
+        return std::make_unique<EqualCondition>(*this);
+    }
+    AlarmVerdict Judge(const AlarmInput &input) override
+    {
+        const SignalValue &value = input.value;
         const Quality quality = value.GetQuality();
         if (quality == Quality::Bad || quality == Quality::Stale)
             return AlarmVerdict::Unknown;

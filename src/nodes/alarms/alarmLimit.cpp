@@ -1,8 +1,7 @@
 #include "nodes/alarms/alarmLimit.h"
 
-#include "nodes/alarms/engine/AlarmCondition.h"
+#include "nodes/alarms/engine/ThresholdCondition.h"
 #include "nodes/model/KindBuilder.h"
-#include "nodes/values/SignalValue.h"
 
 #include <cmath>
 
@@ -10,27 +9,27 @@ namespace Nodes {
 
 namespace {
 
-class LimitCondition : public AlarmCondition
+class LimitCondition : public ThresholdCondition
 {
 public:
-    LimitCondition(bool isHigh, double limit, double deadband)
-        : m_sign(isHigh ? 1 : -1), m_limit(limit * m_sign), m_deadband(deadband)
+    LimitCondition(bool isHigh, const AlarmThreshold &threshold)
+        : ThresholdCondition(threshold), m_sign(isHigh ? 1 : -1)
     {
     }
-    AlarmVerdict Judge(const SignalValue &value, bool isActive) const override
+    std::unique_ptr<AlarmCondition> Clone() const override
     {
-        const Quality quality = value.GetQuality();
-        const double number = value.ToDouble() * m_sign;
-        if (quality == Quality::Bad || quality == Quality::Stale || std::isnan(number))
+        return std::make_unique<LimitCondition>(*this);
+    }
+    AlarmVerdict Judge(const AlarmInput &input) override
+    {
+        const double number = input.value.ToDouble() * m_sign;
+        if (!isTrusted(input.value) || std::isnan(number))
             return AlarmVerdict::Unknown;
-        const bool isBeyond = number >= m_limit || (isActive && number > m_limit - m_deadband);
-        return isBeyond ? AlarmVerdict::Alarm : AlarmVerdict::Normal;
+        return compare(number, m_threshold.limit * m_sign, input.isActive);
     }
 
 private:
     double m_sign; // low limits are high limits of the negated value
-    double m_limit;
-    double m_deadband;
 };
 
 } // namespace
@@ -51,8 +50,8 @@ KindInfo alarmLimit::Kind()
 
 std::unique_ptr<AlarmCondition> alarmLimit::MakeCondition() const
 {
-    return std::make_unique<LimitCondition>(m_type == HighHigh || m_type == High, m_limit,
-                                            m_deadband);
+    return std::make_unique<LimitCondition>(m_type == HighHigh || m_type == High,
+                                            AlarmThreshold{m_limit, m_deadband});
 }
 
 } // namespace Nodes

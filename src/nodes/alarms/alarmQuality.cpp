@@ -11,8 +11,13 @@ namespace {
 class QualityCondition : public AlarmCondition
 {
 public:
-    AlarmVerdict Judge(const SignalValue &value, bool) const override
+    std::unique_ptr<AlarmCondition> Clone() const override
     {
+        return std::make_unique<QualityCondition>(*this);
+    }
+    AlarmVerdict Judge(const AlarmInput &input) override
+    {
+        const SignalValue &value = input.value;
         // At a start alarms come before drivers: nothing is lost yet that never came.
         if (value.IsEmpty())
             return AlarmVerdict::Unknown;

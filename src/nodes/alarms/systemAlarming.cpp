@@ -2,6 +2,7 @@
 
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/alarmColumn.h"
+#include "nodes/alarms/engine/AlarmCondition.h"
 #include "nodes/alarms/engine/AlarmEngine.h"
 #include "nodes/alarms/engine/RecordsAlarm.h"
 #include "nodes/alarms/state/AlarmStateStore.h"
@@ -13,6 +14,8 @@
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
+
+#include <algorithm>
 
 namespace Nodes {
 
@@ -54,7 +57,15 @@ KindInfo systemAlarming::Kind()
                                                      "Размер шрифта заголовка, пт")
         .Range(6, 72)
         .Property<&systemAlarming::m_isHeaderBold>(Prop::HeaderBold, "Bold header",
-                                                   "Полужирный заголовок");
+                                                   "Полужирный заголовок")
+        .Property<&systemAlarming::m_floodBegin>(Prop::FloodBegin,
+                                                 "Flood begins with more than, in 10 min",
+                                                 "Поток тревог: больше за 10 мин")
+        .Range(2, 1000)
+        .Property<&systemAlarming::m_floodEnd>(Prop::FloodEnd,
+                                               "Flood ends with fewer than, in 10 min",
+                                               "Конец потока: меньше за 10 мин")
+        .Range(1, 1000);
 }
 
 std::vector<const alarmColumn *> systemAlarming::GetColumns() const
@@ -92,9 +103,10 @@ Result systemAlarming::Start()
         StoreMessage(LevelWarning, "Состояния тревог не сохраняются: " + found.GetDetail(),
                      GetNodeLink());
     EventJournal *journal = core ? &core->GetJournal() : nullptr;
-    std::vector<BuiltInAlarm> builtIn;
+    std::vector<AlarmInputs> builtIn;
     if (journal)
         builtIn.push_back(m_recordsAlarm->Describe(GetNodeLink()));
+    m_engine->SetFloodLimits(m_floodBegin, std::min(m_floodEnd, m_floodBegin));
     m_engine->Start(alarms, builtIn, journal, std::move(states));
     const systemArchiver *archiver = core ? core->GetSystemArchiver() : nullptr;
     if (journal)
@@ -121,16 +133,30 @@ std::vector<BasicEvent> systemAlarming::GetActiveAlarms(const BasicSignal &signa
     return m_engine->GetActive(*signal.GetCell());
 }
 
-Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const Change &change)
+std::vector<BasicEvent> systemAlarming::GetHiddenAlarms() const
+{
+    return m_engine->GetHidden();
+}
+
+/// The user may do it; who that is.
+Result systemAlarming::permit(const NodeLink &alarm, AuthPriv privilege, std::string &user)
 {
     if (GetState() != NodeState::Running)
         return Result(this, Result::NotAvailable, "alarming is not running");
     const ConfigNode *guarded = alarm.GetNode() ? alarm.GetNode() : this;
-    const std::string user = UserNameFor(*guarded);
-    if (!CheckAccess(privilege.GetType(), *guarded)) {
-        refuse(alarm, user, "Действие с тревогой отклонено: нет прав");
-        return Result(this, Result::AccessDenied);
-    }
+    user = UserNameFor(*guarded);
+    if (CheckAccess(privilege.GetType(), *guarded))
+        return Result();
+    refuse(alarm, user, "Действие с тревогой отклонено: нет прав");
+    return Result(this, Result::AccessDenied);
+}
+
+Result systemAlarming::operate(const NodeLink &alarm, AuthPriv privilege, const Change &change)
+{
+    std::string user;
+    const Result permitted = permit(alarm, privilege, user);
+    if (!permitted)
+        return permitted;
     return m_engine->Operate(
         alarm, [&](AlarmTracker &tracker, const AlarmMoment &now, AlarmTracker::Records &records) {
             return change(tracker, now, user, records);
@@ -197,16 +223,16 @@ Result systemAlarming::Acknowledge(const NodeLink &alarm, const std::string &com
     return AcknowledgeSeen(alarm, Clock::Current().Steady(), comment);
 }
 
-Result systemAlarming::Shelve(const NodeLink &alarm, int seconds)
+Result systemAlarming::Shelve(const NodeLink &alarm, int seconds, const std::string &reason)
 {
     if (seconds < 1 || seconds > longestShelf)
         return Result(this, Result::OutOfRange,
                       "shelving for " + std::to_string(seconds) + " s, 1.." +
                           std::to_string(longestShelf));
     return operate(alarm, PrivilegeShelve,
-                   [seconds](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
-                             AlarmTracker::Records &records) {
-                       tracker.Shelve(Timestamp(seconds) * 1000000, user, now, records);
+                   [&](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                       AlarmTracker::Records &records) {
+                       tracker.Shelve(Timestamp(seconds) * 1000000, user, now, records, reason);
                        return Result();
                    });
 }
@@ -223,24 +249,68 @@ Result systemAlarming::Unshelve(const NodeLink &alarm)
                    });
 }
 
-Result systemAlarming::SetOutOfService(const NodeLink &alarm, bool out)
+Result systemAlarming::SetOutOfService(const NodeLink &alarm, bool out, const std::string &reason)
 {
     return operate(alarm, PrivilegeShelve,
-                   [out](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
-                         AlarmTracker::Records &records) {
-                       tracker.SetOutOfService(out, user, now, records);
+                   [&](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                       AlarmTracker::Records &records) {
+                       tracker.SetOutOfService(out, user, now, records, reason);
                        return Result();
                    });
 }
 
-Result systemAlarming::SetSuppressed(const NodeLink &alarm, bool suppressed)
+Result systemAlarming::SetSuppressed(const NodeLink &alarm, bool suppressed,
+                                     const std::string &reason)
 {
     return operate(alarm, PrivilegeShelve,
-                   [suppressed](AlarmTracker &tracker, const AlarmMoment &now,
-                                const std::string &user, AlarmTracker::Records &records) {
-                       tracker.SetSuppressed(suppressed, user, now, records);
+                   [&](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+                       AlarmTracker::Records &records) {
+                       tracker.SetSuppressed(suppressed, user, now, records, reason);
                        return Result();
                    });
+}
+
+Result systemAlarming::Reset(const NodeLink &alarm)
+{
+    return operate(
+        alarm, PrivilegeAcknowledge,
+        [](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+           AlarmTracker::Records &records) { return tracker.Reset(user, now, records); });
+}
+
+AlarmTuning systemAlarming::GetTuning(const NodeLink &alarm) const
+{
+    return m_engine->GetTuning(alarm.GetNodeId());
+}
+
+Result systemAlarming::Tune(const NodeLink &alarm, const AlarmTuning &tuning)
+{
+    std::string user;
+    const Result permitted = permit(alarm, PrivilegeConfigure, user);
+    return permitted ? m_engine->Tune(alarm, tuning, user) : permitted;
+}
+
+Result systemAlarming::RevertTuning(const NodeLink &alarm)
+{
+    return operate(
+        alarm, PrivilegeConfigure,
+        [](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
+           AlarmTracker::Records &records) { return tracker.RevertTuning(user, now, records); });
+}
+
+std::vector<TunedAlarm> systemAlarming::GetTuned() const
+{
+    return m_engine->GetTuned();
+}
+
+AlarmFlood systemAlarming::GetFlood() const
+{
+    return m_engine->GetFlood();
+}
+
+Connection systemAlarming::ConnectFlood(std::function<void(const AlarmFlood &)> slot)
+{
+    return m_engine->ConnectFlood(std::move(slot));
 }
 
 Connection systemAlarming::ConnectAlarm(std::function<void(const BasicEvent &)> slot)

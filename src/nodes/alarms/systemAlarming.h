@@ -1,5 +1,8 @@
 #pragma once
 
+#include "nodes/alarms/AlarmFlood.h"
+#include "nodes/alarms/AlarmTuning.h"
+#include "nodes/alarms/TunedAlarm.h"
 #include "nodes/alarms/engine/AlarmFeed.h"
 #include "nodes/alarms/engine/AlarmOccurrence.h"
 #include "nodes/alarms/state/AlarmHealth.h"
@@ -41,6 +44,8 @@ public:
         static constexpr PropertyId<int> FontSize{7206, "fontSize"};
         static constexpr PropertyId<int> HeaderFontSize{7207, "headerFontSize"};
         static constexpr PropertyId<bool> HeaderBold{7208, "headerBold"};
+        static constexpr PropertyId<int> FloodBegin{8401, "floodBegin"};
+        static constexpr PropertyId<int> FloodEnd{8402, "floodEnd"};
     };
 
     systemAlarming();
@@ -61,6 +66,10 @@ public:
     /// Empty: the window then shows all kinds of column.
     std::vector<const alarmColumn *> GetColumns() const;
 
+    /// A flood begins with more alarms than this in ten minutes, and ends with fewer than that.
+    int GetFloodBegin() const { return m_floodBegin; }
+    int GetFloodEnd() const { return m_floodEnd; }
+
     Result Start() override;
     Result Stop() override;
 
@@ -68,6 +77,8 @@ public:
     std::vector<BasicEvent> GetActiveAlarms() const;
     /// The same for the alarms of one signal, in no order.
     std::vector<BasicEvent> GetActiveAlarms(const BasicSignal &signal) const;
+    /// Alarms that are shelved, suppressed or out of service, latest change first: copies.
+    std::vector<BasicEvent> GetHiddenAlarms() const;
     /// Rights are checked here: PrivilegeAcknowledge to acknowledge, PrivilegeShelve for the rest;
     /// AccessDenied is journalled. NotAvailable unless running. Acknowledges the occurrence that
     /// the operator saw: NotFound when the alarm has nothing to acknowledge (any more), Refused
@@ -85,11 +96,36 @@ public:
                                          const std::string &comment = {});
     /// Whatever was announced until now.
     [[nodiscard]] Result Acknowledge(const NodeLink &alarm, const std::string &comment = {});
-    /// Hides the alarm for `seconds` (1 to 86400); it comes back by itself.
-    [[nodiscard]] Result Shelve(const NodeLink &alarm, int seconds);
+    /// Hides the alarm for `seconds` (1 to 86400); it comes back by itself. The reason, here and
+    /// below, goes into the journal and stands on lists as long as the alarm is hidden.
+    [[nodiscard]] Result Shelve(const NodeLink &alarm, int seconds, const std::string &reason = {});
     [[nodiscard]] Result Unshelve(const NodeLink &alarm);
-    [[nodiscard]] Result SetOutOfService(const NodeLink &alarm, bool out);
-    [[nodiscard]] Result SetSuppressed(const NodeLink &alarm, bool suppressed);
+    [[nodiscard]] Result SetOutOfService(const NodeLink &alarm, bool out,
+                                         const std::string &reason = {});
+    [[nodiscard]] Result SetSuppressed(const NodeLink &alarm, bool suppressed,
+                                       const std::string &reason = {});
+    /// Ends a latched alarm; PrivilegeAcknowledge. NotFound when nothing is to be reset, Refused
+    /// while its condition is there or it is not acknowledged: the detail says which, in Russian.
+    [[nodiscard]] Result Reset(const NodeLink &alarm);
+
+    /// Limit, deadband and delays that count now; those the alarm does not have are absent. Empty
+    /// for strangers and while alarming is not running.
+    AlarmTuning GetTuning(const NodeLink &alarm) const;
+    /// Changes what is named, until it is reverted or the project says something new: the project
+    /// itself stays as it is. PrivilegeConfigure. OutOfRange for numbers out of range and limits
+    /// out of order (HH above H above L above LL), InvalidArgument for a limit of an alarm that has
+    /// none; the detail says what and why, in Russian. Nothing is changed then.
+    [[nodiscard]] Result Tune(const NodeLink &alarm, const AlarmTuning &tuning);
+    /// As the project has it; NotFound when it already is.
+    [[nodiscard]] Result RevertTuning(const NodeLink &alarm);
+    /// What deviates from the project.
+    std::vector<TunedAlarm> GetTuned() const;
+
+    /// More alarms in ten minutes than the limit set for `floodBegin`.
+    AlarmFlood GetFlood() const;
+    /// When a flood begins or ends, and while one lasts, when its number changes, once a second at
+    /// most. The slot runs on one thread of the node model.
+    Connection ConnectFlood(std::function<void(const AlarmFlood &)> slot);
 
     /// A new or changed alarm, in the order of the changes; at Start also those that an earlier run
     /// left. The slot runs on one thread of the node model.
@@ -104,6 +140,7 @@ private:
     using Change = std::function<Result(AlarmTracker &, const AlarmMoment &,
                                         const std::string &user, std::vector<BasicEvent> &)>;
 
+    Result permit(const NodeLink &alarm, AuthPriv privilege, std::string &user);
     Result operate(const NodeLink &alarm, AuthPriv privilege, const Change &change);
     void refuse(const NodeLink &alarm, const std::string &user, const std::string &what);
 
@@ -115,6 +152,8 @@ private:
     int m_fontSize = 12;
     int m_headerFontSize = 11;
     bool m_isHeaderBold = true;
+    int m_floodBegin = 10;
+    int m_floodEnd = 5;
     std::unique_ptr<RecordsAlarm> m_recordsAlarm;
     std::shared_ptr<AlarmEngine> m_engine; // feeds may outlive the node
 };

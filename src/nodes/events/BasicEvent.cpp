@@ -10,7 +10,8 @@ auto fields(const BasicEvent &e)
 {
     return std::tie(e.id, e.time, e.level, e.type, e.text, e.source, e.sourceNode, e.user,
                     e.oldValue, e.newValue, e.alarmState, e.priority, e.occurrence, e.raised,
-                    e.acknowledged, e.returned);
+                    e.acknowledged, e.returned, e.area, e.isFirstUp, e.reminders, e.comment,
+                    e.hiddenBy, e.hiddenReason, e.hiddenUntil);
 }
 
 } // namespace

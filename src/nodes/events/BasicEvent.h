@@ -18,7 +18,8 @@ enum class AlarmState {
     Normal = 4,
     Shelved = 5,
     Suppressed = 6,
-    OutOfService = 7
+    OutOfService = 7,
+    AwaitingReset = 8 ///< latched and acknowledged; its condition is gone, nobody has reset it yet
 };
 
 /// An event or alarm record. Plain value, copied across threads.
@@ -31,7 +32,7 @@ struct NODES_EXPORT BasicEvent
     std::string text;
     std::string source;   ///< name of the source at the time; kept when the node is renamed
     NodeLink sourceNode;  ///< empty when the source is no node
-    std::string user;     ///< who did it; "" for the system itself
+    std::string user;     ///< who did it, of a listed alarm who acknowledged it; "": the system
     std::string oldValue; ///< of a write, else ""
     std::string newValue; ///< of a write; of an alarm its signal's value at that time
     AlarmState alarmState = AlarmState::None;
@@ -43,6 +44,16 @@ struct NODES_EXPORT BasicEvent
     Timestamp raised = 0;
     Timestamp acknowledged = 0;
     Timestamp returned = 0;
+    // Of a listed alarm only; the texts of journal entries tell them.
+    std::string area;       ///< see BasicAlarm::GetArea
+    bool isFirstUp = false; ///< came first in its first-up group, until that is clear again
+    int reminders = 0;      ///< how often it was announced again unacknowledged
+    std::string comment;    ///< of the last acknowledgement of this occurrence
+    /// Shelved, suppressed or out of service: who did it ("" by design or unknown), why, until
+    /// when.
+    std::string hiddenBy;
+    std::string hiddenReason;
+    Timestamp hiddenUntil = 0; ///< 0: until taken back
 
     bool operator==(const BasicEvent &other) const;
     bool operator!=(const BasicEvent &other) const { return !(*this == other); }

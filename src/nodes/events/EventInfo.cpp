@@ -37,6 +37,7 @@ constexpr std::array alarmStates{
     CodeName{int(AlarmState::Shelved), "Отложенные"},
     CodeName{int(AlarmState::Suppressed), "Подавленные"},
     CodeName{int(AlarmState::OutOfService), "Выведенные из работы"},
+    CodeName{int(AlarmState::AwaitingReset), "Ожидающие сброса"},
 };
 
 template <std::size_t Count> std::string nameOf(const std::array<CodeName, Count> &names, int code)

@@ -38,6 +38,7 @@ enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event)
     switch (event.alarmState) {
     case AlarmState::ActiveUnacked:
     case AlarmState::ActiveAcked:
+    case AlarmState::AwaitingReset: // something is still to be done about it
         return AlarmPresent;
     case AlarmState::ReturnedUnacked:
     case AlarmState::Normal:

@@ -2,29 +2,16 @@
 
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/engine/AlarmFeedQueue.h"
+#include "nodes/alarms/engine/AlarmTuningRules.h"
 #include "nodes/alarms/state/MissingAlarms.h"
 #include "nodes/model/ConfigNodeJournal.h"
-#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/Clock.h"
 #include "nodes/values/ValueCell.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace Nodes {
-
-struct AlarmEngine::Watch
-{
-    Watch(const BuiltInAlarm &alarm, std::size_t number, unsigned long &lastOccurrence)
-        : tracker(alarm.settings, lastOccurrence), cell(alarm.cell), place(number)
-    {
-    }
-    unsigned long NodeId() const { return tracker.GetSettings().node.GetNodeId(); }
-
-    AlarmTracker tracker;
-    std::shared_ptr<ValueCell> cell;
-    const std::size_t place; // in m_watches
-    ValueSubscription subscription;
-    Timestamp deadline = DeadlineThread::Never;
-};
 
 AlarmEngine::AlarmEngine() = default;
 
@@ -34,23 +21,18 @@ AlarmEngine::~AlarmEngine()
 }
 
 void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms,
-                        const std::vector<BuiltInAlarm> &builtIn, EventJournal *journal,
+                        const std::vector<AlarmInputs> &builtIn, EventJournal *journal,
                         std::shared_ptr<AlarmStateStore> store)
 {
     Stop();
     m_outbox.SetJournal(journal);
     {
         const std::lock_guard lock(m_mutex);
-        std::vector<BuiltInAlarm> all = builtIn;
+        for (const AlarmInputs &alarm : builtIn)
+            m_alarms.Add(alarm, m_lastOccurrence);
         for (const BasicAlarm *alarm : alarms)
-            all.push_back({AlarmSettings::Of(*alarm), alarm->GetSignal()->GetCell()});
-        for (const BuiltInAlarm &alarm : all) {
-            m_watches.push_back(std::make_unique<Watch>(alarm, m_watches.size(), m_lastOccurrence));
-            Watch *watch = m_watches.back().get();
-            m_byNode[watch->NodeId()] = watch;
-            m_byCell.emplace(alarm.cell.get(), watch);
-        }
-        m_outbox.BeginFeedsAnew(m_watches.size());
+            m_alarms.Add(alarm->MakeInputs(), m_lastOccurrence);
+        m_outbox.BeginFeedsAnew(m_alarms.All().size());
     }
     AlarmStateStore::Memories memories;
     if (store)
@@ -63,7 +45,7 @@ void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms,
         restore(memories);
         m_isRunning = true;
     }
-    for (const auto &watch : m_watches)
+    for (const auto &watch : m_alarms.All())
         subscribe(*watch);
     m_thread.Start([this] { return work(); });
 }
@@ -71,8 +53,11 @@ void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms,
 void AlarmEngine::Stop()
 {
     // Ended without the lock: a publisher may be waiting for it inside its subscription.
-    for (const auto &watch : m_watches)
-        watch->subscription.Disconnect();
+    for (const auto &watch : m_alarms.All()) {
+        watch->value.Disconnect();
+        watch->reference.Disconnect();
+        watch->suppressor.Disconnect();
+    }
     m_thread.Stop();
     {
         // No operation may follow the last work: it would be confirmed but never recorded.
@@ -86,11 +71,9 @@ void AlarmEngine::Stop()
     {
         const std::lock_guard lock(m_mutex);
         m_deadlines.clear();
-        m_byNode.clear();
-        m_byCell.clear();
-        if (!m_watches.empty())
+        if (!m_alarms.All().empty())
             m_outbox.BeginFeedsAnew(0);
-        m_watches.clear();
+        m_alarms.Clear();
         load = m_outbox.Take();
     }
     m_outbox.Deliver(load);
@@ -121,21 +104,34 @@ void AlarmEngine::restore(const AlarmStateStore::Memories &memories)
     const AlarmMoment now = AlarmMoment::Now();
     for (const auto &[node, stored] : memories) {
         m_lastOccurrence = std::max(m_lastOccurrence, stored.memory.occurrence);
-        const auto found = m_byNode.find(node);
-        if (found == m_byNode.end()) {
+        WatchedAlarm *found = m_alarms.Find(node);
+        if (!found) {
             missing.Keep(node, stored, now.wall);
             continue;
         }
-        Watch &watch = *found->second;
+        WatchedAlarm &watch = *found;
         const std::string &path = watch.tracker.GetSettings().source;
         if (missing.IsAnothers(node, stored, path))
             continue;
-        watch.tracker.Restore(stored.memory, now);
+        tellOverruled(watch, watch.tracker.Restore(stored.memory, now));
         schedule(watch);
-        if (stored.missingSince != 0 || stored.path != path)
+        if (stored.missingSince != 0 || stored.path != path ||
+            watch.tracker.GetMemory() != stored.memory)
             keep(watch);
-        m_outbox.AddChange(watch.place, watch.tracker.GetRecord(), false);
+        if (watch.tracker.GetState() != AlarmState::Normal)
+            m_outbox.AddChange(watch.place, watch.tracker.GetRecord(), false);
     }
+}
+
+void AlarmEngine::tellOverruled(const WatchedAlarm &watch, const AlarmTuning &dropped)
+{
+    if (dropped.isEmpty())
+        return;
+    const AlarmSettings &settings = watch.tracker.GetSettings();
+    Report(LevelWarning,
+           "Подстройка тревоги «" + settings.text + "» отменена, проект изменён: " +
+               AlarmTuningRules::Describe(dropped, AlarmTuningRules::OfProject(settings)),
+           settings.node);
 }
 
 void AlarmEngine::onKeepingTrouble(const std::string &trouble)
@@ -157,23 +153,36 @@ void AlarmEngine::onStoreLacking(const std::string &setAside)
     if (!setAside.empty())
         reportSetAside(setAside);
     const std::lock_guard lock(m_mutex);
-    for (const auto &watch : m_watches)
+    for (const auto &watch : m_alarms.All())
         keep(*watch);
 }
 
-void AlarmEngine::keep(const Watch &watch)
+void AlarmEngine::keep(const WatchedAlarm &watch)
 {
     m_keeper.Put(watch.NodeId(), {watch.tracker.GetMemory(), watch.tracker.GetSettings().source});
 }
 
-void AlarmEngine::subscribe(Watch &watch)
+void AlarmEngine::subscribe(WatchedAlarm &watch)
 {
-    watch.subscription.Connect(
-        watch.cell, [this, &watch](const SignalValue &) { judge(watch); }, ValueFeed::Measured);
-    judge(watch);
+    const AlarmInputs &inputs = watch.inputs;
+    const auto listen = [&](const std::shared_ptr<ValueCell> &cell, ValueSubscription &subscription,
+                            void (WatchedAlarm::*judge)(const AlarmMoment &, Records &)) {
+        if (!cell)
+            return;
+        const auto changed = [this, &watch, judge](const SignalValue &) {
+            run(watch, [&watch, judge](AlarmTracker &, const AlarmMoment &now, Records &records) {
+                (watch.*judge)(now, records);
+            });
+        };
+        subscription.Connect(cell, changed, ValueFeed::Measured);
+        changed({});
+    };
+    listen(inputs.suppressor, watch.suppressor, &WatchedAlarm::JudgeSuppressor);
+    listen(inputs.reference, watch.reference, &WatchedAlarm::JudgeReference);
+    listen(inputs.cell, watch.value, &WatchedAlarm::JudgeValue);
 }
 
-void AlarmEngine::judge(Watch &watch)
+template <class Step> void AlarmEngine::run(WatchedAlarm &watch, Step change)
 {
     const AlarmMoment now = AlarmMoment::Now();
     bool isCalling = false;
@@ -181,14 +190,7 @@ void AlarmEngine::judge(Watch &watch)
         const std::lock_guard lock(m_mutex);
         const Timestamp earliest =
             m_deadlines.empty() ? DeadlineThread::Never : m_deadlines.begin()->first;
-        AlarmTracker::Records records;
-        const bool wasDoubtful = watch.tracker.isDoubtful();
-        // The cell knows the later of two values; measured: a deadband must not hide a limit.
-        step(watch,
-             [&](AlarmTracker &tracker) { tracker.Judge(watch.cell->Measured(), now, records); });
-        if (records.empty() && watch.tracker.isDoubtful() != wasDoubtful)
-            tellDoubt(watch);
-        send(watch, std::move(records));
+        step(watch, now, change);
         isCalling = !m_outbox.IsEmpty() || watch.deadline < earliest;
     }
     if (isCalling)
@@ -197,7 +199,7 @@ void AlarmEngine::judge(Watch &watch)
 
 /// That the value cannot be judged, or can again, is told to lists. It happens to every alarm of a
 /// device whose connection blinks: the journal has the loss itself, from the driver.
-void AlarmEngine::tellDoubt(const Watch &watch)
+void AlarmEngine::tellDoubt(const WatchedAlarm &watch)
 {
     if (!watch.tracker.isListed())
         return;
@@ -207,9 +209,11 @@ void AlarmEngine::tellDoubt(const Watch &watch)
 }
 
 // Of an acknowledgement the journal keeps the deed, while lists are told how the alarm stands.
-void AlarmEngine::send(const Watch &watch, AlarmTracker::Records records)
+void AlarmEngine::send(const WatchedAlarm &watch, Records records, const AlarmMoment &now)
 {
     for (BasicEvent &record : records) {
+        if (record.type == TypeAlarmActive)
+            m_flood.Add(now.steady, now.wall);
         if (record.type != TypeAcknowledgement) {
             m_outbox.AddChange(watch.place, std::move(record), true);
             continue;
@@ -222,16 +226,22 @@ void AlarmEngine::send(const Watch &watch, AlarmTracker::Records records)
     }
 }
 
-template <class Step> void AlarmEngine::step(Watch &watch, Step run)
+template <class Step>
+void AlarmEngine::step(WatchedAlarm &watch, const AlarmMoment &now, Step change)
 {
+    Records records;
     const AlarmMemory before = watch.tracker.GetMemory();
-    run(watch.tracker);
+    const bool wasDoubtful = watch.tracker.isDoubtful();
+    change(watch.tracker, now, records);
     if (watch.tracker.GetMemory() != before)
         keep(watch);
     schedule(watch);
+    if (records.empty() && watch.tracker.isDoubtful() != wasDoubtful)
+        tellDoubt(watch);
+    send(watch, std::move(records), now);
 }
 
-void AlarmEngine::schedule(Watch &watch)
+void AlarmEngine::schedule(WatchedAlarm &watch)
 {
     const Timestamp deadline = watch.tracker.Deadline();
     if (deadline == watch.deadline)
@@ -247,19 +257,26 @@ Timestamp AlarmEngine::work()
     const AlarmMoment now = AlarmMoment::Now();
     AlarmOutbox::Load load;
     Timestamp next = DeadlineThread::Never;
+    std::optional<AlarmFloodWatch> flood;
     {
         const std::lock_guard lock(m_mutex);
         while (!m_deadlines.empty() && m_deadlines.begin()->first <= now.steady) {
-            Watch &due = *m_deadlines.begin()->second;
-            AlarmTracker::Records records;
-            step(due, [&](AlarmTracker &tracker) { tracker.Tick(now, records); });
-            send(due, std::move(records));
+            step(*m_deadlines.begin()->second, now,
+                 [](AlarmTracker &tracker, const AlarmMoment &at, Records &records) {
+                     tracker.Tick(at, records);
+                 });
         }
         load = m_outbox.Take();
+        m_flood.Advance(now.steady, now.wall);
+        next = m_flood.Deadline();
+        flood = m_flood;
         if (!m_deadlines.empty())
-            next = m_deadlines.begin()->first;
+            next = std::min(next, m_deadlines.begin()->first);
     }
     m_outbox.Deliver(load);
+    m_floodTeller.Tell(*flood, now.steady, [this](bool isFlood, const std::string &text) {
+        Report(isFlood ? LevelWarning : LevelInformation, text);
+    });
     if (m_keeper.IsFoundHanging())
         onKeepingTrouble("диск не отвечает");
     return next;
@@ -276,37 +293,18 @@ AlarmHealth AlarmEngine::GetHealth() const
     return health;
 }
 
-std::vector<const AlarmEngine::Watch *> AlarmEngine::activeByChange() const
+void AlarmEngine::SetFloodLimits(int begin, int end)
 {
-    std::vector<const Watch *> active;
-    for (const auto &watch : m_watches) {
-        if (watch->tracker.GetState() != AlarmState::Normal)
-            active.push_back(watch.get());
-    }
-    std::stable_sort(active.begin(), active.end(), [](const Watch *a, const Watch *b) {
-        return a->tracker.GetMemory().changed > b->tracker.GetMemory().changed;
+    const std::lock_guard lock(m_mutex);
+    m_flood = AlarmFloodWatch(begin, end);
+}
+
+Result AlarmEngine::Tune(const NodeLink &alarm, const AlarmTuning &wanted, const std::string &user)
+{
+    return Operate(alarm, [&](AlarmTracker &tracker, const AlarmMoment &now, Records &records) {
+        const Result inOrder = m_alarms.CheckOrder(alarm.GetNodeId(), wanted);
+        return inOrder ? tracker.Tune(wanted, user, now, records) : inOrder;
     });
-    return active;
-}
-
-std::vector<BasicEvent> AlarmEngine::GetActive() const
-{
-    std::vector<BasicEvent> active;
-    const std::lock_guard lock(m_mutex);
-    for (const Watch *watch : activeByChange())
-        active.push_back(watch->tracker.GetRecord());
-    return active;
-}
-
-std::vector<BasicEvent> AlarmEngine::GetActive(const ValueCell &cell) const
-{
-    std::vector<BasicEvent> active;
-    const std::lock_guard lock(m_mutex);
-    for (auto [watch, end] = m_byCell.equal_range(&cell); watch != end; ++watch) {
-        if (watch->second->tracker.GetState() != AlarmState::Normal)
-            active.push_back(watch->second->tracker.GetRecord());
-    }
-    return active;
 }
 
 Result AlarmEngine::Operate(const NodeLink &alarm, const Operation &operation)
@@ -327,10 +325,10 @@ void AlarmEngine::Operate(const std::vector<unsigned long> &alarms, const BatchO
         for (std::size_t i = 0; i < alarms.size(); ++i) {
             if (!results[i])
                 continue;
-            results[i] = operate(alarms[i], [&](AlarmTracker &tracker, const AlarmMoment &now,
-                                                AlarmTracker::Records &records) {
-                return operation(i, tracker, now, records);
-            });
+            results[i] = operate(
+                alarms[i], [&](AlarmTracker &tracker, const AlarmMoment &now, Records &records) {
+                    return operation(i, tracker, now, records);
+                });
         }
     }
     m_thread.Wake();
@@ -340,14 +338,14 @@ Result AlarmEngine::operate(unsigned long alarm, const Operation &operation)
 {
     if (!m_isRunning)
         return Result(Result::NotAvailable, "alarming is not running");
-    const auto found = m_byNode.find(alarm);
-    if (found == m_byNode.end())
+    WatchedAlarm *watch = m_alarms.Find(alarm);
+    if (!watch)
         return Result(Result::NotFound, "no alarm " + std::to_string(alarm));
     Result result;
-    AlarmTracker::Records records;
-    step(*found->second,
-         [&](AlarmTracker &tracker) { result = operation(tracker, AlarmMoment::Now(), records); });
-    send(*found->second, std::move(records));
+    step(*watch, AlarmMoment::Now(),
+         [&](AlarmTracker &tracker, const AlarmMoment &now, Records &records) {
+             result = operation(tracker, now, records);
+         });
     return result;
 }
 
@@ -366,8 +364,8 @@ std::shared_ptr<AlarmFeedQueue> AlarmEngine::OpenFeed(AlarmFeed::Wake wake)
     auto queue = std::make_shared<AlarmFeedQueue>(std::move(wake));
     {
         const std::lock_guard lock(m_mutex);
-        queue->Reset(m_watches.size());
-        for (const Watch *watch : activeByChange())
+        queue->Reset(m_alarms.All().size());
+        for (const WatchedAlarm *watch : m_alarms.ActiveByChange())
             queue->Add(watch->place);
         m_outbox.AddFeed(queue);
     }
@@ -391,7 +389,7 @@ AlarmFeed::Batch AlarmEngine::Take(AlarmFeedQueue &queue, std::size_t limit)
     const std::vector<std::size_t> places = queue.Take(limit, batch);
     batch.alarms.reserve(places.size());
     for (const std::size_t place : places)
-        batch.alarms.push_back(m_watches[place]->tracker.GetRecord());
+        batch.alarms.push_back(m_alarms.At(place).tracker.GetRecord());
     return batch;
 }
 

@@ -1,19 +1,19 @@
 #pragma once
 
 #include "nodes/alarms/engine/AlarmFeed.h"
+#include "nodes/alarms/engine/AlarmFloodTeller.h"
+#include "nodes/alarms/engine/AlarmInputs.h"
 #include "nodes/alarms/engine/AlarmOutbox.h"
 #include "nodes/alarms/engine/AlarmTracker.h"
-#include "nodes/alarms/engine/BuiltInAlarm.h"
+#include "nodes/alarms/engine/WatchedAlarms.h"
 #include "nodes/alarms/state/AlarmHealth.h"
 #include "nodes/alarms/state/AlarmStateKeeper.h"
 #include "nodes/timers/DeadlineThread.h"
-#include "nodes/values/ValueSubscription.h"
 
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <set>
-#include <unordered_map>
 #include <vector>
 
 namespace Nodes {
@@ -28,6 +28,12 @@ class ValueCell;
 /// the alarms' settings, no nodes. Start, Stop: GUI thread; rest: any.
 class NODES_EXPORT AlarmEngine
 {
+    template <class Question> auto ask(Question question) const
+    {
+        const std::lock_guard lock(m_mutex);
+        return question(m_alarms);
+    }
+
 public:
     using Slot = std::function<void(const BasicEvent &)>;
     using Operation =
@@ -41,15 +47,38 @@ public:
 
     /// `journal` may be null; without a store nothing is kept over a restart.
     void Start(const std::vector<const BasicAlarm *> &alarms,
-               const std::vector<BuiltInAlarm> &builtIn, EventJournal *journal,
+               const std::vector<AlarmInputs> &builtIn, EventJournal *journal,
                std::shared_ptr<AlarmStateStore> store);
     /// Announces and keeps what there is; see AlarmStateKeeper::Stop.
     void Stop();
 
-    std::vector<BasicEvent> GetActive() const;
+    std::vector<BasicEvent> GetActive() const { return ask(std::mem_fn(&WatchedAlarms::Active)); }
     /// The same for the alarms that watch this cell, in no order.
-    std::vector<BasicEvent> GetActive(const ValueCell &cell) const;
+    std::vector<BasicEvent> GetActive(const ValueCell &cell) const
+    {
+        return ask([&](const WatchedAlarms &alarms) { return alarms.ActiveOf(cell); });
+    }
+    /// Those that are hidden from the operators, latest change first.
+    std::vector<BasicEvent> GetHidden() const { return ask(std::mem_fn(&WatchedAlarms::Hidden)); }
     AlarmHealth GetHealth() const;
+    /// Before Start.
+    void SetFloodLimits(int begin, int end);
+    AlarmFlood GetFlood() const
+    {
+        return ask([this](const WatchedAlarms &) { return m_flood.GetFlood(); });
+    }
+    Connection ConnectFlood(std::function<void(const AlarmFlood &)> slot)
+    {
+        return m_floodTeller.Connect(std::move(slot));
+    }
+    std::vector<TunedAlarm> GetTuned() const { return ask(std::mem_fn(&WatchedAlarms::Tuned)); }
+    /// Empty for strangers.
+    AlarmTuning GetTuning(unsigned long alarm) const
+    {
+        return ask([=](const WatchedAlarms &alarms) { return alarms.TuningOf(alarm); });
+    }
+    [[nodiscard]] Result Tune(const NodeLink &alarm, const AlarmTuning &wanted,
+                              const std::string &user);
     /// Runs the operation on one alarm, alone. NotAvailable when stopped, NotFound for strangers.
     [[nodiscard]] Result Operate(const NodeLink &alarm, const Operation &operation);
     /// The same for many alarms in one step that nothing comes between. `results` has one for each
@@ -67,33 +96,33 @@ public:
     AlarmFeed::Batch Take(AlarmFeedQueue &queue, std::size_t limit);
 
 private:
-    struct Watch;
+    using Records = AlarmTracker::Records;
 
     void load(AlarmStateStore &store, AlarmStateStore::Memories &memories);
     void restore(const AlarmStateStore::Memories &memories);
+    void tellOverruled(const WatchedAlarm &watch, const AlarmTuning &dropped);
     void onKeepingTrouble(const std::string &trouble);
     void onStoreLacking(const std::string &setAside);
     void reportSetAside(const std::string &file);
-    void keep(const Watch &watch);
-    void subscribe(Watch &watch);
-    void judge(Watch &watch);
-    template <class Step> void step(Watch &watch, Step run);
-    void schedule(Watch &watch);
+    void keep(const WatchedAlarm &watch);
+    void subscribe(WatchedAlarm &watch);
+    template <class Step> void run(WatchedAlarm &watch, Step change);
+    template <class Step> void step(WatchedAlarm &watch, const AlarmMoment &now, Step change);
+    void schedule(WatchedAlarm &watch);
     [[nodiscard]] Result operate(unsigned long alarm, const Operation &operation);
-    void send(const Watch &watch, AlarmTracker::Records records);
-    void tellDoubt(const Watch &watch);
+    void send(const WatchedAlarm &watch, Records records, const AlarmMoment &now);
+    void tellDoubt(const WatchedAlarm &watch);
     Timestamp work();
-    std::vector<const Watch *> activeByChange() const;
 
     mutable std::mutex m_mutex;
-    std::vector<std::unique_ptr<Watch>> m_watches;
-    std::unordered_map<unsigned long, Watch *> m_byNode;
-    std::unordered_multimap<const ValueCell *, Watch *> m_byCell;
-    std::set<std::pair<Timestamp, Watch *>> m_deadlines;
+    WatchedAlarms m_alarms;
+    std::set<std::pair<Timestamp, WatchedAlarm *>> m_deadlines;
     AlarmOutbox m_outbox;
     unsigned long m_lastOccurrence = 0;
     bool m_isRunning = false;
+    AlarmFloodWatch m_flood{10, 5};
 
+    AlarmFloodTeller m_floodTeller; // the engine's thread
     AlarmStateKeeper m_keeper;
     DeadlineThread m_thread;
 };

@@ -18,9 +18,13 @@ constexpr Timestamp shownLoss = 60 * second; // for how long entries that were l
 class TrueCondition : public AlarmCondition
 {
 public:
-    AlarmVerdict Judge(const SignalValue &value, bool) const override
+    std::unique_ptr<AlarmCondition> Clone() const override
     {
-        return value.ToBool() ? AlarmVerdict::Alarm : AlarmVerdict::Normal;
+        return std::make_unique<TrueCondition>(*this);
+    }
+    AlarmVerdict Judge(const AlarmInput &input) override
+    {
+        return input.value.ToBool() ? AlarmVerdict::Alarm : AlarmVerdict::Normal;
     }
 };
 
@@ -52,16 +56,18 @@ RecordsAlarm::RecordsAlarm() : m_cell(std::make_shared<ValueCell>())
     m_cell->Publish(false);
 }
 
-BuiltInAlarm RecordsAlarm::Describe(const NodeLink &node) const
+AlarmInputs RecordsAlarm::Describe(const NodeLink &node) const
 {
-    AlarmSettings settings;
+    AlarmInputs inputs;
+    AlarmSettings &settings = inputs.settings;
     settings.node = node;
     settings.source = node.GetLinkName(LinkNamePath);
     settings.text =
         "Записи станции под угрозой: журнал, архив или состояния тревог не пишутся на диск";
     settings.priority = 1;
     settings.condition = std::make_shared<TrueCondition>();
-    return {settings, m_cell};
+    inputs.cell = m_cell;
+    return inputs;
 }
 
 void RecordsAlarm::Start(Sources sources)

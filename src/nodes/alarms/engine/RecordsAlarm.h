@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/alarms/engine/BuiltInAlarm.h"
+#include "nodes/alarms/engine/AlarmInputs.h"
 #include "nodes/drivers/PeriodicWorker.h"
 
 #include <functional>
@@ -27,7 +27,7 @@ public:
     RecordsAlarm();
 
     /// `node` stands for the alarm where a node is asked for: links, rights, acknowledgement.
-    BuiltInAlarm Describe(const NodeLink &node) const;
+    AlarmInputs Describe(const NodeLink &node) const;
     void Start(Sources sources);
     void Stop() { m_worker.Stop(); }
 

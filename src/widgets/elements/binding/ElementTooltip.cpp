@@ -74,6 +74,8 @@ std::string stateText(Nodes::AlarmState state)
         return "подавлена";
     case Nodes::AlarmState::OutOfService:
         return "выведена из работы";
+    case Nodes::AlarmState::AwaitingReset:
+        return "условие снято, ждёт сброса";
     case Nodes::AlarmState::Normal:
     case Nodes::AlarmState::None:
         break;
