@@ -16,7 +16,21 @@ public:
         static constexpr PropertyId<int> Width{9302, "width"};
     };
 
-    enum ColumnKind { Number = 1, Group = 2, Time = 3, Level = 4, Text = 5 };
+    enum ColumnKind {
+        Number = 1,
+        Group = 2,
+        Time = 3, ///< when it was raised
+        Level = 4,
+        Text = 5,
+        Priority = 6, ///< its badge
+        Area = 7,
+        Source = 8,
+        Value = 9, ///< of the signal, at the last change of state
+        Acknowledged = 10,
+        Returned = 11,
+        User = 12, ///< who acknowledged
+        Comment = 13
+    };
 
     static KindInfo Kind();
 

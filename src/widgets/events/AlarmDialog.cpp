@@ -5,6 +5,10 @@
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
+#include "widgets/events/filter/AlarmFilterBar.h"
+#include "widgets/events/filter/AlarmFiltering.h"
+#include "widgets/events/filter/AlarmHeadline.h"
+#include "widgets/events/filter/AlarmList.h"
 #include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"
@@ -12,6 +16,7 @@
 #include <QCheckBox>
 #include <QItemSelectionModel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -25,6 +30,7 @@ constexpr int defaultButtonSize = 48;
 constexpr int defaultHeight = 300;
 constexpr int scrollBarRoom = 40;
 constexpr int controlSpacing = 8;
+constexpr int summaryDelay = 200; // ms
 
 Nodes::systemAlarming *alarmSystem()
 {
@@ -56,17 +62,57 @@ AlarmDialog::AlarmDialog(QWidget *parent)
     m_closeButton = makeButton(QStringLiteral("Закрыть"));
     connect(m_closeButton, &QPushButton::clicked, this, &AlarmDialog::closeRequested);
     m_controls->addWidget(m_closeButton);
+    buildHead();
     auto *layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetMinimumSize); // the buttons do not overlap
+    layout->addWidget(m_headline);
+    layout->addWidget(m_filterBar);
     layout->addWidget(m_table, 1);
     layout->addLayout(m_controls);
     onSoundToggled(false);
     applySizes();
-    m_relay.connect(alarmSystem(), {[this](Nodes::BasicProperty *) { onUpdateProperties(); },
-                                    nullptr, nullptr, nullptr, nullptr});
+    Utils::NodeRelay::Handlers handlers;
+    handlers.propertyChanged = [this](Nodes::BasicProperty *) { onUpdateProperties(); };
+    m_relay.connect(alarmSystem(), std::move(handlers));
 }
 
 AlarmDialog::~AlarmDialog() = default;
+
+void AlarmDialog::buildHead()
+{
+    m_headline = new AlarmHeadline(this);
+    m_filterBar = new AlarmFilterBar(this);
+    m_filtering = new AlarmFiltering(m_manager->sorting(), *m_filterBar, this);
+    m_filterBar->setVisible(false);
+    connect(&m_headline->filterButton(), &QPushButton::toggled, m_filterBar, &QWidget::setVisible);
+    connect(m_headline, &AlarmHeadline::resetWanted, m_filtering, &AlarmFiltering::reset);
+    connect(m_headline, &AlarmHeadline::beginningWanted, m_table, &QTableView::scrollToTop);
+    m_summary.setSingleShot(true);
+    m_summary.setInterval(summaryDelay);
+    connect(&m_summary, &QTimer::timeout, this, &AlarmDialog::summarise);
+    const auto isDue = [this] {
+        if (!m_summary.isActive())
+            m_summary.start();
+    };
+    connect(m_manager, &ModelManager::changed, this, isDue);
+    connect(&m_manager->sorting(), &AlarmList::filterChanged, this, &AlarmDialog::summarise);
+    connect(m_table->verticalScrollBar(), &QScrollBar::valueChanged, this, isDue);
+    summarise();
+}
+
+void AlarmDialog::summarise()
+{
+    const ModelManager::Counts counts = m_manager->counts();
+    AlarmHeadline::Facts facts;
+    facts.all = counts.all;
+    facts.shown = counts.shown;
+    facts.waiting = counts.waiting;
+    facts.hiddenUrgent = counts.hiddenUrgent;
+    facts.newAbove = m_table->newAbove();
+    facts.isFiltered = !m_manager->sorting().filter().isEmpty();
+    m_headline->setFacts(facts);
+    m_filtering->findAreas();
+}
 
 QPushButton *AlarmDialog::makeButton(const QString &text)
 {
@@ -147,7 +193,10 @@ void AlarmDialog::soundOn()
 void AlarmDialog::setRoom(int width)
 {
     const QMargins margins = layout()->contentsMargins();
-    m_controls->setRoom(width - margins.left() - margins.right());
+    const int room = width - margins.left() - margins.right();
+    m_controls->setRoom(room);
+    m_headline->setRoom(room);
+    m_filterBar->setRoom(room);
     layout()->activate();
 }
 

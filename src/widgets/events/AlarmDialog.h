@@ -5,6 +5,7 @@
 #include "nodes/alarms/engine/AlarmOccurrence.h"
 #include "utils/relay/NodeRelay.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -14,12 +15,15 @@ class QPushButton;
 
 namespace Widgets {
 
+class AlarmFilterBar;
+class AlarmFiltering;
+class AlarmHeadline;
 class ModelManager;
 class TableAlarms;
 class WrapLayout;
 
-/// The alarm window's content: the table and its buttons. What is shown follows the alarm
-/// subsystem's settings. GUI thread.
+/// The alarm window's content: what the list says of itself, the table and its buttons. What is
+/// shown follows the alarm subsystem's settings. GUI thread.
 class WIDGETS_EXPORT AlarmDialog : public QWidget
 {
     Q_OBJECT
@@ -53,7 +57,9 @@ private:
     Nodes::AlarmOccurrences selected(unsigned revision) const;
     void addAcknowledgeButtons(WrapLayout &row);
     void addCheckBoxes(WrapLayout &row);
+    void buildHead();
     void onSoundToggled(bool isMuted);
+    void summarise();
     void applySizes();
 
     ModelManager *m_manager;
@@ -63,6 +69,10 @@ private:
     QPushButton *m_acknowledgeAllButton = nullptr;      // null: not allowed here
     QPushButton *m_acknowledgeSelectedButton = nullptr; // null: not allowed here
     TableAlarms *m_table;
+    AlarmHeadline *m_headline = nullptr;
+    AlarmFilterBar *m_filterBar = nullptr;
+    AlarmFiltering *m_filtering = nullptr;
+    QTimer m_summary;                 // a flood is told some times a second
     Nodes::AlarmOccurrences m_chosen; // while a button is down
     Utils::NodeRelay m_relay;
 };

@@ -1,9 +1,13 @@
 #include "widgets/events/AlarmRow.h"
 
+#include "widgets/events/SortKeys.h"
+
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/alarmColumn.h"
 #include "utils/convert/TimeConversions.h"
 #include "utils/models/SortingModel.h"
+
+#include <charconv>
 
 namespace Widgets {
 
@@ -31,6 +35,45 @@ template <class Value> int order(const Value &left, const Value &right)
     return left < right ? -1 : right < left ? 1 : 0;
 }
 
+// Numbers by their value, before what is none.
+int orderValues(const std::string &left, const std::string &right)
+{
+    const auto number = [](const std::string &text, double &value) {
+        const char *end = text.data() + text.size();
+        return std::from_chars(text.data(), end, value).ptr == end && !text.empty();
+    };
+    double values[2] = {};
+    const bool isLeftNumber = number(left, values[0]);
+    const bool isRightNumber = number(right, values[1]);
+    if (isLeftNumber != isRightNumber)
+        return isLeftNumber ? -1 : 1;
+    return isLeftNumber ? order(values[0], values[1]) : SortKeys::compare(left, right);
+}
+
+// A column stays empty until there is something to tell.
+QString timeOrNothing(Nodes::Timestamp time)
+{
+    return time != 0 ? Utils::timeText(time, Utils::tableTimeFormat) : QString();
+}
+
+const std::string &plainText(const Nodes::BasicEvent &event, int kind)
+{
+    switch (kind) {
+    case alarmColumn::Area:
+        return event.area;
+    case alarmColumn::Source:
+        return event.source;
+    case alarmColumn::Value:
+        return event.newValue;
+    case alarmColumn::User:
+        return event.user;
+    case alarmColumn::Comment:
+        return event.comment;
+    default:
+        return event.text;
+    }
+}
+
 } // namespace
 
 enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event)
@@ -51,7 +94,8 @@ enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event)
 AlarmRow::AlarmRow(const Nodes::BasicEvent &event, unsigned revision)
     : info(std::make_unique<Nodes::EventInfo>(listed(event))),
       waitsSince(revision),
-      textKey(Utils::SortingModel::textKey(text(alarmColumn::Text)))
+      textKey(Utils::SortingModel::textKey(text(alarmColumn::Text))),
+      areaKey(&SortKeys::of(area()))
 {
     judge();
     readNode();
@@ -76,17 +120,33 @@ AlarmRow::enNews AlarmRow::take(const Nodes::BasicEvent &news, unsigned revision
         return Nothing;
     if (!info->Update(listed(news)))
         return Nothing;
-    if (news.text != before.text)
-        textKey = Utils::SortingModel::textKey(text(alarmColumn::Text));
+    if (news.text != before.text || news.area != before.area)
+        readTexts();
     judge();
     if (!isSame || !isNumbered)
         readNode();
     const bool isAnew = !isSame || (wasAcknowledged && !isAcknowledged);
     if (isAnew)
         waitsSince = revision;
-    const bool isChanged = !isAcknowledged && news.alarmState != before.alarmState;
+    const bool isChanged = !isAcknowledged && (news.alarmState != before.alarmState ||
+                                               news.reminders > before.reminders);
     const bool isPresent = stateCode == AlarmPresent && news.type != Nodes::TypeAcknowledgement;
     return isChanged || (isAnew && (!isAcknowledged || isPresent)) ? ToBeSeen : Minor;
+}
+
+void AlarmRow::readTexts()
+{
+    textKey = Utils::SortingModel::textKey(text(alarmColumn::Text));
+    areaKey = &SortKeys::of(area());
+    m_searched.clear();
+}
+
+bool AlarmRow::contains(const QString &lowerCase) const
+{
+    if (m_searched.isNull())
+        m_searched =
+            QString::fromStdString(event().text + '\n' + area() + '\n' + event().source).toLower();
+    return m_searched.contains(lowerCase);
 }
 
 void AlarmRow::judge()
@@ -145,8 +205,14 @@ QString AlarmRow::text(int kind) const
         return Utils::timeText(raised(), Utils::tableTimeFormat);
     case alarmColumn::Level:
         return QString::fromStdString(info->GetEventLevel());
+    case alarmColumn::Priority:
+        return QString::number(event().priority);
+    case alarmColumn::Acknowledged:
+        return timeOrNothing(event().acknowledged);
+    case alarmColumn::Returned:
+        return timeOrNothing(event().returned);
     default:
-        return QString::fromStdString(event().text);
+        return QString::fromStdString(plainText(event(), kind));
     }
 }
 
@@ -161,8 +227,20 @@ int AlarmRow::compare(const AlarmRow &other, int kind) const
         return order(raised(), other.raised());
     case alarmColumn::Level:
         return order(int(event().level), int(other.event().level));
-    default:
+    case alarmColumn::Priority:
+        return order(event().priority, other.event().priority);
+    case alarmColumn::Text:
         return textKey.compare(other.textKey);
+    case alarmColumn::Area:
+        return areaKey == other.areaKey ? 0 : areaKey->compare(*other.areaKey);
+    case alarmColumn::Value:
+        return orderValues(event().newValue, other.event().newValue);
+    case alarmColumn::Acknowledged:
+        return order(event().acknowledged, other.event().acknowledged);
+    case alarmColumn::Returned:
+        return order(event().returned, other.event().returned);
+    default:
+        return SortKeys::compare(plainText(event(), kind), plainText(other.event(), kind));
     }
 }
 

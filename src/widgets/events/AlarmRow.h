@@ -54,8 +54,12 @@ struct WIDGETS_EXPORT AlarmRow
     bool isInactive() const { return stateCode != AlarmPresent && isAcknowledged; }
     /// What waits for acknowledgement stands above what only lasts, the graver before the lesser.
     int urgency() const;
-    /// What the column of that kind shows.
+    /// What the column of that kind shows; as a tool tip, where the row shows a sign instead.
     QString text(int kind) const;
+    /// Whether the text, area or source has that in it, given in lower case.
+    bool contains(const QString &lowerCase) const;
+    /// Area that it stands in; nodes tell theirs. "" without one.
+    const std::string &area() const { return event().area; }
     /// Below, at or above 0 as this row stands before, beside or after the other.
     int compare(const AlarmRow &other, int kind) const;
 
@@ -67,10 +71,14 @@ struct WIDGETS_EXPORT AlarmRow
     unsigned waitsSince = 0; // revision of the list in which this occurrence came to wait
     QString soundFile;
     QCollatorSortKey textKey;
+    const QCollatorSortKey *areaKey; // never null
 
 private:
+    void readTexts();
     void judge();
     void readNode();
+
+    mutable QString m_searched; // text, area and source in lower case; null until asked for
 };
 
 } // namespace Widgets

@@ -34,22 +34,23 @@ ModelAlarms::~ModelAlarms() = default;
 void ModelAlarms::readSettings(const Nodes::systemAlarming *alarming)
 {
     beginResetModel();
-    m_columns.clear();
+    m_columns.read(alarming);
     if (alarming) {
-        for (const alarmColumn *column : alarming->GetColumns())
-            m_columns.append({QString::fromStdString(column->GetName()), column->GetColumnKind(),
-                              column->GetWidth()});
         m_font = Utils::NFontToQFont(alarming->GetFont());
         m_headerFont = Utils::NFontToQFont(alarming->GetHeaderFont());
     }
     m_boldFont = m_font;
     m_boldFont.setBold(true);
-    if (m_columns.isEmpty())
-        m_columns = {{QStringLiteral("№"), alarmColumn::Number, 0},
-                     {QStringLiteral("Состояние"), alarmColumn::Group, 0},
-                     {QStringLiteral("Время"), alarmColumn::Time, 0},
-                     {QStringLiteral("Уровень"), alarmColumn::Level, 0},
-                     {QStringLiteral("Текст"), alarmColumn::Text, 0}};
+    endResetModel();
+    emit columnsChanged();
+}
+
+void ModelAlarms::setGrouped(bool isGrouped)
+{
+    if (isGrouped == m_columns.isGrouped())
+        return;
+    beginResetModel();
+    m_columns.setGrouped(isGrouped);
     endResetModel();
     emit columnsChanged();
 }
@@ -57,15 +58,6 @@ void ModelAlarms::readSettings(const Nodes::systemAlarming *alarming)
 int ModelAlarms::badgeHeight() const
 {
     return QFontMetrics(m_font).height() + 8;
-}
-
-int ModelAlarms::columnOf(int kind) const
-{
-    for (int column = 0; column < m_columns.size(); ++column) {
-        if (m_columns[column].kind == kind)
-            return column;
-    }
-    return -1;
 }
 
 int ModelAlarms::compare(int column, int left, int right) const
@@ -225,7 +217,7 @@ int ModelAlarms::rowCount(const QModelIndex &parent) const
 
 int ModelAlarms::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_columns.size();
+    return parent.isValid() ? 0 : m_columns.count();
 }
 
 QVariant ModelAlarms::state(const AlarmRow &row, int role)
@@ -260,7 +252,8 @@ QVariant ModelAlarms::look(const AlarmRow &row, int column, int role) const
     case Qt::FontRole:
         return row.isAcknowledged ? m_font : m_boldFont;
     case Qt::DecorationRole:
-        return column == 0 ? AlarmSigns::badge(state, priority, badgeHeight()) : QVariant();
+        return column == m_columns.badgeColumn() ? AlarmSigns::badge(state, priority, badgeHeight())
+                                                 : QVariant();
     case Qt::ToolTipRole:
         return Utils::PlainTip(row.text(alarmColumn::Text));
     default:
@@ -276,7 +269,9 @@ QVariant ModelAlarms::data(const QModelIndex &index, int role) const
     const int kind = m_columns[index.column()].kind;
     switch (role) {
     case Qt::DisplayRole:
-        return kind == alarmColumn::Number ? QVariant(index.row() + 1) : row.text(kind);
+        return kind == alarmColumn::Number     ? QVariant(index.row() + 1)
+               : kind == alarmColumn::Priority ? QVariant() // the badge has its number
+                                               : row.text(kind);
     case ColumnKindRole:
         return kind;
     default:
@@ -286,7 +281,7 @@ QVariant ModelAlarms::data(const QModelIndex &index, int role) const
 
 QVariant ModelAlarms::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size())
+    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.count())
         return QAbstractTableModel::headerData(section, orientation, role);
     if (role == Qt::DisplayRole)
         return m_columns[section].name;

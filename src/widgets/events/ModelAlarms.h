@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/events/AlarmColumns.h"
 #include "widgets/events/AlarmRow.h"
 
 #include <QAbstractTableModel>
@@ -49,14 +50,12 @@ public:
     /// Takes columns and fonts from the subsystem; all kinds of column without one or when it has
     /// none configured.
     void readSettings(const Nodes::systemAlarming *alarming);
-    /// Configured width of a column, pixels; 0 when it is to fit.
-    int columnWidth(int column) const { return m_columns[column].width; }
-    int columnKind(int column) const { return m_columns[column].kind; }
+    /// Whether rows stand by area: then there is a column of areas in any case.
+    void setGrouped(bool isGrouped);
+    const AlarmColumns &columns() const { return m_columns; }
     const QFont &font() const { return m_font; }
-    /// Of the badge in the first column, pixels.
+    /// Of the badge, pixels.
     int badgeHeight() const;
-    /// First column of that kind; -1 without one.
-    int columnOf(int kind) const;
 
     /// Brings the rows up to date with what became of their alarms, all in one go: adds those that
     /// are new, removes what is shelved, suppressed or out of service, and what is inactive while
@@ -90,12 +89,6 @@ signals:
     void columnsChanged();
 
 private:
-    struct Column
-    {
-        QString name;
-        int kind;
-        int width;
-    };
     /// Rows touched by a batch.
     struct Touched
     {
@@ -117,7 +110,7 @@ private:
     QVariant look(const AlarmRow &row, int column, int role) const;
     static QVariant state(const AlarmRow &row, int role);
 
-    QVector<Column> m_columns;
+    AlarmColumns m_columns;
     QFont m_font;
     QFont m_boldFont; // of rows that wait
     QFont m_headerFont;

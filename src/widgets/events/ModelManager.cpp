@@ -4,10 +4,10 @@
 #include "widgets/events/AlarmSound.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/TableAlarms.h"
+#include "widgets/events/filter/AlarmList.h"
 #include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"
-#include "utils/models/SortingModel.h"
 
 namespace Widgets {
 
@@ -25,17 +25,10 @@ Nodes::systemAlarming *alarmSystem()
 ModelManager::ModelManager(QObject *parent)
     : QObject(parent),
       m_model(new ModelAlarms(this)),
-      m_sorting(new Utils::SortingModel(this)),
+      m_sorting(new AlarmList(*m_model, this)),
       m_sound(new AlarmSound(this))
 {
     readSettings();
-    // Sorted once for a batch, by follow().
-    m_sorting->setDynamicSortFilter(false);
-    m_sorting->setComparison(
-        [this](int column, int left, int right) { return m_model->compare(column, left, right); });
-    m_sorting->setInactiveTest(
-        [this](const QModelIndex &row) { return m_model->row(row.row()).isInactive(); });
-    m_sorting->setSourceModel(m_model);
     m_soundTimer.setSingleShot(true);
     m_soundTimer.setInterval(soundDelay);
     connect(&m_soundTimer, &QTimer::timeout, this, &ModelManager::updateSound);
@@ -46,6 +39,8 @@ ModelManager::~ModelManager() = default;
 void ModelManager::attach(TableAlarms &table)
 {
     table.setAlarms(*m_model, *m_sorting);
+    connect(this, &ModelManager::changeBegins, &table, &TableAlarms::keepSight);
+    connect(this, &ModelManager::changed, &table, &TableAlarms::restoreSight);
     connect(&table, &TableAlarms::rowDoubleClicked, this,
             QOverload<const QModelIndex &>::of(&ModelManager::acknowledge));
 }
@@ -57,8 +52,10 @@ void ModelManager::readSettings()
 
 bool ModelManager::addOrUpdate(const std::vector<Nodes::BasicEvent> &events)
 {
+    emit changeBegins();
     const ModelAlarms::Taken taken = m_model->take(events);
     follow(taken.isOrderChanged);
+    emit changed();
     if (!m_soundTimer.isActive())
         m_soundTimer.start();
     return taken.isNews;
@@ -103,10 +100,26 @@ Nodes::AlarmOccurrences ModelManager::waiting(unsigned revision) const
     Nodes::AlarmOccurrences seen;
     for (int number = 0; number < m_model->rowCount(); ++number) {
         const AlarmRow &row = m_model->row(number);
-        if (!row.isAcknowledged && row.waitsSince <= revision)
+        if (!row.isAcknowledged && row.waitsSince <= revision && m_sorting->shows(row))
             seen.push_back(row.occurrence());
     }
     return seen;
+}
+
+ModelManager::Counts ModelManager::counts() const
+{
+    Counts counts;
+    counts.all = m_model->rowCount();
+    counts.shown = m_sorting->rowCount();
+    for (int number = 0; number < counts.all; ++number) {
+        const AlarmRow &row = m_model->row(number);
+        if (row.isAcknowledged)
+            continue;
+        ++counts.waiting;
+        if (row.event().priority == 1 && !m_sorting->shows(row))
+            ++counts.hiddenUrgent;
+    }
+    return counts;
 }
 
 // The subsystem checks the rights and writes the journal's entries; a refused row stays as it was.
@@ -131,7 +144,9 @@ void ModelManager::acknowledge(const Nodes::AlarmOccurrences &seen)
                  results[i] != Nodes::Result::Refused)
             refused = results[i];
     }
+    emit changeBegins();
     follow(m_model->acknowledge(done));
+    emit changed();
     updateSound();
     ShowActionResult(refused,
                      seen.size() == 1 ? "Тревога не квитирована" : "Тревоги не квитированы");
@@ -155,12 +170,16 @@ void ModelManager::setMuted(bool isMuted)
 
 void ModelManager::setHideInactive(bool isHiding)
 {
+    emit changeBegins();
     m_sorting->setHideInactive(isHiding);
+    emit changed();
 }
 
 void ModelManager::setRemoveInactive(bool isRemoving)
 {
+    emit changeBegins();
     m_model->setRemoveInactive(isRemoving);
+    emit changed();
 }
 
 void ModelManager::updateSound()

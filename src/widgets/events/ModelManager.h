@@ -12,12 +12,9 @@
 
 #include <vector>
 
-namespace Utils {
-class SortingModel;
-}
-
 namespace Widgets {
 
+class AlarmList;
 class AlarmSound;
 class ModelAlarms;
 class TableAlarms;
@@ -33,7 +30,7 @@ public:
 
     ModelAlarms &model() const { return *m_model; }
     /// The rows as tables show them.
-    Utils::SortingModel &sorting() const { return *m_sorting; }
+    AlarmList &sorting() const { return *m_sorting; }
     const AlarmSound &sound() const { return *m_sound; }
 
     /// Shows the rows in the table; a double click there acknowledges.
@@ -50,15 +47,30 @@ public:
     /// Makes the rows match the subsystem's alarms; nothing while it does not run.
     void refresh();
 
-    /// Alarms that waited in the list when its revision was that, as an operator saw them then;
-    /// see ModelAlarms::revision.
+    /// How many there are, of the model and of them in the list.
+    struct Counts
+    {
+        int all = 0;
+        int shown = 0;
+        int waiting = 0;      ///< for acknowledgement, shown or not
+        int hiddenUrgent = 0; ///< of those with priority 1 that the list does not show
+    };
+    Counts counts() const;
+
+    /// Alarms that the list showed and that waited when its revision was that, as an operator saw
+    /// them then; see ModelAlarms::revision. What a filter or a folded area hides nobody saw.
     Nodes::AlarmOccurrences waiting(unsigned revision) const;
     /// Acknowledges these occurrences, and no later ones of the same alarms. Nothing where the
     /// subsystem's window may not acknowledge. Refusals are told to the operator.
     void acknowledge(const Nodes::AlarmOccurrences &seen);
 
+signals:
+    /// Around each change of the rows, so that views can keep the rows where they stand.
+    void changeBegins();
+    void changed();
+
 public slots:
-    /// Whatever waits now, seen or not.
+    /// Whatever the list shows that waits now, seen or not.
     void acknowledgeAll();
     /// What the row shows; of the source model. Nothing for an invalid index.
     void acknowledge(const QModelIndex &index);
@@ -72,7 +84,7 @@ private:
     void updateSound();
 
     ModelAlarms *m_model;
-    Utils::SortingModel *m_sorting;
+    AlarmList *m_sorting;
     AlarmSound *m_sound;
     QTimer m_soundTimer; // a flood of alarms is one change of what is heard
 };

@@ -3,11 +3,12 @@
 #include "widgets/events/AlarmRowDelegate.h"
 #include "widgets/events/AlarmSigns.h"
 #include "widgets/events/ModelAlarms.h"
+#include "widgets/events/filter/AlarmList.h"
 
 #include "nodes/alarms/alarmColumn.h"
-#include "utils/models/SortingModel.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -23,38 +24,6 @@ namespace {
 constexpr int smallestRow = 40;
 constexpr int cellMargin = 24;
 constexpr int indicatorWidth = 24;
-
-// What each kind of column has to hold at most; the text takes the rest.
-QString widestText(int kind)
-{
-    switch (kind) {
-    case Nodes::alarmColumn::Number:
-        return QStringLiteral("00000");
-    case Nodes::alarmColumn::Group:
-        return QStringLiteral("Активные неквитированные, приоритет 0");
-    case Nodes::alarmColumn::Time:
-        return QStringLiteral("00.00.0000 00:00:00.000");
-    case Nodes::alarmColumn::Level:
-        return QStringLiteral("Предупреждение");
-    default:
-        return QString(40, QLatin1Char('n'));
-    }
-}
-
-// What is narrower is of no use; the badge tells the state where its words are cut.
-int leastWidth(int kind)
-{
-    switch (kind) {
-    case Nodes::alarmColumn::Group:
-        return 140;
-    case Nodes::alarmColumn::Level:
-        return 110;
-    case Nodes::alarmColumn::Text:
-        return 240;
-    default:
-        return QWIDGETSIZE_MAX;
-    }
-}
 
 } // namespace
 
@@ -81,11 +50,12 @@ TableAlarms::TableAlarms(QWidget *parent) : QTableView(parent)
                       .arg(AlarmSigns::listGround().name()));
 }
 
-void TableAlarms::setAlarms(ModelAlarms &model, Utils::SortingModel &sorting)
+void TableAlarms::setAlarms(ModelAlarms &model, AlarmList &sorting)
 {
     m_model = &model;
     m_sorting = &sorting;
     setModel(&sorting);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &TableAlarms::selected);
     connect(&model, &ModelAlarms::columnsChanged, this, &TableAlarms::takeColumns);
     // After the table itself, which forgets its selection.
     connect(&sorting, &QAbstractItemModel::modelAboutToBeReset, this, &TableAlarms::keepPlace);
@@ -95,6 +65,7 @@ void TableAlarms::setAlarms(ModelAlarms &model, Utils::SortingModel &sorting)
 
 void TableAlarms::takeColumns()
 {
+    const AlarmColumns &columns = m_model->columns();
     m_widths.clear();
     QFont widest = m_model->font();
     widest.setBold(true); // as that of rows that wait
@@ -104,18 +75,21 @@ void TableAlarms::takeColumns()
         const QString name =
             m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         const int ofName = QFontMetrics(header, this).horizontalAdvance(name) + indicatorWidth;
-        const int ofRows =
-            QFontMetrics(widest, this).horizontalAdvance(widestText(m_model->columnKind(column))) +
-            (column == 0 ? m_model->badgeHeight() : 0);
-        const int configured = m_model->columnWidth(column);
+        const int ofRows = QFontMetrics(widest, this)
+                               .horizontalAdvance(AlarmColumns::widestText(columns[column].kind)) +
+                           (column == columns.badgeColumn() ? m_model->badgeHeight() : 0);
+        const int configured = columns[column].width;
         m_widths.append(configured > 0 ? configured : qMax(ofName, ofRows) + cellMargin);
     }
     fitColumns();
     horizontalHeader()->setStretchLastSection(true);
     verticalHeader()->setDefaultSectionSize(qMax(smallestRow, m_model->badgeHeight() + 8));
     setIconSize(QSize(m_model->badgeHeight(), m_model->badgeHeight()));
-    const int group = m_model->columnOf(Nodes::alarmColumn::Group);
-    sortBy(qMax(group, 0), Qt::AscendingOrder);
+    const int sorted = columns.columnOf(m_sortKind);
+    if (sorted >= 0)
+        sortBy(sorted, m_sortOrder);
+    else
+        sortBy(qMax(columns.columnOf(Nodes::alarmColumn::Group), 0), Qt::AscendingOrder);
 }
 
 void TableAlarms::onHeaderClicked(int column)
@@ -130,10 +104,12 @@ void TableAlarms::sortBy(int column, Qt::SortOrder order)
 {
     m_sorting->clearSortColumns();
     m_sorting->addSortColumn(column, order);
-    const int time = m_model->columnOf(Nodes::alarmColumn::Time);
+    const int time = m_model->columns().columnOf(Nodes::alarmColumn::Time);
     if (time != column)
         m_sorting->addSortColumn(time, Qt::DescendingOrder);
     horizontalHeader()->setSortIndicator(column, order);
+    m_sortKind = m_model->columns()[column].kind;
+    m_sortOrder = order;
 }
 
 QModelIndex TableAlarms::selectedRow() const
@@ -159,12 +135,63 @@ void TableAlarms::paintEvent(QPaintEvent *event)
         return;
     m_painted = m_model->revision();
     m_isPainted = true;
-    m_shown.clear();
+    if (verticalScrollBar()->value() == 0)
+        m_beginningSeen = m_painted;
+    m_shown = inSight();
+}
+
+QVector<TableAlarms::Shown> TableAlarms::inSight() const
+{
+    QVector<Shown> rows;
     for (int row = qMax(0, rowAt(0)); row < m_sorting->rowCount(); ++row) {
-        m_shown.append(shown(m_sorting->index(row, 0)));
-        if (m_shown.last().bottom >= viewport()->height())
+        rows.append(shown(m_sorting->index(row, 0)));
+        if (rows.last().bottom >= viewport()->height())
             break;
     }
+    return rows;
+}
+
+int TableAlarms::newAbove() const
+{
+    int count = 0;
+    const int end = verticalScrollBar()->value() > 0 ? rowAt(0) : 0;
+    for (int row = 0; row < end; ++row) {
+        const AlarmRow &alarm =
+            m_model->row(m_sorting->mapToSource(m_sorting->index(row, 0)).row());
+        count += !alarm.isAcknowledged && alarm.waitsSince > m_beginningSeen ? 1 : 0;
+    }
+    return count;
+}
+
+void TableAlarms::keepSight()
+{
+    m_sight = verticalScrollBar()->value() > 0 ? inSight() : QVector<Shown>();
+}
+
+// What moved for a reason of its own, being acknowledged, is outvoted by what lies around it.
+void TableAlarms::restoreSight()
+{
+    if (m_sight.isEmpty())
+        return;
+    QHash<int, int> votes; // by the place of the scroll bar that a row needs
+    for (const Shown &row : qAsConst(m_sight)) {
+        const int number = m_model->rowOf(row.alarm);
+        const QModelIndex listed =
+            number >= 0 ? m_sorting->mapFromSource(m_model->index(number, 0)) : QModelIndex();
+        if (listed.isValid())
+            ++votes[listed.row() * verticalHeader()->defaultSectionSize() - row.top];
+    }
+    int place = -1;
+    for (auto vote = votes.cbegin(); vote != votes.cend(); ++vote) {
+        const bool isBetter = place < 0 || vote.value() > votes.value(place) ||
+                              (vote.value() == votes.value(place) && vote.key() < place);
+        if (isBetter)
+            place = vote.key();
+    }
+    m_sight.clear();
+    executeDelayedItemsLayout();
+    if (place >= 0)
+        verticalScrollBar()->setValue(place);
 }
 
 TableAlarms::Shown TableAlarms::shown(const QModelIndex &index) const
@@ -269,13 +296,14 @@ void TableAlarms::resizeEvent(QResizeEvent *event)
 
 void TableAlarms::fitColumns()
 {
+    const AlarmColumns &columns = m_model->columns();
     int surplus = -viewport()->width();
     for (const int width : qAsConst(m_widths))
         surplus += width;
     for (int column = 0; column < m_widths.size(); ++column) {
         const int wanted = m_widths[column];
-        const bool isFixed = m_model->columnWidth(column) > 0;
-        const int least = qMin(wanted, leastWidth(m_model->columnKind(column)));
+        const bool isFixed = columns[column].width > 0;
+        const int least = qMin(wanted, AlarmColumns::leastWidth(columns[column].kind));
         const int cut = isFixed ? 0 : qBound(0, surplus, wanted - least);
         setColumnWidth(column, wanted - cut);
         surplus -= cut;

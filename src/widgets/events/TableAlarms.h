@@ -2,15 +2,14 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/alarms/alarmColumn.h"
+
 #include <QTableView>
 #include <QVector>
 
-namespace Utils {
-class SortingModel;
-}
-
 namespace Widgets {
 
+class AlarmList;
 class ModelAlarms;
 
 /// Table of the alarms: what waits for acknowledgement first, then the newest. A touch of a header
@@ -22,8 +21,8 @@ class WIDGETS_EXPORT TableAlarms : public QTableView
 public:
     explicit TableAlarms(QWidget *parent = nullptr);
 
-    /// Shows the model through the proxy; both outlive the table.
-    void setAlarms(ModelAlarms &model, Utils::SortingModel &sorting);
+    /// Shows the model through its list; both outlive the table.
+    void setAlarms(ModelAlarms &model, AlarmList &sorting);
     /// Selected row in the source model; invalid without one.
     QModelIndex selectedRow() const;
     /// Width at which no column is cut off.
@@ -31,13 +30,23 @@ public:
     /// Revision of the list that was painted last: what an operator can have seen. The present one
     /// while nothing is on a display.
     unsigned seenRevision() const;
+    /// Alarms that came to wait above what is seen since the beginning of the list was in sight.
+    int newAbove() const;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+
+public slots:
+    /// Around a change of the rows: those in sight stay where they stand, unless the list stands at
+    /// its beginning. There what comes is seen at once.
+    void keepSight();
+    void restoreSight();
 
 signals:
     /// The first column of a row was double-clicked; index of the source model. The row is the one
     /// that the first of both clicks met, wherever it is now; none when it is gone, or its alarm
     /// came anew in between.
     void rowDoubleClicked(const QModelIndex &source);
+    /// Another row is selected, or none.
+    void selected();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -69,6 +78,7 @@ private:
     /// Whether the event is the second click after that press.
     bool follows(const QMouseEvent &event) const;
     void select(unsigned long alarm);
+    QVector<Shown> inSight() const;
     void keepPlace();
     void restorePlace();
     void sortBy(int column, Qt::SortOrder order);
@@ -78,7 +88,9 @@ private:
     void fitColumns();
 
     ModelAlarms *m_model = nullptr;
-    Utils::SortingModel *m_sorting = nullptr;
+    AlarmList *m_sorting = nullptr;
+    int m_sortKind = Nodes::alarmColumn::Group;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     QVector<int> m_widths;  // of the columns where there is room for all
     unsigned m_painted = 0; // revision
     bool m_isPainted = false;
@@ -88,6 +100,9 @@ private:
     // Over a reset of the model:
     unsigned long m_selectedAlarm = 0;
     QPoint m_scrolled;
+
+    QVector<Shown> m_sight;       // over a change of the rows; empty at the beginning of the list
+    unsigned m_beginningSeen = 0; // revision
 };
 
 } // namespace Widgets

@@ -1,0 +1,55 @@
+#include "widgets/events/filter/AlarmFiltering.h"
+
+#include "widgets/context/ProcessContext.h"
+#include "widgets/events/filter/AlarmFilterBar.h"
+#include "widgets/events/filter/AlarmFilterStore.h"
+#include "widgets/events/filter/AlarmList.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/system/systemCore.h"
+
+namespace Widgets {
+
+AlarmFiltering::AlarmFiltering(AlarmList &list, AlarmFilterBar &bar, QObject *parent)
+    : QObject(parent), m_list(list), m_bar(bar)
+{
+    connect(&bar, &AlarmFilterBar::changed, this, &AlarmFiltering::choose);
+    const Nodes::systemCore *model = ProcessContext::model();
+    Nodes::systemAuthentication *users = model ? model->GetSystemAuthentication() : nullptr;
+    if (users)
+        m_userChanged = users->ConnectUserChanged([this](const Nodes::NodeLink &) { load(); });
+    load();
+}
+
+void AlarmFiltering::load()
+{
+    const Nodes::systemCore *model = ProcessContext::model();
+    const AlarmFilter kept = model ? AlarmFilterStore(*model).load() : AlarmFilter();
+    m_bar.setFilter(kept);
+    m_list.setFilter(kept);
+}
+
+void AlarmFiltering::choose(const AlarmFilter &filter)
+{
+    m_list.setFilter(filter);
+    // A choice that cannot be kept still counts; the log has why.
+    if (const Nodes::systemCore *model = ProcessContext::model())
+        (void)AlarmFilterStore(*model).save(filter);
+}
+
+void AlarmFiltering::reset()
+{
+    m_bar.setFilter({});
+    choose({});
+}
+
+void AlarmFiltering::findAreas()
+{
+    const QStringList areas = m_list.areas();
+    if (areas == m_areas)
+        return;
+    m_areas = areas;
+    m_bar.setAreas(areas);
+}
+
+} // namespace Widgets

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "widgets/events/filter/AlarmFilter.h"
+
+#include "nodes/values/Connection.h"
+
+#include <QObject>
+
+namespace Widgets {
+
+class AlarmFilterBar;
+class AlarmList;
+
+/// Lets the controls of a filter choose what a list shows, and keeps the choice for whoever is
+/// logged in. GUI thread.
+class AlarmFiltering : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Both outlive it. Begins with what the current user keeps.
+    AlarmFiltering(AlarmList &list, AlarmFilterBar &bar, QObject *parent = nullptr);
+
+    /// Shows everything again, and keeps that.
+    void reset();
+    /// Areas of the list's alarms anew.
+    void findAreas();
+
+private:
+    void load();
+    void choose(const AlarmFilter &filter);
+
+    AlarmList &m_list;
+    AlarmFilterBar &m_bar;
+    QStringList m_areas;
+    Nodes::ScopedConnection m_userChanged;
+};
+
+} // namespace Widgets
