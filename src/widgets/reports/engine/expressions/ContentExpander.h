@@ -2,7 +2,10 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "widgets/reports/engine/expressions/ContentFormat.h"
+#include "widgets/reports/engine/expressions/ExpressionValues.h"
 #include "widgets/reports/engine/expressions/ReportScope.h"
+#include "widgets/reports/engine/expressions/ScriptLimits.h"
 
 #include <QString>
 #include <QStringList>
@@ -14,21 +17,10 @@ namespace LimeReport {
 
 class AggregateBook;
 
-/// How an item wants values written; `valueType` and `format` of a template's text item.
-struct ContentFormat
-{
-    enum ValueType { Default = 0, DateTime = 1, Double = 2 };
-
-    int valueType = Default;
-    QString format;      ///< of date-times as Qt has it, of numbers "%.2f", "" for the usual text
-    bool isHtml = false; ///< values are escaped
-    bool isTrimmed = false;
-};
-
 /// Puts values into contents: $D{source.column}, $V{variable}, $S{script}. Values are never taken
 /// for expressions, nor pasted into scripts. Contents are taken apart once, scripts compiled once.
 /// Made and used on the rendering thread.
-class WIDGETS_EXPORT ContentExpander
+class WIDGETS_EXPORT ContentExpander : public ExpressionValues
 {
 public:
     struct Expanded
@@ -44,14 +36,18 @@ public:
         Nodes::Quality quality = Nodes::Quality::Good;
     };
 
-    explicit ContentExpander(AggregateBook *aggregates = nullptr);
-    ~ContentExpander();
+    /// `aggregates` outlives this object; without, aggregates are errors.
+    explicit ContentExpander(AggregateBook *aggregates = nullptr, const ScriptLimits &limits = {});
+    ~ContentExpander() override;
 
     Expanded expand(const QString &content, ReportScope &scope, const ContentFormat &format = {});
     /// The value of one expression with its type: "$D{a.b}", "$V{x}" or "$S{...}" (group
     /// conditions, images of fields); anything else is expanded to a text. Invalid for no value and
     /// errors.
-    QVariant value(const QString &expression, ReportScope &scope);
+    QVariant value(const QString &expression, ReportScope &scope,
+                   Nodes::Quality *quality = nullptr) override;
+    /// Runs a template's own script, whose functions all expressions can call. Returns an error.
+    QString runInitScript(const QString &script, ReportScope &scope);
 
     /// From any thread: the script under way is ended, later ones are refused.
     void cancel();

@@ -107,4 +107,15 @@ void ReportScope::setVariable(const QString &name, const QVariant &value)
     m_data.variables.insert(name, value);
 }
 
+void ReportScope::keepAggregate(const QString &key, const AggregateValue &value)
+{
+    m_position.aggregates.insert(key, value);
+}
+
+void ReportScope::forgetAggregates()
+{
+    if (!m_position.aggregates.isEmpty())
+        m_position.aggregates.clear();
+}
+
 } // namespace LimeReport

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/reports/engine/data/DataSet.h"
+#include "widgets/reports/engine/expressions/Aggregate.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -24,7 +25,9 @@ struct ContentPlace
     QString band; ///< name of the band
     QString item; ///< name of the item
     Range range = Range::Report;
-    QString group; ///< with Range::Group: name given to beginGroup
+    QString group = QString(); ///< with Range::Group: name given to beginGroup
+    /// Rows of the range are yet to come, as in headers: aggregates need a second pass.
+    bool isAhead = false;
 };
 
 /// What expressions see while a report is laid out: current row of each source, page numbers,
@@ -37,7 +40,8 @@ public:
     {
         QHash<QString, int> rows;
         QHash<QString, int> lines;
-        QHash<QString, quint64> runs; ///< of groups, see AggregateBook
+        QHash<QString, quint64> runs;              ///< of groups, see AggregateBook
+        QHash<QString, AggregateValue> aggregates; ///< as told by the first pass: running totals
         ContentPlace place;
         int page = 1;
     };
@@ -91,6 +95,10 @@ public:
     /// Number of the run of rows that is open in a group; 0: none. Set by AggregateBook.
     void setRun(const QString &group, quint64 run) { m_position.runs.insert(group, run); }
     quint64 run(const QString &group) const { return m_position.runs.value(group, 0); }
+
+    /// What an aggregate was when content was expanded last in the first pass.
+    void keepAggregate(const QString &key, const AggregateValue &value);
+    void forgetAggregates();
 
 private:
     const DetailIndex *detail(const QString &source) const;

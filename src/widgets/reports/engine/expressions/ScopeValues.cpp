@@ -1,0 +1,61 @@
+#include "widgets/reports/engine/expressions/ScopeValues.h"
+
+#include "widgets/reports/engine/expressions/ReportScope.h"
+
+namespace LimeReport {
+
+namespace {
+
+ScopeValue refused(const QString &error)
+{
+    ScopeValue value;
+    value.error = error;
+    value.quality = Nodes::Quality::Bad;
+    return value;
+}
+
+} // namespace
+
+ScopeValue fieldOf(const ReportScope &scope, const QString &name)
+{
+    QString known;
+    for (int point = name.indexOf('.'); point >= 0; point = name.indexOf('.', point + 1)) {
+        const QString source = name.left(point);
+        if (!scope.hasSource(source))
+            continue;
+        known = source;
+        const QString column = name.mid(point + 1);
+        if (!scope.hasColumn(source, column))
+            continue;
+        ScopeValue found;
+        found.quality = scope.quality(source, column);
+        if (found.quality != Nodes::Quality::Bad)
+            found.value = scope.field(source, column);
+        return found;
+    }
+    if (!known.isEmpty())
+        return refused(QStringLiteral("data source \"%1\" has no column \"%2\"")
+                           .arg(known, name.mid(known.size() + 1)));
+    const int point = name.indexOf('.');
+    return refused(point < 0
+                       ? QStringLiteral("\"%1\" is no \"source.column\"").arg(name)
+                       : QStringLiteral("there is no data source \"%1\"").arg(name.left(point)));
+}
+
+ScopeValue variableOf(const ReportScope &scope, const QString &name)
+{
+    ScopeValue found;
+    if (name == QLatin1String("#PAGE")) {
+        found.value = scope.page();
+    } else if (name == QLatin1String("#PAGE_COUNT")) {
+        found.needsSecondPass = !scope.pageCount();
+        found.value = scope.pageCount() ? QVariant(*scope.pageCount()) : QVariant();
+    } else if (scope.hasVariable(name)) {
+        found.value = scope.variable(name);
+    } else {
+        return refused(QStringLiteral("there is no variable \"%1\"").arg(name));
+    }
+    return found;
+}
+
+} // namespace LimeReport
