@@ -1,14 +1,12 @@
 #include "nodes/storage/DatabaseFiles.h"
 
-#include "nodes/storage/SqliteDatabase.h"
-#include "nodes/storage/SqliteStatement.h"
+#include "nodes/storage/DatabaseCopy.h"
+#include "nodes/storage/OpenFiles.h"
 
-#include <sqlite3.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 
 namespace Nodes {
 
@@ -17,10 +15,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char *companions[] = {"-wal", "-shm", "-journal"};
-constexpr int operationsBetweenChecks = 10000;
-
-/// Device and inode: the same file under whatever name.
-using Identity = std::pair<dev_t, ino_t>;
 
 bool endsWith(const std::string &text, const std::string &ending)
 {
@@ -36,38 +30,7 @@ bool isDatabase(const std::string &name)
                         [&](const char *companion) { return endsWith(name, companion); });
 }
 
-void collectOpen(const fs::path &process, std::set<Identity> &open)
-{
-    std::error_code error;
-    for (fs::directory_iterator fd(process / "fd", error), end; !error && fd != end;
-         fd.increment(error)) {
-        struct stat status;
-        if (::stat(fd->path().c_str(), &status) == 0 && S_ISREG(status.st_mode))
-            open.emplace(status.st_dev, status.st_ino);
-    }
-}
-
-/// Regular files that any process which may be looked into has open.
-std::set<Identity> openFiles()
-{
-    std::set<Identity> open;
-    std::error_code error;
-    for (fs::directory_iterator process("/proc", error), end; !error && process != end;
-         process.increment(error)) {
-        const std::string name = process->path().filename().string();
-        if (name.find_first_not_of("0123456789") == std::string::npos)
-            collectOpen(process->path(), open);
-    }
-    return open;
-}
-
-bool isOpen(const std::string &file, const std::set<Identity> &open)
-{
-    struct stat status;
-    return ::stat(file.c_str(), &status) == 0 && open.count({status.st_dev, status.st_ino}) != 0;
-}
-
-DatabaseFiles::File describe(const std::string &file, const std::set<Identity> &open)
+DatabaseFiles::File describe(const std::string &file, const OpenFiles &open)
 {
     DatabaseFiles::File described;
     struct stat status;
@@ -79,44 +42,45 @@ DatabaseFiles::File describe(const std::string &file, const std::set<Identity> &
         described.size += std::uint64_t(status.st_size);
         described.changed = std::max(described.changed, Timestamp(status.st_mtim.tv_sec) * 1000000);
     }
-    described.isInUse = isOpen(file, open);
+    described.isInUse = open.Has(file);
     return described;
-}
-
-int stopWhenCancelled(void *flag)
-{
-    return *static_cast<const std::atomic<bool> *>(flag) ? 1 : 0;
-}
-
-Result copyDatabase(SqliteDatabase &database, const std::string &target,
-                    const std::atomic<bool> &isCancelled)
-{
-    sqlite3_progress_handler(database.Handle(), operationsBetweenChecks, &stopWhenCancelled,
-                             const_cast<std::atomic<bool> *>(&isCancelled));
-    SqliteStatement copy(database, "VACUUM INTO ?1");
-    copy.Bind(1, std::string_view(target));
-    const Result copied = copy.Run();
-    return isCancelled ? Result(Result::Cancelled, target) : copied;
 }
 
 } // namespace
 
-std::vector<DatabaseFiles::File> DatabaseFiles::List() const
+std::vector<std::string> DatabaseFiles::ListPaths() const
 {
-    std::vector<File> files;
-    const std::set<Identity> open = openFiles();
+    std::vector<std::string> paths;
     std::error_code error;
     for (fs::recursive_directory_iterator entry(m_directory, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code gone;
-        if (!entry->is_regular_file(gone) || !isDatabase(entry->path().filename().string()))
-            continue;
-        files.push_back(describe(entry->path().string(), open));
-        files.back().path = entry->path().lexically_relative(m_directory).generic_string();
+        const std::string path = entry->path().lexically_relative(m_directory).generic_string();
+        if (entry->is_regular_file(gone) && isDatabase(entry->path().filename().string()) &&
+            isListed(path))
+            paths.push_back(path);
     }
-    std::sort(files.begin(), files.end(),
-              [](const File &a, const File &b) { return a.path < b.path; });
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+std::vector<DatabaseFiles::File> DatabaseFiles::List() const
+{
+    std::vector<File> files;
+    const OpenFiles open;
+    for (const std::string &path : ListPaths()) {
+        files.push_back(describe((fs::path(m_directory) / path).string(), open));
+        files.back().path = path;
+    }
     return files;
+}
+
+bool DatabaseFiles::isListed(const std::string &path) const
+{
+    const auto begins = [&](const std::string &beginning) {
+        return path.compare(0, beginning.size(), beginning) == 0;
+    };
+    return begins(m_beginning) && std::none_of(m_others.begin(), m_others.end(), begins);
 }
 
 Result DatabaseFiles::resolve(const std::string &path, std::string &full) const
@@ -126,7 +90,7 @@ Result DatabaseFiles::resolve(const std::string &path, std::string &full) const
     const fs::path file = fs::weakly_canonical(root / path, error);
     const std::string inside = file.lexically_relative(root).generic_string();
     if (m_directory.empty() || inside.empty() || inside.compare(0, 2, "..") == 0 ||
-        !isDatabase(file.filename().string()))
+        !isDatabase(file.filename().string()) || !isListed(inside))
         return Result(Result::InvalidArgument, path + ": no database file of this station");
     full = file.string();
     return fs::is_regular_file(file, error) ? Result() : Result(Result::NotFound, full);
@@ -140,14 +104,14 @@ Result DatabaseFiles::Delete(const std::string &path) const
     if (const Result resolved = resolve(path, file); !resolved)
         return resolved;
     const Result isUsed(Result::Refused, file + " is in use");
-    if (isOpen(file, openFiles()))
+    if (OpenFiles().Has(file))
         return isUsed;
     const std::string aside = file + ".deleting";
     std::error_code error;
     fs::rename(file, aside, error);
     if (error)
         return Result(Result::StorageError, file + ": " + error.message());
-    if (isOpen(aside, openFiles())) {
+    if (OpenFiles().Has(aside)) {
         fs::rename(aside, file, error);
         return isUsed;
     }
@@ -157,28 +121,14 @@ Result DatabaseFiles::Delete(const std::string &path) const
     return error ? Result(Result::StorageError, aside + ": " + error.message()) : Result();
 }
 
-Result DatabaseFiles::Copy(const std::string &path, const std::string &target,
-                           const std::atomic<bool> &isCancelled) const
+Result DatabaseFiles::MakeCopy(const std::string &path, const std::string &target,
+                               std::unique_ptr<DatabaseCopy> &copy) const
 {
     std::string file;
-    if (const Result resolved = resolve(path, file); !resolved)
-        return resolved;
-    std::error_code error;
-    if (fs::exists(target, error))
-        return Result(Result::Duplicate, target);
-    SqliteDatabase database;
-    Result copied = database.Open(file, SqliteDatabase::Mode::ReadOnly);
-    if (copied)
-        copied = copyDatabase(database, target, isCancelled);
-    const bool isDamaged = !copied && database.IsDamaged();
-    database.Close();
-    if (!copied)
-        fs::remove(target, error);
-    if (isDamaged && !isOpen(file, openFiles())) {
-        fs::copy_file(file, target, error);
-        copied = error ? Result(Result::StorageError, target + ": " + error.message()) : Result();
-    }
-    return copied;
+    const Result resolved = resolve(path, file);
+    if (resolved)
+        copy = std::make_unique<DatabaseCopy>(file, target);
+    return resolved;
 }
 
 } // namespace Nodes

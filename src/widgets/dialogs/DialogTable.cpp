@@ -3,7 +3,6 @@
 #include "widgets/charts/export/ExportProgress.h"
 #include "widgets/charts/overlay/PastPeriodDialog.h"
 #include "widgets/charts/own/TrendDialog.h"
-#include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/DialogFrames.h"
 #include "widgets/dialogs/Dialogs.h"
@@ -11,6 +10,7 @@
 #include "widgets/dialogs/TimeDialog.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
 #include "widgets/windows/loading/LoadDialog.h"
 

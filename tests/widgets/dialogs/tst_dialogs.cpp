@@ -3,10 +3,10 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/dialogs/BasicDialog.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/tools/ArchiverDBMgrDialog.h"
 
 #include "nodes/auth/systemAuthentication.h"
 

@@ -1,7 +1,9 @@
 #include "nodes/actions/kinds/actionArchiverDBMgr.h"
 
+#include "nodes/archive/DatabaseFilesOf.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/services/AccessCheck.h"
+#include "nodes/storage/DatabaseCopy.h"
 #include "nodes/system/systemCore.h"
 
 namespace Nodes {
@@ -9,7 +11,9 @@ namespace Nodes {
 KindInfo actionArchiverDBMgr::Kind()
 {
     return KindBuilder::For<actionArchiverDBMgr>("actionArchiverDBMgr", "Manage archive files",
-                                                 "Управление файлами архива");
+                                                 "Управление файлами архива")
+        .Property<&actionArchiverDBMgr::m_copyFolder>(Prop::CopyFolder, "Folder for copies",
+                                                      "Папка для копий");
 }
 
 Result actionArchiverDBMgr::Demand() const
@@ -17,17 +21,17 @@ Result actionArchiverDBMgr::Demand() const
     return DemandAccess(PrivilegeConfigure, *this, "управление файлами архива");
 }
 
-DatabaseFiles actionArchiverDBMgr::GetFiles() const
+NodesArray actionArchiverDBMgr::GetOwners() const
 {
     const systemCore *core = GetCore();
-    return DatabaseFiles(core ? core->GetDataDirectory() : std::string());
+    return core ? NodesWithDatabases(*core) : NodesArray();
 }
 
-Result actionArchiverDBMgr::DeleteFile(const std::string &path) const
+Result actionArchiverDBMgr::DeleteFile(const NodeLink &owner, const std::string &path) const
 {
     if (const Result access = Demand(); !access)
         return access;
-    const Result deleted = GetFiles().Delete(path);
+    const Result deleted = DatabaseFilesOf(owner).Delete(path);
     StoreMessage(deleted ? LevelAction : LevelWarning,
                  (deleted ? "Файл архива удалён: " : "Файл архива не удалён: ") + path +
                      (deleted ? std::string() : " — " + deleted.GetResultTranslated()),
@@ -35,12 +39,21 @@ Result actionArchiverDBMgr::DeleteFile(const std::string &path) const
     return deleted;
 }
 
-void actionArchiverDBMgr::ReportCopy(const std::string &from, const std::string &to,
-                                     const Result &result) const
+Result actionArchiverDBMgr::MakeCopy(const NodeLink &owner, const std::string &path,
+                                     const std::string &target,
+                                     std::unique_ptr<DatabaseCopy> &copy) const
 {
+    const Result access = Demand();
+    return access ? DatabaseFilesOf(owner).MakeCopy(path, target, copy) : access;
+}
+
+void actionArchiverDBMgr::ReportCopy(const DatabaseCopy &copy, const Result &result) const
+{
+    const std::string proof = "; прочитано обратно, BLAKE2b " + copy.GetDigest();
     StoreMessage(result ? LevelAction : LevelWarning,
-                 (result ? "Файл архива скопирован: " : "Файл архива не скопирован: ") + from +
-                     " → " + to + (result ? std::string() : " — " + result.GetResultTranslated()),
+                 (result ? "Файл архива скопирован: " : "Файл архива не скопирован: ") +
+                     copy.GetFrom() + " → " + copy.GetTo() +
+                     (result ? proof : " — " + result.GetResultTranslated()),
                  GetNodeLink());
 }
 

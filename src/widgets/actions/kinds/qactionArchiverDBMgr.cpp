@@ -1,7 +1,7 @@
 #include "widgets/actions/kinds/qactionArchiverDBMgr.h"
 
-#include "widgets/dialogs/ArchiverDBMgrDialog.h"
 #include "widgets/dialogs/Dialogs.h"
+#include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/windows/desktop/Screens.h"
 
 #include "nodes/actions/kinds/actionArchiverDBMgr.h"
