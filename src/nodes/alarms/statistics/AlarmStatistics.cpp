@@ -83,7 +83,8 @@ void AlarmStatistics::Add(const BasicEvent &entry)
     if (entry.type != TypeAcknowledgement) {
         track.count.alarm = entry.sourceNode;
         track.count.source = entry.source;
-        track.count.text = entry.text;
+        if (entry.type == TypeAlarmActive || track.count.text.empty()) // others tell a deed as well
+            track.count.text = entry.text;
     }
     if (entry.priority != 0)
         track.count.priority = entry.priority;
