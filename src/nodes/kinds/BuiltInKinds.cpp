@@ -74,6 +74,7 @@
 #include "nodes/timers/operationTimer.h"
 #include "nodes/visual/elements/comboItem.h"
 #include "nodes/visual/elements/recorderChannel.h"
+#include "nodes/visual/elements/widgetAlarmHealth.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/elements/widgetButton.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
@@ -112,6 +113,7 @@ void addElements(KindTable &table)
     table.Add(widgetBargraph::Kind());
     table.Add(widgetRecorderDigitalDisplay::Kind());
     table.Add(recorderChannel::Kind());
+    table.Add(widgetAlarmHealth::Kind());
 }
 
 void addCharts(KindTable &table)

@@ -11,6 +11,7 @@
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/tools/ArchiverDBMgrDialog.h"
+#include "widgets/elements/health/HealthPeriodDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
 #include "widgets/windows/loading/LoadDialog.h"
 
@@ -75,6 +76,7 @@ const bool isInstalled = Dialogs::install({
     {TimeDialog::Key, onParent<TimeDialog>},
     {ExportProgress::Key, onParent<ExportProgress>},
     {PastPeriodDialog::Key, onParent<PastPeriodDialog>},
+    {HealthPeriodDialog::Key, onParent<HealthPeriodDialog>},
     {TrendDialog::Key, onParent<TrendDialog>, several, endsWithUser},
 });
 

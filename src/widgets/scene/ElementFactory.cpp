@@ -3,6 +3,7 @@
 #include "widgets/charts/elements/qwidgetChartCorridor.h"
 #include "widgets/charts/elements/qwidgetChartHistory.h"
 #include "widgets/charts/elements/qwidgetChartXY.h"
+#include "widgets/elements/health/qwidgetAlarmHealth.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetButton.h"
 #include "widgets/elements/qwidgetCheckBox.h"
@@ -19,6 +20,7 @@
 #include "nodes/charts/widgetChartHistory.h"
 #include "nodes/charts/widgetChartXY.h"
 #include "nodes/kinds/KindRows.h"
+#include "nodes/visual/elements/widgetAlarmHealth.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/elements/widgetButton.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
@@ -80,6 +82,7 @@ constexpr Row rows[] = {
     shows<qwidgetChartHistory>(),
     shows<qwidgetChartCorridor>(),
     shows<qwidgetChartXY>(),
+    shows<qwidgetAlarmHealth>(),
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

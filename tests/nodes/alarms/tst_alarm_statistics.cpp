@@ -363,8 +363,9 @@ private slots:
         }
         QVERIFY(fixture.core.GetJournal().Flush());
         auto reader = fixture.core.GetJournal().OpenReader();
-        AlarmStatisticsReading reading{
-            begin - 20 * tenMinutes, begin + 20 * tenMinutes, {}, AlarmStatistics::Day, {}};
+        AlarmStatisticsReading reading;
+        reading.begin = begin - 20 * tenMinutes;
+        reading.end = begin + 20 * tenMinutes;
         AlarmFigures figures;
         std::atomic<bool> isCancelled{false};
         QVERIFY(reading.Read(*reader, isCancelled, figures));

@@ -22,7 +22,7 @@ Result AlarmStatisticsReading::Read(JournalReader &journal, const std::atomic<bo
     if (const Result result = findBeginning(journal, from, first); !result)
         return result;
     const Timestamp counted = first > begin && first < end ? first : begin;
-    AlarmStatistics statistics({counted, end, from});
+    AlarmStatistics statistics({counted, end, from, fleeting, standing});
     for (const BasicEvent &alarm : active)
         statistics.Seed(alarm);
     const Result result = readEntries(journal, from, isCancelled, statistics);

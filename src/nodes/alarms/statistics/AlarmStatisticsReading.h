@@ -20,6 +20,8 @@ struct NODES_EXPORT AlarmStatisticsReading
     Timestamp end = 0;   ///< exclusive, not after the present
     /// systemAlarming::GetActiveAlarms, taken before reading: what has been up since long before.
     std::vector<BasicEvent> active;
+    Timestamp fleeting = Timestamp(10) * 1000000; ///< see AlarmStatistics::Settings
+    Timestamp standing = AlarmStatistics::Day;
     /// So far before the period entries are read to learn how it began.
     Timestamp prelude = 31 * AlarmStatistics::Day;
 

@@ -10,6 +10,7 @@
 #include "widgets/charts/time/ChartTime.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/dialogs/SaveFileQuestion.h"
 
 #include "nodes/charts/widgetChart.h"
 #include "nodes/charts/widgetChartBasicSerie.h"
@@ -17,8 +18,6 @@
 #include "nodes/signals/BasicSignal.h"
 
 #include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QImage>
 #include <QMenu>
 #include <QPainter>
@@ -36,19 +35,6 @@ constexpr double dotsPerInch = 96;
 constexpr int pngScale = 2;
 constexpr int pdfResolution = 300;
 constexpr double metresPerInch = 0.0254;
-
-QString failure(const QString &file, const QString &reason)
-{
-    return QStringLiteral("Файл «%1» не записан: %2. Проверьте место на диске и права на каталог.")
-        .arg(QDir::toNativeSeparators(file), reason);
-}
-
-// The directory chosen last, for the next file.
-QString &lastDirectory()
-{
-    static QString directory = QDir::homePath();
-    return directory;
-}
 
 } // namespace
 
@@ -124,24 +110,8 @@ QString ChartExport::proposedName(const QString &ending) const
 QString ChartExport::askName(const QString &caption, const QString &ending,
                              const QString &filter) const
 {
-    QFileDialog dialog(TouchMenu::windowOf(m_element), caption, lastDirectory(), filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.selectFile(proposedName(ending));
-    const std::pair<QFileDialog::DialogLabel, const char *> labels[] = {
-        {QFileDialog::LookIn, "Папка:"},
-        {QFileDialog::FileName, "Имя файла:"},
-        {QFileDialog::FileType, "Вид файла:"},
-        {QFileDialog::Accept, "Сохранить"},
-        {QFileDialog::Reject, "Отмена"}};
-    for (const auto &[label, text] : labels)
-        dialog.setLabelText(label, QString::fromUtf8(text));
-    if (dialog.exec() != QDialog::Accepted)
-        return {};
-    QString file = dialog.selectedFiles().value(0);
-    lastDirectory() = QFileInfo(file).absolutePath();
-    if (QFileInfo(file).suffix().isEmpty())
-        file += '.' + ending;
-    return file;
+    return SaveFileQuestion{caption, proposedName(ending), ending, filter}.ask(
+        TouchMenu::windowOf(m_element));
 }
 
 QString ChartExport::savePng(const QString &file) const
@@ -160,14 +130,14 @@ QString ChartExport::savePng(const QString &file) const
     QSaveFile output(file);
     const bool isWritten =
         output.open(QIODevice::WriteOnly) && picture.save(&output, "PNG") && output.commit();
-    return isWritten ? QString() : failure(file, output.errorString());
+    return isWritten ? QString() : SaveFileQuestion::failure(file, output.errorString());
 }
 
 QString ChartExport::savePdf(const QString &file) const
 {
     QSaveFile output(file);
     if (!output.open(QIODevice::WriteOnly))
-        return failure(file, output.errorString());
+        return SaveFileQuestion::failure(file, output.errorString());
     {
         QPdfWriter writer(&output);
         writer.setResolution(pdfResolution);
@@ -180,7 +150,7 @@ QString ChartExport::savePdf(const QString &file) const
         ChartPage(*m_plot, m_legend, title(), intervalText())
             .paint(painter, QRectF(0, 0, writer.width(), writer.height()));
     }
-    return output.commit() ? QString() : failure(file, output.errorString());
+    return output.commit() ? QString() : SaveFileQuestion::failure(file, output.errorString());
 }
 
 // All signals of the series, also those of the other axis or of a tube; each once.

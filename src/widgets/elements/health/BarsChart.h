@@ -19,8 +19,8 @@ public:
     {
         QString name;
         QString figure;
-        double length = 0;    ///< 0 to 1
-        double target = -1;   ///< place of the mark; below 0: none
+        double length = 0;  ///< 0 to 1
+        double target = -1; ///< place of the mark; below 0: none
         bool isAbnormal = false;
     };
 

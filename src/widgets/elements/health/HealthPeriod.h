@@ -8,7 +8,8 @@
 
 namespace Widgets {
 
-/// The period of the alarm health page: so many days up to the present, or from a moment to another.
+/// The period of the alarm health page: so many days up to the present, or from a moment to
+/// another.
 struct WIDGETS_EXPORT HealthPeriod
 {
     enum Kind { Day = 1, Week = 2, Month = 3, Free = 4 };

@@ -85,8 +85,8 @@ QPixmap HealthText::sign(Nodes::HealthVerdict verdict, int size)
         break;
     case Nodes::HealthVerdict::Attention:
         painter.setBrush(QColor(240, 180, 0));
-        painter.drawPolygon(QPolygonF{
-            {place.center().x(), place.top()}, place.bottomRight(), place.bottomLeft()});
+        painter.drawPolygon(QPolygonF(QVector<QPointF>{
+            {place.center().x(), place.top()}, place.bottomRight(), place.bottomLeft()}));
         break;
     case Nodes::HealthVerdict::Bad:
         painter.setBrush(QColor(198, 40, 40));

@@ -105,9 +105,9 @@ QVariant NuisanceModel::data(const QModelIndex &index, int role) const
 
 QVariant NuisanceModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QString names[] = {QStringLiteral("Тревога"),     QStringLiteral("Приор."),
-                                    QStringLiteral("Возникла"),    QStringLiteral("Дребезг"),
-                                    QStringLiteral("Мимолётно"),   QStringLiteral("Стояла"),
+    static const QString names[] = {QStringLiteral("Тревога"),      QStringLiteral("Приор."),
+                                    QStringLiteral("Возникла"),     QStringLiteral("Дребезг"),
+                                    QStringLiteral("Мимолётно"),    QStringLiteral("Стояла"),
                                     QStringLiteral("Последний раз")};
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 ||
         section >= ColumnCount)

@@ -17,7 +17,16 @@ class WIDGETS_EXPORT NuisanceModel : public QAbstractTableModel
 
 public:
     enum Kind { Frequent, Chattering, Fleeting, Standing };
-    enum Column { Name, Priority, Raised, ChatteringCount, FleetingCount, Stood, Last, ColumnCount };
+    enum Column {
+        Name,
+        Priority,
+        Raised,
+        ChatteringCount,
+        FleetingCount,
+        Stood,
+        Last,
+        ColumnCount
+    };
 
     using QAbstractTableModel::QAbstractTableModel;
 

@@ -2,8 +2,8 @@
 
 #include "widgets/charts/axes/TimeSteps.h"
 #include "widgets/charts/time/ChartTime.h"
-#include "widgets/elements/painting/ScaleTicks.h"
 #include "widgets/elements/health/HealthText.h"
+#include "widgets/elements/painting/ScaleTicks.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -168,11 +168,10 @@ bool RateChart::event(QEvent *event)
     }
     const auto bar = std::size_t(share * double(m_bars.size()));
     const Nodes::Timestamp at = m_begin + m_step * Nodes::Timestamp(bar);
-    QToolTip::showText(help->globalPos(),
-                       QStringLiteral("%1: тревог за 10 минут — %2")
-                           .arg(HealthText::time(at))
-                           .arg(m_bars[bar]),
-                       this);
+    QToolTip::showText(
+        help->globalPos(),
+        QStringLiteral("%1: тревог за 10 минут — %2").arg(HealthText::time(at)).arg(m_bars[bar]),
+        this);
     return true;
 }
 

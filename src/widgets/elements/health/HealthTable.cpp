@@ -1,0 +1,32 @@
+#include "widgets/elements/health/HealthTable.h"
+
+#include "widgets/dialogs/DialogLook.h"
+
+#include <QHeaderView>
+#include <QTableView>
+
+namespace Widgets {
+
+void PrepareHealthTable(QTableView &table, int rowHeight, int stretched)
+{
+    MakeLegible(table);
+    MakeLegible(*table.horizontalHeader());
+    table.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table.setSelectionBehavior(QAbstractItemView::SelectRows);
+    table.setSelectionMode(QAbstractItemView::SingleSelection);
+    table.setShowGrid(false);
+    table.setAlternatingRowColors(true);
+    table.setWordWrap(false);
+    table.setTabKeyNavigation(false);
+    table.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table.verticalHeader()->setDefaultSectionSize(rowHeight);
+    QHeaderView *header = table.horizontalHeader();
+    header->setHighlightSections(false);
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(stretched, QHeaderView::Stretch);
+}
+
+} // namespace Widgets
