@@ -55,9 +55,9 @@ void addLoad(const AlarmFigures &figures, std::vector<AlarmMeasure> &measures)
                              judge(figures.meanPerBin, 1, 2), 2));
     measures.push_back(count("Наибольшее за 10 минут", double(figures.mostPerBin), "не более 10",
                              judge(double(figures.mostPerBin), 10, 20)));
-    measures.push_back(share("Доля 10-минутных отрезков с более чем 10 тревогами",
-                             bins > 0 ? above / bins : 0, "менее 1 %",
-                             judge(bins > 0 ? above / bins : 0, 0.01, 0.05), bins > 0));
+    measures.push_back(share("Доля отрезков с более чем 10", bins > 0 ? above / bins : 0,
+                             "менее 1 %", judge(bins > 0 ? above / bins : 0, 0.01, 0.05),
+                             bins > 0));
     measures.push_back(share("Доля времени в лавине тревог", figures.floodShare, "менее 1 %",
                              judge(figures.floodShare, 0.01, 0.05), true));
     measures.push_back(count("Лавин", double(figures.floods), "", HealthVerdict::None));

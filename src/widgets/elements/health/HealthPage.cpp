@@ -13,6 +13,7 @@
 #include "widgets/elements/health/MeasureModel.h"
 #include "widgets/elements/health/RateChart.h"
 
+#include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
 
 #include <QHBoxLayout>
@@ -29,6 +30,7 @@ namespace {
 constexpr int spacing = 8;
 constexpr int measureRow = 28;
 constexpr int millisecondsPerMinute = 60000;
+constexpr int waitingMilliseconds = 500;
 constexpr std::size_t topTen = 10;
 
 } // namespace
@@ -61,6 +63,8 @@ HealthPage::HealthPage(QWidget *parent)
     connect(&m_asker, &HealthAsker::progressed, m_bar, &HealthBar::setProgress);
     connect(&m_asker, &HealthAsker::answered, this, &HealthPage::take);
     connect(&m_timer, &QTimer::timeout, this, &HealthPage::refresh);
+    m_waiting.setSingleShot(true);
+    connect(&m_waiting, &QTimer::timeout, this, &HealthPage::refresh);
     connect(m_csv, &HealthCsv::saved, this, [this](const QString &file, const QString &error) {
         tell(error.isEmpty() ? QStringLiteral("Сохранено: ") + file : error);
     });
@@ -105,7 +109,7 @@ QWidget *HealthPage::buildRight()
     auto *layout = new QVBoxLayout(right);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
-    layout->addWidget(title(QStringLiteral("Тревог за 10 минут")));
+    layout->addWidget(title(QStringLiteral("Тревог за 10 минут; штриховая черта — 10")));
     layout->addWidget(m_rate, 3);
     layout->addWidget(title(QStringLiteral("Десять самых частых")));
     layout->addWidget(m_top, 4);
@@ -130,6 +134,7 @@ void HealthPage::setCore(Nodes::systemCore *core)
 {
     m_core = core;
     m_timer.stop();
+    m_waiting.stop();
     m_asker.cancel();
     m_bar->setProgress(-1);
     if (!m_core)
@@ -145,6 +150,10 @@ void HealthPage::refresh()
                         sender() == &m_timer; // the past does not change
     if (!m_core || isDone || m_asker.isBusy())
         return;
+    if (m_core->GetState() != Nodes::NodeState::Running) { // its journal is not open yet
+        m_waiting.start(waitingMilliseconds);
+        return;
+    }
     const Nodes::Timestamp now = Nodes::Clock::Current().Now();
     Nodes::AlarmStatisticsReading reading;
     reading.begin = m_settings.period.begin(now);

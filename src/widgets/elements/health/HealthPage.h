@@ -79,6 +79,7 @@ private:
     Nodes::systemCore *m_core = nullptr;
     HealthAsker m_asker;
     QTimer m_timer;
+    QTimer m_waiting; // for the core to run
     HealthBar *m_bar;
     QLabel *m_message;
     MeasureModel *m_measures;

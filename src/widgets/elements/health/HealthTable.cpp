@@ -11,6 +11,13 @@ void PrepareHealthTable(QTableView &table, int rowHeight, int stretched)
 {
     MakeLegible(table);
     MakeLegible(*table.horizontalHeader());
+    table.setStyleSheet(
+        QStringLiteral("QTableView { background: #fafbfc; alternate-background-color:"
+                       " #eef0f2; }"
+                       "QTableView::item { padding: 0 8px; }"
+                       "QHeaderView::section { background: #e3e7ea; color: #20262c;"
+                       " border: none; border-bottom: 1px solid #8a949b;"
+                       " padding: 4px 8px; }"));
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);

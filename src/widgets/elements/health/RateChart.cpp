@@ -10,12 +10,14 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace Widgets {
 
 namespace {
 
-constexpr int labelWidth = 110; // of a time on the axis, with room
+constexpr int abnormalWidth = 3; // at least, pixels: what matters is not overlooked
+constexpr int labelWidth = 110;  // of a time on the axis, with room
 
 QString timeFormat(const TimeStep &step)
 {
@@ -91,9 +93,9 @@ void RateChart::drawScale(QPainter &painter) const
     const ScaleTicks ticks = ScaleTicks::make(0, double(top()), divisions);
     const int half = fontMetrics().height() / 2;
     for (const double tick : ticks.major) {
-        if (tick != double(int(tick)))
-            continue;
         const int y = yOf(tick);
+        if (tick != double(int(tick)) || std::abs(y - yOf(Limit)) < 2 * half)
+            continue; // the limit has a number of its own
         painter.setPen(grid);
         painter.drawLine(area.left(), y, area.right(), y);
         painter.setPen(ink);
@@ -133,8 +135,10 @@ void RateChart::drawBars(QPainter &painter) const
         const int right = area.left() + (column + 1) * area.width() / columns;
         const int gap = right - left > 4 ? 1 : 0;
         const int y = std::min(yOf(double(count)), area.bottom() - 1); // one alarm is seen
-        painter.fillRect(QRect(QPoint(left, y), QPoint(right - 1 - gap, area.bottom())),
-                         count > Limit ? abnormalBar : normalBar);
+        QRect bar(QPoint(left, y), QPoint(right - 1 - gap, area.bottom()));
+        if (count > Limit && bar.width() < abnormalWidth)
+            bar.setWidth(abnormalWidth);
+        painter.fillRect(bar, count > Limit ? abnormalBar : normalBar);
     }
     painter.setPen(frame);
     painter.drawLine(area.bottomLeft(), area.bottomRight());
@@ -146,13 +150,9 @@ void RateChart::drawLimit(QPainter &painter) const
     const int y = yOf(Limit);
     painter.setPen(QPen(ink, 1, Qt::DashLine));
     painter.drawLine(area.left(), y, area.right(), y);
-    const QString text = QStringLiteral("10 за 10 мин");
-    const QRect place(area.right() - fontMetrics().horizontalAdvance(text) - 8,
-                      y - fontMetrics().height() - 1, fontMetrics().horizontalAdvance(text) + 6,
-                      fontMetrics().height());
-    painter.fillRect(place, ground);
-    painter.setPen(ink);
-    painter.drawText(place, Qt::AlignCenter, text);
+    const int half = fontMetrics().height() / 2;
+    painter.drawText(QRect(0, y - half, area.left() - 6, 2 * half),
+                     Qt::AlignRight | Qt::AlignVCenter, QString::number(Limit));
 }
 
 bool RateChart::event(QEvent *event)
