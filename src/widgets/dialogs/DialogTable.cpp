@@ -10,8 +10,8 @@
 #include "widgets/dialogs/TimeDialog.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/elements/health/HealthPeriodDialog.h"
+#include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
 #include "widgets/windows/loading/LoadDialog.h"
 
