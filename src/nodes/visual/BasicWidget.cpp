@@ -30,6 +30,8 @@ void BasicWidget::Describe(KindBuilder &builder)
         .Property<&BasicWidget::m_tooltip>(Prop::Tooltip, "Tooltip", "Подсказка")
         .Property<&BasicWidget::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal})
+        .Property<&BasicWidget::m_hasAlarmIndication>(Prop::AlarmIndication, "Show alarms",
+                                                      "Показывать тревоги")
         .Property<&BasicWidget::m_onPress>(Prop::OnPress, "On press", "При нажатии")
         .Refers(actions)
         .Property<&BasicWidget::m_onRelease>(Prop::OnRelease, "On release", "При отпускании")

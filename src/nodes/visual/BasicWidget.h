@@ -34,6 +34,7 @@ public:
         static constexpr PropertyId<NodeLink> Signal{12001, "signal"};
         static constexpr PropertyId<NodeLinks> OnFocusLoss{12115, "onFocusLoss"};
         static constexpr PropertyId<NodeLinks> AfterWrite{12116, "afterWrite"};
+        static constexpr PropertyId<bool> AlarmIndication{12450, "alarmIndication"};
     };
 
     BasicWidget();
@@ -49,6 +50,8 @@ public:
     bool isDisabled() const { return m_isDisabled || m_denial == AccessDeniedDisable; }
     bool isMovable() const { return m_isMovable; }
     bool isSelectable() const { return m_isSelectable; }
+    /// At run time a sign on the element tells how the alarms of its signal stand.
+    bool hasAlarmIndication() const { return m_hasAlarmIndication; }
     const std::string &GetTooltip() const { return m_tooltip; }
 
     ActionLists GetActionLists() const
@@ -113,6 +116,7 @@ private:
     bool m_isDisabled = false;
     bool m_isMovable = true;
     bool m_isSelectable = true;
+    bool m_hasAlarmIndication = true;
     enAccessDeniedAction m_denial = AccessDeniedRefuse; // run-time state, never saved
     std::string m_tooltip;
     NodeLink m_signal;

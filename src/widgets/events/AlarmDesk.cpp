@@ -1,6 +1,7 @@
 #include "widgets/events/AlarmDesk.h"
 
 #include "widgets/actions/kinds/qactionAlarm.h"
+#include "widgets/elements/alarms/AlarmBoard.h"
 #include "widgets/elements/binding/AlarmWatch.h"
 #include "widgets/events/AlarmRelay.h"
 #include "widgets/events/AlarmWindow.h"
@@ -18,10 +19,14 @@ AlarmDesk::AlarmDesk(Nodes::systemAlarming *alarming)
     connect(m_relay.get(), &AlarmRelay::forgotten, this, [this](const QSet<unsigned long> &ids) {
         if (m_window)
             m_window->forget(ids);
+        AlarmBoard::instance().forget(ids);
     });
 }
 
-AlarmDesk::~AlarmDesk() = default;
+AlarmDesk::~AlarmDesk()
+{
+    AlarmBoard::instance().clear();
+}
 
 AlarmWindow *AlarmDesk::window()
 {
@@ -33,6 +38,7 @@ AlarmWindow *AlarmDesk::window()
 void AlarmDesk::take(const std::vector<Nodes::BasicEvent> &alarms)
 {
     window()->ReceiveAlarms(alarms);
+    AlarmBoard::instance().take(alarms);
     AlarmWatch::tell(alarms);
     emit taken(alarms);
 }

@@ -1,8 +1,9 @@
 #include "widgets/events/AlarmSigns.h"
 
+#include "widgets/elements/painting/AlarmShapes.h"
+
 #include <QPainter>
 #include <QPixmapCache>
-#include <QPolygonF>
 
 namespace Widgets {
 
@@ -23,39 +24,6 @@ bool isPresent(AlarmState state)
     return state == AlarmState::ActiveUnacked || state == AlarmState::ActiveAcked;
 }
 
-QColor priorityColor(int priority)
-{
-    switch (priority) {
-    case 1:
-        return {198, 40, 40};
-    case 2:
-        return {240, 180, 0};
-    case 3:
-        return {255, 224, 120};
-    default:
-        return {150, 196, 224};
-    }
-}
-
-QPolygonF shapeOf(int priority, const QRectF &r)
-{
-    if (priority == 2)
-        return QPolygonF() << QPointF(r.center().x(), r.top()) << r.bottomRight() << r.bottomLeft();
-    if (priority == 3)
-        return QPolygonF() << QPointF(r.center().x(), r.top()) << QPointF(r.right(), r.center().y())
-                           << QPointF(r.center().x(), r.bottom())
-                           << QPointF(r.left(), r.center().y());
-    return QPolygonF(r);
-}
-
-void drawShape(QPainter &painter, int priority, const QRectF &rect)
-{
-    if (priority > 3)
-        painter.drawEllipse(rect);
-    else
-        painter.drawPolygon(shapeOf(priority, rect));
-}
-
 // A dark badge stands on the filled rows, a hollow one on the others.
 QPixmap paintBadge(AlarmState state, int priority, int height)
 {
@@ -65,12 +33,12 @@ QPixmap paintBadge(AlarmState state, int priority, int height)
     painter.setRenderHint(QPainter::Antialiasing);
     const bool isFilled = isWaiting(state);
     // Red lines on the dark ground would hardly be seen.
-    const QColor lines = priority == 1 ? QColor(255, 128, 120) : priorityColor(priority);
+    const QColor lines = priority == 1 ? QColor(255, 128, 120) : AlarmShapes::color(priority);
     const QColor ink = isPresent(state) ? lines : QColor(Qt::gray);
     painter.setPen(QPen(isFilled && isPresent(state) ? light : ink, 2));
     painter.setBrush(!isFilled ? QBrush(Qt::NoBrush) : QBrush(isPresent(state) ? dark : ink));
     const QRectF area(2, 2, height - 4, height - 4);
-    drawShape(painter, priority, area);
+    AlarmShapes::draw(painter, priority, area);
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(qMax(1, height / 2));
     font.setBold(true);
@@ -92,7 +60,7 @@ AlarmSigns AlarmSigns::of(AlarmState state, int priority)
 {
     if (state != AlarmState::ActiveUnacked)
         return {dark, light};
-    return {priorityColor(priority), priority == 1 ? QColor(Qt::white) : QColor(0x1c, 0x20, 0x24)};
+    return {AlarmShapes::color(priority), AlarmShapes::ink(priority)};
 }
 
 QPixmap AlarmSigns::badge(AlarmState state, int priority, int height)

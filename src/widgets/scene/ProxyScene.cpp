@@ -3,6 +3,7 @@
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/SceneEditor.h"
+#include "widgets/scene/marks/AlarmMarks.h"
 
 #include "nodes/model/properties/PropertyProxy.h"
 #include "nodes/visual/windows/BasicComposition.h"
@@ -94,12 +95,25 @@ void ProxyScene::start()
 {
     for (ProxyLayer *layer : m_layers.all())
         layer->start();
+    if (!m_context->isRuntime() || m_context->isPreview())
+        return;
+    if (!m_alarms)
+        m_alarms = new AlarmMarks(m_layers, this);
+    m_alarms->start();
 }
 
 void ProxyScene::stop()
 {
     for (ProxyLayer *layer : m_layers.all())
         layer->stop();
+    if (m_alarms)
+        m_alarms->stop();
+}
+
+void ProxyScene::markAlarms(ProxyWidget &element)
+{
+    if (m_alarms)
+        m_alarms->update(element);
 }
 
 void ProxyScene::updateGeometry()

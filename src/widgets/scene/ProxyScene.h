@@ -5,6 +5,7 @@
 
 #include "widgets/scene/LayerStack.h"
 #include "widgets/scene/editing/EditedScene.h"
+#include "widgets/scene/marks/MarkedScene.h"
 
 #include "nodes/model/links/NodeLink.h"
 #include "utils/relay/NodeRelay.h"
@@ -29,6 +30,7 @@ class PropertyProxy;
 
 namespace Widgets {
 
+class AlarmMarks;
 class ProxyLayer;
 class ProxyWidget;
 class SceneEditor;
@@ -37,7 +39,10 @@ class SceneEditor;
 /// node model. Scene coordinates are the nodes' pixel coordinates. Whether it is edited, previewed
 /// or run its context says. While editing, each edit is a step on the application's undo stack.
 /// GUI thread.
-class WIDGETS_EXPORT ProxyScene : public QGraphicsScene, public Utils::IUndo, public EditedScene
+class WIDGETS_EXPORT ProxyScene : public QGraphicsScene,
+                                  public Utils::IUndo,
+                                  public EditedScene,
+                                  public MarkedScene
 {
     Q_OBJECT
 
@@ -68,6 +73,8 @@ public:
     /// Start or stop every element, layer by layer.
     void start();
     void stop();
+    /// The signs of alarms on its elements; null before it is started at run time.
+    AlarmMarks *alarmMarks() const { return m_alarms; }
     /// Takes the scene rectangle from the node; content never changes it.
     void updateGeometry();
     QList<ProxyLayer *> getLayers() const { return m_layers.all(); }
@@ -92,6 +99,7 @@ public:
     /// Signals signalCheckLink, or calls slotWidgetDelete at once where nobody is connected to it.
     void removeWidget() override;
     void onMoveFinished() override;
+    void markAlarms(ProxyWidget &element) override;
     void onPropertiesChange(ProxyWidget *widget, bool &movable, bool &push) override;
 
     /// Menu of the elements that the topmost layer takes; null before the first need.
@@ -153,6 +161,7 @@ private:
     LayerStack m_layers;
     std::unique_ptr<SceneEditor> m_editor; ///< made when the scene is edited for the first time
     std::unique_ptr<Nodes::PropertyProxy> m_selected;
+    AlarmMarks *m_alarms = nullptr; ///< a child
     bool m_isEditable = true;
     Utils::NodeRelay m_relay; ///< layers that come and go
 };

@@ -5,10 +5,12 @@
 #include "widgets/scene/ElementFactory.h"
 #include "widgets/scene/editing/ElementEditor.h"
 #include "widgets/scene/editing/Locker.h"
+#include "widgets/scene/marks/MarkedScene.h"
 
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QGraphicsScene>
 #include <QGraphicsSceneResizeEvent>
 #include <QPainter>
 #include <QTimer>
@@ -120,6 +122,13 @@ void ProxyWidget::start()
         return;
     judgeAccess();
     m_element->start();
+    markAlarms();
+}
+
+void ProxyWidget::markAlarms()
+{
+    if (auto *marked = dynamic_cast<MarkedScene *>(scene()))
+        marked->markAlarms(*this);
 }
 
 void ProxyWidget::judgeAccess()
@@ -192,6 +201,7 @@ void ProxyWidget::takeAll()
         return;
     setZValue(node->GetZOrder());
     takeDisabled(*node);
+    markAlarms();
     if (m_editor)
         m_editor->rememberGeometry();
     setPositionItems(QRectF());
@@ -232,6 +242,10 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
         break;
     case Prop::Disabled:
         takeDisabled(*node);
+        break;
+    case Prop::Signal:
+    case Prop::AlarmIndication:
+        markAlarms();
         break;
     case Prop::X:
     case Prop::Y:

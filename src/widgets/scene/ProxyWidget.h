@@ -137,6 +137,7 @@ private:
     void onPropertyUpdated(Nodes::BasicProperty *property);
     void onMovedFinished();
     void onLockChanged(bool lock);
+    void markAlarms();
     void later(void (ProxyWidget::*take)(const Nodes::BasicWidget &));
     void takeVisible(const Nodes::BasicWidget &node);
     void forwardToView(QGraphicsSceneMouseEvent *event);

@@ -6,8 +6,6 @@
 #include <QGraphicsScene>
 #include <QPainter>
 
-#include <limits>
-
 namespace Widgets {
 
 namespace {
@@ -27,7 +25,6 @@ ElementMark *ElementMark::put(ProxyWidget &element)
         return nullptr;
     delete in(*scene);
     auto *mark = new ElementMark(element);
-    scene->addItem(mark);
     scene->installEventFilter(mark);
     return mark;
 }
@@ -41,30 +38,10 @@ ElementMark *ElementMark::in(const QGraphicsScene &scene)
     return nullptr;
 }
 
-ElementMark::ElementMark(ProxyWidget &element) : m_element(&element)
+ElementMark::ElementMark(ProxyWidget &element) : ElementOverlay(element, MarkLevel, gap + width)
 {
-    setZValue(std::numeric_limits<int>::max());
-    setAcceptedMouseButtons(Qt::NoButton);
-    follow();
-    connect(&element, &QGraphicsWidget::geometryChanged, this, &ElementMark::follow);
-    connect(&element, &QGraphicsObject::visibleChanged, this,
-            [this] { setVisible(m_element && m_element->isVisible()); });
-    connect(&element, &QObject::destroyed, this, &QObject::deleteLater);
     connect(&m_timer, &QTimer::timeout, this, &ElementMark::onTick);
     m_timer.start(BlinkInterval);
-}
-
-void ElementMark::follow()
-{
-    if (!m_element)
-        return;
-    const qreal margin = gap + width;
-    prepareGeometryChange();
-    m_outline = m_element->sceneBoundingRect().adjusted(-margin, -margin, margin, margin);
-    // Of an element at the edge the frame lies inside: a side that nobody sees marks nothing.
-    const QRectF room = m_element->scene() ? m_element->scene()->sceneRect() : QRectF();
-    if (room.intersects(m_outline))
-        m_outline &= room;
 }
 
 void ElementMark::onTick()
@@ -81,7 +58,9 @@ void ElementMark::paint(QPainter *painter, const QStyleOptionGraphicsItem * /*op
 {
     if (!isLit())
         return;
-    const QRectF line = m_outline.adjusted(width / 2, width / 2, -width / 2, -width / 2);
+    // A side beyond the edge of the scene would mark nothing.
+    const QRectF seen = boundingRect() & scene()->sceneRect();
+    const QRectF line = seen.adjusted(width / 2, width / 2, -width / 2, -width / 2);
     painter->setBrush(Qt::NoBrush);
     painter->setPen(QPen(halo, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter->drawRect(line);
