@@ -13,6 +13,7 @@ Group groupOf(AlarmState state)
     switch (state) {
     case AlarmState::ActiveUnacked:
     case AlarmState::ActiveAcked:
+    case AlarmState::AwaitingReset:
         return Active;
     case AlarmState::ReturnedUnacked:
         return Returned;
@@ -38,8 +39,8 @@ void AlarmSummary::add(const Nodes::BasicEvent &alarm)
         state = alarm.alarmState;
         priority = alarm.priority;
     }
-    if (group == Active && isUnacked)
-        state = AlarmState::ActiveUnacked;
+    if (group == Active)
+        state = isUnacked ? AlarmState::ActiveUnacked : AlarmState::ActiveAcked;
 }
 
 bool AlarmSummary::isHidden() const

@@ -9,8 +9,9 @@ namespace Widgets {
 /// How several alarms stand, in one sign: that of the most urgent one. A value.
 struct WIDGETS_EXPORT AlarmSummary
 {
-    Nodes::AlarmState state = Nodes::AlarmState::Normal; ///< Normal: no sign
-    int priority = 0;                                    ///< 1 (highest) to 4
+    /// Normal: no sign. One that awaits its reset counts as acknowledged.
+    Nodes::AlarmState state = Nodes::AlarmState::Normal;
+    int priority = 0; ///< 1 (highest) to 4
 
     /// Active alarms go before returned ones, those before hidden ones, then priority counts. That
     /// one was acknowledged does not hide that another was not.
