@@ -4,12 +4,11 @@
 
 #include <QWidget>
 
-#include <memory>
-
 namespace LimeReport {
 
-class PreviewReportWidgetPrivate;
-class ReportEnginePrivate;
+class PreviewBody;
+class ReportDesk;
+class ReportEngine;
 
 /// The pages of a report, one below the other. Made by ReportEngine::createPreviewWidget. GUI
 /// thread.
@@ -43,6 +42,8 @@ public slots:
     void print();
     /// Asks for a file and saves the pages that are shown.
     void printToPDF();
+    /// The same without asking.
+    void savePdf(const QString &file);
     /// 10 to 800.
     void setScalePercent(int percent);
     /// Keep to the width or the whole of a page, also when the size of the widget changes, until
@@ -57,14 +58,11 @@ signals:
     /// Of print() and printToPDF(): "" after success, else why not, for operators.
     void outputFinished(const QString &error);
 
-protected:
-    void changeEvent(QEvent *event) override;
-
 private:
-    friend class ReportEnginePrivate;
-    explicit PreviewReportWidget(QWidget *parent);
+    friend class ReportEngine;
+    PreviewReportWidget(ReportDesk &desk, QWidget *parent);
 
-    std::unique_ptr<PreviewReportWidgetPrivate> d;
+    PreviewBody *d; // a child
 };
 
 } // namespace LimeReport

@@ -1,85 +1,91 @@
 #include "widgets/reports/engine/lrreportengine.h"
 
 #include "widgets/reports/engine/lrpreviewreportwidget.h"
+#include "widgets/reports/engine/running/ReportDesk.h"
 #include "widgets/reports/engine/template/TemplateReader.h"
+
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
 
 namespace LimeReport {
 
-class ReportEnginePrivate
+ReportEngine::ReportEngine(QObject *parent) : QObject(parent), d(std::make_unique<ReportDesk>())
 {
-public:
-    static PreviewReportWidget *preview(QWidget *parent) { return new PreviewReportWidget(parent); }
-
-    ReportTemplatePtr report;
-    QString error;
-    bool showsProgress = true;
-};
-
-ReportEngine::ReportEngine(QObject *parent)
-    : QObject(parent), d(std::make_unique<ReportEnginePrivate>())
-{
+    connect(&d->runner, &ReportRunner::started, this, &ReportEngine::renderStarted);
+    connect(&d->runner, &ReportRunner::progressed, this, &ReportEngine::renderPageFinished);
+    connect(d.get(), &ReportDesk::rendered, this, &ReportEngine::renderFinished);
+    connect(d.get(), &ReportDesk::putOut, this, &ReportEngine::onPutOut);
 }
 
 ReportEngine::~ReportEngine() = default;
 
 bool ReportEngine::loadFromFile(const QString &file, bool reload)
 {
-    d->error.clear();
-    d->report = TemplateReader::readFile(file, d->error);
-    return d->report != nullptr;
+    QString error;
+    const ReportTemplatePtr report = TemplateReader::readFile(file, error);
+    return d->take(report, error);
 }
 
 bool ReportEngine::loadFromString(const QString &report, const QString &name)
 {
-    d->error.clear();
-    d->report = TemplateReader::read(report.toUtf8(), name, QString(), d->error);
-    return d->report != nullptr;
+    QString error;
+    const ReportTemplatePtr made = TemplateReader::read(report.toUtf8(), name, QString(), error);
+    return d->take(made, error);
 }
 
 IDataSourceManager *ReportEngine::dataManager()
 {
-    return nullptr;
+    return &d->data;
 }
 
 PreviewReportWidget *ReportEngine::createPreviewWidget(QWidget *parent)
 {
-    return ReportEnginePrivate::preview(parent);
+    PreviewReportWidget *preview = new PreviewReportWidget(*d, parent);
+    if (d->report)
+        d->render();
+    return preview;
 }
 
 bool ReportEngine::printReport(QPrinter *printer)
 {
-    d->error = QStringLiteral("Pages are not made yet.");
-    return false;
+    if (printer)
+        return d->run(QString(), printer);
+    if (QPrinterInfo::availablePrinterNames().isEmpty())
+        return d->fail(QStringLiteral("Не напечатано: на этой машине нет ни одного принтера."));
+    QPrinter asked(QPrinter::HighResolution);
+    QPrintDialog dialog(&asked);
+    return dialog.exec() == QDialog::Accepted && d->run(QString(), &asked);
 }
 
 bool ReportEngine::printToPDF(const QString &file)
 {
-    return printReport();
+    return d->run(file, nullptr);
 }
 
 bool ReportEngine::startPdf(const QString &file)
 {
-    return printReport();
+    return d->start(file, nullptr);
 }
 
 bool ReportEngine::render()
 {
-    return printReport();
+    return d->render();
 }
 
 bool ReportEngine::isRendering() const
 {
-    return false;
+    return d->runner.isRunning();
 }
 
 int ReportEngine::pageCount() const
 {
-    return 0;
+    return d->runner.pages() ? d->runner.pages()->count() : 0;
 }
 
 QString ReportEngine::lastError() const
 {
-    return d->error;
+    return d->lastError();
 }
 
 void ReportEngine::setShowProgressDialog(bool show)
@@ -92,6 +98,15 @@ bool ReportEngine::isShowProgressDialog() const
     return d->showsProgress;
 }
 
-void ReportEngine::cancelRender() {}
+void ReportEngine::onPutOut(const QString &file, const QString &error)
+{
+    if (!file.isEmpty())
+        emit saved(file, error);
+}
+
+void ReportEngine::cancelRender()
+{
+    d->cancel();
+}
 
 } // namespace LimeReport

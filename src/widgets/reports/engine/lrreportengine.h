@@ -13,7 +13,7 @@ namespace LimeReport {
 
 class IDataSourceManager;
 class PreviewReportWidget;
-class ReportEnginePrivate;
+class ReportDesk;
 
 /// Prints reports from templates (.lrxml): reads one, fills it from variables and item models,
 /// shows, prints and saves the pages. GUI thread; the pages are made on a thread of its own from
@@ -81,7 +81,9 @@ signals:
     void saved(const QString &file, const QString &error);
 
 private:
-    std::unique_ptr<ReportEnginePrivate> d;
+    void onPutOut(const QString &file, const QString &error);
+
+    std::unique_ptr<ReportDesk> d;
 };
 
 } // namespace LimeReport
