@@ -14,6 +14,7 @@
 #include "nodes/actions/kinds/actionRestoreCursor.h"
 #include "nodes/actions/kinds/actionShowAlarms.h"
 #include "nodes/actions/kinds/actionShowMenu.h"
+#include "nodes/actions/kinds/actionShowProblems.h"
 #include "nodes/actions/kinds/actionShowTrend.h"
 #include "nodes/actions/kinds/actionShowWindow.h"
 #include "nodes/actions/kinds/actionShowWindowTemplate.h"
@@ -150,6 +151,7 @@ void addActions(KindTable &table)
     table.Add(actionPlaySound::Kind());
     table.Add(actionRestoreCursor::Kind());
     table.Add(actionShowAlarms::Kind());
+    table.Add(actionShowProblems::Kind());
     table.Add(actionShowTrend::Kind());
     table.Add(actionShowWindowTemplate::Kind());
     table.Add(templateArgument::Kind());

@@ -14,6 +14,7 @@
 #include "widgets/actions/kinds/qactionRestoreCursor.h"
 #include "widgets/actions/kinds/qactionShowAlarms.h"
 #include "widgets/actions/kinds/qactionShowMenu.h"
+#include "widgets/actions/kinds/qactionShowProblems.h"
 #include "widgets/actions/kinds/qactionShowTrend.h"
 #include "widgets/actions/kinds/qactionShowWindow.h"
 #include "widgets/actions/kinds/qactionShowWindowTemplate.h"
@@ -56,6 +57,7 @@ constexpr Row rows[] = {
     runs<qactionOverrideCursor>(),
     runs<qactionRestoreCursor>(),
     runs<qactionShowAlarms>(),
+    runs<qactionShowProblems>(),
     runs<qactionShowTrend>(),
     runs<qactionArchiverDBMgr>(),
 };

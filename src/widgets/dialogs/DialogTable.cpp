@@ -12,6 +12,7 @@
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/elements/health/HealthPeriodDialog.h"
 #include "widgets/tools/ArchiverDBMgrDialog.h"
+#include "widgets/tools/problems/ProblemsDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
 #include "widgets/windows/loading/LoadDialog.h"
 
@@ -73,6 +74,7 @@ const bool isInstalled = Dialogs::install({
     {AuthenticationWindow::Key, logIn, single},
     {ArchiverDBMgrDialog::Key, archiveFiles, single, endsWithUser},
     {LoadDialog::Key, load},
+    {ProblemsDialog::Key, onParent<ProblemsDialog>, single, endsWithUser},
     {TimeDialog::Key, onParent<TimeDialog>},
     {ExportProgress::Key, onParent<ExportProgress>},
     {PastPeriodDialog::Key, onParent<PastPeriodDialog>},

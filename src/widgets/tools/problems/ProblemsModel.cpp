@@ -1,0 +1,86 @@
+#include "widgets/tools/problems/ProblemsModel.h"
+
+namespace Widgets {
+
+namespace {
+
+// A sign beside the word: told apart at a glance, without colour.
+QString severityText(Problem::enSeverity severity)
+{
+    return severity == Problem::Error ? QStringLiteral("✕ Ошибка") : QStringLiteral("○ Замечание");
+}
+
+QString cell(const Problem &problem, int column)
+{
+    switch (column) {
+    case ProblemsModel::SeverityColumn:
+        return severityText(problem.severity);
+    case ProblemsModel::PlaceColumn:
+        return problem.place;
+    default:
+        return problem.text;
+    }
+}
+
+} // namespace
+
+void ProblemsModel::clear()
+{
+    beginResetModel();
+    m_problems.clear();
+    m_counts[Problem::Error] = m_counts[Problem::Remark] = 0;
+    endResetModel();
+}
+
+void ProblemsModel::append(const std::vector<Problem> &problems)
+{
+    if (problems.empty())
+        return;
+    const int first = int(m_problems.size());
+    beginInsertRows({}, first, first + int(problems.size()) - 1);
+    m_problems.insert(m_problems.end(), problems.begin(), problems.end());
+    for (const Problem &problem : problems)
+        ++m_counts[problem.severity];
+    endInsertRows();
+}
+
+int ProblemsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(m_problems.size());
+}
+
+int ProblemsModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant ProblemsModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const Problem &found = problem(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return cell(found, index.column());
+    case Qt::ToolTipRole:
+        return cell(found, index.column()).toHtmlEscaped();
+    case SortRole:
+        return index.column() == SeverityColumn ? QVariant(int(found.severity))
+                                                : QVariant(cell(found, index.column()));
+    case FilterRole:
+        return QString(found.place + '\n' + found.text);
+    default:
+        return {};
+    }
+}
+
+QVariant ProblemsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const QString titles[] = {QStringLiteral("Важность"), QStringLiteral("Где"),
+                                     QStringLiteral("Что не так и что сделать")};
+    const bool isTitle = orientation == Qt::Horizontal && role == Qt::DisplayRole && section >= 0 &&
+                         section < ColumnCount;
+    return isTitle ? QVariant(titles[section]) : QVariant();
+}
+
+} // namespace Widgets
