@@ -11,6 +11,8 @@
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/elements/health/HealthPeriodDialog.h"
+#include "widgets/events/details/AlarmLimitsDialog.h"
+#include "widgets/events/details/AlarmNoteDialog.h"
 #include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/tools/problems/ProblemsDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
@@ -79,6 +81,8 @@ const bool isInstalled = Dialogs::install({
     {ExportProgress::Key, onParent<ExportProgress>},
     {PastPeriodDialog::Key, onParent<PastPeriodDialog>},
     {HealthPeriodDialog::Key, onParent<HealthPeriodDialog>},
+    {AlarmNoteDialog::Key, onParent<AlarmNoteDialog>, several, endsWithUser},
+    {AlarmLimitsDialog::Key, onParent<AlarmLimitsDialog>, several, endsWithUser},
     {TrendDialog::Key, onParent<TrendDialog>, several, endsWithUser},
 });
 

@@ -5,10 +5,12 @@
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
+#include "widgets/events/details/AlarmPanes.h"
 #include "widgets/events/filter/AlarmFilterBar.h"
 #include "widgets/events/filter/AlarmFiltering.h"
 #include "widgets/events/filter/AlarmHeadline.h"
 #include "widgets/events/filter/AlarmList.h"
+#include "widgets/events/hidden/ModelHidden.h"
 #include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"
@@ -63,14 +65,17 @@ AlarmDialog::AlarmDialog(QWidget *parent)
     connect(m_closeButton, &QPushButton::clicked, this, &AlarmDialog::closeRequested);
     m_controls->addWidget(m_closeButton);
     buildHead();
+    buildPanes();
     auto *layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetMinimumSize); // the buttons do not overlap
     layout->addWidget(m_headline);
     layout->addWidget(m_filterBar);
     layout->addWidget(m_table, 1);
+    layout->addWidget(m_panes);
     layout->addLayout(m_controls);
     onSoundToggled(false);
     applySizes();
+    summarise();
     Utils::NodeRelay::Handlers handlers;
     handlers.propertyChanged = [this](Nodes::BasicProperty *) { onUpdateProperties(); };
     m_relay.connect(alarmSystem(), std::move(handlers));
@@ -97,7 +102,27 @@ void AlarmDialog::buildHead()
     connect(m_manager, &ModelManager::changed, this, isDue);
     connect(&m_manager->sorting(), &AlarmList::filterChanged, this, &AlarmDialog::summarise);
     connect(m_table->verticalScrollBar(), &QScrollBar::valueChanged, this, isDue);
-    summarise();
+}
+
+void AlarmDialog::buildPanes()
+{
+    m_panes = new AlarmPanes(*m_manager, *m_table, this);
+    connect(&m_headline->detailsButton(), &QPushButton::clicked, this,
+            [this](bool isOut) { fold(AlarmPanes::Details, isOut); });
+    connect(&m_headline->hiddenButton(), &QPushButton::clicked, this,
+            [this](bool isOut) { fold(AlarmPanes::Hidden, isOut); });
+    connect(m_panes, &AlarmPanes::paneChanged, this, [this] {
+        m_headline->detailsButton().setChecked(m_panes->pane() == AlarmPanes::Details);
+        m_headline->hiddenButton().setChecked(m_panes->pane() == AlarmPanes::Hidden);
+    });
+}
+
+void AlarmDialog::fold(int pane, bool isOut)
+{
+    m_panes->setPane(isOut ? AlarmPanes::Pane(pane) : AlarmPanes::None);
+    const int height = isOut ? m_panes->sizeHint().height() + layout()->spacing() : 0;
+    emit heightWanted(height - m_paneHeight);
+    m_paneHeight = height;
 }
 
 void AlarmDialog::summarise()
@@ -109,9 +134,14 @@ void AlarmDialog::summarise()
     facts.waiting = counts.waiting;
     facts.hiddenUrgent = counts.hiddenUrgent;
     facts.newAbove = m_table->newAbove();
+    const ModelHidden::Counts hidden = m_manager->hidden().counts();
+    facts.shelved = hidden.shelved;
+    facts.suppressed = hidden.suppressed;
+    facts.outOfService = hidden.outOfService;
     facts.isFiltered = !m_manager->sorting().filter().isEmpty();
     m_headline->setFacts(facts);
     m_filtering->findAreas();
+    m_panes->follow();
 }
 
 QPushButton *AlarmDialog::makeButton(const QString &text)
@@ -197,7 +227,13 @@ void AlarmDialog::setRoom(int width)
     m_controls->setRoom(room);
     m_headline->setRoom(room);
     m_filterBar->setRoom(room);
+    m_panes->setRoom(room);
     layout()->activate();
+}
+
+int AlarmDialog::headHeight() const
+{
+    return m_headline->sizeHint().height() + layout()->spacing();
 }
 
 void AlarmDialog::onUpdateProperties()

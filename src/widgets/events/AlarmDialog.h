@@ -18,6 +18,7 @@ namespace Widgets {
 class AlarmFilterBar;
 class AlarmFiltering;
 class AlarmHeadline;
+class AlarmPanes;
 class ModelManager;
 class TableAlarms;
 class WrapLayout;
@@ -34,8 +35,11 @@ public:
 
     ModelManager &manager() const { return *m_manager; }
     TableAlarms &table() const { return *m_table; }
+    AlarmPanes &panes() const { return *m_panes; }
     /// Lets the sounds be heard again.
     void soundOn();
+    /// Of what stands above the list, pixels.
+    int headHeight() const;
     /// Makes one row of the buttons the least width, unless it is wider than that.
     void setRoom(int width);
 
@@ -43,6 +47,8 @@ public:
 
 signals:
     void closeRequested();
+    /// A pane was folded out (more) or in (less): pixels that would leave the list its rows.
+    void heightWanted(int more);
 
 public slots:
     /// Reads the alarm subsystem's settings anew.
@@ -58,6 +64,8 @@ private:
     void addAcknowledgeButtons(WrapLayout &row);
     void addCheckBoxes(WrapLayout &row);
     void buildHead();
+    void buildPanes();
+    void fold(int pane, bool isOut);
     void onSoundToggled(bool isMuted);
     void summarise();
     void applySizes();
@@ -72,6 +80,9 @@ private:
     AlarmHeadline *m_headline = nullptr;
     AlarmFilterBar *m_filterBar = nullptr;
     AlarmFiltering *m_filtering = nullptr;
+    AlarmPanes *m_panes = nullptr;
+    int m_paneHeight = 0; // that was asked for
+
     QTimer m_summary;                 // a flood is told some times a second
     Nodes::AlarmOccurrences m_chosen; // while a button is down
     Utils::NodeRelay m_relay;

@@ -48,6 +48,7 @@ AlarmWindow::AlarmWindow(QWidget *parent)
     setWindowTitle(QStringLiteral("Тревоги"), true);
     setGeometry(QRect(firstPlace, QSize(width(), firstHeight)));
     connect(m_dialog, &AlarmDialog::closeRequested, this, &QWidget::close);
+    connect(m_dialog, &AlarmDialog::heightWanted, this, &AlarmWindow::growBy);
     m_comingUp.setSingleShot(true);
     m_comingUp.setInterval(comingUpDelay);
     connect(&m_comingUp, &QTimer::timeout, this, &AlarmWindow::bringUp);
@@ -88,6 +89,8 @@ void AlarmWindow::comeUp(bool takesFocus)
     setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     if (isHidden()) {
         const bool isKept = loadPlace().IsSuccess();
+        if (height() == firstHeight) // nobody has chosen one yet
+            resize(width(), firstHeight + m_dialog->headHeight());
         keepOnScreen(isKept ? width() : QWIDGETSIZE_MAX);
         show();
     } else if (isMinimized()) {
@@ -125,6 +128,17 @@ void AlarmWindow::keepOnScreen(int keptWidth)
     resize(size().expandedTo(minimumSizeHint()).boundedTo(room.size()));
     move(qBound(room.left(), x(), room.right() + 1 - width()),
          qBound(room.top(), y(), room.bottom() + 1 - height()));
+}
+
+// Upwards where the screen ends below.
+void AlarmWindow::growBy(int height)
+{
+    const QScreen *screen = QGuiApplication::screenAt(geometry().center());
+    if (!screen || !isVisible() || isMaximized())
+        return;
+    const QRect room = screen->availableGeometry();
+    resize(width(), qBound(minimumSizeHint().height(), this->height() + height, room.height()));
+    move(x(), qBound(room.top(), y(), qMax(room.top(), room.bottom() + 1 - this->height())));
 }
 
 void AlarmWindow::hideEvent(QHideEvent *event)

@@ -47,6 +47,7 @@ protected:
 
 private:
     void comeUp(bool takesFocus);
+    void growBy(int height);
     Nodes::Result loadPlace();
     void keepOnScreen(int keptWidth);
 

@@ -5,6 +5,7 @@
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/TableAlarms.h"
 #include "widgets/events/filter/AlarmList.h"
+#include "widgets/events/hidden/ModelHidden.h"
 #include "widgets/windows/DesktopContext.h"
 
 #include "nodes/alarms/systemAlarming.h"
@@ -26,6 +27,7 @@ ModelManager::ModelManager(QObject *parent)
     : QObject(parent),
       m_model(new ModelAlarms(this)),
       m_sorting(new AlarmList(*m_model, this)),
+      m_hidden(new ModelHidden(this)),
       m_sound(new AlarmSound(this))
 {
     readSettings();
@@ -55,6 +57,7 @@ bool ModelManager::addOrUpdate(const std::vector<Nodes::BasicEvent> &events)
     emit changeBegins();
     const ModelAlarms::Taken taken = m_model->take(events);
     follow(taken.isOrderChanged);
+    m_hidden->take(events);
     emit changed();
     if (!m_soundTimer.isActive())
         m_soundTimer.start();
@@ -76,6 +79,12 @@ void ModelManager::forget(const QSet<unsigned long> &alarms)
         over.push_back(m_model->row(number).event());
         over.back().alarmState = Nodes::AlarmState::Normal;
     }
+    for (int number = 0; number < m_hidden->rowCount(); ++number) {
+        if (!alarms.contains(m_hidden->event(number).sourceNode.GetNodeId()))
+            continue;
+        over.push_back(m_hidden->event(number));
+        over.back().alarmState = Nodes::AlarmState::Normal;
+    }
     if (!over.empty())
         (void)addOrUpdate(over);
 }
@@ -89,6 +98,8 @@ void ModelManager::refresh()
     QSet<unsigned long> over;
     for (int number = 0; number < m_model->rowCount(); ++number)
         over.insert(m_model->row(number).alarm());
+    for (const unsigned long alarm : m_hidden->alarms())
+        over.insert(alarm);
     for (const Nodes::BasicEvent &event : events)
         over.remove(event.sourceNode.GetNodeId());
     (void)addOrUpdate(events);
@@ -123,13 +134,13 @@ ModelManager::Counts ModelManager::counts() const
 }
 
 // The subsystem checks the rights and writes the journal's entries; a refused row stays as it was.
-void ModelManager::acknowledge(const Nodes::AlarmOccurrences &seen)
+void ModelManager::acknowledge(const Nodes::AlarmOccurrences &seen, const std::string &comment)
 {
     Nodes::systemAlarming *alarming = alarmSystem();
     if (seen.empty() || (alarming && !alarming->isAcknowledgeEnabled()))
         return;
     const std::vector<Nodes::Result> results =
-        alarming ? alarming->Acknowledge(seen) : std::vector<Nodes::Result>(seen.size());
+        alarming ? alarming->Acknowledge(seen, comment) : std::vector<Nodes::Result>(seen.size());
     std::vector<int> done;
     Nodes::Result refused;
     for (std::size_t i = 0; i < seen.size(); ++i) {

@@ -17,6 +17,7 @@ namespace Widgets {
 class AlarmList;
 class AlarmSound;
 class ModelAlarms;
+class ModelHidden;
 class TableAlarms;
 
 /// Keeps the rows of the alarm window and their sounds, and acknowledges them. GUI thread.
@@ -31,6 +32,8 @@ public:
     ModelAlarms &model() const { return *m_model; }
     /// The rows as tables show them.
     AlarmList &sorting() const { return *m_sorting; }
+    /// Alarms that are shelved, suppressed or out of service.
+    ModelHidden &hidden() const { return *m_hidden; }
     const AlarmSound &sound() const { return *m_sound; }
 
     /// Shows the rows in the table; a double click there acknowledges.
@@ -62,7 +65,7 @@ public:
     Nodes::AlarmOccurrences waiting(unsigned revision) const;
     /// Acknowledges these occurrences, and no later ones of the same alarms. Nothing where the
     /// subsystem's window may not acknowledge. Refusals are told to the operator.
-    void acknowledge(const Nodes::AlarmOccurrences &seen);
+    void acknowledge(const Nodes::AlarmOccurrences &seen, const std::string &comment = {});
 
 signals:
     /// Around each change of the rows, so that views can keep the rows where they stand.
@@ -85,6 +88,7 @@ private:
 
     ModelAlarms *m_model;
     AlarmList *m_sorting;
+    ModelHidden *m_hidden;
     AlarmSound *m_sound;
     QTimer m_soundTimer; // a flood of alarms is one change of what is heard
 };

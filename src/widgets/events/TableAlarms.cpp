@@ -165,12 +165,24 @@ int TableAlarms::newAbove() const
 
 void TableAlarms::keepSight()
 {
+    m_keptAlarm = selectedAlarm();
     m_sight = verticalScrollBar()->value() > 0 ? inSight() : QVector<Shown>();
+}
+
+unsigned long TableAlarms::selectedAlarm() const
+{
+    const QModelIndex selected = selectedRow();
+    return selected.isValid() ? m_model->row(selected.row()).alarm() : 0;
 }
 
 // What moved for a reason of its own, being acknowledged, is outvoted by what lies around it.
 void TableAlarms::restoreSight()
 {
+    // The base class selects a neighbour of a row that goes: nobody chose that one.
+    if (selectedAlarm() != m_keptAlarm) {
+        selectionModel()->clear();
+        select(m_keptAlarm);
+    }
     if (m_sight.isEmpty())
         return;
     QHash<int, int> votes; // by the place of the scroll bar that a row needs
@@ -203,8 +215,7 @@ TableAlarms::Shown TableAlarms::shown(const QModelIndex &index) const
 
 void TableAlarms::keepPlace()
 {
-    const QModelIndex selected = selectedRow();
-    m_selectedAlarm = selected.isValid() ? m_model->row(selected.row()).alarm() : 0;
+    m_selectedAlarm = selectedAlarm();
     m_scrolled = {horizontalScrollBar()->value(), verticalScrollBar()->value()};
 }
 
@@ -249,6 +260,8 @@ void TableAlarms::select(unsigned long alarm)
 {
     const int row = alarm != 0 ? m_model->rowOf(alarm) : -1;
     const QModelIndex selected = m_sorting->mapFromSource(m_model->index(row, 0));
+    const QScopedValueRollback<bool> late(m_isLate,
+                                          true); // where the list stands is the operator's
     if (selected.isValid())
         selectionModel()->setCurrentIndex(selected, QItemSelectionModel::ClearAndSelect |
                                                         QItemSelectionModel::Rows);

@@ -78,6 +78,7 @@ private:
     /// Whether the event is the second click after that press.
     bool follows(const QMouseEvent &event) const;
     void select(unsigned long alarm);
+    unsigned long selectedAlarm() const;
     QVector<Shown> inSight() const;
     void keepPlace();
     void restorePlace();
@@ -101,8 +102,9 @@ private:
     unsigned long m_selectedAlarm = 0;
     QPoint m_scrolled;
 
-    QVector<Shown> m_sight;       // over a change of the rows; empty at the beginning of the list
-    unsigned m_beginningSeen = 0; // revision
+    unsigned long m_keptAlarm = 0; // selected before a change of the rows
+    QVector<Shown> m_sight;        // over a change of the rows; empty at the beginning of the list
+    unsigned m_beginningSeen = 0;  // revision
 };
 
 } // namespace Widgets

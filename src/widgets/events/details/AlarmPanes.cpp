@@ -1,0 +1,89 @@
+#include "widgets/events/details/AlarmPanes.h"
+
+#include "widgets/events/ModelAlarms.h"
+#include "widgets/events/ModelManager.h"
+#include "widgets/events/TableAlarms.h"
+#include "widgets/events/details/AlarmCommands.h"
+#include "widgets/events/details/AlarmDetails.h"
+#include "widgets/events/hidden/AlarmHiddenPane.h"
+#include "widgets/events/hidden/ModelHidden.h"
+
+#include "nodes/values/Clock.h"
+
+#include <QStackedLayout>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int second = 1000; // ms
+
+} // namespace
+
+AlarmPanes::AlarmPanes(ModelManager &manager, TableAlarms &table, QWidget *parent)
+    : QWidget(parent),
+      m_manager(manager),
+      m_table(table),
+      m_stack(new QStackedLayout(this)),
+      m_details(new AlarmDetails(this)),
+      m_hidden(new AlarmHiddenPane(manager.hidden(), this))
+{
+    m_stack->addWidget(m_details);
+    m_stack->addWidget(m_hidden);
+    m_clock.setInterval(second);
+    connect(&m_clock, &QTimer::timeout, this, &AlarmPanes::tick);
+    connect(&table, &TableAlarms::selected, this, &AlarmPanes::follow);
+    const auto run = [this](AlarmCommands::Command command, const Nodes::BasicEvent &alarm) {
+        if (!m_commands)
+            m_commands = new AlarmCommands(m_manager, *window());
+        m_commands->run(command, alarm);
+    };
+    connect(m_details, &AlarmDetails::wanted, this, run);
+    connect(m_hidden, &AlarmHiddenPane::backWanted, this,
+            [run](const Nodes::BasicEvent &alarm) { run(AlarmCommands::TakeBack, alarm); });
+    setPane(None);
+}
+
+void AlarmPanes::setPane(Pane pane)
+{
+    m_pane = pane;
+    setVisible(pane != None);
+    if (pane == None) {
+        m_clock.stop();
+    } else {
+        m_stack->setCurrentWidget(pane == Details ? static_cast<QWidget *>(m_details) : m_hidden);
+        m_clock.start();
+        follow();
+        tick();
+    }
+    emit paneChanged();
+}
+
+void AlarmPanes::follow()
+{
+    if (m_pane != Details)
+        return;
+    const QModelIndex row = m_table.selectedRow();
+    if (!row.isValid())
+        return m_details->setAlarm({});
+    const AlarmRow &alarm = m_manager.model().row(row.row());
+    Nodes::BasicEvent shown = alarm.event();
+    shown.alarmState = alarm.state();
+    if (!m_details->alarm() || *m_details->alarm() != shown)
+        m_details->setAlarm(shown);
+}
+
+void AlarmPanes::tick()
+{
+    const Nodes::Timestamp now = Nodes::Clock::Current().Now();
+    m_details->setNow(now);
+    m_manager.hidden().setNow(now);
+}
+
+void AlarmPanes::setRoom(int width)
+{
+    m_details->setRoom(width);
+    updateGeometry();
+}
+
+} // namespace Widgets
