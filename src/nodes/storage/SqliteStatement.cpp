@@ -42,6 +42,11 @@ void SqliteStatement::BindBlob(int index, std::string_view bytes)
                             SQLITE_TRANSIENT));
 }
 
+void SqliteStatement::BindReal(int index, double value)
+{
+    check(sqlite3_bind_double(m_statement, index, value));
+}
+
 void SqliteStatement::BindNull(int index)
 {
     check(sqlite3_bind_null(m_statement, index));
@@ -67,6 +72,11 @@ Result SqliteStatement::Run()
 void SqliteStatement::Reset()
 {
     sqlite3_reset(m_statement);
+}
+
+double SqliteStatement::Real(int column) const
+{
+    return sqlite3_column_double(m_statement, column);
 }
 
 bool SqliteStatement::IsNull(int column) const

@@ -27,6 +27,7 @@ public:
     /// Text and blobs are copied.
     void Bind(int index, std::string_view text);
     void BindNull(int index);
+    void BindReal(int index, double value);
     void BindBlob(int index, std::string_view bytes);
 
     /// True while there is a row to read.
@@ -39,6 +40,7 @@ public:
     Result GetResult() const { return m_result; }
 
     std::int64_t Integer(int column) const;
+    double Real(int column) const;
     /// True for SQL's NULL, which the other readers give as 0 and "".
     bool IsNull(int column) const;
     bool IsText(int column) const;

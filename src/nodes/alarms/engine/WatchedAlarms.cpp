@@ -43,12 +43,12 @@ void WatchedAlarm::JudgeReference(const AlarmMoment &now, AlarmTracker::Records 
 
 void WatchedAlarm::JudgeSuppressor(const AlarmMoment &now, AlarmTracker::Records &records)
 {
-    const SignalValue value = inputs.suppressor->Measured();
-    if (value.IsEmpty())
+    const SignalValue latest = inputs.suppressor->Measured();
+    if (latest.IsEmpty())
         return;
-    const Quality quality = value.GetQuality();
+    const Quality quality = latest.GetQuality();
     const bool isTrusted = quality != Quality::Bad && quality != Quality::Stale;
-    tracker.SuppressByDesign(isTrusted && value.ToBool() != inputs.isSuppressorInverted, now,
+    tracker.SuppressByDesign(isTrusted && latest.ToBool() != inputs.isSuppressorInverted, now,
                              records);
 }
 

@@ -38,7 +38,7 @@ struct WatchedAlarm
 };
 
 /// The alarms of an engine, found in several ways. Guarded by the engine's lock.
-class WatchedAlarms
+class NODES_EXPORT WatchedAlarms
 {
 public:
     using Alarms = std::vector<std::unique_ptr<WatchedAlarm>>;

@@ -19,6 +19,10 @@ std::string describe(unsigned long node, const StoredAlarm &stored)
         text += ", отложена";
     if (memory.isActive)
         text += ", активна";
+    if (memory.isResetDue)
+        text += ", ждёт сброса";
+    if (!memory.Deeds().tuning.isEmpty())
+        text += ", подстроена";
     return text + (memory.isAcked ? "" : ", не квитирована");
 }
 

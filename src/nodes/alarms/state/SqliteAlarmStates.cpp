@@ -1,5 +1,6 @@
 #include "nodes/alarms/state/SqliteAlarmStates.h"
 
+#include "nodes/alarms/state/AlarmStateColumns.h"
 #include "nodes/storage/SqliteStatement.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace Nodes {
 
 namespace {
 
-constexpr std::int64_t currentVersion = 1;
+constexpr std::int64_t currentVersion = 2;
 
 // Of earlier versions, which had no number; some lack the later ones of these.
 constexpr const char *unnumbered = R"(
@@ -25,6 +26,7 @@ CREATE TABLE IF NOT EXISTS occurrences (
 CREATE TABLE IF NOT EXISTS numbers (
     one INTEGER PRIMARY KEY CHECK (one = 1), last_occurrence INTEGER NOT NULL))";
 
+// Of the first version.
 constexpr const char *tables = R"(
 CREATE TABLE homes (
     id INTEGER PRIMARY KEY, project TEXT NOT NULL, station INTEGER NOT NULL,
@@ -58,14 +60,6 @@ constexpr const char *numbering = R"(
 INSERT INTO numbers VALUES (1, ?1)
 ON CONFLICT (one) DO UPDATE SET last_occurrence = max(last_occurrence, ?1))";
 
-constexpr const char *selection = R"(
-SELECT node, active, acked, suppressed, out_of_service, shelved_until, changed, occurrence, path,
-    missing_since, raised, acknowledged, returned, seen
-FROM states JOIN homes ON homes.id = states.home WHERE project = ?1 AND station = ?2)";
-
-constexpr const char *replacement = "REPLACE INTO states VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, "
-                                    "?9, ?10, ?11, ?12, ?13, ?14, ?15)";
-
 Result findHome(SqliteDatabase &database, const RecordHome &home, std::int64_t &number)
 {
     SqliteStatement add(database, R"(
@@ -85,7 +79,7 @@ ON CONFLICT (project, station) DO UPDATE SET station_name = excluded.station_nam
     return find.GetResult();
 }
 
-Result prepare(SqliteDatabase &database, const RecordHome &home)
+Result prepareFirst(SqliteDatabase &database, const RecordHome &home)
 {
     std::int64_t number = 0;
     Result result = database.Execute(unnumbered);
@@ -102,25 +96,10 @@ Result prepare(SqliteDatabase &database, const RecordHome &home)
     return result ? database.Execute(dropUnnumbered) : result;
 }
 
-Result replace(SqliteStatement &s, std::int64_t home, unsigned long node, const StoredAlarm &stored)
+Result prepare(SqliteDatabase &database, const RecordHome &home, std::int64_t found)
 {
-    const AlarmMemory &memory = stored.memory;
-    s.Bind(1, home);
-    s.Bind(2, static_cast<std::int64_t>(node));
-    s.Bind(3, std::int64_t(memory.isActive));
-    s.Bind(4, std::int64_t(memory.isAcked));
-    s.Bind(5, std::int64_t(memory.isSuppressed));
-    s.Bind(6, std::int64_t(memory.isOutOfService));
-    s.Bind(7, memory.shelvedUntil);
-    s.Bind(8, memory.changed);
-    s.Bind(9, static_cast<std::int64_t>(memory.occurrence));
-    s.Bind(10, std::string_view(stored.path));
-    s.Bind(11, stored.missingSince);
-    s.Bind(12, memory.raised);
-    s.Bind(13, memory.acknowledged);
-    s.Bind(14, memory.returned);
-    s.Bind(15, std::int64_t(memory.isSeen));
-    return s.Run();
+    const Result first = found == 0 ? prepareFirst(database, home) : Result();
+    return first ? database.Execute(AlarmStateColumns::SecondVersion) : first;
 }
 
 Result remove(SqliteStatement &s, std::int64_t home, unsigned long node)
@@ -130,35 +109,16 @@ Result remove(SqliteStatement &s, std::int64_t home, unsigned long node)
     return s.Run();
 }
 
-StoredAlarm read(const SqliteStatement &s)
-{
-    StoredAlarm stored;
-    AlarmMemory &memory = stored.memory;
-    memory.isActive = s.Integer(1) != 0;
-    memory.isAcked = s.Integer(2) != 0;
-    memory.isSuppressed = s.Integer(3) != 0;
-    memory.isOutOfService = s.Integer(4) != 0;
-    memory.shelvedUntil = s.Integer(5);
-    memory.changed = s.Integer(6);
-    memory.occurrence = static_cast<unsigned long>(s.Integer(7));
-    stored.path = s.Bytes(8);
-    stored.missingSince = s.Integer(9);
-    memory.raised = s.Integer(10);
-    memory.acknowledged = s.Integer(11);
-    memory.returned = s.Integer(12);
-    memory.isSeen = s.Integer(13) != 0;
-    return stored;
-}
-
 } // namespace
 
 // What a removed file cannot be read for is known to the alarms themselves, except of those that
 // are not in the project now: it is not worth waiting for.
 SqliteAlarmStates::SqliteAlarmStates(const std::string &file, RecordHome home)
-    : SqliteStore<AlarmStateStore>(
-          file, {currentVersion,
-                 [home](SqliteDatabase &database, std::int64_t) { return prepare(database, home); },
-                 SqliteStoreFile::Former::Helpful}),
+    : SqliteStore<AlarmStateStore>(file, {currentVersion,
+                                          [home](SqliteDatabase &database, std::int64_t found) {
+                                              return prepare(database, home, found);
+                                          },
+                                          SqliteStoreFile::Former::Helpful}),
       m_home(std::move(home))
 {
 }
@@ -168,11 +128,14 @@ Result SqliteAlarmStates::Load(Memories &memories, unsigned long &lastOccurrence
     SqliteStatement numbers(m_file.Database(), "SELECT last_occurrence FROM numbers");
     if (numbers.Step())
         lastOccurrence = static_cast<unsigned long>(numbers.Integer(0));
-    SqliteStatement s(m_file.Database(), selection);
+    SqliteStatement s(m_file.Database(), AlarmStateColumns::Selection());
     s.Bind(1, m_home.project);
     s.Bind(2, static_cast<std::int64_t>(m_home.station));
-    while (s.Step())
-        memories[static_cast<unsigned long>(s.Integer(0))] = read(s);
+    while (s.Step()) {
+        unsigned long node = 0;
+        const StoredAlarm stored = AlarmStateColumns::Read(s, node);
+        memories[node] = stored;
+    }
     return numbers.GetResult() ? s.GetResult() : numbers.GetResult();
 }
 
@@ -188,12 +151,13 @@ Result SqliteAlarmStates::write(const Memories &memories)
     if (!found)
         return found;
     SqliteStatement forget(m_file.Database(), "DELETE FROM states WHERE home = ?1 AND node = ?2");
-    SqliteStatement keep(m_file.Database(), replacement);
+    SqliteStatement keep(m_file.Database(), AlarmStateColumns::Replacement());
     std::int64_t last = 0;
     for (const auto &[node, stored] : memories) {
         last = std::max(last, static_cast<std::int64_t>(stored.memory.occurrence));
-        const Result written = stored.memory.isBlank() ? remove(forget, home, node)
-                                                       : replace(keep, home, node, stored);
+        if (!stored.memory.isBlank())
+            AlarmStateColumns::Bind(keep, home, node, stored);
+        const Result written = stored.memory.isBlank() ? remove(forget, home, node) : keep.Run();
         if (!written)
             return written;
     }
