@@ -134,11 +134,18 @@ std::string BasicAlarm::GetArea() const
 void BasicAlarm::Validate(ValidationResults &results) const
 {
     ConfigNode::Validate(results);
+    const std::string alarm = "Тревога «" + GetPath() + "»: ";
     if (!GetSignal())
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "signal"),
-                    "Тревога «" + GetPath() +
-                        "»: сигнал не указан, тревога не следит ни за чем. Укажите сигнал или "
-                        "перенесите тревогу под сигнал.");
+                    alarm + "сигнал не указан, тревога не следит ни за чем. Укажите сигнал или "
+                            "перенесите тревогу под сигнал.");
+    if (!m_suppressWhen.isEmpty() && !GetSuppressor())
+        results.Add(GetNodeLink(), Result(this, Result::NotFound, Prop::SuppressWhen.key),
+                    alarm + "сигнала, по которому она подавляется, нет: тревога не подавляется "
+                            "никогда. Укажите другой сигнал или очистите условие.");
+    if (m_cause.empty() && m_consequence.empty() && m_response.empty())
+        results.Add(GetNodeLink(), Result(),
+                    alarm + "совет: опишите причину, последствия и действия оператора.");
 }
 
 AuthPrivArray BasicAlarm::GetAvailablePrivs() const

@@ -2,6 +2,9 @@
 
 #include "nodes/alarms/engine/ThresholdCondition.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/validation/ValidationResults.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/NumberText.h"
 
 #include <cmath>
 
@@ -52,6 +55,24 @@ std::unique_ptr<AlarmCondition> alarmLimit::MakeCondition() const
 {
     return std::make_unique<LimitCondition>(m_type == HighHigh || m_type == High,
                                             AlarmThreshold{m_limit, m_deadband});
+}
+
+/// Each pair out of order is found once, by its upper limit.
+void alarmLimit::Validate(ValidationResults &results) const
+{
+    BasicAlarm::Validate(results);
+    const BasicSignal *signal = GetSignal();
+    if (!signal)
+        return;
+    for (const auto &child : signal->Children()) {
+        const auto *lower = dynamic_cast<const alarmLimit *>(child.get());
+        if (!lower || lower->m_type <= m_type || m_limit >= lower->m_limit)
+            continue;
+        results.Add(GetNodeLink(), Result(this, Result::OutOfRange, Prop::Limit.key),
+                    "Тревога «" + GetPath() + "»: предел " + FormatDouble(m_limit) +
+                        " ниже предела «" + lower->GetName() + "» (" +
+                        FormatDouble(lower->m_limit) + "). Порядок пределов: HH, H, L, LL.");
+    }
 }
 
 } // namespace Nodes

@@ -27,6 +27,7 @@ public:
     double GetDeadband() const { return m_deadband; }
 
     std::unique_ptr<AlarmCondition> MakeCondition() const override;
+    void Validate(ValidationResults &results) const override;
 
 private:
     int m_type = High;

@@ -292,10 +292,9 @@ Result systemAlarming::Tune(const NodeLink &alarm, const AlarmTuning &tuning)
 
 Result systemAlarming::RevertTuning(const NodeLink &alarm)
 {
-    return operate(
-        alarm, PrivilegeConfigure,
-        [](AlarmTracker &tracker, const AlarmMoment &now, const std::string &user,
-           AlarmTracker::Records &records) { return tracker.RevertTuning(user, now, records); });
+    std::string user;
+    const Result permitted = permit(alarm, PrivilegeConfigure, user);
+    return permitted ? m_engine->Tune(alarm, std::nullopt, user) : permitted;
 }
 
 std::vector<TunedAlarm> systemAlarming::GetTuned() const

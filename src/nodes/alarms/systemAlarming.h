@@ -116,7 +116,7 @@ public:
     /// out of order (HH above H above L above LL), InvalidArgument for a limit of an alarm that has
     /// none; the detail says what and why, in Russian. Nothing is changed then.
     [[nodiscard]] Result Tune(const NodeLink &alarm, const AlarmTuning &tuning);
-    /// As the project has it; NotFound when it already is.
+    /// As the project has it; NotFound when it already is, else the answers of Tune.
     [[nodiscard]] Result RevertTuning(const NodeLink &alarm);
     /// What deviates from the project.
     std::vector<TunedAlarm> GetTuned() const;

@@ -20,10 +20,13 @@
 #include "nodes/actions/kinds/actionShowWindowTemplate.h"
 #include "nodes/actions/kinds/actionToggleWindow.h"
 #include "nodes/actions/kinds/actionWriteValue.h"
+#include "nodes/alarms/alarmBits.h"
 #include "nodes/alarms/alarmColumn.h"
+#include "nodes/alarms/alarmDeviation.h"
 #include "nodes/alarms/alarmDiscrete.h"
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/alarms/alarmQuality.h"
+#include "nodes/alarms/alarmRate.h"
 #include "nodes/alarms/systemAlarming.h"
 #include "nodes/archive/archiverGroup.h"
 #include "nodes/archive/archiverSourceConnector.h"
@@ -179,6 +182,9 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(alarmLimit::Kind());
     table.Add(alarmDiscrete::Kind());
     table.Add(alarmQuality::Kind());
+    table.Add(alarmRate::Kind());
+    table.Add(alarmDeviation::Kind());
+    table.Add(alarmBits::Kind());
     table.Add(alarmColumn::Kind());
     table.Add(operationTimer::Kind());
     // Signals and drivers

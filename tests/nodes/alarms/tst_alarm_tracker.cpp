@@ -1,6 +1,4 @@
-#include "nodes/ProjectFixture.h"
-#include "nodes/alarms/BasicAlarm.h"
-#include "nodes/alarms/engine/AlarmTracker.h"
+#include "nodes/alarms/AlarmFixture.h"
 #include "support/Rows.h"
 
 #include <QtTest>
@@ -15,57 +13,6 @@ namespace {
 
 constexpr Timestamp ms = 1000;
 constexpr Timestamp never = std::numeric_limits<Timestamp>::max();
-
-SignalValue withQuality(SignalValue value, Quality quality)
-{
-    value.SetQuality(quality);
-    return value;
-}
-
-/// An alarm of a kind with properties "key=value ..." and a clock of its own.
-struct Alarm
-{
-    Alarm(const char *kind, const QString &properties)
-        : node(dynamic_cast<BasicAlarm *>(project.add(
-              kind, project.add("memorySignal", project.root(), "Уровень"), "Тревога"))),
-          tracker(settings(properties), lastOccurrence)
-    {
-    }
-    AlarmSettings settings(const QString &properties)
-    {
-        for (const QString &property : properties.split(' ', Qt::SkipEmptyParts)) {
-            const QStringList parts = property.split('=');
-            if (!node->SetPropertyText(parts[0].toStdString(), parts[1].toStdString()))
-                qFatal("%s", qPrintable(property));
-        }
-        return AlarmSettings::Of(*node);
-    }
-    AlarmMoment now() const { return {1700000000000 * ms + time, time}; }
-    AlarmState judge(const SignalValue &value)
-    {
-        tracker.Judge(value, now(), records);
-        return tracker.GetState();
-    }
-    AlarmState pass(int milliseconds)
-    {
-        time += milliseconds * ms;
-        tracker.Tick(now(), records);
-        return tracker.GetState();
-    }
-    Result acknowledge(unsigned long occurrence)
-    {
-        return tracker.Acknowledge(occurrence, "anna", "осмотр", now(), records);
-    }
-    void acknowledge() { (void)acknowledge(tracker.GetMemory().occurrence); }
-    void shelve(int milliseconds) { tracker.Shelve(milliseconds * ms, "anna", now(), records); }
-
-    ProjectFixture project;
-    BasicAlarm *node;
-    unsigned long lastOccurrence = 0;
-    Timestamp time = 5000000;
-    AlarmTracker::Records records;
-    AlarmTracker tracker;
-};
 
 } // namespace
 
@@ -89,6 +36,17 @@ private slots:
         row("number 1 is true", "alarmDiscrete", "value=1", "false:0 true:1");
         row("number", "alarmDiscrete", "value=3", "2:0 3:1 4:0");
         row("text", "alarmDiscrete", "value=Авария", "Норма:0 Авария:1");
+        row("both ways from a set point", "alarmDeviation", "setPoint=50 limit=5 deadband=1",
+            "54:0 55:1 54.5:1 54:0 45:1 x:1 46:0");
+        row("below a set point", "alarmDeviation", "setPoint=50 limit=5 direction=low",
+            "60:0 45:1 46:0");
+        row("above a set point", "alarmDeviation", "setPoint=-50 limit=5 direction=high",
+            "-60:0 -45:1 -46:0");
+        row("any bit of a mask", "alarmBits", "mask=0x0C", "3:0 4:1 8:1 12.5:1 16:0");
+        row("pattern of bits", "alarmBits", "mask=12 pattern=0x4", "12:0 6:1 8:0 -1:0 -9:1 -5:0");
+        row("no bits", "alarmBits", "mask=6 pattern=0", "4:0 9:1");
+        row("no mask", "alarmBits", "", "1:0 -1:0");
+        row("pattern that is none", "alarmBits", "mask=6 pattern=oops", "6:0 0:0");
     }
 
     void conditions()
@@ -113,12 +71,13 @@ private slots:
     }
 
     // Steps: h value high, l value low, b bad, a acknowledge, s shelve 1000 ms, u unshelve, o/i out
-    // of service and in, p/r suppressed and released, a number passes so many ms. The state
-    // follows.
+    // of service and in, p/r suppressed and released, d/e by design, x reset, a number passes so
+    // many ms. The state follows.
     void scripts_data()
     {
         const Rows<QString, QString> row("properties", "script");
-        // States: 1 active, 2 acked, 3 returned unacked, 4 normal, 5 shelved, 6 suppressed, 7 out.
+        // States: 1 active, 2 acked, 3 returned unacked, 4 normal, 5 shelved, 6 suppressed, 7 out,
+        // 8 waits for its reset.
         row("acknowledged, then gone", "", "l4 h1 a2 l4");
         row("gone, then acknowledged", "", "h1 l3 a4 a4");
         row("back before acknowledged", "", "h1 l3 h1 a2");
@@ -142,6 +101,16 @@ private slots:
         row("out of service", "", "h1 o7 l7 h7 i1");
         row("shelved under suppressed", "", "p6 s6 u6 s6 o7 u7 r7 i4");
         row("out of service goes before suppressed before shelved", "", "s5 p6 o7 r7 p7 i6 r5");
+        row("latched: acknowledged, gone, reset", "latched=true", "h1 x1 a2 x2 l8 x4 x4");
+        row("latched: gone, acknowledged, reset", "latched=true", "h1 l3 x3 a8 x4");
+        row("latched: back before the reset", "latched=true", "h1 a2 l8 h1 a2 l8 x4");
+        row("latched, no acknowledgement wanted", "latched=true ackRequired=false", "h2 l8 x4");
+        row("latched: lost value", "latched=true", "h1 a2 b2 x2 l8 b8 x4");
+        row("latched: came and went hidden", "latched=true", "s5 h5 l5 u4");
+        row("latched: went hidden", "latched=true", "h1 o7 l7 i3 a8 d6 x6 e4");
+        row("by design", "", "d6 h6 e1 d6 l6 e3");
+        row("by design and by hand", "", "h1 d6 p6 e6 r1");
+        row("by design over the shelf", "", "s5 d6 1000:6 e4");
     }
 
     void scripts()
@@ -162,6 +131,9 @@ private slots:
             {'i', [&] { tracker.SetOutOfService(false, "anna", alarm.now(), alarm.records); }},
             {'p', [&] { tracker.SetSuppressed(true, "", alarm.now(), alarm.records); }},
             {'r', [&] { tracker.SetSuppressed(false, "", alarm.now(), alarm.records); }},
+            {'d', [&] { tracker.SuppressByDesign(true, alarm.now(), alarm.records); }},
+            {'e', [&] { tracker.SuppressByDesign(false, alarm.now(), alarm.records); }},
+            {'x', [&] { (void)tracker.Reset("anna", alarm.now(), alarm.records); }},
         };
         for (const QString &step : script.split(' ')) {
             alarm.records.clear();

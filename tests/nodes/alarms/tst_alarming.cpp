@@ -1,91 +1,17 @@
-#include "nodes/CoreFixture.h"
-#include "nodes/ManualClock.h"
-#include "nodes/alarms/systemAlarming.h"
-#include "nodes/auth/systemAuthentication.h"
-#include "nodes/signals/BasicSignal.h"
+#include "nodes/alarms/AlarmStation.h"
 #include "nodes/storage/SqliteDatabase.h"
-#include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
 
 #include <QDir>
 #include <QFile>
 
-#include <mutex>
 #include <thread>
 
 Q_DECLARE_METATYPE(Nodes::AlarmState)
 
 using namespace Nodes;
 
-namespace {
-
-/// A station with two alarms and a user for each right, run by a core.
-struct Station : CoreFixture
-{
-    explicit Station(const QTemporaryDir &directory, bool hasUsers = false, int onDelay = 500,
-                     const char *uuid = "fixture")
-        : CoreFixture(directory, uuid)
-    {
-        set(high, {{"limit", "80"}, {"onDelay", std::to_string(onDelay)}});
-        if (hasUsers)
-            addUsers();
-        connection = alarming->ConnectAlarm([this](const BasicEvent &event) {
-            const std::lock_guard lock(mutex);
-            heard.push_back(event);
-        });
-        QVERIFY(core.Start());
-    }
-    ~Station() { core.Stop(); }
-
-    void addUsers()
-    {
-        users = add<systemAuthentication>("authentication", station);
-        for (const char *privilege : {"acknowledge", "shelve"}) {
-            ConfigNode *role = add("role", users);
-            add("grant", role, nullptr, {{"privileges", privilege}});
-            add("user", users, privilege, {{"passwordless", "true"}, {"roles", idOf(role)}});
-        }
-    }
-    Result logIn(const std::string &user) { return users->Authenticate(users->GetSubObject(user)); }
-    void publish(SignalValue value, Quality good = Quality::Good)
-    {
-        value.SetQuality(good);
-        tank->GetCell()->Publish(value);
-    }
-    std::vector<BasicEvent> events() const
-    {
-        const std::lock_guard lock(mutex);
-        return heard;
-    }
-    AlarmState highState() const
-    {
-        for (const BasicEvent &event : alarming->GetActiveAlarms()) {
-            if (event.sourceNode == NodeLink(high))
-                return event.alarmState;
-        }
-        return AlarmState::Normal;
-    }
-    void raise()
-    {
-        publish(90);
-        ManualClock::Use().Advance(499999);
-        QCOMPARE(highState(), AlarmState::Normal);
-        ManualClock::Use().Advance(1);
-        QTRY_COMPARE(highState(), AlarmState::ActiveUnacked);
-    }
-
-    ConfigNode *station = add("station", root());
-    systemAlarming *alarming = add<systemAlarming>("alarming", station);
-    BasicSignal *tank = add<BasicSignal>("memorySignal", station);
-    ConfigNode *high = add("alarmLimit", tank);
-    ConfigNode *quality = add("alarmQuality", tank);
-    systemAuthentication *users = nullptr;
-    mutable std::mutex mutex;
-    std::vector<BasicEvent> heard;
-    Nodes::ScopedConnection connection;
-};
-
-} // namespace
+using Station = AlarmStation;
 
 class TestAlarming : public QObject
 {

@@ -9,7 +9,6 @@
 #include "nodes/values/ValueCell.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace Nodes {
 
@@ -113,7 +112,9 @@ void AlarmEngine::restore(const AlarmStateStore::Memories &memories)
         const std::string &path = watch.tracker.GetSettings().source;
         if (missing.IsAnothers(node, stored, path))
             continue;
-        tellOverruled(watch, watch.tracker.Restore(stored.memory, now));
+        AlarmMemory memory = stored.memory;
+        memory.isSuppressedByDesign = memory.isSuppressedByDesign && watch.inputs.suppressor;
+        tellOverruled(watch, watch.tracker.Restore(memory, now));
         schedule(watch);
         if (stored.missingSince != 0 || stored.path != path ||
             watch.tracker.GetMemory() != stored.memory)
@@ -125,13 +126,9 @@ void AlarmEngine::restore(const AlarmStateStore::Memories &memories)
 
 void AlarmEngine::tellOverruled(const WatchedAlarm &watch, const AlarmTuning &dropped)
 {
-    if (dropped.isEmpty())
-        return;
     const AlarmSettings &settings = watch.tracker.GetSettings();
-    Report(LevelWarning,
-           "Подстройка тревоги «" + settings.text + "» отменена, проект изменён: " +
-               AlarmTuningRules::Describe(dropped, AlarmTuningRules::OfProject(settings)),
-           settings.node);
+    if (!dropped.isEmpty())
+        Report(LevelWarning, AlarmTuningRules::Overruled(settings, dropped), settings.node);
 }
 
 void AlarmEngine::onKeepingTrouble(const std::string &trouble)
@@ -299,11 +296,16 @@ void AlarmEngine::SetFloodLimits(int begin, int end)
     m_flood = AlarmFloodWatch(begin, end);
 }
 
-Result AlarmEngine::Tune(const NodeLink &alarm, const AlarmTuning &wanted, const std::string &user)
+Result AlarmEngine::Tune(const NodeLink &alarm, const std::optional<AlarmTuning> &wanted,
+                         const std::string &user)
 {
     return Operate(alarm, [&](AlarmTracker &tracker, const AlarmMoment &now, Records &records) {
-        const Result inOrder = m_alarms.CheckOrder(alarm.GetNodeId(), wanted);
-        return inOrder ? tracker.Tune(wanted, user, now, records) : inOrder;
+        const AlarmTuning &numbers = wanted ? *wanted : tracker.GetMemory().Deeds().project;
+        const Result inOrder = m_alarms.CheckOrder(alarm.GetNodeId(), numbers);
+        if (!inOrder)
+            return inOrder;
+        return wanted ? tracker.Tune(*wanted, user, now, records)
+                      : tracker.RevertTuning(user, now, records);
     });
 }
 

@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -77,7 +78,8 @@ public:
     {
         return ask([=](const WatchedAlarms &alarms) { return alarms.TuningOf(alarm); });
     }
-    [[nodiscard]] Result Tune(const NodeLink &alarm, const AlarmTuning &wanted,
+    /// Nothing wanted: as the project has it again.
+    [[nodiscard]] Result Tune(const NodeLink &alarm, const std::optional<AlarmTuning> &wanted,
                               const std::string &user);
     /// Runs the operation on one alarm, alone. NotAvailable when stopped, NotFound for strangers.
     [[nodiscard]] Result Operate(const NodeLink &alarm, const Operation &operation);

@@ -159,4 +159,17 @@ std::string Describe(const AlarmTuning &before, const AlarmTuning &after)
     return text;
 }
 
+std::string Overruled(const AlarmSettings &settings, const AlarmTuning &dropped)
+{
+    AlarmTuning project = OfProject(settings);
+    forEach(
+        [](auto &number, const auto &was) {
+            if (!was)
+                number = std::nullopt;
+        },
+        project, dropped);
+    return "Подстройка тревоги «" + settings.text +
+           "» отменена, проект изменён: " + Describe(dropped, project);
+}
+
 } // namespace Nodes::AlarmTuningRules

@@ -29,6 +29,8 @@ AlarmTuning DropOverruled(const AlarmTuning &project, AlarmDeeds &deeds);
 
 /// "предел 110 → 115, задержка возникновения 0 → 5 с"; "" when nothing differs.
 std::string Describe(const AlarmTuning &before, const AlarmTuning &after);
+/// That these deviations were given up for the project's numbers, for the journal.
+std::string Overruled(const AlarmSettings &settings, const AlarmTuning &dropped);
 
 } // namespace AlarmTuningRules
 

@@ -1,0 +1,297 @@
+#include "nodes/alarms/AlarmStation.h"
+#include "nodes/storage/SqliteDatabase.h"
+#include "support/Rows.h"
+
+Q_DECLARE_METATYPE(Nodes::Quality)
+
+using namespace Nodes;
+
+namespace {
+
+AlarmTuning limitOf(double limit)
+{
+    AlarmTuning tuning;
+    tuning.limit = limit;
+    return tuning;
+}
+
+/// The one alarm that is hidden.
+BasicEvent hidden(const systemAlarming &alarming)
+{
+    const std::vector<BasicEvent> all = alarming.GetHiddenAlarms();
+    return all.size() == 1 ? all[0] : BasicEvent();
+}
+
+} // namespace
+
+class TestAlarmOperations : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        ManualClock::Use();
+        m_directory = std::make_unique<QTemporaryDir>();
+    }
+
+    void rights_data()
+    {
+        const Rows<std::string, bool> row("user", "mayTune");
+        row("the right one", "configure", true);
+        row("who may acknowledge", "acknowledge", false);
+        row("nobody", "", false);
+    }
+
+    void rights()
+    {
+        QFETCH(std::string, user);
+        QFETCH(bool, mayTune);
+        AlarmStation station(*m_directory, true);
+        if (!user.empty())
+            QVERIFY(station.logIn(user));
+        const AlarmTuning before = station.alarming->GetTuning(station.high);
+        const Result tuned = station.alarming->Tune(station.high, limitOf(70));
+        QCOMPARE(tuned.IsSuccess(), mayTune);
+        QCOMPARE(station.alarming->GetTuned().size(), std::size_t(mayTune));
+        if (mayTune) {
+            const TunedAlarm told = station.alarming->GetTuned()[0];
+            QVERIFY(told.by == user && *told.tuning.limit == 70 && *told.project.limit == 80);
+            const char *entry = "предел 80 → 70";
+            QTRY_COMPARE(station.journalledText(entry).size(), std::size_t(1));
+            QCOMPARE(station.journalledText(entry)[0].user, user);
+        } else {
+            QVERIFY(tuned == Result::AccessDenied);
+            QVERIFY(station.alarming->GetTuning(station.high) == before);
+            QCOMPARE(station.journalledText("нет прав").size(), std::size_t(1));
+            QVERIFY(station.alarming->RevertTuning(station.high) == Result::AccessDenied);
+        }
+    }
+
+    void limitsInOrder()
+    {
+        AlarmStation station(*m_directory);
+        const auto add = [&](const char *type, const char *limit) {
+            return station.add("alarmLimit", station.tank, nullptr,
+                               {{"type", type}, {"limit", limit}});
+        };
+        ConfigNode *highHigh = add("HH", "90");
+        ConfigNode *low = add("L", "20");
+        QVERIFY(station.core.Stop() && station.core.Start());
+        const auto tune = [&](ConfigNode *alarm, double limit) {
+            return station.alarming->Tune(alarm, limitOf(limit));
+        };
+        const Result above = tune(station.high, 90);
+        QVERIFY(above == Result::OutOfRange);
+        QCOMPARE(above.GetDetail(), std::string("Предел H 90 должен быть ниже предела HH (90)"));
+        QVERIFY(tune(highHigh, 95));
+        QVERIFY(tune(station.high, 94)); // what counts counts, not what the project says
+        QVERIFY(tune(highHigh, 93) == Result::OutOfRange);
+        QVERIFY(tune(low, 94) == Result::OutOfRange);
+        QVERIFY(tune(low, 93));
+        QVERIFY(station.alarming->RevertTuning(station.high) == Result::OutOfRange);
+        QVERIFY(station.alarming->RevertTuning(low));
+        QVERIFY(station.alarming->RevertTuning(station.high));
+        QVERIFY(station.alarming->RevertTuning(station.high) == Result::NotFound);
+    }
+
+    void staysOverRestart()
+    {
+        ConfigNode *high = nullptr;
+        BasicEvent before;
+        {
+            AlarmStation station(*m_directory, false, 0);
+            high = station.high;
+            station.set(high, {{"latched", "true"}, {"firstUpGroup", "горелка"}});
+            QVERIFY(station.core.Stop() && station.core.Start());
+            station.publish(90);
+            QTRY_VERIFY(station.highState() == AlarmState::ActiveUnacked);
+            QVERIFY(station.alarming->Acknowledge(high, "осмотр"));
+            station.publish(10);
+            QVERIFY(station.highState() == AlarmState::AwaitingReset);
+            QVERIFY(station.alarming->SetOutOfService(station.quality, true, "ремонт"));
+            QVERIFY(station.alarming->Tune(station.quality, {{}, {}, 700, {}}));
+            QVERIFY(station.alarming->Shelve(high, 600, "поверка"));
+            before = station.alarming->GetHiddenAlarms()[1];
+            if (before.sourceNode != NodeLink(high))
+                before = station.alarming->GetHiddenAlarms()[0];
+        }
+        AlarmStation station(*m_directory, false, 0);
+        station.set(station.high, {{"latched", "true"}, {"firstUpGroup", "горелка"}});
+        QCOMPARE(station.alarming->GetHiddenAlarms().size(), std::size_t(2));
+        for (const BasicEvent &alarm : station.alarming->GetHiddenAlarms()) {
+            const bool isHigh = alarm.sourceNode == NodeLink(station.high);
+            QCOMPARE(alarm.hiddenReason, std::string(isHigh ? "поверка" : "ремонт"));
+            QCOMPARE(alarm.hiddenUntil, isHigh ? before.hiddenUntil : 0);
+            QCOMPARE(alarm.comment, std::string(isHigh ? "осмотр" : ""));
+        }
+        QCOMPARE(*station.alarming->GetTuning(station.quality).onDelay, 700);
+        QVERIFY(station.alarming->Unshelve(station.high));
+        QVERIFY(station.highState() == AlarmState::AwaitingReset);
+        QVERIFY(station.alarming->Reset(station.high));
+        QVERIFY(station.highState() == AlarmState::Normal);
+        QTRY_COMPARE(station.journalledText("Причина: поверка").size(), std::size_t(1));
+    }
+
+    // A project that says something new counts; what was tuned by then is told of and forgotten.
+    void projectChangedMeanwhile()
+    {
+        {
+            AlarmStation station(*m_directory);
+            QVERIFY(station.alarming->Tune(station.high, limitOf(70)));
+        }
+        AlarmStation station(*m_directory);
+        QCOMPARE(*station.alarming->GetTuning(station.high).limit, 70.0);
+        QVERIFY(station.core.Stop());
+        station.set(station.high, {{"limit", "85"}});
+        QVERIFY(station.core.Start());
+        QCOMPARE(*station.alarming->GetTuning(station.high).limit, 85.0);
+        QVERIFY(station.alarming->GetTuned().empty());
+        QCOMPARE(station.journalledText("отменена, проект изменён: предел 70 → 85").size(),
+                 std::size_t(1));
+        QVERIFY(station.core.Stop());
+        QVERIFY(station.core.Start()); // once
+        QCOMPARE(station.journalledText("отменена, проект изменён").size(), std::size_t(1));
+    }
+
+    // The file of the first version had none of the later columns.
+    void stateFileOfFirstVersion()
+    {
+        const QString file = m_directory->filePath("data/alarms.sqlite");
+        unsigned long occurrence = 0;
+        {
+            AlarmStation station(*m_directory, false, 0);
+            station.publish(90);
+            QTRY_VERIFY(station.highState() == AlarmState::ActiveUnacked);
+            QVERIFY(station.alarming->SetSuppressed(station.high, true, "лишняя"));
+            occurrence = hidden(*station.alarming).occurrence;
+        }
+        SqliteDatabase database;
+        QVERIFY(database.Open(file.toStdString(), SqliteDatabase::Mode::ReadWrite));
+        QVERIFY(database.Execute(
+            "CREATE TABLE first (home INTEGER NOT NULL, node INTEGER NOT NULL, active INTEGER, "
+            "acked INTEGER, suppressed INTEGER, out_of_service INTEGER, shelved_until INTEGER, "
+            "changed INTEGER, occurrence INTEGER, path TEXT, missing_since INTEGER, raised "
+            "INTEGER, "
+            "acknowledged INTEGER, returned INTEGER, seen INTEGER, PRIMARY KEY (home, node)) "
+            "WITHOUT ROWID;"
+            "INSERT INTO first SELECT home, node, active, acked, suppressed, out_of_service, "
+            "shelved_until, changed, occurrence, path, missing_since, raised, acknowledged, "
+            "returned, seen FROM states;"
+            "DROP TABLE states; ALTER TABLE first RENAME TO states; PRAGMA user_version = 1"));
+        database.Close();
+        AlarmStation station(*m_directory, false, 0);
+        QVERIFY(hidden(*station.alarming).alarmState == AlarmState::Suppressed);
+        QCOMPARE(hidden(*station.alarming).occurrence, occurrence);
+        QVERIFY(hidden(*station.alarming).hiddenReason.empty());
+        QVERIFY(station.alarming->Tune(station.high, limitOf(70)));
+        QVERIFY(station.core.Stop() && station.core.Start());
+        QCOMPARE(*station.alarming->GetTuning(station.high).limit, 70.0);
+    }
+
+    void suppressedByDesign_data()
+    {
+        const Rows<bool, bool, Quality, bool> row("inverted", "pump", "quality", "isSuppressed");
+        row("the pump is off", true, false, Quality::Good, true);
+        row("it runs", true, true, Quality::Good, false);
+        row("nobody knows", true, false, Quality::Bad, false);
+        row("nobody has known for long", true, false, Quality::Stale, false);
+        row("while true", false, true, Quality::Good, true);
+        row("while true, it is not", false, false, Quality::Good, false);
+    }
+
+    void suppressedByDesign()
+    {
+        QFETCH(bool, inverted);
+        QFETCH(bool, pump);
+        QFETCH(Quality, quality);
+        QFETCH(bool, isSuppressed);
+        AlarmStation station(*m_directory, false, 0);
+        auto *running = station.add<BasicSignal>("memorySignal", station.station, "Насос");
+        QVERIFY(station.core.Stop());
+        station.set(station.high, {{"suppressWhen", idOf(running)},
+                                   {"suppressInverted", inverted ? "true" : "false"},
+                                   {"suppressText", "насос остановлен"}});
+        QVERIFY(station.core.Start());
+        running->GetCell()->Publish(inverted != pump); // what it is not
+        SignalValue value(pump);
+        value.SetQuality(quality);
+        running->GetCell()->Publish(value);
+        station.publish(90);
+        const BasicEvent told = hidden(*station.alarming);
+        QCOMPARE(told.alarmState == AlarmState::Suppressed, isSuppressed);
+        QCOMPARE(told.hiddenReason,
+                 std::string(isSuppressed ? "по проекту: насос остановлен" : ""));
+        QCOMPARE(station.highState(),
+                 isSuppressed ? AlarmState::Suppressed : AlarmState::ActiveUnacked);
+    }
+
+    // Until the signal has its first value what was before the restart holds; without a condition
+    // in the project nothing does.
+    void suppressionOverRestart()
+    {
+        const auto prepare = [](AlarmStation &station) {
+            auto *running = station.add<BasicSignal>("memorySignal", station.station, "Насос");
+            (void)station.core.Stop();
+            station.set(station.high, {{"suppressWhen", idOf(running)}});
+            (void)station.core.Start();
+            return running->GetCell();
+        };
+        {
+            AlarmStation station(*m_directory, false, 0);
+            prepare(station)->Publish(true);
+            QVERIFY(hidden(*station.alarming).alarmState == AlarmState::Suppressed);
+        }
+        {
+            AlarmStation station(*m_directory, false, 0);
+            QVERIFY(station.alarming->GetHiddenAlarms().empty());
+        }
+        {
+            AlarmStation station(*m_directory, false, 0);
+            prepare(station)->Publish(true);
+        }
+        AlarmStation station(*m_directory, false, 0, "fixture", true);
+        const std::shared_ptr<ValueCell> cell = prepare(station);
+        QVERIFY(hidden(*station.alarming).alarmState == AlarmState::Suppressed);
+        cell->Publish(false);
+        QVERIFY(station.alarming->GetHiddenAlarms().empty());
+    }
+
+    void flood()
+    {
+        AlarmStation station(*m_directory, false, 0);
+        QVERIFY(station.core.Stop());
+        station.set(station.alarming, {{"floodBegin", "3"}, {"floodEnd", "2"}});
+        QVERIFY(station.core.Start());
+        std::mutex mutex;
+        std::vector<AlarmFlood> told;
+        const ScopedConnection connection =
+            station.alarming->ConnectFlood([&](const AlarmFlood &flood) {
+                const std::lock_guard lock(mutex);
+                told.push_back(flood);
+            });
+        const auto tellings = [&] {
+            const std::lock_guard lock(mutex);
+            return told.size();
+        };
+        for (int i = 0; i < 4; ++i) {
+            QVERIFY(!station.alarming->GetFlood().isFlood);
+            station.publish(90);
+            station.publish(10);
+        }
+        QVERIFY(station.alarming->GetFlood().isFlood);
+        QTRY_COMPARE(tellings(), std::size_t(1));
+        ManualClock::Use().Advance(601 * ManualClock::second);
+        QTRY_COMPARE(tellings(), std::size_t(2));
+        QVERIFY(told[0].isFlood && told[0].raisedInTenMinutes == 4 && !told[1].isFlood);
+        QTRY_COMPARE(station.journalledText("Поток тревог: за 10 минут 4").size(), std::size_t(1));
+        QTRY_COMPARE(station.journalledText("Поток тревог окончен: всего 4").size(),
+                     std::size_t(1));
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+QTEST_APPLESS_MAIN(TestAlarmOperations)
+#include "tst_alarm_operations.moc"
