@@ -1,4 +1,5 @@
-#include "widgets/reports/engine/data/SharedRows.h"
+#include "widgets/reports/ReportCells.h"
+
 #include "widgets/reports/engine/expressions/AggregateBook.h"
 #include "widgets/reports/engine/expressions/ContentExpander.h"
 #include "widgets/reports/engine/expressions/ReportErrors.h"
@@ -16,35 +17,12 @@ using Nodes::Quality;
 
 namespace {
 
-/// Rows given cell by cell.
-class Cells : public SharedRows
-{
-public:
-    Cells(QStringList columns, QVector<QVariantList> rows)
-        : m_columns(std::move(columns)), m_rows(std::move(rows))
-    {
-    }
-    QStringList columns() const override { return m_columns; }
-    int rowCount() const override { return m_rows.size(); }
-    QVariant value(int row, int column) const override { return m_rows[row][column]; }
-    Quality quality(int row, int column) const override
-    {
-        return qualities.value({row, column}, Quality::Good);
-    }
-
-    QMap<QPair<int, int>, Quality> qualities;
-
-private:
-    QStringList m_columns;
-    QVector<QVariantList> m_rows;
-};
-
 const QDateTime begin(QDate(2026, 3, 1), QTime(6, 30, 5));
 
 DataSet boiler()
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    auto cells = std::make_shared<Cells>(
+    auto cells = std::make_shared<ReportCells>(
         QStringList{"time", "Давление", "note", "count", "flag", "gone", "worn"},
         QVector<QVariantList>{{begin, 0.1 + 0.2, "\"); fail(\"$V{plant} ${1+1}", 7, true, nan, 1.5},
                               {begin.addSecs(3600), 12.345, "<b>", 8, false, QVariant(), 2.5}});
@@ -366,7 +344,7 @@ void tst_report_expressions::aggregatesAreThoseOfNaiveSums()
     for (int i = 0; i < 3000; ++i)
         rows.append({random.bounded(40) ? QVariant(random.bounded(2000.0) - 1000) : QVariant()});
     DataSet data;
-    data.sources.insert("s", DataSource(std::make_shared<Cells>(QStringList{"x"}, rows)));
+    data.sources.insert("s", DataSource(std::make_shared<ReportCells>(QStringList{"x"}, rows)));
     ReportScope scope(data);
     AggregateBook book;
     const QString content = "$S{SUM($D{s.x},\"Rows\") + '|' + COUNT(\"$D{s.x}\",\"Rows\") + '|' + "
@@ -480,7 +458,7 @@ void tst_report_expressions::linkedRows()
 {
     DataSet data;
     const auto add = [&data](const QString &name, QStringList columns, QVector<QVariantList> rows) {
-        data.sources.insert(name, DataSource(std::make_shared<Cells>(columns, rows)));
+        data.sources.insert(name, DataSource(std::make_shared<ReportCells>(columns, rows)));
     };
     add("shops", {"id"}, {{1}, {2}, {QVariant()}});
     add("sales", {"shop", "sum"}, {{"2", 5}, {1, 6}, {2, 7}, {QVariant(), 8}});

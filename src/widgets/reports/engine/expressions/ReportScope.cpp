@@ -107,6 +107,12 @@ void ReportScope::setVariable(const QString &name, const QVariant &value)
     m_data.variables.insert(name, value);
 }
 
+void ReportScope::addError(const QString &text)
+{
+    const ContentPlace &at = m_position.place;
+    m_errors->add(QStringLiteral("band \"%1\", item \"%2\": %3").arg(at.band, at.item, text));
+}
+
 void ReportScope::keepAggregate(const QString &key, const AggregateValue &value)
 {
     m_position.aggregates.insert(key, value);

@@ -86,8 +86,14 @@ public:
     void setPageCount(std::optional<int> count) { m_pageCount = count; }
     std::optional<int> pageCount() const { return m_pageCount; }
 
+    /// Files that a template names are looked for below this directory and nowhere else; "": none.
+    void setFilesDirectory(const QString &directory) { m_filesDirectory = directory; }
+    const QString &filesDirectory() const { return m_filesDirectory; }
+
     const QDateTime &now() const { return m_now; }
     ReportErrors &errors() { return *m_errors; }
+    /// Adds to errors(), with the place.
+    void addError(const QString &text);
 
     /// Kept beside what needs a second pass, and put back for it.
     const Position &position() const { return m_position; }
@@ -106,6 +112,7 @@ private:
 
     DataSet m_data;
     QDateTime m_now;
+    QString m_filesDirectory;
     Position m_position;
     std::optional<int> m_pageCount;
     std::unique_ptr<ReportErrors> m_errors;

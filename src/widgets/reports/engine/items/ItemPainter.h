@@ -22,8 +22,9 @@ public:
 
     /// What the item shows for the scope's current rows, everything looked up. `properties` are the
     /// template's; a collection is a QVariantList of QVariantMap. The result holds only values that
-    /// QDataStream writes. Errors go to scope.errors(), and paint() draws the marked placeholder.
-    /// Rendering thread.
+    /// QDataStream writes. With a text under `itemError` nothing can be drawn: the caller draws a
+    /// placeholder with it instead of calling paint(); scope.errors() has it with its place
+    /// already. Rendering thread.
     virtual QVariantMap resolve(const QVariantMap &properties, ReportScope &scope,
                                 ContentExpander &expander) const = 0;
     /// Draws what resolve gave into `rect`, in any unit. `unitsPerMillimetre` sizes pens and text.
@@ -31,6 +32,9 @@ public:
     virtual void paint(QPainter &painter, const QRectF &rect, double unitsPerMillimetre,
                        const QVariantMap &resolved) const = 0;
 };
+
+/// Key of a text in what ItemPainter::resolve gives.
+constexpr const char *itemError = "error";
 
 /// By the class name of a template, with or without "LimeReport::"; null when it has none.
 WIDGETS_EXPORT const ItemPainter *itemPainter(const QString &className);

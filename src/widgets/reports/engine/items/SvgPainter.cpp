@@ -1,0 +1,76 @@
+#include "widgets/reports/engine/items/SvgPainter.h"
+
+#include "widgets/reports/engine/expressions/ReportScope.h"
+#include "widgets/reports/engine/items/ItemContent.h"
+#include "widgets/reports/engine/items/SvgCheck.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSvgRenderer>
+
+namespace LimeReport {
+
+namespace {
+
+constexpr qint64 mostBytes = 8 << 20;
+
+// A file below the directory, wherever links lead; an error otherwise.
+QByteArray readBelow(const QString &directory, const QString &file, QString *error)
+{
+    const QString root = QFileInfo(directory).canonicalFilePath();
+    const QString path = QFileInfo(QDir(directory), file).canonicalFilePath();
+    if (directory.isEmpty() || root.isEmpty() || !path.startsWith(root + '/')) {
+        *error = QStringLiteral("there is no file \"%1\" in the report's directory").arg(file);
+        return QByteArray();
+    }
+    QFile opened(path);
+    if (opened.size() <= mostBytes && opened.open(QIODevice::ReadOnly))
+        return opened.readAll();
+    *error = QStringLiteral("file \"%1\" can't be read: %2").arg(file, opened.errorString());
+    return QByteArray();
+}
+
+QByteArray bytesOf(const QVariantMap &properties, ReportScope &scope, ContentExpander &expander,
+                   QString *error)
+{
+    const auto text = [&properties](const char *name) {
+        return properties.value(QLatin1String(name)).toString();
+    };
+    if (!text("datasource").isEmpty() && !text("field").isEmpty())
+        return ItemContent::valueOf(properties, "", scope, expander).toByteArray();
+    if (!text("variable").isEmpty())
+        return scope.variable(text("variable")).toByteArray();
+    if (!text("resourcePath").isEmpty())
+        return readBelow(scope.filesDirectory(), text("resourcePath"), error);
+    const QByteArray image = properties.value(QStringLiteral("image")).toByteArray();
+    return image.trimmed().startsWith('<') ? image : QByteArray::fromHex(image);
+}
+
+} // namespace
+
+QVariantMap SvgPainter::resolve(const QVariantMap &properties, ReportScope &scope,
+                                ContentExpander &expander) const
+{
+    QString error;
+    const QByteArray svg = bytesOf(properties, scope, expander, &error);
+    if (error.isEmpty() && svg.isEmpty())
+        error = QStringLiteral("there is no drawing");
+    else if (error.isEmpty() && !svgFault(svg).isEmpty())
+        error = QStringLiteral("the drawing is refused: %1").arg(svgFault(svg));
+    return error.isEmpty() ? QVariantMap{{"svg", svg}} : ItemContent::refused(scope, error);
+}
+
+void SvgPainter::paint(QPainter &painter, const QRectF &rect, double unitsPerMillimetre,
+                       const QVariantMap &resolved) const
+{
+    QSvgRenderer renderer(resolved.value(QStringLiteral("svg")).toByteArray());
+    const QSizeF size = renderer.viewBoxF().size();
+    if (!renderer.isValid() || size.isEmpty() || rect.isEmpty())
+        return;
+    QRectF box(QPointF(), size.scaled(rect.size(), Qt::KeepAspectRatio));
+    box.moveCenter(rect.center());
+    renderer.render(&painter, box);
+}
+
+} // namespace LimeReport
