@@ -14,12 +14,12 @@ using namespace Widgets;
 namespace {
 
 constexpr const char *faulty = R"(
-<folder id="10" name="Насосы">
+<window id="10" name="Насосы">
     <label id="11" name="Давление" signal="999"/>
     <label id="12" name="Расход" signal="14"/>
     <label id="13" name="Расход" signal="14"/>
-    <memorySignal id="14" name="Значение" type="double"/>
-</folder>)";
+</window>
+<folder id="15" name="Сигналы"><memorySignal id="14" name="Значение" type="double"/></folder>)";
 
 } // namespace
 
