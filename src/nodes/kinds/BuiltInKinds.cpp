@@ -91,6 +91,8 @@
 #include "nodes/visual/elements/widgetMultiLabel.h"
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
 #include "nodes/visual/elements/widgetState.h"
+#include "nodes/visual/events/eventColumn.h"
+#include "nodes/visual/events/widgetEventList.h"
 #include "nodes/visual/windows/BasicComposition.h"
 #include "nodes/visual/windows/BasicFrame.h"
 #include "nodes/visual/windows/BasicLayer.h"
@@ -118,6 +120,8 @@ void addElements(KindTable &table)
     table.Add(widgetRecorderDigitalDisplay::Kind());
     table.Add(recorderChannel::Kind());
     table.Add(widgetAlarmHealth::Kind());
+    table.Add(widgetEventList::Kind());
+    table.Add(eventColumn::Kind());
 }
 
 void addCharts(KindTable &table)

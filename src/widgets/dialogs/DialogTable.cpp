@@ -11,6 +11,8 @@
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
 #include "widgets/elements/health/HealthPeriodDialog.h"
+#include "widgets/eventlist/DateIntervalWidget.h"
+#include "widgets/eventlist/filter/EventFilterDialog.h"
 #include "widgets/events/details/AlarmLimitsDialog.h"
 #include "widgets/events/details/AlarmNoteDialog.h"
 #include "widgets/tools/ArchiverDBMgrDialog.h"
@@ -19,6 +21,7 @@
 #include "widgets/windows/loading/LoadDialog.h"
 
 #include "nodes/actions/BasicAction.h"
+#include "nodes/visual/events/widgetEventList.h"
 
 namespace Widgets {
 
@@ -44,6 +47,12 @@ QWidget *archiveFiles(const DialogRequest &request)
 {
     return new ArchiverDBMgrDialog(dynamic_cast<Nodes::BasicAction *>(request.node),
                                    ArchiverDBMgrDialog::Key, request.parent);
+}
+
+QWidget *eventSources(const DialogRequest &request)
+{
+    return new EventFilterDialog(dynamic_cast<Nodes::widgetEventList *>(request.node),
+                                 request.parent);
 }
 
 QWidget *load(const DialogRequest &request)
@@ -83,6 +92,8 @@ const bool isInstalled = Dialogs::install({
     {HealthPeriodDialog::Key, onParent<HealthPeriodDialog>},
     {AlarmNoteDialog::Key, onParent<AlarmNoteDialog>, several, endsWithUser},
     {AlarmLimitsDialog::Key, onParent<AlarmLimitsDialog>, several, endsWithUser},
+    {DateIntervalWidget::Key, onParent<DateIntervalWidget>},
+    {EventFilterDialog::Key, eventSources},
     {TrendDialog::Key, onParent<TrendDialog>, several, endsWithUser},
 });
 

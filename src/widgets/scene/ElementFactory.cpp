@@ -15,6 +15,7 @@
 #include "widgets/elements/qwidgetMultiImage.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
+#include "widgets/eventlist/WidgetEvent.h"
 
 #include "nodes/charts/widgetChartCorridor.h"
 #include "nodes/charts/widgetChartHistory.h"
@@ -83,6 +84,7 @@ constexpr Row rows[] = {
     shows<qwidgetChartCorridor>(),
     shows<qwidgetChartXY>(),
     shows<qwidgetAlarmHealth>(),
+    shows<WidgetEvent>(),
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

@@ -1,0 +1,7 @@
+#include "nodes/events/EventColors.h"
+
+namespace Nodes {
+
+HasEventColors::~HasEventColors() = default;
+
+} // namespace Nodes

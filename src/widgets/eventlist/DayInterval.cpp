@@ -1,0 +1,38 @@
+#include "widgets/eventlist/DayInterval.h"
+
+#include <cmath>
+
+namespace Widgets {
+
+DayInterval DayInterval::ofSeconds(long long seconds, const QDateTime &now)
+{
+    constexpr double day = 86400;
+    const double back = std::trunc(double(seconds) / day - 1);
+    return ofDates(now.addDays(-qint64(back)).date(), now.date());
+}
+
+DayInterval DayInterval::upToToday(int days, const QDateTime &now)
+{
+    return ofDates(now.addDays(1 - days).date(), now.date());
+}
+
+// Clocks may be put on at midnight: the day then begins later.
+DayInterval DayInterval::ofDates(const QDate &first, const QDate &last)
+{
+    return {first.startOfDay(), last.endOfDay()};
+}
+
+int DayInterval::days() const
+{
+    const QDateTime begin(from.date(), from.time(), Qt::UTC);
+    const QDateTime end(to.date(), to.time(), Qt::UTC);
+    const auto milliseconds = float(begin.msecsTo(end));
+    return int(std::floor(milliseconds / 1000.0f / 60.0f / 60.0f / 24.0f));
+}
+
+DayInterval DayInterval::shifted(int days) const
+{
+    return {from.addDays(days), to.addDays(days)};
+}
+
+} // namespace Widgets

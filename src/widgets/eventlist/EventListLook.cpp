@@ -1,0 +1,44 @@
+#include "widgets/eventlist/EventListLook.h"
+
+#include "widgets/charts/menus/TouchMenu.h"
+
+namespace Widgets {
+
+// What is latched differs by a thick dark frame, not by a shade alone.
+QString EventListLook::toolBarStyle()
+{
+    return QStringLiteral(
+        "QToolBar { background: transparent; border: none; padding: 0; spacing: 8px; }"
+        "QToolButton { background: #f4f6f7; color: #20262c; border: 1px solid #8a949b;"
+        " border-radius: 4px; padding: 0 12px; font-size: 15px; }"
+        "QToolButton:hover { border-color: #37424b; }"
+        "QToolButton:pressed { background: #b4bdc4; }"
+        "QToolButton:checked { background: #cfd6db; border: 3px solid #37424b;"
+        " font-weight: bold; }"
+        "QToolButton:disabled { background: #dde0e2; color: #59636b; }");
+}
+
+QString EventListLook::partsStyle()
+{
+    return QStringLiteral(
+        "QLineEdit { background: #ffffff; color: #20262c; border: 1px solid #6b757d;"
+        " border-radius: 4px; padding: 0 8px; font-size: 15px; min-height: 38px; }"
+        "QLineEdit:focus { border: 2px solid #37424b; padding: 0 7px; }"
+        "QPushButton { background: #f4f6f7; color: #20262c; border: 1px solid #8a949b;"
+        " border-radius: 4px; padding: 0 12px; font-size: 15px; min-height: 38px; }"
+        "QPushButton:hover, QPushButton:focus { border-color: #37424b; }"
+        "QPushButton:pressed { background: #b4bdc4; }"
+        "QPushButton[isLatched=\"true\"], QPushButton:checked { background: #cfd6db;"
+        " border: 3px solid #37424b; font-weight: bold; }"
+        "QPushButton:disabled { background: #dde0e2; color: #59636b; }"
+        "QLabel { color: #20262c; font-size: 15px; }"
+        "QPlainTextEdit { background: #ffffff; color: #20262c; border: 1px solid #6b757d;"
+        " font-size: 15px; }");
+}
+
+QWidget *EventListLook::desktopWindowOf(const QWidget *widget)
+{
+    return TouchMenu::windowOf(widget);
+}
+
+} // namespace Widgets

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+
+namespace Widgets {
+
+/// Line below an event list: how many rows there are, what has come unseen, how far the journal was
+/// read, and what the list does not show. GUI thread.
+class WIDGETS_EXPORT EventStatusBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit EventStatusBar(QWidget *parent = nullptr);
+
+    void setCounts(int shown, int held);
+    /// Rows that came and are out of sight.
+    void setNew(int count);
+    int newCount() const { return m_newCount; }
+    void setReading(bool isReading);
+    /// What the operator has to know of what he sees; "" for nothing.
+    void setNote(const QString &note);
+    QString note() const;
+
+signals:
+    void newestAsked();
+    void cancelled();
+
+private:
+    QLabel *m_counts;
+    QPushButton *m_new;
+    QLabel *m_note;
+    QLabel *m_reading;
+    QPushButton *m_cancel;
+    int m_newCount = 0;
+};
+
+} // namespace Widgets

@@ -1,0 +1,79 @@
+#include "widgets/eventlist/filter/FilterItem.h"
+
+#include "nodes/model/ConfigNode.h"
+
+#include <algorithm>
+
+namespace Widgets {
+
+using Nodes::NodeType;
+
+namespace {
+
+// What is on the screens tells nothing to the journal.
+bool canBeSource(const Nodes::ConfigNode &node)
+{
+    constexpr unsigned families[] = {NodeType::TypeSystem,    NodeType::TypeFolder,
+                                     NodeType::TypeDriver,    NodeType::TypeDriverGroup,
+                                     NodeType::TypeSignal,    NodeType::TypeSecurity,
+                                     NodeType::TypeSubsystem, NodeType::TypeAlarm,
+                                     NodeType::TypeTimer,     NodeType::TypeArchive};
+    return std::find(std::begin(families), std::end(families),
+                     unsigned(node.GetNodeType().GetFamily())) != std::end(families);
+}
+
+} // namespace
+
+FilterItem::FilterItem(Nodes::NodeLink link, FilterItem *parent) : m_link(link), m_parent(parent) {}
+
+FilterItem::~FilterItem() = default;
+
+std::unique_ptr<FilterItem> FilterItem::createItem(const Nodes::NodeLink &link)
+{
+    const Nodes::ConfigNode *node = link.GetNode();
+    if (!node || !canBeSource(*node))
+        return nullptr;
+    auto item = std::make_unique<FilterItem>(link);
+    for (const Nodes::NodeLink &child : node->GetNodes())
+        item->appendChild(createItem(child));
+    const bool isEmptyFolder =
+        node->GetNodeType().GetFamily() == NodeType::TypeFolder && item->m_children.empty();
+    return isEmptyFolder ? nullptr : std::move(item);
+}
+
+int FilterItem::row() const
+{
+    if (!m_parent)
+        return 0;
+    const Children &siblings = m_parent->m_children;
+    return int(std::find_if(siblings.begin(), siblings.end(),
+                            [this](const auto &sibling) { return sibling.get() == this; }) -
+               siblings.begin());
+}
+
+FilterItem *FilterItem::appendChild(std::unique_ptr<FilterItem> child)
+{
+    if (!child)
+        return nullptr;
+    child->m_parent = this;
+    m_children.push_back(std::move(child));
+    return m_children.back().get();
+}
+
+void FilterItem::removeChild(int row)
+{
+    m_children.erase(m_children.begin() + row);
+}
+
+FilterItem *FilterItem::find(unsigned long nodeId)
+{
+    if (m_link.GetNodeId() == nodeId)
+        return this;
+    for (const auto &child : m_children) {
+        if (FilterItem *found = child->find(nodeId))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace Widgets
