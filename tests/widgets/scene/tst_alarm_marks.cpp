@@ -33,6 +33,7 @@ using Alarms = std::vector<Nodes::BasicEvent>;
 Nodes::BasicEvent alarm(unsigned long id, AlarmState state, int priority)
 {
     Nodes::BasicEvent event;
+    event.id = id;
     event.sourceNode = Nodes::NodeLink(id);
     event.alarmState = state;
     event.priority = priority;
@@ -109,6 +110,8 @@ private slots:
     {
         QFETCH(Alarms, alarms);
         const Shown shown;
+        for (Nodes::BasicEvent &each : alarms)
+            each.sourceNode = Nodes::NodeLink(each.id); // of this project
         AlarmBoard::instance().take({alarm(20, AlarmState::ActiveUnacked, 4)});
         AlarmBoard::instance().take({alarm(20, AlarmState::Normal, 4)});
         AlarmBoard::instance().take(alarms);
@@ -130,6 +133,7 @@ private slots:
     void statesAreToldApart()
     {
         QFETCH(AlarmState, state);
+        QTRY_VERIFY(!BlinkClock::instance().isRunning());
         Shown shown;
         const QImage calm = shown.drawn();
         AlarmBoard::instance().take({alarm(20, state, 1)});
