@@ -78,7 +78,9 @@
 #include "nodes/timers/operationTimer.h"
 #include "nodes/visual/elements/comboItem.h"
 #include "nodes/visual/elements/recorderChannel.h"
+#include "nodes/visual/elements/widgetAlarmBanner.h"
 #include "nodes/visual/elements/widgetAlarmHealth.h"
+#include "nodes/visual/elements/widgetAlarmList.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/elements/widgetButton.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
@@ -122,6 +124,8 @@ void addElements(KindTable &table)
     table.Add(widgetAlarmHealth::Kind());
     table.Add(widgetEventList::Kind());
     table.Add(eventColumn::Kind());
+    table.Add(widgetAlarmBanner::Kind());
+    table.Add(widgetAlarmList::Kind());
 }
 
 void addCharts(KindTable &table)

@@ -1,8 +1,10 @@
 #include "widgets/scene/ElementFactory.h"
 
+#include "widgets/alarmlist/qwidgetAlarmList.h"
 #include "widgets/charts/elements/qwidgetChartCorridor.h"
 #include "widgets/charts/elements/qwidgetChartHistory.h"
 #include "widgets/charts/elements/qwidgetChartXY.h"
+#include "widgets/elements/alarms/qwidgetAlarmBanner.h"
 #include "widgets/elements/health/qwidgetAlarmHealth.h"
 #include "widgets/elements/qwidgetBargraph.h"
 #include "widgets/elements/qwidgetButton.h"
@@ -21,7 +23,9 @@
 #include "nodes/charts/widgetChartHistory.h"
 #include "nodes/charts/widgetChartXY.h"
 #include "nodes/kinds/KindRows.h"
+#include "nodes/visual/elements/widgetAlarmBanner.h"
 #include "nodes/visual/elements/widgetAlarmHealth.h"
+#include "nodes/visual/elements/widgetAlarmList.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/elements/widgetButton.h"
 #include "nodes/visual/elements/widgetCheckBox.h"
@@ -83,6 +87,8 @@ constexpr Row rows[] = {
     shows<qwidgetChartHistory>(),
     shows<qwidgetChartCorridor>(),
     shows<qwidgetChartXY>(),
+    shows<qwidgetAlarmBanner>(),
+    shows<qwidgetAlarmList>(),
     shows<qwidgetAlarmHealth>(),
     shows<WidgetEvent>(),
 };

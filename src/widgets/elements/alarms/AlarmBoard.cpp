@@ -47,6 +47,7 @@ void AlarmBoard::take(const std::vector<Nodes::BasicEvent> &alarms)
     }
     if (!touched.isEmpty())
         emit changed(touched);
+    emit taken(alarms);
 }
 
 void AlarmBoard::remove(unsigned long alarm, QSet<unsigned long> &touched)
@@ -63,11 +64,16 @@ void AlarmBoard::remove(unsigned long alarm, QSet<unsigned long> &touched)
 
 void AlarmBoard::forget(const QSet<unsigned long> &alarms)
 {
-    QSet<unsigned long> touched;
-    for (const unsigned long alarm : alarms)
-        remove(alarm, touched);
-    if (!touched.isEmpty())
-        emit changed(touched);
+    std::vector<Nodes::BasicEvent> over;
+    for (const unsigned long alarm : alarms) {
+        const auto known = m_alarms.constFind(alarm);
+        if (known == m_alarms.constEnd())
+            continue;
+        over.push_back(*known);
+        over.back().alarmState = AlarmState::Normal;
+    }
+    if (!over.empty())
+        take(over);
 }
 
 void AlarmBoard::clear()

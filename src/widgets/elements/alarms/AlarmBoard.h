@@ -48,6 +48,8 @@ public:
 signals:
     /// Alarms of these signals, by their ids, stand otherwise than before; 0 for those of none.
     void changed(const QSet<unsigned long> &ofSignals);
+    /// How these alarms stand now, each once; those that are over as normal ones.
+    void taken(const std::vector<Nodes::BasicEvent> &alarms);
     /// Muting or filter changed.
     void viewChanged();
 

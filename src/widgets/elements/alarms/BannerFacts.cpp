@@ -1,6 +1,6 @@
 #include "widgets/elements/alarms/BannerFacts.h"
 
-#include "utils/convert/ValueConversions.h"
+#include "utils/convert/TimeConversions.h"
 
 #include <algorithm>
 #include <tuple>
@@ -111,8 +111,7 @@ QString BannerFacts::details() const
     default:
         return {};
     }
-    QStringList parts{
-        Utils::timeText(top.raised != 0 ? top.raised : top.time, QStringLiteral("hh:mm:ss"))};
+    QStringList parts{Utils::timeText(top.raised != 0 ? top.raised : top.time, "hh:mm:ss")};
     if (top.alarmState == AlarmState::ReturnedUnacked)
         parts.append(QStringLiteral("снята"));
     if (!top.area.empty())

@@ -202,7 +202,9 @@ void BannerPainter::drawButton(QPainter &painter, bool isDown) const
 {
     const bool isUsable = m_facts.state == BannerFacts::Waiting && m_facts.mayAcknowledge;
     painter.setPen(QPen(isUsable ? muted : disabledInk, isUsable ? 2 : 1));
-    painter.setBrush(isDown ? QColor(0xa9, 0xb0, 0xb6) : isUsable ? light : QColor(Qt::transparent));
+    painter.setBrush(isDown     ? QColor(0xa9, 0xb0, 0xb6)
+                     : isUsable ? light
+                                : QColor(Qt::transparent));
     painter.drawRect(QRectF(m_button).adjusted(1, 1, -1, -1));
     painter.setFont(countFont());
     painter.setPen(isUsable ? dark : disabledInk);

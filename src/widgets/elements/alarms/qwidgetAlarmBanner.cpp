@@ -22,9 +22,9 @@ namespace Widgets {
 
 namespace {
 
-constexpr int refreshDelay = 100;                 // ms
-constexpr int checkInterval = 5000;               // ms
-constexpr Nodes::Timestamp patience = 5000000;    // microseconds an alarm may take to get here
+constexpr int refreshDelay = 100;              // ms
+constexpr int checkInterval = 5000;            // ms
+constexpr Nodes::Timestamp patience = 5000000; // microseconds an alarm may take to get here
 
 } // namespace
 
@@ -158,7 +158,7 @@ void qwidgetAlarmBanner::check()
     const Nodes::systemAlarming *alarming = model ? model->GetSystemAlarming() : nullptr;
     m_isLate = alarming && alarming->GetState() == Nodes::NodeState::Running &&
                BannerFacts::isLate(alarming->GetActiveAlarms(), AlarmBoard::instance().alarms(),
-                                   Nodes::Clock::Now() - patience);
+                                   Nodes::Clock::Current().Now() - patience);
     refresh();
 }
 

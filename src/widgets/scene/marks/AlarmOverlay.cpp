@@ -17,10 +17,10 @@ const QColor dark(0x1c, 0x20, 0x24);
 const QColor light(0xf4, 0xf6, 0xf7);
 const QColor grey(0x6d, 0x76, 0x7e);
 
-constexpr qreal frameWidth = 3;    // of the colour, with 1 of dark on either side
+constexpr qreal frameWidth = 3;      // of the colour, with 1 of dark on either side
 constexpr qreal frameDistance = 2.5; // of its middle: it begins at the element's edge
-constexpr qreal badgeSize = 22;    // its number stands 13 high
-constexpr qreal badgeOverlap = 10; // with the corner of the element
+constexpr qreal badgeSize = 22;      // its number stands 13 high
+constexpr qreal badgeOverlap = 10;   // with the corner of the element
 constexpr qreal hiddenSize = 14;
 constexpr qreal margin = badgeSize - badgeOverlap + 2;
 

@@ -1,0 +1,319 @@
+#include "widgets/alarmlist/qwidgetAlarmList.h"
+
+#include "widgets/context/ActionSink.h"
+#include "widgets/dialogs/DialogLook.h"
+#include "widgets/elements/alarms/AlarmBoard.h"
+#include "widgets/elements/binding/ElementTooltip.h"
+#include "widgets/elements/binding/PropertyBindings.h"
+#include "widgets/elements/painting/ElementPainting.h"
+#include "widgets/events/ModelAlarms.h"
+#include "widgets/events/TableAlarms.h"
+#include "widgets/events/filter/AlarmList.h"
+
+#include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/systemAlarming.h"
+#include "nodes/model/services/AccessCheck.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
+#include "nodes/visual/elements/widgetAlarmList.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+
+#include <utility>
+
+namespace Widgets {
+
+namespace {
+
+constexpr int controlsHeight = 48;
+constexpr int gap = 8;
+
+bool standsBelow(const Nodes::ConfigNode *node, const Nodes::NodeLink &above)
+{
+    while (node && node->GetId() != above.GetNodeId())
+        node = node->GetParent();
+    return node != nullptr;
+}
+
+} // namespace
+
+qwidgetAlarmList::qwidgetAlarmList(Nodes::widgetAlarmList *node, QWidget *parent,
+                                   const SceneContextPtr &context)
+    : QFrame(parent),
+      IWidget(node, context),
+      m_model(new ModelAlarms(this)),
+      m_list(new AlarmList(*m_model, this)),
+      m_table(new TableAlarms(this)),
+      m_controls(new QWidget(this)),
+      m_listNode(node)
+{
+    setMinimumSize(0, 0);
+    ApplyDialogLook(*m_controls);
+    buildButtons();
+    m_model->readSettings(alarming());
+    m_table->setAlarms(*m_model, *m_list);
+    connect(m_table, &TableAlarms::selected, this, &qwidgetAlarmList::follow);
+    connect(m_table, &TableAlarms::rowDoubleClicked, this, [this](const QModelIndex &index) {
+        if (index.isValid() && m_listNode && m_listNode->HasAcknowledge())
+            acknowledge({m_model->row(index.row()).occurrence()});
+    });
+    m_binding.bind(this, node);
+    qwidgetAlarmList::onUpdateProperties(nullptr);
+}
+
+qwidgetAlarmList::~qwidgetAlarmList() = default;
+
+QPushButton *qwidgetAlarmList::addButton(QHBoxLayout &row, const QString &text)
+{
+    auto *button = new QPushButton(text, m_controls);
+    QFont font = button->font();
+    font.setPointSize(12);
+    button->setFont(font);
+    button->setFocusPolicy(Qt::NoFocus); // Return and Space acknowledge nothing by mistake
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(text) + 32);
+    row.addWidget(button);
+    return button;
+}
+
+// What is acknowledged is chosen when the button goes down: what comes until it is let go stays.
+void qwidgetAlarmList::buildButtons()
+{
+    auto *row = new QHBoxLayout(m_controls);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(gap);
+    m_all = addButton(*row, QStringLiteral("Квитировать показанные"));
+    m_one = addButton(*row, QStringLiteral("Квитировать выбранный"));
+    connect(m_all, &QPushButton::pressed, this,
+            [this] { m_chosen = waiting(m_table->seenRevision()); });
+    connect(m_one, &QPushButton::pressed, this,
+            [this] { m_chosen = selected(m_table->seenRevision()); });
+    for (QPushButton *button : {m_all, m_one})
+        connect(button, &QPushButton::clicked, this,
+                [this] { acknowledge(std::exchange(m_chosen, {})); });
+    m_source = addButton(*row, QStringLiteral("К источнику"));
+    connect(m_source, &QPushButton::clicked, this, &qwidgetAlarmList::goToSource);
+    row->addStretch();
+    m_count = new QLabel(m_controls);
+    QFont font = m_count->font();
+    font.setPointSize(12);
+    m_count->setFont(font);
+    row->addWidget(m_count);
+}
+
+const PropertyBindings &qwidgetAlarmList::bindings() const
+{
+    using This = qwidgetAlarmList;
+    using Prop = Node::Prop;
+    static constexpr PropertyRow rows[] = {
+        PropertyRow::geometry<This>(Then::Repaint),
+        PropertyRow::takes<&This::takeLook>(Then::Repaint, Prop::Background, Prop::BorderColor,
+                                            Prop::BorderWidth, Prop::Disabled),
+        PropertyRow::takes<&This::takeFilter>(Then::Repaint, Prop::Priority1, Prop::Priority2,
+                                              Prop::Priority3, Prop::Priority4, Prop::Waiting,
+                                              Prop::Active, Prop::Area, Prop::Source, Prop::Search),
+        PropertyRow::takes<&This::takeButtons>(Then::Repaint, Prop::Acknowledge),
+        // It is about all alarms.
+        PropertyRow::only(Then::Nothing, Prop::Signal),
+    };
+    static constexpr PropertyBindings all(rows);
+    return all;
+}
+
+void qwidgetAlarmList::onUpdateProperties(Nodes::BasicProperty *property)
+{
+    const Nodes::widgetAlarmList *node = m_listNode.get();
+    if (node && takeOver(*node, property))
+        update();
+}
+
+void qwidgetAlarmList::takeLook(const Nodes::widgetAlarmList &node)
+{
+    takeBackground(node);
+    takeBorder(node);
+    m_table->setEnabled(!node.isDisabled());
+    m_controls->setEnabled(!node.isDisabled());
+    layOut();
+}
+
+void qwidgetAlarmList::takeFilter(const Nodes::widgetAlarmList &node)
+{
+    AlarmFilter filter;
+    for (int priority = 1; priority <= AlarmFilter::PriorityCount; ++priority)
+        filter.priorities[std::size_t(priority - 1)] = node.ShowsPriority(priority);
+    filter.states[AlarmFilter::Waiting] = node.ShowsWaiting();
+    filter.states[AlarmFilter::Active] = node.ShowsActive();
+    filter.states[AlarmFilter::Returned] = false;
+    if (!node.GetArea().empty())
+        filter.area = QString::fromStdString(node.GetArea());
+    filter.text = QString::fromStdString(node.GetSearch());
+    m_list->setFilter(filter);
+    m_below = node.GetSource();
+    if (isActive() && isRuntime())
+        takeAll();
+}
+
+void qwidgetAlarmList::takeButtons(const Nodes::widgetAlarmList &node)
+{
+    m_all->setVisible(node.HasAcknowledge());
+    m_one->setVisible(node.HasAcknowledge());
+}
+
+// The user may have changed.
+void qwidgetAlarmList::onValueUpdated(Nodes::SignalValue /*value*/)
+{
+    follow();
+}
+
+void qwidgetAlarmList::onActive(bool on)
+{
+    ElementBinding::setConnected(this, on);
+    AlarmBoard &board = AlarmBoard::instance();
+    disconnect(&board, nullptr, this, nullptr);
+    if (!on || !isRuntime() || context().isPreview())
+        return;
+    m_model->readSettings(alarming());
+    connect(&board, &AlarmBoard::taken, this, &qwidgetAlarmList::take);
+    takeAll();
+}
+
+Nodes::systemAlarming *qwidgetAlarmList::alarming() const
+{
+    const Nodes::systemCore *model = context().model();
+    return model ? model->GetSystemAlarming() : nullptr;
+}
+
+bool qwidgetAlarmList::isMeant(const Nodes::BasicEvent &alarm) const
+{
+    const Nodes::ConfigNode *node = alarm.sourceNode.GetNode();
+    if (m_below.isEmpty() || standsBelow(node, m_below))
+        return true;
+    const auto *watching = dynamic_cast<const Nodes::BasicAlarm *>(node);
+    return watching && standsBelow(watching->GetSignal(), m_below);
+}
+
+void qwidgetAlarmList::take(const std::vector<Nodes::BasicEvent> &alarms)
+{
+    std::vector<Nodes::BasicEvent> meant;
+    for (const Nodes::BasicEvent &alarm : alarms) {
+        if (isMeant(alarm))
+            meant.push_back(alarm);
+    }
+    if (meant.empty())
+        return;
+    m_table->keepSight();
+    if (m_model->take(meant).isOrderChanged)
+        m_list->updateSort();
+    m_table->restoreSight();
+    follow();
+}
+
+// What was over while nobody looked, or is not chosen any more, leaves.
+void qwidgetAlarmList::takeAll()
+{
+    const auto &known = AlarmBoard::instance().alarms();
+    std::vector<Nodes::BasicEvent> over;
+    for (int number = 0; number < m_model->rowCount(); ++number) {
+        const Nodes::BasicEvent &listed = m_model->row(number).event();
+        if (known.contains(listed.sourceNode.GetNodeId()) && isMeant(listed))
+            continue;
+        over.push_back(listed);
+        over.back().alarmState = Nodes::AlarmState::Normal;
+    }
+    (void)m_model->take(over);
+    take({known.begin(), known.end()});
+    m_list->updateSort();
+    follow();
+}
+
+void qwidgetAlarmList::follow()
+{
+    const Nodes::systemAlarming *system = alarming();
+    const bool isRunning = system && system->GetState() == Nodes::NodeState::Running;
+    const bool mayAcknowledge = system && Nodes::CheckAccess(Nodes::PrivilegeAcknowledge, *system);
+    const int count = m_list->rowCount();
+    int left = 0;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        left += !m_model->row(row).isAcknowledged && m_list->shows(m_model->row(row));
+    const bool isSelected = m_table->selectedRow().isValid();
+    m_all->setEnabled(mayAcknowledge && left > 0);
+    m_one->setEnabled(mayAcknowledge && isSelected);
+    m_source->setEnabled(isSelected);
+    m_count->setText(isRunning || !isActive() || !isRuntime()
+                         ? QStringLiteral("Тревог: %1, неквитированных: %2").arg(count).arg(left)
+                         : QStringLiteral("✕ Тревоги не отслеживаются"));
+}
+
+Nodes::AlarmOccurrences qwidgetAlarmList::waiting(unsigned revision) const
+{
+    Nodes::AlarmOccurrences seen;
+    for (int number = 0; number < m_model->rowCount(); ++number) {
+        const AlarmRow &row = m_model->row(number);
+        if (!row.isAcknowledged && row.waitsSince <= revision && m_list->shows(row))
+            seen.push_back(row.occurrence());
+    }
+    return seen;
+}
+
+Nodes::AlarmOccurrences qwidgetAlarmList::selected(unsigned revision) const
+{
+    const QModelIndex index = m_table->selectedRow();
+    if (!index.isValid() || m_model->row(index.row()).waitsSince > revision)
+        return {};
+    return {m_model->row(index.row()).occurrence()};
+}
+
+// The subsystem checks the rights and writes the journal; the rows follow what it tells.
+void qwidgetAlarmList::acknowledge(const Nodes::AlarmOccurrences &seen)
+{
+    Nodes::systemAlarming *system = alarming();
+    if (!system || seen.empty() || !isRuntime() || context().isPreview())
+        return;
+    for (const Nodes::Result &result : system->Acknowledge(seen)) {
+        // Nothing to acknowledge: somebody else was faster, or it came anew and stays.
+        if (result || result == Nodes::Result::NotFound || result == Nodes::Result::Refused)
+            continue;
+        const std::string why = result.GetResultTranslated();
+        return context().actions().notify(QStringLiteral("Тревоги не квитированы: ") +
+                                          QString::fromStdString(why));
+    }
+}
+
+void qwidgetAlarmList::goToSource()
+{
+    const QModelIndex index = m_table->selectedRow();
+    if (index.isValid())
+        context().actions().jump(m_model->row(index.row()).event().sourceNode, this);
+}
+
+void qwidgetAlarmList::layOut()
+{
+    const int border = qMax(0, m_borderWidth);
+    const QRect room = rect().adjusted(border, border, -border, -border);
+    m_controls->setGeometry(room.left(), room.bottom() + 1 - controlsHeight, room.width(),
+                            controlsHeight);
+    m_table->setGeometry(room.adjusted(0, 0, 0, -controlsHeight - gap));
+}
+
+void qwidgetAlarmList::resizeEvent(QResizeEvent *event)
+{
+    QFrame::resizeEvent(event);
+    layOut();
+}
+
+void qwidgetAlarmList::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), m_backgroundColor);
+    ElementPainting::drawBorder(painter, size(), m_borderWidth, m_borderColor);
+}
+
+bool qwidgetAlarmList::event(QEvent *event)
+{
+    return ElementTooltip::show(event, m_node.get()) || QFrame::event(event);
+}
+
+} // namespace Widgets
