@@ -2,9 +2,12 @@
 
 #include "nodes/alarms/engine/AlarmCondition.h"
 #include "nodes/alarms/engine/AlarmInputs.h"
+#include "nodes/alarms/suppression/SuppressionScripts.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
+
+#include <algorithm>
 
 namespace Nodes {
 
@@ -57,7 +60,14 @@ void BasicAlarm::describeSuppression(KindBuilder &builder)
         .Property<&BasicAlarm::m_isSuppressInverted>(
             Prop::SuppressInverted, "While the signal is false", "Подавлять, когда сигнал ложен")
         .Property<&BasicAlarm::m_suppressText>(Prop::SuppressText, "Suppression in words",
-                                               "Условие подавления словами");
+                                               "Условие подавления словами")
+        .Property<&BasicAlarm::m_suppressScript>(Prop::SuppressScript, "Suppression script",
+                                                 "Сценарий подавления")
+        .Hint("multiline")
+        .Property<&BasicAlarm::m_suppressInputs>(Prop::SuppressInputs,
+                                                 "Signals of the script: s1, s2, ...",
+                                                 "Сигналы сценария: s1, s2, ...")
+        .Refers({NodeType::TypeSignal});
 }
 
 void BasicAlarm::describeGuidance(KindBuilder &builder)
@@ -99,6 +109,8 @@ std::string BasicAlarm::GetSuppressReason() const
     const std::string byDesign = "по проекту: ";
     if (!m_suppressText.empty())
         return byDesign + m_suppressText;
+    if (!m_suppressScript.empty())
+        return byDesign + m_suppressScript;
     const BasicSignal *signal = GetSuppressor();
     if (!signal)
         return {};
@@ -107,17 +119,38 @@ std::string BasicAlarm::GetSuppressReason() const
     return byDesign + "«" + name + "» = " + (m_isSuppressInverted ? "нет" : "да");
 }
 
-AlarmInputs BasicAlarm::MakeInputs() const
+bool BasicAlarm::isSuppressorGone() const
+{
+    if (m_suppressScript.empty())
+        return !m_suppressWhen.isEmpty() && !GetSuppressor();
+    return std::any_of(m_suppressInputs.begin(), m_suppressInputs.end(), [](const NodeLink &input) {
+        return !dynamic_cast<const BasicSignal *>(input.GetNode());
+    });
+}
+
+AlarmInputs BasicAlarm::MakeInputs(SuppressionScripts &scripts) const
 {
     AlarmInputs inputs;
     inputs.settings = AlarmSettings::Of(*this);
     inputs.cell = GetSignal()->GetCell();
     if (const BasicSignal *reference = GetReference())
         inputs.reference = reference->GetCell();
-    if (const BasicSignal *suppressor = GetSuppressor())
+    if (!m_suppressScript.empty())
+        inputs.suppressor = scripts.Add(makeScript());
+    else if (const BasicSignal *suppressor = GetSuppressor())
         inputs.suppressor = suppressor->GetCell();
     inputs.isSuppressorInverted = m_isSuppressInverted;
     return inputs;
+}
+
+SuppressionScripts::Script BasicAlarm::makeScript() const
+{
+    SuppressionScripts::Script script{GetNodeLink(), m_suppressScript, {}};
+    for (const NodeLink &link : m_suppressInputs) {
+        const auto *signal = dynamic_cast<const BasicSignal *>(link.GetNode());
+        script.inputs.push_back(signal ? signal->GetCell() : nullptr);
+    }
+    return script;
 }
 
 std::string BasicAlarm::GetArea() const
@@ -139,7 +172,7 @@ void BasicAlarm::Validate(ValidationResults &results) const
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "signal"),
                     alarm + "сигнал не указан, тревога не следит ни за чем. Укажите сигнал или "
                             "перенесите тревогу под сигнал.");
-    if (!m_suppressWhen.isEmpty() && !GetSuppressor())
+    if (isSuppressorGone())
         results.Add(GetNodeLink(), Result(this, Result::NotFound, Prop::SuppressWhen.key),
                     alarm + "сигнала, по которому она подавляется, нет: тревога не подавляется "
                             "никогда. Укажите другой сигнал или очистите условие.");

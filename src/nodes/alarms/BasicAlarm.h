@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/alarms/suppression/SuppressionScripts.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
 #include "nodes/model/properties/PropertyId.h"
@@ -38,6 +39,8 @@ public:
         static constexpr PropertyId<NodeLink> SuppressWhen{8016, "suppressWhen"};
         static constexpr PropertyId<bool> SuppressInverted{8017, "suppressInverted"};
         static constexpr PropertyId<std::string> SuppressText{8018, "suppressText"};
+        static constexpr PropertyId<std::string> SuppressScript{8019, "suppressScript"};
+        static constexpr PropertyId<NodeLinks> SuppressInputs{8020, "suppressInputs"};
     };
 
     /// The signal linked, else the parent when that is a signal; null without either.
@@ -62,8 +65,12 @@ public:
     const std::string &GetFirstUpGroup() const { return m_firstUpGroup; }
 
     /// While this signal is true (or false, when inverted) the alarm is suppressed by design; a bad
-    /// or stale signal suppresses nothing. Null: never.
+    /// or stale signal suppresses nothing. Null: never. A script goes before it: a Lua expression
+    /// that sees the signals of its inputs as s1, s2, ...
     BasicSignal *GetSuppressor() const;
+    const std::string &GetSuppressScript() const { return m_suppressScript; }
+    /// A signal that the suppression needs is not in the project.
+    bool isSuppressorGone() const;
     bool isSuppressInverted() const { return m_isSuppressInverted; }
     /// "по проекту: " and the condition in words.
     std::string GetSuppressReason() const;
@@ -79,7 +86,7 @@ public:
     int GetResponseTime() const { return m_responseTime; }
 
     /// All that watching it takes, copied; it must have a signal.
-    AlarmInputs MakeInputs() const;
+    AlarmInputs MakeInputs(SuppressionScripts &scripts) const;
     /// The signal that the condition compares with; null for most kinds.
     virtual BasicSignal *GetReference() const { return nullptr; }
     /// Copies the settings into an object for the evaluating threads; never null.
@@ -95,6 +102,7 @@ protected:
     void SetOnDelay(int milliseconds) { m_onDelay = milliseconds; }
 
 private:
+    SuppressionScripts::Script makeScript() const;
     static void describeSuppression(KindBuilder &builder);
     static void describeGuidance(KindBuilder &builder);
 
@@ -116,6 +124,8 @@ private:
     NodeLink m_suppressWhen;
     bool m_isSuppressInverted = false;
     std::string m_suppressText;
+    std::string m_suppressScript;
+    NodeLinks m_suppressInputs;
 };
 
 } // namespace Nodes

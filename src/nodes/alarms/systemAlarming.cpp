@@ -6,6 +6,7 @@
 #include "nodes/alarms/engine/AlarmEngine.h"
 #include "nodes/alarms/engine/RecordsAlarm.h"
 #include "nodes/alarms/state/AlarmStateStore.h"
+#include "nodes/alarms/suppression/SuppressionScripts.h"
 #include "nodes/archive/systemArchiver.h"
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/KindBuilder.h"
@@ -26,12 +27,15 @@ constexpr int longestShelf = 86400; // s
 } // namespace
 
 systemAlarming::systemAlarming()
-    : m_recordsAlarm(std::make_unique<RecordsAlarm>()), m_engine(std::make_shared<AlarmEngine>())
+    : m_recordsAlarm(std::make_unique<RecordsAlarm>()),
+      m_scripts(std::make_unique<SuppressionScripts>()),
+      m_engine(std::make_shared<AlarmEngine>())
 {
 }
 systemAlarming::~systemAlarming()
 {
     m_recordsAlarm->Stop();
+    m_scripts->Stop();
     m_engine->Stop(); // which feeds may keep
 }
 
@@ -76,23 +80,34 @@ std::vector<const alarmColumn *> systemAlarming::GetColumns() const
     return columns;
 }
 
-Result systemAlarming::Start()
+/// What all alarms of this station watch; those that cannot are told of.
+std::vector<AlarmInputs> systemAlarming::collect()
 {
-    if (GetState() == NodeState::Running)
-        return Result();
     NodeLinks links;
     if (const NodesCollection *project = GetNodesCollection())
         project->FindNodes(NodeType::TypeAlarm, &links);
-    std::vector<const BasicAlarm *> alarms;
+    std::vector<AlarmInputs> alarms;
     for (const NodeLink &link : links) {
         const auto *alarm = dynamic_cast<const BasicAlarm *>(link.GetNode());
         if (!alarm || !alarm->IsLocal())
             continue;
-        if (alarm->GetSignal())
-            alarms.push_back(alarm);
-        else
+        if (!alarm->GetSignal()) {
             StoreMessage(LevelWarning, "Тревога не следит ни за чем: сигнал не указан", link);
+            continue;
+        }
+        if (alarm->isSuppressorGone())
+            StoreMessage(LevelWarning, "Тревога не подавляется: сигнала её условия подавления нет",
+                         link);
+        alarms.push_back(alarm->MakeInputs(*m_scripts));
     }
+    return alarms;
+}
+
+Result systemAlarming::Start()
+{
+    if (GetState() == NodeState::Running)
+        return Result();
+    std::vector<AlarmInputs> alarms = collect();
     const systemCore *core = GetCore();
     std::unique_ptr<AlarmStateStore> states;
     Result found;
@@ -103,11 +118,14 @@ Result systemAlarming::Start()
         StoreMessage(LevelWarning, "Состояния тревог не сохраняются: " + found.GetDetail(),
                      GetNodeLink());
     EventJournal *journal = core ? &core->GetJournal() : nullptr;
-    std::vector<AlarmInputs> builtIn;
     if (journal)
-        builtIn.push_back(m_recordsAlarm->Describe(GetNodeLink()));
+        alarms.insert(alarms.begin(), m_recordsAlarm->Describe(GetNodeLink()));
     m_engine->SetFloodLimits(m_floodBegin, std::min(m_floodEnd, m_floodBegin));
-    m_engine->Start(alarms, builtIn, journal, std::move(states));
+    m_engine->Start(alarms, journal, std::move(states));
+    m_scripts->Start([this](const NodeLink &alarm, const std::string &error) {
+        m_engine->Report(LevelWarning,
+                         "Тревога не подавляется, её условие не вычисляется: " + error, alarm);
+    });
     const systemArchiver *archiver = core ? core->GetSystemArchiver() : nullptr;
     if (journal)
         m_recordsAlarm->Start(
@@ -119,6 +137,7 @@ Result systemAlarming::Start()
 Result systemAlarming::Stop()
 {
     m_recordsAlarm->Stop();
+    m_scripts->Stop();
     m_engine->Stop();
     return ConfigNode::Stop();
 }

@@ -23,7 +23,9 @@ class AlarmEngine;
 class AlarmTracker;
 class BasicSignal;
 class RecordsAlarm;
+class SuppressionScripts;
 class alarmColumn;
+struct AlarmInputs;
 struct AlarmMoment;
 
 /// Watches the configured alarms, keeps their ISA-18.2 states, journals every change with the
@@ -140,6 +142,7 @@ private:
     using Change = std::function<Result(AlarmTracker &, const AlarmMoment &,
                                         const std::string &user, std::vector<BasicEvent> &)>;
 
+    std::vector<AlarmInputs> collect();
     Result permit(const NodeLink &alarm, AuthPriv privilege, std::string &user);
     Result operate(const NodeLink &alarm, AuthPriv privilege, const Change &change);
     void refuse(const NodeLink &alarm, const std::string &user, const std::string &what);
@@ -155,6 +158,7 @@ private:
     int m_floodBegin = 10;
     int m_floodEnd = 5;
     std::unique_ptr<RecordsAlarm> m_recordsAlarm;
+    std::unique_ptr<SuppressionScripts> m_scripts;
     std::shared_ptr<AlarmEngine> m_engine; // feeds may outlive the node
 };
 

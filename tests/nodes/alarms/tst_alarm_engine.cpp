@@ -2,6 +2,7 @@
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/engine/AlarmEngine.h"
 #include "nodes/alarms/state/SqliteAlarmStates.h"
+#include "nodes/alarms/suppression/SuppressionScripts.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
@@ -101,7 +102,11 @@ struct Plant
     void start() { start(store); }
     void start(std::shared_ptr<AlarmStateStore> used)
     {
-        engine->Start({alarms.begin(), alarms.end()}, {}, nullptr, std::move(used));
+        SuppressionScripts none;
+        std::vector<AlarmInputs> inputs;
+        for (const BasicAlarm *alarm : alarms)
+            inputs.push_back(alarm->MakeInputs(none));
+        engine->Start(inputs, nullptr, std::move(used));
     }
     void publish(std::size_t tank, double value) { tanks[tank]->GetCell()->Publish(value); }
     AlarmFeed openFeed()

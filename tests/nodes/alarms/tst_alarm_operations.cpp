@@ -226,6 +226,58 @@ private slots:
                  isSuppressed ? AlarmState::Suppressed : AlarmState::ActiveUnacked);
     }
 
+    void suppressedByScript_data()
+    {
+        // values of the pumps: 0, 1, b bad, - none yet
+        const Rows<std::string, std::string, bool> row("script", "pumps", "isSuppressed");
+        row("both are off", "not s1 and not s2", "00", true);
+        row("one runs", "not s1 and not s2", "01", false);
+        row("nobody knows of one", "not s1 and not s2", "0b", false);
+        row("one has told nothing yet", "not s1 and not s2", "0-", false);
+        row("no logical value", "5", "00", false);
+        row("not Lua", "not not (", "00", false);
+        row("endless", "while true do end", "00", false);
+    }
+
+    void suppressedByScript()
+    {
+        QFETCH(std::string, script);
+        QFETCH(std::string, pumps);
+        QFETCH(bool, isSuppressed);
+        AlarmStation station(*m_directory, false, 0, "fixture", true);
+        auto *probe = station.add<BasicSignal>("memorySignal", station.station);
+        std::string inputs;
+        std::vector<std::shared_ptr<ValueCell>> cells;
+        for (std::size_t i = 0; i < pumps.size(); ++i) {
+            auto *pump = station.add<BasicSignal>("memorySignal", station.station);
+            cells.push_back(pump->GetCell());
+            inputs += (i == 0 ? "" : " ") + idOf(pump);
+        }
+        station.set(station.high, {{"suppressScript", script}, {"suppressInputs", inputs}});
+        // Scripts run in their order: when this one has run, the one before it has.
+        ConfigNode *last = station.add("alarmLimit", probe, nullptr,
+                                       {{"suppressScript", "s1"}, {"suppressInputs", idOf(probe)}});
+        QVERIFY(station.core.Start());
+        for (std::size_t i = 0; i < pumps.size(); ++i) {
+            if (pumps[i] != '-')
+                cells[i]->Publish(pumps[i] == 'b' ? SignalValue(Result(Result::NotConnected))
+                                                  : SignalValue(pumps[i] == '1'));
+        }
+        probe->GetCell()->Publish(true);
+        const auto isHidden = [&](const ConfigNode *alarm) {
+            for (const BasicEvent &event : station.alarming->GetHiddenAlarms()) {
+                if (event.sourceNode == NodeLink(alarm))
+                    return true;
+            }
+            return false;
+        };
+        QTRY_VERIFY(isHidden(last));
+        QTRY_COMPARE(isHidden(station.high), isSuppressed);
+        const bool isBroken = script.find("s1") == std::string::npos;
+        QTRY_COMPARE(station.journalledText("условие не вычисляется").size(),
+                     std::size_t(isBroken));
+    }
+
     // Until the signal has its first value what was before the restart holds; without a condition
     // in the project nothing does.
     void suppressionOverRestart()

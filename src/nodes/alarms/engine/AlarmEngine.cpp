@@ -1,6 +1,5 @@
 #include "nodes/alarms/engine/AlarmEngine.h"
 
-#include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/engine/AlarmFeedQueue.h"
 #include "nodes/alarms/engine/AlarmTuningRules.h"
 #include "nodes/alarms/state/MissingAlarms.h"
@@ -19,18 +18,15 @@ AlarmEngine::~AlarmEngine()
     Stop();
 }
 
-void AlarmEngine::Start(const std::vector<const BasicAlarm *> &alarms,
-                        const std::vector<AlarmInputs> &builtIn, EventJournal *journal,
+void AlarmEngine::Start(const std::vector<AlarmInputs> &alarms, EventJournal *journal,
                         std::shared_ptr<AlarmStateStore> store)
 {
     Stop();
     m_outbox.SetJournal(journal);
     {
         const std::lock_guard lock(m_mutex);
-        for (const AlarmInputs &alarm : builtIn)
+        for (const AlarmInputs &alarm : alarms)
             m_alarms.Add(alarm, m_lastOccurrence);
-        for (const BasicAlarm *alarm : alarms)
-            m_alarms.Add(alarm->MakeInputs(), m_lastOccurrence);
         m_outbox.BeginFeedsAnew(m_alarms.All().size());
     }
     AlarmStateStore::Memories memories;

@@ -19,7 +19,6 @@
 
 namespace Nodes {
 
-class BasicAlarm;
 class EventJournal;
 class ValueCell;
 
@@ -47,8 +46,7 @@ public:
     ~AlarmEngine();
 
     /// `journal` may be null; without a store nothing is kept over a restart.
-    void Start(const std::vector<const BasicAlarm *> &alarms,
-               const std::vector<AlarmInputs> &builtIn, EventJournal *journal,
+    void Start(const std::vector<AlarmInputs> &alarms, EventJournal *journal,
                std::shared_ptr<AlarmStateStore> store);
     /// Announces and keeps what there is; see AlarmStateKeeper::Stop.
     void Stop();
