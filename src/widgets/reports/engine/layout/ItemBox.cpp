@@ -53,6 +53,11 @@ void stretch(ItemBox &box, double bottom)
 double arrangeBand(ItemBoxes &boxes, const TemplateItem &band)
 {
     const double told = std::max(0.0, band.geometry.height());
+    if (!band.flag(QStringLiteral("autoHeight"), true)) {
+        for (ItemBox &box : boxes)
+            box.rect = box.start;
+        return told;
+    }
     const bool hasGrown = std::any_of(boxes.begin(), boxes.end(),
                                       [](const ItemBox &box) { return box.growth() > 0; });
     if (hasGrown)
@@ -61,11 +66,6 @@ double arrangeBand(ItemBoxes &boxes, const TemplateItem &band)
     for (const ItemBox &box : boxes) {
         before = std::max(before, box.start.bottom());
         after = std::max(after, box.rect.bottom());
-    }
-    if (!band.flag(QStringLiteral("autoHeight"), true)) {
-        for (ItemBox &box : boxes)
-            box.rect.setBottom(std::max(box.rect.top(), std::min(box.rect.bottom(), told)));
-        return told;
     }
     const double height = std::max(told, after + std::max(0.0, told - before));
     for (ItemBox &box : boxes) {

@@ -28,8 +28,9 @@ struct ItemBox
 
 using ItemBoxes = std::vector<ItemBox>;
 
-/// Boxes below one that has grown move down; a growing band keeps the space under its lowest box,
-/// and boxes with `stretchToMaxHeight` grow with it. Returns the band's height.
+/// Boxes below one that has grown move down, the band keeps the space under its lowest box, and
+/// boxes with `stretchToMaxHeight` grow with it. In a band that does not grow none does. Returns
+/// the band's height.
 double arrangeBand(ItemBoxes &boxes, const TemplateItem &band);
 /// Puts the visible children of a layout side by side or one below the other; the layout grows with
 /// them.

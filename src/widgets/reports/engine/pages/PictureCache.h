@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+
 #include <QByteArray>
 #include <QCache>
 #include <QImage>
@@ -9,7 +11,7 @@ namespace LimeReport {
 
 /// Decodes pictures and keeps some. The same bytes give the same image, so that a file embeds a
 /// logo once. One thread.
-class PictureCache
+class WIDGETS_EXPORT PictureCache
 {
 public:
     PictureCache();

@@ -1,5 +1,6 @@
 #include "widgets/reports/engine/template/TemplateBuilder.h"
 
+#include "widgets/reports/engine/template/KnownProperties.h"
 #include "widgets/reports/engine/template/TemplateXml.h"
 
 #include <utility>
@@ -9,6 +10,7 @@ namespace LimeReport {
 namespace {
 
 const QSizeF A4(2100, 2970);
+constexpr int CustomSize = 30; // of `pageSize`: as the geometry says, whatever the orientation
 // 0.1 mm: the longest rolls that plotters take are some metres.
 constexpr double SmallestPage = 100, LargestPage = 50000;
 
@@ -48,11 +50,26 @@ TemplateItem TemplateBuilder::item(const QVariantMap &object)
     made.properties = object;
     for (const char *taken : {"ClassName", "objectName", "geometry", "children"})
         made.properties.remove(QLatin1String(taken));
+    report(made);
     const QVariantList children = object.value(QStringLiteral("children")).toList();
     made.children.reserve(std::size_t(children.size()));
     for (const QVariant &child : children)
         made.children.push_back(item(child.toMap()));
     return made;
+}
+
+// Each property of a class once, however many items have it.
+void TemplateBuilder::report(const TemplateItem &item)
+{
+    for (const QString &property : unknownProperties(item)) {
+        const QString key = item.className + QLatin1Char('.') + property;
+        if (m_reported.contains(key))
+            continue;
+        m_reported.insert(key);
+        m_made.problems.append(
+            QStringLiteral("%1 \"%2\": the property %3 is not known and has no effect")
+                .arg(item.className, item.name, property));
+    }
 }
 
 bool TemplateBuilder::page(const QVariantMap &object)
@@ -71,8 +88,9 @@ bool TemplateBuilder::measure(TemplatePage &page)
     if (size.isEmpty())
         size = A4;
     const bool isLandscape = page.item.integer(QStringLiteral("pageOrientation")) == 1;
-    if (isLandscape != (size.width() > size.height()) &&
-        page.item.has(QStringLiteral("pageOrientation")))
+    const bool isTold = page.item.has(QStringLiteral("pageOrientation")) &&
+                        page.item.integer(QStringLiteral("pageSize")) != CustomSize;
+    if (isTold && isLandscape != (size.width() > size.height()))
         size.transpose();
     for (double side : {size.width(), size.height()}) {
         if (side < SmallestPage || side > LargestPage) {

@@ -2,6 +2,8 @@
 
 #include "widgets/reports/engine/template/ReportTemplate.h"
 
+#include <QSet>
+
 namespace LimeReport {
 
 /// Makes the pages of a template from the objects of its file.
@@ -16,11 +18,13 @@ public:
 
 private:
     TemplateItem item(const QVariantMap &object);
+    void report(const TemplateItem &item);
     bool page(const QVariantMap &object);
     bool measure(TemplatePage &page);
 
     ReportTemplate &m_made;
     QString m_error;
+    QSet<QString> m_reported;
 };
 
 } // namespace LimeReport
