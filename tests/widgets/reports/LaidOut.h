@@ -31,7 +31,8 @@ class LaidOut
 public:
     LaidOut(const QString &xml, const QMap<QString, LimeReport::DataSource> &sources = {})
     {
-        report = LimeReport::TemplateReader::read(xml.toUtf8(), QStringLiteral("test"), QString(), error);
+        report = LimeReport::TemplateReader::read(xml.toUtf8(), QStringLiteral("test"), QString(),
+                                                  error);
         if (!report)
             return;
         LimeReport::DataSet data;

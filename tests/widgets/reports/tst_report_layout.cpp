@@ -51,9 +51,8 @@ private slots:
         const QString group = fixed("GroupHeader", 200, "$D{rows.group}", byGroup());
 
         QTest::newRow("nothing but a header") << QStringList{header} << 0 << 1 << QStringList{"H"};
-        QTest::newRow("rows run over")
-            << QStringList{header, data(), footer} << 9 << 99
-            << QStringList{"H 1 2 3 4 F", "H 5 6 7 8 F", "H 9 F"};
+        QTest::newRow("rows run over") << QStringList{header, data(), footer} << 9 << 99
+                                       << QStringList{"H 1 2 3 4 F", "H 5 6 7 8 F", "H 9 F"};
         QTest::newRow("report header and footer once")
             << QStringList{fixed("ReportHeader", 200, "A"), data(), fixed("ReportFooter", 200, "Z")}
             << 6 << 99 << QStringList{"A 1 2 3 4 5", "6 Z"};
@@ -65,7 +64,8 @@ private slots:
                            data()}
             << 1 << 99 << QStringList{"A", "D 1"};
         QTest::newRow("data header again on each sheet")
-            << QStringList{fixed("DataHeader", 200, "D", child() + flag("reprintOnEachPage")), data()}
+            << QStringList{fixed("DataHeader", 200, "D", child() + flag("reprintOnEachPage")),
+                           data()}
             << 6 << 99 << QStringList{"D 1 2 3 4 5", "D 6"};
         QTest::newRow("data header and footer of no rows")
             << QStringList{fixed("DataHeader", 200, "D", child()), data(),
@@ -79,13 +79,13 @@ private slots:
             << QStringList{"1 2 3 4 5", "E"};
         QTest::newRow("a sheet a row")
             << QStringList{data(flag("startNewPage"))} << 3 << 99 << QStringList{"1", "2", "3"};
-        QTest::newRow("groups")
-            << QStringList{group, data(), fixed("GroupFooter", 100, "S", child("GroupHeader"))} << 6
-            << 2 << QStringList{"g0 1 2 S g1 3 4 S", "g2 5 6 S"};
-        QTest::newRow("a sheet a group")
-            << QStringList{fixed("GroupHeader", 200, "$D{rows.group}", byGroup() + flag("startNewPage")),
-                           data()}
-            << 4 << 2 << QStringList{"g0 1 2", "g1 3 4"};
+        QTest::newRow("groups") << QStringList{group, data(),
+                                               fixed("GroupFooter", 100, "S", child("GroupHeader"))}
+                                << 6 << 2 << QStringList{"g0 1 2 S g1 3 4 S", "g2 5 6 S"};
+        QTest::newRow("a sheet a group") << QStringList{fixed("GroupHeader", 200, "$D{rows.group}",
+                                                              byGroup() + flag("startNewPage")),
+                                                        data()}
+                                         << 4 << 2 << QStringList{"g0 1 2", "g1 3 4"};
         QTest::newRow("groups are kept together")
             << QStringList{fixed("GroupHeader", 200, "$D{rows.group}",
                                  byGroup() + flag("keepGroupTogether")),
@@ -102,9 +102,8 @@ private slots:
                                  byGroup() + flag("reprintOnEachPage")),
                            data()}
             << 7 << 6 << QStringList{"g0 1 2 3 4 5", "g0 6 g1 7"};
-        QTest::newRow("columns across")
-            << QStringList{data(whole("columnsCount", 2))} << 12 << 99
-            << QStringList{"1 2 3 4 5 6 7 8 9 10", "11 12"};
+        QTest::newRow("columns across") << QStringList{data(whole("columnsCount", 2))} << 12 << 99
+                                        << QStringList{"1 2 3 4 5 6 7 8 9 10", "11 12"};
         QTest::newRow("columns down")
             << QStringList{data(whole("columnsCount", 2) + whole("columnsFillDirection", 1))} << 7
             << 99 << QStringList{"1 6 2 7 3 4 5"};
@@ -126,24 +125,23 @@ private slots:
 
     void pageNumbers()
     {
-        const LaidOut made(
-            report({page({fixed("PageHeader", 200, "$V{#PAGE}/$V{#PAGE_COUNT}"),
-                          fixed("GroupHeader", 200, "on $V{#PAGE}", byGroup() + flag("keepGroupTogether")),
-                          data()}),
-                    page({fixed("ReportHeader", 200, "last $V{#PAGE}")})}),
-            numbered(6, 3));
+        const LaidOut made(report({page({fixed("PageHeader", 200, "$V{#PAGE}/$V{#PAGE_COUNT}"),
+                                         fixed("GroupHeader", 200, "on $V{#PAGE}",
+                                               byGroup() + flag("keepGroupTogether")),
+                                         data()}),
+                                   page({fixed("ReportHeader", 200, "last $V{#PAGE}")})}),
+                           numbered(6, 3));
         QCOMPARE(made.texts(), QStringList({"1/3 on 1 1 2 3", "2/3 on 2 4 5 6", "last 3"}));
     }
 
     void totals()
     {
         const QString sum = QStringLiteral("$S{SUM(\"$D{rows.n}\",\"data\")}");
-        const LaidOut made(
-            report({page({fixed("ReportHeader", 200, sum), data(),
-                          fixed("GroupHeader", 100, sum, byGroup()),
-                          fixed("GroupFooter", 100, sum, child("GroupHeader")),
-                          fixed("PageFooter", 100, sum)})}),
-            numbered(6, 3));
+        const LaidOut made(report({page({fixed("ReportHeader", 200, sum), data(),
+                                         fixed("GroupHeader", 100, sum, byGroup()),
+                                         fixed("GroupFooter", 100, sum, child("GroupHeader")),
+                                         fixed("PageFooter", 100, sum)})}),
+                           numbered(6, 3));
         // Whole report, group, its rows, group, the rows of the sheet.
         QCOMPARE(made.texts(), QStringList({"21 6 1 2 3 6 15 4 10", "5 6 15 11"}));
     }
@@ -154,8 +152,7 @@ private slots:
         sources.insert("parts", LimeReport::DataSource(std::make_shared<TestRows>(
                                     QStringList{"p"}, QVector<QVariantList>{{"a"}, {"b"}})));
         const LaidOut made(
-            report({page({data(QString(), 100),
-                          fixed("SubDetailHeader", 100, "D", child("sub")),
+            report({page({data(QString(), 100), fixed("SubDetailHeader", 100, "D", child("sub")),
                           band("SubDetail", "sub", 100, {item("$D{parts.p}")},
                                child() + text("datasource", "parts")),
                           fixed("SubDetailFooter", 100, "$S{COUNT(\"$D{parts.p}\",\"sub\")}",
@@ -182,12 +179,12 @@ private slots:
         QFETCH(QString, bandProperties);
         QFETCH(bool, grows);
         const QString longText = QString("слово ").repeated(60).trimmed();
-        const LaidOut made(report({page(
-            {band("ReportHeader", "a", 120,
-                  {item(longText, 0, 0, 400, 50, properties), item("below", 0, 50, 400, 50),
-                   item("beside", 400, 0, 400, 100, flag("stretchToMaxHeight"))},
-                  bandProperties),
-             fixed("ReportFooter", 100, "after")})}));
+        const LaidOut made(report(
+            {page({band("ReportHeader", "a", 120,
+                        {item(longText, 0, 0, 400, 50, properties), item("below", 0, 50, 400, 50),
+                         item("beside", 400, 0, 400, 100, flag("stretchToMaxHeight"))},
+                        bandProperties),
+                   fixed("ReportFooter", 100, "after")})}));
         const auto items = made.pages.page(0).items;
         QCOMPARE(items.size(), 4);
         const double growth = items[0].rect.height() - 50;
@@ -227,11 +224,12 @@ private slots:
     void hiddenAndFollowing()
     {
         const QString longText = QString("слово ").repeated(40).trimmed();
-        const LaidOut made(report({page({band(
-            "ReportHeader", "a", 300,
-            {object("TextItem", "first", 0, 0, 400, 100, text("content", longText) + text("followTo", "second")),
-             object("TextItem", "second", 0, 100, 400, 800, text("content", "own")),
-             item("   ", 400, 0, 100, 100, flag("hideIfEmpty") + whole("borders", 15))})})}));
+        const LaidOut made(report({page(
+            {band("ReportHeader", "a", 300,
+                  {object("TextItem", "first", 0, 0, 400, 100,
+                          text("content", longText) + text("followTo", "second")),
+                   object("TextItem", "second", 0, 100, 400, 800, text("content", "own")),
+                   item("   ", 400, 0, 100, 100, flag("hideIfEmpty") + whole("borders", 15))})})}));
         const auto items = made.pages.page(0).items;
         QCOMPARE(items.size(), 2);
         QVERIFY(!items[0].text.isEmpty() && !items[1].text.isEmpty());
@@ -243,12 +241,13 @@ private slots:
         const auto cell = [](const QString &content, int x, const QString &more = QString()) {
             return item(content, x, 0, 200, 50, flag("hideIfEmpty") + more);
         };
-        const LaidOut made(report({page({band(
-            "ReportHeader", "a", 100,
-            {object("HLayout", "row", 0, 0, 800, 50, QString(),
-                    {cell("c", 400), cell("", 200), cell("a", 0)}),
-             object("VLayout", "stack", 900, 0, 300, 100, QString(),
-                    {item("x", 0, 0, 100, 50, flag("autoHeight") ), item("y", 0, 60, 100, 40)})})})}));
+        const LaidOut made(
+            report({page({band("ReportHeader", "a", 100,
+                               {object("HLayout", "row", 0, 0, 800, 50, QString(),
+                                       {cell("c", 400), cell("", 200), cell("a", 0)}),
+                                object("VLayout", "stack", 900, 0, 300, 100, QString(),
+                                       {item("x", 0, 0, 100, 50, flag("autoHeight")),
+                                        item("y", 0, 60, 100, 40)})})})}));
         QMap<QString, QRectF> places;
         for (const auto &one : made.pages.page(0).items)
             places.insert(one.text, one.rect);
@@ -269,10 +268,10 @@ private slots:
             << "Hologram";
         QTest::newRow("no such source")
             << band("Data", "data", 100, {item("x")}, text("datasource", "none")) << "none";
-        QTest::newRow("picture outside")
-            << band("ReportHeader", "a", 100,
-                    {object("ImageItem", "logo", 0, 0, 300, 100, text("resourcePath", "../../etc/passwd"))})
-            << "passwd";
+        QTest::newRow("picture outside") << band("ReportHeader", "a", 100,
+                                                 {object("ImageItem", "logo", 0, 0, 300, 100,
+                                                         text("resourcePath", "../../etc/passwd"))})
+                                         << "passwd";
         QTest::newRow("no such column of a picture")
             << band("ReportHeader", "a", 100,
                     {object("ImageItem", "logo", 0, 0, 300, 100,
@@ -294,8 +293,8 @@ private slots:
 
     void orphans()
     {
-        const LaidOut made(report({page({fixed("GroupFooter", 100, "S", child("nobody")), data()})}),
-                           numbered(1));
+        const LaidOut made(
+            report({page({fixed("GroupFooter", 100, "S", child("nobody")), data()})}), numbered(1));
         QCOMPARE(made.texts(), QStringList("1"));
         QCOMPARE(made.problems.size(), 1);
         QVERIFY(made.problems[0].contains("nobody"));
@@ -303,8 +302,9 @@ private slots:
 
     void noRoom()
     {
-        const LaidOut made(report({page({fixed("PageHeader", 2000, "H"), data(), fixed("PageFooter", 760, "F")})}),
-                           numbered(3));
+        const LaidOut made(
+            report({page({fixed("PageHeader", 2000, "H"), data(), fixed("PageFooter", 760, "F")})}),
+            numbered(3));
         QVERIFY(!made.isWhole);
         QVERIFY(made.failure.contains("no room"));
     }

@@ -69,18 +69,19 @@ private slots:
     void properties()
     {
         QString error;
-        const auto made = read(
-            report({page({band("ReportHeader", "a", 100,
-                               {item("t", 10, 20, 300, 40,
-                                     "<font Type=\"QFont\" family=\"DejaVu Sans\" pointSize=\"12\" "
-                                     "weight=\"75\" italic=\"1\"/>"
-                                     "<fontColor Type=\"QColor\" Value=\"#102030\"/>"
-                                     "<lineSpacing Type=\"qreal\" Value=\"1.5\"/>"
-                                     "<alignment Type=\"enumAndFlags\" Value=\"130\"/>"
-                                     "<parts Type=\"Collection\"><item Type=\"Object\" ClassName=\"P\">"
-                                     "<n Type=\"int\" Value=\"7\"/></item></parts>")})},
-                         whole("pageOrientation", 1))}),
-            error);
+        const auto made =
+            read(report({page(
+                     {band("ReportHeader", "a", 100,
+                           {item("t", 10, 20, 300, 40,
+                                 "<font Type=\"QFont\" family=\"DejaVu Sans\" pointSize=\"12\" "
+                                 "weight=\"75\" italic=\"1\"/>"
+                                 "<fontColor Type=\"QColor\" Value=\"#102030\"/>"
+                                 "<lineSpacing Type=\"qreal\" Value=\"1.5\"/>"
+                                 "<alignment Type=\"enumAndFlags\" Value=\"130\"/>"
+                                 "<parts Type=\"Collection\"><item Type=\"Object\" ClassName=\"P\">"
+                                 "<n Type=\"int\" Value=\"7\"/></item></parts>")})},
+                     whole("pageOrientation", 1))}),
+                 error);
         QVERIFY2(made, qPrintable(error));
         QCOMPARE(made->pages[0].size, QSizeF(2970, 2100));
         QCOMPARE(made->pages[0].printed(), QRectF(100, 100, 2770, 1900));
@@ -95,7 +96,8 @@ private slots:
         QCOMPARE(text.integer("alignment"), 130);
         QCOMPARE(text.properties["parts"].toList().at(0).toMap()["n"].toInt(), 7);
         // What has no effect here is told.
-        QVERIFY2(made->problems.join(' ').contains("lineSpacing"), qPrintable(made->problems.join('\n')));
+        QVERIFY2(made->problems.join(' ').contains("lineSpacing"),
+                 qPrintable(made->problems.join('\n')));
     }
 
     void refused_data()
@@ -105,12 +107,14 @@ private slots:
         const QString good = report({page({band("Data", "d", 100, {item("x")})})});
         QTest::newRow("nothing") << QString() << "line";
         QTest::newRow("cut off") << good.left(good.size() - 20) << "line";
-        QTest::newRow("another root") << "<html><body/></html>" << "<Report>";
+        QTest::newRow("another root") << "<html><body/></html>"
+                                      << "<Report>";
         QTest::newRow("no page") << report({}) << "no page";
         QTest::newRow("a square kilometre")
             << QString(good).replace("width=\"2100\"", "width=\"10000000\"") << "mm";
         QTest::newRow("margins take all")
-            << report({page({}, TemplateText::property("leftMargin", "qreal", "300"))}) << "margins";
+            << report({page({}, TemplateText::property("leftMargin", "qreal", "300"))})
+            << "margins";
         QTest::newRow("nested without end")
             << "<Report><object ClassName=\"R\">" + QString("<a Type=\"Object\">").repeated(5000)
             << "nested";
@@ -118,10 +122,11 @@ private slots:
             << report({page({QString("<item/>").repeated(200000)})}) << "objects";
         QTest::newRow("entities that multiply")
             << withType("<!DOCTYPE r [<!ENTITY a \"xxxxxxxxxx\">"
-               "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;\">"
-               "<!ENTITY d \"&c;&c;&c;&c;&c;&c;&c;&c;\">]>",
-                        report({page({band("Data", "d", 100, {item("x")},
-                                           "<t Type=\"QString\">&d;</t>")})}))
+                        "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c "
+                        "\"&b;&b;&b;&b;&b;&b;&b;&b;\">"
+                        "<!ENTITY d \"&c;&c;&c;&c;&c;&c;&c;&c;\">]>",
+                        report({page(
+                            {band("Data", "d", 100, {item("x")}, "<t Type=\"QString\">&d;</t>")})}))
             << "entit";
     }
 
@@ -142,13 +147,13 @@ private slots:
         secret.write("geheim");
         secret.close();
         QString error;
-        const auto made =
-            read(withType("<!DOCTYPE r [<!ENTITY s SYSTEM \"file://" + secret.fileName() + "\">]>",
-                          report({page({band("Data", "d", 100, {item("T")})})})
-                              .replace(">T<", ">&s;<")),
-                 error);
+        const auto made = read(
+            withType("<!DOCTYPE r [<!ENTITY s SYSTEM \"file://" + secret.fileName() + "\">]>",
+                     report({page({band("Data", "d", 100, {item("T")})})}).replace(">T<", ">&s;<")),
+            error);
         if (made)
-            QVERIFY(!made->pages[0].item.children[0].children[0].text("content").contains("geheim"));
+            QVERIFY(
+                !made->pages[0].item.children[0].children[0].text("content").contains("geheim"));
         else
             QVERIFY(error.contains("line"));
     }
@@ -159,10 +164,10 @@ private slots:
         QImage image(50, 50, QImage::Format_RGB32);
         image.fill(Qt::red);
         QVERIFY(image.save(dir.filePath("red.png")));
-        const LaidOut made(report({page({band(
-            "ReportHeader", "a", 600,
-            {item("<img src=\"file://" + dir.filePath("red.png") + "\"/>", 0, 0, 600, 600,
-                  flag("allowHTML"))})})}));
+        const LaidOut made(
+            report({page({band("ReportHeader", "a", 600,
+                               {item("<img src=\"file://" + dir.filePath("red.png") + "\"/>", 0, 0,
+                                     600, 600, flag("allowHTML"))})})}));
         QImage sheet(400, 400, QImage::Format_RGB32);
         sheet.fill(Qt::white);
         QPainter painter(&sheet);
@@ -177,15 +182,10 @@ private slots:
     void hugePicture()
     {
         // A header that claims 60000 x 60000 points is refused before memory is taken for them.
-        QImage image(2, 2, QImage::Format_RGB32);
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        QVERIFY(image.save(&buffer, "BMP"));
         PictureCache cache;
         QString error;
-        QVERIFY(!cache.picture(bytes, error).isNull());
-        bytes.replace(18, 8, QByteArray::fromHex("60ea000060ea0000"));
-        QVERIFY(cache.picture(bytes, error).isNull());
+        QVERIFY(!cache.picture("P6\n1 1\n255\nabc", error).isNull());
+        QVERIFY(cache.picture("P6\n60000 60000\n255\nabc", error).isNull());
         QVERIFY2(error.contains("60000"), qPrintable(error));
     }
 
@@ -196,7 +196,7 @@ private slots:
                                  ? qEnvironmentVariable("STATION_TEST_SEED").toUInt()
                                  : QRandomGenerator::global()->generate();
         QRandomGenerator random(seed);
-        const QStringList numbers{"0",   "-1",    "1e308", "nan",         "99999999", "-99999999",
+        const QStringList numbers{"0",   "-1",    "1e308", "nan",        "99999999", "-99999999",
                                   "inf", "17.25", "",      "2147483648", "text",     "3"};
         const QRegularExpression value("(Value|x|y|width|height|pointSize)=\"[^\"]*\"");
         const QString good = rich();
@@ -209,8 +209,8 @@ private slots:
                 const auto match = value.match(xml, from);
                 if (match.hasMatch() && random.bounded(4) > 0)
                     xml.replace(match.capturedStart(), match.capturedLength(),
-                                match.captured(1) + "=\"" + numbers[random.bounded(numbers.size())]
-                                    + '"');
+                                match.captured(1) + "=\"" +
+                                    numbers[random.bounded(numbers.size())] + '"');
                 else if (random.bounded(2))
                     xml[from] = QChar(random.bounded(32, 127));
                 else

@@ -36,17 +36,17 @@ const Names &band()
 
 const Names &ofClass(const QString &name)
 {
-    static const Names text = names(
-        "content alignment font fontColor margin autoHeight angle format valueType trimValue "
-        "allowHTML followTo hideIfEmpty stretchToMaxHeight");
+    static const Names text =
+        names("content alignment font fontColor margin autoHeight angle format valueType trimValue "
+              "allowHTML followTo hideIfEmpty stretchToMaxHeight");
     static const Names shape = names(
         "shape shapeType shapeColor shapeBrush shapeBrushColor lineWidth penStyle cornerRadius "
         "stretchToMaxHeight");
-    static const Names image =
-        names("image datasource field resourcePath scale keepAspectRatio center stretchToMaxHeight");
+    static const Names image = names(
+        "image datasource field resourcePath scale keepAspectRatio center stretchToMaxHeight");
     static const Names layout = names("layoutType stretchToMaxHeight");
-    static const Names page = names(
-        "pageOrientation pageSize leftMargin topMargin rightMargin bottomMargin");
+    static const Names page =
+        names("pageOrientation pageSize leftMargin topMargin rightMargin bottomMargin");
     static const Names none;
     if (name == QLatin1String("TextItem"))
         return text;
@@ -56,7 +56,8 @@ const Names &ofClass(const QString &name)
         return image;
     if (name == QLatin1String("HLayout") || name == QLatin1String("VLayout"))
         return layout;
-    return name.startsWith(QLatin1String("Page")) && name.endsWith(QLatin1String("Item")) ? page : none;
+    return name.startsWith(QLatin1String("Page")) && name.endsWith(QLatin1String("Item")) ? page
+                                                                                          : none;
 }
 
 bool isBand(const QString &name)
