@@ -130,10 +130,10 @@ private slots:
         auto *view = qobject_cast<ProxyView *>(project.manager->GetWindow(50));
         const ElementMark *mark = ElementMark::in(*view->proxyScene());
         const QRectF element = mark->element()->sceneBoundingRect();
-        QVERIFY(mark->boundingRect().contains(element.bottomRight() + QPointF(2, 2)));
+        QVERIFY(mark->boundingRect().contains(element.bottomRight() + QPointF(9, 9)));
         const QImage shown = view->grab().toImage();
-        QVERIFY(shown.pixelColor(element.bottomRight().toPoint() + QPoint(4, -10)) !=
-                shown.pixelColor(element.bottomRight().toPoint() + QPoint(9, -10)));
+        QVERIFY(shown.pixelColor(element.bottomRight().toPoint() + QPoint(7, -10)) !=
+                shown.pixelColor(element.bottomRight().toPoint() + QPoint(14, -10)));
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, QPoint(95, 70));
         QTRY_COMPARE(markedElement(project), 0ul);
     }

@@ -13,7 +13,7 @@ namespace {
 // Blue is no colour of any state of the plant; the light lines part it from any ground.
 const QColor ink(0x0b, 0x4f, 0xb3);
 const QColor halo(Qt::white);
-constexpr qreal gap = 2;   // between the element and the frame
+constexpr qreal gap = 6;   // between the element and the frame: room for that of an alarm
 constexpr qreal width = 4; // of the frame, of it 1 on either side is light
 
 } // namespace

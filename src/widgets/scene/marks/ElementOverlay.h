@@ -17,7 +17,7 @@ class WIDGETS_EXPORT ElementOverlay : public QGraphicsObject
 
 public:
     /// Above elements, in their order among each other.
-    enum Level { AlarmLevel = 1, MarkLevel = 2 };
+    enum Level { MarkLevel = 1, AlarmLevel = 2 };
 
     ProxyWidget *element() const { return m_element; }
     QRectF boundingRect() const override { return m_outline; }
