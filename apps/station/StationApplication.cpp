@@ -9,6 +9,7 @@
 #include "nodes/system/systemCore.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/reports/schedule/ScheduledReports.h"
 #include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/Screens.h"
 #include "widgets/windows/loading/LoadDialog.h"
@@ -192,12 +193,14 @@ int StationApplication::serve()
     m_clock.mark("windows shown");
     if (m_options.takesScreenshots())
         return ScreenshotRun(*m_manager, QString::fromStdString(m_options.screenshots)).run();
+    m_reports = std::make_unique<Widgets::ScheduledReports>(*m_core);
     return QCoreApplication::exec();
 }
 
 void StationApplication::shutDown()
 {
     const Host::StopWatchdog watchdog(longestStop, recordsLost);
+    m_reports.reset();
     if (m_manager)
         m_manager->finishActions(shutdownPatience); // what the windows do on closing
     m_manager.reset();

@@ -16,6 +16,7 @@ class systemCore;
 }
 namespace Widgets {
 class LoadDialog;
+class ScheduledReports;
 class WindowManager;
 } // namespace Widgets
 
@@ -59,6 +60,7 @@ private:
     std::unique_ptr<Nodes::systemCore> m_core;
     GeneratedHistory m_generated;
     std::unique_ptr<Widgets::WindowManager> m_manager;
+    std::unique_ptr<Widgets::ScheduledReports> m_reports;
 };
 
 } // namespace Station

@@ -61,9 +61,11 @@
 #include "nodes/model/KindTable.h"
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/ReportSignalInfo.h"
+#include "nodes/reports/reportAlarms.h"
 #include "nodes/reports/reportEvents.h"
 #include "nodes/reports/reportSummary.h"
 #include "nodes/reports/reportVariable.h"
+#include "nodes/reports/schedule/reportSchedule.h"
 #include "nodes/reports/time/shiftTable.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/signals/memorySignal.h"
@@ -92,6 +94,7 @@
 #include "nodes/visual/elements/widgetMultiImage.h"
 #include "nodes/visual/elements/widgetMultiLabel.h"
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
+#include "nodes/visual/elements/widgetReportDisplay.h"
 #include "nodes/visual/elements/widgetState.h"
 #include "nodes/visual/events/eventColumn.h"
 #include "nodes/visual/events/widgetEventList.h"
@@ -126,6 +129,7 @@ void addElements(KindTable &table)
     table.Add(eventColumn::Kind());
     table.Add(widgetAlarmBanner::Kind());
     table.Add(widgetAlarmList::Kind());
+    table.Add(widgetReportDisplay::Kind());
 }
 
 void addCharts(KindTable &table)
@@ -141,6 +145,18 @@ void addCharts(KindTable &table)
     table.Add(widgetChartXYSerie::Kind());
     table.Add(widgetChartCorridorSerie::Kind());
     table.Add(widgetChartZone::Kind());
+}
+
+void addReports(KindTable &table)
+{
+    table.Add(BasicReport::Kind());
+    table.Add(ReportSignalInfo::Kind());
+    table.Add(reportVariable::Kind());
+    table.Add(reportSummary::Kind());
+    table.Add(reportEvents::Kind());
+    table.Add(reportAlarms::Kind());
+    table.Add(reportSchedule::Kind());
+    table.Add(shiftTable::Kind());
 }
 
 void addActions(KindTable &table)
@@ -218,13 +234,7 @@ void AddBuiltInKinds(KindTable &table)
     table.Add(BasicLayer::Kind());
     addElements(table);
     addCharts(table);
-    // Reports
-    table.Add(BasicReport::Kind());
-    table.Add(ReportSignalInfo::Kind());
-    table.Add(reportVariable::Kind());
-    table.Add(reportSummary::Kind());
-    table.Add(reportEvents::Kind());
-    table.Add(shiftTable::Kind());
+    addReports(table);
     // Menus
     table.Add(BasicMenu::Kind());
     table.Add(BasicMenuItem::Kind());

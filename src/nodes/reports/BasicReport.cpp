@@ -3,6 +3,7 @@
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/reports/ReportSignalInfo.h"
+#include "nodes/reports/reportAlarms.h"
 #include "nodes/reports/reportEvents.h"
 #include "nodes/reports/reportSummary.h"
 #include "nodes/reports/reportVariable.h"
@@ -15,6 +16,7 @@ constexpr NodeType signalType(ReportSignalInfo::Code);
 constexpr NodeType variableType(reportVariable::Code);
 constexpr NodeType summaryType(reportSummary::Code);
 constexpr NodeType eventsType(reportEvents::Code);
+constexpr NodeType alarmsType(reportAlarms::Code);
 
 } // namespace
 
@@ -27,7 +29,7 @@ KindInfo BasicReport::Kind()
         .Choice(PeriodDay, "day", "Сутки")
         .Choice(PeriodWeek, "week", "Неделя")
         .Choice(PeriodMonth, "month", "Месяц")
-        .Children({signalType, variableType, summaryType, eventsType});
+        .Children({signalType, variableType, summaryType, eventsType, alarmsType});
 }
 
 std::vector<std::pair<std::string, std::string>> BasicReport::GetVariables() const

@@ -1,6 +1,7 @@
 #include "nodes/system/BasicFolder.h"
 
 #include "nodes/model/KindBuilder.h"
+#include "nodes/reports/ReportCodes.h"
 
 namespace Nodes {
 
@@ -12,7 +13,8 @@ KindInfo BasicFolder::Kind()
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
                    NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
                    NodeType::TypeArchive, NodeType::TypeArchiverAction,
-                   NodeType(NodeType::SubtypeReport)});
+                   NodeType(NodeType::SubtypeReport), NodeType(ReportCodes::Schedule),
+                   NodeType(ReportCodes::ShiftTable)});
 }
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #include "nodes/system/BasicProject.h"
 
 #include "nodes/model/KindBuilder.h"
+#include "nodes/reports/ReportCodes.h"
 
 namespace Nodes {
 
@@ -13,7 +14,8 @@ KindInfo BasicProject::Kind()
                    NodeType::TypeFrame, NodeType::TypeWindow, NodeType::TypeComposition,
                    NodeType::TypeAction, NodeType::TypeTimer, NodeType::TypeMenu,
                    NodeType::TypeAlarm, NodeType::TypeArchive, NodeType::TypeArchiverAction,
-                   NodeType(NodeType::SubtypeReport)});
+                   NodeType(NodeType::SubtypeReport), NodeType(ReportCodes::Schedule),
+                   NodeType(ReportCodes::ShiftTable)});
 }
 
 } // namespace Nodes

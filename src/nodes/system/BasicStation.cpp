@@ -3,6 +3,7 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/reports/ReportCodes.h"
 
 namespace Nodes {
 
@@ -14,7 +15,8 @@ KindInfo BasicStation::Kind()
                    NodeType::TypeWindow, NodeType::TypeComposition, NodeType::TypeAction,
                    NodeType::TypeTimer, NodeType::TypeMenu, NodeType::TypeAlarm,
                    NodeType::TypeArchive, NodeType::TypeArchiverAction,
-                   NodeType(NodeType::SubtypeReport)})
+                   NodeType(NodeType::SubtypeReport), NodeType(ReportCodes::Schedule),
+                   NodeType(ReportCodes::ShiftTable)})
         .Property<&BasicStation::m_journalDays>(Prop::JournalDays, "Journal is kept for, days",
                                                 "Хранить журнал, суток")
         .Range(0, 36500)

@@ -15,6 +15,7 @@
 #include "widgets/eventlist/filter/EventFilterDialog.h"
 #include "widgets/events/details/AlarmLimitsDialog.h"
 #include "widgets/events/details/AlarmNoteDialog.h"
+#include "widgets/reports/display/ReportIntervalDialog.h"
 #include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/tools/problems/ProblemsDialog.h"
 #include "widgets/windows/frames/FrameWindow.h"
@@ -94,6 +95,7 @@ const bool isInstalled = Dialogs::install({
     {AlarmLimitsDialog::Key, onParent<AlarmLimitsDialog>, several, endsWithUser},
     {DateIntervalWidget::Key, onParent<DateIntervalWidget>},
     {EventFilterDialog::Key, eventSources},
+    {ReportIntervalDialog::Key, onParent<ReportIntervalDialog>},
     {TrendDialog::Key, onParent<TrendDialog>, several, endsWithUser},
 });
 

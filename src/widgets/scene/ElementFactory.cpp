@@ -18,6 +18,7 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
 #include "widgets/eventlist/WidgetEvent.h"
+#include "widgets/reports/display/qwidgetReportDisplay.h"
 
 #include "nodes/charts/widgetChartCorridor.h"
 #include "nodes/charts/widgetChartHistory.h"
@@ -91,6 +92,7 @@ constexpr Row rows[] = {
     shows<qwidgetAlarmList>(),
     shows<qwidgetAlarmHealth>(),
     shows<WidgetEvent>(),
+    shows<qwidgetReportDisplay>(),
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

@@ -38,7 +38,7 @@ std::map<QString, Section> sections()
     std::map<QString, Section> found;
     Words common;
     for (const char *page :
-         {"elements.md", "inputs.md", "charts.md", "alarm-health.md", "events.md"}) {
+         {"elements.md", "inputs.md", "charts.md", "alarm-health.md", "events.md", "reports.md"}) {
         QFile file(QStringLiteral(STATION_SOURCE_DIR "/docs/") + page);
         if (!file.open(QIODevice::ReadOnly))
             qFatal("%s is not there", page);

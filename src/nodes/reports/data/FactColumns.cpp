@@ -23,9 +23,7 @@ int decimalsOf(const SignalInquiry &signal)
 
 const char *markOf(const SignalFacts &facts)
 {
-    if (facts.known == 0)
-        return "—";
-    if (facts.GetCoverage() < complete)
+    if (facts.known > 0 && facts.GetCoverage() < complete)
         return "*";
     return facts.worst == Quality::Uncertain ? "?" : "";
 }

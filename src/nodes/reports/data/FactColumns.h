@@ -20,8 +20,8 @@ void AddRows(ReportTable &table, const std::vector<ReportSpan> &rows, enReportSt
 /// The signal's aggregate.
 void AddValue(ReportTable &table, const std::string &name, const SignalInquiry &signal,
               const std::vector<SignalFacts> &facts);
-/// "*" beside what is not known for the whole row, "?" beside what is uncertain, "—" where nothing
-/// is known.
+/// "*" beside what is not known for the whole row, "?" beside what is uncertain; "" where nothing
+/// is known, which the missing value tells itself.
 void AddMark(ReportTable &table, const std::string &name, const std::vector<SignalFacts> &facts);
 /// "mean", "minimum", "maximum", "integral", "change", "first", "last", "hours", "starts",
 /// "coverage" in percent, "quality" as text.

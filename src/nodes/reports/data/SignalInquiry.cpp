@@ -66,12 +66,16 @@ SignalInquiry SignalInquiry::Of(const ReportSignalInfo &info, const ReportOrder 
     inquiry.name = info.GetName();
     inquiry.threshold = info.GetThreshold();
     inquiry.aggregate = info.GetAggregate();
-    inquiry.text = info.GetDescription().empty() ? info.GetName() : info.GetDescription();
+    inquiry.text = info.GetDescription();
     const BasicSignal *signal = info.GetSignal();
     if (signal) {
+        if (inquiry.text.empty())
+            inquiry.text = signal->GetDescription();
         inquiry.unit = signal->GetUnit();
         inquiry.decimals = info.GetDecimals() >= 0 ? info.GetDecimals() : signal->GetDecimals();
     }
+    if (inquiry.text.empty())
+        inquiry.text = info.GetName();
     inquiry.result = order.core ? order.core->GetHistory().FindSource(info.GetSignalLink(),
                                                                       order.reader, inquiry.source)
                                 : Result(&info, Result::NotAvailable, "no station runs");

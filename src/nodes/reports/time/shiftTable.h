@@ -2,6 +2,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/properties/PropertyId.h"
+#include "nodes/reports/ReportCodes.h"
 #include "nodes/reports/time/ShiftPlan.h"
 
 namespace Nodes {
@@ -12,7 +13,7 @@ class NodesCollection;
 class NODES_EXPORT shiftTable : public ConfigNode
 {
 public:
-    static constexpr auto Code = NodeType::enNodeSubtype(0xD008);
+    static constexpr auto Code = ReportCodes::ShiftTable;
     struct Prop
     {
         static constexpr PropertyId<std::string> Starts{13150, "starts"};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+
+namespace Nodes {
+
+struct AlarmFigures;
+struct ReportTable;
+
+/// Columns of a report's table made of how the alarms of a period were.
+namespace AlarmColumns {
+
+void AddMeasures(ReportTable &table, const AlarmFigures &figures);
+/// Alarms that were raised, those raised most often first; `most` of them.
+void AddFrequent(ReportTable &table, const AlarmFigures &figures, std::size_t most);
+void AddTimeline(ReportTable &table, const AlarmFigures &figures);
+
+} // namespace AlarmColumns
+
+} // namespace Nodes
