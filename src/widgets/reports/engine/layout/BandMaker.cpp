@@ -166,6 +166,12 @@ void BandMaker::fillDrawn(ItemBox &box)
     box.page.kind = PageItem::Drawn;
     const QVariantMap resolved =
         itemPainter(box.item->className)->resolve(box.item->properties, m_scope, m_expander);
+    const QString error = resolved.value(QLatin1String(itemError)).toString();
+    if (!error.isEmpty()) {
+        box.page.kind = PageItem::Placeholder;
+        box.page.text = QStringLiteral("Не показано: %1 (%2)").arg(box.item->name, error);
+        return;
+    }
     QDataStream out(&box.page.data, QIODevice::WriteOnly);
     out << resolved;
 }

@@ -81,6 +81,7 @@ bool ReportLayout::run(PageStore &pages)
 void ReportLayout::layOut(PageStore &pages, ContentExpander &expander, AggregateBook &book)
 {
     ReportScope scope(m_data);
+    scope.setFilesDirectory(m_report->directory);
     LateTexts late(pages);
     const QString script = m_report->scriptContext.value(QStringLiteral("initScript")).toString();
     const QString scriptError =

@@ -4,6 +4,7 @@
 #include "widgets/reports/engine/text/Reference.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
@@ -69,6 +70,10 @@ QString PageOutput::savePdf(const QString &file, const std::atomic<bool> &isCanc
 {
     if (m_pages->count() == 0)
         return failure(file, QStringLiteral("в отчёте нет страниц"));
+    // What is put in place of a device or a pipe would take it away from the system.
+    const QFileInfo before(file);
+    if (before.exists() && !before.isFile())
+        return failure(file, QStringLiteral("под этим именем уже есть то, что не является файлом"));
     QSaveFile output(file);
     if (!output.open(QIODevice::WriteOnly))
         return failure(file, output.errorString());
@@ -84,7 +89,9 @@ QString PageOutput::savePdf(const QString &file, const std::atomic<bool> &isCanc
         output.cancelWriting();
         return error == cancelled() ? error : failure(file, error);
     }
-    return output.commit() ? QString() : failure(file, output.errorString());
+    // commit() does not tell that its last bytes found no room; flush() does.
+    const bool isSaved = output.flush() && output.commit();
+    return isSaved ? QString() : failure(file, output.errorString());
 }
 
 QString PageOutput::print(QPrinter &printer, const std::atomic<bool> &isCancelled)

@@ -1,0 +1,277 @@
+#include "nodes/FileSizeLimit.h"
+#include "widgets/reports/TemplateText.h"
+#include "widgets/reports/engine/lrdatasourcemanagerintf.h"
+#include "widgets/reports/engine/lrpreviewreportwidget.h"
+#include "widgets/reports/engine/lrreportengine.h"
+
+#include <QAbstractScrollArea>
+#include <QPrinter>
+#include <QProcess>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+using namespace LimeReport;
+using namespace TemplateText;
+
+namespace {
+
+// 40 rows a page.
+QString rowsTemplate(const QString &content = QStringLiteral("$D{rows.name}"))
+{
+    return report({page(
+        {band("PageHeader", "ph", 170, {item("$V{title}, $V{#PAGE} / $V{#PAGE_COUNT}")}),
+         band("Data", "data", 65, {item(content, 0, 0, 1500, 65)}, text("datasource", "rows"))})});
+}
+
+QStandardItemModel *rows(int count)
+{
+    auto *model = new QStandardItemModel(count, 1);
+    model->setHorizontalHeaderLabels({"name"});
+    for (int row = 0; row < count; ++row)
+        model->setData(model->index(row, 0), QStringLiteral("Насос №%1").arg(row + 1));
+    return model;
+}
+
+QString textOf(const QString &pdf)
+{
+    QProcess reader;
+    reader.start(QStringLiteral("pdftotext"), {"-layout", pdf, "-"});
+    return reader.waitForFinished() ? QString::fromUtf8(reader.readAllStandardOutput()) : QString();
+}
+
+} // namespace
+
+/// The whole way: template and models to pages, files and the preview.
+class tst_report_engine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_engine = std::make_unique<ReportEngine>();
+        m_engine->setShowProgressDialog(false);
+    }
+
+    void cleanup() { m_engine.reset(); }
+
+    void pdf()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath("отчёт.pdf");
+        QVERIFY2(m_engine->loadFromString(rowsTemplate(), "Сводка"),
+                 qPrintable(m_engine->lastError()));
+        m_engine->dataManager()->addModel("rows", rows(100), true);
+        m_engine->dataManager()->setReportVariable("title", "Котельная");
+        QVERIFY2(m_engine->printToPDF(file), qPrintable(m_engine->lastError()));
+        QCOMPARE(m_engine->lastError(), QString());
+        QCOMPARE(m_engine->pageCount(), 3);
+
+        QStringList found;
+        const QStringList pages = textOf(file).split(QChar('\f'), Qt::SkipEmptyParts);
+        QCOMPARE(pages.size(), 3);
+        for (int index = 0; index < 3; ++index) {
+            QStringList lines = pages[index].split(QChar('\n'), Qt::SkipEmptyParts);
+            QCOMPARE(lines.takeFirst().trimmed(),
+                     QStringLiteral("Котельная, %1 / 3").arg(index + 1));
+            for (const QString &line : qAsConst(lines))
+                found.append(line.trimmed());
+        }
+        QCOMPARE(found.size(), 100);
+        for (int row = 0; row < 100; ++row)
+            QCOMPARE(found[row], QStringLiteral("Насос №%1").arg(row + 1));
+        QFile saved(file);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        const QByteArray bytes = saved.readAll();
+        QVERIFY(bytes.contains("/FontFile2") && bytes.contains("/Title"));
+    }
+
+    void unwritable_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("no such directory") << "none/at/all.pdf";
+        QTest::newRow("a directory") << "directory";
+        QTest::newRow("a pipe") << "pipe";
+    }
+
+    void unwritable()
+    {
+        QFETCH(QString, name);
+        QTemporaryDir dir;
+        QVERIFY(QDir(dir.path()).mkdir("directory"));
+        QCOMPARE(mkfifo(QFile::encodeName(dir.filePath("pipe")).constData(), 0600), 0);
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(1), true);
+        QVERIFY(!m_engine->printToPDF(dir.filePath(name)));
+        QVERIFY2(m_engine->lastError().contains(name), qPrintable(m_engine->lastError()));
+        QVERIFY(!QFileInfo(dir.filePath(name)).isFile());
+    }
+
+    // The file that is there stays as it was.
+    void fullDisk()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath("a.pdf");
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(100), true);
+        QVERIFY(m_engine->printToPDF(file));
+        {
+            const FileSizeLimit full(4096);
+            m_engine->dataManager()->addModel("rows", rows(1), true);
+            QVERIFY(!m_engine->printToPDF(file));
+        }
+        QVERIFY2(m_engine->lastError().contains("a.pdf"), qPrintable(m_engine->lastError()));
+        QVERIFY(textOf(file).contains("Насос №100"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList("a.pdf"));
+    }
+
+    void noReport()
+    {
+        QVERIFY(!m_engine->loadFromFile("/nowhere/report.lrxml"));
+        QVERIFY(m_engine->lastError().contains("/nowhere/report.lrxml"));
+        QVERIFY(!m_engine->printToPDF("x.pdf"));
+        QVERIFY(!m_engine->render());
+    }
+
+    void printer()
+    {
+        QTemporaryDir dir;
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(100), true);
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(dir.filePath("printed.pdf"));
+        printer.setPrintRange(QPrinter::PageRange);
+        printer.setFromTo(2, 3);
+        QVERIFY2(m_engine->printReport(&printer), qPrintable(m_engine->lastError()));
+        const QString text = textOf(dir.filePath("printed.pdf"));
+        QVERIFY(!text.contains("Насос №40\n"));
+        QVERIFY(text.contains("Насос №41\n") && text.contains("Насос №100\n"));
+    }
+
+    void cancelled()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath("long.pdf");
+        // A script a row, so that it takes long enough to be cancelled.
+        QVERIFY(m_engine->loadFromString(rowsTemplate("$S{\"$D{rows.name}\" + 1}")));
+        m_engine->dataManager()->addModel("rows", rows(50000), true);
+        connect(m_engine.get(), &ReportEngine::renderPageFinished, m_engine.get(),
+                &ReportEngine::cancelRender);
+        QSignalSpy ended(m_engine.get(), &ReportEngine::renderFinished);
+        QVERIFY(!m_engine->printToPDF(file));
+        QCOMPARE(ended.count(), 1);
+        QVERIFY(!QFile::exists(file));
+        QVERIFY(m_engine->pageCount() < 1250);
+    }
+
+    // Deleted in the middle of everything.
+    void deleted()
+    {
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(20000), true);
+        std::unique_ptr<PreviewReportWidget> preview(m_engine->createPreviewWidget());
+        QSignalSpy pages(m_engine.get(), &ReportEngine::renderPageFinished);
+        QVERIFY(pages.wait());
+        m_engine.reset();
+        QCOMPARE(preview->pageCount(), 0);
+        preview->refreshPages();
+        preview->print();
+    }
+
+    void startedAgain()
+    {
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(20000), true);
+        QSignalSpy started(m_engine.get(), &ReportEngine::renderStarted);
+        QSignalSpy finished(m_engine.get(), &ReportEngine::renderFinished);
+        QSignalSpy pages(m_engine.get(), &ReportEngine::renderPageFinished);
+        QVERIFY(m_engine->render());
+        QVERIFY(pages.wait());
+        m_engine->dataManager()->addModel("rows", rows(10), true);
+        QVERIFY(m_engine->render());
+        QVERIFY(finished.wait());
+        QCOMPARE(m_engine->pageCount(), 1);
+        QCOMPARE(started.count(), finished.count());
+    }
+
+    void preview()
+    {
+        QTemporaryDir dir;
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(200), true);
+        std::unique_ptr<PreviewReportWidget> preview(m_engine->createPreviewWidget());
+        QSignalSpy pageChanged(preview.get(), &PreviewReportWidget::pageChanged);
+        QSignalSpy scaled(preview.get(), &PreviewReportWidget::scalePercentChanged);
+        preview->fitPage(); // before there is anything to fit
+        preview->resize(800, 600);
+        preview->show();
+        QTRY_COMPARE(preview->pageCount(), 5);
+        QTRY_VERIFY(!m_engine->isRendering());
+        const int small = preview->scalePercent();
+        QVERIFY(small < 60 && !scaled.isEmpty());
+        preview->fitWidth();
+        QVERIFY(preview->scalePercent() > small);
+        const int fitted = preview->scalePercent();
+        preview->resize(1000, 600);
+        QTRY_VERIFY(preview->scalePercent() > fitted);
+        preview->setScalePercent(100000);
+        QCOMPARE(preview->scalePercent(), 800);
+        preview->setScalePercent(100);
+
+        QCOMPARE(preview->currentPage(), 1);
+        preview->priorPage();
+        QCOMPARE(preview->currentPage(), 1);
+        preview->nextPage();
+        QCOMPARE(preview->currentPage(), 2);
+        preview->lastPage();
+        QCOMPARE(preview->currentPage(), 5);
+        QTest::keyClick(preview->focusProxy(), Qt::Key_PageUp);
+        QCOMPARE(preview->currentPage(), 4);
+        QTest::keyClick(preview->focusProxy(), Qt::Key_Home);
+        QCOMPARE(preview->currentPage(), 1);
+        QCOMPARE(pageChanged.last().at(0).toInt(), 1);
+
+        // What is saved is what is shown.
+        QSignalSpy put(preview.get(), &PreviewReportWidget::outputFinished);
+        preview->savePdf(dir.filePath("shown.pdf"));
+        QVERIFY(put.wait());
+        QCOMPARE(put.at(0).at(0).toString(), QString());
+        QCOMPARE(textOf(dir.filePath("shown.pdf")).count(QChar('\f')), preview->pageCount());
+    }
+
+    // Scrolled in steps the picture is that of painting all of it anew.
+    void scrolledPicture()
+    {
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        m_engine->dataManager()->addModel("rows", rows(200), true);
+        std::unique_ptr<PreviewReportWidget> preview(m_engine->createPreviewWidget());
+        preview->resize(500, 400);
+        preview->show();
+        QVERIFY(QTest::qWaitForWindowExposed(preview.get()));
+        QTRY_VERIFY(preview->pageCount() == 5 && !m_engine->isRendering());
+        preview->setScalePercent(73);
+        auto *view = qobject_cast<QAbstractScrollArea *>(preview->focusProxy());
+        QVERIFY(view);
+        QImage shown(view->viewport()->size(), QImage::Format_RGB32);
+        for (int step = 0; step < 12; ++step)
+            view->verticalScrollBar()->setValue(view->verticalScrollBar()->value() + 97);
+        QCoreApplication::processEvents();
+        view->viewport()->render(&shown);
+        QImage pieces(shown.size(), QImage::Format_RGB32);
+        for (int y = 0; y < pieces.height(); y += 50)
+            view->viewport()->render(&pieces, QPoint(0, y), QRegion(0, y, pieces.width(), 50));
+        QCOMPARE(pieces, shown);
+    }
+
+private:
+    std::unique_ptr<ReportEngine> m_engine;
+};
+
+QTEST_MAIN(tst_report_engine)
+#include "tst_report_engine.moc"
