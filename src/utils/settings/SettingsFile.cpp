@@ -69,7 +69,8 @@ Nodes::Result SettingsFile::write(const QJsonObject &content) const
 {
     QSaveFile file(m_path);
     const QByteArray text = QJsonDocument(content).toJson();
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
+        !file.commit())
         return failure(Nodes::Result::StorageError, m_path, file.errorString());
     return Nodes::Result();
 }

@@ -128,8 +128,8 @@ QString ChartExport::savePng(const QString &file) const
         page.paint(painter, picture.rect());
     }
     QSaveFile output(file);
-    const bool isWritten =
-        output.open(QIODevice::WriteOnly) && picture.save(&output, "PNG") && output.commit();
+    const bool isWritten = output.open(QIODevice::WriteOnly) && picture.save(&output, "PNG") &&
+                           output.flush() && output.commit();
     return isWritten ? QString() : SaveFileQuestion::failure(file, output.errorString());
 }
 
@@ -150,7 +150,9 @@ QString ChartExport::savePdf(const QString &file) const
         ChartPage(*m_plot, m_legend, title(), intervalText())
             .paint(painter, QRectF(0, 0, writer.width(), writer.height()));
     }
-    return output.commit() ? QString() : SaveFileQuestion::failure(file, output.errorString());
+    return output.flush() && output.commit()
+               ? QString()
+               : SaveFileQuestion::failure(file, output.errorString());
 }
 
 // All signals of the series, also those of the other axis or of a tube; each once.
