@@ -13,6 +13,7 @@
 #include "widgets/elements/health/HealthPeriodDialog.h"
 #include "widgets/eventlist/DateIntervalWidget.h"
 #include "widgets/eventlist/filter/EventFilterDialog.h"
+#include "widgets/elements/health/WhatIfDialog.h"
 #include "widgets/events/details/AlarmLimitsDialog.h"
 #include "widgets/events/details/AlarmNoteDialog.h"
 #include "widgets/reports/display/ReportIntervalDialog.h"
@@ -91,6 +92,7 @@ const bool isInstalled = Dialogs::install({
     {ExportProgress::Key, onParent<ExportProgress>},
     {PastPeriodDialog::Key, onParent<PastPeriodDialog>},
     {HealthPeriodDialog::Key, onParent<HealthPeriodDialog>},
+    {WhatIfDialog::Key, onParent<WhatIfDialog>, several, endsWithUser},
     {AlarmNoteDialog::Key, onParent<AlarmNoteDialog>, several, endsWithUser},
     {AlarmLimitsDialog::Key, onParent<AlarmLimitsDialog>, several, endsWithUser},
     {DateIntervalWidget::Key, onParent<DateIntervalWidget>},

@@ -54,6 +54,7 @@ Result AlarmStatisticsReading::readEntries(JournalReader &journal, Timestamp fro
     query.begin = from;
     query.end = end;
     query.types = {TypeAlarmActive, TypeAlarmReturned, TypeAlarmState, TypeAcknowledgement};
+    query.nodes = alarms;
     query.limit = page;
     std::vector<BasicEvent> entries;
     do {

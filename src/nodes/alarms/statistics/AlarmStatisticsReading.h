@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/alarms/statistics/AlarmStatistics.h"
 #include "nodes/events/BasicEvent.h"
+#include "nodes/storage/RecordSource.h"
 #include "nodes/values/Result.h"
 
 #include <atomic>
@@ -18,6 +19,8 @@ struct NODES_EXPORT AlarmStatisticsReading
 {
     Timestamp begin = 0; ///< inclusive
     Timestamp end = 0;   ///< exclusive, not after the present
+    /// Of these alarms only, see EventJournal::SourceOf; empty: of all.
+    std::vector<RecordSource> alarms;
     /// systemAlarming::GetActiveAlarms, taken before reading: what has been up since long before.
     std::vector<BasicEvent> active;
     Timestamp fleeting = Timestamp(10) * 1000000; ///< see AlarmStatistics::Settings

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/elements/health/WorkerJob.h"
 
 #include "nodes/alarms/statistics/AlarmStatisticsReading.h"
 
 #include <QMetaType>
-#include <QObject>
-#include <QThreadPool>
 
 #include <memory>
 
@@ -19,7 +18,7 @@ Q_DECLARE_METATYPE(AlarmFiguresPtr)
 
 namespace Widgets {
 
-/// Computes how the alarms of a period were on a thread of its own; asking again replaces what was
+/// Computes how the alarms of a period were, on a thread of its own; asking again replaces what was
 /// asked before. A member of the asker. GUI thread.
 class WIDGETS_EXPORT HealthAsker : public QObject
 {
@@ -27,13 +26,12 @@ class WIDGETS_EXPORT HealthAsker : public QObject
 
 public:
     explicit HealthAsker(QObject *parent = nullptr);
-    ~HealthAsker() override;
 
     /// Fills in which alarms are up now. The core outlives this object.
     void ask(Nodes::systemCore &core, Nodes::AlarmStatisticsReading reading);
     /// What was asked is not answered.
-    void cancel();
-    bool isBusy() const { return m_isBusy; }
+    void cancel() { m_job.cancel(); }
+    bool isBusy() const { return m_job.isBusy(); }
 
 signals:
     /// 0 to 100.
@@ -42,15 +40,7 @@ signals:
     void answered(Nodes::Result result, AlarmFiguresPtr figures);
 
 private:
-    struct Question;
-    class Task;
-
-    void end(const std::shared_ptr<Question> &question, const Nodes::Result &result,
-             const AlarmFiguresPtr &figures);
-
-    std::shared_ptr<Question> m_question; // asked last
-    bool m_isBusy = false;
-    QThreadPool m_threads;
+    WorkerJob m_job;
 };
 
 } // namespace Widgets

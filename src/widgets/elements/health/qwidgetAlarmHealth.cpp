@@ -4,6 +4,7 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/binding/PropertyBindings.h"
+#include "widgets/elements/health/WhatIfDialog.h"
 #include "widgets/elements/painting/ElementPainting.h"
 
 #include "nodes/visual/elements/widgetAlarmHealth.h"
@@ -20,7 +21,9 @@ qwidgetAlarmHealth::qwidgetAlarmHealth(Nodes::widgetAlarmHealth *node, QWidget *
     ApplyDialogLook(*m_page);
     m_page->nuisances()->setTests(
         [this](const Nodes::NodeLink &alarm) { return this->context().actions().canJump(alarm); },
-        nullptr);
+        &WhatIfDialog::canOpen);
+    connect(m_page->nuisances(), &NuisanceList::tryPressed, this,
+            [this](const Nodes::NodeLink &alarm) { WhatIfDialog::open(alarm, this); });
     connect(m_page->nuisances(), &NuisanceList::jumpPressed, this,
             [this](const Nodes::NodeLink &alarm) { this->context().actions().jump(alarm, this); });
     m_binding.bind(this, node);
