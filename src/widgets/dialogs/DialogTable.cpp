@@ -10,10 +10,9 @@
 #include "widgets/dialogs/TimeDialog.h"
 #include "widgets/dialogs/VirtualKeyboard.h"
 #include "widgets/dialogs/VirtualNumpad.h"
-#include "widgets/elements/health/HealthPeriodDialog.h"
+#include "widgets/elements/health/WhatIfDialog.h"
 #include "widgets/eventlist/DateIntervalWidget.h"
 #include "widgets/eventlist/filter/EventFilterDialog.h"
-#include "widgets/elements/health/WhatIfDialog.h"
 #include "widgets/events/details/AlarmLimitsDialog.h"
 #include "widgets/events/details/AlarmNoteDialog.h"
 #include "widgets/reports/display/ReportIntervalDialog.h"
@@ -91,7 +90,6 @@ const bool isInstalled = Dialogs::install({
     {TimeDialog::Key, onParent<TimeDialog>},
     {ExportProgress::Key, onParent<ExportProgress>},
     {PastPeriodDialog::Key, onParent<PastPeriodDialog>},
-    {HealthPeriodDialog::Key, onParent<HealthPeriodDialog>},
     {WhatIfDialog::Key, onParent<WhatIfDialog>, several, endsWithUser},
     {AlarmNoteDialog::Key, onParent<AlarmNoteDialog>, several, endsWithUser},
     {AlarmLimitsDialog::Key, onParent<AlarmLimitsDialog>, several, endsWithUser},

@@ -7,15 +7,16 @@
 #include "widgets/elements/health/BarsChart.h"
 #include "widgets/elements/health/HealthBar.h"
 #include "widgets/elements/health/HealthCsv.h"
-#include "widgets/elements/health/HealthPeriodDialog.h"
 #include "widgets/elements/health/HealthTable.h"
 #include "widgets/elements/health/HealthText.h"
 #include "widgets/elements/health/MeasureModel.h"
 #include "widgets/elements/health/RateChart.h"
+#include "widgets/eventlist/DateIntervalWidget.h"
 
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
 
+#include <QDateTime>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTableView>
@@ -32,6 +33,11 @@ constexpr int measureRow = 28;
 constexpr int millisecondsPerMinute = 60000;
 constexpr int waitingMilliseconds = 500;
 constexpr std::size_t topTen = 10;
+
+QDateTime timeOf(Nodes::Timestamp at)
+{
+    return QDateTime::fromMSecsSinceEpoch(at / 1000);
+}
 
 } // namespace
 
@@ -158,6 +164,8 @@ void HealthPage::refresh()
     Nodes::AlarmStatisticsReading reading;
     reading.begin = m_settings.period.begin(now);
     reading.end = m_settings.period.end(now);
+    if (reading.end <= reading.begin)
+        return tell(QStringLiteral("Период ещё не наступил"));
     reading.fleeting = m_settings.fleeting;
     reading.standing = m_settings.standing;
     m_asker.ask(*m_core, std::move(reading));
@@ -181,14 +189,15 @@ void HealthPage::askPeriod()
     DialogRequest request;
     request.parent = TouchMenu::windowOf(this);
     const QPointer<HealthPage> alive(this);
-    OwnedDialog<HealthPeriodDialog> dialog(request);
+    OwnedDialog<DateIntervalWidget> dialog(request);
     if (!dialog)
         return;
-    dialog->setPeriod(m_settings.period.begin(now), m_settings.period.end(now));
+    dialog->setInterval(timeOf(m_settings.period.begin(now)), timeOf(m_settings.period.end(now)));
     const bool isChosen = dialog->exec() == QDialog::Accepted;
     if (!alive || !dialog || !isChosen)
         return;
-    m_settings.period = dialog->period();
+    m_settings.period = {HealthPeriod::Free, dialog->from().toMSecsSinceEpoch() * 1000,
+                         (dialog->to().toMSecsSinceEpoch() + 1) * 1000};
     m_bar->setPeriod(HealthPeriod::Free);
     m_asker.cancel();
     refresh();
