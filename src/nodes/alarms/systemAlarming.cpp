@@ -62,6 +62,20 @@ KindInfo systemAlarming::Kind()
         .Range(6, 72)
         .Property<&systemAlarming::m_isHeaderBold>(Prop::HeaderBold, "Bold header",
                                                    "Полужирный заголовок")
+        .Property<&systemAlarming::m_sound1>(Prop::Sound1, "Sound of priority 1",
+                                             "Звук приоритета 1")
+        .Hint("wav")
+        .Property<&systemAlarming::m_sound2>(Prop::Sound2, "Sound of priority 2",
+                                             "Звук приоритета 2")
+        .Hint("wav")
+        .Property<&systemAlarming::m_sound3>(Prop::Sound3, "Sound of priority 3",
+                                             "Звук приоритета 3")
+        .Hint("wav")
+        .Property<&systemAlarming::m_sound4>(Prop::Sound4, "Sound of priority 4",
+                                             "Звук приоритета 4")
+        .Hint("wav")
+        .Property<&systemAlarming::m_hasTones>(Prop::Tones, "Tones of alarms without a sound",
+                                               "Тоны тревог без звука")
         .Property<&systemAlarming::m_floodBegin>(Prop::FloodBegin,
                                                  "Flood begins with more than, in 10 min",
                                                  "Поток тревог: больше за 10 мин")
@@ -70,6 +84,22 @@ KindInfo systemAlarming::Kind()
                                                "Flood ends with fewer than, in 10 min",
                                                "Конец потока: меньше за 10 мин")
         .Range(1, 1000);
+}
+
+ResourceLink systemAlarming::GetSound(int priority) const
+{
+    switch (priority) {
+    case 1:
+        return m_sound1;
+    case 2:
+        return m_sound2;
+    case 3:
+        return m_sound3;
+    case 4:
+        return m_sound4;
+    default:
+        return ResourceLink();
+    }
 }
 
 std::vector<const alarmColumn *> systemAlarming::GetColumns() const

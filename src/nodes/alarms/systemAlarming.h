@@ -8,6 +8,7 @@
 #include "nodes/alarms/state/AlarmHealth.h"
 #include "nodes/events/BasicEvent.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/model/properties/PropertyId.h"
 #include "nodes/model/services/AuthPriv.h"
 #include "nodes/values/Connection.h"
@@ -46,6 +47,11 @@ public:
         static constexpr PropertyId<int> FontSize{7206, "fontSize"};
         static constexpr PropertyId<int> HeaderFontSize{7207, "headerFontSize"};
         static constexpr PropertyId<bool> HeaderBold{7208, "headerBold"};
+        static constexpr PropertyId<ResourceLink> Sound1{7211, "sound1"};
+        static constexpr PropertyId<ResourceLink> Sound2{7212, "sound2"};
+        static constexpr PropertyId<ResourceLink> Sound3{7213, "sound3"};
+        static constexpr PropertyId<ResourceLink> Sound4{7214, "sound4"};
+        static constexpr PropertyId<bool> Tones{7215, "tones"};
         static constexpr PropertyId<int> FloodBegin{8401, "floodBegin"};
         static constexpr PropertyId<int> FloodEnd{8402, "floodEnd"};
     };
@@ -65,6 +71,10 @@ public:
     int GetButtonSize() const { return m_buttonSize; }
     NFont GetFont() const { return {m_fontFamily, m_fontSize}; }
     NFont GetHeaderFont() const { return {m_fontFamily, m_headerFontSize, m_isHeaderBold}; }
+    /// Sound of alarms of that priority (1 to 4) that have none of their own; empty without.
+    ResourceLink GetSound(int priority) const;
+    /// Alarms without any sound file are heard with a built-in tone.
+    bool HasTones() const { return m_hasTones; }
     /// Empty: the window then shows all kinds of column.
     std::vector<const alarmColumn *> GetColumns() const;
 
@@ -155,6 +165,11 @@ private:
     int m_fontSize = 12;
     int m_headerFontSize = 11;
     bool m_isHeaderBold = true;
+    ResourceLink m_sound1;
+    ResourceLink m_sound2;
+    ResourceLink m_sound3;
+    ResourceLink m_sound4;
+    bool m_hasTones = true;
     int m_floodBegin = 10;
     int m_floodEnd = 5;
     std::unique_ptr<RecordsAlarm> m_recordsAlarm;

@@ -2,12 +2,15 @@
 
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/WrapLayout.h"
+#include "widgets/elements/alarms/AlarmBoard.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
 #include "widgets/events/details/AlarmPanes.h"
+#include "widgets/events/filter/AlarmAreasBar.h"
 #include "widgets/events/filter/AlarmFilterBar.h"
 #include "widgets/events/filter/AlarmFiltering.h"
+#include "widgets/events/filter/AlarmFloodView.h"
 #include "widgets/events/filter/AlarmHeadline.h"
 #include "widgets/events/filter/AlarmList.h"
 #include "widgets/events/hidden/ModelHidden.h"
@@ -70,6 +73,7 @@ AlarmDialog::AlarmDialog(QWidget *parent)
     layout->setSizeConstraint(QLayout::SetMinimumSize); // the buttons do not overlap
     layout->addWidget(m_headline);
     layout->addWidget(m_filterBar);
+    layout->addWidget(m_areasBar);
     layout->addWidget(m_table, 1);
     layout->addWidget(m_panes);
     layout->addLayout(m_controls);
@@ -89,6 +93,9 @@ void AlarmDialog::buildHead()
     m_filterBar = new AlarmFilterBar(this);
     m_filtering = new AlarmFiltering(m_manager->sorting(), *m_filterBar, this);
     m_filterBar->setVisible(false);
+    m_areasBar = new AlarmAreasBar(this);
+    m_flood = new AlarmFloodView(alarmSystem(), *m_manager, *m_areasBar, this);
+    connect(m_flood, &AlarmFloodView::floodChanged, this, &AlarmDialog::summarise);
     connect(&m_headline->filterButton(), &QPushButton::toggled, m_filterBar, &QWidget::setVisible);
     connect(m_headline, &AlarmHeadline::resetWanted, m_filtering, &AlarmFiltering::reset);
     connect(m_headline, &AlarmHeadline::beginningWanted, m_table, &QTableView::scrollToTop);
@@ -133,6 +140,7 @@ void AlarmDialog::summarise()
     facts.shown = counts.shown;
     facts.waiting = counts.waiting;
     facts.hiddenUrgent = counts.hiddenUrgent;
+    facts.floodCount = m_flood->flood().isFlood ? m_flood->flood().raisedInTenMinutes : -1;
     facts.newAbove = m_table->newAbove();
     const ModelHidden::Counts hidden = m_manager->hidden().counts();
     facts.shelved = hidden.shelved;
@@ -141,6 +149,8 @@ void AlarmDialog::summarise()
     facts.isFiltered = !m_manager->sorting().filter().isEmpty();
     m_headline->setFacts(facts);
     m_filtering->findAreas();
+    m_flood->countAreas();
+    AlarmBoard::instance().setFilter(m_filtering->words());
     m_panes->follow();
 }
 
@@ -213,6 +223,7 @@ void AlarmDialog::onSoundToggled(bool isMuted)
         isMuted ? QStyle::SP_MediaVolumeMuted : QStyle::SP_MediaVolume;
     m_soundButton->setIcon(style()->standardIcon(icon));
     m_manager->setMuted(isMuted);
+    AlarmBoard::instance().setMuted(isMuted);
 }
 
 void AlarmDialog::soundOn()
@@ -227,6 +238,7 @@ void AlarmDialog::setRoom(int width)
     m_controls->setRoom(room);
     m_headline->setRoom(room);
     m_filterBar->setRoom(room);
+    m_areasBar->setRoom(room);
     m_panes->setRoom(room);
     layout()->activate();
 }

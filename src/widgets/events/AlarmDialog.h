@@ -15,8 +15,10 @@ class QPushButton;
 
 namespace Widgets {
 
+class AlarmAreasBar;
 class AlarmFilterBar;
 class AlarmFiltering;
+class AlarmFloodView;
 class AlarmHeadline;
 class AlarmPanes;
 class ModelManager;
@@ -80,6 +82,8 @@ private:
     AlarmHeadline *m_headline = nullptr;
     AlarmFilterBar *m_filterBar = nullptr;
     AlarmFiltering *m_filtering = nullptr;
+    AlarmAreasBar *m_areasBar = nullptr;
+    AlarmFloodView *m_flood = nullptr;
     AlarmPanes *m_panes = nullptr;
     int m_paneHeight = 0; // that was asked for
 

@@ -1,5 +1,6 @@
 #include "widgets/events/AlarmRow.h"
 
+#include "widgets/events/AlarmSoundBook.h"
 #include "widgets/events/SortKeys.h"
 
 #include "nodes/alarms/BasicAlarm.h"
@@ -91,11 +92,13 @@ enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event)
     }
 }
 
-AlarmRow::AlarmRow(const Nodes::BasicEvent &event, unsigned revision)
+AlarmRow::AlarmRow(const Nodes::BasicEvent &event, unsigned revision,
+                   const AlarmSoundDefaults &defaults)
     : info(std::make_unique<Nodes::EventInfo>(listed(event))),
       waitsSince(revision),
       textKey(Utils::SortingModel::textKey(text(alarmColumn::Text))),
-      areaKey(&SortKeys::of(area()))
+      areaKey(&SortKeys::of(area())),
+      m_defaults(&defaults)
 {
     judge();
     readNode();
@@ -152,16 +155,22 @@ bool AlarmRow::contains(const QString &lowerCase) const
 void AlarmRow::judge()
 {
     stateCode = AlarmStateCode(event());
+    isFirstUp = event().isFirstUp;
     isAcknowledged = !isWaiting(event());
-    soundState = isAcknowledged         ? SoundAcknowledged
-                 : !soundFile.isEmpty() ? SoundPlaying
-                                        : SoundNone;
+    soundState = isAcknowledged ? SoundAcknowledged : hasSound() ? SoundPlaying : SoundNone;
+}
+
+bool AlarmRow::hasSound() const
+{
+    return !soundFile.isEmpty() || m_defaults->hasTones;
 }
 
 void AlarmRow::readNode()
 {
     const auto *alarm = dynamic_cast<const Nodes::BasicAlarm *>(event().sourceNode.GetNode());
     soundFile = alarm ? QString::fromStdString(alarm->GetSound().GetFullFilePath()) : QString();
+    if (soundFile.isEmpty())
+        soundFile = m_defaults->file(event().priority);
     judge();
 }
 

@@ -12,6 +12,8 @@
 
 namespace Widgets {
 
+struct AlarmSoundDefaults;
+
 /// Whether an alarm's condition is present, as its row has it under StateCodeRole.
 enum enAlarmStateCode {
     AlarmElsewhere = 0, ///< no alarm, or shelved, suppressed, out of service: not on the list
@@ -22,15 +24,16 @@ WIDGETS_EXPORT enAlarmStateCode AlarmStateCode(const Nodes::BasicEvent &event);
 
 /// State of a row's sound.
 enum enAlarmSound {
-    SoundNone = 0, ///< waits for acknowledgement, but has no sound
-    SoundPlaying = 1,
+    SoundNone = 0,    ///< waits for acknowledgement, but has no sound
+    SoundPlaying = 1, ///< as long as it is of the highest priority that waits
     SoundAcknowledged = 3
 };
 
 /// One alarm of the alarm window, with what its list needs to sort and paint it quickly.
 struct WIDGETS_EXPORT AlarmRow
 {
-    AlarmRow(const Nodes::BasicEvent &event, unsigned revision);
+    /// The defaults outlive the row.
+    AlarmRow(const Nodes::BasicEvent &event, unsigned revision, const AlarmSoundDefaults &defaults);
 
     /// What an event told: nothing, for it is known or overtaken; something; something that an
     /// operator has to see: the alarm came anew, waits again, or its condition changed while it
@@ -69,15 +72,18 @@ struct WIDGETS_EXPORT AlarmRow
     bool isAcknowledged = false;
     bool isLeaving = false;  // at the end of the batch
     unsigned waitsSince = 0; // revision of the list in which this occurrence came to wait
-    QString soundFile;
+    QString soundFile;       // its own, else that of its priority; "": the tone, or nothing
     QCollatorSortKey textKey;
     const QCollatorSortKey *areaKey; // never null
+    bool isFirstUp = false;          // of its group; here for sorting
 
 private:
     void readTexts();
+    bool hasSound() const;
     void judge();
     void readNode();
 
+    const AlarmSoundDefaults *m_defaults; // of sounds
     mutable QString m_searched; // text, area and source in lower case; null until asked for
 };
 

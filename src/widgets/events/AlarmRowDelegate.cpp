@@ -1,6 +1,7 @@
 #include "widgets/events/AlarmRowDelegate.h"
 
 #include "widgets/events/ModelAlarms.h"
+#include "widgets/events/filter/AlarmList.h"
 
 #include "nodes/alarms/alarmColumn.h"
 
@@ -8,18 +9,40 @@
 
 namespace Widgets {
 
+namespace {
+
+bool isFirstUp(const QModelIndex &index)
+{
+    const auto *info = index.data(ModelAlarms::EventInfoRole).value<const Nodes::EventInfo *>();
+    return info && info->GetEvent().isFirstUp;
+}
+
+bool beginsGroup(const QModelIndex &index)
+{
+    const auto *list = qobject_cast<const AlarmList *>(index.model());
+    return list && list->beginsGroup(index.row());
+}
+
+} // namespace
+
 void AlarmRowDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
     if (index.data(ModelAlarms::ColumnKindRole) == Nodes::alarmColumn::Number)
         option->text = QString::number(index.row() + 1);
+    else if (index.data(ModelAlarms::ColumnKindRole) == Nodes::alarmColumn::Text &&
+             isFirstUp(index))
+        option->text = QStringLiteral("► Первая: ") + option->text;
 }
 
 void AlarmRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                              const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
+    if (beginsGroup(index))
+        painter->fillRect(option.rect.left(), option.rect.top(), option.rect.width(), 4,
+                          QColor(0xf0, 0xf2, 0xf4));
     if (!option.state.testFlag(QStyle::State_Selected))
         return;
     constexpr int thickness = 3;

@@ -6,6 +6,8 @@
 #include <QLoggingCategory>
 #include <QThreadPool>
 
+#include <algorithm>
+
 namespace Widgets {
 
 namespace {
@@ -23,6 +25,7 @@ AlarmSound::AlarmSound(QObject *parent) : AlarmSound(std::make_unique<MediaAlarm
 
 AlarmSound::AlarmSound(std::unique_ptr<AlarmPlayer> player, QObject *parent)
     : QObject(parent),
+      m_tones{AlarmTone(1), AlarmTone(2), AlarmTone(3), AlarmTone(4)},
       m_answers([this](const std::vector<Answer> &answers) { onAnswers(answers); }),
       m_player(std::move(player))
 {
@@ -36,12 +39,12 @@ AlarmSound::AlarmSound(std::unique_ptr<AlarmPlayer> player, QObject *parent)
 
 AlarmSound::~AlarmSound() = default;
 
-void AlarmSound::setFiles(const QStringList &files)
+void AlarmSound::setSounds(const AlarmSoundChoice &sounds)
 {
-    if (files == m_files)
+    if (sounds == m_sounds)
         return;
-    m_files = files;
-    if (files.isEmpty()) {
+    m_sounds = sounds;
+    if (sounds.isSilent()) {
         m_states.clear();
         m_told.clear();
         m_retry.stop();
@@ -51,7 +54,7 @@ void AlarmSound::setFiles(const QStringList &files)
         m_retry.start();
     }
     QStringList unknown;
-    for (const QString &file : files) {
+    for (const QString &file : sounds.files) {
         if (!m_states.contains(file))
             unknown.append(file);
     }
@@ -84,7 +87,7 @@ void AlarmSound::ask(const QStringList &files)
 void AlarmSound::onAnswers(const std::vector<Answer> &answers)
 {
     for (const Answer &answer : answers) {
-        if (!m_files.contains(answer.file))
+        if (!m_sounds.files.contains(answer.file))
             continue;
         m_states[answer.file] = answer.isPresent ? FilePresent : FileMissing;
         if (!answer.isPresent)
@@ -95,8 +98,9 @@ void AlarmSound::onAnswers(const std::vector<Answer> &answers)
 
 void AlarmSound::onFailed(const QString &file, const QString &reason)
 {
-    if (file == m_tone.file())
-        m_isToneBroken = true;
+    const auto isTone = [&file](const AlarmTone &tone) { return tone.file() == file; };
+    if (std::any_of(m_tones.begin(), m_tones.end(), isTone))
+        m_areTonesBroken = true;
     else
         m_states[file] = FileBroken;
     tell(file, reason);
@@ -115,7 +119,7 @@ void AlarmSound::tell(const QString &file, const QString &reason)
 void AlarmSound::retry()
 {
     m_hasDevice = m_player->hasDevice();
-    m_isToneBroken = false;
+    m_areTonesBroken = false;
     QStringList unplayed;
     for (auto state = m_states.cbegin(); state != m_states.cend(); ++state) {
         if (state.value() != FilePresent)
@@ -125,19 +129,25 @@ void AlarmSound::retry()
     follow();
 }
 
+const AlarmTone &AlarmSound::toneOf(int priority) const
+{
+    return m_tones[AlarmTone::place(priority)];
+}
+
 QStringList AlarmSound::choose()
 {
     QStringList files;
-    bool isToneWanted = false;
-    for (const QString &file : m_files) {
+    bool isToneWanted = m_sounds.hasTone;
+    for (const QString &file : qAsConst(m_sounds.files)) {
         const enFileState state = m_states.value(file, FileAsked);
         if (state == FilePresent)
             files.append(file);
         else if (state != FileAsked || !m_patience.isActive())
             isToneWanted = true;
     }
-    if (isToneWanted && !m_isToneBroken && m_tone.prepare())
-        files.append(m_tone.file());
+    AlarmTone &tone = m_tones[AlarmTone::place(m_sounds.priority)];
+    if (isToneWanted && !m_areTonesBroken && tone.prepare())
+        files.append(tone.file());
     return files;
 }
 

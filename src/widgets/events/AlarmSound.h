@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/events/AlarmSoundBook.h"
 #include "widgets/events/AlarmTone.h"
 
 #include "utils/relay/QueueRelay.h"
@@ -11,6 +12,7 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <array>
 #include <memory>
 
 namespace Widgets {
@@ -18,8 +20,8 @@ namespace Widgets {
 class AlarmPlayer;
 
 /// Lets the alarms be heard until none waits any more. In place of a file that is missing or cannot
-/// be played the built-in tone sounds, and the file is tried again by and by; without an audio
-/// device one is waited for. Disks are asked on another thread. GUI thread.
+/// be played the built-in tone of its priority sounds, and the file is tried again by and by;
+/// without an audio device one is waited for. Disks are asked on another thread. GUI thread.
 class WIDGETS_EXPORT AlarmSound : public QObject
 {
     Q_OBJECT
@@ -29,14 +31,14 @@ public:
     AlarmSound(std::unique_ptr<AlarmPlayer> player, QObject *parent);
     ~AlarmSound() override;
 
-    /// Files of the alarms that are to be heard from now on; none stops at once.
-    void setFiles(const QStringList &files);
+    /// What is to be heard from now on; silence stops at once.
+    void setSounds(const AlarmSoundChoice &sounds);
     /// What is to be heard for them: the files, and the tone in place of those that cannot be.
     const QStringList &audible() const { return m_audible; }
     void setMuted(bool isMuted);
     bool isMuted() const { return m_isMuted; }
-    /// Path of the built-in tone.
-    QString tone() const { return m_tone.file(); }
+    /// Path of the built-in tone of that priority.
+    QString tone(int priority) const { return toneOf(priority).file(); }
 
     /// Looks for the device and for what could not be played; happens by itself every 10 s.
     void retry();
@@ -56,14 +58,16 @@ private:
     QStringList choose();
     void tell(const QString &file, const QString &reason);
 
-    QStringList m_files; // wanted
+    const AlarmTone &toneOf(int priority) const;
+
+    AlarmSoundChoice m_sounds; // wanted
     QStringList m_audible;
     bool m_hasDevice = false; // when last looked for: a flood of alarms does not ask each time
     QHash<QString, enFileState> m_states;
     QSet<QString> m_told; // in the log
     bool m_isMuted = false;
-    bool m_isToneBroken = false;
-    AlarmTone m_tone;
+    bool m_areTonesBroken = false;
+    std::array<AlarmTone, AlarmTone::PriorityCount> m_tones;
     QTimer m_retry;    // runs while a sound is wanted
     QTimer m_patience; // with a disk that is asked
     Utils::QueueRelay<Answer> m_answers;

@@ -35,6 +35,7 @@ void ModelAlarms::readSettings(const Nodes::systemAlarming *alarming)
 {
     beginResetModel();
     m_columns.read(alarming);
+    m_soundDefaults = AlarmSoundDefaults::of(alarming); // of alarms that come from now on
     if (alarming) {
         m_font = Utils::NFontToQFont(alarming->GetFont());
         m_headerFont = Utils::NFontToQFont(alarming->GetHeaderFont());
@@ -73,12 +74,8 @@ void ModelAlarms::Touched::add(int row)
 
 void ModelAlarms::count(const AlarmRow &row, int step)
 {
-    if (row.soundState != SoundPlaying || row.soundFile.isEmpty())
-        return;
-    int &rows = m_sounds[row.soundFile];
-    rows += step;
-    if (rows == 0)
-        m_sounds.remove(row.soundFile);
+    if (row.soundState == SoundPlaying)
+        m_sounds.count(row.event().priority, row.soundFile, step);
 }
 
 template <class Change> void ModelAlarms::change(AlarmRow &row, Change apply)
@@ -114,7 +111,7 @@ ModelAlarms::Taken ModelAlarms::take(const std::vector<Nodes::BasicEvent> &event
                 touched.add(number);
             taken.isNews = taken.isNews || news == AlarmRow::ToBeSeen;
         } else if (AlarmRow::isToBeListed(event)) {
-            added.emplace_back(event, m_revision);
+            added.emplace_back(event, m_revision, m_soundDefaults);
             waiting.insert(alarm);
             taken.isOrderChanged = true;
             taken.isNews = taken.isNews || event.type != Nodes::TypeAcknowledgement;

@@ -3,11 +3,11 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/events/AlarmColumns.h"
 #include "widgets/events/AlarmRow.h"
+#include "widgets/events/AlarmSoundBook.h"
 
 #include <QAbstractTableModel>
 #include <QFont>
 #include <QHash>
-#include <QMap>
 #include <QVector>
 
 #include <vector>
@@ -71,8 +71,8 @@ public:
     const AlarmRow &row(int number) const { return m_rows[std::size_t(number)]; }
     /// Below, at or above 0 as one row stands before, beside or after another by that column.
     int compare(int column, int left, int right) const;
-    /// Files of the sounds that are to be heard, each once.
-    QStringList soundFiles() const { return m_sounds.keys(); }
+    /// What is to be heard of the alarms that wait.
+    AlarmSoundChoice sounds() const { return m_sounds.choice(); }
     /// Grows with each batch; see AlarmRow::waitsSince.
     unsigned revision() const { return m_revision; }
 
@@ -116,7 +116,8 @@ private:
     QFont m_headerFont;
     std::vector<AlarmRow> m_rows;
     QHash<unsigned long, int> m_rowOfAlarm;
-    QMap<QString, int> m_sounds; // file, rows that play it
+    AlarmSoundDefaults m_soundDefaults;
+    AlarmSoundBook m_sounds;
     unsigned m_revision = 0;
     bool m_isRemoving = true;
 };

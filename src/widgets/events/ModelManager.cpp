@@ -174,6 +174,21 @@ void ModelManager::acknowledgeAll()
     acknowledge(waiting(m_model->revision()));
 }
 
+void ModelManager::setGrouped(bool isGrouped)
+{
+    emit changeBegins();
+    m_model->setGrouped(isGrouped);
+    m_sorting->setGrouped(isGrouped);
+    emit changed();
+}
+
+void ModelManager::setFolded(const std::string &area, bool isFolded)
+{
+    emit changeBegins();
+    m_sorting->setFolded(area, isFolded);
+    emit changed();
+}
+
 void ModelManager::setMuted(bool isMuted)
 {
     m_sound->setMuted(isMuted);
@@ -195,7 +210,7 @@ void ModelManager::setRemoveInactive(bool isRemoving)
 
 void ModelManager::updateSound()
 {
-    m_sound->setFiles(m_model->soundFiles());
+    m_sound->setSounds(m_model->sounds());
 }
 
 } // namespace Widgets

@@ -60,6 +60,10 @@ public:
     };
     Counts counts() const;
 
+    /// Lets the rows stand by area, or not any more.
+    void setGrouped(bool isGrouped);
+    void setFolded(const std::string &area, bool isFolded);
+
     /// Alarms that the list showed and that waited when its revision was that, as an operator saw
     /// them then; see ModelAlarms::revision. What a filter or a folded area hides nobody saw.
     Nodes::AlarmOccurrences waiting(unsigned revision) const;

@@ -43,6 +43,26 @@ void AlarmFiltering::reset()
     choose({});
 }
 
+QString AlarmFiltering::words() const
+{
+    const AlarmFilter &filter = m_list.filter();
+    QStringList words;
+    QStringList priorities;
+    for (int i = 0; i < AlarmFilter::PriorityCount; ++i) {
+        if (filter.priorities[std::size_t(i)])
+            priorities << QString::number(i + 1);
+    }
+    if (priorities.size() < AlarmFilter::PriorityCount)
+        words << QStringLiteral("приоритет ") + priorities.join(", ");
+    if (filter.states != AlarmFilter().states)
+        words << QStringLiteral("состояние");
+    if (filter.area)
+        words << (filter.area->isEmpty() ? QStringLiteral("без участка") : *filter.area);
+    if (!filter.text.isEmpty())
+        words << QStringLiteral("«%1»").arg(filter.text);
+    return words.join(QStringLiteral("; "));
+}
+
 void AlarmFiltering::findAreas()
 {
     const QStringList areas = m_list.areas();

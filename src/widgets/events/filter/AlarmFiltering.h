@@ -5,6 +5,7 @@
 #include "nodes/values/Connection.h"
 
 #include <QObject>
+#include <QStringList>
 
 namespace Widgets {
 
@@ -23,6 +24,8 @@ public:
 
     /// Shows everything again, and keeps that.
     void reset();
+    /// The filter in a few words; "" without.
+    QString words() const;
     /// Areas of the list's alarms anew.
     void findAreas();
 

@@ -2,10 +2,9 @@
 
 #include "widgets/events/ModelAlarms.h"
 
-#include "nodes/alarms/alarmColumn.h"
+#include <QHash>
 
 #include <algorithm>
-#include <vector>
 
 namespace Widgets {
 
@@ -56,21 +55,47 @@ bool AlarmList::isFolded(const std::string &area) const
 
 QStringList AlarmList::areas() const
 {
-    std::vector<const AlarmRow *> first; // of each area
-    QSet<const QCollatorSortKey *> known;
+    QStringList names;
+    for (const auto &[key, area] : count([](const AlarmRow &) { return true; }))
+        names.append(QString::fromStdString(area.name));
+    return names;
+}
+
+std::vector<AlarmArea> AlarmList::countAreas() const
+{
+    std::vector<AlarmArea> areas;
+    for (auto &[key, area] : count([this](const AlarmRow &row) { return m_filter.accepts(row); })) {
+        area.isFolded = isFolded(area.name);
+        areas.push_back(std::move(area));
+    }
+    return areas;
+}
+
+template <class Test> AlarmList::KeyedAreas AlarmList::count(Test isCounted) const
+{
+    QHash<const QCollatorSortKey *, int> known; // place in the result
+    KeyedAreas areas;
     for (int number = 0; number < m_model.rowCount(); ++number) {
         const AlarmRow &row = m_model.row(number);
-        if (known.contains(row.areaKey))
+        if (!isCounted(row))
             continue;
-        known.insert(row.areaKey);
-        first.push_back(&row);
+        const auto place = known.constFind(row.areaKey);
+        const int index = place != known.constEnd() ? *place : int(areas.size());
+        if (place == known.constEnd()) {
+            known.insert(row.areaKey, index);
+            areas.push_back({row.areaKey, {}});
+            areas.back().second.name = row.area();
+        }
+        AlarmArea &area = areas[std::size_t(index)].second;
+        const int priority = row.event().priority;
+        ++area.all;
+        area.waiting += row.isAcknowledged ? 0 : 1;
+        if (!row.isAcknowledged && (area.urgent == 0 || priority < area.urgent))
+            area.urgent = priority;
     }
-    std::sort(first.begin(), first.end(), [](const AlarmRow *left, const AlarmRow *right) {
-        return left->areaKey->compare(*right->areaKey) < 0;
+    std::sort(areas.begin(), areas.end(), [](const auto &left, const auto &right) {
+        return left.first->compare(*right.first) < 0;
     });
-    QStringList areas;
-    for (const AlarmRow *row : first)
-        areas.append(QString::fromStdString(row->area()));
     return areas;
 }
 
@@ -78,7 +103,7 @@ bool AlarmList::shows(const AlarmRow &row) const
 {
     if (!m_filter.accepts(row))
         return false;
-    return !m_isGrouped || row.event().isFirstUp || !isFolded(row.area());
+    return !m_isGrouped || row.isFirstUp || !isFolded(row.area());
 }
 
 const AlarmRow &AlarmList::rowAt(int listed) const
@@ -92,8 +117,7 @@ bool AlarmList::beginsGroup(int row) const
         return false;
     const AlarmRow &above = rowAt(row - 1);
     const AlarmRow &own = rowAt(row);
-    return above.event().isFirstUp != own.event().isFirstUp ||
-           (!own.event().isFirstUp && above.areaKey != own.areaKey);
+    return above.isFirstUp != own.isFirstUp || (!own.isFirstUp && above.areaKey != own.areaKey);
 }
 
 bool AlarmList::lessThan(const QModelIndex &left, const QModelIndex &right) const
@@ -101,11 +125,10 @@ bool AlarmList::lessThan(const QModelIndex &left, const QModelIndex &right) cons
     if (m_isGrouped) {
         const AlarmRow &one = m_model.row(left.row());
         const AlarmRow &other = m_model.row(right.row());
-        if (one.event().isFirstUp != other.event().isFirstUp)
-            return one.event().isFirstUp;
-        const int areas = one.event().isFirstUp ? 0 : one.compare(other, Nodes::alarmColumn::Area);
-        if (areas != 0)
-            return areas < 0;
+        if (one.isFirstUp != other.isFirstUp)
+            return one.isFirstUp;
+        if (!one.isFirstUp && one.areaKey != other.areaKey)
+            return one.areaKey->compare(*other.areaKey) < 0;
     }
     return Utils::SortingModel::lessThan(left, right);
 }

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/events/filter/AlarmArea.h"
 #include "widgets/events/filter/AlarmFilter.h"
 
 #include "utils/models/SortingModel.h"
 
+#include <QCollatorSortKey>
 #include <QSet>
 #include <QStringList>
 
 #include <string>
+#include <vector>
 
 namespace Widgets {
 
@@ -32,6 +35,8 @@ public:
     void setGrouped(bool isGrouped);
     bool isGrouped() const { return m_isGrouped; }
     void setFolded(const std::string &area, bool isFolded);
+    /// Counts of each area, of all alarms that pass the filter, in the order of the list.
+    std::vector<AlarmArea> countAreas() const;
     bool isFolded(const std::string &area) const;
     /// Those of all alarms, whether the list shows them or not, in their order; "" is none.
     QStringList areas() const;
@@ -48,6 +53,9 @@ protected:
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
 
 private:
+    using KeyedAreas = std::vector<std::pair<const QCollatorSortKey *, AlarmArea>>;
+
+    template <class Test> KeyedAreas count(Test isCounted) const;
     const AlarmRow &rowAt(int listed) const;
 
     ModelAlarms &m_model;

@@ -21,7 +21,7 @@ constexpr int gap = 8;
 constexpr int rowHeight = 40;
 constexpr int leastHeight = 120;
 // Pixels, by column; the reason takes what is left.
-constexpr std::array<int, ModelHidden::ColumnCount> widths{200, 280, 130, 130, 200, 250};
+constexpr std::array<int, ModelHidden::ColumnCount> widths{270, 280, 120, 120, 200, 250};
 
 } // namespace
 

@@ -1,6 +1,5 @@
 #include "widgets/events/hidden/ModelHidden.h"
 
-#include "widgets/events/AlarmSigns.h"
 #include "widgets/events/AlarmSpans.h"
 
 #include "utils/convert/PlainTip.h"
@@ -18,7 +17,6 @@ namespace {
 
 // More changes than these at once cost a table more than to be told everything anew.
 constexpr std::size_t mostChanges = 32;
-constexpr int badgeSize = 28;
 constexpr const char *byDesign = "По проекту";
 
 const std::array<const char *, ModelHidden::ColumnCount> headers{"Состояние", "Тревога", "Участок",
@@ -164,7 +162,9 @@ QString ModelHidden::text(const BasicEvent &event, int column) const
 {
     switch (column) {
     case State:
-        return stateText(event.alarmState);
+        return QStringLiteral("%1, приоритет %2")
+            .arg(stateText(event.alarmState))
+            .arg(event.priority);
     case Text:
         return QString::fromStdString(event.text);
     case Area:
@@ -199,10 +199,6 @@ QVariant ModelHidden::data(const QModelIndex &index, int role) const
         return text(shown, index.column());
     case Qt::ToolTipRole:
         return Utils::PlainTip(text(shown, index.column()));
-    case Qt::DecorationRole:
-        return index.column() == State
-                   ? AlarmSigns::badge(AlarmState::ActiveAcked, shown.priority, badgeSize)
-                   : QVariant();
     case SortRole:
         return sortKey(shown, index.column());
     default:
