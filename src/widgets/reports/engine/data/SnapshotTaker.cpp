@@ -10,7 +10,6 @@ namespace LimeReport {
 
 namespace {
 
-constexpr int sliceMilliseconds = 6;
 constexpr int rowsPerLook = 16; // at the clock
 constexpr int attempts = 5;
 
@@ -109,7 +108,7 @@ void SnapshotTaker::onSlice()
     QElapsedTimer clock;
     clock.start();
     Reading &reading = *m_reading;
-    while (!clock.hasExpired(sliceMilliseconds)) {
+    do {
         if (!reading.model) {
             finishModel();
             if (reading.waiting.isEmpty()) {
@@ -131,7 +130,7 @@ void SnapshotTaker::onSlice()
             reading.rows->addRow(*reading.model);
         if (end == rows)
             finishModel();
-    }
+    } while (clock.nsecsElapsed() < m_sliceMilliseconds * 1000000LL);
 }
 
 } // namespace LimeReport

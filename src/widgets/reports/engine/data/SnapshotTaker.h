@@ -31,6 +31,8 @@ public:
     /// Ends what is under way. taken() follows from the event loop, never from within.
     void start(const DataSourceManager &manager);
     void cancel();
+    /// How long a slice may take; 0: as few rows as are read between two looks at the clock.
+    void setSlice(int milliseconds) { m_sliceMilliseconds = milliseconds; }
     bool isRunning() const { return m_isRunning; }
 
 signals:
@@ -47,6 +49,7 @@ private:
     QTimer *m_timer;
     std::unique_ptr<Reading> m_reading;
     bool m_isRunning = false;
+    int m_sliceMilliseconds = 6;
 };
 
 } // namespace LimeReport
