@@ -36,7 +36,9 @@ QColor EventRowColors::readableOn(const QColor &background)
     hue -= 120;
     if (hue < 0)
         hue += 360;
-    if (saturation < quarter) {
+    if (background.value() == 0) {
+        value = 255;
+    } else if (saturation < quarter) {
         value += value < quarter ? mostly : value < 193 ? -half : -mostly;
         value += value < 0 ? whole : 0;
     } else if (value != 0) {

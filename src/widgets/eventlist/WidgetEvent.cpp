@@ -4,14 +4,20 @@
 #include "widgets/charts/plots/WaitBox.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/binding/PropertyBindings.h"
+#include "widgets/eventlist/EventCommands.h"
+#include "widgets/eventlist/EventDetails.h"
 #include "widgets/eventlist/EventListLook.h"
+#include "widgets/eventlist/EventListStore.h"
 #include "widgets/eventlist/EventLoader.h"
 #include "widgets/eventlist/EventStatusBar.h"
 #include "widgets/eventlist/WidgetEventModel.h"
 #include "widgets/eventlist/WidgetEventSortModel.h"
 #include "widgets/eventlist/WidgetEventToolBar.h"
 #include "widgets/eventlist/WidgetEventView.h"
+#include "widgets/eventlist/bar/EventFilterBar.h"
 
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/system/systemCore.h"
 #include "utils/convert/TimeConversions.h"
 #include "utils/convert/ValueConversions.h"
 
@@ -19,19 +25,18 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
-#include <algorithm>
-#include <cmath>
-
 namespace Widgets {
 
 namespace {
 
-constexpr int clockTick = 5000;                                   // ms
-constexpr std::size_t mostBytes = std::size_t(512) * 1024 * 1024; // of rows and texts
+constexpr int clockTick = 5000; // ms
+constexpr int keepDelay = 1000; // ms
 
-unsigned long long secondsOf(double seconds)
+WidgetEventSortModel *sorted(Nodes::widgetEventList *node, WidgetEventModel *model, QObject *owner)
 {
-    return seconds > 0 && std::isfinite(seconds) ? static_cast<unsigned long long>(seconds) : 0;
+    auto *sorting = new WidgetEventSortModel(node, owner);
+    sorting->setSourceModel(model);
+    return sorting;
 }
 
 } // namespace
@@ -42,20 +47,35 @@ WidgetEvent::WidgetEvent(Nodes::widgetEventList *node, QWidget *parent,
       IWidget(node, context),
       m_list(node),
       m_model(new WidgetEventModel(node, this)),
-      m_sorting(new WidgetEventSortModel(node, this)),
+      m_sorting(sorted(node, m_model, this)),
       m_loader(new EventLoader(node, this)),
       m_body(new QWidget(this)),
       m_toolBar(new WidgetEventToolBar(node, m_body, context)),
-      m_view(nullptr),
+      m_bar(new EventFilterBar(m_body)),
+      m_view(new WidgetEventView(node, m_sorting, m_body)),
+      m_details(new EventDetails(m_body)),
       m_status(new EventStatusBar(m_body)),
+      m_commands(new EventCommands(m_view, m_sorting, context, this)),
       m_cover(new ChartCover(this)),
       m_waitBox(new WaitBox(this))
 {
-    m_sorting->setSourceModel(m_model);
-    m_view = new WidgetEventView(node, m_sorting, m_body);
     build();
+    connectParts();
+    m_binding.bind(this, node);
+    if (!node)
+        return;
+    setGeometry(Utils::NRectToQRect(node->GetGeometry()));
+    (void)takeOver(*node, nullptr);
+}
+
+WidgetEvent::~WidgetEvent() = default;
+
+void WidgetEvent::connectParts()
+{
     m_scheduled.setSingleShot(true);
     m_clock.setInterval(clockTick);
+    m_keeping.setSingleShot(true);
+    m_keeping.setInterval(keepDelay);
     connect(&m_scheduled, &QTimer::timeout, this, &WidgetEvent::onScheduled);
     connect(&m_clock, &QTimer::timeout, this, &WidgetEvent::onClock);
     connect(m_toolBar, &WidgetEventToolBar::intervalChanged, this, &WidgetEvent::onIntervalChanged);
@@ -70,14 +90,17 @@ WidgetEvent::WidgetEvent(Nodes::widgetEventList *node, QWidget *parent,
         m_view->showNewest();
         m_status->setNew(0);
     });
-    m_binding.bind(this, node);
-    if (!node)
-        return;
-    setGeometry(Utils::NRectToQRect(node->GetGeometry()));
-    (void)takeOver(*node, nullptr);
+    connect(m_bar, &EventFilterBar::changed, this, &WidgetEvent::takeFilter);
+    connect(m_bar, &EventFilterBar::usersAsked, this,
+            [this] { m_bar->setUsers(m_model->users()); });
+    connect(m_bar, &EventFilterBar::detailsToggled, this, &WidgetEvent::setDetailsShown);
+    connect(m_bar, &EventFilterBar::exportAsked, m_commands, &EventCommands::askExport);
+    connect(m_commands, &EventCommands::detailsAsked, this,
+            [this] { m_bar->setDetailsShown(true); });
+    connect(m_view, &WidgetEventView::currentRowChanged, this, &WidgetEvent::showDetails);
+    connect(m_view, &WidgetEventView::columnsArranged, &m_keeping, qOverload<>(&QTimer::start));
+    connect(&m_keeping, &QTimer::timeout, this, &WidgetEvent::keep);
 }
-
-WidgetEvent::~WidgetEvent() = default;
 
 void WidgetEvent::build()
 {
@@ -92,8 +115,11 @@ void WidgetEvent::build()
                                EventListLook::Gap);
     column->setSpacing(EventListLook::Gap);
     column->addWidget(m_toolBar);
+    column->addWidget(m_bar);
     column->addWidget(m_view, 1);
+    column->addWidget(m_details);
     column->addWidget(m_status);
+    m_details->hide();
 }
 
 const PropertyBindings &WidgetEvent::bindings() const
@@ -153,17 +179,47 @@ void WidgetEvent::onActive(bool on)
 {
     ElementBinding::setConnected(this, on);
     if (!on) {
+        m_userConnection = {};
         m_clock.stop();
         m_scheduled.stop();
+        if (m_keeping.isActive())
+            keep();
         m_loader->cancel();
         m_status->setReading(false);
         m_isOwed = true;
         return;
     }
     m_clock.start();
+    watchUser();
+    restore();
     if (m_toolBar->isTracking())
         m_toolBar->onCurrent();
     schedule();
+}
+
+void WidgetEvent::takeFilter()
+{
+    m_sorting->setFilter(m_bar->filter());
+    showCounts();
+    m_keeping.start();
+}
+
+void WidgetEvent::setDetailsShown(bool isShown)
+{
+    m_details->setVisible(isShown);
+    showDetails();
+    m_keeping.start();
+}
+
+void WidgetEvent::showDetails()
+{
+    if (!m_bar->isDetailsShown())
+        return;
+    const int row = m_view->currentIndex().row();
+    if (row < 0 || row >= m_sorting->rowCount())
+        return m_details->clear();
+    const WidgetEventItem &item = m_sorting->item(row);
+    m_details->setEvent(item.event(), item.isCut(), context().model());
 }
 
 void WidgetEvent::schedule()
@@ -184,156 +240,6 @@ void WidgetEvent::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     if (m_isOwed)
         schedule();
-}
-
-bool WidgetEvent::getLastHistory()
-{
-    return getHistory(double(m_toolBar->getFromDt().toSecsSinceEpoch()),
-                      double(m_toolBar->getToDt().toSecsSinceEpoch()), true);
-}
-
-bool WidgetEvent::getHistory(double from, double to, bool isWaitShown)
-{
-    if (!isRuntime())
-        return false;
-    const Nodes::Result result = m_loader->ask(secondsOf(from), secondsOf(to));
-    if (!result) {
-        m_status->setNote(QStringLiteral("Журнал не прочитан: ") +
-                          QString::fromStdString(result.GetResultTranslated()));
-        return false;
-    }
-    m_status->setNote(QString());
-    m_status->setReading(true);
-    if (isWaitShown && isVisible())
-        waitForAnswer();
-    return true;
-}
-
-void WidgetEvent::waitForAnswer()
-{
-    if (m_waitBox->isRunning())
-        return;
-    const QPointer<WidgetEvent> alive(this);
-    m_body->setEnabled(false);
-    const int answer = m_waitBox->exec();
-    if (!alive)
-        return;
-    m_body->setEnabled(true);
-    if (answer != QDialog::Accepted && !m_loader->hasBegun())
-        onCancelled();
-}
-
-void WidgetEvent::onGetHistoryCompleted(std::vector<Nodes::EventInfo> events)
-{
-    m_model->clear();
-    m_status->setNew(0);
-    append(events);
-    if (m_toolBar->isTracking())
-        m_view->showNewest();
-    m_waitBox->accept();
-    m_body->setEnabled(true);
-}
-
-void WidgetEvent::append(const std::vector<Nodes::EventInfo> &events)
-{
-    m_model->appendItems(events, m_list && !m_list->GetSources().empty());
-    showCounts();
-}
-
-void WidgetEvent::onContinued(const std::vector<Nodes::EventInfo> &events)
-{
-    append(events);
-    if (!isFull())
-        return;
-    m_loader->cancel();
-    onEnded({}, true);
-}
-
-void WidgetEvent::onEnded(const Nodes::Result &result, bool isCut)
-{
-    m_status->setReading(false);
-    m_waitBox->accept();
-    m_body->setEnabled(true);
-    if (!result) {
-        m_status->setNote(QStringLiteral("Журнал прочитан не весь: ") +
-                          QString::fromStdString(result.GetResultTranslated()));
-    } else if (isCut) {
-        const WidgetEventModel::Items &items = m_model->getItems();
-        const auto oldest =
-            std::min_element(items.begin(), items.end(),
-                             [](const WidgetEventItem &left, const WidgetEventItem &right) {
-                                 return left.time() < right.time();
-                             });
-        m_status->setNote(
-            QStringLiteral("Показано не всё: событий до %1 в списке нет. Сократите интервал или "
-                           "выберите источники.")
-                .arg(oldest == items.end() ? QString() : Utils::timeText(oldest->time())));
-    }
-}
-
-void WidgetEvent::onCancelled()
-{
-    m_loader->cancel();
-    m_status->setReading(false);
-    m_status->setNote(QStringLiteral("Чтение журнала прервано: показано не всё"));
-}
-
-bool WidgetEvent::isFull() const
-{
-    return m_model->bytes() > mostBytes ||
-           (m_list && m_model->rowCount() >= m_list->GetMaximumRows());
-}
-
-void WidgetEvent::onEventsStored(std::vector<Nodes::EventInfo> events)
-{
-    const qint64 from = m_toolBar->getFromDt().toMSecsSinceEpoch();
-    const qint64 to = m_toolBar->getToDt().toMSecsSinceEpoch();
-    events.erase(
-        std::remove_if(events.begin(), events.end(),
-                       [from, to](const Nodes::EventInfo &info) {
-                           const qint64 time =
-                               Utils::toLocalTime(info.GetEvent().time).toMSecsSinceEpoch();
-                           return time < from || time > to;
-                       }),
-        events.end());
-    if (events.empty())
-        return;
-    const bool isSeen = m_toolBar->isTracking() || m_view->isAtNewest();
-    const int before = m_sorting->rowCount();
-    append(events);
-    const int added = m_sorting->rowCount() - before;
-    if (!m_toolBar->isTracking() && !isSeen)
-        m_status->setNew(m_status->newCount() + added);
-    if (isFull())
-        schedule(); // room is made by reading the newest ones again
-}
-
-void WidgetEvent::onIntervalChanged()
-{
-    schedule();
-}
-
-void WidgetEvent::onTrackingChanged(bool isTracking)
-{
-    m_view->setTracking(isTracking);
-    m_status->setNew(0);
-    const QDateTime now = QDateTime::currentDateTime();
-    const bool isPresent = now >= m_toolBar->getFromDt() && now <= m_toolBar->getToDt();
-    if (isTracking && isActive() && !isPresent)
-        m_toolBar->onCurrent();
-}
-
-// A day has ended.
-void WidgetEvent::onClock()
-{
-    if (m_toolBar->isTracking() && isRuntime() &&
-        QDateTime::currentDateTime() > m_toolBar->getToDt())
-        m_toolBar->onCurrent();
-}
-
-void WidgetEvent::showCounts()
-{
-    m_status->setCounts(m_sorting->rowCount(), m_model->rowCount());
 }
 
 bool WidgetEvent::event(QEvent *event)

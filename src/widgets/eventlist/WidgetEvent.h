@@ -16,6 +16,9 @@
 namespace Widgets {
 
 class ChartCover;
+class EventCommands;
+class EventDetails;
+class EventFilterBar;
 class EventLoader;
 class EventStatusBar;
 class WaitBox;
@@ -49,6 +52,9 @@ public:
     WidgetEventModel *model() const { return m_model; }
     WidgetEventSortModel *sortModel() const { return m_sorting; }
     EventStatusBar *statusBar() const { return m_status; }
+    EventFilterBar *filterBar() const { return m_bar; }
+    EventDetails *details() const { return m_details; }
+    EventCommands *commands() const { return m_commands; }
     WaitBox *waitBox() const { return m_waitBox; }
 
     const PropertyBindings &bindings() const override;
@@ -69,6 +75,13 @@ protected:
 
 private:
     void build();
+    void connectParts();
+    void takeFilter();
+    void showDetails();
+    void setDetailsShown(bool isShown);
+    void watchUser();
+    void restore();
+    void keep();
     void takeInterval(const Nodes::widgetEventList &node);
     void takeTable(const Nodes::widgetEventList &node);
     void takeLook(const Nodes::widgetEventList &node);
@@ -91,15 +104,19 @@ private:
     EventLoader *m_loader;
     QWidget *m_body;
     WidgetEventToolBar *m_toolBar;
+    EventFilterBar *m_bar;
     WidgetEventView *m_view;
+    EventDetails *m_details;
     EventStatusBar *m_status;
+    EventCommands *m_commands;
     ChartCover *m_cover;
     WaitBox *m_waitBox;
     QTimer m_scheduled;
     QTimer m_clock;
+    QTimer m_keeping; // what the operator chose is kept some time after
+    Nodes::ScopedConnection m_userConnection;
     bool m_isOwed = false; // a request that nobody could see the answer of yet
     ElementBinding m_binding;
-    Utils::NodeRelay m_columns;
 };
 
 } // namespace Widgets

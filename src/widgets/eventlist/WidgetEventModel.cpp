@@ -33,6 +33,18 @@ std::size_t WidgetEventModel::bytes() const
     return m_pool->bytes() + m_items.capacity() * sizeof(WidgetEventItem);
 }
 
+QStringList WidgetEventModel::users() const
+{
+    std::unordered_set<EventTexts::Number> numbers;
+    for (const WidgetEventItem &item : m_items)
+        numbers.insert(item.user());
+    QStringList names;
+    for (const EventTexts::Number number : numbers)
+        names << m_pool->texts.string(number);
+    names.sort(Qt::CaseInsensitive);
+    return names;
+}
+
 void WidgetEventModel::updateColumns()
 {
     if (m_node)

@@ -8,6 +8,7 @@
 #include "utils/relay/WatchedNode.h"
 
 #include <QAbstractTableModel>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -41,6 +42,8 @@ public:
     /// Column that shows that (Nodes::ColumnInfo::enColumn).
     static int columnOf(int kind) { return kind - Nodes::ColumnInfo::ColumnTime; }
     static int kindOf(int column) { return column + Nodes::ColumnInfo::ColumnTime; }
+    /// Users of the rows, by name; "" for the system itself.
+    QStringList users() const;
     /// Memory of rows and texts.
     std::size_t bytes() const;
 

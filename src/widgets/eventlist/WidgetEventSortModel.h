@@ -39,6 +39,8 @@ public:
     int sortColumn() const;
     Qt::SortOrder sortOrder() const { return m_order.order(); }
 
+    /// Rows of the source in their order here.
+    const std::vector<std::uint32_t> &rows() const { return shown(); }
     /// Row of the source.
     int sourceRow(int row) const { return int(shown()[std::size_t(row)]); }
     const WidgetEventItem &item(int row) const;

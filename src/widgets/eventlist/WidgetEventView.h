@@ -47,6 +47,7 @@ signals:
     void activatedRow(int row);
     /// A right click or a long press.
     void menuAsked(int row, const QPoint &globalPlace);
+    void copyAsked();
     void currentRowChanged(int row);
     void columnsArranged();
 
@@ -56,6 +57,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
