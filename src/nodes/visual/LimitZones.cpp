@@ -1,8 +1,10 @@
 #include "nodes/visual/LimitZones.h"
 
 #include "nodes/alarms/alarmLimit.h"
+#include "nodes/alarms/systemAlarming.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
 
 #include <algorithm>
 #include <vector>
@@ -48,10 +50,14 @@ LimitZones LimitZones::FromAlarms(const BasicSignal &signal)
     const NodesCollection *project = signal.GetNodesCollection();
     if (!project)
         return FromOwnAlarms(signal);
+    const systemCore *core = signal.GetCore();
+    const systemAlarming *alarming = core ? core->GetSystemAlarming() : nullptr;
     LimitZones zones;
     for (const alarmLimit *alarm : alarmsOf(*project)) {
-        if (alarm->GetSignal() == &signal)
-            zones.add(*alarm);
+        if (alarm->GetSignal() != &signal)
+            continue;
+        const AlarmTuning tuned = alarming ? alarming->GetTuning(alarm) : AlarmTuning();
+        zones.add(*alarm, tuned.limit.value_or(alarm->GetLimit()));
     }
     return zones;
 }
@@ -61,14 +67,13 @@ LimitZones LimitZones::FromOwnAlarms(const BasicSignal &signal)
     LimitZones zones;
     visitAlarms(signal, [&](const alarmLimit &alarm) {
         if (alarm.GetSignal() == &signal)
-            zones.add(alarm);
+            zones.add(alarm, alarm.GetLimit());
     });
     return zones;
 }
 
-void LimitZones::add(const alarmLimit &alarm)
+void LimitZones::add(const alarmLimit &alarm, double limit)
 {
-    const double limit = alarm.GetLimit();
     switch (alarm.GetLimitType()) {
     case alarmLimit::LowLow:
         lowLow = std::max(lowLow, limit);

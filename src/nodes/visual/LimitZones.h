@@ -33,7 +33,7 @@ struct NODES_EXPORT LimitZones
     static bool isAlarm(enZone zone) { return zone == ZoneLowLow || zone == ZoneHighHigh; }
 
 private:
-    void add(const alarmLimit &alarm);
+    void add(const alarmLimit &alarm, double limit);
 };
 
 } // namespace Nodes

@@ -18,7 +18,7 @@ qwidgetBargraph::qwidgetBargraph(Nodes::widgetBargraph *node, QWidget *parent,
       IWidget(node, context),
       m_bargraph(node),
       m_look(std::make_unique<BargraphLook>()),
-      m_alarms([this] { onValueUpdated(Nodes::SignalValue()); })
+      m_alarms([this] { onAlarmsChanged(); })
 {
     setAttribute(Qt::WA_NoSystemBackground);
     m_binding.bind(this, m_bargraph.get());
@@ -108,6 +108,14 @@ void qwidgetBargraph::onValueUpdated(Nodes::SignalValue handed)
         return;
     takeValue(handed);
     DirectPainting::repaint(*this);
+}
+
+// Limits may be tuned while the plant runs.
+void qwidgetBargraph::onAlarmsChanged()
+{
+    if (m_bargraph)
+        m_look->zones = m_bargraph->GetZones();
+    onValueUpdated(Nodes::SignalValue());
 }
 
 void qwidgetBargraph::paintEvent(QPaintEvent *)

@@ -49,6 +49,7 @@ protected:
 
 private:
     void takeText(const Nodes::widgetBargraph &bargraph);
+    void onAlarmsChanged();
     void takeScale(const Nodes::widgetBargraph &bargraph);
     void takeValue(const Nodes::SignalValue &handed);
 

@@ -291,6 +291,17 @@ private slots:
         QVERIFY(marks() == std::pair(false, false));
         first.judge(90.0);
         QVERIFY(marks() == std::pair(true, false));
+        // A restart keeps the mark, and gives none to what merely comes back first.
+        second.judge(90.0);
+        const auto anew = std::make_shared<FirstUpGroup>();
+        Alarm later("alarmLimit", "type=H limit=80");
+        Alarm marked("alarmLimit", "type=H limit=80");
+        later.tracker.Join(anew);
+        marked.tracker.Join(anew);
+        (void)later.tracker.Restore(second.tracker.GetMemory(), later.now());
+        QVERIFY(!later.tracker.GetRecord().isFirstUp);
+        (void)marked.tracker.Restore(first.tracker.GetMemory(), marked.now());
+        QVERIFY(marked.tracker.GetRecord().isFirstUp && !later.tracker.GetRecord().isFirstUp);
     }
 
     void tuning_data()

@@ -1,8 +1,16 @@
 #include "nodes/alarms/AlarmStation.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/storage/SqliteDatabase.h"
+#include "nodes/visual/LimitZones.h"
 #include "support/Rows.h"
 
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
 Q_DECLARE_METATYPE(Nodes::Quality)
+Q_DECLARE_METATYPE(Nodes::Result::ResultType)
 
 using namespace Nodes;
 
@@ -89,40 +97,51 @@ private slots:
         QVERIFY(tune(highHigh, 93) == Result::OutOfRange);
         QVERIFY(tune(low, 94) == Result::OutOfRange);
         QVERIFY(tune(low, 93));
+        const LimitZones zones = LimitZones::FromAlarms(*station.tank); // what gauges show
+        QVERIFY(zones.highHigh == 95 && zones.high == 94 && zones.low == 93);
         QVERIFY(station.alarming->RevertTuning(station.high) == Result::OutOfRange);
         QVERIFY(station.alarming->RevertTuning(low));
         QVERIFY(station.alarming->RevertTuning(station.high));
         QVERIFY(station.alarming->RevertTuning(station.high) == Result::NotFound);
     }
 
+    void staysOverRestart_data()
+    {
+        const Rows<bool> row("isKilled");
+        row("stopped", false);
+        row("killed", true); // nothing is written at the end
+    }
+
     void staysOverRestart()
     {
-        ConfigNode *high = nullptr;
-        BasicEvent before;
-        {
-            AlarmStation station(*m_directory, false, 0);
-            high = station.high;
-            station.set(high, {{"latched", "true"}, {"firstUpGroup", "горелка"}});
-            QVERIFY(station.core.Stop() && station.core.Start());
-            station.publish(90);
-            QTRY_VERIFY(station.highState() == AlarmState::ActiveUnacked);
-            QVERIFY(station.alarming->Acknowledge(high, "осмотр"));
-            station.publish(10);
-            QVERIFY(station.highState() == AlarmState::AwaitingReset);
-            QVERIFY(station.alarming->SetOutOfService(station.quality, true, "ремонт"));
-            QVERIFY(station.alarming->Tune(station.quality, {{}, {}, 700, {}}));
-            QVERIFY(station.alarming->Shelve(high, 600, "поверка"));
-            before = station.alarming->GetHiddenAlarms()[1];
-            if (before.sourceNode != NodeLink(high))
-                before = station.alarming->GetHiddenAlarms()[0];
-        }
-        AlarmStation station(*m_directory, false, 0);
-        station.set(station.high, {{"latched", "true"}, {"firstUpGroup", "горелка"}});
+        QFETCH(bool, isKilled);
+        QTemporaryDir image;
+        const auto prepare = [](AlarmStation &station) {
+            station.set(station.high, {{"latched", "true"}, {"firstUpGroup", "горелка"}});
+            return station.core.Start().IsSuccess();
+        };
+        auto former = std::make_unique<AlarmStation>(*m_directory, false, 0, "fixture", true);
+        QVERIFY(prepare(*former));
+        former->publish(90);
+        QVERIFY(former->alarming->Acknowledge(former->high, "осмотр"));
+        former->publish(10);
+        QVERIFY(former->highState() == AlarmState::AwaitingReset);
+        QVERIFY(former->alarming->SetOutOfService(former->quality, true, "ремонт"));
+        QVERIFY(former->alarming->Tune(former->quality, {{}, {}, 700, {}}));
+        QVERIFY(former->alarming->Shelve(former->high, 600, "поверка"));
+        const Timestamp until = ManualClock::Use().Now() + 600 * ManualClock::second;
+        QTRY_COMPARE(former->alarming->GetHealth().unkept, std::size_t(0));
+        QVERIFY(QDir(image.path()).mkpath("data"));
+        for (const char *file : {"data/alarms.sqlite", "data/alarms.sqlite-wal"})
+            QVERIFY(!isKilled || QFile::copy(m_directory->filePath(file), image.filePath(file)));
+        former.reset();
+        AlarmStation station(isKilled ? image : *m_directory, false, 0, "fixture", true);
+        QVERIFY(prepare(station));
         QCOMPARE(station.alarming->GetHiddenAlarms().size(), std::size_t(2));
         for (const BasicEvent &alarm : station.alarming->GetHiddenAlarms()) {
             const bool isHigh = alarm.sourceNode == NodeLink(station.high);
             QCOMPARE(alarm.hiddenReason, std::string(isHigh ? "поверка" : "ремонт"));
-            QCOMPARE(alarm.hiddenUntil, isHigh ? before.hiddenUntil : 0);
+            QCOMPARE(alarm.hiddenUntil, isHigh ? until : 0);
             QCOMPARE(alarm.comment, std::string(isHigh ? "осмотр" : ""));
         }
         QCOMPARE(*station.alarming->GetTuning(station.quality).onDelay, 700);
@@ -130,7 +149,7 @@ private slots:
         QVERIFY(station.highState() == AlarmState::AwaitingReset);
         QVERIFY(station.alarming->Reset(station.high));
         QVERIFY(station.highState() == AlarmState::Normal);
-        QTRY_COMPARE(station.journalledText("Причина: поверка").size(), std::size_t(1));
+        QTRY_COMPARE(station.journalledText(": сброшена").size(), std::size_t(1));
     }
 
     // A project that says something new counts; what was tuned by then is told of and forgotten.
@@ -276,6 +295,51 @@ private slots:
         const bool isBroken = script.find("s1") == std::string::npos;
         QTRY_COMPARE(station.journalledText("условие не вычисляется").size(),
                      std::size_t(isBroken));
+    }
+
+    void findings_data()
+    {
+        const Rows<QByteArray, QByteArray, Result::ResultType> row("kind", "properties", "finding");
+        row("no mask", "alarmBits", "", Result::InvalidArgument);
+        row("pattern beyond the mask", "alarmBits", "mask=4 pattern=3", Result::InvalidArgument);
+        row("bits", "alarmBits", "mask=0x0c pattern=4", Result::Success);
+        row("rate", "alarmRate", "limit=0", Result::OutOfRange);
+        row("deviation", "alarmDeviation", "limit=0", Result::OutOfRange);
+        row("compared with nothing", "alarmDeviation", "reference=99999", Result::NotFound);
+        row("suppressed by nothing", "alarmLimit", "suppressWhen=99999", Result::NotFound);
+        row("script of nothing", "alarmLimit", "suppressScript=s1 suppressInputs=99999",
+            Result::NotFound);
+        row("HH below H", "alarmLimit", "type=HH limit=79", Result::OutOfRange);
+        row("HH above H", "alarmLimit", "type=HH limit=81", Result::Success);
+        row("L above H", "alarmLimit", "type=L limit=81", Result::Success); // H tells it
+    }
+
+    void findings()
+    {
+        QFETCH(QByteArray, kind);
+        QFETCH(QByteArray, properties);
+        QFETCH(Result::ResultType, finding);
+        AlarmStation station(*m_directory, false, 0, "fixture", true);
+        const auto count = [](const ConfigNode *node, Result::ResultType type) {
+            const ValidationResults found = node->isValid();
+            return std::count_if(found.begin(), found.end(), [type](const ValidationMessage &m) {
+                return m.GetResult().GetType() == type && m.GetMessageStr().find("Тревога") == 0;
+            });
+        };
+        QCOMPARE(count(station.high, Result::OutOfRange), 0);
+        ConfigNode *alarm = station.add(kind.constData(), station.tank);
+        for (const QByteArray &property : properties.split(' ')) {
+            const QList<QByteArray> parts = property.split('=');
+            if (parts.size() == 2)
+                QVERIFY(alarm->SetPropertyText(parts[0].toStdString(), parts[1].toStdString()));
+        }
+        QCOMPARE(count(alarm, Result::Success), 1); // the advice to guide the operator
+        for (const auto type : {Result::InvalidArgument, Result::OutOfRange, Result::NotFound})
+            QCOMPARE(count(alarm, type), type == finding ? 1 : 0);
+        const bool isAbove = properties == "type=L limit=81";
+        QCOMPARE(count(station.high, Result::OutOfRange), isAbove ? 1 : 0);
+        QVERIFY(alarm->SetPropertyText("cause", "утечка"));
+        QCOMPARE(count(alarm, Result::Success), 0);
     }
 
     // Until the signal has its first value what was before the restart holds; without a condition

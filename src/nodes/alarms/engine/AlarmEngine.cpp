@@ -289,7 +289,7 @@ AlarmHealth AlarmEngine::GetHealth() const
 void AlarmEngine::SetFloodLimits(int begin, int end)
 {
     const std::lock_guard lock(m_mutex);
-    m_flood = AlarmFloodWatch(begin, end);
+    m_flood.SetLimits(begin, end);
 }
 
 Result AlarmEngine::Tune(const NodeLink &alarm, const std::optional<AlarmTuning> &wanted,

@@ -16,6 +16,12 @@ public:
     /// A flood begins with more than `begin` alarms in ten minutes and ends with fewer than `end`.
     AlarmFloodWatch(int begin, int end) : m_begin(begin), m_end(end) {}
 
+    /// What was counted stays.
+    void SetLimits(int begin, int end)
+    {
+        m_begin = begin;
+        m_end = end;
+    }
     void Add(Timestamp steady, Timestamp wall);
     /// Time has passed.
     void Advance(Timestamp steady, Timestamp wall);

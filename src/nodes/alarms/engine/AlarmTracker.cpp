@@ -61,8 +61,13 @@ AlarmTuning AlarmTracker::Restore(const AlarmMemory &memory, const AlarmMoment &
         overruled = AlarmTuningRules::DropOverruled(AlarmTuningRules::OfProject(m_settings), deeds);
     });
     takeTuning();
-    if (m_group && isListed() && memory.isFirstUp)
-        m_group->first = this;
+    // Which came first is remembered; the order of restoring tells nothing.
+    if (m_group && isListed()) {
+        m_isCounted = true;
+        ++m_group->listed;
+        if (memory.isFirstUp)
+            m_group->first = this;
+    }
     follow(now);
     return overruled;
 }
@@ -148,7 +153,7 @@ void AlarmTracker::followGroup()
         m_isCounted = !m_isCounted;
         if (!m_isCounted && --m_group->listed == 0)
             m_group->first = nullptr;
-        else if (m_isCounted && m_group->listed++ == 0 && !m_group->first)
+        else if (m_isCounted && m_group->listed++ == 0)
             m_group->first = this;
     }
     m_memory.isFirstUp = m_group->first == this;
