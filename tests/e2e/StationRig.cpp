@@ -66,6 +66,16 @@ StationRig::StationRig()
         qFatal("cannot read the project");
 }
 
+void StationRig::begin(const QString &windowManager)
+{
+    const QString missing = missingTool();
+    if (!missing.isEmpty())
+        QSKIP(qPrintable(missing + " is not installed; tools/install-dependencies installs it"));
+    QVERIFY(startDisplay(windowManager));
+    QVERIFY(startPlant());
+    QVERIFY(startStation());
+}
+
 QString StationRig::missingTool()
 {
     for (const char *tool :

@@ -42,8 +42,9 @@ class StationRig
 public:
     StationRig();
 
-    /// Names the first missing tool; "" when all are there.
-    static QString missingTool();
+    /// Begins a test's programs in its initTestCase: skips the test where a tool is missing, fails
+    /// it when one does not come up.
+    void begin(const QString &windowManager = QStringLiteral("openbox"));
 
     /// Each is false when the program did not come up.
     /// The display has the window manager of a desktop; "xfwm4" is one that stacks differently.
@@ -80,6 +81,8 @@ public:
     QImage grab(const QRect &part, const QString &name) const;
 
 private:
+    /// Names the first missing tool; "" when all are there.
+    static QString missingTool();
     [[nodiscard]] bool startWindowManager(const QString &program);
     QProcessEnvironment environment() const;
     /// Runs a program on the display to its end; `output` gets what it printed.

@@ -54,16 +54,7 @@ class StationTrendsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        const QString missing = StationRig::missingTool();
-        if (!missing.isEmpty())
-            QSKIP(
-                qPrintable(missing + " is not installed; tools/install-dependencies installs it"));
-        QVERIFY(m_rig.startDisplay());
-        QVERIFY(m_rig.startPlant());
-        QVERIFY(m_rig.startStation());
-    }
+    void initTestCase() { m_rig.begin(); }
     void opensByClick()
     {
         QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, connecting);

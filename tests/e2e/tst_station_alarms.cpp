@@ -1,0 +1,163 @@
+// A fault of the plant on its way to the operator and back: the element, the banner, the page that
+// the banner leads to, the acknowledgement and what the journal keeps of it.
+#include "e2e/StationRig.h"
+
+#include <QJsonObject>
+#include <QtTest>
+
+using namespace EndToEnd;
+
+namespace {
+
+constexpr int connecting = 15000; // ms
+constexpr int looking = 15000;    // ms; what blinks may be missed by a look or two
+
+const QString header = QStringLiteral("Заголовок");
+const QString footer = QStringLiteral("Навигация");
+const QString schematic = QStringLiteral("Мнемосхема");
+const QString overview = QStringLiteral("Котельная");
+const QString alarms = QStringLiteral("Тревоги");
+const QString login = QStringLiteral("Авторизация");
+const QString banner = QStringLiteral("Строка тревог");
+const QString pump = QStringLiteral("Состояние Net.Pump1.Fault");
+
+const QColor secondPriority(240, 180, 0);
+const QColor jumpMark(0x0b, 0x4f, 0xb3);
+
+int count(const QImage &image, const QColor &color)
+{
+    int found = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            found += image.pixelColor(x, y) == color;
+    }
+    return found;
+}
+
+} // namespace
+
+/// Each step goes on from where the last one left the station.
+class StationAlarmsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_rig.begin(); }
+    void isCalm()
+    {
+        QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, connecting);
+        QTRY_COMPARE_WITH_TIMEOUT(alarmsThatAre("active"), 0, connecting);
+        QTRY_COMPARE(count(shownBanner("calm"), secondPriority), 0);
+        QVERIFY(!aroundPump("calm-pump").isNull());
+    }
+    void marksElementAndBanner()
+    {
+        m_rig.plant().write("Sim.NetPump1Failure", 1.0);
+        QTRY_VERIFY(alarmsThatAre("unacknowledged") > 0);
+        QTRY_VERIFY(m_rig.hasTitle(alarms));
+        clickInAlarms(-60);
+        QTRY_VERIFY(!m_rig.hasTitle(alarms));
+        QTRY_VERIFY_WITH_TIMEOUT(count(aroundPump("pump"), secondPriority) > 100, looking);
+        QTRY_VERIFY_WITH_TIMEOUT(count(aroundPump("pump"), secondPriority) == 0,
+                                 looking); // it blinks
+        QTRY_VERIFY_WITH_TIMEOUT(count(shownBanner("banner"), secondPriority) > 100, looking);
+    }
+    void leadsToTheSource()
+    {
+        m_rig.click(m_rig.project().centreOf(footer, "Страница: Тренды К1"));
+        QTRY_VERIFY(isOnPage("Тренды К1"));
+        m_rig.click(bannerPlace().topLeft() + QPoint(120, 24));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            count(m_rig.grab(m_rig.window(schematic).place, "source"), jumpMark) > 100, looking);
+    }
+    void acknowledgesWithinRights()
+    {
+        const int before = alarmsThatAre("unacknowledged");
+        clickBannersButton(); // nobody is logged in
+        logIn();
+        QVERIFY(alarmsThatAre("unacknowledged") >= before);
+        QTRY_VERIFY_WITH_TIMEOUT(acknowledgedAll(), connecting);
+        m_rig.grab({}, "acknowledged");
+    }
+    void opensTheAlarmWindow()
+    {
+        m_rig.click(bannerPlace().topRight() + QPoint(-150, 24));
+        QTRY_VERIFY(m_rig.hasTitle(alarms));
+        clickInAlarms(-60);
+    }
+    void theJournalTellsWhoAcknowledged()
+    {
+        QVERIFY(m_rig.stopStation());
+        const QString told = journal();
+        QVERIFY(told.contains("Отказ сетевого насоса 1"));
+        QVERIFY(told.contains("Квитирование события"));
+        QVERIFY(told.contains("\"operator\""));
+    }
+
+private:
+    int alarmsThatAre(const char *state) const
+    {
+        return m_rig.status()["alarms"].toObject()[state].toInt(-1);
+    }
+    bool isOnPage(const QString &page) const
+    {
+        const QVector<ShownElement> tiles = m_rig.window(footer).elements;
+        return std::any_of(tiles.begin(), tiles.end(), [&](const ShownElement &tile) {
+            return tile.text.contains(QStringLiteral("▸ ") + page);
+        });
+    }
+    QRect bannerPlace() const
+    {
+        return m_rig.project()
+            .placeIn(header, banner)
+            .translated(m_rig.window(header).place.topLeft());
+    }
+    QImage shownBanner(const QString &name) const { return m_rig.grab(bannerPlace(), name); }
+    /// With the frame beside it.
+    QRect aroundPumpPlace() const
+    {
+        return m_rig.project()
+            .placeIn(overview, pump)
+            .translated(m_rig.window(schematic).place.topLeft())
+            .adjusted(-6, -6, 6, 6);
+    }
+    QImage aroundPump(const QString &name) const { return m_rig.grab(aroundPumpPlace(), name); }
+    void clickBannersButton() const { m_rig.click(bannerPlace().topRight() + QPoint(-60, 24)); }
+    void clickInAlarms(int x) const
+    {
+        const QRect place = m_rig.placeOf(alarms);
+        QVERIFY(place.isValid());
+        m_rig.click({(x < 0 ? place.right() : place.left()) + x, place.bottom() - 32});
+    }
+    void logIn() const
+    {
+        m_rig.click(m_rig.project().centreOf(header, "Войти…"));
+        QTRY_VERIFY(m_rig.hasTitle(login));
+        m_rig.type("1111", "Return");
+        QTRY_VERIFY(!m_rig.hasTitle(login));
+        QTRY_COMPARE(m_rig.window(header).textOf("Пользователь"), QStringLiteral("Оператор смены"));
+    }
+    /// One more by the banner, as long as any waits.
+    bool acknowledgedAll() const
+    {
+        if (m_rig.hasTitle(alarms))
+            clickInAlarms(-60);
+        if (alarmsThatAre("unacknowledged") > 0)
+            clickBannersButton();
+        return alarmsThatAre("unacknowledged") == 0;
+    }
+    QString journal() const
+    {
+        QProcess records;
+        records.start(STATION_BINARY_DIR "/bin/records",
+                      {"journal", "export", m_rig.dataDirectory() + "/journal.sqlite"});
+        return records.waitForFinished() && records.exitCode() == 0
+                   ? QString::fromUtf8(records.readAllStandardOutput())
+                   : QString();
+    }
+
+    StationRig m_rig;
+};
+
+QTEST_GUILESS_MAIN(StationAlarmsTest)
+#include "tst_station_alarms.moc"
