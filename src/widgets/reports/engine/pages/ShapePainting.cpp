@@ -3,16 +3,18 @@
 #include "widgets/reports/engine/template/TemplateItem.h"
 
 #include <QImage>
+#include <QLineF>
 #include <QPainter>
 #include <QPen>
 #include <QPolygonF>
+#include <QVector>
 
 namespace LimeReport {
 
 namespace {
 
 enum ShapeType { HorizontalLine = 0, VerticalLine = 1, Ellipse = 2, Rectangle = 3 };
-enum Border { Top = 1, Bottom = 2, Left = 4, Right = 8 };
+enum Border { Top = 1, Bottom = 2, Left = 4, Right = 8, All = 15 };
 
 int shapeType(const TemplateItem &source)
 {
@@ -78,23 +80,28 @@ void paintShape(QPainter &painter, const QRectF &rect, const TemplateItem &sourc
 void paintBorders(QPainter &painter, const QRectF &rect, const TemplateItem &source)
 {
     const int borders = source.integer(QStringLiteral("borders"));
-    if ((borders & (Top | Bottom | Left | Right)) == 0)
+    if ((borders & All) == 0)
         return;
     QPen pen = linePen(source.color(QStringLiteral("borderColor"), Qt::black),
                        source.real(QStringLiteral("borderLineSize"), 1),
                        source.integer(QStringLiteral("borderStyle"), Qt::SolidLine));
     pen.setCapStyle(Qt::SquareCap);
-    painter.save();
     painter.setPen(pen);
+    if ((borders & All) == All) {
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(rect);
+        return;
+    }
+    QVector<QLineF> lines;
     if (borders & Top)
-        painter.drawLine(rect.topLeft(), rect.topRight());
+        lines.append({rect.topLeft(), rect.topRight()});
     if (borders & Bottom)
-        painter.drawLine(rect.bottomLeft(), rect.bottomRight());
+        lines.append({rect.bottomLeft(), rect.bottomRight()});
     if (borders & Left)
-        painter.drawLine(rect.topLeft(), rect.bottomLeft());
+        lines.append({rect.topLeft(), rect.bottomLeft()});
     if (borders & Right)
-        painter.drawLine(rect.topRight(), rect.bottomRight());
-    painter.restore();
+        lines.append({rect.topRight(), rect.bottomRight()});
+    painter.drawLines(lines);
 }
 
 void paintPicture(QPainter &painter, const QRectF &rect, const QImage &image,

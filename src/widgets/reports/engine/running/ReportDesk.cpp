@@ -5,6 +5,7 @@
 #include <QEventLoop>
 #include <QProgressDialog>
 
+#include <memory>
 #include <utility>
 
 namespace LimeReport {
@@ -120,11 +121,11 @@ bool ReportDesk::run(const QString &file, QPrinter *printer)
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
     if (!start(file, printer))
         return false;
-    QProgressDialog dialog;
-    if (showsProgress)
-        showProgress(dialog);
-    else
-        dialog.reset();
+    std::unique_ptr<QProgressDialog> dialog;
+    if (showsProgress) {
+        dialog = std::make_unique<QProgressDialog>();
+        showProgress(*dialog);
+    }
     loop.exec();
     return alive && result.isEmpty();
 }

@@ -114,24 +114,27 @@ int TextBlock::charactersWithin(double height) const
 void TextBlock::paint(QPainter &painter, const QRectF &box) const
 {
     const QSizeF inner = room();
-    painter.save();
-    if (m_style.angle == 0) {
-        painter.translate(box.topLeft());
-    } else {
-        painter.translate(box.center());
-        painter.rotate(m_style.angle);
-        painter.translate(-m_size.width() / 2, -m_size.height() / 2);
-    }
-    painter.translate(m_style.margin, m_style.margin);
+    const QPointF corner(m_style.margin, m_style.margin);
     painter.setPen(m_style.color);
-    if (m_document)
+    // Changes of the painter's state cost more than the text itself, in files above all.
+    if (m_style.angle == 0 && m_layout) {
+        paintPlain(painter, box.topLeft() + corner, inner);
+        return;
+    }
+    painter.save();
+    painter.translate(box.center());
+    painter.rotate(m_style.angle);
+    painter.translate(-m_size.width() / 2, -m_size.height() / 2);
+    if (m_document) {
+        painter.translate(corner);
         paintRich(painter, inner);
-    else
-        paintPlain(painter, inner);
+    } else {
+        paintPlain(painter, corner, inner);
+    }
     painter.restore();
 }
 
-void TextBlock::paintPlain(QPainter &painter, const QSizeF &inner) const
+void TextBlock::paintPlain(QPainter &painter, const QPointF &corner, const QSizeF &inner) const
 {
     const int count = m_layout->lineCount();
     const int visible = qMax(1, visibleLines(inner.height()));
@@ -146,7 +149,7 @@ void TextBlock::paintPlain(QPainter &painter, const QSizeF &inner) const
         top = (inner.height() - height) / 2;
     const bool isCut = visible < count || m_isTooWide;
     for (int index = 0; index < visible - (isCut ? 1 : 0); ++index)
-        m_layout->lineAt(index).draw(&painter, QPointF(0, top));
+        m_layout->lineAt(index).draw(&painter, corner + QPointF(0, top));
     if (!isCut)
         return;
     const QFontMetricsF metrics(m_style.font, Reference::device());
@@ -159,7 +162,7 @@ void TextBlock::paintPlain(QPainter &painter, const QSizeF &inner) const
     QTextLine line = ellipsis.createLine();
     line.setLineWidth(inner.width());
     ellipsis.endLayout();
-    ellipsis.draw(&painter, QPointF(0, top + last.y()));
+    ellipsis.draw(&painter, corner + QPointF(0, top + last.y()));
 }
 
 void TextBlock::paintRich(QPainter &painter, const QSizeF &inner) const

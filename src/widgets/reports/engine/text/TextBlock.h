@@ -33,14 +33,14 @@ public:
     /// rich text all or none.
     int charactersWithin(double height) const;
 
-    /// In `box`, which has the size told. Text that the box does not take ends in an ellipsis: it
-    /// is never cut so that what is left reads as if it were all.
+    /// In `box`, which has the size told; changes the painter's pen. Text that the box does not
+    /// take ends in an ellipsis: it is never cut so that what is left reads as if it were all.
     void paint(QPainter &painter, const QRectF &box) const;
 
 private:
     void breakLines();
-    void paintPlain(QPainter &painter, const QSizeF &room) const;
-    void paintRich(QPainter &painter, const QSizeF &room) const;
+    void paintPlain(QPainter &painter, const QPointF &corner, const QSizeF &inner) const;
+    void paintRich(QPainter &painter, const QSizeF &inner) const;
     int visibleLines(double height) const;
     QSizeF room() const;
 
