@@ -44,10 +44,14 @@ std::string asFileName(std::string text)
     return text.empty() ? "report" : text;
 }
 
+bool leadsUp(const fs::path &path)
+{
+    return std::any_of(path.begin(), path.end(), [](const fs::path &part) { return part == ".."; });
+}
+
 bool leadsOut(const fs::path &path)
 {
-    return path.is_absolute() ||
-           std::any_of(path.begin(), path.end(), [](const fs::path &part) { return part == ".."; });
+    return path.is_absolute() || leadsUp(path);
 }
 
 } // namespace
@@ -70,6 +74,8 @@ KindInfo reportSchedule::Kind()
         .Property<&reportSchedule::m_fileName>(Prop::FileName, "File name", "Имя файла")
         .Property<&reportSchedule::m_format>(Prop::Format, "Format", "Формат")
         .Choice(FormatPdf, "pdf", "PDF")
+        .Choice(FormatCsv, "csv", "CSV")
+        .Choice(FormatXlsx, "xlsx", "XLSX")
         .Property<&reportSchedule::m_keepCount>(Prop::KeepCount, "Files kept", "Хранить файлов")
         .Range(0, 100000)
         .Property<&reportSchedule::m_keepDays>(Prop::KeepDays, "Days kept", "Хранить, суток")
@@ -136,7 +142,8 @@ Result reportSchedule::FindFolder(std::string &folder) const
     if (!named)
         return named;
     const fs::path asked(expanded);
-    const bool isGiven = m_folder.compare(0, 2, "${") == 0 && asked.is_absolute();
+    const bool isGiven =
+        m_folder.compare(0, 2, "${") == 0 && asked.is_absolute() && !leadsUp(asked);
     if (isGiven) {
         folder = asked.lexically_normal().string();
         return Result();

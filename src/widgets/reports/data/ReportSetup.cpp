@@ -116,4 +116,12 @@ QString ReportSetup::faults(const QList<ReportModelTable *> &models)
     return found.join(QStringLiteral("; "));
 }
 
+ExportSheets ReportSetup::sheets(const QList<ReportModelTable *> &models)
+{
+    ExportSheets all;
+    for (const ReportModelTable *model : models)
+        all.append({model->objectName(), model->sharedRows()});
+    return all;
+}
+
 } // namespace Widgets

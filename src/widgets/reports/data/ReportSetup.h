@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/reports/export/ExportSheet.h"
 
 #include "nodes/reports/time/ReportPeriod.h"
 
@@ -40,6 +41,8 @@ WIDGETS_EXPORT QList<ReportModelTable *>
 addModels(LimeReport::ReportEngine &engine, const Nodes::BasicReport &report, QThreadPool *pool);
 /// What is wrong with the data of the models, for operators, each once; "" when nothing is.
 WIDGETS_EXPORT QString faults(const QList<ReportModelTable *> &models);
+/// What the models hold, for a file of tables.
+WIDGETS_EXPORT ExportSheets sheets(const QList<ReportModelTable *> &models);
 
 } // namespace ReportSetup
 

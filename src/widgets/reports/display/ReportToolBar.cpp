@@ -54,6 +54,8 @@ qwidgetReportDisplay::ReportToolBar::ReportToolBar(QWidget *parent) : QToolBar(p
     next = addKey(QStringLiteral("Переход к следующему листу"), "chevron_right");
     fitWidth = addKey(QStringLiteral("Масштабирование по ширине листа"), "width");
     fitPage = addKey(QStringLiteral("Масштабирование по размеру листа"), "fit_to_width");
+    csv = addKey(QStringLiteral("Сохранение данных в CSV"), "csv");
+    xlsx = addKey(QStringLiteral("Сохранение данных в XLSX"), "xlsx");
     m_progress = new QLabel(this);
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progressPlace = addWidget(m_progress);
@@ -100,7 +102,7 @@ void qwidgetReportDisplay::ReportToolBar::setProgress(const QString &text)
 
 void qwidgetReportDisplay::ReportToolBar::setHasPages(bool has)
 {
-    for (QAction *key : {print, pdf, prior, next, fitWidth, fitPage})
+    for (QAction *key : {print, pdf, prior, next, fitWidth, fitPage, csv, xlsx})
         key->setEnabled(has);
 }
 

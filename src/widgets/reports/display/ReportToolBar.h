@@ -31,6 +31,8 @@ public:
     QAction *next;
     QAction *fitWidth;
     QAction *fitPage;
+    QAction *csv;
+    QAction *xlsx;
     QAction *cancel;
 
 private:

@@ -9,6 +9,7 @@
 #include "widgets/reports/display/ReportChoiceStore.h"
 #include "widgets/reports/display/ReportNote.h"
 #include "widgets/reports/display/ReportToolBar.h"
+#include "widgets/reports/export/DataExport.h"
 
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/reports/BasicReport.h"
@@ -114,6 +115,9 @@ void qwidgetReportDisplay::connectToolBar()
     connect(m_toolBar->next, &QAction::triggered, m_preview, &Preview::nextPage);
     connect(m_toolBar->fitWidth, &QAction::triggered, m_preview, &Preview::fitWidth);
     connect(m_toolBar->fitPage, &QAction::triggered, m_preview, &Preview::fitPage);
+    connect(m_toolBar->csv, &QAction::triggered, this, [this] { saveTable(false); });
+    connect(m_toolBar->xlsx, &QAction::triggered, this, [this] { saveTable(true); });
+    connect(m_toolBar->cancel, &QAction::triggered, this, &qwidgetReportDisplay::cancelWork);
 }
 
 void qwidgetReportDisplay::connectEngine()
@@ -123,7 +127,14 @@ void qwidgetReportDisplay::connectEngine()
     connect(m_engine.get(), &Engine::renderFinished, this, &qwidgetReportDisplay::onRenderFinished);
     connect(m_preview, &LimeReport::PreviewReportWidget::outputFinished, this,
             &qwidgetReportDisplay::onOutputFinished);
-    connect(m_toolBar->cancel, &QAction::triggered, m_engine.get(), &Engine::cancelRender);
+    m_export = new DataExport(this);
+    connect(m_export, &DataExport::progressed, this, [this](int percent) {
+        m_toolBar->setProgress(QStringLiteral("Сохранено %1 %").arg(percent));
+    });
+    connect(m_export, &DataExport::finished, this, [this](const QString &error) {
+        m_toolBar->setProgress(QString());
+        onOutputFinished(error);
+    });
     connect(m_engine.get(), &Engine::renderPageFinished, this,
             [this](int pages) { m_toolBar->setProgress(QStringLiteral("Листов: %1").arg(pages)); });
 }

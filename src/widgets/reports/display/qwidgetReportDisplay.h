@@ -28,6 +28,7 @@ class BasicReport;
 
 namespace Widgets {
 
+class DataExport;
 class ReportModelTable;
 class ReportNote;
 class WaitBox;
@@ -88,6 +89,8 @@ private:
     void generate();
     void askInterval();
     void showInterval();
+    void saveTable(bool isXlsx);
+    void cancelWork();
     void onRenderStarted();
     void onRenderFinished();
     void onOutputFinished(const QString &error);
@@ -100,6 +103,7 @@ private:
     QThreadPool m_pool; // reads the data; outlives the models
     std::unique_ptr<LimeReport::ReportEngine> m_engine;
     LimeReport::PreviewReportWidget *m_preview = nullptr;
+    DataExport *m_export = nullptr;
     WaitBox *m_waitBox = nullptr;
     std::vector<Nodes::NodeLink> m_reports;
     QList<ReportModelTable *> m_models; // owned by the engine

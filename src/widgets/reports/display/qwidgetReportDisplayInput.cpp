@@ -1,17 +1,24 @@
 // What the operator asks of a report display.
+#include "widgets/charts/menus/TouchMenu.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/reports/data/ReportModelTable.h"
+#include "widgets/reports/data/ReportSetup.h"
 #include "widgets/reports/display/ReportChoiceStore.h"
+#include "widgets/reports/display/ReportFileDialog.h"
 #include "widgets/reports/display/ReportIntervalDialog.h"
 #include "widgets/reports/display/ReportNote.h"
 #include "widgets/reports/display/ReportToolBar.h"
+#include "widgets/reports/export/DataExport.h"
 
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/time/shiftTable.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
 
+#include <QAction>
 #include <QComboBox>
+
+#include <lrreportengine.h>
 
 namespace Widgets {
 
@@ -37,8 +44,8 @@ void qwidgetReportDisplay::askInterval()
     if (!core)
         return;
     DialogRequest request;
-    request.element = this;
-    request.parent = window();
+    request.element = m_toolBar->widgetForAction(m_toolBar->interval);
+    request.parent = TouchMenu::windowOf(this);
     const OwnedDialog<ReportIntervalDialog> dialog(request);
     dialog->setShifts(Nodes::shiftTable::PlanOf(core->GetNodesCollection()));
     dialog->setChoice(m_choice, Nodes::Clock::Current().Now());
@@ -52,6 +59,31 @@ void qwidgetReportDisplay::askInterval()
 void qwidgetReportDisplay::showInterval()
 {
     m_toolBar->setInterval(QString::fromStdString(Nodes::ReportIntervalText(m_span)));
+}
+
+void qwidgetReportDisplay::saveTable(bool isXlsx)
+{
+    if (m_export->isRunning() || m_models.isEmpty())
+        return;
+    const QString ending = isXlsx ? QStringLiteral("xlsx") : QStringLiteral("csv");
+    const QString interval =
+        m_toolBar->interval->text().replace(QLatin1Char(':'), QLatin1Char('-'));
+    const QString name =
+        QStringLiteral("%1 %2.%3").arg(m_toolBar->reports->currentText(), interval, ending);
+    const QPointer<qwidgetReportDisplay> self = this;
+    const QString file = ReportFileDialog::ask(
+        this, isXlsx ? m_toolBar->xlsx->text() : m_toolBar->csv->text(), name, ending);
+    if (file.isEmpty() || !self)
+        return;
+    m_toolBar->setProgress(tr("Сохраняется…"));
+    m_export->start(file, isXlsx ? DataExport::Format::Xlsx : DataExport::Format::Csv,
+                    ReportSetup::sheets(m_models));
+}
+
+void qwidgetReportDisplay::cancelWork()
+{
+    m_engine->cancelRender();
+    m_export->cancel();
 }
 
 // Another user has other reports, other rights and other intervals: nothing of the last one's

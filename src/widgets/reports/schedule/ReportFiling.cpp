@@ -2,6 +2,7 @@
 
 #include "widgets/reports/data/ReportModelTable.h"
 #include "widgets/reports/data/ReportSetup.h"
+#include "widgets/reports/export/DataExport.h"
 
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/data/ReportQuestion.h"
@@ -43,6 +44,11 @@ ReportFiling::ReportFiling(const Nodes::systemCore &core, QObject *parent)
       m_placed([this](const std::vector<ReportFolder::Place> &places) { onPlaced(places.back()); })
 {
     m_pool.setMaxThreadCount(readers);
+    m_export = new DataExport(this);
+    connect(m_export, &DataExport::finished, this, [this](const QString &error) {
+        if (m_isRunning)
+            end(error.isEmpty() ? m_export->files() : QStringList(), error);
+    });
 }
 
 ReportFiling::~ReportFiling()
@@ -128,8 +134,17 @@ void ReportFiling::onDataUpdated()
 
 void ReportFiling::write()
 {
-    if (!m_engine->startPdf(m_file))
-        end({}, m_engine->lastError());
+    const Nodes::reportSchedule *schedule = scheduleOf(m_schedule);
+    if (!schedule)
+        return end({}, QStringLiteral("Расписание отчёта удалено из проекта."));
+    if (schedule->GetFormat() == Nodes::reportSchedule::FormatPdf) {
+        if (!m_engine->startPdf(m_file))
+            end({}, m_engine->lastError());
+        return;
+    }
+    const bool isXlsx = schedule->GetFormat() == Nodes::reportSchedule::FormatXlsx;
+    m_export->start(m_file, isXlsx ? DataExport::Format::Xlsx : DataExport::Format::Csv,
+                    ReportSetup::sheets(m_models));
 }
 
 void ReportFiling::onSaved(const QString &file, const QString &error)

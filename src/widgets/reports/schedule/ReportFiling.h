@@ -22,6 +22,7 @@ class systemCore;
 
 namespace Widgets {
 
+class DataExport;
 class ReportModelTable;
 
 /// Makes one report into a file, whoever is logged in: finds its place, reads its data and renders
@@ -55,6 +56,7 @@ private:
     const Nodes::systemCore &m_core;
     QThreadPool m_pool; // outlives the models
     std::unique_ptr<LimeReport::ReportEngine> m_engine;
+    DataExport *m_export;
     QList<ReportModelTable *> m_models; // owned by the engine
     Nodes::NodeLink m_schedule;
     Nodes::ReportSpan m_span;
