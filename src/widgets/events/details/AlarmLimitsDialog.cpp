@@ -3,6 +3,7 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/VirtualNumpad.h"
+#include "widgets/elements/health/WhatIfDialog.h"
 #include "widgets/windows/Access.h"
 #include "widgets/windows/DesktopContext.h"
 
@@ -102,7 +103,8 @@ AlarmLimitsDialog::AlarmLimitsDialog(QWidget *parent)
       m_range(makeLabel(this)),
       m_message(makeLabel(this)),
       m_apply(new QPushButton(QStringLiteral("Применить"), this)),
-      m_revert(new QPushButton(QStringLiteral("Вернуть по проекту"), this))
+      m_revert(new QPushButton(QStringLiteral("Вернуть по проекту"), this)),
+      m_whatIf(new QPushButton(QStringLiteral("Что если…"), this))
 {
     setWindowTitle(QStringLiteral("Пределы и задержки"));
     ApplyDialogLook(*this);
@@ -156,10 +158,11 @@ void AlarmLimitsDialog::buildButtons(QGridLayout &grid, int row)
     auto *line = new QHBoxLayout;
     line->setSpacing(gap);
     line->addWidget(m_revert);
+    line->addWidget(m_whatIf);
     line->addStretch();
     line->addWidget(m_apply);
     line->addWidget(close);
-    for (QPushButton *button : {m_revert, m_apply, close}) {
+    for (QPushButton *button : {m_revert, m_whatIf, m_apply, close}) {
         button->setAutoDefault(false);
         MakeTouchable(*button);
     }
@@ -167,6 +170,12 @@ void AlarmLimitsDialog::buildButtons(QGridLayout &grid, int row)
     connect(m_apply, &QPushButton::clicked, this, &AlarmLimitsDialog::apply);
     connect(m_revert, &QPushButton::clicked, this, &AlarmLimitsDialog::revert);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_whatIf, &QPushButton::clicked, this, [this] {
+        const QWidget *near = parentWidget();
+        const Nodes::NodeLink alarm = m_alarm;
+        accept();
+        WhatIfDialog::open(alarm, near);
+    });
 }
 
 void AlarmLimitsDialog::setAlarm(const Nodes::NodeLink &alarm)
@@ -188,6 +197,7 @@ void AlarmLimitsDialog::setAlarm(const Nodes::NodeLink &alarm)
         row.numpad->setEnabled(mayChange);
     }
     m_apply->setEnabled(mayChange);
+    m_whatIf->setEnabled(WhatIfDialog::canOpen(alarm));
     m_revert->setEnabled(mayChange && m_revert->isEnabled());
     m_message->setText(mayChange ? QString() : QStringLiteral("Нет права: настройка"));
 }

@@ -59,6 +59,7 @@ private:
     QLabel *m_message;
     QPushButton *m_apply;
     QPushButton *m_revert;
+    QPushButton *m_whatIf;
     Nodes::NodeLink m_alarm;
     Nodes::AlarmTuning m_now; // as shown when the dialog was filled
 };
