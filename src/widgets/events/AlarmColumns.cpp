@@ -90,8 +90,11 @@ QString AlarmColumns::widestText(int kind)
         return QString(16, QLatin1Char('n'));
     case alarmColumn::Value:
         return QStringLiteral("-000000.000");
+    case alarmColumn::Source:
+    case alarmColumn::Comment:
+        return QString(24, QLatin1Char('n'));
     default:
-        return QString(40, QLatin1Char('n'));
+        return QString(32, QLatin1Char('n'));
     }
 }
 

@@ -25,6 +25,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <array>
 #include <utility>
 
 namespace Widgets {
@@ -96,7 +97,10 @@ void AlarmDialog::buildHead()
     m_areasBar = new AlarmAreasBar(this);
     m_flood = new AlarmFloodView(alarmSystem(), *m_manager, *m_areasBar, this);
     connect(m_flood, &AlarmFloodView::floodChanged, this, &AlarmDialog::summarise);
-    connect(&m_headline->filterButton(), &QPushButton::toggled, m_filterBar, &QWidget::setVisible);
+    connect(&m_headline->filterButton(), &QPushButton::toggled, this, [this](bool isOut) {
+        m_filterBar->setVisible(isOut);
+        tellHeight();
+    });
     connect(m_headline, &AlarmHeadline::resetWanted, m_filtering, &AlarmFiltering::reset);
     connect(m_headline, &AlarmHeadline::beginningWanted, m_table, &QTableView::scrollToTop);
     m_summary.setSingleShot(true);
@@ -127,9 +131,23 @@ void AlarmDialog::buildPanes()
 void AlarmDialog::fold(int pane, bool isOut)
 {
     m_panes->setPane(isOut ? AlarmPanes::Pane(pane) : AlarmPanes::None);
-    const int height = isOut ? m_panes->sizeHint().height() + layout()->spacing() : 0;
-    emit heightWanted(height - m_paneHeight);
-    m_paneHeight = height;
+    tellHeight();
+}
+
+void AlarmDialog::tellHeight()
+{
+    int height = 0;
+    const std::array<const QWidget *, 4> parts{m_headline, m_filterBar, m_areasBar, m_panes};
+    for (const QWidget *part : parts) {
+        if (part->isHidden())
+            continue;
+        const bool wraps = part->hasHeightForWidth() && part->width() > 0;
+        height += (wraps ? part->heightForWidth(part->width()) : part->sizeHint().height()) +
+                  layout()->spacing();
+    }
+    const int more = height - std::exchange(m_besides, height);
+    if (more != 0)
+        emit heightWanted(more);
 }
 
 void AlarmDialog::summarise()
@@ -152,6 +170,7 @@ void AlarmDialog::summarise()
     m_flood->countAreas();
     AlarmBoard::instance().setFilter(m_filtering->words());
     m_panes->follow();
+    tellHeight();
 }
 
 QPushButton *AlarmDialog::makeButton(const QString &text)
@@ -238,14 +257,8 @@ void AlarmDialog::setRoom(int width)
     m_controls->setRoom(room);
     m_headline->setRoom(room);
     m_filterBar->setRoom(room);
-    m_areasBar->setRoom(room);
     m_panes->setRoom(room);
     layout()->activate();
-}
-
-int AlarmDialog::headHeight() const
-{
-    return m_headline->sizeHint().height() + layout()->spacing();
 }
 
 void AlarmDialog::onUpdateProperties()

@@ -40,8 +40,8 @@ public:
     AlarmPanes &panes() const { return *m_panes; }
     /// Lets the sounds be heard again.
     void soundOn();
-    /// Of what stands above the list, pixels.
-    int headHeight() const;
+    /// Height of what stands beside the list and its buttons now, pixels.
+    int besidesHeight() const { return m_besides; }
     /// Makes one row of the buttons the least width, unless it is wider than that.
     void setRoom(int width);
 
@@ -49,7 +49,7 @@ public:
 
 signals:
     void closeRequested();
-    /// A pane was folded out (more) or in (less): pixels that would leave the list its rows.
+    /// Something came up beside the list (more) or went (less): pixels that leave it its rows.
     void heightWanted(int more);
 
 public slots:
@@ -68,6 +68,7 @@ private:
     void buildHead();
     void buildPanes();
     void fold(int pane, bool isOut);
+    void tellHeight();
     void onSoundToggled(bool isMuted);
     void summarise();
     void applySizes();
@@ -85,7 +86,7 @@ private:
     AlarmAreasBar *m_areasBar = nullptr;
     AlarmFloodView *m_flood = nullptr;
     AlarmPanes *m_panes = nullptr;
-    int m_paneHeight = 0; // that was asked for
+    int m_besides = 0; // height of what stands beside the list, as last told
 
     QTimer m_summary;                 // a flood is told some times a second
     Nodes::AlarmOccurrences m_chosen; // while a button is down

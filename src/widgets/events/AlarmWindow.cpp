@@ -90,7 +90,7 @@ void AlarmWindow::comeUp(bool takesFocus)
     if (isHidden()) {
         const bool isKept = loadPlace().IsSuccess();
         if (height() == firstHeight) // nobody has chosen one yet
-            resize(width(), firstHeight + m_dialog->headHeight());
+            resize(width(), firstHeight + m_dialog->besidesHeight());
         keepOnScreen(isKept ? width() : QWIDGETSIZE_MAX);
         show();
     } else if (isMinimized()) {

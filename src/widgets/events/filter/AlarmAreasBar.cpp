@@ -25,6 +25,7 @@ AlarmAreasBar::AlarmAreasBar(QWidget *parent) : QScrollArea(parent), m_content(n
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
     setWidgetResizable(true);
+    viewport()->setAutoFillBackground(false);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     rebuild({});
 }
@@ -51,7 +52,9 @@ void AlarmAreasBar::rebuild(const std::vector<AlarmArea> &areas)
         m_buttons.push_back(button);
         m_names.push_back(area.name);
     }
+    m_row->setRoom(viewport()->width());
     setWidget(m_content);
+    m_content->setAutoFillBackground(false);
 }
 
 void AlarmAreasBar::setAreas(const std::vector<AlarmArea> &areas)
@@ -94,12 +97,6 @@ int AlarmAreasBar::wantedHeight() const
     return std::min(most, std::max(TouchSize, m_row->heightForWidth(viewport()->width())));
 }
 
-void AlarmAreasBar::setRoom(int width)
-{
-    m_row->setRoom(width);
-    updateGeometry();
-}
-
 QSize AlarmAreasBar::sizeHint() const
 {
     return {m_row->sizeHint().width(), wantedHeight()};
@@ -113,8 +110,10 @@ QSize AlarmAreasBar::minimumSizeHint() const
 void AlarmAreasBar::resizeEvent(QResizeEvent *event)
 {
     QScrollArea::resizeEvent(event);
-    if (event->size().width() != event->oldSize().width())
-        updateGeometry();
+    if (event->size().width() == event->oldSize().width())
+        return;
+    m_row->setRoom(viewport()->width());
+    updateGeometry();
 }
 
 } // namespace Widgets

@@ -25,7 +25,6 @@ public:
 
     /// In the order of the list.
     void setAreas(const std::vector<AlarmArea> &areas);
-    void setRoom(int width);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
