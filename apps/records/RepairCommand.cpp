@@ -8,6 +8,7 @@
 #include "apps/records/VerifyCommand.h"
 
 #include "nodes/archive/store/sqlite/SqliteSalvage.h"
+#include "nodes/storage/DatabaseCopy.h"
 #include "nodes/storage/DatabaseFiles.h"
 #include "nodes/storage/SqliteDatabase.h"
 
@@ -128,8 +129,13 @@ Result RepairCommand::keepCopy()
         return Result();
     const std::string copy = freshName(file);
     const fs::path path(file);
+    std::unique_ptr<Nodes::DatabaseCopy> copying;
     Result copied = Nodes::DatabaseFiles(path.parent_path().string())
-                        .Copy(path.filename().string(), copy, Host::StopRequest::flag());
+                        .MakeCopy(path.filename().string(), copy, copying);
+    if (copied) {
+        copying->ObeyFlag(Host::StopRequest::flag());
+        copied = copying->Run();
+    }
     if (!copied && copied != Result::Cancelled) {
         m_archive.disconnect();
         copied = copyBytes(file, copy);

@@ -2,6 +2,7 @@
 
 #include "nodes/journal/JournalLink.h"
 #include "nodes/storage/Digest.h"
+#include "nodes/values/Clock.h"
 
 #include <msgpack.hpp>
 
@@ -99,6 +100,18 @@ std::optional<Record> fromUnnamed(std::string_view bytes)
 }
 
 } // namespace
+
+JournalRow JournalRow::Unreadable(const Record &record)
+{
+    JournalRow row;
+    row.key = record.key;
+    row.event.time = Clock::Current().Now();
+    row.event.level = LevelCritical;
+    row.event.type = TypeSystemState;
+    row.event.text = "Запись журнала не читается, байт: " + std::to_string(record.bytes.size());
+    row.source.name = "Журнал";
+    return row;
+}
 
 RecordFormat JournalFormat()
 {

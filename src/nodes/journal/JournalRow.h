@@ -20,6 +20,9 @@ struct JournalRow
         WithSource = 2
     };
 
+    /// Stands for a record that cannot be read, so that its loss shows.
+    static JournalRow Unreadable(const Record &record);
+
     std::uint64_t key = 0;
     std::uint32_t version = WithSource;
     BasicEvent event;

@@ -9,26 +9,26 @@
 
 namespace Nodes {
 
-namespace {
-
-constexpr std::uint64_t leastKept = 1000;
-constexpr std::uint64_t mostPlanned = 50000; // told of by one entry
-constexpr std::size_t stepRows = 500;        // so that entries wait for a few milliseconds at most
 constexpr Timestamp day = Timestamp(86400) * 1000000;
 
-std::string ageText(Timestamp age)
+std::string JournalTrim::AgeText(Timestamp age)
 {
     return age % day == 0 ? "старше " + std::to_string(age / day) + " дн."
                           : "старше " + std::to_string(age / 1000000) + " с";
 }
 
-/// From a clock that was set wrong: it would hold up those behind it for years.
-bool isFromFuture(Timestamp time, Timestamp now)
+std::string JournalTrim::SizeText(std::uint64_t bytes)
 {
-    return time > now + day;
+    return "журнал больше " + std::to_string(bytes >> 20) + " МБ";
 }
 
-} // namespace
+bool JournalTrim::IsAged(Timestamp time, bool isFirst, Timestamp age, Timestamp now)
+{
+    // Not for a handful of rows each time. What is from the future is of a clock that was set
+    // wrong: it would hold up those behind it for years.
+    const Timestamp beginsAt = now - age - std::min(day, age / 8);
+    return time < (isFirst ? beginsAt : now - age) || time > now + day;
+}
 
 Result JournalTrim::readNumber(const char *sql, std::int64_t &number)
 {
@@ -56,14 +56,14 @@ Result JournalTrim::MakePlan(const JournalRetention &retention, std::optional<Pl
     Result result = readEnds(ends);
     if (result && retention.maximumAge > 0) {
         result = findAged(retention.maximumAge, last);
-        made.reason = ageText(retention.maximumAge);
+        made.reason = AgeText(retention.maximumAge);
     }
     if (result && retention.maximumBytes > 0 && last < ends.first) {
         result = findExcess(retention.maximumBytes, ends, last);
-        made.reason = "журнал больше " + std::to_string(retention.maximumBytes >> 20) + " МБ";
+        made.reason = SizeText(retention.maximumBytes);
     }
-    const std::uint64_t spared = std::max(ends.last, leastKept) - leastKept;
-    last = std::min({last, spared, ends.first + mostPlanned - 1});
+    const std::uint64_t spared = std::max(ends.last, LeastKept) - LeastKept;
+    last = std::min({last, spared, ends.first + MostPlanned - 1});
     if (!result || last < ends.first)
         return result;
     SqliteStatement row(m_database, "SELECT hash FROM events WHERE id = ?1");
@@ -80,14 +80,11 @@ Result JournalTrim::MakePlan(const JournalRetention &retention, std::optional<Pl
 Result JournalTrim::findAged(Timestamp age, std::uint64_t &last)
 {
     const Timestamp now = Clock::Current().Now();
-    // Not for a handful of rows each time.
-    const Timestamp beginsAt = now - age - std::min(day, age / 8);
     SqliteStatement rows(m_database, "SELECT id, time FROM events ORDER BY id LIMIT ?1");
-    rows.Bind(1, static_cast<std::int64_t>(mostPlanned));
+    rows.Bind(1, static_cast<std::int64_t>(MostPlanned));
     bool isFirst = true;
     while (rows.Step()) {
-        const Timestamp time = rows.Integer(1);
-        if (time >= (isFirst ? beginsAt : now - age) && !isFromFuture(time, now))
+        if (!IsAged(rows.Integer(1), isFirst, age, now))
             break;
         last = static_cast<std::uint64_t>(rows.Integer(0));
         isFirst = false;
@@ -159,11 +156,12 @@ Result JournalTrim::Step()
     Result result = JournalTables::ReadLink(m_database, "anchor", anchor);
     if (result)
         result = readNumber("SELECT until FROM anchor", until);
-    Link last = anchor;
+    JournalProof proof(anchor);
     if (result)
-        result = JournalChain(m_database).Check(last, static_cast<std::uint64_t>(until), stepRows);
+        result = JournalChain(m_database).Check(proof, static_cast<std::uint64_t>(until), StepRows);
     if (!result)
         return result;
+    const Link &last = proof.GetLast();
     SqliteStatement take(m_database, "DELETE FROM events WHERE id <= ?1");
     take.Bind(1, static_cast<std::int64_t>(last.id));
     result = take.Run();

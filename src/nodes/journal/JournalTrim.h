@@ -26,6 +26,14 @@ public:
         std::string reason; ///< Russian
     };
 
+    static constexpr std::uint64_t LeastKept = 1000;
+    static constexpr std::uint64_t MostPlanned = 50000; // told of by one entry
+    static constexpr std::size_t StepRows = 500; // so that entries wait for a few milliseconds
+    static std::string AgeText(Timestamp age);
+    static std::string SizeText(std::uint64_t bytes);
+    /// Whether retention takes a row of that time; `isFirst` of those to be taken.
+    static bool IsAged(Timestamp time, bool isFirst, Timestamp age, Timestamp now);
+
     explicit JournalTrim(SqliteDatabase &database) : m_database(database) {}
 
     /// Nothing while there is not enough to be worth an entry.

@@ -43,19 +43,6 @@ void bindRow(SqliteStatement &s, const JournalRow &row, std::uint64_t id, const 
     s.Bind(15, origin);
 }
 
-/// Stands for a record that cannot be read, so that its loss shows.
-JournalRow unreadable(const Record &record)
-{
-    JournalRow row;
-    row.key = record.key;
-    row.event.time = Clock::Current().Now();
-    row.event.level = LevelCritical;
-    row.event.type = TypeSystemState;
-    row.event.text = "Запись журнала не читается, байт: " + std::to_string(record.bytes.size());
-    row.source.name = "Журнал";
-    return row;
-}
-
 void bindSource(SqliteStatement &s, const RecordSource &source)
 {
     s.Bind(1, source.home.project);
@@ -138,17 +125,33 @@ Result SqliteJournal::beginTrim(Upkeep &upkeep)
     return begun;
 }
 
+/// Prepared once for a batch: in a flood nearly every row may be about another source.
+struct SqliteJournal::OriginStatements
+{
+    explicit OriginStatements(SqliteDatabase &database)
+        : find(database, "SELECT id FROM sources WHERE project = ?1 AND station = ?2 AND "
+                         "station_name = ?3 AND node = ?4 AND name = ?5"),
+          add(database, "INSERT INTO sources (project, station, station_name, node, name) "
+                        "VALUES (?1, ?2, ?3, ?4, ?5)")
+    {
+    }
+
+    SqliteStatement find;
+    SqliteStatement add;
+};
+
 Result SqliteJournal::append(const Records &records, std::vector<std::uint64_t> &numbers)
 {
     numbers.assign(records.size(), 0);
     JournalTables::Link last;
     Result result = JournalTables::ReadLink(m_file.Database(), "head", last);
     SqliteStatement insertRow(m_file.Database(), insertion);
+    OriginStatements origins(m_file.Database());
     for (std::size_t i = 0; result && i < records.size(); ++i) {
         std::optional<JournalRow> read = UnpackRow(records[i]);
-        const JournalRow row = read ? std::move(*read) : unreadable(records[i]);
+        const JournalRow row = read ? std::move(*read) : JournalRow::Unreadable(records[i]);
         std::int64_t origin = 0;
-        result = findOrigin(row.source, origin);
+        result = findOrigin(origins, row.source, origin);
         if (!result)
             break;
         const std::string hash =
@@ -169,27 +172,23 @@ Result SqliteJournal::append(const Records &records, std::vector<std::uint64_t> 
     return writeHead.Run();
 }
 
-Result SqliteJournal::findOrigin(const RecordSource &source, std::int64_t &origin)
+Result SqliteJournal::findOrigin(OriginStatements &statements, const RecordSource &source,
+                                 std::int64_t &origin)
 {
     if (m_origins.size() > mostRemembered)
         m_origins.clear();
     std::int64_t &known = m_origins[source];
     if (known == 0) {
-        SqliteStatement find(m_file.Database(),
-                             "SELECT id FROM sources WHERE project = ?1 AND station = ?2 AND "
-                             "station_name = ?3 AND node = ?4 AND name = ?5");
-        bindSource(find, source);
-        if (find.Step())
-            known = find.Integer(0);
-        if (!find.GetResult())
-            return find.GetResult();
+        bindSource(statements.find, source);
+        if (statements.find.Step())
+            known = statements.find.Integer(0);
+        statements.find.Reset();
+        if (!statements.find.GetResult())
+            return statements.find.GetResult();
     }
     if (known == 0) {
-        SqliteStatement add(m_file.Database(),
-                            "INSERT INTO sources (project, station, station_name, node, name) "
-                            "VALUES (?1, ?2, ?3, ?4, ?5)");
-        bindSource(add, source);
-        const Result added = add.Run();
+        bindSource(statements.add, source);
+        const Result added = statements.add.Run();
         if (!added)
             return added;
         known = sqlite3_last_insert_rowid(m_file.Database().Handle());

@@ -26,7 +26,10 @@ public:
 
 private:
     [[nodiscard]] Result append(const Records &records, std::vector<std::uint64_t> &numbers);
-    [[nodiscard]] Result findOrigin(const RecordSource &source, std::int64_t &origin);
+    struct OriginStatements;
+
+    [[nodiscard]] Result findOrigin(OriginStatements &statements, const RecordSource &source,
+                                    std::int64_t &origin);
 
     [[nodiscard]] Result beginTrim(Upkeep &upkeep);
 

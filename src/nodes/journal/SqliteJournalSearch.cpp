@@ -195,22 +195,12 @@ Result SqliteJournalSearch::findOrigins(const JournalQuery &query,
 Result SqliteJournalSearch::verify(const std::vector<JournalLink> &receipts,
                                    const Progress &progress)
 {
-    JournalChain chain(m_database);
     JournalEnds ends;
     Result result = readEnds(ends);
-    const JournalLink &anchor = ends.anchor;
-    const JournalLink &head = ends.head;
-    JournalLink last = anchor;
+    JournalProof proof(ends.anchor, receipts);
     if (result)
-        result = chain.CheckAll(last, receipts, progress);
-    if (!result)
-        return result;
-    if (last.id != head.id || last.hash != head.hash)
-        return JournalChain::Broken("the end: rows behind row " + std::to_string(last.id));
-    if (anchor.id > 0 && !(chain.GetAccount() && chain.GetAccount()->Covers(anchor)))
-        return JournalChain::Broken("the beginning: rows up to row " + std::to_string(anchor.id) +
-                                    " are gone, and no entry tells why");
-    return Result();
+        result = JournalChain(m_database).CheckAll(proof, progress);
+    return result ? proof.Finish(ends) : result;
 }
 
 } // namespace Nodes

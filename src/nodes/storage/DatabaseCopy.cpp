@@ -45,7 +45,8 @@ Result syncFile(const std::string &file)
 
 bool DatabaseCopy::step()
 {
-    ++m_steps;
+    if (m_flag && *m_flag)
+        m_isCancelled = true;
     return !m_isCancelled;
 }
 

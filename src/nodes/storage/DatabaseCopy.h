@@ -32,6 +32,8 @@ public:
     [[nodiscard]] Result Run();
     /// Has Run end soon with Cancelled.
     void Cancel() { m_isCancelled = true; }
+    /// So does this flag, which outlives it. Before Run.
+    void ObeyFlag(const std::atomic<bool> &flag) { m_flag = &flag; }
 
     Phase GetPhase() const { return m_phase; }
     /// Share of the phase that is done, 0 to 1.
@@ -51,9 +53,9 @@ private:
     const std::string m_to;
     std::string m_digest;
     std::atomic<bool> m_isCancelled{false};
+    const std::atomic<bool> *m_flag = nullptr;
     std::atomic<Phase> m_phase{Phase::Waiting};
     std::atomic<std::uint64_t> m_size{0};
-    std::atomic<std::uint64_t> m_steps{0}; // of verifying
 };
 
 } // namespace Nodes

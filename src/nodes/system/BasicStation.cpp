@@ -23,7 +23,9 @@ KindInfo BasicStation::Kind()
         .Property<&BasicStation::m_journalMegabytes>(Prop::JournalMegabytes,
                                                      "Size of the journal at most, MB",
                                                      "Размер журнала не более, МБ")
-        .Range(0, 10000000);
+        .Range(0, 10000000)
+        .Property<&BasicStation::m_journalLocation>(Prop::JournalLocation, "Journal's location",
+                                                    "Где хранится журнал");
 }
 
 JournalRetention BasicStation::GetJournalRetention() const

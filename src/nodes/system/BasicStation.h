@@ -19,6 +19,7 @@ public:
     {
         static constexpr PropertyId<int> JournalDays{1101, "journalDays"};
         static constexpr PropertyId<int> JournalMegabytes{1102, "journalMegabytes"};
+        static constexpr PropertyId<std::string> JournalLocation{1103, "journalLocation"};
     };
 
     static KindInfo Kind();
@@ -30,6 +31,8 @@ public:
 
     /// How long this station's journal keeps its entries; for ever by default.
     JournalRetention GetJournalRetention() const;
+    /// As configured, with names to be expanded; "": a file in the data directory.
+    const std::string &GetJournalLocation() const { return m_journalLocation; }
 
 private:
     systemAuthentication *findAuthentication(const ConfigNode *root) const;
@@ -37,6 +40,7 @@ private:
     TreeAnswer<systemAuthentication> m_authentication;
     int m_journalDays = 0;      // 0: for ever
     int m_journalMegabytes = 0; // 0: whatever the size
+    std::string m_journalLocation;
 };
 
 } // namespace Nodes

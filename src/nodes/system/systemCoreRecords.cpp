@@ -50,8 +50,22 @@ Result systemCore::openJournal()
     setJournalHome(); // names of stations may have changed
     const BasicStation *station = GetLocalStation();
     m_journal->SetRetention(station ? station->GetJournalRetention() : JournalRetention());
+    std::string configured;
+    const Result expanded = station ? Expand(station->GetJournalLocation(), configured) : Result();
+    // A path is one within the data directory, unless it is a whole one.
+    if (!configured.empty() && configured.find(':') == std::string::npos)
+        configured = (fs::path(GetDataDirectory()) / configured).string();
+    if (!expanded) {
+        BasicEvent entry;
+        entry.level = LevelCritical;
+        entry.type = TypeSystemState;
+        entry.source = station->GetName();
+        entry.text = "Имя в «Где хранится журнал» не определено: " + expanded.GetDetail() +
+                     ". Записи идут в файл в каталоге данных. Задайте имя или исправьте проект.";
+        (void)m_journal->Append(entry);
+    }
     const fs::path spill = fs::path(GetDataDirectory()) / "journal.sqlite.spill";
-    return m_journal->Open(GetRecordLocation("journal"), spill.string());
+    return m_journal->Open(GetRecordLocation("journal", configured), spill.string());
 }
 
 } // namespace Nodes

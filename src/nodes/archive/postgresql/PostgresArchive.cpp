@@ -27,7 +27,7 @@ constexpr const char *endFormer =
 } // namespace
 
 PostgresArchive::PostgresArchive(const std::string &location)
-    : m_connection(PostgresLocation(location), sessionName()),
+    : m_connection(PostgresLocation(location, "archive"), sessionName()),
       m_tables(m_connection, PostgresTables::Use::Writing),
       m_engine(m_tables),
       m_trim(m_tables)

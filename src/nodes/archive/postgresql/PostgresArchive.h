@@ -1,10 +1,10 @@
 #pragma once
 
-#include "nodes/archive/postgresql/PostgresConnection.h"
 #include "nodes/archive/postgresql/PostgresTables.h"
 #include "nodes/archive/store/ArchiveStore.h"
 #include "nodes/archive/store/blocks/ArchiveEngine.h"
 #include "nodes/archive/store/blocks/ArchiveTrim.h"
+#include "nodes/storage/postgresql/PostgresConnection.h"
 
 #include <atomic>
 #include <mutex>

@@ -12,7 +12,7 @@ constexpr const char *beginLook = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ON
 } // namespace
 
 PostgresArchiveConnection::PostgresArchiveConnection(const std::string &location)
-    : m_connection(PostgresLocation(location), "station archive reader"),
+    : m_connection(PostgresLocation(location, "archive"), "station archive reader"),
       m_tables(m_connection, PostgresTables::Use::Reading)
 {
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "nodes/archive/postgresql/PostgresConnection.h"
 #include "nodes/archive/postgresql/PostgresTables.h"
 #include "nodes/archive/store/blocks/ArchiveConnection.h"
+#include "nodes/storage/postgresql/PostgresConnection.h"
 
 #include <string>
 

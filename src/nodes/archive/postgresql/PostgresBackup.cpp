@@ -1,9 +1,9 @@
 #include "nodes/archive/postgresql/PostgresBackup.h"
 
-#include "nodes/archive/postgresql/PostgresConnection.h"
 #include "nodes/archive/postgresql/PostgresSchema.h"
 #include "nodes/archive/store/SamplePacket.h"
 #include "nodes/storage/Digest.h"
+#include "nodes/storage/postgresql/PostgresConnection.h"
 
 #include <filesystem>
 #include <utility>
@@ -23,7 +23,7 @@ Result checkFree(const std::string &to)
     if (!PostgresLocation::IsOne(to))
         return std::filesystem::exists(to, ignored) ? Result(Result::Duplicate, to + ": exists")
                                                     : Result();
-    PostgresConnection connection{PostgresLocation(to), "station archive backup"};
+    PostgresConnection connection{PostgresLocation(to, "archive"), "station archive backup"};
     const Result opened = connection.Open(PostgresConnection::Mode::ReadOnly);
     if (!opened)
         return opened;
@@ -40,7 +40,7 @@ void remove(const std::string &to)
 {
     std::error_code ignored;
     if (PostgresLocation::IsOne(to)) {
-        PostgresConnection connection{PostgresLocation(to), "station archive backup"};
+        PostgresConnection connection{PostgresLocation(to, "archive"), "station archive backup"};
         if (connection.Open(PostgresConnection::Mode::ReadWrite))
             (void)PostgresSchema::Drop(connection);
         return;

@@ -1,6 +1,6 @@
 #include "nodes/archive/postgresql/PostgresTables.h"
 
-#include "nodes/archive/postgresql/PostgresConnection.h"
+#include "nodes/storage/postgresql/PostgresConnection.h"
 
 #include <algorithm>
 #include <limits>

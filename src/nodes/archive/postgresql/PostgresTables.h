@@ -1,7 +1,7 @@
 #pragma once
 
-#include "nodes/archive/postgresql/PostgresParameters.h"
 #include "nodes/archive/store/blocks/ArchiveTables.h"
+#include "nodes/storage/postgresql/PostgresParameters.h"
 
 #include <cstddef>
 #include <map>

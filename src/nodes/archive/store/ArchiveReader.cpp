@@ -1,9 +1,9 @@
 #include "nodes/archive/store/ArchiveReader.h"
 
 #include "nodes/archive/postgresql/PostgresArchiveConnection.h"
-#include "nodes/archive/postgresql/PostgresLocation.h"
 #include "nodes/archive/store/blocks/BlockArchiveReader.h"
 #include "nodes/archive/store/sqlite/SqliteArchiveConnection.h"
+#include "nodes/storage/postgresql/PostgresLocation.h"
 
 namespace Nodes {
 

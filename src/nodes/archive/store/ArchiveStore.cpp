@@ -1,8 +1,8 @@
 #include "nodes/archive/store/ArchiveStore.h"
 
 #include "nodes/archive/postgresql/PostgresArchive.h"
-#include "nodes/archive/postgresql/PostgresLocation.h"
 #include "nodes/archive/store/sqlite/SqliteArchive.h"
+#include "nodes/storage/postgresql/PostgresLocation.h"
 
 namespace Nodes {
 

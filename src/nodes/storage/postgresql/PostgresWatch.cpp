@@ -1,4 +1,4 @@
-#include "nodes/archive/postgresql/PostgresWatch.h"
+#include "nodes/storage/postgresql/PostgresWatch.h"
 
 #include <sys/socket.h>
 

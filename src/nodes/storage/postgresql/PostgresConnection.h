@@ -1,8 +1,8 @@
 #pragma once
 
-#include "nodes/archive/postgresql/PostgresAnswer.h"
-#include "nodes/archive/postgresql/PostgresLocation.h"
-#include "nodes/archive/postgresql/PostgresParameters.h"
+#include "nodes/storage/postgresql/PostgresAnswer.h"
+#include "nodes/storage/postgresql/PostgresLocation.h"
+#include "nodes/storage/postgresql/PostgresParameters.h"
 #include "nodes/values/Result.h"
 
 #include <functional>

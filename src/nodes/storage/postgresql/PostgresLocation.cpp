@@ -1,4 +1,4 @@
-#include "nodes/archive/postgresql/PostgresLocation.h"
+#include "nodes/storage/postgresql/PostgresLocation.h"
 
 #include <libpq-fe.h>
 
@@ -12,7 +12,6 @@ namespace Nodes {
 namespace {
 
 constexpr std::string_view ownOption = "schema=";
-constexpr const char *defaultSchema = "archive";
 constexpr std::size_t longestSchema = 63;
 
 // A server that is gone without a word is noticed within half a minute.
@@ -62,11 +61,12 @@ std::string quoted(const std::string &value)
 
 } // namespace
 
-PostgresLocation::PostgresLocation(const std::string &location)
+PostgresLocation::PostgresLocation(const std::string &location, std::string defaultSchema)
+    : m_defaultSchema(std::move(defaultSchema))
 {
     std::string text = location;
     const std::string schema = takeSchema(text);
-    m_schema = schema.empty() ? defaultSchema : schema;
+    m_schema = schema.empty() ? m_defaultSchema : schema;
     if (!isUri(text))
         text.erase(0, text.find(':') + 1);
     parse(text);
@@ -92,10 +92,10 @@ void PostgresLocation::parse(const std::string &text)
     // What libpq says of a text that it cannot read quotes parts of it, maybe the password.
     PQfreemem(error);
     if (!parsed) {
-        m_result = Result(Result::InvalidArgument,
-                          "the location of the archive is no connection string of PostgreSQL: "
-                          "postgresql://user@host:port/database or "
-                          "postgresql:host=... dbname=... user=... is wanted");
+        m_result =
+            Result(Result::InvalidArgument, "the location is no connection string of PostgreSQL: "
+                                            "postgresql://user@host:port/database or "
+                                            "postgresql:host=... dbname=... user=... is wanted");
         return;
     }
     for (const PQconninfoOption *option = parsed.get(); option->keyword; ++option) {
@@ -123,7 +123,7 @@ void PostgresLocation::show()
     m_shown += value("host", "") + value("port", ":") + value("dbname", "/");
     if (const std::string *service = find("service"))
         m_shown += "?service=" + *service;
-    if (m_schema != defaultSchema)
+    if (m_schema != m_defaultSchema)
         m_shown += (find("service") ? "&schema=" : "?schema=") + m_schema;
 }
 

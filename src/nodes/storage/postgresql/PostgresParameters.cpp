@@ -1,4 +1,4 @@
-#include "nodes/archive/postgresql/PostgresParameters.h"
+#include "nodes/storage/postgresql/PostgresParameters.h"
 
 namespace Nodes {
 

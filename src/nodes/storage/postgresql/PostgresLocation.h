@@ -8,16 +8,17 @@
 
 namespace Nodes {
 
-/// Where an archive in PostgreSQL is: what libpq understands, as "postgresql://user@host:port/base"
-/// or "postgresql:host=… dbname=…", and one option of our own: "schema", small letters, digits and
-/// underscores, "archive" when there is none. A value; any thread.
+/// Where something of ours is in PostgreSQL: what libpq understands, as
+/// "postgresql://user@host:port/base" or "postgresql:host=… dbname=…", and one option of our own:
+/// "schema", small letters, digits and underscores, by default named after what it holds. A value;
+/// any thread.
 class PostgresLocation
 {
 public:
     /// What locations of this kind begin with, before the colon.
     static constexpr const char *Schemes[] = {"postgresql", "postgres"};
 
-    explicit PostgresLocation(const std::string &location);
+    PostgresLocation(const std::string &location, std::string defaultSchema);
 
     /// Whether a location is of this kind.
     static bool IsOne(const std::string &location);
@@ -37,6 +38,7 @@ private:
     void show();
     const std::string *find(const std::string &option) const;
 
+    std::string m_defaultSchema;
     Options m_options;
     std::string m_schema;
     std::string m_shown;

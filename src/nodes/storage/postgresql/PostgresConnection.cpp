@@ -1,6 +1,6 @@
-#include "nodes/archive/postgresql/PostgresConnection.h"
+#include "nodes/storage/postgresql/PostgresConnection.h"
 
-#include "nodes/archive/postgresql/PostgresWatch.h"
+#include "nodes/storage/postgresql/PostgresWatch.h"
 
 #include <pqxx/connection>
 #include <pqxx/errorhandler>
