@@ -21,7 +21,7 @@ const QString login = QStringLiteral("Авторизация");
 const QString banner = QStringLiteral("Строка тревог");
 const QString pump = QStringLiteral("Состояние Net.Pump1.Fault");
 
-const QColor secondPriority(240, 180, 0);
+const QColor pumpPriority(255, 224, 120); // the third
 const QColor jumpMark(0x0b, 0x4f, 0xb3);
 
 int count(const QImage &image, const QColor &color)
@@ -47,7 +47,7 @@ private slots:
     {
         QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, connecting);
         QTRY_COMPARE_WITH_TIMEOUT(alarmsThatAre("active"), 0, connecting);
-        QTRY_COMPARE(count(shownBanner("calm"), secondPriority), 0);
+        QTRY_COMPARE(count(shownBanner("calm"), pumpPriority), 0);
         QVERIFY(!aroundPump("calm-pump").isNull());
     }
     void marksElementAndBanner()
@@ -57,10 +57,10 @@ private slots:
         QTRY_VERIFY(m_rig.hasTitle(alarms));
         clickInAlarms(-60);
         QTRY_VERIFY(!m_rig.hasTitle(alarms));
-        QTRY_VERIFY_WITH_TIMEOUT(count(aroundPump("pump"), secondPriority) > 100, looking);
-        QTRY_VERIFY_WITH_TIMEOUT(count(aroundPump("pump"), secondPriority) == 0,
+        QTRY_VERIFY_WITH_TIMEOUT(count(aroundPump("pump"), pumpPriority) > 100, looking);
+        QTRY_VERIFY_WITH_TIMEOUT(count(aroundPump("pump"), pumpPriority) == 0,
                                  looking); // it blinks
-        QTRY_VERIFY_WITH_TIMEOUT(count(shownBanner("banner"), secondPriority) > 100, looking);
+        QTRY_VERIFY_WITH_TIMEOUT(count(shownBanner("banner"), pumpPriority) > 100, looking);
     }
     void leadsToTheSource()
     {

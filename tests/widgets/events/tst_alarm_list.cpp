@@ -1,86 +1,148 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
-#include "widgets/alarmlist/qwidgetAlarmList.h"
-#include "widgets/elements/alarms/AlarmBoard.h"
+#include "widgets/events/AlarmDialog.h"
+#include "widgets/events/AlarmWindow.h"
 #include "widgets/events/ModelAlarms.h"
+#include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
+#include "widgets/events/details/AlarmDetails.h"
+#include "widgets/events/details/AlarmLimitsDialog.h"
+#include "widgets/events/details/AlarmNoteDialog.h"
+#include "widgets/events/details/AlarmPanes.h"
+#include "widgets/events/filter/AlarmAreasBar.h"
+#include "widgets/events/filter/AlarmFilterBar.h"
 #include "widgets/events/filter/AlarmList.h"
+#include "widgets/events/hidden/AlarmHiddenPane.h"
+#include "widgets/events/hidden/ModelHidden.h"
 
+#include "nodes/alarms/alarmColumn.h"
 #include "nodes/alarms/systemAlarming.h"
-#include "nodes/visual/elements/widgetAlarmList.h"
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/journal/EventJournal.h"
 
 #include <QAbstractItemModelTester>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
 
 using namespace Widgets;
 using Nodes::AlarmState;
 
+Q_DECLARE_METATYPE(Nodes::AlarmState)
+Q_DECLARE_METATYPE(Widgets::AlarmFilter)
+
 namespace {
 
-constexpr const char *plant = R"(
-<station id="80" name="St"><alarming id="3" name="A"/></station>
-<folder id="11" name="Boiler"><memorySignal id="10" name="T">
-  <alarmLimit id="20" name="a" limit="90" priority="1" text="Перегрев" area="К1"/>
-  <alarmLimit id="21" name="b" limit="80" priority="2" text="Горячо" area="К1"/></memorySignal>
-</folder>
-<memorySignal id="12" name="P">
-  <alarmLimit id="22" name="c" limit="5" priority="3" text="Давление" area="К2"/></memorySignal>)";
+constexpr const char *plant = R"xml(
+<station id="20" name="St"><alarming id="21" name="A"/>%1</station>
+<folder id="30" name="Котёл"><memorySignal id="31" name="T" maximum="150"><alarmLimit id="32"
+ name="high" limit="80" deadband="2" text="Перегрев" cause="Мало воды" response="Открыть клапан"
+ responseTime="10"/></memorySignal></folder>
+<memorySignal id="33" name="P"><alarmLimit id="34" name="high" limit="80"/></memorySignal>)xml";
 
-struct Live : RuntimeProject
+constexpr const char *noRights = R"(<authentication id="22" name="U"/><user id="23" name="op"/>)";
+
+/// A station whose alarms are either raised by values or told to the window.
+struct Plant
 {
-    explicit Live(const QString &keys = {}, const char *more = "")
-        : RuntimeProject((std::string(plant) + more +
-                          "<alarmList id=\"30\" name=\"L\" width=\"900\" height=\"400\" " +
-                          keys.toStdString() + "/>")
-                             .c_str()),
-          alarming(*core.GetSystemAlarming()),
-          element(node<Nodes::widgetAlarmList>(30), nullptr),
-          tester(&element.list(), QAbstractItemModelTester::FailureReportingMode::QtTest)
+    explicit Plant(const char *users = "") : project(QString(plant).arg(users).toUtf8().constData())
     {
-        if (!alarming.Start())
-            qFatal("alarming does not start");
-        element.resize(900, 400);
-        element.start();
-        element.show();
-        publish(10, Nodes::SignalValue(95.0));
-        publish(12, Nodes::SignalValue(9.0));
     }
-    ~Live()
+    ~Plant()
     {
-        element.stop();
-        (void)alarming.Stop();
-        AlarmBoard::instance().clear();
+        project.manager.reset();
+        project.core.Stop();
     }
-    QStringList listed() const
+    /// Raises the alarm of the boiler and selects it, its details in sight.
+    void raise()
     {
-        QStringList texts;
-        const AlarmList &rows = element.list();
-        for (int row = 0; row < rows.rowCount(); ++row)
-            texts << rows.index(row, rows.columnCount() - 1).data().toString();
-        return texts;
+        QVERIFY(project.core.Start());
+        project.publish(31, 90.0);
+        QTRY_VERIFY(window().isVisible());
+        dialog().table().selectRow(0);
+        named<QPushButton>("details")->click();
     }
-    bool hasAll() const { return AlarmBoard::instance().alarms().size() == 3; }
-    QPushButton *button(const QString &text) const
-    {
-        for (QPushButton *each : element.findChildren<QPushButton *>()) {
-            if (each->text() == text)
-                return each;
-        }
-        qFatal("no button");
-    }
-    int waiting() const
-    {
-        const std::vector<Nodes::BasicEvent> all = alarming.GetActiveAlarms();
-        return int(std::count_if(all.begin(), all.end(), [](const Nodes::BasicEvent &each) {
-            return each.alarmState == AlarmState::ActiveUnacked;
-        }));
-    }
+    AlarmWindow &window() const { return *project.manager->GetWindowAlarms(); }
+    AlarmDialog &dialog() const { return window().dialog(); }
+    ModelManager &manager() const { return dialog().manager(); }
+    AlarmList &list() const { return manager().sorting(); }
+    Nodes::systemAlarming &alarming() const { return *project.core.GetSystemAlarming(); }
 
-    Nodes::systemAlarming &alarming;
-    qwidgetAlarmList element;
-    QAbstractItemModelTester tester;
+    Nodes::BasicEvent event(unsigned long alarm, int priority, AlarmState state,
+                            const char *area = "", bool isFirstUp = false) const
+    {
+        Nodes::BasicEvent event;
+        event.time = event.raised = ++lastTime;
+        event.type = Nodes::TypeAlarmActive;
+        event.alarmState = state;
+        event.sourceNode = Nodes::NodeLink(alarm);
+        event.priority = priority;
+        event.occurrence = alarm;
+        event.text = "Тревога " + std::to_string(alarm);
+        event.area = area;
+        event.isFirstUp = isFirstUp;
+        return event;
+    }
+    /// The alarms as the table has them, from its top.
+    QVector<unsigned long> listed() const
+    {
+        QVector<unsigned long> alarms;
+        for (int row = 0; row < list().rowCount(); ++row)
+            alarms.append(
+                manager().model().row(list().mapToSource(list().index(row, 0)).row()).alarm());
+        return alarms;
+    }
+    template <class Widget> Widget *named(const QString &name) const
+    {
+        return window().findChild<Widget *>(name);
+    }
+    QPushButton *button(const QString &text, QWidget *within = nullptr) const
+    {
+        for (auto *button : (within ? within : &window())->findChildren<QPushButton *>()) {
+            if (button->text() == text)
+                return button;
+        }
+        return nullptr;
+    }
+    template <class Dialog> Dialog *opened() const { return window().findChild<Dialog *>(); }
+    Nodes::Result shelve() const { return alarming().Shelve(Nodes::NodeLink(32), 600, "Ремонт"); }
+
+    mutable Nodes::Timestamp lastTime = 1700000000000000;
+    RuntimeProject project;
 };
+
+AlarmFilter withPriorities(bool first, bool second, bool third, bool fourth)
+{
+    AlarmFilter filter;
+    filter.priorities = {first, second, third, fourth};
+    return filter;
+}
+
+AlarmFilter withArea(const QString &area)
+{
+    AlarmFilter filter;
+    filter.area = area;
+    return filter;
+}
+
+AlarmFilter withState(AlarmFilter::State state)
+{
+    AlarmFilter filter;
+    filter.states = {state == AlarmFilter::Waiting, state == AlarmFilter::Active,
+                     state == AlarmFilter::Returned};
+    return filter;
+}
+
+AlarmFilter withText(const QString &text)
+{
+    AlarmFilter filter;
+    filter.text = text;
+    return filter;
+}
 
 } // namespace
 
@@ -89,82 +151,268 @@ class TestAlarmList : public QObject
     Q_OBJECT
 
 private slots:
-    void listsWhatItsNodeChooses_data()
-    {
-        const Rows<QString, QStringList> row("keys", "listed");
-        row("all, the gravest first", "", {"Перегрев", "Горячо", "Давление"});
-        row("priorities", R"(priority1="false" priority3="false")", {"Горячо"});
-        row("area", R"(area="К2")", {"Давление"});
-        row("below a node", R"(source="11")", {"Перегрев", "Горячо"});
-        row("of one alarm", R"(source="21")", {"Горячо"});
-        row("text", R"(search="ДАВЛ")", {"Давление"});
-        row("acknowledged ones only", R"(waiting="false")", {});
-    }
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
-    void listsWhatItsNodeChooses()
+    void filters_data()
     {
-        QFETCH(QString, keys);
-        QFETCH(QStringList, listed);
-        Live live(keys);
-        QTRY_VERIFY(live.hasAll());
-        QTRY_COMPARE(live.listed(), listed);
-        live.element.stop(); // what changes meanwhile is caught up with
-        live.publish(10, Nodes::SignalValue(20.0));
-        QTRY_COMPARE(AlarmBoard::instance().of(10).state, AlarmState::ReturnedUnacked);
-        live.element.start();
-        QTRY_COMPARE(live.listed().size(), listed.size());
+        using Alarms = QVector<unsigned long>;
+        const Rows<AlarmFilter, Alarms, int> row("filter", "shown", "hiddenUrgent");
+        row("nothing", {}, {101, 103, 104, 102}, 0);
+        row("priorities", withPriorities(false, true, false, true), {104, 102}, 1);
+        row("area", withArea("Котёл"), {101, 102}, 0);
+        row("no area", withArea(""), {103, 104}, 1);
+        row("waiting", withState(AlarmFilter::Waiting), {101, 103, 104}, 0);
+        row("active", withState(AlarmFilter::Active), {102}, 1);
+        row("text", withText("ТРЕВОГА 103"), {103}, 1);
+        row("area as text", withText("котёл"), {101, 102}, 0);
     }
-
-    void aChangedChoiceCountsAtOnce()
+    // What is left out stays untouched by "all", and what is urgent of it is told.
+    void filters()
     {
-        const Live live;
-        QTRY_COMPARE(live.listed().size(), 3);
-        live.set(30, "source", "12");
-        QTRY_COMPARE(live.listed(), QStringList("Давление"));
-        live.set(30, "source", "");
-        QTRY_COMPARE(live.listed().size(), 3);
+        QFETCH(AlarmFilter, filter);
+        Plant plant;
+        QAbstractItemModelTester tester(&plant.list());
+        plant.window().ReceiveAlarms({plant.event(101, 1, AlarmState::ActiveUnacked, "Котёл"),
+                                      plant.event(102, 2, AlarmState::ActiveAcked, "Котёл"),
+                                      plant.event(103, 3, AlarmState::ActiveUnacked),
+                                      plant.event(104, 4, AlarmState::ReturnedUnacked)});
+        plant.list().setFilter(filter);
+        QTEST(plant.listed(), "shown");
+        const ModelManager::Counts counts = plant.manager().counts();
+        QCOMPARE(counts.all, 4);
+        QCOMPARE(counts.waiting, 3);
+        QFETCH(QVector<unsigned long>, shown);
+        QCOMPARE(counts.hiddenUrgent, shown.contains(101) ? 0 : 1);
+        QCOMPARE(!plant.named<QWidget>("warning")->isHidden(), counts.hiddenUrgent > 0);
+        for (const auto &seen : plant.manager().waiting(plant.manager().model().revision()))
+            QVERIFY(shown.contains(seen.alarm.GetNodeId()));
+        plant.button("Показать")->click();
+        QCOMPARE(plant.listed().size(), 4);
     }
-
-    void acknowledgesWhatIsShown()
+    void keepsTheFilterOfEachUser()
     {
-        const Live live(R"(area="К1")");
-        QTRY_COMPARE(live.listed().size(), 2);
-        QTest::mouseClick(live.button("Квитировать показанные"), Qt::LeftButton);
-        QTRY_COMPARE(live.waiting(), 1); // the other area's
-        QTRY_VERIFY(!live.button("Квитировать показанные")->isEnabled());
-        QCOMPARE(live.listed().size(), 2);
+        Plant plant(R"(<authentication id="22" name="U"><user id="23" name="a" passwordless="true"/>
+            <user id="24" name="b" passwordless="true"/></authentication>)");
+        QVERIFY(plant.project.core.Start());
+        Nodes::systemAuthentication &users = *plant.project.core.GetSystemAuthentication();
+        const auto *second = plant.window().findChild<QPushButton *>("priority2");
+        QVERIFY(users.Authenticate(Nodes::NodeLink(23)).IsSuccess());
+        plant.window().findChild<QPushButton *>("priority2")->click();
+        QVERIFY(!second->isChecked() && !plant.list().filter().priorities[1]);
+        QVERIFY(users.Authenticate(Nodes::NodeLink(24)).IsSuccess());
+        QVERIFY(second->isChecked() && plant.list().filter().isEmpty());
+        QVERIFY(users.Authenticate(Nodes::NodeLink(23)).IsSuccess());
+        QVERIFY(!second->isChecked() && !plant.list().filter().priorities[1]);
+        QVERIFY(!AlarmFilter::fromJson(plant.list().filter().toJson()).priorities[1]);
     }
-
-    void acknowledgesTheSelectedRow()
+    void groupsInAFlood()
     {
-        const Live live;
-        QTRY_COMPARE(live.listed().size(), 3);
-        QVERIFY(!live.button("Квитировать выбранный")->isEnabled());
-        live.element.table().selectRow(1);
-        QTRY_VERIFY(live.button("Квитировать выбранный")->isEnabled());
-        QTest::mouseClick(live.button("Квитировать выбранный"), Qt::LeftButton);
-        QTRY_COMPARE(live.waiting(), 2);
-        QTRY_COMPARE(AlarmBoard::instance().alarms().value(21).alarmState, AlarmState::ActiveAcked);
+        Plant plant;
+        QAbstractItemModelTester tester(&plant.manager().model());
+        QAbstractItemModelTester listTester(&plant.list());
+        plant.window().ReceiveAlarms({plant.event(101, 3, AlarmState::ActiveUnacked, "Сеть"),
+                                      plant.event(102, 2, AlarmState::ActiveUnacked, "Котёл 10"),
+                                      plant.event(103, 2, AlarmState::ActiveUnacked, "Котёл 2"),
+                                      plant.event(104, 4, AlarmState::ActiveUnacked, "Сеть", true),
+                                      plant.event(105, 1, AlarmState::ActiveUnacked, "Котёл 2")});
+        const QVector<unsigned long> byUrgency = plant.listed();
+        plant.manager().setGrouped(true);
+        QCOMPARE(plant.listed(), (QVector<unsigned long>{104, 105, 103, 102, 101}));
+        QVERIFY(plant.manager().model().columns().columnOf(Nodes::alarmColumn::Area) >= 0);
+        const std::vector<AlarmArea> areas = plant.list().countAreas();
+        QCOMPARE(QString::fromStdString(areas.at(0).name), QString("Котёл 2"));
+        QCOMPARE(areas.at(0).all * 10 + areas.at(0).urgent, 21);
+        // The first one stays although its area is folded.
+        plant.manager().setFolded("Сеть", true);
+        plant.manager().setFolded("Котёл 2", true);
+        QCOMPARE(plant.listed(), (QVector<unsigned long>{104, 102}));
+        QCOMPARE(plant.manager().counts().hiddenUrgent, 1);
+        plant.manager().setGrouped(false);
+        QCOMPARE(plant.listed(), byUrgency);
+        QCOMPARE(plant.manager().model().columnCount(), 5);
     }
-
-    void whoMayNotAcknowledgeCannot()
+    void showsTheFlood()
     {
-        const Live live({}, R"(<authentication id="90" name="A"/><user id="91" name="U"/>)");
-        QTRY_COMPARE(live.listed().size(), 3);
-        live.element.table().selectRow(0);
-        QVERIFY(!live.button("Квитировать показанные")->isEnabled());
-        QVERIFY(!live.button("Квитировать выбранный")->isEnabled());
-        QTRY_VERIFY(live.button("К источнику")->isEnabled());
+        Plant plant;
+        QVERIFY(plant.project.core.Start());
+        (void)plant.window();
+        QVERIFY(plant.named<QLabel>("flood")->isHidden());
+        for (int time = 0; time < 12; ++time) {
+            plant.project.publish(31, 90.0);
+            plant.project.publish(31, 10.0);
+        }
+        QTRY_VERIFY(!plant.named<QLabel>("flood")->isHidden());
+        QVERIFY(plant.named<QLabel>("flood")->text().startsWith("Лавина тревог: 1"));
+        QVERIFY(plant.list().isGrouped());
+        auto *bar = plant.window().findChild<AlarmAreasBar *>();
+        QTRY_VERIFY(plant.button("▾ Котёл: 1, ждут 1", bar));
+        plant.button("▾ Котёл: 1, ждут 1", bar)->click();
+        QTRY_COMPARE(plant.list().rowCount(), 0);
     }
-
-    void showsWithoutButtons()
+    // At the beginning what comes is seen; further down what is read stays.
+    void keepsWhatIsRead()
     {
-        const Live live(R"(acknowledge="false")");
-        QTRY_COMPARE(live.listed().size(), 3);
-        QVERIFY(live.button("Квитировать показанные")->isHidden());
-        emit live.element.table().rowDoubleClicked(
-            live.element.list().mapToSource(live.element.list().index(0, 0)));
-        QCOMPARE(live.waiting(), 3);
+        Plant plant;
+        std::vector<Nodes::BasicEvent> batch;
+        for (unsigned long alarm = 100; alarm < 200; ++alarm)
+            batch.push_back(plant.event(alarm, 3, AlarmState::ActiveUnacked));
+        plant.window().ReceiveAlarms(batch);
+        QTRY_VERIFY(plant.window().isVisible());
+        TableAlarms &table = plant.dialog().table();
+        table.viewport()->repaint();
+        plant.window().ReceiveAlarms({plant.event(300, 1, AlarmState::ActiveUnacked)});
+        QCOMPARE(table.verticalScrollBar()->value(), 0);
+        table.viewport()->repaint();
+        const int height = table.rowHeight(0);
+        table.verticalScrollBar()->setValue(50 * height);
+        const unsigned long read = plant.listed().at(50);
+        plant.window().ReceiveAlarms({plant.event(301, 1, AlarmState::ActiveUnacked),
+                                      plant.event(302, 2, AlarmState::ActiveUnacked)});
+        QCOMPARE(plant.listed().at(52), read);
+        QCOMPARE(table.verticalScrollBar()->value(), 52 * height);
+        QCOMPARE(table.newAbove(), 2);
+        // One that is acknowledged goes its way alone.
+        plant.window().ReceiveAlarms({plant.event(read, 3, AlarmState::ActiveAcked)});
+        QCOMPARE(plant.listed().last(), read);
+        QCOMPARE(table.verticalScrollBar()->value(), 51 * height);
+    }
+    // Nobody chose the neighbour of an alarm that goes.
+    void selectsNoOther()
+    {
+        Plant plant;
+        plant.window().ReceiveAlarms({plant.event(101, 3, AlarmState::ActiveUnacked),
+                                      plant.event(102, 3, AlarmState::ActiveUnacked)});
+        TableAlarms &table = plant.dialog().table();
+        table.selectRow(0);
+        const unsigned long chosen = plant.listed().first();
+        plant.window().ReceiveAlarms({plant.event(chosen, 3, AlarmState::Normal)});
+        QCOMPARE(plant.list().rowCount(), 1);
+        QVERIFY(!table.selectedRow().isValid());
+    }
+    void acknowledgesWithAComment()
+    {
+        Plant plant;
+        plant.raise();
+        plant.button("Квитировать с комментарием…")->click();
+        auto *dialog = plant.opened<AlarmNoteDialog>();
+        QVERIFY(dialog);
+        dialog->findChild<QPlainTextEdit *>("note")->setPlainText("Вода\nпроверена");
+        dialog->findChild<QPushButton *>("accept")->click();
+        QTRY_COMPARE(plant.project.journalled("Комментарий: Вода\nпроверена"), 1);
+        QTRY_COMPARE(plant.manager().model().row(0).text(Nodes::alarmColumn::Comment),
+                     QString("Вода\nпроверена"));
+    }
+    void guides()
+    {
+        Plant plant;
+        plant.raise();
+        QStringList texts;
+        for (const QLabel *label : plant.dialog().panes().details().findChildren<QLabel *>())
+            texts << label->text();
+        const QString all = texts.join('\n');
+        for (const char *expected : {"Мало воды", "Открыть клапан", "Участок: Котёл", "осталось 9"})
+            QVERIFY2(all.contains(expected), qPrintable(all));
+        const Nodes::BasicEvent alarm = *plant.dialog().panes().details().alarm();
+        plant.dialog().panes().details().setNow(alarm.raised + 11 * 60000000LL);
+        QVERIFY(plant.named<QLabel>("time")->text().endsWith("просрочено на 1 мин 00 с"));
+    }
+    void refusesWithoutRights()
+    {
+        Plant plant(noRights);
+        plant.raise();
+        for (const char *text : {"Квитировать с комментарием…", "Отложить…"})
+            QVERIFY(!plant.button(text)->isEnabled());
+        QVERIFY(plant.named<QLabel>("obstacles")->text().contains("Нет права: квитирование"));
+        plant.button("Пределы…")->click();
+        auto *limits = plant.opened<AlarmLimitsDialog>();
+        QVERIFY(!limits->findChild<QPushButton *>("apply")->isEnabled());
+    }
+    void shelvesAndTakesBack()
+    {
+        Plant plant;
+        plant.raise();
+        QAbstractItemModelTester tester(&plant.manager().hidden());
+        QAbstractItemModelTester sorted(&plant.dialog().panes().hidden().sorting());
+        plant.button("Отложить…")->click();
+        auto *dialog = plant.opened<AlarmNoteDialog>();
+        auto *accept = dialog->findChild<QPushButton *>("accept");
+        QVERIFY(!accept->isEnabled()); // no reason
+        plant.button("8 ч", dialog)->click();
+        QCOMPARE(dialog->span(), 8 * 3600);
+        dialog->findChild<QPlainTextEdit *>("note")->setPlainText("Ремонт");
+        accept->click();
+        QTRY_COMPARE(plant.manager().hidden().rowCount(), 1);
+        QCOMPARE(plant.list().rowCount(), 0);
+        QTRY_COMPARE(plant.named<QPushButton>("hiddenAlarms")->text(), QString("Отложено: 1"));
+        plant.named<QPushButton>("hiddenAlarms")->click();
+        const ModelHidden &hidden = plant.manager().hidden();
+        QCOMPARE(hidden.index(0, ModelHidden::Reason).data().toString(), QString("Ремонт"));
+        QVERIFY(hidden.index(0, ModelHidden::Until).data().toString().endsWith("ещё 7 ч 59 мин"));
+        plant.dialog().panes().hidden().table().selectRow(0);
+        plant.named<QPushButton>("back")->click();
+        QTRY_COMPARE(plant.list().rowCount(), 1);
+        QCOMPARE(hidden.rowCount(), 0);
+    }
+    void hidesByDesign()
+    {
+        Plant plant;
+        Nodes::BasicEvent event = plant.event(32, 2, AlarmState::Suppressed);
+        event.hiddenReason = "по проекту: насос стоит";
+        plant.window().ReceiveAlarms({event});
+        plant.dialog().panes().setPane(AlarmPanes::Hidden);
+        plant.dialog().panes().hidden().table().selectRow(0);
+        QVERIFY(!plant.named<QPushButton>("back")->isEnabled());
+        QCOMPARE(plant.manager().hidden().index(0, ModelHidden::Who).data().toString(),
+                 QString("По проекту"));
+    }
+    // Many at once are one reset, and give what the same one by one give.
+    void takesManyHidden()
+    {
+        Plant plant;
+        ModelHidden &hidden = plant.manager().hidden();
+        QAbstractItemModelTester tester(&hidden);
+        std::vector<Nodes::BasicEvent> batch;
+        for (unsigned long alarm = 100; alarm < 160; ++alarm)
+            batch.push_back(plant.event(alarm, 2, AlarmState(5 + int(alarm % 3))));
+        hidden.take(batch);
+        QCOMPARE(hidden.rowCount(), 60);
+        QCOMPARE(hidden.counts().shelved, 20);
+        for (Nodes::BasicEvent &event : batch)
+            event.alarmState = AlarmState::Normal;
+        batch.resize(50);
+        hidden.take(batch);
+        QCOMPARE(hidden.rowCount(), 10);
+        hidden.take({plant.event(155, 2, AlarmState::ActiveUnacked)});
+        QCOMPARE(hidden.rowCount(), 9);
+        for (const unsigned long alarm : hidden.alarms())
+            QVERIFY(alarm >= 150 && alarm != 155);
+    }
+    void changesLimits()
+    {
+        Plant plant;
+        plant.raise();
+        plant.button("Пределы…")->click();
+        auto *dialog = plant.opened<AlarmLimitsDialog>();
+        auto *limit = dialog->findChild<QLineEdit *>("number0");
+        auto *message = dialog->findChild<QLabel *>("message");
+        QCOMPARE(limit->text(), QString("80"));
+        limit->setText("много");
+        dialog->findChild<QPushButton *>("apply")->click();
+        QVERIFY(message->text().contains("не число"));
+        limit->setText("95,5");
+        dialog->findChild<QLineEdit *>("number2")->setText("1.5");
+        dialog->findChild<QPushButton *>("apply")->click();
+        const Nodes::AlarmTuning tuned = plant.alarming().GetTuning(Nodes::NodeLink(32));
+        QCOMPARE(*tuned.limit, 95.5);
+        QCOMPARE(*tuned.onDelay, 1500);
+        QCOMPARE(*tuned.deadband, 2.0);
+        limit->setText("-1e300");
+        dialog->findChild<QLineEdit *>("number3")->setText("-5");
+        dialog->findChild<QPushButton *>("apply")->click();
+        QVERIFY2(message->text().startsWith("Не изменено"), qPrintable(message->text()));
+        dialog->findChild<QPushButton *>("revert")->click();
+        QCOMPARE(*plant.alarming().GetTuning(Nodes::NodeLink(32)).limit, 80.0);
+        QCOMPARE(limit->text(), QString("80"));
     }
 };
 
