@@ -92,7 +92,7 @@ void AlarmDialog::buildHead()
 {
     m_headline = new AlarmHeadline(this);
     m_filterBar = new AlarmFilterBar(this);
-    m_filtering = new AlarmFiltering(m_manager->sorting(), *m_filterBar, this);
+    m_filtering = new AlarmFiltering(*m_manager, *m_filterBar, this);
     m_filterBar->setVisible(false);
     m_areasBar = new AlarmAreasBar(this);
     m_flood = new AlarmFloodView(alarmSystem(), *m_manager, *m_areasBar, this);

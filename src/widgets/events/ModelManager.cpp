@@ -174,6 +174,13 @@ void ModelManager::acknowledgeAll()
     acknowledge(waiting(m_model->revision()));
 }
 
+void ModelManager::setFilter(const AlarmFilter &filter)
+{
+    emit changeBegins();
+    m_sorting->setFilter(filter);
+    emit changed();
+}
+
 void ModelManager::setGrouped(bool isGrouped)
 {
     emit changeBegins();

@@ -18,6 +18,7 @@ class AlarmList;
 class AlarmSound;
 class ModelAlarms;
 class ModelHidden;
+struct AlarmFilter;
 class TableAlarms;
 
 /// Keeps the rows of the alarm window and their sounds, and acknowledges them. GUI thread.
@@ -60,6 +61,7 @@ public:
     };
     Counts counts() const;
 
+    void setFilter(const AlarmFilter &filter);
     /// Lets the rows stand by area, or not any more.
     void setGrouped(bool isGrouped);
     void setFolded(const std::string &area, bool isFolded);

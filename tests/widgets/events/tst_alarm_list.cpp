@@ -176,7 +176,7 @@ private slots:
                                       plant.event(102, 2, AlarmState::ActiveAcked, "Котёл"),
                                       plant.event(103, 3, AlarmState::ActiveUnacked),
                                       plant.event(104, 4, AlarmState::ReturnedUnacked)});
-        plant.list().setFilter(filter);
+        plant.manager().setFilter(filter);
         QTEST(plant.listed(), "shown");
         const ModelManager::Counts counts = plant.manager().counts();
         QCOMPARE(counts.all, 4);
@@ -276,18 +276,43 @@ private slots:
         QCOMPARE(plant.listed().last(), read);
         QCOMPARE(table.verticalScrollBar()->value(), 51 * height);
     }
+    void selectsNoOther_data()
+    {
+        const Rows<bool> row("isFiltered");
+        row("it is over", false);
+        row("it is filtered out", true);
+    }
     // Nobody chose the neighbour of an alarm that goes.
     void selectsNoOther()
     {
+        QFETCH(bool, isFiltered);
         Plant plant;
         plant.window().ReceiveAlarms({plant.event(101, 3, AlarmState::ActiveUnacked),
                                       plant.event(102, 3, AlarmState::ActiveUnacked)});
         TableAlarms &table = plant.dialog().table();
         table.selectRow(0);
         const unsigned long chosen = plant.listed().first();
-        plant.window().ReceiveAlarms({plant.event(chosen, 3, AlarmState::Normal)});
+        if (isFiltered)
+            plant.manager().setFilter(withText(chosen == 101 ? "102" : "101"));
+        else
+            plant.window().ReceiveAlarms({plant.event(chosen, 3, AlarmState::Normal)});
         QCOMPARE(plant.list().rowCount(), 1);
         QVERIFY(!table.selectedRow().isValid());
+    }
+    // One that is announced again although nothing changed is to be seen and heard.
+    void remindsOfWhatWaits()
+    {
+        Plant plant;
+        Nodes::BasicEvent event = plant.event(101, 3, AlarmState::ActiveUnacked);
+        plant.window().ReceiveAlarms({event});
+        QTRY_VERIFY(plant.window().isVisible());
+        plant.window().close();
+        event.text += " (значение недостоверно)";
+        plant.window().ReceiveAlarms({event});
+        QVERIFY(!plant.window().isComingUp());
+        event.reminders = 1;
+        plant.window().ReceiveAlarms({event});
+        QVERIFY(plant.window().isComingUp());
     }
     void acknowledgesWithAComment()
     {

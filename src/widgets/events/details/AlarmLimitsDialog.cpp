@@ -185,7 +185,8 @@ void AlarmLimitsDialog::setAlarm(const Nodes::NodeLink &alarm)
     m_subject->setText(node ? QString::fromStdString(node->GetText()) : QString());
     const Nodes::BasicSignal *signal = node ? node->GetSignal() : nullptr;
     const bool hasRange = signal && signal->GetMaximum() > signal->GetMinimum();
-    m_range->setVisible(hasRange);
+    const Nodes::systemAlarming *alarming = DesktopContext::alarming();
+    m_range->setVisible(hasRange && alarming && alarming->GetTuning(alarm).limit);
     if (hasRange)
         m_range->setText(QStringLiteral("Диапазон сигнала: от %1 до %2 %3")
                              .arg(text(signal->GetMinimum()), text(signal->GetMaximum()),
@@ -193,7 +194,7 @@ void AlarmLimitsDialog::setAlarm(const Nodes::NodeLink &alarm)
     showTuning();
     const bool mayChange = HasPrivilege(Nodes::PrivilegeConfigure, alarm.GetNode());
     for (const Row &row : m_rows) {
-        row.edit->setReadOnly(!mayChange);
+        row.edit->setEnabled(mayChange);
         row.numpad->setEnabled(mayChange);
     }
     m_apply->setEnabled(mayChange);

@@ -1,6 +1,7 @@
 #include "widgets/events/filter/AlarmFiltering.h"
 
 #include "widgets/context/ProcessContext.h"
+#include "widgets/events/ModelManager.h"
 #include "widgets/events/filter/AlarmFilterBar.h"
 #include "widgets/events/filter/AlarmFilterStore.h"
 #include "widgets/events/filter/AlarmList.h"
@@ -10,8 +11,8 @@
 
 namespace Widgets {
 
-AlarmFiltering::AlarmFiltering(AlarmList &list, AlarmFilterBar &bar, QObject *parent)
-    : QObject(parent), m_list(list), m_bar(bar)
+AlarmFiltering::AlarmFiltering(ModelManager &manager, AlarmFilterBar &bar, QObject *parent)
+    : QObject(parent), m_manager(manager), m_bar(bar)
 {
     connect(&bar, &AlarmFilterBar::changed, this, &AlarmFiltering::choose);
     const Nodes::systemCore *model = ProcessContext::model();
@@ -26,12 +27,12 @@ void AlarmFiltering::load()
     const Nodes::systemCore *model = ProcessContext::model();
     const AlarmFilter kept = model ? AlarmFilterStore(*model).load() : AlarmFilter();
     m_bar.setFilter(kept);
-    m_list.setFilter(kept);
+    m_manager.setFilter(kept);
 }
 
 void AlarmFiltering::choose(const AlarmFilter &filter)
 {
-    m_list.setFilter(filter);
+    m_manager.setFilter(filter);
     // A choice that cannot be kept still counts; the log has why.
     if (const Nodes::systemCore *model = ProcessContext::model())
         (void)AlarmFilterStore(*model).save(filter);
@@ -45,7 +46,7 @@ void AlarmFiltering::reset()
 
 QString AlarmFiltering::words() const
 {
-    const AlarmFilter &filter = m_list.filter();
+    const AlarmFilter &filter = m_manager.sorting().filter();
     QStringList words;
     QStringList priorities;
     for (int i = 0; i < AlarmFilter::PriorityCount; ++i) {
@@ -65,7 +66,7 @@ QString AlarmFiltering::words() const
 
 void AlarmFiltering::findAreas()
 {
-    const QStringList areas = m_list.areas();
+    const QStringList areas = m_manager.sorting().areas();
     if (areas == m_areas)
         return;
     m_areas = areas;

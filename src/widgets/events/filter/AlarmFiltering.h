@@ -10,7 +10,7 @@
 namespace Widgets {
 
 class AlarmFilterBar;
-class AlarmList;
+class ModelManager;
 
 /// Lets the controls of a filter choose what a list shows, and keeps the choice for whoever is
 /// logged in. GUI thread.
@@ -20,7 +20,7 @@ class AlarmFiltering : public QObject
 
 public:
     /// Both outlive it. Begins with what the current user keeps.
-    AlarmFiltering(AlarmList &list, AlarmFilterBar &bar, QObject *parent = nullptr);
+    AlarmFiltering(ModelManager &manager, AlarmFilterBar &bar, QObject *parent = nullptr);
 
     /// Shows everything again, and keeps that.
     void reset();
@@ -33,7 +33,7 @@ private:
     void load();
     void choose(const AlarmFilter &filter);
 
-    AlarmList &m_list;
+    ModelManager &m_manager;
     AlarmFilterBar &m_bar;
     QStringList m_areas;
     Nodes::ScopedConnection m_userChanged;
