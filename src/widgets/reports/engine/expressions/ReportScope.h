@@ -68,6 +68,8 @@ public:
     /// row `row` stands for. For charts and exports.
     const DataSource *source(const QString &source) const;
     int sourceRow(const QString &source, int row) const;
+    /// The row of source() that field() reads; -1 when there is none.
+    int shownRow(const QString &source) const;
 
     bool hasVariable(const QString &name) const;
     QVariant variable(const QString &name) const;
@@ -108,7 +110,6 @@ public:
 
 private:
     const DetailIndex *detail(const QString &source) const;
-    int shownRow(const QString &source) const;
 
     DataSet m_data;
     QDateTime m_now;

@@ -21,16 +21,18 @@ ScopeValue fieldOf(const ReportScope &scope, const QString &name)
     QString known;
     for (int point = name.indexOf('.'); point >= 0; point = name.indexOf('.', point + 1)) {
         const QString source = name.left(point);
-        if (!scope.hasSource(source))
+        const DataSource *rows = scope.source(source);
+        if (!rows)
             continue;
         known = source;
-        const QString column = name.mid(point + 1);
-        if (!scope.hasColumn(source, column))
+        const int column = rows->column(name.mid(point + 1));
+        if (column < 0)
             continue;
         ScopeValue found;
-        found.quality = scope.quality(source, column);
+        const int row = scope.shownRow(source);
+        found.quality = rows->quality(row, column);
         if (found.quality != Nodes::Quality::Bad)
-            found.value = scope.field(source, column);
+            found.value = rows->value(row, column);
         return found;
     }
     if (!known.isEmpty())
