@@ -1,6 +1,7 @@
 #include "widgets/elements/health/HealthBar.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/elements/health/ChoiceButtons.h"
 #include "widgets/elements/health/HealthText.h"
 
 #include <QHBoxLayout>
@@ -11,6 +12,11 @@ namespace Widgets {
 
 HealthBar::HealthBar(QWidget *parent)
     : QWidget(parent),
+      m_periods(new ChoiceButtons({{HealthPeriod::Day, QStringLiteral("Сутки")},
+                                   {HealthPeriod::Week, QStringLiteral("Неделя")},
+                                   {HealthPeriod::Month, QStringLiteral("Месяц")},
+                                   {HealthPeriod::Free, QStringLiteral("Период…")}},
+                                  this)),
       m_interval(new QLabel(this)),
       m_progress(new QLabel(this)),
       m_sign(new QLabel(this)),
@@ -19,19 +25,9 @@ HealthBar::HealthBar(QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
-    const std::pair<HealthPeriod::Kind, QString> periods[] = {
-        {HealthPeriod::Day, QStringLiteral("Сутки")},
-        {HealthPeriod::Week, QStringLiteral("Неделя")},
-        {HealthPeriod::Month, QStringLiteral("Месяц")},
-        {HealthPeriod::Free, QStringLiteral("Период…")}};
-    for (const auto &[kind, text] : periods) {
-        QPushButton *button = addButton(text, true);
-        m_periods[std::size_t(kind - 1)] = button;
-        connect(button, &QPushButton::clicked, this, [this, kind = kind, button] {
-            button->setChecked(!button->isChecked()); // the page decides
-            emit periodChosen(kind);
-        });
-    }
+    layout->addWidget(m_periods);
+    connect(m_periods, &ChoiceButtons::pressed, this,
+            [this](int kind) { emit periodChosen(HealthPeriod::Kind(kind)); });
     for (QLabel *label : {m_interval, m_progress, m_overall})
         MakeLegible(*label);
     QFont bold = m_overall->font();
@@ -44,18 +40,17 @@ HealthBar::HealthBar(QWidget *parent)
     layout->addWidget(m_sign);
     layout->addWidget(m_overall);
     layout->addSpacing(8);
-    m_refresh = addButton(QStringLiteral("Обновить"), false);
-    m_export = addButton(QStringLiteral("CSV…"), false);
+    m_refresh = addButton(QStringLiteral("Обновить"));
+    m_export = addButton(QStringLiteral("CSV…"));
     connect(m_refresh, &QPushButton::clicked, this, &HealthBar::onRefresh);
     connect(m_export, &QPushButton::clicked, this, &HealthBar::exportPressed);
     setOverall(Nodes::HealthVerdict::None);
     setExportable(false);
 }
 
-QPushButton *HealthBar::addButton(const QString &text, bool isCheckable)
+QPushButton *HealthBar::addButton(const QString &text)
 {
     auto *button = new QPushButton(text, this);
-    button->setCheckable(isCheckable);
     button->setAutoDefault(false);
     MakeTouchable(*button);
     layout()->addWidget(button);
@@ -64,8 +59,7 @@ QPushButton *HealthBar::addButton(const QString &text, bool isCheckable)
 
 void HealthBar::setPeriod(HealthPeriod::Kind kind)
 {
-    for (std::size_t i = 0; i < m_periods.size(); ++i)
-        m_periods[i]->setChecked(int(i) + 1 == kind);
+    m_periods->choose(kind);
 }
 
 void HealthBar::setInterval(const QString &text)

@@ -7,12 +7,12 @@
 
 #include <QWidget>
 
-#include <array>
-
 class QLabel;
 class QPushButton;
 
 namespace Widgets {
+
+class ChoiceButtons;
 
 /// Upper bar of the alarm health page: the period, the verdict on all, refresh and export. GUI
 /// thread.
@@ -37,10 +37,10 @@ signals:
     void exportPressed();
 
 private:
-    QPushButton *addButton(const QString &text, bool isCheckable);
+    QPushButton *addButton(const QString &text);
     void onRefresh();
 
-    std::array<QPushButton *, 4> m_periods{};
+    ChoiceButtons *m_periods;
     QLabel *m_interval;
     QLabel *m_progress;
     QLabel *m_sign;

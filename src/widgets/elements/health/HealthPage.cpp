@@ -6,6 +6,7 @@
 #include "widgets/dialogs/SaveFileQuestion.h"
 #include "widgets/elements/health/BarsChart.h"
 #include "widgets/elements/health/HealthBar.h"
+#include "widgets/elements/health/HealthBars.h"
 #include "widgets/elements/health/HealthCsv.h"
 #include "widgets/elements/health/HealthTable.h"
 #include "widgets/elements/health/HealthText.h"
@@ -32,7 +33,6 @@ constexpr int spacing = 8;
 constexpr int measureRow = 28;
 constexpr int millisecondsPerMinute = 60000;
 constexpr int waitingMilliseconds = 500;
-constexpr std::size_t topTen = 10;
 
 QDateTime timeOf(Nodes::Timestamp at)
 {
@@ -230,39 +230,10 @@ void HealthPage::showFigures()
     m_bar->setExportable(true);
     m_measures->setMeasures(measures);
     m_rate->setBars(figures.begin, Nodes::AlarmFigures::Bin, figures.perBin);
-    showPriorities();
-    showTopTen();
+    m_priorities->setBars(PriorityBars(figures));
+    m_top->setBars(TopTenBars(figures));
     m_nuisances->setFigures(m_figures);
     tellInterval();
-}
-
-void HealthPage::showPriorities()
-{
-    const QString names[] = {QStringLiteral("Низкий (3 и 4)"), QStringLiteral("Средний (2)"),
-                             QStringLiteral("Высокий (1)")};
-    const std::vector<double> shares = Nodes::PrioritySharesOf(*m_figures);
-    const std::vector<double> &targets = Nodes::RecommendedPriorityShares();
-    std::vector<BarsChart::Bar> bars;
-    for (std::size_t i = 0; i < shares.size() && m_figures->raised > 0; ++i)
-        bars.push_back({names[i], HealthText::share(shares[i]), shares[i], targets[i], false});
-    m_priorities->setBars(std::move(bars));
-}
-
-void HealthPage::showTopTen()
-{
-    std::vector<BarsChart::Bar> bars;
-    const std::uint64_t most = m_figures->alarms.empty() ? 0 : m_figures->alarms.front().raised;
-    for (const Nodes::AlarmCount &alarm : m_figures->alarms) {
-        if (bars.size() == topTen || alarm.raised == 0)
-            break;
-        const QString figure =
-            QStringLiteral("%1 (%2)")
-                .arg(alarm.raised)
-                .arg(HealthText::share(double(alarm.raised) / double(m_figures->raised)));
-        bars.push_back({QString::fromStdString(alarm.text), figure,
-                        double(alarm.raised) / double(most), -1, alarm.chattering > 0});
-    }
-    m_top->setBars(std::move(bars));
 }
 
 void HealthPage::tellInterval()

@@ -68,8 +68,6 @@ private:
     void askPeriod();
     void take(const Nodes::Result &result, const AlarmFiguresPtr &figures);
     void showFigures();
-    void showPriorities();
-    void showTopTen();
     void tell(const QString &text);
     void tellInterval();
     void cancel();

@@ -1,5 +1,7 @@
 #include "widgets/elements/health/HealthPeriod.h"
 
+#include "nodes/alarms/statistics/AlarmFigures.h"
+
 #include <algorithm>
 
 namespace Widgets {
@@ -24,7 +26,8 @@ int daysOf(HealthPeriod::Kind kind)
 
 Nodes::Timestamp HealthPeriod::begin(Nodes::Timestamp now) const
 {
-    return kind == Free ? from : now - daysOf(kind) * day;
+    const Nodes::Timestamp begin = now - daysOf(kind) * day;
+    return kind == Free ? from : begin - begin % Nodes::AlarmFigures::Bin;
 }
 
 Nodes::Timestamp HealthPeriod::end(Nodes::Timestamp now) const

@@ -19,6 +19,7 @@ struct WIDGETS_EXPORT HealthPeriod
     Nodes::Timestamp to = 0;
 
     bool reachesPresent() const { return kind != Free; }
+    /// On whole ten minutes where it follows the present: a refresh counts in the same ones.
     Nodes::Timestamp begin(Nodes::Timestamp now) const;
     /// Not after the present.
     Nodes::Timestamp end(Nodes::Timestamp now) const;

@@ -12,12 +12,12 @@ void PrepareHealthTable(QTableView &table, int rowHeight, int stretched)
     MakeLegible(table);
     MakeLegible(*table.horizontalHeader());
     table.setStyleSheet(
-        QStringLiteral("QTableView { background: #fafbfc; alternate-background-color:"
-                       " #eef0f2; }"
-                       "QTableView::item { padding: 0 8px; }"
-                       "QHeaderView::section { background: #e3e7ea; color: #20262c;"
-                       " border: none; border-bottom: 1px solid #8a949b;"
-                       " padding: 4px 8px; }"));
+        QStringLiteral("QTableView { background: #fafbfc; alternate-background-color: #eef0f2; }"
+                       "QTableView::item { border: 0px; padding: 0 8px; }"));
+    table.horizontalHeader()->setStyleSheet(
+        QStringLiteral("QHeaderView { font-size: 11pt; }"
+                       "QHeaderView::section { background: #e3e7ea; color: #20262c; border: none;"
+                       " border-bottom: 1px solid #8a949b; padding: 4px 8px; }"));
     table.setEditTriggers(QAbstractItemView::NoEditTriggers);
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
     table.setSelectionMode(QAbstractItemView::SingleSelection);

@@ -94,6 +94,27 @@ void TrialChart::drawTimes(QPainter &painter) const
     }
 }
 
+std::vector<std::uint32_t> TrialChart::sumsOf(const Lane &lane) const
+{
+    const auto columns = std::size_t(std::max(laneArea(0).width() / (barWidth + 1), 1));
+    std::vector<std::uint32_t> sums;
+    for (std::size_t column = 0; column < columns; ++column)
+        sums.push_back(sumOf(lane.bars, column * lane.bars.size() / columns,
+                             (column + 1) * lane.bars.size() / columns));
+    return sums;
+}
+
+/// One scale for all lanes: they are to be compared.
+std::uint32_t TrialChart::mostOfAll() const
+{
+    std::uint32_t most = 1;
+    for (const Lane &lane : m_lanes) {
+        const std::vector<std::uint32_t> sums = sumsOf(lane);
+        most = std::max(most, *std::max_element(sums.begin(), sums.end()));
+    }
+    return most;
+}
+
 void TrialChart::drawLane(QPainter &painter, int lane) const
 {
     const Lane &shown = m_lanes[std::size_t(lane)];
@@ -106,13 +127,9 @@ void TrialChart::drawLane(QPainter &painter, int lane) const
              Qt::AlignLeft | Qt::AlignVCenter, shown.name);
     painter.setPen(frame);
     painter.drawLine(area.bottomLeft(), area.bottomRight());
-    const int columns = std::max(area.width() / (barWidth + 1), 1);
-    std::vector<std::uint32_t> sums;
-    for (int column = 0; column < columns; ++column)
-        sums.push_back(sumOf(shown.bars,
-                             std::size_t(column) * shown.bars.size() / std::size_t(columns),
-                             std::size_t(column + 1) * shown.bars.size() / std::size_t(columns)));
-    const std::uint32_t most = std::max(1U, *std::max_element(sums.begin(), sums.end()));
+    const std::vector<std::uint32_t> sums = sumsOf(shown);
+    const int columns = int(sums.size());
+    const std::uint32_t most = mostOfAll();
     for (int column = 0; column < columns; ++column) {
         const std::uint32_t sum = sums[std::size_t(column)];
         if (sum == 0)

@@ -32,6 +32,8 @@ private:
     };
 
     QRect laneArea(int lane) const;
+    std::vector<std::uint32_t> sumsOf(const Lane &lane) const;
+    std::uint32_t mostOfAll() const;
     void drawLane(QPainter &painter, int lane) const;
     void drawTimes(QPainter &painter) const;
 

@@ -5,6 +5,7 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/elements/health/ChoiceButtons.h"
 #include "widgets/elements/health/HealthTable.h"
 #include "widgets/elements/health/HealthText.h"
 #include "widgets/elements/health/TrialChart.h"
@@ -57,12 +58,16 @@ WhatIfDialog::WhatIfDialog(QWidget *parent)
       m_table(new QTableView(this)),
       m_chart(new TrialChart(this)),
       m_form(new TrialForm(this)),
-      m_message(new QLabel(this))
+      m_message(new QLabel(this)),
+      m_periods(new ChoiceButtons({{7, QStringLiteral("Неделя")},
+                                   {30, QStringLiteral("Месяц")},
+                                   {92, QStringLiteral("3 месяца")}},
+                                  this))
 {
-    ApplyDialogLook(*this);
     setSizeGripEnabled(true);
     resize(usualSize);
     build();
+    ApplyDialogLook(*this);
     connect(&m_asker, &TrialAsker::answered, this, &WhatIfDialog::take);
     connect(&m_asker, &TrialAsker::progressed, this,
             [this](int percent) { tell(QStringLiteral("Считается, %1 %").arg(percent)); });
@@ -110,22 +115,13 @@ void WhatIfDialog::build()
 {
     m_table->setModel(m_model);
     PrepareHealthTable(*m_table, tableRow, TrialModel::Name);
+    m_table->setMinimumHeight(7 * tableRow);
     MakeLegible(*m_message);
     m_message->setWordWrap(true);
     auto *periods = new QHBoxLayout;
-    for (const auto &[days, text] :
-         {std::pair(7, QStringLiteral("Неделя")), std::pair(30, QStringLiteral("Месяц")),
-          std::pair(92, QStringLiteral("3 месяца"))}) {
-        auto *button = new QPushButton(text, this);
-        button->setCheckable(true);
-        button->setAutoDefault(false);
-        button->setChecked(days == m_days);
-        button->setProperty("days", days);
-        MakeTouchable(*button);
-        periods->addWidget(button);
-        m_periods.push_back(button);
-        connect(button, &QPushButton::clicked, this, [this, days = days] { choosePeriod(days); });
-    }
+    m_periods->choose(m_days);
+    connect(m_periods, &ChoiceButtons::pressed, this, &WhatIfDialog::choosePeriod);
+    periods->addWidget(m_periods);
     periods->addWidget(m_message, 1);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 8);
@@ -207,8 +203,7 @@ void WhatIfDialog::propose()
 void WhatIfDialog::choosePeriod(int days)
 {
     m_days = days;
-    for (QPushButton *button : m_periods)
-        button->setChecked(button->property("days").toInt() == days);
+    m_periods->choose(days);
     compute();
 }
 

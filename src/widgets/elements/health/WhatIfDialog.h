@@ -6,8 +6,6 @@
 
 #include "nodes/model/links/NodeLink.h"
 
-#include <vector>
-
 class QLabel;
 class QPushButton;
 class QTableView;
@@ -18,6 +16,7 @@ class BasicAlarm;
 
 namespace Widgets {
 
+class ChoiceButtons;
 class TrialChart;
 class TrialForm;
 class TrialModel;
@@ -70,9 +69,9 @@ private:
     TrialChart *m_chart;
     TrialForm *m_form;
     QLabel *m_message;
+    ChoiceButtons *m_periods;
     QPushButton *m_compute = nullptr;
     QPushButton *m_accept = nullptr;
-    std::vector<QPushButton *> m_periods;
 };
 
 } // namespace Widgets

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "widgets/WidgetsExport.h"
+#include "widgets/elements/health/BarsChart.h"
+
+#include "nodes/alarms/statistics/AlarmFigures.h"
+
+namespace Widgets {
+
+/// Shares of the priorities beside those that are recommended; none without alarms.
+WIDGETS_EXPORT std::vector<BarsChart::Bar> PriorityBars(const Nodes::AlarmFigures &figures);
+/// The ten alarms that were raised most often; one that chatters is told by a word too.
+WIDGETS_EXPORT std::vector<BarsChart::Bar> TopTenBars(const Nodes::AlarmFigures &figures);
+
+} // namespace Widgets
