@@ -24,10 +24,11 @@ DayInterval DayInterval::ofDates(const QDate &first, const QDate &last)
 
 int DayInterval::days() const
 {
+    constexpr qint64 day = 86400000; // ms
     const QDateTime begin(from.date(), from.time(), Qt::UTC);
     const QDateTime end(to.date(), to.time(), Qt::UTC);
-    const auto milliseconds = float(begin.msecsTo(end));
-    return int(std::floor(milliseconds / 1000.0f / 60.0f / 60.0f / 24.0f));
+    const qint64 length = begin.msecsTo(end);
+    return int(length < 0 ? (length - day + 1) / day : (length + 1) / day);
 }
 
 DayInterval DayInterval::shifted(int days) const

@@ -19,8 +19,8 @@ struct WIDGETS_EXPORT DayInterval
     static DayInterval upToToday(int days, const QDateTime &now);
     static DayInterval ofDates(const QDate &first, const QDate &last);
 
-    /// Full days by the clock on the wall. A millisecond short of midnight counts as midnight: the
-    /// division is one of single precision.
+    /// Full days by the clock on the wall. A millisecond short of midnight counts as midnight;
+    /// below 0 for an interval that ends before it begins.
     int days() const;
     /// The same hours of other days.
     DayInterval shifted(int days) const;

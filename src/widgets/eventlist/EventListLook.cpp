@@ -13,8 +13,7 @@ QString EventListLook::toolBarStyle()
         " border-radius: 4px; padding: 0 12px; font-size: 15px; }"
         "QToolButton:hover { border-color: #37424b; }"
         "QToolButton:pressed { background: #b4bdc4; }"
-        "QToolButton:checked { background: #cfd6db; border: 3px solid #37424b;"
-        " font-weight: bold; }"
+        "QToolButton:checked { background: #cfd6db; border: 3px solid #37424b; }"
         "QToolButton:disabled { background: #dde0e2; color: #59636b; }");
 }
 
@@ -29,7 +28,9 @@ QString EventListLook::partsStyle()
         "QPushButton:hover, QPushButton:focus { border-color: #37424b; }"
         "QPushButton:pressed { background: #b4bdc4; }"
         "QPushButton[isLatched=\"true\"], QPushButton:checked { background: #cfd6db;"
-        " border: 3px solid #37424b; font-weight: bold; }"
+        " border: 3px solid #37424b; padding: 0 10px; min-height: 34px; }"
+        "QTableView { background: #ffffff; color: #000000; selection-background-color: #4a535b;"
+        " selection-color: #ffffff; }"
         "QPushButton:disabled { background: #dde0e2; color: #59636b; }"
         "QLabel { color: #20262c; font-size: 15px; }"
         "QPlainTextEdit { background: #ffffff; color: #20262c; border: 1px solid #6b757d;"

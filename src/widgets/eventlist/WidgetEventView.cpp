@@ -11,6 +11,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QScroller>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -21,7 +22,20 @@ using Nodes::ColumnInfo;
 namespace {
 
 constexpr int leastWidth = 48;
-constexpr int leastStretch = 200;
+
+/// The end of a path tells more than its beginning.
+class SourceDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideLeft;
+    }
+};
 
 } // namespace
 
@@ -66,6 +80,8 @@ WidgetEventView::WidgetEventView(Nodes::widgetEventList *node, WidgetEventSortMo
     connect(header, &QHeaderView::sortIndicatorChanged, this, &WidgetEventView::onSorted);
     connect(header, &QHeaderView::sectionResized, this, &WidgetEventView::columnsArranged);
     connect(header, &QHeaderView::sectionMoved, this, &WidgetEventView::columnsArranged);
+    setItemDelegateForColumn(WidgetEventModel::columnOf(ColumnInfo::ColumnSource),
+                             new SourceDelegate(this));
     updateProperties();
 }
 
