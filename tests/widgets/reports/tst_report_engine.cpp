@@ -200,6 +200,19 @@ private slots:
         QCOMPARE(started.count(), finished.count());
     }
 
+    // What a rendering that was given up has posted arrives while the next one runs.
+    void startedAgainAndAgain()
+    {
+        QVERIFY(m_engine->loadFromString(rowsTemplate(), "Сводка"));
+        m_engine->dataManager()->addModel("rows", rows(400), true);
+        for (int i = 0; i < 300; ++i) {
+            m_engine->render();
+            QCoreApplication::processEvents(QEventLoop::AllEvents, i % 7);
+        }
+        QTRY_VERIFY(!m_engine->isRendering());
+        QCOMPARE(m_engine->pageCount(), 10);
+    }
+
     void preview()
     {
         QTemporaryDir dir;

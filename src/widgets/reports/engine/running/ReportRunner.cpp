@@ -52,14 +52,19 @@ void ReportRunner::onTaken(const DataSet &data)
     m_thread->start();
 }
 
+// What a thread that was given up had posted before arrives all the same: its sender is none then.
 void ReportRunner::onProgressed(int pages)
 {
+    if (!m_thread || sender() != m_thread)
+        return;
     m_pages = m_thread->pages();
     emit progressed(pages);
 }
 
 void ReportRunner::onFinished()
 {
+    if (!m_thread || sender() != m_thread)
+        return;
     m_pages = m_thread->pages();
     m_problems = m_thread->problems();
     m_thread->deleteLater();
