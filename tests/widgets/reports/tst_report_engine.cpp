@@ -1,11 +1,13 @@
 #include "nodes/FileSizeLimit.h"
-#include "widgets/reports/TemplateText.h"
+#include "widgets/reports/LaidOut.h"
 #include "widgets/reports/engine/lrdatasourcemanagerintf.h"
 #include "widgets/reports/engine/lrpreviewreportwidget.h"
 #include "widgets/reports/engine/lrreportengine.h"
+#include "widgets/reports/engine/preview/PageView.h"
 
 #include <QAbstractScrollArea>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QProcess>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -152,6 +154,53 @@ private slots:
         const QString text = textOf(dir.filePath("printed.pdf"));
         QVERIFY(!text.contains("Насос №40\n"));
         QVERIFY(text.contains("Насос №41\n") && text.contains("Насос №100\n"));
+    }
+
+    void noPrinter()
+    {
+        if (!QPrinterInfo::availablePrinterNames().isEmpty())
+            QSKIP("There are printers");
+        QVERIFY(m_engine->loadFromString(rowsTemplate()));
+        QVERIFY(!m_engine->printReport());
+        QVERIFY(m_engine->lastError().contains("принтер"));
+        std::unique_ptr<PreviewReportWidget> preview(m_engine->createPreviewWidget());
+        QTRY_VERIFY(!m_engine->isRendering());
+        QSignalSpy put(preview.get(), &PreviewReportWidget::outputFinished);
+        preview->print();
+        QCOMPARE(put.count(), 1);
+        QVERIFY(put.at(0).at(0).toString().contains("принтер"));
+    }
+
+    // Pages that found no room in memory come back from disk, and the view shows them.
+    void pagesOnDisk()
+    {
+        const LaidOut made(report({page({band("Data", "data", 600, {item("$D{rows.n}")},
+                                              text("datasource", "rows"))})}),
+                           numbered(32));
+        const auto pages = std::make_shared<PageStore>(made.pages.memoryUsed() / 2);
+        for (int index = 0; index < made.pages.count(); ++index)
+            QCOMPARE(pages->append(made.pages.page(index)), QString());
+        QVERIFY(!pages->isOnDisk(0) && pages->isOnDisk(pages->count() - 1));
+        QVERIFY(pages->memoryUsed() <= made.pages.memoryUsed() / 2);
+        for (int index = 0; index < pages->count(); ++index)
+            QCOMPARE(toBytes(pages->page(index)), toBytes(made.pages.page(index)));
+
+        PageView view;
+        view.resize(400, 500);
+        view.show();
+        view.setPages(made.report, pages);
+        view.setScalePercent(100);
+        view.goTo(pages->count() - 1);
+        const auto blackPoints = [&view] {
+            const QImage shown = view.viewport()->grab().toImage();
+            int black = 0;
+            for (int y = 0; y < shown.height(); ++y) {
+                for (int x = 0; x < shown.width(); ++x)
+                    black += qGray(shown.pixel(x, y)) < 60;
+            }
+            return black;
+        };
+        QTRY_VERIFY(blackPoints() > 20);
     }
 
     void cancelled()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+
 #include <QByteArray>
 #include <QColor>
 #include <QRectF>
@@ -48,8 +50,8 @@ struct PrintedPage
     bool isNull() const { return size.isEmpty(); }
 };
 
-QByteArray toBytes(const PrintedPage &page);
+WIDGETS_EXPORT QByteArray toBytes(const PrintedPage &page);
 /// A null page when the bytes are none.
-PrintedPage pageFromBytes(const QByteArray &bytes);
+WIDGETS_EXPORT PrintedPage pageFromBytes(const QByteArray &bytes);
 
 } // namespace LimeReport

@@ -14,7 +14,7 @@ namespace LimeReport {
 
 /// Shows the pages of a rendering one below the other and paints only what can be seen. GUI thread;
 /// pages that lie on disk are read on another.
-class PageView : public QAbstractScrollArea
+class WIDGETS_EXPORT PageView : public QAbstractScrollArea
 {
     Q_OBJECT
 
