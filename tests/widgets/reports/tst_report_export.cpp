@@ -257,6 +257,10 @@ void tst_report_export::nothingToWrite()
 {
     DataExport exporting;
     QVERIFY(exported(exporting, path("e.csv"), {{"gone", nullptr}}).contains("нет данных"));
+    for (const QString name : {"d.csv", "d.xlsx"}) {
+        QVERIFY(QDir(m_directory.path()).mkdir(name));
+        QVERIFY(exported(exporting, path(name), {{"s", numbers(1)}}).contains("не файл"));
+    }
     QVERIFY(exported(exporting, "/proc/none/e.csv", {{"s", numbers(1)}}).contains("не записан"));
     QVERIFY(exported(exporting, "/proc/none/e.xlsx", {{"s", numbers(1)}}).contains("не записан"));
 }

@@ -107,6 +107,9 @@ QStringList filesOf(const QString &file, const ExportSheets &sheets)
 QString write(const QStringList &files, const ExportSheets &sheets, DataExportProgress &progress)
 {
     std::vector<std::unique_ptr<QSaveFile>> written;
+    for (const QString &file : files)
+        if (!ExportFiles::refusal(file).isEmpty())
+            return ExportFiles::refusal(file);
     for (int i = 0; i < sheets.size(); ++i) {
         written.push_back(std::make_unique<QSaveFile>(files.at(i)));
         QSaveFile &file = *written.back();

@@ -35,6 +35,14 @@ QString notWritten(const QString &file, const QString &reason)
         .arg(QDir::toNativeSeparators(file), reason);
 }
 
+QString refusal(const QString &file)
+{
+    const QFileInfo info(file);
+    return info.exists() && !info.isFile()
+               ? notWritten(file, QStringLiteral("под этим именем не файл"))
+               : QString();
+}
+
 QString replace(const QString &written, const QString &file)
 {
     const QByteArray from = QFile::encodeName(written);

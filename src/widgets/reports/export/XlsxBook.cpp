@@ -201,6 +201,8 @@ QString writeBook(const QByteArray &path, const ExportSheets &sheets, DataExport
 QString write(const QString &file, const ExportSheets &sheets, DataExportProgress &progress,
               int rowsPerSheet)
 {
+    if (!ExportFiles::refusal(file).isEmpty())
+        return ExportFiles::refusal(file);
     const QString written = file + QStringLiteral(".part");
     qint64 rows = 0;
     QString fault = writeBook(QFile::encodeName(written), sheets, progress, rowsPerSheet, &rows);

@@ -98,8 +98,8 @@ QVariantMap BarcodePainter::resolve(const QVariantMap &properties, ReportScope &
         return {{"isHidden", true}};
     const BarcodeSymbol symbol = BarcodeSymbol::encode(
         properties.value(QStringLiteral("barcodeType"), usualType).toString(), content);
-    if (!symbol.error.isEmpty())
-        return ItemContent::refused(scope, symbol.error);
+    if (!symbol.fault.isEmpty())
+        return ItemContent::refused(scope, symbol.fault);
     const int angle = properties.value(QStringLiteral("angle")).toInt();
     return {{"dark", symbol.dark},
             {"columns", symbol.columns},

@@ -79,6 +79,32 @@ void takeLooks(const zint_symbol &encoded, BarcodeSymbol &symbol)
         symbol.text = QString::fromUtf8(reinterpret_cast<const char *>(encoded.text));
 }
 
+ItemFault unfit(const QString &error)
+{
+    return {error, QStringLiteral("значение не подходит для этого штрихкода")};
+}
+
+// What can be told before encoding.
+ItemFault faultOf(const QString &type, const QString &content)
+{
+    const int digits = digitsOf(plain(type));
+    const int bytes = content.toUtf8().size();
+    if (BarcodeSymbol::typeOf(type) == 0)
+        return {QStringLiteral("bar code type \"%1\" is not known").arg(type),
+                QStringLiteral("неизвестный вид штрихкода")};
+    if (bytes == 0)
+        return {QStringLiteral("a bar code of nothing can't be drawn"),
+                QStringLiteral("нет значения для штрихкода")};
+    if (bytes > mostBytes)
+        return unfit(QStringLiteral("%1 bytes are too many for a bar code").arg(bytes));
+    if (digits > 0 && content.size() != digits && content.size() != digits - 1)
+        return unfit(QStringLiteral("\"%1\" has not the %2 digits of %3")
+                         .arg(content)
+                         .arg(digits)
+                         .arg(type));
+    return {};
+}
+
 bool isLatin(const QString &text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
@@ -102,23 +128,14 @@ int BarcodeSymbol::typeOf(const QString &type)
 BarcodeSymbol BarcodeSymbol::encode(const QString &type, const QString &content)
 {
     BarcodeSymbol symbol;
+    symbol.fault = faultOf(type, content);
+    if (!symbol.fault.isEmpty())
+        return symbol;
     const QByteArray bytes = content.toUtf8();
     const int number = typeOf(type);
-    const int digits = digitsOf(plain(type));
-    if (number == 0)
-        symbol.error = QStringLiteral("bar code type \"%1\" is not known").arg(type);
-    else if (bytes.isEmpty())
-        symbol.error = QStringLiteral("a bar code of nothing can't be drawn");
-    else if (bytes.size() > mostBytes)
-        symbol.error = QStringLiteral("%1 bytes are too many for a bar code").arg(bytes.size());
-    else if (digits > 0 && content.size() != digits && content.size() != digits - 1)
-        symbol.error =
-            QStringLiteral("\"%1\" has not the %2 digits of %3").arg(content).arg(digits).arg(type);
-    if (!symbol.error.isEmpty())
-        return symbol;
     const Symbol encoded(ZBarcode_Create());
     if (!encoded) {
-        symbol.error = QStringLiteral("no memory for a bar code");
+        symbol.fault = {QStringLiteral("no memory for a bar code"), QStringLiteral("нет памяти")};
         return symbol;
     }
     encoded->symbology = number;
@@ -127,8 +144,8 @@ BarcodeSymbol BarcodeSymbol::encode(const QString &type, const QString &content)
         encoded->eci = utf8Eci; // readers would guess the code page otherwise
     const auto *input = reinterpret_cast<const unsigned char *>(bytes.constData());
     if (ZBarcode_Encode(encoded.get(), input, bytes.size()) >= ZINT_ERROR) {
-        symbol.error = QStringLiteral("\"%1\" is no content of this bar code: %2")
-                           .arg(content.left(40), QString::fromUtf8(encoded->errtxt));
+        symbol.fault = unfit(QStringLiteral("\"%1\" is no content of this bar code: %2")
+                                 .arg(content.left(40), QString::fromUtf8(encoded->errtxt)));
         return symbol;
     }
     takeModules(*encoded, symbol);

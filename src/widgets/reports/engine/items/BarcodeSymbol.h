@@ -2,6 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "widgets/reports/engine/items/ItemFault.h"
+
 #include <QBitArray>
 #include <QString>
 #include <QVector>
@@ -26,7 +28,7 @@ struct WIDGETS_EXPORT BarcodeSymbol
     int quietColumns = 0;       ///< light modules wanted on the left and on the right
     int quietRows = 0;          ///< and above and below
     QString text;               ///< for people, with the check digit; "" for codes without
-    QString error;
+    ItemFault fault;
 };
 
 } // namespace LimeReport

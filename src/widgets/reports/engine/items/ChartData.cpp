@@ -24,9 +24,9 @@ QVector<double> numbersOf(const QByteArray &bytes)
 
 } // namespace
 
-ChartData ChartData::read(const QVariantMap &properties, const ReportScope &scope, QString *error)
+ChartData ChartData::read(const QVariantMap &properties, const ReportScope &scope, ItemFault *fault)
 {
-    return ChartReader(properties, scope).read(error);
+    return ChartReader(properties, scope).read(fault);
 }
 
 bool ChartData::isDoubtfulAny() const

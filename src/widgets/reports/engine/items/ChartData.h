@@ -2,6 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "widgets/reports/engine/items/ItemFault.h"
+
 #include <QBitArray>
 #include <QColor>
 #include <QStringList>
@@ -28,8 +30,9 @@ struct WIDGETS_EXPORT ChartData
         QBitArray doubtful; ///< value is there, but not good
     };
 
-    /// Properties of a ChartItem, see docs/report-expressions.md. With an error it holds nothing.
-    static ChartData read(const QVariantMap &properties, const ReportScope &scope, QString *error);
+    /// Properties of a ChartItem, see docs/report-expressions.md. With a fault it holds nothing.
+    static ChartData read(const QVariantMap &properties, const ReportScope &scope,
+                          ItemFault *fault);
     /// To values that QDataStream writes, and back.
     QVariantMap packed() const;
     static ChartData unpacked(const QVariantMap &packed);

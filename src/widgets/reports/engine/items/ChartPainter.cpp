@@ -85,12 +85,12 @@ void drawSeries(QPainter &painter, const ChartFrame &frame, const ChartData &dat
 QVariantMap ChartPainter::resolve(const QVariantMap &properties, ReportScope &scope,
                                   ContentExpander &expander) const
 {
-    QString error;
-    ChartData data = ChartData::read(properties, scope, &error);
-    if (error.isEmpty() && data.type == ChartData::Pie)
-        error = PieDrawing::faultOf(data);
-    if (!error.isEmpty())
-        return ItemContent::refused(scope, error);
+    ItemFault fault;
+    ChartData data = ChartData::read(properties, scope, &fault);
+    if (fault.isEmpty() && data.type == ChartData::Pie)
+        fault = PieDrawing::faultOf(data);
+    if (!fault.isEmpty())
+        return ItemContent::refused(scope, fault);
     data.title = expander.expand(data.title, scope).text;
     for (ChartData::Series &series : data.series)
         series.name = expander.expand(series.name, scope).text;

@@ -48,23 +48,31 @@ QString ChartReader::text(const char *name) const
     return m_properties.value(QLatin1String(name)).toString().trimmed();
 }
 
-ChartData ChartReader::read(QString *error)
+void ChartReader::failColumn(const QString &name)
+{
+    m_fault = {QStringLiteral("data source \"%1\" has no column \"%2\"").arg(m_source, name),
+               QStringLiteral("нет столбца данных «%1»").arg(name)};
+}
+
+ChartData ChartReader::read(ItemFault *fault)
 {
     m_data.type = typeOf(m_properties.value(QStringLiteral("chartType")));
     m_data.title = text("chartTitle");
     m_data.hasLegend = m_properties.value(QStringLiteral("showLegend"), true).toBool();
     if (m_data.type < 0)
-        m_error = QStringLiteral("chart type \"%1\" is not known").arg(text("chartType"));
+        m_fault = {QStringLiteral("chart type \"%1\" is not known").arg(text("chartType")),
+                   QStringLiteral("неизвестный вид диаграммы")};
     else if (findSource())
         readAxis();
     int number = 0;
-    if (m_error.isEmpty())
+    if (m_fault.isEmpty())
         for (const QVariant &told : m_properties.value(QStringLiteral("series")).toList())
             readSeries(told.toMap(), number++);
-    if (m_error.isEmpty() && m_data.series.isEmpty())
-        m_error = QStringLiteral("the chart has no series");
-    *error = m_error;
-    return m_error.isEmpty() ? m_data : ChartData();
+    if (m_fault.isEmpty() && m_data.series.isEmpty())
+        m_fault = {QStringLiteral("the chart has no series"),
+                   QStringLiteral("у диаграммы нет рядов")};
+    *fault = m_fault;
+    return m_fault.isEmpty() ? m_data : ChartData();
 }
 
 bool ChartReader::findSource()
@@ -74,13 +82,15 @@ bool ChartReader::findSource()
     m_rowCount = m_rows ? m_scope.rowCount(m_source) : 0;
     const bool isByRow = m_data.isBars() || m_data.type == ChartData::Pie;
     if (!m_rows)
-        m_error = QStringLiteral("there is no data source \"%1\" for the chart").arg(m_source);
+        m_fault = {QStringLiteral("there is no data source \"%1\" for the chart").arg(m_source),
+                   QStringLiteral("нет источника данных")};
     else if (isByRow && m_rowCount > mostBars)
-        m_error = QStringLiteral(
-                      "a chart of %1 bars or sectors can't be read; draw lines, or fewer than %2")
-                      .arg(m_rowCount)
-                      .arg(mostBars);
-    return m_error.isEmpty();
+        m_fault = {QStringLiteral("a chart of %1 bars or sectors can't be read; draw lines, or "
+                                  "at most %2")
+                       .arg(m_rowCount)
+                       .arg(mostBars),
+                   QStringLiteral("слишком много столбцов или секторов")};
+    return m_fault.isEmpty();
 }
 
 void ChartReader::readAxis()
@@ -93,7 +103,7 @@ void ChartReader::readAxis()
         column = series.first().toMap().value(QStringLiteral("labelsColumn")).toString();
     m_axisColumn = m_rows->column(column);
     if (m_axisColumn < 0 && !column.isEmpty())
-        m_error = QStringLiteral("data source \"%1\" has no column \"%2\"").arg(m_source, column);
+        failColumn(column);
     QVariant first;
     for (int row = 0; row < m_rowCount && !first.isValid() && m_axisColumn >= 0; ++row)
         first = m_rows->value(m_scope.sourceRow(m_source, row), m_axisColumn);
@@ -127,7 +137,7 @@ void ChartReader::readSeries(const QVariantMap &told, int number)
     const QString name = told.value(QStringLiteral("valuesColumn")).toString();
     const int column = m_rows->column(name);
     if (column < 0) {
-        m_error = QStringLiteral("data source \"%1\" has no column \"%2\"").arg(m_source, name);
+        failColumn(name);
         return;
     }
     ChartData::Series series;

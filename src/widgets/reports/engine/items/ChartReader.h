@@ -12,7 +12,7 @@ class ChartReader
 public:
     ChartReader(const QVariantMap &properties, const ReportScope &scope);
 
-    ChartData read(QString *error);
+    ChartData read(ItemFault *fault);
 
 private:
     bool findSource();
@@ -21,6 +21,7 @@ private:
     void thin(ChartData::Series &series) const;
     double xAt(int row) const;
     QString text(const char *name) const;
+    void failColumn(const QString &name);
 
     const QVariantMap &m_properties;
     const ReportScope &m_scope;
@@ -29,7 +30,7 @@ private:
     int m_rowCount = 0;
     int m_axisColumn = -1;
     ChartData m_data;
-    QString m_error;
+    ItemFault m_fault;
 };
 
 } // namespace LimeReport

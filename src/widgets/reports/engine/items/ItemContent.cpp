@@ -2,6 +2,7 @@
 
 #include "widgets/reports/engine/expressions/ContentExpander.h"
 #include "widgets/reports/engine/expressions/ReportScope.h"
+#include "widgets/reports/engine/items/ItemFault.h"
 #include "widgets/reports/engine/items/ItemPainter.h"
 
 namespace LimeReport::ItemContent {
@@ -16,10 +17,10 @@ QVariant valueOf(const QVariantMap &properties, const char *content, ReportScope
     return expander.value(properties.value(QLatin1String(content)).toString(), scope);
 }
 
-QVariantMap refused(ReportScope &scope, const QString &error)
+QVariantMap refused(ReportScope &scope, const ItemFault &fault)
 {
-    scope.addError(error);
-    return {{QLatin1String(itemError), error}};
+    scope.addError(fault.error);
+    return {{QLatin1String(itemError), fault.shown}};
 }
 
 } // namespace LimeReport::ItemContent

@@ -7,6 +7,7 @@ namespace LimeReport {
 
 class ContentExpander;
 class ReportScope;
+struct ItemFault;
 
 /// What drawn items have in common. No state.
 namespace ItemContent {
@@ -16,7 +17,7 @@ namespace ItemContent {
 QVariant valueOf(const QVariantMap &properties, const char *content, ReportScope &scope,
                  ContentExpander &expander);
 /// What resolve gives for an item that can't be drawn, with the error told.
-QVariantMap refused(ReportScope &scope, const QString &error);
+QVariantMap refused(ReportScope &scope, const ItemFault &fault);
 
 } // namespace ItemContent
 

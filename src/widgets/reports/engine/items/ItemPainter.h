@@ -22,9 +22,9 @@ public:
 
     /// What the item shows for the scope's current rows, everything looked up. `properties` are the
     /// template's; a collection is a QVariantList of QVariantMap. The result holds only values that
-    /// QDataStream writes. With a text under `itemError` nothing can be drawn: the caller draws a
-    /// placeholder with it instead of calling paint(); scope.errors() has it with its place
-    /// already. Rendering thread.
+    /// QDataStream writes. With a text for operators under `itemError` nothing can be drawn: the
+    /// caller draws a placeholder with it instead of calling paint(); scope.errors() has it with
+    /// its place already. Rendering thread.
     virtual QVariantMap resolve(const QVariantMap &properties, ReportScope &scope,
                                 ContentExpander &expander) const = 0;
     /// Draws what resolve gave into `rect`, in any unit. `unitsPerMillimetre` sizes pens and text.

@@ -49,14 +49,16 @@ QColor colorOf(const QColor &base, int number, int count)
 
 } // namespace
 
-QString faultOf(const ChartData &data)
+ItemFault faultOf(const ChartData &data)
 {
     const QVector<double> &values = data.series.first().y;
     if (std::any_of(values.begin(), values.end(), [](double value) { return !(value >= 0); }))
-        return QStringLiteral("a pie can't show values that are missing or negative");
-    return std::accumulate(values.begin(), values.end(), 0.0) > 0
-               ? QString()
-               : QStringLiteral("a pie of nothing can't be drawn");
+        return {QStringLiteral("a pie can't show values that are missing or negative"),
+                QStringLiteral("для круговой диаграммы нет всех значений")};
+    if (std::accumulate(values.begin(), values.end(), 0.0) > 0)
+        return {};
+    return {QStringLiteral("a pie of nothing can't be drawn"),
+            QStringLiteral("все значения равны нулю")};
 }
 
 void draw(QPainter &painter, const QRectF &rect, const ChartData &data)

@@ -2,6 +2,7 @@
 
 #include "widgets/reports/engine/expressions/ReportScope.h"
 #include "widgets/reports/engine/items/ItemContent.h"
+#include "widgets/reports/engine/items/ItemFault.h"
 #include "widgets/reports/engine/items/SvgCheck.h"
 
 #include <QDir>
@@ -16,23 +17,25 @@ namespace {
 constexpr qint64 mostBytes = 8 << 20;
 
 // A file below the directory, wherever links lead; an error otherwise.
-QByteArray readBelow(const QString &directory, const QString &file, QString *error)
+QByteArray readBelow(const QString &directory, const QString &file, ItemFault *fault)
 {
     const QString root = QFileInfo(directory).canonicalFilePath();
     const QString path = QFileInfo(QDir(directory), file).canonicalFilePath();
     if (directory.isEmpty() || root.isEmpty() || !path.startsWith(root + '/')) {
-        *error = QStringLiteral("there is no file \"%1\" in the report's directory").arg(file);
+        *fault = {QStringLiteral("there is no file \"%1\" in the report's directory").arg(file),
+                  QStringLiteral("нет файла рисунка")};
         return QByteArray();
     }
     QFile opened(path);
     if (opened.size() <= mostBytes && opened.open(QIODevice::ReadOnly))
         return opened.readAll();
-    *error = QStringLiteral("file \"%1\" can't be read: %2").arg(file, opened.errorString());
+    *fault = {QStringLiteral("file \"%1\" can't be read: %2").arg(file, opened.errorString()),
+              QStringLiteral("файл рисунка не читается")};
     return QByteArray();
 }
 
 QByteArray bytesOf(const QVariantMap &properties, ReportScope &scope, ContentExpander &expander,
-                   QString *error)
+                   ItemFault *fault)
 {
     const auto text = [&properties](const char *name) {
         return properties.value(QLatin1String(name)).toString();
@@ -42,7 +45,7 @@ QByteArray bytesOf(const QVariantMap &properties, ReportScope &scope, ContentExp
     if (!text("variable").isEmpty())
         return scope.variable(text("variable")).toByteArray();
     if (!text("resourcePath").isEmpty())
-        return readBelow(scope.filesDirectory(), text("resourcePath"), error);
+        return readBelow(scope.filesDirectory(), text("resourcePath"), fault);
     const QByteArray image = properties.value(QStringLiteral("image")).toByteArray();
     return image.trimmed().startsWith('<') ? image : QByteArray::fromHex(image);
 }
@@ -52,13 +55,15 @@ QByteArray bytesOf(const QVariantMap &properties, ReportScope &scope, ContentExp
 QVariantMap SvgPainter::resolve(const QVariantMap &properties, ReportScope &scope,
                                 ContentExpander &expander) const
 {
-    QString error;
-    const QByteArray svg = bytesOf(properties, scope, expander, &error);
-    if (error.isEmpty() && svg.isEmpty())
-        error = QStringLiteral("there is no drawing");
-    else if (error.isEmpty() && !svgFault(svg).isEmpty())
-        error = QStringLiteral("the drawing is refused: %1").arg(svgFault(svg));
-    return error.isEmpty() ? QVariantMap{{"svg", svg}} : ItemContent::refused(scope, error);
+    ItemFault fault;
+    const QByteArray svg = bytesOf(properties, scope, expander, &fault);
+    const QString refusal = fault.isEmpty() && !svg.isEmpty() ? svgFault(svg) : QString();
+    if (fault.isEmpty() && svg.isEmpty())
+        fault = {QStringLiteral("there is no drawing"), QStringLiteral("нет рисунка")};
+    else if (!refusal.isEmpty())
+        fault = {QStringLiteral("the drawing is refused: %1").arg(refusal),
+                 QStringLiteral("рисунок не принят")};
+    return fault.isEmpty() ? QVariantMap{{"svg", svg}} : ItemContent::refused(scope, fault);
 }
 
 void SvgPainter::paint(QPainter &painter, const QRectF &rect, double unitsPerMillimetre,
