@@ -43,7 +43,8 @@ public:
 
     virtual std::unique_ptr<AlarmCondition> Clone() const = 0;
     virtual AlarmVerdict Judge(const AlarmInput &input) = 0;
-    /// Steady time at which the same value may be judged differently.
+    /// Steady time, later than that of the last judgement, at which the same value may be judged
+    /// differently.
     virtual Timestamp NextLook() const { return Never; }
     /// Null when there are no such numbers.
     virtual const AlarmThreshold *GetThreshold() const { return nullptr; }

@@ -45,7 +45,8 @@ AlarmTracker::AlarmTracker(AlarmSettings settings, unsigned long &lastOccurrence
       m_lastOccurrence(lastOccurrence),
       m_flipAt(never),
       m_unshelveAt(never),
-      m_remindAt(never)
+      m_remindAt(never),
+      m_lookAt(never)
 {
 }
 
@@ -216,6 +217,8 @@ void AlarmTracker::judge(const AlarmMoment &now, Records &records)
 {
     const AlarmVerdict verdict =
         m_condition->Judge({m_value, m_reference, m_memory.isActive, now.steady});
+    // A condition that asks for what is over must not keep the engine busy at this very moment.
+    m_lookAt = std::max(m_condition->NextLook(), now.steady + 1);
     // A delay that was running when the value was lost begins anew when it is back.
     if (verdict == AlarmVerdict::Unknown || (verdict == AlarmVerdict::Alarm) == m_memory.isActive)
         m_flipAt = never;
@@ -238,7 +241,7 @@ void AlarmTracker::flip(const AlarmMoment &now, Records &records)
 
 void AlarmTracker::Tick(const AlarmMoment &now, Records &records)
 {
-    if (now.steady >= m_condition->NextLook())
+    if (now.steady >= m_lookAt)
         judge(now, records);
     if (now.steady >= m_flipAt)
         flip(now, records);
@@ -250,7 +253,7 @@ void AlarmTracker::Tick(const AlarmMoment &now, Records &records)
 
 Timestamp AlarmTracker::Deadline() const
 {
-    return std::min({m_flipAt, m_unshelveAt, m_remindAt, m_condition->NextLook()});
+    return std::min({m_flipAt, m_unshelveAt, m_remindAt, m_lookAt});
 }
 
 Result AlarmTracker::AcknowledgeSeen(Timestamp seenBy, const std::string &user,

@@ -132,6 +132,7 @@ private:
     Timestamp m_flipAt;        // steady time at which the pending change counts
     Timestamp m_unshelveAt;    // steady time at which shelving ends
     Timestamp m_remindAt;      // steady time at which it is announced again
+    Timestamp m_lookAt;        // steady time at which the same value is judged again
     Timestamp m_seenAt = 0;    // steady time at which the occurrence was shown to operators
     bool m_isDoubtful = false; // the value cannot be judged
     bool m_isCounted = false;  // by the group, as listed
