@@ -189,6 +189,32 @@ private slots:
         QVERIFY2(error.contains("30000"), qPrintable(error));
     }
 
+    // On paper without colours too.
+    void qualityIsSeen_data()
+    {
+        QTest::addColumn<int>("quality");
+        QTest::newRow("uncertain") << int(Nodes::Quality::Uncertain);
+        QTest::newRow("bad") << int(Nodes::Quality::Bad);
+        QTest::newRow("stale") << int(Nodes::Quality::Stale);
+    }
+
+    void qualityIsSeen()
+    {
+        QFETCH(int, quality);
+        const LaidOut made(report({page({band("ReportHeader", "a", 100, {item("12.5")})})}));
+        const auto painted = [&](int told) {
+            PrintedPage page = made.pages.page(0);
+            page.items[0].quality = quint8(told);
+            QImage sheet(500, 100, QImage::Format_Grayscale8);
+            sheet.fill(Qt::white);
+            QPainter painter(&sheet);
+            painter.scale(0.5, 0.5);
+            PagePainter(made.report).paint(painter, page, QRectF(0, 0, 2100, 2970));
+            return sheet;
+        };
+        QVERIFY(painted(quality) != painted(int(Nodes::Quality::Good)));
+    }
+
     // Whatever becomes of a template: an error or pages, never a crash or an endless run.
     void mutated()
     {

@@ -91,8 +91,10 @@ void PagePainter::paintText(QPainter &painter, const PageItem &item, const Templ
     const TextStyle &style = textStyle(source);
     if (style.background.isValid())
         painter.fillRect(item.rect, style.background);
+    // A dash for "no value" is no value that could be mistaken for a good one.
+    const bool isMarked = item.text != QStringLiteral("—");
     if (item.quality != PageItem::Good)
-        paintQuality(painter, item.rect, Nodes::Quality(item.quality));
+        paintQuality(painter, item.rect, Nodes::Quality(item.quality), isMarked);
     if (!item.text.isEmpty())
         TextBlock(style, item.text, item.rect.size()).paint(painter, item.rect);
 }

@@ -32,6 +32,8 @@ int shapeType(const TemplateItem &source)
     return HorizontalLine;
 }
 
+constexpr double widestSheet = 50000; // 0.1 mm
+
 QPen linePen(const QColor &color, double width, int style)
 {
     QPen pen(color, qBound(0.0, width, 200.0));
@@ -40,6 +42,18 @@ QPen linePen(const QColor &color, double width, int style)
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::MiterJoin);
     return pen;
+}
+
+// Filled for bad, an outline for what is uncertain or stale.
+void paintCorner(QPainter &painter, const QRectF &rect, Nodes::Quality quality)
+{
+    const bool isBad = quality == Nodes::Quality::Bad;
+    const QColor mark = isBad ? QColor(0xa0, 0x1c, 0x1c) : QColor(0x8a, 0x5a, 0x00);
+    const double side = qMin(18.0, qMin(rect.width(), rect.height()) / 2);
+    painter.setPen(QPen(mark, 2));
+    painter.setBrush(isBad ? mark : QColor(Qt::white));
+    painter.drawPolygon(QPolygonF(
+        {rect.topLeft(), rect.topLeft() + QPointF(side, 0), rect.topLeft() + QPointF(0, side)}));
 }
 
 } // namespace
@@ -122,23 +136,18 @@ void paintPicture(QPainter &painter, const QRectF &rect, const QImage &image,
     painter.restore();
 }
 
-void paintQuality(QPainter &painter, const QRectF &rect, Nodes::Quality quality)
+void paintQuality(QPainter &painter, const QRectF &rect, Nodes::Quality quality, bool isMarked)
 {
     if (quality == Nodes::Quality::Good)
         return;
-    const QColor mark =
-        quality == Nodes::Quality::Bad ? QColor(0xa0, 0x1c, 0x1c) : QColor(0x8a, 0x5a, 0x00);
     painter.save();
     painter.setClipRect(rect, Qt::IntersectClip);
     painter.setPen(QPen(QColor(0xd0, 0xd0, 0xd0), 1));
-    for (double x = rect.left() - rect.height(); x < rect.right(); x += 15)
+    const double last = qMin(rect.right(), widestSheet);
+    for (double x = qMax(rect.left(), 0.0) - qMin(rect.height(), widestSheet); x < last; x += 15)
         painter.drawLine(QPointF(x, rect.bottom()), QPointF(x + rect.height(), rect.top()));
-    // The corner is filled for bad, an outline for what is uncertain or stale.
-    const double side = qMin(18.0, qMin(rect.width(), rect.height()) / 2);
-    painter.setPen(QPen(mark, 2));
-    painter.setBrush(quality == Nodes::Quality::Bad ? QBrush(mark) : QBrush(Qt::white));
-    painter.drawPolygon(QPolygonF(
-        {rect.topLeft(), rect.topLeft() + QPointF(side, 0), rect.topLeft() + QPointF(0, side)}));
+    if (isMarked)
+        paintCorner(painter, rect, quality);
     painter.restore();
 }
 

@@ -15,8 +15,8 @@ void paintShape(QPainter &painter, const QRectF &rect, const TemplateItem &sourc
 void paintBorders(QPainter &painter, const QRectF &rect, const TemplateItem &source);
 void paintPicture(QPainter &painter, const QRectF &rect, const QImage &image,
                   const TemplateItem &source);
-/// Marks a box whose values are not good: hatched, with a sign in its corner, so that it is told
-/// from the others on black and white paper too.
-void paintQuality(QPainter &painter, const QRectF &rect, Nodes::Quality quality);
+/// Hatches a box whose values are not good; `isMarked` also puts a sign into its corner. Both are
+/// told from the rest on black and white paper too.
+void paintQuality(QPainter &painter, const QRectF &rect, Nodes::Quality quality, bool isMarked);
 
 } // namespace LimeReport
