@@ -11,6 +11,8 @@
 #include "widgets/scene/marks/AlarmOverlay.h"
 #include "widgets/windows/WindowForm.h"
 
+#include <QBackingStore>
+
 using namespace Widgets;
 using Nodes::AlarmState;
 
@@ -181,6 +183,26 @@ private slots:
         QVERIFY(!shown.sign(31));
         shown.window.show();
         QVERIFY(shown.sign(31));
+    }
+
+    void paintsNoMoreThanItChanges()
+    {
+        using S = AlarmState;
+        Shown shown;
+        QVERIFY(QTest::qWaitForWindowExposed(&shown.window));
+        shown.set(33, "signal", "10"); // its sign reaches the edge of the scene
+        shown.set(33, "x", "0");
+        const auto seen = [&] {
+            return static_cast<QImage *>(shown.window.backingStore()->paintDevice())->copy();
+        };
+        for (const S state : {S::ActiveUnacked, S::Shelved, S::ReturnedUnacked, S::ActiveAcked,
+                              S::OutOfService, S::ActiveUnacked, S::Normal}) {
+            AlarmBoard::instance().take({alarm(20, state, 2)});
+            QTest::qWait(50); // painted, and no beat came between both pictures
+            const QImage partly = seen();
+            shown.window.viewport()->repaint();
+            QCOMPARE(partly, seen());
+        }
     }
 
     void takesNoInput()

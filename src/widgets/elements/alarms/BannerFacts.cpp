@@ -114,6 +114,8 @@ QString BannerFacts::details() const
     QStringList parts{Utils::timeText(top.raised != 0 ? top.raised : top.time, "hh:mm:ss")};
     if (top.alarmState == AlarmState::ReturnedUnacked)
         parts.append(QStringLiteral("снята"));
+    if (top.isFirstUp)
+        parts.append(QStringLiteral("первая в группе"));
     if (!top.area.empty())
         parts.append(QString::fromStdString(top.area));
     const int others = sum(counts, &Count::waiting) - 1;
