@@ -344,6 +344,15 @@ void tst_report_items::chartFaults()
 
 void tst_report_items::chartKeepsExtremesAndGaps()
 {
+    const auto hasScale = [](const QString &column) { // labels left of the values
+        const Painted painted("ChartItem", chart("GridLines", "hours", "time", {column}));
+        QImage blank(30, 200, QImage::Format_RGB32);
+        blank.fill(Qt::white);
+        return painted.error().isEmpty() && painted.image.copy(0, 60, 30, 200) != blank;
+    };
+    QVERIFY(hasScale("t"));
+    QVERIFY(!hasScale("label")); // no numbers, and no scale as if there were
+
     QVector<QVariantList> rows;
     for (int i = 0; i < 100000; ++i)
         rows.append({i, i == 71234 ? 1e6 : i > 50000 && i < 60000 ? QVariant() : QVariant(i % 7)});

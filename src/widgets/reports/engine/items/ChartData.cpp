@@ -3,6 +3,7 @@
 #include "widgets/reports/engine/items/ChartReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace LimeReport {
@@ -33,6 +34,13 @@ bool ChartData::isDoubtfulAny() const
 {
     return std::any_of(series.begin(), series.end(),
                        [](const Series &one) { return one.doubtful.count(true) > 0; });
+}
+
+bool ChartData::hasValues() const
+{
+    return std::any_of(series.begin(), series.end(), [](const Series &one) {
+        return std::any_of(one.y.begin(), one.y.end(), [](double y) { return !std::isnan(y); });
+    });
 }
 
 QVariantMap ChartData::packed() const

@@ -39,6 +39,8 @@ struct WIDGETS_EXPORT ChartData
 
     bool isBars() const { return type == VerticalBar || type == HorizontalBar; }
     bool isDoubtfulAny() const;
+    /// Whether there is anything to draw.
+    bool hasValues() const;
 
     int type = Lines;
     Axis axis = Axis::Category;

@@ -117,7 +117,10 @@ void ChartPainter::paint(QPainter &painter, const QRectF &rect, double unitsPerM
                          Qt::AlignHCenter | Qt::AlignVCenter, data.title);
         room.setTop(room.top() + titleRoom);
     }
-    if (data.type == ChartData::Pie) {
+    if (!data.hasValues()) { // a scale would tell of values that nobody has
+        painter.setPen(QColor(0x55, 0x55, 0x55));
+        painter.drawText(room, Qt::AlignCenter, QStringLiteral("Нет данных"));
+    } else if (data.type == ChartData::Pie) {
         PieDrawing::draw(painter, room, data);
     } else {
         const ChartLegend legend(data, room.width(), painter);
