@@ -200,7 +200,10 @@ void AlarmCommands::openLimits(const BasicEvent &alarm)
 
 void AlarmCommands::jump(const BasicEvent &alarm)
 {
-    ShowActionResult(SourceJump::jump(alarm.sourceNode, display()), "Окно не открыто");
+    const Nodes::Result result = SourceJump::jump(alarm.sourceNode, display());
+    ShowActionResult(result, "Окно не открыто");
+    if (result)
+        m_window.close(); // what is marked may lie behind it
 }
 
 void AlarmCommands::takeBack(const BasicEvent &alarm)

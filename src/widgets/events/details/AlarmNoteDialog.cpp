@@ -65,6 +65,7 @@ void AlarmNoteDialog::build()
     keyboard->setIconSize({28, 28});
     keyboard->setToolTip(QStringLiteral("Клавиатура: пишет в строку с курсором"));
     keyboard->setAutoDefault(false);
+    keyboard->setFocusPolicy(Qt::NoFocus); // the next after the note is to accept it
     auto *written = new QHBoxLayout;
     written->setSpacing(gap);
     written->addWidget(m_note, 1);
