@@ -67,6 +67,8 @@ AlarmDetails::AlarmDetails(QWidget *parent)
     m_time->setObjectName(QStringLiteral("time"));
     m_time->setWordWrap(false);
     m_obstacles->setObjectName(QStringLiteral("obstacles"));
+    m_sign->setStyleSheet(QStringLiteral("QLabel { background: %1; padding: 2px; }")
+                              .arg(AlarmSigns::listGround().name())); // hollow signs are light
     auto *head = new QHBoxLayout;
     head->setSpacing(gap);
     head->addWidget(m_sign);
