@@ -4,6 +4,9 @@
 #include "widgets/reports/engine/running/ReportDesk.h"
 
 #include <QFileDialog>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -11,6 +14,33 @@
 #include <QVBoxLayout>
 
 namespace LimeReport {
+
+namespace {
+
+// A preview that is embedded in a scene has no window of the desktop of its own, and a dialog that
+// belonged to it would be embedded too.
+QWidget *desktopWindowOf(const QWidget &widget)
+{
+    QWidget *window = widget.window();
+    const QGraphicsProxyWidget *proxy = window->graphicsProxyWidget();
+    if (!proxy || !proxy->scene() || proxy->scene()->views().isEmpty())
+        return window;
+    return desktopWindowOf(*proxy->scene()->views().first());
+}
+
+void speakRussian(QFileDialog &dialog)
+{
+    const std::pair<QFileDialog::DialogLabel, const char *> labels[] = {
+        {QFileDialog::LookIn, "Папка:"},
+        {QFileDialog::FileName, "Имя файла:"},
+        {QFileDialog::FileType, "Вид файла:"},
+        {QFileDialog::Accept, "Сохранить"},
+        {QFileDialog::Reject, "Отмена"}};
+    for (const auto &[label, text] : labels)
+        dialog.setLabelText(label, QString::fromUtf8(text));
+}
+
+} // namespace
 
 PreviewBody::PreviewBody(ReportDesk &desk, QWidget *parent)
     : QWidget(parent), m_desk(&desk), m_view(new PageView(this)), m_line(new QLabel(this))
@@ -113,7 +143,7 @@ void PreviewBody::askPrinter()
         return;
     }
     m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    auto *dialog = new QPrintDialog(m_printer.get(), window());
+    auto *dialog = new QPrintDialog(m_printer.get(), desktopWindowOf(*this));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setMinMax(1, m_pages->count());
     dialog->setOption(QAbstractPrintDialog::PrintToFile, false);
@@ -131,11 +161,13 @@ void PreviewBody::askFile()
 {
     if (!canPutOut())
         return;
-    auto *dialog = new QFileDialog(window(), QStringLiteral("Сохранение отчёта в PDF"), QString(),
-                                   QStringLiteral("PDF (*.pdf)"));
+    auto *dialog =
+        new QFileDialog(desktopWindowOf(*this), QStringLiteral("Сохранение отчёта в PDF"),
+                        QString(), QStringLiteral("PDF (*.pdf)"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("pdf"));
+    speakRussian(*dialog);
     dialog->selectFile(m_report->name + QStringLiteral(".pdf"));
     connect(dialog, &QFileDialog::fileSelected, this, &PreviewBody::save);
     dialog->open();
