@@ -9,6 +9,9 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QTextCharFormat>
+#include <QToolButton>
+
+#include <utility>
 
 namespace Widgets {
 
@@ -75,6 +78,12 @@ QCalendarWidget *DateIntervalWidget::makeCalendar(const QString &name)
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setMinimumSize(344, 320);
     calendar->setStyleSheet(QLatin1String(calendarStyle));
+    for (const auto &[key, icon] :
+         {std::pair("qt_calendar_prevmonth", ":/icons/dialogs/left.svg"),
+          std::pair("qt_calendar_nextmonth", ":/icons/dialogs/right.svg")}) {
+        if (auto *button = calendar->findChild<QToolButton *>(QLatin1String(key)))
+            button->setIcon(QIcon(QLatin1String(icon)));
+    }
     // Red is for what is abnormal.
     QTextCharFormat plain;
     plain.setForeground(QColor(0x20, 0x26, 0x2c));

@@ -67,8 +67,10 @@ void EventTextOrder::sort(Iterator first, Iterator last, std::size_t offset)
     const std::size_t begin = sharedBegin(first, last, offset);
     for (Iterator entry = first; entry != last; ++entry)
         entry->head = headOf(m_keys[entry->number], begin);
-    std::sort(first, last,
-              [](const Entry &left, const Entry &right) { return left.head < right.head; });
+    // Those of one head by their numbers, as they lie in memory.
+    std::sort(first, last, [](const Entry &left, const Entry &right) {
+        return left.head != right.head ? left.head < right.head : left.number < right.number;
+    });
     for (Iterator group = first; group != last;) {
         const std::uint64_t head = group->head;
         const Iterator end =

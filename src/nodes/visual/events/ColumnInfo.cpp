@@ -8,7 +8,7 @@ std::vector<ColumnInfo> ColumnInfo::Defaults()
         {ColumnTime, "Время", true, 1, 232},        {ColumnLevel, "Уровень", true, 2, 176},
         {ColumnType, "Тип", true, 3, 176},          {ColumnText, "Текст", true, 5, 0},
         {ColumnGroup, "Группа", false, 7, 240},     {ColumnSource, "Источник", true, 4, 240},
-        {ColumnUser, "Пользователь", true, 6, 136}, {ColumnValue, "Значение", false, 8, 160},
+        {ColumnUser, "Пользователь", true, 6, 160}, {ColumnValue, "Значение", false, 8, 160},
     };
 }
 
