@@ -199,6 +199,7 @@ private slots:
         dialog.compute();
         QTRY_VERIFY(!dialog.isBusy());
         QCOMPARE(raised(row), std::uint64_t(1));
+        QCOMPARE(dialog.model()->changesText(row), QString("Зона: 0 → 5"));
         dialog.accept();
         QCOMPARE(*alarming->GetTuning(alarm).deadband, isAllowed ? 5.0 : 0.0);
         QTRY_VERIFY(!dialog.isBusy());

@@ -122,6 +122,20 @@ bool TrialModel::isChanged(const TrialVariant &variant, int column) const
     return settingText(variant, column) != settingText(m_variants[PresentRow], column);
 }
 
+QString TrialModel::changesText(int row) const
+{
+    QStringList lines;
+    for (int column = Limit; column <= OffDelay && isAcceptable(row); ++column) {
+        const TrialVariant &variant = m_variants[std::size_t(row)];
+        if (isChanged(variant, column))
+            lines << QStringLiteral("%1: %2 → %3")
+                         .arg(headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(),
+                              settingText(m_variants[PresentRow], column),
+                              settingText(variant, column));
+    }
+    return lines.join('\n');
+}
+
 QVariant TrialModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())

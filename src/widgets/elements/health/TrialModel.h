@@ -40,6 +40,9 @@ public:
     /// A variant of its own, that is known and is not what counts now.
     bool isAcceptable(int row) const;
 
+    /// What that row has otherwise than what counts now, a line each: "Предел: 80 → 85".
+    QString changesText(int row) const;
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;

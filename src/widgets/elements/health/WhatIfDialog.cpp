@@ -279,14 +279,12 @@ void WhatIfDialog::ask()
     auto *box = Dialogs::make<PlainMessageBox>(request);
     if (!box)
         return;
-    const QModelIndex row = m_model->index(selectedRow(), TrialModel::Name);
-    box->setQuestion(
-        QStringLiteral("Что если"),
-        QStringLiteral("Изменить настройки тревоги «%1» на «%2»? Они будут действовать "
-                       "сразу.")
-            .arg(m_alarm.GetNode() ? QString::fromStdString(node()->GetText()) : QString(),
-                 row.data().toString()),
-        QStringLiteral("Принять"));
+    const QString name = node() ? QString::fromStdString(node()->GetText()) : QString();
+    box->setQuestion(QStringLiteral("Что если"),
+                     QStringLiteral("Изменить настройки тревоги «%1»? Они будут действовать "
+                                    "сразу.\n\n%2")
+                         .arg(name, m_model->changesText(selectedRow())),
+                     QStringLiteral("Принять"));
     box->askFor([this] { accept(); });
 }
 
