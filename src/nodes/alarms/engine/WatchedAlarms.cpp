@@ -98,7 +98,9 @@ std::vector<const WatchedAlarm *> WatchedAlarms::ActiveByChange() const
 std::vector<BasicEvent> WatchedAlarms::Active() const
 {
     std::vector<BasicEvent> active;
-    for (const WatchedAlarm *alarm : ActiveByChange())
+    const std::vector<const WatchedAlarm *> alarms = ActiveByChange();
+    active.reserve(alarms.size());
+    for (const WatchedAlarm *alarm : alarms)
         active.push_back(alarm->tracker.GetRecord());
     return active;
 }
