@@ -25,7 +25,7 @@ bool ChildProcess::end()
 {
     if (state() != QProcess::NotRunning) {
         terminate();
-        if (!waitForFinished(10000)) {
+        if (!waitForFinished(30000)) {
             kill();
             waitForFinished();
         }

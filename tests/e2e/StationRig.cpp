@@ -7,10 +7,13 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include <utility>
+
 namespace EndToEnd {
 
 namespace {
 
+const QString alarmTitle = QStringLiteral("Тревоги");
 const QString projectDirectory = QStringLiteral(STATION_SOURCE_DIR "/projects/boiler");
 
 QByteArray contentOf(const QString &path)
@@ -91,7 +94,7 @@ bool StationRig::startDisplay(const QString &windowManager)
     if (!m_server->begin("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-noreset",
                                   "-nolisten", "tcp"}))
         return false;
-    while (!m_server->canReadLine() && m_server->waitForReadyRead(10000)) {
+    while (!m_server->canReadLine() && m_server->waitForReadyRead(patience)) {
     }
     m_display = ":" + QString::fromLatin1(m_server->readLine()).trimmed();
     return m_display.size() > 1 && startWindowManager(windowManager);
@@ -104,7 +107,7 @@ bool StationRig::startWindowManager(const QString &program)
     m_busServer->setProcessChannelMode(QProcess::SeparateChannels);
     if (!m_busServer->begin("dbus-daemon", {"--session", "--nofork", "--print-address"}))
         return false;
-    while (!m_busServer->canReadLine() && m_busServer->waitForReadyRead(10000)) {
+    while (!m_busServer->canReadLine() && m_busServer->waitForReadyRead(patience)) {
     }
     m_bus = QString::fromLatin1(m_busServer->readLine()).trimmed();
     m_windowManager->setProcessEnvironment(environment());
@@ -116,7 +119,7 @@ bool StationRig::startWindowManager(const QString &program)
         return onDisplay("xprop", {"-root", "_NET_SUPPORTING_WM_CHECK"}, &answer) &&
                answer.contains('#');
     };
-    return QTest::qWaitFor(isThere, 10000);
+    return QTest::qWaitFor(isThere, patience);
 }
 
 bool StationRig::startPlant()
@@ -127,7 +130,7 @@ bool StationRig::startPlant()
     if (!m_plant->begin(STATION_BINARY_DIR "/bin/plant",
                         {"--warm", "--port", m_port, "--port-file", portFile}))
         return false;
-    if (!QTest::qWaitFor([&] { return QFile::exists(portFile); }, 10000))
+    if (!QTest::qWaitFor([&] { return !contentOf(portFile).isEmpty(); }, patience))
         return false;
     m_port = QString::fromLatin1(contentOf(portFile)).trimmed();
     return true;
@@ -184,7 +187,8 @@ bool StationRig::onDisplay(const QString &program, const QStringList &arguments,
 {
     ChildProcess tool;
     tool.setProcessEnvironment(environment());
-    const bool isDone = tool.begin(program, arguments) && tool.waitForFinished(10000) && tool.end();
+    const bool isDone =
+        tool.begin(program, arguments) && tool.waitForFinished(patience) && tool.end();
     if (output)
         *output = tool.readAllStandardOutput();
     return isDone;
@@ -224,6 +228,46 @@ QRect StationRig::placeOf(const QString &title) const
     for (const QByteArray &line : output.split('\n'))
         numbers[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
     return {numbers["X"], numbers["Y"], numbers["WIDTH"], numbers["HEIGHT"]};
+}
+
+// A window may grow or be moved onto the screen just after it has come up.
+QRect StationRig::settledPlaceOf(const QString &title) const
+{
+    QRect place;
+    const auto stands = [&] {
+        const QRect before = std::exchange(place, placeOf(title));
+        return place.isValid() && place == before;
+    };
+    while (QTest::qWaitFor(stands, patience)) {
+        QTest::qWait(300);
+        if (stands())
+            return place;
+    }
+    return {};
+}
+
+int StationRig::windowCount() const
+{
+    QByteArray output;
+    (void)onDisplay("xdotool", {"search", "--onlyvisible", "--class", "station"}, &output);
+    return output.count('\n');
+}
+
+void StationRig::clickInAlarms(int x) const
+{
+    const QRect place = hasTitle(alarmTitle) ? settledPlaceOf(alarmTitle) : QRect();
+    if (place.isValid())
+        click({(x < 0 ? place.right() : place.left()) + x, place.bottom() - 32});
+}
+
+bool StationRig::closeAlarms() const
+{
+    const auto isClosed = [this] { return !hasTitle(alarmTitle); };
+    for (int tries = 0; tries < 10 && !isClosed(); ++tries) {
+        clickInAlarms(-60);
+        (void)QTest::qWaitFor(isClosed, 2000);
+    }
+    return isClosed();
 }
 
 QString StationRig::activeTitle() const

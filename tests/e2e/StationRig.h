@@ -13,6 +13,9 @@
 
 namespace EndToEnd {
 
+/// How long what takes a moment may take on a machine that has other things to do, ms.
+constexpr int patience = 30000;
+
 /// What the station says that one of its elements shows.
 struct ShownElement
 {
@@ -58,7 +61,7 @@ public:
 
     /// The test's own look at the plant, past the station. Each connects anew, so that restarts and
     /// faults of the line leave nothing behind.
-    PlantClient plant() const { return PlantClient(m_port.toInt(), 300); }
+    PlantClient plant() const { return PlantClient(m_port.toInt(), 1000); }
     const ProjectFacts &project() const { return m_facts; }
     QString dataDirectory() const { return m_directory.filePath("data"); }
 
@@ -74,6 +77,15 @@ public:
     bool hasTitle(const QString &title) const;
     /// Where that window is; empty without one.
     QRect placeOf(const QString &title) const;
+    /// Where it has come to stand still.
+    QRect settledPlaceOf(const QString &title) const;
+    /// How many windows of the station are on the display, menus that have popped up included.
+    int windowCount() const;
+    /// A button in the lowest row of the alarm window, `x` from its left or, negative, right edge.
+    /// Nothing without the window.
+    void clickInAlarms(int x) const;
+    /// Closes the alarm window, again when an alarm brings it up meanwhile; false if it stays.
+    [[nodiscard]] bool closeAlarms() const;
     /// Title of the window that has the keyboard.
     QString activeTitle() const;
     void drag(const QPoint &from, const QPoint &to) const;

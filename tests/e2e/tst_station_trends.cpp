@@ -18,8 +18,6 @@ const QString schematic = QStringLiteral("Мнемосхема");
 const QString page = QStringLiteral("Тренды котла 1");
 const QString trend = QStringLiteral("Тренд котла 1");
 
-constexpr int connecting = 15000;
-constexpr int following = 8000; // polls, replots, the programs' own pace
 const QColor setPointLine(0x80, 0x6a, 0x10);
 
 bool isAlike(QRgb left, const QColor &right)
@@ -57,26 +55,26 @@ private slots:
     void initTestCase() { m_rig.begin(); }
     void opensByClick()
     {
-        QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, connecting);
+        QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, patience);
         showTrends();
-        QTRY_VERIFY_WITH_TIMEOUT(newestRow(plot("opened"), setPointLine) > 0, connecting);
+        QTRY_VERIFY_WITH_TIMEOUT(newestRow(plot("opened"), setPointLine) > 0, patience);
     }
     void followsThePlant()
     {
         const double before = m_rig.plant().read("K1.Temp.Setpoint");
         const int row = newestRow(plot("before"), setPointLine);
         m_rig.plant().write("K1.Temp.Setpoint", before - 40);
-        QTRY_VERIFY_WITH_TIMEOUT(newestRow(plot("lower"), setPointLine) > row + 40, following);
+        QTRY_VERIFY_WITH_TIMEOUT(newestRow(plot("lower"), setPointLine) > row + 40, patience);
         m_rig.plant().write("K1.Temp.Setpoint", before);
         QTRY_VERIFY_WITH_TIMEOUT(std::abs(newestRow(plot("back"), setPointLine) - row) < 12,
-                                 following);
+                                 patience);
     }
     void pansAndReturnsToThePresent()
     {
         const QImage present = plot("present");
         const QRect place = plotPlace();
         m_rig.drag(place.center(), place.center() + QPoint(300, 0));
-        QTRY_VERIFY(plot("panned") != present);
+        QTRY_VERIFY_WITH_TIMEOUT(plot("panned") != present, patience);
         // Nothing comes while the past is looked at: what is seen stays where it is.
         QVERIFY(m_rig.isStationRunning());
     }
@@ -85,10 +83,10 @@ private slots:
         QVERIFY(m_rig.stopStation());
         QCOMPARE(archived("K1.Temp.Setpoint"), true);
         QVERIFY(m_rig.startStation());
-        QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, connecting);
+        QTRY_VERIFY_WITH_TIMEOUT(m_rig.window(schematic).isOpen, patience);
         showTrends();
         // The steps made before it stopped are left of what came since.
-        QTRY_VERIFY_WITH_TIMEOUT(rowsOf(plot("after"), setPointLine) > 60, connecting);
+        QTRY_VERIFY_WITH_TIMEOUT(rowsOf(plot("after"), setPointLine) > 60, patience);
         QVERIFY(m_rig.stopStation());
     }
 
