@@ -26,7 +26,7 @@ namespace Widgets {
 namespace {
 
 constexpr int numberWidth = 48;
-constexpr int nameWidth = 300;
+constexpr int nameWidth = 230;
 constexpr int sizeWidth = 130;
 
 // With the data of this station: others on the machine have their own place.
@@ -90,11 +90,13 @@ QWidget *ArchiverDBMgrDialog::buildTables()
         table->verticalHeader()->setDefaultSectionSize(TouchSize);
         tables->addWidget(table);
     }
-    tables->setStretchFactor(0, 2);
-    tables->setStretchFactor(1, 3);
+    tables->setStretchFactor(0, 1);
+    tables->setStretchFactor(1, 2);
+    tables->setSizes({1, 2});
     m_files->setDialog(this);
     connect(m_archivers, &UniversalTableView::showArchivatorFiles, this,
             &ArchiverDBMgrDialog::showFiles);
+    connect(m_files, &UniversalTableView::listed, this, &ArchiverDBMgrDialog::onListed);
     return tables;
 }
 
@@ -163,6 +165,10 @@ void ArchiverDBMgrDialog::showFiles(const Nodes::NodeLink &owner)
 {
     m_owner = owner;
     m_files->makeModel(owner, UniversalTableFiles, this);
+}
+
+void ArchiverDBMgrDialog::onListed()
+{
     m_files->setColumnWidth(0, numberWidth);
     m_files->setColumnWidth(1, nameWidth);
     m_files->setColumnWidth(2, sizeWidth);

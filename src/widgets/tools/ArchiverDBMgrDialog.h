@@ -78,6 +78,7 @@ private:
     QWidget *buildButtons();
     QPushButton *addButton(const QString &text, QBoxLayout &row);
     void showFiles(const Nodes::NodeLink &owner);
+    void onListed();
     void updateControls();
     void describe();
     bool hasProject() const;

@@ -1,5 +1,7 @@
 #include "widgets/tools/UniversalTableModel.h"
 
+#include "utils/convert/PlainTip.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -71,7 +73,9 @@ QVariant UniversalTableModel::data(const QModelIndex &index, int role) const
     case SortRole:
         return column == 0 ? QVariant(index.row()) : item->sortKey(column, m_type);
     case Qt::ToolTipRole:
-        return column == 1 || column == 2 ? item->getData(column, m_type) : QVariant();
+        return column == 1 || column == 2
+                   ? QVariant(Utils::PlainTip(item->getData(column, m_type).toString()))
+                   : QVariant();
     case Qt::TextAlignmentRole:
         return isNumber(column, m_type) ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter))
                                         : QVariant();

@@ -79,6 +79,7 @@ void UniversalTableView::setTable(UniversalTableSortModel *model, UniversalTable
     setSelectionMode(type == UniversalTableNodes ? SingleSelection : ExtendedSelection);
     setItemDelegateForColumn(timeColumn,
                              type == UniversalTableFiles ? new TimeColumnDelegate(model) : nullptr);
+    emit listed();
 }
 
 void UniversalTableView::refresh()

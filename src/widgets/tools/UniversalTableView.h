@@ -40,6 +40,8 @@ public:
 
 signals:
     void showArchivatorFiles(Nodes::NodeLink node);
+    /// Another list stands in the table, with a selection of its own.
+    void listed();
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;

@@ -15,8 +15,11 @@
 
 #include <QFile>
 #include <QMenu>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QThread>
+
+#include <algorithm>
 
 using namespace Widgets;
 using Nodes::Result;
@@ -203,6 +206,22 @@ private slots:
         QTRY_VERIFY(!QApplication::activeModalWidget());
         QCOMPARE(QFile::exists(archives.path("data/old/idle.sqlite")), left == 3);
         QCOMPARE(names(dialog).size(), left);
+    }
+    void buttonsFollowTheListAfterTheMenuMadeItAnew()
+    {
+        const Archives archives;
+        const auto project = open(archives);
+        ArchiverDBMgrDialog dialog(project->node<Nodes::BasicAction>(10), "d");
+        const std::unique_ptr<QMenu> menu(dialog.files().makeMenu());
+        menu->actions().first()->trigger();
+        const QList<QPushButton *> buttons = dialog.findChildren<QPushButton *>();
+        const auto deletion =
+            std::find_if(buttons.begin(), buttons.end(), [](const QPushButton *button) {
+                return button->text() == QStringLiteral("Удалить…");
+            });
+        QVERIFY(deletion != buttons.end() && !(*deletion)->isEnabled());
+        dialog.files().selectRow(1);
+        QVERIFY((*deletion)->isEnabled());
     }
     void theDialogCopiesWhatIsSelected()
     {

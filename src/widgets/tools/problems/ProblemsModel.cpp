@@ -1,5 +1,7 @@
 #include "widgets/tools/problems/ProblemsModel.h"
 
+#include "utils/convert/PlainTip.h"
+
 namespace Widgets {
 
 namespace {
@@ -63,7 +65,7 @@ QVariant ProblemsModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return cell(found, index.column());
     case Qt::ToolTipRole:
-        return cell(found, index.column()).toHtmlEscaped();
+        return Utils::PlainTip(cell(found, index.column()));
     case SortRole:
         return index.column() == SeverityColumn ? QVariant(int(found.severity))
                                                 : QVariant(cell(found, index.column()));
