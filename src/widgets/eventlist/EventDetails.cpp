@@ -70,6 +70,7 @@ EventDetails::EventDetails(QWidget *parent)
 void EventDetails::clear()
 {
     m_event = {};
+    m_awaited = 0;
     m_head->setText(QStringLiteral("Выберите событие"));
     m_text->clear();
     m_copy->setEnabled(false);
@@ -78,6 +79,7 @@ void EventDetails::clear()
 void EventDetails::setEvent(const Nodes::BasicEvent &event, bool isCut, Nodes::systemCore *model)
 {
     m_event = event;
+    m_awaited = 0;
     show(event);
     if (!isCut || !model || event.id == 0)
         return;
@@ -87,16 +89,20 @@ void EventDetails::setEvent(const Nodes::BasicEvent &event, bool isCut, Nodes::s
     query.end = event.time + 1;
     query.after = Nodes::JournalKey{event.time, event.id - 1};
     query.limit = 1;
+    m_awaited = event.id;
     m_asker->ask(model->GetJournal(), query);
 }
 
 void EventDetails::onAnswered(const Nodes::Result &result,
                               const std::vector<Nodes::BasicEvent> &events)
 {
+    if (m_awaited == 0 || m_awaited != m_event.id)
+        return; // another event is shown now, as a whole
+    m_awaited = 0;
     if (result && !events.empty() && events.front().id == m_event.id) {
         m_event = events.front();
         show(m_event);
-    } else if (m_event.id != 0) {
+    } else {
         show(m_event);
         m_head->setText(m_head->text() + QStringLiteral(" — показано только начало"));
     }

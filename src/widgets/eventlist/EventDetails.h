@@ -44,6 +44,7 @@ private:
     QPushButton *m_copy;
     JournalAsker *m_asker;
     Nodes::BasicEvent m_event;
+    unsigned long m_awaited = 0; // event whose whole text was asked for
 };
 
 } // namespace Widgets

@@ -25,6 +25,23 @@ QJsonArray toJson(const std::vector<int> &codes)
     return array;
 }
 
+QJsonArray toJson(const std::vector<unsigned long> &ids)
+{
+    QJsonArray array;
+    for (const unsigned long id : ids)
+        array.append(double(id));
+    return array;
+}
+
+std::vector<unsigned long> idsOf(const QJsonArray &array)
+{
+    std::vector<unsigned long> ids;
+    for (const QJsonValue &id : array)
+        if (id.toDouble() > 0)
+            ids.push_back(static_cast<unsigned long>(id.toDouble()));
+    return ids;
+}
+
 std::vector<int> fromJson(const QJsonValue &value)
 {
     std::vector<int> codes;
@@ -63,6 +80,8 @@ EventListSettings EventListStore::load() const
     const QJsonArray users = own.value(QStringLiteral("users")).toArray();
     for (const QJsonValue &user : users)
         settings.filter.users.append(user.toString());
+    if (const QJsonValue sources = own.value(QStringLiteral("sources")); sources.isArray())
+        settings.sources = idsOf(sources.toArray());
     settings.isDetailed = own.value(QStringLiteral("details")).toBool();
     return settings;
 }
@@ -71,14 +90,15 @@ Nodes::Result EventListStore::save(const EventListSettings &settings) const
 {
     QJsonObject all;
     (void)Configurator::load(all); // a damaged file is set aside, and begun anew
-    all.insert(
-        m_owner,
-        QJsonObject{{QStringLiteral("columns"), QString::fromLatin1(settings.columns.toBase64())},
+    QJsonObject own{{QStringLiteral("columns"), QString::fromLatin1(settings.columns.toBase64())},
                     {QStringLiteral("text"), settings.filter.text},
                     {QStringLiteral("levels"), toJson(settings.filter.levels)},
                     {QStringLiteral("types"), toJson(settings.filter.types)},
                     {QStringLiteral("users"), QJsonArray::fromStringList(settings.filter.users)},
-                    {QStringLiteral("details"), settings.isDetailed}});
+                    {QStringLiteral("details"), settings.isDetailed}};
+    if (settings.sources)
+        own.insert(QStringLiteral("sources"), toJson(*settings.sources));
+    all.insert(m_owner, own);
     return Configurator::save(all);
 }
 

@@ -8,6 +8,9 @@
 
 #include <QByteArray>
 
+#include <optional>
+#include <vector>
+
 namespace Nodes {
 class systemCore;
 }
@@ -20,6 +23,7 @@ struct EventListSettings
     QByteArray columns; ///< of the table's header; empty: as configured
     EventRowFilter filter;
     bool isDetailed = false;
+    std::optional<std::vector<unsigned long>> sources; ///< ids of nodes; nothing: as configured
 };
 
 /// Keeps that over restarts with the data of the station: for each list and each user of each

@@ -38,11 +38,12 @@ EventLoader::~EventLoader()
         m_node->CancelHistory(m_view);
 }
 
-Nodes::Result EventLoader::ask(unsigned long long from, unsigned long long to)
+Nodes::Result EventLoader::ask(unsigned long long from, unsigned long long to,
+                               const Nodes::EventChoice &choice)
 {
     if (!m_node)
         return Nodes::Result(Nodes::Result::NotFound);
-    const Nodes::Result result = m_node->GetHistory(from, to, m_view);
+    const Nodes::Result result = m_node->GetHistory(from, to, m_view, choice);
     if (!result)
         return result;
     m_request = m_node->GetRequest(m_view);

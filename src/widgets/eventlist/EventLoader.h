@@ -29,7 +29,8 @@ public:
     ~EventLoader() override;
 
     /// Seconds since 1970-01-01 00:00 UTC. Success: the answer follows.
-    [[nodiscard]] Nodes::Result ask(unsigned long long from, unsigned long long to);
+    [[nodiscard]] Nodes::Result ask(unsigned long long from, unsigned long long to,
+                                    const Nodes::EventChoice &choice = {});
     /// What has come stays; nothing more does.
     void cancel();
     bool isAsking() const { return m_isAsking; }

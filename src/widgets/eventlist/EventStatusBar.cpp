@@ -47,11 +47,19 @@ EventStatusBar::EventStatusBar(QWidget *parent)
     setCounts(0, 0);
 }
 
-void EventStatusBar::setCounts(int shown, int held)
+void EventStatusBar::setCounts(int shown, int held, int sources)
 {
-    m_counts->setText(shown == held
-                          ? QStringLiteral("Событий: %1").arg(number(held))
-                          : QStringLiteral("Показано: %1 из %2").arg(number(shown), number(held)));
+    QString text = shown == held
+                       ? QStringLiteral("Событий: %1").arg(number(held))
+                       : QStringLiteral("Показано: %1 из %2").arg(number(shown), number(held));
+    if (sources > 0)
+        text += QStringLiteral(" · только источников: %1").arg(number(sources));
+    m_counts->setText(text);
+}
+
+QString EventStatusBar::counts() const
+{
+    return m_counts->text();
 }
 
 void EventStatusBar::setNew(int count)

@@ -18,7 +18,9 @@ class WIDGETS_EXPORT EventStatusBar : public QWidget
 public:
     explicit EventStatusBar(QWidget *parent = nullptr);
 
-    void setCounts(int shown, int held);
+    /// `sources`: how many the list is limited to; 0: it is not.
+    void setCounts(int shown, int held, int sources = 0);
+    QString counts() const;
     /// Rows that came and are out of sight.
     void setNew(int count);
     int newCount() const { return m_newCount; }

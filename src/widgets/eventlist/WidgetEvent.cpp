@@ -24,6 +24,7 @@
 #include <QBoxLayout>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 namespace Widgets {
 
@@ -79,7 +80,11 @@ void WidgetEvent::connectParts()
     connect(&m_scheduled, &QTimer::timeout, this, &WidgetEvent::onScheduled);
     connect(&m_clock, &QTimer::timeout, this, &WidgetEvent::onClock);
     connect(m_toolBar, &WidgetEventToolBar::intervalChanged, this, &WidgetEvent::onIntervalChanged);
-    connect(m_toolBar, &WidgetEventToolBar::filterChanged, this, &WidgetEvent::onIntervalChanged);
+    connect(m_toolBar, &WidgetEventToolBar::filterChanged, this, [this] {
+        onSourcesChanged();
+        m_keeping.start();
+    });
+    connect(m_view->verticalScrollBar(), &QScrollBar::valueChanged, this, &WidgetEvent::onScrolled);
     connect(m_toolBar, &WidgetEventToolBar::trackingChanged, this, &WidgetEvent::onTrackingChanged);
     connect(m_loader, &EventLoader::begun, this, &WidgetEvent::onGetHistoryCompleted);
     connect(m_loader, &EventLoader::continued, this, &WidgetEvent::onContinued);
@@ -202,6 +207,8 @@ void WidgetEvent::takeFilter()
     m_sorting->setFilter(m_bar->filter());
     showCounts();
     m_keeping.start();
+    if (m_isTooLong && wantedChoice() != m_choice)
+        schedule(); // there is room for others of the interval now
 }
 
 void WidgetEvent::setDetailsShown(bool isShown)

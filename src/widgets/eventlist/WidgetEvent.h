@@ -82,12 +82,15 @@ private:
     void watchUser();
     void restore();
     void keep();
+    void takeSources(const std::optional<std::vector<unsigned long>> &ids);
+    Nodes::EventChoice wantedChoice() const;
     void takeInterval(const Nodes::widgetEventList &node);
     void takeTable(const Nodes::widgetEventList &node);
     void takeLook(const Nodes::widgetEventList &node);
     void schedule();
     void onScheduled();
     void onIntervalChanged();
+    void onSourcesChanged();
     void onTrackingChanged(bool isTracking);
     void onContinued(const std::vector<Nodes::EventInfo> &events);
     void onEnded(const Nodes::Result &result, bool isCut);
@@ -97,6 +100,8 @@ private:
     void append(const std::vector<Nodes::EventInfo> &events);
     void showCounts();
     bool isFull() const;
+    bool isReadingFull() const;
+    void onScrolled();
 
     Utils::WatchedNode<Nodes::widgetEventList> m_list;
     WidgetEventModel *m_model;
@@ -115,7 +120,9 @@ private:
     QTimer m_clock;
     QTimer m_keeping; // what the operator chose is kept some time after
     Nodes::ScopedConnection m_userConnection;
-    bool m_isOwed = false; // a request that nobody could see the answer of yet
+    bool m_isTooLong = false;    // the interval has more than the list holds
+    Nodes::EventChoice m_choice; // what was asked for last
+    bool m_isOwed = false;       // a request that nobody could see the answer of yet
     ElementBinding m_binding;
 };
 

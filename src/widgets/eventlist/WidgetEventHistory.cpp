@@ -6,6 +6,7 @@
 #include "widgets/eventlist/WidgetEventSortModel.h"
 #include "widgets/eventlist/WidgetEventToolBar.h"
 #include "widgets/eventlist/WidgetEventView.h"
+#include "widgets/eventlist/bar/EventFilterBar.h"
 
 #include "utils/convert/TimeConversions.h"
 
@@ -35,13 +36,18 @@ bool WidgetEvent::getHistory(double from, double to, bool isWaitShown)
 {
     if (!isRuntime())
         return false;
-    const Nodes::Result result = m_loader->ask(secondsOf(from), secondsOf(to));
+    m_choice = m_isTooLong ? wantedChoice() : Nodes::EventChoice();
+    const Nodes::Result result = m_loader->ask(secondsOf(from), secondsOf(to), m_choice);
     if (!result) {
         m_status->setNote(QStringLiteral("Журнал не прочитан: ") +
                           QString::fromStdString(result.GetResultTranslated()));
         return false;
     }
-    m_status->setNote(QString());
+    m_status->setNote(
+        m_choice.isEmpty()
+            ? QString()
+            : QStringLiteral("Весь интервал в список не помещается: прочитано то, что "
+                             "отобрано по уровню, типу и пользователю."));
     m_status->setReading(true);
     if (isWaitShown && isVisible())
         waitForAnswer();
@@ -82,7 +88,7 @@ void WidgetEvent::append(const std::vector<Nodes::EventInfo> &events)
 void WidgetEvent::onContinued(const std::vector<Nodes::EventInfo> &events)
 {
     append(events);
-    if (!isFull())
+    if (!isReadingFull())
         return;
     m_loader->cancel();
     onEnded({}, true);
@@ -97,6 +103,9 @@ void WidgetEvent::onEnded(const Nodes::Result &result, bool isCut)
         m_status->setNote(QStringLiteral("Журнал прочитан не весь: ") +
                           QString::fromStdString(result.GetResultTranslated()));
     } else if (isCut) {
+        m_isTooLong = true;
+        if (wantedChoice() != m_choice)
+            schedule();
         const WidgetEventModel::Items &items = m_model->getItems();
         const auto oldest =
             std::min_element(items.begin(), items.end(),
@@ -105,7 +114,7 @@ void WidgetEvent::onEnded(const Nodes::Result &result, bool isCut)
                              });
         m_status->setNote(
             QStringLiteral("Показано не всё: событий до %1 в списке нет. Сократите интервал или "
-                           "выберите источники.")
+                           "отберите источники, уровни, типы, пользователей.")
                 .arg(oldest == items.end() ? QString() : Utils::timeText(oldest->time())));
     }
 }
@@ -115,6 +124,12 @@ void WidgetEvent::onCancelled()
     m_loader->cancel();
     m_status->setReading(false);
     m_status->setNote(QStringLiteral("Чтение журнала прервано: показано не всё"));
+}
+
+// What comes while it is shown has room then, as with the rows.
+bool WidgetEvent::isReadingFull() const
+{
+    return m_model->bytes() > mostBytes / 10 * 9 || isFull();
 }
 
 bool WidgetEvent::isFull() const
@@ -137,19 +152,41 @@ void WidgetEvent::onEventsStored(std::vector<Nodes::EventInfo> events)
         events.end());
     if (events.empty())
         return;
-    const bool isSeen = m_toolBar->isTracking() || m_view->isAtNewest();
     const int before = m_sorting->rowCount();
     append(events);
     const int added = m_sorting->rowCount() - before;
-    if (!m_toolBar->isTracking() && !isSeen)
+    if (!m_toolBar->isTracking() && !m_view->isAtNewest()) // what was read keeps its place
         m_status->setNew(m_status->newCount() + added);
     if (isFull())
         schedule(); // room is made by reading the newest ones again
 }
 
+void WidgetEvent::onScrolled()
+{
+    if (m_status->newCount() > 0 && m_view->isAtNewest())
+        m_status->setNew(0);
+}
+
 void WidgetEvent::onIntervalChanged()
 {
+    m_isTooLong = false;
     schedule();
+}
+
+void WidgetEvent::onSourcesChanged()
+{
+    m_isTooLong = false;
+    showCounts();
+    schedule();
+}
+
+Nodes::EventChoice WidgetEvent::wantedChoice() const
+{
+    const EventRowFilter filter = m_bar->filter();
+    Nodes::EventChoice choice{filter.levels, filter.types, {}};
+    for (const QString &user : filter.users)
+        choice.users.push_back(user.toStdString());
+    return choice;
 }
 
 void WidgetEvent::onTrackingChanged(bool isTracking)
@@ -172,7 +209,8 @@ void WidgetEvent::onClock()
 
 void WidgetEvent::showCounts()
 {
-    m_status->setCounts(m_sorting->rowCount(), m_model->rowCount());
+    m_status->setCounts(m_sorting->rowCount(), m_model->rowCount(),
+                        m_list ? int(m_list->GetSources().size()) : 0);
 }
 
 } // namespace Widgets

@@ -103,6 +103,10 @@ private slots:
     void whatIsLeftOutIsTold();
     void onlyTheSourcesAreShown();
     void whatIsReadStaysInPlace();
+    void whatCameOutOfSightIsCounted_data();
+    void whatCameOutOfSightIsCounted();
+    void filtersFindWhatHadNoRoom();
+    void chosenSourcesAreKept();
     void whatIsShownIsSaved();
     void longTextsAreReadWhole();
     void whatWasChosenIsKept();
@@ -224,6 +228,71 @@ void TestEventList::whatIsReadStaysInPlace()
     rig.list->toolBar()->setTraking(true);
     QCOMPARE(view.verticalScrollBar()->value(), 0);
     QCOMPARE(rig.list->statusBar()->newCount(), 0);
+}
+
+void TestEventList::whatCameOutOfSightIsCounted_data()
+{
+    const Rows<int> row("order");
+    row("above", Qt::DescendingOrder);
+    row("below", Qt::AscendingOrder);
+}
+
+// Who stands at the newest row and does not follow sees no newer one either.
+void TestEventList::whatCameOutOfSightIsCounted()
+{
+    QFETCH(int, order);
+    Rig rig;
+    rig.storeMany(400);
+    rig.show();
+    QTRY_COMPARE(rig.rows(), 400);
+    WidgetEventView &view = *rig.list->view();
+    view.sortByColumn(0, Qt::SortOrder(order));
+    view.showNewest();
+    QTRY_VERIFY(view.verticalScrollBar()->maximum() > 0 && view.isAtNewest());
+    rig.store(QDate::currentDate().endOfDay(), "new");
+    QTRY_COMPARE(rig.rows(), 401);
+    QVERIFY(!view.isAtNewest());
+    QCOMPARE(rig.list->statusBar()->newCount(), 1);
+    view.showNewest(); // by hand
+    QCOMPARE(rig.list->statusBar()->newCount(), 0);
+}
+
+void TestEventList::filtersFindWhatHadNoRoom()
+{
+    Rig rig;
+    rig.store(QDate::currentDate().startOfDay(), "old", 0, "Иванов");
+    rig.storeMany(2000);
+    rig.set(20, "maximumRows", "1000");
+    rig.show();
+    QTRY_COMPARE(rig.rows(), 900);
+    QTRY_VERIFY(rig.list->statusBar()->note().startsWith(QStringLiteral("Показано не всё")));
+    EventRowFilter filter;
+    filter.users = QStringList{"Иванов"};
+    rig.list->filterBar()->setFilter(filter);
+    emit rig.list->filterBar()->changed();
+    QTRY_COMPARE(rig.texts(), QStringList{"old"});
+    QVERIFY(rig.list->statusBar()->note().startsWith(QStringLiteral("Весь интервал")));
+    rig.list->filterBar()->reset();
+    QTRY_COMPARE(rig.rows(), 900);
+}
+
+void TestEventList::chosenSourcesAreKept()
+{
+    Rig rig;
+    const QDateTime start = QDate::currentDate().startOfDay();
+    rig.store(start, "T", 10);
+    rig.store(start, "P", 11);
+    QVERIFY(rig.core.GetJournal().Flush());
+    rig.show();
+    QTRY_COMPARE(rig.rows(), 2);
+    rig.node<Nodes::widgetEventList>(20)->SetSources(Nodes::NodeLinks{rig.node(11)->GetNodeLink()});
+    emit rig.list->toolBar()->filterChanged();
+    QTRY_COMPARE(rig.texts(), QStringList{"P"});
+    QVERIFY(rig.list->statusBar()->counts().contains(QStringLiteral("источников: 1")));
+    rig.list->stop();
+    rig.node<Nodes::widgetEventList>(20)->ResetSources(); // the station began anew
+    rig.show();
+    QTRY_COMPARE(rig.texts(), QStringList{"P"});
 }
 
 void TestEventList::whatIsShownIsSaved()

@@ -107,7 +107,8 @@ std::vector<ColumnInfo> widgetEventList::GetColumns() const
     return columns;
 }
 
-Result widgetEventList::GetHistory(unsigned long long from, unsigned long long to, unsigned view)
+Result widgetEventList::GetHistory(unsigned long long from, unsigned long long to, unsigned view,
+                                   const EventChoice &choice)
 {
     const systemCore *core = GetCore();
     if (!core)
@@ -117,6 +118,9 @@ Result widgetEventList::GetHistory(unsigned long long from, unsigned long long t
     query.end = (Timestamp(std::min(to, latest)) + 1) * microseconds;
     query.order = JournalQuery::NewestFirst;
     query.limit = std::size_t(m_maximumRows) * readPercent / 100;
+    query.levels = choice.levels;
+    query.types = choice.types;
+    query.users = choice.users;
     for (const NodeLink &source : GetSources())
         query.nodes.push_back(core->GetJournal().SourceOf(source));
     Asked &asked = m_asked[view];

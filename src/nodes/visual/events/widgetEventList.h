@@ -8,6 +8,7 @@
 #include "nodes/values/SlotList.h"
 #include "nodes/visual/elements/BasicFramedWidget.h"
 #include "nodes/visual/events/ColumnInfo.h"
+#include "nodes/visual/events/EventChoice.h"
 
 #include <functional>
 #include <map>
@@ -62,17 +63,21 @@ public:
     NodesArray GetSources() const;
     /// Chooses others, which is not saved; none: all.
     void SetSources(const NodesArray &sources);
+    /// What was chosen so; nothing: they are as configured.
+    const std::optional<NodeLinks> &GetChosenSources() const { return m_chosenSources; }
+    void ResetSources() { m_chosenSources.reset(); }
 
     /// Each column once, by its code: as the eventColumn children say, else by default.
     std::vector<ColumnInfo> GetColumns() const;
 
     /// Asks for the events of the sources within `from` to `to`, seconds since 1970-01-01 00:00
-    /// UTC, both seconds included, the newest first and not more than the list holds. Success:
+    /// UTC, both seconds included, the newest first and not more than the list holds; `choice`:
+    /// only of those. Success:
     /// accepted, the answer goes to the subscribers, unless another request of that view replaces
     /// it: a list may be on several displays, each of its views with a number of its own. GUI
     /// thread.
     [[nodiscard]] Result GetHistory(unsigned long long from, unsigned long long to,
-                                    unsigned view = 0);
+                                    unsigned view = 0, const EventChoice &choice = {});
     /// Number of the request of that view that was accepted last; 0: none.
     unsigned GetRequest(unsigned view = 0) const;
     /// A page was taken, another one may come.

@@ -79,8 +79,11 @@ void FilterModel::setNodesCollection(Nodes::NodesCollection *collection)
 // So that the operator sees all that the filter has.
 void FilterModel::addMissing(const Nodes::NodesArray &sources)
 {
+    std::unordered_set<unsigned long> present;
+    visitUp(*m_root,
+            [&present](FilterItem &item) { present.insert(item.getNodeLink().GetNodeId()); });
     for (const Nodes::NodeLink &source : sources) {
-        if (source.isEmpty() || m_root->find(source.GetNodeId()))
+        if (source.isEmpty() || !present.insert(source.GetNodeId()).second)
             continue;
         FilterItem *item = m_root->appendChild(std::make_unique<FilterItem>(source));
         item->setSpecialDelete(!source.isValid());

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace Nodes {
+
+/// Which events a list asks the journal for, beside their time and source; an empty list: any.
+struct EventChoice
+{
+    std::vector<int> levels;        ///< EventLevel
+    std::vector<int> types;         ///< EventType
+    std::vector<std::string> users; ///< "" for the system itself
+
+    bool isEmpty() const { return levels.empty() && types.empty() && users.empty(); }
+    bool operator==(const EventChoice &other) const
+    {
+        return levels == other.levels && types == other.types && users == other.users;
+    }
+    bool operator!=(const EventChoice &other) const { return !(*this == other); }
+};
+
+} // namespace Nodes
