@@ -39,8 +39,9 @@ private slots:
     void becomesLive()
     {
         QTRY_COMPARE_WITH_TIMEOUT(notGood(), QString(), patience);
-        QCOMPARE(m_rig.status()["state"].toString(), QStringLiteral("running"));
-        QVERIFY(m_rig.status()["firstFrameMs"].toInt() > 0);
+        QTRY_COMPARE_WITH_TIMEOUT(m_rig.status()["state"].toString(), QStringLiteral("running"),
+                                  patience);
+        QTRY_VERIFY_WITH_TIMEOUT(m_rig.status()["firstFrameMs"].toInt() > 0, patience);
         QTRY_COMPARE_WITH_TIMEOUT(m_rig.window(header).ids(), m_rig.project().boundIn(header),
                                   patience);
         QTRY_COMPARE_WITH_TIMEOUT(m_rig.window(schematic).ids(),

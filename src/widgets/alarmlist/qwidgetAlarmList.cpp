@@ -20,12 +20,16 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include <utility>
+
 namespace Widgets {
 
 namespace {
 
 constexpr int controlsHeight = 48;
 constexpr int gap = 8;
+constexpr int shortestPause = 100;  // ms
+constexpr int checkInterval = 1000; // ms
 
 bool standsBelow(const Nodes::ConfigNode *node, const Nodes::NodeLink &above)
 {
@@ -56,6 +60,11 @@ qwidgetAlarmList::qwidgetAlarmList(Nodes::widgetAlarmList *node, QWidget *parent
         if (index.isValid() && m_listNode && m_listNode->HasAcknowledge())
             acknowledge({m_model->row(index.row()).occurrence()});
     });
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(shortestPause);
+    connect(&m_pause, &QTimer::timeout, this, &qwidgetAlarmList::takePending);
+    m_check.setInterval(checkInterval);
+    connect(&m_check, &QTimer::timeout, this, &qwidgetAlarmList::follow);
     m_binding.bind(this, node);
     qwidgetAlarmList::onUpdateProperties(nullptr);
 }
@@ -131,8 +140,10 @@ void qwidgetAlarmList::onActive(bool on)
     ElementBinding::setConnected(this, on);
     AlarmBoard &board = AlarmBoard::instance();
     disconnect(&board, nullptr, this, nullptr);
+    m_check.stop();
     if (!on || !isRuntime() || context().isPreview())
         return;
+    m_check.start();
     m_model->readSettings(alarming());
     connect(&board, &AlarmBoard::taken, this, &qwidgetAlarmList::take);
     takeAll();
@@ -155,15 +166,22 @@ bool qwidgetAlarmList::isMeant(const Nodes::BasicEvent &alarm) const
 
 void qwidgetAlarmList::take(const std::vector<Nodes::BasicEvent> &alarms)
 {
-    std::vector<Nodes::BasicEvent> meant;
     for (const Nodes::BasicEvent &alarm : alarms) {
         if (isMeant(alarm))
-            meant.push_back(alarm);
+            m_pending.push_back(alarm);
     }
-    if (meant.empty())
+    if (!m_pause.isActive())
+        takePending();
+}
+
+// A storm is sorted in some times a second, however many pieces it comes in.
+void qwidgetAlarmList::takePending()
+{
+    if (m_pending.empty())
         return;
+    m_pause.start();
     m_table->keepSight();
-    if (m_model->take(meant).isOrderChanged)
+    if (m_model->take(std::exchange(m_pending, {})).isOrderChanged)
         m_list->updateSort();
     m_table->restoreSight();
     follow();
@@ -181,8 +199,10 @@ void qwidgetAlarmList::takeAll()
         over.push_back(listed);
         over.back().alarmState = Nodes::AlarmState::Normal;
     }
+    m_pending.clear();
     (void)m_model->take(over);
     take({known.begin(), known.end()});
+    takePending();
     m_list->updateSort();
     follow();
 }

@@ -8,6 +8,7 @@
 #include "nodes/events/BasicEvent.h"
 
 #include <QFrame>
+#include <QTimer>
 
 #include <vector>
 
@@ -64,6 +65,7 @@ private:
     Nodes::systemAlarming *alarming() const;
     bool isMeant(const Nodes::BasicEvent &alarm) const;
     void take(const std::vector<Nodes::BasicEvent> &alarms);
+    void takePending();
     void takeAll();
     void follow();
 
@@ -80,8 +82,11 @@ private:
     QPushButton *m_all = nullptr;
     QPushButton *m_one = nullptr;
     QPushButton *m_source = nullptr;
-    Nodes::AlarmOccurrences m_chosen; ///< while a button is down
-    Nodes::NodeLink m_below;          ///< alarms at or below that node only
+    std::vector<Nodes::BasicEvent> m_pending; ///< came since the list was sorted
+    QTimer m_pause;                           ///< until it is sorted again
+    QTimer m_check;                           ///< whether alarms are watched at all
+    Nodes::AlarmOccurrences m_chosen;         ///< while a button is down
+    Nodes::NodeLink m_below;                  ///< alarms at or below that node only
     Utils::WatchedNode<Nodes::widgetAlarmList> m_listNode;
     ElementBinding m_binding;
 };

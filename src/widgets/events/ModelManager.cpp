@@ -143,16 +143,17 @@ void ModelManager::acknowledge(const Nodes::AlarmOccurrences &seen, const std::s
         alarming ? alarming->Acknowledge(seen, comment) : std::vector<Nodes::Result>(seen.size());
     std::vector<int> done;
     Nodes::Result refused;
+    Nodes::Result overtaken;
     for (std::size_t i = 0; i < seen.size(); ++i) {
         const int number = m_model->rowOf(seen[i].alarm.GetNodeId());
         const bool isShown = number >= 0 && !m_model->row(number).isAcknowledged &&
                              m_model->row(number).event().occurrence == seen[i].occurrence;
-        // Nothing to acknowledge: somebody else was faster.
         if (isShown && (results[i] || results[i] == Nodes::Result::NotFound))
             done.push_back(number);
-        // The alarm came anew, which the list shows or is about to.
-        else if (!results[i] && results[i] != Nodes::Result::NotFound &&
-                 results[i] != Nodes::Result::Refused)
+        // Somebody else was faster, or the alarm came anew, which the list shows or is about to.
+        if (results[i] == Nodes::Result::NotFound || results[i] == Nodes::Result::Refused)
+            overtaken = results[i];
+        else if (!results[i])
             refused = results[i];
     }
     emit changeBegins();
@@ -161,6 +162,11 @@ void ModelManager::acknowledge(const Nodes::AlarmOccurrences &seen, const std::s
     updateSound();
     ShowActionResult(refused,
                      seen.size() == 1 ? "Тревога не квитирована" : "Тревоги не квитированы");
+    if (!comment.empty() && !overtaken)
+        ShowActionError(overtaken == Nodes::Result::NotFound
+                            ? QStringLiteral("Комментарий не записан: квитировать уже нечего")
+                            : QStringLiteral("Комментарий не записан: тревога возникла снова, "
+                                             "квитируйте её"));
 }
 
 void ModelManager::acknowledge(const QModelIndex &index)

@@ -1,3 +1,4 @@
+#include "support/MessageBoxes.h"
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
@@ -327,6 +328,20 @@ private slots:
         QTRY_COMPARE(plant.manager().model().row(0).text(Nodes::alarmColumn::Comment),
                      QString("Вода\nпроверена"));
     }
+    // Somebody else was faster: what was written is not lost unnoticed.
+    void tellsOfALostComment()
+    {
+        Plant plant;
+        plant.raise();
+        plant.button("Квитировать с комментарием…")->click();
+        auto *dialog = plant.opened<AlarmNoteDialog>();
+        dialog->findChild<QPlainTextEdit *>("note")->setPlainText("Вода проверена");
+        QVERIFY(plant.alarming().Acknowledge(Nodes::NodeLink(32)));
+        MessageBoxes boxes;
+        dialog->findChild<QPushButton *>("accept")->click();
+        QCOMPARE(boxes.shown.size(), 1);
+        QVERIFY(boxes.shown.first().contains("квитировать уже нечего"));
+    }
     void guides()
     {
         Plant plant;
@@ -378,6 +393,17 @@ private slots:
         QTRY_COMPARE(plant.list().rowCount(), 1);
         QCOMPARE(hidden.rowCount(), 0);
     }
+    // What is listed is of the past then.
+    void tellsWhenAlarmsAreNotWatched()
+    {
+        Plant plant;
+        plant.raise();
+        const auto *stopped = plant.named<QLabel>("stopped");
+        QTRY_VERIFY(plant.named<QLabel>("counts")->text().endsWith("ждут: 1"));
+        QVERIFY(stopped->isHidden());
+        (void)plant.alarming().Stop();
+        QTRY_VERIFY(!stopped->isHidden());
+    }
     void hidesByDesign()
     {
         Plant plant;
@@ -389,6 +415,11 @@ private slots:
         QVERIFY(!plant.named<QPushButton>("back")->isEnabled());
         QCOMPARE(plant.manager().hidden().index(0, ModelHidden::Who).data().toString(),
                  QString("По проекту"));
+        // From now on by hand.
+        event.hiddenBy = "op";
+        event.hiddenReason = "Ремонт";
+        plant.window().ReceiveAlarms({event});
+        QVERIFY(plant.named<QPushButton>("back")->isEnabled());
     }
     // Many at once are one reset, and give what the same one by one give.
     void takesManyHidden()

@@ -11,7 +11,9 @@
 #include "nodes/visual/elements/widgetAlarmList.h"
 
 #include <QAbstractItemModelTester>
+#include <QLabel>
 #include <QPushButton>
+#include <QSignalSpy>
 
 using namespace Widgets;
 using Nodes::AlarmState;
@@ -165,6 +167,36 @@ private slots:
         emit live.element.table().rowDoubleClicked(
             live.element.list().mapToSource(live.element.list().index(0, 0)));
         QCOMPARE(live.waiting(), 3);
+    }
+    // The first of a storm at once, the rest together.
+    void takesAStormInPieces()
+    {
+        Live live;
+        QTRY_COMPARE(live.listed().size(), 3);
+        const QSignalSpy sorted(&live.element.list(), &QAbstractItemModel::layoutChanged);
+        std::vector<Nodes::BasicEvent> again = live.alarming.GetActiveAlarms();
+        for (int piece = 0; piece < 20; ++piece) {
+            for (Nodes::BasicEvent &alarm : again)
+                alarm.text = "Изменение " + std::to_string(piece);
+            AlarmBoard::instance().take(again);
+        }
+        QVERIFY(sorted.count() < 20);
+        const QString last = "Изменение 19";
+        QTRY_COMPARE(live.listed(), QStringList({last, last, last}));
+        QVERIFY(sorted.count() > 0);
+    }
+    void tellsWhenAlarmsAreNotWatched()
+    {
+        Live live;
+        QTRY_VERIFY(live.hasAll());
+        (void)live.alarming.Stop();
+        const auto isTold = [&] {
+            const auto labels = live.element.findChildren<QLabel *>();
+            return std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
+                return label->text().contains("не отслеживаются");
+            });
+        };
+        QTRY_VERIFY(isTold());
     }
 };
 

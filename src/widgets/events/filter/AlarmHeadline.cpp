@@ -3,6 +3,9 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/WrapLayout.h"
 #include "widgets/events/AlarmSigns.h"
+#include "widgets/windows/DesktopContext.h"
+
+#include "nodes/alarms/systemAlarming.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -15,6 +18,7 @@ namespace {
 
 constexpr int gap = 8;
 constexpr int badgeSize = 28;
+constexpr int watchInterval = 1000; // ms
 
 QLabel *makeLabel(QWidget *parent)
 {
@@ -59,6 +63,7 @@ QString hiddenText(const AlarmHeadline::Facts &facts)
 
 AlarmHeadline::AlarmHeadline(QWidget *parent)
     : QWidget(parent),
+      m_stopped(makeLabel(this)),
       m_flood(makeLabel(this)),
       m_warningText(makeLabel(this)),
       m_warning(makeWarning()),
@@ -84,10 +89,29 @@ AlarmHeadline::AlarmHeadline(QWidget *parent)
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap);
+    column->addWidget(m_stopped);
     column->addWidget(m_flood);
     column->addWidget(m_warning);
     column->addLayout(m_row);
+    m_stopped->setObjectName(QStringLiteral("stopped"));
+    m_stopped->setText(QStringLiteral("✕ Тревоги не отслеживаются: список устарел"));
+    m_stopped->setStyleSheet(
+        QStringLiteral("QLabel { background: #c62828; color: #ffffff; padding: 0 8px; }"));
+    makeBold(*m_stopped);
+    m_stopped->hide();
+    m_watch.setInterval(watchInterval);
+    connect(&m_watch, &QTimer::timeout, this, &AlarmHeadline::watch);
+    m_watch.start();
     setFacts(Facts());
+}
+
+// Nothing is announced any more once the subsystem is stopped.
+void AlarmHeadline::watch()
+{
+    const Nodes::systemAlarming *alarming = DesktopContext::alarming();
+    const bool isRunning = alarming && alarming->GetState() == Nodes::NodeState::Running;
+    m_stopped->setVisible(m_wasRunning && !isRunning);
+    m_wasRunning = m_wasRunning || isRunning;
 }
 
 QPushButton *AlarmHeadline::makeButton(const QString &text, const QString &name)
@@ -141,6 +165,7 @@ void AlarmHeadline::setFacts(const Facts &facts)
     setCaption(*m_hidden, hiddenText(facts));
     setCaption(*m_filter,
                facts.isFiltered ? QStringLiteral("Фильтр включён") : QStringLiteral("Фильтр"));
+    watch();
 }
 
 void AlarmHeadline::setRoom(int width)

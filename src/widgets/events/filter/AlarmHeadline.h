@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -55,6 +56,11 @@ private:
     /// Makes its text, too.
     QWidget *makeWarning();
 
+    void watch();
+
+    QLabel *m_stopped; ///< alarms that were watched are not any more
+    QTimer m_watch;
+    bool m_wasRunning = false;
     QLabel *m_flood;
     QLabel *m_warningText;
     QWidget *m_warning;

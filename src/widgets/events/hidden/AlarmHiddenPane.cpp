@@ -55,6 +55,8 @@ AlarmHiddenPane::AlarmHiddenPane(ModelHidden &model, QWidget *parent)
     });
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &AlarmHiddenPane::follow);
+    // Each second, too: rights may have changed.
+    connect(&m_sorting, &QAbstractItemModel::dataChanged, this, &AlarmHiddenPane::follow);
     connect(&m_sorting, &QAbstractItemModel::modelReset, this, &AlarmHiddenPane::follow);
     connect(&m_sorting, &QAbstractItemModel::rowsInserted, this, &AlarmHiddenPane::follow);
     connect(&m_sorting, &QAbstractItemModel::rowsRemoved, this, &AlarmHiddenPane::follow);
