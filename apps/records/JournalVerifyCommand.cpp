@@ -15,13 +15,14 @@ bool JournalVerifyCommand::run()
     Nodes::JournalEnds ends;
     OutputFile output("");
     Result result = m_journal.open(m_options);
-    if (result)
-        result = m_journal.search().ReadEnds(ends);
-    if (result)
+    if (result) {
+        const Result found = m_journal.search().ReadEnds(ends);
         result = m_journal.search().Verify(m_options.receipts, [&](std::uint64_t row) {
             Message::progress("row " + std::to_string(row) + " of " + std::to_string(ends.head.id));
             return !Host::StopRequest::isMade();
         });
+        result = result ? found : result;
+    }
     Message::progress("");
     if (result == Result::Failed) {
         if (Message::check(output.open()))

@@ -74,10 +74,21 @@ Result SqliteJournalSearch::Find(const JournalQuery &query, std::vector<JournalR
     return result;
 }
 
+/// The same, of a file whose end is missing as far as it goes: otherwise nothing of it is read.
+template <class Work> Result SqliteJournalSearch::readRemains(Work work)
+{
+    const Result result = read(work);
+    if (result || !m_database.IsDamaged() || !m_database.Execute("PRAGMA writable_schema = ON"))
+        return result;
+    Result again = read(work);
+    (void)m_database.Execute("PRAGMA writable_schema = OFF");
+    return again;
+}
+
 Result SqliteJournalSearch::Verify(const std::vector<JournalLink> &receipts,
                                    const Progress &progress)
 {
-    return read([&] { return verify(receipts, progress); });
+    return readRemains([&] { return verify(receipts, progress); });
 }
 
 Result SqliteJournalSearch::ReadEnds(JournalEnds &ends)
@@ -197,6 +208,8 @@ Result SqliteJournalSearch::verify(const std::vector<JournalLink> &receipts,
 {
     JournalEnds ends;
     Result result = readEnds(ends);
+    if (!result && m_database.IsDamaged())
+        result = JournalProof::Broken("the beginning: " + result.GetDetail());
     JournalProof proof(ends.anchor, receipts);
     if (result)
         result = JournalChain(m_database).CheckAll(proof, progress);

@@ -30,6 +30,7 @@ public:
     void Cancel() override { m_isCancelled = true; }
 
 private:
+    template <class Work> Result readRemains(Work work);
     template <class Work> Result read(Work work);
     [[nodiscard]] Result open();
     [[nodiscard]] Result find(const JournalQuery &query, std::vector<JournalRow> &rows);

@@ -148,16 +148,27 @@ private slots:
         QVERIFY2(answer.out.startsWith("journal chain broken at " + told), answer.out);
     }
 
-    // A page of the middle is overwritten: what is before it is still proved.
+    void namesTheRowBehindWhichNothingCanBeRead_data()
+    {
+        const Rows<bool> row("isTruncated");
+        row("overwritten", false);
+        row("truncated", true);
+    }
+    // Pages of the middle are overwritten, or those behind it are gone: what is before is still
+    // proved.
     void namesTheRowBehindWhichNothingCanBeRead()
     {
+        QFETCH(bool, isTruncated);
         append(rowCount, 5000);
         m_journal->Close();
         QFile damaged(file());
         QVERIFY(damaged.open(QIODevice::ReadWrite));
         const qint64 page = damaged.size() / 2 / 4096 * 4096;
         QVERIFY(damaged.seek(page));
-        damaged.write(QByteArray(3 * 4096, '\x5a'));
+        if (isTruncated)
+            QVERIFY(damaged.resize(page));
+        else
+            damaged.write(QByteArray(3 * 4096, '\x5a'));
         damaged.close();
         const Answer answer = journal({"verify", store()});
         QCOMPARE(answer.code, 1);
