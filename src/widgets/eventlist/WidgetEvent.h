@@ -102,6 +102,9 @@ private:
     bool isFull() const;
     bool isReadingFull() const;
     void onScrolled();
+    /// Greatest number of the journal that is shown.
+    unsigned long lastNumber() const;
+    int countBehind(unsigned long number) const;
 
     Utils::WatchedNode<Nodes::widgetEventList> m_list;
     WidgetEventModel *m_model;

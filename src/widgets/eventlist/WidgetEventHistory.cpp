@@ -70,13 +70,36 @@ void WidgetEvent::waitForAnswer()
 
 void WidgetEvent::onGetHistoryCompleted(std::vector<Nodes::EventInfo> events)
 {
+    const WidgetEventView::Place place = m_view->place();
+    const unsigned long last = lastNumber();
+    const int before = m_status->newCount();
     m_model->clear();
-    m_status->setNew(0);
     append(events);
+    if (m_view->restore(place) && !m_toolBar->isTracking())
+        m_status->setNew(before + countBehind(last));
+    else
+        m_status->setNew(0);
     if (m_toolBar->isTracking())
         m_view->showNewest();
     m_waitBox->accept();
     m_body->setEnabled(true);
+}
+
+unsigned long WidgetEvent::lastNumber() const
+{
+    unsigned long last = 0;
+    for (const WidgetEventItem &item : m_model->getItems())
+        last = std::max(last, item.id());
+    return last;
+}
+
+int WidgetEvent::countBehind(unsigned long last) const
+{
+    const WidgetEventModel::Items &items = m_model->getItems();
+    int count = 0;
+    for (std::size_t row = 0; row < items.size(); ++row)
+        count += items[row].id() > last && m_sorting->rowOf(int(row)) >= 0 ? 1 : 0;
+    return count;
 }
 
 void WidgetEvent::append(const std::vector<Nodes::EventInfo> &events)

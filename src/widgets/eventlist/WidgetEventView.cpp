@@ -1,6 +1,7 @@
 #include "widgets/eventlist/WidgetEventView.h"
 
 #include "widgets/charts/menus/TouchMenu.h"
+#include "widgets/eventlist/EventCellDelegate.h"
 #include "widgets/eventlist/EventListLook.h"
 #include "widgets/eventlist/WidgetEventModel.h"
 #include "widgets/eventlist/WidgetEventSortModel.h"
@@ -11,7 +12,6 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QScroller>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -22,20 +22,6 @@ using Nodes::ColumnInfo;
 namespace {
 
 constexpr int leastWidth = 48;
-
-/// The end of a path tells more than its beginning.
-class SourceDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->textElideMode = Qt::ElideLeft;
-    }
-};
 
 } // namespace
 
@@ -80,8 +66,10 @@ WidgetEventView::WidgetEventView(Nodes::widgetEventList *node, WidgetEventSortMo
     connect(header, &QHeaderView::sortIndicatorChanged, this, &WidgetEventView::onSorted);
     connect(header, &QHeaderView::sectionResized, this, &WidgetEventView::columnsArranged);
     connect(header, &QHeaderView::sectionMoved, this, &WidgetEventView::columnsArranged);
+    setItemDelegate(new EventCellDelegate(Qt::ElideRight, this));
+    // The end of a path tells more than its beginning.
     setItemDelegateForColumn(WidgetEventModel::columnOf(ColumnInfo::ColumnSource),
-                             new SourceDelegate(this));
+                             new EventCellDelegate(Qt::ElideLeft, this));
     updateProperties();
 }
 
@@ -209,6 +197,41 @@ void WidgetEventView::restorePlace()
         return;
     executeDelayedItemsLayout();
     verticalScrollBar()->setValue(row * verticalHeader()->defaultSectionSize() + m_anchorOffset);
+}
+
+WidgetEventView::Place WidgetEventView::place() const
+{
+    Place place;
+    const auto idOf = [this](int row) {
+        return row >= 0 && row < m_sorting->rowCount() ? m_sorting->item(row).id() : 0;
+    };
+    const int top = isAtNewest() ? -1 : rowAt(0);
+    place.top = idOf(top);
+    place.offset = place.top != 0 ? -rowViewportPosition(top) : 0;
+    place.current = idOf(currentIndex().row());
+    return place;
+}
+
+bool WidgetEventView::restore(const Place &place)
+{
+    int top = -1;
+    int current = -1;
+    const int rows = m_sorting->events() ? m_sorting->events()->rowCount() : 0;
+    for (int row = 0; row < rows; ++row) {
+        const unsigned long id = m_sorting->events()->getItems()[std::size_t(row)].id();
+        if (id != 0 && id == place.top)
+            top = m_sorting->rowOf(row);
+        if (id != 0 && id == place.current)
+            current = m_sorting->rowOf(row);
+    }
+    executeDelayedItemsLayout();
+    if (current >= 0)
+        setCurrentIndex(m_sorting->index(current, 0));
+    if (top >= 0)
+        verticalScrollBar()->setValue(top * verticalHeader()->defaultSectionSize() + place.offset);
+    else
+        showNewest();
+    return top >= 0;
 }
 
 QByteArray WidgetEventView::columnState() const

@@ -34,6 +34,17 @@ public:
     /// Whether rows that come now are seen without moving what stands there.
     bool isAtNewest() const;
 
+    /// What the operator looks at, by the journal's numbers: they outlive a list that is read anew.
+    struct Place
+    {
+        unsigned long top = 0;     ///< event on top; 0: the newest, or none
+        int offset = 0;            ///< pixels of it that are above
+        unsigned long current = 0; ///< event in front
+    };
+    Place place() const;
+    /// False when the event on top is not there: the newest are shown.
+    bool restore(const Place &place);
+
     /// Widths, order, visibility of the columns and the order of the rows, as chosen.
     QByteArray columnState() const;
     /// False when it is none of these columns.

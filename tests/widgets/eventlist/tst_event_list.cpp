@@ -105,6 +105,7 @@ private slots:
     void whatIsReadStaysInPlace();
     void whatCameOutOfSightIsCounted_data();
     void whatCameOutOfSightIsCounted();
+    void aNewReadingLeavesThePlace();
     void filtersFindWhatHadNoRoom();
     void chosenSourcesAreKept();
     void whatIsShownIsSaved();
@@ -255,6 +256,35 @@ void TestEventList::whatCameOutOfSightIsCounted()
     QCOMPARE(rig.list->statusBar()->newCount(), 1);
     view.showNewest(); // by hand
     QCOMPARE(rig.list->statusBar()->newCount(), 0);
+}
+
+// As when the page was left and is shown again.
+void TestEventList::aNewReadingLeavesThePlace()
+{
+    Rig rig;
+    rig.storeMany(400);
+    rig.show();
+    QTRY_COMPARE(rig.rows(), 400);
+    WidgetEventView &view = *rig.list->view();
+    QTRY_VERIFY(view.verticalScrollBar()->maximum() > 1234);
+    view.verticalScrollBar()->setValue(1234);
+    view.selectRow(view.rowAt(0) + 1);
+    const auto idAt = [&rig](int row) { return rig.list->sortModel()->item(row).id(); };
+    const unsigned long top = idAt(view.rowAt(0));
+    const unsigned long current = idAt(view.currentIndex().row());
+    rig.list->stop();
+    for (int i = 0; i < 7; ++i)
+        rig.store(QDate::currentDate().endOfDay(), "new");
+    QVERIFY(rig.core.GetJournal().Flush());
+    rig.list->start();
+    QTRY_COMPARE(rig.rows(), 407);
+    QCOMPARE(idAt(view.rowAt(0)), top);
+    QCOMPARE(idAt(view.currentIndex().row()), current);
+    QCOMPARE(rig.list->statusBar()->newCount(), 7);
+    view.verticalScrollBar()->setValue(0);
+    QCOMPARE(rig.list->statusBar()->newCount(), 0);
+    QVERIFY(rig.list->getLastHistory());
+    QCOMPARE(view.verticalScrollBar()->value(), 0);
 }
 
 void TestEventList::filtersFindWhatHadNoRoom()
