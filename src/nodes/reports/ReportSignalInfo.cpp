@@ -27,7 +27,7 @@ public:
                                  *table, isCancelled);
             return table;
         }
-        const std::vector<ReportSpan> rows = RowsUntilNow(m_order, m_step);
+        const std::vector<ReportSpan> rows = RowsUntilNow(m_order, m_step, *table);
         std::vector<SignalFacts> facts;
         table->Note(m_signal.ReadFacts(rows, m_order.now, facts, isCancelled));
         FactColumns::AddRows(*table, rows, m_step, m_order.shifts);

@@ -37,7 +37,7 @@ private:
     void fillByTime(ReportTable &table, const std::atomic<bool> &isCancelled) const
     {
         const auto step = enReportStep(m_rows);
-        const std::vector<ReportSpan> rows = RowsUntilNow(m_order, step);
+        const std::vector<ReportSpan> rows = RowsUntilNow(m_order, step, table);
         FactColumns::AddRows(table, rows, step, m_order.shifts);
         for (const SignalInquiry &signal : m_signals) {
             std::vector<SignalFacts> facts;
@@ -49,7 +49,7 @@ private:
 
     void fillBySignals(ReportTable &table, const std::atomic<bool> &isCancelled) const
     {
-        const std::vector<ReportSpan> rows = RowsUntilNow(m_order, StepWhole);
+        const std::vector<ReportSpan> rows = RowsUntilNow(m_order, StepWhole, table);
         std::vector<SignalFacts> all;
         for (const SignalInquiry &signal : m_signals) {
             std::vector<SignalFacts> facts;

@@ -1,3 +1,6 @@
+#include "nodes/reports/data/ReportQuestion.h"
+#include "nodes/reports/data/ReportTable.h"
+#include "nodes/reports/data/SignalInquiry.h"
 #include "nodes/reports/time/LocalCalendar.h"
 #include "nodes/reports/time/ReportPeriod.h"
 
@@ -43,6 +46,7 @@ private slots:
     void daysOfOtherLengths();
     void rowsCoverTheSpan_data();
     void rowsCoverTheSpan();
+    void centuriesAreCut();
     void shiftTables_data();
     void shiftTables();
     void titles();
@@ -131,6 +135,19 @@ void ReportPeriodsTest::rowsCoverTheSpan()
         expected = part.end;
     }
     QCOMPARE(expected, end);
+}
+
+void ReportPeriodsTest::centuriesAreCut()
+{
+    const ReportSpan span{at(1970, 1, 1), at(2026, 1, 1)};
+    const std::vector<ReportSpan> rows = PartSpan(span, StepHour, ShiftPlan());
+    QCOMPARE(rows.size(), MostParts);
+    ReportOrder order;
+    order.span = span;
+    order.now = span.end;
+    ReportTable table;
+    QCOMPARE(RowsUntilNow(order, StepHour, table).size(), MostParts);
+    QCOMPARE(table.result.GetType(), Result::LimitExceeded);
 }
 
 void ReportPeriodsTest::shiftTables_data()

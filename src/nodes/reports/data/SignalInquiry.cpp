@@ -123,10 +123,13 @@ void SignalInquiry::ReadSamples(const ReportSpan &span, ReportTable &table,
     table.Note(readAll(*source, span, add, isCancelled));
 }
 
-std::vector<ReportSpan> RowsUntilNow(const ReportOrder &order, int step)
+std::vector<ReportSpan> RowsUntilNow(const ReportOrder &order, int step, ReportTable &table)
 {
     const ReportSpan past{order.span.begin, std::min(order.span.end, order.now)};
-    return PartSpan(past, enReportStep(step), order.shifts);
+    std::vector<ReportSpan> rows = PartSpan(past, enReportStep(step), order.shifts);
+    if (!rows.empty() && rows.back().end < past.end)
+        table.Note(Result(Result::LimitExceeded, "too many rows"));
+    return rows;
 }
 
 } // namespace Nodes

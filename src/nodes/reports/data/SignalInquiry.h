@@ -40,6 +40,7 @@ struct NODES_EXPORT SignalInquiry
 };
 
 /// The rows of an order up to its present moment: the last one may be a part.
-NODES_EXPORT std::vector<ReportSpan> RowsUntilNow(const ReportOrder &order, int step);
+NODES_EXPORT std::vector<ReportSpan> RowsUntilNow(const ReportOrder &order, int step,
+                                                  ReportTable &table);
 
 } // namespace Nodes

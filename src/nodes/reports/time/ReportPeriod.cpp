@@ -89,7 +89,7 @@ std::vector<ReportSpan> PartSpan(const ReportSpan &span, enReportStep step, cons
     std::vector<ReportSpan> rows;
     if (step == StepSamples)
         return rows;
-    for (Timestamp begin = span.begin; begin < span.end;) {
+    for (Timestamp begin = span.begin; begin < span.end && rows.size() < MostParts;) {
         const Timestamp end = std::min(rowEnd(step, begin, shifts), span.end);
         rows.push_back({begin, end});
         begin = end;

@@ -45,8 +45,10 @@ NODES_EXPORT ReportSpan PeriodBefore(enReportPeriod period, const ReportSpan &sp
 NODES_EXPORT ReportSpan PeriodAfter(enReportPeriod period, const ReportSpan &span,
                                     const ShiftPlan &shifts);
 
+constexpr std::size_t MostParts = 100000;
 /// Rows of a span without holes, in order; the first and the last may be parts of an hour, a day or
-/// a shift. None for an empty span and for samples. A day of 25 hours has 25 rows.
+/// a shift. None for an empty span and for samples. A day of 25 hours has 25 rows. No more than
+/// MostParts.
 NODES_EXPORT std::vector<ReportSpan> PartSpan(const ReportSpan &span, enReportStep step,
                                               const ShiftPlan &shifts);
 
