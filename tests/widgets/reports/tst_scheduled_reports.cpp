@@ -84,6 +84,8 @@ private slots:
     void neverOverAnotherFile();
     void oldFilesGo();
     void tables();
+    void clockThatWasAhead();
+    void faultsOfTheTemplate();
 
 private:
     ManualClock &m_clock = ManualClock::Use();
@@ -204,6 +206,37 @@ void ScheduledReportsTest::tables()
     QCOMPARE(station.run(reports), 1);
     QCOMPARE(station.files(), QString("data.xlsx"));
     QVERIFY(QFileInfo(station.folder + "/data.xlsx").size() > 1000);
+}
+
+void ScheduledReportsTest::clockThatWasAhead()
+{
+    const QTemporaryDir directory;
+    ScheduledStation station(directory);
+    ScheduledReports reports(station.core);
+    QCOMPARE(station.run(reports), 0);
+    m_clock.Advance(24 * 365 * hour);
+    QCOMPARE(station.run(reports), 2);
+    m_clock.SetBack(24 * 365 * hour);
+    QCOMPARE(station.run(reports), 0);
+    QCOMPARE(station.told("Часы станции переведены назад"), 1);
+    m_clock.Advance(12 * hour); // not in a year
+    QCOMPARE(station.run(reports), 1);
+    QCOMPARE(station.told("Часы станции переведены назад"), 1);
+}
+
+void ScheduledReportsTest::faultsOfTheTemplate()
+{
+    const QTemporaryDir directory;
+    ScheduledStation station(directory);
+    ScheduledReports reports(station.core);
+    QCOMPARE(station.run(reports), 0);
+    const QStringList bands{
+        TemplateText::band("ReportHeader", "h", 100, {TemplateText::item("$V{nowhere}")})};
+    written(directory.filePath("shift.lrxml"), TemplateText::report({TemplateText::page(bands)}));
+    m_clock.Advance(12 * hour);
+    QCOMPARE(station.run(reports), 1);
+    QCOMPARE(station.told("Неполные данные"), 1);
+    QCOMPARE(station.told("nowhere"), 1);
 }
 
 QTEST_MAIN(ScheduledReportsTest)

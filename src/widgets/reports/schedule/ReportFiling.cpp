@@ -16,7 +16,8 @@ namespace Widgets {
 
 namespace {
 
-constexpr int readers = 1; // operators who look at something go first
+constexpr int readers = 1;    // operators who look at something go first
+constexpr int mostFaults = 5; // told in the journal
 
 QString endingOf(Nodes::reportSchedule::enReportFormat format)
 {
@@ -156,7 +157,11 @@ void ReportFiling::onSaved(const QString &file, const QString &error)
 void ReportFiling::end(const QStringList &files, const QString &error)
 {
     m_isRunning = false;
-    emit finished(files, error, ReportSetup::faults(m_models));
+    QStringList faults{ReportSetup::faults(m_models)};
+    if (m_engine && error.isEmpty())
+        faults << m_engine->lastError().split(QLatin1Char('\n'));
+    faults.removeAll(QString());
+    emit finished(files, error, faults.mid(0, mostFaults).join(QStringLiteral("; ")));
 }
 
 } // namespace Widgets

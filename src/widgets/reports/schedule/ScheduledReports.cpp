@@ -68,6 +68,13 @@ bool ScheduledReports::startDue(Nodes::reportSchedule &schedule, Nodes::Timestam
         (void)m_ledger.save(schedule, account); // what failed is in the log
         return false;
     }
+    if (account.done > now) {
+        // What was made by a clock that was ahead cannot have been of whole periods.
+        tellClock(schedule);
+        account.done = now - schedule.GetDelay();
+        (void)m_ledger.save(schedule, account);
+        return false;
+    }
     int skipped = 0;
     const std::vector<Nodes::ReportSpan> due = schedule.FindDue(account.done, now, shifts, skipped);
     if (due.empty() && skipped == 0)
@@ -92,6 +99,16 @@ void ScheduledReports::tellSkipped(const Nodes::reportSchedule &schedule, int sk
                        "составляются. Их можно составить на странице отчётов.")
             .arg(QString::fromStdString(schedule.GetName()))
             .arg(skipped);
+    (void)schedule.StoreMessage(Nodes::LevelWarning, text.toStdString(), schedule.GetNodeLink());
+}
+
+void ScheduledReports::tellClock(const Nodes::reportSchedule &schedule) const
+{
+    const QString text =
+        QStringLiteral(
+            "Часы станции переведены назад: отчёты по расписанию «%1» составляются заново "
+            "с текущего периода.")
+            .arg(QString::fromStdString(schedule.GetName()));
     (void)schedule.StoreMessage(Nodes::LevelWarning, text.toStdString(), schedule.GetNodeLink());
 }
 

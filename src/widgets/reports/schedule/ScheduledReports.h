@@ -52,6 +52,7 @@ private:
 
     bool startDue(Nodes::reportSchedule &schedule, Nodes::Timestamp now);
     void tellSkipped(const Nodes::reportSchedule &schedule, int skipped) const;
+    void tellClock(const Nodes::reportSchedule &schedule) const;
     void onFinished(const QStringList &files, const QString &error, const QString &faults);
     void onMade(const Nodes::reportSchedule &schedule, const QStringList &files,
                 const QString &faults);
