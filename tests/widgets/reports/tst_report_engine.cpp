@@ -219,6 +219,69 @@ private slots:
         QVERIFY(m_engine->pageCount() < 1250);
     }
 
+    // Rich text shows no file of this machine.
+    void picturesOfRichText()
+    {
+        QTemporaryDir dir;
+        QImage red(100, 100, QImage::Format_RGB32);
+        red.fill(Qt::red);
+        QVERIFY(red.save(dir.filePath("red.png")));
+        const QString content =
+            QStringLiteral("<p>x<img src=\"%1\"></p>").arg(dir.filePath("red.png"));
+        QVERIFY(m_engine->loadFromString(report(
+            {page({band("Data", "d", 500, {item(content, 0, 0, 800, 400, flag("allowHTML"))})})})));
+        const std::unique_ptr<PreviewReportWidget> preview(m_engine->createPreviewWidget());
+        preview->resize(800, 600);
+        preview->show();
+        int black = 0;
+        int reds = 0;
+        const auto look = [&] {
+            const QImage shown = preview->grab().toImage();
+            for (int y = 0; y < shown.height(); ++y) {
+                for (int x = 0; x < shown.width(); ++x) {
+                    black += qGray(shown.pixel(x, y)) < 60;
+                    reds += shown.pixelColor(x, y) == QColor(Qt::red);
+                }
+            }
+            return black;
+        };
+        QTRY_VERIFY(look() > 20);
+        QCOMPARE(reds, 0);
+    }
+
+    // What is not the whole report is not put out as if it were.
+    void incomplete()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath("report.pdf");
+        QVERIFY(
+            m_engine->loadFromString(report({page({band("PageHeader", "h", 2900, {item("head")}),
+                                                   band("Data", "d", 65, {item("x")})})})));
+        QVERIFY(!m_engine->printToPDF(file));
+        QVERIFY2(m_engine->lastError().contains("неполон"), qPrintable(m_engine->lastError()));
+
+        QVERIFY(m_engine->loadFromString(rowsTemplate("$S{\"$D{rows.name}\" + 1}")));
+        m_engine->dataManager()->addModel("rows", rows(50000), true);
+        const std::unique_ptr<PreviewReportWidget> preview(m_engine->createPreviewWidget());
+        const auto cancel = connect(m_engine.get(), &ReportEngine::renderPageFinished,
+                                    m_engine.get(), &ReportEngine::cancelRender);
+        QSignalSpy ended(m_engine.get(), &ReportEngine::renderFinished);
+        QVERIFY(ended.wait());
+        QVERIFY(preview->pageCount() > 0);
+        QSignalSpy told(preview.get(), &PreviewReportWidget::outputFinished);
+        preview->savePdf(file);
+        QVERIFY(!told.isEmpty() || told.wait());
+        QVERIFY(told[0][0].toString().contains("неполон"));
+        QVERIFY(!QFile::exists(file));
+        disconnect(cancel);
+        m_engine->dataManager()->addModel("rows", rows(10), true);
+        preview->refreshPages();
+        QVERIFY(ended.wait());
+        preview->savePdf(file);
+        QVERIFY(told.wait());
+        QCOMPARE(told[1][0].toString(), QString());
+    }
+
     // Deleted in the middle of everything.
     void deleted()
     {

@@ -40,9 +40,7 @@ void BandPrinter::newSheet()
         return;
     const int page = m_context.pages.count() + 1;
     if (page > MostPages) {
-        m_context.failure =
-            QStringLiteral("The report has more than %1 pages: the rest is not printed.")
-                .arg(MostPages);
+        m_context.failure = QStringLiteral("в нём больше %1 листов.").arg(MostPages);
         return;
     }
     ++m_sheets;
@@ -55,8 +53,7 @@ void BandPrinter::newSheet()
     m_flow.markFresh();
     if (m_flow.room() < LeastRoom)
         m_context.failure =
-            QStringLiteral("Page %1: headers and footers leave no room for anything else.")
-                .arg(page);
+            QStringLiteral("на листе %1 колонтитулы не оставляют места остальному.").arg(page);
     m_context.scope.setPosition(now);
     m_context.scope.setPage(page);
 }

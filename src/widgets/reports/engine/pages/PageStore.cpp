@@ -34,14 +34,14 @@ QString PageStore::spill(Kept &kept, const QByteArray &bytes)
         m_file = std::make_unique<QTemporaryFile>(
             QDir::temp().filePath(QStringLiteral("station-report-XXXXXX.pages")));
         if (!m_file->open())
-            return QStringLiteral("Pages cannot be kept in %1: %2")
+            return QStringLiteral("листы не помещаются на диск (%1: %2).")
                 .arg(QDir::tempPath(), m_file->errorString());
     }
     kept.offset = m_file->size();
     kept.length = bytes.size();
     if (m_file->seek(kept.offset) && m_file->write(bytes) == bytes.size() && m_file->flush())
         return QString();
-    const QString error = QStringLiteral("Pages cannot be kept in %1: %2")
+    const QString error = QStringLiteral("листы не помещаются на диск (%1: %2).")
                               .arg(m_file->fileName(), m_file->errorString());
     m_file->resize(kept.offset);
     return error;

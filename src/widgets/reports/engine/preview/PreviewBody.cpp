@@ -106,8 +106,10 @@ void PreviewBody::showPages(bool isFinal)
 void PreviewBody::onFinished()
 {
     showPages(true);
-    const bool isCancelled = m_desk->runner.isCancelled();
-    tell(isCancelled ? QStringLiteral("Отчёт неполон: формирование отменено.") : QString());
+    const QString why = m_desk->runner.isCancelled() ? QStringLiteral("формирование отменено.")
+                                                     : m_desk->runner.failure();
+    m_incomplete = why.isEmpty() ? QString() : QStringLiteral("Отчёт неполон: %1").arg(why);
+    tell(m_incomplete);
 }
 
 void PreviewBody::onDeskGone()
@@ -126,6 +128,8 @@ bool PreviewBody::canPutOut()
         error = QStringLiteral("Отчёт не сформирован.");
     else if (m_desk && m_desk->runner.isRunning())
         error = QStringLiteral("Отчёт ещё формируется.");
+    else if (!m_incomplete.isEmpty())
+        error = m_incomplete; // half a report on paper looks like a whole one
     if (!error.isEmpty())
         emit outputFinished(error);
     return error.isEmpty();

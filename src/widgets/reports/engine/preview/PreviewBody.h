@@ -51,6 +51,7 @@ private:
     QLabel *m_line;
     ReportTemplatePtr m_report;
     PageStorePtr m_pages;
+    QString m_incomplete; // why the pages are not the whole report
     OutputThread *m_output = nullptr;
     std::unique_ptr<QPrinter> m_printer;
 };

@@ -23,6 +23,8 @@ public:
 
     /// After finished().
     QStringList problems() const;
+    /// Why it ended before the end of the report; "" when it did not.
+    const QString &failure() const { return m_layout.failure(); }
 
 signals:
     /// At most some ten times a second.

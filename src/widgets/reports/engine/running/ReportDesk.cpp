@@ -77,6 +77,10 @@ void ReportDesk::onRendered()
         endOutput(PageOutput::cancelled());
         return;
     }
+    if (!runner.failure().isEmpty()) {
+        endOutput(QStringLiteral("Отчёт неполон: %1").arg(runner.failure()));
+        return;
+    }
     m_output = new OutputThread(runner.report(), runner.pages(), nullptr);
     if (m_printer)
         m_output->toPrinter(m_printer);

@@ -20,6 +20,7 @@ void ReportRunner::start(const ReportTemplatePtr &report, const DataSourceManage
     m_report = report;
     m_pages.reset();
     m_problems.clear();
+    m_failure.clear();
     m_isCancelled = false;
     const bool isFirst = !m_isRunning;
     m_isRunning = true;
@@ -67,6 +68,7 @@ void ReportRunner::onFinished()
         return;
     m_pages = m_thread->pages();
     m_problems = m_thread->problems();
+    m_failure = m_thread->failure();
     m_thread->deleteLater();
     m_thread = nullptr;
     end();

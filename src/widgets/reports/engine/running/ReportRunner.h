@@ -33,6 +33,8 @@ public:
     const PageStorePtr &pages() const { return m_pages; }
     const QStringList &problems() const { return m_problems; }
     bool isCancelled() const { return m_isCancelled; }
+    /// Why the last rendering ended before the end of the report; "" when it did not.
+    const QString &failure() const { return m_failure; }
 
 signals:
     void started();
@@ -51,6 +53,7 @@ private:
     ReportTemplatePtr m_report;
     PageStorePtr m_pages;
     QStringList m_problems;
+    QString m_failure;
     bool m_isRunning = false;
     bool m_isCancelled = false;
 };

@@ -5,6 +5,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
 #include <QTextDocument>
 #include <QTextLayout>
@@ -18,11 +19,25 @@ namespace {
 // What measuring and painting may differ by.
 constexpr double Slack = 0.5;
 
+constexpr int MarkSide = 24; // of what stands for a picture
+
 // Rich text comes from templates and data: it must not make the station read files or the network.
+// For a picture that is not given Qt would try the file of its name, so that a mark is given.
 class ClosedDocument : public QTextDocument
 {
 protected:
-    QVariant loadResource(int, const QUrl &) override { return QVariant(); }
+    QVariant loadResource(int type, const QUrl &) override
+    {
+        if (type != ImageResource)
+            return QVariant();
+        QImage mark(MarkSide, MarkSide, QImage::Format_ARGB32_Premultiplied);
+        mark.fill(Qt::white);
+        QPainter painter(&mark);
+        painter.drawRect(0, 0, MarkSide - 1, MarkSide - 1);
+        painter.drawLine(0, 0, MarkSide - 1, MarkSide - 1);
+        painter.drawLine(0, MarkSide - 1, MarkSide - 1, 0);
+        return mark;
+    }
 };
 
 QTextOption options(const TextStyle &style)
