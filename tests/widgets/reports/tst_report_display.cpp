@@ -12,6 +12,7 @@
 #include "widgets/reports/display/ReportToolBar.h"
 
 #include "nodes/archive/HistoryService.h"
+#include "nodes/auth/systemAuthentication.h"
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/time/LocalCalendar.h"
 #include "nodes/values/Clock.h"
@@ -68,8 +69,12 @@ constexpr const char *project = R"(
         <reportSignal id="22" name="fast" signal="10" step="day"/>
         <reportSignal id="23" name="slow" signal="11" step="day"/></report>
     <report id="24" name="Второй" template="/nowhere/gone.lrxml"/>
+    <report id="25" name="Без данных" template="@">
+        <reportSignal id="26" name="slow" signal="10"/><reportSignal id="27" name="slow" signal="11"/>
+    </report>
+    <report id="28" name="Текст" template="@"/>
     <composition id="30" name="C"><layer id="31" name="L">
-        <reportDisplay id="32" name="D" width="900" height="700" reports="20 24"/>
+        <reportDisplay id="32" name="D" width="900" height="700" reports="20 24 25 28"/>
     </layer></composition>)";
 
 } // namespace
@@ -82,6 +87,10 @@ private slots:
     void initTestCase();
     void rendersOnceAllDataAreThere();
     void readingCanBeEnded();
+    void nothingIsWaitedForWithoutReports();
+    void reportsOfTextAlone();
+    void namesUsedTwice();
+    void anotherUserWhileHidden();
     void missingTemplateIsTold();
     void onlyASheetOutsideOfRuntime();
     void toolBarAsTold();
@@ -162,6 +171,84 @@ void ReportDisplayTest::readingCanBeEnded()
     QTRY_VERIFY_WITH_TIMEOUT(missing->text().contains("прервано"), patience);
     QVERIFY(element.isEnabled());
     QVERIFY(!element.toolBar()->print->isEnabled());
+}
+
+// Say when another user logs in who may view none.
+void ReportDisplayTest::nothingIsWaitedForWithoutReports()
+{
+    RuntimeProject p(nodes());
+    const auto slow = std::make_shared<SlowHistory>();
+    QVERIFY(p.core.GetHistory().AddSource(11, slow));
+    Element element(p.node<widgetReportDisplay>(32), nullptr);
+    const auto *box = element.findChild<WaitBox *>();
+    QTimer take;
+    connect(&take, &QTimer::timeout, &element, [&] {
+        if (!box->isRunning())
+            return;
+        take.stop();
+        p.set(32, "reports", "999");
+    });
+    take.start(20);
+    QTimer::singleShot(patience, &element, [&] { slow->open(); });
+    element.start();
+    const auto *missing = element.findChild<QLabel *>("missing");
+    QTRY_VERIFY_WITH_TIMEOUT(missing->text().contains("Нет отчётов"), patience / 2);
+    QTRY_VERIFY_WITH_TIMEOUT(!box->isRunning(), patience / 2);
+    QVERIFY(element.isEnabled());
+    QVERIFY(missing->text().contains("Нет отчётов"));
+    slow->open();
+}
+
+void ReportDisplayTest::reportsOfTextAlone()
+{
+    RuntimeProject p(nodes());
+    Element element(p.node<widgetReportDisplay>(32), nullptr);
+    element.start();
+    QTRY_COMPARE_WITH_TIMEOUT(element.preview()->pageCount(), 1, patience);
+    QVERIFY(!element.engine()->lastError().contains("plant"));
+    QSignalSpy rendered(element.engine(), &LimeReport::ReportEngine::renderFinished);
+    element.toolBar()->reports->setCurrentIndex(3);
+    QTRY_COMPARE_WITH_TIMEOUT(rendered.size(), 1, patience);
+    QCOMPARE(element.preview()->pageCount(), 1);
+    // The variable of the report before is not this one's.
+    QVERIFY(element.engine()->lastError().contains("plant"));
+}
+
+void ReportDisplayTest::namesUsedTwice()
+{
+    RuntimeProject p(nodes());
+    Element element(p.node<widgetReportDisplay>(32), nullptr);
+    element.toolBar()->reports->setCurrentIndex(2);
+    element.start();
+    QTRY_COMPARE_WITH_TIMEOUT(element.preview()->pageCount(), 1, patience);
+    QCOMPARE(element.models().size(), 1);
+    element.toolBar()->generate->trigger();
+    QTRY_COMPARE_WITH_TIMEOUT(element.preview()->pageCount(), 1, patience);
+}
+
+void ReportDisplayTest::anotherUserWhileHidden()
+{
+    RuntimeProject p(nodes() + R"(
+        <authentication id="90" name="A" guestRole="92">
+            <role id="92" name="Guest"><grant id="95" name="d" privileges="view" mode="deny"/></role>
+            <role id="93" name="Engineer"><grant id="94" name="g" privileges="all"/></role>
+            <user id="91" name="engineer" roles="93" passwordless="true"/>
+        </authentication>)");
+    QVERIFY(p.core.GetSystemAuthentication()->Authenticate(p.node(91)->GetNodeLink()));
+    Element element(p.node<widgetReportDisplay>(32), nullptr);
+    QSignalSpy rendered(element.engine(), &LimeReport::ReportEngine::renderFinished);
+    element.start();
+    QTRY_COMPARE_WITH_TIMEOUT(rendered.size(), 1, patience);
+    element.stop();
+    element.start(); // the same user: what was made stands
+    QCOMPARE(element.models().isEmpty(), false);
+    QVERIFY(element.preview()->pageCount() > 0);
+    element.stop();
+    p.core.GetSystemAuthentication()->Logout();
+    element.start();
+    const auto *missing = element.findChild<QLabel *>("missing");
+    QTRY_VERIFY_WITH_TIMEOUT(missing->text().contains("Нет отчётов"), patience);
+    QVERIFY(element.models().isEmpty());
 }
 
 void ReportDisplayTest::missingTemplateIsTold()

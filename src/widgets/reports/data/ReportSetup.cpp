@@ -83,6 +83,7 @@ void ReportSetup::setVariables(LimeReport::ReportEngine &engine, const Nodes::Ba
         {"station", station ? station->GetName() : std::string()},
         {"user", userName(core).toStdString()}};
     LimeReport::IDataSourceManager *manager = engine.dataManager();
+    manager->clearUserVariables(); // of the report before
     for (const auto &[name, value] : told)
         manager->setReportVariable(QLatin1String(name), QString::fromStdString(value));
     for (const auto &[name, value] : report.GetVariables())
@@ -94,9 +95,14 @@ QList<ReportModelTable *> ReportSetup::addModels(LimeReport::ReportEngine &engin
                                                  QThreadPool *pool)
 {
     QList<ReportModelTable *> models;
+    QStringList names;
     for (const Nodes::BasicReportSource *source : report.GetSources()) {
+        const QString name = QString::fromStdString(source->GetName());
+        if (names.contains(name))
+            continue; // the project check tells; a second one would replace the first
+        names << name;
         auto *model = new ReportModelTable(source, &engine, pool);
-        model->setObjectName(QString::fromStdString(source->GetName()));
+        model->setObjectName(name);
         if (engine.dataManager()->addModel(model->objectName(), model, true))
             models << model;
         else

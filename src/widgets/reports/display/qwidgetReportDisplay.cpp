@@ -229,13 +229,14 @@ bool qwidgetReportDisplay::loadTemplate(const Nodes::BasicReport &report)
                         .arg(QDir::toNativeSeparators(path), m_engine->lastError()));
         return false;
     }
-    m_body->setCurrentWidget(m_preview);
+    m_isLoaded = true;
     return true;
 }
 
 void qwidgetReportDisplay::dropModels()
 {
     m_pending = 0;
+    m_isLoaded = false;
     for (ReportModelTable *model : m_models) {
         model->disconnect(this);
         model->cancel();
@@ -263,10 +264,12 @@ void qwidgetReportDisplay::updateReport(bool fetch)
         m_pending += fetch && isRuntime() ? 1 : 0;
     }
     showInterval();
-    if (m_pending > 0)
-        QTimer::singleShot(0, this, &qwidgetReportDisplay::fetchData);
-    else
-        onValueUpdated(Nodes::SignalValue());
+    m_user = currentUser();
+    if (m_pending == 0)
+        return onValueUpdated(Nodes::SignalValue());
+    // Pages of another report, interval or user are not to be taken for this one's.
+    showText(tr("Чтение данных…"));
+    QTimer::singleShot(0, this, &qwidgetReportDisplay::fetchData);
 }
 
 // One loop waits for the newest data, whoever began it.
@@ -303,24 +306,26 @@ void qwidgetReportDisplay::endWaiting()
     m_pending = 0;
 }
 
-void qwidgetReportDisplay::giveUp()
-{
-    if (m_pending == 0)
-        return;
-    for (ReportModelTable *model : qAsConst(m_models))
-        model->cancel();
-    endWaiting();
-    tellMissing(tr("Чтение данных прервано. Чтобы повторить, нажмите «Сформировать отчет»."));
-}
-
 // What the models hold is made into pages; values of a signal are none of its business.
 void qwidgetReportDisplay::onValueUpdated(Nodes::SignalValue value)
 {
-    if (m_preview && value.IsEmpty() && !m_models.isEmpty())
-        m_preview->refreshPages();
+    if (!m_isLoaded || !value.IsEmpty() || m_pending > 0)
+        return;
+    m_body->setCurrentWidget(m_preview);
+    m_preview->refreshPages();
 }
 
+// Nothing is waited for then.
 void qwidgetReportDisplay::tellMissing(const QString &text)
+{
+    m_isLoaded = false;
+    endWaiting();
+    if (m_waitBox->isRunning())
+        m_waitBox->reject();
+    showText(text);
+}
+
+void qwidgetReportDisplay::showText(const QString &text)
 {
     m_toolBar->setHasPages(false);
     m_missing->setText(text);
@@ -335,6 +340,8 @@ void qwidgetReportDisplay::onRenderStarted()
 void qwidgetReportDisplay::onRenderFinished()
 {
     m_toolBar->setProgress(QString());
+    if (m_body->currentWidget() != m_preview)
+        return; // of one that was given up
     m_toolBar->setHasPages(m_engine->pageCount() > 0);
     QStringList wrong;
     wrong << ReportSetup::faults(m_models) << m_engine->lastError();
@@ -360,7 +367,9 @@ void qwidgetReportDisplay::onActive(bool on)
                                       Qt::QueuedConnection);
         });
     }
-    if (m_models.isEmpty())
+    if (m_isLoaded && !(m_user == currentUser()))
+        onUserChanged();
+    else if (!m_isLoaded)
         generate();
 }
 

@@ -84,6 +84,8 @@ private:
     void giveUp();
     void endWaiting();
     void tellMissing(const QString &text);
+    void showText(const QString &text);
+    Nodes::NodeLink currentUser() const;
     void onCurrentReportChanged(int index);
     void onUserChanged();
     void generate();
@@ -107,7 +109,8 @@ private:
     WaitBox *m_waitBox = nullptr;
     std::vector<Nodes::NodeLink> m_reports;
     QList<ReportModelTable *> m_models; // owned by the engine
-    Nodes::NodeLink m_loaded;           // report whose template is in the engine
+    bool m_isLoaded = false;            // the template of the chosen report is in the engine
+    Nodes::NodeLink m_user;             // for whom it was made
     ReportChoice m_choice;
     Nodes::ReportSpan m_span; // that the models are of
     int m_pending = 0;

@@ -10,6 +10,7 @@
 #include "widgets/reports/display/ReportToolBar.h"
 #include "widgets/reports/export/DataExport.h"
 
+#include "nodes/auth/systemAuthentication.h"
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/time/shiftTable.h"
 #include "nodes/system/systemCore.h"
@@ -84,6 +85,23 @@ void qwidgetReportDisplay::cancelWork()
 {
     m_engine->cancelRender();
     m_export->cancel();
+}
+
+void qwidgetReportDisplay::giveUp()
+{
+    if (m_pending == 0)
+        return;
+    for (ReportModelTable *model : qAsConst(m_models))
+        model->cancel();
+    endWaiting();
+    tellMissing(tr("Чтение данных прервано. Чтобы повторить, нажмите «Сформировать отчет»."));
+}
+
+Nodes::NodeLink qwidgetReportDisplay::currentUser() const
+{
+    const Nodes::systemCore *core = context().model();
+    const Nodes::systemAuthentication *users = core ? core->GetSystemAuthentication() : nullptr;
+    return users ? users->GetCurrentUser() : Nodes::NodeLink();
 }
 
 // Another user has other reports, other rights and other intervals: nothing of the last one's
