@@ -145,8 +145,11 @@ void AlarmDialog::tellHeight()
         height += (wraps ? part->heightForWidth(part->width()) : part->sizeHint().height()) +
                   layout()->spacing();
     }
+    // At another width the same parts wrap otherwise: no reason to take back a height somebody
+    // chose.
+    const bool isFolding = std::exchange(m_besidesWidth, width()) == width();
     const int more = height - std::exchange(m_besides, height);
-    if (more != 0)
+    if (more != 0 && isFolding)
         emit heightWanted(more);
 }
 

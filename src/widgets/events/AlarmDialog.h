@@ -86,7 +86,8 @@ private:
     AlarmAreasBar *m_areasBar = nullptr;
     AlarmFloodView *m_flood = nullptr;
     AlarmPanes *m_panes = nullptr;
-    int m_besides = 0; // height of what stands beside the list, as last told
+    int m_besides = 0;      // height of what stands beside the list, as last told
+    int m_besidesWidth = 0; // at that width
 
     QTimer m_summary;                 // a flood is told some times a second
     Nodes::AlarmOccurrences m_chosen; // while a button is down

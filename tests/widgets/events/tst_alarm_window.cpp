@@ -21,6 +21,7 @@
 #include <QAbstractItemModelTester>
 #include <QCheckBox>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 
@@ -500,6 +501,25 @@ private slots:
         other.receive(AlarmState::ActiveUnacked);
         QTRY_VERIFY(other.window().isVisible());
         QVERIFY(other.window().geometry() != place);
+    }
+    // However often the station starts.
+    void keepsItsHeightOverARestart()
+    {
+        const QRect place(0, 0, 1200, 400);
+        Plant first;
+        first.receive(AlarmState::ActiveUnacked);
+        QTRY_VERIFY(first.window().isVisible());
+        first.window().setGeometry(place);
+        first.button("Закрыть")->click();
+        Plant second;
+        QVERIFY(QFile::copy(first.project.data.filePath("config.json"),
+                            second.project.data.filePath("config.json")));
+        second.receive(AlarmState::ActiveUnacked);
+        QTRY_VERIFY(second.window().isVisible());
+        const auto *counts = second.window().findChild<QLabel *>("counts");
+        second.receive(AlarmState::ActiveUnacked, 34);
+        QTRY_VERIFY(counts->text().endsWith("ждут: 2"));
+        QCOMPARE(second.window().height(), place.height());
     }
     void showsAllButtons_data()
     {
