@@ -2,6 +2,9 @@
 #include "nodes/drivers/ModbusTestServer.h"
 #include "nodes/drivers/modbus/ModbusPoller.h"
 #include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/events/BasicEvent.h"
+#include "nodes/model/services/JournalSink.h"
+#include "nodes/model/services/ModelServices.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/values/ValueCell.h"
@@ -9,6 +12,10 @@
 
 #include <QElapsedTimer>
 #include <QtTest>
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
 
 using namespace Nodes;
 
@@ -105,6 +112,37 @@ private slots:
         device.server.fault = ModbusTestServer::None;
         QTRY_VERIFY(device.isLive());
         QCOMPARE(device.level->GetValue().ToDouble(), 7.);
+    }
+
+    // By its name alone nothing of it is found again.
+    void journalKnowsWhoItIsAbout()
+    {
+        struct Journal : JournalSink
+        {
+            Result Append(BasicEvent event) override
+            {
+                const std::lock_guard lock(mutex);
+                events.push_back(std::move(event));
+                return Result();
+            }
+            std::mutex mutex;
+            std::vector<BasicEvent> events;
+        } journal;
+        Device device;
+        ModelServices services;
+        services.journal = &journal;
+        device.project.SetServices(services);
+        device.startLive();
+        device.driver->Stop();
+        device.project.SetServices({});
+        const std::lock_guard lock(journal.mutex);
+        const auto connected =
+            std::find_if(journal.events.begin(), journal.events.end(), [](const BasicEvent &event) {
+                return event.text.find("установлена") != std::string::npos;
+            });
+        QVERIFY(connected != journal.events.end());
+        QCOMPARE(connected->source, device.driver->GetPath());
+        QCOMPARE(connected->sourceNode.GetNodeId(), device.driver->GetId());
     }
 
     void exceptionConcernsOneGroup()

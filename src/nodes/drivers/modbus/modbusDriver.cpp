@@ -3,7 +3,9 @@
 #include "nodes/drivers/modbus/ModbusPoller.h"
 #include "nodes/drivers/modbus/modbusGroup.h"
 #include "nodes/drivers/modbus/modbusSignal.h"
+#include "nodes/model/ConfigNodeJournal.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/NodesByPath.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/NumberText.h"
@@ -130,9 +132,12 @@ Result modbusDriver::StartWork()
     if (groups.empty())
         return Result(this, Result::InvalidArgument, GetName() + " has no group to poll");
     ModbusPoller::Listener listener;
-    listener.journal = [this, own = GetPath()](EventLevel level, const std::string &text,
-                                               const std::string &path) {
-        StoreMessage(level, text, path.empty() ? own : path);
+    listener.journal = [this, own = GetPath(), nodes = NodesByPath(*this)](
+                           EventLevel level, const std::string &text, const std::string &path) {
+        BasicEvent event = EventAt(NodeLink(), level, text);
+        event.source = path.empty() ? own : path;
+        event.sourceNode = nodes.Find(event.source);
+        (void)StoreEvent(*this, std::move(event));
     };
     listener.linkChanged = [cells = GetStatusCells()](bool isConnected) {
         PublishStatus(cells, isConnected);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/model/links/NodeLink.h"
 #include "nodes/scripts/LuaSandbox.h"
 
 #include <atomic>
@@ -14,6 +15,7 @@ namespace Nodes {
 /// One simulated signal as configured.
 struct SimulatedSignal
 {
+    NodeLink node;
     std::string path;         ///< from the project's root, parts separated by '/'
     std::string relativePath; ///< from the driver
     std::string formula;      ///< Lua; "" keeps the written value

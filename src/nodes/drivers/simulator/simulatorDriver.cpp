@@ -3,6 +3,7 @@
 #include "nodes/drivers/SignalSink.h"
 #include "nodes/drivers/simulator/SimulatorEngine.h"
 #include "nodes/drivers/simulator/simulatorSignal.h"
+#include "nodes/model/ConfigNodeJournal.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/values/Clock.h"
 
@@ -95,6 +96,7 @@ KindInfo simulatorDriver::Kind()
 void simulatorDriver::addSignal(const simulatorSignal &signal)
 {
     SimulatedSignal simulated;
+    simulated.node = signal.GetNodeLink();
     simulated.path = signal.GetPath();
     const std::string prefix = GetPath().empty() ? "" : GetPath() + "/";
     simulated.relativePath = simulated.path.substr(prefix.size());
@@ -108,10 +110,12 @@ Result simulatorDriver::StartWork()
 {
     m_simulation =
         std::make_unique<Simulation>([this](const SimulatedSignal &signal, const Result &error) {
-            if (error)
-                StoreMessage(LevelInformation, "Формула снова вычисляется", signal.path);
-            else
-                StoreMessage(LevelWarning, "Ошибка формулы: " + error.GetDetail(), signal.path);
+            BasicEvent event =
+                error ? EventAt(NodeLink(), LevelInformation, "Формула снова вычисляется")
+                      : EventAt(NodeLink(), LevelWarning, "Ошибка формулы: " + error.GetDetail());
+            event.source = signal.path;
+            event.sourceNode = signal.node;
+            (void)StoreEvent(*this, std::move(event));
         });
     for (const BasicSignal *signal : GetSignals()) {
         if (const auto *own = dynamic_cast<const simulatorSignal *>(signal))
