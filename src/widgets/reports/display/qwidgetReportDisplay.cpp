@@ -344,7 +344,10 @@ void qwidgetReportDisplay::onRenderFinished()
         return; // of one that was given up
     m_toolBar->setHasPages(m_engine->pageCount() > 0);
     QStringList wrong;
-    wrong << ReportSetup::faults(m_models) << m_engine->lastError();
+    wrong << ReportSetup::faults(m_models);
+    if (!m_engine->lastError().isEmpty())
+        wrong << tr("Отчёт показан с ошибками шаблона, сообщите о них наладчику: ") +
+                     m_engine->lastError();
     wrong.removeAll(QString());
     m_note->warn(wrong.join(QLatin1Char('\n')));
 }

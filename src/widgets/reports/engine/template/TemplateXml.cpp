@@ -67,7 +67,7 @@ QVariantMap TemplateXml::read(const QByteArray &data)
 {
     QXmlStreamReader xml(data);
     QVariantMap root;
-    if (xml.readNextStartElement()) {
+    if (readToRoot(xml)) {
         if (xml.name() != QLatin1String("Report"))
             xml.raiseError(QStringLiteral("the root element is <%1>, not <Report>")
                                .arg(xml.name().toString()));
@@ -87,6 +87,17 @@ QVariantMap TemplateXml::read(const QByteArray &data)
         root.clear();
     }
     return root;
+}
+
+// Templates have no document type, whose entities would name other files or multiply.
+bool TemplateXml::readToRoot(QXmlStreamReader &xml)
+{
+    while (!xml.atEnd() && xml.readNext() != QXmlStreamReader::StartElement) {
+        if (xml.tokenType() == QXmlStreamReader::DTD)
+            xml.raiseError(QStringLiteral("it declares a document type (entities), which no "
+                                          "template may"));
+    }
+    return xml.isStartElement();
 }
 
 bool TemplateXml::enter(QXmlStreamReader &xml, int depth)

@@ -28,6 +28,7 @@ private:
     QVariant property(QXmlStreamReader &xml, int depth);
     QVariant number(QXmlStreamReader &xml, const QString &type);
     QVariant structure(QXmlStreamReader &xml, const QString &type);
+    bool readToRoot(QXmlStreamReader &xml);
     bool enter(QXmlStreamReader &xml, int depth);
     void tell(const QXmlStreamReader &xml, const QString &text);
 
