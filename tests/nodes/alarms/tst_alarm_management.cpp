@@ -261,6 +261,25 @@ private slots:
         QCOMPARE(alarm.tracker.Deadline(), INT64_MAX);
     }
 
+    void remindersTellWholeMinutes_data()
+    {
+        const Rows<int, QString> row("clock", "waited"); // seconds it runs meanwhile
+        row("with seconds", 603, "не квитирована 10 мин");
+        row("the clock set back", -3600, "не квитирована 2 мин");
+    }
+    void remindersTellWholeMinutes()
+    {
+        QFETCH(int, clock);
+        QFETCH(QString, waited);
+        Alarm alarm("alarmLimit", "type=H limit=80 realarm=2 priority=1");
+        alarm.judge(90.0);
+        const AlarmMoment raised = alarm.now();
+        alarm.tracker.Tick({raised.wall + clock * 1000000LL, raised.steady + 120000000},
+                           alarm.records);
+        QCOMPARE(alarm.records.size(), std::size_t(2));
+        QVERIFY(QString::fromStdString(alarm.records[1].text).endsWith(waited));
+    }
+
     void firstUp()
     {
         const auto group = std::make_shared<FirstUpGroup>();

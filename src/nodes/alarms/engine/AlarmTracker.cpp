@@ -14,6 +14,7 @@ namespace {
 
 constexpr Timestamp never = std::numeric_limits<Timestamp>::max();
 constexpr Timestamp second = 1000000;
+constexpr Timestamp minute = 60 * second;
 constexpr Timestamp longestShelf = 86400 * second;
 
 /// "45 с", "10 мин", "8 ч" or "8 ч 30 мин".
@@ -167,7 +168,9 @@ void AlarmTracker::remind(const AlarmMoment &now, Records &records)
     m_memory.changed = now.wall;
     BasicEvent record = recordOf(TypeAlarmState, {});
     record.level = AlarmLevel(m_settings.priority);
-    record.text += ": повторно, не квитирована " + durationText(now.wall - m_memory.raised);
+    // The clock may have been set back meanwhile: it has waited for that long in any case.
+    const Timestamp waited = std::max(now.wall - m_memory.raised, m_settings.realarm);
+    record.text += ": повторно, не квитирована " + durationText(waited - waited % minute);
     records.push_back(std::move(record));
 }
 
