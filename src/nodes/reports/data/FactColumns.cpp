@@ -10,7 +10,8 @@ namespace Nodes {
 
 namespace {
 
-constexpr int hourDecimals = 1;
+constexpr int hourDecimals = 2; // 36 s
+constexpr int coverageDecimals = 1;
 constexpr double complete = 0.999; // a sample a moment late is no hole
 constexpr double percent = 100;
 
@@ -75,7 +76,7 @@ void FactColumns::AddAll(ReportTable &table, int decimals, const std::vector<Sig
     addAggregate(table, "last", AggregateLast, decimals, facts);
     addAggregate(table, "hours", AggregateHours, hourDecimals, facts);
     addAggregate(table, "starts", AggregateStarts, 0, facts);
-    ReportColumn &coverage = table.AddNumbers("coverage", hourDecimals);
+    ReportColumn &coverage = table.AddNumbers("coverage", coverageDecimals);
     for (const SignalFacts &row : facts)
         coverage.numbers.push_back(percent * row.GetCoverage());
     ReportColumn &quality = table.AddTexts("quality");
