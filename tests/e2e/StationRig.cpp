@@ -1,5 +1,6 @@
 #include "e2e/StationRig.h"
 
+#include <QColor>
 #include <QDeadlineTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -15,6 +16,9 @@ namespace {
 
 const QString alarmTitle = QStringLiteral("Тревоги");
 const QString projectDirectory = QStringLiteral(STATION_SOURCE_DIR "/projects/boiler");
+
+const QColor buttonFace(0xf4, 0xf6, 0xf7);
+constexpr int touchSize = 40;
 
 QByteArray contentOf(const QString &path)
 {
@@ -289,6 +293,38 @@ QImage StationRig::grab(const QRect &part, const QString &name) const
     const QString file = QDir(kept.isEmpty() ? m_directory.path() : kept).filePath(name + ".png");
     return onDisplay("import", {"-silent", "-window", "root", file}) ? QImage(file).copy(part)
                                                                      : QImage();
+}
+
+// The first row of pixels that crosses them all: text stands lower.
+QVector<QPoint> StationRig::buttonsIn(const QRect &part, int count) const
+{
+    constexpr int least = 32; // pixels wide
+    const QImage image = grab(part, "buttons");
+    for (int y = 0; y < image.height(); ++y) {
+        QVector<QPoint> found;
+        int begin = -1;
+        for (int x = 0; x <= image.width(); ++x) {
+            const bool isFace = x < image.width() && image.pixelColor(x, y) == buttonFace;
+            if (isFace && begin < 0)
+                begin = x;
+            if (isFace || begin < 0)
+                continue;
+            if (x - begin >= least)
+                found.append(part.topLeft() + QPoint((begin + x) / 2, y + touchSize / 2 - 4));
+            begin = -1;
+        }
+        if (found.size() == count)
+            return found;
+    }
+    return {};
+}
+
+QString StationRig::printed(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    const bool isDone = process.waitForFinished(30000) && process.exitCode() == 0;
+    return isDone ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
 }
 
 } // namespace EndToEnd

@@ -91,6 +91,11 @@ public:
     void drag(const QPoint &from, const QPoint &to) const;
     /// Part of the screen; kept as a file when `STATION_E2E_PICTURES` names a directory.
     QImage grab(const QRect &part, const QString &name) const;
+    /// Centres of the buttons that stand in a row within that part of the screen, from the left;
+    /// none while they are not as many. Disabled and checked ones are none.
+    QVector<QPoint> buttonsIn(const QRect &part, int count) const;
+    /// What a program of the station prints, to its end; "" when it fails.
+    static QString printed(const QString &program, const QStringList &arguments);
 
 private:
     /// Names the first missing tool; "" when all are there.

@@ -15,8 +15,11 @@ const QString footer = QStringLiteral("Навигация");
 const QString schematic = QStringLiteral("Мнемосхема");
 const QString overview = QStringLiteral("Котельная");
 const QString alarms = QStringLiteral("Тревоги");
+const QString question = QStringLiteral("Квитирование тревоги");
+const QString events = QStringLiteral("События");
 const QString login = QStringLiteral("Авторизация");
 const QString banner = QStringLiteral("Строка тревог");
+const QString comment = QStringLiteral("fitter called, pump 2 runs");
 const QString pump = QStringLiteral("Состояние Net.Pump1.Fault");
 
 const QColor pumpPriority(255, 224, 120); // the third
@@ -86,6 +89,29 @@ private slots:
         clickBannersButton(); // nobody is logged in
         logIn();
         QVERIFY(alarmsThatAre("unacknowledged") >= before);
+    }
+    void acknowledgesWithAComment()
+    {
+        if (!m_rig.hasTitle(alarms))
+            m_rig.click(bannerPlace().topRight() + QPoint(-150, 24));
+        QTRY_VERIFY_WITH_TIMEOUT(m_rig.hasTitle(alarms), patience);
+        const int height = m_rig.placeOf(alarms).height();
+        const QRect headline = m_rig.placeOf(alarms).adjusted(8, 32, -8, -height + 80);
+        QVector<QPoint> folds; // "Подробно", the hidden ones, the filter
+        QTRY_COMPARE_WITH_TIMEOUT((folds = m_rig.buttonsIn(headline, 3)).size(), 3, patience);
+        m_rig.click(folds[0]);
+        QTRY_VERIFY_WITH_TIMEOUT(m_rig.placeOf(alarms).height() > height + 100, patience);
+        QVERIFY(happens([this] { return isAskedForComment(); }));
+        QVERIFY(happens([this] { return isReadyForComment(); }));
+        m_rig.grab({}, "comment");
+        m_rig.type(comment, "Tab");
+        m_rig.type("", "Return");
+        QTRY_VERIFY_WITH_TIMEOUT(!m_rig.hasTitle(question), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(entryWith(comment).contains("Квитирование события"), patience);
+        QVERIFY2(entryWith(comment).contains("\"operator\""), qPrintable(entryWith(comment)));
+    }
+    void acknowledgesTheRestByTheBanner()
+    {
         QTRY_VERIFY_WITH_TIMEOUT(acknowledgedAll(), patience);
         m_rig.grab({}, "acknowledged");
     }
@@ -94,6 +120,14 @@ private slots:
         m_rig.click(bannerPlace().topRight() + QPoint(-150, 24));
         QTRY_VERIFY_WITH_TIMEOUT(m_rig.hasTitle(alarms), patience);
         QVERIFY(m_rig.closeAlarms());
+    }
+    void listsTheEvents()
+    {
+        m_rig.click(m_rig.project().centreOf(footer, "Страница: События"));
+        QTRY_VERIFY_WITH_TIMEOUT(isOnPage("События"), patience);
+        // The list may still be read when its rows are saved first.
+        QVERIFY(happens([this] { return savedEvents().contains(comment); }));
+        m_rig.grab({}, "events");
     }
     void theJournalTellsWhoAcknowledged()
     {
@@ -144,6 +178,50 @@ private:
         QTRY_COMPARE_WITH_TIMEOUT(m_rig.window(header).textOf("Пользователь"),
                                   QStringLiteral("Оператор смены"), patience);
     }
+    /// Chooses the first alarm and presses the first button of its details, unless that is done.
+    bool isAskedForComment() const
+    {
+        if (m_rig.hasTitle(question))
+            return true;
+        const QRect place = m_rig.placeOf(alarms);
+        m_rig.click(place.topLeft() + QPoint(300, 148));
+        m_rig.click(place.bottomLeft() + QPoint(60, -84));
+        return QTest::qWaitFor([this] { return m_rig.hasTitle(question); });
+    }
+    /// Presses into the note, unless it has the keyboard.
+    bool isReadyForComment() const
+    {
+        const auto isActive = [this] { return m_rig.activeTitle() == question; };
+        if (isActive())
+            return true;
+        m_rig.click(m_rig.placeOf(question).center());
+        return QTest::qWaitFor(isActive);
+    }
+    /// What the list of events shows, saved by its button; "" when that did not come about.
+    QString savedEvents()
+    {
+        const QString file = m_directory.filePath(QString("%1.csv").arg(++m_saved));
+        const QRect list = m_rig.project()
+                               .placeIn(events, "Журнал событий")
+                               .translated(m_rig.window(schematic).place.topLeft());
+        m_rig.click(list.topRight() + QPoint(-60, 75));
+        const auto isActive = [this](const QString &title) {
+            return QTest::qWaitFor([&] { return m_rig.activeTitle() == title; }, patience);
+        };
+        if (!isActive("Сохранить события"))
+            return {};
+        m_rig.type("", "ctrl+a");
+        m_rig.type(file, "Return");
+        if (!isActive("Сохранение"))
+            return {};
+        m_rig.type("", "Return");
+        QFile saved(file);
+        return saved.open(QIODevice::ReadOnly) ? QString::fromUtf8(saved.readAll()) : QString();
+    }
+    QString entryWith(const QString &text) const
+    {
+        return journal().split('\n').filter(text).value(0);
+    }
     /// One more by the banner, as long as any waits.
     bool acknowledgedAll() const
     {
@@ -153,15 +231,14 @@ private:
     }
     QString journal() const
     {
-        QProcess records;
-        records.start(STATION_BINARY_DIR "/bin/records",
-                      {"journal", "export", m_rig.dataDirectory() + "/journal.sqlite"});
-        return records.waitForFinished() && records.exitCode() == 0
-                   ? QString::fromUtf8(records.readAllStandardOutput())
-                   : QString();
+        return StationRig::printed(
+            STATION_BINARY_DIR "/bin/records",
+            {"journal", "export", m_rig.dataDirectory() + "/journal.sqlite"});
     }
 
     StationRig m_rig;
+    QTemporaryDir m_directory;
+    int m_saved = 0;
 };
 
 QTEST_GUILESS_MAIN(StationAlarmsTest)
