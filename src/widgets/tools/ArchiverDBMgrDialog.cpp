@@ -92,7 +92,7 @@ QWidget *ArchiverDBMgrDialog::buildTables()
     }
     tables->setStretchFactor(0, 1);
     tables->setStretchFactor(1, 2);
-    tables->setSizes({1, 2});
+    tables->setSizes({390, 700});
     m_files->setDialog(this);
     connect(m_archivers, &UniversalTableView::showArchivatorFiles, this,
             &ArchiverDBMgrDialog::showFiles);
