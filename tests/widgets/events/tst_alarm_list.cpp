@@ -259,6 +259,7 @@ private slots:
             batch.push_back(plant.event(alarm, 3, AlarmState::ActiveUnacked));
         plant.window().ReceiveAlarms(batch);
         QTRY_VERIFY(plant.window().isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(&plant.window())); // nothing is painted before
         TableAlarms &table = plant.dialog().table();
         table.viewport()->repaint();
         plant.window().ReceiveAlarms({plant.event(300, 1, AlarmState::ActiveUnacked)});
@@ -462,6 +463,14 @@ private slots:
         QCOMPARE(*tuned.limit, 95.5);
         QCOMPARE(*tuned.onDelay, 1500);
         QCOMPARE(*tuned.deadband, 2.0);
+        limit->setText("nan");
+        dialog->findChild<QPushButton *>("apply")->click();
+        QVERIFY(message->text().contains("не число"));
+        limit->setText("95.5");
+        dialog->findChild<QLineEdit *>("number2")->setText("1e12");
+        dialog->findChild<QPushButton *>("apply")->click();
+        QVERIFY2(message->text().contains("возникновения 2"), qPrintable(message->text()));
+        dialog->findChild<QLineEdit *>("number2")->setText("1.5");
         limit->setText("-1e300");
         dialog->findChild<QLineEdit *>("number3")->setText("-5");
         dialog->findChild<QPushButton *>("apply")->click();

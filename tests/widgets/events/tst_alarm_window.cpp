@@ -86,6 +86,7 @@ struct Plant
     {
         TableAlarms &table = window().dialog().table();
         QTRY_VERIFY(window().isVisible());
+        QVERIFY(QTest::qWaitForWindowExposed(&window())); // nothing is painted before
         table.viewport()->repaint();
         QCOMPARE(table.seenRevision(), model().revision());
     }

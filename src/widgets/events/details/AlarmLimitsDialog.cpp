@@ -18,6 +18,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <cmath>
+
 namespace Widgets {
 
 namespace {
@@ -49,6 +51,12 @@ std::optional<double> numberOf(const Tuning &tuning, int number)
     }
 }
 
+/// What no delay can be stays out of range.
+int milliseconds(double seconds)
+{
+    return qRound(qBound(-2e9, seconds * msInSecond, 2e9));
+}
+
 void setNumber(Tuning &tuning, int number, double value)
 {
     switch (number) {
@@ -59,10 +67,10 @@ void setNumber(Tuning &tuning, int number, double value)
         tuning.deadband = value;
         break;
     case 2:
-        tuning.onDelay = qRound(value * msInSecond);
+        tuning.onDelay = milliseconds(value);
         break;
     default:
-        tuning.offDelay = qRound(value * msInSecond);
+        tuning.offDelay = milliseconds(value);
         break;
     }
 }
@@ -236,7 +244,7 @@ bool AlarmLimitsDialog::read(Tuning &tuning)
             continue;
         bool isNumber = false;
         const double value = QString(written).replace(',', '.').toDouble(&isNumber);
-        if (!isNumber) {
+        if (!isNumber || !std::isfinite(value)) {
             m_message->setText(QStringLiteral("«%1»: «%2» — не число")
                                    .arg(QString::fromUtf8(names[std::size_t(number)]), written));
             return false;
