@@ -306,7 +306,7 @@ private slots:
             report({page({fixed("PageHeader", 2000, "H"), data(), fixed("PageFooter", 760, "F")})}),
             numbered(3));
         QVERIFY(!made.isWhole);
-        QVERIFY(made.failure.contains("no room"));
+        QVERIFY(made.failure.contains("не оставляют места"));
     }
 };
 

@@ -19,7 +19,7 @@ constexpr int mostRows = 2; // further ones are scrolled to: the list keeps its 
 
 } // namespace
 
-AlarmAreasBar::AlarmAreasBar(QWidget *parent) : QScrollArea(parent), m_content(new QWidget)
+AlarmAreasBar::AlarmAreasBar(QWidget *parent) : QScrollArea(parent)
 {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

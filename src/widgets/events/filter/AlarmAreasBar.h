@@ -39,7 +39,7 @@ private:
     static void show(QPushButton &button, const AlarmArea &area);
     int wantedHeight() const;
 
-    QWidget *m_content;
+    QWidget *m_content = nullptr;
     WrapLayout *m_row = nullptr;
     std::vector<std::string> m_names;
     std::vector<QPushButton *> m_buttons;
