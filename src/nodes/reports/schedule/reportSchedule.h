@@ -22,7 +22,7 @@ public:
         static constexpr PropertyId<int> Delay{13142, "delay"};
         static constexpr PropertyId<std::string> Folder{13143, "folder"};
         static constexpr PropertyId<std::string> FileName{13144, "fileName"};
-        static constexpr PropertyId<int> Format{13145, "format"};
+        static constexpr PropertyId<int> Format{13145, "fileFormat"};
         static constexpr PropertyId<int> KeepCount{13146, "keepCount"};
         static constexpr PropertyId<int> KeepDays{13147, "keepDays"};
         static constexpr PropertyId<int> CatchUp{13148, "catchUp"};
