@@ -199,7 +199,7 @@ void ScheduledReportsTest::tables()
     const QTemporaryDir directory;
     ScheduledStation station(directory);
     station.add("reportEvents", station.report, "events");
-    station.set(station.schedule, {{"format", "xlsx"}, {"fileName", "data"}});
+    station.set(station.schedule, {{"fileFormat", "xlsx"}, {"fileName", "data"}});
     ScheduledReports reports(station.core);
     QCOMPARE(station.run(reports), 0);
     m_clock.Advance(12 * hour);
