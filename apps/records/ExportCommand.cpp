@@ -33,18 +33,7 @@ bool ExportCommand::run()
         return false;
     SampleTableWriter writer(output);
     result = m_options.points > 0 ? writeBuckets(output, writer) : writeSamples(output, writer);
-    if (Host::StopRequest::isMade())
-        result = Result(Result::Cancelled, "stopped");
-    // A file that is not complete does not take the place of one that is.
-    const bool isFile = !m_options.output.empty() && m_options.output != "-";
-    if (result || !isFile) {
-        const Result written = output.finish();
-        result = result ? written : result;
-    }
-    if (!result)
-        Message::tell(result.GetDetail() + "; " + std::to_string(m_rows) + " rows were " +
-                      (isFile ? "made, the file was not written" : "written"));
-    return bool(result);
+    return output.conclude(result, m_rows);
 }
 
 Result ExportCommand::chooseSignals()

@@ -1,5 +1,8 @@
 #include "apps/records/OutputFile.h"
 
+#include "apps/common/process/StopRequest.h"
+#include "apps/records/Message.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -100,6 +103,21 @@ Result OutputFile::finish()
         ::close(m_descriptor);
     m_descriptor = -1;
     return m_result && !m_aside.empty() ? putInPlace() : m_result;
+}
+
+bool OutputFile::conclude(Result made, std::uint64_t rows)
+{
+    if (Host::StopRequest::isMade())
+        made = Result(Result::Cancelled, "stopped");
+    const bool isFile = !m_path.empty();
+    if (made || !isFile) {
+        const Result written = finish();
+        made = made ? written : made;
+    }
+    if (!made)
+        Message::tell(made.GetDetail() + "; " + std::to_string(rows) + " rows were " +
+                      (isFile ? "made, the file was not written" : "written"));
+    return bool(made);
 }
 
 Result OutputFile::putInPlace()

@@ -3,6 +3,7 @@
 #include "nodes/values/Result.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,10 @@ public:
     /// Writes what is left and, of a file, waits for the disk. Cancelled: whoever read the output
     /// went away; StorageError: it could not be written. Once.
     [[nodiscard]] Nodes::Result finish();
+
+    /// Finishes a table of so many rows that was made with that result, and tells what failed; a
+    /// file that is not complete does not take the place of one that is. True when all was written.
+    [[nodiscard]] bool conclude(Nodes::Result made, std::uint64_t rows);
 
     std::size_t bytesWritten() const { return m_bytesWritten; }
 

@@ -21,6 +21,7 @@ QString SaveFileQuestion::ask(QWidget *parent) const
 {
     QFileDialog dialog(parent, caption, lastDirectory(), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(ending); // so that it asks before a file of the whole name goes
     QString name = proposed;
     for (const QChar forbidden : QStringLiteral("/\\:*?\"<>|"))
         name.replace(forbidden, '_');
@@ -35,10 +36,8 @@ QString SaveFileQuestion::ask(QWidget *parent) const
         dialog.setLabelText(label, QString::fromUtf8(text));
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    QString file = dialog.selectedFiles().value(0);
+    const QString file = dialog.selectedFiles().value(0);
     lastDirectory() = QFileInfo(file).absolutePath();
-    if (QFileInfo(file).suffix().isEmpty())
-        file += '.' + ending;
     return file;
 }
 

@@ -1,10 +1,10 @@
 // What the operator asks of a report display.
 #include "widgets/charts/menus/TouchMenu.h"
 #include "widgets/dialogs/Dialogs.h"
+#include "widgets/dialogs/SaveFileQuestion.h"
 #include "widgets/reports/data/ReportModelTable.h"
 #include "widgets/reports/data/ReportSetup.h"
 #include "widgets/reports/display/ReportChoiceStore.h"
-#include "widgets/reports/display/ReportFileDialog.h"
 #include "widgets/reports/display/ReportIntervalDialog.h"
 #include "widgets/reports/display/ReportNote.h"
 #include "widgets/reports/display/ReportToolBar.h"
@@ -72,8 +72,10 @@ void qwidgetReportDisplay::saveTable(bool isXlsx)
     const QString name =
         QStringLiteral("%1 %2.%3").arg(m_toolBar->reports->currentText(), interval, ending);
     const QPointer<qwidgetReportDisplay> self = this;
-    const QString file = ReportFileDialog::ask(
-        this, isXlsx ? m_toolBar->xlsx->text() : m_toolBar->csv->text(), name, ending);
+    const SaveFileQuestion question{isXlsx ? m_toolBar->xlsx->text() : m_toolBar->csv->text(), name,
+                                    ending,
+                                    QStringLiteral("%1 (*.%2)").arg(ending.toUpper(), ending)};
+    const QString file = question.ask(TouchMenu::windowOf(this));
     if (file.isEmpty() || !self)
         return;
     m_toolBar->setProgress(tr("Сохраняется…"));

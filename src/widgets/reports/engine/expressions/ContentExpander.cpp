@@ -7,6 +7,8 @@
 #include "widgets/reports/engine/expressions/ScriptRunner.h"
 #include "widgets/reports/engine/expressions/ValueText.h"
 
+#include "nodes/archive/QualityOrder.h"
+
 #include <mutex>
 
 namespace LimeReport {
@@ -14,27 +16,6 @@ namespace LimeReport {
 namespace {
 
 constexpr int shownCode = 80; // characters in an error
-
-// How little a value is to be trusted.
-int doubt(Nodes::Quality quality)
-{
-    switch (quality) {
-    case Nodes::Quality::Good:
-        return 0;
-    case Nodes::Quality::Uncertain:
-        return 1;
-    case Nodes::Quality::Stale:
-        return 2;
-    case Nodes::Quality::Bad:
-        break;
-    }
-    return 3;
-}
-
-Nodes::Quality worse(Nodes::Quality one, Nodes::Quality other)
-{
-    return doubt(one) < doubt(other) ? other : one;
-}
 
 // A text that a missing value got into shows so, not the script language's word for it.
 QVariant withoutWords(const QVariant &value)
@@ -164,7 +145,7 @@ ContentExpander::Expanded ContentExpander::expand(const QString &content, Report
         }
         const ScopeValue value = m_part->evaluate(piece, scope);
         expanded.needsSecondPass = expanded.needsSecondPass || value.needsSecondPass;
-        expanded.quality = worse(expanded.quality, value.quality);
+        expanded.quality = Nodes::WorseOf(expanded.quality, value.quality);
         QString error = value.error;
         QString text = piece.whole + QStringLiteral(" (!)");
         if (error.isEmpty())
