@@ -82,11 +82,7 @@ void BasicAlarm::describeGuidance(KindBuilder &builder)
         .Hint("multiline")
         .Property<&BasicAlarm::m_responseTime>(Prop::ResponseTime, "Time to respond, min",
                                                "Время на действия, мин")
-        .Range(0, 1440)
-        .Property<&BasicAlarm::m_eventBackground>(
-            Prop::EventBackground, "Background in event lists", "Фон в списке событий")
-        .Property<&BasicAlarm::m_eventColor>(Prop::EventColor, "Text in event lists",
-                                             "Цвет текста в списке событий");
+        .Range(0, 1440);
 }
 
 BasicSignal *BasicAlarm::GetSignal() const

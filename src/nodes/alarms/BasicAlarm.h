@@ -1,7 +1,6 @@
 #pragma once
 
 #include "nodes/alarms/suppression/SuppressionScripts.h"
-#include "nodes/events/EventColors.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/links/ResourceLink.h"
 #include "nodes/model/properties/PropertyId.h"
@@ -17,7 +16,7 @@ struct AlarmInputs;
 
 /// Settings of one alarm on one signal. What it watches for is the kind's: see MakeCondition. The
 /// alarm's state lives in systemAlarming.
-class NODES_EXPORT BasicAlarm : public ConfigNode, public HasEventColors
+class NODES_EXPORT BasicAlarm : public ConfigNode
 {
 public:
     struct Prop
@@ -42,8 +41,6 @@ public:
         static constexpr PropertyId<std::string> SuppressText{8018, "suppressText"};
         static constexpr PropertyId<std::string> SuppressScript{8019, "suppressScript"};
         static constexpr PropertyId<NodeLinks> SuppressInputs{8020, "suppressInputs"};
-        static constexpr PropertyId<NColor> EventBackground{12430, "eventBackground"};
-        static constexpr PropertyId<NColor> EventColor{12431, "eventColor"};
     };
 
     /// The signal linked, else the parent when that is a signal; null without either.
@@ -88,8 +85,6 @@ public:
     /// Minutes in which the response must be made; 0: not told.
     int GetResponseTime() const { return m_responseTime; }
 
-    EventColors GetEventColors() const override { return {m_eventBackground, m_eventColor}; }
-
     /// All that watching it takes, copied; it must have a signal.
     AlarmInputs MakeInputs(SuppressionScripts &scripts) const;
     /// The signal that the condition compares with; null for most kinds.
@@ -118,8 +113,6 @@ private:
     std::string m_text;
     bool m_isAckRequired = true;
     ResourceLink m_sound;
-    NColor m_eventBackground{255, 255, 255};
-    NColor m_eventColor;
     std::string m_area;
     std::string m_cause;
     std::string m_consequence;

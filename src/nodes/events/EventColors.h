@@ -1,6 +1,5 @@
 #pragma once
 
-#include "nodes/NodesExport.h"
 #include "nodes/values/NColor.h"
 
 namespace Nodes {
@@ -10,15 +9,6 @@ struct EventColors
 {
     NColor background{255, 255, 255};
     NColor text{0, 0, 0};
-};
-
-/// A kind of node whose events can be given colours.
-class NODES_EXPORT HasEventColors
-{
-public:
-    virtual ~HasEventColors();
-
-    virtual EventColors GetEventColors() const = 0;
 };
 
 } // namespace Nodes

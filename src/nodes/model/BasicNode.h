@@ -19,6 +19,7 @@ namespace Nodes {
 class BasicProperty;
 class BasicStation;
 class ConfigNode;
+class EventColorProperties;
 class NodesCollection;
 class systemCore;
 struct KindInfo;
@@ -117,8 +118,9 @@ private:
     friend class ConfigNode;
     friend class NodesArray;
     friend class systemCore;
+    friend class EventColorProperties;
 
-    struct Rare; // what few nodes have: property objects, foreign attributes, place of a copy
+    struct Rare; // what few nodes have: property objects, foreign attributes, colours
 
     Rare &rare() const;
     ConfigNode *originalsParent() const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/events/EventColors.h"
 #include "nodes/model/BasicNode.h"
 #include "nodes/model/properties/BasicProperty.h"
 
@@ -11,6 +12,7 @@ struct BasicNode::Rare
     std::vector<std::unique_ptr<BasicProperty>> properties;
     Attributes foreign;
     NodeLink originalsParent; ///< of a detached copy
+    std::unique_ptr<EventColors> eventColors;
 };
 
 } // namespace Nodes

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/events/EventColorProperties.h"
 #include "nodes/model/BasicNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/properties/PropertyId.h"
@@ -177,7 +178,12 @@ public:
         return *this;
     }
 
-    operator KindInfo() { return std::move(m_kind); }
+    /// The row, with what the table gives to all kinds of its family.
+    operator KindInfo()
+    {
+        EventColorProperties::Describe(m_kind);
+        return std::move(m_kind);
+    }
 
 private:
     PropertyDescriptor &last() { return m_kind.properties.back(); }

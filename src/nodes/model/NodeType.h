@@ -50,6 +50,7 @@ public:
         SubtypeAlarmColumn = 0x9012,
         SubtypeOperationTimer = 0xA00A,
         SubtypeReport = 0xD001,
+        SubtypeReportSchedule = 0xD007,
         SubtypeWindow = 0x12001,
         SubtypeWindowComposed = 0x12003,
         SubtypeWindowTemplate = 0x12004,

@@ -1,6 +1,6 @@
 #include "widgets/eventlist/EventRowColors.h"
 
-#include "nodes/events/EventColors.h"
+#include "nodes/events/EventColorProperties.h"
 #include "nodes/model/BasicNode.h"
 #include "utils/convert/ValueConversions.h"
 
@@ -10,10 +10,9 @@ namespace Widgets {
 
 EventRowColors EventRowColors::of(const Nodes::BasicNode *source)
 {
-    const auto *colored = dynamic_cast<const Nodes::HasEventColors *>(source);
-    if (!colored)
+    if (!source)
         return {};
-    const Nodes::EventColors colors = colored->GetEventColors();
+    const Nodes::EventColors &colors = Nodes::EventColorProperties::Of(*source);
     return of(Utils::NColorToQColor(colors.background), Utils::NColorToQColor(colors.text));
 }
 

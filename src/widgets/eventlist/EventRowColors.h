@@ -16,8 +16,8 @@ struct WIDGETS_EXPORT EventRowColors
     QColor background = Qt::white;
     QColor text = Qt::black;
 
-    /// As configured on the source of an event; black on white for null and for a node that has no
-    /// colours. Where both are the same, the text gets one that can be read. GUI thread.
+    /// As configured on the source of an event; black on white for null and for a node without
+    /// colours of its own. Where both are the same, the text gets one that can be read. GUI thread.
     static EventRowColors of(const Nodes::BasicNode *source);
     /// Those two, the text made readable where they are equal.
     static EventRowColors of(const QColor &background, const QColor &text);

@@ -1,4 +1,5 @@
 // Rows of an event list against a naive model: order, filter, appends, and what views are told.
+#include "nodes/ProjectFixture.h"
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
@@ -7,6 +8,7 @@
 #include "widgets/eventlist/WidgetEventModel.h"
 #include "widgets/eventlist/WidgetEventSortModel.h"
 
+#include "nodes/events/EventColorProperties.h"
 #include "nodes/visual/events/widgetEventList.h"
 
 #include <QAbstractItemModelTester>
@@ -146,6 +148,8 @@ private slots:
     void textsStandInOrder();
     void rowsHaveReadableColors_data();
     void rowsHaveReadableColors();
+    void sourcesHaveColors_data();
+    void sourcesHaveColors();
 };
 
 void TestEventModel::equalsANaiveModel_data()
@@ -310,6 +314,35 @@ void TestEventModel::rowsHaveReadableColors()
     QCOMPARE(EventRowColors::readableOn(background).rgba(), text.rgba());
     QCOMPARE(EventRowColors::of(background, background).text.rgba(), text.rgba());
     QCOMPARE(EventRowColors::of(background, Qt::darkCyan).text, QColor(Qt::darkCyan));
+}
+
+void TestEventModel::sourcesHaveColors_data()
+{
+    QTest::addColumn<bool>("isSource");
+    for (const char *kind :
+         {"memorySignal", "modbusDriver", "modbusGroup", "folder", "user", "alarming", "alarmLimit",
+          "report", "reportSchedule", "actionWriteValue", "operationTimer", "station"})
+        QTest::newRow(kind) << true;
+    QTest::newRow("label") << false;
+    QTest::newRow("templateParameter") << false;
+}
+
+void TestEventModel::sourcesHaveColors()
+{
+    QFETCH(bool, isSource);
+    ProjectFixture f;
+    auto node = f.project.CreateDetached(f.kind(QTest::currentDataTag()));
+    QCOMPARE(EventRowColors::of(node.get()).background, QColor(Qt::white));
+    QCOMPARE(bool(node->SetPropertyText("eventBackground", "#102030")), isSource);
+    if (!isSource)
+        return;
+    const auto copy = Nodes::NodesArray::CreateNodeCopy(node->GetNodeType(), node.get());
+    QVERIFY(node->SetProperty(Nodes::EventColorProperties::Prop::Text, Nodes::NColor(255, 0, 1)));
+    const EventRowColors colors = EventRowColors::of(node.get());
+    QCOMPARE(colors.background, QColor(0x10, 0x20, 0x30));
+    QCOMPARE(colors.text, QColor(255, 0, 1));
+    QCOMPARE(EventRowColors::of(copy.get()).background, QColor(0x10, 0x20, 0x30));
+    QCOMPARE(EventRowColors::of(copy.get()).text, QColor(Qt::black));
 }
 
 QTEST_MAIN(TestEventModel)

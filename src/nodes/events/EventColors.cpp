@@ -1,7 +1,0 @@
-#include "nodes/events/EventColors.h"
-
-namespace Nodes {
-
-HasEventColors::~HasEventColors() = default;
-
-} // namespace Nodes
