@@ -12,6 +12,7 @@ namespace {
 
 QPointer<QUndoStack> applicationStack;
 QPointer<QUndoGroup> applicationGroup;
+std::function<bool()> applicationGate;
 
 } // namespace
 
@@ -19,15 +20,28 @@ IUndo::IUndo(QObject *owner) : m_owner(owner) {}
 
 IUndo::~IUndo() = default;
 
-void IUndo::pushToUndoStack(QUndoCommand *command)
+bool IUndo::pushToUndoStack(QUndoCommand *command)
+{
+    return execute(command);
+}
+
+bool IUndo::execute(QUndoCommand *command)
 {
     std::unique_ptr<QUndoCommand> held(command);
     if (!held)
-        return;
+        return true;
+    if (applicationGate && !applicationGate())
+        return false;
     if (QUndoStack *stack = undoStack())
         stack->push(held.release());
     else
         held->redo();
+    return true;
+}
+
+void IUndo::setGate(std::function<bool()> gate)
+{
+    applicationGate = std::move(gate);
 }
 
 QUndoStack *IUndo::undoStack()

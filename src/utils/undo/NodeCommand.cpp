@@ -16,9 +16,14 @@ Q_LOGGING_CATEGORY(undoLog, "station.undo")
 // Commands that may be merged look at each other's class and interaction themselves.
 constexpr int mergedCommands = 0x4E43;
 
+NodeCommand::RefusalListener refusalListener;
+
 } // namespace
 
-NodeCommand::NodeCommand(QUndoCommand *parent) : QUndoCommand(parent) {}
+NodeCommand::NodeCommand(QUndoCommand *parent) : QUndoCommand(parent), m_isChild(parent != nullptr)
+{
+}
+
 NodeCommand::~NodeCommand() = default;
 
 const NodeCommand *NodeCommand::nodeChild(int index) const
@@ -67,6 +72,11 @@ bool NodeCommand::conclude(const char *operation, bool isChilds)
     return false;
 }
 
+void NodeCommand::setRefusalListener(RefusalListener listener)
+{
+    refusalListener = std::move(listener);
+}
+
 void NodeCommand::redo()
 {
     if (m_isApplied)
@@ -84,6 +94,8 @@ void NodeCommand::redo()
         (void)revert();
     }
     m_isApplied = conclude("done", failed != nullptr);
+    if (!m_result && refusalListener && !m_isChild)
+        refusalListener(text(), m_result);
     if (m_isApplied && isIdle())
         setObsolete(true);
 }
@@ -99,6 +111,8 @@ void NodeCommand::undo()
     if (!m_result)
         QUndoCommand::redo();
     m_isApplied = !conclude("undone", failed != nullptr);
+    if (!m_result && refusalListener && !m_isChild)
+        refusalListener(text(), m_result);
     if (!m_isApplied && m_interaction.isCancelled())
         setObsolete(true);
 }

@@ -7,6 +7,8 @@
 
 #include <QUndoCommand>
 
+#include <functional>
+
 class QUndoStack;
 
 namespace Utils {
@@ -33,6 +35,11 @@ public:
     /// Takes back what the interaction has done, as Escape does, and leaves no entry of it on the
     /// stack. Only what is last on the stack can be taken back; null does nothing.
     static void cancel(const Interaction &interaction, QUndoStack *stack);
+
+    /// Hears of each command that was refused, by its text, beside the log: to tell the user. One a
+    /// process; empty: nobody.
+    using RefusalListener = std::function<void(const QString &text, const Nodes::Result &why)>;
+    static void setRefusalListener(RefusalListener listener);
 
     /// Does nothing while the change is in place, as after an undo that failed.
     void redo() final;
@@ -62,6 +69,7 @@ private:
     void take(const NodeCommand &newer);
     bool conclude(const char *operation, bool isChilds);
 
+    bool m_isChild; ///< whose parent tells
     Nodes::Result m_result;
     Interaction m_interaction;
     bool m_isApplied = false;

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
 #include "widgets/context/ActionSink.h"
 
 namespace Widgets {
 
 /// Stands where nobody runs actions: what an operator asks for reaches the log, what he enters the
 /// node. GUI thread.
-class UnheardActions : public ActionSink
+class WIDGETS_EXPORT UnheardActions : public ActionSink
 {
 public:
     ActionTrigger triggerAt(const QWidget *where, const std::optional<QPoint> &point,

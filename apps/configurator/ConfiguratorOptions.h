@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace Configurator {
+
+/// The command line.
+struct ConfiguratorOptions
+{
+    std::string project;  ///< file or directory to open; "" for none
+    std::string platform; ///< Qt platform plug-in; "" lets Qt choose
+    std::string station;  ///< program of the station; "" for the one beside this program
+
+    /// Exit code when the program is done with that, as after --help; nothing to go on.
+    std::optional<int> parse(int argc, char **argv);
+};
+
+} // namespace Configurator

@@ -1,0 +1,38 @@
+#include "apps/common/desktop/DesktopSetup.h"
+#include "apps/common/desktop/SignalHandlers.h"
+#include "apps/common/process/StandardStreams.h"
+#include "apps/common/process/UnicodeLocale.h"
+#include "apps/configurator/ConfiguratorOptions.h"
+
+#include "editor/shell/MainWindow.h"
+#include "editor/shell/ProjectFiles.h"
+
+#include <QApplication>
+#include <QTimer>
+
+int main(int argc, char **argv)
+{
+    Host::StandardStreams::outliveReaders();
+    Host::UseUnicodeLocale();
+    Configurator::ConfiguratorOptions options;
+    if (const auto done = options.parse(argc, argv))
+        return *done;
+    Host::DesktopSetup::choosePlatform(options.platform, false);
+
+    QApplication application(argc, argv);
+    Host::DesktopSetup::prepare(QStringLiteral("configurator"),
+                                QStringLiteral(CONFIGURATOR_VERSION));
+    const QString station = options.station.empty()
+                                ? QApplication::applicationDirPath() + QStringLiteral("/station")
+                                : QString::fromStdString(options.station);
+    Editor::MainWindow window(station);
+    const Host::SignalHandlers signalHandlers;
+    QObject::connect(&signalHandlers, &Host::SignalHandlers::received, &application,
+                     &QCoreApplication::quit);
+    window.show();
+    if (!options.project.empty())
+        QTimer::singleShot(0, &window, [&window, &options] {
+            window.files().open(QString::fromStdString(options.project));
+        });
+    return QApplication::exec();
+}

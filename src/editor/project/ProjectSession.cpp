@@ -1,0 +1,215 @@
+#include "editor/project/ProjectSession.h"
+
+#include "editor/project/NewProject.h"
+#include "editor/project/ResourceCopy.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/serial/ProjectReader.h"
+#include "nodes/serial/ProjectWriter.h"
+#include "nodes/system/systemCore.h"
+#include "utils/undo/IUndo.h"
+#include "utils/undo/NodeCommand.h"
+#include "widgets/context/ProcessContext.h"
+#include "widgets/context/UnheardActions.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace Editor {
+
+namespace {
+
+const QString projectFile = QStringLiteral("project.xml");
+
+QString fileOf(const QString &fileOrDirectory)
+{
+    const QFileInfo info(fileOrDirectory);
+    return info.isDir() ? QDir(info.absoluteFilePath()).filePath(projectFile)
+                        : info.absoluteFilePath();
+}
+
+} // namespace
+
+ProjectSession::ProjectSession(QObject *parent)
+    : QObject(parent),
+      m_core(std::make_unique<Nodes::systemCore>()),
+      m_actions(std::make_unique<Widgets::UnheardActions>()),
+      m_context(std::make_unique<Widgets::ProcessContext>(m_core.get(), *m_actions, m_gestures))
+{
+    m_core->SetWorkMode(Nodes::WorkModeEditing);
+    Utils::IUndo::setUndoStack(&m_stack);
+    Utils::IUndo::setGate([this] { return admits(); });
+    Utils::NodeCommand::setRefusalListener([this](const QString &text, const Nodes::Result &why) {
+        emit refused(explain(text.isEmpty() ? tr("Изменение не выполнено") : text, why));
+    });
+    connect(&m_stack, &QUndoStack::cleanChanged, this, &ProjectSession::tellModified);
+}
+
+ProjectSession::~ProjectSession()
+{
+    disconnect(&m_stack, nullptr, this, nullptr);
+    m_stack.clear();
+    Utils::NodeCommand::setRefusalListener({});
+    Utils::IUndo::setGate({});
+    Utils::IUndo::setUndoStack(nullptr);
+}
+
+Nodes::NodesCollection *ProjectSession::project() const
+{
+    return m_isOpen ? m_core->GetNodesCollection() : nullptr;
+}
+
+Nodes::ConfigNode *ProjectSession::root() const
+{
+    const Nodes::NodesCollection *open = project();
+    return open ? open->GetRoot() : nullptr;
+}
+
+QString ProjectSession::directory() const
+{
+    return m_file.isEmpty() ? QString() : QFileInfo(m_file).absolutePath();
+}
+
+QString ProjectSession::name() const
+{
+    const Nodes::ConfigNode *top = root();
+    return top ? QString::fromStdString(top->GetName()) : QString();
+}
+
+const Nodes::LoadReport &ProjectSession::report() const
+{
+    return m_core->GetLoadReport();
+}
+
+bool ProjectSession::admits()
+{
+    if (!isReadOnly())
+        return true;
+    emit refused(tr("Проект открыт только для чтения: %1").arg(m_readOnlyReason));
+    return false;
+}
+
+void ProjectSession::setReadOnly(const QString &reason)
+{
+    if (m_readOnlyReason == reason)
+        return;
+    m_readOnlyReason = reason;
+    emit readOnlyChanged();
+}
+
+void ProjectSession::setRecovered()
+{
+    m_isRecovered = true;
+    tellModified();
+}
+
+void ProjectSession::tellModified()
+{
+    if (m_wasModified == isModified())
+        return;
+    m_wasModified = isModified();
+    emit modifiedChanged(m_wasModified);
+}
+
+Nodes::Result ProjectSession::open(const QString &fileOrDirectory)
+{
+    const QString file = fileOf(fileOrDirectory);
+    Nodes::ProjectReader reader;
+    std::unique_ptr<Nodes::NodesCollection> project;
+    const Nodes::Result read = reader.ReadFile(file.toStdString(), project);
+    if (read)
+        adopt(std::move(project), file, reader.GetReport());
+    return read;
+}
+
+void ProjectSession::adopt(std::unique_ptr<Nodes::NodesCollection> project, const QString &file,
+                           const Nodes::LoadReport &report)
+{
+    close();
+    m_core->SetLoadReport(report);
+    m_core->AdoptProject(std::move(project), file.toStdString());
+    // Whoever edits a project writes its rights: they do not bind him, and nothing is journalled.
+    Nodes::ModelServices services = m_core->GetNodesCollection()->GetServices();
+    services.access = nullptr;
+    services.journal = nullptr;
+    m_core->GetNodesCollection()->SetServices(services);
+    m_file = file;
+    m_isOpen = true;
+    emit opened();
+}
+
+Nodes::Result ProjectSession::create(const QString &directory, const QString &name)
+{
+    const QString file = QDir(QFileInfo(directory).absoluteFilePath()).filePath(projectFile);
+    if (QFileInfo::exists(file))
+        return {Nodes::Result::Duplicate, file.toStdString() + " exists already"};
+    if (!QDir().mkpath(directory))
+        return {Nodes::Result::StorageError, directory.toStdString() + " cannot be made"};
+    std::unique_ptr<Nodes::NodesCollection> project = MakeNewProject(name.toStdString());
+    const Nodes::Result written = Nodes::ProjectWriter::WriteFile(*project, file.toStdString());
+    if (!written)
+        return written;
+    return open(file);
+}
+
+Nodes::Result ProjectSession::write()
+{
+    const Nodes::Result written = Nodes::ProjectWriter::WriteFile(*project(), m_file.toStdString());
+    if (!written)
+        return written;
+    m_isRecovered = false;
+    m_stack.setClean();
+    tellModified();
+    emit saved();
+    return written;
+}
+
+Nodes::Result ProjectSession::save()
+{
+    if (!m_isOpen)
+        return {Nodes::Result::NotFound, "no project is open"};
+    if (isReadOnly())
+        return {Nodes::Result::ReadOnly, m_readOnlyReason.toStdString()};
+    Nodes::Result allowed;
+    emit aboutToSave(allowed);
+    return allowed ? write() : allowed;
+}
+
+Nodes::Result ProjectSession::saveAs(const QString &directory)
+{
+    if (!m_isOpen)
+        return {Nodes::Result::NotFound, "no project is open"};
+    const QDir target(QFileInfo(directory).absoluteFilePath());
+    const QString file = target.filePath(projectFile);
+    if (QFileInfo::exists(file))
+        return {Nodes::Result::Duplicate, file.toStdString() + " exists already"};
+    if (!QDir().mkpath(target.path()))
+        return {Nodes::Result::StorageError, target.path().toStdString() + " cannot be made"};
+    const Nodes::Result copied = CopyResources(this->directory(), target.path());
+    if (!copied)
+        return copied;
+    const Nodes::Result written = Nodes::ProjectWriter::WriteFile(*project(), file.toStdString());
+    return written ? open(file) : written; // resources are looked for beside the new file
+}
+
+void ProjectSession::close()
+{
+    if (!m_isOpen)
+        return;
+    emit aboutToClose();
+    m_stack.clear();
+    m_isOpen = false;
+    m_isRecovered = false;
+    m_file.clear();
+    setReadOnly({});
+    tellModified();
+    emit closed();
+}
+
+QString ProjectSession::explain(const QString &what, const Nodes::Result &why)
+{
+    return QStringLiteral("%1: %2").arg(what, QString::fromStdString(why.GetResultTranslated()));
+}
+
+} // namespace Editor

@@ -1,0 +1,36 @@
+#include "editor/project/ResourceCopy.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+
+namespace Editor {
+
+namespace {
+
+bool isLeftBehind(const QString &path)
+{
+    return path.startsWith(QLatin1String("project.xml")) || path.startsWith(QLatin1String("data/"));
+}
+
+} // namespace
+
+Nodes::Result CopyResources(const QString &from, const QString &to)
+{
+    const QDir source(from);
+    const QDir target(to);
+    // A target inside the source would be copied into itself.
+    const QString own = source.relativeFilePath(to) + QLatin1Char('/');
+    QDirIterator files(from, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString path = source.relativeFilePath(files.next());
+        if (isLeftBehind(path) || path.startsWith(own) || target.exists(path))
+            continue;
+        const QString copy = target.filePath(path);
+        if (!QDir().mkpath(QFileInfo(copy).path()) || !QFile::copy(files.filePath(), copy))
+            return {Nodes::Result::StorageError, path.toStdString() + " cannot be copied"};
+    }
+    return {};
+}
+
+} // namespace Editor

@@ -1,0 +1,18 @@
+#include "editor/resources/Resources.h"
+
+#include <QDir>
+
+// The macro must stand outside of namespaces.
+static void init()
+{
+    Q_INIT_RESOURCE(editor);
+}
+
+namespace Editor {
+
+void InitResources()
+{
+    init();
+}
+
+} // namespace Editor

@@ -1,0 +1,147 @@
+#include "editor/shell/DocumentTabs.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/tables/DocumentTable.h"
+#include "editor/workspace/DocumentView.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodeNotifications.h"
+#include "nodes/model/NodesCollection.h"
+
+#include <QTimerEvent>
+
+namespace Editor {
+
+DocumentTabs::DocumentTabs(Workspace &workspace, QWidget *parent)
+    : QTabWidget(parent), m_workspace(workspace)
+{
+    setDocumentMode(true);
+    setTabsClosable(true);
+    setMovable(true);
+    setElideMode(Qt::ElideMiddle);
+    connect(this, &QTabWidget::tabCloseRequested, this, &DocumentTabs::closeAt);
+    connect(this, &QTabWidget::currentChanged, this, &DocumentTabs::onCurrentChanged);
+    connect(&workspace, &Workspace::openRequested, this, &DocumentTabs::open);
+    connect(&workspace, &Workspace::revealRequested, this, &DocumentTabs::onReveal);
+    connect(&workspace.session(), &ProjectSession::opened, this, &DocumentTabs::watchProject);
+    connect(&workspace.session(), &ProjectSession::aboutToClose, this, &DocumentTabs::closeAll);
+}
+
+DocumentTabs::~DocumentTabs()
+{
+    closeAll();
+}
+
+DocumentView *DocumentTabs::at(int index) const
+{
+    return qobject_cast<DocumentView *>(widget(index));
+}
+
+DocumentView *DocumentTabs::find(const Nodes::NodeLink &node) const
+{
+    for (int i = 0; i < count(); ++i) {
+        if (at(i)->node() == node)
+            return at(i);
+    }
+    return nullptr;
+}
+
+bool DocumentTabs::open(const Nodes::NodeLink &node)
+{
+    for (const Nodes::ConfigNode *asked = node.GetNode(); asked; asked = asked->GetParent()) {
+        const DocumentRow *row = FindDocument(*asked);
+        if (!row)
+            continue;
+        const Nodes::NodeLink shown(asked);
+        DocumentView *document = find(shown);
+        if (!document) {
+            document = row->make(m_workspace, shown, this);
+            connect(document, &DocumentView::titleChanged, this, &DocumentTabs::refresh);
+            addTab(document, document->icon(), document->title());
+            refresh();
+        }
+        setCurrentWidget(document);
+        document->setFocus();
+        if (asked != node.GetNode())
+            document->reveal(node);
+        return true;
+    }
+    return false;
+}
+
+void DocumentTabs::onReveal(const Nodes::NodeLink &node)
+{
+    for (const Nodes::ConfigNode *above = node.GetNode(); above; above = above->GetParent()) {
+        DocumentView *document = find(Nodes::NodeLink(above));
+        if (!document)
+            continue;
+        setCurrentWidget(document);
+        document->reveal(node);
+        return;
+    }
+}
+
+void DocumentTabs::closeAt(int index)
+{
+    DocumentView *document = at(index);
+    if (!document)
+        return;
+    removeTab(index);
+    document->hide();
+    document->deleteLater();
+}
+
+// At once: what the documents show goes with the project.
+void DocumentTabs::closeAll()
+{
+    m_changes = {};
+    m_workspace.setDocument(nullptr);
+    const QSignalBlocker quiet(this);
+    while (count() > 0) {
+        DocumentView *document = at(count() - 1);
+        removeTab(count() - 1);
+        delete document;
+    }
+}
+
+void DocumentTabs::onCurrentChanged()
+{
+    m_workspace.setDocument(at(currentIndex()));
+}
+
+void DocumentTabs::watchProject()
+{
+    // A step may change thousands of nodes; titles and gone nodes are looked at once after it.
+    m_changes =
+        m_workspace.session().project()->ConnectChanged([this](const Nodes::NodeChange &change) {
+            if (change.what != Nodes::NodeChange::Properties && !m_timer)
+                m_timer = startTimer(0);
+        });
+}
+
+void DocumentTabs::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_timer) {
+        QTabWidget::timerEvent(event);
+        return;
+    }
+    killTimer(m_timer);
+    m_timer = 0;
+    refresh();
+}
+
+void DocumentTabs::refresh()
+{
+    for (int i = count() - 1; i >= 0; --i) {
+        const DocumentView *document = at(i);
+        if (!document->node().isValid()) {
+            closeAt(i);
+            continue;
+        }
+        setTabText(i, document->title());
+        setTabToolTip(i, QString::fromStdString(document->node().GetLinkName(true)));
+    }
+}
+
+} // namespace Editor

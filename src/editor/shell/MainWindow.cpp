@@ -1,0 +1,229 @@
+#include "editor/shell/MainWindow.h"
+
+#include "editor/resources/Resources.h"
+#include "editor/shell/CommandMenus.h"
+#include "editor/shell/DocumentTabs.h"
+#include "editor/shell/NoticeBar.h"
+#include "editor/shell/ProjectFiles.h"
+#include "editor/shell/StartPage.h"
+#include "editor/shell/StationRun.h"
+
+#include "editor/workspace/DocumentView.h"
+
+#include "utils/settings/Configurator.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QJsonObject>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace Editor {
+
+namespace {
+
+Utils::Configurator layoutSettings()
+{
+    return {QStringLiteral("ConfiguratorWindow"), QStringLiteral("configurator.json")};
+}
+
+} // namespace
+
+MainWindow::MainWindow(const QString &station)
+    : m_workspace(m_session, *this),
+      m_files(new ProjectFiles(m_workspace, this)),
+      m_run(new StationRun(m_workspace, station, this)),
+      m_pages(new QStackedWidget(this)),
+      m_tabs(new DocumentTabs(m_workspace, this)),
+      m_notice(new NoticeBar(this))
+{
+    InitResources();
+    setObjectName(QStringLiteral("configurator"));
+    setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    auto *centre = new QWidget(this);
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_notice);
+    column->addWidget(m_pages, 1);
+    m_pages->addWidget(new StartPage(*m_files, this));
+    m_pages->addWidget(m_tabs);
+    setCentralWidget(centre);
+
+    makeFileMenu();
+    makeEditMenu();
+    makeViewMenu();
+    m_commands = new CommandMenus(m_workspace, *menuBar());
+    makeToolBar();
+    makePanels();
+    m_readOnly = new QLabel(this);
+    statusBar()->addPermanentWidget(m_readOnly);
+
+    connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
+    connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
+    connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
+    resize(1600, 900);
+    restoreLayout();
+    showState();
+}
+
+MainWindow::~MainWindow()
+{
+    m_session.close();
+    // Documents and panels speak with the workspace, which goes before the base class's children.
+    delete takeCentralWidget();
+    const auto docks = findChildren<QDockWidget *>();
+    qDeleteAll(docks);
+}
+
+void MainWindow::makeFileMenu()
+{
+    m_fileMenu = menuBar()->addMenu(tr("Файл"));
+    const auto icon = [](const char *name) {
+        return QIcon(QStringLiteral(":/editor/icons/%1.svg").arg(QLatin1String(name)));
+    };
+    QAction *made = m_fileMenu->addAction(icon("new"), tr("Новый проект…"), m_files,
+                                          &ProjectFiles::createByDialog, QKeySequence::New);
+    made->setObjectName(QStringLiteral("file.new"));
+    m_fileMenu->addAction(icon("open"), tr("Открыть проект…"), m_files, &ProjectFiles::openByDialog,
+                          QKeySequence::Open);
+    m_recentMenu = m_fileMenu->addMenu(tr("Последние проекты"));
+    connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecent);
+    m_fileMenu->addSeparator();
+    m_saveAction = m_fileMenu->addAction(icon("save"), tr("Сохранить"), m_files,
+                                         &ProjectFiles::save, QKeySequence::Save);
+    m_projectActions << m_fileMenu->addAction(tr("Сохранить в другой каталог…"), m_files,
+                                              &ProjectFiles::saveAsByDialog,
+                                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    m_projectActions << m_fileMenu->addAction(tr("Закрыть проект"), m_files, &ProjectFiles::close);
+    m_fileMenu->addSeparator();
+    m_runAction = m_fileMenu->addAction(icon("run"), tr("Запуск"), this, &MainWindow::run,
+                                        QKeySequence(Qt::Key_F5));
+    m_runAction->setObjectName(QStringLiteral("file.run"));
+    m_projectActions << m_runAction;
+    m_fileMenu->addSeparator();
+    m_fileMenu->addAction(tr("Выход"), this, &QWidget::close, QKeySequence::Quit);
+}
+
+void MainWindow::makeEditMenu()
+{
+    QMenu *menu = menuBar()->addMenu(tr("Правка"));
+    m_undoAction = m_session.undoStack().createUndoAction(this, tr("Отменить"));
+    m_undoAction->setIcon(QIcon(QStringLiteral(":/editor/icons/undo.svg")));
+    m_undoAction->setShortcuts(QKeySequence::Undo);
+    m_redoAction = m_session.undoStack().createRedoAction(this, tr("Повторить"));
+    m_redoAction->setIcon(QIcon(QStringLiteral(":/editor/icons/redo.svg")));
+    m_redoAction->setShortcuts(QKeySequence::Redo);
+    menu->addAction(m_undoAction);
+    menu->addAction(m_redoAction);
+    menu->addSeparator();
+}
+
+void MainWindow::makeViewMenu()
+{
+    m_viewMenu = menuBar()->addMenu(tr("Вид"));
+    menuBar()->addMenu(tr("Размещение"));
+    menuBar()->addMenu(tr("Проект"));
+    menuBar()->addMenu(tr("Сервис"));
+}
+
+void MainWindow::makeToolBar()
+{
+    QToolBar *bar = addToolBar(tr("Панель инструментов"));
+    bar->setObjectName(QStringLiteral("tools"));
+    bar->setMovable(false);
+    bar->addAction(m_saveAction);
+    bar->addSeparator();
+    bar->addAction(m_undoAction);
+    bar->addAction(m_redoAction);
+    bar->addSeparator();
+    bar->addAction(m_runAction);
+    // The names of steps belong to the menu: a bar that changes its width with them is no bar.
+    for (QAction *action : {m_undoAction, m_redoAction})
+        action->setIconText(QString());
+}
+
+void MainWindow::fillRecent()
+{
+    m_recentMenu->clear();
+    const QStringList directories = m_files->recent();
+    for (const QString &directory : directories)
+        m_recentMenu->addAction(directory, m_files,
+                                [this, directory] { m_files->open(directory); });
+    if (directories.isEmpty())
+        m_recentMenu->addAction(tr("Пока нет"))->setEnabled(false);
+}
+
+void MainWindow::run()
+{
+    if (m_run->isRunning()) {
+        m_run->stop();
+        return;
+    }
+    if (m_session.isModified() && !m_session.isReadOnly() && !m_files->save())
+        return;
+    m_run->start({});
+}
+
+void MainWindow::showState()
+{
+    const bool isOpen = m_session.isOpen();
+    m_pages->setCurrentIndex(isOpen ? 1 : 0);
+    for (QAction *action : qAsConst(m_projectActions))
+        action->setEnabled(isOpen);
+    m_saveAction->setEnabled(isOpen && (m_session.isModified() || m_session.isReadOnly()));
+    m_runAction->setText(m_run->isRunning() ? tr("Остановить станцию") : tr("Запуск"));
+    m_readOnly->setText(m_session.isReadOnly()
+                            ? tr("Только чтение: %1").arg(m_session.readOnlyReason())
+                            : QString());
+    showTitle();
+}
+
+void MainWindow::showTitle()
+{
+    setWindowModified(m_session.isModified());
+    setWindowTitle(m_session.isOpen()
+                       ? tr("%1[*]%2 — Конфигуратор")
+                             .arg(m_session.name(),
+                                  m_session.isReadOnly() ? tr(" (только чтение)") : QString())
+                       : tr("Конфигуратор"));
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!m_files->mayLeave()) {
+        event->ignore();
+        return;
+    }
+    keepLayout();
+    event->accept();
+}
+
+void MainWindow::keepLayout() const
+{
+    QJsonObject kept;
+    kept.insert(QStringLiteral("geometry"), QString::fromLatin1(saveGeometry().toBase64()));
+    kept.insert(QStringLiteral("panels"), QString::fromLatin1(saveState().toBase64()));
+    (void)layoutSettings().save(kept); // logged; the next start has the layout of the first
+}
+
+void MainWindow::restoreLayout()
+{
+    QJsonObject kept;
+    if (!layoutSettings().load(kept))
+        return;
+    const auto bytes = [&kept](const char *key) {
+        return QByteArray::fromBase64(kept.value(QLatin1String(key)).toString().toLatin1());
+    };
+    restoreGeometry(bytes("geometry"));
+    restoreState(bytes("panels"));
+}
+
+} // namespace Editor

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "editor/project/ProjectSession.h"
+#include "editor/workspace/Workspace.h"
+
+#include <QMainWindow>
+
+class QLabel;
+class QMenu;
+class QStackedWidget;
+
+namespace Editor {
+
+class CommandMenus;
+class DocumentTabs;
+class NoticeBar;
+class ProjectFiles;
+class StationRun;
+
+/// The configurator's window: menus, documents in tabs, panels around them, and the line that tells
+/// what happened. Made of the tables of panels, documents and commands. GUI thread.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `station` is the program that "Запуск" starts.
+    explicit MainWindow(const QString &station);
+    ~MainWindow() override;
+
+    ProjectFiles &files() { return *m_files; }
+    Workspace &workspace() { return m_workspace; }
+    CommandMenus &commands() { return *m_commands; }
+    DocumentTabs &tabs() { return *m_tabs; }
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void makeFileMenu();
+    void makeEditMenu();
+    void makeViewMenu();
+    void makeToolBar();
+    void makePanels();
+    void fillRecent();
+    void run();
+    void showState();
+    void showTitle();
+    void keepLayout() const;
+    void restoreLayout();
+
+    ProjectSession m_session;
+    Workspace m_workspace;
+    ProjectFiles *m_files;
+    StationRun *m_run;
+    QStackedWidget *m_pages;
+    DocumentTabs *m_tabs;
+    NoticeBar *m_notice;
+    CommandMenus *m_commands = nullptr;
+    QMenu *m_fileMenu = nullptr;
+    QMenu *m_recentMenu = nullptr;
+    QMenu *m_viewMenu = nullptr;
+    QAction *m_runAction = nullptr;
+    QAction *m_saveAction = nullptr;
+    QAction *m_undoAction = nullptr;
+    QAction *m_redoAction = nullptr;
+    QList<QAction *> m_projectActions; // possible while a project is open
+    QLabel *m_readOnly = nullptr;
+};
+
+} // namespace Editor

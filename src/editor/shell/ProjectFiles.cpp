@@ -1,0 +1,181 @@
+#include "editor/shell/ProjectFiles.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/shell/NewProjectDialog.h"
+#include "editor/workspace/Workspace.h"
+
+#include "utils/settings/Configurator.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace Editor {
+
+namespace {
+
+constexpr int recentLimit = 10;
+
+Utils::Configurator settings()
+{
+    return {QStringLiteral("ConfiguratorProjects"), QStringLiteral("configurator.json")};
+}
+
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+};
+
+} // namespace
+
+ProjectFiles::ProjectFiles(Workspace &workspace, QObject *parent)
+    : QObject(parent), m_workspace(workspace)
+{
+}
+
+void ProjectFiles::fail(const QString &what, const Nodes::Result &why)
+{
+    QMessageBox box(QMessageBox::Critical, tr("Конфигуратор"), what, QMessageBox::Ok,
+                    m_workspace.window());
+    box.setInformativeText(QString::fromStdString(why.GetResultTranslated()));
+    box.setDetailedText(QString::fromStdString(why.ToString()));
+    box.exec();
+}
+
+bool ProjectFiles::createByDialog()
+{
+    if (!mayLeave())
+        return false;
+    NewProjectDialog dialog(m_workspace.window());
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    const Nodes::Result made = m_workspace.session().create(dialog.directory(), dialog.name());
+    if (!made) {
+        fail(tr("Проект «%1» не создан в каталоге «%2».").arg(dialog.name(), dialog.directory()),
+             made);
+        return false;
+    }
+    remember(m_workspace.session().directory());
+    return true;
+}
+
+bool ProjectFiles::openByDialog()
+{
+    const QString file = QFileDialog::getOpenFileName(
+        m_workspace.window(), tr("Открыть проект"), m_workspace.session().directory(),
+        tr("Проекты (project.xml);;Файлы XML (*.xml)"));
+    return !file.isEmpty() && open(file);
+}
+
+bool ProjectFiles::open(const QString &fileOrDirectory)
+{
+    if (!mayLeave())
+        return false;
+    Nodes::Result read;
+    {
+        const WaitCursor wait;
+        read = m_workspace.session().open(fileOrDirectory);
+    }
+    if (!read) {
+        fail(tr("Проект «%1» не открыт.").arg(QDir::toNativeSeparators(fileOrDirectory)), read);
+        return false;
+    }
+    remember(m_workspace.session().directory());
+    const std::size_t count = m_workspace.session().report().GetMessages().size();
+    if (count > 0)
+        m_workspace.tell(
+            Workspace::Warning,
+            tr("В проекте найдены замечания: %1. Смотрите панель «Замечания».").arg(count));
+    return true;
+}
+
+bool ProjectFiles::save()
+{
+    if (m_workspace.session().isReadOnly())
+        return saveAsByDialog();
+    const Nodes::Result saved = m_workspace.session().save();
+    if (saved) {
+        m_workspace.tell(Workspace::Info, tr("Проект сохранён."));
+        return true;
+    }
+    if (saved != Nodes::Result::Cancelled)
+        fail(tr("Проект не сохранён: файл «%1» остался прежним. Освободите место или сохраните "
+                "проект в другой каталог.")
+                 .arg(m_workspace.session().file()),
+             saved);
+    return false;
+}
+
+bool ProjectFiles::saveAsByDialog()
+{
+    const QString directory = QFileDialog::getExistingDirectory(
+        m_workspace.window(), tr("Сохранить проект в пустой каталог"),
+        QFileInfo(m_workspace.session().directory()).absolutePath());
+    if (directory.isEmpty())
+        return false;
+    const Nodes::Result saved = m_workspace.session().saveAs(directory);
+    if (!saved) {
+        fail(tr("Проект не сохранён в «%1».").arg(directory), saved);
+        return false;
+    }
+    remember(directory);
+    m_workspace.tell(Workspace::Info, tr("Проект сохранён в «%1».").arg(directory));
+    return true;
+}
+
+bool ProjectFiles::close()
+{
+    if (!mayLeave())
+        return false;
+    m_workspace.session().close();
+    return true;
+}
+
+bool ProjectFiles::mayLeave()
+{
+    if (!m_workspace.session().isModified())
+        return true;
+    QMessageBox box(QMessageBox::Question, tr("Конфигуратор"),
+                    tr("Сохранить изменения проекта «%1»?").arg(m_workspace.session().name()),
+                    QMessageBox::NoButton, m_workspace.window());
+    const QAbstractButton *keep = box.addButton(tr("Сохранить"), QMessageBox::AcceptRole);
+    const QAbstractButton *drop = box.addButton(tr("Не сохранять"), QMessageBox::DestructiveRole);
+    QPushButton *stay = box.addButton(tr("Отмена"), QMessageBox::RejectRole);
+    box.setEscapeButton(stay);
+    box.exec();
+    if (box.clickedButton() == keep)
+        return save();
+    return box.clickedButton() == drop;
+}
+
+QStringList ProjectFiles::recent() const
+{
+    QStringList found;
+    QJsonObject kept;
+    (void)settings().load(kept); // a damaged file is set aside and logged: the list is empty then
+    const QJsonArray directories = kept.value(QStringLiteral("recent")).toArray();
+    for (const QJsonValue &directory : directories) {
+        if (QFileInfo::exists(directory.toString() + QStringLiteral("/project.xml")))
+            found << directory.toString();
+    }
+    return found;
+}
+
+void ProjectFiles::remember(const QString &directory)
+{
+    QStringList all = recent();
+    all.removeAll(directory);
+    all.prepend(directory);
+    QJsonObject kept;
+    kept.insert(QStringLiteral("recent"), QJsonArray::fromStringList(all.mid(0, recentLimit)));
+    (void)settings().save(kept); // logged; the project is open all the same
+    emit recentChanged();
+}
+
+} // namespace Editor

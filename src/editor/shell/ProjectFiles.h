@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+namespace Nodes {
+class Result;
+}
+
+namespace Editor {
+
+class Workspace;
+
+/// Making, opening and saving projects as the user asks for it: with the dialogs, the questions
+/// about unsaved work, and the list of projects opened lately. GUI thread.
+class ProjectFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    ProjectFiles(Workspace &workspace, QObject *parent);
+
+    /// Each tells what went wrong itself; true when it is done.
+    bool createByDialog();
+    bool openByDialog();
+    bool open(const QString &fileOrDirectory);
+    bool save();
+    bool saveAsByDialog();
+    bool close();
+    /// Asks what to do with unsaved work; false when the user wants to stay.
+    bool mayLeave();
+
+    /// Directories, the latest first; those that are gone are left out.
+    QStringList recent() const;
+
+signals:
+    void recentChanged();
+
+private:
+    void remember(const QString &directory);
+    void fail(const QString &what, const Nodes::Result &why);
+
+    Workspace &m_workspace;
+};
+
+} // namespace Editor

@@ -1,0 +1,78 @@
+#include "editor/workspace/Workspace.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/workspace/DocumentView.h"
+
+#include "utils/editing/NodeLinkEvent.h"
+#include "utils/undo/IUndo.h"
+
+#include <QCoreApplication>
+
+namespace Editor {
+
+Workspace::Workspace(ProjectSession &session, QWidget &window)
+    : m_session(session), m_window(window)
+{
+    // Scenes tell the application object what is selected in them.
+    QCoreApplication::instance()->installEventFilter(this);
+    connect(&session, &ProjectSession::refused, this,
+            [this](const QString &text) { tell(Warning, text); });
+    connect(&session, &ProjectSession::aboutToClose, this,
+            [this] { m_selection.select({}, this); });
+    connect(&session, &ProjectSession::opened, this, &Workspace::commandsChanged);
+    connect(&session, &ProjectSession::closed, this, &Workspace::commandsChanged);
+    connect(&session, &ProjectSession::readOnlyChanged, this, &Workspace::commandsChanged);
+    connect(&session, &ProjectSession::modifiedChanged, this, &Workspace::commandsChanged);
+    connect(&m_selection, &Selection::changed, this, &Workspace::commandsChanged);
+}
+
+void Workspace::open(const Nodes::NodeLink &node)
+{
+    if (node.isValid())
+        emit openRequested(node);
+}
+
+void Workspace::reveal(const Nodes::NodeLink &node)
+{
+    if (!node.isValid())
+        return;
+    m_selection.select({node}, this);
+    emit revealRequested(node);
+}
+
+void Workspace::tell(Level level, const QString &text)
+{
+    emit told(level, text);
+}
+
+bool Workspace::push(QUndoCommand *command)
+{
+    return Utils::IUndo::execute(command);
+}
+
+DocumentView *Workspace::document() const
+{
+    return qobject_cast<DocumentView *>(m_document);
+}
+
+void Workspace::setDocument(DocumentView *document)
+{
+    if (m_document.data() == document)
+        return;
+    m_document = document;
+    emit documentChanged(document);
+    emit commandsChanged();
+}
+
+bool Workspace::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == QCoreApplication::instance() &&
+        event->type() == Utils::NodeLinkEvent::eventType()) {
+        const auto &asked = static_cast<const Utils::NodeLinkEvent &>(*event);
+        m_selection.select(asked.getNodeLinks(), asked.getSender());
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace Editor
