@@ -160,11 +160,9 @@ void ProxyScene::onSelectionChanged()
 Nodes::PropertyProxy *ProxyScene::getSelectedItemsProxy()
 {
     m_selected = std::make_unique<Nodes::PropertyProxy>();
-    const QList<QGraphicsItem *> items = selectedItems();
-    for (QGraphicsItem *item : items) {
-        if (const auto *host = dynamic_cast<const ProxyWidget *>(item))
-            m_selected->AddNode(host->getNodeLink());
-    }
+    for (const Nodes::NodeLink &link :
+         m_editor ? m_editor->selection().links() : Nodes::NodeLinks())
+        m_selected->AddNode(link);
     return m_selected.get();
 }
 
@@ -172,6 +170,16 @@ void ProxyScene::focusInEvent(QFocusEvent *event)
 {
     if (isEditing())
         QGraphicsScene::focusInEvent(event);
+}
+
+// The release of a held arrow goes elsewhere now, and so does the end of a drag.
+void ProxyScene::focusOutEvent(QFocusEvent *event)
+{
+    if (SceneEditor *tool = editor()) {
+        tool->cancelDrag();
+        tool->commitGeometry();
+    }
+    QGraphicsScene::focusOutEvent(event);
 }
 
 void ProxyScene::wheelEvent(QGraphicsSceneWheelEvent *event)
@@ -182,8 +190,25 @@ void ProxyScene::wheelEvent(QGraphicsSceneWheelEvent *event)
 
 void ProxyScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (m_isEditable)
+    SceneEditor *tool = editor();
+    if (tool && tool->pressMouse(*event))
+        event->accept();
+    else if (m_isEditable)
         QGraphicsScene::mousePressEvent(event);
+}
+
+void ProxyScene::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    SceneEditor *tool = editor();
+    if (!tool || !tool->moveMouse(*event))
+        QGraphicsScene::mouseMoveEvent(event);
+}
+
+void ProxyScene::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
+{
+    SceneEditor *tool = editor();
+    if (!tool || !tool->releaseMouse())
+        QGraphicsScene::mouseReleaseEvent(event);
 }
 
 // To an item it is one more press.

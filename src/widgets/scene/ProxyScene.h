@@ -93,12 +93,22 @@ public:
     Nodes::PropertyProxy *getSelectedItemsProxy();
     QString getNameUndo() override;
 
+    /// The tool by which it is edited: selection, drags, guides. Null while it is not edited, and
+    /// another one after that.
+    SceneEditor *sceneEditor() const { return m_editor.get(); }
+
     /// Where new elements are put.
     QPointF pastePosition() const;
     void setPastePosition(QPointF position);
     /// Signals signalCheckLink, or calls slotWidgetDelete at once where nobody is connected to it.
     void removeWidget() override;
     void onMoveFinished() override;
+    void takeSelected(ProxyWidget &host, bool on) override;
+    void takePressed(ProxyWidget &host) override;
+    bool hasGrabbers(const ProxyWidget &host) const override;
+    void drag(const DragMotion &motion) override;
+    void finishDrag() override;
+    void cancelDrag() override;
     void markAlarms(ProxyWidget &element) override;
     void onPropertiesChange(ProxyWidget *widget, bool &movable, bool &push) override;
 
@@ -130,9 +140,13 @@ public slots:
     void onPasteFromBuffer(QPointF point);
 
 protected:
+    bool event(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QGraphicsSceneWheelEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;

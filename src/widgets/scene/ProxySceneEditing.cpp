@@ -115,7 +115,7 @@ void ProxyScene::removeWidget()
 void ProxyScene::slotWidgetDelete(std::vector<Nodes::NodeLink> links)
 {
     if (SceneEditor *tool = editor())
-        tool->selection().remove(links);
+        tool->edits().remove(links);
 }
 
 void ProxyScene::onCopyToBuffer()
@@ -133,13 +133,58 @@ void ProxyScene::onPasteFromBuffer(QPointF point)
 void ProxyScene::onMoveFinished()
 {
     if (SceneEditor *tool = editor())
-        tool->selection().commitGeometry();
+        tool->commitGeometry();
+}
+
+void ProxyScene::takeSelected(ProxyWidget &host, bool on)
+{
+    if (m_editor)
+        m_editor->selection().takeSelected(host, on);
+}
+
+void ProxyScene::takePressed(ProxyWidget &host)
+{
+    if (m_editor)
+        m_editor->selection().setKey(host);
+}
+
+bool ProxyScene::hasGrabbers(const ProxyWidget &host) const
+{
+    return m_editor && m_editor->hasGrabbers(host);
+}
+
+void ProxyScene::drag(const DragMotion &motion)
+{
+    if (SceneEditor *tool = editor())
+        tool->drag().follow(motion);
+}
+
+void ProxyScene::finishDrag()
+{
+    if (m_editor)
+        m_editor->drag().finish();
+}
+
+void ProxyScene::cancelDrag()
+{
+    if (m_editor)
+        m_editor->cancelDrag();
 }
 
 void ProxyScene::onPropertiesChange(ProxyWidget *widget, bool &movable, bool &push)
 {
     if (SceneEditor *tool = editor())
-        tool->selection().setMovable(*widget, movable, push);
+        tool->edits().setMovable(*widget, movable, push);
+}
+
+// Before the scene itself takes Tab for its chain of focus.
+bool ProxyScene::event(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && isEditing()) {
+        keyPressEvent(static_cast<QKeyEvent *>(event));
+        return event->isAccepted();
+    }
+    return QGraphicsScene::event(event);
 }
 
 void ProxyScene::keyPressEvent(QKeyEvent *event)

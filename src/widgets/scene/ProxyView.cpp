@@ -15,6 +15,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace Widgets {
@@ -199,9 +200,21 @@ void ProxyView::mousePressEvent(QMouseEvent *event)
             QApplication::setOverrideCursor(Qt::ClosedHandCursor);
         }
     }
-    QGraphicsView::mousePressEvent(event);
-    if (context().isEditor())
-        event->ignore();
+    QMouseEvent passed(*event);
+    if (beginsBand(*event) && event->modifiers() == Qt::ShiftModifier)
+        passed.setModifiers(Qt::ControlModifier); // the one by which a rubber band adds
+    QGraphicsView::mousePressEvent(&passed);
+    event->setAccepted(passed.isAccepted() && !context().isEditor());
+}
+
+bool ProxyView::beginsBand(const QMouseEvent &press) const
+{
+    if (!context().isEditor() || press.button() != Qt::LeftButton)
+        return false;
+    const QList<QGraphicsItem *> met = items(press.pos());
+    return std::none_of(met.begin(), met.end(), [](const QGraphicsItem *item) {
+        return item->flags() & QGraphicsItem::ItemIsSelectable;
+    });
 }
 
 void ProxyView::mouseMoveEvent(QMouseEvent *event)

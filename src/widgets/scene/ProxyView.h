@@ -78,6 +78,8 @@ private:
     void makeBorder();
     void placeBorder();
     void pinScrollBars();
+    /// Whether that press begins a rubber band: it meets nothing that can be picked.
+    bool beginsBand(const QMouseEvent &press) const;
     void zoom(bool isCloser, QPoint at);
 
     QSize m_sizeHint;

@@ -3,6 +3,7 @@
 #include "widgets/elements/IWidget.h"
 #include "widgets/elements/painting/DirectPainting.h"
 #include "widgets/scene/ElementFactory.h"
+#include "widgets/scene/editing/EditedScene.h"
 #include "widgets/scene/editing/ElementEditor.h"
 #include "widgets/scene/editing/Locker.h"
 #include "widgets/scene/marks/MarkedScene.h"
@@ -64,6 +65,7 @@ ProxyWidget::~ProxyWidget()
     // The base destroys the element, when this is no ProxyWidget any more.
     if (widget())
         disconnect(widget(), &QObject::destroyed, this, &ProxyWidget::forgetElement);
+    leaveSelection(QVariant());
     stop();
 }
 
@@ -204,6 +206,7 @@ void ProxyWidget::takeAll()
     markAlarms();
     if (m_editor)
         m_editor->rememberGeometry();
+    setCornerPositions(QRectF());
     setPositionItems(QRectF());
     later(&ProxyWidget::takeVisible);
     // The layer may hold the elements back: what has not changed is left to it.
@@ -253,6 +256,7 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     case Prop::Height:
         if (m_editor)
             m_editor->rememberGeometry(); // also after an undo: the next edit starts from there
+        setCornerPositions(QRectF());
         setPositionItems(QRectF());
         break;
     default:
@@ -290,6 +294,11 @@ QVariant ProxyWidget::itemChange(GraphicsItemChange change, const QVariant &valu
         if (m_editor)
             m_editor->takeSelected(value.toBool());
         emit selectedChanged(value.toBool());
+    } else if (change == ItemSelectedHasChanged) {
+        if (EditedScene *edited = editedScene())
+            edited->takeSelected(*this, value.toBool());
+    } else if (change == ItemSceneChange) {
+        leaveSelection(value);
     } else if (change == ItemPositionHasChanged) {
         emit positionChanged(value.toPointF());
     }

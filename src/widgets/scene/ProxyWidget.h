@@ -23,7 +23,9 @@ class BasicWidget;
 
 namespace Widgets {
 
+class CornerGrabber;
 class DirectPainting;
+class EditedScene;
 class ElementEditor;
 class Locker;
 
@@ -71,6 +73,10 @@ public:
     void setFrame();
     /// Puts the editor's border around the rectangle; an empty one means the present geometry.
     void setPositionItems(const QRectF &rect);
+    /// The same for the grabbers of a selected element. Scene pixels.
+    void setCornerPositions(const QRectF &rect);
+    /// Place and size while they are dragged, with border and grabbers. Committed as keyMove is.
+    void setEditedGeometry(const QRectF &rect);
 
     /// Moves and grows the element, when selected, by the delta's corner and size (scene pixels;
     /// no smaller than 0). One that is not movable takes changes of the size alone. Nothing is
@@ -120,12 +126,22 @@ protected:
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void ungrabMouseEvent(QEvent *event) override;
+    bool sceneEventFilter(QGraphicsItem *watched, QEvent *event) override;
+    void dragEnterEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dragLeaveEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dragMoveEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dropEvent(QGraphicsSceneDragDropEvent *event) override;
 
 private:
     void build();
     void host(Nodes::BasicWidget &node);
     void dropElement();
     ElementEditor &editor();
+    /// Null outside of one.
+    EditedScene *editedScene() const;
+    void leaveSelection(const QVariant &newScene);
+    void commitResize();
+    void filterMouse(CornerGrabber &grabber, const QGraphicsSceneMouseEvent &event);
     QWidget *createWidget(Nodes::BasicWidget *node);
     void nameElement(QWidget &widget, const Nodes::BasicWidget &node) const;
     void forgetElement();

@@ -65,8 +65,37 @@ void ProxyWidget::setTypeFrame(TypeFrame type)
         m_editor->setTypeFrame(type);
 }
 
+EditedScene *ProxyWidget::editedScene() const
+{
+    return dynamic_cast<EditedScene *>(scene());
+}
+
+void ProxyWidget::leaveSelection(const QVariant &newScene)
+{
+    if (newScene.value<QGraphicsScene *>() || !isSelected())
+        return;
+    if (EditedScene *edited = editedScene())
+        edited->takeSelected(*this, false);
+}
+
 void ProxyWidget::setFrame()
 {
+    const EditedScene *edited = editedScene();
+    if (m_editor)
+        m_editor->setGrabbed(isSelected() && (!edited || edited->hasGrabbers(*this)));
+    setPositionItems(geometry());
+}
+
+void ProxyWidget::setCornerPositions(const QRectF &rect)
+{
+    if (m_editor)
+        m_editor->placeGrabbers(rect);
+}
+
+void ProxyWidget::setEditedGeometry(const QRectF &rect)
+{
+    setGeometry(rect);
+    setCornerPositions(geometry());
     setPositionItems(geometry());
 }
 
@@ -104,7 +133,7 @@ QUndoCommand *ProxyWidget::getIsMoviedPropertiesChangeCommand(QUndoCommand *pare
 
 void ProxyWidget::onMovedFinished()
 {
-    auto *edited = dynamic_cast<EditedScene *>(scene());
+    EditedScene *edited = editedScene();
     // All that is selected follows the element that is dragged, and makes one step with it.
     if (edited && isSelected()) {
         edited->onMoveFinished();
@@ -121,7 +150,7 @@ void ProxyWidget::onMovedFinished()
 void ProxyWidget::onLockChanged(bool lock)
 {
     const Nodes::BasicWidget *node = getNode();
-    auto *edited = dynamic_cast<EditedScene *>(scene());
+    EditedScene *edited = editedScene();
     bool movable = !lock;
     bool push = true;
     if (!node || !edited || node->isMovable() == movable)
@@ -132,7 +161,7 @@ void ProxyWidget::onLockChanged(bool lock)
 
 bool ProxyWidget::removeWidget()
 {
-    auto *edited = dynamic_cast<EditedScene *>(scene());
+    EditedScene *edited = editedScene();
     if (!edited || !getNode())
         return false;
     scene()->clearSelection();
@@ -140,11 +169,6 @@ bool ProxyWidget::removeWidget()
     if (isSelected())
         edited->removeWidget();
     return isSelected() || !scene();
-}
-
-Nodes::NodesArray ProxyWidget::getNaFromMineDate(const QMimeData *mime) const
-{
-    return ElementEditor::draggedNodes(m_link, mime);
 }
 
 } // namespace Widgets

@@ -1,5 +1,6 @@
 // Which input reaches the element and which the editor.
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/EditedScene.h"
 #include "widgets/scene/editing/ElementEditor.h"
 
 #include <QCoreApplication>
@@ -67,6 +68,8 @@ void ProxyWidget::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (!m_context->isRuntime()) {
         QGraphicsItem::mousePressEvent(event);
+        if (EditedScene *edited = isSelected() ? editedScene() : nullptr)
+            edited->takePressed(*this);
         return;
     }
     QGraphicsProxyWidget::mousePressEvent(event);
@@ -80,7 +83,13 @@ void ProxyWidget::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
         QGraphicsProxyWidget::mouseMoveEvent(event);
         return;
     }
-    if (editor().drags(*event))
+    const bool isHeld = (event->buttons() & Qt::LeftButton) && (flags() & ItemIsMovable);
+    if (!editor().drags(*event) || !isHeld)
+        return;
+    if (EditedScene *edited = editedScene())
+        edited->drag(
+            {this, NoCorner, event->buttonDownScenePos(Qt::LeftButton), event->scenePos()});
+    else
         QGraphicsItem::mouseMoveEvent(event);
 }
 
@@ -111,8 +120,14 @@ void ProxyWidget::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 void ProxyWidget::ungrabMouseEvent(QEvent *event)
 {
     QGraphicsProxyWidget::ungrabMouseEvent(event);
-    if (widget() && m_context->isRuntime())
-        QCoreApplication::sendEvent(widget(), event);
+    if (m_context->isRuntime()) {
+        if (widget())
+            QCoreApplication::sendEvent(widget(), event);
+        return;
+    }
+    (void)editor().endsDrag();
+    if (EditedScene *edited = editedScene())
+        edited->cancelDrag();
 }
 
 // The element hears that another one took the focus: what was entered is committed then.

@@ -1,10 +1,23 @@
 #pragma once
 
+#include "widgets/scene/editing/Corner.h"
+
+#include <QPointF>
+
 class QUndoCommand;
 
 namespace Widgets {
 
 class ProxyWidget;
+
+/// A motion of the mouse with the button down. Scene pixels.
+struct DragMotion
+{
+    ProxyWidget *host = nullptr; ///< what the button was pressed on
+    Corner corner = NoCorner;    ///< the grabber of it; none: the element as a whole
+    QPointF from;                ///< where it was pressed
+    QPointF to;
+};
 
 /// What the host of an element asks of the scene that it is edited in. GUI thread.
 class EditedScene
@@ -12,6 +25,18 @@ class EditedScene
 public:
     virtual ~EditedScene() = default;
 
+    /// The element was selected; or it is not any more, or leaves the scene.
+    virtual void takeSelected(ProxyWidget &host, bool on) = 0;
+    /// The element was pressed: of the selected ones it is the key element.
+    virtual void takePressed(ProxyWidget &host) = 0;
+    /// Whether the element has grabbers when it is selected: of very many only the key one has.
+    virtual bool hasGrabbers(const ProxyWidget &host) const = 0;
+    /// Moves the selected elements with the pointer, or resizes that one.
+    virtual void drag(const DragMotion &motion) = 0;
+    /// The button was let go: what was dragged stays where it is.
+    virtual void finishDrag() = 0;
+    /// The pointer was lost before the button was let go: what was dragged goes back.
+    virtual void cancelDrag() = 0;
     /// Commits the place and size of the selected elements as one step.
     virtual void onMoveFinished() = 0;
     /// Makes the element movable or not: as a step with `push`, else at once and for good.

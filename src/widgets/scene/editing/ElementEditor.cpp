@@ -1,18 +1,16 @@
 #include "widgets/scene/editing/ElementEditor.h"
 
 #include "widgets/scene/editing/Border.h"
+#include "widgets/scene/editing/DragAndDropItem.h"
 #include "widgets/scene/editing/Locker.h"
 
-#include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/convert/ValueConversions.h"
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/CommandGroup.h"
 
-#include <QDataStream>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsSceneMouseEvent>
-#include <QMimeData>
 
 #include <memory>
 #include <utility>
@@ -29,25 +27,11 @@ constexpr double lockerHeight = 5;
 constexpr int frameInside = 0;
 constexpr int frameOutside = 1;
 
-QStringList readTexts(const QMimeData &mime, const QString &format)
-{
-    QStringList texts;
-    const QByteArray bytes = mime.data(format);
-    QDataStream stream(bytes);
-    while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
-        QString text;
-        stream >> text;
-        if (stream.status() == QDataStream::Ok)
-            texts << text;
-    }
-    return texts;
-}
-
 } // namespace
 
 ElementEditor::ElementEditor(QGraphicsProxyWidget &host, const Nodes::NodeLink &link,
                              bool isDecorated)
-    : m_host(host), m_link(link)
+    : m_host(host), m_link(link), m_grabbers(host)
 {
     if (!isDecorated)
         return;
@@ -60,6 +44,7 @@ ElementEditor::ElementEditor(QGraphicsProxyWidget &host, const Nodes::NodeLink &
 
 ElementEditor::~ElementEditor()
 {
+    delete m_drop;
     delete m_border;
     delete m_locker;
 }
@@ -86,6 +71,28 @@ void ElementEditor::place(const QRectF &rect)
     m_border->setOutline(m_frameType == frameOutside || m_frameType == frameInside);
     m_locker->setSuppressed(box.width() < lockerWidth || box.height() < lockerHeight);
     m_locker->setPos(box.width() - m_locker->width() - 6, -m_locker->height() / 2);
+}
+
+void ElementEditor::setGrabbed(bool on)
+{
+    if (m_border)
+        m_grabbers.setShown(on);
+}
+
+void ElementEditor::showDrop(bool isAcceptable)
+{
+    if (!m_drop)
+        m_drop = new DragAndDropItem(&m_host);
+    m_drop->setPos(0.5, 0.5);
+    m_drop->setSize(m_host.size().width() - 1, m_host.size().height() - 1);
+    m_drop->setAcceptable(isAcceptable);
+}
+
+bool ElementEditor::hideDrop()
+{
+    const bool isAcceptable = m_drop && m_drop->isAcceptable();
+    delete std::exchange(m_drop, nullptr);
+    return isAcceptable;
 }
 
 void ElementEditor::takeMovable(bool isMovable)
@@ -129,6 +136,7 @@ void ElementEditor::keyMove(const QRectF &delta)
     m_host.setGeometry(
         QRectF(now.topLeft() + delta.topLeft(), QSizeF(qMax(0.0, now.width() + delta.width()),
                                                        qMax(0.0, now.height() + delta.height()))));
+    placeGrabbers(QRectF());
     place(QRectF());
 }
 
@@ -163,6 +171,7 @@ void ElementEditor::takeRefusal()
         return;
     m_committed = own;
     m_host.setGeometry(m_committed);
+    placeGrabbers(QRectF());
     place(QRectF());
 }
 
@@ -172,6 +181,7 @@ bool ElementEditor::takeBackMove()
     if (m_host.geometry().toRect() == m_committed)
         return false;
     m_host.setGeometry(m_committed);
+    placeGrabbers(QRectF());
     place(QRectF());
     return true;
 }
@@ -187,29 +197,6 @@ QUndoCommand *ElementEditor::movableChange(QUndoCommand *parent, bool movable, b
     if (!push)
         (void)change->setPropertyCommand(); // a refusal is logged by the command
     return command.release();
-}
-
-Nodes::NodesArray ElementEditor::draggedNodes(const Nodes::NodeLink &element, const QMimeData *mime)
-{
-    Nodes::NodesArray found;
-    const Nodes::NodesCollection *project = element.GetNodesCollection();
-    const QString paths = QStringLiteral("application/nodelinkpath");
-    const QString ids = QStringLiteral("application/nodelink");
-    if (!mime || !project)
-        return found;
-    if (mime->hasFormat(paths)) {
-        for (const QString &path : readTexts(*mime, paths)) {
-            const auto nodes = project->GetNodesByPath(path.toStdString());
-            if (!nodes.empty())
-                found.push_back(Nodes::NodeLink(nodes.front()));
-        }
-        return found;
-    }
-    for (const QString &id : readTexts(*mime, ids)) {
-        if (const Nodes::ConfigNode *node = project->FindNode(id.toULong()))
-            found.push_back(Nodes::NodeLink(node));
-    }
-    return found;
 }
 
 } // namespace Widgets

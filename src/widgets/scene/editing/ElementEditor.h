@@ -1,6 +1,7 @@
 #pragma once
 
-#include "nodes/model/NodesArray.h"
+#include "widgets/scene/editing/GrabberFrame.h"
+
 #include "nodes/model/links/NodeLink.h"
 
 #include <QObject>
@@ -8,7 +9,6 @@
 
 class QGraphicsProxyWidget;
 class QGraphicsSceneMouseEvent;
-class QMimeData;
 class QUndoCommand;
 
 namespace Nodes {
@@ -18,6 +18,7 @@ class BasicWidget;
 namespace Widgets {
 
 class Border;
+class DragAndDropItem;
 class Locker;
 
 /// Editing of one element by its host in a scene: dragging, keys, border and lock, and the steps
@@ -37,6 +38,14 @@ public:
     void setTypeFrame(int type);
     /// Puts the decoration around the rectangle; an empty one means the present geometry.
     void place(const QRectF &rect);
+    /// Whether the host has its eight grabbers.
+    void setGrabbed(bool on);
+    /// As `place`, for the grabbers.
+    void placeGrabbers(const QRectF &rect) { m_grabbers.place(rect); }
+    /// Something is dragged over the host, which takes it or not.
+    void showDrop(bool isAcceptable);
+    /// It is not any more: whether it would have been taken.
+    bool hideDrop();
     void takeMovable(bool isMovable);
     void takeSelected(bool isSelected);
     /// The node holds the present geometry: the next step starts from there.
@@ -54,7 +63,6 @@ public:
     void takeRefusal();
     bool takeBackMove();
     QUndoCommand *movableChange(QUndoCommand *parent, bool movable, bool push) const;
-    static Nodes::NodesArray draggedNodes(const Nodes::NodeLink &element, const QMimeData *mime);
 
 signals:
     /// The operator turned the lock over.
@@ -67,6 +75,8 @@ private:
     Nodes::NodeLink m_link;
     Border *m_border = nullptr;
     Locker *m_locker = nullptr;
+    DragAndDropItem *m_drop = nullptr; ///< while something is dragged over the host
+    GrabberFrame m_grabbers;
     int m_frameType = 1;
     bool m_isMoving = false;
     QRect m_committed;        ///< geometry that the node holds

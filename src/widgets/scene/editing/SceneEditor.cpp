@@ -18,6 +18,7 @@
 #include <QDataStream>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>
+#include <QGraphicsSceneMouseEvent>
 #include <QGraphicsView>
 #include <QKeyEvent>
 #include <QMenu>
@@ -59,7 +60,10 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
       m_undo(undo),
       m_layers(layers),
       m_node(node),
-      m_selection(scene, undo),
+      m_selection(scene),
+      m_overlay(std::make_unique<EditOverlay>(scene, m_selection)),
+      m_drag(m_selection, *m_overlay),
+      m_edits(m_selection, undo),
       m_newElements(undo)
 {
     createActions();
@@ -70,21 +74,76 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
     m_menu = std::make_unique<SceneMenu>(
         SceneMenu::Actions{m_deleteAction, m_copyAction, m_pasteAction});
     connect(m_menu.get(), &SceneMenu::orderMoved, this,
-            [this](int step) { m_selection.moveOrder(step); });
+            [this](int step) { m_edits.moveOrder(step); });
     connect(m_menu.get(), &SceneMenu::currentWidgetChange, this, &SceneEditor::currentWidgetChange);
     connect(m_menu.get(), &SceneMenu::openWizardWindow, this, &SceneEditor::openWizardWindow);
     m_selectionTimer.setInterval(selectionDelay);
     m_selectionTimer.setSingleShot(true);
-    connect(&scene, &QGraphicsScene::selectionChanged, &m_selectionTimer,
-            qOverload<>(&QTimer::start));
-    connect(&m_selectionTimer, &QTimer::timeout, this, [this] {
-        emit selectionSettled();
-        for (ProxyLayer *layer : m_layers.all())
-            layer->updateSelection();
-    });
+    followSelection();
 }
 
 SceneEditor::~SceneEditor() = default;
+
+void SceneEditor::followSelection()
+{
+    const auto restart = qOverload<>(&QTimer::start);
+    const auto repaint = [this] { m_overlay->refresh(); };
+    connect(&m_selection, &SceneSelection::changed, &m_selectionTimer, restart);
+    connect(&m_selection, &SceneSelection::keyChanged, &m_selectionTimer, restart);
+    connect(&m_selection, &SceneSelection::changed, this, repaint);
+    connect(&m_selection, &SceneSelection::keyChanged, this, repaint);
+    connect(&m_selectionTimer, &QTimer::timeout, this, &SceneEditor::settleSelection);
+}
+
+void SceneEditor::settleSelection()
+{
+    emit selectionSettled();
+    m_overlay->setFramed(m_selection.count() > GrabbersAtMost);
+    for (ProxyLayer *layer : m_layers.all())
+        layer->updateSelection();
+}
+
+bool SceneEditor::hasGrabbers(const ProxyWidget &host) const
+{
+    return m_selection.count() <= GrabbersAtMost || &host == m_selection.key();
+}
+
+void SceneEditor::commitGeometry()
+{
+    m_drag.finish();
+    m_edits.commitGeometry();
+}
+
+void SceneEditor::cancelDrag()
+{
+    m_picked.clear();
+    (void)m_drag.cancel();
+}
+
+bool SceneEditor::pressMouse(const QGraphicsSceneMouseEvent &event)
+{
+    if (event.button() != Qt::LeftButton || event.modifiers() != Qt::AltModifier)
+        return false;
+    m_picked = m_selection.selectBelow(event.scenePos());
+    return m_picked;
+}
+
+bool SceneEditor::moveMouse(const QGraphicsSceneMouseEvent &event)
+{
+    if (!m_picked || !(m_picked->flags() & QGraphicsItem::ItemIsMovable))
+        return m_picked;
+    m_drag.follow({m_picked, NoCorner, event.buttonDownScenePos(Qt::LeftButton), event.scenePos()});
+    return true;
+}
+
+bool SceneEditor::releaseMouse()
+{
+    const bool isPicked = m_picked;
+    m_picked.clear();
+    if (isPicked)
+        commitGeometry();
+    return isPicked;
+}
 
 void SceneEditor::createActions()
 {
@@ -145,12 +204,13 @@ void SceneEditor::pasteAtPointer()
 
 bool SceneEditor::pressKey(const QKeyEvent &event)
 {
-    if (isArrow(event.key())) {
+    if (pressSelecting(event)) {
+        return true;
+    } else if (isArrow(event.key())) {
         for (ProxyLayer *layer : m_layers.all())
             layer->keyMove(arrowDelta(event));
     } else if (event.key() == Qt::Key_Escape) {
-        if (!m_selection.takeBackMove())
-            m_scene.clearSelection();
+        pressEscape();
     } else if (event.key() == Qt::Key_Delete) {
         emit removalAsked();
     } else if (event.matches(QKeySequence::Copy) && m_copyAction) {
@@ -166,7 +226,32 @@ bool SceneEditor::pressKey(const QKeyEvent &event)
 void SceneEditor::releaseKey(const QKeyEvent &event)
 {
     if (isArrow(event.key()) && !event.isAutoRepeat())
-        m_selection.commitGeometry();
+        commitGeometry();
+}
+
+bool SceneEditor::pressSelecting(const QKeyEvent &event)
+{
+    if (event.matches(QKeySequence::SelectAll))
+        m_selection.selectAll();
+    else if (event.key() == Qt::Key_Backtab)
+        m_selection.selectNext(false);
+    else if (event.key() == Qt::Key_Tab && event.modifiers() == Qt::NoModifier)
+        m_selection.selectNext(true);
+    else
+        return false;
+    return true;
+}
+
+void SceneEditor::pressEscape()
+{
+    m_picked.clear();
+    if (!m_drag.cancel() && !m_edits.takeBackMove()) {
+        m_selection.clear();
+        return;
+    }
+    // The button may still be down: the rest of the drag moves nothing.
+    if (QGraphicsItem *dragged = m_scene.mouseGrabberItem())
+        dragged->ungrabMouse();
 }
 
 void SceneEditor::openMenu(const QGraphicsSceneContextMenuEvent &event)
@@ -178,7 +263,7 @@ void SceneEditor::openMenu(const QGraphicsSceneContextMenuEvent &event)
             hosts.append(host);
     }
     selectUnderMouse(hosts, event.modifiers());
-    const int selected = m_scene.selectedItems().size();
+    const int selected = m_selection.count();
     if (selected == 0) {
         m_pastePosition = event.scenePos();
         Nodes::NodesCollection *project = m_node ? m_node->GetNodesCollection() : nullptr;

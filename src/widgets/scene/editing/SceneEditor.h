@@ -1,6 +1,10 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+#include "widgets/scene/editing/DragInteraction.h"
+#include "widgets/scene/editing/EditOverlay.h"
 #include "widgets/scene/editing/NewElements.h"
+#include "widgets/scene/editing/SceneSelection.h"
 #include "widgets/scene/editing/SelectionEdits.h"
 
 #include "nodes/model/links/NodeLink.h"
@@ -8,6 +12,7 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -16,6 +21,7 @@ class QAction;
 class QGraphicsScene;
 class QGraphicsSceneContextMenuEvent;
 class QGraphicsSceneDragDropEvent;
+class QGraphicsSceneMouseEvent;
 class QKeyEvent;
 class QMimeData;
 
@@ -29,9 +35,10 @@ class LayerStack;
 class ProxyWidget;
 class SceneMenu;
 
-/// The tool that a scene hands its input to while it is edited: keys, context menu, what is
-/// dropped from the element panel, clipboard. A scene at run time has none. GUI thread.
-class SceneEditor : public QObject
+/// The tool that a scene hands its input to while it is edited: selection, drags, keys, context
+/// menu, what is dropped from the element panel, clipboard. A scene at run time has none. GUI
+/// thread.
+class WIDGETS_EXPORT SceneEditor : public QObject
 {
     Q_OBJECT
 
@@ -41,7 +48,16 @@ public:
                 Nodes::BasicNode *node);
     ~SceneEditor() override;
 
-    SelectionEdits &selection() { return m_selection; }
+    /// Of more selected elements than this only the key one has grabbers; the others are framed.
+    static constexpr int GrabbersAtMost = 100;
+
+    SceneSelection &selection() { return m_selection; }
+    SelectionEdits &edits() { return m_edits; }
+    DragInteraction &drag() { return m_drag; }
+    EditOverlay &overlay() { return *m_overlay; }
+    bool hasGrabbers(const ProxyWidget &host) const;
+    /// Takes the selection over as it is, which happens by itself 100 ms after its last change.
+    void settleSelection();
     QMenu *addMenu() const { return m_newElements.menu(); }
     QPointF pastePosition() const { return m_pastePosition; }
     void setPastePosition(QPointF position) { m_pastePosition = position; }
@@ -51,6 +67,15 @@ public:
     void copy() const;
     void paste(QPointF point);
 
+    /// Ends a drag that is under way and brings what was moved into the nodes.
+    void commitGeometry();
+    /// The pointer was lost: a drag under way is taken back.
+    void cancelDrag();
+    /// Alt with the left button picks what lies below; the others are left to the items.
+    bool pressMouse(const QGraphicsSceneMouseEvent &event);
+    /// Whether it dragged what was picked so, or let it go.
+    bool moveMouse(const QGraphicsSceneMouseEvent &event);
+    bool releaseMouse();
     /// Whether the key was meant for the editor.
     bool pressKey(const QKeyEvent &event);
     void releaseKey(const QKeyEvent &event);
@@ -72,6 +97,9 @@ signals:
 
 private:
     void createActions();
+    void followSelection();
+    void pressEscape();
+    bool pressSelecting(const QKeyEvent &event);
     void selectUnderMouse(const QList<ProxyWidget *> &hosts, Qt::KeyboardModifiers modifiers);
     void pasteAtPointer();
 
@@ -79,9 +107,13 @@ private:
     Utils::IUndo &m_undo;
     const LayerStack &m_layers;
     Utils::WatchedNode<Nodes::BasicNode> m_node;
-    SelectionEdits m_selection;
+    SceneSelection m_selection;
+    std::unique_ptr<EditOverlay> m_overlay;
+    DragInteraction m_drag;
+    SelectionEdits m_edits;
     NewElements m_newElements;
     QPointF m_pastePosition;
+    QPointer<ProxyWidget> m_picked;    ///< by the press that is held
     QAction *m_deleteAction = nullptr; ///< the three are children; null where the host has none
     QAction *m_copyAction = nullptr;
     QAction *m_pasteAction = nullptr;

@@ -1,6 +1,7 @@
 #include "widgets/scene/editing/SelectionEdits.h"
 
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/SceneSelection.h"
 
 #include "nodes/visual/BasicWidget.h"
 #include "utils/undo/ChangePropertyCommand.h"
@@ -8,38 +9,16 @@
 #include "utils/undo/IUndo.h"
 #include "utils/undo/RemoveNodeLinkGroup.h"
 
-#include <QGraphicsScene>
-
 #include <algorithm>
 #include <memory>
 
 namespace Widgets {
 
-QList<ProxyWidget *> SelectionEdits::hosts() const
-{
-    QList<ProxyWidget *> hosts;
-    const QList<QGraphicsItem *> items = m_scene.selectedItems();
-    for (QGraphicsItem *item : items) {
-        auto *host = dynamic_cast<ProxyWidget *>(item);
-        if (host && host->getNode())
-            hosts.append(host);
-    }
-    return hosts;
-}
-
-Nodes::NodeLinks SelectionEdits::links() const
-{
-    Nodes::NodeLinks links;
-    for (const ProxyWidget *host : hosts())
-        links.push_back(host->getNodeLink());
-    return links;
-}
-
 void SelectionEdits::remove(const Nodes::NodeLinks &links)
 {
     Nodes::NodeLinks removed;
     Nodes::NodeLink parent;
-    for (const ProxyWidget *host : hosts()) {
+    for (const ProxyWidget *host : m_selection.hosts()) {
         const Nodes::NodeLink link = host->getNodeLink();
         if (std::find(links.begin(), links.end(), link) == links.end())
             continue;
@@ -53,7 +32,7 @@ void SelectionEdits::remove(const Nodes::NodeLinks &links)
 
 void SelectionEdits::commitGeometry()
 {
-    const QList<ProxyWidget *> hosts = this->hosts();
+    const QList<ProxyWidget *> hosts = m_selection.hosts();
     if (hosts.size() == 1) {
         m_undo.pushToUndoStack(hosts.first()->getGeometryChangeCommand(nullptr));
     } else {
@@ -71,11 +50,8 @@ void SelectionEdits::commitGeometry()
 bool SelectionEdits::takeBackMove()
 {
     bool isTakenBack = false;
-    for (ProxyWidget *host : hosts())
+    for (ProxyWidget *host : m_selection.hosts())
         isTakenBack = host->takeBackMove() || isTakenBack;
-    // The button is still down: the rest of the drag moves nothing.
-    if (QGraphicsItem *dragged = isTakenBack ? m_scene.mouseGrabberItem() : nullptr)
-        dragged->ungrabMouse();
     return isTakenBack;
 }
 
@@ -91,7 +67,7 @@ void SelectionEdits::setMovable(ProxyWidget &host, bool &movable, bool &push)
 
 void SelectionEdits::moveOrder(int step)
 {
-    const QList<ProxyWidget *> hosts = this->hosts();
+    const QList<ProxyWidget *> hosts = m_selection.hosts();
     auto group =
         std::make_unique<Utils::CommandGroup>(QStringLiteral("Изменение порядка виджетов"));
     for (const ProxyWidget *host : hosts) {

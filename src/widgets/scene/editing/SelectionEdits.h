@@ -4,8 +4,6 @@
 
 #include <QList>
 
-class QGraphicsScene;
-
 namespace Utils {
 class IUndo;
 }
@@ -13,16 +11,17 @@ class IUndo;
 namespace Widgets {
 
 class ProxyWidget;
+class SceneSelection;
 
 /// Edits of what is selected in a scene, each one step on the undo stack. GUI thread.
 class SelectionEdits
 {
 public:
-    SelectionEdits(QGraphicsScene &scene, Utils::IUndo &undo) : m_scene(scene), m_undo(undo) {}
-
-    /// Selected hosts whose nodes exist.
-    QList<ProxyWidget *> hosts() const;
-    Nodes::NodeLinks links() const;
+    /// Both outlive it.
+    SelectionEdits(SceneSelection &selection, Utils::IUndo &undo)
+        : m_selection(selection), m_undo(undo)
+    {
+    }
 
     /// Deletes those of the selected elements that are in the list.
     void remove(const Nodes::NodeLinks &links);
@@ -36,7 +35,7 @@ public:
     void moveOrder(int step);
 
 private:
-    QGraphicsScene &m_scene;
+    SceneSelection &m_selection;
     Utils::IUndo &m_undo;
 };
 

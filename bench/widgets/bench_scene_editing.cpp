@@ -1,0 +1,240 @@
+// Editing large scenes: opening, selecting, dragging, undoing and pasting, beside a bare scene of
+// as many plain items.
+#include "LabelWindow.h"
+
+#include "widgets/scene/ProxyLayer.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/SceneEditor.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QGraphicsRectItem>
+#include <QGraphicsView>
+#include <QMouseEvent>
+#include <QUndoStack>
+
+namespace {
+
+constexpr int columns = 100;
+
+QPoint placeOf(int i)
+{
+    return {i % columns * 16, i / columns % columns * 10};
+}
+
+/// Presses on the first element and drags it with all that is selected; each step is painted.
+class Drag
+{
+public:
+    explicit Drag(QGraphicsView &view) : m_view(view), m_at(view.mapFromScene(5, 5))
+    {
+        send(QEvent::MouseButtonPress, Qt::LeftButton);
+    }
+    void step()
+    {
+        m_at += QPoint(m_count / 50 % 2 == 0 ? 1 : -1, 0);
+        ++m_count;
+        send(QEvent::MouseMove, Qt::NoButton);
+        m_view.viewport()->repaint();
+    }
+    void release() { send(QEvent::MouseButtonRelease, Qt::LeftButton); }
+
+private:
+    void send(QEvent::Type type, Qt::MouseButton button)
+    {
+        const Qt::MouseButtons buttons =
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, m_at, m_view.viewport()->mapToGlobal(m_at), button, buttons,
+                          Qt::NoModifier);
+        QApplication::sendEvent(m_view.viewport(), &event);
+    }
+
+    QGraphicsView &m_view;
+    QPoint m_at;
+    int m_count = 0;
+};
+
+struct EditedWindow
+{
+    explicit EditedWindow(int count) : project(0)
+    {
+        project.core.SetWorkMode(Nodes::WorkModeEditing);
+        Utils::IUndo::setUndoStack(&stack);
+        for (int i = 0; i < count; ++i) {
+            Nodes::ConfigNode *label = project.add("label", project.window);
+            const QPoint place = placeOf(i);
+            LabelProject::set(*label, "x", std::to_string(place.x()));
+            LabelProject::set(*label, "y", std::to_string(place.y()));
+            LabelProject::set(*label, "width", "14");
+            LabelProject::set(*label, "height", "8");
+        }
+    }
+    ~EditedWindow() { Utils::IUndo::setUndoStack(nullptr); }
+    void open()
+    {
+        view = std::make_unique<Widgets::ProxyView>(project.window, nullptr);
+        view->setFixedSize(1602, 1002);
+        scene = view->setScene(project.window);
+        view->show();
+        view->viewport()->repaint();
+    }
+    /// With grabbers and frames, which come a moment later.
+    void selectAll() const
+    {
+        scene->sceneEditor()->selection().selectAll();
+        scene->sceneEditor()->settleSelection();
+    }
+
+    LabelProject project;
+    QUndoStack stack;
+    std::unique_ptr<Widgets::ProxyView> view;
+    Widgets::ProxyScene *scene = nullptr;
+};
+
+struct BareWindow
+{
+    explicit BareWindow(int count)
+    {
+        scene.setItemIndexMethod(QGraphicsScene::NoIndex);
+        scene.setSceneRect(0, 0, 1600, 1000);
+        for (int i = 0; i < count; ++i) {
+            auto *item = scene.addRect(0, 0, 14, 8);
+            item->setPos(placeOf(i));
+            item->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+        }
+        view.setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
+        view.setFixedSize(1602, 1002);
+        view.setScene(&scene);
+        view.show();
+        view.viewport()->repaint();
+    }
+    void selectAll() const
+    {
+        const QList<QGraphicsItem *> items = scene.items();
+        for (QGraphicsItem *item : items)
+            item->setSelected(true);
+    }
+
+    QGraphicsScene scene;
+    QGraphicsView view;
+};
+
+void open(benchmark::State &state)
+{
+    EditedWindow window(int(state.range(0)));
+    for (auto _ : state) {
+        window.open();
+        state.PauseTiming();
+        window.view.reset();
+        state.ResumeTiming();
+    }
+}
+
+void selectAll(benchmark::State &state)
+{
+    EditedWindow window(int(state.range(0)));
+    window.open();
+    for (auto _ : state) {
+        window.selectAll();
+        window.view->viewport()->repaint();
+        state.PauseTiming();
+        window.scene->clearSelection();
+        settle();
+        state.ResumeTiming();
+    }
+}
+
+void selectAllBare(benchmark::State &state)
+{
+    BareWindow window(int(state.range(0)));
+    for (auto _ : state) {
+        window.selectAll();
+        window.view.viewport()->repaint();
+        state.PauseTiming();
+        window.scene.clearSelection();
+        state.ResumeTiming();
+    }
+}
+
+void drag(benchmark::State &state)
+{
+    EditedWindow window(int(state.range(0)));
+    window.open();
+    window.selectAll();
+    Drag drag(*window.view);
+    drag.step();
+    for (auto _ : state)
+        drag.step();
+    drag.release();
+}
+
+void dragBare(benchmark::State &state)
+{
+    BareWindow window(int(state.range(0)));
+    window.selectAll();
+    Drag drag(window.view);
+    drag.step();
+    for (auto _ : state)
+        drag.step();
+    drag.release();
+}
+
+/// Letting go of a drag: one step of so many elements; then its undo.
+void commitAndUndo(benchmark::State &state)
+{
+    EditedWindow window(int(state.range(0)));
+    window.open();
+    window.selectAll();
+    for (auto _ : state) {
+        state.PauseTiming();
+        Drag drag(*window.view);
+        drag.step();
+        state.ResumeTiming();
+        drag.release();
+        window.stack.undo();
+        window.view->viewport()->repaint();
+        state.PauseTiming();
+        settle();
+        if (window.stack.count() != 1)
+            state.SkipWithError("the drag made no step");
+        state.ResumeTiming();
+    }
+}
+
+void paste(benchmark::State &state)
+{
+    EditedWindow window(int(state.range(0)));
+    window.open();
+    window.selectAll();
+    window.scene->onCopyToBuffer();
+    for (auto _ : state) {
+        window.scene->onPasteFromBuffer({20, 20});
+        window.view->viewport()->repaint();
+        state.PauseTiming();
+        if (window.stack.count() != 1)
+            state.SkipWithError("nothing was pasted");
+        window.stack.undo();
+        window.stack.clear();
+        settle();
+        state.ResumeTiming();
+    }
+}
+
+#define EDITING_BENCH(name) BENCHMARK(name)->Unit(benchmark::kMillisecond)
+EDITING_BENCH(open)->Arg(5000)->Iterations(5);
+EDITING_BENCH(selectAll)->Arg(5000)->Arg(10000)->Iterations(5);
+EDITING_BENCH(selectAllBare)->Arg(5000)->Arg(10000)->Iterations(5);
+EDITING_BENCH(drag)->Arg(1000)->Arg(5000)->Arg(10000)->Iterations(40);
+EDITING_BENCH(dragBare)->Arg(1000)->Arg(5000)->Arg(10000)->Iterations(40);
+EDITING_BENCH(commitAndUndo)->Arg(1000)->Arg(5000)->Iterations(5);
+EDITING_BENCH(paste)->Arg(1000)->Iterations(5);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    BenchApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,94 @@
+#include "utils/undo/DropNodesCommand.h"
+
+#include "nodes/model/KindInfo.h"
+#include "nodes/model/properties/BasicProperty.h"
+
+#include <map>
+#include <utility>
+
+namespace Utils {
+
+namespace {
+
+struct Value
+{
+    boost::any value;
+    std::string text;
+};
+
+std::map<unsigned, Value> valuesOf(const Nodes::ConfigNode &node)
+{
+    std::map<unsigned, Value> values;
+    for (const Nodes::PropertyDescriptor &d : node.GetKind()->properties) {
+        if (const Nodes::BasicProperty *property = node.GetPropertyByValueId(d.valueId))
+            values[d.valueId] = {property->GetPropertyValue(), property->ToString()};
+    }
+    return values;
+}
+
+} // namespace
+
+DropNodesCommand::DropNodesCommand(const Nodes::NodeLink &target, const Nodes::NodesArray &nodes,
+                                   Nodes::ConfigNode::enDropFlags flags, QUndoCommand *parent)
+    : NodeCommand(parent), m_target(target), m_nodes(nodes), m_flags(flags)
+{
+    setText(
+        QStringLiteral("Привязка к виджету %1").arg(QString::fromStdString(target.GetLinkName())));
+}
+
+DropNodesCommand::~DropNodesCommand() = default;
+
+Nodes::Result DropNodesCommand::apply()
+{
+    Nodes::ConfigNode *target = m_target.GetNode();
+    if (!target)
+        return Nodes::Result(Nodes::Result::NotFound,
+                             "node " + std::to_string(m_target.GetNodeId()));
+    if (!m_isDropped)
+        return drop(*target);
+    const Nodes::Result inserted = m_copies.insert();
+    return inserted ? setLinks(false) : inserted;
+}
+
+Nodes::Result DropNodesCommand::drop(Nodes::ConfigNode &target)
+{
+    const Nodes::Result allowed = target.CanDropNodes(m_nodes, m_flags);
+    if (!allowed)
+        return allowed;
+    const std::map<unsigned, Value> before = valuesOf(target);
+    const int childCount = target.GetNodeCount();
+    if (target.DropNodes(m_nodes, m_flags) == 0)
+        return Nodes::Result(&target, Nodes::Result::InvalidArgument, "it takes none of the nodes");
+    m_isDropped = true;
+    for (const auto &[valueId, now] : valuesOf(target)) {
+        const Value &former = before.at(valueId);
+        if (former.text != now.text)
+            m_changes.push_back({valueId, former.value, now.value});
+    }
+    for (int i = childCount; i < target.GetNodeCount(); ++i)
+        m_copies.add(Nodes::NodeLink(target.GetNodeAt(i)), m_target);
+    return {};
+}
+
+Nodes::Result DropNodesCommand::setLinks(bool isBefore) const
+{
+    Nodes::ConfigNode *target = m_target.GetNode();
+    for (const Change &change : m_changes) {
+        const Nodes::Result set =
+            target->SetProperty(change.valueId, isBefore ? change.before : change.after);
+        if (!set)
+            return set;
+    }
+    return {};
+}
+
+Nodes::Result DropNodesCommand::revert()
+{
+    if (!m_target.isValid())
+        return Nodes::Result(Nodes::Result::NotFound,
+                             "node " + std::to_string(m_target.GetNodeId()));
+    const Nodes::Result removed = m_copies.remove();
+    return removed ? setLinks(true) : removed;
+}
+
+} // namespace Utils

@@ -1,0 +1,129 @@
+#include "widgets/scene/editing/DragInteraction.h"
+
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/DragAdjuster.h"
+#include "widgets/scene/editing/EditOverlay.h"
+#include "widgets/scene/editing/SceneSelection.h"
+
+#include <algorithm>
+
+namespace Widgets {
+
+namespace {
+
+constexpr Qt::Edges allEdges =
+    Qt::Edges(Qt::TopEdge | Qt::LeftEdge | Qt::RightEdge | Qt::BottomEdge);
+
+// Elements stand on whole pixels, at any zoom.
+QPointF wholePixels(QPointF delta)
+{
+    return QPointF(delta.toPoint());
+}
+
+} // namespace
+
+DragInteraction::DragInteraction(SceneSelection &selection, EditOverlay &overlay)
+    : m_selection(selection), m_overlay(overlay)
+{
+}
+
+DragInteraction::~DragInteraction() = default;
+
+void DragInteraction::addAdjuster(DragAdjuster &adjuster)
+{
+    m_adjusters.push_back(&adjuster);
+}
+
+void DragInteraction::removeAdjuster(DragAdjuster &adjuster)
+{
+    m_adjusters.erase(std::remove(m_adjusters.begin(), m_adjusters.end(), &adjuster),
+                      m_adjusters.end());
+}
+
+void DragInteraction::follow(const DragMotion &motion)
+{
+    if (!m_isActive)
+        begin(motion);
+    apply(adjusted(wholePixels(motion.to - motion.from)));
+}
+
+void DragInteraction::begin(const DragMotion &motion)
+{
+    m_isActive = true;
+    m_corner = motion.corner;
+    m_delta = QPointF();
+    const QList<ProxyWidget *> dragged =
+        m_corner == NoCorner ? m_selection.hosts() : QList<ProxyWidget *>{motion.host};
+    for (ProxyWidget *host : dragged) {
+        if (m_corner != NoCorner || (host->flags() & QGraphicsItem::ItemIsMovable))
+            m_moved.push_back({host, host->geometry()});
+    }
+    m_from = QRectF();
+    for (const Moved &moved : m_moved)
+        m_from |= moved.from;
+    for (DragAdjuster *adjuster : m_adjusters)
+        adjuster->begin(m_selection);
+    emit started();
+}
+
+QPointF DragInteraction::adjusted(QPointF delta)
+{
+    const Qt::Edges edges = m_corner == NoCorner ? allEdges : cornerEdges(m_corner);
+    Guides guides;
+    for (DragAdjuster *adjuster : m_adjusters)
+        delta = adjuster->adjust(placed(m_from, delta), delta, edges, &guides);
+    m_overlay.setGuides(guides);
+    return wholePixels(delta);
+}
+
+QRectF DragInteraction::placed(const QRectF &from, QPointF delta) const
+{
+    return m_corner == NoCorner ? from.translated(delta)
+                                : movedEdges(from, cornerEdges(m_corner), delta);
+}
+
+void DragInteraction::apply(QPointF delta)
+{
+    if (delta == m_delta)
+        return;
+    m_delta = delta;
+    for (const Moved &moved : m_moved)
+        place(moved, placed(moved.from, delta));
+}
+
+void DragInteraction::place(const Moved &moved, const QRectF &rect) const
+{
+    if (!moved.host)
+        return;
+    if (m_corner == NoCorner)
+        moved.host->setPos(rect.topLeft());
+    else
+        moved.host->setEditedGeometry(rect);
+}
+
+void DragInteraction::finish()
+{
+    if (m_isActive)
+        end();
+}
+
+bool DragInteraction::cancel()
+{
+    if (!m_isActive)
+        return false;
+    apply(QPointF());
+    end();
+    return true;
+}
+
+void DragInteraction::end()
+{
+    m_isActive = false;
+    m_moved.clear();
+    m_overlay.setGuides({});
+    for (DragAdjuster *adjuster : m_adjusters)
+        adjuster->end();
+    emit finished();
+}
+
+} // namespace Widgets

@@ -1,0 +1,119 @@
+#include "widgets/scene/editing/EditOverlay.h"
+
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/SceneSelection.h"
+
+#include <QFontMetricsF>
+#include <QGraphicsScene>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <limits>
+
+namespace Widgets {
+
+namespace {
+
+const QColor frameColor(0, 95, 184);
+const QColor guideColor(200, 0, 120);
+
+// Elements stand within 16 bits.
+constexpr double farthest = 1 << 17;
+
+} // namespace
+
+EditOverlay::EditOverlay(QGraphicsScene &scene, const SceneSelection &selection)
+    : m_selection(selection)
+{
+    setZValue(double(std::numeric_limits<int>::max()) * 2);
+    setAcceptedMouseButtons(Qt::NoButton);
+    setFlag(ItemHasNoContents);
+    scene.addItem(this);
+}
+
+EditOverlay::~EditOverlay() = default;
+
+void EditOverlay::setGuides(const Guides &guides)
+{
+    if (guides.isEmpty() && m_guides.isEmpty())
+        return;
+    m_guides = guides;
+    refresh();
+}
+
+void EditOverlay::setFramed(bool on)
+{
+    if (m_isFramed == on)
+        return;
+    m_isFramed = on;
+    refresh();
+}
+
+void EditOverlay::refresh()
+{
+    const bool isEmpty = m_guides.isEmpty() && m_selection.count() < 2;
+    if (isEmpty && (flags() & ItemHasNoContents))
+        return;
+    setFlag(ItemHasNoContents, isEmpty);
+    update();
+}
+
+QRectF EditOverlay::boundingRect() const
+{
+    return QRectF(-farthest, -farthest, 2 * farthest, 2 * farthest);
+}
+
+QPainterPath EditOverlay::shape() const
+{
+    return {};
+}
+
+void EditOverlay::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    painter->setBrush(Qt::NoBrush);
+    if (m_isFramed)
+        paintFrames(*painter);
+    if (m_selection.count() > 1)
+        paintKey(*painter);
+    if (!m_guides.isEmpty())
+        paintGuides(*painter);
+}
+
+void EditOverlay::paintFrames(QPainter &painter) const
+{
+    QVector<QRectF> frames;
+    frames.reserve(m_selection.count());
+    for (const ProxyWidget *host : m_selection.hosts())
+        frames.append(host->geometry().adjusted(-0.5, -0.5, 0.5, 0.5));
+    painter.setPen(QPen(frameColor, 0));
+    painter.drawRects(frames);
+}
+
+void EditOverlay::paintKey(QPainter &painter) const
+{
+    const ProxyWidget *key = m_selection.key();
+    if (!key)
+        return;
+    QPen pen(frameColor, 2);
+    pen.setCosmetic(true);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.drawRect(key->geometry().adjusted(-2, -2, 2, 2));
+}
+
+void EditOverlay::paintGuides(QPainter &painter) const
+{
+    painter.setPen(QPen(guideColor, 0));
+    painter.drawLines(m_guides.lines);
+    const QTransform toDevice = painter.worldTransform();
+    painter.resetTransform(); // notes are read at any zoom
+    const QFontMetricsF metrics(painter.font());
+    for (const Guides::Note &note : m_guides.notes) {
+        QRectF box = metrics.boundingRect(note.text).adjusted(-4, -2, 4, 2);
+        box.moveCenter(toDevice.map(note.at));
+        painter.fillRect(box, Qt::white);
+        painter.drawText(box, Qt::AlignCenter, note.text);
+    }
+}
+
+} // namespace Widgets

@@ -1,0 +1,58 @@
+#include "widgets/scene/editing/GrabberFrame.h"
+
+#include "widgets/scene/editing/CornerGrabber.h"
+
+#include <QGraphicsProxyWidget>
+
+namespace Widgets {
+
+GrabberFrame::GrabberFrame(QGraphicsProxyWidget &host) : m_host(host) {}
+
+GrabberFrame::~GrabberFrame()
+{
+    qDeleteAll(m_grabbers);
+}
+
+void GrabberFrame::setShown(bool on)
+{
+    if (on == !m_grabbers.isEmpty() || !m_host.scene())
+        return;
+    if (!on) {
+        qDeleteAll(m_grabbers);
+        m_grabbers.clear();
+        return;
+    }
+    for (int corner = 0; corner < CornerCount; ++corner) {
+        auto *grabber = new CornerGrabber(&m_host, Corner(corner));
+        grabber->installSceneEventFilter(&m_host);
+        m_grabbers.append(grabber);
+    }
+    place(QRectF());
+}
+
+void GrabberFrame::place(const QRectF &rect)
+{
+    if (m_grabbers.size() != CornerCount)
+        return;
+    const QRectF outline = rect.isEmpty() ? m_host.geometry() : rect;
+    constexpr double half = CornerGrabber::side / 2;
+    const QPointF shift = m_host.scenePos() + QPointF(half, half);
+    const double left = outline.left() - shift.x() - 1;
+    const double top = outline.top() - shift.y() - 1;
+    const double right = outline.right() - shift.x() + 1;
+    const double bottom = outline.bottom() - shift.y() + 1;
+    const QPointF places[CornerCount] = {
+        {left, top},
+        {right - 1, top},
+        {right - 1, bottom - 1},
+        {left, bottom - 1},
+        {(left + right) / 2, top},
+        {right - 1, (top + bottom) / 2},
+        {(left + right) / 2, bottom - 1},
+        {left, (top + bottom) / 2},
+    };
+    for (CornerGrabber *grabber : qAsConst(m_grabbers))
+        grabber->setPos(places[grabber->corner()]);
+}
+
+} // namespace Widgets
