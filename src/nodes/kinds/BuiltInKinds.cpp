@@ -96,6 +96,7 @@
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
 #include "nodes/visual/elements/widgetReportDisplay.h"
 #include "nodes/visual/elements/widgetState.h"
+#include "nodes/visual/elements/widgetSymbol.h"
 #include "nodes/visual/events/eventColumn.h"
 #include "nodes/visual/events/widgetEventList.h"
 #include "nodes/visual/windows/BasicComposition.h"
@@ -130,6 +131,7 @@ void addElements(KindTable &table)
     table.Add(widgetAlarmBanner::Kind());
     table.Add(widgetAlarmList::Kind());
     table.Add(widgetReportDisplay::Kind());
+    table.Add(widgetSymbol::Kind());
 }
 
 void addCharts(KindTable &table)

@@ -88,7 +88,7 @@ private:
     }
     void checkResource(const PropertyDescriptor &d, const ResourceLink &resource)
     {
-        if (resource.GetFilePath().empty())
+        if (resource.GetFilePath().empty() || resource.IsBuiltIn())
             return;
         const std::string path = resource.GetFullFilePath();
         std::error_code error;

@@ -17,6 +17,7 @@
 #include "widgets/elements/qwidgetMultiImage.h"
 #include "widgets/elements/qwidgetMultiLabel.h"
 #include "widgets/elements/qwidgetRecorderDigitalDisplay.h"
+#include "widgets/elements/symbols/qwidgetSymbol.h"
 #include "widgets/eventlist/WidgetEvent.h"
 #include "widgets/reports/display/qwidgetReportDisplay.h"
 
@@ -36,6 +37,7 @@
 #include "nodes/visual/elements/widgetMultiImage.h"
 #include "nodes/visual/elements/widgetMultiLabel.h"
 #include "nodes/visual/elements/widgetRecorderDigitalDisplay.h"
+#include "nodes/visual/elements/widgetSymbol.h"
 
 #include <type_traits>
 
@@ -93,6 +95,7 @@ constexpr Row rows[] = {
     shows<qwidgetAlarmHealth>(),
     shows<WidgetEvent>(),
     shows<qwidgetReportDisplay>(),
+    shows<qwidgetSymbol>(),
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

@@ -18,6 +18,8 @@ public:
 
     /// As configured: relative, '/' separated; "" when none is set.
     const std::string &GetFilePath() const { return m_filePath; }
+    /// Part of the programs rather than a file of the project: ":/" and a name.
+    bool IsBuiltIn() const { return m_filePath.compare(0, 2, ":/") == 0; }
     /// Resolved against the project's directory; "" when none is set or when the path, or a
     /// symbolic link on it, leaves that directory, which projects may not ask for.
     std::string GetFullFilePath() const;

@@ -37,6 +37,9 @@ protected:
     {
     }
 
+    /// For constructors of kinds whose text stands elsewhere by nature.
+    void SetVerticalAlignment(enAlignmentVertical vertical) { m_vertical = vertical; }
+
     /// Adds font, alignment and text colour only, for kinds with an order of their own.
     static void DescribeText(KindBuilder &builder);
 

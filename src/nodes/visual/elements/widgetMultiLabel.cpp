@@ -20,14 +20,7 @@ KindInfo widgetMultiLabel::Kind()
 
 const widgetState *widgetMultiLabel::GetState(const SignalValue &value) const
 {
-    if (value.GetQuality() == Quality::Bad)
-        return nullptr;
-    for (const auto &child : Children()) {
-        const auto *state = dynamic_cast<const widgetState *>(child.get());
-        if (state && state->Matches(value))
-            return state;
-    }
-    return nullptr;
+    return widgetState::Find(*this, value); // a bad value matches none
 }
 
 bool widgetMultiLabel::FindMatches(const SignalValue &value) const

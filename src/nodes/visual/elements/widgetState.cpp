@@ -17,7 +17,23 @@ KindInfo widgetState::Kind()
         .Property<&widgetState::m_hasBackgroundColor>(Prop::OwnBackground, "Own background",
                                                       "Свой цвет фона")
         .Property<&widgetState::m_backgroundColor>(Prop::Background, "Background", "Цвет фона")
-        .Property<&widgetState::m_image>(Prop::Image, "Picture", "Рисунок");
+        .Property<&widgetState::m_image>(Prop::Image, "Picture", "Рисунок")
+        .Property<&widgetState::m_look>(Prop::Look, "Look of a symbol", "Вид мнемосимвола")
+        .Choice(int(SymbolLook::Plain), "plain", "Как нарисован")
+        .Choice(int(SymbolLook::Off), "off", "Остановлен, закрыт")
+        .Choice(int(SymbolLook::On), "on", "Работает, открыт")
+        .Choice(int(SymbolLook::Moving), "moving", "В движении")
+        .Choice(int(SymbolLook::Fault), "fault", "Авария");
+}
+
+const widgetState *widgetState::Find(const ConfigNode &owner, const SignalValue &value)
+{
+    for (const auto &child : owner.Children()) {
+        const auto *state = dynamic_cast<const widgetState *>(child.get());
+        if (state && state->Matches(value))
+            return state;
+    }
+    return nullptr;
 }
 
 bool widgetState::Matches(const SignalValue &value) const

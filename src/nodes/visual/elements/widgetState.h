@@ -5,6 +5,7 @@
 #include "nodes/model/properties/PropertyId.h"
 #include "nodes/values/NColor.h"
 #include "nodes/values/SignalValue.h"
+#include "nodes/visual/elements/SymbolLook.h"
 
 namespace Nodes {
 
@@ -24,9 +25,13 @@ public:
         static constexpr PropertyId<bool> OwnBackground{9007, "ownBackground"};
         static constexpr PropertyId<NColor> Background{9008, "background"};
         static constexpr PropertyId<ResourceLink> Image{9009, "image"};
+        static constexpr PropertyId<int> Look{27010, "look"};
     };
 
     static KindInfo Kind();
+
+    /// The first of the node's states that the value matches; null without one.
+    static const widgetState *Find(const ConfigNode &owner, const SignalValue &value);
 
     /// Numbers match from minimum to maximum, both included; texts match exactly when a match
     /// text is set. Bad values, errors and nothing received among them, match no state.
@@ -38,6 +43,8 @@ public:
     NColor GetBackgroundColor() const { return m_backgroundColor; }
     /// For pictures of states; its path is empty when the state has none.
     const ResourceLink &GetImage() const { return m_image; }
+    /// For symbols: how equipment looks in this state.
+    SymbolLook GetLook() const { return SymbolLook(m_look); }
 
 private:
     double m_minimum = 0;
@@ -49,6 +56,7 @@ private:
     bool m_hasBackgroundColor = false;
     NColor m_backgroundColor{255, 255, 255};
     ResourceLink m_image;
+    int m_look = int(SymbolLook::Plain);
 };
 
 } // namespace Nodes
