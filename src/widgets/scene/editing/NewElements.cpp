@@ -61,7 +61,7 @@ void NewElements::fillGroup(const std::vector<Nodes::NodeType> &types)
 }
 
 bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point,
-                      bool isCentre)
+                      bool isCentre, const DroppedProperties::Texts &properties)
 {
     Nodes::NodesCollection *project = parent ? parent->GetNodesCollection() : nullptr;
     if (!project) {
@@ -76,6 +76,7 @@ bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QP
         warn("Узел не создан");
         return false;
     }
+    DroppedProperties::apply(properties, *node);
     node->SetName(freeName(*parent, node->GetName()));
     const Nodes::NRect box = node->GetGeometry();
     const QPoint corner =

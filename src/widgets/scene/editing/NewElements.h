@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/scene/editing/DroppedProperties.h"
+
 #include "nodes/model/NodeType.h"
 
 #include <QObject>
@@ -36,8 +38,10 @@ public:
     void fillMenu(const Nodes::ConfigNode &parent);
 
     /// New element below `parent`, its corner or its centre at the point; false, and told the
-    /// operator, when there is none. Null: there is no layer.
-    bool add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point, bool isCentre);
+    /// New element below `parent`, its corner or its centre at the point, with those properties;
+    /// false, and told the operator, when there is none. Null: there is no layer.
+    bool add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point, bool isCentre,
+             const DroppedProperties::Texts &properties = {});
 
 signals:
     void menuFilled(QMenu *menu);

@@ -312,7 +312,8 @@ bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
                                  QStringLiteral("Отсутствуют слои"));
             break;
         }
-        if (m_newElements.add(type, layer, event.scenePos(), true))
+        if (m_newElements.add(type, layer, event.scenePos(), true,
+                              DroppedProperties::of(*event.mimeData())))
             emit addWidgetFromPanel();
     }
     return true;
