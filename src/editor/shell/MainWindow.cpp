@@ -8,6 +8,7 @@
 #include "editor/shell/StartPage.h"
 #include "editor/shell/StationRun.h"
 
+#include "editor/wizard/FirstSteps.h"
 #include "editor/workspace/DocumentView.h"
 
 #include "utils/settings/Configurator.h"
@@ -26,6 +27,8 @@
 namespace Editor {
 
 namespace {
+
+enum Page { StartingPage, DocumentsPage, StepsPage };
 
 Utils::Configurator layoutSettings()
 {
@@ -55,6 +58,9 @@ MainWindow::MainWindow(const QString &station)
     column->addWidget(m_pages, 1);
     m_pages->addWidget(new StartPage(*m_files, this));
     m_pages->addWidget(m_tabs);
+    auto *steps = new FirstSteps(m_workspace, this);
+    m_pages->addWidget(steps);
+    connect(steps, &FirstSteps::runRequested, this, &MainWindow::run);
     setCentralWidget(centre);
 
     makeFileMenu();
@@ -69,8 +75,8 @@ MainWindow::MainWindow(const QString &station)
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
     connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
     connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
-    resize(1600, 900);
-    restoreLayout();
+    if (!restoreLayout())
+        setWindowState(Qt::WindowMaximized);
     showState();
 }
 
@@ -175,7 +181,9 @@ void MainWindow::run()
 void MainWindow::showState()
 {
     const bool isOpen = m_session.isOpen();
-    m_pages->setCurrentIndex(isOpen ? 1 : 0);
+    m_pages->setCurrentIndex(!isOpen               ? StartingPage
+                             : m_tabs->count() > 0 ? DocumentsPage
+                                                   : StepsPage);
     for (QAction *action : qAsConst(m_projectActions))
         action->setEnabled(isOpen);
     m_saveAction->setEnabled(isOpen && (m_session.isModified() || m_session.isReadOnly()));
@@ -214,16 +222,16 @@ void MainWindow::keepLayout() const
     (void)layoutSettings().save(kept); // logged; the next start has the layout of the first
 }
 
-void MainWindow::restoreLayout()
+bool MainWindow::restoreLayout()
 {
     QJsonObject kept;
-    if (!layoutSettings().load(kept))
-        return;
+    if (!layoutSettings().load(kept) || kept.isEmpty())
+        return false;
     const auto bytes = [&kept](const char *key) {
         return QByteArray::fromBase64(kept.value(QLatin1String(key)).toString().toLatin1());
     };
-    restoreGeometry(bytes("geometry"));
     restoreState(bytes("panels"));
+    return restoreGeometry(bytes("geometry"));
 }
 
 } // namespace Editor

@@ -47,7 +47,8 @@ private:
     void showState();
     void showTitle();
     void keepLayout() const;
-    void restoreLayout();
+    /// False when none is kept.
+    bool restoreLayout();
 
     ProjectSession m_session;
     Workspace m_workspace;

@@ -1,10 +1,20 @@
 #include "editor/tables/CommandTable.h"
 
+#include "editor/wizard/StepCommands.h"
+
 namespace Editor {
 
 const QVector<CommandRow> &CommandTable()
 {
-    static const QVector<CommandRow> rows = {};
+    using namespace StepCommands;
+    static const QVector<CommandRow> rows = {
+        {"project.addWindow", "Проект", "Добавить окно…", "", "", &mayEdit, &addWindow},
+        {"project.addReadings", "Проект", "Добавить показания…", "", "", &mayAddReadings,
+         &addReadings},
+        {"project.addModbus", "Проект", "Добавить устройство Modbus TCP", "", "", &mayEdit,
+         &addModbus},
+        {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
+    };
     return rows;
 }
 

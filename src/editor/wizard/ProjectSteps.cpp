@@ -1,0 +1,188 @@
+#include "editor/wizard/ProjectSteps.h"
+
+#include "editor/wizard/NodeRecipe.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/windows/BasicFrame.h"
+#include "nodes/visual/windows/BasicWindow.h"
+#include "utils/convert/ValueConversions.h"
+#include "utils/undo/AddNodeLinkCommand.h"
+#include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/CommandGroup.h"
+
+#include <algorithm>
+
+namespace Editor {
+
+namespace {
+
+constexpr int grid = 8; // px
+constexpr int margin = 3 * grid;
+const QSize captionSize(200, 32);
+const QSize valueSize(136, 32);
+
+NodeRecipe simulated(const QString &name, const QString &formula, const QString &unit, int maximum)
+{
+    NodeRecipe recipe(QStringLiteral("simulatorSignal"), name);
+    recipe.set(QStringLiteral("formula"), formula);
+    recipe.set(QStringLiteral("unit"), unit);
+    recipe.set(QStringLiteral("decimals"), 1);
+    recipe.set(QStringLiteral("maximum"), maximum);
+    return recipe;
+}
+
+NodeRecipe label(const QString &name, const QRect &place)
+{
+    NodeRecipe recipe(QStringLiteral("label"), name);
+    recipe.set(QStringLiteral("x"), place.x());
+    recipe.set(QStringLiteral("y"), place.y());
+    recipe.set(QStringLiteral("width"), place.width());
+    recipe.set(QStringLiteral("height"), place.height());
+    recipe.set(QStringLiteral("fontSize"), 14);
+    return recipe;
+}
+
+Nodes::NodeLinks find(const Nodes::NodesCollection &project, Nodes::NodeType type)
+{
+    Nodes::NodeLinks found;
+    project.FindNodes(type, &found);
+    return found;
+}
+
+} // namespace
+
+Nodes::ConfigNode *ProjectSteps::station() const
+{
+    Nodes::ConfigNode *root = m_project.GetRoot();
+    const auto stations = root->GetObjects(Nodes::NodeType(Nodes::NodeType::SubtypeStation));
+    return stations.empty() ? root : stations.front();
+}
+
+Nodes::NodeLink ProjectSteps::place(const char *folder) const
+{
+    const Nodes::ConfigNode *found = station()->GetSubObject(std::string_view(folder));
+    return Nodes::NodeLink(found ? found : station());
+}
+
+Nodes::NodeLinks ProjectSteps::windows() const
+{
+    return find(m_project, Nodes::NodeType::TypeWindow);
+}
+
+Nodes::NodeLinks ProjectSteps::signalNodes() const
+{
+    return find(m_project, Nodes::NodeType::TypeSignal);
+}
+
+bool ProjectSteps::hasSignals() const
+{
+    return !signalNodes().empty();
+}
+
+bool ProjectSteps::hasWindow() const
+{
+    const Nodes::NodeLinks frames = find(m_project, Nodes::NodeType::TypeFrame);
+    return std::any_of(frames.begin(), frames.end(), [](const Nodes::NodeLink &link) {
+        const auto *frame = dynamic_cast<const Nodes::BasicFrame *>(link.GetNode());
+        return frame && !frame->GetWindows().empty();
+    });
+}
+
+bool ProjectSteps::hasReading() const
+{
+    const Nodes::NodeLinks elements = find(m_project, Nodes::NodeType::TypeWidget);
+    return std::any_of(elements.begin(), elements.end(), [](const Nodes::NodeLink &link) {
+        const auto *element = dynamic_cast<const Nodes::BasicWidget *>(link.GetNode());
+        return element && element->GetSignal();
+    });
+}
+
+QUndoCommand *ProjectSteps::addSimulator() const
+{
+    NodeRecipe driver(QStringLiteral("simulatorDriver"), QStringLiteral("Имитатор"));
+    driver.add(simulated(QStringLiteral("Температура"), QStringLiteral("70 + 10 * sin(t / 20)"),
+                         QStringLiteral("°C"), 150));
+    driver.add(simulated(QStringLiteral("Давление"), QStringLiteral("4 + sin(t / 7)"),
+                         QStringLiteral("бар"), 10));
+    driver.add(simulated(QStringLiteral("Расход"), QStringLiteral("25 + 5 * cos(t / 11)"),
+                         QStringLiteral("м³/ч"), 50));
+    auto *command =
+        new Utils::AddNodeLinkCommand(driver.make(m_project), Nodes::NodeLink(station()));
+    command->setText(QStringLiteral("Добавление имитатора"));
+    return command;
+}
+
+QUndoCommand *ProjectSteps::addModbus(const QString &name, const QString &host, int port) const
+{
+    NodeRecipe signal(QStringLiteral("modbusSignal"), QStringLiteral("Сигнал 1"));
+    signal.set(QStringLiteral("offset"), 0);
+    NodeRecipe group(QStringLiteral("modbusGroup"), QStringLiteral("Регистры"));
+    group.set(QStringLiteral("start"), 0).set(QStringLiteral("count"), 10).add(signal);
+    NodeRecipe driver(QStringLiteral("modbusDriver"), name);
+    driver.set(QStringLiteral("host"), host).set(QStringLiteral("port"), port).add(group);
+    auto *command =
+        new Utils::AddNodeLinkCommand(driver.make(m_project), Nodes::NodeLink(station()));
+    command->setText(QStringLiteral("Добавление устройства %1").arg(name));
+    return command;
+}
+
+QUndoCommand *ProjectSteps::addWindow(const QString &name, const QSize &size, int display,
+                                      Nodes::NodeLink &made) const
+{
+    NodeRecipe recipe(QStringLiteral("window"), name);
+    recipe.set(QStringLiteral("width"), size.width()).set(QStringLiteral("height"), size.height());
+    made = recipe.make(m_project);
+    auto *group = new Utils::CommandGroup(QStringLiteral("Добавление окна %1").arg(name));
+    new Utils::AddNodeLinkCommand(made, place("Экраны"), group);
+    for (const Nodes::NodeLink &link : find(m_project, Nodes::NodeType::TypeFrame)) {
+        const auto *frame = dynamic_cast<const Nodes::BasicFrame *>(link.GetNode());
+        if (!frame || frame->GetDisplayNo() != display)
+            continue;
+        Nodes::NodeLinks shown = frame->GetWindows();
+        shown.push_back(made);
+        new Utils::ChangePropertyCommand(link, Nodes::BasicFrame::Prop::Windows, shown, group);
+        return group;
+    }
+    NodeRecipe frame(QStringLiteral("frame"), QStringLiteral("Дисплей %1").arg(display));
+    frame.set(QStringLiteral("display"), display);
+    frame.set(QStringLiteral("fit"), QStringLiteral("fit"));
+    const Nodes::NodeLink added = frame.make(m_project);
+    new Utils::AddNodeLinkCommand(added, Nodes::NodeLink(station()), group);
+    new Utils::ChangePropertyCommand(added, Nodes::BasicFrame::Prop::Windows,
+                                     Nodes::NodeLinks{made}, group);
+    return group;
+}
+
+QPoint ProjectSteps::freePlace(const Nodes::NodeLink &window, const QSize &size) const
+{
+    int below = margin;
+    for (const auto &child : window->Children()) {
+        const auto *element = dynamic_cast<const Nodes::BasicWidget *>(child.get());
+        const QRect taken = element ? Utils::NRectToQRect(element->GetGeometry()) : QRect();
+        if (taken.intersects(QRect(QPoint(margin, 0), QSize(size.width(), 1 << 15))))
+            below = std::max(below, (taken.bottom() + grid) / grid * grid + grid);
+    }
+    return {margin, below};
+}
+
+QUndoCommand *ProjectSteps::addReading(const Nodes::NodeLink &window,
+                                       const Nodes::NodeLink &signal) const
+{
+    const QSize size(captionSize.width() + grid + valueSize.width(), captionSize.height());
+    const QPoint corner = freePlace(window, size);
+    const QString name = QString::fromStdString(signal.GetLinkName());
+    NodeRecipe caption = label(name + QStringLiteral(" (подпись)"), {corner, captionSize});
+    caption.set(QStringLiteral("text"), name);
+    const QPoint right = corner + QPoint(captionSize.width() + grid, 0);
+    NodeRecipe value = label(name, {right, valueSize});
+    value.set(QStringLiteral("signal"), signal)
+        .set(QStringLiteral("showUnit"), QStringLiteral("true"));
+    value.set(QStringLiteral("align"), QStringLiteral("right"));
+    auto *group = new Utils::CommandGroup(QStringLiteral("Добавление показания %1").arg(name));
+    for (const NodeRecipe &recipe : {caption, value})
+        new Utils::AddNodeLinkCommand(recipe.make(m_project), window, group);
+    return group;
+}
+
+} // namespace Editor

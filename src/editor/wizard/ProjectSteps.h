@@ -1,0 +1,53 @@
+#pragma once
+
+#include "nodes/model/links/NodeLink.h"
+
+#include <QRect>
+#include <QString>
+
+namespace Nodes {
+class NodesCollection;
+}
+
+class QUndoCommand;
+
+namespace Editor {
+
+/// What a project needs before it shows a live value, and the commands that add it: each one step
+/// of the history. The project outlives the object. GUI thread.
+class ProjectSteps
+{
+public:
+    explicit ProjectSteps(Nodes::NodesCollection &project) : m_project(project) {}
+
+    bool hasSignals() const;
+    /// Some frame shows a window.
+    bool hasWindow() const;
+    /// Some element of a window shows a signal.
+    bool hasReading() const;
+
+    /// A driver that makes up three signals, so that there is something to show without a device.
+    QUndoCommand *addSimulator() const;
+    /// A driver for a Modbus TCP device with one group of registers and one signal.
+    QUndoCommand *addModbus(const QString &name, const QString &host, int port) const;
+    /// An empty window of that size, shown by the frame of that display (from 1), which is made
+    /// when there is none. `made` becomes the window once the command is done.
+    QUndoCommand *addWindow(const QString &name, const QSize &size, int display,
+                            Nodes::NodeLink &made) const;
+    /// The signal's name and value at the next free place of the window.
+    QUndoCommand *addReading(const Nodes::NodeLink &window, const Nodes::NodeLink &signal) const;
+
+    /// All windows, or all signals, of the project in tree order.
+    Nodes::NodeLinks windows() const;
+    Nodes::NodeLinks signalNodes() const;
+
+private:
+    Nodes::ConfigNode *station() const;
+    /// The folder of that name in the station, else the station.
+    Nodes::NodeLink place(const char *folder) const;
+    QPoint freePlace(const Nodes::NodeLink &window, const QSize &size) const;
+
+    Nodes::NodesCollection &m_project;
+};
+
+} // namespace Editor

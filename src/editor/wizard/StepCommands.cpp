@@ -1,0 +1,103 @@
+#include "editor/wizard/StepCommands.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/wizard/ChoiceDialog.h"
+#include "editor/wizard/NewWindowDialog.h"
+#include "editor/wizard/ProjectSteps.h"
+#include "editor/workspace/DocumentView.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
+#include "utils/undo/CommandGroup.h"
+
+#include <QCoreApplication>
+
+namespace Editor {
+
+namespace {
+
+constexpr int modbusPort = 502;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("StepCommands", text);
+}
+
+ProjectSteps steps(Workspace &workspace)
+{
+    return ProjectSteps(*workspace.session().project());
+}
+
+bool isWindow(const Nodes::NodeLink &node)
+{
+    return node.isValid() && node.GetNodeType().GetType() == Nodes::NodeType::TypeWindow;
+}
+
+} // namespace
+
+bool StepCommands::mayEdit(Workspace &workspace)
+{
+    return workspace.session().isOpen() && !workspace.session().isReadOnly();
+}
+
+bool StepCommands::mayAddReadings(Workspace &workspace)
+{
+    return mayEdit(workspace) && steps(workspace).hasSignals() &&
+           !steps(workspace).windows().empty();
+}
+
+void StepCommands::addSimulator(Workspace &workspace)
+{
+    if (workspace.push(steps(workspace).addSimulator()))
+        workspace.tell(Workspace::Info,
+                       tr("Добавлен имитатор с тремя сигналами: температура, давление, расход."));
+}
+
+void StepCommands::addModbus(Workspace &workspace)
+{
+    const Nodes::NodeLinks before = steps(workspace).signalNodes();
+    if (!workspace.push(
+            steps(workspace).addModbus(tr("Контроллер"), QStringLiteral("127.0.0.1"), modbusPort)))
+        return;
+    for (const Nodes::NodeLink &signal : steps(workspace).signalNodes()) {
+        if (std::find(before.begin(), before.end(), signal) != before.end())
+            continue;
+        workspace.reveal(Nodes::NodeLink(signal->GetParent()->GetParent()));
+        workspace.open(workspace.selection().nodes().front());
+        return;
+    }
+}
+
+void StepCommands::addWindow(Workspace &workspace)
+{
+    NewWindowDialog dialog(tr("Окно %1").arg(steps(workspace).windows().size() + 1),
+                           workspace.window());
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    Nodes::NodeLink made;
+    if (workspace.push(
+            steps(workspace).addWindow(dialog.name(), dialog.size(), dialog.display(), made)))
+        workspace.open(made);
+}
+
+void StepCommands::addReadings(Workspace &workspace)
+{
+    const ProjectSteps project = steps(workspace);
+    Nodes::NodeLink window =
+        workspace.document() ? workspace.document()->node() : Nodes::NodeLink();
+    const Nodes::NodeLinks windows = project.windows();
+    if (!isWindow(window) && !windows.empty())
+        window = windows.front();
+    if (!isWindow(window))
+        return;
+    ChoiceDialog dialog(tr("Какие сигналы показать"), project.signalNodes(), true,
+                        workspace.window());
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    workspace.open(window);
+    for (const Nodes::NodeLink &signal : dialog.chosen())
+        workspace.push(project.addReading(window, signal));
+}
+
+} // namespace Editor
