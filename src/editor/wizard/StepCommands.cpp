@@ -13,6 +13,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace Editor {
 
 namespace {
@@ -31,7 +33,7 @@ ProjectSteps steps(Workspace &workspace)
 
 bool isWindow(const Nodes::NodeLink &node)
 {
-    return node.isValid() && node.GetNodeType().GetType() == Nodes::NodeType::TypeWindow;
+    return node.isValid() && node.GetNodeType().GetFamily() == Nodes::NodeType::TypeWindow;
 }
 
 } // namespace
