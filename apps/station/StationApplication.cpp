@@ -12,6 +12,7 @@
 #include "widgets/reports/schedule/ScheduledReports.h"
 #include "widgets/windows/WindowManager.h"
 #include "widgets/windows/desktop/Screens.h"
+#include "widgets/windows/desktop/SimulationMark.h"
 #include "widgets/windows/loading/LoadDialog.h"
 
 #include <QApplication>
@@ -37,6 +38,7 @@ StationApplication::StationApplication(const StationOptions &options)
     connect(&m_signals, &Host::SignalHandlers::received, QCoreApplication::instance(),
             &QCoreApplication::quit);
     m_core->SetWorkMode(Nodes::WorkModeRuntime);
+    m_core->SetSimulated(m_options.isSimulated);
     for (const auto &[name, value] : m_options.defines)
         m_core->SetDefine(name, value);
 }
@@ -114,17 +116,26 @@ void StationApplication::logFindings(const Widgets::LoadDialog &dialog) const
                      dialog.loadResult().GetDetail().c_str());
 }
 
-bool StationApplication::openData()
+// Made-up values never get among the records of the plant, not even in a directory that was named.
+QString StationApplication::dataPath() const
 {
+    const QString asked = QString::fromStdString(m_options.dataDirectory);
+    if (!asked.isEmpty())
+        return m_options.isSimulated ? asked + QLatin1String("/simulation") : asked;
     QString name = QString::fromStdString(m_core->GetNodesCollection()->GetRoot()->GetName());
     if (!m_options.station.empty())
         name += QLatin1Char(' ') + QString::fromStdString(m_options.station);
-    const QString asked = QString::fromStdString(m_options.dataDirectory);
+    if (m_options.isSimulated)
+        name += QLatin1String(" simulation");
+    return Host::DataDirectory::defaultPath(name);
+}
+
+bool StationApplication::openData()
+{
     // Pictures are taken beside a running station and leave no records.
-    const Nodes::Result opened =
-        asked.isEmpty() && m_options.takesScreenshots()
-            ? m_data.openTemporary()
-            : m_data.open(asked.isEmpty() ? Host::DataDirectory::defaultPath(name) : asked);
+    const Nodes::Result opened = m_options.dataDirectory.empty() && m_options.takesScreenshots()
+                                     ? m_data.openTemporary()
+                                     : m_data.open(dataPath());
     if (opened) {
         m_core->SetDataDirectory(m_data.path().toStdString());
         if (!m_data.isTemporary())
@@ -186,6 +197,8 @@ int StationApplication::serve()
 {
     if (m_options.takesScreenshots())
         Widgets::AssumeDisplays({m_options.pictureWidth, m_options.pictureHeight});
+    if (m_options.isSimulated)
+        m_mark = std::make_unique<Widgets::SimulationMark>();
     m_manager = std::make_unique<Widgets::WindowManager>(m_core.get());
     m_clock.watchFirstFrame();
     m_manager->Start();
@@ -193,7 +206,8 @@ int StationApplication::serve()
     m_clock.mark("windows shown");
     if (m_options.takesScreenshots())
         return ScreenshotRun(*m_manager, QString::fromStdString(m_options.screenshots)).run();
-    m_reports = std::make_unique<Widgets::ScheduledReports>(*m_core);
+    if (!m_options.isSimulated) // nobody files reports of made-up values
+        m_reports = std::make_unique<Widgets::ScheduledReports>(*m_core);
     return QCoreApplication::exec();
 }
 
@@ -204,6 +218,7 @@ void StationApplication::shutDown()
     if (m_manager)
         m_manager->finishActions(shutdownPatience); // what the windows do on closing
     m_manager.reset();
+    m_mark.reset();
     m_core->Stop();
     if (m_health)
         m_health->finish();

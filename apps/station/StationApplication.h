@@ -17,6 +17,7 @@ class systemCore;
 namespace Widgets {
 class LoadDialog;
 class ScheduledReports;
+class SimulationMark;
 class WindowManager;
 } // namespace Widgets
 
@@ -42,6 +43,7 @@ private:
     bool load();
     QString stationNames() const;
     void logFindings(const Widgets::LoadDialog &dialog) const;
+    QString dataPath() const;
     bool openData();
     bool generateHistory();
     void startCore();
@@ -59,6 +61,7 @@ private:
     Host::DataDirectory m_data;
     std::unique_ptr<Nodes::systemCore> m_core;
     GeneratedHistory m_generated;
+    std::unique_ptr<Widgets::SimulationMark> m_mark; // while the values are made up
     std::unique_ptr<Widgets::WindowManager> m_manager;
     std::unique_ptr<Widgets::ScheduledReports> m_reports;
 };

@@ -75,6 +75,9 @@ std::optional<int> StationOptions::parse(int argc, char **argv)
     app.add_flag("--status-texts", hasStatusTexts, "tell in that file what each value reads")
         ->needs(status);
     declareHistory(app);
+    app.add_flag("--simulate", isSimulated,
+                 "speak to no device: show made-up values, marked as such, and keep records of "
+                 "their own");
     app.add_flag("--no-splash", hidesSplash, "show no progress while the project loads");
     app.add_flag("--unattended", isUnattended, "do not wait for answers at start");
     app.set_version_flag("--version", STATION_VERSION);

@@ -21,6 +21,7 @@ struct StationOptions : Host::ProjectOptions
     Nodes::Timestamp generatedSpan = 0; ///< of the past to make up at start; 0: none
     bool hasStatusTexts = false;
     bool showsSplash = true;
+    bool isSimulated = false;  ///< values are made up, no device is spoken to
     bool isUnattended = false; ///< nobody is there to answer questions at start
 
     /// Fills the options. A value is the exit code of a program that is done already: 0 after

@@ -2,18 +2,36 @@
 
 #include "nodes/drivers/SignalSink.h"
 #include "nodes/drivers/driverStatus.h"
+#include "nodes/drivers/standin/StandIn.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
+#include "nodes/system/systemCore.h"
 #include "nodes/values/ValueCell.h"
 
 namespace Nodes {
 
+/// The driver, or who stands in for it.
+class BasicDriver::Target : public WriteTarget
+{
+public:
+    explicit Target(BasicDriver &driver) : m_driver(driver) {}
+    Result Write(const BasicSignal &signal, const SignalValue &value) override
+    {
+        return m_driver.m_standIn ? m_driver.m_standIn->Write(signal, value)
+                                  : m_driver.Write(signal, value);
+    }
+
+private:
+    BasicDriver &m_driver;
+};
+
 BasicDriver::BasicDriver()
-    : m_link(std::make_shared<ValueCell>()),
-      m_target(static_cast<WriteTarget *>(this), [](WriteTarget *) {})
+    : m_link(std::make_shared<ValueCell>()), m_target(std::make_shared<Target>(*this))
 {
 }
+
+BasicDriver::~BasicDriver() = default;
 
 std::optional<bool> BasicDriver::isConnected() const
 {
@@ -58,7 +76,7 @@ Result BasicDriver::Start()
         DegradeAll(Result(this, Result::NotAvailable, GetName() + " is disabled"));
         return Result();
     }
-    const Result started = StartWork();
+    const Result started = startWork();
     if (started)
         return ConfigNode::Start();
     SetState(NodeState::Failed);
@@ -69,10 +87,29 @@ Result BasicDriver::Start()
 Result BasicDriver::Stop()
 {
     if (GetState() == NodeState::Running) {
-        StopWork();
+        stopWork();
         DegradeAll(Result(this, Result::NotAvailable, GetName() + " is stopped"));
     }
     return ConfigNode::Stop();
+}
+
+Result BasicDriver::startWork()
+{
+    const systemCore *core = GetCore();
+    if (!core || !core->IsSimulated() || !ReachesOut())
+        return StartWork();
+    m_standIn = std::make_unique<StandIn>();
+    m_standIn->Start(GetSignals());
+    PublishStatus(GetStatusCells(), true);
+    return Result();
+}
+
+void BasicDriver::stopWork()
+{
+    if (m_standIn)
+        m_standIn.reset();
+    else
+        StopWork();
 }
 
 Result BasicDriver::Write(const BasicSignal &signal, const SignalValue &)

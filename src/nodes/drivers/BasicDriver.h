@@ -13,6 +13,7 @@ namespace Nodes {
 
 class BasicSignal;
 class KindBuilder;
+class StandIn;
 class ValueCell;
 
 /// A source of live values: a device, a bus, this machine. Its signals are its descendants. Start
@@ -29,6 +30,7 @@ public:
     };
 
     BasicDriver();
+    ~BasicDriver() override;
     bool isEnabled() const { return m_isEnabled; }
     /// Whether its device answers; nothing while it does not run or has not tried yet. Any thread.
     std::optional<bool> isConnected() const;
@@ -47,6 +49,10 @@ public:
         if (!dynamic_cast<Driver *>(Above(node)))
             addMisplaced(node, driver, results);
     }
+
+    /// Whether its values come from outside of this machine. Such a driver is not started while the
+    /// core simulates: a stand-in publishes made-up values and takes the writes.
+    virtual bool ReachesOut() const { return true; }
 
     /// Starts the driver's work. A disabled driver stays stopped and its signals are Bad with
     /// NotAvailable. The reason of a failure is also what the signals show.
@@ -79,12 +85,19 @@ protected:
     void DegradeAll(const Result &reason);
 
 private:
+    /// Work of its own, or that of the stand-in.
+    Result startWork();
+    void stopWork();
     static void addMisplaced(const ConfigNode &node, const char *driver,
                              ValidationResults &results);
 
+    /// What the signals are told to write to.
+    class Target;
+
     bool m_isEnabled = true;
+    std::unique_ptr<StandIn> m_standIn;    // while it works in place of the driver
     std::shared_ptr<ValueCell> m_link;     // link state, as a driverStatus has it
-    std::shared_ptr<WriteTarget> m_target; // this driver, as long as it lives, for its signals
+    std::shared_ptr<WriteTarget> m_target; // to this driver, as long as it lives, for its signals
 };
 
 } // namespace Nodes

@@ -334,6 +334,10 @@ Result systemCore::Start()
         return selected;
     SetState(NodeState::Starting);
     const Result opened = openJournal();
+    if (m_isSimulated)
+        StoreMessage(LevelWarning,
+                     "Работа с имитатором: с устройствами связи нет, значения выдуманы",
+                     std::string("System"));
     journalLoadErrors();
     markRemoteSignals();
     for (const NodeType::enNodeType family : startOrder)

@@ -62,6 +62,12 @@ public:
     enWorkMode GetWorkMode() const { return m_workMode; }
     void SetWorkMode(enWorkMode mode) { m_workMode = mode; }
 
+    /// While it simulates no driver speaks to a device: stand-ins publish made-up values, see
+    /// BasicDriver::ReachesOut, and all records go to the data directory whatever the project says.
+    /// The journal tells so at the start. Before Start; not by default.
+    void SetSimulated(bool isSimulated) { m_isSimulated = isSimulated; }
+    bool IsSimulated() const { return m_isSimulated; }
+
     /// Directory of the loaded project; "" before one is loaded.
     std::string GetProjectPath() const;
     /// File of the loaded project.
@@ -141,6 +147,7 @@ private:
     std::string m_dataDirectory;
     std::string m_station; // name of the local one; "" for the first
     enWorkMode m_workMode = WorkModeNone;
+    bool m_isSimulated = false;
 };
 
 } // namespace Nodes

@@ -20,7 +20,7 @@ std::string systemCore::GetRecordLocation(const std::string &name,
     const auto given = m_recordLocations.find(name);
     if (given != m_recordLocations.end())
         return given->second;
-    if (!configured.empty())
+    if (!configured.empty() && !m_isSimulated)
         return configured;
     return (fs::path(GetDataDirectory()) / (name + ".sqlite")).string();
 }

@@ -18,6 +18,7 @@ public:
     };
 
     static KindInfo Kind();
+    bool ReachesOut() const override { return false; }
 
 protected:
     Result StartWork() override;

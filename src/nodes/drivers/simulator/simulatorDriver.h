@@ -24,6 +24,7 @@ public:
     ~simulatorDriver() override;
 
     static KindInfo Kind();
+    bool ReachesOut() const override { return false; }
 
     /// Hands a written value to the next step; NotConnected while the driver does not run.
     Result Write(const BasicSignal &signal, const SignalValue &value) override;

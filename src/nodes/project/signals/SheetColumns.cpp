@@ -1,0 +1,148 @@
+#include "nodes/project/signals/SheetColumns.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindTable.h"
+#include "nodes/project/signals/CellText.h"
+#include "nodes/values/FoldCase.h"
+
+#include <algorithm>
+
+namespace Nodes {
+
+namespace {
+
+using Kinds = std::vector<const KindInfo *>;
+
+bool isCommon(const PropertyDescriptor &property, const Kinds &kinds)
+{
+    return std::all_of(kinds.begin(), kinds.end(), [&](const KindInfo *kind) {
+        const PropertyDescriptor *own = kind->FindProperty(property.valueId);
+        return own && own->IsSameAs(property);
+    });
+}
+
+/// Declared by a class that others derive from: its value id is one of several kinds.
+bool isShared(const PropertyDescriptor &property)
+{
+    int count = 0;
+    for (const KindInfo &kind : KindTable::Instance().GetKinds())
+        count += kind.FindProperty(property.valueId) != nullptr;
+    return count > 1;
+}
+
+void append(Kinds &kinds, const KindInfo *kind)
+{
+    if (kind && std::find(kinds.begin(), kinds.end(), kind) == kinds.end())
+        kinds.push_back(kind);
+}
+
+/// "modbusDriver" -> "modbusSignal", for the driver at or above the node.
+const KindInfo *signalKindFor(const ConfigNode *node)
+{
+    constexpr std::string_view suffix = "Driver";
+    while (node && node->GetNodeType().GetFamily() != NodeType::TypeDriver)
+        node = node->GetParent();
+    std::string key = node && node->GetKind() ? node->GetKind()->key : std::string();
+    if (key.size() <= suffix.size() || key.substr(key.size() - suffix.size()) != suffix)
+        return nullptr;
+    key.replace(key.size() - suffix.size(), suffix.size(), "Signal");
+    return KindTable::Instance().FindByKey(key);
+}
+
+} // namespace
+
+SheetColumns::SheetColumns(const std::vector<const KindInfo *> &kinds)
+{
+    m_columns.push_back({SheetColumn::Name, "Имя", nullptr});
+    m_columns.push_back({SheetColumn::Kind, "Вид", nullptr});
+    std::vector<SheetColumn> common;
+    const auto isThere = [](const std::vector<SheetColumn> &columns, const PropertyDescriptor &d) {
+        return std::any_of(columns.begin(), columns.end(), [&d](const SheetColumn &column) {
+            return column.descriptor && column.descriptor->IsSameAs(d);
+        });
+    };
+    for (const KindInfo *kind : kinds) {
+        for (const PropertyDescriptor &property : kind->properties) {
+            if (property.binding.type == PropertyType::Secret)
+                continue;
+            auto &columns = isCommon(property, kinds) && isShared(property) ? common : m_columns;
+            if (!isThere(columns, property))
+                columns.push_back({SheetColumn::Property, property.nameRu, &property});
+        }
+    }
+    m_columns.insert(m_columns.end(), common.begin(), common.end());
+    m_columns.push_back({SheetColumn::Description, "Описание", nullptr});
+}
+
+void SheetColumns::AddNote(std::string title)
+{
+    m_columns.push_back({SheetColumn::Note, std::move(title), nullptr});
+}
+
+int SheetColumns::Find(std::string_view title) const
+{
+    const std::string folded = FoldCase(title);
+    const auto found =
+        std::find_if(m_columns.begin(), m_columns.end(), [&](const SheetColumn &column) {
+            return FoldCase(column.title) == folded ||
+                   (column.descriptor && FoldCase(column.descriptor->key) == folded);
+        });
+    return found == m_columns.end() ? -1 : int(found - m_columns.begin());
+}
+
+const PropertyDescriptor *SheetColumns::DescriptorFor(const SheetColumn &column,
+                                                      const ConfigNode &node)
+{
+    if (!column.descriptor || !node.GetKind())
+        return nullptr;
+    const PropertyDescriptor *own = node.GetKind()->FindProperty(column.descriptor->valueId);
+    return own && own->IsSameAs(*column.descriptor) ? own : nullptr;
+}
+
+std::string SheetColumns::PathFrom(const ConfigNode &scope, const ConfigNode &node)
+{
+    std::string path = node.GetName();
+    for (const ConfigNode *parent = node.GetParent(); parent && parent != &scope;
+         parent = parent->GetParent())
+        path.insert(0, parent->GetName() + "/");
+    return path;
+}
+
+std::string SheetColumns::GetText(const SheetColumn &column, const ConfigNode &node,
+                                  const ConfigNode &scope)
+{
+    switch (column.what) {
+    case SheetColumn::Name:
+        return PathFrom(scope, node);
+    case SheetColumn::Kind:
+        return node.GetKind() ? node.GetKind()->nameRu : std::string();
+    case SheetColumn::Description:
+        return node.GetDescription();
+    case SheetColumn::Property:
+        if (const PropertyDescriptor *own = DescriptorFor(column, node))
+            return CellText::Show(*own, node);
+        break;
+    case SheetColumn::Note:
+        break;
+    }
+    return {};
+}
+
+std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned family)
+{
+    Kinds kinds;
+    for (const NodeLink &link : scope.GetNodes(true)) {
+        if (link.GetNodeType().GetFamily() == family)
+            append(kinds, link->GetKind());
+    }
+    if (kinds.empty() && family == NodeType::TypeSignal) {
+        append(kinds, signalKindFor(&scope));
+        if (kinds.empty())
+            append(kinds, KindTable::Instance().FindByKey("memorySignal"));
+    }
+    if (kinds.empty() && family == NodeType::TypeAlarm)
+        append(kinds, KindTable::Instance().FindByKey("alarmLimit"));
+    return kinds;
+}
+
+} // namespace Nodes

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Nodes {
+
+class ConfigNode;
+struct KindInfo;
+struct PropertyDescriptor;
+
+/// A column of a table of nodes.
+struct SheetColumn
+{
+    enum What {
+        Name, ///< path from the node whose table it is
+        Kind,
+        Description,
+        Property,
+        Note ///< worked out, never read back: title only
+    };
+
+    What what = Note;
+    std::string title;
+    const PropertyDescriptor *descriptor = nullptr; ///< of the first kind that has the property
+};
+
+/// Columns of tables of nodes, made from the descriptors of their kinds. Descriptors live as long
+/// as the table of kinds.
+class NODES_EXPORT SheetColumns
+{
+public:
+    SheetColumns() = default;
+    /// Name, kind, every property that is no secret, description. What tells the kinds apart, such
+    /// as addresses, stands before what all of them have.
+    explicit SheetColumns(const std::vector<const KindInfo *> &kinds);
+
+    std::size_t GetCount() const { return m_columns.size(); }
+    const SheetColumn &operator[](std::size_t index) const { return m_columns[index]; }
+    void AddNote(std::string title);
+    /// By title or, for properties, by key, capitals or not; -1 without one.
+    int Find(std::string_view title) const;
+
+    /// The property as the node's own kind has it; null when it has none such.
+    static const PropertyDescriptor *DescriptorFor(const SheetColumn &column,
+                                                   const ConfigNode &node);
+    /// What stands in the node's cell; "" in a note's.
+    static std::string GetText(const SheetColumn &column, const ConfigNode &node,
+                               const ConfigNode &scope);
+    /// Path of a node below `scope`, from there.
+    static std::string PathFrom(const ConfigNode &scope, const ConfigNode &node);
+
+private:
+    std::vector<SheetColumn> m_columns;
+};
+
+/// Kinds of the nodes of a family below `scope`, each once; where there are none the kind that
+/// suits the scope: signals of a driver for that driver.
+NODES_EXPORT std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned family);
+
+} // namespace Nodes

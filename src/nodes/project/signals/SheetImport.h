@@ -1,0 +1,70 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/project/signals/DelimitedText.h"
+#include "nodes/project/signals/NodePaths.h"
+#include "nodes/project/signals/SheetColumns.h"
+#include "nodes/project/signals/SheetPlan.h"
+
+#include <unordered_map>
+
+namespace Nodes {
+
+/// Makes a plan of changes from the text of a table of nodes: what the rows say of nodes that are
+/// there is compared with them, the others become new nodes. Cells that do not fit are refused one
+/// by one, with the reason; the rest of their row counts. Used once. GUI thread.
+class NODES_EXPORT SheetImport
+{
+public:
+    /// Rows name nodes of that family by their paths from `scope`. Rows that say no kind
+    /// make nodes of the first of `kinds`.
+    SheetImport(ConfigNode &scope, unsigned family, const SheetColumns &columns,
+                std::vector<const KindInfo *> kinds);
+
+    /// The first row names the columns, in any order, by title or key; those left out stay as they
+    /// are. InvalidArgument when none is called "Имя".
+    [[nodiscard]] Result PlanTable(const TextTable &table, SheetPlan &plan);
+    /// Cells without header: the upper left one goes to `nodes[0]` and column `first`, the others
+    /// to the nodes and columns that follow. What sticks out is refused, but for rows below the
+    /// last node that have a name: they become new nodes.
+    void PlanBlock(const TextTable &block, const NodeLinks &nodes, std::size_t first,
+                   SheetPlan &plan);
+    /// Node of that path, with the folders on the way to it; `values` by value id. The detail of a
+    /// failure says why in Russian.
+    [[nodiscard]] Result PlanNode(const std::string &path, const KindInfo &kind, SheetPlan &plan,
+                                  ConfigNode *&made);
+
+private:
+    struct Cell
+    {
+        std::size_t row;
+        const SheetColumn &column;
+        const std::string &text;
+    };
+    using Row = std::vector<std::string>;
+
+    std::vector<int> readHeader(const Row &header, SheetPlan &plan) const;
+    void planRow(const Row &row, std::size_t number, const std::vector<int> &places,
+                 SheetPlan &plan);
+    void takeRow(ConfigNode &node, bool isNew, const Row &row, std::size_t number,
+                 const std::vector<int> &places, SheetPlan &plan);
+    void takeCell(ConfigNode &node, bool isNew, const Cell &cell, SheetPlan &plan);
+    void takeName(ConfigNode &node, const Cell &cell, SheetPlan &plan);
+    void takeProperty(ConfigNode &node, bool isNew, const Cell &cell, SheetPlan &plan) const;
+    const KindInfo *kindOf(const Row &row, const std::vector<int> &places) const;
+    Result findPlace(const std::string &path, ConfigNode *&parent, SheetPlan &plan);
+    Result addClone(const KindInfo &kind, const std::string &path, ConfigNode &parent,
+                    SheetPlan &plan, ConfigNode *&made);
+    ConfigNode *find(const std::string &path) const;
+
+    ConfigNode &m_scope;
+    unsigned m_family;
+    const SheetColumns &m_columns;
+    std::vector<const KindInfo *> m_kinds;
+    NodePaths m_paths;
+    std::unordered_map<std::string, ConfigNode *> m_nodes; ///< by path; null: several
+    std::unordered_map<std::string, std::size_t> m_rows;   ///< that have named a path, by number
+    std::unordered_map<const ConfigNode *, bool> m_isClone;
+};
+
+} // namespace Nodes

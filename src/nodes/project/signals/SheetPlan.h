@@ -1,0 +1,59 @@
+#pragma once
+
+#include "nodes/NodesExport.h"
+#include "nodes/model/links/NodeLink.h"
+
+#include <boost/any.hpp>
+
+#include <string>
+#include <vector>
+
+namespace Nodes {
+
+/// A cell of a table that was not taken over.
+struct SheetRefusal
+{
+    std::size_t row = 0; ///< of the text, from 1, its header included; 0: the whole table
+    std::string column;  ///< title
+    std::string text;    ///< what stood there
+    std::string reason;  ///< Russian: what is wrong and what to do
+};
+
+/// What taking over a table would do; nothing has been changed yet. GUI thread.
+struct NODES_EXPORT SheetPlan
+{
+    struct Change
+    {
+        NodeLink node;
+        unsigned valueId;
+        boost::any value; ///< of the property's own type
+    };
+    struct Text
+    {
+        NodeLink node;
+        std::string text;
+    };
+    /// A node to be added: a clone that the project holds, with all below it.
+    struct Addition
+    {
+        NodeLink clone;
+        NodeLink parent;
+    };
+
+    std::vector<Change> changes;
+    std::vector<Text> names;
+    std::vector<Text> descriptions;
+    std::vector<Addition> additions;
+    std::vector<SheetRefusal> refusals;
+    std::size_t added = 0;   ///< rows that become nodes
+    std::size_t updated = 0; ///< rows of nodes that are there, with something to change
+
+    bool isEmpty() const
+    {
+        return changes.empty() && names.empty() && descriptions.empty() && additions.empty();
+    }
+    /// Destroys the clones of a plan that is not carried out.
+    void Discard();
+};
+
+} // namespace Nodes
