@@ -43,8 +43,9 @@ std::vector<Run> runsOf(const std::vector<ProbePoint> &points, std::vector<Probe
     int end = 0;
     for (const std::size_t index : order) {
         const ProbePoint &point = points[index];
-        readings[index].result = check(point);
-        if (!readings[index].result)
+        const Result fits = check(point);
+        readings[index].result = fits ? Result(Result::NotAvailable) : fits; // until it is read
+        if (!fits)
             continue;
         const int address = point.GetAddress();
         const int last = address + point.point.GetWidth();
