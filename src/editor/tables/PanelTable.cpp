@@ -1,5 +1,6 @@
 #include "editor/tables/PanelTable.h"
 
+#include "editor/properties/PropertyPanel.h"
 #include "editor/shell/HistoryPanel.h"
 #include "editor/workspace/Workspace.h"
 
@@ -17,6 +18,7 @@ template <class Panel> QWidget *make(Workspace &workspace, QWidget *parent)
 const QVector<PanelRow> &PanelTable()
 {
     static const QVector<PanelRow> rows = {
+        {"properties", "Свойства", Qt::RightDockWidgetArea, true, &make<PropertyPanel>},
         {"history", "История изменений", Qt::RightDockWidgetArea, false, &make<HistoryPanel>},
     };
     return rows;

@@ -1,0 +1,96 @@
+#include "editor/properties/PropertyPanel.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/properties/PropertyModel.h"
+#include "editor/properties/PropertyView.h"
+#include "editor/workspace/Workspace.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+namespace Editor {
+
+namespace {
+
+QLabel *makeNotice(QWidget *parent, const QString &style)
+{
+    auto *label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setStyleSheet(style);
+    label->setContentsMargins(6, 4, 6, 4);
+    label->hide();
+    return label;
+}
+
+PropertyHost hostOf(Workspace &workspace)
+{
+    return {[&workspace](QUndoCommand *command) { return workspace.push(command); },
+            [&workspace](const Nodes::NodeLink &node) { workspace.reveal(node); }};
+}
+
+} // namespace
+
+PropertyPanel::PropertyPanel(Workspace &workspace, QWidget *parent)
+    : QWidget(parent),
+      m_workspace(workspace),
+      m_search(new QLineEdit(this)),
+      m_readOnly(makeNotice(this, QStringLiteral("background: #fff3cd; color: #20262c;"))),
+      m_view(new PropertyView(hostOf(workspace), this)),
+      m_refusal(makeNotice(this, QStringLiteral("background: #fdecea; color: #8c1d18;"))),
+      m_nothing(new QLabel(QStringLiteral("Ничего не выбрано"), this))
+{
+    m_search->setPlaceholderText(QStringLiteral("Поиск свойства"));
+    m_search->setClearButtonEnabled(true);
+    m_nothing->setAlignment(Qt::AlignCenter);
+    m_nothing->setEnabled(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(4);
+    layout->addWidget(m_search);
+    layout->addWidget(m_readOnly);
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_nothing, 1);
+    layout->addWidget(m_refusal);
+    setMinimumWidth(260);
+    connect(m_search, &QLineEdit::textChanged, m_view, &PropertyView::search);
+    connect(&m_view->properties(), &PropertyModel::refused, this, &PropertyPanel::showRefusal);
+    connect(&workspace.selection(), &Selection::changed, this, &PropertyPanel::showSelection);
+    connect(&workspace.session(), &ProjectSession::aboutToClose, m_view,
+            [this] { m_view->setNodes({}); });
+    connect(&workspace.session(), &ProjectSession::readOnlyChanged, this,
+            &PropertyPanel::showReadOnly);
+    connect(&m_view->properties(), &PropertyModel::nodesChanged, this, [this] {
+        const bool isEmpty = m_view->properties().nodes().empty();
+        m_view->setVisible(!isEmpty);
+        m_nothing->setVisible(isEmpty);
+    });
+    showSelection();
+    showReadOnly();
+}
+
+PropertyPanel::~PropertyPanel() = default;
+
+void PropertyPanel::showSelection()
+{
+    showRefusal(QString());
+    m_view->setNodes(m_workspace.selection().nodes());
+}
+
+void PropertyPanel::showReadOnly()
+{
+    const QString reason = m_workspace.session().readOnlyReason();
+    m_view->setReadOnly(reason);
+    m_readOnly->setText(QStringLiteral("Только просмотр: %1").arg(reason));
+    m_readOnly->setVisible(!reason.isEmpty());
+}
+
+void PropertyPanel::showRefusal(const QString &reason)
+{
+    m_refusal->setText(reason);
+    m_refusal->setVisible(!reason.isEmpty());
+}
+
+} // namespace Editor

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace Editor {
+
+class PropertyView;
+class Workspace;
+
+/// The dock "Свойства": the properties of whatever is selected, with a search above and the reason
+/// of the last refusal below. GUI thread.
+class PropertyPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    PropertyPanel(Workspace &workspace, QWidget *parent);
+    ~PropertyPanel() override;
+
+    PropertyView &view() { return *m_view; }
+
+private:
+    void showSelection();
+    void showReadOnly();
+    void showRefusal(const QString &reason);
+
+    Workspace &m_workspace;
+    QLineEdit *m_search;
+    QLabel *m_readOnly;
+    PropertyView *m_view;
+    QLabel *m_refusal;
+    QLabel *m_nothing;
+};
+
+} // namespace Editor

@@ -1,0 +1,71 @@
+#include "editor/properties/values/StringEditor.h"
+
+#include "editor/properties/values/TextWindow.h"
+
+#include "nodes/model/properties/PropertyDescriptor.h"
+
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace Editor {
+
+namespace {
+
+bool isScript(const Nodes::PropertyDescriptor &d)
+{
+    return d.editorHint == "lua" || d.key == "formula" || d.key == "suppressScript";
+}
+
+} // namespace
+
+StringEditor::StringEditor(const ValueContext &context, QWidget *parent)
+    : ValueEditor(context, parent), m_line(new QLineEdit(this))
+{
+    m_line->setFrame(false);
+    setMain(m_line);
+    connect(m_line, &QLineEdit::textEdited, this, [this](const QString &text) {
+        m_text = text;
+        touch();
+    });
+    const Nodes::PropertyDescriptor *d = context.descriptor;
+    if (d && d->editorHint != "multiline" && !isScript(*d))
+        return;
+    QToolButton *button =
+        addButton(QStringLiteral("…"), QStringLiteral("Несколько строк (Alt+Вниз)"));
+    button->setShortcut(QKeySequence(Qt::ALT + Qt::Key_Down));
+    connect(button, &QToolButton::clicked, this, &StringEditor::openWindow);
+}
+
+StringEditor::~StringEditor() = default;
+
+void StringEditor::setText(const QString &text)
+{
+    m_text = text;
+    const bool isOneLine = !text.contains(QLatin1Char('\n'));
+    m_line->setText(isOneLine ? text
+                              : text.section(QLatin1Char('\n'), 0, 0) + QStringLiteral(" …"));
+    m_line->setReadOnly(!isOneLine);
+}
+
+QString StringEditor::text() const
+{
+    return m_text;
+}
+
+void StringEditor::openWindow()
+{
+    const Nodes::PropertyDescriptor *d = context().descriptor;
+    auto *window = new TextWindow(this);
+    window->setWindowTitle(d ? QString::fromStdString(d->nameRu) : QStringLiteral("Описание"));
+    window->setScript(d && isScript(*d));
+    window->setText(m_text);
+    connect(window, &TextWindow::accepted, this, [this, window] {
+        if (window->text() == m_text)
+            return;
+        setText(window->text());
+        finish();
+    });
+    window->open();
+}
+
+} // namespace Editor

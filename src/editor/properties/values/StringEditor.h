@@ -1,0 +1,29 @@
+#pragma once
+
+#include "editor/properties/values/ValueEditor.h"
+
+class QLineEdit;
+
+namespace Editor {
+
+/// A line of text. Several lines, and scripts, are edited in a window of their own; so is what has
+/// several lines already.
+class StringEditor : public ValueEditor
+{
+    Q_OBJECT
+
+public:
+    StringEditor(const ValueContext &context, QWidget *parent);
+    ~StringEditor() override;
+
+    void setText(const QString &text) override;
+    QString text() const override;
+
+private:
+    void openWindow();
+
+    QLineEdit *m_line;
+    QString m_text; ///< what the line cannot show: several lines
+};
+
+} // namespace Editor

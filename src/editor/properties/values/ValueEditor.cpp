@@ -1,0 +1,57 @@
+#include "editor/properties/values/ValueEditor.h"
+
+#include <QHBoxLayout>
+#include <QToolButton>
+#include <QToolTip>
+
+namespace Editor {
+
+ValueEditor::ValueEditor(const ValueContext &context, QWidget *parent)
+    : QWidget(parent), m_context(context), m_layout(new QHBoxLayout(this))
+{
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(1);
+    setAutoFillBackground(true);
+}
+
+ValueEditor::~ValueEditor() = default;
+
+void ValueEditor::setMain(QWidget *widget)
+{
+    m_layout->insertWidget(0, widget, 1);
+    widget->setMinimumWidth(20);
+    widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+    setFocusProxy(widget);
+}
+
+QToolButton *ValueEditor::addButton(const QString &text, const QString &tip)
+{
+    auto *button = new QToolButton(this);
+    button->setText(text);
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    button->setFixedWidth(22);
+    button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    button->setFocusPolicy(Qt::NoFocus);
+    m_layout->addWidget(button);
+    return button;
+}
+
+void ValueEditor::showError(const QString &reason)
+{
+    m_error = reason;
+    setStyleSheet(reason.isEmpty()
+                      ? QString()
+                      : QStringLiteral("QLineEdit, QComboBox, QAbstractSpinBox "
+                                       "{ border: 2px solid #b3261e; background: #fdecea; }"));
+    if (!reason.isEmpty() && isVisible())
+        QToolTip::showText(mapToGlobal(QPoint(0, height())), reason, this);
+}
+
+void ValueEditor::finish()
+{
+    touch();
+    emit finished();
+}
+
+} // namespace Editor
