@@ -14,6 +14,14 @@ std::optional<int> ConfiguratorOptions::parse(int argc, char **argv)
     app.add_option("--station", station,
                    "program that shows the project (default: station beside this one)")
         ->type_name("FILE");
+    app.add_option("--station-option", stationOptions,
+                   "an option that the station is started with, such as "
+                   "--station-option=--define=plant.port=1502; may be repeated")
+        ->type_name("OPTION")
+        ->allow_extra_args(false);
+    app.add_option("--ui-map", uiMap,
+                   "keep a list of the visible controls in this file, for scripts")
+        ->type_name("FILE");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Configurator {
 
@@ -11,6 +12,8 @@ struct ConfiguratorOptions
     std::string project;  ///< file or directory to open; "" for none
     std::string platform; ///< Qt platform plug-in; "" lets Qt choose
     std::string station;  ///< program of the station; "" for the one beside this program
+    std::vector<std::string> stationOptions; ///< what it is started with besides the project
+    std::string uiMap;                       ///< file for UiMap; "" for none
 
     /// Exit code when the program is done with that, as after --help; nothing to go on.
     std::optional<int> parse(int argc, char **argv);

@@ -3,12 +3,15 @@
 #include "apps/common/process/StandardStreams.h"
 #include "apps/common/process/UnicodeLocale.h"
 #include "apps/configurator/ConfiguratorOptions.h"
+#include "apps/configurator/UiMap.h"
 
 #include "editor/shell/MainWindow.h"
 #include "editor/shell/ProjectFiles.h"
 
 #include <QApplication>
 #include <QTimer>
+
+#include <memory>
 
 int main(int argc, char **argv)
 {
@@ -25,7 +28,13 @@ int main(int argc, char **argv)
     const QString station = options.station.empty()
                                 ? QApplication::applicationDirPath() + QStringLiteral("/station")
                                 : QString::fromStdString(options.station);
-    Editor::MainWindow window(station);
+    QStringList stationOptions;
+    for (const std::string &option : options.stationOptions)
+        stationOptions << QString::fromStdString(option);
+    Editor::MainWindow window(station, stationOptions);
+    std::unique_ptr<Configurator::UiMap> map;
+    if (!options.uiMap.empty())
+        map = std::make_unique<Configurator::UiMap>(QString::fromStdString(options.uiMap));
     const Host::SignalHandlers signalHandlers;
     QObject::connect(&signalHandlers, &Host::SignalHandlers::received, &application,
                      &QCoreApplication::quit);

@@ -5,10 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QStandardPaths>
 #include <QTest>
-
-#include <utility>
 
 namespace EndToEnd {
 
@@ -20,12 +17,6 @@ const QString projectDirectory = QStringLiteral(STATION_SOURCE_DIR "/projects/bo
 const QColor buttonFace(0xf4, 0xf6, 0xf7);
 constexpr int touchSize = 40;
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QVector<ShownElement> elementsOf(const QJsonObject &window)
 {
     QVector<ShownElement> elements;
@@ -33,11 +24,6 @@ QVector<ShownElement> elementsOf(const QJsonObject &window)
         elements.append({value["id"].toInt(), value["signal"].toString(), value["text"].toString(),
                          value["quality"].toString()});
     return elements;
-}
-
-QStringList moveTo(const QPoint &place)
-{
-    return {"mousemove", QString::number(place.x()), QString::number(place.y())};
 }
 
 } // namespace
@@ -67,6 +53,19 @@ bool ShownWindow::reads(const QString &signalName, const QString &text) const
     });
 }
 
+ShownWindow windowIn(const QJsonObject &status, const QString &name)
+{
+    for (const QJsonValue &value : status["windows"].toArray()) {
+        const QJsonObject window = value.toObject();
+        if (window["name"].toString() != name)
+            continue;
+        const QRect place(window["x"].toInt(), window["y"].toInt(), window["width"].toInt(),
+                          window["height"].toInt());
+        return {true, place, elementsOf(window)};
+    }
+    return {};
+}
+
 StationRig::StationRig()
 {
     if (!m_facts.read(projectDirectory + "/project.xml"))
@@ -83,52 +82,9 @@ void StationRig::begin(const QString &windowManager)
     QVERIFY(startStation());
 }
 
-QString StationRig::missingTool()
-{
-    for (const char *tool :
-         {"Xvfb", "xdotool", "xprop", "import", "openbox", "xfwm4", "dbus-daemon"}) {
-        if (QStandardPaths::findExecutable(tool).isEmpty())
-            return tool;
-    }
-    return {};
-}
-
-bool StationRig::startDisplay(const QString &windowManager)
-{
-    if (!m_server->begin("Xvfb", {"-displayfd", "1", "-screen", "0", "1920x1080x24", "-noreset",
-                                  "-nolisten", "tcp"}))
-        return false;
-    while (!m_server->canReadLine() && m_server->waitForReadyRead(patience)) {
-    }
-    m_display = ":" + QString::fromLatin1(m_server->readLine()).trimmed();
-    return m_display.size() > 1 && startWindowManager(windowManager);
-}
-
-// Some keep their settings behind a message bus. Neither that nor what it starts holds the output
-// of the test open.
-bool StationRig::startWindowManager(const QString &program)
-{
-    m_busServer->setProcessChannelMode(QProcess::SeparateChannels);
-    if (!m_busServer->begin("dbus-daemon", {"--session", "--nofork", "--print-address"}))
-        return false;
-    while (!m_busServer->canReadLine() && m_busServer->waitForReadyRead(patience)) {
-    }
-    m_bus = QString::fromLatin1(m_busServer->readLine()).trimmed();
-    m_windowManager->setProcessEnvironment(environment());
-    m_windowManager->setProcessChannelMode(QProcess::SeparateChannels);
-    if (!m_windowManager->begin(program, {}))
-        return false;
-    const auto isThere = [this] {
-        QByteArray answer;
-        return onDisplay("xprop", {"-root", "_NET_SUPPORTING_WM_CHECK"}, &answer) &&
-               answer.contains('#');
-    };
-    return QTest::qWaitFor(isThere, patience);
-}
-
 bool StationRig::startPlant()
 {
-    const QString portFile = m_directory.filePath("port");
+    const QString portFile = path("port");
     QFile::remove(portFile);
     m_plant = std::make_unique<ChildProcess>();
     if (!m_plant->begin(STATION_BINARY_DIR "/bin/plant",
@@ -140,42 +96,23 @@ bool StationRig::startPlant()
     return true;
 }
 
-QProcessEnvironment StationRig::environment() const
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DISPLAY", m_display);
-    environment.insert("XDG_CONFIG_HOME", m_directory.filePath("config"));
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus);
-    environment.remove("QT_QPA_PLATFORM");
-    environment.remove("G_SLICE"); // set for sanitizers; openbox ends at once without its pools
-    return environment;
-}
-
 bool StationRig::startStation()
 {
     m_station->setProcessEnvironment(environment());
     return m_station->begin(STATION_BINARY_DIR "/bin/station",
                             {projectDirectory, "--platform", "xcb", "--unattended", "--define",
                              "plant.port=" + m_port, "--data", dataDirectory(), "--status-file",
-                             m_directory.filePath("status.json"), "--status-texts"});
+                             path("status.json"), "--status-texts"});
 }
 
 QJsonObject StationRig::status() const
 {
-    return QJsonDocument::fromJson(contentOf(m_directory.filePath("status.json"))).object();
+    return QJsonDocument::fromJson(contentOf(path("status.json"))).object();
 }
 
 ShownWindow StationRig::window(const QString &name) const
 {
-    for (const QJsonValue &value : status()["windows"].toArray()) {
-        const QJsonObject window = value.toObject();
-        if (window["name"].toString() != name)
-            continue;
-        const QRect place(window["x"].toInt(), window["y"].toInt(), window["width"].toInt(),
-                          window["height"].toInt());
-        return {true, place, elementsOf(window)};
-    }
-    return {};
+    return windowIn(status(), name);
 }
 
 QVector<ShownElement> StationRig::shown() const
@@ -184,70 +121,6 @@ QVector<ShownElement> StationRig::shown() const
     for (const QJsonValue &value : status()["windows"].toArray())
         elements += elementsOf(value.toObject());
     return elements;
-}
-
-bool StationRig::onDisplay(const QString &program, const QStringList &arguments,
-                           QByteArray *output) const
-{
-    ChildProcess tool;
-    tool.setProcessEnvironment(environment());
-    const bool isDone =
-        tool.begin(program, arguments) && tool.waitForFinished(patience) && tool.end();
-    if (output)
-        *output = tool.readAllStandardOutput();
-    return isDone;
-}
-
-void StationRig::xdotool(const QStringList &arguments) const
-{
-    QVERIFY2(onDisplay("xdotool", arguments), qPrintable("xdotool " + arguments.join(' ')));
-}
-
-void StationRig::click(const QPoint &place) const
-{
-    xdotool(moveTo(place) + QStringList{"click", "1"});
-}
-
-void StationRig::type(const QString &text, const QString &key) const
-{
-    if (!text.isEmpty())
-        xdotool({"type", "--delay", "20", text});
-    xdotool({"key", key});
-}
-
-bool StationRig::hasTitle(const QString &title) const
-{
-    return onDisplay("xdotool", {"search", "--onlyvisible", "--name", "^" + title + "$"});
-}
-
-QRect StationRig::placeOf(const QString &title) const
-{
-    QByteArray output;
-    if (!onDisplay("xdotool",
-                   {"search", "--onlyvisible", "--name", "^" + title + "$", "getwindowgeometry",
-                    "--shell"},
-                   &output))
-        return {};
-    QMap<QByteArray, int> numbers; // lines of NAME=number
-    for (const QByteArray &line : output.split('\n'))
-        numbers[line.left(line.indexOf('='))] = line.mid(line.indexOf('=') + 1).toInt();
-    return {numbers["X"], numbers["Y"], numbers["WIDTH"], numbers["HEIGHT"]};
-}
-
-// A window may grow or be moved onto the screen just after it has come up.
-QRect StationRig::settledPlaceOf(const QString &title) const
-{
-    QRect place;
-    const auto stands = [&] {
-        const QRect before = std::exchange(place, placeOf(title));
-        return place.isValid() && place == before;
-    };
-    while (QTest::qWaitFor(stands, patience)) {
-        QTest::qWait(300);
-        if (stands())
-            return place;
-    }
-    return {};
 }
 
 int StationRig::windowCount() const
@@ -274,27 +147,6 @@ bool StationRig::closeAlarms() const
     return isClosed();
 }
 
-QString StationRig::activeTitle() const
-{
-    QByteArray output;
-    (void)onDisplay("xdotool", {"getactivewindow", "getwindowname"}, &output);
-    return QString::fromUtf8(output).trimmed();
-}
-
-void StationRig::drag(const QPoint &from, const QPoint &to) const
-{
-    xdotool(moveTo(from) + QStringList{"mousedown", "1"} + moveTo((from + to) / 2) + moveTo(to) +
-            QStringList{"mouseup", "1"});
-}
-
-QImage StationRig::grab(const QRect &part, const QString &name) const
-{
-    const QString kept = qEnvironmentVariable("STATION_E2E_PICTURES");
-    const QString file = QDir(kept.isEmpty() ? m_directory.path() : kept).filePath(name + ".png");
-    return onDisplay("import", {"-silent", "-window", "root", file}) ? QImage(file).copy(part)
-                                                                     : QImage();
-}
-
 // The first row of pixels that crosses them all: text stands lower.
 QVector<QPoint> StationRig::buttonsIn(const QRect &part, int count) const
 {
@@ -317,14 +169,6 @@ QVector<QPoint> StationRig::buttonsIn(const QRect &part, int count) const
             return found;
     }
     return {};
-}
-
-QString StationRig::printed(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    const bool isDone = process.waitForFinished(30000) && process.exitCode() == 0;
-    return isDone ? QString::fromUtf8(process.readAllStandardOutput()) : QString();
 }
 
 } // namespace EndToEnd

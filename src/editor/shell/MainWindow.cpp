@@ -37,8 +37,9 @@ Utils::Configurator layoutSettings()
 
 } // namespace
 
-MainWindow::MainWindow(const QString &station)
-    : m_workspace(m_session, *this),
+MainWindow::MainWindow(const QString &station, const QStringList &stationOptions)
+    : m_stationOptions(stationOptions),
+      m_workspace(m_session, *this),
       m_files(new ProjectFiles(m_workspace, this)),
       m_run(new StationRun(m_workspace, station, this)),
       m_pages(new QStackedWidget(this)),
@@ -175,7 +176,7 @@ void MainWindow::run()
     }
     if (m_session.isModified() && !m_session.isReadOnly() && !m_files->save())
         return;
-    m_run->start({});
+    m_run->start(m_stationOptions);
 }
 
 void MainWindow::showState()

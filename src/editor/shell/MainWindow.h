@@ -24,8 +24,8 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// `station` is the program that "Запуск" starts.
-    explicit MainWindow(const QString &station);
+    /// `station` is the program that "Запуск" starts, with those options besides the project.
+    explicit MainWindow(const QString &station, const QStringList &stationOptions = {});
     ~MainWindow() override;
 
     ProjectFiles &files() { return *m_files; }
@@ -50,6 +50,7 @@ private:
     /// False when none is kept.
     bool restoreLayout();
 
+    QStringList m_stationOptions;
     ProjectSession m_session;
     Workspace m_workspace;
     ProjectFiles *m_files;

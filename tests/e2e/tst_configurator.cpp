@@ -1,0 +1,100 @@
+#include "e2e/ConfiguratorRig.h"
+#include "e2e/StationRig.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+using EndToEnd::patience;
+
+/// A newcomer's way from nothing to a live value, with mouse and keyboard.
+class ConfiguratorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { rig.begin(); }
+
+    void makesAProject()
+    {
+        QVERIFY(rig.start({}));
+        QVERIFY(rig.press("startNew"));
+        QVERIFY(rig.press("place", "QLineEdit"));
+        rig.key("ctrl+a");
+        rig.write(rig.path("projects"));
+        QVERIFY(rig.press("name", "QLineEdit"));
+        rig.key("ctrl+a");
+        rig.write("Pump house");
+        rig.key("Return");
+        QVERIFY(QTest::qWaitFor([this] { return QFile::exists(file()); }, patience));
+        QVERIFY(rig.press("stepSimulator"));
+    }
+
+    void makesAWindow()
+    {
+        QVERIFY(rig.press("stepWindow"));
+        QVERIFY(rig.await("Создать", "QPushButton").isValid());
+        rig.key("Return");
+        QVERIFY(rig.await("Окно 1", "tab").isValid());
+    }
+
+    void bindsALabel()
+    {
+        // From the panel of elements into the window, then a signal from the tree onto it.
+        const QRect window = rig.await("scene");
+        QVERIFY(rig.dragTo(rig.await("Надпись", "item"), window));
+        const QRect label = rig.await("Надпись", "element");
+        QVERIFY(label.isValid());
+        QVERIFY(rig.dragTo(rig.await("Температура", "item"), label));
+    }
+
+    void runsIt()
+    {
+        rig.key("ctrl+s");
+        const QRegularExpression bound("<label [^>]*signal=\"\\d+\"");
+        const auto isBound = [&] {
+            QFile saved(file());
+            return saved.open(QIODevice::ReadOnly) &&
+                   bound.match(QString::fromUtf8(saved.readAll())).hasMatch();
+        };
+        QVERIFY(QTest::qWaitFor(isBound, patience));
+        rig.key("F5");
+        const auto reading = [this] {
+            return EndToEnd::windowIn(rig.stationStatus(), "Окно 1").textOf("Температура");
+        };
+        QVERIFY(QTest::qWaitFor([&] { return reading().toDouble() > 0; }, patience));
+        const QString first = reading();
+        QVERIFY(QTest::qWaitFor([&] { return reading() != first; }, patience));
+        (void)rig.grab({}, "configurator-run");
+    }
+
+    void undoesAll()
+    {
+        const QByteArray before = read();
+        QVERIFY(rig.press("configurator"));
+        rig.key("F5"); // ends the station
+        for (int i = 0; i < 4; ++i)
+            rig.key("ctrl+z");
+        rig.key("ctrl+s");
+        QVERIFY(QTest::qWaitFor([&] { return read() != before && !read().contains("<window"); },
+                                patience));
+        for (int i = 0; i < 4; ++i)
+            rig.key("ctrl+y");
+        rig.key("ctrl+s");
+        QVERIFY(QTest::qWaitFor([&] { return read() == before; }, patience));
+        QVERIFY(rig.stop());
+    }
+
+private:
+    QString file() const { return rig.path("projects/Pump house/project.xml"); }
+    QByteArray read() const
+    {
+        QFile saved(file());
+        return saved.open(QIODevice::ReadOnly) ? saved.readAll() : QByteArray();
+    }
+
+    EndToEnd::ConfiguratorRig rig;
+};
+
+QTEST_GUILESS_MAIN(ConfiguratorTest)
+#include "tst_configurator.moc"
