@@ -19,6 +19,7 @@ std::optional<int> ConfiguratorOptions::parse(int argc, char **argv)
                    "--station-option=--define=plant.port=1502; may be repeated")
         ->type_name("OPTION")
         ->allow_extra_args(false);
+    Host::ProjectOptions::declareDefines(app, defines);
     app.add_option("--ui-map", uiMap,
                    "keep a list of the visible controls in this file, for scripts")
         ->type_name("FILE");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,7 +14,9 @@ struct ConfiguratorOptions
     std::string platform; ///< Qt platform plug-in; "" lets Qt choose
     std::string station;  ///< program of the station; "" for the one beside this program
     std::vector<std::string> stationOptions; ///< what it is started with besides the project
-    std::string uiMap;                       ///< file for UiMap; "" for none
+    std::map<std::string, std::string>
+        defines;       ///< what ${NAME} stands for, here and in the station
+    std::string uiMap; ///< file for UiMap; "" for none
 
     /// Exit code when the program is done with that, as after --help; nothing to go on.
     std::optional<int> parse(int argc, char **argv);

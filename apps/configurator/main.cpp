@@ -8,6 +8,8 @@
 #include "editor/shell/MainWindow.h"
 #include "editor/shell/ProjectFiles.h"
 
+#include "nodes/system/systemCore.h"
+
 #include <QApplication>
 #include <QTimer>
 
@@ -31,7 +33,11 @@ int main(int argc, char **argv)
     QStringList stationOptions;
     for (const std::string &option : options.stationOptions)
         stationOptions << QString::fromStdString(option);
+    for (const auto &[name, value] : options.defines)
+        stationOptions << QStringLiteral("--define") << QString::fromStdString(name + '=' + value);
     Editor::MainWindow window(station, stationOptions);
+    for (const auto &[name, value] : options.defines)
+        window.workspace().session().core().SetDefine(name, value);
     std::unique_ptr<Configurator::UiMap> map;
     if (!options.uiMap.empty())
         map = std::make_unique<Configurator::UiMap>(QString::fromStdString(options.uiMap));

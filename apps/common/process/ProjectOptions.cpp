@@ -18,14 +18,11 @@ std::string checkDefine(const std::string &text)
 
 } // namespace
 
-void ProjectOptions::declare(CLI::App &app)
+void ProjectOptions::declareDefines(CLI::App &app, std::map<std::string, std::string> &defines)
 {
-    app.add_option("project", project, "project file, or directory holding project.xml")
-        ->required()
-        ->type_name("PROJECT");
     app.add_option_function<std::vector<std::string>>(
            "--define",
-           [this](const std::vector<std::string> &pairs) {
+           [&defines](const std::vector<std::string> &pairs) {
                for (const std::string &pair : pairs)
                    defines[pair.substr(0, pair.find('='))] = pair.substr(pair.find('=') + 1);
            },
@@ -33,6 +30,14 @@ void ProjectOptions::declare(CLI::App &app)
         ->check(CLI::Validator(checkDefine, ""))
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+}
+
+void ProjectOptions::declare(CLI::App &app)
+{
+    app.add_option("project", project, "project file, or directory holding project.xml")
+        ->required()
+        ->type_name("PROJECT");
+    declareDefines(app, defines);
     app.add_option("--station", station,
                    "which of the project's stations to run (default: the first)")
         ->type_name("NAME");

@@ -22,6 +22,9 @@ struct ProjectOptions
     /// parsing. The object outlives `app`.
     void declare(CLI::App &app);
 
+    /// Adds --define alone; the map outlives `app`.
+    static void declareDefines(CLI::App &app, std::map<std::string, std::string> &defines);
+
     /// Of the command line that was not understood.
     static constexpr int UsageError = 2;
 };

@@ -4,6 +4,7 @@
 #include "editor/shell/CommandMenus.h"
 #include "editor/shell/DocumentTabs.h"
 #include "editor/shell/NoticeBar.h"
+#include "editor/shell/PlantCheck.h"
 #include "editor/shell/ProjectFiles.h"
 #include "editor/shell/StartPage.h"
 #include "editor/shell/StationRun.h"
@@ -42,6 +43,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
       m_workspace(m_session, *this),
       m_files(new ProjectFiles(m_workspace, this)),
       m_run(new StationRun(m_workspace, station, this)),
+      m_plant(new PlantCheck(this)),
       m_pages(new QStackedWidget(this)),
       m_tabs(new DocumentTabs(m_workspace, this)),
       m_notice(new NoticeBar(this))
@@ -75,6 +77,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
 
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
     connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
+    connect(m_plant, &PlantCheck::finished, this, &MainWindow::startStation);
     connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
     if (!restoreLayout())
         setWindowState(Qt::WindowMaximized);
@@ -174,9 +177,29 @@ void MainWindow::run()
         m_run->stop();
         return;
     }
+    if (m_plant->isRunning())
+        return;
     if (m_session.isModified() && !m_session.isReadOnly() && !m_files->save())
         return;
-    m_run->start(m_stationOptions);
+    m_workspace.tell(Workspace::Info, tr("Проверяю связь с оборудованием…"));
+    m_plant->start(m_session);
+}
+
+void MainWindow::startStation(const QStringList &away)
+{
+    if (!m_session.isOpen() || m_run->isRunning())
+        return;
+    QStringList options = m_stationOptions;
+    if (away.isEmpty()) {
+        m_workspace.tell(Workspace::Info, tr("Станция оператора запускается."));
+    } else {
+        options << QStringLiteral("--simulate");
+        m_workspace.tell(Workspace::Warning,
+                         tr("Оборудование не отвечает: %1. Станция запускается с имитатором, "
+                            "команды до оборудования не дойдут.")
+                             .arg(away.join(QStringLiteral("; "))));
+    }
+    m_run->start(options);
 }
 
 void MainWindow::showState()

@@ -14,6 +14,7 @@ namespace Editor {
 class CommandMenus;
 class DocumentTabs;
 class NoticeBar;
+class PlantCheck;
 class ProjectFiles;
 class StationRun;
 
@@ -44,6 +45,7 @@ private:
     void makePanels();
     void fillRecent();
     void run();
+    void startStation(const QStringList &away);
     void showState();
     void showTitle();
     void keepLayout() const;
@@ -55,6 +57,7 @@ private:
     Workspace m_workspace;
     ProjectFiles *m_files;
     StationRun *m_run;
+    PlantCheck *m_plant;
     QStackedWidget *m_pages;
     DocumentTabs *m_tabs;
     NoticeBar *m_notice;

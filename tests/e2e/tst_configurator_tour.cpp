@@ -97,4 +97,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(ConfiguratorTest)
-#include "tst_configurator.moc"
+#include "tst_configurator_tour.moc"
