@@ -1,0 +1,239 @@
+#include "editor/shell/CommandMenus.h"
+#include "editor/shell/DocumentTabs.h"
+#include "editor/shell/MainWindow.h"
+#include "editor/shell/PlantCheck.h"
+#include "editor/shell/ProjectFiles.h"
+#include "editor/shell/StationRun.h"
+#include "editor/tables/CommandTable.h"
+#include "editor/tables/PanelTable.h"
+#include "editor/wizard/ProjectSteps.h"
+#include "editor/workspace/DocumentView.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "utils/undo/ChangeTextCommand.h"
+#include "utils/undo/IUndo.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using Editor::MainWindow;
+using Editor::Workspace;
+
+namespace {
+
+/// Presses a button of the next message box by its text.
+void answer(const QString &text)
+{
+    QTimer::singleShot(0, qApp, [text] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return answer(text);
+        const auto buttons = box->buttons();
+        for (QAbstractButton *button : buttons) {
+            if (button->text() == text)
+                return button->click();
+        }
+        box->reject();
+    });
+}
+
+/// Takes connections on a free port of the loopback address and says nothing.
+class SilentDevice
+{
+public:
+    SilentDevice() : m_socket(socket(AF_INET, SOCK_STREAM, 0))
+    {
+        m_address.sin_family = AF_INET;
+        m_address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof m_address;
+        auto *address = reinterpret_cast<sockaddr *>(&m_address);
+        if (bind(m_socket, address, length) || listen(m_socket, 4) ||
+            getsockname(m_socket, address, &length))
+            qFatal("no socket");
+    }
+    ~SilentDevice() { leave(); }
+    int port() const { return ntohs(m_address.sin_port); }
+    void leave()
+    {
+        if (m_socket >= 0)
+            close(m_socket);
+        m_socket = -1;
+    }
+
+private:
+    int m_socket;
+    sockaddr_in m_address{};
+};
+
+struct Fixture
+{
+    Fixture()
+    {
+        if (!session().create(directory.filePath("p"), "P"))
+            qFatal("no project");
+    }
+    Editor::ProjectSession &session() { return window.workspace().session(); }
+    bool rename(const char *name)
+    {
+        return Utils::IUndo::execute(new Utils::ChangeTextCommand(
+            Nodes::NodeLink(session().root()), Utils::ChangeTextCommand::Name, name));
+    }
+    Nodes::NodeLink addWindow()
+    {
+        Nodes::NodeLink made;
+        Editor::ProjectSteps steps(*session().project());
+        (void)Utils::IUndo::execute(steps.addWindow("W", {640, 480}, 1, made));
+        return made;
+    }
+
+    QTemporaryDir directory;
+    MainWindow window{QStringLiteral("/nowhere/station")};
+};
+
+} // namespace
+
+class MainWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        qRegisterMetaType<Workspace::Level>("Editor::Workspace::Level");
+        QVERIFY(config.isValid());
+        qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
+    }
+
+    void tablesAreWhole()
+    {
+        QSet<QString> ids;
+        QSet<QString> shortcuts;
+        for (const Editor::CommandRow &row : Editor::CommandTable()) {
+            if (!*row.id)
+                continue;
+            QVERIFY2(!ids.contains(row.id), row.id);
+            ids.insert(row.id);
+            const QString keys = QString::fromUtf8(row.shortcut);
+            QVERIFY2(keys.isEmpty() || !QKeySequence::fromString(keys).isEmpty(), row.id);
+            QVERIFY2(keys.isEmpty() || !shortcuts.contains(keys), row.id);
+            shortcuts.insert(keys);
+            QVERIFY2(QString(row.icon).isEmpty() || QFile::exists(row.icon), row.icon);
+        }
+        MainWindow window{QString()};
+        for (const Editor::PanelRow &row : Editor::PanelTable()) {
+            const auto *dock = window.findChild<QDockWidget *>(row.key);
+            QVERIFY2(dock && dock->widget(), row.key);
+        }
+    }
+
+    void commandsFollowTheProject()
+    {
+        Fixture f;
+        QCoreApplication::processEvents();
+        QAction *action = f.window.commands().action("project.addWindow");
+        QVERIFY(action && action->isEnabled());
+        f.session().setReadOnly(QStringLiteral("занят"));
+        QTRY_VERIFY(!action->isEnabled());
+        QVERIFY(f.window.windowTitle().contains(QStringLiteral("только чтение")));
+        f.session().close();
+        QTRY_VERIFY(!f.window.commands().action("project.addReadings")->isEnabled());
+    }
+
+    void documentsFollowTheirNodes()
+    {
+        Fixture f;
+        const Nodes::NodeLink node = f.addWindow();
+        f.window.workspace().open(node);
+        QCOMPARE(f.window.tabs().count(), 1);
+        f.window.workspace().open(node); // again: brought forward
+        QCOMPARE(f.window.tabs().count(), 1);
+        QCOMPARE(f.window.workspace().document()->node(), node);
+        QVERIFY(Utils::IUndo::execute(
+            new Utils::ChangeTextCommand(node, Utils::ChangeTextCommand::Name, "Другое")));
+        QTRY_COMPARE(f.window.tabs().tabText(0), QStringLiteral("Другое"));
+        f.session().undoStack().undo();
+        f.session().undoStack().undo(); // the window is gone
+        QTRY_COMPARE(f.window.tabs().count(), 0);
+        QVERIFY(!f.window.workspace().document());
+        f.session().undoStack().redo();
+        f.window.workspace().open(node);
+        f.session().close();
+        QCOMPARE(f.window.tabs().count(), 0);
+    }
+
+    void asksForUnsavedWork_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("isClosed");
+        QTest::addColumn<bool>("isKept");
+        QTest::newRow("saved") << "Сохранить" << true << true;
+        QTest::newRow("dropped") << "Не сохранять" << true << false;
+        QTest::newRow("stays") << "Отмена" << false << false;
+    }
+    void asksForUnsavedWork()
+    {
+        QFETCH(QString, button);
+        QFETCH(bool, isKept);
+        Fixture f;
+        QVERIFY(f.window.files().mayLeave()); // nothing to ask about
+        QVERIFY(f.rename("Q"));
+        const QString file = f.session().file();
+        answer(button);
+        QTEST(f.window.close(), "isClosed");
+        QFile saved(file);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll().contains("name=\"Q\""), isKept);
+    }
+
+    void tellsThatNoStationStarted()
+    {
+        Fixture f;
+        QSignalSpy told(&f.window.workspace(), &Workspace::told);
+        Editor::StationRun run(f.window.workspace(), QStringLiteral("/nowhere/station"), nullptr);
+        run.start({});
+        QTRY_COMPARE(told.size(), 1);
+        QCOMPARE(told[0][0].value<Workspace::Level>(), Workspace::Error);
+        QVERIFY(!run.isRunning());
+    }
+
+    void findsThePlantAway_data()
+    {
+        QTest::addColumn<bool>("isThere");
+        QTest::newRow("there") << true;
+        QTest::newRow("away") << false;
+    }
+    void findsThePlantAway()
+    {
+        QFETCH(bool, isThere);
+        Fixture f;
+        SilentDevice device;
+        const int port = device.port();
+        if (!isThere)
+            device.leave();
+        Editor::ProjectSteps steps(*f.session().project());
+        QVERIFY(Utils::IUndo::execute(steps.addModbus("ПЛК", "127.0.0.1", port)));
+        Editor::PlantCheck check(nullptr);
+        QSignalSpy finished(&check, &Editor::PlantCheck::finished);
+        check.start(f.session());
+        QTRY_COMPARE(finished.size(), 1);
+        const QStringList away = finished[0][0].toStringList();
+        QCOMPARE(away.isEmpty(), isThere);
+        QVERIFY(isThere || away[0].startsWith(QStringLiteral("ПЛК")));
+    }
+
+private:
+    QTemporaryDir config;
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "tst_main_window.moc"
