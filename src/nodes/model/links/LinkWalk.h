@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/links/NodeLink.h"
 
@@ -35,7 +36,7 @@ template <class Visitor> void VisitLinks(const BasicNode &node, const KindInfo &
 using LinkEdit = std::function<std::optional<NodeLink>(const NodeLink &)>;
 
 /// Rewrites the links of one node, announcing each property that changes; count of properties.
-int EditLinks(ConfigNode &node, const LinkEdit &edit);
+NODES_EXPORT int EditLinks(ConfigNode &node, const LinkEdit &edit);
 
 using IdSet = std::unordered_set<unsigned long>;
 

@@ -1,18 +1,58 @@
 #include "widgets/scene/editing/ElementClipboard.h"
 
+#include "widgets/scene/editing/paste/LinkPaths.h"
+#include "widgets/scene/editing/paste/LinkRebinding.h"
+#include "widgets/scene/editing/paste/PasteReport.h"
+
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/NodesContainer.h"
+#include "nodes/model/links/LinkWalk.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QMimeData>
+
+#include <algorithm>
+#include <memory>
 
 namespace Widgets {
 
 namespace {
 
 Q_LOGGING_CATEGORY(editorLog, "station.editor")
+
+std::optional<LinkPaths> readPaths()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    return data && data->hasFormat(LinkPaths::mimeFormat())
+               ? LinkPaths::fromBytes(data->data(LinkPaths::mimeFormat()))
+               : std::nullopt;
+}
+
+/// Highest id that the links of the nodes name.
+unsigned long highestLink(const Nodes::NodeLinks &nodes)
+{
+    unsigned long highest = 0;
+    const auto visit = [&highest](const Nodes::PropertyDescriptor &, const Nodes::NodeLink &link) {
+        highest = std::max(highest, link.GetNodeId());
+    };
+    for (const Nodes::NodeLink &root : nodes) {
+        Nodes::VisitLinks(*root.GetNode(), *root->GetKind(), visit);
+        for (const Nodes::NodeLink &link : root->GetNodes(true))
+            Nodes::VisitLinks(*link.GetNode(), *link->GetKind(), visit);
+    }
+    return highest;
+}
+
+QString failureText(const Nodes::Result &read)
+{
+    return read == Nodes::Result::LimitExceeded
+               ? QStringLiteral("Не вставлено: в буфере обмена слишком много элементов")
+               : QStringLiteral("Не вставлено: в буфере обмена нет элементов этой программы или "
+                                "они повреждены");
+}
 
 } // namespace
 
@@ -24,21 +64,24 @@ void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::N
     if (nodes.empty())
         return;
     const std::string bytes = project.Serialize(nodes);
-    QGuiApplication::clipboard()->setText(
-        QString::fromLatin1(QByteArray::fromStdString(bytes).toHex()));
+    auto data = std::make_unique<QMimeData>();
+    data->setText(QString::fromLatin1(QByteArray::fromStdString(bytes).toHex()));
+    data->setData(LinkPaths::mimeFormat(), LinkPaths(project, nodes.GetLinks()).toBytes());
+    QGuiApplication::clipboard()->setMimeData(data.release());
 }
 
-bool ElementClipboard::read(Nodes::NodesCollection &project, Nodes::NodesContainer &nodes)
+Nodes::Result ElementClipboard::read(Nodes::NodesCollection &project, Nodes::NodesContainer &nodes)
 {
-    const QByteArray text = QGuiApplication::clipboard()->text().toLatin1();
+    // A text that went through another program may have got a line end.
+    const QByteArray text = QGuiApplication::clipboard()->text().trimmed().toLatin1();
     const QByteArray bytes = QByteArray::fromHex(text);
     // fromHex passes over what is no digit: any text would do.
     if (bytes.isEmpty() || bytes.toHex() != text.toLower())
-        return false;
+        return Nodes::Result(Nodes::Result::ParseError, "no hexadecimal text");
     const Nodes::Result read = project.Deserialize(bytes.toStdString(), nodes);
     if (!read)
         qCDebug(editorLog, "the clipboard has no elements: %s", read.ToString().c_str());
-    return read && !nodes.empty();
+    return read && nodes.empty() ? Nodes::Result(Nodes::Result::ParseError, "no element") : read;
 }
 
 void ElementClipboard::discard(Nodes::NodesCollection &project, const Nodes::NodeLinks &nodes)
@@ -51,24 +94,46 @@ bool ElementClipboard::hasElements(Nodes::NodesCollection &project)
 {
     Nodes::NodesContainer nodes;
     const bool isReadable = read(project, nodes);
-    if (isReadable)
-        discard(project, nodes.GetLinks());
+    discard(project, nodes.GetLinks());
     return isReadable;
+}
+
+// The ids that links name must not be given to what is pasted.
+Nodes::NodesArray ElementClipboard::take(Nodes::NodesCollection &project, PasteReport &report)
+{
+    const std::optional<LinkPaths> paths = readPaths();
+    Nodes::NodesContainer nodes;
+    Nodes::NodesArray clones;
+    if (paths)
+        project.ReserveIds(paths->highestId());
+    Nodes::Result taken = read(project, nodes);
+    const unsigned long highest = taken && !paths ? highestLink(nodes.GetLinks()) : 0;
+    if (highest > 0) {
+        discard(project, nodes.GetLinks());
+        nodes = {};
+        project.ReserveIds(highest);
+        taken = read(project, nodes);
+    }
+    if (!taken) {
+        report.failure = failureText(taken);
+        return clones;
+    }
+    report.skipped = QString::fromStdString(taken.GetDetail());
+    taken = project.CloneNodes(Nodes::NodesArray(nodes.GetLinks()), clones, true);
+    discard(project, nodes.GetLinks());
+    if (!taken) {
+        qCWarning(editorLog, "nothing pasted: %s", taken.ToString().c_str());
+        report.failure = failureText(taken);
+        return {};
+    }
+    LinkRebinding(project, paths).rebind(clones, report);
+    return clones;
 }
 
 Nodes::NodesArray ElementClipboard::take(Nodes::NodesCollection &project)
 {
-    Nodes::NodesContainer nodes;
-    Nodes::NodesArray clones;
-    if (!read(project, nodes))
-        return clones;
-    const Nodes::Result cloned =
-        project.CloneNodes(Nodes::NodesArray(nodes.GetLinks()), clones, true);
-    discard(project, nodes.GetLinks());
-    if (cloned)
-        return clones;
-    qCWarning(editorLog, "nothing pasted: %s", cloned.ToString().c_str());
-    return {};
+    PasteReport report;
+    return take(project, report);
 }
 
 } // namespace Widgets

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+
 #include "nodes/model/NodesArray.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/values/Result.h"
 
 namespace Nodes {
 class NodesCollection;
@@ -10,20 +13,26 @@ class NodesContainer;
 
 namespace Widgets {
 
-/// Elements on the desktop's clipboard: hexadecimal text of their bytes. GUI thread.
-class ElementClipboard
+struct PasteReport;
+
+/// Elements on the desktop's clipboard: hexadecimal text of their bytes, and beside it, as a format
+/// of its own, where their links lead (LinkPaths), so that other windows, processes and projects
+/// can take them. GUI thread.
+class WIDGETS_EXPORT ElementClipboard
 {
 public:
     /// Puts them there; none leave it as it is.
     static void put(const Nodes::NodesCollection &project, const Nodes::NodeLinks &elements);
     static bool hasElements(Nodes::NodesCollection &project);
-    /// New nodes of the project, outside of its tree; empty when the clipboard holds none.
+    /// New nodes of the project, outside of its tree, their links led to what they mean in it;
+    /// empty when the clipboard holds none. The report says why, and what needs a look.
+    static Nodes::NodesArray take(Nodes::NodesCollection &project, PasteReport &report);
     static Nodes::NodesArray take(Nodes::NodesCollection &project);
     /// Lets go of nodes that the project holds for nobody.
     static void discard(Nodes::NodesCollection &project, const Nodes::NodeLinks &nodes);
 
 private:
-    static bool read(Nodes::NodesCollection &project, Nodes::NodesContainer &nodes);
+    static Nodes::Result read(Nodes::NodesCollection &project, Nodes::NodesContainer &nodes);
 };
 
 } // namespace Widgets

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "editor/sceneview/SceneBackdrop.h"
+
+#include "widgets/scene/ProxyView.h"
+
+namespace Editor {
+
+/// View of a scene that is edited: backdrop, zoom, and signals for what stands around it. Wheel and
+/// middle button are those of ProxyView. GUI thread.
+class EditedView : public Widgets::ProxyView
+{
+    Q_OBJECT
+
+public:
+    static constexpr int LeastPercent = 5;
+    static constexpr int GreatestPercent = 3200;
+
+    EditedView(Nodes::ConfigNode *node, QWidget *parent);
+
+    SceneBackdrop backdrop() const { return m_backdrop; }
+    void setBackdrop(const SceneBackdrop &backdrop);
+
+    int percent() const;
+    /// About the middle of the view; brought into the range.
+    void setPercent(int percent);
+    /// The rectangle fills the view, with a margin; no more than 400 %.
+    void fit(const QRectF &rect);
+
+signals:
+    /// Another part of the scene is shown, or at another zoom.
+    void viewChanged();
+    /// Something of it was painted anew.
+    void painted();
+    /// Scene pixels.
+    void pointerMoved(const QPointF &at);
+    void pointerLeft();
+
+protected:
+    void drawBackground(QPainter *painter, const QRectF &rect) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+
+private:
+    SceneBackdrop m_backdrop;
+    QTransform m_shown;
+};
+
+} // namespace Editor

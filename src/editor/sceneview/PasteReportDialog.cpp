@@ -1,0 +1,76 @@
+#include "editor/sceneview/PasteReportDialog.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/workspace/Workspace.h"
+
+#include "widgets/scene/editing/paste/PasteReport.h"
+
+#include "nodes/model/NodesCollection.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace Editor {
+
+namespace {
+
+constexpr int idRole = Qt::UserRole;
+
+QString stateText(Widgets::PasteReport::Row::enState state)
+{
+    return state == Widgets::PasteReport::Row::Missing
+               ? QStringLiteral("нет в этом проекте")
+               : QStringLiteral("проверьте: откуда скопировано, неизвестно");
+}
+
+} // namespace
+
+PasteReportDialog::PasteReportDialog(Workspace &workspace, const Widgets::PasteReport &report)
+    : QDialog(workspace.window()), m_workspace(workspace), m_rows(new QTreeWidget(this))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Вставленные элементы: ссылки"));
+    resize(760, 360);
+    auto *text = new QLabel(
+        QStringLiteral("Элементы вставлены. Этим ссылкам нужна проверка; пока цели нет, элемент "
+                       "показывает ошибку, а не значение."),
+        this);
+    text->setWordWrap(true);
+    m_rows->setHeaderLabels({QStringLiteral("Элемент"), QStringLiteral("Свойство"),
+                             QStringLiteral("Искомый путь"), QStringLiteral("Состояние")});
+    m_rows->setRootIsDecorated(false);
+    m_rows->setUniformRowHeights(true);
+    for (const Widgets::PasteReport::Row &row : report.rows) {
+        auto *item = new QTreeWidgetItem(
+            m_rows, {row.elementName, row.property, row.wanted, stateText(row.state)});
+        item->setData(0, idRole, QVariant::fromValue<qulonglong>(row.element.GetNodeId()));
+    }
+    for (int column = 0; column < m_rows->columnCount(); ++column)
+        m_rows->resizeColumnToContents(column);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    buttons->button(QDialogButtonBox::Close)->setText(QStringLiteral("Закрыть"));
+    QPushButton *show =
+        buttons->addButton(QStringLiteral("Показать элемент"), QDialogButtonBox::ActionRole);
+    auto *column = new QVBoxLayout(this);
+    column->addWidget(text);
+    column->addWidget(m_rows, 1);
+    column->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    connect(show, &QPushButton::clicked, this, [this] { showElement(m_rows->currentItem()); });
+    connect(m_rows, &QTreeWidget::itemActivated, this, &PasteReportDialog::showElement);
+    connect(&workspace.session(), &ProjectSession::aboutToClose, this, &QDialog::close);
+}
+
+void PasteReportDialog::showElement(const QTreeWidgetItem *row)
+{
+    const Nodes::NodesCollection *project = m_workspace.session().project();
+    if (!row || !project)
+        return;
+    m_workspace.reveal(Nodes::NodeLink(project->FindNode(row->data(0, idRole).toULongLong())));
+}
+
+} // namespace Editor

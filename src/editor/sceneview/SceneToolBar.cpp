@@ -1,0 +1,137 @@
+#include "editor/sceneview/SceneToolBar.h"
+
+#include "editor/sceneview/EditedView.h"
+
+#include "widgets/scene/editing/guides/SnapSettings.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QSpinBox>
+
+namespace Editor {
+
+namespace {
+
+using Widgets::SnapSettings;
+
+const int zooms[] = {25, 50, 75, 100, 150, 200, 400, 800};
+
+QIcon iconOf(const char *name)
+{
+    return QIcon(QStringLiteral(":/editor/icons/%1.svg").arg(QLatin1String(name)));
+}
+
+QString percentText(int percent)
+{
+    return QStringLiteral("%1 %").arg(percent);
+}
+
+} // namespace
+
+SceneToolBar::SceneToolBar(EditedView &view, QWidget *parent) : QToolBar(parent), m_view(view)
+{
+    setIconSize(QSize(16, 16));
+    setMovable(false);
+    addZoom();
+    addSeparator();
+    addSnapping();
+    addSeparator();
+    addBackdrop();
+    addSeparator();
+    m_preview = addAction(iconOf("preview"), QStringLiteral("Просмотр"));
+    m_preview->setCheckable(true);
+    m_preview->setToolTip(QStringLiteral("Показать окно как при работе, без правки"));
+    qobject_cast<QWidget *>(widgetForAction(m_preview))->setFocusPolicy(Qt::NoFocus);
+    connect(&view, &EditedView::viewChanged, this, &SceneToolBar::showZoom);
+    connect(&SnapSettings::process(), &SnapSettings::changed, this, &SceneToolBar::showSettings);
+    showZoom();
+    showSettings();
+}
+
+void SceneToolBar::addZoom()
+{
+    addAction(iconOf("zoomFit"), QStringLiteral("Вписать окно"), this, &SceneToolBar::fitAsked);
+    addAction(iconOf("zoomSelection"), QStringLiteral("К выделению"), this,
+              &SceneToolBar::fitSelectionAsked);
+    addAction(iconOf("zoom100"), QStringLiteral("100 %"), this, [this] { m_view.setPercent(100); });
+    m_zoom = new QComboBox(this);
+    m_zoom->setEditable(true);
+    m_zoom->setInsertPolicy(QComboBox::NoInsert);
+    m_zoom->setToolTip(QStringLiteral("Масштаб, от %1 до %2 %")
+                           .arg(EditedView::LeastPercent)
+                           .arg(EditedView::GreatestPercent));
+    for (const int percent : zooms)
+        m_zoom->addItem(percentText(percent));
+    addWidget(m_zoom);
+    connect(m_zoom, qOverload<int>(&QComboBox::activated), this, &SceneToolBar::takeZoom);
+    connect(m_zoom->lineEdit(), &QLineEdit::editingFinished, this, &SceneToolBar::takeZoom);
+}
+
+void SceneToolBar::takeZoom()
+{
+    QString text = m_zoom->currentText();
+    text.remove(QLatin1Char('%'));
+    bool isNumber = false;
+    const int percent = qRound(text.trimmed().replace(QLatin1Char(','), QLatin1Char('.'))
+                                   .toDouble(&isNumber));
+    if (isNumber && percent > 0 && percent != m_view.percent())
+        m_view.setPercent(percent);
+    showZoom();
+}
+
+void SceneToolBar::showZoom()
+{
+    const QSignalBlocker quiet(m_zoom);
+    m_zoom->setEditText(percentText(m_view.percent()));
+}
+
+void SceneToolBar::addSnapping()
+{
+    SnapSettings &settings = SnapSettings::process();
+    m_toGrid = addAction(iconOf("grid"), QStringLiteral("Привязка к сетке"));
+    m_toGrid->setToolTip(QStringLiteral("Сетка и привязка к ней (Alt — без привязки)"));
+    m_toGrid->setCheckable(true);
+    m_step = new QSpinBox(this);
+    m_step->setRange(Widgets::SnapOptions::LeastStep, Widgets::SnapOptions::GreatestStep);
+    m_step->setSuffix(QStringLiteral(" px"));
+    m_step->setToolTip(QStringLiteral("Шаг сетки"));
+    addWidget(m_step);
+    m_toElements = addAction(iconOf("guides"), QStringLiteral("Привязка к элементам"));
+    m_toElements->setToolTip(QStringLiteral(
+        "Привязка к краям, центрам и промежуткам других элементов (Alt — без привязки)"));
+    m_toElements->setCheckable(true);
+    connect(m_toGrid, &QAction::toggled, &settings, &SnapSettings::setToGrid);
+    connect(m_step, qOverload<int>(&QSpinBox::valueChanged), &settings,
+            &SnapSettings::setGridStep);
+    connect(m_toElements, &QAction::toggled, &settings, &SnapSettings::setToElements);
+}
+
+void SceneToolBar::addBackdrop()
+{
+    m_backdrop = new QComboBox(this);
+    m_backdrop->setToolTip(QStringLiteral("Фон в редакторе; на проект не влияет"));
+    m_backdrop->addItem(QStringLiteral("Фон окна"), SceneBackdrop::Project);
+    m_backdrop->addItem(QStringLiteral("Светлый"), SceneBackdrop::Light);
+    m_backdrop->addItem(QStringLiteral("Тёмный"), SceneBackdrop::Dark);
+    m_backdrop->addItem(QStringLiteral("Клетки"), SceneBackdrop::Checker);
+    addWidget(m_backdrop);
+    connect(m_backdrop, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+        SceneBackdrop backdrop = m_view.backdrop();
+        backdrop.kind = SceneBackdrop::enKind(m_backdrop->itemData(index).toInt());
+        m_view.setBackdrop(backdrop);
+    });
+}
+
+void SceneToolBar::showSettings()
+{
+    const Widgets::SnapOptions &options = SnapSettings::process().options();
+    m_toGrid->setChecked(options.toGrid);
+    m_toElements->setChecked(options.toElements);
+    m_step->setValue(options.gridStep);
+    SceneBackdrop backdrop = m_view.backdrop();
+    backdrop.gridStep = options.toGrid ? options.gridStep : 0;
+    m_view.setBackdrop(backdrop);
+}
+
+} // namespace Editor
