@@ -35,10 +35,7 @@ public:
         const Nodes::NRect r = node<Nodes::BasicWidget>(id)->GetGeometry();
         return {r.x, r.y, r.width, r.height};
     }
-    std::string text() const
-    {
-        return Nodes::ProjectWriter::ToText(*core.GetNodesCollection());
-    }
+    std::string text() const { return Nodes::ProjectWriter::ToText(*core.GetNodesCollection()); }
     /// Pushes the command; whether undo brings back the text of before, redo that of after.
     bool pushAndTakeBack(QUndoCommand *command)
     {

@@ -1,5 +1,7 @@
 #include "editor/sceneview/EditedView.h"
 
+#include "widgets/context/SceneContext.h"
+
 #include <QMouseEvent>
 
 #include <cmath>

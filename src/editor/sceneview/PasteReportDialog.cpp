@@ -5,6 +5,7 @@
 
 #include "widgets/scene/editing/paste/PasteReport.h"
 
+#include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 
 #include <QDialogButtonBox>

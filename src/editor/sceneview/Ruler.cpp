@@ -97,7 +97,8 @@ void Ruler::paintExtent(QPainter &painter) const
 void Ruler::paintTicks(QPainter &painter) const
 {
     painter.setPen(inkColor);
-    for (const RulerTick &tick : RulerTicks(m_origin, m_scale, isHorizontal() ? width() : height())) {
+    for (const RulerTick &tick :
+         RulerTicks(m_origin, m_scale, isHorizontal() ? width() : height())) {
         const int length = tick.isMajor ? majorLength : minorLength;
         const int at = qRound(tick.at);
         painter.drawLine(isHorizontal() ? QLine(at, height() - length, at, height())

@@ -7,8 +7,8 @@ namespace Editor {
 /// Marks of a ruler.
 struct RulerTick
 {
-    double at = 0;       ///< pixel of the ruler
-    int value = 0;       ///< scene pixel
+    double at = 0;        ///< pixel of the ruler
+    int value = 0;        ///< scene pixel
     bool isMajor = false; ///< long, with its value
 };
 

@@ -4,8 +4,6 @@
 
 #include <QRectF>
 
-class QMenu;
-
 namespace Widgets {
 class SceneEditor;
 struct PasteReport;
@@ -60,7 +58,6 @@ private:
     void showSelection();
     void takeBackground();
     void recallPlace();
-    void removeElements(std::vector<Nodes::NodeLink> nodes);
     void tellPaste(const Widgets::PasteReport &report);
 
     EditedView *m_view = nullptr;

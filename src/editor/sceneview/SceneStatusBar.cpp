@@ -56,8 +56,7 @@ SceneStatusBar::SceneStatusBar(Workspace &workspace, QWidget *parent)
 
 void SceneStatusBar::showPointer(const QPointF &at)
 {
-    m_pointer->setText(
-        QStringLiteral("%1, %2").arg(qFloor(at.x())).arg(qFloor(at.y())));
+    m_pointer->setText(QStringLiteral("%1, %2").arg(qFloor(at.x())).arg(qFloor(at.y())));
 }
 
 void SceneStatusBar::clearPointer()

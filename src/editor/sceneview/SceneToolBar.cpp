@@ -73,8 +73,8 @@ void SceneToolBar::takeZoom()
     QString text = m_zoom->currentText();
     text.remove(QLatin1Char('%'));
     bool isNumber = false;
-    const int percent = qRound(text.trimmed().replace(QLatin1Char(','), QLatin1Char('.'))
-                                   .toDouble(&isNumber));
+    const int percent =
+        qRound(text.trimmed().replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber));
     if (isNumber && percent > 0 && percent != m_view.percent())
         m_view.setPercent(percent);
     showZoom();
@@ -102,8 +102,7 @@ void SceneToolBar::addSnapping()
         "Привязка к краям, центрам и промежуткам других элементов (Alt — без привязки)"));
     m_toElements->setCheckable(true);
     connect(m_toGrid, &QAction::toggled, &settings, &SnapSettings::setToGrid);
-    connect(m_step, qOverload<int>(&QSpinBox::valueChanged), &settings,
-            &SnapSettings::setGridStep);
+    connect(m_step, qOverload<int>(&QSpinBox::valueChanged), &settings, &SnapSettings::setGridStep);
     connect(m_toElements, &QAction::toggled, &settings, &SnapSettings::setToElements);
 }
 

@@ -19,8 +19,8 @@ const QString timeKey = QStringLiteral("seen");
 QString keyOf(const Nodes::ConfigNode &scene)
 {
     const Nodes::NodesCollection *project = scene.GetNodesCollection();
-    return QString::fromStdString(project ? project->GetUuid() : std::string()) +
-           QLatin1Char('/') + QString::number(scene.GetId());
+    return QString::fromStdString(project ? project->GetUuid() : std::string()) + QLatin1Char('/') +
+           QString::number(scene.GetId());
 }
 
 void dropOldest(QJsonObject &kept)
@@ -60,11 +60,10 @@ void SceneViewMemory::keep(const Nodes::ConfigNode &scene, const Place &place) c
     QJsonObject kept;
     if (!settings(m_fileName).load(kept))
         return;
-    kept[keyOf(scene)] =
-        QJsonObject{{percentKey, place.percent},
-                    {xKey, place.centre.x()},
-                    {yKey, place.centre.y()},
-                    {timeKey, double(QDateTime::currentMSecsSinceEpoch())}};
+    kept[keyOf(scene)] = QJsonObject{{percentKey, place.percent},
+                                     {xKey, place.centre.x()},
+                                     {yKey, place.centre.y()},
+                                     {timeKey, double(QDateTime::currentMSecsSinceEpoch())}};
     while (kept.size() > KeptAtMost)
         dropOldest(kept);
     (void)settings(m_fileName).save(kept); // a failure is in the log

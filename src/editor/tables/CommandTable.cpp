@@ -1,5 +1,6 @@
 #include "editor/tables/CommandTable.h"
 
+#include "editor/sceneview/SceneCommands.h"
 #include "editor/wizard/StepCommands.h"
 
 namespace Editor {
@@ -7,7 +8,7 @@ namespace Editor {
 const QVector<CommandRow> &CommandTable()
 {
     using namespace StepCommands;
-    static const QVector<CommandRow> rows = {
+    static const QVector<CommandRow> own = {
         {"project.addWindow", "Проект", "Добавить окно…", "", "", &mayEdit, &addWindow},
         {"project.addReadings", "Проект", "Добавить показания…", "", "", &mayAddReadings,
          &addReadings},
@@ -15,6 +16,7 @@ const QVector<CommandRow> &CommandTable()
          &addModbus},
         {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
     };
+    static const QVector<CommandRow> rows = own + SceneCommands();
     return rows;
 }
 

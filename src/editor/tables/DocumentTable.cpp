@@ -1,10 +1,24 @@
 #include "editor/tables/DocumentTable.h"
 
+#include "editor/sceneview/SceneDocument.h"
+
 namespace Editor {
+
+namespace {
+
+template <class Document>
+DocumentView *make(Workspace &workspace, const Nodes::NodeLink &node, QWidget *parent)
+{
+    return new Document(workspace, node, parent);
+}
+
+} // namespace
 
 const QVector<DocumentRow> &DocumentTable()
 {
-    static const QVector<DocumentRow> rows = {};
+    static const QVector<DocumentRow> rows = {
+        {&SceneDocument::shows, &make<SceneDocument>},
+    };
     return rows;
 }
 

@@ -34,6 +34,7 @@ class AlarmMarks;
 class ProxyLayer;
 class ProxyWidget;
 class SceneEditor;
+struct PasteReport;
 
 /// Scene of a composition, a window or a single layer: owns one item per layer, nothing of the
 /// node model. Scene coordinates are the nodes' pixel coordinates. Whether it is edited, previewed
@@ -126,6 +127,8 @@ signals:
     void openWizardWindow(Nodes::NodeLink link);
     /// An element was dropped here from the element panel.
     void addWidgetFromPanel();
+    /// Links of what was pasted need a look, or nothing was pasted and why.
+    void pasted(const Widgets::PasteReport &report);
     /// These elements are about to be deleted. Whoever is connected looks after references to them
     /// and calls slotWidgetDelete with those that may go.
     void signalCheckLink(std::vector<Nodes::NodeLink> &vNodeLink);
@@ -135,6 +138,8 @@ public slots:
     void slotWidgetDelete(std::vector<Nodes::NodeLink> links);
     /// Puts the selected elements on the clipboard, as hexadecimal text of their bytes.
     void onCopyToBuffer();
+    /// The same, and asks to delete them.
+    void onCutToBuffer();
     /// Puts the clipboard's elements into the top layer as one step, the upper left corner of
     /// their group to `point` (scene pixels). Does nothing when the clipboard holds none.
     void onPasteFromBuffer(QPointF point);

@@ -79,6 +79,7 @@ void ProxyScene::makeEditor()
     connect(made, &SceneEditor::currentWidgetChange, this, &ProxyScene::currentWidgetChange);
     connect(made, &SceneEditor::openWizardWindow, this, &ProxyScene::openWizardWindow);
     connect(made, &SceneEditor::addWidgetFromPanel, this, &ProxyScene::addWidgetFromPanel);
+    connect(made, &SceneEditor::pasted, this, &ProxyScene::pasted);
     connect(made, &SceneEditor::removalAsked, this, &ProxyScene::removeWidget);
     connect(made, &SceneEditor::selectionSettled, this, &ProxyScene::onSelectionChanged);
 }
@@ -122,6 +123,12 @@ void ProxyScene::onCopyToBuffer()
 {
     if (const SceneEditor *tool = editor())
         tool->copy();
+}
+
+void ProxyScene::onCutToBuffer()
+{
+    if (SceneEditor *tool = editor())
+        tool->cut();
 }
 
 void ProxyScene::onPasteFromBuffer(QPointF point)

@@ -93,7 +93,7 @@ void ElementClipboard::discard(Nodes::NodesCollection &project, const Nodes::Nod
 bool ElementClipboard::hasElements(Nodes::NodesCollection &project)
 {
     Nodes::NodesContainer nodes;
-    const bool isReadable = read(project, nodes);
+    const bool isReadable(read(project, nodes));
     discard(project, nodes.GetLinks());
     return isReadable;
 }

@@ -6,11 +6,12 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/SceneMenu.h"
+#include "widgets/scene/editing/guides/SnapSettings.h"
+#include "widgets/scene/editing/paste/ScenePaste.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/editing/ActionFactory.h"
-#include "utils/undo/CopyNodeWidgetGroupCommand.h"
 #include "utils/undo/IUndo.h"
 
 #include <QAction>
@@ -62,11 +63,14 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
       m_node(node),
       m_selection(scene),
       m_overlay(std::make_unique<EditOverlay>(scene, m_selection)),
+      m_snapper(scene, SnapSettings::process()),
       m_drag(m_selection, *m_overlay),
       m_edits(m_selection, undo),
+      m_tableEdits(m_selection, undo, node),
       m_newElements(undo)
 {
     createActions();
+    m_drag.addAdjuster(m_snapper);
     connect(&m_newElements, &NewElements::menuFilled, this, &SceneEditor::actionsChanged);
     connect(&m_newElements, &NewElements::chosen, this, [this](const Nodes::NodeType &type) {
         m_newElements.add(type, m_layers.topmostNode(), m_pastePosition, false);
@@ -178,21 +182,22 @@ void SceneEditor::copy() const
         ElementClipboard::put(*project, m_selection.links());
 }
 
+void SceneEditor::cut()
+{
+    copy();
+    emit removalAsked();
+}
+
 void SceneEditor::paste(QPointF point)
 {
     const QList<ProxyLayer *> top = m_layers.highest();
     const Nodes::ConfigNode *layer = top.isEmpty() ? nullptr : top.first()->getNode();
-    Nodes::NodesCollection *project = m_node ? m_node->GetNodesCollection() : nullptr;
-    if (!layer || !project)
+    if (!layer)
         return;
-    const Nodes::NodesArray clones = ElementClipboard::take(*project);
-    if (clones.empty())
-        return;
-    m_scene.clearSelection(); // what is pasted appears selected
-    m_undo.pushToUndoStack(new Utils::CopyNodeWidgetGroupCommand(
-        Nodes::NodeLink(layer), clones, QPoint(int(point.x()), int(point.y()))));
-    // Those refused; the command has logged why.
-    ElementClipboard::discard(*project, clones.GetLinks());
+    const PasteReport report =
+        pasteElements(*layer, QPoint(int(point.x()), int(point.y())), m_selection, m_undo);
+    if (!report.isClean())
+        emit pasted(report);
 }
 
 void SceneEditor::pasteAtPointer()
@@ -215,6 +220,8 @@ bool SceneEditor::pressKey(const QKeyEvent &event)
         emit removalAsked();
     } else if (event.matches(QKeySequence::Copy) && m_copyAction) {
         m_copyAction->trigger();
+    } else if (event.matches(QKeySequence::Cut)) {
+        cut();
     } else if (event.matches(QKeySequence::Paste) && m_pasteAction) {
         pasteAtPointer();
     } else {
@@ -270,6 +277,7 @@ void SceneEditor::openMenu(const QGraphicsSceneContextMenuEvent &event)
         m_menu->fillForCanvas(addMenu(), project && ElementClipboard::hasElements(*project));
     } else {
         m_menu->fillForSelection(selected, dynamic_cast<ProxyWidget *>(m_scene.focusItem()));
+        m_tableEdits.fillMenu(m_menu->addArranging());
     }
     m_menu->addItems(hosts);
     m_menu->show(event.screenPos());

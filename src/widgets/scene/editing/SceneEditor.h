@@ -6,6 +6,8 @@
 #include "widgets/scene/editing/NewElements.h"
 #include "widgets/scene/editing/SceneSelection.h"
 #include "widgets/scene/editing/SelectionEdits.h"
+#include "widgets/scene/editing/arrange/TableEdits.h"
+#include "widgets/scene/editing/guides/Snapper.h"
 
 #include "nodes/model/links/NodeLink.h"
 #include "utils/relay/WatchedNode.h"
@@ -34,6 +36,7 @@ namespace Widgets {
 class LayerStack;
 class ProxyWidget;
 class SceneMenu;
+struct PasteReport;
 
 /// The tool that a scene hands its input to while it is edited: selection, drags, keys, context
 /// menu, what is dropped from the element panel, clipboard. A scene at run time has none. GUI
@@ -53,6 +56,7 @@ public:
 
     SceneSelection &selection() { return m_selection; }
     SelectionEdits &edits() { return m_edits; }
+    TableEdits &tableEdits() { return m_tableEdits; }
     DragInteraction &drag() { return m_drag; }
     EditOverlay &overlay() { return *m_overlay; }
     bool hasGrabbers(const ProxyWidget &host) const;
@@ -65,6 +69,7 @@ public:
     /// The layers' order or visibility changed: which elements can be picked, what can be added.
     void takeOrder();
     void copy() const;
+    void cut();
     void paste(QPointF point);
 
     /// Ends a drag that is under way and brings what was moved into the nodes.
@@ -90,6 +95,8 @@ signals:
     void currentWidgetChange(Nodes::NodeLink link);
     void openWizardWindow(Nodes::NodeLink link);
     void addWidgetFromPanel();
+    /// What a paste leaves to be said; never clean.
+    void pasted(const Widgets::PasteReport &report);
     /// The selected elements are to be deleted.
     void removalAsked();
     /// The selection has not changed for a moment.
@@ -109,8 +116,10 @@ private:
     Utils::WatchedNode<Nodes::BasicNode> m_node;
     SceneSelection m_selection;
     std::unique_ptr<EditOverlay> m_overlay;
+    Snapper m_snapper;
     DragInteraction m_drag;
     SelectionEdits m_edits;
+    TableEdits m_tableEdits;
     NewElements m_newElements;
     QPointF m_pastePosition;
     QPointer<ProxyWidget> m_picked;    ///< by the press that is held

@@ -62,6 +62,14 @@ void SceneMenu::fillForSelection(int count, const ProxyWidget *focused)
     m_menu->addSeparator();
 }
 
+QMenu &SceneMenu::addArranging()
+{
+    auto *arranging = new QMenu(QStringLiteral("Размещение"), m_menu.get());
+    const QList<QAction *> present = m_menu->actions();
+    m_menu->insertMenu(present.isEmpty() ? nullptr : present.last(), arranging);
+    return *arranging;
+}
+
 void SceneMenu::addItems(const QList<ProxyWidget *> &hosts)
 {
     for (ProxyWidget *host : hosts) {

@@ -37,6 +37,8 @@ public:
     /// Begins anew, for that many selected elements; `focused` is the one under the pointer, or
     /// null.
     void fillForSelection(int count, const ProxyWidget *focused);
+    /// Submenu for edits of the whole selection, before the lines of the elements.
+    QMenu &addArranging();
     /// A line for each, by which it is selected or not.
     void addItems(const QList<ProxyWidget *> &hosts);
     /// Shows it unless it is empty, on the desktop.

@@ -5,10 +5,11 @@
 #include "widgets/scene/editing/arrange/HiddenElements.h"
 #include "widgets/scene/editing/arrange/SceneEditTable.h"
 
-#include "utils/convert/ValueConversions.h"
+#include "nodes/model/properties/PropertyDescriptor.h"
 
 using Kind = Widgets::Arrangement::enKind;
 using Rects = QVector<QRect>;
+using Ids = QVector<int>;
 using Widgets::SceneEditTable;
 
 Q_DECLARE_METATYPE(Kind)
@@ -79,8 +80,7 @@ private slots:
 
     void edits_data()
     {
-        using Ids = QVector<unsigned long>;
-        const Rows<QString, Ids, QString, QString> row("id", "selected", "text", "attributes");
+        const Rows<Ids, QString, QString> row("selected", "text", "attributes");
         row("alignLeft", {33, 32, 35}, "Выравнивание по левому краю", "32 x=200");
         row("gapsAcross", {32, 33, 34, 35}, "Равные промежутки по ширине", "34 x=120");
         row("sameWidth", {33, 35, 32}, "Одинаковая ширина", "32 width=100");
@@ -99,12 +99,12 @@ private slots:
 
     void edits()
     {
-        QFETCH(QString, id);
-        QFETCH(QVector<unsigned long>, selected);
+        const QString id = QTest::currentDataTag();
+        QFETCH(Ids, selected);
         EditedProject project(nodes);
         Widgets::EditedElements edited = project.elements({}, 0, 30);
-        for (const unsigned long element : selected)
-            edited.elements.push_back(project.node<Nodes::BasicWidget>(element));
+        for (const int element : selected)
+            edited.elements.push_back(project.node<Nodes::BasicWidget>(ulong(element)));
         const Widgets::SceneEditRow *row = SceneEditTable::find(id);
         QVERIFY(row && SceneEditTable::isPossible(*row, edited));
         if (id == "gapsAcross")
@@ -117,13 +117,13 @@ private slots:
             const QStringList pair = wanted.mid(space + 1).split('=');
             QCOMPARE(textOf(*project.node(wanted.left(space).toULong()), pair[0]), pair[1]);
         }
-        if (selected.contains(35ul) && id != "unlock")
+        if (selected.contains(35) && id != "unlock")
             QCOMPARE(project.place(35).topLeft(), QPoint(5, 5)); // it is locked
     }
 
     void changesNothing_data()
     {
-        const Rows<QString, QVector<unsigned long>> row("id", "selected");
+        const Rows<Ids> row("selected");
         row("alignLeft", {32});
         row("alignTop", {33, 35});
         row("toFront", {34});
@@ -136,14 +136,14 @@ private slots:
 
     void changesNothing()
     {
-        QFETCH(QString, id);
-        QFETCH(QVector<unsigned long>, selected);
+        const QString id = QTest::currentDataTag();
+        QFETCH(Ids, selected);
         const EditedProject project(nodes);
         project.set(35, "y", "80");
         project.set(35, "zOrder", "1"); // alone between the others
         Widgets::EditedElements edited = project.elements({}, 0, 30);
-        for (const unsigned long element : selected)
-            edited.elements.push_back(project.node<Nodes::BasicWidget>(element));
+        for (const int element : selected)
+            edited.elements.push_back(project.node<Nodes::BasicWidget>(ulong(element)));
         QCOMPARE(SceneEditTable::find(id)->make(edited), nullptr);
     }
 

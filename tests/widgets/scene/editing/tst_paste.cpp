@@ -106,8 +106,7 @@ private slots:
         const Nodes::NodesArray pasted = ElementClipboard::take(*other, report);
         QCOMPARE(pasted.size(), std::size_t(2));
         QCOMPARE(elementOf(pasted, 0).GetSignalLink().GetNodeId(), 500ul);
-        QCOMPARE(rowsOf(report),
-                 (QStringList{"A|При нажатии|W1|missing", "B|Сигнал|S/P|missing"}));
+        QCOMPARE(rowsOf(report), (QStringList{"A|При нажатии|W1|missing", "B|Сигнал|S/P|missing"}));
         QCOMPARE(report.rows[1].element, pasted[1]);
         // Number 12 is somebody else here.
         const Nodes::NodeLink lost = elementOf(pasted, 1).GetSignalLink();
@@ -142,9 +141,9 @@ private slots:
         PasteReport report;
         const Nodes::NodesArray pasted = ElementClipboard::take(*other, report);
         QCOMPARE(pasted.size(), std::size_t(1));
-        QCOMPARE(rowsOf(report), (QStringList{"A|Сигнал|узел № 11|missing",
-                                              "A|При нажатии|узел № 40|missing",
-                                              "A|При нажатии|узел № 41|missing"}));
+        QCOMPARE(rowsOf(report),
+                 (QStringList{"A|Сигнал|узел № 11|missing", "A|При нажатии|узел № 40|missing",
+                              "A|При нажатии|узел № 41|missing"}));
         const auto same = ElementClipboard::take(*project.core.GetNodesCollection(), report);
         QCOMPARE(elementOf(same, 0).GetSignalLink().GetNodeId(), 11ul);
         QCOMPARE(rowsOf(report)[3], QString("A|Сигнал|S/T|doubtful"));
@@ -208,8 +207,8 @@ private slots:
     {
         EditedProject project(source);
         const Nodes::ConfigNode &window = *project.node(30);
-        QVERIFY(project.pushAndTakeBack(
-            Widgets::ElementCopies::duplicate(project.elements({32, 31}))));
+        QVERIFY(
+            project.pushAndTakeBack(Widgets::ElementCopies::duplicate(project.elements({32, 31}))));
         QCOMPARE(project.stack.text(0), QString("Копирование группы виджетов"));
         QCOMPARE(window.GetNodeCount(), 4);
         const auto *copyOfB = dynamic_cast<Nodes::BasicWidget *>(window.GetNodeAt(2));
@@ -231,8 +230,8 @@ private slots:
         QFETCH(bool, withLinks);
         EditedProject project(source);
         copy(project, {31});
-        const auto what = withLinks ? Widgets::PropertyPaste::LooksAndLinks
-                                    : Widgets::PropertyPaste::Looks;
+        const auto what =
+            withLinks ? Widgets::PropertyPaste::LooksAndLinks : Widgets::PropertyPaste::Looks;
         const auto paste = [&] {
             return Widgets::PropertyPaste::fromClipboard(project.elements({32}), what);
         };

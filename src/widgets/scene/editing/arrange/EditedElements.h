@@ -16,8 +16,8 @@ namespace Widgets {
 struct WIDGETS_EXPORT EditedElements
 {
     std::vector<Nodes::BasicWidget *> elements; ///< in the order they were selected
-    Nodes::BasicWidget *key = nullptr; ///< others are brought in line with it; may be null
-    Nodes::ConfigNode *document = nullptr; ///< what the scene stands for; may be null
+    Nodes::BasicWidget *key = nullptr;          ///< others are brought in line with it; may be null
+    Nodes::ConfigNode *document = nullptr;      ///< what the scene stands for; may be null
 
     /// Index of the key element; the first when it is none of them, -1 without any.
     int keyIndex() const;

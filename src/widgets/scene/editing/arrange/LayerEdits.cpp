@@ -86,8 +86,8 @@ QUndoCommand *LayerEdits::moveToNext(const EditedElements &edited, int step)
     if (key < 0)
         return nullptr;
     const std::vector<Nodes::BasicLayer *> layers = layersOf(edited.document);
-    const auto own = std::find(layers.begin(), layers.end(),
-                               edited.elements[std::size_t(key)]->GetParent());
+    const auto own =
+        std::find(layers.begin(), layers.end(), edited.elements[std::size_t(key)]->GetParent());
     const auto next = own - layers.begin() + step;
     if (own == layers.end() || next < 0 || next >= static_cast<long>(layers.size()))
         return nullptr;

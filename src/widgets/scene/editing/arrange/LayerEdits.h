@@ -20,8 +20,8 @@ namespace LayerEdits {
 
 /// Lowest first; none of what is no composition.
 WIDGETS_EXPORT std::vector<Nodes::BasicLayer *> layersOf(const Nodes::ConfigNode *document);
-/// Step that moves the elements there, each above those of its order; an element whose name is taken
-/// there gets a free one. Null when all stand there already. The caller's.
+/// Step that moves the elements there, each above those of its order; an element whose name is
+/// taken there gets a free one. Null when all stand there already. The caller's.
 WIDGETS_EXPORT QUndoCommand *moveTo(const EditedElements &edited, const Nodes::BasicLayer &layer);
 /// To the next layer of the composition, above (1) or below (-1) that of the key element. Null when
 /// there is none.

@@ -18,14 +18,19 @@ using Kind = Arrangement::enKind;
 
 template <Kind kind> QUndoCommand *arrange(const Edited &edited)
 {
-    static constexpr const char *texts[] = {
-        "Выравнивание по левому краю",  "Выравнивание по центру",
-        "Выравнивание по правому краю", "Выравнивание по верхнему краю",
-        "Выравнивание по середине",     "Выравнивание по нижнему краю",
-        "Равные промежутки по ширине",  "Равные промежутки по высоте",
-        "Равные шаги центров по ширине", "Равные шаги центров по высоте",
-        "Одинаковая ширина",            "Одинаковая высота",
-        "Одинаковый размер"};
+    static constexpr const char *texts[] = {"Выравнивание по левому краю",
+                                            "Выравнивание по центру",
+                                            "Выравнивание по правому краю",
+                                            "Выравнивание по верхнему краю",
+                                            "Выравнивание по середине",
+                                            "Выравнивание по нижнему краю",
+                                            "Равные промежутки по ширине",
+                                            "Равные промежутки по высоте",
+                                            "Равные шаги центров по ширине",
+                                            "Равные шаги центров по высоте",
+                                            "Одинаковая ширина",
+                                            "Одинаковая высота",
+                                            "Одинаковый размер"};
     static_assert(std::size(texts) == std::size_t(Kind::SameSize) + 1);
     return ElementEdits::arrange(edited, kind, QString::fromUtf8(texts[std::size_t(kind)]));
 }
@@ -77,14 +82,14 @@ const std::vector<SceneEditRow> &SceneEditTable::rows()
          pasteProperties<PropertyPaste::LooksAndLinks>},
         {"alignLeft", aligning, "По левому краю", "Ctrl+Shift+Left", 2, arrange<Kind::AlignLeft>},
         {"alignCentre", aligning, "По центру", "Ctrl+Shift+C", 2, arrange<Kind::AlignCentre>},
-        {"alignRight", aligning, "По правому краю", "Ctrl+Shift+Right", 2, arrange<Kind::AlignRight>},
+        {"alignRight", aligning, "По правому краю", "Ctrl+Shift+Right", 2,
+         arrange<Kind::AlignRight>},
         {"alignTop", aligning, "По верхнему краю", "Ctrl+Shift+Up", 2, arrange<Kind::AlignTop>},
         {"alignMiddle", aligning, "По середине", "Ctrl+Shift+M", 2, arrange<Kind::AlignMiddle>},
-        {"alignBottom", aligning, "По нижнему краю", "Ctrl+Shift+Down", 2, arrange<Kind::AlignBottom>},
-        {"gapsAcross", spreading, "Равные промежутки по ширине", "", 3,
-         arrange<Kind::GapsAcross>},
-        {"gapsDown", spreading, "Равные промежутки по высоте", "", 3,
-         arrange<Kind::GapsDown>},
+        {"alignBottom", aligning, "По нижнему краю", "Ctrl+Shift+Down", 2,
+         arrange<Kind::AlignBottom>},
+        {"gapsAcross", spreading, "Равные промежутки по ширине", "", 3, arrange<Kind::GapsAcross>},
+        {"gapsDown", spreading, "Равные промежутки по высоте", "", 3, arrange<Kind::GapsDown>},
         {"centresAcross", spreading, "Центры по ширине", "", 3, arrange<Kind::CentresAcross>},
         {"centresDown", spreading, "Центры по высоте", "", 3, arrange<Kind::CentresDown>},
         {"sameWidth", sizing, "Ширину", "", 2, arrange<Kind::SameWidth>},

@@ -7,7 +7,8 @@ namespace Widgets {
 
 namespace {
 
-constexpr double samePlace = 0.01; // pixels; centres of odd sizes lie on halves
+constexpr double samePlace =
+    0.51; // pixels; centres of odd sizes lie on halves, nothing stands there
 
 // QRectF unites nothing with a rectangle without an area.
 QRectF united(const QRectF &a, const QRectF &b)
@@ -56,8 +57,8 @@ std::optional<double> EdgeIndex::nearest(double at, double distance, const Admit
 QRectF EdgeIndex::unitedAt(double at, const Admits &admits) const
 {
     std::optional<QRectF> all;
-    for (auto line = firstFrom(at - samePlace);
-         line != m_lines.end() && line->at <= at + samePlace; ++line) {
+    for (auto line = firstFrom(at - samePlace); line != m_lines.end() && line->at <= at + samePlace;
+         ++line) {
         if (admits(line->rect))
             all = all ? united(*all, line->rect) : line->rect;
     }

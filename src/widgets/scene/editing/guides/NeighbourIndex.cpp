@@ -71,8 +71,7 @@ QLineF gapLine(const QRectF &first, const QRectF &second, Qt::Orientation axis)
     const double level = (std::max(a.begin, b.begin) + std::min(a.end, b.end)) / 2;
     const double from = along(first, axis).end;
     const double to = along(second, axis).begin;
-    return axis == Qt::Horizontal ? QLineF(from, level, to, level)
-                                  : QLineF(level, from, level, to);
+    return axis == Qt::Horizontal ? QLineF(from, level, to, level) : QLineF(level, from, level, to);
 }
 
 QRectF shifted(const QRectF &rect, Qt::Orientation axis, double by)

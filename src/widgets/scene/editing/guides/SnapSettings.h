@@ -9,7 +9,8 @@
 
 namespace Widgets {
 
-/// What drags snap to in all edited scenes, as the user chose it; kept for the next run. GUI thread.
+/// What drags snap to in all edited scenes, as the user chose it; kept for the next run. GUI
+/// thread.
 class WIDGETS_EXPORT SnapSettings : public QObject, private Utils::Configurator
 {
     Q_OBJECT

@@ -47,8 +47,8 @@ QLineF guideAt(double at, Qt::Orientation axis, const QRectF &reach)
 
 bool movesWhole(Qt::Edges edges, Qt::Orientation axis)
 {
-    const Qt::Edges both = axis == Qt::Horizontal ? Qt::LeftEdge | Qt::RightEdge
-                                                  : Qt::TopEdge | Qt::BottomEdge;
+    const Qt::Edges both =
+        axis == Qt::Horizontal ? Qt::LeftEdge | Qt::RightEdge : Qt::TopEdge | Qt::BottomEdge;
     return (edges & both) == both;
 }
 
@@ -78,8 +78,7 @@ Snapping::Pull Snapping::pullOfEdges(const QRectF &moved, Qt::Edges edges, Qt::O
 Snapping::Pull Snapping::pullOfGaps(const QRectF &moved, Qt::Orientation axis,
                                     const SnapOptions &options) const
 {
-    const auto places =
-        m_neighbours.placesOf(moved, axis, options.distance, visibleIn(options));
+    const auto places = m_neighbours.placesOf(moved, axis, options.distance, visibleIn(options));
     return places.isEmpty() ? Pull() : Pull{places.first().shift, true};
 }
 
@@ -91,17 +90,16 @@ void Snapping::addGuides(const QRectF &moved, Qt::Edges edges, Qt::Orientation a
         const QRectF there = index.unitedAt(at, visibleIn(options));
         if (there.isNull())
             continue;
-        const QRectF reach(QPointF(std::min(moved.left(), there.left()),
-                                   std::min(moved.top(), there.top())),
-                           QPointF(std::max(moved.right(), there.right()),
-                                   std::max(moved.bottom(), there.bottom())));
+        const QRectF reach(
+            QPointF(std::min(moved.left(), there.left()), std::min(moved.top(), there.top())),
+            QPointF(std::max(moved.right(), there.right()),
+                    std::max(moved.bottom(), there.bottom())));
         result.guides.append(guideAt(at, axis, reach));
     }
     if (!movesWhole(edges, axis))
         return;
     constexpr double inPlace = 0.51; // whole pixels: the middle of an odd room is half a pixel off
-    for (const auto &place :
-         m_neighbours.placesOf(moved, axis, inPlace, visibleIn(options)))
+    for (const auto &place : m_neighbours.placesOf(moved, axis, inPlace, visibleIn(options)))
         result.gaps += place.gaps;
 }
 
@@ -127,7 +125,8 @@ SnapResult Snapping::snap(const QRectF &moved, Qt::Edges edges, const SnapOption
     }
     if (!options.toElements)
         return result;
-    there.adjust(edges & Qt::LeftEdge ? result.shift.x() : 0, edges & Qt::TopEdge ? result.shift.y() : 0,
+    there.adjust(edges & Qt::LeftEdge ? result.shift.x() : 0,
+                 edges & Qt::TopEdge ? result.shift.y() : 0,
                  edges & Qt::RightEdge ? result.shift.x() : 0,
                  edges & Qt::BottomEdge ? result.shift.y() : 0);
     for (const Qt::Orientation axis : {Qt::Horizontal, Qt::Vertical})

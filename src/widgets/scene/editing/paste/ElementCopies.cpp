@@ -60,7 +60,8 @@ QUndoCommand *ElementCopies::duplicate(const EditedElements &edited, QPoint offs
     if (layers.size() == 1)
         return new Utils::CopyNodeWidgetGroupCommand(layers[0].layer, layers[0].clones,
                                                      layers[0].corner + offset);
-    auto group = std::make_unique<Utils::CommandGroup>(QStringLiteral("Копирование группы виджетов"));
+    auto group =
+        std::make_unique<Utils::CommandGroup>(QStringLiteral("Копирование группы виджетов"));
     for (const Copies &copies : layers)
         new Utils::CopyNodeWidgetGroupCommand(copies.layer, copies.clones, copies.corner + offset,
                                               group.get());

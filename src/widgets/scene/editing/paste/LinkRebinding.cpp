@@ -3,8 +3,8 @@
 #include "widgets/scene/editing/paste/PasteReport.h"
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/NodesCollection.h"
 #include "nodes/model/NodesArray.h"
+#include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkWalk.h"
 #include "nodes/model/links/ResourceLink.h"
 
@@ -19,9 +19,9 @@ namespace {
 bool admits(const Nodes::PropertyDescriptor &d, const Nodes::ConfigNode &target)
 {
     const std::vector<unsigned> &families = d.linkFamilies;
-    return families.empty() || std::find(families.begin(), families.end(),
-                                         unsigned(target.GetNodeType().GetFamily())) !=
-                                   families.end();
+    return families.empty() ||
+           std::find(families.begin(), families.end(),
+                     unsigned(target.GetNodeType().GetFamily())) != families.end();
 }
 
 PasteReport::Row rowOf(const Nodes::ConfigNode &node, const Nodes::PropertyDescriptor &d,
@@ -52,29 +52,30 @@ void LinkRebinding::rebind(const Nodes::NodesArray &nodes, PasteReport &report)
 void LinkRebinding::rebindOne(Nodes::ConfigNode &node, PasteReport &report)
 {
     Nodes::IdMap moved;
-    Nodes::VisitLinks(node, *node.GetKind(), [&](const Nodes::PropertyDescriptor &d,
-                                                 const Nodes::NodeLink &link) {
-        const unsigned long id = link.GetNodeId();
-        if (m_own.count(id) != 0)
-            return;
-        const Nodes::NodeLink target = targetOf(link, d);
-        if (target.isEmpty())
-            report.rows.append(rowOf(node, d, wantedText(id), PasteReport::Row::Missing));
-        else if (!m_paths)
-            report.rows.append(
-                rowOf(node, d, QString::fromStdString(target.GetLinkName(true)),
-                      PasteReport::Row::Doubtful));
-        const bool isOwnProject = m_paths && m_paths->isFrom(m_project);
-        // Undo may bring back what was deleted here; the id of another project means nothing.
-        const Nodes::NodeLink kept = !target.isEmpty() ? target
-                                     : isOwnProject    ? link
-                                                       : placeholderOf(id);
-        moved.emplace(id, kept.GetNodeId());
-    });
-    (void)Nodes::EditLinks(node, [&](const Nodes::NodeLink &link) -> std::optional<Nodes::NodeLink> {
-        const auto found = moved.find(link.GetNodeId());
-        return found == moved.end() ? link : Nodes::NodeLink(found->second, &m_project);
-    });
+    Nodes::VisitLinks(
+        node, *node.GetKind(),
+        [&](const Nodes::PropertyDescriptor &d, const Nodes::NodeLink &link) {
+            const unsigned long id = link.GetNodeId();
+            if (m_own.count(id) != 0)
+                return;
+            const Nodes::NodeLink target = targetOf(link, d);
+            if (target.isEmpty())
+                report.rows.append(rowOf(node, d, wantedText(id), PasteReport::Row::Missing));
+            else if (!m_paths)
+                report.rows.append(rowOf(node, d, QString::fromStdString(target.GetLinkName(true)),
+                                         PasteReport::Row::Doubtful));
+            const bool isOwnProject = m_paths && m_paths->isFrom(m_project);
+            // Undo may bring back what was deleted here; the id of another project means nothing.
+            const Nodes::NodeLink kept = !target.isEmpty() ? target
+                                         : isOwnProject    ? link
+                                                           : placeholderOf(id);
+            moved.emplace(id, kept.GetNodeId());
+        });
+    (void)Nodes::EditLinks(
+        node, [&](const Nodes::NodeLink &link) -> std::optional<Nodes::NodeLink> {
+            const auto found = moved.find(link.GetNodeId());
+            return found == moved.end() ? link : Nodes::NodeLink(found->second, &m_project);
+        });
 }
 
 Nodes::NodeLink LinkRebinding::targetOf(const Nodes::NodeLink &link,

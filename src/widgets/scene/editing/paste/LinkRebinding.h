@@ -28,8 +28,8 @@ public:
     {
     }
 
-    /// `nodes` stand in no tree yet; links among them and those below stay. What leads nowhere keeps
-    /// leading to an id that no node has, or will have, and is reported with files that the
+    /// `nodes` stand in no tree yet; links among them and those below stay. What leads nowhere
+    /// keeps leading to an id that no node has, or will have, and is reported with files that the
     /// project's directory lacks.
     void rebind(const Nodes::NodesArray &nodes, PasteReport &report);
 

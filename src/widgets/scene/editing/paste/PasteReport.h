@@ -27,8 +27,8 @@ struct WIDGETS_EXPORT PasteReport
         enState state = Missing;
     };
 
-    QString failure;       ///< why nothing was pasted; "" when it was
-    QString skipped;       ///< what of the clipboard this program does not know
+    QString failure; ///< why nothing was pasted; "" when it was
+    QString skipped; ///< what of the clipboard this program does not know
     QVector<Row> rows;
 
     bool isFailure() const { return !failure.isEmpty(); }

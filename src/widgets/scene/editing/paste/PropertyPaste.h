@@ -16,7 +16,7 @@ struct EditedElements;
 namespace PropertyPaste {
 
 enum enWhat {
-    Looks,       ///< all but place, order, flags of the editor, words and references
+    Looks,        ///< all but place, order, flags of the editor, words and references
     LooksAndLinks ///< the same with what the element refers to: signal, actions, ...
 };
 
