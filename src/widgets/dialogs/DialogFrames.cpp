@@ -6,23 +6,37 @@ namespace Widgets {
 
 namespace {
 
-DialogFrames::Run &runner()
+struct Decorator
 {
-    static DialogFrames::Run installed = nullptr;
+    DialogFrames::Run run = nullptr;
+    DialogFrames::Open open = nullptr;
+};
+
+Decorator &decorator()
+{
+    static Decorator installed;
     return installed;
 }
 
 } // namespace
 
-bool DialogFrames::install(Run run)
+bool DialogFrames::install(Run run, Open open)
 {
-    runner() = run;
+    decorator() = {run, open};
     return true;
 }
 
 int DialogFrames::exec(QDialog &dialog)
 {
-    return runner() ? runner()(dialog) : dialog.exec();
+    return decorator().run ? decorator().run(dialog) : dialog.exec();
+}
+
+void DialogFrames::open(QDialog &dialog, QWidget &over)
+{
+    if (decorator().open)
+        return decorator().open(dialog, over);
+    dialog.setAttribute(Qt::WA_DeleteOnClose);
+    dialog.open();
 }
 
 } // namespace Widgets

@@ -5,6 +5,7 @@
 #include "widgets/charts/own/TrendDialog.h"
 #include "widgets/dialogs/AuthenticationWindow.h"
 #include "widgets/dialogs/DialogFrames.h"
+#include "widgets/dialogs/DialogPlacement.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/RefusalBox.h"
 #include "widgets/dialogs/TimeDialog.h"
@@ -76,7 +77,24 @@ int runDecorated(QDialog &dialog)
     return alive ? result : QDialog::Rejected;
 }
 
-const bool isRunning = DialogFrames::install(runDecorated);
+// The frame belongs to the window and takes the dialog along.
+void openDecorated(QDialog &dialog, QWidget &over)
+{
+    auto *frame = new FrameWindow(&over);
+    const QPointer<QWidget> focus = dialog.focusWidget(); // forgotten with the new parent
+    frame->setResizeableFrame(false);
+    frame->setDialog(&dialog);
+    frame->setWindowModality(Qt::WindowModal);
+    frame->resize(frame->size().expandedTo(frame->minimumSizeHint()));
+    frame->move(over.frameGeometry().center() - frame->rect().center());
+    DialogPlacement::fit(*frame);
+    frame->show();
+    frame->raise();
+    frame->activateWindow();
+    (focus ? focus.data() : &dialog)->setFocus(Qt::OtherFocusReason);
+}
+
+const bool isRunning = DialogFrames::install(runDecorated, openDecorated);
 
 const bool isInstalled = Dialogs::install({
     {VirtualKeyboard::Key, onParent<VirtualKeyboard>},

@@ -103,7 +103,7 @@ int AlarmColumns::leastWidth(int kind)
 {
     switch (kind) {
     case alarmColumn::Group:
-        return 140;
+        return 176;
     case alarmColumn::Level:
     case alarmColumn::Area:
     case alarmColumn::User:

@@ -148,9 +148,8 @@ void AlarmDialog::tellHeight()
     // At another width the same parts wrap otherwise: no reason to take back a height somebody
     // chose.
     const bool isFolding = std::exchange(m_besidesWidth, width()) == width();
-    const int more = height - std::exchange(m_besides, height);
-    if (more != 0 && isFolding)
-        emit heightWanted(more);
+    if (std::exchange(m_besides, height) != height && isFolding)
+        emit heightWanted();
 }
 
 void AlarmDialog::summarise()

@@ -49,8 +49,8 @@ public:
 
 signals:
     void closeRequested();
-    /// Something came up beside the list (more) or went (less): pixels that leave it its rows.
-    void heightWanted(int more);
+    /// Something came up beside the list or went: another height leaves it its rows.
+    void heightWanted();
 
 public slots:
     /// Reads the alarm subsystem's settings anew.

@@ -5,6 +5,8 @@
 
 #include "nodes/alarms/BasicAlarm.h"
 #include "nodes/alarms/alarmColumn.h"
+#include "nodes/signals/BasicSignal.h"
+#include "nodes/values/NumberText.h"
 #include "utils/convert/TimeConversions.h"
 #include "utils/models/SortingModel.h"
 
@@ -216,6 +218,8 @@ QString AlarmRow::text(int kind) const
         return QString::fromStdString(info->GetEventLevel());
     case alarmColumn::Priority:
         return QString::number(event().priority);
+    case alarmColumn::Value:
+        return valueText(event());
     case alarmColumn::Acknowledged:
         return timeOrNothing(event().acknowledged);
     case alarmColumn::Returned:
@@ -223,6 +227,22 @@ QString AlarmRow::text(int kind) const
     default:
         return QString::fromStdString(plainText(event(), kind));
     }
+}
+
+QString AlarmRow::valueText(const Nodes::BasicEvent &event)
+{
+    const std::string &value = event.newValue;
+    if (value == "true" || value == "false")
+        return value == "true" ? QStringLiteral("да") : QStringLiteral("нет");
+    const auto *alarm = dynamic_cast<const Nodes::BasicAlarm *>(event.sourceNode.GetNode());
+    const Nodes::BasicSignal *signal = alarm ? alarm->GetSignal() : nullptr;
+    const std::optional<double> number = Nodes::ParseDouble(value);
+    if (!signal || !number)
+        return QString::fromStdString(value);
+    const bool isWhole = signal->GetValueType() != Nodes::enSignalValueType::Double;
+    const std::string text = isWhole ? value : Nodes::FormatShown(*number, signal->GetDecimals());
+    const std::string &unit = signal->GetUnit();
+    return QString::fromStdString(unit.empty() ? text : text + " " + unit);
 }
 
 int AlarmRow::compare(const AlarmRow &other, int kind) const

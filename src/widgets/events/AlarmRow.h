@@ -59,6 +59,9 @@ struct WIDGETS_EXPORT AlarmRow
     int urgency() const;
     /// What the column of that kind shows; as a tool tip, where the row shows a sign instead.
     QString text(int kind) const;
+    /// Value of the alarm's signal in words: "да" and "нет", numbers with the decimals and the unit
+    /// that the signal has now.
+    static QString valueText(const Nodes::BasicEvent &event);
     /// Whether the text, area or source has that in it, given in lower case.
     bool contains(const QString &lowerCase) const;
     /// Area that it stands in; nodes tell theirs. "" without one.

@@ -7,6 +7,9 @@
 
 #include <QPainter>
 
+#include <array>
+#include <utility>
+
 namespace Widgets {
 
 namespace {
@@ -17,6 +20,40 @@ bool isFirstUp(const QModelIndex &index)
     return info && info->GetEvent().isFirstUp;
 }
 
+// Texts and margins on both sides of a cell, pixels.
+constexpr int margins = 16;
+const QString doubtful = QStringLiteral(" (значение недостоверно)");
+
+bool fits(const QStyleOptionViewItem &cell)
+{
+    return cell.fontMetrics.horizontalAdvance(cell.text) + margins <= cell.rect.width();
+}
+
+// The badge tells the priority, too.
+void shortenState(QStyleOptionViewItem &cell)
+{
+    if (fits(cell))
+        return;
+    static const std::array<std::pair<const char *, const char *>, 4> words{{
+        {"Активные неквитированные", "Не квитирована"},
+        {"Активные квитированные", "Квитирована"},
+        {"Снятые неквитированные", "Снята, ждёт"},
+        {"Ожидающие сброса", "Ждёт сброса"},
+    }};
+    cell.text = cell.text.section(QStringLiteral(", "), 0, 0);
+    for (const auto &[whole, brief] : words) {
+        if (!fits(cell) && cell.text == QString::fromUtf8(whole))
+            cell.text = QString::fromUtf8(brief);
+    }
+}
+
+// What must not be cut off goes to the front.
+void leadWithDoubt(QStyleOptionViewItem &cell)
+{
+    if (cell.text.endsWith(doubtful) && !fits(cell))
+        cell.text = QStringLiteral("Недостоверно: ") + cell.text.chopped(doubtful.size());
+}
+
 bool beginsGroup(const QModelIndex &index)
 {
     const auto *list = qobject_cast<const AlarmList *>(index.model());
@@ -25,21 +62,33 @@ bool beginsGroup(const QModelIndex &index)
 
 } // namespace
 
+AlarmRowDelegate::AlarmRowDelegate(QObject *parent) : EventCellDelegate(Qt::ElideRight, parent) {}
+
 void AlarmRowDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
-    QStyledItemDelegate::initStyleOption(option, index);
+    EventCellDelegate::initStyleOption(option, index);
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
-    if (index.data(ModelAlarms::ColumnKindRole) == Nodes::alarmColumn::Number)
+    switch (index.data(ModelAlarms::ColumnKindRole).toInt()) {
+    case Nodes::alarmColumn::Number:
         option->text = QString::number(index.row() + 1);
-    else if (index.data(ModelAlarms::ColumnKindRole) == Nodes::alarmColumn::Text &&
-             isFirstUp(index))
-        option->text = QStringLiteral("► Первая: ") + option->text;
+        break;
+    case Nodes::alarmColumn::Group:
+        shortenState(*option);
+        break;
+    case Nodes::alarmColumn::Text:
+        if (isFirstUp(index))
+            option->text = QStringLiteral("► Первая: ") + option->text;
+        leadWithDoubt(*option);
+        break;
+    default:
+        break;
+    }
 }
 
 void AlarmRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                              const QModelIndex &index) const
 {
-    QStyledItemDelegate::paint(painter, option, index);
+    EventCellDelegate::paint(painter, option, index);
     if (beginsGroup(index))
         painter->fillRect(option.rect.left(), option.rect.top(), option.rect.width(), 4,
                           QColor(0xf0, 0xf2, 0xf4));

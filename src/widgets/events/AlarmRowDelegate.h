@@ -1,15 +1,15 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "widgets/eventlist/EventCellDelegate.h"
 
 namespace Widgets {
 
 /// Paints alarm rows: selection is a frame, so that the colour of the state stays to be seen, and
-/// rows are numbered as they stand in the table.
-class AlarmRowDelegate : public QStyledItemDelegate
+/// rows are numbered as they stand in the table. What does not fit is said in fewer words.
+class AlarmRowDelegate : public EventCellDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit AlarmRowDelegate(QObject *parent = nullptr);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;

@@ -3,6 +3,7 @@
 #include "widgets/context/ProcessContext.h"
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/ModelManager.h"
+#include "widgets/events/TableAlarms.h"
 #include "widgets/windows/DesktopContext.h"
 #include "widgets/windows/desktop/DesktopOrder.h"
 
@@ -11,6 +12,7 @@
 
 #include <QDir>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QScreen>
 #include <QWindow>
 
@@ -21,6 +23,8 @@ namespace {
 constexpr int comingUpDelay = 100; // ms
 constexpr QPoint firstPlace(200, 200);
 constexpr int firstHeight = 300;
+constexpr int leastList = 160;        // three rows and their header
+constexpr int buttonsOfDisplays = 64; // at the bottom of most
 const QString windowName = QStringLiteral("AlarmWindow");
 const QString commonFile = QStringLiteral("config.json");
 
@@ -48,7 +52,7 @@ AlarmWindow::AlarmWindow(QWidget *parent)
     setWindowTitle(QStringLiteral("Тревоги"), true);
     setGeometry(QRect(firstPlace, QSize(width(), firstHeight)));
     connect(m_dialog, &AlarmDialog::closeRequested, this, &QWidget::close);
-    connect(m_dialog, &AlarmDialog::heightWanted, this, &AlarmWindow::growBy);
+    connect(m_dialog, &AlarmDialog::heightWanted, this, &AlarmWindow::makeRoom);
     m_comingUp.setSingleShot(true);
     m_comingUp.setInterval(comingUpDelay);
     connect(&m_comingUp, &QTimer::timeout, this, &AlarmWindow::bringUp);
@@ -130,15 +134,24 @@ void AlarmWindow::keepOnScreen(int keptWidth)
          qBound(room.top(), y(), room.bottom() + 1 - height()));
 }
 
-// Upwards where the screen ends below.
-void AlarmWindow::growBy(int height)
+// The list gives of its rows first. What is missing grows downwards where no buttons of the
+// displays are covered by it, else upwards; folded in, all is as it was.
+void AlarmWindow::makeRoom()
 {
     const QScreen *screen = QGuiApplication::screenAt(geometry().center());
     if (!screen || !isVisible() || isMaximized())
         return;
+    if (geometry() != m_made)
+        m_chosen = geometry();
     const QRect room = screen->availableGeometry();
-    resize(width(), qBound(minimumSizeHint().height(), this->height() + height, room.height()));
-    move(x(), qBound(room.top(), y(), qMax(room.top(), room.bottom() + 1 - this->height())));
+    m_dialog->layout()->activate();
+    const int least =
+        minimumSizeHint().height() + leastList - m_dialog->table().minimumSizeHint().height();
+    const int height = qMin(qMax(m_chosen.height(), least), room.height());
+    const int lowest = qMax(m_chosen.bottom(), room.bottom() - buttonsOfDisplays) + 1;
+    const int top = qMin(m_chosen.top(), lowest - height);
+    setGeometry(m_chosen.left(), qMax(room.top(), top), m_chosen.width(), height);
+    m_made = geometry();
 }
 
 void AlarmWindow::hideEvent(QHideEvent *event)

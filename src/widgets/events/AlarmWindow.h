@@ -47,12 +47,15 @@ protected:
 
 private:
     void comeUp(bool takesFocus);
-    void growBy(int height);
+    void makeRoom();
     Nodes::Result loadPlace();
     void keepOnScreen(int keptWidth);
 
     AlarmDialog *m_dialog;
     QTimer m_comingUp;
+    // What an operator chose, and what was made of it for what is folded out beside the list.
+    QRect m_chosen;
+    QRect m_made;
 };
 
 } // namespace Widgets

@@ -45,6 +45,9 @@ TableAlarms::TableAlarms(QWidget *parent) : QTableView(parent)
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &TableAlarms::onHeaderClicked);
     horizontalHeader()->setSortIndicatorShown(true);
     setStyleSheet(QStringLiteral("QTableView { background: %1; gridline-color: #4a535b; }"
+                                 "QHeaderView::section { background: #eef0f2; padding: 0 8px; "
+                                 "border: none; border-right: 1px solid #b4bac0; "
+                                 "border-bottom: 1px solid #787e84; }"
                                  "QScrollBar:vertical { width: 28px; }"
                                  "QScrollBar:horizontal { height: 28px; }")
                       .arg(AlarmSigns::listGround().name()));

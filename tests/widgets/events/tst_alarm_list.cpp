@@ -27,6 +27,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -368,6 +369,23 @@ private slots:
         auto *limits = plant.opened<AlarmLimitsDialog>();
         QVERIFY(!limits->findChild<QPushButton *>("apply")->isEnabled());
     }
+    // The list gives of its rows before the window covers more of the displays.
+    void foldsInToWhatWasChosen()
+    {
+        Plant plant;
+        plant.raise();
+        plant.named<QPushButton>("details")->click();
+        AlarmWindow &window = plant.window();
+        const QRect screen = window.screen()->availableGeometry();
+        const QRect chosen(screen.left(), screen.top() + 20, window.width(), 320);
+        window.setGeometry(chosen);
+        plant.named<QPushButton>("details")->click();
+        QCoreApplication::processEvents();
+        QVERIFY(plant.dialog().table().height() >= 120); // the screen has no room for more
+        QVERIFY(window.height() > 320);
+        plant.named<QPushButton>("details")->click();
+        QCOMPARE(window.geometry(), chosen);
+    }
     void shelvesAndTakesBack()
     {
         Plant plant;
@@ -377,19 +395,26 @@ private slots:
         plant.button("Отложить…")->click();
         auto *dialog = plant.opened<AlarmNoteDialog>();
         auto *accept = dialog->findChild<QPushButton *>("accept");
-        QVERIFY(!accept->isEnabled()); // no reason
+        QVERIFY(!accept->isEnabled());     // no reason
+        QWidget *frame = dialog->window(); // that the station draws: nothing to minimise it with
+        QVERIFY(frame != dialog && frame->windowFlags().testFlag(Qt::FramelessWindowHint));
+        QCOMPARE(frame->parentWidget(), static_cast<QWidget *>(&plant.window()));
+        QCOMPARE(frame->windowModality(), Qt::WindowModal);
+        QVERIFY(frame->rect().contains(QRect(accept->mapTo(frame, QPoint()), accept->size())));
         plant.button("8 ч", dialog)->click();
         QCOMPARE(dialog->span(), 8 * 3600);
         dialog->findChild<QPlainTextEdit *>("note")->setPlainText("Ремонт");
         accept->click();
         QTRY_COMPARE(plant.manager().hidden().rowCount(), 1);
         QCOMPARE(plant.list().rowCount(), 0);
-        QTRY_COMPARE(plant.named<QPushButton>("hiddenAlarms")->text(), QString("Отложено: 1"));
+        QTRY_COMPARE(plant.named<QPushButton>("hiddenAlarms")->text(),
+                     QString("Скрыто: 1 (отложено)"));
         plant.named<QPushButton>("hiddenAlarms")->click();
         const ModelHidden &hidden = plant.manager().hidden();
         QCOMPARE(hidden.index(0, ModelHidden::Reason).data().toString(), QString("Ремонт"));
         QVERIFY(hidden.index(0, ModelHidden::Until).data().toString().endsWith("ещё 7 ч 59 мин"));
         plant.dialog().panes().hidden().table().selectRow(0);
+        QVERIFY(plant.named<QLabel>("obstacle")->text().contains("Ремонт"));
         plant.named<QPushButton>("back")->click();
         QTRY_COMPARE(plant.list().rowCount(), 1);
         QCOMPARE(hidden.rowCount(), 0);

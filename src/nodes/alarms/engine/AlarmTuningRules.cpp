@@ -5,6 +5,8 @@
 #include "nodes/alarms/engine/AlarmDeeds.h"
 #include "nodes/values/NumberText.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 
 namespace Nodes::AlarmTuningRules {
@@ -23,14 +25,21 @@ template <class Run, class... Tunings> void forEach(Run run, Tunings &...tunings
     run(tunings.offDelay...);
 }
 
+// As operators write numbers: never "2e+06", except where there are too many digits to read.
 std::string numberText(double value)
 {
-    return FormatDouble(value);
+    constexpr double longest = 1e15;
+    std::array<char, 64> text{};
+    const bool isLong = std::abs(value) >= longest;
+    const auto written =
+        std::to_chars(text.data(), text.data() + text.size(), value,
+                      isLong ? std::chars_format::general : std::chars_format::fixed);
+    return written.ec == std::errc() ? std::string(text.data(), written.ptr) : FormatDouble(value);
 }
 
 std::string delayText(int milliseconds)
 {
-    return FormatDouble(milliseconds / 1000.0) + " с";
+    return numberText(milliseconds / 1000.0) + " с";
 }
 
 Result outOfRange(const std::string &what, const std::string &minimum, const std::string &maximum)

@@ -210,8 +210,15 @@ void qwidgetAlarmBanner::acknowledge(const Nodes::AlarmOccurrence &alarm)
 {
     const Nodes::systemCore *model = context().model();
     Nodes::systemAlarming *alarming = model ? model->GetSystemAlarming() : nullptr;
-    if (!alarming || alarm.alarm.isEmpty() || !m_pressed.mayAcknowledge || context().isPreview())
+    if (!alarming || context().isPreview() || m_banner->isDisabled())
         return;
+    if (alarm.alarm.isEmpty())
+        return context().actions().notify(QStringLiteral("Квитировать нечего: ни одна тревога не "
+                                                         "ждёт"));
+    if (!m_pressed.mayAcknowledge)
+        return context().actions().notify(
+            QStringLiteral("Тревога не квитирована. Нет права: квитирование. Войдите под именем, у "
+                           "которого оно есть"));
     const Nodes::Result result = alarming->Acknowledge(alarm.alarm, alarm.occurrence);
     // Nothing to acknowledge: somebody else was faster, or it came anew and is shown.
     if (!result && result != Nodes::Result::NotFound && result != Nodes::Result::Refused)

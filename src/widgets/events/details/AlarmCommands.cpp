@@ -2,6 +2,7 @@
 
 #include "widgets/actions/running/Refusals.h"
 #include "widgets/charts/own/OwnTrend.h"
+#include "widgets/dialogs/DialogFrames.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/details/AlarmLimitsDialog.h"
@@ -144,21 +145,21 @@ AlarmNoteDialog *AlarmCommands::makeDialog(const BasicEvent &alarm, const QStrin
     DialogRequest request;
     request.parent = &m_window;
     auto *dialog = Dialogs::make<AlarmNoteDialog>(request);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->ask(title, QString::fromStdString(alarm.text), prompt, action);
     connect(dialog, &QDialog::accepted, this,
             [dialog, onAccepted = std::move(onAccepted)] { onAccepted(*dialog); });
-    dialog->open();
     return dialog;
 }
 
 void AlarmCommands::askComment(const BasicEvent &alarm)
 {
     const Nodes::AlarmOccurrence seen{alarm.sourceNode, alarm.occurrence};
-    makeDialog(alarm, QStringLiteral("Квитирование тревоги"), QStringLiteral("Комментарий:"),
-               QStringLiteral("Квитировать"), [this, seen](const AlarmNoteDialog &dialog) {
-                   m_manager.acknowledge({seen}, dialog.note().toStdString());
-               });
+    AlarmNoteDialog *dialog =
+        makeDialog(alarm, QStringLiteral("Квитирование тревоги"), QStringLiteral("Комментарий:"),
+                   QStringLiteral("Квитировать"), [this, seen](const AlarmNoteDialog &asked) {
+                       m_manager.acknowledge({seen}, asked.note().toStdString());
+                   });
+    DialogFrames::open(*dialog, m_window);
 }
 
 void AlarmCommands::askShelf(const BasicEvent &alarm)
@@ -172,6 +173,7 @@ void AlarmCommands::askShelf(const BasicEvent &alarm)
         });
     dialog->offerSpans();
     dialog->requireNote();
+    DialogFrames::open(*dialog, m_window);
 }
 
 void AlarmCommands::askOutOfService(const BasicEvent &alarm)
@@ -186,6 +188,7 @@ void AlarmCommands::askOutOfService(const BasicEvent &alarm)
                                  "Тревога не выведена из работы");
         });
     dialog->requireNote();
+    DialogFrames::open(*dialog, m_window);
 }
 
 void AlarmCommands::openLimits(const BasicEvent &alarm)
@@ -193,9 +196,8 @@ void AlarmCommands::openLimits(const BasicEvent &alarm)
     DialogRequest request;
     request.parent = &m_window;
     auto *dialog = Dialogs::make<AlarmLimitsDialog>(request);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAlarm(alarm.sourceNode);
-    dialog->open();
+    DialogFrames::open(*dialog, m_window);
 }
 
 void AlarmCommands::jump(const BasicEvent &alarm)

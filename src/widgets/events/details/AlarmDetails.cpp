@@ -2,6 +2,7 @@
 
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/WrapLayout.h"
+#include "widgets/events/AlarmRow.h"
 #include "widgets/events/AlarmSigns.h"
 #include "widgets/events/AlarmSpans.h"
 
@@ -15,6 +16,8 @@
 #include <QScrollArea>
 #include <QStringList>
 
+#include <utility>
+
 namespace Widgets {
 
 using Command = AlarmCommands;
@@ -24,7 +27,7 @@ namespace {
 
 constexpr int gap = 8;
 constexpr int badgeSize = 28;
-constexpr int guidanceHeight = 76;
+constexpr int guidanceHeight = 84;
 const QString nothing = QStringLiteral("—");
 
 const std::array<const char *, 3> captions{"Причина", "Последствия", "Что делать"};
@@ -87,7 +90,7 @@ AlarmDetails::AlarmDetails(QWidget *parent)
     column->setSpacing(gap / 2);
     column->addLayout(head);
     column->addWidget(m_facts);
-    column->addWidget(makeGuidance(), 1);
+    column->addWidget(makeGuidance());
     column->addWidget(m_obstacles);
     column->addLayout(m_buttonRow);
     setAlarm({});
@@ -115,7 +118,7 @@ QWidget *AlarmDetails::makeGuidance()
     area->setWidget(texts);
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setMinimumHeight(guidanceHeight);
+    area->setFixedHeight(guidanceHeight); // the rest is the list's
     area->setFocusPolicy(Qt::NoFocus);
     return area;
 }
@@ -141,12 +144,21 @@ void AlarmDetails::setAlarm(const std::optional<Nodes::BasicEvent> &alarm)
     setNow(m_now);
 }
 
+void AlarmDetails::setListEmpty(bool isEmpty)
+{
+    if (std::exchange(m_isListEmpty, isEmpty) != isEmpty)
+        showFacts();
+}
+
 void AlarmDetails::showFacts()
 {
     m_sign->setVisible(m_alarm.has_value());
     m_facts->setVisible(m_alarm.has_value());
     if (!m_alarm) {
-        m_title->setText(QStringLiteral("Выберите тревогу в списке"));
+        m_title->setText(m_isListEmpty
+                             ? QStringLiteral("Тревог нет: показывать нечего")
+                             : QStringLiteral("Нажмите на тревогу в списке, чтобы увидеть причину "
+                                              "и что делать"));
         return;
     }
     m_sign->setPixmap(AlarmSigns::badge(m_alarm->alarmState, m_alarm->priority, badgeSize));
@@ -155,7 +167,7 @@ void AlarmDetails::showFacts()
     QStringList facts;
     add(facts, "Участок", QString::fromStdString(m_alarm->area));
     add(facts, "Источник", QString::fromStdString(m_alarm->source));
-    add(facts, "Значение", QString::fromStdString(m_alarm->newValue));
+    add(facts, "Значение", AlarmRow::valueText(*m_alarm));
     if (m_alarm->raised != 0)
         add(facts, "Возникла", Utils::timeText(m_alarm->raised));
     if (m_alarm->returned != 0)
@@ -175,7 +187,9 @@ void AlarmDetails::showGuidance()
                                                   node ? node->GetConsequence() : std::string(),
                                                   node ? node->GetResponse() : std::string()};
     for (std::size_t text = 0; text < told.size(); ++text)
-        m_texts[text]->setText(told[text].empty() ? nothing : QString::fromStdString(told[text]));
+        m_texts[text]->setText(!m_alarm             ? QString()
+                               : told[text].empty() ? nothing
+                                                    : QString::fromStdString(told[text]));
 }
 
 // A panel has no tool tips: why a button is grey stands above them.

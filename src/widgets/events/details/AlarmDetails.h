@@ -28,6 +28,8 @@ public:
 
     /// Shows the alarm as it stands; without one it asks to choose one.
     void setAlarm(const std::optional<Nodes::BasicEvent> &alarm);
+    /// There is nothing to choose from while none is shown.
+    void setListEmpty(bool isEmpty);
     const std::optional<Nodes::BasicEvent> &alarm() const { return m_alarm; }
     /// The present time, for what is left to respond.
     void setNow(Nodes::Timestamp now);
@@ -55,6 +57,7 @@ private:
     WrapLayout *m_buttonRow;
     std::vector<std::pair<AlarmCommands::Command, QPushButton *>> m_buttons;
     std::optional<Nodes::BasicEvent> m_alarm;
+    bool m_isListEmpty = true;
     Nodes::Timestamp m_now = 0;
 };
 

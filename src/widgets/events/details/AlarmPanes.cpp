@@ -10,7 +10,7 @@
 
 #include "nodes/values/Clock.h"
 
-#include <QStackedLayout>
+#include <QVBoxLayout>
 
 namespace Widgets {
 
@@ -24,12 +24,13 @@ AlarmPanes::AlarmPanes(ModelManager &manager, TableAlarms &table, QWidget *paren
     : QWidget(parent),
       m_manager(manager),
       m_table(table),
-      m_stack(new QStackedLayout(this)),
       m_details(new AlarmDetails(this)),
       m_hidden(new AlarmHiddenPane(manager.hidden(), this))
 {
-    m_stack->addWidget(m_details);
-    m_stack->addWidget(m_hidden);
+    auto *column = new QVBoxLayout(this); // not stacked: each takes the room that it needs itself
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_details);
+    column->addWidget(m_hidden);
     m_clock.setInterval(second);
     connect(&m_clock, &QTimer::timeout, this, &AlarmPanes::tick);
     connect(&table, &TableAlarms::selected, this, &AlarmPanes::follow);
@@ -51,7 +52,8 @@ void AlarmPanes::setPane(Pane pane)
     if (pane == None) {
         m_clock.stop();
     } else {
-        m_stack->setCurrentWidget(pane == Details ? static_cast<QWidget *>(m_details) : m_hidden);
+        m_details->setVisible(pane == Details);
+        m_hidden->setVisible(pane == Hidden);
         m_clock.start();
         follow();
         tick();
@@ -63,6 +65,7 @@ void AlarmPanes::follow()
 {
     if (m_pane != Details)
         return;
+    m_details->setListEmpty(m_manager.model().rowCount() == 0);
     const QModelIndex row = m_table.selectedRow();
     if (!row.isValid())
         return m_details->setAlarm({});

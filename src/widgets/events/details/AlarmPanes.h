@@ -5,8 +5,6 @@
 #include <QTimer>
 #include <QWidget>
 
-class QStackedLayout;
-
 namespace Widgets {
 
 class AlarmCommands;
@@ -44,7 +42,6 @@ private:
 
     ModelManager &m_manager;
     TableAlarms &m_table;
-    QStackedLayout *m_stack;
     AlarmDetails *m_details;
     AlarmHiddenPane *m_hidden;
     AlarmCommands *m_commands = nullptr; // made when there is a window

@@ -44,6 +44,7 @@ void setCaption(QPushButton &button, const QString &text)
     MakeTouchable(button);
 }
 
+// The banner calls their sum the same.
 QString hiddenText(const AlarmHeadline::Facts &facts)
 {
     QStringList parts;
@@ -54,9 +55,13 @@ QString hiddenText(const AlarmHeadline::Facts &facts)
     add(facts.shelved, "отложено");
     add(facts.suppressed, "подавлено");
     add(facts.outOfService, "выведено");
-    QString text = parts.isEmpty() ? QStringLiteral("отложено: 0") : parts.join(", ");
-    text[0] = text[0].toUpper();
-    return text;
+    const int all = facts.shelved + facts.suppressed + facts.outOfService;
+    const QString sum = QStringLiteral("Скрыто: %1").arg(all);
+    if (parts.isEmpty())
+        return sum;
+    const bool isOneKind = parts.size() == 1;
+    return QStringLiteral("%1 (%2)").arg(sum, isOneKind ? parts.first().section(':', 0, 0)
+                                                        : parts.join(QStringLiteral(", ")));
 }
 
 } // namespace
@@ -82,7 +87,7 @@ AlarmHeadline::AlarmHeadline(QWidget *parent)
     connect(m_newAbove, &QPushButton::clicked, this, &AlarmHeadline::beginningWanted);
     m_row->addStretch();
     m_details = makeButton(QStringLiteral("Подробно"), QStringLiteral("details"));
-    m_hidden = makeButton(QStringLiteral("Отложено: 0"), QStringLiteral("hiddenAlarms"));
+    m_hidden = makeButton(QStringLiteral("Скрыто: 0"), QStringLiteral("hiddenAlarms"));
     m_filter = makeButton(QStringLiteral("Фильтр"), QStringLiteral("filter"));
     for (QPushButton *fold : {m_details, m_hidden, m_filter})
         fold->setCheckable(true);

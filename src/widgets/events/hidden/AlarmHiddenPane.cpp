@@ -1,6 +1,7 @@
 #include "widgets/events/hidden/AlarmHiddenPane.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/eventlist/EventCellDelegate.h"
 #include "widgets/events/details/AlarmCommands.h"
 #include "widgets/events/hidden/ModelHidden.h"
 
@@ -21,7 +22,7 @@ constexpr int gap = 8;
 constexpr int rowHeight = 40;
 constexpr int leastHeight = 120;
 // Pixels, by column; the reason takes what is left.
-constexpr std::array<int, ModelHidden::ColumnCount> widths{270, 280, 120, 120, 200, 250};
+constexpr std::array<int, ModelHidden::ColumnCount> widths{250, 270, 110, 110, 200, 220};
 
 } // namespace
 
@@ -38,7 +39,9 @@ AlarmHiddenPane::AlarmHiddenPane(ModelHidden &model, QWidget *parent)
     m_back->setObjectName(QStringLiteral("back"));
     m_back->setFocusPolicy(Qt::NoFocus);
     MakeTouchable(*m_back);
+    m_obstacle->setObjectName(QStringLiteral("obstacle"));
     m_obstacle->setTextFormat(Qt::PlainText);
+    m_obstacle->setWordWrap(true);
     MakeLegible(*m_obstacle);
     auto *row = new QHBoxLayout;
     row->setSpacing(gap);
@@ -79,7 +82,6 @@ void AlarmHiddenPane::buildTable()
     m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_table->horizontalHeader()->setMinimumHeight(rowHeight);
     m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(ModelHidden::Until, Qt::AscendingOrder);
     m_table->setStyleSheet(QStringLiteral("QScrollBar:vertical { width: 28px; }"
@@ -88,6 +90,9 @@ void AlarmHiddenPane::buildTable()
     MakeLegible(*m_table->horizontalHeader());
     for (int column = 0; column < ModelHidden::ColumnCount; ++column)
         m_table->setColumnWidth(column, widths[std::size_t(column)]);
+    m_table->horizontalHeader()->setMinimumSectionSize(80);
+    m_table->horizontalHeader()->setSectionResizeMode(ModelHidden::Reason, QHeaderView::Stretch);
+    m_table->setItemDelegate(new EventCellDelegate(Qt::ElideRight, m_table));
     QScroller::grabGesture(m_table->viewport(), QScroller::TouchGesture);
 }
 
@@ -105,7 +110,19 @@ void AlarmHiddenPane::follow()
         : row < 0 ? QStringLiteral("Выберите тревогу")
                   : AlarmCommands::obstacle(AlarmCommands::TakeBack, m_model.event(row));
     m_back->setEnabled(row >= 0 && obstacle.isEmpty());
-    m_obstacle->setText(obstacle);
+    QStringList lines; // a panel has no tool tips: what the cells cut off is told here
+    if (row >= 0) {
+        const auto cell = [&](int column) { return m_model.index(row, column).data().toString(); };
+        lines << (ModelHidden::isByDesign(m_model.event(row))
+                      ? QStringLiteral("%1: %2").arg(cell(ModelHidden::Text),
+                                                     cell(ModelHidden::Reason))
+                      : QStringLiteral("%1. %2: %3")
+                            .arg(cell(ModelHidden::Text), cell(ModelHidden::Who),
+                                 cell(ModelHidden::Reason)));
+    }
+    if (!obstacle.isEmpty())
+        lines << obstacle;
+    m_obstacle->setText(lines.join('\n'));
 }
 
 } // namespace Widgets
