@@ -52,9 +52,10 @@ bool isAction(const Kind &, const Descriptor &d)
     return refersTo(d, {NodeType::TypeAction, NodeType::TypeArchiverAction});
 }
 
-bool isData(const Kind &, const Descriptor &d)
+bool isData(const Kind &kind, const Descriptor &d)
 {
-    return d.binding.type == PropertyType::Link || d.binding.type == PropertyType::Links;
+    const bool isLink = d.binding.type == PropertyType::Link;
+    return (isLink || d.binding.type == PropertyType::Links) && !isAction(kind, d);
 }
 
 // Ids 12200 to 12299 are what elements look like.
@@ -65,27 +66,26 @@ bool isLook(const Kind &kind, const Descriptor &d)
            (isVisual(kind) && (isOfElement || d.binding.type == PropertyType::Resource));
 }
 
-bool isBehaviour(const Kind &kind, const Descriptor &)
+bool isBehaviour(const Kind &kind, const Descriptor &d)
 {
-    return isVisual(kind);
+    return isVisual(kind) && !isAction(kind, d);
 }
 
-bool isAny(const Kind &, const Descriptor &)
+bool isParameter(const Kind &kind, const Descriptor &d)
 {
-    return true;
+    return !isAction(kind, d);
 }
 
 } // namespace
 
-// What refers to actions refers to nodes as well, so actions are asked for before data.
 const std::vector<PropertyGroup> &propertyGroups()
 {
     static const std::vector<PropertyGroup> groups{{"place", "Положение", &isPlace},
-                                                   {"actions", "Действия", &isAction},
                                                    {"data", "Данные", &isData},
                                                    {"look", "Вид", &isLook},
                                                    {"behaviour", "Поведение", &isBehaviour},
-                                                   {"parameters", "Параметры", &isAny}};
+                                                   {"parameters", "Параметры", &isParameter},
+                                                   {"actions", "Действия", &isAction}};
     return groups;
 }
 

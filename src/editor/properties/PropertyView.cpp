@@ -16,7 +16,7 @@ namespace Editor {
 
 namespace {
 
-constexpr int nameWidth = 132;
+constexpr int nameWidth = 146;
 constexpr int resetWidth = 24;
 
 bool isGroup(const QModelIndex &index)
@@ -44,7 +44,7 @@ PropertyView::PropertyView(const PropertyHost &host, QWidget *parent)
     m_filter->setSourceModel(m_model);
     setModel(m_filter);
     setItemDelegate(m_delegate);
-    setIndentation(12);
+    setIndentation(9);
     setUniformRowHeights(true);
     setSelectionBehavior(SelectRows);
     setEditTriggers(EditKeyPressed);
@@ -209,7 +209,7 @@ void PropertyView::drawRow(QPainter *painter, const QStyleOptionViewItem &option
                            const QModelIndex &index) const
 {
     if (isGroup(index))
-        painter->fillRect(option.rect, option.palette.color(QPalette::Midlight));
+        painter->fillRect(option.rect, option.palette.color(QPalette::Window));
     QTreeView::drawRow(painter, option, index);
     painter->setPen(option.palette.color(QPalette::Midlight));
     painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());

@@ -24,6 +24,18 @@ constexpr Title titles[] = {
     {NodeType::TypeReportItem, "Части отчёта"}, {NodeType::TypeArgument, "Аргументы"},
     {NodeType::TypeChartAxis, "Оси"},           {NodeType::TypeSecurity, "Правила доступа"}};
 
+// A kind that some parent asks for by its code is made for that one; others that take its whole
+// family mean the rest of it.
+bool isMadeFor(const Nodes::KindInfo &parent, const Nodes::KindInfo &child)
+{
+    const auto names = [&](const Nodes::KindInfo &kind) {
+        return std::find(kind.children.begin(), kind.children.end(), child.type) !=
+               kind.children.end();
+    };
+    const auto &kinds = Nodes::KindTable::Instance().GetKinds();
+    return names(parent) || std::none_of(kinds.begin(), kinds.end(), names);
+}
+
 bool isHolder(const Nodes::KindInfo &kind)
 {
     const NodeType::enNodeType family = kind.type.GetFamily();
@@ -58,7 +70,7 @@ std::vector<ChildFamily> childFamilies(const Nodes::KindInfo &kind)
         const NodeType::enNodeType family = child.type.GetFamily();
         const auto *title = std::find_if(std::begin(titles), std::end(titles),
                                          [&](const Title &t) { return t.family == family; });
-        if (title == std::end(titles) || !kind.AllowsChild(child.type))
+        if (title == std::end(titles) || !kind.AllowsChild(child.type) || !isMadeFor(kind, child))
             continue;
         auto place = std::find_if(families.begin(), families.end(),
                                   [&](const ChildFamily &known) { return known.family == family; });

@@ -236,8 +236,10 @@ bool ChildrenModel::setData(const QModelIndex &index, const QVariant &value, int
 
 Qt::ItemFlags ChildrenModel::flags(const QModelIndex &index) const
 {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
     const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (!index.isValid() || !m_edits.readOnly().isEmpty() || index.column() == ColumnKind)
+    if (!m_edits.readOnly().isEmpty() || index.column() == ColumnKind)
         return flags;
     if (index.column() == ColumnName)
         return flags | Qt::ItemIsEditable;

@@ -40,10 +40,11 @@ QToolButton *ValueEditor::addButton(const QString &text, const QString &tip)
 void ValueEditor::showError(const QString &reason)
 {
     m_error = reason;
-    setStyleSheet(reason.isEmpty()
-                      ? QString()
-                      : QStringLiteral("QLineEdit, QComboBox, QAbstractSpinBox "
-                                       "{ border: 2px solid #b3261e; background: #fdecea; }"));
+    QPalette colors;
+    if (!reason.isEmpty())
+        colors.setColor(QPalette::Base, QColor(0xfd, 0xd9, 0xd5));
+    for (QWidget *part : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        part->setPalette(colors);
     if (!reason.isEmpty() && isVisible())
         QToolTip::showText(mapToGlobal(QPoint(0, height())), reason, this);
 }

@@ -1,0 +1,197 @@
+#include "PropertyFixture.h"
+
+#include "editor/properties/values/NumberSpin.h"
+#include "editor/properties/values/ProjectColors.h"
+#include "editor/properties/values/TextWindow.h"
+#include "editor/properties/values/ValueEditor.h"
+#include "editor/properties/values/ValueEditors.h"
+#include "support/Rows.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QToolButton>
+#include <QtTest>
+
+using Editor::ValueEditor;
+using Nodes::PropertyDescriptor;
+
+namespace {
+
+struct Editing : PropertyFixture
+{
+    ValueEditor *open(const char *kindKey, const char *key, QWidget *parent)
+    {
+        const PropertyDescriptor *d = kind(kindKey).FindProperty(std::string_view(key));
+        return Editor::makeValueEditor({d, a, &project, {}}, parent);
+    }
+};
+
+// A text of the property's type that a fresh node does not have.
+std::string otherText(const PropertyDescriptor &d, const Editing &e)
+{
+    if (!d.choices.empty())
+        return d.choices.back().token;
+    switch (d.binding.type) {
+    case Nodes::PropertyType::Bool:
+        return d.defaultText == "true" ? "false" : "true";
+    case Nodes::PropertyType::Int:
+    case Nodes::PropertyType::UInt:
+        return std::to_string(d.hasRange ? long(d.maximum) : 1234567L);
+    case Nodes::PropertyType::Double:
+        return d.hasRange ? Nodes::PropertyDescriptor(d).defaultText : "0.1234567890123";
+    case Nodes::PropertyType::Color:
+        return "#01020304";
+    case Nodes::PropertyType::Link:
+        return idOf(e.signal);
+    case Nodes::PropertyType::Links:
+        return idOf(e.signal) + " " + idOf(e.action) + " " + idOf(e.signal);
+    case Nodes::PropertyType::Resource:
+        return "images/насос 1.svg";
+    default:
+        return d.editorHint == "privileges" ? "write open" : " строка \t\nи \"другая\" ";
+    }
+}
+
+} // namespace
+
+class ValueEditorsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyPropertyKeepsItsText()
+    {
+        Editing e;
+        for (const Nodes::KindInfo &kind : Nodes::KindTable::Instance().GetKinds()) {
+            for (const PropertyDescriptor &d : kind.properties) {
+                QWidget window;
+                ValueEditor *editor = Editor::makeValueEditor({&d, e.a, &e.project, {}}, &window);
+                for (const std::string &text : {d.defaultText, otherText(d, e)}) {
+                    editor->setText(QString::fromStdString(text));
+                    QVERIFY2(editor->text().toStdString() == text,
+                             (kind.key + "." + d.key + " = " + text).c_str());
+                }
+                QVERIFY(!editor->isTouched());
+            }
+        }
+    }
+
+    void spins_data()
+    {
+        const Rows<QByteArray, QByteArray, QString, int, QString> row("kind", "key", "from",
+                                                                      "steps", "to");
+        row("whole", "label", "x", "10", 3, "13");
+        row("down to the least", "label", "width", "2", -10, "0");
+        row("keeps decimals", "bargraph", "maximum", "0.25", 1, "1.25");
+        row("from none", "bargraph", "low", "-inf", 1, "1");
+        row("from what is no number", "label", "x", "abc", 1, "1");
+        row("comma", "bargraph", "maximum", "0,5", 1, "1.5");
+    }
+
+    void spins()
+    {
+        QFETCH(QByteArray, kind);
+        QFETCH(QByteArray, key);
+        QFETCH(QString, from);
+        QFETCH(int, steps);
+        QFETCH(QString, to);
+        Editing e;
+        QWidget window;
+        ValueEditor *editor = e.open(kind, key, &window);
+        editor->setText(from);
+        const QSignalSpy stepped(editor, &ValueEditor::stepped);
+        editor->findChild<Editor::NumberSpin *>()->stepBy(steps);
+        QCOMPARE(editor->text(), to);
+        QCOMPARE(stepped.count(), 1);
+        QVERIFY(editor->isTouched());
+    }
+
+    void takesAnEmptyNumberForNone()
+    {
+        Editing e;
+        QWidget window;
+        ValueEditor *limit = e.open("bargraph", "low", &window);
+        const QString none = QString::fromStdString(
+            e.kind("bargraph").FindProperty(std::string_view("low"))->defaultText);
+        limit->setText(none);
+        auto *line = limit->findChild<QLineEdit *>();
+        QCOMPARE(line->text(), QString());
+        QTest::keyClicks(line, "7,5");
+        QCOMPARE(limit->text(), QStringLiteral("7.5"));
+        line->clear();
+        QCOMPARE(limit->text(), none);
+    }
+
+    void choosesAndTicks()
+    {
+        Editing e;
+        QWidget window;
+        ValueEditor *align = e.open("label", "align", &window);
+        const QSignalSpy finished(align, &ValueEditor::finished);
+        align->setText("left");
+        auto *box = align->findChild<QComboBox *>();
+        QTest::keyClick(box, Qt::Key_End); // chooses the last one
+        QCOMPARE(align->text(), box->itemData(box->count() - 1).toString());
+        QVERIFY(align->text() != QStringLiteral("left"));
+        QCOMPARE(finished.count(), 1);
+
+        ValueEditor *rights = e.open("grant", "privileges", &window);
+        rights->setText("write");
+        window.show();
+        rights->findChild<QToolButton *>()->click();
+        const QList<QCheckBox *> boxes = rights->findChildren<QCheckBox *>();
+        QCOMPARE(boxes.size(), 9);
+        boxes.first()->click();
+        QCOMPARE(rights->text(), QStringLiteral("view write"));
+        for (QCheckBox *each : boxes)
+            each->setChecked(true);
+        QCOMPARE(rights->text(), QStringLiteral("all"));
+    }
+
+    void editsSeveralLinesInAWindow()
+    {
+        Editing e;
+        QWidget window;
+        window.show();
+        ValueEditor *script = e.open("actionExecuteScript", "script", &window);
+        script->setText("a = 1\nb = 2");
+        QVERIFY(script->findChild<QLineEdit *>()->isReadOnly()); // would lose the second line
+        script->findChild<QToolButton *>()->click();
+        auto *text = script->findChild<Editor::TextWindow *>();
+        QCOMPARE(text->text(), QStringLiteral("a = 1\nb = 2"));
+        text->setText("a = 3\n");
+        const QSignalSpy finished(script, &ValueEditor::finished);
+        text->accept();
+        QCOMPARE(finished.count(), 1);
+        QCOMPARE(script->text(), QStringLiteral("a = 3\n"));
+        script->findChild<QToolButton *>()->click(); // the row may go while its window is open
+        delete script;
+    }
+
+    void neverShowsASecret()
+    {
+        Editing e;
+        QWidget window;
+        ValueEditor *password = e.open("user", "passwordHash", &window);
+        password->setText("$argon2id$hash");
+        QCOMPARE(password->findChild<QLineEdit *>()->text(), QStringLiteral("задан"));
+        password->findChildren<QToolButton *>().last()->click();
+        QCOMPARE(password->text(), QString());
+        QVERIFY(password->isTouched());
+    }
+
+    void knowsTheColoursOfTheProject()
+    {
+        Editing e;
+        e.set(e.a, {{"color", "#112233"}});
+        e.set(e.b, {{"color", "#112233"}, {"background", "#445566"}});
+        QCOMPARE(Editor::projectColors(&e.project, 5), QStringList({"#112233", "#445566"}));
+        QCOMPARE(Editor::projectColors(&e.project, 1).size(), 1);
+        QVERIFY(Editor::projectColors(nullptr, 5).isEmpty());
+    }
+};
+
+QTEST_MAIN(ValueEditorsTest)
+#include "tst_value_editors.moc"
