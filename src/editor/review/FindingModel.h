@@ -1,0 +1,48 @@
+#pragma once
+
+#include "editor/review/ReviewFinding.h"
+
+#include <QAbstractTableModel>
+
+namespace Editor {
+
+/// Findings of a review as rows. GUI thread.
+class FindingModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { Severity, Screen, Place, What, Advice, ColumnCount };
+    static constexpr int SortRole = Qt::UserRole; ///< of Severity: gravest highest
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void clear();
+    void append(const Nodes::NodeLink &screen, const ReviewFindings &findings);
+    const ReviewFinding &finding(int row) const { return m_rows[row].finding; }
+    /// Findings to do something about.
+    int count() const;
+    /// Tab-separated, with a line of titles.
+    QString text() const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+
+private:
+    struct Row
+    {
+        QString screen;
+        QString place; ///< names as they were when it was found
+        ReviewFinding finding;
+    };
+
+    static QString nameOf(ReviewFinding::Severity severity);
+    QString textAt(const Row &row, int column) const;
+
+    QVector<Row> m_rows;
+};
+
+} // namespace Editor

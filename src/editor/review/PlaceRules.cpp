@@ -1,0 +1,82 @@
+// Rules on where elements stand.
+#include "editor/review/ReviewRules.h"
+#include "editor/review/ReviewScreen.h"
+#include "editor/review/ReviewTexts.h"
+
+#include <algorithm>
+
+namespace Editor {
+
+using Nodes::NodeLink;
+
+void checkPlaces(const ReviewScreen &screen, ReviewFindings &findings)
+{
+    const QRect all(QPoint(), screen.size());
+    for (const ReviewElement &element : screen.elements()) {
+        if (all.contains(element.rect))
+            continue;
+        const bool isGone = !all.intersects(element.rect);
+        findings.append({isGone ? ReviewFinding::Fault : ReviewFinding::Warning,
+                         NodeLink(element.node),
+                         isGone ? QStringLiteral("Элемент целиком за краем экрана: его не видно.")
+                                : QStringLiteral("Элемент выходит за край экрана и обрезан."),
+                         QStringLiteral("Передвиньте его или увеличьте экран (%1×%2).")
+                             .arg(all.width())
+                             .arg(all.height())});
+    }
+}
+
+void checkOverlaps(const ReviewScreen &screen, ReviewFindings &findings)
+{
+    constexpr int touching = 3; // pixels: frames may lie on each other
+    QVector<ReviewElement> texts;
+    for (const ReviewElement &element : screen.elements()) {
+        if (!ReviewTexts::of(*element.node).isEmpty())
+            texts.append(element);
+    }
+    std::stable_sort(texts.begin(), texts.end(),
+                     [](const ReviewElement &a, const ReviewElement &b) {
+                         return a.rect.left() < b.rect.left();
+                     });
+    for (int i = 0; i < texts.size(); ++i) {
+        for (int k = i + 1; k < texts.size() && texts[k].rect.left() <= texts[i].rect.right();
+             ++k) {
+            const QRect both = texts[i].rect & texts[k].rect;
+            // One inside the other is a text put onto a surface on purpose.
+            const bool isOnSurface =
+                texts[i].rect.contains(texts[k].rect) || texts[k].rect.contains(texts[i].rect);
+            if (both.width() <= touching || both.height() <= touching ||
+                (isOnSurface && texts[i].rect != texts[k].rect))
+                continue;
+            findings.append({ReviewFinding::Warning, NodeLink(texts[k].node),
+                             QStringLiteral("Текст накладывается на «%1» (%2×%3 пикс.).")
+                                 .arg(QString::fromStdString(texts[i].node->GetName()))
+                                 .arg(both.width())
+                                 .arg(both.height()),
+                             QStringLiteral("Раздвиньте элементы.")});
+        }
+    }
+}
+
+void checkGrid(const ReviewScreen &screen, ReviewFindings &findings)
+{
+    constexpr int grid = 8; // pixels
+    int count = 0;
+    const Nodes::BasicWidget *first = nullptr;
+    for (const ReviewElement &element : screen.elements()) {
+        if (element.rect.x() % grid == 0 && element.rect.y() % grid == 0)
+            continue;
+        if (!first)
+            first = element.node;
+        ++count;
+    }
+    if (first)
+        findings.append({ReviewFinding::Hint, NodeLink(first),
+                         QStringLiteral("Не на сетке %1 пикс.: %2 из %3 элементов; этот первый.")
+                             .arg(grid)
+                             .arg(count)
+                             .arg(screen.elements().size()),
+                         QStringLiteral("Выровняйте их по сетке: ровные ряды читаются быстрее.")});
+}
+
+} // namespace Editor

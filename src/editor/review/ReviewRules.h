@@ -1,0 +1,30 @@
+#pragma once
+
+#include "editor/review/ReviewFinding.h"
+
+namespace Editor {
+
+class ReviewScreen;
+
+/// One rule of good screens.
+struct ReviewRule
+{
+    const char *id;    ///< steady
+    const char *title; ///< Russian
+    void (*check)(const ReviewScreen &screen, ReviewFindings &findings);
+};
+
+/// All rules on what one screen holds, in the order of reports. GUI thread: texts are measured.
+const QVector<ReviewRule> &ReviewRules();
+
+void checkContrast(const ReviewScreen &screen, ReviewFindings &findings);
+void checkTextSize(const ReviewScreen &screen, ReviewFindings &findings);
+void checkClippedText(const ReviewScreen &screen, ReviewFindings &findings);
+void checkStatesByColor(const ReviewScreen &screen, ReviewFindings &findings);
+void checkAlarmColors(const ReviewScreen &screen, ReviewFindings &findings);
+void checkPlaces(const ReviewScreen &screen, ReviewFindings &findings);
+void checkOverlaps(const ReviewScreen &screen, ReviewFindings &findings);
+void checkGrid(const ReviewScreen &screen, ReviewFindings &findings);
+void checkPictures(const ReviewScreen &screen, ReviewFindings &findings);
+
+} // namespace Editor

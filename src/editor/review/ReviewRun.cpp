@@ -1,0 +1,77 @@
+#include "editor/review/ReviewRun.h"
+
+#include "editor/review/CallUpMeter.h"
+#include "editor/review/ReviewRules.h"
+#include "editor/review/ReviewScreen.h"
+#include "editor/review/ScreenClicks.h"
+
+namespace Editor {
+
+namespace {
+
+constexpr int pause = 20; // ms between screens, for input and painting
+
+void checkClicks(const Nodes::ConfigNode &screen, const ScreenClicks &clicks,
+                 ReviewFindings &findings)
+{
+    const int count = clicks.to(screen);
+    if (!clicks.hasFrames() || (count >= 0 && count <= ScreenClicks::Most))
+        return;
+    findings.append({count < 0 ? ReviewFinding::Hint : ReviewFinding::Warning,
+                     Nodes::NodeLink(&screen),
+                     count < 0 ? QStringLiteral("Ни кнопка, ни меню сюда не ведут.")
+                               : QStringLiteral("От начала сюда %1 нажатий, нужно не больше %2.")
+                                     .arg(count)
+                                     .arg(ScreenClicks::Most),
+                     QStringLiteral("Добавьте переход с обзорного экрана или из главного меню.")});
+}
+
+} // namespace
+
+ReviewRun::ReviewRun(QObject *parent) : QObject(parent)
+{
+    m_timer.setInterval(pause);
+    connect(&m_timer, &QTimer::timeout, this, &ReviewRun::reviewNext);
+}
+
+ReviewRun::~ReviewRun() = default;
+
+void ReviewRun::start(const Nodes::NodeLinks &screens, const Nodes::ConfigNode &root)
+{
+    m_screens = screens;
+    m_next = 0;
+    m_clicks = std::make_unique<ScreenClicks>(root);
+    m_timer.start();
+}
+
+void ReviewRun::stop()
+{
+    if (!isRunning())
+        return;
+    m_timer.stop();
+    emit finished();
+}
+
+ReviewFindings ReviewRun::check(const Nodes::ConfigNode &screen, const ScreenClicks &clicks)
+{
+    ReviewFindings findings;
+    const ReviewScreen facts(screen);
+    for (const ReviewRule &rule : ReviewRules())
+        rule.check(facts, findings);
+    checkClicks(screen, clicks, findings);
+    return findings;
+}
+
+void ReviewRun::reviewNext()
+{
+    if (m_next < m_screens.size()) {
+        const Nodes::NodeLink link = m_screens[m_next++];
+        if (Nodes::ConfigNode *screen = link.GetNode()) // deleted ones are left out
+            emit found(link, CallUpMeter::tell(*screen) + check(*screen, *m_clicks));
+        emit progressed(int(m_next), int(m_screens.size()));
+    }
+    if (m_next >= m_screens.size())
+        stop();
+}
+
+} // namespace Editor
