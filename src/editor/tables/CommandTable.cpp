@@ -1,6 +1,8 @@
 #include "editor/tables/CommandTable.h"
 
 #include "editor/sceneview/SceneCommands.h"
+#include "editor/symbols/SymbolCommands.h"
+#include "editor/templates/TemplateCommands.h"
 #include "editor/wizard/StepCommands.h"
 
 namespace Editor {
@@ -15,6 +17,10 @@ const QVector<CommandRow> &CommandTable()
         {"project.addModbus", "Проект", "Добавить устройство Modbus TCP", "", "", &mayEdit,
          &addModbus},
         {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
+        {"symbols.states", "Правка", "Состояния мнемосимвола по сигналу", "", "",
+         &SymbolCommands::canFillStates, &SymbolCommands::fillStates},
+        {"templates.make", "Правка", "Сделать шаблон из выделения…", "", "",
+         &TemplateCommands::canMake, &TemplateCommands::make},
     };
     static const QVector<CommandRow> rows = own + SceneCommands();
     return rows;

@@ -1,7 +1,10 @@
 #include "editor/tables/PanelTable.h"
 
 #include "editor/properties/PropertyPanel.h"
+#include "editor/review/ReviewPanel.h"
 #include "editor/shell/HistoryPanel.h"
+#include "editor/symbols/SymbolPanel.h"
+#include "editor/templates/InstancePanel.h"
 #include "editor/workspace/Workspace.h"
 
 namespace Editor {
@@ -20,6 +23,9 @@ const QVector<PanelRow> &PanelTable()
     static const QVector<PanelRow> rows = {
         {"properties", "Свойства", Qt::RightDockWidgetArea, true, &make<PropertyPanel>},
         {"history", "История изменений", Qt::RightDockWidgetArea, false, &make<HistoryPanel>},
+        {"symbols", "Мнемосимволы", Qt::LeftDockWidgetArea, true, &make<SymbolPanel>},
+        {"review", "Проверка экрана", Qt::BottomDockWidgetArea, false, &make<ReviewPanel>},
+        {"instances", "Экземпляры шаблона", Qt::BottomDockWidgetArea, false, &make<InstancePanel>},
     };
     return rows;
 }

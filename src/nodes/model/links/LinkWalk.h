@@ -48,6 +48,6 @@ using IdMap = std::unordered_map<unsigned long, unsigned long>;
 
 /// Makes links of `subtree` that name an old id refer to the new one. For trees nobody sees yet:
 /// nothing is announced.
-void RemapLinks(ConfigNode &subtree, const IdMap &ids);
+NODES_EXPORT void RemapLinks(ConfigNode &subtree, const IdMap &ids);
 
 } // namespace Nodes

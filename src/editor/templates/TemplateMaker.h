@@ -1,0 +1,73 @@
+#pragma once
+
+#include "nodes/model/links/LinkWalk.h"
+#include "nodes/model/links/NodeLink.h"
+
+#include <QString>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QUndoCommand;
+
+namespace Nodes {
+class ConfigNode;
+class NodesCollection;
+} // namespace Nodes
+
+namespace Editor {
+
+/// Makes one window that serves many of a kind out of elements drawn for one of them: copies of the
+/// elements, with a parameter in place of each signal they use. Signals that stand below one node
+/// become parameters below a parameter for that node, so that an instance names it alone. GUI
+/// thread.
+class TemplateMaker
+{
+public:
+    /// The elements have to stand in that project.
+    TemplateMaker(Nodes::NodesCollection &project, const Nodes::NodeLinks &elements);
+
+    /// What is made besides the template: an action that opens an instance for the signals that
+    /// the elements were drawn for.
+    struct Made
+    {
+        Nodes::NodeLink window;
+        Nodes::NodeLink action;
+    };
+    /// One step that adds both below `parent`; null, with a Russian reason, when it cannot be. The
+    /// caller owns it; the nodes are the project's until it is executed.
+    QUndoCommand *make(const std::string &name, Nodes::ConfigNode &parent, Made &made,
+                       QString &whyNot);
+
+private:
+    struct Parameter
+    {
+        const Nodes::ConfigNode *actual; ///< a signal, or the node that its signals stand below
+        std::vector<const Nodes::ConfigNode *> below;
+        std::string name;
+    };
+
+    void findSignals();
+    void collectSignals(const Nodes::ConfigNode &node);
+    void findActions();
+    std::vector<Parameter> parameters() const;
+    std::unique_ptr<Nodes::ConfigNode> makeParameter(const Nodes::ConfigNode &actual,
+                                                     const std::string &name);
+    std::unique_ptr<Nodes::ConfigNode> makeWindow(const std::string &name,
+                                                  const std::vector<Parameter> &parameters);
+    bool addCopies(Nodes::ConfigNode &window);
+    Nodes::NodeLink makeAction(const Nodes::NodeLink &window,
+                               const std::vector<Parameter> &parameters) const;
+    Nodes::NodeLink hold(std::unique_ptr<Nodes::ConfigNode> node);
+
+    static constexpr int margin = 16; // pixels around the elements
+
+    Nodes::NodesCollection &m_project;
+    std::vector<Nodes::ConfigNode *> m_elements;
+    std::vector<Nodes::ConfigNode *> m_actions; ///< that refer to the signals
+    std::vector<const Nodes::ConfigNode *> m_signals;
+    Nodes::IdMap m_ids; ///< what parameters stand for to the parameters
+};
+
+} // namespace Editor

@@ -1,0 +1,227 @@
+#include "editor/project/ProjectSession.h"
+#include "editor/templates/InstanceModel.h"
+#include "editor/templates/TemplateMaker.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/actions/BasicTemplateAction.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/serial/ProjectReader.h"
+#include "nodes/templates/TemplateBinding.h"
+#include "nodes/visual/BasicWidget.h"
+#include "utils/undo/IUndo.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QUndoCommand>
+#include <QtTest>
+
+#include <set>
+
+Q_DECLARE_METATYPE(std::vector<unsigned long>)
+Q_DECLARE_METATYPE(std::set<unsigned long>)
+
+using namespace Editor;
+using Nodes::ConfigNode;
+using Nodes::NodeLink;
+
+namespace {
+
+constexpr const char *plant = R"(<project format="1" id="1" name="P">
+<folder id="5" name="Насос 1"><memorySignal id="10" name="Ток"/>
+  <memorySignal id="11" name="Пуск" type="bool"/></folder>
+<folder id="6" name="Насос 2"><memorySignal id="12" name="Ток"/>
+  <memorySignal id="13" name="Пуск" type="bool"/></folder>
+<memorySignal id="14" name="Наружная"/>
+<window id="2" name="Окно" width="800" height="600">
+  <label id="20" name="A" x="100" y="200" width="80" height="32" signal="10"/>
+  <button id="21" name="B" x="300" y="240" width="80" height="32" pressActions="30 31"/>
+  <label id="22" name="C" x="0" y="0" text="без сигнала"/>
+  <label id="23" name="D" x="100" y="200" width="80" height="32" signal="14"/>
+</window>
+<actionWriteValue id="30" name="Пустить" signal="11" value="1"/>
+<actionShowWindow id="31" name="Общее" window="2"/></project>)";
+
+struct Plant
+{
+    Plant() : workspace(session, host)
+    {
+        std::unique_ptr<Nodes::NodesCollection> project;
+        if (!Nodes::ProjectReader().ReadBuffer(plant, "test", project))
+            qFatal("no project");
+        session.adopt(std::move(project), QString(), Nodes::LoadReport());
+    }
+    ConfigNode *node(unsigned long id) { return session.project()->FindNode(id); }
+    /// Makes a template of these elements; an empty result when it was refused.
+    TemplateMaker::Made make(const std::vector<unsigned long> &ids, QString *whyNot = nullptr)
+    {
+        Nodes::NodeLinks elements;
+        for (const unsigned long id : ids)
+            elements.push_back(NodeLink(id));
+        TemplateMaker maker(*session.project(), elements);
+        TemplateMaker::Made made;
+        QString reason;
+        QUndoCommand *command = maker.make("Шаблон", *session.root(), made, reason);
+        if (whyNot)
+            *whyNot = reason;
+        return command && workspace.push(command) ? made : TemplateMaker::Made();
+    }
+    static Nodes::TemplateBinding binding(const TemplateMaker::Made &made)
+    {
+        const auto &action =
+            dynamic_cast<const Nodes::BasicTemplateAction &>(*made.action.GetNode());
+        return {*made.window.GetNode(), action.GetArguments()};
+    }
+
+    ProjectSession session;
+    QWidget host;
+    Workspace workspace;
+};
+
+/// Ids that the template's own nodes lead to outside of it.
+std::set<unsigned long> leadOutside(const ConfigNode &source, const Nodes::IdSet &own)
+{
+    std::set<unsigned long> ids;
+    Nodes::VisitLinks(source, *source.GetKind(),
+                      [&](const Nodes::PropertyDescriptor &, const NodeLink &link) {
+                          if (!own.count(link.GetNodeId()))
+                              ids.insert(link.GetNodeId());
+                      });
+    for (const auto &child : source.Children()) {
+        const auto below = leadOutside(*child, own);
+        ids.insert(below.begin(), below.end());
+    }
+    return ids;
+}
+
+void collect(const ConfigNode &node, Nodes::IdSet &ids)
+{
+    ids.insert(node.GetId());
+    for (const auto &child : node.Children())
+        collect(*child, ids);
+}
+
+} // namespace
+
+class TestTemplateMaker : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void instancesStandForWhatWasDrawn_data();
+    void instancesStandForWhatWasDrawn();
+    void nothingSelectedIsTold();
+    void isOneStep();
+    void argumentsAreEditedInATable();
+    void instancesAreAdded();
+};
+
+void TestTemplateMaker::instancesStandForWhatWasDrawn_data()
+{
+    QTest::addColumn<std::vector<unsigned long>>("elements");
+    QTest::addColumn<QStringList>("arguments"); // of the first instance
+    QTest::addColumn<std::set<unsigned long>>("outside");
+    using Ids = std::vector<unsigned long>;
+    using Set = std::set<unsigned long>;
+    QTest::newRow("one signal") << Ids{20} << QStringList{"Ток"} << Set{};
+    QTest::newRow("signals of one pump, one by an action")
+        << Ids{20, 21} << QStringList{"Насос 1"} << Set{31};
+    QTest::newRow("signals of two places")
+        << Ids{20, 23} << QStringList{"Ток", "Наружная"} << Set{};
+    QTest::newRow("no signal") << Ids{22} << QStringList{} << Set{};
+}
+
+void TestTemplateMaker::instancesStandForWhatWasDrawn()
+{
+    QFETCH(std::vector<unsigned long>, elements);
+    QFETCH(QStringList, arguments);
+    QFETCH(std::set<unsigned long>, outside);
+    Plant project;
+    const TemplateMaker::Made made = project.make(elements);
+    QVERIFY(made.window.GetNode() && made.action.GetNode());
+    const auto &action = dynamic_cast<const Nodes::BasicTemplateAction &>(*made.action.GetNode());
+    QCOMPARE(action.GetTemplate(), made.window.GetNode());
+    QStringList names;
+    for (const ConfigNode *argument : action.GetArguments())
+        names << QString::fromStdString(argument->GetName());
+    QCOMPARE(names, arguments);
+    const Nodes::TemplateBinding binding = Plant::binding(made);
+    QVERIFY(binding.GetMissing().empty() && binding.GetUnused().empty());
+    Nodes::IdSet own;
+    collect(*made.window.GetNode(), own);
+    QVERIFY(leadOutside(*made.window.GetNode(), own) == outside); // no plant node is left
+    // In an instance every element shows what the original does.
+    const Nodes::IdMap ids = binding.GetIds();
+    for (const auto &child : made.window.GetNode()->Children()) {
+        const auto *element = dynamic_cast<const Nodes::BasicWidget *>(child.get());
+        if (!element || element->GetSignalLink().isEmpty())
+            continue;
+        QVERIFY(ids.count(element->GetSignalLink().GetNodeId()));
+        const auto box = element->GetGeometry();
+        QVERIFY(box.x >= 8 && box.y >= 8 && box.x < 400);
+    }
+}
+
+void TestTemplateMaker::nothingSelectedIsTold()
+{
+    Plant project;
+    QString whyNot;
+    QVERIFY(!project.make({10}, &whyNot).window.GetNode()); // no element
+    QVERIFY(!whyNot.isEmpty());
+    QCOMPARE(project.session.undoStack().count(), 0);
+}
+
+void TestTemplateMaker::isOneStep()
+{
+    Plant project;
+    const std::size_t before = project.session.root()->Children().size();
+    const TemplateMaker::Made made = project.make({20, 21});
+    QCOMPARE(project.session.root()->Children().size(), before + 2);
+    project.session.undoStack().undo();
+    QCOMPARE(project.session.root()->Children().size(), before);
+    project.session.undoStack().redo();
+    QVERIFY(Plant::binding(made).GetMissing().empty());
+}
+
+void TestTemplateMaker::argumentsAreEditedInATable()
+{
+    Plant project;
+    const TemplateMaker::Made made = project.make({20, 21});
+    InstanceModel model([&](QUndoCommand *command) { return project.workspace.push(command); });
+    const QAbstractItemModelTester tester(&model);
+    model.setTemplate(InstanceModel::templateOf(made.action.GetNode()));
+    QCOMPARE(model.rowCount(), 1);
+    QCOMPARE(model.columnCount(), 2);
+    const QModelIndex cell = model.index(0, 1);
+    QCOMPARE(cell.data(Qt::EditRole).toString(),
+             QString::fromStdString(project.node(5)->GetPath()));
+    const QString other = QString::fromStdString(project.node(6)->GetPath());
+    QVERIFY(!model.setData(cell, "нет такого"));
+    QVERIFY(model.setData(cell, other));
+    QCOMPARE(cell.data().toString(), other);
+    const auto stands = Plant::binding(made).GetIds(); // the signals follow the pump
+    QVERIFY(
+        std::any_of(stands.begin(), stands.end(), [](const auto &id) { return id.second == 12; }));
+    project.session.undoStack().undo();
+    QVERIFY(cell.data().toString() != other);
+    QVERIFY(model.setData(cell, ""));
+    QVERIFY(!Plant::binding(made).GetMissing().empty());
+    project.session.setReadOnly("занят");
+    QVERIFY(!model.setData(cell, other));
+}
+
+void TestTemplateMaker::instancesAreAdded()
+{
+    Plant project;
+    const TemplateMaker::Made made = project.make({20, 21});
+    InstanceModel model([&](QUndoCommand *command) { return project.workspace.push(command); });
+    model.setTemplate(made.window);
+    model.addInstance();
+    QCOMPARE(model.rowCount(), 2);
+    QVERIFY(model.index(0, 0).data() != model.index(1, 0).data());
+    QVERIFY(model.index(1, 1).data(Qt::EditRole).toString().isEmpty());
+    QVERIFY(model.setData(model.index(1, 1), QString::fromStdString(project.node(6)->GetPath())));
+    QVERIFY(model.index(0, 1).data() != model.index(1, 1).data());
+}
+
+QTEST_MAIN(TestTemplateMaker)
+#include "tst_template_maker.moc"
