@@ -1,7 +1,6 @@
 #include "apps/records/InfoCommand.h"
 
 #include "apps/records/ArchiveHomes.h"
-#include "apps/records/JsonText.h"
 #include "apps/records/Message.h"
 #include "apps/records/OutputFile.h"
 #include "apps/records/RecordsOptions.h"
@@ -10,6 +9,7 @@
 
 #include "nodes/storage/SqliteDatabase.h"
 #include "nodes/storage/SqliteStatement.h"
+#include "nodes/values/JsonText.h"
 #include "nodes/values/NumberText.h"
 
 #include <algorithm>
@@ -65,7 +65,7 @@ std::string perSample(std::uint64_t bytes, std::uint64_t samples)
 
 std::string jsonTime(Nodes::Timestamp time)
 {
-    return time == 0 ? std::string("null") : JsonText::quoted(TimeText::format(time));
+    return time == 0 ? std::string("null") : Nodes::JsonText(TimeText::format(time));
 }
 
 } // namespace
@@ -159,18 +159,17 @@ std::string InfoCommand::asTable() const
 std::string InfoCommand::jsonOf(const ArchivedSignal &signal) const
 {
     const Nodes::RecordSource &source = signal.key.source;
-    std::string text = "{\"project\": " + JsonText::quoted(source.home.project) +
-                       ", \"station\": " + std::to_string(source.home.station) +
-                       ", \"stationName\": " + JsonText::quoted(source.home.stationName) +
-                       ", \"id\": " + std::to_string(source.node) +
-                       ", \"name\": " + JsonText::quoted(source.name) +
-                       ", \"unit\": " + JsonText::quoted(signal.key.unit) +
-                       ", \"first\": " + jsonTime(signal.first) +
-                       ", \"last\": " + jsonTime(signal.last) +
-                       ", \"samples\": " + std::to_string(signal.samples) +
-                       ", \"bytes\": " + std::to_string(signal.bytes) +
-                       ", \"generatedFrom\": " + jsonTime(signal.generatedFrom) +
-                       ", \"generatedTo\": " + jsonTime(signal.generatedTo);
+    std::string text =
+        "{\"project\": " + Nodes::JsonText(source.home.project) +
+        ", \"station\": " + std::to_string(source.home.station) +
+        ", \"stationName\": " + Nodes::JsonText(source.home.stationName) +
+        ", \"id\": " + std::to_string(source.node) + ", \"name\": " + Nodes::JsonText(source.name) +
+        ", \"unit\": " + Nodes::JsonText(signal.key.unit) +
+        ", \"first\": " + jsonTime(signal.first) + ", \"last\": " + jsonTime(signal.last) +
+        ", \"samples\": " + std::to_string(signal.samples) +
+        ", \"bytes\": " + std::to_string(signal.bytes) +
+        ", \"generatedFrom\": " + jsonTime(signal.generatedFrom) +
+        ", \"generatedTo\": " + jsonTime(signal.generatedTo);
     if (m_archive.project().isLoaded())
         text += std::string(", \"isDeleted\": ") + (isDeleted(signal) ? "true" : "false");
     return text + "}";
@@ -179,7 +178,7 @@ std::string InfoCommand::jsonOf(const ArchivedSignal &signal) const
 std::string InfoCommand::asJson() const
 {
     std::string text =
-        "{\n  \"archive\": " + JsonText::quoted(StoreLocation::shown(m_archive.location())) +
+        "{\n  \"archive\": " + Nodes::JsonText(StoreLocation::shown(m_archive.location())) +
         ",\n  \"signals\": [";
     for (const ArchivedSignal &signal : m_signals)
         text += (&signal == &m_signals.front() ? "\n    " : ",\n    ") + jsonOf(signal);

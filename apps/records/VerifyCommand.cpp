@@ -1,12 +1,13 @@
 #include "apps/records/VerifyCommand.h"
 
 #include "apps/common/process/StopRequest.h"
-#include "apps/records/JsonText.h"
 #include "apps/records/Message.h"
 #include "apps/records/OutputFile.h"
 #include "apps/records/RecordsOptions.h"
 #include "apps/records/StoreLocation.h"
 #include "apps/records/TimeText.h"
+
+#include "nodes/values/JsonText.h"
 
 namespace Records {
 
@@ -17,7 +18,7 @@ using Nodes::ArchiveFindings;
 
 std::string jsonTime(Nodes::Timestamp time)
 {
-    return time == 0 ? std::string("null") : JsonText::quoted(TimeText::format(time));
+    return time == 0 ? std::string("null") : Nodes::JsonText(TimeText::format(time));
 }
 
 } // namespace
@@ -72,16 +73,16 @@ std::string VerifyCommand::asText(const ArchiveFindings &findings)
 std::string VerifyCommand::asJson(const ArchiveFindings &findings) const
 {
     std::string text =
-        "{\n  \"archive\": " + JsonText::quoted(StoreLocation::shown(m_archive.location())) +
+        "{\n  \"archive\": " + Nodes::JsonText(StoreLocation::shown(m_archive.location())) +
         ",\n  \"findings\": [";
     for (const ArchiveFinding &finding : findings) {
         const Nodes::RecordSource &source = finding.signal.source;
         text += (&finding == &findings.front() ? "\n    {" : ",\n    {");
-        text += "\"place\": " + JsonText::quoted(finding.place) +
+        text += "\"place\": " + Nodes::JsonText(finding.place) +
                 ", \"id\": " + std::to_string(source.node) +
-                ", \"name\": " + JsonText::quoted(source.name) +
+                ", \"name\": " + Nodes::JsonText(source.name) +
                 ", \"from\": " + jsonTime(finding.from) + ", \"to\": " + jsonTime(finding.to) +
-                ", \"text\": " + JsonText::quoted(finding.text) + "}";
+                ", \"text\": " + Nodes::JsonText(finding.text) + "}";
     }
     return text + "\n  ]\n}\n";
 }

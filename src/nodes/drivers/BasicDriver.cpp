@@ -4,6 +4,7 @@
 #include "nodes/drivers/driverStatus.h"
 #include "nodes/drivers/standin/StandIn.h"
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/validation/FindingCode.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
@@ -148,7 +149,8 @@ void BasicDriver::Validate(ValidationResults &results) const
     if (const BasicDriver *outer = Above(*this))
         results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, outer->GetPath()),
                     GetName() + ": драйвер стоит внутри драйвера «" + outer->GetName() +
-                        "»; перенесите его на уровень станции");
+                        "»; перенесите его на уровень станции",
+                    FindingCode::NestedDriver);
 }
 
 void BasicDriver::addMisplaced(const ConfigNode &node, const char *driver,

@@ -3,7 +3,9 @@
 #include "nodes/model/links/LinkCycles.h"
 #include "nodes/model/links/LinkWalk.h"
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/validation/FindingCode.h"
 #include "nodes/model/validation/ValidationResults.h"
+#include "nodes/serial/PropertyHelp.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -31,9 +33,9 @@ public:
     {
         for (const LinkCycle &cycle : FindLinkCycles({&m_node})) {
             if (cycle.target == &m_node)
-                add(Result::Cycle, "свойство «" + cycle.property->nameRu + "» узла «" +
-                                       cycle.node->GetPath() +
-                                       "» ведёт обратно к этому узлу. Разорвите кольцо ссылок.");
+                add(Result(&m_node, Result::Cycle, cycle.property->key), FindingCode::LinkCycle,
+                    "свойство «" + cycle.property->nameRu + "» узла «" + cycle.node->GetPath() +
+                        "» ведёт обратно к этому узлу. Разорвите кольцо ссылок.");
         }
     }
     void Resources()
@@ -49,42 +51,55 @@ public:
         for (const auto &child : m_node.Children()) {
             checkKind(*child);
             if (!child->GetName().empty() && !names.insert(child->GetName()).second)
-                add(Result::Duplicate, "несколько вложенных узлов называются «" + child->GetName() +
-                                           "». Дайте им разные имена.");
+                add(Result(&m_node, Result::Duplicate), FindingCode::RepeatedName,
+                    "несколько вложенных узлов называются «" + child->GetName() +
+                        "». Дайте им разные имена.");
         }
     }
     void ForeignAttributes()
     {
         for (const auto &[key, value] : m_node.GetForeignAttributes()) {
             if (key.front() != '#')
-                add(Result::InvalidArgument, "атрибут «" + key + "» со значением «" + value +
-                                                 "» не действует. Исправьте или удалите его.");
+                checkForeign(key, value);
         }
     }
 
 private:
-    void add(Result::ResultType type, const std::string &text)
+    void add(Result result, const char *code, const std::string &text)
     {
-        m_results.Add(m_node.GetNodeLink(), Result(&m_node, type),
-                      (m_node.GetPath().empty() ? m_node.GetName() : m_node.GetPath()) + ": " +
-                          text);
+        m_results.Add(
+            m_node.GetNodeLink(), std::move(result),
+            (m_node.GetPath().empty() ? m_node.GetName() : m_node.GetPath()) + ": " + text, code);
+    }
+    // The text of a property that did not read is kept under its key until it is set.
+    void checkForeign(const std::string &key, const std::string &value)
+    {
+        const std::string what = "атрибут «" + key + "» со значением «" + value + "» не действует";
+        const PropertyDescriptor *d = m_node.GetKind()->FindProperty(std::string_view(key));
+        add(Result(&m_node, Result::InvalidArgument, key),
+            d ? FindingCode::BadValue : FindingCode::UnknownAttribute,
+            d ? what + ": ожидается " + DescribeExpected(*d) + ". Задайте свойство «" + d->nameRu +
+                    "» заново."
+              : what + ". Исправьте или удалите его.");
     }
     void checkLink(const PropertyDescriptor &d, const NodeLink &link)
     {
         const ConfigNode *target = link.GetNode();
         if (!target)
-            return add(Result::NotFound, "свойство «" + d.nameRu + "» ссылается на узел " +
-                                             std::to_string(link.GetNodeId()) +
-                                             ", которого нет. Выберите другой узел или очистите "
-                                             "свойство.");
+            return add(Result(&m_node, Result::NotFound, d.key), FindingCode::NoTarget,
+                       "свойство «" + d.nameRu + "» ссылается на узел " +
+                           std::to_string(link.GetNodeId()) +
+                           ", которого нет. Выберите другой узел или очистите "
+                           "свойство.");
         const auto &families = d.linkFamilies;
         const NodeType type = target->GetNodeType();
         const bool fits = families.empty() || std::find(families.begin(), families.end(),
                                                         type.GetFamily()) != families.end();
         if (!fits)
-            add(Result::WrongType, "свойство «" + d.nameRu + "» ссылается на «" +
-                                       target->GetPath() + "» (" + type.GetSubtypeNameTranslated() +
-                                       "), такой узел здесь не подходит. Выберите другой.");
+            add(Result(&m_node, Result::WrongType, d.key), FindingCode::WrongTarget,
+                "свойство «" + d.nameRu + "» ссылается на «" + target->GetPath() + "» (" +
+                    type.GetSubtypeNameTranslated() +
+                    "), такой узел здесь не подходит. Выберите другой.");
     }
     void checkResource(const PropertyDescriptor &d, const ResourceLink &resource)
     {
@@ -93,23 +108,24 @@ private:
         const std::string path = resource.GetFullFilePath();
         std::error_code error;
         if (path.empty())
-            add(Result::InvalidArgument, "файл «" + resource.GetFilePath() + "» свойства «" +
-                                             d.nameRu +
-                                             "» лежит вне каталога проекта, или туда ведёт "
-                                             "символическая ссылка. Перенесите его в каталог "
-                                             "проекта.");
+            add(Result(&m_node, Result::InvalidArgument, d.key), FindingCode::ForeignFile,
+                "файл «" + resource.GetFilePath() + "» свойства «" + d.nameRu +
+                    "» лежит вне каталога проекта, или туда ведёт "
+                    "символическая ссылка. Перенесите его в каталог "
+                    "проекта.");
         else if (!std::filesystem::is_regular_file(path, error))
-            add(Result::NotFound, "нет файла «" + resource.GetFilePath() + "» свойства «" +
-                                      d.nameRu + "». Добавьте файл или выберите другой.");
+            add(Result(&m_node, Result::NotFound, d.key), FindingCode::NoFile,
+                "нет файла «" + resource.GetFilePath() + "» свойства «" + d.nameRu +
+                    "». Добавьте файл или выберите другой.");
     }
     void checkKind(const ConfigNode &child)
     {
         const NodeType type = child.GetNodeType();
         if (type.GetSubtype() != NodeType::SubtypeUnknown && !m_node.GetKind()->AllowsChild(type))
-            add(Result::InvalidArgument, "узел «" + child.GetName() + "» (" +
-                                             type.GetSubtypeNameTranslated() +
-                                             ") не может находиться здесь. Перенесите или удалите "
-                                             "его.");
+            add(Result(&m_node, Result::InvalidArgument), FindingCode::Misplaced,
+                "узел «" + child.GetName() + "» (" + type.GetSubtypeNameTranslated() +
+                    ") не может находиться здесь. Перенесите или удалите "
+                    "его.");
     }
 
     const ConfigNode &m_node;

@@ -2,6 +2,8 @@
 
 #include "nodes/model/KindTable.h"
 #include "nodes/model/links/LinkCycles.h"
+#include "nodes/model/validation/FindingCode.h"
+#include "nodes/serial/ElementPath.h"
 #include "nodes/serial/PropertyHelp.h"
 #include "nodes/serial/UnknownNode.h"
 #include "nodes/serial/XmlText.h"
@@ -28,21 +30,11 @@ std::string quoted(std::string_view text)
     return "«" + part + (part.size() < text.size() ? "…»" : "»");
 }
 
-std::string pathPart(const std::string &kind, const std::string &name)
-{
-    return name.empty() ? kind : kind + "[" + name + "]";
-}
-
-std::string join(const std::string &above, const std::string &below)
-{
-    return below.empty() ? above : above + "/" + below;
-}
-
 std::string pathOf(const pugi::xml_node &element)
 {
     std::string path;
     for (pugi::xml_node at = element; at.type() == pugi::node_element; at = at.parent())
-        path = join(pathPart(at.name(), at.attribute("name").value()), path);
+        path = ElementPath::Join(at.name(), at.attribute("name").value(), path);
     return path;
 }
 
@@ -52,17 +44,9 @@ std::string driverAround(pugi::xml_node element)
     for (; element.type() == pugi::node_element; element = element.parent()) {
         const KindInfo *kind = KindTable::Instance().FindByKey(element.name());
         if (kind && kind->type.GetFamily() == NodeType::TypeDriver)
-            return pathPart(element.name(), element.attribute("name").value());
+            return ElementPath::Join(element.name(), element.attribute("name").value(), {});
     }
     return {};
-}
-
-std::string pathOf(const ConfigNode &node)
-{
-    std::string path;
-    for (const ConfigNode *at = &node; at; at = at->GetParent())
-        path = join(pathPart(at->GetKind()->key, at->GetName()), path);
-    return path;
 }
 
 } // namespace
@@ -73,15 +57,16 @@ ElementReader::ElementReader(const XmlSource &source, const ElementScan &scan,
 {
 }
 
-void ElementReader::Report(LoadMessage::SeverityType severity, const pugi::xml_node &place,
-                           std::string text) const
+void ElementReader::Report(LoadMessage::SeverityType severity, const char *code,
+                           const pugi::xml_node &place, std::string text) const
 {
     // Finding the name passes all attributes: not anew for each of a hundred thousand wrong ones.
     if (place != m_place) {
         m_place = place;
         m_path = pathOf(place);
     }
-    m_report.Add({severity, m_file, m_source.LineOf(place), m_path, std::move(text)});
+    m_report.Add({severity, m_file, m_source.LineOf(place), m_path, std::move(text),
+                  ParseNodeId(place.attribute("id").value()).value_or(0), code});
 }
 
 bool ElementReader::isStopped()
@@ -113,11 +98,11 @@ unsigned long ElementReader::idOf(const pugi::xml_node &element)
     const unsigned long fresh = m_project.NewId();
     const std::string given = "; узлу присвоен номер " + std::to_string(fresh);
     if (!id)
-        Report(LoadMessage::Error, element,
+        Report(LoadMessage::Error, FindingCode::NoId, element,
                text.empty() ? "нет атрибута id" + given
                             : "id=" + quoted(text) + " — ожидается целое число больше 0" + given);
     else
-        Report(LoadMessage::Error, element,
+        Report(LoadMessage::Error, FindingCode::RepeatedId, element,
                "номер id=" + std::to_string(*id) + " уже занят узлом в строке " +
                    std::to_string(m_source.LineAt(*earlier)) + " (этот узел — в строке " +
                    std::to_string(m_source.LineOf(element)) + ")" + given +
@@ -158,7 +143,7 @@ std::unique_ptr<ConfigNode> ElementReader::readUnknown(const pugi::xml_node &ele
     static_cast<UnknownNode &>(*node).SetXml(PrintXml(element, pugi::format_raw));
     if (m_mode == KeepIds)
         m_places.push_back({node.get(), m_source.LineOf(element)});
-    Report(LoadMessage::Warning, element,
+    Report(LoadMessage::Warning, FindingCode::UnknownKind, element,
            "неизвестный вид узла " + quoted(element.name()) +
                "; он сохраняется без изменений, но не работает");
     return node;
@@ -187,7 +172,7 @@ void ElementReader::readText(std::string_view text, const pugi::xml_node &elemen
     if (first == std::string_view::npos)
         return;
     text = text.substr(first, text.find_last_not_of(blanks) - first + 1);
-    Report(LoadMessage::Warning, element,
+    Report(LoadMessage::Warning, FindingCode::IdleText, element,
            "текст " + quoted(text) + " внутри элемента не используется");
     all.append(all.empty() ? "" : "\n").append(text);
 }
@@ -200,7 +185,7 @@ void ElementReader::readChild(const pugi::xml_node &child, const pugi::xml_node 
     } else if (std::unique_ptr<ConfigNode> made = Read(child)) {
         const NodeType type = made->GetNodeType();
         if (type.GetSubtype() != NodeType::SubtypeUnknown && !node.GetKind()->AllowsChild(type))
-            Report(LoadMessage::Error, child,
+            Report(LoadMessage::Error, FindingCode::Misplaced, child,
                    "узел вида " + quoted(child.name()) + " не может находиться внутри " +
                        quoted(element.name()) + "; он сохранён, перенесите или удалите его");
         else
@@ -217,7 +202,7 @@ void ElementReader::checkDriver(const ConfigNode &made, const pugi::xml_node &ch
         return;
     const std::string outer = driverAround(element);
     if (!outer.empty())
-        Report(LoadMessage::Error, child,
+        Report(LoadMessage::Error, FindingCode::NestedDriver, child,
                "драйвер стоит внутри драйвера " + quoted(outer) +
                    "; он работает сам по себе, перенесите его на уровень станции");
 }
@@ -227,7 +212,7 @@ bool ElementReader::isRepeated(const pugi::xml_node &element, std::string_view k
                                std::string_view value, bool wasSeen) const
 {
     if (wasSeen)
-        Report(LoadMessage::Error, element,
+        Report(LoadMessage::Error, FindingCode::RepeatedAttribute, element,
                "атрибут " + quoted(key) + " указан повторно; значение " + quoted(value) +
                    " отброшено");
     return wasSeen;
@@ -282,7 +267,7 @@ void ElementReader::readProperty(const pugi::xml_node &element, ConfigNode &node
     if (!d) {
         if (isRepeated(element, key, value, !m_seenForeign.insert(key).second))
             return;
-        Report(LoadMessage::Warning, element,
+        Report(LoadMessage::Warning, FindingCode::UnknownAttribute, element,
                "неизвестный атрибут " + quoted(key) + "=" + quoted(value) +
                    "; он сохраняется, но не действует");
         node.AddForeignAttribute(std::string(key), std::string(value));
@@ -294,15 +279,16 @@ void ElementReader::readProperty(const pugi::xml_node &element, ConfigNode &node
     m_seen[index] = true;
     if (d->binding.parse(*d, node, value))
         return;
-    Report(LoadMessage::Error, element,
+    Report(LoadMessage::Error, FindingCode::BadValue, element,
            quoted(key) + "=" + quoted(value) + " — ожидается " + DescribeExpected(*d) +
                "; действует значение по умолчанию " + quoted(d->defaultText));
     node.AddForeignAttribute(std::string(key), std::string(value));
 }
 
-void ElementReader::reportNode(const Place &place, std::string text) const
+void ElementReader::reportNode(const Place &place, const char *code, std::string text) const
 {
-    m_report.Add({LoadMessage::Error, m_file, place.line, pathOf(*place.node), std::move(text)});
+    m_report.Add({LoadMessage::Error, m_file, place.line, ElementPath::Of(*place.node),
+                  std::move(text), place.node->GetId(), code});
 }
 
 void ElementReader::checkDangling() const
@@ -311,10 +297,11 @@ void ElementReader::checkDangling() const
         const KindInfo &kind = *place.node->GetKind();
         VisitLinks(*place.node, kind, [&](const PropertyDescriptor &d, const NodeLink &link) {
             if (!m_project.FindNode(link.GetNodeId()))
-                reportNode(place, quoted(d.key) + " ссылается на узел " +
-                                      std::to_string(link.GetNodeId()) +
-                                      ", которого нет в проекте; выберите другой узел или "
-                                      "очистите свойство");
+                reportNode(place, FindingCode::NoTarget,
+                           quoted(d.key) + " ссылается на узел " +
+                               std::to_string(link.GetNodeId()) +
+                               ", которого нет в проекте; выберите другой узел или очистите "
+                               "свойство");
         });
     }
 }
@@ -329,7 +316,7 @@ void ElementReader::checkCycles() const
         return;
     const auto places = indexPlaces();
     for (const LinkCycle &cycle : cycles)
-        reportNode(*places.at(cycle.node),
+        reportNode(*places.at(cycle.node), FindingCode::LinkCycle,
                    quoted(cycle.property->key) + " ссылается на узел " +
                        std::to_string(cycle.target->GetId()) +
                        ", который сам ведёт обратно; разорвите кольцо ссылок");
@@ -346,7 +333,7 @@ void ElementReader::checkWhole() const
         return;
     const auto places = indexPlaces();
     for (const ProjectFinding &finding : findings)
-        reportNode(*places.at(finding.node), finding.text);
+        reportNode(*places.at(finding.node), FindingCode::WholeProject, finding.text);
 }
 
 std::unordered_map<const ConfigNode *, const ElementReader::Place *>
@@ -356,6 +343,12 @@ ElementReader::indexPlaces() const
     for (const Place &place : m_places)
         places.emplace(place.node, &place);
     return places;
+}
+
+void ElementReader::TakeLines(std::unordered_map<unsigned long, int> &lines) const
+{
+    for (const Place &place : m_places)
+        lines.emplace(place.node->GetId(), place.line);
 }
 
 void ElementReader::CheckProject()

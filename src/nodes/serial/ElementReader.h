@@ -39,8 +39,11 @@ public:
     const std::optional<XmlFault> &GetFault() const { return m_fault; }
     /// Ids in the text and those given instead, in FreshIds mode.
     const IdMap &GetIds() const { return m_ids; }
-    void Report(LoadMessage::SeverityType severity, const pugi::xml_node &place,
+    /// `code`: see FindingCode.
+    void Report(LoadMessage::SeverityType severity, const char *code, const pugi::xml_node &place,
                 std::string text) const;
+    /// Adds the line of every node that was read, by its id.
+    void TakeLines(std::unordered_map<unsigned long, int> &lines) const;
 
 private:
     struct Place
@@ -53,7 +56,7 @@ private:
     void checkCycles() const;
     void checkWhole() const;
     std::unordered_map<const ConfigNode *, const Place *> indexPlaces() const;
-    void reportNode(const Place &place, std::string text) const;
+    void reportNode(const Place &place, const char *code, std::string text) const;
     std::unique_ptr<ConfigNode> readUnknown(const pugi::xml_node &element);
     void checkDriver(const ConfigNode &made, const pugi::xml_node &child,
                      const pugi::xml_node &element) const;

@@ -2,7 +2,9 @@
 
 #include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/validation/FindingCode.h"
 #include "nodes/serial/ElementReader.h"
+#include "nodes/serial/XmlText.h"
 #include "nodes/values/NumberText.h"
 #include "nodes/values/Uuid.h"
 
@@ -23,14 +25,14 @@ void readIdentity(const pugi::xml_node &root, ElementReader &reader, NodesCollec
     const std::string uuid = root.attribute("uuid").value();
     project.SetUuid(IsUuid(uuid) ? uuid : UuidOfName(root.attribute("name").value()));
     if (!uuid.empty() && !IsUuid(uuid))
-        reader.Report(LoadMessage::Error, root,
+        reader.Report(LoadMessage::Error, FindingCode::BadIdentity, root,
                       "uuid=«" + uuid + "» — ожидается UUID; действует " + project.GetUuid() +
                           ", записи прежнего проекта с ним не связаны");
     const pugi::xml_attribute last = root.attribute("lastId");
     if (const auto id = ParseNodeId(last.value()))
         project.ReserveIds(*id);
     else if (last)
-        reader.Report(LoadMessage::Error, root,
+        reader.Report(LoadMessage::Error, FindingCode::BadIdentity, root,
                       std::string("lastId=«") + last.value() +
                           "» — ожидается целое число больше 0; номера удалённых узлов могут "
                           "повториться");
@@ -38,9 +40,18 @@ void readIdentity(const pugi::xml_node &root, ElementReader &reader, NodesCollec
 
 } // namespace
 
+std::string ProjectReader::FileOf(const std::string &fileOrDirectory)
+{
+    std::error_code error;
+    return fs::is_directory(fileOrDirectory, error)
+               ? (fs::path(fileOrDirectory) / "project.xml").string()
+               : fileOrDirectory;
+}
+
 Result ProjectReader::fail(const XmlFault &fault)
 {
-    m_report.Add({LoadMessage::Fatal, m_file, fault.line, {}, fault.russian});
+    m_report.Add(
+        {LoadMessage::Fatal, m_file, fault.line, {}, fault.russian, 0, FindingCode::Unreadable});
     const std::string place = fault.line > 0 ? ":" + std::to_string(fault.line) : std::string();
     return Result(fault.type, m_file + place + ": " + fault.english);
 }
@@ -114,7 +125,14 @@ Result ProjectReader::checkFormat(const XmlSource &source)
     if (!format || *format < 1)
         return fail({Result::ParseError, line, "format=\"" + text + "\" is no format number",
                      "нет номера формата: format=«" + text + "», ожидается целое число от 1"});
-    if (*format > Format)
+    m_isNewer = *format > Format;
+    if (m_isNewer && m_isLenient)
+        m_report.Add({LoadMessage::Error, m_file, line, name,
+                      "формат " + text + " новее поддерживаемого (" + std::to_string(Format) +
+                          "): проект можно только смотреть, непонятное не показано; чтобы "
+                          "изменять его, обновите программу",
+                      0, FindingCode::NewerFormat});
+    else if (m_isNewer)
         return fail({Result::ParseError, line,
                      "format " + text + " is newer than " + std::to_string(Format),
                      "формат " + text + " новее поддерживаемого (" + std::to_string(Format) +
@@ -139,7 +157,7 @@ Result ProjectReader::build(const XmlSource &source, std::unique_ptr<NodesCollec
     reader.SetProgress(m_progress);
     reader.SetAttributeLimit(m_limits.attributeLength);
     if (source.HasDoctype())
-        reader.Report(LoadMessage::Warning, source.GetRoot(),
+        reader.Report(LoadMessage::Warning, FindingCode::Doctype, source.GetRoot(),
                       "объявление DOCTYPE отброшено, сущности не раскрываются");
     readIdentity(source.GetRoot(), reader, *fresh);
     std::unique_ptr<ConfigNode> root = reader.Read(source.GetRoot());
@@ -149,6 +167,12 @@ Result ProjectReader::build(const XmlSource &source, std::unique_ptr<NodesCollec
     if (!installed)
         return fail({installed.GetType(), 0, installed.GetDetail(), "повтор номера узла"});
     reader.CheckProject();
+    if (m_lines)
+        reader.TakeLines(*m_lines);
+    // Nobody may save what was understood in part over what was written in full.
+    if (m_isNewer)
+        fresh->GetRoot()->AddForeignAttribute(NewerFormatKey,
+                                              source.GetRoot().attribute("format").value());
     if (m_progress)
         m_progress->SetDone(scan.GetCount());
     project = std::move(fresh);

@@ -80,6 +80,11 @@ Result ProjectWriter::WriteFile(const NodesCollection &project, const std::strin
 {
     if (!project.GetRoot())
         return Result(Result::InvalidArgument, path + ": the project has no root");
+    for (const auto &[key, value] : project.GetRoot()->GetForeignAttributes()) {
+        if (key == NewerFormatKey)
+            return Result(Result::ReadOnly, path + ": the project is of format " + value +
+                                                ", which only a newer program can save");
+    }
     pugi::xml_document document;
     fill(document, project);
     LimitCheck check;

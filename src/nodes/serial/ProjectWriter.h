@@ -17,8 +17,8 @@ public:
     /// Text of the file; "" for a project without a root.
     static std::string ToText(const NodesCollection &project);
     /// Replaces the file at once or not at all; the previous version stays as "<path>.bak".
-    /// StorageError names the step and the reason, LimitExceeded what no reader would take; the
-    /// old file is then untouched.
+    /// StorageError names the step and the reason, LimitExceeded what no reader would take,
+    /// ReadOnly a project that was read from a newer format; the old file is then untouched.
     [[nodiscard]] static Result WriteFile(const NodesCollection &project, const std::string &path);
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
 #include "nodes/model/properties/PropertyDescriptor.h"
 
 #include <string>
@@ -7,6 +8,6 @@
 namespace Nodes {
 
 /// Russian words for what a property's text must look like: type, range, admissible words.
-std::string DescribeExpected(const PropertyDescriptor &descriptor);
+NODES_EXPORT std::string DescribeExpected(const PropertyDescriptor &descriptor);
 
 } // namespace Nodes

@@ -1,6 +1,7 @@
 #include "nodes/serial/UnknownNode.h"
 
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/validation/FindingCode.h"
 #include "nodes/model/validation/ValidationResults.h"
 
 namespace Nodes {
@@ -16,7 +17,8 @@ void UnknownNode::Validate(ValidationResults &results) const
 {
     results.Add(GetNodeLink(), Result(this, Result::NotAvailable),
                 GetPath() + ": элемент неизвестного вида. Он сохраняется в файле без изменений, но "
-                            "не работает; обновите программу или удалите его.");
+                            "не работает; обновите программу или удалите его.",
+                FindingCode::UnknownKind);
 }
 
 } // namespace Nodes

@@ -88,7 +88,7 @@ void writeForeign(const ConfigNode &node, pugi::xml_node element)
             element.append_child(pugi::node_comment).set_value(wellFormed(value).c_str());
         else if (key == TextKey)
             element.append_child(pugi::node_pcdata).set_value(wellFormed(value).c_str());
-        else if (taken.insert(key).second)
+        else if (key != NewerFormatKey && taken.insert(key).second)
             setAttribute(element, key.c_str(), value);
     }
 }

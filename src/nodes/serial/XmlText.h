@@ -11,6 +11,8 @@ class ConfigNode;
 /// Foreign attributes under these keys are no attributes in the file: no attribute is named so.
 constexpr const char *CommentKey = "#comment";
 constexpr const char *TextKey = "#text";
+/// On the root of a project that a newer program wrote: its format.
+constexpr const char *NewerFormatKey = "#newer-format";
 
 /// Whether a foreign attribute may have that key: it is written as an attribute's name.
 bool IsForeignKey(const std::string &key);

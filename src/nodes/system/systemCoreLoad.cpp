@@ -2,8 +2,6 @@
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/system/systemCore.h"
 
-#include <filesystem>
-
 namespace Nodes {
 
 Result systemCore::LoadConfig()
@@ -20,10 +18,7 @@ Result systemCore::LoadConfig(const std::string &path)
 
 Result systemCore::LoadProject(const std::string &path)
 {
-    std::error_code error;
-    const bool isDirectory = std::filesystem::is_directory(path, error);
-    const std::string file =
-        isDirectory ? (std::filesystem::path(path) / "project.xml").string() : path;
+    const std::string file = ProjectReader::FileOf(path);
     ProjectReader reader;
     std::unique_ptr<NodesCollection> project;
     const Result read = reader.ReadFile(file, project);

@@ -19,6 +19,7 @@ constexpr const char *faulty = R"(
     <label id="12" name="Расход" signal="14"/>
     <label id="13" name="Расход" signal="14"/>
 </window>
+<frame id="16" name="Экран" windows="10"/>
 <folder id="15" name="Сигналы"><memorySignal id="14" name="Значение" type="double"/></folder>)";
 
 } // namespace
@@ -75,6 +76,7 @@ private slots:
         connect(&check, &ProblemsCheck::found, &check,
                 [&found](const std::vector<Problem> &problems) { found += problems.size(); });
         check.start(&project->core);
+        QVERIFY(project->node(1)->RemoveNode(16)); // its link would lead nowhere
         QVERIFY(project->node(1)->RemoveNode(10));
         QTRY_COMPARE(finished.size(), 1);
         QCOMPARE(found, std::size_t(0));

@@ -10,9 +10,10 @@ namespace Nodes {
 class ValidationResults
 {
 public:
-    void Add(const NodeLink &node, Result result, std::string message)
+    /// A result with the key of a property as its detail says which one to mend.
+    void Add(const NodeLink &node, Result result, std::string message, const char *code = nullptr)
     {
-        m_messages.emplace_back(node, std::move(result), std::move(message));
+        m_messages.emplace_back(node, std::move(result), std::move(message), code);
     }
     bool empty() const { return m_messages.empty(); }
     std::size_t size() const { return m_messages.size(); }

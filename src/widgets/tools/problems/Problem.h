@@ -5,8 +5,8 @@
 #include <QString>
 
 namespace Nodes {
-struct LoadMessage;
-class ValidationMessage;
+class NodesCollection;
+struct ProjectProblem;
 } // namespace Nodes
 
 namespace Widgets {
@@ -19,13 +19,18 @@ struct Problem
         Remark ///< it works, but somebody should look at it
     };
 
-    static Problem of(const Nodes::ValidationMessage &message);
-    static Problem of(const Nodes::LoadMessage &message);
+    /// `project`: the one it was found in.
+    static Problem of(const Nodes::ProjectProblem &found, const Nodes::NodesCollection *project);
 
     enSeverity severity = Error;
     Nodes::NodeLink node; ///< empty where none is concerned, or it could not be made
     QString place;        ///< path of the node, or the line of the file
     QString text;         ///< Russian: what is wrong and what to do
+
+    bool operator==(const Problem &o) const
+    {
+        return severity == o.severity && node == o.node && place == o.place && text == o.text;
+    }
 };
 
 } // namespace Widgets

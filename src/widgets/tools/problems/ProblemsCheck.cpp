@@ -1,18 +1,14 @@
 #include "widgets/tools/problems/ProblemsCheck.h"
 
-#include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/model/validation/ValidationResults.h"
-#include "nodes/serial/LoadReport.h"
+#include "nodes/project/ProjectCheck.h"
 #include "nodes/system/systemCore.h"
-
-#include <QElapsedTimer>
 
 namespace Widgets {
 
 namespace {
 
-constexpr int sliceLength = 8; // ms, half a frame
+constexpr std::chrono::milliseconds sliceLength(8); // half a frame
 
 } // namespace
 
@@ -21,45 +17,46 @@ ProblemsCheck::ProblemsCheck(QObject *parent) : QObject(parent)
     connect(&m_timer, &QTimer::timeout, this, &ProblemsCheck::work);
 }
 
+ProblemsCheck::~ProblemsCheck() = default;
+
 void ProblemsCheck::start(const Nodes::systemCore *core)
 {
-    m_nodes.clear();
-    m_next = 0;
     const Nodes::NodesCollection *project = core ? core->GetNodesCollection() : nullptr;
-    const Nodes::ConfigNode *root = project ? project->GetRoot() : nullptr;
-    std::vector<Problem> problems;
-    if (core) {
-        for (const Nodes::LoadMessage &message : core->GetLoadReport().GetMessages())
-            problems.push_back(Problem::of(message));
-    }
-    if (root) {
-        m_nodes = root->GetNodes(true);
-        m_nodes.insert(m_nodes.begin(), root->GetNodeLink());
-    }
-    if (!problems.empty())
-        emit found(problems);
+    m_project = project ? project->GetToken() : 0;
+    m_told = 0;
+    m_check = project ? std::make_unique<Nodes::ProjectCheck>(*project) : nullptr;
+    if (m_check)
+        m_check->AddReading(core->GetLoadReport());
     m_timer.start(0);
+}
+
+bool ProblemsCheck::isProjectThere() const
+{
+    return m_check && Nodes::NodesCollection::FromToken(m_project);
 }
 
 void ProblemsCheck::work()
 {
-    QElapsedTimer elapsed;
-    elapsed.start();
-    Nodes::ValidationResults results;
-    for (; m_next < m_nodes.size() && elapsed.elapsed() < sliceLength; ++m_next) {
-        if (const Nodes::ConfigNode *node = m_nodes[m_next].GetNode())
-            node->Validate(results);
+    if (!isProjectThere()) {
+        m_timer.stop();
+        m_check.reset();
+        emit finished();
+        return;
     }
+    const bool goesOn = m_check->Work(sliceLength);
+    const auto &all = m_check->GetProblems();
     std::vector<Problem> problems;
-    for (const Nodes::ValidationMessage &message : results)
-        problems.push_back(Problem::of(message));
+    for (; m_told < all.size(); ++m_told)
+        problems.push_back(Problem::of(all[m_told], Nodes::NodesCollection::FromToken(m_project)));
+    const int done = int(m_check->GetDone());
+    const int count = int(m_check->GetCount());
+    if (!goesOn)
+        m_timer.stop();
     if (!problems.empty())
         emit found(problems);
-    emit progressed(int(m_next), int(m_nodes.size()));
-    if (m_next < m_nodes.size())
-        return;
-    m_timer.stop();
-    emit finished();
+    emit progressed(done, count);
+    if (!goesOn)
+        emit finished();
 }
 
 } // namespace Widgets

@@ -6,11 +6,13 @@
 #include <QObject>
 #include <QTimer>
 
+#include <memory>
 #include <vector>
 
 namespace Nodes {
+class ProjectCheck;
 class systemCore;
-}
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -22,6 +24,7 @@ class WIDGETS_EXPORT ProblemsCheck : public QObject
 
 public:
     explicit ProblemsCheck(QObject *parent = nullptr);
+    ~ProblemsCheck() override;
 
     /// Begins anew: first come the findings of loading. The core outlives the check; null: none.
     void start(const Nodes::systemCore *core);
@@ -30,15 +33,18 @@ public:
 
 signals:
     void found(const std::vector<Widgets::Problem> &problems);
-    /// Nodes that were looked at, and how many there are.
+    /// Nodes and rules that were looked at, and how many there are.
     void progressed(int done, int count);
     void finished();
 
 private:
     void work();
 
-    Nodes::NodeLinks m_nodes;
-    std::size_t m_next = 0;
+    bool isProjectThere() const;
+
+    std::unique_ptr<Nodes::ProjectCheck> m_check;
+    unsigned long m_project = 0; // its token
+    std::size_t m_told = 0;      // problems
     QTimer m_timer;
 };
 

@@ -2,6 +2,12 @@
 
 #include "utils/convert/PlainTip.h"
 
+#include <QHash>
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
 namespace Widgets {
 
 namespace {
@@ -44,6 +50,40 @@ void ProblemsModel::append(const std::vector<Problem> &problems)
     for (const Problem &problem : problems)
         ++m_counts[problem.severity];
     endInsertRows();
+}
+
+void ProblemsModel::replace(const std::vector<Problem> &problems)
+{
+    std::unordered_multimap<uint, const Problem *> wanted;
+    const auto keyOf = [](const Problem &problem) { return qHash(problem.place + problem.text); };
+    for (const Problem &problem : problems)
+        wanted.emplace(keyOf(problem), &problem);
+    for (int row = int(m_problems.size()) - 1; row >= 0; --row) {
+        const auto [begin, end] = wanted.equal_range(keyOf(problem(row)));
+        const auto same = std::find_if(
+            begin, end, [&](const auto &entry) { return *entry.second == problem(row); });
+        if (same == end)
+            remove(row);
+        else
+            wanted.erase(same);
+    }
+    std::unordered_set<const Problem *> fresh;
+    for (const auto &[key, problem] : wanted)
+        fresh.insert(problem);
+    std::vector<Problem> added;
+    for (const Problem &problem : problems) {
+        if (fresh.count(&problem) != 0)
+            added.push_back(problem);
+    }
+    append(added);
+}
+
+void ProblemsModel::remove(int row)
+{
+    beginRemoveRows({}, row, row);
+    --m_counts[problem(row).severity];
+    m_problems.erase(m_problems.begin() + row);
+    endRemoveRows();
 }
 
 int ProblemsModel::rowCount(const QModelIndex &parent) const

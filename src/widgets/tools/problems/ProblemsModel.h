@@ -25,6 +25,8 @@ public:
 
     void clear();
     void append(const std::vector<Problem> &problems);
+    /// Rows that are in both stay, so that what is selected stays too.
+    void replace(const std::vector<Problem> &problems);
     const Problem &problem(int row) const { return m_problems[std::size_t(row)]; }
     int count(Problem::enSeverity severity) const { return m_counts[severity]; }
 
@@ -35,6 +37,8 @@ public:
                         int role = Qt::DisplayRole) const override;
 
 private:
+    void remove(int row);
+
     std::vector<Problem> m_problems;
     int m_counts[2] = {};
 };

@@ -1,13 +1,13 @@
 #include "widgets/tools/problems/ProblemsView.h"
 
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/tools/problems/ProblemsFilter.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -23,17 +23,13 @@ constexpr int placeWidth = 360;
 ProblemsView::ProblemsView(QWidget *parent)
     : QWidget(parent),
       m_model(new ProblemsModel(this)),
-      m_rows(new QSortFilterProxyModel(this)),
+      m_rows(new ProblemsFilter(this)),
       m_table(new QTableView(this)),
       m_search(new QLineEdit(this)),
       m_summary(new QLabel(this)),
       m_again(new QPushButton(QStringLiteral("Проверить снова"), this))
 {
     m_rows->setSourceModel(m_model);
-    m_rows->setSortRole(ProblemsModel::SortRole);
-    m_rows->setSortLocaleAware(true);
-    m_rows->setFilterRole(ProblemsModel::FilterRole);
-    m_rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_search->setPlaceholderText(QStringLiteral("Найти"));
     m_search->setClearButtonEnabled(true);
     m_search->setMinimumHeight(TouchSize);
@@ -46,14 +42,16 @@ ProblemsView::ProblemsView(QWidget *parent)
     auto *top = new QHBoxLayout;
     layout->setContentsMargins(0, 0, 0, 0);
     top->addWidget(m_summary, 1);
+    for (const auto severity : {Problem::Error, Problem::Remark})
+        top->addWidget(makeFilter(severity));
     top->addWidget(m_search, 1);
     top->addWidget(m_again);
     layout->addLayout(top);
     layout->addWidget(m_table, 1);
-    connect(m_search, &QLineEdit::textChanged, m_rows,
-            &QSortFilterProxyModel::setFilterFixedString);
+    connect(m_search, &QLineEdit::textChanged, m_rows, &ProblemsFilter::setFilterFixedString);
     connect(m_again, &QPushButton::clicked, this, [this] { check(m_core); });
-    connect(&m_check, &ProblemsCheck::found, m_model, &ProblemsModel::append);
+    connect(&m_check, &ProblemsCheck::found, this, &ProblemsView::take);
+    connect(&m_check, &ProblemsCheck::finished, this, &ProblemsView::finish);
     connect(&m_check, &ProblemsCheck::progressed, this, &ProblemsView::tellProgress);
 }
 
@@ -79,27 +77,78 @@ void ProblemsView::buildTable()
 
 void ProblemsView::check(const Nodes::systemCore *core)
 {
-    m_core = core;
     m_model->clear();
+    m_summary->setText(QStringLiteral("Идёт проверка…"));
+    checkAgain(core);
+    m_isReplacing = false;
+}
+
+void ProblemsView::checkAgain(const Nodes::systemCore *core)
+{
+    m_core = core;
+    m_isReplacing = true;
+    m_found.clear();
     m_again->setEnabled(false);
     m_check.start(core);
 }
 
-void ProblemsView::tellProgress(int done, int count)
+QPushButton *ProblemsView::makeFilter(Problem::enSeverity severity)
 {
-    const bool isDone = done >= count;
+    auto *button = new QPushButton(this);
+    button->setCheckable(true);
+    button->setChecked(true);
+    button->setAutoDefault(false);
+    button->setToolTip(severity == Problem::Error ? QStringLiteral("Показывать ошибки")
+                                                  : QStringLiteral("Показывать замечания"));
+    MakeTouchable(*button);
+    connect(button, &QPushButton::toggled, m_rows,
+            [this, severity](bool isShown) { m_rows->setShown(severity, isShown); });
+    m_filters[severity] = button;
+    return button;
+}
+
+void ProblemsView::setShown(Problem::enSeverity severity, bool isShown)
+{
+    m_filters[severity]->setChecked(isShown);
+}
+
+void ProblemsView::take(const std::vector<Problem> &problems)
+{
+    if (m_isReplacing)
+        m_found.insert(m_found.end(), problems.begin(), problems.end());
+    else
+        m_model->append(problems);
+}
+
+void ProblemsView::finish()
+{
+    if (m_isReplacing)
+        m_model->replace(m_found);
+    m_found.clear();
+    m_isReplacing = false;
+    m_again->setEnabled(true);
+    tellCounts();
+    m_table->resizeRowsToContents();
+}
+
+void ProblemsView::tellCounts()
+{
     const int errors = m_model->count(Problem::Error);
     const int remarks = m_model->count(Problem::Remark);
-    const QString found =
-        errors + remarks == 0
-            ? QStringLiteral("Проблем не найдено")
-            : QStringLiteral("Ошибок: %1, замечаний: %2").arg(errors).arg(remarks);
-    m_summary->setText(isDone ? found
-                              : QStringLiteral("Проверено узлов: %1 из %2. ").arg(done).arg(count) +
-                                    found);
-    m_again->setEnabled(isDone);
-    if (isDone)
-        m_table->resizeRowsToContents();
+    m_filters[Problem::Error]->setText(QStringLiteral("✕ Ошибки: %L1").arg(errors));
+    m_filters[Problem::Remark]->setText(QStringLiteral("○ Замечания: %L1").arg(remarks));
+    m_summary->setText(errors + remarks == 0
+                           ? QStringLiteral("Проблем не найдено")
+                           : QStringLiteral("Ошибок: %1, замечаний: %2").arg(errors).arg(remarks));
+}
+
+void ProblemsView::tellProgress(int done, int count)
+{
+    if (done >= count || m_isReplacing)
+        return;
+    tellCounts();
+    m_summary->setText(QStringLiteral("Проверено узлов: %1 из %2. ").arg(done).arg(count) +
+                       m_summary->text());
 }
 
 QString ProblemsView::summary() const

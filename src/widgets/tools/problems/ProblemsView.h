@@ -9,10 +9,11 @@
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QSortFilterProxyModel;
 class QTableView;
 
 namespace Widgets {
+
+class ProblemsFilter;
 
 /// The problems of a project in a table that is searched and sorted; a double click or Enter leads
 /// to the node. GUI thread.
@@ -25,6 +26,10 @@ public:
 
     /// Checks the project anew. The core outlives the view.
     void check(const Nodes::systemCore *core);
+    /// Checks the project once more; what was found before stays on the screen until that is done.
+    void checkAgain(const Nodes::systemCore *core);
+    /// Which rows are shown.
+    void setShown(Problem::enSeverity severity, bool isShown);
     const ProblemsModel &model() const { return *m_model; }
     QTableView &table() const { return *m_table; }
     /// What was found and how far the check is, in Russian.
@@ -37,16 +42,23 @@ signals:
 private:
     void buildTable();
     void onActivated(const QModelIndex &index);
+    void take(const std::vector<Problem> &problems);
     void tellProgress(int done, int count);
+    void finish();
+    void tellCounts();
+    QPushButton *makeFilter(Problem::enSeverity severity);
 
     const Nodes::systemCore *m_core = nullptr;
     ProblemsCheck m_check;
     ProblemsModel *m_model;
-    QSortFilterProxyModel *m_rows;
+    ProblemsFilter *m_rows;
     QTableView *m_table;
     QLineEdit *m_search;
     QLabel *m_summary;
     QPushButton *m_again;
+    QPushButton *m_filters[2] = {};
+    bool m_isReplacing = false; // what is found takes the place of the rows when all is found
+    std::vector<Problem> m_found;
 };
 
 } // namespace Widgets

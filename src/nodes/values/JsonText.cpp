@@ -1,11 +1,11 @@
-#include "apps/records/JsonText.h"
+#include "nodes/values/JsonText.h"
 
 #include <array>
 #include <cstdio>
 
-namespace Records {
+namespace Nodes {
 
-std::string JsonText::quoted(std::string_view text)
+std::string JsonText(std::string_view text)
 {
     std::string result = "\"";
     for (const char letter : text) {
@@ -23,4 +23,4 @@ std::string JsonText::quoted(std::string_view text)
     return result += '"';
 }
 
-} // namespace Records
+} // namespace Nodes
