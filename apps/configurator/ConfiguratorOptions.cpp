@@ -1,10 +1,40 @@
 #include "apps/configurator/ConfiguratorOptions.h"
 
 #include "apps/common/process/ProjectOptions.h"
+#include "apps/configurator/ProjectCommands.h"
 
 #include <CLI/CLI.hpp>
 
 namespace Configurator {
+
+void ConfiguratorOptions::declareCommands(CLI::App &app)
+{
+    CLI::Option *checking =
+        app.add_option("--check", check,
+                       "list what is wrong with a project as FILE:LINE: PATH: TEXT and exit: 0 no "
+                       "errors, 1 errors; needs no display")
+            ->type_name("PROJECT");
+    app.add_option("--diff", compared,
+                   "list what differs from project A to B and exit: 0 nothing, 1 something, 2 one "
+                   "of them cannot be read; needs no display")
+        ->expected(2)
+        ->type_name("A B")
+        ->excludes(checking);
+    app.add_option_function<std::string>(
+           "--format", [this](const std::string &word) { isJson = word == "json"; },
+           "of the list: text, or json, an object a line (default: text)")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->type_name("FORMAT");
+}
+
+std::optional<int> ConfiguratorOptions::runCommand() const
+{
+    if (!check.empty())
+        return ProjectCommands::check(check, isJson);
+    if (!compared.empty())
+        return ProjectCommands::diff(compared.front(), compared.back());
+    return std::nullopt;
+}
 
 std::optional<int> ConfiguratorOptions::parse(int argc, char **argv)
 {
@@ -23,12 +53,15 @@ std::optional<int> ConfiguratorOptions::parse(int argc, char **argv)
     app.add_option("--ui-map", uiMap,
                    "keep a list of the visible controls in this file, for scripts")
         ->type_name("FILE");
+    declareCommands(app);
     try {
         app.parse(argc, argv);
+        if (isJson && check.empty())
+            throw CLI::ValidationError("--format", "is for --check");
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? 0 : Host::ProjectOptions::UsageError;
     }
-    return std::nullopt;
+    return runCommand();
 }
 
 } // namespace Configurator

@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace Configurator {
 
 /// The command line.
@@ -18,8 +22,17 @@ struct ConfiguratorOptions
         defines;       ///< what ${NAME} stands for, here and in the station
     std::string uiMap; ///< file for UiMap; "" for none
 
-    /// Exit code when the program is done with that, as after --help; nothing to go on.
+    std::string check;                 ///< project to check; "" for none
+    std::vector<std::string> compared; ///< the two projects to compare; empty for none
+    bool isJson = false;               ///< what is found is listed for programs
+
+    /// Exit code when the program is done with that, as after --help and --check; nothing to go on.
     std::optional<int> parse(int argc, char **argv);
+
+private:
+    void declareCommands(CLI::App &app);
+    /// Nothing when no command is asked for.
+    std::optional<int> runCommand() const;
 };
 
 } // namespace Configurator

@@ -117,9 +117,14 @@ Nodes::Result ProjectSession::open(const QString &fileOrDirectory)
     const QString file = fileOf(fileOrDirectory);
     Nodes::ProjectReader reader;
     std::unique_ptr<Nodes::NodesCollection> project;
+    reader.SetLenient(true);
     const Nodes::Result read = reader.ReadFile(file.toStdString(), project);
-    if (read)
-        adopt(std::move(project), file, reader.GetReport());
+    if (!read)
+        return read;
+    adopt(std::move(project), file, reader.GetReport());
+    if (reader.IsNewer())
+        setReadOnly(tr("проект записан более новой программой и показан не полностью; обновите "
+                       "программу"));
     return read;
 }
 
@@ -190,7 +195,10 @@ Nodes::Result ProjectSession::saveAs(const QString &directory)
     if (!copied)
         return copied;
     const Nodes::Result written = Nodes::ProjectWriter::WriteFile(*project(), file.toStdString());
-    return written ? open(file) : written; // resources are looked for beside the new file
+    if (!written)
+        return written;
+    abandon();         // it is safe there
+    return open(file); // resources are looked for beside the new file
 }
 
 void ProjectSession::close()

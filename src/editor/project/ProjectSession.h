@@ -72,6 +72,8 @@ public:
     /// Saves into another directory, copies the resources there, and goes on with that one, with a
     /// history of its own. Duplicate when a project lies there.
     [[nodiscard]] Nodes::Result saveAs(const QString &directory);
+    /// The user has decided against what is unsaved, which stays until the project is closed.
+    void abandon() { emit abandoned(); }
     void close();
 
     /// Russian: what could not be done, why and what to do.
@@ -86,6 +88,7 @@ signals:
     /// Asked before a file is replaced; a slot that sets `why` to a failure keeps it from being so.
     void aboutToSave(Nodes::Result &why);
     void saved();
+    void abandoned();
     void modifiedChanged(bool isModified);
     void readOnlyChanged();
     /// A command was refused, or anything else that the user should read; Russian.

@@ -41,6 +41,7 @@ Utils::Configurator layoutSettings()
 MainWindow::MainWindow(const QString &station, const QStringList &stationOptions)
     : m_stationOptions(stationOptions),
       m_workspace(m_session, *this),
+      m_care(m_workspace, nullptr),
       m_files(new ProjectFiles(m_workspace, this)),
       m_run(new StationRun(m_workspace, station, this)),
       m_plant(new PlantCheck(this)),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/project/ProjectSession.h"
+#include "editor/recovery/ProjectCare.h"
 #include "editor/workspace/Workspace.h"
 
 #include <QMainWindow>
@@ -55,6 +56,7 @@ private:
     QStringList m_stationOptions;
     ProjectSession m_session;
     Workspace m_workspace;
+    ProjectCare m_care;
     ProjectFiles *m_files;
     StationRun *m_run;
     PlantCheck *m_plant;

@@ -151,7 +151,10 @@ bool ProjectFiles::mayLeave()
     box.exec();
     if (box.clickedButton() == keep)
         return save();
-    return box.clickedButton() == drop;
+    if (box.clickedButton() != drop)
+        return false;
+    m_workspace.session().abandon();
+    return true;
 }
 
 QStringList ProjectFiles::recent() const

@@ -1,5 +1,6 @@
 #include "editor/tables/PanelTable.h"
 
+#include "editor/problems/ProblemsPanel.h"
 #include "editor/properties/PropertyPanel.h"
 #include "editor/review/ReviewPanel.h"
 #include "editor/shell/HistoryPanel.h"
@@ -26,6 +27,7 @@ const QVector<PanelRow> &PanelTable()
         {"symbols", "Мнемосимволы", Qt::LeftDockWidgetArea, true, &make<SymbolPanel>},
         {"review", "Проверка экрана", Qt::BottomDockWidgetArea, false, &make<ReviewPanel>},
         {"instances", "Экземпляры шаблона", Qt::BottomDockWidgetArea, false, &make<InstancePanel>},
+        {"problems", "Проблемы", Qt::BottomDockWidgetArea, true, &make<ProblemsPanel>},
     };
     return rows;
 }

@@ -22,10 +22,11 @@ bool isWindow(const ConfigNode &node)
 bool isIdle(const ConfigNode &node)
 {
     const unsigned family = node.GetNodeType().GetFamily();
-    const bool isSubmenu =
-        node.GetParent() && node.GetNodeType() == node.GetParent()->GetNodeType();
+    // Items and submenus open with the menu around them.
+    const bool isInMenu =
+        node.GetParent() && node.GetParent()->GetNodeType().GetFamily() == NodeType::TypeMenu;
     return isWindow(node) || family == NodeType::TypeAction ||
-           (family == NodeType::TypeMenu && !isSubmenu); // which opens with the one around it
+           (family == NodeType::TypeMenu && !isInMenu);
 }
 
 /// Which windows, compositions, actions and menus name which others.

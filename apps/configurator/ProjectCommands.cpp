@@ -1,0 +1,70 @@
+#include "apps/configurator/ProjectCommands.h"
+
+#include "apps/common/process/ProjectOptions.h"
+
+#include "nodes/model/NodesCollection.h"
+#include "nodes/project/ProjectCheck.h"
+#include "nodes/project/ProjectDiff.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace Configurator {
+
+namespace {
+
+using Nodes::ProjectProblem;
+
+void put(std::FILE *stream, const std::string &line)
+{
+    std::fputs((line + "\n").c_str(), stream);
+}
+
+std::unique_ptr<Nodes::NodesCollection> read(const std::string &path)
+{
+    Nodes::ProjectReader reader;
+    reader.SetLenient(true);
+    std::unique_ptr<Nodes::NodesCollection> project;
+    if (reader.ReadFile(Nodes::ProjectReader::FileOf(path), project))
+        return project;
+    for (const Nodes::LoadMessage &message : reader.GetReport().GetMessages())
+        put(stderr, message.ToString());
+    return nullptr;
+}
+
+} // namespace
+
+int ProjectCommands::check(const std::string &project, bool isJson)
+{
+    std::vector<ProjectProblem> problems;
+    const Nodes::Result read = Nodes::ProjectCheck::OfFile(project, problems);
+    for (const ProjectProblem &problem : problems) {
+        const char *word = problem.severity == ProjectProblem::Error ? "ошибка" : "замечание";
+        put(stdout, isJson ? problem.ToJson()
+                           : problem.ToString() + " [" + word + ": " + problem.code + "]");
+    }
+    const auto errors = std::count_if(problems.begin(), problems.end(), [](const auto &problem) {
+        return problem.severity == ProjectProblem::Error;
+    });
+    if (!isJson && read)
+        put(stderr, "Ошибок: " + std::to_string(errors) +
+                        ", замечаний: " + std::to_string(problems.size() - std::size_t(errors)));
+    return read && errors == 0 ? 0 : 1;
+}
+
+int ProjectCommands::diff(const std::string &before, const std::string &after)
+{
+    const auto left = read(before);
+    const auto right = read(after);
+    if (!left || !right)
+        return Host::ProjectOptions::UsageError;
+    const Nodes::ProjectDiff found(*left, *right);
+    for (const Nodes::NodeDifference &difference : found.GetDifferences()) {
+        for (const std::string &line : difference.ToLines())
+            put(stdout, line);
+    }
+    put(stderr, found.GetSummary());
+    return found.isEmpty() ? 0 : 1;
+}
+
+} // namespace Configurator

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace Editor {
+
+class Workspace;
+
+/// Shows what differs from that file to the open project; tells why it cannot be read. Returns when
+/// the user has closed the comparison.
+void CompareWithFile(Workspace &workspace, const QString &file);
+/// The same with the project as it was saved.
+void CompareWithSaved(Workspace &workspace);
+/// The same with a file that the user chooses.
+void CompareByDialog(Workspace &workspace);
+
+} // namespace Editor

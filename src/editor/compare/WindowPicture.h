@@ -1,0 +1,41 @@
+#pragma once
+
+#include "nodes/values/NRect.h"
+
+#include <QColor>
+#include <QImage>
+#include <QString>
+
+#include <vector>
+
+namespace Nodes {
+class ConfigNode;
+class NodesCollection;
+} // namespace Nodes
+
+namespace Editor {
+
+/// A sign on a picture of a window.
+struct PictureMark
+{
+    Nodes::NRect place; ///< of an element, pixels of its window
+    QString sign;       ///< a letter or two: told apart without colour
+    QColor color;
+    bool isChosen = false;
+};
+
+/// Pictures of windows, compositions and templates as they look with nothing running, for looking
+/// at beside one another. GUI thread.
+namespace WindowPicture {
+
+/// What the node is shown in: itself or the nearest above; null when it is shown nowhere.
+const Nodes::ConfigNode *windowOf(const Nodes::ConfigNode *node);
+/// The counterpart of a window in the other project: by id, else by path; null when it has none.
+const Nodes::ConfigNode *counterpart(const Nodes::ConfigNode &window,
+                                     const Nodes::NodesCollection &other);
+/// Null when nothing can be shown.
+QImage render(const Nodes::ConfigNode &window, const std::vector<PictureMark> &marks);
+
+} // namespace WindowPicture
+
+} // namespace Editor

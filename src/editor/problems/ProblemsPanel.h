@@ -1,0 +1,38 @@
+#pragma once
+
+#include "nodes/values/Connection.h"
+#include "widgets/tools/problems/ProblemsView.h"
+
+#include <QTimer>
+#include <QWidget>
+
+namespace Editor {
+
+class Workspace;
+
+/// What is wrong with the open project, looked for again some time after each edit; a double click
+/// or Enter leads to the node. GUI thread.
+class ProblemsPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    ProblemsPanel(Workspace &workspace, QWidget *parent);
+
+    Widgets::ProblemsView &view() const { return *m_view; }
+    /// From the last edit to the next look, ms.
+    void setDelay(int milliseconds) { m_timer.setInterval(milliseconds); }
+
+private:
+    void begin();
+    void end();
+    void check();
+    void goTo(const Nodes::NodeLink &node);
+
+    Workspace &m_workspace;
+    Widgets::ProblemsView *m_view;
+    QTimer m_timer;
+    Nodes::ScopedConnection m_changes;
+};
+
+} // namespace Editor

@@ -1,0 +1,344 @@
+#include "editor/project/ProjectSession.h"
+#include "editor/recovery/AutoSave.h"
+#include "editor/recovery/FileGuard.h"
+#include "editor/recovery/HoldKeeper.h"
+#include "editor/recovery/RecoveryOffer.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/project/RecoveryFile.h"
+#include "nodes/values/Result.h"
+#include "support/Rows.h"
+#include "utils/undo/ChangeTextCommand.h"
+#include "utils/undo/IUndo.h"
+
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cstdio>
+
+using namespace Editor;
+using Nodes::RecoveryFile::List;
+using Utils::ChangeTextCommand;
+
+Q_DECLARE_METATYPE(FileGuard::enAnswer)
+
+namespace {
+
+/// Whoever edits a project, with what looks after it.
+struct Editing
+{
+    explicit Editing(const QTemporaryDir &directory)
+        : workspace(session, window), autoSave(session, nullptr), file(directory.filePath("p"))
+    {
+        autoSave.setDirectory(directory.filePath("states"));
+        autoSave.setPeriod(0);
+    }
+    /// Makes the project when it is not there yet.
+    void open()
+    {
+        Nodes::Result done = session.create(file, "P");
+        if (!done)
+            done = session.open(file);
+        if (!done)
+            throw std::runtime_error(done.ToString());
+    }
+    void rename(const QString &name)
+    {
+        (void)Utils::IUndo::execute(new ChangeTextCommand(
+            Nodes::NodeLink(session.root()), ChangeTextCommand::Name, name.toStdString()));
+    }
+    std::vector<Nodes::RecoveryInfo> kept() const
+    {
+        return List(autoSave.directory().toStdString());
+    }
+
+    QWidget window;
+    ProjectSession session;
+    Workspace workspace;
+    AutoSave autoSave;
+    QString file;
+};
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw std::runtime_error("not written");
+}
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// What is unsaved, as the file has it.
+QString keptName(const std::vector<Nodes::RecoveryInfo> &kept)
+{
+    Nodes::RecoveryInfo info;
+    std::string text;
+    if (kept.size() != 1 || !Nodes::RecoveryFile::Read(kept[0].file, info, text))
+        return QStringLiteral("%1 files").arg(kept.size());
+    return QString::fromStdString(info.name);
+}
+
+} // namespace
+
+class ProjectCareTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_directory = std::make_unique<QTemporaryDir>(); }
+
+    void keepsWhatIsUnsaved_data()
+    {
+        const Rows<QString, QString> row("then", "left");
+        row("undone", "undo", "0 files");
+        row("saved", "save", "0 files");
+        row("given up", "abandon", "0 files");
+        row("edited again", "edit", "R");
+        row("ended from outside", "end", "Q");
+        row("edited and ended at once", "edit and end", "R");
+        row("given up but edited on", "abandon, edit and end", "R");
+    }
+
+    void keepsWhatIsUnsaved()
+    {
+        QFETCH(QString, then);
+        QFETCH(QString, left);
+        auto editing = std::make_unique<Editing>(*m_directory);
+        editing->open();
+        const QByteArray file = bytesOf(editing->session.file());
+        const QSignalSpy kept(&editing->autoSave, &AutoSave::kept);
+        editing->rename("Q");
+        QTRY_COMPARE(kept.size(), 1);
+        QCOMPARE(keptName(editing->kept()), QString("Q"));
+        QCOMPARE(bytesOf(editing->session.file()), file); // never touched
+        if (then == "undo")
+            editing->session.undoStack().undo();
+        if (then == "save")
+            QVERIFY(editing->session.save());
+        if (then.contains("abandon"))
+            editing->session.abandon();
+        if (then.contains("edit"))
+            editing->rename("R");
+        if (then == "edit")
+            QTRY_COMPARE(kept.size(), 2);
+        else if (then == "abandon")
+            editing->session.close();
+        const QString states = editing->autoSave.directory();
+        if (then.contains("end"))
+            editing.reset();
+        QCOMPARE(keptName(List(states.toStdString())), left);
+    }
+
+    void survivesAKill()
+    {
+        QProcess editor;
+        editor.start(QCoreApplication::applicationFilePath(), {"--edit", m_directory->path()});
+        QByteArray told;
+        QTRY_VERIFY_WITH_TIMEOUT((told += editor.readAllStandardOutput()).count('\n') >= 3, 30000);
+        editor.kill();
+        QVERIFY(editor.waitForFinished());
+        told += editor.readAllStandardOutput();
+        const int known = told.trimmed().split('\n').last().toInt();
+        QVERIFY(known > 0);
+        const auto kept = List(m_directory->filePath("states").toStdString());
+        QVERIFY(keptName(kept).toInt() >= known);
+    }
+
+    void tellsOnceThatItCannotKeep()
+    {
+        Editing editing(*m_directory);
+        editing.open();
+        write(m_directory->filePath("states"), "a file where the directory would be");
+        const QSignalSpy failed(&editing.autoSave, &AutoSave::failed);
+        editing.rename("Q");
+        QTRY_COMPARE(failed.size(), 1);
+        QVERIFY(QFile::remove(m_directory->filePath("states")));
+        QTRY_COMPARE(keptName(editing.kept()), QString("Q")); // tried again by itself
+        QCOMPARE(failed.size(), 1);
+    }
+
+    void offersWhatWasLeft_data()
+    {
+        const Rows<QString, QString, QString> row("button", "name", "left");
+        row("restored", "Восстановить", "Q", "Q");
+        row("removed", "Удалить её", "P", "0 files");
+        row("put off", "Решить позже", "P", "Q");
+        row("damaged", "Удалить повреждённый файл", "P", "0 files");
+    }
+
+    void offersWhatWasLeft()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, name);
+        QFETCH(QString, left);
+        {
+            Editing crashed(*m_directory);
+            crashed.open();
+            crashed.rename("Q");
+        }
+        Editing editing(*m_directory);
+        if (button.contains("повреждённый"))
+            write(QString::fromStdString(editing.kept()[0].file), "operator station recovery 1\nx");
+        RecoveryOffer offer(editing.workspace, editing.autoSave, nullptr);
+        editing.window.show();
+        editing.open();
+        QTRY_VERIFY(offer.question());
+        if (name != "P" || left == "Q")
+            QVERIFY(offer.question()->informativeText().contains("изменено: 1"));
+        for (QAbstractButton *choice : offer.question()->buttons()) {
+            if (choice->text() == button)
+                choice->click();
+        }
+        QCOMPARE(editing.session.name(), name);
+        QCOMPARE(editing.session.isModified(), name == "Q");
+        QCOMPARE(keptName(editing.kept()), left);
+        QTRY_VERIFY(!offer.question());
+        if (name == "Q") {
+            QVERIFY(editing.session.save());
+            QCOMPARE(keptName(editing.kept()), QString("0 files"));
+        }
+        editing.session.abandon();
+    }
+
+    void isForOneEditor()
+    {
+        Editing first(*m_directory);
+        const HoldKeeper firstHold(first.workspace, nullptr);
+        first.open();
+        Editing second(*m_directory);
+        const HoldKeeper secondHold(second.workspace, nullptr);
+        second.open();
+        QVERIFY(!first.session.isReadOnly());
+        QVERIFY(second.session.readOnlyReason().contains(
+            QString::fromStdString(Nodes::ProjectHolder::Myself().user)));
+        first.session.close();
+        second.open();
+        QVERIFY(!second.session.isReadOnly());
+    }
+
+    void noticesOtherPrograms_data()
+    {
+        const Rows<bool, FileGuard::enAnswer, QString, QString> row("isSaving", "answer", "open",
+                                                                    "onDisk");
+        row("seen, kept", false, FileGuard::KeepMine, "Q", "theirs");
+        row("seen, read again", false, FileGuard::Reload, "theirs", "theirs");
+        row("saving, cancelled", true, FileGuard::Cancel, "Q", "theirs");
+        row("saving over it", true, FileGuard::KeepMine, "Q", "Q");
+        row("saving, read again instead", true, FileGuard::Reload, "theirs", "theirs");
+    }
+
+    void noticesOtherPrograms()
+    {
+        QFETCH(bool, isSaving);
+        QFETCH(FileGuard::enAnswer, answer);
+        QFETCH(QString, open);
+        QFETCH(QString, onDisk);
+        Editing editing(*m_directory);
+        FileGuard guard(editing.workspace, nullptr);
+        std::vector<bool> asked;
+        guard.setAsker([&](bool isAboutToSave) {
+            asked.push_back(isAboutToSave);
+            return answer;
+        });
+        editing.open();
+        editing.rename("Q");
+        guard.look(); // untouched
+        QVERIFY(asked.empty());
+        QByteArray theirs = bytesOf(editing.session.file());
+        theirs.replace("name=\"P\"", "name=\"theirs\"");
+        write(editing.session.file(), theirs);
+        if (isSaving)
+            QCOMPARE(bool(editing.session.save()), answer == FileGuard::KeepMine);
+        else
+            guard.look();
+        QCOMPARE(asked, std::vector<bool>{isSaving});
+        QTRY_COMPARE(editing.session.name(), open);
+        QVERIFY(bytesOf(editing.session.file())
+                    .contains(QStringLiteral("name=\"%1\"").arg(onDisk).toUtf8()));
+        guard.look(); // of the same change once
+        QCOMPARE(asked.size(), std::size_t(1));
+        editing.session.abandon();
+    }
+
+    void goesOnWithoutItsFile()
+    {
+        Editing editing(*m_directory);
+        FileGuard guard(editing.workspace, nullptr);
+        editing.open();
+        editing.rename("Q");
+        const QSignalSpy told(&editing.workspace, &Workspace::told);
+        QVERIFY(QDir(editing.file).removeRecursively());
+        guard.look();
+        guard.look();
+        QCOMPARE(told.size(), 1);
+        QVERIFY(!editing.session.save());
+        QVERIFY(editing.session.isModified());
+        QVERIFY(editing.session.saveAs(m_directory->filePath("elsewhere")));
+        QCOMPARE(editing.session.name(), QString("Q"));
+    }
+
+    void onlyShowsWhatANewerProgramWrote()
+    {
+        Editing editing(*m_directory);
+        editing.open();
+        QByteArray newer = bytesOf(editing.session.file());
+        newer.replace("format=\"1\"", "format=\"9\"");
+        write(editing.session.file(), newer);
+        editing.open();
+        QVERIFY(editing.session.isReadOnly());
+        QVERIFY(editing.session.saveAs(m_directory->filePath("q")) == Nodes::Result::ReadOnly);
+        editing.session.setReadOnly({});
+        QVERIFY(editing.session.save() == Nodes::Result::ReadOnly);
+        QCOMPARE(bytesOf(editing.session.file()), newer);
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+namespace {
+
+/// Edits without end and tells what is safe, until it is killed.
+int edit(const QString &path)
+{
+    QTemporaryDir directory(path + "/x");
+    directory.setAutoRemove(false);
+    Editing editing(directory);
+    editing.autoSave.setDirectory(path + "/states");
+    editing.autoSave.setPeriod(20);
+    editing.open();
+    int count = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer,
+                     [&] { editing.rename(QString::number(++count)); });
+    QObject::connect(&editing.autoSave, &AutoSave::kept, &timer, [&] {
+        std::printf("%s\n", keptName(editing.kept()).toUtf8().constData());
+        std::fflush(stdout);
+    });
+    timer.start(5);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    qRegisterMetaType<Workspace::Level>();
+    if (argc == 3 && QByteArray(argv[1]) == "--edit")
+        return edit(QString::fromLocal8Bit(argv[2]));
+    ProjectCareTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_project_care.moc"
