@@ -166,9 +166,17 @@ private slots:
         QTRY_COMPARE(f.window.tabs().count(), 0);
         QVERIFY(!f.window.workspace().document());
         f.session().undoStack().redo();
-        f.window.workspace().open(node);
+        QVERIFY(f.session().save());
+        const QString file = f.session().file();
         f.session().close();
         QCOMPARE(f.window.tabs().count(), 0);
+        QVERIFY(f.session().open(file)); // as it was left: without documents
+        QCOMPARE(f.window.tabs().count(), 0);
+        f.window.workspace().open(Nodes::NodeLink(node.GetNodeId()));
+        f.session().close();
+        QVERIFY(f.session().open(file));
+        QCOMPARE(f.window.tabs().count(), 1);
+        f.session().close();
     }
 
     void asksForUnsavedWork_data()

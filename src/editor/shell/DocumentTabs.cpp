@@ -8,10 +8,39 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/visual/windows/BasicFrame.h"
+#include "utils/settings/Configurator.h"
 
+#include <QJsonArray>
 #include <QTimerEvent>
 
 namespace Editor {
+
+namespace {
+
+constexpr int keptProjects = 20;
+
+Utils::Configurator settings()
+{
+    return {QStringLiteral("ConfiguratorDocuments"), QStringLiteral("configurator.json")};
+}
+
+/// The first window of the first frame that shows one.
+Nodes::NodeLink firstWindow(const Nodes::NodesCollection &project)
+{
+    Nodes::NodeLinks frames;
+    project.FindNodes(Nodes::NodeType::TypeFrame, &frames);
+    for (const Nodes::NodeLink &link : frames) {
+        const auto *frame = dynamic_cast<const Nodes::BasicFrame *>(link.GetNode());
+        for (const Nodes::NodeLink &window : frame ? frame->GetWindows() : Nodes::NodeLinks()) {
+            if (window.isValid())
+                return window;
+        }
+    }
+    return {};
+}
+
+} // namespace
 
 DocumentTabs::DocumentTabs(Workspace &workspace, QWidget *parent)
     : QTabWidget(parent), m_workspace(workspace)
@@ -25,7 +54,11 @@ DocumentTabs::DocumentTabs(Workspace &workspace, QWidget *parent)
     connect(&workspace, &Workspace::openRequested, this, &DocumentTabs::open);
     connect(&workspace, &Workspace::revealRequested, this, &DocumentTabs::onReveal);
     connect(&workspace.session(), &ProjectSession::opened, this, &DocumentTabs::watchProject);
-    connect(&workspace.session(), &ProjectSession::aboutToClose, this, &DocumentTabs::closeAll);
+    connect(&workspace.session(), &ProjectSession::opened, this, &DocumentTabs::reopen);
+    connect(&workspace.session(), &ProjectSession::aboutToClose, this, [this] {
+        keepOpen();
+        closeAll();
+    });
 }
 
 DocumentTabs::~DocumentTabs()
@@ -103,6 +136,40 @@ void DocumentTabs::closeAll()
         removeTab(count() - 1);
         delete document;
     }
+}
+
+void DocumentTabs::keepOpen() const
+{
+    const Nodes::NodesCollection *project = m_workspace.session().project();
+    const QString key = QString::fromStdString(project->GetUuid());
+    QJsonArray open;
+    for (int i = 0; i < count(); ++i)
+        open.append(double(at(i)->node().GetNodeId()));
+    QJsonObject kept;
+    (void)settings().load(kept);
+    kept.remove(key);
+    while (kept.size() >= keptProjects)
+        kept.erase(kept.begin());
+    kept.insert(key, QJsonObject{{"open", open}, {"current", currentIndex()}});
+    (void)settings().save(kept); // logged
+}
+
+void DocumentTabs::reopen()
+{
+    const Nodes::NodesCollection &project = *m_workspace.session().project();
+    QJsonObject all;
+    (void)settings().load(all);
+    const QString key = QString::fromStdString(project.GetUuid());
+    const QJsonObject kept = all.value(key).toObject();
+    const QJsonArray nodes = kept.value(QStringLiteral("open")).toArray();
+    for (const QJsonValue &id : nodes) {
+        if (const Nodes::ConfigNode *node =
+                project.FindNode(static_cast<unsigned long>(id.toDouble())))
+            open(Nodes::NodeLink(node));
+    }
+    setCurrentIndex(kept.value(QStringLiteral("current")).toInt());
+    if (!all.contains(key))
+        open(firstWindow(project));
 }
 
 void DocumentTabs::onCurrentChanged()

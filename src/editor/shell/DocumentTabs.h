@@ -11,7 +11,8 @@ class DocumentView;
 class Workspace;
 
 /// The open documents. One whose node leaves the project closes; undoing that does not open it
-/// again. GUI thread.
+/// again. Which ones were open is kept for each project; one that is opened for the first time
+/// shows its first window. GUI thread.
 class DocumentTabs : public QTabWidget
 {
     Q_OBJECT
@@ -33,6 +34,8 @@ private:
     void onCurrentChanged();
     void onReveal(const Nodes::NodeLink &node);
     void watchProject();
+    void keepOpen() const;
+    void reopen();
     void refresh();
     void timerEvent(QTimerEvent *event) override;
 

@@ -21,7 +21,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -73,8 +72,6 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     m_commands = new CommandMenus(m_workspace, *menuBar());
     makeToolBar();
     makePanels();
-    m_readOnly = new QLabel(this);
-    statusBar()->addPermanentWidget(m_readOnly);
 
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
     connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
@@ -156,6 +153,12 @@ void MainWindow::makeToolBar()
     bar->addAction(m_redoAction);
     bar->addSeparator();
     bar->addAction(m_runAction);
+    auto *gap = new QWidget(bar);
+    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    bar->addWidget(gap);
+    m_readOnly = new QLabel(bar);
+    m_readOnly->setTextFormat(Qt::PlainText);
+    bar->addWidget(m_readOnly);
     // The names of steps belong to the menu: a bar that changes its width with them is no bar.
     for (QAction *action : {m_undoAction, m_redoAction})
         action->setIconText(QString());

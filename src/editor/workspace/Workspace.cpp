@@ -5,6 +5,7 @@
 
 #include "utils/editing/NodeLinkEvent.h"
 #include "utils/undo/IUndo.h"
+#include "widgets/scene/ProxyScene.h"
 
 #include <QCoreApplication>
 
@@ -60,8 +61,17 @@ void Workspace::setDocument(DocumentView *document)
     if (m_document.data() == document)
         return;
     m_document = document;
+    if (document && m_selection.nodes().empty())
+        m_selection.select({document->node()}, this);
     emit documentChanged(document);
     emit commandsChanged();
+}
+
+// Where no element is selected the window itself is what is edited.
+Nodes::NodeLinks Workspace::unselected(const QObject *sender) const
+{
+    const DocumentView *shown = document();
+    return shown && shown->scene() == sender ? Nodes::NodeLinks{shown->node()} : Nodes::NodeLinks();
 }
 
 bool Workspace::eventFilter(QObject *watched, QEvent *event)
@@ -69,7 +79,9 @@ bool Workspace::eventFilter(QObject *watched, QEvent *event)
     if (watched == QCoreApplication::instance() &&
         event->type() == Utils::NodeLinkEvent::eventType()) {
         const auto &asked = static_cast<const Utils::NodeLinkEvent &>(*event);
-        m_selection.select(asked.getNodeLinks(), asked.getSender());
+        m_selection.select(asked.getNodeLinks().empty() ? unselected(asked.getSender())
+                                                        : asked.getNodeLinks(),
+                           asked.getSender());
         return true;
     }
     return QObject::eventFilter(watched, event);

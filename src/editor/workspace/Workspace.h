@@ -56,6 +56,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    Nodes::NodeLinks unselected(const QObject *sender) const;
+
     ProjectSession &m_session;
     QWidget &m_window;
     Selection m_selection;
