@@ -18,16 +18,13 @@ const QVector<CommandRow> &CommandTable()
         {"project.addModbus", "Проект", "Добавить устройство Modbus TCP", "", "", &mayEdit,
          &addModbus},
         {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
-<<<<<<< HEAD
         {"symbols.states", "Правка", "Состояния мнемосимвола по сигналу", "", "",
          &SymbolCommands::canFillStates, &SymbolCommands::fillStates},
         {"templates.make", "Правка", "Сделать шаблон из выделения…", "", "",
          &TemplateCommands::canMake, &TemplateCommands::make},
-=======
         {"project.compareSaved", "Проект", "Сравнить с сохранённым", "", "", nullptr,
          &CompareWithSaved},
         {"project.compareFile", "Проект", "Сравнить с файлом…", "", "", nullptr, &CompareByDialog},
->>>>>>> 4a15b87 (Look after the project being edited: recovery, hold, outside changes, comparison, live problems)
     };
     static const QVector<CommandRow> rows = own + SceneCommands();
     return rows;
