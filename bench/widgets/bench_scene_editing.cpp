@@ -11,6 +11,7 @@
 #include <QGraphicsRectItem>
 #include <QGraphicsView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QUndoStack>
 
 namespace {
@@ -75,8 +76,9 @@ struct EditedWindow
         view = std::make_unique<Widgets::ProxyView>(project.window, nullptr);
         view->setFixedSize(1602, 1002);
         scene = view->setScene(project.window);
+        PaintCounter counter(view->viewport());
         view->show();
-        view->viewport()->repaint();
+        counter.await();
     }
     /// With grabbers and frames, which come a moment later.
     void selectAll() const
@@ -91,6 +93,21 @@ struct EditedWindow
     Widgets::ProxyScene *scene = nullptr;
 };
 
+/// Peer: a rectangle, which shows nothing of being selected.
+class PlainItem : public QGraphicsRectItem
+{
+public:
+    PlainItem() : QGraphicsRectItem(0, 0, 14, 8)
+    {
+        setFlags(ItemIsMovable | ItemIsSelectable);
+    }
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *) override
+    {
+        painter->setPen(Qt::gray);
+        painter->drawRect(rect());
+    }
+};
+
 struct BareWindow
 {
     explicit BareWindow(int count)
@@ -98,15 +115,16 @@ struct BareWindow
         scene.setItemIndexMethod(QGraphicsScene::NoIndex);
         scene.setSceneRect(0, 0, 1600, 1000);
         for (int i = 0; i < count; ++i) {
-            auto *item = scene.addRect(0, 0, 14, 8);
+            auto *item = new PlainItem;
             item->setPos(placeOf(i));
-            item->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+            scene.addItem(item);
         }
         view.setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
         view.setFixedSize(1602, 1002);
         view.setScene(&scene);
+        PaintCounter counter(view.viewport());
         view.show();
-        view.viewport()->repaint();
+        counter.await();
     }
     void selectAll() const
     {
@@ -163,9 +181,12 @@ void drag(benchmark::State &state)
     window.selectAll();
     Drag drag(*window.view);
     drag.step();
+    PaintCounter counter(window.view->viewport());
     for (auto _ : state)
         drag.step();
     drag.release();
+    state.counters["paintings"] =
+        benchmark::Counter(counter.paints, benchmark::Counter::kAvgIterations);
 }
 
 void dragBare(benchmark::State &state)
@@ -174,9 +195,12 @@ void dragBare(benchmark::State &state)
     window.selectAll();
     Drag drag(window.view);
     drag.step();
+    PaintCounter counter(window.view.viewport());
     for (auto _ : state)
         drag.step();
     drag.release();
+    state.counters["paintings"] =
+        benchmark::Counter(counter.paints, benchmark::Counter::kAvgIterations);
 }
 
 /// Letting go of a drag: one step of so many elements; then its undo.
