@@ -97,10 +97,7 @@ struct EditedWindow
 class PlainItem : public QGraphicsRectItem
 {
 public:
-    PlainItem() : QGraphicsRectItem(0, 0, 14, 8)
-    {
-        setFlags(ItemIsMovable | ItemIsSelectable);
-    }
+    PlainItem() : QGraphicsRectItem(0, 0, 14, 8) { setFlags(ItemIsMovable | ItemIsSelectable); }
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *) override
     {
         painter->setPen(Qt::gray);

@@ -283,8 +283,11 @@ void ProxyWidget::resizeEvent(QGraphicsSceneResizeEvent *event)
     const bool isBack = event->oldSize().isEmpty() && !event->newSize().isEmpty();
     if (!isBack || !widget() || !widget()->isVisible())
         return;
+    // Unseen by this item: an item that is hidden loses selection, focus and mouse.
+    widget()->removeEventFilter(this);
     widget()->hide();
     widget()->show();
+    widget()->installEventFilter(this);
 }
 
 QVariant ProxyWidget::itemChange(GraphicsItemChange change, const QVariant &value)

@@ -45,7 +45,8 @@ bool ProxyWidget::sceneEventFilter(QGraphicsItem *watched, QEvent *event)
 void ProxyWidget::filterMouse(CornerGrabber &grabber, const QGraphicsSceneMouseEvent &event)
 {
     EditedScene *edited = editedScene();
-    const QPointF place = grabber.mapToScene(event.pos());
+    // Of an item that was moved since it was painted, Qt gives the place where it was then.
+    const QPointF place = event.widget() ? event.scenePos() : grabber.mapToScene(event.pos());
     switch (event.type()) {
     case QEvent::GraphicsSceneMousePress:
     case QEvent::GraphicsSceneMouseDoubleClick:

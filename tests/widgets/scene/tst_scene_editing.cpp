@@ -1,23 +1,16 @@
 #include "support/Rows.h"
-#include "support/RuntimeProject.h"
+#include "support/ShownEditor.h"
 
-#include "widgets/scene/ProxyLayer.h"
-#include "widgets/scene/ProxyScene.h"
-#include "widgets/scene/ProxyView.h"
-#include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/Locker.h"
 
 #include "nodes/model/NodeNotifications.h"
-#include "nodes/visual/BasicWidget.h"
 #include "utils/undo/MoveNodesCommand.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>
 #include <QMenu>
 #include <QMimeData>
-#include <QUndoStack>
 
 using Widgets::ProxyScene;
 using Widgets::ProxyWidget;
@@ -30,42 +23,9 @@ constexpr const char *nodes = R"(
     <label id="33" name="B" x="200" y="80"/><label id="34" name="F" y="200" movable="false"/></layer>
   <layer id="36" name="top" zOrder="2" mode="transparent"/></composition>)";
 
-struct Editor
+struct Editor : ShownEditor
 {
-    Editor()
-        : project(nodes, Nodes::WorkModeEditing),
-          view(project.node(30), nullptr),
-          scene(view.setScene(project.node(30)))
-    {
-        Utils::IUndo::setUndoStack(&stack);
-    }
-    ~Editor() { Utils::IUndo::setUndoStack(nullptr); }
-
-    QList<ProxyWidget *> hosts() const { return scene->getLayers().first()->getWidgets(); }
-    void select(std::initializer_list<unsigned long> ids) const
-    {
-        scene->clearSelection();
-        for (ProxyWidget *host : hosts())
-            host->setSelected(std::count(ids.begin(), ids.end(), host->getNodeLink().GetNodeId()));
-    }
-    void key(int key, Qt::KeyboardModifiers modifiers = {}, int times = 1) const
-    {
-        QKeyEvent press(QEvent::KeyPress, key, modifiers);
-        for (int i = 0; i < times; ++i)
-            QApplication::sendEvent(scene, &press);
-        QKeyEvent release(QEvent::KeyRelease, key, modifiers);
-        QApplication::sendEvent(scene, &release);
-    }
-    QRect place(unsigned long id) const
-    {
-        const Nodes::NRect r = project.node<Nodes::BasicWidget>(id)->GetGeometry();
-        return {r.x, r.y, r.width, r.height};
-    }
-
-    QUndoStack stack;
-    RuntimeProject project;
-    Widgets::ProxyView view;
-    ProxyScene *scene;
+    Editor() : ShownEditor(nodes) {}
 };
 
 } // namespace

@@ -50,14 +50,10 @@ void DragInteraction::follow(const DragMotion &motion)
 void DragInteraction::begin(const DragMotion &motion)
 {
     m_isActive = true;
-    m_corner = motion.corner;
     m_delta = QPointF();
-    const QList<ProxyWidget *> dragged =
-        m_corner == NoCorner ? m_selection.hosts() : QList<ProxyWidget *>{motion.host};
-    for (ProxyWidget *host : dragged) {
-        if (m_corner != NoCorner || (host->flags() & QGraphicsItem::ItemIsMovable))
-            m_moved.push_back({host, host->geometry()});
-    }
+    m_isMove = motion.corner == NoCorner;
+    m_edges = m_isMove ? allEdges : cornerEdges(motion.corner);
+    collect(motion);
     m_from = QRectF();
     for (const Moved &moved : m_moved)
         m_from |= moved.from;
@@ -66,20 +62,32 @@ void DragInteraction::begin(const DragMotion &motion)
     emit started();
 }
 
+// Of one that is not movable only the edges follow that leave it where it is.
+void DragInteraction::collect(const DragMotion &motion)
+{
+    const QList<ProxyWidget *> dragged =
+        m_isMove ? m_selection.hosts() : QList<ProxyWidget *>{motion.host};
+    for (ProxyWidget *host : dragged) {
+        const bool isMovable = host->flags() & QGraphicsItem::ItemIsMovable;
+        if (!m_isMove && !isMovable)
+            m_edges &= ~Qt::Edges(Qt::TopEdge | Qt::LeftEdge);
+        if (!m_isMove || isMovable)
+            m_moved.push_back({host, host->geometry()});
+    }
+}
+
 QPointF DragInteraction::adjusted(QPointF delta)
 {
-    const Qt::Edges edges = m_corner == NoCorner ? allEdges : cornerEdges(m_corner);
     Guides guides;
     for (DragAdjuster *adjuster : m_adjusters)
-        delta = adjuster->adjust(placed(m_from, delta), delta, edges, &guides);
+        delta = adjuster->adjust(placed(m_from, delta), delta, m_edges, &guides);
     m_overlay.setGuides(guides);
     return wholePixels(delta);
 }
 
 QRectF DragInteraction::placed(const QRectF &from, QPointF delta) const
 {
-    return m_corner == NoCorner ? from.translated(delta)
-                                : movedEdges(from, cornerEdges(m_corner), delta);
+    return m_isMove ? from.translated(delta) : movedEdges(from, m_edges, delta);
 }
 
 void DragInteraction::apply(QPointF delta)
@@ -95,7 +103,7 @@ void DragInteraction::place(const Moved &moved, const QRectF &rect) const
 {
     if (!moved.host)
         return;
-    if (m_corner == NoCorner)
+    if (m_isMove)
         moved.host->setPos(rect.topLeft());
     else
         moved.host->setEditedGeometry(rect);

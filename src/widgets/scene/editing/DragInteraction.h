@@ -54,6 +54,7 @@ private:
     };
 
     void begin(const DragMotion &motion);
+    void collect(const DragMotion &motion);
     QPointF adjusted(QPointF delta);
     void apply(QPointF delta);
     QRectF placed(const QRectF &from, QPointF delta) const;
@@ -66,7 +67,8 @@ private:
     std::vector<Moved> m_moved;
     QRectF m_from; ///< around all of them
     QPointF m_delta;
-    Corner m_corner = NoCorner;
+    Qt::Edges m_edges;     ///< that follow the pointer
+    bool m_isMove = false; ///< all of them, of all that is selected
     bool m_isActive = false;
 };
 

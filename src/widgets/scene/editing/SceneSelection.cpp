@@ -13,6 +13,8 @@ namespace Widgets {
 
 namespace {
 
+constexpr double farthest = 1 << 17; // elements stand within 16 bits
+
 ProxyWidget *selectableHost(QGraphicsItem *item)
 {
     if (!(item->flags() & QGraphicsItem::ItemIsSelectable) || !item->isVisible())
@@ -96,7 +98,10 @@ void SceneSelection::conclude()
 QList<ProxyWidget *> SceneSelection::selectable() const
 {
     QList<ProxyWidget *> found;
-    const QList<QGraphicsItem *> items = m_scene.items(Qt::AscendingOrder);
+    // All there are, but asked for by a rectangle: without an index only these come in order.
+    const QRectF everywhere(-farthest, -farthest, 2 * farthest, 2 * farthest);
+    const QList<QGraphicsItem *> items =
+        m_scene.items(everywhere, Qt::IntersectsItemBoundingRect, Qt::AscendingOrder);
     for (QGraphicsItem *item : items) {
         if (ProxyWidget *host = selectableHost(item))
             found.append(host);

@@ -9,18 +9,21 @@
 #include "utils/undo/IUndo.h"
 #include "utils/undo/RemoveNodeLinkGroup.h"
 
-#include <algorithm>
 #include <memory>
+#include <unordered_set>
 
 namespace Widgets {
 
 void SelectionEdits::remove(const Nodes::NodeLinks &links)
 {
+    std::unordered_set<unsigned long> allowed;
+    for (const Nodes::NodeLink &link : links)
+        allowed.insert(link.GetNodeId());
     Nodes::NodeLinks removed;
     Nodes::NodeLink parent;
     for (const ProxyWidget *host : m_selection.hosts()) {
         const Nodes::NodeLink link = host->getNodeLink();
-        if (std::find(links.begin(), links.end(), link) == links.end())
+        if (allowed.count(link.GetNodeId()) == 0)
             continue;
         if (removed.empty())
             parent = Nodes::NodeLink(host->getNode()->GetParent());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+
 #include "nodes/model/links/NodeLink.h"
 
 #include <QList>
@@ -14,7 +16,7 @@ class ProxyWidget;
 class SceneSelection;
 
 /// Edits of what is selected in a scene, each one step on the undo stack. GUI thread.
-class SelectionEdits
+class WIDGETS_EXPORT SelectionEdits
 {
 public:
     /// Both outlive it.

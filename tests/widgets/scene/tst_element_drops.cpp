@@ -1,0 +1,166 @@
+#include "support/MessageBoxes.h"
+#include "support/Rows.h"
+#include "support/ShownEditor.h"
+
+#include "widgets/scene/editing/DragAndDropItem.h"
+
+#include <QGraphicsSceneDragDropEvent>
+
+namespace {
+
+constexpr const char *nodes = R"(
+<folder id="10" name="S"><memorySignal id="11" name="T"/><memorySignal id="12" name="P"/>
+  <folder id="13" name="None"/></folder>
+<composition id="30" name="C" width="640" height="480">
+  <layer id="31" name="L" zOrder="1">
+    <label id="32" name="A" x="10" y="20" width="100" height="30" signal="12"/></layer>
+</composition>)";
+
+constexpr const char *noLayers = R"(<composition id="30" name="C" width="640" height="480"/>)";
+
+enum Shown { Nothing, Red, Green };
+
+struct Editor : ShownEditor
+{
+    Editor() : ShownEditor(nodes) {}
+
+    Shown shown() const
+    {
+        for (QGraphicsItem *child : host(32)->childItems()) {
+            if (const auto *item = dynamic_cast<const Widgets::DragAndDropItem *>(child))
+                return item->isAcceptable() ? Green : Red;
+        }
+        return Nothing;
+    }
+    unsigned long signal() const
+    {
+        return project.node<Nodes::BasicWidget>(32)->GetSignalLink().GetNodeId();
+    }
+    bool send(QEvent::Type type, const QMimeData &data, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QGraphicsSceneDragDropEvent event(type);
+        event.setMimeData(&data);
+        event.setScenePos({20, 30});
+        event.setModifiers(modifiers);
+        event.setPossibleActions(Qt::CopyAction);
+        event.setProposedAction(Qt::CopyAction);
+        event.setDropAction(Qt::CopyAction);
+        event.ignore();
+        scene->sendEvent(host(32), &event);
+        return event.isAccepted();
+    }
+};
+
+constexpr const char *ids = "application/nodelink";
+constexpr const char *paths = "application/nodelinkpath";
+
+} // namespace
+
+class ElementDropsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void reads_data()
+    {
+        const Rows<QByteArray, QStringList, int> row("format", "texts", "first");
+        row("id", ids, {"11"}, 11);
+        row("absent ids are passed over", ids, {"999", "12", "x"}, 12);
+        row("path", paths, {"S/T"}, 11);
+        row("absent path", paths, {"S/Nobody"}, 0);
+        row("no nodes", "text/plain", {"11"}, 0);
+    }
+
+    void reads()
+    {
+        QFETCH(QByteArray, format);
+        QFETCH(QStringList, texts);
+        QFETCH(int, first);
+        const Editor editor;
+        const auto data = draggedTexts(format, texts);
+        const Nodes::NodesArray read = editor.host(32)->getNaFromMineDate(data.get());
+        QCOMPARE(read.empty() ? 0 : int(read[0].GetNodeId()), first);
+    }
+
+    void binds_data()
+    {
+        // Entering looks at Ctrl and dropping at Shift.
+        const Rows<QStringList, Qt::KeyboardModifiers, Qt::KeyboardModifiers, int, int> row(
+            "ids", "entered", "dropped", "shown", "signal");
+        row("signal", {"11"}, {}, {}, Green, 11);
+        row("copy of a signal", {"11"}, Qt::ControlModifier, {}, Red, 12);
+        row("Ctrl only when dropped", {"11"}, {}, Qt::ControlModifier, Green, 11);
+        row("Shift only when entered", {"11"}, Qt::ShiftModifier, {}, Green, 11);
+        row("Shift when dropped", {"11"}, {}, Qt::ShiftModifier, Green, 12);
+        row("folder", {"13"}, {}, {}, Red, 12);
+        row("one of two", {"11", "13"}, {}, {}, Red, 12);
+        row("nothing", {"999"}, {}, {}, Red, 12);
+        row("the same", {"12"}, {}, {}, Green, 12);
+    }
+
+    void binds()
+    {
+        QFETCH(QStringList, ids);
+        QFETCH(Qt::KeyboardModifiers, entered);
+        QFETCH(Qt::KeyboardModifiers, dropped);
+        QFETCH(int, shown);
+        QFETCH(int, signal);
+        Editor editor;
+        const auto data = draggedTexts(::ids, ids);
+        QCOMPARE(editor.send(QEvent::GraphicsSceneDragEnter, *data, entered), shown == Green);
+        QCOMPARE(int(editor.shown()), shown);
+        if (dropped == Qt::ShiftModifier)
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("not done: .*not allowed"));
+        editor.send(QEvent::GraphicsSceneDrop, *data, dropped);
+        QCOMPARE(editor.shown(), Nothing);
+        QCOMPARE(int(editor.signal()), signal);
+        QCOMPARE(editor.stack.count(), signal == 12 ? 0 : 1);
+        if (signal == 12)
+            return;
+        QCOMPARE(editor.stack.text(0), QStringLiteral("Привязка к виджету A"));
+        editor.stack.undo();
+        QCOMPARE(editor.signal(), 12ul);
+        editor.stack.redo();
+        QCOMPARE(int(editor.signal()), signal);
+    }
+
+    void leavingHidesIt()
+    {
+        const Editor editor;
+        const auto data = draggedTexts(ids, {"11"});
+        editor.send(QEvent::GraphicsSceneDragEnter, *data);
+        editor.send(QEvent::GraphicsSceneDragLeave, *data);
+        QCOMPARE(editor.shown(), Nothing);
+        editor.send(QEvent::GraphicsSceneDrop, *data); // entered nowhere
+        QCOMPARE(editor.signal(), 12ul);
+    }
+
+    void undoAfterTheSignalIsGone()
+    {
+        Editor editor;
+        const auto data = draggedTexts(ids, {"11"});
+        editor.send(QEvent::GraphicsSceneDragEnter, *data);
+        editor.send(QEvent::GraphicsSceneDrop, *data);
+        QVERIFY(editor.project.node(10)->DeleteNode(12));
+        editor.stack.undo();
+        QVERIFY(editor.signal() != 11); // and nothing it could show instead
+        QVERIFY(!editor.project.node<Nodes::BasicWidget>(32)->GetSignal());
+        editor.stack.redo();
+        QCOMPARE(editor.signal(), 11ul);
+    }
+
+    void panelNeedsALayer()
+    {
+        ShownEditor editor(noLayers);
+        const auto data = draggedTexts("application/nodetype", {"label"});
+        QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDrop);
+        event.setMimeData(data.get());
+        MessageBoxes boxes;
+        QApplication::sendEvent(editor.scene, &event);
+        QCOMPARE(boxes.shown, QStringList{QStringLiteral("Внимание: Отсутствуют слои")});
+        QCOMPARE(editor.stack.count(), 0);
+    }
+};
+
+QTEST_MAIN(ElementDropsTest)
+#include "tst_element_drops.moc"

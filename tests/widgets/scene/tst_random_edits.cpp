@@ -1,0 +1,264 @@
+// Random edits as an engineer makes them, undone to the text of the project they began with and
+// done again to the one they ended with. A failure names its seed; STATION_TEST_SEED=n repeats it.
+#include "support/Rows.h"
+#include "support/ShownEditor.h"
+
+#include "nodes/serial/ProjectWriter.h"
+#include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/ChangeTextCommand.h"
+#include "utils/undo/MoveNodesCommand.h"
+
+#include <QGraphicsSceneDragDropEvent>
+
+#include <random>
+
+using Widgets::ProxyWidget;
+
+namespace {
+
+constexpr const char *nodes = R"(
+<folder id="10" name="S"><memorySignal id="11" name="T"/><memorySignal id="12" name="P"/></folder>
+<composition id="30" name="C" width="640" height="480">
+  <layer id="31" name="low" zOrder="1">
+    <label id="32" name="A" x="10" y="20" width="100" height="30" signal="11"/>
+    <button id="33" name="B" x="200" y="80" width="80" height="30"/>
+    <label id="34" name="F" x="20" y="200" width="60" height="30" movable="false"/></layer>
+  <layer id="36" name="top" zOrder="2" mode="transparent">
+    <label id="37" name="G" x="300" y="200" width="90" height="30" signal="12"/></layer>
+</composition>)";
+
+constexpr int editCount = 1000;
+constexpr int elementsAtMost = 40;
+
+/// Makes random edits through the scene, or where it has none for it, by a command.
+class Engineer
+{
+public:
+    Engineer(ShownEditor &edited, unsigned seed) : m_edited(edited), m_random(seed) {}
+
+    void edit()
+    {
+        using Edit = void (Engineer::*)();
+        const Edit edits[] = {&Engineer::move,     &Engineer::resize,   &Engineer::add,
+                              &Engineer::remove,   &Engineer::paste,    &Engineer::setProperty,
+                              &Engineer::order,    &Engineer::rename,   &Engineer::reparent,
+                              &Engineer::undoSome, &Engineer::dragSome, &Engineer::bind};
+        (this->*edits[below(int(std::size(edits)))])();
+    }
+
+private:
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(m_random); }
+
+    QList<ProxyWidget *> all() const
+    {
+        QList<ProxyWidget *> hosts;
+        for (const Widgets::ProxyLayer *layer : m_edited.scene->getLayers())
+            hosts += layer->getWidgets();
+        return hosts;
+    }
+    /// Null where there are no elements.
+    ProxyWidget *any()
+    {
+        const QList<ProxyWidget *> hosts = all();
+        return hosts.isEmpty() ? nullptr : hosts[below(hosts.size())];
+    }
+    void selectSome()
+    {
+        QList<ProxyWidget *> picked;
+        for (int i = 0; i <= below(3); ++i) {
+            if (ProxyWidget *host = any())
+                picked << host;
+        }
+        m_edited.editor().selection().select(picked);
+    }
+
+    void move()
+    {
+        selectSome();
+        const int keys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+        m_edited.key(keys[below(4)], {}, 1 + below(20));
+    }
+    void resize()
+    {
+        selectSome();
+        const int keys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
+        m_edited.key(keys[below(4)], Qt::ShiftModifier, 1 + below(20));
+    }
+    void dragSome()
+    {
+        selectSome();
+        if (ProxyWidget *host = m_edited.editor().selection().key()) {
+            const auto corner = Widgets::Corner(below(9) - 1);
+            const QPointF to(below(60) - 30, below(60) - 30);
+            m_edited.scene->drag({host, corner, {}, to});
+            m_edited.scene->onMoveFinished();
+        }
+    }
+    void add()
+    {
+        if (all().size() >= elementsAtMost)
+            return;
+        const auto data = draggedTexts("application/nodetype", {below(2) ? "label" : "button"});
+        QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
+        drop.setMimeData(data.get());
+        drop.setScenePos(QPointF(below(640), below(480)));
+        QApplication::sendEvent(m_edited.scene, &drop);
+    }
+    void remove()
+    {
+        selectSome();
+        m_edited.scene->removeWidget();
+    }
+    void paste()
+    {
+        selectSome();
+        m_edited.scene->onCopyToBuffer();
+        if (all().size() < elementsAtMost)
+            m_edited.scene->onPasteFromBuffer(QPointF(below(600), below(400)));
+    }
+    void setProperty()
+    {
+        ProxyWidget *host = any();
+        if (!host)
+            return;
+        const Nodes::NodeLink link = host->getNodeLink();
+        using Prop = Nodes::BasicWidget::Prop;
+        if (below(2) == 0)
+            m_edited.stack.push(new Utils::ChangePropertyCommand(link, Prop::ZOrder, below(9)));
+        else
+            m_edited.stack.push(
+                new Utils::ChangePropertyCommand(link, Prop::Movable, below(2) == 0));
+    }
+    void order()
+    {
+        selectSome();
+        m_edited.editor().edits().moveOrder(below(2) ? 1 : -1);
+    }
+    void rename()
+    {
+        if (const ProxyWidget *host = any())
+            m_edited.stack.push(new Utils::ChangeTextCommand(host->getNodeLink(),
+                                                             Utils::ChangeTextCommand::Name,
+                                                             "N" + std::to_string(below(1000000))));
+    }
+    void reparent()
+    {
+        const ProxyWidget *host = any();
+        const ProxyWidget *before = any();
+        if (host && before)
+            m_edited.stack.push(new Utils::MoveNodesCommand(
+                {host->getNodeLink()}, Nodes::NodeLink(below(2) ? 31ul : 36ul),
+                below(2) ? before->getNodeLink() : Nodes::NodeLink()));
+    }
+    void bind()
+    {
+        ProxyWidget *host = any();
+        if (!host)
+            return;
+        const auto data = draggedTexts("application/nodelink", {below(2) ? "11" : "12"});
+        for (const QEvent::Type type :
+             {QEvent::GraphicsSceneDragEnter, QEvent::GraphicsSceneDrop}) {
+            QGraphicsSceneDragDropEvent event(type);
+            event.setMimeData(data.get());
+            m_edited.scene->sendEvent(host, &event);
+        }
+    }
+    void undoSome()
+    {
+        for (int i = below(4); i > 0; --i)
+            m_edited.stack.undo();
+        for (int i = below(3); i > 0; --i)
+            m_edited.stack.redo();
+    }
+
+    ShownEditor &m_edited;
+    std::mt19937 m_random;
+};
+
+} // namespace
+
+class RandomEditsTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    /// Empty when the scene shows every element where its node is.
+    static QString difference(const ShownEditor &edited)
+    {
+        for (const Widgets::ProxyLayer *layer : edited.scene->getLayers()) {
+            if (layer->getWidgets().size() != layer->getNode()->GetNodeCount())
+                return QString("the layer shows %1 elements of %2")
+                    .arg(layer->getWidgets().size())
+                    .arg(layer->getNode()->GetNodeCount());
+            for (const ProxyWidget *host : layer->getWidgets()) {
+                const unsigned long id = host->getNodeLink().GetNodeId();
+                if (host->geometry() != QRectF(edited.place(id)))
+                    return QString("element %1 is at x %2, its node at %3")
+                        .arg(id)
+                        .arg(host->geometry().x())
+                        .arg(edited.place(id).x());
+            }
+        }
+        return {};
+    }
+
+    /// But for the last id that was given: none is given twice, also after an undo.
+    static QString textOf(const Nodes::NodesCollection &project)
+    {
+        return QString::fromStdString(Nodes::ProjectWriter::ToText(project))
+            .remove(QRegularExpression(" lastId=\"\\d+\""));
+    }
+
+    /// The first line of the project's text that is not as in `text`; empty when there is none.
+    static QByteArray firstDifference(const Nodes::NodesCollection &project, const QString &text)
+    {
+        const QStringList now = textOf(project).split('\n');
+        const QStringList expected = text.split('\n');
+        for (int i = 0; i < qMax(now.size(), expected.size()); ++i) {
+            if (now.value(i) != expected.value(i))
+                return ("\n" + now.value(i) + "\ninstead of\n" + expected.value(i)).toUtf8();
+        }
+        return {};
+    }
+
+private slots:
+    void areUndoneAndRedone_data()
+    {
+        const Rows<unsigned> row("seed");
+        if (qEnvironmentVariableIsSet("STATION_TEST_SEED")) {
+            row("given", qEnvironmentVariableIntValue("STATION_TEST_SEED"));
+            return;
+        }
+        row("1", 1);
+        row("2", 2);
+        row("another each time", std::random_device()() % 1000000);
+    }
+
+    void areUndoneAndRedone()
+    {
+        QFETCH(unsigned, seed);
+        const QByteArray named = "seed " + QByteArray::number(seed);
+        ShownEditor edited(nodes);
+        const Nodes::NodesCollection &project = *edited.project.core.GetNodesCollection();
+        const QString before = textOf(project);
+        Engineer engineer(edited, seed);
+        for (int i = 0; i < editCount; ++i)
+            engineer.edit();
+        QVERIFY2(edited.stack.count() > editCount / 4, named);
+        const QString after = textOf(project);
+        QVERIFY2(before != after, named);
+        QVERIFY2(difference(edited).isEmpty(), named + ": " + difference(edited).toUtf8());
+        const int last = edited.stack.index();
+        while (edited.stack.canUndo())
+            edited.stack.undo();
+        QCOMPARE(named + firstDifference(project, before), named);
+        QVERIFY2(difference(edited).isEmpty(), named + ": " + difference(edited).toUtf8());
+        while (edited.stack.index() < last)
+            edited.stack.redo();
+        QCOMPARE(named + firstDifference(project, after), named);
+        QVERIFY2(difference(edited).isEmpty(), named + ": " + difference(edited).toUtf8());
+    }
+};
+
+QTEST_MAIN(RandomEditsTest)
+#include "tst_random_edits.moc"
