@@ -89,6 +89,7 @@ void SceneToolBar::showZoom()
 void SceneToolBar::addSnapping()
 {
     SnapSettings &settings = SnapSettings::process();
+    settings.setOffered();
     m_toGrid = addAction(iconOf("grid"), QStringLiteral("Привязка к сетке"));
     m_toGrid->setToolTip(QStringLiteral("Сетка и привязка к ней (Alt — без привязки)"));
     m_toGrid->setCheckable(true);

@@ -21,6 +21,11 @@ public:
     /// File of the user's directory for configuration.
     explicit SnapSettings(const QString &fileName);
 
+    /// Nothing snaps before somebody offers the user to turn it off: a scene shown by others drags
+    /// pixel by pixel.
+    bool isOffered() const { return m_isOffered; }
+    void setOffered() { m_isOffered = true; }
+
     /// `visible` is empty and `distance` in pixels of the screen.
     const SnapOptions &options() const { return m_options; }
     /// The step of the grid is brought into its range.
@@ -35,6 +40,7 @@ private:
     void set(const SnapOptions &options);
 
     SnapOptions m_options;
+    bool m_isOffered = false;
 };
 
 } // namespace Widgets

@@ -47,7 +47,7 @@ void Snapper::begin(const SceneSelection &moving)
 
 QPointF Snapper::adjust(const QRectF &moved, QPointF delta, Qt::Edges movingEdges, Guides *shown)
 {
-    if (!m_snapping || m_modifiers().testFlag(Qt::AltModifier))
+    if (!m_snapping || !m_settings.isOffered() || m_modifiers().testFlag(Qt::AltModifier))
         return delta;
     const SnapResult result = m_snapping->snap(moved, movingEdges, options());
     show(result, *shown);
