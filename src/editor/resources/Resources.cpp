@@ -6,6 +6,7 @@
 static void init()
 {
     Q_INIT_RESOURCE(editor);
+    Q_INIT_RESOURCE(kinds);
 }
 
 namespace Editor {

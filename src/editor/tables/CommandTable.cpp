@@ -4,6 +4,7 @@
 #include "editor/sceneview/SceneCommands.h"
 #include "editor/symbols/SymbolCommands.h"
 #include "editor/templates/TemplateCommands.h"
+#include "editor/usages/NodeCommands.h"
 #include "editor/wizard/StepCommands.h"
 
 namespace Editor {
@@ -25,6 +26,15 @@ const QVector<CommandRow> &CommandTable()
         {"project.compareSaved", "Проект", "Сравнить с сохранённым", "", "", nullptr,
          &CompareWithSaved},
         {"project.compareFile", "Проект", "Сравнить с файлом…", "", "", nullptr, &CompareByDialog},
+        {"rename", "Правка", "Переименовать", "", "F2", &NodeCommands::canRename,
+         &NodeCommands::rename},
+        {"usages", "Правка", "Найти использование", "", "Shift+F12", &NodeCommands::hasNodes,
+         &NodeCommands::findUsages},
+        {"replace", "Правка", "Заменить сигнал…", "", "Ctrl+H", nullptr,
+         &NodeCommands::replaceNode},
+        {"replace-pattern", "Правка", "Заменить по образцу…", "", "Ctrl+Alt+H", nullptr,
+         &NodeCommands::replacePattern},
+        {"find-node", "Правка", "Найти узел", "", "Ctrl+Shift+F", nullptr, &NodeCommands::findNode},
     };
     static const QVector<CommandRow> rows = own + SceneCommands();
     return rows;

@@ -1,11 +1,14 @@
 #include "editor/tables/PanelTable.h"
 
+#include "editor/panel/ElementPanel.h"
 #include "editor/problems/ProblemsPanel.h"
 #include "editor/properties/PropertyPanel.h"
 #include "editor/review/ReviewPanel.h"
 #include "editor/shell/HistoryPanel.h"
 #include "editor/symbols/SymbolPanel.h"
 #include "editor/templates/InstancePanel.h"
+#include "editor/tree/ProjectTreePanel.h"
+#include "editor/usages/UsagesPanel.h"
 #include "editor/workspace/Workspace.h"
 
 namespace Editor {
@@ -23,6 +26,9 @@ const QVector<PanelRow> &PanelTable()
 {
     static const QVector<PanelRow> rows = {
         {"properties", "Свойства", Qt::RightDockWidgetArea, true, &make<PropertyPanel>},
+        {"tree", "Проект", Qt::LeftDockWidgetArea, true, &make<ProjectTreePanel>},
+        {"elements", "Элементы", Qt::LeftDockWidgetArea, true, &make<ElementPanel>},
+        {"usages", "Использование", Qt::BottomDockWidgetArea, false, &make<UsagesPanel>},
         {"history", "История изменений", Qt::RightDockWidgetArea, false, &make<HistoryPanel>},
         {"symbols", "Мнемосимволы", Qt::LeftDockWidgetArea, true, &make<SymbolPanel>},
         {"review", "Проверка экрана", Qt::BottomDockWidgetArea, false, &make<ReviewPanel>},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
 #include "widgets/scene/editing/DroppedProperties.h"
 
 #include "nodes/model/NodeType.h"
@@ -24,7 +25,7 @@ namespace Widgets {
 
 /// How new elements come into a scene: the menu of the kinds that a layer takes, and the step that
 /// adds one. GUI thread.
-class NewElements : public QObject
+class WIDGETS_EXPORT NewElements : public QObject
 {
     Q_OBJECT
 
@@ -37,7 +38,6 @@ public:
     /// Offers what that node takes. A node that takes nothing leaves the menu as it is.
     void fillMenu(const Nodes::ConfigNode &parent);
 
-    /// New element below `parent`, its corner or its centre at the point; false, and told the
     /// New element below `parent`, its corner or its centre at the point, with those properties;
     /// false, and told the operator, when there is none. Null: there is no layer.
     bool add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point, bool isCentre,

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "nodes/model/NodeType.h"
+
+#include <QStandardItemModel>
+
+namespace Editor {
+
+/// Element kinds in their groups; kinds are dragged as "application/nodetype". GUI thread.
+class ElementModel : public QStandardItemModel
+{
+    Q_OBJECT
+
+public:
+    explicit ElementModel(QObject *parent = nullptr);
+    ~ElementModel() override;
+
+    /// Empty for a group.
+    static Nodes::NodeType typeAt(const QModelIndex &index);
+
+    QStringList mimeTypes() const override;
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    Qt::DropActions supportedDragActions() const override;
+};
+
+} // namespace Editor
