@@ -17,6 +17,7 @@
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
@@ -74,6 +75,14 @@ struct Desk
         if (found == rows.end())
             qFatal("no command %s", id);
         return *found;
+    }
+    const QAction *tool(const char *tip) const
+    {
+        for (const QAction *action : document->findChildren<QAction *>()) {
+            if (action->toolTip() == QString::fromUtf8(tip))
+                return action;
+        }
+        qFatal("no tool %s", tip);
     }
     void run(const char *id) { command(id).run(workspace); }
     Nodes::NPoint place(unsigned long id) const
@@ -183,6 +192,8 @@ private slots:
         desk.select(2); // the last one is the key
         QVERIFY(desk.command("scene.alignLeft").isEnabled(desk.workspace));
         QVERIFY(!desk.command("scene.gapsAcross").isEnabled(desk.workspace));
+        QTRY_VERIFY(desk.tool("Выровнять: По левому краю (Ctrl+Shift+Left)")->isEnabled());
+        QVERIFY(!desk.tool("Распределить: Центры по ширине")->isEnabled());
         desk.run("scene.alignLeft");
         QCOMPARE(desk.place(31).x, 200);
         desk.session.undoStack().undo();

@@ -55,10 +55,8 @@ void EditedView::fit(const QRectF &rect)
 
 void EditedView::drawBackground(QPainter *painter, const QRectF &rect)
 {
-    if (context().isEditor())
-        m_backdrop.paint(*painter, rect, sceneRect());
-    else
-        painter->fillRect(rect, m_backdrop.projectColor);
+    const SceneBackdrop shown = context().isEditor() ? m_backdrop : m_backdrop.preview();
+    shown.paint(*painter, rect, sceneRect());
 }
 
 // Wheel, keys, drags and layout all change it; none tells.

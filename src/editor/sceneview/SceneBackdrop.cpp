@@ -9,13 +9,13 @@ namespace Editor {
 
 namespace {
 
-const QColor deskColor(0xc9, 0xce, 0xd2);
-const QColor deskEdge(0x8a, 0x94, 0x9b);
+const QColor deskColor(0xa4, 0xac, 0xb3);
+const QColor deskEdge(0x5a, 0x64, 0x6c);
 const QColor lightColor(0xf4, 0xf6, 0xf7);
 const QColor darkColor(0x2a, 0x30, 0x36);
 
 constexpr int checkerSize = 8;
-constexpr double leastDotDistance = 6;
+constexpr double leastDotDistance = 10;
 
 QPixmap makeChecker()
 {

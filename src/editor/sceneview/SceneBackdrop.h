@@ -18,8 +18,10 @@ struct SceneBackdrop
     int gridStep = 0;                ///< scene pixels; 0: no grid is drawn
 
     /// Paints `exposed` of a scene that takes `page`: the page and, around it, what does not belong
-    /// to it. Grid points closer than 6 pixels of the screen are thinned out.
+    /// to it. Grid points closer than 10 pixels of the screen are thinned out.
     void paint(QPainter &painter, const QRectF &exposed, const QRectF &page) const;
+    /// As it will be at run time: the window's own colour and no grid.
+    SceneBackdrop preview() const { return {Project, projectColor, 0}; }
 
 private:
     QColor pageColor() const;

@@ -119,21 +119,25 @@ void fitSelection(Workspace &workspace)
     documentOf(workspace)->fitSelection();
 }
 
+int percentOf(Workspace &workspace)
+{
+    return documentOf(workspace)->editedView()->percent();
+}
+
 void showWhole(Workspace &workspace)
 {
-    documentOf(workspace)->editedView()->setPercent(100);
+    documentOf(workspace)->setPercent(100);
 }
 
 void zoomIn(Workspace &workspace)
 {
-    EditedView *view = documentOf(workspace)->editedView();
-    view->setPercent(qMax(view->percent() + 1, qRound(view->percent() * zoomStep)));
+    const int percent = percentOf(workspace);
+    documentOf(workspace)->setPercent(qMax(percent + 1, qRound(percent * zoomStep)));
 }
 
 void zoomOut(Workspace &workspace)
 {
-    EditedView *view = documentOf(workspace)->editedView();
-    view->setPercent(qRound(view->percent() / zoomStep));
+    documentOf(workspace)->setPercent(qRound(percentOf(workspace) / zoomStep));
 }
 
 void togglePreview(Workspace &workspace)

@@ -1,5 +1,6 @@
 #include "editor/sceneview/SceneDocument.h"
 
+#include "editor/project/ProjectSession.h"
 #include "editor/sceneview/EditedView.h"
 #include "editor/sceneview/PasteReportDialog.h"
 #include "editor/sceneview/Ruler.h"
@@ -24,6 +25,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QSet>
+#include <QUndoStack>
 
 namespace Editor {
 
@@ -76,6 +78,7 @@ void SceneDocument::build()
 {
     m_view = new EditedView(node().GetNode(), this);
     (void)m_view->setScene(node().GetNode());
+    m_view->setObjectName(QStringLiteral("scene")); // by which scripts find it
     m_across = new Ruler(Qt::Horizontal, this);
     m_down = new Ruler(Qt::Vertical, this);
     m_tools = new SceneToolBar(*m_view, this);
@@ -103,10 +106,18 @@ void SceneDocument::build()
         m_down->clearPointer();
         m_status->clearPointer();
     });
+    connect(m_tools, &SceneToolBar::editAsked, this, [this](const Widgets::SceneEditRow &edit) {
+        if (Widgets::SceneEditor *tool = editor())
+            tool->tableEdits().run(edit);
+    });
+    connect(m_tools, &SceneToolBar::percentAsked, this, &SceneDocument::setPercent);
     connect(m_tools, &SceneToolBar::fitAsked, this, &SceneDocument::fitAll);
     connect(m_tools, &SceneToolBar::fitSelectionAsked, this, &SceneDocument::fitSelection);
     connect(m_tools->previewAction(), &QAction::toggled, this, &SceneDocument::setPreview);
     connect(&workspace().selection(), &Selection::changed, this, &SceneDocument::followSelection);
+    // What happens out of view paints nothing.
+    connect(&workspace().session().undoStack(), &QUndoStack::indexChanged, this,
+            &SceneDocument::showSelection);
     connectScene();
 }
 
@@ -162,8 +173,20 @@ void SceneDocument::setPreview(bool on)
         return;
     m_tools->previewAction()->setChecked(on);
     shown->setEditingMode(!on);
+    m_shownCount = -1;
+    showSelection();
     m_view->viewport()->update();
     emit workspace().commandsChanged();
+}
+
+void SceneDocument::setPercent(int percent)
+{
+    if (!m_view)
+        return;
+    m_view->setPercent(percent);
+    Widgets::SceneEditor *tool = editor();
+    if (tool && !tool->selection().isEmpty())
+        m_view->centerOn(tool->selection().rect().center());
 }
 
 void SceneDocument::fitAll()
@@ -223,7 +246,11 @@ void SceneDocument::showSelection()
         return;
     m_shownCount = count;
     m_shownRect = rect;
-    m_status->showSelection(count, rect.toRect());
+    if (tool)
+        m_status->showSelection(count, rect.toRect());
+    else
+        m_status->showPreview();
+    m_tools->showPossible(tool ? tool->tableEdits().edited() : Widgets::EditedElements());
     m_status->showHidden(
         dynamic_cast<const Nodes::ConfigNode *>(scene() ? scene()->getNode() : nullptr));
     if (count == 0) {
@@ -252,6 +279,7 @@ void SceneDocument::followSelection(const Nodes::NodeLinks &nodes, QObject *by)
 {
     if (by != scene() && isVisible())
         select(nodes);
+    showSelection();
 }
 
 void SceneDocument::select(const Nodes::NodeLinks &nodes)

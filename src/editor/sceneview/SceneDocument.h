@@ -41,6 +41,8 @@ public:
 
     bool isPreview() const;
     void setPreview(bool on);
+    /// About what is selected, else about the middle of the view.
+    void setPercent(int percent);
     void fitAll();
     /// All without a selection.
     void fitSelection();
@@ -58,6 +60,7 @@ private:
     void showSelection();
     void takeBackground();
     void recallPlace();
+    void removeElements(const Nodes::NodeLinks &asked);
     void tellPaste(const Widgets::PasteReport &report);
 
     EditedView *m_view = nullptr;

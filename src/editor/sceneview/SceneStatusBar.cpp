@@ -79,6 +79,11 @@ void SceneStatusBar::showSelection(int count, const QRect &rect)
                                     : QStringLiteral("Выделено: %1   %2").arg(count).arg(place));
 }
 
+void SceneStatusBar::showPreview()
+{
+    m_selection->setText(QStringLiteral("Просмотр: так окно выглядит при работе, правка выключена"));
+}
+
 void SceneStatusBar::showHidden(const Nodes::ConfigNode *document)
 {
     m_document = document ? document->GetId() : 0;

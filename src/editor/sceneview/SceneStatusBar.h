@@ -29,6 +29,8 @@ public:
     void clearPointer();
     /// `rect` lies around all of them.
     void showSelection(int count, const QRect &rect);
+    /// Nothing can be selected.
+    void showPreview();
     /// Counts the hidden elements of the document; null: none.
     void showHidden(const Nodes::ConfigNode *document);
 

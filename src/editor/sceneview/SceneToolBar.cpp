@@ -2,6 +2,8 @@
 
 #include "editor/sceneview/EditedView.h"
 
+#include "widgets/scene/editing/arrange/EditedElements.h"
+#include "widgets/scene/editing/arrange/SceneEditTable.h"
 #include "widgets/scene/editing/guides/SnapSettings.h"
 
 #include <QComboBox>
@@ -43,6 +45,8 @@ SceneToolBar::SceneToolBar(EditedView &view, QWidget *parent) : QToolBar(parent)
     m_preview->setCheckable(true);
     m_preview->setToolTip(QStringLiteral("Показать окно как при работе, без правки"));
     qobject_cast<QWidget *>(widgetForAction(m_preview))->setFocusPolicy(Qt::NoFocus);
+    addSeparator();
+    addEdits();
     connect(&view, &EditedView::viewChanged, this, &SceneToolBar::showZoom);
     connect(&SnapSettings::process(), &SnapSettings::changed, this, &SceneToolBar::showSettings);
     showZoom();
@@ -54,7 +58,7 @@ void SceneToolBar::addZoom()
     addAction(iconOf("zoomFit"), QStringLiteral("Вписать окно"), this, &SceneToolBar::fitAsked);
     addAction(iconOf("zoomSelection"), QStringLiteral("К выделению"), this,
               &SceneToolBar::fitSelectionAsked);
-    addAction(iconOf("zoom100"), QStringLiteral("100 %"), this, [this] { m_view.setPercent(100); });
+    addAction(iconOf("zoom100"), QStringLiteral("100 %"), this, [this] { emit percentAsked(100); });
     m_zoom = new QComboBox(this);
     m_zoom->setEditable(true);
     m_zoom->setInsertPolicy(QComboBox::NoInsert);
@@ -76,7 +80,7 @@ void SceneToolBar::takeZoom()
     const int percent =
         qRound(text.trimmed().replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&isNumber));
     if (isNumber && percent > 0 && percent != m_view.percent())
-        m_view.setPercent(percent);
+        emit percentAsked(percent);
     showZoom();
 }
 
@@ -121,6 +125,33 @@ void SceneToolBar::addBackdrop()
         backdrop.kind = SceneBackdrop::enKind(m_backdrop->itemData(index).toInt());
         m_view.setBackdrop(backdrop);
     });
+}
+
+// Those that stand in submenus elsewhere: here they are a click away.
+void SceneToolBar::addEdits()
+{
+    QString group;
+    for (const Widgets::SceneEditRow &edit : Widgets::SceneEditTable::rows()) {
+        const QString title = QString::fromUtf8(edit.group);
+        if (title.isEmpty())
+            continue;
+        if (!group.isEmpty() && group != title)
+            addSeparator();
+        group = title;
+        const QIcon icon(QStringLiteral(":/icons/arrange/%1.svg").arg(edit.id));
+        QAction *action = addAction(icon, QString::fromUtf8(edit.text), this,
+                                    [this, &edit] { emit editAsked(edit); });
+        const QString keys = QKeySequence(edit.shortcut).toString(QKeySequence::NativeText);
+        action->setToolTip(QStringLiteral("%1: %2").arg(title, action->text()) +
+                           (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
+        m_edits.insert(&edit, action);
+    }
+}
+
+void SceneToolBar::showPossible(const Widgets::EditedElements &edited)
+{
+    for (auto edit = m_edits.constBegin(); edit != m_edits.constEnd(); ++edit)
+        edit.value()->setEnabled(Widgets::SceneEditTable::isPossible(*edit.key(), edited));
 }
 
 void SceneToolBar::showSettings()

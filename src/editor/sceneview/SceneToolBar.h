@@ -1,15 +1,21 @@
 #pragma once
 
+#include <QHash>
 #include <QToolBar>
 
 class QComboBox;
 class QSpinBox;
 
+namespace Widgets {
+struct EditedElements;
+struct SceneEditRow;
+} // namespace Widgets
+
 namespace Editor {
 
 class EditedView;
 
-/// Above a scene: zoom, grid and snapping, backdrop, preview. What does not fit is behind the bar's
+/// Above a scene: zoom, grid and snapping, backdrop, preview, edits of the whole selection. What does not fit is behind the bar's
 /// own arrow. GUI thread.
 class SceneToolBar : public QToolBar
 {
@@ -19,15 +25,20 @@ public:
     SceneToolBar(EditedView &view, QWidget *parent);
 
     QAction *previewAction() const { return m_preview; }
+    /// Enables the edits that enough is selected for.
+    void showPossible(const Widgets::EditedElements &edited);
 
 signals:
+    void percentAsked(int percent);
     void fitAsked();
     void fitSelectionAsked();
+    void editAsked(const Widgets::SceneEditRow &edit);
 
 private:
     void addZoom();
     void addSnapping();
     void addBackdrop();
+    void addEdits();
     void showZoom();
     void takeZoom();
     void showSettings();
@@ -39,6 +50,7 @@ private:
     QSpinBox *m_step = nullptr;
     QComboBox *m_backdrop = nullptr;
     QAction *m_preview = nullptr;
+    QHash<const Widgets::SceneEditRow *, QAction *> m_edits;
 };
 
 } // namespace Editor
