@@ -36,7 +36,7 @@ const QVector<CommandRow> &CommandTable()
          &NodeCommands::replacePattern},
         {"find-node", "Правка", "Найти узел", "", "Ctrl+Shift+F", nullptr, &NodeCommands::findNode},
     };
-    static const QVector<CommandRow> rows = own + SceneCommands();
+    static const QVector<CommandRow> rows = SceneCommands() + own;
     return rows;
 }
 
