@@ -250,7 +250,8 @@ void SceneDocument::showSelection()
         m_status->showSelection(count, rect.toRect());
     else
         m_status->showPreview();
-    m_tools->showPossible(tool && !workspace().session().isReadOnly() ? tool->tableEdits().edited() : Widgets::EditedElements());
+    m_tools->showPossible(tool && !workspace().session().isReadOnly() ? tool->tableEdits().edited()
+                                                                      : Widgets::EditedElements());
     m_status->showHidden(
         dynamic_cast<const Nodes::ConfigNode *>(scene() ? scene()->getNode() : nullptr));
     if (count == 0) {

@@ -81,7 +81,8 @@ void SceneStatusBar::showSelection(int count, const QRect &rect)
 
 void SceneStatusBar::showPreview()
 {
-    m_selection->setText(QStringLiteral("Просмотр: так окно выглядит при работе, правка выключена"));
+    m_selection->setText(
+        QStringLiteral("Просмотр: так окно выглядит при работе, правка выключена"));
 }
 
 void SceneStatusBar::showHidden(const Nodes::ConfigNode *document)

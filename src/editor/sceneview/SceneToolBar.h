@@ -15,8 +15,8 @@ namespace Editor {
 
 class EditedView;
 
-/// Above a scene: zoom, grid and snapping, backdrop, preview, edits of the whole selection. What does not fit is behind the bar's
-/// own arrow. GUI thread.
+/// Above a scene: zoom, grid and snapping, backdrop, preview, edits of the whole selection. What
+/// does not fit is behind the bar's own arrow. GUI thread.
 class SceneToolBar : public QToolBar
 {
     Q_OBJECT
