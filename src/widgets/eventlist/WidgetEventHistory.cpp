@@ -47,7 +47,7 @@ bool WidgetEvent::getHistory(double from, double to, bool isWaitShown)
         m_choice.isEmpty()
             ? QString()
             : QStringLiteral("Весь интервал в список не помещается: прочитано то, что "
-                             "отобрано по уровню, типу и пользователю."));
+                             "отобрано по уровню, типу, пользователю и тексту события."));
     m_status->setReading(true);
     if (isWaitShown && isVisible())
         waitForAnswer();
@@ -137,7 +137,7 @@ void WidgetEvent::onEnded(const Nodes::Result &result, bool isCut)
                              });
         m_status->setNote(
             QStringLiteral("Показано не всё: событий до %1 в списке нет. Сократите интервал или "
-                           "отберите источники, уровни, типы, пользователей.")
+                           "отберите источники, уровни, типы, пользователей, текст.")
                 .arg(oldest == items.end() ? QString() : Utils::timeText(oldest->time())));
     }
 }
@@ -206,7 +206,7 @@ void WidgetEvent::onSourcesChanged()
 Nodes::EventChoice WidgetEvent::wantedChoice() const
 {
     const EventRowFilter filter = m_bar->filter();
-    Nodes::EventChoice choice{filter.levels, filter.types, {}};
+    Nodes::EventChoice choice{filter.levels, filter.types, {}, filter.text.toStdString()};
     for (const QString &user : filter.users)
         choice.users.push_back(user.toStdString());
     return choice;

@@ -148,8 +148,9 @@ void AlarmDialog::tellHeight()
     // At another width the same parts wrap otherwise: no reason to take back a height somebody
     // chose.
     const bool isFolding = std::exchange(m_besidesWidth, width()) == width();
-    if (std::exchange(m_besides, height) != height && isFolding)
-        emit heightWanted();
+    const int before = std::exchange(m_besides, height);
+    if (before != height && isFolding)
+        emit heightWanted(before);
 }
 
 void AlarmDialog::summarise()

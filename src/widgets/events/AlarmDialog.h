@@ -49,8 +49,9 @@ public:
 
 signals:
     void closeRequested();
-    /// Something came up beside the list or went: another height leaves it its rows.
-    void heightWanted();
+    /// Something came up beside the list or went: another height leaves it its rows. `before` is
+    /// what besidesHeight was.
+    void heightWanted(int before);
 
 public slots:
     /// Reads the alarm subsystem's settings anew.

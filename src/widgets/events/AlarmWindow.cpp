@@ -136,18 +136,22 @@ void AlarmWindow::keepOnScreen(int keptWidth)
 
 // The list gives of its rows first. What is missing grows downwards where no buttons of the
 // displays are covered by it, else upwards; folded in, all is as it was.
-void AlarmWindow::makeRoom()
+void AlarmWindow::makeRoom(int before)
 {
     const QScreen *screen = QGuiApplication::screenAt(geometry().center());
     if (!screen || !isVisible() || isMaximized())
         return;
-    if (geometry() != m_made)
+    if (geometry() != m_made) {
         m_chosen = geometry();
+        m_besides = before;
+    }
     const QRect room = screen->availableGeometry();
     m_dialog->layout()->activate();
     const int least =
         minimumSizeHint().height() + leastList - m_dialog->table().minimumSizeHint().height();
-    const int height = qMin(qMax(m_chosen.height(), least), room.height());
+    const bool isMore = m_dialog->besidesHeight() > m_besides;
+    const int height =
+        qMin(isMore ? qMax(m_chosen.height(), least) : m_chosen.height(), room.height());
     const int lowest = qMax(m_chosen.bottom(), room.bottom() - buttonsOfDisplays) + 1;
     const int top = qMin(m_chosen.top(), lowest - height);
     setGeometry(m_chosen.left(), qMax(room.top(), top), m_chosen.width(), height);

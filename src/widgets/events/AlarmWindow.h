@@ -47,7 +47,7 @@ protected:
 
 private:
     void comeUp(bool takesFocus);
-    void makeRoom();
+    void makeRoom(int before);
     Nodes::Result loadPlace();
     void keepOnScreen(int keptWidth);
 
@@ -56,6 +56,7 @@ private:
     // What an operator chose, and what was made of it for what is folded out beside the list.
     QRect m_chosen;
     QRect m_made;
+    int m_besides = 0; // height beside the list when it was chosen
 };
 
 } // namespace Widgets

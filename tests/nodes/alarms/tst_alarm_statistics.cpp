@@ -326,20 +326,25 @@ private slots:
 
     void verdicts_data()
     {
-        const Rows<QString, QString, int> row("entries", "measure", "verdict");
-        row("calm", "+1@0", "В среднем за 10 минут", int(HealthVerdict::Good));
-        row("busy", burst(9, 0, 60), "В среднем за 10 минут", int(HealthVerdict::Attention));
-        row("overload", burst(13, 0, 60), "В среднем за 10 минут", int(HealthVerdict::Bad));
-        row("flood", burst(11, 0, 1), "Доля времени в лавине тревог", int(HealthVerdict::Bad));
-        row("few tell nothing", burst(12, 0, 1), "Высокий приоритет (1)", int(HealthVerdict::None));
-        row("too many high", burst(40, 0, 1), "Высокий приоритет (1)", int(HealthVerdict::Bad));
+        const Rows<QString, QString, int, int> row("entries", "measure", "verdict", "bins");
+        row("calm", "+1@0", "В среднем за 10 минут", int(HealthVerdict::Good), 6);
+        row("too short to be good", "+1@0", "В среднем за 10 минут", int(HealthVerdict::None), 5);
+        row("bad all the same", burst(25, 0, 1), "Наибольшее за 10 минут", int(HealthVerdict::Bad),
+            1);
+        row("busy", burst(9, 0, 60), "В среднем за 10 минут", int(HealthVerdict::Attention), 6);
+        row("overload", burst(13, 0, 60), "В среднем за 10 минут", int(HealthVerdict::Bad), 6);
+        row("flood", burst(11, 0, 1), "Доля времени в лавине тревог", int(HealthVerdict::Bad), 6);
+        row("few tell nothing", burst(12, 0, 1), "Высокий приоритет (1)", int(HealthVerdict::None),
+            6);
+        row("too many high", burst(40, 0, 1), "Высокий приоритет (1)", int(HealthVerdict::Bad), 6);
     }
     void verdicts()
     {
         QFETCH(QString, entries);
         QFETCH(QString, measure);
         QFETCH(int, verdict);
-        const auto measures = MeasuresOf(figuresOf(entriesOf(entries), 6 * tenMinutes));
+        QFETCH(int, bins);
+        const auto measures = MeasuresOf(figuresOf(entriesOf(entries), bins * tenMinutes));
         const auto found =
             std::find_if(measures.begin(), measures.end(),
                          [&](const AlarmMeasure &m) { return m.name == measure.toStdString(); });

@@ -304,6 +304,11 @@ void TestEventList::filtersFindWhatHadNoRoom()
     QVERIFY(rig.list->statusBar()->note().startsWith(QStringLiteral("Весь интервал")));
     rig.list->filterBar()->reset();
     QTRY_COMPARE(rig.rows(), 900);
+    filter = {};
+    filter.text = "OLD";
+    rig.list->filterBar()->setFilter(filter);
+    emit rig.list->filterBar()->changed();
+    QTRY_COMPARE(rig.texts(), QStringList{"old"});
 }
 
 void TestEventList::chosenSourcesAreKept()

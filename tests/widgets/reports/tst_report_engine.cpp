@@ -6,6 +6,8 @@
 #include "widgets/reports/engine/preview/PageView.h"
 
 #include <QAbstractScrollArea>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
@@ -368,6 +370,14 @@ private slots:
         QVERIFY(put.wait());
         QCOMPARE(put.at(0).at(0).toString(), QString());
         QCOMPARE(textOf(dir.filePath("shown.pdf")).count(QChar('\f')), preview->pageCount());
+
+        preview->setWindowTitle("Смена 1/2: ночь"); // what the host calls it
+        preview->printToPDF();
+        auto *question = preview->findChild<QFileDialog *>();
+        QVERIFY(question);
+        QCOMPARE(QFileInfo(question->selectedFiles().value(0)).fileName(),
+                 QString("Смена 1_2_ ночь.pdf"));
+        question->reject();
     }
 
     // Scrolled in steps the picture is that of painting all of it anew.

@@ -105,6 +105,12 @@ void addAcknowledgement(const AlarmFigures &figures, std::vector<AlarmMeasure> &
 
 } // namespace
 
+bool IsTelling(const AlarmFigures &figures)
+{
+    constexpr Timestamp least = Timestamp(3600) * 1000000;
+    return figures.end - figures.begin >= least;
+}
+
 std::vector<AlarmMeasure> MeasuresOf(const AlarmFigures &figures)
 {
     std::vector<AlarmMeasure> measures;
@@ -112,6 +118,10 @@ std::vector<AlarmMeasure> MeasuresOf(const AlarmFigures &figures)
     addNuisance(figures, measures);
     addPriorities(figures, measures);
     addAcknowledgement(figures, measures);
+    for (AlarmMeasure &measure : measures) {
+        if (measure.verdict == HealthVerdict::Good && !IsTelling(figures))
+            measure.verdict = HealthVerdict::None; // what is bad after minutes is bad
+    }
     return measures;
 }
 

@@ -31,6 +31,8 @@ struct NODES_EXPORT AlarmMeasure
     bool isKnown = true; ///< false: nothing happened that it could be told of
 };
 
+/// Whether the period is long enough, an hour, to call anything in it good.
+NODES_EXPORT bool IsTelling(const AlarmFigures &figures);
 /// The measures in the order in which they are shown.
 NODES_EXPORT std::vector<AlarmMeasure> MeasuresOf(const AlarmFigures &figures);
 /// Shares of low (priorities 3 and 4), medium (2) and high (1) priority, 0 to 1; all 0 without

@@ -121,6 +121,7 @@ Result widgetEventList::GetHistory(unsigned long long from, unsigned long long t
     query.levels = choice.levels;
     query.types = choice.types;
     query.users = choice.users;
+    query.text = choice.text;
     for (const NodeLink &source : GetSources())
         query.nodes.push_back(core->GetJournal().SourceOf(source));
     Asked &asked = m_asked[view];

@@ -67,10 +67,12 @@ void HealthBar::setInterval(const QString &text)
     m_interval->setText(text);
 }
 
-void HealthBar::setOverall(Nodes::HealthVerdict verdict)
+void HealthBar::setOverall(Nodes::HealthVerdict verdict, bool isTelling)
 {
     constexpr int size = 22;
-    const QString word = HealthText::verdict(verdict);
+    const QString word = isTelling || verdict != Nodes::HealthVerdict::None
+                             ? HealthText::verdict(verdict)
+                             : QStringLiteral("мало данных");
     m_overall->setText(word.isEmpty() ? QString() : QStringLiteral("Оценка: ") + word);
     m_sign->setPixmap(HealthText::sign(verdict, size));
 }

@@ -25,7 +25,8 @@ public:
 
     void setPeriod(HealthPeriod::Kind kind);
     void setInterval(const QString &text);
-    void setOverall(Nodes::HealthVerdict verdict);
+    /// `isTelling`: see Nodes::IsTelling.
+    void setOverall(Nodes::HealthVerdict verdict, bool isTelling = true);
     /// Percent done; below 0: nothing is being computed.
     void setProgress(int percent);
     void setExportable(bool on);

@@ -226,7 +226,7 @@ void HealthPage::showFigures()
 {
     const Nodes::AlarmFigures &figures = *m_figures;
     const std::vector<Nodes::AlarmMeasure> measures = Nodes::MeasuresOf(figures);
-    m_bar->setOverall(Nodes::OverallOf(measures));
+    m_bar->setOverall(Nodes::OverallOf(measures), Nodes::IsTelling(figures));
     m_bar->setExportable(true);
     m_measures->setMeasures(measures);
     m_rate->setBars(figures.begin, Nodes::AlarmFigures::Bin, figures.perBin);

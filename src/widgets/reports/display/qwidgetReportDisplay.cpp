@@ -110,7 +110,7 @@ void qwidgetReportDisplay::connectToolBar()
             &qwidgetReportDisplay::onCurrentReportChanged);
     connect(m_toolBar->interval, &QAction::triggered, this, &qwidgetReportDisplay::askInterval);
     connect(m_toolBar->print, &QAction::triggered, m_preview, &Preview::print);
-    connect(m_toolBar->pdf, &QAction::triggered, m_preview, &Preview::printToPDF);
+    connect(m_toolBar->pdf, &QAction::triggered, this, &qwidgetReportDisplay::savePdf);
     connect(m_toolBar->prior, &QAction::triggered, m_preview, &Preview::priorPage);
     connect(m_toolBar->next, &QAction::triggered, m_preview, &Preview::nextPage);
     connect(m_toolBar->fitWidth, &QAction::triggered, m_preview, &Preview::fitWidth);

@@ -92,6 +92,8 @@ private:
     void askInterval();
     void showInterval();
     void saveTable(bool isXlsx);
+    QString outputName() const;
+    void savePdf();
     void cancelWork();
     void onRenderStarted();
     void onRenderFinished();

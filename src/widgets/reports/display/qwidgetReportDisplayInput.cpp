@@ -19,6 +19,7 @@
 #include <QAction>
 #include <QComboBox>
 
+#include <lrpreviewreportwidget.h>
 #include <lrreportengine.h>
 
 namespace Widgets {
@@ -62,15 +63,25 @@ void qwidgetReportDisplay::showInterval()
     m_toolBar->setInterval(QString::fromStdString(Nodes::ReportIntervalText(m_span)));
 }
 
+QString qwidgetReportDisplay::outputName() const
+{
+    const QString interval =
+        m_toolBar->interval->text().replace(QLatin1Char(':'), QLatin1Char('-'));
+    return QStringLiteral("%1 %2").arg(m_toolBar->reports->currentText(), interval);
+}
+
+void qwidgetReportDisplay::savePdf()
+{
+    m_preview->setWindowTitle(outputName()); // the file is called so
+    m_preview->printToPDF();
+}
+
 void qwidgetReportDisplay::saveTable(bool isXlsx)
 {
     if (m_export->isRunning() || m_models.isEmpty())
         return;
     const QString ending = isXlsx ? QStringLiteral("xlsx") : QStringLiteral("csv");
-    const QString interval =
-        m_toolBar->interval->text().replace(QLatin1Char(':'), QLatin1Char('-'));
-    const QString name =
-        QStringLiteral("%1 %2.%3").arg(m_toolBar->reports->currentText(), interval, ending);
+    const QString name = QStringLiteral("%1.%2").arg(outputName(), ending);
     const QPointer<qwidgetReportDisplay> self = this;
     const SaveFileQuestion question{isXlsx ? m_toolBar->xlsx->text() : m_toolBar->csv->text(), name,
                                     ending,

@@ -172,7 +172,12 @@ void PreviewBody::askFile()
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("pdf"));
     speakRussian(*dialog);
-    dialog->selectFile(m_report->name + QStringLiteral(".pdf"));
+    QString name = parentWidget()->windowTitle(); // what hosts call the report
+    if (name.isEmpty())
+        name = m_report->name;
+    for (const QChar forbidden : QStringLiteral("/\\:*?\"<>|"))
+        name.replace(forbidden, '_');
+    dialog->selectFile(name + QStringLiteral(".pdf"));
     connect(dialog, &QFileDialog::fileSelected, this, &PreviewBody::save);
     dialog->open();
 }
