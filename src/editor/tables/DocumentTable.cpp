@@ -1,6 +1,9 @@
 #include "editor/tables/DocumentTable.h"
 
+#include "editor/drivers/DriverView.h"
 #include "editor/sceneview/SceneDocument.h"
+#include "editor/signals/SignalTable.h"
+#include "editor/users/UsersView.h"
 
 namespace Editor {
 
@@ -18,6 +21,9 @@ const QVector<DocumentRow> &DocumentTable()
 {
     static const QVector<DocumentRow> rows = {
         {&SceneDocument::shows, &make<SceneDocument>},
+        {&DriverView::shows, &make<DriverView>},
+        {&UsersView::shows, &make<UsersView>},
+        {&SignalTable::shows, &make<SignalTable>},
     };
     return rows;
 }

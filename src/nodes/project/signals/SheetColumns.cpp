@@ -36,8 +36,8 @@ void append(Kinds &kinds, const KindInfo *kind)
         kinds.push_back(kind);
 }
 
-/// "modbusDriver" -> "modbusSignal", for the driver at or above the node.
-const KindInfo *signalKindFor(const ConfigNode *node)
+/// "modbusDriver" -> "modbusSignal" or "modbusGroup", for the driver at or above the node.
+const KindInfo *kindFor(const ConfigNode *node, const char *wanted)
 {
     constexpr std::string_view suffix = "Driver";
     while (node && node->GetNodeType().GetFamily() != NodeType::TypeDriver)
@@ -45,7 +45,7 @@ const KindInfo *signalKindFor(const ConfigNode *node)
     std::string key = node && node->GetKind() ? node->GetKind()->key : std::string();
     if (key.size() <= suffix.size() || key.substr(key.size() - suffix.size()) != suffix)
         return nullptr;
-    key.replace(key.size() - suffix.size(), suffix.size(), "Signal");
+    key.replace(key.size() - suffix.size(), suffix.size(), wanted);
     return KindTable::Instance().FindByKey(key);
 }
 
@@ -136,10 +136,12 @@ std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned f
             append(kinds, link->GetKind());
     }
     if (kinds.empty() && family == NodeType::TypeSignal) {
-        append(kinds, signalKindFor(&scope));
+        append(kinds, kindFor(&scope, "Signal"));
         if (kinds.empty())
             append(kinds, KindTable::Instance().FindByKey("memorySignal"));
     }
+    if (kinds.empty() && family == NodeType::TypeDriverGroup)
+        append(kinds, kindFor(&scope, "Group"));
     if (kinds.empty() && family == NodeType::TypeAlarm)
         append(kinds, KindTable::Instance().FindByKey("alarmLimit"));
     return kinds;

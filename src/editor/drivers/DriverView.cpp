@@ -1,0 +1,32 @@
+#include "editor/drivers/DriverView.h"
+
+#include "editor/drivers/DriverSettings.h"
+#include "editor/drivers/ModbusTrial.h"
+
+#include "nodes/drivers/modbus/modbusDriver.h"
+
+#include <QTabWidget>
+
+namespace Editor {
+
+DriverView::DriverView(Workspace &workspace, const Nodes::NodeLink &node, QWidget *parent)
+    : SignalTable(workspace, node, parent)
+{
+    tabs().insertTab(0, new DriverSettings(workspace, node, &tabs()), tr("Настройки"));
+    if (dynamic_cast<Nodes::modbusDriver *>(node.GetNode()))
+        tabs().addTab(new ModbusTrial(workspace, node, signalPage(), &tabs()),
+                      tr("Проверка связи"));
+    tabs().setCurrentIndex(0);
+}
+
+bool DriverView::shows(const Nodes::ConfigNode &node)
+{
+    return node.GetNodeType().GetFamily() == Nodes::NodeType::TypeDriver;
+}
+
+QString DriverView::title() const
+{
+    return DocumentView::title();
+}
+
+} // namespace Editor

@@ -1,0 +1,251 @@
+#include "editor/drivers/ModbusTrial.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/signals/SheetPage.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/drivers/modbus/modbusGroup.h"
+#include "nodes/drivers/modbus/modbusSignal.h"
+#include "nodes/model/KindInfo.h"
+#include "nodes/project/signals/CellText.h"
+#include "nodes/system/systemCore.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace Editor {
+
+using Nodes::modbusDriver;
+using Nodes::modbusSignal;
+
+namespace {
+
+constexpr int period = 1000;           // ms
+constexpr std::size_t mostRead = 2000; // signals
+enum Column { Name, Address, Type, Registers, Raw, Value, Time, Answer, ColumnCount };
+
+QString toText(const std::string &text)
+{
+    return QString::fromStdString(text);
+}
+
+std::string textOf(const Nodes::ConfigNode &node, unsigned valueId)
+{
+    const Nodes::PropertyDescriptor *d = node.GetKind()->FindProperty(valueId);
+    return d->binding.format(*d, node);
+}
+
+QString hexOf(const std::vector<std::uint16_t> &words)
+{
+    QStringList texts;
+    for (const std::uint16_t word : words)
+        texts << QStringLiteral("%1").arg(word, 4, 16, QLatin1Char('0')).toUpper();
+    return texts.join(QLatin1Char(' '));
+}
+
+/// The text as the core expands it; as it is where a name in it is not known here.
+QString expanded(const Nodes::systemCore &core, const std::string &text)
+{
+    std::string result;
+    return toText(core.Expand(text, result) ? result : text);
+}
+
+} // namespace
+
+ModbusTrial::ModbusTrial(Workspace &workspace, const Nodes::NodeLink &driver, SheetPage &page,
+                         QWidget *parent)
+    : QWidget(parent),
+      m_workspace(workspace),
+      m_driver(driver),
+      m_page(page),
+      m_host(new QLineEdit(this)),
+      m_port(new QLineEdit(this)),
+      m_button(new QPushButton(this)),
+      m_repeats(new QCheckBox(tr("каждую секунду"), this)),
+      m_status(new QLabel(this)),
+      m_table(new QTableWidget(0, ColumnCount, this))
+{
+    m_host->setObjectName(QStringLiteral("host"));
+    m_port->setObjectName(QStringLiteral("port"));
+    m_button->setObjectName(QStringLiteral("start"));
+    m_status->setObjectName(QStringLiteral("status"));
+    m_table->setObjectName(QStringLiteral("readings"));
+    m_port->setMaximumWidth(110);
+    m_repeats->setChecked(true);
+    m_status->setWordWrap(true);
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setText(tr("Читаются все сигналы устройства или выбранные на вкладке «Сигналы». "
+                         "Запись не ведётся."));
+    makeTable();
+    auto *bar = new QHBoxLayout;
+    bar->addWidget(new QLabel(tr("Адрес"), this));
+    bar->addWidget(m_host, 1);
+    bar->addWidget(new QLabel(tr("порт"), this));
+    bar->addWidget(m_port);
+    bar->addWidget(m_button);
+    bar->addWidget(m_repeats);
+    bar->addStretch(2);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(bar);
+    layout->addWidget(m_status);
+    layout->addWidget(m_table, 1);
+    connect(m_button, &QPushButton::clicked, this, [this] { m_isRunning ? stop() : start(); });
+    connect(&workspace.session(), &ProjectSession::aboutToClose, this, &ModbusTrial::stop);
+    setRunning(false);
+    fillPlace();
+}
+
+ModbusTrial::~ModbusTrial() = default;
+
+void ModbusTrial::makeTable()
+{
+    m_table->setHorizontalHeaderLabels({tr("Сигнал"), tr("Адрес"), tr("Тип"), tr("Регистры"),
+                                        tr("До масштаба"), tr("Значение"), tr("мс"), tr("Ответ")});
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(24);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    const int widths[] = {220, 70, 170, 100, 100, 110, 60};
+    for (int column = 0; column < Answer; ++column)
+        m_table->setColumnWidth(column, widths[column]);
+}
+
+void ModbusTrial::fillPlace()
+{
+    const Nodes::ConfigNode *driver = m_driver.GetNode();
+    if (!driver)
+        return;
+    const Nodes::systemCore &core = m_workspace.session().core();
+    m_host->setText(expanded(core, textOf(*driver, modbusDriver::Prop::Host)));
+    m_port->setText(expanded(core, textOf(*driver, modbusDriver::Prop::Port)));
+}
+
+void ModbusTrial::setRunning(bool isRunning)
+{
+    m_isRunning = isRunning;
+    m_button->setText(isRunning ? tr("Остановить") : tr("Проверить связь"));
+    m_host->setEnabled(!isRunning);
+    m_port->setEnabled(!isRunning);
+    m_repeats->setEnabled(!isRunning);
+}
+
+bool ModbusTrial::gatherPoints()
+{
+    const Nodes::ConfigNode *driver = m_driver.GetNode();
+    if (!driver)
+        return false;
+    const Nodes::NodeLinks chosen = m_page.selectedNodes();
+    m_points.clear();
+    m_table->setRowCount(0);
+    for (const Nodes::NodeLink &link : chosen.size() > 1 ? chosen : driver->GetNodes(true)) {
+        const auto *signal = dynamic_cast<const modbusSignal *>(link.GetNode());
+        const Nodes::modbusGroup *group = signal ? signal->GetGroup() : nullptr;
+        if (!group || m_points.size() == mostRead)
+            continue;
+        const int row = m_table->rowCount();
+        m_points.push_back({group->GetFirstAddress(), signal->GetPoint(*group)});
+        const QString texts[] = {
+            toText(signal->GetName()), QString::number(m_points.back().GetAddress()),
+            toText(Nodes::CellText::Show(
+                *signal->GetKind()->FindProperty(modbusSignal::Prop::DataType.valueId), *signal))};
+        m_table->insertRow(row);
+        for (int column = 0; column < ColumnCount; ++column)
+            m_table->setItem(row, column,
+                             new QTableWidgetItem(column <= Type ? texts[column] : QString()));
+        m_table->item(row, Name)->setToolTip(toText(signal->GetPath()));
+    }
+    return true;
+}
+
+bool ModbusTrial::readTarget(Nodes::ProbeTarget &target)
+{
+    const Nodes::ConfigNode *driver = m_driver.GetNode();
+    if (!driver)
+        return false;
+    bool isNumber = false;
+    const int port = m_port->text().trimmed().toInt(&isNumber);
+    if (!isNumber || port < 1 || port > 65535) {
+        m_status->setText(tr("Порт «%1» — не число от 1 до 65535. Впишите порт для проверки; в "
+                             "проект он не запишется.")
+                              .arg(m_port->text()));
+        m_port->setFocus();
+        return false;
+    }
+    target.host = m_host->text().trimmed().toStdString();
+    target.port = std::to_string(port);
+    target.unit = std::stoi(textOf(*driver, modbusDriver::Prop::Unit));
+    target.timeout = std::stoi(textOf(*driver, modbusDriver::Prop::Timeout));
+    return true;
+}
+
+void ModbusTrial::start()
+{
+    Nodes::ProbeTarget target;
+    if (!readTarget(target) || !gatherPoints())
+        return;
+    setRunning(true);
+    m_status->setText(tr("Соединение с %1:%2…").arg(m_host->text(), m_port->text()));
+    const int trial = ++m_trial;
+    m_probe.Start(std::move(target), m_points, m_repeats->isChecked() ? period : 0,
+                  [this, trial](const Nodes::ProbeOutcome &outcome) {
+                      QMetaObject::invokeMethod(
+                          this, [this, outcome, trial] { take(outcome, trial); },
+                          Qt::QueuedConnection);
+                  });
+}
+
+void ModbusTrial::stop()
+{
+    if (!m_isRunning)
+        return;
+    ++m_trial;
+    m_probe.Cancel();
+    setRunning(false);
+    m_status->setText(tr("Проверка остановлена; значения ниже — последние прочитанные."));
+}
+
+void ModbusTrial::showReading(int row, const Nodes::ProbeReading &reading)
+{
+    const bool isGood = bool(reading.result);
+    const auto set = [this, row](int column, const QString &text) {
+        m_table->item(row, column)->setText(text);
+    };
+    set(Registers, hexOf(reading.words));
+    set(Raw, isGood ? toText(reading.raw.ToString()) : QString());
+    set(Value, isGood ? toText(reading.scaled.ToString()) : QStringLiteral("----"));
+    set(Time, reading.milliseconds > 0 ? QString::number(reading.milliseconds, 'f', 1) : QString());
+    const QString answer = toText(Nodes::ModbusProbe::Explain(reading.result));
+    set(Answer, isGood ? tr("есть") : answer);
+    m_table->item(row, Answer)->setToolTip(answer);
+}
+
+void ModbusTrial::take(const Nodes::ProbeOutcome &outcome, int trial)
+{
+    if (trial != m_trial)
+        return;
+    int good = 0;
+    for (std::size_t i = 0; i < outcome.readings.size(); ++i) {
+        showReading(int(i), outcome.readings[i]);
+        good += bool(outcome.readings[i].result);
+    }
+    if (!outcome.connection)
+        m_status->setText(
+            tr("Связи нет: %1.").arg(toText(Nodes::ModbusProbe::Explain(outcome.connection))));
+    else
+        m_status->setText(tr("Связь есть. Прочитано сигналов: %1 из %2, запросов: %3.")
+                              .arg(good)
+                              .arg(outcome.readings.size())
+                              .arg(outcome.requests));
+    if (!m_repeats->isChecked())
+        setRunning(false);
+}
+
+} // namespace Editor

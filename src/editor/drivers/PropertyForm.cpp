@@ -1,0 +1,140 @@
+#include "editor/drivers/PropertyForm.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindInfo.h"
+#include "nodes/project/signals/CellText.h"
+#include "nodes/project/signals/NodePaths.h"
+#include "utils/undo/ChangePropertyCommand.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+namespace Editor {
+
+using Nodes::PropertyDescriptor;
+using Nodes::PropertyType;
+
+namespace {
+
+constexpr int fieldWidth = 260;
+
+bool isShown(const PropertyDescriptor &descriptor)
+{
+    const PropertyType type = descriptor.binding.type;
+    return type != PropertyType::Secret && type != PropertyType::Link &&
+           type != PropertyType::Links && type != PropertyType::Resource;
+}
+
+QString helpOf(const PropertyDescriptor &descriptor)
+{
+    const QString admissible = QString::fromStdString(Nodes::CellText::Admissible(descriptor));
+    const QString key = QString::fromStdString(descriptor.key);
+    return admissible.isEmpty() ? key : PropertyForm::tr("%1; допустимо: %2").arg(key, admissible);
+}
+
+void display(QWidget &field, const QString &text)
+{
+    const QSignalBlocker blocker(&field);
+    if (auto *check = qobject_cast<QCheckBox *>(&field))
+        check->setChecked(text == QLatin1String("да"));
+    else if (auto *box = qobject_cast<QComboBox *>(&field))
+        box->setCurrentText(text);
+    else if (auto *line = qobject_cast<QLineEdit *>(&field); line && line->text() != text)
+        line->setText(text);
+}
+
+} // namespace
+
+PropertyForm::PropertyForm(Workspace &workspace, const Nodes::NodeLink &node, QWidget *parent)
+    : QWidget(parent), m_workspace(workspace), m_node(node)
+{
+    auto *form = new QFormLayout(this);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->setLabelAlignment(Qt::AlignLeft);
+    Nodes::ConfigNode *shown = node.GetNode();
+    if (!shown || !shown->GetKind())
+        return;
+    for (const PropertyDescriptor &descriptor : shown->GetKind()->properties) {
+        if (isShown(descriptor))
+            addField(*form, descriptor);
+    }
+    m_connection = shown->ConnectPropertyChanged([this](Nodes::BasicProperty *) { refresh(); });
+    connect(&workspace.session(), &ProjectSession::readOnlyChanged, this, &PropertyForm::refresh);
+    refresh();
+}
+
+PropertyForm::~PropertyForm() = default;
+
+QWidget *PropertyForm::field(const std::string &key) const
+{
+    const auto found = m_fields.find(key);
+    return found == m_fields.end() ? nullptr : found->second;
+}
+
+// Descriptors live as long as the program.
+void PropertyForm::addField(QFormLayout &form, const PropertyDescriptor &descriptor)
+{
+    const PropertyDescriptor *d = &descriptor;
+    QWidget *field = nullptr;
+    if (d->binding.type == PropertyType::Bool) {
+        auto *check = new QCheckBox(this);
+        connect(check, &QCheckBox::toggled, this, [this, d](bool isOn) {
+            commit(*d, isOn ? QStringLiteral("да") : QStringLiteral("нет"));
+        });
+        field = check;
+    } else if (!d->choices.empty()) {
+        auto *box = new QComboBox(this);
+        for (const Nodes::PropertyChoice &choice : d->choices)
+            box->addItem(QString::fromStdString(choice.nameRu));
+        connect(box, QOverload<int>::of(&QComboBox::activated), this,
+                [this, d, box] { commit(*d, box->currentText()); });
+        field = box;
+    } else {
+        auto *line = new QLineEdit(this);
+        line->setMinimumWidth(fieldWidth);
+        connect(line, &QLineEdit::editingFinished, this,
+                [this, d, line] { commit(*d, line->text()); });
+        field = line;
+    }
+    field->setObjectName(QString::fromStdString(d->key));
+    field->setToolTip(helpOf(*d));
+    m_fields[d->key] = field;
+    form.addRow(QString::fromStdString(d->nameRu), field);
+}
+
+void PropertyForm::commit(const PropertyDescriptor &descriptor, const QString &text)
+{
+    const Nodes::ConfigNode *node = m_node.GetNode();
+    if (!node || Nodes::CellText::Show(descriptor, *node) == text.toStdString())
+        return;
+    boost::any value;
+    const Nodes::NodePaths paths(node->GetNodesCollection());
+    const Nodes::Result read = Nodes::CellText::Read(descriptor, text.toStdString(), paths, value);
+    if (!read)
+        return m_workspace.tell(
+            Workspace::Error,
+            tr("Значение не изменено: %1.").arg(QString::fromStdString(read.GetDetail())));
+    m_workspace.push(
+        new Utils::ChangePropertyCommand(m_node, descriptor.valueId, std::move(value)));
+    refresh();
+}
+
+void PropertyForm::refresh()
+{
+    const Nodes::ConfigNode *node = m_node.GetNode();
+    setEnabled(node && !m_workspace.session().isReadOnly());
+    if (!node)
+        return;
+    for (const auto &[key, field] : m_fields) {
+        const PropertyDescriptor *d = node->GetKind()->FindProperty(std::string_view(key));
+        display(*field, QString::fromStdString(Nodes::CellText::Show(*d, *node)));
+    }
+}
+
+} // namespace Editor

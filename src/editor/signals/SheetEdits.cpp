@@ -1,0 +1,264 @@
+#include "editor/signals/SheetEdits.h"
+
+#include "editor/signals/SheetModel.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindInfo.h"
+#include "nodes/project/signals/SheetImport.h"
+#include "nodes/values/NumberText.h"
+#include "utils/undo/AddNodeLinkCommand.h"
+#include "utils/undo/ChangePropertyCommand.h"
+#include "utils/undo/ChangeTextCommand.h"
+#include "utils/undo/CommandGroup.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace Editor::SheetEdits {
+
+using Nodes::SheetColumn;
+using Nodes::SheetImport;
+using Nodes::SheetPlan;
+using Nodes::TextTable;
+using Utils::ChangeTextCommand;
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Editor::SheetEdits", text);
+}
+
+SheetImport importOf(const SheetModel &model)
+{
+    return SheetImport(*model.scope(), model.family(), model.columns(), model.kinds());
+}
+
+bool hasHeader(const SheetModel &model, const TextTable &table)
+{
+    const auto isName = [&model](const std::string &title) {
+        const int column = model.columns().Find(title);
+        return column >= 0 && model.columns()[std::size_t(column)].what == SheetColumn::Name;
+    };
+    return !table.empty() && std::any_of(table[0].begin(), table[0].end(), isName);
+}
+
+/// Spreadsheets put tabs between cells; text of a file that was copied as a whole has its own
+/// separator, and its header tells.
+Nodes::Result readClipboard(const SheetModel &model, const std::string &text, TextTable &table)
+{
+    const char separator = Nodes::DelimitedText::RecogniseSeparator(text);
+    const Nodes::Result read = Nodes::DelimitedText::Read(text, separator, table);
+    if (!read || separator == '\t' || hasHeader(model, table))
+        return read;
+    return Nodes::DelimitedText::Read(text, '\t', table);
+}
+
+void planSame(const SheetModel &model, const Cells &cells, const std::string &text,
+              SheetImport &import, SheetPlan &plan)
+{
+    for (const auto &[row, column] : cells)
+        import.PlanBlock({{ text }}, {model.node(row)}, std::size_t(column), plan);
+}
+
+} // namespace
+
+QUndoCommand *makeCommand(const SheetPlan &plan, const QString &text)
+{
+    if (plan.isEmpty())
+        return nullptr;
+    auto *group = new Utils::CommandGroup(text);
+    for (const SheetPlan::Text &name : plan.names)
+        new ChangeTextCommand(name.node, ChangeTextCommand::Name, name.text, group);
+    for (const SheetPlan::Change &change : plan.changes)
+        new Utils::ChangePropertyCommand(change.node, change.valueId, change.value, group);
+    for (const SheetPlan::Text &description : plan.descriptions)
+        new ChangeTextCommand(description.node, ChangeTextCommand::Description, description.text,
+                              group);
+    for (const SheetPlan::Addition &addition : plan.additions)
+        new Utils::AddNodeLinkCommand(addition.clone, addition.parent, group);
+    return group;
+}
+
+bool carryOut(Workspace &workspace, SheetPlan &plan, const QString &text)
+{
+    QUndoCommand *command = makeCommand(plan, text);
+    if (!command) {
+        workspace.tell(Workspace::Info, tr("Менять нечего: в таблице уже всё так."));
+        return false;
+    }
+    if (!workspace.push(command)) {
+        plan.Discard();
+        return false;
+    }
+    workspace.tell(Workspace::Info, tr("Создано: %1, изменено: %2. Отменить — Ctrl+Z.")
+                                        .arg(plan.added)
+                                        .arg(std::max(plan.updated, plan.names.size())));
+    return true;
+}
+
+Refusals importTable(Workspace &workspace, const SheetModel &model, const TextTable &table)
+{
+    SheetPlan plan;
+    const Nodes::Result planned = importOf(model).PlanTable(table, plan);
+    if (!planned)
+        plan.refusals.push_back({0, {}, {}, planned.GetDetail()});
+    else
+        carryOut(workspace, plan, tr("Вставка таблицы"));
+    return std::move(plan.refusals);
+}
+
+Refusals paste(Workspace &workspace, const SheetModel &model, const std::string &text, int row,
+               int column, const Cells &selected)
+{
+    TextTable table;
+    const Nodes::Result read = readClipboard(model, text, table);
+    if (!read)
+        return {{0, {}, {}, read.GetDetail()}};
+    if (hasHeader(model, table))
+        return importTable(workspace, model, table);
+    SheetPlan plan;
+    SheetImport import = importOf(model);
+    if (table.size() == 1 && table[0].size() == 1 && selected.size() > 1) {
+        planSame(model, selected, table[0][0], import, plan);
+    } else {
+        Nodes::NodeLinks nodes;
+        for (int i = std::max(row, 0); i < model.rowCount(); ++i)
+            nodes.push_back(model.node(i));
+        import.PlanBlock(table, nodes, std::size_t(std::max(column, 0)), plan);
+    }
+    carryOut(workspace, plan, tr("Вставка в таблицу"));
+    return std::move(plan.refusals);
+}
+
+Refusals fillDown(Workspace &workspace, const SheetModel &model, const Cells &selected)
+{
+    std::map<int, std::set<int>> columns; // rows of each
+    for (const auto &[row, column] : selected)
+        columns[column].insert(row);
+    SheetPlan plan;
+    SheetImport import = importOf(model);
+    for (const auto &[column, rows] : columns) {
+        if (model.columns()[std::size_t(column)].what == SheetColumn::Name)
+            continue; // names differ
+        Cells below;
+        for (auto row = std::next(rows.begin()); row != rows.end(); ++row)
+            below.emplace_back(*row, column);
+        planSame(model, below, model.text(*rows.begin(), column).toStdString(), import, plan);
+    }
+    carryOut(workspace, plan, tr("Заполнение вниз"));
+    return std::move(plan.refusals);
+}
+
+Refusals addNodes(Workspace &workspace, const SheetModel &model,
+                  const std::vector<std::string> &names, const Nodes::KindInfo &kind, int column,
+                  double first, double step)
+{
+    SheetPlan plan;
+    SheetImport import = importOf(model);
+    TextTable table{{"Имя", "Вид"}};
+    if (column >= 0)
+        table[0].push_back(model.columns()[std::size_t(column)].title);
+    for (const std::string &name : names) {
+        table.push_back({name, kind.nameRu});
+        if (column >= 0)
+            table.back().push_back(Nodes::FormatDouble(first + step * double(table.size() - 2)));
+    }
+    const Nodes::ConfigNode *scope = model.scope();
+    std::set<std::string> taken;
+    for (const Nodes::NodeLink &node : model.shown())
+        taken.insert(Nodes::SheetColumns::PathFrom(*scope, *node.GetNode()));
+    // What is there already is not to be changed by adding.
+    for (std::size_t i = table.size(); i-- > 1;) {
+        if (taken.count(table[i][0]) == 0)
+            continue;
+        plan.refusals.push_back({i, "Имя", table[i][0], "такой узел уже есть, не изменён"});
+        table.erase(table.begin() + long(i));
+    }
+    std::reverse(plan.refusals.begin(), plan.refusals.end());
+    (void)import.PlanTable(table, plan);
+    carryOut(workspace, plan, tr("Добавление по образцу"));
+    return std::move(plan.refusals);
+}
+
+Refusals rename(Workspace &workspace, const Nodes::NodeLinks &nodes,
+                const std::vector<std::string> &names)
+{
+    // In two rounds, so that names can pass from one node to another.
+    SheetPlan plan;
+    std::vector<SheetPlan::Text> wanted;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const Nodes::ConfigNode *node = nodes[i].GetNode();
+        if (!node || node->GetName() == names[i])
+            continue;
+        const bool isFit = !names[i].empty() && names[i].find('/') == std::string::npos;
+        if (!isFit)
+            plan.refusals.push_back({i + 1, "Имя", names[i], "имя пустое или содержит «/»"});
+        else
+            wanted.push_back({nodes[i], names[i]});
+    }
+    std::set<std::pair<const Nodes::ConfigNode *, std::string>> taken;
+    std::set<unsigned long> leaving;
+    for (const auto &text : wanted)
+        leaving.insert(text.node.GetNodeId());
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const Nodes::ConfigNode *parent = wanted[i].node->GetParent();
+        const Nodes::ConfigNode *other = parent ? parent->GetSubObject(wanted[i].text) : nullptr;
+        const bool isFree = !other || leaving.count(other->GetId()) != 0;
+        if (isFree && taken.emplace(parent, wanted[i].text).second) {
+            plan.names.push_back({wanted[i].node, "\x01" + std::to_string(i)});
+            continue;
+        }
+        plan.refusals.push_back({i + 1, "Имя", wanted[i].text, "имя уже занято; дайте другое"});
+        wanted[i].node = {};
+    }
+    for (const auto &text : wanted) {
+        if (!text.node.isEmpty())
+            plan.names.push_back(text);
+    }
+    plan.updated = plan.names.size() / 2;
+    if (plan.refusals.empty()) // all or nothing: a name that stays may be in the way of another
+        carryOut(workspace, plan, tr("Переименование по образцу"));
+    return std::move(plan.refusals);
+}
+
+std::string copy(const SheetModel &model, const Cells &selected)
+{
+    if (selected.empty())
+        return {};
+    int top = selected[0].first;
+    int left = selected[0].second;
+    int bottom = top;
+    int right = left;
+    for (const auto &[row, column] : selected) {
+        top = std::min(top, row);
+        bottom = std::max(bottom, row);
+        left = std::min(left, column);
+        right = std::max(right, column);
+    }
+    TextTable table(std::size_t(bottom - top + 1),
+                    std::vector<std::string>(std::size_t(right - left + 1)));
+    for (const auto &[row, column] : selected)
+        table[std::size_t(row - top)][std::size_t(column - left)] =
+            model.text(row, column).toStdString();
+    return Nodes::DelimitedText::Write(table, '\t', "\n");
+}
+
+TextTable exportTable(const SheetModel &model)
+{
+    TextTable table(1);
+    for (int column = 0; column < model.columnCount(); ++column)
+        table[0].push_back(model.columns()[std::size_t(column)].title);
+    for (int row = 0; row < model.rowCount(); ++row) {
+        table.emplace_back();
+        for (int column = 0; column < model.columnCount(); ++column)
+            table.back().push_back(model.text(row, column).toStdString());
+    }
+    return table;
+}
+
+} // namespace Editor::SheetEdits

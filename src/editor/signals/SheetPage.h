@@ -1,0 +1,71 @@
+#pragma once
+
+#include "editor/signals/SheetEdits.h"
+
+#include <QWidget>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QTableView;
+class QToolBar;
+
+namespace Editor {
+
+class SheetModel;
+class Workspace;
+
+/// The table of all nodes of a family below one node, as a spreadsheet: edited in place, copied,
+/// pasted, filled, imported and exported, named by patterns. What is selected in it is selected in
+/// the workspace. GUI thread.
+class SheetPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    SheetPage(Workspace &workspace, const Nodes::NodeLink &scope, unsigned family, QWidget *parent);
+    ~SheetPage() override;
+
+    SheetModel &model() const { return *m_model; }
+    QTableView &table() const { return *m_table; }
+    /// Selects the node's row; false when it has none here.
+    bool reveal(const Nodes::NodeLink &node);
+
+    /// Nodes of the selected rows, in their order.
+    Nodes::NodeLinks selectedNodes() const;
+
+public slots:
+    void copy();
+    void paste();
+    void fillDown();
+    void addByPattern();
+    void renameByPattern();
+    void removeSelected();
+    void importFile();
+    void exportFile();
+    /// Gives the selected signals to a group of the archive, made when there is none.
+    void archiveSelected();
+
+private:
+    SheetEdits::Cells selectedCells() const;
+    void makeActions(QToolBar &bar);
+    QAction *addAction(QToolBar &bar, const QString &text, const QString &tip,
+                       const QKeySequence &keys, void (SheetPage::*run)());
+    void tell(const SheetEdits::Refusals &refusals);
+    void showCount();
+    void keepSelection();
+    void restoreSelection();
+    void tellSelection();
+    void fitColumns();
+
+    Workspace &m_workspace;
+    unsigned m_family;
+    SheetModel *m_model; ///< children
+    QTableView *m_table;
+    QLineEdit *m_filter;
+    QLabel *m_count;
+    Nodes::NodeLinks m_kept; ///< selected before the rows are gathered anew
+    int m_fittedColumns = 0;
+};
+
+} // namespace Editor

@@ -1,0 +1,115 @@
+#include "editor/signals/ArchiveGroups.h"
+#include "editor/signals/PatternDialog.h"
+#include "editor/signals/RenameDialog.h"
+#include "editor/signals/SheetModel.h"
+#include "editor/signals/SheetPage.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
+#include "utils/undo/RemoveNodeLinkGroup.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSaveFile>
+
+namespace Editor {
+
+namespace {
+
+std::size_t usesOf(const Nodes::NodeLinks &nodes)
+{
+    std::size_t count = 0;
+    for (const Nodes::NodeLink &node : nodes) {
+        if (const Nodes::NodesCollection *project = node.GetNodesCollection())
+            count += project->FindUses(node).size();
+    }
+    return count;
+}
+
+} // namespace
+
+void SheetPage::addByPattern()
+{
+    if (!m_model->scope())
+        return;
+    PatternDialog dialog(*m_model, this);
+    if (dialog.exec() == QDialog::Accepted && m_model->scope())
+        tell(SheetEdits::addNodes(m_workspace, *m_model, dialog.names(), dialog.kind(),
+                                  dialog.column(), dialog.first(), dialog.step()));
+}
+
+void SheetPage::renameByPattern()
+{
+    const Nodes::NodeLinks nodes = selectedNodes();
+    if (nodes.empty())
+        return m_workspace.tell(Workspace::Info, tr("Выберите строки, которые переименовать."));
+    RenameDialog dialog(nodes, this);
+    if (dialog.exec() == QDialog::Accepted)
+        tell(SheetEdits::rename(m_workspace, nodes, dialog.names()));
+}
+
+void SheetPage::removeSelected()
+{
+    const Nodes::NodeLinks nodes = selectedNodes();
+    if (nodes.empty() || !m_model->scope())
+        return;
+    const std::size_t uses = usesOf(nodes);
+    const QString question =
+        tr("Удалить узлов: %1? Ссылок на них в проекте: %2, они тоже исчезнут.")
+            .arg(nodes.size())
+            .arg(uses);
+    if (uses == 0 || QMessageBox::question(this, tr("Удаление"), question) == QMessageBox::Yes)
+        m_workspace.push(new Utils::RemoveNodeLinkGroup(m_model->scope()->GetNodeLink(), nodes));
+}
+
+void SheetPage::importFile()
+{
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Импорт таблицы"), {}, tr("Таблицы CSV (*.csv *.txt *.tsv);;Все файлы (*)"));
+    if (path.isEmpty() || !m_model->scope())
+        return;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return m_workspace.tell(Workspace::Error,
+                                tr("Файл «%1» не прочитан: %2.").arg(path, file.errorString()));
+    const std::string text = file.readAll().toStdString();
+    Nodes::TextTable table;
+    const Nodes::Result read =
+        Nodes::DelimitedText::Read(text, Nodes::DelimitedText::RecogniseSeparator(text), table);
+    if (!read)
+        return m_workspace.tell(
+            Workspace::Error,
+            tr("Файл «%1» не прочитан: %2.").arg(path, QString::fromStdString(read.GetDetail())));
+    tell(SheetEdits::importTable(m_workspace, *m_model, table));
+}
+
+void SheetPage::exportFile()
+{
+    QString path =
+        QFileDialog::getSaveFileName(this, tr("Экспорт таблицы"), {}, tr("Таблица CSV (*.csv)"));
+    if (path.isEmpty() || !m_model->scope())
+        return;
+    if (!path.contains(QLatin1Char('.')))
+        path += QLatin1String(".csv");
+    const std::string text = std::string(Nodes::DelimitedText::ByteOrderMark) +
+                             Nodes::DelimitedText::Write(SheetEdits::exportTable(*m_model), ';');
+    QSaveFile file(path);
+    const bool isWritten = file.open(QIODevice::WriteOnly) &&
+                           file.write(text.data(), qint64(text.size())) == qint64(text.size()) &&
+                           file.commit();
+    if (isWritten)
+        m_workspace.tell(Workspace::Info,
+                         tr("Сохранено строк: %1, файл «%2».").arg(m_model->rowCount()).arg(path));
+    else
+        m_workspace.tell(Workspace::Error,
+                         tr("Файл «%1» не записан: %2.").arg(path, file.errorString()));
+}
+
+void SheetPage::archiveSelected()
+{
+    ArchiveGroups::add(m_workspace, selectedNodes());
+}
+
+} // namespace Editor

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "nodes/model/links/NodeLink.h"
+
+#include <QWidget>
+
+class QLabel;
+class QListWidget;
+class QLineEdit;
+class QPushButton;
+class QTableWidget;
+class QVBoxLayout;
+
+namespace Editor {
+
+class PropertyForm;
+class Workspace;
+
+/// The users of a station and, beside them, what is known of the one chosen: name, password (set or
+/// not), roles. GUI thread.
+class UsersPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    UsersPage(Workspace &workspace, const Nodes::NodeLink &authentication, QWidget *parent);
+    ~UsersPage() override;
+
+    /// Shows the project as it is now.
+    void refresh();
+    bool reveal(const Nodes::NodeLink &user);
+
+private:
+    Nodes::NodeLink chosen() const;
+    void makeForm(QVBoxLayout &layout);
+    void showUser();
+    void showRoles();
+    void addUser();
+    void removeUser();
+    void rename();
+    void askPassword();
+    void dropPassword();
+
+    Workspace &m_workspace;
+    Nodes::NodeLink m_authentication;
+    Nodes::NodeLink m_shown;
+    QTableWidget *m_table; ///< children
+    QWidget *m_form;
+    QVBoxLayout *m_formLayout;
+    QLineEdit *m_name;
+    QLabel *m_password;
+    QPushButton *m_drop;
+    QListWidget *m_roles;
+    PropertyForm *m_properties = nullptr;
+};
+
+} // namespace Editor

@@ -1,0 +1,217 @@
+#include "editor/drivers/DriverSettings.h"
+#include "editor/drivers/DriverView.h"
+#include "editor/drivers/ModbusTrial.h"
+#include "editor/drivers/PropertyForm.h"
+#include "editor/project/ProjectSession.h"
+#include "editor/tables/DocumentTable.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/drivers/ModbusTestServer.h"
+#include "nodes/drivers/modbus/ModbusAddresses.h"
+#include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/model/KindTable.h"
+#include "nodes/model/NodesCollection.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Editor;
+using Nodes::ConfigNode;
+using Properties = std::vector<std::pair<const char *, std::string>>;
+
+namespace {
+
+/// A new project with a device of three signals.
+struct Plant
+{
+    Plant()
+    {
+        if (!session.create(directory.filePath("p"), "П"))
+            qFatal("no project");
+        device = add("modbusDriver", session.root()->GetNodeAt(0), "ПЛК", {{"timeout", "200"}});
+        group = add("modbusGroup", device, "Г1", {{"start", "10"}, {"count", "4"}});
+        add("modbusSignal", group, "Т01", {{"scale", "0.1"}});
+        add("modbusSignal", group, "Т02", {{"offset", "1"}, {"dataType", "int32"}});
+        add("modbusSignal", group, "Т03", {{"offset", "3"}});
+    }
+    ConfigNode *add(const char *key, ConfigNode *parent, const char *name,
+                    const Properties &properties)
+    {
+        const Nodes::KindInfo *kind = Nodes::KindTable::Instance().FindByKey(key);
+        ConfigNode *node = session.project()->CreateNode(kind->type, parent);
+        node->SetName(name);
+        for (const auto &[property, text] : properties) {
+            if (!node->SetPropertyText(property, text))
+                qFatal("%s", property);
+        }
+        return node;
+    }
+
+    QTemporaryDir directory;
+    QWidget window;
+    ProjectSession session;
+    Workspace workspace{session, window};
+    ConfigNode *device;
+    ConfigNode *group;
+};
+
+} // namespace
+
+class DriverViewTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyDriverHasAForm()
+    {
+        Plant p;
+        for (const char *key : {"modbusDriver", "hostDriver", "simulatorDriver"}) {
+            ConfigNode *driver = p.add(key, p.session.root()->GetNodeAt(0), key, {});
+            const DocumentRow *row = FindDocument(*driver);
+            QVERIFY(row);
+            const std::unique_ptr<DocumentView> view(row->make(p.workspace, driver, nullptr));
+            const auto *form = view->findChild<PropertyForm *>();
+            QVERIFY(form);
+            for (const auto &property : driver->GetKind()->properties)
+                QVERIFY2(form->field(property.key), property.key.c_str());
+        }
+    }
+
+    void formEditsAndFollows()
+    {
+        Plant p;
+        PropertyForm form(p.workspace, p.device, nullptr);
+        form.show();
+        auto *port = qobject_cast<QLineEdit *>(form.field("port"));
+        auto *timeout = qobject_cast<QLineEdit *>(form.field("timeout"));
+        auto *enabled = qobject_cast<QCheckBox *>(form.field("enabled"));
+        const auto enter = [](QLineEdit *line, const char *text) {
+            line->setText(text);
+            QTest::keyClick(line, Qt::Key_Return);
+        };
+        enter(port, "1502");
+        QCOMPARE(p.session.undoStack().count(), 1);
+        enabled->click();
+        QCOMPARE(p.session.undoStack().count(), 2);
+        const QSignalSpy told(&p.workspace, &Workspace::told);
+        enter(timeout, "5"); // 10 at least
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(p.session.undoStack().count(), 2);
+        p.session.undoStack().undo();
+        p.session.undoStack().undo();
+        QCOMPARE(port->text(), QString("502"));
+        QVERIFY(enabled->isChecked());
+        p.session.setReadOnly("занят");
+        QVERIFY(!form.isEnabled());
+    }
+
+    void addressesAreLookedThrough_data()
+    {
+        QTest::addColumn<QString>("offset");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<int>("bit");
+        QTest::addColumn<QString>("found"); // said of the fourth signal or its group
+        QTest::newRow("the same register") << "3"
+                                           << "uint16" << 0 << "занят";
+        QTest::newRow("half of a wide one") << "2"
+                                            << "uint16" << 0 << "Т02";
+        QTest::newRow("outside") << "4"
+                                 << "uint16" << 0 << "не помещается";
+        QTest::newRow("a bit of a whole one") << "3"
+                                              << "bit" << 5 << "занят";
+    }
+    void addressesAreLookedThrough()
+    {
+        QFETCH(QString, offset);
+        QFETCH(QString, type);
+        QFETCH(int, bit);
+        QFETCH(QString, found);
+        Plant p;
+        const auto &device = dynamic_cast<const Nodes::modbusDriver &>(*p.device);
+        QVERIFY(Nodes::FindAddressTrouble(device).empty());
+        const DriverSettings settings(p.workspace, p.device, nullptr);
+        QCOMPARE(settings.findings().size(), 1); // that there are none
+        p.add("modbusSignal", p.group, "Т04",
+              {{"offset", offset.toStdString()},
+               {"dataType", type.toStdString()},
+               {"bit", std::to_string(bit)}});
+        const Nodes::ValidationResults results = Nodes::FindAddressTrouble(device);
+        QCOMPARE(results.size(), std::size_t(1));
+        QVERIFY(QString::fromStdString(results[0].GetMessageStr()).contains(found));
+        QTRY_VERIFY(!settings.findings().filter(found).isEmpty());
+    }
+
+    void bitsShareRegistersAndGapsAreTold()
+    {
+        Plant p;
+        ConfigNode *bits =
+            p.add("modbusGroup", p.device, "Биты", {{"start", "50"}, {"count", "3"}});
+        p.add("modbusSignal", bits, "Б0", {{"offset", "1"}, {"dataType", "bit"}});
+        p.add("modbusSignal", bits, "Б1", {{"offset", "1"}, {"dataType", "bit"}, {"bit", "1"}});
+        const auto results =
+            Nodes::FindAddressTrouble(dynamic_cast<const Nodes::modbusDriver &>(*p.device));
+        QCOMPARE(results.size(), std::size_t(1));
+        const auto text = QString::fromStdString(results[0].GetMessageStr());
+        QVERIFY2(text.contains("точек: 2") && text.contains("адресу 50"), qPrintable(text));
+    }
+
+    void trialShowsWhatTheDeviceSays()
+    {
+        Plant p;
+        ModbusTestServer server;
+        server.words[10] = 215;
+        server.words[11] = 1;
+        server.refusedFrom = 13;
+        DriverView view(p.workspace, p.device, nullptr);
+        view.show();
+        auto *trial = view.findChild<ModbusTrial *>();
+        trial->findChild<QLineEdit *>("port")->setText(QString::number(server.port()));
+        trial->findChild<QPushButton *>("start")->click();
+        QVERIFY(trial->isRunning());
+        auto *table = trial->findChild<QTableWidget *>("readings");
+        QCOMPARE(table->rowCount(), 3);
+        QTRY_COMPARE(table->item(0, 5)->text(), QString("21.5"));
+        QCOMPARE(table->item(0, 3)->text(), QString("00D7"));
+        QCOMPARE(table->item(0, 4)->text(), QString("215"));
+        QCOMPARE(table->item(1, 5)->text(), QString("65536"));
+        QCOMPARE(table->item(2, 5)->text(), QString("----"));
+        QVERIFY(table->item(2, 7)->text().contains("адреса"));
+        server.words[10] = 220; // and again after a second
+        QTRY_COMPARE(table->item(0, 5)->text(), QString("22"));
+        trial->stop();
+        QVERIFY(!trial->isRunning());
+        QCOMPARE(p.session.undoStack().count(), 0);
+    }
+
+    void trialOfNobodyEndsAndSaysWhy()
+    {
+        Plant p;
+        int port = 0;
+        {
+            ModbusTestServer server;
+            port = server.port();
+        }
+        DriverView view(p.workspace, p.device, nullptr);
+        auto *trial = view.findChild<ModbusTrial *>();
+        auto *status = trial->findChild<QLabel *>("status");
+        auto *line = trial->findChild<QLineEdit *>("port");
+        line->setText("${plant.port}");
+        trial->start();
+        QVERIFY(!trial->isRunning());
+        QVERIFY(status->text().contains("не число"));
+        line->setText(QString::number(port));
+        trial->findChild<QCheckBox *>()->setChecked(false);
+        trial->start();
+        QTRY_VERIFY(!trial->isRunning());
+        QVERIFY2(status->text().contains("отказано"), qPrintable(status->text()));
+    }
+};
+
+QTEST_MAIN(DriverViewTest)
+#include "tst_driver_view.moc"

@@ -1,0 +1,305 @@
+#include "editor/project/ProjectSession.h"
+#include "editor/signals/SheetEdits.h"
+#include "editor/signals/SheetModel.h"
+#include "editor/signals/SheetPage.h"
+#include "editor/signals/SignalTable.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/archive/ArchivedSignals.h"
+#include "nodes/archive/systemArchiver.h"
+#include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/drivers/modbus/modbusGroup.h"
+#include "nodes/drivers/modbus/modbusSignal.h"
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindTable.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/project/signals/SheetPlan.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QClipboard>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Editor;
+using Nodes::ConfigNode;
+using Nodes::NodeType;
+
+namespace {
+
+/// A new project with a device whose group has three signals.
+struct Plant
+{
+    Plant()
+    {
+        if (!session.create(directory.filePath("p"), "П"))
+            qFatal("no project");
+        device = add(Nodes::modbusDriver::Code, session.root()->GetNodeAt(0), "ПЛК");
+        group = add(Nodes::modbusGroup::Code, device, "Г1");
+        set(group, "count", "100");
+        set(group, "start", "1000");
+        for (const char *name : {"Т01", "Т02", "Т03"})
+            signalNodes.emplace_back(add(Nodes::modbusSignal::Code, group, name));
+        model = std::make_unique<SheetModel>(workspace, group, NodeType::TypeSignal);
+    }
+    ConfigNode *add(NodeType::enNodeSubtype code, ConfigNode *parent, const char *name)
+    {
+        ConfigNode *node = session.project()->CreateNode(NodeType(code), parent);
+        if (!node)
+            qFatal("not created: %s", name);
+        node->SetName(name);
+        return node;
+    }
+    static void set(ConfigNode *node, const char *key, const char *text)
+    {
+        if (!node->SetPropertyText(key, text))
+            qFatal("%s", key);
+    }
+    std::string text() const { return session.root()->SerializeXML(); }
+    QString cell(int row, const char *column) const
+    {
+        return model->text(row, model->columns().Find(column));
+    }
+    SheetEdits::Refusals paste(const QString &text, int row = 0, const char *column = "offset",
+                               const SheetEdits::Cells &selected = {})
+    {
+        return SheetEdits::paste(workspace, *model, text.toStdString(), row,
+                                 model->columns().Find(column), selected);
+    }
+
+    QTemporaryDir directory;
+    QWidget window;
+    ProjectSession session;
+    Workspace workspace{session, window};
+    ConfigNode *device;
+    ConfigNode *group;
+    Nodes::NodeLinks signalNodes;
+    std::unique_ptr<SheetModel> model;
+};
+
+} // namespace
+
+class SignalTableTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thousandsOfRowsAreOneStep()
+    {
+        Plant p;
+        const QAbstractItemModelTester tester(p.model.get());
+        const std::string before = p.text();
+        QString text = "Имя\tСмещение в группе\tЕдиница измерения\tМножитель\n";
+        text += "Т02\t77\tбар\t0,5\n";
+        for (int i = 0; i < 5000; ++i)
+            text += QString("К%1/П%2\t%3\t°C\t1\n").arg(i % 4).arg(i).arg(i % 100);
+        QVERIFY(p.paste(text).empty());
+        QCOMPARE(p.session.undoStack().count(), 1);
+        QTRY_COMPARE(p.model->rowCount(), 5003);
+        QCOMPARE(p.cell(1, "offset"), QString("77"));
+        QCOMPARE(p.cell(1, "Адрес"), QString("1077"));
+        QCOMPARE(p.cell(5002, "unit"), QString("°C"));
+        const std::string after = p.text();
+        p.session.undoStack().undo();
+        QTRY_COMPARE(p.model->rowCount(), 3);
+        QVERIFY(p.text() == before);
+        p.session.undoStack().redo();
+        QVERIFY(p.text() == after);
+    }
+
+    void refusedCellsLoseNothingElse()
+    {
+        Plant p;
+        const auto refusals = p.paste("5\tint16\nмного\tfloat32\n7\tчто-то\n8\tbool\n");
+        QCOMPARE(refusals.size(), std::size_t(3));
+        QCOMPARE(refusals[0].row, std::size_t(2));
+        QCOMPARE(refusals[0].text, std::string("много"));
+        QCOMPARE(refusals[2].row, std::size_t(4)); // no fourth signal
+        QCOMPARE(p.cell(0, "offset"), QString("5"));
+        QCOMPARE(p.cell(1, "dataType"), QString("Вещественный 32 бит"));
+        QCOMPARE(p.cell(2, "offset"), QString("7"));
+        QCOMPARE(p.session.undoStack().count(), 1);
+    }
+
+    void decimalCommaIsNoSeparator()
+    {
+        Plant p;
+        QVERIFY(p.paste("0,25", 0, "scale").empty());
+        QCOMPARE(p.cell(0, "scale"), QString("0,25"));
+        QVERIFY(p.paste("Имя,Множитель\nТ03,2.5\n").empty()); // a file copied as a whole
+        QCOMPARE(p.cell(2, "scale"), QString("2,5"));
+    }
+
+    void readOnlyProjectsStayAsTheyAre()
+    {
+        Plant p;
+        const std::string before = p.text();
+        p.session.setReadOnly("занят");
+        (void)p.paste("Имя\nНовый\n");
+        (void)p.paste("9");
+        QVERIFY(p.text() == before);
+        QVERIFY(!(p.model->flags(p.model->index(0, 0)) & Qt::ItemIsEditable));
+    }
+
+    void cellsAreEditedInPlace_data()
+    {
+        // shown: "" when it is refused
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("number") << "offset"
+                                << "12"
+                                << "12";
+        QTest::newRow("beyond the range") << "offset"
+                                          << "2000"
+                                          << "";
+        QTest::newRow("choice") << "dataType"
+                                << "Бит регистра"
+                                << "Бит регистра";
+        QTest::newRow("yes") << "writable"
+                             << "да"
+                             << "да";
+        QTest::newRow("name") << "Имя"
+                              << "Давление"
+                              << "Давление";
+        QTest::newRow("name of another") << "Имя"
+                                         << "Т03"
+                                         << "";
+        QTest::newRow("description") << "Описание"
+                                     << "на входе"
+                                     << "на входе";
+    }
+    void cellsAreEditedInPlace()
+    {
+        QFETCH(QString, column);
+        QFETCH(QString, text);
+        QFETCH(QString, shown);
+        Plant p;
+        const std::string before = p.text();
+        const QByteArray title = column.toUtf8();
+        const QModelIndex index = p.model->index(1, p.model->columns().Find(title.toStdString()));
+        const QSignalSpy told(&p.workspace, &Workspace::told);
+        if (column == "Имя" && shown.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("not done"));
+        (void)p.model->setData(index, text);
+        QCOMPARE(told.isEmpty(), !shown.isEmpty());
+        if (!shown.isEmpty()) {
+            QCOMPARE(p.cell(1, title), shown);
+            p.session.undoStack().undo();
+        }
+        QVERIFY(p.text() == before);
+    }
+
+    void fillsDownAndIntoSelections()
+    {
+        Plant p;
+        const int unit = p.model->columns().Find("unit");
+        const int scale = p.model->columns().Find("scale");
+        (void)p.model->setData(p.model->index(0, unit), "бар");
+        (void)p.model->setData(p.model->index(1, scale), "3");
+        QVERIFY(SheetEdits::fillDown(p.workspace, *p.model,
+                                     {{0, unit}, {2, unit}, {1, scale}, {2, scale}})
+                    .empty());
+        QCOMPARE(p.cell(1, "unit"), QString()); // was not selected
+        QCOMPARE(p.cell(2, "unit"), QString("бар"));
+        QCOMPARE(p.cell(2, "scale"), QString("3"));
+        QVERIFY(p.paste("7", 0, "offset", {{0, scale}, {1, scale}, {2, scale}}).empty());
+        for (int row = 0; row < 3; ++row)
+            QCOMPARE(p.cell(row, "scale"), QString("7"));
+        QCOMPARE(SheetEdits::copy(*p.model, {{0, scale}, {2, scale}}), std::string("7\n\n7\n"));
+    }
+
+    void namesPassFromOneToAnother()
+    {
+        Plant p;
+        const std::string before = p.text();
+        QVERIFY(SheetEdits::rename(p.workspace, p.signalNodes, {"Т02", "Т01", "Р"}).empty());
+        QCOMPARE(p.signalNodes[0]->GetName(), std::string("Т02"));
+        QCOMPARE(p.signalNodes[1]->GetName(), std::string("Т01"));
+        QCOMPARE(p.session.undoStack().count(), 1);
+        p.session.undoStack().undo();
+        QVERIFY(p.text() == before);
+        QCOMPARE(SheetEdits::rename(p.workspace, {p.signalNodes[0]}, {"Т03"}).size(),
+                 std::size_t(1));
+        QCOMPARE(SheetEdits::rename(p.workspace, p.signalNodes, {"А", "А", "Б/В"}).size(),
+                 std::size_t(2));
+        QVERIFY(p.text() == before);
+    }
+
+    void patternsAddAndCount()
+    {
+        Plant p;
+        const auto *kind = Nodes::KindTable::Instance().Find(NodeType(Nodes::modbusSignal::Code));
+        const auto refusals = SheetEdits::addNodes(p.workspace, *p.model, {"Т03", "К1/Д1", "К1/Д2"},
+                                                   *kind, p.model->columns().Find("offset"), 10, 2);
+        QCOMPARE(refusals.size(), std::size_t(1)); // Т03 is there and stays as it is
+        QTRY_COMPARE(p.model->rowCount(), 5);
+        QCOMPARE(p.cell(2, "offset"), QString("0"));
+        QCOMPARE(p.cell(3, "Имя"), QString("К1/Д1"));
+        QCOMPARE(p.cell(4, "offset"), QString("14"));
+        p.session.undoStack().undo();
+        QTRY_COMPARE(p.model->rowCount(), 3);
+    }
+
+    void exportedTablesComeBack()
+    {
+        Plant p;
+        (void)p.model->setData(p.model->index(0, p.model->columns().Find("Описание")),
+                               "«подача»; \"вход\"");
+        const auto table = SheetEdits::exportTable(*p.model);
+        const std::string before = p.text();
+        QVERIFY(SheetEdits::importTable(p.workspace, *p.model, table).empty());
+        QVERIFY(p.text() == before);
+        QCOMPARE(p.session.undoStack().count(), 1);
+    }
+
+    void limitsOfManyAlarmsAreOneTable()
+    {
+        Plant p;
+        SheetModel alarms(p.workspace, p.group, NodeType::TypeAlarm);
+        const QAbstractItemModelTester tester(&alarms);
+        const std::string text = "Имя\tВид\tlimit\tpriority\nТ01/Высокая\t\t95,5\t\n"
+                                 "Т02/Высокая\t\t90\t\n";
+        QVERIFY(SheetEdits::paste(p.workspace, alarms, text, 0, 0, {}).empty());
+        QTRY_COMPARE(alarms.rowCount(), 2);
+        QCOMPARE(alarms.text(0, alarms.columns().Find("limit")), QString("95,5"));
+        QCOMPARE(p.signalNodes[0]->GetNodeCount(), 1);
+    }
+
+    void pageCopiesPastesAndArchives()
+    {
+        Plant p;
+        p.add(Nodes::systemArchiver::Code, p.session.root()->GetNodeAt(0), "Архив");
+        SignalTable document(p.workspace, p.group, nullptr);
+        document.resize(900, 500);
+        document.show();
+        SheetPage &page = document.signalPage();
+        QVERIFY(document.reveal(p.signalNodes[1]));
+        QCOMPARE(p.workspace.selection().nodes(), Nodes::NodeLinks{p.signalNodes[1]});
+        page.copy();
+        QVERIFY(QApplication::clipboard()->text().startsWith("Т02\t"));
+        page.archiveSelected();
+        QCOMPARE(Nodes::FindArchivedSignals(*p.group).size(), std::size_t(1));
+        page.table().selectAll();
+        page.archiveSelected();
+        QCOMPARE(Nodes::FindArchivedSignals(*p.group).size(), std::size_t(3));
+        const int archive = page.model().columns().Find("Архив");
+        QCOMPARE(page.model().text(2, archive), QString("Архив сигналов"));
+        QCOMPARE(p.session.undoStack().count(), 2);
+
+        page.model().setFilter("т03");
+        QCOMPARE(page.model().rowCount(), 1);
+        QVERIFY(!page.reveal(p.signalNodes[0]));
+        p.session.undoStack().undo();
+        page.model().setFilter({});
+        QCOMPARE(page.model().text(2, archive), QString());
+        Nodes::NodeLink(p.group)->GetParent()->RemoveNode(p.group).reset();
+        QTRY_COMPARE(page.model().rowCount(), 0); // the table outlives its node
+        page.paste();
+    }
+};
+
+QTEST_MAIN(SignalTableTest)
+#include "tst_signal_table.moc"
