@@ -42,7 +42,7 @@ void display(QWidget &field, const QString &text)
 {
     const QSignalBlocker blocker(&field);
     if (auto *check = qobject_cast<QCheckBox *>(&field))
-        check->setChecked(text == QLatin1String("да"));
+        check->setChecked(text == QStringLiteral("да"));
     else if (auto *box = qobject_cast<QComboBox *>(&field))
         box->setCurrentText(text);
     else if (auto *line = qobject_cast<QLineEdit *>(&field); line && line->text() != text)

@@ -68,8 +68,7 @@ AccessMatrix::~AccessMatrix() = default;
 // Users and roles that are chosen beside it are no objects of rights.
 void AccessMatrix::follow(const Nodes::NodeLinks &nodes)
 {
-    if (!nodes.empty() &&
-        nodes.front().GetNodeType().GetFamily() == Nodes::NodeType::TypeSecurity)
+    if (!nodes.empty() && nodes.front().GetNodeType().GetFamily() == Nodes::NodeType::TypeSecurity)
         return;
     m_node = nodes.empty() ? NodeLink() : nodes.front();
     if (isVisible())

@@ -112,17 +112,17 @@ void RolesPage::makeHeader()
 NodeLink RolesPage::chosenRole() const
 {
     const QListWidgetItem *item = m_roles->currentItem();
-    return item ? NodeLink(item->data(linkRole).toULongLong(),
-                           m_authentication.GetNodesCollection())
-                : NodeLink();
+    return item
+               ? NodeLink(item->data(linkRole).toULongLong(), m_authentication.GetNodesCollection())
+               : NodeLink();
 }
 
 NodeLink RolesPage::grantOf(int row) const
 {
     const QTableWidgetItem *item = m_rules->item(row, Mode);
-    return item ? NodeLink(item->data(linkRole).toULongLong(),
-                           m_authentication.GetNodesCollection())
-                : NodeLink();
+    return item
+               ? NodeLink(item->data(linkRole).toULongLong(), m_authentication.GetNodesCollection())
+               : NodeLink();
 }
 
 void RolesPage::refresh()
@@ -179,9 +179,9 @@ void RolesPage::showRule(int row, const NodeLink &grant)
     mode->setToolTip(QString::fromStdString(rule.GetName()));
     m_rules->setItem(row, Mode, mode);
     m_rules->setItem(row, Scope,
-                     new QTableWidgetItem(
-                         scope.isEmpty() ? tr("весь проект")
-                                         : QString::fromStdString(scope.GetLinkName(true))));
+                     new QTableWidgetItem(scope.isEmpty()
+                                              ? tr("весь проект")
+                                              : QString::fromStdString(scope.GetLinkName(true))));
     const Nodes::PrivilegeSet privileges = rule.GetPrivileges();
     for (int type = Nodes::PrivilegeView; type <= Nodes::PrivilegeConfigure; ++type) {
         auto *item = new QTableWidgetItem;
@@ -213,9 +213,9 @@ void RolesPage::renameRole()
 {
     const NodeLink role = chosenRole();
     bool isTaken = false;
-    const QString name = QInputDialog::getText(
-        this, tr("Имя роли"), tr("Имя"), QLineEdit::Normal,
-        QString::fromStdString(role.GetLinkName()), &isTaken);
+    const QString name =
+        QInputDialog::getText(this, tr("Имя роли"), tr("Имя"), QLineEdit::Normal,
+                              QString::fromStdString(role.GetLinkName()), &isTaken);
     if (isTaken && role.isValid())
         m_workspace.push(new Utils::ChangeTextCommand(role, Utils::ChangeTextCommand::Name,
                                                       name.trimmed().toStdString()));

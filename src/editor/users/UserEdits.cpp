@@ -111,8 +111,8 @@ bool setPrivilege(Workspace &workspace, const NodeLink &grant, int privilege, bo
         else
             isAll = false;
     }
-    return push(workspace, grant, securityGrant::Prop::Privileges, isAll ? std::string("all") : text,
-                tr("Права правила %1").arg(nameOf(grant)));
+    return push(workspace, grant, securityGrant::Prop::Privileges,
+                isAll ? std::string("all") : text, tr("Права правила %1").arg(nameOf(grant)));
 }
 
 bool setScope(Workspace &workspace, const NodeLink &grant, const NodeLink &scope)

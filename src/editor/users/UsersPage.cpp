@@ -111,19 +111,19 @@ void UsersPage::makeForm(QVBoxLayout &layout)
     connect(password, &QPushButton::clicked, this, &UsersPage::askPassword);
     connect(m_drop, &QPushButton::clicked, this, &UsersPage::dropPassword);
     connect(m_roles, &QListWidget::itemChanged, this, [this](const QListWidgetItem *item) {
-        UserEdits::setRole(m_workspace, m_shown,
-                           NodeLink(item->data(linkRole).toULongLong(),
-                                    m_authentication.GetNodesCollection()),
-                           item->checkState() == Qt::Checked);
+        UserEdits::setRole(
+            m_workspace, m_shown,
+            NodeLink(item->data(linkRole).toULongLong(), m_authentication.GetNodesCollection()),
+            item->checkState() == Qt::Checked);
     });
 }
 
 NodeLink UsersPage::chosen() const
 {
     const QTableWidgetItem *item = m_table->item(m_table->currentRow(), Login);
-    return item ? NodeLink(item->data(linkRole).toULongLong(),
-                           m_authentication.GetNodesCollection())
-                : NodeLink();
+    return item
+               ? NodeLink(item->data(linkRole).toULongLong(), m_authentication.GetNodesCollection())
+               : NodeLink();
 }
 
 void UsersPage::refresh()
@@ -134,7 +134,8 @@ void UsersPage::refresh()
         const QSignalBlocker blocker(m_table);
         m_table->setRowCount(int(users.size()));
         for (int row = 0; row < int(users.size()); ++row) {
-            const auto &user = dynamic_cast<const securityUser &>(*users[std::size_t(row)].GetNode());
+            const auto &user =
+                dynamic_cast<const securityUser &>(*users[std::size_t(row)].GetNode());
             const QStringList texts = rowOf(user);
             for (int column = 0; column < ColumnCount; ++column) {
                 auto *item = new QTableWidgetItem(texts[column]);
@@ -200,9 +201,8 @@ void UsersPage::showRoles()
 
 void UsersPage::addUser()
 {
-    const NodeLink user = UserEdits::add(m_workspace, m_authentication,
-                                         Nodes::NodeType(securityUser::Code),
-                                         QStringLiteral("user"));
+    const NodeLink user = UserEdits::add(
+        m_workspace, m_authentication, Nodes::NodeType(securityUser::Code), QStringLiteral("user"));
     if (user.isEmpty())
         return;
     refresh();
@@ -223,8 +223,7 @@ void UsersPage::rename()
     const std::string name = m_name->text().trimmed().toStdString();
     if (!user || name == user->GetName())
         return;
-    m_workspace.push(
-        new Utils::ChangeTextCommand(m_shown, Utils::ChangeTextCommand::Name, name));
+    m_workspace.push(new Utils::ChangeTextCommand(m_shown, Utils::ChangeTextCommand::Name, name));
     m_name->setText(QString::fromStdString(user->GetName()));
 }
 
