@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
@@ -65,6 +66,7 @@ SheetPage::SheetPage(Workspace &workspace, const Nodes::NodeLink &scope, unsigne
     layout->addWidget(bar);
     layout->addWidget(m_table, 1);
 
+    m_table->installEventFilter(this);
     connect(m_filter, &QLineEdit::textChanged, m_model, &SheetModel::setFilter);
     connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, &SheetPage::keepSelection);
     connect(m_model, &QAbstractItemModel::modelReset, this, &SheetPage::restoreSelection);
@@ -114,6 +116,27 @@ void SheetPage::makeActions(QToolBar &bar)
         addAction(bar, tr("Архивировать"), tr("Отдать выбранные сигналы группе архива"), {},
                   &SheetPage::archiveSelected);
     bar.addSeparator();
+}
+
+// The keys of the table mean the table while it has the focus, whatever menus use them for.
+bool SheetPage::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isAsked = event->type() == QEvent::ShortcutOverride;
+    if (!isAsked && event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const QKeySequence pressed(int(key->modifiers()) | key->key());
+    for (QAction *action : m_table->actions()) {
+        if (action->shortcut().isEmpty() || action->shortcut() != pressed)
+            continue;
+        event->accept();
+        if (!isAsked)
+            action->trigger();
+        return !isAsked;
+    }
+    if (isAsked && (key->key() == Qt::Key_F2 || key->key() == Qt::Key_Delete))
+        event->accept();
+    return QWidget::eventFilter(watched, event);
 }
 
 void SheetPage::fitColumns()

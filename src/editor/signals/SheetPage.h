@@ -34,6 +34,8 @@ public:
     /// Nodes of the selected rows, in their order.
     Nodes::NodeLinks selectedNodes() const;
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 public slots:
     void copy();
     void paste();

@@ -3,32 +3,16 @@
 #include "editor/signals/RenameDialog.h"
 #include "editor/signals/SheetModel.h"
 #include "editor/signals/SheetPage.h"
+#include "editor/usages/Removal.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/NodesCollection.h"
-#include "utils/undo/RemoveNodeLinkGroup.h"
 
 #include <QFile>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QSaveFile>
 
 namespace Editor {
-
-namespace {
-
-std::size_t usesOf(const Nodes::NodeLinks &nodes)
-{
-    std::size_t count = 0;
-    for (const Nodes::NodeLink &node : nodes) {
-        if (const Nodes::NodesCollection *project = node.GetNodesCollection())
-            count += project->FindUses(node).size();
-    }
-    return count;
-}
-
-} // namespace
 
 void SheetPage::addByPattern()
 {
@@ -53,15 +37,10 @@ void SheetPage::renameByPattern()
 void SheetPage::removeSelected()
 {
     const Nodes::NodeLinks nodes = selectedNodes();
-    if (nodes.empty() || !m_model->scope())
+    if (nodes.empty())
         return;
-    const std::size_t uses = usesOf(nodes);
-    const QString question =
-        tr("Удалить узлов: %1? Ссылок на них в проекте: %2, они тоже исчезнут.")
-            .arg(nodes.size())
-            .arg(uses);
-    if (uses == 0 || QMessageBox::question(this, tr("Удаление"), question) == QMessageBox::Yes)
-        m_workspace.push(new Utils::RemoveNodeLinkGroup(m_model->scope()->GetNodeLink(), nodes));
+    if (const auto plan = askRemoval(m_workspace, nodes))
+        m_workspace.push(makeRemoval(*plan));
 }
 
 void SheetPage::importFile()

@@ -43,7 +43,7 @@ SignalTable::~SignalTable() = default;
 bool SignalTable::shows(const Nodes::ConfigNode &node)
 {
     const NodeType::enNodeType family = node.GetNodeType().GetFamily();
-    return family == NodeType::TypeDriverGroup ||
+    return family == NodeType::TypeDriverGroup || node.AsStation() ||
            (family == NodeType::TypeFolder && hasSignals(node));
 }
 

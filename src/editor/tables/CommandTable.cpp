@@ -2,6 +2,7 @@
 
 #include "editor/compare/CompareCommands.h"
 #include "editor/sceneview/SceneCommands.h"
+#include "editor/signals/DataCommands.h"
 #include "editor/symbols/SymbolCommands.h"
 #include "editor/templates/TemplateCommands.h"
 #include "editor/usages/NodeCommands.h"
@@ -19,6 +20,10 @@ const QVector<CommandRow> &CommandTable()
         {"project.addModbus", "Проект", "Добавить устройство Modbus TCP", "", "", &mayEdit,
          &addModbus},
         {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
+        {"data.signals", "Проект", "Таблица сигналов и тревог", "", "Ctrl+T",
+         &DataCommands::hasStation, &DataCommands::openSignals},
+        {"data.users", "Проект", "Пользователи и права", "", "", &DataCommands::hasStation,
+         &DataCommands::openUsers},
         {"symbols.states", "Правка", "Состояния мнемосимвола по сигналу", "", "",
          &SymbolCommands::canFillStates, &SymbolCommands::fillStates},
         {"templates.make", "Правка", "Сделать шаблон из выделения…", "", "",

@@ -1,0 +1,60 @@
+#include "editor/signals/DataCommands.h"
+
+#include "editor/project/ProjectSession.h"
+#include "editor/signals/SignalTable.h"
+#include "editor/users/UserEdits.h"
+#include "editor/workspace/Workspace.h"
+
+#include "nodes/auth/systemAuthentication.h"
+#include "nodes/drivers/BasicDriver.h"
+#include "nodes/model/NodesCollection.h"
+
+#include <QCoreApplication>
+
+namespace Editor::DataCommands {
+
+using Nodes::NodeLink;
+using Nodes::NodeType;
+
+namespace {
+
+NodeLink first(Workspace &workspace, NodeType::enNodeSubtype code)
+{
+    Nodes::NodeLinks found;
+    if (const Nodes::NodesCollection *project = workspace.session().project())
+        project->FindNodes(NodeType(code), &found);
+    return found.empty() ? NodeLink() : found.front();
+}
+
+bool hasTable(const Nodes::ConfigNode &node)
+{
+    return SignalTable::shows(node) || dynamic_cast<const Nodes::BasicDriver *>(&node);
+}
+
+} // namespace
+
+bool hasStation(Workspace &workspace)
+{
+    return first(workspace, NodeType::SubtypeStation).isValid();
+}
+
+void openSignals(Workspace &workspace)
+{
+    const Nodes::NodeLinks &selected = workspace.selection().nodes();
+    const Nodes::ConfigNode *node = selected.empty() ? nullptr : selected.front().GetNode();
+    while (node && !hasTable(*node))
+        node = node->GetParent();
+    workspace.open(node ? node->GetNodeLink() : first(workspace, NodeType::SubtypeStation));
+}
+
+void openUsers(Workspace &workspace)
+{
+    NodeLink users = first(workspace, Nodes::systemAuthentication::Code);
+    if (users.isEmpty())
+        users = UserEdits::add(workspace, first(workspace, NodeType::SubtypeStation),
+                               NodeType(Nodes::systemAuthentication::Code),
+                               QCoreApplication::translate("Editor::DataCommands", "Пользователи"));
+    workspace.open(users);
+}
+
+} // namespace Editor::DataCommands
