@@ -7,6 +7,7 @@
 #include "editor/sceneview/SceneStatusBar.h"
 #include "editor/sceneview/SceneToolBar.h"
 #include "editor/sceneview/SceneViewMemory.h"
+#include "editor/usages/Removal.h"
 #include "editor/workspace/Workspace.h"
 
 #include "widgets/scene/ProxyLayer.h"
@@ -128,6 +129,7 @@ void SceneDocument::connectScene()
         return;
     connect(shown, &Widgets::ProxyScene::currentWidgetChange, &workspace(), &Workspace::reveal);
     connect(shown, &Widgets::ProxyScene::openWizardWindow, &workspace(), &Workspace::reveal);
+    connect(shown, &Widgets::ProxyScene::signalCheckLink, this, &SceneDocument::removeElements);
     connect(shown, &Widgets::ProxyScene::pasted, this, &SceneDocument::tellPaste);
 }
 
@@ -297,6 +299,12 @@ void SceneDocument::select(const Nodes::NodeLinks &nodes)
             hosts.append(host);
     }
     tool->selection().select(hosts);
+}
+
+void SceneDocument::removeElements(Nodes::NodeLinks asked)
+{
+    if (confirmRemoval(workspace(), asked) && scene())
+        scene()->slotWidgetDelete(asked);
 }
 
 void SceneDocument::tellPaste(const Widgets::PasteReport &report)

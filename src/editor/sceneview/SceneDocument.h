@@ -60,7 +60,7 @@ private:
     void showSelection();
     void takeBackground();
     void recallPlace();
-    void removeElements(const Nodes::NodeLinks &asked);
+    void removeElements(Nodes::NodeLinks asked);
     void tellPaste(const Widgets::PasteReport &report);
 
     EditedView *m_view = nullptr;

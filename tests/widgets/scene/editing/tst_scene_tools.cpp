@@ -57,7 +57,11 @@ class SceneToolsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        SnapSettings::process().setOffered();
+    }
     void cleanup()
     {
         SnapSettings::process().setToGrid(true);
@@ -112,6 +116,10 @@ private slots:
         held = Qt::NoModifier;
         QCOMPARE(snapper.adjust(moved, {7, 7}, all, &guides), QPointF(9, 11));
         QVERIFY(!guides.isEmpty());
+        const SnapSettings unknown("tst_scene_tools.json"); // nobody could turn it off
+        Widgets::Snapper quiet(*s.scene, unknown, [&held] { return held; });
+        quiet.begin(s.editor().selection());
+        QCOMPARE(quiet.adjust(moved, {7, 7}, all, &guides), QPointF(7, 7));
         snapper.end();
         QCOMPARE(snapper.adjust(moved, {7, 7}, all, &guides), QPointF(7, 7));
     }
