@@ -1,5 +1,6 @@
 #include "PropertyFixture.h"
 
+#include "nodes/visual/SharedProperties.h"
 #include "support/Rows.h"
 
 #include <QAbstractItemModelTester>
@@ -181,6 +182,22 @@ private slots:
         QVERIFY(t.layer->DeleteNode(t.b->GetId()));
         QTRY_COMPARE(t.model.rowCount(), 0);
         QVERIFY(!t.set("x", "1"));
+    }
+
+    void previewsWhatIsDragged()
+    {
+        Table t;
+        t.show({t.a});
+        const QSignalSpy changed(&t.model, &QAbstractItemModel::dataChanged);
+        t.model.setPreview({{Nodes::GeometryProp::X, "123"}, {Nodes::GeometryProp::Y, "45"}});
+        QCOMPARE(t.shown("x"), QStringLiteral("123"));
+        QCOMPARE(t.cell(t.model, "x").data(Qt::EditRole).toString(), QStringLiteral("10"));
+        QCOMPARE(changed.count(), 2);
+        t.model.setPreview({{Nodes::GeometryProp::X, "123"}, {Nodes::GeometryProp::Y, "45"}});
+        QCOMPARE(changed.count(), 2);
+        t.model.setPreview({});
+        QCOMPARE(t.shown("x"), QStringLiteral("10"));
+        QCOMPARE(t.stack.count(), 0);
     }
 
     void changesNothingReadOnly()

@@ -8,6 +8,7 @@
 #include "nodes/model/properties/PropertyProxy.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Editor {
 
@@ -137,6 +138,32 @@ bool PropertyModel::refreshRows(PropertyRow &row)
     return true;
 }
 
+void PropertyModel::tellValue(const PropertyRow &row, unsigned valueId)
+{
+    if (row.descriptor && row.descriptor->valueId == valueId)
+        emit dataChanged(indexOf(row, ColumnValue), indexOf(row, ColumnValue));
+    for (const auto &part : row.rows)
+        tellValue(*part, valueId);
+}
+
+void PropertyModel::setPreview(const PropertyEdits::Texts &texts)
+{
+    if (texts == m_preview)
+        return;
+    const PropertyEdits::Texts previous = std::exchange(m_preview, texts);
+    for (const auto &[valueId, text] : previous.empty() ? texts : previous)
+        tellValue(*m_top, valueId);
+}
+
+const QString *PropertyModel::preview(const PropertyRow &row) const
+{
+    for (const auto &[valueId, text] : m_preview) {
+        if (row.descriptor && row.descriptor->valueId == valueId)
+            return &text;
+    }
+    return nullptr;
+}
+
 const PropertyRow *PropertyModel::row(const QModelIndex &index)
 {
     return static_cast<const PropertyRow *>(index.data(RowRole).value<void *>());
@@ -195,6 +222,10 @@ QVariant PropertyModel::data(const QModelIndex &index, int role) const
         return shown->key;
     case ErrorRole:
         return shown->error;
+    case Qt::DisplayRole:
+        if (const QString *text = index.column() == ColumnValue ? preview(*shown) : nullptr)
+            return *text;
+        [[fallthrough]];
     default:
         return propertyCell(*shown, index.column(), role, *m_nodes);
     }

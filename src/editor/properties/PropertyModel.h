@@ -51,6 +51,9 @@ public:
     bool reset(const QModelIndex &index);
     /// Sets several properties of all nodes as one step. An error stands at the row then.
     bool setProperties(const QModelIndex &index, const PropertyEdits::Texts &texts);
+    /// Shows these texts in place of the values until others are given; nothing is set. By value
+    /// id.
+    void setPreview(const PropertyEdits::Texts &texts);
     static const PropertyRow *row(const QModelIndex &index);
     /// First column of the row with that key; invalid when there is none.
     QModelIndex find(const QString &key) const;
@@ -82,6 +85,8 @@ private:
     void note(unsigned valueId, bool isAll);
     void dropRemoved();
     bool refreshRows(PropertyRow &row);
+    void tellValue(const PropertyRow &row, unsigned valueId);
+    const QString *preview(const PropertyRow &row) const;
     QModelIndex indexOf(const PropertyRow &row, int column) const;
     bool conclude(const QModelIndex &index, const QString &error);
     QString apply(const PropertyRow &row, const QString &text, bool isStep);
@@ -92,6 +97,7 @@ private:
     Nodes::ScopedConnection m_changes;
     Utils::Interaction m_interaction;
     QTimer m_later;
+    PropertyEdits::Texts m_preview;
     std::set<unsigned> m_changed; ///< properties to be read again
     bool m_isAllChanged = false;
 };

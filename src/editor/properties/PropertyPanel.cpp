@@ -1,6 +1,7 @@
 #include "editor/properties/PropertyPanel.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/properties/GeometryPreview.h"
 #include "editor/properties/PropertyModel.h"
 #include "editor/properties/PropertyView.h"
 #include "editor/workspace/Workspace.h"
@@ -67,11 +68,18 @@ PropertyPanel::PropertyPanel(Workspace &workspace, QWidget *parent)
         m_view->setVisible(!isEmpty);
         m_nothing->setVisible(isEmpty);
     });
+    new GeometryPreview(workspace, m_view->properties(), this);
     showSelection();
     showReadOnly();
 }
 
 PropertyPanel::~PropertyPanel() = default;
+
+// Wide enough for the longest values at 1366 pixels, with room for a scene beside it.
+QSize PropertyPanel::sizeHint() const
+{
+    return {320, 600};
+}
 
 void PropertyPanel::showSelection()
 {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPointer>
 #include <QWidget>
 
 class QLabel;
@@ -22,6 +21,7 @@ public:
     ~PropertyPanel() override;
 
     PropertyView &view() { return *m_view; }
+    QSize sizeHint() const override;
 
 private:
     void showSelection();

@@ -12,11 +12,12 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include <algorithm>
+
 namespace Editor {
 
 namespace {
 
-constexpr int nameWidth = 146;
 constexpr int resetWidth = 24;
 
 bool isGroup(const QModelIndex &index)
@@ -56,7 +57,6 @@ PropertyView::PropertyView(const PropertyHost &host, QWidget *parent)
     header()->setSectionResizeMode(PropertyModel::ColumnName, QHeaderView::Interactive);
     header()->setSectionResizeMode(PropertyModel::ColumnValue, QHeaderView::Stretch);
     header()->setSectionResizeMode(PropertyModel::ColumnReset, QHeaderView::Fixed);
-    header()->resizeSection(PropertyModel::ColumnName, nameWidth);
     header()->resizeSection(PropertyModel::ColumnReset, resetWidth);
     connectModel();
 }
@@ -72,6 +72,10 @@ void PropertyView::connectModel()
             [this](const QModelIndex &index) { noteOpen(index, true); });
     connect(this, &QTreeView::collapsed, this,
             [this](const QModelIndex &index) { noteOpen(index, false); });
+    connect(header(), &QHeaderView::sectionResized, this, [this](int section, int, int width) {
+        if (section == PropertyModel::ColumnName && !m_isFitting)
+            m_nameShare = double(width) / std::max(shared(), 1);
+    });
     connect(m_delegate, &PropertyDelegate::interactionBegun, m_model,
             &PropertyModel::beginInteraction);
     connect(m_delegate, &PropertyDelegate::interactionEnded, m_model,
@@ -79,6 +83,20 @@ void PropertyView::connectModel()
     connect(m_delegate, &PropertyDelegate::interactionCancelled, m_model,
             &PropertyModel::cancelInteraction);
     connect(m_delegate, &PropertyDelegate::windowRequested, this, &PropertyView::openWindow);
+}
+
+int PropertyView::shared() const
+{
+    return viewport()->width() - resetWidth;
+}
+
+// Names and values share the width as the user has parted them.
+void PropertyView::resizeEvent(QResizeEvent *event)
+{
+    m_isFitting = true;
+    header()->resizeSection(PropertyModel::ColumnName, int(m_nameShare * shared()));
+    m_isFitting = false;
+    QTreeView::resizeEvent(event);
 }
 
 void PropertyView::setNodes(const Nodes::NodeLinks &nodes)

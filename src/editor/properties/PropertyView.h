@@ -36,11 +36,14 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;
 
 private:
     void connectModel();
+    /// Pixels that names and values have together.
+    int shared() const;
     void press(const QModelIndex &index);
     void openWindow(const QModelIndex &index);
     void remember();
@@ -56,6 +59,8 @@ private:
     QHash<QString, bool> m_isOpen; ///< by key, of those that the user has opened or closed
     QString m_current;
     int m_scroll = 0;
+    double m_nameShare = 0.5;
+    bool m_isFitting = false;
     bool m_isRestoring = false;
 };
 
