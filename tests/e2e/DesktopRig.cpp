@@ -70,6 +70,7 @@ QProcessEnvironment DesktopRig::environment() const
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_display);
     environment.insert("XDG_CONFIG_HOME", m_directory.filePath("config"));
+    environment.insert("XDG_STATE_HOME", m_directory.filePath("state"));
     environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus);
     environment.remove("QT_QPA_PLATFORM");
     environment.remove("G_SLICE"); // set for sanitizers; openbox ends at once without its pools

@@ -210,18 +210,41 @@ private slots:
         editing.session.abandon();
     }
 
+    // Whoever starts again may not know any more which project it was.
+    void tellsWhatWasLeftOfAnyProject()
+    {
+        {
+            Editing crashed(*m_directory);
+            crashed.open();
+            crashed.rename("Q");
+        }
+        Editing editing(*m_directory);
+        QSignalSpy told(&editing.workspace, &Workspace::told);
+        const RecoveryOffer offer(editing.workspace, editing.autoSave, nullptr);
+        QTRY_COMPARE(told.size(), 1);
+        QVERIFY(told[0][1].toString().contains("«Q»"));
+        QVERIFY(told[0][1].toString().contains(editing.file));
+    }
+
     void isForOneEditor()
     {
         Editing first(*m_directory);
         const HoldKeeper firstHold(first.workspace, nullptr);
         first.open();
         Editing second(*m_directory);
-        const HoldKeeper secondHold(second.workspace, nullptr);
+        HoldKeeper secondHold(second.workspace, nullptr);
+        const QSignalSpy told(&second.workspace, &Workspace::told);
         second.open();
         QVERIFY(!first.session.isReadOnly());
         QVERIFY(second.session.readOnlyReason().contains(
             QString::fromStdString(Nodes::ProjectHolder::Myself().user)));
+        secondHold.look();
+        QVERIFY(told.empty());
         first.session.close();
+        secondHold.look();
+        secondHold.look();
+        QCOMPARE(told.size(), 1); // it is free now, but what is shown may be old
+        QVERIFY(second.session.isReadOnly());
         second.open();
         QVERIFY(!second.session.isReadOnly());
     }

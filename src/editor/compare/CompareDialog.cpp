@@ -21,7 +21,7 @@ namespace Editor {
 namespace {
 
 constexpr int expandedRows = 200; // more would take long to lay out, and nobody reads them at once
-constexpr int whatWidth = 420;
+constexpr int whatWidth = 600;
 constexpr int valueWidth = 240;
 
 } // namespace

@@ -18,7 +18,9 @@ constexpr int delay = 700; // ms; nobody reads while he types
 } // namespace
 
 ProblemsPanel::ProblemsPanel(Workspace &workspace, QWidget *parent)
-    : QWidget(parent), m_workspace(workspace), m_view(new Widgets::ProblemsView(this))
+    : QWidget(parent),
+      m_workspace(workspace),
+      m_view(new Widgets::ProblemsView(this, Widgets::ProblemsView::Compact))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);

@@ -16,7 +16,10 @@ HoldKeeper::HoldKeeper(Workspace &workspace, QObject *parent)
 {
     ProjectSession &session = workspace.session();
     connect(&session, &ProjectSession::opened, this, &HoldKeeper::take);
-    connect(&session, &ProjectSession::closed, this, [this] { m_hold.Release(); });
+    connect(&session, &ProjectSession::closed, this, [this] {
+        m_hold.Release();
+        m_isWaiting = false;
+    });
     connect(&session, &ProjectSession::aboutToSave, this, &HoldKeeper::checkSave);
     connect(&m_timer, &QTimer::timeout, this, &HoldKeeper::look);
     m_timer.start(lookPeriod);
@@ -25,11 +28,13 @@ HoldKeeper::HoldKeeper(Workspace &workspace, QObject *parent)
 void HoldKeeper::take()
 {
     m_isTold = false;
+    m_isWaiting = false;
     ProjectSession &session = m_workspace.session();
     const Nodes::Result taken = m_hold.Take(session.file().toStdString());
     if (taken)
         return;
-    if (taken == Nodes::Result::Refused)
+    m_isWaiting = taken == Nodes::Result::Refused;
+    if (m_isWaiting)
         session.setReadOnly(
             tr("проект изменяет %1").arg(QString::fromStdString(m_hold.GetHolder().ToWords())));
     else
@@ -38,8 +43,21 @@ void HoldKeeper::take()
                             "Изменить проект одновременно может и кто-то ещё."));
 }
 
+// What is shown may be old by now: it can be edited only after it was read again.
+void HoldKeeper::takeAgain()
+{
+    if (!m_hold.Take(m_workspace.session().file().toStdString()))
+        return;
+    m_isWaiting = false;
+    m_hold.Release(); // whoever opens it again first
+    m_workspace.tell(Workspace::Info,
+                     tr("Проект больше никто не изменяет. Откройте его ещё раз, чтобы изменять."));
+}
+
 void HoldKeeper::look()
 {
+    if (m_isWaiting)
+        takeAgain();
     if (!m_hold.IsLost() || m_isTold)
         return;
     m_isTold = true;

@@ -17,16 +17,19 @@ class HoldKeeper : public QObject
 
 public:
     HoldKeeper(Workspace &workspace, QObject *parent);
+    /// Looks now whether anything has changed; by itself every 10 s.
+    void look();
 
 private:
     void take();
-    void look();
+    void takeAgain();
     void checkSave(Nodes::Result &why);
 
     Workspace &m_workspace;
     Nodes::ProjectHold m_hold;
     QTimer m_timer;
     bool m_isTold = false;
+    bool m_isWaiting = false; // for whoever holds it to leave
 };
 
 } // namespace Editor

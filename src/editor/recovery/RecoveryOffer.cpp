@@ -30,9 +30,25 @@ RecoveryOffer::RecoveryOffer(Workspace &workspace, AutoSave &autoSave, QObject *
         }
         m_project.reset();
     });
+    QTimer::singleShot(0, this, &RecoveryOffer::tellWhatIsLeft);
 }
 
 RecoveryOffer::~RecoveryOffer() = default;
+
+// Of any project: whoever starts again after a crash may not remember which it was.
+void RecoveryOffer::tellWhatIsLeft()
+{
+    if (m_workspace.session().isOpen())
+        return;
+    const auto found = Nodes::RecoveryFile::List(m_autoSave.directory().toStdString());
+    if (found.empty() || !found.front().damage.empty())
+        return;
+    m_workspace.tell(Workspace::Warning,
+                     tr("Осталась несохранённая работа: «%1» (%2). Откройте этот проект, чтобы "
+                        "восстановить её.")
+                         .arg(QString::fromStdString(found.front().name),
+                              QString::fromStdString(found.front().project)));
+}
 
 void RecoveryOffer::look()
 {

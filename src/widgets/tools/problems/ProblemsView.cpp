@@ -15,13 +15,14 @@ namespace Widgets {
 
 namespace {
 
-constexpr int severityWidth = 150;
-constexpr int placeWidth = 360;
+constexpr int severityWidth[] = {150, 120}; // by look
+constexpr int placeWidth[] = {360, 280};
 
 } // namespace
 
-ProblemsView::ProblemsView(QWidget *parent)
+ProblemsView::ProblemsView(QWidget *parent, enLook look)
     : QWidget(parent),
+      m_look(look),
       m_model(new ProblemsModel(this)),
       m_rows(new ProblemsFilter(this)),
       m_table(new QTableView(this)),
@@ -32,11 +33,7 @@ ProblemsView::ProblemsView(QWidget *parent)
     m_rows->setSourceModel(m_model);
     m_search->setPlaceholderText(QStringLiteral("Найти"));
     m_search->setClearButtonEnabled(true);
-    m_search->setMinimumHeight(TouchSize);
-    for (QWidget *widget : {static_cast<QWidget *>(m_search), static_cast<QWidget *>(m_summary)})
-        MakeLegible(*widget);
     m_again->setAutoDefault(false);
-    MakeTouchable(*m_again);
     buildTable();
     auto *layout = new QVBoxLayout(this);
     auto *top = new QHBoxLayout;
@@ -48,6 +45,10 @@ ProblemsView::ProblemsView(QWidget *parent)
     top->addWidget(m_again);
     layout->addLayout(top);
     layout->addWidget(m_table, 1);
+    if (look == Large)
+        makeLarge();
+    m_summary->setVisible(look == Large);
+    m_again->setVisible(look == Large);
     connect(m_search, &QLineEdit::textChanged, m_rows, &ProblemsFilter::setFilterFixedString);
     connect(m_again, &QPushButton::clicked, this, [this] { check(m_core); });
     connect(&m_check, &ProblemsCheck::found, this, &ProblemsView::take);
@@ -58,21 +59,36 @@ ProblemsView::ProblemsView(QWidget *parent)
 void ProblemsView::buildTable()
 {
     m_table->setModel(m_rows);
-    MakeLegible(*m_table);
-    MakeLegible(*m_table->horizontalHeader());
     m_table->setSelectionBehavior(QTableView::SelectRows);
     m_table->setSelectionMode(QTableView::SingleSelection);
     m_table->setEditTriggers(QTableView::NoEditTriggers);
     m_table->setWordWrap(true);
     m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(TouchSize);
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_table->setColumnWidth(ProblemsModel::SeverityColumn, severityWidth);
-    m_table->setColumnWidth(ProblemsModel::PlaceColumn, placeWidth);
+    m_table->setColumnWidth(ProblemsModel::SeverityColumn, severityWidth[m_look]);
+    m_table->setColumnWidth(ProblemsModel::PlaceColumn, placeWidth[m_look]);
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(ProblemsModel::SeverityColumn, Qt::AscendingOrder);
     connect(m_table, &QTableView::activated, this, &ProblemsView::onActivated);
+}
+
+void ProblemsView::makeLarge()
+{
+    for (QWidget *widget :
+         {static_cast<QWidget *>(m_search), static_cast<QWidget *>(m_summary),
+          static_cast<QWidget *>(m_table), static_cast<QWidget *>(m_table->horizontalHeader())})
+        MakeLegible(*widget);
+    for (QPushButton *button : {m_again, m_filters[Problem::Error], m_filters[Problem::Remark]})
+        MakeTouchable(*button);
+    m_search->setMinimumHeight(TouchSize);
+    m_table->verticalHeader()->setDefaultSectionSize(TouchSize);
+}
+
+QSize ProblemsView::sizeHint() const
+{
+    constexpr QSize desk(600, 150);
+    return m_look == Large ? QWidget::sizeHint() : desk;
 }
 
 void ProblemsView::check(const Nodes::systemCore *core)
@@ -100,7 +116,6 @@ QPushButton *ProblemsView::makeFilter(Problem::enSeverity severity)
     button->setAutoDefault(false);
     button->setToolTip(severity == Problem::Error ? QStringLiteral("Показывать ошибки")
                                                   : QStringLiteral("Показывать замечания"));
-    MakeTouchable(*button);
     connect(button, &QPushButton::toggled, m_rows,
             [this, severity](bool isShown) { m_rows->setShown(severity, isShown); });
     m_filters[severity] = button;

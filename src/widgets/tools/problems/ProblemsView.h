@@ -22,7 +22,11 @@ class WIDGETS_EXPORT ProblemsView : public QWidget
     Q_OBJECT
 
 public:
-    explicit ProblemsView(QWidget *parent = nullptr);
+    /// Large: for fingers, and read at arm's length. Compact: beside other panels of a desk, which
+    /// check again by themselves.
+    enum enLook { Large, Compact };
+
+    explicit ProblemsView(QWidget *parent = nullptr, enLook look = Large);
 
     /// Checks the project anew. The core outlives the view.
     void check(const Nodes::systemCore *core);
@@ -34,6 +38,7 @@ public:
     QTableView &table() const { return *m_table; }
     /// What was found and how far the check is, in Russian.
     QString summary() const;
+    QSize sizeHint() const override;
 
 signals:
     /// Only for nodes that are there.
@@ -41,6 +46,7 @@ signals:
 
 private:
     void buildTable();
+    void makeLarge();
     void onActivated(const QModelIndex &index);
     void take(const std::vector<Problem> &problems);
     void tellProgress(int done, int count);
@@ -48,6 +54,7 @@ private:
     void tellCounts();
     QPushButton *makeFilter(Problem::enSeverity severity);
 
+    const enLook m_look;
     const Nodes::systemCore *m_core = nullptr;
     ProblemsCheck m_check;
     ProblemsModel *m_model;
