@@ -91,7 +91,7 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
     if (count > 0)
         m_workspace.tell(
             Workspace::Warning,
-            tr("В проекте найдены замечания: %1. Смотрите панель «Замечания».").arg(count));
+            tr("В проекте найдены замечания: %1. Смотрите панель «Проблемы».").arg(count));
     return true;
 }
 
