@@ -7,6 +7,9 @@
 #include "editor/workspace/DocumentView.h"
 #include "editor/workspace/Workspace.h"
 
+#include "nodes/visual/windows/BasicComposition.h"
+#include "nodes/visual/windows/windowComposed.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -48,6 +51,8 @@ private:
 Nodes::ConfigNode *screenOf(const DocumentView *document)
 {
     Nodes::ConfigNode *node = document ? document->node().GetNode() : nullptr;
+    if (const auto *composed = dynamic_cast<const Nodes::windowComposed *>(node))
+        node = composed->GetComposition();
     return node && ReviewScreen::isScreen(*node) ? node : nullptr;
 }
 
@@ -59,7 +64,8 @@ ReviewPanel::ReviewPanel(Workspace &workspace, QWidget *parent)
       m_run(new ReviewRun(this)),
       m_model(new FindingModel(this)),
       m_sorted(new SeverityFilter(this)),
-      m_table(new QTableView)
+      m_table(new QTableView),
+      m_details(new QLabel)
 {
     m_sorted->setSourceModel(m_model);
     m_sorted->setSortRole(FindingModel::SortRole);
@@ -67,7 +73,10 @@ ReviewPanel::ReviewPanel(Workspace &workspace, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(makeBar());
-    layout->addWidget(m_table);
+    layout->addWidget(m_table, 1);
+    m_details->setWordWrap(true);
+    m_details->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(m_details);
     connect(m_run, &ReviewRun::found, m_model, &FindingModel::append);
     connect(m_run, &ReviewRun::progressed, this, &ReviewPanel::takeProgress);
     connect(m_run, &ReviewRun::finished, this, &ReviewPanel::takeEnd);
@@ -121,6 +130,8 @@ void ReviewPanel::makeTable()
         m_table->setColumnWidth(column, widths[column]);
     m_table->horizontalHeader()->setStretchLastSection(true);
     connect(m_table, &QTableView::activated, this, &ReviewPanel::jump);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &ReviewPanel::tell);
 }
 
 void ReviewPanel::reviewActive()
@@ -167,6 +178,16 @@ void ReviewPanel::forget()
 void ReviewPanel::filter()
 {
     static_cast<SeverityFilter *>(m_sorted)->setLeast(m_severity->currentIndex());
+}
+
+void ReviewPanel::tell(const QModelIndex &index)
+{
+    if (!index.isValid()) {
+        m_details->clear();
+        return;
+    }
+    const ReviewFinding &finding = m_model->finding(m_sorted->mapToSource(index).row());
+    m_details->setText(finding.what + ' ' + finding.advice);
 }
 
 void ReviewPanel::jump(const QModelIndex &index)

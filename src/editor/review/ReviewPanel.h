@@ -38,6 +38,7 @@ private:
     void takeEnd();
     void forget();
     void filter();
+    void tell(const QModelIndex &index);
     void jump(const QModelIndex &index);
     void copy() const;
 
@@ -49,6 +50,7 @@ private:
     QComboBox *m_severity = nullptr;
     QPushButton *m_stop = nullptr;
     QLabel *m_state = nullptr;
+    QLabel *m_details; ///< all of the row that is current
 };
 
 } // namespace Editor

@@ -47,6 +47,10 @@ QVariant SymbolModel::data(const QModelIndex &index, int role) const
         return row.title;
     case Qt::DecorationRole:
         return picture(row);
+    case Qt::SizeHintRole:
+        return QSize(ItemWidth, ItemHeight);
+    case Qt::TextAlignmentRole:
+        return int(Qt::AlignHCenter | Qt::AlignTop);
     case Qt::ToolTipRole:
         return QStringLiteral("%1\n%2").arg(row.title, row.source);
     case Group:

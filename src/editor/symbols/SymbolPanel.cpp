@@ -83,7 +83,7 @@ void SymbolPanel::makeList()
     m_list->setUniformItemSizes(true);
     m_list->setWordWrap(true);
     m_list->setIconSize({SymbolModel::PictureSize, SymbolModel::PictureSize});
-    m_list->setGridSize({112, 104});
+    m_list->setGridSize({SymbolModel::ItemWidth + 4, SymbolModel::ItemHeight + 4});
     m_list->setDragEnabled(true);
     m_list->setDragDropMode(QAbstractItemView::DragOnly);
     m_list->setAccessibleName(tr("Мнемосимволы"));

@@ -60,6 +60,8 @@ NodeLink InstanceModel::templateOf(const ConfigNode *node)
 
 void InstanceModel::setTemplate(const NodeLink &source)
 {
+    if (source == m_source)
+        return;
     m_source = source;
     refresh();
 }

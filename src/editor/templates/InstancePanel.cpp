@@ -53,8 +53,7 @@ InstancePanel::InstancePanel(Workspace &workspace, QWidget *parent)
     connect(&workspace.selection(), &Selection::changed, this, &InstancePanel::takeSelection);
     connect(&workspace.session().undoStack(), &QUndoStack::indexChanged, this,
             &InstancePanel::refresh);
-    connect(&workspace.session(), &ProjectSession::aboutToClose, this,
-            [this] { m_model->setTemplate({}); });
+    connect(&workspace.session(), &ProjectSession::aboutToClose, this, &InstancePanel::forget);
     takeSelection();
 }
 
@@ -81,10 +80,26 @@ void InstancePanel::takeSelection()
     refresh();
 }
 
+void InstancePanel::forget()
+{
+    m_model->setTemplate({});
+}
+
+void InstancePanel::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    refresh();
+}
+
+// What nobody looks at is not looked for: it takes a walk over the project.
 void InstancePanel::refresh()
 {
+    if (!isVisible())
+        return;
     const Nodes::ConfigNode *source = m_model->source().GetNode();
+    const QModelIndex current = m_table->currentIndex();
     m_model->refresh();
+    m_table->setCurrentIndex(m_model->index(current.row(), current.column()));
     m_add->setEnabled(source && !m_workspace.session().isReadOnly());
     m_title->setText(source ? tr("Шаблон «%1», экземпляров: %2")
                                   .arg(QString::fromStdString(source->GetName()))

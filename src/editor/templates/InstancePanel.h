@@ -20,8 +20,12 @@ class InstancePanel : public QWidget
 public:
     InstancePanel(Workspace &workspace, QWidget *parent);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void makeTable();
+    void forget();
     void takeSelection();
     void refresh();
     void addInstance();

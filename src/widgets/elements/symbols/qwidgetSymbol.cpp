@@ -73,6 +73,7 @@ const PropertyBindings &qwidgetSymbol::bindings() const
 void qwidgetSymbol::onUpdateProperties(Nodes::BasicProperty *property)
 {
     const Nodes::widgetSymbol *symbol = m_symbolNode.get();
+    m_isSourceOld = true; // the file may be another one under its name
     if (symbol && takeOver(*symbol, property))
         DirectPainting::repaint(*this);
 }
@@ -126,7 +127,10 @@ void qwidgetSymbol::takeValue(const Nodes::SignalValue &handed)
 void qwidgetSymbol::takeSource(const Nodes::SignalValue &value)
 {
     const Nodes::ResourceLink &source = m_symbolNode->GetSource(value);
-    m_symbol = SymbolStore::getInstance().get(source);
+    if (m_isSourceOld || source != m_source) // values do not ask the disk
+        m_symbol = SymbolStore::getInstance().get(source);
+    m_isSourceOld = false;
+    m_source = source;
     m_caption.clear();
     if (!m_symbol) {
         m_caption = QStringLiteral("мнемосимвол не выбран");

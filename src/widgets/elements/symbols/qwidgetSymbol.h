@@ -8,6 +8,8 @@
 #include "widgets/elements/symbols/SymbolPlace.h"
 #include "widgets/elements/symbols/SymbolStyle.h"
 
+#include "nodes/model/links/ResourceLink.h"
+
 #include <QPixmap>
 #include <QWidget>
 
@@ -76,8 +78,10 @@ private:
     void drawText(QPainter &painter) const;
 
     Utils::WatchedNode<Nodes::widgetSymbol> m_symbolNode; ///< null also for another class
-    std::shared_ptr<Symbol> m_symbol;                     ///< null while none is chosen
-    QString m_caption;                                    ///< in place of one that cannot be shown
+    Nodes::ResourceLink m_source;                         ///< that of m_symbol
+    bool m_isSourceOld = true;
+    std::shared_ptr<Symbol> m_symbol; ///< null while none is chosen
+    QString m_caption;                ///< in place of one that cannot be shown
     SymbolStyle m_style;
     SymbolPlace m_place; ///< but for its area
     QColor m_levelColor;
