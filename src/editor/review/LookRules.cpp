@@ -35,14 +35,27 @@ QImage pictureOf(const widgetState &state)
     return image ? *image : QImage();
 }
 
-bool areAlike(const Nodes::BasicWidget &element, const widgetState &one, const widgetState &other)
+/// A state that stands for two ranges is two states of one look.
+bool areColoredAlike(const widgetState &one, const widgetState &other)
+{
+    const auto looks = [](const widgetState &state) {
+        return std::make_pair(state.HasTextColor() ? state.GetTextColor().ToHex() : std::string(),
+                              state.HasBackgroundColor() ? state.GetBackgroundColor().ToHex()
+                                                         : std::string());
+    };
+    return looks(one) == looks(other);
+}
+
+bool differByColorOnly(const Nodes::BasicWidget &element, const widgetState &one,
+                       const widgetState &other)
 {
     if (dynamic_cast<const Nodes::widgetMultiImage *>(&element)) {
         const QImage a = pictureOf(one);
         const QImage b = pictureOf(other);
-        return !a.isNull() && !b.isNull() && ReviewColors::differByHueOnly(a, b);
+        return one.GetImage() != other.GetImage() && !a.isNull() && !b.isNull() &&
+               ReviewColors::differByHueOnly(a, b);
     }
-    if (one.GetText() != other.GetText())
+    if (one.GetText() != other.GetText() || areColoredAlike(one, other))
         return false;
     if (dynamic_cast<const Nodes::widgetSymbol *>(&element))
         return one.GetLook() == other.GetLook() && one.GetImage() == other.GetImage();
@@ -55,7 +68,7 @@ void tellAlike(const Nodes::BasicWidget &element, const widgetState &one, const 
 {
     findings.append(
         {ReviewFinding::Warning, NodeLink(&element),
-         QStringLiteral("Состояния «%1» и «%2» отличаются только цветом или ничем.")
+         QStringLiteral("Состояния «%1» и «%2» отличаются только цветом.")
              .arg(QString::fromStdString(one.GetName()), QString::fromStdString(other.GetName())),
          QStringLiteral("Дайте им разный текст, рисунок или вид: цвет видят не все и "
                         "не всегда.")});
@@ -75,7 +88,7 @@ void checkStatesByColor(const ReviewScreen &screen, ReviewFindings &findings)
         const auto states = statesOf(*element.node);
         for (std::size_t i = 0; i < states.size(); ++i) {
             for (std::size_t k = i + 1; k < states.size(); ++k) {
-                if (areAlike(*element.node, *states[i], *states[k]))
+                if (differByColorOnly(*element.node, *states[i], *states[k]))
                     tellAlike(*element.node, *states[i], *states[k], findings);
             }
         }

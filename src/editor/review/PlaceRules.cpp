@@ -31,8 +31,9 @@ void checkOverlaps(const ReviewScreen &screen, ReviewFindings &findings)
     constexpr int touching = 3; // pixels: frames may lie on each other
     QVector<ReviewElement> texts;
     for (const ReviewElement &element : screen.elements()) {
-        if (!ReviewTexts::of(*element.node).isEmpty())
-            texts.append(element);
+        const QRect place = ReviewTexts::placeOf(*element.node, element.rect);
+        if (!place.isEmpty())
+            texts.append({element.node, place});
     }
     std::stable_sort(texts.begin(), texts.end(),
                      [](const ReviewElement &a, const ReviewElement &b) {
@@ -42,11 +43,7 @@ void checkOverlaps(const ReviewScreen &screen, ReviewFindings &findings)
         for (int k = i + 1; k < texts.size() && texts[k].rect.left() <= texts[i].rect.right();
              ++k) {
             const QRect both = texts[i].rect & texts[k].rect;
-            // One inside the other is a text put onto a surface on purpose.
-            const bool isOnSurface =
-                texts[i].rect.contains(texts[k].rect) || texts[k].rect.contains(texts[i].rect);
-            if (both.width() <= touching || both.height() <= touching ||
-                (isOnSurface && texts[i].rect != texts[k].rect))
+            if (both.width() <= touching || both.height() <= touching)
                 continue;
             findings.append({ReviewFinding::Warning, NodeLink(texts[k].node),
                              QStringLiteral("Текст накладывается на «%1» (%2×%3 пикс.).")
@@ -72,7 +69,7 @@ void checkGrid(const ReviewScreen &screen, ReviewFindings &findings)
     }
     if (first)
         findings.append({ReviewFinding::Hint, NodeLink(first),
-                         QStringLiteral("Не на сетке %1 пикс.: %2 из %3 элементов; этот первый.")
+                         QStringLiteral("Не на сетке %1 пикс., элементов: %2 из %3; этот первый.")
                              .arg(grid)
                              .arg(count)
                              .arg(screen.elements().size()),

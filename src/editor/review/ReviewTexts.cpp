@@ -5,12 +5,13 @@
 
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/visual/elements/widgetButton.h"
-#include "nodes/visual/elements/widgetLabel.h"
+#include "nodes/visual/elements/widgetMultiLabel.h"
 #include "nodes/visual/elements/widgetState.h"
 #include "nodes/visual/elements/widgetSymbol.h"
 #include "utils/convert/ValueConversions.h"
 
 #include <QFontMetrics>
+#include <QStyle>
 
 #include <cmath>
 
@@ -89,6 +90,27 @@ QSize ReviewTexts::roomIn(const BasicWidget &element, QSize size)
     const bool isTurned =
         isOnItsSide(element) && !dynamic_cast<const Nodes::widgetSymbol *>(&element);
     return isTurned ? room.transposed() : room;
+}
+
+QRect ReviewTexts::placeOf(const BasicWidget &element, const QRect &rect)
+{
+    const auto *signs = dynamic_cast<const Nodes::widgetMultiLabel *>(&element);
+    const std::optional<QFont> font = fontOf(element);
+    if (!font || (signs && signs->GetVisibilityMode() != Nodes::widgetMultiLabel::VisibleAlways))
+        return {};
+    const QStringList texts = of(element);
+    const bool isTurned = valueOf(element, Nodes::AngleProp::Angle).value_or(0) != 0;
+    if (isTurned || dynamic_cast<const Nodes::widgetButton *>(&element))
+        return texts.isEmpty() ? QRect() : rect;
+    const QFontMetrics metrics(*font);
+    QSize largest(0, 0);
+    for (const QString &text : texts)
+        largest = largest.expandedTo(needed(element, metrics, text, rect.size()));
+    using Prop = Nodes::TextProp;
+    const Qt::Alignment alignment = Utils::NAligmentToQtAligment(
+        Nodes::enAlignmentHorizontal(valueOf(element, Prop::Align).value_or(0)),
+        Nodes::enAlignmentVertical(valueOf(element, Prop::Valign).value_or(0)));
+    return QStyle::alignedRect(Qt::LeftToRight, alignment, largest.boundedTo(rect.size()), rect);
 }
 
 QSize ReviewTexts::needed(const BasicWidget &element, const QFontMetrics &metrics,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QRect>
 #include <QSize>
 #include <QStringList>
 
@@ -25,6 +26,9 @@ public:
     static std::optional<QFont> fontOf(const Nodes::BasicWidget &element);
     /// Pixels for the text along its lines and across them.
     static QSize roomIn(const Nodes::BasicWidget &element, QSize size);
+    /// Where the largest of its texts stands; empty for an element without texts and for one that
+    /// is hidden while no state matches, as signs over others are.
+    static QRect placeOf(const Nodes::BasicWidget &element, const QRect &rect);
     static QSize needed(const Nodes::BasicWidget &element, const QFontMetrics &metrics,
                         const QString &text, QSize room);
 };

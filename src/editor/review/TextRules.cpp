@@ -36,25 +36,34 @@ void checkTextSize(const ReviewScreen &screen, ReviewFindings &findings)
 {
     constexpr int least = 12; // pixels
     constexpr int good = 14;
+    const QString advice = QStringLiteral("Возьмите шрифт не мельче 11 пт.");
+    QVector<const Nodes::BasicWidget *> rather;
     for (const ReviewElement &element : screen.elements()) {
         const auto font = ReviewTexts::fontOf(*element.node);
-        if (!font || ReviewTexts::of(*element.node).isEmpty())
+        const int pixels = font ? QFontInfo(*font).pixelSize() : good;
+        if (pixels >= good || ReviewTexts::of(*element.node).isEmpty())
             continue;
-        const int pixels = QFontInfo(*font).pixelSize();
-        if (pixels < good)
-            findings.append({pixels < least ? ReviewFinding::Warning : ReviewFinding::Hint,
-                             NodeLink(element.node),
-                             QStringLiteral("Текст высотой %1 пикс.; с рабочего места читается "
-                                            "%2, не меньше %3.")
+        if (pixels >= least)
+            rather.append(element.node);
+        else
+            findings.append({ReviewFinding::Warning, NodeLink(element.node),
+                             QStringLiteral("Текст высотой %1 пикс. с рабочего места не прочесть, "
+                                            "нужно не меньше %2.")
                                  .arg(pixels)
-                                 .arg(good)
                                  .arg(least),
-                             QStringLiteral("Возьмите шрифт не мельче 11 пт.")});
+                             advice});
     }
+    if (!rather.isEmpty())
+        findings.append({ReviewFinding::Hint, NodeLink(rather.first()),
+                         QStringLiteral("Текст мельче %1 пикс., элементов: %2; этот первый.")
+                             .arg(good)
+                             .arg(rather.size()),
+                         advice});
 }
 
 void checkClippedText(const ReviewScreen &screen, ReviewFindings &findings)
 {
+    constexpr int spare = 2; // pixels that no sign reaches
     for (const ReviewElement &element : screen.elements()) {
         const auto font = ReviewTexts::fontOf(*element.node);
         if (!font)
@@ -63,7 +72,7 @@ void checkClippedText(const ReviewScreen &screen, ReviewFindings &findings)
         const QSize room = ReviewTexts::roomIn(*element.node, element.rect.size());
         for (const QString &text : ReviewTexts::of(*element.node)) {
             const QSize needed = ReviewTexts::needed(*element.node, metrics, text, room);
-            if (needed.width() <= room.width() && needed.height() <= room.height())
+            if (needed.width() <= room.width() + spare && needed.height() <= room.height() + spare)
                 continue;
             findings.append({ReviewFinding::Warning, NodeLink(element.node),
                              QStringLiteral("Текст «%1» не помещается: нужно %2×%3 пикс., есть "

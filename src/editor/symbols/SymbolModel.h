@@ -16,7 +16,7 @@ class SymbolModel : public QAbstractListModel
 public:
     enum Role { Group = Qt::UserRole, Source };
     static constexpr int PictureSize = 56; ///< pixels, as those below
-    static constexpr int ItemWidth = 104;
+    static constexpr int ItemWidth = 112;
     static constexpr int ItemHeight = 100; ///< room for two lines of text
 
     explicit SymbolModel(QObject *parent = nullptr);

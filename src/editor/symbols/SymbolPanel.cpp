@@ -83,7 +83,10 @@ void SymbolPanel::makeList()
     m_list->setUniformItemSizes(true);
     m_list->setWordWrap(true);
     m_list->setIconSize({SymbolModel::PictureSize, SymbolModel::PictureSize});
-    m_list->setGridSize({SymbolModel::ItemWidth + 4, SymbolModel::ItemHeight + 4});
+    m_list->setGridSize({SymbolModel::ItemWidth + 2, SymbolModel::ItemHeight + 4});
+    QFont small = m_list->font();
+    small.setPointSizeF(small.pointSizeF() - 1);
+    m_list->setFont(small); // long words of one symbol beside the other
     m_list->setDragEnabled(true);
     m_list->setDragDropMode(QAbstractItemView::DragOnly);
     m_list->setAccessibleName(tr("Мнемосимволы"));

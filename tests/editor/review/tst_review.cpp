@@ -100,6 +100,8 @@ void TestReview::rules_data()
 
     row("textSize", "good", label(20, R"(text="T" fontSize="11")"), "");
     row("textSize", "small", label(20, R"(text="T" fontSize="10")"), "20:1");
+    row("textSize", "two small ones",
+        label(20, R"(text="T" fontSize="10")") + label(21, R"(text="T" fontSize="10")"), "20:1");
     row("textSize", "too small", label(20, R"(text="T" fontSize="8")"), "20:2");
     row("textSize", "without a text", label(20, R"(fontSize="8")"), "");
 
@@ -117,6 +119,8 @@ void TestReview::rules_data()
     row("states", "other texts", states("multiLabel", R"(text="Стоп")", R"(text="Работа")"), "");
     row("states", "other colours only",
         states("multiLabel", R"(text="1" ownColor="true" color="#008000")", R"(text="1")"), "20:2");
+    row("states", "one look for two ranges",
+        states("multiLabel", R"(text="1" ownColor="true")", R"(text="1" ownColor="true")"), "");
     row("states", "the value itself", states("multiLabel", R"(ownColor="true")", ""), "");
     row("states", "other looks", states("symbol", R"(look="off")", R"(look="on")"), "");
     row("states", "same looks",
@@ -142,17 +146,20 @@ void TestReview::rules_data()
 
     row("overlaps", "apart",
         label(20, R"(text="a")") + R"(<label id="21" name="b" text="b" x="8" y="48"/>)", "");
-    row("overlaps", "one over the other",
-        label(20, R"(text="a")") +
-            R"(<label id="21" name="b" text="b" x="100" y="20" width="160" height="32"/>)",
+    const QString beside =
+        R"(<label id="21" name="b" text="b" x="%1" y="8" width="160" height="32" %2/>)";
+    row("overlaps", "one over the other", label(20, R"(text="aaaa aaaa")") + beside.arg(40).arg(""),
         "21:2");
-    row("overlaps", "frames touch",
+    row("overlaps", "boxes only", label(20, R"(text="a")") + beside.arg(100).arg(""), "");
+    row("overlaps", "at the other end",
+        label(20, R"(text="a" align="right")") + beside.arg(158).arg(""), "21:2");
+    row("overlaps", "button",
         label(20, R"(text="a")") +
-            R"(<label id="21" name="b" text="b" x="166" y="8" width="160" height="32"/>)",
-        "");
-    row("overlaps", "on a surface",
+            R"(<button id="21" name="b" text="b" x="8" y="8" width="160" height="32"/>)",
+        "21:2");
+    row("overlaps", "sign that is hidden mostly",
         label(20, R"(text="a")") +
-            R"(<label id="21" name="b" text="b" x="16" y="12" width="40" height="20"/>)",
+            R"(<multiLabel id="21" name="b" text="b" x="8" y="8" visibility="matching"/>)",
         "");
     row("overlaps", "the same place", label(20, R"(text="a")") + label(21, R"(text="b")"), "21:2");
 
