@@ -7,6 +7,7 @@
 #include "widgets/elements/symbols/qwidgetSymbol.h"
 
 #include "nodes/model/links/ResourceLink.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/visual/elements/widgetSymbol.h"
 
 #include <QDirIterator>
@@ -93,6 +94,7 @@ private slots:
     void everyBuiltInSymbolShowsItsStates_data();
     void everyBuiltInSymbolShowsItsStates();
     void symbolsAreShared();
+    void aSymbolWithoutAPictureIsReported();
 };
 
 void TestSymbols::whatMayNotBeShownIsRefused_data()
@@ -383,6 +385,18 @@ void TestSymbols::symbolsAreShared()
     LiveElement<qwidgetSymbol> other(screen, 32);
     (void)other.drawn();
     QCOMPARE(SymbolStore::getInstance().getCount(), before + 1);
+}
+
+void TestSymbols::aSymbolWithoutAPictureIsReported()
+{
+    const RuntimeProject project(screen);
+    for (const auto &[source, count] :
+         {std::pair(":/symbols/pump.svg", 0), std::pair("", 1), std::pair("absent.svg", 1)}) {
+        project.set(20, "source", source);
+        Nodes::ValidationResults results;
+        project.node(20)->Validate(results);
+        QCOMPARE(int(results.size()), count);
+    }
 }
 
 QTEST_MAIN(TestSymbols)

@@ -1,6 +1,7 @@
 #include "nodes/visual/elements/widgetSymbol.h"
 
 #include "nodes/model/KindBuilder.h"
+#include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/ValueText.h"
 #include "nodes/visual/elements/widgetState.h"
@@ -90,6 +91,16 @@ std::string widgetSymbol::GetDisplayText(const SignalValue &value) const
         return {};
     const ValueText text(GetSignal());
     return value.GetQuality() == Quality::Bad ? text.Of(value) : text.WithUnit(text.Of(value));
+}
+
+void widgetSymbol::Validate(ValidationResults &results) const
+{
+    BasicTextWidget::Validate(results);
+    if (m_source.GetFilePath().empty())
+        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "source"),
+                    "Мнемосимвол «" + GetPath() +
+                        "»: рисунок не выбран. Выберите его на панели «Мнемосимволы» или задайте "
+                        "файл SVG.");
 }
 
 } // namespace Nodes

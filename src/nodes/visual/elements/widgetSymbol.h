@@ -58,6 +58,9 @@ public:
     using BasicWidget::GetDisplayText;
     std::string GetDisplayText(const SignalValue &value) const override;
 
+    /// Reports one that shows nothing.
+    void Validate(ValidationResults &results) const override;
+
 private:
     bool hasStates() const;
 
