@@ -11,8 +11,10 @@ namespace Widgets {
 
 namespace {
 
-// Sorting a batch into a list of 10,000 takes a fraction of what a display may stand still.
-constexpr std::size_t batchSize = 300;
+// Sorting a batch into a list of 10,000 takes a fraction of what a display may stand still. What a
+// batch costs hardly depends on its size: in a flood a pause lets the next one fill.
+constexpr std::size_t batchSize = 400;
+constexpr int pause = 20; // ms
 
 } // namespace
 
@@ -25,7 +27,7 @@ protected:
     void deliver() override
     {
         if (relay)
-            relay->take();
+            relay->wish();
     }
 };
 
@@ -34,6 +36,10 @@ AlarmRelay::AlarmRelay(Nodes::systemAlarming &alarming, QObject *parent)
 {
     Utils::RelayDispatcher::instance(); // made on this thread
     m_target->relay = this;
+    m_pause.setSingleShot(true);
+    m_pause.setTimerType(Qt::PreciseTimer);
+    m_pause.setInterval(pause);
+    connect(&m_pause, &QTimer::timeout, this, &AlarmRelay::onPaused);
     m_feed = alarming.OpenFeed([target = m_target] { target->request(); });
     m_target->request();
 }
@@ -43,11 +49,26 @@ AlarmRelay::~AlarmRelay()
     m_target->relay = nullptr;
 }
 
+// The first alarm after a quiet time is taken at once.
+void AlarmRelay::wish()
+{
+    if (m_pause.isActive())
+        m_isWished = true;
+    else
+        take();
+}
+
+void AlarmRelay::onPaused()
+{
+    if (std::exchange(m_isWished, false))
+        take();
+}
+
 void AlarmRelay::take()
 {
     const Nodes::AlarmFeed::Batch batch = m_feed->Take(batchSize);
-    if (batch.hasMore)
-        m_target->request();
+    m_isWished = m_isWished || batch.hasMore;
+    m_pause.start(); // taking may enter a loop of its own
     // The station's end is no reason to call its alarms over.
     if (batch.isAnew && m_alarming.GetState() == Nodes::NodeState::Running) {
         m_isAnew = true;

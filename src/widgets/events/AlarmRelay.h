@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QSet>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -38,11 +39,15 @@ signals:
 private:
     class Target;
 
+    void wish();
+    void onPaused();
     void take();
 
     const Nodes::systemAlarming &m_alarming;
     std::shared_ptr<Target> m_target;
     std::unique_ptr<Nodes::AlarmFeed> m_feed;
+    QTimer m_pause; // between two batches
+    bool m_isWished = false;
     bool m_isAnew = false;
     QSet<unsigned long> m_active;  // as told, by id
     QSet<unsigned long> m_earlier; // those that were so before the subsystem started anew

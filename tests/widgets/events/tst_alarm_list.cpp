@@ -3,6 +3,7 @@
 #include "support/RuntimeProject.h"
 
 #include "widgets/events/AlarmDialog.h"
+#include "widgets/events/AlarmRelay.h"
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
@@ -23,6 +24,7 @@
 #include "nodes/journal/EventJournal.h"
 
 #include <QAbstractItemModelTester>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -368,6 +370,30 @@ private slots:
         plant.button("Пределы…")->click();
         auto *limits = plant.opened<AlarmLimitsDialog>();
         QVERIFY(!limits->findChild<QPushButton *>("apply")->isEnabled());
+    }
+    void batchesComeApart()
+    {
+        Plant plant;
+        QVERIFY(plant.project.core.Start());
+        AlarmRelay relay(plant.alarming());
+        QElapsedTimer clock;
+        clock.start();
+        std::vector<qint64> times;
+        AlarmState told = AlarmState::None;
+        connect(&relay, &AlarmRelay::arrived, &relay,
+                [&](const std::vector<Nodes::BasicEvent> &alarms) {
+                    times.push_back(clock.elapsed());
+                    told = alarms.back().alarmState;
+                });
+        for (bool isHigh = true; times.size() < 8 && clock.elapsed() < 20000; isHigh = !isHigh) {
+            plant.project.publish(31, isHigh ? 90.0 : 10.0);
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 1);
+        }
+        QVERIFY(times.size() >= 8);
+        for (std::size_t i = 1; i < times.size(); ++i)
+            QVERIFY2(times[i] - times[i - 1] >= 15, qPrintable(QString::number(times[i])));
+        plant.project.publish(31, 90.0);
+        QTRY_COMPARE(told, AlarmState::ActiveUnacked); // the last is never left waiting
     }
     // The list gives of its rows before the window covers more of the displays.
     void foldsInToWhatWasChosen()
