@@ -15,6 +15,7 @@
 #include <QGraphicsScene>
 #include <QList>
 #include <QPointF>
+#include <QPointer>
 
 #include <memory>
 
@@ -103,6 +104,7 @@ public:
     void setPastePosition(QPointF position);
     /// Signals signalCheckLink, or calls slotWidgetDelete at once where nobody is connected to it.
     void removeWidget() override;
+    void takeRefused(ProxyWidget &host) override;
     void onMoveFinished() override;
     void takeSelected(ProxyWidget &host, bool on) override;
     void takePressed(ProxyWidget &host) override;
@@ -158,6 +160,7 @@ protected:
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     void dragEnterEvent(QGraphicsSceneDragDropEvent *event) override;
     void dragMoveEvent(QGraphicsSceneDragDropEvent *event) override;
+    void dragLeaveEvent(QGraphicsSceneDragDropEvent *event) override;
     void dropEvent(QGraphicsSceneDragDropEvent *event) override;
 
 private:
@@ -173,6 +176,7 @@ private:
     void addLayers(const QList<ProxyLayer *> &layers);
     void updateZOrder();
     void onSelectionChanged();
+    void forgetRefused();
     void commit(QUndoCommand *command) override { pushToUndoStack(command); }
 
     std::shared_ptr<SceneContext> m_context; ///< shared with the elements
@@ -180,7 +184,8 @@ private:
     LayerStack m_layers;
     std::unique_ptr<SceneEditor> m_editor; ///< made when the scene is edited for the first time
     std::unique_ptr<Nodes::PropertyProxy> m_selected;
-    AlarmMarks *m_alarms = nullptr; ///< a child
+    QList<QPointer<ProxyWidget>> m_refused; ///< marked so while something is dragged over them
+    AlarmMarks *m_alarms = nullptr;         ///< a child
     bool m_isEditable = true;
     Utils::NodeRelay m_relay; ///< layers that come and go
 };

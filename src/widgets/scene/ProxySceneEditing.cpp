@@ -13,7 +13,6 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QGraphicsSceneContextMenuEvent>
-#include <QGraphicsSceneDragDropEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMetaMethod>
@@ -255,35 +254,6 @@ bool ProxyScene::openRuntimeMenu(const QGraphicsSceneContextMenuEvent &event)
         return true;
     }
     return false;
-}
-
-void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
-{
-    if (!isEditing())
-        return;
-    if (SceneEditor::takesDrag(*event->mimeData()))
-        event->accept();
-    else
-        QGraphicsScene::dragEnterEvent(event);
-}
-
-void ProxyScene::dragMoveEvent(QGraphicsSceneDragDropEvent *event)
-{
-    if (!isEditing())
-        return;
-    if (SceneEditor::takesDrag(*event->mimeData()))
-        event->accept();
-    else
-        QGraphicsScene::dragMoveEvent(event);
-}
-
-void ProxyScene::dropEvent(QGraphicsSceneDragDropEvent *event)
-{
-    SceneEditor *tool = editor();
-    if (tool && tool->drop(*event))
-        event->accept();
-    else
-        QGraphicsScene::dropEvent(event);
 }
 
 } // namespace Widgets

@@ -11,18 +11,14 @@
 #include "nodes/visual/windows/windowComposed.h"
 #include "utils/convert/MetaTypes.h"
 
-#include <QApplication>
-#include <QMouseEvent>
+#include <QEvent>
 #include <QScrollBar>
 
-#include <algorithm>
 #include <utility>
 
 namespace Widgets {
 
 namespace {
-
-constexpr double zoomStep = 1.15;
 
 void warn(const Nodes::ConfigNode *node, const char *text)
 {
@@ -187,79 +183,6 @@ QSize ProxyView::minimumSizeHint() const
     return QSize(0, 0);
 }
 
-void ProxyView::mousePressEvent(QMouseEvent *event)
-{
-    if (context().isEditor() && event->button() == Qt::MiddleButton) {
-        if (event->modifiers() == Qt::ControlModifier) {
-            resetTransform();
-        } else {
-            setDragMode(NoDrag);
-            setInteractive(false);
-            m_lastX = event->x();
-            m_lastY = event->y();
-            QApplication::setOverrideCursor(Qt::ClosedHandCursor);
-        }
-    }
-    QMouseEvent passed(*event);
-    if (beginsBand(*event) && event->modifiers() == Qt::ShiftModifier)
-        passed.setModifiers(Qt::ControlModifier); // the one by which a rubber band adds
-    QGraphicsView::mousePressEvent(&passed);
-    event->setAccepted(passed.isAccepted() && !context().isEditor());
-}
-
-bool ProxyView::beginsBand(const QMouseEvent &press) const
-{
-    if (!context().isEditor() || press.button() != Qt::LeftButton)
-        return false;
-    const QList<QGraphicsItem *> met = items(press.pos());
-    return std::none_of(met.begin(), met.end(), [](const QGraphicsItem *item) {
-        return item->flags() & QGraphicsItem::ItemIsSelectable;
-    });
-}
-
-void ProxyView::mouseMoveEvent(QMouseEvent *event)
-{
-    if (!context().isEditor() || !(event->buttons() & Qt::MiddleButton)) {
-        QGraphicsView::mouseMoveEvent(event);
-        return;
-    }
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + m_lastX - event->x());
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + m_lastY - event->y());
-    m_lastX = event->x();
-    m_lastY = event->y();
-    event->accept();
-}
-
-void ProxyView::mouseReleaseEvent(QMouseEvent *event)
-{
-    const bool isPanning = !isInteractive();
-    if (context().isEditor() && event->button() == Qt::MiddleButton && isPanning) {
-        setDragMode(RubberBandDrag);
-        setInteractive(true);
-        QApplication::restoreOverrideCursor();
-    }
-    QGraphicsView::mouseReleaseEvent(event);
-    if (context().isEditor())
-        event->ignore();
-}
-
-void ProxyView::wheelEvent(QWheelEvent *event)
-{
-    // Qt gives a wheel turned with Alt as horizontal motion.
-    const int delta =
-        event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
-    if (!context().isEditor()) {
-        QGraphicsView::wheelEvent(event);
-    } else if (event->modifiers() == Qt::ControlModifier) {
-        zoom(delta >= 1, event->position().toPoint());
-    } else if (event->modifiers() == Qt::AltModifier || event->modifiers() == Qt::NoModifier) {
-        const bool isAcross = event->modifiers() == Qt::AltModifier;
-        QScrollBar *bar = isAcross ? horizontalScrollBar() : verticalScrollBar();
-        const int step = bar->maximum() / 10;
-        bar->setValue(bar->value() + (delta < 1 ? step : -step));
-    }
-}
-
 // The bars are hidden but keep their range where the view is smaller than the scene. Whatever asks
 // for another part of the picture (keys, wheel, focus), an operator could not scroll back.
 void ProxyView::pinScrollBars()
@@ -296,16 +219,6 @@ bool ProxyView::viewportEvent(QEvent *event)
 {
     const EventDepth depth(*this);
     return QGraphicsView::viewportEvent(event);
-}
-
-void ProxyView::zoom(bool isCloser, QPoint at)
-{
-    const double factor = isCloser ? zoomStep : 1 / zoomStep;
-    const QPointF before = mapToScene(at);
-    scale(factor, factor);
-    const QPointF shift = before - mapToScene(at);
-    const QPointF centre = mapToScene(viewport()->rect()).boundingRect().center();
-    centerOn(centre + shift);
 }
 
 } // namespace Widgets

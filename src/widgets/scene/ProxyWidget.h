@@ -97,6 +97,8 @@ public:
                                                      bool &push);
     /// Nodes of the element's project that are dragged, by path or by id; absent ones left out.
     Nodes::NodesArray getNaFromMineDate(const QMimeData *mime) const;
+    /// Nothing is dragged over it any more.
+    void hideDrop();
     /// Null outside the editor.
     Locker *locker() const;
 

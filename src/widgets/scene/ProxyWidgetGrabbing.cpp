@@ -98,6 +98,15 @@ void ProxyWidget::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
     const bool isAcceptable = node->CanDropNodes(nodes, dropFlags(isCopy)).IsSuccess();
     editor().showDrop(isAcceptable);
     event->setAccepted(isAcceptable);
+    EditedScene *edited = isAcceptable ? nullptr : editedScene();
+    if (edited)
+        edited->takeRefused(*this);
+}
+
+void ProxyWidget::hideDrop()
+{
+    if (m_editor)
+        (void)m_editor->hideDrop();
 }
 
 void ProxyWidget::dragLeaveEvent(QGraphicsSceneDragDropEvent *event)

@@ -135,6 +135,37 @@ private slots:
         QCOMPARE(editor.signal(), 12ul);
     }
 
+    void whatIsRefusedIsMarkedWhileThePointerIsThere_data()
+    {
+        const Rows<QString, bool> row("id", "isTaken");
+        row("taken", "11", true);
+        row("refused", "13", false);
+    }
+
+    void whatIsRefusedIsMarkedWhileThePointerIsThere()
+    {
+        QFETCH(QString, id);
+        QFETCH(bool, isTaken);
+        const Editor editor;
+        const auto data = draggedTexts(ids, {id});
+        const auto moveTo = [&](QPointF at) {
+            QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDragMove);
+            event.setMimeData(data.get());
+            event.setScenePos(at);
+            event.setWidget(editor.view.viewport());
+            event.setScreenPos(editor.view.viewport()->mapToGlobal(editor.view.mapFromScene(at)));
+            event.setPossibleActions(Qt::CopyAction);
+            event.setProposedAction(Qt::CopyAction);
+            QApplication::sendEvent(editor.scene, &event);
+        };
+        moveTo({20, 30});
+        QCOMPARE(editor.shown(), isTaken ? Green : Red);
+        moveTo({40, 30});
+        QCOMPARE(editor.shown(), isTaken ? Green : Red);
+        moveTo({400, 300});
+        QCOMPARE(editor.shown(), Nothing);
+    }
+
     void undoAfterTheSignalIsGone()
     {
         Editor editor;

@@ -239,6 +239,19 @@ private slots:
         QCOMPARE(editor.stack.count(), 1);
     }
 
+    void arrowsWaitForTheMouse()
+    {
+        Editor editor;
+        editor.press({350, 215});
+        editor.move({390, 225});
+        editor.key(Qt::Key_Left);
+        QCOMPARE(editor.stack.count(), 0);
+        editor.move({360, 225});
+        editor.release({360, 225});
+        QCOMPARE(editor.place(36).topLeft(), QPoint(310, 210));
+        QCOMPARE(editor.stack.count(), 1);
+    }
+
     void removedWhileDragged()
     {
         Editor editor;

@@ -37,6 +37,8 @@ public:
     virtual void finishDrag() = 0;
     /// The pointer was lost before the button was let go: what was dragged goes back.
     virtual void cancelDrag() = 0;
+    /// What is dragged over the element is not taken by it: it hears nothing of its going away.
+    virtual void takeRefused(ProxyWidget &host) = 0;
     /// Commits the place and size of the selected elements as one step.
     virtual void onMoveFinished() = 0;
     /// Makes the element movable or not: as a step with `push`, else at once and for good.

@@ -106,6 +106,7 @@ private:
     void createActions();
     void followSelection();
     void pressEscape();
+    void moveByArrow(const QKeyEvent &event);
     bool pressSelecting(const QKeyEvent &event);
     void selectUnderMouse(const QList<ProxyWidget *> &hosts, Qt::KeyboardModifiers modifiers);
     void pasteAtPointer();

@@ -1,0 +1,61 @@
+// What is dragged over a scene: for the scene itself or for the element below the pointer.
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/SceneEditor.h"
+
+#include <QGraphicsSceneDragDropEvent>
+
+namespace Widgets {
+
+void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
+{
+    if (!isEditing())
+        return;
+    if (SceneEditor::takesDrag(*event->mimeData()))
+        event->accept();
+    else
+        QGraphicsScene::dragEnterEvent(event);
+}
+
+void ProxyScene::dragMoveEvent(QGraphicsSceneDragDropEvent *event)
+{
+    if (!isEditing())
+        return;
+    forgetRefused(); // those still below the pointer are entered anew
+    if (SceneEditor::takesDrag(*event->mimeData()))
+        event->accept();
+    else
+        QGraphicsScene::dragMoveEvent(event);
+}
+
+void ProxyScene::dragLeaveEvent(QGraphicsSceneDragDropEvent *event)
+{
+    forgetRefused();
+    QGraphicsScene::dragLeaveEvent(event);
+}
+
+void ProxyScene::takeRefused(ProxyWidget &host)
+{
+    m_refused.append(&host);
+}
+
+void ProxyScene::forgetRefused()
+{
+    for (const QPointer<ProxyWidget> &host : qAsConst(m_refused)) {
+        if (host)
+            host->hideDrop();
+    }
+    m_refused.clear();
+}
+
+void ProxyScene::dropEvent(QGraphicsSceneDragDropEvent *event)
+{
+    forgetRefused();
+    SceneEditor *tool = editor();
+    if (tool && tool->drop(*event))
+        event->accept();
+    else
+        QGraphicsScene::dropEvent(event);
+}
+
+} // namespace Widgets
