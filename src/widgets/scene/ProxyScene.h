@@ -99,6 +99,9 @@ public:
     /// another one after that.
     SceneEditor *sceneEditor() const { return m_editor.get(); }
 
+    /// A view shows it larger or smaller than before.
+    void takeScale();
+
     /// Where new elements are put.
     QPointF pastePosition() const;
     void setPastePosition(QPointF position);

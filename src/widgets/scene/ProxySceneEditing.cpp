@@ -142,6 +142,13 @@ void ProxyScene::onMoveFinished()
         tool->commitGeometry();
 }
 
+void ProxyScene::takeScale()
+{
+    const SceneEditor *tool = m_editor.get();
+    for (ProxyWidget *host : tool ? tool->selection().hosts() : QList<ProxyWidget *>())
+        host->setCornerPositions(QRectF());
+}
+
 void ProxyScene::takeSelected(ProxyWidget &host, bool on)
 {
     if (m_editor)

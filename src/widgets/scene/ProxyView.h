@@ -65,6 +65,7 @@ public slots:
 protected:
     bool event(QEvent *event) override;
     bool viewportEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -85,6 +86,7 @@ private:
     QSize m_sizeHint;
     QPointer<Border> m_border; // owned by the scene shown; null at run time
     Utils::NodeRelay m_relay;
+    double m_paintedScale = 1;
     int m_eventDepth = 0;
     QVector<QPointer<QObject>> m_dueObjects; // to be deleted when idle
     int m_lastX = 0;

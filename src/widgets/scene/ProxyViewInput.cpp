@@ -1,5 +1,6 @@
 // Zoom, pan and rubber band of a view whose scene is edited.
 #include "widgets/context/SceneContext.h"
+#include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
 
 #include <QApplication>
@@ -8,6 +9,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace Widgets {
 
@@ -71,6 +73,16 @@ void ProxyView::mouseReleaseEvent(QMouseEvent *event)
     QGraphicsView::mouseReleaseEvent(event);
     if (context().isEditor())
         event->ignore();
+}
+
+// Whoever zooms, the view tells nobody.
+void ProxyView::paintEvent(QPaintEvent *event)
+{
+    const double scale = transform().m11();
+    ProxyScene *shown = proxyScene();
+    if (shown && std::exchange(m_paintedScale, scale) != scale)
+        shown->takeScale();
+    QGraphicsView::paintEvent(event);
 }
 
 void ProxyView::wheelEvent(QWheelEvent *event)

@@ -174,6 +174,19 @@ private slots:
         QVERIFY(qAbs(shown.width() - 110) <= 1 && qAbs(shown.height() - 46) <= 1);
     }
 
+    void keepTheirSizeInASmallPicture()
+    {
+        Editor editor;
+        editor.select({32});
+        editor.view.scale(0.25, 0.25);
+        const QRectF box(188, 108, 24, 24);
+        QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect(), box);
+        editor.drag(box.center(), box.center() + QPointF(40, 20));
+        QCOMPARE(editor.place(32), QRect(100, 80, 140, 60));
+        editor.view.resetTransform();
+        QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect().size(), QSizeF(6, 6));
+    }
+
     void ofVeryManyOnlyTheKeyElementHasThem()
     {
         Editor editor;

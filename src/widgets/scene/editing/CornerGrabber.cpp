@@ -9,6 +9,7 @@ namespace Widgets {
 CornerGrabber::CornerGrabber(QGraphicsItem *parent, Corner corner)
     : QGraphicsItem(parent), m_corner(corner)
 {
+    setTransformOriginPoint(boundingRect().center());
     setAcceptHoverEvents(true);
     setAcceptedMouseButtons(Qt::LeftButton);
 }

@@ -3,8 +3,25 @@
 #include "widgets/scene/editing/CornerGrabber.h"
 
 #include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+
+#include <cmath>
 
 namespace Widgets {
+
+namespace {
+
+// In a picture that is shown small they keep their size on the screen.
+double scaleOf(const QGraphicsItem &host)
+{
+    constexpr double least = 0.125;
+    const QList<QGraphicsView *> views = host.scene()->views();
+    const double shown = views.isEmpty() ? 1 : std::abs(views.first()->transform().m11());
+    return 1 / qBound(least, shown, 1.0);
+}
+
+} // namespace
 
 GrabberFrame::GrabberFrame(QGraphicsProxyWidget &host) : m_host(host) {}
 
@@ -51,8 +68,11 @@ void GrabberFrame::place(const QRectF &rect)
         {(left + right) / 2, bottom - 1},
         {left, (top + bottom) / 2},
     };
-    for (CornerGrabber *grabber : qAsConst(m_grabbers))
+    const double scale = scaleOf(m_host);
+    for (CornerGrabber *grabber : qAsConst(m_grabbers)) {
         grabber->setPos(places[grabber->corner()]);
+        grabber->setScale(scale);
+    }
 }
 
 } // namespace Widgets

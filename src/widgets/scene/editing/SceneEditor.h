@@ -55,6 +55,7 @@ public:
     static constexpr int GrabbersAtMost = 100;
 
     SceneSelection &selection() { return m_selection; }
+    const SceneSelection &selection() const { return m_selection; }
     SelectionEdits &edits() { return m_edits; }
     TableEdits &tableEdits() { return m_tableEdits; }
     DragInteraction &drag() { return m_drag; }
