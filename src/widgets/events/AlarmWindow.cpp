@@ -128,10 +128,12 @@ void AlarmWindow::keepOnScreen(int keptWidth)
     if (!screen)
         return;
     const QRect room = screen->availableGeometry();
+    const bool isFirst = keptWidth == QWIDGETSIZE_MAX;
+    const int lowest = isFirst ? room.bottom() - buttonsOfDisplays : room.bottom();
     m_dialog->setRoom(qMin(room.width(), keptWidth) - outerSize(QSize(0, 0)).width());
     resize(size().expandedTo(minimumSizeHint()).boundedTo(room.size()));
     move(qBound(room.left(), x(), room.right() + 1 - width()),
-         qBound(room.top(), y(), room.bottom() + 1 - height()));
+         qBound(room.top(), y(), qMax(room.top(), lowest + 1 - height())));
 }
 
 // The list gives of its rows first. What is missing grows downwards where no buttons of the
