@@ -268,6 +268,18 @@ private slots:
         QCOMPARE(p.signalNodes[0]->GetNodeCount(), 1);
     }
 
+    void onlySignalsAreRows()
+    {
+        Plant p;
+        ConfigNode *folder =
+            p.add(NodeType::SubtypeFolder, p.session.root()->GetNodeAt(0), "Шаблоны");
+        ConfigNode *window = p.add(NodeType::SubtypeWindowTemplate, folder, "Насос");
+        p.add(NodeType::SubtypeTemplateParameter, window, "Пуск");
+        QVERIFY(!SignalTable::shows(*folder));
+        QCOMPARE(SheetModel(p.workspace, folder, NodeType::TypeSignal).rowCount(), 0);
+        QVERIFY(SignalTable::shows(*p.group));
+    }
+
     void pageCopiesPastesAndArchives()
     {
         Plant p;

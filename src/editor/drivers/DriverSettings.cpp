@@ -1,24 +1,19 @@
 #include "editor/drivers/DriverSettings.h"
 
 #include "editor/drivers/PropertyForm.h"
-#include "editor/signals/SheetPage.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/drivers/modbus/ModbusAddresses.h"
 #include "nodes/drivers/modbus/modbusDriver.h"
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/project/signals/SheetColumns.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 namespace Editor {
-
-using Nodes::NodeType;
 
 namespace {
 
@@ -41,28 +36,18 @@ void append(QTreeWidget &list, const Nodes::ValidationResults &results)
 DriverSettings::DriverSettings(Workspace &workspace, const Nodes::NodeLink &driver, QWidget *parent)
     : QWidget(parent), m_workspace(workspace), m_driver(driver), m_findings(new QTreeWidget(this))
 {
-    auto *settings = new QGroupBox(tr("Подключение"), this);
-    auto *settingsLayout = new QVBoxLayout(settings);
-    settingsLayout->addWidget(new PropertyForm(workspace, driver, settings));
-    settingsLayout->addStretch();
-    auto *findings = new QGroupBox(tr("Замечания"), this);
-    auto *findingsLayout = new QVBoxLayout(findings);
-    findingsLayout->addWidget(m_findings);
-    m_findings->setHeaderHidden(true);
+    auto *form = new QScrollArea(this);
+    form->setWidget(new PropertyForm(workspace, driver, form));
+    form->setWidgetResizable(true);
+    form->setFrameShape(QFrame::NoFrame);
+    form->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    form->setMinimumWidth(form->widget()->sizeHint().width() + form->verticalScrollBar()->width());
+    m_findings->setHeaderLabel(tr("Замечания"));
     m_findings->setRootIsDecorated(false);
-    auto *upper = new QHBoxLayout;
-    upper->addWidget(settings);
-    upper->addWidget(findings, 1);
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(upper);
-    const Nodes::ConfigNode *node = driver.GetNode();
-    if (node && !Nodes::FindSheetKinds(*node, NodeType::TypeDriverGroup).empty()) {
-        auto *groups = new QGroupBox(tr("Группы опроса"), this);
-        auto *groupsLayout = new QVBoxLayout(groups);
-        groupsLayout->addWidget(
-            new SheetPage(workspace, driver, NodeType::TypeDriverGroup, groups));
-        layout->addWidget(groups, 1);
-    }
+    m_findings->setWordWrap(true);
+    auto *layout = new QHBoxLayout(this);
+    layout->addWidget(form);
+    layout->addWidget(m_findings, 1);
     if (Nodes::NodesCollection *project = driver.GetNodesCollection())
         m_connection = project->ConnectChanged([this](const Nodes::NodeChange &) { checkLater(); });
     connect(m_findings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) {

@@ -11,8 +11,7 @@ namespace Editor {
 
 class Workspace;
 
-/// Settings of a driver: its properties, its polling groups where its kind has such, and what is
-/// wrong with it, addresses included. GUI thread.
+/// Settings of a driver, and what is wrong with it, addresses included. GUI thread.
 class DriverSettings : public QWidget
 {
     Q_OBJECT

@@ -2,8 +2,10 @@
 
 #include "editor/drivers/DriverSettings.h"
 #include "editor/drivers/ModbusTrial.h"
+#include "editor/signals/SheetPage.h"
 
 #include "nodes/drivers/modbus/modbusDriver.h"
+#include "nodes/project/signals/SheetColumns.h"
 
 #include <QTabWidget>
 
@@ -13,6 +15,11 @@ DriverView::DriverView(Workspace &workspace, const Nodes::NodeLink &node, QWidge
     : SignalTable(workspace, node, parent)
 {
     tabs().insertTab(0, new DriverSettings(workspace, node, &tabs()), tr("Настройки"));
+    const Nodes::ConfigNode *driver = node.GetNode();
+    if (driver && !Nodes::FindSheetKinds(*driver, Nodes::NodeType::TypeDriverGroup).empty())
+        tabs().insertTab(1,
+                         new SheetPage(workspace, node, Nodes::NodeType::TypeDriverGroup, &tabs()),
+                         tr("Группы опроса"));
     if (dynamic_cast<Nodes::modbusDriver *>(node.GetNode()))
         tabs().addTab(new ModbusTrial(workspace, node, signalPage(), &tabs()),
                       tr("Проверка связи"));

@@ -50,6 +50,13 @@ QString hexOf(const std::vector<std::uint16_t> &words)
     return texts.join(QLatin1Char(' '));
 }
 
+QString shown(const Nodes::SignalValue &value)
+{
+    if (value.GetType() == Nodes::enSignalValueType::Bool)
+        return value.ToBool() ? QStringLiteral("да") : QStringLiteral("нет");
+    return toText(value.ToString());
+}
+
 /// The text as the core expands it; as it is where a name in it is not known here.
 QString expanded(const Nodes::systemCore &core, const std::string &text)
 {
@@ -78,6 +85,7 @@ ModbusTrial::ModbusTrial(Workspace &workspace, const Nodes::NodeLink &driver, Sh
     m_status->setObjectName(QStringLiteral("status"));
     m_table->setObjectName(QStringLiteral("readings"));
     m_port->setMaximumWidth(110);
+    m_host->setMinimumWidth(140);
     m_repeats->setChecked(true);
     m_status->setWordWrap(true);
     m_status->setTextFormat(Qt::PlainText);
@@ -113,7 +121,7 @@ void ModbusTrial::makeTable()
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(24);
     m_table->horizontalHeader()->setStretchLastSection(true);
-    const int widths[] = {220, 70, 170, 100, 100, 110, 60};
+    const int widths[] = {170, 60, 110, 86, 96, 90, 44};
     for (int column = 0; column < Answer; ++column)
         m_table->setColumnWidth(column, widths[column]);
 }
@@ -219,8 +227,8 @@ void ModbusTrial::showReading(int row, const Nodes::ProbeReading &reading)
         m_table->item(row, column)->setText(text);
     };
     set(Registers, hexOf(reading.words));
-    set(Raw, isGood ? toText(reading.raw.ToString()) : QString());
-    set(Value, isGood ? toText(reading.scaled.ToString()) : QStringLiteral("----"));
+    set(Raw, isGood ? shown(reading.raw) : QString());
+    set(Value, isGood ? shown(reading.scaled) : QStringLiteral("----"));
     set(Time, reading.milliseconds > 0 ? QString::number(reading.milliseconds, 'f', 1) : QString());
     const QString answer = toText(Nodes::ModbusProbe::Explain(reading.result));
     set(Answer, isGood ? tr("есть") : answer);

@@ -22,13 +22,14 @@ using Nodes::PropertyType;
 
 namespace {
 
-constexpr int fieldWidth = 260;
+constexpr int fieldWidth = 200;
 
 bool isShown(const PropertyDescriptor &descriptor)
 {
     const PropertyType type = descriptor.binding.type;
     return type != PropertyType::Secret && type != PropertyType::Link &&
-           type != PropertyType::Links && type != PropertyType::Resource;
+           type != PropertyType::Links && type != PropertyType::Resource &&
+           type != PropertyType::Color;
 }
 
 QString helpOf(const PropertyDescriptor &descriptor)

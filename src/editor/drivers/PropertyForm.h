@@ -17,9 +17,9 @@ namespace Editor {
 
 class Workspace;
 
-/// The properties of one node as a form, a line each, made from its kind's descriptors; links and
-/// secrets are left out. What is entered becomes a command when the line is left; what does not fit
-/// is told and stays to be corrected. Follows the node. GUI thread.
+/// The properties of one node as a form, a line each, made from its kind's descriptors; links,
+/// files, colours and secrets are left out. What is entered becomes a command when the line is
+/// left; what does not fit is told and stays to be corrected. Follows the node. GUI thread.
 class PropertyForm : public QWidget
 {
     Q_OBJECT

@@ -108,7 +108,7 @@ void SheetModel::rebuild()
         m_columns = SheetColumns(m_kinds);
         SheetNotes::addTo(m_columns, *top, m_family);
         for (const Nodes::NodeLink &link : top->GetNodes(true)) {
-            if (link.GetNodeType().GetFamily() == m_family)
+            if (Nodes::IsSheetRow(*link.GetNode(), m_family))
                 m_nodes.push_back(link);
         }
     }

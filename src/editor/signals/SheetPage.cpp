@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -49,6 +50,7 @@ SheetPage::SheetPage(Workspace &workspace, const Nodes::NodeLink &scope, unsigne
                              QAbstractItemView::AnyKeyPressed);
     m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_table->setWordWrap(false);
+    m_table->setTextElideMode(Qt::ElideMiddle); // the end of a path tells the most
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(rowHeight);
     m_table->horizontalHeader()->setSectionsMovable(true);
@@ -58,12 +60,15 @@ SheetPage::SheetPage(Workspace &workspace, const Nodes::NodeLink &scope, unsigne
     m_filter->setMinimumWidth(180);
     auto *bar = new QToolBar(this);
     makeActions(*bar);
-    bar->addWidget(m_filter);
-    bar->addWidget(m_count);
+    auto *search = new QHBoxLayout;
+    search->setContentsMargins(4, 0, 4, 4);
+    search->addWidget(m_filter, 1);
+    search->addWidget(m_count);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(bar);
+    layout->addLayout(search);
     layout->addWidget(m_table, 1);
 
     m_table->installEventFilter(this);
@@ -107,15 +112,15 @@ void SheetPage::makeActions(QToolBar &bar)
     addAction(bar, tr("Вставить"),
               tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
               QKeySequence::Paste, &SheetPage::paste);
-    addAction(bar, tr("Заполнить вниз"), tr("Значение верхней выбранной ячейки — во все ниже"),
+    addAction(bar, tr("Вниз"),
+              tr("Заполнить вниз: значение верхней выбранной ячейки — во все ниже"),
               QKeySequence(Qt::CTRL + Qt::Key_D), &SheetPage::fillDown);
     bar.addSeparator();
     addAction(bar, tr("Импорт…"), tr("Таблица CSV"), {}, &SheetPage::importFile);
     addAction(bar, tr("Экспорт…"), tr("Таблица CSV"), {}, &SheetPage::exportFile);
     if (m_family == Nodes::NodeType::TypeSignal)
-        addAction(bar, tr("Архивировать"), tr("Отдать выбранные сигналы группе архива"), {},
+        addAction(bar, tr("В архив"), tr("Отдать выбранные сигналы группе архива"), {},
                   &SheetPage::archiveSelected);
-    bar.addSeparator();
 }
 
 // The keys of the table mean the table while it has the focus, whatever menus use them for.

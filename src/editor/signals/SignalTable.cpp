@@ -3,6 +3,7 @@
 #include "editor/signals/SheetPage.h"
 
 #include "nodes/model/ConfigNode.h"
+#include "nodes/project/signals/SheetColumns.h"
 
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -18,7 +19,7 @@ namespace {
 bool hasSignals(const Nodes::ConfigNode &node)
 {
     return std::any_of(node.Children().begin(), node.Children().end(), [](const auto &child) {
-        return child->GetNodeType().GetFamily() == NodeType::TypeSignal || hasSignals(*child);
+        return Nodes::IsSheetRow(*child, NodeType::TypeSignal) || hasSignals(*child);
     });
 }
 

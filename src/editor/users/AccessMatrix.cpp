@@ -51,7 +51,6 @@ AccessMatrix::AccessMatrix(Workspace &workspace, QWidget *parent)
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_about->setWordWrap(true);
     m_about->setTextFormat(Qt::PlainText);
     auto *whole = new QPushButton(tr("Весь проект"), this);
@@ -111,6 +110,7 @@ void AccessMatrix::addRow(const QString &name, bool isUser, const AccessReview &
     QFont font = who->font();
     font.setBold(isUser);
     who->setFont(font);
+    who->setToolTip(name);
     m_table->setItem(row, 0, who);
     for (int type = Nodes::PrivilegeView; type <= Nodes::PrivilegeConfigure; ++type) {
         auto *item =

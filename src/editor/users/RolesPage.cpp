@@ -52,8 +52,9 @@ RolesPage::RolesPage(Workspace &workspace, const NodeLink &authentication, QWidg
     m_rules->setObjectName(QStringLiteral("rules"));
     makeHeader();
     auto *roleButtons = new QHBoxLayout;
+    auto *left = new QVBoxLayout;
     auto *ruleButtons = new QHBoxLayout;
-    connect(button(*roleButtons, tr("Добавить роль"), this), &QPushButton::clicked, this,
+    connect(button(*left, tr("Добавить роль"), this), &QPushButton::clicked, this,
             &RolesPage::addRole);
     connect(button(*roleButtons, tr("Имя…"), this), &QPushButton::clicked, this,
             &RolesPage::renameRole);
@@ -68,7 +69,6 @@ RolesPage::RolesPage(Workspace &workspace, const NodeLink &authentication, QWidg
     connect(button(*ruleButtons, tr("Удалить правило"), this), &QPushButton::clicked, this,
             &RolesPage::removeRule);
     ruleButtons->addStretch();
-    auto *left = new QVBoxLayout;
     left->addLayout(roleButtons);
     left->addWidget(m_roles, 1);
     auto *right = new QVBoxLayout;
@@ -80,8 +80,9 @@ RolesPage::RolesPage(Workspace &workspace, const NodeLink &authentication, QWidg
     hint->setWordWrap(true);
     right->addWidget(hint);
     auto *layout = new QHBoxLayout(this);
-    layout->addLayout(left, 1);
-    layout->addLayout(right, 4);
+    m_roles->setMaximumWidth(190);
+    layout->addLayout(left);
+    layout->addLayout(right, 1);
     connect(m_roles, &QListWidget::currentRowChanged, this, &RolesPage::showRules);
     connect(m_rules, &QTableWidget::itemChanged, this, &RolesPage::take);
     connect(m_rules, &QTableWidget::itemDoubleClicked, this, [this](const QTableWidgetItem *item) {
@@ -104,7 +105,10 @@ void RolesPage::makeHeader()
     m_rules->setHorizontalHeaderLabels(titles);
     m_rules->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_rules->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_rules->setTextElideMode(Qt::ElideMiddle);
     m_rules->verticalHeader()->hide();
+    m_rules->horizontalHeader()->setHighlightSections(false);
+    m_rules->horizontalHeader()->setMinimumSectionSize(56);
     m_rules->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_rules->horizontalHeader()->setSectionResizeMode(Scope, QHeaderView::Stretch);
 }

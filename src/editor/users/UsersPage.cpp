@@ -69,7 +69,9 @@ UsersPage::UsersPage(Workspace &workspace, const NodeLink &authentication, QWidg
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_table->horizontalHeader()->setSectionResizeMode(FullName, QHeaderView::Stretch);
+    m_table->horizontalHeader()->setHighlightSections(false);
     auto *add = new QPushButton(tr("Добавить пользователя"), this);
     auto *remove = new QPushButton(tr("Удалить"), this);
     auto *buttons = new QHBoxLayout;
@@ -104,7 +106,7 @@ void UsersPage::makeForm(QVBoxLayout &layout)
     form->addRow(tr("Имя входа"), m_name);
     form->addRow(tr("Пароль"), line);
     form->addRow(tr("Роли"), m_roles);
-    m_roles->setMaximumHeight(180);
+    m_roles->setMaximumHeight(120);
     layout.addLayout(form);
     layout.addStretch();
     connect(m_name, &QLineEdit::editingFinished, this, &UsersPage::rename);

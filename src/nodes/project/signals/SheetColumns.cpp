@@ -128,11 +128,17 @@ std::string SheetColumns::GetText(const SheetColumn &column, const ConfigNode &n
     return {};
 }
 
+bool IsSheetRow(const ConfigNode &node, unsigned family)
+{
+    const NodeType type = node.GetNodeType();
+    return type.GetFamily() == family && type.GetSubtype() != NodeType::SubtypeTemplateParameter;
+}
+
 std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned family)
 {
     Kinds kinds;
     for (const NodeLink &link : scope.GetNodes(true)) {
-        if (link.GetNodeType().GetFamily() == family)
+        if (IsSheetRow(*link.GetNode(), family))
             append(kinds, link->GetKind());
     }
     if (kinds.empty() && family == NodeType::TypeSignal) {

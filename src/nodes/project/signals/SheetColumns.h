@@ -57,6 +57,10 @@ private:
     std::vector<SheetColumn> m_columns;
 };
 
+/// Whether the node has a row in tables of that family: parameters of templates are no signals that
+/// anybody would tabulate.
+NODES_EXPORT bool IsSheetRow(const ConfigNode &node, unsigned family);
+
 /// Kinds of the nodes of a family below `scope`, each once; where there are none the kind that
 /// suits the scope: signals of a driver for that driver.
 NODES_EXPORT std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned family);
