@@ -20,12 +20,13 @@ namespace Editor {
 namespace {
 
 constexpr int idRole = Qt::UserRole;
+constexpr int pathColumn = 2;
 
 QString stateText(Widgets::PasteReport::Row::enState state)
 {
     return state == Widgets::PasteReport::Row::Missing
                ? QStringLiteral("нет в этом проекте")
-               : QStringLiteral("проверьте: откуда скопировано, неизвестно");
+               : QStringLiteral("под вопросом: источник неизвестен");
 }
 
 } // namespace
@@ -35,7 +36,7 @@ PasteReportDialog::PasteReportDialog(Workspace &workspace, const Widgets::PasteR
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Вставленные элементы: ссылки"));
-    resize(760, 360);
+    resize(900, 380);
     auto *text = new QLabel(
         QStringLiteral("Элементы вставлены. Этим ссылкам нужна проверка; пока цели нет, элемент "
                        "показывает ошибку, а не значение."),
@@ -48,10 +49,13 @@ PasteReportDialog::PasteReportDialog(Workspace &workspace, const Widgets::PasteR
     for (const Widgets::PasteReport::Row &row : report.rows) {
         auto *item = new QTreeWidgetItem(
             m_rows, {row.elementName, row.property, row.wanted, stateText(row.state)});
+        item->setToolTip(pathColumn, row.wanted);
         item->setData(0, idRole, QVariant::fromValue<qulonglong>(row.element.GetNodeId()));
     }
-    for (int column = 0; column < m_rows->columnCount(); ++column)
-        m_rows->resizeColumnToContents(column);
+    m_rows->setTextElideMode(Qt::ElideMiddle); // both ends of a path tell more than its middle
+    m_rows->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_rows->header()->setSectionResizeMode(pathColumn, QHeaderView::Stretch);
+    m_rows->header()->setStretchLastSection(false);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     buttons->button(QDialogButtonBox::Close)->setText(QStringLiteral("Закрыть"));
     QPushButton *show =

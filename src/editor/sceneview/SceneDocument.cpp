@@ -248,6 +248,7 @@ void SceneDocument::showSelection()
         return;
     m_shownCount = count;
     m_shownRect = rect;
+    emit workspace().commandsChanged(); // before the selection settles: keys may follow at once
     if (tool)
         m_status->showSelection(count, rect.toRect());
     else

@@ -43,6 +43,9 @@ SceneStatusBar::SceneStatusBar(Workspace &workspace, QWidget *parent)
     m_hidden->setToolTip(QStringLiteral("Скрытые элементы: показать по одному или все"));
     m_hidden->setPopupMode(QToolButton::InstantPopup);
     m_hidden->setMenu(m_hiddenMenu);
+    QSizePolicy kept = m_hidden->sizePolicy(); // the scene must not jump when it comes and goes
+    kept.setRetainSizeWhenHidden(true);
+    m_hidden->setSizePolicy(kept);
     m_hidden->hide();
     connect(m_hiddenMenu, &QMenu::aboutToShow, this, &SceneStatusBar::fillHiddenMenu);
     auto *row = new QHBoxLayout(this);

@@ -119,6 +119,8 @@ Nodes::NodesArray ElementClipboard::take(Nodes::NodesCollection &project, PasteR
         return clones;
     }
     report.skipped = QString::fromStdString(taken.GetDetail());
+    if (!report.skipped.isEmpty())
+        qCWarning(editorLog, "pasted, %s", qUtf8Printable(report.skipped));
     taken = project.CloneNodes(Nodes::NodesArray(nodes.GetLinks()), clones, true);
     discard(project, nodes.GetLinks());
     if (!taken) {

@@ -20,7 +20,7 @@ QString PasteReport::summary() const
     if (!skipped.isEmpty())
         parts << QStringLiteral("пропущено неизвестное");
     return parts.isEmpty() ? QString()
-                           : QStringLiteral("Вставлено. ") + parts.join(QStringLiteral(", "));
+                           : QStringLiteral("Вставлено; ") + parts.join(QStringLiteral(", "));
 }
 
 } // namespace Widgets
