@@ -82,7 +82,7 @@ void ProxyWidget::setFrame()
 {
     const EditedScene *edited = editedScene();
     if (m_editor)
-        m_editor->setGrabbed(isSelected() && (!edited || edited->hasGrabbers(*this)));
+        m_editor->showSelected(isSelected(), !edited || edited->hasGrabbers(*this));
     setPositionItems(geometry());
 }
 

@@ -1,6 +1,7 @@
 #include "support/Rows.h"
 #include "support/ShownEditor.h"
 
+#include "widgets/scene/editing/Border.h"
 #include "widgets/scene/editing/CornerGrabber.h"
 #include "widgets/scene/editing/EditOverlay.h"
 
@@ -24,6 +25,15 @@ CornerGrabber *grabber(const ProxyWidget *host, int corner)
     for (QGraphicsItem *item : host->childItems()) {
         auto *found = qgraphicsitem_cast<CornerGrabber *>(item);
         if (found && found->corner() == corner)
+            return found;
+    }
+    return nullptr;
+}
+
+const Widgets::Border *border(const ProxyWidget *host)
+{
+    for (QGraphicsItem *item : host->childItems()) {
+        if (const auto *found = dynamic_cast<const Widgets::Border *>(item))
             return found;
     }
     return nullptr;
@@ -199,8 +209,10 @@ private slots:
         const ProxyWidget *key = editor.editor().selection().key();
         for (const ProxyWidget *host : editor.hosts())
             QCOMPARE(grabbers(host), host == key ? 8 : 0);
+        QVERIFY(border(editor.host(32))->isCovered() && !border(key)->isCovered());
         editor.host(32)->setSelected(false);
         editor.editor().settleSelection();
+        QVERIFY(!border(editor.host(32))->isCovered());
         QCOMPARE(grabbers(editor.host(33)), 8);
     }
 };

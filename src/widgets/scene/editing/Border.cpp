@@ -22,13 +22,21 @@ void Border::setShade(bool on)
     update();
 }
 
+void Border::setCovered(bool on)
+{
+    if (m_isCovered == on)
+        return;
+    m_isCovered = on;
+    update();
+}
+
 void Border::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     const QRectF rect(0, 0, width(), height());
     painter->setClipRect(boundingRect());
     if (m_hasShade)
         painter->fillRect(rect, QColor(128, 128, 128, 128));
-    if (!m_hasOutline)
+    if (!m_hasOutline || m_isCovered)
         return;
     painter->setPen(QPen(Qt::gray, 1, Qt::DashLine, Qt::SquareCap, Qt::MiterJoin));
     painter->setBrush(Qt::NoBrush);

@@ -14,6 +14,10 @@ public:
 
     void setOutline(bool on);
     void setShade(bool on);
+    /// The outline is painted over by another one: it is left out, dashes being what takes longest
+    /// to paint in a scene of thousands of elements.
+    void setCovered(bool on);
+    bool isCovered() const { return m_isCovered; }
     bool hasOutline() const { return m_hasOutline; }
     bool hasShade() const { return m_hasShade; }
 
@@ -23,6 +27,7 @@ public:
 private:
     bool m_hasShade = false;
     bool m_hasOutline = false;
+    bool m_isCovered = false;
 };
 
 } // namespace Widgets

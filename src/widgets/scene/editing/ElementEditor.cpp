@@ -73,10 +73,12 @@ void ElementEditor::place(const QRectF &rect)
     m_locker->setPos(box.width() - m_locker->width() - 6, -m_locker->height() / 2);
 }
 
-void ElementEditor::setGrabbed(bool on)
+void ElementEditor::showSelected(bool isSelected, bool hasGrabbers)
 {
-    if (m_border)
-        m_grabbers.setShown(on);
+    if (!m_border)
+        return;
+    m_grabbers.setShown(isSelected && hasGrabbers);
+    m_border->setCovered(isSelected && !hasGrabbers && m_frameType == frameOutside);
 }
 
 void ElementEditor::showDrop(bool isAcceptable)

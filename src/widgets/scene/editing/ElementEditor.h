@@ -38,8 +38,9 @@ public:
     void setTypeFrame(int type);
     /// Puts the decoration around the rectangle; an empty one means the present geometry.
     void place(const QRectF &rect);
-    /// Whether the host has its eight grabbers.
-    void setGrabbed(bool on);
+    /// Shows the host selected or not: by eight grabbers, or where it has none, by the frame that
+    /// the scene draws in place of the border.
+    void showSelected(bool isSelected, bool hasGrabbers);
     /// As `place`, for the grabbers.
     void placeGrabbers(const QRectF &rect) { m_grabbers.place(rect); }
     /// Something is dragged over the host, which takes it or not.
