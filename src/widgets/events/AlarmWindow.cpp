@@ -93,9 +93,10 @@ void AlarmWindow::comeUp(bool takesFocus)
     setAttribute(Qt::WA_ShowWithoutActivating, !takesFocus);
     if (isHidden()) {
         const bool isKept = loadPlace().IsSuccess();
-        if (height() == firstHeight) // nobody has chosen one yet
+        const bool isFirst = height() == firstHeight; // nobody has chosen one yet
+        if (isFirst)
             resize(width(), firstHeight + m_dialog->besidesHeight());
-        keepOnScreen(isKept ? width() : QWIDGETSIZE_MAX);
+        keepOnScreen(isKept ? width() : QWIDGETSIZE_MAX, isFirst ? buttonsOfDisplays : 0);
         show();
     } else if (isMinimized()) {
         showNormal();
@@ -120,7 +121,7 @@ Nodes::Result AlarmWindow::loadPlace()
 
 // Nothing is kept of a panel's size before the first time, and buttons may have grown since.
 // Whoever made it narrower than its buttons wants them in several rows.
-void AlarmWindow::keepOnScreen(int keptWidth)
+void AlarmWindow::keepOnScreen(int keptWidth, int free)
 {
     const QScreen *screen = QGuiApplication::screenAt(geometry().center());
     if (!screen)
@@ -128,12 +129,10 @@ void AlarmWindow::keepOnScreen(int keptWidth)
     if (!screen)
         return;
     const QRect room = screen->availableGeometry();
-    const bool isFirst = keptWidth == QWIDGETSIZE_MAX;
-    const int lowest = isFirst ? room.bottom() - buttonsOfDisplays : room.bottom();
     m_dialog->setRoom(qMin(room.width(), keptWidth) - outerSize(QSize(0, 0)).width());
     resize(size().expandedTo(minimumSizeHint()).boundedTo(room.size()));
     move(qBound(room.left(), x(), room.right() + 1 - width()),
-         qBound(room.top(), y(), qMax(room.top(), lowest + 1 - height())));
+         qBound(room.top(), y(), qMax(room.top(), room.bottom() + 1 - free - height())));
 }
 
 // The list gives of its rows first. What is missing grows downwards where no buttons of the

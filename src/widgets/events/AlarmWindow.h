@@ -49,7 +49,8 @@ private:
     void comeUp(bool takesFocus);
     void makeRoom(int before);
     Nodes::Result loadPlace();
-    void keepOnScreen(int keptWidth);
+    /// `free`: height at the bottom of the screen that it leaves, if there is room above.
+    void keepOnScreen(int keptWidth, int free);
 
     AlarmDialog *m_dialog;
     QTimer m_comingUp;
