@@ -46,15 +46,16 @@ void beginRecovery(benchmark::State &state)
         std::filesystem::temp_directory_path() / ("bench-recovery-" + std::to_string(::getpid()));
     RecoveryInfo info;
     info.project = "/bench/project.xml";
-    info.file = (directory / "x.recovery").string();
+    info.file = (directory / "states" / "x.recovery").string();
     for (auto _ : state) {
         RecoveryWriter writer;
         if (!writer.Start(*project, info))
             state.SkipWithError("not begun");
         state.PauseTiming();
-        if (!writer.Finish())
-            state.SkipWithError("not written");
+        const Result written = writer.Finish();
         state.ResumeTiming();
+        if (!written)
+            state.SkipWithError(written.GetDetail().c_str());
     }
     std::filesystem::remove_all(directory);
 }
