@@ -10,14 +10,16 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <memory>
 
 namespace Editor {
 
 namespace {
 
-constexpr int largestSide = 4096; // pixels; larger windows are shown in part
-constexpr int outline = 3;        // pixels
+constexpr int largestSide = 4096;  // pixels; larger windows are shown in part
+constexpr int outline = 3;         // pixels
+constexpr double shownWidth = 600; // about; the larger the window, the larger its signs
 
 /// Files are looked for beside the project that is drawn.
 class ResourceDirectory
@@ -49,19 +51,19 @@ std::unique_ptr<Widgets::ProxyScene> makeScene(Nodes::ConfigNode *node)
     return nullptr;
 }
 
-void paint(QPainter &painter, const PictureMark &mark)
+void paint(QPainter &painter, const PictureMark &mark, double zoom)
 {
     const QRect place(mark.place.x, mark.place.y, mark.place.width, mark.place.height);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Qt::white, outline + 2));
+    painter.setPen(QPen(Qt::white, zoom * (outline + 2)));
     painter.drawRect(place);
-    painter.setPen(QPen(mark.color, mark.isChosen ? 2 * outline : outline));
+    painter.setPen(QPen(mark.color, zoom * (mark.isChosen ? 2 * outline : outline)));
     painter.drawRect(place);
     QFont font = painter.font();
     font.setBold(true);
-    font.setPixelSize(16);
+    font.setPixelSize(int(16 * zoom));
     painter.setFont(font);
-    const QRect badge(place.topLeft() - QPoint(2, 2), QSize(24, 22));
+    const QRect badge(place.topLeft() - QPoint(2, 2), QSize(24, 22) * zoom);
     painter.fillRect(badge, mark.color);
     painter.setPen(Qt::white);
     painter.drawText(badge, Qt::AlignCenter, mark.sign);
@@ -109,7 +111,7 @@ QImage WindowPicture::render(const Nodes::ConfigNode &window, const std::vector<
     scene->render(&painter, QRectF(QPointF(), QSizeF(size)), QRectF(seen.topLeft(), size));
     painter.translate(-seen.topLeft());
     for (const PictureMark &mark : marks)
-        paint(painter, mark);
+        paint(painter, mark, std::max(1.0, size.width() / shownWidth));
     return image;
 }
 

@@ -53,12 +53,7 @@ void FileGuard::look()
     }
     if (m_known.Compare(file) == FileStamp::Same)
         return;
-    m_isAsking = true;
-    const enAnswer answer = m_asker(false);
-    m_isAsking = false;
-    if (answer == Compare)
-        compare();
-    else if (answer == Reload)
+    if (decide(false) == Reload)
         reload();
 }
 
@@ -68,16 +63,23 @@ void FileGuard::checkSave(Nodes::Result &why)
     if (!why || m_known.Compare(file) != FileStamp::Changed)
         return;
     m_seen = FileStamp::Of(file);
-    m_isAsking = true;
-    const enAnswer answer = m_asker(true);
-    m_isAsking = false;
+    const enAnswer answer = decide(true);
     if (answer == KeepMine)
         return;
     why = Nodes::Result(Nodes::Result::Cancelled, "the file was changed by another program");
-    if (answer == Compare)
-        compare();
-    else if (answer == Reload)
+    if (answer == Reload)
         QMetaObject::invokeMethod(this, &FileGuard::reload, Qt::QueuedConnection);
+}
+
+// Whoever has compared knows what to do: he is asked again.
+FileGuard::enAnswer FileGuard::decide(bool isSaving)
+{
+    m_isAsking = true;
+    enAnswer answer = m_asker(isSaving);
+    for (; answer == Compare; answer = m_asker(isSaving))
+        CompareWithFile(m_workspace, m_workspace.session().file());
+    m_isAsking = false;
+    return answer;
 }
 
 FileGuard::enAnswer FileGuard::ask(bool isSaving)
@@ -93,22 +95,18 @@ FileGuard::enAnswer FileGuard::ask(bool isSaving)
     const QAbstractButton *compare = box.addButton(tr("Сравнить…"), QMessageBox::ActionRole);
     const QAbstractButton *reload =
         box.addButton(tr("Перечитать файл"), QMessageBox::DestructiveRole);
-    const QAbstractButton *mine = box.addButton(
+    QAbstractButton *mine = box.addButton(
         isSaving ? tr("Сохранить поверх") : tr("Оставить как есть"), QMessageBox::AcceptRole);
-    QPushButton *cancel = box.addButton(tr("Отмена"), QMessageBox::RejectRole);
-    box.setDefaultButton(cancel);
-    box.setEscapeButton(cancel);
+    QAbstractButton *stay =
+        isSaving ? box.addButton(tr("Не сохранять"), QMessageBox::RejectRole) : mine;
+    box.setDefaultButton(qobject_cast<QPushButton *>(stay));
+    box.setEscapeButton(stay);
     box.exec();
     if (box.clickedButton() == compare)
         return Compare;
     if (box.clickedButton() == reload)
         return Reload;
     return box.clickedButton() == mine ? KeepMine : Cancel;
-}
-
-void FileGuard::compare()
-{
-    CompareWithFile(m_workspace, m_workspace.session().file());
 }
 
 void FileGuard::reload()

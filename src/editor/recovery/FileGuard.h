@@ -37,7 +37,7 @@ private:
     void begin();
     void checkSave(Nodes::Result &why);
     enAnswer ask(bool isSaving);
-    void compare();
+    enAnswer decide(bool isSaving);
     void reload();
 
     Workspace &m_workspace;

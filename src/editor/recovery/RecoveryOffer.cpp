@@ -94,6 +94,8 @@ QString RecoveryOffer::describe() const
     QString text = tr("Сохранена автоматически %1. Отличия от открытого проекта: %2.")
                        .arg(saved.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")),
                             QString::fromStdString(diff.GetSummary()));
+    if (!m_info.earlier.empty())
+        text += tr(" Последняя копия повреждена, это предыдущая.");
     const auto now = Nodes::FileStamp::Of(m_workspace.session().file().toStdString());
     if (now.GetDigest() != m_info.base)
         text += tr(" Файл проекта с тех пор изменён: сравните, прежде чем восстанавливать.");
@@ -106,7 +108,8 @@ void RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
     std::string text;
     Nodes::RecoveryInfo again;
     Nodes::ProjectReader reader;
-    Nodes::Result read = Nodes::RecoveryFile::Read(info.file, again, text);
+    Nodes::Result read =
+        Nodes::RecoveryFile::Read(info.earlier.empty() ? info.file : info.earlier, again, text);
     if (read)
         read = reader.ReadBuffer(std::move(text), info.file, m_project);
     if (!read) {

@@ -56,6 +56,17 @@ std::string stemOf(const std::string &project)
     return HexDigest(absolute(project));
 }
 
+void takeEarlier(RecoveryInfo &info)
+{
+    RecoveryInfo earlier;
+    std::string text;
+    if (!RecoveryFile::Read(info.file + ".bak", earlier, text))
+        return;
+    earlier.earlier = earlier.file;
+    earlier.file = info.file;
+    info = earlier;
+}
+
 } // namespace
 
 std::string RecoveryFile::DefaultDirectory()
@@ -124,7 +135,8 @@ std::vector<RecoveryInfo> RecoveryFile::List(const std::string &directory,
             continue;
         RecoveryInfo info;
         std::string text;
-        (void)Read(entry.path().string(), info, text); // the damage is told in the info
+        if (!Read(entry.path().string(), info, text))
+            takeEarlier(info); // else the damage is told in the info
         found.push_back(std::move(info));
     }
     std::sort(found.begin(), found.end(), [](const RecoveryInfo &left, const RecoveryInfo &right) {

@@ -19,6 +19,8 @@ struct RecoveryInfo
     Timestamp saved = 0;
     std::string file;   ///< of the unsaved work
     std::string damage; ///< Russian: why it cannot be read; "" when it can
+    /// Of the write before that one, which is told here because the last one is damaged; "" else.
+    std::string earlier;
 };
 
 /// Files of unsaved work, in a directory of the user's own. They are never the project's file, and

@@ -118,6 +118,25 @@ private slots:
         QCOMPARE(RecoveryFile::List(m_states, m_project).size(), std::size_t(1)); // not hidden
     }
 
+    void fallsBackToTheWriteBefore()
+    {
+        RecoveryInfo info = fresh();
+        for (const int time : {5, 6}) {
+            info.saved = time;
+            QVERIFY(RecoveryFile::Write(info, "text of " + std::to_string(time)));
+        }
+        write(info.file, "spoilt");
+        const auto found = RecoveryFile::List(m_states, m_project);
+        QCOMPARE(found.size(), std::size_t(1));
+        QCOMPARE(found[0].saved, Timestamp(5));
+        QCOMPARE(found[0].file, info.file);
+        std::string text;
+        QVERIFY(RecoveryFile::Read(found[0].earlier, info, text));
+        QCOMPARE(text, std::string("text of 5"));
+        RecoveryFile::Remove(found[0].file);
+        QVERIFY(fs::is_empty(m_states));
+    }
+
     void listsTheLatestFirst()
     {
         for (const int time : {5, 9, 7}) {
