@@ -123,6 +123,25 @@ private slots:
         QCOMPARE(textOf(*s.a, "width"), std::string("60"));
     }
 
+    void saysThatValuesDifferUntilOneIsGiven()
+    {
+        Shown s;
+        s.set(s.b, {{"text", "другой"}});
+        s.select({s.a, s.b});
+        const QLineEdit *line = s.edit("text");
+        QVERIFY(line);
+        QCOMPARE(line->text(), QString());
+        QCOMPARE(line->placeholderText(), QStringLiteral("<разные>"));
+        QTest::keyClick(s.focus(), Qt::Key_Return);
+        QCOMPARE(textOf(*s.b, "text"), std::string("другой"));
+        QTest::keyClicks(s.edit("text"), "one");
+        QTest::keyClick(s.focus(), Qt::Key_Return);
+        QCOMPARE(textOf(*s.a, "text") + textOf(*s.b, "text"), std::string("oneone"));
+        QCOMPARE(s.edit("x")->text(), QString());
+        QTest::keyClick(s.focus(), Qt::Key_Up);
+        QCOMPARE(textOf(*s.b, "x"), std::string("11")); // from that of the first
+    }
+
     void endsWithItsNode()
     {
         Shown s;

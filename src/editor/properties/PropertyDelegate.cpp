@@ -70,7 +70,8 @@ void PropertyDelegate::setEditorData(QWidget *widget, const QModelIndex &index) 
 {
     auto *editor = qobject_cast<ValueEditor *>(widget);
     if (editor && !editor->isTouched())
-        editor->setText(index.data(Qt::EditRole).toString());
+        editor->showValue(index.data(Qt::EditRole).toString(),
+                          index.data(PropertyModel::MixedRole).toBool());
 }
 
 void PropertyDelegate::setModelData(QWidget *widget, QAbstractItemModel *,

@@ -220,6 +220,8 @@ QVariant PropertyModel::data(const QModelIndex &index, int role) const
         return QVariant::fromValue<void *>(shown);
     case KeyRole:
         return shown->key;
+    case MixedRole:
+        return shown->value.isMixed;
     case ErrorRole:
         return shown->error;
     case Qt::DisplayRole:

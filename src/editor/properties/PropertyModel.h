@@ -25,6 +25,7 @@ public:
     enum enRole {
         RowRole = Qt::UserRole, ///< const PropertyRow * as void *; valid until the model is reset
         KeyRole,                ///< QString that stays with a row from selection to selection
+        MixedRole,              ///< bool: the nodes differ
         ErrorRole,              ///< QString: why the last value was refused, "" when it was taken
         StepRole                ///< setData only: a step of the interaction that is going on
     };
@@ -78,6 +79,8 @@ public:
 signals:
     /// The nodes shown are others; `isSameTable`: only their values are.
     void nodesChanged(bool isSameTable);
+    /// Nodes were dropped on a row and taken.
+    void dropped();
     /// A value was refused, or "" after one that was taken.
     void refused(const QString &reason);
 

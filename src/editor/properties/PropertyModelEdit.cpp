@@ -107,8 +107,12 @@ bool PropertyModel::dropMimeData(const QMimeData *mime, Qt::DropAction action, i
     if (!canDropMimeData(mime, action, place, column, parent))
         return false;
     const PropertyRow *target = row(parent);
-    return setData(parent.sibling(parent.row(), ColumnValue),
-                   PropertyDrop::merged(*target, PropertyDrop::nodes(mime, project())));
+    const bool isTaken =
+        setData(parent.sibling(parent.row(), ColumnValue),
+                PropertyDrop::merged(*target, PropertyDrop::nodes(mime, project())));
+    if (isTaken)
+        emit dropped();
+    return isTaken;
 }
 
 } // namespace Editor

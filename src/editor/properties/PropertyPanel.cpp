@@ -6,7 +6,7 @@
 #include "editor/properties/PropertyView.h"
 #include "editor/workspace/Workspace.h"
 
-#include <QAction>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -24,6 +24,11 @@ QLabel *makeNotice(QWidget *parent, const QString &style)
     label->setContentsMargins(6, 4, 6, 4);
     label->hide();
     return label;
+}
+
+bool isPressed()
+{
+    return QGuiApplication::mouseButtons() & Qt::LeftButton;
 }
 
 PropertyHost hostOf(Workspace &workspace)
@@ -58,7 +63,13 @@ PropertyPanel::PropertyPanel(Workspace &workspace, QWidget *parent)
     setMinimumWidth(260);
     connect(m_search, &QLineEdit::textChanged, m_view, &PropertyView::search);
     connect(&m_view->properties(), &PropertyModel::refused, this, &PropertyPanel::showRefusal);
-    connect(&workspace.selection(), &Selection::changed, this, &PropertyPanel::showSelection);
+    connect(&workspace.selection(), &Selection::changed, this, &PropertyPanel::takeSelection);
+    m_released.setInterval(30);
+    connect(&m_released, &QTimer::timeout, this, [this] {
+        if (!isPressed())
+            showSelection();
+    });
+    connect(&m_view->properties(), &PropertyModel::dropped, this, &PropertyPanel::keepNodes);
     connect(&workspace.session(), &ProjectSession::aboutToClose, m_view,
             [this] { m_view->setNodes({}); });
     connect(&workspace.session(), &ProjectSession::readOnlyChanged, this,
@@ -81,8 +92,26 @@ QSize PropertyPanel::sizeHint() const
     return {320, 600};
 }
 
+void PropertyPanel::takeSelection(const Nodes::NodeLinks &, QObject *by)
+{
+    if (qobject_cast<QWidget *>(by) && isPressed())
+        m_released.start();
+    else
+        showSelection();
+}
+
+// What was dropped on goes on being worked on, not what was dragged.
+void PropertyPanel::keepNodes()
+{
+    if (!m_released.isActive())
+        return;
+    m_released.stop();
+    m_workspace.selection().select(m_view->properties().nodes().GetLinks(), this);
+}
+
 void PropertyPanel::showSelection()
 {
+    m_released.stop();
     showRefusal(QString());
     m_view->setNodes(m_workspace.selection().nodes());
 }

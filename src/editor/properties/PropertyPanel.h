@@ -1,5 +1,8 @@
 #pragma once
 
+#include "nodes/model/links/NodeLink.h"
+
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -24,7 +27,11 @@ public:
     QSize sizeHint() const override;
 
 private:
+    /// What is pressed in a tree or a table may be about to be dragged to a row of what is shown
+    /// now: that stays until the button is let go.
+    void takeSelection(const Nodes::NodeLinks &nodes, QObject *by);
     void showSelection();
+    void keepNodes();
     void showReadOnly();
     void showRefusal(const QString &reason);
 
@@ -34,6 +41,7 @@ private:
     PropertyView *m_view;
     QLabel *m_refusal;
     QLabel *m_nothing;
+    QTimer m_released; ///< asks whether the button is let go
 };
 
 } // namespace Editor

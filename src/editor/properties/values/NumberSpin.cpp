@@ -45,6 +45,7 @@ NumberSpin::~NumberSpin() = default;
 void NumberSpin::setNumber(const QString &text)
 {
     const bool isNone = text == QString::fromStdString(m_descriptor.defaultText) && !isFinite(text);
+    m_from = text;
     lineEdit()->setText(isNone ? QString() : text);
 }
 
@@ -59,7 +60,8 @@ QString NumberSpin::number() const
 
 void NumberSpin::stepBy(int steps)
 {
-    const auto now = Nodes::ParseDouble(number().toStdString());
+    const QString written = lineEdit()->text().isEmpty() ? m_from : number();
+    const auto now = Nodes::ParseDouble(written.toStdString());
     const double from = now && std::isfinite(*now) ? *now : 0;
     // Rounded to the step: 0.1 + 0.2 is no number that anybody means.
     double to = std::round((from + steps * m_step) / m_step) * m_step;

@@ -37,6 +37,7 @@ private:
     const Nodes::PropertyDescriptor &m_descriptor;
     bool m_isWhole;
     double m_step;
+    QString m_from{}; ///< steps begin there when nothing is written
 };
 
 } // namespace Editor

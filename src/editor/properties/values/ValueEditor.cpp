@@ -1,6 +1,9 @@
 #include "editor/properties/values/ValueEditor.h"
 
+#include "editor/properties/PropertyTexts.h"
+
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QToolButton>
 #include <QToolTip>
 
@@ -35,6 +38,16 @@ QToolButton *ValueEditor::addButton(const QString &text, const QString &tip)
     button->setFocusPolicy(Qt::NoFocus);
     m_layout->addWidget(button);
     return button;
+}
+
+void ValueEditor::showValue(const QString &text, bool isMixed)
+{
+    setText(text);
+    auto *line = isMixed ? findChild<QLineEdit *>() : nullptr;
+    if (!line)
+        return;
+    line->clear();
+    line->setPlaceholderText(PropertyTexts::mixed());
 }
 
 void ValueEditor::showError(const QString &reason)

@@ -39,6 +39,9 @@ public:
     virtual void setText(const QString &text) = 0;
     virtual QString text() const = 0;
 
+    /// Shows the value; `isMixed`: that of the first of several nodes which differ. A line then
+    /// says so instead, and nothing is taken before it is touched.
+    void showValue(const QString &text, bool isMixed);
     /// Whether the user has changed the value since it was set or taken.
     bool isTouched() const { return m_isTouched; }
     void setTouched(bool isTouched) { m_isTouched = isTouched; }
