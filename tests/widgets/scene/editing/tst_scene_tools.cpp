@@ -76,6 +76,7 @@ private slots:
                                                                    "by", "place", "guides");
         row("to the grid", true, true, 1, {2, 3}, {16, 24}, false);
         row("to an element", true, true, 1, {184, 150}, {200, 168}, true);
+        row("to the middle of the scene", false, true, 1, {281, 150}, {295, 170}, true);
         row("to nothing", false, false, 1, {184, 150}, {195, 170}, false);
         row("zoomed in", false, true, 4, {184, 150}, {195, 170}, false);
         row("zoomed in and close", false, true, 4, {188, 150}, {200, 170}, true);

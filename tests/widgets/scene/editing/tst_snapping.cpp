@@ -35,7 +35,8 @@ private slots:
         row("left edge", {103, 300, 70, 20}, {-3, 0}, 1, 0);
         row("right edge to left", {25, 300, 70, 20}, {5, 0}, 1, 0);
         row("centre to centre", {86, 300, 70, 20}, {4, 0}, 1, 0);
-        row("both axes", {397, 461, 70, 40}, {-1, 2}, 2, 0); // centres across, bottom to top
+        row("both axes", {397, 461, 70, 40}, {-1, 2}, 2, 0);        // centres across, bottom to top
+        row("edges say enough", {103, 303, 50, 20}, {-3, 0}, 2, 0); // of its size: centres too
         row("too far", {107, 300, 70, 20}, {0, 0}, 0, 0);
         row("nearest of several", {398, 700, 58, 20}, {2, 0}, 1, 0);
         row("after two", {278, 140, 33, 9}, {0, 0}, 0, 0); // not in their row

@@ -36,7 +36,7 @@ Snapper::Snapper(const QGraphicsScene &scene, const SnapSettings &settings, Modi
 
 void Snapper::begin(const SceneSelection &moving)
 {
-    QVector<QRectF> standing;
+    QVector<QRectF> standing{m_scene.sceneRect()}; // edges and middle of the window itself
     const QList<ProxyWidget *> all = moving.selectable();
     for (const ProxyWidget *host : all) {
         if (host->isVisible() && !host->isSelected())

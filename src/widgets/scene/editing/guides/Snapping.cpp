@@ -86,9 +86,11 @@ void Snapping::addGuides(const QRectF &moved, Qt::Edges edges, Qt::Orientation a
                          const SnapOptions &options, SnapResult &result) const
 {
     const EdgeIndex &index = axis == Qt::Horizontal ? m_across : m_down;
+    int found = 0;
     for (const double at : movingPlaces(moved, edges, axis)) {
         const QRectF there = index.unitedAt(at, visibleIn(options));
-        if (there.isNull())
+        // Both edges in line say enough; the centre comes last.
+        if (there.isNull() || ++found > 2)
             continue;
         const QRectF reach(
             QPointF(std::min(moved.left(), there.left()), std::min(moved.top(), there.top())),
