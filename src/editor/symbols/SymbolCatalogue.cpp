@@ -112,7 +112,8 @@ QVector<SymbolRow> makeBuiltIn()
 
 Widgets::DroppedProperties::Texts SymbolRow::properties() const
 {
-    return {{QStringLiteral("source"), source},
+    return {{QStringLiteral("name"), title},
+            {QStringLiteral("source"), source},
             {QStringLiteral("width"), QString::number(size.width())},
             {QStringLiteral("height"), QString::number(size.height())},
             {QStringLiteral("keepAspect"), keepsAspect ? "true" : "false"}};

@@ -86,14 +86,15 @@ void SymbolCommands::insert(Workspace &workspace, const SymbolRow &row)
     const QPoint middle = view->mapToScene(view->viewport()->rect().center()).toPoint() -
                           QPoint(row.size.width(), row.size.height()) / 2;
     constexpr int grid = 8; // pixels
+    Widgets::DroppedProperties::Texts texts = row.properties();
+    const std::string title = texts.take(QStringLiteral("name")).toStdString();
     std::vector<std::string_view> taken;
     for (const auto &child : layer->Children())
         taken.emplace_back(child->GetName());
     NodeRecipe recipe(QStringLiteral("symbol"),
-                      QString::fromStdString(Nodes::FreeName(taken, row.title.toStdString(), 1)));
+                      QString::fromStdString(Nodes::FreeName(taken, title, 1)));
     recipe.set(QStringLiteral("x"), qRound(middle.x() / double(grid)) * grid)
         .set(QStringLiteral("y"), qRound(middle.y() / double(grid)) * grid);
-    const Widgets::DroppedProperties::Texts texts = row.properties();
     for (auto it = texts.cbegin(); it != texts.cend(); ++it)
         recipe.set(it.key(), it.value());
     Nodes::NodesCollection &project = *layer->GetNodesCollection();

@@ -68,8 +68,8 @@ void TemplateCommands::make(Workspace &workspace)
                    QStringLiteral("Сделаны шаблон «%1» и действие, которое его открывает. Сигналы "
                                   "других экземпляров задайте на панели «Экземпляры шаблона».")
                        .arg(name));
-    workspace.reveal(made.window);
     workspace.open(made.window);
+    workspace.reveal(made.window); // selected last: its instances are shown
 }
 
 } // namespace Editor

@@ -95,10 +95,11 @@ void TestSymbolPalette::aDragTellsWhatToMake()
     QCOMPARE(symbol.GetSource(Nodes::SignalValue()).GetFilePath(),
              model.row(0).source.toStdString());
     QCOMPARE(symbol.GetGeometry().width, model.row(0).size.width());
+    QCOMPARE(QString::fromStdString(symbol.GetName()), model.row(0).title);
     QMimeData damaged;
     damaged.setData(Widgets::DroppedProperties::Format, "{ \"source\": 5, \"nothing\": \"x\"");
     QVERIFY(Widgets::DroppedProperties::of(damaged).isEmpty());
-    Widgets::DroppedProperties::apply({{"width", "wide"}, {"nothing", "x"}}, *node); // left out
+    Widgets::DroppedProperties::apply({{"width", "wide"}, {"name", "a/b"}}, *node); // left out
     QCOMPARE(symbol.GetGeometry().width, model.row(0).size.width());
 }
 
@@ -125,6 +126,7 @@ void TestSymbolPalette::insertsIntoTheActiveScene()
     }
     const auto &children = screen.GetNode()->Children();
     QVERIFY(children[0]->GetName() != children[1]->GetName());
+    QCOMPARE(QString::fromStdString(children[0]->GetName()), row.title);
     QCOMPARE(workspace.selection().nodes().front().GetNode(), children[1].get());
     session.undoStack().undo();
     QCOMPARE(int(screen.GetNode()->Children().size()), 1);

@@ -32,6 +32,8 @@ void DroppedProperties::apply(const Texts &texts, Nodes::ConfigNode &node)
         const std::string key = it.key().toStdString();
         if (node.GetKind()->FindProperty(std::string_view(key)))
             (void)node.SetPropertyText(key, it.value().toStdString());
+        else if (key == "name")
+            (void)node.Rename(it.value().toStdString());
     }
 }
 

@@ -24,8 +24,8 @@ public:
     static void put(const Texts &texts, QMimeData &data);
     /// Empty for a drag that tells none.
     static Texts of(const QMimeData &data);
-    /// Sets those that the node has and takes; the others stay as they are. For a node that is not
-    /// in the tree yet.
+    /// Sets those that the node has and takes, and its name by the key "name"; the others stay as
+    /// they are. For a node that is not in the tree yet.
     static void apply(const Texts &texts, Nodes::ConfigNode &node);
 };
 
