@@ -53,6 +53,19 @@ bool refersTo(const ConfigNode &node, const std::vector<const ConfigNode *> &tar
                                  [&](const auto &child) { return refersTo(*child, targets); });
 }
 
+/// Whether another node than `one` has children of the same names: one that can stand in its place.
+bool hasTwin(const ConfigNode &node, const ConfigNode &one,
+             const std::vector<const ConfigNode *> &children)
+{
+    const auto hasLike = [&node](const ConfigNode *child) {
+        const ConfigNode *found = node.GetSubObject(child->GetName());
+        return found && found->GetNodeType() == child->GetNodeType(); // no template's parameter
+    };
+    const bool isTwin = &node != &one && std::all_of(children.begin(), children.end(), hasLike);
+    return isTwin || std::any_of(node.Children().begin(), node.Children().end(),
+                                 [&](const auto &child) { return hasTwin(*child, one, children); });
+}
+
 void set(ConfigNode &node, const char *key, const std::string &text)
 {
     (void)node.SetPropertyText(key, text);
@@ -127,8 +140,8 @@ std::vector<TemplateMaker::Parameter> TemplateMaker::parameters() const
                      [signal](const ConfigNode *other) {
                          return other->GetParent() == signal->GetParent();
                      });
-        const bool isGroup = siblings.size() > 1 && signal->GetParent() &&
-                             signal->GetParent() != m_project.GetRoot();
+        const bool isGroup =
+            siblings.size() > 1 && hasTwin(*m_project.GetRoot(), *signal->GetParent(), siblings);
         if (!isGroup)
             siblings = {signal};
         Parameter &parameter = add(isGroup ? signal->GetParent() : signal);

@@ -20,8 +20,8 @@ namespace Editor {
 
 /// Makes one window that serves many of a kind out of elements drawn for one of them: copies of the
 /// elements, with a parameter in place of each signal they use. Signals that stand below one node
-/// become parameters below a parameter for that node, so that an instance names it alone. GUI
-/// thread.
+/// become parameters below a parameter for that node where another node has children of these names
+/// too: an instance then names the node alone. GUI thread.
 class TemplateMaker
 {
 public:

@@ -31,12 +31,15 @@ constexpr const char *plant = R"(<project format="1" id="1" name="P">
   <memorySignal id="11" name="Пуск" type="bool"/></folder>
 <folder id="6" name="Насос 2"><memorySignal id="12" name="Ток"/>
   <memorySignal id="13" name="Пуск" type="bool"/></folder>
+<folder id="7" name="Группа"><memorySignal id="15" name="Расход"/>
+  <memorySignal id="16" name="Давление"/></folder>
 <memorySignal id="14" name="Наружная"/>
 <window id="2" name="Окно" width="800" height="600">
   <label id="20" name="A" x="100" y="200" width="80" height="32" signal="10"/>
   <button id="21" name="B" x="300" y="240" width="80" height="32" pressActions="30 31"/>
   <label id="22" name="C" x="0" y="0" text="без сигнала"/>
   <label id="23" name="D" x="100" y="200" width="80" height="32" signal="14"/>
+  <label id="24" name="E" x="0" y="40" signal="15"/><label id="25" name="F" x="0" y="80" signal="16"/>
 </window>
 <actionWriteValue id="30" name="Пустить" signal="11" value="1"/>
 <actionShowWindow id="31" name="Общее" window="2"/></project>)";
@@ -127,6 +130,8 @@ void TestTemplateMaker::instancesStandForWhatWasDrawn_data()
         << Ids{20, 21} << QStringList{"Насос 1"} << Set{31};
     QTest::newRow("signals of two places")
         << Ids{20, 23} << QStringList{"Ток", "Наружная"} << Set{};
+    QTest::newRow("signals of a node that has no like")
+        << Ids{24, 25} << QStringList{"Расход", "Давление"} << Set{};
     QTest::newRow("no signal") << Ids{22} << QStringList{} << Set{};
 }
 
@@ -136,6 +141,7 @@ void TestTemplateMaker::instancesStandForWhatWasDrawn()
     QFETCH(QStringList, arguments);
     QFETCH(std::set<unsigned long>, outside);
     Plant project;
+    QVERIFY(project.make(elements).window.GetNode()); // an earlier one changes nothing
     const TemplateMaker::Made made = project.make(elements);
     QVERIFY(made.window.GetNode() && made.action.GetNode());
     const auto &action = dynamic_cast<const Nodes::BasicTemplateAction &>(*made.action.GetNode());
