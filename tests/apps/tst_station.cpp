@@ -111,6 +111,27 @@ private slots:
         QCOMPARE(finish(station), 0);
         QCOMPARE(QFileInfo(m_directory->filePath("data/station.lock")).size(), 0);
     }
+    void keepsMadeUpValuesApart()
+    {
+        QByteArray project = goodProject;
+        project.replace("<memorySignal",
+                        "<modbusDriver id=\"30\" name=\"D\" port=\"1\">"
+                        "<modbusGroup id=\"31\" name=\"G\"><modbusSignal id=\"32\" "
+                        "name=\"T\"/></modbusGroup></modbusDriver><memorySignal");
+        const QString data = m_directory->filePath("data");
+        QProcess station;
+        start(station, {write(project), "--data", data, "--simulate"});
+        const QString journal = data + "/simulation/journal.sqlite";
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(journal), patience);
+        station.terminate();
+        QCOMPARE(finish(station), 0);
+        QVERIFY(!QFile::exists(data + "/journal.sqlite"));
+        QFile entries(journal);
+        QVERIFY(entries.open(QIODevice::ReadOnly));
+        const QByteArray told = entries.readAll();
+        QVERIFY(told.contains("Работа с имитатором"));
+        QVERIFY(!told.contains("потеря")); // of a device that was never looked for
+    }
     void makesUpAPastFirst()
     {
         QByteArray project = goodProject;
