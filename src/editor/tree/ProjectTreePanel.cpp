@@ -8,6 +8,7 @@
 #include "editor/tree/ProjectTreeView.h"
 #include "editor/tree/TreeCommands.h"
 #include "editor/tree/TreeFilterView.h"
+#include "editor/tree/TreeMemory.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -16,7 +17,7 @@
 
 #include <QItemSelectionModel>
 #include <QMenu>
-#include <QToolButton>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace Editor {
@@ -28,13 +29,12 @@ ProjectTreePanel::ProjectTreePanel(Workspace &workspace, QWidget *parent)
       m_model(new ProjectTreeModel(this)),
       m_view(new ProjectTreeView),
       m_tree(new TreeFilterView(*m_model, m_view, this)),
-      m_create(new QToolButton(this)),
+      m_create(new QPushButton(this)),
       m_createMenu(new QMenu(this))
 {
     m_model->setEdits(m_edits);
     m_create->setText(QStringLiteral("Создать"));
     m_create->setToolTip(QStringLiteral("Новый узел под выделенным"));
-    m_create->setPopupMode(QToolButton::InstantPopup);
     m_create->setMenu(m_createMenu);
     m_tree->addToLine(m_create);
     auto *layout = new QVBoxLayout(this);
@@ -61,11 +61,16 @@ ProjectTreePanel::~ProjectTreePanel() = default;
 
 void ProjectTreePanel::takeProject()
 {
-    m_model->setProject(m_workspace.session().project());
+    Nodes::NodesCollection *project = m_workspace.session().project();
+    m_model->setProject(project);
+    if (project)
+        m_tree->setExpanded(TreeMemory().recall(QString::fromStdString(project->GetUuid())));
 }
 
 void ProjectTreePanel::letProjectGo()
 {
+    if (const Nodes::NodesCollection *project = m_model->project())
+        TreeMemory().keep(QString::fromStdString(project->GetUuid()), m_tree->expanded());
     m_cut.clear();
     m_model->setProject(nullptr);
 }

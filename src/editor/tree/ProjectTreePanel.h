@@ -7,7 +7,7 @@
 
 class QMenu;
 class QPoint;
-class QToolButton;
+class QPushButton;
 
 namespace Editor {
 
@@ -64,7 +64,7 @@ private:
     ProjectTreeModel *m_model;
     ProjectTreeView *m_view;
     TreeFilterView *m_tree;
-    QToolButton *m_create;
+    QPushButton *m_create;
     QMenu *m_createMenu;
     Nodes::NodeLinks m_cut; ///< are moved by the next paste
     QString m_cutText;      ///< the clipboard's while that is so

@@ -22,6 +22,10 @@ namespace {
 /// With more hits than can be looked through only the way to the first ones is opened.
 constexpr std::size_t mostExpandedHits = 500;
 
+// In letters.
+constexpr int wideForKind = 50;
+constexpr int wideForDescription = 75;
+
 void setUpView(QTreeView &view, ProjectTreeModel &model)
 {
     view.setModel(&model);
@@ -29,10 +33,8 @@ void setUpView(QTreeView &view, ProjectTreeModel &model)
     view.setSelectionMode(QAbstractItemView::ExtendedSelection);
     view.setExpandsOnDoubleClick(false);
     view.setTextElideMode(Qt::ElideRight);
-    view.header()->setStretchLastSection(true);
-    const int letter = view.fontMetrics().averageCharWidth();
-    view.header()->resizeSection(ProjectTreeModel::ColumnName, letter * 34);
-    view.header()->resizeSection(ProjectTreeModel::ColumnKind, letter * 18);
+    view.header()->setStretchLastSection(false);
+    view.header()->setSectionResizeMode(ProjectTreeModel::ColumnName, QHeaderView::Stretch);
 }
 
 } // namespace
@@ -53,11 +55,11 @@ TreeFilterView::TreeFilterView(ProjectTreeModel &model, QTreeView *view, QWidget
     m_search->installEventFilter(this);
     m_count->hide();
     m_line->addWidget(m_search, 1);
-    m_line->addWidget(m_count);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
     layout->addLayout(m_line);
+    layout->addWidget(m_count);
     layout->addWidget(m_view, 1);
     setFocusProxy(m_view);
 
@@ -76,6 +78,25 @@ TreeFilterView::TreeFilterView(ProjectTreeModel &model, QTreeView *view, QWidget
 }
 
 TreeFilterView::~TreeFilterView() = default;
+
+void TreeFilterView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    fitColumns();
+}
+
+/// Names first: the other columns are shown where there is room for them beside.
+void TreeFilterView::fitColumns()
+{
+    const int room = m_view->viewport()->width();
+    const int unit = m_view->fontMetrics().averageCharWidth();
+    const bool hasKind = room > unit * wideForKind;
+    const bool hasDescription = room > unit * wideForDescription;
+    m_view->setColumnHidden(ProjectTreeModel::ColumnKind, !hasKind);
+    m_view->setColumnHidden(ProjectTreeModel::ColumnDescription, !hasDescription);
+    m_view->header()->resizeSection(ProjectTreeModel::ColumnKind, room / (hasDescription ? 5 : 3));
+    m_view->header()->resizeSection(ProjectTreeModel::ColumnDescription, room / 3);
+}
 
 void TreeFilterView::addToLine(QWidget *widget)
 {

@@ -47,8 +47,10 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void fitColumns();
     void applyFilter();
     void expandHits();
     void expandKept();

@@ -18,17 +18,48 @@ QByteArray folded(const QString &text)
     return text.toCaseFolded().replace(QChar(0x451), QChar(0x435)).toUtf8();
 }
 
-bool isAscii(const std::string &text)
+/// The second letter of the pair that UTF-8 writes a Cyrillic letter with, and the first, as
+/// `folded` has them.
+void appendCyrillic(QByteArray &texts, unsigned char lead, unsigned char rest)
 {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; });
+    if (lead == 0xD0 && rest >= 0x90 && rest <= 0x9F) { // А to П
+        rest += 0x20;
+    } else if (lead == 0xD0 && rest >= 0xA0 && rest <= 0xAF) { // Р to Я
+        lead = 0xD1;
+        rest -= 0x20;
+    } else if ((lead == 0xD0 && rest == 0x81) || (lead == 0xD1 && rest == 0x91)) { // Ё, ё
+        lead = 0xD0;
+        rest = 0xB5;
+    }
+    texts.append(char(lead));
+    texts.append(char(rest));
+}
+
+/// The same as `folded`, several times faster for what names here are written with.
+bool appendRussian(QByteArray &texts, const std::string &text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        const bool isRussian = (c == 0xD0 && (next == 0x81 || next >= 0x90)) ||
+                               (c == 0xD1 && (next <= 0x8F || next == 0x91));
+        if (c < 0x80) {
+            texts.append(c >= 'A' && c <= 'Z' ? char(c + 'a' - 'A') : char(c));
+        } else if (isRussian && next >= 0x80) {
+            appendCyrillic(texts, c, next);
+            ++i;
+        } else {
+            return false;
+        }
+    }
+    return true;
 }
 
 void appendFolded(QByteArray &texts, const std::string &text)
 {
-    if (isAscii(text)) {
-        for (const char c : text)
-            texts.append(c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c);
-    } else {
+    const int begin = texts.size();
+    if (!appendRussian(texts, text)) {
+        texts.truncate(begin);
         texts.append(folded(QString::fromStdString(text)));
     }
     texts.append(textEnd);

@@ -30,6 +30,7 @@ QTreeWidget *makeList(QWidget *parent)
         {QStringLiteral("Удаляется"), QStringLiteral("Ссылок"), QStringLiteral("Ссылки вести на")});
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
+    list->setTextElideMode(Qt::ElideMiddle);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->header()->resizeSection(ColumnNode, list->fontMetrics().averageCharWidth() * 46);
     return list;
@@ -42,6 +43,7 @@ QTreeView *makeView(UsagesModel &model, QWidget *parent)
     view->setModel(&model);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
+    view->setTextElideMode(Qt::ElideMiddle); // paths tell by their ends
     const int letter = view->fontMetrics().averageCharWidth();
     view->header()->resizeSection(UsagesModel::ColumnWho, letter * 24);
     view->header()->resizeSection(UsagesModel::ColumnProperty, letter * 18);

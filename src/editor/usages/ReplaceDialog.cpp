@@ -27,6 +27,7 @@ QTreeView *makeView(ReplaceModel &model, QWidget *parent)
     view->setModel(&model);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
+    view->setTextElideMode(Qt::ElideMiddle); // paths tell by their ends
     const int letter = view->fontMetrics().averageCharWidth();
     const int widths[] = {34, 16, 32, 32};
     for (int column = 0; column < ReplaceModel::ColumnNote; ++column)
@@ -72,6 +73,7 @@ ReplaceDialog::ReplaceDialog(Workspace &workspace, enMode mode, const Nodes::Nod
     connect(m_where, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ReplaceDialog::refresh);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &ReplaceDialog::count);
+    (m_oldText ? static_cast<QWidget *>(m_oldText) : m_toButton)->setFocus();
     refresh();
 }
 

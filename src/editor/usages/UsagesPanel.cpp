@@ -24,6 +24,7 @@ QTreeView *makeView(UsagesModel &model, QWidget *parent)
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
     view->setAlternatingRowColors(true);
+    view->setTextElideMode(Qt::ElideMiddle); // paths tell by their ends
     const int letter = view->fontMetrics().averageCharWidth();
     const int widths[] = {26, 20, 20, 44};
     for (int column = 0; column < UsagesModel::ColumnTarget; ++column)
@@ -52,6 +53,7 @@ UsagesPanel::UsagesPanel(Workspace &workspace, QWidget *parent)
       m_view(makeView(*m_model, this))
 {
     m_title->setTextFormat(Qt::PlainText);
+    m_title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // paths may be long
     m_due.setSingleShot(true);
     m_due.setInterval(100);
     auto *layout = new QVBoxLayout(this);
@@ -97,6 +99,7 @@ void UsagesPanel::refresh()
     m_due.stop();
     m_model->setUsages(FindUsages(m_targets));
     m_title->setText(titleOf(m_targets, m_model->usages().size()));
+    m_title->setToolTip(m_title->text());
 }
 
 void UsagesPanel::revealAt(const QModelIndex &index)

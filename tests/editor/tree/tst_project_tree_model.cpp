@@ -168,6 +168,7 @@ private slots:
     void keepsTheRowOfANodeThatIsPassedByOthers();
     void findsByWords_data();
     void findsByWords();
+    void foldsEveryLetterAsQtDoes();
     void showsWhatIsAddedWhileFiltered();
     void showsTexts();
     void givesTheBytesThatScenesRead();
@@ -285,6 +286,24 @@ void TestProjectTreeModel::findsByWords()
     QCOMPARE(tree.model.hits().size(), 2u);
     tree.model.setFilter({});
     QCOMPARE(rowsOf(tree.model), rowsOf(*tree.root()));
+}
+
+void TestProjectTreeModel::foldsEveryLetterAsQtDoes()
+{
+    Tree tree;
+    for (ushort code = 0x20; code < 0x530; ++code) {
+        const QChar letter(code);
+        if (!letter.isLetter())
+            continue;
+        tree.label->SetName(("я" + QString(letter) + "Z").toStdString());
+        for (const QString &text : {QString(letter), QString(letter).toUpper(),
+                                    QString(letter).toLower(), QString(letter).toCaseFolded()}) {
+            tree.model.setFilter("Я" + text + "z");
+            // Where upper case and back is another letter the text is another, too.
+            if (text.toCaseFolded() == QString(letter).toCaseFolded())
+                QVERIFY2(tree.model.hits().size() == 1, qPrintable(text));
+        }
+    }
 }
 
 void TestProjectTreeModel::showsWhatIsAddedWhileFiltered()
