@@ -9,6 +9,7 @@
 #include "editor/tree/TreeCommands.h"
 #include "editor/tree/TreeFilterView.h"
 #include "editor/tree/TreeMemory.h"
+#include "editor/workspace/DockRaise.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -47,7 +48,10 @@ ProjectTreePanel::ProjectTreePanel(Workspace &workspace, QWidget *parent)
     connect(&session, &ProjectSession::aboutToClose, this, &ProjectTreePanel::letProjectGo);
     connect(&workspace.selection(), &Selection::changed, this,
             &ProjectTreePanel::onSelectedElsewhere);
-    connect(&workspace, &Workspace::revealRequested, m_tree, &TreeFilterView::reveal);
+    connect(&workspace, &Workspace::revealRequested, this, [this](const Nodes::NodeLink &node) {
+        raiseDock(*this);
+        m_tree->reveal(node);
+    });
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ProjectTreePanel::onSelected);
     connect(m_view, &QTreeView::doubleClicked, this, &ProjectTreePanel::openCurrent);

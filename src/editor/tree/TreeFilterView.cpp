@@ -37,6 +37,18 @@ void setUpView(QTreeView &view, ProjectTreeModel &model)
     view.header()->setSectionResizeMode(ProjectTreeModel::ColumnName, QHeaderView::Stretch);
 }
 
+/// Rows below each other become one range: what selections cost grows with the ranges.
+void appendRow(QItemSelection &rows, const QModelIndex &index)
+{
+    const QModelIndex end = index.sibling(index.row(), ProjectTreeModel::ColumnCount - 1);
+    const bool isNext = !rows.isEmpty() && rows.last().parent() == index.parent() &&
+                        rows.last().bottom() + 1 == index.row();
+    if (isNext)
+        rows.last() = QItemSelectionRange(rows.last().topLeft(), end);
+    else
+        rows.append(QItemSelectionRange(index, end));
+}
+
 } // namespace
 
 TreeFilterView::TreeFilterView(ProjectTreeModel &model, QTreeView *view, QWidget *parent)
@@ -231,8 +243,7 @@ void TreeFilterView::select(const Nodes::NodeLinks &nodes, bool isRevealing)
             continue;
         if (!key.isValid())
             key = index;
-        rows.append(QItemSelectionRange(
-            index, index.sibling(index.row(), ProjectTreeModel::ColumnCount - 1)));
+        appendRow(rows, index);
     }
     QItemSelectionModel *selection = m_view->selectionModel();
     selection->setCurrentIndex(key, QItemSelectionModel::NoUpdate);
