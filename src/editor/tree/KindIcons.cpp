@@ -14,8 +14,11 @@ QIcon load(Nodes::NodeType type)
     for (const QString &name : {QStringLiteral(":/icons/elements/%1.svg").arg(key),
                                 QStringLiteral(":/editor/kinds/%1.svg").arg(key),
                                 QStringLiteral(":/editor/kinds/family-%1.svg").arg(family)}) {
-        if (QFile::exists(name))
-            return QIcon(name);
+        if (!QFile::exists(name))
+            continue;
+        QIcon icon(name);
+        icon.addFile(name, QSize(), QIcon::Selected); // or it would be tinted until it is not seen
+        return icon;
     }
     return QIcon(QStringLiteral(":/editor/kinds/node.svg"));
 }
