@@ -26,7 +26,8 @@ public:
 
     /// The first one; empty when nothing is selected any more.
     Nodes::NodeLink getNodeLink() const { return m_links.empty() ? Nodes::NodeLink() : m_links[0]; }
-    /// All of them, in the order of selection; none when nothing is selected any more.
+    /// All of them, the key one first, the others in the order of selection; none when nothing is
+    /// selected any more.
     const Nodes::NodeLinks &getNodeLinks() const { return m_links; }
     /// Null when the sender is gone by now.
     QObject *getSender() const { return m_sender; }

@@ -160,9 +160,14 @@ void ProxyScene::onSelectionChanged()
 Nodes::PropertyProxy *ProxyScene::getSelectedItemsProxy()
 {
     m_selected = std::make_unique<Nodes::PropertyProxy>();
-    for (const Nodes::NodeLink &link :
-         m_editor ? m_editor->selection().links() : Nodes::NodeLinks())
-        m_selected->AddNode(link);
+    const SceneSelection *selection = m_editor ? &m_editor->selection() : nullptr;
+    const ProxyWidget *key = selection ? selection->key() : nullptr;
+    if (key && key->getNode())
+        m_selected->AddNode(key->getNodeLink());
+    for (const ProxyWidget *host : selection ? selection->hosts() : QList<ProxyWidget *>()) {
+        if (host != key)
+            m_selected->AddNode(host->getNodeLink());
+    }
     return m_selected.get();
 }
 

@@ -89,9 +89,10 @@ public:
     void setEditingMode(bool on);
     /// True when neither the mode nor the flag forbids editing.
     bool isEditing() const;
-    /// Properties of the selected elements as one object, made anew by each call, owned here. The
-    /// application is told of a new selection 100 ms after its last change (Utils::NodeLinkEvent,
-    /// empty without a selection) and asks for it here.
+    /// Properties of the selected elements as one object, the key one first and the others in the
+    /// order of selection; made anew by each call, owned here. The application is told of a new
+    /// selection 100 ms after its last change (Utils::NodeLinkEvent, empty without a selection) and
+    /// asks for it here.
     Nodes::PropertyProxy *getSelectedItemsProxy();
     QString getNameUndo() override;
 
@@ -187,8 +188,8 @@ private:
     LayerStack m_layers;
     std::unique_ptr<SceneEditor> m_editor; ///< made when the scene is edited for the first time
     std::unique_ptr<Nodes::PropertyProxy> m_selected;
-    QList<QPointer<ProxyWidget>> m_refused; ///< marked so while something is dragged over them
-    AlarmMarks *m_alarms = nullptr;         ///< a child
+    QPointer<ProxyWidget> m_refused; ///< marked so while something is dragged over it
+    AlarmMarks *m_alarms = nullptr;  ///< a child
     bool m_isEditable = true;
     Utils::NodeRelay m_relay; ///< layers that come and go
 };

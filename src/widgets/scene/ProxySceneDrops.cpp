@@ -36,15 +36,17 @@ void ProxyScene::dragLeaveEvent(QGraphicsSceneDragDropEvent *event)
 
 void ProxyScene::takeRefused(ProxyWidget &host)
 {
-    m_refused.append(&host);
+    // It is then offered to those below, which are not what the pointer is on.
+    if (m_refused && m_refused != &host)
+        host.hideDrop();
+    else
+        m_refused = &host;
 }
 
 void ProxyScene::forgetRefused()
 {
-    for (const QPointer<ProxyWidget> &host : qAsConst(m_refused)) {
-        if (host)
-            host->hideDrop();
-    }
+    if (m_refused)
+        m_refused->hideDrop();
     m_refused.clear();
 }
 

@@ -13,6 +13,7 @@ constexpr const char *nodes = R"(
   <folder id="13" name="None"/></folder>
 <composition id="30" name="C" width="640" height="480">
   <layer id="31" name="L" zOrder="1">
+    <label id="33" name="Below" width="300" height="200"/>
     <label id="32" name="A" x="10" y="20" width="100" height="30" signal="12"/></layer>
 </composition>)";
 
@@ -24,9 +25,9 @@ struct Editor : ShownEditor
 {
     Editor() : ShownEditor(nodes) {}
 
-    Shown shown() const
+    Shown shown(unsigned long id = 32) const
     {
-        for (QGraphicsItem *child : host(32)->childItems()) {
+        for (QGraphicsItem *child : host(id)->childItems()) {
             if (const auto *item = dynamic_cast<const Widgets::DragAndDropItem *>(child))
                 return item->isAcceptable() ? Green : Red;
         }
@@ -162,6 +163,10 @@ private slots:
         QCOMPARE(editor.shown(), isTaken ? Green : Red);
         moveTo({40, 30});
         QCOMPARE(editor.shown(), isTaken ? Green : Red);
+        QCOMPARE(editor.shown(33), Nothing);
+        moveTo({200, 150});
+        QCOMPARE(editor.shown(), Nothing);
+        QCOMPARE(editor.shown(33), isTaken ? Green : Red);
         moveTo({400, 300});
         QCOMPARE(editor.shown(), Nothing);
     }

@@ -73,13 +73,15 @@ private slots:
         QCOMPARE(editor.key(), 0ul);
     }
 
-    void tellsTheApplicationInThatOrder()
+    void tellsTheApplicationOfTheKeyElementFirst()
     {
         const Editor editor;
-        editor.select({36, 32});
+        editor.select({36, 34, 32});
         const Nodes::NodesArray &told = editor.scene->getSelectedItemsProxy()->GetNodes();
-        QCOMPARE(told.size(), std::size_t(2));
-        QCOMPARE(told[0].GetNodeId(), 36ul);
+        QStringList ids;
+        for (const Nodes::NodeLink &link : told)
+            ids << QString::number(link.GetNodeId());
+        QCOMPARE(ids.join(' '), QString("32 36 34"));
     }
 
     void keysSelect_data()
