@@ -168,6 +168,17 @@ private slots:
                     .manhattanLength() > 100);
     }
 
+    void showsWhatLiesOffThePage()
+    {
+        const Desk desk;
+        Editor::EditedView *view = desk.document->editedView();
+        QTRY_VERIFY(view->sceneRect().contains(-300, -300));
+        view->setPercent(200);
+        view->centerOn(-300, -300);
+        QVERIFY(view->viewport()->rect().contains(view->mapFromScene(-300, -300)));
+        QCOMPARE(view->page(), QRectF(0, 0, 800, 600));
+    }
+
     void remembersZoomAndPlace()
     {
         {
@@ -266,11 +277,22 @@ private slots:
     {
         Desk desk;
         desk.select(1);
+        Editor::EditedView *view = desk.document->editedView();
+        QCoreApplication::processEvents(); // its first place
+        QTRY_COMPARE(desk.workspace.selection().nodes().size(), std::size_t(1));
+        view->setPercent(300);
+        view->centerOn(600, 500);
         desk.run("scene.preview");
+        const QRectF all = view->mapToScene(view->viewport()->rect()).boundingRect();
+        QVERIFY(all.contains(view->page()));
         QVERIFY(desk.document->isPreview() && !desk.document->editor());
         QVERIFY(!desk.command("scene.lock").isEnabled(desk.workspace));
+        QCoreApplication::processEvents();
         desk.run("scene.preview");
         QVERIFY(desk.document->editor());
+        QCOMPARE(desk.selection().links(), desk.workspace.selection().nodes());
+        QCOMPARE(view->percent(), 300);
+        QVERIFY((view->centre() - QPointF(600, 500)).manhattanLength() < 4);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "widgets/context/SceneContext.h"
 
+#include <QGraphicsScene>
 #include <QMouseEvent>
 
 #include <cmath>
@@ -10,6 +11,7 @@ namespace Editor {
 
 namespace {
 
+constexpr int desk = 480;           // scene pixels on each side of the page
 constexpr int fitMargin = 16;       // pixels of the screen
 constexpr double greatestFit = 4.0; // a small selection is not blown up to single pixels
 
@@ -23,10 +25,29 @@ EditedView::EditedView(Nodes::ConfigNode *node, QWidget *parent) : ProxyView(nod
     viewport()->setMouseTracking(true);
 }
 
+QRectF EditedView::page() const
+{
+    return scene() ? scene()->sceneRect() : QRectF();
+}
+
+// What was dragged off the page can be scrolled to and brought back. A preview shows the page.
+void EditedView::showPage()
+{
+    const double around = context().isEditor() ? desk : 0;
+    const QRectF shown = page().adjusted(-around, -around, around, around);
+    if (shown != sceneRect())
+        setSceneRect(shown);
+}
+
 void EditedView::setBackdrop(const SceneBackdrop &backdrop)
 {
     m_backdrop = backdrop;
     viewport()->update();
+}
+
+QPointF EditedView::centre() const
+{
+    return mapToScene(viewport()->rect().center());
 }
 
 int EditedView::percent() const
@@ -37,13 +58,14 @@ int EditedView::percent() const
 void EditedView::setPercent(int percent)
 {
     const double scale = qBound(LeastPercent, percent, GreatestPercent) / 100.0;
-    const QPointF centre = mapToScene(viewport()->rect().center());
+    const QPointF middle = centre();
     setTransform(QTransform::fromScale(scale, scale));
-    centerOn(centre);
+    centerOn(middle);
 }
 
 void EditedView::fit(const QRectF &rect)
 {
+    showPage();
     const QSizeF room = viewport()->size() - QSize(2 * fitMargin, 2 * fitMargin);
     if (rect.isEmpty() || room.isEmpty())
         return;
@@ -56,12 +78,13 @@ void EditedView::fit(const QRectF &rect)
 void EditedView::drawBackground(QPainter *painter, const QRectF &rect)
 {
     const SceneBackdrop shown = context().isEditor() ? m_backdrop : m_backdrop.preview();
-    shown.paint(*painter, rect, sceneRect());
+    shown.paint(*painter, rect, page());
 }
 
 // Wheel, keys, drags and layout all change it; none tells.
 void EditedView::paintEvent(QPaintEvent *event)
 {
+    showPage();
     ProxyView::paintEvent(event);
     emit painted();
     if (viewportTransform() == m_shown)

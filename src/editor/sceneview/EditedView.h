@@ -18,10 +18,16 @@ public:
 
     EditedView(Nodes::ConfigNode *node, QWidget *parent);
 
+    /// The window or composition itself; around it the view shows what lies beyond.
+    QRectF page() const;
+    /// Takes over how large it is now, and whether it is edited.
+    void showPage();
     SceneBackdrop backdrop() const { return m_backdrop; }
     void setBackdrop(const SceneBackdrop &backdrop);
 
     int percent() const;
+    /// Scene pixel in the middle.
+    QPointF centre() const;
     /// About the middle of the view; brought into the range.
     void setPercent(int percent);
     /// The rectangle fills the view, with a margin; no more than 400 %.

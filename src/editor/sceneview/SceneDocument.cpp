@@ -6,7 +6,6 @@
 #include "editor/sceneview/Ruler.h"
 #include "editor/sceneview/SceneStatusBar.h"
 #include "editor/sceneview/SceneToolBar.h"
-#include "editor/sceneview/SceneViewMemory.h"
 #include "editor/usages/Removal.h"
 #include "editor/workspace/Workspace.h"
 
@@ -55,8 +54,7 @@ SceneDocument::~SceneDocument()
     const Nodes::ConfigNode *shown = node().GetNode();
     if (!m_view || !shown || !m_isPlaced)
         return;
-    const QPointF centre = m_view->mapToScene(m_view->viewport()->rect().center());
-    SceneViewMemory().keep(*shown, {m_view->percent(), centre});
+    SceneViewMemory().keep(*shown, isPreview() ? m_editedPlace : place());
 }
 
 bool SceneDocument::shows(const Nodes::ConfigNode &node)
@@ -171,10 +169,19 @@ bool SceneDocument::isPreview() const
 void SceneDocument::setPreview(bool on)
 {
     Widgets::ProxyScene *shown = scene();
-    if (!shown)
+    const bool isNews = shown && on == shown->isEditing();
+    if (!isNews)
         return;
+    if (on)
+        m_editedPlace = place();
     m_tools->previewAction()->setChecked(on);
     shown->setEditingMode(!on);
+    if (on) {
+        fitAll();
+    } else {
+        select(workspace().selection().nodes()); // the panels beside it still show that
+        showPlace(m_editedPlace);
+    }
     m_shownCount = -1;
     showSelection();
     m_view->viewport()->update();
@@ -194,7 +201,7 @@ void SceneDocument::setPercent(int percent)
 void SceneDocument::fitAll()
 {
     if (m_view)
-        m_view->fit(m_view->sceneRect());
+        m_view->fit(m_view->page());
 }
 
 void SceneDocument::fitSelection()
@@ -226,8 +233,19 @@ void SceneDocument::recallPlace()
             m_view->setPercent(100);
         return;
     }
-    m_view->setPercent(place->percent);
-    m_view->centerOn(place->centre);
+    showPlace(*place);
+}
+
+SceneViewMemory::Place SceneDocument::place() const
+{
+    return {m_view->percent(), m_view->centre()};
+}
+
+void SceneDocument::showPlace(const SceneViewMemory::Place &place)
+{
+    m_view->showPage();
+    m_view->setPercent(place.percent);
+    m_view->centerOn(place.centre);
 }
 
 void SceneDocument::showScale()

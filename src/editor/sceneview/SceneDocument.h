@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/sceneview/SceneViewMemory.h"
 #include "editor/workspace/DocumentView.h"
 
 #include <QRectF>
@@ -40,6 +41,7 @@ public:
     Widgets::SceneEditor *editor() const;
 
     bool isPreview() const;
+    /// A preview shows all of it; what was seen before comes back after it.
     void setPreview(bool on);
     /// About what is selected, else about the middle of the view.
     void setPercent(int percent);
@@ -60,6 +62,8 @@ private:
     void showSelection();
     void takeBackground();
     void recallPlace();
+    SceneViewMemory::Place place() const;
+    void showPlace(const SceneViewMemory::Place &place);
     void removeElements(Nodes::NodeLinks asked);
     void tellPaste(const Widgets::PasteReport &report);
 
@@ -70,7 +74,8 @@ private:
     SceneStatusBar *m_status = nullptr;
     QRectF m_shownRect; ///< of the selection
     int m_shownCount = -1;
-    bool m_isPlaced = false; ///< zoom and place were set when it was shown first
+    SceneViewMemory::Place m_editedPlace; ///< in a preview: where editing goes on
+    bool m_isPlaced = false;              ///< zoom and place were set when it was shown first
 };
 
 } // namespace Editor

@@ -150,7 +150,7 @@ void ProxyView::makeBorder()
 
 void ProxyView::placeBorder()
 {
-    const QRectF rect = sceneRect();
+    const QRectF rect = scene() ? scene()->sceneRect() : QRectF(); // a view may show more
     if (m_border)
         m_border->setSize(rect.width() - 1, rect.height() - 1);
 }
