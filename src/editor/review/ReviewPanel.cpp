@@ -94,15 +94,17 @@ QWidget *ReviewPanel::makeBar()
         layout->addWidget(made);
         return made;
     };
-    button(tr("Проверить открытый"), &ReviewPanel::reviewActive);
-    button(tr("Проверить все"), &ReviewPanel::reviewAll);
-    m_stop = new QPushButton(tr("Остановить"));
+    button(tr("Этот экран"), &ReviewPanel::reviewActive);
+    button(tr("Все экраны"), &ReviewPanel::reviewAll);
+    m_stop = new QPushButton(tr("Стоп"));
     m_stop->setEnabled(false);
     connect(m_stop, &QPushButton::clicked, m_run, &ReviewRun::stop);
     layout->addWidget(m_stop);
     m_severity = new QComboBox;
     m_severity->addItems(
         {tr("Всё"), tr("Советы и важнее"), tr("Замечания и ошибки"), tr("Только ошибки")});
+    m_severity->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_severity->setMinimumContentsLength(8);
     connect(m_severity, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &ReviewPanel::filter);
     layout->addWidget(m_severity);
@@ -110,6 +112,7 @@ QWidget *ReviewPanel::makeBar()
     connect(toClipboard, &QPushButton::clicked, this, &ReviewPanel::copy);
     layout->addWidget(toClipboard);
     m_state = new QLabel;
+    m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // never widens the dock
     layout->addWidget(m_state, 1);
     return bar;
 }
