@@ -47,6 +47,7 @@ PatternDialog::PatternDialog(const SheetModel &model, QWidget *parent)
     setWindowTitle(tr("Добавить по образцу"));
     for (const Nodes::KindInfo &kind : Nodes::KindTable::Instance().GetKinds()) {
         const bool isOther = kind.type.GetFamily() == model.family() &&
+                             kind.type.GetSubtype() != Nodes::NodeType::SubtypeTemplateParameter &&
                              std::find(m_kinds.begin(), m_kinds.end(), &kind) == m_kinds.end();
         if (isOther)
             m_kinds.push_back(&kind);

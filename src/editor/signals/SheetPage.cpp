@@ -107,20 +107,20 @@ void SheetPage::makeActions(QToolBar &bar)
     addAction(bar, tr("Удалить"), tr("Удалить узлы выбранных строк"),
               QKeySequence(Qt::CTRL + Qt::Key_Delete), &SheetPage::removeSelected);
     bar.addSeparator();
-    addAction(bar, tr("Копировать"), tr("Выбранные ячейки — для электронной таблицы"),
-              QKeySequence::Copy, &SheetPage::copy);
+    if (m_family == Nodes::NodeType::TypeSignal)
+        addAction(bar, tr("В архив"), tr("Отдать выбранные сигналы группе архива"), {},
+                  &SheetPage::archiveSelected);
     addAction(bar, tr("Вставить"),
               tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
               QKeySequence::Paste, &SheetPage::paste);
     addAction(bar, tr("Вниз"),
               tr("Заполнить вниз: значение верхней выбранной ячейки — во все ниже"),
               QKeySequence(Qt::CTRL + Qt::Key_D), &SheetPage::fillDown);
-    bar.addSeparator();
     addAction(bar, tr("Импорт…"), tr("Таблица CSV"), {}, &SheetPage::importFile);
     addAction(bar, tr("Экспорт…"), tr("Таблица CSV"), {}, &SheetPage::exportFile);
-    if (m_family == Nodes::NodeType::TypeSignal)
-        addAction(bar, tr("В архив"), tr("Отдать выбранные сигналы группе архива"), {},
-                  &SheetPage::archiveSelected);
+    bar.addSeparator();
+    addAction(bar, tr("Копировать"), tr("Выбранные ячейки — для электронной таблицы"),
+              QKeySequence::Copy, &SheetPage::copy);
 }
 
 // The keys of the table mean the table while it has the focus, whatever menus use them for.

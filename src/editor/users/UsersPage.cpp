@@ -71,6 +71,7 @@ UsersPage::UsersPage(Workspace &workspace, const NodeLink &authentication, QWidg
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setSectionResizeMode(FullName, QHeaderView::Stretch);
+    m_table->horizontalHeader()->setMinimumSectionSize(90);
     m_table->horizontalHeader()->setHighlightSections(false);
     auto *add = new QPushButton(tr("Добавить пользователя"), this);
     auto *remove = new QPushButton(tr("Удалить"), this);

@@ -286,6 +286,23 @@ private slots:
         QVERIFY(!isTaken || s.made.changes.size() == 1);
     }
 
+    void newRowsAreOfTheUsualKind()
+    {
+        Sheet s;
+        ConfigNode *folder = s.add("folder", s.root(), "Папка");
+        s.add("driverStatus", folder, "Связь");
+        s.add("memorySignal", folder, "М1");
+        s.add("memorySignal", folder, "М2");
+        const auto kinds = FindSheetKinds(*folder, NodeType::TypeSignal);
+        QCOMPARE(kinds.size(), std::size_t(2));
+        QCOMPARE(kinds[0]->key, std::string("memorySignal"));
+        const auto *empty = s.add("folder", s.group, "Пусто");
+        QCOMPARE(FindSheetKinds(*empty, NodeType::TypeSignal)[0]->key,
+                 std::string("modbusSignal")); // of its driver
+        QCOMPARE(FindSheetKinds(*s.device, NodeType::TypeDriverGroup)[0]->key,
+                 std::string("modbusGroup"));
+    }
+
     void tableWithoutNamesIsRefused()
     {
         Sheet s;

@@ -6,6 +6,7 @@
 #include "nodes/values/FoldCase.h"
 
 #include <algorithm>
+#include <map>
 
 namespace Nodes {
 
@@ -137,10 +138,16 @@ bool IsSheetRow(const ConfigNode &node, unsigned family)
 std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned family)
 {
     Kinds kinds;
+    std::map<const KindInfo *, int> counts;
     for (const NodeLink &link : scope.GetNodes(true)) {
-        if (IsSheetRow(*link.GetNode(), family))
-            append(kinds, link->GetKind());
+        if (!IsSheetRow(*link.GetNode(), family))
+            continue;
+        append(kinds, link->GetKind());
+        ++counts[link->GetKind()];
     }
+    std::stable_sort(kinds.begin(), kinds.end(), [&counts](const auto *left, const auto *right) {
+        return counts[left] > counts[right];
+    });
     if (kinds.empty() && family == NodeType::TypeSignal) {
         append(kinds, kindFor(&scope, "Signal"));
         if (kinds.empty())

@@ -61,8 +61,8 @@ private:
 /// anybody would tabulate.
 NODES_EXPORT bool IsSheetRow(const ConfigNode &node, unsigned family);
 
-/// Kinds of the nodes of a family below `scope`, each once; where there are none the kind that
-/// suits the scope: signals of a driver for that driver.
+/// Kinds of the nodes of a family below `scope`, each once, the one with most nodes first; where
+/// there are none the kind that suits the scope: signals of a driver for that driver.
 NODES_EXPORT std::vector<const KindInfo *> FindSheetKinds(const ConfigNode &scope, unsigned family);
 
 } // namespace Nodes
