@@ -279,7 +279,7 @@ private slots:
         desk.select(1);
         Editor::EditedView *view = desk.document->editedView();
         QCoreApplication::processEvents(); // its first place
-        QTRY_COMPARE(desk.workspace.selection().nodes().size(), std::size_t(1));
+        QTRY_COMPARE(desk.workspace.selection().nodes(), desk.selection().links());
         view->setPercent(300);
         view->centerOn(600, 500);
         desk.run("scene.preview");
