@@ -5,6 +5,7 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/ProjectWriter.h"
+#include "utils/editing/NodeLinkEvent.h"
 #include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/IUndo.h"
 
@@ -78,6 +79,32 @@ private slots:
         (void)Utils::IUndo::execute(rename(session, "a/b"));
         QCOMPARE(told.size(), 1);
         QVERIFY(!session.isModified());
+    }
+
+    void letsNoSceneTakeBackWhatOthersSelected()
+    {
+        const QTemporaryDir directory;
+        ProjectSession session;
+        QVERIFY(session.create(directory.filePath("p"), "P"));
+        QWidget window;
+        Editor::Workspace workspace(session, window);
+        QObject scene;
+        QObject tree;
+        const Nodes::NodeLinks element{session.root()->GetNodes().front()};
+        const Nodes::NodeLinks signal{Nodes::NodeLink(session.root())};
+        const auto tell = [&scene](const Nodes::NodeLinks &nodes) {
+            Utils::NodeLinkEvent event(nodes, &scene);
+            QCoreApplication::sendEvent(QCoreApplication::instance(), &event);
+        };
+        tell(element);
+        QCOMPARE(workspace.selection().nodes(), element);
+        workspace.selection().select(signal, &tree);
+        tell({}); // the scene lets go of its element, a moment later
+        QCOMPARE(workspace.selection().nodes(), signal);
+        workspace.selection().select(element, &tree);
+        tell(element); // it follows: the selection is its own now
+        tell({});
+        QVERIFY(workspace.selection().nodes().empty());
     }
 
     void failuresLeaveTheOpenProject_data()

@@ -21,6 +21,7 @@ signals:
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void startDrag(Qt::DropActions actions) override;
 };
 
 } // namespace Editor

@@ -4,6 +4,7 @@ namespace Editor {
 
 void Selection::select(const Nodes::NodeLinks &nodes, QObject *by)
 {
+    m_by = by;
     if (nodes == m_nodes)
         return;
     m_nodes = nodes;

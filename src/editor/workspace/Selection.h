@@ -3,6 +3,7 @@
 #include "nodes/model/links/NodeLink.h"
 
 #include <QObject>
+#include <QPointer>
 
 namespace Editor {
 
@@ -17,6 +18,8 @@ public:
 
     /// The first is the key one; links to nodes that are gone lead nowhere.
     const Nodes::NodeLinks &nodes() const { return m_nodes; }
+    /// Who has selected them last; null when it is gone.
+    const QObject *by() const { return m_by; }
     /// `by` is who has selected, and gets the signal too. The same nodes again are not told.
     void select(const Nodes::NodeLinks &nodes, QObject *by);
 
@@ -25,6 +28,7 @@ signals:
 
 private:
     Nodes::NodeLinks m_nodes;
+    QPointer<QObject> m_by;
 };
 
 } // namespace Editor

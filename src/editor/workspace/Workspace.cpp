@@ -79,8 +79,11 @@ bool Workspace::eventFilter(QObject *watched, QEvent *event)
     if (watched == QCoreApplication::instance() &&
         event->type() == Utils::NodeLinkEvent::eventType()) {
         const auto &asked = static_cast<const Utils::NodeLinkEvent &>(*event);
-        m_selection.select(asked.getNodeLinks().empty() ? unselected(asked.getSender())
-                                                        : asked.getNodeLinks(),
+        const bool isEmpty = asked.getNodeLinks().empty();
+        // A scene that lets go of its elements because others are selected elsewhere says so later.
+        if (isEmpty && m_selection.by() != asked.getSender() && !m_selection.nodes().empty())
+            return true;
+        m_selection.select(isEmpty ? unselected(asked.getSender()) : asked.getNodeLinks(),
                            asked.getSender());
         return true;
     }
