@@ -73,6 +73,9 @@ private slots:
         QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, {10, 590});
         p.workspace.selection().select({p.signal}, &p.window); // pressed in a tree
         QCOMPARE(p.key("#kind"), QStringLiteral("Надпись"));
+        p.workspace.selection().select({p.session.root()}, &p.workspace); // a scene's answer
+        QCOMPARE(p.key("#kind"), QStringLiteral("Надпись"));
+        p.workspace.selection().select({p.signal}, &p.window);
         QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, {10, 590});
         QTRY_VERIFY(p.key("#kind") != QStringLiteral("Надпись"));
     }

@@ -94,7 +94,8 @@ QSize PropertyPanel::sizeHint() const
 
 void PropertyPanel::takeSelection(const Nodes::NodeLinks &, QObject *by)
 {
-    if (qobject_cast<QWidget *>(by) && isPressed())
+    // What follows a press, such as a scene that lets go of its elements, waits with it.
+    if (isPressed() && (m_released.isActive() || qobject_cast<QWidget *>(by)))
         m_released.start();
     else
         showSelection();
