@@ -25,19 +25,19 @@ Utils::Configurator settings()
     return {QStringLiteral("ConfiguratorDocuments"), QStringLiteral("configurator.json")};
 }
 
-/// The first window of the first frame that shows one.
+/// The first window of the frame on the first display.
 Nodes::NodeLink firstWindow(const Nodes::NodesCollection &project)
 {
     Nodes::NodeLinks frames;
     project.FindNodes(Nodes::NodeType::TypeFrame, &frames);
+    const Nodes::BasicFrame *first = nullptr;
     for (const Nodes::NodeLink &link : frames) {
         const auto *frame = dynamic_cast<const Nodes::BasicFrame *>(link.GetNode());
-        for (const Nodes::NodeLink &window : frame ? frame->GetWindows() : Nodes::NodeLinks()) {
-            if (window.isValid())
-                return window;
-        }
+        const bool isShowing = frame && !frame->GetWindows().empty();
+        if (isShowing && (!first || frame->GetDisplayNo() < first->GetDisplayNo()))
+            first = frame;
     }
-    return {};
+    return first ? first->GetWindows().front() : Nodes::NodeLink();
 }
 
 } // namespace
