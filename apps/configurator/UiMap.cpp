@@ -121,8 +121,9 @@ void UiMap::addParts(const QWidget &widget, QJsonArray &controls)
 
 void UiMap::addWidget(const QWidget &widget, QJsonArray &controls)
 {
-    if (!widget.isVisible())
-        return;
+    const QRect place(widget.mapTo(widget.window(), QPoint()), widget.size());
+    if (!widget.isVisible() || !place.intersects(widget.window()->rect()))
+        return; // tabs of docks that are not in front lie outside
     add(controls, QString::fromLatin1(widget.metaObject()->className()), widget.objectName(),
         textOf(widget), onScreen(widget, widget.rect()), widget.isEnabled());
     addParts(widget, controls);

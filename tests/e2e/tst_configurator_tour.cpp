@@ -41,10 +41,13 @@ private slots:
     void bindsALabel()
     {
         // From the panel of elements into the window, then a signal from the tree onto it.
-        const QRect window = rig.await("scene");
+        const QRect window = rig.await("Окно 1", "Editor::EditedView");
+        QVERIFY(rig.press("Элементы", "tab"));
         QVERIFY(rig.dragTo(rig.await("Надпись", "item"), window));
         const QRect label = rig.await("Надпись", "element");
         QVERIFY(label.isValid());
+        QVERIFY(rig.press("Имитатор", "item"));
+        rig.key("Right"); // unfolds it
         QVERIFY(rig.dragTo(rig.await("Температура", "item"), label));
     }
 

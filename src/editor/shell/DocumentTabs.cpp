@@ -9,6 +9,7 @@
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/windows/BasicFrame.h"
+#include "nodes/visual/windows/BasicWindow.h"
 #include "utils/settings/Configurator.h"
 
 #include <QJsonArray>
@@ -25,19 +26,25 @@ Utils::Configurator settings()
     return {QStringLiteral("ConfiguratorDocuments"), QStringLiteral("configurator.json")};
 }
 
-/// The first window of the frame on the first display.
-Nodes::NodeLink firstWindow(const Nodes::NodesCollection &project)
+/// The largest of the windows that frames open with: the overview, not its head or foot.
+Nodes::NodeLink largestWindow(const Nodes::NodesCollection &project)
 {
     Nodes::NodeLinks frames;
     project.FindNodes(Nodes::NodeType::TypeFrame, &frames);
-    const Nodes::BasicFrame *first = nullptr;
+    Nodes::NodeLink largest;
+    int area = 0;
     for (const Nodes::NodeLink &link : frames) {
         const auto *frame = dynamic_cast<const Nodes::BasicFrame *>(link.GetNode());
-        const bool isShowing = frame && !frame->GetWindows().empty();
-        if (isShowing && (!first || frame->GetDisplayNo() < first->GetDisplayNo()))
-            first = frame;
+        for (const Nodes::NodeLink &shown : frame ? frame->GetWindows() : Nodes::NodeLinks()) {
+            const auto *window = dynamic_cast<const Nodes::BasicWindow *>(shown.GetNode());
+            const Nodes::NRect place = window ? window->GetGeometry() : Nodes::NRect();
+            if (!window || place.width * place.height <= area)
+                continue;
+            area = place.width * place.height;
+            largest = shown;
+        }
     }
-    return first ? first->GetWindows().front() : Nodes::NodeLink();
+    return largest;
 }
 
 } // namespace
@@ -169,7 +176,7 @@ void DocumentTabs::reopen()
     }
     setCurrentIndex(kept.value(QStringLiteral("current")).toInt());
     if (!all.contains(key))
-        open(firstWindow(project));
+        open(largestWindow(project));
 }
 
 void DocumentTabs::onCurrentChanged()

@@ -28,7 +28,7 @@ void MainWindow::makePanels()
         panels->addAction(dock->toggleViewAction());
     }
     for (const QVector<QDockWidget *> &beside : qAsConst(made))
-        beside.first()->raise();
+        beside[beside.size() > 1 && beside[1]->isVisibleTo(this) ? 1 : 0]->raise();
 }
 
 } // namespace Editor

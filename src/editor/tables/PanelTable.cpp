@@ -33,7 +33,7 @@ const QVector<PanelRow> &PanelTable()
         {"symbols", "Мнемосимволы", Qt::LeftDockWidgetArea, true, &make<SymbolPanel>},
         {"review", "Проверка экрана", Qt::BottomDockWidgetArea, false, &make<ReviewPanel>},
         {"instances", "Экземпляры шаблона", Qt::BottomDockWidgetArea, false, &make<InstancePanel>},
-        {"problems", "Проблемы", Qt::BottomDockWidgetArea, true, &make<ProblemsPanel>},
+        {"problems", "Проблемы", Qt::BottomDockWidgetArea, false, &make<ProblemsPanel>},
     };
     return rows;
 }
