@@ -70,6 +70,8 @@ QProcessEnvironment DesktopRig::environment() const
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("DISPLAY", m_display);
     environment.insert("XDG_CONFIG_HOME", m_directory.filePath("config"));
+    environment.insert("XDG_DATA_HOME", m_directory.filePath("share"));
+    environment.insert("XDG_STATE_HOME", m_directory.filePath("state"));
     environment.insert("XDG_STATE_HOME", m_directory.filePath("state"));
     environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus);
     environment.remove("QT_QPA_PLATFORM");

@@ -41,13 +41,15 @@ private slots:
     void bindsALabel()
     {
         // From the panel of elements into the window, then a signal from the tree onto it.
-        const QRect window = rig.await("Окно 1", "Editor::EditedView");
+        QVERIFY(rig.press("Имитатор", "item"));
+        rig.key("Right"); // unfolds it
+        QVERIFY(rig.await("Температура", "item").isValid());
+        const QRect window = rig.await("scene");
+        QVERIFY(window.isValid());
         QVERIFY(rig.press("Элементы", "tab"));
         QVERIFY(rig.dragTo(rig.await("Надпись", "item"), window));
         const QRect label = rig.await("Надпись", "element");
         QVERIFY(label.isValid());
-        QVERIFY(rig.press("Имитатор", "item"));
-        rig.key("Right"); // unfolds it
         QVERIFY(rig.dragTo(rig.await("Температура", "item"), label));
     }
 
@@ -65,10 +67,13 @@ private slots:
         const auto reading = [this] {
             return EndToEnd::windowIn(rig.stationStatus(), "Окно 1").textOf("Температура");
         };
-        QVERIFY(QTest::qWaitFor([&] { return reading().toDouble() > 0; }, patience));
+        const QRegularExpression number("^\\d+[.,]\\d");
+        const bool isLive =
+            QTest::qWaitFor([&] { return number.match(reading()).hasMatch(); }, patience);
+        (void)rig.grab({}, "configurator-run");
+        QVERIFY2(isLive, qPrintable(reading()));
         const QString first = reading();
         QVERIFY(QTest::qWaitFor([&] { return reading() != first; }, patience));
-        (void)rig.grab({}, "configurator-run");
     }
 
     void undoesAll()
