@@ -145,6 +145,13 @@ void ConfiguratorRig::key(const QString &combination) const
     xdotool({"key", combination});
 }
 
+bool ConfiguratorRig::activate(const QString &titlePart) const
+{
+    const auto isActive = [&] { return activeTitle().contains(titlePart); };
+    (void)onDisplay("xdotool", {"search", "--onlyvisible", "--name", titlePart, "windowactivate"});
+    return QTest::qWaitFor(isActive, patience);
+}
+
 void ConfiguratorRig::write(const QString &text) const
 {
     xdotool({"type", "--delay", "60", text});

@@ -38,6 +38,8 @@ public:
     /// Titles of the visible windows, dialogs included.
     QStringList titles() const;
     void key(const QString &combination) const;
+    /// Gives the keyboard to the window with that in its title, as a press on the task bar does.
+    [[nodiscard]] bool activate(const QString &titlePart) const;
     /// Types letters of any alphabet, slowly enough for every one to arrive.
     void write(const QString &text) const;
 

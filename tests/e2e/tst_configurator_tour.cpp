@@ -79,8 +79,10 @@ private slots:
     void undoesAll()
     {
         const QByteArray before = read();
-        QVERIFY(rig.press("configurator"));
+        QVERIFY(rig.activate("Конфигуратор"));
         rig.key("F5"); // ends the station
+        QVERIFY(QTest::qWaitFor([this] { return !rig.hasTitle("Окно 1"); }, patience));
+        QVERIFY(rig.activate("Конфигуратор"));
         for (int i = 0; i < 4; ++i)
             rig.key("ctrl+z");
         rig.key("ctrl+s");
