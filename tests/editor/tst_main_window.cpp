@@ -10,8 +10,10 @@
 #include "editor/workspace/DocumentView.h"
 
 #include "nodes/model/ConfigNode.h"
+#include "utils/editing/NodeLinkEvent.h"
 #include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/IUndo.h"
+#include "widgets/scene/ProxyScene.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -177,6 +179,25 @@ private slots:
         QVERIFY(f.session().open(file));
         QCOMPARE(f.window.tabs().count(), 1);
         f.session().close();
+    }
+
+    void aSceneGivesWayToWhoSelectedSince()
+    {
+        Fixture f;
+        const Nodes::NodeLink node = f.addWindow();
+        Workspace &workspace = f.window.workspace();
+        workspace.open(node);
+        QObject *scene = workspace.document()->scene();
+        QVERIFY(scene);
+        const Nodes::NodeLink root(f.session().root());
+        Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLinks{root}, scene);
+        QTRY_COMPARE(workspace.selection().nodes(), Nodes::NodeLinks{root});
+        Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLinks(), scene); // nothing selected in it
+        QTRY_COMPARE(workspace.selection().nodes(), Nodes::NodeLinks{node});
+        workspace.selection().select({root}, &f.window);
+        Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLinks(), scene);
+        QCoreApplication::sendPostedEvents();
+        QCOMPARE(workspace.selection().nodes(), Nodes::NodeLinks{root});
     }
 
     void asksForUnsavedWork_data()

@@ -128,7 +128,7 @@ void MainWindow::makeEditMenu()
     m_undoAction->setShortcuts(QKeySequence::Undo);
     m_redoAction = m_session.undoStack().createRedoAction(this, tr("Повторить"));
     m_redoAction->setIcon(QIcon(QStringLiteral(":/editor/icons/redo.svg")));
-    m_redoAction->setShortcuts(QKeySequence::Redo);
+    m_redoAction->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y});
     menu->addAction(m_undoAction);
     menu->addAction(m_redoAction);
     menu->addSeparator();
