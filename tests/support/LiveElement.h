@@ -11,7 +11,7 @@ template <class Element> struct LiveElement : RuntimeProject
 {
     LiveElement(const char *nodes, unsigned long id,
                 Nodes::enWorkMode mode = Nodes::WorkModeRuntime)
-        : RuntimeProject(nodes, mode), element(node<typename Element::Node>(id), nullptr)
+        : RuntimeProject(nodes, mode), element(node<Nodes::BasicWidget>(id), nullptr)
     {
         element.start();
     }

@@ -30,11 +30,11 @@ QColor ownColor(const Nodes::NColor &color)
 
 } // namespace
 
-qwidgetSymbol::qwidgetSymbol(Nodes::widgetSymbol *node, QWidget *parent,
+qwidgetSymbol::qwidgetSymbol(Nodes::BasicWidget *node, QWidget *parent,
                              const SceneContextPtr &context)
     : QWidget(parent),
       IWidget(node, context),
-      m_symbolNode(node),
+      m_symbolNode(dynamic_cast<Nodes::widgetSymbol *>(node)),
       m_level(std::numeric_limits<double>::quiet_NaN())
 {
     setAttribute(Qt::WA_NoSystemBackground);

@@ -35,7 +35,7 @@ class WIDGETS_EXPORT qwidgetSymbol : public QWidget,
 public:
     using Node = Nodes::widgetSymbol;
 
-    qwidgetSymbol(Nodes::widgetSymbol *node, QWidget *parent,
+    qwidgetSymbol(Nodes::BasicWidget *node, QWidget *parent,
                   const SceneContextPtr &context = SceneContext::process());
     ~qwidgetSymbol() override;
 
