@@ -6,18 +6,7 @@ namespace Widgets {
 
 namespace {
 
-constexpr std::size_t headSize = 8;
 constexpr std::ptrdiff_t few = 24;
-
-std::uint64_t headOf(std::string_view key, std::size_t offset)
-{
-    std::uint64_t head = 0;
-    for (std::size_t i = 0; i < headSize; ++i) {
-        const bool isIn = offset + i < key.size();
-        head = (head << 8) | (isIn ? static_cast<unsigned char>(key[offset + i]) : 0);
-    }
-    return head;
-}
 
 } // namespace
 
@@ -25,8 +14,8 @@ std::vector<std::uint32_t> EventTextOrder::placesOf(const std::vector<std::strin
 {
     std::vector<Entry> entries(keys.size());
     for (std::size_t i = 0; i < keys.size(); ++i)
-        entries[i] = {0, std::uint32_t(i)};
-    EventTextOrder(keys).sort(entries.begin(), entries.end(), 0);
+        entries[i] = {0, std::uint32_t(i), 0};
+    EventTextOrder(keys).sort(entries.begin(), entries.end(), false);
     std::vector<std::uint32_t> places(keys.size());
     std::uint32_t place = 0;
     for (std::size_t i = 0; i < entries.size(); ++i) {
@@ -38,48 +27,68 @@ std::vector<std::uint32_t> EventTextOrder::placesOf(const std::vector<std::strin
 }
 
 // Texts of one kind of event begin alike: what they share need not be compared.
-std::size_t EventTextOrder::sharedBegin(Iterator first, Iterator last, std::size_t offset) const
+std::size_t EventTextOrder::sharedBegin(Iterator first, Iterator last) const
 {
-    const std::string_view model = m_keys[first->number].substr(offset);
+    const std::string_view model = rest(*first);
     std::size_t shared = model.size();
     for (Iterator entry = first + 1; entry != last && shared > 0; ++entry) {
-        const std::string_view key = m_keys[entry->number].substr(offset);
+        const std::string_view key = rest(*entry);
         shared = std::min(shared, key.size());
         if (key.substr(0, shared) != model.substr(0, shared))
             shared = std::size_t(
                 std::mismatch(model.begin(), model.begin() + shared, key.begin()).first -
                 model.begin());
     }
-    return offset + shared;
+    return NaturalKey::beforeNumber(model, shared);
 }
 
-void EventTextOrder::sortFew(Iterator first, Iterator last, std::size_t offset)
+void EventTextOrder::sortFew(Iterator first, Iterator last)
 {
-    std::sort(first, last, [this, offset](const Entry &left, const Entry &right) {
-        return m_keys[left.number].substr(offset) < m_keys[right.number].substr(offset);
+    std::sort(first, last, [this](const Entry &left, const Entry &right) {
+        const int values = NaturalKey::compareValues(rest(left), rest(right));
+        return values != 0 ? values < 0 : m_keys[left.number] < m_keys[right.number];
     });
 }
 
-void EventTextOrder::sort(Iterator first, Iterator last, std::size_t offset)
+void EventTextOrder::sort(Iterator first, Iterator last, bool isInNumber)
 {
     if (last - first <= few)
-        return sortFew(first, last, offset);
-    const std::size_t begin = sharedBegin(first, last, offset);
-    for (Iterator entry = first; entry != last; ++entry)
-        entry->head = headOf(m_keys[entry->number], begin);
+        return sortFew(first, last);
+    const auto shared = std::uint32_t(sharedBegin(first, last));
+    const bool isGoingOn = isInNumber && shared == 0;
+    for (Iterator entry = first; entry != last; ++entry) {
+        entry->offset += shared;
+        entry->head = NaturalKey::headOf(rest(*entry), isGoingOn).bytes;
+    }
     // Those of one head by their numbers, as they lie in memory.
     std::sort(first, last, [](const Entry &left, const Entry &right) {
         return left.head != right.head ? left.head < right.head : left.number < right.number;
     });
     for (Iterator group = first; group != last;) {
-        const std::uint64_t head = group->head;
-        const Iterator end =
-            std::find_if(group, last, [head](const Entry &entry) { return entry.head != head; });
-        // A head that ends with 0 is the end of its keys: they are equal.
-        if (end - group > 1 && (head & 0xff) != 0)
-            sort(group, end, begin + headSize);
+        const Iterator end = std::find_if(
+            group, last, [head = group->head](const Entry &entry) { return entry.head != head; });
+        if (end - group > 1)
+            sortAlike(group, end, isGoingOn);
         group = end;
     }
+}
+
+void EventTextOrder::sortAlike(Iterator first, Iterator last, bool isInNumber)
+{
+    bool isGoingOn = false;
+    bool isFarther = true;
+    for (Iterator entry = first; entry != last; ++entry) {
+        const NaturalKey::Head head = NaturalKey::headOf(rest(*entry), isInNumber);
+        entry->offset += head.taken;
+        isGoingOn = head.isInNumber;
+        isFarther = head.taken > 0;
+    }
+    // A head that ends with 0 is the end of its keys; one that takes nothing is a number too long
+    // for it.
+    if (isFarther && (first->head & 0xff) != 0)
+        sort(first, last, isGoingOn);
+    else
+        sortFew(first, last);
 }
 
 } // namespace Widgets

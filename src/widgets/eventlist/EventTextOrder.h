@@ -1,12 +1,14 @@
 #pragma once
 
+#include "widgets/eventlist/NaturalKey.h"
+
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
 namespace Widgets {
 
-/// The order of a great many keys.
+/// The natural order of a great many keys of EventTextKey.
 class EventTextOrder
 {
 public:
@@ -14,18 +16,26 @@ public:
     static std::vector<std::uint32_t> placesOf(const std::vector<std::string_view> &keys);
 
 private:
-    /// Eight bytes of a key, so that most comparisons look no further.
+    /// Eight bytes in natural order from somewhere within a key, so that most comparisons look no
+    /// further.
     struct Entry
     {
         std::uint64_t head;
         std::uint32_t number;
+        std::uint32_t offset; // how far the key was compared
     };
     using Iterator = std::vector<Entry>::iterator;
 
     explicit EventTextOrder(const std::vector<std::string_view> &keys) : m_keys(keys) {}
-    std::size_t sharedBegin(Iterator first, Iterator last, std::size_t offset) const;
-    void sort(Iterator first, Iterator last, std::size_t offset);
-    void sortFew(Iterator first, Iterator last, std::size_t offset);
+    std::string_view rest(const Entry &entry) const
+    {
+        return m_keys[entry.number].substr(entry.offset);
+    }
+    std::size_t sharedBegin(Iterator first, Iterator last) const;
+    void sort(Iterator first, Iterator last, bool isInNumber);
+    /// Entries of one head.
+    void sortAlike(Iterator first, Iterator last, bool isInNumber);
+    void sortFew(Iterator first, Iterator last);
 
     const std::vector<std::string_view> &m_keys;
 };

@@ -2,6 +2,7 @@
 
 #include "widgets/eventlist/EventTextKey.h"
 #include "widgets/eventlist/EventTextOrder.h"
+#include "widgets/eventlist/NaturalKey.h"
 
 #include <algorithm>
 #include <cstring>
@@ -108,7 +109,7 @@ int EventTexts::compare(Number left, Number right) const
 {
     if (left < m_places.size() && right < m_places.size())
         return m_places[left] < m_places[right] ? -1 : m_places[left] > m_places[right] ? 1 : 0;
-    return left == right ? 0 : m_views[left].key.compare(m_views[right].key);
+    return left == right ? 0 : NaturalKey::compare(m_views[left].key, m_views[right].key);
 }
 
 const std::vector<EventTexts::Number> &EventTexts::places() const

@@ -2,6 +2,7 @@
 
 #include "widgets/charts/menus/TouchMenu.h"
 #include "widgets/eventlist/EventCellDelegate.h"
+#include "widgets/eventlist/EventColumnWatch.h"
 #include "widgets/eventlist/EventListLook.h"
 #include "widgets/eventlist/WidgetEventModel.h"
 #include "widgets/eventlist/WidgetEventSortModel.h"
@@ -70,6 +71,8 @@ WidgetEventView::WidgetEventView(Nodes::widgetEventList *node, WidgetEventSortMo
     // The end of a path tells more than its beginning.
     setItemDelegateForColumn(WidgetEventModel::columnOf(ColumnInfo::ColumnSource),
                              new EventCellDelegate(Qt::ElideLeft, this));
+    auto *columns = new EventColumnWatch(node, this);
+    connect(columns, &EventColumnWatch::changed, this, &WidgetEventView::updateProperties);
     updateProperties();
 }
 

@@ -13,6 +13,7 @@
 #include "widgets/eventlist/WidgetEventView.h"
 #include "widgets/eventlist/bar/EventFilterBar.h"
 
+#include "nodes/visual/events/eventColumn.h"
 #include "nodes/visual/events/widgetEventList.h"
 #include "utils/convert/TimeConversions.h"
 
@@ -111,6 +112,7 @@ private slots:
     void whatIsShownIsSaved();
     void longTextsAreReadWhole();
     void whatWasChosenIsKept();
+    void columnsFollowTheProject();
 };
 
 void TestEventList::aRefusalLeavesTheListAlone()
@@ -396,6 +398,34 @@ void TestEventList::whatWasChosenIsKept()
     QCOMPARE(rig.list->sortModel()->sortColumn(), 3);
     rig.list->filterBar()->reset();
     QTRY_COMPARE(rig.texts(), (QStringList{"e0", "e1", "e2"}));
+}
+
+// As they become in the project, without the element being made anew.
+void TestEventList::columnsFollowTheProject()
+{
+    using Nodes::ColumnInfo;
+    Rig rig;
+    rig.show();
+    auto *view = rig.list->view();
+    const int user = WidgetEventModel::columnOf(ColumnInfo::ColumnUser);
+    const auto place = [view, user] { return view->horizontalHeader()->visualIndex(user); };
+    const int placeBefore = place();
+    const int widthBefore = view->columnWidth(user);
+    QVERIFY(!view->isColumnHidden(user) && placeBefore > 0 && widthBefore != 333);
+
+    auto *node = rig.node<Nodes::widgetEventList>(20);
+    Nodes::ConfigNode *column =
+        rig.core.GetNodesCollection()->CreateNode(Nodes::NodeType(Nodes::eventColumn::Code), node);
+    QVERIFY(column && column->SetPropertyText("column", "user") &&
+            column->SetPropertyText("width", "333"));
+    QTRY_COMPARE(view->columnWidth(user), 333);
+    QCOMPARE(place(), 1); // behind the time, which is the first as well
+    QVERIFY(column->SetPropertyText("visible", "false"));
+    QTRY_VERIFY(view->isColumnHidden(user));
+    QVERIFY(node->RemoveNode(Nodes::NodeLink(column)));
+    QTRY_COMPARE(view->columnWidth(user), widthBefore);
+    QVERIFY(!view->isColumnHidden(user));
+    QCOMPARE(place(), placeBefore);
 }
 
 QTEST_MAIN(TestEventList)

@@ -5,6 +5,7 @@
 
 #include "widgets/eventlist/EventRowColors.h"
 #include "widgets/eventlist/EventTextKey.h"
+#include "widgets/eventlist/EventTexts.h"
 #include "widgets/eventlist/WidgetEventModel.h"
 #include "widgets/eventlist/WidgetEventSortModel.h"
 
@@ -12,6 +13,7 @@
 #include "nodes/visual/events/widgetEventList.h"
 
 #include <QAbstractItemModelTester>
+#include <QRegularExpression>
 
 #include <random>
 
@@ -60,6 +62,20 @@ private:
     unsigned long m_id = 0;
 };
 
+/// The key of a text whose numbers were filled up with zeros, so that they stand by value.
+std::string filledKey(const std::string &text)
+{
+    static const QRegularExpression number("0*([0-9]+)");
+    QString whole = QString::fromStdString(text);
+    int from = 0;
+    for (auto hit = number.match(whole); hit.hasMatch(); hit = number.match(whole, from)) {
+        const QString digits = hit.captured(1).rightJustified(100, '0');
+        whole.replace(hit.capturedStart(), hit.capturedLength(), digits);
+        from = hit.capturedStart() + digits.size();
+    }
+    return EventTextKey(whole.toStdString());
+}
+
 struct Rig : RuntimeProject
 {
     Rig() : RuntimeProject(nodes)
@@ -106,7 +122,7 @@ struct Rig : RuntimeProject
             const auto key = [kind](const auto &e) {
                 return kind == ColumnInfo::ColumnLevel
                            ? std::to_string(int(e.level))
-                           : EventTextKey(kind == ColumnInfo::ColumnUser ? e.user : e.text);
+                           : filledKey(kind == ColumnInfo::ColumnUser ? e.user : e.text);
             };
             if (key(left) != key(right))
                 return isRising == (key(left) < key(right));
@@ -146,6 +162,7 @@ private slots:
     void textsAreOneLine_data();
     void textsAreOneLine();
     void textsStandInOrder();
+    void numbersInTextsStandByValue();
     void rowsHaveReadableColors_data();
     void rowsHaveReadableColors();
     void sourcesHaveColors_data();
@@ -284,6 +301,56 @@ void TestEventModel::textsStandInOrder()
                  qPrintable(rising[i]));
     QCOMPARE(EventTextKey("НАСОС Ё"), EventTextKey("насос ё"));
     QVERIFY(EventTextKey("\xff\xd0").find('\0') == std::string::npos); // broken UTF-8
+}
+
+// All that many texts with numbers in them make, beside keys whose numbers were filled up with
+// zeros.
+void TestEventModel::numbersInTextsStandByValue()
+{
+    EventTexts texts;
+    QStringList all{QString()};
+    const QStringList numbers{"0",
+                              "1",
+                              "2",
+                              "10",
+                              "007",
+                              "7",
+                              "99",
+                              "100",
+                              "20261122101500",
+                              "20261122101501",
+                              QString(30, '8'),
+                              QString(80, '4'),
+                              QString(80, '4') + '2',
+                              QString(81, '4'),
+                              "рядом"};
+    for (const char *begin : {"Насос ", "Бак ", "Бак 2, насос ", "Бак 10, насос ", ""}) {
+        for (const QString &number : numbers) {
+            for (const char *end : {"", " стоп", ".5", ".12", "中", " 3 из 12"})
+                all << begin + number + end;
+        }
+    }
+    for (const QString &text : qAsConst(all))
+        (void)texts.add(text.toStdString());
+    std::vector<std::pair<std::string, std::string>> keys;
+    for (EventTexts::Number text = 0; text < texts.count(); ++text) {
+        const std::string whole(texts.view(text));
+        keys.emplace_back(filledKey(whole), EventTextKey(whole));
+    }
+    std::vector<std::vector<int>> compared(keys.size()); // before places are known
+    for (EventTexts::Number one = 0; one < texts.count(); ++one) {
+        for (EventTexts::Number other = 0; other < texts.count(); ++other)
+            compared[one].push_back(texts.compare(one, other));
+    }
+    const auto &places = texts.places();
+    for (std::size_t one = 0; one < keys.size(); ++one) {
+        for (std::size_t other = 0; other < keys.size(); ++other) {
+            const bool isBefore = keys[one] < keys[other];
+            if ((places[one] < places[other]) != isBefore || (compared[one][other] < 0) != isBefore)
+                QFAIL(qPrintable(texts.string(EventTexts::Number(one)) + " | " +
+                                 texts.string(EventTexts::Number(other))));
+        }
+    }
 }
 
 void TestEventModel::rowsHaveReadableColors_data()
