@@ -6,8 +6,11 @@
 #include "editor/properties/links/LinksWindow.h"
 
 #include <QCheckBox>
+#include <QDataStream>
 #include <QDialogButtonBox>
+#include <QDropEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QtTest>
@@ -195,6 +198,29 @@ private slots:
         QCOMPARE(s.view.model()->rowCount(), 0);
         s.view.search("");
         QCOMPARE(s.rows(), all);
+    }
+
+    void movesNothingThatIsDroppedOnIt()
+    {
+        Shown s;
+        QByteArray bytes;
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream << QString::number(s.signal->GetId());
+        QMimeData mime;
+        mime.setData("application/nodelink", bytes);
+        s.go("signal");
+        const QPoint at = s.view.visualRect(s.view.currentIndex()).center();
+        const Qt::DropActions offered = Qt::MoveAction | Qt::CopyAction;
+        const auto send = [&](QDropEvent &&event) {
+            event.setDropAction(Qt::MoveAction); // as a tree proposes
+            QCoreApplication::sendEvent(s.view.viewport(), &event);
+            QVERIFY(event.isAccepted());
+            QCOMPARE(event.dropAction(), Qt::CopyAction);
+        };
+        send(QDragEnterEvent(at, offered, &mime, Qt::LeftButton, Qt::NoModifier));
+        send(QDragMoveEvent(at, offered, &mime, Qt::LeftButton, Qt::NoModifier));
+        send(QDropEvent(at, offered, &mime, Qt::LeftButton, Qt::NoModifier));
+        QCOMPARE(textOf(*s.a, "signal"), idOf(s.signal));
     }
 
     void editsAListInItsWindow()

@@ -7,6 +7,7 @@
 
 #include "nodes/model/properties/PropertyDescriptor.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
@@ -97,6 +98,29 @@ void PropertyView::resizeEvent(QResizeEvent *event)
     header()->resizeSection(PropertyModel::ColumnName, int(m_nameShare * shared()));
     m_isFitting = false;
     QTreeView::resizeEvent(event);
+}
+
+// A tree offers to move what is dragged, for itself: what a property refers to stays where it is.
+void PropertyView::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    QTreeView::dragEnterEvent(event);
+}
+
+void PropertyView::dragMoveEvent(QDragMoveEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    QTreeView::dragMoveEvent(event);
+    if (event->isAccepted())
+        event->setDropAction(Qt::CopyAction);
+}
+
+void PropertyView::dropEvent(QDropEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    QTreeView::dropEvent(event);
+    if (event->isAccepted())
+        event->setDropAction(Qt::CopyAction);
 }
 
 void PropertyView::setNodes(const Nodes::NodeLinks &nodes)
