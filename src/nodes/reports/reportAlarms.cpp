@@ -26,7 +26,7 @@ public:
             return;
         m_journal = order.core->GetJournal().OpenReader();
         if (const systemAlarming *alarming = order.core->GetSystemAlarming())
-            m_reading.active = alarming->GetActiveAlarms();
+            m_reading.Take(*alarming);
     }
 
     ReportTablePtr Answer(const std::atomic<bool> &isCancelled) override

@@ -1,4 +1,5 @@
 #include "nodes/CoreFixture.h"
+#include "nodes/alarms/statistics/AlarmAreas.h"
 #include "nodes/alarms/statistics/AlarmMeasure.h"
 #include "nodes/alarms/statistics/AlarmStatisticsReading.h"
 #include "nodes/journal/EventJournal.h"
@@ -268,6 +269,74 @@ private slots:
         const AlarmFigures figures =
             figuresOf(entriesOf(entries), std::llround(hours * 3600) * second);
         QCOMPARE(::figure(figures, figure), expected);
+    }
+
+    void floodsAsTheStationSetsThem_data()
+    {
+        const Rows<int, int, int, qint64> row("above", "below", "floods", "seconds");
+        row("one less than it takes", 4, 2, 0, 0);
+        row("one more", 3, 2, 1, 600 + 30 - 40);
+        row("ends later", 3, 1, 1, 600 + 40 - 40);
+        row("ends with as many as begin it", 2, 9, 1, 600 + 30 - 30);
+        row("two at least", 0, 0, 1, 600 + 40 - 20);
+    }
+    void floodsAsTheStationSetsThem()
+    {
+        QFETCH(int, above);
+        QFETCH(int, below);
+        AlarmStatistics statistics({begin, begin + 4 * tenMinutes, 0, tenMinutes, tenMinutes,
+                                    FloodMeter::Limits{above, below}});
+        for (const BasicEvent &entry : entriesOf("+1@10 +2@20 +3@30 +4@40"))
+            statistics.Add(entry);
+        const AlarmFigures figures = statistics.GetFigures();
+        QTEST(int(figures.floods), "floods");
+        QTEST(qint64(figures.flood / second), "seconds");
+        QCOMPARE(figures.floodAbove, above);
+    }
+
+    void shiftsCountTheirOwn()
+    {
+        AlarmStatistics::Settings settings{begin, begin + 1000 * second};
+        settings.from = begin - 1000 * second;
+        settings.shifts = {{begin - 500 * second, begin + 100 * second, "A"},
+                           {begin + 100 * second, begin + 200 * second, "B"},
+                           {begin + 300 * second, begin + 9000 * second, "A"},
+                           {begin + 9000 * second, begin + 9900 * second, "B"}};
+        AlarmStatistics statistics(settings);
+        for (const BasicEvent &entry :
+             entriesOf("+1@-1 +2@0 +3@99.9 +4@100 +5@199 +6@250 +7@300 +8@999 +9@1001"))
+            statistics.Add(entry);
+        const std::vector<AlarmShift> shifts = statistics.GetFigures().shifts;
+        QCOMPARE(shifts.size(), std::size_t(3)); // the last one is no part of the period
+        QCOMPARE(shifts[0].begin, begin);
+        QCOMPARE(shifts[2].end, begin + 1000 * second);
+        for (const AlarmShift &shift : shifts)
+            QCOMPARE(shift.raised, std::uint64_t(2));
+    }
+
+    void areasAreAboveTheSignals_data()
+    {
+        const Rows<QStringList, QStringList> row("sources", "areas");
+        row("two", {"П/К1/T/H", "П/К2/T/H", "П/К2/P/L"}, {"П/К2 2", "П/К1 1"});
+        row("equal ones by name", {"П/Б/T/H", "П/А/T/H"}, {"П/А 1", "П/Б 1"});
+        row("one alarm of several signals' depth", {"П/К1/Насос/T/H", "П/К1/T/H"},
+            {"П/К1 1", "П/К1/Насос 1"});
+        row("in none", {"T/H", "", "H"}, {" 3"});
+        row("no alarms", {}, {});
+    }
+    void areasAreAboveTheSignals()
+    {
+        QFETCH(QStringList, sources);
+        AlarmFigures figures;
+        for (const QString &source : qAsConst(sources)) {
+            figures.alarms.emplace_back();
+            figures.alarms.back().source = source.toStdString();
+            figures.alarms.back().raised = 1;
+        }
+        QStringList areas;
+        for (const AlarmArea &area : AlarmAreasOf(figures))
+            areas << QString("%1 %2").arg(QString::fromStdString(area.name)).arg(area.raised);
+        QTEST(areas, "areas");
     }
 
     void agreesWithNaive()

@@ -28,7 +28,7 @@ namespace {
 constexpr Nodes::Timestamp second = 1000000;
 
 constexpr const char *station = R"(
-<station id="50" name="St"><alarming id="51" name="T"/><archiver id="52" name="A">
+<station id="50" name="St"><alarming id="51" name="T" floodBegin="3" floodEnd="9"/><shiftTable id="54" name="W" starts="00:00" names="круглые сутки"/><archiver id="52" name="A">
   <archiverSource id="53" name="S" signal="10"/></archiver></station>
 <memorySignal id="10" name="T" unit="°C"><alarmLimit id="11" name="H" type="H" limit="80"/></memorySignal>
 <memorySignal id="12" name="P"><alarmLimit id="13" name="L" type="L" limit="5" priority="1"/></memorySignal>
@@ -117,7 +117,9 @@ private slots:
     {
         const QByteArray text = HealthCsv::text(figures());
         QVERIFY(text.contains("\r\n\"Тревога \"\"11\"\"\",\"\",2,100,7,0,0,нет\r\n"));
-        QCOMPARE(text.count(",1\r\n"), 144); // a line for each ten minutes
+        QVERIFY(text.contains("\"\",144,3,1,1,1\r\n")); // of no area
+        const QByteArray series = text.mid(text.indexOf("Начало 10 минут"));
+        QCOMPARE(series.count(",1\r\n"), 144); // a line for each ten minutes
     }
 
     void pageShowsTheJournal()
@@ -137,6 +139,14 @@ private slots:
             (project.core.GetJournal().Flush(), page->refresh(), page->figures()->raised == 2));
         QCOMPARE(page->figures()->perPriority[0], std::uint64_t(1));
         QCOMPARE(page->nuisances()->model()->rowCount(), 2);
+        QVERIFY(page->rateTitle().endsWith("более 3, до менее 3"));
+        page->showBreakdown(HealthPage::ByArea);
+        QCOMPARE(page->breakdownBars().size(), std::size_t(1)); // both signals stand in one
+        QVERIFY(page->breakdownBars()[0].figure.startsWith("2 (100"));
+        page->showBreakdown(HealthPage::ByShift);
+        QVERIFY(!page->breakdownBars().empty());
+        QCOMPARE(page->breakdownBars()[0].name, QString("круглые сутки"));
+        QVERIFY(page->breakdownBars()[0].figure.startsWith("2 (100"));
         page->nuisances()->select(Nodes::NodeLink(11));
         page->refresh();
         QTRY_VERIFY(!page->isBusy());

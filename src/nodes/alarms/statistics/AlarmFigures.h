@@ -26,6 +26,15 @@ struct AlarmCount
     bool isStanding = false;       ///< the one that reaches the period's end is beyond a day
 };
 
+/// A shift, as far as it lies in a period.
+struct AlarmShift
+{
+    Timestamp begin = 0; ///< inclusive
+    Timestamp end = 0;   ///< exclusive
+    std::string name;
+    std::uint64_t raised = 0;
+};
+
 /// How the alarms of a period were, see AlarmStatistics. Plain value.
 struct AlarmFigures
 {
@@ -42,6 +51,8 @@ struct AlarmFigures
     std::uint32_t mostPerBin = 0;
     Timestamp mostAt = 0; ///< where those ten minutes began; 0: nothing was raised
 
+    int floodAbove = 10; ///< see FloodMeter::Limits
+    int floodBelow = 5;
     Timestamp flood = 0; ///< duration of all floods
     Timestamp longestFlood = 0;
     std::uint64_t floods = 0; ///< that began in the period
@@ -67,6 +78,8 @@ struct AlarmFigures
     Timestamp acknowledgeMost = 0; ///< 95 % were acknowledged within that
     std::uint64_t unacknowledged =
         0; ///< raised in the period, over or not, never acknowledged in it
+
+    std::vector<AlarmShift> shifts; ///< in the order of their times; none where they are not known
 
     std::uint64_t foreign = 0; ///< entries of other projects and stations, which are not in here
 };

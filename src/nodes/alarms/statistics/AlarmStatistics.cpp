@@ -42,12 +42,37 @@ bool isHiding(AlarmState state)
 
 } // namespace
 
-AlarmStatistics::AlarmStatistics(const Settings &settings) : m_settings(settings)
+AlarmStatistics::AlarmStatistics(const Settings &settings)
+    : m_settings(settings), m_floods(settings.floods)
 {
     m_figures.begin = settings.begin;
     m_figures.end = settings.end;
     const Timestamp span = std::max<Timestamp>(settings.end - settings.begin, 0);
     m_figures.perBin.resize(std::size_t((span + AlarmFigures::Bin - 1) / AlarmFigures::Bin));
+    m_figures.floodAbove = settings.floods.above;
+    m_figures.floodBelow = settings.floods.below;
+    prepareShifts();
+}
+
+void AlarmStatistics::prepareShifts()
+{
+    for (AlarmShift shift : m_settings.shifts) {
+        shift.begin = std::max(shift.begin, m_settings.begin);
+        shift.end = std::min(shift.end, m_settings.end);
+        shift.raised = 0;
+        if (shift.begin < shift.end)
+            m_figures.shifts.push_back(std::move(shift));
+    }
+}
+
+void AlarmStatistics::countShift(Timestamp at)
+{
+    auto &shifts = m_figures.shifts;
+    const auto next = std::upper_bound(
+        shifts.begin(), shifts.end(), at,
+        [](Timestamp time, const AlarmShift &shift) { return time < shift.begin; });
+    if (next != shifts.begin() && at < std::prev(next)->end)
+        ++std::prev(next)->raised;
 }
 
 void AlarmStatistics::Seed(const BasicEvent &alarm)
@@ -145,6 +170,7 @@ void AlarmStatistics::count(Track &track, const BasicEvent &entry, Timestamp at)
     if (!isInPeriod(at))
         return;
     ++m_figures.raised;
+    countShift(at);
     ++m_figures.perBin[std::size_t((at - m_settings.begin) / AlarmFigures::Bin)];
     if (entry.priority >= 1 && entry.priority <= AlarmFigures::Priorities)
         ++m_figures.perPriority[std::size_t(entry.priority - 1)];

@@ -31,6 +31,9 @@ public:
         Timestamp from = 0;  ///< entries are added from there on; 0: from begin
         Timestamp fleeting = Timestamp(10) * 1000000; ///< nobody acts within less
         Timestamp standing = Day;                     ///< beyond that an occurrence stands
+        FloodMeter::Limits floods = {};
+        /// In the order of their times; what lies outside of the period is cut off.
+        std::vector<AlarmShift> shifts = {};
     };
 
     explicit AlarmStatistics(const Settings &settings);
@@ -62,6 +65,8 @@ private:
     void follow(Track &track, const BasicEvent &entry, Timestamp at);
     void show(Track &track, const BasicEvent &entry, Timestamp at);
     void count(Track &track, const BasicEvent &entry, Timestamp at);
+    void prepareShifts();
+    void countShift(Timestamp at);
     void noteFlood(const FloodMeter::Flood &flood);
     void adopt(Track &track, const BasicEvent &entry, Timestamp at);
     void clear(Track &track, const BasicEvent &entry, Timestamp at);

@@ -1,5 +1,6 @@
 #include "nodes/alarms/statistics/AlarmStatisticsReading.h"
 
+#include "nodes/alarms/systemAlarming.h"
 #include "nodes/journal/JournalReader.h"
 
 #include <algorithm>
@@ -12,6 +13,13 @@ constexpr std::size_t page = 5000;
 
 } // namespace
 
+void AlarmStatisticsReading::Take(const systemAlarming &alarming)
+{
+    active = alarming.GetActiveAlarms();
+    floods.above = alarming.GetFloodBegin();
+    floods.below = std::min(alarming.GetFloodEnd(), floods.above);
+}
+
 Result AlarmStatisticsReading::Read(JournalReader &journal, const std::atomic<bool> &isCancelled,
                                     AlarmFigures &figures) const
 {
@@ -22,7 +30,7 @@ Result AlarmStatisticsReading::Read(JournalReader &journal, const std::atomic<bo
     if (const Result result = findBeginning(journal, from, first); !result)
         return result;
     const Timestamp counted = first > begin && first < end ? first : begin;
-    AlarmStatistics statistics({counted, end, from, fleeting, standing});
+    AlarmStatistics statistics({counted, end, from, fleeting, standing, floods, shifts});
     for (const BasicEvent &alarm : active)
         statistics.Seed(alarm);
     const Result result = readEntries(journal, from, isCancelled, statistics);

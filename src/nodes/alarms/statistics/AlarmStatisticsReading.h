@@ -13,6 +13,7 @@
 namespace Nodes {
 
 class JournalReader;
+class systemAlarming;
 
 /// Makes the statistics of a period from the journal, on a thread of the caller's own.
 struct NODES_EXPORT AlarmStatisticsReading
@@ -25,8 +26,13 @@ struct NODES_EXPORT AlarmStatisticsReading
     std::vector<BasicEvent> active;
     Timestamp fleeting = Timestamp(10) * 1000000; ///< see AlarmStatistics::Settings
     Timestamp standing = AlarmStatistics::Day;
+    FloodMeter::Limits floods;
+    std::vector<AlarmShift> shifts; ///< see AlarmStatistics::Settings
     /// So far before the period entries are read to learn how it began.
     Timestamp prelude = 31 * AlarmStatistics::Day;
+
+    /// Which alarms are up, and what the station calls a flood. GUI thread, before reading.
+    void Take(const systemAlarming &alarming);
 
     /// Told now and then how far it is, 0 to 1; may be empty.
     std::function<void(double)> onProgress;

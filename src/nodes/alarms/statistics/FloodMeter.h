@@ -3,26 +3,33 @@
 #include "nodes/NodesExport.h"
 #include "nodes/values/Timestamp.h"
 
-#include <array>
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace Nodes {
 
-/// Finds alarm floods: one begins with the alarm that makes more than ten within ten minutes and
-/// ends when there are fewer than five. Keeps the newest eleven times only, however many come.
+/// Finds alarm floods: one begins with the alarm that makes more than so many within ten minutes
+/// and ends when there are fewer than that. Keeps the newest times only, however many come.
 class NODES_EXPORT FloodMeter
 {
 public:
     static constexpr Timestamp Window = Timestamp(600) * 1000000;
-    static constexpr std::size_t Begins = 11; ///< alarms within the window
-    static constexpr std::size_t Lasts = 5;   ///< alarms within the window
+
+    /// Numbers of alarms within the window.
+    struct Limits
+    {
+        int above = 10; ///< more than these begin a flood; at least 1
+        int below = 5;  ///< fewer than these end it; 1 to `above`
+    };
 
     struct Flood
     {
         Timestamp begin = 0;
         Timestamp end = 0;
     };
+
+    explicit FloodMeter(Limits limits);
 
     /// An alarm was raised, not before what came earlier. Returns the flood that was over by then.
     std::optional<Flood> Add(Timestamp at);
@@ -34,9 +41,13 @@ public:
 
 private:
     /// Time of the n-th newest alarm, the newest being 1.
-    Timestamp newest(std::size_t n) const { return m_times[(m_next + Begins - n) % Begins]; }
+    Timestamp newest(std::size_t n) const
+    {
+        return m_times[(m_next + m_times.size() - n) % m_times.size()];
+    }
 
-    std::array<Timestamp, Begins> m_times{}; // ring; 0: none yet
+    std::size_t m_lasts;
+    std::vector<Timestamp> m_times; // ring; 0: none yet
     std::size_t m_next = 0;
     Timestamp m_since = 0;
 };

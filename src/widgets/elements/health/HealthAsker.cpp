@@ -15,7 +15,7 @@ HealthAsker::HealthAsker(QObject *parent) : QObject(parent)
 void HealthAsker::ask(Nodes::systemCore &core, Nodes::AlarmStatisticsReading reading)
 {
     if (const Nodes::systemAlarming *alarming = core.GetSystemAlarming())
-        reading.active = alarming->GetActiveAlarms();
+        reading.Take(*alarming);
     const Nodes::EventJournal *journal = &core.GetJournal();
     m_job.start([this, journal, reading = std::move(reading)](const std::atomic<bool> &isCancelled,
                                                               const WorkerJob::Progress &tell) {

@@ -4,6 +4,7 @@
 #include "widgets/dialogs/SaveFileQuestion.h"
 #include "widgets/elements/health/HealthText.h"
 
+#include "nodes/alarms/statistics/AlarmAreas.h"
 #include "nodes/alarms/statistics/AlarmMeasure.h"
 
 #include <QRunnable>
@@ -54,6 +55,25 @@ void addAlarms(QByteArray &text, const Nodes::AlarmFigures &figures)
     }
 }
 
+void addAreas(QByteArray &text, const Nodes::AlarmFigures &figures)
+{
+    text += "\r\nУчасток,Тревог,Разных,Дребезжащих,Мимолётных,Стоящих\r\n";
+    for (const Nodes::AlarmArea &area : Nodes::AlarmAreasOf(figures)) {
+        text += quoted(area.name) + ',' + QByteArray::number(quint64(area.raised));
+        for (const std::size_t count : {area.alarms, area.chattering, area.fleeting, area.standing})
+            text += ',' + QByteArray::number(quint64(count));
+        text += "\r\n";
+    }
+}
+
+void addShifts(QByteArray &text, const Nodes::AlarmFigures &figures)
+{
+    text += "\r\nСмена,Начало,Конец,Тревог\r\n";
+    for (const Nodes::AlarmShift &shift : figures.shifts)
+        text += quoted(shift.name) + ',' + CsvRows::time(shift.begin) + ',' +
+                CsvRows::time(shift.end) + ',' + QByteArray::number(quint64(shift.raised)) + "\r\n";
+}
+
 class Writing : public QRunnable
 {
 public:
@@ -96,6 +116,8 @@ QByteArray HealthCsv::text(const Nodes::AlarmFigures &figures)
             "\r\n\r\n";
     addMeasures(text, figures);
     addAlarms(text, figures);
+    addAreas(text, figures);
+    addShifts(text, figures);
     text += "\r\nНачало 10 минут,Тревог\r\n";
     for (std::size_t i = 0; i < figures.perBin.size(); ++i)
         text += CsvRows::time(figures.begin + Nodes::Timestamp(i) * Nodes::AlarmFigures::Bin) +

@@ -4,7 +4,7 @@
 #include "widgets/dialogs/DialogLook.h"
 #include "widgets/dialogs/Dialogs.h"
 #include "widgets/dialogs/SaveFileQuestion.h"
-#include "widgets/elements/health/BarsChart.h"
+#include "widgets/elements/health/ChoiceButtons.h"
 #include "widgets/elements/health/HealthBar.h"
 #include "widgets/elements/health/HealthBars.h"
 #include "widgets/elements/health/HealthCsv.h"
@@ -14,6 +14,7 @@
 #include "widgets/elements/health/RateChart.h"
 #include "widgets/eventlist/DateIntervalWidget.h"
 
+#include "nodes/reports/time/shiftTable.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
 
@@ -115,13 +116,21 @@ QWidget *HealthPage::buildRight()
     auto *layout = new QVBoxLayout(right);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
-    layout->addWidget(title(QStringLiteral("Тревог за 10 минут; штриховая черта — 10")));
+    m_rateTitle = title(QStringLiteral("Тревог за 10 минут; штриховая черта — 10"));
+    m_breakdowns = new ChoiceButtons({{ByAlarm, QStringLiteral("Десять самых частых")},
+                                      {ByArea, QStringLiteral("По участкам")},
+                                      {ByShift, QStringLiteral("По сменам")}},
+                                     right);
+    m_breakdowns->choose(ByAlarm);
+    connect(m_breakdowns, &ChoiceButtons::pressed, this,
+            [this](int id) { showBreakdown(Breakdown(id)); });
+    layout->addWidget(m_rateTitle);
     layout->addWidget(m_rate, 3);
-    layout->addWidget(title(QStringLiteral("Десять самых частых")));
+    layout->addWidget(m_breakdowns, 0, Qt::AlignLeft);
     layout->addWidget(m_top, 4);
     layout->addWidget(m_nuisances, 5);
     connect(m_top, &BarsChart::pressed, this, [this](int bar) {
-        if (!m_figures || bar >= int(m_figures->alarms.size()))
+        if (!m_figures || m_breakdown != ByAlarm || bar >= int(m_figures->alarms.size()))
             return;
         m_nuisances->show(NuisanceModel::Frequent);
         m_nuisances->select(m_figures->alarms[std::size_t(bar)].alarm);
@@ -168,6 +177,8 @@ void HealthPage::refresh()
         return tell(QStringLiteral("Период ещё не наступил"));
     reading.fleeting = m_settings.fleeting;
     reading.standing = m_settings.standing;
+    reading.shifts = HealthPeriod::shiftsOf(Nodes::shiftTable::PlanOf(m_core->GetNodesCollection()),
+                                            reading.begin, reading.end);
     m_asker.ask(*m_core, std::move(reading));
     if (!m_figures)
         m_bar->setProgress(0);
@@ -231,9 +242,34 @@ void HealthPage::showFigures()
     m_measures->setMeasures(measures);
     m_rate->setBars(figures.begin, Nodes::AlarmFigures::Bin, figures.perBin);
     m_priorities->setBars(PriorityBars(figures));
-    m_top->setBars(TopTenBars(figures));
+    m_top->setBars(breakdownBars());
+    m_rateTitle->setText(
+        QStringLiteral("Тревог за 10 минут; штриховая черта — 10; лавина: более %1, до менее %2")
+            .arg(figures.floodAbove)
+            .arg(figures.floodBelow));
     m_nuisances->setFigures(m_figures);
     tellInterval();
+}
+
+QString HealthPage::rateTitle() const
+{
+    return m_rateTitle->text();
+}
+
+std::vector<BarsChart::Bar> HealthPage::breakdownBars() const
+{
+    if (!m_figures)
+        return {};
+    return m_breakdown == ByArea    ? AreaBars(*m_figures)
+           : m_breakdown == ByShift ? ShiftBars(*m_figures)
+                                    : TopTenBars(*m_figures);
+}
+
+void HealthPage::showBreakdown(Breakdown breakdown)
+{
+    m_breakdown = breakdown;
+    m_breakdowns->choose(breakdown);
+    m_top->setBars(breakdownBars());
 }
 
 void HealthPage::tellInterval()

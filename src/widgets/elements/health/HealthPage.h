@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/elements/health/BarsChart.h"
 #include "widgets/elements/health/HealthAsker.h"
 #include "widgets/elements/health/HealthPeriod.h"
 #include "widgets/elements/health/NuisanceList.h"
@@ -17,7 +18,7 @@ class systemCore;
 
 namespace Widgets {
 
-class BarsChart;
+class ChoiceButtons;
 class HealthBar;
 class HealthCsv;
 class MeasureModel;
@@ -56,9 +57,15 @@ public:
     bool isBusy() const { return m_asker.isBusy(); }
     const AlarmFiguresPtr &figures() const { return m_figures; }
 
+    /// What the bars tell of.
+    enum Breakdown { ByAlarm, ByArea, ByShift };
+    void showBreakdown(Breakdown breakdown);
+
     NuisanceList *nuisances() const { return m_nuisances; }
     HealthBar *bar() const { return m_bar; }
     MeasureModel *measures() const { return m_measures; }
+    QString rateTitle() const;
+    std::vector<BarsChart::Bar> breakdownBars() const;
 
 private:
     QWidget *buildLeft();
@@ -85,6 +92,9 @@ private:
     RateChart *m_rate = nullptr;
     BarsChart *m_priorities = nullptr;
     BarsChart *m_top = nullptr;
+    QLabel *m_rateTitle = nullptr;
+    ChoiceButtons *m_breakdowns = nullptr;
+    Breakdown m_breakdown = ByAlarm;
     NuisanceList *m_nuisances = nullptr;
     HealthCsv *m_csv;
     AlarmFiguresPtr m_figures;

@@ -2,9 +2,16 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/alarms/statistics/AlarmFigures.h"
 #include "nodes/values/Timestamp.h"
 
 #include <QString>
+
+#include <vector>
+
+namespace Nodes {
+class ShiftPlan;
+}
 
 namespace Widgets {
 
@@ -23,6 +30,10 @@ struct WIDGETS_EXPORT HealthPeriod
     Nodes::Timestamp begin(Nodes::Timestamp now) const;
     /// Not after the present.
     Nodes::Timestamp end(Nodes::Timestamp now) const;
+
+    /// The shifts that touch those times, whole, in their order.
+    static std::vector<Nodes::AlarmShift> shiftsOf(const Nodes::ShiftPlan &plan,
+                                                   Nodes::Timestamp begin, Nodes::Timestamp end);
 };
 
 } // namespace Widgets
