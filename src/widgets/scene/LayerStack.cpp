@@ -33,7 +33,9 @@ Nodes::ConfigNode *LayerStack::topmostNode() const
 // next layer slides into the place just looked at and is passed over. Pasting relies on it.
 QList<ProxyLayer *> LayerStack::highest() const
 {
-    QList<ProxyLayer *> top = m_layers;
+    QList<ProxyLayer *> top;
+    std::copy_if(m_layers.begin(), m_layers.end(), std::back_inserter(top),
+                 [](const ProxyLayer *layer) { return layer->isHome(); });
     if (top.isEmpty())
         return top;
     ProxyLayer *maximum = top.first();

@@ -180,6 +180,7 @@ ProxyWidget *ProxyLayer::addWidget(Nodes::NodeLink link)
     auto *host = new ProxyWidget(link, this, Qt::WindowFlags(), m_context);
     connect(host, &ProxyWidget::copyWidget, this, &ProxyLayer::copyWidget);
     m_hosts.insert(link.GetNodeId(), host);
+    host->setPickable(m_isEnabled);
     host->setTypeFrame(static_cast<ProxyWidget::TypeFrame>(m_frameType));
     // An element added while its scene is shown appears selected; those of a scene being built
     // do not.
@@ -275,14 +276,10 @@ void ProxyLayer::setTransparency(bool on)
 
 void ProxyLayer::setEnabledItems(bool on)
 {
+    m_isEnabled = on;
     const QList<ProxyWidget *> hosts = getWidgets();
-    for (ProxyWidget *host : hosts) {
-        const Nodes::BasicWidget *node = on ? host->getNode() : nullptr;
-        if (on && !node)
-            continue;
-        host->setFlag(ItemIsSelectable, node && node->isSelectable());
-        host->setFlag(ItemIsMovable, node && node->isMovable());
-    }
+    for (ProxyWidget *host : hosts)
+        host->setPickable(on);
 }
 
 void ProxyLayer::setTypeFrame(int type)

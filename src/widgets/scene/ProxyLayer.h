@@ -54,7 +54,8 @@ public:
     ProxyWidget *addWidget(Nodes::NodeLink link);
     void onNodeRemoved(Nodes::NodeLink link);
 
-    /// Whether the elements can be picked and moved, as far as their nodes allow it.
+    /// Whether the elements, also those that come later, can be picked and moved, as far as their
+    /// nodes allow it.
     void setEnabledItems(bool on);
     /// Elements below a transparent layer can be picked in the editor.
     bool transparency() const { return m_isTransparent; }
@@ -107,6 +108,7 @@ private:
     SceneContextPtr m_context; // for the elements
     int m_frameType = 1;
     bool m_isTransparent = true;
+    bool m_isEnabled = true;
     bool m_isRestackDue = false;
     bool m_isBuilt = false; // the elements present at construction are hosted
     QMultiHash<unsigned long, QPointer<ProxyWidget>> m_hosts; // by id of the element's node

@@ -86,6 +86,8 @@ void ProxyScene::addLayers(const QList<ProxyLayer *> &layers)
         if (layer->scene() != this)
             addItem(layer);
         connect(layer, &ProxyLayer::propertyChange, this, &ProxyScene::updateZOrder);
+        connect(layer, &ProxyLayer::transparencyChanged, this, &ProxyScene::updateZOrder);
+        connect(layer, &ProxyLayer::visibleChanged, this, &ProxyScene::updateZOrder);
         connect(layer, &ProxyLayer::copyWidget, this, &ProxyScene::onCopyToBuffer);
     }
     m_layers.append(layers);

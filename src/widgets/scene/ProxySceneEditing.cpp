@@ -53,6 +53,7 @@ void ProxyScene::takeContext()
     if (!isEditing())
         m_editor.reset();
     for (ProxyLayer *layer : m_layers.all()) {
+        layer->setEnabledItems(true);
         const QList<ProxyWidget *> hosts = layer->getWidgets();
         for (ProxyWidget *host : hosts)
             host->takeContext();

@@ -172,14 +172,14 @@ void ProxyWidget::takeFlags(const Nodes::BasicWidget &node)
 
 void ProxyWidget::takeMovable(const Nodes::BasicWidget &node)
 {
-    setFlag(ItemIsMovable, node.isMovable());
+    setFlag(ItemIsMovable, m_isPickable && node.isMovable());
     if (m_editor)
         m_editor->takeMovable(node.isMovable());
 }
 
 void ProxyWidget::takeSelectable(const Nodes::BasicWidget &node)
 {
-    setFlag(ItemIsSelectable, node.isSelectable());
+    setFlag(ItemIsSelectable, m_isPickable && node.isSelectable());
     setAcceptDrops(node.isSelectable());
     setFocusPolicy(node.isSelectable() ? Qt::ClickFocus : Qt::NoFocus);
 }

@@ -69,6 +69,8 @@ public:
     /// Hides or disables the element as the rights of the current user demand.
     void judgeAccess();
     void setTypeFrame(TypeFrame type);
+    /// Whether the layer lets the element be selected and moved, as far as its node allows it.
+    void setPickable(bool on);
     /// Brings the marks of the editor in line with the item's selection and place.
     void setFrame();
     /// Puts the editor's border around the rectangle; an empty one means the present geometry.
@@ -168,6 +170,7 @@ private:
     DirectPainting *m_direct = nullptr; // the element, when it paints without a widget's machinery
     std::unique_ptr<ElementEditor> m_editor; // null at run time
     TypeFrame m_frameType = FrameOutside;
+    bool m_isPickable = true;
     Utils::NodeRelay m_relay;
 };
 

@@ -115,6 +115,16 @@ QUndoCommand *ProxyWidget::getGeometryChangeCommand(QUndoCommand *parent)
     return editor().geometryChange(parent);
 }
 
+void ProxyWidget::setPickable(bool on)
+{
+    const Nodes::BasicWidget *node = getNode();
+    m_isPickable = on;
+    if (on && !node)
+        return;
+    setFlag(ItemIsSelectable, on && node->isSelectable());
+    setFlag(ItemIsMovable, on && node->isMovable());
+}
+
 void ProxyWidget::takeRefusal()
 {
     editor().takeRefusal();

@@ -68,6 +68,10 @@ void ProxyWidget::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (!m_context->isRuntime()) {
         QGraphicsItem::mousePressEvent(event);
+        // One that is not movable would leave it to the rubber band, which ends the selection that
+        // the menu is asked for.
+        if (event->button() == Qt::RightButton && (flags() & ItemIsSelectable))
+            event->accept();
         if (EditedScene *edited = isSelected() ? editedScene() : nullptr)
             edited->takePressed(*this);
         return;

@@ -109,12 +109,12 @@ void SceneEditor::createActions()
 
 void SceneEditor::takeOrder()
 {
-    for (ProxyLayer *layer : m_layers.all())
-        layer->setEnabledItems(false);
     const QList<ProxyLayer *> sorted = m_layers.sorted();
-    for (int i = 0; i < sorted.size(); ++i) {
-        const bool isTop = i + 1 == sorted.size();
-        sorted[i]->setEnabledItems(isTop || sorted[i + 1]->transparency());
+    // Each is told once: what can be picked before and after stays selected.
+    for (ProxyLayer *layer : m_layers.all()) {
+        const int place = sorted.indexOf(layer);
+        const bool isTop = place + 1 == sorted.size();
+        layer->setEnabledItems(place >= 0 && (isTop || sorted[place + 1]->transparency()));
     }
     if (!sorted.isEmpty())
         m_newElements.fillMenu(*sorted.last()->getNode());
