@@ -150,15 +150,15 @@ void tst_report_expressions::errors_data()
     QTest::addColumn<QString>("error");
 
     QTest::newRow("no source") << "$D{c.x}"
-                               << "no data source \"c\"";
+                               << "нет источника данных «c»";
     QTest::newRow("no column") << "$D{b.x}"
-                               << "no column \"x\"";
+                               << "нет столбца «x»";
     QTest::newRow("no point") << "$D{bx}"
-                              << "is no \"source.column\"";
+                              << "не «источник.столбец»";
     QTest::newRow("no variable") << "$V{x}"
-                                 << "no variable \"x\"";
+                                 << "нет переменной «x»";
     QTest::newRow("in a script") << "$S{1 + $D{b.x}}"
-                                 << "no column \"x\"";
+                                 << "нет столбца «x»";
     QTest::newRow("syntax") << "$S{1 +}"
                             << "SyntaxError";
     QTest::newRow("thrown") << "$S{null.x}"
@@ -168,9 +168,9 @@ void tst_report_expressions::errors_data()
     QTest::newRow("unknown function") << "$S{open('/etc/passwd')}"
                                       << "ReferenceError";
     QTest::newRow("getField") << "$S{getField('b.x')}"
-                              << "no column \"x\"";
+                              << "нет столбца «x»";
     QTest::newRow("aggregate without band") << "$S{SUM($D{b.count})}"
-                                            << "name of a band";
+                                            << "названия полосы";
     QTest::newRow("recursion") << "$S{(function f() { return f() + 1; })()}"
                                << "RangeError";
     QTest::newRow("huge text") << "$S{'x'.repeat(2000000000)}"
@@ -192,7 +192,7 @@ void tst_report_expressions::errors()
         QCOMPARE(expanded.text, "a " + content + " (!)");
         QCOMPARE(expanded.errors.size(), 1);
         QVERIFY2(expanded.errors.first().contains(error), qPrintable(expanded.errors.first()));
-        QVERIFY(expanded.errors.first().startsWith("band \"Rows\", item \"Text7\": "));
+        QVERIFY(expanded.errors.first().startsWith("полоса «Rows», элемент «Text7»: "));
     }
     QCOMPARE(scope.errors().texts().size(), 1);
     QVERIFY(scope.errors().texts().first().endsWith("(2 times)"));
@@ -257,14 +257,14 @@ void tst_report_expressions::wildScripts_data()
     QTest::addColumn<QString>("error");
 
     QTest::newRow("loop") << "while (true) {}"
-                          << "did not end in time";
+                          << "не закончился вовремя";
     QTest::newRow("loop that catches") << "while (true) { try { while (true) {} } catch (e) {} }"
-                                       << "did not end in time";
+                                       << "не закончился вовремя";
     QTest::newRow("loop in what makes the text") << "({toString: function () { while (true) {} }})"
-                                                 << "did not end in time";
+                                                 << "не закончился вовремя";
     QTest::newRow("memory")
         << "var a = []; while (true) a.push(new Array(1000).join('abc' + a.length))"
-        << "took too much memory";
+        << "не хватило памяти";
 }
 
 void tst_report_expressions::wildScripts()
@@ -272,7 +272,7 @@ void tst_report_expressions::wildScripts()
     QFETCH(QString, script);
     QFETCH(QString, error);
     ScriptLimits limits;
-    const bool isOfMemory = error.contains("memory");
+    const bool isOfMemory = error.contains("памяти");
     limits.time = std::chrono::milliseconds(isOfMemory ? 60000 : 50);
     limits.bytes = std::size_t(isOfMemory ? 32 : 1024) << 20;
     ReportScope scope(boiler());
@@ -422,7 +422,7 @@ void tst_report_expressions::partialSumsAreMarked()
     }
     QCOMPARE(expander.expand(content, scope).text, QString("1.5 ?|15|—|0|01.03.2026 07:30:05|—"));
     const QStringList errors = expander.expand("$S{SUM($D{b.flag},\"R\")}", scope).errors;
-    QVERIFY(errors.first().contains("can't be asked for"));
+    QVERIFY(errors.first().contains("спросить нельзя"));
 }
 
 void tst_report_expressions::headersAndRunningTotals()
@@ -476,7 +476,7 @@ void tst_report_expressions::linkedRows()
     }
     QCOMPARE(told, QStringList({"1:6", "2:5", "2:7"}));
     QCOMPARE(scope.rowCount("wrong"), 0);
-    QVERIFY(scope.errors().texts().first().contains("column \"no\""));
+    QVERIFY(scope.errors().texts().first().contains("столбец «no»"));
 }
 
 QTEST_GUILESS_MAIN(tst_report_expressions)

@@ -219,7 +219,7 @@ void tst_report_items::barcodeKinds()
     const QVariantMap properties{{"content", content}, {"barcodeType", type}, {"hideText", true}};
     const Painted code("BarcodeItem", properties);
     if (isLatinOnly) { // a Cyrillic letter that looks Latin is told, not left out
-        QVERIFY(code.error().contains("is no content of this bar code"));
+        QVERIFY(code.error().contains("этим штрихкодом не записать"));
         return;
     }
     QCOMPARE(code.error(), QString());
@@ -248,13 +248,13 @@ void tst_report_items::barcodeFaults_data()
 
     QTest::newRow("type") << "999"
                           << "1"
-                          << "\"999\" is not known";
+                          << "штрихкода «999»";
     QTest::newRow("name") << "Strich"
                           << "1"
-                          << "\"Strich\" is not known";
+                          << "неизвестный вид штрихкода «Strich»";
     QTest::newRow("nothing") << "CODE128"
                              << ""
-                             << "of nothing";
+                             << "нет данных";
     QTest::newRow("check digit") << "EAN13"
                                  << "4601234567890"
                                  << "check digit";
@@ -263,14 +263,14 @@ void tst_report_items::barcodeFaults_data()
                              << "nvalid character";
     QTest::newRow("digits missing") << "EAN13"
                                     << "12"
-                                    << "13 digits";
-    QTest::newRow("too long") << "QR" << QString(9000, 'x') << "too many";
+                                    << "не 13 цифр";
+    QTest::newRow("too long") << "QR" << QString(9000, 'x') << "слишком много";
     QTest::newRow("too long for the code") << "EAN8"
                                            << "123456789"
-                                           << "8 digits";
+                                           << "не 8 цифр";
     QTest::newRow("missing value") << "QR"
                                    << "$D{hours.nothing}"
-                                   << "of nothing";
+                                   << "нет данных";
 }
 
 void tst_report_items::barcodeFaults()
@@ -280,7 +280,7 @@ void tst_report_items::barcodeFaults()
     QFETCH(QString, error);
     Painted code("BarcodeItem", {{"content", content}, {"barcodeType", type}});
     QVERIFY2(code.error().contains(error), qPrintable(code.error()));
-    QVERIFY(code.scope.errors().texts().join('\n').contains("band \"Band\", item \"Item\""));
+    QVERIFY(code.scope.errors().texts().join('\n').contains("полоса «Band», элемент «Item»"));
 }
 
 void tst_report_items::chartsShowTheirSeries_data()
@@ -326,12 +326,13 @@ void tst_report_items::chartFaults_data()
     QTest::addColumn<QVariantMap>("properties");
     QTest::addColumn<QString>("error");
 
-    QTest::newRow("source") << chart(4, "x", "", {"t"}) << "no data source \"x\"";
-    QTest::newRow("column") << chart(4, "hours", "", {"x"}) << "no column \"x\"";
-    QTest::newRow("axis") << chart(4, "hours", "x", {"t"}) << "no column \"x\"";
-    QTest::newRow("type") << chart("Radar", "hours", "", {"t"}) << "\"Radar\" is not known";
-    QTest::newRow("series") << chart(4, "hours", "", {}) << "no series";
-    QTest::newRow("pie with a gap") << chart(0, "hours", "label", {"t"}) << "missing or negative";
+    QTest::newRow("source") << chart(4, "x", "", {"t"}) << "нет источника данных «x»";
+    QTest::newRow("column") << chart(4, "hours", "", {"x"}) << "нет столбца «x»";
+    QTest::newRow("axis") << chart(4, "hours", "x", {"t"}) << "нет столбца «x»";
+    QTest::newRow("type") << chart("Radar", "hours", "", {"t"})
+                          << "неизвестный вид диаграммы «Radar»";
+    QTest::newRow("series") << chart(4, "hours", "", {}) << "ни одного ряда";
+    QTest::newRow("pie with a gap") << chart(0, "hours", "label", {"t"}) << "отсутствующих";
 }
 
 void tst_report_items::chartFaults()
@@ -383,21 +384,21 @@ void tst_report_items::drawings_data()
     QTest::newRow("used once") << head +
                                       "<g id='a'><path d='M0 0'/></g><use xlink:href='#a'/></svg>"
                                << "";
-    QTest::newRow("empty") << QByteArray() << "no XML";
-    QTest::newRow("torn") << redBox.left(60) << "no XML";
-    QTest::newRow("other") << QByteArray("<html/>") << "no SVG";
+    QTest::newRow("empty") << QByteArray() << "не XML";
+    QTest::newRow("torn") << redBox.left(60) << "не XML";
+    QTest::newRow("other") << QByteArray("<html/>") << "не SVG";
     QTest::newRow("file") << head + "<image xlink:href='/etc/hostname'/></svg>"
-                          << "another file";
+                          << "другой файл";
     QTest::newRow("entities") << "<!DOCTYPE svg [<!ENTITY a 'b'>]>" + head + "&a;</svg>"
-                              << "entities";
+                              << "сущности";
     QTest::newRow("nested references")
         << head + "<g id='a'><use xlink:href='#b'/></g><g id='b'/><use xlink:href='#a'/></svg>"
-        << "references in";
+        << "ссылки ведут";
     QTest::newRow("deep") << head + QByteArray("<g>").repeated(200) +
                                  QByteArray("</g>").repeated(200) + "</svg>"
-                          << "nested more";
+                          << "вложенность больше";
     QTest::newRow("large") << head + QByteArray(9 << 20, ' ') + "</svg>"
-                           << "larger than";
+                           << "он больше";
 }
 
 void tst_report_items::drawings()

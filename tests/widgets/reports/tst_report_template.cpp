@@ -105,21 +105,20 @@ private slots:
         QTest::addColumn<QString>("xml");
         QTest::addColumn<QString>("told");
         const QString good = report({page({band("Data", "d", 100, {item("x")})})});
-        QTest::newRow("nothing") << QString() << "line";
-        QTest::newRow("cut off") << good.left(good.size() - 20) << "line";
+        QTest::newRow("nothing") << QString() << "строка";
+        QTest::newRow("cut off") << good.left(good.size() - 20) << "строка";
         QTest::newRow("another root") << "<html><body/></html>"
                                       << "<Report>";
-        QTest::newRow("no page") << report({}) << "no page";
+        QTest::newRow("no page") << report({}) << "нет страниц";
         QTest::newRow("a square kilometre")
-            << QString(good).replace("width=\"2100\"", "width=\"10000000\"") << "mm";
+            << QString(good).replace("width=\"2100\"", "width=\"10000000\"") << "мм";
         QTest::newRow("margins take all")
-            << report({page({}, TemplateText::property("leftMargin", "qreal", "300"))})
-            << "margins";
+            << report({page({}, TemplateText::property("leftMargin", "qreal", "300"))}) << "поля";
         QTest::newRow("nested without end")
             << "<Report><object ClassName=\"R\">" + QString("<a Type=\"Object\">").repeated(5000)
-            << "nested";
+            << "вложенность";
         QTest::newRow("a million bands")
-            << report({page({QString("<item/>").repeated(200000)})}) << "objects";
+            << report({page({QString("<item/>").repeated(200000)})}) << "объектов больше";
         QTest::newRow("entities that multiply")
             << withType("<!DOCTYPE r [<!ENTITY a \"xxxxxxxxxx\">"
                         "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c "
@@ -127,7 +126,7 @@ private slots:
                         "<!ENTITY d \"&c;&c;&c;&c;&c;&c;&c;&c;\">]>",
                         report({page(
                             {band("Data", "d", 100, {item("x")}, "<t Type=\"QString\">&d;</t>")})}))
-            << "entit";
+            << "сущности";
     }
 
     void refused()
@@ -152,7 +151,7 @@ private slots:
                      report({page({band("Data", "d", 100, {item("T")})})}).replace(">T<", ">&s;<")),
             error);
         QVERIFY(!made); // nor is its text dropped silently
-        QVERIFY2(error.contains("document type"), qPrintable(error));
+        QVERIFY2(error.contains("тип документа"), qPrintable(error));
     }
 
     void picturesInRichText()

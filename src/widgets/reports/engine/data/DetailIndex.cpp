@@ -42,8 +42,8 @@ QVector<int> DetailIndex::columnsOf(const DataSource &source, const QString &nam
         columns.append(source.column(column));
         if (columns.last() < 0)
             m_errors.append(
-                QStringLiteral("data source \"%1\": the link names column \"%2\" of \"%3\", "
-                               "which has none; correct the template")
+                QStringLiteral("источник данных «%1»: связь называет столбец «%2» в «%3», "
+                               "а его нет; исправьте шаблон")
                     .arg(m_link.name, column, name));
     }
     return columns;

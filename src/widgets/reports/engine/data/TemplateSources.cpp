@@ -29,8 +29,8 @@ DetailLink readLink(const QVariantMap &properties, QStringList &errors)
     if (isWhole)
         return link;
     errors.append(
-        QStringLiteral("data source \"%1\": a link needs master, child and fieldsCorrelation "
-                       "with master and detail of each pair; add them to the template")
+        QStringLiteral("источник данных «%1»: для связи нужны master, child и fieldsCorrelation "
+                       "с master и detail каждой пары; добавьте их в шаблон")
             .arg(link.name));
     return DetailLink();
 }
@@ -65,9 +65,10 @@ TemplateSources TemplateSources::read(const QVariantMap &properties)
             continue;
         told.links.append(link);
         if (isCircle(told.links, link.name)) {
-            told.errors.append(QStringLiteral("data source \"%1\": its masters lead back to it; "
-                                              "correct the template")
-                                   .arg(link.name));
+            told.errors.append(
+                QStringLiteral("источник данных «%1»: его главные источники ведут к нему самому; "
+                               "исправьте шаблон")
+                    .arg(link.name));
             told.links.removeLast();
         }
     }

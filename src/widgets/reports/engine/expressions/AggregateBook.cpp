@@ -126,8 +126,7 @@ AggregateValue AggregateBook::value(const AggregateRequest &request, const Repor
         band == m_part->bands.constEnd() ? -1 : band->expressions.indexOf(request.expression);
     if (index < 0) {
         AggregateValue refused;
-        refused.error =
-            QStringLiteral("an aggregate of band \"%1\" can't be asked for here").arg(request.band);
+        refused.error = QStringLiteral("итог полосы «%1» здесь спросить нельзя").arg(request.band);
         return refused;
     }
     const ContentPlace &place = scope.place();

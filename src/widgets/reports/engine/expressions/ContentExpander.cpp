@@ -34,8 +34,8 @@ QString placed(const ContentPlace &place, const QString &expression, const QStri
         shown = shown.left(shownCode) + QStringLiteral("...");
     const QString where =
         place.item.isEmpty()
-            ? QStringLiteral("band \"%1\"").arg(place.band)
-            : QStringLiteral("band \"%1\", item \"%2\"").arg(place.band, place.item);
+            ? QStringLiteral("полоса «%1»").arg(place.band)
+            : QStringLiteral("полоса «%1», элемент «%2»").arg(place.band, place.item);
     return QStringLiteral("%1: %2: %3").arg(where, shown, error);
 }
 
@@ -184,7 +184,7 @@ QVariant ContentExpander::value(const QString &expression, ReportScope &scope,
 QString ContentExpander::runInitScript(const QString &script, ReportScope &scope)
 {
     const QString error = m_part->runner().runGlobal(script, scope);
-    return error.isEmpty() ? error : QStringLiteral("script of the template: %1").arg(error);
+    return error.isEmpty() ? error : QStringLiteral("сценарий шаблона: %1").arg(error);
 }
 
 } // namespace LimeReport

@@ -109,7 +109,7 @@ Parsed parse(const QString &content, bool isHtml)
         if (end < 0) {
             if (isOne)
                 parsed.errors.append(
-                    QStringLiteral("\"%1\" has no closing brace; correct the template")
+                    QStringLiteral("у «%1» нет закрывающей скобки; исправьте шаблон")
                         .arg(content.mid(i, 40)));
             text += content.at(i++);
             continue;

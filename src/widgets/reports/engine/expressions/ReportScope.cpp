@@ -110,7 +110,7 @@ void ReportScope::setVariable(const QString &name, const QVariant &value)
 void ReportScope::addError(const QString &text)
 {
     const ContentPlace &at = m_position.place;
-    m_errors->add(QStringLiteral("band \"%1\", item \"%2\": %3").arg(at.band, at.item, text));
+    m_errors->add(QStringLiteral("полоса «%1», элемент «%2»: %3").arg(at.band, at.item, text));
 }
 
 void ReportScope::keepAggregate(const QString &key, const AggregateValue &value)

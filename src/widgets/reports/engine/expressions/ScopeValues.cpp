@@ -36,12 +36,11 @@ ScopeValue fieldOf(const ReportScope &scope, const QString &name)
         return found;
     }
     if (!known.isEmpty())
-        return refused(QStringLiteral("data source \"%1\" has no column \"%2\"")
+        return refused(QStringLiteral("в источнике данных «%1» нет столбца «%2»")
                            .arg(known, name.mid(known.size() + 1)));
     const int point = name.indexOf('.');
-    return refused(point < 0
-                       ? QStringLiteral("\"%1\" is no \"source.column\"").arg(name)
-                       : QStringLiteral("there is no data source \"%1\"").arg(name.left(point)));
+    return refused(point < 0 ? QStringLiteral("«%1» — не «источник.столбец»").arg(name)
+                             : QStringLiteral("нет источника данных «%1»").arg(name.left(point)));
 }
 
 ScopeValue variableOf(const ReportScope &scope, const QString &name)
@@ -55,7 +54,7 @@ ScopeValue variableOf(const ReportScope &scope, const QString &name)
     } else if (scope.hasVariable(name)) {
         found.value = scope.variable(name);
     } else {
-        return refused(QStringLiteral("there is no variable \"%1\"").arg(name));
+        return refused(QStringLiteral("нет переменной «%1»").arg(name));
     }
     return found;
 }

@@ -55,7 +55,7 @@ QVariant ScriptFunctions::numberFormat(const QVariant &value, const QString &for
                                                                        : QVariant();
     const char letter = format.isEmpty() ? 'f' : format.at(0).toLatin1();
     if (!letter || !std::strchr("eEfgG", letter)) {
-        m_error = QStringLiteral("numberFormat knows e, f, g and \"%.2f\", not \"%1\"").arg(format);
+        m_error = QStringLiteral("numberFormat понимает e, f, g и «%.2f», но не «%1»").arg(format);
         return QVariant();
     }
     return localeOf(locale, plainNumbers())
@@ -107,7 +107,7 @@ QVariant ScriptFunctions::getVariable(const QString &name)
 void ScriptFunctions::setVariable(const QString &name, const QVariant &value)
 {
     if (name.isEmpty() || name.startsWith('#'))
-        m_error = QStringLiteral("setVariable can't set \"%1\"").arg(name);
+        m_error = QStringLiteral("setVariable не может задать «%1»").arg(name);
     else
         m_scope->setVariable(name, value);
 }

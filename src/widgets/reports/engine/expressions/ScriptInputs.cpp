@@ -13,7 +13,7 @@ ScopeValue aggregateOf(const AggregateRequest &request, ReportScope &scope,
 {
     ScopeValue result;
     if (!book) {
-        result.error = QStringLiteral("aggregates can't be asked for here");
+        result.error = QStringLiteral("итоги здесь спросить нельзя");
         return result;
     }
     const bool isAhead = scope.place().isAhead;

@@ -172,7 +172,7 @@ ScriptRunner::Outcome ScriptRunner::outcomeOf(const QJSValue &result)
     } else if (!result.isUndefined() && !result.isNull()) {
         const QString text = result.toString(); // of objects by their own function
         if (text.size() > longestText)
-            outcome.error = QStringLiteral("its text has more than %1 characters").arg(longestText);
+            outcome.error = QStringLiteral("в тексте больше %1 знаков").arg(longestText);
         else
             outcome.value = text;
     }
@@ -203,9 +203,9 @@ QString ScriptRunner::verdictText(ScriptWatchdog::Verdict verdict)
 {
     switch (verdict) {
     case ScriptWatchdog::Verdict::TooLong:
-        return QStringLiteral("the script did not end in time and is not run again");
+        return QStringLiteral("сценарий не закончился вовремя и больше не выполняется");
     case ScriptWatchdog::Verdict::TooLarge:
-        return QStringLiteral("the script took too much memory and is not run again");
+        return QStringLiteral("сценарию не хватило памяти, больше он не выполняется");
     case ScriptWatchdog::Verdict::Cancelled:
         return QStringLiteral("cancelled");
     case ScriptWatchdog::Verdict::Fine:

@@ -116,8 +116,8 @@ private:
             end < 0 ? QStringList() : argumentsOf(m_script.mid(bracket + 1, end - bracket - 2));
         const bool isCountOfRows = function == Aggregate::Count && arguments.size() == 1;
         if ((arguments.size() != 2 && !isCountOfRows) || !isLiteral(arguments.last())) {
-            m_source.error = QStringLiteral("\"%1\" wants an expression and the name of a band in "
-                                            "quotation marks; correct the template")
+            m_source.error = QStringLiteral("«%1» требует выражения и названия полосы в "
+                                            "кавычках; исправьте шаблон")
                                  .arg(m_script.mid(at, 40));
             return m_script.size();
         }

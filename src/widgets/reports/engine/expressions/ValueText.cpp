@@ -43,7 +43,7 @@ QString formattedTime(const QVariant &value, const QString &format, QString *err
     const QDateTime time = toDateTime(value);
     if (time.isValid())
         return format.isEmpty() ? usual(time) : time.toString(format);
-    *error = QStringLiteral("a value that is to be written as a date and time is none");
+    *error = QStringLiteral("значение, которое нужно записать как дату и время, — не дата");
     return usual(value);
 }
 
@@ -52,7 +52,7 @@ QString formattedNumber(const QVariant &value, const QString &format, QString *e
     const double number = toNumber(value);
     QString text;
     if (std::isnan(number))
-        *error = QStringLiteral("a value that is to be written as a number is none");
+        *error = QStringLiteral("значение, которое нужно записать как число, — не число");
     else if (format.isEmpty())
         return usual(number);
     else if (printNumber(format, number, &text, error))
@@ -109,10 +109,9 @@ bool printNumber(const QString &format, double number, QString *text, QString *e
         R"(^((?:[^%]|%%)*)%([-+ 0#]*)(\d{0,2})(\.\d{0,2})?(?:l|ll)?([difeEgG])((?:[^%]|%%)*)$)");
     const QRegularExpressionMatch match = one.match(format);
     if (!match.hasMatch()) {
-        *error =
-            QStringLiteral("the format \"%1\" is none of a number such as \"%.2f\"; correct the "
-                           "template")
-                .arg(format);
+        *error = QStringLiteral("«%1» — не формат числа, такой как «%.2f»; исправьте "
+                                "шаблон")
+                     .arg(format);
         return false;
     }
     QString conversion = match.captured(5);

@@ -90,15 +90,15 @@ ItemFault faultOf(const QString &type, const QString &content)
     const int digits = digitsOf(plain(type));
     const int bytes = content.toUtf8().size();
     if (BarcodeSymbol::typeOf(type) == 0)
-        return {QStringLiteral("bar code type \"%1\" is not known").arg(type),
+        return {QStringLiteral("неизвестный вид штрихкода «%1»").arg(type),
                 QStringLiteral("неизвестный вид штрихкода")};
     if (bytes == 0)
-        return {QStringLiteral("a bar code of nothing can't be drawn"),
+        return {QStringLiteral("для штрихкода нет данных"),
                 QStringLiteral("нет значения для штрихкода")};
     if (bytes > mostBytes)
-        return unfit(QStringLiteral("%1 bytes are too many for a bar code").arg(bytes));
+        return unfit(QStringLiteral("%1 байт для штрихкода слишком много").arg(bytes));
     if (digits > 0 && content.size() != digits && content.size() != digits - 1)
-        return unfit(QStringLiteral("\"%1\" has not the %2 digits of %3")
+        return unfit(QStringLiteral("в «%1» не %2 цифр, как нужно для %3")
                          .arg(content)
                          .arg(digits)
                          .arg(type));
@@ -144,7 +144,7 @@ BarcodeSymbol BarcodeSymbol::encode(const QString &type, const QString &content)
         encoded->eci = utf8Eci; // readers would guess the code page otherwise
     const auto *input = reinterpret_cast<const unsigned char *>(bytes.constData());
     if (ZBarcode_Encode(encoded.get(), input, bytes.size()) >= ZINT_ERROR) {
-        symbol.fault = unfit(QStringLiteral("\"%1\" is no content of this bar code: %2")
+        symbol.fault = unfit(QStringLiteral("«%1» этим штрихкодом не записать: %2")
                                  .arg(content.left(40), QString::fromUtf8(encoded->errtxt)));
         return symbol;
     }

@@ -50,7 +50,7 @@ QString ChartReader::text(const char *name) const
 
 void ChartReader::failColumn(const QString &name)
 {
-    m_fault = {QStringLiteral("data source \"%1\" has no column \"%2\"").arg(m_source, name),
+    m_fault = {QStringLiteral("в источнике данных «%1» нет столбца «%2»").arg(m_source, name),
                QStringLiteral("нет столбца данных «%1»").arg(name)};
 }
 
@@ -60,7 +60,7 @@ ChartData ChartReader::read(ItemFault *fault)
     m_data.title = text("chartTitle");
     m_data.hasLegend = m_properties.value(QStringLiteral("showLegend"), true).toBool();
     if (m_data.type < 0)
-        m_fault = {QStringLiteral("chart type \"%1\" is not known").arg(text("chartType")),
+        m_fault = {QStringLiteral("неизвестный вид диаграммы «%1»").arg(text("chartType")),
                    QStringLiteral("неизвестный вид диаграммы")};
     else if (findSource())
         readAxis();
@@ -69,7 +69,7 @@ ChartData ChartReader::read(ItemFault *fault)
         for (const QVariant &told : m_properties.value(QStringLiteral("series")).toList())
             readSeries(told.toMap(), number++);
     if (m_fault.isEmpty() && m_data.series.isEmpty())
-        m_fault = {QStringLiteral("the chart has no series"),
+        m_fault = {QStringLiteral("в диаграмме нет ни одного ряда"),
                    QStringLiteral("у диаграммы нет рядов")};
     *fault = m_fault;
     return m_fault.isEmpty() ? m_data : ChartData();
@@ -82,14 +82,15 @@ bool ChartReader::findSource()
     m_rowCount = m_rows ? m_scope.rowCount(m_source) : 0;
     const bool isByRow = m_data.isBars() || m_data.type == ChartData::Pie;
     if (!m_rows)
-        m_fault = {QStringLiteral("there is no data source \"%1\" for the chart").arg(m_source),
+        m_fault = {QStringLiteral("нет источника данных «%1» для диаграммы").arg(m_source),
                    QStringLiteral("нет источника данных")};
     else if (isByRow && m_rowCount > mostBars)
-        m_fault = {QStringLiteral("a chart of %1 bars or sectors can't be read; draw lines, or "
-                                  "at most %2")
-                       .arg(m_rowCount)
-                       .arg(mostBars),
-                   QStringLiteral("слишком много столбцов или секторов")};
+        m_fault = {
+            QStringLiteral("диаграмму из %1 столбцов или секторов не прочесть; нужны линии или "
+                           "не более %2 значений")
+                .arg(m_rowCount)
+                .arg(mostBars),
+            QStringLiteral("слишком много столбцов или секторов")};
     return m_fault.isEmpty();
 }
 

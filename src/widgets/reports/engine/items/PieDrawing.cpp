@@ -53,11 +53,12 @@ ItemFault faultOf(const ChartData &data)
 {
     const QVector<double> &values = data.series.first().y;
     if (std::any_of(values.begin(), values.end(), [](double value) { return !(value >= 0); }))
-        return {QStringLiteral("a pie can't show values that are missing or negative"),
+        return {QStringLiteral(
+                    "круговая диаграмма не показывает отрицательных и отсутствующих значений"),
                 QStringLiteral("для круговой диаграммы нет всех значений")};
     if (std::accumulate(values.begin(), values.end(), 0.0) > 0)
         return {};
-    return {QStringLiteral("a pie of nothing can't be drawn"),
+    return {QStringLiteral("для круговой диаграммы нет данных"),
             QStringLiteral("все значения равны нулю")};
 }
 

@@ -21,9 +21,9 @@ public:
         while (!m_reader.atEnd() && m_fault.isEmpty())
             readNext();
         if (m_fault.isEmpty() && m_reader.hasError())
-            m_fault = QStringLiteral("it is no XML: %1").arg(m_reader.errorString());
+            m_fault = QStringLiteral("это не XML: %1").arg(m_reader.errorString());
         if (m_fault.isEmpty() && m_holdsUse.intersects(m_used))
-            m_fault = QStringLiteral("it has references in what is referred to");
+            m_fault = QStringLiteral("ссылки ведут на то, в чём есть ссылки");
         return m_fault;
     }
 
@@ -33,7 +33,7 @@ private:
         switch (m_reader.readNext()) {
         case QXmlStreamReader::DTD:
             if (!m_reader.entityDeclarations().isEmpty())
-                m_fault = QStringLiteral("it declares entities");
+                m_fault = QStringLiteral("в нём объявлены сущности");
             break;
         case QXmlStreamReader::StartElement:
             begin();
@@ -50,10 +50,10 @@ private:
     {
         const QXmlStreamAttributes attributes = m_reader.attributes();
         if (m_ids.isEmpty() && m_reader.name() != QLatin1String("svg"))
-            m_fault = QStringLiteral("it is no SVG");
+            m_fault = QStringLiteral("это не SVG");
         m_ids.append(attributes.value(QStringLiteral("id")).toString());
         if (m_ids.size() > deepest)
-            m_fault = QStringLiteral("its elements are nested more than %1 deep").arg(deepest);
+            m_fault = QStringLiteral("вложенность больше %1").arg(deepest);
         const bool isUse = m_reader.name() == QLatin1String("use");
         for (const QXmlStreamAttribute &attribute : attributes)
             if (attribute.name() == QLatin1String("href"))
@@ -67,12 +67,12 @@ private:
     void readReference(const QString &target, bool isUse)
     {
         if (!target.startsWith('#') && !target.startsWith(QLatin1String("data:")))
-            m_fault = QStringLiteral("it names another file, \"%1\"").arg(target.left(60));
+            m_fault = QStringLiteral("он ссылается на другой файл: «%1»").arg(target.left(60));
         if (!isUse)
             return;
         m_used.insert(target.mid(1));
         if (++m_references > mostReferences)
-            m_fault = QStringLiteral("it has more than %1 references").arg(mostReferences);
+            m_fault = QStringLiteral("в нём больше %1 ссылок").arg(mostReferences);
     }
 
     QXmlStreamReader m_reader;
@@ -88,7 +88,7 @@ private:
 QString svgFault(const QByteArray &svg)
 {
     if (svg.size() > mostBytes)
-        return QStringLiteral("it is larger than %1 MB").arg(mostBytes >> 20);
+        return QStringLiteral("он больше %1 МБ").arg(mostBytes >> 20);
     return Check(svg).run();
 }
 

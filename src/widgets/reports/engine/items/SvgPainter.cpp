@@ -22,14 +22,14 @@ QByteArray readBelow(const QString &directory, const QString &file, ItemFault *f
     const QString root = QFileInfo(directory).canonicalFilePath();
     const QString path = QFileInfo(QDir(directory), file).canonicalFilePath();
     if (directory.isEmpty() || root.isEmpty() || !path.startsWith(root + '/')) {
-        *fault = {QStringLiteral("there is no file \"%1\" in the report's directory").arg(file),
+        *fault = {QStringLiteral("в папке отчёта нет файла «%1»").arg(file),
                   QStringLiteral("нет файла рисунка")};
         return QByteArray();
     }
     QFile opened(path);
     if (opened.size() <= mostBytes && opened.open(QIODevice::ReadOnly))
         return opened.readAll();
-    *fault = {QStringLiteral("file \"%1\" can't be read: %2").arg(file, opened.errorString()),
+    *fault = {QStringLiteral("файл «%1» не читается: %2").arg(file, opened.errorString()),
               QStringLiteral("файл рисунка не читается")};
     return QByteArray();
 }
@@ -61,7 +61,7 @@ QVariantMap SvgPainter::resolve(const QVariantMap &properties, ReportScope &scop
     if (fault.isEmpty() && svg.isEmpty())
         fault = {QStringLiteral("there is no drawing"), QStringLiteral("нет рисунка")};
     else if (!refusal.isEmpty())
-        fault = {QStringLiteral("the drawing is refused: %1").arg(refusal),
+        fault = {QStringLiteral("рисунок не принят: %1").arg(refusal),
                  QStringLiteral("рисунок не принят")};
     return fault.isEmpty() ? QVariantMap{{"svg", svg}} : ItemContent::refused(scope, fault);
 }

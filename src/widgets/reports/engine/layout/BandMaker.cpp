@@ -189,7 +189,7 @@ void BandMaker::fillLayout(ItemBox &box)
 void BandMaker::fillUnknown(ItemBox &box)
 {
     fail(box,
-         QStringLiteral("items of the class %1 cannot be printed here")
+         QStringLiteral("элементы вида %1 здесь не печатаются")
              .arg(box.item->className.isEmpty() ? QStringLiteral("\"\"") : box.item->className),
          QStringLiteral("вид %1 неизвестен").arg(plainClass(*box.item)));
 }
@@ -198,7 +198,7 @@ void BandMaker::fail(ItemBox &box, const QString &error, const QString &told)
 {
     box.page.kind = PageItem::Placeholder;
     box.page.text = QStringLiteral("Не показано: %1 (%2)").arg(box.item->name, told);
-    m_scope.errors().add(QStringLiteral("band \"%1\", item \"%2\": %3")
+    m_scope.errors().add(QStringLiteral("полоса «%1», элемент «%2»: %3")
                              .arg(m_scope.place().band, box.item->name, error));
 }
 
@@ -220,7 +220,7 @@ void BandMaker::follow(ItemBoxes &boxes)
         ItemBox *target = named(boxes, next);
         if (!target || target == &box || target->page.kind != PageItem::Text) {
             m_scope.errors().add(
-                QStringLiteral("band \"%1\", item \"%2\": followTo names no other text: \"%3\"")
+                QStringLiteral("полоса «%1», элемент «%2»: followTo называет не другой текст: «%3»")
                     .arg(m_scope.place().band, box.item->name, next));
             continue;
         }

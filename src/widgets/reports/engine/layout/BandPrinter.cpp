@@ -132,8 +132,7 @@ void BandPrinter::putDivided(Held &held)
         auto parts = BandSplit::split(held.image, m_flow.room(), styles, isFresh);
         if (isFresh && !isDivisible(held))
             m_context.scope.errors().add(
-                QStringLiteral("band \"%1\" is higher than a sheet and has been divided")
-                    .arg(held.request.band->name));
+                QStringLiteral("полоса «%1» выше листа и разделена").arg(held.request.band->name));
         if (!parts.first.items.isEmpty()) {
             m_flow.put(parts.first);
             held.image = std::move(parts.second);
@@ -192,9 +191,8 @@ void BandPrinter::putInColumn(Held &held)
         return;
     const double height = std::min(held.image.height, m_flow.bottom() - m_columns.y);
     if (height < held.image.height - Slack)
-        m_context.scope.errors().add(
-            QStringLiteral("band \"%1\" is higher than a sheet: its column is cut")
-                .arg(held.request.band->name));
+        m_context.scope.errors().add(QStringLiteral("полоса «%1» выше листа: её столбец обрезан")
+                                         .arg(held.request.band->name));
     const double x = m_flow.left() + m_columns.index * m_flow.width() / m_columns.count;
     m_flow.putAt(held.image, QPointF(x, m_columns.y));
     m_columns.bottom = std::max(m_columns.bottom, m_columns.y + height);

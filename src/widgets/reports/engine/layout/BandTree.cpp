@@ -134,9 +134,8 @@ private:
             return;
         }
         m_problems.append(
-            QStringLiteral(
-                "%1 \"%2\" is not printed: its parentBand \"%3\" is no band of this page "
-                "that can have one")
+            QStringLiteral("%1 «%2» не печатается: его parentBand «%3» — не полоса этой страницы, "
+                           "у которой могут быть подчинённые")
                 .arg(plainClass(*item), item->name, item->text(Parent)));
     }
 

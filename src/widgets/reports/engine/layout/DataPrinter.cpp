@@ -41,7 +41,7 @@ void DataPrinter::print()
     const QString source = sourceName();
     if (!source.isEmpty() && !m_context.scope.hasSource(source)) {
         m_context.scope.errors().add(
-            QStringLiteral("band \"%1\": there is no data source \"%2\"").arg(m_band.name, source));
+            QStringLiteral("полоса «%1»: нет источника данных «%2»").arg(m_band.name, source));
         m_printer.placeholder(
             m_band,
             QStringLiteral("Не показано: %1 (нет источника данных «%2»)").arg(m_band.name, source));
@@ -157,8 +157,8 @@ QVariant DataPrinter::key(const TemplateItem &header)
     const QString source = dot < 0 ? sourceName() : field.left(dot);
     const QString column = field.mid(dot + 1);
     if (!m_context.scope.hasColumn(source, column))
-        m_context.scope.errors().add(QStringLiteral("band \"%1\": there is no column %2.%3")
-                                         .arg(header.name, source, column));
+        m_context.scope.errors().add(
+            QStringLiteral("полоса «%1»: нет столбца %2.%3").arg(header.name, source, column));
     return m_context.scope.field(source, column);
 }
 

@@ -24,12 +24,12 @@ FieldImage::FieldImage(const TemplateItem &item, const QString &directory, const
     const QString file = item.text(QStringLiteral("resourcePath"));
     if (source.isEmpty() && field.isEmpty()) {
         if (file.isEmpty())
-            fail(QStringLiteral("it has neither an image nor a field"),
+            fail(QStringLiteral("в нём нет ни рисунка, ни поля"),
                  QStringLiteral("рисунок не задан"));
         else
             readFile(file, directory);
     } else if (!scope.hasColumn(source, field)) {
-        fail(QStringLiteral("there is no column %1.%2").arg(source, field),
+        fail(QStringLiteral("нет столбца %1.%2").arg(source, field),
              QStringLiteral("нет столбца %1.%2").arg(source, field));
     } else {
         take(scope.field(source, field), directory);
@@ -53,7 +53,7 @@ void FieldImage::take(const QVariant &value, const QString &directory)
         readFile(value.toString(), directory);
     }
     if (m_bytes.size() > LargestPicture) {
-        fail(QStringLiteral("the picture has %1 MB").arg(m_bytes.size() >> 20),
+        fail(QStringLiteral("рисунок занимает %1 МБ").arg(m_bytes.size() >> 20),
              QStringLiteral("рисунок слишком велик"));
         m_bytes.clear();
     }
@@ -65,19 +65,19 @@ void FieldImage::readFile(const QString &name, const QString &directory)
     const QString file =
         root.isEmpty() ? QString() : QFileInfo(QDir(root).filePath(name)).canonicalFilePath();
     if (file.isEmpty()) {
-        fail(QStringLiteral("there is no picture \"%1\" in \"%2\"").arg(name, directory),
+        fail(QStringLiteral("рисунка «%1» нет в «%2»").arg(name, directory),
              QStringLiteral("нет файла %1").arg(name));
         return;
     }
     if (!file.startsWith(root + QLatin1Char('/'))) {
-        fail(QStringLiteral("the picture \"%1\" is outside of \"%2\" and not read").arg(name, root),
+        fail(QStringLiteral("рисунок «%1» лежит вне «%2» и не читается").arg(name, root),
              QStringLiteral("файл %1 вне каталога шаблона").arg(name));
         return;
     }
     QFile input(file);
     if (!QFileInfo(file).isFile() || input.size() > LargestPicture ||
         !input.open(QIODevice::ReadOnly)) {
-        fail(QStringLiteral("the picture \"%1\" cannot be read or is too large").arg(name),
+        fail(QStringLiteral("рисунок «%1» не читается или слишком велик").arg(name),
              QStringLiteral("файл %1 не читается").arg(name));
         return;
     }

@@ -47,7 +47,7 @@ bool ReportDesk::fail(const QString &error)
 bool ReportDesk::render()
 {
     if (!report)
-        return fail(QStringLiteral("No report is loaded."));
+        return fail(QStringLiteral("Отчёт не загружен."));
     runner.start(report, data);
     return true;
 }
@@ -55,7 +55,7 @@ bool ReportDesk::render()
 bool ReportDesk::start(const QString &file, QPrinter *printer)
 {
     if (isBusy())
-        return fail(QStringLiteral("The report is being saved or printed already."));
+        return fail(QStringLiteral("Отчёт уже сохраняется или печатается."));
     m_outputError.clear();
     m_isOutputWanted = true;
     m_file = file;

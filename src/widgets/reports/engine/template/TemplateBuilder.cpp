@@ -36,7 +36,7 @@ bool TemplateBuilder::build(const QVariantMap &root)
             return false;
     }
     if (m_made.pages.empty())
-        m_error = QStringLiteral("the template has no page: <pages> holds none with a <pageItem>");
+        m_error = QStringLiteral("в шаблоне нет страниц: в <pages> ни одной с <pageItem>");
     return !m_made.pages.empty();
 }
 
@@ -66,9 +66,8 @@ void TemplateBuilder::report(const TemplateItem &item)
         if (m_reported.contains(key))
             continue;
         m_reported.insert(key);
-        m_made.problems.append(
-            QStringLiteral("%1 \"%2\": the property %3 is not known and has no effect")
-                .arg(item.className, item.name, property));
+        m_made.problems.append(QStringLiteral("%1 «%2»: неизвестное свойство %3 не действует")
+                                   .arg(item.className, item.name, property));
     }
 }
 
@@ -95,7 +94,7 @@ bool TemplateBuilder::measure(TemplatePage &page)
     for (double side : {size.width(), size.height()}) {
         if (side < SmallestPage || side > LargestPage) {
             m_error =
-                QStringLiteral("page \"%1\" measures %2 x %3 mm; %4 to %5 mm a side can be printed")
+                QStringLiteral("страница «%1» — %2 × %3 мм; печатаются стороны от %4 до %5 мм")
                     .arg(page.item.name)
                     .arg(size.width() / 10)
                     .arg(size.height() / 10)
@@ -111,8 +110,8 @@ bool TemplateBuilder::measure(TemplatePage &page)
     page.margins = QMarginsF(margin("leftMargin"), margin("topMargin"), margin("rightMargin"),
                              margin("bottomMargin"));
     if (page.printed().width() < SmallestPage || page.printed().height() < SmallestPage) {
-        m_error = QStringLiteral("page \"%1\": its margins leave nothing to print on")
-                      .arg(page.item.name);
+        m_error =
+            QStringLiteral("страница «%1»: поля не оставляют места для печати").arg(page.item.name);
         return false;
     }
     return true;

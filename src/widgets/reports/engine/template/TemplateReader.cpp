@@ -23,7 +23,7 @@ ReportTemplatePtr TemplateReader::readFile(const QString &file, QString &error)
         return nullptr;
     }
     if (input.size() > LargestFile) {
-        error = QStringLiteral("%1: the template has %2 MB, more than the %3 MB that are read")
+        error = QStringLiteral("%1: шаблон занимает %2 МБ, читается не более %3 МБ")
                     .arg(file)
                     .arg(input.size() >> 20)
                     .arg(LargestFile >> 20);

@@ -58,9 +58,9 @@ QFont font(const QXmlStreamAttributes &attributes)
 void TemplateXml::tell(const QXmlStreamReader &xml, const QString &text)
 {
     if (m_problems.size() == MostProblems)
-        m_problems.append(QStringLiteral("More problems are not listed."));
+        m_problems.append(QStringLiteral("Остальные ошибки не перечислены."));
     if (m_problems.size() < MostProblems)
-        m_problems.append(QStringLiteral("line %1: %2").arg(xml.lineNumber()).arg(text));
+        m_problems.append(QStringLiteral("строка %1: %2").arg(xml.lineNumber()).arg(text));
 }
 
 QVariantMap TemplateXml::read(const QByteArray &data)
@@ -69,18 +69,18 @@ QVariantMap TemplateXml::read(const QByteArray &data)
     QVariantMap root;
     if (readToRoot(xml)) {
         if (xml.name() != QLatin1String("Report"))
-            xml.raiseError(QStringLiteral("the root element is <%1>, not <Report>")
+            xml.raiseError(QStringLiteral("корневой элемент — <%1>, а не <Report>")
                                .arg(xml.name().toString()));
         else if (xml.readNextStartElement())
             root = object(xml, 0);
         else
-            xml.raiseError(QStringLiteral("<Report> is empty"));
+            xml.raiseError(QStringLiteral("<Report> пуст"));
     }
     // What stands behind the object is still read: a file that was cut off has to be told.
     while (!xml.atEnd())
         xml.readNext();
     if (xml.hasError()) {
-        m_error = QStringLiteral("line %1, column %2: %3")
+        m_error = QStringLiteral("строка %1, столбец %2: %3")
                       .arg(xml.lineNumber())
                       .arg(xml.columnNumber())
                       .arg(xml.errorString());
@@ -94,8 +94,8 @@ bool TemplateXml::readToRoot(QXmlStreamReader &xml)
 {
     while (!xml.atEnd() && xml.readNext() != QXmlStreamReader::StartElement) {
         if (xml.tokenType() == QXmlStreamReader::DTD)
-            xml.raiseError(QStringLiteral("it declares a document type (entities), which no "
-                                          "template may"));
+            xml.raiseError(QStringLiteral("в нём объявлен тип документа (сущности), что в шаблонах "
+                                          "не допускается"));
     }
     return xml.isStartElement();
 }
@@ -103,9 +103,9 @@ bool TemplateXml::readToRoot(QXmlStreamReader &xml)
 bool TemplateXml::enter(QXmlStreamReader &xml, int depth)
 {
     if (depth > DeepestNesting)
-        xml.raiseError(QStringLiteral("objects are nested deeper than %1").arg(DeepestNesting));
+        xml.raiseError(QStringLiteral("вложенность объектов больше %1").arg(DeepestNesting));
     else if (++m_objects > MostObjects)
-        xml.raiseError(QStringLiteral("there are more than %1 objects").arg(MostObjects));
+        xml.raiseError(QStringLiteral("объектов больше %1").arg(MostObjects));
     return !xml.hasError();
 }
 
@@ -178,7 +178,7 @@ QVariant TemplateXml::number(QXmlStreamReader &xml, const QString &type)
     }
     if (isNumber)
         return made;
-    tell(xml, QStringLiteral("%1 \"%2\" is no %3").arg(xml.name().toString(), value, type));
+    tell(xml, QStringLiteral("%1: «%2» — не %3").arg(xml.name().toString(), value, type));
     return QVariant();
 }
 
@@ -193,10 +193,9 @@ QVariant TemplateXml::structure(QXmlStreamReader &xml, const QString &type)
     for (const QXmlStreamAttribute &one : attributes)
         made.insert(one.name().toString(), one.value().toString());
     if (type.isEmpty())
-        tell(xml, QStringLiteral("%1 has no Type").arg(xml.name().toString()));
+        tell(xml, QStringLiteral("у %1 нет Type").arg(xml.name().toString()));
     else
-        tell(xml,
-             QStringLiteral("%1 has the unknown type \"%2\"").arg(xml.name().toString(), type));
+        tell(xml, QStringLiteral("у %1 неизвестный Type «%2»").arg(xml.name().toString(), type));
     return made;
 }
 
