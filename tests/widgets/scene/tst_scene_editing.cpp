@@ -295,12 +295,14 @@ private slots:
         event.setMimeData(&mime);
         event.setScenePos({200, 100});
         QSignalSpy added(editor.scene, &ProxyScene::addWidgetFromPanel);
+        editor.select({32});
         QApplication::sendEvent(editor.scene, &event);
         QCOMPARE(added.count(), 2);
         QCOMPARE(editor.stack.count(), 2);
         const auto hosts = editor.scene->getLayers().last()->getWidgets();
         QCOMPARE(hosts.size(), 2);
         QCOMPARE(hosts.first()->geometry().center(), QPointF(200, 100));
+        QCOMPARE(editor.editor().selection().hosts(), hosts);
         const QString in = QString::number(Nodes::NodeChange::ChildAdded);
         for (const ProxyWidget *host : hosts)
             QCOMPARE(changes.takeFirst(), in + host->getNode()->GetName().c_str());

@@ -21,6 +21,7 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <utility>
 
 namespace Widgets {
 
@@ -194,6 +195,7 @@ bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
         return false;
     const QByteArray bytes = event.mimeData()->data(typesFormat);
     QDataStream stream(bytes);
+    bool isFirst = true;
     while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
         QString text;
         stream >> text;
@@ -206,6 +208,8 @@ bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
                                  QStringLiteral("Отсутствуют слои"));
             break;
         }
+        if (std::exchange(isFirst, false))
+            m_selection.clear(); // what is dropped appears selected, alone
         if (m_newElements.add(type, layer, event.scenePos(), true,
                               DroppedProperties::of(*event.mimeData())))
             emit addWidgetFromPanel();
