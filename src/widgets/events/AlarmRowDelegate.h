@@ -6,7 +6,7 @@ namespace Widgets {
 
 /// Paints alarm rows: selection is a frame, so that the colour of the state stays to be seen, and
 /// rows are numbered as they stand in the table. What does not fit is said in fewer words.
-class AlarmRowDelegate : public EventCellDelegate
+class WIDGETS_EXPORT AlarmRowDelegate : public EventCellDelegate
 {
 public:
     explicit AlarmRowDelegate(QObject *parent = nullptr);

@@ -323,6 +323,17 @@ private slots:
         QVERIFY(marked.tracker.GetRecord().isFirstUp && !later.tracker.GetRecord().isFirstUp);
     }
 
+    void refusalsWriteNumbersWhole()
+    {
+        Alarm alarm("alarmLimit", "");
+        const auto told = [&](const AlarmTuning &wanted) {
+            const Result answer = alarm.tracker.Tune(wanted, "anna", alarm.now(), alarm.records);
+            return QString::fromStdString(answer.GetDetail()).section(": ", -1);
+        };
+        QCOMPARE(told({{}, -1.0, {}, {}}), QString("допустимо от 0 до 1000000000000"));
+        QCOMPARE(told({{}, {}, 86400001, {}}), QString("допустимо от 0 с до 86400 с"));
+    }
+
     void tuning_data()
     {
         // numbers: limit deadband onDelay offDelay, - for none

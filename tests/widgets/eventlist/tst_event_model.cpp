@@ -159,6 +159,8 @@ private slots:
     void aFilteredAppendTakesItsSourcesOnly();
     void changedEventsAreShown();
     void longTextsAreKeptInPart();
+    void sourcesWithoutANodeAreNamedInRussian_data();
+    void sourcesWithoutANodeAreNamedInRussian();
     void textsAreOneLine_data();
     void textsAreOneLine();
     void textsStandInOrder();
@@ -269,6 +271,30 @@ void TestEventModel::longTextsAreKeptInPart()
     QVERIFY(texts.view(number).size() <= EventTexts::LongestText);
     QCOMPARE(texts.string(number), QString(texts.string(number).size(), QChar(u'я')));
     QVERIFY(!texts.isCut(texts.add("я")));
+}
+
+// Files and other stations rely on the names that are stored.
+void TestEventModel::sourcesWithoutANodeAreNamedInRussian_data()
+{
+    const Rows<QString, unsigned long, QString> row("source", "node", "shown");
+    row("of the system", "System", 0, "Система");
+    row("acknowledgement", "Acknowledgement", 0, "Квитирование");
+    row("a node of such a name", "System", 10, "System");
+    row("another one", "Systems", 0, "Systems");
+}
+
+void TestEventModel::sourcesWithoutANodeAreNamedInRussian()
+{
+    QFETCH(QString, source);
+    QFETCH(unsigned long, node);
+    Rig rig;
+    Nodes::BasicEvent event;
+    event.source = source.toStdString();
+    if (node != 0)
+        event.sourceNode = Nodes::NodeLink(node);
+    rig.model->appendItems({EventInfo(event)});
+    const int column = WidgetEventModel::columnOf(ColumnInfo::ColumnSource);
+    QTEST(rig.model->index(0, column).data().toString(), "shown");
 }
 
 void TestEventModel::textsAreOneLine_data()
