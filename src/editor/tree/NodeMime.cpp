@@ -59,8 +59,8 @@ QMimeData *NodeMime::make(const Nodes::NodesCollection &project, const Nodes::No
     data->setData(idFormat, bytesOf(ids));
     QByteArray own;
     QDataStream stream(&own, QIODevice::WriteOnly);
-    stream << qint64(QCoreApplication::applicationPid()) << quint64(project.GetToken()) << ids;
-    data->setData(ownFormat, own);
+    stream << qint64(QCoreApplication::applicationPid()) << quint64(project.GetToken());
+    data->setData(ownFormat, own + bytesOf(ids));
     return data;
 }
 
@@ -70,13 +70,16 @@ Nodes::NodeLinks NodeMime::own(const QMimeData &data, const Nodes::NodesCollecti
     QDataStream stream(bytes);
     qint64 process = 0;
     quint64 token = 0;
-    QStringList ids;
-    stream >> process >> token >> ids;
+    stream >> process >> token;
     Nodes::NodeLinks nodes;
-    if (stream.status() != QDataStream::Ok || process != QCoreApplication::applicationPid() ||
-        token != project.GetToken())
+    if (process != QCoreApplication::applicationPid() || token != project.GetToken())
         return nodes;
-    for (const QString &id : qAsConst(ids)) {
+    // One by one: a list would make room for as many as damaged bytes say.
+    while (!stream.atEnd()) {
+        QString id;
+        stream >> id;
+        if (stream.status() != QDataStream::Ok)
+            return {};
         if (const Nodes::ConfigNode *node = project.FindNode(id.toULong()))
             nodes.emplace_back(node);
     }

@@ -407,6 +407,9 @@ void TestProjectTreeModel::takesDrops()
     QMimeData foreign;
     foreign.setData("application/nodelink", dragged->data("application/nodelink"));
     QVERIFY(!tree.model.canDropMimeData(&foreign, how, row, 0, tree.model.indexOf(tree.second)));
+    const QString own = "application/x-operatorstation-tree";
+    foreign.setData(own, dragged->data(own).left(16) + QByteArray(64, '\xfe')); // damaged
+    QVERIFY(!tree.model.canDropMimeData(&foreign, how, row, 0, tree.model.indexOf(tree.second)));
     NotingEdits others;
     other.model.setEdits(&others);
     QVERIFY(
