@@ -10,6 +10,7 @@
 #include "editor/workspace/DocumentView.h"
 
 #include "nodes/model/ConfigNode.h"
+#include "support/MessageBoxes.h"
 #include "utils/editing/NodeLinkEvent.h"
 #include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/IUndo.h"
@@ -222,6 +223,29 @@ private slots:
         QFile saved(file);
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(saved.readAll().contains("name=\"Q\""), isKept);
+    }
+
+    void tellsWhatKeepsAFileFromBeingSaved_data()
+    {
+        QTest::addColumn<bool>("isGone");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("directory removed") << true << "больше нет";
+        QTest::newRow("cannot be replaced") << false << "остался прежним";
+    }
+    void tellsWhatKeepsAFileFromBeingSaved()
+    {
+        QFETCH(const bool, isGone);
+        QFETCH(const QString, told);
+        Fixture f;
+        QVERIFY(f.rename("Q"));
+        const QString file = f.session().file();
+        QVERIFY(isGone ? QDir(f.session().directory()).removeRecursively()
+                       : QDir().mkpath(file + ".bak/in the way"));
+        const MessageBoxes boxes;
+        QVERIFY(!f.window.files().save());
+        QVERIFY(f.session().isModified());
+        QCOMPARE(boxes.shown.size(), 1);
+        QVERIFY2(boxes.shown[0].contains(told), qPrintable(boxes.shown[0]));
     }
 
     void tellsThatNoStationStarted()

@@ -7,6 +7,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/serial/ProjectReader.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -45,10 +46,13 @@ void FileGuard::look()
     const bool isGone = m_seen.Compare(file) == FileStamp::Gone;
     m_seen = FileStamp::Of(file);
     if (isGone) {
-        m_workspace.tell(Workspace::Warning,
-                         tr("Файла проекта «%1» больше нет. Работа продолжается; сохраните проект "
-                            "сюда же или в другой каталог.")
-                             .arg(session.file()));
+        const QString text =
+            QFileInfo::exists(session.directory())
+                ? tr("Файла проекта «%1» больше нет. Работа продолжается; сохраните проект сюда же "
+                     "или в другой каталог.")
+                : tr("Каталога, где был файл проекта «%1», больше нет. Работа продолжается; "
+                     "сохраните проект в другой каталог.");
+        m_workspace.tell(Workspace::Warning, text.arg(session.file()));
         return;
     }
     if (m_known.Compare(file) == FileStamp::Same)

@@ -104,11 +104,15 @@ bool ProjectFiles::save()
         m_workspace.tell(Workspace::Info, tr("Проект сохранён."));
         return true;
     }
+    const QString file = m_workspace.session().file();
+    const QString text =
+        QFileInfo::exists(file)
+            ? tr("Проект не сохранён: файл «%1» остался прежним. Освободите место или сохраните "
+                 "проект в другой каталог.")
+            : tr("Проект не сохранён: файла «%1» больше нет, и записать его туда нельзя. "
+                 "Сохраните проект в другой каталог.");
     if (saved != Nodes::Result::Cancelled)
-        fail(tr("Проект не сохранён: файл «%1» остался прежним. Освободите место или сохраните "
-                "проект в другой каталог.")
-                 .arg(m_workspace.session().file()),
-             saved);
+        fail(text.arg(file), saved);
     return false;
 }
 
