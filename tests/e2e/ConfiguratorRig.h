@@ -21,6 +21,7 @@ public:
     void kill();
     /// Asks it to end; true when it ended by itself with code 0.
     bool stop() { return m_program->end(); }
+    qint64 process() const { return m_program->processId(); }
     bool isRunning() const { return m_program->state() == QProcess::Running; }
 
     /// Where a visible control is: by its object name or else what it says; "kind" narrows it to a
