@@ -13,6 +13,7 @@
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneResizeEvent>
+#include <QLayout>
 #include <QPainter>
 #include <QTimer>
 #include <QWidget>
@@ -78,6 +79,9 @@ void ProxyWidget::host(Nodes::BasicWidget &node)
         m_direct = dynamic_cast<DirectPainting *>(created);
         // Before Qt's own connection: it deletes this item when the element is deleted.
         connect(created, &QObject::destroyed, this, &ProxyWidget::forgetElement);
+        // The size is that of the node, also where it is less than the layout asks for.
+        if (created->layout())
+            created->layout()->setSizeConstraint(QLayout::SetNoConstraint);
         setWidget(created);
         setMinimumSize(0, 0);
         setGeometry(created->geometry());

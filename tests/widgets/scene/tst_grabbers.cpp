@@ -109,6 +109,15 @@ private slots:
         QCOMPARE(editor.place(32), place);
     }
 
+    void altSuspendsSnappingFromThePressOn()
+    {
+        Editor editor;
+        editor.select({32});
+        const QPointF from = editor.centre(32, 0) + QPointF(1, 1); // on the element itself
+        editor.drag(from, from + QPointF(13, 7), Qt::AltModifier);
+        QCOMPARE(editor.place(32), QRect(113, 87, 87, 33));
+    }
+
     void sitOnTheOutline()
     {
         const Editor editor;

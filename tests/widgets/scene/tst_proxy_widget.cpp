@@ -76,6 +76,27 @@ private slots:
         QCOMPARE(host->zValue(), -2.0);
     }
 
+    // Layouts of some kinds ask for more.
+    void sizeIsThatOfTheNode()
+    {
+        const Layer layer;
+        Nodes::ConfigNode *parent = layer.node(31);
+        for (const Nodes::NodeType &type : parent->GetAvailableChildNodes()) {
+            const Nodes::NodeLink made(layer.core.GetNodesCollection()->CreateNode(type, parent));
+            QTRY_VERIFY(layer.host(made.GetNodeId()));
+            const ProxyWidget *host = layer.host(made.GetNodeId());
+            for (const char *size : {"100", "20", "3"}) {
+                QVERIFY(made->SetPropertyText("width", size));
+                QVERIFY(made->SetPropertyText("height", size));
+                QCoreApplication::processEvents();
+                const QSize expected(atoi(size), atoi(size));
+                QVERIFY2(host->size() == expected, type.ToString().c_str());
+                QVERIFY2(!host->widget() || host->widget()->size() == expected,
+                         type.ToString().c_str());
+            }
+        }
+    }
+
     void emptyHosts()
     {
         const Layer layer;

@@ -5,6 +5,7 @@
 #include "widgets/scene/LayerStack.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/CornerGrabber.h"
 #include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/SceneMenu.h"
 
@@ -52,6 +53,13 @@ QRectF arrowDelta(const QKeyEvent &event)
 bool SceneEditor::pressMouse(const QGraphicsSceneMouseEvent &event)
 {
     if (event.button() != Qt::LeftButton || event.modifiers() != Qt::AltModifier)
+        return false;
+    const QList<QGraphicsItem *> met = m_scene.items(event.scenePos());
+    const auto taker = std::find_if(met.begin(), met.end(), [](const QGraphicsItem *item) {
+        return item->acceptedMouseButtons() & Qt::LeftButton;
+    });
+    // While a grabber is dragged Alt suspends snapping.
+    if (taker != met.end() && qgraphicsitem_cast<CornerGrabber *>(*taker))
         return false;
     m_picked = m_selection.selectBelow(event.scenePos());
     return m_picked;
