@@ -5,6 +5,7 @@
 #include "nodes/serial/LoadReport.h"
 
 #include <QAbstractItemModelTester>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTableView>
@@ -46,6 +47,33 @@ private slots:
         QCOMPARE(rows.index(2, 1).data().toString(), QString("p.xml:7"));
         view.check(&project.core); // nothing stands twice
         QTRY_VERIFY(view.summary().startsWith("Ошибок: 2, замечаний: 1"));
+    }
+
+    void laysOutNoMoreRowsThanItMay_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<bool>("areFitted");
+        QTest::newRow("few") << 3 << true;
+        QTest::newRow("as many as nobody reads") << 3000 << false;
+    }
+    void laysOutNoMoreRowsThanItMay()
+    {
+        QFETCH(const int, count);
+        RuntimeProject project(faulty);
+        Nodes::LoadReport report;
+        for (int line = 0; line < count; ++line)
+            report.Add({Nodes::LoadMessage::Warning, "p.xml", line, "project[P]",
+                        std::string(2000, 'w') + " as long as it gets"});
+        project.core.SetLoadReport(report);
+        ProblemsView view;
+        view.check(&project.core);
+        QTRY_VERIFY(view.summary().endsWith(QString::number(count)));
+        const QTableView &table = view.table();
+        QCOMPARE(table.model()->rowCount(), count + 2);
+        const int last = count + 1;
+        QTEST(table.rowHeight(last) > table.verticalHeader()->defaultSectionSize(), "areFitted");
+        const QModelIndex text = table.model()->index(last, 2);
+        QVERIFY(text.data(Qt::ToolTipRole).toString().contains("as long as it gets"));
     }
 
     void leadsToTheNode()

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int severityWidth[] = {150, 120}; // by look
 constexpr int placeWidth[] = {360, 280};
+constexpr int fittedRows = 300; // each is laid out for its height: more would stop the window
 
 } // namespace
 
@@ -143,7 +144,8 @@ void ProblemsView::finish()
     m_isReplacing = false;
     m_again->setEnabled(true);
     tellCounts();
-    m_table->resizeRowsToContents();
+    if (m_rows->rowCount() <= fittedRows)
+        m_table->resizeRowsToContents(); // of longer lists the tool tips have what is cut off
 }
 
 void ProblemsView::tellCounts()
