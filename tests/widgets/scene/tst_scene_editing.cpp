@@ -288,7 +288,7 @@ private slots:
                 });
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);
-        stream << QStringLiteral("label") << QStringLiteral("folder") << QStringLiteral("button");
+        stream << QStringLiteral("label") << QStringLiteral("folder") << QStringLiteral("chartXY");
         QMimeData mime;
         mime.setData("application/nodetype", bytes);
         QGraphicsSceneDragDropEvent event(QEvent::GraphicsSceneDrop);
@@ -302,6 +302,7 @@ private slots:
         const auto hosts = editor.scene->getLayers().last()->getWidgets();
         QCOMPARE(hosts.size(), 2);
         QCOMPARE(hosts.first()->geometry().center(), QPointF(200, 100));
+        QCOMPARE(hosts.last()->geometry(), QRectF(-40, -40, 480, 280)); // legible from the start
         QCOMPARE(editor.editor().selection().hosts(), hosts);
         const QString in = QString::number(Nodes::NodeChange::ChildAdded);
         for (const ProxyWidget *host : hosts)

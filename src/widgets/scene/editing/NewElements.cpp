@@ -16,6 +16,29 @@ namespace Widgets {
 
 namespace {
 
+/// Of the kinds whose parts cannot be read in the size that every element has at first.
+struct ReadableSize
+{
+    const char *kind;
+    const char *width;
+    const char *height;
+};
+
+constexpr ReadableSize readableSizes[] = {
+    {"chartHistory", "480", "280"},  {"chartXY", "480", "280"},    {"chartCorridor", "480", "280"},
+    {"reportDisplay", "600", "400"}, {"eventList", "1200", "320"},
+};
+
+void makeReadable(const Nodes::NodeType &type, Nodes::ConfigNode &node)
+{
+    for (const ReadableSize &size : readableSizes) {
+        if (type.ToString() != size.kind)
+            continue;
+        (void)node.SetPropertyText("width", size.width); // within the range of every element
+        (void)node.SetPropertyText("height", size.height);
+    }
+}
+
 void warn(const char *text)
 {
     PlainMessageBox::ask(QMessageBox::Warning, QStringLiteral("Внимание"), QString::fromUtf8(text));
@@ -76,6 +99,7 @@ bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QP
         warn("Узел не создан");
         return false;
     }
+    makeReadable(type, *node);
     DroppedProperties::apply(properties, *node);
     node->SetName(freeName(*parent, node->GetName()));
     const Nodes::NRect box = node->GetGeometry();
