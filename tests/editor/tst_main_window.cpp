@@ -1,3 +1,4 @@
+#include "editor/properties/PropertyView.h"
 #include "editor/shell/CommandMenus.h"
 #include "editor/shell/DocumentTabs.h"
 #include "editor/shell/MainWindow.h"
@@ -199,6 +200,21 @@ private slots:
         Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLinks(), scene);
         QCoreApplication::sendPostedEvents();
         QCOMPARE(workspace.selection().nodes(), Nodes::NodeLinks{root});
+    }
+
+    void goesToAProperty()
+    {
+        Fixture f;
+        const Nodes::NodeLink node = f.addWindow();
+        auto *panel = f.window.findChild<QDockWidget *>("properties");
+        panel->hide();
+        f.window.workspace().revealProperty(node, QStringLiteral("noSuchKey"));
+        QVERIFY(panel->isHidden());
+        f.window.workspace().revealProperty(node, QStringLiteral("background"));
+        QVERIFY(!panel->isHidden());
+        const auto *view = panel->findChild<Editor::PropertyView *>();
+        QCOMPARE(view->currentIndex(), view->find(QStringLiteral("background")));
+        QVERIFY(view->currentIndex().isValid());
     }
 
     void asksForUnsavedWork_data()

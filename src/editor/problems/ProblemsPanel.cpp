@@ -54,10 +54,10 @@ void ProblemsPanel::check()
     m_view->checkAgain(&m_workspace.session().core());
 }
 
-void ProblemsPanel::goTo(const Nodes::NodeLink &node)
+void ProblemsPanel::goTo(const Nodes::NodeLink &node, const QString &property)
 {
     m_workspace.open(node);
-    m_workspace.reveal(node);
+    m_workspace.revealProperty(node, property);
 }
 
 } // namespace Editor

@@ -27,7 +27,7 @@ private:
     void begin();
     void end();
     void check();
-    void goTo(const Nodes::NodeLink &node);
+    void goTo(const Nodes::NodeLink &node, const QString &property);
 
     Workspace &m_workspace;
     Widgets::ProblemsView *m_view;

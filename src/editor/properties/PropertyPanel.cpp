@@ -6,6 +6,7 @@
 #include "editor/properties/PropertyView.h"
 #include "editor/workspace/Workspace.h"
 
+#include <QDockWidget>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -64,6 +65,7 @@ PropertyPanel::PropertyPanel(Workspace &workspace, QWidget *parent)
     connect(m_search, &QLineEdit::textChanged, m_view, &PropertyView::search);
     connect(&m_view->properties(), &PropertyModel::refused, this, &PropertyPanel::showRefusal);
     connect(&workspace.selection(), &Selection::changed, this, &PropertyPanel::takeSelection);
+    connect(&workspace, &Workspace::propertyRequested, this, &PropertyPanel::goTo);
     m_released.setInterval(30);
     connect(&m_released, &QTimer::timeout, this, [this] {
         if (!isPressed())
@@ -115,6 +117,21 @@ void PropertyPanel::showSelection()
     m_released.stop();
     showRefusal(QString());
     m_view->setNodes(m_workspace.selection().nodes());
+}
+
+void PropertyPanel::goTo(const QString &key)
+{
+    m_search->clear(); // it may hide the row
+    const QModelIndex row = m_view->find(key);
+    if (!row.isValid())
+        return;
+    if (auto *dock = qobject_cast<QDockWidget *>(parentWidget())) {
+        dock->show();
+        dock->raise();
+    }
+    m_view->setCurrentIndex(row);
+    m_view->scrollTo(row);
+    m_view->setFocus();
 }
 
 void PropertyPanel::showReadOnly()

@@ -31,6 +31,7 @@ private:
     /// now: that stays until the button is let go.
     void takeSelection(const Nodes::NodeLinks &nodes, QObject *by);
     void showSelection();
+    void goTo(const QString &key);
     void keepNodes();
     void showReadOnly();
     void showRefusal(const QString &reason);

@@ -41,6 +41,13 @@ void Workspace::reveal(const Nodes::NodeLink &node)
     emit revealRequested(node);
 }
 
+void Workspace::revealProperty(const Nodes::NodeLink &node, const QString &property)
+{
+    reveal(node);
+    if (node.isValid() && !property.isEmpty())
+        emit propertyRequested(property);
+}
+
 void Workspace::tell(Level level, const QString &text)
 {
     emit told(level, text);

@@ -34,6 +34,8 @@ public:
     void open(const Nodes::NodeLink &node);
     /// Selects the node in the project tree and, where its document is open, there.
     void reveal(const Nodes::NodeLink &node);
+    /// The same, and goes to a property of it, by its key, in the property table.
+    void revealProperty(const Nodes::NodeLink &node, const QString &property);
     /// A line that does not wait for an answer; Russian.
     void tell(Level level, const QString &text);
     /// Executes the command as a step of the history. False when it was not executed (the project
@@ -47,6 +49,7 @@ public:
 signals:
     void openRequested(const Nodes::NodeLink &node);
     void revealRequested(const Nodes::NodeLink &node);
+    void propertyRequested(const QString &key);
     void told(Editor::Workspace::Level level, const QString &text);
     void documentChanged(Editor::DocumentView *document);
     /// Something that commands depend on has changed: they ask again whether they are possible.

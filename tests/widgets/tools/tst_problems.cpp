@@ -86,10 +86,15 @@ private slots:
         const QAbstractItemModel &rows = *view.table().model();
         QCOMPARE(rows.rowCount(), 1);
         std::vector<unsigned long> nodes;
+        QString mended;
         connect(&view, &ProblemsView::nodeActivated, &view,
-                [&nodes](const Nodes::NodeLink &node) { nodes.push_back(node.GetNodeId()); });
+                [&](const Nodes::NodeLink &node, const QString &property) {
+                    nodes.push_back(node.GetNodeId());
+                    mended = property;
+                });
         emit view.table().activated(rows.index(0, 2));
         QCOMPARE(nodes, std::vector<unsigned long>({11}));
+        QCOMPARE(mended, QStringLiteral("signal"));
         QVERIFY(project.node(10)->RemoveNode(11));
         emit view.table().activated(rows.index(0, 2)); // leads nowhere any more
         QCOMPARE(nodes.size(), std::size_t(1));

@@ -26,10 +26,12 @@ struct Problem
     Nodes::NodeLink node; ///< empty where none is concerned, or it could not be made
     QString place;        ///< path of the node, or the line of the file
     QString text;         ///< Russian: what is wrong and what to do
+    QString property;     ///< key of the one to mend; "" when it is none in particular
 
     bool operator==(const Problem &o) const
     {
-        return severity == o.severity && node == o.node && place == o.place && text == o.text;
+        return severity == o.severity && node == o.node && place == o.place && text == o.text &&
+               property == o.property;
     }
 };
 

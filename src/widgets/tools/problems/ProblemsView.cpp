@@ -175,9 +175,9 @@ QString ProblemsView::summary() const
 
 void ProblemsView::onActivated(const QModelIndex &index)
 {
-    const Nodes::NodeLink node = m_model->problem(m_rows->mapToSource(index).row()).node;
-    if (node.GetNode())
-        emit nodeActivated(node);
+    const Problem chosen = m_model->problem(m_rows->mapToSource(index).row());
+    if (chosen.node.GetNode())
+        emit nodeActivated(chosen.node, chosen.property);
 }
 
 } // namespace Widgets

@@ -41,8 +41,8 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    /// Only for nodes that are there.
-    void nodeActivated(const Nodes::NodeLink &node);
+    /// Only for nodes that are there; `property` is the key of the one to mend, "" for none.
+    void nodeActivated(const Nodes::NodeLink &node, const QString &property);
 
 private:
     void buildTable();
