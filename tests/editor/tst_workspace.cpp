@@ -139,8 +139,10 @@ private slots:
         QVERIFY(picture.open(QIODevice::WriteOnly));
         picture.close();
         QVERIFY(QFile::link("/etc/hostname", directory.filePath("p/outside")));
+        QVERIFY(QFile::link("images/a.svg", directory.filePath("p/same.svg")));
         QVERIFY(session.saveAs(directory.filePath("p/copy"))); // also inside itself
         QVERIFY(QFile::exists(directory.filePath("p/copy/images/a.svg")));
+        QVERIFY(QFile::exists(directory.filePath("p/copy/same.svg")));
         QVERIFY(!QFile::exists(directory.filePath("p/copy/outside")));
         QVERIFY(!QFile::exists(directory.filePath("p/copy/copy")));
     }

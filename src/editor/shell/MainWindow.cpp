@@ -75,6 +75,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
 
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
     connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
+    connect(&m_session, &ProjectSession::aboutToClose, m_plant, &PlantCheck::cancel);
     connect(m_plant, &PlantCheck::finished, this, &MainWindow::startStation);
     connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
     if (!restoreLayout())

@@ -66,6 +66,13 @@ void PlantCheck::start(ProjectSession &session)
         emit finished({});
 }
 
+void PlantCheck::cancel()
+{
+    ++m_round;
+    m_waiting = 0;
+    m_probes.clear();
+}
+
 void PlantCheck::onAnswer(int round, const QString &device, const Nodes::Result &connection)
 {
     if (round != m_round)

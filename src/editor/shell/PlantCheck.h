@@ -25,6 +25,8 @@ public:
     /// Ends an earlier one; finished() comes once all have answered or not, at once without
     /// devices.
     void start(ProjectSession &session);
+    /// Nobody waits for the answer any more: finished() does not come.
+    void cancel();
     bool isRunning() const { return m_waiting > 0; }
 
 signals:

@@ -88,7 +88,10 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
     }
     remember(m_workspace.session().directory());
     const std::size_t count = m_workspace.session().report().GetMessages().size();
-    if (count > 0)
+    if (count == 0)
+        m_workspace.tell(Workspace::Info,
+                         tr("Открыт проект «%1».").arg(m_workspace.session().name()));
+    else
         m_workspace.tell(
             Workspace::Warning,
             tr("В проекте найдены замечания: %1. Смотрите панель «Проблемы».").arg(count));
@@ -123,13 +126,21 @@ bool ProjectFiles::saveAsByDialog()
         QFileInfo(m_workspace.session().directory()).absolutePath());
     if (directory.isEmpty())
         return false;
+    const bool hadResources = QFileInfo::exists(m_workspace.session().directory());
     const Nodes::Result saved = m_workspace.session().saveAs(directory);
     if (!saved) {
         fail(tr("Проект не сохранён в «%1».").arg(directory), saved);
         return false;
     }
     remember(directory);
-    m_workspace.tell(Workspace::Info, tr("Проект сохранён в «%1».").arg(directory));
+    if (hadResources)
+        m_workspace.tell(Workspace::Info, tr("Проект сохранён в «%1».").arg(directory));
+    else
+        m_workspace.tell(
+            Workspace::Warning,
+            tr("Проект сохранён в «%1» без картинок, звуков и шаблонов: прежнего каталога "
+               "больше нет. Скопируйте их в новый каталог.")
+                .arg(directory));
     return true;
 }
 
