@@ -2,6 +2,7 @@
 #include "editor/shell/CommandMenus.h"
 #include "editor/shell/DocumentTabs.h"
 #include "editor/shell/MainWindow.h"
+#include "editor/shell/NewProjectDialog.h"
 #include "editor/shell/PlantCheck.h"
 #include "editor/shell/ProjectFiles.h"
 #include "editor/shell/StationRun.h"
@@ -138,6 +139,16 @@ private slots:
             const auto *dock = window.findChild<QDockWidget *>(row.key);
             QVERIFY2(dock && dock->widget(), row.key);
         }
+    }
+
+    void proposesAPlaceThatIsThere()
+    {
+        const QTemporaryDir home;
+        qputenv("HOME", home.path().toUtf8());
+        const QString name = QStringLiteral("/Новый проект");
+        QCOMPARE(Editor::NewProjectDialog(nullptr).directory(), home.path() + name);
+        QVERIFY(QDir(home.path()).mkdir("Documents"));
+        QCOMPARE(Editor::NewProjectDialog(nullptr).directory(), home.path() + "/Documents" + name);
     }
 
     void commandsFollowTheProject()

@@ -12,12 +12,14 @@ namespace {
 
 const QString typeFormat = QStringLiteral("application/nodetype");
 constexpr int typeRole = Qt::UserRole;
+const QSize rowSize(0, 24); ///< keeps icons of 20 apart; the width is that of the view
 
 QStandardItem *makeItem(Nodes::NodeType type)
 {
     auto *item = new QStandardItem(KindIcons::of(type),
                                    QString::fromStdString(type.GetSubtypeNameTranslated()));
     item->setData(QString::fromStdString(type.ToString()), typeRole);
+    item->setSizeHint(rowSize);
     item->setToolTip(QStringLiteral("Перетащите на мнемосхему; двойной щелчок — в её середину"));
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled);
     return item;
@@ -32,6 +34,7 @@ ElementModel::ElementModel(QObject *parent) : QStandardItemModel(parent)
         QFont font = heading->font();
         font.setBold(true);
         heading->setFont(font);
+        heading->setSizeHint(rowSize); // views of uniform heights ask the first row only
         heading->setFlags(Qt::ItemIsEnabled);
         for (const Nodes::NodeType &type : group.types)
             heading->appendRow(makeItem(type));

@@ -23,7 +23,7 @@ namespace {
 void setUpView(QTreeView &view)
 {
     view.setHeaderHidden(true);
-    view.setIconSize(QSize(24, 24));
+    view.setIconSize(QSize(20, 20));
     view.setIndentation(12);
     view.setUniformRowHeights(true);
     view.setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -74,6 +74,11 @@ ElementPanel::ElementPanel(Workspace &workspace, QWidget *parent)
         if (!type.isEmpty())
             addToScene(type);
     });
+    const ProjectSession &session = workspace.session();
+    const auto follow = [this, &session] { setEnabled(session.isOpen()); };
+    connect(&session, &ProjectSession::opened, this, follow);
+    connect(&session, &ProjectSession::closed, this, follow);
+    follow();
 }
 
 ElementPanel::~ElementPanel() = default;

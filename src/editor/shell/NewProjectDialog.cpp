@@ -22,13 +22,19 @@ QString folderName(QString name)
     return name.replace(unfit, QStringLiteral("_")).trimmed();
 }
 
+/// The user's documents, or the home directory of one who has none.
+QString usualPlace()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
 } // namespace
 
 NewProjectDialog::NewProjectDialog(QWidget *parent)
     : QDialog(parent),
       m_name(new QLineEdit(tr("Новый проект"), this)),
-      m_place(
-          new QLineEdit(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), this)),
+      m_place(new QLineEdit(usualPlace(), this)),
       m_verdict(new QLabel(this)),
       m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {

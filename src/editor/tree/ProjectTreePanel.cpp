@@ -67,6 +67,7 @@ void ProjectTreePanel::takeProject()
 {
     Nodes::NodesCollection *project = m_workspace.session().project();
     m_model->setProject(project);
+    setEnabled(project != nullptr);
     if (project)
         m_tree->setExpanded(TreeMemory().recall(QString::fromStdString(project->GetUuid())));
 }
@@ -77,6 +78,7 @@ void ProjectTreePanel::letProjectGo()
         TreeMemory().keep(QString::fromStdString(project->GetUuid()), m_tree->expanded());
     m_cut.clear();
     m_model->setProject(nullptr);
+    setEnabled(false);
 }
 
 void ProjectTreePanel::onSelected()

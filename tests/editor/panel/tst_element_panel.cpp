@@ -63,6 +63,7 @@ private slots:
     void offersEachKindOnceWithAPicture();
     void givesTheBytesThatScenesRead();
     void finds();
+    void servesAnOpenProjectLegibly();
     void addsToTheMiddleOfTheTopLayer();
 };
 
@@ -118,6 +119,19 @@ void TestElementPanel::finds()
     QVERIFY(panel.view().isExpanded(model.index(0, 0)));
     panel.setFilter({});
     QCOMPARE(shownNames(model).size(), all);
+}
+
+void TestElementPanel::servesAnOpenProjectLegibly()
+{
+    OpenProject project;
+    ElementPanel panel(project.workspace, nullptr);
+    QVERIFY(panel.isEnabled());
+    const QTreeView &view = panel.view();
+    const QModelIndex group = view.model()->index(0, 0);
+    const int height = view.visualRect(view.model()->index(0, 0, group)).height();
+    QVERIFY2(height > view.iconSize().height(), "pictures of neighbours touch");
+    project.session.close();
+    QVERIFY(!panel.isEnabled());
 }
 
 void TestElementPanel::addsToTheMiddleOfTheTopLayer()

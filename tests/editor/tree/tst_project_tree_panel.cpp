@@ -245,7 +245,9 @@ void TestProjectTreePanel::letsTheProjectGo()
     UsagesPanel usages(p.workspace, &p.window);
     usages.setTargets(p.links({"К1/T"}));
     p.panel.tree().setFilter("T");
+    QVERIFY(p.panel.isEnabled());
     p.session.close();
+    QVERIFY(!p.panel.isEnabled());
     QCOMPARE(p.panel.model().rowCount(), 0);
     QCOMPARE(usages.model().rowCount(), 0);
     for (const TreeCommand &command : TreeCommands()) {
