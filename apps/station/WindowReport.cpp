@@ -11,6 +11,9 @@
 #include "widgets/windows/WindowComposite.h"
 
 #include <QJsonArray>
+#include <QTableView>
+
+#include <algorithm>
 
 namespace Station {
 
@@ -18,6 +21,8 @@ namespace {
 
 using Nodes::Quality;
 using Widgets::ShowsValue;
+
+constexpr int listedRows = 20;
 
 /// Calls `visit(node, element)` for each element of the window that shows a signal.
 template <class Visit> void forEachValue(const Widgets::WidgetLink &link, Visit visit)
@@ -44,6 +49,35 @@ QJsonObject describe(const Nodes::BasicWidget &node, const ShowsValue &element)
             {"signal", QString::fromStdString(node.GetSignalLink().GetLinkName(true))},
             {"text", element.shownText()},
             {"quality", Nodes::QualityToken(element.shownQuality())}};
+}
+
+// What a list begins with is enough to see whether it lives.
+QJsonArray listsIn(const QWidget &widget)
+{
+    QJsonArray lists;
+    const auto *view = qobject_cast<const Widgets::ProxyView *>(&widget);
+    const Widgets::ProxyScene *scene = view ? view->proxyScene() : nullptr;
+    for (const Widgets::ProxyLayer *layer :
+         scene ? scene->getLayers() : QList<Widgets::ProxyLayer *>()) {
+        for (const Widgets::ProxyWidget *host : layer->getWidgets()) {
+            const auto *table =
+                host->widget() ? host->widget()->findChild<QTableView *>() : nullptr;
+            const QAbstractItemModel *rows = table ? table->model() : nullptr;
+            if (!rows)
+                continue;
+            QJsonArray first;
+            for (int row = 0; row < std::min(rows->rowCount(), listedRows); ++row) {
+                QStringList cells;
+                for (int column = 0; column < rows->columnCount(); ++column)
+                    cells << rows->index(row, column).data().toString();
+                first.append(cells.join(QStringLiteral(" | ")));
+            }
+            lists.append(QJsonObject{{"id", double(host->getNodeLink().GetNodeId())},
+                                     {"rows", rows->rowCount()},
+                                     {"first", first}});
+        }
+    }
+    return lists;
 }
 
 QString contentOf(const QWidget &widget)
@@ -96,6 +130,9 @@ QJsonObject WindowReport::toJson(bool withTexts) const
         texts.append(describe(node, element));
     });
     window["texts"] = texts;
+    const QJsonArray lists = listsIn(widget);
+    if (!lists.isEmpty())
+        window["lists"] = lists;
     return window;
 }
 

@@ -3,6 +3,8 @@
 #include "e2e/StationRig.h"
 
 #include <QDeadlineTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
 
@@ -124,6 +126,8 @@ private slots:
     {
         m_rig.click(m_rig.project().centreOf(footer, "Страница: События"));
         QTRY_VERIFY_WITH_TIMEOUT(isOnPage("События"), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(listHas("Отказ сетевого насоса 1"), patience);
+        QVERIFY(listHas("Квитирование события"));
         m_rig.grab({}, "events");
     }
     void theJournalTellsWhoAcknowledged()
@@ -136,6 +140,17 @@ private slots:
     }
 
 private:
+    /// Whether a row at the head of the event list has that.
+    bool listHas(const QString &text) const
+    {
+        const QJsonArray windows = m_rig.status()["windows"].toArray();
+        for (const QJsonValue &window : windows) {
+            const QByteArray lists = QJsonDocument(window["lists"].toArray()).toJson();
+            if (QString::fromUtf8(lists).contains(text))
+                return true;
+        }
+        return false;
+    }
     int alarmsThatAre(const char *state) const
     {
         return m_rig.status()["alarms"].toObject()[state].toInt(-1);
