@@ -119,14 +119,17 @@ private slots:
         QTest::addColumn<QString>("type");
         QTest::addColumn<int>("bit");
         QTest::addColumn<QString>("found"); // said of the fourth signal or its group
-        QTest::newRow("the same register") << "3"
-                                           << "uint16" << 0 << "занят";
-        QTest::newRow("half of a wide one") << "2"
-                                            << "uint16" << 0 << "Т02";
-        QTest::newRow("outside") << "4"
-                                 << "uint16" << 0 << "не помещается";
-        QTest::newRow("a bit of a whole one") << "3"
-                                              << "bit" << 5 << "занят";
+        QTest::addColumn<bool>("isInGroup");
+        const auto row = [](const char *name, const char *offset, const char *type, int bit,
+                            const char *found, bool isInGroup = true) {
+            QTest::newRow(name) << QString(offset) << QString(type) << bit << QString(found)
+                                << isInGroup;
+        };
+        row("the same register", "3", "uint16", 0, "занят");
+        row("half of a wide one", "2", "uint16", 0, "Т02");
+        row("outside", "4", "uint16", 0, "не помещается");
+        row("a bit of a whole one", "3", "bit", 5, "занят");
+        row("without a group", "0", "uint16", 0, "вне группы", false);
     }
     void addressesAreLookedThrough()
     {
@@ -139,7 +142,8 @@ private slots:
         QVERIFY(Nodes::FindAddressTrouble(device).empty());
         const DriverSettings settings(p.workspace, p.device, nullptr);
         QCOMPARE(settings.findings().size(), 1); // that there are none
-        p.add("modbusSignal", p.group, "Т04",
+        QFETCH(bool, isInGroup);
+        p.add("modbusSignal", isInGroup ? p.group : p.device, "Т04",
               {{"offset", offset.toStdString()},
                {"dataType", type.toStdString()},
                {"bit", std::to_string(bit)}});
@@ -189,6 +193,21 @@ private slots:
         trial->stop();
         QVERIFY(!trial->isRunning());
         QCOMPARE(p.session.undoStack().count(), 0);
+    }
+
+    void trialFollowsTheProject()
+    {
+        Plant p;
+        DriverView view(p.workspace, p.device, nullptr);
+        auto *trial = view.findChild<ModbusTrial *>();
+        auto *host = trial->findChild<QLineEdit *>("host");
+        host->setText("10.0.0.7"); // for the trial only
+        PropertyForm form(p.workspace, p.device, nullptr);
+        auto *port = qobject_cast<QLineEdit *>(form.field("port"));
+        port->setText("1502");
+        QTest::keyClick(port, Qt::Key_Return);
+        QTRY_COMPARE(trial->findChild<QLineEdit *>("port")->text(), QString("1502"));
+        QCOMPARE(host->text(), QString("10.0.0.7"));
     }
 
     void trialOfNobodyEndsAndSaysWhy()

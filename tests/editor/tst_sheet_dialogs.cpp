@@ -102,6 +102,13 @@ private slots:
         QCOMPARE(dialog.column(), model.columns().Find("offset"));
     }
 
+    void newSignalsGoWhereTheyAreRead()
+    {
+        Plant p;
+        const SheetModel model(p.workspace, p.device, NodeType::TypeSignal);
+        QCOMPARE(PatternDialog(model, nullptr).names().front(), std::string("Г1/Т01"));
+    }
+
     void renamesAreShownBefore()
     {
         Plant p;
@@ -171,10 +178,12 @@ private slots:
         Plant p;
         SheetPage page(p.workspace, p.group, NodeType::TypeSignal, nullptr);
         QVERIFY(page.reveal(p.second));
+        p.workspace.selection().select({p.device}, nullptr); // in the tree
         const auto refusals = SheetEdits::paste(p.workspace, page.model(), "Имя\nА\nБ\n", 0, 0, {});
         QVERIFY(refusals.empty());
         QTRY_COMPARE(page.model().rowCount(), 4);
         QCOMPARE(page.selectedNodes(), Nodes::NodeLinks{p.second});
+        QCOMPARE(p.workspace.selection().nodes(), Nodes::NodeLinks{p.device});
         page.findChild<QLineEdit *>()->setText("т01");
         QCOMPARE(page.model().rowCount(), 1);
         QVERIFY(page.reveal(p.second)); // gives up the search

@@ -8,10 +8,10 @@
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
 
-#include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 namespace Editor {
 
@@ -45,8 +45,8 @@ DriverSettings::DriverSettings(Workspace &workspace, const Nodes::NodeLink &driv
     m_findings->setHeaderLabel(tr("Замечания"));
     m_findings->setRootIsDecorated(false);
     m_findings->setWordWrap(true);
-    auto *layout = new QHBoxLayout(this);
-    layout->addWidget(form);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(form, 2);
     layout->addWidget(m_findings, 1);
     if (Nodes::NodesCollection *project = driver.GetNodesCollection())
         m_connection = project->ConnectChanged([this](const Nodes::NodeChange &) { checkLater(); });

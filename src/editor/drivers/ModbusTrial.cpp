@@ -8,6 +8,8 @@
 #include "nodes/drivers/modbus/modbusGroup.h"
 #include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/model/KindInfo.h"
+#include "nodes/model/NodeNotifications.h"
+#include "nodes/model/NodesCollection.h"
 #include "nodes/project/signals/CellText.h"
 #include "nodes/system/systemCore.h"
 
@@ -106,8 +108,12 @@ ModbusTrial::ModbusTrial(Workspace &workspace, const Nodes::NodeLink &driver, Sh
     layout->addWidget(m_table, 1);
     connect(m_button, &QPushButton::clicked, this, [this] { m_isRunning ? stop() : start(); });
     connect(&workspace.session(), &ProjectSession::aboutToClose, this, &ModbusTrial::stop);
+    if (Nodes::NodesCollection *project = driver.GetNodesCollection())
+        m_connection = project->ConnectChanged([this](const Nodes::NodeChange &change) {
+            if (change.node == m_driver)
+                QMetaObject::invokeMethod(this, &ModbusTrial::fillPlace, Qt::QueuedConnection);
+        });
     setRunning(false);
-    fillPlace();
 }
 
 ModbusTrial::~ModbusTrial() = default;
@@ -129,11 +135,16 @@ void ModbusTrial::makeTable()
 void ModbusTrial::fillPlace()
 {
     const Nodes::ConfigNode *driver = m_driver.GetNode();
-    if (!driver)
+    if (!driver || m_isRunning) // what is being read stays to be seen
         return;
     const Nodes::systemCore &core = m_workspace.session().core();
-    m_host->setText(expanded(core, textOf(*driver, modbusDriver::Prop::Host)));
-    m_port->setText(expanded(core, textOf(*driver, modbusDriver::Prop::Port)));
+    const auto fill = [](QLineEdit &line, QString &filled, const QString &text) {
+        if (text != filled)
+            line.setText(text);
+        filled = text;
+    };
+    fill(*m_host, m_filledHost, expanded(core, textOf(*driver, modbusDriver::Prop::Host)));
+    fill(*m_port, m_filledPort, expanded(core, textOf(*driver, modbusDriver::Prop::Port)));
 }
 
 void ModbusTrial::setRunning(bool isRunning)
@@ -143,6 +154,7 @@ void ModbusTrial::setRunning(bool isRunning)
     m_host->setEnabled(!isRunning);
     m_port->setEnabled(!isRunning);
     m_repeats->setEnabled(!isRunning);
+    fillPlace();
 }
 
 bool ModbusTrial::gatherPoints()

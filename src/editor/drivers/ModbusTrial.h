@@ -2,6 +2,7 @@
 
 #include "nodes/drivers/modbus/ModbusProbe.h"
 #include "nodes/model/links/NodeLink.h"
+#include "nodes/values/Connection.h"
 
 #include <QWidget>
 
@@ -40,6 +41,7 @@ private:
     void makeTable();
     bool gatherPoints();
     bool readTarget(Nodes::ProbeTarget &target);
+    /// Host and port of the project, where they are others than when they were filled in last.
     void fillPlace();
     void take(const Nodes::ProbeOutcome &outcome, int trial);
     void showReading(int row, const Nodes::ProbeReading &reading);
@@ -50,6 +52,8 @@ private:
     SheetPage &m_page;
     QLineEdit *m_host; ///< children
     QLineEdit *m_port;
+    QString m_filledHost; ///< by the project; the user may have typed others since
+    QString m_filledPort;
     QPushButton *m_button;
     QCheckBox *m_repeats;
     QLabel *m_status;
@@ -58,6 +62,7 @@ private:
     int m_trial = 0; ///< which one is running: answers of older ones do not count
     bool m_isRunning = false;
     Nodes::ModbusProbe m_probe;
+    Nodes::ScopedConnection m_connection;
 };
 
 } // namespace Editor

@@ -30,13 +30,20 @@ QSpinBox *number(QWidget *parent, int value, int least)
     return box;
 }
 
+/// New nodes go beside the first of the table: signals of a device into its group.
+QString usualPattern(const SheetModel &model)
+{
+    const QString name = model.rowCount() > 0 ? model.text(0, 0) : QString();
+    return name.left(name.lastIndexOf(QLatin1Char('/')) + 1) + QStringLiteral("Т{01..10}");
+}
+
 } // namespace
 
 PatternDialog::PatternDialog(const SheetModel &model, QWidget *parent)
     : QDialog(parent),
       m_model(model),
       m_kinds(model.kinds()),
-      m_pattern(new QLineEdit(QStringLiteral("Т{01..10}"), this)),
+      m_pattern(new QLineEdit(usualPattern(model), this)),
       m_kind(new QComboBox(this)),
       m_column(new QComboBox(this)),
       m_first(number(this, 0, -most)),

@@ -209,6 +209,8 @@ void SheetPage::restoreSelection()
 
 void SheetPage::tellSelection()
 {
+    if (!m_kept.empty())
+        return; // comes back after a change of rows: whoever made it may have selected since
     const Nodes::NodeLinks nodes = selectedNodes();
     if (!nodes.empty() && nodes.size() <= toldNodes)
         m_workspace.selection().select(nodes, this);

@@ -107,6 +107,11 @@ ValidationResults FindAddressTrouble(const modbusDriver &driver)
         const auto *group = dynamic_cast<const modbusGroup *>(link.GetNode());
         if (group && BasicDriver::Above(*group) == &driver)
             survey.add(*group);
+        const auto *signal = dynamic_cast<const modbusSignal *>(link.GetNode());
+        if (signal && !signal->GetGroup())
+            results.Add(link, trouble(*signal),
+                        signal->GetName() +
+                            ": вне группы опроса, поэтому не читается; перенесите в группу");
     }
     return results;
 }
