@@ -57,8 +57,8 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(m_notice);
     column->addWidget(m_pages, 1);
+    column->addWidget(m_notice); // below: what is pressed must not move as it comes and goes
     m_pages->addWidget(new StartPage(*m_files, this));
     m_pages->addWidget(m_tabs);
     auto *steps = new FirstSteps(m_workspace, this);

@@ -3,6 +3,7 @@
 
 #include "editor/tables/PanelTable.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QHash>
 #include <QMenu>
@@ -26,6 +27,10 @@ void MainWindow::makePanels()
         beside.append(dock);
         dock->setVisible(row.isShown);
         panels->addAction(dock->toggleViewAction());
+        connect(dock->toggleViewAction(), &QAction::triggered, dock, [dock](bool isShown) {
+            if (isShown)
+                dock->raise(); // it may lie behind others of its area
+        });
     }
     for (const QVector<QDockWidget *> &beside : qAsConst(made))
         beside[beside.size() > 1 && beside[1]->isVisibleTo(this) ? 1 : 0]->raise();
