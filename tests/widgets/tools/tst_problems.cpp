@@ -71,7 +71,12 @@ private slots:
         const QTableView &table = view.table();
         QCOMPARE(table.model()->rowCount(), count + 2);
         const int last = count + 1;
-        QTEST(table.rowHeight(last) > table.verticalHeader()->defaultSectionSize(), "areFitted");
+        const int plain = table.verticalHeader()->defaultSectionSize();
+        QCOMPARE(table.rowHeight(last), plain); // columns that nobody sees tell nothing
+        view.resize(900, 400);
+        view.show();
+        QFETCH(const bool, areFitted);
+        QTRY_COMPARE(table.rowHeight(last) > plain, areFitted);
         const QModelIndex text = table.model()->index(last, 2);
         QVERIFY(text.data(Qt::ToolTipRole).toString().contains("as long as it gets"));
     }

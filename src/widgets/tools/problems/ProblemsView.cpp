@@ -8,7 +8,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace Widgets {
@@ -144,8 +146,28 @@ void ProblemsView::finish()
     m_isReplacing = false;
     m_again->setEnabled(true);
     tellCounts();
-    if (m_rows->rowCount() <= fittedRows)
-        m_table->resizeRowsToContents(); // of longer lists the tool tips have what is cut off
+    fitRows();
+}
+
+// Of longer lists the tool tips have what is cut off. While the view is not laid out its columns
+// are narrow, and rows would be as high as their texts in them.
+void ProblemsView::fitRows()
+{
+    if (isVisible() && m_rows->rowCount() <= fittedRows)
+        m_table->resizeRowsToContents();
+}
+
+void ProblemsView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    QTimer::singleShot(0, this, &ProblemsView::fitRows); // when it has its size
+}
+
+void ProblemsView::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        QTimer::singleShot(0, this, &ProblemsView::fitRows);
 }
 
 void ProblemsView::tellCounts()

@@ -44,8 +44,13 @@ signals:
     /// Only for nodes that are there; `property` is the key of the one to mend, "" for none.
     void nodeActivated(const Nodes::NodeLink &node, const QString &property);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void buildTable();
+    void fitRows();
     void makeLarge();
     void onActivated(const QModelIndex &index);
     void take(const std::vector<Problem> &problems);
