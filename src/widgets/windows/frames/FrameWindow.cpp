@@ -71,6 +71,7 @@ FrameWindow::FrameWindow(WindowBasic *window, QWidget *parent) : FrameWindow(par
 // Children die after this object has stopped being a frame window: nothing may reach it then.
 FrameWindow::~FrameWindow()
 {
+    OverlayWindows::instance().disconnect(this);
     OverlayWindows::instance().remove(this);
     if (m_widget)
         m_widget->disconnect(this);
