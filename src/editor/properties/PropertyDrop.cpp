@@ -5,8 +5,8 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/properties/PropertyDescriptor.h"
+#include "widgets/scene/editing/DraggedNodes.h"
 
-#include <QDataStream>
 #include <QMimeData>
 
 #include <algorithm>
@@ -17,19 +17,6 @@ namespace {
 
 const QString pathsFormat = QStringLiteral("application/nodelinkpath");
 const QString idsFormat = QStringLiteral("application/nodelink");
-
-QStringList readTexts(const QMimeData &mime, const QString &format)
-{
-    QStringList texts;
-    const QByteArray bytes = mime.data(format);
-    QDataStream stream(bytes);
-    while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
-        QString text;
-        stream >> text;
-        texts << text;
-    }
-    return texts;
-}
 
 Nodes::NodeLinks fitting(const PropertyRow &row, const Nodes::NodeLinks &nodes)
 {
@@ -55,13 +42,13 @@ Nodes::NodeLinks PropertyDrop::nodes(const QMimeData *mime, const Nodes::NodesCo
     if (!mime || !project)
         return found;
     if (mime->hasFormat(idsFormat)) {
-        for (const QString &id : readTexts(*mime, idsFormat)) {
+        for (const QString &id : Widgets::DraggedNodes::texts(*mime, idsFormat)) {
             if (const Nodes::ConfigNode *node = project->FindNode(id.toULong()))
                 found.emplace_back(node);
         }
         return found;
     }
-    for (const QString &path : readTexts(*mime, pathsFormat)) {
+    for (const QString &path : Widgets::DraggedNodes::texts(*mime, pathsFormat)) {
         const auto nodes = project->GetNodesByPath(path.toStdString());
         if (!nodes.empty())
             found.emplace_back(nodes.front());

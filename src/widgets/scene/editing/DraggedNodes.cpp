@@ -13,21 +13,21 @@ namespace {
 const QString pathsFormat = QStringLiteral("application/nodelinkpath");
 const QString idsFormat = QStringLiteral("application/nodelink");
 
-QStringList readTexts(const QMimeData &mime, const QString &format)
+} // namespace
+
+QStringList DraggedNodes::texts(const QMimeData &mime, const QString &format)
 {
-    QStringList texts;
+    QStringList found;
     const QByteArray bytes = mime.data(format);
     QDataStream stream(bytes);
     while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
         QString text;
         stream >> text;
         if (stream.status() == QDataStream::Ok)
-            texts << text;
+            found << text;
     }
-    return texts;
+    return found;
 }
-
-} // namespace
 
 bool DraggedNodes::isIn(const QMimeData &mime)
 {
@@ -38,14 +38,14 @@ Nodes::NodesArray DraggedNodes::read(const Nodes::NodesCollection &project, cons
 {
     Nodes::NodesArray found;
     if (mime.hasFormat(pathsFormat)) {
-        for (const QString &path : readTexts(mime, pathsFormat)) {
+        for (const QString &path : texts(mime, pathsFormat)) {
             const auto nodes = project.GetNodesByPath(path.toStdString());
             if (!nodes.empty())
                 found.push_back(Nodes::NodeLink(nodes.front()));
         }
         return found;
     }
-    for (const QString &id : readTexts(mime, idsFormat)) {
+    for (const QString &id : texts(mime, idsFormat)) {
         if (const Nodes::ConfigNode *node = project.FindNode(id.toULong()))
             found.push_back(Nodes::NodeLink(node));
     }
