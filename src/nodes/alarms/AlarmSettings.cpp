@@ -46,6 +46,8 @@ AlarmSettings AlarmSettings::Of(const BasicAlarm &alarm, const AlarmTuning &tuni
     if (const BasicSignal *signal = alarm.GetSignal()) {
         settings.minimum = signal->GetMinimum();
         settings.maximum = signal->GetMaximum();
+        settings.decimals = signal->GetDecimals();
+        settings.unit = signal->GetUnit();
     }
     std::unique_ptr<AlarmCondition> condition = alarm.MakeCondition();
     if (const AlarmThreshold *own = condition->GetThreshold())

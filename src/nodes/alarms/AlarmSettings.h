@@ -33,6 +33,8 @@ struct NODES_EXPORT AlarmSettings
     int limitRank = 0;          ///< 2 HH, 1 H, -1 L, -2 LL, else 0
     double minimum = 0;         ///< range of the signal
     double maximum = 0;         ///< not above the minimum: unknown
+    int decimals = 0;           ///< of the signal
+    std::string unit;           ///< of the signal
     std::string suppressReason; ///< of suppression by design: "по проекту: ..."
     std::shared_ptr<const AlarmCondition> condition; ///< to be cloned
 };

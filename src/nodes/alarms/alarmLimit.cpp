@@ -69,9 +69,9 @@ void alarmLimit::Validate(ValidationResults &results) const
         if (!lower || lower->m_type <= m_type || m_limit >= lower->m_limit)
             continue;
         results.Add(GetNodeLink(), Result(this, Result::OutOfRange, Prop::Limit.key),
-                    "Тревога «" + GetPath() + "»: предел " + FormatDouble(m_limit) +
-                        " ниже предела «" + lower->GetName() + "» (" +
-                        FormatDouble(lower->m_limit) + "). Порядок пределов: HH, H, L, LL.");
+                    "Тревога «" + GetPath() + "»: предел " + FormatExact(m_limit) +
+                        " ниже предела «" + lower->GetName() + "» (" + FormatExact(lower->m_limit) +
+                        "). Порядок пределов: HH, H, L, LL.");
     }
 }
 

@@ -6,6 +6,7 @@
 #include "nodes/journal/JournalReader.h"
 #include "nodes/model/KindBuilder.h"
 #include "nodes/reports/data/AlarmColumns.h"
+#include "nodes/reports/data/AlarmShifts.h"
 #include "nodes/system/systemCore.h"
 
 #include <algorithm>
@@ -22,6 +23,8 @@ public:
     {
         m_reading.begin = order.span.begin;
         m_reading.end = std::min(order.span.end, order.now);
+        if (content == reportAlarms::ContentShifts)
+            m_reading.shifts = AlarmShiftsOf(order.shifts, m_reading.begin, m_reading.end);
         if (!order.core)
             return;
         m_journal = order.core->GetJournal().OpenReader();
@@ -41,6 +44,10 @@ public:
             AlarmColumns::AddFrequent(*table, figures, m_limit);
         else if (m_content == reportAlarms::ContentTimeline)
             AlarmColumns::AddTimeline(*table, figures);
+        else if (m_content == reportAlarms::ContentAreas)
+            AlarmColumns::AddAreas(*table, figures, m_limit);
+        else if (m_content == reportAlarms::ContentShifts)
+            AlarmColumns::AddShifts(*table, figures);
         else
             AlarmColumns::AddMeasures(*table, figures);
         return table;
@@ -62,7 +69,9 @@ KindInfo reportAlarms::Kind()
         .Choice(ContentMeasures, "measures", "Показатели")
         .Choice(ContentFrequent, "frequent", "Самые частые")
         .Choice(ContentTimeline, "timeline", "По 10 минут")
-        .Property<&reportAlarms::m_limit>(Prop::Limit, "Alarms at most", "Тревог не более")
+        .Choice(ContentAreas, "areas", "По участкам")
+        .Choice(ContentShifts, "shifts", "По сменам")
+        .Property<&reportAlarms::m_limit>(Prop::Limit, "Rows at most", "Строк не более")
         .Range(1, 1000);
 }
 

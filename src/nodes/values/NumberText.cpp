@@ -56,6 +56,21 @@ std::string FormatFixed(double value, int decimals)
     return text;
 }
 
+std::string FormatExact(double value, int decimals)
+{
+    constexpr double longest = 1e15;
+    if (!(std::abs(value) < longest))
+        return FormatDouble(value);
+    std::array<char, 352> buffer{};
+    const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                       std::chars_format::fixed);
+    const std::string_view text(buffer.data(), std::size_t(written.ptr - buffer.data()));
+    const std::size_t point = text.find('.');
+    const std::size_t own = point == std::string_view::npos ? 0 : text.size() - point - 1;
+    return own > std::size_t(std::max(decimals, 0)) ? std::string(text)
+                                                    : FormatFixed(value, decimals);
+}
+
 std::string FormatShown(double value, int decimals)
 {
     constexpr double longest = 1e15;

@@ -85,13 +85,15 @@ private slots:
         };
         ConfigNode *highHigh = add("HH", "90");
         ConfigNode *low = add("L", "20");
+        station.set(station.tank, {{"unit", "°C"}, {"decimals", "1"}});
         QVERIFY(station.core.Stop() && station.core.Start());
         const auto tune = [&](ConfigNode *alarm, double limit) {
             return station.alarming->Tune(alarm, limitOf(limit));
         };
         const Result above = tune(station.high, 90);
         QVERIFY(above == Result::OutOfRange);
-        QCOMPARE(above.GetDetail(), std::string("Предел H 90 должен быть ниже предела HH (90)"));
+        QCOMPARE(above.GetDetail(),
+                 std::string("Предел H 90.0 °C должен быть ниже предела HH (90.0 °C)"));
         QVERIFY(tune(highHigh, 95));
         QVERIFY(tune(station.high, 94)); // what counts counts, not what the project says
         QVERIFY(tune(highHigh, 93) == Result::OutOfRange);

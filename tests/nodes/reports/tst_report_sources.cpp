@@ -56,6 +56,7 @@ private slots:
     void samplesUpToTheLimit();
     void failuresAreTold();
     void eventsOfThePeriod();
+    void alarmsByAreaAndShift();
     void schedulesFallDue_data();
     void schedulesFallDue();
     void placesOfFiles_data();
@@ -184,6 +185,50 @@ void ReportSourcesTest::eventsOfThePeriod()
     const ReportTablePtr users = ask(*source, order(f, day, day + 30 * hour));
     QCOMPARE(texts(*users, "text"), QString("событие 29|событие 27"));
     QCOMPARE(int(users->result.GetType()), int(Result::LimitExceeded));
+    f.core.GetJournal().Close();
+}
+
+void ReportSourcesTest::alarmsByAreaAndShift()
+{
+    CoreFixture f(m_directory);
+    QVERIFY(f.core.GetJournal().Open(m_directory.filePath("alarms.sqlite").toStdString()));
+    const auto alarmIn = [&](const char *folder) {
+        ConfigNode *signal = f.add("memorySignal", f.add("folder", f.root(), folder));
+        return f.add("alarmLimit", signal);
+    };
+    const ConfigNode *pump = alarmIn("Насос");
+    const ConfigNode *boiler = alarmIn("Котёл");
+    unsigned long occurrence = 0;
+    const auto raise = [&](const ConfigNode *alarm, Timestamp at) {
+        BasicEvent event;
+        event.time = at;
+        event.level = LevelAlarm;
+        event.type = TypeAlarmActive;
+        event.alarmState = AlarmState::ActiveUnacked;
+        event.occurrence = ++occurrence;
+        event.source = alarm->GetPath();
+        event.sourceNode = alarm->GetNodeLink();
+        QVERIFY(f.core.GetJournal().Append(event));
+    };
+    raise(pump, day);
+    for (const int at : {9, 10, 23})
+        raise(boiler, day + at * hour);
+    QVERIFY(f.core.GetJournal().Flush());
+    ConfigNode *report = f.add("report", f.root());
+    auto *source = f.add<BasicReportSource>("reportAlarms", report, "a", {{"content", "areas"}});
+    const ReportTablePtr areas = ask(*source, order(f, day, 2 * day));
+    QCOMPARE(texts(*areas, "area"), QString("Котёл|Насос"));
+    QCOMPARE(numbers(*areas, "raised"), QString("3 1"));
+    QCOMPARE(numbers(*areas, "share"), QString("75 25"));
+    QCOMPARE(numbers(*areas, "alarms"), QString("1 1"));
+    f.set(source, {{"limit", "1"}});
+    QCOMPARE(ask(*source, order(f, day, 2 * day))->rows, std::size_t(1));
+    f.set(source, {{"content", "shifts"}});
+    const ReportTablePtr shifts = ask(*source, order(f, day, day + 22 * hour));
+    QCOMPARE(texts(*shifts, "row"),
+             QString("02.01.1970 ночная|02.01.1970 дневная|02.01.1970 ночная"));
+    QCOMPARE(numbers(*shifts, "raised"), QString("1 2 0"));
+    QCOMPARE(texts(*shifts, "time").section('|', 1, 1), QString("1970-01-02 08:00:00"));
     f.core.GetJournal().Close();
 }
 

@@ -155,6 +155,25 @@ private slots:
         row("not a number", qQNaN(), 1, "nan");
     }
 
+    void formatsExactly_data()
+    {
+        const Rows<double, int, QString> row("number", "decimals", "text");
+        row("never with an exponent", 2e6, 0, "2000000");
+        row("as many decimals as shown", 90, 1, "90.0");
+        row("no digit is lost", 0.125, 1, "0.125");
+        row("small", 2.5e-7, 0, "0.00000025");
+        row("negative", -7.25, 0, "-7.25");
+        row("no plant has it", 1e300, 2, "1e+300");
+        row("not a number", qQNaN(), 1, "nan");
+    }
+
+    void formatsExactly()
+    {
+        QFETCH(double, number);
+        QFETCH(int, decimals);
+        QTEST(QString::fromStdString(FormatExact(number, decimals)), "text");
+    }
+
     void formatsFixedDecimals()
     {
         QFETCH(double, number);

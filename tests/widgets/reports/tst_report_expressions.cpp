@@ -160,23 +160,27 @@ void tst_report_expressions::errors_data()
     QTest::newRow("in a script") << "$S{1 + $D{b.x}}"
                                  << "нет столбца «x»";
     QTest::newRow("syntax") << "$S{1 +}"
-                            << "SyntaxError";
+                            << "ожидается «numeric literal». Проверьте скобки";
     QTest::newRow("thrown") << "$S{null.x}"
-                            << "TypeError";
+                            << "свойство «x» спрошено у пустого";
     QTest::newRow("thrown text") << "$S{throw 'Ой'}"
                                  << "Ой";
     QTest::newRow("unknown function") << "$S{open('/etc/passwd')}"
-                                      << "ReferenceError";
+                                      << "имя «open» неизвестно";
     QTest::newRow("getField") << "$S{getField('b.x')}"
                               << "нет столбца «x»";
     QTest::newRow("aggregate without band") << "$S{SUM($D{b.count})}"
                                             << "названия полосы";
     QTest::newRow("recursion") << "$S{(function f() { return f() + 1; })()}"
-                               << "RangeError";
+                               << "сама себя без конца";
     QTest::newRow("huge text") << "$S{'x'.repeat(2000000000)}"
-                               << "RangeError";
+                               << "текст длиннее 1000000 знаков";
     QTest::newRow("functions stay") << "$S{'use strict'; now = 1; now}"
-                                    << "TypeError";
+                                    << "не делается";
+    QTest::newRow("line") << "$S{var a = 1;\nvar b = a;\nb.c.d}"
+                          << "(строка 3)";
+    QTest::newRow("kind") << "$S{decodeURIComponent('%')}"
+                          << "недопустимое значение: malformed URI";
 }
 
 void tst_report_expressions::errors()
@@ -195,7 +199,7 @@ void tst_report_expressions::errors()
         QVERIFY(expanded.errors.first().startsWith("полоса «Rows», элемент «Text7»: "));
     }
     QCOMPARE(scope.errors().texts().size(), 1);
-    QVERIFY(scope.errors().texts().first().endsWith("(2 times)"));
+    QVERIFY(scope.errors().texts().first().endsWith("(раз: 2)"));
     QCOMPARE(expander.expand("$V{n}", scope).text, QString("4")); // what failed harms nothing else
 }
 
@@ -286,7 +290,7 @@ void tst_report_expressions::wildScripts()
     // Once ended it isn't run again: a million rows don't wait a million times.
     expander.expand(content, scope);
     QCOMPARE(expander.expand("$S{runs}", scope).text, QString("1"));
-    QVERIFY(scope.errors().texts().first().endsWith("(2 times)"));
+    QVERIFY(scope.errors().texts().first().endsWith("(раз: 2)"));
 }
 
 void tst_report_expressions::cancelEndsScript()
@@ -296,9 +300,9 @@ void tst_report_expressions::cancelEndsScript()
     ReportScope scope(boiler());
     ContentExpander expander(nullptr, limits);
     std::thread canceller([&expander] { expander.cancel(); });
-    QVERIFY(expander.expand("$S{while (true) {}}", scope).errors.first().contains("cancelled"));
+    QVERIFY(expander.expand("$S{while (true) {}}", scope).errors.first().contains("прервано"));
     canceller.join();
-    QVERIFY(expander.expand("$S{1}", scope).errors.first().contains("cancelled"));
+    QVERIFY(expander.expand("$S{1}", scope).errors.first().contains("прервано"));
 }
 
 void tst_report_expressions::pageCountIsKnownLater()
@@ -334,7 +338,7 @@ void tst_report_expressions::scriptsCantHarm()
     QCOMPARE(expander.expand("$S{numberFormat(1)}", scope).text, QString("1.00"));
     QCOMPARE(expander.runInitScript("function twice(x) { return 2 * x; }", scope), QString());
     QCOMPARE(expander.expand("$S{twice($V{n})}", scope).text, QString("8"));
-    QVERIFY(expander.runInitScript("function (", scope).contains("SyntaxError"));
+    QVERIFY(expander.runInitScript("function (", scope).contains("ошибка в записи"));
 }
 
 void tst_report_expressions::aggregatesAreThoseOfNaiveSums()

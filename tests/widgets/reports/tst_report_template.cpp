@@ -106,7 +106,14 @@ private slots:
         QTest::addColumn<QString>("told");
         const QString good = report({page({band("Data", "d", 100, {item("x")})})});
         QTest::newRow("nothing") << QString() << "строка";
-        QTest::newRow("cut off") << good.left(good.size() - 20) << "строка";
+        QTest::newRow("cut off") << good.left(good.size() - 20) << "файл обрывается";
+        QTest::newRow("not closed")
+            << QString(good).replace("</item>", "</itm>") << "закрывающий тег";
+        QTest::newRow("bare sign") << QString(good).replace("<pages", "<pages a=1") << "столбец";
+        QTest::newRow("unquoted") << QString(good).replace("<pages", "<pages a=1")
+                                  << "без кавычек. Заключите";
+        QTest::newRow("twice") << QString(good).replace("<pages", "<pages a=\"1\" a=\"2\"")
+                               << "атрибут «a» указан дважды";
         QTest::newRow("another root") << "<html><body/></html>"
                                       << "<Report>";
         QTest::newRow("no page") << report({}) << "нет страниц";

@@ -5,8 +5,6 @@
 #include "nodes/alarms/engine/AlarmDeeds.h"
 #include "nodes/values/NumberText.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
 namespace Nodes::AlarmTuningRules {
@@ -25,16 +23,9 @@ template <class Run, class... Tunings> void forEach(Run run, Tunings &...tunings
     run(tunings.offDelay...);
 }
 
-// As operators write numbers: never "2e+06", except where there are too many digits to read.
 std::string numberText(double value)
 {
-    constexpr double longest = 1e15;
-    std::array<char, 64> text{};
-    const bool isLong = std::abs(value) >= longest;
-    const auto written =
-        std::to_chars(text.data(), text.data() + text.size(), value,
-                      isLong ? std::chars_format::general : std::chars_format::fixed);
-    return written.ec == std::errc() ? std::string(text.data(), written.ptr) : FormatDouble(value);
+    return FormatExact(value);
 }
 
 std::string delayText(int milliseconds)
@@ -53,8 +44,9 @@ Result checkLimit(const AlarmSettings &settings, double limit)
         return Result(Result::InvalidArgument, "Предел: не число");
     const bool isOnSignal = settings.limitRank != 0 && settings.minimum < settings.maximum;
     if (isOnSignal && (limit < settings.minimum || limit > settings.maximum))
-        return outOfRange("Предел " + numberText(limit) + " вне диапазона сигнала",
-                          numberText(settings.minimum), numberText(settings.maximum));
+        return outOfRange("Предел " + LimitText(settings, limit) + " вне диапазона сигнала",
+                          LimitText(settings, settings.minimum),
+                          LimitText(settings, settings.maximum));
     return Result();
 }
 
@@ -74,6 +66,12 @@ Result checkDelay(const char *what, int delay)
 }
 
 } // namespace
+
+std::string LimitText(const AlarmSettings &settings, double limit)
+{
+    const std::string text = FormatExact(limit, settings.decimals);
+    return settings.unit.empty() ? text : text + " " + settings.unit;
+}
 
 AlarmTuning OfProject(const AlarmSettings &settings)
 {

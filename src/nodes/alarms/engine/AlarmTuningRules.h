@@ -14,6 +14,9 @@ struct AlarmSettings;
 /// How numbers of an alarm may deviate from the project.
 namespace AlarmTuningRules {
 
+/// A limit on the alarm's signal as operators read it: "2500000 Па".
+std::string LimitText(const AlarmSettings &settings, double limit);
+
 /// The numbers the alarm has, as the project says.
 AlarmTuning OfProject(const AlarmSettings &settings);
 /// The numbers that count.

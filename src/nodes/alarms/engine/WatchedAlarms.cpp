@@ -1,7 +1,7 @@
 #include "nodes/alarms/engine/WatchedAlarms.h"
 
+#include "nodes/alarms/engine/AlarmTuningRules.h"
 #include "nodes/alarms/engine/FirstUpGroup.h"
-#include "nodes/values/NumberText.h"
 #include "nodes/values/ValueCell.h"
 
 #include <algorithm>
@@ -159,10 +159,13 @@ Result WatchedAlarms::CheckOrder(unsigned long node, const AlarmTuning &wanted) 
         const double bound = *neighbour.GetTuning().limit;
         if (its > rank ? limit < bound : limit > bound)
             continue;
+        const auto text = [&](double number) {
+            return AlarmTuningRules::LimitText(alarm->tracker.GetSettings(), number);
+        };
         return Result(Result::OutOfRange, std::string("Предел ") + limitName(rank) + " " +
-                                              FormatDouble(limit) + " должен быть " +
+                                              text(limit) + " должен быть " +
                                               (its > rank ? "ниже" : "выше") + " предела " +
-                                              limitName(its) + " (" + FormatDouble(bound) + ")");
+                                              limitName(its) + " (" + text(bound) + ")");
     }
     return Result();
 }

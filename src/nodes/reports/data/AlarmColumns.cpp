@@ -1,5 +1,6 @@
 #include "nodes/reports/data/AlarmColumns.h"
 
+#include "nodes/alarms/statistics/AlarmAreas.h"
 #include "nodes/alarms/statistics/AlarmFigures.h"
 #include "nodes/alarms/statistics/AlarmMeasure.h"
 #include "nodes/reports/data/ReportTable.h"
@@ -113,6 +114,52 @@ void AlarmColumns::AddTimeline(ReportTable &table, const AlarmFigures &figures)
             LocalCalendar::Text(figures.begin + Timestamp(i) * AlarmFigures::Bin, "%H:%M"));
     ReportColumn &raised = table.AddNumbers("raised", 0);
     raised.numbers.assign(figures.perBin.begin(), figures.perBin.end());
+}
+
+void AlarmColumns::AddAreas(ReportTable &table, const AlarmFigures &figures, std::size_t most)
+{
+    enum { Rank, Area, Raised, Share, Alarms, Chattering, Fleeting, Standing };
+    table.AddNumbers("rank", 0);
+    table.AddTexts("area");
+    table.AddNumbers("raised", 0);
+    table.AddNumbers("share", 1);
+    for (const char *name : {"alarms", "chattering", "fleeting", "standing"})
+        table.AddNumbers(name, 0);
+    std::vector<ReportColumn> &columns = table.columns;
+    for (const AlarmArea &area : AlarmAreasOf(figures)) {
+        if (table.rows == most || area.raised == 0)
+            break;
+        columns[Rank].numbers.push_back(double(++table.rows));
+        columns[Area].texts.push_back(area.name.empty() ? "Вне папок" : area.name);
+        columns[Raised].numbers.push_back(double(area.raised));
+        columns[Share].numbers.push_back(100 * double(area.raised) / double(figures.raised));
+        columns[Alarms].numbers.push_back(double(area.alarms));
+        columns[Chattering].numbers.push_back(double(area.chattering));
+        columns[Fleeting].numbers.push_back(double(area.fleeting));
+        columns[Standing].numbers.push_back(double(area.standing));
+    }
+}
+
+void AlarmColumns::AddShifts(ReportTable &table, const AlarmFigures &figures)
+{
+    enum { Time, Row, Shift, Raised, Rate };
+    for (const char *name : {"time", "row", "shift"})
+        table.AddTexts(name);
+    table.AddNumbers("raised", 0);
+    table.AddNumbers("rate", 2);
+    std::vector<ReportColumn> &columns = table.columns;
+    table.rows = figures.shifts.size();
+    for (const AlarmShift &shift : figures.shifts) {
+        const std::string day = LocalCalendar::Text(shift.begin, "%d.%m.%Y");
+        columns[Time].texts.push_back(ReportTimeText(shift.begin));
+        columns[Row].texts.push_back(shift.name.empty()
+                                         ? LocalCalendar::Text(shift.begin, "%d.%m.%Y %H:%M")
+                                         : day + " " + shift.name);
+        columns[Shift].texts.push_back(shift.name);
+        columns[Raised].numbers.push_back(double(shift.raised));
+        columns[Rate].numbers.push_back(double(shift.raised) * double(AlarmFigures::Bin) /
+                                        double(shift.end - shift.begin));
+    }
 }
 
 } // namespace Nodes

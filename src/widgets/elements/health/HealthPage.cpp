@@ -14,6 +14,7 @@
 #include "widgets/elements/health/RateChart.h"
 #include "widgets/eventlist/DateIntervalWidget.h"
 
+#include "nodes/reports/data/AlarmShifts.h"
 #include "nodes/reports/time/shiftTable.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
@@ -177,8 +178,8 @@ void HealthPage::refresh()
         return tell(QStringLiteral("Период ещё не наступил"));
     reading.fleeting = m_settings.fleeting;
     reading.standing = m_settings.standing;
-    reading.shifts = HealthPeriod::shiftsOf(Nodes::shiftTable::PlanOf(m_core->GetNodesCollection()),
-                                            reading.begin, reading.end);
+    reading.shifts = Nodes::AlarmShiftsOf(Nodes::shiftTable::PlanOf(m_core->GetNodesCollection()),
+                                          reading.begin, reading.end);
     m_asker.ask(*m_core, std::move(reading));
     if (!m_figures)
         m_bar->setProgress(0);

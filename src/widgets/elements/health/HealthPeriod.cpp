@@ -1,7 +1,5 @@
 #include "widgets/elements/health/HealthPeriod.h"
 
-#include "nodes/reports/time/ShiftPlan.h"
-
 #include <algorithm>
 
 namespace Widgets {
@@ -33,20 +31,6 @@ Nodes::Timestamp HealthPeriod::begin(Nodes::Timestamp now) const
 Nodes::Timestamp HealthPeriod::end(Nodes::Timestamp now) const
 {
     return kind == Free ? std::min(to, now) : now;
-}
-
-std::vector<Nodes::AlarmShift> HealthPeriod::shiftsOf(const Nodes::ShiftPlan &plan,
-                                                      Nodes::Timestamp begin, Nodes::Timestamp end)
-{
-    std::vector<Nodes::AlarmShift> shifts;
-    while (begin < end) {
-        const Nodes::ShiftPlan::Shift shift = plan.At(begin);
-        if (shift.end <= begin)
-            break;
-        shifts.push_back({shift.begin, shift.end, shift.name, 0});
-        begin = shift.end;
-    }
-    return shifts;
 }
 
 } // namespace Widgets

@@ -7,12 +7,6 @@
 
 #include <QString>
 
-#include <vector>
-
-namespace Nodes {
-class ShiftPlan;
-}
-
 namespace Widgets {
 
 /// The period of the alarm health page: so many days up to the present, or from a moment to
@@ -30,10 +24,6 @@ struct WIDGETS_EXPORT HealthPeriod
     Nodes::Timestamp begin(Nodes::Timestamp now) const;
     /// Not after the present.
     Nodes::Timestamp end(Nodes::Timestamp now) const;
-
-    /// The shifts that touch those times, whole, in their order.
-    static std::vector<Nodes::AlarmShift> shiftsOf(const Nodes::ShiftPlan &plan,
-                                                   Nodes::Timestamp begin, Nodes::Timestamp end);
 };
 
 } // namespace Widgets

@@ -12,7 +12,7 @@ const QString nothing = QStringLiteral("—");
 
 QString numberText(const std::optional<double> &number)
 {
-    return number ? QString::fromStdString(Nodes::FormatDouble(*number)) : nothing;
+    return number ? QString::fromStdString(Nodes::FormatExact(*number)) : nothing;
 }
 
 QString secondsText(const std::optional<int> &milliseconds)

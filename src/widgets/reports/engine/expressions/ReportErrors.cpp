@@ -28,10 +28,10 @@ QStringList ReportErrors::texts() const
     QStringList lines;
     for (const QString &text : m_order) {
         const int count = m_counts.value(text);
-        lines.append(count > 1 ? QStringLiteral("%1 (%2 times)").arg(text).arg(count) : text);
+        lines.append(count > 1 ? QStringLiteral("%1 (раз: %2)").arg(text).arg(count) : text);
     }
     if (m_leftOut > 0)
-        lines.append(QStringLiteral("and %1 more").arg(m_leftOut));
+        lines.append(QStringLiteral("и ещё: %1").arg(m_leftOut));
     return lines;
 }
 

@@ -1,5 +1,7 @@
 #include "widgets/reports/engine/expressions/ScriptRunner.h"
 
+#include "widgets/reports/engine/faults/FaultText.h"
+
 #include <QDateTime>
 #include <QQmlEngine>
 
@@ -100,7 +102,7 @@ ScriptRunner::Script ScriptRunner::compiled(const QString &code, const QString &
     script.function = evaluate(asFunction(parameters, onLines), &script.error);
     if (!script.error.isEmpty() || code.contains(QLatin1String("return")))
         return script;
-    script.source = code;
+    script.source = onLines; // so that lines are counted as of the other forms
     const QString more = parameters.isEmpty() ? QStringLiteral("source$") : parameters + ",source$";
     script.function = evaluate(asFunction(more, "return eval(source$);"), &script.error);
     return script;
@@ -207,7 +209,7 @@ QString ScriptRunner::verdictText(ScriptWatchdog::Verdict verdict)
     case ScriptWatchdog::Verdict::TooLarge:
         return QStringLiteral("сценарию не хватило памяти, больше он не выполняется");
     case ScriptWatchdog::Verdict::Cancelled:
-        return QStringLiteral("cancelled");
+        return QStringLiteral("прервано");
     case ScriptWatchdog::Verdict::Fine:
         break;
     }
@@ -218,8 +220,8 @@ QString ScriptRunner::errorText(const QJSValue &error)
 {
     const int line =
         error.property(QStringLiteral("lineNumber")).toInt() - 1; // after the frame's own
-    const QString text = error.toString().left(300);
-    return line > 1 ? QStringLiteral("%1 (line %2)").arg(text).arg(line) : text;
+    const QString text = FaultText::script(error.toString().left(300));
+    return line > 1 ? QStringLiteral("%1 (строка %2)").arg(text).arg(line) : text;
 }
 
 } // namespace LimeReport

@@ -87,7 +87,7 @@ void ReportLayout::layOut(PageStore &pages, ContentExpander &expander, Aggregate
     const QString scriptError =
         script.trimmed().isEmpty() ? QString() : expander.runInitScript(script, scope);
     if (!scriptError.isEmpty())
-        scope.errors().add(scriptError);
+        scope.errors().add(QStringLiteral("начальный сценарий шаблона: ") + scriptError);
     LayoutContext context{*m_report, scope,         expander, book,
                           pages,     m_isCancelled, m_onPage, QString()};
     QStringList problems;

@@ -1,5 +1,7 @@
 #include "widgets/reports/engine/template/TemplateXml.h"
 
+#include "widgets/reports/engine/faults/FaultText.h"
+
 #include <QColor>
 #include <QFont>
 #include <QRectF>
@@ -83,7 +85,7 @@ QVariantMap TemplateXml::read(const QByteArray &data)
         m_error = QStringLiteral("строка %1, столбец %2: %3")
                       .arg(xml.lineNumber())
                       .arg(xml.columnNumber())
-                      .arg(xml.errorString());
+                      .arg(FaultText::xml(xml.errorString()));
         root.clear();
     }
     return root;
