@@ -19,6 +19,7 @@ namespace Nodes {
 class BasicProperty;
 class BasicStation;
 class ConfigNode;
+class ElementGroupProperty;
 class EventColorProperties;
 class NodesCollection;
 class systemCore;
@@ -118,9 +119,10 @@ private:
     friend class ConfigNode;
     friend class NodesArray;
     friend class systemCore;
+    friend class ElementGroupProperty;
     friend class EventColorProperties;
 
-    struct Rare; // what few nodes have: property objects, foreign attributes, colours
+    struct Rare; // what few nodes have: property objects, foreign attributes, colours, group
 
     Rare &rare() const;
     ConfigNode *originalsParent() const;

@@ -13,6 +13,7 @@ struct BasicNode::Rare
     Attributes foreign;
     NodeLink originalsParent; ///< of a detached copy
     std::unique_ptr<EventColors> eventColors;
+    std::string elementGroup;
 };
 
 } // namespace Nodes

@@ -139,6 +139,12 @@ public:
         d.binding = Detail::Binding<Member>::row;
         return *this;
     }
+    /// Adds one whose value is no member.
+    KindBuilder &Property(PropertyDescriptor descriptor)
+    {
+        m_kind.properties.push_back(std::move(descriptor));
+        return *this;
+    }
     KindBuilder &Range(double minimum, double maximum)
     {
         last().minimum = minimum;

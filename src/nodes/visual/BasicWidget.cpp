@@ -5,6 +5,7 @@
 #include "nodes/model/services/AccessCheck.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/system/systemCore.h"
+#include "nodes/visual/ElementGroupProperty.h"
 
 namespace Nodes {
 
@@ -32,6 +33,7 @@ void BasicWidget::Describe(KindBuilder &builder)
         .Refers({NodeType::TypeSignal})
         .Property<&BasicWidget::m_hasAlarmIndication>(Prop::AlarmIndication, "Show alarms",
                                                       "Показывать тревоги")
+        .Property(ElementGroupProperty::Descriptor())
         .Property<&BasicWidget::m_onPress>(Prop::OnPress, "On press", "При нажатии")
         .Refers(actions)
         .Property<&BasicWidget::m_onRelease>(Prop::OnRelease, "On release", "При отпускании")
@@ -47,6 +49,11 @@ void BasicWidget::Describe(KindBuilder &builder)
         .Refers(actions)
         .Property<&BasicWidget::m_afterWrite>(Prop::AfterWrite, "After write", "После записи")
         .Refers(actions);
+}
+
+const std::string &BasicWidget::GetGroup() const
+{
+    return ElementGroupProperty::Of(*this);
 }
 
 void BasicWidget::SetPosition(int x, int y)

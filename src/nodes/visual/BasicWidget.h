@@ -35,6 +35,7 @@ public:
         static constexpr PropertyId<NodeLinks> OnFocusLoss{12115, "onFocusLoss"};
         static constexpr PropertyId<NodeLinks> AfterWrite{12116, "afterWrite"};
         static constexpr PropertyId<bool> AlarmIndication{12450, "alarmIndication"};
+        static constexpr PropertyId<std::string> Group{12453, "elementGroup"};
     };
 
     BasicWidget();
@@ -53,6 +54,9 @@ public:
     /// At run time a sign on the element tells how the alarms of its signal stand.
     bool hasAlarmIndication() const { return m_hasAlarmIndication; }
     const std::string &GetTooltip() const { return m_tooltip; }
+    /// The elements of its layer that the editor treats as one with it, as a GroupPath; empty for
+    /// none. Means nothing at run time.
+    const std::string &GetGroup() const;
 
     ActionLists GetActionLists() const
     {

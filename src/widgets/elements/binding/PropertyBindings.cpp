@@ -15,7 +15,7 @@ using Prop = Nodes::BasicWidget::Prop;
 constexpr PropertyRow everyElement[] = {
     // The host's
     PropertyRow::only(Then::Nothing, Prop::ZOrder, Prop::Visible, Prop::Selectable, Prop::Movable,
-                      Prop::AlarmIndication),
+                      Prop::AlarmIndication, Prop::Group),
     // Read when the operator asks, or when they are run
     PropertyRow::only(Then::Nothing, Prop::Tooltip, Prop::OnPress, Prop::OnRelease, Prop::OnEnter,
                       Prop::OnMove, Prop::OnLeave, Prop::OnFocusLoss, Prop::AfterWrite),
