@@ -69,7 +69,7 @@ void qbuttonBasic::onValueUpdated(Nodes::SignalValue handed)
     if (!m_button)
         return;
     const Nodes::Quality marked = m_quality;
-    const Nodes::SignalValue value = take(*m_button, handed);
+    const Nodes::SignalValue value = take(*m_button, handed, isEditor());
     const QString caption = QString::fromStdString(m_button->GetDisplayText(value));
     if (marked == m_quality && caption == m_caption)
         return;

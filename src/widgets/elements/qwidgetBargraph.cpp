@@ -1,10 +1,12 @@
 #include "widgets/elements/qwidgetBargraph.h"
 
+#include "widgets/elements/binding/EditedValue.h"
 #include "widgets/elements/binding/ElementTooltip.h"
 #include "widgets/elements/binding/PropertyBindings.h"
 #include "widgets/elements/painting/BargraphPainter.h"
 #include "widgets/elements/painting/ElementPainting.h"
 
+#include "nodes/signals/ValueText.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "utils/convert/ValueConversions.h"
 
@@ -85,14 +87,23 @@ void qwidgetBargraph::takeScale(const Nodes::widgetBargraph &bargraph)
     m_look->barColor = Utils::NColorToQColor(bargraph.GetBarColor());
 }
 
+QString qwidgetBargraph::formOfText() const
+{
+    const Nodes::ValueText text(m_bargraph->GetSignal());
+    return QString::fromStdString(text.WithUnit(EditedValue::formOf(text.OfNumber(0))));
+}
+
 void qwidgetBargraph::takeValue(const Nodes::SignalValue &handed)
 {
-    const Nodes::SignalValue value = take(*m_bargraph, handed);
-    m_quality = value.GetQuality(); // without a signal there is nothing to show
+    const Nodes::SignalValue value = take(*m_bargraph, handed, isEditor());
+    m_look->isStandIn = isEditor() && (isStandIn() || value.IsEmpty());
+    if (!m_look->isStandIn)
+        m_quality = value.GetQuality(); // without a signal there is nothing to show
     m_look->mark = m_bargraph->GetAlarmMark(value);
     m_look->quality = m_quality;
     m_look->value = value.ToDouble();
-    m_text = QString::fromStdString(m_bargraph->GetDisplayText(value));
+    m_text = m_look->isStandIn ? formOfText()
+                               : QString::fromStdString(m_bargraph->GetDisplayText(value));
     m_look->text = m_bargraph->GetShowValue() ? m_text : QString();
     m_look->setPoint.reset();
     if (const auto setPoint = m_bargraph->GetSetPoint()) {

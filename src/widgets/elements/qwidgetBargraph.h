@@ -51,6 +51,7 @@ private:
     void takeText(const Nodes::widgetBargraph &bargraph);
     void onAlarmsChanged();
     void takeScale(const Nodes::widgetBargraph &bargraph);
+    QString formOfText() const;
     void takeValue(const Nodes::SignalValue &handed);
 
     Utils::WatchedNode<Nodes::widgetBargraph> m_bargraph; ///< null also for another class

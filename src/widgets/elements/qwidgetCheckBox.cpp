@@ -110,7 +110,8 @@ void qwidgetCheckBox::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_checkBox)
         return;
-    m_lastState = take(*m_checkBox, handed).ToDouble() > 0 ? Qt::Checked : Qt::Unchecked;
+    m_lastState =
+        take(*m_checkBox, handed, isEditor()).ToDouble() > 0 ? Qt::Checked : Qt::Unchecked;
     show(m_lastState);
     update();
 }

@@ -175,8 +175,9 @@ void qwidgetComboBox::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_comboBox)
         return;
-    const Nodes::SignalValue value = take(*m_comboBox, handed);
-    select(Nodes::widgetComboBox::FindItem(m_comboBox->GetItems(), value));
+    const Nodes::SignalValue value = take(*m_comboBox, handed, isEditor());
+    select(isStandIn() ? m_comboBox->GetCurrentIndex()
+                       : Nodes::widgetComboBox::FindItem(m_comboBox->GetItems(), value));
     update();
 }
 

@@ -3,6 +3,7 @@
 // qwidgetEditBoxValue.cpp, painting in qwidgetEditBoxLook.cpp.
 #include "widgets/elements/qwidgetEditBox.h"
 
+#include "widgets/elements/binding/EditedValue.h"
 #include "widgets/elements/binding/PropertyBindings.h"
 
 #include "nodes/model/services/AccessCheck.h"
@@ -157,7 +158,7 @@ void qwidgetEditBox::onValueUpdated(Nodes::SignalValue handed)
 {
     if (!m_editBox)
         return;
-    const Nodes::SignalValue value = take(*m_editBox, handed);
+    const Nodes::SignalValue value = take(*m_editBox, handed, isEditor());
     m_decimals = m_editBox->GetValueType() == Nodes::enSignalValueType::Double
                      ? m_editBox->GetStepDecimals()
                      : -1;
@@ -175,9 +176,12 @@ void qwidgetEditBox::takeShownText(const Nodes::SignalValue &value)
 {
     const QString typed = m_pending;
     m_previousValue = value;
-    m_pending = m_quality == Nodes::Quality::Bad
-                    ? QString()
-                    : QString::fromStdString(m_editBox->GetDisplayText(value));
+    m_pending.clear();
+    if (isStandIn())
+        m_pending = QString::fromStdString(
+            EditedValue::formOf(m_editBox->GetDisplayText(Nodes::SignalValue(0.0))));
+    else if (m_quality != Nodes::Quality::Bad)
+        m_pending = QString::fromStdString(m_editBox->GetDisplayText(value));
     sepCountCalc();
     m_previous = m_pending;
     if (isHeld())

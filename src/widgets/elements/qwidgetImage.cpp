@@ -77,7 +77,7 @@ void qwidgetImage::onValueUpdated(Nodes::SignalValue handed)
         return;
     const Nodes::ResourcePtr before = m_resource;
     const Nodes::Quality marked = m_quality;
-    (void)take(*m_image, handed);
+    (void)take(*m_image, handed, isEditor());
     if (!showPicture(m_image->GetCurrentImage()))
         clearPicture();
     if (marked != m_quality || before != m_resource)

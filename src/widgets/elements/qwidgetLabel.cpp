@@ -116,7 +116,7 @@ void qwidgetLabel::onValueUpdated(Nodes::SignalValue handed)
     if (!m_label)
         return;
     const Look before = look();
-    showValue(take(*m_label, handed));
+    showValue(take(*m_label, handed, isEditor()));
     if (before.quality != m_quality)
         applyFont();
     if (!(before == look()))

@@ -49,7 +49,7 @@ void qwidgetMultiImage::onValueUpdated(Nodes::SignalValue handed)
     if (!m_multi)
         return;
     const Nodes::Quality marked = m_quality;
-    const int state = m_multi->GetStateIndex(take(*m_multi, handed));
+    const int state = m_multi->GetStateIndex(take(*m_multi, handed, isEditor()));
     if (marked != m_quality)
         DirectPainting::repaint(*this);
     if (state == m_lastState && !m_isForced && isRuntime())

@@ -122,7 +122,7 @@ void qwidgetRecorderDigitalDisplay::onValueUpdated(Nodes::SignalValue)
     m_lines.clear();
     std::vector<const Nodes::BasicSignal *> shown;
     for (const Nodes::recorderChannel *channel : m_display->GetChannels()) {
-        m_lines << RecorderLine::of(*channel, m_display->GetShowExtremes());
+        m_lines << RecorderLine::of(*channel, m_display->GetShowExtremes(), isEditor());
         shown.push_back(channel->GetSignal());
     }
     m_alarms.setSignals(shown);

@@ -47,7 +47,7 @@ std::string widgetButton::GetDisplayText(const SignalValue &value) const
     if (GetSignalLink().isEmpty())
         return m_text;
     if (value.GetQuality() != Quality::Bad && value.GetType() == enSignalValueType::Bool) {
-        const std::string &own = value.ToBool() ? m_onText : m_offText;
+        const std::string &own = GetTextOf(value.ToBool());
         if (!own.empty())
             return own;
     }

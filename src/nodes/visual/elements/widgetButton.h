@@ -38,6 +38,8 @@ public:
     const ResourceLink &GetImage() const { return m_image; }
     /// Shortcut in the portable form, such as "Ctrl+F5"; "" for none.
     const std::string &GetHotKey() const { return m_hotKey; }
+    /// In place of 1 or 0; "" for none.
+    const std::string &GetTextOf(bool value) const { return value ? m_onText : m_offText; }
     /// Degrees, clockwise, about the centre.
     double GetAngle() const { return m_angle; }
     /// Run in this order when the button goes down and up, by pointer, touch or key; the gesture

@@ -33,7 +33,7 @@ std::string widgetLabel::formatValue(const SignalValue &value) const
     const ValueText text(GetSignal(), m_decimals);
     const bool isBad = value.GetQuality() == Quality::Bad;
     if (!isBad && value.GetType() == enSignalValueType::Bool) {
-        const std::string &own = value.ToBool() ? m_onText : m_offText;
+        const std::string &own = GetTextOf(value.ToBool());
         return own.empty() ? (value.ToBool() ? "1" : "0") : own;
     }
     return m_showsUnit && !isBad ? text.WithUnit(text.Of(value)) : text.Of(value);

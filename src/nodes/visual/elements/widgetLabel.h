@@ -20,6 +20,10 @@ public:
 
     static KindInfo Kind();
 
+    /// Below 0 for those of the signal.
+    int GetDecimals() const { return m_decimals; }
+    /// In place of 1 or 0; "" for none.
+    const std::string &GetTextOf(bool value) const { return value ? m_onText : m_offText; }
     bool GetWordWrap() const { return m_isWrapped; }
     /// Degrees, clockwise, about the centre.
     double GetAngle() const { return m_angle; }

@@ -36,6 +36,11 @@ const widgetState *widgetState::Find(const ConfigNode &owner, const SignalValue 
     return nullptr;
 }
 
+SignalValue widgetState::GetSample() const
+{
+    return m_matchText.empty() ? SignalValue(m_minimum) : SignalValue(m_matchText);
+}
+
 bool widgetState::Matches(const SignalValue &value) const
 {
     if (value.IsError() || value.GetQuality() == Quality::Bad)

@@ -36,6 +36,8 @@ public:
     /// Numbers match from minimum to maximum, both included; texts match exactly when a match
     /// text is set. Bad values, errors and nothing received among them, match no state.
     bool Matches(const SignalValue &value) const;
+    /// A value that matches: the text, or the least number.
+    SignalValue GetSample() const;
     const std::string &GetText() const { return m_text; }
     bool HasTextColor() const { return m_hasTextColor; }
     bool HasBackgroundColor() const { return m_hasBackgroundColor; }

@@ -31,11 +31,18 @@ public:
 protected:
     /// The one value to show: that handed over or, when it is empty, the node's of now. Publishers
     /// do not wait, so that text, number, state and colours all have to come of what is returned.
-    /// Its quality is taken over.
-    Nodes::SignalValue take(const Nodes::BasicWidget &node, const Nodes::SignalValue &handed);
+    /// Its quality is taken over. Where the element is edited, what has no good value gets a
+    /// stand-in of good quality: marks would hide what is being drawn.
+    Nodes::SignalValue take(const Nodes::BasicWidget &node, const Nodes::SignalValue &handed,
+                            bool isEdited);
+    /// The value taken last is no value, but EditedValue::of.
+    bool isStandIn() const { return m_isStandIn; }
     void drawQualityMark(QPainter &painter, const QRect &rect, Qt::Alignment alignment) const;
 
     Nodes::Quality m_quality = Nodes::Quality::Good;
+
+private:
+    bool m_isStandIn = false;
 };
 
 } // namespace Widgets

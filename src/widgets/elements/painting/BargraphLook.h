@@ -32,6 +32,8 @@ struct BargraphLook
     QColor textColor;
     QColor barColor;
 
+    bool isStandIn = false; ///< there is no value: its bar is but an outline in the middle
+
     bool hasRange() const { return minimum < maximum; }
     bool hasBar() const
     {

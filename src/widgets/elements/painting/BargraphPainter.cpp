@@ -68,6 +68,8 @@ void BargraphPainter::draw()
         drawZones();
     if (m_look.hasBar())
         drawBar();
+    else if (m_look.isStandIn)
+        drawOutline();
     m_painter.setPen(QPen(lineColor, 1));
     m_painter.setBrush(Qt::NoBrush);
     m_painter.drawRect(trough());
@@ -145,6 +147,16 @@ void BargraphPainter::drawBar()
     const QColor color = ZoneSigns::color(m_look.mark, m_look.barColor);
     const bool isLive = m_look.quality != Nodes::Quality::Stale;
     m_painter.fillRect(bar, QBrush(color, isLive ? Qt::SolidPattern : Qt::Dense5Pattern));
+}
+
+void BargraphPainter::drawOutline()
+{
+    const QRectF all = trough();
+    const QRectF half = m_look.isVertical ? all.adjusted(2, all.height() / 2, -2, -2)
+                                          : all.adjusted(2, 2, -all.width() / 2, -2);
+    m_painter.setPen(QPen(lineColor, 1, Qt::DashLine));
+    m_painter.setBrush(Qt::NoBrush);
+    m_painter.drawRect(half);
 }
 
 void BargraphPainter::drawPointer()

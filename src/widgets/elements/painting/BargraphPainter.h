@@ -27,6 +27,7 @@ private:
     void drawZone(double from, double to, Nodes::LimitZones::enZone zone);
     void drawZones();
     void drawBar();
+    void drawOutline();
     void drawPointer();
     void drawOverflow(int direction, bool isFilled);
     void drawSetPoint();

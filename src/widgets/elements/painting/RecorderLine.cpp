@@ -1,5 +1,6 @@
 #include "widgets/elements/painting/RecorderLine.h"
 
+#include "widgets/elements/binding/EditedValue.h"
 #include "widgets/elements/painting/ElementPainting.h"
 #include "widgets/elements/painting/TabularText.h"
 #include "widgets/elements/painting/ZoneSigns.h"
@@ -62,7 +63,8 @@ QString extremesOf(const Nodes::recorderChannel &channel)
 
 } // namespace
 
-RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExtremes)
+RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExtremes,
+                              bool isEdited)
 {
     RecorderLine line;
     const Nodes::SignalValue value = channel.GetValue();
@@ -78,6 +80,11 @@ RecorderLine RecorderLine::of(const Nodes::recorderChannel &channel, bool hasExt
     if (hasExtremes)
         line.extremes = extremesOf(channel);
     const double number = value.ToDouble();
+    if (isEdited && !value.IsGood()) {
+        line.quality = Nodes::Quality::Good;
+        line.value = QString::fromStdString(EditedValue::formOf(channel.FormatNumber(0)));
+        return line;
+    }
     if (line.quality == Nodes::Quality::Bad || std::isnan(number))
         return line;
     line.value = QString::fromStdString(channel.FormatNumber(number));

@@ -26,7 +26,8 @@ struct RecorderLine
     Nodes::Quality quality = Nodes::Quality::Bad;
     Nodes::AlarmMark mark;
 
-    static RecorderLine of(const Nodes::recorderChannel &channel, bool hasExtremes);
+    /// Where it is edited, the form of a number stands in place of a value that is not good.
+    static RecorderLine of(const Nodes::recorderChannel &channel, bool hasExtremes, bool isEdited);
     /// Place of the button that resets the extremes: large enough for a finger where the line is.
     static QRect resetButton(const QRect &line);
     /// Sizes follow the line's height; `font` gives the family, and the smallest size of texts.

@@ -106,7 +106,7 @@ void qwidgetSymbol::onValueUpdated(Nodes::SignalValue handed)
 void qwidgetSymbol::takeValue(const Nodes::SignalValue &handed)
 {
     const Nodes::widgetSymbol &node = *m_symbolNode;
-    const Nodes::SignalValue value = take(node, handed);
+    const Nodes::SignalValue value = take(node, handed, isEditor());
     const Nodes::widgetState *state = node.GetState(value);
     const bool hasOwn = state && state->HasBackgroundColor();
     m_text = ElementPainting::withLineBreaks(QString::fromStdString(node.GetDisplayText(value)));
