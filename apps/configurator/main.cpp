@@ -35,13 +35,15 @@ int main(int argc, char **argv)
         stationOptions << QString::fromStdString(option);
     for (const auto &[name, value] : options.defines)
         stationOptions << QStringLiteral("--define") << QString::fromStdString(name + '=' + value);
+    // The main window decides what becomes of unsaved work when the desktop ends.
+    QGuiApplication::setFallbackSessionManagementEnabled(false);
+    const Host::SignalHandlers signalHandlers; // outlives the window, which keeps unsaved work
     Editor::MainWindow window(station, stationOptions);
     for (const auto &[name, value] : options.defines)
         window.workspace().session().core().SetDefine(name, value);
     std::unique_ptr<Configurator::UiMap> map;
     if (!options.uiMap.empty())
         map = std::make_unique<Configurator::UiMap>(QString::fromStdString(options.uiMap));
-    const Host::SignalHandlers signalHandlers;
     QObject::connect(&signalHandlers, &Host::SignalHandlers::received, &application,
                      &QCoreApplication::quit);
     window.show();

@@ -1,4 +1,5 @@
 #include "editor/project/ProjectSession.h"
+#include "editor/project/ReadProject.h"
 #include "editor/recovery/AutoSave.h"
 #include "editor/recovery/FileGuard.h"
 #include "editor/recovery/HoldKeeper.h"
@@ -21,6 +22,7 @@
 #include <QtTest>
 
 #include <cstdio>
+#include <random>
 
 using namespace Editor;
 using Nodes::RecoveryFile::List;
@@ -33,12 +35,13 @@ namespace {
 /// Whoever edits a project, with what looks after it.
 struct Editing
 {
-    explicit Editing(const QTemporaryDir &directory)
-        : workspace(session, window), autoSave(session, nullptr), file(directory.filePath("p"))
+    explicit Editing(const QString &directory)
+        : workspace(session, window), autoSave(session, nullptr), file(directory + "/p")
     {
-        autoSave.setDirectory(directory.filePath("states"));
+        autoSave.setDirectory(directory + "/states");
         autoSave.setPeriod(0);
     }
+    explicit Editing(const QTemporaryDir &directory) : Editing(directory.path()) {}
     /// Makes the project when it is not there yet.
     void open()
     {
@@ -139,19 +142,36 @@ private slots:
         QCOMPARE(keptName(List(states.toStdString())), left);
     }
 
-    void survivesAKill()
+    // Killed at any moment of editing, keeping and saving, started again and killed again: the file
+    // is of a save that was told or the one under way, and what was kept since is offered.
+    void survivesKills()
     {
-        QProcess editor;
-        editor.start(QCoreApplication::applicationFilePath(), {"--edit", m_directory->path()});
-        QByteArray told;
-        QTRY_VERIFY_WITH_TIMEOUT((told += editor.readAllStandardOutput()).count('\n') >= 3, 30000);
-        editor.kill();
-        QVERIFY(editor.waitForFinished());
-        told += editor.readAllStandardOutput();
-        const int known = told.trimmed().split('\n').last().toInt();
-        QVERIFY(known > 0);
-        const auto kept = List(m_directory->filePath("states").toStdString());
-        QVERIFY(keptName(kept).toInt() >= known);
+        const QString project = m_directory->filePath("x/p");
+        const QString states = m_directory->filePath("states");
+        bool isNumber = false;
+        const int given = qEnvironmentVariableIntValue("STATION_TEST_KILLS", &isNumber);
+        std::mt19937 random{std::random_device()()};
+        int offered = 0;
+        for (int i = 0; i < (isNumber ? given : 12); ++i) {
+            const int patience = std::uniform_int_distribution<int>(1, 150)(random);
+            const Told told = editUntilKilled(patience);
+            const int onDisk = numberIn(project + "/project.xml");
+            QVERIFY2(onDisk == told.saved || onDisk == told.saving,
+                     qPrintable(QString("%1 after %2 ms").arg(onDisk).arg(patience)));
+            Nodes::RecoveryFile::Tidy(states.toStdString());
+            const auto left = List(states.toStdString());
+            const int kept = left.empty() ? 0 : keptName(left).toInt();
+            QVERIFY2(kept >= told.kept || onDisk >= told.kept, qPrintable(QString::number(kept)));
+            QVERIFY2(left.empty() || kept > onDisk, qPrintable(keptName(left)));
+            offered += left.empty() ? 0 : 1;
+        }
+        QVERIFY(offered > 0); // else it was never killed with unsaved work
+        Editing editing(*m_directory);
+        editing.file = project;
+        const HoldKeeper hold(editing.workspace, nullptr);
+        editing.open();
+        QCOMPARE(QDir(project).entryList(QDir::Files | QDir::Hidden, QDir::Name),
+                 (QStringList{"project.xml", "project.xml.bak", "project.xml.lock"}));
     }
 
     void tellsOnceThatItCannotKeep()
@@ -326,29 +346,86 @@ private slots:
     }
 
 private:
+    /// What an editor has told before it was killed.
+    struct Told
+    {
+        int kept = 0;
+        int saving = 0;
+        int saved = 0;
+    };
+
+    Told editUntilKilled(int milliseconds) const
+    {
+        QProcess editor;
+        editor.start(QCoreApplication::applicationFilePath(), {"--edit", m_directory->path()});
+        if (!editor.waitForReadyRead())
+            throw std::runtime_error("it does not edit");
+        QElapsedTimer time;
+        time.start();
+        while (time.elapsed() < milliseconds && editor.state() == QProcess::Running)
+            editor.waitForReadyRead(1);
+        editor.kill();
+        editor.waitForFinished();
+        Told told;
+        for (const QByteArray &line : editor.readAllStandardOutput().split('\n')) {
+            const QList<QByteArray> words = line.split(' ');
+            if (words.size() != 2)
+                continue;
+            int &number = words[0] == "kept"     ? told.kept
+                          : words[0] == "saving" ? told.saving
+                                                 : told.saved;
+            number = words[1].toInt();
+        }
+        return told;
+    }
+    /// The name of a project that is a number; -1 unless its file is whole.
+    static int numberIn(const QString &file)
+    {
+        ReadProject found;
+        return found.read(file) && found.report.empty()
+                   ? QString::fromStdString(found.project->GetRoot()->GetName()).toInt()
+                   : -1;
+    }
+
     std::unique_ptr<QTemporaryDir> m_directory;
 };
 
 namespace {
 
-/// Edits without end and tells what is safe, until it is killed.
+void say(const char *what, const QString &number)
+{
+    std::printf("%s %s\n", what, qPrintable(number));
+    std::fflush(stdout);
+}
+
+/// Takes up what was left, then edits and saves without end and tells what is safe, until it is
+/// killed.
 int edit(const QString &path)
 {
-    QTemporaryDir directory(path + "/x");
-    directory.setAutoRemove(false);
-    Editing editing(directory);
+    Editing editing(path + "/x");
+    const HoldKeeper hold(editing.workspace, nullptr);
+    const RecoveryOffer offer(editing.workspace, editing.autoSave, nullptr);
     editing.autoSave.setDirectory(path + "/states");
-    editing.autoSave.setPeriod(20);
+    editing.autoSave.setPeriod(3);
     editing.open();
-    int count = 0;
+    QCoreApplication::processEvents();
+    const QString onDisk = editing.session.name();
+    if (offer.question())
+        offer.question()->defaultButton()->click();
+    say("saved", QString::number(onDisk.toInt())); // a new one has no number
+    int count = editing.session.name().toInt();
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &timer,
-                     [&] { editing.rename(QString::number(++count)); });
-    QObject::connect(&editing.autoSave, &AutoSave::kept, &timer, [&] {
-        std::printf("%s\n", keptName(editing.kept()).toUtf8().constData());
-        std::fflush(stdout);
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        editing.rename(QString::number(++count));
+        if (count % 8 != 0)
+            return;
+        say("saving", editing.session.name());
+        if (editing.session.save())
+            say("saved", editing.session.name());
     });
-    timer.start(5);
+    QObject::connect(&editing.autoSave, &AutoSave::kept, &timer,
+                     [&] { say("kept", keptName(editing.kept())); });
+    timer.start(2);
     return QCoreApplication::exec();
 }
 

@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 #include <QtDebug>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -24,9 +25,16 @@ void onSignal(int number)
     errno = savedError;
 }
 
+// The terminal goes, the user logs out, or somebody asks.
+constexpr std::array handled{SIGTERM, SIGINT, SIGHUP};
+
 void install(int number)
 {
     struct sigaction action = {};
+    // Whoever started the program with a signal ignored, as nohup does, means it.
+    if (sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
+        return;
+    action = {};
     action.sa_handler = onSignal;
     // Back to the default after the first: a program that hangs can still be ended.
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
@@ -44,16 +52,18 @@ SignalHandlers::SignalHandlers(QObject *parent) : QObject(parent)
     writeEnd = m_pipe[1];
     m_notifier = new QSocketNotifier(m_pipe[0], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &SignalHandlers::read);
-    install(SIGTERM);
-    install(SIGINT);
+    for (const int number : handled)
+        install(number);
 }
 
 SignalHandlers::~SignalHandlers()
 {
     if (!m_notifier)
         return;
-    std::signal(SIGTERM, SIG_DFL);
-    std::signal(SIGINT, SIG_DFL);
+    for (const int number : handled) {
+        if (std::signal(number, SIG_DFL) == SIG_IGN)
+            std::signal(number, SIG_IGN);
+    }
     writeEnd = -1;
     ::close(m_pipe[0]);
     ::close(m_pipe[1]);

@@ -6,8 +6,9 @@ class QSocketNotifier;
 
 namespace Host {
 
-/// Turns SIGTERM and SIGINT into a Qt signal on the thread that made the object. A second one
-/// while the first is being handled ends the process at once. One a process.
+/// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal on the thread that made the object; one that
+/// was ignored at the start stays so. A second of a kind while the first is being handled ends the
+/// process at once. One a process.
 class SignalHandlers : public QObject
 {
     Q_OBJECT

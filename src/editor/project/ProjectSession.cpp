@@ -1,11 +1,13 @@
 #include "editor/project/ProjectSession.h"
 
 #include "editor/project/NewProject.h"
+#include "editor/project/ReadProject.h"
 #include "editor/project/ResourceCopy.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/serial/ProjectReader.h"
+#include "nodes/project/HexDigest.h"
+#include "nodes/serial/AtomicFile.h"
 #include "nodes/serial/ProjectWriter.h"
 #include "nodes/system/systemCore.h"
 #include "utils/undo/IUndo.h"
@@ -115,21 +117,21 @@ void ProjectSession::tellModified()
 Nodes::Result ProjectSession::open(const QString &fileOrDirectory)
 {
     const QString file = fileOf(fileOrDirectory);
-    Nodes::ProjectReader reader;
-    std::unique_ptr<Nodes::NodesCollection> project;
-    reader.SetLenient(true);
-    const Nodes::Result read = reader.ReadFile(file.toStdString(), project);
-    if (!read)
-        return read;
-    adopt(std::move(project), file, reader.GetReport());
-    if (reader.IsNewer())
-        setReadOnly(tr("проект записан более новой программой и показан не полностью; обновите "
-                       "программу"));
+    ReadProject found;
+    const Nodes::Result read = found.read(file);
+    if (read)
+        adopt(std::move(found), file);
     return read;
 }
 
+void ProjectSession::adopt(ReadProject &&read, const QString &file)
+{
+    adopt(std::move(read.project), file, read.report, read.stamp, read.readOnlyReason);
+}
+
 void ProjectSession::adopt(std::unique_ptr<Nodes::NodesCollection> project, const QString &file,
-                           const Nodes::LoadReport &report)
+                           const Nodes::LoadReport &report, const Nodes::FileStamp &stamp,
+                           const QString &readOnlyReason)
 {
     close();
     m_core->SetLoadReport(report);
@@ -140,7 +142,9 @@ void ProjectSession::adopt(std::unique_ptr<Nodes::NodesCollection> project, cons
     services.journal = nullptr;
     m_core->GetNodesCollection()->SetServices(services);
     m_file = file;
+    m_stamp = stamp;
     m_isOpen = true;
+    setReadOnly(readOnlyReason);
     emit opened();
 }
 
@@ -160,9 +164,17 @@ Nodes::Result ProjectSession::create(const QString &directory, const QString &na
 
 Nodes::Result ProjectSession::write()
 {
-    const Nodes::Result written = Nodes::ProjectWriter::WriteFile(*project(), m_file.toStdString());
+    const std::string path = m_file.toStdString();
+    std::string text;
+    const Nodes::Result made = Nodes::ProjectWriter::MakeText(*project(), path, text);
+    if (!made)
+        return made;
+    const std::string digest = Nodes::HexDigest(text);
+    emit replacing(QString::fromStdString(digest));
+    const Nodes::Result written = Nodes::ReplaceFile(path, text);
     if (!written)
         return written;
+    m_stamp = Nodes::FileStamp::OfDigest(digest);
     m_isRecovered = false;
     m_stack.setClean();
     tellModified();
@@ -210,6 +222,7 @@ void ProjectSession::close()
     m_isOpen = false;
     m_isRecovered = false;
     m_file.clear();
+    m_stamp = {};
     setReadOnly({});
     tellModified();
     emit closed();

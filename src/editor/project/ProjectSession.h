@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nodes/project/FileStamp.h"
 #include "nodes/serial/LoadReport.h"
 #include "nodes/values/Connection.h"
 #include "nodes/values/Result.h"
@@ -23,6 +24,8 @@ class UnheardActions;
 
 namespace Editor {
 
+struct ReadProject;
+
 /// The project being edited: its tree in a core that edits and never runs, its file, and the one
 /// history of edits that scenes, tree and property table share. Users and rights of the project do
 /// not bind whoever edits it. One a process. GUI thread.
@@ -45,6 +48,8 @@ public:
     QString directory() const;
     /// Name of the project's root.
     QString name() const;
+    /// Of the file as it was read or written last.
+    const Nodes::FileStamp &stamp() const { return m_stamp; }
     /// Findings of the last load.
     const Nodes::LoadReport &report() const;
 
@@ -61,9 +66,12 @@ public:
 
     /// Opens "project.xml" of a directory, or a file. On failure the project that is open stays.
     [[nodiscard]] Nodes::Result open(const QString &fileOrDirectory);
-    /// Takes over a project that was read elsewhere; `file` is where it is saved to.
+    /// Takes over a project that was read elsewhere; `file` is where it is saved to, which was as
+    /// `stamp` says when it was read.
     void adopt(std::unique_ptr<Nodes::NodesCollection> project, const QString &file,
-               const Nodes::LoadReport &report);
+               const Nodes::LoadReport &report, const Nodes::FileStamp &stamp = {},
+               const QString &readOnlyReason = {});
+    void adopt(ReadProject &&read, const QString &file);
     /// Makes a new project in a directory, made when it is missing, and saves it. Duplicate when
     /// the directory has a project already.
     [[nodiscard]] Nodes::Result create(const QString &directory, const QString &name);
@@ -87,6 +95,8 @@ signals:
     void closed();
     /// Asked before a file is replaced; a slot that sets `why` to a failure keeps it from being so.
     void aboutToSave(Nodes::Result &why);
+    /// The file is replaced now by one of that HexDigest.
+    void replacing(const QString &digest);
     void saved();
     void abandoned();
     void modifiedChanged(bool isModified);
@@ -105,6 +115,7 @@ private:
     std::unique_ptr<Widgets::ProcessContext> m_context;
     QUndoStack m_stack;
     QString m_file;
+    Nodes::FileStamp m_stamp;
     QString m_readOnlyReason;
     bool m_isOpen = false;
     bool m_isRecovered = false;

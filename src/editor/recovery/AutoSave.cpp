@@ -4,12 +4,29 @@
 
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/project/FileStamp.h"
 #include "nodes/values/Clock.h"
 
+#include <QPointer>
 #include <QSocketNotifier>
 
+#include <cstdlib>
+
 namespace Editor {
+
+namespace {
+
+QPointer<AutoSave> latest; // of the GUI thread
+
+// The display that goes away ends the program from within, past everything that waits on the stack.
+void keepAtExit()
+{
+    AutoSave *const autoSave = latest;
+    latest.clear();
+    if (autoSave)
+        autoSave->keepAtOnce();
+}
+
+} // namespace
 
 AutoSave::AutoSave(ProjectSession &session, QObject *parent)
     : QObject(parent),
@@ -23,8 +40,10 @@ AutoSave::AutoSave(ProjectSession &session, QObject *parent)
     connect(&session, &ProjectSession::modifiedChanged, this, &AutoSave::onModified);
     connect(&session, &ProjectSession::abandoned, this, [this] { m_isAbandoned = true; });
     connect(&session, &ProjectSession::aboutToClose, this, &AutoSave::onClosing);
+    connect(&session, &ProjectSession::replacing, this, &AutoSave::onReplacing);
     if (session.isOpen())
         begin();
+    latest = this;
 }
 
 AutoSave::~AutoSave()
@@ -35,7 +54,9 @@ AutoSave::~AutoSave()
 
 void AutoSave::begin()
 {
-    m_base = Nodes::FileStamp::Of(m_session.file().toStdString()).GetDigest();
+    // Each time: it has to run before what reading and writing projects has made until now goes.
+    (void)std::atexit(keepAtExit);
+    m_base = m_session.stamp().GetDigest();
     m_changes = m_session.project()->ConnectChanged([this](const Nodes::NodeChange &) { touch(); });
 }
 
@@ -61,17 +82,33 @@ void AutoSave::onClosing()
 {
     m_changes.Disconnect();
     m_timer.stop();
-    if (m_isAbandoned) {
+    if (m_isAbandoned)
         drop();
-    } else if (m_session.isModified()) {
-        if (m_writer)
-            finish();
-        keep();
-        if (m_writer)
-            finish();
-    }
+    else
+        keepAtOnce();
     m_file.clear();
     m_isAbandoned = false;
+}
+
+void AutoSave::keepAtOnce()
+{
+    if (m_isAbandoned)
+        return;
+    if (m_writer)
+        finish();
+    keep();
+    if (m_writer)
+        finish();
+}
+
+// The disk of the project may hang, and the program be killed for it, so the latest changes are
+// kept first.
+void AutoSave::onReplacing(const QString &digest)
+{
+    if (m_timer.isActive())
+        keep();
+    if (!m_file.isEmpty())
+        Nodes::RecoveryFile::NoteSave(m_file.toStdString(), digest.toStdString());
 }
 
 void AutoSave::keep()
@@ -88,6 +125,7 @@ void AutoSave::keep()
         m_file = QString::fromStdString(
             Nodes::RecoveryFile::FreeName(m_directory.toStdString(), info.project));
     info.file = m_file.toStdString();
+    Nodes::RecoveryFile::NoteSave(info.file, {});
     info.name = m_session.name().toStdString();
     info.base = m_base;
     info.saved = Nodes::Clock::Current().Now();

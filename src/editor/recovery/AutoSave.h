@@ -15,8 +15,9 @@ namespace Editor {
 class ProjectSession;
 
 /// Keeps unsaved work in a file of the user's own, so that whatever ends the program takes some
-/// seconds of it at most. Writes in the background, some time after a change; the project's own
-/// file is never touched. The file goes when the work is saved or given up. GUI thread.
+/// seconds of it at most. Writes in the background, some time after a change, and when the program
+/// is ended from outside; the project's own file is never touched. The file goes when the work is
+/// saved or given up. GUI thread.
 class AutoSave : public QObject
 {
     Q_OBJECT
@@ -39,6 +40,8 @@ public:
     const QString &file() const { return m_file; }
     /// Writes now, if anything is unsaved.
     void keep();
+    /// The same, and waits until it is written: the program may be ended at any moment.
+    void keepAtOnce();
 
 signals:
     /// What is unsaved as of that moment is safe.
@@ -53,6 +56,7 @@ private:
     void touch();
     void finish();
     void drop();
+    void onReplacing(const QString &digest);
 
     ProjectSession &m_session;
     QString m_directory;

@@ -2,10 +2,10 @@
 
 #include "editor/compare/CompareCommands.h"
 #include "editor/project/ProjectSession.h"
+#include "editor/project/ReadProject.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/NodesCollection.h"
-#include "nodes/serial/ProjectReader.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -117,16 +117,15 @@ void FileGuard::reload()
 {
     ProjectSession &session = m_workspace.session();
     const QString file = session.file();
-    Nodes::ProjectReader reader;
-    std::unique_ptr<Nodes::NodesCollection> project;
-    const Nodes::Result read = reader.ReadFile(file.toStdString(), project);
+    ReadProject found;
+    const Nodes::Result read = found.read(file);
     if (!read) {
         m_workspace.tell(Workspace::Error,
                          ProjectSession::explain(tr("Проект не перечитан, остался прежним"), read));
         return;
     }
     session.abandon();
-    session.adopt(std::move(project), file, reader.GetReport());
+    session.adopt(std::move(found), file);
     m_workspace.tell(Workspace::Info, tr("Проект перечитан с диска."));
 }
 

@@ -3,6 +3,8 @@
 #include "editor/project/ProjectSession.h"
 #include "editor/workspace/Workspace.h"
 
+#include "nodes/serial/AtomicFile.h"
+
 namespace Editor {
 
 namespace {
@@ -30,9 +32,14 @@ void HoldKeeper::take()
     m_isTold = false;
     m_isWaiting = false;
     ProjectSession &session = m_workspace.session();
-    const Nodes::Result taken = m_hold.Take(session.file().toStdString());
-    if (taken)
+    if (session.isReadOnly())
+        return; // whoever only looks keeps nobody from editing
+    const std::string file = session.file().toStdString();
+    const Nodes::Result taken = m_hold.Take(file);
+    if (taken) {
+        Nodes::RemoveLeftovers(file);
         return;
+    }
     m_isWaiting = taken == Nodes::Result::Refused;
     if (m_isWaiting)
         session.setReadOnly(

@@ -146,9 +146,10 @@ void RecoveryOffer::restore()
     ProjectSession &session = m_workspace.session();
     const QString file = session.file();
     const Nodes::LoadReport report = session.report();
+    const Nodes::FileStamp stamp = session.stamp();
     m_isRestoring = true;
     std::unique_ptr<Nodes::NodesCollection> project = std::move(m_project);
-    session.adopt(std::move(project), file, report);
+    session.adopt(std::move(project), file, report, stamp);
     session.setRecovered();
     m_autoSave.goOnWith(QString::fromStdString(m_info.file));
     QTimer::singleShot(0, this, [this] { m_isRestoring = false; }); // after the queued look

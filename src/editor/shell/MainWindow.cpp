@@ -1,5 +1,6 @@
 #include "editor/shell/MainWindow.h"
 
+#include "editor/recovery/AutoSave.h"
 #include "editor/resources/Resources.h"
 #include "editor/shell/CommandMenus.h"
 #include "editor/shell/DocumentTabs.h"
@@ -17,9 +18,11 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QJsonObject>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSessionManager>
 #include <QStackedWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -74,10 +77,13 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     makePanels();
 
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
+    connect(&m_session, &ProjectSession::closed, m_notice, &NoticeBar::clear);
     connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
     connect(&m_session, &ProjectSession::aboutToClose, m_plant, &PlantCheck::cancel);
     connect(m_plant, &PlantCheck::finished, this, &MainWindow::startStation);
     connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnd,
+            Qt::DirectConnection);
     if (!restoreLayout())
         setWindowState(Qt::WindowMaximized);
     showState();
@@ -241,6 +247,18 @@ void MainWindow::closeEvent(QCloseEvent *event)
     }
     keepLayout();
     event->accept();
+}
+
+// Whoever logs out may be asked or not; if not, nothing is lost all the same.
+void MainWindow::onSessionEnd(QSessionManager &manager)
+{
+    m_care.autoSave().keepAtOnce();
+    if (!m_session.isModified() || !manager.allowsInteraction())
+        return;
+    const bool isLeaving = m_files->mayLeave();
+    manager.release();
+    if (!isLeaving)
+        manager.cancel();
 }
 
 void MainWindow::keepLayout() const

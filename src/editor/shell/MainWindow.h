@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 class QLabel;
+class QSessionManager;
 class QMenu;
 class QStackedWidget;
 
@@ -47,6 +48,7 @@ private:
     void fillRecent();
     void run();
     void startStation(const QStringList &away);
+    void onSessionEnd(QSessionManager &manager);
     void showState();
     void showTitle();
     void keepLayout() const;

@@ -6,11 +6,14 @@
 #include <QTimerEvent>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace Editor {
 
 namespace {
 
 constexpr int informationTime = 6000; // ms
+constexpr int keptAtMost = 4;
 
 QStyle::StandardPixmap markOf(Workspace::Level level)
 {
@@ -41,7 +44,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     m_close->setText(QStringLiteral("×"));
     m_close->setAutoRaise(true);
     m_close->setToolTip(tr("Убрать сообщение"));
-    connect(m_close, &QToolButton::clicked, this, &QWidget::hide);
+    connect(m_close, &QToolButton::clicked, this, &NoticeBar::dismiss);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 4, 8, 4);
     layout->addWidget(m_mark);
@@ -52,24 +55,64 @@ NoticeBar::NoticeBar(QWidget *parent)
 
 void NoticeBar::tell(Workspace::Level level, const QString &text)
 {
+    stopTimer();
+    if (level == Workspace::Info) {
+        m_timer = startTimer(informationTime);
+    } else {
+        const auto isSame = [&text](const Notice &kept) { return kept.text == text; };
+        m_kept.erase(std::remove_if(m_kept.begin(), m_kept.end(), isSame), m_kept.end());
+        m_kept.append({level, text});
+        if (m_kept.size() > keptAtMost)
+            m_kept.removeFirst();
+    }
+    show({level, text});
+}
+
+void NoticeBar::clear()
+{
+    stopTimer();
+    m_kept.clear();
+    hide();
+}
+
+void NoticeBar::show(const Notice &notice)
+{
+    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_mark->setPixmap(
+        style()->standardIcon(markOf(notice.level), nullptr, this).pixmap(size, size));
+    m_text->setText(notice.text);
+    QFrame::show();
+}
+
+void NoticeBar::dismiss()
+{
+    if (!m_timer && !m_kept.isEmpty())
+        m_kept.removeLast();
+    showKept();
+}
+
+void NoticeBar::showKept()
+{
+    stopTimer();
+    if (m_kept.isEmpty())
+        hide();
+    else
+        show(m_kept.last());
+}
+
+void NoticeBar::stopTimer()
+{
     if (m_timer)
         killTimer(m_timer);
-    m_timer = level == Workspace::Info ? startTimer(informationTime) : 0;
-    const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_mark->setPixmap(style()->standardIcon(markOf(level), nullptr, this).pixmap(size, size));
-    m_text->setText(text);
-    show();
+    m_timer = 0;
 }
 
 void NoticeBar::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() != m_timer) {
+    if (event->timerId() == m_timer)
+        showKept();
+    else
         QFrame::timerEvent(event);
-        return;
-    }
-    killTimer(m_timer);
-    m_timer = 0;
-    hide();
 }
 
 } // namespace Editor

@@ -34,6 +34,14 @@ FileStamp FileStamp::Of(const std::string &path)
     return stamp;
 }
 
+FileStamp FileStamp::OfDigest(const std::string &digest)
+{
+    FileStamp stamp;
+    stamp.m_exists = true;
+    stamp.m_digest = digest;
+    return stamp;
+}
+
 FileStamp::enState FileStamp::Compare(const std::string &path) const
 {
     Facts facts;

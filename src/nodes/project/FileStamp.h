@@ -17,6 +17,8 @@ public:
     /// Of no file.
     FileStamp() = default;
     static FileStamp Of(const std::string &path);
+    /// Of a file whose content is known by its HexDigest, such as one that was just written.
+    static FileStamp OfDigest(const std::string &digest);
 
     bool Exists() const { return m_exists; }
     /// The content in hexadecimal digits; "" of no file.
@@ -42,7 +44,7 @@ private:
     static bool look(const std::string &path, Facts &facts);
 
     bool m_exists = false;
-    mutable Facts m_facts; // of the last time it was the same
+    mutable Facts m_facts; // of the last time it was the same; zeros when not looked at yet
     std::string m_digest;
 };
 

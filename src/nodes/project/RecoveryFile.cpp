@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -22,6 +23,7 @@ namespace {
 
 constexpr std::string_view signature = "operator station recovery 1";
 constexpr const char *extension = ".recovery";
+constexpr const char *saveNote = ".saved"; // beside the file of the unsaved work
 
 std::string oneLine(std::string text)
 {
@@ -54,6 +56,15 @@ std::string headOf(const RecoveryInfo &info)
 std::string stemOf(const std::string &project)
 {
     return HexDigest(absolute(project));
+}
+
+bool isSaved(const std::string &file)
+{
+    RecoveryInfo info;
+    std::string text;
+    std::string digest;
+    return std::ifstream(file + saveNote) >> digest && RecoveryFile::Read(file, info, text) &&
+           HexDigestOfFile(info.project) == digest;
 }
 
 void takeEarlier(RecoveryInfo &info)
@@ -151,6 +162,35 @@ void RecoveryFile::Remove(const std::string &file)
     std::error_code error;
     fs::remove(file, error);
     fs::remove(file + ".bak", error);
+    fs::remove(file + saveNote, error);
+}
+
+void RecoveryFile::NoteSave(const std::string &file, const std::string &digest)
+{
+    std::error_code error;
+    if (digest.empty())
+        fs::remove(file + saveNote, error);
+    else if (PrivateDirectory::Make(fs::path(file).parent_path().string()))
+        std::ofstream(file + saveNote, std::ios::trunc) << digest; // half of it equals nothing
+}
+
+void RecoveryFile::Tidy(const std::string &directory)
+{
+    std::error_code error;
+    std::set<std::string> files;
+    for (const fs::directory_entry &entry : fs::directory_iterator(directory, error)) {
+        const std::string path = entry.path().string();
+        const std::size_t end = path.rfind(extension);
+        if (end != std::string::npos)
+            files.insert(path.substr(0, end + std::string_view(extension).size()));
+    }
+    for (const std::string &file : files) {
+        // The first work of an editor that was killed may still be on its way.
+        if (!RemoveLeftovers(file) || !fs::exists(file + saveNote, error))
+            continue;
+        if (!fs::exists(file, error) || isSaved(file))
+            Remove(file);
+    }
 }
 
 } // namespace Nodes

@@ -44,6 +44,13 @@ NODES_EXPORT std::vector<RecoveryInfo> List(const std::string &directory,
 /// With what an earlier write has left beside it.
 NODES_EXPORT void Remove(const std::string &file);
 
+/// Notes before a save that the project's file is going to have that HexDigest: once it has, the
+/// unsaved work is saved, even when its editor is killed before it can remove this file. "" before
+/// newer work is kept, which is in no save yet.
+NODES_EXPORT void NoteSave(const std::string &file, const std::string &digest);
+/// Removes unsaved work that was saved after all, and what killed writers have left.
+NODES_EXPORT void Tidy(const std::string &directory);
+
 } // namespace RecoveryFile
 
 } // namespace Nodes

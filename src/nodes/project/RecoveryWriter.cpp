@@ -1,5 +1,6 @@
 #include "nodes/project/RecoveryWriter.h"
 
+#include "nodes/serial/AtomicFile.h"
 #include "nodes/serial/ProjectWriter.h"
 
 #include <array>
@@ -40,12 +41,14 @@ RecoveryWriter::~RecoveryWriter()
         return;
     ::kill(m_child, SIGKILL);
     (void)Finish();
+    RemoveLeftovers(m_file);
 }
 
 Result RecoveryWriter::Start(const NodesCollection &project, const RecoveryInfo &info)
 {
     if (IsRunning())
         return {Result::NotAvailable, "a write is under way"};
+    m_file = info.file;
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
         return {Result::NotAvailable, std::string("no pipe: ") + std::strerror(errno)};

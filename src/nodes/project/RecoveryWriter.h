@@ -3,6 +3,8 @@
 #include "nodes/NodesExport.h"
 #include "nodes/project/RecoveryFile.h"
 
+#include <string>
+
 #include <sys/types.h>
 
 namespace Nodes {
@@ -34,6 +36,7 @@ private:
     [[noreturn]] static void write(const NodesCollection &project, const RecoveryInfo &info,
                                    int pipe);
 
+    std::string m_file;
     pid_t m_child = -1;
     int m_pipe = -1;
 };

@@ -13,4 +13,8 @@ namespace Nodes {
 /// "<path>.bak" and passes its permissions on. A symbolic link keeps pointing at the file.
 [[nodiscard]] NODES_EXPORT Result ReplaceFile(const std::string &path, std::string_view bytes);
 
+/// Removes what writers of that file have left beside it that were killed; what one that is at work
+/// writes now stays. False when there is such a writer.
+NODES_EXPORT bool RemoveLeftovers(const std::string &path);
+
 } // namespace Nodes

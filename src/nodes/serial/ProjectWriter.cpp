@@ -76,7 +76,8 @@ std::string ProjectWriter::ToText(const NodesCollection &project)
     return PrintXml(document, pugi::format_indent);
 }
 
-Result ProjectWriter::WriteFile(const NodesCollection &project, const std::string &path)
+Result ProjectWriter::MakeText(const NodesCollection &project, const std::string &path,
+                               std::string &text)
 {
     if (!project.GetRoot())
         return Result(Result::InvalidArgument, path + ": the project has no root");
@@ -89,12 +90,19 @@ Result ProjectWriter::WriteFile(const NodesCollection &project, const std::strin
     fill(document, project);
     LimitCheck check;
     document.traverse(check);
-    const std::string text = PrintXml(document, pugi::format_indent);
+    text = PrintXml(document, pugi::format_indent);
     if (check.fault.empty() && text.size() > LoadLimits().fileSize)
         check.fault = "larger than " + std::to_string(LoadLimits().fileSize) + " bytes";
     if (!check.fault.empty())
         return Result(Result::LimitExceeded, path + ": " + check.fault);
-    return ReplaceFile(path, text);
+    return {};
+}
+
+Result ProjectWriter::WriteFile(const NodesCollection &project, const std::string &path)
+{
+    std::string text;
+    const Result made = MakeText(project, path, text);
+    return made ? ReplaceFile(path, text) : made;
 }
 
 } // namespace Nodes

@@ -1,8 +1,10 @@
 #include "nodes/FileSizeLimit.h"
 #include "nodes/ProjectFixture.h"
 
+#include "nodes/project/HexDigest.h"
 #include "nodes/project/RecoveryFile.h"
 #include "nodes/project/RecoveryWriter.h"
+#include "nodes/serial/AtomicFile.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/serial/ProjectWriter.h"
 #include "support/Rows.h"
@@ -189,6 +191,73 @@ private slots:
         QVERIFY(!result.GetDetail().empty());
     }
 
+    void isOverOnceItIsSaved_data()
+    {
+        const Rows<QString, bool> row("what", "isLeft");
+        row("saved, and killed before it could be removed", "saved", false);
+        row("killed before the save", "not saved", true);
+        row("edited on after a save", "kept again", true);
+        row("saved by somebody else since", "other", true);
+        row("the note is cut off", "cut", true);
+        row("damaged", "damaged", true);
+    }
+
+    void isOverOnceItIsSaved()
+    {
+        QFETCH(QString, what);
+        QFETCH(bool, isLeft);
+        const RecoveryInfo info = fresh();
+        QVERIFY(RecoveryFile::Write(info, "work"));
+        write(m_project, "old");
+        const std::string digest = HexDigest("new");
+        RecoveryFile::NoteSave(info.file, what == "cut" ? digest.substr(0, 9) : digest);
+        if (what != "not saved")
+            write(m_project, what == "other" ? "other" : "new");
+        if (what == "kept again")
+            RecoveryFile::NoteSave(info.file, {});
+        if (what == "damaged")
+            write(info.file, "x");
+        RecoveryFile::Tidy(m_states);
+        QCOMPARE(!RecoveryFile::List(m_states).empty(), isLeft);
+        QCOMPARE(!fs::is_empty(m_states), isLeft);
+    }
+
+    void leftoversGo_data()
+    {
+        const Rows<QString, bool> row("name", "isLeft");
+        row("of a killed save", "project.xml.aB3xYz.saving", false);
+        row("half of the version before", "project.xml.bak.new", false);
+        row("the version before", "project.xml.bak", true);
+        row("a copy made by hand", "project.xml.backup", true);
+        row("another one", "project.xml.of-all.saving", true);
+        row("of another file", "project.xml2.aB3xYz.saving", true);
+    }
+
+    void leftoversGo()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, isLeft);
+        const std::string path = m_directory->filePath(name).toStdString();
+        write(path, "x");
+        QVERIFY(RemoveLeftovers(m_project));
+        QCOMPARE(fs::exists(path), isLeft);
+    }
+
+    void leavesWhatIsBeingWritten()
+    {
+        LargeProject f;
+        const pid_t child = ::fork();
+        if (child == 0) {
+            for (;;)
+                (void)ProjectWriter::WriteFile(f.project, m_project);
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(!RemoveLeftovers(m_project), 60000);
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        QVERIFY(RemoveLeftovers(m_project));
+        QCOMPARE(QDir(m_directory->path()).entryList({"*.saving"}, QDir::Files), QStringList());
+    }
+
     void endsWithItsWriter()
     {
         LargeProject f;
@@ -200,6 +269,7 @@ private slots:
         QCOMPARE(::waitpid(-1, nullptr, WNOHANG), pid_t(-1)); // nobody is left
         std::error_code error;
         QVERIFY(!fs::exists(info.file, error) || RecoveryFile::List(m_states)[0].damage.empty());
+        QCOMPARE(QDir(QString::fromStdString(m_states)).entryList({"*.saving"}), QStringList());
     }
 
     // Whenever it strikes, the project and the version before it are whole.

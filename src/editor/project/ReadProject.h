@@ -1,0 +1,34 @@
+#pragma once
+
+#include "nodes/project/FileStamp.h"
+#include "nodes/serial/LoadReport.h"
+#include "nodes/values/Result.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace Nodes {
+class NodesCollection;
+}
+
+namespace Editor {
+
+/// A project as it was read from its file, before it is the open one. Any thread.
+struct ReadProject
+{
+    ReadProject();
+    ~ReadProject();
+    ReadProject(ReadProject &&) noexcept;
+
+    /// Reads also what a newer program wrote, for looking at. What is read and the stamp are of the
+    /// same moment, whoever else writes the file meanwhile.
+    [[nodiscard]] Nodes::Result read(const QString &file);
+
+    std::unique_ptr<Nodes::NodesCollection> project; ///< null unless it was read
+    Nodes::LoadReport report;
+    Nodes::FileStamp stamp;
+    QString readOnlyReason; ///< Russian; "" when it may be edited
+};
+
+} // namespace Editor
