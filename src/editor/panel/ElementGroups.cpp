@@ -17,7 +17,7 @@ const QVector<GroupRow> &groupRows()
     static const QVector<GroupRow> rows = {
         {"Показания", {"label", "multiLabel", "bargraph", "recorderDisplay"}},
         {"Ввод и команды", {"button", "editBox", "comboBox", "checkBox"}},
-        {"Картинки", {"image", "multiImage", "movingImage", "symbol"}},
+        {"Картинки", {"image", "multiImage", "movingImage", "symbol", "instance"}},
         {"Графики", {"chartHistory", "chartXY", "chartCorridor"}},
         {"Тревоги и события", {"alarmList", "alarmBanner", "alarmHealth", "eventList"}},
         {"Отчёты", {"reportDisplay"}},

@@ -76,6 +76,7 @@
 #include "nodes/templates/compositionTemplate.h"
 #include "nodes/templates/templateArgument.h"
 #include "nodes/templates/templateParameter.h"
+#include "nodes/templates/widgetInstance.h"
 #include "nodes/templates/windowTemplate.h"
 #include "nodes/timers/operationTimer.h"
 #include "nodes/visual/elements/comboItem.h"
@@ -132,6 +133,7 @@ void addElements(KindTable &table)
     table.Add(widgetAlarmList::Kind());
     table.Add(widgetReportDisplay::Kind());
     table.Add(widgetSymbol::Kind());
+    table.Add(widgetInstance::Kind());
 }
 
 void addCharts(KindTable &table)

@@ -16,13 +16,24 @@ struct Value
     std::string text;
 };
 
-std::map<unsigned, Value> valuesOf(const Nodes::ConfigNode &node)
+using Values = std::map<std::pair<Nodes::NodeLink, unsigned>, Value>;
+
+void addValues(const Nodes::ConfigNode &node, Values &values)
 {
-    std::map<unsigned, Value> values;
     for (const Nodes::PropertyDescriptor &d : node.GetKind()->properties) {
         if (const Nodes::BasicProperty *property = node.GetPropertyByValueId(d.valueId))
-            values[d.valueId] = {property->GetPropertyValue(), property->ToString()};
+            values[{node.GetNodeLink(), d.valueId}] = {property->GetPropertyValue(),
+                                                       property->ToString()};
     }
+}
+
+/// Of the node and its children: arguments of an instance stand below it.
+Values valuesOf(const Nodes::ConfigNode &node)
+{
+    Values values;
+    addValues(node, values);
+    for (const auto &child : node.Children())
+        addValues(*child, values);
     return values;
 }
 
@@ -55,15 +66,15 @@ Nodes::Result DropNodesCommand::drop(Nodes::ConfigNode &target)
     const Nodes::Result allowed = target.CanDropNodes(m_nodes, m_flags);
     if (!allowed)
         return allowed;
-    const std::map<unsigned, Value> before = valuesOf(target);
+    const Values before = valuesOf(target);
     const int childCount = target.GetNodeCount();
     if (target.DropNodes(m_nodes, m_flags) == 0)
         return Nodes::Result(&target, Nodes::Result::InvalidArgument, "it takes none of the nodes");
     m_isDropped = true;
-    for (const auto &[valueId, now] : valuesOf(target)) {
-        const Value &former = before.at(valueId);
-        if (former.text != now.text)
-            m_changes.push_back({valueId, former.value, now.value});
+    for (const auto &[place, now] : valuesOf(target)) {
+        const auto former = before.find(place);
+        if (former != before.end() && former->second.text != now.text)
+            m_changes.push_back({place.first, place.second, former->second.value, now.value});
     }
     for (int i = childCount; i < target.GetNodeCount(); ++i)
         m_copies.add(Nodes::NodeLink(target.GetNodeAt(i)), m_target);
@@ -72,10 +83,13 @@ Nodes::Result DropNodesCommand::drop(Nodes::ConfigNode &target)
 
 Nodes::Result DropNodesCommand::setLinks(bool isBefore) const
 {
-    Nodes::ConfigNode *target = m_target.GetNode();
     for (const Change &change : m_changes) {
+        Nodes::ConfigNode *node = change.node.GetNode();
+        if (!node)
+            return Nodes::Result(Nodes::Result::NotFound,
+                                 "node " + std::to_string(change.node.GetNodeId()));
         const Nodes::Result set =
-            target->SetProperty(change.valueId, isBefore ? change.before : change.after);
+            node->SetProperty(change.valueId, isBefore ? change.before : change.after);
         if (!set)
             return set;
     }

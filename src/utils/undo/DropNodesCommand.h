@@ -30,6 +30,7 @@ protected:
 private:
     struct Change
     {
+        Nodes::NodeLink node; ///< the target, or one of its children
         unsigned valueId;
         boost::any before;
         boost::any after;

@@ -7,6 +7,7 @@
 #include "widgets/events/AlarmWindow.h"
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/windows/DesktopContext.h"
+#include "widgets/windows/TemplateInstances.h"
 #include "widgets/windows/WindowBasic.h"
 #include "widgets/windows/desktop/Screens.h"
 #include "widgets/windows/navigation/SourceJump.h"
@@ -269,6 +270,14 @@ void ActionManager::jump(const Nodes::NodeLink &source, const QWidget *where)
         SourceJump::jump(source, ScreenNumber(where ? onScreen(*where) : nullptr));
     if (result == Nodes::Result::NotFound || result == Nodes::Result::NotAvailable)
         notify(QStringLiteral("Источник не показан ни в одном окне проекта"));
+}
+
+void ActionManager::retire(const Nodes::NodeLink &instance)
+{
+    if (DesktopContext *desktop = DesktopContext::current())
+        TemplateInstances::of(desktop->dispatcher()).retire(instance);
+    else
+        ActionSink::retire(instance);
 }
 
 void ActionManager::showAlarms()

@@ -55,6 +55,7 @@ public:
 
     bool canJump(const Nodes::NodeLink &source) const override;
     void jump(const Nodes::NodeLink &source, const QWidget *where) override;
+    void retire(const Nodes::NodeLink &instance) override;
     void showAlarms() override;
 
     bool eventFilter(QObject *watched, QEvent *event) override;

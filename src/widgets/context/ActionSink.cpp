@@ -1,5 +1,8 @@
 #include "widgets/context/ActionSink.h"
 
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/NodesCollection.h"
+
 namespace Widgets {
 
 ActionSink::~ActionSink() = default;
@@ -16,6 +19,12 @@ bool ActionSink::canJump(const Nodes::NodeLink & /*source*/) const
 }
 
 void ActionSink::jump(const Nodes::NodeLink & /*source*/, const QWidget * /*where*/) {}
+
+void ActionSink::retire(const Nodes::NodeLink &instance)
+{
+    if (Nodes::NodesCollection *project = instance.GetNodesCollection())
+        (void)project->TakeClone(instance);
+}
 
 void ActionSink::showAlarms() {}
 

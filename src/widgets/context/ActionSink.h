@@ -60,6 +60,9 @@ public:
     virtual bool canJump(const Nodes::NodeLink &source) const;
     /// Leads the operator there from what he touched; a refusal is told to him.
     virtual void jump(const Nodes::NodeLink &source, const QWidget *where);
+    /// Destroys the nodes of an instance that nobody shows any more, when no action that was begun
+    /// there needs them; by default at once.
+    virtual void retire(const Nodes::NodeLink &instance);
     /// Brings up the alarm window.
     virtual void showAlarms();
 

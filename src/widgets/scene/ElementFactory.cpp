@@ -20,11 +20,13 @@
 #include "widgets/elements/symbols/qwidgetSymbol.h"
 #include "widgets/eventlist/WidgetEvent.h"
 #include "widgets/reports/display/qwidgetReportDisplay.h"
+#include "widgets/scene/instances/InstanceElement.h"
 
 #include "nodes/charts/widgetChartCorridor.h"
 #include "nodes/charts/widgetChartHistory.h"
 #include "nodes/charts/widgetChartXY.h"
 #include "nodes/kinds/KindRows.h"
+#include "nodes/templates/widgetInstance.h"
 #include "nodes/visual/elements/widgetAlarmBanner.h"
 #include "nodes/visual/elements/widgetAlarmHealth.h"
 #include "nodes/visual/elements/widgetAlarmList.h"
@@ -96,6 +98,7 @@ constexpr Row rows[] = {
     shows<WidgetEvent>(),
     shows<qwidgetReportDisplay>(),
     shows<qwidgetSymbol>(),
+    Row{Nodes::widgetInstance::Code, &makeInstanceElement},
 };
 // clang-format on
 static_assert(Nodes::AreDistinct(rows), "two elements for one kind: look at their Node");

@@ -130,8 +130,14 @@ void TemplateInstances::release(unsigned long windowId)
     });
     if (gone == m_instances.end())
         return;
-    m_leaving.insert(m_leaving.end(), gone->nodes.begin(), gone->nodes.end());
+    const std::vector<NodeLink> nodes = gone->nodes;
     m_instances.erase(gone);
+    std::for_each(nodes.begin(), nodes.end(), [this](const auto &node) { retire(node); });
+}
+
+void TemplateInstances::retire(const NodeLink &instance)
+{
+    m_leaving.push_back(instance);
     QMetaObject::invokeMethod(this, &TemplateInstances::destroyUnused, Qt::QueuedConnection);
 }
 

@@ -46,6 +46,8 @@ public:
     /// Ties the instance to its window, one of `windows`: it ends when that is destroyed. Null ends
     /// it at once.
     void attach(const Nodes::BasicWindow &instance, QWidget *widget, OpenWindows &windows);
+    /// Takes over nodes of an instance that no window or element shows any more.
+    void retire(const Nodes::NodeLink &instance);
 
 private:
     struct Instance
