@@ -195,6 +195,43 @@ private slots:
         QCOMPARE(p.session.undoStack().count(), 0);
     }
 
+    void trialTellsWhatItDoesNotRead()
+    {
+        Plant p;
+        p.add("modbusSignal", p.device, "Ничей", {});
+        ModbusTestServer server;
+        server.refusedFrom = 13;
+        DriverView view(p.workspace, p.device, nullptr);
+        auto *trial = view.findChild<ModbusTrial *>();
+        auto *status = trial->findChild<QLabel *>("status");
+        auto *table = trial->findChild<QTableWidget *>("readings");
+        trial->findChild<QLineEdit *>("port")->setText(QString::number(server.port()));
+        trial->findChild<QCheckBox *>()->setChecked(false);
+        trial->start();
+        QCOMPARE(table->rowCount(), 4);
+        QTRY_VERIFY(!trial->isRunning());
+        QVERIFY2(status->text().contains("2 из 3"), qPrintable(status->text()));
+        QVERIFY2(status->text().contains("1 — такого адреса"), qPrintable(status->text()));
+        QVERIFY2(status->text().contains("Вне групп опроса: 1"), qPrintable(status->text()));
+        QCOMPARE(table->item(3, 5)->text(), QString("----"));
+        QVERIFY(table->item(3, 7)->text().contains("вне группы"));
+    }
+
+    void trialOfAMuteDeviceIsNoConnection()
+    {
+        Plant p;
+        ModbusTestServer mute;
+        mute.fault = ModbusTestServer::Silent;
+        DriverView view(p.workspace, p.device, nullptr);
+        auto *trial = view.findChild<ModbusTrial *>();
+        auto *status = trial->findChild<QLabel *>("status");
+        trial->findChild<QLineEdit *>("port")->setText(QString::number(mute.port()));
+        trial->findChild<QCheckBox *>()->setChecked(false);
+        trial->start();
+        QTRY_VERIFY(!trial->isRunning());
+        QVERIFY2(status->text().contains("не отвечает"), qPrintable(status->text()));
+    }
+
     void trialFollowsTheProject()
     {
         Plant p;

@@ -206,7 +206,22 @@ private slots:
         p.session.project()->FindNodes(kind, &users);
         for (const Nodes::NodeLink &node : users)
             node->GetParent()->RemoveNode(node).reset();
-        DataCommands::openUsers(p.workspace); // makes what is missing, to be taken back
+        const auto answer = [](const char *text) {
+            QTimer::singleShot(0, [text] {
+                for (QPushButton *button :
+                     QApplication::activeModalWidget()->findChildren<QPushButton *>()) {
+                    if (button->text() == text)
+                        return button->click();
+                }
+                QApplication::activeModalWidget()->close();
+            });
+        };
+        opened = {};
+        answer("Отмена"); // looking changes nothing
+        DataCommands::openUsers(p.workspace);
+        QVERIFY(opened.isEmpty() && !p.session.isModified());
+        answer("Завести"); // to be taken back
+        DataCommands::openUsers(p.workspace);
         QCOMPARE(opened.GetNodeType(), kind);
         p.session.undoStack().undo();
         QVERIFY(!opened.isValid());

@@ -18,6 +18,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -31,6 +32,7 @@ namespace {
 
 constexpr int period = 1000;           // ms
 constexpr std::size_t mostRead = 2000; // signals
+constexpr int mostCauses = 3;          // told in words
 enum Column { Name, Address, Type, Registers, Raw, Value, Time, Answer, ColumnCount };
 
 QString toText(const std::string &text)
@@ -127,7 +129,7 @@ void ModbusTrial::makeTable()
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(24);
     m_table->horizontalHeader()->setStretchLastSection(true);
-    const int widths[] = {170, 60, 110, 86, 96, 90, 44};
+    const int widths[] = {150, 56, 104, 82, 96, 84, 48};
     for (int column = 0; column < Answer; ++column)
         m_table->setColumnWidth(column, widths[column]);
 }
@@ -157,6 +159,18 @@ void ModbusTrial::setRunning(bool isRunning)
     fillPlace();
 }
 
+void ModbusTrial::addRow(const Nodes::ConfigNode &signal)
+{
+    const int row = m_table->rowCount();
+    m_table->insertRow(row);
+    for (int column = 0; column < ColumnCount; ++column)
+        m_table->setItem(row, column, new QTableWidgetItem);
+    m_table->item(row, Name)->setText(toText(signal.GetName()));
+    m_table->item(row, Name)->setToolTip(toText(signal.GetPath()));
+    m_table->item(row, Type)->setText(toText(Nodes::CellText::Show(
+        *signal.GetKind()->FindProperty(modbusSignal::Prop::DataType.valueId), signal)));
+}
+
 bool ModbusTrial::gatherPoints()
 {
     const Nodes::ConfigNode *driver = m_driver.GetNode();
@@ -164,23 +178,31 @@ bool ModbusTrial::gatherPoints()
         return false;
     const Nodes::NodeLinks chosen = m_page.selectedNodes();
     m_points.clear();
+    m_rows.clear();
+    m_unread = m_leftOut = 0;
     m_table->setRowCount(0);
     for (const Nodes::NodeLink &link : chosen.size() > 1 ? chosen : driver->GetNodes(true)) {
         const auto *signal = dynamic_cast<const modbusSignal *>(link.GetNode());
-        const Nodes::modbusGroup *group = signal ? signal->GetGroup() : nullptr;
-        if (!group || m_points.size() == mostRead)
+        if (!signal)
             continue;
-        const int row = m_table->rowCount();
+        if (std::size_t(m_table->rowCount()) == mostRead) {
+            ++m_leftOut;
+            continue;
+        }
+        addRow(*signal);
+        const int row = m_table->rowCount() - 1;
+        const Nodes::modbusGroup *group = signal->GetGroup();
+        if (!group) {
+            ++m_unread;
+            m_table->item(row, Value)->setText(QStringLiteral("----"));
+            m_table->item(row, Answer)->setText(tr("вне группы опроса"));
+            m_table->item(row, Answer)
+                ->setToolTip(tr("Станция его не читает: перенесите в группу опроса."));
+            continue;
+        }
+        m_rows.push_back(row);
         m_points.push_back({group->GetFirstAddress(), signal->GetPoint(*group)});
-        const QString texts[] = {
-            toText(signal->GetName()), QString::number(m_points.back().GetAddress()),
-            toText(Nodes::CellText::Show(
-                *signal->GetKind()->FindProperty(modbusSignal::Prop::DataType.valueId), *signal))};
-        m_table->insertRow(row);
-        for (int column = 0; column < ColumnCount; ++column)
-            m_table->setItem(row, column,
-                             new QTableWidgetItem(column <= Type ? texts[column] : QString()));
-        m_table->item(row, Name)->setToolTip(toText(signal->GetPath()));
+        m_table->item(row, Address)->setText(QString::number(m_points.back().GetAddress()));
     }
     return true;
 }
@@ -247,23 +269,50 @@ void ModbusTrial::showReading(int row, const Nodes::ProbeReading &reading)
     m_table->item(row, Answer)->setToolTip(answer);
 }
 
+QString ModbusTrial::summary(const Nodes::ProbeOutcome &outcome) const
+{
+    int good = 0;
+    int silent = 0;
+    QMap<QString, int> causes;
+    for (const Nodes::ProbeReading &reading : outcome.readings) {
+        good += bool(reading.result);
+        silent += reading.result == Nodes::Result::Timeout;
+        if (!reading.result)
+            ++causes[toText(Nodes::ModbusProbe::Explain(reading.result))];
+    }
+    const int all = int(outcome.readings.size());
+    if (!outcome.connection)
+        return tr("✗ Связи нет: %1.").arg(toText(Nodes::ModbusProbe::Explain(outcome.connection)));
+    QStringList lines;
+    if (good == 0 && silent > 0)
+        lines << tr("✗ Соединение есть, но устройство на запросы не отвечает.");
+    else
+        lines << tr("%1 Связь есть. Прочитано сигналов: %2 из %3, запросов: %4.")
+                     .arg(good == all ? QStringLiteral("✓") : QStringLiteral("⚠"))
+                     .arg(good)
+                     .arg(all)
+                     .arg(outcome.requests);
+    for (auto cause = causes.cbegin(); cause != causes.cend() && lines.size() <= mostCauses;
+         ++cause)
+        lines << tr("%1 — %2.").arg(cause.value()).arg(cause.key());
+    if (m_unread > 0)
+        lines << tr("Вне групп опроса: %1 — станция их не читает, перенесите в группы.")
+                     .arg(m_unread);
+    if (m_leftOut > 0)
+        lines << tr("Не проверялось: %1 — за раз читается не более %2; выберите нужные на вкладке "
+                    "«Сигналы».")
+                     .arg(m_leftOut)
+                     .arg(mostRead);
+    return lines.join(QLatin1Char('\n'));
+}
+
 void ModbusTrial::take(const Nodes::ProbeOutcome &outcome, int trial)
 {
     if (trial != m_trial)
         return;
-    int good = 0;
-    for (std::size_t i = 0; i < outcome.readings.size(); ++i) {
-        showReading(int(i), outcome.readings[i]);
-        good += bool(outcome.readings[i].result);
-    }
-    if (!outcome.connection)
-        m_status->setText(
-            tr("Связи нет: %1.").arg(toText(Nodes::ModbusProbe::Explain(outcome.connection))));
-    else
-        m_status->setText(tr("Связь есть. Прочитано сигналов: %1 из %2, запросов: %3.")
-                              .arg(good)
-                              .arg(outcome.readings.size())
-                              .arg(outcome.requests));
+    for (std::size_t i = 0; i < outcome.readings.size(); ++i)
+        showReading(m_rows[i], outcome.readings[i]);
+    m_status->setText(summary(outcome));
     if (!m_repeats->isChecked())
         setRunning(false);
 }

@@ -12,6 +12,10 @@ class QLineEdit;
 class QPushButton;
 class QTableWidget;
 
+namespace Nodes {
+class ConfigNode;
+} // namespace Nodes
+
 namespace Editor {
 
 class SheetPage;
@@ -44,7 +48,10 @@ private:
     /// Host and port of the project, where they are others than when they were filled in last.
     void fillPlace();
     void take(const Nodes::ProbeOutcome &outcome, int trial);
+    void addRow(const Nodes::ConfigNode &signal);
     void showReading(int row, const Nodes::ProbeReading &reading);
+    /// What to say of the reading as a whole: the causes too, as their column is narrow.
+    QString summary(const Nodes::ProbeOutcome &outcome) const;
     void setRunning(bool isRunning);
 
     Workspace &m_workspace;
@@ -59,7 +66,10 @@ private:
     QLabel *m_status;
     QTableWidget *m_table;
     std::vector<Nodes::ProbePoint> m_points;
-    int m_trial = 0; ///< which one is running: answers of older ones do not count
+    std::vector<int> m_rows; ///< of the points
+    int m_unread = 0;        ///< signals that no group reads, with a row but no point
+    int m_leftOut = 0;       ///< signals beyond what is read at once
+    int m_trial = 0;         ///< which one is running: answers of older ones do not count
     bool m_isRunning = false;
     Nodes::ModbusProbe m_probe;
     Nodes::ScopedConnection m_connection;

@@ -9,7 +9,10 @@
 #include "nodes/drivers/BasicDriver.h"
 #include "nodes/model/NodesCollection.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
+#include <QMessageBox>
+#include <QPushButton>
 
 namespace Editor::DataCommands {
 
@@ -24,6 +27,24 @@ NodeLink first(Workspace &workspace, NodeType::enNodeSubtype code)
     if (const Nodes::NodesCollection *project = workspace.session().project())
         project->FindNodes(NodeType(code), &found);
     return found.empty() ? NodeLink() : found.front();
+}
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Editor::DataCommands", text);
+}
+
+/// Looking must not change the project: what is missing is made when that is wanted.
+bool mayMakeUsers(Workspace &workspace)
+{
+    QMessageBox box(QMessageBox::Question, tr("Пользователи и права"),
+                    tr("В проекте нет пользователей и прав: на станции каждый может всё. Завести "
+                       "их?"),
+                    QMessageBox::NoButton, workspace.window());
+    const QAbstractButton *make = box.addButton(tr("Завести"), QMessageBox::AcceptRole);
+    box.addButton(tr("Отмена"), QMessageBox::RejectRole);
+    box.exec();
+    return box.clickedButton() == make;
 }
 
 bool hasTable(const Nodes::ConfigNode &node)
@@ -50,11 +71,11 @@ void openSignals(Workspace &workspace)
 void openUsers(Workspace &workspace)
 {
     NodeLink users = first(workspace, Nodes::systemAuthentication::Code);
-    if (users.isEmpty())
+    if (users.isEmpty() && mayMakeUsers(workspace))
         users = UserEdits::add(workspace, first(workspace, NodeType::SubtypeStation),
-                               NodeType(Nodes::systemAuthentication::Code),
-                               QCoreApplication::translate("Editor::DataCommands", "Пользователи"));
-    workspace.open(users);
+                               NodeType(Nodes::systemAuthentication::Code), tr("Пользователи"));
+    if (!users.isEmpty())
+        workspace.open(users);
 }
 
 } // namespace Editor::DataCommands

@@ -11,7 +11,7 @@ namespace DataCommands {
 /// Table of the signals below the selected node, else of the first station.
 void openSignals(Workspace &workspace);
 bool hasStation(Workspace &workspace);
-/// Users of the first station; a project that has none is given a user subsystem.
+/// Users of the first station. Where there is no user subsystem, asks whether to make one.
 void openUsers(Workspace &workspace);
 
 } // namespace DataCommands

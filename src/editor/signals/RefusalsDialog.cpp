@@ -16,6 +16,7 @@ namespace Editor {
 namespace {
 
 constexpr int mostShown = 10000; // rows; all of them are copied
+constexpr int margins = 60;      // of dialog, frame and scroll bar
 
 QTableWidgetItem *cell(const QString &text)
 {
@@ -67,6 +68,7 @@ RefusalsDialog::RefusalsDialog(const std::vector<Nodes::SheetRefusal> &refusals,
     layout->addWidget(table, 1);
     layout->addWidget(buttons);
     resize(860, 420);
+    table->setColumnWidth(3, width() - 64 - 2 * 150 - margins); // rows are fitted to it unseen
     table->resizeRowsToContents();
     connect(copyButton, &QPushButton::clicked, this, &RefusalsDialog::copy);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -9,6 +9,8 @@
 #include <numeric>
 #include <system_error>
 
+#include <netdb.h>
+
 namespace Nodes {
 
 namespace {
@@ -117,6 +119,11 @@ std::string explainConnection(const Result &result)
         return "до адреса нет пути: проверьте кабель, адрес и маршрут";
     if (says(result, ECONNRESET) || says(result, EPIPE))
         return "устройство оборвало соединение: возможно, занято другим опросом";
+    for (const int error : {EAI_NONAME, EAI_NODATA, EAI_AGAIN, EAI_FAIL}) {
+        if (result.GetDetail().find(::gai_strerror(error)) != std::string::npos)
+            return "имя устройства в сети не найдено: проверьте адрес или впишите его числами, "
+                   "например 192.168.0.10";
+    }
     return "соединения нет (" + result.GetDetail() + "): проверьте адрес и порт";
 }
 
