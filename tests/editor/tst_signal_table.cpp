@@ -6,6 +6,7 @@
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/archive/ArchivedSignals.h"
+#include "nodes/archive/archiverGroup.h"
 #include "nodes/archive/systemArchiver.h"
 #include "nodes/drivers/modbus/modbusDriver.h"
 #include "nodes/drivers/modbus/modbusGroup.h"
@@ -56,6 +57,12 @@ struct Plant
     {
         if (!node->SetPropertyText(key, text))
             qFatal("%s", key);
+    }
+    ConfigNode *archiver() const
+    {
+        Nodes::NodeLinks found;
+        session.project()->FindNodes(NodeType(Nodes::systemArchiver::Code), &found);
+        return found.front().GetNode();
     }
     std::string text() const { return session.root()->SerializeXML(); }
     QString cell(int row, const char *column) const
@@ -280,6 +287,87 @@ private slots:
         QVERIFY(SignalTable::shows(*p.group));
     }
 
+    void archiveIsACellLikeOthers()
+    {
+        Plant p;
+        ConfigNode *archiver = p.archiver();
+        SheetModel model(p.workspace, p.group, NodeType::TypeSignal); // the archiver is elsewhere
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        const int archive = model.columns().Find("Архив");
+        const int zone = model.columns().Find("Архив: Зона нечувствительности архива");
+        const auto set = [&model](int row, int column, const char *text) {
+            return model.setData(model.index(row, column), text);
+        };
+        const auto archived = [&p] { return Nodes::FindArchivedSignals(*p.group).size(); };
+        QVERIFY(model.data(model.index(0, archive), SheetModel::ChoicesRole)
+                    .toStringList()
+                    .contains("да"));
+        QVERIFY(set(0, archive, "да"));
+        QCOMPARE(archived(), std::size_t(1));
+        QVERIFY(set(1, zone, "0,5")); // what is set of it is archived
+        QCOMPARE(archived(), std::size_t(2));
+        QCOMPARE(model.text(1, archive), QString("да"));
+        QCOMPARE(model.text(1, zone), QString("0,5"));
+        QVERIFY(set(1, zone, "1"));
+        QCOMPARE(archiver->Children().size(), std::size_t(2)); // the same source
+        const QSignalSpy told(&p.workspace, &Workspace::told);
+        QVERIFY(!set(1, zone, "-1"));
+        QVERIFY(!set(1, archive, "никакой группы"));
+        QCOMPARE(told.size(), 2);
+        QCOMPARE(p.session.undoStack().count(), 3);
+        QVERIFY(set(1, archive, "нет"));
+        QCOMPARE(archived(), std::size_t(1));
+        QCOMPARE(model.text(1, zone), QString());
+        p.session.undoStack().undo();
+        QCOMPARE(model.text(1, zone), QString("1"));
+        QVERIFY(!changed.isEmpty());
+    }
+
+    void archiveIsPastedForManyAndLeavesGroups()
+    {
+        Plant p;
+        ConfigNode *archiver = p.archiver();
+        ConfigNode *whole = p.add(Nodes::archiverGroup::Code, archiver, "Все");
+        QVERIFY(whole->SetPropertyText("scope", std::to_string(p.group->GetId())));
+        QVERIFY(whole->SetPropertyText("days", "30"));
+        SheetModel model(p.workspace, p.group, NodeType::TypeSignal);
+        const int archive = model.columns().Find("Архив");
+        const int days = model.columns().Find("Архив: Хранить значения, суток");
+        QCOMPARE(model.text(0, archive), QString("Все"));
+        QCOMPARE(model.text(0, days), QString("30"));
+        const auto paste = [&](const char *text) {
+            return SheetEdits::paste(p.workspace, model, text, 0, 0, {});
+        };
+        const auto refused = paste("Имя\tАрхив\nТ01\tнет\n"); // its folder is archived
+        QCOMPARE(refused.size(), std::size_t(1));
+        QVERIFY(refused[0].reason.find("«Все»") != std::string::npos);
+        const auto none = paste("Имя\tАрхив\tАрхив: Зона нечувствительности архива\n"
+                                "Т01\tда\t0,5\nТ02\tда\t\nНовый\tда\t2\n");
+        QVERIFY(none.empty());
+        QCOMPARE(p.session.undoStack().count(), 1);
+        QCOMPARE(archiver->Children().size(), std::size_t(4));
+        QTRY_COMPARE(model.rowCount(), 4);
+        QCOMPARE(model.text(0, archive), QString("да"));
+        QCOMPARE(model.text(0, days), QString("30")); // as the group had it
+        QCOMPARE(model.text(3, archive), QString("да"));
+        p.session.undoStack().undo();
+        QCOMPARE(archiver->Children().size(), std::size_t(1));
+    }
+
+    void addressIsCountedFromTheGroup()
+    {
+        Plant p;
+        SheetModel model(p.workspace, p.group, NodeType::TypeSignal);
+        const int address = model.columns().Find("Адрес");
+        const int offset = model.columns().Find("offset");
+        const int first = model.text(0, address).toInt() - model.text(0, offset).toInt();
+        QVERIFY(model.setData(model.index(0, address), QString::number(first + 2)));
+        QCOMPARE(model.text(0, offset), QString("2"));
+        for (const char *wrong : {"-1", "65536", "abc", "1,5"})
+            QVERIFY2(!model.setData(model.index(0, address), wrong), wrong);
+        QCOMPARE(p.session.undoStack().count(), 1);
+    }
+
     void pageCopiesPastesAndArchives()
     {
         Plant p;
@@ -306,7 +394,7 @@ private slots:
         QVERIFY(!page.reveal(p.signalNodes[0]));
         p.session.undoStack().undo();
         page.model().setFilter({});
-        QCOMPARE(page.model().text(2, archive), QString());
+        QCOMPARE(page.model().text(2, archive), QString("нет"));
         Nodes::NodeLink(p.group)->GetParent()->RemoveNode(p.group).reset();
         QTRY_COMPARE(page.model().rowCount(), 0); // the table outlives its node
         page.paste();

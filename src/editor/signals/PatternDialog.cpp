@@ -97,7 +97,9 @@ void PatternDialog::offerColumns()
 {
     m_column->addItem(tr("(ничего)"), -1);
     for (int i = 0; i < m_model.columnCount(); ++i) {
-        const Nodes::PropertyDescriptor *d = m_model.columns()[std::size_t(i)].descriptor;
+        const Nodes::SheetColumn &column = m_model.columns()[std::size_t(i)];
+        const Nodes::PropertyDescriptor *d =
+            column.what == Nodes::SheetColumn::Property ? column.descriptor : nullptr;
         const bool isNumber = d && d->choices.empty() &&
                               (d->binding.type == Nodes::PropertyType::Int ||
                                d->binding.type == Nodes::PropertyType::Double);

@@ -1,5 +1,6 @@
 #include "editor/signals/SheetEdits.h"
 
+#include "editor/signals/SheetCommand.h"
 #include "editor/signals/SheetModel.h"
 #include "editor/workspace/Workspace.h"
 
@@ -7,10 +8,6 @@
 #include "nodes/model/KindInfo.h"
 #include "nodes/project/signals/SheetImport.h"
 #include "nodes/values/NumberText.h"
-#include "utils/undo/AddNodeLinkCommand.h"
-#include "utils/undo/ChangePropertyCommand.h"
-#include "utils/undo/ChangeTextCommand.h"
-#include "utils/undo/CommandGroup.h"
 
 #include <QCoreApplication>
 
@@ -24,7 +21,6 @@ using Nodes::SheetColumn;
 using Nodes::SheetImport;
 using Nodes::SheetPlan;
 using Nodes::TextTable;
-using Utils::ChangeTextCommand;
 
 namespace {
 
@@ -67,26 +63,9 @@ void planSame(const SheetModel &model, const Cells &cells, const std::string &te
 
 } // namespace
 
-QUndoCommand *makeCommand(const SheetPlan &plan, const QString &text)
-{
-    if (plan.isEmpty())
-        return nullptr;
-    auto *group = new Utils::CommandGroup(text);
-    for (const SheetPlan::Text &name : plan.names)
-        new ChangeTextCommand(name.node, ChangeTextCommand::Name, name.text, group);
-    for (const SheetPlan::Change &change : plan.changes)
-        new Utils::ChangePropertyCommand(change.node, change.valueId, change.value, group);
-    for (const SheetPlan::Text &description : plan.descriptions)
-        new ChangeTextCommand(description.node, ChangeTextCommand::Description, description.text,
-                              group);
-    for (const SheetPlan::Addition &addition : plan.additions)
-        new Utils::AddNodeLinkCommand(addition.clone, addition.parent, group);
-    return group;
-}
-
 bool carryOut(Workspace &workspace, SheetPlan &plan, const QString &text)
 {
-    QUndoCommand *command = makeCommand(plan, text);
+    QUndoCommand *command = makeSheetCommand(plan, text);
     if (!command) {
         workspace.tell(Workspace::Info, tr("Менять нечего: в таблице уже всё так."));
         return false;

@@ -11,7 +11,6 @@
 #include <vector>
 
 class QModelIndex;
-class QUndoCommand;
 
 namespace Nodes {
 struct KindInfo;
@@ -29,8 +28,6 @@ namespace SheetEdits {
 using Refusals = std::vector<Nodes::SheetRefusal>;
 using Cells = std::vector<std::pair<int, int>>; ///< rows and columns of the model
 
-/// What the plan says as one step; null for an empty plan.
-QUndoCommand *makeCommand(const Nodes::SheetPlan &plan, const QString &text);
 /// Carries the plan out, or drops it; false when the project took nothing. Tells how much it was.
 bool carryOut(Workspace &workspace, Nodes::SheetPlan &plan, const QString &text);
 

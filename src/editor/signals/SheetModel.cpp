@@ -1,8 +1,10 @@
 #include "editor/signals/SheetModel.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/signals/SheetCommand.h"
 #include "editor/workspace/Workspace.h"
 
+#include "nodes/archive/systemArchiver.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodeNotifications.h"
@@ -15,9 +17,11 @@
 
 #include <QBrush>
 #include <QPalette>
+#include <QUndoCommand>
 
 namespace Editor {
 
+using Nodes::NodeType;
 using Nodes::SheetColumn;
 using Nodes::SheetColumns;
 using Utils::ChangeTextCommand;
@@ -43,6 +47,14 @@ QStringList choicesOf(const Nodes::PropertyDescriptor &descriptor)
     QStringList names;
     for (const Nodes::PropertyChoice &choice : descriptor.choices)
         names << toText(choice.nameRu);
+    return names;
+}
+
+QStringList settingChoices(const std::vector<std::string> &choices)
+{
+    QStringList names;
+    for (const std::string &choice : choices)
+        names << toText(choice);
     return names;
 }
 
@@ -73,6 +85,8 @@ void SheetModel::follow(const Nodes::NodeChange &change)
         change.what == NodeChange::ChildMoved) {
         if (!scope() || isBelow(node, scope()))
             rebuildLater();
+        else
+            forgetArchive(node);
         return;
     }
     const int row = rowOf(change.node);
@@ -81,11 +95,20 @@ void SheetModel::follow(const Nodes::NodeChange &change)
     } else if (!m_rows.empty() && node && !node->Children().empty() && isBelow(node, scope())) {
         // Paths lead through it, or addresses are counted from it.
         emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
-    } else if (node && node->GetNodeType().GetFamily() == Nodes::NodeType::TypeArchive) {
-        m_notes.forget();
-        if (!m_rows.empty())
-            emit dataChanged(index(0, columnCount() - 1), index(rowCount() - 1, columnCount() - 1));
+    } else {
+        forgetArchive(node);
     }
+}
+
+void SheetModel::forgetArchive(const Nodes::ConfigNode *changed)
+{
+    const bool isArchive = dynamic_cast<const Nodes::systemArchiver *>(changed) ||
+                           (changed && changed->GetNodeType().GetFamily() == NodeType::TypeArchive);
+    if (!isArchive)
+        return;
+    m_settings.Forget();
+    if (!m_rows.empty())
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 // A paste adds thousands: they are looked through once.
@@ -101,12 +124,12 @@ void SheetModel::rebuild()
 {
     beginResetModel();
     m_isStale = false;
-    m_notes.forget();
+    m_settings.Forget();
     m_nodes.clear();
     if (const Nodes::ConfigNode *top = scope()) {
         m_kinds = Nodes::FindSheetKinds(*top, m_family);
         m_columns = SheetColumns(m_kinds);
-        SheetNotes::addTo(m_columns, *top, m_family);
+        Nodes::SheetSettings::AddTo(m_columns, *top, m_family);
         for (const Nodes::NodeLink &link : top->GetNodes(true)) {
             if (Nodes::IsSheetRow(*link.GetNode(), m_family))
                 m_nodes.push_back(link);
@@ -162,8 +185,8 @@ QString SheetModel::text(int row, int column) const
     if (!top || !shown)
         return {};
     const SheetColumn &of = m_columns[std::size_t(column)];
-    return of.what == SheetColumn::Note ? m_notes.text(of.title, *shown)
-                                        : toText(SheetColumns::GetText(of, *shown, *top));
+    return toText(of.what == SheetColumn::Setting ? m_settings.GetText(of, *shown)
+                                                  : SheetColumns::GetText(of, *shown, *top));
 }
 
 int SheetModel::rowCount(const QModelIndex &parent) const
@@ -192,8 +215,12 @@ QVariant SheetModel::toolTip(const SheetColumn &column, const Nodes::ConfigNode 
 {
     if (column.what == SheetColumn::Name)
         return toText(node.GetPath());
-    if (column.what == SheetColumn::Note)
-        return tr("Вычисляется, здесь не меняется");
+    if (Nodes::SheetSettings::IsAddress(column))
+        return tr("Адрес в устройстве, с нуля: начало группы и смещение в ней");
+    if (column.what == SheetColumn::Setting && !column.descriptor)
+        return tr("да — сигнал архивируется сам, название — вместе с группой архива");
+    if (column.what == SheetColumn::Setting)
+        return tr("Значение отсюда заводит сигналу собственную запись в архиве");
     const Nodes::PropertyDescriptor *own = SheetColumns::DescriptorFor(column, node);
     const QString admissible = own ? toText(Nodes::CellText::Admissible(*own)) : QString();
     if (column.what == SheetColumn::Property && !own)
@@ -217,7 +244,7 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return toolTip(column, *shown);
     case Qt::ForegroundRole:
-        if (column.what == SheetColumn::Note || column.what == SheetColumn::Kind)
+        if (column.what == SheetColumn::Kind)
             return QPalette().brush(QPalette::Disabled, QPalette::Text);
         break;
     case Qt::BackgroundRole:
@@ -231,6 +258,8 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
             return int(Qt::AlignRight | Qt::AlignVCenter);
         break;
     case ChoicesRole:
+        if (column.what == SheetColumn::Setting)
+            return settingChoices(m_settings.GetChoices(column, *shown));
         return own ? choicesOf(*own) : QStringList();
     default:
         break;
@@ -246,7 +275,8 @@ Qt::ItemFlags SheetModel::flags(const QModelIndex &index) const
         return flags;
     const SheetColumn &column = m_columns[std::size_t(index.column())];
     const bool isText = column.what == SheetColumn::Name || column.what == SheetColumn::Description;
-    if (isText || SheetColumns::DescriptorFor(column, *shown))
+    if (isText || column.what == SheetColumn::Setting ||
+        SheetColumns::DescriptorFor(column, *shown))
         flags |= Qt::ItemIsEditable;
     return flags;
 }
@@ -255,6 +285,22 @@ bool SheetModel::refuse(const QString &why)
 {
     m_workspace.tell(Workspace::Error, tr("Значение не изменено: %1.").arg(why));
     return false;
+}
+
+bool SheetModel::setSetting(const SheetColumn &column, Nodes::ConfigNode &node,
+                            const std::string &text)
+{
+    Nodes::SheetPlan plan;
+    const Nodes::Result planned = m_settings.Plan(column, node, text, plan);
+    m_settings.Forget();
+    QUndoCommand *command = nullptr;
+    if (planned)
+        command =
+            makeSheetCommand(plan, tr("%1: %2").arg(toText(column.title), toText(node.GetName())));
+    if (planned && (!command || m_workspace.push(command)))
+        return true;
+    plan.Discard();
+    return planned ? false : refuse(toText(planned.GetDetail()));
 }
 
 bool SheetModel::setText(Nodes::ConfigNode &node, bool isName, const std::string &text)
@@ -275,6 +321,8 @@ bool SheetModel::setData(const QModelIndex &index, const QVariant &value, int ro
     const std::string text = value.toString().toStdString();
     if (column.what == SheetColumn::Name || column.what == SheetColumn::Description)
         return setText(*changed, column.what == SheetColumn::Name, text);
+    if (column.what == SheetColumn::Setting)
+        return setSetting(column, *changed, text);
     const Nodes::PropertyDescriptor *own = SheetColumns::DescriptorFor(column, *changed);
     if (!own)
         return false;

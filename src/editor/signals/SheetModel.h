@@ -1,8 +1,7 @@
 #pragma once
 
-#include "editor/signals/SheetNotes.h"
-
 #include "nodes/project/signals/SheetColumns.h"
+#include "nodes/project/signals/SheetSettings.h"
 #include "nodes/values/Connection.h"
 
 #include <QAbstractTableModel>
@@ -61,10 +60,13 @@ public:
 private:
     void watch();
     void follow(const Nodes::NodeChange &change);
+    void forgetArchive(const Nodes::ConfigNode *changed);
     void rebuildLater();
     void rebuild();
     void applyFilter();
     bool refuse(const QString &why);
+    bool setSetting(const Nodes::SheetColumn &column, Nodes::ConfigNode &node,
+                    const std::string &text);
     bool setText(Nodes::ConfigNode &node, bool isName, const std::string &text);
     QVariant toolTip(const Nodes::SheetColumn &column, const Nodes::ConfigNode &node) const;
 
@@ -73,7 +75,7 @@ private:
     unsigned m_family;
     std::vector<const Nodes::KindInfo *> m_kinds;
     Nodes::SheetColumns m_columns;
-    SheetNotes m_notes;
+    Nodes::SheetSettings m_settings;
     Nodes::NodeLinks m_nodes;
     Nodes::NodeLinks m_rows; ///< those that the filter lets through
     std::unordered_map<unsigned long, int> m_places;

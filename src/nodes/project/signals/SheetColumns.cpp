@@ -75,9 +75,9 @@ SheetColumns::SheetColumns(const std::vector<const KindInfo *> &kinds)
     m_columns.push_back({SheetColumn::Description, "Описание", nullptr});
 }
 
-void SheetColumns::AddNote(std::string title)
+void SheetColumns::AddSetting(std::string title, const PropertyDescriptor *descriptor)
 {
-    m_columns.push_back({SheetColumn::Note, std::move(title), nullptr});
+    m_columns.push_back({SheetColumn::Setting, std::move(title), descriptor});
 }
 
 int SheetColumns::Find(std::string_view title) const
@@ -94,7 +94,7 @@ int SheetColumns::Find(std::string_view title) const
 const PropertyDescriptor *SheetColumns::DescriptorFor(const SheetColumn &column,
                                                       const ConfigNode &node)
 {
-    if (!column.descriptor || !node.GetKind())
+    if (column.what != SheetColumn::Property || !node.GetKind())
         return nullptr;
     const PropertyDescriptor *own = node.GetKind()->FindProperty(column.descriptor->valueId);
     return own && own->IsSameAs(*column.descriptor) ? own : nullptr;
@@ -123,7 +123,7 @@ std::string SheetColumns::GetText(const SheetColumn &column, const ConfigNode &n
         if (const PropertyDescriptor *own = DescriptorFor(column, node))
             return CellText::Show(*own, node);
         break;
-    case SheetColumn::Note:
+    case SheetColumn::Setting:
         break;
     }
     return {};

@@ -20,10 +20,10 @@ struct SheetColumn
         Kind,
         Description,
         Property,
-        Note ///< worked out, never read back: title only
+        Setting ///< of other nodes, see SheetSettings; its descriptor is not of the row's node
     };
 
-    What what = Note;
+    What what = Setting;
     std::string title;
     const PropertyDescriptor *descriptor = nullptr; ///< of the first kind that has the property
 };
@@ -40,14 +40,14 @@ public:
 
     std::size_t GetCount() const { return m_columns.size(); }
     const SheetColumn &operator[](std::size_t index) const { return m_columns[index]; }
-    void AddNote(std::string title);
+    void AddSetting(std::string title, const PropertyDescriptor *descriptor);
     /// By title or, for properties, by key, capitals or not; -1 without one.
     int Find(std::string_view title) const;
 
     /// The property as the node's own kind has it; null when it has none such.
     static const PropertyDescriptor *DescriptorFor(const SheetColumn &column,
                                                    const ConfigNode &node);
-    /// What stands in the node's cell; "" in a note's.
+    /// What stands in the node's cell; "" in that of a setting.
     static std::string GetText(const SheetColumn &column, const ConfigNode &node,
                                const ConfigNode &scope);
     /// Path of a node below `scope`, from there.

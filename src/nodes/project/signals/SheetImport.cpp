@@ -144,7 +144,8 @@ void SheetImport::takeRow(ConfigNode &node, bool isNew, const Row &row, std::siz
                           const std::vector<int> &places, SheetPlan &plan)
 {
     const auto count = [&plan] {
-        return plan.changes.size() + plan.names.size() + plan.descriptions.size();
+        return plan.changes.size() + plan.names.size() + plan.descriptions.size() +
+               plan.removals.size() + plan.additions.size();
     };
     const std::size_t before = count();
     for (std::size_t i = 0; i < row.size(); ++i) {
@@ -185,9 +186,17 @@ void SheetImport::takeCell(ConfigNode &node, bool isNew, const Cell &cell, Sheet
         if (!isNew)
             takeName(node, cell, plan);
         break;
-    case SheetColumn::Note:
+    case SheetColumn::Setting:
+        takeSetting(node, cell, plan);
         break;
     }
+}
+
+void SheetImport::takeSetting(ConfigNode &node, const Cell &cell, SheetPlan &plan)
+{
+    const Result planned = m_settings.Plan(cell.column, node, cell.text, plan);
+    if (!planned)
+        refuse(plan, cell.row, cell.column.title, cell.text, planned.GetDetail());
 }
 
 void SheetImport::takeName(ConfigNode &node, const Cell &cell, SheetPlan &plan)

@@ -5,6 +5,7 @@
 #include "nodes/project/signals/NodePaths.h"
 #include "nodes/project/signals/SheetColumns.h"
 #include "nodes/project/signals/SheetPlan.h"
+#include "nodes/project/signals/SheetSettings.h"
 
 #include <unordered_map>
 
@@ -48,6 +49,7 @@ private:
                  SheetPlan &plan);
     void takeRow(ConfigNode &node, bool isNew, const Row &row, std::size_t number,
                  const std::vector<int> &places, SheetPlan &plan);
+    void takeSetting(ConfigNode &node, const Cell &cell, SheetPlan &plan);
     void takeCell(ConfigNode &node, bool isNew, const Cell &cell, SheetPlan &plan);
     void takeName(ConfigNode &node, const Cell &cell, SheetPlan &plan);
     void takeProperty(ConfigNode &node, bool isNew, const Cell &cell, SheetPlan &plan) const;
@@ -62,6 +64,7 @@ private:
     const SheetColumns &m_columns;
     std::vector<const KindInfo *> m_kinds;
     NodePaths m_paths;
+    SheetSettings m_settings;
     std::unordered_map<std::string, ConfigNode *> m_nodes; ///< by path; null: several
     std::unordered_map<std::string, std::size_t> m_rows;   ///< that have named a path, by number
     std::unordered_map<const ConfigNode *, bool> m_isClone;

@@ -44,13 +44,15 @@ struct NODES_EXPORT SheetPlan
     std::vector<Text> names;
     std::vector<Text> descriptions;
     std::vector<Addition> additions;
+    NodeLinks removals;
     std::vector<SheetRefusal> refusals;
     std::size_t added = 0;   ///< rows that become nodes
     std::size_t updated = 0; ///< rows of nodes that are there, with something to change
 
     bool isEmpty() const
     {
-        return changes.empty() && names.empty() && descriptions.empty() && additions.empty();
+        return changes.empty() && names.empty() && descriptions.empty() && additions.empty() &&
+               removals.empty();
     }
     /// Destroys the clones of a plan that is not carried out.
     void Discard();
