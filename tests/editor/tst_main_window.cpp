@@ -185,9 +185,9 @@ private slots:
         const QString file = f.session().file();
         f.session().close();
         QCOMPARE(f.window.tabs().count(), 0);
-        QVERIFY(f.session().open(file)); // as it was left: without documents
-        QCOMPARE(f.window.tabs().count(), 0);
-        f.window.workspace().open(Nodes::NodeLink(node.GetNodeId()));
+        QVERIFY(f.session().open(file)); // nothing was open: the screen that operators see first
+        QCOMPARE(f.window.tabs().count(), 1);
+        QCOMPARE(f.window.workspace().document()->node().GetNodeId(), node.GetNodeId());
         f.session().close();
         QVERIFY(f.session().open(file));
         QCOMPARE(f.window.tabs().count(), 1);
@@ -226,6 +226,39 @@ private slots:
         const auto *view = panel->findChild<Editor::PropertyView *>();
         QCOMPARE(view->currentIndex(), view->find(QStringLiteral("background")));
         QVERIFY(view->currentIndex().isValid());
+    }
+
+    void tellsWhyAProjectIsNotOpened_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("no file") << QByteArray() << "файл проекта не найден";
+        QTest::newRow("damaged") << QByteArray("<project format=\"1\"") << "project.xml:1";
+    }
+    void tellsWhyAProjectIsNotOpened()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, told);
+        const QTemporaryDir directory;
+        const auto write = [&](const char *name, const QByteArray &bytes) {
+            QFile file(directory.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        };
+        if (!content.isEmpty())
+            write("project.xml", content);
+        write("project.xml.bak", "<project/>");
+        MainWindow window{QString()};
+        QString said;
+        QTimer::singleShot(0, &window, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            said = box->text() + box->informativeText() + box->detailedText();
+            box->reject();
+        });
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("project\\.xml")));
+        QVERIFY(!window.files().open(directory.path()));
+        QVERIFY2(said.contains(told) && said.contains(directory.path()), qPrintable(said));
+        QVERIFY(said.contains("project.xml.bak"));
+        QVERIFY(!said.remove(directory.path()).contains(QRegularExpression("[a-z]{4,} [a-z]{3,}")));
     }
 
     void asksForUnsavedWork_data()

@@ -64,6 +64,21 @@ private slots:
         QVERIFY(!p.panel.view().isVisible());
     }
 
+    void aRefusalIsToldOnce()
+    {
+        Panel p;
+        const QSignalSpy told(&p.workspace, &Editor::Workspace::told);
+        p.workspace.selection().select({p.label}, &p.window);
+        PropertyModel &properties = p.panel.view().properties();
+        const auto set = [&](const char *text) {
+            return properties.setData(properties.find("#name").siblingAtColumn(1), text);
+        };
+        QVERIFY(!set("")); // refused by the node
+        QVERIFY(!properties.find("#name").data(Qt::ToolTipRole).toString().isEmpty());
+        QCOMPARE(told.count(), 0);
+        QVERIFY(set("Другое"));
+    }
+
     void waitsWhileTheButtonIsHeld()
     {
         Panel p;

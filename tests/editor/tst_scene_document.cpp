@@ -22,6 +22,7 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QtTest>
@@ -271,6 +272,53 @@ private slots:
         QTRY_COMPARE(shared.nodes(), Nodes::NodeLinks{Nodes::NodeLink(31ul)});
         QVERIFY(desk.document->reveal(Nodes::NodeLink(32ul)));
         QVERIFY(!desk.document->reveal(Nodes::NodeLink(50ul)));
+    }
+
+    void aFittedPageFollowsTheSizeOfItsView()
+    {
+        const auto percentAt = [](const QSize &size) {
+            Desk desk;
+            Editor::EditedView *view = desk.document->editedView();
+            QCoreApplication::processEvents(); // its first place
+            desk.run("scene.fitAll");
+            desk.document->resize(size);
+            QCoreApplication::processEvents();
+            const QRectF shown = view->mapToScene(view->viewport()->rect()).boundingRect();
+            return shown.contains(view->page()) ? view->percent() : 0;
+        };
+        const int small = percentAt({500, 400});
+        QVERIFY(small > 0 && small < 60);
+        {
+            Desk again; // as it was left, whatever the size of the window now
+            QTRY_COMPARE(again.document->editedView()->percent(), 100);
+            again.document->editedView()->setPercent(90);
+            again.document->resize(500, 400);
+            QCOMPARE(again.document->editedView()->percent(), 90);
+        }
+        Editor::SceneViewMemory().keep(*Desk().session.project()->FindNode(30), {0, {}});
+    }
+
+    void aPreviewIsScrolled()
+    {
+        Desk desk;
+        Editor::EditedView *view = desk.document->editedView();
+        QCoreApplication::processEvents();
+        desk.run("scene.preview");
+        view->setPercent(300);
+        view->centerOn(100, 100);
+        QCoreApplication::processEvents();
+        const QPointF before = view->centre();
+        QTest::mousePress(view->viewport(), Qt::MiddleButton, {}, {200, 200});
+        QMouseEvent move(QEvent::MouseMove, QPointF(120, 140), Qt::NoButton, Qt::MiddleButton, {});
+        QCoreApplication::sendEvent(view->viewport(), &move);
+        QTest::mouseRelease(view->viewport(), Qt::MiddleButton, {}, {120, 140});
+        QVERIFY(view->centre().x() > before.x() + 20 && view->centre().y() > before.y() + 10);
+        QVERIFY(!QGuiApplication::overrideCursor());
+        const double top = view->centre().y();
+        QWheelEvent wheel({100, 100}, view->viewport()->mapToGlobal(QPoint(100, 100)), {},
+                          {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(view->viewport(), &wheel);
+        QVERIFY(view->centre().y() > top);
     }
 
     void previewEditsNothing()

@@ -9,6 +9,7 @@
 #include "nodes/ProjectFixture.h"
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/elements/widgetBargraph.h"
+#include "nodes/visual/windows/BasicLayer.h"
 
 #include <QLoggingCategory>
 #include <QUndoStack>
@@ -142,6 +143,12 @@ private slots:
                [](Drawing &d) {
                    return new ChangePropertyCommand(d.bar, widgetBargraph::Prop::Low, 10.0);
                });
+        addRow("property of no element", "Изменение свойства Видимый узла Слой", [](Drawing &d) {
+            return new ChangePropertyCommand(d.layer, BasicLayer::Prop::Visible, false);
+        });
+        addRow("layer added", "Добавление узла Слой", [](Drawing &d) {
+            return new AddNodeLinkCommand(d.clones({d.layer})[0], d.layer->GetParent());
+        });
         addRow("name", "Переименование узла a в z", [](Drawing &d) {
             return new ChangeTextCommand(d.labels[0], ChangeTextCommand::Name, "z");
         });

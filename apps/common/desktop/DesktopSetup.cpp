@@ -1,6 +1,7 @@
 #include "apps/common/desktop/DesktopSetup.h"
 
 #include "utils/convert/MetaTypes.h"
+#include "utils/settings/QtTexts.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -30,6 +31,7 @@ void DesktopSetup::prepare(const QString &name, const QString &version)
     // Qt takes the user's locale over; numbers in project files have a point in every country.
     std::setlocale(LC_NUMERIC, "C");
     Utils::registerMetaTypes();
+    (void)Utils::QtTexts::install(*qApp); // logged
 }
 
 } // namespace Host

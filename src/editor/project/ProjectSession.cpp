@@ -24,14 +24,14 @@ namespace {
 
 const QString projectFile = QStringLiteral("project.xml");
 
-QString fileOf(const QString &fileOrDirectory)
+} // namespace
+
+QString ProjectSession::fileOf(const QString &fileOrDirectory)
 {
     const QFileInfo info(fileOrDirectory);
     return info.isDir() ? QDir(info.absoluteFilePath()).filePath(projectFile)
                         : info.absoluteFilePath();
 }
-
-} // namespace
 
 ProjectSession::ProjectSession(QObject *parent)
     : QObject(parent),

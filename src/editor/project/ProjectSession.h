@@ -84,6 +84,8 @@ public:
     void abandon() { emit abandoned(); }
     void close();
 
+    /// Of a project that is named by its directory or its file; absolute.
+    static QString fileOf(const QString &fileOrDirectory);
     /// Russian: what could not be done, why and what to do.
     static QString explain(const QString &what, const Nodes::Result &why);
 

@@ -8,6 +8,7 @@
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/CommandGroup.h"
+#include "utils/undo/StepTexts.h"
 
 #include <memory>
 
@@ -74,8 +75,9 @@ QString PropertyEdits::setProperties(const Nodes::NodesArray &nodes, const Texts
         return gone();
     std::unique_ptr<CommandGroup> group = makeGroup(what, links.size());
     if (links.size() == 1)
-        group->setText(QStringLiteral("Изменение свойства %1 виджета %2")
-                           .arg(what, QString::fromStdString(links.front().GetLinkName())));
+        group->setText(QStringLiteral("Изменение свойства %1 %2 %3")
+                           .arg(what, Utils::StepTexts::ofNode(links.front()),
+                                QString::fromStdString(links.front().GetLinkName())));
     for (const Nodes::NodeLink &link : links) {
         for (const auto &[valueId, text] : texts) {
             const Nodes::PropertyDescriptor *d = link->GetKind()->FindProperty(valueId);
@@ -119,7 +121,9 @@ QString PropertyEdits::push(Utils::NodeCommand *command)
     std::unique_ptr<Utils::NodeCommand> held(command);
     if (!m_readOnly.isEmpty())
         return m_readOnly;
+    held->setRefusalTold(false); // the table tells, beside what was typed
     held->redo();
+    held->setRefusalTold(true);
     if (!held->result())
         return QString::fromStdString(held->result().GetResultTranslated());
     return m_push(held.release()) ? QString() : QStringLiteral("Изменение не принято.");

@@ -6,9 +6,11 @@
 #include "editor/properties/PropertyWindows.h"
 
 #include "nodes/model/properties/PropertyDescriptor.h"
+#include "utils/settings/Configurator.h"
 
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QJsonObject>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -20,6 +22,14 @@ namespace Editor {
 namespace {
 
 constexpr int resetWidth = 24;
+constexpr double leastNameShare = 0.4;
+constexpr double greatestNameShare = 0.62;
+const QString nameShareKey = QStringLiteral("nameShare");
+
+Utils::Configurator settings()
+{
+    return {QStringLiteral("ConfiguratorProperties"), QStringLiteral("configurator.json")};
+}
 
 bool isGroup(const QModelIndex &index)
 {
@@ -59,10 +69,19 @@ PropertyView::PropertyView(const PropertyHost &host, QWidget *parent)
     header()->setSectionResizeMode(PropertyModel::ColumnValue, QHeaderView::Stretch);
     header()->setSectionResizeMode(PropertyModel::ColumnReset, QHeaderView::Fixed);
     header()->resizeSection(PropertyModel::ColumnReset, resetWidth);
+    QJsonObject kept;
+    (void)settings().load(kept); // logged
+    m_nameShare = kept.value(nameShareKey).toDouble();
     connectModel();
 }
 
-PropertyView::~PropertyView() = default;
+PropertyView::~PropertyView()
+{
+    QJsonObject kept;
+    kept.insert(nameShareKey, m_nameShare);
+    if (m_nameShare > 0)
+        (void)settings().save(kept); // logged
+}
 
 void PropertyView::connectModel()
 {
@@ -91,12 +110,22 @@ int PropertyView::shared() const
     return viewport()->width() - resetWidth;
 }
 
-// Names and values share the width as the user has parted them.
+// Names and values share the width as the user has parted them; until then names are read whole, if
+// they leave enough to the values.
+void PropertyView::fitNames()
+{
+    const int wanted = m_nameShare > 0 ? int(m_nameShare * shared())
+                                       : std::clamp(sizeHintForColumn(PropertyModel::ColumnName),
+                                                    int(leastNameShare * shared()),
+                                                    int(greatestNameShare * shared()));
+    m_isFitting = true;
+    header()->resizeSection(PropertyModel::ColumnName, wanted);
+    m_isFitting = false;
+}
+
 void PropertyView::resizeEvent(QResizeEvent *event)
 {
-    m_isFitting = true;
-    header()->resizeSection(PropertyModel::ColumnName, int(m_nameShare * shared()));
-    m_isFitting = false;
+    fitNames();
     QTreeView::resizeEvent(event);
 }
 
@@ -185,6 +214,7 @@ void PropertyView::restore()
         setCurrentIndex(current.sibling(current.row(), PropertyModel::ColumnValue));
     verticalScrollBar()->setValue(m_scroll);
     m_isRestoring = false;
+    fitNames();
 }
 
 void PropertyView::noteOpen(const QModelIndex &index, bool isOpen)

@@ -51,6 +51,7 @@ private:
     void openWindow(const QModelIndex &index);
     void remember();
     void restore();
+    void fitNames();
     void noteOpen(const QModelIndex &index, bool isOpen);
     bool resetCurrent();
     ValueContext contextOf(const QModelIndex &index) const;
@@ -62,7 +63,7 @@ private:
     QHash<QString, bool> m_isOpen; ///< by key, of those that the user has opened or closed
     QString m_current;
     int m_scroll = 0;
-    double m_nameShare = 0.5;
+    double m_nameShare = 0; ///< of the width, as the user has parted it; 0: as the names want it
     bool m_isFitting = false;
     bool m_isRestoring = false;
 };

@@ -35,8 +35,13 @@ void EditedView::showPage()
 {
     const double around = context().isEditor() ? desk : 0;
     const QRectF shown = page().adjusted(-around, -around, around, around);
-    if (shown != sceneRect())
-        setSceneRect(shown);
+    if (shown == sceneRect())
+        return;
+    setSceneRect(shown);
+    const Qt::ScrollBarPolicy bars =
+        context().isEditor() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+    setHorizontalScrollBarPolicy(bars);
+    setVerticalScrollBarPolicy(bars);
 }
 
 void EditedView::setBackdrop(const SceneBackdrop &backdrop)
@@ -73,6 +78,22 @@ void EditedView::fit(const QRectF &rect)
         qMin(greatestFit, qMin(room.width() / rect.width(), room.height() / rect.height()));
     setPercent(static_cast<int>(std::floor(100 * scale)));
     centerOn(rect.center());
+}
+
+void EditedView::fitPage(bool isEnlarged)
+{
+    fit(page());
+    if (percent() > 100 && !isEnlarged)
+        setPercent(100);
+    m_fitted = percent();
+}
+
+void EditedView::resizeEvent(QResizeEvent *event)
+{
+    const bool wasFitted = isPageFitted();
+    ProxyView::resizeEvent(event);
+    if (wasFitted)
+        fitPage(m_fitted > 100);
 }
 
 void EditedView::drawBackground(QPainter *painter, const QRectF &rect)

@@ -32,6 +32,9 @@ public:
     void setPercent(int percent);
     /// The rectangle fills the view, with a margin; no more than 400 %.
     void fit(const QRectF &rect);
+    /// All of the page, and so again whenever the view gets another size, until somebody zooms.
+    void fitPage(bool isEnlarged);
+    bool isPageFitted() const { return m_fitted > 0 && m_fitted == percent(); }
 
 signals:
     /// Another part of the scene is shown, or at another zoom.
@@ -43,6 +46,8 @@ signals:
     void pointerLeft();
 
 protected:
+    bool canScroll() const override { return true; } // a preview, too
+    void resizeEvent(QResizeEvent *event) override;
     void drawBackground(QPainter *painter, const QRectF &rect) override;
     void paintEvent(QPaintEvent *event) override;
     bool viewportEvent(QEvent *event) override;
@@ -50,6 +55,7 @@ protected:
 private:
     SceneBackdrop m_backdrop;
     QTransform m_shown;
+    int m_fitted = 0; ///< percent at which the page was fitted; 0: it was not
 };
 
 } // namespace Editor

@@ -201,7 +201,7 @@ void SceneDocument::setPercent(int percent)
 void SceneDocument::fitAll()
 {
     if (m_view)
-        m_view->fit(m_view->page());
+        m_view->fitPage(true);
 }
 
 void SceneDocument::fitSelection()
@@ -227,23 +227,19 @@ void SceneDocument::recallPlace()
 {
     const Nodes::ConfigNode *shown = node().GetNode();
     const auto place = shown ? SceneViewMemory().recall(*shown) : std::nullopt;
-    if (!place) {
-        fitAll();
-        if (m_view->percent() > 100) // no element is blown up before anybody asks for it
-            m_view->setPercent(100);
-        return;
-    }
-    showPlace(*place);
+    showPlace(place ? *place : SceneViewMemory::Place{0, {}});
 }
 
 SceneViewMemory::Place SceneDocument::place() const
 {
-    return {m_view->percent(), m_view->centre()};
+    return {m_view->isPageFitted() ? 0 : m_view->percent(), m_view->centre()};
 }
 
 void SceneDocument::showPlace(const SceneViewMemory::Place &place)
 {
     m_view->showPage();
+    if (place.percent == 0)
+        return m_view->fitPage(false); // no element is blown up before anybody asks for it
     m_view->setPercent(place.percent);
     m_view->centerOn(place.centre);
 }

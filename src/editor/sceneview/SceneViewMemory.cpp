@@ -50,7 +50,7 @@ std::optional<SceneViewMemory::Place> SceneViewMemory::recall(const Nodes::Confi
         return std::nullopt;
     const QJsonObject place = kept.value(keyOf(scene)).toObject();
     const int percent = place.value(percentKey).toInt();
-    if (percent <= 0)
+    if (percent < 0 || !place.contains(percentKey))
         return std::nullopt;
     return Place{percent, {place.value(xKey).toDouble(), place.value(yKey).toDouble()}};
 }

@@ -20,8 +20,8 @@ public:
 
     struct Place
     {
-        int percent = 100;
-        QPointF centre; ///< scene pixels
+        int percent = 100; ///< 0: the whole page fills the view
+        QPointF centre;    ///< scene pixels
     };
 
     /// `fileName` lies in the user's directory for configuration.

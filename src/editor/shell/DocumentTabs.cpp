@@ -175,7 +175,7 @@ void DocumentTabs::reopen()
             open(Nodes::NodeLink(node));
     }
     setCurrentIndex(kept.value(QStringLiteral("current")).toInt());
-    if (!all.contains(key))
+    if (count() == 0)
         open(largestWindow(project));
 }
 

@@ -4,6 +4,7 @@
 #include "editor/shell/NewProjectDialog.h"
 #include "editor/workspace/Workspace.h"
 
+#include "nodes/project/ProjectCheck.h"
 #include "utils/settings/Configurator.h"
 
 #include <QDir>
@@ -19,6 +20,7 @@ namespace Editor {
 namespace {
 
 constexpr int recentLimit = 10;
+constexpr int toldAtMost = 5; // findings in a message box
 
 Utils::Configurator settings()
 {
@@ -44,8 +46,39 @@ void ProjectFiles::fail(const QString &what, const Nodes::Result &why)
     QMessageBox box(QMessageBox::Critical, tr("Конфигуратор"), what, QMessageBox::Ok,
                     m_workspace.window());
     box.setInformativeText(QString::fromStdString(why.GetResultTranslated()));
-    box.setDetailedText(QString::fromStdString(why.ToString()));
+    qWarning("%s %s", qPrintable(what), why.ToString().c_str());
     box.exec();
+}
+
+// The reader's result is for the log; its findings are for people.
+void ProjectFiles::failToOpen(const QString &fileOrDirectory, const Nodes::Result &why)
+{
+    std::vector<Nodes::ProjectProblem> problems;
+    (void)Nodes::ProjectCheck::OfFile(fileOrDirectory.toStdString(), problems); // it has failed
+    QStringList lines;
+    for (const Nodes::ProjectProblem &problem : problems) {
+        if (problem.severity == Nodes::ProjectProblem::Error && lines.size() < toldAtMost)
+            lines << QString::fromStdString(problem.ToString());
+    }
+    if (lines.isEmpty())
+        lines << QString::fromStdString(why.GetResultTranslated());
+    qWarning("%s", why.ToString().c_str());
+    QMessageBox box(QMessageBox::Critical, tr("Проект не открыт"),
+                    tr("Проект «%1» не открыт.").arg(QDir::toNativeSeparators(fileOrDirectory)),
+                    QMessageBox::NoButton, m_workspace.window());
+    box.setTextFormat(Qt::PlainText);
+    const QString kept = ProjectSession::fileOf(fileOrDirectory) + QStringLiteral(".bak");
+    if (QFileInfo::exists(kept))
+        lines << tr("Прежняя версия проекта лежит в «%1».").arg(QDir::toNativeSeparators(kept));
+    box.setInformativeText(lines.join(QStringLiteral("\n\n")) + QStringLiteral("\n\n") +
+                           tr("Проверьте путь и права на чтение или откройте другой проект."));
+    const QPushButton *other = box.addButton(tr("Открыть другой…"), QMessageBox::AcceptRole);
+    QPushButton *close = box.addButton(tr("Закрыть"), QMessageBox::RejectRole);
+    box.setEscapeButton(close);
+    box.setDefaultButton(close);
+    box.exec();
+    if (box.clickedButton() == other)
+        openByDialog();
 }
 
 bool ProjectFiles::createByDialog()
@@ -83,7 +116,7 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
         read = m_workspace.session().open(fileOrDirectory);
     }
     if (!read) {
-        fail(tr("Проект «%1» не открыт.").arg(QDir::toNativeSeparators(fileOrDirectory)), read);
+        failToOpen(fileOrDirectory, read);
         return false;
     }
     remember(m_workspace.session().directory());

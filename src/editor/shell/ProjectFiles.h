@@ -39,6 +39,7 @@ signals:
 private:
     void remember(const QString &directory);
     void fail(const QString &what, const Nodes::Result &why);
+    void failToOpen(const QString &fileOrDirectory, const Nodes::Result &why);
 
     Workspace &m_workspace;
 };

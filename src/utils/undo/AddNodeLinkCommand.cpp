@@ -1,5 +1,7 @@
 #include "utils/undo/AddNodeLinkCommand.h"
 
+#include "utils/undo/StepTexts.h"
+
 #include "nodes/model/ConfigNode.h"
 
 namespace Utils {
@@ -9,8 +11,8 @@ AddNodeLinkCommand::AddNodeLinkCommand(const Nodes::NodeLink &node,
     : NodeCommand(parent)
 {
     m_nodes.add(node, nodeParent);
-    setText(
-        QStringLiteral("Добавление виджета %1").arg(QString::fromStdString(node.GetLinkName())));
+    setText(QStringLiteral("Добавление %1 %2")
+                .arg(StepTexts::ofNode(node), QString::fromStdString(node.GetLinkName())));
 }
 
 AddNodeLinkCommand::~AddNodeLinkCommand() = default;

@@ -1,5 +1,7 @@
 #include "utils/undo/ChangePropertyCommand.h"
 
+#include "utils/undo/StepTexts.h"
+
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/model/properties/PropertyProxy.h"
@@ -31,9 +33,9 @@ ChangePropertyCommand::ChangePropertyCommand(const Nodes::NodeLink &node, unsign
 {
     const Nodes::BasicProperty *property = findProperty(node, valueId);
     const std::string propertyName = property ? property->GetName() : std::to_string(valueId);
-    setText(
-        QStringLiteral("Изменение свойства %2 виджета %1")
-            .arg(QString::fromStdString(node.GetLinkName()), QString::fromStdString(propertyName)));
+    setText(QStringLiteral("Изменение свойства %1 %2 %3")
+                .arg(QString::fromStdString(propertyName), StepTexts::ofNode(node),
+                     QString::fromStdString(node.GetLinkName())));
 }
 
 ChangePropertyCommand::~ChangePropertyCommand() = default;

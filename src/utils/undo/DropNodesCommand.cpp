@@ -1,5 +1,7 @@
 #include "utils/undo/DropNodesCommand.h"
 
+#include "utils/undo/StepTexts.h"
+
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/properties/BasicProperty.h"
 
@@ -43,8 +45,8 @@ DropNodesCommand::DropNodesCommand(const Nodes::NodeLink &target, const Nodes::N
                                    Nodes::ConfigNode::enDropFlags flags, QUndoCommand *parent)
     : NodeCommand(parent), m_target(target), m_nodes(nodes), m_flags(flags)
 {
-    setText(
-        QStringLiteral("Привязка к виджету %1").arg(QString::fromStdString(target.GetLinkName())));
+    setText(QStringLiteral("Привязка к %1 %2")
+                .arg(StepTexts::toNode(target), QString::fromStdString(target.GetLinkName())));
 }
 
 DropNodesCommand::~DropNodesCommand() = default;

@@ -94,7 +94,7 @@ void NodeCommand::redo()
         (void)revert();
     }
     m_isApplied = conclude("done", failed != nullptr);
-    if (!m_result && refusalListener && !m_isChild)
+    if (!m_result && refusalListener && !m_isChild && m_isRefusalTold)
         refusalListener(text(), m_result);
     if (m_isApplied && isIdle())
         setObsolete(true);
@@ -111,7 +111,7 @@ void NodeCommand::undo()
     if (!m_result)
         QUndoCommand::redo();
     m_isApplied = !conclude("undone", failed != nullptr);
-    if (!m_result && refusalListener && !m_isChild)
+    if (!m_result && refusalListener && !m_isChild && m_isRefusalTold)
         refusalListener(text(), m_result);
     if (!m_isApplied && m_interaction.isCancelled())
         setObsolete(true);

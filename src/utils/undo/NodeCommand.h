@@ -28,6 +28,9 @@ public:
     /// Outcome of the last redo or undo: its own, or that of the child which failed.
     const Nodes::Result &result() const { return m_result; }
 
+    /// Off while whoever makes the command tells a refusal himself; the listener is left out.
+    void setRefusalTold(bool on) { m_isRefusalTold = on; }
+
     /// Makes the command a step of that interaction: pushed after another step of it that changes
     /// the same properties of the same nodes, it becomes part of that entry.
     void setInteraction(const Interaction &interaction) { m_interaction = interaction; }
@@ -69,6 +72,7 @@ private:
     void take(const NodeCommand &newer);
     bool conclude(const char *operation, bool isChilds);
 
+    bool m_isRefusalTold = true;
     bool m_isChild; ///< whose parent tells
     Nodes::Result m_result;
     Interaction m_interaction;

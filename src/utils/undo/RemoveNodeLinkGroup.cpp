@@ -1,6 +1,7 @@
 #include "utils/undo/RemoveNodeLinkGroup.h"
 
 #include "utils/undo/DistinctNodes.h"
+#include "utils/undo/StepTexts.h"
 
 #include "nodes/model/ConfigNode.h"
 
@@ -13,9 +14,11 @@ RemoveNodeLinkGroup::RemoveNodeLinkGroup(const Nodes::NodeLink &nodeParent,
     const Nodes::NodesArray removed = distinctNodes(nodes);
     for (const Nodes::NodeLink &node : removed)
         m_nodes.add(node, nodeParent);
-    setText(removed.size() == 1 ? QStringLiteral("Удаление виджета %1")
-                                      .arg(QString::fromStdString(removed[0].GetLinkName()))
-                                : QStringLiteral("Удаление группы виджетов"));
+    const bool isOne = removed.size() == 1;
+    setText(isOne ? QStringLiteral("Удаление %1 %2")
+                        .arg(StepTexts::ofNode(removed[0]),
+                             QString::fromStdString(removed[0].GetLinkName()))
+                  : QStringLiteral("Удаление группы виджетов"));
 }
 
 RemoveNodeLinkGroup::~RemoveNodeLinkGroup() = default;

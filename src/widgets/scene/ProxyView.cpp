@@ -183,13 +183,18 @@ QSize ProxyView::minimumSizeHint() const
     return QSize(0, 0);
 }
 
+bool ProxyView::canScroll() const
+{
+    return context().isEditor();
+}
+
 // The bars are hidden but keep their range where the view is smaller than the scene. Whatever asks
 // for another part of the picture (keys, wheel, focus), an operator could not scroll back.
 void ProxyView::pinScrollBars()
 {
     for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()}) {
         const auto pin = [this, bar] {
-            if (!context().isEditor())
+            if (!canScroll())
                 bar->setValue(bar->minimum());
         };
         connect(bar, &QScrollBar::valueChanged, this, pin);

@@ -70,6 +70,8 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    /// Whether wheel and middle button may show another part of the scene: while it is edited.
+    virtual bool canScroll() const;
 
 private:
     class EventDepth;

@@ -21,7 +21,7 @@ constexpr double zoomStep = 1.15;
 
 void ProxyView::mousePressEvent(QMouseEvent *event)
 {
-    if (context().isEditor() && event->button() == Qt::MiddleButton) {
+    if (canScroll() && event->button() == Qt::MiddleButton) {
         if (event->modifiers() == Qt::ControlModifier) {
             resetTransform();
         } else {
@@ -51,7 +51,7 @@ bool ProxyView::beginsBand(const QMouseEvent &press) const
 
 void ProxyView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!context().isEditor() || !(event->buttons() & Qt::MiddleButton)) {
+    if (!canScroll() || !(event->buttons() & Qt::MiddleButton)) {
         QGraphicsView::mouseMoveEvent(event);
         return;
     }
@@ -65,8 +65,8 @@ void ProxyView::mouseMoveEvent(QMouseEvent *event)
 void ProxyView::mouseReleaseEvent(QMouseEvent *event)
 {
     const bool isPanning = !isInteractive();
-    if (context().isEditor() && event->button() == Qt::MiddleButton && isPanning) {
-        setDragMode(RubberBandDrag);
+    if (event->button() == Qt::MiddleButton && isPanning) {
+        setDragMode(context().isEditor() ? RubberBandDrag : NoDrag);
         setInteractive(true);
         QApplication::restoreOverrideCursor();
     }
@@ -90,7 +90,7 @@ void ProxyView::wheelEvent(QWheelEvent *event)
     // Qt gives a wheel turned with Alt as horizontal motion.
     const int delta =
         event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
-    if (!context().isEditor()) {
+    if (!canScroll()) {
         QGraphicsView::wheelEvent(event);
     } else if (event->modifiers() == Qt::ControlModifier) {
         zoom(delta >= 1, event->position().toPoint());

@@ -1,6 +1,6 @@
 #include "editor/properties/values/ResourceEditor.h"
 
-#include "editor/properties/files/ProjectFiles.h"
+#include "editor/properties/files/ResourceFiles.h"
 #include "editor/properties/values/FilePicker.h"
 
 #include "nodes/model/NodesCollection.h"
@@ -61,7 +61,7 @@ void ResourceEditor::pick()
 
 void ResourceEditor::take(const QString &path)
 {
-    const ProjectFiles::Outcome found = ProjectFiles(directoryOf(context())).find(path);
+    const ResourceFiles::Outcome found = ResourceFiles(directoryOf(context())).find(path);
     if (!found.error.isEmpty())
         return showError(found.error);
     if (!found.isForeign) {
@@ -72,7 +72,7 @@ void ResourceEditor::take(const QString &path)
     question->setQuestion(
         QStringLiteral("Файл вне проекта"),
         QStringLiteral("Файл «%1» лежит вне папки проекта. Скопировать его в папку «%2» проекта?")
-            .arg(QDir::toNativeSeparators(path), ProjectFiles::folderFor(path)),
+            .arg(QDir::toNativeSeparators(path), ResourceFiles::folderFor(path)),
         QStringLiteral("Скопировать"));
     question->askFor([this, path] { bringIn(path); });
 }
@@ -80,7 +80,7 @@ void ResourceEditor::take(const QString &path)
 void ResourceEditor::bringIn(const QString &path)
 {
     const auto brought =
-        ProjectFiles(directoryOf(context())).bringIn(path, ProjectFiles::folderFor(path));
+        ResourceFiles(directoryOf(context())).bringIn(path, ResourceFiles::folderFor(path));
     if (!brought.error.isEmpty())
         return showError(brought.error);
     setText(brought.name);

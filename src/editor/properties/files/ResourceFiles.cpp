@@ -1,4 +1,4 @@
-#include "editor/properties/files/ProjectFiles.h"
+#include "editor/properties/files/ResourceFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,7 +8,7 @@ namespace Editor {
 
 namespace {
 
-using Outcome = ProjectFiles::Outcome;
+using Outcome = ResourceFiles::Outcome;
 
 Outcome failed(const QString &error)
 {
@@ -49,7 +49,7 @@ bool isInside(const QString &relative)
 
 } // namespace
 
-QString ProjectFiles::folderFor(const QString &path)
+QString ResourceFiles::folderFor(const QString &path)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix == QLatin1String("wav"))
@@ -62,7 +62,7 @@ QString ProjectFiles::folderFor(const QString &path)
     return suffix == QLatin1String("lrxml") ? QStringLiteral("reports") : QStringLiteral("files");
 }
 
-Outcome ProjectFiles::find(const QString &path) const
+Outcome ResourceFiles::find(const QString &path) const
 {
     const QFileInfo file(path);
     if (m_directory.isEmpty())
@@ -92,7 +92,7 @@ Outcome ProjectFiles::find(const QString &path) const
     return outcome;
 }
 
-Outcome ProjectFiles::bringIn(const QString &path, const QString &folder) const
+Outcome ResourceFiles::bringIn(const QString &path, const QString &folder) const
 {
     Outcome outcome = find(path);
     if (!outcome.isForeign)

@@ -6,7 +6,7 @@ namespace Editor {
 
 /// The files of a project as its properties name them: relative to its folder, parted by '/', not
 /// beyond it and not through symbolic links that lead out. Errors are Russian and say what to do.
-class ProjectFiles
+class ResourceFiles
 {
 public:
     /// What a project takes, bytes.
@@ -21,7 +21,7 @@ public:
     };
 
     /// `directory` of the project.
-    explicit ProjectFiles(QString directory) : m_directory(std::move(directory)) {}
+    explicit ResourceFiles(QString directory) : m_directory(std::move(directory)) {}
 
     /// What a property would call the file at `path`; isForeign for a good one from elsewhere.
     Outcome find(const QString &path) const;

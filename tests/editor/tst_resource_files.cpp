@@ -1,4 +1,4 @@
-#include "editor/properties/files/ProjectFiles.h"
+#include "editor/properties/files/ResourceFiles.h"
 
 #include "support/Rows.h"
 
@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-using Editor::ProjectFiles;
+using Editor::ResourceFiles;
 
 namespace {
 
@@ -35,12 +35,12 @@ struct Folders
 
     QTemporaryDir project;
     QTemporaryDir other;
-    ProjectFiles files;
+    ResourceFiles files;
 };
 
 } // namespace
 
-class ProjectFilesTest : public QObject
+class ResourceFilesTest : public QObject
 {
     Q_OBJECT
 
@@ -54,7 +54,7 @@ private slots:
         QVERIFY(f.files.find(f.other.filePath("own.svg")).isForeign);
         QVERIFY(!f.files.find(f.project.filePath("images/none.svg")).error.isEmpty());
         QVERIFY(!f.files.find(f.project.filePath("images")).error.isEmpty());
-        QVERIFY(!ProjectFiles(QString()).find(f.other.filePath("own.svg")).error.isEmpty());
+        QVERIFY(!ResourceFiles(QString()).find(f.other.filePath("own.svg")).error.isEmpty());
     }
 
     void refusesLinksThatLeadOut()
@@ -73,9 +73,9 @@ private slots:
         const Folders f;
         QFile large(f.other.filePath("large.png"));
         QVERIFY(large.open(QIODevice::WriteOnly));
-        QVERIFY(large.resize(ProjectFiles::MaximumSize));
+        QVERIFY(large.resize(ResourceFiles::MaximumSize));
         QVERIFY(f.files.find(large.fileName()).isForeign);
-        QVERIFY(large.resize(ProjectFiles::MaximumSize + 1));
+        QVERIFY(large.resize(ResourceFiles::MaximumSize + 1));
         QVERIFY(f.files.find(large.fileName()).error.contains("50"));
         QVERIFY(!QFile::exists(f.project.filePath("images/large.png")));
     }
@@ -108,9 +108,9 @@ private slots:
     {
         QFETCH(QString, file);
         QFETCH(QString, folder);
-        QCOMPARE(ProjectFiles::folderFor(file), folder);
+        QCOMPARE(ResourceFiles::folderFor(file), folder);
     }
 };
 
-QTEST_GUILESS_MAIN(ProjectFilesTest)
-#include "tst_project_files.moc"
+QTEST_GUILESS_MAIN(ResourceFilesTest)
+#include "tst_resource_files.moc"
