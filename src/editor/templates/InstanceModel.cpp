@@ -1,5 +1,6 @@
 #include "editor/templates/InstanceModel.h"
 
+#include "editor/tree/KindIcons.h"
 #include "editor/wizard/NodeRecipe.h"
 
 #include "nodes/actions/BasicTemplateAction.h"
@@ -7,10 +8,11 @@
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/properties/BasicProperty.h"
+#include "nodes/templates/TemplateUse.h"
 #include "nodes/templates/compositionTemplate.h"
 #include "nodes/templates/templateArgument.h"
 #include "nodes/templates/templateParameter.h"
-#include "nodes/templates/windowTemplate.h"
+#include "nodes/templates/widgetInstance.h"
 #include "utils/undo/AddNodeLinkCommand.h"
 #include "utils/undo/ChangePropertyCommand.h"
 
@@ -24,13 +26,31 @@ using Nodes::NodeLink;
 
 namespace {
 
-void collectActions(const ConfigNode &node, const ConfigNode &source, Nodes::NodeLinks &actions)
+/// What the node makes instances of; null for most.
+const ConfigNode *usedBy(const ConfigNode &node)
 {
-    const auto *action = dynamic_cast<const Nodes::BasicTemplateAction *>(&node);
-    if (action && action->GetTemplate() == &source)
-        actions.push_back(NodeLink(&node));
+    if (const auto *action = dynamic_cast<const Nodes::BasicTemplateAction *>(&node))
+        return action->GetTemplate();
+    const auto *element = dynamic_cast<const Nodes::widgetInstance *>(&node);
+    return element ? element->GetTemplate() : nullptr;
+}
+
+void collectUsers(const ConfigNode &node, const ConfigNode &source, Nodes::NodeLinks &users)
+{
+    if (usedBy(node) == &source)
+        users.push_back(NodeLink(&node));
     for (const auto &child : node.Children())
-        collectActions(*child, source, actions);
+        collectUsers(*child, source, users);
+}
+
+/// Beside the one that it is like.
+void moveAside(NodeRecipe &recipe, const ConfigNode &last)
+{
+    constexpr int gap = 16;
+    const auto *element = dynamic_cast<const Nodes::BasicWidget *>(&last);
+    if (element)
+        recipe.set(QStringLiteral("x"),
+                   element->GetPosition().x + element->GetGeometry().width + gap);
 }
 
 NodeRecipe argumentRecipe(const std::string &parameter)
@@ -48,12 +68,10 @@ InstanceModel::InstanceModel(Push push, QObject *parent)
 NodeLink InstanceModel::templateOf(const ConfigNode *node)
 {
     for (; node; node = node->GetParent()) {
-        if (dynamic_cast<const Nodes::windowTemplate *>(node) ||
-            dynamic_cast<const Nodes::compositionTemplate *>(node))
+        if (Nodes::TemplateUse::IsTemplate(*node))
             return NodeLink(node);
-        const auto *action = dynamic_cast<const Nodes::BasicTemplateAction *>(node);
-        if (action && action->GetTemplate())
-            return NodeLink(action->GetTemplate());
+        if (const ConfigNode *source = usedBy(*node))
+            return NodeLink(source);
     }
     return {};
 }
@@ -69,21 +87,21 @@ void InstanceModel::setTemplate(const NodeLink &source)
 void InstanceModel::refresh()
 {
     beginResetModel();
-    m_actions.clear();
+    m_users.clear();
     m_parameters.clear();
     if (const ConfigNode *source = m_source.GetNode()) {
         for (const auto &child : source->Children()) {
             if (dynamic_cast<const Nodes::templateParameter *>(child.get()))
                 m_parameters.push_back(child->GetName());
         }
-        collectActions(*source->GetNodesCollection()->GetRoot(), *source, m_actions);
+        collectUsers(*source->GetNodesCollection()->GetRoot(), *source, m_users);
     }
     endResetModel();
 }
 
 void InstanceModel::addInstance()
 {
-    ConfigNode *last = m_actions.empty() ? nullptr : m_actions.back().GetNode();
+    ConfigNode *last = m_users.empty() ? nullptr : m_users.back().GetNode();
     ConfigNode *source = m_source.GetNode();
     if (!source || (!last && dynamic_cast<const Nodes::compositionTemplate *>(source)))
         return; // which action shows a composition, and where, has to be said by the first
@@ -100,6 +118,7 @@ void InstanceModel::addInstance()
             recipe.set(
                 QString::fromStdString(property.key),
                 QString::fromStdString(last->GetPropertyByValueId(property.valueId)->ToString()));
+        moveAside(recipe, *last);
     } else {
         recipe.set(QStringLiteral("window"), m_source);
     }
@@ -112,7 +131,7 @@ void InstanceModel::addInstance()
 
 int InstanceModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_actions.size());
+    return parent.isValid() ? 0 : int(m_users.size());
 }
 
 int InstanceModel::columnCount(const QModelIndex &parent) const
@@ -122,8 +141,8 @@ int InstanceModel::columnCount(const QModelIndex &parent) const
 
 ConfigNode *InstanceModel::argument(int row, const std::string &parameter) const
 {
-    const ConfigNode *action = m_actions[std::size_t(row)].GetNode();
-    ConfigNode *found = action ? action->GetSubObject(parameter) : nullptr;
+    const ConfigNode *user = m_users[std::size_t(row)].GetNode();
+    ConfigNode *found = user ? user->GetSubObject(parameter) : nullptr;
     return dynamic_cast<Nodes::templateArgument *>(found);
 }
 
@@ -140,11 +159,12 @@ QVariant InstanceModel::data(const QModelIndex &index, int role) const
     if (!index.isValid())
         return {};
     if (index.column() == 0) {
-        const ConfigNode *action = m_actions[std::size_t(index.row())].GetNode();
-        if (!action || (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != SortRole))
+        const ConfigNode *user = m_users[std::size_t(index.row())].GetNode();
+        if (user && role == Qt::DecorationRole)
+            return KindIcons::of(user->GetNodeType());
+        if (!user || (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != SortRole))
             return {};
-        return QString::fromStdString(role == Qt::ToolTipRole ? action->GetPath()
-                                                              : action->GetName());
+        return QString::fromStdString(role == Qt::ToolTipRole ? user->GetPath() : user->GetName());
     }
     const QString path = pathOf(index.row(), index.column());
     switch (role) {
@@ -195,7 +215,7 @@ bool InstanceModel::setData(const QModelIndex &index, const QVariant &value, int
         isDone = m_push(new Utils::AddNodeLinkCommand(argumentRecipe(parameter)
                                                           .set(QStringLiteral("node"), target)
                                                           .make(*source->GetNodesCollection()),
-                                                      m_actions[std::size_t(index.row())]));
+                                                      m_users[std::size_t(index.row())]));
     if (isDone)
         emit dataChanged(index, index);
     return isDone;

@@ -10,15 +10,14 @@
 class QUndoCommand;
 
 namespace Nodes {
-class BasicTemplateAction;
 class ConfigNode;
 } // namespace Nodes
 
 namespace Editor {
 
-/// All instances of one template: a row for each action that opens it, a column for each of its
-/// parameters, in each cell the path of the node that the action gives. Whoever changes the
-/// template or an action asks for a refresh. GUI thread.
+/// All instances of one template: a row for each element that shows it and each action that opens
+/// it, a column for each of its parameters, in each cell the path of the node that is given.
+/// Whoever changes the project asks for a refresh. GUI thread.
 class InstanceModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -35,11 +34,13 @@ public:
     const Nodes::NodeLink &source() const { return m_source; }
     /// Reads project and template anew.
     void refresh();
-    const Nodes::NodeLink &action(int row) const { return m_actions[std::size_t(row)]; }
-    /// Adds an action for another instance, which gives nothing yet, beside the last one.
+    /// Element or action.
+    const Nodes::NodeLink &user(int row) const { return m_users[std::size_t(row)]; }
+    /// Adds another instance, which gives nothing yet, beside the last one; as an action where
+    /// there is none.
     void addInstance();
 
-    /// Template that the node is, opens or stands in; leads nowhere otherwise.
+    /// Template that the node is, shows, opens or stands in; leads nowhere otherwise.
     static Nodes::NodeLink templateOf(const Nodes::ConfigNode *node);
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -57,7 +58,7 @@ private:
 
     Push m_push;
     Nodes::NodeLink m_source;
-    Nodes::NodeLinks m_actions;
+    Nodes::NodeLinks m_users;
     std::vector<std::string> m_parameters;
 };
 

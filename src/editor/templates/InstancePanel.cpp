@@ -101,10 +101,11 @@ void InstancePanel::refresh()
     m_model->refresh();
     m_table->setCurrentIndex(m_model->index(current.row(), current.column()));
     m_add->setEnabled(source && !m_workspace.session().isReadOnly());
-    m_title->setText(source ? tr("Шаблон «%1», экземпляров: %2")
-                                  .arg(QString::fromStdString(source->GetName()))
-                                  .arg(m_model->rowCount())
-                            : tr("Выберите шаблон или действие, которое его открывает."));
+    m_title->setText(
+        source ? tr("Шаблон «%1», экземпляров: %2")
+                     .arg(QString::fromStdString(source->GetName()))
+                     .arg(m_model->rowCount())
+               : tr("Выберите шаблон, его экземпляр или действие, которое его открывает."));
 }
 
 void InstancePanel::addInstance()
@@ -116,7 +117,7 @@ void InstancePanel::addInstance()
 void InstancePanel::jump(const QModelIndex &index)
 {
     if (index.column() == 0)
-        m_workspace.reveal(m_model->action(index.row()));
+        m_workspace.reveal(m_model->user(index.row()));
 }
 
 QStringList InstancePanel::paths() const

@@ -12,7 +12,7 @@ class InstanceModel;
 class Workspace;
 
 /// Instances of the selected template with what each gives for the parameters. A double click on an
-/// instance leads to its action. GUI thread.
+/// instance leads to its element or action. GUI thread.
 class InstancePanel : public QWidget
 {
     Q_OBJECT

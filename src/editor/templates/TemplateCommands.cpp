@@ -1,6 +1,7 @@
 #include "editor/templates/TemplateCommands.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/templates/TemplateDialog.h"
 #include "editor/templates/TemplateMaker.h"
 #include "editor/workspace/Workspace.h"
 
@@ -10,7 +11,6 @@
 #include "nodes/visual/windows/BasicComposition.h"
 #include "nodes/visual/windows/BasicWindow.h"
 
-#include <QInputDialog>
 #include <QUndoCommand>
 
 #include <algorithm>
@@ -45,25 +45,31 @@ void TemplateCommands::make(Workspace &workspace)
     const Nodes::ConfigNode *screen = screenOf(elements.front().GetNode());
     if (!screen || !screen->GetParent())
         return;
-    bool isChosen = false;
-    const QString name =
-        QInputDialog::getText(workspace.window(), QStringLiteral("Шаблон из выделения"),
-                              QStringLiteral("Имя шаблона:"), QLineEdit::Normal,
-                              QStringLiteral("Шаблон"), &isChosen)
-            .trimmed()
-            .replace('/', ' ');
-    if (!isChosen || name.isEmpty())
+    TemplateDialog dialog(workspace.window());
+    if (dialog.exec() != QDialog::Accepted)
         return;
+    const QString name = dialog.name();
     TemplateMaker maker(*workspace.session().project(), elements);
     TemplateMaker::Made made;
     QString whyNot;
-    QUndoCommand *command = maker.make(name.toStdString(), *screen->GetParent(), made, whyNot);
+    QUndoCommand *command =
+        maker.make(name.toStdString(), *screen->GetParent(), dialog.originals(), made, whyNot);
     if (!command) {
         workspace.tell(Workspace::Warning, whyNot);
         return;
     }
     if (!workspace.push(command))
         return;
+    if (made.instance.GetNode()) {
+        workspace.tell(
+            Workspace::Info,
+            QStringLiteral("Сделан шаблон «%1», выделенное заменено его экземпляром. Для "
+                           "других устройств копируйте экземпляр и перетащите на копию "
+                           "её устройство.")
+                .arg(name));
+        workspace.reveal(made.instance);
+        return;
+    }
     workspace.tell(Workspace::Info,
                    QStringLiteral("Сделаны шаблон «%1» и действие, которое его открывает. Сигналы "
                                   "других экземпляров задайте на панели «Экземпляры шаблона».")

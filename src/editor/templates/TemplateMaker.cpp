@@ -11,8 +11,7 @@
 #include "nodes/visual/BasicWidget.h"
 #include "utils/undo/AddNodeLinkCommand.h"
 #include "utils/undo/CommandGroup.h"
-
-#include <QRect>
+#include "utils/undo/RemoveNodeLinkGroup.h"
 
 #include <algorithm>
 
@@ -161,15 +160,21 @@ std::unique_ptr<ConfigNode> TemplateMaker::makeParameter(const ConfigNode &actua
     return node;
 }
 
-bool TemplateMaker::addCopies(ConfigNode &window)
+QRect TemplateMaker::box() const
 {
     QRect all;
     for (const ConfigNode *node : m_elements) {
         const Nodes::NRect box = dynamic_cast<const Nodes::BasicWidget &>(*node).GetGeometry();
         all |= QRect(box.x, box.y, box.width, box.height);
     }
-    set(window, "width", std::to_string(all.width() + 2 * margin));
-    set(window, "height", std::to_string(all.height() + 2 * margin));
+    return all;
+}
+
+bool TemplateMaker::addCopies(ConfigNode &window)
+{
+    const QRect all = box();
+    set(window, "width", std::to_string(all.width() + 2 * m_margin));
+    set(window, "height", std::to_string(all.height() + 2 * m_margin));
     Nodes::NodesArray originals;
     for (ConfigNode *node : m_elements)
         originals.push_back(NodeLink(node));
@@ -183,8 +188,8 @@ bool TemplateMaker::addCopies(ConfigNode &window)
         std::unique_ptr<ConfigNode> node = m_project.TakeClone(copy);
         node->SetName(freeName(window, node->GetName()));
         if (auto *element = dynamic_cast<Nodes::BasicWidget *>(node.get()))
-            element->SetPosition(element->GetPosition().x - all.x() + margin,
-                                 element->GetPosition().y - all.y() + margin);
+            element->SetPosition(element->GetPosition().x - all.x() + m_margin,
+                                 element->GetPosition().y - all.y() + m_margin);
         isWhole &= bool(window.AddNode(node));
     }
     return isWhole;
@@ -221,11 +226,48 @@ NodeLink TemplateMaker::makeAction(const NodeLink &window,
         name += ' ' + QString::fromStdString(parameters.front().actual->GetName());
     NodeRecipe recipe(QStringLiteral("actionShowWindowTemplate"), name);
     recipe.set(QStringLiteral("window"), window);
+    addArguments(recipe, parameters);
+    return recipe.make(m_project);
+}
+
+void TemplateMaker::addArguments(NodeRecipe &user, const std::vector<Parameter> &parameters)
+{
     for (const Parameter &parameter : parameters)
-        recipe.add(
+        user.add(
             NodeRecipe(QStringLiteral("templateArgument"), QString::fromStdString(parameter.name))
                 .set(QStringLiteral("node"), NodeLink(parameter.actual)));
+}
+
+NodeLink TemplateMaker::makeInstance(const NodeLink &window,
+                                     const std::vector<Parameter> &parameters) const
+{
+    const QRect all = box();
+    const std::string name =
+        parameters.empty() ? window.GetLinkName() : parameters.front().actual->GetName();
+    NodeRecipe recipe(QStringLiteral("instance"),
+                      QString::fromStdString(freeName(*m_elements.front()->GetParent(), name)));
+    recipe.set(QStringLiteral("template"), window)
+        .set(QStringLiteral("x"), all.x())
+        .set(QStringLiteral("y"), all.y())
+        .set(QStringLiteral("width"), all.width())
+        .set(QStringLiteral("height"), all.height());
+    addArguments(recipe, parameters);
     return recipe.make(m_project);
+}
+
+// It takes the place of the topmost one among the elements that stay.
+void TemplateMaker::replaceElements(const NodeLink &instance, QUndoCommand *step) const
+{
+    int zOrder = 0;
+    Nodes::NodeLinks elements;
+    for (const ConfigNode *node : m_elements) {
+        zOrder = std::max(zOrder, dynamic_cast<const Nodes::BasicWidget &>(*node).GetZOrder());
+        elements.push_back(NodeLink(node));
+    }
+    set(*instance.GetNode(), "zOrder", std::to_string(zOrder));
+    const NodeLink parent(m_elements.front()->GetParent());
+    new Utils::RemoveNodeLinkGroup(parent, elements, step);
+    new Utils::AddNodeLinkCommand(instance, parent, step);
 }
 
 NodeLink TemplateMaker::hold(std::unique_ptr<ConfigNode> node)
@@ -234,25 +276,31 @@ NodeLink TemplateMaker::hold(std::unique_ptr<ConfigNode> node)
     return node && m_project.HoldClone(node, true) ? link : NodeLink();
 }
 
-QUndoCommand *TemplateMaker::make(const std::string &name, ConfigNode &parent, Made &made,
-                                  QString &whyNot)
+QUndoCommand *TemplateMaker::make(const std::string &name, ConfigNode &parent, Originals originals,
+                                  Made &made, QString &whyNot)
 {
     if (m_elements.empty()) {
         whyNot = QStringLiteral("Выделите элементы окна, из которых сделать шаблон.");
         return nullptr;
     }
+    const bool isReplacing = originals == Originals::Replace;
+    m_margin = isReplacing ? 0 : m_margin;
     const std::vector<Parameter> all = parameters();
     made.window = hold(makeWindow(freeName(parent, name), all));
+    NodeLink &user = isReplacing ? made.instance : made.action;
     if (made.window.GetNode())
-        made.action = makeAction(made.window, all);
-    if (!made.window.GetNode() || !made.action.GetNode()) {
+        user = isReplacing ? makeInstance(made.window, all) : makeAction(made.window, all);
+    if (!made.window.GetNode() || !user.GetNode()) {
         (void)m_project.TakeClone(made.window);
         whyNot = QStringLiteral("Эти элементы не могут стоять в шаблоне окна. Выделите другие.");
         return nullptr;
     }
     auto *group = new Utils::CommandGroup(QStringLiteral("Шаблон из выделения"));
     new Utils::AddNodeLinkCommand(made.window, NodeLink(&parent), group);
-    new Utils::AddNodeLinkCommand(made.action, NodeLink(&parent), group);
+    if (isReplacing)
+        replaceElements(user, group);
+    else
+        new Utils::AddNodeLinkCommand(user, NodeLink(&parent), group);
     return group;
 }
 

@@ -6,11 +6,18 @@
 
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+
 namespace Editor {
 
 NodeRecipe &NodeRecipe::set(const QString &key, const QString &value)
 {
-    m_properties.append({key, value});
+    const auto known = std::find_if(m_properties.begin(), m_properties.end(),
+                                    [&key](const auto &property) { return property.first == key; });
+    if (known == m_properties.end())
+        m_properties.append({key, value});
+    else
+        known->second = value;
     return *this;
 }
 

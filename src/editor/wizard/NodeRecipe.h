@@ -22,6 +22,7 @@ class NodeRecipe
 public:
     NodeRecipe(const QString &kind, const QString &name) : m_kind(kind), m_name(name) {}
 
+    /// In place of what was set before.
     NodeRecipe &set(const QString &key, const QString &value);
     NodeRecipe &set(const QString &key, int value) { return set(key, QString::number(value)); }
     NodeRecipe &set(const QString &key, const Nodes::NodeLink &target);

@@ -5,8 +5,10 @@
 
 #include "nodes/actions/BasicTemplateAction.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/templates/TemplateBinding.h"
+#include "nodes/templates/widgetInstance.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/undo/IUndo.h"
 
@@ -55,7 +57,8 @@ struct Plant
     }
     ConfigNode *node(unsigned long id) { return session.project()->FindNode(id); }
     /// Makes a template of these elements; an empty result when it was refused.
-    TemplateMaker::Made make(const std::vector<unsigned long> &ids, QString *whyNot = nullptr)
+    TemplateMaker::Made make(const std::vector<unsigned long> &ids, QString *whyNot = nullptr,
+                             TemplateMaker::Originals originals = TemplateMaker::Originals::Stay)
     {
         Nodes::NodeLinks elements;
         for (const unsigned long id : ids)
@@ -63,7 +66,7 @@ struct Plant
         TemplateMaker maker(*session.project(), elements);
         TemplateMaker::Made made;
         QString reason;
-        QUndoCommand *command = maker.make("Шаблон", *session.root(), made, reason);
+        QUndoCommand *command = maker.make("Шаблон", *session.root(), originals, made, reason);
         if (whyNot)
             *whyNot = reason;
         return command && workspace.push(command) ? made : TemplateMaker::Made();
@@ -116,6 +119,7 @@ private slots:
     void isOneStep();
     void argumentsAreEditedInATable();
     void instancesAreAdded();
+    void anInstanceTakesTheirPlace();
 };
 
 void TestTemplateMaker::instancesStandForWhatWasDrawn_data()
@@ -227,6 +231,46 @@ void TestTemplateMaker::instancesAreAdded()
     QVERIFY(model.index(1, 1).data(Qt::EditRole).toString().isEmpty());
     QVERIFY(model.setData(model.index(1, 1), QString::fromStdString(project.node(6)->GetPath())));
     QVERIFY(model.index(0, 1).data() != model.index(1, 1).data());
+}
+
+void TestTemplateMaker::anInstanceTakesTheirPlace()
+{
+    Plant project;
+    QVERIFY(project.node(20)->SetPropertyText("zOrder", "7"));
+    const std::size_t atRoot = project.session.root()->Children().size();
+    const TemplateMaker::Made made =
+        project.make({20, 21}, nullptr, TemplateMaker::Originals::Replace);
+    const auto *instance = dynamic_cast<Nodes::widgetInstance *>(made.instance.GetNode());
+    QVERIFY(instance && instance->GetTemplate() == made.window.GetNode());
+    QVERIFY(!made.action.GetNode());
+    QCOMPARE(project.session.root()->Children().size(), atRoot + 1);
+    QCOMPARE(instance->GetParent(), project.node(2));
+    const Nodes::NRect box = instance->GetGeometry(); // that of what it replaces
+    QCOMPARE(QRect(box.x, box.y, box.width, box.height), QRect(100, 200, 280, 72));
+    QCOMPARE(made.window.GetNode()->GetPropertyByValueId(Nodes::SizeProp::Width)->ToString(),
+             std::string("280"));
+    QCOMPARE(instance->GetZOrder(), 7);
+    QVERIFY(!project.node(20));
+    const Nodes::TemplateBinding binding(*instance->GetTemplate(), instance->GetArguments());
+    QVERIFY(binding.GetMissing().empty() && !binding.GetIds().empty());
+
+    InstanceModel model([&](QUndoCommand *command) { return project.workspace.push(command); });
+    model.setTemplate(InstanceModel::templateOf(instance));
+    QCOMPARE(model.rowCount(), 1);
+    QVERIFY(!model.index(0, 1).data(Qt::EditRole).toString().isEmpty());
+    model.addInstance();
+    QCOMPARE(model.rowCount(), 2);
+    const auto &second = dynamic_cast<Nodes::BasicWidget &>(*model.user(1).GetNode());
+    QCOMPARE(second.GetParent(), project.node(2));
+    QCOMPARE(second.GetPosition().x, 396);
+
+    project.session.undoStack().undo();
+    project.session.undoStack().undo();
+    QCOMPARE(project.session.undoStack().index(), 0);
+    QCOMPARE(project.node(20)->GetParent(), project.node(2));
+    QCOMPARE(project.session.root()->Children().size(), atRoot);
+    project.session.undoStack().redo();
+    QVERIFY(!project.node(20) && made.instance.GetNode()->GetParent());
 }
 
 QTEST_MAIN(TestTemplateMaker)
