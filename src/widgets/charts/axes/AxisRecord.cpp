@@ -145,7 +145,7 @@ void AxisRecord::apply()
 
 void AxisRecord::onReleased(QwtAxisId axis)
 {
-    if (axis != m_axis || m_isTime)
+    if (axis != m_axis)
         return;
     apply();
     if (m_plot)

@@ -16,7 +16,6 @@ namespace Widgets {
 namespace {
 
 constexpr double zoomPerNotch = 1.25;
-constexpr double wheelUnitsPerNotch = 120;
 
 double along(QwtAxisId axis, const QPointF &point)
 {
@@ -102,7 +101,7 @@ bool AxisGestures::handle(QwtAxisId axis, QEvent *event)
     case QEvent::MouseButtonDblClick:
         return doubleClick(axis, *static_cast<QMouseEvent *>(event));
     default:
-        return zoom(axis, *static_cast<QWheelEvent *>(event));
+        return turn(axis, *static_cast<QWheelEvent *>(event));
     }
 }
 
@@ -160,17 +159,23 @@ bool AxisGestures::doubleClick(QwtAxisId axis, const QMouseEvent &event)
     return true;
 }
 
-bool AxisGestures::zoom(QwtAxisId axis, const QWheelEvent &event)
+bool AxisGestures::turn(QwtAxisId axis, const QWheelEvent &event)
 {
-    const double notches = event.angleDelta().y() / wheelUnitsPerNotch;
+    const double notches = event.angleDelta().y() / WheelUnitsPerNotch;
     if (notches == 0)
         return false;
+    zoom(axis, notches, canvasPixel(axis, event.position().toPoint()));
+    return true;
+}
+
+void AxisGestures::zoom(QwtAxisId axis, double notches, double pixel)
+{
+    if (!isEnabled(axis.pos) || !m_plot->isAxisValid(axis))
+        return;
     take(axis);
     const double factor = std::pow(zoomPerNotch, -notches);
-    const double pixel = canvasPixel(axis, event.position().toPoint());
     const QwtScaleMap map = m_plot->canvasMap(axis);
     show(axis, map, pixel + (map.p1() - pixel) * factor, pixel + (map.p2() - pixel) * factor);
-    return true;
 }
 
 void AxisGestures::take(QwtAxisId axis)

@@ -24,11 +24,18 @@ class WIDGETS_EXPORT AxisGestures : public QObject
 {
     Q_OBJECT
 public:
+    static constexpr double WheelUnitsPerNotch = 120; ///< of QWheelEvent::angleDelta
+
     explicit AxisGestures(MultiAxisPlot *plot);
 
     /// Which axes listen: by default those on the left and on the right.
     void setEnabled(int position, bool on);
     [[nodiscard]] bool isEnabled(int position) const;
+    /// As the wheel does on the scale, around that pixel of the canvas; nothing where it does not
+    /// listen.
+    void zoom(QwtAxisId axis, double notches, double canvasPixel);
+    /// While the operator drags a scale.
+    [[nodiscard]] bool isDragging() const { return m_isMoving; }
     /// False: a double click does nothing, the chart decides about auto-scale by itself.
     void setAutoScaleByDoubleClick(bool on) { m_doubleClick = on; }
 
@@ -51,7 +58,7 @@ private:
     bool move(const QMouseEvent &event);
     bool release(const QMouseEvent &event);
     bool doubleClick(QwtAxisId axis, const QMouseEvent &event);
-    bool zoom(QwtAxisId axis, const QWheelEvent &event);
+    bool turn(QwtAxisId axis, const QWheelEvent &event);
     /// Puts what the two pixels of the canvas show to the ends of the axis.
     void show(QwtAxisId axis, const QwtScaleMap &map, double firstPixel, double lastPixel);
     void take(QwtAxisId axis);

@@ -173,6 +173,7 @@ void Plot::forgetSeries()
     for (QwtPlotItem *item : items)
         item->detach();
     m_attached.clear();
+    m_leftOut.clear();
 }
 
 QList<QwtPlotItem *> Plot::serieItems() const

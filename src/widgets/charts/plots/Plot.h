@@ -16,6 +16,7 @@
 
 #include <qwt_interval.h>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -170,6 +171,8 @@ protected:
     void setWindow(double lower, double upper);
     /// With tracking on, moves the window so that `x` is its right end when it lies beyond that.
     void follow(double x);
+    /// What was left out is in the curves again: they have no gap there.
+    void forgetLeftOut();
     /// Forgets what has left the window.
     void trim(ISerie &serie);
     /// The curves, which are about to go or to be replaced, are no longer this plot's.
@@ -186,6 +189,7 @@ private:
     void onVizir(bool on);
     void raiseFlags();
     bool takes(double x, const QwtInterval &window) const;
+    void append(ISerie &serie, double x, const Nodes::SignalValue &value);
 
     QTimer m_layoutTimer;
     std::vector<std::unique_ptr<AxisRecord>> m_axes;
@@ -204,6 +208,7 @@ private:
     QPointer<PlotPanner> m_panner;
     PlotNote *m_note;
     QList<QwtPlotItem *> m_attached;         // of the current group
+    std::map<const ISerie *, double> m_leftOut; // since when, and still
     std::optional<QwtInterval> m_nextWindow; // until it or another one is taken over
     QwtInterval m_windowBefore;
     QPixmap m_picture; // of the items; null: to be drawn

@@ -4,6 +4,7 @@
 #include "widgets/charts/axes/ToolBarAutoScaleAxisY.h"
 #include "widgets/charts/axes/ToolBarAxisX.h"
 #include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/multiaxis/AxisGestures.h"
 #include "widgets/charts/plots/Plot.h"
 
 #include "nodes/charts/widgetChart.h"
@@ -11,6 +12,7 @@
 
 #include <QEvent>
 #include <QToolButton>
+#include <QWheelEvent>
 
 namespace Widgets {
 
@@ -189,6 +191,17 @@ bool PlotCanvas::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::Resize)
         updateToolBarGeometry();
     return QwtPlotCanvas::eventFilter(watched, event);
+}
+
+// Where the operator looks at, not only on the scale below it.
+void PlotCanvas::wheelEvent(QWheelEvent *event)
+{
+    const double notches = event->angleDelta().y() / AxisGestures::WheelUnitsPerNotch;
+    auto *gestures = m_plot->findChild<AxisGestures *>(QString(), Qt::FindDirectChildrenOnly);
+    if (gestures && notches != 0)
+        gestures->zoom(QwtAxis::xBottom, notches, event->position().x());
+    else
+        event->ignore();
 }
 
 void PlotCanvas::resizeEvent(QResizeEvent *event)

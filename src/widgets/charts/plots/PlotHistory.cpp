@@ -16,6 +16,7 @@
 #include "nodes/charts/widgetChartGroup.h"
 #include "nodes/charts/widgetChartHistory.h"
 #include "nodes/model/NodesArray.h"
+#include "nodes/values/IntervalSample.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,12 +31,19 @@ const QwtAxisId timeAxis(QwtAxis::xBottom);
 constexpr int pointsPerColumn = 2; // each may be an aggregate with two extremes of its own
 constexpr int leastColumns = 200;
 constexpr int clockTick = 1000;   // ms
-constexpr double nearNow = 60000; // ms; a window that ends there shows the present
+constexpr double coarse = 2;      // times the window
 
 /// Not that of the window: others ask the archive for it.
 bool showsOtherTime(const ISerie &serie)
 {
     return ShiftOf(serie.getNode()) > 0;
+}
+
+/// The last moment that it tells of.
+double endOf(const Nodes::SignalHistoryResponse &sample)
+{
+    const Nodes::IntervalSample *interval = sample.getIntervalSample();
+    return interval ? ChartTime::toX(interval->end - 1) : ChartTime::fromUtc(sample.GetTime());
 }
 
 unsigned long long truncated(double x)
@@ -101,7 +109,9 @@ Nodes::Result PlotHistory::ask(unsigned long long from, unsigned long long to)
         m_held = std::make_unique<HeldCurves>(*this, serieItems());
     m_isEmptied = true;
     m_isOwed = true;
+    m_askedWidth = (to == 0 ? ChartTime::now() : double(to)) - double(from);
     removeAllSeriesData();
+    forgetLeftOut();
     feed().markRequest();
     Nodes::NodesArray nodes;
     const QList<ISerie *> all = series();
@@ -137,6 +147,9 @@ void PlotHistory::giveUp()
     m_isEmptied = false;
     if (m_history)
         m_history->CancelHistory();
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        addKept(*serie, -std::numeric_limits<double>::infinity(), false);
     setNote(waitBox()->isTimeUp() ? QStringLiteral("Архив не ответил. Показаны текущие значения.")
                                   : QStringLiteral("Запрос архива прерван. Показаны текущие "
                                                    "значения."));
@@ -198,6 +211,10 @@ void PlotHistory::onGetHistoryCompleted(std::vector<Nodes::SignalHistoryResponse
     m_held.reset();
     if (newest)
         follow(*newest);
+    m_clock.start(); // what was answered is seen before the clock moves on
+    // Asked from far back to the present, it is too coarse for what the window shows now.
+    if (m_isAggregated && m_askedWidth > coarse * window().width())
+        schedule({});
     scheduleReplot();
     closeWaitBox();
     replot(); // who waited does not wait for the timer, too
@@ -213,11 +230,15 @@ void PlotHistory::addMissing(ISerie &serie, const std::vector<Nodes::SignalHisto
     double archived = -std::numeric_limits<double>::infinity();
     for (const Nodes::SignalHistoryResponse &sample : answer) {
         if (sample.GetNodeId() == signal->GetId())
-            archived = qMax(archived, ChartTime::fromUtc(sample.GetTime()));
+            archived = qMax(archived, endOf(sample));
     }
+    addKept(serie, archived, serie.isReplacedByAnswers());
+}
+
+void PlotHistory::addKept(ISerie &serie, double archived, bool isReplaced)
+{
     const QwtInterval window = this->window();
     const double margin = Margin * window.width();
-    const bool isReplaced = serie.isReplacedByAnswers();
     for (const LiveFeed::Point &point : feed().missing(&serie, archived, isReplaced)) {
         if (point.x >= window.minValue() - margin &&
             (tracking() || point.x <= window.maxValue() + margin))
@@ -253,10 +274,13 @@ void PlotHistory::schedule(std::optional<Span> span)
 
 void PlotHistory::onScheduled()
 {
-    if (const std::optional<Span> span = m_span)
+    const std::optional<Span> span = m_span;
+    if (span) {
         (void)getHistory(span->first, span->second);
-    else
-        (void)getCurrentHistory();
+        return;
+    }
+    follow(ChartTime::now()); // else it ends where nobody looked any more
+    (void)getCurrentHistory();
 }
 
 void PlotHistory::setAnswerLimit(int milliseconds)
@@ -269,12 +293,7 @@ void PlotHistory::onClock()
 {
     if (!isAtWork() || !tracking() || !isVisible())
         return;
-    const double end = window().maxValue();
-    const double now = ChartTime::now();
-    if (end != m_followed && std::abs(now - end) > nearNow)
-        return;
-    follow(now);
-    m_followed = window().maxValue();
+    follow(ChartTime::now());
     const QList<ISerie *> all = series();
     for (ISerie *serie : all)
         trim(*serie);

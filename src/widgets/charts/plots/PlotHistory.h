@@ -49,6 +49,7 @@ public:
     void setAnswerLimit(int milliseconds);
 
 public slots:
+    void setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes) override;
     void onTrackingChanged(bool on) override;
     void onActionPeriodPrev() override;
     void onActionPeriodNext() override;
@@ -92,7 +93,13 @@ private:
     void onScheduled();
     void onAnswers(std::vector<Answer> answers);
     void addMissing(ISerie &serie, const std::vector<Nodes::SignalHistoryResponse> &answer);
+    /// Puts what came live before the curves were emptied, and later than `archived`, into them.
+    void addKept(ISerie &serie, double archived, bool isReplaced);
     void onClock();
+    void onAxisMoved(QwtAxisId axis, double from, double to);
+    void onAxisReleased(QwtAxisId axis);
+    void onAxisTaken(QwtAxisId axis);
+    void zoomWindow(double from, double to);
 
     Utils::WatchedNode<Nodes::widgetChartHistory> m_history;
     std::unique_ptr<HeldCurves> m_held;
@@ -103,7 +110,9 @@ private:
     QTimer m_scheduled;
     std::optional<Span> m_span;
     QTimer m_clock;
-    double m_followed = 0; // where the clock moved the end of the window to
+    QwtInterval m_taken; // the window before the operator moved it by its scale
+    double m_zoom = 1;   // of movements that are no step yet
+    double m_askedWidth = 0; // of the newest request, ms
     std::unique_ptr<Utils::QueueRelay<Answer>> m_answers;
     Nodes::ScopedConnection m_connection; // ends before what it fills
 };

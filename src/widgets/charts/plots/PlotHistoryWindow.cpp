@@ -1,4 +1,5 @@
 // How the operator moves the window of a plot with history.
+#include "widgets/charts/multiaxis/AxisGestures.h"
 #include "widgets/charts/plots/AxisLength.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/PlotCanvas.h"
@@ -25,6 +26,9 @@ constexpr int following = 0;
 constexpr int back = -1;
 constexpr int forth = 1;
 
+constexpr int restAfterMove = 250; // ms
+constexpr double zoomStep = 0.2;   // logarithm of a notch of a wheel, nearly
+
 } // namespace
 
 Nodes::widgetChartAxis *PlotHistory::getXAxis() const
@@ -32,6 +36,81 @@ Nodes::widgetChartAxis *PlotHistory::getXAxis() const
     const Nodes::widgetChartGroup *group = this->group();
     const Nodes::NodesContainer axes = group ? group->GetXAxes() : Nodes::NodesContainer();
     return axes.empty() ? nullptr : dynamic_cast<Nodes::widgetChartAxis *>(axes.begin()->GetNode());
+}
+
+void PlotHistory::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContainer &xAxes)
+{
+    Plot::setAxes(yAxes, xAxes);
+    auto *gestures = findChild<AxisGestures *>(QString(), Qt::FindDirectChildrenOnly);
+    if (!gestures)
+        return;
+    gestures->setEnabled(timeAxis.pos, !hasNoArchive() && isAtWork());
+    connect(gestures, &AxisGestures::axisTaken, this, &PlotHistory::onAxisTaken,
+            Qt::UniqueConnection);
+    connect(gestures, &AxisGestures::axisMoved, this, &PlotHistory::onAxisMoved,
+            Qt::UniqueConnection);
+    connect(gestures, &AxisGestures::axisReleased, this, &PlotHistory::onAxisReleased,
+            Qt::UniqueConnection);
+}
+
+void PlotHistory::onAxisTaken(QwtAxisId axis)
+{
+    if (axis == timeAxis)
+        m_taken = window();
+}
+
+// Dragging leaves the present, zooming keeps to it what follows it.
+void PlotHistory::onAxisMoved(QwtAxisId axis, double from, double to)
+{
+    if (axis != timeAxis)
+        return;
+    const auto *gestures = qobject_cast<AxisGestures *>(sender());
+    const bool isDragged = gestures && gestures->isDragging();
+    if (!isDragged)
+        zoomWindow(from, to);
+    else if (tracking())
+        plotCanvas()->setTracking(false);
+    const QwtInterval shown = window();
+    emit axisScaleChanged(timeAxis, shown.minValue(), shown.maxValue(), 0);
+    m_span.reset();
+    m_scheduled.start(restAfterMove); // each movement puts it off
+}
+
+// By steps that can be read, which fine wheels and touch pads add up to.
+void PlotHistory::zoomWindow(double from, double to)
+{
+    const double before = m_taken.width();
+    const double factor = (to - from) / before;
+    m_zoom *= factor;
+    Nodes::widgetChartAxis *axis = getXAxis();
+    const bool isStep = std::abs(std::log(m_zoom)) > zoomStep && axis;
+    const auto length =
+        isStep ? AxisLength::stepped(before, m_zoom > 1, *axis) : std::nullopt;
+    if (isStep)
+        m_zoom = 1;
+    double lower = m_taken.minValue();
+    double upper = m_taken.maxValue();
+    if (length && tracking()) {
+        lower = upper - Nodes::widgetChartAxis::Milliseconds(length->count, length->unit);
+    } else if (length) {
+        const double pivot = (from - lower * factor) / (1 - factor);
+        const double wide = Nodes::widgetChartAxis::Milliseconds(length->count, length->unit);
+        lower = pivot - (pivot - lower) * wide / before;
+        upper = lower + wide;
+    }
+    setWindow(lower, upper);
+    if (length) {
+        axis->SetRangeLength(length->count);
+        axis->SetRangeUnit(length->unit);
+        plotCanvas()->updateLenghtXTitle();
+    }
+    replot();
+}
+
+void PlotHistory::onAxisReleased(QwtAxisId axis)
+{
+    if (axis == timeAxis)
+        plotCanvas()->setTracking(true);
 }
 
 void PlotHistory::getLastHistory(bool isEnabled, int direction)

@@ -18,6 +18,7 @@
 #include <QSignalBlocker>
 
 #include <cmath>
+#include <limits>
 
 namespace Widgets {
 
@@ -100,7 +101,9 @@ void Plot::appendPoints(std::vector<Nodes::SignalValue> values, ISerie *serie)
         const double x = ChartTime::toX(value.GetSourceTime());
         m_feed->keep(serie, x, value);
         if (takes(x, before))
-            serie->appendPoint(x, value);
+            append(*serie, x, value);
+        else
+            m_leftOut.emplace(serie, x);
     }
     const QPointF last = serie->lastPoint();
     serie->updateLabel(last);
@@ -109,6 +112,24 @@ void Plot::appendPoints(std::vector<Nodes::SignalValue> values, ISerie *serie)
         trim(*serie);
     }
     scheduleReplot();
+}
+
+// No line leads over what was left out: nobody knows what was there.
+void Plot::append(ISerie &serie, double x, const Nodes::SignalValue &value)
+{
+    const auto leftOut = m_leftOut.find(&serie);
+    if (leftOut != m_leftOut.end() && leftOut->second < x) {
+        Nodes::SignalValue gap(std::numeric_limits<double>::quiet_NaN());
+        gap.SetQuality(Nodes::Quality::Bad);
+        serie.appendPoint(leftOut->second, gap);
+        m_leftOut.erase(leftOut);
+    }
+    serie.appendPoint(x, value);
+}
+
+void Plot::forgetLeftOut()
+{
+    m_leftOut.clear();
 }
 
 void Plot::trim(ISerie &serie)
