@@ -14,8 +14,8 @@ namespace Widgets::AxisLength {
 /// calls it may be gone then, as may the axis.
 std::optional<TimeDialog::Time> ask(const Nodes::widgetChartAxis &axis);
 
-/// The next longer or shorter one of the lengths that an operator reads at a glance ("20 s", "1 h"),
-/// none beyond what the axis allows; nothing when that is reached.
+/// The next longer or shorter one of the lengths that an operator reads at a glance ("20 s", "1
+/// h"), none beyond what the axis allows; nothing when that is reached.
 WIDGETS_EXPORT std::optional<TimeDialog::Time> stepped(double milliseconds, bool isLonger,
                                                        const Nodes::widgetChartAxis &axis);
 

@@ -207,9 +207,9 @@ private:
     WaitBox *m_waitBox;
     QPointer<PlotPanner> m_panner;
     PlotNote *m_note;
-    QList<QwtPlotItem *> m_attached;         // of the current group
+    QList<QwtPlotItem *> m_attached;            // of the current group
     std::map<const ISerie *, double> m_leftOut; // since when, and still
-    std::optional<QwtInterval> m_nextWindow; // until it or another one is taken over
+    std::optional<QwtInterval> m_nextWindow;    // until it or another one is taken over
     QwtInterval m_windowBefore;
     QPixmap m_picture; // of the items; null: to be drawn
     SceneContextPtr m_context = SceneContext::process();

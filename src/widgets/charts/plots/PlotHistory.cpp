@@ -30,8 +30,8 @@ const QwtAxisId timeAxis(QwtAxis::xBottom);
 
 constexpr int pointsPerColumn = 2; // each may be an aggregate with two extremes of its own
 constexpr int leastColumns = 200;
-constexpr int clockTick = 1000;   // ms
-constexpr double coarse = 2;      // times the window
+constexpr int clockTick = 1000; // ms
+constexpr double coarse = 2;    // times the window
 
 /// Not that of the window: others ask the archive for it.
 bool showsOtherTime(const ISerie &serie)

@@ -110,8 +110,8 @@ private:
     QTimer m_scheduled;
     std::optional<Span> m_span;
     QTimer m_clock;
-    QwtInterval m_taken; // the window before the operator moved it by its scale
-    double m_zoom = 1;   // of movements that are no step yet
+    QwtInterval m_taken;     // the window before the operator moved it by its scale
+    double m_zoom = 1;       // of movements that are no step yet
     double m_askedWidth = 0; // of the newest request, ms
     std::unique_ptr<Utils::QueueRelay<Answer>> m_answers;
     Nodes::ScopedConnection m_connection; // ends before what it fills

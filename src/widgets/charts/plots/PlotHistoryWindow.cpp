@@ -84,8 +84,7 @@ void PlotHistory::zoomWindow(double from, double to)
     m_zoom *= factor;
     Nodes::widgetChartAxis *axis = getXAxis();
     const bool isStep = std::abs(std::log(m_zoom)) > zoomStep && axis;
-    const auto length =
-        isStep ? AxisLength::stepped(before, m_zoom > 1, *axis) : std::nullopt;
+    const auto length = isStep ? AxisLength::stepped(before, m_zoom > 1, *axis) : std::nullopt;
     if (isStep)
         m_zoom = 1;
     double lower = m_taken.minValue();
