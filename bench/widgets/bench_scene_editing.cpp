@@ -1,10 +1,6 @@
 // Editing large scenes: opening, selecting, dragging, undoing and pasting, beside a bare scene of
 // as many plain items.
-#include "LabelWindow.h"
-
-#include "widgets/scene/ProxyLayer.h"
-#include "widgets/scene/ProxyWidget.h"
-#include "widgets/scene/editing/SceneEditor.h"
+#include "EditedWindow.h"
 
 #include <benchmark/benchmark.h>
 
@@ -12,16 +8,8 @@
 #include <QGraphicsView>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QUndoStack>
 
 namespace {
-
-constexpr int columns = 100;
-
-QPoint placeOf(int i)
-{
-    return {i % columns * 16, i / columns % columns * 10};
-}
 
 /// Presses on the first element and drags it with all that is selected; each step is painted.
 class Drag
@@ -53,44 +41,6 @@ private:
     QGraphicsView &m_view;
     QPoint m_at;
     int m_count = 0;
-};
-
-struct EditedWindow
-{
-    explicit EditedWindow(int count) : project(0)
-    {
-        project.core.SetWorkMode(Nodes::WorkModeEditing);
-        Utils::IUndo::setUndoStack(&stack);
-        for (int i = 0; i < count; ++i) {
-            Nodes::ConfigNode *label = project.add("label", project.window);
-            const QPoint place = placeOf(i);
-            LabelProject::set(*label, "x", std::to_string(place.x()));
-            LabelProject::set(*label, "y", std::to_string(place.y()));
-            LabelProject::set(*label, "width", "14");
-            LabelProject::set(*label, "height", "8");
-        }
-    }
-    ~EditedWindow() { Utils::IUndo::setUndoStack(nullptr); }
-    void open()
-    {
-        view = std::make_unique<Widgets::ProxyView>(project.window, nullptr);
-        view->setFixedSize(1602, 1002);
-        scene = view->setScene(project.window);
-        PaintCounter counter(view->viewport());
-        view->show();
-        counter.await();
-    }
-    /// With grabbers and frames, which come a moment later.
-    void selectAll() const
-    {
-        scene->sceneEditor()->selection().selectAll();
-        scene->sceneEditor()->settleSelection();
-    }
-
-    LabelProject project;
-    QUndoStack stack;
-    std::unique_ptr<Widgets::ProxyView> view;
-    Widgets::ProxyScene *scene = nullptr;
 };
 
 /// Peer: a rectangle, which shows nothing of being selected.

@@ -10,6 +10,7 @@
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/elements/widgetBargraph.h"
 #include "nodes/visual/windows/BasicLayer.h"
+#include "support/Rows.h"
 
 #include <QLoggingCategory>
 #include <QUndoStack>
@@ -282,6 +283,50 @@ private slots:
         QCOMPARE(b->GetPosition(), (NPoint{320, 400}));
         QCOMPARE(last->GetPosition(), (NPoint{300, 450}));
         QCOMPARE(last->GetSignalLink(), NodeLink(b)); // the copy of d shows the copy of b
+    }
+
+    void pastedNodesTakeTheLowestFreeNames_data()
+    {
+        const Rows<QStringList, QStringList, QStringList> row("present", "copied", "named");
+        row("free", {"x"}, {"a", "b"}, {"a 2", "b 2"}); // each beside its original
+        row("numbers taken", {"a 2", "a 4"}, {"a"}, {"a 3"});
+        row("the same again", {"a 3"}, {"a", "a", "a"}, {"a 2", "a 4", "a 5"});
+        row("numbers in other writing", {"a 02", "a 2x", "a3"}, {"a"}, {"a 2"});
+        row("a name that ends in a number", {"a 2"}, {"a 2", "a"}, {"a 2 2", "a 3"});
+    }
+
+    void pastedNodesTakeTheLowestFreeNames()
+    {
+        QFETCH(QStringList, present);
+        QFETCH(QStringList, copied);
+        QFETCH(QStringList, named);
+        Drawing d;
+        for (const QString &name : present)
+            d.add("label", d.layer, qPrintable(name));
+        NodesArray pasted;
+        for (const QString &name : copied) {
+            NodesArray made = d.clones({d.layer->GetSubObject(name.toStdString())});
+            pasted.push_back(made[0]);
+        }
+        const int first = d.layer->GetNodeCount();
+        d.stack.push(new CopyNodeWidgetGroupCommand(d.layer, pasted, {0, 0}));
+        QStringList found;
+        for (int i = first; i < d.layer->GetNodeCount(); ++i)
+            found << QString::fromStdString(d.layer->GetNodeAt(i)->GetName());
+        QCOMPARE(found, named);
+    }
+
+    void nameThatAppearsMeanwhileIsNotGivenAgain()
+    {
+        Drawing d;
+        const NodesArray pasted = d.clones({d.labels[0], d.labels[0]});
+        bool isAdded = false;
+        const ScopedConnection connection = d.layer->ConnectChildAdded([&](const NodeLink &) {
+            if (!std::exchange(isAdded, true))
+                d.add("label", d.layer, "a 3");
+        });
+        d.stack.push(new CopyNodeWidgetGroupCommand(d.layer, pasted, {0, 0}));
+        QCOMPARE(QString::fromStdString(d.layer->GetNodeAt(6)->GetName()), QString("a 4"));
     }
 
     void nodeThatCannotReturnIsKept()

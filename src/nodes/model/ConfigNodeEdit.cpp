@@ -192,12 +192,15 @@ std::unique_ptr<ConfigNode> ConfigNode::RemoveNode(const NodeLink &child)
 
 std::unique_ptr<ConfigNode> ConfigNode::take(const NodeLink &child)
 {
-    const auto isChild = [&](const auto &node) { return NodeLink(node.get()) == child; };
-    const auto place = std::find_if(m_children.begin(), m_children.end(), isChild);
-    if (place == m_children.end())
+    // From the end, where a group is taken from. The id is compared first: a link is dear to make.
+    const auto isChild = [&, id = child.GetNodeId()](const auto &node) {
+        return node->m_id == id && NodeLink(node.get()) == child;
+    };
+    const auto found = std::find_if(m_children.rbegin(), m_children.rend(), isChild);
+    if (found == m_children.rend())
         return nullptr;
-    std::unique_ptr<ConfigNode> node = std::move(*place);
-    m_children.erase(place);
+    std::unique_ptr<ConfigNode> node = std::move(*found);
+    m_children.erase(std::next(found).base());
     NodesCollection *project = GetNodesCollection();
     if (project) {
         if (project->IsInTree(*this))

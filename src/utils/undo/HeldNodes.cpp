@@ -13,6 +13,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(undoLog, "station.undo")
 
+constexpr int firstOfCopies = 2; // the second of its name
+
 std::string nodeText(const Nodes::NodeLink &link)
 {
     return "node " + std::to_string(link.GetNodeId());
@@ -58,13 +60,26 @@ Nodes::Result HeldNodes::remove()
             return located;
         nodes.push_back(place.node);
     }
-    // Ascending, so that each node finds its old index when they come back in this order.
+    // Ascending, so that each node finds its old index when they come back in this order; they go
+    // in the opposite one, so that few have to move up.
     std::stable_sort(m_places.begin(), m_places.end(),
                      [](const Place &l, const Place &r) { return l.index < r.index; });
     m_links.Cut(nodes);
-    for (Place &place : m_places)
-        place.held = place.parent->RemoveNode(place.node);
+    for (auto place = m_places.rbegin(); place != m_places.rend(); ++place)
+        place->held = place->parent->RemoveNode(place->node);
     return Nodes::Result();
+}
+
+// Named here, for all of them at once, and not one by one as they are added.
+void HeldNodes::takeClone(Place &place, const Nodes::ConfigNode &parent)
+{
+    Nodes::NodesCollection &project = *parent.GetNodesCollection();
+    place.held = project.TakeClone(place.node);
+    place.isClone = place.held != nullptr;
+    if (!place.held || !project.takeRenameMark(place.held->GetId()))
+        return;
+    Nodes::FreeNames &names = m_names.try_emplace(&parent, parent, firstOfCopies).first->second;
+    place.held->SetName(names.take(place.held->GetName()));
 }
 
 Nodes::Result HeldNodes::insertOne(Place &place, bool &isInserted)
@@ -75,10 +90,8 @@ Nodes::Result HeldNodes::insertOne(Place &place, bool &isInserted)
     const Nodes::ConfigNode *present = place.node.GetNode();
     if (present && parent->IndexOf(present) >= 0)
         return Nodes::Result();
-    if (!place.held) {
-        place.held = parent->GetNodesCollection()->TakeClone(place.node);
-        place.isClone = place.held != nullptr;
-    }
+    if (!place.held)
+        takeClone(place, *parent);
     if (!place.held)
         return Nodes::Result(present, Nodes::Result::NotFound,
                              nodeText(place.node) + " outside of the tree");
@@ -117,6 +130,7 @@ Nodes::Result HeldNodes::insertAll()
 Nodes::Result HeldNodes::insert()
 {
     const Nodes::Result result = insertAll();
+    m_names.clear();
     for (Place &place : m_places) {
         giveBack(place);
         place.isClone = false;

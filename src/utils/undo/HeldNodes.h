@@ -2,10 +2,12 @@
 
 #include "utils/UtilsExport.h"
 
+#include "nodes/model/FreeNames.h"
 #include "nodes/model/links/CutLinks.h"
 #include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Result.h"
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -46,12 +48,14 @@ private:
     };
 
     static Nodes::Result locate(Place &place);
-    static Nodes::Result insertOne(Place &place, bool &isInserted);
+    Nodes::Result insertOne(Place &place, bool &isInserted);
+    void takeClone(Place &place, const Nodes::ConfigNode &parent);
     static void giveBack(Place &place);
     Nodes::Result insertAll();
 
     std::vector<Place> m_places;
     Nodes::CutLinks m_links;
+    std::map<const Nodes::ConfigNode *, Nodes::FreeNames> m_names; // while clones are inserted
 };
 
 } // namespace Utils

@@ -2,6 +2,7 @@
 
 #include <QGraphicsScene>
 #include <QGraphicsWidget>
+#include <QPointer>
 
 namespace Widgets {
 
@@ -13,29 +14,33 @@ namespace Widgets {
 class BulkInsertion
 {
 public:
-    explicit BulkInsertion(QGraphicsWidget &parent) : m_scene(parent.scene())
+    /// `last` is the child that ends the tab order of those present; null when there are none.
+    explicit BulkInsertion(QGraphicsWidget &parent, QGraphicsWidget *last = nullptr)
     {
-        if (!m_scene)
+        if (!parent.scene())
             return;
-        m_scene->addItem(&m_anchor);
-        QGraphicsWidget::setTabOrder(&parent, &m_anchor);
+        m_anchor = new QGraphicsWidget;
+        parent.scene()->addItem(m_anchor);
+        QGraphicsWidget::setTabOrder(&parent, m_anchor);
+        m_last = last ? last : m_anchor.data();
     }
+    ~BulkInsertion() { delete m_anchor; }
     BulkInsertion(const BulkInsertion &) = delete;
     BulkInsertion &operator=(const BulkInsertion &) = delete;
 
-    /// To be told of each child, null ones excepted, before the next one is made.
+    /// To be told of each child, null ones excepted, before the next one is made. No child may
+    /// leave the parent as long as this lives.
     void inserted(QGraphicsWidget *child)
     {
-        if (!child || !m_scene)
+        if (!child || !m_anchor)
             return;
         QGraphicsWidget::setTabOrder(m_last, child);
         m_last = child;
     }
 
 private:
-    QGraphicsScene *m_scene;
-    QGraphicsWidget m_anchor;
-    QGraphicsWidget *m_last = &m_anchor;
+    QPointer<QGraphicsWidget> m_anchor; // a scene that goes first takes it along
+    QGraphicsWidget *m_last = nullptr;
 };
 
 } // namespace Widgets

@@ -16,8 +16,6 @@
 
 #include <utility>
 
-#include <utility>
-
 namespace Widgets {
 
 ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::WindowFlags flags,
@@ -31,7 +29,7 @@ ProxyLayer::ProxyLayer(Nodes::ConfigNode *node, QGraphicsScene *scene, Qt::Windo
         scene->addItem(this);
     if (!m_node)
         return;
-    connect(this, &ProxyLayer::nodeAdded, this, &ProxyLayer::addWidget);
+    connect(this, &ProxyLayer::nodeAdded, this, &ProxyLayer::insertWidget);
     connect(this, &ProxyLayer::nodeRemoved, this, &ProxyLayer::onNodeRemoved);
 }
 
@@ -68,6 +66,26 @@ void ProxyLayer::addWidgets(const Nodes::NodeLinks &links)
         insertion.inserted(addWidget(link));
     setEnabledItems(true);
     m_isBuilt = true;
+}
+
+void ProxyLayer::insertWidget(const Nodes::NodeLink &link)
+{
+    ProxyWidget *host = addWidget(link);
+    if (!host)
+        return;
+    if (m_burst)
+        m_burst->inserted(host);
+    else if (m_isBursting)
+        m_burst = std::make_unique<BulkInsertion>(*this, host); // Qt has put it at the end
+    else
+        QTimer::singleShot(0, this, &ProxyLayer::endBurst);
+    m_isBursting = true;
+}
+
+void ProxyLayer::endBurst()
+{
+    m_burst.reset();
+    m_isBursting = false;
 }
 
 void ProxyLayer::follow(bool withProperties)
@@ -207,6 +225,7 @@ void ProxyLayer::drop(ProxyWidget &host)
 {
     if (IWidget *element = host.element())
         element->stop();
+    endBurst();
     IdleDeleter *busy = nullptr;
     for (QGraphicsView *shown : host.scene() ? host.scene()->views() : QList<QGraphicsView *>()) {
         auto *view = dynamic_cast<IdleDeleter *>(shown);

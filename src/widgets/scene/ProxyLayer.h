@@ -23,6 +23,7 @@ class ConfigNode;
 
 namespace Widgets {
 
+class BulkInsertion;
 class ProxyWidget;
 
 /// One layer of a scene: parent item of its elements' hosts, in scene coordinates. Follows the
@@ -91,6 +92,8 @@ private:
                SceneContextPtr context);
 
     void addWidgets(const Nodes::NodeLinks &links);
+    void insertWidget(const Nodes::NodeLink &link);
+    void endBurst();
     void follow(bool withProperties);
     void followAncestors();
     void onAncestorMoved();
@@ -112,6 +115,9 @@ private:
     bool m_isRestackDue = false;
     bool m_isBuilt = false; // the elements present at construction are hosted
     QMultiHash<unsigned long, QPointer<ProxyWidget>> m_hosts; // by id of the element's node
+    // Of elements that come one after the other before anything else happens.
+    std::unique_ptr<BulkInsertion> m_burst;
+    bool m_isBursting = false;
     Utils::NodeRelay m_relay;
     std::vector<std::unique_ptr<Utils::NodeRelay>> m_ancestors;
 };
