@@ -11,6 +11,7 @@
 #include "nodes/actions/kinds/actionNodeCommand.h"
 #include "nodes/actions/kinds/actionOverrideCursor.h"
 #include "nodes/actions/kinds/actionPlaySound.h"
+#include "nodes/actions/kinds/actionReport.h"
 #include "nodes/actions/kinds/actionRestoreCursor.h"
 #include "nodes/actions/kinds/actionShowAlarms.h"
 #include "nodes/actions/kinds/actionShowMenu.h"
@@ -180,6 +181,7 @@ void addActions(KindTable &table)
     table.Add(actionNodeCommand::Kind());
     table.Add(actionOverrideCursor::Kind());
     table.Add(actionPlaySound::Kind());
+    table.Add(actionReport::Kind());
     table.Add(actionRestoreCursor::Kind());
     table.Add(actionShowAlarms::Kind());
     table.Add(actionShowProblems::Kind());

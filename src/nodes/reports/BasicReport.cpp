@@ -32,10 +32,10 @@ KindInfo BasicReport::Kind()
         .Children({signalType, variableType, summaryType, eventsType, alarmsType});
 }
 
-std::vector<std::pair<std::string, std::string>> BasicReport::GetVariables() const
+BasicReport::Variables BasicReport::VariablesBelow(const ConfigNode &below)
 {
-    std::vector<std::pair<std::string, std::string>> variables;
-    for (const ConfigNode *node : GetObjects(variableType))
+    Variables variables;
+    for (const ConfigNode *node : below.GetObjects(variableType))
         variables.emplace_back(node->GetName(),
                                static_cast<const reportVariable *>(node)->GetValue());
     return variables;

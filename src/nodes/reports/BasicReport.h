@@ -31,7 +31,10 @@ public:
     /// What it is about until the operator chooses.
     enReportPeriod GetPeriod() const { return enReportPeriod(m_period); }
     /// Names and values, in order.
-    std::vector<std::pair<std::string, std::string>> GetVariables() const;
+    using Variables = std::vector<std::pair<std::string, std::string>>;
+    Variables GetVariables() const { return VariablesBelow(*this); }
+    /// Those that are children of a node.
+    static Variables VariablesBelow(const ConfigNode &node);
     /// Owned by the report; they may refer to signals that are gone.
     std::vector<ReportSignalInfo *> GetSignals() const;
     /// All of its data sources in order, signals among them.

@@ -85,8 +85,9 @@ Result BasicSignal::WriteValue(const SignalValue &value)
     if (result)
         result = route->Write(*this, converted);
     const SignalValue &wanted = converted.IsError() ? value : converted;
-    StoreAct(*this, result,
-             {"Запись значения", "Запись отклонена", old.ToString(), wanted.ToString()});
+    if (!result || IsJournalled())
+        StoreAct(*this, result,
+                 {"Запись значения", "Запись отклонена", old.ToString(), wanted.ToString()});
     return result;
 }
 

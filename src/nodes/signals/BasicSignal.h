@@ -85,6 +85,8 @@ protected:
     /// Hands the checked value to the source: unless the kind knows better, to the write target;
     /// NotAvailable without one. Called on the GUI thread and must not wait for a device.
     virtual Result DoWrite(const SignalValue &value);
+    /// Whether writes that were done are journalled; refusals always are.
+    virtual bool IsJournalled() const { return true; }
     void OnLeftTree() const override;
     void OnEnteredTree() const override;
 

@@ -10,7 +10,9 @@ KindInfo memorySignal::Kind()
     return KindBuilder::For<memorySignal>("memorySignal", "Memory signal", "Внутренний сигнал")
         .Inherit<BasicSignal>()
         .Property<&memorySignal::m_initialValue>(Prop::Initial, "Initial value",
-                                                 "Начальное значение");
+                                                 "Начальное значение")
+        .Property<&memorySignal::m_isJournalled>(Prop::Journal, "Writes are journalled",
+                                                 "Записи попадают в журнал");
 }
 
 Result memorySignal::Start()

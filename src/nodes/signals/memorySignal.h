@@ -13,6 +13,7 @@ public:
     struct Prop : BasicSignal::Prop
     {
         static constexpr PropertyId<std::string> Initial{5101, "initial"};
+        static constexpr PropertyId<bool> Journal{27200, "journal"};
     };
 
     static KindInfo Kind();
@@ -22,9 +23,11 @@ public:
 
 protected:
     Result DoWrite(const SignalValue &value) override;
+    bool IsJournalled() const override { return m_isJournalled; }
 
 private:
     std::string m_initialValue;
+    bool m_isJournalled = true; // what screens keep for themselves is no news to anybody
 };
 
 } // namespace Nodes

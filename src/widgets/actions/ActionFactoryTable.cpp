@@ -11,6 +11,7 @@
 #include "widgets/actions/kinds/qactionNodeCommand.h"
 #include "widgets/actions/kinds/qactionOverrideCursor.h"
 #include "widgets/actions/kinds/qactionPlaySound.h"
+#include "widgets/actions/kinds/qactionReport.h"
 #include "widgets/actions/kinds/qactionRestoreCursor.h"
 #include "widgets/actions/kinds/qactionShowAlarms.h"
 #include "widgets/actions/kinds/qactionShowMenu.h"
@@ -59,6 +60,7 @@ constexpr Row rows[] = {
     runs<qactionShowAlarms>(),
     runs<qactionShowProblems>(),
     runs<qactionShowTrend>(),
+    runs<qactionReport>(),
     runs<qactionArchiverDBMgr>(),
 };
 static_assert(Nodes::AreDistinct(rows), "two actions for one kind: look at their Node");

@@ -16,6 +16,7 @@
 #include "widgets/eventlist/filter/EventFilterDialog.h"
 #include "widgets/events/details/AlarmLimitsDialog.h"
 #include "widgets/events/details/AlarmNoteDialog.h"
+#include "widgets/reports/display/ReportDialog.h"
 #include "widgets/reports/display/ReportIntervalDialog.h"
 #include "widgets/tools/ArchiverDBMgrDialog.h"
 #include "widgets/tools/problems/ProblemsDialog.h"
@@ -114,6 +115,7 @@ const bool isInstalled = Dialogs::install({
     {DateIntervalWidget::Key, onParent<DateIntervalWidget>},
     {EventFilterDialog::Key, eventSources},
     {ReportIntervalDialog::Key, onParent<ReportIntervalDialog>},
+    {ReportDialog::Key, onParent<ReportDialog>, several, endsWithUser},
     {TrendDialog::Key, onParent<TrendDialog>, several, endsWithUser},
 });
 

@@ -72,6 +72,7 @@ private slots:
     void initTestCase() { KindTable::Instance().Add(NotingDriver::Kind()); }
     void driverTakesTheWritesInOrder();
     void otherStationsNeedARoute();
+    void ownSignalsOfScreens();
 };
 
 void TestWriteRoute::driverTakesTheWritesInOrder()
@@ -130,6 +131,20 @@ void TestWriteRoute::otherStationsNeedARoute()
     QCOMPARE(signal->WriteValue(1.0).GetType(), Result::NotAvailable);
     QCOMPARE(plant.journalledText("Запись значения").size(), std::size_t(2));
     QCOMPARE(plant.journalledText("Запись отклонена").size(), std::size_t(6));
+}
+
+void TestWriteRoute::ownSignalsOfScreens()
+{
+    const QTemporaryDir directory;
+    CoreFixture plant(directory);
+    QVERIFY(plant.core.Start());
+    auto *page = plant.add<BasicSignal>("memorySignal", plant.root(), "page",
+                                        {{"writable", "true"}, {"journal", "false"}});
+    QVERIFY(page->WriteValue(7.0));
+    QCOMPARE(page->GetValue().ToDouble(), 7.0);
+    QVERIFY(!page->WriteValue(700.0));
+    QCOMPARE(plant.journalledText("Запись значения").size(), std::size_t(0));
+    QCOMPARE(plant.journalledText("Запись отклонена").size(), std::size_t(1)); // refusals always
 }
 
 QTEST_GUILESS_MAIN(TestWriteRoute)

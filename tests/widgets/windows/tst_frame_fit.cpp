@@ -173,6 +173,8 @@ private slots:
         QVERIFY(tabs && tabs->isVisible() && !FrameTabs::of(*project.manager->getFrame(1)));
         QEvent enter(QEvent::Enter);
         QApplication::sendEvent(tabs, &enter);
+        QVERIFY(!tabs->isOpen()); // the pointer may only pass
+        QTRY_VERIFY(tabs->isOpen());
         const auto buttons = tabs->findChildren<QPushButton *>();
         QCOMPARE(buttons.size(), 2);
         QVERIFY(main->rect().contains(tabs->geometry()));

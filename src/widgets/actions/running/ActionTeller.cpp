@@ -23,7 +23,7 @@ ActionTeller &ActionTeller::instance()
 }
 
 // It does not take the keyboard away from what is being entered.
-RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
+RefusalBox *ActionTeller::makeNotice(const QString &title, int display, QMessageBox::Icon icon)
 {
     QWidget *modal = QApplication::activeModalWidget();
     const DesktopContext *desktop = DesktopContext::current();
@@ -32,7 +32,7 @@ RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
     request.parent = modal ? modal : frame;
     request.display = display;
     auto *box = Dialogs::make<RefusalBox>(request);
-    box->setIcon(QMessageBox::Warning);
+    box->setIcon(icon);
     box->setWindowTitle(title);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -41,7 +41,8 @@ RefusalBox *ActionTeller::makeNotice(const QString &title, int display)
     return box;
 }
 
-void ActionTeller::notify(const QString &title, const QString &text, std::optional<int> display)
+void ActionTeller::notify(const QString &title, const QString &text, std::optional<int> display,
+                          QMessageBox::Icon icon)
 {
     QPointer<RefusalBox> &notice = m_notices[title];
     if (notice && notice->isVisible()) {
@@ -50,7 +51,7 @@ void ActionTeller::notify(const QString &title, const QString &text, std::option
         return;
     }
     const int number = display.value_or(ScreenNumber(QApplication::activeWindow()));
-    notice = makeNotice(title, number);
+    notice = makeNotice(title, number, icon);
     notice->add(text);
     notice->show();
 }

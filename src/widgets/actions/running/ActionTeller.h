@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include <QHash>
+#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
@@ -28,7 +29,8 @@ public:
 
     /// Beside the operator's work: nobody has to answer it. On a 0-based display, or that of the
     /// active window.
-    void notify(const QString &title, const QString &text, std::optional<int> display);
+    void notify(const QString &title, const QString &text, std::optional<int> display,
+                QMessageBox::Icon icon = QMessageBox::Warning);
     /// "Внимание", modal, for what was entered into an element; returns when it was answered, or at
     /// once when such a box is up already, which then tells this too.
     void warn(const QString &text);
@@ -39,7 +41,7 @@ public:
 
 private:
     using QObject::QObject;
-    static RefusalBox *makeNotice(const QString &title, int display);
+    static RefusalBox *makeNotice(const QString &title, int display, QMessageBox::Icon icon);
 
     QHash<QString, QPointer<RefusalBox>> m_notices; ///< by title
     QPointer<RefusalBox> m_warning;

@@ -2,9 +2,9 @@
 
 #include "widgets/reports/data/ReportModelTable.h"
 
+#include "nodes/auth/ActingUser.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/NodesCollection.h"
-#include "nodes/reports/BasicReport.h"
 #include "nodes/reports/data/BasicReportSource.h"
 #include "nodes/reports/time/LocalCalendar.h"
 #include "nodes/reports/time/shiftTable.h"
@@ -26,7 +26,11 @@ namespace {
 QString userName(const Nodes::systemCore &core)
 {
     const Nodes::systemAuthentication *users = core.GetSystemAuthentication();
-    const Nodes::ConfigNode *user = users ? users->GetCurrentUser().GetNode() : nullptr;
+    const Nodes::ActingUser *acting = users ? Nodes::ActingScope::Of(*users) : nullptr;
+    const Nodes::NodeLink link = acting  ? acting->user
+                                 : users ? users->GetCurrentUser()
+                                         : Nodes::NodeLink();
+    const Nodes::ConfigNode *user = link.GetNode();
     if (!user)
         return {};
     const std::string &name = user->GetDescription();
@@ -65,7 +69,8 @@ QString ReportSetup::templatePath(const Nodes::BasicReport &report, const Nodes:
 
 void ReportSetup::setVariables(LimeReport::ReportEngine &engine, const Nodes::BasicReport &report,
                                const Nodes::systemCore &core, Nodes::enReportPeriod period,
-                               const Nodes::ReportSpan &span)
+                               const Nodes::ReportSpan &span,
+                               const Nodes::BasicReport::Variables &given)
 {
     const Nodes::ShiftPlan shifts = Nodes::shiftTable::PlanOf(core.GetNodesCollection());
     const Nodes::Timestamp now = Nodes::Clock::Current().Now();
@@ -86,8 +91,9 @@ void ReportSetup::setVariables(LimeReport::ReportEngine &engine, const Nodes::Ba
     manager->clearUserVariables(); // of the report before
     for (const auto &[name, value] : told)
         manager->setReportVariable(QLatin1String(name), QString::fromStdString(value));
-    for (const auto &[name, value] : report.GetVariables())
-        manager->setReportVariable(QString::fromStdString(name), QString::fromStdString(value));
+    for (const auto &variables : {report.GetVariables(), given})
+        for (const auto &[name, value] : variables)
+            manager->setReportVariable(QString::fromStdString(name), QString::fromStdString(value));
 }
 
 QList<ReportModelTable *> ReportSetup::addModels(LimeReport::ReportEngine &engine,

@@ -3,7 +3,7 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/reports/export/ExportSheet.h"
 
-#include "nodes/reports/time/ReportPeriod.h"
+#include "nodes/reports/BasicReport.h"
 
 #include <QList>
 #include <QString>
@@ -15,9 +15,8 @@ class ReportEngine;
 }
 
 namespace Nodes {
-class BasicReport;
 class systemCore;
-} // namespace Nodes
+}
 
 namespace Widgets {
 
@@ -31,10 +30,11 @@ namespace ReportSetup {
 WIDGETS_EXPORT QString templatePath(const Nodes::BasicReport &report,
                                     const Nodes::systemCore &core);
 /// Sets what the station tells of the report (see docs/reports.md) and, over that, the variables of
-/// its node.
+/// its node, and over those the ones given.
 WIDGETS_EXPORT void setVariables(LimeReport::ReportEngine &engine, const Nodes::BasicReport &report,
                                  const Nodes::systemCore &core, Nodes::enReportPeriod period,
-                                 const Nodes::ReportSpan &span);
+                                 const Nodes::ReportSpan &span,
+                                 const Nodes::BasicReport::Variables &given = {});
 /// One model for each data source of the report, known to the engine by the source's name and owned
 /// by the engine.
 WIDGETS_EXPORT QList<ReportModelTable *>

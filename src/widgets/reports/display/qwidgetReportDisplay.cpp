@@ -12,7 +12,6 @@
 #include "widgets/reports/export/DataExport.h"
 
 #include "nodes/auth/systemAuthentication.h"
-#include "nodes/reports/BasicReport.h"
 #include "nodes/reports/data/ReportQuestion.h"
 #include "nodes/reports/time/shiftTable.h"
 #include "nodes/system/systemCore.h"
@@ -257,7 +256,7 @@ void qwidgetReportDisplay::updateReport(bool fetch)
         return;
     const Nodes::ShiftPlan shifts = Nodes::shiftTable::PlanOf(core->GetNodesCollection());
     m_span = m_choice.spanAt(Nodes::Clock::Current().Now(), shifts);
-    ReportSetup::setVariables(*m_engine, *report, *core, m_choice.period, m_span);
+    ReportSetup::setVariables(*m_engine, *report, *core, m_choice.period, m_span, m_variables);
     m_models = ReportSetup::addModels(*m_engine, *report, &m_pool);
     for (ReportModelTable *model : qAsConst(m_models)) {
         connect(model, &ReportModelTable::dataUpdated, this, &qwidgetReportDisplay::onDataUpdated);

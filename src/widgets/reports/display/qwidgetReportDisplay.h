@@ -5,6 +5,7 @@
 #include "widgets/elements/binding/ElementBinding.h"
 #include "widgets/reports/display/ReportChoice.h"
 
+#include "nodes/reports/BasicReport.h"
 #include "nodes/values/Connection.h"
 #include "nodes/visual/elements/widgetReportDisplay.h"
 
@@ -21,10 +22,6 @@ namespace LimeReport {
 class PreviewReportWidget;
 class ReportEngine;
 } // namespace LimeReport
-
-namespace Nodes {
-class BasicReport;
-}
 
 namespace Widgets {
 
@@ -57,6 +54,9 @@ public:
     /// Interval of the chosen report, from the next time on that it is made.
     void setChoice(const ReportChoice &choice);
     const ReportChoice &choice() const { return m_choice; }
+    /// The same without keeping it for the next time, and with variables in place of the report's
+    /// own; made at once when the element is shown already.
+    void present(const ReportChoice &choice, const Nodes::BasicReport::Variables &variables);
 
     const PropertyBindings &bindings() const override;
 
@@ -114,7 +114,8 @@ private:
     bool m_isLoaded = false;            // the template of the chosen report is in the engine
     Nodes::NodeLink m_user;             // for whom it was made
     ReportChoice m_choice;
-    Nodes::ReportSpan m_span; // that the models are of
+    Nodes::BasicReport::Variables m_variables; // in place of the report's own
+    Nodes::ReportSpan m_span;                  // that the models are of
     int m_pending = 0;
     Nodes::ScopedConnection m_userConnection;
     ElementBinding m_binding;

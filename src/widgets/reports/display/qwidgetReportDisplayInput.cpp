@@ -11,7 +11,6 @@
 #include "widgets/reports/export/DataExport.h"
 
 #include "nodes/auth/systemAuthentication.h"
-#include "nodes/reports/BasicReport.h"
 #include "nodes/reports/time/shiftTable.h"
 #include "nodes/system/systemCore.h"
 #include "nodes/values/Clock.h"
@@ -38,6 +37,15 @@ void qwidgetReportDisplay::setChoice(const ReportChoice &choice)
     const Nodes::systemCore *core = context().model();
     if (report && core)
         (void)ReportChoiceStore(*core).save(*report, choice); // what fails is in the log
+}
+
+void qwidgetReportDisplay::present(const ReportChoice &choice,
+                                   const Nodes::BasicReport::Variables &variables)
+{
+    m_choice = choice;
+    m_variables = variables;
+    if (isActive())
+        generate();
 }
 
 void qwidgetReportDisplay::askInterval()

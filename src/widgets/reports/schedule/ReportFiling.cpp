@@ -3,6 +3,7 @@
 #include "widgets/reports/data/ReportModelTable.h"
 #include "widgets/reports/data/ReportSetup.h"
 #include "widgets/reports/export/DataExport.h"
+#include "widgets/reports/printing/PrintCommand.h"
 
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/data/ReportQuestion.h"
@@ -11,6 +12,8 @@
 #include "nodes/values/Clock.h"
 
 #include <lrreportengine.h>
+
+#include <utility>
 
 namespace Widgets {
 
@@ -32,11 +35,6 @@ QString endingOf(Nodes::reportSchedule::enReportFormat format)
     return QStringLiteral("pdf");
 }
 
-Nodes::reportSchedule *scheduleOf(const Nodes::NodeLink &link)
-{
-    return dynamic_cast<Nodes::reportSchedule *>(link.GetNode());
-}
-
 } // namespace
 
 ReportFiling::ReportFiling(const Nodes::systemCore &core, QObject *parent)
@@ -50,6 +48,8 @@ ReportFiling::ReportFiling(const Nodes::systemCore &core, QObject *parent)
         if (m_isRunning)
             end(error.isEmpty() ? m_export->files() : QStringList(), error);
     });
+    m_print = new PrintCommand(this);
+    connect(m_print, &PrintCommand::finished, this, &ReportFiling::onPrinted);
 }
 
 ReportFiling::~ReportFiling()
@@ -57,30 +57,26 @@ ReportFiling::~ReportFiling()
     m_engine.reset();
     m_pool.clear();
     m_pool.waitForDone();
+    if (m_job.isPrinted && !m_file.isEmpty())
+        ReportFolder::removeTemporary(m_file);
 }
 
-void ReportFiling::start(const Nodes::reportSchedule &schedule, const Nodes::ReportSpan &span)
+void ReportFiling::start(const ReportJob &job)
 {
     m_isRunning = true;
-    m_schedule = schedule.GetNodeLink();
-    m_span = span;
+    m_job = job;
     m_file.clear();
     m_models.clear();
     m_engine.reset();
-    std::string folder;
-    const Nodes::Result found = schedule.FindFolder(folder);
-    if (!found) {
-        m_placed.inlet()({{},
-                          QStringLiteral("Папка отчётов не годится (%1). Она должна лежать внутри "
-                                         "каталога отчётов станции.")
-                              .arg(QString::fromStdString(found.GetDetail()))});
+    if (!job.error.isEmpty()) {
+        m_placed.inlet()({{}, job.error});
         return;
     }
-    const Nodes::ShiftPlan shifts = Nodes::shiftTable::PlanOf(m_core.GetNodesCollection());
-    const QString name = QString::fromStdString(schedule.FileNameOf(span, shifts));
-    const QString ending = endingOf(schedule.GetFormat());
-    m_pool.start([inlet = m_placed.inlet(), directory = QString::fromStdString(folder), name,
-                  ending] { inlet(ReportFolder::prepare(directory, name, ending)); });
+    m_pool.start([inlet = m_placed.inlet(), job] {
+        const QString ending = job.isPrinted ? QStringLiteral("pdf") : endingOf(job.format);
+        inlet(job.isPrinted ? ReportFolder::prepareTemporary(job.name, ending)
+                            : ReportFolder::prepare(job.folder, job.name, ending));
+    });
 }
 
 void ReportFiling::onPlaced(const ReportFolder::Place &place)
@@ -88,13 +84,21 @@ void ReportFiling::onPlaced(const ReportFolder::Place &place)
     if (!place.error.isEmpty())
         return end({}, place.error);
     m_file = place.file;
-    if (!load())
-        return;
+    // Only while nothing waits: whoever acts is not to lend the rights to others.
+    std::optional<Nodes::ActingScope> acting;
+    if (m_job.user)
+        acting.emplace(*m_job.user);
+    if (load())
+        readData();
+}
+
+void ReportFiling::readData()
+{
     Nodes::ReportOrder order;
     order.core = &m_core;
-    order.span = m_span;
+    order.span = m_job.span;
     order.shifts = Nodes::shiftTable::PlanOf(m_core.GetNodesCollection());
-    order.reader = Nodes::HistoryReader::Station;
+    order.reader = m_job.user ? Nodes::HistoryReader::CurrentUser : Nodes::HistoryReader::Station;
     order.now = Nodes::Clock::Current().Now();
     m_pending = m_models.size();
     for (ReportModelTable *model : qAsConst(m_models)) {
@@ -107,8 +111,7 @@ void ReportFiling::onPlaced(const ReportFolder::Place &place)
 
 bool ReportFiling::load()
 {
-    const Nodes::reportSchedule *schedule = scheduleOf(m_schedule);
-    const Nodes::BasicReport *report = schedule ? schedule->GetReport() : nullptr;
+    const auto *report = dynamic_cast<const Nodes::BasicReport *>(m_job.report.GetNode());
     if (!report) {
         end({}, QStringLiteral("Отчёт удалён из проекта."));
         return false;
@@ -122,7 +125,8 @@ bool ReportFiling::load()
             QStringLiteral("Шаблон отчёта «%1» не читается: %2.").arg(path, m_engine->lastError()));
         return false;
     }
-    ReportSetup::setVariables(*m_engine, *report, m_core, schedule->GetPeriod(), m_span);
+    ReportSetup::setVariables(*m_engine, *report, m_core, m_job.period, m_job.span,
+                              m_job.variables);
     m_models = ReportSetup::addModels(*m_engine, *report, &m_pool);
     return true;
 }
@@ -135,28 +139,37 @@ void ReportFiling::onDataUpdated()
 
 void ReportFiling::write()
 {
-    const Nodes::reportSchedule *schedule = scheduleOf(m_schedule);
-    if (!schedule)
-        return end({}, QStringLiteral("Расписание отчёта удалено из проекта."));
-    if (schedule->GetFormat() == Nodes::reportSchedule::FormatPdf) {
+    if (m_job.isPrinted || m_job.format == Nodes::reportSchedule::FormatPdf) {
         if (!m_engine->startPdf(m_file))
             end({}, m_engine->lastError());
         return;
     }
-    const bool isXlsx = schedule->GetFormat() == Nodes::reportSchedule::FormatXlsx;
+    const bool isXlsx = m_job.format == Nodes::reportSchedule::FormatXlsx;
     m_export->start(m_file, isXlsx ? DataExport::Format::Xlsx : DataExport::Format::Csv,
                     ReportSetup::sheets(m_models));
 }
 
 void ReportFiling::onSaved(const QString &file, const QString &error)
 {
-    if (m_isRunning)
+    if (!m_isRunning)
+        return;
+    if (m_job.isPrinted && error.isEmpty())
+        m_print->start(file, m_job.printer, m_job.name);
+    else
         end(error.isEmpty() ? QStringList{file} : QStringList(), error);
+}
+
+void ReportFiling::onPrinted(const QString &error)
+{
+    if (m_isRunning)
+        end({}, error);
 }
 
 void ReportFiling::end(const QStringList &files, const QString &error)
 {
     m_isRunning = false;
+    if (m_job.isPrinted && !m_file.isEmpty())
+        m_pool.start([file = std::exchange(m_file, {})] { ReportFolder::removeTemporary(file); });
     QStringList faults{ReportSetup::faults(m_models)};
     if (m_engine && error.isEmpty())
         faults << m_engine->lastError().split(QLatin1Char('\n'));

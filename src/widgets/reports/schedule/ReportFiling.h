@@ -2,8 +2,8 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/reports/schedule/ReportFolder.h"
+#include "widgets/reports/schedule/ReportJob.h"
 
-#include "nodes/reports/schedule/reportSchedule.h"
 #include "utils/relay/QueueRelay.h"
 
 #include <QList>
@@ -23,10 +23,11 @@ class systemCore;
 namespace Widgets {
 
 class DataExport;
+class PrintCommand;
 class ReportModelTable;
 
-/// Makes one report into a file, whoever is logged in: finds its place, reads its data and renders
-/// it, all of it off the GUI thread. Used once, or again after finished(). GUI thread.
+/// Makes one report into a file, or prints it: finds its place, reads its data and renders it, all
+/// of it off the GUI thread. Used once, or again after finished(). GUI thread.
 class WIDGETS_EXPORT ReportFiling : public QObject
 {
     Q_OBJECT
@@ -37,12 +38,12 @@ public:
     ~ReportFiling() override;
 
     /// finished() follows.
-    void start(const Nodes::reportSchedule &schedule, const Nodes::ReportSpan &span);
+    void start(const ReportJob &job);
     bool isRunning() const { return m_isRunning; }
 
 signals:
-    /// `error` is "" after success, else what is wrong, for operators, and there are no files.
-    /// `faults`: what is missing in the report.
+    /// `error` is "" after success, else what is wrong, for operators, and there are no files;
+    /// there are none of a printed one either. `faults`: what is missing in the report.
     void finished(const QStringList &files, const QString &error, const QString &faults);
 
 private:
@@ -50,7 +51,9 @@ private:
     bool load();
     void onDataUpdated();
     void write();
+    void readData();
     void onSaved(const QString &file, const QString &error);
+    void onPrinted(const QString &error);
     void end(const QStringList &files, const QString &error);
 
     const Nodes::systemCore &m_core;
@@ -58,8 +61,8 @@ private:
     std::unique_ptr<LimeReport::ReportEngine> m_engine;
     DataExport *m_export;
     QList<ReportModelTable *> m_models; // owned by the engine
-    Nodes::NodeLink m_schedule;
-    Nodes::ReportSpan m_span;
+    PrintCommand *m_print;
+    ReportJob m_job;
     QString m_file;
     int m_pending = 0;
     bool m_isRunning = false;

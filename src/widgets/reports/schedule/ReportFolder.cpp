@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 namespace Widgets {
 
@@ -31,6 +32,23 @@ ReportFolder::Place ReportFolder::prepare(const QString &folder, const QString &
             return {file, {}};
     }
     return {{}, QStringLiteral("В папке «%1» слишком много файлов «%2».").arg(shown, name)};
+}
+
+ReportFolder::Place ReportFolder::prepareTemporary(const QString &name, const QString &ending)
+{
+    QTemporaryDir directory(QDir::temp().filePath(QStringLiteral("report-XXXXXX")));
+    directory.setAutoRemove(false);
+    if (directory.isValid())
+        return {directory.filePath(name + QLatin1Char('.') + ending), {}};
+    return {{},
+            QStringLiteral("В папке «%1» нет места для печати. Освободите место на диске.")
+                .arg(QDir::toNativeSeparators(QDir::tempPath()))};
+}
+
+void ReportFolder::removeTemporary(const QString &file)
+{
+    QFile::remove(file);
+    QDir().rmdir(QFileInfo(file).path());
 }
 
 QStringList ReportFolder::remove(const QStringList &files)

@@ -13,8 +13,9 @@ namespace Widgets {
 
 namespace {
 
-constexpr QSize gripSize(96, 6); // pixels
-constexpr int buttonHeight = 44; // what a finger hits
+constexpr QSize gripSize(96, 4);       // pixels; what stands at the edge is a few pixels below it
+constexpr int restBeforeOpening = 250; // ms
+constexpr int buttonHeight = 44;       // what a finger hits
 constexpr int margin = 4;
 constexpr int fontPixels = 15;
 
@@ -57,6 +58,9 @@ FrameTabs::FrameTabs(QWidget &frame, const QVector<QPointer<QWidget>> &frames)
     for (const QPointer<QWidget> &other : frames)
         addButton(*other);
     frame.installEventFilter(this);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(restBeforeOpening);
+    connect(&m_rest, &QTimer::timeout, this, [this] { setOpen(true); });
     setOpen(false);
     raise();
     show();
@@ -88,6 +92,7 @@ void FrameTabs::addButton(QWidget &frame)
 void FrameTabs::setOpen(bool isOpen)
 {
     m_isOpen = isOpen;
+    m_rest.stop();
     for (QPushButton *button : qAsConst(m_buttons))
         button->setVisible(isOpen);
     for (int i = 0; i < m_buttons.size(); ++i)
@@ -109,9 +114,11 @@ bool FrameTabs::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+// A pointer that only passes, on its way to what stands below, is not to find it covered.
 void FrameTabs::enterEvent(QEvent *event)
 {
-    setOpen(true);
+    if (!m_isOpen)
+        m_rest.start();
     QWidget::enterEvent(event);
 }
 
@@ -131,7 +138,7 @@ void FrameTabs::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.fillRect(rect(), ground);
     if (!m_isOpen)
-        painter.fillRect(rect().adjusted(6, 2, -6, -2), mark);
+        painter.fillRect(rect().adjusted(6, 1, -6, -1), mark);
 }
 
 } // namespace Widgets

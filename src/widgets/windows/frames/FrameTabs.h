@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include <QPointer>
+#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
@@ -11,8 +12,8 @@ class QPushButton;
 namespace Widgets {
 
 /// Leads from one frame to the others that share its display: a narrow grip in the middle of the
-/// upper edge, which opens to a row of buttons under the pointer or a finger, so that it covers
-/// nothing of the frame while it is not asked for.
+/// upper edge, which opens to a row of buttons under a finger or a pointer that rests on it, so
+/// that it covers nothing of the frame while it is not asked for.
 class WIDGETS_EXPORT FrameTabs : public QWidget
 {
     Q_OBJECT
@@ -43,6 +44,7 @@ private:
     QVector<QPushButton *> m_buttons;
     QVector<QPointer<QWidget>> m_frames;
     bool m_isOpen = false;
+    QTimer m_rest; ///< runs while the pointer rests on the grip
 };
 
 } // namespace Widgets
