@@ -154,7 +154,9 @@ const Widgets::SceneEditRow &editRow(std::size_t index)
 template <std::size_t index> bool canRun(Workspace &workspace)
 {
     Widgets::SceneEditor *editor = canEdit(workspace) ? editorOf(workspace) : nullptr;
-    return editor && editor->selection().count() >= editRow(index).minimum;
+    const Widgets::SceneEditRow &row = editRow(index);
+    return editor && editor->selection().count() >= row.minimum &&
+           (!row.isPossible || row.isPossible(editor->tableEdits().edited()));
 }
 
 template <std::size_t index> void run(Workspace &workspace)

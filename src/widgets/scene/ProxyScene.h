@@ -112,6 +112,9 @@ public:
     void onMoveFinished() override;
     void takeSelected(ProxyWidget &host, bool on) override;
     void takePressed(ProxyWidget &host) override;
+    void takePicked(ProxyWidget &host) override;
+    void takeEntered(ProxyWidget &host) override;
+    void takePlaced(ProxyWidget &host) override;
     bool hasGrabbers(const ProxyWidget &host) const override;
     void drag(const DragMotion &motion) override;
     void finishDrag() override;

@@ -148,6 +148,8 @@ void ProxyScene::takeScale()
     const SceneEditor *tool = m_editor.get();
     for (ProxyWidget *host : tool ? tool->selection().hosts() : QList<ProxyWidget *>())
         host->setCornerPositions(QRectF());
+    if (m_editor)
+        m_editor->refreshMarks();
 }
 
 void ProxyScene::takeSelected(ProxyWidget &host, bool on)
@@ -160,6 +162,24 @@ void ProxyScene::takePressed(ProxyWidget &host)
 {
     if (m_editor)
         m_editor->selection().setKey(host);
+}
+
+void ProxyScene::takePicked(ProxyWidget &host)
+{
+    if (m_editor)
+        m_editor->groups().follow(host);
+}
+
+void ProxyScene::takeEntered(ProxyWidget &host)
+{
+    if (m_editor)
+        m_editor->groups().enter(host);
+}
+
+void ProxyScene::takePlaced(ProxyWidget &host)
+{
+    if (m_editor && host.isSelected())
+        m_editor->refreshMarks();
 }
 
 bool ProxyScene::hasGrabbers(const ProxyWidget &host) const

@@ -2,6 +2,7 @@
 #include "widgets/context/SceneContext.h"
 #include "widgets/scene/ProxyScene.h"
 #include "widgets/scene/ProxyView.h"
+#include "widgets/scene/editing/SceneEditor.h"
 
 #include <QApplication>
 #include <QGraphicsItem>
@@ -33,7 +34,11 @@ void ProxyView::mousePressEvent(QMouseEvent *event)
         }
     }
     QMouseEvent passed(*event);
-    if (beginsBand(*event) && event->modifiers() == Qt::ShiftModifier)
+    const bool isBand = beginsBand(*event);
+    SceneEditor *tool = proxyScene() ? proxyScene()->sceneEditor() : nullptr;
+    if (isBand && tool && event->modifiers() == Qt::NoModifier)
+        tool->groups().forget();
+    if (isBand && event->modifiers() == Qt::ShiftModifier)
         passed.setModifiers(Qt::ControlModifier); // the one by which a rubber band adds
     QGraphicsView::mousePressEvent(&passed);
     event->setAccepted(passed.isAccepted() && !context().isEditor());
@@ -53,6 +58,9 @@ void ProxyView::mouseMoveEvent(QMouseEvent *event)
 {
     if (!canScroll() || !(event->buttons() & Qt::MiddleButton)) {
         QGraphicsView::mouseMoveEvent(event);
+        SceneEditor *tool = proxyScene() ? proxyScene()->sceneEditor() : nullptr;
+        if (tool && !rubberBandRect().isNull())
+            tool->groups().complete();
         return;
     }
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + m_lastX - event->x());

@@ -212,6 +212,8 @@ void ProxyWidget::takeAll()
         m_editor->rememberGeometry();
     setCornerPositions(QRectF());
     setPositionItems(QRectF());
+    if (EditedScene *edited = editedScene())
+        edited->takePlaced(*this);
     later(&ProxyWidget::takeVisible);
     // The layer may hold the elements back: what has not changed is left to it.
     if (!locker() || locker()->isLocked() == node->isMovable())
@@ -262,6 +264,8 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
             m_editor->rememberGeometry(); // also after an undo: the next edit starts from there
         setCornerPositions(QRectF());
         setPositionItems(QRectF());
+        if (EditedScene *edited = editedScene())
+            edited->takePlaced(*this);
         break;
     default:
         break;

@@ -67,12 +67,16 @@ void ProxyWidget::forwardToView(QGraphicsSceneMouseEvent *event)
 void ProxyWidget::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (!m_context->isRuntime()) {
+        const bool wasSelected = isSelected();
         QGraphicsItem::mousePressEvent(event);
         // One that is not movable would leave it to the rubber band, which ends the selection that
         // the menu is asked for.
         if (event->button() == Qt::RightButton && (flags() & ItemIsSelectable))
             event->accept();
-        if (EditedScene *edited = isSelected() ? editedScene() : nullptr)
+        EditedScene *edited = isSelected() ? editedScene() : nullptr;
+        if (edited && !wasSelected)
+            edited->takePicked(*this);
+        if (edited)
             edited->takePressed(*this);
         return;
     }
@@ -107,6 +111,11 @@ void ProxyWidget::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
     if (editor().endsDrag())
         emit movedFinished();
     QGraphicsItem::mouseReleaseEvent(event);
+    // A click in place leaves the element alone selected, or lets it go.
+    const bool isClick = event->button() == Qt::LeftButton && (flags() & ItemIsSelectable) &&
+                         event->scenePos() == event->buttonDownScenePos(Qt::LeftButton);
+    if (EditedScene *edited = isClick ? editedScene() : nullptr)
+        edited->takePicked(*this);
 }
 
 // Accepted, so that the release which ends the double click comes here too.
@@ -114,6 +123,10 @@ void ProxyWidget::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
 {
     if (!m_context->isRuntime()) {
         QGraphicsItem::mouseDoubleClickEvent(event);
+        const bool isPlain =
+            event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier;
+        if (EditedScene *edited = isPlain && isSelected() ? editedScene() : nullptr)
+            edited->takeEntered(*this);
         return;
     }
     QGraphicsProxyWidget::mouseDoubleClickEvent(event);

@@ -5,6 +5,8 @@
 #include "widgets/scene/editing/CornerGrabber.h"
 #include "widgets/scene/editing/EditOverlay.h"
 
+#include "utils/undo/ChangePropertyCommand.h"
+
 #include <QCursor>
 #include <QGraphicsSceneMouseEvent>
 
@@ -107,6 +109,32 @@ private slots:
         QCOMPARE(editor.centre(32, 2), QPointF(200, 120)); // they follow the undo
         editor.stack.redo();
         QCOMPARE(editor.place(32), place);
+    }
+
+    // B lies above the right grabbers of A.
+    void coveredOnesAreTaken()
+    {
+        Editor editor;
+        editor.stack.push(new Utils::ChangePropertyCommand(
+            Nodes::NodeLink(33ul), Nodes::BasicWidget::Prop::X, boost::any(190)));
+        editor.select({32});
+        const QPointF at = editor.centre(32, Widgets::RightMiddle);
+        sendMouse(*editor.view.viewport(), QEvent::MouseMove, editor.view.mapFromScene(at),
+                  Qt::NoButton);
+        QCOMPARE(grabber(editor.host(32), Widgets::RightMiddle)->color(), QColor(Qt::red));
+        QCOMPARE(editor.view.viewport()->cursor().shape(), Qt::SizeHorCursor);
+        const QImage picture = editor.view.viewport()->grab().toImage();
+        QCOMPARE(picture.pixelColor(editor.view.mapFromScene(at)), QColor(Qt::white));
+        editor.drag(at, at + QPointF(20, 0));
+        QCOMPARE(editor.place(32), QRect(100, 80, 120, 40));
+        QCOMPARE(editor.place(33).x(), 190);
+        QCOMPARE(editor.selected(), QString("32"));
+        editor.press(editor.centre(32, Widgets::RightMiddle));
+        editor.move(at);
+        editor.key(Qt::Key_Escape);
+        editor.move(at - QPointF(9, 0));
+        editor.release(at);
+        QCOMPARE(editor.host(32)->geometry(), QRectF(100, 80, 120, 40));
     }
 
     void altSuspendsSnappingFromThePressOn()

@@ -4,6 +4,7 @@
 #include "widgets/scene/editing/DragAdjuster.h"
 #include "widgets/scene/editing/EditOverlay.h"
 #include "widgets/scene/editing/SceneSelection.h"
+#include "widgets/scene/editing/groups/RectScale.h"
 
 #include <algorithm>
 
@@ -52,6 +53,7 @@ void DragInteraction::begin(const DragMotion &motion)
     m_isActive = true;
     m_delta = QPointF();
     m_isMove = motion.corner == NoCorner;
+    m_isScale = !m_isMove && !motion.host;
     m_edges = m_isMove ? allEdges : cornerEdges(motion.corner);
     collect(motion);
     m_from = QRectF();
@@ -62,16 +64,16 @@ void DragInteraction::begin(const DragMotion &motion)
     emit started();
 }
 
-// Of one that is not movable only the edges follow that leave it where it is.
+// Of one that is not movable, and of no group, only the edges follow that leave it where it is.
 void DragInteraction::collect(const DragMotion &motion)
 {
     const QList<ProxyWidget *> dragged =
-        m_isMove ? m_selection.hosts() : QList<ProxyWidget *>{motion.host};
+        m_isMove || m_isScale ? m_selection.hosts() : QList<ProxyWidget *>{motion.host};
     for (ProxyWidget *host : dragged) {
         const bool isMovable = host->flags() & QGraphicsItem::ItemIsMovable;
-        if (!m_isMove && !isMovable)
+        if (!m_isMove && !m_isScale && !isMovable)
             m_edges &= ~Qt::Edges(Qt::TopEdge | Qt::LeftEdge);
-        if (!m_isMove || isMovable)
+        if (isMovable || !(m_isMove || m_isScale))
             m_moved.push_back({host, host->geometry()});
     }
 }
@@ -95,8 +97,10 @@ void DragInteraction::apply(QPointF delta)
     if (delta == m_delta)
         return;
     m_delta = delta;
+    const RectScale scale(m_from, placed(m_from, delta));
     for (const Moved &moved : m_moved)
-        place(moved, placed(moved.from, delta));
+        place(moved, m_isScale ? scale.mapped(moved.from) : placed(moved.from, delta));
+    emit moved();
 }
 
 void DragInteraction::place(const Moved &moved, const QRectF &rect) const

@@ -18,7 +18,8 @@ class ProxyWidget;
 class SceneSelection;
 
 /// One drag of the mouse: all selected elements that may move follow the pointer by one delta, or
-/// an edge or corner of one element follows it. It moves items only; the nodes hear of it when the
+/// an edge or corner of one element follows it, or one of the rectangle around a group, in which
+/// all of it is scaled. It moves items only; the nodes hear of it when the
 /// drag is let go (SelectionEdits::commitGeometry). GUI thread.
 class WIDGETS_EXPORT DragInteraction : public QObject
 {
@@ -44,6 +45,8 @@ public:
 
 signals:
     void started();
+    /// The elements are elsewhere than before.
+    void moved();
     void finished();
 
 private:
@@ -67,8 +70,9 @@ private:
     std::vector<Moved> m_moved;
     QRectF m_from; ///< around all of them
     QPointF m_delta;
-    Qt::Edges m_edges;     ///< that follow the pointer
-    bool m_isMove = false; ///< all of them, of all that is selected
+    Qt::Edges m_edges;      ///< that follow the pointer
+    bool m_isMove = false;  ///< all of them, of all that is selected
+    bool m_isScale = false; ///< of the rectangle around all that is selected
     bool m_isActive = false;
 };
 

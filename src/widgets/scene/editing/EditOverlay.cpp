@@ -2,6 +2,7 @@
 
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/SceneSelection.h"
+#include "widgets/scene/editing/groups/SceneGroups.h"
 
 #include <QFontMetricsF>
 #include <QGraphicsScene>
@@ -22,8 +23,9 @@ constexpr double farthest = 1 << 17;
 
 } // namespace
 
-EditOverlay::EditOverlay(QGraphicsScene &scene, const SceneSelection &selection)
-    : m_selection(selection)
+EditOverlay::EditOverlay(QGraphicsScene &scene, const SceneSelection &selection,
+                         const SceneGroups &groups)
+    : m_selection(selection), m_groups(groups)
 {
     setZValue(double(std::numeric_limits<int>::max()) * 2);
     setAcceptedMouseButtons(Qt::NoButton);
@@ -51,7 +53,8 @@ void EditOverlay::setFramed(bool on)
 
 void EditOverlay::refresh()
 {
-    const bool isEmpty = m_guides.isEmpty() && m_selection.count() < 2;
+    const bool isEmpty =
+        m_guides.isEmpty() && m_selection.count() < 2 && m_groups.frames().isEmpty();
     if (isEmpty && (flags() & ItemHasNoContents))
         return;
     setFlag(ItemHasNoContents, isEmpty);
@@ -73,7 +76,10 @@ void EditOverlay::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWi
     painter->setBrush(Qt::NoBrush);
     if (m_isFramed)
         paintFrames(*painter);
-    if (m_selection.count() > 1)
+    const QVector<QRectF> groups = m_groups.frames();
+    if (!groups.isEmpty())
+        paintGroups(*painter, groups);
+    if (m_selection.count() > 1 && !m_groups.isOneGroup())
         paintKey(*painter);
     if (!m_guides.isEmpty())
         paintGuides(*painter);
@@ -87,6 +93,16 @@ void EditOverlay::paintFrames(QPainter &painter) const
         frames.append(host->geometry().adjusted(-0.5, -0.5, 0.5, 0.5));
     painter.setPen(QPen(frameColor, 0));
     painter.drawRects(frames);
+}
+
+void EditOverlay::paintGroups(QPainter &painter, const QVector<QRectF> &groups) const
+{
+    constexpr double margin = SceneGroups::margin;
+    QPen pen(frameColor, 1, Qt::DashLine);
+    pen.setCosmetic(true);
+    painter.setPen(pen);
+    for (const QRectF &group : groups)
+        painter.drawRect(group.adjusted(-margin, -margin, margin, margin));
 }
 
 void EditOverlay::paintKey(QPainter &painter) const

@@ -13,7 +13,7 @@ class ProxyWidget;
 /// A motion of the mouse with the button down. Scene pixels.
 struct DragMotion
 {
-    ProxyWidget *host = nullptr; ///< what the button was pressed on
+    ProxyWidget *host = nullptr; ///< what the button was pressed on; null for a grabber of a group
     Corner corner = NoCorner;    ///< the grabber of it; none: the element as a whole
     QPointF from;                ///< where it was pressed
     QPointF to;
@@ -29,9 +29,15 @@ public:
     virtual void takeSelected(ProxyWidget &host, bool on) = 0;
     /// The element was pressed: of the selected ones it is the key element.
     virtual void takePressed(ProxyWidget &host) = 0;
+    /// The press, or its release, changed what is selected of the element's group.
+    virtual void takePicked(ProxyWidget &host) = 0;
+    /// The element was pressed twice: goes into its group.
+    virtual void takeEntered(ProxyWidget &host) = 0;
+    /// The element has another place or size than before.
+    virtual void takePlaced(ProxyWidget &host) = 0;
     /// Whether the element has grabbers when it is selected: of very many only the key one has.
     virtual bool hasGrabbers(const ProxyWidget &host) const = 0;
-    /// Moves the selected elements with the pointer, or resizes that one.
+    /// Moves the selected elements with the pointer, or resizes that one, or all as a group.
     virtual void drag(const DragMotion &motion) = 0;
     /// The button was let go: what was dragged stays where it is.
     virtual void finishDrag() = 0;

@@ -23,6 +23,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(editorLog, "station.editor")
 
+const QString enteredFormat = QStringLiteral("application/x-operatorstation-group");
+
 std::optional<LinkPaths> readPaths()
 {
     const QMimeData *data = QGuiApplication::clipboard()->mimeData();
@@ -56,7 +58,14 @@ QString failureText(const Nodes::Result &read)
 
 } // namespace
 
-void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::NodeLinks &elements)
+std::string ElementClipboard::enteredGroup()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    return data ? data->data(enteredFormat).toStdString() : std::string();
+}
+
+void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::NodeLinks &elements,
+                           const std::string &entered)
 {
     Nodes::NodesContainer nodes;
     for (const Nodes::NodeLink &link : elements)
@@ -67,6 +76,8 @@ void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::N
     auto data = std::make_unique<QMimeData>();
     data->setText(QString::fromLatin1(QByteArray::fromStdString(bytes).toHex()));
     data->setData(LinkPaths::mimeFormat(), LinkPaths(project, nodes.GetLinks()).toBytes());
+    if (!entered.empty())
+        data->setData(enteredFormat, QByteArray::fromStdString(entered));
     QGuiApplication::clipboard()->setMimeData(data.release());
 }
 

@@ -21,8 +21,12 @@ struct PasteReport;
 class WIDGETS_EXPORT ElementClipboard
 {
 public:
-    /// Puts them there; none leave it as it is.
-    static void put(const Nodes::NodesCollection &project, const Nodes::NodeLinks &elements);
+    /// Puts them there; none leave it as it is. `entered` is the group that they were chosen in,
+    /// and that they do not take along.
+    static void put(const Nodes::NodesCollection &project, const Nodes::NodeLinks &elements,
+                    const std::string &entered = {});
+    /// That group of those that are there.
+    static std::string enteredGroup();
     static bool hasElements(Nodes::NodesCollection &project);
     /// New nodes of the project, outside of its tree, their links led to what they mean in it;
     /// empty when the clipboard holds none. The report says why, and what needs a look.

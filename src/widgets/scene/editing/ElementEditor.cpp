@@ -78,7 +78,13 @@ void ElementEditor::showSelected(bool isSelected, bool hasGrabbers)
     if (!m_border)
         return;
     m_grabbers.setShown(isSelected && hasGrabbers);
+    placeGrabbers(QRectF());
     m_border->setCovered(isSelected && !hasGrabbers && m_frameType == frameOutside);
+}
+
+void ElementEditor::placeGrabbers(const QRectF &rect)
+{
+    m_grabbers.place(rect.isEmpty() ? m_host.geometry() : rect);
 }
 
 void ElementEditor::showDrop(bool isAcceptable)

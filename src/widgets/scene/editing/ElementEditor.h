@@ -42,7 +42,7 @@ public:
     /// the scene draws in place of the border.
     void showSelected(bool isSelected, bool hasGrabbers);
     /// As `place`, for the grabbers.
-    void placeGrabbers(const QRectF &rect) { m_grabbers.place(rect); }
+    void placeGrabbers(const QRectF &rect);
     /// Something is dragged over the host, which takes it or not.
     void showDrop(bool isAcceptable);
     /// It is not any more: whether it would have been taken.

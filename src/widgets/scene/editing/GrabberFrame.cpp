@@ -2,10 +2,10 @@
 
 #include "widgets/scene/editing/CornerGrabber.h"
 
-#include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Widgets {
@@ -13,17 +13,17 @@ namespace Widgets {
 namespace {
 
 // In a picture that is shown small they keep their size on the screen.
-double scaleOf(const QGraphicsItem &host)
+double scaleOf(const QGraphicsItem &owner)
 {
     constexpr double least = 0.125;
-    const QList<QGraphicsView *> views = host.scene()->views();
+    const QList<QGraphicsView *> views = owner.scene()->views();
     const double shown = views.isEmpty() ? 1 : std::abs(views.first()->transform().m11());
     return 1 / qBound(least, shown, 1.0);
 }
 
 } // namespace
 
-GrabberFrame::GrabberFrame(QGraphicsProxyWidget &host) : m_host(host) {}
+GrabberFrame::GrabberFrame(QGraphicsItem &owner) : m_owner(owner) {}
 
 GrabberFrame::~GrabberFrame()
 {
@@ -32,7 +32,7 @@ GrabberFrame::~GrabberFrame()
 
 void GrabberFrame::setShown(bool on)
 {
-    if (on == !m_grabbers.isEmpty() || !m_host.scene())
+    if (on == !m_grabbers.isEmpty() || !m_owner.scene())
         return;
     if (!on) {
         qDeleteAll(m_grabbers);
@@ -40,20 +40,18 @@ void GrabberFrame::setShown(bool on)
         return;
     }
     for (int corner = 0; corner < CornerCount; ++corner) {
-        auto *grabber = new CornerGrabber(&m_host, Corner(corner));
-        grabber->installSceneEventFilter(&m_host);
+        auto *grabber = new CornerGrabber(&m_owner, Corner(corner));
+        grabber->installSceneEventFilter(&m_owner);
         m_grabbers.append(grabber);
     }
-    place(QRectF());
 }
 
-void GrabberFrame::place(const QRectF &rect)
+void GrabberFrame::place(const QRectF &outline)
 {
     if (m_grabbers.size() != CornerCount)
         return;
-    const QRectF outline = rect.isEmpty() ? m_host.geometry() : rect;
     constexpr double half = CornerGrabber::side / 2;
-    const QPointF shift = m_host.scenePos() + QPointF(half, half);
+    const QPointF shift = m_owner.scenePos() + QPointF(half, half);
     const double left = outline.left() - shift.x() - 1;
     const double top = outline.top() - shift.y() - 1;
     const double right = outline.right() - shift.x() + 1;
@@ -68,11 +66,18 @@ void GrabberFrame::place(const QRectF &rect)
         {(left + right) / 2, bottom - 1},
         {left, (top + bottom) / 2},
     };
-    const double scale = scaleOf(m_host);
+    const double scale = scaleOf(m_owner);
     for (CornerGrabber *grabber : qAsConst(m_grabbers)) {
         grabber->setPos(places[grabber->corner()]);
         grabber->setScale(scale);
     }
+}
+
+bool GrabberFrame::has(const QPointF &place) const
+{
+    return std::any_of(m_grabbers.begin(), m_grabbers.end(), [&place](const CornerGrabber *known) {
+        return known->sceneBoundingRect().contains(place);
+    });
 }
 
 } // namespace Widgets

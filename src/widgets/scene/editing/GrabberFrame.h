@@ -3,30 +3,33 @@
 #include <QList>
 #include <QRectF>
 
-class QGraphicsProxyWidget;
+class QGraphicsItem;
+class QPointF;
 
 namespace Widgets {
 
 class CornerGrabber;
 
-/// The eight grabbers of a selected element: child items of its host, which filters their events.
-/// GUI thread.
+/// The eight grabbers of a selected element, or of a group: child items of their owner, which
+/// filters their events. GUI thread.
 class GrabberFrame
 {
 public:
-    explicit GrabberFrame(QGraphicsProxyWidget &host);
+    explicit GrabberFrame(QGraphicsItem &owner);
     GrabberFrame(const GrabberFrame &) = delete;
     GrabberFrame &operator=(const GrabberFrame &) = delete;
     ~GrabberFrame();
 
-    /// Not before the host is in a scene.
+    /// Not before the owner is in a scene. They are to be placed then.
     void setShown(bool on);
-    /// Centres them on the outline of the rectangle (scene pixels), one pixel outside of it; an
-    /// empty one means the host's present geometry. Does nothing while they are not shown.
-    void place(const QRectF &rect);
+    /// Centres them on the outline of the rectangle (scene pixels), one pixel outside of it. Does
+    /// nothing while they are not shown.
+    void place(const QRectF &outline);
+    /// Whether one of them is there, scene pixels.
+    bool has(const QPointF &place) const;
 
 private:
-    QGraphicsProxyWidget &m_host;
+    QGraphicsItem &m_owner;
     QList<CornerGrabber *> m_grabbers;
 };
 

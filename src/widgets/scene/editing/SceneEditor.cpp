@@ -3,6 +3,7 @@
 #include "widgets/scene/LayerStack.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/EditedScene.h"
 #include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/SceneMenu.h"
 #include "widgets/scene/editing/guides/SnapSettings.h"
@@ -14,7 +15,10 @@
 #include "utils/undo/IUndo.h"
 
 #include <QAction>
+#include <QGraphicsScene>
 #include <QMenu>
+
+#include <algorithm>
 
 namespace Widgets {
 
@@ -31,11 +35,14 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
       m_layers(layers),
       m_node(node),
       m_selection(scene),
-      m_overlay(std::make_unique<EditOverlay>(scene, m_selection)),
+      m_groups(m_selection),
+      m_overlay(std::make_unique<EditOverlay>(scene, m_selection, m_groups)),
+      m_grabbers(std::make_unique<GrabberPlane>(scene, dynamic_cast<EditedScene *>(&scene),
+                                                m_selection, m_groups)),
       m_snapper(scene, SnapSettings::process()),
       m_drag(m_selection, *m_overlay),
       m_edits(m_selection, undo),
-      m_tableEdits(m_selection, undo, node),
+      m_tableEdits(m_selection, m_groups, undo, node),
       m_newElements(undo)
 {
     createActions();
@@ -50,6 +57,7 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
             [this](int step) { m_edits.moveOrder(step); });
     connect(m_menu.get(), &SceneMenu::currentWidgetChange, this, &SceneEditor::currentWidgetChange);
     connect(m_menu.get(), &SceneMenu::openWizardWindow, this, &SceneEditor::openWizardWindow);
+    connect(&m_drag, &DragInteraction::moved, this, &SceneEditor::refreshMarks);
     m_selectionTimer.setInterval(selectionDelay);
     m_selectionTimer.setSingleShot(true);
     followSelection();
@@ -70,15 +78,28 @@ void SceneEditor::followSelection()
 
 void SceneEditor::settleSelection()
 {
+    m_groups.settle();
     emit selectionSettled();
-    m_overlay->setFramed(m_selection.count() > GrabbersAtMost);
+    const QList<ProxyWidget *> hosts = m_selection.hosts();
+    m_overlay->setFramed(std::any_of(hosts.begin(), hosts.end(), [this](const ProxyWidget *host) {
+        return !hasGrabbers(*host);
+    }));
     for (ProxyLayer *layer : m_layers.all())
         layer->updateSelection();
+    refreshMarks();
+}
+
+void SceneEditor::refreshMarks()
+{
+    m_overlay->refresh();
+    m_grabbers->refresh();
 }
 
 bool SceneEditor::hasGrabbers(const ProxyWidget &host) const
 {
-    return m_selection.count() <= GrabbersAtMost || &host == m_selection.key();
+    if (m_selection.count() > GrabbersAtMost)
+        return &host == m_selection.key();
+    return !m_groups.isUnited(host); // the group has its own
 }
 
 void SceneEditor::commitGeometry()
@@ -123,7 +144,7 @@ void SceneEditor::takeOrder()
 void SceneEditor::copy() const
 {
     if (const Nodes::NodesCollection *project = m_node ? m_node->GetNodesCollection() : nullptr)
-        ElementClipboard::put(*project, m_selection.links());
+        ElementClipboard::put(*project, m_selection.links(), m_groups.scope().group);
 }
 
 void SceneEditor::cut()

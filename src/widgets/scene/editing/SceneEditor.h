@@ -3,10 +3,12 @@
 #include "widgets/WidgetsExport.h"
 #include "widgets/scene/editing/DragInteraction.h"
 #include "widgets/scene/editing/EditOverlay.h"
+#include "widgets/scene/editing/GrabberPlane.h"
 #include "widgets/scene/editing/NewElements.h"
 #include "widgets/scene/editing/SceneSelection.h"
 #include "widgets/scene/editing/SelectionEdits.h"
 #include "widgets/scene/editing/arrange/TableEdits.h"
+#include "widgets/scene/editing/groups/SceneGroups.h"
 #include "widgets/scene/editing/guides/Snapper.h"
 
 #include "nodes/model/links/NodeLink.h"
@@ -52,15 +54,18 @@ public:
     ~SceneEditor() override;
 
     /// Of more selected elements than this only the key one has grabbers; the others are framed.
-    static constexpr int GrabbersAtMost = 100;
+    static constexpr int GrabbersAtMost = SceneSelection::GrabbersAtMost;
 
     SceneSelection &selection() { return m_selection; }
     const SceneSelection &selection() const { return m_selection; }
+    SceneGroups &groups() { return m_groups; }
     SelectionEdits &edits() { return m_edits; }
     TableEdits &tableEdits() { return m_tableEdits; }
     DragInteraction &drag() { return m_drag; }
     EditOverlay &overlay() { return *m_overlay; }
     bool hasGrabbers(const ProxyWidget &host) const;
+    /// What is selected stands elsewhere now, or is shown in another scale.
+    void refreshMarks();
     /// Takes the selection over as it is, which happens by itself 100 ms after its last change.
     void settleSelection();
     QMenu *addMenu() const { return m_newElements.menu(); }
@@ -117,7 +122,9 @@ private:
     const LayerStack &m_layers;
     Utils::WatchedNode<Nodes::BasicNode> m_node;
     SceneSelection m_selection;
+    SceneGroups m_groups;
     std::unique_ptr<EditOverlay> m_overlay;
+    std::unique_ptr<GrabberPlane> m_grabbers;
     Snapper m_snapper;
     DragInteraction m_drag;
     SelectionEdits m_edits;

@@ -5,7 +5,6 @@
 #include "widgets/scene/LayerStack.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
-#include "widgets/scene/editing/CornerGrabber.h"
 #include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/SceneMenu.h"
 
@@ -54,14 +53,10 @@ bool SceneEditor::pressMouse(const QGraphicsSceneMouseEvent &event)
 {
     if (event.button() != Qt::LeftButton || event.modifiers() != Qt::AltModifier)
         return false;
-    const QList<QGraphicsItem *> met = m_scene.items(event.scenePos());
-    const auto taker = std::find_if(met.begin(), met.end(), [](const QGraphicsItem *item) {
-        return item->acceptedMouseButtons() & Qt::LeftButton;
-    });
     // While a grabber is dragged Alt suspends snapping.
-    if (taker != met.end() && qgraphicsitem_cast<CornerGrabber *>(*taker))
+    if (m_grabbers->hasGrabber(event.scenePos()))
         return false;
-    m_picked = m_selection.selectBelow(event.scenePos());
+    m_picked = m_groups.pick(event.scenePos());
     return m_picked;
 }
 
@@ -118,6 +113,7 @@ void SceneEditor::moveByArrow(const QKeyEvent &event)
         return;
     for (ProxyLayer *layer : m_layers.all())
         layer->keyMove(arrowDelta(event));
+    refreshMarks();
 }
 
 void SceneEditor::releaseKey(const QKeyEvent &event)
@@ -131,9 +127,9 @@ bool SceneEditor::pressSelecting(const QKeyEvent &event)
     if (event.matches(QKeySequence::SelectAll))
         m_selection.selectAll();
     else if (event.key() == Qt::Key_Backtab)
-        m_selection.selectNext(false);
+        m_groups.selectNext(false);
     else if (event.key() == Qt::Key_Tab && event.modifiers() == Qt::NoModifier)
-        m_selection.selectNext(true);
+        m_groups.selectNext(true);
     else
         return false;
     return true;
@@ -143,7 +139,8 @@ void SceneEditor::pressEscape()
 {
     m_picked.clear();
     if (!m_drag.cancel() && !m_edits.takeBackMove()) {
-        m_selection.clear();
+        if (!m_groups.leave())
+            m_selection.clear();
         return;
     }
     // The button may still be down: the rest of the drag moves nothing.
@@ -189,6 +186,7 @@ void SceneEditor::selectUnderMouse(const QList<ProxyWidget *> &hosts,
     if (modifiers != Qt::ControlModifier)
         m_scene.clearSelection();
     (*topmost)->setSelected(true);
+    m_groups.follow(**topmost);
     m_scene.setFocusItem(*topmost);
 }
 

@@ -95,6 +95,13 @@ void SceneSelection::conclude()
         emit changed();
 }
 
+QList<ProxyWidget *> SceneSelection::grabbed() const
+{
+    if (count() <= GrabbersAtMost)
+        return hosts();
+    return m_key && m_key->getNode() ? QList<ProxyWidget *>{m_key} : QList<ProxyWidget *>();
+}
+
 QList<ProxyWidget *> SceneSelection::selectable() const
 {
     QList<ProxyWidget *> found;
@@ -133,26 +140,20 @@ void SceneSelection::clear()
     select({});
 }
 
-void SceneSelection::selectNext(bool isForward)
+QList<ProxyWidget *> SceneSelection::at(QPointF place) const
 {
-    const QList<ProxyWidget *> all = selectable();
-    if (all.isEmpty())
-        return;
-    const int now = m_key ? all.indexOf(m_key) : -1;
-    const int last = all.size() - 1;
-    const int next = isForward ? (now < last ? now + 1 : 0) : (now > 0 ? now - 1 : last);
-    select({all[next]});
-    m_scene.setFocusItem(all[next]);
-}
-
-ProxyWidget *SceneSelection::selectBelow(QPointF place)
-{
-    QList<ProxyWidget *> met; // topmost first
+    QList<ProxyWidget *> met;
     const QList<QGraphicsItem *> items = m_scene.items(place);
     for (QGraphicsItem *item : items) {
         if (ProxyWidget *host = selectableHost(item))
             met.append(host);
     }
+    return met;
+}
+
+ProxyWidget *SceneSelection::selectBelow(QPointF place)
+{
+    const QList<ProxyWidget *> met = at(place);
     if (met.isEmpty())
         return nullptr;
     const auto selected = std::find_if(met.cbegin(), met.cend(),

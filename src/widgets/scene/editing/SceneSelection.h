@@ -42,14 +42,19 @@ public:
     /// Rectangle around them, scene pixels; null without any.
     QRectF rect() const;
 
+    /// Of more selected elements than this only the key one has grabbers.
+    static constexpr int GrabbersAtMost = 100;
+    /// The selected ones that may have grabbers.
+    QList<ProxyWidget *> grabbed() const;
+
     /// Every element of the scene that can be picked, lowest first.
     QList<ProxyWidget *> selectable() const;
     /// Ones that cannot be picked are passed over. The last one becomes the key element.
     void select(const QList<ProxyWidget *> &hosts, enHow how = Replace);
     void selectAll();
     void clear();
-    /// The one after the key element, or before it, in the order of `selectable`; alone.
-    void selectNext(bool isForward = true);
+    /// Those of `selectable` at that place, topmost first.
+    QList<ProxyWidget *> at(QPointF place) const;
     /// Of the elements that can be picked at that place the one below the topmost selected one; the
     /// topmost after the lowest. Null where there is none.
     ProxyWidget *selectBelow(QPointF place);

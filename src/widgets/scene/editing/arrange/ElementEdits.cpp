@@ -2,6 +2,7 @@
 
 #include "widgets/scene/editing/arrange/EditGroup.h"
 #include "widgets/scene/editing/arrange/EditedElements.h"
+#include "widgets/scene/editing/groups/RectScale.h"
 
 #include "nodes/visual/BasicWidget.h"
 #include "utils/convert/ValueConversions.h"
@@ -33,6 +34,34 @@ void setGeometry(EditGroup &group, const Nodes::BasicWidget &element, const QRec
     }
     group.set(element, Prop::Width, rect.width());
     group.set(element, Prop::Height, rect.height());
+}
+
+bool isMovable(const Elements &unit)
+{
+    return std::all_of(unit.begin(), unit.end(),
+                       [](const Nodes::BasicWidget *e) { return e->isMovable(); });
+}
+
+QRect around(const Elements &unit)
+{
+    QRect rect = Utils::NRectToQRect(unit.front()->GetGeometry());
+    for (const Nodes::BasicWidget *element : unit)
+        rect |= Utils::NRectToQRect(element->GetGeometry());
+    return rect;
+}
+
+// A group with one that is not movable would be torn: it stays as a whole.
+void place(EditGroup &group, const Elements &unit, const QRect &from, const QRect &to)
+{
+    if (unit.size() == 1)
+        setGeometry(group, *unit.front(), to);
+    else if (isMovable(unit)) {
+        const RectScale scale{QRectF(from), QRectF(to)};
+        for (const Nodes::BasicWidget *element : unit) {
+            const QRectF own(Utils::NRectToQRect(element->GetGeometry()));
+            setGeometry(group, *element, scale.mapped(own).toRect());
+        }
+    }
 }
 
 /// The chosen elements of one layer, and how the others there are stacked.
@@ -93,18 +122,22 @@ void restack(EditGroup &group, const Stack &stack, long long first)
 QUndoCommand *ElementEdits::arrange(const EditedElements &edited, Arrangement::enKind kind,
                                     const QString &text)
 {
-    Elements taking = edited.elements;
+    std::vector<Elements> taking = edited.scope.units(edited.elements);
     if (isSpread(kind))
         taking.erase(std::remove_if(taking.begin(), taking.end(),
-                                    [](const Nodes::BasicWidget *e) { return !e->isMovable(); }),
+                                    [](const Elements &unit) { return !isMovable(unit); }),
                      taking.end());
     QVector<QRect> rects;
-    for (const Nodes::BasicWidget *element : taking)
-        rects.append(Utils::NRectToQRect(element->GetGeometry()));
-    rects = Arrangement::arranged(kind, rects, isSpread(kind) ? 0 : edited.keyIndex());
+    int key = 0;
+    for (const Elements &unit : taking) {
+        if (std::find(unit.begin(), unit.end(), edited.key) != unit.end())
+            key = rects.size();
+        rects.append(around(unit));
+    }
+    const QVector<QRect> arranged = Arrangement::arranged(kind, rects, isSpread(kind) ? 0 : key);
     EditGroup group(text);
     for (int i = 0; i < rects.size(); ++i)
-        setGeometry(group, *taking[std::size_t(i)], rects.at(i));
+        place(group, taking[std::size_t(i)], rects.at(i), arranged.at(i));
     return group.take();
 }
 

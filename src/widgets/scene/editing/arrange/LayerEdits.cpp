@@ -2,6 +2,7 @@
 
 #include "widgets/scene/editing/arrange/EditGroup.h"
 #include "widgets/scene/editing/arrange/EditedElements.h"
+#include "widgets/scene/editing/groups/GroupEdits.h"
 
 #include "nodes/model/FreeName.h"
 #include "nodes/visual/BasicWidget.h"
@@ -76,6 +77,7 @@ QUndoCommand *LayerEdits::moveTo(const EditedElements &edited, const Nodes::Basi
     EditGroup group(QStringLiteral("Перемещение виджетов в слой %1")
                         .arg(QString::fromStdString(layer.GetName())));
     freeNames(moved, layer, group.parent());
+    GroupEdits::giveWay(group, edited.elements, layer);
     new Utils::MoveNodesCommand(moved, Nodes::NodeLink(&layer), Nodes::NodeLink(), group.parent());
     return group.take();
 }

@@ -4,6 +4,7 @@
 #include "widgets/scene/editing/arrange/ElementEdits.h"
 #include "widgets/scene/editing/arrange/HiddenElements.h"
 #include "widgets/scene/editing/arrange/LayerEdits.h"
+#include "widgets/scene/editing/groups/GroupEdits.h"
 #include "widgets/scene/editing/paste/ElementCopies.h"
 #include "widgets/scene/editing/paste/PropertyPaste.h"
 
@@ -80,6 +81,9 @@ const std::vector<SceneEditRow> &SceneEditTable::rows()
          pasteProperties<PropertyPaste::Looks>},
         {"pastePropertiesAndLinks", "", "Вставить свойства и привязки", "", 1,
          pasteProperties<PropertyPaste::LooksAndLinks>},
+        {"group", "", "Сгруппировать", "Ctrl+G", 2, GroupEdits::group, false, GroupEdits::canGroup},
+        {"ungroup", "", "Разгруппировать", "Ctrl+Shift+G", 1, GroupEdits::ungroup, false,
+         GroupEdits::canUngroup},
         {"alignLeft", aligning, "По левому краю", "Ctrl+Shift+Left", 2, arrange<Kind::AlignLeft>},
         {"alignCentre", aligning, "По центру", "Ctrl+Shift+C", 2, arrange<Kind::AlignCentre>},
         {"alignRight", aligning, "По правому краю", "Ctrl+Shift+Right", 2,
@@ -119,7 +123,8 @@ const SceneEditRow *SceneEditTable::find(const QString &id)
 
 bool SceneEditTable::isPossible(const SceneEditRow &row, const EditedElements &edited)
 {
-    return static_cast<int>(edited.elements.size()) >= row.minimum;
+    return static_cast<int>(edited.elements.size()) >= row.minimum &&
+           (!row.isPossible || row.isPossible(edited));
 }
 
 } // namespace Widgets

@@ -24,6 +24,8 @@ struct SceneEditRow
     QUndoCommand *(*make)(const EditedElements &edited);
     /// What it adds is to be the selection afterwards.
     bool addsElements = false;
+    /// What it asks of them beside their number; null for nothing.
+    bool (*isPossible)(const EditedElements &edited) = nullptr;
 };
 
 /// Every edit of a whole selection, in the order of menus: those of the scene and of its host are
@@ -34,7 +36,7 @@ public:
     static const std::vector<SceneEditRow> &rows();
     /// Null when no row has that id.
     static const SceneEditRow *find(const QString &id);
-    /// Whether enough is selected for it.
+    /// Whether what is selected is fit for it.
     static bool isPossible(const SceneEditRow &row, const EditedElements &edited);
 };
 

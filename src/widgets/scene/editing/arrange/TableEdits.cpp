@@ -4,6 +4,7 @@
 #include "widgets/scene/editing/SceneSelection.h"
 #include "widgets/scene/editing/arrange/LayerEdits.h"
 #include "widgets/scene/editing/arrange/SceneEditTable.h"
+#include "widgets/scene/editing/groups/SceneGroups.h"
 
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/windows/BasicLayer.h"
@@ -17,8 +18,9 @@
 
 namespace Widgets {
 
-TableEdits::TableEdits(SceneSelection &selection, Utils::IUndo &undo, Nodes::BasicNode *node)
-    : m_selection(selection), m_undo(undo), m_node(node)
+TableEdits::TableEdits(SceneSelection &selection, const SceneGroups &groups, Utils::IUndo &undo,
+                       Nodes::BasicNode *node)
+    : m_selection(selection), m_groups(groups), m_undo(undo), m_node(node)
 {
 }
 
@@ -30,6 +32,7 @@ EditedElements TableEdits::edited() const
         edited.elements.push_back(host->getNode());
     edited.key = m_selection.key() ? m_selection.key()->getNode() : nullptr;
     edited.document = dynamic_cast<Nodes::ConfigNode *>(m_node.get());
+    edited.scope = m_groups.scope();
     return edited;
 }
 

@@ -20,6 +20,7 @@ class IUndo;
 
 namespace Widgets {
 
+class SceneGroups;
 class SceneSelection;
 struct SceneEditRow;
 
@@ -30,8 +31,9 @@ class WIDGETS_EXPORT TableEdits : public QObject
     Q_OBJECT
 
 public:
-    /// Both outlive it. `node`, which may be null, is what the scene stands for.
-    TableEdits(SceneSelection &selection, Utils::IUndo &undo, Nodes::BasicNode *node);
+    /// All but `node`, which may be null, outlive it. `node` is what the scene stands for.
+    TableEdits(SceneSelection &selection, const SceneGroups &groups, Utils::IUndo &undo,
+               Nodes::BasicNode *node);
 
     EditedElements edited() const;
     /// Nothing happens when too little is selected or nothing would change.
@@ -44,6 +46,7 @@ private:
     void push(QUndoCommand *command);
 
     SceneSelection &m_selection;
+    const SceneGroups &m_groups;
     Utils::IUndo &m_undo;
     Utils::WatchedNode<Nodes::BasicNode> m_node;
 };

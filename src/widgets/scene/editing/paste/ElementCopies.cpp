@@ -1,6 +1,7 @@
 #include "widgets/scene/editing/paste/ElementCopies.h"
 
 #include "widgets/scene/editing/arrange/EditedElements.h"
+#include "widgets/scene/editing/groups/GroupEdits.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
@@ -57,6 +58,11 @@ QUndoCommand *ElementCopies::duplicate(const EditedElements &edited, QPoint offs
     if (!project || !project->CloneNodes(originals, clones, true))
         return nullptr;
     const std::vector<Copies> layers = byLayer(edited, clones);
+    for (const Copies &copies : layers) {
+        const std::string entered =
+            copies.layer.GetNode() == edited.scope.layer ? edited.scope.group : std::string();
+        GroupEdits::renew(copies.clones, *copies.layer.GetNode(), entered, entered);
+    }
     if (layers.size() == 1)
         return new Utils::CopyNodeWidgetGroupCommand(layers[0].layer, layers[0].clones,
                                                      layers[0].corner + offset);

@@ -19,9 +19,10 @@ bool isOwn(unsigned valueId)
 {
     using Prop = Nodes::BasicWidget::Prop;
     using Caption = Nodes::CaptionProp;
-    const unsigned own[] = {Prop::X,       Prop::Y,       Prop::Width,      Prop::Height,
-                            Prop::ZOrder,  Prop::Visible, Prop::Selectable, Prop::Movable,
-                            Prop::Tooltip, Caption::Text, Caption::OnText,  Caption::OffText};
+    const unsigned own[] = {Prop::X,         Prop::Y,       Prop::Width,      Prop::Height,
+                            Prop::ZOrder,    Prop::Visible, Prop::Selectable, Prop::Movable,
+                            Prop::Tooltip,   Prop::Group,   Caption::Text,    Caption::OnText,
+                            Caption::OffText};
     return std::find(std::begin(own), std::end(own), valueId) != std::end(own);
 }
 

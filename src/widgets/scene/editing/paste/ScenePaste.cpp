@@ -2,6 +2,7 @@
 
 #include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/SceneSelection.h"
+#include "widgets/scene/editing/groups/GroupEdits.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
@@ -20,6 +21,7 @@ PasteReport pasteElements(const Nodes::ConfigNode &layer, QPoint point, SceneSel
     const Nodes::NodesArray clones = ElementClipboard::take(*project, report);
     if (clones.empty())
         return report;
+    GroupEdits::renew(clones, layer, ElementClipboard::enteredGroup());
     selection.clear(); // what is pasted appears selected
     undo.pushToUndoStack(
         new Utils::CopyNodeWidgetGroupCommand(Nodes::NodeLink(&layer), clones, point));
