@@ -16,6 +16,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -188,6 +189,56 @@ private slots:
         QCOMPARE(page.model().rowCount(), 1);
         QVERIFY(page.reveal(p.second)); // gives up the search
         QCOMPARE(page.model().rowCount(), 4);
+    }
+
+    void manySignalsGetAlarmsAtOnce()
+    {
+        Plant p;
+        SheetPage page(p.workspace, p.group->GetNodeLink(), NodeType::TypeSignal, nullptr);
+        auto *first = page.model().node(0).GetNode();
+        QVERIFY(first->SetPropertyText("minimum", "-50") &&
+                first->SetPropertyText("maximum", "150"));
+        first->SetDescription("Подшипник");
+        auto *second = page.model().node(1).GetNode();
+        QVERIFY(second->SetPropertyText("maximum", "0")); // its range tells no share
+        page.table().selectAll();
+        const auto fill = [] {
+            QTimer::singleShot(0, [] {
+                QWidget *dialog = QApplication::activeModalWidget();
+                auto *ok = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+                const bool isIdle = !ok->isEnabled();
+                dialog->findChild<QCheckBox *>("H")->click();
+                dialog->findChild<QCheckBox *>("LL")->click();
+                dialog->findChild<QLineEdit *>("LL.limit")->setText("-12,5");
+                dialog->findChild<QLineEdit *>("deadband")->setText("0,5");
+                (isIdle ? ok
+                        : dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel))
+                    ->click();
+            });
+        };
+        fill();
+        page.setAlarms();
+        QVERIFY(page.findChild<RefusalsDialog *>());
+        QCOMPARE(p.session.undoStack().count(), 1);
+        const auto *high = first->GetSubObject(std::string_view("H"));
+        const auto *low = first->GetSubObject(std::string_view("LL"));
+        QVERIFY(high && low);
+        const auto text = [](const Nodes::ConfigNode *node, const char *key) {
+            const auto *d = node->GetKind()->FindProperty(std::string_view(key));
+            return d->binding.format(*d, *node);
+        };
+        QCOMPARE(text(high, "limit"), std::string("120")); // 85 % of -50 to 150
+        QCOMPARE(text(high, "text"), std::string("Подшипник: высокое"));
+        QCOMPARE(text(low, "limit"), std::string("-12.5"));
+        QCOMPARE(text(low, "deadband"), std::string("0.5"));
+        QCOMPARE(text(low, "onDelay"), std::string("3000"));
+        QVERIFY(!second->GetSubObject(std::string_view("H"))); // nothing is made up
+        QVERIFY(second->GetSubObject(std::string_view("LL")));
+        fill(); // again: those that are there are changed, not doubled
+        page.setAlarms();
+        QCOMPARE(first->Children().size(), std::size_t(2));
+        p.session.undoStack().undo();
+        QVERIFY(first->Children().empty());
     }
 
     void menusOpenTablesAndUsers()

@@ -5,7 +5,7 @@
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/KindInfo.h"
+#include "nodes/model/KindTable.h"
 #include "nodes/project/signals/SheetImport.h"
 #include "nodes/values/NumberText.h"
 
@@ -37,7 +37,7 @@ SheetImport importOf(const SheetModel &model)
 bool hasHeader(const SheetModel &model, const TextTable &table)
 {
     const auto isName = [&model](const std::string &title) {
-        const int column = model.columns().Find(title);
+        const int column = model.columns().Guess(title);
         return column >= 0 && model.columns()[std::size_t(column)].what == SheetColumn::Name;
     };
     return !table.empty() && std::any_of(table[0].begin(), table[0].end(), isName);
@@ -161,6 +161,17 @@ Refusals addNodes(Workspace &workspace, const SheetModel &model,
     std::reverse(plan.refusals.begin(), plan.refusals.end());
     (void)import.PlanTable(table, plan);
     carryOut(workspace, plan, tr("Добавление по образцу"));
+    return std::move(plan.refusals);
+}
+
+Refusals setAlarms(Workspace &workspace, Nodes::ConfigNode &scope, const TextTable &table)
+{
+    const std::vector<const Nodes::KindInfo *> kinds{
+        Nodes::KindTable::Instance().FindByKey("alarmLimit")};
+    const Nodes::SheetColumns columns(kinds);
+    SheetPlan plan;
+    (void)SheetImport(scope, Nodes::NodeType::TypeAlarm, columns, kinds).PlanTable(table, plan);
+    carryOut(workspace, plan, tr("Тревоги по пределам"));
     return std::move(plan.refusals);
 }
 

@@ -13,6 +13,7 @@
 class QModelIndex;
 
 namespace Nodes {
+class ConfigNode;
 struct KindInfo;
 } // namespace Nodes
 
@@ -44,6 +45,8 @@ Refusals fillDown(Workspace &workspace, const SheetModel &model, const Cells &se
 Refusals addNodes(Workspace &workspace, const SheetModel &model,
                   const std::vector<std::string> &names, const Nodes::KindInfo &kind, int column,
                   double first, double step);
+/// Gives the signals the alarms that a table of LimitAlarms tells.
+Refusals setAlarms(Workspace &workspace, Nodes::ConfigNode &scope, const Nodes::TextTable &table);
 /// Gives the nodes new names, all or none: names may pass from one to another.
 Refusals rename(Workspace &workspace, const Nodes::NodeLinks &nodes,
                 const std::vector<std::string> &names);

@@ -107,9 +107,12 @@ void SheetPage::makeActions(QToolBar &bar)
     addAction(bar, tr("Удалить"), tr("Удалить узлы выбранных строк"),
               QKeySequence(Qt::CTRL + Qt::Key_Delete), &SheetPage::removeSelected);
     bar.addSeparator();
-    if (m_family == Nodes::NodeType::TypeSignal)
+    if (m_family == Nodes::NodeType::TypeSignal) {
+        addAction(bar, tr("Тревоги…"), tr("Задать выбранным сигналам тревоги по пределам"), {},
+                  &SheetPage::setAlarms);
         addAction(bar, tr("В архив"), tr("Отдать выбранные сигналы группе архива"), {},
                   &SheetPage::archiveSelected);
+    }
     addAction(bar, tr("Вставить"),
               tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
               QKeySequence::Paste, &SheetPage::paste);

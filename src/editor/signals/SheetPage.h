@@ -45,6 +45,8 @@ public slots:
     void removeSelected();
     void importFile();
     void exportFile();
+    /// Asks for limits and gives the selected signals alarms at them.
+    void setAlarms();
     /// Gives the selected signals to a group of the archive, made when there is none.
     void archiveSelected();
 

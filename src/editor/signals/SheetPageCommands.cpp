@@ -1,3 +1,4 @@
+#include "editor/signals/AlarmsDialog.h"
 #include "editor/signals/ArchiveGroups.h"
 #include "editor/signals/PatternDialog.h"
 #include "editor/signals/RenameDialog.h"
@@ -84,6 +85,24 @@ void SheetPage::exportFile()
     else
         m_workspace.tell(Workspace::Error,
                          tr("Файл «%1» не записан: %2.").arg(path, file.errorString()));
+}
+
+void SheetPage::setAlarms()
+{
+    const Nodes::NodeLinks nodes = selectedNodes();
+    if (nodes.empty())
+        return m_workspace.tell(Workspace::Info,
+                                tr("Выберите строки сигналов, которым задать тревоги."));
+    AlarmsDialog dialog(int(nodes.size()), this);
+    if (dialog.exec() != QDialog::Accepted || !m_model->scope())
+        return;
+    SheetEdits::Refusals refusals;
+    const Nodes::TextTable table = LimitAlarms::makeTable(
+        *m_model->scope(), nodes, dialog.alarms(), dialog.deadband(), dialog.delay(), refusals);
+    const SheetEdits::Refusals others =
+        SheetEdits::setAlarms(m_workspace, *m_model->scope(), table);
+    refusals.insert(refusals.end(), others.begin(), others.end());
+    tell(refusals);
 }
 
 void SheetPage::archiveSelected()

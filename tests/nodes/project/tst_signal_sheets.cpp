@@ -1,4 +1,5 @@
 #include "nodes/ProjectFixture.h"
+#include "nodes/drivers/modbus/modbusGroup.h"
 #include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/project/signals/CellText.h"
 #include "nodes/project/signals/DelimitedText.h"
@@ -64,6 +65,90 @@ class SignalSheetsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void newSignalsOfADeviceGetTheirGroups_data()
+    {
+        const Rows<QString, QString> row("rows", "groups");
+        row("a folder becomes its group", "Котёл/А|200|uint16||Котёл/Б|203|float32",
+            "Котёл:holding 200+5");
+        row("registers far apart", "Котёл/А|200|uint16||Котёл/Б|300|uint16",
+            "Котёл/Регистры с 200:holding 200+1 Котёл/Регистры с 300:holding 300+1");
+        row("more than one request reads",
+            "К/А|0|uint16||К/Б|15|uint16||К/В|31|uint16||К/Г|47|uint16||К/Д|63|uint16||"
+            "К/Е|79|uint16||К/Ж|95|uint16||К/З|111|uint16||К/И|125|uint16|",
+            "К/Регистры с 0:holding 0+112 К/Регистры с 125:holding 125+1");
+        row("two tables", "К/А|5|bool|Дискретные входы||К/Б|5|int16|input",
+            "К/Дискретные входы с 5:discrete 5+1 К/Входные регистры с 5:input 5+1");
+        row("without a folder", "А|7|uint16|", "Регистры с 7:holding 7+1");
+        row("the last address", "К/А|65534|int32|", "К:holding 65534+2");
+    }
+    void newSignalsOfADeviceGetTheirGroups()
+    {
+        QFETCH(QString, rows);
+        QFETCH(QString, groups);
+        Sheet s;
+        SheetSettings::AddTo(s.columns, *s.group, NodeType::TypeSignal);
+        SheetImport import(*s.device, NodeType::TypeSignal, s.columns, s.kinds);
+        QVERIFY(import.PlanTable(tableOf("Имя|Адрес|Тип данных|Таблица||" + rows), s.made));
+        QCOMPARE(s.refused(), std::string());
+        std::string made;
+        NodeLinks all;
+        for (const SheetPlan::Addition &added : s.made.additions) {
+            all.push_back(added.clone);
+            for (const NodeLink &below : added.clone.GetNode()->GetNodes(true))
+                all.push_back(below);
+        }
+        for (const NodeLink &link : all) {
+            const auto *group = dynamic_cast<const modbusGroup *>(link.GetNode());
+            if (!group)
+                continue;
+            const std::string parent = group->GetParent() && group->GetParent() != s.device
+                                           ? group->GetParent()->GetName() + "/"
+                                           : "";
+            made += (made.empty() ? "" : " ") + parent + group->GetName() + ":" +
+                    textOf(*group, "table") + " " + std::to_string(group->GetFirstAddress()) + "+" +
+                    std::to_string(group->GetPointCount());
+            for (const auto &child : group->Children())
+                QVERIFY(dynamic_cast<const modbusSignal &>(*child).CheckPlace());
+        }
+        QCOMPARE(QString::fromStdString(made), groups);
+    }
+
+    void columnsAreKnownByWhatListsCallThem_data()
+    {
+        const Rows<QString, QString> row("written", "column");
+        row("title", "нижний ПРЕДЕЛ", "Нижний предел");
+        row("key", "offsetValue", "Слагаемое");
+        row("begin", "Единица", "Единица измерения");
+        row("begin of several", "Т", ""); // Тип данных, Тип значения
+        row("usual", "Максимум", "Верхний предел");
+        row("somebody's own", "Шкаф", "");
+        row("none", "", "");
+    }
+    void columnsAreKnownByWhatListsCallThem()
+    {
+        QFETCH(QString, written);
+        QFETCH(QString, column);
+        const Sheet s;
+        const int guessed = s.columns.Guess(written.toStdString());
+        QCOMPARE(guessed < 0 ? QString()
+                             : QString::fromStdString(s.columns[std::size_t(guessed)].title),
+                 column);
+    }
+
+    void signalsWithoutAnAddressAreNotMade()
+    {
+        Sheet s;
+        SheetSettings::AddTo(s.columns, *s.group, NodeType::TypeSignal);
+        SheetImport import(*s.device, NodeType::TypeSignal, s.columns, s.kinds);
+        QVERIFY(import.PlanTable(tableOf("Имя|Адрес|Тип данных||К/А|abc|uint16||К/Б|65535|int32||"
+                                         "К/В|7|int17||Г1/Новый|9|uint16||Г1/Вне|100|uint16||"
+                                         "Г1/Т02|100|"),
+                                 s.made));
+        QCOMPARE(s.refused(), std::string("2:Адрес 3:Адрес 4:Адрес 6:Адрес 7:Адрес "));
+        QCOMPARE(s.made.added, std::size_t(1)); // into the group that is there
+        QCOMPARE(textOf(*s.clone(0), "offset"), std::string("9"));
+    }
+
     void textIsTakenApart_data()
     {
         const Rows<QString, QString> row("text", "table");
@@ -261,7 +346,7 @@ private slots:
     void rowsAreRefusedOneByOne_data()
     {
         const Rows<QString, QString> row("table", "refused");
-        row("unknown column", "Имя|Цвет||Т01|красный", "1:Цвет ");
+        row("unknown column", "Имя|Шкаф||Т01|красный", "1:Шкаф ");
         row("column twice", "Имя|Бит|bit||Т01|1|2", "1:bit ");
         row("no name", "Имя|Бит|||1||Т02|1", "2:Имя ");
         row("name twice", "Имя|Бит||Т01|1||Т01|2", "3:Имя ");

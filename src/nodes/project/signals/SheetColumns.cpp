@@ -12,6 +12,27 @@ namespace Nodes {
 
 namespace {
 
+/// What lists of signals from elsewhere call their columns, in small letters.
+constexpr std::pair<std::string_view, std::string_view> usualTitles[] = {
+    {"тег", "Имя"},
+    {"наименование", "Описание"},
+    {"название", "Описание"},
+    {"комментарий", "Описание"},
+    {"name", "Имя"},
+    {"tag", "Имя"},
+    {"description", "Описание"},
+    {"address", "Адрес"},
+    {"регистр", "Адрес"},
+    {"минимум", "minimum"},
+    {"максимум", "maximum"},
+    {"мин", "minimum"},
+    {"макс", "maximum"},
+    {"ед. изм.", "unit"},
+    {"ед.изм.", "unit"},
+    {"тип", "dataType"},
+    {"коэффициент", "scale"},
+};
+
 using Kinds = std::vector<const KindInfo *>;
 
 bool isCommon(const PropertyDescriptor &property, const Kinds &kinds)
@@ -89,6 +110,26 @@ int SheetColumns::Find(std::string_view title) const
                    (column.descriptor && FoldCase(column.descriptor->key) == folded);
         });
     return found == m_columns.end() ? -1 : int(found - m_columns.begin());
+}
+
+int SheetColumns::Guess(std::string_view title) const
+{
+    const int exact = Find(title);
+    if (exact >= 0 || title.empty())
+        return exact;
+    const std::string folded = FoldCase(title);
+    for (const auto &[written, meant] : usualTitles) {
+        if (folded == written)
+            return Find(meant);
+    }
+    int only = -1;
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        const bool isBegin = FoldCase(m_columns[i].title).compare(0, folded.size(), folded) == 0;
+        if (isBegin && only >= 0)
+            return -1; // several begin so
+        only = isBegin ? int(i) : only;
+    }
+    return only;
 }
 
 const PropertyDescriptor *SheetColumns::DescriptorFor(const SheetColumn &column,

@@ -43,6 +43,9 @@ public:
     void AddSetting(std::string title, const PropertyDescriptor *descriptor);
     /// By title or, for properties, by key, capitals or not; -1 without one.
     int Find(std::string_view title) const;
+    /// The same, and where there is none: the only one whose title begins so, or what lists from
+    /// elsewhere usually mean.
+    int Guess(std::string_view title) const;
 
     /// The property as the node's own kind has it; null when it has none such.
     static const PropertyDescriptor *DescriptorFor(const SheetColumn &column,

@@ -1,5 +1,6 @@
 #include "nodes/project/signals/SheetImport.h"
 
+#include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
@@ -64,8 +65,9 @@ Result SheetImport::PlanTable(const TextTable &table, SheetPlan &plan)
         }))
         return invalid("в первой строке нет столбца «Имя»; первая строка таблицы должна называть "
                        "столбцы, как при экспорте");
+    arrange(table, 1, places, plan);
     for (std::size_t i = 1; i < table.size(); ++i) {
-        if (!isBlank(table[i]))
+        if (!isBlank(table[i]) && m_refusedRows.count(i + 1) == 0)
             planRow(table[i], i + 1, places, plan);
     }
     return Result();
@@ -75,7 +77,7 @@ std::vector<int> SheetImport::readHeader(const Row &header, SheetPlan &plan) con
 {
     std::vector<int> places;
     for (const std::string &title : header) {
-        const int place = m_columns.Find(title);
+        const int place = m_columns.Guess(title);
         const bool isRepeated =
             place >= 0 && std::find(places.begin(), places.end(), place) != places.end();
         if (!title.empty() && (place < 0 || isRepeated))
@@ -133,9 +135,13 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
         if (!kind)
             return refuse(plan, number, "Вид", {},
                           "вид не распознан, строка не взята; возьмите вид из таблицы");
-        const Result made = PlanNode(path, *kind, plan, node);
+        const ModbusPlacing::Place *place = m_placing.Find(number);
+        const Result made = PlanNode(place ? place->path : path, *kind, plan, node);
         if (!made)
             return refuse(plan, number, nameTitle, path, made.GetDetail());
+        if (place || m_offsets.count(number) != 0)
+            (void)node->SetProperty(modbusSignal::Prop::Offset,
+                                    place ? place->offset : m_offsets[number]);
     }
     takeRow(*node, isNew, row, number, places, plan);
 }
@@ -152,8 +158,9 @@ void SheetImport::takeRow(ConfigNode &node, bool isNew, const Row &row, std::siz
         if (i >= places.size()) {
             if (!row[i].empty())
                 refuse(plan, number, {}, row[i], "ячейка за последним столбцом; уберите её");
-        } else if (places[i] >= 0) {
-            takeCell(node, isNew, {number, m_columns[std::size_t(places[i])], row[i]}, plan);
+        } else if (const Cell cell{number, m_columns[std::size_t(std::max(places[i], 0))], row[i]};
+                   places[i] >= 0 && !(isNew && isPlaced(cell))) {
+            takeCell(node, isNew, cell, plan);
         }
     }
     if (!isNew && count() != before)
@@ -321,10 +328,14 @@ void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes, std:
     const bool hasNames = std::any_of(places.begin(), places.end(), [this](int place) {
         return m_columns[std::size_t(place)].what == SheetColumn::Name;
     });
+    if (hasNames)
+        arrange(block, nodes.size(), places, plan);
     for (std::size_t i = 0; i < block.size(); ++i) {
         ConfigNode *node = i < nodes.size() ? nodes[i].GetNode() : nullptr;
         if (node)
             takeRow(*node, false, block[i], i + 1, places, plan);
+        else if (m_refusedRows.count(i + 1) != 0)
+            continue;
         else if (hasNames && !isBlank(block[i]))
             planRow(block[i], i + 1, places, plan);
         else if (!isBlank(block[i]))

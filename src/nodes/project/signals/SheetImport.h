@@ -2,14 +2,18 @@
 
 #include "nodes/NodesExport.h"
 #include "nodes/project/signals/DelimitedText.h"
+#include "nodes/project/signals/ModbusPlacing.h"
 #include "nodes/project/signals/NodePaths.h"
 #include "nodes/project/signals/SheetColumns.h"
 #include "nodes/project/signals/SheetPlan.h"
 #include "nodes/project/signals/SheetSettings.h"
 
+#include <set>
 #include <unordered_map>
 
 namespace Nodes {
+
+class modbusGroup;
 
 /// Makes a plan of changes from the text of a table of nodes: what the rows say of nodes that are
 /// there is compared with them, the others become new nodes. Cells that do not fit are refused one
@@ -44,6 +48,19 @@ private:
     };
     using Row = std::vector<std::string>;
 
+    /// Finds polling groups for the rows from `first` on that are new signals of a Modbus device
+    /// outside any, and plans them. Rows whose address does not read are refused as a whole.
+    void arrange(const TextTable &table, std::size_t first, const std::vector<int> &places,
+                 SheetPlan &plan);
+    void arrangeRow(const Row &row, std::size_t number, const std::vector<int> &places,
+                    SheetPlan &plan);
+    Result readPoint(const Row &row, const std::vector<int> &places, const modbusGroup *group,
+                     ModbusTable &table, int &address, int &width) const;
+    /// What stands in the column with that key or title; "" without one.
+    const std::string &cellOf(const Row &row, const std::vector<int> &places,
+                              std::string_view column) const;
+    ConfigNode *nearest(const std::string &folder) const;
+    bool isPlaced(const Cell &cell) const;
     std::vector<int> readHeader(const Row &header, SheetPlan &plan) const;
     void planRow(const Row &row, std::size_t number, const std::vector<int> &places,
                  SheetPlan &plan);
@@ -65,6 +82,9 @@ private:
     std::vector<const KindInfo *> m_kinds;
     NodePaths m_paths;
     SheetSettings m_settings;
+    ModbusPlacing m_placing;
+    std::unordered_map<std::size_t, int> m_offsets; ///< by row: of new signals in groups there are
+    std::set<std::size_t> m_refusedRows;
     std::unordered_map<std::string, ConfigNode *> m_nodes; ///< by path; null: several
     std::unordered_map<std::string, std::size_t> m_rows;   ///< that have named a path, by number
     std::unordered_map<const ConfigNode *, bool> m_isClone;

@@ -14,6 +14,7 @@
 #include "nodes/values/NumberText.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Nodes {
 
@@ -22,6 +23,7 @@ namespace {
 using Source = archiverSourceConnector;
 
 constexpr const char *addressTitle = "Адрес";
+constexpr const char *tableTitle = "Таблица";
 constexpr const char *archiveTitle = "Архив";
 constexpr const char *yes = "да";
 constexpr const char *no = "нет";
@@ -39,30 +41,47 @@ NodeLinks find(const ConfigNode &node, NodeType::enNodeSubtype code)
     return found;
 }
 
-std::string addressText(const ConfigNode &node)
+const modbusGroup *groupOf(const ConfigNode &node)
 {
     const auto *signal = dynamic_cast<const modbusSignal *>(&node);
-    const modbusGroup *group = signal ? signal->GetGroup() : nullptr;
-    return group ? std::to_string(group->GetFirstAddress() + signal->GetPoint(*group).offset) : "";
+    return signal ? signal->GetGroup() : nullptr;
+}
+
+std::string addressText(const ConfigNode &node)
+{
+    const modbusGroup *group = groupOf(node);
+    return group ? std::to_string(group->GetFirstAddress() +
+                                  static_cast<const modbusSignal &>(node).GetPoint(*group).offset)
+                 : "";
+}
+
+std::string tableText(const ConfigNode &node)
+{
+    const modbusGroup *group = groupOf(node);
+    return group ? CellText::Show(*group->GetKind()->FindProperty(modbusGroup::Prop::Table.valueId),
+                                  *group)
+                 : "";
 }
 
 Result planAddress(ConfigNode &node, const std::string &text, SheetPlan &plan)
 {
-    const auto *signal = dynamic_cast<const modbusSignal *>(&node);
-    const modbusGroup *group = signal ? signal->GetGroup() : nullptr;
+    const modbusGroup *group = groupOf(node);
     if (text.empty() || text == addressText(node))
         return Result();
     if (!group)
         return invalid("сигнал вне группы опроса, адреса у него нет; перенесите его в группу");
-    const auto address = ParseDouble(text);
-    const int first = group->GetFirstAddress();
-    const int last = first + group->GetPointCount() - 1;
-    if (!address || *address != int(*address) || *address < first || *address > last)
-        return invalid("«" + text + "» не подходит; в группе «" + group->GetName() +
-                       "» адреса от " + std::to_string(first) + " до " + std::to_string(last) +
-                       ": расширьте группу или возьмите другую");
-    plan.changes.push_back({node.GetNodeLink(), modbusSignal::Prop::Offset, int(*address) - first});
-    return Result();
+    int offset = 0;
+    const Result read = SheetSettings::ReadAddress(text, *group, offset);
+    if (read)
+        plan.changes.push_back({node.GetNodeLink(), modbusSignal::Prop::Offset, offset});
+    return read;
+}
+
+Result planTable(const ConfigNode &node, const std::string &text)
+{
+    if (text.empty() || FoldCase(text) == FoldCase(tableText(node)))
+        return Result();
+    return invalid("таблица у всей группы опроса одна; перенесите сигнал в другую группу");
 }
 
 /// The same setting of a source and of a group has different ids.
@@ -86,8 +105,10 @@ void SheetSettings::AddTo(SheetColumns &columns, const ConfigNode &scope, unsign
     const auto kinds = FindSheetKinds(scope, family);
     if (std::any_of(kinds.begin(), kinds.end(), [](const KindInfo *kind) {
             return kind->type == NodeType(modbusSignal::Code);
-        }))
+        })) {
+        columns.AddSetting(tableTitle, nullptr);
         columns.AddSetting(addressTitle, nullptr);
+    }
     columns.AddSetting(archiveTitle, nullptr);
     const KindInfo *source = KindTable::Instance().Find(NodeType(Source::Code));
     for (const unsigned id : {unsigned(Source::Prop::Deadband), unsigned(Source::Prop::Days)}) {
@@ -100,6 +121,24 @@ void SheetSettings::AddTo(SheetColumns &columns, const ConfigNode &scope, unsign
 bool SheetSettings::IsAddress(const SheetColumn &column)
 {
     return column.what == SheetColumn::Setting && column.title == addressTitle;
+}
+
+bool SheetSettings::IsTable(const SheetColumn &column)
+{
+    return column.what == SheetColumn::Setting && column.title == tableTitle;
+}
+
+Result SheetSettings::ReadAddress(const std::string &text, const modbusGroup &group, int &offset)
+{
+    const auto address = ParseDouble(text);
+    const int first = group.GetFirstAddress();
+    const int last = first + group.GetPointCount() - 1;
+    if (!address || *address != std::floor(*address) || *address < first || *address > last)
+        return invalid("«" + text + "» не подходит; в группе «" + group.GetName() + "» адреса от " +
+                       std::to_string(first) + " до " + std::to_string(last) +
+                       ": расширьте группу или возьмите другую");
+    offset = int(*address) - first;
+    return Result();
 }
 
 const SheetSettings::Order *SheetSettings::orderOf(const ConfigNode &signal) const
@@ -127,6 +166,8 @@ std::string SheetSettings::GetText(const SheetColumn &column, const ConfigNode &
 {
     if (column.title == addressTitle)
         return addressText(node);
+    if (column.title == tableTitle)
+        return tableText(node);
     if (column.title == archiveTitle)
         return archiveText(node);
     const Order *order = orderOf(node);
@@ -151,6 +192,8 @@ Result SheetSettings::Plan(const SheetColumn &column, ConfigNode &node, const st
 {
     if (column.title == addressTitle)
         return planAddress(node, text, plan);
+    if (column.title == tableTitle)
+        return planTable(node, text);
     if (column.title == archiveTitle)
         return planArchive(node, text, plan);
     return planSource(column, node, text, plan);

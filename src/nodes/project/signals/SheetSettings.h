@@ -10,6 +10,8 @@
 
 namespace Nodes {
 
+class modbusGroup;
+
 /// Columns of a table of signals whose values other nodes of the project hold: the address over the
 /// wire, which a signal has by its group, and the archive. GUI thread.
 class NODES_EXPORT SheetSettings
@@ -18,6 +20,11 @@ public:
     /// Adds the columns that suit the rows below `scope`.
     static void AddTo(SheetColumns &columns, const ConfigNode &scope, unsigned family);
     static bool IsAddress(const SheetColumn &column);
+    static bool IsTable(const SheetColumn &column);
+    /// Where in the group an address over the wire lies. The detail of a failure says why in
+    /// Russian.
+    [[nodiscard]] static Result ReadAddress(const std::string &text, const modbusGroup &group,
+                                            int &offset);
 
     std::string GetText(const SheetColumn &column, const ConfigNode &node) const;
     /// What may be chosen; none: a text.
