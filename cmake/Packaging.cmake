@@ -13,6 +13,7 @@ install(TARGETS OperatorStationBuild Nodes Utils Widgets EXPORT OperatorStationT
 
 install(DIRECTORY src/nodes src/utils src/widgets ${CMAKE_BINARY_DIR}/generated/
         DESTINATION ${header_dir} FILES_MATCHING PATTERN "*.h")
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/OperatorStation)
 install(DIRECTORY projects/ DESTINATION ${CMAKE_INSTALL_DATADIR}/operatorstation/projects)
 
 configure_package_config_file(

@@ -1,4 +1,4 @@
-#include "editor/compare/CompareDialog.h"
+#include "editor/compare/CompareView.h"
 #include "editor/compare/DifferencesModel.h"
 #include "editor/compare/PicturePair.h"
 
@@ -52,16 +52,16 @@ private slots:
     {
         m_before = read(before);
         m_after = read(after);
-        m_dialog = std::make_unique<CompareDialog>();
-        m_dialog->resize(1366, 768);
-        m_dialog->setProjects({"left", m_before.get()}, {"right", m_after.get()});
+        m_view = std::make_unique<CompareView>();
+        m_view->resize(1366, 768);
+        m_view->setProjects({"left", m_before.get()}, {"right", m_after.get()});
     }
 
     void listsWhatDiffers()
     {
-        auto *model = m_dialog->findChild<DifferencesModel *>();
+        auto *model = m_view->findChild<DifferencesModel *>();
         const QAbstractItemModelTester tester(model);
-        const QAbstractItemModel &rows = *m_dialog->tree().model();
+        const QAbstractItemModel &rows = *m_view->tree().model();
         QCOMPARE(rows.rowCount(), 3);
         const QModelIndex changed = rows.index(0, 0);
         QVERIFY(changed.data().toString().contains("≠"));
@@ -72,17 +72,17 @@ private slots:
                  QString("120"));
         QVERIFY(rows.index(1, 0).data().toString().contains("＋"));
         QVERIFY(rows.index(2, 0).data().toString().contains("－"));
-        m_dialog->findChild<QLineEdit *>()->setText("120");
+        m_view->findChild<QLineEdit *>()->setText("120");
         QCOMPARE(rows.rowCount(), 1); // found in a row below
-        m_dialog->setProjects({"left", m_after.get()}, {"right", m_after.get()});
-        QVERIFY(m_dialog->summary().contains("Различий нет"));
+        m_view->setProjects({"left", m_after.get()}, {"right", m_after.get()});
+        QVERIFY(m_view->summary().contains("Различий нет"));
     }
 
     // A picture is asked where the outlines of the elements are.
     void marksPictures()
     {
-        const QImage left = m_dialog->pictures().picture(0);
-        const QImage right = m_dialog->pictures().picture(1);
+        const QImage left = m_view->pictures().picture(0);
+        const QImage right = m_view->pictures().picture(1);
         QCOMPARE(left.size(), QSize(300, 200));
         QCOMPARE(right.size(), QSize(300, 200));
         const QPoint wasAt(80, 60), isAt(80, 120), added(240, 40), removed(240, 90);
@@ -95,21 +95,21 @@ private slots:
 
     void showsTheSameWindowForWhatIsNew()
     {
-        m_dialog->tree().setCurrentIndex(m_dialog->tree().model()->index(1, 0));
-        QVERIFY(!m_dialog->pictures().picture(0).isNull());
-        QVERIFY(!m_dialog->pictures().picture(1).isNull());
-        m_dialog->pictures().showDifference(nullptr);
-        QVERIFY(m_dialog->pictures().picture(0).isNull());
+        m_view->tree().setCurrentIndex(m_view->tree().model()->index(1, 0));
+        QVERIFY(!m_view->pictures().picture(0).isNull());
+        QVERIFY(!m_view->pictures().picture(1).isNull());
+        m_view->pictures().showDifference(nullptr);
+        QVERIFY(m_view->pictures().picture(0).isNull());
     }
 
     void leadsToTheNode()
     {
         std::vector<unsigned long> nodes;
-        connect(m_dialog.get(), &CompareDialog::nodeActivated, this,
+        connect(m_view.get(), &CompareView::nodeActivated, this,
                 [&](const Nodes::NodeLink &node) { nodes.push_back(node.GetNodeId()); });
-        const QAbstractItemModel &rows = *m_dialog->tree().model();
+        const QAbstractItemModel &rows = *m_view->tree().model();
         for (int row = 0; row < 3; ++row)
-            emit m_dialog->tree().activated(rows.index(row, 0));
+            emit m_view->tree().activated(rows.index(row, 0));
         QCOMPARE(nodes, (std::vector<unsigned long>{11, 13})); // what is removed leads nowhere
     }
 
@@ -120,7 +120,7 @@ private:
     Widgets::ProcessContext m_context{&m_core, m_actions, m_gestures};
     std::unique_ptr<Nodes::NodesCollection> m_before;
     std::unique_ptr<Nodes::NodesCollection> m_after;
-    std::unique_ptr<CompareDialog> m_dialog;
+    std::unique_ptr<CompareView> m_view;
 };
 
 QTEST_MAIN(CompareTest)

@@ -1,3 +1,6 @@
+#include "editor/compare/CompareDocument.h"
+#include "editor/compare/CompareView.h"
+#include "editor/help/KeysDialog.h"
 #include "editor/properties/PropertyView.h"
 #include "editor/shell/CommandMenus.h"
 #include "editor/shell/DocumentTabs.h"
@@ -20,11 +23,15 @@
 
 #include <QAction>
 #include <QDockWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
+#include <QTreeWidget>
 #include <QtTest>
 
 #include <arpa/inet.h>
@@ -211,6 +218,99 @@ private slots:
         Utils::NodeLinkEvent::SendEventToApp(Nodes::NodeLinks(), scene);
         QCoreApplication::sendPostedEvents();
         QCOMPARE(workspace.selection().nodes(), Nodes::NodeLinks{root});
+    }
+
+    void aComparisonIsATab()
+    {
+        Fixture f;
+        const Nodes::NodeLink node = f.addWindow();
+        QVERIFY(f.session().save());
+        const auto compare = [&f] {
+            f.window.commands().action("project.compareSaved")->trigger();
+            return qobject_cast<Editor::CompareDocument *>(f.window.workspace().document());
+        };
+        const Editor::CompareDocument *document = compare();
+        QVERIFY(document);
+        f.window.show();
+        QTRY_VERIFY(document->differences().summary().contains("Различий нет"));
+        QVERIFY(Utils::IUndo::execute(
+            new Utils::ChangeTextCommand(node, Utils::ChangeTextCommand::Name, "Другое")));
+        QTRY_VERIFY(document->differences().summary().contains("1"));
+        const QTreeView &rows = document->differences().tree();
+        emit document->differences().tree().activated(rows.model()->index(0, 0));
+        QCOMPARE(f.window.workspace().document()->node(), node);
+        QCOMPARE(f.window.tabs().count(), 2);
+        QVERIFY(compare()); // in place of the one before
+        QCOMPARE(f.window.tabs().count(), 2);
+        QVERIFY(f.session().save());
+        const QString file = f.session().file();
+        f.session().close();
+        QVERIFY(f.session().open(file)); // with what had its node
+        QCOMPARE(f.window.tabs().count(), 1);
+        QCOMPARE(f.window.workspace().document()->node().GetNodeId(), node.GetNodeId());
+    }
+
+    void panelsAreReachedByKeys()
+    {
+        Fixture f;
+        f.window.workspace().open(f.addWindow());
+        f.window.show();
+        f.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&f.window));
+        f.window.workspace().document()->setFocus();
+        for (int i = 0; i < Editor::PanelTable().size(); ++i) {
+            const auto *dock = f.window.findChild<QDockWidget *>(Editor::PanelTable()[i].key);
+            QTest::keyClick(&f.window, Qt::Key(Qt::Key_1 + i), Qt::AltModifier);
+            QTRY_VERIFY2(dock->isVisible() && dock->isAncestorOf(QApplication::focusWidget()),
+                         Editor::PanelTable()[i].key);
+        }
+        QTest::keyClick(&f.window, Qt::Key_0, Qt::AltModifier);
+        QTRY_VERIFY(f.window.workspace().document()->isAncestorOf(QApplication::focusWidget()));
+    }
+
+    // Keys that two commands have run neither of them; letters of menus that two have, one.
+    void keysAndLettersAreUnique()
+    {
+        const Fixture f;
+        QSet<QChar> letters;
+        QStringList keys;
+        const std::function<void(const QMenu &)> collect = [&](const QMenu &menu) {
+            for (const QAction *action : menu.actions()) {
+                if (action->menu())
+                    collect(*action->menu());
+                for (const QKeySequence &sequence : action->shortcuts())
+                    keys << sequence.toString();
+            }
+        };
+        for (const QAction *top : f.window.menuBar()->actions()) {
+            const int at = top->text().indexOf('&');
+            QVERIFY2(at >= 0 && !letters.contains(top->text().at(at + 1).toLower()),
+                     qPrintable(top->text()));
+            letters.insert(top->text().at(at + 1).toLower());
+            QVERIFY2(!top->menu()->isEmpty(), qPrintable(top->text()));
+            collect(*top->menu());
+        }
+        QVERIFY(keys.size() > 30);
+        QCOMPARE(keys.removeDuplicates(), 0);
+    }
+
+    void listsTheKeysOfItsMenus()
+    {
+        const Fixture f;
+        Editor::KeysDialog dialog;
+        dialog.addMenus(f.window);
+        auto *rows = dialog.findChild<QTreeWidget *>();
+        const auto shown = [rows](const QString &text) {
+            int count = 0;
+            for (const QTreeWidgetItem *item :
+                 rows->findItems(text, Qt::MatchContains | Qt::MatchRecursive))
+                count += item->isHidden() || item->parent()->isHidden() ? 0 : 1;
+            return count;
+        };
+        QCOMPARE(shown("Сохранить"), 2);
+        dialog.search("f5");
+        QCOMPARE(shown("Запуск"), 1);
+        QCOMPARE(shown("Сохранить"), 0);
     }
 
     void goesToAProperty()

@@ -1,7 +1,8 @@
 #include "PropertyFixture.h"
 
-#include "editor/properties/picker/NodePicker.h"
-#include "editor/properties/picker/NodePickerModel.h"
+#include "editor/picker/NodePicker.h"
+#include "editor/picker/NodePickerModel.h"
+#include "editor/properties/PropertyDrop.h"
 #include "support/Rows.h"
 
 #include <QAbstractItemModelTester>
@@ -58,6 +59,7 @@ private slots:
         row("by name", "signal", "p1", "Проект Котёл P1", 1);
         row("by description", "signal", " воды ", "Проект Котёл T1", 1);
         row("not by what holds it", "signal", "котёл", "", 0);
+        row("by path", "signal", "котёл/t", "Проект Котёл T1", 1);
         row("actions", "onPress", "", "Проект пуск", 1);
         row("none", "onPress", "P1", "", 0);
     }
@@ -70,7 +72,10 @@ private slots:
         QFETCH(int, count);
         Tree t;
         t.root()->SetName("Проект");
-        NodePickerModel model(&t.project, t.property(property));
+        const Nodes::PropertyDescriptor &descriptor = t.property(property);
+        NodePickerModel model(&t.project, [&](const Nodes::ConfigNode &node) {
+            return Editor::PropertyDrop::fits(descriptor, node);
+        });
         const QAbstractItemModelTester tester(
             &model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.search(search);

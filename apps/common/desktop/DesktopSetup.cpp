@@ -4,6 +4,7 @@
 #include "utils/settings/QtTexts.h"
 
 #include <QApplication>
+#include <QStyle>
 #include <QStyleFactory>
 
 #include <clocale>
@@ -28,6 +29,9 @@ void DesktopSetup::prepare(const QString &name, const QString &version)
     QApplication::setApplicationName(name);
     QApplication::setApplicationVersion(version);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    // A dark desktop must not put its light texts on grounds that are drawn light, nor dark icons
+    // on its own.
+    QApplication::setPalette(QApplication::style()->standardPalette());
     // Qt takes the user's locale over; numbers in project files have a point in every country.
     std::setlocale(LC_NUMERIC, "C");
     Utils::registerMetaTypes();

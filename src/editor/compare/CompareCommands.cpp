@@ -1,6 +1,6 @@
 #include "editor/compare/CompareCommands.h"
 
-#include "editor/compare/CompareDialog.h"
+#include "editor/compare/CompareDocument.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/workspace/Workspace.h"
 
@@ -41,19 +41,11 @@ std::unique_ptr<Nodes::NodesCollection> read(Workspace &workspace, const QString
 
 void CompareWithFile(Workspace &workspace, const QString &file)
 {
-    const std::unique_ptr<Nodes::NodesCollection> other = read(workspace, file);
-    if (!other)
-        return;
-    CompareDialog dialog(workspace.window());
-    dialog.setProjects({tr("Файл %1").arg(QDir::toNativeSeparators(file)), other.get()},
-                       {tr("Открытый проект"), workspace.session().project()});
-    QObject::connect(&dialog, &CompareDialog::nodeActivated, &workspace,
-                     [&](const Nodes::NodeLink &node) {
-                         dialog.accept();
-                         workspace.open(node);
-                         workspace.reveal(node);
-                     });
-    dialog.exec();
+    std::unique_ptr<Nodes::NodesCollection> other = read(workspace, file);
+    if (other)
+        workspace.show(new CompareDocument(workspace, std::move(other),
+                                           tr("Файл %1").arg(QDir::toNativeSeparators(file)),
+                                           workspace.window()));
 }
 
 void CompareWithSaved(Workspace &workspace)

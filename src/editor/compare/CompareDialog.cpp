@@ -1,115 +1,26 @@
 #include "editor/compare/CompareDialog.h"
 
-#include "editor/compare/DifferencesModel.h"
-#include "editor/compare/PicturePair.h"
-
-#include "nodes/model/NodesCollection.h"
-#include "nodes/project/ProjectDiff.h"
+#include "editor/compare/CompareView.h"
 
 #include <QDialogButtonBox>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
-#include <QSplitter>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace Editor {
 
-namespace {
-
-constexpr int expandedRows = 200; // more would take long to lay out, and nobody reads them at once
-constexpr int whatWidth = 600;
-constexpr int valueWidth = 240;
-
-} // namespace
-
-CompareDialog::CompareDialog(QWidget *parent)
-    : QDialog(parent),
-      m_model(new DifferencesModel(this)),
-      m_rows(new QSortFilterProxyModel(this)),
-      m_summary(new QLabel(this)),
-      m_search(new QLineEdit(this)),
-      m_tree(new QTreeView(this)),
-      m_pictures(new PicturePair(this))
+CompareDialog::CompareDialog(QWidget *parent) : QDialog(parent), m_view(new CompareView(this))
 {
     setWindowTitle(tr("Сравнение проектов"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     resize(1240, 680);
-    m_rows->setSourceModel(m_model);
-    m_rows->setRecursiveFilteringEnabled(true);
-    m_rows->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_rows->setFilterKeyColumn(-1);
-    build();
-    connect(m_search, &QLineEdit::textChanged, m_rows,
-            &QSortFilterProxyModel::setFilterFixedString);
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &CompareDialog::showChosen);
-    connect(m_tree, &QTreeView::activated, this, &CompareDialog::onActivated);
-}
-
-void CompareDialog::build()
-{
-    m_tree->setModel(m_rows);
-    m_tree->setUniformRowHeights(true);
-    m_tree->setAlternatingRowColors(true);
-    m_tree->setExpandsOnDoubleClick(false);
-    m_tree->setColumnWidth(DifferencesModel::WhatColumn, whatWidth);
-    m_tree->setColumnWidth(DifferencesModel::BeforeColumn, valueWidth);
-    m_search->setPlaceholderText(tr("Найти"));
-    m_search->setClearButtonEnabled(true);
-    m_summary->setTextFormat(Qt::PlainText);
-    m_summary->setWordWrap(true);
-    auto *top = new QHBoxLayout;
-    top->addWidget(m_summary, 2);
-    top->addWidget(m_search, 1);
-    auto *parts = new QSplitter(Qt::Vertical, this);
-    parts->addWidget(m_tree);
-    parts->addWidget(m_pictures);
-    parts->setSizes({300, 340});
-    parts->setChildrenCollapsible(false);
     auto *buttons = new QDialogButtonBox(this);
     QPushButton *close = buttons->addButton(tr("Закрыть"), QDialogButtonBox::RejectRole);
     close->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addWidget(parts, 1);
+    layout->addWidget(m_view, 1);
     layout->addWidget(buttons);
-}
-
-void CompareDialog::setProjects(const ComparedProject &before, const ComparedProject &after)
-{
-    m_after = after;
-    const Nodes::ProjectDiff diff(*before.project, *after.project);
-    m_model->setDifferences(diff.GetDifferences());
-    m_pictures->setProjects(before, after, diff.GetDifferences());
-    m_summary->setText(diff.isEmpty()
-                           ? tr("Различий нет.")
-                           : tr("Отличия: %1.").arg(QString::fromStdString(diff.GetSummary())));
-    if (m_model->rowCount() <= expandedRows)
-        m_tree->expandAll();
-    m_tree->setCurrentIndex(m_rows->index(0, 0));
-    m_tree->setFocus();
-}
-
-QString CompareDialog::summary() const
-{
-    return m_summary->text();
-}
-
-void CompareDialog::showChosen(const QModelIndex &current)
-{
-    m_pictures->showDifference(m_model->difference(m_rows->mapToSource(current)));
-}
-
-void CompareDialog::onActivated(const QModelIndex &index)
-{
-    const Nodes::NodeDifference *chosen = m_model->difference(m_rows->mapToSource(index));
-    if (chosen && m_after.project->FindNode(chosen->after))
-        emit nodeActivated(Nodes::NodeLink(chosen->after, m_after.project));
+    m_view->setFocus();
 }
 
 } // namespace Editor

@@ -1,22 +1,12 @@
 #pragma once
 
-#include "editor/compare/ComparedProject.h"
-
-#include "nodes/model/links/NodeLink.h"
-
 #include <QDialog>
-
-class QLabel;
-class QLineEdit;
-class QSortFilterProxyModel;
-class QTreeView;
 
 namespace Editor {
 
-class DifferencesModel;
-class PicturePair;
+class CompareView;
 
-/// What differs from one project to another, as a list and in pictures of the windows. GUI thread.
+/// A comparison that is looked at before a question is answered. GUI thread.
 class CompareDialog : public QDialog
 {
     Q_OBJECT
@@ -24,29 +14,10 @@ class CompareDialog : public QDialog
 public:
     explicit CompareDialog(QWidget *parent = nullptr);
 
-    /// Both outlive the dialog and do not change meanwhile.
-    void setProjects(const ComparedProject &before, const ComparedProject &after);
-    QTreeView &tree() const { return *m_tree; }
-    PicturePair &pictures() const { return *m_pictures; }
-    /// Russian, in a few words.
-    QString summary() const;
-
-signals:
-    /// A node of the second project, by a double click or Enter.
-    void nodeActivated(const Nodes::NodeLink &node);
+    CompareView &view() const { return *m_view; }
 
 private:
-    void build();
-    void showChosen(const QModelIndex &current);
-    void onActivated(const QModelIndex &index);
-
-    ComparedProject m_after;
-    DifferencesModel *m_model;
-    QSortFilterProxyModel *m_rows;
-    QLabel *m_summary;
-    QLineEdit *m_search;
-    QTreeView *m_tree;
-    PicturePair *m_pictures;
+    CompareView *m_view;
 };
 
 } // namespace Editor

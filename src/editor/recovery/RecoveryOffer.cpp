@@ -1,6 +1,7 @@
 #include "editor/recovery/RecoveryOffer.h"
 
 #include "editor/compare/CompareDialog.h"
+#include "editor/compare/CompareView.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/recovery/AutoSave.h"
 #include "editor/workspace/Workspace.h"
@@ -133,8 +134,8 @@ void RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
     connect(compare, &QPushButton::clicked, this, [this] {
         m_question = nullptr; // it closes with the click
         CompareDialog dialog(m_workspace.window());
-        dialog.setProjects({tr("Сохранённый проект"), m_workspace.session().project()},
-                           {tr("Несохранённая работа"), m_project.get()});
+        dialog.view().setProjects({tr("Сохранённый проект"), m_workspace.session().project()},
+                                  {tr("Несохранённая работа"), m_project.get()});
         dialog.exec();
         QTimer::singleShot(0, this, &RecoveryOffer::look); // the question has closed
     });

@@ -211,10 +211,14 @@ QVector<CommandRow> arranging()
 QVector<CommandRow> SceneCommands()
 {
     QVector<CommandRow> rows = {
-        {"scene.cut", "Правка", "Вырезать", "", "Ctrl+X", &canEditSelection, &cut},
-        {"scene.copy", "Правка", "Копировать", "", "Ctrl+C", &hasSelection, &copy},
-        {"scene.paste", "Правка", "Вставить", "", "Ctrl+V", &canEdit, &paste},
-        {"scene.delete", "Правка", "Удалить", "", "Del", &canEditSelection, &remove},
+        {"scene.cut", "Правка", "Вырезать", ":/editor/icons/cut.svg", "Ctrl+X", &canEditSelection,
+         &cut},
+        {"scene.copy", "Правка", "Копировать", ":/editor/icons/copy.svg", "Ctrl+C", &hasSelection,
+         &copy},
+        {"scene.paste", "Правка", "Вставить", ":/editor/icons/paste.svg", "Ctrl+V", &canEdit,
+         &paste},
+        {"scene.delete", "Правка", "Удалить", ":/editor/icons/delete.svg", "Del", &canEditSelection,
+         &remove},
         {"scene.selectAll", "Правка", "Выделить всё", "", "Ctrl+A", &hasEditor, &selectAll},
         {"scene.fitAll", "Вид", "Вписать окно", ":/editor/icons/zoomFit.svg", "Ctrl+0", &hasScene,
          &fitAll},
@@ -222,8 +226,10 @@ QVector<CommandRow> SceneCommands()
          "Ctrl+Shift+0", &hasSelection, &fitSelection},
         {"scene.showWhole", "Вид", "Масштаб 100 %", ":/editor/icons/zoom100.svg", "Ctrl+1",
          &hasScene, &showWhole},
-        {"scene.zoomIn", "Вид", "Крупнее", "", "Ctrl++", &hasScene, &zoomIn},
-        {"scene.zoomOut", "Вид", "Мельче", "", "Ctrl+-", &hasScene, &zoomOut},
+        {"scene.zoomIn", "Вид", "Крупнее", ":/editor/icons/zoomIn.svg", "Ctrl++", &hasScene,
+         &zoomIn},
+        {"scene.zoomOut", "Вид", "Мельче", ":/editor/icons/zoomOut.svg", "Ctrl+-", &hasScene,
+         &zoomOut},
         {"scene.preview", "Вид", "Просмотр", ":/editor/icons/preview.svg", "F6", &hasScene,
          &togglePreview},
     };

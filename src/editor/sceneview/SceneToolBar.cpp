@@ -6,10 +6,15 @@
 #include "widgets/scene/editing/arrange/SceneEditTable.h"
 #include "widgets/scene/editing/guides/SnapSettings.h"
 
+#include <QActionGroup>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QToolButton>
+
+#include <algorithm>
 
 namespace Editor {
 
@@ -35,6 +40,7 @@ SceneToolBar::SceneToolBar(EditedView &view, QWidget *parent) : QToolBar(parent)
 {
     setIconSize(QSize(16, 16));
     setMovable(false);
+    setStyleSheet(QStringLiteral("QToolBar { spacing: 1px; } QToolButton { padding: 2px; }"));
     addZoom();
     addSeparator();
     addSnapping();
@@ -113,25 +119,38 @@ void SceneToolBar::addSnapping()
 
 void SceneToolBar::addBackdrop()
 {
-    m_backdrop = new QComboBox(this);
-    m_backdrop->setToolTip(QStringLiteral("Фон в редакторе; на проект не влияет"));
-    m_backdrop->addItem(QStringLiteral("Фон окна"), SceneBackdrop::Project);
-    m_backdrop->addItem(QStringLiteral("Светлый"), SceneBackdrop::Light);
-    m_backdrop->addItem(QStringLiteral("Тёмный"), SceneBackdrop::Dark);
-    m_backdrop->addItem(QStringLiteral("Клетки"), SceneBackdrop::Checker);
-    addWidget(m_backdrop);
-    connect(m_backdrop, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+    m_backdrop = new QActionGroup(this);
+    QMenu *menu =
+        addMenu(QStringLiteral("Фон в редакторе; на проект не влияет"), iconOf("backdrop"));
+    const auto offer = [this, menu](const char *text, SceneBackdrop::enKind kind) {
+        QAction *action = menu->addAction(QString::fromUtf8(text));
+        action->setCheckable(true);
+        action->setData(kind);
+        action->setChecked(kind == SceneBackdrop::Project);
+        m_backdrop->addAction(action);
+    };
+    offer("Фон окна", SceneBackdrop::Project);
+    offer("Светлый", SceneBackdrop::Light);
+    offer("Тёмный", SceneBackdrop::Dark);
+    offer("Клетки", SceneBackdrop::Checker);
+    connect(m_backdrop, &QActionGroup::triggered, this, [this](const QAction *action) {
         SceneBackdrop backdrop = m_view.backdrop();
-        backdrop.kind = SceneBackdrop::enKind(m_backdrop->itemData(index).toInt());
+        backdrop.kind = SceneBackdrop::enKind(action->data().toInt());
         m_view.setBackdrop(backdrop);
     });
 }
 
-// Those that stand in submenus elsewhere: here they are a click away.
+// Those that stand in submenus elsewhere: here they are a click away. The last group has a button
+// for all of it: the bar fits a screen of 1366 pixels.
 void SceneToolBar::addEdits()
 {
     QString group;
-    for (const Widgets::SceneEditRow &edit : Widgets::SceneEditTable::rows()) {
+    const auto &rows = Widgets::SceneEditTable::rows();
+    const auto last = std::find_if(rows.rbegin(), rows.rend(),
+                                   [](const Widgets::SceneEditRow &edit) { return *edit.group; });
+    const QString lastGroup = last != rows.rend() ? QString::fromUtf8(last->group) : QString();
+    QMenu *menu = nullptr;
+    for (const Widgets::SceneEditRow &edit : rows) {
         const QString title = QString::fromUtf8(edit.group);
         if (title.isEmpty())
             continue;
@@ -139,13 +158,30 @@ void SceneToolBar::addEdits()
             addSeparator();
         group = title;
         const QIcon icon(QStringLiteral(":/icons/arrange/%1.svg").arg(edit.id));
-        QAction *action = addAction(icon, QString::fromUtf8(edit.text), this,
-                                    [this, &edit] { emit editAsked(edit); });
+        if (title == lastGroup && !menu)
+            menu = addMenu(title, icon);
+        QAction *action = new QAction(icon, QString::fromUtf8(edit.text), this);
+        connect(action, &QAction::triggered, this, [this, &edit] { emit editAsked(edit); });
+        if (menu)
+            menu->addAction(action);
+        else
+            addAction(action);
         const QString keys = QKeySequence(edit.shortcut).toString(QKeySequence::NativeText);
         action->setToolTip(QStringLiteral("%1: %2").arg(title, action->text()) +
                            (keys.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(keys)));
         m_edits.insert(&edit, action);
     }
+}
+
+QMenu *SceneToolBar::addMenu(const QString &title, const QIcon &icon)
+{
+    auto *button = new QToolButton(this);
+    button->setIcon(icon);
+    button->setToolTip(title);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setMenu(new QMenu(button));
+    addWidget(button);
+    return button->menu();
 }
 
 void SceneToolBar::showPossible(const Widgets::EditedElements &edited)

@@ -3,7 +3,9 @@
 #include <QHash>
 #include <QToolBar>
 
+class QActionGroup;
 class QComboBox;
+class QMenu;
 class QSpinBox;
 
 namespace Widgets {
@@ -39,6 +41,8 @@ private:
     void addSnapping();
     void addBackdrop();
     void addEdits();
+    /// Of a button of its own.
+    QMenu *addMenu(const QString &title, const QIcon &icon);
     void showZoom();
     void takeZoom();
     void showSettings();
@@ -48,7 +52,7 @@ private:
     QAction *m_toGrid = nullptr;
     QAction *m_toElements = nullptr;
     QSpinBox *m_step = nullptr;
-    QComboBox *m_backdrop = nullptr;
+    QActionGroup *m_backdrop = nullptr;
     QAction *m_preview = nullptr;
     QHash<const Widgets::SceneEditRow *, QAction *> m_edits;
 };

@@ -18,7 +18,7 @@ CommandMenus::CommandMenus(Workspace &workspace, QMenuBar &bar)
     const QList<QAction *> tops = bar.actions();
     for (QAction *top : tops) {
         if (top->menu())
-            m_menus.insert(top->menu()->title(), top->menu());
+            m_menus.insert(top->menu()->title().remove(QLatin1Char('&')), top->menu());
     }
     for (const CommandRow &row : CommandTable())
         add(row);

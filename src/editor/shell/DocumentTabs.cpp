@@ -59,6 +59,7 @@ DocumentTabs::DocumentTabs(Workspace &workspace, QWidget *parent)
     connect(this, &QTabWidget::tabCloseRequested, this, &DocumentTabs::closeAt);
     connect(this, &QTabWidget::currentChanged, this, &DocumentTabs::onCurrentChanged);
     connect(&workspace, &Workspace::openRequested, this, &DocumentTabs::open);
+    connect(&workspace, &Workspace::showRequested, this, &DocumentTabs::showDocument);
     connect(&workspace, &Workspace::revealRequested, this, &DocumentTabs::onReveal);
     connect(&workspace.session(), &ProjectSession::opened, this, &DocumentTabs::watchProject);
     connect(&workspace.session(), &ProjectSession::opened, this, &DocumentTabs::reopen);
@@ -81,7 +82,7 @@ DocumentView *DocumentTabs::at(int index) const
 DocumentView *DocumentTabs::find(const Nodes::NodeLink &node) const
 {
     for (int i = 0; i < count(); ++i) {
-        if (at(i)->node() == node)
+        if (at(i)->isOfNode() && at(i)->node() == node)
             return at(i);
     }
     return nullptr;
@@ -97,9 +98,7 @@ bool DocumentTabs::open(const Nodes::NodeLink &node)
         DocumentView *document = find(shown);
         if (!document) {
             document = row->make(m_workspace, shown, this);
-            connect(document, &DocumentView::titleChanged, this, &DocumentTabs::refresh);
-            addTab(document, document->icon(), document->title());
-            refresh();
+            add(document);
         }
         setCurrentWidget(document);
         document->setFocus();
@@ -108,6 +107,24 @@ bool DocumentTabs::open(const Nodes::NodeLink &node)
         return true;
     }
     return false;
+}
+
+void DocumentTabs::add(DocumentView *document)
+{
+    connect(document, &DocumentView::titleChanged, this, &DocumentTabs::refresh);
+    addTab(document, document->icon(), document->title());
+    refresh();
+}
+
+void DocumentTabs::showDocument(DocumentView *document)
+{
+    for (int i = count() - 1; i >= 0; --i) {
+        if (at(i)->metaObject() == document->metaObject())
+            closeAt(i);
+    }
+    add(document);
+    setCurrentWidget(document);
+    document->setFocus();
 }
 
 void DocumentTabs::onReveal(const Nodes::NodeLink &node)
@@ -150,14 +167,20 @@ void DocumentTabs::keepOpen() const
     const Nodes::NodesCollection *project = m_workspace.session().project();
     const QString key = QString::fromStdString(project->GetUuid());
     QJsonArray open;
-    for (int i = 0; i < count(); ++i)
+    int current = 0;
+    for (int i = 0; i < count(); ++i) {
+        if (!at(i)->isOfNode())
+            continue;
+        if (i == currentIndex())
+            current = open.size();
         open.append(double(at(i)->node().GetNodeId()));
+    }
     QJsonObject kept;
     (void)settings().load(kept);
     kept.remove(key);
     while (kept.size() >= keptProjects)
         kept.erase(kept.begin());
-    kept.insert(key, QJsonObject{{"open", open}, {"current", currentIndex()}});
+    kept.insert(key, QJsonObject{{"open", open}, {"current", current}});
     (void)settings().save(kept); // logged
 }
 
@@ -214,7 +237,8 @@ void DocumentTabs::refresh()
             continue;
         }
         setTabText(i, document->title());
-        setTabToolTip(i, QString::fromStdString(document->node().GetLinkName(true)));
+        if (document->isOfNode())
+            setTabToolTip(i, QString::fromStdString(document->node().GetLinkName(true)));
     }
 }
 

@@ -31,6 +31,9 @@ public:
 
 private:
     void closeAt(int index);
+    void add(DocumentView *document);
+    /// In place of one of the same class.
+    void showDocument(DocumentView *document);
     void onCurrentChanged();
     void onReveal(const Nodes::NodeLink &node);
     void watchProject();

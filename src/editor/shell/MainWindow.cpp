@@ -100,7 +100,7 @@ MainWindow::~MainWindow()
 
 void MainWindow::makeFileMenu()
 {
-    m_fileMenu = menuBar()->addMenu(tr("Файл"));
+    m_fileMenu = menuBar()->addMenu(tr("&Файл"));
     const auto icon = [](const char *name) {
         return QIcon(QStringLiteral(":/editor/icons/%1.svg").arg(QLatin1String(name)));
     };
@@ -129,7 +129,7 @@ void MainWindow::makeFileMenu()
 
 void MainWindow::makeEditMenu()
 {
-    QMenu *menu = menuBar()->addMenu(tr("Правка"));
+    QMenu *menu = menuBar()->addMenu(tr("&Правка"));
     m_undoAction = m_session.undoStack().createUndoAction(this, tr("Отменить"));
     m_undoAction->setIcon(QIcon(QStringLiteral(":/editor/icons/undo.svg")));
     m_undoAction->setShortcuts(QKeySequence::Undo);
@@ -143,10 +143,10 @@ void MainWindow::makeEditMenu()
 
 void MainWindow::makeViewMenu()
 {
-    m_viewMenu = menuBar()->addMenu(tr("Вид"));
-    menuBar()->addMenu(tr("Размещение"));
-    menuBar()->addMenu(tr("Проект"));
-    menuBar()->addMenu(tr("Сервис"));
+    m_viewMenu = menuBar()->addMenu(tr("&Вид"));
+    menuBar()->addMenu(tr("&Размещение"));
+    menuBar()->addMenu(tr("Прое&кт"));
+    menuBar()->addMenu(tr("Спр&авка"));
 }
 
 void MainWindow::makeToolBar()

@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+class QDockWidget;
 class QLabel;
 class QSessionManager;
 class QMenu;
@@ -45,6 +46,8 @@ private:
     void makeViewMenu();
     void makeToolBar();
     void makePanels();
+    void goTo(QDockWidget &dock);
+    void goToDocument();
     void fillRecent();
     void run();
     void startStation(const QStringList &away);

@@ -1,6 +1,7 @@
 #include "editor/tables/CommandTable.h"
 
 #include "editor/compare/CompareCommands.h"
+#include "editor/help/HelpCommands.h"
 #include "editor/sceneview/SceneCommands.h"
 #include "editor/signals/DataCommands.h"
 #include "editor/symbols/SymbolCommands.h"
@@ -14,32 +15,41 @@ const QVector<CommandRow> &CommandTable()
 {
     using namespace StepCommands;
     static const QVector<CommandRow> own = {
-        {"project.addWindow", "Проект", "Добавить окно…", "", "", &mayEdit, &addWindow},
+        {"project.addWindow", "Проект", "Добавить окно…", ":/editor/icons/addWindow.svg", "",
+         &mayEdit, &addWindow},
         {"project.addReadings", "Проект", "Добавить показания…", "", "", &mayAddReadings,
          &addReadings},
         {"project.addModbus", "Проект", "Добавить устройство Modbus TCP", "", "", &mayEdit,
          &addModbus},
         {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
-        {"data.signals", "Проект", "Таблица сигналов и тревог", "", "Ctrl+T",
-         &DataCommands::hasStation, &DataCommands::openSignals},
-        {"data.users", "Проект", "Пользователи и права", "", "", &DataCommands::hasStation,
-         &DataCommands::openUsers},
+        {"data.signals", "Проект", "Таблица сигналов и тревог", ":/editor/icons/table.svg",
+         "Ctrl+T", &DataCommands::hasStation, &DataCommands::openSignals},
+        {"data.users", "Проект", "Пользователи и права", ":/editor/icons/users.svg", "",
+         &DataCommands::hasStation, &DataCommands::openUsers},
         {"symbols.states", "Правка", "Состояния мнемосимвола по сигналу", "", "",
          &SymbolCommands::canFillStates, &SymbolCommands::fillStates},
         {"templates.make", "Правка", "Сделать шаблон из выделения…", "", "",
          &TemplateCommands::canMake, &TemplateCommands::make},
-        {"project.compareSaved", "Проект", "Сравнить с сохранённым", "", "", nullptr,
-         &CompareWithSaved},
+        {"project.compareSaved", "Проект", "Сравнить с сохранённым", ":/editor/icons/compare.svg",
+         "", nullptr, &CompareWithSaved},
         {"project.compareFile", "Проект", "Сравнить с файлом…", "", "", nullptr, &CompareByDialog},
-        {"rename", "Правка", "Переименовать", "", "F2", &NodeCommands::canRename,
-         &NodeCommands::rename},
-        {"usages", "Правка", "Найти использование", "", "Shift+F12", &NodeCommands::hasNodes,
-         &NodeCommands::findUsages},
-        {"replace", "Правка", "Заменить сигнал…", "", "Ctrl+H", nullptr,
+        {"rename", "Правка", "Переименовать", ":/editor/icons/rename.svg", "F2",
+         &NodeCommands::canRename, &NodeCommands::rename},
+        {"usages", "Правка", "Найти использование", ":/editor/icons/usages.svg", "Shift+F12",
+         &NodeCommands::hasNodes, &NodeCommands::findUsages},
+        {"replace", "Правка", "Заменить сигнал…", ":/editor/icons/replace.svg", "Ctrl+H", nullptr,
          &NodeCommands::replaceNode},
         {"replace-pattern", "Правка", "Заменить по образцу…", "", "Ctrl+Alt+H", nullptr,
          &NodeCommands::replacePattern},
-        {"find-node", "Правка", "Найти узел", "", "Ctrl+Shift+F", nullptr, &NodeCommands::findNode},
+        {"find-node", "Правка", "Найти узел", ":/editor/icons/find.svg", "Ctrl+Shift+F", nullptr,
+         &NodeCommands::findNode},
+        {"help.keys", "Справка", "Клавиши", ":/editor/icons/keys.svg", "F1", &HelpCommands::always,
+         &HelpCommands::showKeys},
+        {"help.documents", "Справка", "Документация", "", "", &HelpCommands::hasDocuments,
+         &HelpCommands::openDocuments},
+        {"", "Справка", "-", "", "", nullptr, nullptr},
+        {"help.about", "Справка", "О программе", "", "", &HelpCommands::always,
+         &HelpCommands::showAbout},
     };
     static const QVector<CommandRow> rows = SceneCommands() + own;
     return rows;

@@ -1,7 +1,7 @@
 #include "editor/usages/RemovalDialog.h"
 
+#include "editor/picker/NodePicker.h"
 #include "editor/tree/KindIcons.h"
-#include "editor/tree/TreePicker.h"
 #include "editor/usages/UsagesModel.h"
 #include "editor/workspace/Workspace.h"
 
@@ -189,14 +189,13 @@ void RemovalDialog::pickReplacement()
     if (!project)
         return;
     const Nodes::NodeType type = targets.front().GetNodeType();
-    TreePicker picker(
-        *project, QStringLiteral("На какой узел вести ссылки"),
-        [this, type](const Nodes::ConfigNode &node) {
-            return node.GetNodeType().GetFamily() == type.GetFamily() && !isGoing(node);
-        },
-        this);
-    if (picker.exec() == QDialog::Accepted)
-        replace(targets, picker.picked());
+    const auto fits = [this, type](const Nodes::ConfigNode &node) {
+        return node.GetNodeType().GetFamily() == type.GetFamily() && !isGoing(node);
+    };
+    const Nodes::NodeLink picked =
+        NodePicker::pick(project, QStringLiteral("На какой узел вести ссылки"), fits, {}, this);
+    if (!picked.isEmpty())
+        replace(targets, picked);
 }
 
 std::vector<std::pair<Nodes::NodeLink, Nodes::NodeLink>> RemovalDialog::replacements() const

@@ -1,7 +1,7 @@
 #include "editor/usages/ReplaceDialog.h"
 
+#include "editor/picker/NodePicker.h"
 #include "editor/project/ProjectSession.h"
-#include "editor/tree/TreePicker.h"
 #include "editor/usages/ReplaceModel.h"
 #include "editor/workspace/Workspace.h"
 
@@ -118,10 +118,11 @@ void ReplaceDialog::pick(Nodes::NodeLink &node, const QString &title)
     Nodes::NodesCollection *project = m_workspace.session().project();
     if (!project)
         return;
-    const std::optional<Nodes::NodeLink> picked = TreePicker::pick(*project, title, {}, node, this);
-    if (!picked)
+    const auto isAny = [](const Nodes::ConfigNode &) { return true; };
+    const Nodes::NodeLink picked = NodePicker::pick(project, title, isAny, node, this);
+    if (picked.isEmpty())
         return;
-    node = *picked;
+    node = picked;
     refresh();
 }
 

@@ -1,6 +1,6 @@
 #include "editor/users/RolesPage.h"
 
-#include "editor/properties/picker/NodePicker.h"
+#include "editor/picker/NodePicker.h"
 #include "editor/users/SecurityNodes.h"
 #include "editor/users/UserEdits.h"
 #include "editor/workspace/Workspace.h"

@@ -28,6 +28,9 @@ public:
     /// The node's name by default.
     virtual QString title() const;
     virtual QIcon icon() const;
+    /// Opened for its node and found by it. Others, such as a comparison, are shown by
+    /// Workspace::show and not opened again with the project.
+    virtual bool isOfNode() const { return true; }
     /// Selects the node and scrolls to it when it stands in this document; false when it does not.
     virtual bool reveal(const Nodes::NodeLink &node);
     /// Null unless the document shows a scene.

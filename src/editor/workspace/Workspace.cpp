@@ -33,6 +33,11 @@ void Workspace::open(const Nodes::NodeLink &node)
         emit openRequested(node);
 }
 
+void Workspace::show(DocumentView *document)
+{
+    emit showRequested(document);
+}
+
 void Workspace::reveal(const Nodes::NodeLink &node)
 {
     if (!node.isValid())

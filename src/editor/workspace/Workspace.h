@@ -32,6 +32,8 @@ public:
     /// Opens the node's document or brings it forward; a node without one: the nearest above that
     /// has.
     void open(const Nodes::NodeLink &node);
+    /// Into a tab of its own, in place of one of the same class, which the tab takes over.
+    void show(DocumentView *document);
     /// Selects the node in the project tree and, where its document is open, there.
     void reveal(const Nodes::NodeLink &node);
     /// The same, and goes to a property of it, by its key, in the property table.
@@ -48,6 +50,7 @@ public:
 
 signals:
     void openRequested(const Nodes::NodeLink &node);
+    void showRequested(Editor::DocumentView *document);
     void revealRequested(const Nodes::NodeLink &node);
     void propertyRequested(const QString &key);
     void told(Editor::Workspace::Level level, const QString &text);

@@ -3,11 +3,12 @@
 #include "editor/usages/UsagesModel.h"
 
 #include "editor/OpenProject.h"
+#include "editor/picker/NodePicker.h"
 #include "editor/tree/NodeEdits.h"
-#include "editor/tree/TreePicker.h"
 #include "support/Rows.h"
 #include "support/WhenShown.h"
 
+#include <QDialogButtonBox>
 #include <QPushButton>
 #include <QTreeView>
 #include <QTreeWidget>
@@ -92,12 +93,13 @@ void TestRemoval::picksTheReplacementFromTheTree()
     RemovalDialog dialog(project.workspace, project.links({"К1/T"}),
                          FindUsagesFromOutside(project.links({"К1/T"})));
     NodeLinks tried;
-    const WhenShown<TreePicker> act([&](TreePicker &picker) {
+    const WhenShown<NodePicker> act([&](NodePicker &picker) {
         for (const char *path : {"К2", "К1/T", "К2/P"}) { // a folder, what goes, a signal
-            picker.setPicked(NodeLink(project.at(path)));
-            tried.push_back(picker.picked());
+            picker.setCurrent(NodeLink(project.at(path)).GetNodeId());
+            const NodeLinks chosen = picker.chosen();
+            tried.push_back(chosen.empty() ? NodeLink() : chosen.front());
         }
-        picker.accept();
+        picker.findChild<QDialogButtonBox *>()->accepted();
     });
     press(dialog, "pick");
     QCOMPARE(tried, NodeLinks({{}, {}, NodeLink(project.at("К2/P"))}));

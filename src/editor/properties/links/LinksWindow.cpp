@@ -1,9 +1,9 @@
 #include "editor/properties/links/LinksWindow.h"
 
+#include "editor/picker/NodePicker.h"
 #include "editor/properties/PropertyModel.h"
 #include "editor/properties/PropertyView.h"
 #include "editor/properties/links/NewListNode.h"
-#include "editor/properties/picker/NodePicker.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"

@@ -1,6 +1,6 @@
 #include "editor/properties/values/LinkEditor.h"
 
-#include "editor/properties/picker/NodePicker.h"
+#include "editor/picker/NodePicker.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"

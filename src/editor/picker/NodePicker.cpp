@@ -1,6 +1,6 @@
-#include "editor/properties/picker/NodePicker.h"
+#include "editor/picker/NodePicker.h"
 
-#include "editor/properties/picker/NodePickerModel.h"
+#include "editor/properties/PropertyDrop.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/properties/PropertyDescriptor.h"
@@ -27,17 +27,30 @@ constexpr int expandedAtOnce = 500;
 
 NodePicker::NodePicker(const Nodes::NodesCollection *project,
                        const Nodes::PropertyDescriptor &descriptor, QWidget *parent)
+    : NodePicker(
+          project, QString::fromStdString(descriptor.nameRu),
+          [&descriptor](const Nodes::ConfigNode &node) {
+              return PropertyDrop::fits(descriptor, node);
+          },
+          parent)
+{
+    if (descriptor.binding.type == Nodes::PropertyType::Links)
+        m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+}
+
+NodePicker::NodePicker(const Nodes::NodesCollection *project, const QString &title,
+                       const Test &isPickable, QWidget *parent)
     : QDialog(parent),
       m_project(project),
       m_token(project ? project->GetToken() : 0),
-      m_model(new NodePickerModel(project, descriptor, this)),
+      m_model(new NodePickerModel(project, isPickable, this)),
       m_search(new QLineEdit(this)),
       m_view(new QTreeView(this)),
       m_found(new QLabel(this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QString::fromStdString(descriptor.nameRu));
-    m_search->setPlaceholderText(QStringLiteral("Поиск по имени и описанию"));
+    setWindowTitle(title);
+    m_search->setPlaceholderText(QStringLiteral("Поиск по имени, описанию или пути"));
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     m_view->setModel(m_model);
@@ -45,8 +58,8 @@ NodePicker::NodePicker(const Nodes::NodesCollection *project,
     m_view->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_view->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_view->header()->setStretchLastSection(false);
-    if (descriptor.binding.type == Nodes::PropertyType::Links)
-        m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_found->setTextFormat(Qt::PlainText);
+    m_found->setWordWrap(true);
     auto *buttons = new QDialogButtonBox(this);
     m_take = buttons->addButton(QStringLiteral("Выбрать"), QDialogButtonBox::AcceptRole);
     m_take->setDefault(true);
@@ -78,7 +91,6 @@ void NodePicker::setCurrent(unsigned long id)
 void NodePicker::search(const QString &text)
 {
     m_model->search(text);
-    m_found->setText(QStringLiteral("Подходящих узлов: %1").arg(m_model->count()));
     if (m_model->count() <= expandedAtOnce)
         m_view->expandAll();
     else
@@ -107,7 +119,11 @@ Nodes::NodeLinks NodePicker::chosen() const
 
 void NodePicker::check()
 {
-    m_take->setEnabled(!chosen().empty());
+    const Nodes::NodeLinks links = chosen();
+    m_take->setEnabled(!links.empty());
+    m_found->setText(links.size() == 1
+                         ? QString::fromStdString(links[0].GetLinkName(true))
+                         : QStringLiteral("Подходящих узлов: %1").arg(m_model->count()));
 }
 
 void NodePicker::take()
@@ -117,6 +133,19 @@ void NodePicker::take()
         return;
     emit picked(links);
     accept();
+}
+
+Nodes::NodeLink NodePicker::pick(const Nodes::NodesCollection *project, const QString &title,
+                                 const Test &isPickable, const Nodes::NodeLink &current,
+                                 QWidget *parent)
+{
+    Nodes::NodeLink found;
+    auto *picker = new NodePicker(project, title, isPickable, parent);
+    picker->setCurrent(current.GetNodeId());
+    connect(picker, &NodePicker::picked, picker,
+            [&found](const Nodes::NodeLinks &links) { found = links.front(); });
+    picker->exec(); // deletes it
+    return found;
 }
 
 // The arrows move through what was found while one goes on typing.

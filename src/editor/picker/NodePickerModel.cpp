@@ -1,6 +1,4 @@
-#include "editor/properties/picker/NodePickerModel.h"
-
-#include "editor/properties/PropertyDrop.h"
+#include "editor/picker/NodePickerModel.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
@@ -12,31 +10,30 @@
 
 namespace Editor {
 
-NodePickerModel::NodePickerModel(const Nodes::NodesCollection *project,
-                                 const Nodes::PropertyDescriptor &descriptor, QObject *parent)
+NodePickerModel::NodePickerModel(const Nodes::NodesCollection *project, const Test &isPickable,
+                                 QObject *parent)
     : QAbstractItemModel(parent), m_items(1)
 {
     const Nodes::ConfigNode *root = project ? project->GetRoot() : nullptr;
     if (root)
-        add(*root, 0, descriptor);
+        add(*root, 0, isPickable);
     search(QString());
 }
 
 NodePickerModel::~NodePickerModel() = default;
 
 // A node without anything to pick at or below it is taken back.
-bool NodePickerModel::add(const Nodes::ConfigNode &node, int parent,
-                          const Nodes::PropertyDescriptor &d)
+bool NodePickerModel::add(const Nodes::ConfigNode &node, int parent, const Test &isPickable)
 {
     const int own = int(m_items.size());
     Item item;
     item.id = node.GetId();
     item.parent = parent;
-    item.isPickable = PropertyDrop::fits(d, node);
+    item.isPickable = isPickable(node);
     m_items.push_back(item);
     bool isNeeded = item.isPickable;
     for (const auto &child : node.Children())
-        isNeeded = add(*child, own, d) || isNeeded;
+        isNeeded = add(*child, own, isPickable) || isNeeded;
     if (!isNeeded) {
         m_items.resize(std::size_t(own));
         return false;
@@ -49,6 +46,16 @@ bool NodePickerModel::add(const Nodes::ConfigNode &node, int parent,
     return true;
 }
 
+bool NodePickerModel::has(const Item &item, const QString &folded) const
+{
+    if (!folded.contains(QLatin1Char('/')))
+        return item.folded.contains(folded);
+    QString path = item.name;
+    for (int above = item.parent; above > 1; above = m_items[std::size_t(above)].parent)
+        path.prepend(m_items[std::size_t(above)].name + QLatin1Char('/'));
+    return path.toCaseFolded().contains(folded);
+}
+
 void NodePickerModel::search(const QString &text)
 {
     beginResetModel();
@@ -58,7 +65,7 @@ void NodePickerModel::search(const QString &text)
     for (std::size_t i = m_items.size(); i-- > 1;) {
         Item &item = m_items[i];
         item.shown.clear();
-        const bool isFound = item.isPickable && item.folded.contains(folded);
+        const bool isFound = item.isPickable && has(item, folded);
         m_count += isFound ? 1 : 0;
         isShown[i] = char(isShown[i] != 0 || isFound);
         if (isShown[i] != 0)

@@ -4,18 +4,18 @@
 
 #include <QAbstractItemModel>
 
+#include <functional>
 #include <vector>
 
 namespace Nodes {
 class ConfigNode;
 class NodesCollection;
-struct PropertyDescriptor;
 } // namespace Nodes
 
 namespace Editor {
 
-/// The tree of a project as it is when the model is made, cut down to the nodes that a property may
-/// refer to and those above them, and further to those that a text is found in. A project of
+/// The tree of a project as it is when the model is made, cut down to the nodes that can be
+/// picked and those above them, and further to those that a text is found in. A project of
 /// 100,000 nodes is searched as fast as one types. GUI thread.
 class NodePickerModel : public QAbstractItemModel
 {
@@ -24,14 +24,18 @@ class NodePickerModel : public QAbstractItemModel
 public:
     enum enRole {
         IdRole = Qt::UserRole, ///< qulonglong
-        PickableRole           ///< bool: the property may refer to it
+        PickableRole           ///< bool
     };
 
-    NodePickerModel(const Nodes::NodesCollection *project,
-                    const Nodes::PropertyDescriptor &descriptor, QObject *parent = nullptr);
+    /// Whether a node can be picked.
+    using Test = std::function<bool(const Nodes::ConfigNode &)>;
+
+    NodePickerModel(const Nodes::NodesCollection *project, const Test &isPickable,
+                    QObject *parent = nullptr);
     ~NodePickerModel() override;
 
-    /// Shows what has the text in its name or description, in capitals or not; "" shows everything.
+    /// Shows what has the text in its name or description, in capitals or not, or in its path when
+    /// the text has a "/"; "" shows everything.
     void search(const QString &text);
     /// Pickable nodes shown.
     int count() const { return m_count; }
@@ -62,7 +66,8 @@ private:
         std::vector<int> shown{};
     };
 
-    bool add(const Nodes::ConfigNode &node, int parent, const Nodes::PropertyDescriptor &d);
+    bool add(const Nodes::ConfigNode &node, int parent, const Test &isPickable);
+    bool has(const Item &item, const QString &folded) const;
     QModelIndex indexOf(int item) const;
 
     std::vector<Item> m_items; ///< parents before children

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nodes/model/links/NodeLink.h"
+#include "editor/picker/NodePickerModel.h"
 
 #include <QDialog>
 
@@ -15,21 +15,31 @@ struct PropertyDescriptor;
 
 namespace Editor {
 
-class NodePickerModel;
-
-/// Picks nodes that a property may refer to: one, or several for a list. Deletes itself when
-/// closed.
+/// Lets the user pick nodes of a project: those that a property may refer to, or others that pass a
+/// test; one, or several for a list. Deletes itself when closed. GUI thread.
 class NodePicker : public QDialog
 {
     Q_OBJECT
 
 public:
+    using Test = NodePickerModel::Test;
+
+    NodePicker(const Nodes::NodesCollection *project, const QString &title, const Test &isPickable,
+               QWidget *parent);
+    /// For a property, named after it; several where it holds a list.
     NodePicker(const Nodes::NodesCollection *project, const Nodes::PropertyDescriptor &descriptor,
                QWidget *parent);
     ~NodePicker() override;
 
     /// Selects a node; 0 selects none.
     void setCurrent(unsigned long id);
+    /// What would be picked now, in the order of the tree.
+    Nodes::NodeLinks chosen() const;
+
+    /// Shows the dialog and waits; the empty link when the user has cancelled it.
+    static Nodes::NodeLink pick(const Nodes::NodesCollection *project, const QString &title,
+                                const Test &isPickable, const Nodes::NodeLink &current,
+                                QWidget *parent);
 
 signals:
     /// In the order of the tree; never empty.
@@ -42,7 +52,6 @@ private:
     void search(const QString &text);
     void take();
     void check();
-    Nodes::NodeLinks chosen() const;
 
     const Nodes::NodesCollection *m_project;
     unsigned long m_token;
