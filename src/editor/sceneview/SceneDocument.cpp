@@ -318,8 +318,13 @@ void SceneDocument::select(const Nodes::NodeLinks &nodes)
 
 void SceneDocument::removeElements(Nodes::NodeLinks asked)
 {
-    if (confirmRemoval(workspace(), asked) && scene())
-        scene()->slotWidgetDelete(asked);
+    const std::optional<RemovalPlan> plan = askRemoval(workspace(), asked);
+    if (!plan || !scene())
+        return;
+    if (plan->replacements.empty())
+        scene()->slotWidgetDelete(plan->nodes);
+    else
+        workspace().push(makeRemoval(*plan)); // one step, with the links that lead elsewhere
 }
 
 void SceneDocument::tellPaste(const Widgets::PasteReport &report)

@@ -1,11 +1,11 @@
 #include "editor/tree/NodeEdits.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/properties/NewNode.h"
 #include "editor/usages/Removal.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
-#include "nodes/model/FreeName.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
 #include "utils/undo/AddNodeLinkCommand.h"
@@ -25,14 +25,6 @@ namespace {
 QString nameOf(const Nodes::NodeLink &node)
 {
     return QString::fromStdString(node.GetLinkName());
-}
-
-std::string freeName(const Nodes::ConfigNode &parent, const std::string &wanted)
-{
-    std::vector<std::string_view> taken;
-    for (const auto &child : parent.Children())
-        taken.emplace_back(child->GetName());
-    return Nodes::FreeName(taken, wanted, 1);
 }
 
 bool standsBelow(const Nodes::ConfigNode *node, const Nodes::ConfigNode *above)
@@ -116,10 +108,9 @@ Nodes::NodeLink NodeEdits::create(Nodes::NodeType type, const Nodes::NodeLink &p
     const Nodes::ConfigNode *above = parent.GetNode();
     if (!project || !above)
         return {};
-    const Nodes::NodeLink made(project->CreateNode(type, nullptr));
+    const Nodes::NodeLink made = makeClone(type, *above);
     if (!made.isValid())
         return {};
-    made->SetName(freeName(*above, made->GetName()));
     auto *command = new Utils::AddNodeLinkCommand(made, parent);
     command->setText(QStringLiteral("Добавление узла %1").arg(nameOf(made)));
     push(command);

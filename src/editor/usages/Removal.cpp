@@ -62,14 +62,4 @@ QUndoCommand *makeRemoval(const RemovalPlan &plan)
     return group;
 }
 
-bool confirmRemoval(Workspace &workspace, Nodes::NodeLinks &nodes)
-{
-    const std::optional<RemovalPlan> plan = askRemoval(workspace, nodes);
-    nodes = plan ? plan->nodes : Nodes::NodeLinks();
-    if (!plan)
-        return false;
-    const auto links = linksToReplace(*plan);
-    return links.empty() || workspace.push(new Utils::ReplaceLinksCommand(links));
-}
-
 } // namespace Editor

@@ -29,9 +29,4 @@ std::optional<RemovalPlan> askRemoval(Workspace &workspace, const Nodes::NodeLin
 /// One step that replaces the links and removes the nodes.
 QUndoCommand *makeRemoval(const RemovalPlan &plan);
 
-/// The same question for who removes the nodes by a command of its own: the links that the user
-/// wants replaced are replaced, as a step before it. `nodes` are then those that may go; false:
-/// none.
-bool confirmRemoval(Workspace &workspace, Nodes::NodeLinks &nodes);
-
 } // namespace Editor

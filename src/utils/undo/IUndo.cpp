@@ -1,5 +1,7 @@
 #include "utils/undo/IUndo.h"
 
+#include "utils/undo/UndoGate.h"
+
 #include <QPointer>
 #include <QUndoGroup>
 #include <QUndoStack>
@@ -30,13 +32,18 @@ bool IUndo::execute(QUndoCommand *command)
     std::unique_ptr<QUndoCommand> held(command);
     if (!held)
         return true;
-    if (applicationGate && !applicationGate())
+    if (!UndoGate::isOpen())
         return false;
     if (QUndoStack *stack = undoStack())
         stack->push(held.release());
     else
         held->redo();
     return true;
+}
+
+bool UndoGate::isOpen()
+{
+    return !applicationGate || applicationGate();
 }
 
 void IUndo::setGate(std::function<bool()> gate)

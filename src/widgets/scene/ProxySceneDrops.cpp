@@ -9,9 +9,9 @@ namespace Widgets {
 
 void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
 {
-    if (!isEditing())
+    if (!isEditing() || !editor())
         return;
-    if (SceneEditor::takesDrag(*event->mimeData()))
+    if (editor()->takesDrag(*event->mimeData()))
         event->accept();
     else
         QGraphicsScene::dragEnterEvent(event);
@@ -19,10 +19,10 @@ void ProxyScene::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
 
 void ProxyScene::dragMoveEvent(QGraphicsSceneDragDropEvent *event)
 {
-    if (!isEditing())
+    if (!isEditing() || !editor())
         return;
     forgetRefused(); // those still below the pointer are entered anew
-    if (SceneEditor::takesDrag(*event->mimeData()))
+    if (editor()->takesDrag(*event->mimeData()))
         event->accept();
     else
         QGraphicsScene::dragMoveEvent(event);

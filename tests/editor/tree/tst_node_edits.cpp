@@ -3,6 +3,7 @@
 #include "editor/OpenProject.h"
 #include "support/Rows.h"
 
+#include "nodes/alarms/alarmLimit.h"
 #include "nodes/visual/BasicWidget.h"
 
 #include <QApplication>
@@ -51,6 +52,7 @@ private slots:
     void copiesLinkWithinThemselves();
     void keepsLinksOfWhatIsMoved();
     void changesNothingReadOnly();
+    void aFreshLimitIsNotReached();
 };
 
 void TestNodeEdits::editsInOneStep_data()
@@ -221,6 +223,24 @@ void TestNodeEdits::changesNothingReadOnly()
     QVERIFY(!edits.remove(project.links({"К2"})));
     QCOMPARE(project.text(), before);
     QCOMPARE(project.project.GetNodeCount(), count);
+}
+
+void TestNodeEdits::aFreshLimitIsNotReached()
+{
+    OpenProject project;
+    ConfigNode *signal = project.at("К1/T");
+    QVERIFY(signal->SetPropertyText("minimum", "-50") && signal->SetPropertyText("maximum", "150"));
+    NodeEdits edits(project.workspace);
+    const NodeType kind = ProjectFixture::kind("alarmLimit").type;
+    const NodeLink made = edits.create(kind, NodeLink(signal));
+    const auto *alarm = dynamic_cast<const alarmLimit *>(made.GetNode());
+    QVERIFY(alarm);
+    QCOMPARE(alarm->GetLimit(), 130.0);
+    QCOMPARE(project.session.undoStack().count(), 1);
+    // Without a range there is nothing to know.
+    QVERIFY(signal->SetPropertyText("maximum", "-50"));
+    const NodeLink second = edits.create(kind, NodeLink(signal));
+    QCOMPARE(dynamic_cast<const alarmLimit &>(*second.GetNode()).GetLimit(), 0.0);
 }
 
 QTEST_MAIN(TestNodeEdits)

@@ -144,13 +144,19 @@ void TestRemoval::confirmsForOthers()
         isConfirmed ? dialog.accept() : dialog.reject();
     });
     NodeLinks nodes{NodeLink(project.at(node.c_str()))};
-    const NodeLinks asked = nodes;
-    QCOMPARE(confirmRemoval(project.workspace, nodes), isConfirmed);
+    const std::optional<RemovalPlan> plan = askRemoval(project.workspace, nodes);
+    QCOMPARE(bool(plan), isConfirmed);
     QCOMPARE(wasAsked, isAsked);
-    QCOMPARE(nodes, isConfirmed ? asked : NodeLinks());
-    // The node still stands: whoever asked removes it. Links lead to its replacement already.
-    QCOMPARE(project.signalOf("Композиция/Слой/a"),
-             std::string(isAsked && isConfirmed ? "К2/T" : "К1/T"));
+    if (!plan)
+        return;
+    // Links and nodes are one step.
+    QVERIFY(project.workspace.push(makeRemoval(*plan)));
+    QCOMPARE(project.session.undoStack().count(), 1);
+    QVERIFY(!nodes.front().GetNode());
+    QCOMPARE(project.signalOf("Композиция/Слой/a"), std::string(isAsked ? "К2/T" : "К1/T"));
+    project.session.undoStack().undo();
+    QVERIFY(nodes.front().GetNode());
+    QCOMPARE(project.signalOf("Композиция/Слой/a"), std::string("К1/T"));
 }
 
 QTEST_MAIN(TestRemoval)

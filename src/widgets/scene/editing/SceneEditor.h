@@ -31,7 +31,8 @@ class QMimeData;
 
 namespace Nodes {
 class BasicNode;
-}
+class NodesCollection;
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -91,8 +92,9 @@ public:
     bool pressKey(const QKeyEvent &event);
     void releaseKey(const QKeyEvent &event);
     void openMenu(const QGraphicsSceneContextMenuEvent &event);
-    static bool takesDrag(const QMimeData &data);
-    /// False for what does not come from the element panel.
+    /// Whether a drop of it makes new elements, see DroppedElements.
+    bool takesDrag(const QMimeData &data) const;
+    /// False for what makes none.
     bool drop(const QGraphicsSceneDragDropEvent &event);
 
 signals:
@@ -116,6 +118,7 @@ private:
     bool pressSelecting(const QKeyEvent &event);
     void selectUnderMouse(const QList<ProxyWidget *> &hosts, Qt::KeyboardModifiers modifiers);
     void pasteAtPointer();
+    Nodes::NodesCollection *project() const;
 
     QGraphicsScene &m_scene;
     Utils::IUndo &m_undo;

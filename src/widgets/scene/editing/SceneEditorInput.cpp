@@ -7,12 +7,13 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/SceneMenu.h"
+#include "widgets/scene/editing/drops/DroppedElements.h"
 
 #include "nodes/model/NodesCollection.h"
+#include "utils/undo/UndoGate.h"
 
 #include <QAction>
 #include <QCursor>
-#include <QDataStream>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>
 #include <QGraphicsSceneMouseEvent>
@@ -27,7 +28,10 @@ namespace Widgets {
 
 namespace {
 
-const QString typesFormat = QStringLiteral("application/nodetype");
+void tell(QMessageBox::Icon icon, const QString &text)
+{
+    PlainMessageBox::ask(icon, QStringLiteral("Внимание"), text);
+}
 
 bool isArrow(int key)
 {
@@ -190,36 +194,40 @@ void SceneEditor::selectUnderMouse(const QList<ProxyWidget *> &hosts,
     m_scene.setFocusItem(*topmost);
 }
 
-bool SceneEditor::takesDrag(const QMimeData &data)
+Nodes::NodesCollection *SceneEditor::project() const
 {
-    return data.hasFormat(typesFormat);
+    return m_node ? m_node->GetNodesCollection() : nullptr;
+}
+
+bool SceneEditor::takesDrag(const QMimeData &data) const
+{
+    return project() && DroppedElements::isIn(data, *project());
 }
 
 bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
 {
     if (!takesDrag(*event.mimeData()))
         return false;
-    const QByteArray bytes = event.mimeData()->data(typesFormat);
-    QDataStream stream(bytes);
-    bool isFirst = true;
-    while (!stream.atEnd() && stream.status() == QDataStream::Ok) {
-        QString text;
-        stream >> text;
-        const Nodes::NodeType type(text.toStdString());
-        if (type.GetFamily() != Nodes::NodeType::TypeWidget)
-            continue;
-        Nodes::ConfigNode *layer = m_layers.topmostNode();
-        if (!layer) {
-            PlainMessageBox::ask(QMessageBox::Critical, QStringLiteral("Внимание"),
-                                 QStringLiteral("Отсутствуют слои"));
-            break;
-        }
-        if (std::exchange(isFirst, false))
-            m_selection.clear(); // what is dropped appears selected, alone
-        if (m_newElements.add(type, layer, event.scenePos(), true,
-                              DroppedProperties::of(*event.mimeData())))
-            emit addWidgetFromPanel();
+    Nodes::ConfigNode *layer = m_layers.topmostNode();
+    if (!layer || !Utils::UndoGate::isOpen()) { // before files are copied
+        if (!layer)
+            tell(QMessageBox::Critical, QStringLiteral("Отсутствуют слои"));
+        return true;
     }
+    const DroppedElements dropped = DroppedElements::of(*event.mimeData(), *project());
+    if (!dropped.elements().empty())
+        m_selection.clear(); // what is dropped appears selected, alone
+    QPointF place = event.scenePos();
+    for (const DroppedElements::Element &element : dropped.elements()) {
+        if (m_newElements.add(element.type, layer, place, true, element.properties))
+            emit addWidgetFromPanel();
+        place += QPointF(16, 16);
+    }
+    // Later: the program that the files come from waits for the end of the drop.
+    if (!dropped.refusals().isEmpty())
+        QTimer::singleShot(0, this, [text = dropped.refusals().join(QStringLiteral("\n\n"))] {
+            tell(QMessageBox::Warning, text);
+        });
     return true;
 }
 
