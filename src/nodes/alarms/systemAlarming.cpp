@@ -78,7 +78,7 @@ KindInfo systemAlarming::Kind()
                                                "Тоны тревог без звука")
         .Property<&systemAlarming::m_floodBegin>(Prop::FloodBegin,
                                                  "Flood begins with more than, in 10 min",
-                                                 "Поток тревог: больше за 10 мин")
+                                                 "Лавина тревог: больше за 10 мин")
         .Range(2, 1000)
         .Property<&systemAlarming::m_floodEnd>(Prop::FloodEnd,
                                                "Flood ends with fewer than, in 10 min",

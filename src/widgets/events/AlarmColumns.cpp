@@ -105,6 +105,7 @@ int AlarmColumns::leastWidth(int kind)
     case alarmColumn::Group:
         return 176;
     case alarmColumn::Level:
+        return 148; // "Критический"
     case alarmColumn::Area:
     case alarmColumn::User:
     case alarmColumn::Comment:

@@ -402,8 +402,8 @@ private slots:
         ManualClock::Use().Advance(601 * ManualClock::second);
         QTRY_COMPARE(tellings(), std::size_t(2));
         QVERIFY(told[0].isFlood && told[0].raisedInTenMinutes == 4 && !told[1].isFlood);
-        QTRY_COMPARE(station.journalledText("Поток тревог: за 10 минут 4").size(), std::size_t(1));
-        QTRY_COMPARE(station.journalledText("Поток тревог окончен: всего 4").size(),
+        QTRY_COMPARE(station.journalledText("Лавина тревог: за 10 минут 4").size(), std::size_t(1));
+        QTRY_COMPARE(station.journalledText("Лавина тревог окончена: всего 4").size(),
                      std::size_t(1));
     }
 

@@ -82,6 +82,7 @@ private slots:
     void refusalsOfElementsDoNotStack();
     void modalActionsStopNoOthers();
     void aTimerDoesNotQueueBehindItself();
+    void noticesLieAboveWhatIsOnTop();
     void gesturesOvertakeAFlood();
     void theEndDropsWhatIsStale();
     void everyThreadKeepsItsOrder();
@@ -115,6 +116,30 @@ void TestRefusals::refusalsOfGesturesShareOneNotice()
     QVERIFY2(visibleBoxes().first().startsWith(both), qPrintable(visibleBoxes().first()));
     plant.manager.reset();
     QCOMPARE(visibleBoxes(), QStringList());
+}
+
+// A window above all others, as that of alarms is, must not bury what the operator is told.
+void TestRefusals::noticesLieAboveWhatIsOnTop()
+{
+    Plant plant;
+    QDialog before;
+    before.setWindowFlag(Qt::WindowStaysOnTopHint);
+    const auto notice = [] {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) {
+            return qobject_cast<const QMessageBox *>(window) && window->isVisible();
+        });
+        return found == windows.end() ? nullptr : *found;
+    };
+    plant.run(44);
+    QVERIFY(notice() && notice()->parentWidget() != &before);
+    before.show();
+    plant.run(44);
+    QVERIFY(notice() && notice()->parentWidget() == &before);
+    notice()->close();
+    plant.run(44);
+    QVERIFY(notice() && notice()->parentWidget() == &before);
+    QVERIFY(visibleBoxes().size() == 1);
 }
 
 void TestRefusals::refusalsOfElementsDoNotStack()

@@ -11,8 +11,8 @@ std::string turnText(const AlarmFloodWatch &watch)
     const AlarmFlood &flood = watch.GetFlood();
     const std::string lately = std::to_string(flood.raisedInTenMinutes);
     if (flood.isFlood)
-        return "Поток тревог: за 10 минут " + lately;
-    return "Поток тревог окончен: всего " + std::to_string(watch.GetRaisedInFlood()) +
+        return "Лавина тревог: за 10 минут " + lately;
+    return "Лавина тревог окончена: всего " + std::to_string(watch.GetRaisedInFlood()) +
            ", за последние 10 минут " + lately;
 }
 

@@ -22,6 +22,25 @@ ActionTeller &ActionTeller::instance()
     return *shared;
 }
 
+namespace {
+
+// What lies above all other windows there, the alarm window for one: a box below it would not be
+// seen. Null when nothing does.
+QWidget *topmostOn(int display)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        const bool isDialog = window->windowType() == Qt::Dialog && !window->isModal();
+        if (isDialog && window->isVisible() && !window->isMinimized() &&
+            window->windowFlags().testFlag(Qt::WindowStaysOnTopHint) &&
+            ScreenNumber(window) == display)
+            return window;
+    }
+    return nullptr;
+}
+
+} // namespace
+
 // It does not take the keyboard away from what is being entered.
 RefusalBox *ActionTeller::makeNotice(const QString &title, int display, QMessageBox::Icon icon)
 {
@@ -29,7 +48,8 @@ RefusalBox *ActionTeller::makeNotice(const QString &title, int display, QMessage
     const DesktopContext *desktop = DesktopContext::current();
     QWidget *frame = desktop ? desktop->getFrame(display) : nullptr;
     DialogRequest request;
-    request.parent = modal ? modal : frame;
+    QWidget *topmost = topmostOn(display);
+    request.parent = modal ? modal : topmost ? topmost : frame;
     request.display = display;
     auto *box = Dialogs::make<RefusalBox>(request);
     box->setIcon(icon);
@@ -46,6 +66,11 @@ void ActionTeller::notify(const QString &title, const QString &text, std::option
 {
     QPointer<RefusalBox> &notice = m_notices[title];
     if (notice && notice->isVisible()) {
+        QWidget *topmost = topmostOn(ScreenNumber(notice));
+        if (topmost && notice->parentWidget() != topmost) { // it has come up since
+            notice->setParent(topmost, notice->windowFlags());
+            notice->show();
+        }
         notice->add(text);
         notice->raise();
         return;

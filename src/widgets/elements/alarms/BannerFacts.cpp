@@ -130,7 +130,7 @@ QStringList BannerFacts::notes() const
     if (isTrouble() || state == Drawn)
         return notes;
     if (flood >= 0)
-        notes.append(QStringLiteral("Поток: %1").arg(flood));
+        notes.append(QStringLiteral("Лавина: %1").arg(flood));
     if (isMuted)
         notes.append(QStringLiteral("Звук выключен"));
     if (isFiltered)
