@@ -2,7 +2,9 @@
 
 #include "widgets/context/ProcessContext.h"
 #include "widgets/dialogs/DialogLook.h"
+#include "widgets/dialogs/DialogPlacement.h"
 #include "widgets/dialogs/Dialogs.h"
+#include "widgets/reports/display/ReportToolBar.h"
 #include "widgets/reports/display/qwidgetReportDisplay.h"
 
 #include "nodes/model/KindTable.h"
@@ -54,6 +56,7 @@ ReportDialog::ReportDialog(QWidget *parent)
     layout->setContentsMargins(8, 8, 8, 8);
     layout->addWidget(m_area);
     layout->addWidget(close, 0, Qt::AlignRight);
+    layout->activate(); // its area is measured before it is shown
 }
 
 ReportDialog::~ReportDialog()
@@ -78,18 +81,24 @@ void ReportDialog::open(const DialogRequest &request, unsigned long asker,
         dialog->m_asker = asker;
         opened().append(dialog);
     }
+    dialog->present(report, period, variables);
     dialog->show();
     dialog->raise();
     dialog->activateWindow();
-    dialog->present(report, period, variables);
 }
 
 void ReportDialog::present(const Nodes::NodeLink &report, const Period &period,
                            const Nodes::BasicReport::Variables &variables)
 {
     const auto *node = dynamic_cast<const Nodes::BasicReport *>(report.GetNode());
+    const bool isFirst = !m_display;
     if (!node || !makeDisplay(report))
         return;
+    const int missing = m_display->toolBar()->sizeHint().width() - m_area->width();
+    if (isFirst && missing > 0) { // no key is cut off where the screen has room for all
+        resize(width() + missing, height());
+        DialogPlacement::fit(*this);
+    }
     setWindowTitle(QStringLiteral("Отчёт: ") + QString::fromStdString(node->GetName()));
     ReportChoice choice;
     choice.period = period.kind;
