@@ -1,6 +1,7 @@
 #include "editor/tables/DocumentTable.h"
 
 #include "editor/drivers/DriverView.h"
+#include "editor/reports/ReportDocument.h"
 #include "editor/sceneview/SceneDocument.h"
 #include "editor/signals/SignalTable.h"
 #include "editor/users/UsersView.h"
@@ -23,6 +24,7 @@ const QVector<DocumentRow> &DocumentTable()
         {&SceneDocument::shows, &make<SceneDocument>},
         {&DriverView::shows, &make<DriverView>},
         {&UsersView::shows, &make<UsersView>},
+        {&ReportDocument::shows, &make<ReportDocument>},
         {&SignalTable::shows, &make<SignalTable>},
     };
     return rows;
