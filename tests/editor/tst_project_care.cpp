@@ -4,6 +4,8 @@
 #include "editor/recovery/FileGuard.h"
 #include "editor/recovery/HoldKeeper.h"
 #include "editor/recovery/RecoveryOffer.h"
+#include "editor/shell/ProjectFiles.h"
+#include "editor/shell/StartPage.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -19,10 +21,15 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QtTest>
 
 #include <cstdio>
 #include <random>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Editor;
 using Nodes::RecoveryFile::List;
@@ -231,19 +238,51 @@ private slots:
     }
 
     // Whoever starts again may not know any more which project it was.
-    void tellsWhatWasLeftOfAnyProject()
+    void listsWhatWasLeft_data()
     {
+        const Rows<QString, int> row("then", "links");
+        row("crashed", "", 1);
+        row("saved, then killed", "save", 0);
+        row("another window edits it", "held", 0);
+    }
+
+    void listsWhatWasLeft()
+    {
+        QFETCH(QString, then);
+        QFETCH(int, links);
+        QString states;
         {
             Editing crashed(*m_directory);
             crashed.open();
             crashed.rename("Q");
+            states = crashed.autoSave.directory();
         }
         Editing editing(*m_directory);
-        QSignalSpy told(&editing.workspace, &Workspace::told);
-        const RecoveryOffer offer(editing.workspace, editing.autoSave, nullptr);
-        QTRY_COMPARE(told.size(), 1);
-        QVERIFY(told[0][1].toString().contains("«Q»"));
-        QVERIFY(told[0][1].toString().contains(editing.file));
+        if (then == "save")
+            Nodes::RecoveryFile::NoteSave(
+                editing.kept()[0].file,
+                Nodes::FileStamp::Of(editing.kept()[0].project).GetDigest());
+        QProcess holder;
+        if (then == "held") {
+            holder.start(QCoreApplication::applicationFilePath(), {"--hold", editing.file});
+            QVERIFY(holder.waitForReadyRead());
+        }
+        ProjectFiles files(editing.workspace, nullptr);
+        StartPage page(files, states, nullptr);
+        page.show();
+        QList<QToolButton *> found;
+        for (QToolButton *button : page.findChildren<QToolButton *>()) {
+            if (button->text().startsWith("Q "))
+                found << button;
+        }
+        QCOMPARE(found.size(), links);
+        holder.kill();
+        holder.waitForFinished();
+        if (links == 0)
+            return;
+        found[0]->click();
+        QCOMPARE(editing.session.name(), QString("P")); // what was left is offered there
+        QCOMPARE(editing.session.directory(), editing.file);
     }
 
     void isForOneEditor()
@@ -296,6 +335,7 @@ private slots:
         editing.open();
         editing.rename("Q");
         guard.look(); // untouched
+        QTRY_VERIFY(!guard.isLooking());
         QVERIFY(asked.empty());
         QByteArray theirs = bytesOf(editing.session.file());
         theirs.replace("name=\"P\"", "name=\"theirs\"");
@@ -304,11 +344,12 @@ private slots:
             QCOMPARE(bool(editing.session.save()), answer == FileGuard::KeepMine);
         else
             guard.look();
-        QCOMPARE(asked, std::vector<bool>{isSaving});
+        QTRY_COMPARE(asked, std::vector<bool>{isSaving});
         QTRY_COMPARE(editing.session.name(), open);
         QVERIFY(bytesOf(editing.session.file())
                     .contains(QStringLiteral("name=\"%1\"").arg(onDisk).toUtf8()));
         guard.look(); // of the same change once
+        QTRY_VERIFY(!guard.isLooking());
         QCOMPARE(asked.size(), std::size_t(1));
         editing.session.abandon();
     }
@@ -322,12 +363,62 @@ private slots:
         const QSignalSpy told(&editing.workspace, &Workspace::told);
         QVERIFY(QDir(editing.file).removeRecursively());
         guard.look();
+        QTRY_COMPARE(told.size(), 1);
         guard.look();
+        QTRY_VERIFY(!guard.isLooking());
         QCOMPARE(told.size(), 1);
         QVERIFY(!editing.session.save());
         QVERIFY(editing.session.isModified());
         QVERIFY(editing.session.saveAs(m_directory->filePath("elsewhere")));
         QCOMPARE(editing.session.name(), QString("Q"));
+    }
+
+    // Whoever is at work is told only, and asked when he comes back to the window.
+    void asksNobodyInTheMiddleOfHisWork()
+    {
+        Editing editing(*m_directory);
+        FileGuard guard(editing.workspace, nullptr);
+        int asked = 0;
+        guard.setAsker([&asked](bool) { return ++asked, FileGuard::KeepMine; });
+        editing.open();
+        const QSignalSpy told(&editing.workspace, &Workspace::told);
+        write(editing.session.file(), bytesOf(editing.session.file()) + "\n");
+        guard.watch();
+        QTRY_COMPARE(told.size(), 1);
+        guard.watch();
+        QTRY_VERIFY(!guard.isLooking());
+        QCOMPARE(told.size(), 1);
+        QDialog other;
+        other.open();
+        guard.look();
+        QTRY_VERIFY(!guard.isLooking());
+        QCOMPARE(asked, 0);
+        other.close();
+        guard.look();
+        QTRY_COMPARE(asked, 1);
+        QCOMPARE(told.size(), 1);
+    }
+
+    // As a server that is away: reading waits, and neither the window nor a save does.
+    void waitsForNoDisk()
+    {
+        Editing editing(*m_directory);
+        FileGuard guard(editing.workspace, nullptr);
+        guard.setPatience(20);
+        editing.open();
+        editing.rename("Q");
+        const QSignalSpy told(&editing.workspace, &Workspace::told);
+        const QString file = editing.session.file();
+        QVERIFY(QFile::remove(file));
+        QCOMPARE(::mkfifo(qPrintable(file), 0600), 0);
+        guard.watch();
+        QTRY_COMPARE(told.size(), 1);
+        QVERIFY(guard.isLooking());
+        QVERIFY(editing.session.save() == Nodes::Result::NotAvailable);
+        QTRY_COMPARE(keptName(editing.kept()), QString("Q"));
+        const auto answer = [&file] { ::close(::open(qPrintable(file), O_WRONLY | O_NONBLOCK)); };
+        QTRY_VERIFY((answer(), !guard.isLooking()));
+        editing.session.abandon();
     }
 
     void onlyShowsWhatANewerProgramWrote()
@@ -435,6 +526,11 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     qRegisterMetaType<Workspace::Level>();
+    if (argc == 3 && QByteArray(argv[1]) == "--hold") {
+        Nodes::ProjectHold hold;
+        say("held", QString::number(bool(hold.Take(std::string(argv[2]) + "/project.xml"))));
+        return QCoreApplication::exec();
+    }
     if (argc == 3 && QByteArray(argv[1]) == "--edit")
         return edit(QString::fromLocal8Bit(argv[2]));
     ProjectCareTest test;

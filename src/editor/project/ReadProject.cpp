@@ -4,6 +4,7 @@
 #include "nodes/serial/ProjectReader.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace Editor {
 
@@ -16,7 +17,8 @@ Nodes::Result ReadProject::read(const QString &file)
     const std::string path = file.toStdString();
     constexpr int attempts = 3;
     for (int attempt = 1;; ++attempt) {
-        stamp = Nodes::FileStamp::Of(path);
+        if (QFileInfo(file).isFile()) // a pipe would be waited for
+            stamp = Nodes::FileStamp::Of(path);
         Nodes::ProjectReader reader;
         reader.SetLenient(true);
         Nodes::Result done = reader.ReadFile(path, project);

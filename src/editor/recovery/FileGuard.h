@@ -1,8 +1,9 @@
 #pragma once
 
-#include "nodes/project/FileStamp.h"
+#include "editor/recovery/FileLook.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <functional>
 
@@ -14,9 +15,10 @@ namespace Editor {
 
 class Workspace;
 
-/// Notices that another program has changed or removed the file of the open project: when the user
-/// comes back to the window, and before the file is replaced. Nothing is overwritten and nothing
-/// read again before the user has decided. GUI thread.
+/// Notices that another program has changed or removed the file of the open project: tells so
+/// within seconds, asks when the user comes back to the window and before the file is replaced.
+/// Nothing is overwritten and nothing read again before the user has decided. A disk that does not
+/// answer is told too, and nothing is written to it. GUI thread.
 class FileGuard : public QObject
 {
     Q_OBJECT
@@ -30,11 +32,21 @@ public:
 
     /// Another way to ask than a message box.
     void setAsker(Asker asker) { m_asker = std::move(asker); }
-    /// Looks at the file now.
+    /// How long the disk may take to answer, ms.
+    void setPatience(int milliseconds) { m_look.setPatience(milliseconds); }
+    bool isLooking() const { return m_look.isRunning(); }
+    /// Looks at the file now and asks what to do when it has changed; in the background.
     void look();
+    /// The same, but tells only: the user is busy. By itself every few seconds.
+    void watch();
 
 private:
     void begin();
+    void startLook();
+    void onFound(Nodes::FileStamp::enState state, const Nodes::FileStamp &now);
+    void onChanged();
+    void tellThatItIsGone();
+    bool mayAsk() const;
     void checkSave(Nodes::Result &why);
     enAnswer ask(bool isSaving);
     enAnswer decide(bool isSaving);
@@ -44,7 +56,11 @@ private:
     Asker m_asker;
     Nodes::FileStamp m_known; // as it was opened or saved
     Nodes::FileStamp m_seen;  // as the user was asked about it last
+    FileLook m_look;
+    QTimer m_timer;
     bool m_isAsking = false;
+    bool m_isToAsk = false;     // when the look is over
+    bool m_isUndecided = false; // the user knows of the change, and was not asked yet
 };
 
 } // namespace Editor

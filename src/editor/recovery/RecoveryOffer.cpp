@@ -31,25 +31,9 @@ RecoveryOffer::RecoveryOffer(Workspace &workspace, AutoSave &autoSave, QObject *
         }
         m_project.reset();
     });
-    QTimer::singleShot(0, this, &RecoveryOffer::tellWhatIsLeft);
 }
 
 RecoveryOffer::~RecoveryOffer() = default;
-
-// Of any project: whoever starts again after a crash may not remember which it was.
-void RecoveryOffer::tellWhatIsLeft()
-{
-    if (m_workspace.session().isOpen())
-        return;
-    const auto found = Nodes::RecoveryFile::List(m_autoSave.directory().toStdString());
-    if (found.empty() || !found.front().damage.empty())
-        return;
-    m_workspace.tell(Workspace::Warning,
-                     tr("Осталась несохранённая работа: «%1» (%2). Откройте этот проект, чтобы "
-                        "восстановить её.")
-                         .arg(QString::fromStdString(found.front().name),
-                              QString::fromStdString(found.front().project)));
-}
 
 void RecoveryOffer::look()
 {
@@ -57,6 +41,7 @@ void RecoveryOffer::look()
     if (m_isRestoring || m_question || !session.isOpen() || session.isReadOnly() ||
         session.isModified())
         return;
+    Nodes::RecoveryFile::Tidy(m_autoSave.directory().toStdString());
     const auto found = Nodes::RecoveryFile::List(m_autoSave.directory().toStdString(),
                                                  session.file().toStdString());
     if (found.empty())
@@ -109,6 +94,10 @@ void RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
     std::string text;
     Nodes::RecoveryInfo again;
     Nodes::ProjectReader reader;
+    Nodes::LoadLimits limits; // what could not be saved for its size is here all the same
+    limits.fileSize *= 8;
+    limits.attributeLength *= 256;
+    reader.SetLimits(limits);
     Nodes::Result read =
         Nodes::RecoveryFile::Read(info.earlier.empty() ? info.file : info.earlier, again, text);
     if (read)
@@ -116,6 +105,10 @@ void RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
     if (!read) {
         m_info.damage = read.GetDetail();
         tellDamage(m_info);
+        return;
+    }
+    if (Nodes::ProjectDiff(*m_workspace.session().project(), *m_project).isEmpty()) {
+        remove(); // it is in the file already
         return;
     }
     m_project->SetDirectory(m_workspace.session().directory().toStdString());

@@ -31,7 +31,6 @@ public:
 
 private:
     void look();
-    void tellWhatIsLeft();
     void offer(const Nodes::RecoveryInfo &info);
     void tellDamage(const Nodes::RecoveryInfo &info);
     QString describe() const;

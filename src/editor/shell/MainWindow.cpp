@@ -62,7 +62,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     column->setSpacing(0);
     column->addWidget(m_pages, 1);
     column->addWidget(m_notice); // below: what is pressed must not move as it comes and goes
-    m_pages->addWidget(new StartPage(*m_files, this));
+    m_pages->addWidget(new StartPage(*m_files, m_care.autoSave().directory(), this));
     m_pages->addWidget(m_tabs);
     auto *steps = new FirstSteps(m_workspace, this);
     m_pages->addWidget(steps);

@@ -5,6 +5,7 @@
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/project/ProjectCheck.h"
+#include "nodes/project/RecoveryFile.h"
 #include "utils/settings/Configurator.h"
 
 #include <QDir>
@@ -131,6 +132,24 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
     return true;
 }
 
+bool ProjectFiles::openUnsaved(const Nodes::RecoveryInfo &info)
+{
+    const QString file = QString::fromStdString(info.project);
+    if (QFileInfo::exists(file))
+        return open(file);
+    const QString directory = QFileDialog::getExistingDirectory(
+        m_workspace.window(),
+        tr("Проекта «%1» больше нет. Сохранить оставшееся от него в пустой каталог")
+            .arg(QDir::toNativeSeparators(file)));
+    if (directory.isEmpty())
+        return false;
+    const Nodes::Result moved =
+        Nodes::RecoveryFile::MoveTo(info, directory.toStdString() + "/project.xml");
+    if (!moved)
+        fail(tr("Несохранённая работа не записана в «%1».").arg(directory), moved);
+    return moved && open(directory);
+}
+
 bool ProjectFiles::save()
 {
     if (m_workspace.session().isReadOnly())
@@ -141,10 +160,17 @@ bool ProjectFiles::save()
         return true;
     }
     const QString file = m_workspace.session().file();
+    if (saved == Nodes::Result::NotAvailable) { // ask that disk nothing more
+        fail(tr("Проект не сохранён: диск, на котором лежит файл «%1», не отвечает. Подождите или "
+                "сохраните проект в другой каталог; несохранённая работа хранится отдельно.")
+                 .arg(file),
+             saved);
+        return false;
+    }
     const QString text =
         QFileInfo::exists(file)
-            ? tr("Проект не сохранён: файл «%1» остался прежним. Освободите место или сохраните "
-                 "проект в другой каталог.")
+            ? tr("Проект не сохранён: файл «%1» остался прежним. Проверьте место на диске и права "
+                 "на каталог или сохраните проект в другой каталог.")
             : tr("Проект не сохранён: файла «%1» больше нет, и записать его туда нельзя. "
                  "Сохраните проект в другой каталог.");
     if (saved != Nodes::Result::Cancelled)

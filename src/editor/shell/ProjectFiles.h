@@ -5,7 +5,8 @@
 
 namespace Nodes {
 class Result;
-}
+struct RecoveryInfo;
+} // namespace Nodes
 
 namespace Editor {
 
@@ -24,6 +25,9 @@ public:
     bool createByDialog();
     bool openByDialog();
     bool open(const QString &fileOrDirectory);
+    /// The project that unsaved work is of; where it is gone, the work becomes a project in a
+    /// directory that the user is asked for.
+    bool openUnsaved(const Nodes::RecoveryInfo &info);
     bool save();
     bool saveAsByDialog();
     bool close();

@@ -2,18 +2,25 @@
 
 #include "editor/shell/ProjectFiles.h"
 
+#include "nodes/project/ProjectHold.h"
+#include "nodes/project/RecoveryFile.h"
+
 #include <QCommandLinkButton>
+#include <QDateTime>
 #include <QDir>
 #include <QGridLayout>
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace Editor {
 
 namespace {
 
 constexpr int pageWidth = 720;
+constexpr std::size_t unsavedAtMost = 5;
 
 QLabel *heading(const QString &text, QWidget *parent)
 {
@@ -24,10 +31,24 @@ QLabel *heading(const QString &text, QWidget *parent)
     return label;
 }
 
+void clear(QLayout &layout)
+{
+    while (QLayoutItem *item = layout.takeAt(0)) {
+        if (QWidget *widget = item->widget())
+            widget->deleteLater();
+        delete item;
+    }
+}
+
 } // namespace
 
-StartPage::StartPage(ProjectFiles &files, QWidget *parent)
-    : QWidget(parent), m_files(files), m_recent(new QVBoxLayout)
+StartPage::StartPage(ProjectFiles &files, const QString &recovery, QWidget *parent)
+    : QWidget(parent),
+      m_files(files),
+      m_recovery(recovery),
+      m_unsavedPart(new QWidget(this)),
+      m_unsaved(new QVBoxLayout),
+      m_recent(new QVBoxLayout)
 {
     auto *made = new QCommandLinkButton(tr("Новый проект"),
                                         tr("Станция, сигналы и экраны с чистого листа"), this);
@@ -44,6 +65,11 @@ StartPage::StartPage(ProjectFiles &files, QWidget *parent)
     column->addWidget(heading(tr("Конфигуратор проектов"), this));
     column->addWidget(made);
     column->addWidget(opened);
+    auto *unsaved = new QVBoxLayout(m_unsavedPart);
+    unsaved->setContentsMargins(0, 16, 0, 0);
+    unsaved->addWidget(heading(tr("Несохранённая работа"), m_unsavedPart));
+    unsaved->addLayout(m_unsaved);
+    column->addWidget(m_unsavedPart);
     column->addSpacing(16);
     column->addWidget(heading(tr("Последние проекты"), this));
     column->addLayout(m_recent);
@@ -56,28 +82,62 @@ StartPage::StartPage(ProjectFiles &files, QWidget *parent)
     fill();
 }
 
+void StartPage::showEvent(QShowEvent *event)
+{
+    fillUnsaved(); // what was closed, saved or left meanwhile
+    QWidget::showEvent(event);
+}
+
+QWidget *StartPage::link(const QString &text, const QString &tip, const std::function<void()> &open)
+{
+    auto *button = new QToolButton(this);
+    button->setAutoRaise(true);
+    button->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, pageWidth - 32));
+    button->setToolTip(tip);
+    connect(button, &QToolButton::clicked, &m_files, open);
+    return button;
+}
+
 void StartPage::fill()
 {
-    while (QLayoutItem *item = m_recent->takeAt(0)) {
-        if (QWidget *widget = item->widget())
-            widget->deleteLater();
-        delete item;
-    }
+    clear(*m_recent);
     const QStringList directories = m_files.recent();
-    for (const QString &directory : directories) {
-        auto *link = new QToolButton(this);
-        link->setAutoRaise(true);
-        link->setText(fontMetrics().elidedText(QDir(directory).dirName() + QStringLiteral("   ") +
-                                                   QDir::toNativeSeparators(directory),
-                                               Qt::ElideMiddle, pageWidth - 32));
-        link->setToolTip(directory);
-        connect(link, &QToolButton::clicked, &m_files,
-                [this, directory] { m_files.open(directory); });
-        m_recent->addWidget(link);
-    }
+    for (const QString &directory : directories)
+        m_recent->addWidget(link(QDir(directory).dirName() + QStringLiteral("   ") +
+                                     QDir::toNativeSeparators(directory),
+                                 directory, [this, directory] { m_files.open(directory); }));
     if (directories.isEmpty())
         m_recent->addWidget(
             new QLabel(tr("Здесь появятся проекты, с которыми вы работали."), this));
+}
+
+// Of all projects: whoever starts again after a crash may not remember which it was. What another
+// window edits now is not left by anybody.
+void StartPage::fillUnsaved()
+{
+    clear(*m_unsaved);
+    Nodes::RecoveryFile::Tidy(m_recovery.toStdString());
+    std::vector<Nodes::RecoveryInfo> left = Nodes::RecoveryFile::List(m_recovery.toStdString());
+    left.erase(std::remove_if(left.begin(), left.end(),
+                              [](const Nodes::RecoveryInfo &info) {
+                                  return !info.damage.empty() ||
+                                         Nodes::ProjectHold::IsHeldNearby(info.project);
+                              }),
+               left.end());
+    for (std::size_t i = 0; i < std::min(left.size(), unsavedAtMost); ++i) {
+        const Nodes::RecoveryInfo &info = left[i];
+        const QString project = QString::fromStdString(info.project);
+        const QDateTime kept = QDateTime::fromMSecsSinceEpoch(info.saved / 1000);
+        m_unsaved->addWidget(link(tr("%1   от %2   %3")
+                                      .arg(QString::fromStdString(info.name),
+                                           kept.toString(QStringLiteral("dd.MM.yyyy HH:mm")),
+                                           QDir::toNativeSeparators(project)),
+                                  tr("Открыть проект и решить, восстановить ли её"),
+                                  [this, info] { m_files.openUnsaved(info); }));
+    }
+    if (left.size() > unsavedAtMost)
+        m_unsaved->addWidget(new QLabel(tr("и ещё %1").arg(left.size() - unsavedAtMost), this));
+    m_unsavedPart->setVisible(!left.empty());
 }
 
 } // namespace Editor

@@ -145,13 +145,41 @@ void ProjectHold::Release()
 }
 
 // The kernel knows of this machine; of others only what the file tells, and when.
-bool ProjectHold::isHeldElsewhere(const State &state, const ProjectHolder &found) const
+bool ProjectHold::isHeldElsewhere(const State &state, const ProjectHolder &found)
 {
     if (found.host.empty() || found.isSameProcess(state.me))
         return false;
     if (found.host == state.me.host)
         return !state.isLocked && isAlive(found.process);
-    return renewedAgo(state.descriptor) < StaleBeats * m_beat.count();
+    struct stat file = {};
+    (void)::fstat(state.descriptor, &file);
+    return renewedAgo(state.descriptor) < StaleBeats * m_beat.count() &&
+           isRenewed(std::int64_t(file.st_mtim.tv_sec) * 1000000000 + file.st_mtim.tv_nsec);
+}
+
+bool ProjectHold::isRenewed(std::int64_t time)
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (time != m_seenTime) {
+        m_seenTime = time;
+        m_seenSince = now;
+    }
+    return now - m_seenSince < StaleBeats * m_beat;
+}
+
+// The kernel is asked only when the text says so: a look must not be in the way of who takes it.
+bool ProjectHold::IsHeldNearby(const std::string &projectFile)
+{
+    const int descriptor = ::open(FileOf(projectFile).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+    if (descriptor < 0)
+        return false;
+    const ProjectHolder found = ProjectHolder::FromText(textIn(descriptor));
+    const ProjectHolder me = ProjectHolder::Myself();
+    const bool isSaid =
+        found.host == me.host && found.process != me.process && isAlive(found.process);
+    const bool isHeld = isSaid && ::flock(descriptor, LOCK_SH | LOCK_NB) != 0;
+    ::close(descriptor);
+    return isHeld;
 }
 
 Result ProjectHold::Take(const std::string &projectFile)

@@ -5,6 +5,7 @@
 #include "nodes/values/Result.h"
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -19,7 +20,8 @@ class NODES_EXPORT ProjectHold
 {
 public:
     static constexpr std::chrono::milliseconds DefaultBeat = std::chrono::seconds(10);
-    /// A file of another machine that has not been renewed for that many beats is left behind.
+    /// A file of another machine that has not been renewed for that many beats is left behind: by
+    /// the clock of the disk or, as that may have been set, for as long as this object sees it.
     static constexpr int StaleBeats = 6;
 
     explicit ProjectHold(std::chrono::milliseconds beat = DefaultBeat) : m_beat(beat) {}
@@ -40,17 +42,22 @@ public:
     /// Who held it when Take was refused.
     const ProjectHolder &GetHolder() const { return m_holder; }
 
+    /// Whether a process of this machine other than this one edits it; takes nothing.
+    static bool IsHeldNearby(const std::string &projectFile);
     /// The file that holds a project.
     static std::string FileOf(const std::string &projectFile) { return projectFile + ".lock"; }
 
 private:
     struct State;
 
-    bool isHeldElsewhere(const State &state, const ProjectHolder &found) const;
+    bool isHeldElsewhere(const State &state, const ProjectHolder &found);
+    bool isRenewed(std::int64_t time);
 
     const std::chrono::milliseconds m_beat;
     std::shared_ptr<State> m_state; // shared with its thread, which a disk may hold
     ProjectHolder m_holder;
+    std::int64_t m_seenTime = 0; // of another machine's file, as last found
+    std::chrono::steady_clock::time_point m_seenSince;
 };
 
 } // namespace Nodes

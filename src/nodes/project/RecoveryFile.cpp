@@ -165,6 +165,21 @@ void RecoveryFile::Remove(const std::string &file)
     fs::remove(file + saveNote, error);
 }
 
+Result RecoveryFile::MoveTo(const RecoveryInfo &info, const std::string &projectFile)
+{
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(projectFile, error)))
+        return {Result::Duplicate, projectFile + " exists already"};
+    RecoveryInfo found;
+    std::string text;
+    Result done = Read(info.earlier.empty() ? info.file : info.earlier, found, text);
+    if (done)
+        done = ReplaceFile(projectFile, text);
+    if (done)
+        Remove(info.file);
+    return done;
+}
+
 void RecoveryFile::NoteSave(const std::string &file, const std::string &digest)
 {
     std::error_code error;

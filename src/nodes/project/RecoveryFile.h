@@ -44,6 +44,10 @@ NODES_EXPORT std::vector<RecoveryInfo> List(const std::string &directory,
 /// With what an earlier write has left beside it.
 NODES_EXPORT void Remove(const std::string &file);
 
+/// Makes a project file of unsaved work whose own project is gone, and removes it then. Duplicate
+/// when there is such a file.
+[[nodiscard]] NODES_EXPORT Result MoveTo(const RecoveryInfo &info, const std::string &projectFile);
+
 /// Notes before a save that the project's file is going to have that HexDigest: once it has, the
 /// unsaved work is saved, even when its editor is killed before it can remove this file. "" before
 /// newer work is kept, which is in no save yet.

@@ -120,6 +120,17 @@ private slots:
         }
     }
 
+    // The file of a machine that is gone, from when the clock of the disk was ahead.
+    void takesOverWhatIsOfTheFuture()
+    {
+        std::ofstream(m_lock) << "operator station project hold 1\nivanov\nws-12\n77\n1000000\n";
+        std::filesystem::last_write_time(m_lock, std::filesystem::file_time_type::clock::now() +
+                                                     std::chrono::hours(9000));
+        ProjectHold hold(milliseconds(20));
+        QVERIFY(hold.Take(m_project) == Result::Refused);
+        QTRY_VERIFY(hold.Take(m_project));
+    }
+
     void tellsOthersThatItIsAtWork()
     {
         ProjectHold hold(milliseconds(5));

@@ -222,6 +222,20 @@ private slots:
         QCOMPARE(!fs::is_empty(m_states), isLeft);
     }
 
+    void becomesAProjectOfItsOwn()
+    {
+        const RecoveryInfo info = fresh();
+        QVERIFY(RecoveryFile::Write(info, "work"));
+        write(m_project, "theirs");
+        QVERIFY(RecoveryFile::MoveTo(info, m_project) == Result::Duplicate);
+        QVERIFY(RecoveryFile::MoveTo(info, "/nowhere/project.xml") == Result::StorageError);
+        QCOMPARE(RecoveryFile::List(m_states).size(), std::size_t(1)); // nothing is lost
+        fs::remove(m_project);
+        QVERIFY(RecoveryFile::MoveTo(info, m_project));
+        QCOMPARE(bytesOf(m_project), QByteArray("work"));
+        QVERIFY(fs::is_empty(m_states));
+    }
+
     void leftoversGo_data()
     {
         const Rows<QString, bool> row("name", "isLeft");
