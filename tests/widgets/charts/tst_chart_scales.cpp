@@ -117,6 +117,25 @@ private slots:
         QTEST(draw.label(at(time)).text(), "label");
     }
 
+    void datesAreTold_data()
+    {
+        const Rows<std::string, QString, QString, std::string> row("given", "from", "to", "format");
+        row("today", "", "2024-06-10 08:00:00", "2024-06-10 09:00:00", "hh:mm:ss");
+        row("yesterday", "hh:mm", "2024-06-09 08:00:00", "2024-06-09 09:00:00", "hh:mm\\ndd.MM");
+        row("over midnight", "", "2024-06-09 23:00:00", "2024-06-10 01:00:00", "hh:mm:ss\\ndd.MM");
+        row("a week", "", "2024-06-03 10:00:00", "2024-06-10 10:00:00", "hh:mm\\ndd.MM");
+        row("last year", "hh", "2023-12-31 22:00:00", "2024-01-01 10:00:00", "hh\\ndd.MM.yy");
+        row("has them", "dd.MM hh:mm", "2024-06-03 10:00:00", "2024-06-10 10:00:00", "dd.MM hh:mm");
+    }
+    void datesAreTold()
+    {
+        QFETCH(std::string, given);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QTEST(Widgets::TimeScaleDraw::formatFor(given, at(from), at(to), at("2024-06-10 12:00:00")),
+              "format");
+    }
+
     void discretLabels_data()
     {
         const Rows<double, QString> row("value", "label");

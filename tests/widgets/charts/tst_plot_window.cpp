@@ -71,6 +71,8 @@ private slots:
     void wheelStepsThroughLengths_data();
     void wheelStepsThroughLengths();
     void wheelKeepsToThePresent();
+    void wheelShowsNoFuture();
+    void aDayAgoTellsItsDate();
     void draggingTheScaleLeavesThePresent();
     void nothingOfItWithoutAnArchive();
     void followingReachesThePresentWithoutValues();
@@ -122,6 +124,30 @@ void TestPlotWindow::wheelKeepsToThePresent()
     QVERIFY(rig.plot->tracking());
     QVERIFY(rig.window().maxValue() >= end);
     QCOMPARE(rig.window().width(), 20 * second); // one event is one step
+}
+
+void TestPlotWindow::wheelShowsNoFuture()
+{
+    TrendRig rig;
+    rig.setWindow(rig.now - 11 * second, rig.now - second);
+    for (int i = 0; i < 4; ++i)
+        rig.turn(rig.plot->plotCanvas(), 0.5, -120);
+    QCOMPARE(rig.window().width(), 2 * minute);
+    QVERIFY(rig.window().maxValue() <= ChartTime::now());
+    QVERIFY(rig.window().contains(rig.now - 6 * second));
+}
+
+void TestPlotWindow::aDayAgoTellsItsDate()
+{
+    TrendRig rig;
+    const auto lines = [&rig] {
+        return rig.plot->axisScaleDraw(timeAxis)->label(rig.window().maxValue()).text();
+    };
+    const double aDay = 24 * 60 * minute;
+    rig.setWindow(rig.now - aDay - minute, rig.now - aDay);
+    QVERIFY2(lines().contains('\n'), qPrintable(lines()));
+    const int high = rig.plot->axisWidget(timeAxis)->height();
+    QVERIFY(high > 2 * rig.plot->axisFont(timeAxis).pixelSize());
 }
 
 void TestPlotWindow::draggingTheScaleLeavesThePresent()

@@ -112,6 +112,9 @@ AxisRecord::AxisRecord(MultiAxisPlot &plot, QwtAxisId axis, Nodes::widgetChartAx
       m_isTime(node ? AxisPlaces::isTime(*node) : axis.isXAxis())
 {
     plot.axisWidget(axis)->installEventFilter(this);
+    if (m_isTime)
+        connect(plot.axisWidget(axis), &QwtScaleWidget::scaleDivChanged, this,
+                &AxisRecord::tellDates);
     apply();
 }
 
@@ -217,6 +220,23 @@ int AxisRecord::roomPerTick() const
         room = std::max(room, m_axis.isXAxis() ? label.width() * 1.4 : label.height() * 2.2);
     }
     return int(room);
+}
+
+void AxisRecord::tellDates()
+{
+    auto *draw = m_plot ? dynamic_cast<TimeScaleDraw *>(m_plot->axisScaleDraw(m_axis)) : nullptr;
+    if (!draw)
+        return;
+    const Axis *described = node();
+    const QwtInterval shown = m_plot->axisInterval(m_axis);
+    const std::string format =
+        TimeScaleDraw::formatFor(described ? described->GetFormat() : std::string(),
+                                 shown.minValue(), shown.maxValue(), ChartTime::now());
+    if (draw->format().toStdString() == format)
+        return;
+    draw->setFormat(format);
+    fitTicks();
+    m_plot->updateLayout();
 }
 
 void AxisRecord::fitTicks()

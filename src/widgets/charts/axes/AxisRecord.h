@@ -57,6 +57,8 @@ private:
     /// A hand has given the axis back: it is as the node says again.
     void onReleased(QwtAxisId axis);
     void applyLook(const Nodes::widgetChartAxis &node);
+    /// Labels tell the date where the time of day does not say which moment it is.
+    void tellDates();
     /// As many major ticks as there is room for.
     void fitTicks();
     int roomPerTick() const;

@@ -14,6 +14,7 @@
 #include "nodes/charts/widgetChartGroup.h"
 #include "nodes/model/NodesContainer.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace Widgets {
@@ -95,7 +96,9 @@ void PlotHistory::zoomWindow(double from, double to)
         const double pivot = (from - lower * factor) / (1 - factor);
         const double wide = Nodes::widgetChartAxis::Milliseconds(length->count, length->unit);
         lower = pivot - (pivot - lower) * wide / before;
-        upper = lower + wide;
+        const double latest = std::max(m_taken.maxValue(), ChartTime::now()); // no future
+        upper = std::min(lower + wide, latest);
+        lower = upper - wide;
     }
     setWindow(lower, upper);
     if (length) {
