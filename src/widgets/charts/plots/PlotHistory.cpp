@@ -288,16 +288,4 @@ void PlotHistory::setAnswerLimit(int milliseconds)
     waitBox()->setTimeLimit(milliseconds);
 }
 
-// A signal that seldom changes does not hold the window back.
-void PlotHistory::onClock()
-{
-    if (!isAtWork() || !tracking() || !isVisible())
-        return;
-    follow(ChartTime::now());
-    const QList<ISerie *> all = series();
-    for (ISerie *serie : all)
-        trim(*serie);
-    scheduleReplot();
-}
-
 } // namespace Widgets

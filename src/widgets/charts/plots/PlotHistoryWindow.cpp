@@ -218,4 +218,21 @@ void PlotHistory::setLength(int length, Nodes::widgetChartAxis::enRangeUnit unit
                          ChartTime::toUnsigned(to + Margin * wide));
 }
 
+// A signal that seldom changes does not hold the window back.
+void PlotHistory::onClock()
+{
+    if (!isAtWork() || !tracking() || !isVisible())
+        return;
+    const QwtInterval shown = window();
+    const double pixel = shown.width() / qMax(1, plotCanvas()->width());
+    const double now = ChartTime::now();
+    if (now - shown.maxValue() < pixel)
+        return; // values move it already, and nothing else would be seen
+    follow(now);
+    const QList<ISerie *> all = series();
+    for (ISerie *serie : all)
+        trim(*serie);
+    scheduleReplot();
+}
+
 } // namespace Widgets
