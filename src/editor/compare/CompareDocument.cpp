@@ -21,6 +21,7 @@ CompareDocument::CompareDocument(Workspace &workspace,
       m_view(new CompareView(this))
 {
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
     setFocusProxy(m_view);
     connect(m_view, &CompareView::nodeActivated, this, &CompareDocument::goTo);

@@ -19,8 +19,7 @@ namespace Editor {
 namespace {
 
 constexpr int expandedRows = 200; // more would take long to lay out, and nobody reads them at once
-constexpr int whatWidth = 600;
-constexpr int valueWidth = 240;
+constexpr int valueWidth = 170;
 
 } // namespace
 
@@ -50,10 +49,13 @@ void CompareView::build()
 {
     m_tree->setModel(m_rows);
     m_tree->setUniformRowHeights(true);
+    m_tree->setTextElideMode(Qt::ElideMiddle); // the end of a path names the node
     m_tree->setAlternatingRowColors(true);
     m_tree->setExpandsOnDoubleClick(false);
-    m_tree->setColumnWidth(DifferencesModel::WhatColumn, whatWidth);
+    m_tree->header()->setStretchLastSection(false);
+    m_tree->header()->setSectionResizeMode(DifferencesModel::WhatColumn, QHeaderView::Stretch);
     m_tree->setColumnWidth(DifferencesModel::BeforeColumn, valueWidth);
+    m_tree->setColumnWidth(DifferencesModel::AfterColumn, valueWidth);
     m_search->setPlaceholderText(tr("Найти"));
     m_search->setClearButtonEnabled(true);
     m_summary->setTextFormat(Qt::PlainText);

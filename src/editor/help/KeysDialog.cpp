@@ -50,7 +50,7 @@ KeysDialog::KeysDialog(QWidget *parent)
     : QDialog(parent), m_search(new QLineEdit(this)), m_rows(new QTreeWidget(this))
 {
     setWindowTitle(QStringLiteral("Клавиши"));
-    resize(620, 640);
+    resize(760, 640);
     m_search->setPlaceholderText(QStringLiteral("Поиск по действию или клавишам"));
     m_search->setClearButtonEnabled(true);
     m_rows->setHeaderLabels({QStringLiteral("Действие"), QStringLiteral("Клавиши")});
@@ -70,7 +70,9 @@ KeysDialog::KeysDialog(QWidget *parent)
     for (const TreeCommand &command : TreeCommands()) {
         if (command.text && *command.keys)
             add(*group(QStringLiteral("Дерево проекта")), QString::fromUtf8(command.text),
-                QKeySequence(QString::fromUtf8(command.keys)).toString(QKeySequence::NativeText));
+                QKeySequence(QString::fromUtf8(command.keys))
+                    .toString(QKeySequence::NativeText)
+                    .replace(QStringLiteral("Return"), QStringLiteral("Enter")));
     }
     for (const Keys &keys : others)
         add(*group(QString::fromUtf8(keys.place)), QString::fromUtf8(keys.what),
