@@ -1,6 +1,7 @@
 #include "editor/properties/GeometryPreview.h"
 
 #include "editor/properties/PropertyModel.h"
+#include "editor/properties/PropertyTexts.h"
 #include "editor/workspace/DocumentView.h"
 #include "editor/workspace/Workspace.h"
 
@@ -12,7 +13,36 @@
 
 #include <QEvent>
 
+#include <algorithm>
+
 namespace Editor {
+
+namespace {
+
+// What they do not have in common stays told as such.
+QString common(const QVector<QRect> &rects, int (QRect::*value)() const)
+{
+    const int first = (rects.first().*value)();
+    const bool isSame = std::all_of(rects.begin(), rects.end(),
+                                    [&](const QRect &rect) { return (rect.*value)() == first; });
+    return isSame ? QString::number(first) : PropertyTexts::mixed();
+}
+
+PropertyEdits::Texts textsOf(const QList<Widgets::ProxyWidget *> &hosts)
+{
+    QVector<QRect> rects;
+    for (const Widgets::ProxyWidget *host : hosts)
+        rects.append(host->geometry().toRect());
+    if (rects.isEmpty())
+        return {};
+    using Geometry = Nodes::GeometryProp;
+    return {{Geometry::X, common(rects, &QRect::x)},
+            {Geometry::Y, common(rects, &QRect::y)},
+            {Geometry::Width, common(rects, &QRect::width)},
+            {Geometry::Height, common(rects, &QRect::height)}};
+}
+
+} // namespace
 
 GeometryPreview::GeometryPreview(Workspace &workspace, PropertyModel &model, QObject *parent)
     : QObject(parent), m_workspace(workspace), m_model(model)
@@ -51,15 +81,8 @@ void GeometryPreview::show()
     const Widgets::ProxyScene *scene = document ? document->scene() : nullptr;
     Widgets::SceneEditor *editor = scene ? scene->sceneEditor() : nullptr;
     PropertyEdits::Texts texts;
-    if (editor && editor->drag().isActive() && editor->selection().count() == 1 &&
-        editor->selection().key()) {
-        using Geometry = Nodes::GeometryProp;
-        const QRect rect = editor->selection().key()->geometry().toRect();
-        texts = {{Geometry::X, QString::number(rect.x())},
-                 {Geometry::Y, QString::number(rect.y())},
-                 {Geometry::Width, QString::number(rect.width())},
-                 {Geometry::Height, QString::number(rect.height())}};
-    }
+    if (editor && editor->drag().isActive() && !editor->selection().isEmpty())
+        texts = textsOf(editor->selection().hosts());
     m_model.setPreview(texts);
 }
 

@@ -11,8 +11,8 @@ namespace Editor {
 class PropertyModel;
 class Workspace;
 
-/// While an element is dragged in the active scene its node still has the old place: the table
-/// shows the one under the pointer until the drag ends. GUI thread.
+/// While elements are dragged in the active scene their nodes still have the old places: the table
+/// shows those under the pointer until the drag ends. GUI thread.
 class GeometryPreview : public QObject
 {
     Q_OBJECT

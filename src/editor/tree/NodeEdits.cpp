@@ -13,6 +13,7 @@
 #include "utils/undo/CommandGroup.h"
 #include "utils/undo/MoveNodesCommand.h"
 #include "widgets/scene/editing/ElementClipboard.h"
+#include "widgets/scene/editing/groups/GroupEdits.h"
 #include "widgets/scene/editing/paste/PasteReport.h"
 
 #include <algorithm>
@@ -156,6 +157,8 @@ Nodes::NodeLinks NodeEdits::insertCopies(const Nodes::NodesArray &copies,
                                          const Nodes::NodeLink &parent,
                                          const Nodes::NodeLink &before)
 {
+    if (parent.isValid())
+        Widgets::GroupEdits::renew(copies, *parent.GetNode(), {});
     auto *group = new Utils::CommandGroup(
         copies.size() == 1 ? QStringLiteral("Копирование узла %1").arg(nameOf(copies[0]))
                            : QStringLiteral("Копирование группы узлов"));

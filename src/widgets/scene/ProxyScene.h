@@ -115,6 +115,7 @@ public:
     void takePicked(ProxyWidget &host) override;
     void takeEntered(ProxyWidget &host) override;
     void takePlaced(ProxyWidget &host) override;
+    void takeRegrouped(ProxyWidget &host) override;
     bool hasGrabbers(const ProxyWidget &host) const override;
     void drag(const DragMotion &motion) override;
     void finishDrag() override;

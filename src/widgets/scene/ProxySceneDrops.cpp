@@ -22,14 +22,18 @@ void ProxyScene::dragMoveEvent(QGraphicsSceneDragDropEvent *event)
     if (!isEditing() || !editor())
         return;
     forgetRefused(); // those still below the pointer are entered anew
-    if (editor()->takesDrag(*event->mimeData()))
+    if (editor()->takesDrag(*event->mimeData())) {
+        editor()->followDrop(*event);
         event->accept();
-    else
+    } else {
         QGraphicsScene::dragMoveEvent(event);
+    }
 }
 
 void ProxyScene::dragLeaveEvent(QGraphicsSceneDragDropEvent *event)
 {
+    if (SceneEditor *tool = editor())
+        tool->endDrop();
     forgetRefused();
     QGraphicsScene::dragLeaveEvent(event);
 }

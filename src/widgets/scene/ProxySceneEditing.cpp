@@ -182,6 +182,12 @@ void ProxyScene::takePlaced(ProxyWidget &host)
         m_editor->refreshMarks();
 }
 
+void ProxyScene::takeRegrouped(ProxyWidget &host)
+{
+    if (m_editor && host.isSelected())
+        m_editor->showSelectionSoon();
+}
+
 bool ProxyScene::hasGrabbers(const ProxyWidget &host) const
 {
     return m_editor && m_editor->hasGrabbers(host);

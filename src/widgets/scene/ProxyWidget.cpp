@@ -212,8 +212,10 @@ void ProxyWidget::takeAll()
         m_editor->rememberGeometry();
     setCornerPositions(QRectF());
     setPositionItems(QRectF());
-    if (EditedScene *edited = editedScene())
+    if (EditedScene *edited = editedScene()) {
         edited->takePlaced(*this);
+        edited->takeRegrouped(*this);
+    }
     later(&ProxyWidget::takeVisible);
     // The layer may hold the elements back: what has not changed is left to it.
     if (!locker() || locker()->isLocked() == node->isMovable())
@@ -255,6 +257,10 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     case Prop::Signal:
     case Prop::AlarmIndication:
         markAlarms();
+        break;
+    case Prop::Group:
+        if (EditedScene *edited = editedScene())
+            edited->takeRegrouped(*this);
         break;
     case Prop::X:
     case Prop::Y:

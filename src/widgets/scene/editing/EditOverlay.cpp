@@ -119,6 +119,13 @@ void EditOverlay::paintKey(QPainter &painter) const
 
 void EditOverlay::paintGuides(QPainter &painter) const
 {
+    QColor shade = frameColor;
+    shade.setAlpha(40);
+    painter.setPen(QPen(frameColor, 0));
+    for (const QRectF &place : m_guides.places) {
+        painter.fillRect(place, shade);
+        painter.drawRect(place);
+    }
     painter.setPen(QPen(guideColor, 0));
     painter.drawLines(m_guides.lines);
     const QTransform toDevice = painter.worldTransform();

@@ -35,6 +35,8 @@ public:
     virtual void takeEntered(ProxyWidget &host) = 0;
     /// The element has another place or size than before.
     virtual void takePlaced(ProxyWidget &host) = 0;
+    /// The element may belong to another group than before.
+    virtual void takeRegrouped(ProxyWidget &host) = 0;
     /// Whether the element has grabbers when it is selected: of very many only the key one has.
     virtual bool hasGrabbers(const ProxyWidget &host) const = 0;
     /// Moves the selected elements with the pointer, or resizes that one, or all as a group.

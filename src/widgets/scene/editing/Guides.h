@@ -2,6 +2,7 @@
 
 #include <QLineF>
 #include <QPointF>
+#include <QRectF>
 #include <QString>
 #include <QVector>
 
@@ -19,12 +20,14 @@ struct Guides
 
     QVector<QLineF> lines;
     QVector<Note> notes;
+    QVector<QRectF> places; ///< where something is going to stand
 
-    bool isEmpty() const { return lines.isEmpty() && notes.isEmpty(); }
+    bool isEmpty() const { return lines.isEmpty() && notes.isEmpty() && places.isEmpty(); }
     void clear()
     {
         lines.clear();
         notes.clear();
+        places.clear();
     }
 };
 

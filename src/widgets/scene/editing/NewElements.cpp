@@ -4,6 +4,7 @@
 
 #include "nodes/model/FreeName.h"
 #include "nodes/model/KindInfo.h"
+#include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
 #include "utils/models/SortNodeTypes.h"
@@ -11,6 +12,8 @@
 #include "utils/undo/IUndo.h"
 
 #include <QMenu>
+
+#include <algorithm>
 
 namespace Widgets {
 
@@ -29,14 +32,21 @@ constexpr ReadableSize readableSizes[] = {
     {"reportDisplay", "600", "400"}, {"eventList", "1200", "320"},
 };
 
+const ReadableSize *readableSize(const Nodes::NodeType &type)
+{
+    const auto found =
+        std::find_if(std::begin(readableSizes), std::end(readableSizes),
+                     [&type](const ReadableSize &size) { return type.ToString() == size.kind; });
+    return found == std::end(readableSizes) ? nullptr : &*found;
+}
+
 void makeReadable(const Nodes::NodeType &type, Nodes::ConfigNode &node)
 {
-    for (const ReadableSize &size : readableSizes) {
-        if (type.ToString() != size.kind)
-            continue;
-        (void)node.SetPropertyText("width", size.width); // within the range of every element
-        (void)node.SetPropertyText("height", size.height);
-    }
+    const ReadableSize *size = readableSize(type);
+    if (!size)
+        return;
+    (void)node.SetPropertyText("width", size->width); // within the range of every element
+    (void)node.SetPropertyText("height", size->height);
 }
 
 void warn(const char *text)
@@ -84,7 +94,8 @@ void NewElements::fillGroup(const std::vector<Nodes::NodeType> &types)
 }
 
 bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point,
-                      bool isCentre, const DroppedProperties::Texts &properties)
+                      bool isCentre, const DroppedProperties::Texts &properties,
+                      const Landing &landing)
 {
     Nodes::NodesCollection *project = parent ? parent->GetNodesCollection() : nullptr;
     if (!project) {
@@ -103,11 +114,28 @@ bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QP
     DroppedProperties::apply(properties, *node);
     node->SetName(freeName(*parent, node->GetName()));
     const Nodes::NRect box = node->GetGeometry();
-    const QPoint corner =
-        point.toPoint() - (isCentre ? QPoint(box.width / 2, box.height / 2) : QPoint());
+    QPoint corner = point.toPoint() - (isCentre ? QPoint(box.width / 2, box.height / 2) : QPoint());
+    if (landing)
+        corner = landing({corner, QSize(box.width, box.height)});
     node->SetPosition(corner.x(), corner.y());
     m_undo.pushToUndoStack(new Utils::AddNodeLinkCommand(link, Nodes::NodeLink(parent)));
     return !project->TakeClone(link); // refused ones are still there; the command has logged why
+}
+
+QSize NewElements::sizeOf(const Nodes::NodeType &type, const DroppedProperties::Texts &properties)
+{
+    const Nodes::KindInfo *kind = Nodes::KindTable::Instance().Find(type);
+    const auto *fresh =
+        kind ? dynamic_cast<const Nodes::BasicWidget *>(kind->prototype.get()) : nullptr;
+    if (!fresh)
+        return {};
+    QSize size(fresh->GetGeometry().width, fresh->GetGeometry().height);
+    if (const ReadableSize *readable = readableSize(type))
+        size = {QByteArray(readable->width).toInt(), QByteArray(readable->height).toInt()};
+    const QString width = properties.value(Nodes::GeometryProp::Width.key);
+    const QString height = properties.value(Nodes::GeometryProp::Height.key);
+    return {width.isEmpty() ? size.width() : width.toInt(),
+            height.isEmpty() ? size.height() : height.toInt()};
 }
 
 } // namespace Widgets

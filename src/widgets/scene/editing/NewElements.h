@@ -7,7 +7,11 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QRect>
+#include <QSize>
+#include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -40,8 +44,14 @@ public:
 
     /// New element below `parent`, its corner or its centre at the point, with those properties;
     /// false, and told the operator, when there is none. Null: there is no layer.
+    /// `landing` may put it elsewhere than at the rectangle that it is given, by its corner.
+    using Landing = std::function<QPoint(const QRect &box)>;
     bool add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QPointF point, bool isCentre,
-             const DroppedProperties::Texts &properties = {});
+             const DroppedProperties::Texts &properties = {}, const Landing &landing = {});
+    /// What `add` would make it, pixels; invalid for what is no element.
+    static QSize sizeOf(const Nodes::NodeType &type, const DroppedProperties::Texts &properties);
+    /// Of kinds dragged out of the element panel.
+    static QString typesFormat() { return QStringLiteral("application/nodetype"); }
 
 signals:
     void menuFilled(QMenu *menu);

@@ -43,7 +43,8 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
       m_drag(m_selection, *m_overlay),
       m_edits(m_selection, undo),
       m_tableEdits(m_selection, m_groups, undo, node),
-      m_newElements(undo)
+      m_newElements(undo),
+      m_dropPreview(m_selection, m_snapper, *m_overlay)
 {
     createActions();
     m_drag.addAdjuster(m_snapper);
@@ -60,6 +61,9 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
     connect(&m_drag, &DragInteraction::moved, this, &SceneEditor::refreshMarks);
     m_selectionTimer.setInterval(selectionDelay);
     m_selectionTimer.setSingleShot(true);
+    m_regroupTimer.setInterval(0);
+    m_regroupTimer.setSingleShot(true);
+    connect(&m_regroupTimer, &QTimer::timeout, this, &SceneEditor::showSelection);
     followSelection();
 }
 
@@ -78,8 +82,13 @@ void SceneEditor::followSelection()
 
 void SceneEditor::settleSelection()
 {
-    m_groups.settle();
     emit selectionSettled();
+    showSelection();
+}
+
+void SceneEditor::showSelection()
+{
+    m_groups.settle();
     const QList<ProxyWidget *> hosts = m_selection.hosts();
     m_overlay->setFramed(std::any_of(hosts.begin(), hosts.end(), [this](const ProxyWidget *host) {
         return !hasGrabbers(*host);

@@ -2,6 +2,7 @@
 
 #include "widgets/WidgetsExport.h"
 #include "widgets/scene/editing/DragInteraction.h"
+#include "widgets/scene/editing/DropPreview.h"
 #include "widgets/scene/editing/EditOverlay.h"
 #include "widgets/scene/editing/GrabberPlane.h"
 #include "widgets/scene/editing/NewElements.h"
@@ -65,6 +66,8 @@ public:
     DragInteraction &drag() { return m_drag; }
     EditOverlay &overlay() { return *m_overlay; }
     bool hasGrabbers(const ProxyWidget &host) const;
+    /// Selected elements belong to other groups: shows it, once for all that happen now.
+    void showSelectionSoon() { m_regroupTimer.start(); }
     /// What is selected stands elsewhere now, or is shown in another scale.
     void refreshMarks();
     /// Takes the selection over as it is, which happens by itself 100 ms after its last change.
@@ -94,6 +97,9 @@ public:
     void openMenu(const QGraphicsSceneContextMenuEvent &event);
     /// Whether a drop of it makes new elements, see DroppedElements.
     bool takesDrag(const QMimeData &data) const;
+    /// What it takes is dragged over the scene, or not any more.
+    void followDrop(const QGraphicsSceneDragDropEvent &event);
+    void endDrop() { m_dropPreview.end(); }
     /// False for what makes none.
     bool drop(const QGraphicsSceneDragDropEvent &event);
 
@@ -112,6 +118,7 @@ signals:
 
 private:
     void createActions();
+    void showSelection();
     void followSelection();
     void pressEscape();
     void moveByArrow(const QKeyEvent &event);
@@ -133,12 +140,14 @@ private:
     SelectionEdits m_edits;
     TableEdits m_tableEdits;
     NewElements m_newElements;
+    DropPreview m_dropPreview;
     QPointF m_pastePosition;
     QPointer<ProxyWidget> m_picked;    ///< by the press that is held
     QAction *m_deleteAction = nullptr; ///< the three are children; null where the host has none
     QAction *m_copyAction = nullptr;
     QAction *m_pasteAction = nullptr;
     QTimer m_selectionTimer;
+    QTimer m_regroupTimer;
     std::unique_ptr<SceneMenu> m_menu;
 };
 

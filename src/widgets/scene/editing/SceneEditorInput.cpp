@@ -204,12 +204,18 @@ bool SceneEditor::takesDrag(const QMimeData &data) const
     return project() && DroppedElements::isIn(data, *project());
 }
 
+void SceneEditor::followDrop(const QGraphicsSceneDragDropEvent &event)
+{
+    m_dropPreview.follow(*event.mimeData(), event.scenePos());
+}
+
 bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
 {
     if (!takesDrag(*event.mimeData()))
         return false;
     Nodes::ConfigNode *layer = m_layers.topmostNode();
     if (!layer || !Utils::UndoGate::isOpen()) { // before files are copied
+        endDrop();
         if (!layer)
             tell(QMessageBox::Critical, QStringLiteral("Отсутствуют слои"));
         return true;
@@ -218,11 +224,13 @@ bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
     if (!dropped.elements().empty())
         m_selection.clear(); // what is dropped appears selected, alone
     QPointF place = event.scenePos();
+    const auto landing = [this](const QRect &box) { return m_dropPreview.landing(box); };
     for (const DroppedElements::Element &element : dropped.elements()) {
-        if (m_newElements.add(element.type, layer, place, true, element.properties))
+        if (m_newElements.add(element.type, layer, place, true, element.properties, landing))
             emit addWidgetFromPanel();
         place += QPointF(16, 16);
     }
+    endDrop();
     // Later: the program that the files come from waits for the end of the drop.
     if (!dropped.refusals().isEmpty())
         QTimer::singleShot(0, this, [text = dropped.refusals().join(QStringLiteral("\n\n"))] {

@@ -238,6 +238,24 @@ private slots:
         QCOMPARE(editor.groups(), before);
     }
 
+    // Without a new selection, also when the tree or the table is what changes it.
+    void marksFollowTheProperty()
+    {
+        Editor editor;
+        editor.click(g);
+        editor.click(a, Qt::ControlModifier);
+        QCOMPARE(editor.frames(), QVector<QRectF>{QRectF(10, 10, 150, 60)});
+        editor.editor().tableEdits().run(*Widgets::SceneEditTable::find("group"));
+        QTRY_COMPARE(editor.frames(), QVector<QRectF>{QRectF(10, 10, 440, 110)});
+        editor.stack.undo();
+        QTRY_COMPARE(editor.frames(), QVector<QRectF>{QRectF(10, 10, 150, 60)});
+        editor.click({500, 400});
+        editor.select({37, 32, 33, 39});
+        editor.run("group"); // H is alone on its layer
+        QCOMPARE(editor.groupOf(37), QString("Группа"));
+        QCOMPARE(editor.groupOf(39), QString("p"));
+    }
+
     void ungroupedKeepApart()
     {
         Editor editor;

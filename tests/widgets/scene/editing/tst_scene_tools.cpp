@@ -1,5 +1,6 @@
 #include "support/EditedProject.h"
 #include "support/Rows.h"
+#include "support/ShownEditor.h"
 
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
@@ -11,6 +12,7 @@
 #include "widgets/scene/editing/guides/SnapSettings.h"
 #include "widgets/scene/editing/guides/Snapper.h"
 
+#include <QGraphicsSceneDragDropEvent>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -101,6 +103,31 @@ private slots:
         QCOMPARE(QPointF(s.place(32).topLeft()), s.host(32)->pos());
         QVERIFY(s.editor().overlay().guides().isEmpty());
         QCOMPARE(s.stack.count(), 1);
+    }
+
+    // A label of 100 x 30, from 90, 185 on: far from the others.
+    void newElementsLandWhereItIsShown()
+    {
+        Scene s;
+        s.editor().selection().select({s.host(32)});
+        const auto data = draggedTexts("application/nodetype", {"label"});
+        const auto send = [&](QEvent::Type type) {
+            QGraphicsSceneDragDropEvent event(type);
+            event.setMimeData(data.get());
+            event.setScenePos({140, 200});
+            QApplication::sendEvent(s.scene, &event);
+        };
+        send(QEvent::GraphicsSceneDragEnter);
+        send(QEvent::GraphicsSceneDragMove);
+        const QVector<QRectF> shown = s.editor().overlay().guides().places;
+        QCOMPARE(shown, QVector<QRectF>{QRectF(88, 184, 100, 30)});
+        send(QEvent::GraphicsSceneDragLeave);
+        QVERIFY(s.editor().overlay().guides().isEmpty());
+        send(QEvent::GraphicsSceneDragMove);
+        send(QEvent::GraphicsSceneDrop);
+        QVERIFY(s.editor().overlay().guides().isEmpty());
+        QTRY_COMPARE(s.editor().selection().count(), 1);
+        QCOMPARE(s.editor().selection().key()->geometry(), shown.first());
     }
 
     void altSuspends()

@@ -67,22 +67,26 @@ private:
     std::map<std::string, std::string> m_names;
 };
 
-const Nodes::ConfigNode *layerOf(const EditedElements &edited)
+/// What becomes a group: of each layer the elements, where they are two or more, groups as one.
+std::vector<Elements> lotsOf(const EditedElements &edited)
 {
-    const Nodes::ConfigNode *layer =
-        edited.elements.empty() ? nullptr : edited.elements.front()->GetParent();
-    const bool isOne =
-        std::all_of(edited.elements.begin(), edited.elements.end(),
-                    [layer](const Nodes::BasicWidget *e) { return e->GetParent() == layer; });
-    return isOne ? layer : nullptr;
+    std::map<const Nodes::ConfigNode *, Elements> layers;
+    for (Nodes::BasicWidget *element : edited.elements)
+        layers[element->GetParent()].push_back(element);
+    std::vector<Elements> lots;
+    for (auto &[layer, elements] : layers) {
+        if (layer && edited.scope.units(elements).size() > 1)
+            lots.push_back(std::move(elements));
+    }
+    return lots;
 }
 
 /// The entered group, if all stand in it.
-std::string outerOf(const EditedElements &edited)
+std::string outerOf(const EditedElements &edited, const Elements &lot)
 {
-    const bool areIn =
-        std::all_of(edited.elements.begin(), edited.elements.end(),
-                    [&edited](const Nodes::BasicWidget *e) { return edited.scope.isIn(*e); });
+    const bool areIn = std::all_of(lot.begin(), lot.end(), [&edited](const Nodes::BasicWidget *e) {
+        return edited.scope.isIn(*e);
+    });
     return areIn ? edited.scope.group : std::string();
 }
 
@@ -90,7 +94,7 @@ std::string outerOf(const EditedElements &edited)
 
 bool GroupEdits::canGroup(const EditedElements &edited)
 {
-    return layerOf(edited) && edited.scope.units(edited.elements).size() > 1;
+    return !lotsOf(edited).empty();
 }
 
 bool GroupEdits::canUngroup(const EditedElements &edited)
@@ -102,15 +106,15 @@ bool GroupEdits::canUngroup(const EditedElements &edited)
 
 QUndoCommand *GroupEdits::group(const EditedElements &edited)
 {
-    if (!canGroup(edited))
-        return nullptr;
-    const std::string outer = outerOf(edited);
-    TakenNames taken(*layerOf(edited), outer, {});
-    const std::string made = Path::Join(outer, taken.give("Группа"));
     EditGroup step(QStringLiteral("Группировка виджетов"));
-    for (const Nodes::BasicWidget *element : edited.elements)
-        step.set(*element, Nodes::BasicWidget::Prop::Group,
-                 Path::Join(made, Path::Rest(outer, element->GetGroup())));
+    for (const Elements &lot : lotsOf(edited)) {
+        const std::string outer = outerOf(edited, lot);
+        TakenNames taken(*lot.front()->GetParent(), outer, {});
+        const std::string made = Path::Join(outer, taken.give("Группа"));
+        for (const Nodes::BasicWidget *element : lot)
+            step.set(*element, Nodes::BasicWidget::Prop::Group,
+                     Path::Join(made, Path::Rest(outer, element->GetGroup())));
+    }
     return step.take();
 }
 

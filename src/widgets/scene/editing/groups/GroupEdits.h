@@ -22,11 +22,11 @@ class EditGroup;
 /// null when nothing would change. GUI thread.
 namespace GroupEdits {
 
-/// Whether the elements can become one group: two or more of one layer that are not one yet.
+/// Whether two or more of the elements stand in one layer and are not one group yet.
 WIDGETS_EXPORT bool canGroup(const EditedElements &edited);
 /// Whether one of them stands in a group inside of the one that is entered.
 WIDGETS_EXPORT bool canUngroup(const EditedElements &edited);
-/// What they are, elements and groups, becomes one group inside of the one that is entered.
+/// The elements and groups of each layer become one group, inside of the one that is entered.
 WIDGETS_EXPORT QUndoCommand *group(const EditedElements &edited);
 /// The outermost of their groups go, inside of the one that is entered; those inside of them stay.
 WIDGETS_EXPORT QUndoCommand *ungroup(const EditedElements &edited);

@@ -34,12 +34,12 @@ Snapper::Snapper(const QGraphicsScene &scene, const SnapSettings &settings, Modi
 {
 }
 
-void Snapper::begin(const SceneSelection &moving)
+void Snapper::begin(const SceneSelection &selection, bool areStanding)
 {
     QVector<QRectF> standing{m_scene.sceneRect()}; // edges and middle of the window itself
-    const QList<ProxyWidget *> all = moving.selectable();
+    const QList<ProxyWidget *> all = selection.selectable();
     for (const ProxyWidget *host : all) {
-        if (host->isVisible() && !host->isSelected())
+        if (host->isVisible() && (areStanding || !host->isSelected()))
             standing.append(host->geometry());
     }
     m_snapping.emplace(standing);

@@ -24,7 +24,9 @@ public:
     /// Both outlive it. `modifiers` are those held now; none: the keyboard's.
     Snapper(const QGraphicsScene &scene, const SnapSettings &settings, Modifiers modifiers = {});
 
-    void begin(const SceneSelection &moving) override;
+    void begin(const SceneSelection &moving) override { begin(moving, false); }
+    /// With `areStanding` the selected elements stand still too: something else is dragged.
+    void begin(const SceneSelection &selection, bool areStanding);
     QPointF adjust(const QRectF &moved, QPointF delta, Qt::Edges movingEdges,
                    Guides *shown) override;
     void end() override;
