@@ -79,7 +79,7 @@ private slots:
     {
         const Rows<int, QString> row("id", "text");
         row("decimals and unit of the signal", 21, "Котёл 1: ##.# °C");
-        row("its own, no unit", 22, "##.###");
+        row("its own, no unit", 22, "#.###");
         row("texts of a switch", 23, "Закрыт");
         row("a switch without texts", 24, "##");
         row("a whole number", 25, "##");

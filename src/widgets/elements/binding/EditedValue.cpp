@@ -16,6 +16,8 @@ namespace {
 using Nodes::enSignalValueType;
 using Nodes::SignalValue;
 
+constexpr std::size_t longNumber = 5; ///< "0.000": few such have two digits before the point
+
 /// Nothing for an element without states.
 SignalValue ofStates(const Nodes::BasicWidget &node)
 {
@@ -53,7 +55,7 @@ std::string EditedValue::formOf(std::string number)
 {
     std::replace_if(
         number.begin(), number.end(), [](unsigned char c) { return std::isdigit(c); }, '#');
-    return "#" + number;
+    return number.size() < longNumber ? "#" + number : number;
 }
 
 SignalValue EditedValue::of(const Nodes::BasicWidget &node)

@@ -17,7 +17,7 @@ namespace Widgets {
 class WIDGETS_EXPORT EditedValue
 {
 public:
-    /// The form of a number, such as "##.#" for "0.0".
+    /// The form of a number, such as "##.#" for "0.0" and "#.###" for "0.000".
     static std::string formOf(std::string number);
     /// A good value to be shown by the element: one that matches a state, zero rather than another;
     /// false where that has a text of its own; the form of the number, as text, for all others.
