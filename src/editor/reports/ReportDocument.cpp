@@ -91,6 +91,7 @@ ReportDocument::ReportDocument(Workspace &workspace, const Nodes::NodeLink &node
     if (Nodes::NodesCollection *project = node.GetNodesCollection())
         m_connection =
             project->ConnectChanged([this](const Nodes::NodeChange &) { refreshLater(); });
+    m_preview->fitWidth();
     connect(m_engine, &LimeReport::ReportEngine::renderFinished, this, [this] {
         if (!m_engine->lastError().isEmpty())
             m_note->setText(tr("⚠ В шаблоне: %1").arg(m_engine->lastError()));
