@@ -1,5 +1,6 @@
 // The journal as a station writes it: what an append costs its caller, and how many entries a
-// second get through queue, hash chain and durable transactions into the file.
+// second get through queue, hash chain and durable transactions into the file; and what a list and
+// an export read of a long one (JOURNAL_ROWS=10000000 for ten million entries, 7 GB of disk).
 #include "nodes/journal/EventJournal.h"
 #include "nodes/journal/JournalReader.h"
 
@@ -17,6 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int burst = 50000;
+constexpr int rare = 100000;     // entries, of which one has another text
+constexpr int listRows = 900000; // that a list reads at most
+constexpr int pageRows = 4000;   // at a time
 constexpr Nodes::Timestamp second = 1000000;
 constexpr Nodes::Timestamp firstTime = 1700000000 * second;
 
@@ -97,6 +101,8 @@ Journal &longJournal()
         for (int i = 0; i < count; ++i) {
             Nodes::BasicEvent entry = alarmEntry(i);
             entry.time = firstTime + i * second;
+            if (i % rare == rare / 2)
+                entry.text = "Обрыв шлейфа извещателя";
             demand(kept.journal.Append(entry));
             if (i % burst == 0)
                 demand(kept.journal.Flush());
@@ -133,6 +139,69 @@ void firstPage(benchmark::State &state)
     state.counters["rows"] = double(kept.rows);
 }
 
+Nodes::JournalQuery ofAll(const Journal &kept, std::size_t limit)
+{
+    Nodes::JournalQuery query;
+    query.begin = firstTime;
+    query.end = firstTime + kept.rows * second;
+    query.limit = limit;
+    query.order = Nodes::JournalQuery::NewestFirst;
+    return query;
+}
+
+/// Pages of what the query finds, of at most so many entries in all; how many there were.
+int readPages(Nodes::JournalReader &reader, Nodes::JournalQuery query, int most)
+{
+    int count = 0;
+    std::vector<Nodes::BasicEvent> page;
+    do {
+        page.clear();
+        demand(reader.Query(query, page));
+        count += int(page.size());
+        if (!page.empty())
+            query.after = Nodes::JournalKey::Of(page.back());
+    } while (page.size() == query.limit && count < most);
+    return count;
+}
+
+/// What stands on the screen first when a list of the whole journal is opened.
+void openList(benchmark::State &state)
+{
+    Journal &kept = longJournal();
+    const auto reader = kept.journal.OpenReader();
+    for (auto _ : state)
+        readPages(*reader, ofAll(kept, 500), 500);
+}
+
+/// All that such a list holds.
+void fillList(benchmark::State &state)
+{
+    Journal &kept = longJournal();
+    const auto reader = kept.journal.OpenReader();
+    int count = 0;
+    for (auto _ : state)
+        count = readPages(*reader, ofAll(kept, pageRows), listRows);
+    state.SetItemsProcessed(state.iterations() * count);
+}
+
+/// A text that one in a hundred thousand entries has, in the whole journal.
+void searchText(benchmark::State &state)
+{
+    Journal &kept = longJournal();
+    const auto reader = kept.journal.OpenReader();
+    Nodes::JournalQuery query = ofAll(kept, pageRows);
+    query.text = "обрыв шлейфа";
+    int found = 0;
+    for (auto _ : state)
+        found = readPages(*reader, query, listRows);
+    if (found != kept.rows / rare)
+        state.SkipWithError("not all were found");
+    state.SetItemsProcessed(state.iterations() * kept.rows);
+}
+
+BENCHMARK(openList)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(fillList)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(searchText)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(append)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 BENCHMARK(store)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(5);
 BENCHMARK(verify)->Unit(benchmark::kMillisecond)->UseRealTime();

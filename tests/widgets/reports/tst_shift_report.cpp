@@ -6,6 +6,7 @@
 #include "nodes/journal/EventJournal.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/reports/time/ReportPeriod.h"
+#include "nodes/reports/time/shiftTable.h"
 #include "nodes/serial/ProjectReader.h"
 #include "nodes/system/systemCore.h"
 
@@ -213,7 +214,8 @@ void ShiftReportTest::fileReport()
     QVERIFY(schedule);
     ReportFiling filing(m_core);
     QSignalSpy finished(&filing, &ReportFiling::finished);
-    filing.start(*schedule, {begin, begin + shiftSeconds * second});
+    filing.start(ReportJob::of(*schedule, {begin, begin + shiftSeconds * second},
+                               shiftTable::PlanOf(m_core.GetNodesCollection())));
     QVERIFY(finished.wait(patience));
     QCOMPARE(finished[0][1].toString(), QString());
     QProcess reader;

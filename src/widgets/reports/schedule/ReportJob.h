@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/WidgetsExport.h"
+
 #include "nodes/auth/ActingUser.h"
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/schedule/reportSchedule.h"
@@ -11,7 +13,7 @@
 namespace Widgets {
 
 /// A report that is to be put out. Plain value.
-struct ReportJob
+struct WIDGETS_EXPORT ReportJob
 {
     Nodes::NodeLink report;
     Nodes::enReportPeriod period = Nodes::PeriodShift;
@@ -27,6 +29,9 @@ struct ReportJob
     Nodes::reportSchedule::enReportFormat format = Nodes::reportSchedule::FormatPdf;
     QString error; ///< found before it was begun, for operators: nothing but told
 
+    /// What a schedule wants of a period; for the station itself.
+    static ReportJob of(const Nodes::reportSchedule &schedule, const Nodes::ReportSpan &span,
+                        const Nodes::ShiftPlan &shifts);
     /// Takes over where a node that has `FindFolder` wants its files, or the error.
     template <class Node> void setFolder(const Node &node)
     {

@@ -22,20 +22,6 @@ constexpr int tick = 5000; // ms
 constexpr Nodes::Timestamp minute = Nodes::Timestamp(60) * 1000000;
 constexpr int longestPause = 30; // minutes between two attempts
 
-ReportJob jobOf(const Nodes::reportSchedule &schedule, const Nodes::ReportSpan &span,
-                const Nodes::ShiftPlan &shifts)
-{
-    ReportJob job;
-    if (const Nodes::BasicReport *report = schedule.GetReport())
-        job.report = report->GetNodeLink();
-    job.period = schedule.GetPeriod();
-    job.span = span;
-    job.name = QString::fromStdString(schedule.FileNameOf(span, shifts));
-    job.format = schedule.GetFormat();
-    job.setFolder(schedule);
-    return job;
-}
-
 } // namespace
 
 ScheduledReports::ScheduledReports(Nodes::systemCore &core, QObject *parent)
@@ -102,7 +88,7 @@ bool ScheduledReports::startDue(Nodes::reportSchedule &schedule, Nodes::Timestam
         return false;
     m_schedule = schedule.GetNodeLink();
     m_span = due.front();
-    m_filing->start(jobOf(schedule, m_span, shifts));
+    m_filing->start(ReportJob::of(schedule, m_span, shifts));
     return true;
 }
 
