@@ -152,10 +152,10 @@ private slots:
         desktop.dropFiles(
             {desktop.put("a/p.png", picture(9, 9)), desktop.put("b/p.png", picture(2000, 1000))});
         QCOMPARE(desktop.made("image"),
-                 (QStringList{"image p images/p.png", "image p1 images/p-2.png"}));
+                 (QStringList{"image p images/p.png", "image p 1 images/p-2.png"}));
         QCOMPARE(desktop.made("width")[0], QString("image p 9"));
-        QCOMPARE(desktop.made("width")[1], QString("image p1 640")); // as much as is seen at once
-        QCOMPARE(desktop.made("height")[1], QString("image p1 320"));
+        QCOMPARE(desktop.made("width")[1], QString("image p 1 640")); // as much as is seen at once
+        QCOMPARE(desktop.made("height")[1], QString("image p 1 320"));
     }
 
     void whatCannotBeEditedCopiesNothing()
