@@ -246,6 +246,7 @@ private slots:
         const QString file = f.session().file();
         f.session().close();
         QVERIFY(f.session().open(file)); // with what had its node
+        QCOMPARE(f.window.workspace().selection().nodes().front().GetNodeId(), node.GetNodeId());
         QCOMPARE(f.window.tabs().count(), 1);
         QCOMPARE(f.window.workspace().document()->node().GetNodeId(), node.GetNodeId());
     }

@@ -23,6 +23,7 @@
 #include <QDialog>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QtTest>
@@ -307,6 +308,7 @@ private slots:
         view->setPercent(300);
         view->centerOn(100, 100);
         QCoreApplication::processEvents();
+        QVERIFY(view->verticalScrollBar()->isVisibleTo(view->window()));
         const QPointF before = view->centre();
         QTest::mousePress(view->viewport(), Qt::MiddleButton, {}, {200, 200});
         QMouseEvent move(QEvent::MouseMove, QPointF(120, 140), Qt::NoButton, Qt::MiddleButton, {});
@@ -319,6 +321,9 @@ private slots:
                           {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(view->viewport(), &wheel);
         QVERIFY(view->centre().y() > top);
+        desk.run("scene.preview"); // edited, it has its rulers
+        QCoreApplication::processEvents();
+        QVERIFY(!view->verticalScrollBar()->isVisibleTo(view->window()));
     }
 
     void previewEditsNothing()

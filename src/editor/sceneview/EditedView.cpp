@@ -4,6 +4,7 @@
 
 #include <QGraphicsScene>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <cmath>
 
@@ -40,6 +41,8 @@ void EditedView::showPage()
     setSceneRect(shown);
     const Qt::ScrollBarPolicy bars =
         context().isEditor() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+    horizontalScrollBar()->show(); // in the place that the policy gives it; a view hides its bars
+    verticalScrollBar()->show();
     setHorizontalScrollBarPolicy(bars);
     setVerticalScrollBarPolicy(bars);
 }

@@ -200,6 +200,8 @@ void DocumentTabs::reopen()
     setCurrentIndex(kept.value(QStringLiteral("current")).toInt());
     if (count() == 0)
         open(largestWindow(project));
+    if (const DocumentView *shown = at(currentIndex())) // not what the first of them has selected
+        m_workspace.selection().select({shown->node()}, this);
 }
 
 void DocumentTabs::onCurrentChanged()
