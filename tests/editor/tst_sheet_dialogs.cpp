@@ -228,7 +228,7 @@ private slots:
             return d->binding.format(*d, *node);
         };
         QCOMPARE(text(high, "limit"), std::string("120")); // 85 % of -50 to 150
-        QCOMPARE(text(high, "text"), std::string("Подшипник: высокое"));
+        QCOMPARE(text(high, "text"), std::string("Подшипник: высокое значение"));
         QCOMPARE(text(low, "limit"), std::string("-12.5"));
         QCOMPARE(text(low, "deadband"), std::string("0.5"));
         QCOMPARE(text(low, "onDelay"), std::string("3000"));

@@ -28,8 +28,11 @@ struct ReadableSize
 };
 
 constexpr ReadableSize readableSizes[] = {
-    {"chartHistory", "480", "280"},  {"chartXY", "480", "280"},    {"chartCorridor", "480", "280"},
-    {"reportDisplay", "600", "400"}, {"eventList", "1200", "320"},
+    {"chartHistory", "480", "280"},    {"chartXY", "480", "280"},
+    {"chartCorridor", "480", "280"},   {"reportDisplay", "600", "400"},
+    {"eventList", "1200", "320"},      {"alarmList", "1200", "320"},
+    {"alarmHealth", "1200", "480"},    {"alarmBanner", "744", "48"},
+    {"recorderDisplay", "640", "320"},
 };
 
 const ReadableSize *readableSize(const Nodes::NodeType &type)
