@@ -228,7 +228,8 @@ bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
     for (const DroppedElements::Element &element : dropped.elements()) {
         if (m_newElements.add(element.type, layer, place, true, element.properties, landing))
             emit addWidgetFromPanel();
-        place += QPointF(16, 16);
+        if (!event.mimeData()->hasFormat(NewElements::typesFormat()))
+            place += QPointF(16, 16); // pictures and templates of one size would cover each other
     }
     endDrop();
     // Later: the program that the files come from waits for the end of the drop.
