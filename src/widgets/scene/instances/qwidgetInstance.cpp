@@ -28,6 +28,7 @@ namespace Widgets {
 namespace {
 
 const QColor warning(120, 72, 0);
+const QColor paper(255, 244, 214);
 
 bool isBelow(const Nodes::ConfigNode *node, const Nodes::ConfigNode *above)
 {
@@ -286,9 +287,13 @@ void qwidgetInstance::paintDirectly(QPainter &painter)
     }
     const QString missing = m_nodes->missing();
     if (isEditor() && !missing.isEmpty()) {
+        const QString text = QStringLiteral("не задано: %1").arg(missing);
+        const QRect place = rect().adjusted(2, 1, -2, -1);
+        painter.fillRect(painter.boundingRect(place, Qt::AlignLeft | Qt::AlignBottom, text) &
+                             rect(),
+                         paper); // whatever it stands on
         painter.setPen(warning);
-        painter.drawText(rect().adjusted(2, 1, -2, -1), Qt::AlignLeft | Qt::AlignBottom,
-                         QStringLiteral("не задано: %1").arg(missing));
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom, text);
     }
     if (m_instance->isDisabled())
         ElementPainting::drawDisabledCover(painter, rect());
