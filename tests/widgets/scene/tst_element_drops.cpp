@@ -3,6 +3,14 @@
 #include "support/ShownEditor.h"
 
 #include "widgets/scene/editing/DragAndDropItem.h"
+#include "widgets/scene/editing/NewElements.h"
+
+#include "nodes/charts/widgetChart.h"
+#include "nodes/charts/widgetChartGroup.h"
+#include "nodes/charts/widgetChartTimeAxis.h"
+#include "nodes/model/NodesCollection.h"
+#include "nodes/model/NodesContainer.h"
+#include "utils/undo/IUndo.h"
 
 #include <QGraphicsSceneDragDropEvent>
 
@@ -52,6 +60,12 @@ struct Editor : ShownEditor
     }
 };
 
+struct Steps : Utils::IUndo
+{
+    using IUndo::IUndo;
+    QString getNameUndo() override { return QStringLiteral("C"); }
+};
+
 constexpr const char *ids = "application/nodelink";
 constexpr const char *paths = "application/nodelinkpath";
 
@@ -62,6 +76,42 @@ class ElementDropsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void aNewChartHasItsAxes_data()
+    {
+        const Rows<int, QString> row("kind", "axes");
+        row("trend", Nodes::NodeType::SubtypeChartHistory, "timeX Y");
+        row("corridor", Nodes::NodeType::SubtypeChartCorridor, "timeX Y");
+        row("signal over signal", Nodes::NodeType::SubtypeChartXY, "X Y");
+    }
+
+    // One step adds it whole, and takes it back whole.
+    void aNewChartHasItsAxes()
+    {
+        QFETCH(int, kind);
+        Editor editor;
+        Steps steps(editor.scene);
+        Widgets::NewElements elements(steps);
+        auto *layer = editor.project.node<Nodes::ConfigNode>(31);
+        const std::size_t before = layer->GetNodesCollection()->GetNodeCount();
+        QVERIFY(elements.add(Nodes::NodeType(Nodes::NodeType::enNodeSubtype(kind)), layer, {0, 0},
+                             false));
+        const auto check = [&] {
+            const auto *chart = dynamic_cast<Nodes::widgetChart *>(layer->Children().back().get());
+            QVERIFY(chart && chart->GetGroups().size() == 1);
+            const auto *group =
+                dynamic_cast<Nodes::widgetChartGroup *>(chart->GetGroups()[0].GetNode());
+            QVERIFY(group && group->GetXAxes().size() == 1 && group->GetYAxes().size() == 1);
+            const Nodes::BasicNode *x = group->GetXAxes().begin()->GetNode();
+            const bool isTime = dynamic_cast<const Nodes::widgetChartTimeAxis *>(x);
+            QTEST(QString(isTime ? "timeX Y" : "X Y"), "axes");
+        };
+        check();
+        editor.stack.undo();
+        QCOMPARE(layer->GetNodesCollection()->GetNodeCount(), before);
+        editor.stack.redo();
+        check();
+    }
+
     void reads_data()
     {
         const Rows<QByteArray, QStringList, int> row("format", "texts", "first");

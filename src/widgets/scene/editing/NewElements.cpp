@@ -1,6 +1,7 @@
 #include "widgets/scene/editing/NewElements.h"
 
 #include "widgets/dialogs/PlainMessageBox.h"
+#include "widgets/scene/editing/NewCharts.h"
 
 #include "nodes/model/FreeName.h"
 #include "nodes/model/KindInfo.h"
@@ -114,6 +115,7 @@ bool NewElements::add(const Nodes::NodeType &type, Nodes::ConfigNode *parent, QP
         return false;
     }
     makeReadable(type, *node);
+    NewCharts::complete(*node);
     DroppedProperties::apply(properties, *node);
     node->SetName(freeName(*parent, node->GetName()));
     const Nodes::NRect box = node->GetGeometry();
