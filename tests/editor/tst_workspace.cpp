@@ -145,6 +145,13 @@ private slots:
         QVERIFY(QFile::exists(directory.filePath("p/copy/same.svg")));
         QVERIFY(!QFile::exists(directory.filePath("p/copy/outside")));
         QVERIFY(!QFile::exists(directory.filePath("p/copy/copy")));
+        QVERIFY(QDir(directory.path()).mkpath("q/images"));
+        QFile other(directory.filePath("q/images/a.svg"));
+        QVERIFY(other.open(QIODevice::WriteOnly) && other.write("another") > 0);
+        other.close();
+        QVERIFY(session.saveAs(directory.filePath("q")) == Nodes::Result::Duplicate);
+        QCOMPARE(QFileInfo(other).size(), qint64(7));
+        QCOMPARE(session.directory(), directory.filePath("p/copy"));
     }
 };
 

@@ -1,5 +1,7 @@
 #include "editor/project/ResourceCopy.h"
 
+#include "nodes/project/HexDigest.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -12,7 +14,18 @@ bool isLeftBehind(const QString &path)
 {
     static const QStringList own{QStringLiteral("project.xml"), QStringLiteral("project.xml.bak"),
                                  QStringLiteral("project.xml.lock")};
+    if (path.startsWith(own.first()) && path.endsWith(QLatin1String(".saving")))
+        return true;
     return own.contains(path) || path.startsWith(QLatin1String("data/"));
+}
+
+bool isSame(const QString &left, const QString &right)
+{
+    const QFileInfo first(left);
+    const QFileInfo second(right);
+    return first.isFile() && second.isFile() && first.size() == second.size() &&
+           Nodes::HexDigestOfFile(left.toStdString()) ==
+               Nodes::HexDigestOfFile(right.toStdString());
 }
 
 } // namespace
@@ -30,9 +43,14 @@ Nodes::Result CopyResources(const QString &from, const QString &to)
         // Nothing of outside is a resource, whatever leads there.
         if (!files.fileInfo().canonicalFilePath().startsWith(inside))
             continue;
-        if (isLeftBehind(path) || path.startsWith(own) || target.exists(path))
+        if (isLeftBehind(path) || path.startsWith(own))
             continue;
         const QString copy = target.filePath(path);
+        // The project would show another picture there than here.
+        if (target.exists(path) && !isSame(files.filePath(), copy))
+            return {Nodes::Result::Duplicate, copy.toStdString() + " is another file"};
+        if (target.exists(path))
+            continue;
         if (!QDir().mkpath(QFileInfo(copy).path()) || !QFile::copy(files.filePath(), copy))
             return {Nodes::Result::StorageError, path.toStdString() + " cannot be copied"};
     }

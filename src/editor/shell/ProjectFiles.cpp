@@ -188,7 +188,12 @@ bool ProjectFiles::saveAsByDialog()
     const bool hadResources = QFileInfo::exists(m_workspace.session().directory());
     const Nodes::Result saved = m_workspace.session().saveAs(directory);
     if (!saved) {
-        fail(tr("Проект не сохранён в «%1».").arg(directory), saved);
+        fail(saved == Nodes::Result::Duplicate
+                 ? tr("Проект не сохранён: в каталоге «%1» уже есть проект или другие файлы с "
+                      "именами его картинок, звуков или шаблонов. Возьмите пустой каталог.")
+                       .arg(directory)
+                 : tr("Проект не сохранён в «%1».").arg(directory),
+             saved);
         return false;
     }
     remember(directory);

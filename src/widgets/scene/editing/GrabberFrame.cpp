@@ -12,11 +12,13 @@ namespace Widgets {
 
 namespace {
 
-// In a picture that is shown small they keep their size on the screen.
+// In a picture that is shown small they keep their size on the screen. An element that was taken
+// out of its scene hears of its node until it is deleted.
 double scaleOf(const QGraphicsItem &owner)
 {
     constexpr double least = 0.125;
-    const QList<QGraphicsView *> views = owner.scene()->views();
+    const QGraphicsScene *scene = owner.scene();
+    const QList<QGraphicsView *> views = scene ? scene->views() : QList<QGraphicsView *>();
     const double shown = views.isEmpty() ? 1 : std::abs(views.first()->transform().m11());
     return 1 / qBound(least, shown, 1.0);
 }
