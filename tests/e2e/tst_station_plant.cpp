@@ -230,7 +230,7 @@ private slots:
         query.text = "Запись значения";
         std::vector<Nodes::BasicEvent> events;
         QVERIFY(journal.Query(query, events));
-        // The newest first; turning pages is written as well.
+        // The newest first.
         const auto stop = std::find_if(events.begin(), events.end(), [](const auto &event) {
             return QString::fromStdString(event.source).endsWith("/K1.Burner.Start");
         });
