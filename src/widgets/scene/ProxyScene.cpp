@@ -151,6 +151,18 @@ void ProxyScene::updateZOrder()
         tool->takeOrder();
 }
 
+void ProxyScene::upZValue()
+{
+    if (SceneEditor *tool = editor())
+        tool->edits().moveOrder(1);
+}
+
+void ProxyScene::downZValue()
+{
+    if (SceneEditor *tool = editor())
+        tool->edits().moveOrder(-1);
+}
+
 void ProxyScene::onSelectionChanged()
 {
     if (!isEditing())

@@ -153,6 +153,9 @@ public slots:
     /// Puts the clipboard's elements into the top layer as one step, the upper left corner of
     /// their group to `point` (scene pixels). Does nothing when the clipboard holds none.
     void onPasteFromBuffer(QPointF point);
+    /// One up, one down in the order of their layers: the selected elements, as one step.
+    void upZValue();
+    void downZValue();
 
 protected:
     bool event(QEvent *event) override;

@@ -84,6 +84,19 @@ private slots:
         QCOMPARE(ids.join(' '), QString("32 36 34"));
     }
 
+    void movesUpAndDown()
+    {
+        const Editor editor;
+        editor.select({32, 34});
+        editor.scene->upZValue();
+        editor.scene->upZValue();
+        editor.scene->downZValue();
+        QCOMPARE(editor.host(32)->zValue(), 1.0);
+        QCOMPARE(editor.host(33)->zValue(), 0.0);
+        QCOMPARE(editor.host(34)->zValue(), 1.0);
+        QCOMPARE(editor.stack.count(), 3);
+    }
+
     void keysSelect_data()
     {
         const Rows<QString, int, QString> row("from", "key", "selected");
