@@ -22,6 +22,7 @@ constexpr const char *plant = R"(
 <memorySignal id="14" name="Window only"/>
 <folder id="15" name="Pump"><memorySignal id="16" name="Fault"/></folder>
 <folder id="17" name="Spare"><memorySignal id="18" name="Fault"/></folder>
+<folder id="71" name="Standby"><memorySignal id="72" name="Fault"/></folder>
 <memorySignal id="19" name="Page" writable="true"/><memorySignal id="20" name="Coil" writable="true"/>
 <memorySignal id="21" name="Unseen"/>
 <frame id="30" name="F" windows="31 32"/>
@@ -35,7 +36,9 @@ constexpr const char *plant = R"(
   <button id="43" name="Next" x="100" onPress="61 62 63"/>
   <button id="44" name="Open" x="150" onPress="64"/></layer></composition>
 <composition id="45" name="Second"><layer id="46" name="L">
-  <label id="47" name="Large" width="60" height="40" signal="10"/></layer></composition>
+  <label id="47" name="Large" width="60" height="40" signal="10"/>
+  <instance id="73" name="I" x="100" width="120" height="90" template="52">
+    <templateArgument id="74" name="pump" node="71"/></instance></layer></composition>
 <window id="50" name="Popup" width="100" height="80">
   <label id="51" name="P" width="90" height="30" signal="14"/></window>
 <windowTemplate id="52" name="Pump" width="120" height="90">
@@ -81,6 +84,7 @@ private slots:
         row("an instance of a template", 16, 55);
         row("a device: what is below it", 15, 55);
         row("an element itself", 51, 51);
+        row("an instance on a page", 72, 73);
         row("of no use: nobody opens the template for it", 18, 0);
         row("shown nowhere", 11, 0);
         row("shown hidden", 21, 0);

@@ -12,6 +12,7 @@
 #include "nodes/templates/TemplateBinding.h"
 #include "nodes/templates/templateArgument.h"
 #include "nodes/templates/templateParameter.h"
+#include "nodes/templates/widgetInstance.h"
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/windows/BasicComposition.h"
 #include "nodes/visual/windows/BasicLayer.h"
@@ -111,6 +112,20 @@ void addInstance(const Nodes::BasicTemplateAction &action, const BasicSignal &si
     }
 }
 
+/// An instance on a screen, when the signal is among those given to it.
+void addInstance(const Nodes::widgetInstance &element, const BasicSignal &signal, Places &places)
+{
+    const ConfigNode *source = element.GetTemplate();
+    if (!source)
+        return;
+    const Nodes::IdMap ids = Nodes::TemplateBinding(*source, element.GetArguments()).GetIds();
+    const bool isGiven = std::any_of(ids.begin(), ids.end(), [&signal](const auto &bound) {
+        return bound.second == signal.GetId();
+    });
+    if (isGiven)
+        addElement({&element, true}, 0, places); // whichever argument gives it
+}
+
 const ConfigNode *templateAround(const ConfigNode &parameter)
 {
     const ConfigNode *node = &parameter;
@@ -129,6 +144,8 @@ void addInstances(const ConfigNode &given, const BasicSignal &signal, Places &pl
             const ConfigNode *parent = node->GetParent();
             if (const auto *action = dynamic_cast<const Nodes::BasicTemplateAction *>(parent))
                 addInstance(*action, signal, places);
+            if (const auto *element = dynamic_cast<const Nodes::widgetInstance *>(parent))
+                addInstance(*element, signal, places);
         } else if (dynamic_cast<const Nodes::templateParameter *>(node)) {
             for (const Nodes::LinkUse &of :
                  project.FindUses(templateAround(*node)->GetNodeLink())) {
