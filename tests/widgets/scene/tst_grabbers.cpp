@@ -9,6 +9,7 @@
 
 #include <QCursor>
 #include <QGraphicsSceneMouseEvent>
+#include <QPainter>
 
 using Widgets::CornerGrabber;
 using Widgets::ProxyWidget;
@@ -184,14 +185,31 @@ private slots:
         QCOMPARE(editor.selected(), QString("32"));
     }
 
-    void whatIsNotMovableStaysWhereItIs()
+    void whatIsNotMovableIsResized()
     {
         Editor editor;
         editor.select({34});
-        editor.pull(34, 1, {10, 10});
-        QCOMPARE(editor.place(34), QRect(100, 300, 110, 40));
-        editor.pull(34, 0, {10, 10});
+        editor.pull(34, 0, {10, 5});
+        QCOMPARE(editor.place(34), QRect(110, 305, 90, 35));
+        editor.drag({150, 320}, {170, 320});
+        QCOMPARE(editor.place(34).topLeft(), QPoint(110, 305));
         QCOMPARE(editor.stack.count(), 1);
+    }
+
+    void paintsItsOutlineAlone()
+    {
+        const Editor editor;
+        editor.select({32});
+        QImage picture(10, 10, QImage::Format_ARGB32);
+        picture.fill(Qt::yellow);
+        QPainter painter(&picture);
+        painter.translate(2, 2);
+        grabber(editor.host(32), 0)->paint(&painter, nullptr);
+        painter.end();
+        QCOMPARE(picture.pixelColor(5, 5), QColor(Qt::yellow));
+        QCOMPARE(picture.pixelColor(2, 5), QColor(Qt::black));
+        QCOMPARE(picture.pixelColor(8, 8), QColor(Qt::black));
+        QCOMPARE(picture.pixelColor(0, 5), QColor(Qt::yellow));
     }
 
     void collapsesAndOpensAgain()

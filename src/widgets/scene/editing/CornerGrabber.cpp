@@ -23,7 +23,7 @@ void CornerGrabber::paint(QPainter *painter, const QStyleOptionGraphicsItem *, Q
 {
     painter->setClipRect(boundingRect().adjusted(-1, -1, 1, 1));
     painter->setPen(m_pen);
-    painter->setBrush(Qt::white);
+    painter->setBrush(Qt::NoBrush);
     painter->drawRect(boundingRect());
 }
 

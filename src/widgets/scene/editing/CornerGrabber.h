@@ -33,6 +33,7 @@ public:
     QColor color() const { return m_pen.color(); }
 
     QRectF boundingRect() const override;
+    /// Its outline alone: the ground below it is laid by GrabberPlane.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;
 

@@ -64,15 +64,13 @@ void DragInteraction::begin(const DragMotion &motion)
     emit started();
 }
 
-// Of one that is not movable, and of no group, only the edges follow that leave it where it is.
+// One that is not movable is resized all the same, by its own grabbers.
 void DragInteraction::collect(const DragMotion &motion)
 {
     const QList<ProxyWidget *> dragged =
         m_isMove || m_isScale ? m_selection.hosts() : QList<ProxyWidget *>{motion.host};
     for (ProxyWidget *host : dragged) {
         const bool isMovable = host->flags() & QGraphicsItem::ItemIsMovable;
-        if (!m_isMove && !m_isScale && !isMovable)
-            m_edges &= ~Qt::Edges(Qt::TopEdge | Qt::LeftEdge);
         if (isMovable || !(m_isMove || m_isScale))
             m_moved.push_back({host, host->geometry()});
     }

@@ -25,6 +25,8 @@ public:
     /// Centres them on the outline of the rectangle (scene pixels), one pixel outside of it. Does
     /// nothing while they are not shown.
     void place(const QRectF &outline);
+    /// None while they are not shown.
+    const QList<CornerGrabber *> &grabbers() const { return m_grabbers; }
     /// Whether one of them is there, scene pixels.
     bool has(const QPointF &place) const;
 

@@ -118,12 +118,15 @@ void GrabberPlane::paint(QPainter *painter, const QStyleOptionGraphicsItem *opti
                                  .adjusted(-1, -1, 1, 1)
                                  .intersects(option->exposedRect))
                 continue;
+            painter->fillRect(grabber->sceneBoundingRect(), Qt::white);
             painter->save();
             painter->setTransform(grabber->sceneTransform(), true);
             grabber->paint(painter, option, widget);
             painter->restore();
         }
     }
+    for (const CornerGrabber *grabber : m_own.grabbers()) // these paint themselves, as its children
+        painter->fillRect(grabber->sceneBoundingRect(), Qt::white);
 }
 
 // An element hears of it by its own grabber, as if nothing lay above that.

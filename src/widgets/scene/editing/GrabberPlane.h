@@ -14,10 +14,10 @@ class ProxyWidget;
 class SceneGroups;
 class SceneSelection;
 
-/// Lies above a scene that is edited: draws the grabbers of the selected elements once more and
-/// takes the mouse for them, as elements above theirs would cover them. Where the selection is one
-/// group it has eight grabbers of its own around that. Nothing else of it can be hit. Owned by the
-/// editor. GUI thread.
+/// Lies above a scene that is edited: draws the grabbers of the selected elements once more, on a
+/// light ground, and takes the mouse for them, as elements above theirs would cover them. Where the
+/// selection is one group it has eight grabbers of its own around that. Nothing else of it can be
+/// hit. Owned by the editor. GUI thread.
 class WIDGETS_EXPORT GrabberPlane : public QGraphicsItem
 {
 public:

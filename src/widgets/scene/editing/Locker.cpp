@@ -2,7 +2,7 @@
 
 #include <QGraphicsPixmapItem>
 #include <QGraphicsSceneMouseEvent>
-#include <QPixmap>
+#include <QIcon>
 
 namespace Widgets {
 
@@ -47,10 +47,10 @@ void Locker::setSuppressed(bool on)
 
 void Locker::showState()
 {
-    const QPixmap picture(m_isLocked ? QStringLiteral(":/icons/lock6.png")
-                                     : QStringLiteral(":/icons/unlock6.png"));
+    const QIcon icon(m_isLocked ? QStringLiteral(":/icons/lock6.png")
+                                : QStringLiteral(":/icons/unlock6.png"));
     m_picture->setPixmap(
-        picture.scaled(int(width()), int(height()), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        icon.pixmap(QSizeF(width(), height()).toSize())); // dense where the screen is
 }
 
 void Locker::updateVisibility()

@@ -210,6 +210,8 @@ private slots:
         }
         QVERIFY(held);
         const QPointF from = held->sceneBoundingRect().center();
+        const QImage picture = editor.view.viewport()->grab().toImage();
+        QCOMPARE(picture.pixelColor(editor.view.mapFromScene(from)), QColor(Qt::white));
         editor.drag(from, from + by);
         QTEST(editor.place(32), "first");
         QTEST(editor.place(33), "second");
