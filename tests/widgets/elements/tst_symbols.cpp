@@ -82,6 +82,7 @@ private slots:
     void whatMayNotBeShownIsRefused();
     void theLookFollowsTheValue_data();
     void theLookFollowsTheValue();
+    void looksDifferWithoutColor_data();
     void looksDifferWithoutColor();
     void theLevelFillsFromBelow_data();
     void theLevelFillsFromBelow();
@@ -167,9 +168,18 @@ void TestSymbols::theLookFollowsTheValue()
     QCOMPARE(drawn == good, quality == Quality::Good); // what is not good is marked
 }
 
+void TestSymbols::looksDifferWithoutColor_data()
+{
+    QTest::addColumn<QString>("body");
+    QTest::newRow("usual surface") << "#00000000";
+    QTest::newRow("surface of the project") << "#303840";
+}
+
 void TestSymbols::looksDifferWithoutColor()
 {
+    QFETCH(QString, body);
     LiveElement<qwidgetSymbol> pump(screen, 20);
+    pump.set(20, "body", body);
     QVector<QImage> shapes;
     const std::pair<double, SymbolLook> looks[] = {
         {0, SymbolLook::Off},   {1, SymbolLook::On}, {2, SymbolLook::Moving},

@@ -114,8 +114,11 @@ void qwidgetSymbol::takeValue(const Nodes::SignalValue &handed)
                                                                        : node.GetTextColor());
     const QString shown = m_style.key() + QString::number(std::isnan(m_level));
     m_level = node.GetLevel(value);
-    m_style = SymbolStyle::of(node.GetLook(value),
-                              ownColor(hasOwn ? state->GetBackgroundColor() : node.GetBodyColor()),
+    const Nodes::SymbolLook look = node.GetLook(value);
+    // What is stopped stays hollow whatever it is filled with while it runs.
+    const Nodes::NColor usual =
+        look == Nodes::SymbolLook::Off ? Nodes::NColor(0, 0, 0, 0) : node.GetBodyColor();
+    m_style = SymbolStyle::of(look, ownColor(hasOwn ? state->GetBackgroundColor() : usual),
                               ownColor(node.GetLineColor()));
     const std::shared_ptr<Symbol> symbol = m_symbol;
     takeSource(value);
