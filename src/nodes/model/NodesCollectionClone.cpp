@@ -3,6 +3,9 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkWalk.h"
 
+#include <atomic>
+#include <utility>
+
 namespace Nodes {
 
 namespace {
@@ -14,6 +17,22 @@ bool hasAncestorIn(const ConfigNode &node, const NodesArray &nodes)
             return true;
     }
     return false;
+}
+
+unsigned long sizeOf(const ConfigNode &subtree)
+{
+    unsigned long size = 1;
+    for (const auto &child : subtree.Children())
+        size += sizeOf(*child);
+    return size;
+}
+
+/// What `count` ids for nodes that are never saved come after. They lie beyond those of files, so
+/// that showing a project leaves what its file says about ids as it was.
+unsigned long unsavedIds(unsigned long count)
+{
+    static std::atomic<unsigned long> last{NodesCollection::FreshIdLimit};
+    return last.fetch_add(count);
 }
 
 } // namespace
@@ -48,7 +67,9 @@ ConfigNode *NodesCollection::Instantiate(const ConfigNode &source, ConfigNode &b
 {
     std::unique_ptr<ConfigNode> copy = NodesArray::CreateNodeCopy(source.GetNodeType(), &source);
     IdMap ids;
+    const unsigned long saved = std::exchange(m_lastId, unsavedIds(sizeOf(*copy)));
     renumber(*copy, ids);
+    m_lastId = saved;
     const IdMap made = ids;
     for (const auto &[from, to] : replaced)
         ids[from] = to;

@@ -106,10 +106,12 @@ private slots:
         Faceplate f;
         const std::size_t before = f.project.GetNodeCount();
         const int children = f.window->GetNodeCount();
+        const unsigned long lastId = f.project.GetLastId();
         ConfigNode *first = f.project.Instantiate(*f.window, *f.window, "Pump_1", {});
         ConfigNode *second = f.project.Instantiate(*f.window, *f.window, "Pump_2", {});
         QVERIFY(first && second && first->GetId() != second->GetId());
         QCOMPARE(NodeLink(first->GetId()).GetNode(), first);
+        QCOMPARE(f.project.GetLastId(), lastId); // which is saved
         QCOMPARE(QString::fromStdString(second->GetPath()), QString("Pump/Pump_2"));
         QCOMPARE(f.window->GetNodeCount(), children);
         QVERIFY(f.project.GetRoot()->SerializeXML().find("Pump_1") == std::string::npos);
