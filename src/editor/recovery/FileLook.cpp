@@ -62,6 +62,7 @@ void FileLook::start(const QString &file, const Nodes::FileStamp &known)
 void FileLook::forget()
 {
     m_patience.stop();
+    m_isStuck = false; // of the next one's disk nothing is known
     if (!m_job)
         return;
     const std::shared_ptr<Job> job = std::move(m_job);

@@ -27,7 +27,7 @@ public:
     bool isStuck() const { return m_isStuck; }
     /// Compares the file with what it was like; nothing while a look is under way.
     void start(const QString &file, const Nodes::FileStamp &known);
-    /// What a look that is under way finds is not wanted any more.
+    /// What a look that is under way finds is not wanted any more, nor that its disk was mute.
     void forget();
 
 signals:
