@@ -75,6 +75,7 @@ private slots:
         auto *document = qobject_cast<ReportDocument *>(view.get());
         QVERIFY(document);
         QVERIFY(document->note().contains("нет данных"));
+        document->show();
         document->makeTemplate(); // of what? told, nothing written
         QVERIFY(o.made().GetFilePath().empty());
         QVERIFY(document->addTable(o.signalNodes));
@@ -109,7 +110,7 @@ private slots:
         for (const char *rows : {"hour", "signals"})
             row("reportSummary", "rows", rows);
         row("reportEvents", "of", "alarms");
-        for (const char *content : {"measures", "frequent", "timeline"})
+        for (const char *content : {"measures", "frequent", "timeline", "areas", "shifts"})
             row("reportAlarms", "content", content);
     }
     void everySourceHasATable()
@@ -126,11 +127,40 @@ private slots:
         const auto &read = dynamic_cast<const Nodes::BasicReportSource &>(*source);
         QVERIFY(reportColumns(read).size() >= 2);
         ReportDocument document(o.workspace, o.report, nullptr);
+        document.show();
         document.makeTemplate();
         auto *engine = document.findChild<LimeReport::ReportEngine *>();
         const QSignalSpy rendered(engine, &LimeReport::ReportEngine::renderFinished);
         QTRY_VERIFY(!rendered.isEmpty());
         QCOMPARE(engine->lastError(), QString()); // every column that it asks for is there
+    }
+
+    void whatOnlyIsLookedAtWritesNothing()
+    {
+        Office o;
+        ReportDocument document(o.workspace, o.report, nullptr);
+        QVERIFY(document.addTable(o.signalNodes));
+        o.session.setReadOnly("проект изменяет Иванов");
+        const QSignalSpy told(&o.workspace, &Workspace::told);
+        document.makeTemplate();
+        QCOMPARE(told.size(), 1);
+        QVERIFY(!QDir(o.session.directory()).exists("reports"));
+    }
+
+    void pagesAreMadeWhenTheyAreLookedAt()
+    {
+        Office o;
+        ReportDocument document(o.workspace, o.report, nullptr);
+        QVERIFY(document.addTable(o.signalNodes));
+        document.makeTemplate();
+        auto *engine = document.findChild<LimeReport::ReportEngine *>();
+        const QSignalSpy rendered(engine, &LimeReport::ReportEngine::renderFinished);
+        QCoreApplication::sendPostedEvents();
+        QVERIFY2(document.note().contains("нет данных"), qPrintable(document.note())); // of before
+        document.show();
+        QTRY_COMPARE(rendered.size(), 1);
+        o.add("reportVariable", o.report, "v");
+        QTRY_COMPARE(rendered.size(), 2);
     }
 
     void whatCannotBeReadIsTold()

@@ -122,12 +122,21 @@ QString ReportDocument::templateFile(const Nodes::BasicReport &report) const
     return path.isEmpty() ? QString() : QDir(workspace().session().directory()).filePath(path);
 }
 
+// Pages are made while they are looked at: a tab behind another one would slow every edit there.
 void ReportDocument::refreshLater()
 {
     if (m_isStale)
         return;
     m_isStale = true;
-    QMetaObject::invokeMethod(this, &ReportDocument::refresh, Qt::QueuedConnection);
+    if (isVisible())
+        QMetaObject::invokeMethod(this, &ReportDocument::refresh, Qt::QueuedConnection);
+}
+
+void ReportDocument::showEvent(QShowEvent *event)
+{
+    DocumentView::showEvent(event);
+    if (m_isStale)
+        refresh();
 }
 
 void ReportDocument::refresh()
@@ -201,6 +210,10 @@ void ReportDocument::makeTemplate()
     const Nodes::BasicReport *shown = report();
     if (!shown)
         return;
+    if (workspace().session().isReadOnly())
+        return workspace().tell(
+            Workspace::Warning,
+            tr("Шаблон не сделан: %1.").arg(workspace().session().readOnlyReason()));
     if (shown->GetSources().empty())
         return workspace().tell(Workspace::Info,
                                 tr("Сначала добавьте сигналы или другие источники данных."));

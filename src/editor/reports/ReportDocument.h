@@ -42,6 +42,9 @@ public:
     /// A table of these signals by hours, as one step.
     bool addTable(const Nodes::NodeLinks &signalNodes);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     const Nodes::BasicReport *report() const;
     void refreshLater();
@@ -51,7 +54,7 @@ private:
     QLabel *m_note; ///< child
     LimeReport::ReportEngine *m_engine;
     LimeReport::PreviewReportWidget *m_preview;
-    bool m_isStale = false;
+    bool m_isStale = false; ///< the project has changed since
     Nodes::ScopedConnection m_connection;
 };
 
