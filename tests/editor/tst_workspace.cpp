@@ -151,6 +151,7 @@ private slots:
         other.close();
         QVERIFY(session.saveAs(directory.filePath("q")) == Nodes::Result::Duplicate);
         QCOMPARE(QFileInfo(other).size(), qint64(7));
+        QVERIFY(!QFile::exists(directory.filePath("q/same.svg"))); // nor any other
         QCOMPARE(session.directory(), directory.filePath("p/copy"));
     }
 };
