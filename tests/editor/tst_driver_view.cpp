@@ -215,6 +215,10 @@ private slots:
         QVERIFY2(status->text().contains("Вне групп опроса: 1"), qPrintable(status->text()));
         QCOMPARE(table->item(3, 5)->text(), QString("----"));
         QVERIFY(table->item(3, 7)->text().contains("вне группы"));
+        server.refusedFrom = 0xffff;
+        trial->start();
+        QTRY_VERIFY2(status->text().contains("3 из 3"), qPrintable(status->text()));
+        QVERIFY(!status->text().startsWith("✓")); // not all of them are read
     }
 
     void trialOfAMuteDeviceIsNoConnection()

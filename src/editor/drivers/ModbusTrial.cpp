@@ -281,6 +281,7 @@ QString ModbusTrial::summary(const Nodes::ProbeOutcome &outcome) const
             ++causes[toText(Nodes::ModbusProbe::Explain(reading.result))];
     }
     const int all = int(outcome.readings.size());
+    const bool isWhole = good == all && m_unread == 0 && m_leftOut == 0;
     if (!outcome.connection)
         return tr("✗ Связи нет: %1.").arg(toText(Nodes::ModbusProbe::Explain(outcome.connection)));
     QStringList lines;
@@ -288,7 +289,7 @@ QString ModbusTrial::summary(const Nodes::ProbeOutcome &outcome) const
         lines << tr("✗ Соединение есть, но устройство на запросы не отвечает.");
     else
         lines << tr("%1 Связь есть. Прочитано сигналов: %2 из %3, запросов: %4.")
-                     .arg(good == all ? QStringLiteral("✓") : QStringLiteral("⚠"))
+                     .arg(isWhole ? QStringLiteral("✓") : QStringLiteral("⚠"))
                      .arg(good)
                      .arg(all)
                      .arg(outcome.requests);
