@@ -1,6 +1,7 @@
 #include "widgets/scene/editing/drops/DroppedElements.h"
 
 #include "widgets/scene/editing/DraggedNodes.h"
+#include "widgets/scene/editing/NewElements.h"
 #include "widgets/scene/editing/drops/PictureImport.h"
 
 #include "nodes/model/NodesCollection.h"
@@ -21,7 +22,6 @@ namespace Widgets {
 namespace {
 
 constexpr QSize largest(640, 480); // of a fresh image, in pixels
-const QString typesFormat = QStringLiteral("application/nodetype");
 
 bool areTemplates(const Nodes::NodesArray &nodes)
 {
@@ -54,7 +54,7 @@ DroppedProperties::Texts sizeOf(const Nodes::ConfigNode &source)
 
 bool DroppedElements::isIn(const QMimeData &data, const Nodes::NodesCollection &project)
 {
-    return data.hasFormat(typesFormat) || !PictureImport::filesOf(data).isEmpty() ||
+    return data.hasFormat(NewElements::typesFormat()) || !PictureImport::filesOf(data).isEmpty() ||
            areTemplates(DraggedNodes::read(project, data));
 }
 
@@ -69,7 +69,7 @@ DroppedElements DroppedElements::of(const QMimeData &data, const Nodes::NodesCol
 
 void DroppedElements::addKinds(const QMimeData &data)
 {
-    for (const QString &text : DraggedNodes::texts(data, typesFormat)) {
+    for (const QString &text : DraggedNodes::texts(data, NewElements::typesFormat())) {
         const Nodes::NodeType type(text.toStdString());
         if (type.GetFamily() == Nodes::NodeType::TypeWidget)
             m_elements.push_back({type, DroppedProperties::of(data)});

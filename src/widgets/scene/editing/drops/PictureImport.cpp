@@ -42,7 +42,8 @@ QString placeFor(const QDir &folder, const QFileInfo &file, const QByteArray &by
     QString path = folder.filePath(file.fileName());
     for (int number = 2; QFileInfo::exists(path) && !holds(path, bytes); ++number)
         path = folder.filePath(
-            QStringLiteral("%1-%2.%3").arg(file.completeBaseName()).arg(number).arg(file.suffix()));
+            QStringLiteral("%1-%2.%3")
+                .arg(file.completeBaseName(), QString::number(number), file.suffix()));
     return path;
 }
 
