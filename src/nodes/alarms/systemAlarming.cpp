@@ -82,7 +82,7 @@ KindInfo systemAlarming::Kind()
         .Range(2, 1000)
         .Property<&systemAlarming::m_floodEnd>(Prop::FloodEnd,
                                                "Flood ends with fewer than, in 10 min",
-                                               "Конец потока: меньше за 10 мин")
+                                               "Конец лавины: меньше за 10 мин")
         .Range(1, 1000);
 }
 

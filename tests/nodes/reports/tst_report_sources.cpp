@@ -228,6 +228,8 @@ void ReportSourcesTest::alarmsByAreaAndShift()
     QCOMPARE(texts(*shifts, "row"),
              QString("02.01.1970 ночная|02.01.1970 дневная|02.01.1970 ночная"));
     QCOMPARE(numbers(*shifts, "raised"), QString("1 2 0"));
+    const ReportTablePtr begun = ask(*source, order(f, day, day + 12 * hour));
+    QCOMPARE(numbers(*begun, "rate").section(' ', -1), QString::number(2 / 24.0)); // so far
     QCOMPARE(texts(*shifts, "time").section('|', 1, 1), QString("1970-01-02 08:00:00"));
     f.core.GetJournal().Close();
 }

@@ -14,6 +14,7 @@ namespace {
 constexpr Timestamp minute = 60 * Timestamp(1000000);
 constexpr int mostMinutes = 31 * 24 * 60;
 constexpr int mostLookedBack = 1000; // periods
+
 } // namespace
 
 KindInfo reportSchedule::Kind()
