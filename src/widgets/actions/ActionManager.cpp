@@ -84,6 +84,8 @@ void ActionManager::append(Pending pending)
     onPushActions();
 }
 
+// Taken out before they are handed on: what is appended meanwhile is passed on by itself, and none
+// of it is lost or passed on twice.
 void ActionManager::onPushActions()
 {
     QVector<Pending> pushed;

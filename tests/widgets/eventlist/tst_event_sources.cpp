@@ -1,5 +1,6 @@
 // The tree of sources to tick: what it offers, what is ticked with what, how it follows the
 // project.
+#include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
 #include "widgets/eventlist/filter/FilterModel.h"
@@ -15,6 +16,10 @@ namespace {
 constexpr const char *nodes = R"(
 <folder id="5" name="К1"><memorySignal id="10" name="T"/><memorySignal id="11" name="Давление"/></folder>
 <folder id="6" name="Пусто"/>
+<folder id="7" name="Действия"><actionWriteValue id="30" name="Пуск" signal="10"/></folder>
+<folder id="8" name="Отчёты"><reportSchedule id="50" name="После смены"/></folder>
+<window id="40" name="Окно"><layer id="41" name="Слой"><label id="42" name="Надпись"/><button
+  id="43" name="Кнопка"><actionWriteValue id="44" name="Стоп" signal="10"/></button></layer></window>
 <layer id="2" name="L"><eventList id="20" name="E" sources="10"/></layer>)";
 
 struct Rig : RuntimeProject
@@ -51,21 +56,40 @@ class TestEventSources : public QObject
     Q_OBJECT
 
 private slots:
+    void showsWhatCanBeASource_data();
     void showsWhatCanBeASource();
+    void beginsWithTheListsFilter();
     void ticksWhatIsBelow();
     void followsTheProject();
     void keepsWhatIsGoneUntilUnticked();
 };
 
+void TestEventSources::showsWhatCanBeASource_data()
+{
+    const Rows<QString, bool> row("name", "isOffered");
+    row("signal", "T", true);
+    row("action, refused and failed", "Пуск", true);
+    row("window, refused", "Окно", true);
+    row("action of an element", "Стоп", true);
+    row("report that was not filed", "После смены", true);
+    row("element", "Надпись", false);
+    row("event list", "E", false);
+    row("folder of nothing", "Пусто", false);
+}
+
 void TestEventSources::showsWhatCanBeASource()
+{
+    QFETCH(QString, name);
+    const Rig rig;
+    QTEST(rig.find(name).isValid(), "isOffered");
+}
+
+void TestEventSources::beginsWithTheListsFilter()
 {
     const Rig rig;
     QCOMPARE(rig.model.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(),
              QStringLiteral("Имя узла"));
-    QVERIFY(rig.find("T").isValid());
-    QVERIFY(!rig.find("E").isValid());
-    QVERIFY(!rig.find("Пусто").isValid());
-    QCOMPARE(rig.ticked(), QVector<int>{10}); // the list's filter
+    QCOMPARE(rig.ticked(), QVector<int>{10});
     QCOMPARE(rig.state("К1"), int(Qt::PartiallyChecked));
 }
 
@@ -73,7 +97,7 @@ void TestEventSources::ticksWhatIsBelow()
 {
     Rig rig;
     rig.tick("К1", Qt::Checked);
-    QCOMPARE(rig.ticked(), (QVector<int>{1, 5, 10, 11}));
+    QCOMPARE(rig.ticked(), (QVector<int>{5, 10, 11}));
     rig.tick("Давление", Qt::Unchecked);
     QCOMPARE(rig.ticked(), QVector<int>{10});
     QCOMPARE(rig.state("Давление"), int(Qt::Unchecked));
@@ -92,6 +116,9 @@ void TestEventSources::followsTheProject()
         Nodes::NodeType(rig.node(11)->GetNodeType()), rig.node(5));
     QVERIFY(added);
     QVERIFY(rig.find(QString::fromStdString(added->GetName())).isValid());
+    QVERIFY(rig.core.GetNodesCollection()->CreateNode(Nodes::NodeType(rig.node(11)->GetNodeType()),
+                                                      rig.node(6)));
+    QVERIFY(rig.find("Пусто").isValid()); // not empty any more
 }
 
 void TestEventSources::keepsWhatIsGoneUntilUnticked()

@@ -10,16 +10,20 @@ using Nodes::NodeType;
 
 namespace {
 
-// What is on the screens tells nothing to the journal.
+// Those in whose name the journal has entries: of the screens only what operators are refused, and
+// actions, wherever they are configured.
 bool canBeSource(const Nodes::ConfigNode &node)
 {
-    constexpr unsigned families[] = {NodeType::TypeSystem,    NodeType::TypeFolder,
-                                     NodeType::TypeDriver,    NodeType::TypeDriverGroup,
-                                     NodeType::TypeSignal,    NodeType::TypeSecurity,
-                                     NodeType::TypeSubsystem, NodeType::TypeAlarm,
-                                     NodeType::TypeTimer,     NodeType::TypeArchive};
-    return std::find(std::begin(families), std::end(families),
-                     unsigned(node.GetNodeType().GetFamily())) != std::end(families);
+    constexpr unsigned families[] = {
+        NodeType::TypeSystem,      NodeType::TypeFolder, NodeType::TypeDriver,
+        NodeType::TypeDriverGroup, NodeType::TypeSignal, NodeType::TypeSecurity,
+        NodeType::TypeSubsystem,   NodeType::TypeAlarm,  NodeType::TypeTimer,
+        NodeType::TypeArchive,     NodeType::TypeAction, NodeType::TypeArchiverAction,
+        NodeType::TypeFrame,       NodeType::TypeWindow};
+    const NodeType type = node.GetNodeType();
+    return type.GetSubtype() == NodeType::SubtypeReportSchedule ||
+           std::find(std::begin(families), std::end(families), unsigned(type.GetFamily())) !=
+               std::end(families);
 }
 
 } // namespace
@@ -31,14 +35,14 @@ FilterItem::~FilterItem() = default;
 std::unique_ptr<FilterItem> FilterItem::createItem(const Nodes::NodeLink &link)
 {
     const Nodes::ConfigNode *node = link.GetNode();
-    if (!node || !canBeSource(*node))
+    if (!node)
         return nullptr;
     auto item = std::make_unique<FilterItem>(link);
     for (const Nodes::NodeLink &child : node->GetNodes())
         item->appendChild(createItem(child));
-    const bool isEmptyFolder =
-        node->GetNodeType().GetFamily() == NodeType::TypeFolder && item->m_children.empty();
-    return isEmptyFolder ? nullptr : std::move(item);
+    const bool isOnlyPlace =
+        !canBeSource(*node) || node->GetNodeType().GetFamily() == NodeType::TypeFolder;
+    return isOnlyPlace && item->m_children.empty() ? nullptr : std::move(item);
 }
 
 int FilterItem::row() const

@@ -24,7 +24,8 @@ public:
     explicit FilterItem(Nodes::NodeLink link = {}, FilterItem *parent = nullptr);
     ~FilterItem();
 
-    /// The item of that node with all that are below it; null for a node that is no source.
+    /// The item of that node with all that are below it; null for a node that is no source and has
+    /// none below it.
     static std::unique_ptr<FilterItem> createItem(const Nodes::NodeLink &link);
 
     const Nodes::NodeLink &getNodeLink() const { return m_link; }

@@ -216,10 +216,17 @@ void FilterModel::removeItem(FilterItem *item)
     endRemoveRows();
 }
 
+// Places without a source are not listed: with its first one such a place comes too.
 void FilterModel::onNodeAdded(Nodes::NodeLink parent, Nodes::NodeLink node)
 {
-    FilterItem *above = m_root->find(parent.GetNodeId());
-    if (!above || parent.isEmpty() || m_root->find(node.GetNodeId()))
+    FilterItem *above = nullptr;
+    while (!parent.isEmpty() && !(above = m_root->find(parent.GetNodeId()))) {
+        const Nodes::ConfigNode *place = parent.GetNode();
+        const Nodes::ConfigNode *around = place ? place->GetParent() : nullptr;
+        node = parent;
+        parent = around ? around->GetNodeLink() : Nodes::NodeLink();
+    }
+    if (!above || m_root->find(node.GetNodeId()))
         return;
     std::unique_ptr<FilterItem> item = FilterItem::createItem(node);
     if (!item)
