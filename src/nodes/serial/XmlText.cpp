@@ -43,11 +43,15 @@ void setAttribute(pugi::xml_node element, const char *key, const std::string &va
         attribute.set_value(value.c_str());
 }
 
-void overwrite(pugi::xml_node element, const char *key, const std::string &value)
+/// `implied`: what a reader takes for an attribute that is not there.
+void overwrite(pugi::xml_node element, const char *key, const std::string &value,
+               const std::string &implied)
 {
     pugi::xml_attribute attribute = element.attribute(key);
+    if (!attribute && value != implied)
+        attribute = element.append_attribute(key);
     if (attribute && attribute.value() != value)
-        attribute.set_value(value.c_str());
+        attribute.set_value(wellFormed(value).c_str());
 }
 
 /// Element of the text when it holds exactly one that may stand at this place.
@@ -63,7 +67,8 @@ pugi::xml_node parseUnknown(pugi::xml_document &document, const UnknownNode &nod
     return isSingle && !ElementScan(element).Run(levels) ? element : pugi::xml_node();
 }
 
-// The element goes out as it came in, but for what could be edited here.
+// The element goes out as it came in, but for what could be edited here, and always with its id:
+// given anew at each reading, it would be another one after each save.
 void writeUnknown(const UnknownNode &node, pugi::xml_node parent)
 {
     pugi::xml_document document;
@@ -71,9 +76,9 @@ void writeUnknown(const UnknownNode &node, pugi::xml_node parent)
     if (!source)
         return writeElement(node, parent);
     pugi::xml_node element = parent.append_copy(source);
-    overwrite(element, "id", std::to_string(node.GetId()));
-    overwrite(element, "name", node.GetName());
-    overwrite(element, "description", node.GetDescription());
+    overwrite(element, "id", std::to_string(node.GetId()), {});
+    overwrite(element, "name", node.GetName(), element.name());
+    overwrite(element, "description", node.GetDescription(), {});
 }
 
 void writeForeign(const ConfigNode &node, pugi::xml_node element)

@@ -226,6 +226,38 @@ private slots:
                  std::string("<gizmo id=\"8\" name=\"new\">\n  <part id=\"7\" />\n</gizmo>\n"));
     }
 
+    void unknownElementSettlesWithTheFirstSave_data()
+    {
+        const Rows<QByteArray> row("body");
+        row("no id", "<gizmo/><folder id=\"7\"/>");
+        row("no number", "<gizmo id=\"abc\"/>");
+        row("id of another", "<folder id=\"2\"/><gizmo id=\"2\"/>");
+        row("within another", "<folder id=\"2\"><gizmo><part/><part id=\"9\"/></gizmo></folder>");
+    }
+
+    void unknownElementSettlesWithTheFirstSave()
+    {
+        QFETCH(QByteArray, body);
+        Reading r;
+        QVERIFY(r.readBody(body.toStdString()));
+        ConfigNode *gizmo = nullptr;
+        for (const NodeLink &link : r.project->GetRoot()->GetNodes(true)) {
+            if (link->GetNodeType().GetSubtype() == NodeType::SubtypeUnknown)
+                gizmo = r.project->FindNode(link.GetNodeId());
+        }
+        QVERIFY(gizmo);
+        gizmo->SetName("renamed");
+        gizmo->SetDescription("described");
+        const std::string saved = ProjectWriter::ToText(*r.project);
+        Reading again;
+        QVERIFY(again.read(saved));
+        QCOMPARE(ProjectWriter::ToText(*again.project), saved);
+        const ConfigNode *found = again.project->FindNode(gizmo->GetId());
+        QVERIFY(found);
+        QCOMPARE(found->GetName(), std::string("renamed"));
+        QCOMPARE(found->GetDescription(), std::string("described"));
+    }
+
     void largestIdLeavesRoomForFreshOnes()
     {
         Reading r;
