@@ -4,6 +4,7 @@
 #include "editor/recovery/FileGuard.h"
 #include "editor/recovery/HoldKeeper.h"
 #include "editor/recovery/RecoveryOffer.h"
+#include "editor/recovery/UnsavedProject.h"
 #include "editor/shell/ProjectFiles.h"
 #include "editor/shell/StartPage.h"
 #include "editor/workspace/Workspace.h"
@@ -235,6 +236,42 @@ private slots:
             QCOMPARE(keptName(editing.kept()), QString("0 files"));
         }
         editing.session.abandon();
+    }
+
+    void offersNoWorkOnAnotherProjectOfThePlace()
+    {
+        QString file;
+        {
+            Editing crashed(*m_directory);
+            crashed.open();
+            crashed.rename("Q");
+            file = crashed.session.file();
+        }
+        const Nodes::RecoveryInfo old = Editing(*m_directory).kept().at(0);
+        QVERIFY(!IsReplaced(old));
+        QVERIFY(QFile::remove(file));
+        {
+            Editing fresh(*m_directory);
+            const RecoveryOffer offer(fresh.workspace, fresh.autoSave, nullptr);
+            fresh.open();
+            QCoreApplication::processEvents(); // it looks behind the opening
+            QVERIFY(!offer.question());
+            QVERIFY(IsReplaced(old));
+            fresh.rename("R");
+        }
+        Editing editing(*m_directory);
+        const RecoveryOffer offer(editing.workspace, editing.autoSave, nullptr);
+        editing.window.show();
+        editing.open();
+        QTRY_VERIFY(offer.question());
+        QVERIFY(offer.question()->text().contains("«R»"));
+        for (QAbstractButton *choice : offer.question()->buttons()) {
+            if (choice->text() == "Удалить её")
+                choice->click();
+        }
+        QCoreApplication::processEvents();
+        QVERIFY(!offer.question());
+        QCOMPARE(keptName(editing.kept()), QString("Q")); // it may still be wanted
     }
 
     // Whoever starts again may not know any more which project it was.

@@ -4,12 +4,12 @@
 #include "editor/compare/CompareView.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/recovery/AutoSave.h"
+#include "editor/recovery/UnsavedProject.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/project/FileStamp.h"
 #include "nodes/project/ProjectDiff.h"
-#include "nodes/serial/ProjectReader.h"
 
 #include <QDateTime>
 #include <QPushButton>
@@ -44,12 +44,10 @@ void RecoveryOffer::look()
     Nodes::RecoveryFile::Tidy(m_autoSave.directory().toStdString());
     const auto found = Nodes::RecoveryFile::List(m_autoSave.directory().toStdString(),
                                                  session.file().toStdString());
-    if (found.empty())
-        return;
-    if (found.front().damage.empty())
-        offer(found.front());
-    else
-        tellDamage(found.front());
+    for (const Nodes::RecoveryInfo &info : found) {
+        if (offer(info))
+            return;
+    }
 }
 
 QMessageBox *RecoveryOffer::ask(const QString &text, const QString &more)
@@ -88,28 +86,25 @@ QString RecoveryOffer::describe() const
     return text;
 }
 
-void RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
+// False when there is nothing to ask: work on another project, which stood there before this one,
+// waits for whoever looks for it on the start page.
+bool RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
 {
     m_info = info;
-    std::string text;
-    Nodes::RecoveryInfo again;
-    Nodes::ProjectReader reader;
-    Nodes::LoadLimits limits; // what could not be saved for its size is here all the same
-    limits.fileSize *= 8;
-    limits.attributeLength *= 256;
-    reader.SetLimits(limits);
-    Nodes::Result read =
-        Nodes::RecoveryFile::Read(info.earlier.empty() ? info.file : info.earlier, again, text);
-    if (read)
-        read = reader.ReadBuffer(std::move(text), info.file, m_project);
+    const Nodes::Result read = ReadUnsaved(info, m_project);
     if (!read) {
-        m_info.damage = read.GetDetail();
+        if (m_info.damage.empty())
+            m_info.damage = read.GetDetail();
         tellDamage(m_info);
-        return;
+        return true;
+    }
+    if (m_project->GetUuid() != m_workspace.session().project()->GetUuid()) {
+        m_project.reset();
+        return false;
     }
     if (Nodes::ProjectDiff(*m_workspace.session().project(), *m_project).isEmpty()) {
         remove(); // it is in the file already
-        return;
+        return true;
     }
     m_project->SetDirectory(m_workspace.session().directory().toStdString());
     QMessageBox *box = ask(tr("Программа была прервана. От проекта «%1» осталась несохранённая "
@@ -133,6 +128,7 @@ void RecoveryOffer::offer(const Nodes::RecoveryInfo &info)
         QTimer::singleShot(0, this, &RecoveryOffer::look); // the question has closed
     });
     box->open();
+    return true;
 }
 
 void RecoveryOffer::restore()

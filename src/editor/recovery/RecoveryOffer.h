@@ -31,7 +31,7 @@ public:
 
 private:
     void look();
-    void offer(const Nodes::RecoveryInfo &info);
+    bool offer(const Nodes::RecoveryInfo &info);
     void tellDamage(const Nodes::RecoveryInfo &info);
     QString describe() const;
     QMessageBox *ask(const QString &text, const QString &more);

@@ -1,6 +1,7 @@
 #include "editor/shell/ProjectFiles.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/recovery/UnsavedProject.h"
 #include "editor/shell/NewProjectDialog.h"
 #include "editor/workspace/Workspace.h"
 
@@ -135,12 +136,15 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
 bool ProjectFiles::openUnsaved(const Nodes::RecoveryInfo &info)
 {
     const QString file = QString::fromStdString(info.project);
-    if (QFileInfo::exists(file))
+    const bool isThere = QFileInfo::exists(file);
+    if (isThere && !IsReplaced(info))
         return open(file);
+    const QString title =
+        isThere
+            ? tr("В «%1» теперь другой проект. Сохранить оставшееся от прежнего в пустой каталог")
+            : tr("Проекта «%1» больше нет. Сохранить оставшееся от него в пустой каталог");
     const QString directory = QFileDialog::getExistingDirectory(
-        m_workspace.window(),
-        tr("Проекта «%1» больше нет. Сохранить оставшееся от него в пустой каталог")
-            .arg(QDir::toNativeSeparators(file)));
+        m_workspace.window(), title.arg(QDir::toNativeSeparators(file)));
     if (directory.isEmpty())
         return false;
     const Nodes::Result moved =
