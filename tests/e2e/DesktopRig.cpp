@@ -72,7 +72,6 @@ QProcessEnvironment DesktopRig::environment() const
     environment.insert("XDG_CONFIG_HOME", m_directory.filePath("config"));
     environment.insert("XDG_DATA_HOME", m_directory.filePath("share"));
     environment.insert("XDG_STATE_HOME", m_directory.filePath("state"));
-    environment.insert("XDG_STATE_HOME", m_directory.filePath("state"));
     environment.insert("DBUS_SESSION_BUS_ADDRESS", m_bus);
     environment.remove("QT_QPA_PLATFORM");
     environment.remove("G_SLICE"); // set for sanitizers; openbox ends at once without its pools

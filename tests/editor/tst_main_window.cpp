@@ -119,12 +119,7 @@ class MainWindowTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        qRegisterMetaType<Workspace::Level>("Editor::Workspace::Level");
-        QVERIFY(config.isValid());
-        qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
-    }
+    void initTestCase() { qRegisterMetaType<Workspace::Level>("Editor::Workspace::Level"); }
 
     void tablesAreWhole()
     {
@@ -444,9 +439,6 @@ private slots:
         QCOMPARE(away.isEmpty(), isThere);
         QVERIFY(isThere || away[0].startsWith(QStringLiteral("ПЛК")));
     }
-
-private:
-    QTemporaryDir config;
 };
 
 QTEST_MAIN(MainWindowTest)

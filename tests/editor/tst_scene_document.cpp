@@ -25,7 +25,6 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QtTest>
 
 using Editor::SceneDocument;
@@ -105,11 +104,7 @@ class SceneDocumentTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        qRegisterMetaType<Workspace::Level>("Editor::Workspace::Level");
-    }
+    void initTestCase() { qRegisterMetaType<Workspace::Level>("Editor::Workspace::Level"); }
 
     void rulerTicks_data()
     {

@@ -155,7 +155,6 @@ class TestAlarmList : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
     void filters_data()
     {

@@ -132,7 +132,6 @@ class TestAlarmWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void takesAlarms_data()
     {
         // A code of 0: no row in the table.

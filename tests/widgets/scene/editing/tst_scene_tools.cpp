@@ -15,7 +15,6 @@
 #include <QGraphicsSceneDragDropEvent>
 #include <QMenu>
 #include <QSignalSpy>
-#include <QStandardPaths>
 
 using Widgets::SnapSettings;
 
@@ -59,11 +58,7 @@ class SceneToolsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        SnapSettings::process().setOffered();
-    }
+    void initTestCase() { SnapSettings::process().setOffered(); }
     void cleanup()
     {
         SnapSettings::process().setToGrid(true);
