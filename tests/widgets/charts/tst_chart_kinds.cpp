@@ -9,6 +9,7 @@
 #include "widgets/charts/elements/qwidgetChartCorridor.h"
 #include "widgets/charts/elements/qwidgetChartHistory.h"
 #include "widgets/charts/elements/qwidgetChartXY.h"
+#include "widgets/charts/multiaxis/AxisGestures.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotCorridor.h"
@@ -153,6 +154,12 @@ private slots:
             const QColor seen = canvas.pixelColor(foot);
             QVERIFY2(seen.blue() - seen.red() < 30, qPrintable(seen.name()));
         }
+        // The line of a state is whole: the band's own dots lie behind it.
+        for (double x = end - 3.5 * minute; x < end - 3 * minute; x += minute / 20) {
+            const QPointF off(plot->transform(QwtAxis::xBottom, x),
+                              plot->transform(QwtAxis::yLeft, 1.5));
+            QCOMPARE(canvas.pixelColor(off.toPoint()), QColor("#3c608c"));
+        }
     }
 
     // Flags are drawn beside each other's places, a line of seldom changes goes on to the present.
@@ -217,7 +224,45 @@ private slots:
         QVERIFY(draw->extent(font) < other.axisScaleDraw(QwtPlot::yLeft)->extent(font));
         plot.setDelegateAxisScaleDraw(QwtAxis::yLeft, other.axisScaleDraw(QwtPlot::yLeft));
         QCOMPARE(draw->extent(font), other.axisScaleDraw(QwtPlot::yLeft)->extent(font));
+        plot.onUpdateProperties();
+        QCOMPARE(plot.axisScaleDraw(QwtAxis::yLeft)->extent(font),
+                 other.axisScaleDraw(QwtPlot::yLeft)->extent(font));
         plot.setDelegateAxisScaleDraw(QwtAxis::yLeft, nullptr);
+        QVERIFY(!plot.findChild<Widgets::AxisGestures *>()->isEnabled(QwtAxis::yLeft));
+    }
+
+    // The scale that lends its width is made anew with each property of its plot, and goes with it.
+    void discretPlotBelowAnother()
+    {
+        auto *discrete = m_project->node<Nodes::widgetChartHistory>(30);
+        Widgets::ChartGroupManager below(discrete);
+        Widgets::PlotDiscret plot(discrete, 1, nullptr);
+        plot.setGroupManager(&below);
+        below.setCurrentGroup(m_project->node<Nodes::widgetChartGroup>(31));
+        const QFont font = plot.axisWidget(QwtAxis::yLeft)->font();
+        const auto width = [&] { return plot.axisScaleDraw(QwtAxis::yLeft)->extent(font); };
+        const double own = width();
+        auto *trend = m_project->node<Nodes::widgetChartHistory>(60);
+        Widgets::ChartGroupManager above(trend);
+        const QwtScaleDraw *told = nullptr;
+        auto lender = std::make_unique<Widgets::PlotHistory>(trend, 1, nullptr);
+        lender->setGroupManager(&above);
+        connect(lender.get(), &Widgets::Plot::axisScaleDrawChanged, &plot,
+                &Widgets::PlotDiscret::setDelegateAxisScaleDraw);
+        above.setCurrentGroup(m_project->node<Nodes::widgetChartGroup>(61));
+        const QwtAxisId last(QwtAxis::yRight, 0);
+        const double lent = lender->axisScaleDraw(last)->extent(font);
+        QVERIFY(lent > own);
+        QCOMPARE(width(), lent);
+        m_project->set(65, "labelFormat", "%.6f");
+        QVERIFY(lender->axisScaleDraw(last)->extent(font) > lent);
+        QCOMPARE(width(), lender->axisScaleDraw(last)->extent(font));
+        connect(lender.get(), &Widgets::Plot::axisScaleDrawChanged, lender.get(),
+                [&told](QwtAxisId, const QwtScaleDraw *draw) { told = draw; });
+        emit lender->findChild<Widgets::AxisGestures *>()->axisReleased(last);
+        QCOMPARE(told, lender->axisScaleDraw(last));
+        lender.reset();
+        QCOMPARE(width(), own);
     }
 
     void signalOverSignal()

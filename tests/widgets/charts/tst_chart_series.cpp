@@ -3,6 +3,7 @@
 
 #include "support/Rows.h"
 
+#include "widgets/charts/multiaxis/MultiAxisPlot.h"
 #include "widgets/charts/series/CorridorTube.h"
 #include "widgets/charts/series/SerieColumn.h"
 #include "widgets/charts/series/SerieFactory.h"
@@ -18,6 +19,7 @@
 
 #include <QRandomGenerator>
 #include <qwt_scale_map.h>
+#include <qwt_symbol.h>
 
 #include <set>
 
@@ -215,6 +217,32 @@ private slots:
         serie->setVisible(false);
         QCOMPARE(serie->getData(int(SerieColumn::Visible), Qt::CheckStateRole).toInt(),
                  int(Qt::Unchecked));
+    }
+
+    // Of a line and of the middle of a tube.
+    void symbolsKeepToThePen()
+    {
+        Widgets::MultiAxisPlot plot; // deletes what is attached: the series go before it
+        const auto line = make(40);
+        const auto tube = make<Widgets::qwidgetChartCorridorSerie>(43);
+        for (Widgets::ISerie *serie : {static_cast<Widgets::ISerie *>(line.get()),
+                                       static_cast<Widgets::ISerie *>(tube.get())}) {
+            serie->attachToPlot(&plot);
+            serie->setSymbol(QwtSymbol::Diamond, QSize(7, 7));
+            m_project->set(serie->getNode()->GetId(), "color", "#8a3b12");
+        }
+        int curves = 0;
+        for (const QwtPlotItem *item : plot.itemList()) {
+            const auto *drawn = dynamic_cast<const QwtPlotCurve *>(item);
+            if (!drawn)
+                continue;
+            ++curves;
+            QCOMPARE(drawn->pen().color(), QColor("#8a3b12"));
+            QCOMPARE(drawn->symbol()->pen(), drawn->pen());
+            QCOMPARE(drawn->symbol()->style(), QwtSymbol::Diamond);
+            QCOMPARE(drawn->symbol()->size(), QSize(7, 7));
+        }
+        QCOMPARE(curves, 2);
     }
 
     void flag()

@@ -144,6 +144,7 @@ void AxisRecord::apply()
     else
         m_plot->setAxisAutoScale(m_axis, true);
     fitTicks();
+    emit scaleDrawChanged(m_axis, m_plot->axisScaleDraw(m_axis));
 }
 
 void AxisRecord::onReleased(QwtAxisId axis)

@@ -7,11 +7,10 @@
 
 #include <QObject>
 #include <QPointer>
+#include <qwt_scale_draw.h>
 
 #include <memory>
 #include <vector>
-
-class QwtScaleDraw;
 
 namespace Nodes {
 class NodesContainer;
@@ -46,6 +45,10 @@ public:
     bool isTime() const { return m_isTime; }
     /// Takes over what the node says. An axis of time that shows a window already keeps its end.
     void apply();
+
+signals:
+    /// The axis has this scale draw now, the one before is gone.
+    void scaleDrawChanged(QwtAxisId axis, QwtScaleDraw *draw);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

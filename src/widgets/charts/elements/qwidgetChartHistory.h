@@ -28,9 +28,6 @@ public:
     /// for the answer: it is hidden, or the request was refused.
     std::vector<Nodes::SignalHistoryResponse> getHistory(unsigned long long from,
                                                          unsigned long long to);
-
-private:
-    Nodes::widgetChartHistory *m_history;
 };
 
 } // namespace Widgets

@@ -68,6 +68,8 @@ Plot::~Plot()
 {
     Plot::forgetSeries();
     m_intervalEditors.clear();
+    for (const auto &record : m_axes)
+        emit axisScaleDrawChanged(record->axis(), nullptr);
     m_axes.clear();
 }
 

@@ -146,6 +146,7 @@ public slots:
 signals:
     void appendPointsSignal(std::vector<Nodes::SignalValue> values, Widgets::ISerie *serie);
     void axisScaleChanged(QwtAxisId axis, double lower, double upper, double step);
+    /// The axis has this scale draw now, the one before is gone; null: so is the axis.
     void axisScaleDrawChanged(QwtAxisId axis, QwtScaleDraw *draw);
     void changeVisibleLegend(bool isVisible);
     void panned(int dx, int dy);

@@ -3,6 +3,7 @@
 #include "widgets/charts/axes/DiscretScaleEngine.h"
 #include "widgets/charts/axes/DiscretValueScaleDraw.h"
 #include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/multiaxis/AxisGestures.h"
 #include "widgets/charts/plots/PlotCanvas.h"
 #include "widgets/charts/plots/PlotPanner.h"
 
@@ -45,10 +46,10 @@ void PlotDiscret::onUpdateProperties()
     if (const Nodes::widgetChart *node = chart())
         onSetSymbol(node->GetTypeSymbol());
     setAxisScaleEngine(firstY, new DiscretScaleEngine);
-    const auto *present = dynamic_cast<DiscretValueScaleDraw *>(axisScaleDraw(firstY));
     auto *draw = new DiscretValueScaleDraw(Qt::black);
-    draw->setDelegate(present ? present->delegate() : nullptr);
+    draw->setDelegate(m_delegate); // the axes have been made anew, the width is still asked for
     setAxisScaleDraw(firstY, draw);
+    emit axisScaleDrawChanged(firstY, draw);
     disablePanningY();
     replot();
 }
@@ -58,6 +59,9 @@ void PlotDiscret::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::Nodes
     PlotHistory::setAxes(yAxes, xAxes);
     clearIntervalEditorManagers();
     setAxisAutoScale(firstY, true);
+    // No more than the panner does a hand on the scale move the bands.
+    if (auto *gestures = findChild<AxisGestures *>(QString(), Qt::FindDirectChildrenOnly))
+        gestures->setEnabled(firstY.pos, false);
 }
 
 // Its bands are all there is to see: the automatic scale stays.
@@ -83,8 +87,10 @@ void PlotDiscret::disablePanningY()
 
 void PlotDiscret::setDelegateAxisScaleDraw(QwtAxisId axis, QwtScaleDraw *draw)
 {
-    auto *own =
-        axis.isYAxis() ? dynamic_cast<DiscretValueScaleDraw *>(axisScaleDraw(firstY)) : nullptr;
+    if (!axis.isYAxis())
+        return;
+    m_delegate = draw;
+    auto *own = dynamic_cast<DiscretValueScaleDraw *>(axisScaleDraw(firstY));
     if (!own)
         return;
     own->setDelegate(draw);

@@ -23,11 +23,13 @@ public slots:
     void updateGroup() override;
     /// Draw of an axis of another plot, which has to outlive this one or be taken back by null: the
     /// values' scale becomes as wide as that, so that both canvases begin at the same pixel. For a
-    /// Y axis only.
+    /// Y axis only. The other plot's axisScaleDrawChanged() connected to it does all of that.
     void setDelegateAxisScaleDraw(QwtAxisId axis, QwtScaleDraw *draw);
 
 private:
     void disablePanningY();
+
+    QwtScaleDraw *m_delegate = nullptr; // of another plot
 };
 
 } // namespace Widgets

@@ -213,6 +213,7 @@ void PlotHistory::setLength(int length, Nodes::widgetChartAxis::enRangeUnit unit
         from = centre - wide / 2;
     }
     setXAxisParams(ChartTime::toUnsigned(from), ChartTime::toUnsigned(to), length, unit);
+    // A narrower window has its points already, unless they stand for several samples each.
     if (wide > shown.width() || m_isAggregated)
         (void)getHistory(ChartTime::toUnsigned(from - Margin * wide),
                          ChartTime::toUnsigned(to + Margin * wide));

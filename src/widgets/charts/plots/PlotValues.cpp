@@ -39,6 +39,8 @@ void Plot::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContain
     m_axes.clear();
     m_axes = AxisRecord::make(*this, yAxes, xAxes);
     for (const auto &record : m_axes) {
+        connect(record.get(), &AxisRecord::scaleDrawChanged, this, &Plot::axisScaleDrawChanged);
+        emit axisScaleDrawChanged(record->axis(), axisScaleDraw(record->axis()));
         if (record->axis().isXAxis())
             continue;
         std::unique_ptr<IntervalEditorManager> editors(

@@ -148,6 +148,7 @@ void PlotXY::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesConta
     setAxisScaleEngine(xAxis, new QwtLinearScaleEngine);
     setAxisScaleDraw(xAxis, new ValueScaleDraw(palette().color(QPalette::Text), std::string()));
     setAxisAutoScale(xAxis, true);
+    emit axisScaleDrawChanged(xAxis, axisScaleDraw(xAxis));
 }
 
 void PlotXY::onUpdateProperties()

@@ -119,6 +119,16 @@ void DiscretFill::draw(QPainter *painter, const QwtScaleMap &sideX, const QwtSca
     painter->restore();
 }
 
+void DiscretBaseLine::draw(QPainter *painter, const QwtScaleMap &, const QwtScaleMap &sideY,
+                           const QRectF &canvas) const
+{
+    const double off = adapted(yAxis(), sideY).transform(double(m_serie.getOffsetY()));
+    painter->save();
+    painter->setPen(QPen(bandLine, 1, Qt::DotLine));
+    painter->drawLine(QPointF(canvas.left(), off), QPointF(canvas.right(), off));
+    painter->restore();
+}
+
 void DiscretCaption::draw(QPainter *painter, const QwtScaleMap &, const QwtScaleMap &sideY,
                           const QRectF &canvas) const
 {
@@ -126,8 +136,6 @@ void DiscretCaption::draw(QPainter *painter, const QwtScaleMap &, const QwtScale
     const double off = yMap.transform(double(m_serie.getOffsetY()));
     const double on = yMap.transform(double(m_serie.getOffsetY()) + 1);
     painter->save();
-    painter->setPen(QPen(bandLine, 1, Qt::DotLine));
-    painter->drawLine(QPointF(canvas.left(), off), QPointF(canvas.right(), off));
     QFont font;
     const double height = std::abs(off - on) - 2; // bands may be narrow, or of no size at all
     font.setPixelSize(height > 9 && height < captionPixels ? int(height)

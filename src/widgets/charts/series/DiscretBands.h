@@ -26,7 +26,20 @@ private:
     const qwidgetChartDiscretSerie &m_serie;
 };
 
-/// The line below a discrete signal's band and its name in it, with the present state in words.
+/// The line below a discrete signal's band.
+class DiscretBaseLine : public MultiAxisItem<QwtPlotItem>
+{
+public:
+    explicit DiscretBaseLine(const qwidgetChartDiscretSerie &serie) : m_serie(serie) {}
+
+    void draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMap &yMap,
+              const QRectF &canvas) const override;
+
+private:
+    const qwidgetChartDiscretSerie &m_serie;
+};
+
+/// Its name in the band, with the present state in words.
 class DiscretCaption : public MultiAxisItem<QwtPlotItem>
 {
 public:

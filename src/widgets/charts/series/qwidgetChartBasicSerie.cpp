@@ -97,6 +97,8 @@ void qwidgetChartBasicSerie::onUpdateProperties()
     pen.setColor(getColor());
     pen.setWidth(node->GetThickness());
     setPen(pen);
+    if (const QwtSymbol *drawn = symbol())
+        setSymbol(drawn->style(), drawn->size());
     setStyle(styleOf(*node));
     PlotCurve::setTitle(QString::fromStdString(node->GetText()));
     takeAxes(*node);

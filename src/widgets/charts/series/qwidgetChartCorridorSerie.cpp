@@ -93,6 +93,8 @@ void qwidgetChartCorridorSerie::onUpdateProperties()
     takeNode();
     m_slices.setWidth(node->GetSlice());
     m_middle.setPen(QPen(getColor(), node->GetThickness()));
+    if (const QwtSymbol *drawn = m_middle.symbol())
+        setSymbol(drawn->style(), drawn->size());
     m_middle.setTitle(QString::fromStdString(node->GetText()));
     setTitle(m_middle.title());
     const QColor fill = Utils::NColorToQColor(node->GetFillColor());

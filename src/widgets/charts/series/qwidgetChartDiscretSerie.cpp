@@ -15,7 +15,7 @@ namespace Widgets {
 namespace {
 
 constexpr double behindZ = 1.0;
-constexpr double aboveZ = 10.0; // of lines, also of one in front
+constexpr double aboveZ = 10.0; // of lines, also of one in front: none strikes through words
 
 } // namespace
 
@@ -23,6 +23,7 @@ qwidgetChartDiscretSerie::qwidgetChartDiscretSerie(Nodes::widgetChartDiscretSeri
                                                    QObject *parent)
     : qwidgetChartBasicSerie(node, parent),
       m_fill(std::make_unique<DiscretFill>(*this)),
+      m_baseLine(std::make_unique<DiscretBaseLine>(*this)),
       m_caption(std::make_unique<DiscretCaption>(*this))
 {
     onUpdateProperties();
@@ -35,8 +36,10 @@ void qwidgetChartDiscretSerie::attachToPlot(QwtPlot *plot)
     if (!plot)
         return;
     m_fill->attach(plot);
+    m_baseLine->attach(plot);
     m_caption->attach(plot);
     m_fill->setZ(behindZ);
+    m_baseLine->setZ(behindZ);
     m_caption->setZ(aboveZ);
     qwidgetChartBasicSerie::attachToPlot(plot);
 }
@@ -51,6 +54,7 @@ void qwidgetChartDiscretSerie::takeAxes(const Nodes::widgetChartBasicSerie &node
 {
     qwidgetChartBasicSerie::takeAxes(node);
     m_fill->setAxes(xAxis(), yAxis());
+    m_baseLine->setAxes(xAxis(), yAxis());
     m_caption->setAxes(xAxis(), yAxis());
 }
 
@@ -64,6 +68,7 @@ void qwidgetChartDiscretSerie::updateArchPoints(
 void qwidgetChartDiscretSerie::setVisible(bool isVisible)
 {
     m_fill->setVisible(isVisible);
+    m_baseLine->setVisible(isVisible);
     m_caption->setVisible(isVisible);
     qwidgetChartBasicSerie::setVisible(isVisible);
 }

@@ -10,6 +10,7 @@ class widgetChartDiscretSerie;
 
 namespace Widgets {
 
+class DiscretBaseLine;
 class DiscretCaption;
 class DiscretFill;
 
@@ -44,6 +45,7 @@ protected:
 
 private:
     std::unique_ptr<DiscretFill> m_fill;
+    std::unique_ptr<DiscretBaseLine> m_baseLine;
     std::unique_ptr<DiscretCaption> m_caption;
 };
 
