@@ -19,7 +19,8 @@ constexpr const char *nodes = R"(
 <folder id="7" name="Действия"><actionWriteValue id="30" name="Пуск" signal="10"/></folder>
 <folder id="8" name="Отчёты"><reportSchedule id="50" name="После смены"/></folder>
 <window id="40" name="Окно"><layer id="41" name="Слой"><label id="42" name="Надпись"/><button
-  id="43" name="Кнопка"><actionWriteValue id="44" name="Стоп" signal="10"/></button></layer></window>
+  id="43" name="Кнопка"><actionWriteValue id="44" name="Стоп" signal="10"/></button><recorderDisplay
+  id="45" name="Табло"><recorderChannel id="46" name="Канал" signal="10"/></recorderDisplay></layer></window>
 <layer id="2" name="L"><eventList id="20" name="E" sources="10"/></layer>)";
 
 struct Rig : RuntimeProject
@@ -72,6 +73,7 @@ void TestEventSources::showsWhatCanBeASource_data()
     row("window, refused", "Окно", true);
     row("action of an element", "Стоп", true);
     row("report that was not filed", "После смены", true);
+    row("channel, its extremes reset", "Канал", true);
     row("element", "Надпись", false);
     row("event list", "E", false);
     row("folder of nothing", "Пусто", false);

@@ -1,29 +1,27 @@
 #include "widgets/eventlist/filter/FilterItem.h"
 
+#include "nodes/events/EventColorProperties.h"
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindInfo.h"
+#include "nodes/visual/elements/recorderChannel.h"
 
 #include <algorithm>
 
 namespace Widgets {
 
+using Nodes::EventColorProperties;
 using Nodes::NodeType;
 
 namespace {
 
-// Those in whose name the journal has entries: of the screens only what operators are refused, and
-// actions, wherever they are configured.
+// What has colours for its events, and what operators are refused or do themselves on the screens.
 bool canBeSource(const Nodes::ConfigNode &node)
 {
-    constexpr unsigned families[] = {
-        NodeType::TypeSystem,      NodeType::TypeFolder, NodeType::TypeDriver,
-        NodeType::TypeDriverGroup, NodeType::TypeSignal, NodeType::TypeSecurity,
-        NodeType::TypeSubsystem,   NodeType::TypeAlarm,  NodeType::TypeTimer,
-        NodeType::TypeArchive,     NodeType::TypeAction, NodeType::TypeArchiverAction,
-        NodeType::TypeFrame,       NodeType::TypeWindow};
     const NodeType type = node.GetNodeType();
-    return type.GetSubtype() == NodeType::SubtypeReportSchedule ||
-           std::find(std::begin(families), std::end(families), unsigned(type.GetFamily())) !=
-               std::end(families);
+    const Nodes::KindInfo *kind = node.GetKind();
+    return (kind && kind->FindProperty(EventColorProperties::Prop::Background.valueId)) ||
+           type.GetFamily() == NodeType::TypeFrame || type.GetFamily() == NodeType::TypeWindow ||
+           type.GetSubtype() == Nodes::recorderChannel::Code;
 }
 
 } // namespace
