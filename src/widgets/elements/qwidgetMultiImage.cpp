@@ -1,6 +1,7 @@
 #include "widgets/elements/qwidgetMultiImage.h"
 
 #include "widgets/elements/binding/PropertyBindings.h"
+#include "widgets/elements/binding/StateVisibility.h"
 
 #include "nodes/visual/elements/widgetMultiImage.h"
 
@@ -104,7 +105,7 @@ void qwidgetMultiImage::showWithoutPicture(int state)
 void qwidgetMultiImage::setHiddenByState(bool isHidden)
 {
     m_isHiddenByState = isHidden;
-    setVisible(!isHidden && m_multi->isVisible());
+    setVisibleByState(*this, !isHidden && m_multi->isVisible());
 }
 
 void qwidgetMultiImage::showEvent(QShowEvent *event)

@@ -1,6 +1,7 @@
 #include "widgets/elements/qwidgetMultiLabel.h"
 
 #include "widgets/elements/binding/PropertyBindings.h"
+#include "widgets/elements/binding/StateVisibility.h"
 
 #include "nodes/visual/elements/widgetMultiLabel.h"
 
@@ -41,7 +42,7 @@ void qwidgetMultiLabel::showValue(const Nodes::SignalValue &value)
     if (isUnmatched)
         hideUnmatched();
     else if (followsMatches() || m_wasUnmatched) // also when the node shows it always from now on
-        setVisible(m_multi->isVisible());
+        setVisibleByState(*this, m_multi->isVisible());
     m_wasUnmatched = isUnmatched;
     qwidgetLabel::showValue(value);
 }

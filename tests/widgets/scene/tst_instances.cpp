@@ -143,6 +143,20 @@ private slots:
         QCOMPARE(shown.selected(), QString("41"));
     }
 
+    void noElementOfAPictureIsAWindow()
+    {
+        const QByteArray changing =
+            R"(<multiImage id="70" name="M" signal="12" width="20" height="20">
+                 <state id="71" name="s"/></multiImage>
+               <multiLabel id="72" name="S" signal="12" width="20" height="20" visibility="matching">
+                 <state id="73" name="s"/></multiLabel><label id="13")";
+        const ShownEditor shown(nodes().replace("<label id=\"13\"", changing));
+        QCOMPARE(instance(shown, 40).refusal(), QString());
+        for (const QWidget *window : QApplication::topLevelWidgets())
+            QVERIFY(!window->isVisible() || window->testAttribute(Qt::WA_DontShowOnScreen) ||
+                    qobject_cast<const QGraphicsView *>(window));
+    }
+
     void whatCannotBeShownSaysWhy_data()
     {
         const Rows<int, QString, int> row("source", "reason", "findings");
