@@ -101,6 +101,17 @@ private slots:
         // Nobody operates inside of what is disabled.
         shown.project.set(40, "disabled", "true");
         QTRY_VERIFY(!fitted->isEnabled() && plain->isEnabled());
+        const auto isRed = [&shown](const ProxyWidget &label) {
+            QImage picture(800, 600, QImage::Format_RGB32);
+            QPainter painter(&picture);
+            shown.scene->render(&painter, QRectF(), {0, 0, 800, 600});
+            return picture.pixelColor(label.sceneBoundingRect().topLeft().toPoint() +
+                                      QPoint(4, 4)) == QColor(255, 0, 0);
+        };
+        QVERIFY(isRed(*plain));
+        QTRY_VERIFY(!isRed(*fitted)); // covered, not only mute
+        shown.project.set(40, "disabled", "false");
+        QTRY_VERIFY(isRed(*fitted) && fitted->isEnabled());
         shown.scene->setMode(Nodes::WorkModeEditing);
         QCOMPARE(instance(shown, 40).hosts().size(), 0);
         QTRY_COMPARE(shown.project.core.GetNodesCollection()->GetInstances().size(), before);

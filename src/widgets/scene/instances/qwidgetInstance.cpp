@@ -7,6 +7,7 @@
 #include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/instances/DisabledCover.h"
 #include "widgets/scene/instances/InstanceElement.h"
 #include "widgets/scene/instances/InstanceNodes.h"
 #include "widgets/scene/instances/InstancePicture.h"
@@ -122,6 +123,8 @@ void qwidgetInstance::refresh()
             if (layer)
                 layer->setTransform(placed());
         }
+        if (m_cover)
+            m_cover->setSize(size());
         return;
     }
     dropContent();
@@ -140,6 +143,7 @@ void qwidgetInstance::dropContent()
 {
     for (const QPointer<ProxyLayer> &layer : std::exchange(m_layers, {}))
         delete layer.data();
+    delete m_cover.data();
     m_picture.reset();
     m_nodes.reset();
 }
@@ -157,8 +161,10 @@ void qwidgetInstance::showLive()
     for (const QPointer<ProxyLayer> &layer : m_layers) {
         layer->setTransform(placed());
         layer->setParentItem(m_host);
-        layer->setEnabled(!m_instance->isDisabled());
     }
+    m_cover = new DisabledCover(m_host);
+    m_cover->setSize(size());
+    takeEnabled(*m_instance);
 }
 
 void qwidgetInstance::showPicture()
@@ -197,6 +203,8 @@ void qwidgetInstance::takeEnabled(const Nodes::widgetInstance &node)
         if (layer)
             layer->setEnabled(!node.isDisabled());
     }
+    if (m_cover)
+        m_cover->setVisible(node.isDisabled());
 }
 
 void qwidgetInstance::takeRoom(const Nodes::widgetInstance &node)
@@ -295,13 +303,15 @@ void qwidgetInstance::paintDirectly(QPainter &painter)
         painter.setPen(warning);
         painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom, text);
     }
-    if (m_instance->isDisabled())
+    if (m_instance->isDisabled() && !m_cover)
         ElementPainting::drawDisabledCover(painter, rect());
     painter.restore();
 }
 
 bool qwidgetInstance::event(QEvent *event)
 {
+    if (event->type() == QEvent::EnabledChange && m_instance)
+        takeEnabled(*m_instance); // by rights, too
     return ElementTooltip::show(event, m_instance.get()) || QWidget::event(event);
 }
 

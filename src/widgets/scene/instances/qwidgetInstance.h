@@ -23,6 +23,7 @@ class widgetInstance;
 
 namespace Widgets {
 
+class DisabledCover;
 class InstanceNodes;
 class InstancePicture;
 class ProxyLayer;
@@ -85,6 +86,7 @@ private:
     std::unique_ptr<InstanceNodes> m_nodes;
     std::unique_ptr<InstancePicture> m_picture;
     std::vector<QPointer<ProxyLayer>> m_layers;
+    QPointer<DisabledCover> m_cover; ///< of live elements
     bool m_isFitted = true;
     bool m_isOld = false; ///< the template has changed since
     bool m_isCheckDue = false;
