@@ -235,6 +235,30 @@ private slots:
         QCOMPARE(editor.signal(), 11ul);
     }
 
+    void whatCannotBeAddedSaysWhy_data()
+    {
+        const Rows<int, QString, QString> row("parent", "kind", "shown");
+        row("no layer", 0, "label", "Внимание: Коллекция не найдена");
+        row("no place for elements", 10, "label", "Внимание: Узел не создан");
+        row("no element", 31, "folder", "Внимание: Узел не создан");
+    }
+
+    void whatCannotBeAddedSaysWhy()
+    {
+        QFETCH(int, parent);
+        QFETCH(QString, kind);
+        const Editor editor;
+        Steps steps(editor.scene);
+        Widgets::NewElements elements(steps);
+        const std::size_t before = editor.project.core.GetNodesCollection()->GetNodeCount();
+        MessageBoxes boxes;
+        QVERIFY(!elements.add(Nodes::NodeType(kind.toStdString()),
+                              editor.project.node(static_cast<unsigned long>(parent)), {}, false));
+        QTEST(boxes.shown.join(' '), "shown");
+        QCOMPARE(editor.stack.count(), 0);
+        QCOMPARE(editor.project.core.GetNodesCollection()->GetNodeCount(), before); // nothing kept
+    }
+
     void panelNeedsALayer()
     {
         ShownEditor editor(noLayers);

@@ -233,7 +233,7 @@ private slots:
         QVERIFY(!host->locker()->isVisible());
         host->locker()->setLock(true);
         QVERIFY(!node->isMovable() && host->locker()->isVisible());
-        QVERIFY(editor.stack.text(0).startsWith(QStringLiteral("Изменение свойства ")));
+        QCOMPARE(editor.stack.text(0), QStringLiteral("Изменение свойства Перемещаемый виджета A"));
         editor.stack.undo();
         QVERIFY(node->isMovable() && !host->locker()->isLocked());
         QVERIFY(node->SetPropertyText("movable", "false") && node->SetPropertyText("width", "49"));
