@@ -199,6 +199,22 @@ private slots:
         QVERIFY(seldom->heldUntil() >= end);
     }
 
+    void autoScaleKeyTellsWhatTheScalesDo()
+    {
+        for (const unsigned long axis : {63, 64, 65})
+            m_project->set(axis, "autoScale", "true");
+        Widgets::qwidgetChartHistory chart(m_project->node<Nodes::widgetChartHistory>(60), nullptr);
+        const auto *bar =
+            qobject_cast<Widgets::ToolBarAutoScale *>(chart.plot()->plotCanvas()->tbAxisY());
+        QVERIFY(bar->isAutoScale());
+        auto *gestures = chart.plot()->findChild<Widgets::AxisGestures *>();
+        gestures->zoom({QwtAxis::yLeft, 0}, 1, 50);
+        QTRY_VERIFY(!bar->isAutoScale());
+        QVERIFY(chart.plot()->axisAutoScale({QwtAxis::yLeft, 1}));
+        emit gestures->axisReleased({QwtAxis::yLeft, 0});
+        QTRY_VERIFY(bar->isAutoScale());
+    }
+
     void discretPlotOfAHost()
     {
         auto *node = m_project->node<Nodes::widgetChartHistory>(30);

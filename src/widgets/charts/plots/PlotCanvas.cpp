@@ -11,6 +11,7 @@
 #include "nodes/charts/widgetChartGroup.h"
 
 #include <QEvent>
+#include <QSignalBlocker>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -139,6 +140,20 @@ void PlotCanvas::setAutoScale(bool areX, bool on)
     }
     m_plot->replot();
     m_plot->updateIntervalEditorManagers();
+}
+
+void PlotCanvas::showAutoScale(QwtAxisId axis)
+{
+    auto *bar = qobject_cast<ToolBarAutoScale *>(axis.isXAxis() ? m_tbAxisX : m_tbAxisY);
+    if (!bar)
+        return;
+    bool areAutomatic = true;
+    for (const QwtAxisId &one : m_plot->axes()) {
+        if (one.isXAxis() == axis.isXAxis() && m_plot->isAxisVisible(one))
+            areAutomatic = areAutomatic && m_plot->axisAutoScale(one);
+    }
+    const QSignalBlocker quiet(bar);
+    bar->setAutoScale(areAutomatic);
 }
 
 void PlotCanvas::onUpdateProperties()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "widgets/WidgetsExport.h"
+#include "widgets/charts/multiaxis/QwtAxisId.h"
 
 #include <qwt_plot_canvas.h>
 
@@ -46,6 +47,9 @@ public:
 public slots:
     void updateAutoScaleX(bool on);
     void updateAutoScaleY(bool on);
+    /// A hand has taken that axis or given it back: its tool bar tells whether all axes of its
+    /// direction scale themselves still. The others stay as they are.
+    void showAutoScale(QwtAxisId axis);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;

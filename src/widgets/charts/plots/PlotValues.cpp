@@ -1,6 +1,7 @@
 // Scales of a plot, and how live values move them.
 #include "widgets/charts/axes/AxisRecord.h"
 #include "widgets/charts/axes/ToolBar.h"
+#include "widgets/charts/multiaxis/AxisGestures.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/LiveFeed.h"
 #include "widgets/charts/plots/Plot.h"
@@ -38,6 +39,12 @@ void Plot::setAxes(const Nodes::NodesContainer &yAxes, const Nodes::NodesContain
     clearIntervalEditorManagers();
     m_axes.clear();
     m_axes = AxisRecord::make(*this, yAxes, xAxes);
+    // Later: what an axis given back does its record decides.
+    constexpr auto onceLater = Qt::ConnectionType(Qt::QueuedConnection | Qt::UniqueConnection);
+    if (auto *gestures = findChild<AxisGestures *>(QString(), Qt::FindDirectChildrenOnly)) {
+        for (const auto change : {&AxisGestures::axisTaken, &AxisGestures::axisReleased})
+            connect(gestures, change, m_canvas, &PlotCanvas::showAutoScale, onceLater);
+    }
     for (const auto &record : m_axes) {
         connect(record.get(), &AxisRecord::scaleDrawChanged, this, &Plot::axisScaleDrawChanged);
         emit axisScaleDrawChanged(record->axis(), axisScaleDraw(record->axis()));
