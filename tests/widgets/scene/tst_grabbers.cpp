@@ -124,6 +124,7 @@ private slots:
                   Qt::NoButton);
         QCOMPARE(grabber(editor.host(32), Widgets::RightMiddle)->color(), QColor(Qt::red));
         QCOMPARE(editor.view.viewport()->cursor().shape(), Qt::SizeHorCursor);
+        editor.view.setBackgroundBrush(Qt::yellow);
         const QImage picture = editor.view.viewport()->grab().toImage();
         QCOMPARE(picture.pixelColor(editor.view.mapFromScene(at)), QColor(Qt::white));
         editor.drag(at, at + QPointF(20, 0));

@@ -49,6 +49,7 @@ private slots:
         ShownEditor editor(nodes);
         editor.select({32});
         const QPointF corner(200, 120);
+        editor.view.setBackgroundBrush(Qt::yellow);
         const QImage picture = editor.view.viewport()->grab().toImage();
         const QPoint seen = (QPointF(editor.view.mapFromScene(corner)) * 1.5).toPoint();
         QCOMPARE(picture.pixelColor(seen), QColor(Qt::white));

@@ -210,6 +210,7 @@ private slots:
         }
         QVERIFY(held);
         const QPointF from = held->sceneBoundingRect().center();
+        editor.view.setBackgroundBrush(Qt::yellow);
         const QImage picture = editor.view.viewport()->grab().toImage();
         QCOMPARE(picture.pixelColor(editor.view.mapFromScene(from)), QColor(Qt::white));
         editor.drag(from, from + by);
