@@ -4,6 +4,7 @@
 #include "editor/review/ReviewScreen.h"
 #include "editor/review/ReviewTexts.h"
 
+#include "nodes/templates/widgetInstance.h"
 #include "nodes/visual/SharedProperties.h"
 
 #include <QFontInfo>
@@ -12,6 +13,56 @@
 namespace Editor {
 
 using Nodes::NodeLink;
+
+namespace {
+
+constexpr int leastText = 12; // pixels
+
+double scaleOf(const Nodes::widgetInstance &instance, const QSize &drawn, const QSize &room)
+{
+    if (!instance.isFitted() || drawn.isEmpty())
+        return 1;
+    return qMin(double(room.width()) / drawn.width(), double(room.height()) / drawn.height());
+}
+
+/// Height of the smallest text of the template as the instance shows it. `way` leads there.
+double smallestText(const Nodes::widgetInstance &instance, const QSize &room,
+                    QVector<const Nodes::ConfigNode *> way = {})
+{
+    double smallest = 1e6;
+    const Nodes::ConfigNode *source = instance.GetTemplate();
+    if (!source || way.contains(source))
+        return smallest;
+    way.append(source);
+    const ReviewScreen drawn(*source);
+    for (const ReviewElement &element : drawn.elements()) {
+        const auto font = ReviewTexts::fontOf(*element.node);
+        if (const auto *inner = dynamic_cast<const Nodes::widgetInstance *>(element.node))
+            smallest = qMin(smallest, smallestText(*inner, element.rect.size(), way));
+        else if (font && !ReviewTexts::of(*element.node).isEmpty())
+            smallest = qMin(smallest, double(QFontInfo(*font).pixelSize()));
+    }
+    return smallest * scaleOf(instance, drawn.size(), room);
+}
+
+// What is too small as it is drawn is found in the template itself.
+void checkInstanceText(const ReviewElement &element, ReviewFindings &findings)
+{
+    const auto *instance = dynamic_cast<const Nodes::widgetInstance *>(element.node);
+    const Nodes::ConfigNode *source = instance ? instance->GetTemplate() : nullptr;
+    if (!source || scaleOf(*instance, ReviewScreen(*source).size(), element.rect.size()) >= 1)
+        return;
+    const double pixels = smallestText(*instance, element.rect.size());
+    if (pixels < leastText)
+        findings.append({ReviewFinding::Warning, NodeLink(element.node),
+                         QStringLiteral("Экземпляр уменьшен: текст в нём высотой %1 пикс., нужно "
+                                        "не меньше %2.")
+                             .arg(int(pixels))
+                             .arg(leastText),
+                         QStringLiteral("Увеличьте экземпляр или шрифты шаблона.")});
+}
+
+} // namespace
 
 void checkContrast(const ReviewScreen &screen, ReviewFindings &findings)
 {
@@ -34,23 +85,23 @@ void checkContrast(const ReviewScreen &screen, ReviewFindings &findings)
 
 void checkTextSize(const ReviewScreen &screen, ReviewFindings &findings)
 {
-    constexpr int least = 12; // pixels
     constexpr int good = 14;
     const QString advice = QStringLiteral("Возьмите шрифт не мельче 11 пт.");
     QVector<const Nodes::BasicWidget *> rather;
     for (const ReviewElement &element : screen.elements()) {
+        checkInstanceText(element, findings);
         const auto font = ReviewTexts::fontOf(*element.node);
         const int pixels = font ? QFontInfo(*font).pixelSize() : good;
         if (pixels >= good || ReviewTexts::of(*element.node).isEmpty())
             continue;
-        if (pixels >= least)
+        if (pixels >= leastText)
             rather.append(element.node);
         else
             findings.append({ReviewFinding::Warning, NodeLink(element.node),
                              QStringLiteral("Текст высотой %1 пикс. с рабочего места не прочесть, "
                                             "нужно не меньше %2.")
                                  .arg(pixels)
-                                 .arg(least),
+                                 .arg(leastText),
                              advice});
     }
     if (!rather.isEmpty())

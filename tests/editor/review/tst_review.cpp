@@ -18,6 +18,8 @@ namespace {
 constexpr const char *screen = R"(
 <memorySignal id="10" name="T" unit="°C" decimals="1" minimum="-40" maximum="1200"/>
 <memorySignal id="11" name="On" type="bool"/>
+<windowTemplate id="91" name="T" width="200" height="200"><label id="92" name="L" text="T" fontSize="11"/>
+<instance id="93" name="itself" template="91"/></windowTemplate>
 <window id="2" name="W" width="400" height="300" background="#d6dade">%1</window>)";
 
 RuntimeProject projectWith(const QString &elements)
@@ -104,6 +106,12 @@ void TestReview::rules_data()
         label(20, R"(text="T" fontSize="10")") + label(21, R"(text="T" fontSize="10")"), "20:1");
     row("textSize", "too small", label(20, R"(text="T" fontSize="8")"), "20:2");
     row("textSize", "without a text", label(20, R"(fontSize="8")"), "");
+
+    const QString instance =
+        R"(<instance id="20" name="a" template="91" width="%1" height="%1" fit="%2"/>)";
+    row("textSize", "instance in its own size", instance.arg(200).arg("true"), "");
+    row("textSize", "instance made smaller", instance.arg(100).arg("true"), "20:2");
+    row("textSize", "instance cut off", instance.arg(100).arg("false"), "");
 
     row("clippedText", "fits", label(20, R"(text="Насос 1")"), "");
     row("clippedText", "too long", label(20, R"(text="Насос сетевой воды первого подъёма")"),
