@@ -10,6 +10,7 @@
 
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
+#include "utils/convert/ValueConversions.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneResizeEvent>
@@ -193,6 +194,19 @@ void ProxyWidget::takeVisible(const Nodes::BasicWidget &node)
     setVisible(node.isVisible());
 }
 
+// A hidden widget tells of its move only when it is shown, but where it stands is known before.
+void ProxyWidget::takePlace(const Nodes::BasicWidget &node)
+{
+    if (!isVisible() && widget())
+        setGeometry(Utils::NRectToQRect(node.GetGeometry()));
+    if (m_editor)
+        m_editor->rememberGeometry(); // also after an undo: the next edit starts from there
+    setCornerPositions(QRectF());
+    setPositionItems(QRectF());
+    if (EditedScene *edited = editedScene())
+        edited->takePlaced(*this);
+}
+
 void ProxyWidget::takeDisabled(const Nodes::BasicWidget &node)
 {
     if (m_context->isRuntime() && widget())
@@ -208,14 +222,9 @@ void ProxyWidget::takeAll()
     setZValue(node->GetZOrder());
     takeDisabled(*node);
     markAlarms();
-    if (m_editor)
-        m_editor->rememberGeometry();
-    setCornerPositions(QRectF());
-    setPositionItems(QRectF());
-    if (EditedScene *edited = editedScene()) {
-        edited->takePlaced(*this);
+    takePlace(*node);
+    if (EditedScene *edited = editedScene())
         edited->takeRegrouped(*this);
-    }
     later(&ProxyWidget::takeVisible);
     // The layer may hold the elements back: what has not changed is left to it.
     if (!locker() || locker()->isLocked() == node->isMovable())
@@ -266,12 +275,7 @@ void ProxyWidget::onPropertyUpdated(Nodes::BasicProperty *property)
     case Prop::Y:
     case Prop::Width:
     case Prop::Height:
-        if (m_editor)
-            m_editor->rememberGeometry(); // also after an undo: the next edit starts from there
-        setCornerPositions(QRectF());
-        setPositionItems(QRectF());
-        if (EditedScene *edited = editedScene())
-            edited->takePlaced(*this);
+        takePlace(*node);
         break;
     default:
         break;

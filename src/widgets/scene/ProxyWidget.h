@@ -150,6 +150,7 @@ private:
     void nameElement(QWidget &widget, const Nodes::BasicWidget &node) const;
     void forgetElement();
     void takeAll();
+    void takePlace(const Nodes::BasicWidget &node);
     void takeDisabled(const Nodes::BasicWidget &node);
     void takeFlags(const Nodes::BasicWidget &node);
     void takeMovable(const Nodes::BasicWidget &node);

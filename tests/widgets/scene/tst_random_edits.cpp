@@ -220,10 +220,6 @@ private:
                     .arg(layer->getNode()->GetNodeCount());
             for (const ProxyWidget *host : layer->getWidgets()) {
                 const unsigned long id = host->getNodeLink().GetNodeId();
-                const auto *visible =
-                    host->getNode()->GetPropertyByValueId(Nodes::BasicWidget::Prop::Visible);
-                if (!boost::any_cast<bool>(visible->GetPropertyValue()))
-                    continue; // goes to its place when it is shown
                 if (host->geometry() != QRectF(edited.place(id)))
                     return QString("element %1 is at x %2, its node at %3")
                         .arg(id)

@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QMimeData>
 
+#include <thread>
+
 using Widgets::ProxyScene;
 using Widgets::ProxyWidget;
 
@@ -69,6 +71,25 @@ private slots:
         QCOMPARE(told, 2); // all four
         QCOMPARE(editor.place(32), QRect(5, 6, 70, 80));
         QCOMPARE(editor.hosts().first()->geometry(), QRectF(5, 6, 70, 80));
+    }
+
+    void hiddenElementsStandWhereTheirNodesAre()
+    {
+        const Editor editor;
+        editor.project.set(32, "visible", "false");
+        QTRY_VERIFY(!editor.host(32)->isVisible());
+        editor.project.set(32, "x", "40");
+        QCOMPARE(editor.host(32)->geometry(), QRectF(40, 20, 100, 30));
+        std::thread([&editor] { // all is told at once
+            editor.project.set(32, "x", "50");
+            editor.project.set(32, "width", "70");
+        })
+            .join();
+        QTRY_COMPARE(editor.host(32)->geometry(), QRectF(50, 20, 70, 30));
+        editor.project.set(32, "visible", "true");
+        QTRY_VERIFY(editor.host(32)->isVisible());
+        QCOMPARE(editor.host(32)->geometry(), QRectF(50, 20, 70, 30));
+        QCOMPARE(editor.host(32)->widget()->size(), QSize(70, 30));
     }
 
     void escapeTakesAMoveBack()
