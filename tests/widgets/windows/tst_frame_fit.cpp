@@ -166,6 +166,11 @@ private slots:
         const QTemporaryDir directory;
         const Plant project(directory.filePath("j.sqlite"));
         QCOMPARE(project.journalled("Дисплей 3 не подключён: фрейм «Beyond»"), 1);
+        Nodes::JournalQuery ofFrame; // as an event list filtered by that source asks
+        ofFrame.nodes = {project.core.GetJournal().SourceOf(project.node(20)->GetNodeLink())};
+        std::vector<Nodes::BasicEvent> told;
+        QVERIFY(project.core.GetJournal().Query(ofFrame, told));
+        QCOMPARE(told.size(), std::size_t(1));
         QCOMPARE(project.front(0), QString("Main"));
         QWidget *main = project.manager->getFrame(0);
         QCOMPARE(project.area(12).topLeft(), QPoint(240, 0)); // 4:3 in the middle

@@ -127,7 +127,7 @@ Result ActionDispatcher::checkLimits(const Nodes::BasicAction &node, int count,
     if (trigger.generation > MaximumChain) {
         node.StoreMessage(Nodes::LevelWarning,
                           "Действие отклонено: действия бесконечно вызывают друг друга",
-                          node.GetPath());
+                          node.GetNodeLink());
         return Result(&node, Result::LimitExceeded, "actions push each other without end");
     }
     if (m_queue.hasRoom(trigger, count + m_posted)) {
@@ -136,7 +136,7 @@ Result ActionDispatcher::checkLimits(const Nodes::BasicAction &node, int count,
     }
     if (!m_isOverflowTold.exchange(true) || trigger.isOperators())
         node.StoreMessage(Nodes::LevelWarning, "Действия отклоняются: очередь переполнена",
-                          node.GetPath());
+                          node.GetNodeLink());
     return Result(&node, Result::LimitExceeded, "the queue of actions is full");
 }
 

@@ -107,7 +107,7 @@ void ActionRunner::abandonPress(const ActionTrigger &release)
         if (const Nodes::BasicAction *node = action->getNode())
             (void)node->StoreMessage(Nodes::LevelWarning,
                                      "Действие не выполнено: кнопка отпущена раньше входа",
-                                     node->GetPath());
+                                     node->GetNodeLink());
         action->setState(ActionFinished);
     });
     m_heldBack.erase(left, m_heldBack.end());

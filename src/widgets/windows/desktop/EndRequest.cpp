@@ -35,7 +35,7 @@ void end(const Nodes::NodeLink &link)
     const std::string user = Nodes::UserNameFor(frame);
     (void)frame.StoreMessage(Nodes::LevelWarning,
                              "Станция завершена оператором" + (user.empty() ? "" : ": " + user),
-                             frame.GetPath());
+                             frame.GetNodeLink());
     QCoreApplication::quit();
 }
 

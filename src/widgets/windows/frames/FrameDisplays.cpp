@@ -111,7 +111,7 @@ void FrameDisplays::tellAway(const Place &place) const
     node->StoreMessage(Nodes::LevelWarning,
                        "Дисплей " + std::to_string(place.display + 1) + " не подключён: фрейм «" +
                            node->GetName() + "» показан на основном дисплее, позади других",
-                       node->GetPath());
+                       node->GetNodeLink());
 }
 
 void FrameDisplays::arrange()
