@@ -204,15 +204,31 @@ void MultiAxisPlot::replot()
     setAutoReplot(automatic);
 }
 
+// Ticks and labels follow the length of their scale, and that follows its labels: there are
+// pictures that two layouts answer in turn. A scale that moves asks for the next layout, at run
+// time without end, so what is asked for from here ends here.
 void MultiAxisPlot::updateLayout()
 {
     for (int pass = 0; pass < maxLayoutPasses; ++pass) {
-        const QRect before = canvas() ? canvas()->geometry() : QRect();
+        const std::vector<int> before = laidOut();
         QwtPlot::updateLayout();
-        if (!canvas() || canvas()->geometry() == before)
+        if (laidOut() == before)
             break;
     }
     placeExtraAxes();
+    QCoreApplication::removePostedEvents(this, QEvent::LayoutRequest);
+}
+
+std::vector<int> MultiAxisPlot::laidOut() const
+{
+    const QRect area = canvas() ? canvas()->geometry() : QRect();
+    std::vector<int> state{area.x(), area.y(), area.width(), area.height()};
+    for (int position = 0; position < QwtAxis::PosCount; ++position) {
+        const QwtScaleWidget *scale = axisWidget(QwtAxisId(position));
+        state.push_back(scale ? scale->startBorderDist() : 0);
+        state.push_back(scale ? scale->endBorderDist() : 0);
+    }
+    return state;
 }
 
 void MultiAxisPlot::placeExtraAxes()

@@ -86,6 +86,8 @@ private:
     void tellItems();
     void keepBorders();
     void forgetBorders(QwtAxisId axis);
+    /// What a layout settles: the place of the canvas and the borders of the first axes.
+    std::vector<int> laidOut() const;
     void placeExtraAxes();
     void placeExtraAxis(const ExtraAxis &axis);
 
