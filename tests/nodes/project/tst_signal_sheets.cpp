@@ -157,6 +157,7 @@ private slots:
         row("commas", "a,b\nc,d", "a|b||c|d");
         row("byte order mark", "\xEF\xBB\xBFИмя;Вид\n", "Имя|Вид");
         row("quotes", "\"a;b\";\"say \"\"c\"\"\"\n", "a;b|say \"c\"");
+        row("inches open no quotes", "DN 2\"\t5\nDN 3\"; a; b\t6", "DN 2\"|5||DN 3\"; a; b|6");
         row("line end in quotes", "\"a\nb\";c\n", "a\nb|c");
         row("separator of the first line only in quotes", "\"a;b;c\",d\n", "a;b;c|d");
         row("old line ends", "a;b\rc;d\r", "a|b||c|d");

@@ -101,9 +101,12 @@ char RecogniseSeparator(std::string_view text)
     constexpr std::array<char, 3> known{'\t', ';', ','};
     std::array<std::size_t, 3> counts{};
     bool isQuoted = false;
+    bool mayOpen = true; // at the start of a field or behind a quote: elsewhere it is an inch
     for (const char c : withoutMark(text)) {
+        const bool isOpening = mayOpen && !isQuoted;
+        mayOpen = std::find(known.begin(), known.end(), c) != known.end() || (c == '"' && isQuoted);
         if (c == '"')
-            isQuoted = !isQuoted;
+            isQuoted = isOpening;
         else if (c == '\n' && !isQuoted)
             break;
         else if (const auto found = std::find(known.begin(), known.end(), c);
