@@ -22,6 +22,7 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QSessionManager>
 #include <QStackedWidget>
 #include <QToolBar>
@@ -32,6 +33,16 @@ namespace Editor {
 namespace {
 
 enum Page { StartingPage, DocumentsPage, StepsPage };
+
+// A page that is not shown counts for the least width of the window all the same.
+QScrollArea *scrolled(QWidget *page)
+{
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(page);
+    return area;
+}
 
 Utils::Configurator layoutSettings()
 {
@@ -62,7 +73,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     column->setSpacing(0);
     column->addWidget(m_pages, 1);
     column->addWidget(m_notice); // below: what is pressed must not move as it comes and goes
-    m_pages->addWidget(new StartPage(*m_files, m_care.autoSave().directory(), this));
+    m_pages->addWidget(scrolled(new StartPage(*m_files, m_care.autoSave().directory(), this)));
     m_pages->addWidget(m_tabs);
     auto *steps = new FirstSteps(m_workspace, this);
     m_pages->addWidget(steps);
