@@ -11,14 +11,16 @@ namespace Editor {
 namespace {
 
 const QString typeFormat = QStringLiteral("application/nodetype");
-constexpr int typeRole = Qt::UserRole;
+constexpr int typeRole = ElementModel::SearchRole + 1;
 const QSize rowSize(0, 24); ///< keeps icons of 20 apart; the width is that of the view
 
 QStandardItem *makeItem(Nodes::NodeType type)
 {
     auto *item = new QStandardItem(KindIcons::of(type),
                                    QString::fromStdString(type.GetSubtypeNameTranslated()));
-    item->setData(QString::fromStdString(type.ToString()), typeRole);
+    const QString key = QString::fromStdString(type.ToString());
+    item->setData(key, typeRole);
+    item->setData(item->text() + QLatin1Char('\n') + key, ElementModel::SearchRole);
     item->setSizeHint(rowSize);
     item->setToolTip(QStringLiteral("Перетащите на мнемосхему; двойной щелчок — в её середину"));
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled);

@@ -12,6 +12,9 @@ class ElementModel : public QStandardItemModel
     Q_OBJECT
 
 public:
+    /// What a search looks in: the shown name, and the kind's key as it stands in project files.
+    static constexpr int SearchRole = Qt::UserRole;
+
     explicit ElementModel(QObject *parent = nullptr);
     ~ElementModel() override;
 

@@ -52,6 +52,7 @@ ElementPanel::ElementPanel(Workspace &workspace, QWidget *parent)
       m_view(new QTreeView(this))
 {
     m_filter->setRecursiveFilteringEnabled(true);
+    m_filter->setFilterRole(ElementModel::SearchRole);
     m_filter->setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_filter->setSourceModel(m_model);
     m_view->setModel(m_filter);

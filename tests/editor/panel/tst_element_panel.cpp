@@ -117,6 +117,8 @@ void TestElementPanel::finds()
     QVERIFY(found.contains("Надпись"));
     QVERIFY(found.size() < all);
     QVERIFY(panel.view().isExpanded(model.index(0, 0)));
+    panel.setFilter("bargraph"); // the key of the kind in project files
+    QCOMPARE(shownNames(model), QStringList("Столбиковый индикатор"));
     panel.setFilter({});
     QCOMPARE(shownNames(model).size(), all);
 }
