@@ -118,6 +118,7 @@ private slots:
     void savesWholeOrNotAtAll()
     {
         QFETCH(const int, delay);
+        forgetKept();
         makeLarge();
         const int older = count(file() + ".bak");
         const int before = count(file());
@@ -146,6 +147,7 @@ private slots:
 
     void goesOnAfterThat()
     {
+        forgetKept();
         const int before = count(file());
         QVERIFY(rig.start(file()));
         QVERIFY(edit().isValid());
@@ -170,6 +172,17 @@ private:
     QStringList recoveries() const
     {
         return QDir(rig.path("state/operatorstation/recovery")).entryList({"*.recovery"});
+    }
+    /// A save that is cut off leaves the work kept before it, which the next start would offer. A
+    /// process of its own writes that, even when the editor is gone.
+    void forgetKept() const
+    {
+        const QString kept = rig.path("state/operatorstation/recovery");
+        const auto isWritten = [&kept] {
+            return QDir(kept).entryList({"*.saving"}, QDir::Files | QDir::Hidden).isEmpty();
+        };
+        QVERIFY(QTest::qWaitFor(isWritten, patience));
+        QVERIFY(QDir(kept).removeRecursively());
     }
     static std::unique_ptr<Nodes::NodesCollection> load(const QString &path)
     {
