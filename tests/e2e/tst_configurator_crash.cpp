@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <csignal>
 #include <future>
 
@@ -178,8 +179,12 @@ private:
     void forgetKept() const
     {
         const QString kept = rig.path("state/operatorstation/recovery");
-        const auto isWritten = [&kept] {
-            return QDir(kept).entryList({"*.saving"}, QDir::Files | QDir::Hidden).isEmpty();
+        const QByteArray map = rig.path("map.json").toUtf8(); // on the command line of both
+        const auto isWritten = [&map] {
+            const QStringList running = QDir("/proc").entryList({"[0-9]*"}, QDir::Dirs);
+            return std::none_of(running.begin(), running.end(), [&map](const QString &process) {
+                return read("/proc/" + process + "/cmdline").contains(map);
+            });
         };
         QVERIFY(QTest::qWaitFor(isWritten, patience));
         QVERIFY(QDir(kept).removeRecursively());
