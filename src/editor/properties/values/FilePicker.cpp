@@ -1,6 +1,6 @@
 #include "editor/properties/values/FilePicker.h"
 
-#include "editor/properties/files/ResourceFiles.h"
+#include "utils/files/ResourceFiles.h"
 
 #include <QGridLayout>
 #include <QImageReader>
@@ -55,7 +55,7 @@ void FilePicker::preview(const QString &path)
 {
     const QFileInfo file(path);
     m_preview->clear();
-    if (!file.isFile() || file.size() > ResourceFiles::MaximumSize)
+    if (!file.isFile() || file.size() > Utils::ResourceFiles::MaximumSize)
         return;
     QImageReader reader(path);
     const QSize size = reader.size();

@@ -1,7 +1,7 @@
 #include "editor/properties/values/ResourceEditor.h"
 
-#include "editor/properties/files/ResourceFiles.h"
 #include "editor/properties/values/FilePicker.h"
+#include "utils/files/ResourceFiles.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/properties/PropertyDescriptor.h"
@@ -61,7 +61,8 @@ void ResourceEditor::pick()
 
 void ResourceEditor::take(const QString &path)
 {
-    const ResourceFiles::Outcome found = ResourceFiles(directoryOf(context())).find(path);
+    const Utils::ResourceFiles::Outcome found =
+        Utils::ResourceFiles(directoryOf(context())).find(path);
     if (!found.error.isEmpty())
         return showError(found.error);
     if (!found.isForeign) {
@@ -72,15 +73,15 @@ void ResourceEditor::take(const QString &path)
     question->setQuestion(
         QStringLiteral("Файл вне проекта"),
         QStringLiteral("Файл «%1» лежит вне папки проекта. Скопировать его в папку «%2» проекта?")
-            .arg(QDir::toNativeSeparators(path), ResourceFiles::folderFor(path)),
+            .arg(QDir::toNativeSeparators(path), Utils::ResourceFiles::folderFor(path)),
         QStringLiteral("Скопировать"));
     question->askFor([this, path] { bringIn(path); });
 }
 
 void ResourceEditor::bringIn(const QString &path)
 {
-    const auto brought =
-        ResourceFiles(directoryOf(context())).bringIn(path, ResourceFiles::folderFor(path));
+    const auto brought = Utils::ResourceFiles(directoryOf(context()))
+                             .bringIn(path, Utils::ResourceFiles::folderFor(path));
     if (!brought.error.isEmpty())
         return showError(brought.error);
     setText(brought.name);

@@ -7,6 +7,7 @@
 
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/properties/BasicProperty.h"
+#include "utils/files/ResourceFiles.h"
 
 #include <QGraphicsSceneDragDropEvent>
 #include <QImage>
@@ -121,7 +122,8 @@ private slots:
         row("damaged vectors", "a/x.svg", tank.left(60), "", "это не рисунок");
         row("no picture", "a/x.txt", "text", "", "это не рисунок");
         row("empty", "a/x.bmp", "", "", "это не рисунок");
-        row("too large", "a/x.png", QByteArray(PictureImport::MaximumBytes + 1, 'x'), "", "50 МБ");
+        row("too large", "a/x.png", QByteArray(Utils::ResourceFiles::MaximumSize + 1, 'x'), "",
+            "50 МБ");
     }
     void filesBecomePictures()
     {
@@ -167,7 +169,7 @@ private slots:
         QVERIFY(desktop.isTaken && desktop.made("image").isEmpty());
         QVERIFY(!QFile::exists(desktop.root.filePath("project/images/p.png")));
         QVERIFY(PictureImport::take(desktop.root.filePath("a/p.png"), "")
-                    .refusal.contains("не сохранён"));
+                    .refusal.contains("Сохраните проект"));
     }
 };
 

@@ -15,7 +15,6 @@ namespace Widgets {
 class WIDGETS_EXPORT PictureImport
 {
 public:
-    static constexpr qint64 MaximumBytes = 50 << 20;
     /// Below the project's directory.
     static constexpr const char *Folder = "images";
 

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "utils/UtilsExport.h"
+
 #include <QString>
 
-namespace Editor {
+#include <utility>
+
+namespace Utils {
 
 /// The files of a project as its properties name them: relative to its folder, parted by '/', not
 /// beyond it and not through symbolic links that lead out. Errors are Russian and say what to do.
-class ResourceFiles
+class UTILS_EXPORT ResourceFiles
 {
 public:
     /// What a project takes, bytes.
@@ -35,4 +39,4 @@ private:
     QString m_directory;
 };
 
-} // namespace Editor
+} // namespace Utils

@@ -1,4 +1,4 @@
-#include "editor/properties/files/ResourceFiles.h"
+#include "utils/files/ResourceFiles.h"
 
 #include "support/Rows.h"
 
@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-using Editor::ResourceFiles;
+using Utils::ResourceFiles;
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "editor/properties/files/ResourceFiles.h"
+#include "utils/files/ResourceFiles.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-namespace Editor {
+namespace Utils {
 
 namespace {
 
@@ -122,4 +122,4 @@ Outcome ResourceFiles::bringIn(const QString &path, const QString &folder) const
     }
 }
 
-} // namespace Editor
+} // namespace Utils
