@@ -13,8 +13,6 @@
 
 #include <lrreportengine.h>
 
-#include <utility>
-
 namespace Widgets {
 
 namespace {
@@ -168,8 +166,9 @@ void ReportFiling::onPrinted(const QString &error)
 void ReportFiling::end(const QStringList &files, const QString &error)
 {
     m_isRunning = false;
+    // The file stays known: who is deleted in answer to finished() drops what the pool has not begun.
     if (m_job.isPrinted && !m_file.isEmpty())
-        m_pool.start([file = std::exchange(m_file, {})] { ReportFolder::removeTemporary(file); });
+        m_pool.start([file = m_file] { ReportFolder::removeTemporary(file); });
     QStringList faults{ReportSetup::faults(m_models)};
     if (m_engine && error.isEmpty())
         faults << m_engine->lastError().split(QLatin1Char('\n'));
