@@ -89,6 +89,11 @@ private slots:
         QVERIFY(m_journal->Open(file().toStdString()));
         append(0, rowCount);
     }
+    void cleanup() // a journal that closes later would keep its directory
+    {
+        m_journal.reset();
+        m_directory.reset();
+    }
 
     void printsReceiptsThatHoldLater()
     {

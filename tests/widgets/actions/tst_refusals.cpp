@@ -9,8 +9,6 @@
 
 #include "nodes/timers/operationTimer.h"
 
-#include <QTemporaryDir>
-
 #include <thread>
 
 using namespace Widgets;
@@ -51,7 +49,7 @@ class Plant : public RuntimeProject
 public:
     Plant() : RuntimeProject(QString(plant).replace("31 ...", "34").toUtf8().constData())
     {
-        QVERIFY(core.GetJournal().Open(directory.filePath("j.sqlite").toStdString()));
+        QVERIFY(core.GetJournal().Open(data.filePath("j.sqlite").toStdString()));
     }
     void fire(unsigned long timer) const
     {
@@ -59,8 +57,6 @@ public:
     }
     /// Every action pushed until now has run.
     bool isDone() const { return !manager->hasActionBelow(*core.GetNodesCollection()->GetRoot()); }
-
-    QTemporaryDir directory;
 };
 
 ActionTrigger ofTimer()

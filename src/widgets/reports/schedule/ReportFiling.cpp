@@ -166,7 +166,8 @@ void ReportFiling::onPrinted(const QString &error)
 void ReportFiling::end(const QStringList &files, const QString &error)
 {
     m_isRunning = false;
-    // The file stays known: who is deleted in answer to finished() drops what the pool has not begun.
+    // The file stays known: who is deleted in answer to finished() drops what the pool has not
+    // begun.
     if (m_job.isPrinted && !m_file.isEmpty())
         m_pool.start([file = m_file] { ReportFolder::removeTemporary(file); });
     QStringList faults{ReportSetup::faults(m_models)};
