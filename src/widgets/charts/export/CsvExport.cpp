@@ -1,7 +1,7 @@
 #include "widgets/charts/export/CsvExport.h"
 
 #include "widgets/charts/aids/HistoryAsker.h"
-#include "widgets/charts/export/CsvFile.h"
+#include "widgets/dialogs/CsvFile.h"
 
 #include "nodes/archive/HistoryAnswer.h"
 #include "nodes/system/systemCore.h"
@@ -25,7 +25,7 @@ CsvExport::CsvExport(Nodes::systemCore *model, Request request, QObject *parent)
       m_request(std::move(request)),
       m_rows(m_request.texts),
       m_asker(new HistoryAsker(this)),
-      m_file(new CsvFile),
+      m_file(new CsvFile(CsvRows::header())),
       m_next(m_request.from),
       m_piece(std::max(second, (m_request.to - m_request.from) / firstPieces))
 {

@@ -84,8 +84,9 @@ void EventCsvExport::onWritten(const QString &error)
         QMetaObject::invokeMethod(m_file, [file = m_file] { file->close(true); });
         return;
     }
-    QMetaObject::invokeMethod(
-        m_file, [file = m_file, portion = next()] { file->write(portion.events, portion.cut); });
+    QMetaObject::invokeMethod(m_file, [file = m_file, portion = next()] {
+        file->writeEvents(portion.events, portion.cut);
+    });
 }
 
 void EventCsvExport::onClosed(const QString &error)

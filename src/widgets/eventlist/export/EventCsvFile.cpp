@@ -1,6 +1,5 @@
 #include "widgets/eventlist/export/EventCsvFile.h"
 
-#include "widgets/dialogs/SaveFileQuestion.h"
 #include "widgets/eventlist/export/EventCsvRows.h"
 
 #include "nodes/journal/JournalReader.h"
@@ -8,23 +7,11 @@
 namespace Widgets {
 
 EventCsvFile::EventCsvFile(std::unique_ptr<Nodes::JournalReader> journal)
-    : m_journal(std::move(journal))
+    : CsvFile(EventCsvRows::header()), m_journal(std::move(journal))
 {
 }
 
 EventCsvFile::~EventCsvFile() = default;
-
-QString EventCsvFile::error() const
-{
-    return SaveFileQuestion::failure(m_file->fileName(), m_file->errorString());
-}
-
-void EventCsvFile::open(const QString &name)
-{
-    m_file = std::make_unique<QSaveFile>(name);
-    const bool isOpen = m_file->open(QIODevice::WriteOnly);
-    emit written(isOpen && m_file->write(EventCsvRows::header()) >= 0 ? QString() : error());
-}
 
 bool EventCsvFile::complete(Nodes::BasicEvent &event)
 {
@@ -42,7 +29,8 @@ bool EventCsvFile::complete(Nodes::BasicEvent &event)
     return true;
 }
 
-void EventCsvFile::write(std::vector<Nodes::BasicEvent> events, const std::vector<std::size_t> &cut)
+void EventCsvFile::writeEvents(std::vector<Nodes::BasicEvent> events,
+                               const std::vector<std::size_t> &cut)
 {
     for (const std::size_t number : cut) {
         if (!complete(events[number]))
@@ -50,20 +38,7 @@ void EventCsvFile::write(std::vector<Nodes::BasicEvent> events, const std::vecto
                                                "только в начале. Повторите сохранение.")
                                     .arg(events[number].id));
     }
-    const QByteArray text = EventCsvRows::rows(events);
-    const bool isWritten = m_file->write(text) == text.size() && m_file->flush();
-    emit written(isWritten ? QString() : error());
-}
-
-void EventCsvFile::close(bool isKept)
-{
-    QString failure;
-    if (m_file && isKept && !m_file->commit())
-        failure = error();
-    else if (m_file && !isKept)
-        m_file->cancelWriting();
-    m_file.reset();
-    emit closed(failure);
+    write(EventCsvRows::rows(events));
 }
 
 } // namespace Widgets

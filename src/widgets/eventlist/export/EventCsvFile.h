@@ -1,9 +1,8 @@
 #pragma once
 
-#include "nodes/events/BasicEvent.h"
+#include "widgets/dialogs/CsvFile.h"
 
-#include <QObject>
-#include <QSaveFile>
+#include "nodes/events/BasicEvent.h"
 
 #include <memory>
 #include <vector>
@@ -14,9 +13,8 @@ class JournalReader;
 
 namespace Widgets {
 
-/// File that an export of events writes, on a thread of its own. Each order is answered with an
-/// error text, "" for success.
-class EventCsvFile : public QObject
+/// File of events whose long texts are read from the journal as they are written.
+class EventCsvFile : public CsvFile
 {
     Q_OBJECT
 
@@ -24,22 +22,13 @@ public:
     explicit EventCsvFile(std::unique_ptr<Nodes::JournalReader> journal);
     ~EventCsvFile() override;
 
-    void open(const QString &name);
     /// `cut`: indices of events whose texts are to be read whole.
-    void write(std::vector<Nodes::BasicEvent> events, const std::vector<std::size_t> &cut);
-    /// `isKept` false: nothing of it stays.
-    void close(bool isKept);
-
-signals:
-    void written(const QString &error);
-    void closed(const QString &error);
+    void writeEvents(std::vector<Nodes::BasicEvent> events, const std::vector<std::size_t> &cut);
 
 private:
-    QString error() const;
     bool complete(Nodes::BasicEvent &event);
 
     std::unique_ptr<Nodes::JournalReader> m_journal;
-    std::unique_ptr<QSaveFile> m_file;
 };
 
 } // namespace Widgets

@@ -1,22 +1,19 @@
-#include "widgets/charts/export/CsvFile.h"
+#include "widgets/dialogs/CsvFile.h"
 
-#include "widgets/charts/export/CsvRows.h"
-
-#include <QDir>
+#include "widgets/dialogs/SaveFileQuestion.h"
 
 namespace Widgets {
 
 QString CsvFile::error() const
 {
-    return QStringLiteral("Файл «%1» не записан: %2. Проверьте место на диске и права на каталог.")
-        .arg(QDir::toNativeSeparators(m_file->fileName()), m_file->errorString());
+    return SaveFileQuestion::failure(m_file->fileName(), m_file->errorString());
 }
 
 void CsvFile::open(const QString &name)
 {
     m_file = std::make_unique<QSaveFile>(name);
     const bool isOpen = m_file->open(QIODevice::WriteOnly);
-    emit written(isOpen && m_file->write(CsvRows::header()) >= 0 ? QString() : error());
+    emit written(isOpen && m_file->write(m_header) >= 0 ? QString() : error());
 }
 
 void CsvFile::write(const QByteArray &text)

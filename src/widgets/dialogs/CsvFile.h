@@ -13,7 +13,10 @@ class CsvFile : public QObject
 {
     Q_OBJECT
 
-public slots:
+public:
+    /// `header`: what every file begins with, complete with its end of line.
+    explicit CsvFile(const QByteArray &header) : m_header(header) {}
+
     void open(const QString &name);
     void write(const QByteArray &text);
     /// `isKept` false: nothing of it stays.
@@ -26,6 +29,7 @@ signals:
 private:
     QString error() const;
 
+    const QByteArray m_header;
     std::unique_ptr<QSaveFile> m_file;
 };
 
