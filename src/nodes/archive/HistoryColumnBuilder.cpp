@@ -1,5 +1,6 @@
 #include "nodes/archive/HistoryColumnBuilder.h"
 
+#include "nodes/archive/LargePages.h"
 #include "nodes/archive/QualityOrder.h"
 
 #include <algorithm>
@@ -74,9 +75,13 @@ void HistoryColumnBuilder::Reserve(std::size_t count)
 {
     const std::size_t around = 2; // before and behind the span
     const std::size_t size = (m_maxPoints == 0 ? count : std::min(count, m_maxPoints)) + around;
-    m_column.times.reserve(size);
-    m_column.numbers.reserve(size);
-    m_column.qualities.reserve(size);
+    const auto reserve = [size](auto &column) {
+        column.reserve(size);
+        PreferLargePages(column.data(), size * sizeof column[0]);
+    };
+    reserve(m_column.times);
+    reserve(m_column.numbers);
+    reserve(m_column.qualities);
 }
 
 void HistoryColumnBuilder::Add(Timestamp time, double number, Quality quality)

@@ -13,6 +13,7 @@
 #include "nodes/values/ValueCell.h"
 #include "support/Rows.h"
 
+#include <QFile>
 #include <QtTest>
 
 #include <cmath>
@@ -43,6 +44,25 @@ QString textOf(const HistoryColumn &column)
         texts << text + mark(column.qualities[i]);
     }
     return texts.join(' ');
+}
+
+/// Whether the system was asked for large pages at that address.
+bool hasLargePages(const void *address)
+{
+    QFile maps("/proc/self/smaps");
+    if (!maps.open(QIODevice::ReadOnly))
+        return false;
+    const auto wanted = reinterpret_cast<quintptr>(address);
+    bool isWithin = false;
+    for (const QByteArray &line : maps.readAll().split('\n')) {
+        const QList<QByteArray> bounds = line.left(line.indexOf(' ')).split('-');
+        if (bounds.size() == 2)
+            isWithin = wanted >= bounds[0].toULongLong(nullptr, 16) &&
+                       wanted < bounds[1].toULongLong(nullptr, 16);
+        else if (isWithin && line.startsWith("VmFlags:"))
+            return line.contains(" hg");
+    }
+    return false;
 }
 
 struct Sample
@@ -165,6 +185,29 @@ class TestHistory : public QObject
     Q_OBJECT
 
 private slots:
+    void largePages_data()
+    {
+        const Rows<int, int, bool> row("samples", "maxPoints", "expected");
+        row("a long answer", 2000000, 0, true);
+        row("one that is cut to a screen's width", 2000000, 2000, false);
+    }
+
+    // Half of the time of a long answer would go into faults of small pages.
+    void largePages()
+    {
+        if (!QFile::exists("/sys/kernel/mm/transparent_hugepage/enabled"))
+            QSKIP("this system has no large pages");
+        QFETCH(int, samples);
+        QFETCH(int, maxPoints);
+        HistoryColumnBuilder builder(0, samples, std::size_t(maxPoints));
+        builder.Reserve(std::size_t(samples));
+        for (int i = 0; i < samples; ++i)
+            builder.Add(i, i, Quality::Good);
+        const HistoryColumn column = builder.Take();
+        QCOMPARE(column.numbers.back(), samples - 1.0);
+        QTEST(hasLargePages(&column.times[column.times.size() / 2]), "expected");
+    }
+
     void column_data()
     {
         // samples: time:number and the first letter of a quality; span 100 to 199
