@@ -51,6 +51,25 @@ bool ConfiguratorRig::start(const QString &project, const QStringList &options)
            QTest::qWaitFor([this] { return find("configurator").isValid(); }, patience);
 }
 
+bool ConfiguratorRig::startNew(const QString &name)
+{
+    if (!start({}) || !press("startNew") || !press("place", "QLineEdit"))
+        return false;
+    key("ctrl+a");
+    write(path("projects"));
+    if (!press("name", "QLineEdit"))
+        return false;
+    key("ctrl+a");
+    write(name);
+    key("Return");
+    return QTest::qWaitFor([&] { return QFile::exists(project(name)); }, patience);
+}
+
+QString ConfiguratorRig::project(const QString &name) const
+{
+    return path("projects/" + name + "/project.xml");
+}
+
 void ConfiguratorRig::kill()
 {
     m_program->kill();

@@ -17,6 +17,10 @@ public:
 
     /// `project` may be empty; false when no main window came up.
     [[nodiscard]] bool start(const QString &project, const QStringList &options = {});
+    /// Starts it without a project and makes one; false when no file came of it.
+    [[nodiscard]] bool startNew(const QString &name);
+    /// File of the project made under that name.
+    QString project(const QString &name) const;
     /// Without asking it, as a loss of power.
     void kill();
     /// Asks it to end; true when it ended by itself with code 0.

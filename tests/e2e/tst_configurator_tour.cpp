@@ -17,16 +17,7 @@ private slots:
 
     void makesAProject()
     {
-        QVERIFY(rig.start({}));
-        QVERIFY(rig.press("startNew"));
-        QVERIFY(rig.press("place", "QLineEdit"));
-        rig.key("ctrl+a");
-        rig.write(rig.path("projects"));
-        QVERIFY(rig.press("name", "QLineEdit"));
-        rig.key("ctrl+a");
-        rig.write("Pump house");
-        rig.key("Return");
-        QVERIFY(QTest::qWaitFor([this] { return QFile::exists(file()); }, patience));
+        QVERIFY(rig.startNew("Pump house"));
         QVERIFY(rig.press("stepSimulator"));
     }
 
@@ -96,7 +87,7 @@ private slots:
     }
 
 private:
-    QString file() const { return rig.path("projects/Pump house/project.xml"); }
+    QString file() const { return rig.project("Pump house"); }
     QByteArray read() const
     {
         QFile saved(file());
