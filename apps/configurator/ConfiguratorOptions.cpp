@@ -21,18 +21,25 @@ void ConfiguratorOptions::declareCommands(CLI::App &app)
         ->type_name("A B")
         ->excludes(checking);
     app.add_option_function<std::string>(
-           "--format", [this](const std::string &word) { isJson = word == "json"; },
-           "of the list: text, or json, an object a line (default: text)")
-        ->check(CLI::IsMember({"text", "json"}))
+           "--format",
+           [this](const std::string &word) {
+               format = word == "json"  ? ProjectCommands::Json
+                        : word == "gcc" ? ProjectCommands::Compiler
+                                        : ProjectCommands::Text;
+           },
+           "of the list: text; json, an object a line; gcc, for --check: FILE:LINE:1: "
+           "error|warning: PATH: TEXT [CODE], as build servers read it (default: text)")
+        ->check(CLI::IsMember({"text", "json", "gcc"}))
         ->type_name("FORMAT");
+    app.add_flag("--strict", isStrict, "of --check: remarks count as errors")->needs(checking);
 }
 
 std::optional<int> ConfiguratorOptions::runCommand() const
 {
     if (!check.empty())
-        return ProjectCommands::check(check, isJson);
+        return ProjectCommands::check(check, format, isStrict);
     if (!compared.empty())
-        return ProjectCommands::diff(compared.front(), compared.back());
+        return ProjectCommands::diff(compared.front(), compared.back(), format);
     return std::nullopt;
 }
 
@@ -56,8 +63,10 @@ std::optional<int> ConfiguratorOptions::parse(int argc, char **argv)
     declareCommands(app);
     try {
         app.parse(argc, argv);
-        if (isJson && check.empty())
-            throw CLI::ValidationError("--format", "is for --check");
+        if (format != ProjectCommands::Text && check.empty() && compared.empty())
+            throw CLI::ValidationError("--format", "is for --check and --diff");
+        if (format == ProjectCommands::Compiler && check.empty())
+            throw CLI::ValidationError("--format gcc", "is for --check");
     } catch (const CLI::ParseError &error) {
         return app.exit(error) == 0 ? 0 : Host::ProjectOptions::UsageError;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "apps/configurator/ProjectCommands.h"
+
 #include <map>
 #include <optional>
 #include <string>
@@ -24,7 +26,8 @@ struct ConfiguratorOptions
 
     std::string check;                 ///< project to check; "" for none
     std::vector<std::string> compared; ///< the two projects to compare; empty for none
-    bool isJson = false;               ///< what is found is listed for programs
+    ProjectCommands::enFormat format = ProjectCommands::Text;
+    bool isStrict = false; ///< remarks count as errors
 
     /// Exit code when the program is done with that, as after --help and --check; nothing to go on.
     std::optional<int> parse(int argc, char **argv);

@@ -32,27 +32,35 @@ std::unique_ptr<Nodes::NodesCollection> read(const std::string &path)
     return nullptr;
 }
 
+std::string lineOf(const ProjectProblem &problem, ProjectCommands::enFormat format)
+{
+    if (format == ProjectCommands::Json)
+        return problem.ToJson();
+    if (format == ProjectCommands::Compiler)
+        return problem.ToCompilerLine();
+    const char *word = problem.severity == ProjectProblem::Error ? "ошибка" : "замечание";
+    return problem.ToString() + " [" + word + ": " + problem.code + "]";
+}
+
 } // namespace
 
-int ProjectCommands::check(const std::string &project, bool isJson)
+int ProjectCommands::check(const std::string &project, enFormat format, bool isStrict)
 {
     std::vector<ProjectProblem> problems;
     const Nodes::Result read = Nodes::ProjectCheck::OfFile(project, problems);
-    for (const ProjectProblem &problem : problems) {
-        const char *word = problem.severity == ProjectProblem::Error ? "ошибка" : "замечание";
-        put(stdout, isJson ? problem.ToJson()
-                           : problem.ToString() + " [" + word + ": " + problem.code + "]");
-    }
+    for (const ProjectProblem &problem : problems)
+        put(stdout, lineOf(problem, format));
     const auto errors = std::count_if(problems.begin(), problems.end(), [](const auto &problem) {
         return problem.severity == ProjectProblem::Error;
     });
-    if (!isJson && read)
+    if (format == Text && read)
         put(stderr, "Ошибок: " + std::to_string(errors) +
                         ", замечаний: " + std::to_string(problems.size() - std::size_t(errors)));
-    return read && errors == 0 ? 0 : 1;
+    const bool isSound = isStrict ? problems.empty() : errors == 0;
+    return read && isSound ? 0 : 1;
 }
 
-int ProjectCommands::diff(const std::string &before, const std::string &after)
+int ProjectCommands::diff(const std::string &before, const std::string &after, enFormat format)
 {
     const auto left = read(before);
     const auto right = read(after);
@@ -60,10 +68,15 @@ int ProjectCommands::diff(const std::string &before, const std::string &after)
         return Host::ProjectOptions::UsageError;
     const Nodes::ProjectDiff found(*left, *right);
     for (const Nodes::NodeDifference &difference : found.GetDifferences()) {
+        if (format == Json) {
+            put(stdout, difference.ToJson());
+            continue;
+        }
         for (const std::string &line : difference.ToLines())
             put(stdout, line);
     }
-    put(stderr, found.GetSummary());
+    if (format == Text)
+        put(stderr, found.GetSummary());
     return found.isEmpty() ? 0 : 1;
 }
 

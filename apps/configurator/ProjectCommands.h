@@ -8,11 +8,17 @@ namespace Configurator {
 /// is written to the projects. Exit codes as of the command line tools of Unix.
 namespace ProjectCommands {
 
-/// Lists what is wrong: 0 when there are no errors (remarks are no errors), 1 when there are or the
-/// project cannot be read.
-int check(const std::string &project, bool isJson);
+enum enFormat {
+    Text,     ///< for people
+    Json,     ///< an object a line
+    Compiler, ///< as compilers tell errors and warnings
+};
+
+/// Lists what is wrong: 0 when there are no errors (remarks are none unless it is strict), 1 when
+/// there are or the project cannot be read.
+int check(const std::string &project, enFormat format, bool isStrict);
 /// Lists what differs: 0 nothing, 1 something, 2 when one of them cannot be read.
-int diff(const std::string &before, const std::string &after);
+int diff(const std::string &before, const std::string &after, enFormat format);
 
 } // namespace ProjectCommands
 

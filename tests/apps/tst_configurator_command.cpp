@@ -1,5 +1,6 @@
 #include "support/Rows.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -42,6 +43,7 @@ private slots:
         write("remark", "<folder id=\"2\" name=\"a\" odd=\"1\"/>");
         write("wrong",
               "\n<folder id=\"2\" name=\"a\">\n<label id=\"3\" name=\"b\" signal=\"9\"/></folder>");
+        write("renamed", "<folder id=\"2\" name=\"a &quot;b&quot;\"/>");
         write("cut", "<folder id=\"2\"");
     }
 
@@ -58,6 +60,10 @@ private slots:
         row("unreadable to compare", {"--diff", "sound", "cut"}, 2, 0);
         row("one to compare", {"--diff", "sound"}, 2, 0);
         row("bad format", {"--check", "sound", "--format", "xml"}, 2, 0);
+        row("strict", {"--check", "remark", "--strict"}, 1, 1);
+        row("strict and sound", {"--check", "sound", "--strict"}, 0, 0);
+        row("strict comparison", {"--diff", "sound", "sound", "--strict"}, 2, 0);
+        row("comparison as compilers", {"--diff", "sound", "sound", "--format", "gcc"}, 2, 0);
         row("format of nothing", {"--format", "json"}, 2, 0);
     }
 
@@ -86,6 +92,28 @@ private slots:
         QCOMPARE(problem["line"].toInt(), 3);
         QCOMPARE(problem["code"].toString(), QString("no-target"));
         QCOMPARE(problem["property"].toString(), QString("signal"));
+        const Answer compiler = run({"--check", file, "--format", "gcc"});
+        QVERIFY(compiler.lines[1].startsWith(file + ":3:1: error: project/folder[a]/label[b]: "));
+        QVERIFY(compiler.lines[1].endsWith(" [no-target]"));
+        const Answer remark = run({"--check", m_directory.filePath("remark"), "--format", "gcc"});
+        QVERIFY(remark.lines[0].contains(": warning: "));
+    }
+
+    void tellsWhatDiffersToPrograms()
+    {
+        const Answer added = run({"--diff", m_directory.filePath("sound"),
+                                  m_directory.filePath("wrong"), "--format", "json"});
+        QCOMPARE(added.code, 1);
+        const QJsonObject node = QJsonDocument::fromJson(added.lines[0].toUtf8()).object();
+        QCOMPARE(node["change"].toString(), QString("added"));
+        QCOMPARE(node["after"].toInt(), 3);
+        QVERIFY(!node.contains("before"));
+        const Answer renamed = run({"--diff", m_directory.filePath("sound"),
+                                    m_directory.filePath("renamed"), "--format", "json"});
+        const QJsonObject change = QJsonDocument::fromJson(renamed.lines[0].toUtf8()).object();
+        const QJsonObject name = change["properties"].toArray()[0].toObject();
+        QCOMPARE(name["before"].toString(), QString("«a»"));
+        QCOMPARE(name["after"].toString(), QString("«a \"b\"»"));
     }
 
 private:

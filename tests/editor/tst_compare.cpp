@@ -9,6 +9,7 @@
 #include "widgets/context/UnheardActions.h"
 
 #include <QAbstractItemModelTester>
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTreeView>
@@ -54,6 +55,7 @@ private slots:
         m_after = read(after);
         m_view = std::make_unique<CompareView>();
         m_view->resize(1366, 768);
+        m_view->show();
         m_view->setProjects({"left", m_before.get()}, {"right", m_after.get()});
     }
 
@@ -85,12 +87,36 @@ private slots:
         const QImage right = m_view->pictures().picture(1);
         QCOMPARE(left.size(), QSize(300, 200));
         QCOMPARE(right.size(), QSize(300, 200));
-        const QPoint wasAt(80, 60), isAt(80, 120), added(240, 40), removed(240, 90);
+        const QPoint wasAt(80, 56), isAt(80, 116), added(240, 42), removed(240, 92);
         QVERIFY(left.pixel(wasAt) != right.pixel(wasAt));
         QVERIFY(right.pixel(isAt) != left.pixel(isAt));
         QVERIFY(right.pixel(added) != left.pixel(added));
         QVERIFY(left.pixel(removed) != right.pixel(removed));
         QVERIFY(right.pixel(added) != right.pixel(isAt)); // other kinds, other colours
+    }
+
+    void showsInItsOwnSizeWhatDiffers()
+    {
+        m_view->resize(500, 500);
+        m_view->tree().setCurrentIndex(m_view->tree().model()->index(2, 0));
+        const auto frameWidth = [this] { // of what is removed, by the colour of its frame
+            const QImage picture = m_view->pictures().picture(0);
+            int left = picture.width(), right = 0;
+            for (int x = 0; x < picture.width(); ++x) {
+                for (int y = 0; y < picture.height(); ++y) {
+                    if (picture.pixelColor(x, y) == QColor(176, 32, 32)) {
+                        left = std::min(left, x);
+                        right = x;
+                    }
+                }
+            }
+            return right - left;
+        };
+        const int close = frameWidth();
+        QVERIFY2(close >= 80, qPrintable(QString::number(close)));
+        m_view->pictures().closeUp().setChecked(false);
+        QVERIFY(frameWidth() > 0);
+        QVERIFY(frameWidth() < 80);
     }
 
     void showsTheSameWindowForWhatIsNew()

@@ -11,12 +11,14 @@
 #include "editor/shell/StationRun.h"
 #include "editor/tables/CommandTable.h"
 #include "editor/tables/PanelTable.h"
+#include "editor/wizard/NodeRecipe.h"
 #include "editor/wizard/ProjectSteps.h"
 #include "editor/workspace/DocumentView.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "support/MessageBoxes.h"
 #include "utils/editing/NodeLinkEvent.h"
+#include "utils/undo/AddNodeLinkCommand.h"
 #include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/IUndo.h"
 #include "widgets/scene/ProxyScene.h"
@@ -413,6 +415,35 @@ private slots:
         QTRY_COMPARE(told.size(), 1);
         QCOMPARE(told[0][0].value<Workspace::Level>(), Workspace::Error);
         QVERIFY(!run.isRunning());
+    }
+
+    void offersAFrameToRun_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("isMade");
+        QTest::newRow("made") << "Создать фрейм" << true;
+        QTest::newRow("cancelled") << "Отмена" << false;
+    }
+    void offersAFrameToRun()
+    {
+        QFETCH(const QString, button);
+        QFETCH(const bool, isMade);
+        Fixture f;
+        const Nodes::NodeLink window =
+            Editor::NodeRecipe("window", "W").make(*f.session().project());
+        QVERIFY(Utils::IUndo::execute(
+            new Utils::AddNodeLinkCommand(window, Nodes::NodeLink(f.session().root()))));
+        QSignalSpy told(&f.window.workspace(), &Workspace::told);
+        answer(button);
+        f.window.findChild<QAction *>("file.run")->trigger();
+        const Editor::ProjectSteps steps(*f.session().project());
+        QCOMPARE(steps.hasWindow(), isMade);         // in a frame
+        QCOMPARE(f.session().isModified(), !isMade); // saved for the station
+        if (!isMade)
+            QCOMPARE(told.size(), 0);
+        else // the station that is not there was started
+            QTRY_COMPARE(told.last()[0].value<Workspace::Level>(), Workspace::Error);
+        f.session().abandon();
     }
 
     void findsThePlantAway_data()

@@ -3,9 +3,12 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/visual/BasicWidget.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Editor {
 
@@ -16,6 +19,8 @@ const QColor addedColor(0, 110, 60);
 const QColor removedColor(176, 32, 32);
 const QColor movedColor(30, 80, 160);
 const QColor changedColor(150, 85, 0);
+
+constexpr int signRoom = 32; // pixels around what is shown
 
 unsigned long idOn(int side, const Nodes::NodeDifference &difference)
 {
@@ -43,8 +48,12 @@ PictureMark markOf(const Nodes::NodeDifference &difference)
 
 } // namespace
 
-PicturePair::PicturePair(QWidget *parent) : QWidget(parent)
+PicturePair::PicturePair(QWidget *parent)
+    : QWidget(parent), m_closeUp(new QCheckBox(tr("Крупно"), this))
 {
+    m_closeUp->setChecked(true);
+    m_closeUp->setToolTip(tr("Показать место отличия в натуральную величину, а не окно целиком"));
+    connect(m_closeUp, &QCheckBox::toggled, this, &PicturePair::fit);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     for (Side &side : m_sides) {
@@ -58,7 +67,12 @@ PicturePair::PicturePair(QWidget *parent) : QWidget(parent)
         side.picture->setMinimumSize(160, 120);
         side.picture->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
         auto *column = new QVBoxLayout;
-        column->addWidget(side.title);
+        auto *head = new QHBoxLayout;
+        head->addWidget(side.title, 1);
+        head->addStrut(m_closeUp->sizeHint().height());
+        if (&side == &m_sides[1])
+            head->addWidget(m_closeUp);
+        column->addLayout(head);
         column->addWidget(side.picture, 1);
         layout->addLayout(column, 1);
     }
@@ -100,9 +114,10 @@ void PicturePair::showSide(int side, const Nodes::ConfigNode *window,
                            const Nodes::NodeDifference *chosen)
 {
     Side &shown = m_sides[std::size_t(side)];
-    shown.image =
-        window ? WindowPicture::render(*window, marksOf(side, *window, chosen)) : QImage();
-    if (shown.image.isNull())
+    shown.window = window ? WindowPicture::render(*window) : QImage();
+    shown.marks = window ? marksOf(side, *window, chosen) : std::vector<PictureMark>();
+    shown.shown = {};
+    if (shown.window.isNull())
         shown.picture->setText(chosen ? tr("Это не показано ни в одном окне.")
                                       : tr("Выберите отличие, чтобы увидеть его в окне."));
 }
@@ -131,17 +146,52 @@ void PicturePair::resizeEvent(QResizeEvent *event)
     fit();
 }
 
+// Of both sides, as both show the same part of the window.
+QRect PicturePair::chosenPlace() const
+{
+    QRect place;
+    for (const Side &side : m_sides) {
+        for (const PictureMark &mark : side.marks) {
+            if (mark.isChosen)
+                place |= QRect(mark.place.x, mark.place.y, mark.place.width, mark.place.height);
+        }
+    }
+    return place;
+}
+
+QRect PicturePair::partOf(const Side &side) const
+{
+    const QRect chosen = chosenPlace();
+    if (!m_closeUp->isChecked() || chosen.isEmpty())
+        return side.window.rect();
+    const QRect needed = chosen.marginsAdded(QMargins() + signRoom);
+    const QSize room = side.picture->contentsRect().size();
+    const QSize size = room.expandedTo(
+        room.scaled(needed.size().expandedTo({1, 1}), Qt::KeepAspectRatioByExpanding));
+    QRect part(QPoint(), size);
+    part.moveCenter(needed.center());
+    // As much of the window as there is room for, even at its edges.
+    part.moveRight(std::min(part.right(), side.window.width() - 1));
+    part.moveBottom(std::min(part.bottom(), side.window.height() - 1));
+    part.moveTopLeft({std::max(part.left(), 0), std::max(part.top(), 0)});
+    part &= side.window.rect();
+    return part.isEmpty() ? side.window.rect() : part;
+}
+
 void PicturePair::fit()
 {
-    for (const Side &side : m_sides) {
-        if (side.image.isNull())
+    for (Side &side : m_sides) {
+        if (side.window.isNull())
             continue;
+        const QRect part = partOf(side);
         const QSize room = side.picture->contentsRect().size();
-        const bool fits =
-            side.image.width() <= room.width() && side.image.height() <= room.height();
-        side.picture->setPixmap(QPixmap::fromImage(
-            fits ? side.image
-                 : side.image.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+        const bool fits = part.width() <= room.width() && part.height() <= room.height();
+        side.shown = side.window.copy(part);
+        if (!fits)
+            side.shown = side.shown.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        WindowPicture::mark(side.shown, part.topLeft(), double(side.shown.width()) / part.width(),
+                            side.marks);
+        side.picture->setPixmap(QPixmap::fromImage(side.shown));
     }
 }
 

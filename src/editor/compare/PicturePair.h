@@ -9,6 +9,7 @@
 
 #include <array>
 
+class QCheckBox;
 class QLabel;
 
 namespace Editor {
@@ -26,8 +27,10 @@ public:
                      const std::vector<Nodes::NodeDifference> &differences);
     /// Shows the window of that difference; null or one that no window shows: a hint.
     void showDifference(const Nodes::NodeDifference *chosen);
-    /// Of the left and the right side; null without one.
-    const QImage &picture(int side) const { return m_sides[std::size_t(side)].image; }
+    /// As it is shown on the left and the right side; null without one.
+    const QImage &picture(int side) const { return m_sides[std::size_t(side)].shown; }
+    /// What differs in its own size, as far as there is room; else the whole window.
+    QCheckBox &closeUp() const { return *m_closeUp; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
@@ -38,15 +41,20 @@ private:
         ComparedProject compared;
         QLabel *title = nullptr;
         QLabel *picture = nullptr;
-        QImage image;
+        QImage window; ///< whole, without signs
+        std::vector<PictureMark> marks;
+        QImage shown;
     };
 
     std::vector<PictureMark> marksOf(int side, const Nodes::ConfigNode &window,
                                      const Nodes::NodeDifference *chosen) const;
     void showSide(int side, const Nodes::ConfigNode *window, const Nodes::NodeDifference *chosen);
+    QRect chosenPlace() const;
+    QRect partOf(const Side &side) const;
     void fit();
 
     std::array<Side, 2> m_sides;
+    QCheckBox *m_closeUp;
     std::vector<Nodes::NodeDifference> m_differences;
 };
 

@@ -6,20 +6,22 @@
 #include "nodes/visual/windows/BasicWindow.h"
 #include "nodes/visual/windows/windowComposed.h"
 #include "widgets/context/SceneContext.h"
+#include "widgets/scene/ProxyLayer.h"
 #include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include <QPainter>
 
-#include <algorithm>
 #include <memory>
 
 namespace Editor {
 
 namespace {
 
-constexpr int largestSide = 4096;  // pixels; larger windows are shown in part
-constexpr int outline = 3;         // pixels
-constexpr double shownWidth = 600; // about; the larger the window, the larger its signs
+constexpr int largestSide = 4096;   // pixels; larger windows are shown in part
+constexpr int outline = 2;          // pixels
+constexpr QSizeF badgeSize(24, 20); // pixels
 
 /// Files are looked for beside the project that is drawn.
 class ResourceDirectory
@@ -41,7 +43,8 @@ private:
 std::unique_ptr<Widgets::ProxyScene> makeScene(Nodes::ConfigNode *node)
 {
     Widgets::SceneContext context;
-    context.setPreview(true);
+    // With nothing running, the form of a value tells more than a sign that there is none.
+    context.setMode(Nodes::WorkModeEditing);
     if (const auto *composed = dynamic_cast<Nodes::windowComposed *>(node))
         node = composed->GetComposition();
     if (auto *window = dynamic_cast<Nodes::BasicWindow *>(node))
@@ -51,19 +54,36 @@ std::unique_ptr<Widgets::ProxyScene> makeScene(Nodes::ConfigNode *node)
     return nullptr;
 }
 
-void paint(QPainter &painter, const PictureMark &mark, double zoom)
+void hideEditingMarks(const Widgets::ProxyScene &scene)
 {
-    const QRect place(mark.place.x, mark.place.y, mark.place.width, mark.place.height);
+    for (const Widgets::ProxyLayer *layer : scene.getLayers()) {
+        const QList<Widgets::ProxyWidget *> hosts = layer->getWidgets();
+        for (Widgets::ProxyWidget *host : hosts) {
+            host->setTypeFrame(Widgets::ProxyWidget::FrameNone);
+            if (Widgets::Locker *lock = host->locker())
+                lock->hide();
+        }
+    }
+}
+
+// Around the element, which stays to be seen.
+void paint(QPainter &painter, const PictureMark &mark, const QRectF &place)
+{
+    const int width = mark.isChosen ? 2 * outline : outline;
+    const QRectF frame = place.adjusted(-width, -width, width, width);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Qt::white, zoom * (outline + 2)));
-    painter.drawRect(place);
-    painter.setPen(QPen(mark.color, zoom * (mark.isChosen ? 2 * outline : outline)));
-    painter.drawRect(place);
+    painter.setPen(QPen(Qt::white, width + 2));
+    painter.drawRect(frame);
+    painter.setPen(QPen(mark.color, width));
+    painter.drawRect(frame);
+    QRectF badge(frame.topLeft(), badgeSize);
+    badge.moveBottomLeft(frame.topLeft());
+    if (badge.top() < 0)
+        badge.moveTopLeft(frame.bottomLeft());
     QFont font = painter.font();
     font.setBold(true);
-    font.setPixelSize(int(16 * zoom));
+    font.setPixelSize(16);
     painter.setFont(font);
-    const QRect badge(place.topLeft() - QPoint(2, 2), QSize(24, 22) * zoom);
     painter.fillRect(badge, mark.color);
     painter.setPen(Qt::white);
     painter.drawText(badge, Qt::AlignCenter, mark.sign);
@@ -94,7 +114,7 @@ const Nodes::ConfigNode *WindowPicture::counterpart(const Nodes::ConfigNode &win
     return nullptr;
 }
 
-QImage WindowPicture::render(const Nodes::ConfigNode &window, const std::vector<PictureMark> &marks)
+QImage WindowPicture::render(const Nodes::ConfigNode &window)
 {
     const Nodes::NodesCollection *project = window.GetNodesCollection();
     if (!project)
@@ -103,16 +123,24 @@ QImage WindowPicture::render(const Nodes::ConfigNode &window, const std::vector<
     const auto scene = makeScene(const_cast<Nodes::ConfigNode *>(&window)); // only looked at
     if (!scene)
         return {};
+    hideEditingMarks(*scene);
     const QRectF seen = scene->sceneRect();
     const QSize size = seen.size().toSize().boundedTo(QSize(largestSide, largestSide));
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::lightGray);
     QPainter painter(&image);
     scene->render(&painter, QRectF(QPointF(), QSizeF(size)), QRectF(seen.topLeft(), size));
-    painter.translate(-seen.topLeft());
-    for (const PictureMark &mark : marks)
-        paint(painter, mark, std::max(1.0, size.width() / shownWidth));
     return image;
+}
+
+void WindowPicture::mark(QImage &part, const QPoint &corner, double scale,
+                         const std::vector<PictureMark> &marks)
+{
+    QPainter painter(&part);
+    for (const PictureMark &mark : marks) {
+        const QRectF place(mark.place.x, mark.place.y, mark.place.width, mark.place.height);
+        paint(painter, mark, QRectF((place.topLeft() - corner) * scale, place.size() * scale));
+    }
 }
 
 } // namespace Editor

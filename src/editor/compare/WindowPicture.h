@@ -33,8 +33,11 @@ const Nodes::ConfigNode *windowOf(const Nodes::ConfigNode *node);
 /// The counterpart of a window in the other project: by id, else by path; null when it has none.
 const Nodes::ConfigNode *counterpart(const Nodes::ConfigNode &window,
                                      const Nodes::NodesCollection &other);
-/// Null when nothing can be shown.
-QImage render(const Nodes::ConfigNode &window, const std::vector<PictureMark> &marks);
+/// The elements as while they are edited, without the marks of editing; null when nothing can be
+/// shown.
+QImage render(const Nodes::ConfigNode &window);
+/// Draws signs on a part of a window's picture that is shown `scale` times its size.
+void mark(QImage &part, const QPoint &corner, double scale, const std::vector<PictureMark> &marks);
 
 } // namespace WindowPicture
 

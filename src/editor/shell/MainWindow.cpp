@@ -11,6 +11,7 @@
 #include "editor/shell/StationRun.h"
 
 #include "editor/wizard/FirstSteps.h"
+#include "editor/wizard/StepCommands.h"
 #include "editor/workspace/DocumentView.h"
 
 #include "utils/settings/Configurator.h"
@@ -200,6 +201,8 @@ void MainWindow::run()
         return;
     }
     if (m_plant->isRunning())
+        return;
+    if (!StepCommands::hasFrame(m_workspace))
         return;
     if (m_session.isModified() && !m_session.isReadOnly() && !m_files->save())
         return;

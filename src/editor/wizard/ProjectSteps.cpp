@@ -80,6 +80,11 @@ bool ProjectSteps::hasSignals() const
     return !signalNodes().empty();
 }
 
+bool ProjectSteps::hasFrame() const
+{
+    return !find(m_project, Nodes::NodeType::TypeFrame).empty();
+}
+
 bool ProjectSteps::hasWindow() const
 {
     const Nodes::NodeLinks frames = find(m_project, Nodes::NodeType::TypeFrame);
@@ -144,14 +149,26 @@ QUndoCommand *ProjectSteps::addWindow(const QString &name, const QSize &size, in
         new Utils::ChangePropertyCommand(link, Nodes::BasicFrame::Prop::Windows, shown, group);
         return group;
     }
+    addFrame(made, display, group);
+    return group;
+}
+
+QUndoCommand *ProjectSteps::addFrame(const Nodes::NodeLink &window, int display) const
+{
+    auto *group = new Utils::CommandGroup(QStringLiteral("Добавление фрейма"));
+    addFrame(window, display, group);
+    return group;
+}
+
+void ProjectSteps::addFrame(const Nodes::NodeLink &window, int display, QUndoCommand *group) const
+{
     NodeRecipe frame(QStringLiteral("frame"), QStringLiteral("Дисплей %1").arg(display));
     frame.set(QStringLiteral("display"), display);
     frame.set(QStringLiteral("fit"), QStringLiteral("fit"));
     const Nodes::NodeLink added = frame.make(m_project);
     new Utils::AddNodeLinkCommand(added, Nodes::NodeLink(station()), group);
     new Utils::ChangePropertyCommand(added, Nodes::BasicFrame::Prop::Windows,
-                                     Nodes::NodeLinks{made}, group);
-    return group;
+                                     Nodes::NodeLinks{window}, group);
 }
 
 QPoint ProjectSteps::freePlace(const Nodes::NodeLink &window, const QSize &size) const

@@ -21,6 +21,8 @@ public:
     explicit ProjectSteps(Nodes::NodesCollection &project) : m_project(project) {}
 
     bool hasSignals() const;
+    /// Without one a station does not start.
+    bool hasFrame() const;
     /// Some frame shows a window.
     bool hasWindow() const;
     /// Some element of a window shows a signal.
@@ -34,6 +36,8 @@ public:
     /// when there is none. `made` becomes the window once the command is done.
     QUndoCommand *addWindow(const QString &name, const QSize &size, int display,
                             Nodes::NodeLink &made) const;
+    /// A frame of that display (from 1) that shows the window.
+    QUndoCommand *addFrame(const Nodes::NodeLink &window, int display) const;
     /// The signal's name and value at the next free place of the window.
     QUndoCommand *addReading(const Nodes::NodeLink &window, const Nodes::NodeLink &signal) const;
 
@@ -42,6 +46,7 @@ public:
     Nodes::NodeLinks signalNodes() const;
 
 private:
+    void addFrame(const Nodes::NodeLink &window, int display, QUndoCommand *group) const;
     Nodes::ConfigNode *station() const;
     /// The folder of that name in the station, else the station.
     Nodes::NodeLink place(const char *folder) const;

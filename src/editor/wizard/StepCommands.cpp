@@ -12,6 +12,8 @@
 #include "utils/undo/CommandGroup.h"
 
 #include <QCoreApplication>
+#include <QMessageBox>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -36,7 +38,48 @@ bool isWindow(const Nodes::NodeLink &node)
     return node.isValid() && node.GetNodeType().GetFamily() == Nodes::NodeType::TypeWindow;
 }
 
+// The windows that a template makes or an action opens are no place to begin.
+bool addFrame(Workspace &workspace)
+{
+    const Nodes::NodeLinks windows = steps(workspace).windows();
+    if (windows.empty()) {
+        StepCommands::addWindow(workspace); // makes the frame with it
+        return steps(workspace).hasFrame();
+    }
+    Nodes::NodeLinks shown = windows;
+    if (windows.size() > 1) {
+        ChoiceDialog dialog(tr("Какое окно показать при запуске"), windows, false,
+                            workspace.window());
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        shown = dialog.chosen();
+    }
+    return !shown.empty() && workspace.push(steps(workspace).addFrame(shown.front(), 1));
+}
+
 } // namespace
+
+bool StepCommands::hasFrame(Workspace &workspace)
+{
+    if (steps(workspace).hasFrame())
+        return true;
+    const QString text = tr("В проекте нет ни одного фрейма: станции оператора нечего показать.");
+    if (!mayEdit(workspace)) {
+        workspace.tell(Workspace::Error, text);
+        return false;
+    }
+    QMessageBox box(QMessageBox::Question, tr("Запуск"), text, QMessageBox::NoButton,
+                    workspace.window());
+    box.setInformativeText(tr("Фрейм говорит, какие окна открываются на каком дисплее."));
+    QPushButton *make = box.addButton(
+        steps(workspace).windows().empty() ? tr("Создать окно и фрейм…") : tr("Создать фрейм"),
+        QMessageBox::AcceptRole);
+    QPushButton *stay = box.addButton(tr("Отмена"), QMessageBox::RejectRole);
+    box.setDefaultButton(make);
+    box.setEscapeButton(stay);
+    box.exec();
+    return box.clickedButton() == make && addFrame(workspace);
+}
 
 bool StepCommands::mayEdit(Workspace &workspace)
 {

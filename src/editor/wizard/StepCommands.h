@@ -13,6 +13,8 @@ void addModbus(Workspace &workspace);
 void addWindow(Workspace &workspace);
 /// To the window that is open, else to the first one of the project.
 void addReadings(Workspace &workspace);
+/// Whether a station has a frame to show; where it has none, the user is offered to make one.
+bool hasFrame(Workspace &workspace);
 bool mayEdit(Workspace &workspace);
 bool mayAddReadings(Workspace &workspace);
 

@@ -1,5 +1,7 @@
 #include "nodes/project/NodeDifference.h"
 
+#include "nodes/values/JsonText.h"
+
 namespace Nodes {
 
 namespace {
@@ -28,6 +30,35 @@ std::vector<std::string> NodeDifference::ToLines() const
         lines.push_back("изменено: " + what + ": «" + property.name + "»: " + property.before +
                         " → " + property.after);
     return lines;
+}
+
+std::string NodeDifference::ToJson() const
+{
+    std::string whole = "{";
+    const auto add = [&whole](const char *key, const std::string &value) {
+        whole += (whole.back() == '{' ? "\"" : ", \"") + std::string(key) + "\": " + value;
+    };
+    add("change", isAdded ? "\"added\"" : isRemoved ? "\"removed\"" : "\"changed\"");
+    if (before != 0)
+        add("before", std::to_string(before));
+    if (after != 0)
+        add("after", std::to_string(after));
+    add("path", JsonText(path));
+    add("kind", JsonText(kind));
+    if (below > 0)
+        add("below", std::to_string(below));
+    if (isMoved)
+        add("movedFrom", JsonText(pathBefore));
+    if (isReordered)
+        add("reordered", "true");
+    std::string list;
+    for (const PropertyDifference &property : properties)
+        list += (list.empty() ? "{\"name\": " : ", {\"name\": ") + JsonText(property.name) +
+                ", \"before\": " + JsonText(property.before) +
+                ", \"after\": " + JsonText(property.after) + "}";
+    if (!list.empty())
+        add("properties", "[" + list + "]");
+    return whole + "}";
 }
 
 } // namespace Nodes

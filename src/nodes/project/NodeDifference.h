@@ -35,6 +35,8 @@ struct NODES_EXPORT NodeDifference
 
     /// Russian, one line each: "изменено: Насосы/К1.Насос1: «Ширина»: 100 → 120".
     std::vector<std::string> ToLines() const;
+    /// One JSON object on one line.
+    std::string ToJson() const;
 };
 
 } // namespace Nodes

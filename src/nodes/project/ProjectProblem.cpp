@@ -8,6 +8,8 @@
 #include "nodes/serial/LoadMessage.h"
 #include "nodes/values/JsonText.h"
 
+#include <algorithm>
+
 namespace Nodes {
 
 namespace {
@@ -98,6 +100,13 @@ std::string ProjectProblem::ToString() const
             whole += (whole.empty() ? "" : ": ") + part;
     }
     return whole;
+}
+
+std::string ProjectProblem::ToCompilerLine() const
+{
+    return file + ":" + std::to_string(std::max(line, 1)) +
+           (severity == Error ? ":1: error: " : ":1: warning: ") +
+           (path.empty() ? "" : path + ": ") + text + " [" + code + "]";
 }
 
 std::string ProjectProblem::ToJson() const

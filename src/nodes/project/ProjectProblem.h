@@ -32,6 +32,9 @@ struct NODES_EXPORT ProjectProblem
 
     /// "file:line: path: text", parts that are missing left out.
     std::string ToString() const;
+    /// "file:line:1: error: path: text [code]", as compilers tell what build servers and editors
+    /// look for; remarks are warnings, and what has no line stands in the first.
+    std::string ToCompilerLine() const;
     /// One JSON object on one line.
     std::string ToJson() const;
 
