@@ -1,11 +1,13 @@
 // The project tree with 100,000 nodes: shown for the first time, filtered with every key stroke,
-// expanded, a node found and revealed, 1,000 nodes added while it is shown. Beside it the filter of
+// expanded, a node found and revealed, 1,000 nodes added while it is shown; the quick jump over the
+// same nodes. Beside it the filter of
 // a QSortFilterProxyModel over the same rows.
 //
 //     QT_QPA_PLATFORM=offscreen bench_project_tree [nodes]
 //
 // Budget: 100 ms for each key stroke, the view included. Medians of five runs; the first key
 // stroke, which reads the texts of all nodes, by itself.
+#include "editor/jump/JumpModel.h"
 #include "editor/tree/ProjectTreeModel.h"
 #include "editor/tree/TreeFilterView.h"
 
@@ -105,6 +107,13 @@ int main(int argc, char *argv[])
     measure("a rare text", [&](int run) { tree.setFilter("pt4711" + QString::number(run)); });
     measure("part of a path",
             [&](int run) { tree.setFilter("агрегат 7" + QString::number(run) + "/"); });
+    JumpModel jump(&project, {}, {});
+    std::printf("%-44s %8.2f ms\n", "quick jump, the first key stroke",
+                once([&] { jump.search("p"); }));
+    measure("quick jump: a text that all have",
+            [&](int run) { jump.search(run % 2 ? "насос" : "давление"); });
+    measure("quick jump: a rare text",
+            [&](int run) { jump.search("pt4711" + QString::number(run)); });
     measure("no filter again", [&](int) {
         tree.setFilter("pt47");
         tree.setFilter({});

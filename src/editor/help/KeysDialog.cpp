@@ -1,14 +1,13 @@
 #include "editor/help/KeysDialog.h"
 
+#include "editor/shell/MenuEntries.h"
 #include "editor/tree/TreeCommands.h"
 
+#include <QAction>
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QKeySequence>
 #include <QLineEdit>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -41,11 +40,6 @@ const Keys others[] = {
     {"Свойства", "Открыть окно выбора", "Alt+Вниз"},
     {"Свойства", "Вернуть значение по умолчанию", "Ctrl+Backspace"},
 };
-
-QString plain(QString text)
-{
-    return text.remove(QLatin1Char('&')).section(QLatin1Char('\t'), 0, 0);
-}
 
 } // namespace
 
@@ -104,29 +98,14 @@ void KeysDialog::add(QTreeWidgetItem &below, const QString &what, const QString 
 
 void KeysDialog::addMenus(const QMainWindow &window)
 {
-    const auto *bar = qobject_cast<QMenuBar *>(window.menuWidget());
-    const QList<QAction *> tops = bar ? bar->actions() : QList<QAction *>();
-    for (const QAction *top : tops) {
-        if (top->menu())
-            addMenu(*top->menu(), *group(plain(top->text())));
-    }
-    for (int i = m_rows->topLevelItemCount(); i-- > 0;) {
-        if (m_rows->topLevelItem(i)->childCount() == 0)
-            delete m_rows->topLevelItem(i);
-    }
-}
-
-void KeysDialog::addMenu(const QMenu &menu, QTreeWidgetItem &below)
-{
-    const QList<QAction *> actions = menu.actions();
-    for (const QAction *action : actions) {
+    const QVector<MenuEntry> entries = MenuEntries(window);
+    for (const MenuEntry &entry : entries) {
         QStringList keys;
-        for (const QKeySequence &sequence : action->shortcuts())
+        for (const QKeySequence &sequence : entry.action->shortcuts())
             keys << sequence.toString(QKeySequence::NativeText);
-        if (action->menu())
-            addMenu(*action->menu(), below);
-        else if (!keys.isEmpty())
-            add(below, plain(action->text()), keys.join(QStringLiteral(", ")));
+        if (!keys.isEmpty())
+            add(*group(entry.place.section(QLatin1Char('/'), 0, 0)), entry.text,
+                keys.join(QStringLiteral(", ")));
     }
 }
 

@@ -4,7 +4,6 @@
 
 class QLineEdit;
 class QMainWindow;
-class QMenu;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -26,7 +25,6 @@ public:
 
 private:
     QTreeWidgetItem *group(const QString &title);
-    void addMenu(const QMenu &menu, QTreeWidgetItem &below);
     static void add(QTreeWidgetItem &below, const QString &what, const QString &keys);
 
     QLineEdit *m_search;

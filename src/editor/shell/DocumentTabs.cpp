@@ -13,6 +13,7 @@
 #include "utils/settings/Configurator.h"
 
 #include <QJsonArray>
+#include <QTabBar>
 #include <QTimerEvent>
 
 namespace Editor {
@@ -56,6 +57,9 @@ DocumentTabs::DocumentTabs(Workspace &workspace, QWidget *parent)
     setTabsClosable(true);
     setMovable(true);
     setElideMode(Qt::ElideMiddle);
+    tabBar()->setContextMenuPolicy(Qt::CustomContextMenu);
+    tabBar()->installEventFilter(this);
+    connect(tabBar(), &QWidget::customContextMenuRequested, this, &DocumentTabs::openMenu);
     connect(this, &QTabWidget::tabCloseRequested, this, &DocumentTabs::closeAt);
     connect(this, &QTabWidget::currentChanged, this, &DocumentTabs::onCurrentChanged);
     connect(&workspace, &Workspace::openRequested, this, &DocumentTabs::open);
@@ -144,6 +148,8 @@ void DocumentTabs::closeAt(int index)
     DocumentView *document = at(index);
     if (!document)
         return;
+    if (document->isOfNode() && document->node().isValid())
+        m_closed.push_back(document->node());
     removeTab(index);
     document->hide();
     document->deleteLater();
@@ -153,6 +159,8 @@ void DocumentTabs::closeAt(int index)
 void DocumentTabs::closeAll()
 {
     m_changes = {};
+    m_seen.clear();
+    m_closed.clear();
     m_workspace.setDocument(nullptr);
     const QSignalBlocker quiet(this);
     while (count() > 0) {
@@ -206,6 +214,7 @@ void DocumentTabs::reopen()
 
 void DocumentTabs::onCurrentChanged()
 {
+    noteSeen();
     m_workspace.setDocument(at(currentIndex()));
 }
 

@@ -29,8 +29,23 @@ public:
     DocumentView *at(int index) const;
     void closeAll();
 
-private:
+    /// Documents seen in this session besides the one shown, the latest first, closed ones too.
+    Nodes::NodeLinks latest() const;
     void closeAt(int index);
+    void closeOthers(int index);
+    /// A document closed by hand whose node is still there.
+    bool canReopen() const { return reopenable().isValid(); }
+    void reopenClosed();
+    /// The tab that many places further; those beyond the last begin anew.
+    void step(int by);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    Nodes::NodeLink reopenable() const;
+    void openMenu(const QPoint &point);
+    void noteSeen();
     void add(DocumentView *document);
     /// In place of one of the same class.
     void showDocument(DocumentView *document);
@@ -44,6 +59,8 @@ private:
 
     Workspace &m_workspace;
     Nodes::ScopedConnection m_changes;
+    Nodes::NodeLinks m_seen;   ///< the latest first
+    Nodes::NodeLinks m_closed; ///< the latest last
     int m_timer = 0;
 };
 

@@ -2,7 +2,9 @@
 
 #include "editor/compare/CompareCommands.h"
 #include "editor/help/HelpCommands.h"
+#include "editor/jump/JumpCommands.h"
 #include "editor/sceneview/SceneCommands.h"
+#include "editor/shell/TabCommands.h"
 #include "editor/signals/DataCommands.h"
 #include "editor/symbols/SymbolCommands.h"
 #include "editor/templates/TemplateCommands.h"
@@ -47,6 +49,18 @@ const QVector<CommandRow> &CommandTable()
          &NodeCommands::replacePattern},
         {"find-node", "Правка", "Найти узел", ":/editor/icons/find.svg", "Ctrl+Shift+F", nullptr,
          &NodeCommands::findNode},
+        {"jump", "Правка", "Быстрый переход…", ":/editor/icons/jump.svg", "Ctrl+P",
+         &HelpCommands::always, &JumpCommands::jump},
+        {"tabs.close", "Вид/Вкладки", "Закрыть вкладку", "", "Ctrl+W", &TabCommands::hasTab,
+         &TabCommands::close},
+        {"tabs.closeOthers", "Вид/Вкладки", "Закрыть остальные вкладки", "", "",
+         &TabCommands::hasSeveral, &TabCommands::closeOthers},
+        {"tabs.reopen", "Вид/Вкладки", "Открыть закрытую вкладку", "", "Ctrl+Shift+T",
+         &TabCommands::canReopen, &TabCommands::reopen},
+        {"tabs.next", "Вид/Вкладки", "Следующая вкладка", "", "Ctrl+Tab", &TabCommands::hasSeveral,
+         &TabCommands::next},
+        {"tabs.previous", "Вид/Вкладки", "Предыдущая вкладка", "", "Ctrl+Shift+Tab",
+         &TabCommands::hasSeveral, &TabCommands::previous},
         {"help.keys", "Справка", "Клавиши", ":/editor/icons/keys.svg", "F1", &HelpCommands::always,
          &HelpCommands::showKeys},
         {"help.documents", "Справка", "Документация", "", "", &HelpCommands::hasDocuments,

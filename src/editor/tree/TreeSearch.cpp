@@ -6,17 +6,13 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
+#include <tuple>
 
 namespace Editor {
 
 namespace {
 
 constexpr char textEnd = '\n';
-
-QByteArray folded(const QString &text)
-{
-    return text.toCaseFolded().replace(QChar(0x451), QChar(0x435)).toUtf8();
-}
 
 /// The second letter of the pair that UTF-8 writes a Cyrillic letter with, and the first, as
 /// `folded` has them.
@@ -60,7 +56,7 @@ void appendFolded(QByteArray &texts, const std::string &text)
     const int begin = texts.size();
     if (!appendRussian(texts, text)) {
         texts.truncate(begin);
-        texts.append(folded(QString::fromStdString(text)));
+        texts.append(TreeSearch::folded(QString::fromStdString(text)));
     }
     texts.append(textEnd);
 }
@@ -74,9 +70,9 @@ QList<QByteArray> wordsOf(const QString &text)
 {
     QList<QByteArray> words;
     if (text.contains(QLatin1Char('/')))
-        return {folded(text.trimmed())}; // names in paths may have blanks
+        return {TreeSearch::folded(text.trimmed())}; // names in paths may have blanks
     for (const QString &word : text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        words.append(folded(word));
+        words.append(TreeSearch::folded(word));
     return words;
 }
 
@@ -89,6 +85,19 @@ unsigned long idOf(const QByteArray &word)
 }
 
 } // namespace
+
+QByteArray TreeSearch::folded(const QString &text)
+{
+    return text.toCaseFolded().replace(QChar(0x451), QChar(0x435)).toUtf8();
+}
+
+int TreeSearch::nearness(const QByteArray &name, const QByteArray &text)
+{
+    const int at = name.indexOf(text);
+    if (at <= 0)
+        return at < 0 ? 4 : name.size() == text.size() ? 0 : 1;
+    return name.contains(' ' + text) ? 2 : 3;
+}
 
 void TreeSearch::readNode(const Nodes::ConfigNode &node, int parent)
 {
@@ -122,12 +131,17 @@ QByteArray TreeSearch::textOf(int entry) const
     return QByteArray::fromRawData(m_texts.constData() + begin, end - begin);
 }
 
+QByteArray TreeSearch::nameOf(int entry) const
+{
+    const QByteArray text = textOf(entry);
+    return QByteArray::fromRawData(text.constData(), text.indexOf(textEnd));
+}
+
 QByteArray TreeSearch::pathOf(int entry) const
 {
     QByteArray path;
     for (; entry > 0; entry = m_entries[std::size_t(entry)].parent) { // without the root's name
-        const QByteArray text = textOf(entry);
-        path.prepend(text.left(text.indexOf(textEnd)));
+        path.prepend(nameOf(entry));
         path.prepend('/');
     }
     return path;
@@ -169,6 +183,59 @@ std::vector<int> TreeSearch::candidates(const QList<QByteArray> &words) const
     return entries;
 }
 
+std::vector<int> TreeSearch::hits(const QList<QByteArray> &words) const
+{
+    std::vector<int> found = candidates(words);
+    found.erase(std::remove_if(found.begin(), found.end(),
+                               [&](int entry) {
+                                   return !std::all_of(words.begin(), words.end(),
+                                                       [&](const QByteArray &word) {
+                                                           return matches(entry, word);
+                                                       });
+                               }),
+                found.end());
+    return found;
+}
+
+int TreeSearch::rankOf(int entry, const QByteArray &word) const
+{
+    if (idOf(word) != 0)
+        return 0;
+    if (isPathWord(word))
+        return pathOf(entry).endsWith(word) ? 0 : 3;
+    return nearness(nameOf(entry), word);
+}
+
+TreeSearch::Best TreeSearch::best(const Nodes::NodesCollection &project, const QString &text,
+                                  std::size_t atMost)
+{
+    struct Ranked
+    {
+        int rank, length, entry;
+        bool operator<(const Ranked &other) const
+        {
+            return std::tie(rank, length, entry) < std::tie(other.rank, other.length, other.entry);
+        }
+    };
+    Best best;
+    const QList<QByteArray> words = wordsOf(text);
+    if (words.isEmpty())
+        return best;
+    read(project);
+    // Several words may stand in a name as they were typed.
+    const QByteArray asTyped = words.join(' ');
+    std::vector<Ranked> ranked;
+    for (const int entry : hits(words))
+        ranked.push_back({rankOf(entry, asTyped), nameOf(entry).size(), entry});
+    best.count = ranked.size();
+    const auto end = ranked.begin() + std::ptrdiff_t(std::min(atMost, ranked.size()));
+    std::partial_sort(ranked.begin(), end, ranked.end());
+    std::for_each(ranked.begin(), end, [&](const Ranked &hit) {
+        best.hits.push_back({m_entries[std::size_t(hit.entry)].id, hit.rank});
+    });
+    return best;
+}
+
 TreeSearch::Found TreeSearch::find(const Nodes::NodesCollection &project, const QString &text)
 {
     Found found;
@@ -176,12 +243,7 @@ TreeSearch::Found TreeSearch::find(const Nodes::NodesCollection &project, const 
     if (words.isEmpty())
         return found;
     read(project);
-    for (const int entry : candidates(words)) {
-        const bool isHit = std::all_of(words.begin(), words.end(), [&](const QByteArray &word) {
-            return matches(entry, word);
-        });
-        if (!isHit)
-            continue;
+    for (const int entry : hits(words)) {
         found.hits.push_back(m_entries[std::size_t(entry)].id);
         for (int at = entry; at >= 0; at = m_entries[std::size_t(at)].parent) {
             if (!found.shown.insert(m_entries[std::size_t(at)].id).second)

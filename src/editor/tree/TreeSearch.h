@@ -26,6 +26,23 @@ public:
         std::unordered_set<unsigned long> shown; ///< of the hits and of all nodes above them
     };
 
+    struct Hit
+    {
+        unsigned long id;
+        int rank; ///< as `nearness` says
+    };
+    struct Best
+    {
+        std::vector<Hit> hits; ///< the nearest first
+        std::size_t count = 0; ///< of all that were found
+    };
+
+    /// As texts are compared: without capitals, without the dots of 'ё'; UTF-8.
+    static QByteArray folded(const QString &text);
+    /// How near a name is to what is looked for, both folded: 0 the same, 1 begins with it, 2 a
+    /// word of it does, 3 has it, 4 does not have it.
+    static int nearness(const QByteArray &name, const QByteArray &text);
+
     /// The texts are read anew for the next question: a name or a description has changed. That
     /// nodes came, went or moved is seen without it.
     void forget() { m_project = nullptr; }
@@ -34,6 +51,9 @@ public:
     /// it is in the path, "#12" is the node of that id. Case and the dots of 'ё' do not matter. A
     /// text without words finds nothing.
     Found find(const Nodes::NodesCollection &project, const QString &text);
+    /// The same nodes, no more than `atMost`: the nearest names first, of these the shortest. A
+    /// path is near when it ends with the text.
+    Best best(const Nodes::NodesCollection &project, const QString &text, std::size_t atMost);
 
 private:
     struct Entry
@@ -45,9 +65,12 @@ private:
 
     void read(const Nodes::NodesCollection &project);
     void readNode(const Nodes::ConfigNode &node, int parent);
+    std::vector<int> hits(const QList<QByteArray> &words) const;
     std::vector<int> candidates(const QList<QByteArray> &words) const;
     bool matches(int entry, const QByteArray &word) const;
+    int rankOf(int entry, const QByteArray &word) const;
     QByteArray textOf(int entry) const;
+    QByteArray nameOf(int entry) const;
     QByteArray pathOf(int entry) const;
 
     const Nodes::NodesCollection *m_project = nullptr; ///< never followed, only compared

@@ -1,0 +1,104 @@
+// Closing, opening again and going through the tabs.
+#include "editor/shell/DocumentTabs.h"
+
+#include "editor/workspace/DocumentView.h"
+#include "editor/workspace/Workspace.h"
+
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTabBar>
+
+#include <algorithm>
+
+namespace Editor {
+
+namespace {
+
+constexpr std::size_t seenAtMost = 50;
+
+} // namespace
+
+void DocumentTabs::noteSeen()
+{
+    const DocumentView *shown = at(currentIndex());
+    if (!shown || !shown->isOfNode())
+        return;
+    m_seen.erase(std::remove(m_seen.begin(), m_seen.end(), shown->node()), m_seen.end());
+    m_seen.insert(m_seen.begin(), shown->node());
+    if (m_seen.size() > seenAtMost)
+        m_seen.pop_back();
+}
+
+Nodes::NodeLinks DocumentTabs::latest() const
+{
+    Nodes::NodeLinks nodes;
+    const DocumentView *shown = at(currentIndex());
+    std::copy_if(m_seen.begin(), m_seen.end(), std::back_inserter(nodes),
+                 [shown](const Nodes::NodeLink &node) {
+                     return node.isValid() && !(shown && shown->node() == node);
+                 });
+    return nodes;
+}
+
+void DocumentTabs::closeOthers(int index)
+{
+    for (int i = count() - 1; i >= 0; --i) {
+        if (i != index)
+            closeAt(i);
+    }
+}
+
+Nodes::NodeLink DocumentTabs::reopenable() const
+{
+    const auto found =
+        std::find_if(m_closed.rbegin(), m_closed.rend(),
+                     [this](const Nodes::NodeLink &node) { return node.isValid() && !find(node); });
+    return found == m_closed.rend() ? Nodes::NodeLink() : *found;
+}
+
+void DocumentTabs::reopenClosed()
+{
+    const Nodes::NodeLink node = reopenable();
+    m_closed.erase(std::remove(m_closed.begin(), m_closed.end(), node), m_closed.end());
+    open(node);
+}
+
+void DocumentTabs::step(int by)
+{
+    if (count() == 0)
+        return;
+    setCurrentIndex((currentIndex() + by + count()) % count());
+    currentWidget()->setFocus(Qt::ShortcutFocusReason);
+}
+
+void DocumentTabs::openMenu(const QPoint &point)
+{
+    const int index = tabBar()->tabAt(point);
+    if (index < 0)
+        return;
+    QMenu menu(this);
+    menu.addAction(tr("Закрыть вкладку"), this, [this, index] { closeAt(index); });
+    menu.addAction(tr("Закрыть остальные вкладки"), this, [this, index] { closeOthers(index); })
+        ->setEnabled(count() > 1);
+    menu.addAction(tr("Открыть закрытую вкладку"), this, &DocumentTabs::reopenClosed)
+        ->setEnabled(canReopen());
+    menu.addSeparator();
+    menu.addAction(tr("Показать в дереве"), this,
+                   [this, index] { m_workspace.reveal(at(index)->node()); });
+    menu.exec(tabBar()->mapToGlobal(point));
+}
+
+// The middle button closes a tab, as it does elsewhere on the desktop.
+bool DocumentTabs::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == tabBar() && event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<const QMouseEvent *>(event);
+        if (mouse->button() == Qt::MiddleButton && tabBar()->tabAt(mouse->pos()) >= 0) {
+            closeAt(tabBar()->tabAt(mouse->pos()));
+            return true;
+        }
+    }
+    return QTabWidget::eventFilter(watched, event);
+}
+
+} // namespace Editor
