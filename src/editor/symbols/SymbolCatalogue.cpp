@@ -25,6 +25,7 @@ const char *const vessels = "Ёмкости";
 const char *const heat = "Тепло";
 const char *const pipes = "Трубопроводы";
 const char *const sensors = "Датчики";
+const char *const electric = "Электрика";
 
 struct Group
 {
@@ -36,18 +37,27 @@ const Group groups[] = {
     {machines,
      {{"pump", "Насос центробежный"},
       {"pump-gear", "Насос объёмный"},
+      {"pump-submersible", "Насос погружной"},
       {"fan", "Вентилятор"},
       {"motor", "Двигатель"},
       {"compressor", "Компрессор"},
       {"mixer", "Мешалка"},
-      {"conveyor", "Конвейер"}}},
+      {"conveyor", "Конвейер"},
+      {"screw-conveyor", "Шнек"},
+      {"elevator", "Нория"},
+      {"crusher", "Дробилка"},
+      {"turbine", "Турбина"}}},
     {valves,
      {{"valve", "Задвижка с приводом"},
       {"valve-manual", "Задвижка ручная"},
       {"valve-control", "Клапан регулирующий"},
+      {"valve-solenoid", "Клапан электромагнитный"},
       {"valve-safety", "Клапан предохранительный"},
       {"valve-three-way", "Клапан трёхходовой"},
       {"valve-check", "Клапан обратный"},
+      {"valve-ball", "Кран шаровой"},
+      {"valve-butterfly", "Затвор дисковый"},
+      {"gate", "Шибер"},
       {"damper", "Заслонка"}}},
     {vessels,
      {{"tank-vertical", "Бак вертикальный"},
@@ -55,6 +65,8 @@ const Group groups[] = {
       {"tank-open", "Бак открытый"},
       {"tank-sphere", "Резервуар шаровой"},
       {"bunker", "Бункер"},
+      {"reactor", "Реактор с мешалкой"},
+      {"column", "Колонна"},
       {"level-column", "Колонка уровня"}}},
     {heat,
      {{"boiler", "Котёл водогрейный"},
@@ -64,7 +76,10 @@ const Group groups[] = {
       {"heat-exchanger-plate", "Теплообменник пластинчатый"},
       {"heater", "Электронагреватель"},
       {"cooler", "Охладитель"},
+      {"cooling-tower", "Градирня"},
+      {"radiator", "Потребитель тепла"},
       {"filter", "Фильтр"},
+      {"strainer", "Грязевик"},
       {"cyclone", "Циклон"},
       {"chimney", "Дымовая труба"}}},
     {pipes,
@@ -81,7 +96,16 @@ const Group groups[] = {
       {"sensor-pressure", "Датчик давления (P)"},
       {"sensor-flow", "Датчик расхода (F)"},
       {"sensor-level", "Датчик уровня (L)"},
-      {"sensor-quality", "Анализатор (Q)"}}},
+      {"sensor-quality", "Анализатор (Q)"},
+      {"sensor-speed", "Датчик скорости (S)"},
+      {"sensor-vibration", "Датчик вибрации (V)"},
+      {"lamp", "Лампа сигнальная"}}},
+    {electric,
+     {{"generator", "Генератор"},
+      {"transformer", "Трансформатор"},
+      {"breaker", "Выключатель"},
+      {"frequency-drive", "Преобразователь частоты"},
+      {"battery", "Источник питания"}}},
 };
 
 /// Null for a picture that may not be a symbol.

@@ -39,6 +39,18 @@ constexpr const char *screen = R"(
   <symbol id="32" name="Own" width="64" height="64" signal="10" source="own.svg" text="" showValue="true"/>
 </layer>)";
 
+constexpr const char *surfaces = R"(
+<memorySignal id="10" name="T" minimum="0" maximum="200"/>
+<window id="2" name="W">
+  <symbol id="20" name="Motor" width="64" height="64" signal="10" source=":/symbols/motor.svg">
+    <state id="21" name="s" from="0" to="0" look="off"/>
+    <state id="22" name="r" from="1" to="1" look="on"/>
+    <state id="23" name="m" from="2" to="2" look="moving"/>
+    <state id="24" name="f" from="3" to="3" look="fault"/>
+    <state id="26" name="p" from="5" to="5"/>
+  </symbol>
+</window>)";
+
 QByteArray svg(const QByteArray &inside, const QByteArray &before = "")
 {
     return before + R"(<svg xmlns="http://www.w3.org/2000/svg" width="8" height="8">)" + inside +
@@ -84,6 +96,9 @@ private slots:
     void theLookFollowsTheValue();
     void looksDifferWithoutColor_data();
     void looksDifferWithoutColor();
+    void everyLookStandsOutFromItsSurface_data();
+    void everyLookStandsOutFromItsSurface();
+    void thePictureFollowsTheWindowsColor();
     void theLevelFillsFromBelow_data();
     void theLevelFillsFromBelow();
     void aYesNoSignalNeedsNoStates();
@@ -198,6 +213,65 @@ void TestSymbols::looksDifferWithoutColor()
         }
         shapes << grey;
     }
+}
+
+void TestSymbols::everyLookStandsOutFromItsSurface_data()
+{
+    QTest::addColumn<QString>("window");
+    QTest::addColumn<QString>("own"); // background of the symbol
+    QTest::addColumn<QColor>("seen");
+    QTest::newRow("light") << "#d6dade"
+                           << "#00000000" << QColor(0xd6, 0xda, 0xde);
+    QTest::newRow("dark") << "#202428"
+                          << "#00000000" << QColor(0x20, 0x24, 0x28);
+    QTest::newRow("light on dark") << "#202428"
+                                   << "#ffffff" << QColor(Qt::white);
+    QTest::newRow("dark on light") << "#d6dade"
+                                   << "#000000" << QColor(Qt::black);
+}
+
+void TestSymbols::everyLookStandsOutFromItsSurface()
+{
+    QFETCH(QString, window);
+    QFETCH(QString, own);
+    QFETCH(QColor, seen);
+    LiveElement<qwidgetSymbol> motor(surfaces, 20);
+    motor.set(2, "background", window);
+    motor.set(20, "background", own);
+    const std::pair<double, SymbolLook> looks[] = {
+        {0, SymbolLook::Off},   {1, SymbolLook::On},    {2, SymbolLook::Moving},
+        {3, SymbolLook::Fault}, {5, SymbolLook::Plain}, {77, SymbolLook::Unknown}};
+    for (const auto &[value, look] : looks) {
+        motor.publish(10, value);
+        QTRY_COMPARE(motor.element.shownLook(), look);
+        QImage image(64, 64, QImage::Format_RGB32);
+        image.fill(seen);
+        motor.element.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        const auto contrast = [&](int x, int y) {
+            return qAbs(qGray(image.pixel(x, y)) - qGray(seen.rgb()));
+        };
+        int foot = 0; // a bare line, dashed where the state is not known
+        for (int x = 18; x < 46; ++x)
+            foot = qMax(foot, contrast(x, 54));
+        QVERIFY2(foot > 80, qPrintable(QString("value %1: %2").arg(value).arg(foot)));
+        if (look == SymbolLook::On)
+            QVERIFY2(contrast(32, 14) > 100, qPrintable(QString::number(contrast(32, 14))));
+        if (look == SymbolLook::Off)
+            QVERIFY2(contrast(32, 14) < 60, qPrintable(QString::number(contrast(32, 14))));
+    }
+}
+
+void TestSymbols::thePictureFollowsTheWindowsColor()
+{
+    LiveElement<qwidgetSymbol> motor(surfaces, 20);
+    motor.publish(10, 1.0);
+    QTRY_COMPARE(motor.element.shownLook(), SymbolLook::On);
+    const QImage onLight = motor.drawn();
+    motor.set(2, "background", "#101214");
+    const QImage onDark = motor.drawn();
+    QVERIFY(onDark != onLight);
+    motor.set(2, "background", "#d6dade");
+    QCOMPARE(motor.drawn(), onLight);
 }
 
 void TestSymbols::theLevelFillsFromBelow_data()

@@ -4,7 +4,9 @@
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/signals/ValueText.h"
+#include "nodes/templates/widgetInstance.h"
 #include "nodes/visual/elements/widgetState.h"
+#include "nodes/visual/windows/BasicWindow.h"
 
 #include <algorithm>
 
@@ -51,6 +53,18 @@ const ResourceLink &widgetSymbol::GetSource(const SignalValue &value) const
 {
     const widgetState *state = GetState(value);
     return state && !state->GetImage().GetFilePath().empty() ? state->GetImage() : m_source;
+}
+
+NColor widgetSymbol::GetSurface() const
+{
+    if (GetBackgroundColor().alpha > 127)
+        return GetBackgroundColor();
+    for (const ConfigNode *above = GetParent(); above; above = above->GetParent()) {
+        const auto *window = dynamic_cast<const BasicWindow *>(above);
+        if (window && !dynamic_cast<const widgetInstance *>(above->GetParent()))
+            return window->GetBackgroundColor();
+    }
+    return BasicWindow().GetBackgroundColor();
 }
 
 SymbolLook widgetSymbol::GetLook(const SignalValue &value) const

@@ -36,10 +36,14 @@ public:
     /// File of the project or built-in picture (":/symbols/pump.svg"); that of the value's state
     /// when the state has one.
     const ResourceLink &GetSource(const SignalValue &value) const;
+    const ResourceLink &GetSource() const { return m_source; }
     /// Colours of surface and outline; an alpha of 0 leaves them as drawn.
     NColor GetBodyColor() const { return m_body; }
     NColor GetLineColor() const { return m_line; }
     NColor GetLevelColor() const { return m_levelColor; }
+    /// What it stands on: its own background, else that of the window, which an instance shows
+    /// through. Elements below it are not asked.
+    NColor GetSurface() const;
     /// Degrees, clockwise, about the centre.
     double GetAngle() const { return m_angle; }
     bool isMirrored() const { return m_isMirrored; }

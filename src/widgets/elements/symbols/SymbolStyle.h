@@ -27,9 +27,14 @@ struct WIDGETS_EXPORT SymbolStyle
     QColor level;          ///< invalid for an empty one
     bool isDashed = false; ///< outline
 
+    /// What a symbol stands on: on a dark one light and dark change places, so that what runs is
+    /// filled against it and bare lines are seen.
+    enum class Surface { Light, Dark };
+
     /// The look of every project; `body` and `line` are put in where they are valid, but a fault
     /// and what is not known look the same everywhere.
-    static SymbolStyle of(Nodes::SymbolLook look, const QColor &body, const QColor &line);
+    static SymbolStyle of(Nodes::SymbolLook look, const QColor &body, const QColor &line,
+                          Surface surface = Surface::Light);
 
     /// The picture, which passed the check, in this style. Part `level` gets the id LevelId.
     QByteArray apply(const QByteArray &svg) const;

@@ -108,22 +108,38 @@ void qwidgetSymbol::takeValue(const Nodes::SignalValue &handed)
     const Nodes::widgetSymbol &node = *m_symbolNode;
     const Nodes::SignalValue value = take(node, handed, isEditor());
     const Nodes::widgetState *state = node.GetState(value);
-    const bool hasOwn = state && state->HasBackgroundColor();
     m_text = ElementPainting::withLineBreaks(QString::fromStdString(node.GetDisplayText(value)));
     m_textColor = Utils::NColorToQColor(state && state->HasTextColor() ? state->GetTextColor()
                                                                        : node.GetTextColor());
     const QString shown = m_style.key() + QString::number(std::isnan(m_level));
     m_level = node.GetLevel(value);
-    const Nodes::SymbolLook look = node.GetLook(value);
-    // What is stopped stays hollow whatever it is filled with while it runs.
-    const Nodes::NColor usual =
-        look == Nodes::SymbolLook::Off ? Nodes::NColor(0, 0, 0, 0) : node.GetBodyColor();
-    m_style = SymbolStyle::of(look, ownColor(hasOwn ? state->GetBackgroundColor() : usual),
-                              ownColor(node.GetLineColor()));
+    m_look = node.GetLook(value);
+    m_stateBody =
+        state && state->HasBackgroundColor() ? ownColor(state->GetBackgroundColor()) : QColor();
+    takeStyle();
     const std::shared_ptr<Symbol> symbol = m_symbol;
     takeSource(value);
     if (symbol != m_symbol || shown != m_style.key() + QString::number(std::isnan(m_level)))
         m_picture = Picture();
+}
+
+void qwidgetSymbol::takeStyle()
+{
+    // What is stopped stays hollow whatever it is filled with while it runs.
+    const QColor usual =
+        m_look == Nodes::SymbolLook::Off ? QColor() : ownColor(m_symbolNode->GetBodyColor());
+    m_surface = surface();
+    m_style = SymbolStyle::of(m_look, m_stateBody.isValid() ? m_stateBody : usual,
+                              ownColor(m_symbolNode->GetLineColor()), m_surface);
+}
+
+// A picture of the project that follows nothing stays as its author has drawn it.
+SymbolStyle::Surface qwidgetSymbol::surface() const
+{
+    const bool isOwn = m_look == Nodes::SymbolLook::Plain && !m_symbolNode->GetSource().IsBuiltIn();
+    const QColor color = Utils::NColorToQColor(m_symbolNode->GetSurface());
+    return isOwn || qGray(color.rgb()) >= 96 ? SymbolStyle::Surface::Light
+                                             : SymbolStyle::Surface::Dark;
 }
 
 // Everything that is read is read here: painting finds it done.
@@ -221,7 +237,7 @@ void qwidgetSymbol::drawSymbol(QPainter &painter)
         painter.drawPixmap(area, picture.full);
         painter.restore();
     }
-    SymbolSigns::draw(painter, area, m_style.look);
+    SymbolSigns::draw(painter, area, m_look);
 }
 
 void qwidgetSymbol::drawText(QPainter &painter) const
@@ -244,6 +260,10 @@ void qwidgetSymbol::paintDirectly(QPainter &painter)
     painter.save();
     if (m_backgroundColor.alpha() > 0)
         painter.fillRect(rect(), m_backgroundColor);
+    if (surface() != m_surface) { // of the window, which tells elements nothing
+        takeStyle();
+        m_picture = Picture();
+    }
     if (m_caption.isEmpty())
         drawSymbol(painter);
     else if (m_symbol || isEditor())

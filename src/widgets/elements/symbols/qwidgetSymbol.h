@@ -40,7 +40,7 @@ public:
     ~qwidgetSymbol() override;
 
     QString shownText() const override { return m_text; }
-    Nodes::SymbolLook shownLook() const { return m_style.look; }
+    Nodes::SymbolLook shownLook() const { return m_look; }
     /// 0 to 1; NaN while none is shown.
     double shownLevel() const { return m_level; }
     void paintDirectly(QPainter &painter) override;
@@ -69,6 +69,8 @@ private:
     void takeValue(const Nodes::SignalValue &handed);
     void takeSource(const Nodes::SignalValue &value);
     void report(const QString &source) const;
+    void takeStyle();
+    SymbolStyle::Surface surface() const;
     SymbolStyle filledStyle() const;
     QRect inside() const;
     int textHeight() const;
@@ -82,6 +84,9 @@ private:
     bool m_isSourceOld = true;
     std::shared_ptr<Symbol> m_symbol; ///< null while none is chosen
     QString m_caption;                ///< in place of one that cannot be shown
+    Nodes::SymbolLook m_look = Nodes::SymbolLook::Plain;
+    QColor m_stateBody; ///< of the state; invalid without one
+    SymbolStyle::Surface m_surface = SymbolStyle::Surface::Light;
     SymbolStyle m_style;
     SymbolPlace m_place; ///< but for its area
     QColor m_levelColor;
