@@ -1,19 +1,11 @@
-#include "editor/project/ProjectSession.h"
-#include "editor/signals/SheetEdits.h"
-#include "editor/signals/SheetModel.h"
+#include "editor/SheetFixture.h"
 #include "editor/signals/SheetPage.h"
 #include "editor/signals/SignalTable.h"
-#include "editor/workspace/Workspace.h"
 
 #include "nodes/archive/ArchivedSignals.h"
 #include "nodes/archive/archiverGroup.h"
 #include "nodes/archive/systemArchiver.h"
-#include "nodes/drivers/modbus/modbusDriver.h"
-#include "nodes/drivers/modbus/modbusGroup.h"
-#include "nodes/drivers/modbus/modbusSignal.h"
-#include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"
-#include "nodes/model/NodesCollection.h"
 #include "nodes/project/signals/SheetPlan.h"
 
 #include <QAbstractItemModelTester>
@@ -21,72 +13,11 @@
 #include <QClipboard>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Editor;
 using Nodes::ConfigNode;
 using Nodes::NodeType;
-
-namespace {
-
-/// A new project with a device whose group has three signals.
-struct Plant
-{
-    Plant()
-    {
-        if (!session.create(directory.filePath("p"), "П"))
-            qFatal("no project");
-        device = add(Nodes::modbusDriver::Code, session.root()->GetNodeAt(0), "ПЛК");
-        group = add(Nodes::modbusGroup::Code, device, "Г1");
-        set(group, "count", "100");
-        set(group, "start", "1000");
-        for (const char *name : {"Т01", "Т02", "Т03"})
-            signalNodes.emplace_back(add(Nodes::modbusSignal::Code, group, name));
-        model = std::make_unique<SheetModel>(workspace, group, NodeType::TypeSignal);
-    }
-    ConfigNode *add(NodeType::enNodeSubtype code, ConfigNode *parent, const char *name)
-    {
-        ConfigNode *node = session.project()->CreateNode(NodeType(code), parent);
-        if (!node)
-            qFatal("not created: %s", name);
-        node->SetName(name);
-        return node;
-    }
-    static void set(ConfigNode *node, const char *key, const char *text)
-    {
-        if (!node->SetPropertyText(key, text))
-            qFatal("%s", key);
-    }
-    ConfigNode *archiver() const
-    {
-        Nodes::NodeLinks found;
-        session.project()->FindNodes(NodeType(Nodes::systemArchiver::Code), &found);
-        return found.front().GetNode();
-    }
-    std::string text() const { return session.root()->SerializeXML(); }
-    QString cell(int row, const char *column) const
-    {
-        return model->text(row, model->columns().Find(column));
-    }
-    SheetEdits::Refusals paste(const QString &text, int row = 0, const char *column = "offset",
-                               const SheetEdits::Cells &selected = {})
-    {
-        return SheetEdits::paste(workspace, *model, text.toStdString(), row,
-                                 model->columns().Find(column), selected);
-    }
-
-    QTemporaryDir directory;
-    QWidget window;
-    ProjectSession session;
-    Workspace workspace{session, window};
-    ConfigNode *device;
-    ConfigNode *group;
-    Nodes::NodeLinks signalNodes;
-    std::unique_ptr<SheetModel> model;
-};
-
-} // namespace
 
 class SignalTableTest : public QObject
 {
@@ -95,7 +26,7 @@ class SignalTableTest : public QObject
 private slots:
     void thousandsOfRowsAreOneStep()
     {
-        Plant p;
+        SheetFixture p;
         const QAbstractItemModelTester tester(p.model.get());
         const std::string before = p.text();
         QString text = "Имя\tСмещение в группе\tЕдиница измерения\tМножитель\n";
@@ -118,7 +49,7 @@ private slots:
 
     void refusedCellsLoseNothingElse()
     {
-        Plant p;
+        SheetFixture p;
         const auto refusals = p.paste("5\tint16\nмного\tfloat32\n7\tчто-то\n8\tbool\n");
         QCOMPARE(refusals.size(), std::size_t(3));
         QCOMPARE(refusals[0].row, std::size_t(2));
@@ -132,16 +63,19 @@ private slots:
 
     void decimalCommaIsNoSeparator()
     {
-        Plant p;
+        SheetFixture p;
         QVERIFY(p.paste("0,25", 0, "scale").empty());
         QCOMPARE(p.cell(0, "scale"), QString("0,25"));
         QVERIFY(p.paste("Имя,Множитель\nТ03,2.5\n").empty()); // a file copied as a whole
         QCOMPARE(p.cell(2, "scale"), QString("2,5"));
+        const int steps = p.session.undoStack().count();
+        QVERIFY(p.paste("Имя;Множитель\nТ03;2,50\n").empty()); // the same, written otherwise
+        QCOMPARE(p.session.undoStack().count(), steps);
     }
 
     void readOnlyProjectsStayAsTheyAre()
     {
-        Plant p;
+        SheetFixture p;
         const std::string before = p.text();
         p.session.setReadOnly("занят");
         (void)p.paste("Имя\nНовый\n");
@@ -183,7 +117,7 @@ private slots:
         QFETCH(QString, column);
         QFETCH(QString, text);
         QFETCH(QString, shown);
-        Plant p;
+        SheetFixture p;
         const std::string before = p.text();
         const QByteArray title = column.toUtf8();
         const QModelIndex index = p.model->index(1, p.model->columns().Find(title.toStdString()));
@@ -201,7 +135,7 @@ private slots:
 
     void fillsDownAndIntoSelections()
     {
-        Plant p;
+        SheetFixture p;
         const int unit = p.model->columns().Find("unit");
         const int scale = p.model->columns().Find("scale");
         (void)p.model->setData(p.model->index(0, unit), "бар");
@@ -220,7 +154,7 @@ private slots:
 
     void namesPassFromOneToAnother()
     {
-        Plant p;
+        SheetFixture p;
         const std::string before = p.text();
         QVERIFY(SheetEdits::rename(p.workspace, p.signalNodes, {"Т02", "Т01", "Р"}).empty());
         QCOMPARE(p.signalNodes[0]->GetName(), std::string("Т02"));
@@ -237,7 +171,7 @@ private slots:
 
     void patternsAddAndCount()
     {
-        Plant p;
+        SheetFixture p;
         const auto *kind = Nodes::KindTable::Instance().Find(NodeType(Nodes::modbusSignal::Code));
         const auto refusals = SheetEdits::addNodes(p.workspace, *p.model, {"Т03", "К1/Д1", "К1/Д2"},
                                                    *kind, p.model->columns().Find("offset"), 10, 2);
@@ -252,7 +186,7 @@ private slots:
 
     void exportedTablesComeBack()
     {
-        Plant p;
+        SheetFixture p;
         (void)p.model->setData(p.model->index(0, p.model->columns().Find("Описание")),
                                "«подача»; \"вход\"");
         const auto table = SheetEdits::exportTable(*p.model);
@@ -264,7 +198,7 @@ private slots:
 
     void limitsOfManyAlarmsAreOneTable()
     {
-        Plant p;
+        SheetFixture p;
         SheetModel alarms(p.workspace, p.group, NodeType::TypeAlarm);
         const QAbstractItemModelTester tester(&alarms);
         const std::string text = "Имя\tВид\tlimit\tpriority\nТ01/Высокая\t\t95,5\t\n"
@@ -277,7 +211,7 @@ private slots:
 
     void onlySignalsAreRows()
     {
-        Plant p;
+        SheetFixture p;
         ConfigNode *folder =
             p.add(NodeType::SubtypeFolder, p.session.root()->GetNodeAt(0), "Шаблоны");
         ConfigNode *window = p.add(NodeType::SubtypeWindowTemplate, folder, "Насос");
@@ -287,9 +221,32 @@ private slots:
         QVERIFY(SignalTable::shows(*p.group));
     }
 
+    void emptyFoldersOpenAsWhatTheyAreFor_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("isTable");
+        QTest::newRow("of signals") << "Сигналы" << true;
+        QTest::newRow("in one of signals") << "Сигналы/Котёл" << true;
+        QTest::newRow("of a device") << "ПЛК/Котёл" << true;
+        QTest::newRow("of screens") << "Экраны" << false;
+    }
+    void emptyFoldersOpenAsWhatTheyAreFor()
+    {
+        QFETCH(QString, path);
+        QFETCH(bool, isTable);
+        SheetFixture p;
+        ConfigNode *node = p.session.root()->GetNodeAt(0);
+        for (const QString &name : path.split('/')) {
+            ConfigNode *there = node->GetSubObject(name.toStdString());
+            node = there ? there : p.add(NodeType::SubtypeFolder, node, name.toUtf8().constData());
+        }
+        QVERIFY(node->Children().empty());
+        QCOMPARE(SignalTable::shows(*node), isTable);
+    }
+
     void archiveIsACellLikeOthers()
     {
-        Plant p;
+        SheetFixture p;
         ConfigNode *archiver = p.archiver();
         SheetModel model(p.workspace, p.group, NodeType::TypeSignal); // the archiver is elsewhere
         const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
@@ -325,7 +282,7 @@ private slots:
 
     void archiveIsPastedForManyAndLeavesGroups()
     {
-        Plant p;
+        SheetFixture p;
         ConfigNode *archiver = p.archiver();
         ConfigNode *whole = p.add(Nodes::archiverGroup::Code, archiver, "Все");
         QVERIFY(whole->SetPropertyText("scope", std::to_string(p.group->GetId())));
@@ -356,7 +313,7 @@ private slots:
 
     void addressIsCountedFromTheGroup()
     {
-        Plant p;
+        SheetFixture p;
         SheetModel model(p.workspace, p.group, NodeType::TypeSignal);
         const int address = model.columns().Find("Адрес");
         const int offset = model.columns().Find("offset");
@@ -370,7 +327,7 @@ private slots:
 
     void pageCopiesPastesAndArchives()
     {
-        Plant p;
+        SheetFixture p;
         p.add(Nodes::systemArchiver::Code, p.session.root()->GetNodeAt(0), "Архив");
         SignalTable document(p.workspace, p.group, nullptr);
         document.resize(900, 500);

@@ -34,13 +34,10 @@ SheetImport importOf(const SheetModel &model)
     return SheetImport(*model.scope(), model.family(), model.columns(), model.kinds());
 }
 
+/// A row by itself is no header: it would say nothing.
 bool hasHeader(const SheetModel &model, const TextTable &table)
 {
-    const auto isName = [&model](const std::string &title) {
-        const int column = model.columns().Guess(title);
-        return column >= 0 && model.columns()[std::size_t(column)].what == SheetColumn::Name;
-    };
-    return !table.empty() && std::any_of(table[0].begin(), table[0].end(), isName);
+    return table.size() > 1 && model.columns().IsHeader(table[0]);
 }
 
 /// Spreadsheets put tabs between cells; text of a file that was copied as a whole has its own

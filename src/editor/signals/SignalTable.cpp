@@ -4,6 +4,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/project/signals/SheetColumns.h"
+#include "nodes/values/FoldCase.h"
 
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -21,6 +22,26 @@ bool hasSignals(const Nodes::ConfigNode &node)
     return std::any_of(node.Children().begin(), node.Children().end(), [](const auto &child) {
         return Nodes::IsSheetRow(*child, NodeType::TypeSignal) || hasSignals(*child);
     });
+}
+
+/// An empty folder is one for signals where it is called so or stands among signals.
+bool isForSignals(const Nodes::ConfigNode &folder)
+{
+    for (const Nodes::ConfigNode *node = &folder; node; node = node->GetParent()) {
+        switch (node->GetNodeType().GetFamily()) {
+        case NodeType::TypeDriver:
+        case NodeType::TypeDriverGroup:
+            return true;
+        case NodeType::TypeFolder:
+            if (Nodes::FoldCase(node->GetName()).find("сигнал") != std::string::npos ||
+                hasSignals(*node))
+                return true;
+            break;
+        default:
+            return false;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -45,7 +66,8 @@ bool SignalTable::shows(const Nodes::ConfigNode &node)
 {
     const NodeType::enNodeType family = node.GetNodeType().GetFamily();
     return family == NodeType::TypeDriverGroup || node.AsStation() ||
-           (family == NodeType::TypeFolder && hasSignals(node));
+           (family == NodeType::TypeFolder &&
+            (hasSignals(node) || (node.Children().empty() && isForSignals(node))));
 }
 
 QString SignalTable::title() const

@@ -21,7 +21,7 @@ public:
     SignalTable(Workspace &workspace, const Nodes::NodeLink &node, QWidget *parent);
     ~SignalTable() override;
 
-    /// Stations, groups of signals, and folders that have signals.
+    /// Stations, groups of signals, folders that have signals and empty ones that are meant to.
     static bool shows(const Nodes::ConfigNode &node);
 
     QString title() const override;

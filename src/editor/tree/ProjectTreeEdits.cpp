@@ -30,6 +30,10 @@ void ProjectTreePanel::openCurrent()
         m_view->setExpanded(index, !m_view->isExpanded(index));
         return;
     }
+    if (!FindDocument(node) && node.GetNodeType().GetFamily() == Nodes::NodeType::TypeFolder)
+        return m_workspace.tell(Workspace::Info,
+                                tr("Папка «%1» пуста. Что в ней завести, предложит «Создать».")
+                                    .arg(QString::fromStdString(node.GetName())));
     m_workspace.open(nodes.front());
     if (!FindDocument(node))
         m_workspace.reveal(nodes.front());

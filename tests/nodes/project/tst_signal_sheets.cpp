@@ -135,6 +135,55 @@ private slots:
                  column);
     }
 
+    void headersAreToldFromSignals_data()
+    {
+        const Rows<QString, bool> row("cells", "isHeader");
+        row("own title", "Имя|Шкаф|Клемма", true);
+        row("own title alone", "имя", true);
+        row("usual title with another", "Тег|Ед. изм.|Лист", true);
+        row("in any order", "Адрес|Tag", true);
+        row("a signal called so", "Tag|5|uint16", false);
+        row("a signal called so among names", "name", false);
+        row("a signal called so, of a known unit", "Имя|0,5|бар", false);
+        row("the beginning of a title", "И|Адрес", false);
+        row("no name", "Адрес|Тип данных", false);
+        row("nothing", "", false);
+    }
+    void headersAreToldFromSignals()
+    {
+        QFETCH(QString, cells);
+        QFETCH(bool, isHeader);
+        Sheet s;
+        SheetSettings::AddTo(s.columns, *s.group, NodeType::TypeSignal);
+        QCOMPARE(s.columns.IsHeader(tableOf(cells)[0]), isHeader);
+    }
+
+    void aListTakenAgainChangesTheSameSignals()
+    {
+        Sheet s;
+        SheetSettings::AddTo(s.columns, *s.group, NodeType::TypeSignal);
+        s.add("modbusSignal", s.add("modbusGroup", s.add("folder", s.device, "К"), "Г2"), "А");
+        for (const char *group : {"Г3", "Г4"})
+            s.add("modbusSignal", s.add("modbusGroup", s.device, group), "Два");
+        SheetImport import(*s.device, NodeType::TypeSignal, s.columns, s.kinds);
+        QVERIFY(import.PlanTable(tableOf("Имя|unit||К/А|бар||Т01|°C||Г1/Т01|%||Два|м||Г4/Два|м"),
+                                 s.made));
+        QCOMPARE(s.made.updated, std::size_t(3));
+        QVERIFY(s.made.additions.empty());
+        QCOMPARE(s.refused(), std::string("4:Имя 5:Имя ")); // said already; two are called so
+    }
+
+    void rowsLeftOutLeaveNoGroups()
+    {
+        Sheet s;
+        SheetSettings::AddTo(s.columns, *s.group, NodeType::TypeSignal);
+        SheetImport import(*s.device, NodeType::TypeSignal, s.columns, s.kinds);
+        QVERIFY(import.PlanTable(tableOf("Имя|Адрес||К/А|10||К/А|900"), s.made));
+        QCOMPARE(s.refused(), std::string("3:Имя "));
+        QCOMPARE(s.made.additions.size(), std::size_t(1));
+        QCOMPARE(s.clone(0)->GetNodes(true).size(), std::size_t(1)); // no group of 900
+    }
+
     void signalsWithoutAnAddressAreNotMade()
     {
         Sheet s;

@@ -21,6 +21,13 @@ template <class Value> const Value &valueOf(const PropertyDescriptor &d, const B
     return *static_cast<const Value *>(d.binding.data(node));
 }
 
+template <class Value>
+bool isHeld(const PropertyDescriptor &d, const BasicNode &node, const boost::any &value)
+{
+    const auto *wanted = boost::any_cast<Value>(&value);
+    return wanted && *wanted == valueOf<Value>(d, node);
+}
+
 std::string nameOf(const NodeLink &link)
 {
     return link.isEmpty() ? std::string() : link.GetLinkName(true);
@@ -224,6 +231,28 @@ Result Read(const PropertyDescriptor &d, std::string_view written, const NodePat
         break;
     }
     return Result(Result::AccessDenied, "«" + d.nameRu + "» не задаётся в таблице");
+}
+
+bool Holds(const PropertyDescriptor &d, const BasicNode &node, const boost::any &value)
+{
+    switch (d.binding.type) {
+    case PropertyType::Bool:
+        return isHeld<bool>(d, node, value);
+    case PropertyType::Int:
+        return isHeld<int>(d, node, value);
+    case PropertyType::UInt:
+        return isHeld<unsigned>(d, node, value);
+    case PropertyType::Double:
+        return isHeld<double>(d, node, value);
+    case PropertyType::String:
+        return isHeld<std::string>(d, node, value);
+    case PropertyType::Link:
+        return isHeld<NodeLink>(d, node, value);
+    case PropertyType::Links:
+        return isHeld<NodeLinks>(d, node, value);
+    default:
+        return false;
+    }
 }
 
 std::string Admissible(const PropertyDescriptor &d)

@@ -26,6 +26,9 @@ NODES_EXPORT std::string Show(const PropertyDescriptor &descriptor, const BasicN
 /// `paths`.
 [[nodiscard]] NODES_EXPORT Result Read(const PropertyDescriptor &descriptor, std::string_view text,
                                        const NodePaths &paths, boost::any &value);
+/// Whether the node's property is that value already, however a text writes it.
+NODES_EXPORT bool Holds(const PropertyDescriptor &descriptor, const BasicNode &node,
+                        const boost::any &value);
 /// What may stand in the cell, for people: "от 0 до 9", "да, нет", "Строка, Логический"; "" for
 /// anything.
 NODES_EXPORT std::string Admissible(const PropertyDescriptor &descriptor);

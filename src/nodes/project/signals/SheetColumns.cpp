@@ -4,6 +4,7 @@
 #include "nodes/model/KindTable.h"
 #include "nodes/project/signals/CellText.h"
 #include "nodes/values/FoldCase.h"
+#include "nodes/values/NumberText.h"
 
 #include <algorithm>
 #include <map>
@@ -34,6 +35,12 @@ constexpr std::pair<std::string_view, std::string_view> usualTitles[] = {
 };
 
 using Kinds = std::vector<const KindInfo *>;
+
+bool isNumber(std::string text)
+{
+    std::replace(text.begin(), text.end(), ',', '.');
+    return ParseDouble(text).has_value();
+}
 
 bool isCommon(const PropertyDescriptor &property, const Kinds &kinds)
 {
@@ -112,16 +119,40 @@ int SheetColumns::Find(std::string_view title) const
     return found == m_columns.end() ? -1 : int(found - m_columns.begin());
 }
 
-int SheetColumns::Guess(std::string_view title) const
+int SheetColumns::findUsual(std::string_view title) const
 {
-    const int exact = Find(title);
-    if (exact >= 0 || title.empty())
-        return exact;
     const std::string folded = FoldCase(title);
     for (const auto &[written, meant] : usualTitles) {
         if (folded == written)
             return Find(meant);
     }
+    return Find(title);
+}
+
+bool SheetColumns::IsHeader(const std::vector<std::string> &row) const
+{
+    bool hasName = false;
+    bool isOwn = false;
+    int known = 0;
+    for (const std::string &title : row) {
+        if (isNumber(title))
+            return false;
+        const int column = findUsual(title);
+        known += column >= 0;
+        if (column < 0 || m_columns[std::size_t(column)].what != SheetColumn::Name)
+            continue;
+        hasName = true;
+        isOwn = FoldCase(title) == FoldCase(m_columns[std::size_t(column)].title);
+    }
+    return hasName && (isOwn || known > 1);
+}
+
+int SheetColumns::Guess(std::string_view title) const
+{
+    const int exact = findUsual(title);
+    if (exact >= 0 || title.empty())
+        return exact;
+    const std::string folded = FoldCase(title);
     int only = -1;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         const bool isBegin = FoldCase(m_columns[i].title).compare(0, folded.size(), folded) == 0;

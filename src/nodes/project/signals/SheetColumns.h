@@ -46,6 +46,9 @@ public:
     /// The same, and where there is none: the only one whose title begins so, or what lists from
     /// elsewhere usually mean.
     int Guess(std::string_view title) const;
+    /// Whether a row names columns rather than a node and its values: it has the column of names by
+    /// its own title, or by a usual one together with another column, and no number.
+    bool IsHeader(const std::vector<std::string> &row) const;
 
     /// The property as the node's own kind has it; null when it has none such.
     static const PropertyDescriptor *DescriptorFor(const SheetColumn &column,
@@ -57,6 +60,8 @@ public:
     static std::string PathFrom(const ConfigNode &scope, const ConfigNode &node);
 
 private:
+    int findUsual(std::string_view title) const;
+
     std::vector<SheetColumn> m_columns;
 };
 

@@ -1,5 +1,6 @@
 #include "nodes/project/signals/SheetImport.h"
 
+#include "nodes/drivers/modbus/modbusGroup.h"
 #include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"
@@ -26,6 +27,21 @@ Result invalid(std::string reason)
     return Result(Result::InvalidArgument, std::move(reason));
 }
 
+/// Path of a signal from `scope` without the polling groups that it passes; of other nodes the
+/// path.
+std::string shortPath(const ConfigNode &scope, const ConfigNode &node)
+{
+    if (!dynamic_cast<const modbusSignal *>(&node))
+        return SheetColumns::PathFrom(scope, node);
+    std::string path = node.GetName();
+    for (const ConfigNode *parent = node.GetParent(); parent && parent != &scope;
+         parent = parent->GetParent()) {
+        if (!dynamic_cast<const modbusGroup *>(parent))
+            path.insert(0, parent->GetName() + "/");
+    }
+    return path;
+}
+
 void refuse(SheetPlan &plan, std::size_t row, std::string column, std::string text,
             std::string reason)
 {
@@ -47,13 +63,21 @@ SheetImport::SheetImport(ConfigNode &scope, unsigned family, const SheetColumns 
         const auto [place, isNew] = m_nodes.emplace(SheetColumns::PathFrom(scope, *node), node);
         if (!isNew)
             place->second = nullptr;
+        const std::string brief = shortPath(scope, *node);
+        if (brief == place->first)
+            continue;
+        const auto [other, isOnly] = m_shortPaths.emplace(brief, node);
+        if (!isOnly)
+            other->second = nullptr;
     }
 }
 
 ConfigNode *SheetImport::find(const std::string &path) const
 {
-    const auto found = m_nodes.find(path);
-    return found == m_nodes.end() ? nullptr : found->second;
+    if (const auto found = m_nodes.find(path); found != m_nodes.end())
+        return found->second;
+    const auto found = m_shortPaths.find(path);
+    return found == m_shortPaths.end() ? nullptr : found->second;
 }
 
 Result SheetImport::PlanTable(const TextTable &table, SheetPlan &plan)
@@ -118,12 +142,18 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
     if (path.empty())
         return refuse(plan, number, nameTitle, {},
                       "имя не указано, строка не взята; впишите имя или путь «Папка/Имя»");
-    const auto [said, isFirst] = m_rows.emplace(path, number);
-    if (!isFirst)
-        return refuse(plan, number, nameTitle, path,
-                      "имя уже есть в строке " + std::to_string(said->second) +
-                          ", строка не взята; уберите повтор");
     ConfigNode *node = find(path);
+    if (!node && m_nodes.count(path) == 0 && m_shortPaths.count(path) != 0)
+        return refuse(plan, number, nameTitle, path,
+                      "так называются сигналы нескольких групп опроса, строка не взята; впишите "
+                      "путь вместе с группой");
+    // Whatever became of the first: which of several rows counts must not depend on it.
+    const std::size_t first = std::min(m_named.emplace(path, number).first->second,
+                                       node ? m_rows.emplace(node, number).first->second : number);
+    if (first != number)
+        return refuse(plan, number, nameTitle, path,
+                      "имя уже есть в строке " + std::to_string(first) +
+                          ", строка не взята; уберите повтор");
     if (node && node->GetNodeType().GetFamily() != m_family)
         return refuse(plan, number, nameTitle, path,
                       "под этим именем стоит узел другого вида («" +
@@ -142,7 +172,10 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
         if (place || m_offsets.count(number) != 0)
             (void)node->SetProperty(modbusSignal::Prop::Offset,
                                     place ? place->offset : m_offsets[number]);
+        if (place)
+            m_shortPaths[path] = node;
     }
+    m_rows[node] = number;
     takeRow(*node, isNew, row, number, places, plan);
 }
 
@@ -210,7 +243,7 @@ void SheetImport::takeName(ConfigNode &node, const Cell &cell, SheetPlan &plan)
 {
     const std::string path = SheetColumns::PathFrom(m_scope, node);
     const std::size_t length = path.size() - node.GetName().size();
-    if (cell.text == path)
+    if (cell.text == path || cell.text == shortPath(m_scope, node))
         return;
     const std::string name = cell.text.substr(std::min(length, cell.text.size()));
     if (cell.text.compare(0, length, path, 0, length) != 0 || name.empty() ||
@@ -240,6 +273,8 @@ void SheetImport::takeProperty(ConfigNode &node, bool isNew, const Cell &cell,
         return;
     boost::any value;
     Result read = CellText::Read(*own, cell.text, m_paths, value);
+    if (read && CellText::Holds(*own, node, value))
+        return; // written otherwise
     if (read && isNew) {
         read = node.SetProperty(own->valueId, value);
     } else if (read) {
@@ -247,73 +282,6 @@ void SheetImport::takeProperty(ConfigNode &node, bool isNew, const Cell &cell,
     }
     if (!read)
         refuse(plan, cell.row, cell.column.title, cell.text, read.GetDetail());
-}
-
-Result SheetImport::addClone(const KindInfo &kind, const std::string &path, ConfigNode &parent,
-                             SheetPlan &plan, ConfigNode *&made)
-{
-    NodesCollection &project = *m_scope.GetNodesCollection();
-    std::unique_ptr<ConfigNode> node = project.CreateDetached(kind);
-    node->SetName(path.substr(path.rfind('/') + 1));
-    made = node.get();
-    Result result;
-    if (m_isClone.count(&parent) != 0) {
-        result = parent.AddNode(node);
-    } else {
-        result = project.HoldClone(node, false);
-        if (result)
-            plan.additions.push_back({made->GetNodeLink(), parent.GetNodeLink()});
-    }
-    if (!result) {
-        made = nullptr;
-        return invalid("узел не создан: " + result.GetResultTranslated());
-    }
-    m_isClone[made] = true;
-    m_nodes[path] = made;
-    return result;
-}
-
-Result SheetImport::findPlace(const std::string &path, ConfigNode *&parent, SheetPlan &plan)
-{
-    const std::size_t slash = path.rfind('/');
-    parent = &m_scope;
-    if (slash == std::string::npos)
-        return Result();
-    const std::string above = path.substr(0, slash);
-    parent = find(above);
-    if (parent)
-        return Result();
-    ConfigNode *outer = nullptr;
-    const Result found = findPlace(above, outer, plan);
-    const KindInfo *folder = KindTable::Instance().Find(NodeType(NodeType::SubtypeFolder));
-    if (!found)
-        return found;
-    if (above.substr(above.rfind('/') + 1).empty())
-        return invalid("в пути есть пустое имя; уберите лишнюю «/»");
-    if (!folder || !outer->GetKind() || !outer->GetKind()->AllowsChild(folder->type))
-        return invalid("нет узла «" + above + "», и в «" + outer->GetName() +
-                       "» нельзя создать папку; исправьте путь");
-    return addClone(*folder, above, *outer, plan, parent);
-}
-
-Result SheetImport::PlanNode(const std::string &path, const KindInfo &kind, SheetPlan &plan,
-                             ConfigNode *&made)
-{
-    made = nullptr;
-    if (m_nodes.count(path) != 0)
-        return Result(Result::Duplicate, "имя «" + path + "» уже занято; дайте другое");
-    if (path.empty() || path.back() == '/')
-        return invalid("имя пустое; впишите имя");
-    ConfigNode *parent = nullptr;
-    const Result found = findPlace(path, parent, plan);
-    if (!found)
-        return found;
-    if (parent->GetKind() && !parent->GetKind()->AllowsChild(kind.type))
-        return invalid("«" + kind.nameRu + "» не может стоять в «" + parent->GetName() +
-                       "»; укажите другое место");
-    const Result added = addClone(kind, path, *parent, plan, made);
-    plan.added += added ? 1 : 0;
-    return added;
 }
 
 void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes, std::size_t first,

@@ -75,6 +75,10 @@ private:
     Result addClone(const KindInfo &kind, const std::string &path, ConfigNode &parent,
                     SheetPlan &plan, ConfigNode *&made);
     ConfigNode *find(const std::string &path) const;
+    bool isKnown(const std::string &path) const
+    {
+        return m_nodes.count(path) != 0 || m_shortPaths.count(path) != 0;
+    }
 
     ConfigNode &m_scope;
     unsigned m_family;
@@ -86,7 +90,12 @@ private:
     std::unordered_map<std::size_t, int> m_offsets; ///< by row: of new signals in groups there are
     std::set<std::size_t> m_refusedRows;
     std::unordered_map<std::string, ConfigNode *> m_nodes; ///< by path; null: several
-    std::unordered_map<std::string, std::size_t> m_rows;   ///< that have named a path, by number
+    /// Signals by their paths without the polling groups on the way, which lists from elsewhere do
+    /// not know; null: several.
+    std::unordered_map<std::string, ConfigNode *> m_shortPaths;
+    std::unordered_map<std::string, std::size_t> m_named; ///< rows by what they call their node
+    std::unordered_map<const ConfigNode *, std::size_t> m_rows; ///< the same by node
+    std::set<std::string> m_arranged; ///< paths of new signals that have been given groups
     std::unordered_map<const ConfigNode *, bool> m_isClone;
 };
 

@@ -103,7 +103,7 @@ void SheetImport::arrangeRow(const Row &row, std::size_t number, const std::vect
 {
     const std::string &path = cellOf(row, places, "Имя");
     const KindInfo *kind = kindOf(row, places);
-    const bool isNew = !path.empty() && path.back() != '/' && m_nodes.count(path) == 0;
+    const bool isNew = !path.empty() && path.back() != '/' && !isKnown(path);
     if (!isNew || !kind || kind->type != NodeType(modbusSignal::Code))
         return;
     const std::size_t slash = path.rfind('/');
@@ -112,7 +112,7 @@ void SheetImport::arrangeRow(const Row &row, std::size_t number, const std::vect
     const auto *group = above<modbusGroup>(place);
     const std::string &address = cellOf(row, places, addressColumn);
     const bool isSaid = !address.empty() || (!group && !cellOf(row, places, "offset").empty());
-    if (!isSaid || !above<modbusDriver>(place))
+    if (!isSaid || !above<modbusDriver>(place) || !m_arranged.insert(path).second)
         return;
     ModbusTable table = ModbusTable::Holding;
     int first = 0;

@@ -11,10 +11,8 @@
 #include "nodes/project/signals/CellText.h"
 #include "nodes/project/signals/NodePaths.h"
 #include "nodes/values/FoldCase.h"
-#include "nodes/values/NumberText.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace Nodes {
 
@@ -79,8 +77,16 @@ Result planAddress(ConfigNode &node, const std::string &text, SheetPlan &plan)
 
 Result planTable(const ConfigNode &node, const std::string &text)
 {
-    if (text.empty() || FoldCase(text) == FoldCase(tableText(node)))
+    const modbusGroup *group = groupOf(node);
+    if (text.empty())
         return Result();
+    if (group) {
+        const PropertyDescriptor &d =
+            *group->GetKind()->FindProperty(modbusGroup::Prop::Table.valueId);
+        boost::any value;
+        if (CellText::Read(d, text, NodePaths(nullptr), value) && CellText::Holds(d, *group, value))
+            return Result();
+    }
     return invalid("таблица у всей группы опроса одна; перенесите сигнал в другую группу");
 }
 
@@ -130,14 +136,19 @@ bool SheetSettings::IsTable(const SheetColumn &column)
 
 Result SheetSettings::ReadAddress(const std::string &text, const modbusGroup &group, int &offset)
 {
-    const auto address = ParseDouble(text);
+    const KindInfo *kind = group.GetKind();
+    boost::any value; // as the address of a new group is read
+    const bool isRead =
+        kind && CellText::Read(*kind->FindProperty(modbusGroup::Prop::Start.valueId), text,
+                               NodePaths(nullptr), value);
+    const int *address = isRead ? boost::any_cast<int>(&value) : nullptr;
     const int first = group.GetFirstAddress();
     const int last = first + group.GetPointCount() - 1;
-    if (!address || *address != std::floor(*address) || *address < first || *address > last)
+    if (!address || *address < first || *address > last)
         return invalid("«" + text + "» не подходит; в группе «" + group.GetName() + "» адреса от " +
                        std::to_string(first) + " до " + std::to_string(last) +
                        ": расширьте группу или возьмите другую");
-    offset = int(*address) - first;
+    offset = *address - first;
     return Result();
 }
 
