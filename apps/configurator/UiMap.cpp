@@ -114,7 +114,7 @@ void UiMap::addParts(const QWidget &widget, QJsonArray &controls)
     if (const auto *menu = qobject_cast<const QMenu *>(&widget)) {
         const QList<QAction *> actions = menu->actions();
         for (QAction *action : actions)
-            add(controls, "action", action->objectName(), action->text(),
+            add(controls, "action", action->objectName(), action->text().remove(QLatin1Char('&')),
                 onScreen(*menu, menu->actionGeometry(action)), action->isEnabled());
     }
 }

@@ -256,14 +256,25 @@ private slots:
         f.window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&f.window));
         f.window.workspace().document()->setFocus();
+        const auto isInDocument = [&f] {
+            return f.window.workspace().document()->isAncestorOf(QApplication::focusWidget());
+        };
+        const Qt::Key keys[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4, Qt::Key_5,
+                                Qt::Key_6, Qt::Key_7, Qt::Key_8, Qt::Key_9, Qt::Key_Minus};
+        QCOMPARE(Editor::PanelTable().size(), int(std::size(keys)));
         for (int i = 0; i < Editor::PanelTable().size(); ++i) {
-            const auto *dock = f.window.findChild<QDockWidget *>(Editor::PanelTable()[i].key);
-            QTest::keyClick(&f.window, Qt::Key(Qt::Key_1 + i), Qt::AltModifier);
+            const char *name = Editor::PanelTable()[i].key;
+            const auto *dock = f.window.findChild<QDockWidget *>(name);
+            QTest::keyClick(&f.window, keys[i], Qt::AltModifier);
             QTRY_VERIFY2(dock->isVisible() && dock->isAncestorOf(QApplication::focusWidget()),
-                         Editor::PanelTable()[i].key);
+                         name);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+            QTRY_VERIFY2(isInDocument(), name);
         }
+        QTest::keyClick(&f.window, Qt::Key_2, Qt::AltModifier);
+        QTRY_VERIFY(!isInDocument());
         QTest::keyClick(&f.window, Qt::Key_0, Qt::AltModifier);
-        QTRY_VERIFY(f.window.workspace().document()->isAncestorOf(QApplication::focusWidget()));
+        QTRY_VERIFY(isInDocument());
     }
 
     // Keys that two commands have run neither of them; letters of menus that two have, one.

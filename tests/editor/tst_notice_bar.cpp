@@ -1,12 +1,19 @@
+#include "OpenProject.h"
+
 #include "editor/shell/NoticeBar.h"
+#include "editor/shell/NoticePanel.h"
 
 #include "support/Rows.h"
 
+#include <QClipboard>
 #include <QLabel>
+#include <QPushButton>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QtTest>
 
 using Editor::NoticeBar;
+using Editor::NoticePanel;
 using Editor::Workspace;
 
 class NoticeBarTest : public QObject
@@ -35,7 +42,7 @@ private slots:
         NoticeBar bar;
         for (const QString &word : told.split(' ')) {
             if (word == "x")
-                bar.findChild<QToolButton *>()->click();
+                bar.findChild<QToolButton *>("closeNotice")->click();
             else
                 bar.tell(word[0] == 'i'   ? Workspace::Info
                          : word[0] == 'w' ? Workspace::Warning
@@ -48,6 +55,33 @@ private slots:
         QCOMPARE(bar.isHidden() ? QString() : texts.join(QString()), shown);
         bar.clear();
         QVERIFY(bar.isHidden());
+    }
+
+    void everythingToldCanBeReadLater()
+    {
+        OpenProject f;
+        NoticePanel panel(f.workspace, nullptr);
+        const auto *rows = panel.findChild<QTreeWidget *>();
+        const auto buttons = panel.findChildren<QPushButton *>();
+        QVERIFY(!buttons[0]->isEnabled() && !buttons[1]->isEnabled());
+        f.workspace.tell(Workspace::Info, "один");
+        f.workspace.tell(Workspace::Error, "два");
+        QCOMPARE(rows->topLevelItemCount(), 2);
+        QCOMPARE(rows->topLevelItem(0)->text(1), QString("два"));
+        buttons[0]->click();
+        const QStringList lines = QGuiApplication::clipboard()->text().split('\n');
+        QCOMPARE(lines.size(), 2);
+        QVERIFY2(lines[0].endsWith("\tОшибка\tдва"), qPrintable(lines[0]));
+        rows->topLevelItem(1)->setSelected(true);
+        buttons[0]->click();
+        QVERIFY(QGuiApplication::clipboard()->text().endsWith("\tСведения\tодин"));
+        for (int i = 0; i < NoticePanel::keptAtMost; ++i)
+            f.workspace.tell(Workspace::Info, QString::number(i));
+        QCOMPARE(rows->topLevelItemCount(), NoticePanel::keptAtMost);
+        QCOMPARE(rows->topLevelItem(NoticePanel::keptAtMost - 1)->text(1), QString("0"));
+        buttons[1]->click();
+        QCOMPARE(rows->topLevelItemCount(), 0);
+        QVERIFY(!buttons[1]->isEnabled());
     }
 };
 

@@ -4,7 +4,9 @@
 #include "editor/resources/Resources.h"
 #include "editor/shell/CommandMenus.h"
 #include "editor/shell/DocumentTabs.h"
+#include "editor/shell/MenuLetters.h"
 #include "editor/shell/NoticeBar.h"
+#include "editor/shell/PanelLayouts.h"
 #include "editor/shell/PlantCheck.h"
 #include "editor/shell/ProjectFiles.h"
 #include "editor/shell/StartPage.h"
@@ -14,13 +16,11 @@
 #include "editor/wizard/StepCommands.h"
 #include "editor/workspace/DocumentView.h"
 
-#include "utils/settings/Configurator.h"
-
 #include <QAction>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDockWidget>
 #include <QGuiApplication>
-#include <QJsonObject>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -43,11 +43,6 @@ QScrollArea *scrolled(QWidget *page)
     area->setWidgetResizable(true);
     area->setWidget(page);
     return area;
-}
-
-Utils::Configurator layoutSettings()
-{
-    return {QStringLiteral("ConfiguratorWindow"), QStringLiteral("configurator.json")};
 }
 
 } // namespace
@@ -87,8 +82,11 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     m_commands = new CommandMenus(m_workspace, *menuBar());
     makeToolBar();
     makePanels();
+    m_layouts = new PanelLayouts(*this, m_session);
+    makeLetters();
 
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
+    connect(m_notice, &NoticeBar::logRequested, this, &MainWindow::showNotices);
     connect(&m_session, &ProjectSession::closed, m_notice, &NoticeBar::clear);
     connect(&m_workspace, &Workspace::commandsChanged, this, &MainWindow::showState);
     connect(&m_session, &ProjectSession::aboutToClose, m_plant, &PlantCheck::cancel);
@@ -96,7 +94,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnd,
             Qt::DirectConnection);
-    if (!restoreLayout())
+    if (!m_layouts->restoreWindow())
         setWindowState(Qt::WindowMaximized);
     showState();
 }
@@ -161,6 +159,15 @@ void MainWindow::makeViewMenu()
     menuBar()->addMenu(tr("Спр&авка"));
 }
 
+void MainWindow::makeLetters()
+{
+    const auto menus = menuBar()->findChildren<QMenu *>();
+    for (QMenu *menu : menus) {
+        if (menu != m_recentMenu) // numbered
+            MenuLetters::keep(*menu);
+    }
+}
+
 void MainWindow::makeToolBar()
 {
     QToolBar *bar = addToolBar(tr("Панель инструментов"));
@@ -187,9 +194,13 @@ void MainWindow::fillRecent()
 {
     m_recentMenu->clear();
     const QStringList directories = m_files->recent();
-    for (const QString &directory : directories)
-        m_recentMenu->addAction(directory, m_files,
+    int number = 0;
+    for (QString name : directories) {
+        const QString directory = name;
+        name = QDir::toNativeSeparators(name).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        m_recentMenu->addAction(QStringLiteral("&%1  %2").arg(++number % 10).arg(name), m_files,
                                 [this, directory] { m_files->open(directory); });
+    }
     if (directories.isEmpty())
         m_recentMenu->addAction(tr("Пока нет"))->setEnabled(false);
 }
@@ -259,7 +270,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
-    keepLayout();
+    m_layouts->keepWindow();
     event->accept();
 }
 
@@ -273,26 +284,6 @@ void MainWindow::onSessionEnd(QSessionManager &manager)
     manager.release();
     if (!isLeaving)
         manager.cancel();
-}
-
-void MainWindow::keepLayout() const
-{
-    QJsonObject kept;
-    kept.insert(QStringLiteral("geometry"), QString::fromLatin1(saveGeometry().toBase64()));
-    kept.insert(QStringLiteral("panels"), QString::fromLatin1(saveState().toBase64()));
-    (void)layoutSettings().save(kept); // logged; the next start has the layout of the first
-}
-
-bool MainWindow::restoreLayout()
-{
-    QJsonObject kept;
-    if (!layoutSettings().load(kept) || kept.isEmpty())
-        return false;
-    const auto bytes = [&kept](const char *key) {
-        return QByteArray::fromBase64(kept.value(QLatin1String(key)).toString().toLatin1());
-    };
-    restoreState(bytes("panels"));
-    return restoreGeometry(bytes("geometry"));
 }
 
 } // namespace Editor

@@ -17,8 +17,10 @@ namespace Editor {
 class CommandMenus;
 class DocumentTabs;
 class NoticeBar;
+class PanelLayouts;
 class PlantCheck;
 class ProjectFiles;
+struct PanelRow;
 class StationRun;
 
 /// The configurator's window: menus, documents in tabs, panels around them, and the line that tells
@@ -39,6 +41,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void makeFileMenu();
@@ -46,17 +49,18 @@ private:
     void makeViewMenu();
     void makeToolBar();
     void makePanels();
+    void makeLetters();
+    QDockWidget *makePanel(const PanelRow &row);
+    /// Shows the panel and gives its first list the focus; the panel that has it gives it back.
     void goTo(QDockWidget &dock);
     void goToDocument();
+    void showNotices();
     void fillRecent();
     void run();
     void startStation(const QStringList &away);
     void onSessionEnd(QSessionManager &manager);
     void showState();
     void showTitle();
-    void keepLayout() const;
-    /// False when none is kept.
-    bool restoreLayout();
 
     QStringList m_stationOptions;
     ProjectSession m_session;
@@ -69,6 +73,7 @@ private:
     DocumentTabs *m_tabs;
     NoticeBar *m_notice;
     CommandMenus *m_commands = nullptr;
+    PanelLayouts *m_layouts = nullptr;
     QMenu *m_fileMenu = nullptr;
     QMenu *m_recentMenu = nullptr;
     QMenu *m_viewMenu = nullptr;

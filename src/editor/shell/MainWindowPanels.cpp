@@ -1,6 +1,7 @@
 // The docks of the main window.
 #include "editor/shell/MainWindow.h"
 
+#include "editor/shell/PanelLayouts.h"
 #include "editor/tables/PanelTable.h"
 #include "editor/workspace/DocumentView.h"
 
@@ -9,24 +10,51 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QHash>
+#include <QKeyEvent>
 #include <QMenu>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Editor {
 
+namespace {
+
+/// Alt with 1 to 9, then with the keys beside them; 0 leads to the document.
+QKeySequence keysOf(int number)
+{
+    const int keys[] = {Qt::Key_1, Qt::Key_2, Qt::Key_3, Qt::Key_4,     Qt::Key_5,    Qt::Key_6,
+                        Qt::Key_7, Qt::Key_8, Qt::Key_9, Qt::Key_Minus, Qt::Key_Equal};
+    return number < int(std::size(keys)) ? QKeySequence(Qt::ALT + keys[number]) : QKeySequence();
+}
+
+} // namespace
+
+QDockWidget *MainWindow::makePanel(const PanelRow &row)
+{
+    auto *dock = new QDockWidget(QString::fromUtf8(row.title), this);
+    dock->setObjectName(QString::fromUtf8(row.key));
+    dock->setWidget(row.make(m_workspace, dock));
+    dock->installEventFilter(this);
+    addDockWidget(row.area, dock);
+    connect(dock->toggleViewAction(), &QAction::triggered, dock, [dock](bool isShown) {
+        if (isShown)
+            dock->raise(); // it may lie behind others of its area
+    });
+    return dock;
+}
+
 void MainWindow::makePanels()
 {
-    QMenu *panels =
-        m_viewMenu->addMenu(QIcon(QStringLiteral(":/editor/icons/panels.svg")), tr("Панели"));
-    QMenu *ways = m_viewMenu->addMenu(tr("Перейти к панели"));
+    const auto icon = [](const char *name) {
+        return QIcon(QStringLiteral(":/editor/icons/%1.svg").arg(QLatin1String(name)));
+    };
+    QMenu *panels = m_viewMenu->addMenu(icon("panels"), tr("Панели"));
+    QMenu *ways = m_viewMenu->addMenu(icon("goToPanel"), tr("Перейти к панели"));
     int number = 0;
     QHash<int, QVector<QDockWidget *>> made; // by area
     for (const PanelRow &row : PanelTable()) {
-        auto *dock = new QDockWidget(QString::fromUtf8(row.title), this);
-        dock->setObjectName(QString::fromUtf8(row.key));
-        dock->setWidget(row.make(m_workspace, dock));
-        addDockWidget(row.area, dock);
+        QDockWidget *dock = makePanel(row);
         // One on top, the others in tabs below it: all fit on a small screen.
         QVector<QDockWidget *> &beside = made[row.area];
         const int first = row.area == Qt::LeftDockWidgetArea ? 1 : 0;
@@ -36,14 +64,13 @@ void MainWindow::makePanels()
         dock->setVisible(row.isShown);
         panels->addAction(dock->toggleViewAction());
         QAction *way = ways->addAction(dock->windowTitle());
-        if (++number <= 9)
-            way->setShortcut(QKeySequence(Qt::ALT + Qt::Key_0 + number));
+        way->setShortcut(keysOf(number++));
         connect(way, &QAction::triggered, dock, [this, dock] { goTo(*dock); });
-        connect(dock->toggleViewAction(), &QAction::triggered, dock, [dock](bool isShown) {
-            if (isShown)
-                dock->raise(); // it may lie behind others of its area
-        });
     }
+    panels->addSeparator();
+    QAction *usual = panels->addAction(tr("Расположение панелей по умолчанию"), this,
+                                       [this] { m_layouts->reset(); });
+    usual->setObjectName(QStringLiteral("panels.default"));
     ways->addSeparator();
     QAction *back = ways->addAction(tr("Документ"), this, &MainWindow::goToDocument);
     back->setShortcut(QKeySequence(Qt::ALT + Qt::Key_0));
@@ -77,6 +104,24 @@ void MainWindow::goToDocument()
 {
     if (DocumentView *document = m_workspace.document())
         document->setFocus(Qt::ShortcutFocusReason);
+}
+
+void MainWindow::showNotices()
+{
+    if (auto *dock = findChild<QDockWidget *>(QStringLiteral("notices"))) {
+        dock->show();
+        dock->raise();
+    }
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && qobject_cast<QDockWidget *>(watched) &&
+        static_cast<const QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        goToDocument();
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 } // namespace Editor

@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QStyle>
 #include <QTimerEvent>
 #include <QToolButton>
 
@@ -15,7 +14,9 @@ namespace {
 constexpr int informationTime = 6000; // ms
 constexpr int keptAtMost = 4;
 
-QStyle::StandardPixmap markOf(Workspace::Level level)
+} // namespace
+
+QStyle::StandardPixmap NoticeBar::markOf(Workspace::Level level)
 {
     switch (level) {
     case Workspace::Info:
@@ -28,12 +29,11 @@ QStyle::StandardPixmap markOf(Workspace::Level level)
     return QStyle::SP_MessageBoxCritical;
 }
 
-} // namespace
-
 NoticeBar::NoticeBar(QWidget *parent)
     : QFrame(parent),
       m_mark(new QLabel(this)),
       m_text(new QLabel(this)),
+      m_log(new QToolButton(this)),
       m_close(new QToolButton(this))
 {
     setFrameShape(QFrame::StyledPanel);
@@ -41,7 +41,12 @@ NoticeBar::NoticeBar(QWidget *parent)
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_log->setText(tr("Все сообщения"));
+    m_log->setAutoRaise(true);
+    connect(m_log, &QToolButton::clicked, this, &NoticeBar::logRequested);
     m_close->setText(QStringLiteral("×"));
+    m_close->setObjectName(QStringLiteral("closeNotice"));
+    m_close->setAccessibleName(tr("Убрать сообщение"));
     m_close->setAutoRaise(true);
     m_close->setToolTip(tr("Убрать сообщение"));
     connect(m_close, &QToolButton::clicked, this, &NoticeBar::dismiss);
@@ -49,6 +54,7 @@ NoticeBar::NoticeBar(QWidget *parent)
     layout->setContentsMargins(8, 4, 8, 4);
     layout->addWidget(m_mark);
     layout->addWidget(m_text, 1);
+    layout->addWidget(m_log);
     layout->addWidget(m_close);
     hide();
 }

@@ -3,6 +3,7 @@
 #include "editor/workspace/Workspace.h"
 
 #include <QFrame>
+#include <QStyle>
 #include <QVector>
 
 class QLabel;
@@ -24,6 +25,13 @@ public:
     /// Nothing of before matters any more.
     void clear();
 
+    /// The picture that tells how much a notice matters.
+    static QStyle::StandardPixmap markOf(Workspace::Level level);
+
+signals:
+    /// Of everything told before.
+    void logRequested();
+
 protected:
     void timerEvent(QTimerEvent *event) override;
 
@@ -42,6 +50,7 @@ private:
     QVector<Notice> m_kept; // warnings and errors that nobody has closed, the latest last
     QLabel *m_mark;
     QLabel *m_text;
+    QToolButton *m_log;
     QToolButton *m_close;
     int m_timer = 0;
 };

@@ -5,6 +5,7 @@
 #include "editor/properties/PropertyPanel.h"
 #include "editor/review/ReviewPanel.h"
 #include "editor/shell/HistoryPanel.h"
+#include "editor/shell/NoticePanel.h"
 #include "editor/symbols/SymbolPanel.h"
 #include "editor/templates/InstancePanel.h"
 #include "editor/tree/ProjectTreePanel.h"
@@ -34,6 +35,7 @@ const QVector<PanelRow> &PanelTable()
         {"review", "Проверка экрана", Qt::BottomDockWidgetArea, false, &make<ReviewPanel>},
         {"instances", "Экземпляры шаблона", Qt::BottomDockWidgetArea, false, &make<InstancePanel>},
         {"problems", "Проблемы", Qt::BottomDockWidgetArea, false, &make<ProblemsPanel>},
+        {"notices", "Сообщения", Qt::BottomDockWidgetArea, false, &make<NoticePanel>},
     };
     return rows;
 }
