@@ -46,7 +46,8 @@ void BasicAlarm::Describe(KindBuilder &builder)
                                           "Повторять неквитированную через, мин")
         .Range(0, 1440)
         .Property<&BasicAlarm::m_firstUpGroup>(Prop::FirstUpGroup, "First-up group",
-                                               "Группа первопричины");
+                                               "Группа первопричины")
+        .Hint("shared");
     describeSuppression(builder);
     describeGuidance(builder);
 }
@@ -63,7 +64,7 @@ void BasicAlarm::describeSuppression(KindBuilder &builder)
                                                "Условие подавления словами")
         .Property<&BasicAlarm::m_suppressScript>(Prop::SuppressScript, "Suppression script",
                                                  "Сценарий подавления")
-        .Hint("multiline")
+        .Hint("condition")
         .Property<&BasicAlarm::m_suppressInputs>(Prop::SuppressInputs,
                                                  "Signals of the script: s1, s2, ...",
                                                  "Сигналы сценария: s1, s2, ...")
@@ -73,6 +74,7 @@ void BasicAlarm::describeSuppression(KindBuilder &builder)
 void BasicAlarm::describeGuidance(KindBuilder &builder)
 {
     builder.Property<&BasicAlarm::m_area>(Prop::Area, "Area", "Участок")
+        .Hint("shared")
         .Property<&BasicAlarm::m_cause>(Prop::Cause, "Cause", "Возможная причина")
         .Hint("multiline")
         .Property<&BasicAlarm::m_consequence>(Prop::Consequence, "Consequence",

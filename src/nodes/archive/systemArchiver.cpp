@@ -70,6 +70,7 @@ KindInfo systemArchiver::Kind()
     return KindBuilder::For<systemArchiver>("archiver", "Archive", "Архив")
         .Children({NodeType::TypeArchive, NodeType::TypeFolder})
         .Property<&systemArchiver::m_location>(Prop::Location, "Location", "Размещение")
+        .Hint("defines")
         .Property<&systemArchiver::m_days>(Prop::Days, "Samples are kept for, days",
                                            "Хранить значения, суток")
         .Range(0, 36500)

@@ -2,7 +2,6 @@
 
 #include "nodes/model/KindBuilder.h"
 #include "nodes/model/validation/ValidationResults.h"
-#include "nodes/values/NumberFormat.h"
 
 #include <cmath>
 
@@ -42,6 +41,7 @@ void widgetChartAxis::Describe(KindBuilder &builder)
         .Range(6, 96)
         .Property<&Axis::m_title>(Prop::Title, "Title", "Заголовок")
         .Property<&Axis::m_format>(Prop::Format, "Label format", "Формат подписей")
+        .Hint("numberFormat")
         .Property<&Axis::m_minimum>(Prop::Minimum, "From", "Начало шкалы")
         .Property<&Axis::m_maximum>(Prop::Maximum, "To", "Конец шкалы")
         .Property<&Axis::m_isAutoScale>(Prop::AutoScale, "Auto-scale", "Автомасштаб")
@@ -90,11 +90,6 @@ void widgetChartAxis::Validate(ValidationResults &results) const
     };
     if (!m_isAutoScale && !(m_minimum < m_maximum))
         report("from, to", "начало шкалы не меньше конца.");
-    std::string problem;
-    const bool isOfValues = GetNodeType().GetSubtype() == Code;
-    if (isOfValues && !m_format.empty() && !NumberFormat::Parse(m_format, &problem))
-        report("labelFormat", "формат подписей «" + m_format + "» не годится: " + problem +
-                                  ". Подписи показаны как %3.2f.");
     if (m_isLogarithmic && !m_isAutoScale && !(m_minimum > 0))
         report("from", "у логарифмической шкалы начало больше нуля.");
     const double length = Milliseconds(m_length, enRangeUnit(m_lengthUnit));

@@ -6,8 +6,14 @@ namespace Nodes {
 
 KindInfo widgetChartTimeAxis::Kind()
 {
-    return KindBuilder::For<widgetChartTimeAxis>("chartTimeAxis", "Time axis", "Ось времени")
-        .Inherit<widgetChartAxis>();
+    KindInfo kind =
+        KindBuilder::For<widgetChartTimeAxis>("chartTimeAxis", "Time axis", "Ось времени")
+            .Inherit<widgetChartAxis>();
+    for (PropertyDescriptor &d : kind.properties) {
+        if (d.key == Prop::Format.key)
+            d.editorHint = "timeFormat";
+    }
+    return kind;
 }
 
 } // namespace Nodes

@@ -6,6 +6,7 @@
 #include "nodes/model/validation/FindingCode.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/serial/PropertyHelp.h"
+#include "nodes/texts/TextLanguage.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -43,6 +44,15 @@ public:
         for (const PropertyDescriptor &d : m_node.GetKind()->properties) {
             if (d.binding.type == PropertyType::Resource)
                 checkResource(d, *static_cast<const ResourceLink *>(d.binding.data(m_node)));
+        }
+    }
+    void Texts()
+    {
+        for (const PropertyDescriptor &d : m_node.GetKind()->properties) {
+            const TextLanguage *language =
+                d.editorHint.empty() ? nullptr : FindTextLanguage(d.editorHint);
+            if (language)
+                checkText(d, *language, *static_cast<const std::string *>(d.binding.data(m_node)));
         }
     }
     void Children()
@@ -118,6 +128,21 @@ private:
                 "нет файла «" + resource.GetFilePath() + "» свойства «" + d.nameRu +
                     "». Добавьте файл или выберите другой.");
     }
+    // The first one only: what follows is often a consequence of it.
+    void checkText(const PropertyDescriptor &d, const TextLanguage &language,
+                   const std::string &text)
+    {
+        const std::vector<TextProblem> problems = language.check(text, &m_node);
+        if (problems.empty())
+            return;
+        const TextProblem &problem = problems.front();
+        const auto line = 1 + std::count(text.begin(), text.begin() + long(problem.begin), '\n');
+        const std::string where =
+            text.find('\n') == std::string::npos ? "" : ", строка " + std::to_string(line);
+        add(Result(&m_node, problem.isRemark ? Result::Success : Result::InvalidArgument, d.key),
+            problem.isRemark ? FindingCode::Advice : FindingCode::BadText,
+            "свойство «" + d.nameRu + "»" + where + ": " + problem.message + ".");
+    }
     void checkKind(const ConfigNode &child)
     {
         const NodeType type = child.GetNodeType();
@@ -142,6 +167,7 @@ void ConfigNode::Validate(ValidationResults &results) const
     check.Links();
     check.Cycles();
     check.Resources();
+    check.Texts();
     check.Children();
     check.ForeignAttributes();
 }

@@ -53,6 +53,8 @@ struct LuaSandbox::Impl
     /// Leaves the compiled function, or the error text, at the top.
     bool load(const std::string &name, const std::string &text);
     bool compileEither(const std::string &name, const std::string &text);
+    /// Takes the outcome of one of the two from the top.
+    Result keep(bool isCompiled, Script &script);
     /// Calls the function at the top within the limits; the result or error is left at the top.
     int callLimited();
     Result failure(int status);
@@ -191,21 +193,30 @@ void LuaSandbox::AddFunction(const std::string &name, Function function)
     lua_pop(lua, 1);
 }
 
-Result LuaSandbox::Compile(const std::string &name, const std::string &text, Script &script)
+Result LuaSandbox::Impl::keep(bool isCompiled, Script &script)
 {
-    lua_State *lua = m_impl->lua;
-    if (!m_impl->compileEither(name, text)) {
+    if (!isCompiled) {
         const Result error(Result::ParseError, lua_tostring(lua, -1));
         lua_pop(lua, 1);
         return error;
     }
-    Impl::Compiled compiled{LUA_NOREF, m_impl->newGlobals()};
+    Compiled compiled{LUA_NOREF, newGlobals()};
     lua_rawgeti(lua, LUA_REGISTRYINDEX, compiled.globals);
     lua_setupvalue(lua, -2, 1); // the first upvalue of a chunk is its table of globals
     compiled.function = luaL_ref(lua, LUA_REGISTRYINDEX);
-    script = m_impl->scripts.size();
-    m_impl->scripts.push_back(compiled);
+    script = scripts.size();
+    scripts.push_back(compiled);
     return Result();
+}
+
+Result LuaSandbox::Compile(const std::string &name, const std::string &text, Script &script)
+{
+    return m_impl->keep(m_impl->compileEither(name, text), script);
+}
+
+Result LuaSandbox::CompileBlock(const std::string &name, const std::string &text, Script &script)
+{
+    return m_impl->keep(m_impl->load(name, text), script);
 }
 
 void LuaSandbox::SetVariable(Script script, const char *name, const SignalValue &value)

@@ -47,6 +47,10 @@ public:
     /// ParseError gives the line and what is wrong; `name` stands for the text in messages.
     [[nodiscard]] Result Compile(const std::string &name, const std::string &text, Script &script);
 
+    /// Compiles a block: it need not return anything, and an expression alone is none.
+    [[nodiscard]] Result CompileBlock(const std::string &name, const std::string &text,
+                                      Script &script);
+
     /// Sets a global of that script. Numbers, logical values and texts arrive as such, an empty
     /// value and errors as nil.
     void SetVariable(Script script, const char *name, const SignalValue &value);

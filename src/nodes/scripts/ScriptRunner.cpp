@@ -92,7 +92,7 @@ Result ScriptRunner::Impl::execute(const ScriptJob &job)
     ScriptHost host(job, calls, sandbox);
     LuaSandbox::Script script = 0;
     // As a block, so that what is wrong with it is told as of a block; lines count as written.
-    Result result = sandbox.Compile(job.name, "do " + job.text + "\nend return nil", script);
+    Result result = sandbox.CompileBlock(job.name, job.text, script);
     SignalValue returned;
     if (result)
         result = sandbox.Run(script, returned);

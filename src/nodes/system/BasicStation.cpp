@@ -25,7 +25,8 @@ KindInfo BasicStation::Kind()
                                                      "Размер журнала не более, МБ")
         .Range(0, 10000000)
         .Property<&BasicStation::m_journalLocation>(Prop::JournalLocation, "Journal's location",
-                                                    "Где хранится журнал");
+                                                    "Где хранится журнал")
+        .Hint("defines");
 }
 
 JournalRetention BasicStation::GetJournalRetention() const

@@ -11,6 +11,7 @@ KindInfo compositionTemplate::Kind()
         .Inherit<BasicComposition>()
         .Property<&compositionTemplate::m_titleText>(Prop::Title, "Title of instances",
                                                      "Заголовок экземпляров")
+        .Hint("title")
         .Children({NodeType::TypeAction, NodeType(NodeType::SubtypeTemplateParameter)});
 }
 

@@ -10,6 +10,7 @@ KindInfo windowTemplate::Kind()
         .Inherit<BasicWindow>()
         .Property<&windowTemplate::m_titleText>(Prop::Title, "Title of instances",
                                                 "Заголовок экземпляров")
+        .Hint("title")
         .Children({NodeType::TypeWidget, NodeType::TypeAction,
                    NodeType(NodeType::SubtypeTemplateParameter)});
 }

@@ -3,6 +3,7 @@
 #include "editor/properties/values/TextWindow.h"
 
 #include "nodes/model/properties/PropertyDescriptor.h"
+#include "nodes/texts/TextLanguage.h"
 
 #include <QLineEdit>
 #include <QToolButton>
@@ -13,7 +14,8 @@ namespace {
 
 bool isScript(const Nodes::PropertyDescriptor &d)
 {
-    return d.editorHint == "lua" || d.key == "formula" || d.key == "suppressScript";
+    const Nodes::TextLanguage *language = Nodes::FindTextLanguage(d.editorHint);
+    return language && language->isMultiLine;
 }
 
 } // namespace

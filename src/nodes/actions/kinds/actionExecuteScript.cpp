@@ -9,7 +9,7 @@ KindInfo actionExecuteScript::Kind()
     return KindBuilder::For<actionExecuteScript>("actionExecuteScript", "Execute script",
                                                  "Выполнение сценария")
         .Property<&actionExecuteScript::m_script>(Prop::Script, "Script", "Сценарий")
-        .Hint("lua")
+        .Hint("script")
         .Property<&actionExecuteScript::m_signals>(Prop::Signals, "Signals by number",
                                                    "Сигналы по номерам")
         .Refers({NodeType::TypeSignal})

@@ -22,11 +22,13 @@ KindInfo actionLaunchProcess::Kind()
     return KindBuilder::For<actionLaunchProcess>("actionLaunchProcess", "Launch process",
                                                  "Запуск программы")
         .Property<&actionLaunchProcess::m_program>(Prop::Program, "Program", "Программа")
+        .Hint("defines")
         .Property<&actionLaunchProcess::m_arguments>(Prop::Arguments, "Arguments, one a line",
                                                      "Аргументы, по одному в строке")
-        .Hint("multiline")
+        .Hint("defineLines")
         .Property<&actionLaunchProcess::m_directory>(Prop::Directory, "Working directory",
-                                                     "Рабочий каталог");
+                                                     "Рабочий каталог")
+        .Hint("defines");
 }
 
 Result actionLaunchProcess::Prepare(Command &command) const

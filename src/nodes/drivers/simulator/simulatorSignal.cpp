@@ -12,9 +12,10 @@ KindInfo simulatorSignal::Kind()
                                              "Моделируемый сигнал")
         .Inherit<BasicSignal>()
         .Property<&simulatorSignal::m_formula>(Prop::Formula, "Formula", "Формула")
-        .Hint("multiline")
+        .Hint("formula")
         .Property<&simulatorSignal::m_initialValue>(Prop::Initial, "Initial value",
-                                                    "Начальное значение");
+                                                    "Начальное значение")
+        .Hint("value");
 }
 
 SignalValue simulatorSignal::GetInitialValue() const

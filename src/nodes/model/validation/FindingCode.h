@@ -20,6 +20,7 @@ constexpr const char *IdleText = "idle-text";
 constexpr const char *UnknownKind = "unknown-kind";
 constexpr const char *UnknownAttribute = "unknown-attribute";
 constexpr const char *BadValue = "bad-value";
+constexpr const char *BadText = "bad-text";
 constexpr const char *Misplaced = "misplaced";
 constexpr const char *NestedDriver = "nested-driver";
 constexpr const char *NoTarget = "no-target";
