@@ -294,6 +294,26 @@ private slots:
         Editor::SceneViewMemory().keep(*Desk().session.project()->FindNode(30), {0, {}});
     }
 
+    // But for as much as a notice takes: what is about to be pressed stays below the pointer.
+    void aFittedPageStaysWhereItIsBesideANotice()
+    {
+        Desk desk;
+        Editor::EditedView *view = desk.document->editedView();
+        QCoreApplication::processEvents();
+        desk.run("scene.fitAll");
+        const QSize size = desk.document->size();
+        const QTransform before = view->viewportTransform();
+        const auto transformAt = [&](int height) {
+            desk.document->resize(size.width(), height);
+            QCoreApplication::processEvents();
+            return view->viewportTransform();
+        };
+        QCOMPARE(transformAt(size.height() - 34), before);
+        QCOMPARE(transformAt(size.height()), before);
+        QVERIFY(transformAt(size.height() - 34 - 40) != before); // not by small steps either
+        QCOMPARE(transformAt(size.height()), before);
+    }
+
     void aPreviewIsScrolled()
     {
         Desk desk;

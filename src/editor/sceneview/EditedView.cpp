@@ -14,6 +14,7 @@ namespace {
 
 constexpr int desk = 480;           // scene pixels on each side of the page
 constexpr int fitMargin = 16;       // pixels of the screen
+constexpr int noticeHeight = 64;    // pixels of the screen, of two lines at most
 constexpr double greatestFit = 4.0; // a small selection is not blown up to single pixels
 
 } // namespace
@@ -89,13 +90,21 @@ void EditedView::fitPage(bool isEnlarged)
     if (percent() > 100 && !isEnlarged)
         setPercent(100);
     m_fitted = percent();
+    m_fittedSize = viewport()->size();
+}
+
+// A notice below comes and goes: what is about to be pressed must not move with it.
+bool EditedView::isJustNotice(const QSize &size) const
+{
+    return size.width() == m_fittedSize.width() &&
+           std::abs(size.height() - m_fittedSize.height()) <= noticeHeight;
 }
 
 void EditedView::resizeEvent(QResizeEvent *event)
 {
     const bool wasFitted = isPageFitted();
     ProxyView::resizeEvent(event);
-    if (wasFitted)
+    if (wasFitted && !isJustNotice(viewport()->size()))
         fitPage(m_fitted > 100);
 }
 

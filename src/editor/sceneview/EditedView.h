@@ -53,9 +53,12 @@ protected:
     bool viewportEvent(QEvent *event) override;
 
 private:
+    bool isJustNotice(const QSize &size) const;
+
     SceneBackdrop m_backdrop;
     QTransform m_shown;
-    int m_fitted = 0; ///< percent at which the page was fitted; 0: it was not
+    QSize m_fittedSize; ///< of the view, when the page was fitted
+    int m_fitted = 0;   ///< percent at which the page was fitted; 0: it was not
 };
 
 } // namespace Editor

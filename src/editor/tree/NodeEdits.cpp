@@ -184,8 +184,13 @@ Nodes::NodeLinks NodeEdits::copyTo(const Nodes::NodeLinks &nodes, const Nodes::N
     Nodes::Result done = canTake(parent, nodes, true);
     if (done)
         done = parent.GetNodesCollection()->CloneNodes(Nodes::NodesArray(nodes), copies, true);
-    if (done)
+    if (done) {
+        std::vector<unsigned long> layers;
+        for (const Nodes::NodeLink &node : nodes)
+            layers.push_back(node->GetParent() ? node->GetParent()->GetId() : 0);
+        Widgets::GroupEdits::tellApart(copies, layers);
         return insertCopies(copies, parent, before);
+    }
     refuse(QStringLiteral("Узлы не скопированы"), done);
     return {};
 }

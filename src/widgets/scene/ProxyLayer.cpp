@@ -1,6 +1,5 @@
 #include "widgets/scene/ProxyLayer.h"
 
-#include "widgets/elements/IWidget.h"
 #include "widgets/scene/BulkInsertion.h"
 #include "widgets/scene/IdleDeleter.h"
 #include "widgets/scene/ProxyWidget.h"
@@ -223,8 +222,7 @@ void ProxyLayer::onNodeRemoved(Nodes::NodeLink link)
 // event waits for.
 void ProxyLayer::drop(ProxyWidget &host)
 {
-    if (IWidget *element = host.element())
-        element->stop();
+    host.retire();
     endBurst();
     IdleDeleter *busy = nullptr;
     for (QGraphicsView *shown : host.scene() ? host.scene()->views() : QList<QGraphicsView *>()) {

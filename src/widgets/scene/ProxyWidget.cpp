@@ -163,6 +163,13 @@ void ProxyWidget::stop()
         m_element->stop();
 }
 
+void ProxyWidget::retire()
+{
+    if (m_element)
+        m_element->stop();
+    m_relay.disconnect();
+}
+
 void ProxyWidget::forgetElement()
 {
     m_element = nullptr;

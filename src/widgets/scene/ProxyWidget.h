@@ -66,6 +66,9 @@ public:
 
     void start();
     void stop();
+    /// Stops it for good, while its node still exists: it waits for its deletion, and hears of the
+    /// node, which an undo may bring back before, no more.
+    void retire();
     /// Hides or disables the element as the rights of the current user demand.
     void judgeAccess();
     void setTypeFrame(TypeFrame type);

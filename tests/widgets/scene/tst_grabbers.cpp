@@ -4,6 +4,7 @@
 #include "widgets/scene/editing/Border.h"
 #include "widgets/scene/editing/CornerGrabber.h"
 #include "widgets/scene/editing/EditOverlay.h"
+#include "widgets/scene/editing/Locker.h"
 
 #include "utils/undo/ChangePropertyCommand.h"
 
@@ -240,17 +241,49 @@ private slots:
         QVERIFY(qAbs(shown.width() - 110) <= 1 && qAbs(shown.height() - 46) <= 1);
     }
 
-    void keepTheirSizeInASmallPicture()
+    void keepTheirSizeAtAnyZoom_data()
     {
+        const Rows<double, QRectF, QRectF> row("zoom", "first", "third");
+        row("small", 0.25, {87, 67, 24, 24}, {188, 108, 24, 24});
+        row("large", 8, {99.5, 79.5, 0.75, 0.75}, {199.625, 119.625, 0.75, 0.75});
+    }
+
+    void keepTheirSizeAtAnyZoom()
+    {
+        QFETCH(double, zoom);
+        QFETCH(QRectF, third);
         Editor editor;
         editor.select({32});
-        editor.view.scale(0.25, 0.25);
-        const QRectF box(188, 108, 24, 24);
-        QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect(), box);
-        editor.drag(box.center(), box.center() + QPointF(40, 20));
+        editor.view.scale(zoom, zoom);
+        editor.view.centerOn(200, 120);
+        QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect(), third);
+        QTEST(grabber(editor.host(32), 0)->sceneBoundingRect(), "first");
+        editor.drag(third.center(), third.center() + QPointF(40, 20));
         QCOMPARE(editor.place(32), QRect(100, 80, 140, 60));
         editor.view.resetTransform();
         QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect().size(), QSizeF(6, 6));
+    }
+
+    // An open one would look closed.
+    void theFrameOfTheKeyElementLeavesItsLockOut()
+    {
+        const auto coloured = [](const QImage &image, const QRect &area) {
+            int found = 0;
+            for (int y = area.top(); y <= area.bottom(); ++y) {
+                for (int x = area.left(); x <= area.right(); ++x)
+                    found += image.pixelColor(x, y) == QColor(0, 95, 184) ? 1 : 0;
+            }
+            return found;
+        };
+        Editor editor;
+        editor.select({32, 33});
+        const Widgets::Locker *lock = editor.host(33)->locker();
+        QVERIFY(lock && lock->isVisible());
+        const QImage shown = editor.view.viewport()->grab().toImage();
+        const QRect at = editor.view.mapFromScene(lock->sceneBoundingRect()).boundingRect();
+        const QRect frame = editor.view.mapFromScene(editor.host(33)->geometry()).boundingRect();
+        QVERIFY(coloured(shown, frame.adjusted(-3, -3, 3, 3)) > 200);
+        QCOMPARE(coloured(shown, at), 0);
     }
 
     void ofVeryManyOnlyTheKeyElementHasThem()

@@ -211,6 +211,23 @@ private slots:
         QVERIFY(editor.project.node(34)); // not selected
     }
 
+    // As between the parts of one step; the old item is still there.
+    void whoWaitsForDeletionHearsNothing()
+    {
+        Editor editor;
+        editor.select({32});
+        const QPointer<Widgets::ProxyWidget> old = editor.host(32);
+        const QSignalSpy heard(old, &Widgets::ProxyWidget::propertyUpdated);
+        (void)editor.project.node(32)->SetProperty(Nodes::BasicWidget::Prop::X, 15);
+        QCOMPARE(heard.count(), 1);
+        editor.scene->slotWidgetDelete({Nodes::NodeLink(32ul)});
+        editor.stack.undo();
+        (void)editor.project.node(32)->SetProperty(Nodes::BasicWidget::Prop::X, 25);
+        QVERIFY(old && old != editor.host(32));
+        QCOMPARE(heard.count(), 1);
+        QCOMPARE(editor.host(32)->pos(), QPointF(25, 20));
+    }
+
     void copiesIntoTheTopLayer()
     {
         Editor editor;

@@ -31,31 +31,36 @@ void DropPreview::follow(const QMimeData &data, QPointF at)
     const QByteArray types = data.data(NewElements::typesFormat());
     if (types != m_data || !m_isActive) {
         m_data = types;
-        const QStringList texts = DraggedNodes::texts(data, NewElements::typesFormat());
-        m_size = texts.isEmpty() ? QSize()
-                                 : NewElements::sizeOf(Nodes::NodeType(texts.first().toStdString()),
-                                                       DroppedProperties::of(data));
+        m_sizes.clear();
+        for (const QString &type : DraggedNodes::texts(data, NewElements::typesFormat())) {
+            const QSize size = NewElements::sizeOf(Nodes::NodeType(type.toStdString()),
+                                                   DroppedProperties::of(data));
+            if (size.isValid())
+                m_sizes.append(size);
+        }
     }
-    if (m_size.isValid())
-        (void)snapped(centredAt(at, m_size), true);
+    Guides shown;
+    for (const QSize &size : qAsConst(m_sizes)) {
+        const QRect box = centredAt(at, size);
+        shown.places.append(QRect(snapped(box, shown), size));
+    }
+    if (!m_sizes.isEmpty())
+        m_overlay.setGuides(shown);
 }
 
 QPoint DropPreview::landing(const QRect &box)
 {
-    return snapped(box, false);
+    Guides unseen;
+    return snapped(box, unseen);
 }
 
-QPoint DropPreview::snapped(const QRect &box, bool isShown)
+// To the same as each of the others: they do not see one another.
+QPoint DropPreview::snapped(const QRect &box, Guides &guides)
 {
     if (!m_isActive)
         m_snapper.begin(m_selection, true);
     m_isActive = true;
-    Guides guides;
-    const QPoint shift = m_snapper.adjust(QRectF(box), QPointF(), allEdges, &guides).toPoint();
-    guides.places.append(QRectF(box.translated(shift)));
-    if (isShown)
-        m_overlay.setGuides(guides);
-    return box.topLeft() + shift;
+    return box.topLeft() + m_snapper.adjust(QRectF(box), QPointF(), allEdges, &guides).toPoint();
 }
 
 void DropPreview::end()

@@ -1,6 +1,7 @@
 #include "widgets/scene/editing/EditOverlay.h"
 
 #include "widgets/scene/ProxyWidget.h"
+#include "widgets/scene/editing/Locker.h"
 #include "widgets/scene/editing/SceneSelection.h"
 #include "widgets/scene/editing/groups/SceneGroups.h"
 
@@ -20,6 +21,24 @@ const QColor guideColor(200, 0, 120);
 
 // Elements stand within 16 bits.
 constexpr double farthest = 1 << 17;
+
+/// Lines of a rectangle around the host. They leave its lock out: struck through, an open one would
+/// look closed.
+void addFrame(QVector<QLineF> &lines, const ProxyWidget &host, const QRectF &rect)
+{
+    lines << QLineF(rect.topLeft(), rect.bottomLeft())
+          << QLineF(rect.bottomLeft(), rect.bottomRight())
+          << QLineF(rect.bottomRight(), rect.topRight());
+    const Locker *lock = host.locker();
+    if (!lock || !lock->isVisible()) {
+        lines << QLineF(rect.topLeft(), rect.topRight());
+        return;
+    }
+    constexpr double gap = 2;
+    const QRectF left = lock->sceneBoundingRect().adjusted(-gap, 0, gap, 0);
+    lines << QLineF(rect.topLeft(), {left.left(), rect.top()})
+          << QLineF({left.right(), rect.top()}, rect.topRight());
+}
 
 } // namespace
 
@@ -87,12 +106,12 @@ void EditOverlay::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWi
 
 void EditOverlay::paintFrames(QPainter &painter) const
 {
-    QVector<QRectF> frames;
-    frames.reserve(m_selection.count());
+    QVector<QLineF> frames;
+    frames.reserve(5 * m_selection.count());
     for (const ProxyWidget *host : m_selection.hosts())
-        frames.append(host->geometry().adjusted(-0.5, -0.5, 0.5, 0.5));
+        addFrame(frames, *host, host->geometry().adjusted(-0.5, -0.5, 0.5, 0.5));
     painter.setPen(QPen(frameColor, 0));
-    painter.drawRects(frames);
+    painter.drawLines(frames);
 }
 
 void EditOverlay::paintGroups(QPainter &painter, const QVector<QRectF> &groups) const
@@ -112,9 +131,10 @@ void EditOverlay::paintKey(QPainter &painter) const
         return;
     QPen pen(frameColor, 2);
     pen.setCosmetic(true);
-    pen.setJoinStyle(Qt::MiterJoin);
     painter.setPen(pen);
-    painter.drawRect(key->geometry().adjusted(-2, -2, 2, 2));
+    QVector<QLineF> frame;
+    addFrame(frame, *key, key->geometry().adjusted(-2, -2, 2, 2));
+    painter.drawLines(frame);
 }
 
 void EditOverlay::paintGuides(QPainter &painter) const

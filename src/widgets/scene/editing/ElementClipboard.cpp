@@ -1,5 +1,6 @@
 #include "widgets/scene/editing/ElementClipboard.h"
 
+#include "widgets/scene/editing/groups/GroupEdits.h"
 #include "widgets/scene/editing/paste/LinkPaths.h"
 #include "widgets/scene/editing/paste/LinkRebinding.h"
 #include "widgets/scene/editing/paste/PasteReport.h"
@@ -24,6 +25,18 @@ namespace {
 Q_LOGGING_CATEGORY(editorLog, "station.editor")
 
 const QString enteredFormat = QStringLiteral("application/x-operatorstation-group");
+const QString layersFormat = QStringLiteral("application/x-operatorstation-layers");
+
+/// Ids of the parents, in the order of the nodes.
+QByteArray layersOf(const Nodes::NodeLinks &nodes)
+{
+    QByteArrayList ids;
+    for (const Nodes::NodeLink &node : nodes) {
+        const Nodes::ConfigNode *layer = node->GetParent();
+        ids << QByteArray::number(qulonglong(layer ? layer->GetId() : 0));
+    }
+    return ids.join(' ');
+}
 
 std::optional<LinkPaths> readPaths()
 {
@@ -64,6 +77,16 @@ std::string ElementClipboard::enteredGroup()
     return data ? data->data(enteredFormat).toStdString() : std::string();
 }
 
+std::vector<unsigned long> ElementClipboard::sourceLayers()
+{
+    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    const QByteArray text = data ? data->data(layersFormat) : QByteArray();
+    std::vector<unsigned long> ids;
+    for (const QByteArray &id : text.isEmpty() ? QByteArrayList() : text.split(' '))
+        ids.push_back(id.toULong());
+    return ids;
+}
+
 void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::NodeLinks &elements,
                            const std::string &entered)
 {
@@ -76,6 +99,7 @@ void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::N
     auto data = std::make_unique<QMimeData>();
     data->setText(QString::fromLatin1(QByteArray::fromStdString(bytes).toHex()));
     data->setData(LinkPaths::mimeFormat(), LinkPaths(project, nodes.GetLinks()).toBytes());
+    data->setData(layersFormat, layersOf(nodes.GetLinks()));
     if (!entered.empty())
         data->setData(enteredFormat, QByteArray::fromStdString(entered));
     QGuiApplication::clipboard()->setMimeData(data.release());
@@ -139,6 +163,7 @@ Nodes::NodesArray ElementClipboard::take(Nodes::NodesCollection &project, PasteR
         report.failure = failureText(taken);
         return {};
     }
+    GroupEdits::tellApart(clones, sourceLayers());
     LinkRebinding(project, paths).rebind(clones, report);
     return clones;
 }

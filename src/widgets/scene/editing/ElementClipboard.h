@@ -6,6 +6,9 @@
 #include "nodes/model/links/NodeLink.h"
 #include "nodes/values/Result.h"
 
+#include <string>
+#include <vector>
+
 namespace Nodes {
 class NodesCollection;
 class NodesContainer;
@@ -27,6 +30,8 @@ public:
                     const std::string &entered = {});
     /// That group of those that are there.
     static std::string enteredGroup();
+    /// Layer that each of them stood in, by its id; empty when the clipboard does not say.
+    static std::vector<unsigned long> sourceLayers();
     static bool hasElements(Nodes::NodesCollection &project);
     /// New nodes of the project, outside of its tree, their links led to what they mean in it;
     /// empty when the clipboard holds none. The report says why, and what needs a look.

@@ -12,15 +12,14 @@ namespace Widgets {
 
 namespace {
 
-// In a picture that is shown small they keep their size on the screen. An element that was taken
-// out of its scene hears of its node until it is deleted.
+// They keep their size on the screen, in a picture that is shown small or large.
 double scaleOf(const QGraphicsItem &owner)
 {
     constexpr double least = 0.125;
-    const QGraphicsScene *scene = owner.scene();
-    const QList<QGraphicsView *> views = scene ? scene->views() : QList<QGraphicsView *>();
+    constexpr double greatest = 32;
+    const QList<QGraphicsView *> views = owner.scene()->views();
     const double shown = views.isEmpty() ? 1 : std::abs(views.first()->transform().m11());
-    return 1 / qBound(least, shown, 1.0);
+    return 1 / qBound(least, shown, greatest);
 }
 
 } // namespace
@@ -54,21 +53,22 @@ void GrabberFrame::place(const QRectF &outline)
         return;
     constexpr double half = CornerGrabber::side / 2;
     const QPointF shift = m_owner.scenePos() + QPointF(half, half);
-    const double left = outline.left() - shift.x() - 1;
-    const double top = outline.top() - shift.y() - 1;
-    const double right = outline.right() - shift.x() + 1;
-    const double bottom = outline.bottom() - shift.y() + 1;
+    const double scale = scaleOf(m_owner);
+    const double gap = qMin(scale, 1.0); // a pixel of the screen where pixels are shown large
+    const double left = outline.left() - shift.x() - gap;
+    const double top = outline.top() - shift.y() - gap;
+    const double right = outline.right() - shift.x() + gap;
+    const double bottom = outline.bottom() - shift.y() + gap;
     const QPointF places[CornerCount] = {
         {left, top},
-        {right - 1, top},
-        {right - 1, bottom - 1},
-        {left, bottom - 1},
+        {right - gap, top},
+        {right - gap, bottom - gap},
+        {left, bottom - gap},
         {(left + right) / 2, top},
-        {right - 1, (top + bottom) / 2},
-        {(left + right) / 2, bottom - 1},
+        {right - gap, (top + bottom) / 2},
+        {(left + right) / 2, bottom - gap},
         {left, (top + bottom) / 2},
     };
-    const double scale = scaleOf(m_owner);
     for (CornerGrabber *grabber : qAsConst(m_grabbers)) {
         grabber->setPos(places[grabber->corner()]);
         grabber->setScale(scale);

@@ -2,6 +2,7 @@
 #include "support/Rows.h"
 #include "support/ShownEditor.h"
 
+#include "utils/undo/MoveNodesCommand.h"
 #include "widgets/scene/editing/CornerGrabber.h"
 #include "widgets/scene/editing/arrange/SceneEditTable.h"
 
@@ -323,6 +324,21 @@ private slots:
         editor.scene->onCopyToBuffer();
         editor.scene->onPasteFromBuffer({100, 300});
         QCOMPARE(editor.groupsOfNew(38), (QStringList{"p 2", "p 2"})); // H has the name there
+    }
+
+    void groupsOfOneNameStayTwo()
+    {
+        Editor editor;
+        editor.stack.push(
+            new Utils::MoveNodesCommand({Nodes::NodeLink(37ul)}, Nodes::NodeLink(38ul), {}));
+        (void)editor.project.node(37)->SetProperty(Nodes::BasicWidget::Prop::Group,
+                                                   std::string("p/s"));
+        editor.select({32, 33, 37, 39, 34, 35, 36});
+        editor.scene->onCopyToBuffer();
+        editor.scene->onPasteFromBuffer({100, 300});
+        QStringList pasted = editor.groupsOfNew(38);
+        pasted.sort();
+        QCOMPARE(pasted, (QStringList{"p 2", "p 2", "p 3", "p 3/s", "q", "q/r", "q/r"}));
     }
 
     void copiesOutOfAGroup()

@@ -100,6 +100,27 @@ private slots:
         QCOMPARE(s.stack.count(), 1);
     }
 
+    void severalKindsAreShownAndLand()
+    {
+        Scene s;
+        const auto data = draggedTexts("application/nodetype", {"label", "folder", "chartHistory"});
+        QGraphicsSceneDragDropEvent move(QEvent::GraphicsSceneDragMove);
+        QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
+        for (auto *event : {&move, &drop}) {
+            event->setMimeData(data.get());
+            event->setScenePos({163, 220});
+        }
+        QApplication::sendEvent(s.scene, &move);
+        const QVector<QRectF> shown = s.editor().overlay().guides().places;
+        QApplication::sendEvent(s.scene, &drop);
+        QVector<QRectF> landed;
+        for (const Widgets::ProxyWidget *host : s.scene->getLayers().last()->getWidgets())
+            landed.append(host->geometry());
+        QCOMPARE(landed.size(), 2);
+        QVERIFY(landed[0].size() != landed[1].size());
+        QCOMPARE(shown, landed);
+    }
+
     // A label of 100 x 30, from 90, 185 on: far from the others.
     void newElementsLandWhereItIsShown()
     {

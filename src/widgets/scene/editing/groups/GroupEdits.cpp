@@ -18,6 +18,15 @@ namespace {
 namespace Path = Nodes::GroupPath;
 using Elements = std::vector<Nodes::BasicWidget *>;
 
+/// Without the number that made it free once: of "pump 2" another copy is "pump 3".
+std::string unnumbered(const std::string &name)
+{
+    const std::size_t last = name.find_last_not_of("0123456789");
+    const bool isNumbered =
+        last != std::string::npos && last > 0 && last + 1 < name.size() && name[last] == ' ';
+    return isNumbered ? name.substr(0, last) : name;
+}
+
 /// Names that the groups right inside of one group have, and those given to others meanwhile.
 class TakenNames
 {
@@ -35,10 +44,20 @@ public:
                 m_names.insert(Path::Name(step));
         }
     }
+    /// Those of the copies, which have no layer yet.
+    explicit TakenNames(const Nodes::NodesArray &copies)
+    {
+        for (const Nodes::NodeLink &copy : copies) {
+            if (const auto *element = dynamic_cast<const Nodes::BasicWidget *>(copy.GetNode()))
+                m_names.insert(Path::Step({}, element->GetGroup()));
+        }
+    }
     std::string give(const std::string &wanted)
     {
         const std::vector<std::string_view> names(m_names.begin(), m_names.end());
-        return *m_names.insert(Nodes::FreeName(names, wanted, 2)).first;
+        const bool isTaken = m_names.count(wanted) != 0;
+        return *m_names.insert(Nodes::FreeName(names, isTaken ? unnumbered(wanted) : wanted, 2))
+                    .first;
     }
 
 private:
@@ -160,6 +179,26 @@ void GroupEdits::renew(const Nodes::NodesArray &copies, const Nodes::ConfigNode 
         const bool isAlone = sizes[Path::Step({}, path)] < 2;
         const std::string given = Path::Join(outer, isAlone ? std::string() : names.renamed(path));
         (void)element->SetProperty(Nodes::BasicWidget::Prop::Group, given); // any text is taken
+    }
+}
+
+void GroupEdits::tellApart(const Nodes::NodesArray &copies,
+                           const std::vector<unsigned long> &layers)
+{
+    if (layers.size() != copies.size())
+        return;
+    TakenNames taken(copies);
+    std::map<std::string, unsigned long> owners; // layer of the first copy that has the name
+    std::map<unsigned long, Renaming> names;
+    for (std::size_t i = 0; i < copies.size(); ++i) {
+        auto *element = dynamic_cast<Nodes::BasicWidget *>(copies[i].GetNode());
+        const std::string own = element ? element->GetGroup() : std::string();
+        const unsigned long owner =
+            owners.try_emplace(Path::Step({}, own), layers[i]).first->second;
+        if (own.empty() || owner == layers[i])
+            continue;
+        Renaming &renaming = names.try_emplace(layers[i], taken).first->second;
+        (void)element->SetProperty(Nodes::BasicWidget::Prop::Group, renaming.renamed(own));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "nodes/model/NodesArray.h"
 
 #include <string>
+#include <vector>
 
 class QUndoCommand;
 
@@ -35,6 +36,10 @@ WIDGETS_EXPORT QUndoCommand *ungroup(const EditedElements &edited);
 /// `stripped`, where it is in it, goes; what is left stands inside of `outer`.
 WIDGETS_EXPORT void renew(const Nodes::NodesArray &copies, const Nodes::ConfigNode &layer,
                           const std::string &stripped, const std::string &outer = {});
+/// Gives equally named groups of copies different names, where their originals stood in different
+/// layers: `layers` holds the id of each copy's. Of another length it says nothing.
+WIDGETS_EXPORT void tellApart(const Nodes::NodesArray &copies,
+                              const std::vector<unsigned long> &layers);
 /// The elements are about to move to that layer: a name of a group that is taken there becomes
 /// another one, as a part of the step.
 void giveWay(EditGroup &step, const std::vector<Nodes::BasicWidget *> &elements,
