@@ -3,6 +3,7 @@
 #include "nodes/journal/JournalTables.h"
 #include "nodes/journal/JournalTrim.h"
 #include "nodes/journal/SqliteJournalSearch.h"
+#include "nodes/journal/texts/JournalTextIndex.h"
 #include "nodes/storage/Digest.h"
 #include "nodes/storage/SqliteStatement.h"
 #include "nodes/values/Clock.h"
@@ -68,6 +69,7 @@ Result SqliteJournal::Open(StoreOpening &opening)
 {
     m_origins.clear(); // it may be another file by now
     m_nextLook = 0;
+    m_unindexed = JournalTextIndex::WorthRows;
     return SqliteStore<JournalStore>::Open(opening);
 }
 
@@ -87,12 +89,17 @@ void SqliteJournal::SetRetention(const JournalRetention &retention, const Record
 
 Result SqliteJournal::Tend(Upkeep &upkeep)
 {
+    bool hasTexts = false;
+    Result result = m_unindexed >= JournalTextIndex::WorthRows ? extendTexts(hasTexts) : Result();
+    upkeep.hasMore = result && hasTexts;
+    if (!result || hasTexts)
+        return result;
     const Timestamp now = Clock::Current().Steady();
     if (now < m_nextLook)
         return Result();
     JournalTrim trim(m_file.Database());
     bool isUnderWay = false;
-    Result result = trim.IsUnderWay(isUnderWay);
+    result = trim.IsUnderWay(isUnderWay);
     if (result && isUnderWay)
         result = m_file.Transact([&] { return trim.Step(); });
     else if (result && m_retention.isNeeded())
@@ -100,6 +107,18 @@ Result SqliteJournal::Tend(Upkeep &upkeep)
     upkeep.hasMore = result && (isUnderWay || !upkeep.records.empty());
     if (!upkeep.hasMore)
         m_nextLook = now + lookPeriod;
+    return result;
+}
+
+/// Nothing is written while there is little to index.
+Result SqliteJournal::extendTexts(bool &hasMore)
+{
+    JournalTextIndex texts(m_file.Database());
+    Result result = texts.IsDue(hasMore);
+    if (result && hasMore)
+        result = m_file.Transact([&] { return texts.Extend(); });
+    else
+        m_unindexed = 0;
     return result;
 }
 
@@ -162,6 +181,7 @@ Result SqliteJournal::append(const Records &records, std::vector<std::uint64_t> 
             continue;
         last = {last.id + 1, hash};
         numbers[i] = last.id;
+        ++m_unindexed;
     }
     if (!result)
         return result;

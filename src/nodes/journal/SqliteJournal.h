@@ -32,11 +32,13 @@ private:
                                     std::int64_t &origin);
 
     [[nodiscard]] Result beginTrim(Upkeep &upkeep);
+    [[nodiscard]] Result extendTexts(bool &hasMore);
 
     std::map<RecordSource, std::int64_t> m_origins; // numbers of sources that are in the file
     JournalRetention m_retention;
     RecordHome m_home;
-    Timestamp m_nextLook = 0; // steady time
+    Timestamp m_nextLook = 0;      // steady time
+    std::uint64_t m_unindexed = 0; // rows without a block in the index of texts, at least
 };
 
 } // namespace Nodes

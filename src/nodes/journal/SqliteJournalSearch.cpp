@@ -153,14 +153,46 @@ Result SqliteJournalSearch::find(const JournalQuery &query, std::vector<JournalR
     Result result = findOrigins(query, origins);
     if (!result)
         return result;
-    const JournalSelection selection(query, origins);
-    SqliteStatement statement(m_database, selection.GetSql());
-    selection.Bind(statement);
+    std::vector<JournalTextIndex::Span> spans;
+    result = findSpans(query, spans);
+    SqliteStatement statement(m_database, JournalSelection(query, origins).GetSql());
+    for (std::size_t i = 0; result && i < spans.size() && rows.size() < query.limit; ++i) {
+        JournalQuery part = query;
+        part.begin = spans[i].begin;
+        part.end = spans[i].end;
+        part.limit = query.limit - rows.size();
+        JournalSelection(part, origins).Bind(statement);
+        result = readRows(statement, rows);
+    }
+    return result;
+}
+
+/// In the order of the query. A text is looked for only where it may stand.
+Result SqliteJournalSearch::findSpans(const JournalQuery &query,
+                                      std::vector<JournalTextIndex::Span> &spans)
+{
+    const Timestamp end = query.end != 0 ? query.end : std::numeric_limits<Timestamp>::max();
+    spans = {{query.begin, end}};
+    if (query.text.empty())
+        return Result();
+    const Result result =
+        JournalTextIndex(m_database).Narrow(query.text, {query.begin, end}, spans);
+    if (query.order == JournalQuery::NewestFirst)
+        std::reverse(spans.begin(), spans.end());
+    return result;
+}
+
+Result SqliteJournalSearch::readRows(SqliteStatement &statement, std::vector<JournalRow> &rows)
+{
+    Result result;
     while (result && statement.Step()) {
         rows.push_back(JournalTables::ReadRow(statement));
         result = m_sources.Read(statement.Integer(JournalTables::OriginColumn), rows.back().source);
     }
-    return result ? statement.GetResult() : result;
+    if (result)
+        result = statement.GetResult();
+    statement.Reset();
+    return result;
 }
 
 Result SqliteJournalSearch::findOrigins(const JournalQuery &query,

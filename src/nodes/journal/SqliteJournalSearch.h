@@ -3,6 +3,7 @@
 #include "nodes/journal/JournalSearch.h"
 #include "nodes/journal/JournalSelection.h"
 #include "nodes/journal/JournalSources.h"
+#include "nodes/journal/texts/JournalTextIndex.h"
 #include "nodes/storage/SqliteDatabase.h"
 
 #include <atomic>
@@ -34,6 +35,9 @@ private:
     template <class Work> Result read(Work work);
     [[nodiscard]] Result open();
     [[nodiscard]] Result find(const JournalQuery &query, std::vector<JournalRow> &rows);
+    [[nodiscard]] Result findSpans(const JournalQuery &query,
+                                   std::vector<JournalTextIndex::Span> &spans);
+    [[nodiscard]] Result readRows(SqliteStatement &statement, std::vector<JournalRow> &rows);
     [[nodiscard]] Result findOrigins(const JournalQuery &query, JournalSelection::Origins &origins);
     [[nodiscard]] Result verify(const std::vector<JournalLink> &receipts, const Progress &progress);
     [[nodiscard]] Result readEnds(JournalEnds &ends);
