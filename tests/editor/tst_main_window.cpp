@@ -358,11 +358,15 @@ private slots:
         write("project.xml.bak", "<project/>");
         MainWindow window{QString()};
         QString said;
-        QTimer::singleShot(0, &window, [&] {
+        QTimer look;
+        connect(&look, &QTimer::timeout, &window, [&] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return;
             said = box->text() + box->informativeText() + box->detailedText();
             box->reject();
         });
+        look.start(1);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("project\\.xml")));
         QVERIFY(!window.files().open(directory.path()));
         QVERIFY2(said.contains(told) && said.contains(directory.path()), qPrintable(said));

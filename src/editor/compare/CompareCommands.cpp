@@ -2,15 +2,14 @@
 
 #include "editor/compare/CompareDocument.h"
 #include "editor/project/ProjectSession.h"
+#include "editor/project/ReadProject.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/NodesCollection.h"
-#include "nodes/serial/ProjectReader.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QGuiApplication>
 
 namespace Editor {
 
@@ -23,18 +22,16 @@ QString tr(const char *text)
 
 std::unique_ptr<Nodes::NodesCollection> read(Workspace &workspace, const QString &file)
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    Nodes::ProjectReader reader;
-    reader.SetLenient(true);
-    std::unique_ptr<Nodes::NodesCollection> project;
-    const Nodes::Result done = reader.ReadFile(file.toStdString(), project);
-    QGuiApplication::restoreOverrideCursor();
-    if (!done)
-        workspace.tell(
-            Workspace::Error,
-            tr("Сравнить не удалось: %1")
-                .arg(QString::fromStdString(reader.GetReport().GetMessages().back().ToString())));
-    return project;
+    ReadProject found;
+    const Nodes::Result done = workspace.session().read(file, found);
+    if (done || done == Nodes::Result::Cancelled)
+        return std::move(found.project);
+    const std::vector<Nodes::LoadMessage> &messages = found.report.GetMessages();
+    workspace.tell(Workspace::Error,
+                   tr("Сравнить не удалось: %1")
+                       .arg(QString::fromStdString(messages.empty() ? done.GetResultTranslated()
+                                                                    : messages.back().ToString())));
+    return nullptr;
 }
 
 } // namespace

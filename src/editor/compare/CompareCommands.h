@@ -6,8 +6,8 @@ namespace Editor {
 
 class Workspace;
 
-/// Shows what differs from that file to the open project; tells why it cannot be read. Returns when
-/// the user has closed the comparison.
+/// Shows what differs from that file to the open project in a document; tells why it cannot be
+/// read.
 void CompareWithFile(Workspace &workspace, const QString &file);
 /// The same with the project as it was saved.
 void CompareWithSaved(Workspace &workspace);

@@ -8,6 +8,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "nodes/project/HexDigest.h"
 #include "nodes/serial/AtomicFile.h"
+#include "nodes/serial/LoadProgress.h"
 #include "nodes/serial/ProjectWriter.h"
 #include "nodes/system/systemCore.h"
 #include "utils/undo/IUndo.h"
@@ -46,6 +47,8 @@ ProjectSession::ProjectSession(QObject *parent)
         emit refused(explain(text.isEmpty() ? tr("Изменение не выполнено") : text, why));
     });
     connect(&m_stack, &QUndoStack::cleanChanged, this, &ProjectSession::tellModified);
+    connect(&m_stack, &QUndoStack::indexChanged, this, [this] { ++m_edits; });
+    m_runner = [](const DiskJob &job) { return job.run(); };
 }
 
 ProjectSession::~ProjectSession()
@@ -116,12 +119,39 @@ void ProjectSession::tellModified()
 
 Nodes::Result ProjectSession::open(const QString &fileOrDirectory)
 {
-    const QString file = fileOf(fileOrDirectory);
     ReadProject found;
-    const Nodes::Result read = found.read(file);
-    if (read)
+    QString file;
+    const Nodes::Result done = read(fileOrDirectory, found, &file);
+    if (done)
         adopt(std::move(found), file);
-    return read;
+    return done;
+}
+
+Nodes::Result ProjectSession::read(const QString &fileOrDirectory, ReadProject &found,
+                                   QString *file) const
+{
+    const auto reading = std::make_shared<std::pair<ReadProject, QString>>();
+    const auto progress = std::make_shared<Nodes::LoadProgress>();
+    const auto done =
+        m_runner({tr("Читается проект «%1»…").arg(QDir::toNativeSeparators(fileOrDirectory)),
+                  [=] {
+                      reading->second = fileOf(fileOrDirectory);
+                      return reading->first.read(reading->second, progress.get());
+                  },
+                  progress,
+                  {}});
+    if (!done)
+        return {Nodes::Result::Cancelled, fileOrDirectory.toStdString() + ": not waited for"};
+    found = std::move(reading->first);
+    if (file)
+        *file = reading->second;
+    return *done;
+}
+
+Nodes::Result ProjectSession::onDisk(const DiskJob &job) const
+{
+    const auto done = m_runner(job);
+    return done ? *done : Nodes::Result(Nodes::Result::NotAvailable, "not waited for");
 }
 
 void ProjectSession::adopt(ReadProject &&read, const QString &file)
@@ -144,6 +174,7 @@ void ProjectSession::adopt(std::unique_ptr<Nodes::NodesCollection> project, cons
     m_file = file;
     m_stamp = stamp;
     m_isOpen = true;
+    ++m_edits;
     setReadOnly(readOnlyReason);
     emit opened();
 }
@@ -171,15 +202,43 @@ Nodes::Result ProjectSession::write()
         return made;
     const std::string digest = Nodes::HexDigest(text);
     emit replacing(QString::fromStdString(digest));
-    const Nodes::Result written = Nodes::ReplaceFile(path, text);
+    m_writing.insert(m_file);
+    const auto ended = [this, file = m_file, digest = QString::fromStdString(digest),
+                        edits = m_edits](const Nodes::Result &written) {
+        endWrite(file, digest, edits, written);
+    };
+    const auto written =
+        m_runner({tr("Проект записывается в «%1»…\nЕсли не ждать, он запишется, когда ответит "
+                     "диск, а до тех пор считается несохранённым.")
+                      .arg(QDir::toNativeSeparators(m_file)),
+                  [path, text = std::move(text)] { return Nodes::ReplaceFile(path, text); },
+                  {},
+                  [this, ended](const Nodes::Result &late) {
+                      ended(late);
+                      emit savedLate(late);
+                  }});
     if (!written)
-        return written;
-    m_stamp = Nodes::FileStamp::OfDigest(digest);
-    m_isRecovered = false;
-    m_stack.setClean();
-    tellModified();
+        return {Nodes::Result::NotAvailable, path + ": it is still being written"};
+    ended(*written);
+    return *written;
+}
+
+// The user may have gone on by now, with the same project or another.
+void ProjectSession::endWrite(const QString &file, const QString &digest, unsigned edits,
+                              const Nodes::Result &written)
+{
+    m_writing.erase(file);
+    if (!written || !m_isOpen || m_file != file)
+        return;
+    m_stamp = Nodes::FileStamp::OfDigest(digest.toStdString());
+    if (m_edits == edits) {
+        m_isRecovered = false;
+        m_stack.setClean();
+        tellModified();
+    } else {
+        m_stack.resetClean(); // what was saved before is in the file no more
+    }
     emit saved();
-    return written;
 }
 
 Nodes::Result ProjectSession::save()
@@ -188,6 +247,8 @@ Nodes::Result ProjectSession::save()
         return {Nodes::Result::NotFound, "no project is open"};
     if (isReadOnly())
         return {Nodes::Result::ReadOnly, m_readOnlyReason.toStdString()};
+    if (isWriting())
+        return {Nodes::Result::NotAvailable, "an earlier save has not ended yet"};
     Nodes::Result allowed;
     emit aboutToSave(allowed);
     return allowed ? write() : allowed;
@@ -197,16 +258,24 @@ Nodes::Result ProjectSession::saveAs(const QString &directory)
 {
     if (!m_isOpen)
         return {Nodes::Result::NotFound, "no project is open"};
-    const QDir target(QFileInfo(directory).absoluteFilePath());
-    const QString file = target.filePath(projectFile);
-    if (QFileInfo::exists(file))
-        return {Nodes::Result::Duplicate, file.toStdString() + " exists already"};
-    if (!QDir().mkpath(target.path()))
-        return {Nodes::Result::StorageError, target.path().toStdString() + " cannot be made"};
-    const Nodes::Result copied = CopyResources(this->directory(), target.path());
-    if (!copied)
-        return copied;
-    const Nodes::Result written = Nodes::ProjectWriter::WriteFile(*project(), file.toStdString());
+    const QString target = QFileInfo(directory).absoluteFilePath();
+    const QString file = QDir(target).filePath(projectFile);
+    std::string text;
+    const Nodes::Result made = Nodes::ProjectWriter::MakeText(*project(), file.toStdString(), text);
+    if (!made)
+        return made;
+    const Nodes::Result written = onDisk(
+        {tr("Проект записывается в «%1»…").arg(QDir::toNativeSeparators(target)),
+         [=, from = this->directory(), text = std::move(text)]() -> Nodes::Result {
+             if (QFileInfo::exists(file))
+                 return {Nodes::Result::Duplicate, file.toStdString() + " exists already"};
+             if (!QDir().mkpath(target))
+                 return {Nodes::Result::StorageError, target.toStdString() + " cannot be made"};
+             const Nodes::Result copied = CopyResources(from, target);
+             return copied ? Nodes::ReplaceFile(file.toStdString(), text) : copied;
+         },
+         {},
+         [this](const Nodes::Result &late) { emit savedLate(late); }});
     if (!written)
         return written;
     abandon();         // it is safe there

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/project/DiskJob.h"
+
 #include "nodes/project/FileStamp.h"
 #include "nodes/serial/LoadReport.h"
 #include "nodes/values/Connection.h"
@@ -10,6 +12,7 @@
 #include <QUndoStack>
 
 #include <memory>
+#include <set>
 
 namespace Nodes {
 class ConfigNode;
@@ -64,8 +67,19 @@ public:
     void setRecovered();
     QUndoStack &undoStack() { return m_stack; }
 
+    /// Another way to do what a disk may hold up than to stand still until it is done.
+    void setDiskRunner(DiskRunner runner) { m_runner = std::move(runner); }
+    /// Does it that way; NotAvailable when nobody waits for it any more.
+    [[nodiscard]] Nodes::Result onDisk(const DiskJob &job) const;
+    /// A save of the open project's file that nobody waits for has not ended yet.
+    bool isWriting() const { return m_writing.count(m_file) != 0; }
+
     /// Opens "project.xml" of a directory, or a file. On failure the project that is open stays.
+    /// Cancelled when the user did not want to wait.
     [[nodiscard]] Nodes::Result open(const QString &fileOrDirectory);
+    /// Reads a project that is not opened; `file` becomes its file unless it is null.
+    [[nodiscard]] Nodes::Result read(const QString &fileOrDirectory, ReadProject &found,
+                                     QString *file = nullptr) const;
     /// Takes over a project that was read elsewhere; `file` is where it is saved to, which was as
     /// `stamp` says when it was read.
     void adopt(std::unique_ptr<Nodes::NodesCollection> project, const QString &file,
@@ -75,7 +89,9 @@ public:
     /// Makes a new project in a directory, made when it is missing, and saves it. Duplicate when
     /// the directory has a project already.
     [[nodiscard]] Nodes::Result create(const QString &directory, const QString &name);
-    /// ReadOnly for a project that may only be looked at; the file is replaced as a whole.
+    /// ReadOnly for a project that may only be looked at; the file is replaced as a whole. What is
+    /// written is the project of this moment. NotAvailable when that is not waited for, or an
+    /// earlier save has not ended yet: savedLate() tells what came of it.
     [[nodiscard]] Nodes::Result save();
     /// Saves into another directory, copies the resources there, and goes on with that one, with a
     /// history of its own. Duplicate when a project lies there.
@@ -100,6 +116,8 @@ signals:
     /// The file is replaced now by one of that HexDigest.
     void replacing(const QString &digest);
     void saved();
+    /// A save that nobody waited for has ended; saved() came before, if it did.
+    void savedLate(const Nodes::Result &result);
     void abandoned();
     void modifiedChanged(bool isModified);
     void readOnlyChanged();
@@ -109,6 +127,8 @@ signals:
 private:
     bool admits();
     Nodes::Result write();
+    void endWrite(const QString &file, const QString &digest, unsigned edits,
+                  const Nodes::Result &written);
     void tellModified();
 
     std::unique_ptr<Nodes::systemCore> m_core;
@@ -119,6 +139,9 @@ private:
     QString m_file;
     Nodes::FileStamp m_stamp;
     QString m_readOnlyReason;
+    DiskRunner m_runner;
+    std::set<QString> m_writing; ///< files
+    unsigned m_edits = 0;        ///< counts what has changed the tree or the project
     bool m_isOpen = false;
     bool m_isRecovered = false;
     bool m_wasModified = false;

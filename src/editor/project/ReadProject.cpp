@@ -11,8 +11,9 @@ namespace Editor {
 ReadProject::ReadProject() = default;
 ReadProject::~ReadProject() = default;
 ReadProject::ReadProject(ReadProject &&) noexcept = default;
+ReadProject &ReadProject::operator=(ReadProject &&) noexcept = default;
 
-Nodes::Result ReadProject::read(const QString &file)
+Nodes::Result ReadProject::read(const QString &file, Nodes::LoadProgress *progress)
 {
     const std::string path = file.toStdString();
     constexpr int attempts = 3;
@@ -21,6 +22,7 @@ Nodes::Result ReadProject::read(const QString &file)
             stamp = Nodes::FileStamp::Of(path);
         Nodes::ProjectReader reader;
         reader.SetLenient(true);
+        reader.SetProgress(progress);
         Nodes::Result done = reader.ReadFile(path, project);
         if (attempt < attempts && stamp.Compare(path) == Nodes::FileStamp::Changed)
             continue;

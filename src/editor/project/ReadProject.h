@@ -9,8 +9,9 @@
 #include <memory>
 
 namespace Nodes {
+class LoadProgress;
 class NodesCollection;
-}
+} // namespace Nodes
 
 namespace Editor {
 
@@ -20,10 +21,12 @@ struct ReadProject
     ReadProject();
     ~ReadProject();
     ReadProject(ReadProject &&) noexcept;
+    ReadProject &operator=(ReadProject &&) noexcept;
 
     /// Reads also what a newer program wrote, for looking at. What is read and the stamp are of the
     /// same moment, whoever else writes the file meanwhile.
-    [[nodiscard]] Nodes::Result read(const QString &file);
+    /// Cancelled by `progress`, which may be null, leaves nothing read.
+    [[nodiscard]] Nodes::Result read(const QString &file, Nodes::LoadProgress *progress = nullptr);
 
     std::unique_ptr<Nodes::NodesCollection> project; ///< null unless it was read
     Nodes::LoadReport report;

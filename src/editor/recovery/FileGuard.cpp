@@ -29,6 +29,8 @@ FileGuard::FileGuard(Workspace &workspace, QObject *parent)
     ProjectSession &session = workspace.session();
     connect(&session, &ProjectSession::opened, this, &FileGuard::begin);
     connect(&session, &ProjectSession::saved, this, &FileGuard::begin);
+    connect(&session, &ProjectSession::replacing, this,
+            [this](const QString &digest) { m_ours = digest; });
     connect(&session, &ProjectSession::closed, &m_look, &FileLook::forget);
     connect(&session, &ProjectSession::aboutToSave, this, &FileGuard::checkSave);
     connect(&m_look, &FileLook::found, this, &FileGuard::onFound);
@@ -83,15 +85,17 @@ bool FileGuard::mayAsk() const
 
 void FileGuard::onFound(FileStamp::enState state, const FileStamp &now)
 {
-    const bool isNews = state != FileStamp::Same;
     m_seen = now;
-    if (now.Exists() && now.GetDigest() == m_known.GetDigest())
+    const QString digest = QString::fromStdString(now.GetDigest());
+    if (now.Exists() && (now.GetDigest() == m_known.GetDigest() || digest == m_ours))
         m_known = now;
+    const bool isNews = state == FileStamp::Gone ||
+                        (state == FileStamp::Changed && now.GetDigest() != m_known.GetDigest());
     if (state == FileStamp::Gone) {
         m_isUndecided = false;
         tellThatItIsGone();
-    } else if (isNews) {
-        m_isUndecided = now.GetDigest() != m_known.GetDigest();
+    } else if (state == FileStamp::Changed) {
+        m_isUndecided = isNews;
     }
     if (m_isUndecided && mayAsk())
         onChanged();
@@ -130,11 +134,9 @@ void FileGuard::checkSave(Nodes::Result &why)
         why = Nodes::Result(Nodes::Result::NotAvailable, "the disk does not answer");
         return;
     }
-    const std::string file = m_workspace.session().file().toStdString();
-    if (m_known.Compare(file) != FileStamp::Changed)
-        return;
     m_look.forget();
-    m_seen = FileStamp::Of(file);
+    if (!isChanged(m_workspace.session().file(), why))
+        return;
     m_isUndecided = false;
     const enAnswer answer = decide(true);
     if (answer == KeepMine)
@@ -144,15 +146,46 @@ void FileGuard::checkSave(Nodes::Result &why)
         QMetaObject::invokeMethod(this, &FileGuard::reload, Qt::QueuedConnection);
 }
 
-// Whoever has compared knows what to do: he is asked again.
+// Fails also when nobody has waited for the disk.
+bool FileGuard::isChanged(const QString &file, Nodes::Result &why)
+{
+    struct Look
+    {
+        FileStamp known;
+        FileStamp now;
+        FileStamp::enState state;
+    };
+    const auto look = std::make_shared<Look>(Look{m_known, m_known, FileStamp::Same});
+    why = m_workspace.session().onDisk({tr("Проверяется файл «%1»…").arg(file),
+                                        [look, path = file.toStdString()] {
+                                            look->state = look->known.Compare(path);
+                                            if (look->state == FileStamp::Changed)
+                                                look->now = FileStamp::Of(path);
+                                            return Nodes::Result();
+                                        },
+                                        {},
+                                        {}});
+    if (!why || look->state != FileStamp::Changed ||
+        QString::fromStdString(look->now.GetDigest()) == m_ours)
+        return false;
+    m_seen = look->now;
+    return true;
+}
+
+// Whoever compares decides later: he is asked again when he comes back or saves.
 FileGuard::enAnswer FileGuard::decide(bool isSaving)
 {
     m_isAsking = true;
-    enAnswer answer = m_asker(isSaving);
-    for (; answer == Compare; answer = m_asker(isSaving))
-        CompareWithFile(m_workspace, m_workspace.session().file());
+    const enAnswer answer = m_asker(isSaving);
     m_isAsking = false;
-    return answer;
+    if (answer != Compare)
+        return answer;
+    m_isUndecided = true;
+    CompareWithFile(m_workspace, m_workspace.session().file());
+    if (isSaving)
+        m_workspace.tell(Workspace::Warning,
+                         tr("Проект не сохранён: сравните его с файлом и сохраните ещё раз."));
+    return Cancel;
 }
 
 FileGuard::enAnswer FileGuard::ask(bool isSaving)
@@ -187,7 +220,7 @@ void FileGuard::reload()
     ProjectSession &session = m_workspace.session();
     const QString file = session.file();
     ReadProject found;
-    const Nodes::Result read = found.read(file);
+    const Nodes::Result read = session.read(file, found);
     if (!read) {
         m_workspace.tell(Workspace::Error,
                          ProjectSession::explain(tr("Проект не перечитан, остался прежним"), read));

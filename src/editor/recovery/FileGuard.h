@@ -26,6 +26,7 @@ class FileGuard : public QObject
 public:
     enum enAnswer { Compare, Reload, KeepMine, Cancel };
     /// Asks the user; `isSaving`: about overwriting the file.
+    /// Compare: in a document, after which the user decides again.
     using Asker = std::function<enAnswer(bool isSaving)>;
 
     FileGuard(Workspace &workspace, QObject *parent);
@@ -47,6 +48,7 @@ private:
     void onChanged();
     void tellThatItIsGone();
     bool mayAsk() const;
+    bool isChanged(const QString &file, Nodes::Result &why);
     void checkSave(Nodes::Result &why);
     enAnswer ask(bool isSaving);
     enAnswer decide(bool isSaving);
@@ -55,6 +57,7 @@ private:
     Workspace &m_workspace;
     Asker m_asker;
     Nodes::FileStamp m_known; // as it was opened or saved
+    QString m_ours;           // digest of what was written last, or is being written
     Nodes::FileStamp m_seen;  // as the user was asked about it last
     FileLook m_look;
     QTimer m_timer;

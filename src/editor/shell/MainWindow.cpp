@@ -3,6 +3,7 @@
 #include "editor/recovery/AutoSave.h"
 #include "editor/resources/Resources.h"
 #include "editor/shell/CommandMenus.h"
+#include "editor/shell/DiskWait.h"
 #include "editor/shell/DocumentTabs.h"
 #include "editor/shell/MenuLetters.h"
 #include "editor/shell/NoticeBar.h"
@@ -85,6 +86,8 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     m_layouts = new PanelLayouts(*this, m_session);
     makeLetters();
 
+    m_session.setDiskRunner(
+        [wait = new DiskWait(*this, this)](const DiskJob &job) { return wait->run(job); });
     connect(&m_workspace, &Workspace::told, m_notice, &NoticeBar::tell);
     connect(m_notice, &NoticeBar::logRequested, this, &MainWindow::showNotices);
     connect(&m_session, &ProjectSession::closed, m_notice, &NoticeBar::clear);

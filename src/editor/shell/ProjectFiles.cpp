@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QJsonArray>
 #include <QMessageBox>
 #include <QPushButton>
@@ -29,18 +28,12 @@ Utils::Configurator settings()
     return {QStringLiteral("ConfiguratorProjects"), QStringLiteral("configurator.json")};
 }
 
-class WaitCursor
-{
-public:
-    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-};
-
 } // namespace
 
 ProjectFiles::ProjectFiles(Workspace &workspace, QObject *parent)
     : QObject(parent), m_workspace(workspace)
 {
+    connect(&workspace.session(), &ProjectSession::savedLate, this, &ProjectFiles::tellLateSave);
 }
 
 void ProjectFiles::fail(const QString &what, const Nodes::Result &why)
@@ -55,10 +48,18 @@ void ProjectFiles::fail(const QString &what, const Nodes::Result &why)
 // The reader's result is for the log; its findings are for people.
 void ProjectFiles::failToOpen(const QString &fileOrDirectory, const Nodes::Result &why)
 {
-    std::vector<Nodes::ProjectProblem> problems;
-    (void)Nodes::ProjectCheck::OfFile(fileOrDirectory.toStdString(), problems); // it has failed
+    const auto problems = std::make_shared<std::vector<Nodes::ProjectProblem>>();
+    const Nodes::Result checked = m_workspace.session().onDisk(
+        {tr("Проверяется проект «%1»…").arg(QDir::toNativeSeparators(fileOrDirectory)),
+         [problems, path = fileOrDirectory.toStdString()] {
+             (void)Nodes::ProjectCheck::OfFile(path, *problems); // it has failed
+             return Nodes::Result();
+         },
+         {},
+         {}});
     QStringList lines;
-    for (const Nodes::ProjectProblem &problem : problems) {
+    for (const Nodes::ProjectProblem &problem :
+         checked ? *problems : std::vector<Nodes::ProjectProblem>()) {
         if (problem.severity == Nodes::ProjectProblem::Error && lines.size() < toldAtMost)
             lines << QString::fromStdString(problem.ToString());
     }
@@ -112,10 +113,11 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
 {
     if (!mayLeave())
         return false;
-    Nodes::Result read;
-    {
-        const WaitCursor wait;
-        read = m_workspace.session().open(fileOrDirectory);
+    const Nodes::Result read = m_workspace.session().open(fileOrDirectory);
+    if (read == Nodes::Result::Cancelled) {
+        m_workspace.tell(Workspace::Info, tr("Проект «%1» не открыт: чтение отменено.")
+                                              .arg(QDir::toNativeSeparators(fileOrDirectory)));
+        return false;
     }
     if (!read) {
         failToOpen(fileOrDirectory, read);
@@ -164,6 +166,13 @@ bool ProjectFiles::save()
         return true;
     }
     const QString file = m_workspace.session().file();
+    if (m_workspace.session().isWriting()) {
+        m_workspace.tell(Workspace::Info, // it is over some time; the title tells the rest
+                         tr("Запись в «%1» ещё не закончена: диск отвечает медленно. Пока она не "
+                            "закончена, проект считается несохранённым.")
+                             .arg(file));
+        return false;
+    }
     if (saved == Nodes::Result::NotAvailable) { // ask that disk nothing more
         fail(tr("Проект не сохранён: диск, на котором лежит файл «%1», не отвечает. Подождите или "
                 "сохраните проект в другой каталог; несохранённая работа хранится отдельно.")
@@ -182,6 +191,18 @@ bool ProjectFiles::save()
     return false;
 }
 
+void ProjectFiles::tellLateSave(const Nodes::Result &result)
+{
+    if (result)
+        m_workspace.tell(Workspace::Info, tr("Запись, которой вы не стали ждать, закончена."));
+    else
+        m_workspace.tell(Workspace::Error,
+                         ProjectSession::explain(
+                             tr("Запись, которой вы не стали ждать, не удалась, прежний файл цел. "
+                                "Сохраните проект ещё раз или в другой каталог"),
+                             result));
+}
+
 bool ProjectFiles::saveAsByDialog()
 {
     const QString directory = QFileDialog::getExistingDirectory(
@@ -191,6 +212,12 @@ bool ProjectFiles::saveAsByDialog()
         return false;
     const bool hadResources = QFileInfo::exists(m_workspace.session().directory());
     const Nodes::Result saved = m_workspace.session().saveAs(directory);
+    if (saved == Nodes::Result::NotAvailable) {
+        m_workspace.tell(Workspace::Warning,
+                         tr("Запись в «%1» ещё не закончена. Открыт по-прежнему проект из «%2».")
+                             .arg(directory, m_workspace.session().directory()));
+        return false;
+    }
     if (!saved) {
         fail(saved == Nodes::Result::Duplicate
                  ? tr("Проект не сохранён: в каталоге «%1» уже есть проект или другие файлы с "
