@@ -32,12 +32,15 @@ void ConfiguratorOptions::declareCommands(CLI::App &app)
         ->check(CLI::IsMember({"text", "json", "gcc"}))
         ->type_name("FORMAT");
     app.add_flag("--strict", isStrict, "of --check: remarks count as errors")->needs(checking);
+    app.add_flag("--screens", withScreens,
+                 "of --check: also what is hard to read on screens, as remarks")
+        ->needs(checking);
 }
 
 std::optional<int> ConfiguratorOptions::runCommand() const
 {
     if (!check.empty())
-        return ProjectCommands::check(check, format, isStrict);
+        return ProjectCommands::check(check, format, isStrict, withScreens);
     if (!compared.empty())
         return ProjectCommands::diff(compared.front(), compared.back(), format);
     return std::nullopt;

@@ -27,7 +27,8 @@ struct ConfiguratorOptions
     std::string check;                 ///< project to check; "" for none
     std::vector<std::string> compared; ///< the two projects to compare; empty for none
     ProjectCommands::enFormat format = ProjectCommands::Text;
-    bool isStrict = false; ///< remarks count as errors
+    bool isStrict = false;    ///< remarks count as errors
+    bool withScreens = false; ///< the check looks at screens, too
 
     /// Exit code when the program is done with that, as after --help and --check; nothing to go on.
     std::optional<int> parse(int argc, char **argv);

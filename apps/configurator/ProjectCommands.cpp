@@ -2,9 +2,13 @@
 
 #include "apps/common/process/ProjectOptions.h"
 
+#include "editor/review/ScreenProblems.h"
+
 #include "nodes/model/NodesCollection.h"
 #include "nodes/project/ProjectCheck.h"
 #include "nodes/project/ProjectDiff.h"
+
+#include <QGuiApplication>
 
 #include <algorithm>
 #include <cstdio>
@@ -42,12 +46,25 @@ std::string lineOf(const ProjectProblem &problem, ProjectCommands::enFormat form
     return problem.ToString() + " [" + word + ": " + problem.code + "]";
 }
 
+// Texts are measured, which takes fonts but no display.
+std::vector<ProjectProblem> reviewed(const Nodes::NodesCollection &project)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    char name[] = "configurator";
+    char *arguments[] = {name, nullptr};
+    int count = 1;
+    const QGuiApplication application(count, arguments);
+    return Editor::ScreenProblems::of(project);
+}
+
 } // namespace
 
-int ProjectCommands::check(const std::string &project, enFormat format, bool isStrict)
+int ProjectCommands::check(const std::string &project, enFormat format, bool isStrict,
+                           bool withScreens)
 {
     std::vector<ProjectProblem> problems;
-    const Nodes::Result read = Nodes::ProjectCheck::OfFile(project, problems);
+    const Nodes::Result read = Nodes::ProjectCheck::OfFile(
+        project, problems, withScreens ? &reviewed : Nodes::ProjectCheck::More());
     for (const ProjectProblem &problem : problems)
         put(stdout, lineOf(problem, format));
     const auto errors = std::count_if(problems.begin(), problems.end(), [](const auto &problem) {

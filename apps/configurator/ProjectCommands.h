@@ -15,8 +15,9 @@ enum enFormat {
 };
 
 /// Lists what is wrong: 0 when there are no errors (remarks are none unless it is strict), 1 when
-/// there are or the project cannot be read.
-int check(const std::string &project, enFormat format, bool isStrict);
+/// there are or the project cannot be read. With the screens what is hard to read on them is listed
+/// too, as remarks.
+int check(const std::string &project, enFormat format, bool isStrict, bool withScreens);
 /// Lists what differs: 0 nothing, 1 something, 2 when one of them cannot be read.
 int diff(const std::string &before, const std::string &after, enFormat format);
 

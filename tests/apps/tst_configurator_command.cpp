@@ -47,6 +47,24 @@ private slots:
         write("cut", "<folder id=\"2\"");
     }
 
+    void screensAreRemarks()
+    {
+        write("pale", "<window id=\"2\" name=\"W\">\n"
+                      "<label id=\"3\" name=\"b\" text=\"T\" color=\"#d6dade\"/></window>");
+        const QString file = m_directory.filePath("pale");
+        const Answer alone = run({"--check", file});
+        const Answer reviewed = run({"--check", file, "--screens"});
+        QCOMPARE(reviewed.code, alone.code);
+        QStringList added = reviewed.lines;
+        for (const QString &line : alone.lines)
+            QVERIFY2(added.removeOne(line), qPrintable(line));
+        QCOMPARE(added.size(), 1);
+        QVERIFY2(added.front().contains("screen.contrast") &&
+                     added.front().contains("project.xml:2: "),
+                 qPrintable(added.front()));
+        QCOMPARE(run({"--check", file, "--screens", "--strict"}).code, 1);
+    }
+
     void check_data()
     {
         const Rows<QStringList, int, int> row("arguments", "code", "lines");
@@ -62,6 +80,7 @@ private slots:
         row("bad format", {"--check", "sound", "--format", "xml"}, 2, 0);
         row("strict", {"--check", "remark", "--strict"}, 1, 1);
         row("strict and sound", {"--check", "sound", "--strict"}, 0, 0);
+        row("screens of nothing", {"--screens"}, 2, 0);
         row("strict comparison", {"--diff", "sound", "sound", "--strict"}, 2, 0);
         row("comparison as compilers", {"--diff", "sound", "sound", "--format", "gcc"}, 2, 0);
         row("format of nothing", {"--format", "json"}, 2, 0);

@@ -135,11 +135,8 @@ QVector<CallUpMeter::Share> CallUpMeter::shares(const Nodes::ConfigNode &screen)
     return shares;
 }
 
-ReviewFindings CallUpMeter::tell(Nodes::ConfigNode &screen)
+ReviewFindings CallUpMeter::tell(const Nodes::ConfigNode &screen, const Times &times)
 {
-    const Times first = measure(screen); // reads files and fonts, as later calls do not
-    const Times again = measure(screen);
-    const Times times = again.live < first.live ? again : first;
     const double most = budget(times.elements);
     const bool isSlow = times.live > most;
     ReviewFindings findings;

@@ -38,7 +38,7 @@ public:
     /// Each element by itself, the dearest kind first.
     static QVector<Share> shares(const Nodes::ConfigNode &screen);
     /// The figures in words; where the budget is exceeded, what takes the time.
-    static ReviewFindings tell(Nodes::ConfigNode &screen);
+    static ReviewFindings tell(const Nodes::ConfigNode &screen, const Times &times);
 };
 
 } // namespace Editor

@@ -23,15 +23,27 @@ void FindingModel::clear()
     endResetModel();
 }
 
-void FindingModel::append(const Nodes::NodeLink &screen, const ReviewFindings &findings)
+void FindingModel::take(const Nodes::NodeLink &screen, const ReviewFindings &findings)
 {
+    const auto isOf = [&screen](const Row &row) { return row.link == screen; };
+    const auto first = std::find_if(m_rows.begin(), m_rows.end(), isOf);
+    const int place = int(first - m_rows.begin());
+    const int count = int(std::find_if_not(first, m_rows.end(), isOf) - first); // they are together
+    if (count > 0) {
+        beginRemoveRows({}, place, place + count - 1);
+        m_rows.remove(place, count);
+        endRemoveRows();
+    }
     if (findings.isEmpty())
         return;
-    beginInsertRows({}, m_rows.size(), m_rows.size() + findings.size() - 1);
-    for (const ReviewFinding &finding : findings)
-        m_rows.append({Editor::nameOf(screen),
+    beginInsertRows({}, place, place + findings.size() - 1);
+    for (int i = 0; i < findings.size(); ++i) {
+        const ReviewFinding &finding = findings[i];
+        m_rows.insert(place + i,
+                      {screen, Editor::nameOf(screen),
                        finding.where == screen ? QString() : Editor::nameOf(finding.where),
-                       finding});
+                       QString::fromStdString(finding.where.GetLinkName(true)), finding});
+    }
     endInsertRows();
 }
 
@@ -42,17 +54,20 @@ int FindingModel::count() const
     }));
 }
 
-QString FindingModel::text() const
+Nodes::TextTable FindingModel::table() const
 {
-    QString all;
+    Nodes::TextTable table;
     for (int row = -1; row < m_rows.size(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < ColumnCount; ++column)
-            cells << (row < 0 ? headerData(column, Qt::Horizontal).toString()
-                              : textAt(m_rows[row], column));
-        all += cells.join('\t') + '\n';
+        std::vector<std::string> cells;
+        for (int column = 0; column < ColumnCount; ++column) {
+            const QString text = row < 0 ? headerData(column, Qt::Horizontal).toString()
+                                         : textAt(m_rows[row], column);
+            cells.push_back(text.toStdString());
+        }
+        cells.push_back(row < 0 ? "Путь" : m_rows[row].path.toStdString());
+        table.push_back(std::move(cells));
     }
-    return all;
+    return table;
 }
 
 int FindingModel::rowCount(const QModelIndex &parent) const

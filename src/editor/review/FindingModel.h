@@ -2,6 +2,8 @@
 
 #include "editor/review/ReviewFinding.h"
 
+#include "nodes/project/signals/DelimitedText.h"
+
 #include <QAbstractTableModel>
 
 namespace Editor {
@@ -18,12 +20,14 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     void clear();
-    void append(const Nodes::NodeLink &screen, const ReviewFindings &findings);
+    /// In place of what was found on that screen before.
+    void take(const Nodes::NodeLink &screen, const ReviewFindings &findings);
     const ReviewFinding &finding(int row) const { return m_rows[row].finding; }
+    const Nodes::NodeLink &screen(int row) const { return m_rows[row].link; }
     /// Findings to do something about.
     int count() const;
-    /// Tab-separated, with a line of titles.
-    QString text() const;
+    /// With a line of titles; with the path of each place.
+    Nodes::TextTable table() const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -34,8 +38,10 @@ public:
 private:
     struct Row
     {
+        Nodes::NodeLink link; ///< of the screen
         QString screen;
         QString place; ///< names as they were when it was found
+        QString path;
         ReviewFinding finding;
     };
 

@@ -9,6 +9,37 @@ namespace Editor {
 
 using Nodes::NodeLink;
 
+namespace {
+
+void addPlace(const ReviewElement &element, const QPoint &place, QVector<ReviewChange> &mend)
+{
+    using Prop = Nodes::GeometryProp;
+    if (place.x() != element.rect.x())
+        mend.append({NodeLink(element.node), Prop::X, place.x()});
+    if (place.y() != element.rect.y())
+        mend.append({NodeLink(element.node), Prop::Y, place.y()});
+}
+
+/// As little as needed; nothing for one that is larger than the screen.
+QVector<ReviewChange> movedInto(const QRect &screen, const ReviewElement &element)
+{
+    const QSize most = screen.size() - element.rect.size();
+    QVector<ReviewChange> mend;
+    if (most.isValid())
+        addPlace(
+            element,
+            {qBound(0, element.rect.x(), most.width()), qBound(0, element.rect.y(), most.height())},
+            mend);
+    return mend;
+}
+
+QPoint onGrid(const QPoint &place, int grid)
+{
+    return {qRound(place.x() / double(grid)) * grid, qRound(place.y() / double(grid)) * grid};
+}
+
+} // namespace
+
 void checkPlaces(const ReviewScreen &screen, ReviewFindings &findings)
 {
     const QRect all(QPoint(), screen.size());
@@ -22,7 +53,8 @@ void checkPlaces(const ReviewScreen &screen, ReviewFindings &findings)
                                 : QStringLiteral("Элемент выходит за край экрана и обрезан."),
                          QStringLiteral("Передвиньте его или увеличьте экран (%1×%2).")
                              .arg(all.width())
-                             .arg(all.height())});
+                             .arg(all.height()),
+                         movedInto(all, element)});
     }
 }
 
@@ -60,11 +92,13 @@ void checkGrid(const ReviewScreen &screen, ReviewFindings &findings)
     constexpr int grid = 8; // pixels
     int count = 0;
     const Nodes::BasicWidget *first = nullptr;
+    QVector<ReviewChange> mend;
     for (const ReviewElement &element : screen.elements()) {
         if (element.rect.x() % grid == 0 && element.rect.y() % grid == 0)
             continue;
         if (!first)
             first = element.node;
+        addPlace(element, onGrid(element.rect.topLeft(), grid), mend);
         ++count;
     }
     if (first)
@@ -73,7 +107,8 @@ void checkGrid(const ReviewScreen &screen, ReviewFindings &findings)
                              .arg(grid)
                              .arg(count)
                              .arg(screen.elements().size()),
-                         QStringLiteral("Выровняйте их по сетке: ровные ряды читаются быстрее.")});
+                         QStringLiteral("Выровняйте их по сетке: ровные ряды читаются быстрее."),
+                         mend});
 }
 
 } // namespace Editor

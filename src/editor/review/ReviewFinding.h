@@ -2,10 +2,21 @@
 
 #include "nodes/model/links/NodeLink.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QVector>
 
+#include <boost/any.hpp>
+
 namespace Editor {
+
+/// A property that would be right with another value, of the property's own C++ type.
+struct ReviewChange
+{
+    Nodes::NodeLink node;
+    unsigned property;
+    boost::any value;
+};
 
 /// What a review of screens has to say about one place.
 struct ReviewFinding
@@ -18,9 +29,11 @@ struct ReviewFinding
     };
 
     Severity severity = Hint;
-    Nodes::NodeLink where; ///< element or screen
-    QString what;          ///< Russian, as the advice
-    QString advice;        ///< what to do; "" for a figure
+    Nodes::NodeLink where;           ///< element or screen
+    QString what;                    ///< Russian, as the advice
+    QString advice;                  ///< what to do; "" for a figure
+    QVector<ReviewChange> mend = {}; ///< what can be done at once; mostly nothing
+    QByteArray rule = {};            ///< id of the rule; "" for call-up and ways
 };
 
 using ReviewFindings = QVector<ReviewFinding>;

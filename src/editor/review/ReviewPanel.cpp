@@ -2,9 +2,13 @@
 
 #include "editor/project/ProjectSession.h"
 #include "editor/review/FindingModel.h"
+#include "editor/review/ReviewMend.h"
+#include "editor/review/ReviewRules.h"
 #include "editor/review/ReviewRun.h"
 #include "editor/review/ReviewScreen.h"
+#include "editor/review/SeverityFilter.h"
 #include "editor/workspace/DocumentView.h"
+#include "editor/workspace/TableFile.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/visual/windows/BasicComposition.h"
@@ -17,35 +21,14 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QSortFilterProxyModel>
 #include <QTableView>
+#include <QUndoCommand>
+
+#include <algorithm>
 
 namespace Editor {
 
 namespace {
-
-/// Findings of at least one severity.
-class SeverityFilter : public QSortFilterProxyModel
-{
-public:
-    using QSortFilterProxyModel::QSortFilterProxyModel;
-
-    void setLeast(int severity)
-    {
-        m_least = severity;
-        invalidateFilter();
-    }
-
-protected:
-    bool filterAcceptsRow(int row, const QModelIndex &parent) const override
-    {
-        const QModelIndex index = sourceModel()->index(row, FindingModel::Severity, parent);
-        return index.data(FindingModel::SortRole).toInt() >= m_least;
-    }
-
-private:
-    int m_least = 0;
-};
 
 /// The screen that the document shows; null for another document.
 Nodes::ConfigNode *screenOf(const DocumentView *document)
@@ -65,6 +48,7 @@ ReviewPanel::ReviewPanel(Workspace &workspace, QWidget *parent)
       m_model(new FindingModel(this)),
       m_sorted(new SeverityFilter(this)),
       m_table(new QTableView),
+      m_mend(new QPushButton(tr("&Исправить"))),
       m_details(new QLabel)
 {
     m_sorted->setSourceModel(m_model);
@@ -74,10 +58,9 @@ ReviewPanel::ReviewPanel(Workspace &workspace, QWidget *parent)
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(makeBar());
     layout->addWidget(m_table, 1);
-    m_details->setWordWrap(true);
-    m_details->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    layout->addWidget(m_details);
-    connect(m_run, &ReviewRun::found, m_model, &FindingModel::append);
+    layout->addWidget(makeFoot());
+    setFocusProxy(m_active); // what to begin with while there is nothing to look at
+    connect(m_run, &ReviewRun::found, m_model, &FindingModel::take);
     connect(m_run, &ReviewRun::progressed, this, &ReviewPanel::takeProgress);
     connect(m_run, &ReviewRun::finished, this, &ReviewPanel::takeEnd);
     connect(&workspace.session(), &ProjectSession::aboutToClose, this, &ReviewPanel::forget);
@@ -94,10 +77,10 @@ QWidget *ReviewPanel::makeBar()
         layout->addWidget(made);
         return made;
     };
-    button(tr("Этот экран"), &ReviewPanel::reviewActive);
+    m_active = button(tr("Этот экран"), &ReviewPanel::reviewActive);
     button(tr("Все экраны"), &ReviewPanel::reviewAll);
     m_stop = new QPushButton(tr("Стоп"));
-    m_stop->setEnabled(false);
+    m_stop->hide();
     connect(m_stop, &QPushButton::clicked, m_run, &ReviewRun::stop);
     layout->addWidget(m_stop);
     m_severity = new QComboBox;
@@ -111,10 +94,28 @@ QWidget *ReviewPanel::makeBar()
     auto *toClipboard = new QPushButton(tr("Копировать"));
     connect(toClipboard, &QPushButton::clicked, this, &ReviewPanel::copy);
     layout->addWidget(toClipboard);
+    button(tr("В файл…"), &ReviewPanel::save)->setToolTip(tr("Весь список таблицей CSV"));
     m_state = new QLabel;
     m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // never widens the dock
     layout->addWidget(m_state, 1);
     return bar;
+}
+
+QWidget *ReviewPanel::makeFoot()
+{
+    auto *foot = new QWidget;
+    auto *layout = new QHBoxLayout(foot);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_details->setWordWrap(true);
+    m_details->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_details->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_details->setMinimumHeight(3 * m_details->fontMetrics().lineSpacing()); // rows stay in place
+    m_mend->setEnabled(false);
+    m_mend->setToolTip(tr("Одним шагом, его можно отменить"));
+    connect(m_mend, &QPushButton::clicked, this, &ReviewPanel::mend);
+    layout->addWidget(m_details, 1);
+    layout->addWidget(m_mend, 0, Qt::AlignTop);
+    return foot;
 }
 
 void ReviewPanel::makeTable()
@@ -128,13 +129,23 @@ void ReviewPanel::makeTable()
     m_table->setAlternatingRowColors(true);
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
-    const int widths[] = {110, 150, 150, 460};
-    for (int column = 0; column < FindingModel::Advice; ++column)
+    const int widths[] = {116, 132, 132};
+    for (int column = 0; column < FindingModel::What; ++column)
         m_table->setColumnWidth(column, widths[column]);
-    m_table->horizontalHeader()->setStretchLastSection(true);
+    for (const int column : {FindingModel::What, FindingModel::Advice})
+        m_table->horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
     connect(m_table, &QTableView::activated, this, &ReviewPanel::jump);
-    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+    connect(m_table, &QTableView::clicked, this, &ReviewPanel::jumpByClick);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ReviewPanel::tell);
+}
+
+// The line below the list says all of it.
+void ReviewPanel::resizeEvent(QResizeEvent *event)
+{
+    constexpr int narrow = 1000; // pixels
+    QWidget::resizeEvent(event);
+    m_table->setColumnHidden(FindingModel::Advice, width() < narrow);
 }
 
 void ReviewPanel::reviewActive()
@@ -156,7 +167,7 @@ void ReviewPanel::reviewAll()
 void ReviewPanel::review(const Nodes::NodeLinks &screens)
 {
     m_model->clear();
-    m_stop->setEnabled(true);
+    m_stop->show();
     m_run->start(screens, *m_workspace.session().root());
 }
 
@@ -167,8 +178,15 @@ void ReviewPanel::takeProgress(int done, int total)
 
 void ReviewPanel::takeEnd()
 {
-    m_stop->setEnabled(false);
+    m_stop->hide();
     m_state->setText(m_state->text() + tr(", находок: %1").arg(m_model->count()));
+    const bool isAnything = m_sorted->rowCount() > 0;
+    setFocusProxy(isAnything ? static_cast<QWidget *>(m_table) : m_active);
+    if (!isAnything || m_table->currentIndex().isValid())
+        return;
+    m_table->selectRow(0);
+    if (isAncestorOf(QApplication::focusWidget()))
+        m_table->setFocus(); // down to the next, Enter leads there
 }
 
 void ReviewPanel::forget()
@@ -176,21 +194,39 @@ void ReviewPanel::forget()
     m_run->stop();
     m_model->clear();
     m_state->clear();
+    setFocusProxy(m_active);
 }
 
 void ReviewPanel::filter()
 {
-    static_cast<SeverityFilter *>(m_sorted)->setLeast(m_severity->currentIndex());
+    m_sorted->setLeast(m_severity->currentIndex());
 }
 
-void ReviewPanel::tell(const QModelIndex &index)
+QModelIndexList ReviewPanel::selectedRows() const
 {
-    if (!index.isValid()) {
-        m_details->clear();
+    QModelIndexList rows;
+    for (const QModelIndex &index : m_table->selectionModel()->selectedRows())
+        rows << m_sorted->mapToSource(index);
+    return rows;
+}
+
+void ReviewPanel::tell()
+{
+    const QModelIndexList rows = selectedRows();
+    const auto isMendable = [this](const QModelIndex &row) {
+        return !m_model->finding(row.row()).mend.isEmpty();
+    };
+    const auto mendable = std::count_if(rows.begin(), rows.end(), isMendable);
+    m_mend->setEnabled(mendable > 0 && !m_workspace.session().isReadOnly());
+    m_mend->setText(mendable > 1 ? tr("&Исправить (%1)").arg(mendable) : tr("&Исправить"));
+    if (rows.size() != 1) {
+        m_details->setText(rows.isEmpty() ? QString() : tr("Выбрано: %1.").arg(rows.size()));
         return;
     }
-    const ReviewFinding &finding = m_model->finding(m_sorted->mapToSource(index).row());
-    m_details->setText(finding.what + ' ' + finding.advice);
+    const ReviewFinding &finding = m_model->finding(rows.front().row());
+    const ReviewRule *rule = findReviewRule(finding.rule);
+    m_details->setText(finding.what + ' ' +
+                       (rule ? QString::fromUtf8(rule->why) + ' ' : QString()) + finding.advice);
 }
 
 void ReviewPanel::jump(const QModelIndex &index)
@@ -205,9 +241,43 @@ void ReviewPanel::jump(const QModelIndex &index)
     m_workspace.selection().select({place}, this);
 }
 
+// A click with a key held selects more.
+void ReviewPanel::jumpByClick(const QModelIndex &index)
+{
+    if (QApplication::keyboardModifiers() != Qt::NoModifier)
+        return;
+    jump(index);
+    m_table->setFocus();
+}
+
+void ReviewPanel::mend()
+{
+    Nodes::NodeLinks screens;
+    ReviewFindings findings;
+    for (const QModelIndex &row : selectedRows()) {
+        screens.push_back(m_model->screen(row.row()));
+        findings.append(m_model->finding(row.row()));
+    }
+    QUndoCommand *command = ReviewMend::make(screens, findings);
+    if (command && !m_workspace.push(command))
+        return;
+    m_workspace.tell(Workspace::Info, command ? tr("Исправлено одним шагом, отмена — Ctrl+Z.")
+                                              : tr("Этого больше нет. Экран проверен заново."));
+    std::sort(screens.begin(), screens.end());
+    screens.erase(std::unique(screens.begin(), screens.end()), screens.end());
+    m_run->start(screens, *m_workspace.session().root());
+}
+
 void ReviewPanel::copy() const
 {
-    QApplication::clipboard()->setText(m_model->text());
+    QApplication::clipboard()->setText(
+        QString::fromStdString(Nodes::DelimitedText::Write(m_model->table(), '\t', "\n")));
+}
+
+void ReviewPanel::save()
+{
+    TableFile::save(m_workspace, this, tr("Проверка экранов"), m_model->rowCount(),
+                    m_model->table());
 }
 
 } // namespace Editor

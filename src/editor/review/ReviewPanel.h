@@ -2,19 +2,19 @@
 
 #include "nodes/model/links/NodeLink.h"
 
+#include <QModelIndex>
 #include <QWidget>
 
 class QComboBox;
 class QLabel;
-class QModelIndex;
 class QPushButton;
-class QSortFilterProxyModel;
 class QTableView;
 
 namespace Editor {
 
 class FindingModel;
 class ReviewRun;
+class SeverityFilter;
 class Workspace;
 
 /// Review of screens before operators get them: how fast they come up and how well they are read.
@@ -30,26 +30,36 @@ public:
     void reviewActive();
     void reviewAll();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     QWidget *makeBar();
+    QWidget *makeFoot();
     void makeTable();
     void review(const Nodes::NodeLinks &screens);
     void takeProgress(int done, int total);
     void takeEnd();
     void forget();
     void filter();
-    void tell(const QModelIndex &index);
+    void tell();
     void jump(const QModelIndex &index);
+    void jumpByClick(const QModelIndex &index);
+    QModelIndexList selectedRows() const;
+    void mend();
     void copy() const;
+    void save();
 
     Workspace &m_workspace;
     ReviewRun *m_run;
     FindingModel *m_model;
-    QSortFilterProxyModel *m_sorted;
+    SeverityFilter *m_sorted;
     QTableView *m_table;
     QComboBox *m_severity = nullptr;
     QPushButton *m_stop = nullptr;
     QLabel *m_state = nullptr;
+    QPushButton *m_active = nullptr;
+    QPushButton *m_mend;
     QLabel *m_details; ///< all of the row that is current
 };
 

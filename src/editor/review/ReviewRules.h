@@ -10,9 +10,13 @@ class ReviewScreen;
 struct ReviewRule
 {
     const char *id;    ///< steady
-    const char *title; ///< Russian
+    const char *title; ///< Russian, as the next
+    const char *why;   ///< what happens to an operator otherwise
     void (*check)(const ReviewScreen &screen, ReviewFindings &findings);
 };
+
+/// Null for an id of none.
+const ReviewRule *findReviewRule(const QByteArray &id);
 
 /// All rules on what one screen holds, in the order of reports. GUI thread: texts are measured.
 const QVector<ReviewRule> &ReviewRules();

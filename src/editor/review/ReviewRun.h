@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/review/CallUpMeter.h"
 #include "editor/review/ReviewFinding.h"
 
 #include <QObject>
@@ -15,8 +16,9 @@ namespace Editor {
 
 class ScreenClicks;
 
-/// Reviews screens one after the other, each when the application has nothing else to do, so that
-/// editing goes on meanwhile. GUI thread.
+/// Reviews screens one after the other, when the application has nothing else to do. Between
+/// building a screen for the first time, for the second and looking at it editing goes on. GUI
+/// thread.
 class ReviewRun : public QObject
 {
     Q_OBJECT
@@ -45,6 +47,7 @@ private:
     QTimer m_timer;
     Nodes::NodeLinks m_screens;
     std::size_t m_next = 0;
+    QVector<CallUpMeter::Times> m_times; ///< of the next screen, the first reads files and fonts
     std::unique_ptr<ScreenClicks> m_clicks;
 };
 

@@ -87,9 +87,12 @@ QSize ReviewTexts::roomIn(const BasicWidget &element, QSize size)
 {
     const int border = valueOf(element, Nodes::FrameProp::BorderWidth).value_or(0);
     const QSize room = size - QSize(4 * border, 4 * border);
-    const bool isTurned =
-        isOnItsSide(element) && !dynamic_cast<const Nodes::widgetSymbol *>(&element);
-    return isTurned ? room.transposed() : room;
+    return isUpright(element) ? room.transposed() : room;
+}
+
+bool ReviewTexts::isUpright(const BasicWidget &element)
+{
+    return isOnItsSide(element) && !dynamic_cast<const Nodes::widgetSymbol *>(&element);
 }
 
 QRect ReviewTexts::placeOf(const BasicWidget &element, const QRect &rect)

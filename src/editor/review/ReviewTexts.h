@@ -26,6 +26,8 @@ public:
     static std::optional<QFont> fontOf(const Nodes::BasicWidget &element);
     /// Pixels for the text along its lines and across them.
     static QSize roomIn(const Nodes::BasicWidget &element, QSize size);
+    /// Whether its texts run up or down.
+    static bool isUpright(const Nodes::BasicWidget &element);
     /// Where the largest of its texts stands; empty for an element without texts and for one that
     /// is hidden while no state matches, as signs over others are.
     static QRect placeOf(const Nodes::BasicWidget &element, const QRect &rect);

@@ -89,6 +89,10 @@ void MainWindow::goTo(QDockWidget &dock)
     dock.show();
     dock.raise();
     QWidget *first = dock.widget();
+    if (QWidget *proxy = first->focusProxy()) { // it knows where one begins
+        proxy->setFocus(Qt::ShortcutFocusReason);
+        return;
+    }
     const QList<QAbstractItemView *> views = first->findChildren<QAbstractItemView *>();
     const auto seen = std::find_if(views.begin(), views.end(), [](const QAbstractItemView *view) {
         return view->isVisible() && view->isEnabled();

@@ -5,13 +5,13 @@
 #include "editor/signals/SheetModel.h"
 #include "editor/signals/SheetPage.h"
 #include "editor/usages/Removal.h"
+#include "editor/workspace/TableFile.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
 
 #include <QFile>
 #include <QFileDialog>
-#include <QSaveFile>
 
 namespace Editor {
 
@@ -67,24 +67,9 @@ void SheetPage::importFile()
 
 void SheetPage::exportFile()
 {
-    QString path =
-        QFileDialog::getSaveFileName(this, tr("Экспорт таблицы"), {}, tr("Таблица CSV (*.csv)"));
-    if (path.isEmpty() || !m_model->scope())
-        return;
-    if (!path.contains(QLatin1Char('.')))
-        path += QLatin1String(".csv");
-    const std::string text = std::string(Nodes::DelimitedText::ByteOrderMark) +
-                             Nodes::DelimitedText::Write(SheetEdits::exportTable(*m_model), ';');
-    QSaveFile file(path);
-    const bool isWritten = file.open(QIODevice::WriteOnly) &&
-                           file.write(text.data(), qint64(text.size())) == qint64(text.size()) &&
-                           file.commit();
-    if (isWritten)
-        m_workspace.tell(Workspace::Info,
-                         tr("Сохранено строк: %1, файл «%2».").arg(m_model->rowCount()).arg(path));
-    else
-        m_workspace.tell(Workspace::Error,
-                         tr("Файл «%1» не записан: %2.").arg(path, file.errorString()));
+    if (m_model->scope())
+        TableFile::save(m_workspace, this, tr("Экспорт таблицы"), m_model->rowCount(),
+                        SheetEdits::exportTable(*m_model));
 }
 
 void SheetPage::setAlarms()

@@ -130,7 +130,7 @@ void ProjectCheck::Locate(std::vector<ProjectProblem> &problems, const std::stri
 }
 
 Result ProjectCheck::OfFile(const std::string &fileOrDirectory,
-                            std::vector<ProjectProblem> &problems)
+                            std::vector<ProjectProblem> &problems, const More &more)
 {
     const std::string file = ProjectReader::FileOf(fileOrDirectory);
     ProjectReader reader;
@@ -146,6 +146,10 @@ Result ProjectCheck::OfFile(const std::string &fileOrDirectory,
         check.AddReading(reader.GetReport());
         check.Finish();
         problems = check.GetProblems();
+        if (more) {
+            const std::vector<ProjectProblem> others = more(*core.GetNodesCollection());
+            problems.insert(problems.end(), others.begin(), others.end());
+        }
     } else {
         for (const LoadMessage &message : reader.GetReport().GetMessages())
             problems.push_back(ProjectProblem::Of(message));

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace Nodes {
@@ -49,8 +50,11 @@ public:
     /// Reads the project of a directory or file as nobody edits it, and finds all problems, sorted,
     /// with their lines. A failure tells that there is no project to look into; the problems say
     /// why.
+    /// `more`: what layers above know of a project that has been read; without lines.
+    using More = std::function<std::vector<ProjectProblem>(const NodesCollection &project)>;
     [[nodiscard]] static Result OfFile(const std::string &fileOrDirectory,
-                                       std::vector<ProjectProblem> &problems);
+                                       std::vector<ProjectProblem> &problems,
+                                       const More &more = {});
 
 private:
     void lookAt(std::size_t index);

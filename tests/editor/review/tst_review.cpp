@@ -11,6 +11,8 @@
 
 #include <QAbstractItemModelTester>
 
+#include <algorithm>
+
 using namespace Editor;
 
 namespace {
@@ -279,7 +281,7 @@ void TestReview::screensAreReviewedOneByOne()
     ReviewRun run;
     FindingModel model;
     const QAbstractItemModelTester tester(&model);
-    connect(&run, &ReviewRun::found, &model, &FindingModel::append);
+    connect(&run, &ReviewRun::found, &model, &FindingModel::take);
     QSignalSpy progressed(&run, &ReviewRun::progressed);
     QSignalSpy finished(&run, &ReviewRun::finished);
     run.start(screens, root);
@@ -287,9 +289,18 @@ void TestReview::screensAreReviewedOneByOne()
     QCOMPARE(progressed.size(), 3);
     QCOMPARE(model.count(), 1);
     QVERIFY(model.rowCount() >= 4); // and three measurements
-    const QString text = model.text();
-    QCOMPARE(text.count('\n'), model.rowCount() + 1);
-    QVERIFY(text.contains("Контраст"));
+    const Nodes::TextTable table = model.table();
+    QCOMPARE(int(table.size()), model.rowCount() + 1);
+    const auto faded = std::find_if(table.begin(), table.end(),
+                                    [](const auto &cells) { return cells.back() == "A/a"; });
+    QVERIFY(faded != table.end());
+    QVERIFY(QString::fromStdString((*faded)[FindingModel::What]).contains("Контраст"));
+    const int rows = model.rowCount();
+    model.take(screens[1], {});
+    QCOMPARE(model.rowCount(), rows - 1); // only what was measured there
+    QCOMPARE(model.count(), 1);
+    model.take(screens[0], {});
+    QCOMPARE(model.count(), 0);
     run.start(screens, root);
     run.stop();
     QCOMPARE(finished.size(), 2);
@@ -304,7 +315,7 @@ void TestReview::findingsStayWhenTheirNodesGo()
         const RuntimeProject project = projectWith(label(20, R"(text="T" color="#d6dade")"));
         ReviewFindings findings;
         checkContrast(ReviewScreen(*project.node(2)), findings);
-        model.append(Nodes::NodeLink(project.node(2)), findings);
+        model.take(Nodes::NodeLink(project.node(2)), findings);
     }
     QCOMPARE(model.data(model.index(0, FindingModel::Place)).toString(), QString("L20"));
     QVERIFY(!model.finding(0).where.GetNode());
