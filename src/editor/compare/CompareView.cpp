@@ -2,6 +2,7 @@
 
 #include "editor/compare/DifferencesModel.h"
 #include "editor/compare/PicturePair.h"
+#include "editor/workspace/KeyboardAccess.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/project/ProjectDiff.h"
@@ -56,10 +57,10 @@ void CompareView::build()
     m_tree->header()->setSectionResizeMode(DifferencesModel::WhatColumn, QHeaderView::Stretch);
     m_tree->setColumnWidth(DifferencesModel::BeforeColumn, valueWidth);
     m_tree->setColumnWidth(DifferencesModel::AfterColumn, valueWidth);
-    m_search->setPlaceholderText(tr("Найти"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, tr("Найти"));
     m_summary->setTextFormat(Qt::PlainText);
     m_summary->setWordWrap(true);
+    m_tree->setAccessibleName(tr("Различия"));
     auto *top = new QHBoxLayout;
     top->addWidget(m_summary, 2);
     top->addWidget(m_search, 1);

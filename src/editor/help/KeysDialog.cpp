@@ -2,6 +2,7 @@
 
 #include "editor/shell/MenuEntries.h"
 #include "editor/tree/TreeCommands.h"
+#include "editor/workspace/KeyboardAccess.h"
 
 #include <QAction>
 #include <QDialogButtonBox>
@@ -48,8 +49,8 @@ KeysDialog::KeysDialog(QWidget *parent)
 {
     setWindowTitle(QStringLiteral("Клавиши"));
     resize(760, 640);
-    m_search->setPlaceholderText(QStringLiteral("Поиск по действию или клавишам"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, QStringLiteral("Поиск по действию или клавишам"));
+    m_rows->setAccessibleName(windowTitle());
     m_rows->setHeaderLabels({QStringLiteral("Действие"), QStringLiteral("Клавиши")});
     m_rows->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_rows->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);

@@ -1,6 +1,7 @@
 #include "editor/jump/JumpDialog.h"
 
 #include "editor/jump/JumpModel.h"
+#include "editor/workspace/KeyboardAccess.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -44,9 +45,8 @@ JumpDialog::JumpDialog(JumpModel *model, QWidget *parent)
 {
     m_model->setParent(this);
     setWindowTitle(QStringLiteral("Быстрый переход"));
-    m_text->setPlaceholderText(QStringLiteral("Имя, путь, #номер или команда; > — только команды"));
-    m_text->setAccessibleName(windowTitle());
-    m_text->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(
+        *m_text, QStringLiteral("Имя, путь, #номер или команда; > — только команды"));
     m_text->installEventFilter(this);
     setUp(*m_rows, *m_model);
     auto *layout = new QVBoxLayout(this);

@@ -3,6 +3,7 @@
 #include "editor/panel/ElementModel.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/workspace/DocumentView.h"
+#include "editor/workspace/KeyboardAccess.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/visual/windows/BasicLayer.h"
@@ -57,8 +58,8 @@ ElementPanel::ElementPanel(Workspace &workspace, QWidget *parent)
     m_filter->setSourceModel(m_model);
     m_view->setModel(m_filter);
     setUpView(*m_view);
-    m_search->setPlaceholderText(QStringLiteral("Поиск"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, QStringLiteral("Поиск"));
+    m_view->setAccessibleName(QStringLiteral("Элементы"));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->setSpacing(4);

@@ -1,6 +1,7 @@
 #include "editor/picker/NodePicker.h"
 
 #include "editor/properties/PropertyDrop.h"
+#include "editor/workspace/KeyboardAccess.h"
 
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/properties/PropertyDescriptor.h"
@@ -50,10 +51,10 @@ NodePicker::NodePicker(const Nodes::NodesCollection *project, const QString &tit
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
-    m_search->setPlaceholderText(QStringLiteral("Поиск по имени, описанию или пути"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, QStringLiteral("Поиск по имени, описанию или пути"));
     m_search->installEventFilter(this);
     m_view->setModel(m_model);
+    m_view->setAccessibleName(QStringLiteral("Узлы"));
     m_view->setUniformRowHeights(true);
     m_view->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_view->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);

@@ -4,6 +4,7 @@
 #include "editor/properties/GeometryPreview.h"
 #include "editor/properties/PropertyModel.h"
 #include "editor/properties/PropertyView.h"
+#include "editor/workspace/KeyboardAccess.h"
 #include "editor/workspace/Workspace.h"
 
 #include <QDockWidget>
@@ -49,8 +50,7 @@ PropertyPanel::PropertyPanel(Workspace &workspace, QWidget *parent)
       m_refusal(makeNotice(this, QStringLiteral("background: #fdecea; color: #8c1d18;"))),
       m_nothing(new QLabel(QStringLiteral("Ничего не выбрано"), this))
 {
-    m_search->setPlaceholderText(QStringLiteral("Поиск свойства"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, QStringLiteral("Поиск свойства"));
     m_nothing->setAlignment(Qt::AlignCenter);
     m_nothing->setEnabled(false);
     auto *layout = new QVBoxLayout(this);

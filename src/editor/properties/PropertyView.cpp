@@ -53,6 +53,7 @@ PropertyView::PropertyView(const PropertyHost &host, QWidget *parent)
       m_delegate(
           new PropertyDelegate([this](const QModelIndex &index) { return contextOf(index); }, this))
 {
+    setAccessibleName(QStringLiteral("Свойства"));
     m_filter->setSourceModel(m_model);
     setModel(m_filter);
     setItemDelegate(m_delegate);

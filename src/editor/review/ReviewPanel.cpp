@@ -54,6 +54,7 @@ ReviewPanel::ReviewPanel(Workspace &workspace, QWidget *parent)
     m_sorted->setSourceModel(m_model);
     m_sorted->setSortRole(FindingModel::SortRole);
     makeTable();
+    m_table->setAccessibleName(tr("Замечания"));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(makeBar());

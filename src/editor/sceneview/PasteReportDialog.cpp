@@ -42,6 +42,7 @@ PasteReportDialog::PasteReportDialog(Workspace &workspace, const Widgets::PasteR
                        "показывает ошибку, а не значение."),
         this);
     text->setWordWrap(true);
+    m_rows->setAccessibleName(windowTitle());
     m_rows->setHeaderLabels({QStringLiteral("Элемент"), QStringLiteral("Свойство"),
                              QStringLiteral("Искомый путь"), QStringLiteral("Состояние")});
     m_rows->setRootIsDecorated(false);

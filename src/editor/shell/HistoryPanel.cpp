@@ -8,6 +8,7 @@ namespace Editor {
 HistoryPanel::HistoryPanel(Workspace &workspace, QWidget *parent)
     : QUndoView(&workspace.session().undoStack(), parent)
 {
+    setAccessibleName(tr("История изменений"));
     setEmptyLabel(tr("Как открыто"));
     setAlternatingRowColors(true);
 }

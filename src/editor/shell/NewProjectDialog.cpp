@@ -1,5 +1,7 @@
 #include "editor/shell/NewProjectDialog.h"
 
+#include "editor/workspace/KeyboardAccess.h"
+
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -53,6 +55,7 @@ NewProjectDialog::NewProjectDialog(QWidget *parent)
     auto *form = new QFormLayout;
     form->addRow(tr("Название"), m_name);
     form->addRow(tr("Где создать"), place);
+    m_place->setAccessibleName(tr("Где создать"));
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(m_verdict);
@@ -65,6 +68,7 @@ NewProjectDialog::NewProjectDialog(QWidget *parent)
     connect(m_place, &QLineEdit::textChanged, this, &NewProjectDialog::check);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    KeyboardAccess::followLayouts(*this);
     check();
 }
 

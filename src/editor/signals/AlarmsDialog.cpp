@@ -1,5 +1,7 @@
 #include "editor/signals/AlarmsDialog.h"
 
+#include "editor/workspace/KeyboardAccess.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -50,6 +52,8 @@ AlarmsDialog::AlarmsDialog(int signalCount, QWidget *parent)
     m_delay->setRange(0, longestDelay);
     m_delay->setSuffix(tr(" с"));
     m_delay->setValue(3);
+    m_deadband->setAccessibleName(tr("Зона нечувствительности"));
+    m_delay->setAccessibleName(tr("Задержка возникновения"));
     const int below = int(usual.size()) + 1;
     grid->addWidget(new QLabel(tr("Зона нечувствительности"), this), below, 0);
     grid->addWidget(m_deadband, below, 1);
@@ -68,6 +72,7 @@ AlarmsDialog::AlarmsDialog(int signalCount, QWidget *parent)
     m_buttons->button(QDialogButtonBox::Cancel)->setText(tr("Отмена"));
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    KeyboardAccess::followLayouts(*this);
     setMinimumWidth(680);
     check();
 }
@@ -83,6 +88,9 @@ void AlarmsDialog::addRow(QGridLayout &grid, int row)
     made.isWanted->setObjectName(name);
     made.limit->setObjectName(name + QStringLiteral(".limit"));
     made.limit->setMaximumWidth(110);
+    made.limit->setAccessibleName(tr("Уставка %1").arg(name));
+    made.priority->setAccessibleName(tr("Приоритет %1").arg(name));
+    made.text->setAccessibleName(tr("Текст %1").arg(name));
     made.text->setObjectName(name + QStringLiteral(".text"));
     for (int priority = 1; priority <= 4; ++priority)
         made.priority->addItem(QString::number(priority));

@@ -66,6 +66,8 @@ PatternDialog::PatternDialog(const SheetModel &model, QWidget *parent)
     m_preview->setTextFormat(Qt::PlainText);
     m_buttons->button(QDialogButtonBox::Ok)->setText(tr("Добавить"));
     m_buttons->button(QDialogButtonBox::Cancel)->setText(tr("Отмена"));
+    m_first->setAccessibleName(tr("Первое число"));
+    m_step->setAccessibleName(tr("Шаг"));
     auto *counting = new QHBoxLayout;
     counting->addWidget(m_column, 1);
     counting->addWidget(new QLabel(tr("с"), this));

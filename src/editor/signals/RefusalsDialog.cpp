@@ -55,6 +55,7 @@ RefusalsDialog::RefusalsDialog(const std::vector<Nodes::SheetRefusal> &refusals,
     table->setColumnWidth(1, 150);
     table->setColumnWidth(2, 150);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setAccessibleName(windowTitle());
     auto *buttons = new QDialogButtonBox(this);
     auto *copyButton = buttons->addButton(tr("Копировать список"), QDialogButtonBox::ActionRole);
     buttons->addButton(tr("Закрыть"), QDialogButtonBox::RejectRole);

@@ -34,6 +34,7 @@ RenameDialog::RenameDialog(const Nodes::NodeLinks &nodes, QWidget *parent)
     m_table->setHorizontalHeaderLabels({tr("Было"), tr("Станет")});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setAccessibleName(tr("Имена до и после"));
     auto *form = new QFormLayout;
     form->addRow(tr("Заменить"), m_search);
     form->addRow(tr("на"), m_replacement);

@@ -3,6 +3,7 @@
 #include "editor/project/ProjectSession.h"
 #include "editor/symbols/SymbolCommands.h"
 #include "editor/symbols/SymbolModel.h"
+#include "editor/workspace/KeyboardAccess.h"
 #include "editor/workspace/Workspace.h"
 
 #include <QComboBox>
@@ -58,9 +59,10 @@ SymbolPanel::SymbolPanel(Workspace &workspace, QWidget *parent)
       m_list(new QListView)
 {
     m_found->setSourceModel(m_model);
-    m_search->setPlaceholderText(tr("Найти мнемосимвол"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, tr("Найти мнемосимвол"));
     makeList();
+    m_groups->setAccessibleName(tr("Группа"));
+    m_list->setAccessibleName(tr("Мнемосимволы"));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(m_search);

@@ -42,6 +42,7 @@ InstancePanel::InstancePanel(Workspace &workspace, QWidget *parent)
       m_add(new QPushButton(tr("Ещё экземпляр")))
 {
     makeTable();
+    m_table->setAccessibleName(tr("Экземпляры шаблона"));
     auto *bar = new QHBoxLayout;
     bar->addWidget(m_title, 1);
     bar->addWidget(m_add);

@@ -10,6 +10,7 @@
 #include "editor/tree/TreeFilterView.h"
 #include "editor/tree/TreeMemory.h"
 #include "editor/workspace/DockRaise.h"
+#include "editor/workspace/KeyboardAccess.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -41,6 +42,7 @@ ProjectTreePanel::ProjectTreePanel(Workspace &workspace, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(m_tree);
+    KeyboardAccess::followLayouts(*this);
     setFocusProxy(m_tree);
 
     ProjectSession &session = workspace.session();

@@ -1,6 +1,7 @@
 #include "editor/tree/TreeFilterView.h"
 
 #include "editor/tree/ProjectTreeModel.h"
+#include "editor/workspace/KeyboardAccess.h"
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
@@ -60,10 +61,10 @@ TreeFilterView::TreeFilterView(ProjectTreeModel &model, QTreeView *view, QWidget
       m_view(view)
 {
     setUpView(*m_view, model);
-    m_search->setPlaceholderText(QStringLiteral("Поиск"));
+    m_view->setAccessibleName(QStringLiteral("Узлы проекта"));
+    KeyboardAccess::makeSearchLine(*m_search, QStringLiteral("Поиск"));
     m_search->setToolTip(QStringLiteral("Слова имени или описания; с «/» — часть пути, "
                                         "#12 — узел с этим номером"));
-    m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     m_count->hide();
     m_line->addWidget(m_search, 1);

@@ -26,6 +26,7 @@ enum enColumn { ColumnNode, ColumnCount, ColumnReplacement };
 QTreeWidget *makeList(QWidget *parent)
 {
     auto *list = new QTreeWidget(parent);
+    list->setAccessibleName(QStringLiteral("Удаляемые узлы"));
     list->setHeaderLabels(
         {QStringLiteral("Удаляется"), QStringLiteral("Ссылок"), QStringLiteral("Ссылки вести на")});
     list->setRootIsDecorated(false);
@@ -39,6 +40,7 @@ QTreeWidget *makeList(QWidget *parent)
 QTreeView *makeView(UsagesModel &model, QWidget *parent)
 {
     auto *view = new QTreeView(parent);
+    view->setAccessibleName(QStringLiteral("Кто ссылается"));
     view->setObjectName(QStringLiteral("users"));
     view->setModel(&model);
     view->setRootIsDecorated(false);

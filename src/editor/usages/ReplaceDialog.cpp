@@ -3,6 +3,7 @@
 #include "editor/picker/NodePicker.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/usages/ReplaceModel.h"
+#include "editor/workspace/KeyboardAccess.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -24,6 +25,7 @@ namespace {
 QTreeView *makeView(ReplaceModel &model, QWidget *parent)
 {
     auto *view = new QTreeView(parent);
+    view->setAccessibleName(QStringLiteral("Ссылки"));
     view->setModel(&model);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
@@ -73,6 +75,7 @@ ReplaceDialog::ReplaceDialog(Workspace &workspace, enMode mode, const Nodes::Nod
     connect(m_where, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &ReplaceDialog::refresh);
     connect(m_model, &QAbstractItemModel::dataChanged, this, &ReplaceDialog::count);
+    KeyboardAccess::followLayouts(*this);
     (m_oldText ? static_cast<QWidget *>(m_oldText) : m_toButton)->setFocus();
     refresh();
 }

@@ -20,6 +20,7 @@ namespace {
 QTreeView *makeView(UsagesModel &model, QWidget *parent)
 {
     auto *view = new QTreeView(parent);
+    view->setAccessibleName(QStringLiteral("Использование"));
     view->setModel(&model);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);

@@ -1,5 +1,7 @@
 #include "editor/wizard/ChoiceDialog.h"
 
+#include "editor/workspace/KeyboardAccess.h"
+
 #include "nodes/model/ConfigNode.h"
 
 #include <QDialogButtonBox>
@@ -19,8 +21,7 @@ ChoiceDialog::ChoiceDialog(const QString &title, const Nodes::NodeLinks &nodes, 
       m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setWindowTitle(title);
-    m_search->setPlaceholderText(tr("Поиск"));
-    m_search->setClearButtonEnabled(true);
+    KeyboardAccess::makeSearchLine(*m_search, tr("Поиск"));
     m_list->setUniformItemSizes(true);
     m_list->setSelectionMode(isSeveral ? QAbstractItemView::ExtendedSelection
                                        : QAbstractItemView::SingleSelection);
@@ -28,6 +29,7 @@ ChoiceDialog::ChoiceDialog(const QString &title, const Nodes::NodeLinks &nodes, 
         m_list->addItem(QString::fromStdString(node.GetLinkName(true)));
     m_buttons->button(QDialogButtonBox::Ok)->setText(tr("Выбрать"));
     m_buttons->button(QDialogButtonBox::Cancel)->setText(tr("Отмена"));
+    m_list->setAccessibleName(title);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_search);
     layout->addWidget(m_list, 1);

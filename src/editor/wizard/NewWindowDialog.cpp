@@ -45,6 +45,8 @@ NewWindowDialog::NewWindowDialog(const QString &name, QWidget *parent)
     m_display->setRange(1, displays);
     m_buttons->button(QDialogButtonBox::Ok)->setText(tr("Создать"));
     m_buttons->button(QDialogButtonBox::Cancel)->setText(tr("Отмена"));
+    m_width->setAccessibleName(tr("Ширина"));
+    m_height->setAccessibleName(tr("Высота"));
     auto *size = new QHBoxLayout;
     size->addWidget(m_width);
     size->addWidget(new QLabel(QStringLiteral("×"), this));

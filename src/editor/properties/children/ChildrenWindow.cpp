@@ -49,6 +49,7 @@ ChildrenWindow::ChildrenWindow(const Nodes::NodeLink &parentNode,
     m_model->setReadOnly(readOnly);
     m_details->setReadOnly(readOnly);
     setUpTable(host);
+    m_table->setAccessibleName(QStringLiteral("Список"));
     auto *halves = new QSplitter(this);
     halves->setChildrenCollapsible(false);
     halves->addWidget(m_table);

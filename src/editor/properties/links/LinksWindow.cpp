@@ -33,6 +33,7 @@ LinksWindow::LinksWindow(PropertyModel &model, const QString &key, const Propert
 {
     const PropertyRow *row = PropertyModel::row(model.find(key));
     m_descriptor = row ? row->descriptor : nullptr;
+    m_list->setAccessibleName(QStringLiteral("Список"));
     auto *halves = new QSplitter(this);
     halves->setChildrenCollapsible(false);
     halves->addWidget(m_list);

@@ -11,6 +11,7 @@ namespace Editor {
 TextWindow::TextWindow(QWidget *parent) : QDialog(parent), m_edit(new QPlainTextEdit(this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
+    m_edit->setAccessibleName(QStringLiteral("Текст"));
     auto *buttons = new QDialogButtonBox(this);
     QPushButton *take =
         buttons->addButton(QStringLiteral("Применить"), QDialogButtonBox::AcceptRole);

@@ -13,6 +13,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <initializer_list>
+
 namespace Widgets {
 
 namespace {
@@ -35,6 +37,8 @@ ProblemsView::ProblemsView(QWidget *parent, enLook look)
 {
     m_rows->setSourceModel(m_model);
     m_search->setPlaceholderText(QStringLiteral("Найти"));
+    m_search->setAccessibleName(QStringLiteral("Найти"));
+    m_table->setAccessibleName(QStringLiteral("Замечания"));
     m_search->setClearButtonEnabled(true);
     m_again->setAutoDefault(false);
     buildTable();
@@ -50,6 +54,10 @@ ProblemsView::ProblemsView(QWidget *parent, enLook look)
     layout->addWidget(m_table, 1);
     if (look == Large)
         makeLarge();
+    // Tab goes through them as they stand, not as they were made.
+    for (QWidget *next :
+         std::initializer_list<QWidget *>{m_table, m_again, m_search, m_filters[Problem::Remark]})
+        setTabOrder(m_filters[Problem::Error], next);
     m_summary->setVisible(look == Large);
     m_again->setVisible(look == Large);
     connect(m_search, &QLineEdit::textChanged, m_rows, &ProblemsFilter::setFilterFixedString);
