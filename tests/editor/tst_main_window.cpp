@@ -248,6 +248,43 @@ private slots:
         QCOMPARE(f.window.workspace().document()->node().GetNodeId(), node.GetNodeId());
     }
 
+    void takesFromAComparison_data()
+    {
+        QTest::addColumn<bool>("isWhole");
+        QTest::addColumn<bool>("isReadOnly");
+        QTest::newRow("the node") << true << false;
+        QTest::newRow("one property") << false << false;
+        QTest::newRow("open for reading only") << true << true;
+    }
+    void takesFromAComparison()
+    {
+        QFETCH(const bool, isWhole);
+        QFETCH(const bool, isReadOnly);
+        Fixture f;
+        f.window.show();
+        QVERIFY(f.rename("Q"));
+        QVERIFY(Utils::IUndo::execute(new Utils::ChangeTextCommand(
+            Nodes::NodeLink(f.session().root()), Utils::ChangeTextCommand::Description, "D")));
+        if (isReadOnly)
+            f.session().setReadOnly("R");
+        f.window.commands().action("project.compareSaved")->trigger();
+        const auto *document =
+            qobject_cast<Editor::CompareDocument *>(f.window.workspace().document());
+        QVERIFY(document);
+        QTreeView &rows = document->differences().tree();
+        QTRY_COMPARE(rows.model()->rowCount(), 1);
+        const QModelIndex node = rows.model()->index(0, 0);
+        rows.setCurrentIndex(isWhole ? node : rows.model()->index(0, 0, node)); // the name
+        QAction *take = rows.actions().value(0);
+        QVERIFY(take && take->isEnabled());
+        take->trigger();
+        QCOMPARE(f.session().name(), QString(isReadOnly ? "Q" : "P"));
+        QCOMPARE(f.session().root()->GetDescription().empty(), isWhole && !isReadOnly);
+        QCOMPARE(rows.model()->rowCount(), isWhole && !isReadOnly ? 0 : 1);
+        QCOMPARE(take->isEnabled(), rows.model()->rowCount() > 0);
+        f.session().abandon();
+    }
+
     void panelsAreReachedByKeys()
     {
         Fixture f;

@@ -1,6 +1,7 @@
 #include "editor/compare/CompareDocument.h"
 
 #include "editor/compare/CompareView.h"
+#include "editor/compare/VersionTaking.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/workspace/Workspace.h"
 
@@ -11,6 +12,12 @@
 #include <QVBoxLayout>
 
 namespace Editor {
+
+namespace {
+
+constexpr int toldAtMost = 3; // remarks in a line
+
+} // namespace
 
 CompareDocument::CompareDocument(Workspace &workspace,
                                  std::unique_ptr<Nodes::NodesCollection> other,
@@ -24,7 +31,9 @@ CompareDocument::CompareDocument(Workspace &workspace,
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
     setFocusProxy(m_view);
+    m_view->setTakeable(true);
     connect(m_view, &CompareView::nodeActivated, this, &CompareDocument::goTo);
+    connect(m_view, &CompareView::takeRequested, this, &CompareDocument::take);
     connect(&workspace.session().undoStack(), &QUndoStack::indexChanged, this, [this] {
         m_isOld = true;
         if (isVisible())
@@ -59,6 +68,27 @@ void CompareDocument::compare()
     m_isOld = false;
     m_view->setProjects({m_title, m_other.get()},
                         {tr("Открытый проект"), workspace().session().project()});
+}
+
+void CompareDocument::take()
+{
+    if (workspace().session().isReadOnly()) {
+        workspace().tell(Workspace::Warning, tr("Проект открыт только для чтения."));
+        return;
+    }
+    VersionTaking taking(*m_other, *workspace().session().project());
+    m_view->addChosen(taking);
+    QUndoCommand *const command = taking.make();
+    const bool isTaken = command && workspace().push(command);
+    const QStringList remarks = taking.remarks();
+    if (!remarks.isEmpty())
+        workspace().tell(Workspace::Warning,
+                         remarks.mid(0, toldAtMost).join(QLatin1Char(' ')) +
+                             (remarks.size() > toldAtMost
+                                  ? tr(" И ещё: %1.").arg(remarks.size() - toldAtMost)
+                                  : QString()));
+    else if (isTaken)
+        workspace().tell(Workspace::Info, tr("Взято из другой версии."));
 }
 
 void CompareDocument::goTo(const Nodes::NodeLink &node)

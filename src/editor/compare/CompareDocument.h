@@ -34,6 +34,7 @@ protected:
 
 private:
     void compare();
+    void take();
     void goTo(const Nodes::NodeLink &node);
 
     std::unique_ptr<Nodes::NodesCollection> m_other;

@@ -32,6 +32,13 @@ const Nodes::NodeDifference *DifferencesModel::difference(const QModelIndex &ind
     return &m_differences[row];
 }
 
+const Nodes::PropertyDifference *DifferencesModel::property(const QModelIndex &index) const
+{
+    return index.isValid() && index.internalId() != top
+               ? &difference(index)->properties[std::size_t(index.row())]
+               : nullptr;
+}
+
 QString DifferencesModel::wordOf(const Nodes::NodeDifference &difference)
 {
     if (difference.isAdded)

@@ -21,6 +21,8 @@ public:
     void setDifferences(std::vector<Nodes::NodeDifference> differences);
     /// Of the node of that row or of the one above it; null for no row.
     const Nodes::NodeDifference *difference(const QModelIndex &index) const;
+    /// Which of the node's differing properties the row is of; null for that of the node.
+    const Nodes::PropertyDifference *property(const QModelIndex &index) const;
     /// Sign and word for what became of the node: told apart without colour.
     static QString wordOf(const Nodes::NodeDifference &difference);
 

@@ -141,8 +141,8 @@ void DiffBuilder::compare(const ConfigNode &before, const ConfigNode &after)
     compareTexts(before, after, found);
     for (const PropertyDescriptor &d : after.GetKind()->properties) {
         if (!isEqual(d, before, after))
-            found.properties.push_back(
-                {d.valueId, d.nameRu, ValueWords(d, before), ValueWords(d, after)});
+            found.properties.push_back({PropertyDifference::Value, d.valueId, d.nameRu,
+                                        ValueWords(d, before), ValueWords(d, after)});
     }
     compareForeign(before, after, found);
     if (!found.isMoved && !found.isReordered && found.properties.empty())
@@ -158,12 +158,14 @@ void DiffBuilder::compare(const ConfigNode &before, const ConfigNode &after)
 void DiffBuilder::compareTexts(const ConfigNode &before, const ConfigNode &after,
                                NodeDifference &found)
 {
-    const auto note = [&](const char *what, const std::string &left, const std::string &right) {
+    const auto note = [&](PropertyDifference::enWhat what, const char *word,
+                          const std::string &left, const std::string &right) {
         if (left != right)
-            found.properties.push_back({0, what, QuotedWords(left), QuotedWords(right)});
+            found.properties.push_back({what, 0, word, QuotedWords(left), QuotedWords(right)});
     };
-    note("Имя", before.GetName(), after.GetName());
-    note("Описание", before.GetDescription(), after.GetDescription());
+    note(PropertyDifference::Name, "Имя", before.GetName(), after.GetName());
+    note(PropertyDifference::Description, "Описание", before.GetDescription(),
+         after.GetDescription());
 }
 
 // Attributes that no property takes; comments say nothing to the station.
@@ -177,8 +179,8 @@ void DiffBuilder::compareForeign(const ConfigNode &before, const ConfigNode &aft
         values[key].second = value;
     for (const auto &[key, pair] : values) {
         if (key.front() != '#' && pair.first != pair.second)
-            found.properties.push_back(
-                {0, "атрибут " + key, QuotedWords(pair.first), QuotedWords(pair.second)});
+            found.properties.push_back({PropertyDifference::Foreign, 0, "атрибут " + key,
+                                        QuotedWords(pair.first), QuotedWords(pair.second)});
     }
 }
 

@@ -12,7 +12,15 @@ namespace Nodes {
 /// read: names of choices, paths of nodes; secrets are never told.
 struct PropertyDifference
 {
-    unsigned valueId = 0; ///< 0 for names, descriptions and attributes that no property takes
+    enum enWhat {
+        Value,       ///< of a property
+        Name,        ///< of the node
+        Description, ///< of the node
+        Foreign      ///< attribute that no property takes
+    };
+
+    enWhat what = Value;
+    unsigned valueId = 0; ///< 0 unless it is a property
     std::string name;     ///< Russian
     std::string before;
     std::string after;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
+
 #include <unordered_map>
 #include <vector>
 
@@ -9,7 +11,7 @@ class ConfigNode;
 class NodesCollection;
 
 /// Which node of one project is which of another. Both outlive the pairs.
-class NodePairs
+class NODES_EXPORT NodePairs
 {
 public:
     NodePairs(const NodesCollection &before, const NodesCollection &after);
