@@ -16,6 +16,7 @@
 #include "utils/undo/ChangeTextCommand.h"
 
 #include <QBrush>
+#include <QColor>
 #include <QPalette>
 #include <QUndoCommand>
 
@@ -27,6 +28,8 @@ using Nodes::SheetColumns;
 using Utils::ChangeTextCommand;
 
 namespace {
+
+constexpr QRgb kindText = 0xff5a5a5a; // 6.9:1 on white
 
 QString toText(const std::string &text)
 {
@@ -245,7 +248,7 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
         return toolTip(column, *shown);
     case Qt::ForegroundRole:
         if (column.what == SheetColumn::Kind)
-            return QPalette().brush(QPalette::Disabled, QPalette::Text);
+            return QBrush(QColor(kindText)); // cannot be edited, can be read
         break;
     case Qt::BackgroundRole:
         if (column.what == SheetColumn::Property && !own)

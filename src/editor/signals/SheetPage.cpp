@@ -102,10 +102,18 @@ void SheetPage::makeActions(QToolBar &bar)
 {
     addAction(bar, tr("Добавить…"), tr("Создать много узлов по образцу имени"),
               QKeySequence(Qt::CTRL + Qt::Key_N + Qt::ALT), &SheetPage::addByPattern);
-    addAction(bar, tr("Переименовать…"), tr("Имена выбранных строк по образцу"),
-              QKeySequence(Qt::CTRL + Qt::Key_R), &SheetPage::renameByPattern);
-    addAction(bar, tr("Удалить"), tr("Удалить узлы выбранных строк"),
-              QKeySequence(Qt::CTRL + Qt::Key_Delete), &SheetPage::removeSelected);
+    addAction(bar, tr("Импорт…"), tr("Таблица CSV: куда какой столбец и что изменится"), {},
+              &SheetPage::importFile);
+    addAction(bar, tr("Экспорт…"), tr("Таблица CSV"), {}, &SheetPage::exportFile);
+    bar.addSeparator();
+    addAction(bar, tr("Вставить"),
+              tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
+              QKeySequence::Paste, &SheetPage::paste);
+    addAction(bar, tr("Вставить как…"), tr("Таблица из буфера: куда какой столбец и что изменится"),
+              QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_V), &SheetPage::pasteMapped);
+    addAction(bar, tr("Вниз"),
+              tr("Заполнить вниз: значение верхней выбранной ячейки — во все ниже"),
+              QKeySequence(Qt::CTRL + Qt::Key_D), &SheetPage::fillDown);
     bar.addSeparator();
     if (m_family == Nodes::NodeType::TypeSignal) {
         addAction(bar, tr("Тревоги…"), tr("Задать выбранным сигналам тревоги по пределам"), {},
@@ -113,17 +121,12 @@ void SheetPage::makeActions(QToolBar &bar)
         addAction(bar, tr("В архив"), tr("Отдать выбранные сигналы группе архива"), {},
                   &SheetPage::archiveSelected);
     }
-    addAction(bar, tr("Вставить"),
-              tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
-              QKeySequence::Paste, &SheetPage::paste);
-    addAction(bar, tr("Вниз"),
-              tr("Заполнить вниз: значение верхней выбранной ячейки — во все ниже"),
-              QKeySequence(Qt::CTRL + Qt::Key_D), &SheetPage::fillDown);
-    addAction(bar, tr("Импорт…"), tr("Таблица CSV"), {}, &SheetPage::importFile);
-    addAction(bar, tr("Экспорт…"), tr("Таблица CSV"), {}, &SheetPage::exportFile);
-    bar.addSeparator();
+    addAction(bar, tr("Имена…"), tr("Имена выбранных строк по образцу"),
+              QKeySequence(Qt::CTRL + Qt::Key_R), &SheetPage::renameByPattern);
     addAction(bar, tr("Копировать"), tr("Выбранные ячейки — для электронной таблицы"),
               QKeySequence::Copy, &SheetPage::copy);
+    addAction(bar, tr("Удалить"), tr("Удалить узлы выбранных строк"),
+              QKeySequence(Qt::CTRL + Qt::Key_Delete), &SheetPage::removeSelected);
 }
 
 // The keys of the table mean the table while it has the focus, whatever menus use them for.

@@ -39,6 +39,8 @@ public:
 public slots:
     void copy();
     void paste();
+    /// Asks what the columns of the text in the clipboard mean, and shows what it would change.
+    void pasteMapped();
     void fillDown();
     void addByPattern();
     void renameByPattern();
@@ -51,6 +53,7 @@ public slots:
     void archiveSelected();
 
 private:
+    void importBytes(const QByteArray &bytes);
     SheetEdits::Cells selectedCells() const;
     void makeActions(QToolBar &bar);
     QAction *addAction(QToolBar &bar, const QString &text, const QString &tip,

@@ -1,5 +1,6 @@
 #include "editor/signals/AlarmsDialog.h"
 #include "editor/signals/ArchiveGroups.h"
+#include "editor/signals/ImportDialog.h"
 #include "editor/signals/PatternDialog.h"
 #include "editor/signals/RenameDialog.h"
 #include "editor/signals/SheetModel.h"
@@ -10,10 +11,19 @@
 
 #include "nodes/model/ConfigNode.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
 
 namespace Editor {
+
+namespace {
+
+constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 largestFile = 64 * megabyte;
+
+} // namespace
 
 void SheetPage::addByPattern()
 {
@@ -54,15 +64,31 @@ void SheetPage::importFile()
     if (!file.open(QIODevice::ReadOnly))
         return m_workspace.tell(Workspace::Error,
                                 tr("Файл «%1» не прочитан: %2.").arg(path, file.errorString()));
-    const std::string text = file.readAll().toStdString();
-    Nodes::TextTable table;
-    const Nodes::Result read =
-        Nodes::DelimitedText::Read(text, Nodes::DelimitedText::RecogniseSeparator(text), table);
-    if (!read)
-        return m_workspace.tell(
-            Workspace::Error,
-            tr("Файл «%1» не прочитан: %2.").arg(path, QString::fromStdString(read.GetDetail())));
-    tell(SheetEdits::importTable(m_workspace, *m_model, table));
+    if (file.size() > largestFile)
+        return m_workspace.tell(Workspace::Error,
+                                tr("Файл «%1» больше %2 МБ; разделите таблицу на части.")
+                                    .arg(path)
+                                    .arg(largestFile / megabyte));
+    importBytes(file.readAll());
+}
+
+void SheetPage::importBytes(const QByteArray &bytes)
+{
+    ImportDialog dialog(*m_model, bytes, this);
+    if (dialog.exec() != QDialog::Accepted || !m_model->scope())
+        return;
+    Nodes::SheetPlan plan = dialog.takePlan();
+    SheetEdits::carryOut(m_workspace, plan, tr("Импорт таблицы"));
+    tell(plan.refusals);
+}
+
+void SheetPage::pasteMapped()
+{
+    const QString text = QApplication::clipboard()->text();
+    if (text.isEmpty())
+        return m_workspace.tell(Workspace::Info, tr("В буфере обмена нет текста."));
+    if (m_model->scope())
+        importBytes(text.toUtf8());
 }
 
 void SheetPage::exportFile()

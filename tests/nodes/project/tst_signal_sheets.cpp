@@ -173,6 +173,52 @@ private slots:
         QCOMPARE(s.refused(), std::string("4:Имя 5:Имя ")); // said already; two are called so
     }
 
+    void everyRowIsToldWhatBecomesOfIt()
+    {
+        Sheet s;
+        SheetSettings::AddTo(s.columns, *s.group, NodeType::TypeSignal);
+        const int unit = s.columns.Find("unit");
+        const int offset = s.columns.Find("offset");
+        SheetImport import(*s.group, NodeType::TypeSignal, s.columns, s.kinds);
+        const TextTable table{{"бар", "Т01", "Шкаф 1", "1"},
+                              {"м", "Т02", "", "много"},
+                              {"", ""},
+                              {"°C", "Новый", "Шкаф", "3"},
+                              {"мм", ""},
+                              {"%", "Т02"}};
+        QVERIFY(import.PlanRows(table, 0, {unit, 0, -1, offset}, s.made));
+        using Plan = SheetPlan;
+        const std::vector<Plan::Fate> fates{Plan::Changed, Plan::Changed, Plan::LeftOut,
+                                            Plan::Added,   Plan::Refused, Plan::Refused};
+        QCOMPARE(s.made.fates, fates);
+        QCOMPARE(s.refused(), std::string("2:Смещение в группе 5:Имя 6:Имя "));
+        QCOMPARE(s.made.marks.size(), std::size_t(2)); // Т01 has that offset already
+        QCOMPARE(s.made.marks[1].row, std::size_t(2));
+        QCOMPARE(s.made.marks[1].column, std::size_t(0));
+        QCOMPARE(s.made.marks[1].before, std::string());
+    }
+
+    void columnsAreGivenOnce_data()
+    {
+        const Rows<QString, bool> row("columns", "isFit");
+        row("as they should be", "Имя unit", true);
+        row("no name", "offset unit", false);
+        row("twice", "Имя unit unit", false);
+        row("twice not read", "Имя - -", true);
+    }
+    void columnsAreGivenOnce()
+    {
+        QFETCH(QString, columns);
+        QFETCH(bool, isFit);
+        Sheet s;
+        std::vector<int> places;
+        for (const QString &column : columns.split(' '))
+            places.push_back(column == "-" ? -1 : s.columns.Find(column.toStdString()));
+        SheetImport import(*s.group, NodeType::TypeSignal, s.columns, s.kinds);
+        QCOMPARE(bool(import.PlanRows({{"Т01", "бар", "м"}}, 0, places, s.made)), isFit);
+        QVERIFY(isFit || s.made.isEmpty());
+    }
+
     void rowsLeftOutLeaveNoGroups()
     {
         Sheet s;

@@ -1,5 +1,7 @@
 #include "nodes/project/signals/SheetColumns.h"
 
+#include "nodes/drivers/modbus/modbusGroup.h"
+#include "nodes/drivers/modbus/modbusSignal.h"
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindTable.h"
 #include "nodes/project/signals/CellText.h"
@@ -178,6 +180,19 @@ std::string SheetColumns::PathFrom(const ConfigNode &scope, const ConfigNode &no
     for (const ConfigNode *parent = node.GetParent(); parent && parent != &scope;
          parent = parent->GetParent())
         path.insert(0, parent->GetName() + "/");
+    return path;
+}
+
+std::string SheetColumns::ShortPathFrom(const ConfigNode &scope, const ConfigNode &node)
+{
+    if (!dynamic_cast<const modbusSignal *>(&node))
+        return PathFrom(scope, node);
+    std::string path = node.GetName();
+    for (const ConfigNode *parent = node.GetParent(); parent && parent != &scope;
+         parent = parent->GetParent()) {
+        if (!dynamic_cast<const modbusGroup *>(parent))
+            path.insert(0, parent->GetName() + "/");
+    }
     return path;
 }
 

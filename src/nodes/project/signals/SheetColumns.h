@@ -58,6 +58,9 @@ public:
                                const ConfigNode &scope);
     /// Path of a node below `scope`, from there.
     static std::string PathFrom(const ConfigNode &scope, const ConfigNode &node);
+    /// The same of a signal without the polling groups that it passes, which lists from elsewhere
+    /// do not know; of another node its path.
+    static std::string ShortPathFrom(const ConfigNode &scope, const ConfigNode &node);
 
 private:
     int findUsual(std::string_view title) const;

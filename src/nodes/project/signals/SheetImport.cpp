@@ -27,27 +27,6 @@ Result invalid(std::string reason)
     return Result(Result::InvalidArgument, std::move(reason));
 }
 
-/// Path of a signal from `scope` without the polling groups that it passes; of other nodes the
-/// path.
-std::string shortPath(const ConfigNode &scope, const ConfigNode &node)
-{
-    if (!dynamic_cast<const modbusSignal *>(&node))
-        return SheetColumns::PathFrom(scope, node);
-    std::string path = node.GetName();
-    for (const ConfigNode *parent = node.GetParent(); parent && parent != &scope;
-         parent = parent->GetParent()) {
-        if (!dynamic_cast<const modbusGroup *>(parent))
-            path.insert(0, parent->GetName() + "/");
-    }
-    return path;
-}
-
-void refuse(SheetPlan &plan, std::size_t row, std::string column, std::string text,
-            std::string reason)
-{
-    plan.refusals.push_back({row, std::move(column), std::move(text), std::move(reason)});
-}
-
 } // namespace
 
 SheetImport::SheetImport(ConfigNode &scope, unsigned family, const SheetColumns &columns,
@@ -63,7 +42,7 @@ SheetImport::SheetImport(ConfigNode &scope, unsigned family, const SheetColumns 
         const auto [place, isNew] = m_nodes.emplace(SheetColumns::PathFrom(scope, *node), node);
         if (!isNew)
             place->second = nullptr;
-        const std::string brief = shortPath(scope, *node);
+        const std::string brief = SheetColumns::ShortPathFrom(scope, *node);
         if (brief == place->first)
             continue;
         const auto [other, isOnly] = m_shortPaths.emplace(brief, node);
@@ -84,14 +63,36 @@ Result SheetImport::PlanTable(const TextTable &table, SheetPlan &plan)
 {
     const std::vector<int> places =
         table.empty() ? std::vector<int>() : readHeader(table.front(), plan);
-    if (std::none_of(places.begin(), places.end(), [this](int place) {
-            return place >= 0 && m_columns[std::size_t(place)].what == SheetColumn::Name;
-        }))
+    if (!namesRows(places))
         return invalid("в первой строке нет столбца «Имя»; первая строка таблицы должна называть "
                        "столбцы, как при экспорте");
-    arrange(table, 1, places, plan);
-    for (std::size_t i = 1; i < table.size(); ++i) {
-        if (!isBlank(table[i]) && m_refusedRows.count(i + 1) == 0)
+    return PlanRows(table, 1, places, plan);
+}
+
+bool SheetImport::namesRows(const std::vector<int> &places) const
+{
+    return std::any_of(places.begin(), places.end(), [this](int place) {
+        return place >= 0 && m_columns[std::size_t(place)].what == SheetColumn::Name;
+    });
+}
+
+Result SheetImport::PlanRows(const TextTable &table, std::size_t first,
+                             const std::vector<int> &places, SheetPlan &plan)
+{
+    if (!namesRows(places))
+        return invalid("не указано, в каком столбце имя; выберите над ним «Имя»");
+    for (auto place = places.begin(); place != places.end(); ++place) {
+        if (*place >= 0 && std::find(std::next(place), places.end(), *place) != places.end())
+            return invalid("столбец «" + m_columns[std::size_t(*place)].title +
+                           "» выбран дважды; оставьте один");
+    }
+    plan.fates.assign(table.size(), SheetPlan::LeftOut);
+    arrange(table, first, places, plan);
+    for (std::size_t i = first; i < table.size(); ++i) {
+        if (isBlank(table[i]))
+            continue;
+        plan.fates[i] = SheetPlan::Refused;
+        if (m_refusedRows.count(i + 1) == 0)
             planRow(table[i], i + 1, places, plan);
     }
     return Result();
@@ -105,10 +106,11 @@ std::vector<int> SheetImport::readHeader(const Row &header, SheetPlan &plan) con
         const bool isRepeated =
             place >= 0 && std::find(places.begin(), places.end(), place) != places.end();
         if (!title.empty() && (place < 0 || isRepeated))
-            refuse(plan, 1, title, {},
-                   isRepeated ? "столбец назван второй раз; второй не читается, удалите лишний"
-                              : "такого столбца нет, он не читается; названия столбцов — как в "
-                                "заголовке таблицы");
+            plan.Refuse(1, title, {},
+                        isRepeated
+                            ? "столбец назван второй раз; второй не читается, удалите лишний"
+                            : "такого столбца нет, он не читается; названия столбцов — как в "
+                              "заголовке таблицы");
         places.push_back(isRepeated ? -1 : place);
     }
     return places;
@@ -131,6 +133,19 @@ const KindInfo *SheetImport::kindOf(const Row &row, const std::vector<int> &plac
     return nullptr;
 }
 
+// Whatever became of the first: which of several rows counts must not depend on it.
+bool SheetImport::isSaidAlready(const std::string &path, ConfigNode *node, std::size_t number,
+                                SheetPlan &plan)
+{
+    const std::size_t first = std::min(m_named.emplace(path, number).first->second,
+                                       node ? m_rows.emplace(node, number).first->second : number);
+    if (first != number)
+        plan.Refuse(number, nameTitle, path,
+                    "имя уже есть в строке " + std::to_string(first) +
+                        ", строка не взята; уберите повтор");
+    return first != number;
+}
+
 void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<int> &places,
                           SheetPlan &plan)
 {
@@ -140,35 +155,31 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
             path = row[i];
     }
     if (path.empty())
-        return refuse(plan, number, nameTitle, {},
-                      "имя не указано, строка не взята; впишите имя или путь «Папка/Имя»");
+        return plan.Refuse(number, nameTitle, {},
+                           "имя не указано, строка не взята; впишите имя или путь «Папка/Имя»");
     ConfigNode *node = find(path);
     if (!node && m_nodes.count(path) == 0 && m_shortPaths.count(path) != 0)
-        return refuse(plan, number, nameTitle, path,
-                      "так называются сигналы нескольких групп опроса, строка не взята; впишите "
-                      "путь вместе с группой");
-    // Whatever became of the first: which of several rows counts must not depend on it.
-    const std::size_t first = std::min(m_named.emplace(path, number).first->second,
-                                       node ? m_rows.emplace(node, number).first->second : number);
-    if (first != number)
-        return refuse(plan, number, nameTitle, path,
-                      "имя уже есть в строке " + std::to_string(first) +
-                          ", строка не взята; уберите повтор");
+        return plan.Refuse(
+            number, nameTitle, path,
+            "так называются сигналы нескольких групп опроса, строка не взята; впишите "
+            "путь вместе с группой");
+    if (isSaidAlready(path, node, number, plan))
+        return;
     if (node && node->GetNodeType().GetFamily() != m_family)
-        return refuse(plan, number, nameTitle, path,
-                      "под этим именем стоит узел другого вида («" +
-                          node->GetNodeType().GetSubtypeNameTranslated() +
-                          "»), строка не взята; дайте другое имя");
+        return plan.Refuse(number, nameTitle, path,
+                           "под этим именем стоит узел другого вида («" +
+                               node->GetNodeType().GetSubtypeNameTranslated() +
+                               "»), строка не взята; дайте другое имя");
     const bool isNew = node == nullptr;
     if (isNew) {
         const KindInfo *kind = kindOf(row, places);
         if (!kind)
-            return refuse(plan, number, "Вид", {},
-                          "вид не распознан, строка не взята; возьмите вид из таблицы");
+            return plan.Refuse(number, "Вид", {},
+                               "вид не распознан, строка не взята; возьмите вид из таблицы");
         const ModbusPlacing::Place *place = m_placing.Find(number);
         const Result made = PlanNode(place ? place->path : path, *kind, plan, node);
         if (!made)
-            return refuse(plan, number, nameTitle, path, made.GetDetail());
+            return plan.Refuse(number, nameTitle, path, made.GetDetail());
         if (place || m_offsets.count(number) != 0)
             (void)node->SetProperty(modbusSignal::Prop::Offset,
                                     place ? place->offset : m_offsets[number]);
@@ -177,111 +188,6 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
     }
     m_rows[node] = number;
     takeRow(*node, isNew, row, number, places, plan);
-}
-
-void SheetImport::takeRow(ConfigNode &node, bool isNew, const Row &row, std::size_t number,
-                          const std::vector<int> &places, SheetPlan &plan)
-{
-    const auto count = [&plan] {
-        return plan.changes.size() + plan.names.size() + plan.descriptions.size() +
-               plan.removals.size() + plan.additions.size();
-    };
-    const std::size_t before = count();
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (i >= places.size()) {
-            if (!row[i].empty())
-                refuse(plan, number, {}, row[i], "ячейка за последним столбцом; уберите её");
-        } else if (const Cell cell{number, m_columns[std::size_t(std::max(places[i], 0))], row[i]};
-                   places[i] >= 0 && !(isNew && isPlaced(cell))) {
-            takeCell(node, isNew, cell, plan);
-        }
-    }
-    if (!isNew && count() != before)
-        ++plan.updated;
-}
-
-void SheetImport::takeCell(ConfigNode &node, bool isNew, const Cell &cell, SheetPlan &plan)
-{
-    switch (cell.column.what) {
-    case SheetColumn::Kind: {
-        const KindInfo *own = node.GetKind();
-        if (own && !cell.text.empty() && FoldCase(cell.text) != FoldCase(own->nameRu) &&
-            FoldCase(cell.text) != FoldCase(own->key))
-            refuse(plan, cell.row, cell.column.title, cell.text,
-                   "вид узла не меняется; удалите узел и создайте заново");
-        break;
-    }
-    case SheetColumn::Description:
-        if (node.GetDescription() == cell.text)
-            break;
-        if (isNew)
-            node.SetDescription(cell.text);
-        else
-            plan.descriptions.push_back({node.GetNodeLink(), cell.text});
-        break;
-    case SheetColumn::Property:
-        takeProperty(node, isNew, cell, plan);
-        break;
-    case SheetColumn::Name:
-        if (!isNew)
-            takeName(node, cell, plan);
-        break;
-    case SheetColumn::Setting:
-        takeSetting(node, cell, plan);
-        break;
-    }
-}
-
-void SheetImport::takeSetting(ConfigNode &node, const Cell &cell, SheetPlan &plan)
-{
-    const Result planned = m_settings.Plan(cell.column, node, cell.text, plan);
-    if (!planned)
-        refuse(plan, cell.row, cell.column.title, cell.text, planned.GetDetail());
-}
-
-void SheetImport::takeName(ConfigNode &node, const Cell &cell, SheetPlan &plan)
-{
-    const std::string path = SheetColumns::PathFrom(m_scope, node);
-    const std::size_t length = path.size() - node.GetName().size();
-    if (cell.text == path || cell.text == shortPath(m_scope, node))
-        return;
-    const std::string name = cell.text.substr(std::min(length, cell.text.size()));
-    if (cell.text.compare(0, length, path, 0, length) != 0 || name.empty() ||
-        name.find('/') != std::string::npos)
-        return refuse(plan, cell.row, cell.column.title, cell.text,
-                      "так узел попал бы в другое место; перенесите его в дереве проекта");
-    if (!m_nodes.emplace(cell.text, &node).second)
-        return refuse(plan, cell.row, cell.column.title, cell.text, "имя уже занято; дайте другое");
-    plan.names.push_back({node.GetNodeLink(), name});
-}
-
-void SheetImport::takeProperty(ConfigNode &node, bool isNew, const Cell &cell,
-                               SheetPlan &plan) const
-{
-    const PropertyDescriptor *own = SheetColumns::DescriptorFor(cell.column, node);
-    if (!own) {
-        if (!cell.text.empty())
-            refuse(plan, cell.row, cell.column.title, cell.text,
-                   "у вида «" + node.GetKind()->nameRu +
-                       "» нет этого свойства; оставьте ячейку пустой");
-        return;
-    }
-    const bool mayBeEmpty = own->binding.type == PropertyType::String ||
-                            own->binding.type == PropertyType::Link ||
-                            own->binding.type == PropertyType::Links;
-    if ((cell.text.empty() && (isNew || !mayBeEmpty)) || CellText::Show(*own, node) == cell.text)
-        return;
-    boost::any value;
-    Result read = CellText::Read(*own, cell.text, m_paths, value);
-    if (read && CellText::Holds(*own, node, value))
-        return; // written otherwise
-    if (read && isNew) {
-        read = node.SetProperty(own->valueId, value);
-    } else if (read) {
-        plan.changes.push_back({node.GetNodeLink(), own->valueId, std::move(value)});
-    }
-    if (!read)
-        refuse(plan, cell.row, cell.column.title, cell.text, read.GetDetail());
 }
 
 void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes, std::size_t first,
@@ -307,9 +213,9 @@ void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes, std:
         else if (hasNames && !isBlank(block[i]))
             planRow(block[i], i + 1, places, plan);
         else if (!isBlank(block[i]))
-            refuse(plan, i + 1, {}, block[i].front(),
-                   "строк больше, чем узлов под курсором; вставьте вместе со столбцом «Имя», "
-                   "чтобы создать новые");
+            plan.Refuse(i + 1, {}, block[i].front(),
+                        "строк больше, чем узлов под курсором; вставьте вместе со столбцом «Имя», "
+                        "чтобы создать новые");
     }
 }
 

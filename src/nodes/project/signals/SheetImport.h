@@ -29,6 +29,10 @@ public:
     /// The first row names the columns, in any order, by title or key; those left out stay as they
     /// are. InvalidArgument when none is called "Имя".
     [[nodiscard]] Result PlanTable(const TextTable &table, SheetPlan &plan);
+    /// The same for the rows from `first` on, with the column of each field given in `places`; -1:
+    /// it is not read. InvalidArgument when none is the column of names or one is given twice.
+    [[nodiscard]] Result PlanRows(const TextTable &table, std::size_t first,
+                                  const std::vector<int> &places, SheetPlan &plan);
     /// Cells without header: the upper left one goes to `nodes[0]` and column `first`, the others
     /// to the nodes and columns that follow. What sticks out is refused, but for rows below the
     /// last node that have a name: they become new nodes.
@@ -61,9 +65,12 @@ private:
                               std::string_view column) const;
     ConfigNode *nearest(const std::string &folder) const;
     bool isPlaced(const Cell &cell) const;
+    bool namesRows(const std::vector<int> &places) const;
     std::vector<int> readHeader(const Row &header, SheetPlan &plan) const;
     void planRow(const Row &row, std::size_t number, const std::vector<int> &places,
                  SheetPlan &plan);
+    bool isSaidAlready(const std::string &path, ConfigNode *node, std::size_t number,
+                       SheetPlan &plan);
     void takeRow(ConfigNode &node, bool isNew, const Row &row, std::size_t number,
                  const std::vector<int> &places, SheetPlan &plan);
     void takeSetting(ConfigNode &node, const Cell &cell, SheetPlan &plan);
@@ -90,8 +97,7 @@ private:
     std::unordered_map<std::size_t, int> m_offsets; ///< by row: of new signals in groups there are
     std::set<std::size_t> m_refusedRows;
     std::unordered_map<std::string, ConfigNode *> m_nodes; ///< by path; null: several
-    /// Signals by their paths without the polling groups on the way, which lists from elsewhere do
-    /// not know; null: several.
+    /// By SheetColumns::ShortPathFrom; null: several.
     std::unordered_map<std::string, ConfigNode *> m_shortPaths;
     std::unordered_map<std::string, std::size_t> m_named; ///< rows by what they call their node
     std::unordered_map<const ConfigNode *, std::size_t> m_rows; ///< the same by node

@@ -40,6 +40,24 @@ struct NODES_EXPORT SheetPlan
         NodeLink parent;
     };
 
+    /// What becomes of a row of the text.
+    enum Fate : unsigned char {
+        LeftOut, ///< blank, or a header
+        Same,    ///< says what is so already
+        Changed,
+        Added,
+        Refused ///< as a whole; one that only lost cells is Same, Changed or Added
+    };
+    /// A cell that changes what a node has.
+    struct Mark
+    {
+        std::size_t row;    ///< of the text, from 1
+        std::size_t column; ///< of the text, from 0
+        std::string before; ///< what stands there now
+    };
+
+    std::vector<Fate> fates; ///< by row of the text, from 0
+    std::vector<Mark> marks; ///< in the order of the text
     std::vector<Change> changes;
     std::vector<Text> names;
     std::vector<Text> descriptions;
@@ -53,6 +71,10 @@ struct NODES_EXPORT SheetPlan
     {
         return changes.empty() && names.empty() && descriptions.empty() && additions.empty() &&
                removals.empty();
+    }
+    void Refuse(std::size_t row, std::string column, std::string text, std::string reason)
+    {
+        refusals.push_back({row, std::move(column), std::move(text), std::move(reason)});
     }
     /// Destroys the clones of a plan that is not carried out.
     void Discard();
