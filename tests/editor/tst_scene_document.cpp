@@ -1,3 +1,4 @@
+#include "support/Mouse.h"
 #include "support/Rows.h"
 
 #include "editor/project/ProjectSession.h"
@@ -312,6 +313,34 @@ private slots:
         QCOMPARE(transformAt(size.height()), before);
         QVERIFY(transformAt(size.height() - 34 - 40) != before); // not by small steps either
         QCOMPARE(transformAt(size.height()), before);
+    }
+
+    void whatIsDraggedBeyondTheEdgeScrollsTheView()
+    {
+        Desk desk;
+        Editor::EditedView *view = desk.document->editedView();
+        QCoreApplication::processEvents();
+        view->setPercent(300);
+        desk.select(1);
+        const Widgets::ProxyWidget *host = desk.selection().key();
+        const double from = host->x();
+        const QPoint at = view->mapFromScene(host->geometry().center());
+        const QPoint beyond(view->viewport()->width() + 40, at.y());
+        const auto send = [&](QEvent::Type type, const QPoint &to) {
+            sendMouse(*view->viewport(), type, to);
+        };
+        send(QEvent::MouseButtonPress, at);
+        send(QEvent::MouseMove, at + QPoint(30, 0));
+        send(QEvent::MouseMove, beyond);
+        const double moved = host->x();
+        QVERIFY(moved > from);
+        const int place = view->horizontalScrollBar()->value();
+        QTRY_VERIFY(view->horizontalScrollBar()->value() > place + 60);
+        QVERIFY(host->x() > moved + 15); // it stays below the pointer
+        send(QEvent::MouseButtonRelease, beyond);
+        QCOMPARE(desk.session.undoStack().count(), 1);
+        desk.session.undoStack().undo();
+        QCOMPARE(host->x(), from);
     }
 
     void aPreviewIsScrolled()

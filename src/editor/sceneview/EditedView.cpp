@@ -1,6 +1,8 @@
 #include "editor/sceneview/EditedView.h"
 
 #include "widgets/context/SceneContext.h"
+#include "widgets/scene/ProxyScene.h"
+#include "widgets/scene/editing/SceneEditor.h"
 
 #include <QGraphicsScene>
 #include <QMouseEvent>
@@ -126,12 +128,23 @@ void EditedView::paintEvent(QPaintEvent *event)
     emit viewChanged();
 }
 
+bool EditedView::isDragging() const
+{
+    Widgets::ProxyScene *shown = proxyScene();
+    Widgets::SceneEditor *tool = shown ? shown->sceneEditor() : nullptr;
+    return tool && (tool->drag().isActive() || !rubberBandRect().isNull());
+}
+
 bool EditedView::viewportEvent(QEvent *event)
 {
-    if (event->type() == QEvent::MouseMove)
-        emit pointerMoved(mapToScene(static_cast<QMouseEvent *>(event)->pos()));
-    else if (event->type() == QEvent::Leave)
+    if (event->type() == QEvent::MouseMove) {
+        const auto &mouse = *static_cast<QMouseEvent *>(event);
+        emit pointerMoved(mapToScene(mouse.pos()));
+        if (mouse.buttons() & Qt::LeftButton)
+            m_edgeScroll.follow(mouse.pos());
+    } else if (event->type() == QEvent::Leave) {
         emit pointerLeft();
+    }
     return ProxyView::viewportEvent(event);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/sceneview/EdgeScroll.h"
 #include "editor/sceneview/SceneBackdrop.h"
 
 #include "widgets/scene/ProxyView.h"
@@ -55,7 +56,11 @@ protected:
 private:
     bool isJustNotice(const QSize &size) const;
 
+    /// Elements, a grabber or the rubber band.
+    bool isDragging() const;
+
     SceneBackdrop m_backdrop;
+    EdgeScroll m_edgeScroll{*this, [this] { return isDragging(); }};
     QTransform m_shown;
     QSize m_fittedSize; ///< of the view, when the page was fitted
     int m_fitted = 0;   ///< percent at which the page was fitted; 0: it was not

@@ -57,6 +57,52 @@ private slots:
         QCOMPARE(editor.stack.count(), 1);
     }
 
+    void aHeldArrowIsOneStep_data()
+    {
+        // Presses by key and time, each with a release 20 ms before the next one or at its time.
+        using Keys = QVector<QPair<int, int>>;
+        const Rows<Keys, QVector<int>, int> row("pressed", "released", "steps");
+        row("repeated, but not marked so",
+            {{Qt::Key_Right, 100}, {Qt::Key_Right, 700}, {Qt::Key_Right, 740}}, {700, 740, 790}, 1);
+        row("pressed again", {{Qt::Key_Right, 100}, {Qt::Key_Right, 200}}, {180, 250}, 2);
+        row("another one at once", {{Qt::Key_Right, 100}, {Qt::Key_Down, 180}}, {180, 250}, 2);
+        row("held twice",
+            {{Qt::Key_Up, 100}, {Qt::Key_Up, 700}, {Qt::Key_Up, 900}, {Qt::Key_Up, 1500}},
+            {700, 800, 1500, 1600}, 2);
+    }
+
+    void aHeldArrowIsOneStep()
+    {
+        using Keys = QVector<QPair<int, int>>;
+        QFETCH(Keys, pressed);
+        QFETCH(QVector<int>, released);
+        Editor editor;
+        editor.select({32, 33});
+        for (int i = 0; i < pressed.size(); ++i) {
+            QKeyEvent press(QEvent::KeyPress, pressed[i].first, {});
+            press.setTimestamp(static_cast<unsigned long>(pressed[i].second));
+            QApplication::sendEvent(editor.scene, &press);
+            QKeyEvent release(QEvent::KeyRelease, pressed[i].first, {});
+            release.setTimestamp(static_cast<unsigned long>(released[i]));
+            QApplication::sendEvent(editor.scene, &release);
+        }
+        QTEST(editor.stack.count(), "steps");
+        while (editor.stack.canUndo())
+            editor.stack.undo();
+        QCOMPARE(editor.place(33).topLeft(), QPoint(200, 80));
+        while (editor.stack.canRedo())
+            editor.stack.redo();
+        const auto moved = [&pressed](int back, int forth) {
+            int by = 0;
+            for (const auto &press : qAsConst(pressed))
+                by += press.first == forth ? 1 : press.first == back ? -1 : 0;
+            return by;
+        };
+        QCOMPARE(editor.place(33).topLeft(),
+                 QPoint(200, 80) +
+                     QPoint(moved(Qt::Key_Left, Qt::Key_Right), moved(Qt::Key_Up, Qt::Key_Down)));
+    }
+
     void eachStepRefreshesOnce()
     {
         const Editor editor;

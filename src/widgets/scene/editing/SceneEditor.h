@@ -5,6 +5,7 @@
 #include "widgets/scene/editing/DropPreview.h"
 #include "widgets/scene/editing/EditOverlay.h"
 #include "widgets/scene/editing/GrabberPlane.h"
+#include "widgets/scene/editing/HeldArrow.h"
 #include "widgets/scene/editing/NewElements.h"
 #include "widgets/scene/editing/SceneSelection.h"
 #include "widgets/scene/editing/SelectionEdits.h"
@@ -137,6 +138,7 @@ private:
     std::unique_ptr<GrabberPlane> m_grabbers;
     Snapper m_snapper;
     DragInteraction m_drag;
+    HeldArrow m_heldArrow;
     SelectionEdits m_edits;
     TableEdits m_tableEdits;
     NewElements m_newElements;

@@ -115,6 +115,7 @@ void SceneEditor::moveByArrow(const QKeyEvent &event)
 {
     if (m_drag.isActive())
         return;
+    m_heldArrow.press(event);
     for (ProxyLayer *layer : m_layers.all())
         layer->keyMove(arrowDelta(event));
     refreshMarks();
@@ -122,8 +123,10 @@ void SceneEditor::moveByArrow(const QKeyEvent &event)
 
 void SceneEditor::releaseKey(const QKeyEvent &event)
 {
-    if (isArrow(event.key()) && !event.isAutoRepeat() && !m_drag.isActive())
-        commitGeometry();
+    if (!isArrow(event.key()) || event.isAutoRepeat() || m_drag.isActive())
+        return;
+    m_edits.commitGeometry(m_heldArrow.interaction());
+    m_heldArrow.release(event);
 }
 
 bool SceneEditor::pressSelecting(const QKeyEvent &event)

@@ -33,16 +33,20 @@ void SelectionEdits::remove(const Nodes::NodeLinks &links)
         m_undo.pushToUndoStack(new Utils::RemoveNodeLinkGroup(parent, removed));
 }
 
-void SelectionEdits::commitGeometry()
+void SelectionEdits::commitGeometry(const Utils::Interaction &interaction)
 {
     const QList<ProxyWidget *> hosts = m_selection.hosts();
     if (hosts.size() == 1) {
-        m_undo.pushToUndoStack(hosts.first()->getGeometryChangeCommand(nullptr));
+        std::unique_ptr<QUndoCommand> change(hosts.first()->getGeometryChangeCommand(nullptr));
+        if (auto *step = dynamic_cast<Utils::NodeCommand *>(change.get()))
+            step->setInteraction(interaction);
+        m_undo.pushToUndoStack(change.release());
     } else {
         auto group =
             std::make_unique<Utils::CommandGroup>(QStringLiteral("Изменение координат виджетов"));
         for (ProxyWidget *host : hosts)
             (void)host->getGeometryChangeCommand(group.get());
+        group->setInteraction(interaction);
         if (group->childCount() > 0)
             m_undo.pushToUndoStack(group.release());
     }

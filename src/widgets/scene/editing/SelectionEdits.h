@@ -3,6 +3,7 @@
 #include "widgets/WidgetsExport.h"
 
 #include "nodes/model/links/NodeLink.h"
+#include "utils/undo/Interaction.h"
 
 #include <QList>
 
@@ -27,8 +28,9 @@ public:
 
     /// Deletes those of the selected elements that are in the list.
     void remove(const Nodes::NodeLinks &links);
-    /// Brings place and size of the items into the nodes.
-    void commitGeometry();
+    /// Brings place and size of the items into the nodes. One entry of the undo stack for each
+    /// interaction.
+    void commitGeometry(const Utils::Interaction &interaction = {});
     /// Ends a move that is not committed and puts the items back; false without one.
     bool takeBackMove();
     /// With `push`, else at once and for good.
