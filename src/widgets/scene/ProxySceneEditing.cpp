@@ -145,11 +145,8 @@ void ProxyScene::onMoveFinished()
 
 void ProxyScene::takeScale()
 {
-    const SceneEditor *tool = m_editor.get();
-    for (ProxyWidget *host : tool ? tool->selection().hosts() : QList<ProxyWidget *>())
-        host->setCornerPositions(QRectF());
     if (m_editor)
-        m_editor->refreshMarks();
+        m_editor->takeScale();
 }
 
 void ProxyScene::takeSelected(ProxyWidget &host, bool on)

@@ -243,9 +243,10 @@ private slots:
 
     void keepTheirSizeAtAnyZoom_data()
     {
-        const Rows<double, QRectF, QRectF> row("zoom", "first", "third");
-        row("small", 0.25, {87, 67, 24, 24}, {188, 108, 24, 24});
-        row("large", 8, {99.5, 79.5, 0.75, 0.75}, {199.625, 119.625, 0.75, 0.75});
+        const Rows<double, QRectF, QRectF, QRectF> row("zoom", "first", "third", "lock");
+        row("small", 0.25, {87, 67, 24, 24}, {188, 108, 24, 24}, {180, 73, 14, 14});
+        row("large", 8, {99.5, 79.5, 0.75, 0.75}, {199.625, 119.625, 0.75, 0.75},
+            {197.5, 79.125, 1.75, 1.75});
     }
 
     void keepTheirSizeAtAnyZoom()
@@ -258,6 +259,8 @@ private slots:
         editor.view.centerOn(200, 120);
         QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect(), third);
         QTEST(grabber(editor.host(32), 0)->sceneBoundingRect(), "first");
+        const Widgets::Locker *lock = editor.host(32)->locker();
+        QTEST(lock->mapRectToScene(0, 0, lock->width(), lock->height()), "lock");
         editor.drag(third.center(), third.center() + QPointF(40, 20));
         QCOMPARE(editor.place(32), QRect(100, 80, 140, 60));
         editor.view.resetTransform();

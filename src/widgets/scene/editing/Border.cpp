@@ -38,7 +38,9 @@ void Border::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget 
         painter->fillRect(rect, QColor(128, 128, 128, 128));
     if (!m_hasOutline || m_isCovered)
         return;
-    painter->setPen(QPen(Qt::gray, 1, Qt::DashLine, Qt::SquareCap, Qt::MiterJoin));
+    QPen pen(Qt::gray, 1, Qt::DashLine, Qt::SquareCap, Qt::MiterJoin);
+    pen.setCosmetic(true); // as fine at any zoom
+    painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(rect);
 }

@@ -7,6 +7,7 @@
 
 #include <QFontMetricsF>
 #include <QGraphicsScene>
+#include <QGraphicsView>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -78,6 +79,9 @@ void EditOverlay::refresh()
         return;
     setFlag(ItemHasNoContents, isEmpty);
     update();
+    // An item without contents repaints nothing, nor what it has left.
+    for (QGraphicsView *view : isEmpty ? scene()->views() : QList<QGraphicsView *>())
+        view->viewport()->update();
 }
 
 QRectF EditOverlay::boundingRect() const

@@ -3,6 +3,7 @@
 #include "widgets/scene/editing/Border.h"
 #include "widgets/scene/editing/DragAndDropItem.h"
 #include "widgets/scene/editing/Locker.h"
+#include "widgets/scene/editing/ScreenPixel.h"
 
 #include "nodes/visual/BasicWidget.h"
 #include "utils/convert/ValueConversions.h"
@@ -70,7 +71,10 @@ void ElementEditor::place(const QRectF &rect)
     m_border->setSize(box.width() + grown, box.height() + grown);
     m_border->setOutline(m_frameType == frameOutside || m_frameType == frameInside);
     m_locker->setSuppressed(box.width() < lockerWidth || box.height() < lockerHeight);
-    m_locker->setPos(box.width() - m_locker->width() - 6, -m_locker->height() / 2);
+    const double scale = qMin(1.0, screenPixel(m_host)); // it covers no more where all is large
+    m_locker->setScale(scale);
+    m_locker->setPos(box.width() - scale * (m_locker->width() + 6),
+                     -scale * m_locker->height() / 2);
 }
 
 void ElementEditor::showSelected(bool isSelected, bool hasGrabbers)

@@ -1,28 +1,11 @@
 #include "widgets/scene/editing/GrabberFrame.h"
 
 #include "widgets/scene/editing/CornerGrabber.h"
-
-#include <QGraphicsScene>
-#include <QGraphicsView>
+#include "widgets/scene/editing/ScreenPixel.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace Widgets {
-
-namespace {
-
-// They keep their size on the screen, in a picture that is shown small or large.
-double scaleOf(const QGraphicsItem &owner)
-{
-    constexpr double least = 0.125;
-    constexpr double greatest = 32;
-    const QList<QGraphicsView *> views = owner.scene()->views();
-    const double shown = views.isEmpty() ? 1 : std::abs(views.first()->transform().m11());
-    return 1 / qBound(least, shown, greatest);
-}
-
-} // namespace
 
 GrabberFrame::GrabberFrame(QGraphicsItem &owner) : m_owner(owner) {}
 
@@ -53,8 +36,8 @@ void GrabberFrame::place(const QRectF &outline)
         return;
     constexpr double half = CornerGrabber::side / 2;
     const QPointF shift = m_owner.scenePos() + QPointF(half, half);
-    const double scale = scaleOf(m_owner);
-    const double gap = qMin(scale, 1.0); // a pixel of the screen where pixels are shown large
+    const double scale = screenPixel(m_owner); // they keep their size on the screen
+    const double gap = qMin(scale, 1.0);       // a pixel of the screen where pixels are shown large
     const double left = outline.left() - shift.x() - gap;
     const double top = outline.top() - shift.y() - gap;
     const double right = outline.right() - shift.x() + gap;

@@ -5,6 +5,7 @@
 #include "widgets/scene/ProxyWidget.h"
 #include "widgets/scene/editing/EditedScene.h"
 #include "widgets/scene/editing/ElementClipboard.h"
+#include "widgets/scene/editing/Locker.h"
 #include "widgets/scene/editing/SceneMenu.h"
 #include "widgets/scene/editing/guides/SnapSettings.h"
 #include "widgets/scene/editing/paste/ScenePaste.h"
@@ -95,6 +96,19 @@ void SceneEditor::showSelection()
     }));
     for (ProxyLayer *layer : m_layers.all())
         layer->updateSelection();
+    refreshMarks();
+}
+
+void SceneEditor::takeScale()
+{
+    for (const ProxyLayer *layer : m_layers.all()) {
+        for (ProxyWidget *host : layer->getWidgets()) {
+            if (!host->isSelected() && !(host->locker() && host->locker()->isLocked()))
+                continue;
+            host->setCornerPositions(QRectF());
+            host->setPositionItems(QRectF());
+        }
+    }
     refreshMarks();
 }
 

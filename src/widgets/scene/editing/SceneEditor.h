@@ -69,8 +69,10 @@ public:
     bool hasGrabbers(const ProxyWidget &host) const;
     /// Selected elements belong to other groups: shows it, once for all that happen now.
     void showSelectionSoon() { m_regroupTimer.start(); }
-    /// What is selected stands elsewhere now, or is shown in another scale.
+    /// What is selected stands elsewhere now.
     void refreshMarks();
+    /// The scene is shown in another scale.
+    void takeScale();
     /// Takes the selection over as it is, which happens by itself 100 ms after its last change.
     void settleSelection();
     QMenu *addMenu() const { return m_newElements.menu(); }

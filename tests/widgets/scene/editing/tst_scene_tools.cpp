@@ -14,6 +14,7 @@
 
 #include <QGraphicsSceneDragDropEvent>
 #include <QMenu>
+#include <QPaintEvent>
 #include <QSignalSpy>
 
 using Widgets::SnapSettings;
@@ -98,6 +99,33 @@ private slots:
         QCOMPARE(QPointF(s.place(32).topLeft()), s.host(32)->pos());
         QVERIFY(s.editor().overlay().guides().isEmpty());
         QCOMPARE(s.stack.count(), 1);
+    }
+
+    // Also where nothing else is painted anew.
+    void guidesAreWipedOff()
+    {
+        struct Painted : QObject
+        {
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                if (event->type() == QEvent::Paint)
+                    region += static_cast<QPaintEvent *>(event)->region();
+                return false;
+            }
+            QRegion region;
+        } painted;
+        Scene s;
+        s.view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&s.view));
+        Widgets::Guides guides;
+        guides.lines = {QLineF(0, 300, 600, 300)};
+        const QPoint on = s.view.mapFromScene(300, 300);
+        s.view.viewport()->installEventFilter(&painted);
+        s.editor().overlay().setGuides(guides);
+        QTRY_VERIFY(painted.region.contains(on));
+        painted.region = {};
+        s.editor().overlay().setGuides({});
+        QTRY_VERIFY(painted.region.contains(on));
     }
 
     void severalKindsAreShownAndLand()
