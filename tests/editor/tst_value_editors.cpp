@@ -155,19 +155,19 @@ private slots:
         Editing e;
         QWidget window;
         window.show();
-        ValueEditor *script = e.open("actionExecuteScript", "script", &window);
-        script->setText("a = 1\nb = 2");
-        QVERIFY(script->findChild<QLineEdit *>()->isReadOnly()); // would lose the second line
-        script->findChild<QToolButton *>()->click();
-        auto *text = script->findChild<Editor::TextWindow *>();
-        QCOMPARE(text->text(), QStringLiteral("a = 1\nb = 2"));
-        text->setText("a = 3\n");
-        const QSignalSpy finished(script, &ValueEditor::finished);
+        ValueEditor *label = e.open("label", "text", &window);
+        label->setText("Котёл\nработает");
+        QVERIFY(label->findChild<QLineEdit *>()->isReadOnly()); // would lose the second line
+        label->findChild<QToolButton *>()->click();
+        auto *text = label->findChild<Editor::TextWindow *>();
+        QCOMPARE(text->text(), QStringLiteral("Котёл\nработает"));
+        text->setText("Котёл\n");
+        const QSignalSpy finished(label, &ValueEditor::finished);
         text->accept();
         QCOMPARE(finished.count(), 1);
-        QCOMPARE(script->text(), QStringLiteral("a = 3\n"));
-        script->findChild<QToolButton *>()->click(); // the row may go while its window is open
-        delete script;
+        QCOMPARE(label->text(), QStringLiteral("Котёл\n"));
+        label->findChild<QToolButton *>()->click(); // the row may go while its window is open
+        delete label;
     }
 
     void neverShowsASecret()

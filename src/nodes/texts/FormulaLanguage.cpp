@@ -114,8 +114,11 @@ TrialOutcome run(const std::string &text, const ConfigNode *node,
     trial.Sandbox().AddFunction("signal", [&trial](const LuaSandbox::Arguments &given) {
         return trial.Value(given.empty() ? std::string() : given[0].ToString());
     });
-    return trial.Run(text.empty() ? "value" : text, LuaForm::Value, true,
-                     own ? own->GetValueType() : enSignalValueType::Double);
+    TrialOutcome outcome = trial.Run(text.empty() ? "value" : text, LuaForm::Value, true,
+                                     own ? own->GetValueType() : enSignalValueType::Double);
+    if (outcome.isDone && own && !own->GetUnit().empty())
+        outcome.text += " " + own->GetUnit();
+    return outcome;
 }
 
 } // namespace

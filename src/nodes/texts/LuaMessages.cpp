@@ -74,6 +74,8 @@ LuaMessage LuaMessage::Of(const std::string &message)
 
 std::string LuaMessage::ToRussian() const
 {
+    if (near == "<eof>" && text == "unexpected symbol")
+        return "текст обрывается, здесь должно стоять ещё что-то";
     std::string russian = text;
     for (const Translation &row : translations()) {
         std::smatch parts;

@@ -49,7 +49,9 @@ std::vector<TextWord> words(const ConfigNode *node)
         words.push_back({TextWord::Signal, std::to_string(++number),
                          signal ? NodeTexts::MeaningOf(*signal) : "сигнала нет"});
     }
-    NodeLinks all;
+    const std::vector<TextWord> common = LuaCheck::CommonWords();
+    words.insert(words.end(), common.begin(), common.end());
+    NodeLinks all; // last: there may be thousands
     if (node && node->GetNodesCollection())
         node->GetNodesCollection()->FindNodes(NodeType(NodeType::TypeSignal), &all);
     for (const NodeLink &link : all) {
@@ -57,8 +59,6 @@ std::vector<TextWord> words(const ConfigNode *node)
             words.push_back(
                 {TextWord::Signal, "\"" + signal->GetPath() + "\"", NodeTexts::MeaningOf(*signal)});
     }
-    const std::vector<TextWord> common = LuaCheck::CommonWords();
-    words.insert(words.end(), common.begin(), common.end());
     return words;
 }
 

@@ -22,7 +22,7 @@ struct Plant : ProjectFixture
         ConfigNode *folder = add("folder", driver, "Котёл");
         add("simulatorSignal", folder, "T", {{"minimum", "0"}, {"maximum", "100"}});
         add("simulatorSignal", add("folder", driver, "Насос"), "T");
-        formula = add("simulatorSignal", driver, "F");
+        formula = add("simulatorSignal", driver, "F", {{"unit", "°C"}});
         pump = add("memorySignal", root(), "Пуск", {{"type", "bool"}});
         script = add("actionExecuteScript", root(), "Сценарий", {{"signals", idOf(pump)}});
         alarm = add("alarmDiscrete", pump, "Стоит", {{"suppressInputs", idOf(pump)}});
@@ -113,6 +113,7 @@ private slots:
         row("formula", "formula", "50 + 10 * sin(t / 60) + value * dt", "");
         row("block", "formula", "local x = t\nif x > 5 then return 1 end\nreturn x", "");
         row("bracket", "formula", "sin(t", "[] конец текста: перед этим нужно «)»");
+        row("cut off", "formula", "2 *", "[] текст обрывается, здесь должно стоять ещё что-то");
         row("too much", "formula", "(1 + 2))", "[)] «)»: лишнее: здесь текст должен кончаться");
         row("place among lookalikes", "formula", "(1) + (2) ) (3)",
             "[)] «)»: лишнее: здесь текст должен кончаться");
@@ -163,8 +164,8 @@ private slots:
     {
         // inputs: name=value, in place of what the trial begins with.
         const Rows<QByteArray, std::string, QString, QString> row("hint", "text", "inputs", "out");
-        row("formula", "formula", "t / 2", "t=8", "+4");
-        row("sample of a signal", "formula", "signal('Котёл/T') + 1", "", "+51");
+        row("formula", "formula", "t / 2", "t=8", "+4 °C");
+        row("sample of a signal", "formula", "signal('Котёл/T') + 1", "", "+51 °C");
         row("nothing", "formula", "local x = 1", "",
             "-значение не получено: нужно выражение или return");
         row("no number", "formula", "1 / 0", "",

@@ -3,22 +3,11 @@
 #include "editor/properties/values/TextWindow.h"
 
 #include "nodes/model/properties/PropertyDescriptor.h"
-#include "nodes/texts/TextLanguage.h"
 
 #include <QLineEdit>
 #include <QToolButton>
 
 namespace Editor {
-
-namespace {
-
-bool isScript(const Nodes::PropertyDescriptor &d)
-{
-    const Nodes::TextLanguage *language = Nodes::FindTextLanguage(d.editorHint);
-    return language && language->isMultiLine;
-}
-
-} // namespace
 
 StringEditor::StringEditor(const ValueContext &context, QWidget *parent)
     : ValueEditor(context, parent), m_line(new QLineEdit(this))
@@ -30,7 +19,7 @@ StringEditor::StringEditor(const ValueContext &context, QWidget *parent)
         touch();
     });
     const Nodes::PropertyDescriptor *d = context.descriptor;
-    if (d && d->editorHint != "multiline" && !isScript(*d))
+    if (d && d->editorHint != "multiline")
         return;
     QToolButton *button =
         addButton(QStringLiteral("…"), QStringLiteral("Несколько строк (Alt+Вниз)"));
@@ -59,7 +48,6 @@ void StringEditor::openWindow()
     const Nodes::PropertyDescriptor *d = context().descriptor;
     auto *window = new TextWindow(this);
     window->setWindowTitle(d ? QString::fromStdString(d->nameRu) : QStringLiteral("Описание"));
-    window->setScript(d && isScript(*d));
     window->setText(m_text);
     connect(window, &TextWindow::accepted, this, [this, window] {
         if (window->text() == m_text)

@@ -6,8 +6,7 @@ class QLineEdit;
 
 namespace Editor {
 
-/// A line of text. Several lines, and scripts, are edited in a window of their own; so is what has
-/// several lines already.
+/// A line of text. Several lines are edited in a window of their own; so is what has them already.
 class StringEditor : public ValueEditor
 {
     Q_OBJECT

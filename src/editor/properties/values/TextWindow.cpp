@@ -1,7 +1,6 @@
 #include "editor/properties/values/TextWindow.h"
 
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -12,6 +11,7 @@ TextWindow::TextWindow(QWidget *parent) : QDialog(parent), m_edit(new QPlainText
 {
     setAttribute(Qt::WA_DeleteOnClose);
     m_edit->setAccessibleName(QStringLiteral("Текст"));
+    m_edit->setTabChangesFocus(true);
     auto *buttons = new QDialogButtonBox(this);
     QPushButton *take =
         buttons->addButton(QStringLiteral("Применить"), QDialogButtonBox::AcceptRole);
@@ -27,16 +27,6 @@ TextWindow::TextWindow(QWidget *parent) : QDialog(parent), m_edit(new QPlainText
 }
 
 TextWindow::~TextWindow() = default;
-
-void TextWindow::setScript(bool isScript)
-{
-    m_edit->setLineWrapMode(isScript ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
-    m_edit->setTabChangesFocus(!isScript);
-    if (!isScript)
-        return;
-    m_edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_edit->setTabStopDistance(4 * m_edit->fontMetrics().horizontalAdvance(QLatin1Char(' ')));
-}
 
 void TextWindow::setText(const QString &text)
 {

@@ -15,8 +15,6 @@ public:
     explicit TextWindow(QWidget *parent);
     ~TextWindow() override;
 
-    /// Characters of one width, and lines that are not broken.
-    void setScript(bool isScript);
     void setText(const QString &text);
     QString text() const;
 

@@ -53,13 +53,27 @@ void ValueEditor::showValue(const QString &text, bool isMixed)
 void ValueEditor::showError(const QString &reason)
 {
     m_error = reason;
+    tell(reason, QColor(0xfd, 0xd9, 0xd5));
+}
+
+void ValueEditor::showRemark(const QString &text)
+{
+    tell(text, QColor(0xff, 0xf1, 0xcf));
+}
+
+void ValueEditor::tell(const QString &text, const QColor &ground)
+{
     QPalette colors;
-    if (!reason.isEmpty())
-        colors.setColor(QPalette::Base, QColor(0xfd, 0xd9, 0xd5));
+    if (!text.isEmpty())
+        colors.setColor(QPalette::Base, ground);
     for (QWidget *part : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
         part->setPalette(colors);
-    if (!reason.isEmpty() && isVisible())
-        QToolTip::showText(mapToGlobal(QPoint(0, height())), reason, this);
+    if (!isVisible())
+        return;
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(mapToGlobal(QPoint(0, height())), text, this);
 }
 
 void ValueEditor::finish()

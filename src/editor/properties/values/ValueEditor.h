@@ -60,12 +60,16 @@ protected:
     const Nodes::PropertyDescriptor &descriptor() const { return *m_context.descriptor; }
     /// Fills the row; it gets the keyboard.
     void setMain(QWidget *widget);
+    /// Says what is odd about what is being written; "": nothing. It can be taken nevertheless.
+    void showRemark(const QString &text);
     QToolButton *addButton(const QString &text, const QString &tip);
     void touch() { m_isTouched = true; }
     /// Touched and finished.
     void finish();
 
 private:
+    void tell(const QString &text, const QColor &ground);
+
     ValueContext m_context;
     QHBoxLayout *m_layout;
     QString m_error;

@@ -1,6 +1,7 @@
 #include "editor/properties/values/ValueEditors.h"
 
 #include "editor/properties/PropertyGroups.h"
+#include "editor/properties/texts/ExpressionEditor.h"
 #include "editor/properties/values/BoolEditor.h"
 #include "editor/properties/values/ChoiceEditor.h"
 #include "editor/properties/values/ColorEditor.h"
@@ -14,6 +15,7 @@
 #include "editor/properties/values/StringEditor.h"
 
 #include "nodes/model/properties/PropertyDescriptor.h"
+#include "nodes/texts/TextLanguage.h"
 
 namespace Editor {
 
@@ -61,6 +63,8 @@ const Row rows[] = {
     {&isOf<PropertyType::Resource>, &make<ResourceEditor>},
     {&isOf<PropertyType::Secret>, &make<SecretEditor>},
     {[](const Descriptor &d) { return d.editorHint == "privileges"; }, &make<PrivilegesEditor>},
+    {[](const Descriptor &d) { return Nodes::FindTextLanguage(d.editorHint) != nullptr; },
+     &make<ExpressionEditor>},
     {&isFontFamily, &make<FontFamilyEditor>},
     {[](const Descriptor &) { return true; }, &make<StringEditor>}};
 
