@@ -3,6 +3,8 @@
 #include "OpenProject.h"
 
 #include "editor/compare/CompareDialog.h"
+#include "editor/help/AboutDialog.h"
+#include "editor/help/DocumentsWindow.h"
 #include "editor/help/KeysDialog.h"
 #include "editor/jump/JumpDialog.h"
 #include "editor/jump/JumpModel.h"
@@ -117,6 +119,8 @@ std::vector<std::pair<const char *, Make>> dialogs()
          [](Desk &d) { return make<NodePicker>(d, &d.project, "Узел", &Desk::any); }},
         {"jump", [](Desk &d) { return make<JumpDialog>(d, new JumpModel(&d.project, {}, {})); }},
         {"keys", [](Desk &d) { return make<KeysDialog>(d); }},
+        {"documents", [](Desk &d) { return make<DocumentsWindow>(d, STATION_SOURCE_DIR "/docs"); }},
+        {"about", [](Desk &d) { return make<AboutDialog>(d); }},
         {"text", [](Desk &d) { return make<TextWindow>(d); }},
         {"children",
          [](Desk &d) {

@@ -8,6 +8,7 @@
 #include "editor/shell/NewProjectDialog.h"
 #include "editor/shell/PlantCheck.h"
 #include "editor/shell/ProjectFiles.h"
+#include "editor/shell/RecentProjects.h"
 #include "editor/shell/StationRun.h"
 #include "editor/tables/CommandTable.h"
 #include "editor/tables/PanelTable.h"
@@ -136,7 +137,7 @@ private slots:
             QVERIFY2(keys.isEmpty() || !QKeySequence::fromString(keys).isEmpty(), row.id);
             QVERIFY2(keys.isEmpty() || !shortcuts.contains(keys), row.id);
             shortcuts.insert(keys);
-            QVERIFY2(QString(row.icon).isEmpty() || QFile::exists(row.icon), row.icon);
+            QVERIFY2(QFile::exists(row.icon), row.id);
         }
         MainWindow window{QString()};
         for (const Editor::PanelRow &row : Editor::PanelTable()) {
@@ -409,6 +410,30 @@ private slots:
         QVERIFY2(said.contains(told) && said.contains(directory.path()), qPrintable(said));
         QVERIFY(said.contains("project.xml.bak"));
         QVERIFY(!said.remove(directory.path()).contains(QRegularExpression("[a-z]{4,} [a-z]{3,}")));
+    }
+
+    void aRecentProjectStaysUntilItIsTakenOut()
+    {
+        const QTemporaryDir directory;
+        const QString gone = directory.filePath("gone & away");
+        Editor::RecentProjects::remember(gone);
+        MainWindow window{QString()};
+        const auto shown = [&window, &gone] {
+            auto *menu = window.findChild<QMenu *>("file.recent");
+            emit menu->aboutToShow();
+            const QString text = menu->actions().value(0)->text();
+            return text.startsWith("&1") && text.contains(QString(gone).replace("&", "&&"));
+        };
+        QVERIFY(shown());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("gone")));
+        answer(QStringLiteral("Закрыть"));
+        QVERIFY(!window.files().open(gone));
+        QVERIFY(shown());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("gone")));
+        answer(QStringLiteral("Убрать из списка"));
+        QVERIFY(!window.files().open(gone));
+        QVERIFY(!Editor::RecentProjects::all().contains(gone));
+        QVERIFY(!shown());
     }
 
     void asksForUnsavedWork_data()

@@ -1,14 +1,13 @@
 #include "editor/help/HelpCommands.h"
 
+#include "editor/help/AboutDialog.h"
+#include "editor/help/DocumentsWindow.h"
 #include "editor/help/KeysDialog.h"
 #include "editor/workspace/Workspace.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
 #include <QMainWindow>
-#include <QMessageBox>
-#include <QUrl>
 
 namespace Editor {
 
@@ -50,22 +49,15 @@ void HelpCommands::showKeys(Workspace &workspace)
 
 void HelpCommands::openDocuments(Workspace &workspace)
 {
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(documents())))
-        workspace.tell(Workspace::Warning,
-                       QStringLiteral("Каталог документации открыть нечем: %1").arg(documents()));
+    auto *window = new DocumentsWindow(documents(), workspace.window());
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->open(QStringLiteral("configurator.md"));
+    window->show(); // stays beside the work
 }
 
 void HelpCommands::showAbout(Workspace &workspace)
 {
-    QMessageBox box(QMessageBox::Information, QStringLiteral("О программе"),
-                    QStringLiteral("Конфигуратор станции оператора, версия %1")
-                        .arg(QApplication::applicationVersion()),
-                    QMessageBox::Close, workspace.window());
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(QStringLiteral("Создаёт и правит проекты: окна, сигналы, тревоги, "
-                                          "отчёты, права.\nQt %1")
-                               .arg(QString::fromLatin1(qVersion())));
-    box.exec();
+    AboutDialog(workspace.window()).exec();
 }
 
 } // namespace Editor

@@ -47,6 +47,8 @@ void CommandMenus::add(const CommandRow &row)
     }
     QAction *action =
         in->addAction(QIcon(QString::fromUtf8(row.icon)), QString::fromUtf8(row.text));
+    if (in->icon().isNull() && QString::fromUtf8(row.menu).contains(QLatin1Char('/')))
+        in->setIcon(action->icon()); // a menu below another is shown by what it begins with
     action->setObjectName(QString::fromUtf8(row.id));
     action->setShortcut(
         QKeySequence::fromString(QString::fromUtf8(row.shortcut), QKeySequence::PortableText));

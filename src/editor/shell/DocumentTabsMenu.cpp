@@ -1,6 +1,7 @@
 // Closing, opening again and going through the tabs.
 #include "editor/shell/DocumentTabs.h"
 
+#include "editor/shell/MenuLetters.h"
 #include "editor/workspace/DocumentView.h"
 #include "editor/workspace/Workspace.h"
 
@@ -76,15 +77,22 @@ void DocumentTabs::openMenu(const QPoint &point)
     const int index = tabBar()->tabAt(point);
     if (index < 0)
         return;
+    const auto icon = [](const char *name) {
+        return QIcon(QStringLiteral(":/editor/icons/%1.svg").arg(QLatin1String(name)));
+    };
     QMenu menu(this);
-    menu.addAction(tr("Закрыть вкладку"), this, [this, index] { closeAt(index); });
-    menu.addAction(tr("Закрыть остальные вкладки"), this, [this, index] { closeOthers(index); })
+    menu.addAction(icon("tabClose"), tr("Закрыть вкладку"), this,
+                   [this, index] { closeAt(index); });
+    menu.addAction(icon("tabCloseOthers"), tr("Закрыть остальные вкладки"), this,
+                   [this, index] { closeOthers(index); })
         ->setEnabled(count() > 1);
-    menu.addAction(tr("Открыть закрытую вкладку"), this, &DocumentTabs::reopenClosed)
+    menu.addAction(icon("tabReopen"), tr("Открыть закрытую вкладку"), this,
+                   &DocumentTabs::reopenClosed)
         ->setEnabled(canReopen());
     menu.addSeparator();
-    menu.addAction(tr("Показать в дереве"), this,
+    menu.addAction(icon("find"), tr("Показать в дереве"), this,
                    [this, index] { m_workspace.reveal(at(index)->node()); });
+    MenuLetters::assign(menu);
     menu.exec(tabBar()->mapToGlobal(point));
 }
 

@@ -10,6 +10,7 @@
 #include "editor/shell/PanelLayouts.h"
 #include "editor/shell/PlantCheck.h"
 #include "editor/shell/ProjectFiles.h"
+#include "editor/shell/RecentProjects.h"
 #include "editor/shell/StartPage.h"
 #include "editor/shell/StationRun.h"
 
@@ -122,22 +123,24 @@ void MainWindow::makeFileMenu()
     made->setObjectName(QStringLiteral("file.new"));
     m_fileMenu->addAction(icon("open"), tr("Открыть проект…"), m_files, &ProjectFiles::openByDialog,
                           QKeySequence::Open);
-    m_recentMenu = m_fileMenu->addMenu(tr("Последние проекты"));
+    m_recentMenu = m_fileMenu->addMenu(icon("recent"), tr("Последние проекты"));
+    m_recentMenu->setObjectName(QStringLiteral("file.recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecent);
     m_fileMenu->addSeparator();
     m_saveAction = m_fileMenu->addAction(icon("save"), tr("Сохранить"), m_files,
                                          &ProjectFiles::save, QKeySequence::Save);
-    m_projectActions << m_fileMenu->addAction(tr("Сохранить в другой каталог…"), m_files,
-                                              &ProjectFiles::saveAsByDialog,
+    m_projectActions << m_fileMenu->addAction(icon("saveAs"), tr("Сохранить в другой каталог…"),
+                                              m_files, &ProjectFiles::saveAsByDialog,
                                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
-    m_projectActions << m_fileMenu->addAction(tr("Закрыть проект"), m_files, &ProjectFiles::close);
+    m_projectActions << m_fileMenu->addAction(icon("closeProject"), tr("Закрыть проект"), m_files,
+                                              &ProjectFiles::close);
     m_fileMenu->addSeparator();
     m_runAction = m_fileMenu->addAction(icon("run"), tr("Запуск"), this, &MainWindow::run,
                                         QKeySequence(Qt::Key_F5));
     m_runAction->setObjectName(QStringLiteral("file.run"));
     m_projectActions << m_runAction;
     m_fileMenu->addSeparator();
-    m_fileMenu->addAction(tr("Выход"), this, &QWidget::close, QKeySequence::Quit);
+    m_fileMenu->addAction(icon("quit"), tr("Выход"), this, &QWidget::close, QKeySequence::Quit);
 }
 
 void MainWindow::makeEditMenu()
@@ -196,7 +199,7 @@ void MainWindow::makeToolBar()
 void MainWindow::fillRecent()
 {
     m_recentMenu->clear();
-    const QStringList directories = m_files->recent();
+    const QStringList directories = RecentProjects::all();
     int number = 0;
     for (QString name : directories) {
         const QString directory = name;

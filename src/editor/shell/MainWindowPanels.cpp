@@ -68,8 +68,9 @@ void MainWindow::makePanels()
         connect(way, &QAction::triggered, dock, [this, dock] { goTo(*dock); });
     }
     panels->addSeparator();
-    QAction *usual = panels->addAction(tr("Расположение панелей по умолчанию"), this,
-                                       [this] { m_layouts->reset(); });
+    QAction *usual =
+        panels->addAction(icon("defaultPanels"), tr("Расположение панелей по умолчанию"), this,
+                          [this] { m_layouts->reset(); });
     usual->setObjectName(QStringLiteral("panels.default"));
     ways->addSeparator();
     QAction *back = ways->addAction(tr("Документ"), this, &MainWindow::goToDocument);

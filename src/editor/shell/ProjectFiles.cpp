@@ -3,16 +3,15 @@
 #include "editor/project/ProjectSession.h"
 #include "editor/recovery/UnsavedProject.h"
 #include "editor/shell/NewProjectDialog.h"
+#include "editor/shell/RecentProjects.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/project/ProjectCheck.h"
 #include "nodes/project/RecoveryFile.h"
-#include "utils/settings/Configurator.h"
 
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -20,13 +19,7 @@ namespace Editor {
 
 namespace {
 
-constexpr int recentLimit = 10;
 constexpr int toldAtMost = 5; // findings in a message box
-
-Utils::Configurator settings()
-{
-    return {QStringLiteral("ConfiguratorProjects"), QStringLiteral("configurator.json")};
-}
 
 } // namespace
 
@@ -76,12 +69,17 @@ void ProjectFiles::failToOpen(const QString &fileOrDirectory, const Nodes::Resul
     box.setInformativeText(lines.join(QStringLiteral("\n\n")) + QStringLiteral("\n\n") +
                            tr("Проверьте путь и права на чтение или откройте другой проект."));
     const QPushButton *other = box.addButton(tr("Открыть другой…"), QMessageBox::AcceptRole);
+    const bool isRecent = RecentProjects::all().contains(fileOrDirectory);
+    const QPushButton *unlisted =
+        isRecent ? box.addButton(tr("Убрать из списка"), QMessageBox::ActionRole) : nullptr;
     QPushButton *close = box.addButton(tr("Закрыть"), QMessageBox::RejectRole);
     box.setEscapeButton(close);
     box.setDefaultButton(close);
     box.exec();
     if (box.clickedButton() == other)
         openByDialog();
+    else if (unlisted && box.clickedButton() == unlisted)
+        forget(fileOrDirectory);
 }
 
 bool ProjectFiles::createByDialog()
@@ -267,27 +265,15 @@ bool ProjectFiles::mayLeave()
     return true;
 }
 
-QStringList ProjectFiles::recent() const
-{
-    QStringList found;
-    QJsonObject kept;
-    (void)settings().load(kept); // a damaged file is set aside and logged: the list is empty then
-    const QJsonArray directories = kept.value(QStringLiteral("recent")).toArray();
-    for (const QJsonValue &directory : directories) {
-        if (QFileInfo::exists(directory.toString() + QStringLiteral("/project.xml")))
-            found << directory.toString();
-    }
-    return found;
-}
-
 void ProjectFiles::remember(const QString &directory)
 {
-    QStringList all = recent();
-    all.removeAll(directory);
-    all.prepend(directory);
-    QJsonObject kept;
-    kept.insert(QStringLiteral("recent"), QJsonArray::fromStringList(all.mid(0, recentLimit)));
-    (void)settings().save(kept); // logged; the project is open all the same
+    RecentProjects::remember(directory);
+    emit recentChanged();
+}
+
+void ProjectFiles::forget(const QString &directory)
+{
+    RecentProjects::forget(directory);
     emit recentChanged();
 }
 

@@ -34,8 +34,8 @@ public:
     /// Asks what to do with unsaved work; false when the user wants to stay.
     bool mayLeave();
 
-    /// Directories, the latest first; those that are gone are left out.
-    QStringList recent() const;
+    /// Takes the directory out of the list of recent projects, nothing else.
+    void forget(const QString &directory);
 
 signals:
     void recentChanged();

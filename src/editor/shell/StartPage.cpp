@@ -1,6 +1,7 @@
 #include "editor/shell/StartPage.h"
 
 #include "editor/shell/ProjectFiles.h"
+#include "editor/shell/RecentProjects.h"
 
 #include "nodes/project/ProjectHold.h"
 #include "nodes/project/RecoveryFile.h"
@@ -9,6 +10,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -92,7 +94,8 @@ QWidget *StartPage::link(const QString &text, const QString &tip, const std::fun
 {
     auto *button = new QToolButton(this);
     button->setAutoRaise(true);
-    button->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, pageWidth - 32));
+    button->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, pageWidth - 64));
+    button->setFocusPolicy(Qt::StrongFocus); // Tab, too
     button->setToolTip(tip);
     connect(button, &QToolButton::clicked, &m_files, open);
     return button;
@@ -101,14 +104,32 @@ QWidget *StartPage::link(const QString &text, const QString &tip, const std::fun
 void StartPage::fill()
 {
     clear(*m_recent);
-    const QStringList directories = m_files.recent();
+    const QStringList directories = RecentProjects::all();
     for (const QString &directory : directories)
-        m_recent->addWidget(link(QDir(directory).dirName() + QStringLiteral("   ") +
-                                     QDir::toNativeSeparators(directory),
-                                 directory, [this, directory] { m_files.open(directory); }));
+        m_recent->addWidget(recent(directory));
     if (directories.isEmpty())
         m_recent->addWidget(
             new QLabel(tr("Здесь появятся проекты, с которыми вы работали."), this));
+}
+
+QWidget *StartPage::recent(const QString &directory)
+{
+    auto *row = new QWidget(this);
+    auto *parts = new QHBoxLayout(row);
+    parts->setContentsMargins(0, 0, 0, 0);
+    parts->addWidget(link(QDir(directory).dirName() + QStringLiteral("   ") +
+                              QDir::toNativeSeparators(directory),
+                          directory, [this, directory] { m_files.open(directory); }));
+    auto *remove = new QToolButton(row);
+    remove->setAutoRaise(true);
+    remove->setText(QStringLiteral("×"));
+    remove->setToolTip(tr("Убрать из списка; сам проект останется на диске"));
+    remove->setAccessibleName(tr("Убрать из списка «%1»").arg(directory));
+    connect(remove, &QToolButton::clicked, &m_files,
+            [this, directory] { m_files.forget(directory); });
+    parts->addWidget(remove);
+    parts->addStretch(1);
+    return row;
 }
 
 // Of all projects: whoever starts again after a crash may not remember which it was. What another

@@ -26,6 +26,7 @@ protected:
 private:
     void fill();
     void fillUnsaved();
+    QWidget *recent(const QString &directory);
     QWidget *link(const QString &text, const QString &tip, const std::function<void()> &open);
 
     ProjectFiles &m_files;

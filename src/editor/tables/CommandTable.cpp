@@ -13,31 +13,63 @@
 
 namespace Editor {
 
+namespace {
+
+QVector<CommandRow> tabsAndHelp()
+{
+    return {
+        {"tabs.next", "Вид/Вкладки", "Следующая вкладка", ":/editor/icons/tabNext.svg", "Ctrl+Tab",
+         &TabCommands::hasSeveral, &TabCommands::next},
+        {"tabs.previous", "Вид/Вкладки", "Предыдущая вкладка", ":/editor/icons/tabPrevious.svg",
+         "Ctrl+Shift+Tab", &TabCommands::hasSeveral, &TabCommands::previous},
+        {"tabs.close", "Вид/Вкладки", "Закрыть вкладку", ":/editor/icons/tabClose.svg", "Ctrl+W",
+         &TabCommands::hasTab, &TabCommands::close},
+        {"tabs.closeOthers", "Вид/Вкладки", "Закрыть остальные вкладки",
+         ":/editor/icons/tabCloseOthers.svg", "", &TabCommands::hasSeveral,
+         &TabCommands::closeOthers},
+        {"tabs.reopen", "Вид/Вкладки", "Открыть закрытую вкладку", ":/editor/icons/tabReopen.svg",
+         "Ctrl+Shift+T", &TabCommands::canReopen, &TabCommands::reopen},
+        {"help.keys", "Справка", "Клавиши", ":/editor/icons/keys.svg", "F1", &HelpCommands::always,
+         &HelpCommands::showKeys},
+        {"help.documents", "Справка", "Документация", ":/editor/icons/documents.svg", "",
+         &HelpCommands::hasDocuments, &HelpCommands::openDocuments},
+        {"", "Справка", "-", "", "", nullptr, nullptr},
+        {"help.about", "Справка", "О программе", ":/editor/icons/about.svg", "",
+         &HelpCommands::always, &HelpCommands::showAbout},
+    };
+}
+
+} // namespace
+
 const QVector<CommandRow> &CommandTable()
 {
     using namespace StepCommands;
     static const QVector<CommandRow> own = {
         {"project.addWindow", "Проект", "Добавить окно…", ":/editor/icons/addWindow.svg", "",
          &mayEdit, &addWindow},
-        {"project.addReadings", "Проект", "Добавить показания…", "", "", &mayAddReadings,
-         &addReadings},
-        {"project.addModbus", "Проект", "Добавить устройство Modbus TCP", "", "", &mayEdit,
-         &addModbus},
-        {"project.addSimulator", "Проект", "Добавить имитатор", "", "", &mayEdit, &addSimulator},
+        {"project.addReadings", "Проект", "Добавить показания…", ":/editor/icons/addReadings.svg",
+         "", &mayAddReadings, &addReadings},
+        {"project.addModbus", "Проект", "Добавить устройство Modbus TCP",
+         ":/editor/icons/addModbus.svg", "", &mayEdit, &addModbus},
+        {"project.addSimulator", "Проект", "Добавить имитатор", ":/editor/icons/addSimulator.svg",
+         "", &mayEdit, &addSimulator},
         {"", "Проект", "-", "", "", nullptr, nullptr},
         {"data.signals", "Проект", "Таблица сигналов и тревог", ":/editor/icons/table.svg",
          "Ctrl+T", &DataCommands::hasStation, &DataCommands::openSignals},
         {"data.users", "Проект", "Пользователи и права", ":/editor/icons/users.svg", "",
          &DataCommands::hasStation, &DataCommands::openUsers},
         {"", "Правка", "-", "", "", nullptr, nullptr},
-        {"symbols.states", "Правка", "Состояния мнемосимвола по сигналу", "", "",
-         &SymbolCommands::canFillStates, &SymbolCommands::fillStates},
-        {"templates.make", "Правка", "Сделать шаблон из выделения…", "", "",
-         &TemplateCommands::canMake, &TemplateCommands::make},
+        {"symbols.states", "Правка", "Состояния мнемосимвола по сигналу",
+         ":/editor/icons/states.svg", "", &SymbolCommands::canFillStates,
+         &SymbolCommands::fillStates},
+        {"templates.make", "Правка", "Сделать шаблон из выделения…",
+         ":/editor/icons/makeTemplate.svg", "", &TemplateCommands::canMake,
+         &TemplateCommands::make},
         {"", "Проект", "-", "", "", nullptr, nullptr},
         {"project.compareSaved", "Проект", "Сравнить с сохранённым", ":/editor/icons/compare.svg",
          "", nullptr, &CompareWithSaved},
-        {"project.compareFile", "Проект", "Сравнить с файлом…", "", "", nullptr, &CompareByDialog},
+        {"project.compareFile", "Проект", "Сравнить с файлом…", ":/editor/icons/compareFile.svg",
+         "", nullptr, &CompareByDialog},
         {"", "Правка", "-", "", "", nullptr, nullptr},
         {"rename", "Правка", "Переименовать", ":/editor/icons/rename.svg", "F2",
          &NodeCommands::canRename, &NodeCommands::rename},
@@ -45,31 +77,14 @@ const QVector<CommandRow> &CommandTable()
          &NodeCommands::hasNodes, &NodeCommands::findUsages},
         {"replace", "Правка", "Заменить сигнал…", ":/editor/icons/replace.svg", "Ctrl+H", nullptr,
          &NodeCommands::replaceNode},
-        {"replace-pattern", "Правка", "Заменить по образцу…", "", "Ctrl+Alt+H", nullptr,
-         &NodeCommands::replacePattern},
+        {"replace-pattern", "Правка", "Заменить по образцу…", ":/editor/icons/replacePattern.svg",
+         "Ctrl+Alt+H", nullptr, &NodeCommands::replacePattern},
         {"find-node", "Правка", "Найти узел", ":/editor/icons/find.svg", "Ctrl+Shift+F", nullptr,
          &NodeCommands::findNode},
         {"jump", "Правка", "Быстрый переход…", ":/editor/icons/jump.svg", "Ctrl+P",
          &HelpCommands::always, &JumpCommands::jump},
-        {"tabs.close", "Вид/Вкладки", "Закрыть вкладку", "", "Ctrl+W", &TabCommands::hasTab,
-         &TabCommands::close},
-        {"tabs.closeOthers", "Вид/Вкладки", "Закрыть остальные вкладки", "", "",
-         &TabCommands::hasSeveral, &TabCommands::closeOthers},
-        {"tabs.reopen", "Вид/Вкладки", "Открыть закрытую вкладку", "", "Ctrl+Shift+T",
-         &TabCommands::canReopen, &TabCommands::reopen},
-        {"tabs.next", "Вид/Вкладки", "Следующая вкладка", "", "Ctrl+Tab", &TabCommands::hasSeveral,
-         &TabCommands::next},
-        {"tabs.previous", "Вид/Вкладки", "Предыдущая вкладка", "", "Ctrl+Shift+Tab",
-         &TabCommands::hasSeveral, &TabCommands::previous},
-        {"help.keys", "Справка", "Клавиши", ":/editor/icons/keys.svg", "F1", &HelpCommands::always,
-         &HelpCommands::showKeys},
-        {"help.documents", "Справка", "Документация", "", "", &HelpCommands::hasDocuments,
-         &HelpCommands::openDocuments},
-        {"", "Справка", "-", "", "", nullptr, nullptr},
-        {"help.about", "Справка", "О программе", "", "", &HelpCommands::always,
-         &HelpCommands::showAbout},
     };
-    static const QVector<CommandRow> rows = SceneCommands() + own;
+    static const QVector<CommandRow> rows = SceneCommands() + own + tabsAndHelp();
     return rows;
 }
 
