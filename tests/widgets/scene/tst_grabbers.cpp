@@ -267,6 +267,27 @@ private slots:
         QTRY_COMPARE(grabber(editor.host(32), 2)->sceneBoundingRect().size(), QSizeF(6, 6));
     }
 
+    // The point is below the grabber of its upper edge, which reaches into it.
+    void whatIsShownSmallIsMovedByItsInside_data()
+    {
+        const Rows<double, QPoint, QRect> row("zoom", "from", "place");
+        row("small", 0.25, {150, 88}, {140, 100, 100, 40});
+        row("small, outside", 0.25, {150, 72}, {100, 100, 100, 20});
+        row("large enough", 1, {150, 81}, {100, 100, 100, 20});
+    }
+
+    void whatIsShownSmallIsMovedByItsInside()
+    {
+        QFETCH(double, zoom);
+        QFETCH(QPoint, from);
+        Editor editor;
+        editor.view.scale(zoom, zoom);
+        editor.view.centerOn(200, 120);
+        editor.select({32});
+        editor.drag(from, from + QPoint(40, 20));
+        QTEST(editor.place(32), "place");
+    }
+
     // An open one would look closed.
     void theFrameOfTheKeyElementLeavesItsLockOut()
     {

@@ -1,8 +1,11 @@
 #include "widgets/scene/editing/CornerGrabber.h"
 
+#include "widgets/scene/editing/ScreenPixel.h"
+
 #include <QCursor>
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
+#include <QPainterPath>
 
 namespace Widgets {
 
@@ -17,6 +20,19 @@ CornerGrabber::CornerGrabber(QGraphicsItem *parent, Corner corner)
 QRectF CornerGrabber::boundingRect() const
 {
     return QRectF(0, 0, side, side);
+}
+
+QPainterPath CornerGrabber::shape() const
+{
+    QPainterPath shape;
+    shape.addRect(boundingRect());
+    const double pixel = screenPixel(*this);
+    const QRectF owner = parentItem() ? parentItem()->boundingRect() : QRectF();
+    if (qMin(owner.width(), owner.height()) >= 3 * side * pixel)
+        return shape;
+    QPainterPath inside;
+    inside.addRect(mapRectFromParent(owner.adjusted(pixel, pixel, -pixel, -pixel)));
+    return shape.subtracted(inside);
 }
 
 void CornerGrabber::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)

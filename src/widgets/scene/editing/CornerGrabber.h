@@ -33,6 +33,9 @@ public:
     QColor color() const { return m_pen.color(); }
 
     QRectF boundingRect() const override;
+    /// Without the inside of an owner so small on the screen that grabbers cover it: there it is
+    /// moved.
+    QPainterPath shape() const override;
     /// Its outline alone: the ground below it is laid by GrabberPlane.
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
                QWidget *widget = nullptr) override;

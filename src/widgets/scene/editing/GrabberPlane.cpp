@@ -64,7 +64,8 @@ CornerGrabber *GrabberPlane::grabberIn(const QRectF &area, ProxyWidget **host) c
         const QList<QGraphicsItem *> items = candidate->childItems();
         for (QGraphicsItem *item : items) {
             auto *grabber = qgraphicsitem_cast<CornerGrabber *>(item);
-            if (!grabber || !grabber->sceneBoundingRect().intersects(area))
+            const bool isNear = grabber && grabber->sceneBoundingRect().intersects(area);
+            if (!isNear || !grabber->shape().intersects(grabber->mapRectFromScene(area)))
                 continue;
             if (host)
                 *host = candidate;
@@ -91,7 +92,7 @@ QPainterPath GrabberPlane::shape() const
     for (const ProxyWidget *host : m_selection.grabbed()) {
         for (int corner = 0; corner < CornerCount; ++corner) {
             if (const CornerGrabber *grabber = grabberOf(host, corner))
-                shape.addRect(grabber->sceneBoundingRect());
+                shape.addPath(grabber->mapToScene(grabber->shape()));
         }
     }
     return shape;
