@@ -3,12 +3,16 @@
 #include "support/Rows.h"
 #include "support/ShownEditor.h"
 
+#include "nodes/model/KindInfo.h"
 #include "nodes/model/properties/BasicProperty.h"
+#include "nodes/model/properties/PropertyDescriptor.h"
 #include "nodes/serial/ProjectWriter.h"
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/MoveNodesCommand.h"
+#include "utils/undo/RemoveNodeLinkGroup.h"
 #include "utils/undo/ReplaceLinksCommand.h"
+#include "widgets/scene/editing/DroppedProperties.h"
 #include "widgets/scene/editing/arrange/SceneEditTable.h"
 
 #include <QGraphicsSceneDragDropEvent>
@@ -21,6 +25,11 @@ namespace {
 
 constexpr const char *nodes = R"(
 <folder id="10" name="S"><memorySignal id="11" name="T"/><memorySignal id="12" name="P"/></folder>
+<compositionTemplate id="20" name="V" width="120" height="80">
+  <templateParameter id="21" name="what"/>
+  <layer id="22" name="low"><label id="23" name="A" width="60" height="30" signal="21"/>
+    <button id="24" name="B" x="10" y="40" width="60" height="30"/></layer>
+</compositionTemplate>
 <composition id="30" name="C" width="640" height="480">
   <layer id="31" name="low" zOrder="1">
     <label id="32" name="A" x="10" y="20" width="100" height="30" signal="11"/>
@@ -46,7 +55,10 @@ public:
                               &Engineer::remove,   &Engineer::paste,    &Engineer::setProperty,
                               &Engineer::order,    &Engineer::rename,   &Engineer::reparent,
                               &Engineer::undoSome, &Engineer::dragSome, &Engineer::bind,
-                              &Engineer::arrange,  &Engineer::arrange,  &Engineer::replaceLinks};
+                              &Engineer::arrange,  &Engineer::arrange,  &Engineer::replaceLinks,
+                              &Engineer::setAny,   &Engineer::setAny,   &Engineer::editTemplate,
+                              &Engineer::add,      &Engineer::addUse,   &Engineer::removeSignal,
+                              &Engineer::settle};
         (this->*edits[below(int(std::size(edits)))])();
     }
 
@@ -100,11 +112,22 @@ private:
     }
     void add()
     {
+        const char *kinds[] = {"label", "button", "symbol"};
+        const char *kind = kinds[below(3)];
+        const auto data = draggedTexts("application/nodetype", {kind, kinds[below(2)]});
+        if (kind == kinds[2])
+            Widgets::DroppedProperties::put({{"source", ":/symbols/pump.svg"}, {"name", "Pump"}},
+                                            *data);
+        drop(*data);
+    }
+    /// An instance of the template.
+    void addUse() { drop(*draggedTexts("application/nodelink", {"20"})); }
+    void drop(const QMimeData &data)
+    {
         if (all().size() >= elementsAtMost)
             return;
-        const auto data = draggedTexts("application/nodetype", {below(2) ? "label" : "button"});
         QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
-        drop.setMimeData(data.get());
+        drop.setMimeData(&data);
         drop.setScenePos(QPointF(below(640), below(480)));
         QApplication::sendEvent(m_edited.scene, &drop);
     }
@@ -133,6 +156,54 @@ private:
             m_edited.stack.push(
                 new Utils::ChangePropertyCommand(link, Prop::Movable, below(2) == 0));
     }
+    /// Any property of the element's kind that is a number, a flag or a text.
+    void setAny()
+    {
+        if (const ProxyWidget *host = any())
+            setAnyOf(*host->getNode());
+    }
+    void setAnyOf(const Nodes::ConfigNode &node)
+    {
+        const auto &properties = node.GetKind()->properties;
+        const auto &property = properties[std::size_t(below(int(properties.size())))];
+        boost::any value = property.binding.get(node);
+        if (auto *number = boost::any_cast<int>(&value))
+            *number += below(21) - 10;
+        else if (auto *flag = boost::any_cast<bool>(&value))
+            *flag = !*flag;
+        else if (auto *real = boost::any_cast<double>(&value))
+            *real += below(100);
+        else if (auto *text = boost::any_cast<std::string>(&value))
+            *text = below(3) ? "t" + std::to_string(below(5)) : std::string();
+        else
+            return;
+        m_edited.stack.push(
+            new Utils::ChangePropertyCommand(Nodes::NodeLink(&node), property.valueId, value));
+    }
+    /// What every instance of it shows.
+    void editTemplate()
+    {
+        auto *layer = m_edited.project.node<Nodes::ConfigNode>(22);
+        const int count = layer->GetNodeCount();
+        const int at = below(count + 1);
+        if (at < count)
+            setAnyOf(*layer->Children()[std::size_t(at)]);
+        else
+            m_edited.stack.push(new Utils::MoveNodesCommand(
+                {layer->Children().front()->GetNodeLink()}, Nodes::NodeLink(layer), {}));
+        if (below(3) == 0)
+            m_edited.stack.push(new Utils::ChangeTextCommand(
+                Nodes::NodeLink(21ul), Utils::ChangeTextCommand::Name, "P" + std::to_string(at)));
+    }
+    /// With what leads there; only an undo brings it back.
+    void removeSignal()
+    {
+        const Nodes::NodeLink signal(below(2) ? 11ul : 12ul);
+        if (signal.isValid() && signal->GetParent() && below(8) == 0)
+            m_edited.stack.push(new Utils::RemoveNodeLinkGroup(Nodes::NodeLink(10ul), {signal}));
+    }
+    /// What was put off is done, and what was dropped deleted.
+    void settle() { QCoreApplication::processEvents(); }
     void order()
     {
         selectSome();
@@ -213,7 +284,12 @@ private:
     /// Empty when the scene shows every element where its node is.
     static QString difference(const ShownEditor &edited)
     {
-        for (const Widgets::ProxyLayer *layer : edited.scene->getLayers()) {
+        return difference(edited, *edited.scene);
+    }
+
+    static QString difference(const ShownEditor &edited, const Widgets::ProxyScene &scene)
+    {
+        for (const Widgets::ProxyLayer *layer : scene.getLayers()) {
             if (layer->getWidgets().size() != layer->getNode()->GetNodeCount())
                 return QString("the layer shows %1 elements of %2")
                     .arg(layer->getWidgets().size())
@@ -269,6 +345,8 @@ private slots:
         ShownEditor edited(nodes);
         const Nodes::NodesCollection &project = *edited.project.core.GetNodesCollection();
         const QString before = textOf(project);
+        Widgets::ProxyView second(edited.project.node(30), nullptr); // another window of the scene
+        const Widgets::ProxyScene &other = *second.setScene(edited.project.node(30));
         Engineer engineer(edited, seed);
         for (int i = 0; i < editCount; ++i)
             engineer.edit();
@@ -277,15 +355,18 @@ private slots:
         QVERIFY2(before != after, named);
         // What is shown again settles with the event loop.
         QTRY_VERIFY2(difference(edited).isEmpty(), named + ": " + difference(edited).toUtf8());
+        QTRY_COMPARE(difference(edited, other), QString());
         const int last = edited.stack.index();
         while (edited.stack.canUndo())
             edited.stack.undo();
         QCOMPARE(named + firstDifference(project, before), named);
         QTRY_VERIFY2(difference(edited).isEmpty(), named + ": " + difference(edited).toUtf8());
+        QTRY_COMPARE(difference(edited, other), QString());
         while (edited.stack.index() < last)
             edited.stack.redo();
         QCOMPARE(named + firstDifference(project, after), named);
         QTRY_VERIFY2(difference(edited).isEmpty(), named + ": " + difference(edited).toUtf8());
+        QTRY_COMPARE(difference(edited, other), QString());
     }
 };
 
