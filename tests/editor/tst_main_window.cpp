@@ -286,6 +286,31 @@ private slots:
         f.session().abandon();
     }
 
+    void showsWhatCouldNotBeRead_data()
+    {
+        QTest::addColumn<QByteArray>("inside");
+        QTest::addColumn<bool>("isShown");
+        QTest::newRow("whole") << QByteArray("<folder id=\"2\" name=\"a\"/>") << false;
+        QTest::newRow("not whole") << QByteArray("<folder id=\"2\" name=\"a\" odd=\"1\"/>") << true;
+    }
+    void showsWhatCouldNotBeRead()
+    {
+        QFETCH(const QByteArray, inside);
+        QFETCH(const bool, isShown);
+        const QTemporaryDir directory;
+        QFile file(directory.filePath("project.xml"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("<project format=\"1\" id=\"1\" name=\"P\">" + inside + "</project>");
+        file.close();
+        MainWindow window{QString()};
+        window.show();
+        auto *dock = window.findChild<QDockWidget *>("problems");
+        QVERIFY(dock && !dock->isVisible());
+        QVERIFY(window.files().open(directory.path()));
+        QCoreApplication::processEvents();
+        QCOMPARE(dock->isVisible(), isShown);
+    }
+
     void panelsAreReachedByKeys()
     {
         Fixture f;

@@ -5,9 +5,12 @@
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/serial/ProjectWriter.h"
+#include "support/Rows.h"
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/IUndo.h"
 
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -23,16 +26,11 @@ class ProblemsPanelTest : public QObject
 private slots:
     void init()
     {
-        const QString file = m_directory.filePath("project.xml");
-        QFile project(file);
-        QVERIFY(project.open(QIODevice::WriteOnly));
-        project.write("<project format=\"1\" id=\"1\" name=\"P\"><frame id=\"2\" name=\"F\" "
-                      "windows=\"10\"/><window id=\"10\" name=\"W\" odd=\"1\">"
-                      "<label id=\"11\" name=\"a\" signal=\"98\"/>"
-                      "<label id=\"12\" name=\"b\" signal=\"99\"/></window></project>");
-        project.close();
+        write("<frame id=\"2\" name=\"F\" windows=\"10\"/><window id=\"10\" name=\"W\" odd=\"1\">"
+              "<label id=\"11\" name=\"a\" signal=\"98\"/>"
+              "<label id=\"12\" name=\"b\" signal=\"99\"/></window>");
         m_panel.setDelay(0);
-        QVERIFY(m_session.open(file));
+        QVERIFY(m_session.open(m_directory.path()));
         QTRY_VERIFY(m_panel.view().summary().startsWith("Ошибок: 2, замечаний: 1"));
     }
 
@@ -83,6 +81,82 @@ private slots:
         QCOMPARE(opened.size(), std::size_t(1));
     }
 
+    void mendsWhatIsChosen_data()
+    {
+        const Rows<QString, int, QString, QString> row("elements", "problems", "gone", "kept");
+        row("link to nothing",
+            "<window id=\"2\" name=\"W\"><label id=\"3\" name=\"a\" signal=\"98\"/></window>", 1,
+            "98", "label");
+        row("one of several links",
+            "<window id=\"2\" name=\"W\"/><frame id=\"3\" name=\"a\" windows=\"2 98 99\"/>", 2,
+            "98", "windows=\"2\"");
+        row("link to what does not fit",
+            "<window id=\"2\" name=\"W\"><label id=\"3\" name=\"a\" signal=\"2\"/></window>", 1,
+            "signal", "label");
+        row("repeated names",
+            "<window id=\"2\" name=\"W\"/><folder id=\"3\" name=\"a\"/><folder id=\"4\" "
+            "name=\"a\"/>"
+            "<folder id=\"5\" name=\"a\"/>",
+            2, "id=\"4\" name=\"a\"", "id=\"3\" name=\"a\"");
+        row("unknown attributes",
+            "<window id=\"2\" name=\"W\"/><folder id=\"3\" name=\"a\" odd=\"1\" even=\"2\"/>", 2,
+            "odd", "name=\"a\"");
+        row("bad value",
+            "<window id=\"2\" name=\"W\"><label id=\"3\" name=\"a\" x=\"far\" odd=\"1\"/></window>",
+            2, "far", "odd");
+    }
+
+    void mendsWhatIsChosen()
+    {
+        QFETCH(QString, elements);
+        QFETCH(int, problems);
+        QFETCH(QString, gone);
+        QFETCH(QString, kept);
+        write("<frame id=\"9\" name=\"F\" windows=\"2\"/>" + elements.toUtf8());
+        QVERIFY(m_session.open(m_directory.path()));
+        const auto count = [this] { return m_panel.view().model().rowCount(); };
+        QTRY_COMPARE(count(), problems);
+        const auto text = [this] {
+            return QString::fromStdString(Nodes::ProjectWriter::ToText(*m_session.project()));
+        };
+        const QString before = text();
+        QVERIFY(!m_panel.mendButton().isEnabled()); // nothing is chosen
+        QTableView &table = m_panel.view().table();
+        const bool isOne = kept == "odd";
+        for (int row = 0; row < problems; ++row) {
+            if (!isOne || table.model()->index(row, 2).data().toString().contains(gone))
+                table.selectionModel()->select(table.model()->index(row, 0),
+                                               QItemSelectionModel::Select |
+                                                   QItemSelectionModel::Rows);
+        }
+        m_panel.mendButton().click();
+        const QString mended = text();
+        QVERIFY2(!mended.contains(gone) && mended.contains(kept), qPrintable(mended));
+        QTRY_COMPARE(count(), isOne ? 1 : 0);
+        QCOMPARE(m_session.undoStack().count(), 1);
+        m_session.undoStack().undo();
+        QCOMPARE(text(), before);
+        QTRY_COMPARE(count(), problems);
+        m_session.undoStack().redo();
+        QCOMPARE(text(), mended);
+        m_session.setReadOnly("R");
+        table.selectAll();
+        QVERIFY(!m_panel.mendButton().isEnabled());
+        m_session.abandon();
+    }
+
+    // What somebody has to think about is left to him.
+    void mendsNoMore()
+    {
+        write("<frame id=\"9\" name=\"F\" windows=\"2\"/><window id=\"2\" name=\"W\"/>"
+              "<window id=\"3\" name=\"nobody opens it\"/>");
+        QVERIFY(m_session.open(m_directory.path()));
+        QTRY_COMPARE(m_panel.view().model().rowCount(), 1);
+        m_panel.view().table().selectAll();
+        QCOMPARE(m_panel.view().chosen().size(), std::size_t(1));
+        QVERIFY(!m_panel.mendButton().isEnabled());
+    }
+
     void isEmptyWithoutAProject()
     {
         m_session.close();
@@ -91,6 +165,13 @@ private slots:
     }
 
 private:
+    void write(const QByteArray &elements)
+    {
+        QFile project(m_directory.filePath("project.xml"));
+        QVERIFY(project.open(QIODevice::WriteOnly));
+        project.write("<project format=\"1\" id=\"1\" name=\"P\">" + elements + "</project>");
+    }
+
     QTemporaryDir m_directory;
     QWidget m_window;
     ProjectSession m_session;

@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <QWidget>
 
+class QPushButton;
+
 namespace Editor {
 
 class Workspace;
@@ -19,6 +21,8 @@ class ProblemsPanel : public QWidget
 public:
     ProblemsPanel(Workspace &workspace, QWidget *parent);
 
+    /// Puts right what is chosen, where it is known how.
+    QPushButton &mendButton() const { return *m_mend; }
     Widgets::ProblemsView &view() const { return *m_view; }
     /// From the last edit to the next look, ms.
     void setDelay(int milliseconds) { m_timer.setInterval(milliseconds); }
@@ -27,10 +31,13 @@ private:
     void begin();
     void end();
     void check();
+    void mend();
+    void showMend();
     void goTo(const Nodes::NodeLink &node, const QString &property);
 
     Workspace &m_workspace;
     Widgets::ProblemsView *m_view;
+    QPushButton *m_mend;
     QTimer m_timer;
     Nodes::ScopedConnection m_changes;
 };

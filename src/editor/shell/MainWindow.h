@@ -53,6 +53,7 @@ private:
     QDockWidget *makePanel(const PanelRow &row);
     /// Shows the panel and gives its first list the focus; the panel that has it gives it back.
     void goTo(QDockWidget &dock);
+    void showProblems();
     void goToDocument();
     void showNotices();
     void fillRecent();

@@ -75,8 +75,21 @@ void MainWindow::makePanels()
     ways->addSeparator();
     QAction *back = ways->addAction(tr("Документ"), this, &MainWindow::goToDocument);
     back->setShortcut(QKeySequence(Qt::ALT + Qt::Key_0));
+    // After the layout of the project is there.
+    connect(&m_session, &ProjectSession::opened, this, &MainWindow::showProblems,
+            Qt::QueuedConnection);
     for (const QVector<QDockWidget *> &beside : qAsConst(made))
         beside[beside.size() > 1 && beside[1]->isVisibleTo(this) ? 1 : 0]->raise();
+}
+
+// Whoever opens a project that could not be read whole has to know what is missing.
+void MainWindow::showProblems()
+{
+    auto *dock = findChild<QDockWidget *>(QStringLiteral("problems"));
+    if (!dock || m_session.report().empty())
+        return;
+    dock->show();
+    dock->raise();
 }
 
 // From wherever one works, and back by the same keys.

@@ -10,6 +10,7 @@ Problem Problem::of(const Nodes::ProjectProblem &found, const Nodes::NodesCollec
     Problem problem;
     problem.severity = found.severity == Nodes::ProjectProblem::Error ? Error : Remark;
     problem.text = QString::fromStdString(found.text);
+    problem.code = QString::fromStdString(found.code);
     problem.property = QString::fromStdString(found.property);
     const Nodes::NodeLink link(found.node, project);
     if (link.GetNode()) {

@@ -26,6 +26,7 @@ struct Problem
     Nodes::NodeLink node; ///< empty where none is concerned, or it could not be made
     QString place;        ///< path of the node, or the line of the file
     QString text;         ///< Russian: what is wrong and what to do
+    QString code;         ///< see Nodes::FindingCode
     QString property;     ///< key of the one to mend; "" when it is none in particular
 
     bool operator==(const Problem &o) const

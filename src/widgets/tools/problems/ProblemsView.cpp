@@ -28,6 +28,7 @@ constexpr int fittedRows = 300; // each is laid out for its height: more would s
 ProblemsView::ProblemsView(QWidget *parent, enLook look)
     : QWidget(parent),
       m_look(look),
+      m_top(new QHBoxLayout),
       m_model(new ProblemsModel(this)),
       m_rows(new ProblemsFilter(this)),
       m_table(new QTableView(this)),
@@ -43,14 +44,13 @@ ProblemsView::ProblemsView(QWidget *parent, enLook look)
     m_again->setAutoDefault(false);
     buildTable();
     auto *layout = new QVBoxLayout(this);
-    auto *top = new QHBoxLayout;
     layout->setContentsMargins(0, 0, 0, 0);
-    top->addWidget(m_summary, 1);
+    m_top->addWidget(m_summary, 1);
     for (const auto severity : {Problem::Error, Problem::Remark})
-        top->addWidget(makeFilter(severity));
-    top->addWidget(m_search, 1);
-    top->addWidget(m_again);
-    layout->addLayout(top);
+        m_top->addWidget(makeFilter(severity));
+    m_top->addWidget(m_search, 1);
+    m_top->addWidget(m_again);
+    layout->addLayout(m_top);
     layout->addWidget(m_table, 1);
     if (look == Large)
         makeLarge();
@@ -71,7 +71,8 @@ void ProblemsView::buildTable()
 {
     m_table->setModel(m_rows);
     m_table->setSelectionBehavior(QTableView::SelectRows);
-    m_table->setSelectionMode(QTableView::SingleSelection);
+    m_table->setSelectionMode(m_look == Large ? QTableView::SingleSelection
+                                              : QTableView::ExtendedSelection);
     m_table->setEditTriggers(QTableView::NoEditTriggers);
     m_table->setWordWrap(true);
     m_table->verticalHeader()->hide();
@@ -82,6 +83,23 @@ void ProblemsView::buildTable()
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(ProblemsModel::SeverityColumn, Qt::AscendingOrder);
     connect(m_table, &QTableView::activated, this, &ProblemsView::onActivated);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ProblemsView::chosenChanged);
+    connect(m_rows, &QAbstractItemModel::modelReset, this, &ProblemsView::chosenChanged);
+}
+
+void ProblemsView::addTool(QWidget *tool)
+{
+    m_top->addWidget(tool);
+}
+
+std::vector<Problem> ProblemsView::chosen() const
+{
+    std::vector<Problem> problems;
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    for (const QModelIndex &row : rows)
+        problems.push_back(m_model->problem(m_rows->mapToSource(row).row()));
+    return problems;
 }
 
 void ProblemsView::makeLarge()

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -34,6 +35,10 @@ public:
     void checkAgain(const Nodes::systemCore *core);
     /// Which rows are shown.
     void setShown(Problem::enSeverity severity, bool isShown);
+    /// Puts what else can be done into the line above the table, as its last; takes it over.
+    void addTool(QWidget *tool);
+    /// Rows that are chosen; of a desk's view these can be several.
+    std::vector<Problem> chosen() const;
     const ProblemsModel &model() const { return *m_model; }
     QTableView &table() const { return *m_table; }
     /// What was found and how far the check is, in Russian.
@@ -41,6 +46,7 @@ public:
     QSize sizeHint() const override;
 
 signals:
+    void chosenChanged();
     /// Only for nodes that are there; `property` is the key of the one to mend, "" for none.
     void nodeActivated(const Nodes::NodeLink &node, const QString &property);
 
@@ -60,6 +66,7 @@ private:
     QPushButton *makeFilter(Problem::enSeverity severity);
 
     const enLook m_look;
+    QHBoxLayout *m_top;
     const Nodes::systemCore *m_core = nullptr;
     ProblemsCheck m_check;
     ProblemsModel *m_model;
