@@ -9,7 +9,9 @@
 #include "nodes/serial/ProjectWriter.h"
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/windows/BasicFrame.h"
+#include "nodes/visual/windows/BasicWindow.h"
 #include "utils/convert/ValueConversions.h"
+#include "utils/undo/AddNodeLinkCommand.h"
 #include "utils/undo/IUndo.h"
 
 #include <QTemporaryDir>
@@ -100,6 +102,31 @@ private slots:
         QCOMPARE(f.frame("Дисплей 2")->GetWindows(), Nodes::NodeLinks{other});
         f.session.undoStack().undo();
         QVERIFY(!f.frame("Дисплей 2"));
+    }
+
+    void aCalledWindowIsInNoFrame()
+    {
+        Fixture f;
+        const Nodes::NodeLink called = f.addWindow("Насос", 0);
+        QVERIFY(called.isValid() && !f.steps().hasWindow());
+        const auto *window = dynamic_cast<const Nodes::BasicWindow *>(called.GetNode());
+        QVERIFY(window->HasCloseButton()); // else nobody gets rid of it
+        QCOMPARE(window->GetBorderType(), Nodes::BasicWindow::BorderFixed);
+    }
+
+    void readingsGoToTheTopmostLayer()
+    {
+        Fixture f;
+        NodeRecipe recipe("composition", "Обзор");
+        recipe.add(NodeRecipe("layer", "Фон")).add(NodeRecipe("layer", "Данные"));
+        const Nodes::NodeLink screen = recipe.make(*f.session.project());
+        QVERIFY(Utils::IUndo::execute(
+            new Utils::AddNodeLinkCommand(screen, f.steps().place("Экраны"))));
+        QVERIFY(Utils::IUndo::execute(f.steps().addSimulator()));
+        for (const Nodes::NodeLink &signal : f.steps().signalNodes())
+            QVERIFY(Utils::IUndo::execute(f.steps().addReading(screen, signal)));
+        QCOMPARE(screen->Children().front()->Children().size(), std::size_t(0));
+        QCOMPARE(screen->Children().back()->Children().size(), std::size_t(6));
     }
 
     void recipesKeepWhatTheyAreGiven()

@@ -70,10 +70,12 @@ FirstSteps::FirstSteps(Workspace &workspace, QWidget *parent)
             this, [this] { StepCommands::addSimulator(m_workspace); });
     connect(addButton(source, tr("Добавить Modbus TCP"), "stepModbus"), &QPushButton::clicked, this,
             [this] { StepCommands::addModbus(m_workspace); });
-    Step &window = addStep(*column, tr("2. Окно"),
-                           tr("Экран оператора: название, размер и дисплей, на котором он "
-                              "открывается."),
+    Step &window = addStep(*column, tr("2. Экраны"),
+                           tr("Готовый набор: обзор, тренды, тревоги, события и отчёты с кнопками "
+                              "переходов. Или одно пустое окно."),
                            &hasWindow);
+    connect(addButton(window, tr("Экраны станции…"), "stepScreens"), &QPushButton::clicked, this,
+            [this] { StepCommands::addScreens(m_workspace); });
     connect(addButton(window, tr("Добавить окно…"), "stepWindow"), &QPushButton::clicked, this,
             [this] { StepCommands::addWindow(m_workspace); });
     Step &reading =

@@ -15,6 +15,7 @@ namespace Editor {
 namespace {
 
 const QSize presets[] = {{1920, 1080}, {1366, 768}, {1280, 1024}, {2560, 1440}, {3840, 2160}};
+const QSize called(640, 480);  // opens above others
 constexpr int largest = 16384; // px
 constexpr int displays = 16;
 
@@ -69,6 +70,18 @@ NewWindowDialog::NewWindowDialog(const QString &name, QWidget *parent)
     takePreset(0);
     m_name->selectAll();
     check();
+}
+
+void NewWindowDialog::setDisplay(int display, bool mayBeCalled)
+{
+    m_display->setMinimum(mayBeCalled ? 0 : 1);
+    m_display->setSpecialValueText(mayBeCalled ? tr("по вызову") : QString());
+    m_display->setValue(display);
+    if (display)
+        return;
+    m_width->setValue(called.width());
+    m_height->setValue(called.height());
+    m_preset->setCurrentIndex(m_preset->count() - 1);
 }
 
 QString NewWindowDialog::name() const

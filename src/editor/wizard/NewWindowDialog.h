@@ -9,7 +9,7 @@ class QSpinBox;
 
 namespace Editor {
 
-/// Asks for the name, size and display of a new window. GUI thread.
+/// Asks for the name, size and display of a new window, or of the screens of a station. GUI thread.
 class NewWindowDialog : public QDialog
 {
     Q_OBJECT
@@ -17,9 +17,12 @@ class NewWindowDialog : public QDialog
 public:
     NewWindowDialog(const QString &name, QWidget *parent);
 
+    /// The display asked for at first. With 0 windows may also open when they are called only.
+    void setDisplay(int display, bool mayBeCalled);
+
     QString name() const;
     QSize size() const;
-    /// From 1.
+    /// From 1; 0: when it is called.
     int display() const;
 
 private:

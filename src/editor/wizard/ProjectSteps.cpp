@@ -137,9 +137,14 @@ QUndoCommand *ProjectSteps::addWindow(const QString &name, const QSize &size, in
 {
     NodeRecipe recipe(QStringLiteral("window"), name);
     recipe.set(QStringLiteral("width"), size.width()).set(QStringLiteral("height"), size.height());
+    if (!display)
+        recipe.set(QStringLiteral("border"), QStringLiteral("fixed"))
+            .set(QStringLiteral("closeButton"), QStringLiteral("true"));
     made = recipe.make(m_project);
     auto *group = new Utils::CommandGroup(QStringLiteral("Добавление окна %1").arg(name));
     new Utils::AddNodeLinkCommand(made, place("Экраны"), group);
+    if (!display)
+        return group;
     for (const Nodes::NodeLink &link : find(m_project, Nodes::NodeType::TypeFrame)) {
         const auto *frame = dynamic_cast<const Nodes::BasicFrame *>(link.GetNode());
         if (!frame || frame->GetDisplayNo() != display)
@@ -171,6 +176,12 @@ void ProjectSteps::addFrame(const Nodes::NodeLink &window, int display, QUndoCom
                                      Nodes::NodeLinks{window}, group);
 }
 
+Nodes::NodeLink ProjectSteps::elementsOf(const Nodes::NodeLink &screen)
+{
+    const auto layers = screen->GetObjects(Nodes::NodeType(Nodes::NodeType::TypeLayer));
+    return layers.empty() ? screen : Nodes::NodeLink(layers.back());
+}
+
 QPoint ProjectSteps::freePlace(const Nodes::NodeLink &window, const QSize &size) const
 {
     int below = margin;
@@ -183,9 +194,10 @@ QPoint ProjectSteps::freePlace(const Nodes::NodeLink &window, const QSize &size)
     return {margin, below};
 }
 
-QUndoCommand *ProjectSteps::addReading(const Nodes::NodeLink &window,
+QUndoCommand *ProjectSteps::addReading(const Nodes::NodeLink &screen,
                                        const Nodes::NodeLink &signal) const
 {
+    const Nodes::NodeLink window = elementsOf(screen);
     const QSize size(captionSize.width() + grid + valueSize.width(), captionSize.height());
     const QPoint corner = freePlace(window, size);
     const QString name = QString::fromStdString(signal.GetLinkName());

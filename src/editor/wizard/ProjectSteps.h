@@ -33,23 +33,28 @@ public:
     /// A driver for a Modbus TCP device with one group of registers and one signal.
     QUndoCommand *addModbus(const QString &name, const QString &host, int port) const;
     /// An empty window of that size, shown by the frame of that display (from 1), which is made
-    /// when there is none. `made` becomes the window once the command is done.
+    /// when there is none; for display 0 one with a title bar, which opens when it is called.
+    /// `made` becomes the window once the command is done.
     QUndoCommand *addWindow(const QString &name, const QSize &size, int display,
                             Nodes::NodeLink &made) const;
     /// A frame of that display (from 1) that shows the window.
     QUndoCommand *addFrame(const Nodes::NodeLink &window, int display) const;
-    /// The signal's name and value at the next free place of the window.
-    QUndoCommand *addReading(const Nodes::NodeLink &window, const Nodes::NodeLink &signal) const;
+    /// The signal's name and value at the next free place of the window, or of the topmost layer
+    /// of a screen that has layers.
+    QUndoCommand *addReading(const Nodes::NodeLink &screen, const Nodes::NodeLink &signal) const;
 
     /// All windows, or all signals, of the project in tree order.
     Nodes::NodeLinks windows() const;
     Nodes::NodeLinks signalNodes() const;
 
-private:
-    void addFrame(const Nodes::NodeLink &window, int display, QUndoCommand *group) const;
+    /// The first station of the project, else its root.
     Nodes::ConfigNode *station() const;
     /// The folder of that name in the station, else the station.
     Nodes::NodeLink place(const char *folder) const;
+
+private:
+    void addFrame(const Nodes::NodeLink &window, int display, QUndoCommand *group) const;
+    static Nodes::NodeLink elementsOf(const Nodes::NodeLink &screen);
     QPoint freePlace(const Nodes::NodeLink &window, const QSize &size) const;
 
     Nodes::NodesCollection &m_project;

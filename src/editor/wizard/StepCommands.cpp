@@ -4,6 +4,7 @@
 #include "editor/wizard/ChoiceDialog.h"
 #include "editor/wizard/NewWindowDialog.h"
 #include "editor/wizard/ProjectSteps.h"
+#include "editor/wizard/StationScreens.h"
 #include "editor/workspace/DocumentView.h"
 #include "editor/workspace/Workspace.h"
 
@@ -12,6 +13,7 @@
 #include "utils/undo/CommandGroup.h"
 
 #include <QCoreApplication>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -33,9 +35,12 @@ ProjectSteps steps(Workspace &workspace)
     return ProjectSteps(*workspace.session().project());
 }
 
-bool isWindow(const Nodes::NodeLink &node)
+bool isScreen(const Nodes::NodeLink &node)
 {
-    return node.isValid() && node.GetNodeType().GetFamily() == Nodes::NodeType::TypeWindow;
+    if (!node.isValid())
+        return false;
+    const auto family = node.GetNodeType().GetFamily();
+    return family == Nodes::NodeType::TypeWindow || family == Nodes::NodeType::TypeComposition;
 }
 
 // The windows that a template makes or an action opens are no place to begin.
@@ -118,11 +123,63 @@ void StepCommands::addWindow(Workspace &workspace)
 {
     NewWindowDialog dialog(tr("Окно %1").arg(steps(workspace).windows().size() + 1),
                            workspace.window());
+    // A second one on the same display would lie above the first, with no way back.
+    dialog.setDisplay(steps(workspace).hasWindow() ? 0 : 1, true);
     if (dialog.exec() != QDialog::Accepted)
         return;
     Nodes::NodeLink made;
     if (workspace.push(
             steps(workspace).addWindow(dialog.name(), dialog.size(), dialog.display(), made)))
+        workspace.open(made);
+}
+
+void StepCommands::addScreens(Workspace &workspace)
+{
+    const StationScreens screens(*workspace.session().project());
+    int display = 1;
+    while (screens.hasFrame(display))
+        ++display;
+    NewWindowDialog dialog(
+        QString::fromStdString(workspace.session().project()->GetRoot()->GetName()),
+        workspace.window());
+    dialog.setWindowTitle(tr("Экраны станции"));
+    dialog.setDisplay(display, false);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    if (screens.hasFrame(dialog.display())) {
+        workspace.tell(Workspace::Warning,
+                       tr("На дисплее %1 уже есть экраны: выберите другой дисплей или удалите его "
+                          "фрейм.")
+                           .arg(dialog.display()));
+        return;
+    }
+    Nodes::NodeLink overview;
+    if (!workspace.push(screens.build(dialog.name(), dialog.size(), dialog.display(), overview)))
+        return;
+    workspace.open(overview);
+    workspace.tell(Workspace::Info,
+                   tr("Добавлены обзор, тренды, тревоги, события, отчёты и кнопки "
+                      "переходов. Новая страница: «Проект», «Добавить страницу…»."));
+}
+
+bool StepCommands::mayAddPage(Workspace &workspace)
+{
+    return mayEdit(workspace) && StationScreens(*workspace.session().project()).field().isValid();
+}
+
+void StepCommands::addPage(Workspace &workspace)
+{
+    const QString name = QInputDialog::getText(workspace.window(), tr("Новая страница"),
+                                               tr("Название страницы и её кнопки"))
+                             .trimmed();
+    if (name.isEmpty())
+        return;
+    if (name.contains(QLatin1Char('/'))) {
+        workspace.tell(Workspace::Warning, tr("Страница не добавлена: в названии не бывает «/»."));
+        return;
+    }
+    Nodes::NodeLink made;
+    if (workspace.push(StationScreens(*workspace.session().project()).addPage(name, made)))
         workspace.open(made);
 }
 
@@ -132,9 +189,9 @@ void StepCommands::addReadings(Workspace &workspace)
     Nodes::NodeLink window =
         workspace.document() ? workspace.document()->node() : Nodes::NodeLink();
     const Nodes::NodeLinks windows = project.windows();
-    if (!isWindow(window) && !windows.empty())
+    if (!isScreen(window) && !windows.empty())
         window = windows.front();
-    if (!isWindow(window))
+    if (!isScreen(window))
         return;
     ChoiceDialog dialog(tr("Какие сигналы показать"), project.signalNodes(), true,
                         workspace.window());
