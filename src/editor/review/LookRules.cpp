@@ -3,6 +3,7 @@
 #include "editor/review/ReviewRules.h"
 #include "editor/review/ReviewScreen.h"
 #include "widgets/elements/pictures/ImageCachingManager.h"
+#include "widgets/elements/symbols/SymbolStore.h"
 
 #include "nodes/visual/elements/widgetMultiImage.h"
 #include "nodes/visual/elements/widgetMultiLabel.h"
@@ -117,6 +118,27 @@ void checkAlarmColors(const ReviewScreen &screen, ReviewFindings &findings)
     check(screen.node());
     for (const ReviewElement &element : screen.elements())
         check(*element.node);
+}
+
+void checkSymbols(const ReviewScreen &screen, ReviewFindings &findings)
+{
+    for (const ReviewElement &element : screen.elements()) {
+        const auto *symbol = dynamic_cast<const Nodes::widgetSymbol *>(element.node);
+        if (!symbol)
+            continue;
+        std::vector<Nodes::ResourceLink> sources{symbol->GetSource()};
+        for (const widgetState *state : statesOf(*symbol))
+            sources.push_back(state->GetImage());
+        for (const Nodes::ResourceLink &source : sources) {
+            const auto read = Widgets::SymbolStore::getInstance().get(source);
+            if (read && !read->refusal().isEmpty())
+                findings.append(
+                    {ReviewFinding::Fault, NodeLink(symbol),
+                     QStringLiteral("«%1»: %2")
+                         .arg(QString::fromStdString(source.GetFilePath()), read->refusal()),
+                     QStringLiteral("Или выберите другой мнемосимвол.")});
+        }
+    }
 }
 
 void checkPictures(const ReviewScreen &screen, ReviewFindings &findings)

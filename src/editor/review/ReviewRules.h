@@ -29,6 +29,7 @@ void checkAlarmColors(const ReviewScreen &screen, ReviewFindings &findings);
 void checkPlaces(const ReviewScreen &screen, ReviewFindings &findings);
 void checkOverlaps(const ReviewScreen &screen, ReviewFindings &findings);
 void checkGrid(const ReviewScreen &screen, ReviewFindings &findings);
+void checkSymbols(const ReviewScreen &screen, ReviewFindings &findings);
 void checkPictures(const ReviewScreen &screen, ReviewFindings &findings);
 
 } // namespace Editor

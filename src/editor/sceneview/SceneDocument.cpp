@@ -6,6 +6,7 @@
 #include "editor/sceneview/Ruler.h"
 #include "editor/sceneview/SceneStatusBar.h"
 #include "editor/sceneview/SceneToolBar.h"
+#include "editor/templates/TemplateCommands.h"
 #include "editor/usages/Removal.h"
 #include "editor/workspace/Workspace.h"
 
@@ -127,8 +128,15 @@ void SceneDocument::connectScene()
         return;
     connect(shown, &Widgets::ProxyScene::currentWidgetChange, &workspace(), &Workspace::reveal);
     connect(shown, &Widgets::ProxyScene::openWizardWindow, &workspace(), &Workspace::reveal);
+    connect(shown, &Widgets::ProxyScene::elementEntered, this, &SceneDocument::enter,
+            Qt::QueuedConnection); // the scene first takes the press to its end
     connect(shown, &Widgets::ProxyScene::signalCheckLink, this, &SceneDocument::removeElements);
     connect(shown, &Widgets::ProxyScene::pasted, this, &SceneDocument::tellPaste);
+}
+
+void SceneDocument::enter(const Nodes::NodeLink &link)
+{
+    TemplateCommands::enter(workspace(), link);
 }
 
 Widgets::ProxyScene *SceneDocument::scene() const

@@ -56,6 +56,7 @@ private:
     void build();
     void buildEmpty();
     void connectScene();
+    void enter(const Nodes::NodeLink &link);
     void followSelection(const Nodes::NodeLinks &nodes, QObject *by);
     void select(const Nodes::NodeLinks &nodes);
     void showScale();

@@ -4,6 +4,9 @@
 #include "nodes/templates/TemplateBinding.h"
 #include "nodes/templates/templateArgument.h"
 #include "nodes/templates/templateParameter.h"
+#include "nodes/templates/widgetInstance.h"
+
+#include <set>
 
 namespace Nodes {
 
@@ -25,6 +28,16 @@ bool isPassedOn(const ConfigNode &user, const std::string &parameter)
     return false;
 }
 
+void collectShown(const ConfigNode &node, std::set<const ConfigNode *> &shown)
+{
+    const auto *element = dynamic_cast<const widgetInstance *>(&node);
+    const ConfigNode *source = element ? element->GetTemplate() : nullptr;
+    if (source && shown.insert(source).second)
+        collectShown(*source, shown);
+    for (const auto &child : node.Children())
+        collectShown(*child, shown);
+}
+
 } // namespace
 
 bool TemplateUse::IsTemplate(const ConfigNode &node)
@@ -44,6 +57,13 @@ const ConfigNode *TemplateUse::Around(const ConfigNode &node)
     while (at && !IsTemplate(*at))
         at = at->GetParent();
     return at;
+}
+
+bool TemplateUse::Shows(const ConfigNode &source, const ConfigNode &node)
+{
+    std::set<const ConfigNode *> shown{&source};
+    collectShown(source, shown);
+    return shown.count(&node) != 0;
 }
 
 void TemplateUse::Validate(const ConfigNode &user, const ConfigNode &source,

@@ -14,6 +14,9 @@ public:
     static std::vector<ConfigNode *> ArgumentsOf(const ConfigNode &user);
     /// The template that the node is, or is part of; null outside of one.
     static const ConfigNode *Around(const ConfigNode &node);
+    /// Whether an instance of that template would show the node: as itself, by its elements, or by
+    /// what they show in turn.
+    static bool Shows(const ConfigNode &source, const ConfigNode &node);
     /// Reports parameters and arguments of `user` that do not fit together.
     static void Validate(const ConfigNode &user, const ConfigNode &source,
                          ValidationResults &results);

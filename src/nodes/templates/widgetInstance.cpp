@@ -62,6 +62,24 @@ bool widgetInstance::isEndless() const
     return false;
 }
 
+bool widgetInstance::CanShow(const ConfigNode &source) const
+{
+    const ConfigNode *around = TemplateUse::Around(*this);
+    return TemplateUse::IsTemplate(source) && !(around && TemplateUse::Shows(source, *around));
+}
+
+std::string widgetInstance::GetFault() const
+{
+    if (m_template.isEmpty())
+        return "шаблон не выбран";
+    const ConfigNode *target = m_template.GetNode();
+    if (!target)
+        return "шаблона № " + std::to_string(m_template.GetNodeId()) + " в проекте нет";
+    if (!GetTemplate())
+        return "«" + target->GetName() + "» — не шаблон";
+    return isEndless() ? "шаблон показывает сам себя" : "";
+}
+
 bool widgetInstance::isGiven(const std::string &parameter) const
 {
     const auto *there = dynamic_cast<const templateArgument *>(GetSubObject(parameter));
@@ -95,6 +113,8 @@ Result widgetInstance::CanDropNodes(const NodesArray &nodes, enDropFlags flags) 
     for (const NodeLink &link : nodes) {
         const ConfigNode *node = link.GetNode();
         const bool isTemplate = node && TemplateUse::IsTemplate(*node);
+        if (isTemplate && !CanShow(*node))
+            return Result(this, Result::InvalidArgument, "it would show itself");
         if (!node || (!isTemplate && parameterFor(*node).empty()))
             return Result(this, Result::InvalidArgument, "no parameter for it");
     }
@@ -131,16 +151,14 @@ bool widgetInstance::give(const std::string &parameter, const NodeLink &node)
 void widgetInstance::Validate(ValidationResults &results) const
 {
     BasicWidget::Validate(results);
-    const ConfigNode *source = GetTemplate();
-    const auto add = [&](const std::string &text) {
-        results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "template"),
-                    "Экземпляр «" + GetPath() + "»: " + text);
-    };
-    if (!source)
-        return add("шаблон не выбран. Выберите его в свойстве «Шаблон».");
-    if (isEndless())
-        return add("шаблон показывает сам себя. Выберите другой шаблон.");
-    TemplateUse::Validate(*this, *source, results);
+    const std::string fault = GetFault();
+    if (fault.empty())
+        return TemplateUse::Validate(*this, *GetTemplate(), results);
+    if (!m_template.isEmpty() && !m_template.GetNode())
+        return; // told like every link that leads nowhere
+    results.Add(GetNodeLink(), Result(this, Result::InvalidArgument, "template"),
+                "Экземпляр «" + GetPath() + "»: " + fault +
+                    ". Выберите другой в свойстве «Шаблон».");
 }
 
 } // namespace Nodes

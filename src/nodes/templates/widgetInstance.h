@@ -27,6 +27,10 @@ public:
     bool isFitted() const { return m_isFitted; }
     /// The template would have to show itself inside of itself.
     bool isEndless() const;
+    /// Whether it could show that template: not the one it stands in, nor one that shows that.
+    bool CanShow(const ConfigNode &source) const;
+    /// In Russian, why there is nothing to show; "" when there is.
+    std::string GetFault() const;
 
     /// A drop gives the nodes for parameters: a node with children of the names below a parameter
     /// for that one, a signal for the first that has nothing yet, or for the only one.

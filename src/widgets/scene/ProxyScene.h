@@ -127,6 +127,8 @@ public:
     QMenu *addWidgetMenu() const;
 
 signals:
+    /// An element was double-clicked while it is edited.
+    void elementEntered(const Nodes::NodeLink &link);
     /// The scene is edited, previewed or run now, other than before.
     void modeChanged();
     /// The add-widget menu was filled anew.

@@ -171,6 +171,7 @@ void ProxyScene::takeEntered(ProxyWidget &host)
 {
     if (m_editor)
         m_editor->groups().enter(host);
+    emit elementEntered(host.getNodeLink());
 }
 
 void ProxyScene::takePlaced(ProxyWidget &host)

@@ -177,6 +177,13 @@ void TestReview::rules_data()
     row("grid", "off it", R"(<label id="20" name="a" x="8" y="9"/><label id="21" name="b" x="3"/>)",
         "20:1");
 
+    const QString symbol = R"(<symbol id="20" name="a" source="%1"/>)";
+    row("symbols", "built in", symbol.arg(":/symbols/pump.svg"), "");
+    row("symbols", "none chosen", symbol.arg(""), "");
+    row("symbols", "absent", symbol.arg("absent.svg"), "20:3");
+    row("symbols", "no SVG", symbol.arg("halves.png"), "20:3");
+    row("symbols", "of a state", states("symbol", R"(look="on" image="halves.png")", ""), "20:3");
+
     const QString picture = R"(<image id="20" name="a" image="%1" width="%2" height="%2"/>)";
     row("pictures", "small", picture.arg("halves.png").arg(4), "");
     row("pictures", "huge", picture.arg("wide.png").arg(48), "20:2");

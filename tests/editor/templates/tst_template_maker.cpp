@@ -1,5 +1,6 @@
 #include "editor/project/ProjectSession.h"
 #include "editor/templates/InstanceModel.h"
+#include "editor/templates/TemplateCommands.h"
 #include "editor/templates/TemplateMaker.h"
 #include "editor/workspace/Workspace.h"
 
@@ -120,6 +121,8 @@ private slots:
     void argumentsAreEditedInATable();
     void instancesAreAdded();
     void anInstanceTakesTheirPlace();
+    void anotherTemplateIsOneStep();
+    void anInstanceIsEnteredByItsTemplate();
 };
 
 void TestTemplateMaker::instancesStandForWhatWasDrawn_data()
@@ -271,6 +274,58 @@ void TestTemplateMaker::anInstanceTakesTheirPlace()
     QCOMPARE(project.session.root()->Children().size(), atRoot);
     project.session.undoStack().redo();
     QVERIFY(!project.node(20) && made.instance.GetNode()->GetParent());
+}
+
+void TestTemplateMaker::anotherTemplateIsOneStep()
+{
+    Plant project;
+    const auto replace = TemplateMaker::Originals::Replace;
+    const TemplateMaker::Made inner = project.make({20}, nullptr, replace);
+    const TemplateMaker::Made other = project.make({23}, nullptr, replace);
+    const auto *instance = dynamic_cast<Nodes::widgetInstance *>(inner.instance.GetNode());
+    project.workspace.selection().select({inner.instance, other.instance}, nullptr);
+    QVERIFY(TemplateCommands::canChoose(project.workspace));
+    QVERIFY(!TemplateCommands::makeChoice({inner.instance}, inner.window)); // it shows that
+    QVERIFY(!TemplateCommands::makeChoice({inner.instance}, NodeLink(project.node(2))));
+    const int steps = project.session.undoStack().count();
+    QVERIFY(project.workspace.push(
+        TemplateCommands::makeChoice({inner.instance, other.instance}, other.window)));
+    QCOMPARE(instance->GetTemplate(), other.window.GetNode());
+    QCOMPARE(project.session.undoStack().count(), steps + 1);
+    project.session.undoStack().undo();
+    QCOMPARE(instance->GetTemplate(), inner.window.GetNode());
+
+    // A template that has an instance of another cannot be shown by that one.
+    const TemplateMaker::Made outer = project.make({inner.instance.GetNodeId()}, nullptr, replace);
+    const auto *nested = dynamic_cast<Nodes::widgetInstance *>(outer.instance.GetNode());
+    QVERIFY(nested && nested->CanShow(*inner.window.GetNode()));
+    auto own = project.session.project()->CreateDetached(*nested->GetKind());
+    const NodeLink within(own.get());
+    QVERIFY(inner.window.GetNode()->AddNode(own));
+    QVERIFY(!TemplateCommands::makeChoice({within}, outer.window));
+    QVERIFY(!TemplateCommands::makeChoice({within, outer.instance}, outer.window));
+    project.workspace.selection().select({within, NodeLink(project.node(24))}, nullptr);
+    QVERIFY(!TemplateCommands::canChoose(project.workspace));
+    QVERIFY(TemplateCommands::canOpen(project.workspace));
+}
+
+void TestTemplateMaker::anInstanceIsEnteredByItsTemplate()
+{
+    Plant project;
+    const TemplateMaker::Made made = project.make({20}, nullptr, TemplateMaker::Originals::Replace);
+    Nodes::NodeLinks opened;
+    QObject::connect(&project.workspace, &Workspace::openRequested, &project.host,
+                     [&opened](const NodeLink &link) { opened.push_back(link); });
+    QSignalSpy asked(&project.workspace, &Workspace::propertyRequested);
+    TemplateCommands::enter(project.workspace, NodeLink(project.node(22))); // a label
+    QVERIFY(opened.empty() && asked.isEmpty());
+    TemplateCommands::enter(project.workspace, made.instance);
+    QVERIFY(opened == Nodes::NodeLinks{made.window});
+    QVERIFY(made.instance.GetNode()->SetPropertyText("template", "999"));
+    TemplateCommands::enter(project.workspace, made.instance);
+    QCOMPARE(opened.size(), 1U);
+    QCOMPARE(asked.size(), 1);
+    QCOMPARE(asked.front().front().toString(), QString("template"));
 }
 
 QTEST_MAIN(TestTemplateMaker)

@@ -1,6 +1,7 @@
 #include "support/LiveElement.h"
 #include "widgets/elements/PictureFiles.h"
 
+#include "widgets/elements/pictures/MissingPicture.h"
 #include "widgets/elements/symbols/Symbol.h"
 #include "widgets/elements/symbols/SymbolCheck.h"
 #include "widgets/elements/symbols/SymbolStore.h"
@@ -103,6 +104,8 @@ private slots:
     void theLevelFillsFromBelow();
     void aYesNoSignalNeedsNoStates();
     void aRefusedPictureIsToldAndReplaced();
+    void aReasonIsReadToItsEnd_data();
+    void aReasonIsReadToItsEnd();
     void partsOfAPictureTakeTheStyle_data();
     void partsOfAPictureTakeTheStyle();
     void thePictureFitsItsArea_data();
@@ -341,6 +344,34 @@ void TestSymbols::aRefusedPictureIsToldAndReplaced()
     QCOMPARE(colored(own.drawn(), QColor(236, 238, 240)), 0);
     own.set(32, "source", ":/symbols/absent.svg");
     QVERIFY(colored(own.drawn(), QColor(236, 238, 240)) > 500);
+}
+
+void TestSymbols::aReasonIsReadToItsEnd_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("lines");
+    QTest::newRow("room for all") << QSize(96, 96) << 3;
+    QTest::newRow("room for some") << QSize(96, 32) << 2;
+    QTest::newRow("one line") << QSize(400, 20) << 1;
+    QTest::newRow("less than one line") << QSize(96, 20) << 1;
+}
+
+void TestSymbols::aReasonIsReadToItsEnd()
+{
+    QFETCH(QSize, size);
+    QImage image(size, QImage::Format_RGB32);
+    QPainter painter(&image);
+    MissingPicture::drawPlaceholder(painter, image.rect(), "нет файла выше или ниже этого места");
+    painter.end();
+    QVector<bool> dark(size.height());
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+            dark[y] = dark[y] || qGray(image.pixel(x, y)) < 70;
+    }
+    int lines = 0;
+    for (int y = 1; y < size.height(); ++y)
+        lines += dark[y] && !dark[y - 1];
+    QTEST(lines, "lines");
 }
 
 void TestSymbols::partsOfAPictureTakeTheStyle_data()

@@ -3,6 +3,7 @@
 #include "support/ShownEditor.h"
 
 #include "widgets/elements/binding/ShowsValue.h"
+#include "widgets/scene/editing/drops/DroppedElements.h"
 #include "widgets/scene/instances/qwidgetInstance.h"
 
 #include "nodes/model/properties/BasicProperty.h"
@@ -11,6 +12,9 @@
 #include "nodes/templates/widgetInstance.h"
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/DropNodesCommand.h"
+
+#include <QDataStream>
+#include <QMimeData>
 
 using namespace Widgets;
 
@@ -172,7 +176,8 @@ private slots:
     {
         const Rows<int, QString, int> row("source", "reason", "findings");
         row("none", 0, "шаблон не выбран", 1);
-        row("no template", 30, "шаблон не выбран", 1);
+        row("no template", 30, "«C» — не шаблон", 1);
+        row("deleted", 999, "шаблона № 999 в проекте нет", 1);
         row("head is not given", 10, "", 1);
         row("nothing is given, pump is too much", 22, "", 2);
     }
@@ -197,6 +202,36 @@ private slots:
             return dynamic_cast<const qwidgetInstance *>(outer->hosts().first()->element());
         };
         QCOMPARE(inner(inner(a))->refusal(), QString("шаблон показывает сам себя"));
+    }
+
+    void noTemplateIsDroppedIntoWhatItShows_data()
+    {
+        const Rows<int, int, bool> row("onto", "dropped", "taken");
+        row("another one", 41, 22, true);
+        row("itself", 29, 28, false);
+        row("one that shows it", 63, 60, false);
+        row("one that is shown by it", 61, 62, false);
+        row("one that has nothing to do with it", 63, 22, true);
+    }
+    void noTemplateIsDroppedIntoWhatItShows()
+    {
+        QFETCH(int, onto);
+        QFETCH(int, dropped);
+        const ShownEditor shown(nodes());
+        const auto *instance = shown.project.node<Nodes::widgetInstance>(onto);
+        const Nodes::ConfigNode &source = *shown.project.node(dropped);
+        const Nodes::NodesArray given({source.GetNodeLink()});
+        QTEST(instance->CanShow(source), "taken");
+        QTEST(bool(instance->CanDropNodes(given, Nodes::ConfigNode::DropLink)), "taken");
+        // The same for a new instance beside it.
+        QMimeData data;
+        QByteArray ids;
+        QDataStream stream(&ids, QIODevice::WriteOnly);
+        stream << QString::number(dropped);
+        data.setData("application/nodelink", ids);
+        const DroppedElements fresh = DroppedElements::of(data, *instance->GetParent());
+        QTEST(fresh.elements().size() == 1, "taken");
+        QTEST(fresh.refusals().isEmpty(), "taken");
     }
 
     void dropsGiveWhatFits_data()

@@ -35,6 +35,29 @@ bool isFirst(const Nodes::ResourceLink &picture)
     return isNew;
 }
 
+constexpr int captionFlags = int(Qt::AlignCenter) | Qt::TextWordWrap;
+
+/// As many words from the front as there is room for; of one line as much of both ends.
+QString fitting(const QString &caption, const QFontMetrics &metrics, const QSize &room)
+{
+    if (room.height() < 2 * metrics.lineSpacing())
+        return metrics.elidedText(caption, Qt::ElideMiddle, room.width());
+    const auto fits = [&](const QString &text) {
+        const QSize needed = metrics.boundingRect(QRect(QPoint(), room), captionFlags, text).size();
+        return needed.width() <= room.width() && needed.height() <= room.height();
+    };
+    if (fits(caption))
+        return caption;
+    QStringList words = caption.split(' ');
+    while (words.size() > 1) {
+        words.removeLast();
+        const QString text = words.join(' ') + QChar(0x2026);
+        if (fits(text))
+            return text;
+    }
+    return metrics.elidedText(caption, Qt::ElideMiddle, room.width());
+}
+
 } // namespace
 
 void MissingPicture::report(const SceneContext &context, const Nodes::ConfigNode &node,
@@ -69,12 +92,12 @@ void MissingPicture::drawPlaceholder(QPainter &painter, const QRect &rect, const
     font.setPixelSize(11);
     painter.setFont(font);
     const QFontMetrics metrics(font);
-    const QString text = metrics.elidedText(caption, Qt::ElideMiddle, rect.width() - 4);
-    QRect plate = metrics.boundingRect(text).adjusted(-2, -1, 2, 1);
-    plate.moveCenter(rect.center());
+    const QRect room = rect.adjusted(2, 1, -2, -1);
+    const QString text = fitting(caption, metrics, room.size());
+    QRect plate = metrics.boundingRect(room, captionFlags, text).adjusted(-2, -1, 2, 1);
     painter.fillRect(plate & rect, QColor(255, 255, 255, 230));
     painter.setPen(QColor(32, 36, 40));
-    painter.drawText(rect, Qt::AlignCenter, text);
+    painter.drawText(room, captionFlags, text);
     painter.restore();
 }
 

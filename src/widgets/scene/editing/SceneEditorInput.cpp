@@ -223,7 +223,7 @@ bool SceneEditor::drop(const QGraphicsSceneDragDropEvent &event)
             tell(QMessageBox::Critical, QStringLiteral("Отсутствуют слои"));
         return true;
     }
-    const DroppedElements dropped = DroppedElements::of(*event.mimeData(), *project());
+    const DroppedElements dropped = DroppedElements::of(*event.mimeData(), *layer);
     if (!dropped.elements().empty())
         m_selection.clear(); // what is dropped appears selected, alone
     QPointF place = event.scenePos();

@@ -35,11 +35,9 @@ InstanceNodes::~InstanceNodes()
 
 QString InstanceNodes::refusalOf(const Nodes::widgetInstance &element)
 {
-    if (!element.GetTemplate())
-        return QStringLiteral("шаблон не выбран");
-    if (element.isEndless())
-        return QStringLiteral("шаблон показывает сам себя");
-    return element.GetNodesCollection() ? QString() : QStringLiteral("экземпляр не создан");
+    const QString fault = QString::fromStdString(element.GetFault());
+    return !fault.isEmpty() || element.GetNodesCollection() ? fault
+                                                            : QStringLiteral("экземпляр не создан");
 }
 
 QSize InstanceNodes::size() const

@@ -58,12 +58,12 @@ bool DroppedElements::isIn(const QMimeData &data, const Nodes::NodesCollection &
            areTemplates(DraggedNodes::read(project, data));
 }
 
-DroppedElements DroppedElements::of(const QMimeData &data, const Nodes::NodesCollection &project)
+DroppedElements DroppedElements::of(const QMimeData &data, const Nodes::ConfigNode &owner)
 {
     DroppedElements dropped;
     dropped.addKinds(data);
-    dropped.addTemplates(data, project);
-    dropped.addPictures(data, project);
+    dropped.addTemplates(data, owner);
+    dropped.addPictures(data, *owner.GetNodesCollection());
     return dropped;
 }
 
@@ -76,12 +76,19 @@ void DroppedElements::addKinds(const QMimeData &data)
     }
 }
 
-void DroppedElements::addTemplates(const QMimeData &data, const Nodes::NodesCollection &project)
+void DroppedElements::addTemplates(const QMimeData &data, const Nodes::ConfigNode &owner)
 {
-    const Nodes::NodesArray nodes = DraggedNodes::read(project, data);
+    const Nodes::NodesArray nodes = DraggedNodes::read(*owner.GetNodesCollection(), data);
     if (!areTemplates(nodes))
         return;
+    const Nodes::ConfigNode *around = Nodes::TemplateUse::Around(owner);
     for (const Nodes::NodeLink &link : nodes) {
+        if (around && Nodes::TemplateUse::Shows(*link.GetNode(), *around)) {
+            m_refusals << QStringLiteral("Шаблон «%1» здесь показал бы сам себя: поставьте его на "
+                                         "другой экран или шаблон.")
+                              .arg(QString::fromStdString(link.GetLinkName()));
+            continue;
+        }
         DroppedProperties::Texts texts = sizeOf(*link.GetNode());
         texts[QStringLiteral("template")] = QString::number(link.GetNodeId());
         texts[QStringLiteral("name")] = QString::fromStdString(link.GetLinkName());

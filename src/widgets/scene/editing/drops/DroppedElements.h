@@ -12,8 +12,9 @@
 class QMimeData;
 
 namespace Nodes {
+class ConfigNode;
 class NodesCollection;
-}
+} // namespace Nodes
 
 namespace Widgets {
 
@@ -30,16 +31,16 @@ public:
 
     /// Whether it makes any, told without reading files.
     static bool isIn(const QMimeData &data, const Nodes::NodesCollection &project);
-    /// Copies picture files into the project.
-    static DroppedElements of(const QMimeData &data, const Nodes::NodesCollection &project);
+    /// For that layer, window or composition. Copies picture files into the project.
+    static DroppedElements of(const QMimeData &data, const Nodes::ConfigNode &owner);
 
     const std::vector<Element> &elements() const { return m_elements; }
-    /// Russian, one for each file that makes none.
+    /// Russian, one for each file or template that makes none.
     const QStringList &refusals() const { return m_refusals; }
 
 private:
     void addKinds(const QMimeData &data);
-    void addTemplates(const QMimeData &data, const Nodes::NodesCollection &project);
+    void addTemplates(const QMimeData &data, const Nodes::ConfigNode &owner);
     void addPictures(const QMimeData &data, const Nodes::NodesCollection &project);
 
     std::vector<Element> m_elements;
