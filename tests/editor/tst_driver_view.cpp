@@ -1,5 +1,6 @@
 #include "editor/drivers/DriverSettings.h"
 #include "editor/drivers/DriverView.h"
+#include "editor/drivers/LocalTrial.h"
 #include "editor/drivers/ModbusTrial.h"
 #include "editor/drivers/PropertyForm.h"
 #include "editor/project/ProjectSession.h"
@@ -111,6 +112,49 @@ private slots:
         QVERIFY(enabled->isChecked());
         p.session.setReadOnly("занят");
         QVERIFY(!form.isEnabled());
+    }
+
+    void driversOfThisMachineAreTriedOut()
+    {
+        Plant p;
+        ConfigNode *folder = p.add("folder", p.session.root()->GetNodeAt(0), "Расчёты", {});
+        ConfigNode *driver =
+            p.add("simulatorDriver", folder, "Имитатор", {{"period", "10"}, {"enabled", "false"}});
+        ConfigNode *sum =
+            p.add("simulatorSignal", driver, "Сумма",
+                  {{"formula", "signal(\"" + driver->GetPath() + "/Слагаемое\") + 0.25"},
+                   {"decimals", "2"}});
+        p.add("simulatorSignal", driver, "Слагаемое", {{"formula", "2"}});
+        const std::unique_ptr<DocumentView> view(
+            FindDocument(*driver)->make(p.workspace, driver, nullptr));
+        auto *trial = view->findChild<LocalTrial *>();
+        QVERIFY(trial);
+        trial->start();
+        const auto *table = trial->findChild<QTableWidget *>("values");
+        QCOMPARE(table->rowCount(), 2);
+        QTRY_COMPARE(table->item(0, 1)->text(), QString("2,25"));
+        QVERIFY(sum->SetPropertyText("formula", "1 +")); // a change is tried at once
+        QTRY_VERIFY(table->item(0, 3)->text().startsWith("✗"));
+        QCOMPARE(table->item(0, 1)->text(), QString("----"));
+        QVERIFY(driver->GetState() != Nodes::NodeState::Running); // it is the copy that works
+        QVERIFY(sum->SetPropertyText("formula", "7"));
+        QTRY_COMPARE(table->item(0, 1)->text(), QString("7,00"));
+        trial->stop();
+        QCOMPARE(table->rowCount(), 0); // nothing that looks live is left
+        trial->start();
+        driver->GetParent()->RemoveNode(driver).reset();
+        QTRY_VERIFY(!trial->isRunning());
+    }
+
+    void fieldsTellTheirRanges()
+    {
+        Plant p;
+        const PropertyForm form(p.workspace, p.device, nullptr);
+        QString texts;
+        for (const auto *label : form.findChildren<QLabel *>())
+            texts += label->text() + '\n';
+        QVERIFY2(texts.contains("от 10 до 600000"), qPrintable(texts));
+        QVERIFY(texts.contains("${имя}"));
     }
 
     void addressesAreLookedThrough_data()

@@ -1,6 +1,7 @@
 #include "editor/drivers/DriverView.h"
 
 #include "editor/drivers/DriverSettings.h"
+#include "editor/drivers/LocalTrial.h"
 #include "editor/drivers/ModbusTrial.h"
 #include "editor/signals/SheetPage.h"
 
@@ -23,6 +24,9 @@ DriverView::DriverView(Workspace &workspace, const Nodes::NodeLink &node, QWidge
     if (dynamic_cast<Nodes::modbusDriver *>(node.GetNode()))
         tabs().addTab(new ModbusTrial(workspace, node, signalPage(), &tabs()),
                       tr("Проверка связи"));
+    else if (const auto *local = dynamic_cast<const Nodes::BasicDriver *>(driver);
+             local && !local->ReachesOut())
+        tabs().addTab(new LocalTrial(workspace, node, &tabs()), tr("Проба"));
     tabs().setCurrentIndex(0);
 }
 

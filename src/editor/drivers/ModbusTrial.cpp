@@ -263,7 +263,9 @@ void ModbusTrial::showReading(int row, const Nodes::ProbeReading &reading)
     set(Registers, hexOf(reading.words));
     set(Raw, isGood ? shown(reading.raw) : QString());
     set(Value, isGood ? shown(reading.scaled) : QStringLiteral("----"));
-    set(Time, reading.milliseconds > 0 ? QString::number(reading.milliseconds, 'f', 1) : QString());
+    set(Time, reading.milliseconds > 0
+                  ? QString::number(reading.milliseconds, 'f', reading.milliseconds < 100 ? 1 : 0)
+                  : QString());
     const QString answer = toText(Nodes::ModbusProbe::Explain(reading.result));
     set(Answer, isGood ? tr("есть") : answer);
     m_table->item(row, Answer)->setToolTip(answer);

@@ -1,5 +1,6 @@
 #include "editor/drivers/PropertyForm.h"
 
+#include "editor/drivers/FieldHelp.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/workspace/Workspace.h"
 
@@ -12,6 +13,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
@@ -23,6 +26,7 @@ using Nodes::PropertyType;
 namespace {
 
 constexpr int fieldWidth = 200;
+constexpr QRgb helpText = 0xff505050; // 7:1 on the window
 
 bool isShown(const PropertyDescriptor &descriptor)
 {
@@ -56,7 +60,7 @@ PropertyForm::PropertyForm(Workspace &workspace, const Nodes::NodeLink &node, QW
     : QWidget(parent), m_workspace(workspace), m_node(node)
 {
     auto *form = new QFormLayout(this);
-    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     form->setLabelAlignment(Qt::AlignLeft);
     Nodes::ConfigNode *shown = node.GetNode();
     if (!shown || !shown->GetKind())
@@ -106,7 +110,30 @@ void PropertyForm::addField(QFormLayout &form, const PropertyDescriptor &descrip
     field->setObjectName(QString::fromStdString(d->key));
     field->setToolTip(helpOf(*d));
     m_fields[d->key] = field;
-    form.addRow(QString::fromStdString(d->nameRu), field);
+    form.addRow(QString::fromStdString(d->nameRu), withHelp(field, *d));
+}
+
+QWidget *PropertyForm::withHelp(QWidget *field, const PropertyDescriptor &descriptor)
+{
+    const bool isTyped = qobject_cast<QLineEdit *>(field);
+    const QString range =
+        isTyped ? QString::fromStdString(Nodes::CellText::Admissible(descriptor)) : QString();
+    const QString sentence = FieldHelp(m_node.GetNode()->GetKind()->key, descriptor.key);
+    const QString help = range.isEmpty() || sentence.isEmpty() ? range + sentence
+                                                               : tr("%1. %2").arg(range, sentence);
+    if (help.isEmpty())
+        return field;
+    auto *line = new QWidget(this);
+    auto *text = new QLabel(help, line);
+    text->setWordWrap(true);
+    QPalette quiet = text->palette();
+    quiet.setColor(QPalette::WindowText, QColor(helpText));
+    text->setPalette(quiet);
+    auto *layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(field);
+    layout->addWidget(text, 1);
+    return line;
 }
 
 void PropertyForm::commit(const PropertyDescriptor &descriptor, const QString &text)

@@ -33,6 +33,8 @@ public:
 
 private:
     void addField(QFormLayout &form, const Nodes::PropertyDescriptor &descriptor);
+    /// The field with what may stand in it and what it does beside it.
+    QWidget *withHelp(QWidget *field, const Nodes::PropertyDescriptor &descriptor);
     void commit(const Nodes::PropertyDescriptor &descriptor, const QString &text);
     void refresh();
 

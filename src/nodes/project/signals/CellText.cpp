@@ -56,6 +56,15 @@ std::string withComma(std::string text)
     return text;
 }
 
+/// Without a power of ten where the number is whole: 600000, not 6e+05.
+std::string limitText(double limit)
+{
+    constexpr double exact = 1e15;
+    return limit == std::floor(limit) && std::abs(limit) < exact
+               ? std::to_string(static_cast<long long>(limit))
+               : withComma(FormatDouble(limit));
+}
+
 std::string trimmed(std::string_view text)
 {
     constexpr const char *blanks = " \t\r\n";
@@ -267,8 +276,8 @@ std::string Admissible(const PropertyDescriptor &d)
     const bool isInteger =
         d.binding.type == PropertyType::Int || d.binding.type == PropertyType::UInt;
     if (d.hasRange)
-        return std::string(isInteger ? "целое " : "") + "от " + withComma(FormatDouble(d.minimum)) +
-               " до " + withComma(FormatDouble(d.maximum));
+        return std::string(isInteger ? "целое " : "") + "от " + limitText(d.minimum) + " до " +
+               limitText(d.maximum);
     if (isInteger)
         return "целое число";
     if (d.binding.type == PropertyType::Double)
