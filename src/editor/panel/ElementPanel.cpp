@@ -1,6 +1,7 @@
 #include "editor/panel/ElementPanel.h"
 
 #include "editor/panel/ElementModel.h"
+#include "editor/panel/PaletteView.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/workspace/DocumentView.h"
 #include "editor/workspace/KeyboardAccess.h"
@@ -50,7 +51,7 @@ ElementPanel::ElementPanel(Workspace &workspace, QWidget *parent)
       m_model(new ElementModel(this)),
       m_filter(new QSortFilterProxyModel(this)),
       m_search(new QLineEdit(this)),
-      m_view(new QTreeView(this))
+      m_view(new PaletteView<QTreeView>(this))
 {
     m_filter->setRecursiveFilteringEnabled(true);
     m_filter->setFilterRole(ElementModel::SearchRole);

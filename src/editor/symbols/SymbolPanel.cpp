@@ -1,5 +1,6 @@
 #include "editor/symbols/SymbolPanel.h"
 
+#include "editor/panel/PaletteView.h"
 #include "editor/project/ProjectSession.h"
 #include "editor/symbols/SymbolCommands.h"
 #include "editor/symbols/SymbolModel.h"
@@ -56,7 +57,7 @@ SymbolPanel::SymbolPanel(Workspace &workspace, QWidget *parent)
       m_found(new SymbolFilter(this)),
       m_search(new QLineEdit),
       m_groups(new QComboBox),
-      m_list(new QListView)
+      m_list(new PaletteView<QListView>)
 {
     m_found->setSourceModel(m_model);
     KeyboardAccess::makeSearchLine(*m_search, tr("Найти мнемосимвол"));

@@ -1,6 +1,7 @@
 #include "editor/panel/ElementGroups.h"
 #include "editor/panel/ElementModel.h"
 #include "editor/panel/ElementPanel.h"
+#include "editor/panel/PaletteView.h"
 
 #include "editor/OpenProject.h"
 #include "editor/resources/Resources.h"
@@ -62,6 +63,7 @@ private slots:
     void initTestCase() { InitResources(); }
     void offersEachKindOnceWithAPicture();
     void givesTheBytesThatScenesRead();
+    void isDraggedByItsIcons();
     void finds();
     void servesAnOpenProjectLegibly();
     void addsToTheMiddleOfTheTopLayer();
@@ -102,6 +104,29 @@ void TestElementPanel::givesTheBytesThatScenesRead()
     }
     QCOMPARE(texts, QStringList({"label", "multiLabel"}));
     QVERIFY(!model.mimeData({group}));
+}
+
+void TestElementPanel::isDraggedByItsIcons()
+{
+    ElementModel model;
+    QTreeView view;
+    view.setModel(&model);
+    view.setIconSize({20, 20});
+    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    const QModelIndex group = model.index(0, 0);
+    const auto picked = [&](std::initializer_list<QModelIndex> chosen) {
+        view.clearSelection();
+        for (const QModelIndex &index : chosen)
+            view.selectionModel()->select(index, QItemSelectionModel::Select);
+        return PaletteDrag::picture(view).toImage();
+    };
+    const QImage one = picked({model.index(0, 0, group)});
+    const QImage other = picked({group, model.index(1, 0, group)});
+    const QImage both = picked({model.index(0, 0, group), model.index(1, 0, group)});
+    QCOMPARE(one.size(), QSize(20, 20));
+    QVERIFY(one != other);
+    QCOMPARE(both.copy(0, 0, 20, 20), one);
+    QCOMPARE(both.copy(20, 0, 20, 20), other); // a group is not dragged
 }
 
 void TestElementPanel::finds()
