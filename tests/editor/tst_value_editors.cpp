@@ -1,16 +1,20 @@
 #include "PropertyFixture.h"
 
+#include "editor/properties/values/KeysWindow.h"
 #include "editor/properties/values/NumberSpin.h"
 #include "editor/properties/values/ProjectColors.h"
 #include "editor/properties/values/TextWindow.h"
 #include "editor/properties/values/ValueEditor.h"
 #include "editor/properties/values/ValueEditors.h"
+#include "editor/properties/values/WordsWindow.h"
 #include "support/Rows.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QSignalSpy>
+#include <QTimeEdit>
 #include <QToolButton>
 #include <QtTest>
 
@@ -31,6 +35,8 @@ struct Editing : PropertyFixture
 // A text of the property's type that a fresh node does not have.
 std::string otherText(const PropertyDescriptor &d, const Editing &e)
 {
+    if (!d.choices.empty() && d.binding.type == Nodes::PropertyType::String)
+        return d.choices.back().token + " odd " + d.choices.front().token;
     if (!d.choices.empty())
         return d.choices.back().token;
     switch (d.binding.type) {
@@ -148,6 +154,109 @@ private slots:
         for (QCheckBox *each : boxes)
             each->setChecked(true);
         QCOMPARE(rights->text(), QStringLiteral("all"));
+    }
+
+    void choosesWords()
+    {
+        Editing e;
+        QWidget window;
+        window.show();
+        ValueEditor *columns = e.open("chartHistory", "legendColumns", &window);
+        columns->setText("name odd value");
+        QVERIFY(columns->findChild<QLineEdit *>()->text().contains("Название, odd"));
+        columns->findChild<QToolButton *>()->click();
+        auto *words = columns->findChild<Editor::WordsWindow *>();
+        auto *list = words->findChild<QListWidget *>();
+        QCOMPARE(words->text(), QStringLiteral("name odd value"));
+        list->setCurrentRow(2);
+        QVERIFY(QTest::qWaitForWindowActive(words));
+        QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
+        list->item(2)->setCheckState(Qt::Unchecked);
+        list->item(3)->setCheckState(Qt::Checked); // the first that was not there
+        words->accept();
+        QCOMPARE(columns->text(), QStringLiteral("name value visible"));
+    }
+
+    void takesPressedKeys_data()
+    {
+        const Rows<int, Qt::KeyboardModifiers, QString> row("key", "with", "text");
+        row("function key", Qt::Key_F5, Qt::NoModifier, "F5");
+        row("with others", Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier, "Ctrl+Shift+P");
+        row("closes nothing", Qt::Key_Escape, Qt::NoModifier, "Esc");
+        row("of the block of digits", Qt::Key_1, Qt::KeypadModifier, "1");
+    }
+
+    void takesPressedKeys()
+    {
+        QFETCH(int, key);
+        QFETCH(Qt::KeyboardModifiers, with);
+        QFETCH(QString, text);
+        Editing e;
+        QWidget window;
+        window.show();
+        ValueEditor *keys = e.open("button", "hotKey", &window);
+        keys->findChild<QToolButton *>()->click();
+        auto *pressed = keys->findChild<Editor::KeysWindow *>();
+        QTest::keyClick(pressed, Qt::Key_Shift); // alone it is no combination
+        QVERIFY(pressed->isVisible());
+        QTest::keyClick(pressed, Qt::Key(key), with);
+        QCOMPARE(keys->text(), text);
+        QVERIFY(!pressed->isVisible());
+    }
+
+    void offersWhatOthersHave()
+    {
+        Editing e;
+        e.add("memorySignal", e.root(), "расход", {{"unit", "т/ч"}});
+        e.add("memorySignal", e.root(), "насос", {{"unit", "т/ч"}});
+        QWidget window;
+        ValueEditor *unit = e.open("memorySignal", "unit", &window);
+        unit->setText("кг");
+        auto *box = unit->findChild<QComboBox *>();
+        QCOMPARE(box->count(), 1);
+        QCOMPARE(box->itemText(0), QStringLiteral("т/ч"));
+        QVERIFY(!unit->isTouched());
+        QTest::keyClicks(box, "2");
+        QCOMPARE(unit->text(), QStringLiteral("кг2"));
+        QVERIFY(unit->isTouched());
+    }
+
+    void writesValuesAsTheirSignalHasThem_data()
+    {
+        const Rows<std::string, bool> row("type", "isChoice");
+        row("logical", "bool", true);
+        row("number", "double", false);
+    }
+
+    void writesValuesAsTheirSignalHasThem()
+    {
+        QFETCH(std::string, type);
+        QFETCH(bool, isChoice);
+        Editing e;
+        e.set(e.signal, {{"type", type}});
+        e.set(e.action, {{"signal", idOf(e.signal)}});
+        QWidget window;
+        const PropertyDescriptor *d = e.action->GetKind()->FindProperty(std::string_view("value"));
+        ValueEditor *value =
+            Editor::makeValueEditor({d, e.action->GetNodeLink(), &e.project, {}}, &window);
+        auto *box = value->findChild<QComboBox *>();
+        QCOMPARE(box != nullptr, isChoice);
+        value->setText("1"); // means true, and stays what it is
+        QCOMPARE(value->text(), QStringLiteral("1"));
+        if (box)
+            QTest::keyClick(box, Qt::Key_Home);
+        QCOMPARE(value->text(), isChoice ? QString() : QStringLiteral("1"));
+    }
+
+    void keepsATimeThatIsNone()
+    {
+        Editing e;
+        QWidget window;
+        ValueEditor *time = e.open("operationTimer", "time", &window);
+        time->setText("утром");
+        QCOMPARE(time->text(), QStringLiteral("утром"));
+        time->findChild<QTimeEdit *>()->setTime(QTime(6, 30));
+        QCOMPARE(time->text(), QStringLiteral("06:30:00"));
     }
 
     void editsSeveralLinesInAWindow()

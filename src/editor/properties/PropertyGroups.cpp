@@ -1,7 +1,10 @@
 #include "editor/properties/PropertyGroups.h"
 
 #include "nodes/actions/kinds/actionShowMenu.h"
+#include "nodes/alarms/systemAlarming.h"
+#include "nodes/events/EventColorProperties.h"
 #include "nodes/model/KindInfo.h"
+#include "nodes/texts/TextLanguage.h"
 #include "nodes/visual/BasicWidget.h"
 #include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/elements/widgetEditBox.h"
@@ -54,26 +57,37 @@ bool isAction(const Kind &, const Descriptor &d)
 
 bool isData(const Kind &kind, const Descriptor &d)
 {
+    const Nodes::TextLanguage *language = Nodes::FindTextLanguage(d.editorHint);
+    if (language && language->form == Nodes::TextLanguage::Lua)
+        return true;
     const bool isLink = d.binding.type == PropertyType::Link;
     return (isLink || d.binding.type == PropertyType::Links) && !isAction(kind, d);
+}
+
+bool isOfEvents(const Kind &, const Descriptor &d)
+{
+    using Prop = Nodes::EventColorProperties::Prop;
+    return d.valueId == Prop::Background.valueId || d.valueId == Prop::Text.valueId;
 }
 
 // Ids 12200 to 12299 are what elements look like.
 bool isLook(const Kind &kind, const Descriptor &d)
 {
     const bool isOfElement = d.valueId >= 12200 && d.valueId < 12300;
+    if (isOfEvents(kind, d))
+        return false;
     return d.binding.type == PropertyType::Color || fontOf(d.valueId) != nullptr ||
            (isVisual(kind) && (isOfElement || d.binding.type == PropertyType::Resource));
 }
 
 bool isBehaviour(const Kind &kind, const Descriptor &d)
 {
-    return isVisual(kind) && !isAction(kind, d);
+    return isVisual(kind) && !isAction(kind, d) && !isOfEvents(kind, d);
 }
 
 bool isParameter(const Kind &kind, const Descriptor &d)
 {
-    return !isAction(kind, d);
+    return !isAction(kind, d) && !isOfEvents(kind, d);
 }
 
 } // namespace
@@ -85,7 +99,8 @@ const std::vector<PropertyGroup> &propertyGroups()
                                                    {"look", "Вид", &isLook},
                                                    {"behaviour", "Поведение", &isBehaviour},
                                                    {"parameters", "Параметры", &isParameter},
-                                                   {"actions", "Действия", &isAction}};
+                                                   {"actions", "Действия", &isAction},
+                                                   {"events", "Список событий", &isOfEvents}};
     return groups;
 }
 
@@ -108,12 +123,14 @@ const std::vector<FontProperties> &fontProperties()
     using Text = Nodes::TextProp;
     using Write = Nodes::widgetEditBox::Prop;
     using Menu = Nodes::actionShowMenu::Prop;
+    using Alarms = Nodes::systemAlarming::Prop;
     static const std::vector<FontProperties> fonts{
         {"Шрифт", Text::FontFamily, Text::FontSize, Text::Bold, Text::Italic, Text::Underline,
          Text::StrikeOut},
         {"Шрифт ввода", Write::WriteFontFamily, Write::WriteFontSize, Write::WriteBold,
          Write::WriteItalic, 0, 0},
-        {"Шрифт", Menu::FontFamily, Menu::FontSize, Menu::Bold, 0, 0, 0}};
+        {"Шрифт", Menu::FontFamily, Menu::FontSize, Menu::Bold, 0, 0, 0},
+        {"Шрифт", Alarms::FontFamily, Alarms::FontSize, 0, 0, 0, 0}};
     return fonts;
 }
 

@@ -28,6 +28,14 @@ QString choiceName(const Descriptor &d, const QString &token)
     return token;
 }
 
+QString wordNames(const Descriptor &d, const QString &text)
+{
+    QStringList names;
+    for (const QString &token : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        names << choiceName(d, token);
+    return names.isEmpty() ? QStringLiteral("нет") : names.join(QStringLiteral(", "));
+}
+
 QString linkName(const QString &id, const Nodes::NodesCollection *project)
 {
     const Nodes::ConfigNode *node = project ? project->FindNode(id.toULong()) : nullptr;
@@ -106,7 +114,7 @@ QString PropertyTexts::shown(const Descriptor &d, const QString &text,
                              const Nodes::NodesCollection *project)
 {
     if (!d.choices.empty())
-        return choiceName(d, text);
+        return d.binding.type == PropertyType::String ? wordNames(d, text) : choiceName(d, text);
     switch (d.binding.type) {
     case PropertyType::Bool:
         return text == QLatin1String("true") ? QStringLiteral("да") : QStringLiteral("нет");
@@ -138,7 +146,9 @@ QString PropertyTexts::admissible(const Descriptor &d)
         QStringList names;
         for (const Nodes::PropertyChoice &choice : d.choices)
             names << QString::fromStdString(choice.nameRu);
-        return QStringLiteral("одно из: ") + names.join(QStringLiteral(", "));
+        return (d.binding.type == PropertyType::String ? QStringLiteral("несколько из: ")
+                                                       : QStringLiteral("одно из: ")) +
+               names.join(QStringLiteral(", "));
     }
     const QString type = typeName(d.binding.type);
     if (!d.hasRange)

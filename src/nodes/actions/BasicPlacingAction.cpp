@@ -12,7 +12,9 @@ void BasicPlacingAction::Describe(KindBuilder &builder)
         .Choice(PositionPoint, "point", "В точке")
         .Choice(PositionCenter, "center", "По центру экрана")
         .Property<&BasicPlacingAction::m_x>(Prop::X, "X", "X")
-        .Property<&BasicPlacingAction::m_y>(Prop::Y, "Y", "Y");
+        .Range(-32768, 32767)
+        .Property<&BasicPlacingAction::m_y>(Prop::Y, "Y", "Y")
+        .Range(-32768, 32767);
 }
 
 } // namespace Nodes

@@ -53,7 +53,8 @@ KindInfo alarmDiscrete::Kind()
 {
     return KindBuilder::For<alarmDiscrete>("alarmDiscrete", "Discrete alarm", "Тревога по значению")
         .Inherit<BasicAlarm>()
-        .Property<&alarmDiscrete::m_alarmValue>(Prop::Value, "Alarm value", "Значение тревоги");
+        .Property<&alarmDiscrete::m_alarmValue>(Prop::Value, "Alarm value", "Значение тревоги")
+        .Hint("value");
 }
 
 std::unique_ptr<AlarmCondition> alarmDiscrete::MakeCondition() const

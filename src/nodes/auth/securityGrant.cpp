@@ -14,6 +14,7 @@ KindInfo securityGrant::Kind()
         .Property<&securityGrant::m_privileges>(Prop::Privileges, "Privileges", "Права")
         .Hint("privileges")
         .Property<&securityGrant::m_scope>(Prop::Scope, "Scope", "Область действия")
+        .Hint("any")
         .Property<&securityGrant::m_mode>(Prop::Mode, "Mode", "Действие")
         .Choice(ModeAllow, "allow", "Разрешить")
         .Choice(ModeDeny, "deny", "Запретить");

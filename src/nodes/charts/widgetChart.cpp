@@ -43,6 +43,15 @@ void widgetChart::Describe(KindBuilder &builder)
         .Property<&widgetChart::m_showsLegend>(Prop::Legend, "Legend", "Легенда")
         .Property<&widgetChart::m_legendColumns>(Prop::LegendColumns, "Legend columns",
                                                  "Столбцы легенды")
+        .Choice(0, "visible", "Видимость")
+        .Choice(1, "color", "Цвет")
+        .Choice(2, "name", "Название")
+        .Choice(3, "cursor", "Значение у курсора")
+        .Choice(4, "value", "Текущее значение")
+        .Choice(5, "minimum", "Минимум")
+        .Choice(6, "maximum", "Максимум")
+        .Choice(7, "unit", "Единица измерения")
+        .Choice(8, "axis", "Ось")
         .Property<&widgetChart::m_showsMarks>(Prop::Marks, "Event marks", "Отметки событий")
         .Children({NodeType(widgetChartGroup::Code)});
 }

@@ -11,6 +11,7 @@ KindInfo memorySignal::Kind()
         .Inherit<BasicSignal>()
         .Property<&memorySignal::m_initialValue>(Prop::Initial, "Initial value",
                                                  "Начальное значение")
+        .Hint("value")
         .Property<&memorySignal::m_isJournalled>(Prop::Journal, "Writes are journalled",
                                                  "Записи попадают в журнал");
 }

@@ -7,7 +7,8 @@ namespace Nodes {
 KindInfo templateArgument::Kind()
 {
     return KindBuilder::For<templateArgument>("templateArgument", "Argument", "Аргумент шаблона")
-        .Property<&templateArgument::m_node>(Prop::Node, "Node", "Узел");
+        .Property<&templateArgument::m_node>(Prop::Node, "Node", "Узел")
+        .Hint("any");
 }
 
 } // namespace Nodes

@@ -10,6 +10,7 @@ KindInfo templateParameter::Kind()
     return KindBuilder::For<templateParameter>("templateParameter", "Template parameter",
                                                "Параметр шаблона")
         .Property<&templateParameter::m_default>(Prop::Default, "Default", "По умолчанию")
+        .Hint("any")
         .Children({NodeType(NodeType::SubtypeTemplateParameter)});
 }
 

@@ -30,6 +30,7 @@ KindInfo operationTimer::Kind()
         .Property<&operationTimer::m_interval>(Prop::Interval, "Interval, ms", "Интервал, мс")
         .Range(100, 86400000)
         .Property<&operationTimer::m_timeOfDay>(Prop::Time, "Time of day", "Время суток")
+        .Hint("time")
         .Property<&operationTimer::m_isAutostart>(Prop::Autostart, "Start with the station",
                                                   "Запускать вместе со станцией")
         .Property<&operationTimer::m_actions>(Prop::Actions, "Actions", "Действия")

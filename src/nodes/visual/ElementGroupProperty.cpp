@@ -19,6 +19,7 @@ PropertyDescriptor ElementGroupProperty::Descriptor()
     d.key = BasicWidget::Prop::Group.key;
     d.nameEn = "Group of elements";
     d.nameRu = "Группа элементов";
+    d.editorHint = "shared";
     d.binding = {PropertyType::String, &get, &set, &format, &parse, &equal, &copy, &data};
     return d;
 }

@@ -18,16 +18,19 @@ StringEditor::StringEditor(const ValueContext &context, QWidget *parent)
         m_text = text;
         touch();
     });
-    const Nodes::PropertyDescriptor *d = context.descriptor;
-    if (d && d->editorHint != "multiline")
-        return;
-    QToolButton *button =
-        addButton(QStringLiteral("…"), QStringLiteral("Несколько строк (Alt+Вниз)"));
-    button->setShortcut(QKeySequence(Qt::ALT + Qt::Key_Down));
-    connect(button, &QToolButton::clicked, this, &StringEditor::openWindow);
+    m_button = addButton(QStringLiteral("…"), QStringLiteral("Несколько строк (Alt+Вниз)"));
+    m_button->setShortcut(QKeySequence(Qt::ALT + Qt::Key_Down));
+    m_button->setVisible(isMultiLine());
+    connect(m_button, &QToolButton::clicked, this, &StringEditor::openWindow);
 }
 
 StringEditor::~StringEditor() = default;
+
+bool StringEditor::isMultiLine() const
+{
+    return !context().descriptor || context().descriptor->editorHint == "multiline" ||
+           m_text.contains(QLatin1Char('\n'));
+}
 
 void StringEditor::setText(const QString &text)
 {
@@ -36,6 +39,7 @@ void StringEditor::setText(const QString &text)
     m_line->setText(isOneLine ? text
                               : text.section(QLatin1Char('\n'), 0, 0) + QStringLiteral(" …"));
     m_line->setReadOnly(!isOneLine);
+    m_button->setVisible(isMultiLine());
 }
 
 QString StringEditor::text() const

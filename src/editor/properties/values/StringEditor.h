@@ -3,6 +3,7 @@
 #include "editor/properties/values/ValueEditor.h"
 
 class QLineEdit;
+class QToolButton;
 
 namespace Editor {
 
@@ -19,9 +20,11 @@ public:
     QString text() const override;
 
 private:
+    bool isMultiLine() const;
     void openWindow();
 
     QLineEdit *m_line;
+    QToolButton *m_button;
     QString m_text; ///< what the line cannot show: several lines
 };
 

@@ -16,7 +16,9 @@ KindInfo actionCreateEvent::Kind()
         .Choice(LevelInformation, "information", "Сообщение")
         .Choice(LevelAction, "action", "Действие оператора")
         .Property<&actionCreateEvent::m_source>(Prop::Source, "Source", "Источник")
-        .Property<&actionCreateEvent::m_sourceNode>(Prop::Node, "Source node", "Узел-источник");
+        .Hint("shared")
+        .Property<&actionCreateEvent::m_sourceNode>(Prop::Node, "Source node", "Узел-источник")
+        .Hint("any");
 }
 
 Result actionCreateEvent::CreateEvent() const

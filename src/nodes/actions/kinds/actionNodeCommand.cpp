@@ -62,6 +62,7 @@ KindInfo actionNodeCommand::Kind()
 {
     return KindBuilder::For<actionNodeCommand>("actionNodeCommand", "Node command", "Команда узлу")
         .Property<&actionNodeCommand::m_target>(Prop::Target, "Target", "Кому")
+        .Hint("any")
         .Property<&actionNodeCommand::m_command>(Prop::Command, "Command", "Команда")
         .Choice(CommandStart, "start", "Запустить")
         .Choice(CommandStop, "stop", "Остановить")

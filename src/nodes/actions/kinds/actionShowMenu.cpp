@@ -12,7 +12,9 @@ KindInfo actionShowMenu::Kind()
         .Property<&actionShowMenu::m_menus>(Prop::Menus, "Menus", "Меню")
         .Refers({NodeType::TypeMenu})
         .Property<&actionShowMenu::m_x>(Prop::X, "X", "X")
+        .Range(-32768, 32767)
         .Property<&actionShowMenu::m_y>(Prop::Y, "Y", "Y")
+        .Range(-32768, 32767)
         .Property<&actionShowMenu::m_isAtTrigger>(Prop::AtTrigger, "Open at the trigger",
                                                   "Открывать у элемента")
         .Property<&actionShowMenu::m_menuBackground>(Prop::MenuBackground, "Menu background",

@@ -7,7 +7,8 @@ namespace Nodes {
 KindInfo actionShowTrend::Kind()
 {
     return KindBuilder::For<actionShowTrend>("actionShowTrend", "Show trend", "Показ тренда")
-        .Property<&actionShowTrend::m_signals>(Prop::Signals, "Signals", "Сигналы");
+        .Property<&actionShowTrend::m_signals>(Prop::Signals, "Signals", "Сигналы")
+        .Refers({NodeType::TypeSignal});
 }
 
 } // namespace Nodes

@@ -10,7 +10,8 @@ KindInfo actionWriteValue::Kind()
     return KindBuilder::For<actionWriteValue>("actionWriteValue", "Write value", "Запись значения")
         .Property<&actionWriteValue::m_signal>(Prop::Signal, "Signal", "Сигнал")
         .Refers({NodeType::TypeSignal})
-        .Property<&actionWriteValue::m_value>(Prop::Value, "Value", "Значение");
+        .Property<&actionWriteValue::m_value>(Prop::Value, "Value", "Значение")
+        .Hint("value");
 }
 
 Result actionWriteValue::Write() const

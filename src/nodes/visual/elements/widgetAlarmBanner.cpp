@@ -12,7 +12,8 @@ KindInfo widgetAlarmBanner::Kind()
         .Inherit<BasicFramedWidget>()
         .Property<&widgetAlarmBanner::m_hasAcknowledge>(Prop::Acknowledge, "Acknowledge",
                                                         "Квитирование")
-        .Property<&widgetAlarmBanner::m_area>(Prop::Area, "Area", "Участок");
+        .Property<&widgetAlarmBanner::m_area>(Prop::Area, "Area", "Участок")
+        .Hint("shared");
 }
 
 } // namespace Nodes

@@ -35,7 +35,9 @@ KindInfo widgetAlarmList::Kind()
         .Property<&widgetAlarmList::m_showsActive>(Prop::Active, "Acknowledged and active",
                                                    "Квитированные активные")
         .Property<&widgetAlarmList::m_area>(Prop::Area, "Area", "Участок")
+        .Hint("shared")
         .Property<&widgetAlarmList::m_source>(Prop::Source, "Source", "Источник")
+        .Hint("any")
         .Property<&widgetAlarmList::m_search>(Prop::Search, "Text", "Текст");
 }
 

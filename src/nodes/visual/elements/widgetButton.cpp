@@ -34,6 +34,7 @@ KindInfo widgetButton::Kind()
         .Property<&widgetButton::m_backgroundColor>(Prop::Background, "Background", "Цвет фона")
         .Property<&widgetButton::m_image>(Prop::Image, "Picture", "Рисунок")
         .Property<&widgetButton::m_hotKey>(Prop::HotKey, "Hot key", "Горячая клавиша")
+        .Hint("keys")
         .Property<&widgetButton::m_pressActions>(Prop::PressActions, "Actions of pressing",
                                                  "Действия нажатия кнопки")
         .Refers(actions)

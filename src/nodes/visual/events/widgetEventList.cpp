@@ -48,6 +48,7 @@ void widgetEventList::Describe(KindBuilder &builder)
                                                 "Размер значков, пкс")
         .Range(8, 128)
         .Property<&widgetEventList::m_sources>(Prop::Sources, "Sources", "Источники")
+        .Hint("any")
         .Property<&widgetEventList::m_scrollBarSize>(Prop::ScrollBarSize, "Scroll bar size, px",
                                                      "Толщина полос прокрутки, пкс")
         .Range(8, 128)

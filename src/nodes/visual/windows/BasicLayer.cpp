@@ -11,6 +11,7 @@ KindInfo BasicLayer::Kind()
         .Choice(ModeOpaque, "opaque", "Непрозрачный")
         .Choice(ModeTransparent, "transparent", "Прозрачный")
         .Property<&BasicLayer::m_zOrder>(Prop::ZOrder, "Z-order", "Порядок")
+        .Range(-1000000, 1000000)
         .Property<&BasicLayer::m_isVisible>(Prop::Visible, "Visible", "Видимый")
         .Children({NodeType::TypeWidget});
 }
