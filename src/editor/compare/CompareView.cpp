@@ -68,6 +68,7 @@ void CompareView::build()
     m_tree->setColumnWidth(DifferencesModel::BeforeColumn, valueWidth);
     m_tree->setColumnWidth(DifferencesModel::AfterColumn, valueWidth);
     m_tree->setSelectionMode(QTreeView::ExtendedSelection);
+    KeyboardAccess::keepAllRowsKey(*m_tree);
     m_tree->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_take->setToolTip(tr("Сделать выбранное в открытом проекте таким, как в другой версии; "
                           "отменяется как одно изменение"));

@@ -2,6 +2,7 @@
 
 #include "editor/problems/ProblemMend.h"
 #include "editor/project/ProjectSession.h"
+#include "editor/workspace/KeyboardAccess.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/NodeNotifications.h"
@@ -9,6 +10,7 @@
 #include "nodes/system/systemCore.h"
 
 #include <QPushButton>
+#include <QTableView>
 #include <QVBoxLayout>
 
 namespace Editor {
@@ -30,6 +32,7 @@ ProblemsPanel::ProblemsPanel(Workspace &workspace, QWidget *parent)
     layout->addWidget(m_view);
     m_view->addTool(m_mend);
     m_mend->setAutoDefault(false);
+    KeyboardAccess::keepAllRowsKey(m_view->table());
     connect(m_mend, &QPushButton::clicked, this, &ProblemsPanel::mend);
     connect(m_view, &Widgets::ProblemsView::chosenChanged, this, &ProblemsPanel::showMend);
     connect(&workspace.session(), &ProjectSession::readOnlyChanged, this, &ProblemsPanel::showMend);

@@ -1,5 +1,7 @@
 #include "editor/workspace/KeyboardAccess.h"
 
+#include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QLineEdit>
 #include <QVector>
@@ -7,6 +9,22 @@
 namespace Editor {
 
 namespace {
+
+class AllRowsKey : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride)
+            return QObject::eventFilter(watched, event);
+        const auto &key = static_cast<const QKeyEvent &>(*event);
+        if (key.matches(QKeySequence::SelectAll))
+            event->accept();
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 void collect(const QLayout &layout, QVector<QWidget *> &found);
 
@@ -46,6 +64,11 @@ void KeyboardAccess::makeSearchLine(QLineEdit &line, const QString &text)
     line.setPlaceholderText(text);
     line.setAccessibleName(text);
     line.setClearButtonEnabled(true);
+}
+
+void KeyboardAccess::keepAllRowsKey(QAbstractItemView &table)
+{
+    table.installEventFilter(new AllRowsKey(&table));
 }
 
 } // namespace Editor

@@ -1,5 +1,6 @@
 #pragma once
 
+class QAbstractItemView;
 class QLineEdit;
 class QString;
 class QWidget;
@@ -14,6 +15,8 @@ namespace KeyboardAccess {
 void followLayouts(QWidget &window);
 /// A line that filters or finds: what it does is written in it while it is empty, and is its name.
 void makeSearchLine(QLineEdit &line, const QString &text);
+/// "Select all" is the table's while it has the focus, whatever menu has that key.
+void keepAllRowsKey(QAbstractItemView &table);
 
 } // namespace KeyboardAccess
 
