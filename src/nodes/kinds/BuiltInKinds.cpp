@@ -79,6 +79,7 @@
 #include "nodes/templates/templateParameter.h"
 #include "nodes/templates/widgetInstance.h"
 #include "nodes/templates/windowTemplate.h"
+#include "nodes/texts/TextLanguage.h"
 #include "nodes/timers/operationTimer.h"
 #include "nodes/visual/elements/comboItem.h"
 #include "nodes/visual/elements/recorderChannel.h"
@@ -195,6 +196,7 @@ void addActions(KindTable &table)
 void AddBuiltInKinds(KindTable &table)
 {
     table.AddCheck(&FindSecurityGaps);
+    table.SetTextCheck(&FindTextProblems);
     // System
     table.Add(UnknownNode::Kind());
     table.Add(BasicProject::Kind());

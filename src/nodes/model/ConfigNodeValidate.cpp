@@ -1,4 +1,5 @@
 #include "nodes/model/ConfigNode.h"
+#include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkCycles.h"
 #include "nodes/model/links/LinkWalk.h"
@@ -6,7 +7,6 @@
 #include "nodes/model/validation/FindingCode.h"
 #include "nodes/model/validation/ValidationResults.h"
 #include "nodes/serial/PropertyHelp.h"
-#include "nodes/texts/TextLanguage.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -49,10 +49,8 @@ public:
     void Texts()
     {
         for (const PropertyDescriptor &d : m_node.GetKind()->properties) {
-            const TextLanguage *language =
-                d.editorHint.empty() ? nullptr : FindTextLanguage(d.editorHint);
-            if (language)
-                checkText(d, *language, *static_cast<const std::string *>(d.binding.data(m_node)));
+            if (!d.editorHint.empty() && d.binding.type == PropertyType::String)
+                checkText(d, *static_cast<const std::string *>(d.binding.data(m_node)));
         }
     }
     void Children()
@@ -129,10 +127,11 @@ private:
                     "». Добавьте файл или выберите другой.");
     }
     // The first one only: what follows is often a consequence of it.
-    void checkText(const PropertyDescriptor &d, const TextLanguage &language,
-                   const std::string &text)
+    void checkText(const PropertyDescriptor &d, const std::string &text)
     {
-        const std::vector<TextProblem> problems = language.check(text, &m_node);
+        const KindTable::TextCheck check = KindTable::Instance().GetTextCheck();
+        const std::vector<TextProblem> problems =
+            check ? check(d.editorHint, text, &m_node) : std::vector<TextProblem>();
         if (problems.empty())
             return;
         const TextProblem &problem = problems.front();

@@ -3,6 +3,7 @@
 #include "nodes/NodesExport.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/validation/ProjectFinding.h"
+#include "nodes/model/validation/TextProblem.h"
 
 #include <deque>
 
@@ -36,11 +37,19 @@ public:
     void AddCheck(ProjectCheck check) { m_checks.push_back(check); }
     const std::vector<ProjectCheck> &GetChecks() const { return m_checks; }
 
+    /// What is wrong with the text of a property that has `hint`, at that node, which may be null.
+    using TextCheck = std::vector<TextProblem> (*)(std::string_view hint, const std::string &text,
+                                                   const ConfigNode *node);
+    void SetTextCheck(TextCheck check) { m_textCheck = check; }
+    /// Null: nobody knows how such texts are written.
+    TextCheck GetTextCheck() const { return m_textCheck; }
+
 private:
     KindTable() = default;
     void checkValueIds(const KindInfo &kind) const;
 
     std::vector<ProjectCheck> m_checks;
+    TextCheck m_textCheck = nullptr;
     std::deque<KindInfo> m_kinds; // stable addresses: nodes point to their row
     std::unordered_map<unsigned, const KindInfo *> m_byCode;
     std::unordered_map<std::string_view, const KindInfo *> m_byKey;

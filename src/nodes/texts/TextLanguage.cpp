@@ -24,4 +24,11 @@ const TextLanguage *FindTextLanguage(std::string_view hint)
     return found == all.end() ? nullptr : &*found;
 }
 
+std::vector<TextProblem> FindTextProblems(std::string_view hint, const std::string &text,
+                                          const ConfigNode *node)
+{
+    const TextLanguage *language = FindTextLanguage(hint);
+    return language ? language->check(text, node) : std::vector<TextProblem>();
+}
+
 } // namespace Nodes

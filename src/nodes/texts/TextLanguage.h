@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nodes/NodesExport.h"
+#include "nodes/model/validation/TextProblem.h"
 #include "nodes/values/SignalValue.h"
 
 #include <string>
@@ -19,15 +20,6 @@ struct TextWord
     enSort sort;
     std::string text;    ///< as it is written; a signal with its quotes
     std::string meaning; ///< Russian
-};
-
-/// What is wrong with a text, and where: bytes of it.
-struct TextProblem
-{
-    std::size_t begin;
-    std::size_t length;    ///< 0 at the end of the text
-    std::string message;   ///< Russian
-    bool isRemark = false; ///< the text can be used nevertheless
 };
 
 /// A value that a text is tried with.
@@ -76,5 +68,8 @@ struct TextLanguage
 NODES_EXPORT const std::vector<TextLanguage> &TextLanguages();
 /// Null for a hint that names none.
 NODES_EXPORT const TextLanguage *FindTextLanguage(std::string_view hint);
+/// By the language of that hint; nothing when it names none.
+std::vector<TextProblem> FindTextProblems(std::string_view hint, const std::string &text,
+                                          const ConfigNode *node);
 
 } // namespace Nodes
