@@ -288,9 +288,17 @@ private slots:
         QTEST(editor.place(32), "place");
     }
 
+    void theFrameOfTheKeyElementLeavesItsLockOut_data()
+    {
+        const Rows<double> row("zoom");
+        row("plain", 1);
+        row("large", 4);
+    }
+
     // An open one would look closed.
     void theFrameOfTheKeyElementLeavesItsLockOut()
     {
+        QFETCH(double, zoom);
         const auto coloured = [](const QImage &image, const QRect &area) {
             int found = 0;
             for (int y = area.top(); y <= area.bottom(); ++y) {
@@ -300,6 +308,8 @@ private slots:
             return found;
         };
         Editor editor;
+        editor.view.scale(zoom, zoom);
+        editor.view.centerOn(350, 100);
         editor.select({32, 33});
         const Widgets::Locker *lock = editor.host(33)->locker();
         QVERIFY(lock && lock->isVisible());

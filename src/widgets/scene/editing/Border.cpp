@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace Widgets {
 
 Border::Border(QGraphicsItem *parent) : GraphicsItem(parent) {}
@@ -11,6 +13,14 @@ void Border::setOutline(bool on)
     if (m_hasOutline == on)
         return;
     m_hasOutline = on;
+    update();
+}
+
+void Border::setOutside(bool on)
+{
+    if (m_isOutside == on)
+        return;
+    m_isOutside = on;
     update();
 }
 
@@ -42,7 +52,10 @@ void Border::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget 
     pen.setCosmetic(true); // as fine at any zoom
     painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
-    painter->drawRect(rect);
+    // Half a pixel off the element: of the screen, where the picture is shown large.
+    const double nearer = 0.5 - 0.5 / qMax(1.0, std::abs(painter->worldTransform().m11()));
+    const double inset = m_isOutside ? nearer : -nearer;
+    painter->drawRect(rect.adjusted(inset, inset, -inset, -inset));
 }
 
 } // namespace Widgets

@@ -13,6 +13,8 @@ public:
     explicit Border(QGraphicsItem *parent = nullptr);
 
     void setOutline(bool on);
+    /// Whether the outline runs around the element, or inside of its edges.
+    void setOutside(bool on);
     void setShade(bool on);
     /// The outline is painted over by another one: it is left out, dashes being what takes longest
     /// to paint in a scene of thousands of elements.
@@ -27,6 +29,7 @@ public:
 private:
     bool m_hasShade = false;
     bool m_hasOutline = false;
+    bool m_isOutside = true;
     bool m_isCovered = false;
 };
 

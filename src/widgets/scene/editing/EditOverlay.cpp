@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
 #include <limits>
 
 namespace Widgets {
@@ -39,6 +40,12 @@ void addFrame(QVector<QLineF> &lines, const ProxyWidget &host, const QRectF &rec
     const QRectF left = lock->sceneBoundingRect().adjusted(-gap, 0, gap, 0);
     lines << QLineF(rect.topLeft(), {left.left(), rect.top()})
           << QLineF({left.right(), rect.top()}, rect.topRight());
+}
+
+/// Scene pixels of one of the screen, where the picture is shown large; else 1.
+double finePixel(const QPainter &painter)
+{
+    return 1 / qMax(1.0, std::abs(painter.worldTransform().m11()));
 }
 
 } // namespace
@@ -110,10 +117,11 @@ void EditOverlay::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWi
 
 void EditOverlay::paintFrames(QPainter &painter) const
 {
+    const double half = finePixel(painter) / 2;
     QVector<QLineF> frames;
     frames.reserve(5 * m_selection.count());
     for (const ProxyWidget *host : m_selection.hosts())
-        addFrame(frames, *host, host->geometry().adjusted(-0.5, -0.5, 0.5, 0.5));
+        addFrame(frames, *host, host->geometry().adjusted(-half, -half, half, half));
     painter.setPen(QPen(frameColor, 0));
     painter.drawLines(frames);
 }
@@ -137,7 +145,8 @@ void EditOverlay::paintKey(QPainter &painter) const
     pen.setCosmetic(true);
     painter.setPen(pen);
     QVector<QLineF> frame;
-    addFrame(frame, *key, key->geometry().adjusted(-2, -2, 2, 2));
+    const double gap = 2 * finePixel(painter);
+    addFrame(frame, *key, key->geometry().adjusted(-gap, -gap, gap, gap));
     painter.drawLines(frame);
 }
 

@@ -69,6 +69,7 @@ void ElementEditor::place(const QRectF &rect)
     const double grown = m_frameType == frameOutside ? 1 : -1;
     m_border->setPos(-grown / 2, -grown / 2);
     m_border->setSize(box.width() + grown, box.height() + grown);
+    m_border->setOutside(m_frameType == frameOutside);
     m_border->setOutline(m_frameType == frameOutside || m_frameType == frameInside);
     m_locker->setSuppressed(box.width() < lockerWidth || box.height() < lockerHeight);
     const double scale = qMin(1.0, screenPixel(m_host)); // it covers no more where all is large
