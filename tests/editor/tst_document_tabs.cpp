@@ -6,11 +6,15 @@
 #include "support/Rows.h"
 
 #include "nodes/model/ConfigNode.h"
+#include "utils/undo/ChangeTextCommand.h"
 #include "utils/undo/IUndo.h"
+#include "widgets/scene/ProxyScene.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QTabBar>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QtTest>
 
 namespace {
@@ -110,6 +114,46 @@ private slots:
         QTest::mouseClick(&bar, Qt::MiddleButton, {},
                           bar.tabRect(2).center() + QPoint(bar.tabRect(2).width(), 0));
         QCOMPARE(f.open(), QString("AC[D]"));
+    }
+
+    void listsAllTabs()
+    {
+        Tabs f;
+        QMenu *menu = f.tabs().findChild<QToolButton *>("tabList")->menu();
+        emit menu->aboutToShow();
+        QCOMPARE(menu->actions().size(), 4);
+        QVERIFY(menu->actions()[3]->isChecked());
+        menu->actions()[1]->trigger();
+        QCOMPARE(f.open(), QString("A[B]CD"));
+    }
+
+    void keepsBothEndsOfALongName()
+    {
+        Tabs f;
+        QVERIFY(Utils::IUndo::execute(
+            new Utils::ChangeTextCommand(f.tabs().at(0)->node(), Utils::ChangeTextCommand::Name,
+                                         "Котёл 1 с очень длинным названием на две строки")));
+        QTRY_VERIFY(f.tabs().tabText(0).contains("…"));
+        QVERIFY(f.tabs().tabText(0).startsWith("Котёл 1 с очень"));
+        QVERIFY(f.tabs().tabText(0).endsWith("на две строки"));
+    }
+
+    // What is selected in a window is not edited from another one.
+    void theSelectionStaysInItsWindow()
+    {
+        Tabs f;
+        Editor::Workspace &workspace = f.window.workspace();
+        f.go('A');
+        const Nodes::NodeLinks a{workspace.document()->node()};
+        QCOMPARE(workspace.selection().nodes(), a);
+        const Nodes::NodeLinks root{Nodes::NodeLink(workspace.session().root())};
+        workspace.selection().select(root, workspace.document()->scene()); // as if an element
+        f.go('B');
+        const Nodes::NodeLinks b{workspace.document()->node()};
+        QCOMPARE(workspace.selection().nodes(), b);
+        workspace.selection().select(root, &f.window); // in the tree
+        f.go('A');
+        QCOMPARE(workspace.selection().nodes(), root);
     }
 
     void theNextProjectBeginsAnew()

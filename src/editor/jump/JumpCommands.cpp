@@ -29,8 +29,10 @@ void JumpCommands::jump(Workspace &workspace)
     const Nodes::NodeLink node = dialog.node();
     if (!node.isValid())
         return;
-    if (!dialog.isToBeShown())
+    if (!dialog.isToBeShown()) {
         workspace.open(node);
+        workspace.selection().select({node}, &workspace);
+    }
     if (dialog.isToBeShown() || !FindDocument(*node.GetNode()))
         workspace.reveal(node);
 }

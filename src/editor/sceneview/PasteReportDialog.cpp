@@ -71,6 +71,15 @@ PasteReportDialog::PasteReportDialog(Workspace &workspace, const Widgets::PasteR
     connect(&workspace.session(), &ProjectSession::aboutToClose, this, &QDialog::close);
 }
 
+void PasteReportDialog::tell(Workspace &workspace, const Widgets::PasteReport &report)
+{
+    if (report.isClean())
+        return;
+    workspace.tell(report.isFailure() ? Workspace::Error : Workspace::Warning, report.summary());
+    if (!report.rows.isEmpty())
+        (new PasteReportDialog(workspace, report))->show();
+}
+
 void PasteReportDialog::showElement(const QTreeWidgetItem *row)
 {
     const Nodes::NodesCollection *project = m_workspace.session().project();

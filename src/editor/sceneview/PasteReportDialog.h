@@ -22,6 +22,10 @@ class PasteReportDialog : public QDialog
 public:
     PasteReportDialog(Workspace &workspace, const Widgets::PasteReport &report);
 
+    /// A notice about what became of a paste, and the list when there are references to look at;
+    /// nothing when there is nothing to say.
+    static void tell(Workspace &workspace, const Widgets::PasteReport &report);
+
 private:
     void showElement(const QTreeWidgetItem *row);
 

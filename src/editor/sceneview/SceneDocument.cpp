@@ -337,9 +337,7 @@ void SceneDocument::removeElements(Nodes::NodeLinks asked)
 
 void SceneDocument::tellPaste(const Widgets::PasteReport &report)
 {
-    workspace().tell(report.isFailure() ? Workspace::Error : Workspace::Warning, report.summary());
-    if (!report.rows.isEmpty())
-        (new PasteReportDialog(workspace(), report))->show();
+    PasteReportDialog::tell(workspace(), report);
 }
 
 } // namespace Editor

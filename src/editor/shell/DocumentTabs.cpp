@@ -21,10 +21,19 @@ namespace Editor {
 namespace {
 
 constexpr int keptProjects = 20;
+constexpr int longestTitle = 32; // letters
 
 Utils::Configurator settings()
 {
     return {QStringLiteral("ConfiguratorDocuments"), QStringLiteral("configurator.json")};
+}
+
+/// Both ends of a long name tell more than its middle.
+QString shortened(const QString &title)
+{
+    return title.size() <= longestTitle ? title
+                                        : title.left(longestTitle / 2) + QStringLiteral("…") +
+                                              title.right(longestTitle / 2 - 1);
 }
 
 /// The largest of the windows that frames open with: the overview, not its head or foot.
@@ -56,7 +65,9 @@ DocumentTabs::DocumentTabs(Workspace &workspace, QWidget *parent)
     setDocumentMode(true);
     setTabsClosable(true);
     setMovable(true);
-    setElideMode(Qt::ElideMiddle);
+    setElideMode(Qt::ElideNone); // rather scrolled than cut to single letters
+    setUsesScrollButtons(true);
+    makeList();
     tabBar()->setContextMenuPolicy(Qt::CustomContextMenu);
     tabBar()->installEventFilter(this);
     connect(tabBar(), &QWidget::customContextMenuRequested, this, &DocumentTabs::openMenu);
@@ -116,7 +127,7 @@ bool DocumentTabs::open(const Nodes::NodeLink &node)
 void DocumentTabs::add(DocumentView *document)
 {
     connect(document, &DocumentView::titleChanged, this, &DocumentTabs::refresh);
-    addTab(document, document->icon(), document->title());
+    addTab(document, document->icon(), QString());
     refresh();
 }
 
@@ -247,7 +258,7 @@ void DocumentTabs::refresh()
             closeAt(i);
             continue;
         }
-        setTabText(i, document->title());
+        setTabText(i, shortened(document->title()));
         if (document->isOfNode())
             setTabToolTip(i, QString::fromStdString(document->node().GetLinkName(true)));
     }

@@ -44,6 +44,7 @@ protected:
 
 private:
     Nodes::NodeLink reopenable() const;
+    void makeList();
     void openMenu(const QPoint &point);
     void noteSeen();
     void add(DocumentView *document);

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QTabBar>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -70,6 +71,33 @@ void DocumentTabs::step(int by)
         return;
     setCurrentIndex((currentIndex() + by + count()) % count());
     currentWidget()->setFocus(Qt::ShortcutFocusReason);
+}
+
+// All tabs by name, where not all of them fit in beside each other.
+void DocumentTabs::makeList()
+{
+    auto *list = new QToolButton(this);
+    list->setObjectName(QStringLiteral("tabList"));
+    list->setAutoRaise(true);
+    list->setArrowType(Qt::DownArrow);
+    list->setPopupMode(QToolButton::InstantPopup);
+    list->setToolTip(tr("Все вкладки"));
+    list->setAccessibleName(tr("Все вкладки"));
+    auto *menu = new QMenu(list);
+    list->setMenu(menu);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        menu->clear();
+        for (int i = 0; i < count(); ++i) {
+            QAction *action = menu->addAction(tabIcon(i), tabText(i), this, [this, i] {
+                setCurrentIndex(i);
+                currentWidget()->setFocus(Qt::OtherFocusReason);
+            });
+            action->setCheckable(true);
+            action->setChecked(i == currentIndex());
+        }
+        MenuLetters::assign(*menu);
+    });
+    setCornerWidget(list);
 }
 
 void DocumentTabs::openMenu(const QPoint &point)

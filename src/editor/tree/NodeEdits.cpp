@@ -2,6 +2,7 @@
 
 #include "editor/project/ProjectSession.h"
 #include "editor/properties/NewNode.h"
+#include "editor/sceneview/PasteReportDialog.h"
 #include "editor/usages/Removal.h"
 #include "editor/workspace/Workspace.h"
 
@@ -228,11 +229,13 @@ Nodes::NodeLinks NodeEdits::pasteNear(const Nodes::NodeLink &node)
                                                  : QStringLiteral("В буфере обмена нет узлов"));
         return {};
     }
-    if (!report.isClean()) // links that lead nowhere here
-        m_workspace.tell(Workspace::Warning, report.summary());
     const std::optional<Place> place = placeNear(node, clones.GetLinks(), true);
-    if (place)
-        return insertCopies(clones, place->parent, place->before);
+    if (place) {
+        const Nodes::NodeLinks inserted = insertCopies(clones, place->parent, place->before);
+        if (!inserted.empty())
+            PasteReportDialog::tell(m_workspace, report); // of links that lead nowhere here
+        return inserted;
+    }
     refuse(QStringLiteral("Узлы не вставлены"), canTake(node, clones.GetLinks(), true));
     Widgets::ElementClipboard::discard(*project, clones.GetLinks());
     return {};

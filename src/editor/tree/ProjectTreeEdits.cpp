@@ -55,6 +55,14 @@ void ProjectTreePanel::copy()
     m_model->setCut({});
 }
 
+void ProjectTreePanel::copyPath()
+{
+    QStringList paths;
+    for (const Nodes::NodeLink &node : m_tree->selectedInOrder())
+        paths << QString::fromStdString(node.GetLinkName(true));
+    QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
+}
+
 void ProjectTreePanel::cut()
 {
     copy();

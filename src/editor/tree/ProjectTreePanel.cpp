@@ -1,6 +1,7 @@
 #include "editor/tree/ProjectTreePanel.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/shell/MenuLetters.h"
 #include "editor/tables/DocumentTable.h"
 #include "editor/tree/KindIcons.h"
 #include "editor/tree/NodeEdits.h"
@@ -17,6 +18,7 @@
 #include "nodes/model/NodesCollection.h"
 #include "utils/models/SortNodeTypes.h"
 
+#include <QIcon>
 #include <QItemSelectionModel>
 #include <QMenu>
 #include <QPushButton>
@@ -104,7 +106,7 @@ void ProjectTreePanel::onSelectedElsewhere(const Nodes::NodeLinks &nodes, QObjec
 bool ProjectTreePanel::isPossible(const TreeCommand &command) const
 {
     const Nodes::NodeLinks nodes = m_tree->selected();
-    return !nodes.empty() && (!command.isEdit || m_edits->isAllowed()) &&
+    return (!command.isEdit || m_edits->isAllowed()) &&
            (!command.isPossible || command.isPossible(nodes));
 }
 
@@ -134,7 +136,8 @@ void ProjectTreePanel::onKeys(const QKeySequence &keys, bool isRun, bool &isTake
 void ProjectTreePanel::openMenu(const QPoint &point)
 {
     QMenu menu(this);
-    QMenu *creation = menu.addMenu(QStringLiteral("Создать"));
+    QMenu *creation =
+        menu.addMenu(QIcon(QStringLiteral(":/editor/icons/create.svg")), QStringLiteral("Создать"));
     const Nodes::NodeLinks nodes = m_tree->selected();
     if (nodes.size() == 1 && m_edits->isAllowed())
         fillKinds(*creation, nodes.front());
@@ -145,7 +148,8 @@ void ProjectTreePanel::openMenu(const QPoint &point)
             menu.addSeparator();
             continue;
         }
-        QAction *action = menu.addAction(QString::fromUtf8(command.text));
+        QAction *action = menu.addAction(QIcon(QString::fromLatin1(command.icon)),
+                                         QString::fromUtf8(command.text));
         // Shown only: the keys come through the view.
         action->setShortcut(QKeySequence(QString::fromLatin1(command.keys)));
         action->setShortcutContext(Qt::WidgetShortcut);
@@ -153,6 +157,7 @@ void ProjectTreePanel::openMenu(const QPoint &point)
         action->setEnabled(isPossible(command));
         connect(action, &QAction::triggered, this, [this, &command] { run(command); });
     }
+    MenuLetters::assign(menu);
     menu.exec(m_view->viewport()->mapToGlobal(point));
 }
 

@@ -38,6 +38,8 @@ public:
     void duplicate();
     void cut();
     void copy();
+    /// A line for each of the nodes, as scripts and reports name them.
+    void copyPath();
     void paste();
     void remove();
     void moveUp();

@@ -15,6 +15,11 @@ bool isOne(const Nodes::NodeLinks &nodes)
     return nodes.size() == 1;
 }
 
+bool isAny(const Nodes::NodeLinks &nodes)
+{
+    return !nodes.empty();
+}
+
 bool isAnyMovable(const Nodes::NodeLinks &nodes)
 {
     return std::any_of(nodes.begin(), nodes.end(), [](const Nodes::NodeLink &node) {
@@ -27,23 +32,35 @@ bool isAnyMovable(const Nodes::NodeLinks &nodes)
 const QVector<TreeCommand> &TreeCommands()
 {
     using Panel = ProjectTreePanel;
+    const TreeCommand separator = {"", nullptr, "", "", false, nullptr, nullptr};
     static const QVector<TreeCommand> rows = {
-        {"open", "Открыть", "Return", false, &isOne, &Panel::openCurrent},
-        {"", nullptr, "", false, nullptr, nullptr},
-        {"rename", "Переименовать", "F2", true, &isOne, &Panel::renameCurrent},
-        {"duplicate", "Дублировать", "Ctrl+D", true, &isAnyMovable, &Panel::duplicate},
-        {"", nullptr, "", false, nullptr, nullptr},
-        {"cut", "Вырезать", "Ctrl+X", true, &isAnyMovable, &Panel::cut},
-        {"copy", "Копировать", "Ctrl+C", false, &isAnyMovable, &Panel::copy},
-        {"paste", "Вставить", "Ctrl+V", true, &isOne, &Panel::paste},
-        {"delete", "Удалить…", "Del", true, &isAnyMovable, &Panel::remove},
-        {"", nullptr, "", false, nullptr, nullptr},
-        {"up", "Переместить выше", "Alt+Up", true, &isAnyMovable, &Panel::moveUp},
-        {"down", "Переместить ниже", "Alt+Down", true, &isAnyMovable, &Panel::moveDown},
-        {"", nullptr, "", false, nullptr, nullptr},
-        {"usages", "Найти использование", "Shift+F12", false, nullptr, &Panel::findUsages},
-        {"replace", "Заменить сигнал…", "", true, nullptr, &Panel::replaceLinks},
-        {"find", "Поиск", "Ctrl+F", false, nullptr, &Panel::startSearch},
+        {"open", "Открыть", ":/editor/icons/jump.svg", "Return", false, &isOne,
+         &Panel::openCurrent},
+        separator,
+        {"rename", "Переименовать", ":/editor/icons/rename.svg", "F2", true, &isOne,
+         &Panel::renameCurrent},
+        {"duplicate", "Дублировать", ":/icons/arrange/duplicate.svg", "Ctrl+D", true, &isAnyMovable,
+         &Panel::duplicate},
+        separator,
+        {"cut", "Вырезать", ":/editor/icons/cut.svg", "Ctrl+X", true, &isAnyMovable, &Panel::cut},
+        {"copy", "Копировать", ":/editor/icons/copy.svg", "Ctrl+C", false, &isAnyMovable,
+         &Panel::copy},
+        {"paste", "Вставить", ":/editor/icons/paste.svg", "Ctrl+V", true, &isOne, &Panel::paste},
+        {"copyPath", "Копировать путь", ":/editor/icons/copyPath.svg", "Ctrl+Shift+C", false,
+         &isAnyMovable, &Panel::copyPath},
+        {"delete", "Удалить…", ":/editor/icons/delete.svg", "Del", true, &isAnyMovable,
+         &Panel::remove},
+        separator,
+        {"up", "Переместить выше", ":/icons/arrange/orderUp.svg", "Alt+Up", true, &isAnyMovable,
+         &Panel::moveUp},
+        {"down", "Переместить ниже", ":/icons/arrange/orderDown.svg", "Alt+Down", true,
+         &isAnyMovable, &Panel::moveDown},
+        separator,
+        {"usages", "Найти использование", ":/editor/icons/usages.svg", "Shift+F12", false, &isAny,
+         &Panel::findUsages},
+        {"replace", "Заменить сигнал…", ":/editor/icons/replace.svg", "", true, &isAny,
+         &Panel::replaceLinks},
+        {"find", "Поиск", ":/editor/icons/find.svg", "Ctrl+F", false, nullptr, &Panel::startSearch},
     };
     return rows;
 }

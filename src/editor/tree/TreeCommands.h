@@ -15,9 +15,10 @@ struct TreeCommand
 {
     const char *id;
     const char *text; ///< Russian
+    const char *icon; ///< resource
     const char *keys; ///< portable form of QKeySequence; "" for none
     bool isEdit;      ///< not for projects that are open for reading only
-    /// Whether there is something to do for these; null: for any at all.
+    /// Whether there is something to do for these; null: always, also when nothing is selected.
     bool (*isPossible)(const Nodes::NodeLinks &nodes);
     void (ProjectTreePanel::*run)();
 };

@@ -133,6 +133,8 @@ bool TreeFilterView::eventFilter(QObject *watched, QEvent *event)
         return QWidget::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent *>(event)->key();
     if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (m_model.rowCount() == 0)
+            return true; // there is nowhere to go from what is typed
         selectFirstHit();
         m_view->setFocus(Qt::OtherFocusReason);
         return true;

@@ -11,6 +11,20 @@
 
 namespace Editor {
 
+namespace {
+
+// What was selected in a document that is left would be edited unseen; what was selected in the
+// tree or a list goes along.
+bool isSelectedIn(const DocumentView *document, const Selection &selection)
+{
+    if (!document)
+        return false;
+    const bool isOwn = document->scene() && selection.by() == document->scene();
+    return isOwn || selection.nodes() == Nodes::NodeLinks{document->node()};
+}
+
+} // namespace
+
 Workspace::Workspace(ProjectSession &session, QWidget &window)
     : m_session(session), m_window(window)
 {
@@ -72,8 +86,9 @@ void Workspace::setDocument(DocumentView *document)
 {
     if (m_document.data() == document)
         return;
+    const bool isLeft = isSelectedIn(this->document(), m_selection);
     m_document = document;
-    if (document && m_selection.nodes().empty())
+    if (document && (m_selection.nodes().empty() || isLeft))
         m_selection.select({document->node()}, this);
     emit documentChanged(document);
     emit commandsChanged();

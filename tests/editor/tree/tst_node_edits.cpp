@@ -1,14 +1,17 @@
 #include "editor/tree/NodeEdits.h"
 
 #include "editor/OpenProject.h"
+#include "editor/sceneview/PasteReportDialog.h"
 #include "support/Rows.h"
 
 #include "nodes/alarms/alarmLimit.h"
 #include "nodes/visual/BasicWidget.h"
+#include "widgets/scene/editing/ElementClipboard.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QLoggingCategory>
+#include <QTreeWidget>
 
 #include <functional>
 
@@ -50,6 +53,7 @@ private slots:
     void refuses_data();
     void refuses();
     void copiesLinkWithinThemselves();
+    void listsLinksThatLeadNowhereAfterAPaste();
     void keepsLinksOfWhatIsMoved();
     void changesNothingReadOnly();
     void aFreshLimitIsNotReached();
@@ -187,6 +191,24 @@ void TestNodeEdits::refuses()
     QCOMPARE(project.session.undoStack().count(), 0);
     QCOMPARE(!project.told.isEmpty(), isTold);
     QCOMPARE(project.project.GetNodeCount(), count); // no clone is left behind
+}
+
+void TestNodeEdits::listsLinksThatLeadNowhereAfterAPaste()
+{
+    OpenProject project;
+    NodeEdits edits(project.workspace);
+    Widgets::ElementClipboard::put(project.project, project.links({"Композиция/Слой/a"}));
+    QCOMPARE(edits.pasteNear(NodeLink(project.layer)).size(), 1u);
+    QVERIFY(!project.window.findChild<PasteReportDialog *>()); // all is there
+    (void)project.at("К1")->RemoveNode(project.at("К1/T"));
+    const NodeLinks pasted = edits.pasteNear(NodeLink(project.layer));
+    QCOMPARE(pasted.size(), 1u);
+    const auto *dialog = project.window.findChild<PasteReportDialog *>();
+    QVERIFY(dialog && dialog->isVisible());
+    const auto *rows = dialog->findChild<QTreeWidget *>();
+    QCOMPARE(rows->topLevelItemCount(), 1);
+    QCOMPARE(rows->topLevelItem(0)->text(2), QString("К1/T"));
+    QCOMPARE(project.told.size(), 1);
 }
 
 void TestNodeEdits::copiesLinkWithinThemselves()

@@ -9,6 +9,7 @@
 #include "support/Rows.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QSignalSpy>
@@ -68,6 +69,8 @@ private slots:
     void renamesInPlace();
     void sharesTheSelection();
     void revealsWhatTheFilterHides();
+    void searchesOnWhereNothingWasFound();
+    void copiesPaths();
     void keepsWhatIsExpanded();
     void opensDocumentsAndFolders();
     void listsUsages();
@@ -191,6 +194,32 @@ void TestProjectTreePanel::revealsWhatTheFilterHides()
     QVERIFY(!p.panel.model().isFiltered());
     QCOMPARE(p.selected(), QStringList{"К1/Q"});
     QVERIFY(p.isExpanded("К1"));
+}
+
+void TestProjectTreePanel::searchesOnWhereNothingWasFound()
+{
+    ShownPanel p;
+    auto *line = p.panel.findChild<QLineEdit *>();
+    p.press(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(line->hasFocus());
+    line->setText("щщ");
+    QTest::keyClick(line, Qt::Key_Return); // nowhere to go
+    QVERIFY(line->hasFocus());
+    p.view().setFocus();
+    p.press(Qt::Key_F, Qt::ControlModifier); // nothing is selected
+    QVERIFY(line->hasFocus());
+    line->setText("К2");
+    QTest::keyClick(line, Qt::Key_Return);
+    QVERIFY(p.view().hasFocus());
+    QCOMPARE(p.selected(), QStringList{"К2"});
+}
+
+void TestProjectTreePanel::copiesPaths()
+{
+    ShownPanel p;
+    p.select({"К2/T", "К1/P"});
+    p.press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString("К1/P\nК2/T"));
 }
 
 void TestProjectTreePanel::keepsWhatIsExpanded()
