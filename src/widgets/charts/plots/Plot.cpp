@@ -2,6 +2,7 @@
 
 #include "widgets/charts/axes/AxisRecord.h"
 #include "widgets/charts/axes/ToolBarChart.h"
+#include "widgets/charts/painting/PlotGrid.h"
 #include "widgets/charts/pickers/PickerCanvas.h"
 #include "widgets/charts/plots/ChartGroupManager.h"
 #include "widgets/charts/plots/LiveFeed.h"
@@ -21,7 +22,6 @@
 #include "utils/convert/ValueConversions.h"
 
 #include <qwt_plot_directpainter.h>
-#include <qwt_plot_grid.h>
 #include <qwt_plot_layout.h>
 
 #include <utility>
@@ -38,7 +38,7 @@ Plot::Plot(Nodes::widgetChart *chart, int number, QWidget *parent)
           [this] { onValuesLost(); })),
       m_number(number),
       m_canvas(new PlotCanvas(chart, this)),
-      m_grid(new QwtPlotGrid),
+      m_grid(new PlotGrid),
       m_directPainter(new QwtPlotDirectPainter(this)),
       m_waitBox(new WaitBox(this))
 {
