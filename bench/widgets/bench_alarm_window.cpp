@@ -400,9 +400,10 @@ bool raiseAll(Station &station)
     const bool isWhole = await([&] {
         return station.model().rowCount() == station.alarmCount && station.window().isVisible();
     });
-    std::printf("%d of %d alarms at once shown after %.0f ms, longest stall %.1f ms\n",
+    std::printf("%d of %d alarms at once shown after %.0f ms, longest stall %.1f ms, of work %.1f "
+                "ms\n",
                 station.model().rowCount(), station.alarmCount, milliseconds(Clock::now() - begun),
-                milliseconds(heart.longest));
+                milliseconds(heart.longest), milliseconds(heart.longestWork));
     return isWhole;
 }
 

@@ -79,6 +79,8 @@ private slots:
             f.workspace.tell(Workspace::Info, QString::number(i));
         QCOMPARE(rows->topLevelItemCount(), NoticePanel::keptAtMost);
         QCOMPARE(rows->topLevelItem(NoticePanel::keptAtMost - 1)->text(1), QString("0"));
+        const qint64 mark = rows->topLevelItem(0)->icon(0).cacheKey();
+        QCOMPARE(rows->topLevelItem(1)->icon(0).cacheKey(), mark); // or each would hold its own
         buttons[1]->click();
         QCOMPARE(rows->topLevelItemCount(), 0);
         QVERIFY(!buttons[1]->isEnabled());

@@ -70,7 +70,10 @@ void NoticePanel::add(Workspace::Level level, const QString &text)
 {
     auto *row = new QTreeWidgetItem(
         {QDateTime::currentDateTime().toString(QStringLiteral("dd.MM HH:mm:ss")), text});
-    row->setIcon(ColumnTime, style()->standardIcon(NoticeBar::markOf(level), nullptr, this));
+    QIcon &mark = m_marks[level]; // rows of a long day share it
+    if (mark.isNull())
+        mark = style()->standardIcon(NoticeBar::markOf(level), nullptr, this);
+    row->setIcon(ColumnTime, mark);
     row->setData(ColumnTime, Qt::AccessibleDescriptionRole, nameOf(level));
     row->setToolTip(ColumnTime, nameOf(level));
     row->setToolTip(ColumnText, text);

@@ -2,6 +2,9 @@
 
 #include "editor/workspace/Workspace.h"
 
+#include <QHash>
+#include <QIcon>
+
 class QPushButton;
 class QTreeWidget;
 
@@ -23,6 +26,7 @@ private:
     void copy() const;
     void clear();
 
+    QHash<int, QIcon> m_marks; ///< by level
     QTreeWidget *m_rows;
     QPushButton *m_copy;
     QPushButton *m_clear;
