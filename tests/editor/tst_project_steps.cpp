@@ -69,10 +69,9 @@ private slots:
         QVERIFY(f.steps().hasSignals());
         const Nodes::NodeLink window = f.addWindow("Обзор", 1);
         QVERIFY(window.isValid() && f.steps().hasWindow());
-        for (const Nodes::NodeLink &signal : f.steps().signalNodes())
-            QVERIFY(Utils::IUndo::execute(f.steps().addReading(window, signal)));
+        QVERIFY(Utils::IUndo::execute(f.steps().addReadings(window, f.steps().signalNodes())));
         QVERIFY(f.steps().hasReading());
-        QCOMPARE(f.session.undoStack().count(), 5); // a step each
+        QCOMPARE(f.session.undoStack().count(), 3); // a step each
         const std::string after = f.text();
 
         QVector<QRect> places;
@@ -123,10 +122,60 @@ private slots:
         QVERIFY(Utils::IUndo::execute(
             new Utils::AddNodeLinkCommand(screen, f.steps().place("Экраны"))));
         QVERIFY(Utils::IUndo::execute(f.steps().addSimulator()));
-        for (const Nodes::NodeLink &signal : f.steps().signalNodes())
-            QVERIFY(Utils::IUndo::execute(f.steps().addReading(screen, signal)));
+        QVERIFY(Utils::IUndo::execute(f.steps().addReadings(screen, f.steps().signalNodes())));
         QCOMPARE(screen->Children().front()->Children().size(), std::size_t(0));
         QCOMPARE(screen->Children().back()->Children().size(), std::size_t(6));
+    }
+
+    void readingsStayWithinTheScreenBesideWhatIsThere()
+    {
+        Fixture f;
+        QVERIFY(Utils::IUndo::execute(f.steps().addSimulator()));
+        const QRect screen(0, 0, 1000, 600); // two columns
+        Nodes::NodeLink window;
+        QVERIFY(Utils::IUndo::execute(f.steps().addWindow("Обзор", screen.size(), 1, window)));
+        const auto add = [&](const char *name, const QRect &place) {
+            NodeRecipe recipe("label", name);
+            recipe.set("x", place.x()).set("y", place.y());
+            recipe.set("width", place.width()).set("height", place.height());
+            QVERIFY(Utils::IUndo::execute(
+                new Utils::AddNodeLinkCommand(recipe.make(*f.session.project()), window)));
+        };
+        add("Фон", screen);
+        const QRect drawn(0, 560, 60, 40); // low: readings do not go below it
+        add("Насос", drawn);
+        Nodes::NodeLinks many;
+        while (many.size() < 20)
+            many.push_back(f.steps().signalNodes().front());
+        QVERIFY(Utils::IUndo::execute(f.steps().addReadings(window, many)));
+        QRegion taken(drawn);
+        for (std::size_t i = 2; i < window->Children().size(); ++i) {
+            const auto &element = dynamic_cast<Nodes::BasicWidget &>(*window->Children()[i]);
+            const QRect place = Utils::NRectToQRect(element.GetGeometry());
+            QVERIFY(screen.contains(place) && !taken.intersects(place));
+            taken += place;
+        }
+        QCOMPARE(window->Children().size(), std::size_t(2 + 2 * 20));
+    }
+
+    void readingsAreToldApart()
+    {
+        Fixture f;
+        const auto add = [&f](const NodeRecipe &recipe) {
+            return Utils::IUndo::execute(new Utils::AddNodeLinkCommand(
+                recipe.make(*f.session.project()), f.steps().place("Сигналы")));
+        };
+        for (const char *folder : {"Насос 1", "Насос 2"})
+            QVERIFY(add(NodeRecipe("folder", folder).add(NodeRecipe("memorySignal", "Ток"))));
+        QVERIFY(add(NodeRecipe("memorySignal", "Уровень")));
+        const Nodes::NodeLinks shown = f.steps().signalNodes();
+        shown[1]->SetDescription("Насос 2: ток двигателя");
+        const Nodes::NodeLink window = f.addWindow("Обзор", 1);
+        QVERIFY(Utils::IUndo::execute(f.steps().addReadings(window, shown)));
+        QStringList texts;
+        for (std::size_t i = 1; i < window->Children().size(); i += 2)
+            texts << QString::fromStdString(window->Children()[i]->GetName());
+        QCOMPARE(texts, (QStringList{"Насос 1: Ток", "Насос 2: ток двигателя", "Уровень"}));
     }
 
     void recipesKeepWhatTheyAreGiven()

@@ -311,6 +311,20 @@ private slots:
         QCOMPARE(archiver->Children().size(), std::size_t(1));
     }
 
+    void sourcesOfNamesakesHaveNamesOfTheirOwn()
+    {
+        SheetFixture p;
+        const ConfigNode *archiver = p.archiver();
+        SheetModel model(p.workspace, p.group, NodeType::TypeSignal);
+        const char *text = "Имя\tАрхив\nНасос 1/Ток\tда\nНасос 2/Ток\tда\nНасос 3/Ток\tда\n";
+        QVERIFY(SheetEdits::paste(p.workspace, model, text, 0, 0, {}).empty());
+        QSet<QString> names;
+        for (const auto &source : archiver->Children())
+            names << QString::fromStdString(source->GetName());
+        QCOMPARE(names.size(), 3); // the project check calls a repeated name an error
+        QCOMPARE(Nodes::FindArchivedSignals(*p.group).size(), std::size_t(3));
+    }
+
     void addressIsCountedFromTheGroup()
     {
         SheetFixture p;

@@ -1,5 +1,6 @@
 #include "editor/project/ProjectSession.h"
 #include "editor/users/PasswordDialog.h"
+#include "editor/users/StandardRoles.h"
 #include "editor/users/UserEdits.h"
 #include "editor/users/UsersView.h"
 #include "editor/workspace/Workspace.h"
@@ -11,6 +12,7 @@
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/model/KindInfo.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/serial/ProjectWriter.h"
 
 #include <QDialogButtonBox>
@@ -75,6 +77,35 @@ class UsersViewTest : public QObject
     Q_OBJECT
 
 private slots:
+    void standardRolesRiseFromLookingToEverything()
+    {
+        Office office;
+        const NodeLink station(office.users->GetParent());
+        station->RemoveNode(office.users).reset();
+        NodeLink made;
+        const int before = office.session.undoStack().count();
+        QVERIFY(office.workspace.push(StandardRoles::add(station, made)));
+        QCOMPARE(office.session.undoStack().count(), before + 1);
+        const auto *users = dynamic_cast<const Nodes::systemAuthentication *>(made.GetNode());
+        const auto *guest = users->GetSubObject("Гость");
+        QCOMPARE(
+            made->GetPropertyByValueId(Nodes::systemAuthentication::Prop::GuestRole)->ToString(),
+            std::to_string(guest->GetNodeLink().GetNodeId()));
+        const Nodes::NodesCollection &project = *office.session.project();
+        const auto may = [&](const char *who, Nodes::enPrivilegeType privilege) {
+            const auto review =
+                who ? Nodes::AccessReview::OfUser(project, users->GetSubObject(who)->GetNodeLink())
+                    : Nodes::AccessReview::OfRole(project, guest->GetNodeLink());
+            return review.Decide(privilege, station) == Nodes::PrivModeGranted;
+        };
+        using namespace Nodes;
+        QVERIFY(may(nullptr, PrivilegeView) && !may(nullptr, PrivilegeWrite));
+        QVERIFY(may("operator", PrivilegeWrite) && may("operator", PrivilegeAcknowledge));
+        QVERIFY(!may("operator", PrivilegeConfigure) && may("engineer", PrivilegeConfigure));
+        office.session.undoStack().undo();
+        QVERIFY(!made.isValid());
+    }
+
     void passwordsAreKeptAsHashesOnly()
     {
         Office o;

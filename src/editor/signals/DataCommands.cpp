@@ -2,7 +2,7 @@
 
 #include "editor/project/ProjectSession.h"
 #include "editor/signals/SignalTable.h"
-#include "editor/users/UserEdits.h"
+#include "editor/users/StandardRoles.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/auth/systemAuthentication.h"
@@ -71,9 +71,16 @@ void openSignals(Workspace &workspace)
 void openUsers(Workspace &workspace)
 {
     NodeLink users = first(workspace, Nodes::systemAuthentication::Code);
-    if (users.isEmpty() && mayMakeUsers(workspace))
-        users = UserEdits::add(workspace, first(workspace, NodeType::SubtypeStation),
-                               NodeType(Nodes::systemAuthentication::Code), tr("Пользователи"));
+    if (users.isEmpty() && mayMakeUsers(workspace)) {
+        NodeLink made;
+        if (workspace.push(StandardRoles::add(first(workspace, NodeType::SubtypeStation), made))) {
+            users = made;
+            workspace.tell(
+                Workspace::Info,
+                tr("Заведены гость, оператор и инженер. Задайте пароли двум последним: до "
+                   "этого станция показывает, но ничего не даёт изменить."));
+        }
+    }
     if (!users.isEmpty())
         workspace.open(users);
 }

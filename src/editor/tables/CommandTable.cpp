@@ -45,8 +45,10 @@ const QVector<CommandRow> &CommandTable()
 {
     using namespace StepCommands;
     static const QVector<CommandRow> own = {
-        {"project.addScreens", "Проект", "Добавить экраны станции…", "", "", &mayEdit, &addScreens},
-        {"project.addPage", "Проект", "Добавить страницу…", "", "", &mayAddPage, &addPage},
+        {"project.addScreens", "Проект", "Добавить экраны станции…",
+         ":/editor/icons/addScreens.svg", "", &mayEdit, &addScreens},
+        {"project.addPage", "Проект", "Добавить страницу…", ":/editor/icons/addPage.svg", "",
+         &mayAddPage, &addPage},
         {"project.addWindow", "Проект", "Добавить окно…", ":/editor/icons/addWindow.svg", "",
          &mayEdit, &addWindow},
         {"project.addReadings", "Проект", "Добавить показания…", ":/editor/icons/addReadings.svg",

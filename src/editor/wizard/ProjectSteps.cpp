@@ -3,7 +3,9 @@
 #include "editor/wizard/NodeRecipe.h"
 
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/BasicWidget.h"
+#include "nodes/visual/SharedProperties.h"
 #include "nodes/visual/windows/BasicFrame.h"
 #include "nodes/visual/windows/BasicWindow.h"
 #include "utils/convert/ValueConversions.h"
@@ -11,7 +13,10 @@
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/CommandGroup.h"
 
+#include <QVector>
+
 #include <algorithm>
+#include <cstdlib>
 
 namespace Editor {
 
@@ -19,7 +24,7 @@ namespace {
 
 constexpr int grid = 8; // px
 constexpr int margin = 3 * grid;
-const QSize captionSize(200, 32);
+const QSize captionSize(264, 32);
 const QSize valueSize(136, 32);
 
 NodeRecipe simulated(const QString &name, const QString &formula, const QString &unit, int maximum)
@@ -176,41 +181,92 @@ void ProjectSteps::addFrame(const Nodes::NodeLink &window, int display, QUndoCom
                                      Nodes::NodeLinks{window}, group);
 }
 
+QRect ProjectSteps::areaOf(const Nodes::NodeLink &screen)
+{
+    using Prop = Nodes::SizeProp;
+    const auto pixels = [&screen](unsigned property) {
+        const Nodes::BasicProperty *value = screen->GetPropertyByValueId(property);
+        return value ? std::atoi(value->ToString().c_str()) : 0;
+    };
+    return {0, 0, pixels(Prop::Width), pixels(Prop::Height)};
+}
+
 Nodes::NodeLink ProjectSteps::elementsOf(const Nodes::NodeLink &screen)
 {
     const auto layers = screen->GetObjects(Nodes::NodeType(Nodes::NodeType::TypeLayer));
     return layers.empty() ? screen : Nodes::NodeLink(layers.back());
 }
 
-QPoint ProjectSteps::freePlace(const Nodes::NodeLink &window, const QSize &size) const
+QVector<QRect> ProjectSteps::placesOf(const Nodes::NodeLink &screen, const QRect &area)
 {
-    int below = margin;
-    for (const auto &child : window->Children()) {
-        const auto *element = dynamic_cast<const Nodes::BasicWidget *>(child.get());
-        const QRect taken = element ? Utils::NRectToQRect(element->GetGeometry()) : QRect();
-        if (taken.intersects(QRect(QPoint(margin, 0), QSize(size.width(), 1 << 15))))
-            below = std::max(below, (taken.bottom() + grid) / grid * grid + grid);
-    }
-    return {margin, below};
+    QVector<QRect> places;
+    const auto take = [&places, &area](const Nodes::ConfigNode &parent) {
+        for (const auto &child : parent.Children()) {
+            const auto *element = dynamic_cast<const Nodes::BasicWidget *>(child.get());
+            const QRect place = element ? Utils::NRectToQRect(element->GetGeometry()) : QRect();
+            if (!place.isEmpty() && !place.contains(area)) // what covers all is a background
+                places.append(place);
+        }
+    };
+    take(*screen.GetNode());
+    for (const auto &child : screen->Children())
+        take(*child);
+    return places;
 }
 
-QUndoCommand *ProjectSteps::addReading(const Nodes::NodeLink &screen,
-                                       const Nodes::NodeLink &signal) const
+QPoint ProjectSteps::freePlace(const QVector<QRect> &taken, const QRect &area, const QSize &size)
 {
-    const Nodes::NodeLink window = elementsOf(screen);
+    for (int x = margin; x + size.width() <= area.width(); x += size.width() + margin) {
+        for (int y = margin; y + size.height() <= area.height(); y += size.height() + grid) {
+            const QRect place(QPoint(x, y), size);
+            if (std::none_of(taken.begin(), taken.end(),
+                             [&place](const QRect &other) { return other.intersects(place); }))
+                return place.topLeft();
+        }
+    }
+    return {margin, margin}; // full: above the others, where it is seen and can be moved
+}
+
+QString ProjectSteps::captionOf(const Nodes::NodeLink &signal, const Nodes::NodeLinks &others)
+{
+    if (!signal->GetDescription().empty())
+        return QString::fromStdString(signal->GetDescription());
+    const std::string name = signal.GetLinkName();
+    const auto same =
+        std::count_if(others.begin(), others.end(), [&name](const Nodes::NodeLink &other) {
+            return other.GetLinkName() == name;
+        });
+    if (same < 2 || !signal->GetParent())
+        return QString::fromStdString(name);
+    return QString::fromStdString(signal->GetParent()->GetName() + ": " + name);
+}
+
+QUndoCommand *ProjectSteps::addReadings(const Nodes::NodeLink &screen,
+                                        const Nodes::NodeLinks &shown) const
+{
+    const Nodes::NodeLink parent = elementsOf(screen);
     const QSize size(captionSize.width() + grid + valueSize.width(), captionSize.height());
-    const QPoint corner = freePlace(window, size);
-    const QString name = QString::fromStdString(signal.GetLinkName());
-    NodeRecipe caption = label(name + QStringLiteral(" (подпись)"), {corner, captionSize});
-    caption.set(QStringLiteral("text"), name);
-    const QPoint right = corner + QPoint(captionSize.width() + grid, 0);
-    NodeRecipe value = label(name, {right, valueSize});
-    value.set(QStringLiteral("signal"), signal)
-        .set(QStringLiteral("showUnit"), QStringLiteral("true"));
-    value.set(QStringLiteral("align"), QStringLiteral("right"));
-    auto *group = new Utils::CommandGroup(QStringLiteral("Добавление показания %1").arg(name));
-    for (const NodeRecipe &recipe : {caption, value})
-        new Utils::AddNodeLinkCommand(recipe.make(m_project), window, group);
+    const QRect area = areaOf(screen);
+    QVector<QRect> taken = placesOf(screen, area);
+    auto *group = new Utils::CommandGroup(
+        shown.size() == 1 ? QStringLiteral("Добавление показания %1")
+                                .arg(QString::fromStdString(shown.front().GetLinkName()))
+                          : QStringLiteral("Добавление показаний: %1").arg(shown.size()));
+    const Nodes::NodeLinks all = signalNodes();
+    for (const Nodes::NodeLink &signal : shown) {
+        const QPoint corner = freePlace(taken, area, size);
+        taken.append({corner, size});
+        const QString name = captionOf(signal, all);
+        NodeRecipe caption = label(name + QStringLiteral(" (подпись)"), {corner, captionSize});
+        caption.set(QStringLiteral("text"), name);
+        const QPoint right = corner + QPoint(captionSize.width() + grid, 0);
+        NodeRecipe value = label(name, {right, valueSize});
+        value.set(QStringLiteral("signal"), signal);
+        value.set(QStringLiteral("showUnit"), QStringLiteral("true"));
+        value.set(QStringLiteral("align"), QStringLiteral("right"));
+        for (const NodeRecipe &recipe : {caption, value})
+            new Utils::AddNodeLinkCommand(recipe.make(m_project), parent, group);
+    }
     return group;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QRect>
 #include <QString>
+#include <QVector>
 
 namespace Nodes {
 class NodesCollection;
@@ -39,9 +40,10 @@ public:
                             Nodes::NodeLink &made) const;
     /// A frame of that display (from 1) that shows the window.
     QUndoCommand *addFrame(const Nodes::NodeLink &window, int display) const;
-    /// The signal's name and value at the next free place of the window, or of the topmost layer
-    /// of a screen that has layers.
-    QUndoCommand *addReading(const Nodes::NodeLink &screen, const Nodes::NodeLink &signal) const;
+    /// What the signals are called and their values, in one step: at free places within the
+    /// screen, downwards and then to the right, in the topmost layer where it has layers. Called
+    /// by their descriptions, else by their names, with the folder's where several have that one.
+    QUndoCommand *addReadings(const Nodes::NodeLink &screen, const Nodes::NodeLinks &shown) const;
 
     /// All windows, or all signals, of the project in tree order.
     Nodes::NodeLinks windows() const;
@@ -55,7 +57,10 @@ public:
 private:
     void addFrame(const Nodes::NodeLink &window, int display, QUndoCommand *group) const;
     static Nodes::NodeLink elementsOf(const Nodes::NodeLink &screen);
-    QPoint freePlace(const Nodes::NodeLink &window, const QSize &size) const;
+    static QRect areaOf(const Nodes::NodeLink &screen);
+    static QVector<QRect> placesOf(const Nodes::NodeLink &screen, const QRect &area);
+    static QPoint freePlace(const QVector<QRect> &taken, const QRect &area, const QSize &size);
+    static QString captionOf(const Nodes::NodeLink &signal, const Nodes::NodeLinks &others);
 
     Nodes::NodesCollection &m_project;
 };

@@ -2,6 +2,7 @@
 
 #include "editor/wizard/NodeRecipe.h"
 #include "editor/wizard/ProjectSteps.h"
+#include "editor/wizard/ScreenRecipes.h"
 #include "editor/wizard/TrendRecipe.h"
 
 #include "nodes/actions/kinds/actionChangeComposition.h"
@@ -26,22 +27,14 @@ using Nodes::NodeLink;
 using Nodes::NodeLinks;
 using Utils::AddNodeLinkCommand;
 using Utils::ChangePropertyCommand;
+using namespace ScreenRecipes;
 
 namespace {
 
-constexpr int grid = 8; // px
-constexpr int margin = 2 * grid;
-constexpr int barHeight = 56;   // header and buttons
 constexpr int titleHeight = 48; // of a page
 constexpr int titleWidth = 240;
 constexpr int userWidth = 176;
 constexpr int loginWidth = 104;
-constexpr int buttonWidth = 144; // at most
-
-const QString ground = QStringLiteral("#d3d7da");
-const QString bar = QStringLiteral("#3b444c");
-const QString ink = QStringLiteral("#20262c");
-const QString paper = QStringLiteral("#f2f4f5");
 
 struct Page
 {
@@ -54,51 +47,6 @@ constexpr Page pages[] = {{"Обзор", nullptr},
                           {"Тревоги", "alarmList"},
                           {"События", "eventList"},
                           {"Отчёты", "reportDisplay"}};
-
-NodeRecipe placed(const char *kind, const QString &name, const QRect &place)
-{
-    NodeRecipe recipe(QLatin1String(kind), name);
-    recipe.set(QStringLiteral("x"), place.x()).set(QStringLiteral("y"), place.y());
-    recipe.set(QStringLiteral("width"), place.width());
-    recipe.set(QStringLiteral("height"), place.height());
-    return recipe;
-}
-
-NodeRecipe caption(const QString &text, const QRect &place, int size, const QString &color)
-{
-    NodeRecipe recipe = placed("label", text, place);
-    recipe.set(QStringLiteral("text"), text).set(QStringLiteral("fontSize"), size);
-    recipe.set(QStringLiteral("bold"), QStringLiteral("true"));
-    recipe.set(QStringLiteral("color"), color);
-    return recipe;
-}
-
-NodeRecipe button(const QString &text, const QRect &place, const NodeLink &action)
-{
-    NodeRecipe recipe = placed("button", text, place);
-    recipe.set(QStringLiteral("text"), text).set(QStringLiteral("fontSize"), 11);
-    recipe.set(QStringLiteral("bold"), QStringLiteral("true"));
-    recipe.set(QStringLiteral("color"), ink).set(QStringLiteral("background"), ground);
-    recipe.set(QStringLiteral("style"), QStringLiteral("fusion"));
-    recipe.set(QStringLiteral("align"), QStringLiteral("center"));
-    recipe.set(QStringLiteral("valign"), QStringLiteral("center"));
-    recipe.set(QStringLiteral("releaseActions"), action);
-    return recipe;
-}
-
-NodeRecipe action(const QString &name, const NodeLink &field, const NodeLink &page)
-{
-    NodeRecipe recipe(QStringLiteral("actionChangeComposition"),
-                      QStringLiteral("Показать: %1").arg(name));
-    recipe.set(QStringLiteral("window"), field).set(QStringLiteral("composition"), page);
-    return recipe;
-}
-
-QRect buttonPlace(int number, int count, int rowWidth)
-{
-    const int width = std::min(buttonWidth, (rowWidth - 2 * margin + grid) / count - grid);
-    return {margin + number * (width + grid), grid, width, barHeight - 2 * grid};
-}
 
 /// The charts of a page.
 NodeLinks charts(const NodeLink &page)
@@ -169,7 +117,7 @@ NodeLink StationScreens::page(const QString &name, const QSize &size,
                               const NodeRecipe *content) const
 {
     NodeRecipe layer(QStringLiteral("layer"), QStringLiteral("Основа"));
-    layer.add(caption(name, {margin + grid, grid, 640, titleHeight - 2 * grid}, 16, ink));
+    layer.add(caption(name, {margin + grid, grid, 640, titleHeight - 2 * grid}, 16, ink()));
     if (content)
         layer.add(*content);
     NodeRecipe recipe(QStringLiteral("composition"), name);
@@ -183,9 +131,9 @@ NodeLink StationScreens::header(const QString &title, const QSize &size, const N
 {
     NodeRecipe window =
         placed("window", QStringLiteral("Заголовок"), {0, 0, size.width(), barHeight});
-    window.set(QStringLiteral("background"), bar);
+    window.set(QStringLiteral("background"), bar());
     const int height = barHeight - 2 * grid;
-    window.add(caption(title, {margin, grid, titleWidth, height}, 12, paper));
+    window.add(caption(title, {margin, grid, titleWidth, height}, 12, paper()));
     int right = size.width() - margin;
     if (!find(m_project, Nodes::NodeType(Nodes::systemAuthentication::Code)).empty()) {
         NodeRecipe user(QStringLiteral("currentUser"), QStringLiteral("Пользователь"));
@@ -198,7 +146,9 @@ NodeLink StationScreens::header(const QString &title, const QSize &size, const N
         right -= loginWidth;
         window.add(button(QStringLiteral("Войти…"), {right, grid, loginWidth, height}, login));
         right -= grid + userWidth;
-        NodeRecipe name = caption({}, {right, grid, userWidth, height}, 11, paper);
+        NodeRecipe name =
+            caption(QStringLiteral("Кто вошёл"), {right, grid, userWidth, height}, 11, paper());
+        name.set(QStringLiteral("text"), QString());
         name.set(QStringLiteral("signal"), shown);
         name.set(QStringLiteral("align"), QStringLiteral("right"));
         window.add(name);
@@ -227,10 +177,10 @@ QUndoCommand *StationScreens::build(const QString &title, const QSize &size, int
     const QRect content(margin, titleHeight, inside.width() - 2 * margin,
                         inside.height() - titleHeight - margin);
     NodeRecipe field = placed("windowComposed", QStringLiteral("Поле"), {{0, barHeight}, inside});
-    const NodeLink shown = field.set(QStringLiteral("background"), ground).make(m_project);
+    const NodeLink shown = field.set(QStringLiteral("background"), ground()).make(m_project);
     NodeRecipe row = placed("window", QStringLiteral("Навигация"),
                             {0, size.height() - barHeight, size.width(), barHeight});
-    row.set(QStringLiteral("background"), bar);
+    row.set(QStringLiteral("background"), bar());
     const int count = int(std::size(pages));
     const NodeLink top = header(title, size, shows, group);
     new AddNodeLinkCommand(top, screens, group);
@@ -242,7 +192,7 @@ QUndoCommand *StationScreens::build(const QString &title, const QSize &size, int
             element = placed(pages[i].kind, name + QStringLiteral(" станции"), content);
         const NodeLink made = page(name, inside, pages[i].kind ? &element : nullptr);
         new AddNodeLinkCommand(made, screens, group);
-        const NodeLink show = add(action(name, shown, made), shows);
+        const NodeLink show = add(showPage(name, shown, made), shows);
         row.add(button(name, buttonPlace(i, count, size.width()), show));
         if (!i)
             overview = made;
@@ -291,7 +241,7 @@ QUndoCommand *StationScreens::addPage(const QString &name, NodeLink &made) const
     made = page(name, {place.width, place.height}, nullptr);
     new AddNodeLinkCommand(made, folder, group);
     const Row line = row(shown);
-    const NodeLink show = action(name, shown, made).make(m_project);
+    const NodeLink show = showPage(name, shown, made).make(m_project);
     new AddNodeLinkCommand(show, line.actions.isValid() ? line.actions : folder, group);
     if (line.window.isValid()) // else the engineer leads there in a way of their own
         addButton(line, name, show, group);

@@ -198,8 +198,8 @@ void StepCommands::addReadings(Workspace &workspace)
     if (dialog.exec() != QDialog::Accepted)
         return;
     workspace.open(window);
-    for (const Nodes::NodeLink &signal : dialog.chosen())
-        workspace.push(project.addReading(window, signal));
+    if (const Nodes::NodeLinks chosen = dialog.chosen(); !chosen.empty())
+        workspace.push(project.addReadings(window, chosen));
 }
 
 } // namespace Editor

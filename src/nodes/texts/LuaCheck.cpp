@@ -122,7 +122,8 @@ std::vector<Reference> References(const std::string &text,
         const bool isCalled =
             tokens[i - 1].In(text) == "(" &&
             std::find(functions.begin(), functions.end(), function) != functions.end();
-        if (isCalled && tokens[i].sort == LuaToken::Text)
+        const bool isWhole = i + 1 == tokens.size() || tokens[i + 1].In(text) != ".."; // known here
+        if (isCalled && isWhole && tokens[i].sort == LuaToken::Text)
             found.push_back({tokens[i], std::string(LuaTextOf(tokens[i].In(text)))});
     }
     return found;

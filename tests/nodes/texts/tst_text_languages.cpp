@@ -123,6 +123,7 @@ private slots:
         row("own names", "formula",
             "local a, b = 1, 2\nlocal function f(x) return x end\nc = f(a) return c + b", "");
         row("signal by its way", "formula", "signal('Котёл/T')", "");
+        row("name put together", "formula", "signal(\"P\" .. 1)", "");
         row("no signal", "formula", "signal(\"P\")", "[\"P\"] сигнала «P» в этом имитаторе нет");
         row("two signals", "formula", "signal(\"T\")",
             "[\"T\"] «T» называются несколько сигналов: укажите путь");

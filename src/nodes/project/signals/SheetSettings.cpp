@@ -260,7 +260,7 @@ Result SheetSettings::makeSource(ConfigNode &signal, SheetPlan &plan, NodeLink &
     }
     source = made->GetNodeLink();
     if (result)
-        result = project.HoldClone(made, false);
+        result = project.HoldClone(made, true);
     if (!result)
         return invalid("архивирование не задано: " + result.GetResultTranslated());
     plan.additions.push_back({source, archivers.front()});
