@@ -8,6 +8,7 @@
 #include "editor/signals/SheetEdits.h"
 #include "editor/signals/SheetModel.h"
 #include "editor/signals/SheetPage.h"
+#include "editor/signals/SheetView.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/drivers/modbus/modbusDriver.h"

@@ -5,6 +5,7 @@
 #include "editor/signals/RenameDialog.h"
 #include "editor/signals/SheetModel.h"
 #include "editor/signals/SheetPage.h"
+#include "editor/signals/SheetView.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/auth/systemAuthentication.h"

@@ -1,5 +1,6 @@
 #include "editor/SheetFixture.h"
 #include "editor/signals/SheetPage.h"
+#include "editor/signals/SheetView.h"
 #include "editor/signals/SignalTable.h"
 
 #include "nodes/archive/ArchivedSignals.h"
@@ -11,6 +12,9 @@
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QtTest>
@@ -337,6 +341,74 @@ private slots:
         for (const char *wrong : {"-1", "65536", "abc", "1,5"})
             QVERIFY2(!model.setData(model.index(0, address), wrong), wrong);
         QCOMPARE(p.session.undoStack().count(), 1);
+    }
+
+    void cellsGoToTheColumnsThatAreSeen()
+    {
+        SheetFixture p;
+        SignalTable document(p.workspace, p.group, nullptr);
+        document.resize(500, 300);
+        document.show();
+        SheetPage &page = document.signalPage();
+        SheetView &table = page.table();
+        const int offset = page.model().columns().Find("offset");
+        const int scale = page.model().columns().Find("scale");
+        const int unit = page.model().columns().Find("unit");
+        QHeaderView &header = *table.horizontalHeader();
+        header.moveSection(header.visualIndex(unit), header.visualIndex(offset) + 1);
+        for (int column = 1; column < page.model().columnCount(); ++column)
+            table.setColumnHidden(column, column != offset && column != unit && column != scale);
+        QApplication::clipboard()->setText("7\tбар\t0,5\n8\tм\t2\n");
+        table.setCurrentIndex(page.model().index(1, offset));
+        page.paste();
+        QCOMPARE(page.model().text(1, unit), QString("бар"));
+        QCOMPARE(page.model().text(2, scale), QString("2"));
+        table.selectionModel()->select(
+            {page.model().index(1, 1), page.model().index(2, std::max(unit, scale))},
+            QItemSelectionModel::ClearAndSelect);
+        page.copy();
+        QVERIFY(QApplication::clipboard()->text().startsWith("7\tбар"));
+        table.selectRow(0);
+        page.copy();
+        QCOMPARE(QApplication::clipboard()->text().count('\t'), 3); // the hidden stay there
+    }
+
+    void namesStayInSight()
+    {
+        SheetFixture p;
+        SignalTable document(p.workspace, p.group, nullptr);
+        document.resize(500, 300);
+        document.show();
+        SheetView &table = document.signalPage().table();
+        const QAbstractItemModel &model = document.signalPage().model();
+        const int before = table.columnWidth(0);
+        QVERIFY(p.paste("Имя\nНасосная станция второго подъёма/Пуск\n").empty());
+        QTRY_VERIFY(table.columnWidth(0) > before); // fitted anew
+        QTRY_COMPARE(table.frozen().width(), table.columnWidth(0));
+        table.scrollTo(model.index(0, model.columnCount() - 1));
+        QVERIFY(table.horizontalScrollBar()->value() > 0);
+        QCOMPARE(table.frozen().columnViewportPosition(0), 0);
+        for (int column = model.columnCount() - 1; column > 0; --column) {
+            table.scrollTo(model.index(0, column)); // as the arrow keys do
+            QVERIFY(table.visualRect(model.index(0, column)).left() >= table.columnWidth(0) ||
+                    table.horizontalScrollBar()->value() == 0);
+        }
+        const int scrolled = table.horizontalScrollBar()->maximum();
+        table.horizontalScrollBar()->setValue(scrolled);
+        QTest::mouseClick(table.frozen().viewport(), Qt::LeftButton, {},
+                          table.frozen().visualRect(model.index(1, 0)).center());
+        QCOMPARE(table.currentIndex(), model.index(1, 0));
+        QCOMPARE(table.horizontalScrollBar()->value(), scrolled);
+        QTest::keyClick(&table, Qt::Key_F2); // is typed where it is seen
+        auto *line = table.frozen().viewport()->findChild<QLineEdit *>();
+        QVERIFY(line && line->isVisible());
+        line->setText("Т77");
+        QTest::keyClick(line, Qt::Key_Return);
+        QTRY_COMPARE(p.signalNodes[1].GetLinkName(), std::string("Т77"));
+        table.setColumnWidth(0, 77);
+        QVERIFY(p.paste("Имя\nЕщё один длинный путь к сигналу/Пуск\n").empty());
+        QTRY_COMPARE(model.rowCount(), 5);
+        QCOMPARE(table.columnWidth(0), 77); // as somebody dragged it
     }
 
     void pageCopiesPastesAndArchives()

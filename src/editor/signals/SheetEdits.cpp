@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <set>
 
 namespace Editor::SheetEdits {
@@ -32,6 +33,13 @@ QString tr(const char *text)
 SheetImport importOf(const SheetModel &model)
 {
     return SheetImport(*model.scope(), model.family(), model.columns(), model.kinds());
+}
+
+Columns allColumns(const SheetModel &model)
+{
+    Columns order(std::size_t(model.columnCount()));
+    std::iota(order.begin(), order.end(), 0);
+    return order;
 }
 
 /// A row by itself is no header: it would say nothing.
@@ -55,7 +63,7 @@ void planSame(const SheetModel &model, const Cells &cells, const std::string &te
               SheetImport &import, SheetPlan &plan)
 {
     for (const auto &[row, column] : cells)
-        import.PlanBlock({{ text }}, {model.node(row)}, std::size_t(column), plan);
+        import.PlanBlock({{ text }}, {model.node(row)}, {column}, plan);
 }
 
 } // namespace
@@ -89,8 +97,10 @@ Refusals importTable(Workspace &workspace, const SheetModel &model, const TextTa
 }
 
 Refusals paste(Workspace &workspace, const SheetModel &model, const std::string &text, int row,
-               int column, const Cells &selected)
+               int column, const Cells &selected, Columns order)
 {
+    if (order.empty())
+        order = allColumns(model);
     TextTable table;
     const Nodes::Result read = readClipboard(model, text, table);
     if (!read)
@@ -105,7 +115,9 @@ Refusals paste(Workspace &workspace, const SheetModel &model, const std::string 
         Nodes::NodeLinks nodes;
         for (int i = std::max(row, 0); i < model.rowCount(); ++i)
             nodes.push_back(model.node(i));
-        import.PlanBlock(table, nodes, std::size_t(std::max(column, 0)), plan);
+        const auto first = std::find(order.begin(), order.end(), column);
+        import.PlanBlock(table, nodes, {first == order.end() ? order.begin() : first, order.end()},
+                         plan);
     }
     carryOut(workspace, plan, tr("Вставка в таблицу"));
     return std::move(plan.refusals);
@@ -213,25 +225,28 @@ Refusals rename(Workspace &workspace, const Nodes::NodeLinks &nodes,
     return std::move(plan.refusals);
 }
 
-std::string copy(const SheetModel &model, const Cells &selected)
+std::string copy(const SheetModel &model, const Cells &selected, Columns order)
 {
-    if (selected.empty())
-        return {};
-    int top = selected[0].first;
-    int left = selected[0].second;
-    int bottom = top;
-    int right = left;
+    if (order.empty())
+        order = allColumns(model);
+    Cells places; // as they are seen
     for (const auto &[row, column] : selected) {
-        top = std::min(top, row);
-        bottom = std::max(bottom, row);
-        left = std::min(left, column);
-        right = std::max(right, column);
+        const auto found = std::find(order.begin(), order.end(), column);
+        if (found != order.end())
+            places.emplace_back(row, int(found - order.begin()));
     }
-    TextTable table(std::size_t(bottom - top + 1),
-                    std::vector<std::string>(std::size_t(right - left + 1)));
-    for (const auto &[row, column] : selected)
-        table[std::size_t(row - top)][std::size_t(column - left)] =
-            model.text(row, column).toStdString();
+    if (places.empty())
+        return {};
+    const auto [top, bottom] = std::minmax_element(places.begin(), places.end());
+    const auto byColumn = [](const auto &one, const auto &other) {
+        return one.second < other.second;
+    };
+    const auto [left, right] = std::minmax_element(places.begin(), places.end(), byColumn);
+    TextTable table(std::size_t(bottom->first - top->first + 1),
+                    std::vector<std::string>(std::size_t(right->second - left->second + 1)));
+    for (const auto &[row, place] : places)
+        table[std::size_t(row - top->first)][std::size_t(place - left->second)] =
+            model.text(row, order[std::size_t(place)]).toStdString();
     return Nodes::DelimitedText::Write(table, '\t', "\n");
 }
 

@@ -28,6 +28,8 @@ namespace SheetEdits {
 
 using Refusals = std::vector<Nodes::SheetRefusal>;
 using Cells = std::vector<std::pair<int, int>>; ///< rows and columns of the model
+/// Columns of the model as they stand side by side on the screen; none: as in the model.
+using Columns = std::vector<int>;
 
 /// Carries the plan out, or drops it; false when the project took nothing. Tells how much it was.
 bool carryOut(Workspace &workspace, Nodes::SheetPlan &plan, const QString &text);
@@ -35,7 +37,7 @@ bool carryOut(Workspace &workspace, Nodes::SheetPlan &plan, const QString &text)
 /// Puts the text of a spreadsheet in: a table with a header by names, wherever the cursor is, else
 /// the cells from that one on; a single value into all of `selected`.
 Refusals paste(Workspace &workspace, const SheetModel &model, const std::string &text, int row,
-               int column, const Cells &selected);
+               int column, const Cells &selected, Columns order = {});
 /// Takes a table with a header over.
 Refusals importTable(Workspace &workspace, const SheetModel &model, const Nodes::TextTable &table);
 /// Gives the selected cells of each column the value of its uppermost one.
@@ -52,7 +54,7 @@ Refusals rename(Workspace &workspace, const Nodes::NodeLinks &nodes,
                 const std::vector<std::string> &names);
 
 /// The selected cells as text for spreadsheets, the smallest rectangle around them.
-std::string copy(const SheetModel &model, const Cells &selected);
+std::string copy(const SheetModel &model, const Cells &selected, Columns order = {});
 /// All rows shown, with a header.
 Nodes::TextTable exportTable(const SheetModel &model);
 

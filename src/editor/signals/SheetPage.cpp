@@ -1,8 +1,8 @@
 #include "editor/signals/SheetPage.h"
 
 #include "editor/signals/RefusalsDialog.h"
-#include "editor/signals/SheetDelegate.h"
 #include "editor/signals/SheetModel.h"
+#include "editor/signals/SheetView.h"
 #include "editor/workspace/Workspace.h"
 
 #include "nodes/model/ConfigNode.h"
@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -26,8 +27,9 @@ namespace Editor {
 namespace {
 
 constexpr int rowHeight = 24;
-constexpr int measuredRows = 50; // that column widths are taken from
+constexpr int measuredRows = 100; // that column widths are taken from, of all
 constexpr int widestColumn = 260;
+constexpr int widestName = 330;
 constexpr int toldNodes = 1000; // more selected rows are nobody else's business
 
 } // namespace
@@ -38,22 +40,21 @@ SheetPage::SheetPage(Workspace &workspace, const Nodes::NodeLink &scope, unsigne
       m_workspace(workspace),
       m_family(family),
       m_model(new SheetModel(workspace, scope, family, this)),
-      m_table(new QTableView(this)),
+      m_table(new SheetView(this)),
       m_filter(new QLineEdit(this)),
       m_count(new QLabel(this))
 {
     m_table->setObjectName(QStringLiteral("sheet"));
     m_table->setModel(m_model);
-    m_table->setItemDelegate(new SheetDelegate(m_table));
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                              QAbstractItemView::AnyKeyPressed);
-    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_table->setWordWrap(false);
     m_table->setTextElideMode(Qt::ElideMiddle); // the end of a path tells the most
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(rowHeight);
     m_table->horizontalHeader()->setSectionsMovable(true);
+    m_table->horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
     m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_filter->setPlaceholderText(tr("Поиск по имени и описанию"));
     m_filter->setClearButtonEnabled(true);
@@ -72,6 +73,12 @@ SheetPage::SheetPage(Workspace &workspace, const Nodes::NodeLink &scope, unsigne
     layout->addWidget(m_table, 1);
 
     m_table->installEventFilter(this);
+    connect(m_table->horizontalHeader(), &QHeaderView::customContextMenuRequested, this,
+            &SheetPage::chooseColumns);
+    connect(m_table->horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (!m_isFitting)
+            m_sized.insert(m_model->columns()[std::size_t(column)].title);
+    });
     connect(m_filter, &QLineEdit::textChanged, m_model, &SheetModel::setFilter);
     connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, &SheetPage::keepSelection);
     connect(m_model, &QAbstractItemModel::modelReset, this, &SheetPage::restoreSelection);
@@ -150,19 +157,58 @@ bool SheetPage::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+// Anew when rows have come or gone; what somebody has dragged stays.
 void SheetPage::fitColumns()
 {
-    if (m_fittedColumns == m_model->columnCount())
+    if (m_fittedColumns == m_model->columnCount() && m_fittedRows == m_model->totalCount())
         return;
     m_fittedColumns = m_model->columnCount();
+    m_fittedRows = m_model->totalCount();
+    m_isFitting = true;
     const QFontMetrics metrics = m_table->fontMetrics();
+    const int rows = m_model->rowCount();
     for (int column = 0; column < m_fittedColumns; ++column) {
+        if (m_sized.count(m_model->columns()[std::size_t(column)].title) != 0)
+            continue;
         int width = metrics.horizontalAdvance(
             m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-        for (int row = 0; row < std::min(measuredRows, m_model->rowCount()); ++row)
+        for (int row = 0; row < rows; row += std::max(1, rows / measuredRows))
             width = std::max(width, metrics.horizontalAdvance(m_model->text(row, column)));
-        m_table->setColumnWidth(column, std::min(width + 20, widestColumn));
+        m_table->setColumnWidth(column,
+                                std::min(width + 20, column == 0 ? widestName : widestColumn));
     }
+    m_isFitting = false;
+}
+
+SheetEdits::Columns SheetPage::shownColumns() const
+{
+    const QHeaderView &header = *m_table->horizontalHeader();
+    SheetEdits::Columns order;
+    for (int place = 0; place < header.count(); ++place) {
+        const int column = header.logicalIndex(place);
+        if (!m_table->isColumnHidden(column))
+            order.push_back(column);
+    }
+    return order;
+}
+
+void SheetPage::chooseColumns(const QPoint &at)
+{
+    QMenu menu;
+    menu.addAction(tr("Показать все столбцы"), this, [this] {
+        for (int column = 1; column < m_model->columnCount(); ++column)
+            m_table->setColumnHidden(column, false);
+    });
+    menu.addSeparator();
+    for (int column = 1; column < m_model->columnCount(); ++column) {
+        QAction *shown =
+            menu.addAction(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        shown->setCheckable(true);
+        shown->setChecked(!m_table->isColumnHidden(column));
+        connect(shown, &QAction::toggled, this,
+                [this, column](bool isOn) { m_table->setColumnHidden(column, !isOn); });
+    }
+    menu.exec(m_table->horizontalHeader()->mapToGlobal(at));
 }
 
 void SheetPage::showCount()
@@ -176,8 +222,10 @@ void SheetPage::showCount()
 SheetEdits::Cells SheetPage::selectedCells() const
 {
     SheetEdits::Cells cells;
-    for (const QModelIndex &index : m_table->selectionModel()->selectedIndexes())
-        cells.emplace_back(index.row(), index.column());
+    for (const QModelIndex &index : m_table->selectionModel()->selectedIndexes()) {
+        if (!m_table->isColumnHidden(index.column()))
+            cells.emplace_back(index.row(), index.column());
+    }
     std::sort(cells.begin(), cells.end());
     return cells;
 }
@@ -249,7 +297,7 @@ void SheetPage::copy()
     const SheetEdits::Cells cells = selectedCells();
     if (!cells.empty())
         QApplication::clipboard()->setText(
-            QString::fromStdString(SheetEdits::copy(*m_model, cells)));
+            QString::fromStdString(SheetEdits::copy(*m_model, cells, shownColumns())));
 }
 
 void SheetPage::paste()
@@ -260,7 +308,7 @@ void SheetPage::paste()
     const QModelIndex at = m_table->currentIndex();
     if (m_model->scope())
         tell(SheetEdits::paste(m_workspace, *m_model, text.toStdString(), at.row(), at.column(),
-                               selectedCells()));
+                               selectedCells(), shownColumns()));
 }
 
 void SheetPage::fillDown()

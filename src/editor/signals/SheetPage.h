@@ -4,15 +4,18 @@
 
 #include <QWidget>
 
+#include <set>
+#include <string>
+
 class QAction;
 class QLabel;
 class QLineEdit;
-class QTableView;
 class QToolBar;
 
 namespace Editor {
 
 class SheetModel;
+class SheetView;
 class Workspace;
 
 /// The table of all nodes of a family below one node, as a spreadsheet: edited in place, copied,
@@ -27,7 +30,7 @@ public:
     ~SheetPage() override;
 
     SheetModel &model() const { return *m_model; }
-    QTableView &table() const { return *m_table; }
+    SheetView &table() const { return *m_table; }
     /// Selects the node's row; false when it has none here.
     bool reveal(const Nodes::NodeLink &node);
 
@@ -59,6 +62,8 @@ private:
     QAction *addAction(QToolBar &bar, const QString &text, const QString &tip,
                        const QKeySequence &keys, void (SheetPage::*run)());
     void tell(const SheetEdits::Refusals &refusals);
+    SheetEdits::Columns shownColumns() const;
+    void chooseColumns(const QPoint &at);
     void showCount();
     void keepSelection();
     void restoreSelection();
@@ -68,11 +73,14 @@ private:
     Workspace &m_workspace;
     unsigned m_family;
     SheetModel *m_model; ///< children
-    QTableView *m_table;
+    SheetView *m_table;
     QLineEdit *m_filter;
     QLabel *m_count;
     Nodes::NodeLinks m_kept; ///< selected before the rows are gathered anew
     int m_fittedColumns = 0;
+    int m_fittedRows = -1;
+    bool m_isFitting = false;
+    std::set<std::string> m_sized; ///< titles of columns that somebody has dragged
 };
 
 } // namespace Editor

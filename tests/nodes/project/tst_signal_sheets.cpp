@@ -119,6 +119,7 @@ private slots:
         row("title", "нижний ПРЕДЕЛ", "Нижний предел");
         row("key", "offsetValue", "Слагаемое");
         row("begin", "Единица", "Единица измерения");
+        row("words in another order", "Запись разрешена", "Разрешена запись");
         row("begin of several", "Т", ""); // Тип данных, Тип значения
         row("usual", "Максимум", "Верхний предел");
         row("somebody's own", "Шкаф", "");
@@ -133,6 +134,21 @@ private slots:
         QCOMPARE(guessed < 0 ? QString()
                              : QString::fromStdString(s.columns[std::size_t(guessed)].title),
                  column);
+    }
+
+    void columnsHaveTitlesOfTheirOwn()
+    {
+        Sheet s;
+        s.add("hostSignal", s.add("hostDriver", s.root()), "Ц");
+        s.add("simulatorSignal", s.add("simulatorDriver", s.root()), "И");
+        s.add("memorySignal", s.root(), "П");
+        SheetColumns columns(FindSheetKinds(*s.root(), NodeType::TypeSignal));
+        SheetSettings::AddTo(columns, *s.root(), NodeType::TypeSignal);
+        for (std::size_t i = 0; i < columns.GetCount(); ++i)
+            QCOMPARE(
+                QString::fromStdString(columns[std::size_t(columns.Guess(columns[i].title))].title +
+                                       std::to_string(columns.Guess(columns[i].title))),
+                QString::fromStdString(columns[i].title + std::to_string(i)));
     }
 
     void headersAreToldFromSignals_data()
@@ -492,14 +508,20 @@ private slots:
         QVERIFY(s.made.isEmpty());
     }
 
+    static std::vector<int> from(const SheetColumns &columns, const char *first)
+    {
+        std::vector<int> places;
+        for (int i = columns.Find(first); i < int(columns.GetCount()); ++i)
+            places.push_back(i);
+        return places;
+    }
     void blocksGoWhereTheyArePasted()
     {
         Sheet s;
         const auto block = [&s](const QString &text, const char *column) {
             s.made = SheetPlan();
             SheetImport(*s.group, NodeType::TypeSignal, s.columns, s.kinds)
-                .PlanBlock(tableOf(text), {s.first, s.second}, std::size_t(s.columns.Find(column)),
-                           s.made);
+                .PlanBlock(tableOf(text), {s.first, s.second}, from(s.columns, column), s.made);
         };
         block("1|x||3|5", "bit");
         QCOMPARE(s.made.changes.size(), std::size_t(2));

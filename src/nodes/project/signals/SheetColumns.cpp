@@ -9,7 +9,9 @@
 #include "nodes/values/NumberText.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
+#include <sstream>
 
 namespace Nodes {
 
@@ -37,6 +39,15 @@ constexpr std::pair<std::string_view, std::string_view> usualTitles[] = {
 };
 
 using Kinds = std::vector<const KindInfo *>;
+
+/// In the order of the alphabet: "запись разрешена" is "разрешена запись".
+std::vector<std::string> wordsOf(const std::string &text)
+{
+    std::istringstream stream(text);
+    std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+    std::sort(words.begin(), words.end());
+    return words;
+}
 
 bool isNumber(std::string text)
 {
@@ -97,8 +108,13 @@ SheetColumns::SheetColumns(const std::vector<const KindInfo *> &kinds)
             if (property.binding.type == PropertyType::Secret)
                 continue;
             auto &columns = isCommon(property, kinds) && isShared(property) ? common : m_columns;
-            if (!isThere(columns, property))
-                columns.push_back({SheetColumn::Property, property.nameRu, &property});
+            if (isThere(columns, property))
+                continue;
+            // Kinds may call different properties alike; an exported table has to come back.
+            const bool isAlike = Find(property.nameRu) >= 0;
+            columns.push_back({SheetColumn::Property,
+                               property.nameRu + (isAlike ? " (" + kind->nameRu + ")" : ""),
+                               &property});
         }
     }
     m_columns.insert(m_columns.end(), common.begin(), common.end());
@@ -155,6 +171,10 @@ int SheetColumns::Guess(std::string_view title) const
     if (exact >= 0 || title.empty())
         return exact;
     const std::string folded = FoldCase(title);
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        if (wordsOf(FoldCase(m_columns[i].title)) == wordsOf(folded))
+            return int(i);
+    }
     int only = -1;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         const bool isBegin = FoldCase(m_columns[i].title).compare(0, folded.size(), folded) == 0;

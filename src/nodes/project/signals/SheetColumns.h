@@ -43,8 +43,8 @@ public:
     void AddSetting(std::string title, const PropertyDescriptor *descriptor);
     /// By title or, for properties, by key, capitals or not; -1 without one.
     int Find(std::string_view title) const;
-    /// The same, and where there is none: the only one whose title begins so, or what lists from
-    /// elsewhere usually mean.
+    /// The same, and where there is none: what lists from elsewhere usually mean, the same words in
+    /// another order, or the only one whose title begins so.
     int Guess(std::string_view title) const;
     /// Whether a row names columns rather than a node and its values: it has the column of names by
     /// its own title, or by a usual one together with another column, and no number.

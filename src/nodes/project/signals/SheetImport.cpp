@@ -109,8 +109,8 @@ std::vector<int> SheetImport::readHeader(const Row &header, SheetPlan &plan) con
             plan.Refuse(1, title, {},
                         isRepeated
                             ? "столбец назван второй раз; второй не читается, удалите лишний"
-                            : "такого столбца нет, он не читается; названия столбцов — как в "
-                              "заголовке таблицы");
+                            : "такого столбца нет, он не читается; куда он, можно сказать самому: "
+                              "«Вставить как…», «Импорт…»");
         places.push_back(isRepeated ? -1 : place);
     }
     return places;
@@ -190,15 +190,9 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
     takeRow(*node, isNew, row, number, places, plan);
 }
 
-void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes, std::size_t first,
-                            SheetPlan &plan)
+void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes,
+                            const std::vector<int> &places, SheetPlan &plan)
 {
-    std::size_t width = 0;
-    for (const Row &row : block)
-        width = std::max(width, row.size());
-    std::vector<int> places;
-    for (std::size_t i = 0; i < width && first + i < m_columns.GetCount(); ++i)
-        places.push_back(int(first + i));
     const bool hasNames = std::any_of(places.begin(), places.end(), [this](int place) {
         return m_columns[std::size_t(place)].what == SheetColumn::Name;
     });

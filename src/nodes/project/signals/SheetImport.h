@@ -33,10 +33,10 @@ public:
     /// it is not read. InvalidArgument when none is the column of names or one is given twice.
     [[nodiscard]] Result PlanRows(const TextTable &table, std::size_t first,
                                   const std::vector<int> &places, SheetPlan &plan);
-    /// Cells without header: the upper left one goes to `nodes[0]` and column `first`, the others
-    /// to the nodes and columns that follow. What sticks out is refused, but for rows below the
-    /// last node that have a name: they become new nodes.
-    void PlanBlock(const TextTable &block, const NodeLinks &nodes, std::size_t first,
+    /// Cells without header: the upper left one goes to `nodes[0]` and column `places[0]`, the
+    /// others to the nodes and places that follow. What sticks out is refused, but for rows below
+    /// the last node that have a name: they become new nodes.
+    void PlanBlock(const TextTable &block, const NodeLinks &nodes, const std::vector<int> &places,
                    SheetPlan &plan);
     /// Node of that path, with the folders on the way to it; `values` by value id. The detail of a
     /// failure says why in Russian.
