@@ -501,7 +501,7 @@ private slots:
         const QString file = f.session().file();
         QVERIFY(isGone ? QDir(f.session().directory()).removeRecursively()
                        : QDir().mkpath(file + ".bak/in the way"));
-        const MessageBoxes boxes;
+        const MessageBoxes boxes(QMessageBox::Close);
         QVERIFY(!f.window.files().save());
         QVERIFY(f.session().isModified());
         QCOMPARE(boxes.shown.size(), 1);

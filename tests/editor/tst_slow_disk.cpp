@@ -1,4 +1,5 @@
 #include "editor/project/ProjectSession.h"
+#include "editor/project/WriteObstacle.h"
 #include "editor/recovery/FileGuard.h"
 #include "editor/shell/DiskWait.h"
 #include "editor/workspace/Workspace.h"
@@ -162,6 +163,25 @@ private slots:
         if (late)
             QTRY_COMPARE(held.late, QList<bool>{true});
         QVERIFY(!m_wait->dialog());
+    }
+
+    void saysWhyAFileIsNotWritten_data()
+    {
+        const Rows<QString, bool, QString> row("file", "isLarge", "told");
+        row("nothing known", "project.xml", false, "");
+        row("disk full", "project.xml", true, "нет места");
+        row("directory gone", "gone/project.xml", false, "больше нет");
+        row("gone comes first", "gone/project.xml", true, "больше нет");
+    }
+
+    void saysWhyAFileIsNotWritten()
+    {
+        QFETCH(QString, file);
+        QFETCH(bool, isLarge);
+        QFETCH(QString, told);
+        const QString said = WriteObstacle(m_directory->filePath(file),
+                                           isLarge ? std::numeric_limits<qint64>::max() : 1);
+        QVERIFY2(told.isEmpty() ? said.isEmpty() : said.contains(told), qPrintable(said));
     }
 
     // Whoever has not waited for a save goes on meanwhile.

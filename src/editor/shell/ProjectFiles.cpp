@@ -1,6 +1,7 @@
 #include "editor/shell/ProjectFiles.h"
 
 #include "editor/project/ProjectSession.h"
+#include "editor/project/WriteObstacle.h"
 #include "editor/recovery/UnsavedProject.h"
 #include "editor/shell/NewProjectDialog.h"
 #include "editor/shell/RecentProjects.h"
@@ -19,7 +20,8 @@ namespace Editor {
 
 namespace {
 
-constexpr int toldAtMost = 5; // findings in a message box
+constexpr qint64 spareBytes = 1 << 16; // what a project may have grown by since it was saved
+constexpr int toldAtMost = 5;          // findings in a message box
 
 } // namespace
 
@@ -178,15 +180,32 @@ bool ProjectFiles::save()
              saved);
         return false;
     }
-    const QString text =
-        QFileInfo::exists(file)
-            ? tr("Проект не сохранён: файл «%1» остался прежним. Проверьте место на диске и права "
-                 "на каталог или сохраните проект в другой каталог.")
-            : tr("Проект не сохранён: файла «%1» больше нет, и записать его туда нельзя. "
-                 "Сохраните проект в другой каталог.");
-    if (saved != Nodes::Result::Cancelled)
-        fail(text.arg(file), saved);
-    return false;
+    return saved != Nodes::Result::Cancelled && offerAnotherPlace(saved);
+}
+
+// True when it was saved there.
+bool ProjectFiles::offerAnotherPlace(const Nodes::Result &why)
+{
+    const QFileInfo file(m_workspace.session().file());
+    qWarning("%s", why.ToString().c_str());
+    QMessageBox box(QMessageBox::Critical, tr("Проект не сохранён"),
+                    file.exists() ? tr("Проект не сохранён: файл «%1» остался прежним.")
+                                  : tr("Проект не сохранён: файла «%1» больше нет, и записать его "
+                                       "туда нельзя."),
+                    QMessageBox::Close, m_workspace.window());
+    box.setText(box.text().arg(QDir::toNativeSeparators(file.filePath())));
+    QString obstacle = WriteObstacle(file.filePath(), file.size() + spareBytes);
+    if (obstacle.isEmpty())
+        obstacle = tr("Проверьте место на диске и права на каталог. Диск ответил: %1.")
+                       .arg(QString::fromStdString(why.GetDetail()));
+    box.setInformativeText(obstacle + QLatin1Char('\n') +
+                           tr("Работа продолжается; несохранённое хранится отдельно."));
+    const QAbstractButton *other =
+        box.addButton(tr("Сохранить в другой каталог…"), QMessageBox::AcceptRole);
+    box.button(QMessageBox::Close)->setText(tr("Закрыть"));
+    box.setDefaultButton(QMessageBox::Close);
+    box.exec();
+    return box.clickedButton() == other && saveAsByDialog();
 }
 
 void ProjectFiles::tellLateSave(const Nodes::Result &result)

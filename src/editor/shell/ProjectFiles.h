@@ -42,6 +42,7 @@ signals:
 
 private:
     void remember(const QString &directory);
+    bool offerAnotherPlace(const Nodes::Result &why);
     void tellLateSave(const Nodes::Result &result);
     void fail(const QString &what, const Nodes::Result &why);
     void failToOpen(const QString &fileOrDirectory, const Nodes::Result &why);
