@@ -1,5 +1,7 @@
 #include "editor/tree/KindIcons.h"
 
+#include "editor/tree/KindIconEngine.h"
+
 #include <QFile>
 #include <QHash>
 
@@ -14,13 +16,10 @@ QIcon load(Nodes::NodeType type)
     for (const QString &name : {QStringLiteral(":/icons/elements/%1.svg").arg(key),
                                 QStringLiteral(":/editor/kinds/%1.svg").arg(key),
                                 QStringLiteral(":/editor/kinds/family-%1.svg").arg(family)}) {
-        if (!QFile::exists(name))
-            continue;
-        QIcon icon(name);
-        icon.addFile(name, QSize(), QIcon::Selected); // or it would be tinted until it is not seen
-        return icon;
+        if (QFile::exists(name))
+            return QIcon(new KindIconEngine(QIcon(name)));
     }
-    return QIcon(QStringLiteral(":/editor/kinds/node.svg"));
+    return QIcon(new KindIconEngine(QIcon(QStringLiteral(":/editor/kinds/node.svg"))));
 }
 
 } // namespace

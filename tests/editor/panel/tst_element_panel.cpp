@@ -15,6 +15,7 @@
 #include <QAbstractItemModelTester>
 #include <QDataStream>
 #include <QMimeData>
+#include <QPainter>
 #include <QTreeView>
 #include <QtTest>
 
@@ -84,6 +85,16 @@ void TestElementPanel::offersEachKindOnceWithAPicture()
         const QPixmap picture = KindIcons::of(kind.type).pixmap(24);
         QVERIFY2(!picture.isNull(), kind.key.c_str());
         QVERIFY2(picture.toImage() != unknown, kind.key.c_str());
+        // In a selected row it stands on a light ground, whatever the colour of the selection.
+        QImage selected(24, 24, QImage::Format_RGB32);
+        selected.fill(Qt::blue);
+        QPainter painter(&selected);
+        KindIcons::of(kind.type).paint(&painter, selected.rect(), Qt::AlignCenter, QIcon::Selected);
+        painter.end();
+        int light = 0;
+        for (int i = 0; i < 24 * 24; ++i)
+            light += selected.pixelColor(i % 24, i / 24).lightness() > 200 ? 1 : 0;
+        QVERIFY2(light > 24 * 24 / 4, kind.key.c_str());
         if (isElement)
             QVERIFY2(!Widgets::ProxyView::getPixmapWidget(kind.type).isNull(), kind.key.c_str());
     }
