@@ -2,6 +2,7 @@
 
 #include "editor/properties/PropertyTexts.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QToolButton>
@@ -25,6 +26,16 @@ void ValueEditor::setMain(QWidget *widget)
     widget->setMinimumWidth(20);
     widget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     setFocusProxy(widget);
+    widget->installEventFilter(this);
+}
+
+// Who turns the wheel over a table scrolls it, and does not mean the value that happens to be open.
+bool ValueEditor::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Wheel)
+        return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 QToolButton *ValueEditor::addButton(const QString &text, const QString &tip)

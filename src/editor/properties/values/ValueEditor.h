@@ -56,6 +56,7 @@ signals:
     void finished();
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     const ValueContext &context() const { return m_context; }
     const Nodes::PropertyDescriptor &descriptor() const { return *m_context.descriptor; }
     /// Fills the row; it gets the keyboard.

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -43,9 +44,12 @@ WordsWindow::WordsWindow(const std::vector<Nodes::PropertyChoice> &choices, cons
     const std::pair<const char *, int> moves[] = {{"Выше", -1}, {"Ниже", 1}};
     for (const auto &[name, rows] : moves) {
         auto *button = new QPushButton(QString::fromUtf8(name), this);
-        button->setShortcut(QKeySequence(Qt::CTRL + (rows < 0 ? Qt::Key_Up : Qt::Key_Down)));
-        button->setToolTip(button->shortcut().toString(QKeySequence::NativeText));
+        const QKeySequence keys(Qt::CTRL + (rows < 0 ? Qt::Key_Up : Qt::Key_Down));
+        button->setToolTip(keys.toString(QKeySequence::NativeText));
         button->setAutoDefault(false);
+        // Not the button's own: that is deaf while it shows that it is pressed.
+        connect(new QShortcut(keys, this), &QShortcut::activated, this,
+                [this, by = rows] { move(by); });
         connect(button, &QPushButton::clicked, this, [this, by = rows] { move(by); });
         row->addWidget(button);
     }
