@@ -174,7 +174,7 @@ void ReviewPanel::review(const Nodes::NodeLinks &screens)
 
 void ReviewPanel::takeProgress(int done, int total)
 {
-    m_state->setText(tr("Проверено %1 из %2").arg(done).arg(total));
+    m_state->setText(tr("%1 из %2").arg(done).arg(total));
 }
 
 void ReviewPanel::takeEnd()

@@ -75,7 +75,10 @@ void PasteReportDialog::tell(Workspace &workspace, const Widgets::PasteReport &r
 {
     if (report.isClean())
         return;
-    workspace.tell(report.isFailure() ? Workspace::Error : Workspace::Warning, report.summary());
+    workspace.tell(report.isFailure() ? Workspace::Error
+                   : report.isSound() ? Workspace::Info
+                                      : Workspace::Warning,
+                   report.summary());
     if (!report.rows.isEmpty())
         (new PasteReportDialog(workspace, report))->show();
 }

@@ -6,7 +6,7 @@
 #include "nodes/templates/templateParameter.h"
 #include "nodes/templates/widgetInstance.h"
 
-#include <set>
+#include <algorithm>
 
 namespace Nodes {
 
@@ -28,12 +28,14 @@ bool isPassedOn(const ConfigNode &user, const std::string &parameter)
     return false;
 }
 
-void collectShown(const ConfigNode &node, std::set<const ConfigNode *> &shown)
+void collectShown(const ConfigNode &node, NodeLinks &shown)
 {
     const auto *element = dynamic_cast<const widgetInstance *>(&node);
-    const ConfigNode *source = element ? element->GetTemplate() : nullptr;
-    if (source && shown.insert(source).second)
-        collectShown(*source, shown);
+    const NodeLink source(element ? element->GetTemplate() : nullptr);
+    if (!source.isEmpty() && std::find(shown.begin(), shown.end(), source) == shown.end()) {
+        shown.push_back(source);
+        collectShown(*source.GetNode(), shown);
+    }
     for (const auto &child : node.Children())
         collectShown(*child, shown);
 }
@@ -59,11 +61,18 @@ const ConfigNode *TemplateUse::Around(const ConfigNode &node)
     return at;
 }
 
+NodeLinks TemplateUse::ShownBy(const ConfigNode &node)
+{
+    NodeLinks shown;
+    collectShown(node, shown);
+    return shown;
+}
+
 bool TemplateUse::Shows(const ConfigNode &source, const ConfigNode &node)
 {
-    std::set<const ConfigNode *> shown{&source};
-    collectShown(source, shown);
-    return shown.count(&node) != 0;
+    const NodeLinks shown = ShownBy(source);
+    return &source == &node ||
+           std::find(shown.begin(), shown.end(), NodeLink(&node)) != shown.end();
 }
 
 void TemplateUse::Validate(const ConfigNode &user, const ConfigNode &source,

@@ -14,6 +14,9 @@ public:
     static std::vector<ConfigNode *> ArgumentsOf(const ConfigNode &user);
     /// The template that the node is, or is part of; null outside of one.
     static const ConfigNode *Around(const ConfigNode &node);
+    /// Templates that the node's elements show, and those that these show in turn; each once, in
+    /// the order they are found.
+    static NodeLinks ShownBy(const ConfigNode &node);
     /// Whether an instance of that template would show the node: as itself, by its elements, or by
     /// what they show in turn.
     static bool Shows(const ConfigNode &source, const ConfigNode &node);

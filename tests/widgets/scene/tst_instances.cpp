@@ -3,7 +3,9 @@
 #include "support/ShownEditor.h"
 
 #include "widgets/elements/binding/ShowsValue.h"
+#include "widgets/scene/editing/ElementClipboard.h"
 #include "widgets/scene/editing/drops/DroppedElements.h"
+#include "widgets/scene/editing/paste/PasteReport.h"
 #include "widgets/scene/instances/qwidgetInstance.h"
 
 #include "nodes/model/properties/BasicProperty.h"
@@ -232,6 +234,37 @@ private slots:
         const DroppedElements fresh = DroppedElements::of(data, *instance->GetParent());
         QTEST(fresh.elements().size() == 1, "taken");
         QTEST(fresh.refusals().isEmpty(), "taken");
+    }
+
+    void aPasteElsewhereBringsTheTemplateAsOneStep()
+    {
+        {
+            const ShownEditor shown(nodes());
+            ElementClipboard::put(*shown.project.core.GetNodesCollection(),
+                                  {shown.project.node(40)->GetNodeLink()});
+        }
+        ShownEditor shown(R"(<folder id="200" name="P1"><memorySignal id="201" name="run"/></folder>
+<composition id="30" name="C" width="800" height="600"><layer id="31" name="l"/></composition>)");
+        Nodes::NodesCollection &project = *shown.project.core.GetNodesCollection();
+        QStringList told;
+        connect(shown.scene, &ProxyScene::pasted, shown.scene,
+                [&told](const PasteReport &report) { told << report.summary(); });
+        shown.scene->onPasteFromBuffer(QPointF(8, 16));
+        QCOMPARE(shown.stack.count(), 1);
+        QCOMPARE(shown.stack.undoText(), QString("Копирование виджета I1"));
+        QCOMPARE(shown.hosts().size(), 1);
+        const auto &pasted = dynamic_cast<qwidgetInstance &>(*shown.hosts().first()->element());
+        QCOMPARE(pasted.refusal(), QString());
+        QCOMPARE(project.GetNodesByPath("Pump").size(), std::size_t(1));
+        QVERIFY2(told.join(' ').contains("Pump"), qPrintable(told.join(' ')));
+        shown.stack.undo();
+        QVERIFY(project.GetNodesByPath("Pump").empty() && shown.hosts().isEmpty());
+        shown.stack.redo();
+        QCOMPARE(shown.hosts().size(), 1);
+        shown.scene->onPasteFromBuffer(QPointF(8, 16)); // it is there now
+        QCOMPARE(project.GetNodesByPath("Pump").size(), std::size_t(1));
+        QCOMPARE(project.GetRoot()->GetSubObject("Pump 1"), nullptr);
+        QCOMPARE(shown.hosts().size(), 2);
     }
 
     void dropsGiveWhatFits_data()

@@ -1,6 +1,7 @@
 #include "widgets/scene/editing/ElementClipboard.h"
 
 #include "widgets/scene/editing/groups/GroupEdits.h"
+#include "widgets/scene/editing/paste/CopiedTemplates.h"
 #include "widgets/scene/editing/paste/LinkPaths.h"
 #include "widgets/scene/editing/paste/LinkRebinding.h"
 #include "widgets/scene/editing/paste/PasteReport.h"
@@ -100,6 +101,7 @@ void ElementClipboard::put(const Nodes::NodesCollection &project, const Nodes::N
     data->setText(QString::fromLatin1(QByteArray::fromStdString(bytes).toHex()));
     data->setData(LinkPaths::mimeFormat(), LinkPaths(project, nodes.GetLinks()).toBytes());
     data->setData(layersFormat, layersOf(nodes.GetLinks()));
+    CopiedTemplates::put(project, nodes.GetLinks(), *data);
     if (!entered.empty())
         data->setData(enteredFormat, QByteArray::fromStdString(entered));
     QGuiApplication::clipboard()->setMimeData(data.release());

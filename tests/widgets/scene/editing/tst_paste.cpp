@@ -2,15 +2,19 @@
 #include "support/Rows.h"
 
 #include "widgets/scene/editing/ElementClipboard.h"
+#include "widgets/scene/editing/paste/CopiedTemplates.h"
 #include "widgets/scene/editing/paste/ElementCopies.h"
 #include "widgets/scene/editing/paste/LinkPaths.h"
 #include "widgets/scene/editing/paste/PasteReport.h"
 #include "widgets/scene/editing/paste/PropertyPaste.h"
 
+#include "nodes/templates/widgetInstance.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
 
+using Widgets::CopiedTemplates;
 using Widgets::ElementClipboard;
 using Widgets::PasteReport;
 
@@ -53,6 +57,17 @@ QStringList rowsOf(const PasteReport &report)
                             row.state == PasteReport::Row::Missing ? "missing" : "doubtful"}
                     .join('|');
     return rows;
+}
+
+/// Its name when it is in no tree yet, else its id.
+QString templateOf(const Nodes::ConfigNode &instance)
+{
+    const auto &shown = dynamic_cast<const Nodes::widgetInstance &>(instance);
+    const Nodes::ConfigNode *found = shown.GetTemplate();
+    if (!found)
+        return "none";
+    return found->GetParent() ? QString::number(found->GetId())
+                              : QString::fromStdString(found->GetName());
 }
 
 void copy(const EditedProject &project, std::initializer_list<unsigned long> ids)
@@ -116,6 +131,64 @@ private slots:
         QVERIFY(!press[0].isValid());
         QCOMPARE(press[1].GetNodeId(), 3ul);
         QVERIFY(report.summary().contains("ссылок без цели: 2"));
+    }
+
+    void otherProjectGetsTheTemplatesItLacks_data()
+    {
+        const Rows<QByteArray, QStringList, QString> row("known", "brought", "shown");
+        row("neither is there", "", {"Outer", "Inner"}, "Outer Inner");
+        row("the inner one is there", R"(<windowTemplate id="600" name="Inner"/>)", {"Outer"},
+            "Outer 600");
+        row("both are there",
+            R"(<windowTemplate id="600" name="Inner"/><windowTemplate id="601" name="Outer"/>)", {},
+            "601");
+        row("a window of that name", R"(<window id="600" name="Inner"/>)", {"Outer", "Inner"},
+            "Outer Inner");
+    }
+    void otherProjectGetsTheTemplatesItLacks()
+    {
+        QFETCH(QByteArray, known);
+        const EditedProject project(R"(
+<memorySignal id="11" name="T"/>
+<windowTemplate id="20" name="Outer"><label id="21" name="L" signal="11"/>
+  <instance id="22" name="I" template="24"/></windowTemplate>
+<windowTemplate id="24" name="Inner"><label id="25" name="L"/></windowTemplate>
+<window id="30" name="W"><instance id="31" name="A" template="20"/></window>)");
+        copy(project, {31});
+        PasteReport same;
+        QVERIFY(!CopiedTemplates::take(*project.core.GetNodesCollection(), same));
+        const QByteArray text = QByteArray(R"(<project format="1" id="1" name="Q">)") + known +
+                                R"(<memorySignal id="500" name="T"/></project>)";
+        const auto other = readProject(text.constData());
+        PasteReport report;
+        const auto pasted = CopiedTemplates::take(*other, report);
+        QTEST(report.templates, "brought");
+        QFETCH(QString, shown);
+        if (!pasted) { // the text finds them by path
+            const Nodes::NodesArray clones = ElementClipboard::take(*other, report);
+            QCOMPARE(templateOf(*clones[0].GetNode()), shown);
+            return;
+        }
+        QCOMPARE(pasted->elements.size(), std::size_t(1));
+        QString way = templateOf(*pasted->elements[0].GetNode());
+        const Nodes::ConfigNode &outer = *pasted->templates[0].GetNode();
+        way += ' ' + templateOf(*outer.GetSubObject("I"));
+        QCOMPARE(way, shown);
+        QVERIFY(report.rows.isEmpty());
+        const auto &label = dynamic_cast<const Nodes::BasicWidget &>(*outer.GetSubObject("L"));
+        QCOMPARE(label.GetSignalLink().GetNodeId(), 500ul); // as all links, by path
+    }
+
+    void damagedTemplatesAreLeftOut()
+    {
+        const auto other = readProject(target);
+        for (const QByteArray &bytes : {QByteArray(), QByteArray("\0\0\xff\xff", 4)}) {
+            auto *data = new QMimeData;
+            data->setData("application/x-operatorstation-templates", bytes);
+            QGuiApplication::clipboard()->setMimeData(data);
+            PasteReport report;
+            QVERIFY(!CopiedTemplates::take(*other, report));
+        }
     }
 
     // What is pasted never gets the number that a link of it names.

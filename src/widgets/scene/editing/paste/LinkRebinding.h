@@ -28,6 +28,8 @@ public:
     {
     }
 
+    /// Links to that node are right as they are.
+    void keep(unsigned long id) { m_own.insert(id); }
     /// `nodes` stand in no tree yet; links among them and those below stay. What leads nowhere
     /// keeps leading to an id that no node has, or will have, and is reported with files that the
     /// project's directory lacks.
@@ -43,7 +45,7 @@ private:
     Nodes::NodesCollection &m_project;
     const std::optional<LinkPaths> &m_paths;
     std::map<unsigned long, unsigned long> m_placeholders; ///< fresh id by the id that was wanted
-    std::unordered_set<unsigned long> m_own;               ///< ids of what is pasted
+    std::unordered_set<unsigned long> m_own; ///< ids that links keep: what is pasted, above all
 };
 
 } // namespace Widgets

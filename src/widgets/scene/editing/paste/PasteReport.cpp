@@ -1,7 +1,5 @@
 #include "widgets/scene/editing/paste/PasteReport.h"
 
-#include <QStringList>
-
 #include <algorithm>
 
 namespace Widgets {
@@ -11,6 +9,8 @@ QString PasteReport::summary() const
     if (isFailure())
         return failure;
     QStringList parts;
+    if (!templates.isEmpty())
+        parts << QStringLiteral("вместе с шаблонами: ") + templates.join(QStringLiteral(", "));
     const auto missing = std::count_if(rows.begin(), rows.end(),
                                        [](const Row &row) { return row.state == Row::Missing; });
     if (missing > 0)

@@ -5,6 +5,7 @@
 #include "nodes/model/links/NodeLink.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace Widgets {
@@ -30,10 +31,13 @@ struct WIDGETS_EXPORT PasteReport
     QString failure; ///< why nothing was pasted; "" when it was
     QString skipped; ///< what of the clipboard this program does not know
     QVector<Row> rows;
+    QStringList templates; ///< names of those that came along
 
     bool isFailure() const { return !failure.isEmpty(); }
+    /// Whether there is nothing that needs a look.
+    bool isSound() const { return failure.isEmpty() && skipped.isEmpty() && rows.isEmpty(); }
     /// Whether there is nothing to say.
-    bool isClean() const { return failure.isEmpty() && skipped.isEmpty() && rows.isEmpty(); }
+    bool isClean() const { return isSound() && templates.isEmpty(); }
     /// One line for a notice; "" when clean.
     QString summary() const;
 };
