@@ -91,6 +91,7 @@ void ProblemsView::buildTable()
 void ProblemsView::addTool(QWidget *tool)
 {
     m_top->addWidget(tool);
+    setTabOrder(m_again, tool);
 }
 
 std::vector<Problem> ProblemsView::chosen() const
