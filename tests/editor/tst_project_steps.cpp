@@ -172,6 +172,11 @@ private slots:
         shown[1]->SetDescription("Насос 2: ток двигателя");
         const Nodes::NodeLink window = f.addWindow("Обзор", 1);
         QVERIFY(Utils::IUndo::execute(f.steps().addReadings(window, shown)));
+        const auto &words = dynamic_cast<Nodes::BasicWidget &>(*window->Children().front());
+        QFont font;
+        font.setPointSize(14);
+        const int needed = QFontMetrics(font).horizontalAdvance("Насос 2: ток двигателя");
+        QVERIFY(words.GetGeometry().width >= needed); // the others stand in line with it
         QStringList texts;
         for (std::size_t i = 1; i < window->Children().size(); i += 2)
             texts << QString::fromStdString(window->Children()[i]->GetName());

@@ -122,7 +122,7 @@ private slots:
         const auto *field =
             dynamic_cast<const Nodes::windowComposed *>(f.screens().field().GetNode());
         QCOMPARE(field->GetComposition()->GetNodeLink(), overview);
-        QCOMPARE(f.count("actionAuthUser"), hasUsers ? 1 : 0);
+        QCOMPARE(f.count("actionAuthUser"), hasUsers ? 2 : 0); // in and out
         QCOMPARE(f.count("currentUser"), hasUsers ? 1 : 0);
     }
 

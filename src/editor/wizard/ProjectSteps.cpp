@@ -13,6 +13,9 @@
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/CommandGroup.h"
 
+#include <QFont>
+#include <QFontMetrics>
+#include <QStringList>
 #include <QVector>
 
 #include <algorithm>
@@ -24,7 +27,9 @@ namespace {
 
 constexpr int grid = 8; // px
 constexpr int margin = 3 * grid;
-const QSize captionSize(264, 32);
+const QSize captionSize(200, 32); // at least
+constexpr int widestCaption = 480;
+constexpr int fontSize = 14;
 const QSize valueSize(136, 32);
 
 NodeRecipe simulated(const QString &name, const QString &formula, const QString &unit, int maximum)
@@ -44,8 +49,20 @@ NodeRecipe label(const QString &name, const QRect &place)
     recipe.set(QStringLiteral("y"), place.y());
     recipe.set(QStringLiteral("width"), place.width());
     recipe.set(QStringLiteral("height"), place.height());
-    recipe.set(QStringLiteral("fontSize"), 14);
+    recipe.set(QStringLiteral("fontSize"), fontSize);
     return recipe;
+}
+
+/// Of the widest, in whole steps of the grid.
+QSize sizeOf(const QStringList &captions)
+{
+    QFont font;
+    font.setPointSize(fontSize);
+    const QFontMetrics metrics(font);
+    int width = captionSize.width();
+    for (const QString &caption : captions)
+        width = std::max(width, metrics.horizontalAdvance(caption) + 2 * grid);
+    return {std::min((width + grid - 1) / grid * grid, widestCaption), captionSize.height()};
 }
 
 Nodes::NodeLinks find(const Nodes::NodesCollection &project, Nodes::NodeType type)
@@ -245,23 +262,27 @@ QUndoCommand *ProjectSteps::addReadings(const Nodes::NodeLink &screen,
                                         const Nodes::NodeLinks &shown) const
 {
     const Nodes::NodeLink parent = elementsOf(screen);
-    const QSize size(captionSize.width() + grid + valueSize.width(), captionSize.height());
+    const Nodes::NodeLinks all = signalNodes();
+    QStringList captions;
+    for (const Nodes::NodeLink &signal : shown)
+        captions << captionOf(signal, all);
+    const QSize words = sizeOf(captions);
+    const QSize size(words.width() + grid + valueSize.width(), words.height());
     const QRect area = areaOf(screen);
     QVector<QRect> taken = placesOf(screen, area);
     auto *group = new Utils::CommandGroup(
         shown.size() == 1 ? QStringLiteral("Добавление показания %1")
                                 .arg(QString::fromStdString(shown.front().GetLinkName()))
                           : QStringLiteral("Добавление показаний: %1").arg(shown.size()));
-    const Nodes::NodeLinks all = signalNodes();
-    for (const Nodes::NodeLink &signal : shown) {
+    for (std::size_t i = 0; i < shown.size(); ++i) {
         const QPoint corner = freePlace(taken, area, size);
         taken.append({corner, size});
-        const QString name = captionOf(signal, all);
-        NodeRecipe caption = label(name + QStringLiteral(" (подпись)"), {corner, captionSize});
+        const QString &name = captions[int(i)];
+        NodeRecipe caption = label(name + QStringLiteral(" (подпись)"), {corner, words});
         caption.set(QStringLiteral("text"), name);
-        const QPoint right = corner + QPoint(captionSize.width() + grid, 0);
+        const QPoint right = corner + QPoint(words.width() + grid, 0);
         NodeRecipe value = label(name, {right, valueSize});
-        value.set(QStringLiteral("signal"), signal);
+        value.set(QStringLiteral("signal"), shown[i]);
         value.set(QStringLiteral("showUnit"), QStringLiteral("true"));
         value.set(QStringLiteral("align"), QStringLiteral("right"));
         for (const NodeRecipe &recipe : {caption, value})

@@ -20,6 +20,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <utility>
 
 namespace Editor {
 
@@ -34,7 +35,7 @@ namespace {
 constexpr int titleHeight = 48; // of a page
 constexpr int titleWidth = 240;
 constexpr int userWidth = 176;
-constexpr int loginWidth = 104;
+constexpr int loginWidth = 88;
 
 struct Page
 {
@@ -139,13 +140,19 @@ NodeLink StationScreens::header(const QString &title, const QSize &size, const N
         NodeRecipe user(QStringLiteral("currentUser"), QStringLiteral("Пользователь"));
         user.set(QStringLiteral("show"), QStringLiteral("fullName"));
         const NodeLink shown = user.make(m_project);
-        const NodeLink login =
-            NodeRecipe(QStringLiteral("actionAuthUser"), QStringLiteral("Войти")).make(m_project);
         new AddNodeLinkCommand(shown, ProjectSteps(m_project).place("Сигналы"), group);
-        new AddNodeLinkCommand(login, folder, group);
-        right -= loginWidth;
-        window.add(button(QStringLiteral("Войти…"), {right, grid, loginWidth, height}, login));
-        right -= grid + userWidth;
+        NodeRecipe in(QStringLiteral("actionAuthUser"), QStringLiteral("Войти"));
+        NodeRecipe out(QStringLiteral("actionAuthUser"), QStringLiteral("Выйти"));
+        out.set(QStringLiteral("logout"), QStringLiteral("true"));
+        for (const auto &[text, recipe] : {std::make_pair("Выйти", out), {"Войти…", in}}) {
+            const NodeLink made = recipe.make(m_project);
+            new AddNodeLinkCommand(made, folder, group);
+            right -= loginWidth;
+            const QRect place(right, grid, loginWidth, height);
+            window.add(button(QString::fromUtf8(text), place, made));
+            right -= grid;
+        }
+        right -= userWidth;
         NodeRecipe name =
             caption(QStringLiteral("Кто вошёл"), {right, grid, userWidth, height}, 11, paper());
         name.set(QStringLiteral("text"), QString());
