@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QLocale>
 #include <QStorageInfo>
 
 namespace Editor {
@@ -23,11 +22,12 @@ QString WriteObstacle(const QString &file, qint64 bytes)
         return tr("Диск с каталогом «%1» подключён только для чтения.").arg(shown);
     if (!directory.isWritable())
         return tr("Нет прав на запись в каталог «%1». Получите их у администратора.").arg(shown);
+    constexpr qint64 unit = 1024;
     if (disk.isValid() && disk.bytesAvailable() < bytes)
-        return tr("На диске нет места: нужно %1, свободно %2. Освободите место и сохраните ещё "
-                  "раз.")
-            .arg(QLocale().formattedDataSize(bytes),
-                 QLocale().formattedDataSize(disk.bytesAvailable()));
+        return tr("На диске нет места: нужно %L1 КБ, свободно %L2 КБ. Освободите место и сохраните "
+                  "ещё раз.")
+            .arg(bytes / unit + 1)
+            .arg(disk.bytesAvailable() / unit);
     return {};
 }
 
