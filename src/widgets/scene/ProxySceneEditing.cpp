@@ -177,7 +177,7 @@ void ProxyScene::takeEntered(ProxyWidget &host)
 void ProxyScene::takePlaced(ProxyWidget &host)
 {
     if (m_editor && host.isSelected())
-        m_editor->refreshMarks();
+        m_editor->refreshMarksSoon();
 }
 
 void ProxyScene::takeRegrouped(ProxyWidget &host)

@@ -48,7 +48,10 @@ GrabberPlane::~GrabberPlane() = default;
 
 void GrabberPlane::refresh()
 {
-    m_own.setShown(m_groups.isOneGroup());
+    const bool isOneGroup = m_groups.isOneGroup();
+    m_own.setShown(isOneGroup);
+    if (!isOneGroup)
+        return;
     m_own.place(m_selection.rect().adjusted(-SceneGroups::margin, -SceneGroups::margin,
                                             SceneGroups::margin, SceneGroups::margin));
 }

@@ -65,6 +65,9 @@ SceneEditor::SceneEditor(QGraphicsScene &scene, Utils::IUndo &undo, const LayerS
     m_regroupTimer.setInterval(0);
     m_regroupTimer.setSingleShot(true);
     connect(&m_regroupTimer, &QTimer::timeout, this, &SceneEditor::showSelection);
+    m_marksTimer.setInterval(0);
+    m_marksTimer.setSingleShot(true);
+    connect(&m_marksTimer, &QTimer::timeout, this, &SceneEditor::refreshMarks);
     followSelection();
 }
 

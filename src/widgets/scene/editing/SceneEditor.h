@@ -71,6 +71,8 @@ public:
     void showSelectionSoon() { m_regroupTimer.start(); }
     /// What is selected stands elsewhere now.
     void refreshMarks();
+    /// The same, once for all that happen now.
+    void refreshMarksSoon() { m_marksTimer.start(); }
     /// The scene is shown in another scale.
     void takeScale();
     /// Takes the selection over as it is, which happens by itself 100 ms after its last change.
@@ -152,6 +154,7 @@ private:
     QAction *m_pasteAction = nullptr;
     QTimer m_selectionTimer;
     QTimer m_regroupTimer;
+    QTimer m_marksTimer;
     std::unique_ptr<SceneMenu> m_menu;
 };
 
