@@ -1,6 +1,7 @@
 #include "support/Rows.h"
 #include "widgets/charts/painting/PlotGrid.h"
 
+#include <qwt_null_paintdevice.h>
 #include <qwt_scale_map.h>
 
 #include <QPainter>
@@ -31,6 +32,22 @@ QImage picture(QwtPlotGrid &grid, const QTransform &transform, bool isSmooth, do
     grid.draw(&painter, x, y, QRectF(5, 3, 140, 80));
     return image;
 }
+
+/// Counts what it is told to paint.
+class Counter : public QwtNullPaintDevice
+{
+public:
+    Counter() { setMode(NormalMode); }
+    void drawRects(const QRect *, int count) override { filled += count; }
+    void drawRects(const QRectF *, int count) override { filled += count; }
+    void drawLines(const QLine *, int count) override { stroked += count; }
+    void drawLines(const QLineF *, int count) override { stroked += count; }
+    int filled = 0;
+    int stroked = 0;
+
+protected:
+    QSize sizeMetrics() const override { return size; }
+};
 
 } // namespace
 
@@ -80,6 +97,23 @@ private slots:
         QVERIFY(picture(ours, transform, isSmooth, ratio) == expected);
         ours.enableX(false); // and what is switched off stays away
         QVERIFY(picture(ours, transform, isSmooth, ratio) != expected);
+    }
+
+    // Whatever the pen of minor lines that are switched off, as a new chart has them.
+    void thinLinesAreFilled()
+    {
+        Widgets::PlotGrid grid;
+        grid.setXDiv(QwtScaleDiv(0, 10, {1.0}, {}, {2.0, 4.0}));
+        grid.setMajorPen(QPen(Qt::gray, 1));
+        grid.setMinorPen(QPen(Qt::gray, 1, Qt::DotLine));
+        QwtScaleMap map;
+        map.setPaintInterval(0, 150);
+        map.setScaleInterval(0, 10);
+        Counter counter;
+        QPainter painter(&counter);
+        grid.draw(&painter, map, map, QRectF(0, 0, 150, 90));
+        QCOMPARE(counter.filled, 2);
+        QCOMPARE(counter.stroked, 0);
     }
 };
 

@@ -55,7 +55,10 @@ void PlotGrid::draw(QPainter *painter, const QwtScaleMap &xMap, const QwtScaleMa
                     const QRectF &canvasRect) const
 {
     const QRect area = canvasRect.toRect();
-    if (!isPlain(*painter) || !isThin(minorPen()) || !isThin(majorPen()) || area != canvasRect)
+    const bool hasMajor = xEnabled() || yEnabled();
+    const bool hasMinor = (xEnabled() && xMinEnabled()) || (yEnabled() && yMinEnabled());
+    const bool isThinAll = (!hasMajor || isThin(majorPen())) && (!hasMinor || isThin(minorPen()));
+    if (!isThinAll || !isPlain(*painter) || area != canvasRect)
         return QwtPlotGrid::draw(painter, xMap, yMap, canvasRect);
     const Target to{*painter, xMap, yMap, area};
     for (const auto kind : {QwtScaleDiv::MinorTick, QwtScaleDiv::MediumTick}) {
