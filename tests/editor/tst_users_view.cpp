@@ -16,9 +16,11 @@
 #include "nodes/serial/ProjectWriter.h"
 
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -165,6 +167,43 @@ private slots:
         while (o.session.undoStack().index() > 3) // those that made them
             o.session.undoStack().undo();
         QCOMPARE(o.privileges(), std::string());
+    }
+
+    void everyVerdictHasItsReason()
+    {
+        Office o;
+        const NodeLink station = o.session.root()->GetNodeAt(0);
+        UsersView view(o.workspace, o.users, nullptr);
+        view.show();
+        view.findChild<QTabWidget *>()->setCurrentIndex(2);
+        auto *matrix = view.findChild<QTableWidget *>("matrix");
+        const auto *rule = view.findChild<QPushButton *>("rule");
+        const auto reason = [&] {
+            o.workspace.selection().select({}, this); // looks again
+            o.workspace.selection().select({station}, this);
+            matrix->setCurrentCell(0, Nodes::PrivilegeWrite);
+            return view.findChild<QLabel *>("reason")->text();
+        };
+        QVERIFY(reason().contains("нет ни одной роли"));
+        QVERIFY(UserEdits::setRole(o.workspace, o.ivanov, o.role, true));
+        QVERIFY(reason().contains("ни одно правило"));
+        QVERIFY(!rule->isEnabled());
+        QVERIFY(UserEdits::setPrivilege(o.workspace, o.grant, Nodes::PrivilegeWrite, true));
+        QVERIFY2(reason().contains("можно по правилу «Правило» роли «Оператор»"),
+                 qPrintable(reason()));
+        QVERIFY(rule->isEnabled());
+        const NodeLink ban =
+            UserEdits::add(o.workspace, o.role, NodeType(Nodes::securityGrant::Code), "Запрет");
+        QVERIFY(UserEdits::setPrivilege(o.workspace, ban, Nodes::PrivilegeWrite, true));
+        QVERIFY(UserEdits::setDenial(o.workspace, ban, true));
+        QVERIFY(reason().contains("нельзя по правилу «Запрет»"));
+        const auto *rules = view.findChild<QTableWidget *>("rules");
+        QTRY_COMPARE(rules->rowCount(), 2);
+        QVERIFY(view.reveal(ban));
+        QCOMPARE(rules->currentRow(), 1);
+        view.findChild<QTabWidget *>()->setCurrentIndex(2);
+        QVERIFY(UserEdits::setScope(o.workspace, o.grant, station)); // is nearer
+        QVERIFY(reason().contains("можно по правилу «Правило»"));
     }
 
     void privilegesAreSpelt()

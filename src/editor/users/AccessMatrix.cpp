@@ -6,13 +6,18 @@
 
 #include "nodes/auth/AccessReview.h"
 #include "nodes/auth/PrivilegeSet.h"
+#include "nodes/auth/securityGrant.h"
+#include "nodes/auth/securityUser.h"
 #include "nodes/model/ConfigNode.h"
 
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Editor {
 
@@ -20,6 +25,14 @@ using Nodes::AccessReview;
 using Nodes::NodeLink;
 
 namespace {
+
+constexpr int reasonRole = Qt::UserRole;
+constexpr int ruleRole = Qt::UserRole + 1; // id of the grant
+
+QString toText(const std::string &text)
+{
+    return QString::fromStdString(text);
+}
 
 QString verdict(Nodes::enNodePrivMode mode)
 {
@@ -40,7 +53,9 @@ AccessMatrix::AccessMatrix(Workspace &workspace, QWidget *parent)
     : QWidget(parent),
       m_workspace(workspace),
       m_about(new QLabel(this)),
-      m_table(new QTableWidget(0, Nodes::PrivilegeConfigure + 1, this))
+      m_table(new QTableWidget(0, Nodes::PrivilegeConfigure + 1, this)),
+      m_reason(new QLabel(this)),
+      m_rule(new QPushButton(tr("Открыть правило"), this))
 {
     QStringList titles{tr("Кто")};
     for (int type = Nodes::PrivilegeView; type <= Nodes::PrivilegeConfigure; ++type)
@@ -58,6 +73,17 @@ AccessMatrix::AccessMatrix(Workspace &workspace, QWidget *parent)
     layout->addWidget(m_about);
     layout->addWidget(whole, 0, Qt::AlignLeft);
     layout->addWidget(m_table, 1);
+    auto *why = new QHBoxLayout;
+    why->addWidget(m_reason, 1);
+    why->addWidget(m_rule);
+    layout->addLayout(why);
+    m_reason->setObjectName(QStringLiteral("reason"));
+    m_reason->setWordWrap(true);
+    m_reason->setTextFormat(Qt::PlainText);
+    m_rule->setObjectName(QStringLiteral("rule"));
+    connect(m_table, &QTableWidget::currentItemChanged, this, &AccessMatrix::tellCell);
+    connect(m_table, &QTableWidget::itemActivated, this, &AccessMatrix::openRule);
+    connect(m_rule, &QPushButton::clicked, this, &AccessMatrix::openRule);
     connect(&workspace.selection(), &Selection::changed, this, &AccessMatrix::follow);
     connect(whole, &QPushButton::clicked, this, [this] { follow({}); });
 }
@@ -84,6 +110,7 @@ void AccessMatrix::refresh()
 {
     const Nodes::NodesCollection *project = m_workspace.session().project();
     const Nodes::ConfigNode *root = m_workspace.session().root();
+    const QModelIndex kept = m_table->currentIndex();
     m_table->setRowCount(0);
     if (!project || !root)
         return;
@@ -96,14 +123,60 @@ void AccessMatrix::refresh()
             : tr("Права на «%1». ✓ — можно, ✗ — запрещено правилом, — — не разрешено.")
                   .arg(QString::fromStdString(m_node.GetLinkName(true))));
     for (const NodeLink &user : SecurityNodes::users(root->GetNodeLink()))
-        addRow(QString::fromStdString(user->GetName()), true, AccessReview::OfUser(*project, user));
+        addRow(user, true, AccessReview::OfUser(*project, user));
     for (const NodeLink &role : SecurityNodes::roles(root->GetNodeLink()))
-        addRow(tr("Роль «%1»").arg(QString::fromStdString(role->GetName())), false,
-               AccessReview::OfRole(*project, role));
+        addRow(role, false, AccessReview::OfRole(*project, role));
+    m_table->setCurrentCell(std::min(kept.row(), m_table->rowCount() - 1), kept.column());
+    tellCell();
 }
 
-void AccessMatrix::addRow(const QString &name, bool isUser, const AccessReview &review)
+QString AccessMatrix::reason(const NodeLink &who, int privilege, const AccessReview &review) const
 {
+    const auto type = Nodes::enPrivilegeType(privilege);
+    const auto nameOf = [](const NodeLink &link) {
+        return QString::fromStdString(link.GetLinkName());
+    };
+    const Nodes::enNodePrivMode mode = review.Decide(type, m_node);
+    const QString what = tr("%1 — «%2»: ").arg(nameOf(who), toText(Nodes::PrivilegeName(type)));
+    const NodeLink by = review.DecidedBy(type, m_node);
+    const auto *grant = dynamic_cast<const Nodes::securityGrant *>(by.GetNode());
+    if (mode == Nodes::PrivModeUnchecked)
+        return what + tr("можно, в проекте нет пользователей, и права не проверяются.");
+    const auto *user = dynamic_cast<const Nodes::securityUser *>(who.GetNode());
+    if (user && !user->isEnabled())
+        return what + tr("нельзя, пользователь не разрешён.");
+    if (!grant && user && user->GetRoles().empty())
+        return what + tr("нельзя, у пользователя нет ни одной роли.");
+    if (!grant)
+        return what + tr("нельзя, ни одно правило этого не разрешает.");
+    const QString scope =
+        grant->GetScope().isEmpty() ? tr("весь проект") : tr("«%1»").arg(nameOf(grant->GetScope()));
+    return what + tr("%1 по правилу «%2» роли «%3», его область — %4.")
+                      .arg(mode == Nodes::PrivModeGranted ? tr("можно") : tr("нельзя"), nameOf(by),
+                           toText(grant->GetParent()->GetName()), scope);
+}
+
+void AccessMatrix::tellCell()
+{
+    const QTableWidgetItem *item = m_table->currentItem();
+    const QString why = item ? item->data(reasonRole).toString() : QString();
+    m_reason->setText(why.isEmpty() ? tr("Выберите ячейку, чтобы увидеть, почему так.") : why);
+    m_rule->setEnabled(item && item->data(ruleRole).toULongLong() != 0);
+}
+
+void AccessMatrix::openRule()
+{
+    const QTableWidgetItem *item = m_table->currentItem();
+    const NodeLink grant(item ? item->data(ruleRole).toULongLong() : 0,
+                         m_workspace.session().project());
+    if (grant.isValid())
+        m_workspace.open(grant);
+}
+
+void AccessMatrix::addRow(const NodeLink &whose, bool isUser, const AccessReview &review)
+{
+    const QString own = toText(whose->GetName());
+    const QString name = isUser ? own : tr("Роль «%1»").arg(own);
     const int row = m_table->rowCount();
     m_table->insertRow(row);
     auto *who = new QTableWidgetItem(name);
@@ -116,6 +189,12 @@ void AccessMatrix::addRow(const QString &name, bool isUser, const AccessReview &
         auto *item =
             new QTableWidgetItem(verdict(review.Decide(Nodes::enPrivilegeType(type), m_node)));
         item->setTextAlignment(Qt::AlignCenter);
+        const QString why = reason(whose, type, review);
+        item->setToolTip(why);
+        item->setData(reasonRole, why);
+        item->setData(
+            ruleRole,
+            qulonglong(review.DecidedBy(Nodes::enPrivilegeType(type), m_node).GetNodeId()));
         m_table->setItem(row, type, item);
     }
 }

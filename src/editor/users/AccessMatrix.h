@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPushButton;
 class QTableWidget;
 
 namespace Nodes {
@@ -32,13 +33,19 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    void addRow(const QString &name, bool isUser, const Nodes::AccessReview &review);
+    void addRow(const Nodes::NodeLink &whose, bool isUser, const Nodes::AccessReview &review);
+    QString reason(const Nodes::NodeLink &who, int privilege,
+                   const Nodes::AccessReview &review) const;
+    void tellCell();
+    void openRule();
     void follow(const Nodes::NodeLinks &nodes);
 
     Workspace &m_workspace;
     Nodes::NodeLink m_node; ///< empty: the whole project
     QLabel *m_about;        ///< children
     QTableWidget *m_table;
+    QLabel *m_reason;
+    QPushButton *m_rule;
 };
 
 } // namespace Editor

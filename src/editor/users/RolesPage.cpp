@@ -103,6 +103,7 @@ void RolesPage::makeHeader()
         titles << QString::fromStdString(Nodes::PrivilegeName(Nodes::enPrivilegeType(type)))
                       .replace(QLatin1Char(' '), QLatin1Char('\n'));
     m_rules->setHorizontalHeaderLabels(titles);
+    m_rules->setTextElideMode(Qt::ElideLeft); // the end of a path tells the most
     m_rules->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_rules->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_rules->setTextElideMode(Qt::ElideMiddle);
@@ -145,12 +146,19 @@ void RolesPage::refresh()
     showRules();
 }
 
-bool RolesPage::reveal(const NodeLink &role)
+// A rule is shown in its role.
+bool RolesPage::reveal(const NodeLink &node)
 {
+    const bool isRule = dynamic_cast<const Nodes::securityGrant *>(node.GetNode());
+    const NodeLink role = isRule ? NodeLink(node->GetParent()) : node;
     for (int row = 0; row < m_roles->count(); ++row) {
         if (m_roles->item(row)->data(linkRole).toULongLong() != role.GetNodeId())
             continue;
         m_roles->setCurrentRow(row);
+        for (int rule = 0; isRule && rule < m_rules->rowCount(); ++rule) {
+            if (m_rules->item(rule, 0)->data(linkRole).toULongLong() == node.GetNodeId())
+                m_rules->selectRow(rule);
+        }
         return true;
     }
     return false;

@@ -24,7 +24,7 @@ public:
 
     /// Shows the project as it is now.
     void refresh();
-    bool reveal(const Nodes::NodeLink &role);
+    bool reveal(const Nodes::NodeLink &node);
 
 private:
     Nodes::NodeLink chosenRole() const;

@@ -25,4 +25,11 @@ enNodePrivMode AccessReview::Decide(enPrivilegeType privilege, const NodeLink &n
     return m_rules->Decide(privilege, node.GetNodeId());
 }
 
+NodeLink AccessReview::DecidedBy(enPrivilegeType privilege, const NodeLink &node) const
+{
+    NodeLink by;
+    m_rules->Decide(privilege, node.GetNodeId(), &by);
+    return by;
+}
+
 } // namespace Nodes

@@ -25,6 +25,8 @@ public:
     /// By the same rules as systemAuthentication::CheckAccess; the empty link asks for the project
     /// as a whole.
     enNodePrivMode Decide(enPrivilegeType privilege, const NodeLink &node) const;
+    /// The grant that decides so; empty when none does.
+    NodeLink DecidedBy(enPrivilegeType privilege, const NodeLink &node) const;
 
 private:
     explicit AccessReview(std::shared_ptr<const AccessRules> rules);

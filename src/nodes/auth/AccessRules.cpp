@@ -84,11 +84,12 @@ void AccessRules::addRole(const NodeLink &role)
     for (const auto &child : node->Children()) {
         if (const auto *grant = dynamic_cast<const securityGrant *>(child.get()))
             m_rules[grant->GetScope().GetNodeId()].push_back(
-                {grant->GetPrivileges(), grant->isDenial()});
+                {grant->GetPrivileges(), grant->isDenial(), grant->GetNodeLink()});
     }
 }
 
-enNodePrivMode AccessRules::decideAt(enPrivilegeType privilege, unsigned long scope) const
+enNodePrivMode AccessRules::decideAt(enPrivilegeType privilege, unsigned long scope,
+                                     NodeLink *by) const
 {
     enNodePrivMode mode = PrivModeNoRule;
     const auto found = m_rules.find(scope);
@@ -97,6 +98,8 @@ enNodePrivMode AccessRules::decideAt(enPrivilegeType privilege, unsigned long sc
     for (const Rule &rule : found->second) {
         if (!rule.privileges.Contains(privilege))
             continue;
+        if (by && (rule.isDenial || mode == PrivModeNoRule))
+            *by = rule.grant;
         if (rule.isDenial)
             return PrivModeDenied;
         mode = PrivModeGranted;
@@ -104,14 +107,15 @@ enNodePrivMode AccessRules::decideAt(enPrivilegeType privilege, unsigned long sc
     return mode;
 }
 
-enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long nodeId) const
+enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long nodeId,
+                                   NodeLink *by) const
 {
     if (!m_tree->speaksOfUsers)
         return PrivModeUnchecked;
     unsigned long id = nodeId;
     for (auto at = m_instances->places.find(id); at != m_instances->places.end();
          at = m_instances->places.find(id)) {
-        const enNodePrivMode mode = decideAt(privilege, at->second.original);
+        const enNodePrivMode mode = decideAt(privilege, at->second.original, by);
         if (mode != PrivModeNoRule)
             return mode;
         id = at->second.parent;
@@ -119,13 +123,13 @@ enNodePrivMode AccessRules::Decide(enPrivilegeType privilege, unsigned long node
     if (id != nodeId && m_tree->parents.count(id) == 0)
         return PrivModeDenied; // the template is gone, and with it what it stood below
     while (id != 0) {
-        const enNodePrivMode mode = decideAt(privilege, id);
+        const enNodePrivMode mode = decideAt(privilege, id, by);
         if (mode != PrivModeNoRule)
             return mode;
         const auto parent = m_tree->parents.find(id);
         id = parent == m_tree->parents.end() ? 0 : parent->second;
     }
-    return decideAt(privilege, 0);
+    return decideAt(privilege, 0, by);
 }
 
 } // namespace Nodes

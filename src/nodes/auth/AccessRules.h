@@ -52,7 +52,9 @@ public:
     /// These rules with other instances.
     std::shared_ptr<const AccessRules> With(std::shared_ptr<const Instances> instances) const;
 
-    enNodePrivMode Decide(enPrivilegeType privilege, unsigned long nodeId) const;
+    /// `by`: where to put the grant that decides; empty when none does.
+    enNodePrivMode Decide(enPrivilegeType privilege, unsigned long nodeId,
+                          NodeLink *by = nullptr) const;
     const std::shared_ptr<const Tree> &GetTree() const { return m_tree; }
     const std::shared_ptr<const Instances> &GetInstances() const { return m_instances; }
     const NodeLink &GetUser() const { return m_user; }
@@ -63,10 +65,11 @@ private:
     {
         PrivilegeSet privileges;
         bool isDenial;
+        NodeLink grant;
     };
 
     void addRole(const NodeLink &role);
-    enNodePrivMode decideAt(enPrivilegeType privilege, unsigned long scope) const;
+    enNodePrivMode decideAt(enPrivilegeType privilege, unsigned long scope, NodeLink *by) const;
 
     std::shared_ptr<const Tree> m_tree;
     std::shared_ptr<const Instances> m_instances;
