@@ -13,6 +13,7 @@ namespace Editor {
 namespace {
 
 constexpr int listWidth = 440;
+constexpr int widestWord = 260; // meanings stay in sight beside long paths
 constexpr int mostRows = 12;
 constexpr int leastWritten = 2; // characters before words are offered unasked
 
@@ -64,6 +65,8 @@ WordCompleter::WordCompleter(const Nodes::TextLanguage &language, const Nodes::C
     auto *list = new QTreeView;
     list->setRootIsDecorated(false);
     list->setHeaderHidden(true);
+    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list->setTextElideMode(Qt::ElideMiddle);
     list->setUniformRowHeights(true);
     setPopup(list);
     list->header()->setStretchLastSection(true);
@@ -109,6 +112,7 @@ void WordCompleter::offer(const QString &text, int cursor, const QRect &at, bool
     popup()->setCurrentIndex(completionModel()->index(0, 0));
     auto *list = static_cast<QTreeView *>(popup());
     list->resizeColumnToContents(0);
+    list->header()->resizeSection(0, std::min(list->header()->sectionSize(0), widestWord));
     QRect place = at;
     place.setWidth(listWidth);
     complete(place);
