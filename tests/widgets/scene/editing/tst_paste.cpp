@@ -151,6 +151,7 @@ private slots:
         const EditedProject project(R"(
 <memorySignal id="11" name="T"/>
 <windowTemplate id="20" name="Outer"><label id="21" name="L" signal="11"/>
+  <symbol id="23" name="S" source=":/symbols/pump.svg"/>
   <instance id="22" name="I" template="24"/></windowTemplate>
 <windowTemplate id="24" name="Inner"><label id="25" name="L"/></windowTemplate>
 <window id="30" name="W"><instance id="31" name="A" template="20"/></window>)");

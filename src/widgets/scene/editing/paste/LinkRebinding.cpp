@@ -123,6 +123,8 @@ void LinkRebinding::reportFiles(const Nodes::ConfigNode &node, PasteReport &repo
         if (d.binding.type != Nodes::PropertyType::Resource)
             continue;
         const auto &file = *static_cast<const Nodes::ResourceLink *>(d.binding.data(node));
+        if (file.IsBuiltIn())
+            continue; // every project has it
         const QString path = QString::fromStdString(file.GetFilePath());
         const QString directory = QString::fromStdString(m_project.GetDirectory());
         if (!path.isEmpty() && !QFileInfo::exists(directory + QLatin1Char('/') + path))
