@@ -22,7 +22,10 @@
 #include <QItemSelectionModel>
 #include <QMenu>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Editor {
 
@@ -89,9 +92,34 @@ void ProjectTreePanel::onSelected()
 {
     if (m_isSelecting)
         return;
+    if (isLosing())
+        QTimer::singleShot(0, this, &ProjectTreePanel::takeLoss);
+    else
+        shareSelection();
+}
+
+void ProjectTreePanel::shareSelection()
+{
     m_isSelecting = true;
     m_workspace.selection().select(m_tree->selected(), this);
     m_isSelecting = false;
+}
+
+// Whether rows go whose nodes were selected: nobody has chosen what is left.
+bool ProjectTreePanel::isLosing() const
+{
+    const Nodes::NodeLinks &nodes = m_workspace.selection().nodes();
+    return std::any_of(nodes.begin(), nodes.end(),
+                       [](const Nodes::NodeLink &node) { return !node.isValid(); });
+}
+
+// What was only moved to another place is back by now.
+void ProjectTreePanel::takeLoss()
+{
+    if (isLosing())
+        shareSelection();
+    else
+        onSelectedElsewhere(m_workspace.selection().nodes(), nullptr);
 }
 
 void ProjectTreePanel::onSelectedElsewhere(const Nodes::NodeLinks &nodes, QObject *by)

@@ -52,6 +52,9 @@ private:
     void takeProject();
     void letProjectGo();
     void onSelected();
+    void shareSelection();
+    bool isLosing() const;
+    void takeLoss();
     void onSelectedElsewhere(const Nodes::NodeLinks &nodes, QObject *by);
     void onKeys(const QKeySequence &keys, bool isRun, bool &isTaken);
     void openMenu(const QPoint &point);

@@ -7,6 +7,7 @@
 #include "editor/usages/UsagesModel.h"
 #include "editor/usages/UsagesPanel.h"
 #include "support/Rows.h"
+#include "utils/undo/MoveNodesCommand.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -68,6 +69,7 @@ private slots:
     void keepsItsKeysFromMenus();
     void renamesInPlace();
     void sharesTheSelection();
+    void whatMovesStaysSelected();
     void revealsWhatTheFilterHides();
     void searchesOnWhereNothingWasFound();
     void copiesPaths();
@@ -181,6 +183,22 @@ void TestProjectTreePanel::sharesTheSelection()
     QCOMPARE(qvariant_cast<QObject *>(told.last()[1]), &scene);
     (void)p.layer->RemoveNode(p.at("Композиция/Слой/b"));
     QCOMPARE(p.selected(), QStringList{"Композиция/Слой/a"});
+}
+
+void TestProjectTreePanel::whatMovesStaysSelected()
+{
+    ShownPanel p;
+    QObject scene;
+    const NodeLinks chosen = p.links({"К1/Q", "Композиция/Слой/a"});
+    p.workspace.selection().select(chosen, &scene);
+    const QSignalSpy told(&p.workspace.selection(), &Selection::changed);
+    p.session.undoStack().push(
+        new Utils::MoveNodesCommand({chosen[0]}, NodeLink(p.at("К2")), NodeLink()));
+    QVERIFY(p.at("К2/Q"));
+    QTRY_COMPARE(p.selected(), QStringList({"К2/Q", "Композиция/Слой/a"}));
+    QCOMPARE(told.count(), 0);
+    (void)p.at("К2")->RemoveNode(p.at("К2/Q"));
+    QTRY_COMPARE(p.workspace.selection().nodes(), p.links({"Композиция/Слой/a"}));
 }
 
 void TestProjectTreePanel::revealsWhatTheFilterHides()
