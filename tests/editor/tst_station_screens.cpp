@@ -12,6 +12,7 @@
 #include "nodes/visual/windows/windowComposed.h"
 #include "utils/convert/ValueConversions.h"
 #include "utils/undo/AddNodeLinkCommand.h"
+#include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/IUndo.h"
 
 #include <QTemporaryDir>
@@ -188,6 +189,21 @@ private slots:
         }
         f.session.undoStack().undo();
         QCOMPARE(f.buttons().size(), first + more - 1);
+    }
+
+    void aPageIsAddedPastADeletedAction()
+    {
+        Fixture f;
+        f.build();
+        const Nodes::widgetButton *first = f.buttons().first();
+        NodeLinks actions = first->GetReleaseActions();
+        actions.insert(actions.begin(), NodeLink(99999, f.session.project()));
+        QVERIFY(Utils::IUndo::execute(new Utils::ChangePropertyCommand(
+            NodeLink(first), Nodes::widgetButton::Prop::ReleaseActions, actions)));
+        const int before = f.buttons().size();
+        NodeLink made;
+        QVERIFY(Utils::IUndo::execute(f.screens().addPage("Насосы", made)));
+        QCOMPARE(f.buttons().size(), before + 1);
     }
 
     void displaysHaveScreensOfTheirOwn()

@@ -75,11 +75,14 @@ bool bringsPage(const NodeLink &link, const NodeLink &field)
     return action && action->GetWindowLink() == field;
 }
 
-bool bringsPage(const Nodes::widgetButton &button, const NodeLink &field)
+/// The action of the button that brings a page into the field; leads nowhere without one.
+NodeLink pageAction(const Nodes::widgetButton &button, const NodeLink &field)
 {
     const NodeLinks &actions = button.GetReleaseActions();
-    return std::any_of(actions.begin(), actions.end(),
-                       [&field](const NodeLink &link) { return bringsPage(link, field); });
+    const auto found = std::find_if(actions.begin(), actions.end(), [&field](const NodeLink &link) {
+        return bringsPage(link, field);
+    });
+    return found == actions.end() ? NodeLink() : *found;
 }
 
 } // namespace
@@ -225,10 +228,11 @@ StationScreens::Row StationScreens::row(const NodeLink &field) const
         Row row{link, {}, window->GetGeometry().width, {}};
         for (const auto &child : window->Children()) {
             const auto *found = dynamic_cast<const Nodes::widgetButton *>(child.get());
-            if (!found || !bringsPage(*found, field))
+            const NodeLink action = found ? pageAction(*found, field) : NodeLink();
+            if (!action.isValid())
                 continue;
             row.buttons.append(found);
-            row.actions = NodeLink(found->GetReleaseActions().front()->GetParent());
+            row.actions = NodeLink(action->GetParent());
         }
         if (!row.buttons.isEmpty())
             return row;
