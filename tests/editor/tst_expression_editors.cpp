@@ -33,6 +33,8 @@ struct Formula : PropertyFixture
     {
         Nodes::ConfigNode *driver = add("simulatorDriver", root(), "Имитатор");
         add("simulatorSignal", driver, "Расход газа");
+        add("simulatorSignal", driver, "Текст", {{"type", "string"}});
+        add("simulatorSignal", driver, "Пуск", {{"type", "bool"}});
         formula = add("simulatorSignal", driver, "F");
         report = add("reportSchedule", root(), "Сутки");
     }
@@ -153,6 +155,55 @@ private slots:
         edit->setPlainText("t");
         edit->setPlainText("t - signal('Расход газа')"); // its value is not forgotten
         QCOMPARE(trial->outcome(), QString("Проба: 58.5"));
+    }
+
+    void readsValuesByTheirTypes_data()
+    {
+        const Rows<QString, QString, QString> row("text", "written", "outcome");
+        row("number", "signal('Расход газа') * 2", "1,5", "Проба: 3");
+        row("text with a comma", "#signal('Текст')", "а, б ", "Проба: 7");
+        row("logical", "signal('Пуск') and 1 or 2", "Да", "Проба: 1");
+        row("none of its type", "signal('Пуск') and 1 or 2", "5 шт",
+            "Проба не удалась: строка 1: значение «5 шт» для «Пуск» не подходит: нужно да или нет "
+            "(true или false)");
+    }
+
+    void readsValuesByTheirTypes()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, written);
+        QFETCH(QString, outcome);
+        Formula f;
+        QWidget host;
+        ExpressionWindow *window = f.openWindow(f.open(f.formula, "formula", &host));
+        window->findChild<CodeEdit *>()->setPlainText(text);
+        auto *trial = window->findChild<Editor::TrialPanel *>();
+        trial->findChild<QTableWidget *>()->item(3, 2)->setText(written);
+        QCOMPARE(trial->outcome(), outcome);
+    }
+
+    // Of a text of other line ends, nothing was changed.
+    void leavesTextOfOtherLineEnds()
+    {
+        Formula f;
+        QWidget host;
+        ValueEditor *editor = f.open(f.formula, "formula", &host);
+        editor->setText("local x = t\r\nreturn x");
+        const QPointer<ExpressionWindow> window = f.openWindow(editor);
+        window->reject();
+        QVERIFY(!window || !window->isVisible());
+    }
+
+    void writesOnBehindAWholeWord()
+    {
+        Formula f;
+        QWidget host;
+        ExpressionWindow *window = f.openWindow(f.open(f.formula, "formula", &host));
+        auto *edit = window->findChild<CodeEdit *>();
+        edit->setFocus();
+        QTest::keyClicks(edit, "while t > 9 d");
+        QTest::keyClicks(edit, "o"); // is in "random" too
+        QVERIFY(!edit->completer()->popup()->isVisible());
     }
 
     void completesByKeys()

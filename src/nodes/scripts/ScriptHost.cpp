@@ -9,8 +9,6 @@ namespace Nodes {
 
 namespace {
 
-constexpr int maximumMessages = 100;
-
 Result wants(const char *what)
 {
     return Result(Result::InvalidArgument, what);
@@ -113,7 +111,7 @@ SignalValue ScriptHost::journal(const Arguments &arguments)
 {
     if (arguments.size() != 1)
         return wants("journal(text) wants one argument");
-    if (++m_messages > maximumMessages)
+    if (++m_messages > ScriptRunner::MaximumMessages)
         return Result(Result::LimitExceeded, "too many messages in one run");
     const std::string text = arguments[0].ToString();
     const Result called = m_calls.Call([&] { m_job.journal(text); });

@@ -33,6 +33,14 @@ struct ScriptRunner::Impl
     std::thread thread; // started by the first job
 };
 
+LuaLimits ScriptRunner::Limits(int timeLimit)
+{
+    LuaLimits limits;
+    limits.instructions = instructionLimit;
+    limits.milliseconds = std::min(timeLimit, processorLimit);
+    return limits;
+}
+
 ScriptRunner::ScriptRunner(Poster poster) : m_impl(std::make_unique<Impl>(std::move(poster))) {}
 
 ScriptRunner::~ScriptRunner()
@@ -85,10 +93,7 @@ void ScriptRunner::Impl::work()
 Result ScriptRunner::Impl::execute(const ScriptJob &job)
 {
     calls.SetDeadline(job.timeLimit);
-    LuaLimits limits;
-    limits.instructions = instructionLimit;
-    limits.milliseconds = std::min(job.timeLimit, processorLimit);
-    LuaSandbox sandbox(limits);
+    LuaSandbox sandbox(Limits(job.timeLimit));
     ScriptHost host(job, calls, sandbox);
     LuaSandbox::Script script = 0;
     // As a block, so that what is wrong with it is told as of a block; lines count as written.

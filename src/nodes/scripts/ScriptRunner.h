@@ -11,6 +11,8 @@
 
 namespace Nodes {
 
+struct LuaLimits;
+
 /// One run of an operator's script.
 struct ScriptJob
 {
@@ -49,6 +51,9 @@ public:
     ScriptRunner &operator=(const ScriptRunner &) = delete;
 
     static constexpr int MaximumWaiting = 64;
+    static constexpr int MaximumMessages = 100; ///< of one run
+    /// Of a script that may take so long, in ms.
+    static LuaLimits Limits(int timeLimit);
 
     /// Duplicate while a script of the same owner waits or runs, LimitExceeded when too many wait.
     [[nodiscard]] Result Run(ScriptJob job);

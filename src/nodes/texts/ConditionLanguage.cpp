@@ -1,4 +1,5 @@
 #include "nodes/alarms/BasicAlarm.h"
+#include "nodes/alarms/suppression/SuppressionScripts.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/texts/LuaLanguages.h"
 #include "nodes/texts/LuaTrial.h"
@@ -45,8 +46,7 @@ std::vector<TrialInput> inputs(const std::string &, const ConfigNode *node)
 
 TrialOutcome run(const std::string &text, const ConfigNode *, const std::vector<TrialInput> &inputs)
 {
-    TrialOutcome outcome =
-        LuaTrial(inputs).Run(text, LuaForm::Value, true, enSignalValueType::Bool);
+    TrialOutcome outcome = LuaTrial(inputs, SuppressionScripts::Limits()).RunCondition(text);
     if (outcome.isDone)
         outcome.text = outcome.text == "true" ? "да: тревога подавлена" : "нет: тревога работает";
     return outcome;

@@ -53,7 +53,9 @@ std::vector<TextProblem> check(const std::string &text, const ConfigNode *)
     for (const auto &field : FieldTexts::Find(text, open)) {
         if (!field.isClosed || field.name.empty())
             problems.push_back({field.begin, field.length,
-                                field.isClosed ? "между { и } нужно имя" : "скобка { не закрыта"});
+                                field.isClosed ? "между { и } нужно имя"
+                                               : "скобка { не закрыта, текст останется как есть",
+                                !field.isClosed});
     }
     return problems;
 }

@@ -11,6 +11,8 @@ namespace Nodes {
 
 namespace {
 
+constexpr int ownInputs = 3; // t, dt, value; then the signals
+
 struct Neighbours
 {
     std::string prefix; ///< of the paths of the driver's signals
@@ -98,7 +100,7 @@ std::vector<TrialInput> inputs(const std::string &text, const ConfigNode *node)
     const Neighbours neighbours = neighboursOf(node);
     for (const auto &[token, name] : LuaCheck::References(text, {"signal"})) {
         const auto found = called(name, neighbours);
-        const bool isListed = std::any_of(inputs.begin() + 3, inputs.end(),
+        const bool isListed = std::any_of(inputs.begin() + ownInputs, inputs.end(),
                                           [&name = name](const auto &i) { return i.name == name; });
         if (!isListed && found.size() == 1)
             inputs.push_back(NodeTexts::InputOf(name, *found[0]));
@@ -110,11 +112,13 @@ TrialOutcome run(const std::string &text, const ConfigNode *node,
                  const std::vector<TrialInput> &inputs)
 {
     const auto *own = dynamic_cast<const simulatorSignal *>(node);
-    LuaTrial trial(inputs);
-    trial.Sandbox().AddFunction("signal", [&trial](const LuaSandbox::Arguments &given) {
-        return trial.Value(given.empty() ? std::string() : given[0].ToString());
+    LuaTrial trial(inputs, {});
+    trial.Sandbox().AddFunction("signal", [&](const LuaSandbox::Arguments &given) -> SignalValue {
+        if (given.size() != 1 || given[0].GetType() != enSignalValueType::String)
+            return Result(Result::InvalidArgument, "signal: нужно одно имя в кавычках");
+        return trial.Value(given[0].ToString());
     });
-    TrialOutcome outcome = trial.Run(text.empty() ? "value" : text, LuaForm::Value, true,
+    TrialOutcome outcome = trial.Run(text.empty() ? "value" : text, LuaForm::Value, ownInputs,
                                      own ? own->GetValueType() : enSignalValueType::Double);
     if (outcome.isDone && own && !own->GetUnit().empty())
         outcome.text += " " + own->GetUnit();

@@ -20,11 +20,6 @@ Result compile(const std::string &text, LuaForm form)
                                   : sandbox.Compile("text", text, script);
 }
 
-bool isBlankOnly(const std::string &text)
-{
-    return text.find_first_not_of(" \t\r\n") == std::string::npos;
-}
-
 size_t lineBegin(const std::string &text, int line)
 {
     size_t at = 0;
@@ -46,6 +41,14 @@ size_t placeOf(const LuaMessage &message, const std::string &text, LuaForm form)
     return text.size();
 }
 
+bool isSetBehind(std::string_view text, const std::vector<LuaToken> &tokens, size_t comma)
+{
+    while (comma + 2 < tokens.size() && tokens[comma].In(text) == "," &&
+           tokens[comma + 1].sort == LuaToken::Name)
+        comma += 2;
+    return comma < tokens.size() && tokens[comma].In(text) == "=";
+}
+
 // Names that get a value in the text: a = ..., local a, b, for a in ..., function a(b, c).
 std::set<std::string_view> assigned(std::string_view text, const std::vector<LuaToken> &tokens)
 {
@@ -54,13 +57,18 @@ std::set<std::string_view> assigned(std::string_view text, const std::vector<Lua
     for (size_t i = 0; i < tokens.size(); ++i) {
         const std::string_view word = tokens[i].In(text);
         const bool isName = tokens[i].sort == LuaToken::Name;
+        const bool isAttribute = isList && word == "<";
         if (word == "local" || word == "for" || word == "function")
             isList = true;
         else if (isList && !isName && word != "," && word != "(")
             isList = false;
-        const bool isSet = i + 1 < tokens.size() && tokens[i + 1].In(text) == "=";
+        const std::string_view next = i + 1 < tokens.size() ? tokens[i + 1].In(text) : "";
+        // The names before a comma may get a value further on: a, b = 1, 2.
+        const bool isSet = next == "=" || (next == "," && isSetBehind(text, tokens, i + 1));
         if (isName && (isList || isSet))
             names.insert(word);
+        if (word == "goto" || isAttribute)
+            names.insert(next);
     }
     return names;
 }
@@ -79,19 +87,42 @@ std::vector<LuaToken> withoutComments(const std::string &text)
     return tokens;
 }
 
+// Of a text that can be compiled: whether some way through it gives one.
+bool givesValue(const std::string &text)
+{
+    const std::vector<LuaToken> tokens = withoutComments(text);
+    const bool returns = std::any_of(tokens.begin(), tokens.end(), [&](const LuaToken &token) {
+        return token.sort == LuaToken::Keyword && token.In(text) == "return";
+    });
+    return returns || (!tokens.empty() && compile("return " + text, LuaForm::Block).IsSuccess());
+}
+
+std::string wholeLetters(const std::string &text, size_t begin, size_t length)
+{
+    size_t end = begin + length;
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        ++end;
+    return text.substr(begin, end - begin);
+}
+
 } // namespace
 
 std::vector<TextProblem> Syntax(const std::string &text, LuaForm form)
 {
-    if (isBlankOnly(text))
+    if (text.empty())
         return {};
     const Result compiled = compile(text, form);
+    if (compiled && form == LuaForm::Value && !givesValue(text))
+        return {{text.size(), 0, "значения нет: нужно выражение или return"}};
     if (compiled)
         return {};
-    const LuaMessage message = LuaMessage::Of(compiled.GetDetail());
+    LuaMessage message = LuaMessage::Of(compiled.GetDetail());
     const bool isAtEnd = message.near.empty() || message.near == "<eof>";
     const size_t begin = isAtEnd ? text.size() : placeOf(message, text, form);
-    return {{begin, begin == text.size() ? 0 : message.near.size(), message.ToRussian()}};
+    if (begin == text.size())
+        return {{begin, 0, message.ToRussian()}};
+    message.near = wholeLetters(text, begin, message.near.size());
+    return {{begin, message.near.size(), message.ToRussian()}};
 }
 
 std::vector<TextProblem> UnknownNames(const std::string &text, const std::vector<TextWord> &words)
@@ -122,8 +153,10 @@ std::vector<Reference> References(const std::string &text,
         const bool isCalled =
             tokens[i - 1].In(text) == "(" &&
             std::find(functions.begin(), functions.end(), function) != functions.end();
-        const bool isWhole = i + 1 == tokens.size() || tokens[i + 1].In(text) != ".."; // known here
-        if (isCalled && isWhole && tokens[i].sort == LuaToken::Text)
+        const std::string_view next = i + 1 < tokens.size() ? tokens[i + 1].In(text) : ")";
+        const bool isWhole = next == ")" || next == ","; // what is put together is known when run
+        const bool isPlain = tokens[i].In(text).find('\\') == std::string_view::npos;
+        if (isCalled && isWhole && isPlain && tokens[i].sort == LuaToken::Text)
             found.push_back({tokens[i], std::string(LuaTextOf(tokens[i].In(text)))});
     }
     return found;

@@ -1,5 +1,6 @@
 #include "nodes/texts/LuaMessages.h"
 
+#include <cstdlib>
 #include <regex>
 #include <vector>
 
@@ -48,26 +49,54 @@ const std::vector<Translation> &translations()
     return rows;
 }
 
+constexpr std::size_t mostTold = 300; // bytes; matching takes stack for each of them
+constexpr std::size_t mostQuoted = 60;
+
 std::string pieceOf(const std::string &near)
 {
-    return near == "<eof>" ? "конец текста" : "«" + near + "»";
+    return near == "<eof>" ? "конец текста" : "«" + ShortText(near, mostQuoted) + "»";
+}
+
+bool isForeign(const std::string &near)
+{
+    return !near.empty() && static_cast<unsigned char>(near[0]) >= 0x80U;
+}
+
+// As the interpreter writes it: 'piece', '<\\209>' for a byte that it does not print, <eof>.
+std::string readNear(std::string near)
+{
+    const bool isQuoted = near.size() > 1 && near.front() == '\'' && near.back() == '\'';
+    if (isQuoted)
+        near = near.substr(1, near.size() - 2);
+    const bool isByte = near.size() > 3 && near.compare(0, 2, "<\\") == 0 && near.back() == '>';
+    const int byte = isByte ? std::atoi(near.c_str() + 2) : 0;
+    return byte > 0 ? std::string(1, char(byte)) : near;
 }
 
 } // namespace
 
+std::string ShortText(const std::string &text, std::size_t most)
+{
+    if (text.size() <= most)
+        return text;
+    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0U) == 0x80U)
+        --most; // of a letter, all or nothing
+    return text.substr(0, most) + "…";
+}
+
 LuaMessage LuaMessage::Of(const std::string &message)
 {
-    static const std::regex placed("[^:]*:(\\d+): ([\\s\\S]*)");
-    static const std::regex nearPiece("([\\s\\S]*) near '?([\\s\\S]*?)'?");
     LuaMessage read;
-    std::smatch parts;
-    const bool isPlaced = std::regex_match(message, parts, placed);
-    read.line = isPlaced ? std::stoi(parts[1]) : 0;
-    read.text = isPlaced ? parts[2].str() : message;
-    const std::string told = read.text;
-    if (std::regex_match(told, parts, nearPiece)) {
-        read.text = parts[1];
-        read.near = parts[2];
+    const std::size_t number = message.find(':') + 1;
+    const std::size_t behind = message.find_first_not_of("0123456789", number);
+    const bool isPlaced = number > 0 && behind != std::string::npos && behind > number &&
+                          message.compare(behind, 2, ": ") == 0;
+    read.line = isPlaced ? std::atoi(message.c_str() + number) : 0;
+    read.text = isPlaced ? message.substr(behind + 2) : message;
+    const std::string mark = " near ";
+    if (const std::size_t near = read.text.find(mark); near != std::string::npos) {
+        read.near = readNear(read.text.substr(near + mark.size()));
+        read.text.erase(near);
     }
     return read;
 }
@@ -76,10 +105,13 @@ std::string LuaMessage::ToRussian() const
 {
     if (near == "<eof>" && text == "unexpected symbol")
         return "текст обрывается, здесь должно стоять ещё что-то";
-    std::string russian = text;
+    if (isForeign(near))
+        return pieceOf(near) + ": такого знака здесь быть не может, имена пишут латинскими буквами";
+    const std::string told = ShortText(text, mostTold);
+    std::string russian = told;
     for (const Translation &row : translations()) {
         std::smatch parts;
-        if (!std::regex_match(text, parts, row.pattern))
+        if (!std::regex_match(told, parts, row.pattern))
             continue;
         russian = parts.format(row.russian);
         break;

@@ -17,6 +17,19 @@ TrialOutcome failed(const Result &result)
     return {false, where + message.ToRussian()};
 }
 
+constexpr std::size_t mostShown = 200; // bytes of a value or a step
+
+const char *nameOf(enSignalValueType type)
+{
+    return type == enSignalValueType::Bool ? "да или нет (true или false)" : "число";
+}
+
+TrialOutcome unfit(const SignalValue &value, enSignalValueType wanted)
+{
+    return {false, "«" + ShortText(value.ToString(), mostShown) + "» не подходит: нужно " +
+                       nameOf(wanted)};
+}
+
 TrialOutcome outcomeOf(const SignalValue &value, enSignalValueType type)
 {
     if (type == enSignalValueType::None)
@@ -25,43 +38,70 @@ TrialOutcome outcomeOf(const SignalValue &value, enSignalValueType type)
         return {false, "значение не получено: нужно выражение или return"};
     if (value.IsNumber() && !std::isfinite(value.ToDouble()))
         return {false, "получается не число: деление на ноль или корень из отрицательного?"};
-    const bool isLogical = type == enSignalValueType::Bool;
     const SignalValue converted = value.ConvertedTo(type);
-    if (converted.IsError() || (isLogical && value.GetType() != enSignalValueType::Bool))
-        return {false, "«" + value.ToString() + "» не подходит: нужно " +
-                           (isLogical ? "да или нет (true или false)" : "число")};
-    return {true, converted.ToString()};
+    if (converted.IsError())
+        return unfit(value, type);
+    return {true, ShortText(converted.ToString(), mostShown)};
 }
 
 } // namespace
 
-LuaTrial::LuaTrial(const std::vector<TrialInput> &inputs) : m_inputs(inputs) {}
+LuaTrial::LuaTrial(const std::vector<TrialInput> &inputs, LuaLimits limits)
+    : m_sandbox(limits), m_inputs(inputs)
+{
+}
 
 SignalValue LuaTrial::Value(const std::string &name) const
 {
     const auto found = std::find_if(m_inputs.begin(), m_inputs.end(),
                                     [&](const TrialInput &input) { return input.name == name; });
-    return found == m_inputs.end() ? Result(Result::NotFound, "сигнала «" + name + "» нет")
-                                   : SignalValue(found->value).ConvertedTo(found->type);
+    if (found == m_inputs.end())
+        return Result(Result::NotFound, "сигнала «" + ShortText(name, mostShown) + "» нет");
+    if (found->value.empty() && found->type != enSignalValueType::String)
+        return {};
+    const SignalValue value = SignalValue(found->value).ConvertedTo(found->type);
+    return !value.IsError()
+               ? value
+               : Result(Result::WrongType, "значение «" + found->value + "» для «" + name +
+                                               "» не подходит: нужно " + nameOf(found->type));
 }
 
-TrialOutcome LuaTrial::Run(const std::string &text, LuaForm form, bool areGlobals,
-                           enSignalValueType type)
+Result LuaTrial::runScript(const std::string &text, LuaForm form, std::size_t globals,
+                           SignalValue &value)
 {
     LuaSandbox::Script script = 0;
     const Result compiled = form == LuaForm::Block ? m_sandbox.CompileBlock("text", text, script)
                                                    : m_sandbox.Compile("text", text, script);
     if (!compiled)
-        return failed(compiled);
-    for (const TrialInput &input : m_inputs) {
-        if (areGlobals)
-            m_sandbox.SetVariable(script, input.name.c_str(), Value(input.name));
+        return compiled;
+    for (std::size_t i = 0; i < std::min(globals, m_inputs.size()); ++i) {
+        const SignalValue input = Value(m_inputs[i].name);
+        if (input.IsError())
+            return input.GetError();
+        m_sandbox.SetVariable(script, m_inputs[i].name.c_str(), input);
     }
+    return m_sandbox.Run(script, value);
+}
+
+TrialOutcome LuaTrial::Run(const std::string &text, LuaForm form, std::size_t globals,
+                           enSignalValueType type)
+{
     SignalValue value;
-    const Result result = m_sandbox.Run(script, value);
+    const Result result = runScript(text, form, globals, value);
     TrialOutcome outcome = result ? outcomeOf(value, type) : failed(result);
-    outcome.steps = std::move(steps);
+    for (std::string &step : steps)
+        outcome.steps.push_back(ShortText(step, mostShown));
     return outcome;
+}
+
+TrialOutcome LuaTrial::RunCondition(const std::string &text)
+{
+    SignalValue value;
+    const Result result = runScript(text, LuaForm::Value, m_inputs.size(), value);
+    const bool isUnfit = result && !value.IsEmpty() && value.GetType() != enSignalValueType::Bool;
+    if (isUnfit)
+        return unfit(value, enSignalValueType::Bool);
+    return result ? outcomeOf(value, enSignalValueType::Bool) : failed(result);
 }
 
 } // namespace Nodes

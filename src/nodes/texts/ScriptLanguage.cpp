@@ -1,5 +1,6 @@
 #include "nodes/actions/kinds/actionExecuteScript.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/scripts/ScriptRunner.h"
 #include "nodes/signals/BasicSignal.h"
 #include "nodes/texts/LuaLanguages.h"
 #include "nodes/texts/LuaTrial.h"
@@ -11,6 +12,8 @@ namespace Nodes {
 
 namespace {
 
+constexpr int longestTrial = 250; // ms
+
 const std::vector<std::string_view> functionsOfSignals{"read", "quality", "write"};
 
 NodeLinks numbered(const ConfigNode *node)
@@ -18,17 +21,18 @@ NodeLinks numbered(const ConfigNode *node)
     return NodeTexts::LinksOf(node, actionExecuteScript::Prop::Signals.valueId);
 }
 
-std::vector<const BasicSignal *> byPath(const ConfigNode *node, const std::string &path)
+struct Called
 {
-    std::vector<const BasicSignal *> found;
+    std::size_t count = 0; ///< of the nodes of that path
+    const BasicSignal *signal = nullptr;
+};
+
+Called byPath(const ConfigNode *node, const std::string &path)
+{
     const NodesCollection *project = node ? node->GetNodesCollection() : nullptr;
-    if (!project)
-        return found;
-    for (const ConfigNode *each : project->GetNodesByPath(path)) {
-        if (const auto *signal = dynamic_cast<const BasicSignal *>(each))
-            found.push_back(signal);
-    }
-    return found;
+    const auto nodes = project ? project->GetNodesByPath(path) : std::vector<ConfigNode *>();
+    return {nodes.size(),
+            nodes.size() == 1 ? dynamic_cast<const BasicSignal *>(nodes[0]) : nullptr};
 }
 
 std::vector<TextWord> ownWords()
@@ -67,11 +71,13 @@ std::vector<LuaToken> numbersIn(const std::string &text)
 {
     const std::vector<LuaToken> tokens = LuaTokens(text);
     std::vector<LuaToken> numbers;
-    for (std::size_t i = 2; i < tokens.size(); ++i) {
+    for (std::size_t i = 2; i + 1 < tokens.size(); ++i) {
+        const std::string_view next = tokens[i + 1].In(text);
         const bool isCalled = tokens[i - 1].In(text) == "(" &&
                               std::find(functionsOfSignals.begin(), functionsOfSignals.end(),
                                         tokens[i - 2].In(text)) != functionsOfSignals.end();
-        if (isCalled && tokens[i].sort == LuaToken::Number)
+        const bool isWhole = next == ")" || next == ",";
+        if (isCalled && isWhole && tokens[i].sort == LuaToken::Number)
             numbers.push_back(tokens[i]);
     }
     return numbers;
@@ -90,11 +96,11 @@ void checkSignals(const std::string &text, const ConfigNode *node,
                                     std::to_string(count) + ": добавьте в «Сигналы по номерам»"});
     }
     for (const auto &[token, name] : LuaCheck::References(text, functionsOfSignals)) {
-        const std::size_t found = byPath(node, name).size();
-        if (found != 1)
+        const Called called = byPath(node, name);
+        if (!called.signal)
             problems.push_back({token.begin, token.length,
-                                found == 0 ? "сигнала «" + name + "» в проекте нет"
-                                           : "«" + name + "» называются несколько сигналов"});
+                                called.count > 1 ? "«" + name + "» называются несколько узлов"
+                                                 : "сигнала «" + name + "» в проекте нет"});
     }
 }
 
@@ -124,11 +130,11 @@ std::vector<TrialInput> inputs(const std::string &text, const ConfigNode *node)
                              : TrialInput{name, "сигнала нет", enSignalValueType::Bool, "false"});
     }
     for (const auto &[token, name] : LuaCheck::References(text, functionsOfSignals)) {
-        const auto found = byPath(node, name);
+        const BasicSignal *signal = byPath(node, name).signal;
         const bool isListed = std::any_of(inputs.begin(), inputs.end(),
                                           [&name = name](const auto &i) { return i.name == name; });
-        if (!isListed && found.size() == 1)
-            inputs.push_back(NodeTexts::InputOf(name, *found[0]));
+        if (!isListed && signal)
+            inputs.push_back(NodeTexts::InputOf(name, *signal));
     }
     return inputs;
 }
@@ -138,15 +144,25 @@ std::string nameOf(const LuaSandbox::Arguments &given)
     return given.empty() ? std::string() : given[0].ToString();
 }
 
-TrialOutcome run(const std::string &text, const ConfigNode *, const std::vector<TrialInput> &inputs)
+// An endless loop must not hold the window up at every key.
+LuaLimits limitsOf(const ConfigNode *node)
 {
-    LuaTrial trial(inputs);
+    const auto *script = dynamic_cast<const actionExecuteScript *>(node);
+    LuaLimits limits = ScriptRunner::Limits(script ? script->GetTimeLimit() : longestTrial);
+    limits.milliseconds = std::min(limits.milliseconds, longestTrial);
+    return limits;
+}
+
+TrialOutcome run(const std::string &text, const ConfigNode *node,
+                 const std::vector<TrialInput> &inputs)
+{
+    LuaTrial trial(inputs, limitsOf(node));
     LuaSandbox &sandbox = trial.Sandbox();
     using Given = LuaSandbox::Arguments;
     sandbox.AddFunction("read", [&](const Given &given) { return trial.Value(nameOf(given)); });
     sandbox.AddFunction("quality", [&](const Given &given) {
         const SignalValue value = trial.Value(nameOf(given));
-        return value.IsError() ? value : SignalValue("good");
+        return value.IsError() ? value : SignalValue(value.IsEmpty() ? "bad" : "good");
     });
     sandbox.AddFunction("write", [&](const Given &given) -> SignalValue {
         const SignalValue value = trial.Value(nameOf(given));
@@ -156,11 +172,17 @@ TrialOutcome run(const std::string &text, const ConfigNode *, const std::vector<
         trial.steps.push_back("записать " + given[1].ToString() + " в сигнал " + nameOf(given));
         return true;
     });
-    sandbox.AddFunction("journal", [&](const Given &given) -> SignalValue {
-        trial.steps.push_back("в журнал: " + nameOf(given));
-        return true;
-    });
-    TrialOutcome outcome = trial.Run(text, LuaForm::Block, false, enSignalValueType::None);
+    sandbox.AddFunction(
+        "journal",
+        [&, left = ScriptRunner::MaximumMessages](const Given &given) mutable -> SignalValue {
+            if (given.size() != 1)
+                return Result(Result::InvalidArgument, "journal: нужен один текст");
+            if (--left < 0)
+                return Result(Result::LimitExceeded, "слишком много сообщений в журнал");
+            trial.steps.push_back("в журнал: " + nameOf(given));
+            return true;
+        });
+    TrialOutcome outcome = trial.Run(text, LuaForm::Block, 0, enSignalValueType::None);
     if (outcome.isDone)
         outcome.text =
             "выполнен" + std::string(outcome.steps.empty() ? ", ничего не записано" : "");

@@ -109,7 +109,18 @@ private slots:
     void checks_data()
     {
         const Rows<QByteArray, std::string, QString> row("hint", "text", "told");
-        row("nothing", "formula", "  ", "");
+        row("nothing", "formula", "", "");
+        row("blank", "formula", "  ", "[] значения нет: нужно выражение или return");
+        row("comment", "condition", "-- s1", "[] значения нет: нужно выражение или return");
+        row("without return", "formula", "local x = t",
+            "[] значения нет: нужно выражение или return");
+        row("long line", "formula", "'" + std::string(300000, 'x'),
+            "[] конец текста: текст в кавычках не закрыт");
+        row("long piece", "formula", "1 " + std::string(300000, 'x'),
+            "[" + QString(300000, 'x') + "] «" + QString(60, 'x') +
+                "…»: лишнее: здесь текст должен кончаться");
+        row("letter of another script", "formula", "50 + t\n+ х",
+            "[х] «х»: такого знака здесь быть не может, имена пишут латинскими буквами");
         row("formula", "formula", "50 + 10 * sin(t / 60) + value * dt", "");
         row("block", "formula", "local x = t\nif x > 5 then return 1 end\nreturn x", "");
         row("bracket", "formula", "sin(t", "[] конец текста: перед этим нужно «)»");
@@ -122,8 +133,13 @@ private slots:
         row("name", "formula", "sin(tt)", "(tt) имени «tt» здесь нет, оно не имеет значения");
         row("own names", "formula",
             "local a, b = 1, 2\nlocal function f(x) return x end\nc = f(a) return c + b", "");
+        row("several at once", "formula", "a, b = 1, 2 return a + b", "");
+        row("label, constant", "script",
+            "local top <const> = 3\nfor i = 1, top do goto next ::next:: end", "");
         row("signal by its way", "formula", "signal('Котёл/T')", "");
         row("name put together", "formula", "signal(\"P\" .. 1)", "");
+        row("name with escapes", "formula", "signal('\\x46')", "");
+        row("number put together", "script", "read(2 - 1)", "");
         row("no signal", "formula", "signal(\"P\")", "[\"P\"] сигнала «P» в этом имитаторе нет");
         row("two signals", "formula", "signal(\"T\")",
             "[\"T\"] «T» называются несколько сигналов: укажите путь");
@@ -148,7 +164,9 @@ private slots:
         row("parameter", "title", "Насос {насос}", "");
         row("no parameter", "title", "{x}",
             "({x}) поля «{x}» нет, оно останется в тексте как есть");
-        row("definition", "defines", "${plc.host}:${", "[${] скобка { не закрыта");
+        row("definition", "defines", "${plc.host}:${",
+            "(${) скобка { не закрыта, текст останется как есть");
+        row("definition of no name", "defines", "${}", "[${}] между { и } нужно имя");
         row("number", "numberFormat", "%.1f °C", "");
     }
 
@@ -174,6 +192,24 @@ private slots:
         row("unknown", "formula", "t + tt", "", "-строка 1: «tt» не имеет значения");
         row("endless", "formula", "while true do end", "",
             "-слишком много действий: бесконечный цикл?");
+        row("tells at length", "formula",
+            "local s = 'a' for i = 1, 19 do s = s .. s end error(s, 0)", "",
+            "-" + QString(300, 'a') + "…");
+        row("name is not a variable", "formula", "signal('F') + F", "",
+            "-строка 1: «F» не имеет значения");
+        row("two names", "formula", "signal('F', 'T')", "",
+            "-строка 1: signal: нужно одно имя в кавычках");
+        row("value of no number", "formula", "t", "t=abc",
+            "-значение «abc» для «t» не подходит: нужно число");
+        row("no value", "script", "journal(quality(1)) write(1, read(1) == nil)",
+            "1=", "+выполнен|в журнал: bad|записать true в сигнал 1");
+        row("longer than a formula may be", "script",
+            "local n = 0 for i = 1, 200000 do n = n + i end", "", "+выполнен, ничего не записано");
+        row("too long for a condition", "condition",
+            "(function() for i = 1, 50000 do end return true end)()", "",
+            "-слишком много действий: бесконечный цикл?");
+        row("too many messages", "script", "for i = 1, 101 do journal('x') end", "",
+            "-строка 1: слишком много сообщений в журнал" + QString("|в журнал: x").repeated(100));
         row("condition", "condition", "s1", "s1=true", "+да: тревога подавлена");
         row("no condition", "condition", "1", "",
             "-«1» не подходит: нужно да или нет (true или false)");

@@ -137,8 +137,8 @@ QWidget *ExpressionWindow::makeButtons()
 
 void ExpressionWindow::setText(const QString &text)
 {
-    m_given = text;
     m_edit->setPlainText(text);
+    m_given = this->text(); // ends of lines are the editor's own
     m_edit->moveCursor(text.contains(QLatin1Char('\n')) ? QTextCursor::Start : QTextCursor::End);
     if (text.isEmpty())
         showProblems();

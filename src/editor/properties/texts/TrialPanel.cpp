@@ -22,6 +22,18 @@ bool isSame(const std::vector<Nodes::TrialInput> &left, const std::vector<Nodes:
                       [](const auto &l, const auto &r) { return l.name == r.name; });
 }
 
+QString valueOf(const QString &written, Nodes::enSignalValueType type)
+{
+    if (type == Nodes::enSignalValueType::String)
+        return written;
+    const QString value = written.trimmed().toLower();
+    if (type == Nodes::enSignalValueType::Bool && value == QStringLiteral("да"))
+        return QStringLiteral("true");
+    if (type == Nodes::enSignalValueType::Bool && value == QStringLiteral("нет"))
+        return QStringLiteral("false");
+    return QString(value).replace(QLatin1Char(','), QLatin1Char('.'));
+}
+
 QTableWidgetItem *fixedItem(const std::string &text)
 {
     auto *item = new QTableWidgetItem(QString::fromStdString(text));
@@ -62,7 +74,7 @@ TrialPanel::TrialPanel(const Nodes::TextLanguage &language, const Nodes::NodeLin
     connect(m_table, &QTableWidget::cellChanged, this, [this](int row, int) {
         Nodes::TrialInput &input = m_inputs[std::size_t(row)];
         const QString value = m_table->item(row, ColumnValue)->text();
-        input.value = value.trimmed().replace(QLatin1Char(','), QLatin1Char('.')).toStdString();
+        input.value = valueOf(value, input.type).toStdString();
         m_given.insert(QString::fromStdString(input.name), QString::fromStdString(input.value));
         run();
     });

@@ -106,7 +106,8 @@ void WordCompleter::offer(const QString &text, int cursor, const QRect &at, bool
     if (!isAsked && !isMarked && sought.size() < leastWritten)
         return popup()->hide();
     setCompletionPrefix(sought);
-    const bool isWhole = completionCount() == 1 && currentCompletion() == written;
+    // Enter behind a word that is written out means a new line, not the first word of a list.
+    const bool isWhole = !m_words->findItems(written, Qt::MatchExactly).isEmpty();
     if (completionCount() == 0 || (isWhole && !isAsked))
         return popup()->hide();
     popup()->setCurrentIndex(completionModel()->index(0, 0));

@@ -12,8 +12,6 @@ namespace Nodes {
 
 namespace {
 
-constexpr LuaLimits limits{20000, 20, 8u << 20};
-
 bool isTrusted(const SignalValue &value)
 {
     return value.GetQuality() != Quality::Bad && value.GetQuality() != Quality::Stale;
@@ -80,6 +78,11 @@ SuppressionScripts::~SuppressionScripts()
     Stop();
 }
 
+LuaLimits SuppressionScripts::Limits()
+{
+    return {20000, 20, 8u << 20};
+}
+
 std::shared_ptr<ValueCell> SuppressionScripts::Add(Script script)
 {
     m_watched.push_back(std::make_unique<Watched>(std::move(script)));
@@ -91,7 +94,7 @@ void SuppressionScripts::Start(Tell tell)
     if (m_watched.empty())
         return;
     m_tell = std::move(tell);
-    m_sandbox = std::make_unique<LuaSandbox>(limits);
+    m_sandbox = std::make_unique<LuaSandbox>(Limits());
     for (const auto &watched : m_watched) {
         const Script &script = watched->script;
         const bool areThere =

@@ -13,6 +13,7 @@ namespace Nodes {
 
 class LuaSandbox;
 class ValueCell;
+struct LuaLimits;
 
 /// Conditions of suppression written as Lua expressions. Each has a cell that follows it: true,
 /// false, or bad while an input is bad or stale or the script fails. Until all inputs had a value
@@ -32,6 +33,9 @@ public:
 
     SuppressionScripts();
     ~SuppressionScripts();
+
+    /// Of one evaluation of a script; the memory is that of all.
+    static LuaLimits Limits();
 
     /// Before Start; counts until Stop.
     std::shared_ptr<ValueCell> Add(Script script);
