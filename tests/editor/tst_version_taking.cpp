@@ -108,6 +108,22 @@ private slots:
         m_stack.clear();
     }
 
+    void takesWhatItDoesNotKnow()
+    {
+        const auto theirs =
+            read("<folder id=\"10\" name=\"a\"><pump id=\"11\" name=\"b\" speed=\"7\"/>"
+                 "</folder>");
+        const auto ours = read("");
+        ours->SetUuid(theirs->GetUuid());
+        VersionTaking taking(*theirs, *ours);
+        const Nodes::ProjectDiff diff(*theirs, *ours);
+        taking.take(diff.GetDifferences()[0]);
+        push(taking);
+        QCOMPARE(withoutLastId(Nodes::ProjectWriter::ToText(*ours)),
+                 withoutLastId(Nodes::ProjectWriter::ToText(*theirs)));
+        m_stack.clear();
+    }
+
     void takesOneProperty()
     {
         const auto theirs = read("<label id=\"10\" name=\"a\" x=\"4\" y=\"5\"/>");
@@ -118,6 +134,41 @@ private slots:
         taking.take(label, label.properties[1]);
         push(taking);
         QCOMPARE(lines(*theirs, *ours), QString("изменено: a (Надпись): «X»: 4 → 0"));
+        m_stack.clear();
+    }
+
+    // Of several that look alike the one that was chosen, not another that has its number or name.
+    void takesOneOfSeveral_data()
+    {
+        const Rows<int, QString, QString> row("which", "open", "number");
+        row("first", 0, "", "2");
+        row("last", 2, "", "4");
+        row("number is of something else here", 2, "<label id=\"4\" name=\"x\"/>", "");
+    }
+
+    void takesOneOfSeveral()
+    {
+        QFETCH(int, which);
+        QFETCH(QString, open);
+        QFETCH(QString, number);
+        const auto theirs = read("<folder id=\"2\" name=\"a\"/>"
+                                 "<folder id=\"3\" name=\"b\"/>"
+                                 "<folder id=\"4\" name=\"b\"/>");
+        const auto ours = read(open);
+        ours->SetUuid(theirs->GetUuid());
+        QStringList left = lines(*theirs, *ours).split('\n').filter("удалено");
+        QCOMPARE(left.size(), 3);
+        left.removeAt(which);
+        const Nodes::ProjectDiff diff(*theirs, *ours);
+        const auto first = std::find_if(diff.GetDifferences().begin(), diff.GetDifferences().end(),
+                                        [](const auto &found) { return found.isRemoved; });
+        VersionTaking taking(*theirs, *ours);
+        taking.take(first[which]);
+        push(taking);
+        QCOMPARE(lines(*theirs, *ours).split('\n').filter("удалено"), left);
+        QVERIFY(!lines(*theirs, *ours).contains("изменено"));
+        const Nodes::ConfigNode &taken = *ours->GetRoot()->Children().back();
+        QVERIFY(number.isEmpty() || QString::number(taken.GetId()) == number);
         m_stack.clear();
     }
 

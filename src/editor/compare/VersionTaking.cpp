@@ -2,9 +2,11 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/KindInfo.h"
+#include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkWalk.h"
 #include "nodes/model/properties/BasicProperty.h"
+#include "nodes/serial/UnknownNode.h"
 #include "utils/undo/AddNodeLinkCommand.h"
 #include "utils/undo/ChangePropertyCommand.h"
 #include "utils/undo/ChangeTextCommand.h"
@@ -54,7 +56,10 @@ boost::any valueOf(const Nodes::PropertyDescriptor &d, const NodeLinks &links)
 } // namespace
 
 VersionTaking::VersionTaking(const Nodes::NodesCollection &other, Nodes::NodesCollection &open)
-    : m_other(other), m_open(open), m_pairs(other, open)
+    : m_other(other),
+      m_open(open),
+      m_pairs(other, open),
+      m_isSameProject(other.GetUuid() == open.GetUuid())
 {
 }
 
@@ -97,32 +102,43 @@ QUndoCommand *VersionTaking::make()
 
 void VersionTaking::copyMissing()
 {
+    m_open.ReserveIds(m_other.GetLastId()); // a fresh number must not be that of another node there
     for (const ConfigNode *theirs : m_missing) {
-        const NodeLink copy(m_open.CreateNode(theirs->GetNodeType(), nullptr));
-        if (copy.isValid() && copy->DeserializeXML(theirs->SerializeXML())) {
-            pairCopies(*theirs, *copy.GetNode());
+        std::unique_ptr<ConfigNode> copy = copyOf(*theirs);
+        if (copy && m_open.HoldClone(copy, false))
             continue;
-        }
-        if (copy.isValid())
-            (void)m_open.TakeClone(copy);
         m_placed.erase(theirs);
         m_remarks << tr("«%1» не взят: этот вид узлов программа не знает.").arg(pathOf(*theirs));
     }
 }
 
+// A node of this project that comes back has the number that records and other versions know it by.
 // What the open project has elsewhere stays there; it has moved, which is another difference.
-void VersionTaking::pairCopies(const ConfigNode &theirs, ConfigNode &copy)
+std::unique_ptr<ConfigNode> VersionTaking::copyOf(const ConfigNode &theirs)
 {
-    m_copies.emplace(&theirs, NodeLink(&copy));
-    std::vector<std::pair<const ConfigNode *, ConfigNode *>> children;
-    for (std::size_t i = 0; i < std::min(theirs.Children().size(), copy.Children().size()); ++i)
-        children.emplace_back(theirs.Children()[i].get(), copy.Children()[i].get());
-    for (const auto &[child, childCopy] : children) {
-        if (m_pairs.GetAfter(*child))
-            (void)copy.RemoveNode(NodeLink(childCopy));
-        else if (child->GetKind() == childCopy->GetKind())
-            pairCopies(*child, *childCopy);
+    const Nodes::KindInfo *kind = Nodes::KindTable::Instance().Find(theirs.GetNodeType());
+    if (!kind)
+        return nullptr;
+    const bool isFree = m_isSameProject && !m_open.FindNode(theirs.GetId());
+    std::unique_ptr<ConfigNode> copy = m_open.CreateDetached(*kind, isFree ? theirs.GetId() : 0);
+    copy->SetName(theirs.GetName());
+    copy->SetDescription(theirs.GetDescription());
+    for (const Nodes::PropertyDescriptor &d : kind->properties) {
+        if (!Nodes::IsLinkProperty(d))
+            (void)copy->SetProperty(d.valueId, d.binding.get(theirs));
     }
+    for (const auto &[key, value] : theirs.GetForeignAttributes())
+        copy->AddForeignAttribute(key, value);
+    if (const auto *unknown = dynamic_cast<const Nodes::UnknownNode *>(&theirs))
+        static_cast<Nodes::UnknownNode &>(*copy).SetXml(unknown->GetXml());
+    m_copies.emplace(&theirs, NodeLink(copy.get()));
+    for (const auto &child : theirs.Children()) {
+        if (m_pairs.GetAfter(*child))
+            continue;
+        if (std::unique_ptr<ConfigNode> below = copyOf(*child))
+            (void)copy->AdoptNode(below);
+    }
+    return copy;
 }
 
 void VersionTaking::relinkCopies()

@@ -6,6 +6,7 @@
 
 #include <QStringList>
 
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -47,7 +48,7 @@ private:
     };
 
     void copyMissing();
-    void pairCopies(const Nodes::ConfigNode &theirs, Nodes::ConfigNode &copy);
+    std::unique_ptr<Nodes::ConfigNode> copyOf(const Nodes::ConfigNode &theirs);
     void relinkCopies();
     void placeNodes(Utils::CommandGroup &step);
     void placeNode(const Nodes::ConfigNode &theirs, Utils::CommandGroup &step);
@@ -72,7 +73,8 @@ private:
     std::vector<std::pair<Nodes::NodeDifference, Nodes::PropertyDifference>> m_properties;
     std::unordered_map<const Nodes::ConfigNode *, Nodes::NodeLink> m_copies;
     std::size_t m_count = 0;
-    QString m_name; // of the first node
+    bool m_isSameProject; // a number means the same node in both
+    QString m_name;       // of the first node
     QStringList m_remarks;
 };
 
