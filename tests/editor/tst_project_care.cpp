@@ -118,6 +118,7 @@ private slots:
         row("ended from outside", "end", "Q");
         row("edited and ended at once", "edit and end", "R");
         row("given up but edited on", "abandon, edit and end", "R");
+        row("given up, but stayed", "abandon, stay and end", "Q");
     }
 
     void keepsWhatIsUnsaved()
@@ -138,6 +139,8 @@ private slots:
             QVERIFY(editing->session.save());
         if (then.contains("abandon"))
             editing->session.abandon();
+        if (then.contains("stay"))
+            editing->session.keepOn();
         if (then.contains("edit"))
             editing->rename("R");
         if (then == "edit")

@@ -252,6 +252,74 @@ private slots:
         editing.session.abandon();
     }
 
+    // What he had not waited for replaces what he has read since: he has to know before he saves.
+    void tellsOfALateSaveIntoWhatWasOpenedAgain()
+    {
+        Editing editing(*m_directory);
+        int asked = 0;
+        editing.guard.setAsker([&asked](bool) { return ++asked, FileGuard::Cancel; });
+        editing.rename("Q");
+        editing.isSlow = true;
+        QVERIFY(editing.session.save() == Nodes::Result::NotAvailable);
+        editing.session.abandon();
+        QVERIFY(editing.session.open(editing.session.file()));
+        QCOMPARE(editing.session.name(), QString("P"));
+        editing.left.late(editing.left.run());
+        QVERIFY(!editing.session.isModified());
+        const QSignalSpy told(&editing.workspace, &Workspace::told);
+        editing.guard.watch();
+        QTRY_COMPARE(told.size(), 1);
+        editing.isSlow = false;
+        editing.rename("R");
+        QVERIFY(!editing.session.save());
+        QCOMPARE(asked, 1);
+        QVERIFY(editing.file().contains("name=\"Q\""));
+        editing.session.abandon();
+    }
+
+    // The older text must not come last.
+    void savesElsewhereOneAfterTheOther()
+    {
+        Editing editing(*m_directory);
+        const QString elsewhere = m_directory->filePath("elsewhere");
+        editing.rename("Q");
+        editing.isSlow = true;
+        QVERIFY(editing.session.saveAs(elsewhere) == Nodes::Result::NotAvailable);
+        editing.isSlow = false;
+        editing.rename("R");
+        QVERIFY(editing.session.saveAs(elsewhere) == Nodes::Result::NotAvailable);
+        QVERIFY(!QFileInfo::exists(elsewhere));
+        QVERIFY(editing.session.save()); // that is another disk
+        editing.left.late(editing.left.run());
+        QVERIFY(editing.session.saveAs(elsewhere) == Nodes::Result::Duplicate);
+        QCOMPARE(editing.session.name(), QString("R"));
+    }
+
+    void asksNothingWhileADiskIsWaitedFor()
+    {
+        Editing editing(*m_directory);
+        int asked = 0;
+        editing.guard.setAsker([&asked](bool) { return ++asked, FileGuard::KeepMine; });
+        QFile theirs(editing.session.file());
+        QVERIFY(theirs.open(QIODevice::Append) && theirs.write("\n") == 1);
+        theirs.close();
+        const QSignalSpy told(&editing.workspace, &Workspace::told);
+        const Nodes::Result done = editing.session.onDisk(
+            {"slow",
+             [&] {
+                 editing.guard.look();
+                 (void)QTest::qWaitFor([&] { return !editing.guard.isLooking(); });
+                 return Nodes::Result();
+             },
+             {},
+             {}});
+        QVERIFY(done);
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(asked, 0);
+        editing.guard.look();
+        QTRY_COMPARE(asked, 1);
+    }
+
 private:
     std::unique_ptr<QTemporaryDir> m_directory;
     QWidget m_window;

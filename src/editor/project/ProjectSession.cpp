@@ -133,13 +133,13 @@ Nodes::Result ProjectSession::read(const QString &fileOrDirectory, ReadProject &
     const auto reading = std::make_shared<std::pair<ReadProject, QString>>();
     const auto progress = std::make_shared<Nodes::LoadProgress>();
     const auto done =
-        m_runner({tr("Читается проект «%1»…").arg(QDir::toNativeSeparators(fileOrDirectory)),
-                  [=] {
-                      reading->second = fileOf(fileOrDirectory);
-                      return reading->first.read(reading->second, progress.get());
-                  },
-                  progress,
-                  {}});
+        wait({tr("Читается проект «%1»…").arg(QDir::toNativeSeparators(fileOrDirectory)),
+              [=] {
+                  reading->second = fileOf(fileOrDirectory);
+                  return reading->first.read(reading->second, progress.get());
+              },
+              progress,
+              {}});
     if (!done)
         return {Nodes::Result::Cancelled, fileOrDirectory.toStdString() + ": not waited for"};
     found = std::move(reading->first);
@@ -148,9 +148,17 @@ Nodes::Result ProjectSession::read(const QString &fileOrDirectory, ReadProject &
     return *done;
 }
 
+std::optional<Nodes::Result> ProjectSession::wait(const DiskJob &job) const
+{
+    ++m_waits;
+    const auto done = m_runner(job);
+    --m_waits;
+    return done;
+}
+
 Nodes::Result ProjectSession::onDisk(const DiskJob &job) const
 {
-    const auto done = m_runner(job);
+    const auto done = wait(job);
     return done ? *done : Nodes::Result(Nodes::Result::NotAvailable, "not waited for");
 }
 
@@ -174,7 +182,7 @@ void ProjectSession::adopt(std::unique_ptr<Nodes::NodesCollection> project, cons
     m_file = file;
     m_stamp = stamp;
     m_isOpen = true;
-    ++m_edits;
+    ++m_openings;
     setReadOnly(readOnlyReason);
     emit opened();
 }
@@ -203,35 +211,35 @@ Nodes::Result ProjectSession::write()
     const std::string digest = Nodes::HexDigest(text);
     emit replacing(QString::fromStdString(digest));
     m_writing.insert(m_file);
-    const auto ended = [this, file = m_file, digest = QString::fromStdString(digest),
-                        edits = m_edits](const Nodes::Result &written) {
-        endWrite(file, digest, edits, written);
+    const auto ended = [this, writing = Writing{m_file, QString::fromStdString(digest), m_openings,
+                                                m_edits}](const Nodes::Result &written) {
+        endWrite(writing, written);
     };
     const auto written =
-        m_runner({tr("Проект записывается в «%1»…\nЕсли не ждать, он запишется, когда ответит "
-                     "диск, а до тех пор считается несохранённым.")
-                      .arg(QDir::toNativeSeparators(m_file)),
-                  [path, text = std::move(text)] { return Nodes::ReplaceFile(path, text); },
-                  {},
-                  [this, ended](const Nodes::Result &late) {
-                      ended(late);
-                      emit savedLate(late);
-                  }});
+        wait({tr("Проект записывается в «%1»…\nЕсли не ждать, он запишется, когда ответит "
+                 "диск, а до тех пор считается несохранённым.")
+                  .arg(QDir::toNativeSeparators(m_file)),
+              [path, text = std::move(text)] { return Nodes::ReplaceFile(path, text); },
+              {},
+              [this, ended](const Nodes::Result &late) {
+                  ended(late);
+                  emit savedLate(late);
+              }});
     if (!written)
         return {Nodes::Result::NotAvailable, path + ": it is still being written"};
     ended(*written);
     return *written;
 }
 
-// The user may have gone on by now, with the same project or another.
-void ProjectSession::endWrite(const QString &file, const QString &digest, unsigned edits,
-                              const Nodes::Result &written)
+// The user may have gone on by now, with the same project or another, or have opened it again: what
+// was read then may be older than what is in the file now.
+void ProjectSession::endWrite(const Writing &writing, const Nodes::Result &written)
 {
-    m_writing.erase(file);
-    if (!written || !m_isOpen || m_file != file)
+    m_writing.erase(writing.file);
+    if (!written || !m_isOpen || m_openings != writing.opening)
         return;
-    m_stamp = Nodes::FileStamp::OfDigest(digest.toStdString());
-    if (m_edits == edits) {
+    m_stamp = Nodes::FileStamp::OfDigest(writing.digest.toStdString());
+    if (m_edits == writing.edits) {
         m_isRecovered = false;
         m_stack.setClean();
         tellModified();
@@ -264,7 +272,9 @@ Nodes::Result ProjectSession::saveAs(const QString &directory)
     const Nodes::Result made = Nodes::ProjectWriter::MakeText(*project(), file.toStdString(), text);
     if (!made)
         return made;
-    const Nodes::Result written = onDisk(
+    if (!m_writing.insert(file).second)
+        return {Nodes::Result::NotAvailable, "an earlier save has not ended yet"};
+    const auto written = wait(
         {tr("Проект записывается в «%1»…").arg(QDir::toNativeSeparators(target)),
          [=, from = this->directory(), text = std::move(text)]() -> Nodes::Result {
              if (QFileInfo::exists(file))
@@ -275,11 +285,22 @@ Nodes::Result ProjectSession::saveAs(const QString &directory)
              return copied ? Nodes::ReplaceFile(file.toStdString(), text) : copied;
          },
          {},
-         [this](const Nodes::Result &late) { emit savedLate(late); }});
+         [this, file](const Nodes::Result &late) {
+             m_writing.erase(file);
+             emit savedLate(late);
+         }});
     if (!written)
-        return written;
-    abandon();         // it is safe there
-    return open(file); // resources are looked for beside the new file
+        return {Nodes::Result::NotAvailable, file.toStdString() + ": it is still being written"};
+    m_writing.erase(file);
+    if (!*written)
+        return *written;
+    ReadProject found; // resources are looked for beside the new file
+    const Nodes::Result done = read(file, found);
+    if (!done)
+        return done;
+    abandon(); // it is safe there
+    adopt(std::move(found), file);
+    return done;
 }
 
 void ProjectSession::close()

@@ -12,6 +12,7 @@
 #include <QUndoStack>
 
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace Nodes {
@@ -71,6 +72,8 @@ public:
     void setDiskRunner(DiskRunner runner) { m_runner = std::move(runner); }
     /// Does it that way; NotAvailable when nobody waits for it any more.
     [[nodiscard]] Nodes::Result onDisk(const DiskJob &job) const;
+    /// Somebody waits for a disk now, in an event loop of his own.
+    bool isOnDisk() const { return m_waits > 0; }
     /// A save of the open project's file that nobody waits for has not ended yet.
     bool isWriting() const { return m_writing.count(m_file) != 0; }
 
@@ -94,10 +97,13 @@ public:
     /// earlier save has not ended yet: savedLate() tells what came of it.
     [[nodiscard]] Nodes::Result save();
     /// Saves into another directory, copies the resources there, and goes on with that one, with a
-    /// history of its own. Duplicate when a project lies there.
+    /// history of its own. Duplicate when a project lies there; NotAvailable as for save();
+    /// Cancelled when it is saved, and the user did not wait for it to be read.
     [[nodiscard]] Nodes::Result saveAs(const QString &directory);
     /// The user has decided against what is unsaved, which stays until the project is closed.
     void abandon() { emit abandoned(); }
+    /// He has stayed after all: what is unsaved is work again.
+    void keepOn() { emit keptOn(); }
     void close();
 
     /// Of a project that is named by its directory or its file; absolute.
@@ -119,6 +125,7 @@ signals:
     /// A save that nobody waited for has ended; saved() came before, if it did.
     void savedLate(const Nodes::Result &result);
     void abandoned();
+    void keptOn();
     void modifiedChanged(bool isModified);
     void readOnlyChanged();
     /// A command was refused, or anything else that the user should read; Russian.
@@ -126,9 +133,17 @@ signals:
 
 private:
     bool admits();
+    std::optional<Nodes::Result> wait(const DiskJob &job) const;
     Nodes::Result write();
-    void endWrite(const QString &file, const QString &digest, unsigned edits,
-                  const Nodes::Result &written);
+    /// What is saved, and of which project.
+    struct Writing
+    {
+        QString file;
+        QString digest;
+        unsigned opening;
+        unsigned edits;
+    };
+    void endWrite(const Writing &writing, const Nodes::Result &written);
     void tellModified();
 
     std::unique_ptr<Nodes::systemCore> m_core;
@@ -140,8 +155,10 @@ private:
     Nodes::FileStamp m_stamp;
     QString m_readOnlyReason;
     DiskRunner m_runner;
+    mutable int m_waits = 0;
     std::set<QString> m_writing; ///< files
-    unsigned m_edits = 0;        ///< counts what has changed the tree or the project
+    unsigned m_openings = 0;     ///< counts projects: the same file may be opened again
+    unsigned m_edits = 0;        ///< counts what has changed the tree
     bool m_isOpen = false;
     bool m_isRecovered = false;
     bool m_wasModified = false;

@@ -39,6 +39,7 @@ AutoSave::AutoSave(ProjectSession &session, QObject *parent)
     connect(&session, &ProjectSession::saved, this, &AutoSave::begin);
     connect(&session, &ProjectSession::modifiedChanged, this, &AutoSave::onModified);
     connect(&session, &ProjectSession::abandoned, this, [this] { m_isAbandoned = true; });
+    connect(&session, &ProjectSession::keptOn, this, [this] { m_isAbandoned = false; });
     connect(&session, &ProjectSession::aboutToClose, this, &AutoSave::onClosing);
     connect(&session, &ProjectSession::replacing, this, &AutoSave::onReplacing);
     if (session.isOpen())

@@ -31,7 +31,10 @@ FileGuard::FileGuard(Workspace &workspace, QObject *parent)
     connect(&session, &ProjectSession::saved, this, &FileGuard::begin);
     connect(&session, &ProjectSession::replacing, this,
             [this](const QString &digest) { m_ours = digest; });
-    connect(&session, &ProjectSession::closed, &m_look, &FileLook::forget);
+    connect(&session, &ProjectSession::closed, this, [this] {
+        m_look.forget();
+        m_ours.clear(); // opened again it is what was read, whatever is written late
+    });
     connect(&session, &ProjectSession::aboutToSave, this, &FileGuard::checkSave);
     connect(&m_look, &FileLook::found, this, &FileGuard::onFound);
     connect(&m_look, &FileLook::stuck, this, [this] {
@@ -79,8 +82,9 @@ void FileGuard::startLook()
 // Nobody is asked in the middle of something else: a key that he types would be the answer.
 bool FileGuard::mayAsk() const
 {
-    return m_isToAsk && !m_isAsking && !QApplication::activeModalWidget() &&
-           !QApplication::activePopupWidget() && QGuiApplication::mouseButtons() == Qt::NoButton;
+    return m_isToAsk && !m_isAsking && !m_workspace.session().isOnDisk() &&
+           !QApplication::activeModalWidget() && !QApplication::activePopupWidget() &&
+           QGuiApplication::mouseButtons() == Qt::NoButton;
 }
 
 void FileGuard::onFound(FileStamp::enState state, const FileStamp &now)

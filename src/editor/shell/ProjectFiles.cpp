@@ -89,10 +89,13 @@ bool ProjectFiles::createByDialog()
     if (!mayLeave())
         return false;
     NewProjectDialog dialog(m_workspace.window());
-    if (dialog.exec() != QDialog::Accepted)
+    if (dialog.exec() != QDialog::Accepted) {
+        m_workspace.session().keepOn();
         return false;
+    }
     const Nodes::Result made = m_workspace.session().create(dialog.directory(), dialog.name());
     if (!made) {
+        m_workspace.session().keepOn();
         fail(tr("Проект «%1» не создан в каталоге «%2».").arg(dialog.name(), dialog.directory()),
              made);
         return false;
@@ -114,6 +117,8 @@ bool ProjectFiles::open(const QString &fileOrDirectory)
     if (!mayLeave())
         return false;
     const Nodes::Result read = m_workspace.session().open(fileOrDirectory);
+    if (!read)
+        m_workspace.session().keepOn();
     if (read == Nodes::Result::Cancelled) {
         m_workspace.tell(Workspace::Info, tr("Проект «%1» не открыт: чтение отменено.")
                                               .arg(QDir::toNativeSeparators(fileOrDirectory)));
@@ -232,6 +237,13 @@ bool ProjectFiles::saveAsByDialog()
     if (saved == Nodes::Result::NotAvailable) {
         m_workspace.tell(Workspace::Warning,
                          tr("Запись в «%1» ещё не закончена. Открыт по-прежнему проект из «%2».")
+                             .arg(directory, m_workspace.session().directory()));
+        return false;
+    }
+    if (saved == Nodes::Result::Cancelled) {
+        m_workspace.tell(Workspace::Warning,
+                         tr("Проект сохранён в «%1», но не открыт: чтение отменено. Открыт "
+                            "по-прежнему проект из «%2».")
                              .arg(directory, m_workspace.session().directory()));
         return false;
     }
