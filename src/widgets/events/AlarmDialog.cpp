@@ -99,7 +99,7 @@ void AlarmDialog::buildHead()
     connect(m_flood, &AlarmFloodView::floodChanged, this, &AlarmDialog::summarise);
     connect(&m_headline->filterButton(), &QPushButton::toggled, this, [this](bool isOut) {
         m_filterBar->setVisible(isOut);
-        tellHeight();
+        tellHeight(true);
     });
     connect(m_headline, &AlarmHeadline::resetWanted, m_filtering, &AlarmFiltering::reset);
     connect(m_headline, &AlarmHeadline::beginningWanted, m_table, &QTableView::scrollToTop);
@@ -122,6 +122,8 @@ void AlarmDialog::buildPanes()
             [this](bool isOut) { fold(AlarmPanes::Details, isOut); });
     connect(&m_headline->hiddenButton(), &QPushButton::clicked, this,
             [this](bool isOut) { fold(AlarmPanes::Hidden, isOut); });
+    // An alarm has more to say than none; the panes have heard of it before.
+    connect(m_table, &TableAlarms::selected, this, [this] { tellHeight(true); });
     connect(m_panes, &AlarmPanes::paneChanged, this, [this] {
         m_headline->detailsButton().setChecked(m_panes->pane() == AlarmPanes::Details);
         m_headline->hiddenButton().setChecked(m_panes->pane() == AlarmPanes::Hidden);
@@ -131,10 +133,10 @@ void AlarmDialog::buildPanes()
 void AlarmDialog::fold(int pane, bool isOut)
 {
     m_panes->setPane(isOut ? AlarmPanes::Pane(pane) : AlarmPanes::None);
-    tellHeight();
+    tellHeight(true);
 }
 
-void AlarmDialog::tellHeight()
+void AlarmDialog::tellHeight(bool isFolding)
 {
     int height = 0;
     const std::array<const QWidget *, 4> parts{m_headline, m_filterBar, m_areasBar, m_panes};
@@ -147,9 +149,9 @@ void AlarmDialog::tellHeight()
     }
     // At another width the same parts wrap otherwise: no reason to take back a height somebody
     // chose.
-    const bool isFolding = std::exchange(m_besidesWidth, width()) == width();
+    const bool isSameWidth = std::exchange(m_besidesWidth, width()) == width();
     const int before = std::exchange(m_besides, height);
-    if (before != height && isFolding)
+    if (before != height && (isSameWidth || isFolding))
         emit heightWanted(before);
 }
 
@@ -173,7 +175,7 @@ void AlarmDialog::summarise()
     m_flood->countAreas();
     AlarmBoard::instance().setFilter(m_filtering->words());
     m_panes->follow();
-    tellHeight();
+    tellHeight(false);
 }
 
 QPushButton *AlarmDialog::makeButton(const QString &text)

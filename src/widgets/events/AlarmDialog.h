@@ -69,7 +69,8 @@ private:
     void buildHead();
     void buildPanes();
     void fold(int pane, bool isOut);
-    void tellHeight();
+    /// `isFolding`: somebody has just folded a part out or in, or chosen what it shows.
+    void tellHeight(bool isFolding);
     void onSoundToggled(bool isMuted);
     void summarise();
     void applySizes();

@@ -411,6 +411,39 @@ private slots:
         plant.named<QPushButton>("details")->click();
         QCOMPARE(window.geometry(), chosen);
     }
+    void keepsButtonsInSight_data()
+    {
+        const Rows<QSize, int> row("chosen", "nameLength");
+        row("size of its own", QSize(), 5);
+        row("low", QSize(800, 300), 5);
+        row("narrow", QSize(720, 300), 5);
+        row("much to say", QSize(), 300);
+        row("much to say, low", QSize(800, 300), 300);
+    }
+    // Whatever the details of an alarm have to say: they take more room than those of none.
+    void keepsButtonsInSight()
+    {
+        QFETCH(QSize, chosen);
+        QFETCH(int, nameLength);
+        Plant plant(noRights);
+        auto *signal = plant.project.node<Nodes::BasicSignal>(31);
+        signal->SetName(QString("имя ").repeated(nameLength / 4).toStdString());
+        QVERIFY(plant.project.core.Start());
+        plant.project.publish(31, 90.0);
+        AlarmWindow &window = plant.window();
+        QTRY_VERIFY(window.isVisible());
+        QTRY_COMPARE(plant.named<QLabel>("counts")->text(), QString("Показано 1 из 1, ждут: 1"));
+        if (chosen.isValid())
+            window.resize(chosen);
+        plant.named<QPushButton>("details")->click();
+        plant.dialog().table().selectRow(0);
+        for (const char *text : {"Закрыть", "Отложить…"}) {
+            const QPushButton *button = plant.button(text);
+            QTRY_VERIFY2(
+                window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())),
+                text);
+        }
+    }
     void shelvesAndTakesBack()
     {
         Plant plant;

@@ -237,6 +237,9 @@ bool FrameWindow::event(QEvent *event)
         busy->deleteWhenIdle(this);
         return true;
     }
+    // What is hosted has grown by itself to its least size, and that may have shrunk since.
+    if (event->type() == QEvent::LayoutRequest)
+        placeParts();
     if (event->type() == QEvent::WindowActivate && m_overlay)
         m_overlay->raise();
     return QWidget::event(event);
