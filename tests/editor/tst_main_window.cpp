@@ -26,6 +26,7 @@
 
 #include <QAction>
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -483,6 +484,40 @@ private slots:
         QFile saved(file);
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(saved.readAll().contains("name=\"Q\""), isKept);
+    }
+
+    void whatIsBeingTypedIsPartOfTheProject_data()
+    {
+        QTest::addColumn<QString>("leaveBy");
+        for (const char *way : {"Ctrl+S", "F5", "close"})
+            QTest::newRow(way) << way;
+    }
+    void whatIsBeingTypedIsPartOfTheProject()
+    {
+        QFETCH(const QString, leaveBy);
+        Fixture f;
+        const Nodes::NodeLink node = f.addWindow();
+        QVERIFY(f.window.files().save());
+        f.window.show();
+        f.window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&f.window));
+        f.window.workspace().revealProperty(node, QStringLiteral("#description"));
+        auto *view = f.window.findChild<Editor::PropertyView *>();
+        view->edit(view->currentIndex().siblingAtColumn(1));
+        auto *field = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        QVERIFY(field && view->isAncestorOf(field));
+        QTest::keyClicks(field, "typed");
+        QVERIFY(!f.session().isModified());
+        const QString file = f.session().file();
+        if (leaveBy == "close") {
+            answer(QStringLiteral("Сохранить"));
+            QVERIFY(f.window.close());
+        } else {
+            QTest::keySequence(field, QKeySequence(leaveBy));
+        }
+        QFile saved(file);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QVERIFY(saved.readAll().contains("\"typed\""));
     }
 
     void tellsWhatKeepsAFileFromBeingSaved_data()

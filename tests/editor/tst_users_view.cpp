@@ -251,6 +251,50 @@ private slots:
         QCOMPARE(user->GetRoles(), Nodes::NodeLinks{o.role});
     }
 
+    void aTypedNameIsForTheUserItWasTypedFor_data()
+    {
+        QTest::addColumn<bool>("isTaken");
+        QTest::newRow("user undone while typing") << false;
+        QTest::newRow("name undone in the field") << true;
+    }
+    void aTypedNameIsForTheUserItWasTypedFor()
+    {
+        QFETCH(const bool, isTaken);
+        Office o;
+        UsersView view(o.workspace, o.users, nullptr);
+        view.show();
+        view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&view));
+        const NodeLink petrov =
+            UserEdits::add(o.workspace, o.users, NodeType(Nodes::securityUser::Code), "petrov");
+        QTRY_VERIFY(view.reveal(petrov));
+        auto *login = view.findChild<QLineEdit *>("login");
+        login->setFocus();
+        login->selectAll();
+        QTest::keyClicks(login, "sidorov");
+        if (isTaken)
+            QTest::keyClick(login, Qt::Key_Return);
+        QCOMPARE(petrov.GetLinkName(), std::string(isTaken ? "sidorov" : "petrov"));
+        o.session.undoStack().undo();
+        QTRY_COMPARE(login->text(), QString(isTaken ? "petrov" : "ivanov"));
+        login->clearFocus();
+        QCOMPARE(o.ivanov.GetLinkName(), std::string("ivanov"));
+        QVERIFY(!isTaken || petrov.GetLinkName() == "petrov");
+        QVERIFY(o.session.undoStack().canRedo());
+    }
+
+    void allColumnsOfUsersAreInSight()
+    {
+        Office o;
+        UsersView view(o.workspace, o.users, nullptr);
+        view.resize(750, 560); // what a screen of 1366x768 leaves between the panels
+        view.show();
+        const auto *table = view.findChild<QTableWidget *>("users");
+        QVERIFY(table->isVisible() && table->columnCount() > 1);
+        QTRY_VERIFY(table->visualItemRect(table->item(0, table->columnCount() - 1)).right() <
+                    table->viewport()->width());
+    }
+
     void readOnlyProjectsStayAsTheyAre()
     {
         Office o;

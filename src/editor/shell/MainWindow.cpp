@@ -7,6 +7,7 @@
 #include "editor/shell/DocumentTabs.h"
 #include "editor/shell/MenuLetters.h"
 #include "editor/shell/NoticeBar.h"
+#include "editor/shell/OpenEdit.h"
 #include "editor/shell/PanelLayouts.h"
 #include "editor/shell/PlantCheck.h"
 #include "editor/shell/ProjectFiles.h"
@@ -19,10 +20,10 @@
 #include "editor/workspace/DocumentView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDockWidget>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -96,6 +97,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
     connect(&m_session, &ProjectSession::aboutToClose, m_plant, &PlantCheck::cancel);
     connect(m_plant, &PlantCheck::finished, this, &MainWindow::startStation);
     connect(m_run, &StationRun::runningChanged, this, &MainWindow::showState);
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::showSave);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &MainWindow::onSessionEnd,
             Qt::DirectConnection);
     if (!m_layouts->restoreWindow())
@@ -105,6 +107,7 @@ MainWindow::MainWindow(const QString &station, const QStringList &stationOptions
 
 MainWindow::~MainWindow()
 {
+    disconnect(qApp, nullptr, this, nullptr); // the focus moves on while the parts go
     m_session.close();
     // Documents and panels speak with the workspace, which goes before the base class's children.
     delete takeCentralWidget();
@@ -221,6 +224,7 @@ void MainWindow::run()
         return;
     if (!StepCommands::hasFrame(m_workspace))
         return;
+    OpenEdit::take();
     if (m_session.isModified() && !m_session.isReadOnly() && !m_files->save())
         return;
     m_workspace.tell(Workspace::Info, tr("Проверяю связь с оборудованием…"));
@@ -252,12 +256,19 @@ void MainWindow::showState()
                                                    : StepsPage);
     for (QAction *action : qAsConst(m_projectActions))
         action->setEnabled(isOpen);
-    m_saveAction->setEnabled(isOpen && (m_session.isModified() || m_session.isReadOnly()));
+    showSave();
     m_runAction->setText(m_run->isRunning() ? tr("Остановить станцию") : tr("Запуск"));
     m_readOnly->setText(m_session.isReadOnly()
                             ? tr("Только чтение: %1").arg(m_session.readOnlyReason())
                             : QString());
     showTitle();
+}
+
+void MainWindow::showSave()
+{
+    m_saveAction->setEnabled(
+        m_session.isOpen() &&
+        (m_session.isModified() || m_session.isReadOnly() || OpenEdit::isPossible()));
 }
 
 void MainWindow::showTitle()
@@ -283,6 +294,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 // Whoever logs out may be asked or not; if not, nothing is lost all the same.
 void MainWindow::onSessionEnd(QSessionManager &manager)
 {
+    OpenEdit::take();
     m_care.autoSave().keepAtOnce();
     if (!m_session.isModified() || !manager.allowsInteraction())
         return;

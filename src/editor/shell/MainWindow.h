@@ -61,6 +61,7 @@ private:
     void startStation(const QStringList &away);
     void onSessionEnd(QSessionManager &manager);
     void showState();
+    void showSave();
     void showTitle();
 
     QStringList m_stationOptions;

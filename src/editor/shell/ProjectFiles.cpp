@@ -4,6 +4,7 @@
 #include "editor/project/WriteObstacle.h"
 #include "editor/recovery/UnsavedProject.h"
 #include "editor/shell/NewProjectDialog.h"
+#include "editor/shell/OpenEdit.h"
 #include "editor/shell/RecentProjects.h"
 #include "editor/workspace/Workspace.h"
 
@@ -163,6 +164,7 @@ bool ProjectFiles::openUnsaved(const Nodes::RecoveryInfo &info)
 
 bool ProjectFiles::save()
 {
+    OpenEdit::take();
     if (m_workspace.session().isReadOnly())
         return saveAsByDialog();
     const Nodes::Result saved = m_workspace.session().save();
@@ -227,6 +229,7 @@ void ProjectFiles::tellLateSave(const Nodes::Result &result)
 
 bool ProjectFiles::saveAsByDialog()
 {
+    OpenEdit::take();
     const QString directory = QFileDialog::getExistingDirectory(
         m_workspace.window(), tr("Сохранить проект в пустой каталог"),
         QFileInfo(m_workspace.session().directory()).absolutePath());
@@ -278,6 +281,7 @@ bool ProjectFiles::close()
 
 bool ProjectFiles::mayLeave()
 {
+    OpenEdit::take();
     if (!m_workspace.session().isModified())
         return true;
     QMessageBox box(QMessageBox::Question, tr("Конфигуратор"),

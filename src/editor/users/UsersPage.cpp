@@ -20,6 +20,9 @@
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <QVector>
+
+#include <algorithm>
 
 namespace Editor {
 
@@ -48,6 +51,24 @@ QStringList rowOf(const securityUser &user)
             user.isEnabled() ? UsersPage::tr("да") : UsersPage::tr("нет")};
 }
 
+// Two forms with one column of names.
+void alignNames(QFormLayout &upper, QFormLayout &lower)
+{
+    lower.setContentsMargins(0, 0, 0, 0);
+    int width = 0;
+    QVector<QWidget *> labels;
+    for (QFormLayout *form : {&upper, &lower}) {
+        for (int row = 0; row < form->rowCount(); ++row) {
+            if (QLayoutItem *item = form->itemAt(row, QFormLayout::LabelRole))
+                labels << item->widget();
+        }
+    }
+    for (const QWidget *label : qAsConst(labels))
+        width = std::max(width, label->sizeHint().width());
+    for (QWidget *label : qAsConst(labels))
+        label->setMinimumWidth(width);
+}
+
 } // namespace
 
 UsersPage::UsersPage(Workspace &workspace, const NodeLink &authentication, QWidget *parent)
@@ -56,7 +77,8 @@ UsersPage::UsersPage(Workspace &workspace, const NodeLink &authentication, QWidg
       m_authentication(authentication),
       m_table(new QTableWidget(0, ColumnCount, this)),
       m_form(new QWidget(this)),
-      m_formLayout(new QVBoxLayout(m_form)),
+      m_formLayout(new QVBoxLayout),
+      m_names(new QFormLayout),
       m_name(new QLineEdit(m_form)),
       m_password(new QLabel(m_form)),
       m_drop(new QPushButton(tr("Убрать пароль"), m_form)),
@@ -79,13 +101,11 @@ UsersPage::UsersPage(Workspace &workspace, const NodeLink &authentication, QWidg
     buttons->addWidget(add);
     buttons->addWidget(remove);
     buttons->addStretch();
-    auto *left = new QVBoxLayout;
-    left->addLayout(buttons);
-    left->addWidget(m_table, 1);
-    makeForm(*m_formLayout);
-    auto *layout = new QHBoxLayout(this);
-    layout->addLayout(left, 3);
-    layout->addWidget(m_form, 2);
+    makeForm();
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(buttons);
+    layout->addWidget(m_table, 1);
+    layout->addWidget(m_form);
     connect(add, &QPushButton::clicked, this, &UsersPage::addUser);
     connect(remove, &QPushButton::clicked, this, &UsersPage::removeUser);
     connect(m_table, &QTableWidget::itemSelectionChanged, this, &UsersPage::showUser);
@@ -93,7 +113,7 @@ UsersPage::UsersPage(Workspace &workspace, const NodeLink &authentication, QWidg
 
 UsersPage::~UsersPage() = default;
 
-void UsersPage::makeForm(QVBoxLayout &layout)
+void UsersPage::makeForm()
 {
     m_name->setObjectName(QStringLiteral("login"));
     m_roles->setObjectName(QStringLiteral("roles"));
@@ -103,13 +123,20 @@ void UsersPage::makeForm(QVBoxLayout &layout)
     line->addWidget(password);
     line->addWidget(m_drop);
     line->addStretch();
-    auto *form = new QFormLayout;
-    form->addRow(tr("Имя входа"), m_name);
-    form->addRow(tr("Пароль"), line);
-    form->addRow(tr("Роли"), m_roles);
+    m_names->addRow(tr("Имя входа"), m_name);
+    m_names->addRow(tr("Пароль"), line);
+    m_names->setLabelAlignment(Qt::AlignLeft);
+    m_formLayout->addLayout(m_names);
+    m_formLayout->addStretch();
+    auto *roles = new QVBoxLayout;
+    roles->addWidget(new QLabel(tr("Роли"), m_form));
+    roles->addWidget(m_roles, 1);
+    auto *layout = new QHBoxLayout(m_form);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(m_formLayout, 2);
+    layout->addLayout(roles, 1);
     m_roles->setMaximumHeight(120);
-    layout.addLayout(form);
-    layout.addStretch();
+    m_form->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     connect(m_name, &QLineEdit::editingFinished, this, &UsersPage::rename);
     connect(password, &QPushButton::clicked, this, &UsersPage::askPassword);
     connect(m_drop, &QPushButton::clicked, this, &UsersPage::dropPassword);
@@ -172,19 +199,30 @@ void UsersPage::showUser()
         m_shown = {};
         return;
     }
-    if (m_shown != user) {
+    const bool isOther = m_shown != user;
+    if (isOther) {
         m_shown = user;
         delete m_properties;
         m_properties = new PropertyForm(m_workspace, user, m_form);
         m_formLayout->insertWidget(1, m_properties);
+        alignNames(*m_names, *qobject_cast<QFormLayout *>(m_properties->layout()));
         m_workspace.selection().select({user}, this);
     }
-    const QSignalBlocker blocker(m_name);
-    if (!m_name->hasFocus())
-        m_name->setText(QString::fromStdString(node->GetName()));
+    showName(isOther);
     m_password->setText(passwordText(*node));
     m_drop->setEnabled(!node->GetPasswordHash().empty());
     showRoles();
+}
+
+// What is being typed stays while the name is what it was; it never becomes another user's name.
+void UsersPage::showName(bool isAnew)
+{
+    const QString name = QString::fromStdString(m_shown.GetLinkName());
+    if (!isAnew && name == m_shownName)
+        return;
+    const QSignalBlocker blocker(m_name);
+    m_shownName = name;
+    m_name->setText(name);
 }
 
 void UsersPage::showRoles()
@@ -227,7 +265,7 @@ void UsersPage::rename()
     if (!user || name == user->GetName())
         return;
     m_workspace.push(new Utils::ChangeTextCommand(m_shown, Utils::ChangeTextCommand::Name, name));
-    m_name->setText(QString::fromStdString(user->GetName()));
+    showName(true);
 }
 
 void UsersPage::askPassword()

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QFormLayout;
 class QLabel;
 class QListWidget;
 class QLineEdit;
@@ -16,7 +17,7 @@ namespace Editor {
 class PropertyForm;
 class Workspace;
 
-/// The users of a station and, beside them, what is known of the one chosen: name, password (set or
+/// The users of a station and, below them, what is known of the one chosen: name, password (set or
 /// not), roles. GUI thread.
 class UsersPage : public QWidget
 {
@@ -32,8 +33,9 @@ public:
 
 private:
     Nodes::NodeLink chosen() const;
-    void makeForm(QVBoxLayout &layout);
+    void makeForm();
     void showUser();
+    void showName(bool isAnew);
     void showRoles();
     void addUser();
     void removeUser();
@@ -47,7 +49,9 @@ private:
     QTableWidget *m_table; ///< children
     QWidget *m_form;
     QVBoxLayout *m_formLayout;
+    QFormLayout *m_names;
     QLineEdit *m_name;
+    QString m_shownName; ///< what m_name was filled with
     QLabel *m_password;
     QPushButton *m_drop;
     QListWidget *m_roles;
