@@ -1,4 +1,6 @@
 #include "editor/project/ProjectSession.h"
+#include "editor/review/ReviewRun.h"
+#include "editor/review/ScreenClicks.h"
 #include "editor/wizard/NodeRecipe.h"
 #include "editor/wizard/ProjectSteps.h"
 #include "editor/wizard/StationScreens.h"
@@ -204,6 +206,43 @@ private slots:
         NodeLink made;
         QVERIFY(Utils::IUndo::execute(f.screens().addPage("Насосы", made)));
         QCOMPARE(f.buttons().size(), before + 1);
+    }
+
+    void textsOfBarsHaveRoom_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::newRow("short") << "Насосная";
+        QTest::newRow("long") << "Насосная станция второго подъёма";
+        QTest::newRow("two lines")
+            << "Центральный тепловой пункт № 12 микрорайона Солнечный, вторая очередь";
+    }
+    void textsOfBarsHaveRoom()
+    {
+        QFETCH(QString, title);
+        Fixture f;
+        f.add(NodeRecipe("authentication", "Пользователи"), NodeLink(f.steps().station()));
+        NodeLink made;
+        QVERIFY(Utils::IUndo::execute(f.screens().build(title, screen, 1, made)));
+        QVERIFY(Utils::IUndo::execute(f.screens().addPage("Резервуары чистой воды", made)));
+        for (const NodeLink &window : f.all(Nodes::NodeType::TypeWindow)) {
+            const Editor::ReviewFindings found = Editor::ReviewRun::check(
+                *window.GetNode(), Editor::ScreenClicks(*window.GetNode()));
+            for (const Editor::ReviewFinding &finding : found)
+                QVERIFY2(finding.severity < Editor::ReviewFinding::Warning,
+                         qPrintable(finding.what));
+        }
+    }
+
+    void namesAreTold()
+    {
+        Fixture f;
+        f.add(NodeRecipe("authentication", "Пользователи"), NodeLink(f.steps().station()));
+        f.build(1);
+        f.build(2);
+        QCOMPARE(f.count("currentUser"), 1);
+        NodeLink made;
+        QVERIFY(Utils::IUndo::execute(f.screens().addPage("Обзор", made)));
+        QCOMPARE(made.GetLinkName(), std::string("Обзор 2"));
     }
 
     void displaysHaveScreensOfTheirOwn()

@@ -33,9 +33,11 @@ QVector<ReviewChange> movedInto(const QRect &screen, const ReviewElement &elemen
     return mend;
 }
 
-QPoint onGrid(const QPoint &place, int grid)
+/// The nearest line, but none that leads out of the screen, where `most` is the last place inside.
+int onGrid(int place, int grid, int most)
 {
-    return {qRound(place.x() / double(grid)) * grid, qRound(place.y() / double(grid)) * grid};
+    const int nearest = qRound(place / double(grid)) * grid;
+    return nearest > most && place <= most ? nearest - grid : nearest;
 }
 
 } // namespace
@@ -98,7 +100,11 @@ void checkGrid(const ReviewScreen &screen, ReviewFindings &findings)
             continue;
         if (!first)
             first = element.node;
-        addPlace(element, onGrid(element.rect.topLeft(), grid), mend);
+        const QSize most = screen.size() - element.rect.size();
+        addPlace(element,
+                 {onGrid(element.rect.x(), grid, most.width()),
+                  onGrid(element.rect.y(), grid, most.height())},
+                 mend);
         ++count;
     }
     if (first)

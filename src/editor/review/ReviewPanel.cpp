@@ -266,7 +266,7 @@ void ReviewPanel::mend()
                                               : tr("Этого больше нет. Экран проверен заново."));
     std::sort(screens.begin(), screens.end());
     screens.erase(std::unique(screens.begin(), screens.end()), screens.end());
-    m_run->start(screens, *m_workspace.session().root());
+    m_run->add(screens, *m_workspace.session().root());
 }
 
 void ReviewPanel::copy() const

@@ -46,6 +46,18 @@ void ReviewRun::start(const Nodes::NodeLinks &screens, const Nodes::ConfigNode &
     m_timer.start();
 }
 
+void ReviewRun::add(const Nodes::NodeLinks &screens, const Nodes::ConfigNode &root)
+{
+    if (!isRunning())
+        return start(screens, root);
+    m_clicks = std::make_unique<ScreenClicks>(root);
+    for (const Nodes::NodeLink &screen : screens) {
+        const auto waiting = m_screens.begin() + std::ptrdiff_t(m_next);
+        if (std::find(waiting, m_screens.end(), screen) == m_screens.end())
+            m_screens.push_back(screen);
+    }
+}
+
 void ReviewRun::stop()
 {
     if (!isRunning())

@@ -29,6 +29,8 @@ public:
 
     /// In place of a review that is under way. `root` is asked for the ways to the screens now.
     void start(const Nodes::NodeLinks &screens, const Nodes::ConfigNode &root);
+    /// After those that are waiting; one that waits already is reviewed once.
+    void add(const Nodes::NodeLinks &screens, const Nodes::ConfigNode &root);
     void stop();
     bool isRunning() const { return m_timer.isActive(); }
 

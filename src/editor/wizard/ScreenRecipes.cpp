@@ -1,12 +1,19 @@
 #include "editor/wizard/ScreenRecipes.h"
 
+#include "nodes/model/ConfigNode.h"
+#include "nodes/model/FreeName.h"
+
+#include <QFontMetrics>
+
 #include <algorithm>
 
 namespace Editor::ScreenRecipes {
 
 namespace {
 
-constexpr int buttonWidth = 144; // at most
+constexpr int buttonWidth = 144;  // at most
+constexpr int headingWidth = 240; // at least
+constexpr int headingSize = 12;   // points
 
 } // namespace
 
@@ -46,6 +53,37 @@ NodeRecipe caption(const QString &text, const QRect &place, int size, const QStr
     recipe.set(QStringLiteral("bold"), QStringLiteral("true"));
     recipe.set(QStringLiteral("color"), color);
     return recipe;
+}
+
+int widthOf(const QString &text, int size)
+{
+    QFont font(QStringLiteral("DejaVu Sans"), size);
+    font.setBold(true);
+    const int width = QFontMetrics(font).horizontalAdvance(text) + grid;
+    return (width + grid - 1) / grid * grid;
+}
+
+QRect headingPlace(const QString &text, int most)
+{
+    const int wanted = std::max(widthOf(text, headingSize), headingWidth);
+    return {margin, grid, std::min(wanted, most / grid * grid), barHeight - 2 * grid};
+}
+
+NodeRecipe heading(const QString &text, const QRect &place)
+{
+    const bool isLong = widthOf(text, headingSize) > place.width();
+    NodeRecipe recipe = caption(text, place, isLong ? headingSize - 1 : headingSize, paper());
+    if (isLong)
+        recipe.set(QStringLiteral("wrap"), QStringLiteral("true"));
+    return recipe;
+}
+
+QString freeName(const Nodes::NodeLink &parent, const QString &name)
+{
+    std::vector<std::string_view> taken;
+    for (const auto &child : parent->Children())
+        taken.emplace_back(child->GetName());
+    return QString::fromStdString(Nodes::FreeName(taken, name.toStdString(), 2));
 }
 
 NodeRecipe button(const QString &text, const QRect &place, const Nodes::NodeLink &action)

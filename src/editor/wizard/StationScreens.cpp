@@ -6,9 +6,11 @@
 #include "editor/wizard/TrendRecipe.h"
 
 #include "nodes/actions/kinds/actionChangeComposition.h"
+#include "nodes/auth/currentUser.h"
 #include "nodes/auth/systemAuthentication.h"
 #include "nodes/charts/widgetChartHistory.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/model/properties/BasicProperty.h"
 #include "nodes/visual/elements/widgetButton.h"
 #include "nodes/visual/windows/BasicFrame.h"
 #include "nodes/visual/windows/windowComposed.h"
@@ -33,7 +35,6 @@ using namespace ScreenRecipes;
 namespace {
 
 constexpr int titleHeight = 48; // of a page
-constexpr int titleWidth = 240;
 constexpr int userWidth = 176;
 constexpr int loginWidth = 88;
 
@@ -130,20 +131,33 @@ NodeLink StationScreens::page(const QString &name, const QSize &size,
     return recipe.add(layer).make(m_project);
 }
 
+// All displays share one.
+NodeLink StationScreens::userShown(QUndoCommand *group) const
+{
+    for (const NodeLink &known : find(m_project, Nodes::NodeType(Nodes::currentUser::Code))) {
+        const auto *form = known->GetPropertyByValueId(Nodes::currentUser::Prop::Show);
+        if (form && form->ToString() == "fullName")
+            return known;
+    }
+    NodeRecipe user(QStringLiteral("currentUser"), QStringLiteral("Пользователь"));
+    user.set(QStringLiteral("show"), QStringLiteral("fullName"));
+    const NodeLink made = user.make(m_project);
+    new AddNodeLinkCommand(made, ProjectSteps(m_project).place("Сигналы"), group);
+    return made;
+}
+
 NodeLink StationScreens::header(const QString &title, const QSize &size, const NodeLink &folder,
                                 QUndoCommand *group) const
 {
     NodeRecipe window =
         placed("window", QStringLiteral("Заголовок"), {0, 0, size.width(), barHeight});
     window.set(QStringLiteral("background"), bar());
-    const int height = barHeight - 2 * grid;
-    window.add(caption(title, {margin, grid, titleWidth, height}, 12, paper()));
+    const QRect left = headingPlace(title, size.width() / 3);
+    window.add(heading(title, left));
+    const int height = left.height();
     int right = size.width() - margin;
     if (!find(m_project, Nodes::NodeType(Nodes::systemAuthentication::Code)).empty()) {
-        NodeRecipe user(QStringLiteral("currentUser"), QStringLiteral("Пользователь"));
-        user.set(QStringLiteral("show"), QStringLiteral("fullName"));
-        const NodeLink shown = user.make(m_project);
-        new AddNodeLinkCommand(shown, ProjectSteps(m_project).place("Сигналы"), group);
+        const NodeLink shown = userShown(group);
         NodeRecipe in(QStringLiteral("actionAuthUser"), QStringLiteral("Войти"));
         NodeRecipe out(QStringLiteral("actionAuthUser"), QStringLiteral("Выйти"));
         out.set(QStringLiteral("logout"), QStringLiteral("true"));
@@ -164,9 +178,8 @@ NodeLink StationScreens::header(const QString &title, const QSize &size, const N
         window.add(name);
         right -= grid;
     }
-    const int left = margin + titleWidth + grid;
-    window.add(placed("alarmBanner", QStringLiteral("Строка тревог"),
-                      {left, 4, right - left, barHeight - 8}));
+    const QRect rest(QPoint(left.right() + 1 + grid, 4), QPoint(right - 1, barHeight - 5));
+    window.add(placed("alarmBanner", QStringLiteral("Строка тревог"), rest));
     return window.make(m_project);
 }
 
@@ -181,7 +194,8 @@ QUndoCommand *StationScreens::build(const QString &title, const QSize &size, int
     };
     const ProjectSteps steps(m_project);
     const QString where = QStringLiteral("Дисплей %1").arg(display);
-    const NodeLink screens = add({QStringLiteral("folder"), where}, steps.place("Экраны"));
+    const NodeLink all = steps.place("Экраны");
+    const NodeLink screens = add({QStringLiteral("folder"), freeName(all, where)}, all);
     const NodeLink shows = add({QStringLiteral("folder"), QStringLiteral("Переходы")}, screens);
     const QSize inside(size.width(), size.height() - 2 * barHeight);
     const QRect content(margin, titleHeight, inside.width() - 2 * margin,
@@ -240,14 +254,15 @@ StationScreens::Row StationScreens::row(const NodeLink &field) const
     return {};
 }
 
-QUndoCommand *StationScreens::addPage(const QString &name, NodeLink &made) const
+QUndoCommand *StationScreens::addPage(const QString &wanted, NodeLink &made) const
 {
     const NodeLink shown = field();
     const auto *window = dynamic_cast<const Nodes::BasicWindow *>(shown.GetNode());
     if (!window)
         return nullptr;
-    auto *group = new Utils::CommandGroup(QStringLiteral("Добавление страницы %1").arg(name));
     const NodeLink folder(shown->GetParent());
+    const QString name = freeName(folder, wanted);
+    auto *group = new Utils::CommandGroup(QStringLiteral("Добавление страницы %1").arg(name));
     const Nodes::NRect place = window->GetGeometry();
     made = page(name, {place.width, place.height}, nullptr);
     new AddNodeLinkCommand(made, folder, group);
@@ -266,7 +281,7 @@ void StationScreens::addButton(const Row &line, const QString &name, const NodeL
     for (const Nodes::widgetButton *each : line.buttons)
         right = std::max(right, each->GetGeometry().x + each->GetGeometry().width + grid);
     const Nodes::NRect last = line.buttons.last()->GetGeometry();
-    QRect place(right, last.y, last.width, last.height);
+    QRect place(right, last.y, std::max(last.width, widthOf(name, 11) + grid), last.height);
     if (place.right() + grid > line.width) {
         const int count = line.buttons.size() + 1;
         using Prop = Nodes::BasicWidget::Prop;

@@ -32,8 +32,8 @@ public:
     /// users. `overview` becomes the first page once the command is done.
     QUndoCommand *build(const QString &title, const QSize &size, int display,
                         Nodes::NodeLink &overview) const;
-    /// One step that adds an empty page with its button; where the row of buttons is full they all
-    /// become narrower. Null without a field.
+    /// One step that adds an empty page with its button, numbered where one has that name; where
+    /// the row of buttons is full they all become narrower. Null without a field.
     QUndoCommand *addPage(const QString &name, Nodes::NodeLink &made) const;
 
 private:
@@ -42,6 +42,8 @@ private:
     Nodes::NodeLink page(const QString &name, const QSize &size, const NodeRecipe *content) const;
     Nodes::NodeLink header(const QString &title, const QSize &size, const Nodes::NodeLink &folder,
                            QUndoCommand *group) const;
+    /// The signal of who is logged in, added unless the project has it.
+    Nodes::NodeLink userShown(QUndoCommand *group) const;
     void addButton(const Row &line, const QString &name, const Nodes::NodeLink &show,
                    QUndoCommand *group) const;
     Row row(const Nodes::NodeLink &field) const;

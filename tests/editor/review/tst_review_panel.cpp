@@ -66,6 +66,7 @@ private slots:
     void findingsAreMended();
     void onlyWhatStillHoldsIsMended();
     void thePanelReviewsMendsAndReviewsAgain();
+    void aMendedScreenWaitsForTheOthers();
     void listsAreSavedForSpreadsheets();
 };
 
@@ -91,6 +92,8 @@ void TestReviewPanel::findingsAreMended_data()
     QTest::newRow("larger than the screen") << QByteArray("places") << List{"width=500"} << List{};
     QTest::newRow("off the grid") << QByteArray("grid") << List{"x=13", "y=11"}
                                   << List{"x=16", "y=8"};
+    QTest::newRow("off the grid at the edge")
+        << QByteArray("grid") << List{"x=237", "width=163"} << List{"x=232"};
     const QString sentence = "text=Насос сетевой воды первого подъёма";
     QTest::newRow("clipped") << QByteArray("clippedText") << List{sentence} << List{"x=8", "y=8"};
     QTest::newRow("clipped at the other end")
@@ -170,6 +173,29 @@ void TestReviewPanel::thePanelReviewsMendsAndReviewsAgain()
     QTRY_VERIFY(!stop->isVisible());
     table->selectAll();
     QVERIFY(!mend->isEnabled());
+}
+
+void TestReviewPanel::aMendedScreenWaitsForTheOthers()
+{
+    ReviewedWindow window;
+    window.set(window.element, {{"text", "T"}, {"color", "#d0d4d8"}});
+    const Nodes::ConfigNode *other = window.add("window", window.root(), "Другое");
+    ReviewPanel panel(window.workspace, nullptr);
+    panel.show();
+    const auto *run = panel.findChild<ReviewRun *>();
+    Nodes::NodeLinks reviewed;
+    connect(run, &ReviewRun::found, &panel,
+            [&reviewed](const Nodes::NodeLink &screen) { reviewed.push_back(screen); });
+    QSignalSpy step(run, &ReviewRun::progressed);
+    panel.reviewAll();
+    const Nodes::NodeLink first(window.screen);
+    while (reviewed.empty() || reviewed.back() != first)
+        QVERIFY(step.wait());
+    panel.findChild<QTableView *>()->selectAll();
+    buttonOf(panel, "Исправить")->click();
+    QTRY_VERIFY(!buttonOf(panel, "Стоп")->isVisible());
+    QCOMPARE(std::count(reviewed.begin(), reviewed.end(), Nodes::NodeLink(other)), 1);
+    QCOMPARE(std::count(reviewed.begin(), reviewed.end(), first), 2);
 }
 
 void TestReviewPanel::listsAreSavedForSpreadsheets()
