@@ -2,6 +2,7 @@
 #include "support/Rows.h"
 #include "support/RuntimeProject.h"
 
+#include "widgets/charts/menus/TouchMenu.h"
 #include "widgets/events/AlarmDialog.h"
 #include "widgets/events/AlarmRelay.h"
 #include "widgets/events/AlarmWindow.h"
@@ -443,6 +444,39 @@ private slots:
                 window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())),
                 text);
         }
+    }
+    // The right button, or a held key of menus, offers what the details do.
+    void offersCommandsAtARow_data()
+    {
+        const Rows<QByteArray, QStringList> row("users", "possible");
+        row("all rights", "",
+            {"Квитировать с комментарием…", "Тренд", "Отложить…", "Вывести из работы…",
+             "Пределы…"});
+        row("none", noRights, {"Тренд", "Пределы…"});
+    }
+    void offersCommandsAtARow()
+    {
+        QFETCH(QByteArray, users);
+        Plant plant(users);
+        QVERIFY(plant.project.core.Start());
+        plant.project.publish(31, 90.0);
+        QTRY_VERIFY(plant.window().isVisible());
+        TableAlarms &table = plant.dialog().table();
+        QTRY_VERIFY(table.visualRect(table.model()->index(0, 0)).isValid());
+        emit table.customContextMenuRequested({5, table.viewport()->height() - 1});
+        QVERIFY(!plant.opened<TouchMenu>()); // below the rows
+        emit table.customContextMenuRequested(
+            table.visualRect(table.model()->index(0, 0)).center());
+        auto *menu = plant.opened<TouchMenu>();
+        QVERIFY(menu && menu->isVisible());
+        QStringList possible;
+        for (const QAction *action : menu->actions()) {
+            if (action->isEnabled())
+                possible << action->text();
+        }
+        QTEST(possible, "possible");
+        menu->actions().constLast()->trigger();
+        QVERIFY(plant.opened<AlarmLimitsDialog>());
     }
     void shelvesAndTakesBack()
     {

@@ -81,6 +81,18 @@ QString obstacleToTakeBack(const BasicEvent &alarm)
 
 } // namespace
 
+const std::vector<AlarmCommands::Row> &AlarmCommands::rows()
+{
+    static const std::vector<Row> rows{{Comment, "Квитировать с комментарием…"},
+                                       {Reset, "Сбросить"},
+                                       {Jump, "К окну"},
+                                       {Trend, "Тренд"},
+                                       {Shelve, "Отложить…"},
+                                       {OutOfService, "Вывести из работы…"},
+                                       {Limits, "Пределы…"}};
+    return rows;
+}
+
 AlarmCommands::AlarmCommands(ModelManager &manager, QWidget &window)
     : QObject(&window), m_manager(manager), m_window(window)
 {

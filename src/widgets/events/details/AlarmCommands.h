@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <functional>
+#include <vector>
 
 class QWidget;
 
@@ -29,6 +30,14 @@ class WIDGETS_EXPORT AlarmCommands : public QObject
 
 public:
     enum Command { Comment, Reset, Jump, Trend, Shelve, OutOfService, Limits, TakeBack };
+
+    struct Row
+    {
+        Command command;
+        const char *text; ///< Russian
+    };
+    /// What is offered for an alarm of the list, in order.
+    static const std::vector<Row> &rows();
 
     /// `window` is that of the alarms, and owns the dialogs.
     AlarmCommands(ModelManager &manager, QWidget &window);

@@ -78,13 +78,8 @@ AlarmDetails::AlarmDetails(QWidget *parent)
     head->addWidget(m_title, 1);
     head->addWidget(m_time);
     m_buttonRow->setSpacing(gap);
-    addButton(Command::Comment, QStringLiteral("Квитировать с комментарием…"));
-    addButton(Command::Reset, QStringLiteral("Сбросить"));
-    addButton(Command::Jump, QStringLiteral("К окну"));
-    addButton(Command::Trend, QStringLiteral("Тренд"));
-    addButton(Command::Shelve, QStringLiteral("Отложить…"));
-    addButton(Command::OutOfService, QStringLiteral("Вывести из работы…"));
-    addButton(Command::Limits, QStringLiteral("Пределы…"));
+    for (const Command::Row &row : Command::rows())
+        addButton(row.command, QString::fromUtf8(row.text));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(gap / 2);

@@ -1,5 +1,6 @@
 #include "widgets/events/details/AlarmPanes.h"
 
+#include "widgets/charts/menus/TouchMenu.h"
 #include "widgets/events/ModelAlarms.h"
 #include "widgets/events/ModelManager.h"
 #include "widgets/events/TableAlarms.h"
@@ -34,14 +35,11 @@ AlarmPanes::AlarmPanes(ModelManager &manager, TableAlarms &table, QWidget *paren
     m_clock.setInterval(second);
     connect(&m_clock, &QTimer::timeout, this, &AlarmPanes::tick);
     connect(&table, &TableAlarms::selected, this, &AlarmPanes::follow);
-    const auto run = [this](AlarmCommands::Command command, const Nodes::BasicEvent &alarm) {
-        if (!m_commands)
-            m_commands = new AlarmCommands(m_manager, *window());
-        m_commands->run(command, alarm);
-    };
-    connect(m_details, &AlarmDetails::wanted, this, run);
+    connect(m_details, &AlarmDetails::wanted, this, &AlarmPanes::run);
     connect(m_hidden, &AlarmHiddenPane::backWanted, this,
-            [run](const Nodes::BasicEvent &alarm) { run(AlarmCommands::TakeBack, alarm); });
+            [this](const Nodes::BasicEvent &alarm) { run(AlarmCommands::TakeBack, alarm); });
+    table.setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&table, &QWidget::customContextMenuRequested, this, &AlarmPanes::openMenu);
     setPane(None);
 }
 
@@ -66,14 +64,48 @@ void AlarmPanes::follow()
     if (m_pane != Details)
         return;
     m_details->setListEmpty(m_manager.model().rowCount() == 0);
+    const std::optional<Nodes::BasicEvent> shown = selected();
+    if (m_details->alarm() != shown)
+        m_details->setAlarm(shown);
+}
+
+// As it stands now, which may be later than what was told of it last.
+std::optional<Nodes::BasicEvent> AlarmPanes::selected() const
+{
     const QModelIndex row = m_table.selectedRow();
     if (!row.isValid())
-        return m_details->setAlarm({});
+        return std::nullopt;
     const AlarmRow &alarm = m_manager.model().row(row.row());
     Nodes::BasicEvent shown = alarm.event();
     shown.alarmState = alarm.state();
-    if (!m_details->alarm() || *m_details->alarm() != shown)
-        m_details->setAlarm(shown);
+    return shown;
+}
+
+void AlarmPanes::run(int command, const Nodes::BasicEvent &alarm)
+{
+    if (!m_commands)
+        m_commands = new AlarmCommands(m_manager, *window());
+    m_commands->run(AlarmCommands::Command(command), alarm);
+}
+
+// `place`: of the rows. What cannot be done stays in sight, grey, as in the details.
+void AlarmPanes::openMenu(const QPoint &place)
+{
+    const int row = m_table.rowAt(place.y());
+    if (row < 0)
+        return;
+    m_table.selectRow(row);
+    const std::optional<Nodes::BasicEvent> alarm = selected();
+    if (!alarm)
+        return;
+    auto *menu = new TouchMenu(&m_table);
+    for (const AlarmCommands::Row &offered : AlarmCommands::rows()) {
+        QAction *action = menu->addAction(QString::fromUtf8(offered.text));
+        action->setEnabled(AlarmCommands::obstacle(offered.command, *alarm).isEmpty());
+        connect(action, &QAction::triggered, this,
+                [this, command = offered.command, alarm = *alarm] { run(command, alarm); });
+    }
+    menu->openAt(m_table.viewport()->mapToGlobal(place));
 }
 
 void AlarmPanes::tick()

@@ -2,8 +2,12 @@
 
 #include "widgets/WidgetsExport.h"
 
+#include "nodes/events/BasicEvent.h"
+
 #include <QTimer>
 #include <QWidget>
+
+#include <optional>
 
 namespace Widgets {
 
@@ -39,6 +43,9 @@ signals:
 
 private:
     void tick();
+    std::optional<Nodes::BasicEvent> selected() const;
+    void run(int command, const Nodes::BasicEvent &alarm);
+    void openMenu(const QPoint &place);
 
     ModelManager &m_manager;
     TableAlarms &m_table;
