@@ -245,6 +245,21 @@ private slots:
         QCOMPARE(made.GetLinkName(), std::string("Обзор 2"));
     }
 
+    void onlyLongNamesWidenButtons()
+    {
+        Fixture f;
+        f.build();
+        const int usual = f.buttons().first()->GetGeometry().width;
+        QVector<int> widths;
+        for (const char *name : {"Резервуары чистой воды", "Насосы"}) {
+            NodeLink made;
+            QVERIFY(Utils::IUndo::execute(f.screens().addPage(name, made)));
+            widths << f.buttons().last()->GetGeometry().width;
+        }
+        QVERIFY(widths.first() > usual);
+        QCOMPARE(widths.last(), usual);
+    }
+
     void displaysHaveScreensOfTheirOwn()
     {
         Fixture f;

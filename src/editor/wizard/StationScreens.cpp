@@ -50,7 +50,6 @@ constexpr Page pages[] = {{"Обзор", nullptr},
                           {"События", "eventList"},
                           {"Отчёты", "reportDisplay"}};
 
-/// The charts of a page.
 NodeLinks charts(const NodeLink &page)
 {
     NodeLinks found;
@@ -281,7 +280,8 @@ void StationScreens::addButton(const Row &line, const QString &name, const NodeL
     for (const Nodes::widgetButton *each : line.buttons)
         right = std::max(right, each->GetGeometry().x + each->GetGeometry().width + grid);
     const Nodes::NRect last = line.buttons.last()->GetGeometry();
-    QRect place(right, last.y, std::max(last.width, widthOf(name, 11) + grid), last.height);
+    const int usual = std::min(last.width, buttonPlace(0, 1, line.width).width());
+    QRect place(right, last.y, std::max(usual, widthOf(name, 11) + grid), last.height);
     if (place.right() + grid > line.width) {
         const int count = line.buttons.size() + 1;
         using Prop = Nodes::BasicWidget::Prop;

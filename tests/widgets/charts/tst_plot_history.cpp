@@ -93,6 +93,7 @@ private slots:
     void flagsStayInFront();
     void badSpansAreRefused();
     void faultsAreTold();
+    void aPlotWithoutSeriesSaysSo();
 };
 
 void TestPlotHistory::movesAskForWhatTheyShow_data()
@@ -518,6 +519,20 @@ void TestPlotHistory::faultsAreTold()
     QVERIFY2(rig.plot->note().startsWith(QStringLiteral("Нет данных архива: P. ")),
              qPrintable(rig.plot->note()));
     QVERIFY(rig.serie().pointCount() > 0);
+}
+
+void TestPlotHistory::aPlotWithoutSeriesSaysSo()
+{
+    const RuntimeProject project(R"(
+<layer id="2" name="L"><chartHistory id="100" name="C" width="900" height="500">
+  <chartGroup id="101" name="G"><chartTimeAxis id="102" name="X"/><chartAxis id="103" name="Y"/>
+  </chartGroup></chartHistory></layer>)",
+                                 Nodes::WorkModeRuntime);
+    Widgets::qwidgetChartHistory element(project.node<Nodes::widgetChartHistory>(100), nullptr);
+    element.start();
+    element.show();
+    const auto *plot = static_cast<Widgets::PlotHistory *>(element.plot());
+    QTRY_COMPARE(plot->note(), QStringLiteral("На графике нет рядов."));
 }
 
 QTEST_MAIN(TestPlotHistory)

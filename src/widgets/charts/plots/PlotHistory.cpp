@@ -92,7 +92,8 @@ Nodes::Result PlotHistory::getHistory(unsigned long long from, unsigned long lon
     if (!accepted) {
         m_held.reset();
         m_isEmptied = false;
-        setNote(HistoryFaults::text(accepted));
+        setNote(series().isEmpty() ? QStringLiteral("На графике нет рядов.")
+                                   : HistoryFaults::text(accepted));
         scheduleReplot();
         if (waitBox()->isRunning())
             closeWaitBox();
