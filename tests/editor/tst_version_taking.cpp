@@ -8,6 +8,7 @@
 #include "nodes/system/systemCore.h"
 #include "support/Rows.h"
 
+#include <QTemporaryDir>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -206,6 +207,41 @@ private slots:
         QCOMPARE(taking.remarks().size(), 1);
         QVERIFY2(taking.remarks()[0].contains(path), qPrintable(taking.remarks()[0]));
         QVERIFY2(lines(*theirs, *ours).contains(left), qPrintable(lines(*theirs, *ours)));
+        m_stack.clear();
+    }
+
+    void namesFilesThatAreNotHere_data()
+    {
+        const Rows<QString, QString, QString, bool> row("other", "open", "here", "told");
+        const QString image = "<image id=\"10\" name=\"a\" image=\"%1\"/>";
+        const QString folder = "<folder id=\"9\" name=\"f\">" + image + "</folder>";
+        row("property", image.arg("x.svg"), image.arg(""), "y.svg", true);
+        row("property, here", image.arg("x.svg"), image.arg(""), "x.svg", false);
+        row("part of the program", image.arg(":/x.svg"), image.arg(""), "", false);
+        row("none", image.arg(""), image.arg("y.svg"), "", false);
+        row("in what is only there", folder.arg("x.svg"), "", "y.svg", true);
+        row("in what is only there, here", folder.arg("x.svg"), "", "x.svg", false);
+    }
+
+    void namesFilesThatAreNotHere()
+    {
+        QFETCH(QString, other);
+        QFETCH(QString, open);
+        QFETCH(QString, here);
+        QFETCH(bool, told);
+        QTemporaryDir directory;
+        QFile file(directory.filePath(here.isEmpty() ? "z" : here));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const auto theirs = read(other);
+        const auto ours = read(open);
+        ours->SetDirectory(directory.path().toStdString());
+        VersionTaking taking(*theirs, *ours);
+        const Nodes::ProjectDiff diff(*theirs, *ours);
+        taking.take(diff.GetDifferences()[0]);
+        push(taking);
+        QCOMPARE(lines(*theirs, *ours), QString()); // the name is taken all the same
+        QCOMPARE(taking.remarks().filter("x.svg").size(), told ? 1 : 0);
+        QCOMPARE(taking.remarks().size(), told ? 1 : 0);
         m_stack.clear();
     }
 

@@ -5,6 +5,7 @@
 #include "nodes/model/KindTable.h"
 #include "nodes/model/NodesCollection.h"
 #include "nodes/model/links/LinkWalk.h"
+#include "nodes/model/links/ResourceLink.h"
 #include "nodes/model/properties/BasicProperty.h"
 #include "nodes/serial/UnknownNode.h"
 #include "utils/undo/AddNodeLinkCommand.h"
@@ -15,6 +16,7 @@
 #include "utils/undo/RemoveNodeLinkGroup.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 #include <algorithm>
 #include <functional>
@@ -124,6 +126,7 @@ std::unique_ptr<ConfigNode> VersionTaking::copyOf(const ConfigNode &theirs)
     copy->SetName(theirs.GetName());
     copy->SetDescription(theirs.GetDescription());
     for (const Nodes::PropertyDescriptor &d : kind->properties) {
+        noteFile(d, theirs);
         if (!Nodes::IsLinkProperty(d))
             (void)copy->SetProperty(d.valueId, d.binding.get(theirs));
     }
@@ -150,6 +153,19 @@ void VersionTaking::relinkCopies()
                     d.valueId, valueOf(d, linksOf(linksIn(d, *theirs), *theirs, d.nameRu)));
         }
     }
+}
+
+// Files are not taken: they are no part of the history, and others of that name may lie here.
+void VersionTaking::noteFile(const Nodes::PropertyDescriptor &d, const ConfigNode &theirs)
+{
+    if (d.binding.type != Nodes::PropertyType::Resource || m_open.GetDirectory().empty())
+        return;
+    const auto &file = *static_cast<const Nodes::ResourceLink *>(d.binding.data(theirs));
+    const QString name = QString::fromStdString(file.GetFilePath());
+    const QDir here(QString::fromStdString(m_open.GetDirectory()));
+    if (!name.isEmpty() && !file.IsBuiltIn() && !here.exists(name))
+        m_remarks << tr("«%1»: файла «%2» в открытом проекте нет, добавьте его.")
+                         .arg(pathOf(theirs), name);
 }
 
 NodeLink VersionTaking::counterpart(const ConfigNode *theirs) const
@@ -241,6 +257,8 @@ void VersionTaking::setProperty(const NodeDifference &difference,
     const Nodes::PropertyDescriptor *d = property.what == PropertyDifference::Value
                                              ? theirs->GetKind()->FindProperty(property.valueId)
                                              : nullptr;
+    if (d)
+        noteFile(*d, *theirs);
     if (d)
         new Utils::ChangePropertyCommand(
             ours, d->valueId,

@@ -13,6 +13,10 @@
 
 class QUndoCommand;
 
+namespace Nodes {
+struct PropertyDescriptor;
+}
+
 namespace Utils {
 class CommandGroup;
 }
@@ -49,6 +53,7 @@ private:
 
     void copyMissing();
     std::unique_ptr<Nodes::ConfigNode> copyOf(const Nodes::ConfigNode &theirs);
+    void noteFile(const Nodes::PropertyDescriptor &d, const Nodes::ConfigNode &theirs);
     void relinkCopies();
     void placeNodes(Utils::CommandGroup &step);
     void placeNode(const Nodes::ConfigNode &theirs, Utils::CommandGroup &step);

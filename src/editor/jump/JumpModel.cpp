@@ -5,6 +5,7 @@
 
 #include "nodes/model/ConfigNode.h"
 #include "nodes/model/NodesCollection.h"
+#include "utils/convert/PlainTip.h"
 
 #include <QAction>
 
@@ -119,7 +120,7 @@ QVariant JumpModel::nodeData(const Nodes::ConfigNode &node, int column, int role
     if (role == Qt::DecorationRole && isName)
         return KindIcons::of(node.GetNodeType());
     if (role == Qt::ToolTipRole)
-        return QString::fromStdString(node.GetDescription());
+        return Utils::PlainTip(QString::fromStdString(node.GetDescription()));
     return {};
 }
 

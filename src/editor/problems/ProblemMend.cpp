@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
+#include <tuple>
 #include <unordered_set>
 
 namespace Editor {
@@ -123,13 +125,11 @@ QUndoCommand *ProblemMend::make(const std::vector<Problem> &problems)
 {
     auto step = std::make_unique<Utils::CommandGroup>(
         QCoreApplication::translate("Editor::ProblemMend", "Исправление проблем проекта"));
-    std::vector<std::tuple<NodeLink, QString, const Mend *>> done; // several tell of the same
+    std::set<std::tuple<unsigned long, QString, const Mend *>> done; // several tell of the same
     for (const Problem &problem : problems) {
         const Mend *mend = find(problem);
-        const std::tuple what(problem.node, problem.property, mend);
-        if (!mend || std::find(done.begin(), done.end(), what) != done.end())
+        if (!mend || !done.emplace(problem.node.GetNodeId(), problem.property, mend).second)
             continue;
-        done.push_back(what);
         mend->add(*problem.node.GetNode(), problem, *step);
     }
     return step->childCount() > 0 ? step.release() : nullptr;

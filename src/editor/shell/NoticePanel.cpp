@@ -2,6 +2,8 @@
 
 #include "editor/shell/NoticeBar.h"
 
+#include "utils/convert/PlainTip.h"
+
 #include <QClipboard>
 #include <QDateTime>
 #include <QGuiApplication>
@@ -76,7 +78,7 @@ void NoticePanel::add(Workspace::Level level, const QString &text)
     row->setIcon(ColumnTime, mark);
     row->setData(ColumnTime, Qt::AccessibleDescriptionRole, nameOf(level));
     row->setToolTip(ColumnTime, nameOf(level));
-    row->setToolTip(ColumnText, text);
+    row->setToolTip(ColumnText, Utils::PlainTip(text));
     m_rows->insertTopLevelItem(0, row);
     if (m_rows->topLevelItemCount() > keptAtMost)
         delete m_rows->takeTopLevelItem(keptAtMost);
