@@ -89,6 +89,29 @@ private slots:
         QVERIFY(trial.reports[0].find("at 1") != std::string::npos);
     }
 
+    void circlesBegin_data()
+    {
+        const Rows<QString, QString> row("flow", "levels"); // step by step, "-" while bad
+        row("of each other", "10 - signal('level')", "15 20 10 10");
+        row("one fails for a while",
+            "if t == 1 or t == 2 then error('x') end return 10 - signal('level')", "15 20 - 25");
+        row("one fails by itself", "signal('level') + nil", "- - - -");
+    }
+
+    void circlesBegin()
+    {
+        QFETCH(QString, flow);
+        Trial trial;
+        const auto level = trial.add("level", "value + signal('flow')", 5.);
+        (void)trial.add("flow", flow.toStdString(), 10.);
+        QStringList levels;
+        for (int time = 0; time < 4; ++time) {
+            trial.engine.Step(time, 1);
+            levels += trial.isBad(level) ? "-" : QString::fromStdString(trial.shown(level));
+        }
+        QTEST(levels.join(' '), "levels");
+    }
+
     void ownValueIsWritten()
     {
         Trial trial;

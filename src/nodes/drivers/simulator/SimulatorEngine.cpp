@@ -80,7 +80,10 @@ SignalValue SimulatorEngine::lookUp(const LuaSandbox::Arguments &arguments)
         return Result(Result::NotFound, "no signal '" + name + "' in this driver");
     if (found->second == ambiguous)
         return Result(Result::InvalidArgument, "several signals are called '" + name + "'");
-    const SignalValue &outcome = m_entries[found->second].outcome;
+    const Entry &asked = m_entries[found->second];
+    if (asked.isLent)
+        return asked.value;
+    const SignalValue &outcome = asked.outcome;
     if (outcome.IsError() || outcome.IsEmpty())
         m_missed.push_back(found->second);
     return outcome.IsError() ? SignalValue(Result(Result::Failed, "signal '" + name + "' is bad"))
@@ -103,8 +106,59 @@ void SimulatorEngine::evaluate(Entry &entry, double time, double elapsed)
 {
     m_missed.clear();
     entry.outcome = run(entry, time, elapsed);
+    entry.missed = m_missed;
     if (!entry.outcome.IsError())
         entry.value = entry.outcome;
+}
+
+/// Whether the entry fails for nothing but signals that may be lent.
+bool SimulatorEngine::isHeldUp(const Entry &entry) const
+{
+    return entry.outcome.IsError() && !entry.missed.empty() &&
+           std::all_of(entry.missed.begin(), entry.missed.end(),
+                       [this](std::size_t missed) { return m_entries[missed].isLent; });
+}
+
+/// Takes away what waits for a signal that is not lent.
+void SimulatorEngine::dropBlocked()
+{
+    for (bool isSettled = false; !isSettled;) {
+        isSettled = true;
+        for (Entry &entry : m_entries) {
+            if (!entry.isLent || isHeldUp(entry))
+                continue;
+            entry.isLent = false;
+            isSettled = false;
+        }
+    }
+}
+
+/// Formulas that wait for each other in a circle would never give a value: they see the last good
+/// one, or the initial one, of each other. One that fails even so lends nothing, and what needs it
+/// stays bad.
+void SimulatorEngine::closeCircles(double time, double elapsed)
+{
+    for (Entry &entry : m_entries)
+        entry.isLent = entry.outcome.IsError() && !entry.missed.empty();
+    for (bool isSettled = false; !isSettled;) {
+        isSettled = true;
+        dropBlocked();
+        for (Entry &entry : m_entries) {
+            if (!entry.isLent || m_isAborted)
+                continue;
+            entry.attempt = run(entry, time, elapsed);
+            if (!entry.attempt.IsError())
+                continue;
+            entry.outcome = entry.attempt;
+            entry.isLent = false;
+            isSettled = false;
+        }
+    }
+    for (Entry &entry : m_entries) {
+        if (entry.isLent)
+            entry.outcome = entry.value = entry.attempt;
+        entry.isLent = false;
+    }
 }
 
 /// Evaluates one formula of the first step and those that this lets succeed in turn. Each runs once
@@ -147,6 +201,7 @@ bool SimulatorEngine::Step(double time, double elapsed)
         else
             evaluate(m_entries[i], time, elapsed);
     }
+    closeCircles(time, elapsed);
     if (m_isAborted)
         return false;
     m_isFirstStep = false;

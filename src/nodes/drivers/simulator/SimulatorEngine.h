@@ -25,7 +25,8 @@ struct SimulatedSignal
 
 /// Steps a set of formulas. No thread, no clock: the caller gives the time. A formula sees `t`,
 /// `dt`, `value` (its own last good or written value) and `signal("name")` (another signal's
-/// outcome of its last step: nil before the first; an error of that one is an error of this one).
+/// outcome of its last step: nil before the first; an error of that one is an error of this one,
+/// unless all that fail wait for each other in a circle: these see the last good value).
 /// One thread, Abort excepted.
 class NODES_EXPORT SimulatorEngine
 {
@@ -60,6 +61,9 @@ private:
         SignalValue outcome; ///< what is shown
         std::string reported;
         std::vector<std::size_t> waiting; ///< failed in the first step for want of this one
+        std::vector<std::size_t> missed;  ///< it asked for, which had no value
+        SignalValue attempt;              ///< with what the others lend
+        bool isLent = false;              ///< others see `value` in place of the outcome
     };
 
     void addName(const std::string &name, std::size_t index);
@@ -67,6 +71,9 @@ private:
     void evaluate(Entry &entry, double time, double elapsed);
     SignalValue run(Entry &entry, double time, double elapsed);
     void settle(std::size_t index, double time, double elapsed);
+    bool isHeldUp(const Entry &entry) const;
+    void dropBlocked();
+    void closeCircles(double time, double elapsed);
     void report(Entry &entry);
 
     Report m_report;
