@@ -34,7 +34,7 @@ int codeOf(const Nodes::BasicReportSource &source, unsigned valueId)
     return d ? *static_cast<const int *>(d->binding.data(source)) : 0;
 }
 
-/// A column of one signal: its description, else its name, with its unit.
+/// A column of one signal: its description, else its name, with the unit of what it tells.
 ReportColumn ofSignal(const Nodes::ReportSignalInfo &info, const QString &key)
 {
     const Nodes::BasicSignal *signal = info.GetSignal();
@@ -42,8 +42,9 @@ ReportColumn ofSignal(const Nodes::ReportSignalInfo &info, const QString &key)
     if (title.empty())
         title = signal ? signal->GetName() : info.GetName();
     QString head = QString::fromStdString(title);
-    if (signal && !signal->GetUnit().empty())
-        head += QStringLiteral(", ") + QString::fromStdString(signal->GetUnit());
+    const QString unit = QString::fromStdString(info.GetUnit());
+    if (!unit.isEmpty() && !head.endsWith(", " + unit))
+        head += ", " + unit;
     const int decimals = info.GetDecimals() >= 0 ? info.GetDecimals()
                          : signal                ? signal->GetDecimals()
                                                  : 1;

@@ -85,6 +85,28 @@ BasicSignal *ReportSignalInfo::GetSignal() const
     return dynamic_cast<BasicSignal *>(m_signal.GetNode());
 }
 
+std::string ReportSignalInfo::GetUnit() const
+{
+    static const std::string perHour = "/ч";
+    const BasicSignal *signal = GetSignal();
+    const std::string unit = signal ? signal->GetUnit() : std::string();
+    switch (m_aggregate) {
+    case AggregateHours:
+        return "ч";
+    case AggregateStarts:
+        return {};
+    case AggregateIntegral: {
+        if (unit.empty())
+            return {};
+        const std::size_t place = unit.rfind(perHour);
+        const bool isRate = place != std::string::npos && place + perHour.size() == unit.size();
+        return isRate ? unit.substr(0, place) : unit + "·ч";
+    }
+    default:
+        return unit;
+    }
+}
+
 std::unique_ptr<ReportQuestion> ReportSignalInfo::Ask(const ReportOrder &order) const
 {
     return std::make_unique<SignalQuestion>(*this, order);

@@ -30,6 +30,8 @@ public:
     BasicSignal *GetSignal() const;
     const NodeLink &GetSignalLink() const { return m_signal; }
     enReportAggregate GetAggregate() const { return enReportAggregate(m_aggregate); }
+    /// Of what the aggregate gives: kW become kWh, t/h become t, hours are hours.
+    std::string GetUnit() const;
     enReportStep GetStep() const { return enReportStep(m_step); }
     /// Above it the signal counts as running.
     double GetThreshold() const { return m_threshold; }

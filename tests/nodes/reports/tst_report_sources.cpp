@@ -2,6 +2,7 @@
 #include "nodes/archive/HistoryService.h"
 #include "nodes/reports/BasicReport.h"
 #include "nodes/reports/KnownHistory.h"
+#include "nodes/reports/ReportSignalInfo.h"
 #include "nodes/reports/data/BasicReportSource.h"
 #include "nodes/reports/schedule/reportSchedule.h"
 #include "nodes/reports/time/LocalCalendar.h"
@@ -52,6 +53,8 @@ class ReportSourcesTest : public QObject
 private slots:
     void initTestCase() { qputenv("TZ", "UTC0"); }
     void hoursOfSignals();
+    void unitsFollowTheAggregate_data();
+    void unitsFollowTheAggregate();
     void signalsAsRows();
     void samplesUpToTheLimit();
     void failuresAreTold();
@@ -100,6 +103,32 @@ void ReportSourcesTest::hoursOfSignals()
     QCOMPARE(numbers(*table, "runs"), QString("- 0.5 0.5 0"));
 }
 
+void ReportSourcesTest::unitsFollowTheAggregate_data()
+{
+    const Rows<QString, QString, QString> row("aggregate", "unit", "told");
+    row("mean", "mean", "т/ч", "т/ч");
+    row("rate", "integral", "т/ч", "т");
+    row("power", "integral", "кВт", "кВт·ч");
+    row("plain number", "integral", "", "");
+    row("hours of a current", "hours", "А", "ч");
+    row("starts by a current", "starts", "А", "");
+}
+
+void ReportSourcesTest::unitsFollowTheAggregate()
+{
+    QFETCH(QString, aggregate);
+    QFETCH(QString, unit);
+    CoreFixture f(m_directory);
+    const ConfigNode *signal =
+        f.add("memorySignal", f.root(), "s", {{"unit", unit.toUtf8().constData()}});
+    const ConfigNode *column =
+        f.add("reportSignal", f.add("report", f.root()), "c",
+              {{"signal", idOf(signal)}, {"aggregate", aggregate.toUtf8().constData()}});
+    const auto &info = dynamic_cast<const ReportSignalInfo &>(*column);
+    const QString told = QString::fromStdString(info.GetUnit());
+    QTEST(told, "told");
+}
+
 void ReportSourcesTest::signalsAsRows()
 {
     CoreFixture f(m_directory);
@@ -117,7 +146,7 @@ void ReportSourcesTest::signalsAsRows()
         ask(dynamic_cast<BasicReportSource &>(*summary), order(f, day, day + 4 * hour));
     QCOMPARE(int(table->result.GetType()), int(Result::NotFound)); // told, but the rest is there
     QCOMPARE(texts(*table, "text"), QString("Расход|gone"));
-    QCOMPARE(texts(*table, "unit"), QString("т/ч|"));
+    QCOMPARE(texts(*table, "unit"), QString("т|"));
     QCOMPARE(numbers(*table, "value"), QString("70 -"));
     QCOMPARE(numbers(*table, "mean"), QString("17.5 -"));
     QCOMPARE(numbers(*table, "coverage"), QString("100 0"));

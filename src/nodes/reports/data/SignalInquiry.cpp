@@ -71,7 +71,7 @@ SignalInquiry SignalInquiry::Of(const ReportSignalInfo &info, const ReportOrder 
     if (signal) {
         if (inquiry.text.empty())
             inquiry.text = signal->GetDescription();
-        inquiry.unit = signal->GetUnit();
+        inquiry.unit = info.GetUnit();
         inquiry.decimals = info.GetDecimals() >= 0 ? info.GetDecimals() : signal->GetDecimals();
     }
     if (inquiry.text.empty())
