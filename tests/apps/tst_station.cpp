@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -95,6 +96,34 @@ private slots:
         QTEST(QImage(pictures.filePath("Main-3.png")).size(), "inFrame");
         QTEST(QImage(pictures.filePath("Other_window-5.png")).size(), "openedOverIt");
         QCOMPARE(station.readAllStandardOutput().count('\n'), 2);
+    }
+    void opensTheSamplesLive_data()
+    {
+        const Rows<QStringList> row("options");
+        row("boiler", {"--simulate", "--define", "plant.port=1"});
+        row("pumps", {});
+    }
+    void opensTheSamplesLive()
+    {
+        QFETCH(QStringList, options);
+        const QString project =
+            QStringLiteral(STATION_SOURCE_DIR "/projects/") + QTest::currentDataTag();
+        QFile file(project + "/project.xml");
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QDir pictures(m_directory->filePath(QStringLiteral("снимки")));
+        QProcess station;
+        start(station, QStringList{project, "--screenshots", pictures.path()} + options);
+        QCOMPARE(finish(station), 0);
+        const QString printed = QString::fromUtf8(station.readAllStandardOutput());
+        for (const QString &line : printed.split('\n', Qt::SkipEmptyParts))
+            QVERIFY2(line.endsWith(" live"), qPrintable(line));
+        const QRegularExpression page("<composition [^>]*name=\"([^\"]+)\"");
+        auto pages = page.globalMatch(QString::fromUtf8(file.readAll()));
+        QVERIFY(pages.hasNext());
+        while (pages.hasNext()) {
+            const QString name = pages.next().captured(1).replace(' ', '_');
+            QVERIFY2(printed.contains('/' + name + '-'), qPrintable(name));
+        }
     }
     void endsOnSignal_data()
     {
