@@ -12,12 +12,15 @@ namespace {
 
 using std::size_t;
 
-Result compile(const std::string &text, LuaForm form)
+// An expression is compiled as what follows `return `.
+enum class Reading { Expression, Block };
+
+Result compile(const std::string &text, Reading reading)
 {
     LuaSandbox sandbox;
     LuaSandbox::Script script = 0;
-    return form == LuaForm::Block ? sandbox.CompileBlock("text", text, script)
-                                  : sandbox.Compile("text", text, script);
+    return sandbox.CompileBlock("text", reading == Reading::Block ? text : "return " + text,
+                                script);
 }
 
 size_t lineBegin(const std::string &text, int line)
@@ -30,11 +33,11 @@ size_t lineBegin(const std::string &text, int line)
 
 // The interpreter reads up to the piece it complains of and no further: the first one up to which
 // the text fails in the same way is it, however many look alike.
-size_t placeOf(const LuaMessage &message, const std::string &text, LuaForm form)
+size_t placeOf(const LuaMessage &message, const std::string &text, Reading reading)
 {
     size_t at = text.find(message.near, lineBegin(text, message.line));
     for (; at != std::string::npos; at = text.find(message.near, at + 1)) {
-        const Result cut = compile(text.substr(0, at + message.near.size()), form);
+        const Result cut = compile(text.substr(0, at + message.near.size()), reading);
         if (!cut && LuaMessage::Of(cut.GetDetail()).near == message.near)
             return at;
     }
@@ -94,7 +97,7 @@ bool givesValue(const std::string &text)
     const bool returns = std::any_of(tokens.begin(), tokens.end(), [&](const LuaToken &token) {
         return token.sort == LuaToken::Keyword && token.In(text) == "return";
     });
-    return returns || (!tokens.empty() && compile("return " + text, LuaForm::Block).IsSuccess());
+    return returns || (!tokens.empty() && compile(text, Reading::Expression).IsSuccess());
 }
 
 std::string wholeLetters(const std::string &text, size_t begin, size_t length)
@@ -105,24 +108,36 @@ std::string wholeLetters(const std::string &text, size_t begin, size_t length)
     return text.substr(begin, end - begin);
 }
 
+std::vector<TextProblem> problemsOf(const std::string &text, Reading reading)
+{
+    const Result compiled = compile(text, reading);
+    if (compiled)
+        return {};
+    LuaMessage message = LuaMessage::Of(compiled.GetDetail());
+    const bool isAtEnd = message.near.empty() || message.near == "<eof>";
+    const size_t begin = isAtEnd ? text.size() : placeOf(message, text, reading);
+    if (begin == text.size())
+        return {{begin, 0, message.ToRussian()}};
+    message.near = wholeLetters(text, begin, message.near.size());
+    return {{begin, message.near.size(), message.ToRussian()}};
+}
+
 } // namespace
 
 std::vector<TextProblem> Syntax(const std::string &text, LuaForm form)
 {
     if (text.empty())
         return {};
-    const Result compiled = compile(text, form);
-    if (compiled && form == LuaForm::Value && !givesValue(text))
+    const std::vector<TextProblem> asBlock = problemsOf(text, Reading::Block);
+    if (form == LuaForm::Block)
+        return asBlock;
+    const std::vector<TextProblem> asExpression = problemsOf(text, Reading::Expression);
+    if ((asBlock.empty() || asExpression.empty()) && !givesValue(text))
         return {{text.size(), 0, "значения нет: нужно выражение или return"}};
-    if (compiled)
+    if (asBlock.empty() || asExpression.empty())
         return {};
-    LuaMessage message = LuaMessage::Of(compiled.GetDetail());
-    const bool isAtEnd = message.near.empty() || message.near == "<eof>";
-    const size_t begin = isAtEnd ? text.size() : placeOf(message, text, form);
-    if (begin == text.size())
-        return {{begin, 0, message.ToRussian()}};
-    message.near = wholeLetters(text, begin, message.near.size());
-    return {{begin, message.near.size(), message.ToRussian()}};
+    // What gets further is what is meant.
+    return asBlock[0].begin > asExpression[0].begin ? asBlock : asExpression;
 }
 
 std::vector<TextProblem> UnknownNames(const std::string &text, const std::vector<TextWord> &words)

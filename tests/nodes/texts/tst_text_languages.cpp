@@ -114,6 +114,8 @@ private slots:
         row("comment", "condition", "-- s1", "[] значения нет: нужно выражение или return");
         row("without return", "formula", "local x = t",
             "[] значения нет: нужно выражение или return");
+        row("block without return yet", "formula", "local n = 0\nwhile t > n do\nn = n + )",
+            "[)] «)»: здесь не ожидается");
         row("long line", "formula", "'" + std::string(300000, 'x'),
             "[] конец текста: текст в кавычках не закрыт");
         row("long piece", "formula", "1 " + std::string(300000, 'x'),
