@@ -103,9 +103,17 @@ private slots:
         enabled->click();
         QCOMPARE(p.session.undoStack().count(), 2);
         const QSignalSpy told(&p.workspace, &Workspace::told);
+        const QString before = timeout->text();
         enter(timeout, "5"); // 10 at least
         QCOMPARE(told.size(), 1);
         QCOMPARE(p.session.undoStack().count(), 2);
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        timeout->setFocus();
+        const QColor ground = port->palette().color(QPalette::Base);
+        QVERIFY(timeout->palette().color(QPalette::Base) != ground); // "5" is not the value
+        QTest::keyClick(timeout, Qt::Key_Escape);
+        QCOMPARE(timeout->text(), before);
+        QCOMPARE(timeout->palette().color(QPalette::Base), ground);
         p.session.undoStack().undo();
         p.session.undoStack().undo();
         QCOMPARE(port->text(), QString("502"));
@@ -134,7 +142,9 @@ private slots:
         QCOMPARE(table->rowCount(), 2);
         QTRY_COMPARE(table->item(0, 1)->text(), QString("2,25"));
         QVERIFY(sum->SetPropertyText("formula", "1 +")); // a change is tried at once
-        QTRY_VERIFY(table->item(0, 3)->text().startsWith("✗"));
+        QTRY_COMPARE(table->item(0, 3)->text(),
+                     QString("✗ формула, строка 1: текст обрывается, здесь должно стоять ещё "
+                             "что-то"));
         QCOMPARE(table->item(0, 1)->text(), QString("----"));
         QVERIFY(driver->GetState() != Nodes::NodeState::Running); // it is the copy that works
         QVERIFY(sum->SetPropertyText("formula", "7"));

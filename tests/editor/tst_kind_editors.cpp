@@ -164,8 +164,11 @@ private:
         const std::unique_ptr<Editor::ValueEditor> editor(
             Editor::makeValueEditor({&d, node.GetNodeLink(), &project, {}}, &window));
         editor->setText(text);
+        editor->showValue(text, true); // several selected: nobody has touched it
+        const bool isShown = !editor->isTouched();
+        editor->setText(text);
         const bool isKept =
-            editor->text() == text && !editor->isTouched() &&
+            isShown && editor->text() == text && !editor->isTouched() &&
             (text.isEmpty() || !Editor::PropertyTexts::shown(d, text, &project).isEmpty());
         if (!isKept)
             QTest::qFail(qPrintable(QString::fromStdString(node.GetPath() + " " + d.key)), __FILE__,

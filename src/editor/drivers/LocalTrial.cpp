@@ -7,6 +7,7 @@
 #include "nodes/drivers/BasicDriver.h"
 #include "nodes/model/NodeNotifications.h"
 #include "nodes/model/NodesCollection.h"
+#include "nodes/texts/LuaMessages.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -47,7 +48,10 @@ QString stateOf(const Nodes::SignalValue &value)
 {
     if (value.IsError()) {
         const Nodes::Result error = value.GetError();
-        const QString detail = toText(error.GetDetail());
+        const Nodes::LuaMessage message = Nodes::LuaMessage::Of(error.GetDetail());
+        const QString detail = toText(message.ToRussian());
+        if (message.line > 0)
+            return LocalTrial::tr("✗ формула, строка %1: %2").arg(message.line).arg(detail);
         return QStringLiteral("✗ ") + toText(error.GetResultTranslated()) +
                (detail.isEmpty() ? QString() : QStringLiteral(": ") + detail);
     }
@@ -108,7 +112,7 @@ void LocalTrial::makeTable()
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(24);
     m_table->horizontalHeader()->setStretchLastSection(true);
-    const int widths[] = {220, 200, 60};
+    const int widths[] = {220, 120, 60};
     for (int column = 0; column < State; ++column)
         m_table->setColumnWidth(column, widths[column]);
 }

@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 namespace Editor {
@@ -26,6 +27,7 @@ using Nodes::PropertyType;
 namespace {
 
 constexpr int fieldWidth = 200;
+constexpr QRgb refusedGround = 0xfffdd9d5;
 constexpr QRgb helpText = 0xff505050; // 7:1 on the window
 
 bool isShown(const PropertyDescriptor &descriptor)
@@ -41,6 +43,16 @@ QString helpOf(const PropertyDescriptor &descriptor)
     const QString admissible = QString::fromStdString(Nodes::CellText::Admissible(descriptor));
     const QString key = QString::fromStdString(descriptor.key);
     return admissible.isEmpty() ? key : PropertyForm::tr("%1; допустимо: %2").arg(key, admissible);
+}
+
+// A refused text must not look like the value.
+void mark(QWidget &field, const PropertyDescriptor &descriptor, const QString &refusal)
+{
+    QPalette colors;
+    if (!refusal.isEmpty())
+        colors.setColor(QPalette::Base, QColor(refusedGround));
+    field.setPalette(colors);
+    field.setToolTip(refusal.isEmpty() ? helpOf(descriptor) : refusal);
 }
 
 void display(QWidget &field, const QString &text)
@@ -105,6 +117,9 @@ void PropertyForm::addField(QFormLayout &form, const PropertyDescriptor &descrip
         line->setMinimumWidth(fieldWidth);
         connect(line, &QLineEdit::editingFinished, this,
                 [this, d, line] { commit(*d, line->text()); });
+        auto *back = new QShortcut(QKeySequence(Qt::Key_Escape), line);
+        back->setContext(Qt::WidgetShortcut);
+        connect(back, &QShortcut::activated, this, [this, d, line] { showValue(*line, *d); });
         field = line;
     }
     field->setObjectName(QString::fromStdString(d->key));
@@ -139,17 +154,23 @@ QWidget *PropertyForm::withHelp(QWidget *field, const PropertyDescriptor &descri
 void PropertyForm::commit(const PropertyDescriptor &descriptor, const QString &text)
 {
     const Nodes::ConfigNode *node = m_node.GetNode();
-    if (!node || Nodes::CellText::Show(descriptor, *node) == text.toStdString())
+    if (!node)
         return;
-    boost::any value;
+    QWidget &entered = *m_fields[descriptor.key];
+    const std::string value = Nodes::CellText::Show(descriptor, *node);
+    if (value == text.toStdString())
+        return mark(entered, descriptor, {});
+    boost::any read;
     const Nodes::NodePaths paths(node->GetNodesCollection());
-    const Nodes::Result read = Nodes::CellText::Read(descriptor, text.toStdString(), paths, value);
-    if (!read)
-        return m_workspace.tell(
-            Workspace::Error,
-            tr("Значение не изменено: %1.").arg(QString::fromStdString(read.GetDetail())));
-    m_workspace.push(
-        new Utils::ChangePropertyCommand(m_node, descriptor.valueId, std::move(value)));
+    const Nodes::Result result = Nodes::CellText::Read(descriptor, text.toStdString(), paths, read);
+    if (!result) {
+        const QString refusal =
+            tr("Значение не изменено: %1.").arg(QString::fromStdString(result.GetDetail()));
+        mark(entered, descriptor,
+             tr("%1\nВ проекте: %2. Esc вернёт его.").arg(refusal, QString::fromStdString(value)));
+        return m_workspace.tell(Workspace::Error, refusal);
+    }
+    m_workspace.push(new Utils::ChangePropertyCommand(m_node, descriptor.valueId, std::move(read)));
     refresh();
 }
 
@@ -159,10 +180,17 @@ void PropertyForm::refresh()
     setEnabled(node && !m_workspace.session().isReadOnly());
     if (!node)
         return;
-    for (const auto &[key, field] : m_fields) {
-        const PropertyDescriptor *d = node->GetKind()->FindProperty(std::string_view(key));
-        display(*field, QString::fromStdString(Nodes::CellText::Show(*d, *node)));
-    }
+    for (const auto &[key, field] : m_fields)
+        showValue(*field, *node->GetKind()->FindProperty(std::string_view(key)));
+}
+
+void PropertyForm::showValue(QWidget &field, const PropertyDescriptor &descriptor) const
+{
+    const Nodes::ConfigNode *node = m_node.GetNode();
+    if (!node)
+        return;
+    mark(field, descriptor, {});
+    display(field, QString::fromStdString(Nodes::CellText::Show(descriptor, *node)));
 }
 
 } // namespace Editor

@@ -19,7 +19,8 @@ class Workspace;
 
 /// The properties of one node as a form, a line each, made from its kind's descriptors; links,
 /// files, colours and secrets are left out. What is entered becomes a command when the line is
-/// left; what does not fit is told and stays to be corrected. Follows the node. GUI thread.
+/// left; what does not fit is told and stays, marked, to be
+/// corrected; Escape takes it back. Follows the node. GUI thread.
 class PropertyForm : public QWidget
 {
     Q_OBJECT
@@ -37,6 +38,7 @@ private:
     QWidget *withHelp(QWidget *field, const Nodes::PropertyDescriptor &descriptor);
     void commit(const Nodes::PropertyDescriptor &descriptor, const QString &text);
     void refresh();
+    void showValue(QWidget &field, const Nodes::PropertyDescriptor &descriptor) const;
 
     Workspace &m_workspace;
     Nodes::NodeLink m_node;

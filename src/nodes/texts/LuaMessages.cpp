@@ -43,6 +43,11 @@ const std::vector<Translation> &translations()
         {std::regex("bad argument #(\\d+) to '([^']+)' \\((.*)\\)"),
          "значение $1 функции «$2» не подходит: $3"},
         {std::regex("too many instructions.*"), "слишком много действий: бесконечный цикл?"},
+        {std::regex("the formula gives no value"), "формула не даёт значения"},
+        {std::regex("the formula gives (.*)"), "формула даёт $1"},
+        {std::regex("no signal '(.*)' in this driver"), "сигнала «$1» в этом имитаторе нет"},
+        {std::regex("several signals are called '(.*)'"), "«$1» называются несколько сигналов"},
+        {std::regex("signal '(.*)' is bad"), "сигнал «$1» недостоверен"},
         {std::regex("takes too long"), "выполняется слишком долго"},
         {std::regex("uses too much memory"), "занимает слишком много памяти"},
     };

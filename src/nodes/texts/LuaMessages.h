@@ -1,12 +1,14 @@
 #pragma once
 
+#include "nodes/NodesExport.h"
+
 #include <cstddef>
 #include <string>
 
 namespace Nodes {
 
-/// A message of the interpreter, taken apart.
-struct LuaMessage
+/// A message of the interpreter, or of what the system adds to it, taken apart.
+struct NODES_EXPORT LuaMessage
 {
     int line = 0;     ///< from 1; 0 when it names none
     std::string text; ///< as the interpreter says it, without place

@@ -2,6 +2,7 @@
 
 #include "editor/properties/PropertyTexts.h"
 
+#include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -54,11 +55,18 @@ QToolButton *ValueEditor::addButton(const QString &text, const QString &tip)
 void ValueEditor::showValue(const QString &text, bool isMixed)
 {
     setText(text);
-    auto *line = isMixed ? findChild<QLineEdit *>() : nullptr;
-    if (!line)
+    if (!isMixed)
         return;
-    line->clear();
-    line->setPlaceholderText(PropertyTexts::mixed());
+    auto *box = findChild<QComboBox *>();
+    auto *line = findChild<QLineEdit *>();
+    if (line) {
+        line->clear();
+        line->setPlaceholderText(PropertyTexts::mixed());
+    } else if (box) {
+        box->setPlaceholderText(PropertyTexts::mixed());
+        box->setCurrentIndex(-1); // the choice of the first one is not that of all
+    }
+    setTouched(false); // else leaving the row would empty them all
 }
 
 void ValueEditor::showError(const QString &reason)
