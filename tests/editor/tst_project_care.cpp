@@ -351,6 +351,8 @@ private slots:
         secondHold.look();
         QCOMPARE(told.size(), 1); // it is free now, but what is shown may be old
         QVERIFY(second.session.isReadOnly());
+        QVERIFY(!second.session.readOnlyReason().contains( // and is not said to be held any more
+            QString::fromStdString(Nodes::ProjectHolder::Myself().user)));
         second.open();
         QVERIFY(!second.session.isReadOnly());
     }

@@ -17,6 +17,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QToolBar>
 #include <QtTest>
 
 using namespace Editor;
@@ -409,6 +410,22 @@ private slots:
         QVERIFY(p.paste("Имя\nЕщё один длинный путь к сигналу/Пуск\n").empty());
         QTRY_COMPARE(model.rowCount(), 5);
         QCOMPARE(table.columnWidth(0), 77); // as somebody dragged it
+    }
+
+    void whatIsUsedMostStaysInSightOnNarrowWindows()
+    {
+        SheetFixture p;
+        SignalTable document(p.workspace, p.group, nullptr);
+        document.resize(500, 400);
+        document.show();
+        const auto *bar = document.signalPage().findChild<QToolBar *>();
+        QStringList seen;
+        for (QAction *action : bar->actions()) {
+            if (bar->widgetForAction(action)->isVisible())
+                seen << action->text();
+        }
+        for (const char *text : {"Добавить…", "Удалить", "Копировать", "Вставить"})
+            QVERIFY2(seen.contains(QString(text)), text);
     }
 
     void pageCopiesPastesAndArchives()

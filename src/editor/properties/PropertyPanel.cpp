@@ -138,7 +138,7 @@ void PropertyPanel::showReadOnly()
 {
     const QString reason = m_workspace.session().readOnlyReason();
     m_view->setReadOnly(reason);
-    m_readOnly->setText(QStringLiteral("Только просмотр: %1").arg(reason));
+    m_readOnly->setText(QStringLiteral("Только чтение: %1").arg(reason));
     m_readOnly->setVisible(!reason.isEmpty());
 }
 

@@ -59,6 +59,8 @@ void HoldKeeper::takeAgain()
     m_hold.Release(); // whoever opens it again first
     m_workspace.tell(Workspace::Info,
                      tr("Проект больше никто не изменяет. Откройте его ещё раз, чтобы изменять."));
+    m_workspace.session().setReadOnly(
+        tr("никто другой проект уже не изменяет, откройте его ещё раз"));
 }
 
 void HoldKeeper::look()

@@ -12,12 +12,14 @@
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTableView>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <set>
@@ -107,33 +109,47 @@ QAction *SheetPage::addAction(QToolBar &bar, const QString &text, const QString 
 
 void SheetPage::makeActions(QToolBar &bar)
 {
+    const auto standard = [this, &bar](const char *icon, const QString &text, const QString &tip,
+                                       const QKeySequence &keys, void (SheetPage::*run)()) {
+        QAction *action = addAction(bar, text, text + QStringLiteral(". ") + tip, keys, run);
+        action->setIcon(QIcon(QStringLiteral(":/editor/icons/%1.svg").arg(QLatin1String(icon))));
+        return action;
+    };
     addAction(bar, tr("Добавить…"), tr("Создать много узлов по образцу имени"),
               QKeySequence(Qt::CTRL + Qt::Key_N + Qt::ALT), &SheetPage::addByPattern);
+    standard("delete", tr("Удалить"), tr("Узлы выбранных строк"),
+             QKeySequence(Qt::CTRL + Qt::Key_Delete), &SheetPage::removeSelected);
+    standard("copy", tr("Копировать"), tr("Выбранные ячейки — для электронной таблицы"),
+             QKeySequence::Copy, &SheetPage::copy);
+    QAction *paste =
+        standard("paste", tr("Вставить"),
+                 tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
+                 QKeySequence::Paste, &SheetPage::paste);
+    QAction *mapped = addAction(
+        bar, tr("Вставить как…"), tr("Таблица из буфера: куда какой столбец и что изменится"),
+        QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_V), &SheetPage::pasteMapped);
+    bar.removeAction(mapped); // beside the button instead
+    if (auto *button = qobject_cast<QToolButton *>(bar.widgetForAction(paste))) {
+        button->setPopupMode(QToolButton::MenuButtonPopup);
+        button->setMenu(new QMenu(button));
+        button->menu()->addAction(mapped);
+    }
+    bar.addSeparator();
     addAction(bar, tr("Импорт…"), tr("Таблица CSV: куда какой столбец и что изменится"), {},
               &SheetPage::importFile);
     addAction(bar, tr("Экспорт…"), tr("Таблица CSV"), {}, &SheetPage::exportFile);
     bar.addSeparator();
-    addAction(bar, tr("Вставить"),
-              tr("Ячейки из электронной таблицы; со строкой заголовков — по именам"),
-              QKeySequence::Paste, &SheetPage::paste);
-    addAction(bar, tr("Вставить как…"), tr("Таблица из буфера: куда какой столбец и что изменится"),
-              QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_V), &SheetPage::pasteMapped);
     addAction(bar, tr("Вниз"),
               tr("Заполнить вниз: значение верхней выбранной ячейки — во все ниже"),
               QKeySequence(Qt::CTRL + Qt::Key_D), &SheetPage::fillDown);
-    bar.addSeparator();
+    addAction(bar, tr("Имена…"), tr("Имена выбранных строк по образцу"),
+              QKeySequence(Qt::CTRL + Qt::Key_R), &SheetPage::renameByPattern);
     if (m_family == Nodes::NodeType::TypeSignal) {
         addAction(bar, tr("Тревоги…"), tr("Задать выбранным сигналам тревоги по пределам"), {},
                   &SheetPage::setAlarms);
         addAction(bar, tr("В архив"), tr("Отдать выбранные сигналы группе архива"), {},
                   &SheetPage::archiveSelected);
     }
-    addAction(bar, tr("Имена…"), tr("Имена выбранных строк по образцу"),
-              QKeySequence(Qt::CTRL + Qt::Key_R), &SheetPage::renameByPattern);
-    addAction(bar, tr("Копировать"), tr("Выбранные ячейки — для электронной таблицы"),
-              QKeySequence::Copy, &SheetPage::copy);
-    addAction(bar, tr("Удалить"), tr("Удалить узлы выбранных строк"),
-              QKeySequence(Qt::CTRL + Qt::Key_Delete), &SheetPage::removeSelected);
 }
 
 // The keys of the table mean the table while it has the focus, whatever menus use them for.

@@ -169,12 +169,27 @@ void ReplaceDialog::refresh()
     count();
 }
 
+// Nothing has been looked for before that is there.
+QString ReplaceDialog::whatLacks() const
+{
+    if (m_mode == ModePattern)
+        return m_oldText->text().isEmpty()
+                   ? QStringLiteral("Впишите часть путей, которую заменить.")
+                   : QString();
+    if (!m_from.isValid())
+        return QStringLiteral("Выберите узел, ссылки на который заменить.");
+    return m_to.isValid() ? QString()
+                          : QStringLiteral("Выберите узел, на который ссылки будут вести.");
+}
+
 void ReplaceDialog::count()
 {
     const std::size_t chosen = m_model->plan().chosen().size();
-    m_summary->setText(QStringLiteral("Ссылок найдено: %1, будет заменено: %2")
-                           .arg(m_model->plan().links().size())
-                           .arg(chosen));
+    const QString lacking = whatLacks();
+    m_summary->setText(lacking.isEmpty() ? QStringLiteral("Ссылок найдено: %1, будет заменено: %2")
+                                               .arg(m_model->plan().links().size())
+                                               .arg(chosen)
+                                         : lacking);
     m_ok->setEnabled(chosen > 0);
 }
 

@@ -45,6 +45,7 @@ private:
     void pick(Nodes::NodeLink &node, const QString &title);
     void showNodes();
     void refresh();
+    QString whatLacks() const;
     void count();
     Nodes::NodeLinks scope() const;
 

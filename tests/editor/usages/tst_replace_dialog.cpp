@@ -5,6 +5,7 @@
 #include "support/Rows.h"
 
 #include <QAbstractItemModelTester>
+#include <QLabel>
 
 using namespace Editor;
 using namespace Nodes;
@@ -99,10 +100,19 @@ void TestReplaceDialog::replacesOneNode()
     ReplaceDialog dialog(project.workspace, ReplaceDialog::ModeNode, NodeLink(project.at("К1/T")),
                          project.links({"Композиция/Слой/b", "Композиция/Слой/c"}));
     QCOMPARE(dialog.model().rowCount(), 0);
-    dialog.accept(); // nothing to do yet
+    const auto tells = [&dialog](const QString &text) {
+        for (const QLabel *label : dialog.findChildren<QLabel *>()) {
+            if (label->text().contains(text))
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(!tells("найдено")); // nothing was looked for
+    dialog.accept();            // nothing to do yet
     QCOMPARE(project.session.undoStack().count(), 0);
     dialog.setNodes(NodeLink(project.at("К1/T")), NodeLink(project.at("К2/P")));
     QCOMPARE(dialog.model().rowCount(), 2);
+    QVERIFY(tells("найдено: 2"));
     dialog.setWholeProject(false);
     QCOMPARE(rowsOf(dialog.model()), QStringList{"+b: К1/T -> К2/P ()"});
     dialog.accept();
