@@ -13,9 +13,12 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimeEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <QtTest>
 
@@ -296,7 +299,14 @@ private slots:
         label->findChild<QToolButton *>()->click();
         auto *text = label->findChild<Editor::TextWindow *>();
         QCOMPARE(text->text(), QStringLiteral("Котёл\nработает"));
-        text->setText("Котёл\n");
+        text->findChild<QPlainTextEdit *>()->setPlainText("Котёл\n");
+        QTimer::singleShot(0, this, [] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            box->reject();
+        });
+        text->reject(); // asks, and goes on
+        QVERIFY(text->isVisible());
         const QSignalSpy finished(label, &ValueEditor::finished);
         text->accept();
         QCOMPARE(finished.count(), 1);

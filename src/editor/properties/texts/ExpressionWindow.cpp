@@ -8,9 +8,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QShortcut>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QStandardItemModel>
@@ -46,15 +43,19 @@ protected:
 
 ExpressionWindow::ExpressionWindow(const Nodes::TextLanguage &language, const Nodes::NodeLink &node,
                                    QWidget *parent)
-    : QDialog(parent),
-      m_edit(new CodeEdit(language, node, this)),
+    : ExpressionWindow(language, node, new CodeEdit(language, node, nullptr), parent)
+{
+}
+
+ExpressionWindow::ExpressionWindow(const Nodes::TextLanguage &language, const Nodes::NodeLink &node,
+                                   CodeEdit *edit, QWidget *parent)
+    : TextWindow(edit, parent),
+      m_edit(edit),
       m_problems(new QLabel(this)),
       m_trial(new TrialPanel(language, node, this))
 {
-    setAttribute(Qt::WA_DeleteOnClose);
     auto *help = new QLabel(QString::fromUtf8(language.help), this);
     help->setWordWrap(true);
-    m_edit->setAccessibleName(QStringLiteral("Текст"));
     if (!language.isMultiLine)
         m_edit->setMaximumHeight(oneLineHeight);
     m_problems->setTextFormat(Qt::RichText);
@@ -119,34 +120,12 @@ QWidget *ExpressionWindow::makeWords()
     return side;
 }
 
-QWidget *ExpressionWindow::makeButtons()
-{
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *take =
-        buttons->addButton(QStringLiteral("Применить"), QDialogButtonBox::AcceptRole);
-    take->setToolTip(QStringLiteral("Ctrl+Enter"));
-    take->setDefault(true);
-    buttons->addButton(QStringLiteral("Отмена"), QDialogButtonBox::RejectRole);
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(QKeySequence(Qt::CTRL + key), this), &QShortcut::activated, this,
-                &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    return buttons;
-}
-
 void ExpressionWindow::setText(const QString &text)
 {
-    m_edit->setPlainText(text);
-    m_given = this->text(); // ends of lines are the editor's own
+    TextWindow::setText(text);
     m_edit->moveCursor(text.contains(QLatin1Char('\n')) ? QTextCursor::Start : QTextCursor::End);
     if (text.isEmpty())
         showProblems();
-}
-
-QString ExpressionWindow::text() const
-{
-    return m_edit->toPlainText();
 }
 
 void ExpressionWindow::showProblems()
@@ -171,24 +150,6 @@ void ExpressionWindow::showProblems()
                                              : QStringLiteral("✓ Ошибок нет"));
     m_problems->setText(lines.join(QLatin1String("<br>")));
     m_trial->setText(text(), hasError);
-}
-
-void ExpressionWindow::reject()
-{
-    if (text() == m_given)
-        return QDialog::reject();
-    QMessageBox ask(QMessageBox::Question, windowTitle(),
-                    QStringLiteral("Текст изменён. Применить изменения?"), QMessageBox::NoButton,
-                    this);
-    QPushButton *take = ask.addButton(QStringLiteral("Применить"), QMessageBox::AcceptRole);
-    QPushButton *drop = ask.addButton(QStringLiteral("Не применять"), QMessageBox::DestructiveRole);
-    ask.setEscapeButton(ask.addButton(QStringLiteral("Вернуться"), QMessageBox::RejectRole));
-    ask.setDefaultButton(take);
-    ask.exec();
-    if (ask.clickedButton() == take)
-        accept();
-    else if (ask.clickedButton() == drop)
-        QDialog::reject();
 }
 
 } // namespace Editor

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "editor/properties/values/TextWindow.h"
+
 #include "nodes/model/links/NodeLink.h"
 #include "nodes/texts/TextLanguage.h"
-
-#include <QDialog>
 
 class QLabel;
 
@@ -12,9 +12,8 @@ namespace Editor {
 class CodeEdit;
 class TrialPanel;
 
-/// Edits a text of a language: with its words, what is wrong and where, and a trial. Ctrl+Enter
-/// takes it, Escape leaves it, after asking when it was changed. Deletes itself when closed.
-class ExpressionWindow : public QDialog
+/// Edits a text of a language: with its words, what is wrong and where, and a trial.
+class ExpressionWindow : public TextWindow
 {
     Q_OBJECT
 
@@ -23,20 +22,18 @@ public:
                      QWidget *parent);
     ~ExpressionWindow() override;
 
-    void setText(const QString &text);
-    QString text() const;
-
-    void reject() override;
+    void setText(const QString &text) override;
 
 private:
+    ExpressionWindow(const Nodes::TextLanguage &language, const Nodes::NodeLink &node,
+                     CodeEdit *edit, QWidget *parent);
+
     QWidget *makeWords();
-    QWidget *makeButtons();
     void showProblems();
 
     CodeEdit *m_edit;
     QLabel *m_problems;
     TrialPanel *m_trial;
-    QString m_given; ///< the text before
 };
 
 } // namespace Editor

@@ -2,11 +2,13 @@
 
 #include <QDialog>
 
+class QDialogButtonBox;
 class QPlainTextEdit;
 
 namespace Editor {
 
-/// Text of several lines. Ctrl+Enter takes it, Escape leaves it. Deletes itself when closed.
+/// Text of several lines. Ctrl+Enter takes it, Escape leaves it, after asking when it was changed.
+/// Deletes itself when closed.
 class TextWindow : public QDialog
 {
     Q_OBJECT
@@ -15,11 +17,20 @@ public:
     explicit TextWindow(QWidget *parent);
     ~TextWindow() override;
 
-    void setText(const QString &text);
+    virtual void setText(const QString &text);
     QString text() const;
+
+    void reject() override;
+
+protected:
+    /// For a window that lays out `edit`, which it owns, and the buttons itself.
+    TextWindow(QPlainTextEdit *edit, QWidget *parent);
+
+    QDialogButtonBox *makeButtons();
 
 private:
     QPlainTextEdit *m_edit;
+    QString m_given; ///< the text before
 };
 
 } // namespace Editor
