@@ -178,7 +178,8 @@ private slots:
         }
         row("1", 1);
         row("2", 2);
-        row("another each time", std::random_device()() % 1000000);
+        row("a name twice, refused first", 20033);
+        row("a name twice, of another kind first", 20076);
     }
     void loseNothing()
     {

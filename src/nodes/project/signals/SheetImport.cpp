@@ -92,8 +92,7 @@ Result SheetImport::PlanRows(const TextTable &table, std::size_t first,
         if (isBlank(table[i]))
             continue;
         plan.fates[i] = SheetPlan::Refused;
-        if (m_refusedRows.count(i + 1) == 0)
-            planRow(table[i], i + 1, places, plan);
+        planRow(table[i], i + 1, places, plan);
     }
     return Result();
 }
@@ -163,6 +162,10 @@ void SheetImport::planRow(const Row &row, std::size_t number, const std::vector<
             number, nameTitle, path,
             "так называются сигналы нескольких групп опроса, строка не взята; впишите "
             "путь вместе с группой");
+    if (m_refusedRows.count(number) != 0) { // its name is said nevertheless
+        m_named.emplace(path, number);
+        return;
+    }
     if (isSaidAlready(path, node, number, plan))
         return;
     if (node && node->GetNodeType().GetFamily() != m_family)
@@ -202,8 +205,6 @@ void SheetImport::PlanBlock(const TextTable &block, const NodeLinks &nodes,
         ConfigNode *node = i < nodes.size() ? nodes[i].GetNode() : nullptr;
         if (node)
             takeRow(*node, false, block[i], i + 1, places, plan);
-        else if (m_refusedRows.count(i + 1) != 0)
-            continue;
         else if (hasNames && !isBlank(block[i]))
             planRow(block[i], i + 1, places, plan);
         else if (!isBlank(block[i]))

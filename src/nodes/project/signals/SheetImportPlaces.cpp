@@ -102,8 +102,10 @@ void SheetImport::arrangeRow(const Row &row, std::size_t number, const std::vect
                              SheetPlan &plan)
 {
     const std::string &path = cellOf(row, places, "Имя");
+    if (path.empty() || !m_arranged.insert(path).second)
+        return; // of several rows the first counts, whatever it makes
     const KindInfo *kind = kindOf(row, places);
-    const bool isNew = !path.empty() && path.back() != '/' && !isKnown(path);
+    const bool isNew = path.back() != '/' && !isKnown(path);
     if (!isNew || !kind || kind->type != NodeType(modbusSignal::Code))
         return;
     const std::size_t slash = path.rfind('/');
@@ -112,7 +114,7 @@ void SheetImport::arrangeRow(const Row &row, std::size_t number, const std::vect
     const auto *group = above<modbusGroup>(place);
     const std::string &address = cellOf(row, places, addressColumn);
     const bool isSaid = !address.empty() || (!group && !cellOf(row, places, "offset").empty());
-    if (!isSaid || !above<modbusDriver>(place) || !m_arranged.insert(path).second)
+    if (!isSaid || !above<modbusDriver>(place))
         return;
     ModbusTable table = ModbusTable::Holding;
     int first = 0;
