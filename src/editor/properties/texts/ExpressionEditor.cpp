@@ -94,16 +94,9 @@ void ExpressionEditor::openWindow()
     auto *window = new ExpressionWindow(m_language, context().node, this);
     window->setWindowTitle(QString::fromStdString(descriptor().nameRu));
     window->setText(m_text);
-    connect(window, &ExpressionWindow::accepted, this, [this, window] { take(window->text()); });
+    connect(window, &ExpressionWindow::accepted, this,
+            [this, window] { takeText(window->text()); });
     window->open();
-}
-
-void ExpressionEditor::take(const QString &text)
-{
-    if (text == m_text)
-        return;
-    setText(text);
-    finish();
 }
 
 } // namespace Editor

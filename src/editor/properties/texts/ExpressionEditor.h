@@ -27,7 +27,6 @@ public:
 
 private:
     void openWindow();
-    void take(const QString &text);
     void insertWord(const QString &word);
     void check();
     WordCompleter *completer();

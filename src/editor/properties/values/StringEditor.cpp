@@ -53,12 +53,7 @@ void StringEditor::openWindow()
     auto *window = new TextWindow(this);
     window->setWindowTitle(d ? QString::fromStdString(d->nameRu) : QStringLiteral("Описание"));
     window->setText(m_text);
-    connect(window, &TextWindow::accepted, this, [this, window] {
-        if (window->text() == m_text)
-            return;
-        setText(window->text());
-        finish();
-    });
+    connect(window, &TextWindow::accepted, this, [this, window] { takeText(window->text()); });
     window->open();
 }
 

@@ -101,4 +101,12 @@ void ValueEditor::finish()
     emit finished();
 }
 
+void ValueEditor::takeText(const QString &given)
+{
+    if (given == text())
+        return;
+    setText(given);
+    finish();
+}
+
 } // namespace Editor

@@ -67,6 +67,8 @@ protected:
     void touch() { m_isTouched = true; }
     /// Touched and finished.
     void finish();
+    /// Finished with what a dialog gave; nothing when that is what is there.
+    void takeText(const QString &text);
 
 private:
     void tell(const QString &text, const QColor &ground);

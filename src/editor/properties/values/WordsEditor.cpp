@@ -40,12 +40,7 @@ void WordsEditor::openWindow()
 {
     auto *window = new WordsWindow(descriptor().choices, m_text, this);
     window->setWindowTitle(QString::fromStdString(descriptor().nameRu));
-    connect(window, &WordsWindow::accepted, this, [this, window] {
-        if (window->text() == m_text)
-            return;
-        setText(window->text());
-        finish();
-    });
+    connect(window, &WordsWindow::accepted, this, [this, window] { takeText(window->text()); });
     window->open();
 }
 
